@@ -1,0 +1,35 @@
+# What every target of the project shares: the warnings, and how a folder becomes a library
+# and a test file becomes a test.
+
+option(VELM_WARNINGS_AS_ERRORS "Treat every compiler warning as an error" OFF)
+
+add_library(velm_warnings INTERFACE)
+target_compile_options(velm_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Wold-style-cast
+    -Woverloaded-virtual -Wnull-dereference -Wcast-align -Wformat=2
+    $<$<BOOL:${VELM_WARNINGS_AS_ERRORS}>:-Werror>)
+target_compile_definitions(velm_warnings INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
+    QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+# velm_library(<folder> SOURCES <files...> LINKS <libraries...>)
+# The static library velm_<folder>; its headers are included as "<folder>/<File>.h".
+function(velm_library folder)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+    add_library(velm_${folder} STATIC ${arg_SOURCES})
+    target_include_directories(velm_${folder} PUBLIC "${PROJECT_SOURCE_DIR}/src")
+    target_link_libraries(velm_${folder} PUBLIC ${arg_LINKS} PRIVATE velm_warnings)
+endfunction()
+
+# velm_test(<name> SOURCES <files...> LINKS <libraries...>)
+# A QtTest program that ctest runs offscreen, away from the user's own files.
+function(velm_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+    add_executable(${name} ${arg_SOURCES})
+    target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+    target_link_libraries(${name} PRIVATE ${arg_LINKS} Qt6::Test velm_warnings)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES
+        TIMEOUT 300
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;HOME=${CMAKE_BINARY_DIR}/test-home;SHELL=/bin/bash;XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR}/test-runtime")
+endfunction()

@@ -1,0 +1,7 @@
+#include "base/MainQueue.h"
+
+#include <utility>
+
+void MainQueue::async(std::function<void()> work) {
+    QMetaObject::invokeMethod(this, std::move(work), Qt::QueuedConnection);
+}

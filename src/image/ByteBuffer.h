@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <memory>
+
+/// A shared reference to an image's bytes; null is an absent buffer, which reads as length 0
+/// everywhere. Two references to one object show each other's edits without copying. Readers go
+/// through std::as_const or constData(): a non-const access of a QByteArray may copy it whole.
+using ByteBuffer = std::shared_ptr<QByteArray>;
+
+/// Length in bytes; 0 for an absent buffer.
+inline qsizetype lengthOf(const ByteBuffer &buffer) {
+    return buffer ? buffer->size() : 0;
+}
+
+/// The largest image that the program composes or loads: 1 GiB.
+inline constexpr qint64 largestImage = qint64(1) << 30;

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "image/ByteBuffer.h"
+
+#include <QString>
+
+#include <vector>
+
+/// A buffer decoded as text, for the grid's character column and as the bound of its byte cells:
+/// UTF-8 if the whole buffer is valid UTF-8, else ISO 8859-1 (one character a byte). A leading
+/// byte-order mark is a character like any other.
+///
+/// Nothing is copied: the text keeps a reference to the buffer and the length that it had when
+/// it was decoded; multi-byte text is decoded when its units are asked for.
+class DisplayText {
+public:
+    /// The empty text.
+    DisplayText() = default;
+    /// Decodes \a buffer (null: the empty text).
+    explicit DisplayText(ByteBuffer buffer);
+
+    /// Length in UTF-16 code units.
+    qsizetype length() const;
+    /// Up to \a count units from \a position on; fewer (or none) past the end.
+    QString units(qsizetype position, qsizetype count) const;
+    /// Number of bytes of the buffer that were decoded.
+    qsizetype byteLength() const;
+    /// True if the buffer was decoded as multi-byte UTF-8, so that length() is less than
+    /// byteLength() and the last bytes have no cell of their own.
+    bool isMultiByte() const;
+};

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+class SettingsStore;
+
+/// Turns a stored path into one that can be opened. A leading "~/Library/Application Support/"
+/// becomes the XDG data home ($XDG_DATA_HOME if it is absolute, else ~/.local/share), any other
+/// leading "~/" (or a lone "~") the home folder; "~name" and everything else stay as they are.
+QString resolvedPath(const QString &storedPath);
+
+/// resolvedPath() of the current value of \a key; empty if the key has no value.
+QString resolvedPathOf(const SettingsStore &settings, const QString &key);
+
+/// The folder of the temporary files: resolvedPathOf(temp_output_file) less its last component.
+QString temporaryFolder(const SettingsStore &settings);

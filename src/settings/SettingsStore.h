@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <QVariantMap>
+
+#include <memory>
+
+class QSettings;
+
+/// The user's settings: one INI file, plus registered defaults that are never written to it. A
+/// value that the user has stored always wins over a registered default. Values are read at the
+/// moment of use; nobody keeps a copy.
+///
+/// What is stored comes back exactly as it was: an empty list stays an empty list, a list of one
+/// a list, and commas, quotes, backslashes, percent signs and letters outside ASCII are kept.
+class SettingsStore final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Opens (or, at the first write, creates) the INI file at the absolute \a filePath. A file
+    /// that cannot be parsed is moved aside to damagedCopyPath() and the store starts empty.
+    explicit SettingsStore(const QString &filePath, QObject *parent = nullptr);
+    ~SettingsStore() override;
+
+    /// Adds \a defaults (key to value) to the registered defaults. Values already stored by the
+    /// user are untouched. Emits valueChanged() for each key whose visible value changed.
+    void registerDefaults(const QVariantMap &defaults);
+
+    /// Stores \a value (a bool, a QString or a QStringList) under \a key and emits valueChanged()
+    /// before returning if the visible value changed. A failure to write the file keeps the value
+    /// for this run and is reported through problem().
+    void setValue(const QString &key, const QVariant &value);
+
+    /// The user's value as a text, else the registered default, else a null string.
+    QString stringValue(const QString &key) const;
+    /// The same as a boolean; an absent key reads as false.
+    bool boolValue(const QString &key) const;
+    /// The same as a list; an absent key reads as an empty list.
+    QStringList stringListValue(const QString &key) const;
+    /// True if the user has stored a value or a default is registered for \a key.
+    bool contains(const QString &key) const;
+
+    /// Path of the settings file.
+    QString filePath() const;
+    /// Where a damaged settings file was moved when this store was opened; empty if none was.
+    QString damagedCopyPath() const;
+
+signals:
+    /// The visible value of \a key changed (by setValue() or by registerDefaults()).
+    void valueChanged(const QString &key);
+    /// The settings file could not be written; \a sentence says why, for the message line.
+    void problem(const QString &sentence);
+};

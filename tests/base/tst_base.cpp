@@ -1,0 +1,67 @@
+#include "base/Log.h"
+#include "base/MainQueue.h"
+
+#include <QTest>
+
+#include <fcntl.h>
+#include <thread>
+#include <unistd.h>
+
+class TestBase : public QObject {
+    Q_OBJECT
+
+private slots:
+    void log_writesTheTextAsItStandsAndOneLineFeed();
+    void mainQueue_runsWorkLaterAndInOrder();
+    void mainQueue_takesWorkFromAnotherThread();
+    void mainQueue_workOfADestroyedQueueNeverRuns();
+};
+
+void TestBase::log_writesTheTextAsItStandsAndOneLineFeed() {
+    int ends[2] = {-1, -1};
+    QCOMPARE(pipe(ends), 0);
+    const int saved = dup(STDERR_FILENO);
+    dup2(ends[1], STDERR_FILENO);
+
+    StandardErrorLog log;
+    log.write(QStringLiteral("| \r\x1b[K 5% of caf\u00e9\n"));
+
+    dup2(saved, STDERR_FILENO);
+    close(saved);
+    close(ends[1]);
+    char text[100] = {};
+    const ssize_t length = read(ends[0], text, sizeof text);
+    close(ends[0]);
+    QCOMPARE(QByteArray(text, length), QByteArray("| \r\x1b[K 5% of caf\xc3\xa9\n\n"));
+}
+
+void TestBase::mainQueue_runsWorkLaterAndInOrder() {
+    MainQueue queue;
+    QStringList done;
+    queue.async([&] { done.append(QStringLiteral("first")); });
+    queue.async([&] { done.append(QStringLiteral("second")); });
+    QCOMPARE(done, QStringList());
+    QCoreApplication::processEvents();
+    QCOMPARE(done, QStringList({QStringLiteral("first"), QStringLiteral("second")}));
+}
+
+void TestBase::mainQueue_takesWorkFromAnotherThread() {
+    MainQueue queue;
+    std::thread::id where;
+    std::thread([&] { queue.async([&] { where = std::this_thread::get_id(); }); }).join();
+    QCoreApplication::processEvents();
+    QCOMPARE(where, std::this_thread::get_id());
+}
+
+void TestBase::mainQueue_workOfADestroyedQueueNeverRuns() {
+    bool ran = false;
+    {
+        MainQueue queue;
+        queue.async([&] { ran = true; });
+    }
+    QCoreApplication::processEvents();
+    QVERIFY(!ran);
+}
+
+QTEST_GUILESS_MAIN(TestBase)
+#include "tst_base.moc"
