@@ -1,0 +1,36 @@
+#include "Chips.h"
+
+#include <algorithm>
+
+#include <strings.h>
+
+namespace sim {
+
+std::size_t writePage(const Chip &chip) {
+    constexpr std::size_t flashPage = 256;
+    constexpr std::size_t parallelPage = 128;
+    constexpr std::size_t smallestSerialPage = 8;
+    constexpr std::size_t serialPagesPerChip = 512;
+    switch (chip.technology) {
+    case Technology::SerialFlash:
+        return flashPage;
+    case Technology::SerialEeprom:
+        return std::clamp(chip.size / serialPagesPerChip, smallestSerialPage, parallelPage);
+    default:
+        return std::min(parallelPage, chip.size);
+    }
+}
+
+bool erasesInSocket(const Chip &chip) {
+    return chip.technology != Technology::SerialEeprom && chip.technology != Technology::UvEprom;
+}
+
+bool writeReplaces(const Chip &chip) {
+    return chip.technology == Technology::SerialEeprom;
+}
+
+bool sameDeviceName(const std::string &one, const std::string &other) {
+    return strcasecmp(one.c_str(), other.c_str()) == 0;
+}
+
+} // namespace sim

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace sim {
+
+/// How a memory keeps its bytes decides what erases it and how it is written.
+enum class Technology {
+    SerialEeprom,   ///< every write replaces the byte; there is nothing to erase
+    SerialFlash,    ///< erased as a whole, then written
+    ParallelEeprom, ///< erased as a whole, then written
+    ParallelFlash,  ///< erased as a whole, then written
+    ErasableEprom,  ///< a windowless EPROM that the programmer erases
+    UvEprom,        ///< erased by ultraviolet light alone
+};
+
+/// What a chip answers when it is asked who it is.
+struct ChipId {
+    std::uint32_t value = 0;
+    int digits = 4; ///< hexadecimal digits that the tool prints
+};
+
+enum class Protection { None, Software };
+
+/// A memory that the programmer can read and write.
+struct Chip {
+    std::string name;
+    Technology technology = Technology::SerialEeprom;
+    std::size_t size = 0; ///< bytes
+    int pins = 8;
+    std::optional<ChipId> id = std::nullopt;
+    Protection protection = Protection::None;
+    bool custom = false; ///< a user's own entry: listed with "(custom)" after its name
+};
+
+/// The memories that the simulator knows by heart.
+const std::vector<Chip> &memoryChips();
+
+/// Bytes that one progress update of a write stands for.
+std::size_t writePage(const Chip &chip);
+
+bool erasesInSocket(const Chip &chip);
+
+/// Whether writing replaces what a cell holds; otherwise it can only turn ones into zeros.
+bool writeReplaces(const Chip &chip);
+
+/// Device names are compared whole, in any case.
+bool sameDeviceName(const std::string &one, const std::string &other);
+
+} // namespace sim

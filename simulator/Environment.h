@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Faults.h"
+
+#include <filesystem>
+#include <string>
+#include <variant>
+
+namespace sim {
+
+/// How long the simulated programmer takes.
+enum class Pace {
+    Real,    ///< about a hundred blocks a second, seconds for an erase
+    Instant, ///< as fast as the output is taken
+};
+
+/// What a chip holds when it is put into the socket for the first time.
+enum class FirstContent {
+    Automatic, ///< sample text, but blank where only ultraviolet light erases
+    Sample,
+    Blank,
+};
+
+/// What the MINIPRO_SIM_* variables ask for.
+struct Environment {
+    Faults faults;
+    Pace pace = Pace::Real;
+    FirstContent firstContent = FirstContent::Automatic;
+    std::filesystem::path bench;
+
+    [[nodiscard]] bool has(Fault fault) const { return faults.count(fault) > 0; }
+};
+
+/// A variable holds what the simulator does not know; the text is ready to be shown.
+struct EnvironmentError {
+    std::string message;
+};
+
+std::variant<Environment, EnvironmentError> readEnvironment();
+
+} // namespace sim

@@ -1,0 +1,77 @@
+#include "Faults.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace sim {
+namespace {
+
+struct FaultEntry {
+    std::string_view name;
+    Fault fault;
+    std::string_view effect;
+};
+
+constexpr std::array faultTable{
+    FaultEntry{"no-programmer", Fault::NoProgrammer, "no programmer is connected"},
+    FaultEntry{"busy", Fault::Busy, "another process holds the programmer"},
+    FaultEntry{"wrong-id", Fault::WrongId, "the chip answers with ID 0xFFFF"},
+    FaultEntry{"bad-byte", Fault::BadByte, "the byte at 0x1234 reads inverted"},
+    FaultEntry{"protected", Fault::Protected, "the chip is write-protected until -u"},
+    FaultEntry{"overcurrent", Fault::Overcurrent, "the chip draws too much current"},
+    FaultEntry{"unplugged", Fault::Unplugged, "the programmer is unplugged half-way"},
+    FaultEntry{"silent", Fault::Silent, "nothing more comes after the banner"},
+    FaultEntry{"endless-output", Fault::EndlessOutput, "progress is reported for ever"},
+    FaultEntry{"split-utf8", Fault::SplitUtf8, "characters are cut between two writes"},
+    FaultEntry{"invalid-utf8", Fault::InvalidUtf8, "the banner holds bytes that are not UTF-8"},
+    FaultEntry{"ignores-sigterm", Fault::IgnoresSigterm, "hangs; only SIGKILL ends it"},
+    FaultEntry{"leaves-grandchild", Fault::LeavesGrandchild, "a child lives on, pipes open"},
+    FaultEntry{"closes-output-early", Fault::ClosesOutputEarly, "works on, outputs closed"},
+    FaultEntry{"bad-logic-pins", Fault::BadLogicPins,
+               "the first output of a logic IC is stuck at 1"},
+};
+
+std::string_view trimmed(std::string_view text) {
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::optional<Fault> faultNamed(std::string_view name) {
+    const auto *entry = std::find_if(faultTable.begin(), faultTable.end(),
+                                     [&](const FaultEntry &each) { return each.name == name; });
+    return entry == faultTable.end() ? std::nullopt : std::optional(entry->fault);
+}
+
+} // namespace
+
+std::variant<Faults, UnknownFault> parseFaults(std::string_view list) {
+    Faults faults;
+    while (!list.empty()) {
+        const auto comma = std::min(list.find(','), list.size());
+        const std::string_view name = trimmed(list.substr(0, comma));
+        list.remove_prefix(std::min(comma + 1, list.size()));
+        if (name.empty())
+            continue;
+        const auto fault = faultNamed(name);
+        if (!fault)
+            return UnknownFault{std::string(name)};
+        faults.insert(*fault);
+    }
+    return faults;
+}
+
+std::string describeFaults() {
+    constexpr std::size_t nameColumn = 21;
+    std::string text;
+    for (const FaultEntry &entry : faultTable) {
+        std::string line = "    " + std::string(entry.name);
+        line.append(nameColumn - entry.name.size(), ' ');
+        text += line + std::string(entry.effect) + '\n';
+    }
+    return text;
+}
+
+} // namespace sim

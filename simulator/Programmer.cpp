@@ -1,0 +1,223 @@
+#include "Programmer.h"
+
+#include "Output.h"
+
+#include <algorithm>
+
+namespace sim {
+namespace {
+
+constexpr std::size_t readBlock = 512;
+constexpr std::size_t badAddress = 0x1234;
+constexpr std::uint8_t allBits = 0xFF;
+constexpr std::chrono::milliseconds shortestErase{20};
+constexpr std::chrono::milliseconds erasePerMebibyte{2500};
+constexpr std::chrono::seconds saveInterval{1};
+
+std::size_t blockCount(std::size_t size, std::size_t block) {
+    return (size + block - 1) / block;
+}
+
+std::chrono::milliseconds eraseTime(const Chip &chip) {
+    constexpr std::size_t mebibyte = std::size_t{1024} * 1024;
+    return shortestErase + erasePerMebibyte * chip.size / mebibyte;
+}
+
+std::string sizeComplaint(std::size_t found, std::size_t needed) {
+    return "Incorrect file size: " + std::to_string(found) + " (needed " + std::to_string(needed);
+}
+
+} // namespace
+
+Outcome reportOvercurrent(bool inLine) {
+    say(inLine ? "\nOvercurrent protection!\a\n" : "Overcurrent protection!\a\n");
+    return Outcome::Failed;
+}
+
+Outcome reportUnplugged() {
+    say("\nIO error: bulk_transfer: LIBUSB_ERROR_NO_DEVICE\n");
+    return Outcome::Failed;
+}
+
+Programmer::Programmer(const Chip &socketChip, const Options &commandLine,
+                       const Environment &surroundings)
+    : chip(socketChip),
+      options(commandLine),
+      environment(surroundings),
+      bench(surroundings.bench, surroundings.firstContent),
+      cells(bench.load(socketChip)) {}
+
+Outcome Programmer::checkId() {
+    if (!chip.id)
+        return Outcome::Good;
+    const std::string expected = hex(chip.id->value, chip.id->digits);
+    if (!environment.has(Fault::WrongId)) {
+        say("Chip ID: " + expected + "  OK\n");
+        return Outcome::Good;
+    }
+    const std::string mismatch =
+        "expected " + expected + ", got " + hex(0xFFFF, chip.id->digits) + " (unknown)\n";
+    if (options.ignoreIdMismatch) {
+        say("WARNING: Chip ID mismatch: " + mismatch);
+        return Outcome::Good;
+    }
+    say("Invalid Chip ID: " + mismatch + "(use '-y' to continue anyway at your own risk)\n");
+    return Outcome::Failed;
+}
+
+Outcome Programmer::read() {
+    OutputFile file(options.file);
+    const auto content = readCells();
+    if (!content)
+        return Outcome::Failed;
+    file.fill(*content);
+    return Outcome::Good;
+}
+
+Outcome Programmer::verify() {
+    const auto image = loadImage();
+    return image ? compare(*image) : Outcome::Failed;
+}
+
+Outcome Programmer::write() {
+    if (chip.protection == Protection::Software)
+        say("Use -P if you want to write-protect this chip.\n");
+    const Outcome outcome = writeAndVerify();
+    if (outcome == Outcome::Failed && chip.protection == Protection::Software)
+        say("This chip may be write-protected. Use -u and try again.\n");
+    return outcome;
+}
+
+Outcome Programmer::writeAndVerify() {
+    const auto image = loadImage();
+    if (!image)
+        return Outcome::Failed;
+    takeOffProtection();
+    if (!options.skipErase && erasesInSocket(chip) && eraseCells() == Outcome::Failed)
+        return Outcome::Failed;
+    if (program(*image) == Outcome::Failed)
+        return Outcome::Failed;
+    return compare(*image);
+}
+
+Outcome Programmer::erase() {
+    if (!erasesInSocket(chip)) {
+        say("This chip can't be erased!\n");
+        return Outcome::Failed;
+    }
+    takeOffProtection();
+    return eraseCells();
+}
+
+std::optional<Bytes> Programmer::loadImage() const {
+    Bytes image = readWholeFile(options.file);
+    if (image.size() != chip.size) {
+        const std::string complaint = sizeComplaint(image.size(), chip.size);
+        if (!options.ignoreSizeMismatch) {
+            say(complaint + ", use -s/S to ignore)\n");
+            return std::nullopt;
+        }
+        if (!options.hideSizeWarning)
+            say("Warning: " + complaint + ")\n");
+    }
+    image.resize(chip.size, erasedByte);
+    return image;
+}
+
+Outcome Programmer::eraseCells() {
+    say("Erasing... ");
+    const StopWatch watch;
+    if (environment.has(Fault::Overcurrent))
+        return reportOvercurrent(true);
+    spend(eraseTime(chip), environment.pace);
+    if (!writeProtected())
+        std::fill(cells.begin(), cells.end(), erasedByte);
+    bench.store(chip, cells);
+    say(watch.text() + " OK\n");
+    return Outcome::Good;
+}
+
+Outcome Programmer::program(const Bytes &image) {
+    const std::size_t page = writePage(chip);
+    const std::size_t pages = blockCount(chip.size, page);
+    ProgressLine progress = writingProgress(environment.pace);
+    for (std::size_t i = 0; i < pages; ++i) {
+        progress.update(i, pages);
+        if (fails(i, pages)) {
+            bench.store(chip, cells);
+            return Outcome::Failed;
+        }
+        if (!writeProtected())
+            programPage(image, i * page, std::min(page, chip.size - i * page));
+        saveNowAndThen();
+    }
+    progress.finish();
+    bench.store(chip, cells);
+    return Outcome::Good;
+}
+
+void Programmer::programPage(const Bytes &image, std::size_t start, std::size_t length) {
+    for (std::size_t i = start; i < start + length; ++i)
+        cells[i] = writeReplaces(chip) ? image[i] : cells[i] & image[i];
+}
+
+std::optional<Bytes> Programmer::readCells() const {
+    const std::size_t blocks = blockCount(chip.size, readBlock);
+    ProgressLine progress = readingProgress(environment.pace);
+    for (std::size_t i = 0; i < blocks; ++i) {
+        progress.update(i, blocks);
+        if (fails(i, blocks))
+            return std::nullopt;
+    }
+    progress.finish();
+    Bytes content = cells;
+    if (environment.has(Fault::BadByte))
+        content[badAddress % chip.size] ^= allBits;
+    return content;
+}
+
+Outcome Programmer::compare(const Bytes &image) const {
+    const auto content = readCells();
+    if (!content)
+        return Outcome::Failed;
+    const auto [expected, found] = std::mismatch(image.begin(), image.end(), content->begin());
+    if (expected == image.end()) {
+        say("Verification OK\n");
+        return Outcome::Good;
+    }
+    const auto address = static_cast<std::size_t>(expected - image.begin());
+    say("Verification failed at address " + hex(address, 4) + ": File=" + hex(*expected, 2) +
+        ", Device=" + hex(*found, 2) + "\n");
+    return Outcome::Failed;
+}
+
+bool Programmer::fails(std::size_t block, std::size_t blocks) const {
+    if (environment.has(Fault::Overcurrent))
+        return reportOvercurrent(true) == Outcome::Failed;
+    if (environment.has(Fault::Unplugged) && block == blocks / 2)
+        return reportUnplugged() == Outcome::Failed;
+    return false;
+}
+
+bool Programmer::writeProtected() const {
+    return environment.has(Fault::Protected) && chip.protection == Protection::Software &&
+           !unlocked;
+}
+
+void Programmer::takeOffProtection() {
+    if (!options.unprotect || chip.protection == Protection::None)
+        return;
+    say("Protect off...OK\n");
+    unlocked = true;
+}
+
+void Programmer::saveNowAndThen() {
+    // A run that is killed leaves a half-written chip, as it does on a real bench.
+    const auto now = std::chrono::steady_clock::now();
+    if (now - lastSave < saveInterval)
+        return;
+    lastSave = now;
+    bench.store(chip, cells);
+}
+
+} // namespace sim

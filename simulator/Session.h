@@ -1,0 +1,25 @@
+#pragma once
+
+#include "CommandLine.h"
+#include "Environment.h"
+#include "Programmer.h"
+
+namespace sim {
+
+/// One run of the tool from a command line that makes sense to its verdict.
+class Session {
+public:
+    Session(const Options &options, const Environment &environment);
+
+    [[nodiscard]] Outcome run() const;
+
+private:
+    [[nodiscard]] Outcome runOnMemory(const Chip &chip) const;
+    [[nodiscard]] Outcome runOnDevice() const;
+    [[nodiscard]] bool programmerAnswers() const;
+
+    const Options &options;
+    const Environment &environment;
+};
+
+} // namespace sim

@@ -1,0 +1,91 @@
+#include "SimulatorRun.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QTest>
+
+namespace {
+constexpr int finishTimeout = 60'000;
+} // namespace
+
+char *toString(const Answer &answer) {
+    const QByteArray picture = "exit " + QByteArray::number(answer.status) +
+                               "\nout: " + answer.out.toPercentEncoding(" \n") +
+                               "\nerr: " + answer.err.toPercentEncoding(" \n");
+    return qstrdup(picture.constData());
+}
+
+TestBench::TestBench() {
+    environment.remove(QStringLiteral("MINIPRO_SIM_CHIPS"));
+    environment.remove(QStringLiteral("MINIPRO_SIM_FAULT"));
+    set(QStringLiteral("PACE"), QStringLiteral("instant"));
+    set(QStringLiteral("BENCH"), path(QStringLiteral("bench")));
+}
+
+void TestBench::set(const QString &variable, const QString &value) {
+    environment.insert(QStringLiteral("MINIPRO_SIM_") + variable, value);
+}
+
+QString TestBench::path(const QString &name) const {
+    return folder.filePath(name);
+}
+
+QString TestBench::makeFile(const QString &name, const QByteArray &content) const {
+    QDir().mkpath(QFileInfo(path(name)).absolutePath());
+    QFile file(path(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("cannot write %s", qPrintable(file.fileName()));
+    return file.fileName();
+}
+
+QByteArray TestBench::contentOf(const QString &name) const {
+    QFile file(path(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
+}
+
+void TestBench::start(QProcess &process, const QStringList &arguments) const {
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(folder.path());
+    process.start(QStringLiteral(MINIPRO_SIM), arguments);
+}
+
+Answer TestBench::run(const QStringList &arguments) const {
+    QProcess process;
+    start(process, arguments);
+    process.closeWriteChannel();
+    if (!process.waitForFinished(finishTimeout) || process.exitStatus() != QProcess::NormalExit)
+        return {-1, process.readAllStandardOutput(), process.readAllStandardError()};
+    return {process.exitCode(), process.readAllStandardOutput(),
+            withoutDurations(process.readAllStandardError())};
+}
+
+QByteArray bannerText() {
+    return "Found TL866II+ 04.2.132 (0x284)\n"
+           "Device code: 12345678\n"
+           "Serial code: ABCDEFGHIJKLMNOPQRST\n"
+           "USB speed: 12Mbps (USB 1.1)\n";
+}
+
+QByteArray progressText(const QByteArray &counting, const QByteArray &finished, int updates) {
+    QByteArray text;
+    for (int i = 0; i < updates; ++i) {
+        const QByteArray percentage = QByteArray::number(qint64{100} * i / updates);
+        text += "\r\x1b[K" + counting + percentage.rightJustified(2) + '%';
+    }
+    return text + "\r\x1b[K" + finished + "T  OK\n";
+}
+
+QByteArray readingText(int updates) {
+    return progressText("Reading Code...  ", "Reading Code...  ", updates);
+}
+
+QByteArray writingText(int updates) {
+    return progressText("Writing  Code...  ", "Writing Code...  ", updates);
+}
+
+QByteArray withoutDurations(QByteArray text) {
+    static const QRegularExpression duration(QStringLiteral("\\d+\\.\\d\\dSec"));
+    return QString::fromLatin1(text).replace(duration, QStringLiteral("T")).toLatin1();
+}

@@ -1,0 +1,103 @@
+#include "SimulatorRun.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+/// What a run prints, byte for byte, on both streams.
+class TestSimulatorRuns : public QObject {
+    Q_OBJECT
+
+private slots:
+    void read_countsUpAndFillsTheFile();
+    void write_erasesWritesAndReadsBack();
+    void write_ofAnotherImage_failsAtTheFirstDifference();
+    void verify_readsAndCompares();
+    void erase_saysHowLongItTook();
+    void chipId_isShownForChipsThatHaveOne();
+    void unknownDevice_isNamed();
+
+private:
+    TestBench bench;
+};
+
+namespace {
+
+constexpr int eepromSize = 32 * 1024;
+
+QByteArray numberedBytes(int size) {
+    QByteArray bytes(size, Qt::Uninitialized);
+    for (int i = 0; i < size; ++i)
+        bytes[i] = static_cast<char>((i + i / 256) % 256);
+    return bytes;
+}
+
+const QByteArray protectHint = "Use -P if you want to write-protect this chip.\n";
+const QByteArray protectSuspicion = "This chip may be write-protected. Use -u and try again.\n";
+
+} // namespace
+
+void TestSimulatorRuns::read_countsUpAndFillsTheFile() {
+    const QString file = bench.path(u"read.bin"_s);
+    QCOMPARE(bench.run({u"-p"_s, u"AT28C256"_s, u"-r"_s, file}),
+             (Answer{0, {}, bannerText() + readingText(64)}));
+    QCOMPARE(bench.contentOf(u"read.bin"_s).size(), eepromSize);
+    QCOMPARE(bench.contentOf(u"read.bin"_s), bench.contentOf(u"bench/AT28C256.bin"_s));
+}
+
+void TestSimulatorRuns::write_erasesWritesAndReadsBack() {
+    const QByteArray image = numberedBytes(eepromSize);
+    const QString file = bench.makeFile(u"image.bin"_s, image);
+    QCOMPARE(bench.run({u"-p"_s, u"AT28C256"_s, u"-w"_s, file}),
+             (Answer{0,
+                     {},
+                     bannerText() + protectHint + "Erasing... T OK\n" + writingText(256) +
+                         readingText(64) + "Verification OK\n"}));
+    QCOMPARE(bench.contentOf(u"bench/AT28C256.bin"_s), image);
+}
+
+void TestSimulatorRuns::write_ofAnotherImage_failsAtTheFirstDifference() {
+    QByteArray image = numberedBytes(eepromSize);
+    image[0x1234] = 0x7E;
+    const QString file = bench.makeFile(u"image.bin"_s, image);
+    TestBench badBench;
+    badBench.set(u"FAULT"_s, u"bad-byte"_s);
+    QCOMPARE(badBench.run({u"-p"_s, u"AT28C256"_s, u"-w"_s, file}),
+             (Answer{1,
+                     {},
+                     bannerText() + protectHint + "Erasing... T OK\n" + writingText(256) +
+                         readingText(64) +
+                         "Verification failed at address 0x1234: File=0x7E, Device=0x81\n" +
+                         protectSuspicion}));
+}
+
+void TestSimulatorRuns::verify_readsAndCompares() {
+    const QByteArray image = numberedBytes(eepromSize);
+    const QString file = bench.makeFile(u"image.bin"_s, image);
+    bench.makeFile(u"bench/AT28C256.bin"_s, image);
+    QCOMPARE(bench.run({u"-p"_s, u"AT28C256"_s, u"-m"_s, file}),
+             (Answer{0, {}, bannerText() + readingText(64) + "Verification OK\n"}));
+}
+
+void TestSimulatorRuns::erase_saysHowLongItTook() {
+    QCOMPARE(bench.run({u"-p"_s, u"AT28C256"_s, u"-E"_s}),
+             (Answer{0, {}, bannerText() + "Erasing... T OK\n"}));
+    QCOMPARE(bench.contentOf(u"bench/AT28C256.bin"_s), QByteArray(eepromSize, '\xff'));
+}
+
+void TestSimulatorRuns::chipId_isShownForChipsThatHaveOne() {
+    const QString file = bench.path(u"read.bin"_s);
+    QCOMPARE(bench.run({u"-p"_s, u"w27c512@dip28"_s, u"-r"_s, file}),
+             (Answer{0, {}, bannerText() + "Chip ID: 0xDA08  OK\n" + readingText(128)}));
+    QCOMPARE(bench.contentOf(u"read.bin"_s).size(), 65'536);
+}
+
+void TestSimulatorRuns::unknownDevice_isNamed() {
+    const QString file = bench.makeFile(u"kept.bin"_s, "kept");
+    QCOMPARE(bench.run({u"-p"_s, u"NOSUCHCHIP"_s, u"-r"_s, file}),
+             (Answer{1, {}, "Device NOSUCHCHIP not found!\n"}));
+    QCOMPARE(bench.contentOf(u"kept.bin"_s), QByteArray("kept"));
+}
+
+QTEST_GUILESS_MAIN(TestSimulatorRuns)
+#include "tst_simulator_runs.moc"
