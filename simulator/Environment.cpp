@@ -1,6 +1,8 @@
 #include "Environment.h"
 
+#include <charconv>
 #include <cstdlib>
+#include <optional>
 #include <string_view>
 
 namespace sim {
@@ -28,6 +30,15 @@ EnvironmentError unknownValue(std::string_view name, std::string_view value,
             std::string(choices)};
 }
 
+std::optional<std::chrono::milliseconds> parseMilliseconds(const std::string &text) {
+    long value = 0;
+    const char *end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    if (error != std::errc() || stop != end || value < 0)
+        return std::nullopt;
+    return std::chrono::milliseconds(value);
+}
+
 } // namespace
 
 std::variant<Environment, EnvironmentError> readEnvironment() {
@@ -53,6 +64,13 @@ std::variant<Environment, EnvironmentError> readEnvironment() {
         environment.firstContent = FirstContent::Blank;
     else if (!chips.empty() && chips != "auto")
         return unknownValue("MINIPRO_SIM_CHIPS", chips, "auto, sample or blank");
+
+    if (const std::string life = variable("MINIPRO_SIM_GRANDCHILD_MS"); !life.empty()) {
+        const auto time = parseMilliseconds(life);
+        if (!time)
+            return unknownValue("MINIPRO_SIM_GRANDCHILD_MS", life, "a number of milliseconds");
+        environment.grandchildLife = *time;
+    }
     return environment;
 }
 

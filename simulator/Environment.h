@@ -2,6 +2,7 @@
 
 #include "Faults.h"
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 #include <variant>
@@ -27,6 +28,7 @@ struct Environment {
     Pace pace = Pace::Real;
     FirstContent firstContent = FirstContent::Automatic;
     std::filesystem::path bench;
+    std::chrono::milliseconds grandchildLife{5000}; ///< of Fault::LeavesGrandchild
 
     [[nodiscard]] bool has(Fault fault) const { return faults.count(fault) > 0; }
 };

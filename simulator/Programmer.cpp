@@ -110,7 +110,13 @@ Outcome Programmer::erase() {
 }
 
 std::optional<Bytes> Programmer::loadImage() const {
-    Bytes image = readWholeFile(options.file);
+    Bytes image;
+    try {
+        image = readWholeFile(options.file);
+    } catch (const FileError &error) {
+        say(std::string(error.what()) + "\n");
+        return std::nullopt;
+    }
     if (image.size() != chip.size) {
         const std::string complaint = sizeComplaint(image.size(), chip.size);
         if (!options.ignoreSizeMismatch) {

@@ -14,8 +14,8 @@ namespace sim {
 enum class Outcome { Good, Failed };
 
 /// The simulated programmer with a memory in its socket. Every action reports on standard error
-/// in the tool's words and returns how it ended; FileError leaves it when the chip or the user's
-/// file cannot be read or written.
+/// in the tool's words and returns how it ended; FileError leaves it when the chip's file or that
+/// of a read cannot be used.
 class Programmer {
 public:
     Programmer(const Chip &chip, const Options &options, const Environment &environment);

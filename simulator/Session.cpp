@@ -1,17 +1,25 @@
 #include "Session.h"
 
+#include "Catalogue.h"
+#include "LogicTest.h"
+#include "Misbehaviour.h"
 #include "Output.h"
 
-#include <algorithm>
+#include <cstdio>
 
 namespace sim {
 namespace {
 
-void sayBanner() {
-    say("Found TL866II+ 04.2.132 (0x284)\n"
-        "Device code: 12345678\n"
-        "Serial code: ABCDEFGHIJKLMNOPQRST\n"
-        "USB speed: 12Mbps (USB 1.1)\n");
+/// Without a programmer the tool does not know whose devices to list. It asks, and waits.
+bool userChoosesProgrammer() {
+    say("No programmer found.\n"
+        "Whose devices are to be listed?\n"
+        "  1) TL866A/CS\n  2) TL866II+\n  3) T48\n  4) T56\n"
+        "Number: ");
+    for (int letter = 0; (letter = std::getchar()) != EOF;)
+        if (letter >= '1' && letter <= '4')
+            return true;
+    return false;
 }
 
 } // namespace
@@ -20,13 +28,41 @@ Session::Session(const Options &commandLine, const Environment &surroundings)
     : options(commandLine), environment(surroundings) {}
 
 Outcome Session::run() const {
+    misbehaveAtStart(environment);
     switch (options.action) {
     case Action::Help:
         say(usage());
         return Outcome::Good;
+    case Action::Version:
+        return showVersion();
+    case Action::Search:
+        return search();
     default:
         return runOnDevice();
     }
+}
+
+Outcome Session::showVersion() const {
+    say("Supported programmers: TL866A/CS, TL866II+, T48, T56\n");
+    say(environment.has(Fault::NoProgrammer) ? "No programmer found.\n"
+                                             : "Found TL866II+ 04.2.132 (0x284)\n");
+    say("minipro-sim version " MINIPRO_SIM_VERSION
+        "     This is the simulator: it reaches no programmer and no chip\n"
+        "Answers as:\tminipro 0.7.3\n"
+        "Bench folder:\t" +
+        environment.bench.string() + "\n" + "Devices:\t" + std::to_string(listDevices({}).size()) +
+        ", " + std::to_string(logicParts().size()) + " of them logic ICs\n");
+    return Outcome::Good;
+}
+
+Outcome Session::search() const {
+    misbehaveAfterBanner(environment);
+    if (environment.has(Fault::NoProgrammer) && options.programmerModel.empty() &&
+        !userChoosesProgrammer())
+        return Outcome::Failed;
+    for (const std::string &name : listDevices(options.searchTerm))
+        std::printf("%s\n", name.c_str());
+    return Outcome::Good;
 }
 
 bool Session::programmerAnswers() const {
@@ -44,17 +80,34 @@ bool Session::programmerAnswers() const {
 Outcome Session::runOnDevice() const {
     if (!programmerAnswers())
         return Outcome::Failed;
-    for (const Chip &chip : memoryChips()) {
-        if (sameDeviceName(chip.name, options.device)) {
-            sayBanner();
-            return runOnMemory(chip);
-        }
-    }
+    if (const LogicPart *part = findLogicPart(options.device))
+        return runOnLogicPart(*part);
+    if (const auto chip = findChip(options.device))
+        return runOnMemory(*chip);
     say("Device " + options.device + " not found!\n");
     return Outcome::Failed;
 }
 
+void Session::openSocket() const {
+    say("Found TL866II+ 04.2.132 (0x284)\n"
+        "Device code: 12345678\n");
+    saySerialCode(environment);
+    say("USB speed: 12Mbps (USB 1.1)\n");
+    misbehaveAfterBanner(environment);
+}
+
+Outcome Session::runOnLogicPart(const LogicPart &part) const {
+    openSocket();
+    if (options.action == Action::LogicTest)
+        return testLogicPart(part, environment);
+    say("A logic IC can only be tested. Use -T.\n");
+    return Outcome::Failed;
+}
+
 Outcome Session::runOnMemory(const Chip &chip) const {
+    openSocket();
+    if (options.action == Action::LogicTest)
+        return testNothing(chip.pins);
     Programmer programmer(chip, options, environment);
     if (programmer.checkId() == Outcome::Failed)
         return Outcome::Failed;

@@ -2,11 +2,12 @@
 
 #include "CommandLine.h"
 #include "Environment.h"
+#include "LogicParts.h"
 #include "Programmer.h"
 
 namespace sim {
 
-/// One run of the tool from a command line that makes sense to its verdict.
+/// One run of the tool, from a command line that makes sense to its verdict.
 class Session {
 public:
     Session(const Options &options, const Environment &environment);
@@ -14,9 +15,13 @@ public:
     [[nodiscard]] Outcome run() const;
 
 private:
-    [[nodiscard]] Outcome runOnMemory(const Chip &chip) const;
+    [[nodiscard]] Outcome showVersion() const;
+    [[nodiscard]] Outcome search() const;
     [[nodiscard]] Outcome runOnDevice() const;
+    [[nodiscard]] Outcome runOnLogicPart(const LogicPart &part) const;
+    [[nodiscard]] Outcome runOnMemory(const Chip &chip) const;
     [[nodiscard]] bool programmerAnswers() const;
+    void openSocket() const;
 
     const Options &options;
     const Environment &environment;

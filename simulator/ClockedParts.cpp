@@ -1,0 +1,170 @@
+#include "LogicParts.h"
+
+namespace sim {
+namespace {
+
+/// The 7474: both halves do the same, so one model serves two sets of pins.
+class DualFlipFlop {
+public:
+    void clear() { add({.preset = true, .clear = false, .output = false}); }
+    void preset() { add({.preset = false, .clear = true, .output = true}); }
+
+    void clock(bool data) {
+        state = data;
+        add({.preset = true, .clear = true, .data = data, .clocked = true, .output = state});
+    }
+
+    /// Without a clock the data input has no effect.
+    void hold(bool data) { add({.preset = true, .clear = true, .data = data, .output = state}); }
+
+    [[nodiscard]] std::vector<LogicRow> takeRows() { return std::move(rows); }
+
+private:
+    struct Step {
+        bool preset;
+        bool clear;
+        bool data = false;
+        bool clocked = false;
+        bool output = false;
+    };
+
+    struct HalfPins {
+        int clear, data, clock, preset, output, inverted;
+    };
+
+    void add(const Step &step) {
+        state = step.output;
+        LogicRow row(14, 7, 14);
+        for (const HalfPins &half : {HalfPins{1, 2, 3, 4, 5, 6}, HalfPins{13, 12, 11, 10, 9, 8}}) {
+            row.drive(half.clear, step.clear).drive(half.preset, step.preset);
+            row.drive(half.data, step.data).drive(half.clock, false);
+            row.expect(half.output, step.output).expect(half.inverted, !step.output);
+            if (step.clocked)
+                row.clock(half.clock);
+        }
+        rows.push_back(row);
+    }
+
+    std::vector<LogicRow> rows;
+    bool state = false;
+};
+
+LogicPart dualFlipFlop() {
+    DualFlipFlop part;
+    part.clear();
+    part.hold(true);
+    part.clock(true);
+    part.hold(false);
+    part.clock(false);
+    part.preset();
+    part.hold(false);
+    part.clock(false);
+    part.clock(true);
+    part.clear();
+    return {.name = "7474", .pins = 14, .rows = part.takeRows()};
+}
+
+/// The 74373 and 74374 share their pins; pin 11 opens the latch of one and clocks the other.
+enum class Storage { Latch, FlipFlop };
+
+LogicPart octalStorage(std::string name, Storage storage) {
+    constexpr int disablePin = 1;
+    constexpr int gatePin = 11;
+    const Bus data{3, 4, 7, 8, 13, 14, 17, 18};
+    const Bus outputs{2, 5, 6, 9, 12, 15, 16, 19};
+    constexpr unsigned allLines = 0xFF;
+    const LogicRow socket(20, 10, 20);
+    LogicPart part{.name = std::move(name), .pins = 20, .rows = {}};
+    for (const unsigned pattern : {0x00U, 0xFFU, 0x55U, 0xAAU, 0x0FU, 0x81U}) {
+        LogicRow store = socket;
+        store.drive(disablePin, false).drive(data, pattern).expect(outputs, pattern);
+        part.rows.push_back(storage == Storage::Latch ? store.drive(gatePin, true)
+                                                      : store.clock(gatePin));
+        // The gate closes before the data changes: a latch must not see both at once.
+        LogicRow close = socket;
+        close.drive(gatePin, false).drive(disablePin, false);
+        part.rows.push_back(close.drive(data, pattern).expect(outputs, pattern));
+        LogicRow hold = socket;
+        hold.drive(gatePin, false).drive(data, pattern ^ allLines);
+        part.rows.push_back(LogicRow(hold).drive(disablePin, false).expect(outputs, pattern));
+        part.rows.push_back(LogicRow(hold).drive(disablePin, true).expectFloating(outputs));
+    }
+    return part;
+}
+
+/// The 74161, a counter of four bits that is cleared at once and loaded with the clock.
+class Counter {
+public:
+    void clear() {
+        count = 0;
+        addRow({.clear = false});
+    }
+
+    void load(unsigned value) {
+        count = value;
+        addRow({.load = false, .data = value, .clocked = true});
+    }
+
+    void step() {
+        count = (count + 1) & highest;
+        addRow({.clocked = true});
+    }
+
+    /// With either enable low the clock has no effect.
+    void hold(bool enableP, bool enableT) {
+        addRow({.enableP = enableP, .enableT = enableT, .clocked = true});
+    }
+
+    [[nodiscard]] std::vector<LogicRow> takeRows() { return std::move(rows); }
+
+private:
+    static constexpr unsigned highest = 15;
+
+    struct Step {
+        bool clear = true;
+        bool load = true;
+        bool enableP = true;
+        bool enableT = true;
+        unsigned data = 0;
+        bool clocked = false;
+    };
+
+    void addRow(const Step &step) {
+        LogicRow row(16, 8, 16);
+        row.drive(1, step.clear).drive(2, false).drive(Bus{3, 4, 5, 6}, step.data);
+        row.drive(7, step.enableP).drive(9, step.load).drive(10, step.enableT);
+        row.expect(Bus{14, 13, 12, 11}, count).expect(15, step.enableT && count == highest);
+        if (step.clocked)
+            row.clock(2);
+        rows.push_back(row);
+    }
+
+    std::vector<LogicRow> rows;
+    unsigned count = 0;
+};
+
+LogicPart counter() {
+    constexpr unsigned steps = 16;
+    Counter part;
+    part.clear();
+    for (unsigned i = 0; i < steps; ++i)
+        part.step();
+    for (const unsigned value : {0b0101U, 0b1010U, 0b1111U})
+        part.load(value);
+    part.hold(false, true);
+    part.hold(true, false);
+    part.hold(false, false);
+    part.step();
+    part.load(0b1001);
+    part.clear();
+    return {.name = "74161", .pins = 16, .rows = part.takeRows()};
+}
+
+} // namespace
+
+std::vector<LogicPart> clockedParts() {
+    return {dualFlipFlop(), counter(), octalStorage("74373", Storage::Latch),
+            octalStorage("74374", Storage::FlipFlop)};
+}
+
+} // namespace sim
