@@ -61,6 +61,12 @@ Answer TestBench::run(const QStringList &arguments) const {
             withoutDurations(process.readAllStandardError())};
 }
 
+QByteArray TestBench::readChip(const QString &device) const {
+    const QString name = QStringLiteral("read.bin");
+    const Answer answer = run({QStringLiteral("-p"), device, QStringLiteral("-r"), path(name)});
+    return answer.status == 0 ? contentOf(name) : QByteArray();
+}
+
 QByteArray bannerText() {
     return "Found TL866II+ 04.2.132 (0x284)\n"
            "Device code: 12345678\n"

@@ -34,6 +34,9 @@ public:
     /// Runs the simulator to its end.
     [[nodiscard]] Answer run(const QStringList &arguments) const;
 
+    /// Reads `device` and gives what the run left in its file, nothing when it failed.
+    [[nodiscard]] QByteArray readChip(const QString &device) const;
+
     /// Starts the simulator; the test ends it.
     void start(QProcess &process, const QStringList &arguments) const;
 

@@ -1,0 +1,226 @@
+#include "SimulatorRun.h"
+
+#include <QDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kib = 1024;
+constexpr int mib = 1024 * kib;
+
+/// A buffer that holds `head` and is blank from there on.
+QByteArray blankAfter(const QByteArray &head, int size) {
+    return head + QByteArray(size - head.size(), '\xff');
+}
+
+/// The last line of a run's messages.
+QByteArray verdictOf(const Answer &answer) {
+    return answer.err.trimmed().split('\n').last().split('\r').last();
+}
+
+} // namespace
+
+/// Which chips there are, and what they hold.
+class TestSimulatorChips : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void everyChip_hasItsSizeAndId_data();
+    void everyChip_hasItsSizeAndId();
+    void everyChip_isWrittenAndReadBack_data();
+    void everyChip_isWrittenAndReadBack();
+    void firstContent_data();
+    void firstContent();
+    void sample_isRecognisable();
+    void chipFile_ofAnotherLength_isCutOrFilledUp();
+    void chipFile_leavesNothingElseBehind();
+    void read_intoAFolderThatIsNotThere_fails();
+
+private:
+    Answer write(const QString &device, const QByteArray &image, const QStringList &switches = {});
+
+    std::unique_ptr<TestBench> bench;
+};
+
+namespace {
+
+void addChips() {
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QByteArray>("id");
+    const struct {
+        const char *name;
+        int size;
+        const char *id;
+    } chips[] = {
+        {"AT24C01", 128, ""},
+        {"AT24C02", 256, ""},
+        {"AT24C04", 512, ""},
+        {"AT24C08", 1 * kib, ""},
+        {"AT24C16", 2 * kib, ""},
+        {"AT24C32", 4 * kib, ""},
+        {"AT24C64", 8 * kib, ""},
+        {"AT24C128", 16 * kib, ""},
+        {"AT24C256", 32 * kib, ""},
+        {"AT24C512", 64 * kib, ""},
+        {"24C02", 256, ""},
+        {"24LC64", 8 * kib, ""},
+        {"24LC256", 32 * kib, ""},
+        {"AT24C1024", 128 * kib, ""},
+        {"25LC010A", 128, ""},
+        {"25LC640", 8 * kib, ""},
+        {"25LC1024", 128 * kib, ""},
+        {"AT28C04@DIP24", 512, ""},
+        {"AT28C16@DIP24", 2 * kib, ""},
+        {"AT28C64", 8 * kib, ""},
+        {"AT28C64B", 8 * kib, ""},
+        {"AT28C256", 32 * kib, ""},
+        {"X28C64", 8 * kib, ""},
+        {"X28C256", 32 * kib, ""},
+        {"CAT28C256", 32 * kib, ""},
+        {"AT28C010", 128 * kib, ""},
+        {"W27E257@DIP28", 32 * kib, "0xDA02"},
+        {"W27C512@DIP28", 64 * kib, "0xDA08"},
+        {"W27E512@DIP28", 64 * kib, "0xDA08"},
+        {"AM27C64@DIP28", 8 * kib, "0x0115"},
+        {"AM27C128@DIP28", 16 * kib, "0x0116"},
+        {"AM27C256@DIP28", 32 * kib, "0x0110"},
+        {"AM27C512@DIP28", 64 * kib, "0x0191"},
+        {"AM27C010@DIP32", 128 * kib, "0x010E"},
+        {"AM27C020@DIP32", 256 * kib, "0x0197"},
+        {"AM27C040@DIP32", 512 * kib, "0x019B"},
+        {"AT27C256R@DIP28", 32 * kib, "0x1E8C"},
+        {"M27C256B@DIP28", 32 * kib, "0x208D"},
+        {"M27C512@DIP28", 64 * kib, "0x203D"},
+        {"M27C1001@DIP32", 128 * kib, "0x2005"},
+        {"M27C2001@DIP32", 256 * kib, "0x2061"},
+        {"M27C4001@PLCC32", 512 * kib, "0x2041"},
+        {"27C256-BENCH@DIP28", 32 * kib, "0x0110"},
+        {"AM29F010@DIP32", 128 * kib, "0x0120"},
+        {"AM29F002T@DIP32", 256 * kib, "0x01B0"},
+        {"AM29F040@DIP32", 512 * kib, "0x01A4"},
+        {"MX29F040@DIP32", 512 * kib, "0xC2A4"},
+        {"SST39SF010A", 128 * kib, "0xBFB5"},
+        {"SST39SF020A", 256 * kib, "0xBFB6"},
+        {"SST39SF040", 512 * kib, "0xBFB7"},
+        {"AT29C256@DIP28", 32 * kib, "0x1FDC"},
+        {"AT29C010A", 128 * kib, "0x1FD5"},
+        {"AT29C040A", 512 * kib, "0x1FA4"},
+        {"W25Q80BV", 1 * mib, "0xEF4014"},
+        {"W25Q16BV", 2 * mib, "0xEF4015"},
+        {"W25Q32BV", 4 * mib, "0xEF4016"},
+        {"W25Q32JV", 4 * mib, "0xEF4016"},
+        {"W25Q64FV", 8 * mib, "0xEF4017"},
+        {"W25Q128FV@SOIC8", 16 * mib, "0xEF4018"},
+        {"GD25Q64E(OTP)@WSON8", 8 * mib, ""}, // known by its family's naming scheme
+        {"93LC66B(x16)@SOIC8", 512, ""},
+        {"AM27C010@TSOP32(ADP:Pin9to1)", 128 * kib, ""},
+    };
+    for (const auto &chip : chips)
+        QTest::newRow(chip.name) << chip.size << QByteArray(chip.id);
+}
+
+QByteArray idLine(const QByteArray &id) {
+    return id.isEmpty() ? id : "Chip ID: " + id + "  OK\n";
+}
+
+} // namespace
+
+void TestSimulatorChips::init() {
+    bench = std::make_unique<TestBench>();
+}
+
+Answer TestSimulatorChips::write(const QString &device, const QByteArray &image,
+                                 const QStringList &switches) {
+    const QString file = bench->makeFile(u"image.bin"_s, image);
+    return bench->run(QStringList{u"-p"_s, device, u"-w"_s, file} + switches);
+}
+
+void TestSimulatorChips::everyChip_hasItsSizeAndId_data() {
+    addChips();
+}
+
+void TestSimulatorChips::everyChip_hasItsSizeAndId() {
+    QFETCH(int, size);
+    QFETCH(QByteArray, id);
+    const QString device = QString::fromLatin1(QTest::currentDataTag());
+    const int blocks = (size + 511) / 512;
+    QCOMPARE(bench->run({u"-p"_s, device, u"-r"_s, bench->path(u"read.bin"_s)}),
+             (Answer{0, {}, bannerText() + idLine(id) + readingText(blocks)}));
+    QCOMPARE(bench->contentOf(u"read.bin"_s).size(), size);
+}
+
+void TestSimulatorChips::everyChip_isWrittenAndReadBack_data() {
+    addChips();
+}
+
+void TestSimulatorChips::everyChip_isWrittenAndReadBack() {
+    QFETCH(int, size);
+    const QString device = QString::fromLatin1(QTest::currentDataTag());
+    QByteArray image(size, '\x5a');
+    image[0] = '\x00';
+    image[size - 1] = '\xa5';
+    QCOMPARE(verdictOf(write(device, image)), QByteArray("Verification OK"));
+    QVERIFY(bench->readChip(device) == image);
+}
+
+void TestSimulatorChips::firstContent_data() {
+    QTest::addColumn<QString>("chips");
+    QTest::addColumn<QString>("device");
+    QTest::addColumn<bool>("blank");
+    QTest::newRow("flash holds sample text") << u""_s << u"AM29F010@DIP32"_s << false;
+    QTest::newRow("UV EPROM is blank") << u"auto"_s << u"AM27C256@DIP28"_s << true;
+    QTest::newRow("UV EPROM can hold sample text") << u"sample"_s << u"AM27C256@DIP28"_s << false;
+    QTest::newRow("flash can be blank") << u"blank"_s << u"AM29F010@DIP32"_s << true;
+}
+
+void TestSimulatorChips::firstContent() {
+    QFETCH(QString, chips);
+    QFETCH(QString, device);
+    QFETCH(bool, blank);
+    bench->set(u"CHIPS"_s, chips);
+    const QByteArray content = bench->readChip(device);
+    QCOMPARE(content == QByteArray(content.size(), '\xff'), blank);
+    QCOMPARE(content.startsWith("Sample content"), !blank);
+}
+
+void TestSimulatorChips::sample_isRecognisable() {
+    const QByteArray content = bench->readChip(u"W27C512@DIP28"_s);
+    QCOMPARE(content.size(), 65'536);
+    QVERIFY(content.startsWith("Sample content of the simulated chip W27C512@DIP28, 65536 bytes."));
+    QByteArray everyByte;
+    for (int value = 0; value < 256; ++value)
+        everyByte += static_cast<char>(value);
+    QCOMPARE(content.mid(256, 256), everyByte);
+    QCOMPARE(content.mid(0x8000, 32), QByteArray("addr 0x00008000\naddr 0x00008010\n"));
+    QCOMPARE(content.right(16), QByteArray("addr 0x0000FFF0\n"));
+}
+
+void TestSimulatorChips::chipFile_ofAnotherLength_isCutOrFilledUp() {
+    bench->makeFile(u"bench/AT24C02.bin"_s, "short");
+    QCOMPARE(bench->readChip(u"AT24C02"_s), blankAfter("short", 256));
+    bench->makeFile(u"bench/AT24C02.bin"_s, QByteArray(300, 'x'));
+    QCOMPARE(bench->readChip(u"AT24C02"_s), QByteArray(256, 'x'));
+}
+
+void TestSimulatorChips::chipFile_leavesNothingElseBehind() {
+    write(u"AT24C02"_s, QByteArray(256, 'x'));
+    QCOMPARE(bench->readChip(u"AM27C64@TSOP32(ADP:Pin9to1)"_s).size(), 8 * kib);
+    QCOMPARE(QDir(bench->path(u"bench"_s)).entryList(QDir::Files),
+             (QStringList{u"AM27C64@TSOP32(ADP_Pin9to1).bin"_s, u"AT24C02.bin"_s}));
+}
+
+void TestSimulatorChips::read_intoAFolderThatIsNotThere_fails() {
+    const QString file = bench->path(u"nowhere/read.bin"_s);
+    QCOMPARE(bench->run({u"-p"_s, u"AT24C02"_s, u"-r"_s, file}),
+             (Answer{1,
+                     {},
+                     bannerText() + "Could not open file " + file.toUtf8() +
+                         " for writing: No such file or directory\n"}));
+}
+
+QTEST_GUILESS_MAIN(TestSimulatorChips)
+#include "tst_simulator_chips.moc"
