@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -34,7 +35,8 @@ public:
     /// for this run and is reported through problem().
     void setValue(const QString &key, const QVariant &value);
 
-    /// The user's value as a text, else the registered default, else a null string.
+    /// The user's value as a text, else the registered default, else a null string. A value in the
+    /// file that cannot be read as the type asked for counts as absent, here and below.
     QString stringValue(const QString &key) const;
     /// The same as a boolean; an absent key reads as false.
     bool boolValue(const QString &key) const;
@@ -49,8 +51,39 @@ public:
     QString damagedCopyPath() const;
 
 signals:
-    /// The visible value of \a key changed (by setValue() or by registerDefaults()).
+    /// The visible value of \a key changed: by setValue(), by registerDefaults(), or because
+    /// another program had written the file when setValue() came to write it.
     void valueChanged(const QString &key);
-    /// The settings file could not be written; \a sentence says why, for the message line.
+    /// The settings file could not be written (emitted once, until a write has worked again), or
+    /// had become unreadable and was moved aside; \a sentence says why, for the message line.
     void problem(const QString &sentence);
+
+private:
+    enum class Saving { Works, Failed };
+
+    // A key's value in the two forms that together tell whether it has changed; a null text is an
+    // absent value.
+    struct VisibleValue {
+        QString text;
+        QStringList list;
+
+        friend bool operator==(const VisibleValue &a, const VisibleValue &b) {
+            return a.text == b.text && a.text.isNull() == b.text.isNull() && a.list == b.list;
+        }
+    };
+
+    void reopen();
+    void forgetEarlierErrors();
+    void keepDamagedFileAside();
+    void save();
+    QString whyNotSaved() const;
+    QMap<QString, VisibleValue> visibleValues() const;
+    void announceChanges();
+
+    QString filePath_;
+    QString damagedCopyPath_;
+    std::unique_ptr<QSettings> file_;
+    QVariantMap defaults_;
+    QMap<QString, VisibleValue> announced_;
+    Saving saving_ = Saving::Works;
 };

@@ -1,0 +1,69 @@
+#include "settings/FilePaths.h"
+
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <pwd.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr QChar separator = u'/';
+
+QString withoutTrailingSeparators(QString path) {
+    while (path.endsWith(separator))
+        path.chop(1);
+    return path;
+}
+
+// Without HOME (a bare service environment) the account's own entry still tells the home folder.
+QString homeFolder() {
+    const QString home = qEnvironmentVariable("HOME");
+    if (!home.isEmpty())
+        return withoutTrailingSeparators(home);
+    if (const passwd *account = getpwuid(getuid()))
+        return withoutTrailingSeparators(QFile::decodeName(account->pw_dir));
+    return {};
+}
+
+QString dataHome() {
+    const QString folder = qEnvironmentVariable("XDG_DATA_HOME");
+    if (QDir::isAbsolutePath(folder))
+        return withoutTrailingSeparators(folder);
+    return homeFolder() + QStringLiteral("/.local/share");
+}
+
+QString withoutLastComponent(const QString &path) {
+    const QString trimmed = withoutTrailingSeparators(path);
+    const qsizetype cut = trimmed.lastIndexOf(separator);
+    if (cut < 0)
+        return {};
+    const QString folder = withoutTrailingSeparators(trimmed.first(cut));
+    return folder.isEmpty() ? QString(separator) : folder;
+}
+
+} // namespace
+
+QString resolvedPath(const QString &storedPath) {
+    static const QString support = QStringLiteral("~/Library/Application Support/");
+    if (storedPath.startsWith(support))
+        return dataHome() + separator + storedPath.sliced(support.size());
+    if (storedPath == u"~" || storedPath == u"~/") {
+        const QString home = homeFolder();
+        return home.isEmpty() ? QString(separator) : home;
+    }
+    if (storedPath.startsWith(u"~/"))
+        return homeFolder() + storedPath.sliced(1);
+    return storedPath;
+}
+
+QString resolvedPathOf(const SettingsStore &settings, const QString &key) {
+    return resolvedPath(settings.stringValue(key));
+}
+
+QString temporaryFolder(const SettingsStore &settings) {
+    return withoutLastComponent(resolvedPathOf(settings, settingsKeys::temp_output_file));
+}

@@ -1,0 +1,217 @@
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+
+#include "support/FileHelpers.h"
+#include "support/Privileges.h"
+
+#include <QDir>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <random>
+#include <sys/stat.h>
+
+using namespace settingsKeys;
+
+class TestSettingsDamage : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void damagedFile_isKeptAside_data();
+    void damagedFile_isKeptAside();
+    void readableFile_staysInPlace_data();
+    void readableFile_staysInPlace();
+    void anyBytes_areKeptOrRead();
+    void anyLine_isKeptOrRead();
+    void damagedFile_getsAnUnusedName();
+    void folderInTheWay_isKeptAside();
+    void fifoInTheWay_isKeptAside();
+    void unreadableFile_isKeptAside();
+    void damagedFileThatCannotBeMoved_isNotOverwritten();
+    void fileDamagedWhileOpen_isKeptAside();
+
+private:
+    QString path() const { return folder_->filePath(QStringLiteral("velm.conf")); }
+    QString asidePath() const { return path() + QStringLiteral(".damaged"); }
+
+    std::unique_ptr<QTemporaryDir> folder_;
+};
+
+void TestSettingsDamage::init() {
+    folder_ = std::make_unique<QTemporaryDir>();
+    QVERIFY(folder_->isValid());
+}
+
+void TestSettingsDamage::damagedFile_isKeptAside_data() {
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("a line without a key") << QByteArray("[General]\npad=true\nnonsense\n");
+    QTest::newRow("a value without a key") << QByteArray("[General]\n=true\n");
+    QTest::newRow("an open section") << QByteArray("[General\npad=true\n");
+    QTest::newRow("an open quote") << QByteArray("[General]\ndevice=\"A\npad=true\n");
+    QTest::newRow("a backslash at the end") << QByteArray("[General]\ndevice=A\\\npad=true\n");
+    QTest::newRow("NULs after a crash")
+        << QByteArray("[General]\npad=true\n") + QByteArray(9, '\0');
+    QTest::newRow("all NULs") << QByteArray(4096, '\0');
+    QTest::newRow("another encoding") << QByteArray("[General]\ndevice=jos\xe9\n");
+    QTest::newRow("program file") << QByteArray("\x7f"
+                                                "ELF\x02\x01\x01=\n");
+    QTest::newRow("escape sequences") << QByteArray("device=\x1b[0mA\n");
+    QTest::newRow("a serialised object with a mad length")
+        << QByteArray("[General]\nfavourites=@Variant(\\0\\0\\0\\t\\0\\xff\\xff\\xff\\xf0)\n");
+    QTest::newRow("larger than any settings") << QByteArray("a=") + QByteArray(2 << 20, 'b');
+}
+
+void TestSettingsDamage::damagedFile_isKeptAside() {
+    QFETCH(QByteArray, content);
+    QVERIFY(writeWholeFile(path(), content));
+    SettingsStore store(path());
+    QCOMPARE(store.damagedCopyPath(), asidePath());
+    QVERIFY(!store.contains(pad));
+    store.setValue(device, QStringLiteral("A"));
+    QCOMPARE(readWholeFile(asidePath()), content);
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\n"));
+}
+
+void TestSettingsDamage::readableFile_staysInPlace_data() {
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("empty") << QByteArray("");
+    QTest::newRow("without a section") << QByteArray("pad=true\n");
+    QTest::newRow("without a last line feed") << QByteArray("[General]\npad=true");
+    QTest::newRow("lines ended by CR LF") << QByteArray("[General]\r\npad=true\r\n");
+    QTest::newRow("byte-order mark") << QByteArray("\xef\xbb\xbf[General]\npad=true\n");
+    QTest::newRow("comments") << QByteArray("; mine\n[General]\n# too\npad=true\n\n");
+    QTest::newRow("unknown keys and sections") << QByteArray("[General]\nx=1\n[More]\ny=2\n");
+    QTest::newRow("an escaped quote") << QByteArray("[General]\ndevice=a\\\"b\npad=true\n");
+}
+
+void TestSettingsDamage::readableFile_staysInPlace() {
+    QFETCH(QByteArray, content);
+    QVERIFY(writeWholeFile(path(), content));
+    SettingsStore store(path());
+    QCOMPARE(store.damagedCopyPath(), QString());
+    QCOMPARE(readWholeFile(path()), content);
+    QCOMPARE(store.boolValue(pad), content.contains("pad=true"));
+}
+
+// Whatever the disk hands out: no crash, and nothing is lost.
+void TestSettingsDamage::anyBytes_areKeptOrRead() {
+    std::mt19937 random(20);
+    for (int round = 0; round < 200; ++round) {
+        QByteArray content(qsizetype(random() % 300), '\0');
+        for (char &byte : content)
+            byte = char(random());
+        QVERIFY(writeWholeFile(path(), content));
+        SettingsStore store(path());
+        store.setValue(pad, true);
+        const QString copy = store.damagedCopyPath();
+        if (copy.isEmpty()) {
+            QCOMPARE(content, QByteArray());
+        } else {
+            QCOMPARE(readWholeFile(copy), content);
+            QFile::remove(copy);
+        }
+        QFile::remove(path());
+    }
+}
+
+void TestSettingsDamage::anyLine_isKeptOrRead() {
+    const QByteArray letters = "a=\"\\@(),; %[]#x0\tR";
+    std::mt19937 random(21);
+    for (int round = 0; round < 300; ++round) {
+        QByteArray value(qsizetype(random() % 12), '\0');
+        for (char &byte : value)
+            byte = letters.at(qsizetype(random() % quint32(letters.size())));
+        const QByteArray content = "[General]\npad=" + value + "\nunprotect=true\n";
+        QVERIFY(writeWholeFile(path(), content));
+        SettingsStore store(path());
+        store.boolValue(pad);
+        store.stringValue(pad);
+        store.stringListValue(pad);
+        if (store.damagedCopyPath().isEmpty())
+            QVERIFY2(store.boolValue(unprotect), content.constData());
+        QFile::remove(asidePath());
+        QFile::remove(path());
+    }
+}
+
+void TestSettingsDamage::damagedFile_getsAnUnusedName() {
+    for (const char *content : {"first", "second", "third"}) {
+        QVERIFY(writeWholeFile(path(), content));
+        SettingsStore store(path());
+        store.setValue(pad, true);
+    }
+    QCOMPARE(readWholeFile(asidePath()), QByteArray("first"));
+    QCOMPARE(readWholeFile(asidePath() + QStringLiteral("-2")), QByteArray("second"));
+    QCOMPARE(readWholeFile(asidePath() + QStringLiteral("-3")), QByteArray("third"));
+}
+
+void TestSettingsDamage::folderInTheWay_isKeptAside() {
+    QVERIFY(QDir().mkpath(path()));
+    QVERIFY(writeWholeFile(path() + QStringLiteral("/inside"), "kept"));
+    {
+        SettingsStore store(path());
+        QCOMPARE(store.damagedCopyPath(), asidePath());
+        store.setValue(pad, true);
+    }
+    QCOMPARE(readWholeFile(asidePath() + QStringLiteral("/inside")), QByteArray("kept"));
+    QVERIFY(SettingsStore(path()).boolValue(pad));
+}
+
+void TestSettingsDamage::fifoInTheWay_isKeptAside() {
+    QCOMPARE(mkfifo(QFile::encodeName(path()).constData(), 0600), 0);
+    SettingsStore store(path());
+    QCOMPARE(store.damagedCopyPath(), asidePath());
+    store.setValue(pad, true);
+    QVERIFY(QFileInfo(path()).isFile());
+}
+
+void TestSettingsDamage::unreadableFile_isKeptAside() {
+    QVERIFY(writeWholeFile(path(), "[General]\npad=true\n"));
+    QVERIFY(QFile::setPermissions(path(), {}));
+    QCOMPARE(chmod(QFile::encodeName(folder_->path()).constData(), 0777), 0);
+    {
+        const UnprivilegedUser user;
+        QVERIFY(user.isValid());
+        SettingsStore store(path());
+        QCOMPARE(store.damagedCopyPath(), asidePath());
+    }
+    QVERIFY(QFile::setPermissions(asidePath(), QFile::ReadOwner));
+    QCOMPARE(readWholeFile(asidePath()), QByteArray("[General]\npad=true\n"));
+}
+
+void TestSettingsDamage::damagedFileThatCannotBeMoved_isNotOverwritten() {
+    QVERIFY(writeWholeFile(path(), "nonsense"));
+    QCOMPARE(chmod(QFile::encodeName(path()).constData(), 0666), 0);
+    QCOMPARE(chmod(QFile::encodeName(folder_->path()).constData(), 0555), 0);
+    {
+        const UnprivilegedUser user;
+        QVERIFY(user.isValid());
+        SettingsStore store(path());
+        QCOMPARE(store.damagedCopyPath(), QString());
+        QSignalSpy problems(&store, &SettingsStore::problem);
+        store.setValue(pad, true);
+        QCOMPARE(problems.size(), 1);
+        QVERIFY(store.boolValue(pad));
+    }
+    QCOMPARE(chmod(QFile::encodeName(folder_->path()).constData(), 0755), 0);
+    QCOMPARE(readWholeFile(path()), QByteArray("nonsense"));
+}
+
+void TestSettingsDamage::fileDamagedWhileOpen_isKeptAside() {
+    SettingsStore store(path());
+    QSignalSpy problems(&store, &SettingsStore::problem);
+    store.setValue(pad, true);
+    QVERIFY(writeWholeFile(path(), "[General]\ndevice=\"A\n"));
+    store.setValue(skipErase, true);
+    QCOMPARE(problems.size(), 1);
+    QCOMPARE(problems.first(), QVariantList({QStringLiteral("The settings file could not be read; "
+                                                            "it is kept as %1.")
+                                                 .arg(asidePath())}));
+    QCOMPARE(readWholeFile(asidePath()), QByteArray("[General]\ndevice=\"A\n"));
+    QVERIFY(store.boolValue(skipErase));
+}
+
+QTEST_GUILESS_MAIN(TestSettingsDamage)
+#include "tst_settings_damage.moc"

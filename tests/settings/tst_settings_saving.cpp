@@ -1,0 +1,169 @@
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+
+#include "support/FileHelpers.h"
+#include "support/Privileges.h"
+
+#include <QDir>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace settingsKeys;
+
+class TestSettingsSaving : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void missingFolders_areMade();
+    void everyValue_isOnDiskWhenSetValueReturns();
+    void fileWhereTheFolderShouldBe_isReportedOnce();
+    void readOnlyFolder_keepsTheValueForThisRun();
+    void readOnlyFile_isNotReplaced();
+    void fullDisk_isReportedAgainAfterARecovery();
+    void twoStores_keepEachOthersKeys();
+    void anotherProgramsKeys_areKeptAndAnnounced();
+    void linkedFile_staysALink();
+
+private:
+    QString path() const { return folder_->filePath(QStringLiteral("velm.conf")); }
+    void allow(mode_t mode) const {
+        QCOMPARE(chmod(QFile::encodeName(folder_->path()).constData(), mode), 0);
+    }
+
+    std::unique_ptr<QTemporaryDir> folder_;
+};
+
+void TestSettingsSaving::init() {
+    folder_ = std::make_unique<QTemporaryDir>();
+    QVERIFY(folder_->isValid());
+}
+
+void TestSettingsSaving::missingFolders_areMade() {
+    const QString deep = folder_->filePath(QStringLiteral("a/b c/velm.conf"));
+    SettingsStore store(deep);
+    QVERIFY(!QFile::exists(folder_->filePath(QStringLiteral("a"))));
+    store.setValue(pad, true);
+    QCOMPARE(readWholeFile(deep), QByteArray("[General]\npad=true\n"));
+}
+
+void TestSettingsSaving::everyValue_isOnDiskWhenSetValueReturns() {
+    SettingsStore store(path());
+    store.setValue(device, QStringLiteral("A"));
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\n"));
+    store.setValue(device, QStringLiteral("AT"));
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=AT\n"));
+}
+
+void TestSettingsSaving::fileWhereTheFolderShouldBe_isReportedOnce() {
+    const QString blocker = folder_->filePath(QStringLiteral("velm"));
+    QVERIFY(writeWholeFile(blocker, "mine"));
+    const QString blocked = blocker + QStringLiteral("/velm.conf");
+    SettingsStore store(blocked);
+    QSignalSpy problems(&store, &SettingsStore::problem);
+    QSignalSpy changes(&store, &SettingsStore::valueChanged);
+    store.setValue(pad, true);
+    store.setValue(device, QStringLiteral("A"));
+    QCOMPARE(problems.size(), 1);
+    QCOMPARE(problems.first().first().toString(),
+             QStringLiteral("The settings hold until VELM ends, but cannot be saved in %1: "
+                            "Not a directory")
+                 .arg(blocked));
+    QCOMPARE(changes.size(), 2);
+    QVERIFY(store.boolValue(pad));
+    QCOMPARE(store.stringValue(device), QStringLiteral("A"));
+    QCOMPARE(readWholeFile(blocker), QByteArray("mine"));
+}
+
+void TestSettingsSaving::readOnlyFolder_keepsTheValueForThisRun() {
+    QVERIFY(writeWholeFile(path(), "[General]\npad=false\ndevice=A\n"));
+    QCOMPARE(chmod(QFile::encodeName(path()).constData(), 0644), 0);
+    allow(0555);
+    {
+        const UnprivilegedUser user;
+        SettingsStore store(path());
+        QSignalSpy problems(&store, &SettingsStore::problem);
+        store.setValue(pad, true);
+        QCoreApplication::processEvents();
+        store.setValue(skipErase, true);
+        QCOMPARE(problems.size(), 1);
+        QVERIFY(store.boolValue(pad));
+        QVERIFY(store.boolValue(skipErase));
+        QCOMPARE(store.stringValue(device), QStringLiteral("A"));
+    }
+    allow(0755);
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\npad=false\ndevice=A\n"));
+}
+
+void TestSettingsSaving::readOnlyFile_isNotReplaced() {
+    QVERIFY(writeWholeFile(path(), "[General]\npad=false\n"));
+    QCOMPARE(chmod(QFile::encodeName(path()).constData(), 0444), 0);
+    allow(0777);
+    const UnprivilegedUser user;
+    SettingsStore store(path());
+    QSignalSpy problems(&store, &SettingsStore::problem);
+    store.setValue(pad, true);
+    QCOMPARE(problems.size(), 1);
+    QVERIFY(store.boolValue(pad));
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\npad=false\n"));
+}
+
+void TestSettingsSaving::fullDisk_isReportedAgainAfterARecovery() {
+    SettingsStore store(path());
+    QSignalSpy problems(&store, &SettingsStore::problem);
+    store.setValue(device, QStringLiteral("A"));
+    {
+        const FileSizeLimit full(4);
+        store.setValue(device, QStringLiteral("AT"));
+        store.setValue(pad, true);
+        QCOMPARE(problems.size(), 1);
+        QCOMPARE(store.stringValue(device), QStringLiteral("AT"));
+        QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\n"));
+    }
+    store.setValue(skipErase, true);
+    QCOMPARE(problems.size(), 1);
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=AT\npad=true\nskipErase=true\n"));
+    const FileSizeLimit fullAgain(4);
+    store.setValue(pad, false);
+    QCOMPARE(problems.size(), 2);
+}
+
+void TestSettingsSaving::twoStores_keepEachOthersKeys() {
+    SettingsStore first(path());
+    SettingsStore second(path());
+    first.setValue(device, QStringLiteral("A"));
+    second.setValue(pad, true);
+    first.setValue(skipErase, true);
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\npad=true\nskipErase=true\n"));
+}
+
+void TestSettingsSaving::anotherProgramsKeys_areKeptAndAnnounced() {
+    SettingsStore store(path());
+    store.setValue(device, QStringLiteral("A"));
+    QVERIFY(writeWholeFile(path(), "[General]\ndevice=AT28C256\nunprotect=true\n"));
+    QSignalSpy changes(&store, &SettingsStore::valueChanged);
+    store.setValue(pad, true);
+    QCOMPARE(readWholeFile(path()),
+             QByteArray("[General]\ndevice=AT28C256\npad=true\nunprotect=true\n"));
+    QStringList keys;
+    for (const QVariantList &change : changes)
+        keys.append(change.first().toString());
+    QCOMPARE(keys, QStringList({device, pad, unprotect}));
+    QCOMPARE(store.stringValue(device), QStringLiteral("AT28C256"));
+}
+
+void TestSettingsSaving::linkedFile_staysALink() {
+    const QString target = folder_->filePath(QStringLiteral("elsewhere.conf"));
+    QVERIFY(writeWholeFile(target, "[General]\npad=false\n"));
+    QVERIFY(QFile::link(target, path()));
+    SettingsStore store(path());
+    store.setValue(pad, true);
+    QVERIFY(QFileInfo(path()).isSymLink());
+    QCOMPARE(readWholeFile(target), QByteArray("[General]\npad=true\n"));
+}
+
+QTEST_GUILESS_MAIN(TestSettingsSaving)
+#include "tst_settings_saving.moc"
