@@ -1,0 +1,8 @@
+#pragma once
+
+#include <QByteArray>
+
+/// A new array of \a size bytes of no particular value. A large one lies in huge pages where the
+/// system has them: filling 64 MiB page by page costs several times what writing it does.
+/// Throws std::bad_alloc if there is not enough memory.
+QByteArray uninitializedBytes(qsizetype size);

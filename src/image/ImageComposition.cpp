@@ -1,0 +1,130 @@
+#include "image/ImageComposition.h"
+
+#include "image/HugePages.h"
+#include "image/NumberScanning.h"
+
+#include <cstring>
+#include <new>
+
+namespace {
+
+using Reason = RefusedComposition::Reason;
+
+constexpr unsigned char zeroPadByte = 0x00;
+constexpr unsigned char erasedPadByte = 0xFF;
+constexpr int kibibyteShift = 10;
+
+// Kibibytes become bytes in 32-bit arithmetic, which wraps round for very large values.
+qint32 padSizeOf(const QString &pad_to) {
+    const qint32 size = scanInt(pad_to).value_or(0);
+    return size > 0 ? static_cast<qint32>(static_cast<quint32>(size) << kibibyteShift) : size;
+}
+
+// One composition from its inputs to its image, step by step.
+class Composer {
+public:
+    explicit Composer(const CompositionInputs &inputs)
+        : inputs_(inputs),
+          padSize_(padSizeOf(inputs.pad_to)),
+          padByte_(inputs.padWithZero ? zeroPadByte : erasedPadByte) {}
+
+    Composition compose() {
+        report("have read pad_to and converted to %1", padSize_);
+        if (inputs_.combineReadData && lengthOf(inputs_.read_from_chip_data) > 0)
+            composeFromReadData();
+        else
+            composeFromOpenedBinary();
+        return std::move(result_);
+    }
+
+private:
+    void composeFromReadData() {
+        result_.source = CompositionSource::ReadData;
+        const std::optional<qint64> length = stretched(lengthOf(inputs_.read_from_chip_data));
+        if (!length)
+            return;
+        report("starting with read_from_chip_data which is %1 bytes", *length);
+        if (inputs_.pad)
+            reportFill(*length);
+        make(*length, inputs_.read_from_chip_data, 0);
+    }
+
+    void composeFromOpenedBinary() {
+        const qint64 start = scanHexInt(inputs_.rom_start_address).value_or(0);
+        report("start_address is %1", start);
+        const qint64 binaryLength = lengthOf(inputs_.opened_bin_data);
+        const std::optional<qint64> length = stretched(start + binaryLength);
+        if (!length)
+            return;
+        reportFill(*length);
+        if (make(*length, inputs_.opened_bin_data, start))
+            report("inserting opened binary:%1 at %2", binaryLength, start);
+    }
+
+    // A negative pad size counts as larger than any length, as unsigned numbers compare.
+    bool asksForPadding(qint64 length) const {
+        return inputs_.pad && static_cast<quint64>(length) < static_cast<quint64>(padSize_);
+    }
+
+    // The length with padding; nothing if no image may be that large.
+    std::optional<qint64> stretched(qint64 length) {
+        const bool padded = asksForPadding(length);
+        const qint64 asked = padded ? padSize_ : length;
+        if (asked < 0)
+            return refuse(Reason::NegativePad, asked, "refusing to pad to %1 bytes");
+        if (asked > largestImage)
+            return refuse(Reason::TooLarge, asked, "refusing to compose an image of %1 bytes");
+        if (padded)
+            report("padding to %1 bytes", asked);
+        return asked;
+    }
+
+    // Makes the image: \a content from offset \a start on, pad bytes everywhere else.
+    bool make(qint64 length, const ByteBuffer &content, qint64 start) {
+        try {
+            result_.image = std::make_shared<QByteArray>(uninitializedBytes(length));
+        } catch (const std::bad_alloc &) {
+            refuse(Reason::NoMemory, length, "no memory for an image of %1 bytes");
+            return false;
+        }
+        const qint64 end = start + lengthOf(content);
+        char *bytes = result_.image->data();
+        fill(bytes, start);
+        if (lengthOf(content) > 0)
+            std::memcpy(bytes + start, content->constData(), static_cast<size_t>(end - start));
+        fill(bytes + end, length - end);
+        return true;
+    }
+
+    void fill(char *begin, qint64 count) const {
+        std::memset(begin, padByte_, static_cast<size_t>(count));
+    }
+
+    void reportFill(qint64 length) {
+        report("filling output_data length:%1 with %2", length, padByte_);
+    }
+
+    template <typename... Numbers>
+    void report(const char *text, Numbers... numbers) {
+        QString line = QString::fromLatin1(text);
+        ((line = line.arg(numbers)), ...);
+        result_.log.append(line);
+    }
+
+    std::nullopt_t refuse(Reason reason, qint64 askedSize, const char *text) {
+        result_.refused = RefusedComposition{reason, askedSize};
+        report(text, askedSize);
+        return std::nullopt;
+    }
+
+    const CompositionInputs &inputs_;
+    const qint64 padSize_;
+    const int padByte_;
+    Composition result_;
+};
+
+} // namespace
+
+Composition composeImage(const CompositionInputs &inputs) {
+    return Composer(inputs).compose();
+}
