@@ -2,7 +2,7 @@
 
 #include "image/ByteBuffer.h"
 
-#include <QString>
+#include <QStringList>
 
 /// A new buffer of the bytes spelt in hexadecimal, blanks allowed: bufferOf("AA FF").
 inline ByteBuffer bufferOf(const QByteArray &hex) {

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "image/ByteBuffer.h"
+
+#include <QString>
+
+#include <variant>
+
+/// Why a file could not be loaded.
+struct LoadFailure {
+    /// A short description such as "No such file or directory"; never empty.
+    QString reason;
+};
+
+/// The largest text file that the program reads: 64 MiB.
+inline constexpr qint64 largestText = qint64(64) << 20;
+
+/// Loads the whole file at \a path into a new buffer. Links are followed; folders, FIFOs and
+/// devices are refused at once, without blocking on them, and so is a file of more than \a limit
+/// bytes. Of a file that grows meanwhile, the part that was there at first is taken; of one that
+/// shrinks, what is left.
+std::variant<ByteBuffer, LoadFailure> loadWholeFile(const QString &path,
+                                                    qint64 limit = largestImage);
+
+/// Loads the whole file at \a path, by the same rules, as UTF-8 text. A file that is not valid
+/// UTF-8 throughout is a failure; a leading byte-order mark is a character of the text.
+std::variant<QString, LoadFailure> loadUtf8Text(const QString &path, qint64 limit = largestText);

@@ -1,0 +1,115 @@
+#include "image/TemporaryWorkspace.h"
+
+#include "base/Log.h"
+#include "settings/FilePaths.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <cerrno>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+// Deletes the file or link at path. Returns the error's description if that failed.
+std::optional<QString> removeFile(const QString &path) {
+    const QByteArray name = QFile::encodeName(path);
+    if (name.contains('\0'))
+        return qt_error_string(ENOENT);
+    struct stat status = {};
+    if (::lstat(name.constData(), &status) != 0)
+        return qt_error_string(errno);
+    if (S_ISDIR(status.st_mode))
+        return qt_error_string(EISDIR);
+    if (!S_ISREG(status.st_mode) && !S_ISLNK(status.st_mode))
+        return QCoreApplication::translate("TemporaryWorkspace", "Not a regular file");
+    if (::unlink(name.constData()) != 0)
+        return qt_error_string(errno);
+    return std::nullopt;
+}
+
+// A nearly full disk takes a part of the bytes; only the next call tells why it takes no more.
+bool writeFully(QSaveFile &file, const QByteArray &bytes) {
+    for (qint64 done = 0; done < bytes.size();) {
+        const qint64 written = file.write(bytes.constData() + done, bytes.size() - done);
+        if (written <= 0)
+            return false;
+        done += written;
+    }
+    return true;
+}
+
+// Writes bytes to path in one step. Returns the error's description if that failed.
+std::optional<QString> replaceFile(const QString &path, const QByteArray &bytes) {
+    QSaveFile file(path);
+    const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+                         writeFully(file, bytes) && file.commit();
+    if (written)
+        return std::nullopt;
+    const QString reason = file.errorString();
+    return reason.isEmpty() ? qt_error_string(EIO) : reason;
+}
+
+// In a folder that may not be changed the old image cannot be removed, but it can be emptied.
+void removeOldImage(const QString &path) {
+    if (removeFile(path) && QFileInfo(path).isFile())
+        QFile::resize(path, 0);
+}
+
+QString printable(const QString &text) {
+    return text.isNull() ? QStringLiteral("(null)") : text;
+}
+
+} // namespace
+
+TemporaryWorkspace::TemporaryWorkspace(const SettingsStore &settings, Log &log)
+    : settings_(settings), log_(log) {}
+
+bool TemporaryWorkspace::createTempDirectory() {
+    const QString folder = temporaryFolder(settings_);
+    if (QFileInfo::exists(folder))
+        return true;
+    if (!folder.isEmpty() && QDir().mkpath(folder))
+        return true;
+    log_.write(QStringLiteral("error creating temp directory"));
+    return false;
+}
+
+bool TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer &output_data) {
+    createTempDirectory();
+    const QString path = resolvedPathOf(settings_, settingsKeys::temp_output_file);
+    lastWriteProblem_ =
+        output_data ? replaceFile(path, *output_data)
+                    : QCoreApplication::translate("TemporaryWorkspace", "There is no image");
+    if (!lastWriteProblem_)
+        return true;
+    log_.write(QStringLiteral("error writing to temp file"));
+    removeOldImage(path);
+    return false;
+}
+
+void TemporaryWorkspace::clear_temp_files() {
+    if (!QFileInfo::exists(temporaryFolder(settings_)))
+        return;
+    const QString keys[] = {settingsKeys::temp_output_file, settingsKeys::temp_read_from_chip_file,
+                            settingsKeys::temp_search_results_file};
+    // One error for the three: people compare these lines with those of older runs.
+    std::optional<QString> error;
+    for (const QString &key : keys) {
+        if (const auto failure = removeFile(resolvedPathOf(settings_, key)))
+            error = failure;
+        if (error)
+            log_.write(QStringLiteral("error removing ") + printable(settings_.stringValue(key)) +
+                       QStringLiteral(" : ") + *error);
+    }
+}
+
+std::optional<QString> TemporaryWorkspace::lastWriteProblem() const {
+    return lastWriteProblem_;
+}

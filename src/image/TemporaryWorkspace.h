@@ -1,0 +1,43 @@
+#pragma once
+
+#include "image/ByteBuffer.h"
+
+#include <QString>
+
+#include <optional>
+
+class Log;
+class SettingsStore;
+
+/// The folder of the temporary files through which the program and the programmer tool exchange
+/// images and reports. Paths are read from the settings at the moment of use. Failures are
+/// logged and nothing more; no call shows anything to the user.
+class TemporaryWorkspace {
+public:
+    /// \a settings and \a log must outlive this object.
+    TemporaryWorkspace(const SettingsStore &settings, Log &log);
+
+    /// Makes sure that the temporary folder exists. Anything that stands at its path counts as
+    /// existing. False, and logged, if it could not be created.
+    bool createTempDirectory();
+
+    /// Writes the whole of \a output_data to the temporary output file; the file is replaced in
+    /// one step, so the tool never reads half an image. False, and logged, if that failed or if
+    /// \a output_data is null; no older image is then left at the path.
+    bool write_output_data_to_temp_file(const ByteBuffer &output_data);
+
+    /// Deletes the output, read and search results files of an earlier run, if the temporary
+    /// folder exists. Only files and links are deleted, never a folder. After a failed
+    /// deletion every later one is logged as well; one that succeeded bears the description of the
+    /// failure before it.
+    void clear_temp_files();
+
+    /// Why the last write_output_data_to_temp_file() failed, for the message line; nothing if it
+    /// succeeded or has not been called.
+    std::optional<QString> lastWriteProblem() const;
+
+private:
+    const SettingsStore &settings_;
+    Log &log_;
+    std::optional<QString> lastWriteProblem_;
+};

@@ -1,0 +1,143 @@
+#include "support/Bytes.h"
+#include "support/Privileges.h"
+#include "support/WorkspaceFixture.h"
+
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace settingsKeys;
+
+namespace {
+
+const QString writeError = QStringLiteral("error writing to temp file");
+
+} // namespace
+
+class TestTemporaryWorkspaceWriting : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { at = std::make_unique<WorkspaceFixture>(); }
+    void write_makesTheFolderAndTheWholeFile();
+    void write_replacesAnOlderImage();
+    void write_emptyBufferIsAnEmptyFile();
+    void write_withoutABufferRemovesTheOldImage();
+    void write_fullDiskRemovesTheOldImage();
+    void write_aFileInsteadOfTheFolder();
+    void write_aFolderInsteadOfTheFileStays();
+    void write_unchangeableFolderEmptiesTheOldImage();
+    void write_withoutAPathFails();
+    void write_oldImageIsNeverHalfReplaced();
+    void write_successForgetsTheProblem();
+
+private:
+    QByteArray image() const { return readWholeFile(at->output()); }
+    QStringList takeLog() const { return at->log.take(); }
+
+    std::unique_ptr<WorkspaceFixture> at;
+};
+
+void TestTemporaryWorkspaceWriting::write_makesTheFolderAndTheWholeFile() {
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("00 0A FF")));
+    QCOMPARE(image(), QByteArray("\0\n\xff", 3));
+    QCOMPARE(at->names(), QStringLiteral("temp.bin"));
+    QCOMPARE(takeLog(), QStringList());
+    QVERIFY(!at->workspace.lastWriteProblem());
+}
+
+void TestTemporaryWorkspaceWriting::write_replacesAnOlderImage() {
+    const auto large = std::make_shared<QByteArray>(5'000'000, 'a');
+    QVERIFY(at->workspace.write_output_data_to_temp_file(large));
+    QCOMPARE(image(), *large);
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("62")));
+    QCOMPARE(image(), QByteArray("b"));
+    QCOMPARE(at->names(), QStringLiteral("temp.bin"));
+}
+
+void TestTemporaryWorkspaceWriting::write_emptyBufferIsAnEmptyFile() {
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("")));
+    QVERIFY(QFile::exists(at->output()));
+    QCOMPARE(image(), QByteArray());
+    QCOMPARE(takeLog(), QStringList());
+}
+
+void TestTemporaryWorkspaceWriting::write_withoutABufferRemovesTheOldImage() {
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("61")));
+    QVERIFY(!at->workspace.write_output_data_to_temp_file(nullptr));
+    QCOMPARE(takeLog(), QStringList({writeError}));
+    QCOMPARE(at->names(), QString());
+    QCOMPARE(at->workspace.lastWriteProblem(), std::optional(QStringLiteral("There is no image")));
+}
+
+void TestTemporaryWorkspaceWriting::write_fullDiskRemovesTheOldImage() {
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("61")));
+    {
+        const FileSizeLimit full(1000);
+        QVERIFY(!at->workspace.write_output_data_to_temp_file(
+            std::make_shared<QByteArray>(100'000, 'b')));
+    }
+    QCOMPARE(takeLog(), QStringList({writeError}));
+    QCOMPARE(at->names(), QString());
+    QCOMPARE(at->workspace.lastWriteProblem(), std::optional(QStringLiteral("File too large")));
+}
+
+void TestTemporaryWorkspaceWriting::write_aFileInsteadOfTheFolder() {
+    QVERIFY(QDir().mkpath(at->home.filePath(QStringLiteral(".local/share"))));
+    QVERIFY(writeWholeFile(at->folder(), "mine"));
+    QVERIFY(!at->workspace.write_output_data_to_temp_file(bufferOf("61")));
+    QCOMPARE(takeLog(), QStringList({writeError}));
+    QCOMPARE(readWholeFile(at->folder()), QByteArray("mine"));
+    QCOMPARE(at->workspace.lastWriteProblem(), std::optional(QStringLiteral("Not a directory")));
+}
+
+void TestTemporaryWorkspaceWriting::write_aFolderInsteadOfTheFileStays() {
+    QVERIFY(QDir().mkpath(at->output() + QStringLiteral("/inside")));
+    QVERIFY(!at->workspace.write_output_data_to_temp_file(bufferOf("61")));
+    QCOMPARE(takeLog(), QStringList({writeError}));
+    QVERIFY(QFile::exists(at->output() + QStringLiteral("/inside")));
+    QVERIFY(!at->workspace.lastWriteProblem().value_or(QString()).isEmpty());
+}
+
+void TestTemporaryWorkspaceWriting::write_unchangeableFolderEmptiesTheOldImage() {
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("61")));
+    const QByteArray home = QFile::encodeName(at->home.path());
+    QCOMPARE(chmod(home.constData(), 0755), 0);
+    QCOMPARE(chmod(QFile::encodeName(at->folder()).constData(), 0555), 0);
+    QCOMPARE(chmod(QFile::encodeName(at->output()).constData(), 0666), 0);
+    {
+        const UnprivilegedUser user;
+        QVERIFY(user.isValid());
+        QVERIFY(!at->workspace.write_output_data_to_temp_file(bufferOf("62")));
+    }
+    QCOMPARE(chmod(QFile::encodeName(at->folder()).constData(), 0755), 0);
+    QCOMPARE(takeLog(), QStringList({writeError}));
+    QCOMPARE(image(), QByteArray());
+    QCOMPARE(at->workspace.lastWriteProblem(), std::optional(QStringLiteral("Permission denied")));
+}
+
+void TestTemporaryWorkspaceWriting::write_withoutAPathFails() {
+    at->settings.setValue(temp_output_file, QStringLiteral(""));
+    QVERIFY(!at->workspace.write_output_data_to_temp_file(bufferOf("61")));
+    QCOMPARE(takeLog(), QStringList({QStringLiteral("error creating temp directory"), writeError}));
+    QVERIFY(!at->workspace.lastWriteProblem().value_or(QString()).isEmpty());
+}
+
+// Whoever has the old file open goes on reading the old image.
+void TestTemporaryWorkspaceWriting::write_oldImageIsNeverHalfReplaced() {
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("61 61 61")));
+    QFile reader(at->output());
+    QVERIFY(reader.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("62")));
+    QCOMPARE(reader.readAll(), QByteArray("aaa"));
+}
+
+void TestTemporaryWorkspaceWriting::write_successForgetsTheProblem() {
+    QVERIFY(!at->workspace.write_output_data_to_temp_file(nullptr));
+    QVERIFY(at->workspace.lastWriteProblem());
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("61")));
+    QVERIFY(!at->workspace.lastWriteProblem());
+}
+
+QTEST_GUILESS_MAIN(TestTemporaryWorkspaceWriting)
+#include "tst_temporaryworkspace_writing.moc"
