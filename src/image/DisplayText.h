@@ -2,6 +2,7 @@
 
 #include "image/ByteBuffer.h"
 
+#include <QByteArrayView>
 #include <QString>
 
 #include <vector>
@@ -21,11 +22,23 @@ public:
 
     /// Length in UTF-16 code units.
     qsizetype length() const;
-    /// Up to \a count units from \a position on; fewer (or none) past the end.
+    /// Up to \a count units from \a position on; fewer (or none) past the end. May begin or end
+    /// inside a surrogate pair. If the buffer was edited since it was decoded, the units are those
+    /// of the bytes as they are now, as far as they can be told.
     QString units(qsizetype position, qsizetype count) const;
     /// Number of bytes of the buffer that were decoded.
     qsizetype byteLength() const;
     /// True if the buffer was decoded as multi-byte UTF-8, so that length() is less than
     /// byteLength() and the last bytes have no cell of their own.
     bool isMultiByte() const;
+
+private:
+    QByteArrayView decodedBytes() const;
+    void countUnits();
+
+    ByteBuffer buffer_;
+    qsizetype byteLength_ = 0;
+    qsizetype length_ = 0;
+    // Multi-byte text only: the number of units that begin before each block of bytes.
+    std::vector<qsizetype> unitsBeforeBlock_;
 };
