@@ -1,0 +1,76 @@
+#include "widgets/Palette.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// One meaning, with its colour on light and on dark backgrounds.
+struct TextHue {
+    QColor onLight;
+    QColor onDark;
+};
+
+const TextHue failureHue{QColor(0xb8, 0x00, 0x14), QColor(0xff, 0x7a, 0x70)};
+const TextHue warningHue{QColor(0x8a, 0x4b, 0x00), QColor(0xff, 0xc1, 0x4d)};
+const TextHue successHue{QColor(0x0b, 0x6b, 0x2e), QColor(0x6f, 0xd6, 0x8c)};
+
+double linearized(double channel) {
+    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+
+double relativeLuminance(const QColor &color) {
+    return 0.2126 * linearized(color.redF()) + 0.7152 * linearized(color.greenF()) +
+           0.0722 * linearized(color.blueF());
+}
+
+double worstContrast(const QColor &color, const QPalette &palette) {
+    double worst = contrastRatio(color, palette.color(QPalette::Base));
+    for (const QPalette::ColorRole role : {QPalette::AlternateBase, QPalette::Window})
+        worst = std::min(worst, contrastRatio(color, palette.color(role)));
+    return worst;
+}
+
+QColor mixed(const QColor &from, const QColor &to, double share) {
+    const auto channel = [share](int a, int b) {
+        return static_cast<int>(std::lround(a + (b - a) * share));
+    };
+    return QColor(channel(from.red(), to.red()), channel(from.green(), to.green()),
+                  channel(from.blue(), to.blue()));
+}
+
+// A theme between light and dark leaves a colour too faint: it then moves towards black or white
+// no further than it must, so that it keeps as much of its hue as can be read.
+QColor readable(const TextHue &hue, const QPalette &palette) {
+    constexpr int steps = 16;
+    const bool light = worstContrast(Qt::black, palette) >= worstContrast(Qt::white, palette);
+    const QColor start = light ? hue.onLight : hue.onDark;
+    const QColor end = light ? Qt::black : Qt::white;
+    for (int step = 0; step < steps; ++step) {
+        const QColor color = mixed(start, end, static_cast<double>(step) / steps);
+        if (worstContrast(color, palette) >= smallestTextContrast)
+            return color;
+    }
+    return end;
+}
+
+} // namespace
+
+double contrastRatio(const QColor &one, const QColor &other) {
+    constexpr double flare = 0.05;
+    const double a = relativeLuminance(one) + flare;
+    const double b = relativeLuminance(other) + flare;
+    return std::max(a, b) / std::min(a, b);
+}
+
+QColor failureTextColor(const QPalette &palette) {
+    return readable(failureHue, palette);
+}
+
+QColor warningTextColor(const QPalette &palette) {
+    return readable(warningHue, palette);
+}
+
+QColor successTextColor(const QPalette &palette) {
+    return readable(successHue, palette);
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+
+/// The one place of the program with literal colours. Each text colour is chosen for the palette
+/// that it is shown in: it keeps a contrast of at least smallestTextContrast against the Base,
+/// AlternateBase and Window colours, in light and in dark themes alike.
+///
+/// A colour alone tells nobody anything: who uses one also says it with a word, a shape or a
+/// weight.
+
+/// The contrast that small text needs to be read with impaired sight.
+inline constexpr double smallestTextContrast = 4.5;
+
+/// Contrast of two opaque colours after the Web Content Accessibility Guidelines, from 1 (the
+/// same luminance) to 21 (black and white). The order of the arguments does not matter.
+double contrastRatio(const QColor &one, const QColor &other);
+
+/// Red, for what failed.
+QColor failureTextColor(const QPalette &palette);
+/// Amber, for what needs a second look.
+QColor warningTextColor(const QPalette &palette);
+/// Green, for what went well.
+QColor successTextColor(const QPalette &palette);
