@@ -1,0 +1,91 @@
+#pragma once
+
+#include "tool/Console.h"
+#include "widgets/ConsoleStorage.h"
+#include "widgets/TerminalText.h"
+
+#include <QBasicTimer>
+#include <QElapsedTimer>
+#include <QPlainTextEdit>
+#include <QTextCharFormat>
+
+class QAction;
+class QMenu;
+
+/// The console: a storage that keeps every piece exactly as it came, and a view that shows it as a
+/// terminal would. The first piece is shown at once; under a flood the view follows in slices, so
+/// that the event loop never waits long for it. All calls come on the main thread.
+///
+/// Every character has the palette's text colour and the system font at fontPoints points.
+class ConsoleView final : public QPlainTextEdit, public Console {
+    Q_OBJECT
+
+public:
+    /// Size of the console's letters, in points.
+    static constexpr double fontPoints = 21.0;
+    /// The most lines that the view shows; the storage may hold more.
+    static constexpr int mostLines = 1 << 18;
+
+    /// An empty console that keeps and shows at most \a limit UTF-16 units.
+    explicit ConsoleView(QWidget *parent = nullptr, qsizetype limit = ConsoleStorage::defaultLimit);
+
+    void appendText(const QString &text) override;
+    void beginRun() override;
+    void endRun() override;
+
+    /// Shows everything that waits to be shown.
+    void flush();
+    /// Empties storage and view.
+    void clearAll();
+    /// Puts the whole stored text, exactly as it came, on the clipboard.
+    void copyAll();
+
+    /// The stored text, exactly as it came.
+    QString storedText() const { return storage_.text(); }
+    /// The text that the view shows; its lines are separated by line feeds.
+    QString shownText() const;
+
+    /// Checkable, on at every start: each append scrolls to the end.
+    QAction *followOutputAction() const { return follow_; }
+    /// Copies the whole stored text.
+    QAction *copyAllAction() const { return copyAll_; }
+    /// Asks for the stored text to be saved; see saveRequested().
+    QAction *saveAction() const { return save_; }
+    /// Empties the console.
+    QAction *clearAction() const { return clear_; }
+
+signals:
+    /// The user wants storedText() in a file.
+    void saveRequested();
+    /// The oldest text has gone for the first time since the console was empty.
+    void trimmed();
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    void createActions();
+    void restyle();
+    void showPending(qsizetype most);
+    void apply(const TerminalUpdate &update);
+    void trimView();
+    void noteTrimmed();
+    void scrollToEnd();
+    void schedule();
+
+    ConsoleStorage storage_;
+    TerminalText terminal_;
+    QTextCharFormat format_;
+    QBasicTimer timer_;
+    QElapsedTimer sinceShown_;
+    bool noticeGiven_ = false;
+
+    QAction *copy_ = nullptr;
+    QAction *copyAll_ = nullptr;
+    QAction *save_ = nullptr;
+    QAction *selectAll_ = nullptr;
+    QAction *clear_ = nullptr;
+    QAction *follow_ = nullptr;
+};

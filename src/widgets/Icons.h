@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QIcon>
+#include <QPalette>
+#include <QStringList>
+
+/// The names of the icons that the program brings with it: desktops without an icon theme have
+/// none, and those with one differ.
+QStringList iconNames();
+
+/// The icon \a name (one of iconNames(); any other gives a null icon), drawn in the button text
+/// colour of \a palette, faded for disabled controls. Take it anew when the palette changes.
+QIcon themedIcon(const QString &name, const QPalette &palette);

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QPlainTextEdit>
+
+#include <functional>
+#include <vector>
+
+class QPushButton;
+
+/// Says inline, below the controls, what other programs say in dialogs. Each notice has a topic;
+/// a topic has at most one notice. Notices are shown newest first, one to a line, at most
+/// mostLines lines high; beyond that the text scrolls.
+///
+/// It is a read-only text itself, so that its accessible object, named "Message", is the text:
+/// selectable, reachable by keyboard (Tab leaves it), and never shorter than one line, so that
+/// the window does not jump when a notice comes. The severity is a word as well as a colour.
+class MessageLine final : public QPlainTextEdit {
+    Q_OBJECT
+
+public:
+    enum class Severity { Information, Success, Warning, Problem };
+
+    /// What a notice lets the user do about it.
+    struct Action {
+        /// Text of the button, translated; also its accessible name.
+        QString label;
+        /// Called when the button is pressed.
+        std::function<void()> run;
+    };
+
+    /// The height in lines from which on the text scrolls.
+    static constexpr int mostLines = 3;
+
+    explicit MessageLine(QWidget *parent = nullptr);
+
+    /// Shows \a sentence (translated) as the newest notice, in place of the topic's former one.
+    /// An empty \a sentence clears the topic.
+    void setNotice(const QString &topic, Severity severity, const QString &sentence);
+    /// The same with a button behind the text. The button belongs to the newest notice that has
+    /// an action.
+    void setNotice(const QString &topic, Severity severity, const QString &sentence,
+                   const Action &action);
+    /// Takes the notice of \a topic away, if there is one.
+    void clearNotice(const QString &topic);
+    /// Takes all notices away.
+    void clearAll();
+
+    /// What is shown: the notices, newest first, separated by line feeds.
+    QString text() const;
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    struct Notice {
+        QString topic;
+        Severity severity = Severity::Information;
+        QString sentence;
+        Action action;
+    };
+
+    std::vector<Notice>::iterator find(const QString &topic);
+    const Notice *noticeWithAction() const;
+    void showNotices();
+    void showButton();
+    void placeButton();
+    void runAction();
+    int heightOfLines(int lines) const;
+
+    std::vector<Notice> notices_; // newest first
+    QPushButton *button_ = nullptr;
+};
