@@ -35,7 +35,8 @@ public:
 private:
     void trim();
     void dropFront(qsizetype count);
-    qsizetype unitsToNearBreak() const;
+    QString start(qsizetype count) const;
+    static qsizetype unitsToGoodStart(const QString &text);
 
     qsizetype limit_;
     qsizetype length_ = 0;

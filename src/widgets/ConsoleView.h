@@ -5,12 +5,10 @@
 #include "widgets/TerminalText.h"
 
 #include <QBasicTimer>
-#include <QElapsedTimer>
 #include <QPlainTextEdit>
 #include <QTextCharFormat>
 
 class QAction;
-class QMenu;
 
 /// The console: a storage that keeps every piece exactly as it came, and a view that shows it as a
 /// terminal would. The first piece is shown at once; under a flood the view follows in slices, so
@@ -64,22 +62,24 @@ protected:
     void changeEvent(QEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void timerEvent(QTimerEvent *event) override;
+    QMimeData *createMimeDataFromSelection() const override;
 
 private:
     void createActions();
+    void enableActions();
     void restyle();
-    void showPending(qsizetype most);
+    void showPending();
     void apply(const TerminalUpdate &update);
     void trimView();
+    void removeFirstLines(int count);
     void noteTrimmed();
     void scrollToEnd();
-    void schedule();
 
     ConsoleStorage storage_;
     TerminalText terminal_;
     QTextCharFormat format_;
     QBasicTimer timer_;
-    QElapsedTimer sinceShown_;
+    bool appended_ = false; // since the last turn
     bool noticeGiven_ = false;
 
     QAction *copy_ = nullptr;

@@ -32,7 +32,7 @@ struct TerminalUpdate {
 class TerminalText {
 public:
     /// The widest line, in UTF-16 units.
-    static constexpr qsizetype widestLine = 32 * 1024;
+    static constexpr qsizetype widestLine = 4 * 1024;
     /// A control string (window title and the like) is given up after this many units.
     static constexpr qsizetype longestControlString = 4096;
 
@@ -46,41 +46,49 @@ public:
     void clear();
 
     /// True if takeUpdate() has something to give.
-    bool hasUpdate() const;
+    bool hasUpdate() const { return dirty_; }
     /// How many units of finished lines wait to be taken.
     qsizetype pendingLength() const { return finished_.size() - taken_; }
     /// What changed since the last call: all of it, or, when more than \a most units of finished
     /// lines wait, about that many of them.
     TerminalUpdate takeUpdate(qsizetype most = std::numeric_limits<qsizetype>::max());
-    /// Gives up waiting lines, oldest first, until at most \a most units wait. The next update
-    /// then replaces every line of the view. True if lines were given up.
-    bool dropPendingBeyond(qsizetype most);
+    /// Gives up waiting lines, oldest first, until at most \a most units in at most \a mostLines
+    /// lines wait. The next update then replaces every line of the view. True if lines were given
+    /// up.
+    bool dropPendingBeyond(qsizetype most, qsizetype mostLines);
 
 private:
     enum class State { Text, Escape, EscapeIntermediate, Sequence, String, StringEscape };
-
-    void write(QStringView plain);
-    void overwrite(QStringView plain);
-    void finishLine();
-    void returnToStart() { cursor_ = floor_; }
-    void stepBack();
-    void beginRegion();
-    void eraseInLine(int what);
-    void eraseInDisplay(int what);
-    void eraseRegionLines();
-    void touch(qsizetype column);
-    void blankHalfCharacter(qsizetype index);
 
     qsizetype consume(QStringView rest);
     void control(char16_t unit);
     void afterEscape(char16_t unit);
     void inSequence(char16_t unit);
-    void inString(char16_t unit);
     void endSequence(char16_t final);
+    void inString(char16_t unit);
+    void restartAfterEscape(char16_t unit);
+    void giveUpString(char16_t unit);
+
+    void write(QStringView plain);
+    void overwrite(QStringView plain);
+    void blankHalfCharacters(qsizetype index);
+    void touch(qsizetype column);
+    void finishLine();
+
+    void beginRegion();
+    bool regionHasEarlierLines() const;
+    void eraseInLine(int mode);
+    void truncateLine(qsizetype length);
+    void eraseInDisplay(int mode);
+    void eraseRegionLines();
+
+    QString takeLines(qsizetype most);
+    void noteLinesTaken(qsizetype end);
+    qsizetype endOfDrop(qsizetype most, qsizetype mostLines) const;
+    void compact();
 
     State state_ = State::Text;
-    QString parameters_;
-    qsizetype stringLength_ = 0;
+    QString held_; // what the unfinished sequence holds so far
 
     QString line_;         // the last line, whole
     qsizetype cursor_ = 0; // where the next unit goes; may stand behind the end of the line
@@ -98,4 +106,5 @@ private:
     bool dirty_ = false;
     QString finished_; // lines that the view has not got, from dirtyFrom_ of the first on
     qsizetype taken_ = 0;
+    qsizetype finishedLines_ = 0; // lines of finished_ that have not been taken
 };

@@ -1,0 +1,243 @@
+#include "widgets/ConsoleView.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QElapsedTimer>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTimerEvent>
+
+#include <algorithm>
+
+namespace {
+
+/// What the view takes in at a time, in UTF-16 units: at most a few milliseconds' work, even if
+/// each of them is a line.
+constexpr qsizetype sliceLength = 4 * 1024;
+
+/// After the view was brought up to date, what comes within this time is shown together.
+constexpr int gatherMilliseconds = 25;
+
+/// How long the view goes on taking in text in one turn of the event loop. What is left of the
+/// time until the next turn belongs to who prints.
+constexpr int turnMilliseconds = 10;
+
+/// Each removal costs a copy of the whole text, so that a part of the limit goes at once.
+constexpr int trimmedShare = 16;
+
+QFont consoleFont() {
+    QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+    font.setPointSizeF(ConsoleView::fontPoints);
+    return font;
+}
+
+QString withLineFeeds(QString text) {
+    return text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+}
+
+} // namespace
+
+ConsoleView::ConsoleView(QWidget *parent, qsizetype limit)
+    : QPlainTextEdit(parent), storage_(limit) {
+    setReadOnly(true);
+    setUndoRedoEnabled(false);
+    setLineWrapMode(NoWrap);
+    setTabChangesFocus(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setFont(consoleFont());
+    // What arrives behind a selection that reaches to the end must not become part of it.
+    QTextCursor cursor = textCursor();
+    cursor.setKeepPositionOnInsert(true);
+    setTextCursor(cursor);
+    createActions();
+    restyle();
+}
+
+void ConsoleView::createActions() {
+    const auto add = [this](const QString &text, auto slot) {
+        auto *action = new QAction(text, this);
+        connect(action, &QAction::triggered, this, slot);
+        return action;
+    };
+    copy_ = add(tr("&Copy"), &QPlainTextEdit::copy);
+    copyAll_ = add(tr("Copy &all"), &ConsoleView::copyAll);
+    save_ = add(tr("&Save…"), &ConsoleView::saveRequested);
+    selectAll_ = add(tr("Select a&ll"), &QPlainTextEdit::selectAll);
+    clear_ = add(tr("C&lear"), &ConsoleView::clearAll);
+    follow_ = new QAction(tr("&Follow output"), this);
+    follow_->setCheckable(true);
+    follow_->setChecked(true);
+    connect(follow_, &QAction::toggled, this, &ConsoleView::scrollToEnd);
+    connect(this, &QPlainTextEdit::copyAvailable, copy_, &QAction::setEnabled);
+    copy_->setEnabled(false);
+    enableActions();
+}
+
+void ConsoleView::enableActions() {
+    const bool hasText = storage_.length() > 0;
+    for (QAction *action : {copyAll_, save_, selectAll_, clear_})
+        action->setEnabled(hasText);
+}
+
+void ConsoleView::appendText(const QString &text) {
+    if (text.isEmpty())
+        return;
+    const bool storageTrimmed = storage_.append(text);
+    terminal_.feed(text);
+    const bool pendingTrimmed = terminal_.dropPendingBeyond(storage_.limit(), mostLines - 1);
+    appended_ = true;
+    if (!timer_.isActive())
+        showPending();
+    enableActions();
+    if (storageTrimmed || pendingTrimmed)
+        noteTrimmed();
+}
+
+void ConsoleView::beginRun() {
+    terminal_.beginRun();
+}
+
+void ConsoleView::endRun() {
+    terminal_.endRun();
+    if (!timer_.isActive())
+        showPending();
+}
+
+void ConsoleView::flush() {
+    while (terminal_.hasUpdate())
+        showPending();
+}
+
+void ConsoleView::clearAll() {
+    storage_.clear();
+    terminal_.clear();
+    noticeGiven_ = false;
+    flush();
+    enableActions();
+}
+
+void ConsoleView::copyAll() {
+    QGuiApplication::clipboard()->setText(storage_.text());
+}
+
+QString ConsoleView::shownText() const {
+    return withLineFeeds(document()->toRawText());
+}
+
+// Brings the view up to date, or nearer to it, and opens the time in which what comes next is
+// gathered. Where nobody printed since the last turn, all the time belongs to the view.
+void ConsoleView::showPending() {
+    QElapsedTimer turn;
+    turn.start();
+    const bool any = terminal_.hasUpdate();
+    while (terminal_.hasUpdate() && turn.elapsed() < turnMilliseconds)
+        apply(terminal_.takeUpdate(sliceLength));
+    if (any) {
+        trimView();
+        scrollToEnd();
+    }
+    const bool idle = !std::exchange(appended_, false);
+    timer_.start(idle && terminal_.hasUpdate() ? 0 : gatherMilliseconds, this);
+}
+
+void ConsoleView::timerEvent(QTimerEvent *event) {
+    if (event->timerId() != timer_.timerId())
+        QPlainTextEdit::timerEvent(event);
+    else if (terminal_.hasUpdate())
+        showPending();
+    else
+        timer_.stop();
+}
+
+void ConsoleView::apply(const TerminalUpdate &update) {
+    // Clearing is far cheaper than removing what is there.
+    if (update.linesBack == TerminalUpdate::everyLine)
+        document()->clear();
+    const bool fromStart = update.linesBack >= blockCount();
+    const qsizetype number = fromStart ? 0 : blockCount() - 1 - update.linesBack;
+    const QTextBlock block = document()->findBlockByNumber(static_cast<int>(number));
+    const qsizetype column = fromStart ? 0 : std::min<qsizetype>(update.column, block.length() - 1);
+    QTextCursor cursor(document());
+    cursor.setPosition(block.position() + static_cast<int>(column));
+    cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+    cursor.insertText(update.text, format_);
+}
+
+// The view is bounded as the storage is; whole lines go, and more of them than must.
+void ConsoleView::trimView() {
+    const qsizetype tooMany = document()->characterCount() - 1 - storage_.limit();
+    const int tooManyLines = blockCount() - mostLines;
+    if (tooMany <= 0 && tooManyLines <= 0)
+        return;
+    const auto place = static_cast<int>(tooMany + storage_.limit() / trimmedShare);
+    const int byLength = tooMany > 0 ? document()->findBlock(place).blockNumber() + 1 : 0;
+    const int byLines = tooManyLines > 0 ? tooManyLines + mostLines / trimmedShare : 0;
+    removeFirstLines(std::clamp(std::max(byLength, byLines), 1, blockCount() - 1));
+    noteTrimmed();
+}
+
+void ConsoleView::removeFirstLines(int count) {
+    const int scrolledTo = verticalScrollBar()->value();
+    QTextCursor cursor(document());
+    cursor.setPosition(document()->findBlockByNumber(count).position(), QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+    verticalScrollBar()->setValue(scrolledTo - count);
+}
+
+void ConsoleView::noteTrimmed() {
+    if (!std::exchange(noticeGiven_, true))
+        emit trimmed();
+}
+
+// Shows the place behind the last character, and the starts of the lines where that leaves it in
+// view.
+void ConsoleView::scrollToEnd() {
+    if (!follow_->isChecked())
+        return;
+    verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+    horizontalScrollBar()->setValue(horizontalScrollBar()->minimum());
+    QTextCursor end(document());
+    end.movePosition(QTextCursor::End);
+    const QRect place = cursorRect(end);
+    if (!viewport()->rect().contains(place))
+        horizontalScrollBar()->setValue(place.right() - viewport()->width() + 2 * cursorWidth());
+}
+
+void ConsoleView::restyle() {
+    format_.setFont(font());
+    format_.setForeground(palette().color(QPalette::Text));
+    QTextCursor cursor(document());
+    cursor.select(QTextCursor::Document);
+    cursor.setCharFormat(format_);
+    cursor.setBlockCharFormat(format_);
+}
+
+void ConsoleView::changeEvent(QEvent *event) {
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        restyle();
+}
+
+void ConsoleView::contextMenuEvent(QContextMenuEvent *event) {
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addActions({copy_, copyAll_, save_});
+    menu->addSeparator();
+    menu->addActions({selectAll_, clear_});
+    menu->addSeparator();
+    menu->addAction(follow_);
+    // Not exec(): a run that ends while the menu is open must not have to wait for it.
+    menu->popup(event->globalPos());
+}
+
+QMimeData *ConsoleView::createMimeDataFromSelection() const {
+    auto *copied = new QMimeData;
+    copied->setText(withLineFeeds(textCursor().selectedText()));
+    return copied;
+}
