@@ -1,0 +1,126 @@
+# shellcheck shell=bash
+# What the scripts ./run, ./test and .ci/run share: the Debian packages that each needs, how the
+# missing ones get installed, and the environment of a machine that has little of one.
+# Sourced, never run.
+
+# Enough to build the program and to open its window. The tool chain names its own packages:
+# what comes as a "recommended" package is not installed.
+build_packages=(
+    cmake ninja-build g++
+    qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev
+)
+window_packages=(libqt6svg6 fonts-dejavu-core)
+# Windows without a display, for screenshots and for tests with real widgets.
+virtual_display_packages=(xvfb xauth)
+# shellcheck disable=SC2034 # the scripts that source this file use the lists
+test_packages=(
+    "${build_packages[@]}" "${window_packages[@]}" "${virtual_display_packages[@]}"
+    dbus at-spi2-core python3 python3-pyatspi
+)
+# shellcheck disable=SC2034
+check_packages=(
+    clang-format-14 clang-tidy-14 shellcheck desktop-file-utils appstream
+    man-db dpkg-dev fakeroot file
+)
+
+say() {
+    printf '%s\n' "$*"
+}
+
+complain() {
+    printf '%s\n' "$*" >&2
+}
+
+# Prints those of the packages $@ that are not installed, one on a line.
+missing_packages() {
+    local installed package
+    # dpkg-query fails when it does not know one of the names; what it does know still counts.
+    # shellcheck disable=SC2016 # the ${…} are dpkg-query's
+    installed=$(dpkg-query --show --showformat='${Package} ${db:Status-Status}\n' "$@" \
+        2>/dev/null || true)
+    for package in "$@"; do
+        grep -Fxq -- "$package installed" <<<"$installed" || printf '%s\n' "$package"
+    done
+}
+
+# Runs a command as root: directly, or through sudo where sudo asks nothing or can ask.
+# Status 100 means that neither is possible.
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    elif command -v sudo >/dev/null && { sudo -n true 2>/dev/null || [ -t 0 ]; }; then
+        sudo "$@"
+    else
+        return 100
+    fi
+}
+
+# The line for the user to type when the script may not install the packages $@ itself.
+installing_line() {
+    if command -v sudo >/dev/null; then
+        say "sudo apt-get install --no-install-recommends $*"
+    else
+        say "su -c 'apt-get install --no-install-recommends $*'"
+    fi
+}
+
+# Installs those of the packages $@ that are missing. Without any missing it costs one look into
+# the package database: no network, no root.
+install_missing() {
+    if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+        complain "No apt-get here: what this needs is installed already, or the build says what is not."
+        return 0
+    fi
+    local missing status=0
+    mapfile -t missing < <(missing_packages "$@")
+    [ ${#missing[@]} -gt 0 ] || return 0
+
+    # The lists of a fresh machine are empty, and old ones name files that are gone. When they
+    # cannot be fetched, the ones that are there may still do.
+    as_root true || status=$?
+    if [ "$status" -eq 0 ]; then
+        say "Installing: ${missing[*]}"
+        as_root apt-get update -q ||
+            complain "The package lists could not be fetched; trying with those that are here."
+        as_root env DEBIAN_FRONTEND=noninteractive \
+            apt-get install -y -q --no-install-recommends -o DPkg::Lock::Timeout=120 \
+            "${missing[@]}" && return 0
+    fi
+    complain "These packages are missing and could not be installed from here. Please type:"
+    complain "    $(installing_line "${missing[@]}")"
+    return 1
+}
+
+# A container or a service may leave out what every login has. The window starts the programmer
+# tool through $SHELL, and the libraries look for their files under $HOME and read names of files
+# by the locale.
+complete_environment() {
+    local entry
+    entry=$(getent passwd "$(id -u)" || true)
+    if [ -z "${HOME:-}" ]; then
+        HOME=$(cut -d: -f6 <<<"$entry")
+        HOME=${HOME:-${TMPDIR:-/tmp}}
+    fi
+    if [ -z "${SHELL:-}" ]; then
+        SHELL=$(cut -d: -f7 <<<"$entry")
+        # The accounts of services have a "shell" that refuses to run anything.
+        case "$SHELL" in
+        '' | */nologin | */false) SHELL=/bin/sh ;;
+        esac
+    fi
+    if [ -z "${LC_ALL:-}${LC_CTYPE:-}${LANG:-}" ]; then
+        export LC_CTYPE=C.UTF-8
+    fi
+    export HOME SHELL
+}
+
+# Configures preset $2 of the sources in $1 into the build folder $3, with ccache where it is
+# there and has a place to keep its files.
+configure_build() {
+    local launcher=''
+    if command -v ccache >/dev/null && [ -w "${CCACHE_DIR:-$HOME}" ]; then
+        launcher=ccache
+    fi
+    # Named even when empty: a build folder remembers the ccache of an earlier day.
+    (cd -- "$1" && cmake --preset "$2" -B "$3" -DCMAKE_CXX_COMPILER_LAUNCHER="$launcher")
+}
