@@ -1,0 +1,221 @@
+#include "structure/LayerRules.h"
+
+#include <QDir>
+#include <QLibraryInfo>
+#include <QRegularExpression>
+#include <QSet>
+
+namespace {
+
+/// What a folder may include besides its own headers: folders, or single headers.
+const QMap<QString, QStringList> &arrows() {
+    static const auto words = [](const char *text) {
+        return QString::fromLatin1(text).split(u' ', Qt::SkipEmptyParts);
+    };
+    static const QMap<QString, QStringList> map = {
+        {QStringLiteral("base"), {}},
+        {QStringLiteral("settings"), words("base")},
+        {QStringLiteral("image"), words("base settings")},
+        {QStringLiteral("tool"), words("base settings")},
+        {QStringLiteral("widgets"), words("base settings tool/Console.h")},
+        {QStringLiteral("grid"), words("base settings image widgets")},
+        {QStringLiteral("devices"), words("base settings image tool widgets")},
+        {QStringLiteral("app"), words("base settings image tool widgets grid devices")},
+    };
+    return map;
+}
+
+bool isPure(const QString &layer) {
+    static const QSet<QString> pure = {QStringLiteral("base"), QStringLiteral("settings"),
+                                       QStringLiteral("image"), QStringLiteral("tool")};
+    return pure.contains(layer);
+}
+
+bool isCode(const QString &path) {
+    return path.endsWith(QLatin1String(".h")) || path.endsWith(QLatin1String(".cpp"));
+}
+
+bool isBuildFile(const QString &path) {
+    return path.endsWith(QLatin1String("CMakeLists.txt"));
+}
+
+/// The part of "grid/GridModel.h" before the stroke; empty if there is none.
+QString folderOf(const QString &header) {
+    return header.section(u'/', 0, -2);
+}
+
+QString breach(const QString &path, const QString &what) {
+    return path + QStringLiteral(": ") + what;
+}
+
+/// The names under which the toolkit's module \a module offers headers, from its own folder.
+QSet<QString> headersOfModule(const QString &module) {
+    const QDir folder(QLibraryInfo::path(QLibraryInfo::HeadersPath) + u'/' + module);
+    const QStringList names = folder.entryList(QDir::Files);
+    return {names.begin(), names.end()};
+}
+
+bool isOfModule(const QString &header, const QString &module) {
+    static QMap<QString, QSet<QString>> known;
+    if (!known.contains(module))
+        known.insert(module, headersOfModule(module));
+    return header.startsWith(module + u'/') || header == module || known[module].contains(header);
+}
+
+bool isWidgetHeader(const QString &header) {
+    return isOfModule(header, QStringLiteral("QtWidgets"));
+}
+
+bool isGraphicsHeader(const QString &header) {
+    return isWidgetHeader(header) || isOfModule(header, QStringLiteral("QtGui"));
+}
+
+bool isGridRule(const QString &path) {
+    static const QRegularExpression pattern(QStringLiteral(
+        R"(^src/grid/(GridPresentation|CellEdit|GridModel|GridColumns|GridSource)\w*\.(h|cpp)$)"));
+    return pattern.match(path).hasMatch();
+}
+
+/// The first widget header that \a path reaches, following headers of \a tree; empty if none.
+QString reachedWidgetHeader(const SourceTree &tree, const QString &path, QSet<QString> &seen) {
+    if (seen.contains(path))
+        return {};
+    seen.insert(path);
+    for (const Include &include : includesOf(tree.value(path))) {
+        const QString found =
+            include.ownHeader
+                ? reachedWidgetHeader(tree, QStringLiteral("src/") + include.target, seen)
+            : isWidgetHeader(include.target) ? include.target
+                                             : QString();
+        if (!found.isEmpty())
+            return found;
+    }
+    return {};
+}
+
+/// The names that follow \a prefix in the text of a build file, comments left out.
+QStringList linkedNames(const QString &buildFile, const QString &prefix) {
+    static const QRegularExpression comment(QStringLiteral("#[^\n]*"));
+    const QRegularExpression name(QStringLiteral(R"(\b%1(\w+))").arg(prefix));
+    QString text = buildFile;
+    text.remove(comment);
+    QStringList names;
+    for (auto match = name.globalMatch(text); match.hasNext();)
+        names.append(match.next().captured(1));
+    return names;
+}
+
+} // namespace
+
+QStringList layerRules::arrowsPointDown(const SourceTree &tree) {
+    QStringList breaches;
+    for (auto file = tree.begin(); file != tree.end(); ++file) {
+        const QString layer = layerOf(file.key());
+        if (layer.isEmpty() || !isCode(file.key()))
+            continue;
+        const QStringList allowed = arrows().value(layer);
+        for (const Include &include : includesOf(file.value())) {
+            const QString folder = folderOf(include.target);
+            if (!include.ownHeader || folder.isEmpty() || folder == layer ||
+                allowed.contains(folder) || allowed.contains(include.target))
+                continue;
+            breaches.append(breach(file.key(), QStringLiteral("includes ") + include.target));
+        }
+    }
+    return breaches;
+}
+
+QStringList layerRules::librariesLinkDown(const SourceTree &tree) {
+    QStringList breaches;
+    for (auto file = tree.begin(); file != tree.end(); ++file) {
+        const QString layer = layerOf(file.key());
+        if (layer.isEmpty() || !isBuildFile(file.key()))
+            continue;
+        for (const QString &library : linkedNames(file.value(), QStringLiteral("velm_")))
+            if (arrows().contains(library) && library != layer &&
+                !arrows().value(layer).contains(library) &&
+                !arrows().value(layer).contains(library + QStringLiteral("/Console.h")))
+                breaches.append(breach(file.key(), QStringLiteral("links velm_") + library));
+    }
+    return breaches;
+}
+
+QStringList layerRules::includesNameTheirFolder(const SourceTree &tree) {
+    // What the build generates stands in no folder of the sources.
+    static const QRegularExpression generated(QStringLiteral(R"(^(ui_\w+\.h|\w+\.moc)$)"));
+    QStringList breaches;
+    for (auto file = tree.begin(); file != tree.end(); ++file) {
+        if (layerOf(file.key()).isEmpty() || !isCode(file.key()))
+            continue;
+        for (const Include &include : includesOf(file.value()))
+            if (include.ownHeader && folderOf(include.target).isEmpty() &&
+                !generated.match(include.target).hasMatch())
+                breaches.append(breach(file.key(), QStringLiteral("includes ") + include.target));
+    }
+    return breaches;
+}
+
+QStringList layerRules::pureFoldersSeeNoGraphics(const SourceTree &tree) {
+    QStringList breaches;
+    for (auto file = tree.begin(); file != tree.end(); ++file) {
+        if (!isPure(layerOf(file.key())))
+            continue;
+        for (const Include &include : includesOf(file.value()))
+            if (!include.ownHeader && isGraphicsHeader(include.target))
+                breaches.append(breach(file.key(), QStringLiteral("includes ") + include.target));
+    }
+    return breaches;
+}
+
+QStringList layerRules::pureFoldersLinkCoreAlone(const SourceTree &tree) {
+    QStringList breaches;
+    for (auto file = tree.begin(); file != tree.end(); ++file) {
+        if (!isPure(layerOf(file.key())) || !isBuildFile(file.key()))
+            continue;
+        for (const QString &module : linkedNames(file.value(), QStringLiteral("Qt6::")))
+            if (module != QLatin1String("Core"))
+                breaches.append(breach(file.key(), QStringLiteral("links Qt6::") + module));
+    }
+    return breaches;
+}
+
+QStringList layerRules::gridRulesSeeNoWidgets(const SourceTree &tree) {
+    QStringList breaches;
+    for (auto file = tree.begin(); file != tree.end(); ++file) {
+        if (!isGridRule(file.key()))
+            continue;
+        QSet<QString> seen;
+        const QString header = reachedWidgetHeader(tree, file.key(), seen);
+        if (!header.isEmpty())
+            breaches.append(breach(file.key(), QStringLiteral("reaches ") + header));
+    }
+    return breaches;
+}
+
+QStringList layerRules::controllerIsUnknownBelow(const SourceTree &tree) {
+    QStringList breaches;
+    for (auto file = tree.begin(); file != tree.end(); ++file) {
+        const QString layer = layerOf(file.key());
+        if (!layer.isEmpty() && layer != QLatin1String("app") &&
+            file.value().contains(QLatin1String("AppDelegate")))
+            breaches.append(breach(file.key(), QStringLiteral("mentions AppDelegate")));
+    }
+    return breaches;
+}
+
+QStringList layerRules::simulatorStandsAlone(const SourceTree &tree) {
+    QStringList breaches;
+    for (auto file = tree.begin(); file != tree.end(); ++file) {
+        if (!file.key().startsWith(QLatin1String("simulator/")))
+            continue;
+        for (const Include &include : includesOf(file.value()))
+            if (arrows().contains(folderOf(include.target)) ||
+                include.target.startsWith(QLatin1Char('Q')))
+                breaches.append(breach(file.key(), QStringLiteral("includes ") + include.target));
+        if (!isBuildFile(file.key()))
+            continue;
+        for (const QString &module : linkedNames(file.value(), QStringLiteral("Qt6::")))
+            breaches.append(breach(file.key(), QStringLiteral("links Qt6::") + module));
+    }
+    return breaches;
+}

@@ -1,0 +1,60 @@
+#include "structure/SourceTree.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QRegularExpression>
+
+SourceTree readSourceTree(const QString &top, const QStringList &folders) {
+    const QDir project(top);
+    SourceTree tree;
+    for (const QString &folder : folders) {
+        QDirIterator files(project.filePath(folder),
+                           {QStringLiteral("*.h"), QStringLiteral("*.cpp"), QStringLiteral("*.ui"),
+                            QStringLiteral("CMakeLists.txt")},
+                           QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            QFile file(files.next());
+            if (file.open(QIODevice::ReadOnly))
+                tree.insert(project.relativeFilePath(file.fileName()),
+                            QString::fromUtf8(file.readAll()));
+        }
+    }
+    return tree;
+}
+
+QString withoutComments(const QString &text) {
+    // Literals are matched only to be passed over: "//" inside one begins no comment.
+    static const QRegularExpression piece(
+        QStringLiteral(R"re(R"(\w*)\(.*?\)\1"|"(?:\\.|[^"\\\n])*"|'(?:\\.|[^'\\\n])+')re"
+                       R"re(|(//[^\n]*|/\*.*?\*/))re"),
+        QRegularExpression::DotMatchesEverythingOption);
+    QString result;
+    qsizetype end = 0;
+    for (auto match = piece.globalMatch(text); match.hasNext();) {
+        const QRegularExpressionMatch found = match.next();
+        if (found.capturedStart(2) < 0)
+            continue;
+        result += text.mid(end, found.capturedStart(2) - end);
+        result += QString(found.captured(2).count(u'\n'), u'\n');
+        end = found.capturedEnd(2);
+    }
+    return result + text.mid(end);
+}
+
+QString layerOf(const QString &path) {
+    const QStringList parts = path.split(u'/');
+    return parts.size() >= 3 && parts[0] == QLatin1String("src") ? parts[1] : QString();
+}
+
+QList<Include> includesOf(const QString &text) {
+    static const QRegularExpression line(
+        QStringLiteral(R"re(^[ \t]*#[ \t]*include[ \t]*(["<])([^">\n]+)[">])re"),
+        QRegularExpression::MultilineOption);
+    QList<Include> includes;
+    for (auto match = line.globalMatch(withoutComments(text)); match.hasNext();) {
+        const QRegularExpressionMatch found = match.next();
+        includes.append({found.captured(2), found.captured(1) == QLatin1String("\"")});
+    }
+    return includes;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+/// Files to be judged: path from the project's top folder ("src/grid/GridModel.h") to text.
+using SourceTree = QMap<QString, QString>;
+
+/// The files under \a folders of the project at \a top that a rule may concern: C++, CMake and
+/// window definitions.
+SourceTree readSourceTree(const QString &top, const QStringList &folders);
+
+/// \a text with its comments blanked: line breaks and literals stay where they were.
+QString withoutComments(const QString &text);
+
+/// "src/grid/GridModel.h" gives "grid"; empty for what is not in a folder of src.
+QString layerOf(const QString &path);
+
+/// One #include line of a C++ file.
+struct Include {
+    QString target;
+    /// Written in quotes, not in angle brackets.
+    bool ownHeader = false;
+};
+
+/// The includes of the C++ text \a text, in order; those in comments do not count.
+QList<Include> includesOf(const QString &text);

@@ -1,0 +1,53 @@
+#include "structure/TextRules.h"
+
+#include <QRegularExpression>
+
+namespace {
+
+constexpr qsizetype longestFile = 500;
+
+/// One breach for every match of \a pattern in the code (comments aside) of the files of src and
+/// simulator whose paths do not begin with \a excepted.
+QStringList matchesInCode(const SourceTree &tree, const QRegularExpression &pattern,
+                          const QString &excepted) {
+    QStringList breaches;
+    for (auto file = tree.begin(); file != tree.end(); ++file) {
+        const bool judged = file.key().startsWith(QLatin1String("src/")) ||
+                            file.key().startsWith(QLatin1String("simulator/"));
+        if (!judged || (!excepted.isEmpty() && file.key().startsWith(excepted)))
+            continue;
+        const QString code = withoutComments(file.value());
+        for (auto match = pattern.globalMatch(code); match.hasNext();)
+            breaches.append(file.key() + QStringLiteral(": ") + match.next().captured());
+    }
+    return breaches;
+}
+
+} // namespace
+
+QStringList textRules::coloursStandInThePaletteHelper(const SourceTree &tree) {
+    static const QRegularExpression colour(
+        QStringLiteral(R"re(#(?:[0-9A-Fa-f]{8}|[0-9A-Fa-f]{6}|[0-9A-Fa-f]{3})(?=["; ]))re"
+                       R"re(|\bQt::(?:dark)?(?:red|green|blue|cyan|magenta|yellow|gray)\b)re"
+                       R"re(|\bQt::(?:lightGray|black|white)\b)re"
+                       R"re(|\bQColor(?:\s+\w+)?[({]\s*\d|\bqRgba?\(\s*\d|<red>)re"),
+        QRegularExpression::CaseInsensitiveOption);
+    return matchesInCode(tree, colour, QStringLiteral("src/widgets/Palette."));
+}
+
+QStringList textRules::nothingForks(const SourceTree &tree) {
+    // QLocale::system() and the like are other functions of that name.
+    static const QRegularExpression call(
+        QStringLiteral(R"((?<![\w:.>])(?:std::|::)?(?:system|popen|fork|vfork)\s*\()"));
+    return matchesInCode(tree, call, {});
+}
+
+QStringList textRules::filesAreShort(const SourceTree &tree) {
+    QStringList breaches;
+    for (auto file = tree.begin(); file != tree.end(); ++file) {
+        const qsizetype lines = file.value().count(u'\n');
+        if (lines > longestFile)
+            breaches.append(QStringLiteral("%1: %2 lines").arg(file.key()).arg(lines));
+    }
+    return breaches;
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "structure/SourceTree.h"
+
+/// Rules on what may stand in the text of a file; the form is that of layerRules.
+namespace textRules {
+
+/// Colours come from the desktop's palette or from the one helper that keeps their contrast.
+QStringList coloursStandInThePaletteHelper(const SourceTree &tree);
+/// Programs start through the one runner: a plain fork copies the page tables of an image of a
+/// gigabyte, and system() and popen() run a shell of their own choice.
+QStringList nothingForks(const SourceTree &tree);
+/// A file beyond 500 lines is more than one subject.
+QStringList filesAreShort(const SourceTree &tree);
+
+} // namespace textRules

@@ -1,0 +1,185 @@
+#include "structure/LayerRules.h"
+#include "structure/SourceTree.h"
+#include "structure/TextRules.h"
+
+#include <QTest>
+
+/// The project's own sources keep its rules, and each rule notices what it forbids.
+class TestLayers : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void sourcesKeepTheRule_data();
+    void sourcesKeepTheRule();
+    void ruleNotices_data();
+    void ruleNotices();
+    void commentsAreBlanked_data();
+    void commentsAreBlanked();
+
+private:
+    SourceTree sources;
+};
+
+using Rule = QStringList (*)(const SourceTree &);
+Q_DECLARE_METATYPE(Rule)
+
+void TestLayers::initTestCase() {
+    sources =
+        readSourceTree(QStringLiteral(VELM_SOURCE_DIR),
+                       {QStringLiteral("src"), QStringLiteral("simulator"), QStringLiteral("tests"),
+                        QStringLiteral("demo"), QStringLiteral("bench")});
+    QVERIFY(sources.contains(QStringLiteral("src/base/Log.h")));
+    QVERIFY(sources.contains(QStringLiteral("simulator/CMakeLists.txt")));
+}
+
+void TestLayers::sourcesKeepTheRule_data() {
+    QTest::addColumn<Rule>("rule");
+    QTest::newRow("arrows point down") << Rule(layerRules::arrowsPointDown);
+    QTest::newRow("libraries link down") << Rule(layerRules::librariesLinkDown);
+    QTest::newRow("includes name their folder") << Rule(layerRules::includesNameTheirFolder);
+    QTest::newRow("pure folders see no graphics") << Rule(layerRules::pureFoldersSeeNoGraphics);
+    QTest::newRow("pure folders link Core alone") << Rule(layerRules::pureFoldersLinkCoreAlone);
+    QTest::newRow("grid rules see no widgets") << Rule(layerRules::gridRulesSeeNoWidgets);
+    QTest::newRow("controller is unknown below") << Rule(layerRules::controllerIsUnknownBelow);
+    QTest::newRow("simulator stands alone") << Rule(layerRules::simulatorStandsAlone);
+    QTest::newRow("colours stand in the palette helper")
+        << Rule(textRules::coloursStandInThePaletteHelper);
+    QTest::newRow("nothing forks") << Rule(textRules::nothingForks);
+    QTest::newRow("files are short") << Rule(textRules::filesAreShort);
+}
+
+void TestLayers::sourcesKeepTheRule() {
+    QFETCH(Rule, rule);
+    QCOMPARE(rule(sources).join(u'\n'), QString());
+}
+
+void TestLayers::ruleNotices_data() {
+    QTest::addColumn<Rule>("rule");
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("breaches");
+
+    const auto row = [](const char *name, Rule rule, const char *path, const char *text,
+                        const char *breaches) {
+        QTest::newRow(name) << rule << QString::fromLatin1(path) << QString::fromLatin1(text)
+                            << QString::fromLatin1(breaches);
+    };
+
+    const Rule down = layerRules::arrowsPointDown;
+    row("base includes settings", down, "src/base/A.h", "#include \"settings/FilePaths.h\"\n",
+        "src/base/A.h: includes settings/FilePaths.h");
+    row("settings includes image", down, "src/settings/A.h", "#include \"image/ByteBuffer.h\"\n",
+        "src/settings/A.h: includes image/ByteBuffer.h");
+    row("image includes tool", down, "src/image/A.cpp", "  #  include \"tool/Console.h\"\n",
+        "src/image/A.cpp: includes tool/Console.h");
+    row("tool includes image", down, "src/tool/A.cpp", "#include \"image/ByteBuffer.h\"\n",
+        "src/tool/A.cpp: includes image/ByteBuffer.h");
+    row("widgets includes the console's interface", down, "src/widgets/A.h",
+        "#include \"tool/Console.h\"\n", "");
+    row("widgets includes the tool run", down, "src/widgets/A.h",
+        "#include \"tool/ScriptedMiniPro.h\"\n",
+        "src/widgets/A.h: includes tool/ScriptedMiniPro.h");
+    row("grid includes tool", down, "src/grid/A.h", "#include \"tool/Console.h\"\n",
+        "src/grid/A.h: includes tool/Console.h");
+    row("devices includes grid", down, "src/devices/A.h", "#include \"grid/GridModel.h\"\n",
+        "src/devices/A.h: includes grid/GridModel.h");
+    row("every folder includes itself, app everything", down, "src/app/A.h",
+        "#include \"app/B.h\"\n#include \"grid/C.h\"\n#include \"devices/D.h\"\n", "");
+    row("an include in a comment", down, "src/base/A.h", "// #include \"app/B.h\"\n", "");
+    row("a way up by dots", down, "src/base/A.h", "#include \"../app/B.h\"\n",
+        "src/base/A.h: includes ../app/B.h");
+
+    row("image links widgets", layerRules::librariesLinkDown, "src/image/CMakeLists.txt",
+        "velm_library(image SOURCES A.cpp LINKS velm_base velm_widgets)\n",
+        "src/image/CMakeLists.txt: links velm_widgets");
+    row("an include without folder", layerRules::includesNameTheirFolder, "src/grid/A.cpp",
+        "#include \"B.h\"\n#include \"ui_A.h\"\n#include \"A.moc\"\n",
+        "src/grid/A.cpp: includes B.h");
+
+    const Rule pure = layerRules::pureFoldersSeeNoGraphics;
+    row("image includes QColor", pure, "src/image/A.h", "#include <QColor>\n",
+        "src/image/A.h: includes QColor");
+    row("tool includes a widget by module", pure, "src/tool/A.h", "#include <QtWidgets/QLabel>\n",
+        "src/tool/A.h: includes QtWidgets/QLabel");
+    row("settings includes QString", pure, "src/settings/A.h", "#include <QString>\n", "");
+    row("widgets includes QWidget", pure, "src/widgets/A.h", "#include <QWidget>\n", "");
+    row("tool links Widgets", layerRules::pureFoldersLinkCoreAlone, "src/tool/CMakeLists.txt",
+        "velm_library(tool LINKS Qt6::Core Qt6::Widgets) # Qt6::Gui\n",
+        "src/tool/CMakeLists.txt: links Qt6::Widgets");
+
+    const Rule grid = layerRules::gridRulesSeeNoWidgets;
+    row("the grid's model includes a widget", grid, "src/grid/GridModel.cpp",
+        "#include <QTableView>\n", "src/grid/GridModel.cpp: reaches QTableView");
+    row("a cell rule reaches a widget through a header", grid, "src/grid/CellEdit.h",
+        "#include \"helper/ShowsALabel.h\"\n", "src/grid/CellEdit.h: reaches QLabel");
+    row("the grid's view includes a widget", grid, "src/grid/GridView.h", "#include <QTableView>\n",
+        "");
+
+    row("grid mentions the controller", layerRules::controllerIsUnknownBelow, "src/grid/A.h",
+        "class AppDelegate;\n", "src/grid/A.h: mentions AppDelegate");
+    row("app mentions the controller", layerRules::controllerIsUnknownBelow, "src/app/A.h",
+        "class AppDelegate;\n", "");
+    row("the simulator includes the toolkit", layerRules::simulatorStandsAlone, "simulator/a.cpp",
+        "#include <QString>\n#include <string>\n", "simulator/a.cpp: includes QString");
+    row("the simulator links the toolkit", layerRules::simulatorStandsAlone,
+        "simulator/CMakeLists.txt", "target_link_libraries(minipro-sim PRIVATE Qt6::Core)\n",
+        "simulator/CMakeLists.txt: links Qt6::Core");
+
+    const Rule colours = textRules::coloursStandInThePaletteHelper;
+    row("a colour as text", colours, "src/grid/A.cpp", "QColor(u\"#ff0000\"_s); // #00ff00\n",
+        "src/grid/A.cpp: #ff0000");
+    row("a colour in a style sheet", colours, "src/app/MainWindow.ui",
+        "<string>color: #F00; margin: 0</string>\n", "src/app/MainWindow.ui: #F00");
+    row("a colour by name", colours, "src/widgets/A.cpp", "setColor(Qt::red);\n",
+        "src/widgets/A.cpp: Qt::red");
+    row("a colour in numbers", colours, "src/widgets/A.cpp", "const QColor warning{255, 0, 0};\n",
+        "src/widgets/A.cpp: QColor warning{2");
+    row("colours in the helper", colours, "src/widgets/Palette.cpp", "QColor(0xff, 0, 0);\n", "");
+    row("no colour", colours, "src/app/A.cpp", "#define X\nset(Qt::transparent, u\"#1\"_s);\n", "");
+
+    const Rule forks = textRules::nothingForks;
+    row("a fork", forks, "src/tool/A.cpp", "if (fork() == 0) {}\n", "src/tool/A.cpp: fork(");
+    row("a shell command", forks, "src/app/A.cpp", "std::system(\"ls\"); ::popen (\"ls\");\n",
+        "src/app/A.cpp: std::system(\nsrc/app/A.cpp: ::popen (");
+    row("the system's locale", forks, "src/app/A.cpp",
+        "QLocale::system(); // never fork()\nfont.system();\n", "");
+
+    const QByteArray full(500, '\n');
+    row("500 lines", textRules::filesAreShort, "src/app/A.cpp", full.constData(), "");
+    row("501 lines", textRules::filesAreShort, "tests/app/A.cpp", (full + "\n").constData(),
+        "tests/app/A.cpp: 501 lines");
+}
+
+void TestLayers::ruleNotices() {
+    QFETCH(Rule, rule);
+    QFETCH(QString, path);
+    QFETCH(QString, text);
+    QFETCH(QString, breaches);
+    const SourceTree tree = {
+        {path, text},
+        {QStringLiteral("src/helper/ShowsALabel.h"), QStringLiteral("#include <QLabel>\n")}};
+    QCOMPARE(rule(tree).join(u'\n'), breaches);
+}
+
+void TestLayers::commentsAreBlanked_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("code");
+    const auto row = [](const char *name, const char *text, const char *code) {
+        QTest::newRow(name) << QString::fromLatin1(text) << QString::fromLatin1(code);
+    };
+    row("to the end of the line", "a; // b\nc;", "a; \nc;");
+    row("over lines", "a /* b\nc */ d", "a \n d");
+    row("inside a text", "u\"http://x\" // y", "u\"http://x\" ");
+    row("after a quoted quote", "\"\\\"//\" '\"' // y", "\"\\\"//\" '\"' ");
+    row("inside a raw text", "R\"(// \" )\" // y", "R\"(// \" )\" ");
+}
+
+void TestLayers::commentsAreBlanked() {
+    QFETCH(QString, text);
+    QFETCH(QString, code);
+    QCOMPARE(withoutComments(text), code);
+}
+
+QTEST_GUILESS_MAIN(TestLayers)
+#include "tst_layers.moc"
