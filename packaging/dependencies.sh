@@ -95,19 +95,15 @@ install_missing() {
 # tool through $SHELL, and the libraries look for their files under $HOME and read names of files
 # by the locale.
 complete_environment() {
-    local entry
-    entry=$(getent passwd "$(id -u)" || true)
     if [ -z "${HOME:-}" ]; then
-        HOME=$(cut -d: -f6 <<<"$entry")
+        HOME=$(getent passwd "$(id -u)" | cut -d: -f6 || true)
         HOME=${HOME:-${TMPDIR:-/tmp}}
     fi
-    if [ -z "${SHELL:-}" ]; then
-        SHELL=$(cut -d: -f7 <<<"$entry")
-        # The accounts of services have a "shell" that refuses to run anything.
-        case "$SHELL" in
-        '' | */nologin | */false) SHELL=/bin/sh ;;
-        esac
-    fi
+    # Where the environment has no SHELL, bash has taken it from the password database by now, but
+    # keeps it to itself. The accounts of services have a "shell" there that runs nothing.
+    case "${SHELL:-}" in
+    '' | */nologin | */false) SHELL=/bin/sh ;;
+    esac
     if [ -z "${LC_ALL:-}${LC_CTYPE:-}${LANG:-}" ]; then
         export LC_CTYPE=C.UTF-8
     fi
