@@ -1,0 +1,103 @@
+#pragma once
+
+#include "tool/FileDescriptor.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <sys/types.h>
+
+class Pipe;
+class QSocketNotifier;
+
+/// One child process in a session and process group of its own, with three pipes as its standard
+/// streams, default signals, and no other descriptor of this program.
+///
+/// Its end is learned through the event loop and only for this very child: others of the program
+/// are left to their owners. An object is good for one start().
+class ChildProcess final : public QObject {
+    Q_OBJECT
+
+public:
+    /// How the end of the child is learned.
+    enum class EndNotice {
+        /// By a process descriptor where the system has them, else by polling.
+        Immediate,
+        /// By looking every few milliseconds.
+        Polling
+    };
+
+    explicit ChildProcess(QObject *parent = nullptr);
+    /// Kills and reaps a child that is still running, with its group.
+    ~ChildProcess() override;
+
+    /// The program, by path; absent if there is none to start, which start() reports.
+    void setLaunchPath(const std::optional<QString> &path);
+    /// The words after the program's own name.
+    void setArguments(const QStringList &words);
+    /// The folder to start in; where it cannot be entered the child starts in this program's own.
+    void setWorkingFolder(const QString &path);
+    /// The pipes, which must live longer than this object. The child's ends are closed here as
+    /// soon as it has them; the end that writes to the child is kept until it is reaped.
+    void setStandardStreams(Pipe *input, Pipe *output, Pipe *error);
+    void setEndNotice(EndNotice notice);
+
+    /// Opens the pipes and starts the child. False if that failed: startFailure() says why, the
+    /// pipes are closed, the status is -1, and ended() has been emitted.
+    bool start();
+    /// Asks the whole group to terminate and kills it two seconds later; what is left of the
+    /// group when the child itself ends is killed then. Does nothing unless the child is running.
+    void stop();
+
+    /// True from a successful start until the child has been reaped.
+    bool isRunning() const;
+    bool started() const;
+    /// True once the child has been reaped or could not be started.
+    bool hasEnded() const;
+    bool stopRequested() const;
+    /// Why start() failed; empty if it did not.
+    QString startFailure() const;
+    /// The exit code, or the number of the signal that killed the child; -1 if it could not be
+    /// started or its status was lost.
+    int terminationStatus() const;
+    bool killedBySignal() const;
+
+signals:
+    /// A child that had been started has been reaped.
+    void terminated();
+    /// Emitted exactly once after start(): behind terminated(), or inside a start() that failed.
+    void ended();
+
+private:
+    std::optional<QString> openPipesAndSpawn();
+    void awaitEnd();
+    void lookForEnd();
+    void childIsGone();
+    void reap();
+    void signalGroup(int signal) const;
+
+    std::optional<QString> launchPath;
+    QStringList arguments;
+    QString workingFolder;
+    Pipe *input = nullptr;
+    Pipe *output = nullptr;
+    Pipe *error = nullptr;
+    EndNotice endNotice = EndNotice::Immediate;
+
+    pid_t pid = -1;
+    FileDescriptor endDescriptor;
+    std::unique_ptr<QSocketNotifier> endNotifier;
+    QTimer pollTimer;
+    QTimer killTimer;
+    QString failure;
+    int status = -1;
+    bool wasStarted = false;
+    bool over = false;
+    bool bySignal = false;
+    bool stopAsked = false;
+};

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+#include <sys/types.h>
+#include <variant>
+
+class QSocketNotifier;
+
+/// What one attempt to read from a pipe gave.
+struct EndOfFile {};
+struct ReadInterrupted {};
+struct ReadFailed {
+    int error = 0;
+};
+using ReadOutcome = std::variant<QByteArray, EndOfFile, ReadInterrupted, ReadFailed>;
+
+/// The end of a pipe that this program reads from. It says once for each arming that something
+/// can be read, and never blocks.
+///
+/// A handle works without a descriptor: arming is remembered until it gets one.
+class ReadHandle final : public QObject {
+    Q_OBJECT
+
+public:
+    using ReadFunction = std::function<ssize_t(int, void *, size_t)>;
+
+    /// The most that one read takes, in bytes: large enough to keep up with a tool that floods
+    /// its output, small enough to leave the window responsive.
+    static constexpr qint64 largestChunk = qint64(64) * 1024;
+
+    explicit ReadHandle(QObject *parent = nullptr);
+    ~ReadHandle() override;
+
+    /// Arms the handle: it gives one dataAvailable() when there is something to read, or the end
+    /// of file, and is then disarmed. Arming an armed handle changes nothing.
+    void waitForDataInBackgroundAndNotify();
+
+    /// Takes up to \a limit of the bytes that are there (at most largestChunk). With none there
+    /// and the pipe still open, the outcome is ReadFailed with EAGAIN.
+    ReadOutcome availableData(qint64 limit = largestChunk);
+    /// How many bytes can be read at this moment; 0 without a descriptor.
+    qint64 bytesAvailable() const;
+
+    /// Keeps notices back until letGo(), or until \a bytes or more are waiting.
+    void holdBack(qint64 bytes);
+    void letGo();
+
+    /// After the first read at end of file a handle gives no notice until this is called: the end
+    /// stays readable for ever, and would keep the event loop busy while the child lives on.
+    void allowRepeatedEnd();
+
+    /// Reads from \a descriptor from here on, which stays the caller's and is set to non-blocking.
+    void attach(int descriptor);
+    /// Forgets the descriptor; no notice follows.
+    void detach();
+
+    /// Replaces the system's read().
+    void setReadFunction(ReadFunction function);
+
+signals:
+    /// There is something to read, or the end of file.
+    void dataAvailable(ReadHandle *handle);
+
+private:
+    void notify();
+    void updateNotifier();
+    bool isReadable() const;
+
+    std::unique_ptr<QSocketNotifier> notifier;
+    QTimer heldBackTimer;
+    ReadFunction readFunction;
+    qint64 heldBackBytes = 0;
+    int source = -1;
+    bool armed = false;
+    bool heldBack = false;
+    bool endSeen = false;
+    bool repeatedEndAllowed = false;
+};

@@ -1,0 +1,137 @@
+#pragma once
+
+#include "tool/ChildProcess.h"
+#include "tool/CommandLine.h"
+#include "tool/OutputDecoder.h"
+#include "tool/Pipe.h"
+#include "tool/RunOutcome.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include <optional>
+
+class Console;
+class Log;
+class MainQueue;
+class ReadHandle;
+class SettingsStore;
+
+/// One run of the programmer tool through the user's login shell. Everything that the tool prints
+/// is collected, logged and shown on the console while the caller waits; chip contents never pass
+/// through here, the tool reads and writes them as files.
+///
+/// An object is good for one run: launch() or list(), once. Keep it afterwards, because something
+/// that the tool left running may still print. A run that is never started holds no descriptor.
+class ScriptedMiniPro final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Listens for output and for the child's end from here on; nothing is started. The settings
+    /// are read at the moment of use. \a settings, \a eventLog and \a mainQueue must live longer
+    /// than this object.
+    ScriptedMiniPro(SettingsStore &settings, Log &eventLog, MainQueue &mainQueue,
+                    QObject *parent = nullptr);
+    ~ScriptedMiniPro() override;
+
+    /// Choose what launch() does; the last call counts, and without one it is a Read.
+    void setReadOperation();
+    void setVerifyOperation();
+    void setWriteOperation();
+    void setLogicOperation();
+
+    /// The console that shows the output, or null (nothing is shown). A console that is also a
+    /// QObject may be destroyed before this run; any other must live longer.
+    Console *outputView() const;
+    void setOutputView(Console *console);
+
+    /// Runs the chosen operation and returns its status once the child has been reaped, keeping
+    /// the event loop turning meanwhile: the exit code, the number of the signal that killed the
+    /// child, or -1 if it could not be started. The exit message is the last thing appended.
+    int launch();
+
+    /// Leaves the names of the devices that match \a term in the search results file; waits and
+    /// returns like launch().
+    int list(const QString &term);
+
+    /// Ends the run: the child's whole group is asked to terminate and killed two seconds later.
+    /// launch() returns when the child is gone. Does nothing unless a child is running.
+    void stop();
+
+    /// True from the start of the child until it has been reaped.
+    bool isRunning() const;
+    /// True once stop() was called on a running child.
+    bool stopRequested() const;
+    /// True if a child was started.
+    bool started() const;
+    /// Why the child could not be started; empty if it was, or if nobody has tried.
+    QString startFailure() const;
+    /// True if the child was killed by a signal, whose number is then the status.
+    bool killedBySignal() const;
+    /// True until the 51st empty read; output that arrives later is nobody's.
+    bool isListening() const;
+    /// What both streams have printed, in the order of arrival. Grows up to a limit of 256 MiB of
+    /// memory: the piece that would pass it is cut there, and later pieces are shown and logged
+    /// but no longer collected.
+    const QString &collectedOutput() const;
+    /// Everything that tells what became of the run, for judgeRun(); to be asked after it.
+    RunFacts facts() const;
+
+    /// Output is waiting (or has ended) on \a handle: takes one chunk and listens again.
+    void outData(ReadHandle *handle);
+    void errData(ReadHandle *handle);
+    /// Reads one chunk from \a handle and hands it on: to \a text, console, log and, in a logic
+    /// test, to the results file. The 51st chunk without a byte ends the listening for good.
+    void appendDataFrom_to(ReadHandle *handle, QString &text);
+    /// The bytes that \a handle has now, none at end of file; nothing if reading failed. A read
+    /// interrupted by a signal is tried again for as long as it takes.
+    std::optional<QByteArray> availableDataOrError(ReadHandle *handle);
+    /// The child has ended.
+    void terminated();
+    /// Queues \a text for the end of the console, exactly as it is.
+    void appendToOutputView(const QString &text);
+
+private:
+    void takeUpTo(qint64 limit, ReadHandle *handle, QString &text);
+    void handleChunk(ReadHandle *handle, const QByteArray &chunk, QString &text);
+    void countEmptyRead(ReadHandle *handle);
+    void show(const QString &piece, QString &text);
+    void showPendingTails();
+    void keepErrorsOutOfRows(ReadHandle *handle, const QByteArray &chunk);
+    void takeWhatThePipesHold();
+    void stopListening();
+    void closeIfDone();
+    void childEnded();
+
+    void removeOldResults();
+    void prepareShell(const QString &command);
+    int runToTheEnd(const QString &messageStart);
+    void waitUntilExit();
+    void tellConsole(void (Console::*what)());
+
+    SettingsStore &defaults;
+    /// Nothing is ever written to it: the tool sees an open, empty input.
+    Pipe stdinPipe{Pipe::Direction::ToChild};
+    Pipe stdoutPipe{Pipe::Direction::FromChild};
+    Pipe stderrorPipe{Pipe::Direction::FromChild};
+    ChildProcess task;
+    ReadHandle *outFile = nullptr;
+    ReadHandle *errFile = nullptr;
+    /// Stays empty: the tool is never told anything.
+    [[maybe_unused]] std::optional<int> stdinHandle;
+    QString mstroutput;
+    qint32 empty_data_count = 0;
+    qint32 terminated_ = 0;
+    Operation operation = ReadOperation;
+    Console *outputView_ = nullptr;
+
+    Log &log;
+    MainQueue &queue;
+    /// Tells whether outputView_ is still there, where the console is a QObject.
+    QPointer<QObject> consoleObject;
+    bool consoleIsObject = false;
+    OutputDecoder outDecoder;
+    OutputDecoder errDecoder;
+    bool listening = true;
+};
