@@ -1,0 +1,8 @@
+#include "tool/FileDescriptor.h"
+
+#include <unistd.h>
+
+void FileDescriptor::close() {
+    if (isOpen())
+        ::close(std::exchange(value, -1));
+}

@@ -1,0 +1,72 @@
+#include "tool/Pipe.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int firstOrdinaryDescriptor = STDERR_FILENO + 1;
+
+int openPipe(int (&ends)[2]) {
+#ifdef Q_OS_LINUX
+    return ::pipe2(ends, O_CLOEXEC);
+#else
+    if (::pipe(ends) != 0)
+        return -1;
+    for (const int end : ends)
+        ::fcntl(end, F_SETFD, FD_CLOEXEC);
+    return 0;
+#endif
+}
+
+/// A program started with a standard stream closed gets its number for the first thing it opens;
+/// such an end would be overwritten while the child's streams are put in place.
+FileDescriptor aboveStandardStreams(FileDescriptor end) {
+    if (end.get() >= firstOrdinaryDescriptor)
+        return end;
+    return FileDescriptor(::fcntl(end.get(), F_DUPFD_CLOEXEC, firstOrdinaryDescriptor));
+}
+
+} // namespace
+
+Pipe::Pipe(Direction towards) : direction(towards) {}
+
+bool Pipe::open() {
+    if (child.isOpen() && own.isOpen())
+        return true;
+    int ends[2] = {-1, -1};
+    if (openPipe(ends) != 0)
+        return false;
+    FileDescriptor reading = aboveStandardStreams(FileDescriptor(ends[0]));
+    FileDescriptor writing = aboveStandardStreams(FileDescriptor(ends[1]));
+    if (!reading.isOpen() || !writing.isOpen())
+        return false;
+    const bool fromChild = direction == Direction::FromChild;
+    own = std::move(fromChild ? reading : writing);
+    child = std::move(fromChild ? writing : reading);
+    if (fromChild)
+        handle.attach(own.get());
+    return true;
+}
+
+int Pipe::childEnd() const {
+    return child.get();
+}
+
+int Pipe::ownEnd() const {
+    return own.get();
+}
+
+void Pipe::closeChildEnd() {
+    child.close();
+}
+
+void Pipe::closeOwnEnd() {
+    handle.detach();
+    own.close();
+}
+
+ReadHandle *Pipe::fileHandleForReading() {
+    return &handle;
+}
