@@ -1,0 +1,115 @@
+#include "tool/Spawn.h"
+
+#include <QByteArrayList>
+#include <QFile>
+
+#include <csignal>
+#include <spawn.h>
+#include <unistd.h>
+#include <vector>
+
+extern "C" char **environ;
+
+namespace {
+
+/// Owns what the child does between its birth and its program.
+class FileActions {
+public:
+    FileActions() { ::posix_spawn_file_actions_init(&actions); }
+    FileActions(const FileActions &) = delete;
+    FileActions &operator=(const FileActions &) = delete;
+    ~FileActions() { ::posix_spawn_file_actions_destroy(&actions); }
+
+    void giveStream(int descriptor, int stream) {
+        ::posix_spawn_file_actions_adddup2(&actions, descriptor, stream);
+    }
+
+    void enterFolder([[maybe_unused]] const QByteArray &path) {
+#ifdef VELM_HAVE_SPAWN_CHDIR
+        if (!path.isEmpty() && ::access(path.constData(), X_OK) == 0)
+            ::posix_spawn_file_actions_addchdir_np(&actions, path.constData());
+#endif
+    }
+
+    /// Close-on-exec covers what this program opened, but not what it inherited.
+    void closeEverythingElse() {
+#ifdef VELM_HAVE_SPAWN_CLOSEFROM
+        ::posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+#endif
+    }
+
+    const posix_spawn_file_actions_t *get() const {
+        return &actions;
+    }
+
+private:
+    posix_spawn_file_actions_t actions;
+};
+
+/// A session of its own, and signals as a freshly started program expects them: a background
+/// group of the terminal's session could be stopped by a login profile that talks to the
+/// terminal, and an inherited blocked or ignored signal would make the child deaf.
+class Attributes {
+public:
+    Attributes() {
+        ::posix_spawnattr_init(&attributes);
+        short flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
+#ifdef POSIX_SPAWN_SETSID
+        flags |= POSIX_SPAWN_SETSID;
+#else
+        flags |= POSIX_SPAWN_SETPGROUP;
+#endif
+        ::posix_spawnattr_setflags(&attributes, flags);
+        sigset_t signalSet;
+        sigemptyset(&signalSet);
+        ::posix_spawnattr_setsigmask(&attributes, &signalSet);
+        sigfillset(&signalSet);
+        sigdelset(&signalSet, SIGKILL);
+        sigdelset(&signalSet, SIGSTOP);
+        ::posix_spawnattr_setsigdefault(&attributes, &signalSet);
+    }
+    Attributes(const Attributes &) = delete;
+    Attributes &operator=(const Attributes &) = delete;
+    ~Attributes() {
+        ::posix_spawnattr_destroy(&attributes);
+    }
+
+    const posix_spawnattr_t *get() const {
+        return &attributes;
+    }
+
+private:
+    posix_spawnattr_t attributes;
+};
+
+QByteArrayList encodedWords(const SpawnRequest &request) {
+    QByteArrayList words{QFile::encodeName(request.program)};
+    for (const QString &word : request.arguments)
+        words.append(word.toLocal8Bit());
+    return words;
+}
+
+} // namespace
+
+std::variant<SpawnedChild, SpawnError> spawnChild(const SpawnRequest &request) {
+    FileActions actions;
+    actions.giveStream(request.input, STDIN_FILENO);
+    actions.giveStream(request.output, STDOUT_FILENO);
+    actions.giveStream(request.error, STDERR_FILENO);
+    actions.closeEverythingElse();
+    actions.enterFolder(QFile::encodeName(request.workingFolder));
+
+    QByteArrayList words = encodedWords(request);
+    std::vector<char *> argv;
+    for (QByteArray &word : words)
+        argv.push_back(word.data());
+    argv.push_back(nullptr);
+
+    const Attributes attributes;
+    SpawnedChild child;
+    const int error = ::posix_spawn(&child.pid, argv.front(), actions.get(), attributes.get(),
+                                    argv.data(), environ);
+    if (error != 0)
+        return SpawnError{error};
+    return child;
+}
