@@ -1,0 +1,182 @@
+#include "tool/RunOutcome.h"
+
+#include "tool/ToolReport.h"
+
+#include <QCoreApplication>
+
+#include <cstring>
+
+namespace {
+
+using namespace toolErrors;
+using Verdict = RunOutcome::Verdict;
+
+// How a shell reports that it could not run a command, or that a signal killed it. The tool
+// itself ends with 0 or 1 alone.
+constexpr int shellCouldNotExecute = 126;
+constexpr int shellDidNotFind = 127;
+constexpr int shellSignalBase = 128;
+constexpr int largestSignal = 64;
+
+/// The sentences for one run.
+class Wording {
+    Q_DECLARE_TR_FUNCTIONS(RunOutcome)
+
+public:
+    explicit Wording(const RunFacts &run) : facts(run) {}
+
+    QString success() const;
+    QString stopped() const;
+    QString notStarted() const {
+        return tr("The programmer tool was not started: %1.").arg(facts.startFailure);
+    }
+    QString failure(const ToolReport &report) const;
+
+    QString operator()(const NoProgrammer &) const {
+        return tr("No programmer was found. Is it plugged in, and may you use its USB device?");
+    }
+    QString operator()(const ProgrammerBusy &) const {
+        return tr("The programmer is in use by another program.");
+    }
+    QString operator()(const ProgrammerUnplugged &) const {
+        return failed(tr("the programmer was unplugged"));
+    }
+    QString operator()(const ConnectionProblem &problem) const {
+        return failed(tr("the connection to the programmer broke (%1)").arg(problem.words));
+    }
+    QString operator()(const Overcurrent &) const {
+        return failed(tr("the chip draws too much current. Is it the right way round?"));
+    }
+    QString operator()(const UnknownDevice &device) const {
+        return tr("The programmer tool does not know the device \"%1\".").arg(device.name);
+    }
+    QString operator()(const WrongChipId &id) const {
+        return failed(
+            tr("the chip's ID does not match (expected %1, got %2)").arg(id.expected, id.found));
+    }
+    QString operator()(const WrongSize &size) const {
+        return failed(tr("the data have %1 bytes, the chip needs %2").arg(size.found, size.needed));
+    }
+    QString operator()(const Difference &difference) const {
+        return failed(tr("at address %1 the data have %2 and the chip has %3")
+                          .arg(difference.address, difference.inFile, difference.inChip));
+    }
+    QString operator()(const LogicErrors &errors) const {
+        return errors.count == 1 ? failed(tr("1 error"))
+                                 : failed(tr("%1 errors").arg(errors.count));
+    }
+
+private:
+    QString failed(const QString &reason) const;
+    QString failureByStatus(const ToolReport &report) const;
+
+    const RunFacts &facts;
+};
+
+QString ended(const QString &sentence) {
+    const bool complete = sentence.endsWith(u'.') || sentence.endsWith(u'?');
+    return complete ? sentence : sentence + QLatin1Char('.');
+}
+
+QString Wording::success() const {
+    switch (facts.operation) {
+    case ReadOperation:
+        return tr("Read succeeded.");
+    case VerifyOperation:
+        return tr("Verify succeeded: the chip holds the data to burn.");
+    case WriteOperation:
+        return tr("Write succeeded and was verified.");
+    case LogicOperation:
+        break;
+    }
+    return tr("Logic test succeeded.");
+}
+
+QString Wording::stopped() const {
+    switch (facts.operation) {
+    case ReadOperation:
+        return tr("Read stopped.");
+    case VerifyOperation:
+        return tr("Verify stopped.");
+    case WriteOperation:
+        return tr("Write stopped: the chip may be written in part.");
+    case LogicOperation:
+        break;
+    }
+    return tr("Logic test stopped.");
+}
+
+QString Wording::failed(const QString &reason) const {
+    switch (facts.operation) {
+    case ReadOperation:
+        return ended(tr("Read failed: %1").arg(reason));
+    case VerifyOperation:
+        return ended(tr("Verify failed: %1").arg(reason));
+    case WriteOperation:
+        return ended(tr("Write failed: %1").arg(reason));
+    case LogicOperation:
+        break;
+    }
+    return ended(tr("Logic test failed: %1").arg(reason));
+}
+
+QString Wording::failure(const ToolReport &report) const {
+    if (!facts.killedBySignal && facts.status == shellDidNotFind)
+        return tr("The shell did not find the programmer tool \"%1\".").arg(facts.tool);
+    if (!facts.killedBySignal && facts.status == shellCouldNotExecute)
+        return tr("The shell could not execute the programmer tool \"%1\".").arg(facts.tool);
+    return report.error ? std::visit(*this, *report.error) : failureByStatus(report);
+}
+
+/// The number of the signal that ended the tool; 0 if none did. A shell that did not give its
+/// place to the tool says so by its exit code.
+int endingSignal(const RunFacts &facts) {
+    if (facts.killedBySignal)
+        return facts.status;
+    const int signal = facts.status - shellSignalBase;
+    return signal > 0 && signal <= largestSignal ? signal : 0;
+}
+
+QString Wording::failureByStatus(const ToolReport &report) const {
+    if (const int signal = endingSignal(facts); signal != 0)
+        return failed(tr("the programmer tool was killed by signal %1 (%2)")
+                          .arg(signal)
+                          .arg(QString::fromLocal8Bit(::strsignal(signal))));
+    if (facts.status != 0)
+        return failed(report.lastLine.isEmpty()
+                          ? tr("the programmer tool ended with status %1").arg(facts.status)
+                          : tr("the programmer tool ended with status %1 and said: %2")
+                                .arg(QString::number(facts.status), report.lastLine));
+    if (report.logicPassed)
+        return failed(tr("the device is no logic IC, nothing was tested"));
+    return failed(tr("the programmer tool did not say that it succeeded"));
+}
+
+bool saidSuccess(Operation operation, const ToolReport &report) {
+    switch (operation) {
+    case ReadOperation:
+        return report.readDone;
+    case VerifyOperation:
+        return report.verified;
+    case WriteOperation:
+        return report.writeDone && report.verified;
+    case LogicOperation:
+        break;
+    }
+    return report.logicPassed && report.logicTested;
+}
+
+} // namespace
+
+RunOutcome judgeRun(const RunFacts &facts) {
+    const Wording wording(facts);
+    if (!facts.started)
+        return {Verdict::NotStarted, wording.notStarted()};
+    const ToolReport report = readToolReport(facts.output);
+    const bool exitedWell = facts.status == 0 && !facts.killedBySignal;
+    if (exitedWell && !report.error && saidSuccess(facts.operation, report))
+        return {Verdict::Succeeded, wording.success()};
+    if (facts.stopRequested)
+        return {Verdict::Stopped, wording.stopped()};
+    return {Verdict::Failed, wording.failure(report)};
+}
