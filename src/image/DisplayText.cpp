@@ -1,7 +1,6 @@
 #include "image/DisplayText.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 #include <utility>
 
@@ -9,7 +8,7 @@ namespace {
 
 // The units of multi-byte text are counted at the start of every block of this many bytes, and a
 // request decodes from there: at most one block before the first unit that is asked for.
-constexpr qsizetype blockSize = 4096;
+constexpr qsizetype blockSize = 512;
 
 constexpr int continuationBits = 6;
 constexpr quint8 continuationMask = 0x3F;
@@ -18,23 +17,52 @@ bool isContinuation(quint8 byte) {
     return (byte & 0xC0) == 0x80;
 }
 
-// How many units the bytes begin: every byte that is no continuation begins one, and the first
-// of four bytes begins a pair of them. Eight bytes at a time, each marked in its lowest bit.
-qsizetype unitsIn(const char *bytes, qsizetype count) {
-    constexpr quint64 lowestBits = 0x0101010101010101;
-    constexpr int wordSize = sizeof(quint64);
-    qsizetype units = count;
-    qsizetype at = 0;
-    for (; at + wordSize <= count; at += wordSize) {
-        quint64 word = 0;
-        std::memcpy(&word, bytes + at, wordSize);
-        const quint64 continuations = (word >> 7) & ~(word >> 6) & lowestBits;
-        const quint64 pairs = (word >> 7) & (word >> 6) & (word >> 5) & (word >> 4) & lowestBits;
-        units += std::popcount(pairs) - std::popcount(continuations);
+// Counts, in groups of words, the bytes that make the number of units differ from that of bytes:
+// each byte of a word is a counter of its own, marked in its lowest bit. A group is short enough
+// for the sum of all counters to fit into one byte.
+constexpr qsizetype wordSize = sizeof(quint64);
+constexpr qsizetype groupSize = 16 * wordSize;
+constexpr quint64 lowestBits = 0x0101010101010101;
+constexpr quint64 highestBits = lowestBits << 7;
+
+quint64 wordAt(const char *bytes) {
+    quint64 word = 0;
+    std::memcpy(&word, bytes, wordSize);
+    return word;
+}
+
+bool isAsciiGroup(const char *group) {
+    quint64 all = 0;
+    for (qsizetype at = 0; at < groupSize; at += wordSize)
+        all |= wordAt(group + at);
+    return (all & highestBits) == 0;
+}
+
+qsizetype sumOfCounters(quint64 counters) {
+    return static_cast<qsizetype>((counters * lowestBits) >> 56);
+}
+
+qsizetype unitsInGroup(const char *group) {
+    quint64 continuations = 0;
+    quint64 pairs = 0;
+    for (qsizetype at = 0; at < groupSize; at += wordSize) {
+        const quint64 word = wordAt(group + at);
+        continuations += (word >> 7) & ~(word >> 6) & lowestBits;
+        pairs += (word >> 7) & (word >> 6) & (word >> 5) & (word >> 4) & lowestBits;
     }
+    return groupSize + sumOfCounters(pairs) - sumOfCounters(continuations);
+}
+
+// How many units the bytes begin: every byte that is no continuation begins one, and the first
+// of four bytes begins a pair of them.
+qsizetype unitsIn(const char *bytes, qsizetype count) {
+    qsizetype units = 0;
+    qsizetype at = 0;
+    for (; at + groupSize <= count; at += groupSize)
+        units += isAsciiGroup(bytes + at) ? groupSize : unitsInGroup(bytes + at);
     for (; at < count; ++at) {
         const auto byte = static_cast<quint8>(bytes[at]);
-        units += (byte >= 0xF0 ? 1 : 0) - (isContinuation(byte) ? 1 : 0);
+        units += 1 + (byte >= 0xF0 ? 1 : 0) - (isContinuation(byte) ? 1 : 0);
     }
     return units;
 }
