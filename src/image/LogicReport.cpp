@@ -1,45 +1,22 @@
 #include "image/LogicReport.h"
 
-namespace {
+#include "image/TextLines.h"
 
-bool isLineBreak(QChar character) {
-    switch (character.unicode()) {
-    case u'\n':
-    case u'\v':
-    case u'\f':
-    case u'\r':
-    case QChar::LineSeparator:
-    case QChar::ParagraphSeparator:
-    case 0x0085: // next line
-        return true;
-    default:
-        return false;
-    }
-}
+namespace {
 
 bool isWhiteSpace(QChar character) {
     return character == u'\t' || character.category() == QChar::Separator_Space;
 }
 
-// Cuts text at every single separator, so that neighbouring ones leave empty parts behind.
-template <typename Predicate>
-QList<QStringView> cutAt(QStringView text, Predicate isSeparator) {
-    QList<QStringView> parts;
-    qsizetype begin = 0;
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        if (!isSeparator(text.at(at)))
-            continue;
-        parts.append(text.sliced(begin, at - begin));
-        begin = at + 1;
-    }
-    parts.append(text.sliced(begin));
-    return parts;
-}
-
+// White space within a line leaves empty strings behind wherever two separators meet.
 QStringList fieldsOf(QStringView line) {
-    QStringList fields;
-    for (const QStringView part : cutAt(line, isWhiteSpace))
-        fields.append(part.toString());
+    QStringList fields(1);
+    for (const QChar character : line) {
+        if (isWhiteSpace(character))
+            fields.append(QString());
+        else
+            fields.last().append(character);
+    }
     return trimEmptyStrings(fields);
 }
 
@@ -58,7 +35,7 @@ void parseLine(QStringView line, LogicReport &report) {
 
 LogicReport parseLogicReport(QStringView text) {
     LogicReport report;
-    for (const QStringView line : cutAt(text, isLineBreak))
+    for (const QStringView line : linesOf(text))
         parseLine(line, report);
     return report;
 }

@@ -1,6 +1,7 @@
 #include "image/TemporaryWorkspace.h"
 
 #include "base/Log.h"
+#include "image/FileSaving.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
@@ -9,7 +10,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <cerrno>
 #include <sys/stat.h>
@@ -32,28 +32,6 @@ std::optional<QString> removeFile(const QString &path) {
     if (::unlink(name.constData()) != 0)
         return qt_error_string(errno);
     return std::nullopt;
-}
-
-// A nearly full disk takes a part of the bytes; only the next call tells why it takes no more.
-bool writeFully(QSaveFile &file, const QByteArray &bytes) {
-    for (qint64 done = 0; done < bytes.size();) {
-        const qint64 written = file.write(bytes.constData() + done, bytes.size() - done);
-        if (written <= 0)
-            return false;
-        done += written;
-    }
-    return true;
-}
-
-// Writes bytes to path in one step. Returns the error's description if that failed.
-std::optional<QString> replaceFile(const QString &path, const QByteArray &bytes) {
-    QSaveFile file(path);
-    const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
-                         writeFully(file, bytes) && file.commit();
-    if (written)
-        return std::nullopt;
-    const QString reason = file.errorString();
-    return reason.isEmpty() ? qt_error_string(EIO) : reason;
 }
 
 // In a folder that may not be changed the old image cannot be removed, but it can be emptied.
@@ -85,7 +63,7 @@ bool TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer &output
     createTempDirectory();
     const QString path = resolvedPathOf(settings_, settingsKeys::temp_output_file);
     lastWriteProblem_ =
-        output_data ? replaceFile(path, *output_data)
+        output_data ? saveWholeFile(path, *output_data)
                     : QCoreApplication::translate("TemporaryWorkspace", "There is no image");
     if (!lastWriteProblem_)
         return true;

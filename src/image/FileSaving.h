@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+/// Replaces the file at \a path by \a bytes in one step: whoever opens it sees the old bytes or
+/// the new ones, and a failure leaves the old file as it was. A link stays and its target is
+/// replaced; the permissions of an existing file are kept. Anything but a regular file (a folder,
+/// a device, a pipe) is refused. Returns the reason of a failure, as a sentence's end.
+std::optional<QString> saveWholeFile(const QString &path, const QByteArray &bytes);

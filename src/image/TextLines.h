@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QChar>
+#include <QList>
+#include <QStringView>
+
+/// True for the characters that end a line on their own: line feed, vertical tab, form feed,
+/// carriage return, next line (U+0085), line and paragraph separator.
+bool isLineBreak(QChar character);
+
+/// \a text cut at every single line break: neighbouring ones (a CR LF pair, too) leave an empty
+/// line between them, and a final one an empty line behind it. A text without any is one line,
+/// the empty text included. The lines refer to the characters of \a text.
+QList<QStringView> linesOf(QStringView text);
