@@ -4,6 +4,7 @@
 #include "tool/CommandLine.h"
 #include "tool/OutputDecoder.h"
 #include "tool/Pipe.h"
+#include "tool/ReadHandle.h"
 #include "tool/RunOutcome.h"
 
 #include <QObject>
@@ -15,7 +16,6 @@
 class Console;
 class Log;
 class MainQueue;
-class ReadHandle;
 class SettingsStore;
 
 /// One run of the programmer tool through the user's login shell. Everything that the tool prints
@@ -85,29 +85,29 @@ public:
     /// test, to the results file. The 51st chunk without a byte ends the listening for good.
     void appendDataFrom_to(ReadHandle *handle, QString &text);
     /// The bytes that \a handle has now, none at end of file; nothing if reading failed. A read
-    /// interrupted by a signal is tried again for as long as it takes.
-    std::optional<QByteArray> availableDataOrError(ReadHandle *handle);
+    /// interrupted by a signal is tried again for as long as it takes. At most \a limit bytes.
+    std::optional<QByteArray> availableDataOrError(ReadHandle *handle,
+                                                   qint64 limit = ReadHandle::largestChunk);
     /// The child has ended.
     void terminated();
     /// Queues \a text for the end of the console, exactly as it is.
     void appendToOutputView(const QString &text);
 
 private:
-    void takeUpTo(qint64 limit, ReadHandle *handle, QString &text);
     void handleChunk(ReadHandle *handle, const QByteArray &chunk, QString &text);
     void countEmptyRead(ReadHandle *handle);
     void show(const QString &piece, QString &text);
-    void showPendingTails();
-    void keepErrorsOutOfRows(ReadHandle *handle, const QByteArray &chunk);
-    void takeWhatThePipesHold();
+    void keepErrorsOutOfRows(const QByteArray &chunk);
     void stopListening();
-    void closeIfDone();
     void childEnded();
+    void closeIfDone();
 
-    void removeOldResults();
-    void prepareShell(const QString &command);
-    int runToTheEnd(const QString &messageStart);
+    std::optional<QString> prepareShell(const QString &command);
+    int runToTheEnd(QLatin1String messageStart);
     void waitUntilExit();
+    void takeWhatThePipesHold();
+    void takeBytes(qint64 count, ReadHandle *handle);
+    void showPendingTails();
     void tellConsole(void (Console::*what)());
 
     SettingsStore &defaults;

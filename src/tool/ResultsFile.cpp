@@ -1,0 +1,61 @@
+#include "tool/ResultsFile.h"
+
+#include "base/Log.h"
+#include "tool/FileDescriptor.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr mode_t modeOfNewFiles = 0666;
+
+/// Non-blocking, because opening a FIFO would wait for a reader.
+FileDescriptor openForAppending(const QString &path) {
+    return FileDescriptor(::open(QFile::encodeName(path).constData(),
+                                 O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK,
+                                 modeOfNewFiles));
+}
+
+bool isRegularFile(const FileDescriptor &file) {
+    struct stat facts {};
+    return ::fstat(file.get(), &facts) == 0 && S_ISREG(facts.st_mode);
+}
+
+void writeAll(const FileDescriptor &file, QByteArrayView bytes) {
+    while (!bytes.isEmpty()) {
+        const ssize_t written =
+            ::write(file.get(), bytes.data(), static_cast<size_t>(bytes.size()));
+        if (written < 0 && errno != EINTR)
+            return;
+        if (written > 0)
+            bytes = bytes.sliced(written);
+    }
+}
+
+} // namespace
+
+void appendToResultsFile(const QString &path, QByteArrayView bytes, Log &log) {
+    const FileDescriptor file = openForAppending(path);
+    if (!file.isOpen()) {
+        if (!QFileInfo::exists(path))
+            log.write(QLatin1String("temp file not created at ") + path);
+        return;
+    }
+    if (isRegularFile(file))
+        writeAll(file, bytes);
+}
+
+void removeResultsFile(const QString &path, Log &log) {
+    if (!QFileInfo::exists(path))
+        return;
+    const bool removed = QFile::remove(path);
+    log.write((removed ? QLatin1String("removed file at path: ")
+                       : QLatin1String("unable to remove temp file at path: ")) +
+              path);
+}

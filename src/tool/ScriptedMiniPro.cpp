@@ -1,0 +1,315 @@
+#include "tool/ScriptedMiniPro.h"
+
+#include "base/Log.h"
+#include "base/MainQueue.h"
+#include "settings/FilePaths.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "tool/Console.h"
+#include "tool/ReadHandle.h"
+#include "tool/ResultsFile.h"
+
+#include <QEventLoop>
+#include <QStringList>
+
+#include <algorithm>
+
+namespace {
+
+/// How many reads may be empty before the listening ends with the next one.
+constexpr qint32 toleratedEmptyReads = 50;
+
+/// How much of standard error may wait, in bytes, for standard output to reach a line start.
+constexpr qint64 largestHeldBackError = qint64(32) * 1024;
+
+constexpr qsizetype largestCollectedOutput =
+    qsizetype(256) * 1024 * 1024 / qsizetype(sizeof(QChar));
+
+std::optional<QString> userShell() {
+    if (!qEnvironmentVariableIsSet("SHELL"))
+        return std::nullopt;
+    return qEnvironmentVariable("SHELL");
+}
+
+QString printed(const std::optional<QString> &value) {
+    return value.value_or(QStringLiteral("(null)"));
+}
+
+QStringList shellArguments(const QString &command) {
+    return {QStringLiteral("-l"), QStringLiteral("-c"), command};
+}
+
+} // namespace
+
+ScriptedMiniPro::ScriptedMiniPro(SettingsStore &settings, Log &eventLog, MainQueue &mainQueue,
+                                 QObject *parent)
+    : QObject(parent), defaults(settings), log(eventLog), queue(mainQueue) {
+    connect(&task, &ChildProcess::terminated, this, &ScriptedMiniPro::terminated);
+    connect(&task, &ChildProcess::ended, this, &ScriptedMiniPro::childEnded);
+    task.setStandardStreams(&stdinPipe, &stdoutPipe, &stderrorPipe);
+    outFile = stdoutPipe.fileHandleForReading();
+    errFile = stderrorPipe.fileHandleForReading();
+    for (ReadHandle *handle : {outFile, errFile})
+        handle->waitForDataInBackgroundAndNotify();
+    connect(outFile, &ReadHandle::dataAvailable, this, &ScriptedMiniPro::outData);
+    connect(errFile, &ReadHandle::dataAvailable, this, &ScriptedMiniPro::errData);
+    // A second arming of an armed handle changes nothing.
+    for (ReadHandle *handle : {outFile, errFile})
+        handle->waitForDataInBackgroundAndNotify();
+}
+
+ScriptedMiniPro::~ScriptedMiniPro() = default;
+
+void ScriptedMiniPro::setReadOperation() {
+    operation = ReadOperation;
+}
+
+void ScriptedMiniPro::setVerifyOperation() {
+    operation = VerifyOperation;
+}
+
+void ScriptedMiniPro::setWriteOperation() {
+    operation = WriteOperation;
+}
+
+void ScriptedMiniPro::setLogicOperation() {
+    operation = LogicOperation;
+}
+
+Console *ScriptedMiniPro::outputView() const {
+    return consoleIsObject && !consoleObject ? nullptr : outputView_;
+}
+
+void ScriptedMiniPro::setOutputView(Console *console) {
+    outputView_ = console;
+    consoleObject = dynamic_cast<QObject *>(console);
+    consoleIsObject = !consoleObject.isNull();
+}
+
+int ScriptedMiniPro::launch() {
+    const ToolSettings settings = ToolSettings::readFrom(defaults);
+    if (operation == LogicOperation)
+        removeResultsFile(resolvedPathOf(defaults, settingsKeys::temp_logic_chip_test_results_file),
+                          log);
+    const QString command = operationCommand(operation, settings);
+    const std::optional<QString> shell = prepareShell(command);
+    log.write(QLatin1String("launching ") + printed(shell) + QLatin1String(" with arguments: ") +
+              shellArguments(command).join(QLatin1Char(' ')));
+    return runToTheEnd(QLatin1String("minipro has exited with status "));
+}
+
+int ScriptedMiniPro::list(const QString &term) {
+    const QString path = resolvedPathOf(defaults, settingsKeys::temp_search_results_file);
+    mstroutput = QString();
+    prepareShell(catalogueCommand(defaults.stringValue(settingsKeys::miniproLocation), term, path));
+    return runToTheEnd(QLatin1String("minipro list has exited with status "));
+}
+
+std::optional<QString> ScriptedMiniPro::prepareShell(const QString &command) {
+    log.write(QLatin1String("fileContents: ") + command);
+    const std::optional<QString> shell = userShell();
+    log.write(QLatin1String("user's shell is ") + printed(shell));
+    task.setLaunchPath(shell);
+    task.setArguments(shellArguments(command));
+    task.setWorkingFolder(temporaryFolder(defaults));
+    return shell;
+}
+
+int ScriptedMiniPro::runToTheEnd(QLatin1String messageStart) {
+    tellConsole(&Console::beginRun);
+    if (!task.start())
+        log.write(QLatin1String("unable to launch task: ") + task.startFailure());
+    waitUntilExit();
+    takeWhatThePipesHold();
+    showPendingTails();
+    const QString message = messageStart + QString::number(task.terminationStatus());
+    log.write(QLatin1Char('\n') + message);
+    appendToOutputView(message);
+    tellConsole(&Console::endRun);
+    return task.terminationStatus();
+}
+
+void ScriptedMiniPro::waitUntilExit() {
+    QEventLoop wait;
+    connect(&task, &ChildProcess::ended, &wait, &QEventLoop::quit);
+    if (!task.hasEnded())
+        wait.exec();
+    // An application that was told to exit ends every event loop at once; the child is still to
+    // be waited for.
+    while (!task.hasEnded())
+        wait.processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void ScriptedMiniPro::takeWhatThePipesHold() {
+    if (!listening)
+        return;
+    // What a process that the tool left behind prints from now on may never end, and waits.
+    const qint64 outputBytes = outFile->bytesAvailable();
+    const qint64 errorBytes = errFile->bytesAvailable();
+    takeBytes(outputBytes, outFile);
+    takeBytes(errorBytes, errFile);
+    errFile->letGo();
+}
+
+void ScriptedMiniPro::takeBytes(qint64 count, ReadHandle *handle) {
+    while (count > 0) {
+        const std::optional<QByteArray> chunk = availableDataOrError(handle, count);
+        if (!chunk || chunk->isEmpty())
+            return;
+        count -= chunk->size();
+        handleChunk(handle, *chunk, mstroutput);
+    }
+}
+
+void ScriptedMiniPro::outData(ReadHandle *handle) {
+    appendDataFrom_to(handle, mstroutput);
+    handle->waitForDataInBackgroundAndNotify();
+}
+
+void ScriptedMiniPro::errData(ReadHandle *handle) {
+    appendDataFrom_to(handle, mstroutput);
+    handle->waitForDataInBackgroundAndNotify();
+}
+
+void ScriptedMiniPro::appendDataFrom_to(ReadHandle *handle, QString &text) {
+    const std::optional<QByteArray> chunk = availableDataOrError(handle);
+    if (chunk && !chunk->isEmpty())
+        handleChunk(handle, *chunk, text);
+    else
+        countEmptyRead(handle);
+    handle->waitForDataInBackgroundAndNotify();
+}
+
+std::optional<QByteArray> ScriptedMiniPro::availableDataOrError(ReadHandle *handle, qint64 limit) {
+    ReadOutcome outcome = handle->availableData(limit);
+    while (std::holds_alternative<ReadInterrupted>(outcome))
+        outcome = handle->availableData(limit);
+    if (auto *bytes = std::get_if<QByteArray>(&outcome))
+        return std::move(*bytes);
+    if (std::holds_alternative<EndOfFile>(outcome))
+        return QByteArray();
+    return std::nullopt;
+}
+
+void ScriptedMiniPro::handleChunk(ReadHandle *handle, const QByteArray &chunk, QString &text) {
+    show((handle == errFile ? errDecoder : outDecoder).decode(chunk), text);
+    if (operation != LogicOperation)
+        return;
+    appendToResultsFile(resolvedPathOf(defaults, settingsKeys::temp_logic_chip_test_results_file),
+                        chunk, log);
+    if (handle == outFile)
+        keepErrorsOutOfRows(chunk);
+}
+
+void ScriptedMiniPro::show(const QString &piece, QString &text) {
+    const qsizetype room = largestCollectedOutput - text.size();
+    text.append(QStringView(piece).first(std::clamp(room, qsizetype(0), piece.size())));
+    appendToOutputView(piece);
+    log.write(QLatin1String("| ") + piece);
+}
+
+void ScriptedMiniPro::keepErrorsOutOfRows(const QByteArray &chunk) {
+    if (chunk.endsWith('\n') || task.hasEnded())
+        errFile->letGo();
+    else
+        errFile->holdBack(largestHeldBackError);
+}
+
+void ScriptedMiniPro::countEmptyRead(ReadHandle *handle) {
+    if (handle == outFile)
+        errFile->letGo();
+    if (empty_data_count++ >= toleratedEmptyReads)
+        stopListening();
+}
+
+void ScriptedMiniPro::showPendingTails() {
+    for (OutputDecoder *decoder : {&outDecoder, &errDecoder})
+        if (const QString tail = decoder->flush(); !tail.isEmpty())
+            show(tail, mstroutput);
+}
+
+void ScriptedMiniPro::stopListening() {
+    if (!listening)
+        return;
+    listening = false;
+    disconnect(outFile, nullptr, this, nullptr);
+    disconnect(errFile, nullptr, this, nullptr);
+    disconnect(&task, &ChildProcess::terminated, this, nullptr);
+    showPendingTails();
+    closeIfDone();
+}
+
+void ScriptedMiniPro::childEnded() {
+    outFile->allowRepeatedEnd();
+    errFile->allowRepeatedEnd();
+    closeIfDone();
+}
+
+void ScriptedMiniPro::closeIfDone() {
+    if (listening || !task.hasEnded())
+        return;
+    stdoutPipe.closeOwnEnd();
+    stderrorPipe.closeOwnEnd();
+}
+
+void ScriptedMiniPro::terminated() {
+    log.write(QStringLiteral("Task terminated"));
+    terminated_ = 1;
+}
+
+void ScriptedMiniPro::appendToOutputView(const QString &text) {
+    queue.async([run = QPointer(this), text] {
+        if (Console *console = run ? run->outputView() : nullptr)
+            console->appendText(text);
+    });
+}
+
+void ScriptedMiniPro::tellConsole(void (Console::*what)()) {
+    queue.async([run = QPointer(this), what] {
+        if (Console *console = run ? run->outputView() : nullptr)
+            (console->*what)();
+    });
+}
+
+void ScriptedMiniPro::stop() {
+    task.stop();
+}
+
+bool ScriptedMiniPro::isRunning() const {
+    return task.isRunning();
+}
+
+bool ScriptedMiniPro::stopRequested() const {
+    return task.stopRequested();
+}
+
+bool ScriptedMiniPro::started() const {
+    return task.started();
+}
+
+QString ScriptedMiniPro::startFailure() const {
+    return task.startFailure();
+}
+
+bool ScriptedMiniPro::killedBySignal() const {
+    return task.killedBySignal();
+}
+
+bool ScriptedMiniPro::isListening() const {
+    return listening;
+}
+
+const QString &ScriptedMiniPro::collectedOutput() const {
+    return mstroutput;
+}
+
+RunFacts ScriptedMiniPro::facts() const {
+    return {.operation = operation,
+            .tool = defaults.stringValue(settingsKeys::miniproLocation),
+            .started = started(),
+            .startFailure = startFailure(),
+            .status = task.terminationStatus(),
+            .killedBySignal = killedBySignal(),
+            .stopRequested = stopRequested(),
+            .output = mstroutput};
+}

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "base/MainQueue.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "support/RecordingConsole.h"
+#include "support/RecordingLog.h"
+#include "tool/ScriptedMiniPro.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// Everything around a tool run in a test: settings of its own, a folder for the temporary files,
+/// and the tool's double, whose behaviour is chosen by name.
+class ToolBench {
+public:
+    ToolBench() : settings(folder.filePath(QStringLiteral("test.conf"))) {
+        using namespace settingsKeys;
+        settings.registerDefaults(startupDefaults());
+        settings.setValue(device, QStringLiteral("AT28C256"));
+        settings.setValue(temp_output_file, path("temp.bin"));
+        settings.setValue(temp_read_from_chip_file, path("temp_read.bin"));
+        settings.setValue(temp_search_results_file, path("temp_sr.bin"));
+        settings.setValue(temp_logic_chip_test_results_file, path("temp_logtest.bin"));
+        work.mkpath(QStringLiteral("."));
+    }
+
+    /// A file in the folder of the temporary files, which is the tool's working folder.
+    QString path(const char *name) const { return work.filePath(QLatin1String(name)); }
+
+    /// The command that starts the double as \a behaviour; quoted, as the tool's path goes to the
+    /// shell as it stands.
+    static QString doubleAs(const char *behaviour) {
+        return QStringLiteral("'" TOOL_DOUBLE "' ") + QLatin1String(behaviour);
+    }
+    void useDouble(const char *behaviour) {
+        settings.setValue(settingsKeys::miniproLocation, doubleAs(behaviour));
+    }
+
+    std::unique_ptr<ScriptedMiniPro> newRun() {
+        auto run = std::make_unique<ScriptedMiniPro>(settings, log, queue);
+        run->setOutputView(&console);
+        return run;
+    }
+
+    /// Everything that the main queue holds, done.
+    static void serviceQueue() { QCoreApplication::sendPostedEvents(); }
+
+    /// The log without the lines that name the command.
+    QStringList linesOfOutput() const {
+        QStringList lines;
+        for (const QString &line : log.lines)
+            if (line.startsWith(QLatin1String("| ")))
+                lines.append(line.mid(2));
+        return lines;
+    }
+
+    static QByteArray contentsOf(const QString &file) {
+        QFile source(file);
+        return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray();
+    }
+    static void createFile(const QString &file, const QByteArray &contents = {}) {
+        QFile target(file);
+        if (target.open(QIODevice::WriteOnly))
+            target.write(contents);
+    }
+
+    /// How many descriptors this process has open.
+    static qsizetype openDescriptors() {
+        return QDir(QStringLiteral("/proc/self/fd"))
+            .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)
+            .size();
+    }
+
+    QTemporaryDir folder;
+    QDir work{folder.filePath(QStringLiteral("work"))};
+    SettingsStore settings;
+    RecordingLog log;
+    MainQueue queue;
+    RecordingConsole console;
+};

@@ -1,0 +1,243 @@
+#include "ToolBench.h"
+
+#include <QTest>
+
+#include <csignal>
+
+/// What one run does from its start to its exit message.
+class TestToolRun : public QObject {
+    Q_OBJECT
+
+private slots:
+    void launch_logsEachStep();
+    void launch_asksForTheOperationSetLast_data();
+    void launch_asksForTheOperationSetLast();
+    void launch_givesTheToolItsWords();
+    void launch_givesTheStatus_data();
+    void launch_givesTheStatus();
+    void launch_endsWithTheExitMessage();
+    void launch_runsAProfileFirst();
+    void launch_startsInTheFolderOfTheTemporaryFiles();
+    void launch_leavesAnOpenEmptyInput();
+    void list_leavesTheAnswerInTheFile();
+    void list_replacesTheAnswerBefore();
+    void list_logsEachStep();
+    void list_keepsATermOneWord();
+    void list_withoutTheFoldersFileSaysSo();
+    void facts_tellTheRun();
+};
+
+namespace {
+
+const QString exited0 = QStringLiteral("minipro has exited with status 0");
+
+} // namespace
+
+void TestToolRun::launch_logsEachStep() {
+    ToolBench bench;
+    bench.useDouble("fail");
+    const QString command = ToolBench::doubleAs("fail") + QLatin1String(" -p \"AT28C256\" -r \"") +
+                            bench.path("temp_read.bin") + QLatin1String("\" -s");
+    QCOMPARE(bench.newRun()->launch(), 1);
+    QStringList log = bench.log.take();
+    // The child's end and its last output reach the program in any order.
+    QCOMPARE(log.removeAll(QStringLiteral("Task terminated")), 1);
+    QCOMPARE(log,
+             QStringList({QLatin1String("fileContents: ") + command,
+                          QStringLiteral("user's shell is /bin/bash"),
+                          QLatin1String("launching /bin/bash with arguments: -l -c ") + command,
+                          QStringLiteral("| No programmer found.\n"),
+                          QStringLiteral("\nminipro has exited with status 1")}));
+}
+
+void TestToolRun::launch_asksForTheOperationSetLast_data() {
+    QTest::addColumn<QByteArray>("setters");
+    QTest::addColumn<QString>("words");
+    QTest::newRow("none is Read") << QByteArray() << "-p \"AT28C256\" -r \"%1\" -s";
+    QTest::newRow("Read") << QByteArray("r") << "-p \"AT28C256\" -r \"%1\" -s";
+    QTest::newRow("Verify") << QByteArray("v") << "-p \"AT28C256\" -m \"%2\" -s";
+    QTest::newRow("Write") << QByteArray("w") << "-p \"AT28C256\" -w \"%2\" -s";
+    QTest::newRow("Logic") << QByteArray("l") << "-T -p \"AT28C256\"";
+    QTest::newRow("Write, then Read") << QByteArray("wr") << "-p \"AT28C256\" -r \"%1\" -s";
+    QTest::newRow("Logic twice") << QByteArray("ll") << "-T -p \"AT28C256\"";
+}
+
+void TestToolRun::launch_asksForTheOperationSetLast() {
+    QFETCH(QByteArray, setters);
+    QFETCH(QString, words);
+    ToolBench bench;
+    bench.useDouble("say-nothing");
+    const auto run = bench.newRun();
+    for (const char setter : setters) {
+        if (setter == 'r')
+            run->setReadOperation();
+        else if (setter == 'v')
+            run->setVerifyOperation();
+        else if (setter == 'w')
+            run->setWriteOperation();
+        else
+            run->setLogicOperation();
+    }
+    run->launch();
+    words.replace(QLatin1String("%1"), bench.path("temp_read.bin"));
+    words.replace(QLatin1String("%2"), bench.path("temp.bin"));
+    QCOMPARE(bench.log.startingWith(QStringLiteral("fileContents: ")),
+             QStringList(QLatin1String("fileContents: ") + ToolBench::doubleAs("say-nothing") +
+                         QLatin1Char(' ') + words));
+}
+
+void TestToolRun::launch_givesTheToolItsWords() {
+    ToolBench bench;
+    // A tool's path with a blank is split by the shell; that is how the double gets its name.
+    bench.useDouble("list");
+    bench.settings.setValue(settingsKeys::device, QStringLiteral("AT 28"));
+    const auto run = bench.newRun();
+    run->launch();
+    bench.serviceQueue();
+    QStringList words = bench.console.text().split(QLatin1Char('\n'));
+    words.removeLast();
+    words.removeOne(QStringLiteral("listed"));
+    QCOMPARE(words,
+             QStringList({QStringLiteral("-p"), QStringLiteral("AT 28"), QStringLiteral("-r"),
+                          bench.path("temp_read.bin"), QStringLiteral("-s")}));
+}
+
+void TestToolRun::launch_givesTheStatus_data() {
+    QTest::addColumn<QByteArray>("behaviour");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<bool>("bySignal");
+    QTest::newRow("success") << QByteArray("succeed") << 0 << false;
+    QTest::newRow("failure") << QByteArray("fail") << 1 << false;
+    QTest::newRow("another code") << QByteArray("status-42") << 42 << false;
+    QTest::newRow("a crash is the signal's number") << QByteArray("crash") << SIGABRT << true;
+}
+
+void TestToolRun::launch_givesTheStatus() {
+    QFETCH(QByteArray, behaviour);
+    QFETCH(int, status);
+    ToolBench bench;
+    bench.useDouble(behaviour.constData());
+    const auto run = bench.newRun();
+    QCOMPARE(run->launch(), status);
+    QTEST(run->killedBySignal(), "bySignal");
+    QVERIFY(run->started());
+    QVERIFY(!run->isRunning());
+    QCOMPARE(bench.log.lines.last(),
+             QStringLiteral("\nminipro has exited with status %1").arg(status));
+}
+
+void TestToolRun::launch_endsWithTheExitMessage() {
+    ToolBench bench;
+    bench.useDouble("fail");
+    bench.newRun();
+    const auto run = bench.newRun();
+    run->launch();
+    bench.serviceQueue();
+    QCOMPARE(
+        bench.console.events,
+        QStringList({QStringLiteral("<begin>"), QStringLiteral("No programmer found.\n"),
+                     QStringLiteral("minipro has exited with status 1"), QStringLiteral("<end>")}));
+    // The line has been handed to the queue before launch() returned, and nothing follows it.
+    QTRY_VERIFY(!run->isListening());
+    QCOMPARE(bench.console.events.size(), 4);
+}
+
+void TestToolRun::launch_runsAProfileFirst() {
+    const QTemporaryDir home;
+    ToolBench::createFile(home.filePath(QStringLiteral(".bash_profile")),
+                          "echo from the profile\n");
+    const QByteArray before = qgetenv("HOME");
+    qputenv("HOME", home.path().toUtf8());
+    ToolBench bench;
+    bench.useDouble("say-nothing");
+    const auto run = bench.newRun();
+    run->launch();
+    qputenv("HOME", before);
+    bench.serviceQueue();
+    QCOMPARE(bench.console.text(), QLatin1String("from the profile\n") + exited0);
+}
+
+void TestToolRun::launch_startsInTheFolderOfTheTemporaryFiles() {
+    ToolBench bench;
+    bench.useDouble("describe-folder");
+    const auto run = bench.newRun();
+    run->launch();
+    bench.serviceQueue();
+    QCOMPARE(bench.console.text(), bench.work.path() + exited0);
+}
+
+void TestToolRun::launch_leavesAnOpenEmptyInput() {
+    ToolBench bench;
+    bench.useDouble("describe-input");
+    bench.newRun()->launch();
+    QCOMPARE(bench.linesOfOutput(), QStringList(QStringLiteral("open and empty")));
+}
+
+void TestToolRun::list_leavesTheAnswerInTheFile() {
+    ToolBench bench;
+    bench.useDouble("list");
+    const auto run = bench.newRun();
+    QCOMPARE(run->list(QStringLiteral("27C")), 0);
+    QCOMPARE(ToolBench::contentsOf(bench.path("temp_sr.bin")), QByteArray("-L\n27C\n"));
+    QCOMPARE(run->collectedOutput(), QStringLiteral("listed\n"));
+    bench.serviceQueue();
+    QCOMPARE(bench.console.text(), QStringLiteral("listed\nminipro list has exited with status 0"));
+}
+
+void TestToolRun::list_replacesTheAnswerBefore() {
+    ToolBench bench;
+    bench.useDouble("list");
+    bench.newRun()->list(QStringLiteral("a-long-first-term"));
+    bench.newRun()->list(QStringLiteral("X"));
+    QCOMPARE(ToolBench::contentsOf(bench.path("temp_sr.bin")), QByteArray("-L\nX\n"));
+}
+
+void TestToolRun::list_logsEachStep() {
+    ToolBench bench;
+    bench.useDouble("status-42");
+    QCOMPARE(bench.newRun()->list(QStringLiteral("27C")), 42);
+    QCOMPARE(bench.log.lines,
+             QStringList(
+                 {QLatin1String("fileContents: ") + ToolBench::doubleAs("status-42") +
+                      QLatin1String(" -L 27C > \"") + bench.path("temp_sr.bin") + QLatin1Char('"'),
+                  QStringLiteral("user's shell is /bin/bash"), QStringLiteral("Task terminated"),
+                  QStringLiteral("\nminipro list has exited with status 42")}));
+}
+
+void TestToolRun::list_keepsATermOneWord() {
+    ToolBench bench;
+    bench.useDouble("list");
+    bench.newRun()->list(QStringLiteral("a b'; echo $HOME | cat *"));
+    QCOMPARE(ToolBench::contentsOf(bench.path("temp_sr.bin")),
+             QByteArray("-L\na b'; echo $HOME | cat *\n"));
+}
+
+void TestToolRun::list_withoutTheFoldersFileSaysSo() {
+    ToolBench bench;
+    bench.useDouble("list");
+    const QString path = bench.path("missing/temp_sr.bin");
+    bench.settings.setValue(settingsKeys::temp_search_results_file, path);
+    QCOMPARE(bench.newRun()->list(QStringLiteral("27C")), 1);
+    QVERIFY(!QFile::exists(path));
+    QVERIFY(bench.linesOfOutput().join(QString()).contains(path));
+}
+
+void TestToolRun::facts_tellTheRun() {
+    ToolBench bench;
+    bench.useDouble("succeed");
+    const auto run = bench.newRun();
+    run->launch();
+    QCOMPARE(judgeRun(run->facts()).sentence, QStringLiteral("Read succeeded."));
+    QCOMPARE(run->facts().tool, ToolBench::doubleAs("succeed"));
+
+    bench.useDouble("crash");
+    const auto crashed = bench.newRun();
+    crashed->setVerifyOperation();
+    crashed->launch();
+    QCOMPARE(
+        judgeRun(crashed->facts()).sentence,
+        QStringLiteral("Verify failed: the programmer tool was killed by signal 6 (Aborted)."));
+}
+
+QTEST_GUILESS_MAIN(TestToolRun)
+#include "tst_tool_run.moc"

@@ -1,0 +1,102 @@
+#include "ToolBench.h"
+
+#include <QTest>
+
+/// Runs whose shell or tool is not there or cannot be started.
+class TestToolRunFailures : public QObject {
+    Q_OBJECT
+
+private slots:
+    void cleanup() { qputenv("SHELL", shell); }
+
+    void shell_thatCannotBeStartedGivesAFailedStart_data();
+    void shell_thatCannotBeStartedGivesAFailedStart();
+    void shell_thatCannotBeStartedEndsASearchToo();
+    void tool_thatCannotBeStartedIsTheShellsFailure_data();
+    void tool_thatCannotBeStartedIsTheShellsFailure();
+
+private:
+    const QByteArray shell = qgetenv("SHELL");
+};
+
+void TestToolRunFailures::shell_thatCannotBeStartedGivesAFailedStart_data() {
+    QTest::addColumn<std::optional<QByteArray>>("path");
+    QTest::addColumn<QString>("printed");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("absent") << std::optional<QByteArray>() << "(null)"
+                            << "there is no launch path";
+    QTest::newRow("not existing") << std::optional(QByteArray("/nowhere/sh")) << "/nowhere/sh"
+                                  << "/nowhere/sh: No such file or directory";
+    QTest::newRow("not executable") << std::optional(QByteArray("/etc/passwd")) << "/etc/passwd"
+                                    << "/etc/passwd: Permission denied";
+}
+
+void TestToolRunFailures::shell_thatCannotBeStartedGivesAFailedStart() {
+    QFETCH(std::optional<QByteArray>, path);
+    QFETCH(QString, printed);
+    QFETCH(QString, reason);
+    if (path)
+        qputenv("SHELL", *path);
+    else
+        qunsetenv("SHELL");
+    ToolBench bench;
+    bench.settings.setValue(settingsKeys::miniproLocation, QStringLiteral("minipro"));
+    const QString command =
+        QStringLiteral("minipro -p \"AT28C256\" -r \"%1\" -s").arg(bench.path("temp_read.bin"));
+    const auto run = bench.newRun();
+    QCOMPARE(run->launch(), -1);
+    const QString message = QStringLiteral("minipro has exited with status -1");
+    QCOMPARE(bench.log.lines, QStringList({QLatin1String("fileContents: ") + command,
+                                           QLatin1String("user's shell is ") + printed,
+                                           QLatin1String("launching ") + printed +
+                                               QLatin1String(" with arguments: -l -c ") + command,
+                                           QLatin1String("unable to launch task: ") + reason,
+                                           QLatin1Char('\n') + message}));
+    bench.serviceQueue();
+    QCOMPARE(bench.console.events,
+             QStringList({QStringLiteral("<begin>"), message, QStringLiteral("<end>")}));
+    QVERIFY(!run->started());
+    QCOMPARE(run->startFailure(), reason);
+    QCOMPARE(judgeRun(run->facts()).sentence,
+             QStringLiteral("The programmer tool was not started: %1.").arg(reason));
+}
+
+void TestToolRunFailures::shell_thatCannotBeStartedEndsASearchToo() {
+    qunsetenv("SHELL");
+    ToolBench bench;
+    QCOMPARE(bench.newRun()->list(QStringLiteral("27C")), -1);
+    QCOMPARE(bench.log.lines.mid(1),
+             QStringList({QStringLiteral("user's shell is (null)"),
+                          QStringLiteral("unable to launch task: there is no launch path"),
+                          QStringLiteral("\nminipro list has exited with status -1")}));
+}
+
+void TestToolRunFailures::tool_thatCannotBeStartedIsTheShellsFailure_data() {
+    QTest::addColumn<QString>("tool");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("sentence");
+    QTest::newRow("missing") << "/nowhere/minipro" << 127
+                             << "The shell did not find the programmer tool \"/nowhere/minipro\".";
+    QTest::newRow("not executable")
+        << "/etc/passwd" << 126
+        << "The shell could not execute the programmer tool \"/etc/passwd\".";
+    QTest::newRow("no tool at all")
+        << "" << 127 << "The shell did not find the programmer tool \"\".";
+}
+
+void TestToolRunFailures::tool_thatCannotBeStartedIsTheShellsFailure() {
+    QFETCH(QString, tool);
+    ToolBench bench;
+    bench.settings.setValue(settingsKeys::miniproLocation, tool);
+    const auto run = bench.newRun();
+    QTEST(run->launch(), "status");
+    QVERIFY(run->started());
+    QCOMPARE(run->startFailure(), QString());
+    // The shell's complaint is shown like any other output.
+    QVERIFY(run->collectedOutput().contains(tool));
+    QVERIFY(!bench.linesOfOutput().isEmpty());
+    QTEST(judgeRun(run->facts()).sentence, "sentence");
+}
+
+QTEST_GUILESS_MAIN(TestToolRunFailures)
+#include "tst_tool_run_failures.moc"

@@ -1,0 +1,133 @@
+#include "ToolBench.h"
+
+#include <QTest>
+
+#include <cstring>
+#include <sys/stat.h>
+
+/// The logic test's report, which reaches its file through the pipes alone.
+class TestToolRunLogic : public QObject {
+    Q_OBJECT
+
+private slots:
+    void verdict_neverLandsInsideARow();
+    void tooManyErrors_doNotWaitForEver();
+    void results_areTheRawBytesOfBothStreams();
+    void results_ofTheRunBeforeAreRemoved();
+    void results_withoutAFileBeforeNothingIsLogged();
+    void results_thatCannotBeRemovedAreLogged();
+    void results_thatCannotBeCreatedAreLoggedForEachChunk();
+    void results_neverWaitForAReader();
+    void otherOperations_leaveTheFileAlone();
+};
+
+namespace {
+
+int runLogicTest(ToolBench &bench, const char *behaviour) {
+    bench.useDouble(behaviour);
+    const auto run = bench.newRun();
+    run->setLogicOperation();
+    return run->launch();
+}
+
+} // namespace
+
+void TestToolRunLogic::verdict_neverLandsInsideARow() {
+    ToolBench bench;
+    QCOMPARE(runLogicTest(bench, "logic-test"), 1);
+    const QByteArray expected = "      1  2  \n0000: 0  H  \n0001: 1  L- \n"
+                                "Logic test failed: 1 errors encountered.\n";
+    QCOMPARE(ToolBench::contentsOf(bench.path("temp_logtest.bin")), expected);
+    QCOMPARE(bench.linesOfOutput().join(QString()), QString::fromLatin1(expected));
+}
+
+void TestToolRunLogic::tooManyErrors_doNotWaitForEver() {
+    ToolBench bench;
+    QCOMPARE(runLogicTest(bench, "logic-flood"), 0);
+    QCOMPARE(ToolBench::contentsOf(bench.path("temp_logtest.bin")),
+             "0000: 0  H" + QByteArray(48 * 1024, 'e') + " end");
+}
+
+void TestToolRunLogic::results_areTheRawBytesOfBothStreams() {
+    ToolBench bench;
+    runLogicTest(bench, "logic-both-streams");
+    QCOMPARE(ToolBench::contentsOf(bench.path("temp_logtest.bin")),
+             QByteArray("0000: caf\xc3\xa9 \xff\nverdict\n"));
+    QCOMPARE(bench.linesOfOutput(),
+             QStringList({QStringLiteral("0000: caf"), QStringLiteral("\u00e9 \ufffd\n"),
+                          QStringLiteral("verdict\n")}));
+}
+
+void TestToolRunLogic::results_ofTheRunBeforeAreRemoved() {
+    ToolBench bench;
+    const QString path = bench.path("temp_logtest.bin");
+    ToolBench::createFile(path, "old results\n");
+    runLogicTest(bench, "fail");
+    QCOMPARE(bench.log.lines.first(), QLatin1String("removed file at path: ") + path);
+    QCOMPARE(ToolBench::contentsOf(path), QByteArray("No programmer found.\n"));
+}
+
+void TestToolRunLogic::results_withoutAFileBeforeNothingIsLogged() {
+    ToolBench bench;
+    runLogicTest(bench, "say-nothing");
+    QVERIFY(bench.log.lines.first().startsWith(QLatin1String("fileContents: ")));
+    QVERIFY(!QFile::exists(bench.path("temp_logtest.bin")));
+}
+
+void TestToolRunLogic::results_thatCannotBeRemovedAreLogged() {
+    ToolBench bench;
+    const QString path = bench.path("temp_logtest.bin");
+    QVERIFY(QDir().mkpath(path + QLatin1String("/inside")));
+    QCOMPARE(runLogicTest(bench, "fail"), 1);
+    QCOMPARE(bench.log.lines.first(), QLatin1String("unable to remove temp file at path: ") + path);
+    // Something is there, so only the writing fails, quietly.
+    QCOMPARE(bench.log.startingWith(QStringLiteral("temp file not created")), QStringList());
+    QCOMPARE(bench.linesOfOutput(), QStringList(QStringLiteral("No programmer found.\n")));
+}
+
+void TestToolRunLogic::results_thatCannotBeCreatedAreLoggedForEachChunk() {
+    ToolBench bench;
+    const QString path = bench.path("missing/temp_logtest.bin");
+    bench.settings.setValue(settingsKeys::temp_logic_chip_test_results_file, path);
+    runLogicTest(bench, "logic-both-streams");
+    const QString line = QLatin1String("temp file not created at ") + path;
+    QCOMPARE(bench.log.count(line), 3);
+    QCOMPARE(bench.linesOfOutput().size(), 3);
+}
+
+void TestToolRunLogic::results_neverWaitForAReader() {
+    ToolBench bench;
+    const QString path = bench.path("temp_logtest.bin");
+    bench.useDouble("fail");
+    const auto run = bench.newRun();
+    run->setLogicOperation();
+    QCOMPARE(::mkfifo(qUtf8Printable(path), 0600), 0);
+    ReadHandle handle;
+    handle.setReadFunction([](int, void *bytes, size_t) -> ssize_t {
+        memcpy(bytes, "row\n", 4);
+        return 4;
+    });
+    QString text;
+    run->appendDataFrom_to(&handle, text);
+    QCOMPARE(text, QStringLiteral("row\n"));
+    QCOMPARE(bench.log.lines, QStringList(QStringLiteral("| row\n")));
+}
+
+void TestToolRunLogic::otherOperations_leaveTheFileAlone() {
+    ToolBench bench;
+    bench.useDouble("fail");
+    for (const auto setter :
+         {&ScriptedMiniPro::setReadOperation, &ScriptedMiniPro::setVerifyOperation,
+          &ScriptedMiniPro::setWriteOperation}) {
+        const auto run = bench.newRun();
+        (run.get()->*setter)();
+        run->launch();
+        QVERIFY(!QFile::exists(bench.path("temp_logtest.bin")));
+    }
+    ToolBench::createFile(bench.path("temp_logtest.bin"), "kept");
+    bench.newRun()->launch();
+    QCOMPARE(ToolBench::contentsOf(bench.path("temp_logtest.bin")), QByteArray("kept"));
+}
+
+QTEST_GUILESS_MAIN(TestToolRunLogic)
+#include "tst_tool_run_logic.moc"

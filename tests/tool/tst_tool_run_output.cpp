@@ -1,0 +1,280 @@
+#include "ToolBench.h"
+
+#include <QAbstractEventDispatcher>
+#include <QTest>
+#include <QTimer>
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+
+/// How output is taken from the pipes and where it goes.
+class TestToolRunOutput : public QObject {
+    Q_OBJECT
+
+private slots:
+    void output_reachesTextLogAndConsole();
+    void output_withoutAConsoleIsKeptAndLogged();
+    void output_ofAMegabyteWithoutALineBreakArrivesWhole();
+    void output_thatIsNoTextIsShownAsReplacements();
+    void output_keepsALeadingByteOrderMark();
+    void output_putsASplitCharacterTogetherPerStream();
+    void console_isToldLaterAndNeverDirectly();
+    void console_orRunMayBeGoneWhenTheQueueIsServiced();
+    void collectedOutput_stopsGrowingAtItsLimit();
+    void interruptedRead_isTriedAgainAndNotCounted();
+    void failedRead_countsAsEmpty();
+    void emptyReads_the51stEndsTheListening();
+    void emptyReads_areRareWhileTheChildLivesOn();
+    void grandchild_holdsNothingAndItsLateWordsFollow();
+    void endlessOutput_leavesTheEventLoopTurning();
+    void eventLoops_surviveARunAndARunSurvivesTheirEnd();
+};
+
+void TestToolRunOutput::output_reachesTextLogAndConsole() {
+    ToolBench bench;
+    bench.useDouble("succeed");
+    const auto run = bench.newRun();
+    run->launch();
+    bench.serviceQueue();
+    const QString expected = QStringLiteral("Found TL866II+ 04.2.132 (0x284)\n"
+                                            "\r\x1b[KReading Code...   0%"
+                                            "\r\x1b[KReading Code...  0.13Sec  OK\n");
+    QCOMPARE(run->collectedOutput(), expected);
+    QCOMPARE(bench.linesOfOutput().join(QString()), expected);
+    QCOMPARE(bench.console.text(), expected + QLatin1String("minipro has exited with status 0"));
+    // Piece by piece the same: nothing is joined, nothing added.
+    QCOMPARE(bench.console.pieces.mid(0, bench.console.pieces.size() - 1), bench.linesOfOutput());
+}
+
+void TestToolRunOutput::output_withoutAConsoleIsKeptAndLogged() {
+    ToolBench bench;
+    bench.useDouble("fail");
+    const auto run = bench.newRun();
+    run->setOutputView(nullptr);
+    run->launch();
+    bench.serviceQueue();
+    QCOMPARE(bench.linesOfOutput(), QStringList(QStringLiteral("No programmer found.\n")));
+    QCOMPARE(run->collectedOutput(), QStringLiteral("No programmer found.\n"));
+    QCOMPARE(bench.console.events, QStringList());
+}
+
+void TestToolRunOutput::output_ofAMegabyteWithoutALineBreakArrivesWhole() {
+    ToolBench bench;
+    bench.useDouble("megabyte");
+    const auto run = bench.newRun();
+    run->launch();
+    QCOMPARE(run->collectedOutput().size(), 1024 * 1024);
+    QCOMPARE(run->collectedOutput().count(QLatin1Char('x')), 1024 * 1024);
+}
+
+void TestToolRunOutput::output_thatIsNoTextIsShownAsReplacements() {
+    ToolBench bench;
+    bench.useDouble("invalid-text");
+    const auto run = bench.newRun();
+    run->launch();
+    bench.serviceQueue();
+    // The beginning of a character at the very end comes before the exit message.
+    QCOMPARE(bench.console.text(),
+             QStringLiteral("a\ufffdb\ufffdc\ufffdminipro has exited with status 0"));
+}
+
+void TestToolRunOutput::output_keepsALeadingByteOrderMark() {
+    ToolBench bench;
+    bench.useDouble("mark-first");
+    const auto run = bench.newRun();
+    run->launch();
+    QCOMPARE(run->collectedOutput(), QStringLiteral("\ufeffmark"));
+}
+
+void TestToolRunOutput::output_putsASplitCharacterTogetherPerStream() {
+    ToolBench bench;
+    bench.useDouble("split-character");
+    const auto run = bench.newRun();
+    run->launch();
+    QCOMPARE(run->collectedOutput(), QStringLiteral("cafbetween, \u00e9"));
+}
+
+void TestToolRunOutput::console_isToldLaterAndNeverDirectly() {
+    ToolBench bench;
+    const auto run = bench.newRun();
+    run->appendToOutputView(QStringLiteral("one"));
+    run->appendToOutputView(QStringLiteral("two"));
+    QCOMPARE(bench.console.pieces, QStringList());
+    bench.serviceQueue();
+    QCOMPARE(bench.console.pieces, QStringList({QStringLiteral("one"), QStringLiteral("two")}));
+}
+
+void TestToolRunOutput::console_orRunMayBeGoneWhenTheQueueIsServiced() {
+    ToolBench bench;
+    auto console = std::make_unique<RecordingConsole>();
+    const auto run = bench.newRun();
+    run->setOutputView(console.get());
+    QCOMPARE(run->outputView(), console.get());
+    run->appendToOutputView(QStringLiteral("for a console that is gone"));
+    console.reset();
+    bench.serviceQueue();
+    QCOMPARE(run->outputView(), nullptr);
+
+    auto goneRun = bench.newRun();
+    goneRun->appendToOutputView(QStringLiteral("from a run that is gone"));
+    goneRun.reset();
+    bench.serviceQueue();
+    QCOMPARE(bench.console.pieces, QStringList());
+}
+
+void TestToolRunOutput::collectedOutput_stopsGrowingAtItsLimit() {
+    ToolBench bench;
+    const auto run = bench.newRun();
+    run->setOutputView(nullptr);
+    constexpr qsizetype limit = 128 * 1024 * 1024; // units of two bytes each
+    QString text(limit - 3, QLatin1Char('x'));
+    ReadHandle handle;
+    handle.setReadFunction([](int, void *bytes, size_t) -> ssize_t {
+        memcpy(bytes, "abcde", 5);
+        return 5;
+    });
+    run->appendDataFrom_to(&handle, text);
+    run->appendDataFrom_to(&handle, text);
+    QCOMPARE(text.size(), limit);
+    QCOMPARE(text.last(5), QStringLiteral("xxabc"));
+    QCOMPARE(bench.linesOfOutput(),
+             QStringList({QStringLiteral("abcde"), QStringLiteral("abcde")}));
+}
+
+void TestToolRunOutput::interruptedRead_isTriedAgainAndNotCounted() {
+    ToolBench bench;
+    const auto run = bench.newRun();
+    ReadHandle handle;
+    int reads = 0;
+    handle.setReadFunction([&reads](int, void *bytes, size_t) -> ssize_t {
+        if (++reads % 1000 != 0) {
+            errno = EINTR;
+            return -1;
+        }
+        memcpy(bytes, "later", 5);
+        return 5;
+    });
+    QString text;
+    run->appendDataFrom_to(&handle, text);
+    QCOMPARE(text, QStringLiteral("later"));
+    QCOMPARE(reads, 1000);
+    QVERIFY(run->isListening());
+}
+
+void TestToolRunOutput::failedRead_countsAsEmpty() {
+    ToolBench bench;
+    const auto run = bench.newRun();
+    ReadHandle handle;
+    handle.setReadFunction([](int, void *, size_t) -> ssize_t {
+        errno = EIO;
+        return -1;
+    });
+    QCOMPARE(run->availableDataOrError(&handle), std::optional<QByteArray>());
+    QString text;
+    for (int read = 1; read <= 51; ++read) {
+        QVERIFY(run->isListening());
+        run->appendDataFrom_to(&handle, text);
+    }
+    QVERIFY(!run->isListening());
+}
+
+void TestToolRunOutput::emptyReads_the51stEndsTheListening() {
+    ToolBench bench;
+    bench.useDouble("fail");
+    const auto run = bench.newRun();
+    ReadHandle first;
+    ReadHandle second;
+    for (ReadHandle *handle : {&first, &second})
+        handle->setReadFunction([](int, void *, size_t) -> ssize_t { return 0; });
+    QCOMPARE(run->availableDataOrError(&first), std::optional(QByteArray()));
+    QString text;
+    // Both streams count together.
+    for (int read = 1; read <= 50; ++read)
+        run->appendDataFrom_to(read % 2 == 0 ? &first : &second, text);
+    QVERIFY(run->isListening());
+    run->appendDataFrom_to(&first, text);
+    QVERIFY(!run->isListening());
+
+    // Neither output nor the child's end is noticed any more; the run ends all the same.
+    QCOMPARE(run->launch(), 1);
+    QCOMPARE(bench.linesOfOutput(), QStringList());
+    QCOMPARE(bench.log.count(QStringLiteral("Task terminated")), 0);
+    QCOMPARE(bench.log.lines.last(), QStringLiteral("\nminipro has exited with status 1"));
+}
+
+void TestToolRunOutput::emptyReads_areRareWhileTheChildLivesOn() {
+    ToolBench bench;
+    bench.useDouble("close-output-early");
+    int turns = 0;
+    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, &bench.queue,
+            [&turns] { ++turns; });
+    constexpr int moment = 300;
+    QTimer::singleShot(moment, &bench.queue, [&] { ToolBench::createFile(bench.path("go-on")); });
+    const auto run = bench.newRun();
+    QCOMPARE(run->launch(), 3);
+    bench.serviceQueue();
+    QCOMPARE(bench.console.text(), QStringLiteral("last wordsminipro has exited with status 3"));
+    QVERIFY2(turns < moment / 3, qPrintable(QString::number(turns)));
+    QTRY_VERIFY(!run->isListening());
+}
+
+void TestToolRunOutput::grandchild_holdsNothingAndItsLateWordsFollow() {
+    ToolBench bench;
+    bench.useDouble("leave-grandchild");
+    const auto run = bench.newRun();
+    QCOMPARE(run->launch(), 0);
+    bench.serviceQueue();
+    const QString atExit = QStringLiteral("parent doneminipro has exited with status 0");
+    QCOMPARE(bench.console.text(), atExit);
+    QVERIFY(run->isListening());
+    ToolBench::createFile(bench.path("go-on"));
+    QTRY_COMPARE(bench.console.text(), atExit + QLatin1String("late words"));
+    QTRY_VERIFY(!run->isListening());
+}
+
+void TestToolRunOutput::endlessOutput_leavesTheEventLoopTurning() {
+    ToolBench bench;
+    bench.useDouble("endless");
+    const auto run = bench.newRun();
+    int ticks = 0;
+    QTimer clock;
+    connect(&clock, &QTimer::timeout, run.get(), [&] {
+        if (++ticks == 20)
+            run->stop();
+    });
+    clock.start(1);
+    QCOMPARE(run->launch(), SIGTERM);
+    QCOMPARE(ticks, 20);
+    bench.serviceQueue();
+    QVERIFY(bench.console.pieces.size() > 2);
+    QCOMPARE(bench.console.pieces.last(), QStringLiteral("minipro has exited with status 15"));
+}
+
+void TestToolRunOutput::eventLoops_surviveARunAndARunSurvivesTheirEnd() {
+    ToolBench bench;
+    bench.useDouble("succeed");
+    QEventLoop outer;
+    QStringList steps;
+    QTimer::singleShot(0, &outer, [&] {
+        bench.newRun()->launch();
+        steps.append(QStringLiteral("run"));
+        QTimer::singleShot(0, &outer, [&] {
+            steps.append(QStringLiteral("the loop goes on"));
+            outer.quit();
+        });
+    });
+    outer.exec();
+    QCOMPARE(steps, QStringList({QStringLiteral("run"), QStringLiteral("the loop goes on")}));
+
+    // Told to exit in the middle of a run, the program still waits for the child.
+    bench.useDouble("close-output-early");
+    QTimer::singleShot(0, &bench.queue, [&] {
+        QCoreApplication::exit();
+        QTimer::singleShot(50, &bench.queue, [&] { ToolBench::createFile(bench.path("go-on")); });
+    });
+    QCOMPARE(bench.newRun()->launch(), 3);
+}
+
+QTEST_GUILESS_MAIN(TestToolRunOutput)
+#include "tst_tool_run_output.moc"
