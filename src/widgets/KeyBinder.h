@@ -46,7 +46,7 @@ public:
     void commitPending();
 
 private:
-    void send(const Action &action, QObject *sender);
+    Action sending(Action action);
 
     SettingsStore &settings_;
     std::vector<TextBinding *> fields_;

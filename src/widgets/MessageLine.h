@@ -61,16 +61,21 @@ private:
         Severity severity = Severity::Information;
         QString sentence;
         Action action;
+
+        bool saysTheSameAs(const Notice &other) const {
+            return topic == other.topic && severity == other.severity && sentence == other.sentence;
+        }
     };
 
-    std::vector<Notice>::iterator find(const QString &topic);
     const Notice *noticeWithAction() const;
     void showNotices();
     void showButton();
     void placeButton();
     void runAction();
     int heightOfLines(int lines) const;
+    void fitHeight();
 
     std::vector<Notice> notices_; // newest first
     QPushButton *button_ = nullptr;
+    int height_ = 0;
 };

@@ -1,0 +1,70 @@
+#include "widgets/Icons.h"
+
+#include <QDir>
+#include <QFile>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPixmap>
+#include <QSvgRenderer>
+
+// Outside of any namespace, as the resource system wants it: a static library's resources are not
+// registered by themselves.
+static void registerIcons() {
+    Q_INIT_RESOURCE(widget_icons);
+}
+
+namespace {
+
+const QString iconFolder = QStringLiteral(":/velm/icons/");
+const QString iconSuffix = QStringLiteral(".svg");
+
+/// Draws one SVG at the very size that is asked for, so that lines stay crisp at every size and
+/// on every screen.
+class ThemedIconEngine final : public QIconEngine {
+public:
+    ThemedIconEngine(const QByteArray &drawing, const QColor &color, const QColor &disabledColor)
+        : drawing_(drawing), color_(color), disabledColor_(disabledColor) {}
+
+    void paint(QPainter *painter, const QRect &place, QIcon::Mode mode, QIcon::State) override {
+        const QColor &color = mode == QIcon::Disabled ? disabledColor_ : color_;
+        QByteArray drawing = drawing_;
+        QSvgRenderer renderer(drawing.replace("currentColor", color.name().toLatin1()));
+        renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+        renderer.render(painter, place);
+    }
+
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+        return pixmap;
+    }
+
+    QIconEngine *clone() const override { return new ThemedIconEngine(*this); }
+
+private:
+    QByteArray drawing_;
+    QColor color_;
+    QColor disabledColor_;
+};
+
+} // namespace
+
+QStringList iconNames() {
+    registerIcons();
+    QStringList names = QDir(iconFolder).entryList({QLatin1Char('*') + iconSuffix}, QDir::Files);
+    for (QString &name : names)
+        name.chop(iconSuffix.size());
+    return names;
+}
+
+QIcon themedIcon(const QString &name, const QPalette &palette) {
+    registerIcons();
+    QFile file(iconFolder + name + iconSuffix);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QIcon(new ThemedIconEngine(file.readAll(),
+                                      palette.color(QPalette::Active, QPalette::ButtonText),
+                                      palette.color(QPalette::Disabled, QPalette::ButtonText)));
+}

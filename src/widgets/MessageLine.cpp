@@ -1,0 +1,205 @@
+#include "widgets/MessageLine.h"
+
+#include "widgets/Palette.h"
+
+#include <QAccessible>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTextBlock>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// Room between the text and the button, in pixels.
+constexpr int buttonGap = 6;
+
+QColor colorOf(MessageLine::Severity severity, const QPalette &palette) {
+    switch (severity) {
+    case MessageLine::Severity::Problem:
+        return failureTextColor(palette);
+    case MessageLine::Severity::Warning:
+        return warningTextColor(palette);
+    case MessageLine::Severity::Success:
+        return successTextColor(palette);
+    case MessageLine::Severity::Information:
+        break;
+    }
+    return palette.color(QPalette::WindowText);
+}
+
+QString withWord(MessageLine::Severity severity, const QString &sentence) {
+    switch (severity) {
+    case MessageLine::Severity::Problem:
+        return MessageLine::tr("Problem: %1").arg(sentence);
+    case MessageLine::Severity::Warning:
+        return MessageLine::tr("Warning: %1").arg(sentence);
+    case MessageLine::Severity::Success:
+        return MessageLine::tr("Done: %1").arg(sentence);
+    case MessageLine::Severity::Information:
+        break;
+    }
+    return sentence;
+}
+
+/// A notice is one line, whatever a path in it may hold.
+QString onOneLine(QString sentence) {
+    const auto breaksLine = [](QChar c) {
+        return c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
+               c.category() == QChar::Separator_Paragraph;
+    };
+    std::replace_if(sentence.begin(), sentence.end(), breaksLine, QLatin1Char(' '));
+    return sentence;
+}
+
+QString withoutMnemonic(QString label) {
+    return label.remove(QLatin1Char('&'));
+}
+
+} // namespace
+
+MessageLine::MessageLine(QWidget *parent) : QPlainTextEdit(parent) {
+    setAccessibleName(tr("Message"));
+    setReadOnly(true);
+    setUndoRedoEnabled(false);
+    setTabChangesFocus(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setFrameShape(NoFrame);
+    viewport()->setAutoFillBackground(false);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    button_ = new QPushButton(this);
+    button_->setAutoDefault(false);
+    button_->hide();
+    connect(button_, &QPushButton::clicked, this, &MessageLine::runAction);
+}
+
+void MessageLine::setNotice(const QString &topic, Severity severity, const QString &sentence) {
+    setNotice(topic, severity, sentence, {});
+}
+
+void MessageLine::setNotice(const QString &topic, Severity severity, const QString &sentence,
+                            const Action &action) {
+    if (sentence.isEmpty()) {
+        clearNotice(topic);
+        return;
+    }
+    const Notice notice{topic, severity, onOneLine(sentence), action};
+    const bool isNewest = !notices_.empty() && notices_.front().saysTheSameAs(notice);
+    std::erase_if(notices_, [&](const Notice &old) { return old.topic == topic; });
+    notices_.insert(notices_.begin(), notice);
+    // What is said already is not said again to who hears it, nor taken out of a selection.
+    if (isNewest) {
+        showButton();
+        return;
+    }
+    showNotices();
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+void MessageLine::clearNotice(const QString &topic) {
+    if (std::erase_if(notices_, [&](const Notice &notice) { return notice.topic == topic; }) > 0)
+        showNotices();
+}
+
+void MessageLine::clearAll() {
+    notices_.clear();
+    showNotices();
+}
+
+QString MessageLine::text() const {
+    return toPlainText();
+}
+
+void MessageLine::showNotices() {
+    clear();
+    QTextCursor cursor(document());
+    for (const Notice &notice : notices_) {
+        QTextCharFormat format;
+        format.setForeground(colorOf(notice.severity, palette()));
+        if (notice.severity == Severity::Problem)
+            format.setFontWeight(QFont::Bold);
+        if (!cursor.atStart())
+            cursor.insertBlock();
+        cursor.insertText(withWord(notice.severity, notice.sentence), format);
+    }
+    moveCursor(QTextCursor::Start);
+    showButton();
+    fitHeight();
+}
+
+const MessageLine::Notice *MessageLine::noticeWithAction() const {
+    const auto found = std::find_if(notices_.begin(), notices_.end(),
+                                    [](const Notice &notice) { return bool(notice.action.run); });
+    return found == notices_.end() ? nullptr : &*found;
+}
+
+void MessageLine::showButton() {
+    const Notice *notice = noticeWithAction();
+    if (notice) {
+        button_->setText(notice->action.label);
+        button_->setAccessibleName(withoutMnemonic(notice->action.label));
+    }
+    button_->setVisible(notice != nullptr);
+    placeButton();
+}
+
+void MessageLine::placeButton() {
+    const bool shown = !button_->isHidden();
+    const QSize size(button_->sizeHint().width(), heightOfLines(1));
+    setViewportMargins(0, 0, shown ? size.width() + buttonGap : 0, 0);
+    const int left = isLeftToRight() ? width() - size.width() : 0;
+    button_->setGeometry(QRect(QPoint(left, 0), size));
+}
+
+void MessageLine::runAction() {
+    const Notice *notice = noticeWithAction();
+    if (!notice)
+        return;
+    // A copy: what the action does may well take its own notice away.
+    const std::function<void()> run = notice->action.run;
+    run();
+}
+
+// As high as a button however few lines there are, so that one that comes moves nothing.
+int MessageLine::heightOfLines(int lines) const {
+    const double text = lines * fontMetrics().lineSpacing() + 2 * document()->documentMargin();
+    return std::max(static_cast<int>(std::ceil(text)), button_->sizeHint().height());
+}
+
+void MessageLine::fitHeight() {
+    // The document of a plain text editor counts its height in lines.
+    const int lines = static_cast<int>(document()->size().height());
+    const int height = heightOfLines(std::clamp(lines, 1, mostLines));
+    const bool scrolls = lines > mostLines;
+    setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    if (height == height_)
+        return;
+    height_ = height;
+    updateGeometry();
+}
+
+QSize MessageLine::sizeHint() const {
+    return {QPlainTextEdit::sizeHint().width(), std::max(height_, heightOfLines(1))};
+}
+
+QSize MessageLine::minimumSizeHint() const {
+    return {QPlainTextEdit::minimumSizeHint().width(), sizeHint().height()};
+}
+
+void MessageLine::changeEvent(QEvent *event) {
+    QPlainTextEdit::changeEvent(event);
+    const bool restyled = event->type() == QEvent::PaletteChange ||
+                          event->type() == QEvent::FontChange ||
+                          event->type() == QEvent::StyleChange;
+    if (restyled && button_)
+        showNotices();
+}
+
+void MessageLine::resizeEvent(QResizeEvent *event) {
+    QPlainTextEdit::resizeEvent(event);
+    placeButton();
+    fitHeight();
+}
