@@ -1,0 +1,100 @@
+#include "grid/CellEdit.h"
+
+#include "grid/GridColumns.h"
+#include "image/NumberScanning.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace {
+
+bool isQuote(QChar character) {
+    return character == u'"' || character == u'\'';
+}
+
+QStringView withoutOuterQuotes(QStringView text) {
+    while (!text.isEmpty() && isQuote(text.front()))
+        text = text.sliced(1);
+    while (!text.isEmpty() && isQuote(text.back()))
+        text.chop(1);
+    return text;
+}
+
+/// One byte for each UTF-16 unit, so that the bytes written are as many as the user counts.
+QByteArray oneByteForEachUnit(QStringView text) {
+    constexpr char16_t lastLatin1 = 0xff;
+    QByteArray bytes;
+    bytes.reserve(text.size());
+    for (const QChar unit : text)
+        bytes.append(unit.unicode() > lastLatin1 ? '?' : char(unit.unicode()));
+    return bytes;
+}
+
+/// Overwrites from \a offset on; gives the number of bytes by which the buffer became longer.
+qsizetype overwrite(QByteArray &buffer, qsizetype offset, const QByteArray &bytes) {
+    const qsizetype growth = std::max<qsizetype>(0, offset + bytes.size() - buffer.size());
+    if (growth > 0)
+        buffer.resize(buffer.size() + growth);
+    if (!bytes.isEmpty())
+        std::memcpy(buffer.data() + offset, bytes.constData(), size_t(bytes.size()));
+    return growth;
+}
+
+/// The byte that a hexadecimal entry stands for. Zero is refused like a value that is too large:
+/// it is what an entry with a slip of the finger most often reads as.
+std::optional<char> enteredByte(const QString &entry) {
+    constexpr quint32 largestByte = 0xff;
+    const std::optional<quint32> value = scanHexInt(entry);
+    if (!value || *value < 1 || *value > largestByte)
+        return std::nullopt;
+    return char(*value);
+}
+
+CellEdit writeText(QByteArray &buffer, qsizetype offset, const QString &entry) {
+    const QByteArray bytes = oneByteForEachUnit(withoutOuterQuotes(entry));
+    const qsizetype growth = overwrite(buffer, offset, bytes);
+    return {.offset = offset, .bytesWritten = bytes.size(), .grewBy = growth};
+}
+
+CellEdit writeByte(QByteArray &buffer, qsizetype offset, const QString &entry) {
+    const char before = buffer.constData()[offset];
+    const std::optional<char> byte = enteredByte(entry);
+    overwrite(buffer, offset, QByteArray(1, byte.value_or(before)));
+    return {.offset = offset, .bytesWritten = 1, .rejected = !byte};
+}
+
+} // namespace
+
+CellEditOutcome commitEntry(QByteArray &output_data, qsizetype strDataLength, const QString &entry,
+                            int columnNumber, qint64 row) {
+    if (columnNumber == charactersColumn)
+        return std::nullopt;
+
+    // Unsigned, so that what lies before the first byte counts as lying past the end.
+    const quint64 index = byteIndex(row, columnNumber);
+    if (index >= quint64(strDataLength) || index >= quint64(output_data.size()) || entry.isEmpty())
+        return std::nullopt;
+
+    const auto offset = qsizetype(index);
+    return isQuote(entry.front()) ? writeText(output_data, offset, entry)
+                                  : writeByte(output_data, offset, entry);
+}
+
+QString hexDigitFor(quint16 value) {
+    constexpr int decimalDigits = 10;
+    static const std::array<QString, 6> letters = {QStringLiteral("A"), QStringLiteral("B"),
+                                                   QStringLiteral("C"), QStringLiteral("D"),
+                                                   QStringLiteral("E"), QStringLiteral("F")};
+    if (value < decimalDigits)
+        return QString::number(value);
+    const size_t letter = value - size_t(decimalDigits);
+    return letter < letters.size() ? letters[letter] : QString();
+}
+
+QString hexValue(quint64 value) {
+    constexpr int digitBits = 4;
+    const quint64 high = value >> digitBits;
+    const quint64 low = value - high;
+    return hexDigitFor(quint16(high)) + hexDigitFor(quint16(low));
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QLineEdit>
+
+/// The field in which a cell's entry is typed. It remembers what it opened with, because only an
+/// entry that the user changed may be committed, and widens as the entry grows.
+class CellEditor final : public QLineEdit {
+    Q_OBJECT
+
+public:
+    explicit CellEditor(QWidget *parent);
+
+    /// Shows \a text as what the cell holds.
+    void open(const QString &text);
+    /// True if the entry differs from what was opened or committed last.
+    bool isChanged() const { return text() != m_opened; }
+    /// Takes the entry as committed: it is not committed a second time when the focus leaves.
+    void setCommitted();
+    /// True if an entry has been committed since the field was opened.
+    bool wasCommitted() const { return m_committed; }
+
+    /// Lays the field over \a cell.
+    void placeAt(const QRect &cell);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void fitWidth();
+
+    QString m_opened;
+    QRect m_cell;
+    bool m_committed = false;
+};

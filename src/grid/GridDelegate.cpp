@@ -1,0 +1,41 @@
+#include "grid/GridDelegate.h"
+
+#include "grid/CellEditor.h"
+#include "grid/GridModel.h"
+
+QWidget *GridDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
+                                    const QModelIndex &index) const {
+    m_editor = new CellEditor(parent);
+    m_editor->setAccessibleName(tr("Entry"));
+    m_editor->setAccessibleDescription(
+        index.model()
+            ->headerData(index.column(), Qt::Horizontal, Qt::AccessibleTextRole)
+            .toString());
+    return m_editor;
+}
+
+void GridDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const {
+    // While an entry is typed the contents may change below it; the entry stays the user's.
+    auto *field = static_cast<CellEditor *>(editor);
+    if (!field->isChanged())
+        field->open(index.data(Qt::EditRole).toString());
+}
+
+void GridDelegate::setModelData(QWidget *editor, QAbstractItemModel *model,
+                                const QModelIndex &index) const {
+    auto *field = static_cast<CellEditor *>(editor);
+    if (!field->isChanged())
+        return;
+    const QString entry = field->text();
+    field->setCommitted();
+    model->setData(index, entry, Qt::EditRole);
+}
+
+void GridDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
+                                        const QModelIndex &) const {
+    // A cell scrolled far away may lie beyond what a widget's position can tell.
+    QRect cell = option.rect;
+    if (!cell.intersects(editor->parentWidget()->rect()))
+        cell.moveBottom(-1);
+    static_cast<CellEditor *>(editor)->placeAt(cell);
+}

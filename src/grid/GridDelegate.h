@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QPointer>
+#include <QStyledItemDelegate>
+
+class CellEditor;
+
+/// Opens the grid's cells for typing. It paints nothing: the view paints its rows itself.
+class GridDelegate final : public QStyledItemDelegate {
+    Q_OBJECT
+
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    /// The editor that was opened last, as long as it exists.
+    CellEditor *lastEditor() const { return m_editor; }
+
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
+                          const QModelIndex &index) const override;
+    void setEditorData(QWidget *editor, const QModelIndex &index) const override;
+    void setModelData(QWidget *editor, QAbstractItemModel *model,
+                      const QModelIndex &index) const override;
+    void updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
+                              const QModelIndex &index) const override;
+
+private:
+    mutable QPointer<CellEditor> m_editor;
+};

@@ -1,0 +1,162 @@
+#include "grid/GridModel.h"
+
+#include <QScopedValueRollback>
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+/// Titles stand as the contents below them do.
+Qt::Alignment titleAlignment(int column) {
+    if (column == addressColumn)
+        return Qt::AlignRight | Qt::AlignVCenter;
+    return column == charactersColumn ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter;
+}
+
+} // namespace
+
+GridModel::GridModel(GridSource &source, QObject *table, QObject *parent)
+    : QAbstractTableModel(parent), m_source(source), m_table(table) {}
+
+void GridModel::reloadData() {
+    if (m_committing && sourceRows() >= m_rows) {
+        refreshAfterEdit();
+        return;
+    }
+    beginResetModel();
+    m_rows = sourceRows();
+    endResetModel();
+}
+
+void GridModel::refreshAfterEdit() {
+    const int rows = sourceRows();
+    if (rows > m_rows) {
+        beginInsertRows(QModelIndex(), m_rows, rows - 1);
+        m_rows = rows;
+        endInsertRows();
+    }
+    // One byte may change how all of them read as text, so nothing less than all is certain.
+    emit dataChanged(index(0, 0), index(m_rows - 1, gridColumns - 1));
+}
+
+int GridModel::sourceRows() const {
+    constexpr auto most = quint64(std::numeric_limits<int>::max());
+    return int(std::min(most, m_source.numberOfRowsInTableView(m_table)));
+}
+
+void GridModel::setHeading(GridHeading heading) {
+    if (heading == m_heading)
+        return;
+    m_heading = heading;
+    emit headerDataChanged(Qt::Horizontal, 0, gridColumns - 1);
+}
+
+CellValue GridModel::cell(int row, int column) const {
+    return m_source.tableView_objectValueForTableColumn_row(m_table, columnIdentifier(column), row);
+}
+
+bool GridModel::maySelectColumn(int column) const {
+    return m_source.tableView_shouldSelectTableColumn(m_table, columnIdentifier(column));
+}
+
+int GridModel::rowCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : m_rows;
+}
+
+int GridModel::columnCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : gridColumns;
+}
+
+QVariant GridModel::data(const QModelIndex &index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    switch (role) {
+    case Qt::DisplayRole:
+        return cell(index.row(), index.column()).text;
+    case Qt::EditRole:
+        // The address is no value of the byte that its cell edits.
+        return index.column() == addressColumn ? QString() : cell(index.row(), index.column()).text;
+    case FailedRole:
+        return cell(index.row(), index.column()).failed;
+    case Qt::AccessibleDescriptionRole:
+        return cellDescription(cell(index.row(), index.column()), index.column());
+    default:
+        return {};
+    }
+}
+
+QString GridModel::cellDescription(const CellValue &cell, int column) const {
+    if (cell.failed)
+        return tr("failed");
+    const bool isMissing =
+        m_heading == GridHeading::Bytes && isByteColumn(column) && cell.text == QLatin1String("XX");
+    return isMissing ? tr("no byte") : QString();
+}
+
+QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= gridColumns)
+        return {};
+    switch (role) {
+    case Qt::DisplayRole:
+        return title(section);
+    case Qt::AccessibleTextRole:
+        return columnDescription(section);
+    case Qt::TextAlignmentRole:
+        return QVariant::fromValue(titleAlignment(section));
+    default:
+        return {};
+    }
+}
+
+QString GridModel::title(int column) const {
+    if (m_heading == GridHeading::Pins) {
+        // The first row of the report numbers the pins, one title stands above all of them.
+        if (column == addressColumn)
+            return tr("Vector");
+        return column == firstByteColumn ? tr("Pin") : QString();
+    }
+    if (column == addressColumn)
+        return tr("Address");
+    if (column == charactersColumn)
+        return tr("Characters");
+    constexpr int base = 16;
+    return QString::number(column - firstByteColumn, base).toUpper();
+}
+
+QString GridModel::columnDescription(int column) const {
+    if (m_heading == GridHeading::Pins && column != addressColumn)
+        return tr("Pin %1").arg(column);
+    return title(column);
+}
+
+Qt::ItemFlags GridModel::flags(const QModelIndex &index) const {
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
+    if (m_source.tableView_shouldSelectRow(m_table, index.row()))
+        flags |= Qt::ItemIsSelectable;
+    if (m_source.tableView_shouldEditTableColumn_row(m_table, columnIdentifier(index.column()),
+                                                     index.row()))
+        flags |= Qt::ItemIsEditable;
+    return flags;
+}
+
+bool GridModel::setData(const QModelIndex &index, const QVariant &value, int role) {
+    if (role != Qt::EditRole || !(flags(index) & Qt::ItemIsEditable))
+        return false;
+    const QScopedValueRollback<bool> committing(m_committing, true);
+    m_source.tableView_setObjectValue_forTableColumn_row(
+        m_table, value.toString(), columnIdentifier(index.column()), index.row());
+    return true;
+}
+
+bool GridModel::canDropMimeData(const QMimeData *drag, Qt::DropAction action, int row, int,
+                                const QModelIndex &) const {
+    return m_source.tableView_validateDrop_proposedRow_proposedDropOperation(
+               m_table, drag, row, int(action)) != DragOperation::None;
+}
+
+bool GridModel::dropMimeData(const QMimeData *, Qt::DropAction, int, int, const QModelIndex &) {
+    return false;
+}

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "grid/GridColumns.h"
+#include "grid/GridSource.h"
+
+#include <QAbstractTableModel>
+
+/// What the columns stand for, and so how they are titled.
+enum class GridHeading {
+    /// Address, sixteen bytes, characters.
+    Bytes,
+    /// The vector of a logic test and its pins.
+    Pins,
+};
+
+/// The grid's contents as an item model: every cell is asked from the source when it is needed,
+/// nothing is kept but the number of rows, which stays as it was at the last reload however the
+/// source changes meanwhile.
+class GridModel : public QAbstractTableModel {
+    Q_OBJECT
+
+public:
+    enum Role {
+        /// bool: the cell is a failed field of a logic test.
+        FailedRole = Qt::UserRole,
+    };
+
+    /// \a source must live longer than the model. \a table is the grid as the source knows it.
+    GridModel(GridSource &source, QObject *table, QObject *parent = nullptr);
+
+    /// Takes the number of rows anew and announces that every cell may have changed. While an
+    /// entry is being committed this is a change of data and perhaps an insertion of rows, not a
+    /// reset, so that cursor, selection and editors keep their place.
+    void reloadData();
+    /// True from the moment an entry is handed to the source until the source is done with it.
+    bool isCommitting() const { return m_committing; }
+
+    GridHeading heading() const { return m_heading; }
+    void setHeading(GridHeading heading);
+
+    /// The value of a cell that the model has; what data() gives in one piece.
+    CellValue cell(int row, int column) const;
+    /// The source's answer whether a column as a whole may be selected.
+    bool maySelectColumn(int column) const;
+    /// What column \a column holds, for people who cannot see the cells below it.
+    QString columnDescription(int column) const;
+
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex &parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation,
+                        int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    /// Hands \a value to the source. True if the cell may be edited, whatever the source makes of
+    /// the value.
+    bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
+    bool canDropMimeData(const QMimeData *drag, Qt::DropAction action, int row, int column,
+                         const QModelIndex &parent) const override;
+    /// Nothing is ever dropped: false.
+    bool dropMimeData(const QMimeData *drag, Qt::DropAction action, int row, int column,
+                      const QModelIndex &parent) override;
+
+private:
+    int sourceRows() const;
+    void refreshAfterEdit();
+    QString title(int column) const;
+    QString cellDescription(const CellValue &cell, int column) const;
+
+    GridSource &m_source;
+    QObject *m_table;
+    int m_rows = 0;
+    GridHeading m_heading = GridHeading::Bytes;
+    bool m_committing = false;
+};

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QPalette>
+#include <QRect>
+
+class GridModel;
+class GridView;
+class QPainter;
+struct CellValue;
+
+/// Draws the rows of a grid, with the view's palette and font. Made anew for every repaint.
+class GridPainter {
+public:
+    GridPainter(const GridView &view, QPainter &painter);
+
+    /// Draws the part of \a row within \a area; \a top is the height of its upper edge.
+    void paintRow(int row, int top, const QRect &area) const;
+
+private:
+    /// What one cell is drawn with.
+    struct Look {
+        bool selected = false;
+        bool current = false;
+        bool onWindow = false;
+    };
+
+    void paintBackground(int row, const QRect &line, bool selected) const;
+    void paintCell(int row, int column, const QRect &cell, Look look) const;
+    void paintText(const CellValue &value, int column, const QRect &cell, Look look) const;
+    void paintCharacters(const QString &text, const QRect &cell) const;
+    int textLeft(int column, const QRect &cell, int width) const;
+    int widthOf(const QString &text) const;
+    void paintUnit(const QString &text, int place, const QPoint &origin) const;
+    void paintCursor(const QRect &cell) const;
+    bool isPinRow(int row) const;
+    bool endsGroup(int column) const;
+    QColor textColor(const CellValue &value, int column, Look look) const;
+
+    const GridView &m_view;
+    const GridModel &m_model;
+    QPainter &m_painter;
+    QPalette m_palette;
+    QFont m_failedFont;
+    QColor m_lineColor;
+    QColor m_faintText;
+    bool m_fixedPitch;
+    int m_characterWidth;
+    int m_padding;
+    int m_baseline;
+};

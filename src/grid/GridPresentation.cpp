@@ -1,0 +1,128 @@
+#include "grid/GridPresentation.h"
+
+#include "grid/GridColumns.h"
+
+#include <QMimeData>
+#include <QUrl>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+QString upperHex(quint64 value, int digits) {
+    constexpr int base = 16;
+    return QString::number(value, base).toUpper().rightJustified(digits, u'0');
+}
+
+/// The two digits of a byte. All of them are made once, since a page of the grid asks for
+/// hundreds.
+const QString &byteText(uchar byte) {
+    static const auto texts = [] {
+        std::array<QString, 256> all;
+        for (size_t value = 0; value < all.size(); ++value)
+            all[value] = upperHex(value, 2);
+        return all;
+    }();
+    return texts[byte];
+}
+
+QString byteCell(const ShownContent &shown, int column, qint64 row) {
+    const quint64 index = byteIndex(row, column);
+    const bool hasByte =
+        index < quint64(shown.strData.length()) && index < quint64(lengthOf(shown.display_data));
+    return hasByte ? byteText(uchar(shown.display_data->constData()[index])) : QStringLiteral("XX");
+}
+
+bool isNewline(char16_t unit) {
+    return (unit >= u'\n' && unit <= u'\r') || unit == u'\u0085' || unit == u'\u2028' ||
+           unit == u'\u2029';
+}
+
+/// True if the text has half as many units as there are bytes. Then it is shown as it stands but
+/// for its line breaks; otherwise control characters show as spaces.
+bool isHalfAsLong(const ShownContent &shown) {
+    return shown.strData.length() == lengthOf(shown.display_data) / 2;
+}
+
+QString charactersCell(const ShownContent &shown, qint64 row) {
+    const quint64 start = quint64(row) * bytesInRow;
+    if (start >= quint64(shown.strData.length()))
+        return {};
+
+    const bool keepsControls = isHalfAsLong(shown);
+    QString text = shown.strData.units(qsizetype(start), bytesInRow);
+    for (QChar &character : text) {
+        const char16_t unit = character.unicode();
+        if (keepsControls ? isNewline(unit) : unit < u' ')
+            character = u' ';
+    }
+    return text;
+}
+
+QString hexCell(const ShownContent &shown, const QString &column, qint64 row) {
+    constexpr int addressDigits = 4;
+    if (column == columnIdentifier(addressColumn))
+        return upperHex(quint64(row) * bytesInRow, addressDigits);
+    if (column == columnIdentifier(charactersColumn))
+        return charactersCell(shown, row);
+    return byteCell(shown, columnNumber(column), row);
+}
+
+/// The row of pin numbers above the results.
+QString pinCell(const ShownContent &shown, const QString &column) {
+    const int number = columnNumber(column);
+    const bool hasPin = number != addressColumn && number <= shown.logictest_headers.size();
+    return hasPin ? column : QString();
+}
+
+/// A field without the tails of the terminal colour sequences that the tool puts around it:
+/// bright red for a pin that differed, with the expected level after a minus sign.
+CellValue withoutColours(const QString &field) {
+    const auto reset = QLatin1String("[0m");
+    const auto brightRed = QLatin1String("[0;91m");
+    if (const qsizetype at = field.indexOf(reset); at >= 0)
+        return {field.sliced(at + reset.size()), false};
+    if (const qsizetype at = field.indexOf(brightRed); at >= 0)
+        return {field.sliced(at + brightRed.size()).section(u'-', 0, 0), true};
+    return {field, false};
+}
+
+CellValue resultCell(const ShownContent &shown, const QString &column, const QStringList &fields) {
+    const int number = columnNumber(column);
+    const bool hasField = number >= 0 && number <= charactersColumn && number < fields.size() &&
+                          number <= shown.logictest_headers.size();
+    return hasField ? withoutColours(fields[number]) : CellValue();
+}
+
+} // namespace
+
+quint64 rowCount(const ShownContent &shown) {
+    if (shown.tabIdentifier == logicTabIdentifier())
+        return quint64(shown.logictest_rows.size()) + 1;
+    return quint64(lengthOf(shown.display_data)) / bytesInRow + 1;
+}
+
+CellValue cellValue(const ShownContent &shown, const QString &column, qint64 row) {
+    // A view may still ask for rows of a longer report that has gone: they are drawn as bytes.
+    const bool isReport =
+        shown.tabIdentifier == logicTabIdentifier() && row <= shown.logictest_rows.size();
+    if (!isReport)
+        return {hexCell(shown, column, row), false};
+    if (row == 0)
+        return {pinCell(shown, column), false};
+    return resultCell(shown, column, shown.logictest_rows[row - 1]);
+}
+
+bool mayEdit(const QString &tabIdentifier) {
+    return tabIdentifier == burnTabIdentifier();
+}
+
+DragOperation dropOperation(const QMimeData *drag) {
+    if (!drag)
+        return DragOperation::None;
+    const QList<QUrl> urls = drag->urls();
+    const bool offersFiles =
+        std::any_of(urls.begin(), urls.end(), [](const QUrl &url) { return url.isLocalFile(); });
+    return offersFiles ? DragOperation::Generic : DragOperation::None;
+}

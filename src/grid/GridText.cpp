@@ -1,0 +1,53 @@
+#include "grid/GridText.h"
+
+#include "grid/GridModel.h"
+
+#include <algorithm>
+
+namespace {
+
+QString withoutControls(QString text) {
+    std::replace_if(
+        text.begin(), text.end(),
+        [](QChar unit) {
+            return unit.category() == QChar::Other_Control || unit == QChar::LineSeparator ||
+                   unit == QChar::ParagraphSeparator;
+        },
+        u' ');
+    return text;
+}
+
+QString dumpLine(const GridModel &model, int row) {
+    const auto gap = QStringLiteral("  ");
+    QStringList bytes;
+    for (int column = firstByteColumn; column <= lastByteColumn; ++column)
+        bytes.append(model.cell(row, column).text);
+    return model.cell(row, addressColumn).text + gap + bytes.join(u' ') + gap +
+           model.cell(row, charactersColumn).text;
+}
+
+QString fieldsLine(const GridModel &model, int row) {
+    QStringList fields;
+    for (int column = 0; column < gridColumns; ++column)
+        fields.append(withoutControls(model.cell(row, column).text));
+    while (!fields.isEmpty() && fields.last().isEmpty())
+        fields.removeLast();
+    return fields.join(u'\t');
+}
+
+} // namespace
+
+QString gridText(const GridModel &model, const QItemSelection &selection, qint64 limit) {
+    QList<QPair<int, int>> ranges;
+    for (const QItemSelectionRange &range : selection)
+        ranges.append({range.top(), range.bottom()});
+    std::sort(ranges.begin(), ranges.end());
+
+    QString text;
+    for (const auto &[first, last] : ranges)
+        for (int row = first; row <= last && limit > 0; ++row, --limit)
+            text += (model.heading() == GridHeading::Bytes ? withoutControls(dumpLine(model, row))
+                                                           : fieldsLine(model, row)) +
+                    u'\n';
+    return text;
+}

@@ -1,0 +1,196 @@
+#include "grid/GridView.h"
+
+#include "grid/CellEditor.h"
+#include "grid/GridDelegate.h"
+#include "grid/GridPainter.h"
+#include "grid/GridText.h"
+
+#include <QAccessible>
+#include <QClipboard>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <utility>
+
+GridView::GridView(QWidget *parent)
+    : QAbstractItemView(parent),
+      m_header(new QHeaderView(Qt::Horizontal, this)),
+      m_delegate(new GridDelegate(this)) {
+    setLayoutDirection(Qt::LeftToRight);
+    setItemDelegate(m_delegate);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(usualEditTriggers);
+    setAlternatingRowColors(true);
+    // Tab goes on to the next control: the way through millions of cells has no end.
+    setTabKeyNavigation(false);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    setUpHeader();
+    applyFont();
+}
+
+void GridView::setUpHeader() {
+    m_header->setSectionsClickable(false);
+    m_header->setHighlightSections(false);
+    m_header->setSectionResizeMode(QHeaderView::Interactive);
+    connect(m_header, &QHeaderView::sectionResized, this, [this] {
+        updateGeometries();
+        viewport()->update();
+    });
+    connect(m_header, &QHeaderView::sectionHandleDoubleClicked, this,
+            [this](int column) { m_header->resizeSection(column, sizeHintForColumn(column)); });
+}
+
+void GridView::setSource(GridSource &source) {
+    delete std::exchange(m_model, nullptr);
+    m_model = new GridModel(source, this, this);
+    m_model->reloadData();
+    setModel(m_model);
+}
+
+void GridView::setModel(QAbstractItemModel *model) {
+    QAbstractItemView::setModel(model);
+    m_header->setModel(model);
+    resetColumnWidths();
+}
+
+void GridView::setHeading(GridHeading heading) {
+    if (m_model)
+        m_model->setHeading(heading);
+    viewport()->update();
+}
+
+void GridView::reloadData() {
+    if (!m_model)
+        return;
+    if (m_model->isCommitting()) {
+        m_model->reloadData();
+        return;
+    }
+    const Place before = place();
+    m_model->reloadData();
+    updateGeometries();
+    restore(before);
+    viewport()->update();
+}
+
+GridView::Place GridView::place() const {
+    const QModelIndex current = currentIndex();
+    Place place{{horizontalScrollBar()->value(), verticalScrollBar()->value()},
+                current.row(),
+                current.column(),
+                {}};
+    for (const QItemSelectionRange &range : selectionModel()->selection())
+        place.selectedRows.append({range.top(), range.bottom()});
+    return place;
+}
+
+void GridView::restore(const Place &place) {
+    QItemSelection selection;
+    for (const auto &[first, last] : place.selectedRows)
+        if (first < rows())
+            selection.select(m_model->index(first, 0),
+                             m_model->index(std::min(last, rows() - 1), gridColumns - 1));
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    selectionModel()->setCurrentIndex(m_model->index(place.row, place.column),
+                                      QItemSelectionModel::NoUpdate);
+    horizontalScrollBar()->setValue(place.scrolled.x());
+    verticalScrollBar()->setValue(place.scrolled.y());
+}
+
+bool GridView::showAddress(qint64 offset) {
+    const QModelIndex cell = cellOfByte(offset);
+    if (!cell.isValid() || m_model->heading() != GridHeading::Bytes)
+        return false;
+    moveTo(cell);
+    scrollTo(cell, PositionAtCenter);
+    return true;
+}
+
+void GridView::moveTo(const QModelIndex &index) {
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
+                                                 QItemSelectionModel::Rows);
+}
+
+QModelIndex GridView::cellOfByte(qint64 offset) const {
+    const qint64 row = offset / bytesInRow;
+    if (offset < 0 || row >= rows())
+        return {};
+    return m_model->index(int(row), firstByteColumn + int(offset % bytesInRow));
+}
+
+QString GridView::selectedText() const {
+    return m_model ? gridText(*m_model, selectionModel()->selection(), largestCopy) : QString();
+}
+
+qint64 GridView::selectedRowCount() const {
+    qint64 count = 0;
+    if (selectionModel())
+        for (const QItemSelectionRange &range : selectionModel()->selection())
+            count += range.height();
+    return count;
+}
+
+void GridView::copySelection() {
+    const qint64 count = selectedRowCount();
+    if (count > largestCopy)
+        emit copyRefused(count);
+    else if (count > 0)
+        QGuiApplication::clipboard()->setText(selectedText());
+}
+
+void GridView::currentChanged(const QModelIndex &current, const QModelIndex &previous) {
+    QAbstractItemView::currentChanged(current, previous);
+    viewport()->update();
+    if (hasFocus() && current.isValid())
+        tellFocus(current);
+}
+
+void GridView::tellFocus(const QModelIndex &index) {
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleEvent event(this, QAccessible::Focus);
+    event.setChild(index.row() * gridColumns + index.column());
+    QAccessible::updateAccessibility(&event);
+}
+
+void GridView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) {
+    QAbstractItemView::selectionChanged(selected, deselected);
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleEvent event(this, QAccessible::SelectionWithin);
+    QAccessible::updateAccessibility(&event);
+}
+
+void GridView::paintEvent(QPaintEvent *event) {
+    QPainter painter(viewport());
+    const QRect area = event->rect();
+    const GridPainter rowPainter(*this, painter);
+    const qint64 last = std::min<qint64>(rowAt(area.bottom()), rows() - 1);
+    for (qint64 row = std::max<qint64>(rowAt(area.top()), 0); row <= last; ++row)
+        rowPainter.paintRow(int(row), rowTop(row), area);
+}
+
+void GridView::keyPressEvent(QKeyEvent *event) {
+    if (event->matches(QKeySequence::Copy)) {
+        copySelection();
+        event->accept();
+        return;
+    }
+    QAbstractItemView::keyPressEvent(event);
+}
+
+void GridView::keyboardSearch(const QString &) {}
+
+void GridView::changeEvent(QEvent *event) {
+    QAbstractItemView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        applyFont();
+}

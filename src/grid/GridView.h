@@ -1,0 +1,154 @@
+#pragma once
+
+#include "grid/CellEdit.h"
+#include "grid/GridModel.h"
+
+#include <QAbstractItemView>
+
+class CellEditor;
+class GridDelegate;
+class QHeaderView;
+
+/// The window's grid: a hex dump or a table of logic test results of any length. Rows have one
+/// height and are scrolled whole, columns pixel by pixel; nothing is kept for a row, so 64
+/// million rows open as fast as one.
+///
+/// The cursor is a cell, the selection is made of rows. Typing, F2 and a double-click open a cell
+/// that the source allows to be edited; only an entry that differs from what the cell opened with
+/// is committed. The grid always reads from left to right, as hex dumps do in every language.
+class GridView : public QAbstractItemView {
+    Q_OBJECT
+
+public:
+    /// The most rows that are copied in one piece.
+    static constexpr qint64 largestCopy = 1 << 20;
+
+    /// What opens a cell, where its source allows it.
+    static constexpr EditTriggers usualEditTriggers{DoubleClicked | EditKeyPressed | AnyKeyPressed};
+
+    explicit GridView(QWidget *parent = nullptr);
+
+    /// Shows what \a source has, from now on and at every reloadData(). It must live longer than
+    /// the view, and is asked with the view as the table.
+    void setSource(GridSource &source);
+    /// Null before setSource().
+    GridModel *gridModel() const { return m_model; }
+    /// The header above the columns.
+    QHeaderView *header() const { return m_header; }
+
+    /// The height of every row, in pixels.
+    int rowHeight() const { return m_rowHeight; }
+
+    /// What the columns are titled as.
+    void setHeading(GridHeading heading);
+
+    /// Shows the source's contents anew. Scroll position, cursor and selection stay where the
+    /// rows still exist. While an entry is being committed nothing moves at all.
+    void reloadData();
+
+    /// Moves the cursor to the byte at \a offset and brings it into view. False, with nothing
+    /// changed, if there is no such row.
+    bool showAddress(qint64 offset);
+
+    /// Commits the entry that is being typed, if there is one that differs from what its cell
+    /// opened with, and closes its editor. True if an editor was open.
+    bool commitOpenEditor();
+    /// The editor that is open at this moment, or null.
+    CellEditor *openEditor() const;
+
+    /// To be called by the source while it carries out \a edit: the cursor will move on past the
+    /// bytes written if the user ended the entry with Enter or Tab. A rejected entry lets it stay.
+    void advanceAfterEdit(const CellEdit &edit);
+
+    /// The selected rows as lines of text, at most largestCopy of them: address, bytes and
+    /// characters side by side, or the fields of a logic test separated by tabs.
+    QString selectedText() const;
+    qint64 selectedRowCount() const;
+    /// Puts selectedText() on the clipboard. Does nothing without a selection; announces
+    /// copyRefused() and leaves the clipboard alone if too many rows are selected.
+    void copySelection();
+
+    QRect visualRect(const QModelIndex &index) const override;
+    void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
+    QModelIndex indexAt(const QPoint &point) const override;
+    int sizeHintForColumn(int column) const override;
+    int sizeHintForRow(int row) const override;
+    /// Does nothing: a search by typing would walk through every row.
+    void keyboardSearch(const QString &search) override;
+    void setModel(QAbstractItemModel *model) override;
+
+    /// All columns and a page of rows.
+    QSize sizeHint() const override;
+    QSize viewportSizeHint() const override;
+
+signals:
+    /// \a rows are selected, more than largestCopy.
+    void copyRefused(qint64 rows);
+
+protected:
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    int horizontalOffset() const override;
+    int verticalOffset() const override;
+    bool isIndexHidden(const QModelIndex &index) const override;
+    void setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command) override;
+    QRegion visualRegionForSelection(const QItemSelection &selection) const override;
+
+    void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    void selectionChanged(const QItemSelection &selected,
+                          const QItemSelection &deselected) override;
+    void rowsInserted(const QModelIndex &parent, int start, int end) override;
+    void updateGeometries() override;
+    void scrollContentsBy(int dx, int dy) override;
+
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    /// What a reset would lose.
+    struct Place {
+        QPoint scrolled;
+        int row = -1;
+        int column = -1;
+        QList<QPair<int, int>> selectedRows;
+    };
+
+    int rows() const;
+    int topRow() const;
+    /// Number of rows that are wholly visible, at least 1.
+    int rowsInPage() const;
+    /// The row at a height of the viewport, also above and below it; rows beyond the last one
+    /// are told as they come.
+    qint64 rowAt(int y) const;
+    /// The height of a row's upper edge in the viewport.
+    int rowTop(qint64 row) const;
+
+    Place place() const;
+    void restore(const Place &place);
+    void setUpHeader();
+    void resetColumnWidths();
+    void applyFont();
+    void updateVerticalScrollBar();
+    void updateHorizontalScrollBar();
+    void scrollToRow(int row, ScrollHint hint);
+    void scrollToColumn(int column);
+    void moveTo(const QModelIndex &index);
+    /// The cell that shows the byte at \a offset; invalid beyond the last row.
+    QModelIndex cellOfByte(qint64 offset) const;
+    /// The first byte cell that follows the cursor.
+    QModelIndex nextByteCell() const;
+    /// The last byte cell before the cursor.
+    QModelIndex previousByteCell() const;
+    QModelIndex cellAfterEditing(const QWidget *editor,
+                                 QAbstractItemDelegate::EndEditHint hint) const;
+    void tellFocus(const QModelIndex &index);
+
+    GridModel *m_model = nullptr;
+    QHeaderView *m_header;
+    GridDelegate *m_delegate;
+    CellEditOutcome m_lastEdit;
+    int m_rowHeight = 1;
+    bool m_layingOut = false;
+};

@@ -1,0 +1,126 @@
+// How the grid's cursor moves, and how cells are selected and edited.
+
+#include "grid/GridView.h"
+
+#include "grid/CellEditor.h"
+#include "grid/GridDelegate.h"
+
+#include <algorithm>
+
+QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    if (rows() == 0)
+        return {};
+    const QModelIndex current = currentIndex();
+    if (!current.isValid())
+        return m_model->index(topRow(), firstByteColumn);
+
+    const bool toTheEnds = modifiers & Qt::ControlModifier;
+    const int lastRow = rows() - 1;
+    const int lastColumn = gridColumns - 1;
+    const int row = current.row();
+    const int column = current.column();
+    const auto cell = [&](qint64 toRow, int toColumn) {
+        return m_model->index(int(std::clamp<qint64>(toRow, 0, lastRow)),
+                              std::clamp(toColumn, 0, lastColumn));
+    };
+    switch (action) {
+    case MoveUp:
+        return cell(row - 1, column);
+    case MoveDown:
+        return cell(qint64(row) + 1, column);
+    case MoveLeft:
+        return cell(row, column - 1);
+    case MoveRight:
+        return cell(row, column + 1);
+    case MovePageUp:
+        return cell(qint64(row) - rowsInPage(), column);
+    case MovePageDown:
+        return cell(qint64(row) + rowsInPage(), column);
+    case MoveHome:
+        return toTheEnds ? cell(0, 0) : cell(row, 0);
+    case MoveEnd:
+        return toTheEnds ? cell(lastRow, lastColumn) : cell(row, lastColumn);
+    case MoveNext:
+        return column == lastColumn && row < lastRow ? cell(row + 1, 0) : cell(row, column + 1);
+    case MovePrevious:
+        return column == 0 && row > 0 ? cell(row - 1, lastColumn) : cell(row, column - 1);
+    }
+    return current;
+}
+
+void GridView::setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command) {
+    // The corners come as they were dragged, so neither need be above the other, and both may
+    // lie far outside the viewport.
+    const qint64 lastRow = rows() - 1;
+    const qint64 one = rowAt(rect.top());
+    const qint64 other = rowAt(rect.bottom());
+    const qint64 first = std::max<qint64>(std::min(one, other), 0);
+    const qint64 last = std::min(std::max(one, other), lastRow);
+    QItemSelection selection;
+    if (first <= last)
+        selection.select(m_model->index(int(first), 0), m_model->index(int(last), gridColumns - 1));
+    selectionModel()->select(selection, command);
+}
+
+CellEditor *GridView::openEditor() const {
+    return state() == EditingState ? m_delegate->lastEditor() : nullptr;
+}
+
+bool GridView::commitOpenEditor() {
+    CellEditor *editor = openEditor();
+    if (!editor)
+        return false;
+    commitData(editor);
+    closeEditor(editor, QAbstractItemDelegate::NoHint);
+    return true;
+}
+
+void GridView::advanceAfterEdit(const CellEdit &edit) {
+    m_lastEdit = edit;
+}
+
+void GridView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) {
+    const QModelIndex next = cellAfterEditing(editor, hint);
+    m_lastEdit.reset();
+    QAbstractItemView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    if (next.isValid())
+        moveTo(next);
+}
+
+QModelIndex GridView::cellAfterEditing(const QWidget *editor,
+                                       QAbstractItemDelegate::EndEditHint hint) const {
+    const auto *field = qobject_cast<const CellEditor *>(editor);
+    if (!field || !currentIndex().isValid())
+        return {};
+    switch (hint) {
+    case QAbstractItemDelegate::EditPreviousItem:
+        return previousByteCell();
+    case QAbstractItemDelegate::EditNextItem:
+    case QAbstractItemDelegate::SubmitModelCache:
+        break;
+    default:
+        return {};
+    }
+    if (m_lastEdit)
+        return m_lastEdit->rejected ? QModelIndex()
+                                    : cellOfByte(m_lastEdit->offset + m_lastEdit->bytesWritten);
+    // The source made nothing of the entry. The value that was there already, typed again, counts
+    // as an entry all the same, so that who types byte after byte need not look up.
+    const bool goesOn = hint == QAbstractItemDelegate::EditNextItem || field->isModified();
+    return goesOn && !field->wasCommitted() ? nextByteCell() : QModelIndex();
+}
+
+QModelIndex GridView::nextByteCell() const {
+    const QModelIndex current = currentIndex();
+    if (current.column() < lastByteColumn)
+        return current.siblingAtColumn(current.column() + 1);
+    return current.row() + 1 < rows() ? m_model->index(current.row() + 1, firstByteColumn)
+                                      : QModelIndex();
+}
+
+QModelIndex GridView::previousByteCell() const {
+    const QModelIndex current = currentIndex();
+    if (current.column() > firstByteColumn)
+        return current.siblingAtColumn(current.column() - 1);
+    return current.row() > 0 ? m_model->index(current.row() - 1, lastByteColumn) : QModelIndex();
+}

@@ -1,0 +1,220 @@
+// Where the grid's rows and columns lie, and how they scroll.
+
+#include "grid/GridView.h"
+
+#include <QEvent>
+#include <QHeaderView>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+/// Digits that the address column has room for: those of the largest image.
+constexpr int addressDigits = 8;
+constexpr int byteDigits = 2;
+
+/// Space above and below the text of a row together, in pixels.
+constexpr int rowPadding = 4;
+
+/// Space that a column has on both sides of its text together, in characters.
+constexpr double columnPadding = 1.5;
+
+/// Rows that a window of the preferred size shows.
+constexpr int preferredRows = 16;
+
+/// The farthest that a position is told from the viewport: rows beyond it are known to be out of
+/// view, and adding to it stays within an int.
+constexpr qint64 farthest = std::numeric_limits<int>::max() / 2;
+
+int charactersIn(int column) {
+    if (column == addressColumn)
+        return addressDigits;
+    return column == charactersColumn ? bytesInRow : byteDigits;
+}
+
+int clamped(qint64 position) {
+    return int(std::clamp(position, -farthest, farthest));
+}
+
+} // namespace
+
+void GridView::applyFont() {
+    m_rowHeight = fontMetrics().height() + rowPadding;
+    m_header->setMinimumSectionSize(fontMetrics().horizontalAdvance(u'0') * byteDigits);
+    resetColumnWidths();
+    updateGeometries();
+}
+
+void GridView::resetColumnWidths() {
+    for (int column = 0; column < m_header->count(); ++column)
+        m_header->resizeSection(column, sizeHintForColumn(column));
+}
+
+int GridView::sizeHintForColumn(int column) const {
+    const double characterWidth = QFontMetricsF(font()).horizontalAdvance(u'0');
+    return qCeil(characterWidth * (charactersIn(column) + columnPadding));
+}
+
+int GridView::sizeHintForRow(int) const {
+    return m_rowHeight;
+}
+
+QSize GridView::viewportSizeHint() const {
+    return {m_header->length(), preferredRows * m_rowHeight};
+}
+
+QSize GridView::sizeHint() const {
+    const QSize chrome(2 * frameWidth() + verticalScrollBar()->sizeHint().width(),
+                       2 * frameWidth() + m_header->sizeHint().height());
+    return viewportSizeHint() + chrome;
+}
+
+int GridView::rows() const {
+    return m_model ? m_model->rowCount() : 0;
+}
+
+int GridView::topRow() const {
+    return verticalScrollBar()->value();
+}
+
+int GridView::rowsInPage() const {
+    return std::max(1, viewport()->height() / m_rowHeight);
+}
+
+qint64 GridView::rowAt(int y) const {
+    const int rounding = y < 0 ? m_rowHeight - 1 : 0;
+    return topRow() + (qint64(y) - rounding) / m_rowHeight;
+}
+
+int GridView::rowTop(qint64 row) const {
+    return clamped((row - topRow()) * m_rowHeight);
+}
+
+QRect GridView::visualRect(const QModelIndex &index) const {
+    if (!index.isValid() || index.model() != m_model)
+        return {};
+    return {m_header->sectionViewportPosition(index.column()), rowTop(index.row()),
+            m_header->sectionSize(index.column()), m_rowHeight};
+}
+
+QModelIndex GridView::indexAt(const QPoint &point) const {
+    const int column = m_header->logicalIndexAt(point.x());
+    const qint64 row = rowAt(point.y());
+    if (column < 0 || row < 0 || row >= rows())
+        return {};
+    return m_model->index(int(row), column);
+}
+
+int GridView::horizontalOffset() const {
+    return m_header->offset();
+}
+
+int GridView::verticalOffset() const {
+    return clamped(qint64(topRow()) * m_rowHeight);
+}
+
+bool GridView::isIndexHidden(const QModelIndex &) const {
+    return false;
+}
+
+QRegion GridView::visualRegionForSelection(const QItemSelection &selection) const {
+    const qint64 firstVisible = topRow();
+    const qint64 lastVisible = rowAt(viewport()->height() - 1);
+    QRegion region;
+    for (const QItemSelectionRange &range : selection) {
+        const qint64 first = std::max<qint64>(range.top(), firstVisible);
+        const qint64 last = std::min<qint64>(range.bottom(), lastVisible);
+        if (first <= last)
+            region += QRect(QPoint(0, rowTop(first)),
+                            QPoint(viewport()->width() - 1, rowTop(last + 1) - 1));
+    }
+    return region;
+}
+
+void GridView::scrollTo(const QModelIndex &index, ScrollHint hint) {
+    if (!index.isValid())
+        return;
+    scrollToRow(index.row(), hint);
+    scrollToColumn(index.column());
+}
+
+void GridView::scrollToRow(int row, ScrollHint hint) {
+    const int page = rowsInPage();
+    const int lowestTop = row - page + 1;
+    int top = topRow();
+    switch (hint) {
+    case EnsureVisible:
+        // With no row on top that lies below the wanted one, and none that leaves it beneath.
+        top = std::clamp(top, lowestTop, row);
+        break;
+    case PositionAtTop:
+        top = row;
+        break;
+    case PositionAtBottom:
+        top = lowestTop;
+        break;
+    case PositionAtCenter:
+        top = row - page / 2;
+        break;
+    }
+    verticalScrollBar()->setValue(top);
+}
+
+void GridView::scrollToColumn(int column) {
+    const int left = m_header->sectionPosition(column);
+    const int right = left + m_header->sectionSize(column);
+    const int offset = horizontalScrollBar()->value();
+    // The left end wins where the viewport is narrower than the column.
+    const int atLeast = std::max(offset, right - viewport()->width());
+    horizontalScrollBar()->setValue(std::min(atLeast, left));
+}
+
+void GridView::updateGeometries() {
+    if (m_layingOut)
+        return;
+    const QScopedValueRollback<bool> layingOut(m_layingOut, true);
+    const int height = m_header->sizeHint().height();
+    setViewportMargins(0, height, 0, 0);
+    const QRect area = viewport()->geometry();
+    m_header->setGeometry(area.left(), area.top() - height, area.width(), height);
+    updateVerticalScrollBar();
+    updateHorizontalScrollBar();
+    QAbstractItemView::updateGeometries();
+    updateEditorGeometries();
+}
+
+void GridView::updateVerticalScrollBar() {
+    QScrollBar *bar = verticalScrollBar();
+    const int page = rowsInPage();
+    bar->setSingleStep(1);
+    bar->setPageStep(page);
+    bar->setRange(0, std::max(0, rows() - page));
+}
+
+void GridView::updateHorizontalScrollBar() {
+    QScrollBar *bar = horizontalScrollBar();
+    const int width = viewport()->width();
+    bar->setSingleStep(m_header->sectionSizeHint(firstByteColumn));
+    bar->setPageStep(width);
+    bar->setRange(0, std::max(0, m_header->length() - width));
+}
+
+void GridView::scrollContentsBy(int, int) {
+    m_header->setOffset(horizontalScrollBar()->value());
+    viewport()->update();
+    updateEditorGeometries();
+}
+
+void GridView::resizeEvent(QResizeEvent *event) {
+    QAbstractItemView::resizeEvent(event);
+    updateGeometries();
+}
+
+void GridView::rowsInserted(const QModelIndex &parent, int start, int end) {
+    QAbstractItemView::rowsInserted(parent, start, end);
+    updateGeometries();
+    viewport()->update();
+}
