@@ -72,7 +72,7 @@ bool isGraphicsHeader(const QString &header) {
 
 bool isGridRule(const QString &path) {
     static const QRegularExpression pattern(QStringLiteral(
-        R"(^src/grid/(GridPresentation|CellEdit|GridModel|GridColumns|GridSource)\w*\.(h|cpp)$)"));
+        R"(^src/grid/(GridPresentation|CellEdit|GridModel|GridColumns|GridSource)\.(h|cpp)$)"));
     return pattern.match(path).hasMatch();
 }
 

@@ -142,6 +142,7 @@ void TestLayers::ruleNotices_data() {
     row("a fork", forks, "src/tool/A.cpp", "if (fork() == 0) {}\n", "src/tool/A.cpp: fork(");
     row("a shell command", forks, "src/app/A.cpp", "std::system(\"ls\"); ::popen (\"ls\");\n",
         "src/app/A.cpp: std::system(\nsrc/app/A.cpp: ::popen (");
+    row("a simulated tool that leaves a child behind", forks, "simulator/A.cpp", "fork();\n", "");
     row("the system's locale", forks, "src/app/A.cpp",
         "QLocale::system(); // never fork()\nfont.system();\n", "");
 
