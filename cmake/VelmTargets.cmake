@@ -29,6 +29,7 @@ function(velm_test name)
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_link_libraries(${name} PRIVATE ${arg_LINKS} Qt6::Test velm_warnings)
     add_test(NAME ${name} COMMAND ${name})
+    set_target_properties(${name} PROPERTIES AUTOUIC OFF)
     set_tests_properties(${name} PROPERTIES
         TIMEOUT 300
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;HOME=${CMAKE_BINARY_DIR}/test-home;SHELL=/bin/bash;XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR}/test-runtime")

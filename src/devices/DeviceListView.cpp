@@ -1,0 +1,26 @@
+#include "devices/DeviceListView.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+DeviceListView::DeviceListView(QWidget *parent) : QListView(parent) {
+    // Without equal heights the list would measure every one of 30,000 names before it shows.
+    setUniformItemSizes(true);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setAlternatingRowColors(true);
+}
+
+void DeviceListView::mouseDoubleClickEvent(QMouseEvent *event) {
+    QListView::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton)
+        emit doubleClickedAnywhere();
+}
+
+void DeviceListView::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        emit enterPressed();
+        return;
+    }
+    QListView::keyPressEvent(event);
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QListView>
+
+/// The panel's list of device names. Beyond a plain list it says when it was double-clicked
+/// anywhere, below the last row included, and when Enter was pressed in it.
+class DeviceListView final : public QListView {
+    Q_OBJECT
+
+public:
+    explicit DeviceListView(QWidget *parent = nullptr);
+
+signals:
+    void doubleClickedAnywhere();
+    void enterPressed();
+
+protected:
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+};

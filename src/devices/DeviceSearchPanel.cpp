@@ -1,0 +1,59 @@
+#include "devices/DeviceSearchPanel.h"
+
+#include "devices/device_searcher.h"
+
+#include "ui_DeviceSearchPanel.h"
+
+DeviceSearchPanel::DeviceSearchPanel(device_searcher &searcher, QWidget *parent)
+    : QDialog(parent), m_searcher(searcher), m_controls(std::make_unique<Ui::DeviceSearchPanel>()) {
+    Ui::DeviceSearchPanel &c = *m_controls;
+    c.setupUi(this);
+    setWindowModality(Qt::WindowModal);
+    searcher.tableview = c.tableview;
+    searcher.devicesearchterm = c.devicesearchterm;
+    searcher.OKButton = c.OKButton;
+    searcher.connectPanel();
+    connect(c.devicesearchterm, &QLineEdit::returnPressed, &searcher,
+            [this] { m_searcher.list(m_controls->devicesearchterm); });
+    connect(c.searchButton, &QPushButton::clicked, &searcher,
+            [this] { m_searcher.list(m_controls->searchButton); });
+    connect(c.stopButton, &QPushButton::clicked, &searcher, &device_searcher::stop);
+    connect(&searcher, &device_searcher::searchRunningChanged, this,
+            &DeviceSearchPanel::setSearching);
+    connect(&searcher, &device_searcher::remark, c.remarkLabel, &QLabel::setText);
+}
+
+DeviceSearchPanel::~DeviceSearchPanel() = default;
+
+QPushButton *DeviceSearchPanel::okButton() const {
+    return m_controls->OKButton;
+}
+
+QPushButton *DeviceSearchPanel::cancelButton() const {
+    return m_controls->cancelButton;
+}
+
+void DeviceSearchPanel::done(int code) {
+    m_searcher.stop();
+    QDialog::done(code);
+}
+
+void DeviceSearchPanel::showEvent(QShowEvent *event) {
+    m_controls->devicesearchterm->selectAll();
+    m_controls->devicesearchterm->setFocus(Qt::OtherFocusReason);
+    QDialog::showEvent(event);
+}
+
+void DeviceSearchPanel::setSearching(bool searching) {
+    Ui::DeviceSearchPanel &c = *m_controls;
+    const bool termHadFocus = c.devicesearchterm->hasFocus();
+    c.stopButton->setEnabled(searching);
+    for (QWidget *widget :
+         {static_cast<QWidget *>(c.searchButton), static_cast<QWidget *>(c.tableview),
+          static_cast<QWidget *>(c.OKButton)})
+        widget->setEnabled(!searching);
+    // Read-only, not disabled: the field keeps the focus, and Escape still reaches the panel.
+    c.devicesearchterm->setReadOnly(searching);
+    if (!searching && termHadFocus)
+        c.devicesearchterm->setFocus(Qt::OtherFocusReason);
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+
+class QPushButton;
+class device_searcher;
+
+namespace Ui {
+class DeviceSearchPanel;
+}
+
+/// The window of the device search: a term, a list and two buttons. What the buttons do is
+/// connected by who shows the panel; ending the panel in any other way than by OK is a Cancel and
+/// also ends a search in progress.
+class DeviceSearchPanel final : public QDialog {
+    Q_OBJECT
+
+public:
+    /// A panel for \a searcher, which gets its controls here.
+    explicit DeviceSearchPanel(device_searcher &searcher, QWidget *parent = nullptr);
+    ~DeviceSearchPanel() override;
+
+    QPushButton *okButton() const;
+    QPushButton *cancelButton() const;
+
+public slots:
+    void done(int code) override;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void setSearching(bool searching);
+
+    device_searcher &m_searcher;
+    std::unique_ptr<Ui::DeviceSearchPanel> m_controls;
+};

@@ -1,0 +1,106 @@
+#include "devices/UAStringManager.h"
+
+#include "base/Log.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QPushButton>
+
+namespace {
+
+const QString firstFavourite = QStringLiteral("W27C512@DIP28");
+
+// A menu takes "&" for the mark of a mnemonic.
+QString menuText(QString name) {
+    return name.replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
+} // namespace
+
+UAStringManager::UAStringManager(SettingsStore &settings, Log &log, QObject *parent)
+    : QObject(parent), defaults(settings), m_log(log) {}
+
+void UAStringManager::awakeFromNib() {
+    defaults.registerDefaults({{settingsKeys::favourites, QStringList{firstFavourite}}});
+    if (!dButton->menu()) {
+        auto *menu = new QMenu(dButton);
+        dButton->setMenu(menu);
+        connect(menu, &QMenu::triggered, this, &UAStringManager::itemSelected);
+        connect(menu, &QMenu::aboutToShow, this, [this] {
+            if (dict.isEmpty())
+                emit remark(tr("There are no favourites: enter a device and add it."));
+        });
+    }
+    readDict();
+    populateMenu();
+}
+
+void UAStringManager::readDict() {
+    dict = defaults.stringListValue(settingsKeys::favourites);
+}
+
+void UAStringManager::writeDict() {
+    defaults.setValue(settingsKeys::favourites, dict);
+}
+
+void UAStringManager::addFavourite(QObject *) {
+    QStringList list = defaults.stringListValue(settingsKeys::favourites);
+    const QString device = defaults.stringValue(settingsKeys::device);
+    if (device.isEmpty()) {
+        emit remark(tr("Enter a device first: there is nothing to add."));
+        return;
+    }
+    if (array_ContainsString(list, device)) {
+        emit remark(tr("%1 is a favourite already.").arg(device));
+        return;
+    }
+    list.append(device);
+    store(list);
+    emit remark(tr("%1 was added to the favourites.").arg(device));
+}
+
+void UAStringManager::removeFavourite(QObject *) {
+    QStringList list = defaults.stringListValue(settingsKeys::favourites);
+    const QString device = defaults.stringValue(settingsKeys::device);
+    const qsizetype index = array_indexOfMatchingString(list, device);
+    if (index == -1) {
+        emit remark(device.isEmpty() ? tr("Enter a device first: there is nothing to remove.")
+                                     : tr("%1 is not among the favourites.").arg(device));
+        return;
+    }
+    list.removeAt(index);
+    store(list);
+    emit remark(tr("%1 was removed from the favourites.").arg(device));
+}
+
+void UAStringManager::store(const QStringList &list) {
+    defaults.setValue(settingsKeys::favourites, list);
+    dict = list;
+    populateMenu();
+}
+
+bool UAStringManager::array_ContainsString(const QStringList &array, const QString &string) const {
+    return array.contains(string, Qt::CaseSensitive);
+}
+
+qsizetype UAStringManager::array_indexOfMatchingString(const QStringList &array,
+                                                       const QString &string) const {
+    return array.indexOf(string);
+}
+
+void UAStringManager::populateMenu() {
+    QMenu *menu = dButton->menu();
+    menu->clear();
+    m_log.write(QStringLiteral("populateMenu is adding %1 items").arg(dict.size()));
+    for (const QString &name : std::as_const(dict)) {
+        QAction *item = menu->addAction(menuText(name));
+        item->setData(name);
+        item->setCheckable(false);
+    }
+}
+
+void UAStringManager::itemSelected(QAction *sender) {
+    defaults.setValue(settingsKeys::device, sender->data().toString());
+}

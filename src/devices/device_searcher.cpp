@@ -1,0 +1,156 @@
+#include "devices/device_searcher.h"
+
+#include "base/Log.h"
+#include "base/MainQueue.h"
+#include "devices/DeviceListModel.h"
+#include "devices/DeviceListView.h"
+#include "image/FileLoading.h"
+#include "image/TextLines.h"
+#include "settings/FilePaths.h"
+#include "settings/SettingsKeys.h"
+#include "tool/ScriptedMiniPro.h"
+
+#include <QItemSelectionModel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPushButton>
+
+#include <chrono>
+
+namespace {
+
+constexpr qsizetype expectedRuns = 10;
+constexpr std::chrono::seconds silencePatience{2};
+
+} // namespace
+
+device_searcher::device_searcher(SettingsStore &settings, Log &log, MainQueue &queue,
+                                 std::function<void()> beep, QObject *parent)
+    : QObject(parent), defaults(settings), m_log(log), m_queue(queue), m_beep(std::move(beep)) {
+    retainArray.reserve(expectedRuns);
+    m_silence.setInterval(silencePatience);
+    connect(&m_silence, &QTimer::timeout, this, &device_searcher::noticeSilence);
+}
+
+device_searcher::~device_searcher() = default;
+
+void device_searcher::connectPanel() {
+    m_model = new DeviceListModel(*this);
+    tableview->setModel(m_model);
+    connect(tableview, &DeviceListView::doubleClickedAnywhere, this,
+            [this] { doubleClick(tableview); });
+    connect(tableview, &DeviceListView::enterPressed, OKButton, &QPushButton::click);
+}
+
+void device_searcher::list(QObject *) {
+    if (isSearching())
+        return;
+    auto *run = new ScriptedMiniPro(defaults, m_log, m_queue, this);
+    retainArray.append(run);
+    const QString term = devicesearchterm->text();
+    if (term.isEmpty()) {
+        m_beep();
+        emit remark(tr("Enter a part of the device's name."));
+        devicesearchterm->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    runSearch(*run, term);
+    takeResults();
+    remarkOnResults(*run);
+}
+
+void device_searcher::runSearch(ScriptedMiniPro &run, const QString &term) {
+    m_current = &run;
+    m_outputSeen = 0;
+    m_silence.start();
+    emit remark(tr("Searching\u2026"));
+    emit searchRunningChanged(true);
+    run.list(term);
+    m_silence.stop();
+    m_current = nullptr;
+    emit searchRunningChanged(false);
+}
+
+void device_searcher::stop() {
+    if (m_current)
+        m_current->stop();
+}
+
+// Without a programmer the tool asks on its input which one is meant, and waits for ever.
+void device_searcher::noticeSilence() {
+    const qsizetype output = m_current ? m_current->collectedOutput().size() : 0;
+    if (m_current && output == m_outputSeen)
+        emit remark(tr("The tool is silent: it may be waiting for a programmer. Connect one, or "
+                       "stop the search."));
+    m_outputSeen = output;
+}
+
+void device_searcher::takeResults() {
+    const auto loaded =
+        loadUtf8Text(resolvedPathOf(defaults, settingsKeys::temp_search_results_file));
+    QList<QStringView> pieces;
+    if (const auto *text = std::get_if<QString>(&loaded))
+        pieces = linesOf(*text);
+    m_log.write(QStringLiteral("list has returned:%1").arg(pieces.size()));
+    QStringList names;
+    names.reserve(pieces.size());
+    for (const QStringView piece : std::as_const(pieces))
+        if (!piece.isEmpty())
+            names.append(piece.toString());
+    dataArray = names;
+    m_log.write(QStringLiteral("dataArray has:%1").arg(dataArray->size()));
+    m_model->reloadData();
+}
+
+void device_searcher::remarkOnResults(const ScriptedMiniPro &run) {
+    const qsizetype count = dataArray->size();
+    if (run.stopRequested()) {
+        emit remark(tr("The search was stopped."));
+    } else if (count > 0) {
+        emit remark(count == 1 ? tr("1 device found.")
+                               : tr("%1 devices found.").arg(QLocale().toString(count)));
+    } else if (!run.started()) {
+        emit remark(tr("The programmer tool could not be started: %1").arg(run.startFailure()));
+    } else if (!run.collectedOutput().trimmed().isEmpty()) {
+        emit remark(run.collectedOutput().trimmed().section(QLatin1Char('\n'), -1));
+    } else {
+        emit remark(tr("No device's name holds this term."));
+    }
+}
+
+std::optional<QString> device_searcher::selectedItem(QObject *) const {
+    const QModelIndexList selected = tableview->selectionModel()->selectedRows();
+    if (selected.isEmpty())
+        return std::nullopt;
+    return dataArray->at(selected.first().row());
+}
+
+void device_searcher::doubleClick(QObject *) {
+    m_log.write(QStringLiteral("doubleClick:"));
+    m_queue.async([button = QPointer<QPushButton>(OKButton)] {
+        if (button)
+            button->click();
+    });
+}
+
+quint64 device_searcher::numberOfRowsInTableView(QObject *) const {
+    return dataArray ? quint64(dataArray->size()) : 0;
+}
+
+QString device_searcher::tableView_objectValueForTableColumn_row(QObject *, const QString &,
+                                                                 qint64 row) const {
+    return dataArray->at(row);
+}
+
+bool device_searcher::tableView_shouldEditTableColumn_row(QObject *, const QString &,
+                                                          qint64) const {
+    return false;
+}
+
+bool device_searcher::tableView_shouldSelectRow(QObject *, qint64) const {
+    return true;
+}
+
+bool device_searcher::tableView_shouldSelectTableColumn(QObject *, const QString &) const {
+    return false;
+}

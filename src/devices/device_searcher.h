@@ -1,0 +1,86 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+#include <QTimer>
+
+#include <functional>
+#include <optional>
+
+class DeviceListModel;
+class DeviceListView;
+class Log;
+class MainQueue;
+class QLineEdit;
+class QPushButton;
+class ScriptedMiniPro;
+class SettingsStore;
+
+/// The controller of the device search panel: asks the tool for the devices whose names hold a
+/// term and lists them. It writes no settings; the main window takes the choice from it.
+class device_searcher final : public QObject {
+    Q_OBJECT
+
+public:
+    /// \a beep sounds the system beep.
+    device_searcher(SettingsStore &settings, Log &log, MainQueue &queue, std::function<void()> beep,
+                    QObject *parent = nullptr);
+    ~device_searcher() override;
+
+    // The panel's controls, set before connectPanel().
+    DeviceListView *tableview = nullptr;
+    QLineEdit *devicesearchterm = nullptr;
+    QPushButton *OKButton = nullptr;
+
+    /// Gives the list its model and lets a double-click and Enter in it confirm.
+    void connectPanel();
+
+    /// The search: runs the tool with the term and shows what it lists. Returns when the tool has
+    /// exited. An empty term beeps and leaves the list as it is; during a search nothing happens.
+    void list(QObject *sender);
+    /// Ends the search in progress, if any; what was listed until then is shown.
+    void stop();
+    bool isSearching() const { return !m_current.isNull(); }
+
+    /// The name in the selected row; nothing if no row is selected.
+    std::optional<QString> selectedItem(QObject *sender) const;
+    /// Confirms, a turn of the event loop later, just as the confirm button does.
+    void doubleClick(QObject *sender);
+
+    quint64 numberOfRowsInTableView(QObject *table) const;
+    QString tableView_objectValueForTableColumn_row(QObject *table, const QString &column,
+                                                    qint64 row) const;
+    bool tableView_shouldEditTableColumn_row(QObject *table, const QString &column,
+                                             qint64 row) const;
+    bool tableView_shouldSelectRow(QObject *table, qint64 row) const;
+    bool tableView_shouldSelectTableColumn(QObject *table, const QString &column) const;
+
+    /// How many tool runs this panel has made; they are kept for its life.
+    qsizetype runCount() const { return retainArray.size(); }
+
+signals:
+    /// A search begins (true) or has ended (false).
+    void searchRunningChanged(bool running);
+    /// Something worth saying in the panel; empty: nothing.
+    void remark(const QString &sentence);
+
+private:
+    void runSearch(ScriptedMiniPro &run, const QString &term);
+    void takeResults();
+    void remarkOnResults(const ScriptedMiniPro &run);
+    void noticeSilence();
+
+    SettingsStore &defaults;
+    QList<ScriptedMiniPro *> retainArray;
+    std::optional<QStringList> dataArray;
+
+    Log &m_log;
+    MainQueue &m_queue;
+    std::function<void()> m_beep;
+    DeviceListModel *m_model = nullptr;
+    QPointer<ScriptedMiniPro> m_current;
+    QTimer m_silence;
+    qsizetype m_outputSeen = 0;
+};
