@@ -1,0 +1,103 @@
+#include "demo/Demonstration.h"
+
+#include "grid/GridColumns.h"
+#include "tool/ScriptedMiniPro.h"
+
+#include "ui_MainWindow.h"
+
+#include <QApplication>
+#include <QLocale>
+#include <QMouseEvent>
+#include <QPixmap>
+
+#include <cstdio>
+
+namespace {
+
+constexpr double boxOffset = 10;              // pixels
+const QString padSize = QStringLiteral("64"); // KiB, the size of the demonstration's chip
+
+void sendMouse(QWidget *target, QEvent::Type type, Qt::MouseButtons held) {
+    // Where a check box has its box; its label may be shorter than it is wide.
+    const QPointF place(boxOffset, target->height() / 2.0);
+    QMouseEvent event(type, place, target->mapToGlobal(place), Qt::LeftButton, held,
+                      Qt::NoModifier);
+    QApplication::sendEvent(target, &event);
+}
+
+void sendKey(QWidget *target, int key, const QString &text = {}) {
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QApplication::sendEvent(target, &press);
+    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, text);
+    QApplication::sendEvent(target, &release);
+}
+
+} // namespace
+
+Demonstration::Demonstration(VelmWindow &velm) : m_velm(velm) {
+    settle();
+}
+
+bool Demonstration::readComposeWriteVerify() {
+    Ui::MainWindow &c = m_velm.window().controls();
+    const AppDelegate::State &state = m_velm.delegate().state();
+    bool good = operation(c.btn_read, QStringLiteral("Read"));
+    good &= report(lengthOf(state.read_from_chip_data) > 0,
+                   QStringLiteral("%1 bytes in the grid")
+                       .arg(QLocale().toString(lengthOf(state.read_from_chip_data))));
+
+    c.tabview->selectTabViewItem(burnTabIdentifier());
+    if (!c.btn_combine_read_data->isChecked())
+        press(c.btn_combine_read_data);
+    type(c.padToTextField, padSize);
+    if (!c.btn_pad->isChecked())
+        press(c.btn_pad);
+    settle();
+    good &= report(
+        lengthOf(state.output_data) > 0,
+        QStringLiteral("%1 bytes to burn").arg(QLocale().toString(lengthOf(state.output_data))));
+
+    good &= operation(c.btn_write, QStringLiteral("Write"));
+    good &= operation(c.btn_verify, QStringLiteral("Verify"));
+    return good;
+}
+
+bool Demonstration::savePicture(const QString &path) {
+    settle();
+    return m_velm.window().grab().save(path);
+}
+
+bool Demonstration::operation(QAbstractButton *button, const QString &name) {
+    press(button);
+    settle();
+    const QList<ScriptedMiniPro *> &runs = m_velm.delegate().state().retainArray;
+    const bool good =
+        !runs.isEmpty() && judgeRun(runs.last()->facts()).verdict == RunOutcome::Verdict::Succeeded;
+    return report(good,
+                  name + QStringLiteral(": ") + m_velm.window().controls().messageLine->text());
+}
+
+void Demonstration::press(QAbstractButton *button) {
+    sendMouse(button, QEvent::MouseButtonPress, Qt::LeftButton);
+    sendMouse(button, QEvent::MouseButtonRelease, Qt::NoButton);
+}
+
+void Demonstration::type(QLineEdit *field, const QString &text) {
+    field->setFocus();
+    field->selectAll();
+    for (const QChar letter : text)
+        sendKey(field, letter.unicode(), letter);
+    sendKey(field, Qt::Key_Return);
+}
+
+void Demonstration::settle() {
+    QCoreApplication::processEvents();
+    m_velm.window().controls().textView->flush();
+    QCoreApplication::processEvents();
+}
+
+bool Demonstration::report(bool good, const QString &what) {
+    std::printf("%s  %s\n", good ? "ok    " : "FAILED", qPrintable(what));
+    std::fflush(stdout);
+    return good;
+}

@@ -1,0 +1,54 @@
+// Shows the program at work where nobody sits in front of it: presses the window's buttons, says
+// what came of it and leaves a picture.
+
+#include "app/FilePanels.h"
+#include "base/Log.h"
+#include "demo/Demonstration.h"
+#include "settings/SettingsStore.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+/// The log of a demonstration: what the program traces is not what somebody came to see.
+class QuietLog final : public Log {
+public:
+    void write(const QString &) override {}
+};
+
+} // namespace
+
+int main(int argc, char *argv[]) {
+    QApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Reads, composes, writes and verifies in VELM's real window."));
+    parser.addHelpOption();
+    const QCommandLineOption settingsOption(
+        QStringLiteral("settings"), QStringLiteral("Settings file."), QStringLiteral("file"));
+    const QCommandLineOption stateOption(QStringLiteral("state"), QStringLiteral("State file."),
+                                         QStringLiteral("file"));
+    const QCommandLineOption pictureOption(QStringLiteral("screenshot"),
+                                           QStringLiteral("Where the picture goes (PNG)."),
+                                           QStringLiteral("file"));
+    parser.addOptions({settingsOption, stateOption, pictureOption});
+    parser.process(application);
+
+    QuietLog log;
+    SettingsStore settings(parser.value(settingsOption));
+    DesktopFilePanels panels;
+    VelmWindow velm({settings, log, panels, [] {}, parser.value(stateOption)});
+    velm.start();
+    Demonstration demonstration(velm);
+    bool good = demonstration.readComposeWriteVerify();
+    const QString picture = parser.value(pictureOption);
+    if (!picture.isEmpty() && !demonstration.savePicture(picture)) {
+        std::fprintf(stderr, "The picture cannot be written to %s.\n", qPrintable(picture));
+        good = false;
+    }
+    return good ? EXIT_SUCCESS : EXIT_FAILURE;
+}

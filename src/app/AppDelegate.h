@@ -1,0 +1,212 @@
+#pragma once
+
+#include "grid/GridSource.h"
+#include "image/ByteBuffer.h"
+#include "image/DisplayText.h"
+#include "image/ImageComposition.h"
+#include "image/TemporaryWorkspace.h"
+#include "tool/RunOutcome.h"
+#include "widgets/MessageLine.h"
+
+#include <QDateTime>
+#include <QList>
+#include <QMainWindow>
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+
+#include <functional>
+
+class ConsoleView;
+class FilePanels;
+class GridView;
+class KeyBinder;
+class Log;
+class MainQueue;
+class QAbstractButton;
+class QDialog;
+class QLabel;
+class QLineEdit;
+class ScriptedMiniPro;
+class SettingsStore;
+class TabView;
+class WindowMemory;
+class device_searcher;
+struct FilePanelRequest;
+struct ShownContent;
+struct TabViewItem;
+
+/// The window's controls that the controller works with, filled once by the wiring function. The
+/// controller never sets them up: what sends which action belongs to the window's definition.
+struct AppDelegateOutlets {
+    TabView *tabview = nullptr;
+    GridView *tableview = nullptr;
+    ConsoleView *textView = nullptr;
+    QLabel *peeping_at = nullptr;
+    MessageLine *messageLine = nullptr;
+    KeyBinder *keyBinder = nullptr;
+    QDialog *searchDevicesWindow = nullptr;
+    device_searcher *devicesearcher = nullptr;
+    QLineEdit *readFileTextField = nullptr;
+    QLineEdit *startAddTextField = nullptr;
+    QLineEdit *padToTextField = nullptr;
+    QAbstractButton *btn_combine_read_data = nullptr;
+    QAbstractButton *btn_pad = nullptr;
+    QAbstractButton *btn_pad_ff = nullptr;
+    QAbstractButton *btn_pad_00 = nullptr;
+};
+
+/// The main window's controller: it owns the images, the logic-test tables and the tool runs, and
+/// says who does what. Every rule (composing, decoding, presenting, judging a run) lives in a
+/// folder of its own; the methods here fetch the inputs, call the rule and keep the result.
+/// Everything runs on the main thread.
+class AppDelegate final : public QObject, public GridSource {
+    Q_OBJECT
+
+public:
+    /// The images and tables of the window. An absent buffer is null and reads as length 0.
+    struct State {
+        ByteBuffer read_from_chip_data; ///< the bytes of the last Read
+        ByteBuffer opened_bin_data;     ///< the whole opened binary file
+        ByteBuffer output_data;         ///< the image to burn, replaced by every composition
+        ByteBuffer display_data;        ///< what the grid shows: one of the above, not a copy
+        DisplayText strData;            ///< display_data as text
+        QStringList logictest_headers;
+        QList<QStringList> logictest_rows;
+        QList<ScriptedMiniPro *> retainArray; ///< every tool run, kept for the program's life
+    };
+
+    /// \a beep sounds the system beep, \a panels asks the user for files, \a memory is what the
+    /// program remembers for itself. All are used as long as the controller lives.
+    AppDelegate(SettingsStore &defaults, Log &log, MainQueue &queue, std::function<void()> beep,
+                FilePanels &panels, WindowMemory &memory);
+    ~AppDelegate() override;
+
+    AppDelegateOutlets outlets;
+
+    QMainWindow *window() const { return window_; }
+    void setWindow(QMainWindow *window) { window_ = window; }
+
+    // Start-up and shutdown
+
+    /// Registers the defaults, clears what an earlier run left, reloads the opened binary,
+    /// composes the image and shows the selected tab. Called once, after the wiring.
+    void applicationDidFinishLaunching();
+    /// Nothing to do: the temporary files stay until the next start, the settings save themselves.
+    void applicationWillTerminate();
+    /// Loads the file that the settings name as the opened binary; null if it cannot be read.
+    void load_opened_binary();
+
+    // Operations
+
+    /// The action of the operation buttons, whose "tag" property is the operation code: runs the
+    /// tool and takes in what it left. Returns when the tool has exited. Refused (with a sentence)
+    /// while a run is in progress.
+    void go(QObject *sender);
+    /// Ends the run or search in progress, if any: the tool's whole process group is asked, then
+    /// killed.
+    void stopRun();
+    /// True while the tool runs for an operation or a search.
+    bool runInProgress() const;
+    /// Commits whatever is being typed (a field or a cell of the grid).
+    void commitPendingInput();
+
+    // The image and its files
+
+    void createTempDirectory(QObject *sender);
+    void write_output_data_to_temp_file(QObject *sender);
+    void clear_temp_files(QObject *sender);
+    /// Composes output_data from the current inputs and writes it to the temporary output file.
+    void build_output_data(QObject *sender);
+    /// Composes at once and redisplays the selected tab a turn of the event loop later.
+    void build_and_reload();
+    /// The action of the composition controls.
+    void handleControl(QObject *sender);
+
+    // Files
+
+    /// Asks for a binary file, keeps its path in the settings, loads it and composes again.
+    void browseBinaryFile(QObject *sender);
+    /// Saves the data read from the chip; without any, says so and opens no panel.
+    void export_read_from_chip_data(QObject *sender);
+    /// Saves the data to burn; without any, says so and opens no panel.
+    void export_output_data(QObject *sender);
+    /// Saves the console's text exactly as the tool printed it (UTF-8).
+    void saveConsole();
+
+    // The device search panel
+
+    /// Shows the panel as a sheet on the window.
+    void showListPanel(QObject *sender);
+    /// Ends the panel; the name selected in it becomes the device a turn of the event loop later.
+    void deviceSearchPanelOK(QObject *sender);
+    /// Ends the panel and changes nothing.
+    void deviceSearchPanelCancel(QObject *sender);
+
+    // Tabs and display
+
+    /// Shows what belongs to \a item; an unknown identifier changes nothing.
+    void tabView_didSelectTabViewItem(TabView *tabView, const TabViewItem &item);
+    /// Decodes display_data into strData.
+    void loadStrData(QObject *sender);
+    /// Appends \a text to the console, a turn of the event loop later. From any thread.
+    void appendToOutputView(const QString &text);
+
+    // What the grid asks (GridSource)
+
+    quint64 numberOfRowsInTableView(QObject *table) override;
+    CellValue tableView_objectValueForTableColumn_row(QObject *table, const QString &column,
+                                                      qint64 row) override;
+    bool tableView_shouldEditTableColumn_row(QObject *table, const QString &column,
+                                             qint64 row) override;
+    void tableView_setObjectValue_forTableColumn_row(QObject *table, const QString &value,
+                                                     const QString &column, qint64 row) override;
+    bool tableView_shouldSelectRow(QObject *table, qint64 row) override;
+    bool tableView_shouldSelectTableColumn(QObject *table, const QString &column) override;
+    DragOperation tableView_validateDrop_proposedRow_proposedDropOperation(QObject *table,
+                                                                           const QMimeData *drag,
+                                                                           qint64 row,
+                                                                           int operation) override;
+
+    /// The images and tables, to look at.
+    const State &state() const { return m_state; }
+
+signals:
+    /// A run begins (true) or has ended (false): the window turns its controls off and on.
+    void runInProgressChanged(bool running);
+
+private:
+    void chooseOperation(ScriptedMiniPro &run, int tag);
+    bool refusesEmptyImage(int tag);
+    RunOutcome launchAndWait(ScriptedMiniPro &run);
+    void takeReadData();
+    void takeLogicReport();
+    void sayWhatReadLeft(const RunOutcome &outcome, const QDateTime &started);
+    CompositionInputs compositionInputs() const;
+    void offerReplacedEdits(const ByteBuffer &edited);
+    void restoreEdits(const ByteBuffer &edited, int edits);
+    ShownContent shownContent() const;
+    void exportImage(ByteBuffer State::*image, const QString &emptyLogLine,
+                     const QString &emptySentence, const QString &nameEnding);
+    void beginPanel(const QString &purpose, FilePanelRequest request,
+                    std::function<void(const QString &path)> chosen);
+    void searchPanelEnded(int code);
+    void offerToRemoveCustomSuffix(const QString &name);
+    void saveBytes(const QString &path, const QByteArray &bytes);
+    void sayTextRemark(const QString &tab);
+    void notice(const QString &topic, MessageLine::Severity severity, const QString &sentence);
+    QString selectedTab() const;
+
+    SettingsStore &m_defaults;
+    Log &m_log;
+    MainQueue &m_queue;
+    std::function<void()> m_beep;
+    FilePanels &m_panels;
+    WindowMemory &m_memory;
+    TemporaryWorkspace m_workspace;
+    QPointer<QMainWindow> window_;
+    State m_state;
+    QPointer<ScriptedMiniPro> m_currentRun;
+    int m_handEdits = 0;
+    bool m_emptyWriteAnnounced = false;
+};

@@ -1,0 +1,114 @@
+// Bringing a binary in, saving the two images and the console's text.
+
+#include "app/AppDelegate.h"
+
+#include "app/FilePanels.h"
+#include "app/WindowMemory.h"
+#include "base/Log.h"
+#include "image/FileSaving.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "widgets/ConsoleView.h"
+
+#include <QFileInfo>
+#include <QMainWindow>
+#include <QRegularExpression>
+
+namespace {
+
+const QString openPurpose = QStringLiteral("open");
+const QString savePurpose = QStringLiteral("save");
+const QString exportTopic = QStringLiteral("export");
+
+// A device name may hold characters that a file name cannot, or that a shell or another system
+// would trip over.
+QString fileNameFor(const QString &device, const QString &suffix) {
+    static const QRegularExpression unfit(QStringLiteral("[^A-Za-z0-9@._+=-]+"));
+    QString name = device.trimmed().replace(unfit, QStringLiteral("_"));
+    if (name.isEmpty() || name.startsWith(QLatin1Char('.')))
+        name.prepend(QStringLiteral("chip"));
+    return name + suffix;
+}
+
+} // namespace
+
+void AppDelegate::browseBinaryFile(QObject *) {
+    FilePanelRequest request;
+    request.kind = FilePanelRequest::Kind::Open;
+    request.title = tr("Open binary");
+    request.typeName = tr("Binary images");
+    request.extensions = {QStringLiteral("bin"), QStringLiteral("hex"), QStringLiteral("rom"),
+                          QStringLiteral("crt")};
+    beginPanel(openPurpose, request, [this](const QString &path) {
+        m_defaults.setValue(settingsKeys::binary, path);
+        m_memory.addRecentFile(path);
+        load_opened_binary();
+        build_and_reload();
+    });
+}
+
+void AppDelegate::export_read_from_chip_data(QObject *) {
+    exportImage(&State::read_from_chip_data, QStringLiteral("first read the chip!"),
+                tr("First read the chip: there is nothing to save yet."), QString());
+}
+
+void AppDelegate::export_output_data(QObject *) {
+    exportImage(&State::output_data, QStringLiteral("first create some data!"),
+                tr("First create some data: open a binary or read a chip."),
+                QStringLiteral("-burn"));
+}
+
+// The buffer is looked up again when the user confirms: an edit made while the panel was open is
+// saved with the rest.
+void AppDelegate::exportImage(ByteBuffer State::*image, const QString &emptyLogLine,
+                              const QString &emptySentence, const QString &nameEnding) {
+    outlets.messageLine->clearNotice(exportTopic);
+    if (lengthOf(m_state.*image) == 0) {
+        m_log.write(emptyLogLine);
+        notice(exportTopic, MessageLine::Severity::Warning, emptySentence);
+        return;
+    }
+    FilePanelRequest request;
+    request.kind = FilePanelRequest::Kind::Save;
+    request.title = tr("Save");
+    request.suggestedName = fileNameFor(m_defaults.stringValue(settingsKeys::device),
+                                        nameEnding + QStringLiteral(".bin"));
+    request.typeName = tr("Binary images");
+    request.extensions = {QStringLiteral("bin")};
+    beginPanel(savePurpose, request, [this, image](const QString &path) {
+        saveBytes(path, m_state.*image ? *(m_state.*image) : QByteArray());
+    });
+}
+
+void AppDelegate::saveConsole() {
+    FilePanelRequest request;
+    request.kind = FilePanelRequest::Kind::Save;
+    request.title = tr("Save console");
+    request.suggestedName = QStringLiteral("console.txt");
+    request.typeName = tr("Text files");
+    request.extensions = {QStringLiteral("txt")};
+    beginPanel(savePurpose, request, [this](const QString &path) {
+        saveBytes(path, outlets.textView->storedText().toUtf8());
+    });
+}
+
+void AppDelegate::beginPanel(const QString &purpose, FilePanelRequest request,
+                             std::function<void(const QString &)> chosen) {
+    request.folder = m_memory.lastFolder(purpose);
+    m_panels.begin(window_, request,
+                   [this, purpose, chosen = std::move(chosen)](const QString &path) {
+                       m_memory.setLastFolder(purpose, QFileInfo(path).path());
+                       chosen(path);
+                   });
+}
+
+void AppDelegate::saveBytes(const QString &path, const QByteArray &bytes) {
+    const std::optional<QString> failure = saveWholeFile(path, bytes);
+    if (!failure) {
+        notice(exportTopic, MessageLine::Severity::Success, tr("Saved %1.").arg(path));
+        return;
+    }
+    m_log.write(QStringLiteral("error writing to ") + path);
+    notice(exportTopic, MessageLine::Severity::Problem,
+           tr("%1 could not be written: %2").arg(path, *failure));
+}

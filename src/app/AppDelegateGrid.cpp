@@ -1,0 +1,105 @@
+// The tabs and what the grid asks.
+
+#include "app/AppDelegate.h"
+
+#include "grid/CellEdit.h"
+#include "grid/GridColumns.h"
+#include "grid/GridPresentation.h"
+#include "grid/GridView.h"
+#include "widgets/TabView.h"
+
+#include <QLabel>
+#include <QLocale>
+
+namespace {
+
+const QString textTopic = QStringLiteral("text");
+
+} // namespace
+
+void AppDelegate::tabView_didSelectTabViewItem(TabView *, const TabViewItem &item) {
+    QString label;
+    if (item.identifier == readTabIdentifier()) {
+        m_state.display_data = m_state.read_from_chip_data;
+        loadStrData(this);
+        label = QStringLiteral("Data read from chip:");
+    } else if (item.identifier == burnTabIdentifier()) {
+        m_state.display_data = m_state.output_data;
+        loadStrData(this);
+        label = QStringLiteral("Data to burn:");
+    } else if (item.identifier == logicTabIdentifier()) {
+        m_state.logictest_rows = {};
+    } else {
+        return;
+    }
+    outlets.tableview->setHeading(item.identifier == logicTabIdentifier() ? GridHeading::Pins
+                                                                          : GridHeading::Bytes);
+    outlets.tableview->reloadData();
+    outlets.peeping_at->setText(label);
+    sayTextRemark(item.identifier);
+}
+
+void AppDelegate::loadStrData(QObject *) {
+    m_state.strData = DisplayText(m_state.display_data);
+}
+
+// Cells past the end of the text read "XX" although there are bytes behind them.
+void AppDelegate::sayTextRemark(const QString &tab) {
+    const qsizetype hidden = m_state.strData.byteLength() - m_state.strData.length();
+    QString sentence;
+    if (tab != logicTabIdentifier() && m_state.strData.isMultiByte() && hidden > 0)
+        sentence = hidden == 1 ? tr("The image reads as UTF-8: its last byte is not shown.")
+                               : tr("The image reads as UTF-8: its last %1 bytes are not shown.")
+                                     .arg(QLocale().toString(hidden));
+    notice(textTopic, MessageLine::Severity::Information, sentence);
+}
+
+ShownContent AppDelegate::shownContent() const {
+    return {selectedTab(), m_state.display_data, m_state.strData, m_state.logictest_headers,
+            m_state.logictest_rows};
+}
+
+quint64 AppDelegate::numberOfRowsInTableView(QObject *) {
+    return rowCount(shownContent());
+}
+
+CellValue AppDelegate::tableView_objectValueForTableColumn_row(QObject *, const QString &column,
+                                                               qint64 row) {
+    return cellValue(shownContent(), column, row);
+}
+
+bool AppDelegate::tableView_shouldEditTableColumn_row(QObject *, const QString &, qint64) {
+    return mayEdit(selectedTab());
+}
+
+void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const QString &value,
+                                                              const QString &column, qint64 row) {
+    if (selectedTab() != burnTabIdentifier() || !m_state.output_data)
+        return;
+    const CellEditOutcome edit = commitEntry(*m_state.output_data, m_state.strData.length(), value,
+                                             columnNumber(column), row);
+    if (!edit)
+        return;
+    if (edit->rejected)
+        m_beep();
+    else
+        ++m_handEdits;
+    write_output_data_to_temp_file(this);
+    loadStrData(this);
+    outlets.tableview->reloadData();
+    outlets.tableview->advanceAfterEdit(*edit);
+    sayTextRemark(burnTabIdentifier());
+}
+
+bool AppDelegate::tableView_shouldSelectRow(QObject *, qint64) {
+    return true;
+}
+
+bool AppDelegate::tableView_shouldSelectTableColumn(QObject *, const QString &) {
+    return false;
+}
+
+DragOperation AppDelegate::tableView_validateDrop_proposedRow_proposedDropOperation(
+    QObject *, const QMimeData *drag, qint64, int) {
+    return dropOperation(drag);
+}

@@ -1,0 +1,182 @@
+// The operation buttons: one tool run for each press, and what it left.
+
+#include "app/AppDelegate.h"
+
+#include "base/Log.h"
+#include "devices/device_searcher.h"
+#include "grid/GridView.h"
+#include "image/FileLoading.h"
+#include "image/LogicReport.h"
+#include "settings/FilePaths.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "tool/ScriptedMiniPro.h"
+#include "widgets/ConsoleView.h"
+
+#include <QFileInfo>
+#include <QLabel>
+#include <QLocale>
+
+namespace {
+
+const QString runTopic = QStringLiteral("run");
+const QString readTopic = QStringLiteral("read");
+
+MessageLine::Severity severityOf(RunOutcome::Verdict verdict) {
+    switch (verdict) {
+    case RunOutcome::Verdict::Succeeded:
+        return MessageLine::Severity::Success;
+    case RunOutcome::Verdict::Stopped:
+        return MessageLine::Severity::Warning;
+    case RunOutcome::Verdict::Failed:
+    case RunOutcome::Verdict::NotStarted:
+        break;
+    }
+    return MessageLine::Severity::Problem;
+}
+
+} // namespace
+
+void AppDelegate::go(QObject *sender) {
+    if (runInProgress()) {
+        notice(QStringLiteral("busy"), MessageLine::Severity::Warning,
+               tr("The programmer tool is running: stop it or wait for its end."));
+        return;
+    }
+    commitPendingInput();
+    auto *run = new ScriptedMiniPro(m_defaults, m_log, m_queue, this);
+    m_state.retainArray.append(run);
+    run->setOutputView(outlets.textView);
+    const int tag = sender->property("tag").toInt();
+    chooseOperation(*run, tag);
+    if (refusesEmptyImage(tag))
+        return;
+
+    const QDateTime started = QDateTime::currentDateTime();
+    const RunOutcome outcome = launchAndWait(*run);
+    if (tag == ReadOperation) {
+        takeReadData();
+        sayWhatReadLeft(outcome, started);
+    } else if (tag == LogicOperation) {
+        takeLogicReport();
+    }
+}
+
+void AppDelegate::chooseOperation(ScriptedMiniPro &run, int tag) {
+    switch (tag) {
+    case ReadOperation:
+        m_log.write(QStringLiteral("ReadOperation"));
+        run.setReadOperation();
+        break;
+    case VerifyOperation:
+        m_log.write(QStringLiteral("VerifyOperation"));
+        run.setVerifyOperation();
+        break;
+    case WriteOperation:
+        m_log.write(QStringLiteral("WriteOperation"));
+        run.setWriteOperation();
+        break;
+    case LogicOperation:
+        m_log.write(QStringLiteral("LogicOperation"));
+        run.setLogicOperation();
+        m_state.logictest_rows = {};
+        outlets.tableview->reloadData();
+        break;
+    default:
+        break; // the run keeps the operation that it was made with
+    }
+}
+
+// An empty image is a legitimate file, but hardly ever what somebody wants to burn.
+bool AppDelegate::refusesEmptyImage(int tag) {
+    const bool empty = tag == WriteOperation && lengthOf(m_state.output_data) == 0;
+    if (!empty || m_emptyWriteAnnounced) {
+        m_emptyWriteAnnounced = false;
+        return false;
+    }
+    m_emptyWriteAnnounced = true;
+    notice(runTopic, MessageLine::Severity::Warning,
+           tr("There is no data to burn: open a binary, or read a chip and use its data. Press "
+              "Write again to hand the tool an empty file all the same."));
+    return true;
+}
+
+RunOutcome AppDelegate::launchAndWait(ScriptedMiniPro &run) {
+    outlets.messageLine->clearNotice(runTopic);
+    outlets.messageLine->clearNotice(QStringLiteral("busy"));
+    m_currentRun = &run;
+    emit runInProgressChanged(true);
+    run.launch();
+    m_currentRun = nullptr;
+    outlets.messageLine->clearNotice(QStringLiteral("busy"));
+    emit runInProgressChanged(false);
+
+    const RunOutcome outcome = judgeRun(run.facts());
+    notice(runTopic, severityOf(outcome.verdict), outcome.sentence);
+    return outcome;
+}
+
+void AppDelegate::stopRun() {
+    if (m_currentRun)
+        m_currentRun->stop();
+    outlets.devicesearcher->stop();
+}
+
+bool AppDelegate::runInProgress() const {
+    return m_currentRun || outlets.devicesearcher->isSearching();
+}
+
+void AppDelegate::takeReadData() {
+    // The redisplay comes a turn later; until then the grid keeps the bytes that it shows.
+    auto loaded = loadWholeFile(resolvedPathOf(m_defaults, settingsKeys::temp_read_from_chip_file));
+    if (const auto *failure = std::get_if<LoadFailure>(&loaded)) {
+        m_state.read_from_chip_data = nullptr;
+        m_log.write(QStringLiteral("error reading temp file: ") + failure->reason);
+    } else {
+        m_state.read_from_chip_data = std::get<ByteBuffer>(std::move(loaded));
+    }
+    build_and_reload();
+}
+
+// A tool that failed may leave the file of an earlier Read in place, and these bytes must not
+// pass for the chip that is in the socket now.
+void AppDelegate::sayWhatReadLeft(const RunOutcome &outcome, const QDateTime &started) {
+    outlets.messageLine->clearNotice(readTopic);
+    const qsizetype length = lengthOf(m_state.read_from_chip_data);
+    if (outcome.verdict == RunOutcome::Verdict::Succeeded && length > 0) {
+        notice(runTopic, MessageLine::Severity::Success,
+               tr("%1 %2 bytes.").arg(outcome.sentence, QLocale().toString(length)));
+        return;
+    }
+    if (length == 0)
+        return;
+    const QFileInfo file(resolvedPathOf(m_defaults, settingsKeys::temp_read_from_chip_file));
+    const QDateTime written = file.lastModified();
+    const QString when = written.date() == started.date()
+                             ? QLocale().toString(written.time(), QStringLiteral("HH:mm"))
+                             : QLocale().toString(written, QLocale::ShortFormat);
+    notice(readTopic, MessageLine::Severity::Warning,
+           tr("The last Read failed; these bytes are from %1.").arg(when));
+}
+
+void AppDelegate::takeLogicReport() {
+    m_state.logictest_rows = {};
+    const auto loaded =
+        loadUtf8Text(resolvedPathOf(m_defaults, settingsKeys::temp_logic_chip_test_results_file));
+    if (const auto *failure = std::get_if<LoadFailure>(&loaded)) {
+        m_log.write(QStringLiteral("error reading temp file: ") + failure->reason);
+        return;
+    }
+    const QString &text = std::get<QString>(loaded);
+    m_log.write(QStringLiteral("we have successfully obtained the chip test results! %1 bytes")
+                    .arg(text.size()));
+    const LogicReport report = parseLogicReport(text);
+    for (const QString &line : report.log)
+        m_log.write(line);
+    if (report.title)
+        outlets.peeping_at->setText(*report.title);
+    if (report.headers)
+        m_state.logictest_headers = *report.headers;
+    m_state.logictest_rows = report.rows;
+    outlets.tableview->reloadData();
+}

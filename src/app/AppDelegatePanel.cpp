@@ -1,0 +1,60 @@
+// Hosting the device search panel.
+
+#include "app/AppDelegate.h"
+
+#include "base/MainQueue.h"
+#include "devices/device_searcher.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+
+#include <QDialog>
+
+namespace {
+
+constexpr int confirmed = 1;
+constexpr int cancelled = 0;
+const QString deviceTopic = QStringLiteral("device");
+const QString customSuffix = QStringLiteral("(custom)");
+
+} // namespace
+
+void AppDelegate::showListPanel(QObject *) {
+    QDialog *panel = outlets.searchDevicesWindow;
+    connect(panel, &QDialog::finished, this, &AppDelegate::searchPanelEnded, Qt::UniqueConnection);
+    panel->open();
+}
+
+void AppDelegate::deviceSearchPanelOK(QObject *) {
+    outlets.searchDevicesWindow->done(confirmed);
+}
+
+void AppDelegate::deviceSearchPanelCancel(QObject *) {
+    outlets.searchDevicesWindow->done(cancelled);
+}
+
+void AppDelegate::searchPanelEnded(int code) {
+    if (code != confirmed)
+        return;
+    m_queue.async([this] {
+        const std::optional<QString> name = outlets.devicesearcher->selectedItem(this);
+        if (!name)
+            return;
+        m_defaults.setValue(settingsKeys::device, *name);
+        offerToRemoveCustomSuffix(*name);
+    });
+}
+
+// The tool marks a user's own devices in its list with a suffix that is no part of their names.
+void AppDelegate::offerToRemoveCustomSuffix(const QString &name) {
+    outlets.messageLine->clearNotice(deviceTopic);
+    if (!name.endsWith(customSuffix))
+        return;
+    const QString plain = name.chopped(customSuffix.size());
+    outlets.messageLine->setNotice(
+        deviceTopic, MessageLine::Severity::Warning,
+        tr("The tool marks %1 as custom; the mark is no part of the name.").arg(plain),
+        {tr("Remove “(custom)”"), [this, plain] {
+             m_defaults.setValue(settingsKeys::device, plain);
+             outlets.messageLine->clearNotice(deviceTopic);
+         }});
+}

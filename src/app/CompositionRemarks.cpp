@@ -1,0 +1,89 @@
+#include "app/CompositionRemarks.h"
+
+#include "image/NumberScanning.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QRegularExpression>
+
+#include <limits>
+
+namespace {
+
+constexpr qint64 kibibyte = 1024;
+
+QString tr(const char *text) {
+    return QCoreApplication::translate("CompositionRemarks", text);
+}
+
+bool isWhole(const QString &text, const char *pattern) {
+    const QRegularExpression whole(QRegularExpression::anchoredPattern(QLatin1String(pattern)));
+    return whole.match(text).hasMatch();
+}
+
+QString refusalRemark(const CompositionInputs &inputs, const RefusedComposition &refused) {
+    switch (refused.reason) {
+    case RefusedComposition::Reason::NegativePad:
+        return tr("There is no data to burn: Pad to is %1, and a size cannot be negative.")
+            .arg(inputs.pad_to.trimmed());
+    case RefusedComposition::Reason::TooLarge:
+        return tr("There is no data to burn: it would be %1 bytes, and the largest image is 1 GiB.")
+            .arg(QLocale().toString(refused.askedSize));
+    case RefusedComposition::Reason::NoMemory:
+        break;
+    }
+    return tr("There is no data to burn: there is no memory for its %1 bytes.")
+        .arg(QLocale().toString(refused.askedSize));
+}
+
+QString readDataRemark(const CompositionInputs &inputs) {
+    if (!inputs.combineReadData || lengthOf(inputs.read_from_chip_data) > 0)
+        return {};
+    if (lengthOf(inputs.opened_bin_data) > 0)
+        return tr("Nothing was read: the image comes from the opened file.");
+    return tr("Nothing was read, and no file is opened.");
+}
+
+QString startAddressRemark(const CompositionInputs &inputs) {
+    const QString &text = inputs.rom_start_address;
+    if (!scanHexInt(text))
+        return tr("The start address holds no hexadecimal number: 0 is used.");
+    if (!isWhole(text, "\\s*(0[xX])?[0-9a-fA-F]+\\s*"))
+        return tr("Only the beginning of the start address \u201c%1\u201d is a hexadecimal number: "
+                  "%2 is used.")
+            .arg(text.trimmed(), QString::number(*scanHexInt(text), 16).toUpper());
+    return {};
+}
+
+QString padSizeRemark(const CompositionInputs &inputs) {
+    const std::optional<qint32> size = scanInt(inputs.pad_to);
+    if (!size)
+        return tr("Pad to holds no number: nothing is padded.");
+    const auto wrapped = static_cast<qint32>(static_cast<quint32>(*size) << 10);
+    if (*size > 0 && wrapped != *size * kibibyte)
+        return tr("Pad to is too large for its field: it counts as %1 bytes.")
+            .arg(QLocale().toString(wrapped));
+    if (!isWhole(inputs.pad_to, "\\s*[-+]?[0-9]+\\s*"))
+        return tr("Only the beginning of \u201c%1\u201d is a number: the data is padded to %2 KiB.")
+            .arg(inputs.pad_to.trimmed())
+            .arg(*size);
+    return {};
+}
+
+} // namespace
+
+QStringList compositionRemarks(const CompositionInputs &inputs, const Composition &composition) {
+    QStringList remarks;
+    const auto add = [&](const QString &remark) {
+        if (!remark.isEmpty())
+            remarks.append(remark);
+    };
+    if (composition.refused)
+        add(refusalRemark(inputs, *composition.refused));
+    add(readDataRemark(inputs));
+    if (composition.source == CompositionSource::OpenedBinary)
+        add(startAddressRemark(inputs));
+    if (inputs.pad)
+        add(padSizeRemark(inputs));
+    return remarks;
+}

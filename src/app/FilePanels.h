@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class QWidget;
+
+/// What a file panel is asked for.
+struct FilePanelRequest {
+    enum class Kind { Open, Save };
+    Kind kind = Kind::Open;
+    QString title;
+    QString folder;         ///< shown first; empty for the platform's choice
+    QString suggestedName;  ///< for saving; empty for none
+    QString typeName;       ///< what the offered files are called, for instance "Binary images"
+    QStringList extensions; ///< the extensions offered, without dots
+};
+
+/// The platform's file panels, shown as sheets on a window. A seam, so that tests can answer for
+/// the user.
+class FilePanels {
+public:
+    FilePanels() = default;
+    FilePanels(const FilePanels &) = delete;
+    FilePanels &operator=(const FilePanels &) = delete;
+    virtual ~FilePanels() = default;
+
+    /// Shows a panel on \a parent and returns at once; \a chosen gets the absolute path if the
+    /// user confirms and is not called otherwise. A save panel may create folders, asks by itself
+    /// before an existing file is replaced, and adds the first extension to a name without one.
+    virtual void begin(QWidget *parent, const FilePanelRequest &request,
+                       std::function<void(const QString &path)> chosen) = 0;
+};
+
+/// The file panels of the desktop.
+class DesktopFilePanels final : public FilePanels {
+public:
+    void begin(QWidget *parent, const FilePanelRequest &request,
+               std::function<void(const QString &path)> chosen) override;
+};

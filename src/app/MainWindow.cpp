@@ -1,0 +1,20 @@
+#include "app/MainWindow.h"
+
+#include "ui_MainWindow.h"
+
+#include <QCloseEvent>
+
+MainWindow::MainWindow() : m_controls(std::make_unique<Ui::MainWindow>()) {
+    m_controls->setupUi(this);
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::closeEvent(QCloseEvent *event) {
+    if (m_mayClose && !m_mayClose()) {
+        event->ignore();
+        return;
+    }
+    emit closing();
+    event->accept();
+}

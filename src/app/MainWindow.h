@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include <functional>
+#include <memory>
+
+namespace Ui {
+class MainWindow;
+}
+
+/// The program's one window. It holds the controls and knows nothing of what they do; whether it
+/// may close is asked of its controller.
+class MainWindow final : public QMainWindow {
+    Q_OBJECT
+
+public:
+    MainWindow();
+    ~MainWindow() override;
+
+    /// The controls, as MainWindow.ui names them.
+    Ui::MainWindow &controls() { return *m_controls; }
+    /// Sets what decides whether the window may close; without it, it always may.
+    void setCloseGuard(std::function<bool()> mayClose) { m_mayClose = std::move(mayClose); }
+
+signals:
+    /// The window is about to close for good.
+    void closing();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    std::unique_ptr<Ui::MainWindow> m_controls;
+    std::function<bool()> m_mayClose;
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QObject>
+
+class QSocketNotifier;
+
+/// Turns SIGTERM, SIGINT and SIGHUP into a Qt signal on the main thread, so that being asked to
+/// end takes the same way as closing the window. One object for each process.
+class TerminationSignals final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit TerminationSignals(QObject *parent = nullptr);
+    ~TerminationSignals() override;
+
+signals:
+    /// One of the three signals arrived.
+    void received();
+
+private:
+    void drain();
+
+    QSocketNotifier *m_notifier = nullptr;
+};

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+/// What the program remembers for itself between runs (never the user's settings): where the
+/// window stood and which folders were used last. Kept in an INI file of its own; a file that is
+/// missing, damaged or read-only means that nothing is remembered, and nothing else.
+class WindowMemory {
+public:
+    /// Uses the INI file at the absolute \a filePath.
+    explicit WindowMemory(const QString &filePath);
+
+    QByteArray geometry() const;
+    void setGeometry(const QByteArray &geometry);
+
+    QByteArray splitterState() const;
+    void setSplitterState(const QByteArray &state);
+
+    /// The folder that the file panel for \a purpose ("open", "save") showed last; empty if none.
+    QString lastFolder(const QString &purpose) const;
+    void setLastFolder(const QString &purpose, const QString &folder);
+
+    /// Files opened lately, the newest first, at most eight.
+    QStringList recentFiles() const;
+    void addRecentFile(const QString &path);
+
+private:
+    QString m_filePath;
+};

@@ -1,0 +1,93 @@
+#include "app/WindowMenus.h"
+
+#include "app/AppDelegate.h"
+#include "app/MainWindow.h"
+#include "grid/GridColumns.h"
+#include "widgets/ConsoleView.h"
+
+#include "ui_MainWindow.h"
+
+#include <QMenuBar>
+
+namespace {
+
+/// Adds entries to one menu.
+class MenuFiller {
+public:
+    MenuFiller(QMenuBar &bar, const QString &title) : m_menu(bar.addMenu(title)) {}
+
+    QAction *presses(QPushButton *button, const QString &text, const QKeySequence &keys) {
+        return calls(text, keys, button, [button] { button->click(); });
+    }
+
+    template <typename Work>
+    QAction *calls(const QString &text, const QKeySequence &keys, QObject *context, Work work) {
+        QAction *action = m_menu->addAction(text);
+        action->setShortcut(keys);
+        QObject::connect(action, &QAction::triggered, context, work, Qt::QueuedConnection);
+        return action;
+    }
+
+    QMenu *menu() const { return m_menu; }
+
+private:
+    QMenu *m_menu;
+};
+
+void fillFileMenu(MainWindow &window, WindowMenus &menus) {
+    Ui::MainWindow &c = window.controls();
+    MenuFiller file(*window.menuBar(), AppDelegate::tr("&File"));
+    menus.offWhileRunning << file.presses(c.btn_open, AppDelegate::tr("&Open binary\u2026"),
+                                          QKeySequence::Open)
+                          << file.presses(c.btn_export_read,
+                                          AppDelegate::tr("Save data &read from chip\u2026"),
+                                          QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S))
+                          << file.presses(c.btn_export_output,
+                                          AppDelegate::tr("&Save data to burn\u2026"),
+                                          QKeySequence::Save);
+    file.menu()->addAction(c.textView->saveAction());
+    file.menu()->addSeparator();
+    file.calls(AppDelegate::tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), &window,
+               [&window] { window.close(); });
+}
+
+void fillChipMenu(MainWindow &window, WindowMenus &menus) {
+    Ui::MainWindow &c = window.controls();
+    MenuFiller chip(*window.menuBar(), AppDelegate::tr("&Chip"));
+    menus.offWhileRunning << chip.presses(c.btn_read, AppDelegate::tr("&Read"), Qt::Key_F5)
+                          << chip.presses(c.btn_verify, AppDelegate::tr("&Verify"), Qt::Key_F6)
+                          << chip.presses(c.btn_write, AppDelegate::tr("&Write"), Qt::Key_F7)
+                          << chip.presses(c.btn_logic, AppDelegate::tr("&Logic test"), Qt::Key_F8);
+    menus.stop =
+        chip.presses(c.btn_stop, AppDelegate::tr("&Stop"), QKeySequence(Qt::CTRL | Qt::Key_Period));
+    menus.stop->setEnabled(false);
+    chip.menu()->addSeparator();
+    menus.offWhileRunning << chip.presses(c.btn_search, AppDelegate::tr("Search &devices\u2026"),
+                                          QKeySequence(Qt::CTRL | Qt::Key_D));
+}
+
+void fillViewMenu(MainWindow &window) {
+    Ui::MainWindow &c = window.controls();
+    MenuFiller view(*window.menuBar(), AppDelegate::tr("&View"));
+    const auto addTab = [&](const QString &identifier, const QString &text, Qt::Key key) {
+        view.calls(text, QKeySequence(Qt::CTRL | key), c.tabview,
+                   [tabs = c.tabview, identifier] { tabs->selectTabViewItem(identifier); });
+    };
+    addTab(readTabIdentifier(), AppDelegate::tr("Data &read from chip"), Qt::Key_1);
+    addTab(burnTabIdentifier(), AppDelegate::tr("Data to &burn"), Qt::Key_2);
+    addTab(logicTabIdentifier(), AppDelegate::tr("&Logic test results"), Qt::Key_3);
+    view.menu()->addSeparator();
+    view.menu()->addAction(c.textView->followOutputAction());
+    view.menu()->addAction(c.textView->copyAllAction());
+    view.menu()->addAction(c.textView->clearAction());
+}
+
+} // namespace
+
+WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &) {
+    WindowMenus menus;
+    fillFileMenu(window, menus);
+    fillChipMenu(window, menus);
+    fillViewMenu(window);
+    return menus;
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QAction>
+#include <QList>
+
+class AppDelegate;
+class MainWindow;
+
+/// The entries of the menu bar that the rest of the program works with.
+struct WindowMenus {
+    /// What starts a run, or changes a setting or an image.
+    QList<QAction *> offWhileRunning;
+    QAction *stop = nullptr;
+};
+
+/// Fills the menu bar of \a window. Its entries press the window's buttons, a turn of the event
+/// loop later: an entry chosen by assistive technology fires inside that technology's call, which
+/// must not last as long as a run of the tool.
+WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate);

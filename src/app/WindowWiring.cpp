@@ -1,0 +1,138 @@
+#include "app/WindowWiring.h"
+
+#include "app/AppDelegate.h"
+#include "app/MainWindow.h"
+#include "devices/DeviceSearchPanel.h"
+#include "devices/UAStringManager.h"
+#include "devices/device_searcher.h"
+#include "settings/SettingsKeys.h"
+#include "widgets/Icons.h"
+#include "widgets/KeyBinder.h"
+
+#include "ui_MainWindow.h"
+
+#include <QFontDatabase>
+
+namespace {
+
+constexpr int consoleLines = 4;
+constexpr int consoleFrame = 10; // pixels for its frame and margins
+
+void fillOutlets(Ui::MainWindow &c, AppDelegate &delegate, const WindowParts &parts) {
+    AppDelegateOutlets &outlets = delegate.outlets;
+    outlets.tabview = c.tabview;
+    outlets.tableview = c.tableview;
+    outlets.textView = c.textView;
+    outlets.peeping_at = c.peeping_at;
+    outlets.messageLine = c.messageLine;
+    outlets.keyBinder = &parts.binder;
+    outlets.searchDevicesWindow = &parts.searchPanel;
+    outlets.devicesearcher = &parts.searcher;
+    outlets.readFileTextField = c.readFileTextField;
+    outlets.startAddTextField = c.startAddTextField;
+    outlets.padToTextField = c.padToTextField;
+    outlets.btn_combine_read_data = c.btn_combine_read_data;
+    outlets.btn_pad = c.btn_pad;
+    outlets.btn_pad_ff = c.btn_pad_ff;
+    outlets.btn_pad_00 = c.btn_pad_00;
+}
+
+void wireTabsAndGrid(Ui::MainWindow &c, AppDelegate &delegate) {
+    c.tabview->addTabViewItem(readTabIdentifier(), AppDelegate::tr("Data read from chip"));
+    c.tabview->addTabViewItem(burnTabIdentifier(), AppDelegate::tr("Data to burn"));
+    c.tabview->addTabViewItem(logicTabIdentifier(), AppDelegate::tr("Logic test results"));
+    c.tableview->setSource(delegate);
+    QObject::connect(c.tabview, &TabView::didSelectTabViewItem, &delegate,
+                     [&delegate, tabs = c.tabview](const TabViewItem &item) {
+                         delegate.commitPendingInput();
+                         delegate.tabView_didSelectTabViewItem(tabs, item);
+                     });
+}
+
+void wireOperations(Ui::MainWindow &c, AppDelegate &delegate) {
+    for (QPushButton *button : {c.btn_read, c.btn_verify, c.btn_write})
+        QObject::connect(button, &QPushButton::clicked, &delegate,
+                         [&delegate, button] { delegate.go(button); });
+    QObject::connect(c.btn_logic, &QPushButton::clicked, &delegate, [&delegate, &c] {
+        c.tabview->selectTabViewItem(logicTabIdentifier());
+        delegate.go(c.btn_logic);
+    });
+    QObject::connect(c.btn_stop, &QPushButton::clicked, &delegate, &AppDelegate::stopRun);
+}
+
+void bindControls(Ui::MainWindow &c, AppDelegate &delegate, KeyBinder &binder) {
+    const auto compose = [&delegate](QObject *sender) { delegate.handleControl(sender); };
+    binder.bindText(c.uaTextField, settingsKeys::device);
+    binder.bindText(c.miniproLocationField, settingsKeys::miniproLocation);
+    binder.bindText(c.readFileTextField, settingsKeys::binary);
+    binder.bindSwitch(c.check_noIDMismatchError, settingsKeys::noIDMismatchError);
+    binder.bindSwitch(c.check_noSizeMismatchError, settingsKeys::noSizeMismatchError);
+    binder.bindSwitch(c.check_skipErase, settingsKeys::skipErase);
+    binder.bindSwitch(c.check_unprotect, settingsKeys::unprotect);
+    binder.bindTextWithAction(c.startAddTextField, settingsKeys::rom_start_address, compose);
+    binder.bindTextWithAction(c.padToTextField, settingsKeys::pad_to, compose);
+    binder.bindSwitch(c.btn_pad, settingsKeys::pad, compose);
+    binder.bindRadioPair(c.btn_pad_ff, settingsKeys::pad_ff, c.btn_pad_00, settingsKeys::pad_00,
+                         compose);
+    binder.bindSwitch(c.btn_combine_read_data, QString(), compose);
+}
+
+void wireDevices(Ui::MainWindow &c, AppDelegate &delegate, const WindowParts &parts) {
+    UAStringManager &favourites = parts.favourites;
+    favourites.dButton = c.dButton;
+    favourites.uaTextField = c.uaTextField;
+    favourites.awakeFromNib();
+    QObject::connect(c.btn_add_favourite, &QToolButton::clicked, &favourites,
+                     [&favourites, &c] { favourites.addFavourite(c.btn_add_favourite); });
+    QObject::connect(c.btn_remove_favourite, &QToolButton::clicked, &favourites,
+                     [&favourites, &c] { favourites.removeFavourite(c.btn_remove_favourite); });
+    QObject::connect(&favourites, &UAStringManager::remark, c.messageLine,
+                     [line = c.messageLine](const QString &sentence) {
+                         line->setNotice(QStringLiteral("favourites"),
+                                         MessageLine::Severity::Information, sentence);
+                     });
+    QObject::connect(c.btn_search, &QPushButton::clicked, &delegate,
+                     [&delegate, &c] { delegate.showListPanel(c.btn_search); });
+    QPushButton *ok = parts.searchPanel.okButton();
+    QPushButton *cancel = parts.searchPanel.cancelButton();
+    QObject::connect(ok, &QPushButton::clicked, &delegate,
+                     [&delegate, ok] { delegate.deviceSearchPanelOK(ok); });
+    QObject::connect(cancel, &QPushButton::clicked, &delegate,
+                     [&delegate, cancel] { delegate.deviceSearchPanelCancel(cancel); });
+}
+
+void wireFiles(Ui::MainWindow &c, AppDelegate &delegate) {
+    const auto onClick = [&delegate](QPushButton *button, void (AppDelegate::*action)(QObject *)) {
+        QObject::connect(button, &QPushButton::clicked, &delegate,
+                         [&delegate, button, action] { (delegate.*action)(button); });
+    };
+    onClick(c.btn_open, &AppDelegate::browseBinaryFile);
+    onClick(c.btn_export_read, &AppDelegate::export_read_from_chip_data);
+    onClick(c.btn_export_output, &AppDelegate::export_output_data);
+    QObject::connect(c.textView, &ConsoleView::saveRequested, &delegate, &AppDelegate::saveConsole);
+}
+
+void dress(Ui::MainWindow &c) {
+    const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    c.startAddTextField->setFont(fixed);
+    c.padToTextField->setFont(fixed);
+    c.splitter->setStretchFactor(0, 1);
+    c.splitter->setStretchFactor(1, 0);
+    const QFontMetrics letters(c.textView->font());
+    const int console = letters.lineSpacing() * consoleLines + consoleFrame;
+    c.splitter->setSizes({c.splitter->height() - console, console});
+}
+
+} // namespace
+
+void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts &parts) {
+    Ui::MainWindow &controls = window.controls();
+    delegate.setWindow(&window);
+    fillOutlets(controls, delegate, parts);
+    wireTabsAndGrid(controls, delegate);
+    wireOperations(controls, delegate);
+    bindControls(controls, delegate, parts.binder);
+    wireDevices(controls, delegate, parts);
+    wireFiles(controls, delegate);
+    dress(controls);
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+class AppDelegate;
+class KeyBinder;
+class MainWindow;
+class UAStringManager;
+class DeviceSearchPanel;
+class device_searcher;
+
+/// What the window's controls work with, besides the controller.
+struct WindowParts {
+    KeyBinder &binder;
+    UAStringManager &favourites;
+    device_searcher &searcher;
+    DeviceSearchPanel &searchPanel;
+};
+
+/// Connects the controls of \a window with \a delegate and binds the option controls to their
+/// settings keys; the objects of \a parts get their outlets. Together with MainWindow.ui this is
+/// the window's definition; called once, right after the window was made and before the controller
+/// starts up.
+void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts &parts);

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+
+/// The right to use one temporary folder: two programs that exchange images with the tool through
+/// the same four files would burn each other's data. The lock is the kernel's own on a file in the
+/// runtime folder, so it goes with its process however that ends; it never stands in the temporary
+/// folder, whose absence at a first start means something.
+class WorkspaceLock {
+public:
+    enum class Outcome {
+        Taken,         ///< This process holds the lock until the object goes away.
+        HeldByAnother, ///< Another process holds it.
+        Unavailable,   ///< The lock file cannot be made; problem() says why.
+    };
+
+    /// A lock for \a temporaryFolder (absolute; need not exist) whose file stands in
+    /// \a runtimeFolder. Nothing is taken yet.
+    WorkspaceLock(const QString &temporaryFolder, const QString &runtimeFolder);
+    ~WorkspaceLock();
+    WorkspaceLock(const WorkspaceLock &) = delete;
+    WorkspaceLock &operator=(const WorkspaceLock &) = delete;
+
+    /// Tries to take the lock, without waiting.
+    Outcome take();
+    /// Why take() gave Unavailable.
+    QString problem() const { return m_problem; }
+    /// Where the holder of the lock listens for other starts.
+    QString socketPath() const;
+
+private:
+    QString m_base;
+    QString m_problem;
+    int m_file = -1;
+};

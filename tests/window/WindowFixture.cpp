@@ -1,0 +1,88 @@
+#include "window/WindowFixture.h"
+
+#include "settings/SettingsKeys.h"
+
+#include <QDir>
+#include <QFile>
+
+WindowFixture::WindowFixture() {
+    qputenv("SHELL", "/bin/bash");
+    qputenv("MINIPRO_SIM_BENCH", QFile::encodeName(path(QStringLiteral("bench"))));
+    qputenv("MINIPRO_SIM_PACE", "instant");
+    qunsetenv("MINIPRO_SIM_FAULT");
+    openSettings();
+    settings().setValue(settingsKeys::temp_output_file, temporary(QStringLiteral("temp.bin")));
+    settings().setValue(settingsKeys::temp_read_from_chip_file,
+                        temporary(QStringLiteral("temp_read.bin")));
+    settings().setValue(settingsKeys::temp_search_results_file,
+                        temporary(QStringLiteral("temp_sr.bin")));
+    settings().setValue(settingsKeys::temp_logic_chip_test_results_file,
+                        temporary(QStringLiteral("temp_logtest.bin")));
+    settings().setValue(settingsKeys::device, QStringLiteral("W27C512@DIP28"));
+    useSimulator();
+}
+
+WindowFixture::~WindowFixture() = default;
+
+void WindowFixture::openSettings() {
+    m_settings = std::make_unique<SettingsStore>(path(QStringLiteral("velm.conf")));
+}
+
+void WindowFixture::start() {
+    m_velm = std::make_unique<VelmWindow>(VelmWindow::Surroundings{
+        *m_settings, log, panels, [this] { ++beeps; }, path(QStringLiteral("state.conf"))});
+    m_velm->start();
+    QVERIFY(QTest::qWaitForWindowExposed(&m_velm->window()));
+    m_velm->window().activateWindow();
+}
+
+void WindowFixture::end() {
+    m_velm->window().close();
+    m_velm.reset();
+    openSettings();
+}
+
+QString WindowFixture::write(const QString &name, const QByteArray &bytes) const {
+    const QString target = QDir(m_folder.path()).absoluteFilePath(name);
+    QDir().mkpath(QFileInfo(target).path());
+    QFile file(target);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("cannot write %s", qPrintable(target));
+    return target;
+}
+
+QByteArray WindowFixture::bytesOf(const QString &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void WindowFixture::useTool(const QByteArray &script) {
+    const QString tool = write(QStringLiteral("tool.sh"), script);
+    settings().setValue(settingsKeys::miniproLocation, QStringLiteral("/bin/sh '%1'").arg(tool));
+}
+
+void WindowFixture::useSimulator() {
+    settings().setValue(settingsKeys::miniproLocation,
+                        QStringLiteral("'%1'").arg(QStringLiteral(MINIPRO_SIM)));
+}
+
+QString WindowFixture::chipPath(const QString &device) const {
+    return path(QStringLiteral("bench/%1.bin").arg(device));
+}
+
+void WindowFixture::settle() {
+    QCoreApplication::processEvents();
+    controls().textView->flush();
+}
+
+QString WindowFixture::cell(int row, int column) {
+    const GridModel *model = controls().tableview->gridModel();
+    return model->index(row, column).data().toString();
+}
+
+QString WindowFixture::row(int row) {
+    QStringList cells;
+    for (int column = 0; column < gridColumns; ++column)
+        cells.append(cell(row, column));
+    return cells.join(QLatin1Char(' '));
+}

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "app/FilePanels.h"
+#include "app/VelmWindow.h"
+#include "settings/SettingsStore.h"
+#include "support/RecordingLog.h"
+
+#include "ui_MainWindow.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+/// File panels that a test answers for the user.
+class AnsweringPanels final : public FilePanels {
+public:
+    void begin(QWidget *parent, const FilePanelRequest &request,
+               std::function<void(const QString &path)> chosen) override {
+        requests.append(request);
+        lastParent = parent;
+        if (!answer.isEmpty())
+            chosen(answer);
+    }
+
+    QList<FilePanelRequest> requests;
+    QWidget *lastParent = nullptr;
+    /// The path that the user chooses; empty cancels.
+    QString answer;
+};
+
+/// A whole program but for its process, in a folder of its own: real widgets, a real login shell,
+/// and the simulated programmer (or a shell script of the test's) as the tool.
+class WindowFixture {
+public:
+    WindowFixture();
+    ~WindowFixture();
+
+    /// Makes the window and starts it up. What a test puts into settings() or the folder before
+    /// is what the program finds.
+    void start();
+    /// Ends the program, as a restart does; settings and files stay.
+    void end();
+
+    /// A path in this test's folder.
+    QString path(const QString &name) const { return m_folder.filePath(name); }
+    /// Writes a file in this test's folder (or at an absolute path) and gives its path.
+    QString write(const QString &name, const QByteArray &bytes) const;
+    /// The bytes of a file; null if there is none.
+    static QByteArray bytesOf(const QString &path);
+    /// Makes \a script, run by /bin/sh with the tool's arguments, the programmer tool.
+    void useTool(const QByteArray &script);
+    /// Makes the simulated programmer the programmer tool.
+    void useSimulator();
+    /// The file that holds the content of the simulated chip \a device.
+    QString chipPath(const QString &device) const;
+
+    SettingsStore &settings() { return *m_settings; }
+    VelmWindow &velm() { return *m_velm; }
+    AppDelegate &delegate() { return m_velm->delegate(); }
+    const AppDelegate::State &state() { return delegate().state(); }
+    Ui::MainWindow &controls() { return m_velm->window().controls(); }
+    QString message() { return controls().messageLine->text(); }
+    /// Clicks with the mouse, as a user does, where a check box has its box.
+    void click(QWidget *button) {
+        const QPoint box(boxOffset, button->height() / 2);
+        QTest::mouseClick(button, Qt::LeftButton, {}, box);
+    }
+    /// Runs everything that waits on the main queue and in the console.
+    void settle();
+    /// The text of a cell of the grid as it is shown.
+    QString cell(int row, int column);
+    /// A row of the grid as text: its eighteen cells, separated by single blanks.
+    QString row(int row);
+    QString temporary(const QString &name) const {
+        return path(QStringLiteral("workspace/") + name);
+    }
+
+    RecordingLog log;
+    AnsweringPanels panels;
+    int beeps = 0;
+
+private:
+    static constexpr int boxOffset = 10; // pixels
+
+    void openSettings();
+
+    QTemporaryDir m_folder;
+    std::unique_ptr<SettingsStore> m_settings;
+    std::unique_ptr<VelmWindow> m_velm;
+};

@@ -1,0 +1,267 @@
+#include "window/WindowFixture.h"
+
+#include "grid/CellEditor.h"
+#include "settings/SettingsKeys.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+
+/// Editing bytes of the data to burn in the grid.
+class TestWindowEdit : public QObject {
+    Q_OBJECT
+
+private slots:
+    void typing_changesTheByteTheFileAndTheCharacters();
+    void typing_aWholeRowNeedsNoMouse();
+    void quotedText_overwritesAndGrows();
+    void quotedText_outsideLatin1BecomesQuestionMarks();
+    void rejectedEntry_beepsAndKeepsTheByte_data();
+    void rejectedEntry_beepsAndKeepsTheByte();
+    void loneQuote_rewritesTheFileOnly();
+    void addressCell_editsTheByteBefore();
+    void cellsThatTakeNoEntry_data();
+    void cellsThatTakeNoEntry();
+    void otherTabs_openNoCell_data();
+    void otherTabs_openNoCell();
+    void anOpenCell_isCommittedBeforeARun();
+    void edits_surviveATabChange();
+    void editsReplacedByAComposition_canBeRestored();
+    void compositionOfTheSameBytes_losesNoEdits();
+    void editsDoNotTouchTheReadData();
+};
+
+namespace {
+
+// Sixteen known bytes and four more on the data-to-burn tab.
+void showTwentyBytes(WindowFixture &velm) {
+    velm.settings().setValue(settingsKeys::binary,
+                             velm.write(QStringLiteral("rom.bin"), "0123456789ABCDEFGHIJ"));
+    velm.start();
+    velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
+    velm.log.take();
+}
+
+// Opens a cell as F2 does, types over what it holds and ends with Enter.
+void enter(WindowFixture &velm, int row, int column, const QString &text) {
+    GridView *grid = velm.controls().tableview;
+    grid->setFocus();
+    grid->setCurrentIndex(grid->model()->index(row, column));
+    QTest::keyClick(grid, Qt::Key_F2);
+    auto *editor = qobject_cast<QLineEdit *>(grid->openEditor());
+    QVERIFY(editor);
+    editor->selectAll();
+    if (text.isEmpty())
+        QTest::keyClick(editor, Qt::Key_Delete);
+    else
+        editor->insert(text); // some letters are on no simulated keyboard
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    QVERIFY(!grid->openEditor());
+}
+
+QByteArray onDisk(WindowFixture &velm) {
+    return WindowFixture::bytesOf(velm.temporary(QStringLiteral("temp.bin")));
+}
+
+} // namespace
+
+void TestWindowEdit::typing_changesTheByteTheFileAndTheCharacters() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    enter(velm, 0, 1, QStringLiteral("41"));
+    QCOMPARE(*velm.state().output_data, QByteArray("A123456789ABCDEFGHIJ"));
+    QCOMPARE(onDisk(velm), *velm.state().output_data);
+    QCOMPARE(velm.cell(0, 1), QStringLiteral("41"));
+    QCOMPARE(velm.cell(0, 17), QStringLiteral("A123456789ABCDEF"));
+    QCOMPARE(velm.beeps, 0);
+    QCOMPARE(velm.log.lines, QStringList());
+}
+
+void TestWindowEdit::typing_aWholeRowNeedsNoMouse() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    GridView *grid = velm.controls().tableview;
+    grid->setFocus();
+    grid->setCurrentIndex(grid->model()->index(0, firstByteColumn));
+    for (int i = 0; i < 18; ++i) {
+        QTest::keyClick(grid, Qt::Key_7);
+        QWidget *editor = grid->openEditor();
+        QVERIFY(editor);
+        QTest::keyClicks(editor, QStringLiteral("a"));
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCoreApplication::processEvents();
+    }
+    QCOMPARE(*velm.state().output_data, QByteArray("zzzzzzzzzzzzzzzzzzIJ"));
+    QCOMPARE(grid->currentIndex().row(), 1);
+    QCOMPARE(grid->currentIndex().column(), 3);
+}
+
+void TestWindowEdit::quotedText_overwritesAndGrows() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    enter(velm, 1, 2, QStringLiteral("'hello'"));
+    QCOMPARE(*velm.state().output_data, QByteArray("0123456789ABCDEFGhello"));
+    QCOMPARE(onDisk(velm), *velm.state().output_data);
+    QCOMPARE(velm.cell(1, 6), QStringLiteral("6F"));
+    QCOMPARE(velm.controls().tableview->currentIndex().column(), 7);
+    enter(velm, 0, 1, QStringLiteral("\"it's so\""));
+    QCOMPARE(*velm.state().output_data, QByteArray("it's so789ABCDEFGhello"));
+}
+
+void TestWindowEdit::quotedText_outsideLatin1BecomesQuestionMarks() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    enter(velm, 0, 1, QStringLiteral("'\u00e9\u20ac'"));
+    QCOMPARE(velm.state().output_data->left(3), QByteArray("\xE9?2"));
+}
+
+void TestWindowEdit::rejectedEntry_beepsAndKeepsTheByte_data() {
+    QTest::addColumn<QString>("entry");
+    QTest::newRow("zero") << QStringLiteral("0");
+    QTest::newRow("two zeros") << QStringLiteral("00");
+    QTest::newRow("more than a byte") << QStringLiteral("100");
+    QTest::newRow("no number") << QStringLiteral("xyz");
+    QTest::newRow("a blank before the quote") << QStringLiteral(" 'a'");
+}
+
+void TestWindowEdit::rejectedEntry_beepsAndKeepsTheByte() {
+    QFETCH(QString, entry);
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    enter(velm, 0, 3, entry);
+    QCOMPARE(velm.beeps, 1);
+    QCOMPARE(*velm.state().output_data, QByteArray("0123456789ABCDEFGHIJ"));
+    QCOMPARE(velm.controls().tableview->currentIndex().column(), 3);
+}
+
+void TestWindowEdit::loneQuote_rewritesTheFileOnly() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    QFile::remove(velm.temporary(QStringLiteral("temp.bin")));
+    enter(velm, 0, 3, QStringLiteral("'"));
+    QCOMPARE(onDisk(velm), QByteArray("0123456789ABCDEFGHIJ"));
+    QCOMPARE(velm.beeps, 0);
+}
+
+void TestWindowEdit::addressCell_editsTheByteBefore() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    enter(velm, 1, 0, QStringLiteral("7A"));
+    QCOMPARE(*velm.state().output_data, QByteArray("0123456789ABCDEzGHIJ"));
+    enter(velm, 0, 0, QStringLiteral("7A"));
+    QCOMPARE(*velm.state().output_data, QByteArray("0123456789ABCDEzGHIJ"));
+}
+
+void TestWindowEdit::cellsThatTakeNoEntry_data() {
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("entry");
+    QTest::newRow("the characters") << 0 << 17 << QStringLiteral("7A");
+    QTest::newRow("past the end") << 1 << 5 << QStringLiteral("7A");
+    QTest::newRow("an emptied cell") << 0 << 1 << QString();
+}
+
+void TestWindowEdit::cellsThatTakeNoEntry() {
+    QFETCH(int, row);
+    QFETCH(int, column);
+    QFETCH(QString, entry);
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    enter(velm, row, column, entry);
+    QCOMPARE(*velm.state().output_data, QByteArray("0123456789ABCDEFGHIJ"));
+    QCOMPARE(velm.beeps, 0);
+}
+
+void TestWindowEdit::otherTabs_openNoCell_data() {
+    QTest::addColumn<QString>("tab");
+    QTest::newRow("data read from the chip") << readTabIdentifier();
+    QTest::newRow("logic test results") << logicTabIdentifier();
+}
+
+void TestWindowEdit::otherTabs_openNoCell() {
+    QFETCH(QString, tab);
+    WindowFixture velm;
+    velm.useTool("printf AB > \"$4\"\n");
+    velm.start();
+    velm.click(velm.controls().btn_read);
+    velm.settle();
+    velm.controls().tabview->selectTabViewItem(tab);
+    GridView *grid = velm.controls().tableview;
+    grid->setFocus();
+    grid->setCurrentIndex(grid->model()->index(0, 1));
+    QTest::keyClick(grid, Qt::Key_F2);
+    QVERIFY(!grid->openEditor());
+    QTest::keyClick(grid, Qt::Key_4);
+    QVERIFY(!grid->openEditor());
+    velm.delegate().tableView_setObjectValue_forTableColumn_row(grid, QStringLiteral("7A"),
+                                                                QStringLiteral("1"), 0);
+    QCOMPARE(*velm.state().read_from_chip_data, QByteArray("AB"));
+}
+
+void TestWindowEdit::anOpenCell_isCommittedBeforeARun() {
+    WindowFixture velm;
+    velm.useTool("cat \"$4\"\n");
+    showTwentyBytes(velm);
+    GridView *grid = velm.controls().tableview;
+    grid->setFocus();
+    grid->setCurrentIndex(grid->model()->index(0, 1));
+    QTest::keyClick(grid, Qt::Key_7);
+    QTest::keyClicks(grid->openEditor(), QStringLiteral("a"));
+    QTest::keyClick(&velm.velm().window(), Qt::Key_F7);
+    QTRY_VERIFY(
+        velm.controls().textView->storedText().startsWith(QStringLiteral("z123456789ABCDEFGHIJ")));
+}
+
+void TestWindowEdit::edits_surviveATabChange() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    enter(velm, 0, 1, QStringLiteral("7A"));
+    velm.controls().tabview->selectTabViewItem(readTabIdentifier());
+    velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
+    QCOMPARE(velm.cell(0, 1), QStringLiteral("7A"));
+}
+
+void TestWindowEdit::editsReplacedByAComposition_canBeRestored() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    enter(velm, 0, 1, QStringLiteral("7A"));
+    enter(velm, 0, 2, QStringLiteral("7A"));
+    velm.click(velm.controls().btn_pad_00);
+    velm.settle();
+    QCOMPARE(*velm.state().output_data, QByteArray("0123456789ABCDEFGHIJ"));
+    QVERIFY2(velm.message().contains(QStringLiteral("2 hand edit")), qPrintable(velm.message()));
+    auto *restore = velm.controls().messageLine->findChild<QPushButton *>();
+    QVERIFY(restore && restore->isVisible());
+    velm.click(restore);
+    velm.settle();
+    QCOMPARE(*velm.state().output_data, QByteArray("zz23456789ABCDEFGHIJ"));
+    QCOMPARE(onDisk(velm), *velm.state().output_data);
+    QCOMPARE(velm.cell(0, 2), QStringLiteral("7A"));
+    QVERIFY2(!velm.message().contains(QStringLiteral("hand edit")), qPrintable(velm.message()));
+}
+
+void TestWindowEdit::compositionOfTheSameBytes_losesNoEdits() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    enter(velm, 0, 1, QStringLiteral("7A"));
+    enter(velm, 0, 1, QStringLiteral("30"));
+    velm.click(velm.controls().btn_pad_00);
+    velm.settle();
+    QVERIFY2(!velm.message().contains(QStringLiteral("hand edit")), qPrintable(velm.message()));
+}
+
+void TestWindowEdit::editsDoNotTouchTheReadData() {
+    WindowFixture velm;
+    velm.useTool("printf 0123456789ABCDEF > \"$4\"\n");
+    velm.start();
+    velm.controls().btn_combine_read_data->setChecked(true);
+    velm.click(velm.controls().btn_read);
+    velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
+    velm.settle();
+    enter(velm, 0, 1, QStringLiteral("7A"));
+    QCOMPARE(*velm.state().output_data, QByteArray("z123456789ABCDEF"));
+    QCOMPARE(*velm.state().read_from_chip_data, QByteArray("0123456789ABCDEF"));
+}
+
+QTEST_MAIN(TestWindowEdit)
+#include "tst_window_edit.moc"

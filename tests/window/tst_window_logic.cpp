@@ -1,0 +1,159 @@
+#include "window/WindowFixture.h"
+
+#include "settings/SettingsKeys.h"
+
+#include <QFile>
+
+/// The logic test, from the button to the red cells.
+class TestWindowLogic : public QObject {
+    Q_OBJECT
+
+private slots:
+    void good7400_showsItsTableAndVerdict();
+    void bad7400_showsTheFailedFieldInRed();
+    void wholeRows_everyTime_data();
+    void wholeRows_everyTime();
+    void results_vanishWhenTheTabIsLeftOrAControlChanges();
+    void unreadableReport_leavesTheRowsEmptyAndTheHeaders_data();
+    void unreadableReport_leavesTheRowsEmptyAndTheHeaders();
+    void rowsOfAnyLength_areShown();
+    void onlyTheLogicTest_touchesTheResultsFile();
+
+private:
+    static void test(WindowFixture &velm, const QString &device);
+};
+
+void TestWindowLogic::test(WindowFixture &velm, const QString &device) {
+    velm.settings().setValue(settingsKeys::device, device);
+    velm.click(velm.controls().btn_logic);
+    velm.settle();
+}
+
+void TestWindowLogic::good7400_showsItsTableAndVerdict() {
+    WindowFixture velm;
+    velm.start();
+    test(velm, QStringLiteral("7400"));
+    QCOMPARE(velm.controls().tabview->selectedTabViewItem().identifier, logicTabIdentifier());
+    QCOMPARE(velm.controls().peeping_at->text(), QStringLiteral("Logic test successful."));
+    QCOMPARE(velm.controls().tableview->model()->rowCount(), 5);
+    QCOMPARE(velm.row(0), QStringLiteral(" 1 2 3 4 5 6 7 8 9 10 11 12 13 14   "));
+    QCOMPARE(velm.row(1), QStringLiteral("0000: 0 0 H 0 0 H G H 0 0 H 0 0 V   "));
+    QCOMPARE(velm.row(4), QStringLiteral("0003: 1 1 L 1 1 L G L 1 1 L 1 1 V   "));
+    QCOMPARE(velm.log
+                 .startingWith(QStringLiteral("we have successfully obtained the chip test"
+                                              " results! "))
+                 .size(),
+             1);
+    QCOMPARE(velm.log.count(QStringLiteral("parser found Logic test row - setting peeping_at")), 1);
+}
+
+void TestWindowLogic::bad7400_showsTheFailedFieldInRed() {
+    WindowFixture velm;
+    velm.start();
+    qputenv("MINIPRO_SIM_FAULT", "bad-logic-pins");
+    test(velm, QStringLiteral("7400"));
+    QVERIFY2(velm.controls().peeping_at->text().startsWith(QStringLiteral("Logic test failed: ")),
+             qPrintable(velm.controls().peeping_at->text()));
+    int failed = 0;
+    const GridModel *model = velm.controls().tableview->gridModel();
+    for (int row = 1; row < model->rowCount(); ++row)
+        for (int column = 0; column < gridColumns; ++column)
+            if (model->index(row, column).data(GridModel::FailedRole).toBool()) {
+                ++failed;
+                QVERIFY(QStringLiteral("HL").contains(velm.cell(row, column)));
+            }
+    QVERIFY(failed > 0);
+    QVERIFY(velm.controls().peeping_at->text().contains(QString::number(failed)));
+}
+
+void TestWindowLogic::wholeRows_everyTime_data() {
+    QTest::addColumn<QByteArray>("fault");
+    QTest::newRow("good") << QByteArray();
+    QTest::newRow("bad") << QByteArray("bad-logic-pins");
+}
+
+// The verdict comes on the other stream, at any moment: it must never land inside a row.
+void TestWindowLogic::wholeRows_everyTime() {
+    QFETCH(QByteArray, fault);
+    WindowFixture velm;
+    velm.start();
+    qputenv("MINIPRO_SIM_FAULT", fault);
+    QStringList firstTable;
+    for (int run = 0; run < 25; ++run) {
+        test(velm, QStringLiteral("7400"));
+        QStringList table;
+        for (int row = 0; row < velm.controls().tableview->model()->rowCount(); ++row)
+            table.append(velm.row(row));
+        if (run == 0)
+            firstTable = table;
+        QCOMPARE(table.size(), 5);
+        QCOMPARE(table, firstTable);
+        QVERIFY(velm.controls().peeping_at->text().startsWith(QStringLiteral("Logic test ")));
+    }
+}
+
+void TestWindowLogic::results_vanishWhenTheTabIsLeftOrAControlChanges() {
+    WindowFixture velm;
+    velm.start();
+    test(velm, QStringLiteral("7400"));
+    velm.controls().tabview->selectTabViewItem(readTabIdentifier());
+    velm.controls().tabview->selectTabViewItem(logicTabIdentifier());
+    QVERIFY(velm.state().logictest_rows.isEmpty());
+    QCOMPARE(velm.controls().peeping_at->text(), QString());
+    QCOMPARE(velm.controls().tableview->model()->rowCount(), 1);
+    test(velm, QStringLiteral("7400"));
+    QCOMPARE(velm.state().logictest_rows.size(), 4);
+    velm.click(velm.controls().btn_pad_00);
+    velm.settle();
+    QVERIFY(velm.state().logictest_rows.isEmpty());
+    QCOMPARE(velm.controls().peeping_at->text(), QString());
+}
+
+void TestWindowLogic::unreadableReport_leavesTheRowsEmptyAndTheHeaders_data() {
+    QTest::addColumn<QByteArray>("script");
+    QTest::newRow("nothing printed") << QByteArray("exit 0\n");
+    QTest::newRow("not UTF-8") << QByteArray("printf '      1 2\\n0000: \\377\\n'\n");
+}
+
+void TestWindowLogic::unreadableReport_leavesTheRowsEmptyAndTheHeaders() {
+    QFETCH(QByteArray, script);
+    WindowFixture velm;
+    velm.start();
+    test(velm, QStringLiteral("7400"));
+    const QStringList headers = velm.state().logictest_headers;
+    QCOMPARE(headers.size(), 14);
+    velm.useTool(script);
+    velm.log.take();
+    velm.click(velm.controls().btn_logic);
+    velm.settle();
+    QVERIFY(velm.state().logictest_rows.isEmpty());
+    QCOMPARE(velm.state().logictest_headers, headers);
+    QCOMPARE(velm.log.startingWith(QStringLiteral("error reading temp file: ")).size(), 1);
+    QCOMPARE(velm.controls().tableview->model()->rowCount(), 1);
+    QVERIFY(!velm.message().isEmpty());
+}
+
+void TestWindowLogic::rowsOfAnyLength_areShown() {
+    WindowFixture velm;
+    velm.start();
+    velm.useTool("printf '      1 2 3\\n0000: a b c d e\\n0001:\\n0'; seq -s ' ' 1 200; echo\n");
+    velm.click(velm.controls().btn_logic);
+    velm.settle();
+    QCOMPARE(velm.row(1), QStringLiteral("0000: a b c              "));
+    QCOMPARE(velm.row(2), QStringLiteral("0001:                 "));
+    QCOMPARE(velm.row(3), QStringLiteral("01 2 3 4              "));
+}
+
+void TestWindowLogic::onlyTheLogicTest_touchesTheResultsFile() {
+    WindowFixture velm;
+    velm.start();
+    const QString report = velm.write(velm.temporary(QStringLiteral("temp_logtest.bin")), "kept");
+    velm.click(velm.controls().btn_read);
+    velm.click(velm.controls().btn_verify);
+    QCOMPARE(WindowFixture::bytesOf(report), QByteArray("kept"));
+    test(velm, QStringLiteral("7400"));
+    QVERIFY(!WindowFixture::bytesOf(report).contains("kept"));
+}
+
+QTEST_MAIN(TestWindowLogic)
+#include "tst_window_logic.moc"

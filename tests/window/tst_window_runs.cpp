@@ -1,0 +1,264 @@
+#include "window/WindowFixture.h"
+
+#include "settings/SettingsKeys.h"
+
+#include <QFile>
+#include <QPushButton>
+#include <QTimer>
+
+#include <csignal>
+
+/// The window while the tool runs, and after runs that go wrong.
+class TestWindowRuns : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aRun_leavesOnlyStopToPress();
+    void aRun_takesTheFocusAsideAndGivesItBack();
+    void stop_endsASilentRun();
+    void stop_endsARunThatIgnoresTheTerminateSignal();
+    void secondOperation_isRefusedWhileOneRuns();
+    void closing_isRefusedDuringARun();
+    void askedToEndTwice_stopsTheRunAndThenCloses();
+    void everyFault_givesTheWindowBack_data();
+    void everyFault_givesTheWindowBack();
+    void everyBadTool_givesTheWindowBack_data();
+    void everyBadTool_givesTheWindowBack();
+    void badShell_givesTheWindowBack_data();
+    void badShell_givesTheWindowBack();
+
+private:
+    static void verifyAlive(WindowFixture &velm);
+    static void verifyExitMessageIsLast(WindowFixture &velm);
+};
+
+namespace {
+
+const QByteArray silentTool = "while :; do sleep 1; done\n";
+
+// What a test wants to see or do while a run is in progress.
+void duringTheRun(WindowFixture &velm, const std::function<void()> &work) {
+    QObject::connect(&velm.delegate(), &AppDelegate::runInProgressChanged, &velm.velm(),
+                     [&velm, work](bool running) {
+                         if (running)
+                             QTimer::singleShot(0, &velm.velm(), work);
+                     });
+}
+
+} // namespace
+
+void TestWindowRuns::verifyAlive(WindowFixture &velm) {
+    velm.settle();
+    QVERIFY(!velm.delegate().runInProgress());
+    QVERIFY(velm.controls().btn_read->isEnabled());
+    QVERIFY(!velm.controls().btn_stop->isEnabled());
+    QVERIFY(!velm.message().isEmpty());
+}
+
+void TestWindowRuns::verifyExitMessageIsLast(WindowFixture &velm) {
+    const QString text = velm.controls().textView->storedText();
+    const qsizetype start = text.lastIndexOf(QStringLiteral("minipro has exited with status "));
+    QVERIFY2(start >= 0 && !text.mid(start).contains(QLatin1Char('\n')), qPrintable(text));
+}
+
+void TestWindowRuns::aRun_leavesOnlyStopToPress() {
+    WindowFixture velm;
+    velm.useTool(silentTool);
+    velm.start();
+    QStringList enabled;
+    QString elapsed;
+    duringTheRun(velm, [&] {
+        const QList<QWidget *> widgets = velm.velm().window().findChildren<QWidget *>();
+        for (QWidget *widget : widgets) {
+            const bool acts =
+                qobject_cast<QAbstractButton *>(widget) || qobject_cast<QLineEdit *>(widget);
+            if (acts && widget->isVisible() && widget->isEnabled() &&
+                !widget->accessibleName().isEmpty())
+                enabled.append(widget->accessibleName());
+        }
+        elapsed = velm.controls().busy->text();
+        velm.click(velm.controls().btn_stop);
+    });
+    velm.click(velm.controls().btn_read);
+    QCOMPARE(enabled, QStringList({QStringLiteral("Stop")}));
+    QCOMPARE(elapsed, QStringLiteral("0:00"));
+    verifyAlive(velm);
+    QCOMPARE(velm.controls().busy->text(), QString());
+}
+
+void TestWindowRuns::aRun_takesTheFocusAsideAndGivesItBack() {
+    WindowFixture velm;
+    velm.useTool("sleep 0.1\n");
+    velm.start();
+    velm.controls().btn_verify->setFocus();
+    QWidget *during = nullptr;
+    duringTheRun(velm, [&] { during = QApplication::focusWidget(); });
+    QTest::keyClick(velm.controls().btn_verify, Qt::Key_Space);
+    QCOMPARE(during, velm.controls().textView);
+    QCOMPARE(QApplication::focusWidget(), velm.controls().btn_verify);
+}
+
+void TestWindowRuns::stop_endsASilentRun() {
+    WindowFixture velm;
+    velm.start();
+    qputenv("MINIPRO_SIM_FAULT", "silent");
+    duringTheRun(velm, [&] { velm.click(velm.controls().btn_stop); });
+    velm.click(velm.controls().btn_read);
+    verifyAlive(velm);
+    verifyExitMessageIsLast(velm);
+    QVERIFY2(velm.message().contains(QStringLiteral("stopped"), Qt::CaseInsensitive),
+             qPrintable(velm.message()));
+}
+
+void TestWindowRuns::stop_endsARunThatIgnoresTheTerminateSignal() {
+    WindowFixture velm;
+    velm.useTool("trap '' TERM; echo ready; while :; do sleep 0.05; done\n");
+    velm.start();
+    // The signal is ignored only once the tool has said so.
+    QObject::connect(velm.controls().textView, &QPlainTextEdit::textChanged, &velm.velm(), [&] {
+        if (velm.controls().textView->storedText().startsWith(QStringLiteral("ready")))
+            velm.delegate().stopRun();
+    });
+    velm.click(velm.controls().btn_read);
+    verifyAlive(velm);
+    QVERIFY(velm.controls().textView->storedText().endsWith(
+        QStringLiteral("minipro has exited with status %1").arg(SIGKILL)));
+}
+
+void TestWindowRuns::secondOperation_isRefusedWhileOneRuns() {
+    WindowFixture velm;
+    velm.useTool(silentTool);
+    velm.start();
+    QString message;
+    duringTheRun(velm, [&] {
+        QPushButton other;
+        other.setProperty("tag", 1);
+        velm.delegate().go(&other);
+        message = velm.message();
+        velm.delegate().stopRun();
+    });
+    velm.click(velm.controls().btn_read);
+    QCOMPARE(velm.state().retainArray.size(), 1);
+    QVERIFY2(message.contains(QStringLiteral("is running")), qPrintable(message));
+}
+
+void TestWindowRuns::closing_isRefusedDuringARun() {
+    WindowFixture velm;
+    velm.useTool(silentTool);
+    velm.start();
+    QString message;
+    bool closed = true;
+    duringTheRun(velm, [&] {
+        closed = velm.velm().window().close();
+        message = velm.message();
+        velm.delegate().stopRun();
+    });
+    velm.click(velm.controls().btn_read);
+    QVERIFY(!closed);
+    QVERIFY2(message.contains(QStringLiteral("the window stays open")), qPrintable(message));
+    QVERIFY(velm.velm().window().isVisible());
+    QVERIFY(velm.velm().window().close());
+}
+
+void TestWindowRuns::askedToEndTwice_stopsTheRunAndThenCloses() {
+    WindowFixture velm;
+    velm.useTool(silentTool);
+    velm.start();
+    bool openAfterFirst = false;
+    duringTheRun(velm, [&] {
+        velm.velm().askToEnd();
+        openAfterFirst = velm.velm().window().isVisible() && velm.delegate().runInProgress();
+        velm.velm().askToEnd();
+    });
+    velm.click(velm.controls().btn_read);
+    QVERIFY(openAfterFirst);
+    QTRY_VERIFY(!velm.velm().window().isVisible());
+}
+
+void TestWindowRuns::everyFault_givesTheWindowBack_data() {
+    QTest::addColumn<QByteArray>("fault");
+    QTest::addColumn<QString>("said");
+    const auto row = [](const char *fault, const QString &said) {
+        QTest::newRow(fault) << QByteArray(fault) << said;
+    };
+    row("no-programmer", QStringLiteral("programmer"));
+    row("busy", QStringLiteral("use"));
+    row("wrong-id", QStringLiteral("ID"));
+    row("overcurrent", QStringLiteral("current"));
+    row("unplugged", QStringLiteral("unplugged"));
+    row("invalid-utf8", QString());
+    row("split-utf8", QString());
+    row("leaves-grandchild", QString());
+    row("closes-output-early", QString());
+}
+
+void TestWindowRuns::everyFault_givesTheWindowBack() {
+    QFETCH(QByteArray, fault);
+    QFETCH(QString, said);
+    WindowFixture velm;
+    velm.start();
+    qputenv("MINIPRO_SIM_FAULT", fault);
+    velm.click(velm.controls().btn_read);
+    verifyAlive(velm);
+    verifyExitMessageIsLast(velm);
+    QVERIFY2(velm.message().contains(said), qPrintable(velm.message()));
+}
+
+void TestWindowRuns::everyBadTool_givesTheWindowBack_data() {
+    QTest::addColumn<QByteArray>("script");
+    QTest::addColumn<QString>("status");
+    QTest::newRow("prints nothing") << QByteArray("exit 0\n") << QStringLiteral("0");
+    QTest::newRow("fails") << QByteArray("exit 3\n") << QStringLiteral("3");
+    QTest::newRow("crashes") << QByteArray("kill -SEGV $$\n") << QStringLiteral("11");
+    QTest::newRow("prints a megabyte without a line break")
+        << QByteArray("head -c 1048576 /dev/zero | tr '\\0' x\n") << QStringLiteral("0");
+    QTest::newRow("prints NULs") << QByteArray("head -c 100000 /dev/zero\n") << QStringLiteral("0");
+    QTest::newRow("closes both streams and goes on")
+        << QByteArray("exec >&- 2>&-; sleep 0.2; exit 4\n") << QStringLiteral("4");
+    QTest::newRow("leaves a child that holds the pipes")
+        << QByteArray("sleep 2 & exit 5\n") << QStringLiteral("5");
+}
+
+void TestWindowRuns::everyBadTool_givesTheWindowBack() {
+    QFETCH(QByteArray, script);
+    QFETCH(QString, status);
+    WindowFixture velm;
+    velm.useTool(script);
+    velm.start();
+    velm.click(velm.controls().btn_read);
+    verifyAlive(velm);
+    QVERIFY(velm.controls().textView->storedText().endsWith(
+        QStringLiteral("minipro has exited with status ") + status));
+    QVERIFY(velm.log.lines.contains(QStringLiteral("\nminipro has exited with status ") + status));
+    QVERIFY2(velm.message().startsWith(QStringLiteral("Problem: ")), qPrintable(velm.message()));
+}
+
+void TestWindowRuns::badShell_givesTheWindowBack_data() {
+    QTest::addColumn<QByteArray>("shell");
+    QTest::addColumn<QString>("logged");
+    QTest::newRow("none") << QByteArray() << QStringLiteral("user's shell is (null)");
+    QTest::newRow("does not exist")
+        << QByteArray("/no/such/shell") << QStringLiteral("user's shell is /no/such/shell");
+    QTest::newRow("is not executable")
+        << QByteArray("/etc/passwd") << QStringLiteral("user's shell is /etc/passwd");
+}
+
+void TestWindowRuns::badShell_givesTheWindowBack() {
+    QFETCH(QByteArray, shell);
+    QFETCH(QString, logged);
+    WindowFixture velm;
+    velm.start();
+    if (shell.isNull())
+        qunsetenv("SHELL");
+    else
+        qputenv("SHELL", shell);
+    velm.click(velm.controls().btn_read);
+    verifyAlive(velm);
+    QVERIFY(velm.log.lines.contains(logged));
+    QCOMPARE(velm.log.startingWith(QStringLiteral("unable to launch task: ")).size(), 1);
+    QCOMPARE(velm.controls().textView->storedText(),
+             QStringLiteral("minipro has exited with status -1"));
+}
+
+QTEST_MAIN(TestWindowRuns)
+#include "tst_window_runs.moc"

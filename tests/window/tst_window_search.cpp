@@ -1,0 +1,363 @@
+#include "window/WindowFixture.h"
+
+#include "devices/DeviceListView.h"
+#include "settings/SettingsKeys.h"
+
+#include "ui_DeviceSearchPanel.h"
+
+#include <QFile>
+#include <QPushButton>
+#include <QTimer>
+
+/// The device search panel over the window.
+class TestWindowSearch : public QObject {
+    Q_OBJECT
+
+private slots:
+    void enterInTheTerm_searches();
+    void confirming_makesTheSelectedNameTheDevice_data();
+    void confirming_makesTheSelectedNameTheDevice();
+    void confirmingNothing_leavesTheDevice();
+    void cancelling_leavesTheDevice_data();
+    void cancelling_leavesTheDevice();
+    void emptyTerm_beepsAndKeepsListAndFocus();
+    void results_areSplitAtEveryNewline_data();
+    void results_areSplitAtEveryNewline();
+    void results_ofASecondSearchReplaceTheFirst();
+    void results_missingFileGivesAnEmptyList();
+    void terms_reachTheToolAsOneWord_data();
+    void terms_reachTheToolAsOneWord();
+    void aToolThatWaits_canBeStopped_data();
+    void aToolThatWaits_canBeStopped();
+    void silence_isSaidAfterTwoSeconds();
+    void aCustomDevice_offersToRemoveTheSuffix();
+    void longAnswer_isShownWhole();
+    void everySearch_keepsItsRunAndNoDescriptor();
+    void panel_namesItsControls();
+
+private:
+    /// The panel's controls by their names.
+    struct Panel {
+        explicit Panel(WindowFixture &velm)
+            : dialog(velm.delegate().outlets.searchDevicesWindow),
+              term(dialog->findChild<QLineEdit *>(QStringLiteral("devicesearchterm"))),
+              list(dialog->findChild<DeviceListView *>(QStringLiteral("tableview"))),
+              search(dialog->findChild<QPushButton *>(QStringLiteral("searchButton"))),
+              stop(dialog->findChild<QPushButton *>(QStringLiteral("stopButton"))),
+              ok(dialog->findChild<QPushButton *>(QStringLiteral("OKButton"))),
+              cancel(dialog->findChild<QPushButton *>(QStringLiteral("cancelButton"))),
+              remark(dialog->findChild<QLabel *>(QStringLiteral("remarkLabel"))) {
+            velm.click(velm.controls().btn_search);
+        }
+
+        void searchFor(const QString &text) const {
+            term->setText(text);
+            QTest::keyClick(term, Qt::Key_Return);
+        }
+        QStringList names() const {
+            QStringList all;
+            for (int row = 0; row < list->model()->rowCount(); ++row)
+                all.append(list->model()->index(row, 0).data().toString());
+            return all;
+        }
+        void select(int row) const { list->setCurrentIndex(list->model()->index(row, 0)); }
+
+        QDialog *dialog;
+        QLineEdit *term;
+        DeviceListView *list;
+        QPushButton *search;
+        QPushButton *stop;
+        QPushButton *ok;
+        QPushButton *cancel;
+        QLabel *remark;
+    };
+};
+
+void TestWindowSearch::enterInTheTerm_searches() {
+    WindowFixture velm;
+    velm.start();
+    const Panel panel(velm);
+    QVERIFY(panel.dialog->isVisible());
+    QCOMPARE(panel.dialog->windowModality(), Qt::WindowModal);
+    QCOMPARE(panel.names(), QStringList());
+    panel.searchFor(QStringLiteral("w27c512@"));
+    QVERIFY(panel.names().contains(QStringLiteral("W27C512@DIP28")));
+    QVERIFY(panel.dialog->isVisible());
+    QVERIFY(panel.list->selectionModel()->selectedRows().isEmpty());
+    QVERIFY(velm.log.lines.contains(QStringLiteral("\nminipro list has exited with status 0")));
+    QCOMPARE(velm.log.startingWith(QStringLiteral("launching ")), QStringList());
+    QCOMPARE(velm.controls().textView->storedText(), QString());
+}
+
+void TestWindowSearch::confirming_makesTheSelectedNameTheDevice_data() {
+    QTest::addColumn<QString>("way");
+    for (const char *way : {"OK", "double-click", "Enter"})
+        QTest::newRow(way) << QString::fromLatin1(way);
+}
+
+void TestWindowSearch::confirming_makesTheSelectedNameTheDevice() {
+    QFETCH(QString, way);
+    WindowFixture velm;
+    velm.useTool("printf 'A\\nB with a blank \\n'\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("x"));
+    panel.select(1);
+    const QPoint place = panel.list->visualRect(panel.list->model()->index(1, 0)).center();
+    if (way == QStringLiteral("OK"))
+        velm.click(panel.ok);
+    else if (way == QStringLiteral("Enter"))
+        QTest::keyClick(panel.list, Qt::Key_Return);
+    else
+        QTest::mouseDClick(panel.list->viewport(), Qt::LeftButton, {}, place);
+    QTRY_VERIFY(!panel.dialog->isVisible());
+    velm.settle();
+    QCOMPARE(velm.settings().stringValue(settingsKeys::device), QStringLiteral("B with a blank "));
+    QCOMPARE(velm.controls().uaTextField->text(), QStringLiteral("B with a blank "));
+    QCOMPARE(velm.log.count(QStringLiteral("doubleClick:")),
+             way == QStringLiteral("double-click") ? 1 : 0);
+}
+
+void TestWindowSearch::confirmingNothing_leavesTheDevice() {
+    WindowFixture velm;
+    velm.useTool("printf 'A\\nB\\n'\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("x"));
+    const QPoint below(20, panel.list->viewport()->height() - 5);
+    QTest::mouseDClick(panel.list->viewport(), Qt::LeftButton, {}, below);
+    QTRY_VERIFY(!panel.dialog->isVisible());
+    velm.settle();
+    QCOMPARE(velm.settings().stringValue(settingsKeys::device), QStringLiteral("W27C512@DIP28"));
+}
+
+void TestWindowSearch::cancelling_leavesTheDevice_data() {
+    QTest::addColumn<QString>("way");
+    for (const char *way : {"Cancel", "Escape", "close"})
+        QTest::newRow(way) << QString::fromLatin1(way);
+}
+
+void TestWindowSearch::cancelling_leavesTheDevice() {
+    QFETCH(QString, way);
+    WindowFixture velm;
+    velm.useTool("printf 'A\\nB\\n'\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("x"));
+    panel.select(1);
+    if (way == QStringLiteral("Cancel"))
+        velm.click(panel.cancel);
+    else if (way == QStringLiteral("Escape"))
+        QTest::keyClick(panel.list, Qt::Key_Escape);
+    else
+        panel.dialog->close();
+    QVERIFY(!panel.dialog->isVisible());
+    velm.settle();
+    QCOMPARE(velm.settings().stringValue(settingsKeys::device), QStringLiteral("W27C512@DIP28"));
+}
+
+void TestWindowSearch::emptyTerm_beepsAndKeepsListAndFocus() {
+    WindowFixture velm;
+    velm.useTool("printf 'A\\nB\\n'\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("x"));
+    panel.searchFor(QString());
+    QCOMPARE(velm.beeps, 1);
+    QCOMPARE(panel.names(), QStringList({QStringLiteral("A"), QStringLiteral("B")}));
+    QCOMPARE(QApplication::focusWidget(), panel.term);
+    QVERIFY(!panel.remark->text().isEmpty());
+}
+
+void TestWindowSearch::results_areSplitAtEveryNewline_data() {
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<QStringList>("names");
+    QTest::addColumn<int>("pieces");
+    const QStringList ab = {QStringLiteral("A"), QStringLiteral("B")};
+    QTest::newRow("an empty line") << QByteArray("A\\n\\nB\\n") << ab << 4;
+    QTest::newRow("CR LF") << QByteArray("A\\r\\nB\\r\\n") << ab << 5;
+    QTest::newRow("no final line break") << QByteArray("A\\nB") << ab << 2;
+    QTest::newRow("vertical tab and form feed") << QByteArray("A\\013B\\014") << ab << 3;
+    QTest::newRow("trailing blanks stay")
+        << QByteArray("A \\n") << QStringList(QStringLiteral("A ")) << 2;
+    QTest::newRow("duplicates stay, in their order")
+        << QByteArray("B\\nA\\nB\\n")
+        << QStringList({QStringLiteral("B"), QStringLiteral("A"), QStringLiteral("B")}) << 4;
+    QTest::newRow("a NUL") << QByteArray("A\\000C\\nB\\n")
+                           << QStringList(
+                                  {QString(QStringLiteral("A") + QChar(0) + QStringLiteral("C")),
+                                   QStringLiteral("B")})
+                           << 3;
+    QTest::newRow("nothing") << QByteArray("") << QStringList() << 1;
+    QTest::newRow("not UTF-8") << QByteArray("A\\377\\n") << QStringList() << 0;
+}
+
+void TestWindowSearch::results_areSplitAtEveryNewline() {
+    QFETCH(QByteArray, answer);
+    QFETCH(QStringList, names);
+    QFETCH(int, pieces);
+    WindowFixture velm;
+    velm.useTool("printf '" + answer + "'\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("x"));
+    QCOMPARE(panel.names(), names);
+    QCOMPARE(velm.log.count(QStringLiteral("list has returned:%1").arg(pieces)), 1);
+    QCOMPARE(velm.log.count(QStringLiteral("dataArray has:%1").arg(names.size())), 1);
+}
+
+void TestWindowSearch::results_ofASecondSearchReplaceTheFirst() {
+    WindowFixture velm;
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("W27C512@"));
+    panel.searchFor(QStringLiteral("74138"));
+    QVERIFY(!panel.names().isEmpty());
+    for (const QString &name : panel.names())
+        QVERIFY2(name.contains(QStringLiteral("74138")), qPrintable(name));
+}
+
+void TestWindowSearch::results_missingFileGivesAnEmptyList() {
+    WindowFixture velm;
+    velm.useTool("printf 'A\\n'\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("x"));
+    velm.settings().setValue(settingsKeys::temp_search_results_file,
+                             velm.path(QStringLiteral("nowhere/temp_sr.bin")));
+    panel.searchFor(QStringLiteral("x"));
+    QCOMPARE(panel.names(), QStringList());
+    QVERIFY(velm.log.lines.contains(QStringLiteral("list has returned:0")));
+    QVERIFY(!panel.remark->text().isEmpty());
+}
+
+void TestWindowSearch::terms_reachTheToolAsOneWord_data() {
+    QTest::addColumn<QString>("term");
+    QTest::newRow("plain") << QStringLiteral("27C");
+    QTest::newRow("a blank") << QStringLiteral("27 C");
+    QTest::newRow("quotes") << QStringLiteral("it's \"27\"");
+    QTest::newRow("shell characters") << QStringLiteral("$(touch x); `id` | * ~ \\");
+}
+
+void TestWindowSearch::terms_reachTheToolAsOneWord() {
+    QFETCH(QString, term);
+    WindowFixture velm;
+    velm.useTool("printf '%s\\n' \"$#\" \"$2\"\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(term);
+    QCOMPARE(panel.names(), QStringList({QStringLiteral("2"), term}));
+}
+
+void TestWindowSearch::aToolThatWaits_canBeStopped_data() {
+    QTest::addColumn<QString>("way");
+    for (const char *way : {"Stop search", "Cancel", "Escape", "close"})
+        QTest::newRow(way) << QString::fromLatin1(way);
+}
+
+void TestWindowSearch::aToolThatWaits_canBeStopped() {
+    QFETCH(QString, way);
+    WindowFixture velm;
+    qputenv("MINIPRO_SIM_FAULT", "no-programmer");
+    velm.start();
+    const Panel panel(velm);
+    QTimer::singleShot(0, &velm.velm(), [&] {
+        if (way == QStringLiteral("Stop search"))
+            velm.click(panel.stop);
+        else if (way == QStringLiteral("Cancel"))
+            velm.click(panel.cancel);
+        else if (way == QStringLiteral("Escape"))
+            QTest::keyClick(panel.term, Qt::Key_Escape);
+        else
+            panel.dialog->close();
+    });
+    panel.searchFor(QStringLiteral("27C"));
+    QCOMPARE(panel.dialog->isVisible(), way == QStringLiteral("Stop search"));
+    QVERIFY(!velm.delegate().runInProgress());
+    QVERIFY(panel.search->isEnabled());
+    QVERIFY(!panel.stop->isEnabled());
+}
+
+void TestWindowSearch::silence_isSaidAfterTwoSeconds() {
+    WindowFixture velm;
+    qputenv("MINIPRO_SIM_FAULT", "no-programmer");
+    velm.start();
+    const Panel panel(velm);
+    QString said;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, panel.remark, [&] {
+        if (panel.remark->text().contains(QStringLiteral("silent"))) {
+            said = panel.remark->text();
+            velm.click(panel.stop);
+        }
+    });
+    watch.start(50);
+    panel.searchFor(QStringLiteral("27C"));
+    QVERIFY(said.contains(QStringLiteral("programmer")));
+}
+
+void TestWindowSearch::aCustomDevice_offersToRemoveTheSuffix() {
+    WindowFixture velm;
+    velm.useTool("printf 'MYCHIP@DIP28(custom)\\n'\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("MY"));
+    panel.select(0);
+    velm.click(panel.ok);
+    velm.settle();
+    QCOMPARE(velm.settings().stringValue(settingsKeys::device),
+             QStringLiteral("MYCHIP@DIP28(custom)"));
+    auto *remove = velm.controls().messageLine->findChild<QPushButton *>();
+    QVERIFY(remove && remove->isVisible());
+    velm.click(remove);
+    QCOMPARE(velm.controls().uaTextField->text(), QStringLiteral("MYCHIP@DIP28"));
+    QVERIFY(!remove->isVisible());
+}
+
+void TestWindowSearch::longAnswer_isShownWhole() {
+    WindowFixture velm;
+    velm.useTool("seq -f 'CHIP%05g@DIP28' 32000; head -c 1048576 /dev/zero | tr '\\0' x\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("CHIP"));
+    QCOMPARE(panel.list->model()->rowCount(), 32001);
+    panel.list->scrollToBottom();
+    panel.list->grab();
+    QCOMPARE(panel.list->model()->index(31999, 0).data().toString(),
+             QStringLiteral("CHIP32000@DIP28"));
+}
+
+void TestWindowSearch::everySearch_keepsItsRunAndNoDescriptor() {
+    WindowFixture velm;
+    velm.start();
+    const Panel panel(velm);
+    const auto open = [] {
+        return QDir(QStringLiteral("/proc/self/fd"))
+            .entryList(QDir::NoDotAndDotDot | QDir::System | QDir::Files)
+            .size();
+    };
+    panel.searchFor(QString());
+    const auto before = open();
+    for (int search = 0; search < 1000; ++search)
+        panel.searchFor(QString());
+    QCOMPARE(open(), before);
+    QCOMPARE(velm.delegate().outlets.devicesearcher->runCount(), 1001);
+    QCOMPARE(velm.beeps, 1001);
+}
+
+void TestWindowSearch::panel_namesItsControls() {
+    WindowFixture velm;
+    velm.start();
+    const Panel panel(velm);
+    QCOMPARE(panel.term->accessibleName(), QStringLiteral("Search term"));
+    QCOMPARE(panel.search->accessibleName(), QStringLiteral("Search"));
+    QCOMPARE(panel.stop->accessibleName(), QStringLiteral("Stop search"));
+    QCOMPARE(panel.list->accessibleName(), QStringLiteral("Devices"));
+    QCOMPARE(panel.ok->accessibleName(), QStringLiteral("OK"));
+    QCOMPARE(panel.cancel->accessibleName(), QStringLiteral("Cancel"));
+    for (const QPushButton *button : panel.dialog->findChildren<QPushButton *>())
+        QVERIFY(!button->isDefault() && !button->autoDefault());
+}
+
+QTEST_MAIN(TestWindowSearch)
+#include "tst_window_search.moc"

@@ -1,0 +1,212 @@
+#include "window/WindowFixture.h"
+
+#include "settings/SettingsKeys.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+/// What the window is when it has just been started.
+class TestWindowStart : public QObject {
+    Q_OBJECT
+
+private slots:
+    void firstStart_composesAnEmptyImageAndShowsTheReadTab();
+    void firstStart_showsTheRegisteredDefaultsInTheControls();
+    void storedSettings_areInTheControlsBeforeTheFirstComposition();
+    void leftovers_goButTheLogicReportStays();
+    void leftovers_missingOnesAreLoggedWithTheErrorCarriedOver();
+    void openedBinary_isInTheImageAgain();
+    void openedBinary_thatVanishedIsSaidAndItsPathKept();
+    void openedBinary_thatIsNoFileIsSaid_data();
+    void openedBinary_thatIsNoFileIsSaid();
+    void damagedSettings_areKeptAsideAndSaid();
+    void quitting_leavesTheTemporaryFiles();
+    void everyControl_hasItsAccessibleName();
+    void theWindow_fitsASmallScreen();
+};
+
+void TestWindowStart::firstStart_composesAnEmptyImageAndShowsTheReadTab() {
+    WindowFixture velm;
+    velm.start();
+    QCOMPARE(velm.log.take(), QStringList({QStringLiteral("populateMenu is adding 1 items"),
+                                           QStringLiteral("have read pad_to and converted to 0"),
+                                           QStringLiteral("start_address is 0"),
+                                           QStringLiteral("filling output_data length:0 with 255"),
+                                           QStringLiteral("inserting opened binary:0 at 0")}));
+    QVERIFY(!velm.state().opened_bin_data);
+    QVERIFY(!velm.state().display_data);
+    QVERIFY(velm.state().retainArray.isEmpty());
+    QVERIFY(!velm.settings().contains(settingsKeys::binary));
+    QCOMPARE(velm.controls().peeping_at->text(), QStringLiteral("Data read from chip:"));
+    QCOMPARE(velm.row(0), QStringLiteral("0000 XX XX XX XX XX XX XX XX XX XX XX XX XX XX XX XX "));
+    QVERIFY(QFileInfo(velm.temporary(QStringLiteral("temp.bin"))).isFile());
+    QCOMPARE(QFileInfo(velm.temporary(QStringLiteral("temp.bin"))).size(), 0);
+    QCOMPARE(velm.message(), QString());
+}
+
+void TestWindowStart::firstStart_showsTheRegisteredDefaultsInTheControls() {
+    WindowFixture velm;
+    velm.start();
+    const Ui::MainWindow &c = velm.controls();
+    QCOMPARE(c.startAddTextField->text(), QStringLiteral("0000"));
+    QCOMPARE(c.padToTextField->text(), QString());
+    QCOMPARE(c.check_noSizeMismatchError->isChecked(), true);
+    QCOMPARE(c.check_noIDMismatchError->isChecked(), false);
+    QCOMPARE(c.check_skipErase->isChecked(), false);
+    QCOMPARE(c.check_unprotect->isChecked(), false);
+    QCOMPARE(c.btn_pad->isChecked(), false);
+    QCOMPARE(c.btn_pad_ff->isChecked(), true);
+    QCOMPARE(c.btn_pad_00->isChecked(), false);
+    QCOMPARE(c.readFileTextField->text(), QString());
+}
+
+void TestWindowStart::storedSettings_areInTheControlsBeforeTheFirstComposition() {
+    WindowFixture velm;
+    velm.settings().setValue(settingsKeys::rom_start_address, QStringLiteral("4"));
+    velm.settings().setValue(settingsKeys::pad, true);
+    velm.settings().setValue(settingsKeys::pad_to, QStringLiteral("1"));
+    velm.settings().setValue(settingsKeys::pad_ff, false);
+    velm.settings().setValue(settingsKeys::pad_00, true);
+    velm.start();
+    QVERIFY(velm.controls().btn_pad_00->isChecked());
+    QCOMPARE(*velm.state().output_data, QByteArray(1024, '\0'));
+}
+
+void TestWindowStart::leftovers_goButTheLogicReportStays() {
+    WindowFixture velm;
+    for (const char *name : {"temp.bin", "temp_read.bin", "temp_sr.bin", "temp_logtest.bin"})
+        velm.write(velm.temporary(QLatin1String(name)), "left over");
+    velm.start();
+    QCOMPARE(WindowFixture::bytesOf(velm.temporary(QStringLiteral("temp.bin"))), QByteArray());
+    QVERIFY(!QFile::exists(velm.temporary(QStringLiteral("temp_read.bin"))));
+    QVERIFY(!QFile::exists(velm.temporary(QStringLiteral("temp_sr.bin"))));
+    QVERIFY(QFile::exists(velm.temporary(QStringLiteral("temp_logtest.bin"))));
+    QCOMPARE(velm.log.startingWith(QStringLiteral("error removing")), QStringList());
+}
+
+void TestWindowStart::leftovers_missingOnesAreLoggedWithTheErrorCarriedOver() {
+    WindowFixture velm;
+    velm.write(velm.temporary(QStringLiteral("temp_read.bin")), "left over");
+    velm.write(velm.temporary(QStringLiteral("temp_sr.bin")), "left over");
+    velm.start();
+    const QStringList lines = velm.log.startingWith(QStringLiteral("error removing "));
+    QCOMPARE(lines.size(), 3);
+    const QString firstError = lines.first().section(QStringLiteral(" : "), 1);
+    QVERIFY(!firstError.isEmpty());
+    QCOMPARE(lines.at(2), QStringLiteral("error removing %1 : %2")
+                              .arg(velm.temporary(QStringLiteral("temp_sr.bin")), firstError));
+}
+
+void TestWindowStart::openedBinary_isInTheImageAgain() {
+    WindowFixture velm;
+    velm.settings().setValue(settingsKeys::binary, velm.write(QStringLiteral("rom.bin"), "ROM!"));
+    velm.start();
+    QCOMPARE(*velm.state().output_data, QByteArray("ROM!"));
+    QCOMPARE(WindowFixture::bytesOf(velm.temporary(QStringLiteral("temp.bin"))),
+             QByteArray("ROM!"));
+    QCOMPARE(velm.controls().readFileTextField->text(), velm.path(QStringLiteral("rom.bin")));
+}
+
+void TestWindowStart::openedBinary_thatVanishedIsSaidAndItsPathKept() {
+    WindowFixture velm;
+    const QString gone = velm.path(QStringLiteral("gone.bin"));
+    velm.settings().setValue(settingsKeys::binary, gone);
+    velm.start();
+    QVERIFY(!velm.state().opened_bin_data);
+    QCOMPARE(velm.settings().stringValue(settingsKeys::binary), gone);
+    QVERIFY2(velm.message().contains(gone), qPrintable(velm.message()));
+    QCOMPARE(velm.log.startingWith(QStringLiteral("error")), QStringList());
+}
+
+void TestWindowStart::openedBinary_thatIsNoFileIsSaid_data() {
+    QTest::addColumn<QString>("path");
+    QTest::newRow("a folder") << QStringLiteral("/tmp");
+    QTest::newRow("a device") << QStringLiteral("/dev/zero");
+}
+
+void TestWindowStart::openedBinary_thatIsNoFileIsSaid() {
+    QFETCH(QString, path);
+    WindowFixture velm;
+    velm.settings().setValue(settingsKeys::binary, path);
+    velm.start();
+    QVERIFY(!velm.state().opened_bin_data);
+    QVERIFY2(velm.message().contains(path), qPrintable(velm.message()));
+}
+
+void TestWindowStart::damagedSettings_areKeptAsideAndSaid() {
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("velm.conf"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray("\0\1\2 no settings at all\n[", 24));
+    file.close();
+    SettingsStore settings(path);
+    QVERIFY(!settings.damagedCopyPath().isEmpty());
+    settings.setValue(settingsKeys::temp_output_file, folder.filePath(QStringLiteral("w/t.bin")));
+    RecordingLog log;
+    AnsweringPanels panels;
+    VelmWindow velm({settings, log, panels, [] {}, folder.filePath(QStringLiteral("state"))});
+    velm.start();
+    const QString message = velm.window().controls().messageLine->text();
+    QVERIFY2(message.contains(settings.damagedCopyPath()), qPrintable(message));
+}
+
+void TestWindowStart::quitting_leavesTheTemporaryFiles() {
+    WindowFixture velm;
+    velm.start();
+    velm.end();
+    QVERIFY(QFile::exists(velm.temporary(QStringLiteral("temp.bin"))));
+}
+
+void TestWindowStart::everyControl_hasItsAccessibleName() {
+    WindowFixture velm;
+    velm.start();
+    const QStringList expected = {
+        QStringLiteral("Read"),
+        QStringLiteral("Verify"),
+        QStringLiteral("Write"),
+        QStringLiteral("Logic test"),
+        QStringLiteral("Stop"),
+        QStringLiteral("Message"),
+        QStringLiteral("Device"),
+        QStringLiteral("Search devices"),
+        QStringLiteral("Favourites"),
+        QStringLiteral("Add to favourites"),
+        QStringLiteral("Remove from favourites"),
+        QStringLiteral("Programmer tool"),
+        QStringLiteral("Ignore chip ID mismatch"),
+        QStringLiteral("Ignore size mismatch"),
+        QStringLiteral("Skip erase"),
+        QStringLiteral("Remove write protection"),
+        QStringLiteral("Open binary"),
+        QStringLiteral("Opened binary"),
+        QStringLiteral("Start address"),
+        QStringLiteral("Use data read from chip"),
+        QStringLiteral("Pad"),
+        QStringLiteral("Pad to"),
+        QStringLiteral("0xFF"),
+        QStringLiteral("0x00"),
+        QStringLiteral("Save data read from chip"),
+        QStringLiteral("Save data to burn"),
+        QStringLiteral("Bytes"),
+        QStringLiteral("Console"),
+    };
+    QStringList names;
+    const QList<QWidget *> widgets = velm.velm().window().findChildren<QWidget *>();
+    for (QWidget *widget : widgets)
+        if (widget->isVisible() && !widget->accessibleName().isEmpty())
+            names.append(widget->accessibleName());
+    for (const QString &name : expected)
+        QVERIFY2(names.count(name) == 1, qPrintable(name));
+}
+
+void TestWindowStart::theWindow_fitsASmallScreen() {
+    WindowFixture velm;
+    velm.start();
+    const QSize least = velm.velm().window().minimumSizeHint();
+    QVERIFY2(least.width() <= 1024 && least.height() <= 700,
+             qPrintable(QStringLiteral("%1 x %2").arg(least.width()).arg(least.height())));
+}
+
+QTEST_MAIN(TestWindowStart)
+#include "tst_window_start.moc"
