@@ -10,6 +10,12 @@ MainWindow::MainWindow() : m_controls(std::make_unique<Ui::MainWindow>()) {
 
 MainWindow::~MainWindow() = default;
 
+void MainWindow::changeEvent(QEvent *event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        emit paletteChanged();
+}
+
 void MainWindow::closeEvent(QCloseEvent *event) {
     if (m_mayClose && !m_mayClose()) {
         event->ignore();

@@ -26,8 +26,11 @@ public:
 signals:
     /// The window is about to close for good.
     void closing();
+    /// The desktop's colours changed.
+    void paletteChanged();
 
 protected:
+    void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:

@@ -13,10 +13,12 @@
 
 #include <QFontDatabase>
 
+#include <utility>
+
 namespace {
 
 constexpr int consoleLines = 4;
-constexpr int consoleFrame = 10; // pixels for its frame and margins
+constexpr int consoleFrame = 18; // pixels for its frame and margins
 
 void fillOutlets(Ui::MainWindow &c, AppDelegate &delegate, const WindowParts &parts) {
     AppDelegateOutlets &outlets = delegate.outlets;
@@ -112,9 +114,30 @@ void wireFiles(Ui::MainWindow &c, AppDelegate &delegate) {
     QObject::connect(c.textView, &ConsoleView::saveRequested, &delegate, &AppDelegate::saveConsole);
 }
 
-void dress(Ui::MainWindow &c) {
+// The icons are drawn in the palette's colour, so that they are taken anew when that changes.
+void setIcons(Ui::MainWindow &c, const QPalette &palette) {
+    const std::pair<QAbstractButton *, const char *> icons[] = {
+        {c.btn_read, "read-chip"}, {c.btn_verify, "verify"},     {c.btn_write, "write"},
+        {c.btn_logic, "logic"},    {c.btn_stop, "stop"},         {c.btn_search, "search"},
+        {c.dButton, "favourite"},  {c.btn_add_favourite, "add"}, {c.btn_remove_favourite, "remove"},
+        {c.btn_open, "open"},      {c.btn_export_read, "save"},  {c.btn_export_output, "save"},
+    };
+    for (const auto &[button, name] : icons)
+        button->setIcon(themedIcon(QLatin1String(name), palette));
+}
+
+void dress(MainWindow &window) {
+    Ui::MainWindow &c = window.controls();
+    setIcons(c, window.palette());
+    QObject::connect(&window, &MainWindow::paletteChanged, &window,
+                     [&window] { setIcons(window.controls(), window.palette()); });
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     c.startAddTextField->setFont(fixed);
+    for (QLineEdit *path : {c.miniproLocationField, c.readFileTextField})
+        QObject::connect(path, &QLineEdit::textChanged, path, [path] {
+            if (!path->hasFocus())
+                path->setCursorPosition(0); // the beginning of a path tells more than its end
+        });
     c.padToTextField->setFont(fixed);
     c.splitter->setStretchFactor(0, 1);
     c.splitter->setStretchFactor(1, 0);
@@ -134,5 +157,5 @@ void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts
     bindControls(controls, delegate, parts.binder);
     wireDevices(controls, delegate, parts);
     wireFiles(controls, delegate);
-    dress(controls);
+    dress(window);
 }

@@ -90,7 +90,8 @@ public:
                                                    qint64 limit = ReadHandle::largestChunk);
     /// The child has ended.
     void terminated();
-    /// Queues \a text for the end of the console, exactly as it is.
+    /// Queues \a text for the end of the console, exactly as it is. What is still queued when this
+    /// object goes is not shown.
     void appendToOutputView(const QString &text);
 
 private:

@@ -51,10 +51,6 @@ ConsoleView::ConsoleView(QWidget *parent, qsizetype limit)
     setTabChangesFocus(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setFont(consoleFont());
-    // What arrives behind a selection that reaches to the end must not become part of it.
-    QTextCursor cursor = textCursor();
-    cursor.setKeepPositionOnInsert(true);
-    setTextCursor(cursor);
     createActions();
     restyle();
 }
@@ -163,10 +159,25 @@ void ConsoleView::apply(const TerminalUpdate &update) {
     const qsizetype number = fromStart ? 0 : blockCount() - 1 - update.linesBack;
     const QTextBlock block = document()->findBlockByNumber(static_cast<int>(number));
     const qsizetype column = fromStart ? 0 : std::min<qsizetype>(update.column, block.length() - 1);
+    // What arrives behind a selection that reaches to the end must not become part of it.
+    const int anchor = textCursor().anchor();
+    const int position = textCursor().position();
     QTextCursor cursor(document());
     cursor.setPosition(block.position() + static_cast<int>(column));
     cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
     cursor.insertText(update.text, format_);
+    if (anchor != position)
+        select(anchor, position);
+}
+
+void ConsoleView::select(int anchor, int position) {
+    const int last = document()->characterCount() - 1;
+    QTextCursor cursor(document());
+    cursor.setPosition(std::min(anchor, last));
+    cursor.setPosition(std::min(position, last), QTextCursor::KeepAnchor);
+    const int scrolledTo = verticalScrollBar()->value();
+    setTextCursor(cursor);
+    verticalScrollBar()->setValue(scrolledTo);
 }
 
 // The view is bounded as the storage is; whole lines go, and more of them than must.

@@ -129,7 +129,6 @@ void TestToolRun::launch_givesTheStatus() {
 void TestToolRun::launch_endsWithTheExitMessage() {
     ToolBench bench;
     bench.useDouble("fail");
-    bench.newRun();
     const auto run = bench.newRun();
     run->launch();
     bench.serviceQueue();

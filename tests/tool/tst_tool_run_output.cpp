@@ -240,8 +240,11 @@ void TestToolRunOutput::endlessOutput_leavesTheEventLoopTurning() {
     int ticks = 0;
     QTimer clock;
     connect(&clock, &QTimer::timeout, run.get(), [&] {
-        if (++ticks == 20)
-            run->stop();
+        if (++ticks < 20)
+            return;
+        // The child takes a moment to end, in which the clock would go on.
+        clock.stop();
+        run->stop();
     });
     clock.start(1);
     QCOMPARE(run->launch(), SIGTERM);

@@ -2,8 +2,8 @@
 
 #include <QElapsedTimer>
 #include <QTest>
-
 #include <QTimer>
+
 #include <csignal>
 
 /// Stopping a run that would go on.
