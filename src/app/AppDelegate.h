@@ -127,6 +127,10 @@ public:
 
     /// Asks for a binary file, keeps its path in the settings, loads it and composes again.
     void browseBinaryFile(QObject *sender);
+    /// Makes the file at the absolute \a path the opened binary.
+    void openBinary(const QString &path);
+    /// Files opened lately, the newest first.
+    QStringList recentFiles() const;
     /// Saves the data read from the chip; without any, says so and opens no panel.
     void export_read_from_chip_data(QObject *sender);
     /// Saves the data to burn; without any, says so and opens no panel.

@@ -39,12 +39,18 @@ void AppDelegate::browseBinaryFile(QObject *) {
     request.typeName = tr("Binary images");
     request.extensions = {QStringLiteral("bin"), QStringLiteral("hex"), QStringLiteral("rom"),
                           QStringLiteral("crt")};
-    beginPanel(openPurpose, request, [this](const QString &path) {
-        m_defaults.setValue(settingsKeys::binary, path);
-        m_memory.addRecentFile(path);
-        load_opened_binary();
-        build_and_reload();
-    });
+    beginPanel(openPurpose, request, [this](const QString &path) { openBinary(path); });
+}
+
+void AppDelegate::openBinary(const QString &path) {
+    m_defaults.setValue(settingsKeys::binary, path);
+    m_memory.addRecentFile(path);
+    load_opened_binary();
+    build_and_reload();
+}
+
+QStringList AppDelegate::recentFiles() const {
+    return m_memory.recentFiles();
 }
 
 void AppDelegate::export_read_from_chip_data(QObject *) {

@@ -7,6 +7,7 @@
 
 #include "ui_MainWindow.h"
 
+#include <QCoreApplication>
 #include <QMenuBar>
 
 namespace {
@@ -34,7 +35,22 @@ private:
     QMenu *m_menu;
 };
 
-void fillFileMenu(MainWindow &window, WindowMenus &menus) {
+// File names may hold the mark of a mnemonic.
+QString menuText(QString path) {
+    return path.replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
+void fillRecentMenu(QMenu *recent, AppDelegate &delegate) {
+    recent->clear();
+    for (const QString &path : delegate.recentFiles())
+        QObject::connect(
+            recent->addAction(menuText(path)), &QAction::triggered, &delegate,
+            [&delegate, path] { delegate.openBinary(path); }, Qt::QueuedConnection);
+    if (recent->isEmpty())
+        recent->addAction(AppDelegate::tr("No files yet"))->setEnabled(false);
+}
+
+void fillFileMenu(MainWindow &window, AppDelegate &delegate, WindowMenus &menus) {
     Ui::MainWindow &c = window.controls();
     MenuFiller file(*window.menuBar(), AppDelegate::tr("&File"));
     menus.offWhileRunning << file.presses(c.btn_open, AppDelegate::tr("&Open binary\u2026"),
@@ -46,6 +62,10 @@ void fillFileMenu(MainWindow &window, WindowMenus &menus) {
                                           AppDelegate::tr("&Save data to burn\u2026"),
                                           QKeySequence::Save);
     file.menu()->addAction(c.textView->saveAction());
+    QMenu *recent = file.menu()->addMenu(AppDelegate::tr("Open r&ecent"));
+    QObject::connect(recent, &QMenu::aboutToShow, &delegate,
+                     [recent, &delegate] { fillRecentMenu(recent, delegate); });
+    menus.offWhileRunning << recent->menuAction();
     file.menu()->addSeparator();
     file.calls(AppDelegate::tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), &window,
                [&window] { window.close(); });
@@ -82,12 +102,23 @@ void fillViewMenu(MainWindow &window) {
     view.menu()->addAction(c.textView->clearAction());
 }
 
+void fillHelpMenu(MainWindow &window) {
+    MenuFiller help(*window.menuBar(), AppDelegate::tr("&Help"));
+    help.calls(AppDelegate::tr("&About VELM"), {}, &window, [line = window.controls().messageLine] {
+        line->setNotice(QStringLiteral("about"), MessageLine::Severity::Information,
+                        AppDelegate::tr("VELM %1 reads, writes and tests chips with the minipro "
+                                        "programmer tool.")
+                            .arg(QCoreApplication::applicationVersion()));
+    });
+}
+
 } // namespace
 
-WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &) {
+WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate) {
     WindowMenus menus;
-    fillFileMenu(window, menus);
+    fillFileMenu(window, delegate, menus);
     fillChipMenu(window, menus);
     fillViewMenu(window);
+    fillHelpMenu(window);
     return menus;
 }

@@ -1,6 +1,7 @@
 #include "grid/GridPresentation.h"
 
 #include "grid/GridColumns.h"
+#include "image/TextLines.h"
 
 #include <QMimeData>
 #include <QUrl>
@@ -34,11 +35,6 @@ QString byteCell(const ShownContent &shown, int column, qint64 row) {
     return hasByte ? byteText(uchar(shown.display_data->constData()[index])) : QStringLiteral("XX");
 }
 
-bool isNewline(char16_t unit) {
-    return (unit >= u'\n' && unit <= u'\r') || unit == u'\u0085' || unit == u'\u2028' ||
-           unit == u'\u2029';
-}
-
 /// True if the text has half as many units as there are bytes. Then it is shown as it stands but
 /// for its line breaks; otherwise control characters show as spaces.
 bool isHalfAsLong(const ShownContent &shown) {
@@ -53,8 +49,7 @@ QString charactersCell(const ShownContent &shown, qint64 row) {
     const bool keepsControls = isHalfAsLong(shown);
     QString text = shown.strData.units(qsizetype(start), bytesInRow);
     for (QChar &character : text) {
-        const char16_t unit = character.unicode();
-        if (keepsControls ? isNewline(unit) : unit < u' ')
+        if (keepsControls ? isLineBreak(character) : character < u' ')
             character = u' ';
     }
     return text;

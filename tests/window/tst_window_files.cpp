@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QMenu>
 
 /// Bringing a binary in and saving the images.
 class TestWindowFiles : public QObject {
@@ -17,6 +18,7 @@ private slots:
     void open_cancelledChangesNothing();
     void open_ofWhatIsNoFileKeepsThePathAndSaysWhy_data();
     void open_ofWhatIsNoFileKeepsThePathAndSaysWhy();
+    void recentFiles_canBeOpenedAgain();
     void exportRead_beforeAnyReadOpensNoPanel();
     void exportOutput_ofNothingOpensNoPanel();
     void exportOutput_ofPaddingAloneIsPossible();
@@ -102,6 +104,28 @@ void TestWindowFiles::open_ofWhatIsNoFileKeepsThePathAndSaysWhy() {
     QCOMPARE(velm.settings().stringValue(settingsKeys::binary), path);
     QVERIFY2(velm.message().contains(path), qPrintable(velm.message()));
     QCOMPARE(velm.log.startingWith(QStringLiteral("error")), QStringList());
+}
+
+void TestWindowFiles::recentFiles_canBeOpenedAgain() {
+    WindowFixture velm;
+    velm.start();
+    const QString first = velm.write(QStringLiteral("a & b.bin"), "first");
+    const QString second = velm.write(QStringLiteral("second.bin"), "second");
+    for (const QString &path : {first, second}) {
+        velm.panels.answer = path;
+        velm.click(velm.controls().btn_open);
+    }
+    QCOMPARE(velm.delegate().recentFiles(), QStringList({second, first}));
+    QMenu *recent = nullptr;
+    for (QMenu *menu : velm.velm().window().findChildren<QMenu *>())
+        if (menu->title().contains(QStringLiteral("ecent")))
+            recent = menu;
+    QVERIFY(recent);
+    emit recent->aboutToShow();
+    QCOMPARE(recent->actions().size(), 2);
+    recent->actions().last()->trigger();
+    velm.settle();
+    QCOMPARE(*velm.state().output_data, QByteArray("first"));
 }
 
 void TestWindowFiles::exportRead_beforeAnyReadOpensNoPanel() {

@@ -1,0 +1,142 @@
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+
+namespace {
+
+/// A started program in a folder of its own.
+class Program {
+public:
+    explicit Program(const QTemporaryDir &folder) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder.path());
+        environment.insert(QStringLiteral("XDG_DATA_HOME"),
+                           folder.filePath(QStringLiteral("data")));
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(VELM),
+                      {QStringLiteral("--settings"), folder.filePath(QStringLiteral("velm.conf")),
+                       QStringLiteral("--state"), folder.filePath(QStringLiteral("state.conf"))});
+    }
+    ~Program() {
+        process.kill();
+        process.waitForFinished();
+    }
+
+    /// Waits until the program has started up; its log tells.
+    bool isUp() {
+        while (!standardError.contains("inserting opened binary"))
+            if (!readMore())
+                return false;
+        return true;
+    }
+    bool readMore() {
+        if (!process.waitForReadyRead(patience))
+            return false;
+        standardError += process.readAllStandardError();
+        return true;
+    }
+    /// Waits for the end; the exit code, or -1 if it crashed or goes on.
+    int exitCode() {
+        if (!process.waitForFinished(patience) || process.exitStatus() != QProcess::NormalExit)
+            return -1;
+        standardError += process.readAllStandardError();
+        return process.exitCode();
+    }
+    void send(int signal) const { ::kill(static_cast<pid_t>(process.processId()), signal); }
+
+    static constexpr int patience = 20000; // milliseconds
+    QProcess process;
+    QByteArray standardError;
+};
+
+} // namespace
+
+/// The program as a process.
+class TestProcess : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aTerminateSignal_endsItProperly_data();
+    void aTerminateSignal_endsItProperly();
+    void aSecondStart_raisesTheFirstAndEnds();
+    void aSecondStart_saysWhenTheFirstDoesNotAnswer();
+    void afterACrash_theWorkspaceIsFree();
+    void defaults_landInTheDataHome();
+    void version_isPrinted();
+};
+
+void TestProcess::aTerminateSignal_endsItProperly_data() {
+    QTest::addColumn<int>("number");
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGHUP") << SIGHUP;
+}
+
+void TestProcess::aTerminateSignal_endsItProperly() {
+    QFETCH(int, number);
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
+    Program velm(folder);
+    QVERIFY(velm.isUp());
+    velm.send(number);
+    QCOMPARE(velm.exitCode(), 0);
+}
+
+void TestProcess::aSecondStart_raisesTheFirstAndEnds() {
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
+    Program first(folder);
+    QVERIFY(first.isUp());
+    Program second(folder);
+    QCOMPARE(second.exitCode(), 0);
+    QVERIFY(!second.standardError.contains("error removing"));
+    first.send(SIGTERM);
+    QCOMPARE(first.exitCode(), 0);
+}
+
+void TestProcess::aSecondStart_saysWhenTheFirstDoesNotAnswer() {
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
+    Program first(folder);
+    QVERIFY(first.isUp());
+    first.send(SIGSTOP);
+    Program second(folder);
+    QCOMPARE(second.exitCode(), 1);
+    QVERIFY2(second.standardError.contains("velm: VELM is already running"),
+             second.standardError.constData());
+    first.send(SIGCONT);
+}
+
+void TestProcess::afterACrash_theWorkspaceIsFree() {
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
+    Program first(folder);
+    QVERIFY(first.isUp());
+    first.send(SIGKILL);
+    QCOMPARE(first.exitCode(), -1);
+    Program second(folder);
+    QVERIFY(second.isUp());
+}
+
+void TestProcess::defaults_landInTheDataHome() {
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
+    Program velm(folder);
+    QVERIFY(velm.isUp());
+    velm.send(SIGTERM);
+    QCOMPARE(velm.exitCode(), 0);
+    QVERIFY(QFile::exists(folder.filePath(QStringLiteral("data/VELM/temp.bin"))));
+}
+
+void TestProcess::version_isPrinted() {
+    QProcess velm;
+    velm.start(QStringLiteral(VELM), {QStringLiteral("--version")});
+    QVERIFY(velm.waitForFinished());
+    QCOMPARE(velm.exitCode(), 0);
+    QVERIFY(velm.readAllStandardOutput().startsWith("velm "));
+}
+
+QTEST_GUILESS_MAIN(TestProcess)
+#include "tst_process.moc"

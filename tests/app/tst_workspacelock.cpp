@@ -1,0 +1,127 @@
+#include "app/RaiseChannel.h"
+#include "app/TerminationSignals.h"
+#include "app/WorkspaceLock.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <atomic>
+#include <csignal>
+#include <memory>
+#include <thread>
+
+using Outcome = WorkspaceLock::Outcome;
+
+class TestWorkspaceLock : public QObject {
+    Q_OBJECT
+
+private slots:
+    void oneFolder_isTakenOnce();
+    void otherFolders_areFree();
+    void theKey_isTheSameBeforeAndAfterTheFolderExists();
+    void theTemporaryFolder_isNotTouched();
+    void aRuntimeFolderThatIsMissing_isSaid();
+    void raise_isAnsweredByTheHolder();
+    void raise_withoutAHolderFails();
+    void raise_takesOverWhatADeadHolderLeft();
+    void terminationSignals_arriveAsSignals_data();
+    void terminationSignals_arriveAsSignals();
+
+private:
+    QTemporaryDir m_runtime{QDir::tempPath() + QStringLiteral("/velm-XXXXXX")};
+};
+
+void TestWorkspaceLock::oneFolder_isTakenOnce() {
+    auto first = std::make_unique<WorkspaceLock>(QStringLiteral("/a/b"), m_runtime.path());
+    WorkspaceLock second(QStringLiteral("/a/b/../b/"), m_runtime.path());
+    QCOMPARE(first->take(), Outcome::Taken);
+    QCOMPARE(second.take(), Outcome::HeldByAnother);
+    QCOMPARE(second.socketPath(), first->socketPath());
+    first.reset();
+    QCOMPARE(second.take(), Outcome::Taken);
+}
+
+void TestWorkspaceLock::otherFolders_areFree() {
+    WorkspaceLock first(QStringLiteral("/a/b"), m_runtime.path());
+    WorkspaceLock second(QStringLiteral("/a/c"), m_runtime.path());
+    QCOMPARE(first.take(), Outcome::Taken);
+    QCOMPARE(second.take(), Outcome::Taken);
+    QVERIFY(first.socketPath() != second.socketPath());
+}
+
+void TestWorkspaceLock::theKey_isTheSameBeforeAndAfterTheFolderExists() {
+    const QTemporaryDir folder;
+    QVERIFY(QDir().mkpath(folder.filePath(QStringLiteral("real"))));
+    const QString link = folder.filePath(QStringLiteral("link"));
+    QVERIFY(QFile::link(folder.filePath(QStringLiteral("real")), link));
+    const QString workspace = link + QStringLiteral("/deep/workspace");
+    const QString before = WorkspaceLock(workspace, m_runtime.path()).socketPath();
+    QVERIFY(QDir().mkpath(workspace));
+    QCOMPARE(WorkspaceLock(workspace, m_runtime.path()).socketPath(), before);
+    const QString direct = folder.filePath(QStringLiteral("real/deep/workspace"));
+    QCOMPARE(WorkspaceLock(direct, m_runtime.path()).socketPath(), before);
+}
+
+void TestWorkspaceLock::theTemporaryFolder_isNotTouched() {
+    const QTemporaryDir folder;
+    const QString workspace = folder.filePath(QStringLiteral("workspace"));
+    WorkspaceLock lock(workspace, m_runtime.path());
+    QCOMPARE(lock.take(), Outcome::Taken);
+    QVERIFY(!QFile::exists(workspace));
+}
+
+void TestWorkspaceLock::aRuntimeFolderThatIsMissing_isSaid() {
+    WorkspaceLock lock(QStringLiteral("/a/b"), QStringLiteral("/nowhere/at/all"));
+    QCOMPARE(lock.take(), Outcome::Unavailable);
+    QVERIFY(!lock.problem().isEmpty());
+}
+
+void TestWorkspaceLock::raise_isAnsweredByTheHolder() {
+    const QString path = m_runtime.filePath(QStringLiteral("socket"));
+    RaiseServer server(path);
+    QSignalSpy asked(&server, &RaiseServer::raiseRequested);
+    std::atomic<bool> answered = false;
+    std::thread caller([&] { answered = requestRaise(path); });
+    QTRY_COMPARE(asked.count(), 1);
+    QTRY_VERIFY(answered);
+    caller.join();
+}
+
+void TestWorkspaceLock::raise_withoutAHolderFails() {
+    QVERIFY(!requestRaise(m_runtime.filePath(QStringLiteral("nobody"))));
+}
+
+void TestWorkspaceLock::raise_takesOverWhatADeadHolderLeft() {
+    const QString path = m_runtime.filePath(QStringLiteral("left"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.close();
+    RaiseServer server(path);
+    QSignalSpy asked(&server, &RaiseServer::raiseRequested);
+    std::atomic<bool> answered = false;
+    std::thread caller([&] { answered = requestRaise(path); });
+    QTRY_VERIFY(answered);
+    caller.join();
+}
+
+void TestWorkspaceLock::terminationSignals_arriveAsSignals_data() {
+    QTest::addColumn<int>("number");
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGHUP") << SIGHUP;
+}
+
+void TestWorkspaceLock::terminationSignals_arriveAsSignals() {
+    QFETCH(int, number);
+    TerminationSignals termination;
+    QSignalSpy received(&termination, &TerminationSignals::received);
+    std::raise(number);
+    std::raise(number);
+    QTRY_COMPARE(received.count(), 2);
+}
+
+QTEST_GUILESS_MAIN(TestWorkspaceLock)
+#include "tst_workspacelock.moc"
