@@ -15,6 +15,7 @@ public:
     virtual void appendText(const QString &text) = 0;
     /// A run begins: its lines never rewrite what stands before this point.
     virtual void beginRun() = 0;
-    /// The run's exit message has been appended: an unfinished escape sequence ends here.
+    /// The run's output is complete and only its exit message follows: an unfinished escape
+    /// sequence ends here, so that it cannot swallow the message.
     virtual void endRun() = 0;
 };

@@ -74,7 +74,7 @@ private:
 };
 
 QString ended(const QString &sentence) {
-    const bool complete = sentence.endsWith(u'.') || sentence.endsWith(u'?');
+    const bool complete = QStringLiteral(".?!").contains(sentence.back());
     return complete ? sentence : sentence + QLatin1Char('.');
 }
 

@@ -124,8 +124,8 @@ int ScriptedMiniPro::runToTheEnd(QLatin1String messageStart) {
     showPendingTails();
     const QString message = messageStart + QString::number(task.terminationStatus());
     log.write(QLatin1Char('\n') + message);
-    appendToOutputView(message);
     tellConsole(&Console::endRun);
+    appendToOutputView(message);
     return task.terminationStatus();
 }
 

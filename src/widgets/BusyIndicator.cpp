@@ -33,7 +33,6 @@ BusyIndicator::BusyIndicator(QWidget *parent, Clock clock)
     bar_->setFixedHeight(fontMetrics().height() * 2 / 3);
     bar_->setAccessibleName(tr("Running"));
     time_->setAccessibleName(tr("Elapsed time"));
-    time_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     time_->setMinimumWidth(fontMetrics().horizontalAdvance(elapsedText(0)) * 2);
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins({});

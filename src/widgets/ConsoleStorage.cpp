@@ -5,7 +5,7 @@
 namespace {
 
 /// Small pieces are gathered into chunks of about this many UTF-16 units.
-constexpr qsizetype chunkLength = 64 * 1024;
+constexpr qsizetype chunkLength = qsizetype(64) * 1024;
 
 } // namespace
 

@@ -19,7 +19,7 @@ namespace {
 
 /// What the view takes in at a time, in UTF-16 units: at most a few milliseconds' work, even if
 /// each of them is a line.
-constexpr qsizetype sliceLength = 4 * 1024;
+constexpr qsizetype sliceLength = qsizetype(4) * 1024;
 
 /// After the view was brought up to date, what comes within this time is shown together.
 constexpr int gatherMilliseconds = 25;
@@ -159,25 +159,29 @@ void ConsoleView::apply(const TerminalUpdate &update) {
     const qsizetype number = fromStart ? 0 : blockCount() - 1 - update.linesBack;
     const QTextBlock block = document()->findBlockByNumber(static_cast<int>(number));
     const qsizetype column = fromStart ? 0 : std::min<qsizetype>(update.column, block.length() - 1);
-    // What arrives behind a selection that reaches to the end must not become part of it.
-    const int anchor = textCursor().anchor();
-    const int position = textCursor().position();
     QTextCursor cursor(document());
     cursor.setPosition(block.position() + static_cast<int>(column));
+    const int place = cursor.position();
     cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+    const QTextCursor user = textCursor();
+    const int anchor = user.anchor();
+    const int position = user.position();
     cursor.insertText(update.text, format_);
-    if (anchor != position)
-        select(anchor, position);
+    if (std::max(anchor, position) >= place)
+        restoreSelection(anchor, position);
 }
 
-void ConsoleView::select(int anchor, int position) {
-    const int last = document()->characterCount() - 1;
+// What arrives behind the user's cursor or selection must neither take it along nor become part
+// of it.
+void ConsoleView::restoreSelection(int anchor, int position) {
+    const int end = document()->characterCount() - 1;
+    const QPoint scrolledTo(horizontalScrollBar()->value(), verticalScrollBar()->value());
     QTextCursor cursor(document());
-    cursor.setPosition(std::min(anchor, last));
-    cursor.setPosition(std::min(position, last), QTextCursor::KeepAnchor);
-    const int scrolledTo = verticalScrollBar()->value();
+    cursor.setPosition(std::min(anchor, end));
+    cursor.setPosition(std::min(position, end), QTextCursor::KeepAnchor);
     setTextCursor(cursor);
-    verticalScrollBar()->setValue(scrolledTo);
+    horizontalScrollBar()->setValue(scrolledTo.x());
+    verticalScrollBar()->setValue(scrolledTo.y());
 }
 
 // The view is bounded as the storage is; whole lines go, and more of them than must.

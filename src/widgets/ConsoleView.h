@@ -70,7 +70,7 @@ private:
     void restyle();
     void showPending();
     void apply(const TerminalUpdate &update);
-    void select(int anchor, int position);
+    void restoreSelection(int anchor, int position);
     void trimView();
     void removeFirstLines(int count);
     void noteTrimmed();

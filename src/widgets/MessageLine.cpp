@@ -15,6 +15,9 @@ namespace {
 /// Room between the text and the button, in pixels.
 constexpr int buttonGap = 6;
 
+/// A plain text editor takes a line that ends just where its viewport does for cut off.
+constexpr int spareHeight = 1;
+
 QColor colorOf(MessageLine::Severity severity, const QPalette &palette) {
     switch (severity) {
     case MessageLine::Severity::Problem:
@@ -165,7 +168,8 @@ void MessageLine::runAction() {
 
 // As high as a button however few lines there are, so that one that comes moves nothing.
 int MessageLine::heightOfLines(int lines) const {
-    const double text = lines * fontMetrics().lineSpacing() + 2 * document()->documentMargin();
+    const double text =
+        lines * fontMetrics().lineSpacing() + 2 * document()->documentMargin() + spareHeight;
     return std::max(static_cast<int>(std::ceil(text)), button_->sizeHint().height());
 }
 

@@ -32,7 +32,7 @@ struct TerminalUpdate {
 class TerminalText {
 public:
     /// The widest line, in UTF-16 units.
-    static constexpr qsizetype widestLine = 4 * 1024;
+    static constexpr qsizetype widestLine = qsizetype(4) * 1024;
     /// A control string (window title and the like) is given up after this many units.
     static constexpr qsizetype longestControlString = 4096;
 

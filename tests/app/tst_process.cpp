@@ -20,6 +20,7 @@ public:
         environment.insert(QStringLiteral("XDG_DATA_HOME"),
                            folder.filePath(QStringLiteral("data")));
         process.setProcessEnvironment(environment);
+        process.setReadChannel(QProcess::StandardError);
         process.start(QStringLiteral(VELM),
                       {QStringLiteral("--settings"), folder.filePath(QStringLiteral("velm.conf")),
                        QStringLiteral("--state"), folder.filePath(QStringLiteral("state.conf"))});

@@ -40,6 +40,13 @@ struct Shown {
     GridView view;
 };
 
+// Press, release and the second press, as a mouse sends them.
+void doubleClick(Shown &grid) {
+    const QPoint place = grid.view.visualRect(grid.view.currentIndex()).center();
+    QTest::mouseClick(grid.view.viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(grid.view.viewport(), Qt::LeftButton, {}, place);
+}
+
 QByteArray pages() {
     return QByteArray(16 * 1000, 'x');
 }
@@ -120,6 +127,7 @@ void TestGridView::hugeContent_scrollsToItsEnd() {
     grid.source.pretendedLength = qint64(1) << 30;
     grid.view.reloadData();
     QCOMPARE(grid.view.gridModel()->rowCount(), (1 << 26) + 1);
+    grid.go(0, 1);
     QTest::keyClick(&grid.view, Qt::Key_End, Qt::ControlModifier);
     grid.view.grab();
     QCOMPARE(grid.cursor(), QStringLiteral("67108864 17"));
@@ -172,8 +180,7 @@ void TestGridView::editing_opensWhereTheSourceAllowsIt() {
         else if (way == QStringLiteral("F2"))
             QTest::keyClick(&grid.view, Qt::Key_F2);
         else
-            QTest::mouseDClick(grid.view.viewport(), Qt::LeftButton, {},
-                               grid.view.visualRect(grid.view.currentIndex()).center());
+            doubleClick(grid);
         QCOMPARE(grid.view.openEditor() != nullptr, editable);
     }
 }
@@ -214,7 +221,7 @@ void TestGridView::editing_movesOnPastTheBytesWritten() {
     grid.go(0, 2);
     grid.type(QStringLiteral("'abc'"));
     QTest::keyClick(grid.view.openEditor(), Qt::Key_Return);
-    QCOMPARE(grid.source.bytes, QByteArray("0abc456789"));
+    QTRY_COMPARE(grid.source.bytes, QByteArray("0abc456789"));
     QTRY_COMPARE(grid.cursor(), QStringLiteral("0 5"));
 }
 
@@ -223,7 +230,7 @@ void TestGridView::editing_staysAfterARejectedEntry() {
     grid.go(0, 2);
     grid.type(QStringLiteral("zz"));
     QTest::keyClick(grid.view.openEditor(), Qt::Key_Return);
-    QVERIFY(!grid.view.openEditor());
+    QTRY_VERIFY(!grid.view.openEditor());
     QCOMPARE(grid.cursor(), QStringLiteral("0 2"));
 }
 
@@ -307,12 +314,12 @@ void TestGridView::accessible_saysWhatFailed() {
     grid.source.report = {{{QStringLiteral("")}, {QStringLiteral("1")}},
                           {{QStringLiteral("0000:")}, {QStringLiteral("H"), true}}};
     grid.view.reloadData();
-    const QString name = QAccessible::queryAccessibleInterface(&grid.view)
-                             ->tableInterface()
-                             ->cellAt(1, 1)
-                             ->text(QAccessible::Name);
-    QVERIFY2(name.contains(QStringLiteral("H")) && name.contains(QStringLiteral("fail")),
-             qPrintable(name));
+    QAccessibleInterface *cell =
+        QAccessible::queryAccessibleInterface(&grid.view)->tableInterface()->cellAt(1, 1);
+    QCOMPARE(cell->text(QAccessible::Name), QStringLiteral("H"));
+    const QString description = cell->text(QAccessible::Description);
+    QVERIFY2(description.contains(QStringLiteral("fail"), Qt::CaseInsensitive),
+             qPrintable(description));
 }
 
 QTEST_MAIN(TestGridView)

@@ -147,7 +147,7 @@ void TestRunOutcome::sentencesOfTheTool_areUnderstood_data() {
     row("a signal told by the shell", ReadOperation, 128 + SIGKILL, "",
         "Failed | Read failed: the programmer tool was killed by signal 9 (Killed).");
     row("words that nobody knows", ReadOperation, 1, "\r\x1b[KReading Code...  3%\nOops!\n\n",
-        "Failed | Read failed: the programmer tool ended with status 1 and said: Oops!.");
+        "Failed | Read failed: the programmer tool ended with status 1 and said: Oops!");
     row("no words", ReadOperation, 3, "",
         "Failed | Read failed: the programmer tool ended with status 3.");
 }

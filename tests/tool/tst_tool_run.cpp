@@ -135,7 +135,7 @@ void TestToolRun::launch_endsWithTheExitMessage() {
     QCOMPARE(
         bench.console.events,
         QStringList({QStringLiteral("<begin>"), QStringLiteral("No programmer found.\n"),
-                     QStringLiteral("minipro has exited with status 1"), QStringLiteral("<end>")}));
+                     QStringLiteral("<end>"), QStringLiteral("minipro has exited with status 1")}));
     // The line has been handed to the queue before launch() returned, and nothing follows it.
     QTRY_VERIFY(!run->isListening());
     QCOMPARE(bench.console.events.size(), 4);

@@ -54,7 +54,7 @@ void TestToolRunFailures::shell_thatCannotBeStartedGivesAFailedStart() {
                                            QLatin1Char('\n') + message}));
     bench.serviceQueue();
     QCOMPARE(bench.console.events,
-             QStringList({QStringLiteral("<begin>"), message, QStringLiteral("<end>")}));
+             QStringList({QStringLiteral("<begin>"), QStringLiteral("<end>"), message}));
     QVERIFY(!run->started());
     QCOMPARE(run->startFailure(), reason);
     QCOMPARE(judgeRun(run->facts()).sentence,

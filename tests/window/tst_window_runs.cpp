@@ -24,6 +24,7 @@ private slots:
     void everyFault_givesTheWindowBack();
     void everyBadTool_givesTheWindowBack_data();
     void everyBadTool_givesTheWindowBack();
+    void unfinishedEscape_doesNotSwallowTheExitMessage();
     void badShell_givesTheWindowBack_data();
     void badShell_givesTheWindowBack();
 
@@ -231,6 +232,17 @@ void TestWindowRuns::everyBadTool_givesTheWindowBack() {
         QStringLiteral("minipro has exited with status ") + status));
     QVERIFY(velm.log.lines.contains(QStringLiteral("\nminipro has exited with status ") + status));
     QVERIFY2(velm.message().startsWith(QStringLiteral("Problem: ")), qPrintable(velm.message()));
+}
+
+void TestWindowRuns::unfinishedEscape_doesNotSwallowTheExitMessage() {
+    WindowFixture velm;
+    velm.useTool("printf 'last words\\n\\033['\n");
+    velm.start();
+    velm.click(velm.controls().btn_verify);
+    velm.settle();
+    QVERIFY2(velm.controls().textView->shownText().endsWith(
+                 QStringLiteral("last words\nminipro has exited with status 0")),
+             qPrintable(velm.controls().textView->shownText()));
 }
 
 void TestWindowRuns::badShell_givesTheWindowBack_data() {

@@ -1,0 +1,354 @@
+#include "support/Themes.h"
+#include "widgets/ConsoleView.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QFontDatabase>
+#include <QMenu>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTextBlock>
+
+using namespace Qt::StringLiterals;
+
+class TestConsoleView : public QObject {
+    Q_OBJECT
+
+private slots:
+    void storageAndView_areKeptApart();
+    void firstPiece_isShownAtOnce();
+    void laterPieces_areShownSoon();
+    void runs_areSetOffInTheViewOnly();
+    void everyCharacter_hasTheSameColourAndFont();
+    void characters_followThePalette();
+    void append_scrollsToTheEnd();
+    void append_scrollsToTheEndOfALongLine();
+    void followOutput_isOnAtEveryStart();
+    void followOutput_offHoldsTheView();
+    void selection_doesNotGrow_data();
+    void selection_doesNotGrow();
+    void newConsole_selectsNothing();
+    void trim_boundsStorageAndViewAndIsToldOnce();
+    void trim_holdsWhatTheUserLooksAt();
+    void manyLines_areBounded();
+    void flood_leavesTheLoopTurning();
+    void copyAll_takesTheStoredText();
+    void copy_takesTheShownText();
+    void save_isAskedFor();
+    void clear_emptiesBoth();
+    void contextMenu_offersTheActions();
+    void keyboard_leavesByTab();
+};
+
+namespace {
+
+void showView(ConsoleView &view) {
+    view.resize(600, 160);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+}
+
+QString numberedLines(int count) {
+    QString lines;
+    for (int line = 0; line < count; ++line)
+        lines += QString::number(line) + u'\n';
+    return lines;
+}
+
+bool showsEnd(const ConsoleView &view) {
+    QTextCursor end(view.document());
+    end.movePosition(QTextCursor::End);
+    return view.viewport()->rect().contains(view.cursorRect(end));
+}
+
+/// The formats of all characters, each once, as "points colour".
+QStringList formats(const ConsoleView &view) {
+    QStringList found;
+    for (QTextBlock block = view.document()->begin(); block.isValid(); block = block.next())
+        for (auto part = block.begin(); !part.atEnd(); ++part) {
+            const QTextCharFormat format = part.fragment().charFormat();
+            const QString words = format.font().family() + u' ' +
+                                  QString::number(format.fontPointSize()) + u' ' +
+                                  format.foreground().color().name();
+            if (!found.contains(words))
+                found.append(words);
+        }
+    return found;
+}
+
+QString formatIn(const QPalette &palette) {
+    return QFontDatabase::systemFont(QFontDatabase::GeneralFont).family() + u" 21 "_s +
+           palette.color(QPalette::Text).name();
+}
+
+} // namespace
+
+void TestConsoleView::storageAndView_areKeptApart() {
+    ConsoleView view;
+    const QStringList pieces = {u"\r\x1b[KReading Code...  "_s,
+                                u" 0%"_s,
+                                u"\r\x1b"_s,
+                                u"[KReading Code...  50%"_s,
+                                u"\r\x1b[KRead. OK\r\n"_s,
+                                u"\a\x1b[0;91mbad\x1b[0m"_s};
+    for (const QString &piece : pieces)
+        view.appendText(piece);
+    view.flush();
+    QCOMPARE(view.storedText(), pieces.join(QString()));
+    QCOMPARE(view.shownText(), u"Read. OK\nbad"_s);
+}
+
+void TestConsoleView::firstPiece_isShownAtOnce() {
+    ConsoleView view;
+    view.appendText(u"first"_s);
+    QCOMPARE(view.shownText(), u"first"_s);
+}
+
+void TestConsoleView::laterPieces_areShownSoon() {
+    ConsoleView view;
+    view.beginRun();
+    view.appendText(u"first"_s);
+    view.appendText(u" second"_s);
+    view.appendText(u" third"_s);
+    view.endRun();
+    QTRY_COMPARE(view.shownText(), u"first second third"_s);
+}
+
+void TestConsoleView::runs_areSetOffInTheViewOnly() {
+    ConsoleView view;
+    for (const QString &text : {u"one"_s, u"two\n"_s, u"\rthree"_s}) {
+        view.beginRun();
+        view.appendText(text);
+        view.endRun();
+    }
+    view.flush();
+    QCOMPARE(view.storedText(), u"onetwo\n\rthree"_s);
+    QCOMPARE(view.shownText(), u"one\n\ntwo\n\nthree"_s);
+}
+
+void TestConsoleView::everyCharacter_hasTheSameColourAndFont() {
+    ConsoleView view;
+    view.beginRun();
+    view.appendText(u"plain \x1b[31mred\x1b[0m\nabc\rX\u00e9\U0001f600\n"_s);
+    view.endRun();
+    view.beginRun();
+    view.appendText(u"next"_s);
+    view.flush();
+    QCOMPARE(formats(view), QStringList{formatIn(view.palette())});
+}
+
+void TestConsoleView::characters_followThePalette() {
+    ConsoleView view;
+    view.appendText(u"one\ntwo"_s);
+    view.setPalette(darkPalette());
+    view.appendText(u"\nthree"_s);
+    view.flush();
+    QCOMPARE(formats(view), QStringList{formatIn(darkPalette())});
+}
+
+void TestConsoleView::append_scrollsToTheEnd() {
+    ConsoleView view;
+    showView(view);
+    view.appendText(numberedLines(5000));
+    view.flush();
+    QVERIFY(showsEnd(view));
+    view.verticalScrollBar()->setValue(0);
+    view.appendText(u"last"_s);
+    view.flush();
+    QVERIFY(showsEnd(view));
+}
+
+void TestConsoleView::append_scrollsToTheEndOfALongLine() {
+    ConsoleView view;
+    showView(view);
+    view.appendText(QString(400, u'x'));
+    view.flush();
+    QVERIFY(showsEnd(view));
+    QVERIFY(view.horizontalScrollBar()->value() > 0);
+    view.appendText(u"\nshort"_s);
+    view.flush();
+    QVERIFY(showsEnd(view));
+    QCOMPARE(view.horizontalScrollBar()->value(), 0);
+}
+
+void TestConsoleView::followOutput_isOnAtEveryStart() {
+    {
+        ConsoleView view;
+        view.followOutputAction()->setChecked(false);
+    }
+    ConsoleView view;
+    QVERIFY(view.followOutputAction()->isCheckable());
+    QVERIFY(view.followOutputAction()->isChecked());
+}
+
+void TestConsoleView::followOutput_offHoldsTheView() {
+    ConsoleView view;
+    showView(view);
+    view.appendText(numberedLines(200));
+    view.flush();
+    view.followOutputAction()->setChecked(false);
+    view.verticalScrollBar()->setValue(50);
+    view.appendText(numberedLines(200));
+    view.flush();
+    QCOMPARE(view.verticalScrollBar()->value(), 50);
+    view.followOutputAction()->setChecked(true);
+    QVERIFY(showsEnd(view));
+}
+
+void TestConsoleView::selection_doesNotGrow_data() {
+    QTest::addColumn<int>("anchor");
+    QTest::addColumn<int>("position");
+    QTest::newRow("a cursor at the start") << 0 << 0;
+    QTest::newRow("a cursor at the end") << 7 << 7;
+    QTest::newRow("all, forwards") << 0 << 7;
+    QTest::newRow("all, backwards") << 7 << 0;
+    QTest::newRow("a word in the middle") << 1 << 3;
+}
+
+void TestConsoleView::selection_doesNotGrow() {
+    QFETCH(int, anchor);
+    QFETCH(int, position);
+    ConsoleView view;
+    view.appendText(u"one\ntwo"_s);
+    QTextCursor cursor = view.textCursor();
+    cursor.setPosition(anchor);
+    cursor.setPosition(position, QTextCursor::KeepAnchor);
+    view.setTextCursor(cursor);
+    view.appendText(u"\nthree\r\x1b[Kfour"_s);
+    view.flush();
+    QCOMPARE(view.shownText(), u"one\ntwo\nfour"_s);
+    QCOMPARE(QList<int>({view.textCursor().anchor(), view.textCursor().position()}),
+             QList<int>({anchor, position}));
+}
+
+void TestConsoleView::newConsole_selectsNothing() {
+    ConsoleView view;
+    view.appendText(u"one\n"_s);
+    view.appendText(u"\rtwo"_s);
+    view.flush();
+    QVERIFY(!view.textCursor().hasSelection());
+}
+
+void TestConsoleView::trim_boundsStorageAndViewAndIsToldOnce() {
+    ConsoleView view(nullptr, 10000);
+    QSignalSpy spy(&view, &ConsoleView::trimmed);
+    view.beginRun();
+    for (int piece = 0; piece < 100; ++piece) {
+        view.appendText(numberedLines(100));
+        view.flush();
+    }
+    QVERIFY(view.storedText().size() <= 10000);
+    QVERIFY(view.shownText().size() <= 10000);
+    QVERIFY(view.shownText().size() > 9000);
+    QVERIFY(view.storedText().endsWith(view.shownText()));
+    QCOMPARE(spy.count(), 1);
+}
+
+void TestConsoleView::trim_holdsWhatTheUserLooksAt() {
+    ConsoleView view(nullptr, 10000);
+    showView(view);
+    view.appendText(numberedLines(2000));
+    view.flush();
+    view.followOutputAction()->setChecked(false);
+    view.verticalScrollBar()->setValue(1000);
+    const QString looked = view.cursorForPosition(QPoint(5, 5)).block().text();
+    view.appendText(numberedLines(500));
+    view.flush();
+    QCOMPARE(view.cursorForPosition(QPoint(5, 5)).block().text(), looked);
+}
+
+void TestConsoleView::manyLines_areBounded() {
+    ConsoleView view;
+    QSignalSpy spy(&view, &ConsoleView::trimmed);
+    view.appendText(QString(3 * ConsoleView::mostLines, u'\n'));
+    view.flush();
+    view.appendText(u"last"_s);
+    view.flush();
+    QVERIFY(view.blockCount() <= ConsoleView::mostLines);
+    QVERIFY(view.shownText().endsWith(u"\nlast"_s));
+    QCOMPARE(spy.count(), 1);
+}
+
+void TestConsoleView::flood_leavesTheLoopTurning() {
+    ConsoleView view;
+    showView(view);
+    const QString piece = numberedLines(100000);
+    for (int count = 0; count < 2; ++count)
+        view.appendText(piece);
+    // The view has taken in one turn's share only, and goes on by itself.
+    QVERIFY(view.shownText().size() < view.storedText().size());
+    QTRY_COMPARE_WITH_TIMEOUT(view.shownText().size(), 2 * piece.size(), 60000);
+    QVERIFY(showsEnd(view));
+}
+
+void TestConsoleView::copyAll_takesTheStoredText() {
+    ConsoleView view;
+    QVERIFY(!view.copyAllAction()->isEnabled());
+    view.appendText(u"abc\r\x1b[Kd\n"_s);
+    view.copyAllAction()->trigger();
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"abc\r\x1b[Kd\n"_s);
+}
+
+void TestConsoleView::copy_takesTheShownText() {
+    ConsoleView view;
+    view.appendText(u"abc\r\x1b[Kd\ne"_s);
+    view.selectAll();
+    view.copy();
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"d\ne"_s);
+}
+
+void TestConsoleView::save_isAskedFor() {
+    ConsoleView view;
+    QSignalSpy spy(&view, &ConsoleView::saveRequested);
+    view.appendText(u"abc"_s);
+    view.saveAction()->trigger();
+    QCOMPARE(spy.count(), 1);
+}
+
+void TestConsoleView::clear_emptiesBoth() {
+    ConsoleView view;
+    view.beginRun();
+    view.appendText(u"abc\ndef\x1b["_s);
+    view.clearAction()->trigger();
+    QCOMPARE(view.storedText() + view.shownText(), QString());
+    QVERIFY(!view.clearAction()->isEnabled());
+    view.appendText(u"new"_s);
+    view.flush();
+    QCOMPARE(view.storedText() + u'|' + view.shownText(), u"new|new"_s);
+}
+
+void TestConsoleView::contextMenu_offersTheActions() {
+    ConsoleView view;
+    showView(view);
+    view.appendText(u"abc"_s);
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(5, 5),
+                            view.mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(view.viewport(), &event);
+    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    QVERIFY(menu);
+    QStringList items;
+    for (const QAction *action : menu->actions())
+        items.append(action->isSeparator() ? u"-"_s : action->text().remove(u'&'));
+    QCOMPARE(items, QStringList({u"Copy"_s, u"Copy all"_s, u"Save…"_s, u"-"_s, u"Select all"_s,
+                                 u"Clear"_s, u"-"_s, u"Follow output"_s}));
+    menu->close();
+}
+
+void TestConsoleView::keyboard_leavesByTab() {
+    QWidget window;
+    auto *view = new ConsoleView(&window);
+    auto *other = new QWidget(&window);
+    other->setFocusPolicy(Qt::StrongFocus);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    view->setFocus();
+    QTRY_VERIFY(view->hasFocus());
+    QTest::keyClick(view, Qt::Key_Tab);
+    QVERIFY(other->hasFocus());
+}
+
+QTEST_MAIN(TestConsoleView)
+#include "tst_consoleview.moc"

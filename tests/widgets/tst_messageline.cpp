@@ -1,0 +1,218 @@
+#include "support/Themes.h"
+#include "widgets/MessageLine.h"
+#include "widgets/Palette.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTest>
+#include <QTextBlock>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+using Severity = MessageLine::Severity;
+
+class TestMessageLine : public QObject {
+    Q_OBJECT
+
+private slots:
+    void notices_areShownNewestFirst();
+    void severity_isAWordAndAReadableColour_data();
+    void severity_isAWordAndAReadableColour();
+    void sentence_staysOnOneLine();
+    void text_isReadByAssistiveTechnology();
+    void height_isOneToThreeLines();
+    void longSentence_isWrapped();
+    void action_hasAButton();
+    void action_mayClearItsOwnNotice();
+    void action_outlivesANewerNoticeWithoutOne();
+    void button_isReachedByKeyboard();
+    void repeatedNotice_keepsTheSelection();
+};
+
+namespace {
+
+QPushButton *shownButton(const MessageLine &line) {
+    for (QPushButton *button : line.findChildren<QPushButton *>())
+        if (!button->isHidden())
+            return button;
+    return nullptr;
+}
+
+/// The message line at the foot of a window, as it is used.
+struct Window {
+    Window() {
+        auto *column = new QVBoxLayout(&window);
+        column->addWidget(&room, 1);
+        column->addWidget(&line);
+        window.resize(500, 300);
+        window.show();
+        QApplication::setActiveWindow(&window);
+        QCoreApplication::processEvents();
+    }
+
+    int height() {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+        return line.height();
+    }
+
+    QWidget window;
+    QWidget room;
+    MessageLine line;
+};
+
+void setNumbered(MessageLine &line, int count) {
+    for (int number = 1; number <= count; ++number)
+        line.setNotice(QString::number(number), Severity::Information, u"Notice %1."_s.arg(number));
+}
+
+} // namespace
+
+void TestMessageLine::notices_areShownNewestFirst() {
+    MessageLine line;
+    line.setNotice(u"a"_s, Severity::Information, u"First."_s);
+    line.setNotice(u"b"_s, Severity::Warning, u"Second."_s);
+    QCOMPARE(line.text(), u"Warning: Second.\nFirst."_s);
+    line.setNotice(u"a"_s, Severity::Problem, u"Third."_s);
+    QCOMPARE(line.text(), u"Problem: Third.\nWarning: Second."_s);
+    line.clearNotice(u"a"_s);
+    line.clearNotice(u"unknown"_s);
+    QCOMPARE(line.text(), u"Warning: Second."_s);
+    line.setNotice(u"b"_s, Severity::Warning, QString());
+    QCOMPARE(line.text(), QString());
+    setNumbered(line, 2);
+    line.clearAll();
+    QCOMPARE(line.text(), QString());
+}
+
+void TestMessageLine::severity_isAWordAndAReadableColour_data() {
+    QTest::addColumn<QPalette>("palette");
+    QTest::newRow("light") << lightPalette();
+    QTest::newRow("dark") << darkPalette();
+}
+
+void TestMessageLine::severity_isAWordAndAReadableColour() {
+    QFETCH(QPalette, palette);
+    MessageLine line;
+    line.setNotice(u"1"_s, Severity::Information, u"x"_s);
+    line.setNotice(u"2"_s, Severity::Success, u"x"_s);
+    line.setNotice(u"3"_s, Severity::Warning, u"x"_s);
+    line.setNotice(u"4"_s, Severity::Problem, u"x"_s);
+    QCOMPARE(line.text(), u"Problem: x\nWarning: x\nDone: x\nx"_s);
+    line.setPalette(palette);
+    QStringList colors;
+    for (QTextBlock block = line.document()->begin(); block.isValid(); block = block.next()) {
+        const QColor color = block.begin().fragment().charFormat().foreground().color();
+        QVERIFY(contrastRatio(color, palette.color(QPalette::Window)) >= smallestTextContrast);
+        colors.append(color.name());
+    }
+    QCOMPARE(colors,
+             QStringList({failureTextColor(palette).name(), warningTextColor(palette).name(),
+                          successTextColor(palette).name(),
+                          palette.color(QPalette::WindowText).name()}));
+}
+
+void TestMessageLine::sentence_staysOnOneLine() {
+    MessageLine line;
+    line.setNotice(u"a"_s, Severity::Information, u"No file a\nb\u2029c  d\x1b."_s);
+    QCOMPARE(line.text(), u"No file a b c  d ."_s);
+}
+
+void TestMessageLine::text_isReadByAssistiveTechnology() {
+    Window window;
+    window.line.setNotice(u"a"_s, Severity::Problem, u"No file."_s);
+    QAccessibleInterface *object = QAccessible::queryAccessibleInterface(&window.line);
+    QCOMPARE(object->text(QAccessible::Name), u"Message"_s);
+    QVERIFY(object->textInterface());
+    QCOMPARE(object->textInterface()->text(0, object->textInterface()->characterCount()),
+             u"Problem: No file."_s);
+    QVERIFY(object->state().readOnly);
+    QVERIFY(object->state().focusable);
+}
+
+void TestMessageLine::height_isOneToThreeLines() {
+    Window window;
+    QList<int> heights;
+    QList<bool> scrolls;
+    for (int count = 0; count <= 5; ++count) {
+        setNumbered(window.line, count);
+        heights.append(window.height());
+        scrolls.append(window.line.verticalScrollBar()->maximum() > 0);
+    }
+    QVERIFY(heights[0] >= window.line.fontMetrics().height());
+    QCOMPARE(heights[1], heights[0]);
+    QVERIFY(heights[2] > heights[1] && heights[3] > heights[2]);
+    QCOMPARE(heights.mid(4), QList<int>({heights[3], heights[3]}));
+    QCOMPARE(scrolls, QList<bool>({false, false, false, false, true, true}));
+    window.line.clearAll();
+    QCOMPARE(window.height(), heights[0]);
+}
+
+void TestMessageLine::longSentence_isWrapped() {
+    Window window;
+    const int before = window.height();
+    window.line.setNotice(u"a"_s, Severity::Information, u"many words "_s.repeated(12));
+    QVERIFY(window.height() > before);
+    QCOMPARE(window.line.horizontalScrollBar()->maximum(), 0);
+}
+
+void TestMessageLine::action_hasAButton() {
+    Window window;
+    MessageLine &line = window.line;
+    int runs = 0;
+    line.setNotice(u"a"_s, Severity::Information, u"12 hand edits were replaced."_s,
+                   {u"&Restore edits"_s, [&] { ++runs; }});
+    QPushButton *button = shownButton(line);
+    QVERIFY(button);
+    QCOMPARE(button->accessibleName(), u"Restore edits"_s);
+    QAccessible::queryAccessibleInterface(button)->actionInterface()->doAction(
+        QAccessibleActionInterface::pressAction());
+    QTRY_COMPARE(runs, 1);
+    line.clearNotice(u"a"_s);
+    QVERIFY(!shownButton(line));
+}
+
+void TestMessageLine::action_mayClearItsOwnNotice() {
+    MessageLine line;
+    line.setNotice(u"a"_s, Severity::Information, u"x"_s,
+                   {u"Undo"_s, [&] {
+                        line.clearAll();
+                        line.setNotice(u"b"_s, Severity::Success, u"undone"_s);
+                    }});
+    shownButton(line)->click();
+    QCOMPARE(line.text(), u"Done: undone"_s);
+    QVERIFY(!shownButton(line));
+}
+
+void TestMessageLine::action_outlivesANewerNoticeWithoutOne() {
+    MessageLine line;
+    line.setNotice(u"a"_s, Severity::Information, u"x"_s, {u"One"_s, [] {}});
+    line.setNotice(u"b"_s, Severity::Information, u"y"_s);
+    QCOMPARE(shownButton(line)->text(), u"One"_s);
+    line.setNotice(u"c"_s, Severity::Information, u"z"_s, {u"Two"_s, [] {}});
+    QCOMPARE(shownButton(line)->text(), u"Two"_s);
+}
+
+void TestMessageLine::button_isReachedByKeyboard() {
+    Window window;
+    window.line.setNotice(u"a"_s, Severity::Information, u"x"_s, {u"One"_s, [] {}});
+    window.line.setFocus();
+    QTRY_VERIFY(window.line.hasFocus());
+    QTest::keyClick(&window.line, Qt::Key_Tab);
+    QVERIFY(shownButton(window.line)->hasFocus());
+}
+
+void TestMessageLine::repeatedNotice_keepsTheSelection() {
+    MessageLine line;
+    line.setNotice(u"a"_s, Severity::Information, u"same"_s);
+    line.selectAll();
+    line.setNotice(u"a"_s, Severity::Information, u"same"_s, {u"One"_s, [] {}});
+    QCOMPARE(line.textCursor().selectedText(), u"same"_s);
+    QVERIFY(shownButton(line));
+}
+
+QTEST_MAIN(TestMessageLine)
+#include "tst_messageline.moc"

@@ -1,0 +1,166 @@
+#include "support/Themes.h"
+#include "widgets/BusyIndicator.h"
+#include "widgets/Icons.h"
+#include "widgets/TabView.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QProgressBar>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class TestSmallWidgets : public QObject {
+    Q_OBJECT
+
+private slots:
+    void tabView_tellsItemsApartByIdentifier();
+    void tabView_tellsOfSelectionsNotOfItemsAdded();
+    void tabView_isWorkedByKeyboard();
+    void busy_elapsedText_data();
+    void busy_elapsedText();
+    void busy_showsTheTimeWhileItRuns();
+    void busy_takesTheSameRoomAlways();
+    void icons_areAllThere();
+    void icons_followThePalette_data();
+    void icons_followThePalette();
+    void icons_unknownNameIsNull();
+};
+
+static void addItems(TabView &tabs) {
+    tabs.addTabViewItem(u"0"_s, u"Data read from chip"_s);
+    tabs.addTabViewItem(u"1"_s, u"Data to burn"_s);
+    tabs.addTabViewItem(u"2"_s, u"Logic test results"_s);
+}
+
+static QStringList identifiers(const QSignalSpy &spy) {
+    QStringList found;
+    for (const QList<QVariant> &call : spy)
+        found.append(call.first().value<TabViewItem>().identifier);
+    return found;
+}
+
+void TestSmallWidgets::tabView_tellsItemsApartByIdentifier() {
+    TabView tabs;
+    QCOMPARE(tabs.selectedTabViewItem(), TabViewItem());
+    addItems(tabs);
+    QCOMPARE(tabs.selectedTabViewItem(), TabViewItem{u"0"_s});
+    tabs.moveTab(0, 2);
+    tabs.selectTabViewItem(u"1"_s);
+    QCOMPARE(tabs.currentIndex(), 0);
+    tabs.selectTabViewItem(u"unknown"_s);
+    QCOMPARE(tabs.selectedTabViewItem(), TabViewItem{u"1"_s});
+}
+
+void TestSmallWidgets::tabView_tellsOfSelectionsNotOfItemsAdded() {
+    TabView tabs;
+    QSignalSpy spy(&tabs, &TabView::didSelectTabViewItem);
+    addItems(tabs);
+    QCOMPARE(identifiers(spy), QStringList());
+    tabs.selectTabViewItem(u"2"_s);
+    tabs.selectTabViewItem(u"2"_s);
+    tabs.setCurrentIndex(1);
+    QCOMPARE(identifiers(spy), QStringList({u"2"_s, u"1"_s}));
+}
+
+void TestSmallWidgets::tabView_isWorkedByKeyboard() {
+    TabView tabs;
+    addItems(tabs);
+    QSignalSpy spy(&tabs, &TabView::didSelectTabViewItem);
+    QTest::keyClick(&tabs, Qt::Key_Right);
+    QCOMPARE(identifiers(spy), QStringList{u"1"_s});
+}
+
+void TestSmallWidgets::busy_elapsedText_data() {
+    QTest::addColumn<qint64>("milliseconds");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("start") << qint64(0) << u"0:00"_s;
+    QTest::newRow("a second not yet full") << qint64(7999) << u"0:07"_s;
+    QTest::newRow("a minute") << qint64(60000) << u"1:00"_s;
+    QTest::newRow("just under an hour") << qint64(3599999) << u"59:59"_s;
+    QTest::newRow("hours") << qint64(3723000) << u"1:02:03"_s;
+}
+
+void TestSmallWidgets::busy_elapsedText() {
+    QFETCH(qint64, milliseconds);
+    QTEST(BusyIndicator::elapsedText(milliseconds), "text");
+}
+
+void TestSmallWidgets::busy_showsTheTimeWhileItRuns() {
+    qint64 now = 1000;
+    BusyIndicator busy(nullptr, [&] { return now; });
+    busy.show();
+    QCOMPARE(busy.text(), QString());
+    busy.start();
+    QVERIFY(busy.isRunning());
+    QCOMPARE(busy.text(), u"0:00"_s);
+    now += 7000;
+    QTRY_COMPARE(busy.text(), u"0:07"_s);
+    QVERIFY(busy.findChild<QProgressBar *>()->isVisible());
+    QCOMPARE(busy.findChild<QProgressBar *>()->accessibleName(), u"Running"_s);
+    busy.stop();
+    QVERIFY(!busy.isRunning());
+    QCOMPARE(busy.text(), QString());
+    QVERIFY(!busy.findChild<QProgressBar *>()->isVisible());
+    busy.start();
+    QCOMPARE(busy.text(), u"0:00"_s);
+}
+
+void TestSmallWidgets::busy_takesTheSameRoomAlways() {
+    BusyIndicator busy;
+    const QSize stopped = busy.sizeHint();
+    busy.start();
+    QCOMPARE(busy.sizeHint(), stopped);
+}
+
+void TestSmallWidgets::icons_areAllThere() {
+    QCOMPARE(iconNames(), QStringList({u"add"_s, u"favourite"_s, u"logic"_s, u"open"_s,
+                                       u"read-chip"_s, u"remove"_s, u"save"_s, u"search"_s,
+                                       u"stop"_s, u"verify"_s, u"warning"_s, u"write"_s}));
+}
+
+void TestSmallWidgets::icons_followThePalette_data() {
+    QTest::addColumn<QString>("name");
+    for (const QString &name : iconNames())
+        QTest::newRow(qPrintable(name)) << name;
+}
+
+/// The strongest of the colours that an icon is drawn in, apart from the smoothing at its edges.
+static QColor strongestColor(const QImage &image) {
+    QColor strongest(Qt::transparent);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixelColor(x, y).alpha() > strongest.alpha())
+                strongest = image.pixelColor(x, y);
+    return strongest;
+}
+
+// Colours of pixels that are not quite opaque are rounded.
+static bool isNearly(const QColor &one, const QColor &other) {
+    constexpr int rounding = 2;
+    return std::abs(one.red() - other.red()) <= rounding &&
+           std::abs(one.green() - other.green()) <= rounding &&
+           std::abs(one.blue() - other.blue()) <= rounding;
+}
+
+void TestSmallWidgets::icons_followThePalette() {
+    QFETCH(QString, name);
+    for (const QPalette &palette : {lightPalette(), darkPalette()})
+        for (const int size : {16, 22, 32}) {
+            const QImage image = themedIcon(name, palette).pixmap(size).toImage();
+            QCOMPARE(image.size(), QSize(size, size));
+            const QColor color = strongestColor(image);
+            QVERIFY2(color.alpha() > 200,
+                     qPrintable(u"alpha %1 at %2"_s.arg(color.alpha()).arg(size)));
+            QVERIFY2(isNearly(color, palette.color(QPalette::ButtonText)),
+                     qPrintable(color.name()));
+        }
+}
+
+void TestSmallWidgets::icons_unknownNameIsNull() {
+    QVERIFY(themedIcon(u"unknown"_s, lightPalette()).isNull());
+}
+
+QTEST_MAIN(TestSmallWidgets)
+#include "tst_smallwidgets.moc"
