@@ -16,7 +16,7 @@ struct FaultEntry {
 constexpr std::array faultTable{
     FaultEntry{"no-programmer", Fault::NoProgrammer, "no programmer is connected"},
     FaultEntry{"busy", Fault::Busy, "another process holds the programmer"},
-    FaultEntry{"wrong-id", Fault::WrongId, "the chip answers with ID 0xFFFF"},
+    FaultEntry{"wrong-id", Fault::WrongId, "the chip ID reads as all ones, as in an empty socket"},
     FaultEntry{"bad-byte", Fault::BadByte, "the byte at 0x1234 reads inverted"},
     FaultEntry{"protected", Fault::Protected, "the chip is write-protected until -u"},
     FaultEntry{"overcurrent", Fault::Overcurrent, "the chip draws too much current"},

@@ -23,6 +23,12 @@ std::chrono::milliseconds eraseTime(const Chip &chip) {
     return shortestErase + erasePerMebibyte * chip.size / mebibyte;
 }
 
+/// What an empty socket answers: every bit is one.
+std::uint64_t emptyAnswer(int digits) {
+    constexpr int bitsPerDigit = 4;
+    return (std::uint64_t{1} << (bitsPerDigit * digits)) - 1;
+}
+
 std::string sizeComplaint(std::size_t found, std::size_t needed) {
     return "Incorrect file size: " + std::to_string(found) + " (needed " + std::to_string(needed);
 }
@@ -55,8 +61,9 @@ Outcome Programmer::checkId() {
         say("Chip ID: " + expected + "  OK\n");
         return Outcome::Good;
     }
-    const std::string mismatch =
-        "expected " + expected + ", got " + hex(0xFFFF, chip.id->digits) + " (unknown)\n";
+    const std::string mismatch = "expected " + expected + ", got " +
+                                 hex(emptyAnswer(chip.id->digits), chip.id->digits) +
+                                 " (unknown)\n";
     if (options.ignoreIdMismatch) {
         say("WARNING: Chip ID mismatch: " + mismatch);
         return Outcome::Good;

@@ -17,6 +17,7 @@ private slots:
     void sentences_data();
     void sentences();
     void wrongId_goesOnWhenToldTo();
+    void wrongId_hasAsManyDigitsAsTheRightOne();
     void badByte_isReadInverted();
     void unplugged_leavesAnEmptyFile();
     void unplugged_leavesAHalfWrittenChip();
@@ -111,6 +112,16 @@ void TestSimulatorFaults::wrongId_goesOnWhenToldTo() {
                      bannerText() +
                          "WARNING: Chip ID mismatch: expected 0x1FDC, got 0xFFFF (unknown)\n" +
                          readingText(64)}));
+}
+
+void TestSimulatorFaults::wrongId_hasAsManyDigitsAsTheRightOne() {
+    fault("wrong-id");
+    const QString file = bench->path(u"read.bin"_s);
+    QCOMPARE(bench->run({u"-p"_s, u"W25Q16BV"_s, u"-r"_s, file}),
+             (Answer{1,
+                     {},
+                     bannerText() + "Invalid Chip ID: expected 0xEF4015, got 0xFFFFFF (unknown)\n"
+                                    "(use '-y' to continue anyway at your own risk)\n"}));
 }
 
 void TestSimulatorFaults::badByte_isReadInverted() {
