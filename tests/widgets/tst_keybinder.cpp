@@ -47,7 +47,6 @@ const QString zeroKey = u"pad_00"_s;
 /// record of what was sent: the key's text or state at that moment.
 struct Bench {
     Bench() {
-        window.setAttribute(Qt::WA_DontShowOnScreen, false);
         field = new QLineEdit(&window);
         other = new QLineEdit(&window);
         other->move(0, 40);
@@ -62,7 +61,7 @@ struct Bench {
 
     KeyBinder::Action recordText() {
         return [this](QObject *sender) {
-            sent.append((sender == field ? u""_s : u"?"_s) + store.stringValue(key));
+            sent.append((sender == field ? QString() : u"?"_s) + store.stringValue(key));
         };
     }
 
@@ -73,13 +72,14 @@ struct Bench {
         };
     }
 
+    // First, and so the last to go: a window that is closed leaves its field, which sends.
+    QStringList sent;
     QTemporaryDir folder;
     SettingsStore store{folder.filePath(u"velm.conf"_s)};
     KeyBinder binder{store};
     QWidget window;
     QLineEdit *field = nullptr;
     QLineEdit *other = nullptr;
-    QStringList sent;
 };
 
 void setAccessibleText(QWidget *widget, const QString &text) {
