@@ -39,13 +39,21 @@ Demonstration::Demonstration(VelmWindow &velm) : m_velm(velm) {
 }
 
 bool Demonstration::readComposeWriteVerify() {
-    Ui::MainWindow &c = m_velm.window().controls();
-    const AppDelegate::State &state = m_velm.delegate().state();
-    bool good = operation(c.btn_read, QStringLiteral("Read"));
-    good &= report(lengthOf(state.read_from_chip_data) > 0,
-                   QStringLiteral("%1 bytes in the grid")
-                       .arg(QLocale().toString(lengthOf(state.read_from_chip_data))));
+    const bool hasRead = read();
+    const bool composed = composeFromRead();
+    return writeAndVerify() && hasRead && composed;
+}
 
+bool Demonstration::read() {
+    const bool good = operation(m_velm.window().controls().btn_read, QStringLiteral("Read"));
+    const qsizetype length = lengthOf(m_velm.delegate().state().read_from_chip_data);
+    return report(length > 0,
+                  QStringLiteral("%1 bytes in the grid").arg(QLocale().toString(length))) &&
+           good;
+}
+
+bool Demonstration::composeFromRead() {
+    Ui::MainWindow &c = m_velm.window().controls();
     c.tabview->selectTabViewItem(burnTabIdentifier());
     if (!c.btn_combine_read_data->isChecked())
         press(c.btn_combine_read_data);
@@ -53,13 +61,14 @@ bool Demonstration::readComposeWriteVerify() {
     if (!c.btn_pad->isChecked())
         press(c.btn_pad);
     settle();
-    good &= report(
-        lengthOf(state.output_data) > 0,
-        QStringLiteral("%1 bytes to burn").arg(QLocale().toString(lengthOf(state.output_data))));
+    const qsizetype length = lengthOf(m_velm.delegate().state().output_data);
+    return report(length > 0, QStringLiteral("%1 bytes to burn").arg(QLocale().toString(length)));
+}
 
-    good &= operation(c.btn_write, QStringLiteral("Write"));
-    good &= operation(c.btn_verify, QStringLiteral("Verify"));
-    return good;
+bool Demonstration::writeAndVerify() {
+    Ui::MainWindow &c = m_velm.window().controls();
+    const bool written = operation(c.btn_write, QStringLiteral("Write"));
+    return operation(c.btn_verify, QStringLiteral("Verify")) && written;
 }
 
 bool Demonstration::savePicture(const QString &path) {

@@ -16,14 +16,22 @@ public:
     /// Reads the chip, composes the image from what was read, writes it and verifies it. True if
     /// each of these steps did what it should.
     bool readComposeWriteVerify();
+    /// The steps of it, each true if it went as it should.
+    bool read();
+    bool composeFromRead();
+    bool writeAndVerify();
     /// Saves a picture of the window as a PNG file; false if it cannot be written.
     bool savePicture(const QString &path);
 
+    /// Presses a button with the mouse.
+    void press(QAbstractButton *button);
+    /// Types a text in place of what the field holds, and Enter.
+    void type(QLineEdit *field, const QString &text);
+    /// Lets everything happen that waits for the event loop.
+    void settle();
+
 private:
     bool operation(QAbstractButton *button, const QString &name);
-    void press(QAbstractButton *button);
-    void type(QLineEdit *field, const QString &text);
-    void settle();
     bool report(bool good, const QString &what);
 
     VelmWindow &m_velm;

@@ -4,6 +4,7 @@
 #include "app/FilePanels.h"
 #include "base/Log.h"
 #include "demo/Demonstration.h"
+#include "demo/Pictures.h"
 #include "settings/SettingsStore.h"
 
 #include <QApplication>
@@ -35,7 +36,10 @@ int main(int argc, char *argv[]) {
     const QCommandLineOption pictureOption(QStringLiteral("screenshot"),
                                            QStringLiteral("Where the picture goes (PNG)."),
                                            QStringLiteral("file"));
-    parser.addOptions({settingsOption, stateOption, pictureOption});
+    const QCommandLineOption guideOption(QStringLiteral("pictures"),
+                                         QStringLiteral("Make the guide's pictures there."),
+                                         QStringLiteral("folder"));
+    parser.addOptions({settingsOption, stateOption, pictureOption, guideOption});
     parser.process(application);
 
     QuietLog log;
@@ -43,6 +47,8 @@ int main(int argc, char *argv[]) {
     DesktopFilePanels panels;
     VelmWindow velm({settings, log, panels, [] {}, parser.value(stateOption)});
     velm.start();
+    if (parser.isSet(guideOption))
+        return makePictures(velm, parser.value(guideOption)) ? EXIT_SUCCESS : EXIT_FAILURE;
     Demonstration demonstration(velm);
     bool good = demonstration.readComposeWriteVerify();
     const QString picture = parser.value(pictureOption);

@@ -1,9 +1,10 @@
 #include "SimulatorRun.h"
 
-#include <QElapsedTimer>
 #include <QTest>
 
+#include <algorithm>
 #include <csignal>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 

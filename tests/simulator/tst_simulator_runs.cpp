@@ -1,5 +1,6 @@
 #include "SimulatorRun.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +17,7 @@ private slots:
     void erase_saysHowLongItTook();
     void chipId_isShownForChipsThatHaveOne();
     void unknownDevice_isNamed();
+    void realPace_takesTenMillisecondsABlock();
 
 private:
     TestBench bench;
@@ -97,6 +99,17 @@ void TestSimulatorRuns::unknownDevice_isNamed() {
     QCOMPARE(bench.run({u"-p"_s, u"NOSUCHCHIP"_s, u"-r"_s, file}),
              (Answer{1, {}, "Device NOSUCHCHIP not found!\n"}));
     QCOMPARE(bench.contentOf(u"kept.bin"_s), QByteArray("kept"));
+}
+
+void TestSimulatorRuns::realPace_takesTenMillisecondsABlock() {
+    constexpr int blocks = 16;
+    TestBench slowBench;
+    slowBench.set(u"PACE"_s, u"real"_s);
+    QElapsedTimer watch;
+    watch.start();
+    QCOMPARE(slowBench.run({u"-p"_s, u"AT24C64"_s, u"-r"_s, slowBench.path(u"read.bin"_s)}),
+             (Answer{0, {}, bannerText() + readingText(blocks)}));
+    QVERIFY(watch.elapsed() >= blocks * 10);
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorRuns)

@@ -1,0 +1,75 @@
+#include "demo/Pictures.h"
+
+#include "devices/DeviceListView.h"
+#include "grid/CellEditor.h"
+#include "grid/GridColumns.h"
+#include "grid/GridView.h"
+
+#include "ui_MainWindow.h"
+
+#include <QDialog>
+#include <QLineEdit>
+
+namespace {
+
+constexpr int pictureWidth = 1024;
+constexpr int pictureHeight = 700;
+const QString memoryChip = QStringLiteral("W27C512@DIP28");
+const QString logicChip = QStringLiteral("7400");
+
+bool savePanel(const AppDelegate &delegate, const QString &path) {
+    return delegate.outlets.searchDevicesWindow->grab().save(path);
+}
+
+// The panel with the answer to a search, one name chosen.
+bool pictureOfSearch(VelmWindow &velm, Demonstration &demonstration, const QString &path) {
+    demonstration.press(velm.window().controls().btn_search);
+    demonstration.settle();
+    const device_searcher &searcher = *velm.delegate().outlets.devicesearcher;
+    demonstration.type(searcher.devicesearchterm, QStringLiteral("27C512"));
+    demonstration.settle();
+    searcher.tableview->setCurrentIndex(searcher.tableview->model()->index(0, 0));
+    const bool saved = savePanel(velm.delegate(), path);
+    velm.delegate().deviceSearchPanelCancel(nullptr);
+    return saved;
+}
+
+// A cell of the data to burn, open for typing.
+bool pictureOfEdit(VelmWindow &velm, Demonstration &demonstration, const QString &path) {
+    GridView *grid = velm.window().controls().tableview;
+    grid->setFocus();
+    grid->setCurrentIndex(grid->model()->index(1, firstByteColumn + 2));
+    grid->edit(grid->currentIndex());
+    if (QLineEdit *editor = grid->openEditor())
+        editor->setText(QStringLiteral("'VELM'"));
+    const bool saved = demonstration.savePicture(path);
+    grid->commitOpenEditor();
+    return saved;
+}
+
+bool pictureOfLogicTest(VelmWindow &velm, Demonstration &demonstration, const QString &path) {
+    qputenv("MINIPRO_SIM_FAULT", "bad-logic-pins");
+    demonstration.type(velm.window().controls().uaTextField, logicChip);
+    demonstration.press(velm.window().controls().btn_logic);
+    demonstration.settle();
+    qunsetenv("MINIPRO_SIM_FAULT");
+    return demonstration.savePicture(path) && !velm.delegate().state().logictest_rows.isEmpty();
+}
+
+} // namespace
+
+bool makePictures(VelmWindow &velm, const QString &folder) {
+    const auto file = [&](const char *name) {
+        return folder + QLatin1Char('/') + QLatin1String(name) + QStringLiteral(".png");
+    };
+    velm.window().resize(pictureWidth, pictureHeight);
+    Demonstration demonstration(velm);
+    bool good = demonstration.read() && demonstration.savePicture(file("read"));
+    good &= demonstration.composeFromRead();
+    good &= demonstration.writeAndVerify() && demonstration.savePicture(file("velm"));
+    good &= pictureOfEdit(velm, demonstration, file("edit"));
+    good &= pictureOfSearch(velm, demonstration, file("search"));
+    good &= pictureOfLogicTest(velm, demonstration, file("logic"));
+    demonstration.type(velm.window().controls().uaTextField, memoryChip);
+    return good;
+}

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "demo/Demonstration.h"
+
+#include <QString>
+
+/// Makes the pictures of the user guide: walks through the program's tasks in the real window on
+/// the simulated programmer, and saves the window (and the search panel) along the way as PNG
+/// files in \a folder, which must exist. True if every step went as it should.
+bool makePictures(VelmWindow &velm, const QString &folder);
