@@ -128,7 +128,7 @@ void GridAccessibleCell::doAction(const QString &action) {
     if (!opens && action != setFocusAction())
         return;
     view().setFocus();
-    view().setCurrentIndex(index());
+    view().moveTo(index());
     if (opens)
         view().edit(index());
 }

@@ -46,6 +46,8 @@ public:
     /// rows still exist. While an entry is being committed nothing moves at all.
     void reloadData();
 
+    /// Makes the cell at \a index the cursor and its row the selection.
+    void moveTo(const QModelIndex &index);
     /// Moves the cursor to the byte at \a offset and brings it into view. False, with nothing
     /// changed, if there is no such row.
     bool showAddress(qint64 offset);
@@ -91,6 +93,8 @@ protected:
     int verticalOffset() const override;
     bool isIndexHidden(const QModelIndex &index) const override;
     void setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command) override;
+    QItemSelectionModel::SelectionFlags
+    selectionCommand(const QModelIndex &index, const QEvent *event = nullptr) const override;
     QRegion visualRegionForSelection(const QItemSelection &selection) const override;
 
     void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
@@ -134,7 +138,6 @@ private:
     void updateHorizontalScrollBar();
     void scrollToRow(int row, ScrollHint hint);
     void scrollToColumn(int column);
-    void moveTo(const QModelIndex &index);
     /// The cell that shows the byte at \a offset; invalid beyond the last row.
     QModelIndex cellOfByte(qint64 offset) const;
     /// The first byte cell that follows the cursor.

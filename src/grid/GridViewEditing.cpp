@@ -5,6 +5,8 @@
 #include "grid/CellEditor.h"
 #include "grid/GridDelegate.h"
 
+#include <QKeyEvent>
+
 #include <algorithm>
 
 QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
@@ -60,6 +62,20 @@ void GridView::setSelection(const QRect &rect, QItemSelectionModel::SelectionFla
     if (first <= last)
         selection.select(m_model->index(int(first), 0), m_model->index(int(last), gridColumns - 1));
     selectionModel()->select(selection, command);
+}
+
+QItemSelectionModel::SelectionFlags GridView::selectionCommand(const QModelIndex &index,
+                                                               const QEvent *event) const {
+    if (event && event->type() == QEvent::KeyPress) {
+        const auto *press = static_cast<const QKeyEvent *>(event);
+        if (press->key() == Qt::Key_Home || press->key() == Qt::Key_End) {
+            // Here the control key tells how far to go, not that the selection stays.
+            const QKeyEvent plain(press->type(), press->key(),
+                                  press->modifiers() & ~Qt::ControlModifier);
+            return QAbstractItemView::selectionCommand(index, &plain);
+        }
+    }
+    return QAbstractItemView::selectionCommand(index, event);
 }
 
 CellEditor *GridView::openEditor() const {

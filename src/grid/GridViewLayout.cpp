@@ -25,9 +25,9 @@ constexpr double columnPadding = 1.5;
 /// Rows that a window of the preferred size shows.
 constexpr int preferredRows = 16;
 
-/// The farthest that a position is told from the viewport: rows beyond it are known to be out of
-/// view, and adding to it stays within an int.
-constexpr qint64 farthest = std::numeric_limits<int>::max() / 2;
+/// The farthest that a position is told from the viewport, with room within an int for adding
+/// what a screen measures. With rows of up to 31 pixels all rows of the largest image lie closer.
+constexpr qint64 farthest = std::numeric_limits<int>::max() - (1 << 20);
 
 int charactersIn(int column) {
     if (column == addressColumn)

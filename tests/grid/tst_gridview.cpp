@@ -1,325 +1,217 @@
-#include "grid/CellEditor.h"
-#include "grid/GridView.h"
-#include "support/GridSourceDouble.h"
+#include "support/ShownGrid.h"
 
-#include <QAccessible>
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QHeaderView>
 #include <QScrollBar>
-#include <QTest>
-
-#include "grid/GridAccessible.h"
-
-namespace {
-
-/// A shown grid over a source.
-struct Shown {
-    explicit Shown(const QByteArray &bytes, bool editable = false) : source(bytes) {
-        source.editable = editable;
-        view.resize(900, 400);
-        view.setAccessibleName(QStringLiteral("Bytes"));
-        view.setSource(source);
-        view.show();
-        view.setFocus();
-    }
-
-    void go(int row, int column) { view.setCurrentIndex(view.gridModel()->index(row, column)); }
-    /// The cursor as "row column".
-    QString cursor() const {
-        const QModelIndex current = view.currentIndex();
-        return QStringLiteral("%1 %2").arg(current.row()).arg(current.column());
-    }
-    void type(const QString &text) {
-        QTest::keyClicks(&view, text.left(1));
-        QVERIFY(view.openEditor());
-        QTest::keyClicks(view.openEditor(), text.mid(1));
-    }
-
-    GridSourceDouble source;
-    GridView view;
-};
-
-// Press, release and the second press, as a mouse sends them.
-void doubleClick(Shown &grid) {
-    const QPoint place = grid.view.visualRect(grid.view.currentIndex()).center();
-    QTest::mouseClick(grid.view.viewport(), Qt::LeftButton, {}, place);
-    QTest::mouseDClick(grid.view.viewport(), Qt::LeftButton, {}, place);
-}
-
-QByteArray pages() {
-    return QByteArray(16 * 1000, 'x');
-}
-
-} // namespace
+#include <QSignalSpy>
 
 class TestGridView : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { installGridAccessibility(); }
-    void keys_moveTheCursor_data();
-    void keys_moveTheCursor();
-    void firstPaint_asksForTheVisibleRowsOnly();
-    void hugeContent_scrollsToItsEnd();
-    void reload_keepsItsPlace();
-    void reload_ofAShorterContentKeepsWhatIsLeft();
-    void showAddress_goesToTheByte();
-    void editing_opensWhereTheSourceAllowsIt_data();
-    void editing_opensWhereTheSourceAllowsIt();
-    void editing_untouchedCommitsNothing();
-    void editing_escapeCommitsNothing();
-    void editing_losingTheFocusCommitsWhatChanged();
-    void editing_movesOnPastTheBytesWritten();
-    void editing_staysAfterARejectedEntry();
-    void editing_wrapsToTheNextRow();
-    void commitOpenEditor_commitsOnce();
-    void copy_givesTheSelectedRows();
-    void accessible_isATableOfCells();
-    void accessible_readsTheContentOfTheMoment();
-    void accessible_opensAnEditorByAction();
-    void accessible_saysWhatFailed();
+    void beforeItHasASource_itIsEmpty();
+    void firstPaint_asksOnlyForTheVisibleRows();
+    void repaint_ofTheLargestImageAsksForTheSame();
+    void everyRow_canBeReached();
+    void cells_areFoundWhereTheyAreDrawn();
+    void places_besideTheCellsAreNone();
+    void scrolling_isByRowsAndKeepsTheHeaderInLine();
+    void wheel_scrollsByRows();
+    void reload_keepsPlace();
+    void reload_ofAShorterContentKeepsWhatExists();
+    void showAddress_bringsTheByteIntoView();
+    void showAddress_refusesWhatIsNotThere();
+    void columns_canBeResizedAndGoBackToTheirWidth();
+    void largerFont_makesRowsHigher();
+    void drops_areNotAccepted();
 };
 
-void TestGridView::keys_moveTheCursor_data() {
-    QTest::addColumn<int>("key");
-    QTest::addColumn<bool>("control");
-    QTest::addColumn<QString>("cursor");
-    QTest::newRow("up") << int(Qt::Key_Up) << false << QStringLiteral("4 5");
-    QTest::newRow("down") << int(Qt::Key_Down) << false << QStringLiteral("6 5");
-    QTest::newRow("left") << int(Qt::Key_Left) << false << QStringLiteral("5 4");
-    QTest::newRow("right") << int(Qt::Key_Right) << false << QStringLiteral("5 6");
-    QTest::newRow("home") << int(Qt::Key_Home) << false << QStringLiteral("5 0");
-    QTest::newRow("end") << int(Qt::Key_End) << false << QStringLiteral("5 17");
-    QTest::newRow("control home") << int(Qt::Key_Home) << true << QStringLiteral("0 0");
-    QTest::newRow("control end") << int(Qt::Key_End) << true << QStringLiteral("1000 17");
+namespace {
+constexpr qint64 mebibyte = 1 << 20;
+
+int lastRowInView(const GridView &view) {
+    return view.verticalScrollBar()->value() + view.viewport()->height() / view.rowHeight() - 1;
+}
+} // namespace
+
+void TestGridView::beforeItHasASource_itIsEmpty() {
+    GridView view;
+    view.show();
+    view.reloadData();
+    QVERIFY(!view.showAddress(0));
+    QVERIFY(!view.commitOpenEditor());
+    QCOMPARE(view.selectedText(), QString());
+    QCOMPARE(view.selectedRowCount(), 0);
+    view.copySelection();
+    QTest::keyClick(&view, Qt::Key_Down);
+    QCOMPARE(view.indexAt(QPoint(5, 5)), QModelIndex());
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
 }
 
-void TestGridView::keys_moveTheCursor() {
-    QFETCH(int, key);
-    QFETCH(bool, control);
-    Shown grid(pages());
-    grid.go(5, 5);
-    QTest::keyClick(&grid.view, Qt::Key(key), control ? Qt::ControlModifier : Qt::NoModifier);
-    QTEST(grid.cursor(), "cursor");
-    QVERIFY(
-        grid.view.viewport()->rect().intersects(grid.view.visualRect(grid.view.currentIndex())));
+void TestGridView::firstPaint_asksOnlyForTheVisibleRows() {
+    const auto questionsToShow = [](qint64 length) {
+        GridSourceDouble source;
+        source.pretendedLength = length;
+        GridView view;
+        view.setSource(source);
+        view.resize(view.sizeHint());
+        view.grab();
+        return source.questions;
+    };
+    const qint64 small = questionsToShow(mebibyte);
+    QVERIFY2(small > 0 && small <= 100 * gridColumns, qPrintable(QString::number(small)));
+    QCOMPARE(questionsToShow(64 * mebibyte), small);
 }
 
-void TestGridView::firstPaint_asksForTheVisibleRowsOnly() {
-    qint64 questions[2] = {};
-    const qint64 lengths[2] = {qint64(1) << 20, qint64(64) << 20};
-    for (int i = 0; i < 2; ++i) {
-        Shown grid{QByteArray()};
-        grid.source.pretendedLength = lengths[i];
-        grid.view.reloadData();
+void TestGridView::repaint_ofTheLargestImageAsksForTheSame() {
+    const auto questionsToReload = [](qint64 length) {
+        ShownGrid grid({}, false, length);
+        grid.setCursor(3, 3);
+        grid.view.viewport()->repaint();
         grid.source.questions = 0;
-        grid.view.grab();
-        questions[i] = grid.source.questions;
-    }
-    QVERIFY(questions[0] > 0);
-    QCOMPARE(questions[1], questions[0]);
-    QVERIFY2(questions[0] < 18 * 100, qPrintable(QString::number(questions[0])));
+        grid.view.reloadData();
+        grid.view.viewport()->repaint();
+        return grid.source.questions;
+    };
+    QCOMPARE(questionsToReload(1024 * mebibyte), questionsToReload(mebibyte));
 }
 
-void TestGridView::hugeContent_scrollsToItsEnd() {
-    Shown grid{QByteArray()};
-    grid.source.pretendedLength = qint64(1) << 30;
+void TestGridView::everyRow_canBeReached() {
+    ShownGrid grid({}, false, 1024 * mebibyte);
+    QVERIFY(grid.shown);
+    const int lastRow = 67108864;
+    grid.press(Qt::Key_End, Qt::ControlModifier);
+    QCOMPARE(grid.cursor(), qMakePair(lastRow, 17));
+    QCOMPARE(lastRowInView(grid.view), lastRow);
+    QVERIFY(grid.view.viewport()->rect().intersects(grid.view.visualRect(grid.cell(lastRow, 1))));
+
+    // From one end to the other with the shift key selects all rows.
+    grid.press(Qt::Key_Home, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(grid.cursor(), qMakePair(0, 0));
+    QCOMPARE(grid.view.selectedRowCount(), qint64(lastRow) + 1);
+}
+
+void TestGridView::cells_areFoundWhereTheyAreDrawn() {
+    ShownGrid grid(QByteArray(600, 'A'));
+    grid.view.verticalScrollBar()->setValue(7);
+    for (int row = 7; row <= lastRowInView(grid.view); ++row)
+        for (int column = 0; column < gridColumns; ++column) {
+            const QRect rect = grid.view.visualRect(grid.cell(row, column));
+            QCOMPARE(grid.view.indexAt(rect.topLeft()), grid.cell(row, column));
+            QCOMPARE(grid.view.indexAt(rect.bottomRight()), grid.cell(row, column));
+        }
+    QCOMPARE(grid.view.visualRect(grid.cell(7, 0)).topLeft(), QPoint(0, 0));
+}
+
+void TestGridView::places_besideTheCellsAreNone() {
+    ShownGrid grid("A");
+    const QRect last = grid.view.visualRect(grid.cell(0, 17));
+    QCOMPARE(grid.view.indexAt(last.bottomRight() + QPoint(1, 0)), QModelIndex());
+    QCOMPARE(grid.view.indexAt(last.bottomRight() + QPoint(0, 1)), QModelIndex());
+    QCOMPARE(grid.view.indexAt(QPoint(5, -1)), QModelIndex());
+    QCOMPARE(grid.view.visualRect(QModelIndex()), QRect());
+}
+
+void TestGridView::scrolling_isByRowsAndKeepsTheHeaderInLine() {
+    ShownGrid grid(QByteArray(600, 'A'));
+    grid.view.resize(300, 200);
+    QTRY_COMPARE(grid.view.width(), 300);
+    grid.view.scrollTo(grid.cell(0, 17));
+    QCOMPARE(grid.view.visualRect(grid.cell(0, 17)).right(), grid.view.viewport()->width() - 1);
+    for (int column = 0; column < gridColumns; ++column)
+        QCOMPARE(grid.view.visualRect(grid.cell(0, column)).left(),
+                 grid.view.header()->sectionViewportPosition(column));
+
+    grid.view.scrollTo(grid.cell(20, 0), QAbstractItemView::PositionAtTop);
+    QCOMPARE(grid.view.visualRect(grid.cell(20, 0)).topLeft(), QPoint(0, 0));
+    grid.view.scrollTo(grid.cell(20, 0), QAbstractItemView::PositionAtBottom);
+    QCOMPARE(lastRowInView(grid.view), 20);
+    grid.view.scrollTo(grid.cell(10, 0));
+    QCOMPARE(grid.view.verticalScrollBar()->value(), 10);
+}
+
+void TestGridView::wheel_scrollsByRows() {
+    ShownGrid grid(QByteArray(6000, 'A'));
+    const QPointF where = grid.view.viewport()->rect().center();
+    QWheelEvent event(where, grid.view.viewport()->mapToGlobal(where), QPoint(), QPoint(0, -120),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(grid.view.viewport(), &event);
+    QCOMPARE(grid.view.verticalScrollBar()->value(), QApplication::wheelScrollLines());
+}
+
+void TestGridView::reload_keepsPlace() {
+    ShownGrid grid(QByteArray(6000, 'A'));
+    grid.view.verticalScrollBar()->setValue(100);
+    grid.click(103, 5);
+    grid.click(105, 5, Qt::ShiftModifier);
+    grid.view.verticalScrollBar()->setValue(200);
+    grid.source.bytes.append(QByteArray(6000, 'B'));
     grid.view.reloadData();
-    QCOMPARE(grid.view.gridModel()->rowCount(), (1 << 26) + 1);
-    grid.go(0, 1);
-    QTest::keyClick(&grid.view, Qt::Key_End, Qt::ControlModifier);
-    grid.view.grab();
-    QCOMPARE(grid.cursor(), QStringLiteral("67108864 17"));
-    const QRect last = grid.view.visualRect(grid.view.gridModel()->index(1 << 26, 1));
-    QVERIFY(grid.view.viewport()->rect().contains(last));
-    QCOMPARE(grid.view.indexAt(last.center()).row(), 1 << 26);
+    QCOMPARE(grid.view.verticalScrollBar()->value(), 200);
+    QCOMPARE(grid.cursor(), qMakePair(105, 5));
+    QCOMPARE(grid.view.selectedRowCount(), 3);
+    QVERIFY(grid.view.selectionModel()->isSelected(grid.cell(103, 0)));
+    QCOMPARE(grid.view.gridModel()->rowCount(), 751);
 }
 
-void TestGridView::reload_keepsItsPlace() {
-    Shown grid(pages());
-    grid.go(500, 3);
-    const int scrolled = grid.view.verticalScrollBar()->value();
-    QVERIFY(scrolled > 0);
+void TestGridView::reload_ofAShorterContentKeepsWhatExists() {
+    ShownGrid grid(QByteArray(6000, 'A'));
+    grid.view.verticalScrollBar()->setValue(200);
+    grid.click(203, 5);
+    grid.source.bytes = "A";
     grid.view.reloadData();
-    QCOMPARE(grid.cursor(), QStringLiteral("500 3"));
-    QCOMPARE(grid.view.verticalScrollBar()->value(), scrolled);
+    QCOMPARE(grid.view.verticalScrollBar()->value(), 0);
+    QVERIFY(!grid.view.currentIndex().isValid());
+    QCOMPARE(grid.view.selectedRowCount(), 0);
 }
 
-void TestGridView::reload_ofAShorterContentKeepsWhatIsLeft() {
-    Shown grid(pages());
-    grid.go(500, 3);
-    grid.source.bytes = QByteArray(40, 'y');
+void TestGridView::showAddress_bringsTheByteIntoView() {
+    ShownGrid grid({}, false, mebibyte);
+    QVERIFY(grid.view.showAddress(0x8123));
+    QCOMPARE(grid.cursor(), qMakePair(0x812, 4));
+    const QRect cell = grid.view.visualRect(grid.view.currentIndex());
+    QVERIFY(grid.view.viewport()->rect().contains(cell));
+    QVERIFY(cell.top() > 0);
+    QCOMPARE(grid.view.selectedRowCount(), 1);
+}
+
+void TestGridView::showAddress_refusesWhatIsNotThere() {
+    ShownGrid grid({}, false, mebibyte);
+    grid.setCursor(2, 2);
+    QVERIFY(!grid.view.showAddress(-1));
+    QVERIFY(!grid.view.showAddress(mebibyte + 16));
+    grid.view.setHeading(GridHeading::Pins);
+    QVERIFY(!grid.view.showAddress(0));
+    QCOMPARE(grid.cursor(), qMakePair(2, 2));
+}
+
+void TestGridView::columns_canBeResizedAndGoBackToTheirWidth() {
+    ShownGrid grid("A");
+    const int width = grid.view.header()->sectionSize(3);
+    QCOMPARE(width, grid.view.sizeHintForColumn(3));
+    grid.view.header()->resizeSection(3, 100);
+    QCOMPARE(grid.view.visualRect(grid.cell(0, 3)).width(), 100);
+    QVERIFY(grid.view.horizontalScrollBar()->maximum() > 0);
+    emit grid.view.header()->sectionHandleDoubleClicked(3);
+    QCOMPARE(grid.view.header()->sectionSize(3), width);
     grid.view.reloadData();
-    QCOMPARE(grid.view.gridModel()->rowCount(), 3);
-    QCOMPARE(grid.view.verticalScrollBar()->maximum(), 0);
-    grid.view.grab();
+    QCOMPARE(grid.view.header()->sectionSize(3), width);
 }
 
-void TestGridView::showAddress_goesToTheByte() {
-    Shown grid(pages());
-    QVERIFY(grid.view.showAddress(0x123));
-    QCOMPARE(grid.cursor(), QStringLiteral("18 4"));
-    QVERIFY(!grid.view.showAddress(qint64(1) << 40));
-    QCOMPARE(grid.cursor(), QStringLiteral("18 4"));
+void TestGridView::largerFont_makesRowsHigher() {
+    ShownGrid grid("A");
+    const int height = grid.view.rowHeight();
+    const int width = grid.view.header()->sectionSize(1);
+    QFont font = grid.view.font();
+    font.setPointSize(font.pointSize() * 2);
+    grid.view.setFont(font);
+    QVERIFY(grid.view.rowHeight() > height);
+    QVERIFY(grid.view.header()->sectionSize(1) > width);
 }
 
-void TestGridView::editing_opensWhereTheSourceAllowsIt_data() {
-    QTest::addColumn<QString>("way");
-    for (const char *way : {"typing", "F2", "double-click"})
-        QTest::newRow(way) << QString::fromLatin1(way);
-}
-
-void TestGridView::editing_opensWhereTheSourceAllowsIt() {
-    QFETCH(QString, way);
-    for (const bool editable : {false, true}) {
-        Shown grid("ABC", editable);
-        grid.go(0, 2);
-        if (way == QStringLiteral("typing"))
-            QTest::keyClick(&grid.view, Qt::Key_7);
-        else if (way == QStringLiteral("F2"))
-            QTest::keyClick(&grid.view, Qt::Key_F2);
-        else
-            doubleClick(grid);
-        QCOMPARE(grid.view.openEditor() != nullptr, editable);
-    }
-}
-
-void TestGridView::editing_untouchedCommitsNothing() {
-    Shown grid("ABC", true);
-    grid.go(0, 2);
-    QTest::keyClick(&grid.view, Qt::Key_F2);
-    QCOMPARE(grid.view.openEditor()->text(), QStringLiteral("42"));
-    QTest::keyClick(grid.view.openEditor(), Qt::Key_Return);
-    QCOMPARE(grid.source.entries, QStringList());
-}
-
-void TestGridView::editing_escapeCommitsNothing() {
-    Shown grid("ABC", true);
-    grid.go(0, 2);
-    grid.type(QStringLiteral("7a"));
-    QTest::keyClick(grid.view.openEditor(), Qt::Key_Escape);
-    QVERIFY(!grid.view.openEditor());
-    QCOMPARE(grid.source.entries, QStringList());
-    QCOMPARE(grid.cursor(), QStringLiteral("0 2"));
-}
-
-void TestGridView::editing_losingTheFocusCommitsWhatChanged() {
-    QWidget window;
-    Shown grid("ABC", true);
-    QLineEdit elsewhere(&window);
-    window.show();
-    grid.go(0, 2);
-    grid.type(QStringLiteral("7a"));
-    QFocusEvent leaving(QEvent::FocusOut, Qt::TabFocusReason);
-    QApplication::sendEvent(grid.view.openEditor(), &leaving);
-    QCOMPARE(grid.source.entries, QStringList(QStringLiteral("2 0 7a")));
-}
-
-void TestGridView::editing_movesOnPastTheBytesWritten() {
-    Shown grid("0123456789", true);
-    grid.go(0, 2);
-    grid.type(QStringLiteral("'abc'"));
-    QTest::keyClick(grid.view.openEditor(), Qt::Key_Return);
-    QTRY_COMPARE(grid.source.bytes, QByteArray("0abc456789"));
-    QTRY_COMPARE(grid.cursor(), QStringLiteral("0 5"));
-}
-
-void TestGridView::editing_staysAfterARejectedEntry() {
-    Shown grid("0123456789", true);
-    grid.go(0, 2);
-    grid.type(QStringLiteral("zz"));
-    QTest::keyClick(grid.view.openEditor(), Qt::Key_Return);
-    QTRY_VERIFY(!grid.view.openEditor());
-    QCOMPARE(grid.cursor(), QStringLiteral("0 2"));
-}
-
-void TestGridView::editing_wrapsToTheNextRow() {
-    Shown grid(QByteArray(40, 'x'), true);
-    grid.go(0, 16);
-    grid.type(QStringLiteral("7a"));
-    QTest::keyClick(grid.view.openEditor(), Qt::Key_Return);
-    QTRY_COMPARE(grid.cursor(), QStringLiteral("1 1"));
-}
-
-void TestGridView::commitOpenEditor_commitsOnce() {
-    Shown grid("ABC", true);
-    QVERIFY(!grid.view.commitOpenEditor());
-    grid.go(0, 2);
-    grid.type(QStringLiteral("7a"));
-    QVERIFY(grid.view.commitOpenEditor());
-    QVERIFY(!grid.view.openEditor());
-    QCoreApplication::processEvents();
-    QCOMPARE(grid.source.entries, QStringList(QStringLiteral("2 0 7a")));
-}
-
-void TestGridView::copy_givesTheSelectedRows() {
-    Shown grid(QByteArray("0123456789ABCDEFxyz"));
-    grid.view.selectAll();
-    QTest::keySequence(&grid.view, QKeySequence::Copy);
-    const QString copied = QGuiApplication::clipboard()->text();
-    const QStringList lines = copied.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    QCOMPARE(lines.size(), 2);
-    QVERIFY2(lines.at(0).startsWith(QStringLiteral("0000")) &&
-                 lines.at(0).endsWith(QStringLiteral("0123456789ABCDEF")),
-             qPrintable(copied));
-    QVERIFY2(lines.at(1).contains(QStringLiteral("78 79 7A")), qPrintable(copied));
-}
-
-void TestGridView::accessible_isATableOfCells() {
-    Shown grid("ABC");
-    QAccessibleInterface *table = QAccessible::queryAccessibleInterface(&grid.view);
-    QVERIFY(table);
-    QCOMPARE(table->role(), QAccessible::Table);
-    QCOMPARE(table->text(QAccessible::Name), QStringLiteral("Bytes"));
-    QAccessibleTableInterface *cells = table->tableInterface();
-    QVERIFY(cells);
-    QCOMPARE(cells->rowCount(), 1);
-    QCOMPARE(cells->columnCount(), gridColumns);
-    QAccessibleInterface *cell = cells->cellAt(0, 2);
-    QVERIFY(cell && cell->isValid());
-    QCOMPARE(cell->text(QAccessible::Name), QStringLiteral("42"));
-    QCOMPARE(cell->tableCellInterface()->columnIndex(), 2);
-    QCOMPARE(cell->parent(), table);
-    QCOMPARE(table->child(table->indexOfChild(cell)), cell);
-    QVERIFY(!cells->cellAt(7, 0));
-    QVERIFY(cell->rect().isValid());
-}
-
-void TestGridView::accessible_readsTheContentOfTheMoment() {
-    Shown grid("ABC");
-    QAccessibleTableInterface *cells =
-        QAccessible::queryAccessibleInterface(&grid.view)->tableInterface();
-    QCOMPARE(cells->cellAt(0, 1)->text(QAccessible::Name), QStringLiteral("41"));
-    grid.source.bytes = QByteArray(40, 'z');
-    grid.view.reloadData();
-    QCOMPARE(cells->rowCount(), 3);
-    QCOMPARE(cells->cellAt(0, 1)->text(QAccessible::Name), QStringLiteral("7A"));
-}
-
-void TestGridView::accessible_opensAnEditorByAction() {
-    Shown grid("ABC", true);
-    QAccessibleInterface *cell =
-        QAccessible::queryAccessibleInterface(&grid.view)->tableInterface()->cellAt(0, 3);
-    QAccessibleActionInterface *actions = cell->actionInterface();
-    QVERIFY(actions && !actions->actionNames().isEmpty());
-    for (const QString &name : actions->actionNames())
-        actions->doAction(name);
-    QTRY_VERIFY(grid.view.openEditor());
-    QCOMPARE(grid.cursor(), QStringLiteral("0 3"));
-}
-
-void TestGridView::accessible_saysWhatFailed() {
-    Shown grid{QByteArray()};
-    grid.source.report = {{{QStringLiteral("")}, {QStringLiteral("1")}},
-                          {{QStringLiteral("0000:")}, {QStringLiteral("H"), true}}};
-    grid.view.reloadData();
-    QAccessibleInterface *cell =
-        QAccessible::queryAccessibleInterface(&grid.view)->tableInterface()->cellAt(1, 1);
-    QCOMPARE(cell->text(QAccessible::Name), QStringLiteral("H"));
-    const QString description = cell->text(QAccessible::Description);
-    QVERIFY2(description.contains(QStringLiteral("fail"), Qt::CaseInsensitive),
-             qPrintable(description));
+void TestGridView::drops_areNotAccepted() {
+    ShownGrid grid("A");
+    QVERIFY(!grid.view.acceptDrops());
+    QVERIFY(!grid.view.viewport()->acceptDrops());
 }
 
 QTEST_MAIN(TestGridView)

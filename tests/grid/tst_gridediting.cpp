@@ -1,0 +1,304 @@
+#include "support/ShownGrid.h"
+
+#include <QVBoxLayout>
+
+class TestGridEditing : public QObject {
+    Q_OBJECT
+
+private slots:
+    void typing_replacesTheCell();
+    void f2_opensTheCellWithItsValue();
+    void doubleClick_opensTheCell();
+    void cellsThatMayNotBeEdited_doNotOpen();
+    void address_opensEmpty();
+    void untouchedEntry_commitsNothing_data();
+    void untouchedEntry_commitsNothing();
+    void escape_cancels();
+    void leaving_commitsAChangedEntryOnce();
+    void beepedEntry_isCommittedOnce();
+    void cursor_data();
+    void cursor();
+    void sameValueTypedAgain_movesOnWithoutACommit();
+    void arrowKeys_commitAndMove();
+    void commitOpenEditor_takesTheEntry();
+    void commitOpenEditor_ofAnUntouchedEntryOnlyCloses();
+    void growingEdit_keepsScrollAndShowsTheNewRow();
+    void editor_liesOverItsCellAndWidens();
+    void editor_goesWithItsCell();
+    void reload_closesTheEditor();
+};
+
+/// 40 bytes "AAAA…": two whole rows and half of one.
+static QByteArray image() {
+    return QByteArray(40, 'A');
+}
+
+void TestGridEditing::typing_replacesTheCell() {
+    ShownGrid grid(image(), true);
+    QVERIFY(grid.shown);
+    grid.setCursor(1, 2);
+    grid.type(QStringLiteral("4"));
+    QCOMPARE(grid.typed(), QStringLiteral("4"));
+    grid.type(QStringLiteral("2"));
+    grid.press(Qt::Key_Return);
+    QTRY_COMPARE(grid.source.entries, QStringList{QStringLiteral("2 1 42")});
+    QCOMPARE(grid.source.bytes, image().replace(17, 1, "B"));
+    QVERIFY(!grid.view.openEditor());
+    QVERIFY(grid.view.hasFocus());
+}
+
+void TestGridEditing::f2_opensTheCellWithItsValue() {
+    ShownGrid grid(image(), true);
+    grid.setCursor(0, 1);
+    grid.press(Qt::Key_F2);
+    QCOMPARE(grid.typed(), QStringLiteral("41"));
+    QCOMPARE(grid.view.openEditor()->selectedText(), QStringLiteral("41"));
+}
+
+void TestGridEditing::doubleClick_opensTheCell() {
+    ShownGrid grid(image(), true);
+    grid.click(2, 3);
+    grid.doubleClick(2, 3);
+    QCOMPARE(grid.typed(), QStringLiteral("41"));
+    QVERIFY(grid.view.openEditor()->hasFocus());
+}
+
+void TestGridEditing::cellsThatMayNotBeEdited_doNotOpen() {
+    ShownGrid grid(image(), false);
+    grid.click(0, 1);
+    grid.press(Qt::Key_F2);
+    QVERIFY(!grid.view.openEditor());
+    grid.doubleClick(0, 1);
+    QVERIFY(!grid.view.openEditor());
+    grid.type(QStringLiteral("4"));
+    QVERIFY(!grid.view.openEditor());
+}
+
+void TestGridEditing::address_opensEmpty() {
+    ShownGrid grid(image(), true);
+    grid.setCursor(2, 0);
+    grid.press(Qt::Key_F2);
+    QVERIFY(grid.view.openEditor());
+    QCOMPARE(grid.typed(), QString());
+    grid.type(QStringLiteral("42"));
+    grid.press(Qt::Key_Return);
+    QTRY_COMPARE(grid.source.bytes, image().replace(31, 1, "B"));
+    QCOMPARE(grid.cursor(), qMakePair(2, 1));
+}
+
+void TestGridEditing::untouchedEntry_commitsNothing_data() {
+    QTest::addColumn<int>("key");
+    QTest::newRow("by Enter") << int(Qt::Key_Return);
+    QTest::newRow("by Tab") << int(Qt::Key_Tab);
+    QTest::newRow("by Escape") << int(Qt::Key_Escape);
+    QTest::newRow("by an arrow key") << int(Qt::Key_Down);
+}
+
+void TestGridEditing::untouchedEntry_commitsNothing() {
+    QFETCH(int, key);
+    for (const int column : {0, 1, 16, 17}) {
+        ShownGrid grid(image(), true);
+        grid.setCursor(1, column);
+        grid.press(Qt::Key_F2);
+        QVERIFY(grid.view.openEditor());
+        grid.press(key);
+        QTRY_VERIFY(!grid.view.openEditor());
+        QCOMPARE(grid.source.entries, QStringList());
+    }
+}
+
+void TestGridEditing::escape_cancels() {
+    ShownGrid grid(image(), true);
+    grid.setCursor(1, 1);
+    grid.type(QStringLiteral("42"));
+    grid.press(Qt::Key_Escape);
+    QTRY_VERIFY(!grid.view.openEditor());
+    QCOMPARE(grid.source.entries, QStringList());
+    QCOMPARE(grid.cursor(), qMakePair(1, 1));
+}
+
+void TestGridEditing::leaving_commitsAChangedEntryOnce() {
+    GridSourceDouble source(image());
+    source.editable = true;
+    QWidget window;
+    auto *layout = new QVBoxLayout(&window);
+    auto *view = new GridView;
+    auto *field = new QLineEdit;
+    layout->addWidget(view);
+    layout->addWidget(field);
+    view->setSource(source);
+    window.show();
+    view->setFocus();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    view->setCurrentIndex(view->gridModel()->index(0, 5));
+    QTest::keyClick(view, '4');
+    QTest::keyClick(view->openEditor(), '2');
+    field->setFocus();
+    QTRY_COMPARE(source.entries, QStringList{QStringLiteral("5 0 42")});
+    QVERIFY(!view->openEditor());
+    QVERIFY(field->hasFocus());
+    QCOMPARE(view->currentIndex(), view->gridModel()->index(0, 5));
+}
+
+void TestGridEditing::beepedEntry_isCommittedOnce() {
+    ShownGrid grid(image(), true);
+    grid.setCursor(0, 1);
+    grid.type(QStringLiteral("100"));
+    grid.press(Qt::Key_Return);
+    QTRY_VERIFY(!grid.view.openEditor());
+    QCOMPARE(grid.source.entries, QStringList{QStringLiteral("1 0 100")});
+    QCOMPARE(grid.source.bytes, image());
+}
+
+void TestGridEditing::cursor_data() {
+    QTest::addColumn<QString>("entry");
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("rowAfter");
+    QTest::addColumn<int>("columnAfter");
+    const auto row = [](const char *name, const char *entry, QPair<int, int> from,
+                        QPair<int, int> to, Qt::Key key = Qt::Key_Return) {
+        QTest::newRow(name) << QString::fromLatin1(entry) << from.first << from.second << int(key)
+                            << to.first << to.second;
+    };
+    row("a byte moves on by one", "42", {0, 1}, {0, 2});
+    row("the last byte of a row moves to the next row's first", "42", {0, 16}, {1, 1});
+    row("a text moves on by its length", "'hello", {0, 1}, {0, 6});
+    row("a text moves on across rows", "'hello", {0, 14}, {1, 3});
+    row("a text past the end moves behind the new bytes", "'hello", {2, 7}, {2, 12});
+    row("a text to the end of a new row moves to the row below", "'0123456789", {2, 7}, {3, 1});
+    row("the last byte moves to the place behind it", "42", {2, 8}, {2, 9});
+    row("an address moves to the row's first byte", "42", {1, 0}, {1, 1});
+    row("a lone quote stays", "'", {0, 5}, {0, 5});
+    row("a refused entry stays", "zz", {0, 5}, {0, 5});
+    row("a cleared entry stays", "", {0, 5}, {0, 5});
+    row("an entry where no byte is stays", "42", {2, 12}, {2, 12});
+    row("an entry in the characters stays", "42", {0, 17}, {0, 17});
+    row("Tab moves on as Enter does", "'abc", {0, 15}, {1, 2}, Qt::Key_Tab);
+    row("Tab stays at a refused entry", "0", {0, 5}, {0, 5}, Qt::Key_Tab);
+    row("Shift and Tab move back", "42", {0, 5}, {0, 4}, Qt::Key_Backtab);
+    row("Shift and Tab move back across rows", "42", {1, 1}, {0, 16}, Qt::Key_Backtab);
+    row("Shift and Tab stay at the first byte", "42", {0, 1}, {0, 1}, Qt::Key_Backtab);
+}
+
+void TestGridEditing::cursor() {
+    QFETCH(QString, entry);
+    QFETCH(int, row);
+    QFETCH(int, column);
+    QFETCH(int, key);
+    QFETCH(int, rowAfter);
+    QFETCH(int, columnAfter);
+    ShownGrid grid(image(), true);
+    grid.setCursor(row, column);
+    grid.press(Qt::Key_F2);
+    QVERIFY(grid.view.openEditor());
+    grid.press(Qt::Key_Delete);
+    grid.type(entry);
+    grid.press(key);
+    QTRY_VERIFY(!grid.view.openEditor());
+    QCOMPARE(grid.source.entries.size(), 1);
+    QCOMPARE(grid.cursor(), qMakePair(rowAfter, columnAfter));
+    QVERIFY(grid.view.hasFocus());
+    QCOMPARE(grid.view.selectedRowCount(), 1);
+    QVERIFY(grid.view.selectionModel()->isSelected(grid.view.currentIndex()));
+}
+
+void TestGridEditing::sameValueTypedAgain_movesOnWithoutACommit() {
+    ShownGrid grid(image(), true);
+    grid.setCursor(0, 16);
+    grid.type(QStringLiteral("41"));
+    grid.press(Qt::Key_Return);
+    QTRY_COMPARE(grid.cursor(), qMakePair(1, 1));
+    QCOMPARE(grid.source.entries, QStringList());
+
+    // An entry that was only looked at stays.
+    grid.press(Qt::Key_F2);
+    grid.press(Qt::Key_Return);
+    QTRY_VERIFY(!grid.view.openEditor());
+    QCOMPARE(grid.cursor(), qMakePair(1, 1));
+}
+
+void TestGridEditing::arrowKeys_commitAndMove() {
+    ShownGrid grid(image(), true);
+    grid.setCursor(0, 3);
+    grid.type(QStringLiteral("42"));
+    grid.press(Qt::Key_Down);
+    QCOMPARE(grid.source.entries, QStringList{QStringLiteral("3 0 42")});
+    QCOMPARE(grid.cursor(), qMakePair(1, 3));
+    QTRY_VERIFY(!grid.view.openEditor());
+}
+
+void TestGridEditing::commitOpenEditor_takesTheEntry() {
+    ShownGrid grid(image(), true);
+    QVERIFY(!grid.view.commitOpenEditor());
+    grid.setCursor(0, 3);
+    grid.type(QStringLiteral("42"));
+    QVERIFY(grid.view.commitOpenEditor());
+    QCOMPARE(grid.source.entries, QStringList{QStringLiteral("3 0 42")});
+    QVERIFY(!grid.view.openEditor());
+    QVERIFY(!grid.view.commitOpenEditor());
+    QCOMPARE(grid.source.entries.size(), 1);
+}
+
+void TestGridEditing::commitOpenEditor_ofAnUntouchedEntryOnlyCloses() {
+    ShownGrid grid(image(), true);
+    grid.setCursor(0, 0);
+    grid.press(Qt::Key_F2);
+    QVERIFY(grid.view.commitOpenEditor());
+    QVERIFY(!grid.view.openEditor());
+    QCOMPARE(grid.source.entries, QStringList());
+}
+
+void TestGridEditing::growingEdit_keepsScrollAndShowsTheNewRow() {
+    ShownGrid grid(QByteArray(1000, 'A'), true);
+    grid.press(Qt::Key_End, Qt::ControlModifier);
+    const int rows = grid.view.gridModel()->rowCount();
+    grid.setCursor(rows - 1, 8);
+    grid.type(QStringLiteral("'0123456789"));
+    grid.press(Qt::Key_Return);
+    QTRY_COMPARE(grid.view.gridModel()->rowCount(), rows + 1);
+    QTRY_COMPARE(grid.cursor(), qMakePair(rows, 2));
+    QVERIFY(grid.view.viewport()->rect().contains(grid.view.visualRect(grid.view.currentIndex())));
+}
+
+void TestGridEditing::editor_liesOverItsCellAndWidens() {
+    ShownGrid grid(image(), true);
+    grid.setCursor(1, 4);
+    grid.press(Qt::Key_F2);
+    const QRect cell = grid.view.visualRect(grid.cell(1, 4));
+    QVERIFY(grid.view.openEditor()->geometry().contains(cell));
+    QCOMPARE(grid.view.openEditor()->geometry().topLeft(), cell.topLeft());
+    QCOMPARE(grid.view.openEditor()->height(), cell.height());
+    const int width = grid.view.openEditor()->width();
+    grid.type(QStringLiteral("'hello, programmer"));
+    QVERIFY(grid.view.openEditor()->width() > width);
+    grid.type(QString(200, u'x'));
+    QCOMPARE(grid.view.openEditor()->geometry().right(), grid.view.viewport()->width() - 1);
+}
+
+void TestGridEditing::editor_goesWithItsCell() {
+    ShownGrid grid(QByteArray(6000, 'A'), true);
+    grid.setCursor(3, 4);
+    grid.press(Qt::Key_F2);
+    grid.view.scrollTo(grid.cell(2, 0), QAbstractItemView::PositionAtTop);
+    QCOMPARE(grid.view.openEditor()->pos(), grid.view.visualRect(grid.cell(3, 4)).topLeft());
+    grid.view.scrollTo(grid.cell(300, 0));
+    QVERIFY(grid.view.openEditor());
+    QVERIFY(!grid.view.openEditor()->geometry().intersects(grid.view.viewport()->rect()));
+    grid.view.scrollTo(grid.cell(3, 0));
+    QCOMPARE(grid.view.openEditor()->pos(), grid.view.visualRect(grid.cell(3, 4)).topLeft());
+}
+
+void TestGridEditing::reload_closesTheEditor() {
+    ShownGrid grid(image(), true);
+    grid.setCursor(0, 3);
+    grid.type(QStringLiteral("4"));
+    grid.view.reloadData();
+    QVERIFY(!grid.view.openEditor());
+    QVERIFY(!grid.view.commitOpenEditor());
+    QCOMPARE(grid.source.entries, QStringList());
+}
+
+QTEST_MAIN(TestGridEditing)
+#include "tst_gridediting.moc"

@@ -1,0 +1,180 @@
+#include "support/ShownGrid.h"
+
+#include <QClipboard>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QVBoxLayout>
+
+class TestGridKeys : public QObject {
+    Q_OBJECT
+
+private slots:
+    void keys_data();
+    void keys();
+    void firstFocus_putsTheCursorOnAByte();
+    void tab_leavesTheGrid();
+    void typing_whereNothingMayBeEditedSearchesNothing();
+    void selection_isOfRows();
+    void dragging_beyondTheEdgeSelectsRowsFromWhereItBegan();
+    void copy_isADumpOfTheSelectedRows();
+    void copy_ofAReportSeparatesFieldsByTabs();
+    void copy_ofTooManyRowsIsRefused();
+    void copy_withoutASelectionLeavesTheClipboard();
+};
+
+/// 100 rows of which the last holds no byte, and a cursor in the middle.
+void TestGridKeys::keys_data() {
+    QTest::addColumn<int>("fromRow");
+    QTest::addColumn<int>("fromColumn");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("column");
+    const auto row = [](const char *name, QPair<int, int> from, Qt::Key key, QPair<int, int> to,
+                        Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::newRow(name) << from.first << from.second << int(key) << int(modifiers.toInt())
+                            << to.first << to.second;
+    };
+    row("up", {50, 5}, Qt::Key_Up, {49, 5});
+    row("down", {50, 5}, Qt::Key_Down, {51, 5});
+    row("left", {50, 5}, Qt::Key_Left, {50, 4});
+    row("right", {50, 5}, Qt::Key_Right, {50, 6});
+    row("page up", {50, 5}, Qt::Key_PageUp, {34, 5});
+    row("page down", {50, 5}, Qt::Key_PageDown, {66, 5});
+    row("home", {50, 5}, Qt::Key_Home, {50, 0});
+    row("end", {50, 5}, Qt::Key_End, {50, 17});
+    row("to the beginning", {50, 5}, Qt::Key_Home, {0, 0}, Qt::ControlModifier);
+    row("to the end", {50, 5}, Qt::Key_End, {99, 17}, Qt::ControlModifier);
+    row("up at the upper edge", {0, 5}, Qt::Key_Up, {0, 5});
+    row("down at the lower edge", {99, 5}, Qt::Key_Down, {99, 5});
+    row("left at the left edge", {50, 0}, Qt::Key_Left, {50, 0});
+    row("right at the right edge", {50, 17}, Qt::Key_Right, {50, 17});
+    row("page up near the upper edge", {3, 5}, Qt::Key_PageUp, {0, 5});
+    row("page down near the lower edge", {97, 5}, Qt::Key_PageDown, {99, 5});
+}
+
+void TestGridKeys::keys() {
+    QFETCH(int, fromRow);
+    QFETCH(int, fromColumn);
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    QFETCH(int, row);
+    QFETCH(int, column);
+    ShownGrid grid(QByteArray(99 * 16, 'A'));
+    QVERIFY(grid.shown);
+    grid.setCursor(fromRow, fromColumn);
+    grid.press(key, Qt::KeyboardModifiers(modifiers));
+    QCOMPARE(grid.cursor(), qMakePair(row, column));
+    const QRect cell = grid.view.visualRect(grid.view.currentIndex());
+    QVERIFY(grid.view.viewport()->rect().contains(cell));
+    QCOMPARE(grid.view.selectedRowCount(), 1);
+}
+
+void TestGridKeys::firstFocus_putsTheCursorOnAByte() {
+    ShownGrid grid("A");
+    QTRY_COMPARE(grid.cursor(), qMakePair(0, 1));
+}
+
+void TestGridKeys::tab_leavesTheGrid() {
+    GridSourceDouble source("A");
+    QWidget window;
+    auto *layout = new QVBoxLayout(&window);
+    auto *view = new GridView;
+    auto *field = new QLineEdit;
+    layout->addWidget(view);
+    layout->addWidget(field);
+    view->setSource(source);
+    window.show();
+    view->setFocus();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QTest::keyClick(view, Qt::Key_Tab);
+    QVERIFY(field->hasFocus());
+    QTest::keyClick(field, Qt::Key_Backtab, Qt::ShiftModifier);
+    QVERIFY(view->hasFocus());
+}
+
+void TestGridKeys::typing_whereNothingMayBeEditedSearchesNothing() {
+    ShownGrid grid({}, false, 64 << 20);
+    grid.setCursor(0, 1);
+    grid.view.viewport()->repaint();
+    grid.source.questions = 0;
+    grid.type(QStringLiteral("AB"));
+    QCOMPARE(grid.source.questions, 0);
+    QVERIFY(!grid.view.openEditor());
+    QCOMPARE(grid.cursor(), qMakePair(0, 1));
+}
+
+void TestGridKeys::selection_isOfRows() {
+    ShownGrid grid(QByteArray(200, 'A'));
+    grid.click(2, 5);
+    QCOMPARE(grid.view.selectedRowCount(), 1);
+    QVERIFY(grid.view.selectionModel()->isSelected(grid.cell(2, 17)));
+    grid.click(4, 1, Qt::ShiftModifier);
+    QCOMPARE(grid.view.selectedRowCount(), 3);
+    grid.click(3, 1, Qt::ControlModifier);
+    QCOMPARE(grid.view.selectedRowCount(), 2);
+    grid.press(Qt::Key_A, Qt::ControlModifier);
+    QCOMPARE(grid.view.selectedRowCount(), 13);
+    grid.click(5, 5);
+    grid.press(Qt::Key_Down, Qt::ShiftModifier);
+    grid.press(Qt::Key_Down, Qt::ShiftModifier);
+    QCOMPARE(grid.view.selectedRowCount(), 3);
+}
+
+void TestGridKeys::dragging_beyondTheEdgeSelectsRowsFromWhereItBegan() {
+    ShownGrid grid(QByteArray(1000, 'A'));
+    QWidget *viewport = grid.view.viewport();
+    const QPoint start = grid.view.visualRect(grid.cell(4, 5)).center();
+    const QPoint end = grid.view.visualRect(grid.cell(8, 2)).center();
+    QTest::mousePress(viewport, Qt::LeftButton, Qt::NoModifier, start);
+    grid.view.verticalScrollBar()->setValue(3);
+    QMouseEvent move(QEvent::MouseMove, end, viewport->mapToGlobal(QPointF(end)), Qt::LeftButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(viewport, &move);
+    QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, end);
+    QCOMPARE(grid.view.selectedRowCount(), 8); // rows 4 to 8 + 3
+}
+
+void TestGridKeys::copy_isADumpOfTheSelectedRows() {
+    ShownGrid grid(QByteArray("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdef\n\x01z", 35));
+    QGuiApplication::clipboard()->clear();
+    // Selected from the bottom to the top, copied in the order of the rows.
+    grid.click(2, 3);
+    grid.click(0, 3, Qt::ControlModifier);
+    grid.press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(
+        QGuiApplication::clipboard()->text(),
+        QStringLiteral("0000  41 42 43 44 45 46 47 48 49 4A 4B 4C 4D 4E 4F 50  ABCDEFGHIJKLMNOP\n"
+                       "0020  0A 01 7A XX XX XX XX XX XX XX XX XX XX XX XX XX    z\n"));
+}
+
+void TestGridKeys::copy_ofAReportSeparatesFieldsByTabs() {
+    ShownGrid grid("A");
+    grid.source.report = {{{}, {QStringLiteral("1")}, {QStringLiteral("2")}, {}},
+                          {{QStringLiteral("0000:")}, {QStringLiteral("H"), true}, {}, {}}};
+    grid.view.setHeading(GridHeading::Pins);
+    grid.view.reloadData();
+    grid.view.selectAll();
+    QCOMPARE(grid.view.selectedText(), QStringLiteral("\t1\t2\n0000:\tH\n"));
+}
+
+void TestGridKeys::copy_ofTooManyRowsIsRefused() {
+    ShownGrid grid({}, false, 64 << 20);
+    QSignalSpy refusals(&grid.view, &GridView::copyRefused);
+    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    grid.view.selectAll();
+    grid.press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(refusals, QList<QVariantList>{{qint64(4194305)}});
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("before"));
+}
+
+void TestGridKeys::copy_withoutASelectionLeavesTheClipboard() {
+    ShownGrid grid("A");
+    grid.view.clearSelection();
+    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    grid.press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("before"));
+}
+
+QTEST_MAIN(TestGridKeys)
+#include "tst_gridkeys.moc"
