@@ -17,6 +17,9 @@ private slots:
     void aRun_takesTheFocusAsideAndGivesItBack();
     void stop_endsASilentRun();
     void stop_endsARunThatIgnoresTheTerminateSignal();
+    void stop_endsEndlessOutput();
+    void writeFaults_areSaid_data();
+    void writeFaults_areSaid();
     void secondOperation_isRefusedWhileOneRuns();
     void closing_isRefusedDuringARun();
     void askedToEndTwice_stopsTheRunAndThenCloses();
@@ -124,6 +127,47 @@ void TestWindowRuns::stop_endsARunThatIgnoresTheTerminateSignal() {
     verifyAlive(velm);
     QVERIFY(velm.controls().textView->storedText().endsWith(
         QStringLiteral("minipro has exited with status %1").arg(SIGKILL)));
+}
+
+void TestWindowRuns::stop_endsEndlessOutput() {
+    WindowFixture velm;
+    velm.start();
+    qputenv("MINIPRO_SIM_FAULT", "endless-output");
+    duringTheRun(velm, [&] { velm.click(velm.controls().btn_stop); });
+    velm.click(velm.controls().btn_read);
+    verifyAlive(velm);
+    verifyExitMessageIsLast(velm);
+}
+
+void TestWindowRuns::writeFaults_areSaid_data() {
+    QTest::addColumn<QByteArray>("fault");
+    QTest::addColumn<QString>("said");
+    QTest::newRow("a byte that does not hold")
+        << QByteArray("bad-byte") << QStringLiteral("0x1234");
+    QTest::newRow("write protection") << QByteArray("protected") << QStringLiteral("Problem: ");
+}
+
+void TestWindowRuns::writeFaults_areSaid() {
+    QFETCH(QByteArray, fault);
+    QFETCH(QString, said);
+    WindowFixture velm;
+    const bool isProtected = fault == "protected";
+    velm.settings().setValue(settingsKeys::device, isProtected ? QStringLiteral("AT28C256")
+                                                               : QStringLiteral("W27C512@DIP28"));
+    velm.settings().setValue(settingsKeys::binary,
+                             velm.write(QStringLiteral("rom.bin"), QByteArray(65536, 'x')));
+    velm.start();
+    qputenv("MINIPRO_SIM_FAULT", fault);
+    velm.click(velm.controls().btn_write);
+    verifyAlive(velm);
+    verifyExitMessageIsLast(velm);
+    QVERIFY2(velm.message().contains(said), qPrintable(velm.message()));
+    QVERIFY(velm.message().startsWith(QStringLiteral("Problem: ")));
+    velm.click(velm.controls().check_unprotect);
+    qputenv("MINIPRO_SIM_FAULT", isProtected ? "protected" : "");
+    velm.click(velm.controls().btn_write);
+    velm.settle();
+    QVERIFY2(velm.message().startsWith(QStringLiteral("Done: ")), qPrintable(velm.message()));
 }
 
 void TestWindowRuns::secondOperation_isRefusedWhileOneRuns() {
