@@ -153,6 +153,12 @@ public:
     void tabView_didSelectTabViewItem(TabView *tabView, const TabViewItem &item);
     /// Decodes display_data into strData.
     void loadStrData(QObject *sender);
+    /// The same strings in the same order, less the empty ones.
+    QStringList trimEmptyStrings(const QStringList &strings) const;
+    /// The hexadecimal digit for \a value; empty from 16 on.
+    QString hexDigitFor(quint16 value) const;
+    /// The digits of \a value as hexDigitFor() gives them for its upper part and for what is left.
+    QString hexValue(quint64 value) const;
     /// Appends \a text to the console, a turn of the event loop later. From any thread.
     void appendToOutputView(const QString &text);
 

@@ -6,6 +6,7 @@
 #include "grid/GridColumns.h"
 #include "grid/GridPresentation.h"
 #include "grid/GridView.h"
+#include "image/LogicReport.h"
 #include "widgets/TabView.h"
 
 #include <QLabel>
@@ -52,6 +53,18 @@ void AppDelegate::sayTextRemark(const QString &tab) {
                                : tr("The image reads as UTF-8: its last %1 bytes are not shown.")
                                      .arg(QLocale().toString(hidden));
     notice(textTopic, MessageLine::Severity::Information, sentence);
+}
+
+QStringList AppDelegate::trimEmptyStrings(const QStringList &strings) const {
+    return ::trimEmptyStrings(strings);
+}
+
+QString AppDelegate::hexDigitFor(quint16 value) const {
+    return ::hexDigitFor(value);
+}
+
+QString AppDelegate::hexValue(quint64 value) const {
+    return ::hexValue(value);
 }
 
 ShownContent AppDelegate::shownContent() const {

@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOption>
+#include <QtMath>
 
 #include <algorithm>
 
@@ -36,6 +37,9 @@ QColor gridLineColor(const GridView &view) {
         static_cast<QRgb>(view.style()->styleHint(QStyle::SH_Table_GridLineColor, &option, &view)));
 }
 
+/// Space between the edge of a column and its text, in characters.
+constexpr double paddingShare = 0.75;
+
 bool isPlain(const QString &text) {
     return std::all_of(text.begin(), text.end(),
                        [](QChar unit) { return unit >= u' ' && unit <= u'~'; });
@@ -59,8 +63,8 @@ GridPainter::GridPainter(const GridView &view, QPainter &painter)
     m_fixedPitch = QFontInfo(view.font()).fixedPitch();
     painter.setFont(view.font());
     const QFontMetrics metrics = view.fontMetrics();
-    m_characterWidth = metrics.horizontalAdvance(u'0');
-    m_padding = m_characterWidth * 3 / 4;
+    m_characterWidth = QFontMetricsF(view.font()).horizontalAdvance(u'0');
+    m_padding = qRound(m_characterWidth * paddingShare);
     m_baseline = (view.rowHeight() - metrics.height()) / 2 + metrics.ascent();
 }
 
@@ -160,30 +164,30 @@ int GridPainter::textLeft(int column, const QRect &cell, int width) const {
 
 /// Measuring a text costs as much as drawing it, and nearly all of them need not be measured.
 int GridPainter::widthOf(const QString &text) const {
-    return m_fixedPitch && isPlain(text) ? int(text.size()) * m_characterWidth
+    return m_fixedPitch && isPlain(text) ? qCeil(double(text.size()) * m_characterWidth)
                                          : m_painter.fontMetrics().horizontalAdvance(text);
 }
 
 /// Draws unit by unit, each in its own place, so that no unit joins, reorders or widens its
 /// neighbours and the characters stand in line with those of the other rows.
 void GridPainter::paintCharacters(const QString &text, const QRect &cell) const {
-    const bool fits = m_padding + text.size() * m_characterWidth <= cell.width();
+    const bool fits = m_padding + double(text.size()) * m_characterWidth <= cell.width();
     if (!fits) {
         m_painter.save();
         m_painter.setClipRect(cell, Qt::IntersectClip);
     }
-    const QPoint start(cell.left() + m_padding, cell.top() + m_baseline);
+    const QPointF start(cell.left() + m_padding, cell.top() + m_baseline);
     if (m_fixedPitch && isPlain(text))
         m_painter.drawText(start, text);
     else
         for (int place = 0; place < text.size(); ++place)
-            paintUnit(text, place, start + QPoint(place * m_characterWidth, 0));
+            paintUnit(text, place, start + QPointF(place * m_characterWidth, 0));
     if (!fits)
         m_painter.restore();
 }
 
 /// A unit that has no shape of its own gets a dot: fonts would fill the column with boxes.
-void GridPainter::paintUnit(const QString &text, int place, const QPoint &origin) const {
+void GridPainter::paintUnit(const QString &text, int place, const QPointF &origin) const {
     const QChar unit = text[place];
     const bool followsHigh = place > 0 && text[place - 1].isHighSurrogate();
     const bool precedesLow = place + 1 < text.size() && text[place + 1].isLowSurrogate();
@@ -198,9 +202,9 @@ void GridPainter::paintUnit(const QString &text, int place, const QPoint &origin
         return;
     }
     constexpr int dot = 2;
-    const QPoint centre =
-        origin + QPoint(m_characterWidth / 2, -m_painter.fontMetrics().xHeight() / 2);
-    m_painter.fillRect(QRect(centre, QSize(dot, dot)), m_painter.pen().color());
+    const QPointF centre =
+        origin + QPointF(m_characterWidth, -m_painter.fontMetrics().xHeight()) / 2;
+    m_painter.fillRect(QRect(centre.toPoint(), QSize(dot, dot)), m_painter.pen().color());
 }
 
 void GridPainter::paintCursor(const QRect &cell) const {

@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QFont>
 #include <QPalette>
+#include <QPointF>
 #include <QRect>
 
 class GridModel;
@@ -32,7 +33,7 @@ private:
     void paintCharacters(const QString &text, const QRect &cell) const;
     int textLeft(int column, const QRect &cell, int width) const;
     int widthOf(const QString &text) const;
-    void paintUnit(const QString &text, int place, const QPoint &origin) const;
+    void paintUnit(const QString &text, int place, const QPointF &origin) const;
     void paintCursor(const QRect &cell) const;
     bool isPinRow(int row) const;
     bool endsGroup(int column) const;
@@ -46,7 +47,7 @@ private:
     QColor m_lineColor;
     QColor m_faintText;
     bool m_fixedPitch;
-    int m_characterWidth;
+    double m_characterWidth;
     int m_padding;
     int m_baseline;
 };

@@ -6,6 +6,7 @@
 #include <QHeaderView>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QtMath>
 
 #include <algorithm>
 #include <limits>

@@ -28,6 +28,7 @@ private slots:
     void multiByteImage_saysHowManyBytesAreHidden();
     void longConsole_scrollsToTheEndAtEveryAppend();
     void appendToOutputView_keepsTheOrder();
+    void conversions_areTheControllersToo();
     void drops_areValidatedButChangeNothing();
 };
 
@@ -256,6 +257,16 @@ void TestWindowComposition::appendToOutputView_keepsTheOrder() {
     QCOMPARE(velm.controls().textView->storedText(), QString());
     velm.settle();
     QCOMPARE(velm.controls().textView->storedText(), QStringLiteral("one two "));
+}
+
+void TestWindowComposition::conversions_areTheControllersToo() {
+    WindowFixture velm;
+    velm.start();
+    QCOMPARE(velm.delegate().trimEmptyStrings({QString(), QStringLiteral("a"), QString(),
+                                               QStringLiteral("b"), QStringLiteral(" ")}),
+             QStringList({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral(" ")}));
+    QCOMPARE(velm.delegate().hexDigitFor(11), QStringLiteral("B"));
+    QCOMPARE(velm.delegate().hexValue(16), QStringLiteral("1F"));
 }
 
 void TestWindowComposition::drops_areValidatedButChangeNothing() {

@@ -1,0 +1,165 @@
+#include "support/ShownGrid.h"
+#include "support/Themes.h"
+#include "widgets/Palette.h"
+
+#include <QHeaderView>
+
+#include <map>
+
+class TestGridPainting : public QObject {
+    Q_OBJECT
+
+private slots:
+    void text_canBeReadInEveryTheme_data();
+    void text_canBeReadInEveryTheme();
+    void failedField_isBold();
+    void cursor_isFramed();
+    void units_keepTheirPlaces();
+    void unitsWithoutAShape_getADot();
+    void narrowColumn_keepsItsTextToItself();
+};
+
+namespace {
+
+/// The picture of a cell without the line at its right edge.
+QImage picture(GridView &view, const QModelIndex &index) {
+    const QImage whole = view.viewport()->grab().toImage();
+    return whole.copy(view.visualRect(index).adjusted(0, 0, -1, 0));
+}
+
+/// The colour that covers most of a picture.
+QColor background(const QImage &picture) {
+    std::map<QRgb, int> counts;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            ++counts[picture.pixel(x, y)];
+    return QColor(std::max_element(counts.begin(), counts.end(), [](auto &one, auto &other) {
+                      return one.second < other.second;
+                  })->first);
+}
+
+/// The contrast of what stands out most from the background of a picture.
+double contrastOf(const QImage &picture) {
+    const QColor ground = background(picture);
+    double most = 1;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            most = std::max(most, contrastRatio(picture.pixelColor(x, y), ground));
+    return most;
+}
+
+/// Number of pixels that differ from the background.
+int ink(const QImage &picture) {
+    const QColor ground = background(picture);
+    int count = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            count += picture.pixelColor(x, y) != ground;
+    return count;
+}
+
+/// A report of two rows of results with a failed field in each.
+void fillReport(GridSourceDouble &source) {
+    const CellValue failed{QStringLiteral("H"), true};
+    const CellValue passed{QStringLiteral("H")};
+    source.report = {{{}, {QStringLiteral("1")}, {QStringLiteral("2")}},
+                     {{QStringLiteral("0000:")}, failed, passed},
+                     {{QStringLiteral("0001:")}, failed, passed}};
+}
+
+} // namespace
+
+void TestGridPainting::text_canBeReadInEveryTheme_data() {
+    QTest::addColumn<QPalette>("palette");
+    QTest::newRow("light") << lightPalette();
+    QTest::newRow("dark") << darkPalette();
+    QTest::newRow("grey") << greyPalette();
+}
+
+void TestGridPainting::text_canBeReadInEveryTheme() {
+    QFETCH(QPalette, palette);
+    ShownGrid grid("A");
+    fillReport(grid.source);
+    palette.setColor(QPalette::Highlight, QColor(Qt::blue).darker());
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    grid.view.setPalette(palette);
+    grid.view.setHeading(GridHeading::Pins);
+    grid.view.reloadData();
+    grid.setCursor(0, 5);
+    grid.view.selectionModel()->select(grid.cell(2, 0), QItemSelectionModel::ClearAndSelect |
+                                                            QItemSelectionModel::Rows);
+    for (int row = 0; row < 3; ++row)
+        for (int column = 0; column < 3; ++column)
+            if (row > 0 || column > 0)
+                QVERIFY2(contrastOf(picture(grid.view, grid.cell(row, column))) >=
+                             smallestTextContrast,
+                         qPrintable(QStringLiteral("%1,%2").arg(row).arg(column)));
+}
+
+void TestGridPainting::failedField_isBold() {
+    ShownGrid grid("A");
+    fillReport(grid.source);
+    grid.view.setHeading(GridHeading::Pins);
+    grid.view.reloadData();
+    grid.view.clearSelection();
+    grid.view.setCurrentIndex(QModelIndex());
+    // Colour left aside, there is more of it.
+    QVERIFY(ink(picture(grid.view, grid.cell(1, 1))) > ink(picture(grid.view, grid.cell(1, 2))));
+}
+
+void TestGridPainting::cursor_isFramed() {
+    ShownGrid grid(QByteArray(40, 'A'));
+    grid.click(1, 4);
+    const QColor highlight = grid.view.palette().color(QPalette::Highlight);
+    const QImage cursor = picture(grid.view, grid.cell(1, 4));
+    QCOMPARE(cursor.pixelColor(0, 0), highlight);
+    QCOMPARE(background(cursor), grid.view.palette().color(QPalette::Base));
+    QCOMPARE(background(picture(grid.view, grid.cell(1, 5))), highlight);
+}
+
+/// A character of a row stands in the same place whatever stands before it.
+void TestGridPainting::units_keepTheirPlaces() {
+    const auto lastCharacter = [](const QByteArray &bytes) {
+        ShownGrid grid(bytes);
+        grid.setCursor(0, 0);
+        const QImage image = picture(grid.view, grid.cell(0, 17));
+        const double width = QFontMetricsF(grid.view.font()).horizontalAdvance(u'0');
+        return image.copy(qRound(15.75 * width), 0, qRound(width), image.height());
+    };
+    const QImage plain = lastCharacter("AAAAAAAAAAAAAAAZ");
+    QVERIFY(ink(plain) > 0);
+    QCOMPARE(lastCharacter("\x01\x7f\x80\xad\xe9"
+                           "AAAAAAAAAAZ"),
+             plain);
+}
+
+void TestGridPainting::unitsWithoutAShape_getADot() {
+    const auto inkOf = [](const QByteArray &bytes) {
+        ShownGrid grid(bytes);
+        grid.view.clearSelection();
+        grid.setCursor(0, 0);
+        grid.view.clearSelection();
+        return ink(picture(grid.view, grid.cell(0, 17)));
+    };
+    QCOMPARE(inkOf("    "), 0);
+    const int dot = inkOf("\x80");
+    QVERIFY(dot > 0);
+    QCOMPARE(inkOf("\x80\x9f\x7f\x01"), 4 * dot);
+}
+
+void TestGridPainting::narrowColumn_keepsItsTextToItself() {
+    ShownGrid grid("ABCDEFGHIJKLMNOP");
+    grid.view.clearSelection();
+    grid.setCursor(1, 0);
+    const QImage before = picture(grid.view, grid.cell(0, 2));
+    grid.view.header()->resizeSection(1, grid.view.header()->minimumSectionSize());
+    grid.view.header()->resizeSection(17, 40);
+    QCOMPARE(picture(grid.view, grid.cell(0, 2)), before);
+    const QRect characters = grid.view.visualRect(grid.cell(0, 17));
+    const QImage beside =
+        grid.view.viewport()->grab().toImage().copy(characters.translated(characters.width(), 0));
+    QCOMPARE(ink(beside), 0);
+}
+
+QTEST_MAIN(TestGridPainting)
+#include "tst_gridpainting.moc"
