@@ -171,19 +171,12 @@ int GridPainter::widthOf(const QString &text) const {
 /// Draws unit by unit, each in its own place, so that no unit joins, reorders or widens its
 /// neighbours and the characters stand in line with those of the other rows.
 void GridPainter::paintCharacters(const QString &text, const QRect &cell) const {
-    const bool fits = m_padding + double(text.size()) * m_characterWidth <= cell.width();
-    if (!fits) {
-        m_painter.save();
-        m_painter.setClipRect(cell, Qt::IntersectClip);
-    }
     const QPointF start(cell.left() + m_padding, cell.top() + m_baseline);
     if (m_fixedPitch && isPlain(text))
         m_painter.drawText(start, text);
     else
         for (int place = 0; place < text.size(); ++place)
             paintUnit(text, place, start + QPointF(place * m_characterWidth, 0));
-    if (!fits)
-        m_painter.restore();
 }
 
 /// A unit that has no shape of its own gets a dot: fonts would fill the column with boxes.

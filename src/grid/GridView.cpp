@@ -170,6 +170,8 @@ void GridView::selectionChanged(const QItemSelection &selected, const QItemSelec
 }
 
 void GridView::paintEvent(QPaintEvent *event) {
+    if (!m_model)
+        return;
     QPainter painter(viewport());
     const QRect area = event->rect();
     const GridPainter rowPainter(*this, painter);

@@ -134,6 +134,8 @@ private:
     void setUpHeader();
     void resetColumnWidths();
     void applyFont();
+    /// Gives the last column the room that the others leave, and never less than it needs.
+    void stretchCharacters();
     void updateVerticalScrollBar();
     void updateHorizontalScrollBar();
     void scrollToRow(int row, ScrollHint hint);

@@ -64,7 +64,8 @@ int GridView::sizeHintForRow(int) const {
 }
 
 QSize GridView::viewportSizeHint() const {
-    return {m_header->length(), preferredRows * m_rowHeight};
+    return {m_header->sectionPosition(charactersColumn) + sizeHintForColumn(charactersColumn),
+            preferredRows * m_rowHeight};
 }
 
 QSize GridView::sizeHint() const {
@@ -181,10 +182,19 @@ void GridView::updateGeometries() {
     setViewportMargins(0, height, 0, 0);
     const QRect area = viewport()->geometry();
     m_header->setGeometry(area.left(), area.top() - height, area.width(), height);
+    stretchCharacters();
     updateVerticalScrollBar();
     updateHorizontalScrollBar();
     QAbstractItemView::updateGeometries();
     updateEditorGeometries();
+}
+
+void GridView::stretchCharacters() {
+    if (m_header->count() == 0)
+        return;
+    const int left = m_header->sectionPosition(charactersColumn);
+    m_header->resizeSection(charactersColumn, std::max(sizeHintForColumn(charactersColumn),
+                                                       viewport()->width() - left));
 }
 
 void GridView::updateVerticalScrollBar() {

@@ -21,6 +21,7 @@ private slots:
     void showAddress_bringsTheByteIntoView();
     void showAddress_refusesWhatIsNotThere();
     void columns_canBeResizedAndGoBackToTheirWidth();
+    void characters_takeTheRoomThatIsLeft();
     void largerFont_makesRowsHigher();
     void drops_areNotAccepted();
 };
@@ -195,6 +196,16 @@ void TestGridView::columns_canBeResizedAndGoBackToTheirWidth() {
     QCOMPARE(grid.view.header()->sectionSize(3), width);
     grid.view.reloadData();
     QCOMPARE(grid.view.header()->sectionSize(3), width);
+}
+
+void TestGridView::characters_takeTheRoomThatIsLeft() {
+    ShownGrid grid("A");
+    grid.view.resize(1500, 300);
+    QTRY_COMPARE(grid.view.header()->length(), grid.view.viewport()->width());
+    QCOMPARE(grid.view.horizontalScrollBar()->maximum(), 0);
+    grid.view.resize(300, 300);
+    QTRY_VERIFY(grid.view.horizontalScrollBar()->maximum() > 0);
+    QCOMPARE(grid.view.header()->sectionSize(17), grid.view.sizeHintForColumn(17));
 }
 
 void TestGridView::largerFont_makesRowsHigher() {
