@@ -1,10 +1,14 @@
 #include "app/MainWindow.h"
 
+#include "grid/GridAccessible.h"
+
 #include "ui_MainWindow.h"
 
 #include <QCloseEvent>
 
 MainWindow::MainWindow() : m_controls(std::make_unique<Ui::MainWindow>()) {
+    // Before the grid gets its name: what is told of it then makes its accessible for good.
+    installGridAccessibility();
     m_controls->setupUi(this);
 }
 

@@ -2,7 +2,6 @@
 
 #include "app/WindowMenus.h"
 #include "app/WindowWiring.h"
-#include "grid/GridAccessible.h"
 #include "settings/SettingsStore.h"
 #include "widgets/ConsoleView.h"
 
@@ -17,7 +16,6 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
       m_delegate(surroundings.settings, surroundings.log, m_queue, surroundings.beep,
                  surroundings.panels, m_memory),
       m_runControls(m_window.controls()) {
-    installGridAccessibility();
     wireMainWindow(m_window, m_delegate, {m_binder, m_favourites, m_searcher, m_searchPanel});
     const WindowMenus menus = makeWindowMenus(m_window, m_delegate);
     m_runControls.setActions(menus.offWhileRunning, menus.stop);
