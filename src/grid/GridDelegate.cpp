@@ -3,6 +3,8 @@
 #include "grid/CellEditor.h"
 #include "grid/GridModel.h"
 
+#include <QKeyEvent>
+
 QWidget *GridDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
                                     const QModelIndex &index) const {
     m_editor = new CellEditor(parent);
@@ -38,4 +40,17 @@ void GridDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewI
     if (!cell.intersects(editor->parentWidget()->rect()))
         cell.moveBottom(-1);
     static_cast<CellEditor *>(editor)->placeAt(cell);
+}
+
+bool GridDelegate::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::KeyPress && watched == m_editor) {
+        const int key = static_cast<const QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            CellEditor *editor = m_editor;
+            emit commitData(editor);
+            emit closeEditor(editor, SubmitModelCache);
+            return true;
+        }
+    }
+    return QStyledItemDelegate::eventFilter(watched, event);
 }

@@ -23,6 +23,11 @@ public:
     void updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
                               const QModelIndex &index) const override;
 
+protected:
+    /// Ends an entry at the very key press of Enter: the toolkit would do so later, and keys that
+    /// were pressed meanwhile would land in the entry that is over.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     mutable QPointer<CellEditor> m_editor;
 };

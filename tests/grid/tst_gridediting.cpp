@@ -7,6 +7,7 @@ class TestGridEditing : public QObject {
 
 private slots:
     void typing_replacesTheCell();
+    void keysThatArriveTogether_endUpEachInItsCell();
     void f2_opensTheCellWithItsValue();
     void doubleClick_opensTheCell();
     void cellsThatMayNotBeEdited_doNotOpen();
@@ -45,6 +46,19 @@ void TestGridEditing::typing_replacesTheCell() {
     QCOMPARE(grid.source.bytes, image().replace(17, 1, "B"));
     QVERIFY(!grid.view.openEditor());
     QVERIFY(grid.view.hasFocus());
+}
+
+void TestGridEditing::keysThatArriveTogether_endUpEachInItsCell() {
+    ShownGrid grid(image(), true);
+    grid.setCursor(0, 1);
+    // Nothing is processed between the keys, as when a quick hand is ahead of a slow machine.
+    for (const QString &entry :
+         {QStringLiteral("42"), QStringLiteral("43"), QStringLiteral("44")}) {
+        grid.type(entry);
+        grid.press(entry == QStringLiteral("43") ? Qt::Key_Enter : Qt::Key_Return);
+    }
+    QCOMPARE(grid.source.bytes, image().replace(0, 3, "BCD"));
+    QCOMPARE(grid.cursor(), qMakePair(0, 4));
 }
 
 void TestGridEditing::f2_opensTheCellWithItsValue() {
