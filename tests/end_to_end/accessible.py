@@ -12,7 +12,7 @@ UNENTERED = {pyatspi.ROLE_TABLE, pyatspi.ROLE_LIST, pyatspi.ROLE_TREE}
 
 
 def application(process):
-    """The application of \\a process on the bus; None while it is not there."""
+    """The application of process on the bus; None while it is not there."""
     desktop = pyatspi.Registry.getDesktop(0)
     desktop.setCacheMask(Atspi.Cache.NONE)
     for index in range(desktop.childCount):
@@ -24,7 +24,7 @@ def application(process):
 
 
 def walk(node):
-    """\\a node and everything below it, top down, but for cells and entries of lists."""
+    """node and everything below it, top down, but for cells and entries of lists."""
     yield node
     if node.getRole() in UNENTERED:
         return
@@ -35,13 +35,13 @@ def walk(node):
 
 
 def find(node, name, roles):
-    """What is called \\a name and has one of \\a roles, at or below \\a node; None if nothing."""
+    """What is called name and has one of roles, at or below node; None if nothing."""
     return next((each for each in walk(node) if each.name == name and each.getRole() in roles),
                 None)
 
 
 def has(node, state):
-    """True if \\a node is in \\a state, a STATE_ of pyatspi."""
+    """True if node is in state, a STATE_ of pyatspi."""
     return node.getState().contains(state)
 
 
@@ -51,7 +51,7 @@ def text(node):
 
 
 def actions(node):
-    """The names of what can be done to \\a node; empty if nothing."""
+    """The names of what can be done to node; empty if nothing."""
     try:
         action = node.queryAction()
     except NotImplementedError:
@@ -60,7 +60,7 @@ def actions(node):
 
 
 def act(node, name):
-    """Does \\a name to \\a node; AssertionError if it is not among its actions."""
+    """Does name to node; AssertionError if it is not among its actions."""
     offered = actions(node)
     if name not in offered:
         raise AssertionError(f"{node} offers {offered}, not {name!r}")
@@ -68,7 +68,7 @@ def act(node, name):
 
 
 def picture(node, depth=0):
-    """The tree below \\a node as indented lines, for somebody who looks into a failure."""
+    """The tree below node as indented lines, for somebody who looks into a failure."""
     try:
         states = " ".join(sorted(pyatspi.stateToString(state).removeprefix("STATE_").lower()
                                  for state in node.getState().getStates()))

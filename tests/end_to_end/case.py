@@ -8,11 +8,14 @@ from pathlib import Path
 
 import screen
 from accessible import picture
+from grid import BYTES_IN_ROW, row_of_bytes
 from program import SIMULATOR, Home, appears, end
-from waiting import until
+from waiting import until, until_equal
 from window import MainWindow
 
 DEVICE = "W27C512@DIP28"
+# What see_image() looks at; the rest follows the same rule.
+FIRST_ROWS = 6
 
 
 class Scenario(unittest.TestCase):
@@ -27,7 +30,7 @@ class Scenario(unittest.TestCase):
         self.applications = []
 
     def configure(self, **settings):
-        """Gives the home a simulated programmer, a device and further \\a settings."""
+        """Gives the home a simulated programmer, a device and further settings."""
         self.home.configure(**{"device": DEVICE, "miniproLocation": SIMULATOR, **settings})
 
     def start(self, **environment):
@@ -36,13 +39,29 @@ class Scenario(unittest.TestCase):
         self.addCleanup(end, process)
         application = appears(process)
         self.applications.append(application)
-        window = MainWindow(application[0])
+        window = MainWindow(application)
         window.process = process
         until(screen.give_keyboard, "a window on the display")
         return window
 
+    def see_image(self, window, image):
+        """Waits until the table's first rows, and their number, are those of image."""
+        until_equal(window.grid.rows, len(image) // BYTES_IN_ROW + 1, "the number of rows")
+        for row in range(min(FIRST_ROWS, window.grid.rows())):
+            until_equal(lambda at=row: window.grid.row(at), row_of_bytes(image, row),
+                        f"row {row}")
+
+    def assert_same_bytes(self, found, expected):
+        """Compares without printing a chip's whole content."""
+        at = next((index for index, (one, other) in enumerate(zip(found, expected))
+                   if one != other), min(len(found), len(expected)))
+        if found != expected:
+            self.fail(f"{len(found)} bytes, expected {len(expected)}; from 0x{at:X} on "
+                      f"{found[at:at + BYTES_IN_ROW]!r}, expected "
+                      f"{expected[at:at + BYTES_IN_ROW]!r}")
+
     def finish(self, window):
-        """Ends the program of \\a window, which must report success."""
+        """Ends the program of window, which must report success."""
         self.assertEqual(end(window.process), 0, "the program's status")
 
     def _with_evidence(self, method):

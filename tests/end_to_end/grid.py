@@ -18,16 +18,16 @@ class Grid:
         return self.node.queryTable().nRows
 
     def at(self, row, column):
-        """The cell of \\a row and \\a column, both counted from 0."""
+        """The cell of row and column, both counted from 0."""
         return self.node.queryTable().getAccessibleAt(row, column)
 
     def row(self, row):
-        """What \\a row shows, its cells separated by a bar."""
+        """What row shows, its cells separated by a bar."""
         table = self.node.queryTable()
         return "|".join(table.getAccessibleAt(row, column).name for column in range(COLUMNS))
 
     def column(self, column):
-        """What the cells of \\a column show, from the top down."""
+        """What the cells of column show, from the top down."""
         return [self.at(row, column).name for row in range(self.rows())]
 
     def open_cell(self, row, column):
@@ -36,7 +36,7 @@ class Grid:
 
 
 def row_of_bytes(image, row):
-    """What row \\a row must show of \\a image, each of whose bytes is one character."""
+    """What row row must show of image, each of whose bytes is one character."""
     start = row * BYTES_IN_ROW
     part = image[start:start + BYTES_IN_ROW]
     cells = [f"{byte:02X}" for byte in part] + ["XX"] * (BYTES_IN_ROW - len(part))

@@ -7,12 +7,12 @@ KEYS = {"Return": 0xFF0D, "Escape": 0xFF1B, "Tab": 0xFF09, "Down": 0xFF54, "Home
 
 
 def press(*names):
-    """Presses the keys called \\a names, one after the other."""
+    """Presses the keys called names, one after the other."""
     for name in names:
         pyatspi.Registry.generateKeyboardEvent(KEYS[name], None, pyatspi.KEY_SYM)
 
 
 def write(characters):
-    """Types \\a characters, which are of ASCII."""
+    """Types characters, which are of ASCII."""
     for character in characters:
         pyatspi.Registry.generateKeyboardEvent(ord(character), None, pyatspi.KEY_SYM)

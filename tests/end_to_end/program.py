@@ -32,7 +32,7 @@ class Home:
         self.settings.write_text("\n".join(["[General]", *lines, ""]), encoding="utf-8")
 
     def environment(self, **further):
-        """What a session gives to the program, and \\a further variables."""
+        """What a session gives to the program, and further variables."""
         result = dict(os.environ)
         options = filter(None, [result.get("ASAN_OPTIONS"), NO_LEAK_CHECK])
         result.update(
@@ -51,7 +51,7 @@ class Home:
                                     env=self.environment(**environment))
 
     def chip(self, device):
-        """The bytes that the simulated chip \\a device holds."""
+        """The bytes that the simulated chip device holds."""
         return (self.bench / f"{device}.bin").read_bytes()
 
     def image(self):
@@ -60,7 +60,7 @@ class Home:
 
 
 def appears(process):
-    """Waits for the program of \\a process to be on the bus with a window; returns it."""
+    """Waits for the program of process to be on the bus with a window; returns it."""
     def shown():
         if process.poll() is not None:
             raise AssertionError(f"velm ended with status {process.returncode} at its start")

@@ -7,6 +7,7 @@ has just opened, is done by give_keyboard().
 import ctypes
 import struct
 import zlib
+from contextlib import contextmanager
 from pathlib import Path
 
 CURRENT_TIME = 0
@@ -28,7 +29,20 @@ class WindowAttributes(ctypes.Structure):
         ("map_state", ctypes.c_int), ("rest", ctypes.c_byte * ROOM)]
 
 
-def windows(x11, display):
+@contextmanager
+def connection():
+    """Xlib and a connection of its own to the display."""
+    x11 = ctypes.CDLL("libX11.so.6")
+    x11.XOpenDisplay.restype = ctypes.c_void_p
+    x11.XDefaultRootWindow.restype = ctypes.c_ulong
+    display = ctypes.c_void_p(x11.XOpenDisplay(None))
+    try:
+        yield x11, display
+    finally:
+        x11.XCloseDisplay(display)
+
+
+def seen_windows(x11, display):
     """The windows that can be seen, the lowest first."""
     root, parent = ctypes.c_ulong(), ctypes.c_ulong()
     children, count = ctypes.POINTER(ctypes.c_ulong)(), ctypes.c_uint()
@@ -37,30 +51,31 @@ def windows(x11, display):
     seen = []
     for index in range(count.value):
         attributes = WindowAttributes()
-        window = ctypes.c_ulong(children[index])
-        x11.XGetWindowAttributes(display, window, ctypes.byref(attributes))
+        x11.XGetWindowAttributes(display, ctypes.c_ulong(children[index]),
+                                 ctypes.byref(attributes))
         if attributes.map_state == VIEWABLE:
-            seen.append(window)
+            seen.append(children[index])
     return seen
+
+
+def stack():
+    """The windows on the display by their numbers, the lowest first."""
+    with connection() as (x11, display):
+        return seen_windows(x11, display)
 
 
 def give_keyboard():
     """Gives the keyboard to the window on top; returns False if there is no window."""
-    x11 = ctypes.CDLL("libX11.so.6")
-    x11.XOpenDisplay.restype = ctypes.c_void_p
-    x11.XDefaultRootWindow.restype = ctypes.c_ulong
-    display = ctypes.c_void_p(x11.XOpenDisplay(None))
-    try:
-        seen = windows(x11, display)
+    with connection() as (x11, display):
+        seen = seen_windows(x11, display)
         if seen:
-            x11.XSetInputFocus(display, seen[-1], REVERT_TO_PARENT, ctypes.c_ulong(CURRENT_TIME))
+            x11.XSetInputFocus(display, ctypes.c_ulong(seen[-1]), REVERT_TO_PARENT,
+                               ctypes.c_ulong(CURRENT_TIME))
         return bool(seen)
-    finally:
-        x11.XCloseDisplay(display)
 
 
 def png(width, height, rows):
-    """A PNG file of \\a rows, each \\a width pixels of three bytes."""
+    """A PNG file of rows, each width pixels of three bytes."""
     def chunk(kind, content):
         return (struct.pack(">I", len(content)) + kind + content +
                 struct.pack(">I", zlib.crc32(kind + content)))
@@ -72,7 +87,7 @@ def png(width, height, rows):
 
 
 def save_picture(framebuffer, path):
-    """Writes what the display shows, kept by Xvfb in file \\a framebuffer as XWD, to \\a path."""
+    """Writes what the display shows, kept by Xvfb in file framebuffer as XWD, to path."""
     dump = Path(framebuffer).read_bytes()
     field = struct.unpack(">25I", dump[:100])
     header_size, width, height, line_bytes, colours = (

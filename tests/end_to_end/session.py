@@ -20,7 +20,7 @@ FOREIGN = ("DBUS_SESSION_BUS_ADDRESS", "AT_SPI_BUS_ADDRESS", "WAYLAND_DISPLAY", 
 
 
 def start_display(folder):
-    """Starts Xvfb with its picture kept as a file in \\a folder; returns the process and its name.
+    """Starts Xvfb with its picture kept as a file in folder; returns the process and its name.
 
     The display chooses a free number itself and says it when it is ready.
     """
@@ -53,7 +53,7 @@ def environment(folder, display, prefix, output):
 
 
 def main(group, prefix, output):
-    """Runs the scenarios of \\a group; returns their status."""
+    """Runs the scenarios of group; returns their status."""
     # Short, since sockets are made in it, and outside the build folder, whose path may be long.
     folder = Path(tempfile.mkdtemp(prefix="velm-"))
     display = None

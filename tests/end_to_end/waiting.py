@@ -14,8 +14,8 @@ class NotSeen(AssertionError):
 
 
 def until(condition, what, patience=PATIENCE):
-    """Returns the first true value that \\a condition gives; NotSeen, naming \\a what, after
-    \\a patience seconds.
+    """Returns the first true value that condition gives; NotSeen, naming what, after
+    patience seconds.
 
     A condition may look at something that is not there yet, or that goes while it is looked at:
     the bus then raises an error, which counts as a no.
@@ -35,7 +35,7 @@ def until(condition, what, patience=PATIENCE):
 
 
 def until_equal(read, expected, what):
-    """Waits until \\a read gives \\a expected; NotSeen shows what it gave last."""
+    """Waits until read gives expected; NotSeen shows what it gave last."""
     last = [None]
 
     def matches():

@@ -1,17 +1,21 @@
 """The program's window, by the names that its controls have for assistive technology."""
 
 import pyatspi
+from gi.repository import GLib
 
 import keyboard
+import screen
 from accessible import act, find, has, text
 from grid import Grid
+from listening import FocusListener
 from waiting import until, until_equal
 
 # A label, a box around controls and an entry of a menu may bear the name of a control.
 CONTROLS = {pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_TEXT, pyatspi.ROLE_CHECK_BOX,
             pyatspi.ROLE_RADIO_BUTTON, pyatspi.ROLE_PAGE_TAB, pyatspi.ROLE_TABLE,
             pyatspi.ROLE_LIST}
-OPERATIONS = ("Read", "Verify", "Write", "Logic test")
+# More than any window has stations.
+MOST_TABS = 40
 
 
 class Window:
@@ -22,7 +26,7 @@ class Window:
         self._controls = {}
 
     def control(self, name):
-        """The control called \\a name, once it is there."""
+        """The control called name, once it is there."""
         if name not in self._controls:
             self._controls[name] = until(lambda: find(self.node, name, CONTROLS),
                                          f"a control called {name!r}")
@@ -34,7 +38,7 @@ class Window:
         act(self.control(name), "Press")
 
     def switch(self, name, on=True):
-        """Brings a check box or a radio button into the state \\a on."""
+        """Brings a check box or a radio button into the state on."""
         if self.is_on(name) != on:
             act(self.control(name), "Toggle")
         until_equal(lambda: self.is_on(name), on, f"the state of {name!r}")
@@ -62,9 +66,20 @@ class Window:
 
     def focus(self, name):
         """Gives the keyboard to a control."""
+        screen.give_keyboard()
         control = self.control(name)
         control.queryComponent().grabFocus()
         until(lambda: has(control, pyatspi.STATE_FOCUSED), f"the focus on {name!r}")
+
+    def tab_to(self, name):
+        """Leads the keyboard to a control by the tabulator."""
+        listener = FocusListener()
+        for _ in range(MOST_TABS):
+            if has(self.control(name), pyatspi.STATE_FOCUSED):
+                break
+            listener.after(lambda: keyboard.press("Tab"))
+        listener.stop()
+        until(lambda: has(self.control(name), pyatspi.STATE_FOCUSED), f"the focus on {name!r}")
 
     def type(self, name, value):
         """Replaces the text of a field at the keyboard, and enters it."""
@@ -75,8 +90,37 @@ class Window:
         keyboard.press("Return")
 
 
+class Dialog(Window):
+    """A dialog on the main window."""
+
+    def close(self, button):
+        """Presses button and waits until the dialog is gone."""
+        self.press(button)
+        self.wait_closed()
+
+    def wait_closed(self):
+        """Waits until the dialog is gone."""
+        until(lambda: not self.is_open(), "the end of the dialog")
+
+    def is_open(self):
+        """False once the dialog is hidden or has ceased to be."""
+        try:
+            return has(self.node, pyatspi.STATE_SHOWING)
+        except GLib.Error:
+            return False
+
+    def give_path(self, path, button):
+        """Fills in a file panel and confirms it."""
+        self.fill("File name:", str(path))
+        self.close(button)
+
+
 class MainWindow(Window):
     """The main window."""
+
+    def __init__(self, application):
+        super().__init__(application[0])
+        self.application = application
 
     @property
     def grid(self):
@@ -101,8 +145,16 @@ class MainWindow(Window):
     def show(self, tab):
         """Chooses a tab."""
         self.press(tab)
-        until(lambda: has(self.control(tab), pyatspi.STATE_SELECTED) or
-              self.heading().startswith(tab), f"tab {tab!r} to be chosen")
+        tabs = self.control(tab).parent
+        until_equal(lambda: tabs.name, tab, "the tab that is chosen")
+
+    def dialog(self, title):
+        """The dialog called title, once it is open."""
+        def opened():
+            found = find(self.application, title, {pyatspi.ROLE_DIALOG})
+            return found if has(found, pyatspi.STATE_SHOWING) else None
+
+        return Dialog(until(opened, f"a dialog called {title!r}"))
 
     def operate(self, operation, status=0):
         """Presses an operation's button and waits for its end; returns what the console got."""
