@@ -3,7 +3,6 @@
 #include "grid/GridColumns.h"
 #include "image/NumberScanning.h"
 
-#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -31,14 +30,15 @@ QByteArray oneByteForEachUnit(QStringView text) {
     return bytes;
 }
 
-/// Overwrites from \a offset on; gives the number of bytes by which the buffer became longer.
-qsizetype overwrite(QByteArray &buffer, qsizetype offset, const QByteArray &bytes) {
-    const qsizetype growth = std::max<qsizetype>(0, offset + bytes.size() - buffer.size());
+/// Overwrites from \a offset on, and lengthens the buffer where that is needed.
+CellEdit overwrite(QByteArray &buffer, qsizetype offset, const QByteArray &bytes) {
+    const QByteArray replaced = buffer.mid(offset, bytes.size());
+    const qsizetype growth = bytes.size() - replaced.size();
     if (growth > 0)
         buffer.resize(buffer.size() + growth);
     if (!bytes.isEmpty())
         std::memcpy(buffer.data() + offset, bytes.constData(), size_t(bytes.size()));
-    return growth;
+    return {.offset = offset, .bytesWritten = bytes.size(), .grewBy = growth, .replaced = replaced};
 }
 
 /// The byte that a hexadecimal entry stands for. Zero is refused like a value that is too large:
@@ -52,16 +52,15 @@ std::optional<char> enteredByte(const QString &entry) {
 }
 
 CellEdit writeText(QByteArray &buffer, qsizetype offset, const QString &entry) {
-    const QByteArray bytes = oneByteForEachUnit(withoutOuterQuotes(entry));
-    const qsizetype growth = overwrite(buffer, offset, bytes);
-    return {.offset = offset, .bytesWritten = bytes.size(), .grewBy = growth};
+    return overwrite(buffer, offset, oneByteForEachUnit(withoutOuterQuotes(entry)));
 }
 
 CellEdit writeByte(QByteArray &buffer, qsizetype offset, const QString &entry) {
     const char before = buffer.constData()[offset];
     const std::optional<char> byte = enteredByte(entry);
-    overwrite(buffer, offset, QByteArray(1, byte.value_or(before)));
-    return {.offset = offset, .bytesWritten = 1, .rejected = !byte};
+    CellEdit edit = overwrite(buffer, offset, QByteArray(1, byte.value_or(before)));
+    edit.rejected = !byte;
+    return edit;
 }
 
 } // namespace

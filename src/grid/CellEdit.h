@@ -13,6 +13,8 @@ struct CellEdit {
     qsizetype bytesWritten = 0;
     /// Number of bytes by which the buffer became longer.
     qsizetype grewBy = 0;
+    /// The bytes that were overwritten: as many as were written, less those that were appended.
+    QByteArray replaced;
     /// The entry was no value from 1 to FF: the byte was written back as it was, and the user is
     /// to hear the beep.
     bool rejected = false;

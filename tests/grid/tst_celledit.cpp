@@ -20,12 +20,25 @@ namespace {
 
 constexpr auto untouched = CellEditOutcome();
 
+/// 40 bytes 0x20 to 0x47: two whole rows and half of one.
+QByteArray image() {
+    QByteArray bytes;
+    for (char byte = ' '; byte < 'H'; ++byte)
+        bytes.append(byte);
+    return bytes;
+}
+
 CellEdit written(qint64 offset, qsizetype count, qsizetype grewBy = 0) {
-    return {.offset = offset, .bytesWritten = count, .grewBy = grewBy};
+    return {.offset = offset,
+            .bytesWritten = count,
+            .grewBy = grewBy,
+            .replaced = image().mid(offset, count)};
 }
 
 CellEdit rejected(qint64 offset) {
-    return {.offset = offset, .bytesWritten = 1, .rejected = true};
+    CellEdit edit = written(offset, 1);
+    edit.rejected = true;
+    return edit;
 }
 
 /// The bytes from \a at on, with the rest of \a before as it was.
@@ -34,14 +47,6 @@ QByteArray with(QByteArray before, qsizetype at, const QByteArray &bytes) {
 }
 
 } // namespace
-
-/// 40 bytes 0x20 to 0x47: two whole rows and half of one.
-static QByteArray image() {
-    QByteArray bytes;
-    for (char byte = ' '; byte < 'H'; ++byte)
-        bytes.append(byte);
-    return bytes;
-}
 
 void TestCellEdit::commit_data() {
     QTest::addColumn<QString>("entry");
@@ -143,7 +148,9 @@ void TestCellEdit::commit_writesEveryByteValueButZero() {
     for (int value = 0; value < 256; ++value) {
         QByteArray bytes("before");
         const auto outcome = commitEntry(bytes, 6, QString::number(value, 16), 3, 0);
-        QCOMPARE(outcome, CellEditOutcome(value == 0 ? rejected(2) : written(2, 1)));
+        CellEdit expected = value == 0 ? rejected(2) : written(2, 1);
+        expected.replaced = "f";
+        QCOMPARE(outcome, CellEditOutcome(expected));
         QCOMPARE(bytes,
                  value == 0 ? QByteArray("before") : with("before", 2, QByteArray(1, char(value))));
     }
