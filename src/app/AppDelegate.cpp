@@ -22,7 +22,6 @@
 namespace {
 
 constexpr qsizetype expectedRuns = 10;
-const QString editsTopic = QStringLiteral("edits");
 
 } // namespace
 
@@ -99,6 +98,7 @@ CompositionInputs AppDelegate::compositionInputs() const {
 void AppDelegate::build_output_data(QObject *) {
     m_emptyWriteAnnounced = false;
     const ByteBuffer edited = m_handEdits > 0 ? m_state.output_data : nullptr;
+    m_editHistory.clear();
     m_state.output_data = nullptr;
     const CompositionInputs inputs = compositionInputs();
     const Composition composition = composeImage(inputs);
@@ -112,28 +112,6 @@ void AppDelegate::build_output_data(QObject *) {
            compositionRemarks(inputs, composition).join(QLatin1Char(' ')));
     if (edited)
         offerReplacedEdits(edited);
-}
-
-// Edits made by hand may be an hour's work, and any control of the composition replaces them.
-void AppDelegate::offerReplacedEdits(const ByteBuffer &edited) {
-    const int edits = std::exchange(m_handEdits, 0);
-    if (m_state.output_data && *m_state.output_data == *edited)
-        return;
-    outlets.messageLine->setNotice(
-        editsTopic, MessageLine::Severity::Warning,
-        tr("%n hand edit(s) were replaced.", nullptr, edits),
-        {tr("Restore"), [this, edited, edits] { restoreEdits(edited, edits); }});
-}
-
-void AppDelegate::restoreEdits(const ByteBuffer &edited, int edits) {
-    if (runInProgress())
-        return;
-    m_state.output_data = edited;
-    m_handEdits = edits;
-    m_emptyWriteAnnounced = false;
-    outlets.messageLine->clearNotice(editsTopic);
-    write_output_data_to_temp_file(this);
-    tabView_didSelectTabViewItem(outlets.tabview, outlets.tabview->selectedTabViewItem());
 }
 
 void AppDelegate::build_and_reload() {
@@ -158,11 +136,6 @@ void AppDelegate::appendToOutputView(const QString &text) {
         if (console)
             console->appendText(text);
     });
-}
-
-void AppDelegate::commitPendingInput() {
-    outlets.keyBinder->commitPending();
-    outlets.tableview->commitOpenEditor();
 }
 
 // An empty sentence takes the topic's notice away.

@@ -14,6 +14,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
+#include <QUndoStack>
 
 #include <functional>
 
@@ -32,6 +33,7 @@ class SettingsStore;
 class TabView;
 class WindowMemory;
 class device_searcher;
+struct CellEdit;
 struct FilePanelRequest;
 struct ShownContent;
 struct TabViewItem;
@@ -110,6 +112,15 @@ public:
     bool runInProgress() const;
     /// Commits whatever is being typed (a field or a cell of the grid).
     void commitPendingInput();
+
+    // Edits made by hand
+
+    /// The edits of the data to burn since it was composed last, to look at.
+    const QUndoStack &editHistory() const { return m_editHistory; }
+    /// Takes the last edit back and shows its place. Does nothing during a run, or without one.
+    void undoEdit();
+    /// Makes the edit again that was taken back last.
+    void redoEdit();
 
     // The image and its files
 
@@ -195,6 +206,10 @@ private:
     CompositionInputs compositionInputs() const;
     void offerReplacedEdits(const ByteBuffer &edited);
     void restoreEdits(const ByteBuffer &edited, int edits);
+    void takeEdit(const CellEdit &edit, const QString &entry);
+    void rememberEdit(const CellEdit &edit);
+    void replaceBytes(qsizetype offset, qsizetype length, const QByteArray &bytes);
+    void saveAndShowEdit();
     ShownContent shownContent() const;
     void exportImage(ByteBuffer State::*image, const QString &emptyLogLine,
                      const QString &emptySentence, const QString &nameEnding);
@@ -217,6 +232,7 @@ private:
     QPointer<QMainWindow> window_;
     State m_state;
     QPointer<ScriptedMiniPro> m_currentRun;
+    QUndoStack m_editHistory;
     int m_handEdits = 0;
     bool m_emptyWriteAnnounced = false;
 };

@@ -2,7 +2,6 @@
 
 #include "app/AppDelegate.h"
 
-#include "grid/CellEdit.h"
 #include "grid/GridColumns.h"
 #include "grid/GridPresentation.h"
 #include "grid/GridView.h"
@@ -59,14 +58,6 @@ QStringList AppDelegate::trimEmptyStrings(const QStringList &strings) const {
     return ::trimEmptyStrings(strings);
 }
 
-QString AppDelegate::hexDigitFor(quint16 value) const {
-    return ::hexDigitFor(value);
-}
-
-QString AppDelegate::hexValue(quint64 value) const {
-    return ::hexValue(value);
-}
-
 ShownContent AppDelegate::shownContent() const {
     return {selectedTab(), m_state.display_data, m_state.strData, m_state.logictest_headers,
             m_state.logictest_rows};
@@ -79,29 +70,6 @@ quint64 AppDelegate::numberOfRowsInTableView(QObject *) {
 CellValue AppDelegate::tableView_objectValueForTableColumn_row(QObject *, const QString &column,
                                                                qint64 row) {
     return cellValue(shownContent(), column, row);
-}
-
-bool AppDelegate::tableView_shouldEditTableColumn_row(QObject *, const QString &, qint64) {
-    return mayEdit(selectedTab());
-}
-
-void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const QString &value,
-                                                              const QString &column, qint64 row) {
-    if (selectedTab() != burnTabIdentifier() || !m_state.output_data)
-        return;
-    const CellEditOutcome edit = commitEntry(*m_state.output_data, m_state.strData.length(), value,
-                                             columnNumber(column), row);
-    if (!edit)
-        return;
-    if (edit->rejected)
-        m_beep();
-    else
-        ++m_handEdits;
-    write_output_data_to_temp_file(this);
-    loadStrData(this);
-    outlets.tableview->reloadData();
-    outlets.tableview->advanceAfterEdit(*edit);
-    sayTextRemark(burnTabIdentifier());
 }
 
 bool AppDelegate::tableView_shouldSelectRow(QObject *, qint64) {

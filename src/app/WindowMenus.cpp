@@ -71,6 +71,35 @@ void fillFileMenu(MainWindow &window, AppDelegate &delegate, WindowMenus &menus)
                [&window] { window.close(); });
 }
 
+/// Turns \a action on while the history holds something for it and no run is in progress.
+template <typename Changed, typename IsPossible>
+void followHistory(QAction *action, AppDelegate &delegate, Changed changed, IsPossible isPossible) {
+    const auto refresh = [action, &delegate, isPossible] {
+        action->setEnabled((delegate.editHistory().*isPossible)() && !delegate.runInProgress());
+    };
+    QObject::connect(&delegate.editHistory(), changed, action, refresh);
+    QObject::connect(&delegate, &AppDelegate::runInProgressChanged, action, refresh);
+    refresh();
+}
+
+void fillEditMenu(MainWindow &window, AppDelegate &delegate) {
+    Ui::MainWindow &c = window.controls();
+    MenuFiller edit(*window.menuBar(), AppDelegate::tr("&Edit"));
+    QAction *undo = edit.calls(AppDelegate::tr("&Undo edit"), QKeySequence::Undo, &delegate,
+                               [&delegate] { delegate.undoEdit(); });
+    QAction *redo = edit.calls(AppDelegate::tr("&Redo edit"), QKeySequence::Redo, &delegate,
+                               [&delegate] { delegate.redoEdit(); });
+    redo->setShortcuts(QKeySequence::Redo); // more than one key does it where that is the custom
+    followHistory(undo, delegate, &QUndoStack::canUndoChanged, &QUndoStack::canUndo);
+    followHistory(redo, delegate, &QUndoStack::canRedoChanged, &QUndoStack::canRedo);
+    edit.menu()->addSeparator();
+    edit.calls(AppDelegate::tr("&Go to address"), QKeySequence(Qt::CTRL | Qt::Key_G), c.goToField,
+               [field = c.goToField] {
+                   field->setFocus(Qt::ShortcutFocusReason);
+                   field->selectAll();
+               });
+}
+
 void fillChipMenu(MainWindow &window, WindowMenus &menus) {
     Ui::MainWindow &c = window.controls();
     MenuFiller chip(*window.menuBar(), AppDelegate::tr("&Chip"));
@@ -117,6 +146,7 @@ void fillHelpMenu(MainWindow &window) {
 WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate) {
     WindowMenus menus;
     fillFileMenu(window, delegate, menus);
+    fillEditMenu(window, delegate);
     fillChipMenu(window, menus);
     fillViewMenu(window);
     fillHelpMenu(window);

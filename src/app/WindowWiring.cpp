@@ -1,6 +1,7 @@
 #include "app/WindowWiring.h"
 
 #include "app/AppDelegate.h"
+#include "app/GoToAddress.h"
 #include "app/MainWindow.h"
 #include "devices/DeviceSearchPanel.h"
 #include "devices/UAStringManager.h"
@@ -12,6 +13,7 @@
 #include "ui_MainWindow.h"
 
 #include <QFontDatabase>
+#include <QLocale>
 
 #include <utility>
 
@@ -39,11 +41,23 @@ void fillOutlets(Ui::MainWindow &c, AppDelegate &delegate, const WindowParts &pa
     outlets.btn_pad_00 = c.btn_pad_00;
 }
 
-void wireTabsAndGrid(Ui::MainWindow &c, AppDelegate &delegate) {
+void wireGrid(Ui::MainWindow &c, AppDelegate &delegate) {
+    c.tableview->setSource(delegate);
+    new GoToAddress(*c.goToField, *c.tableview, *c.messageLine, delegate, c.goToField);
+    QObject::connect(c.tableview, &GridView::copyRefused, c.messageLine,
+                     [line = c.messageLine](qint64 rows) {
+                         line->setNotice(QStringLiteral("copy"), MessageLine::Severity::Warning,
+                                         AppDelegate::tr("%1 rows are too many to copy: at most %2 "
+                                                         "can be copied at a time.")
+                                             .arg(QLocale().toString(rows),
+                                                  QLocale().toString(GridView::largestCopy)));
+                     });
+}
+
+void wireTabs(Ui::MainWindow &c, AppDelegate &delegate) {
     c.tabview->addTabViewItem(readTabIdentifier(), AppDelegate::tr("Data read from chip"));
     c.tabview->addTabViewItem(burnTabIdentifier(), AppDelegate::tr("Data to burn"));
     c.tabview->addTabViewItem(logicTabIdentifier(), AppDelegate::tr("Logic test results"));
-    c.tableview->setSource(delegate);
     QObject::connect(c.tabview, &TabView::didSelectTabViewItem, &delegate,
                      [&delegate, tabs = c.tabview](const TabViewItem &item) {
                          delegate.commitPendingInput();
@@ -139,6 +153,7 @@ void dress(MainWindow &window) {
                 path->setCursorPosition(0); // the beginning of a path tells more than its end
         });
     c.padToTextField->setFont(fixed);
+    c.goToField->setFont(fixed);
     c.splitter->setStretchFactor(0, 1);
     c.splitter->setStretchFactor(1, 0);
     const QFontMetrics letters(c.textView->font());
@@ -152,7 +167,8 @@ void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts
     Ui::MainWindow &controls = window.controls();
     delegate.setWindow(&window);
     fillOutlets(controls, delegate, parts);
-    wireTabsAndGrid(controls, delegate);
+    wireGrid(controls, delegate);
+    wireTabs(controls, delegate);
     wireOperations(controls, delegate);
     bindControls(controls, delegate, parts.binder);
     wireDevices(controls, delegate, parts);

@@ -138,9 +138,8 @@ class MainWindow(Window):
     def heading(self):
         """The text of the label right above the table."""
         table = self.control("Bytes")
-        above = table.parent[table.getIndexInParent() - 1]
-        assert above.getRole() == pyatspi.ROLE_LABEL, above
-        return above.name
+        siblings = [table.parent[index] for index in range(table.getIndexInParent())]
+        return [each.name for each in siblings if each.getRole() == pyatspi.ROLE_LABEL][-1]
 
     def show(self, tab):
         """Chooses a tab."""

@@ -1,9 +1,5 @@
-#include "window/WindowFixture.h"
+#include "window/EditingSteps.h"
 
-#include "grid/CellEditor.h"
-#include "settings/SettingsKeys.h"
-
-#include <QLineEdit>
 #include <QPushButton>
 
 /// Editing bytes of the data to burn in the grid.
@@ -29,41 +25,6 @@ private slots:
     void compositionOfTheSameBytes_losesNoEdits();
     void editsDoNotTouchTheReadData();
 };
-
-namespace {
-
-// Sixteen known bytes and four more on the data-to-burn tab.
-void showTwentyBytes(WindowFixture &velm) {
-    velm.settings().setValue(settingsKeys::binary,
-                             velm.write(QStringLiteral("rom.bin"), "0123456789ABCDEFGHIJ"));
-    velm.start();
-    velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
-    velm.log.take();
-}
-
-// Opens a cell as F2 does, types over what it holds and ends with Enter.
-void enter(WindowFixture &velm, int row, int column, const QString &text) {
-    GridView *grid = velm.controls().tableview;
-    grid->setFocus();
-    grid->setCurrentIndex(grid->model()->index(row, column));
-    QTest::keyClick(grid, Qt::Key_F2);
-    auto *editor = qobject_cast<QLineEdit *>(grid->openEditor());
-    QVERIFY(editor);
-    editor->selectAll();
-    if (text.isEmpty())
-        QTest::keyClick(editor, Qt::Key_Delete);
-    else
-        editor->insert(text); // some letters are on no simulated keyboard
-    QTest::keyClick(editor, Qt::Key_Return);
-    QCoreApplication::processEvents();
-    QVERIFY(!grid->openEditor());
-}
-
-QByteArray onDisk(WindowFixture &velm) {
-    return WindowFixture::bytesOf(velm.temporary(QStringLiteral("temp.bin")));
-}
-
-} // namespace
 
 void TestWindowEdit::typing_changesTheByteTheFileAndTheCharacters() {
     WindowFixture velm;
@@ -229,7 +190,7 @@ void TestWindowEdit::editsReplacedByAComposition_canBeRestored() {
     velm.click(velm.controls().btn_pad_00);
     velm.settle();
     QCOMPARE(*velm.state().output_data, QByteArray("0123456789ABCDEFGHIJ"));
-    QVERIFY2(velm.message().contains(QStringLiteral("2 hand edit")), qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(QStringLiteral("2 hand edits were replaced.")), qPrintable(velm.message()));
     auto *restore = velm.controls().messageLine->findChild<QPushButton *>();
     QVERIFY(restore && restore->isVisible());
     velm.click(restore);

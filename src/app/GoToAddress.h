@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QObject>
+
+class AppDelegate;
+class GridView;
+class MessageLine;
+class QLineEdit;
+
+/// The field that leads to a byte of the image that is shown: Enter moves the grid's cursor there
+/// and gives it the keyboard; the message line says why that is not possible.
+class GoToAddress final : public QObject {
+    Q_OBJECT
+
+public:
+    /// All must outlive this.
+    GoToAddress(QLineEdit &field, GridView &grid, MessageLine &messageLine,
+                const AppDelegate &delegate, QObject *parent);
+
+private:
+    void go();
+    /// Moves to the address; a sentence that says why not, or nothing.
+    QString goTo(const QString &address);
+
+    QLineEdit &m_field;
+    GridView &m_grid;
+    MessageLine &m_messageLine;
+    const AppDelegate &m_delegate;
+};
