@@ -144,6 +144,7 @@ void ScriptedMiniPro::takeWhatThePipesHold() {
     if (!listening)
         return;
     // What a process that the tool left behind prints from now on may never end, and waits.
+    completeErrorLine();
     const qint64 outputBytes = outFile->bytesAvailable();
     const qint64 errorBytes = errFile->bytesAvailable();
     takeBytes(outputBytes, outFile);
@@ -172,6 +173,8 @@ void ScriptedMiniPro::errData(ReadHandle *handle) {
 }
 
 void ScriptedMiniPro::appendDataFrom_to(ReadHandle *handle, QString &text) {
+    if (handle == outFile)
+        completeErrorLine();
     const std::optional<QByteArray> chunk = availableDataOrError(handle);
     if (chunk && !chunk->isEmpty())
         handleChunk(handle, *chunk, text);
@@ -192,13 +195,15 @@ std::optional<QByteArray> ScriptedMiniPro::availableDataOrError(ReadHandle *hand
 }
 
 void ScriptedMiniPro::handleChunk(ReadHandle *handle, const QByteArray &chunk, QString &text) {
-    show((handle == errFile ? errDecoder : outDecoder).decode(chunk), text);
+    const bool isError = handle == errFile;
+    show((isError ? errDecoder : outDecoder).decode(chunk), text);
+    (isError ? errorWithinLine : outputWithinLine) = !chunk.endsWith('\n');
     if (operation != LogicOperation)
         return;
     appendToResultsFile(resolvedPathOf(defaults, settingsKeys::temp_logic_chip_test_results_file),
                         chunk, log);
     if (handle == outFile)
-        keepErrorsOutOfRows(chunk);
+        keepErrorsOutOfRows();
 }
 
 void ScriptedMiniPro::show(const QString &piece, QString &text) {
@@ -208,11 +213,28 @@ void ScriptedMiniPro::show(const QString &piece, QString &text) {
     log.write(QLatin1String("| ") + piece);
 }
 
-void ScriptedMiniPro::keepErrorsOutOfRows(const QByteArray &chunk) {
-    if (chunk.endsWith('\n') || task.hasEnded())
+void ScriptedMiniPro::keepErrorsOutOfRows() {
+    if (!outputWithinLine || task.hasEnded())
         errFile->letGo();
     else
         errFile->holdBack(largestHeldBackError);
+}
+
+// The tool writes one thing after the other: when output of it can be read, the rest of a line of
+// errors that it began before is in the other pipe. A row that went first would be lost in that
+// line.
+void ScriptedMiniPro::completeErrorLine() {
+    if (operation != LogicOperation || !errorWithinLine || outputWithinLine)
+        return;
+    QByteArray rest;
+    while (!rest.endsWith('\n') && errFile->bytesAvailable() > 0) {
+        const std::optional<QByteArray> byte = availableDataOrError(errFile, 1);
+        if (!byte || byte->isEmpty())
+            break;
+        rest.append(*byte);
+    }
+    if (!rest.isEmpty())
+        handleChunk(errFile, rest, mstroutput);
 }
 
 void ScriptedMiniPro::countEmptyRead(ReadHandle *handle) {

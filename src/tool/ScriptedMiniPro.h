@@ -98,7 +98,8 @@ private:
     void handleChunk(ReadHandle *handle, const QByteArray &chunk, QString &text);
     void countEmptyRead(ReadHandle *handle);
     void show(const QString &piece, QString &text);
-    void keepErrorsOutOfRows(const QByteArray &chunk);
+    void keepErrorsOutOfRows();
+    void completeErrorLine();
     void stopListening();
     void childEnded();
     void closeIfDone();
@@ -134,5 +135,7 @@ private:
     bool consoleIsObject = false;
     OutputDecoder outDecoder;
     OutputDecoder errDecoder;
+    bool outputWithinLine = false;
+    bool errorWithinLine = false;
     bool listening = true;
 };

@@ -21,6 +21,7 @@
 namespace {
 
 constexpr const char *goOnFile = "go-on";
+constexpr const char *allSaidFile = "all-said";
 
 void say(int stream, std::string_view text) {
     while (!text.empty()) {
@@ -155,6 +156,17 @@ int logicBothStreams() {
     return 0;
 }
 
+/// A line of errors that comes in two reads, and a table that is there by the second.
+int logicSplitError() {
+    say(2, "Serial code: ");
+    waitUntilTaken(2);
+    say(2, "ABCD\nUSB speed: 12Mbps\n");
+    say(1, "      1  2  \n0000: 0  H  \n");
+    say(2, "Logic test successful.\n");
+    close(open(allSaidFile, O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
+    return 0;
+}
+
 int describeInput() {
     pollfd question{0, POLLIN, 0};
     say(1, poll(&question, 1, 0) == 0 ? "open and empty" : "closed or filled");
@@ -225,6 +237,7 @@ constexpr Behaviour behaviours[] = {
     {"logic-test", logicTest},
     {"logic-flood", logicFlood},
     {"logic-both-streams", logicBothStreams},
+    {"logic-split-error", logicSplitError},
     {"describe-input", describeInput},
     {"describe-inheritance", describeInheritance},
     {"describe-folder", describeFolder},

@@ -1,6 +1,8 @@
 #include "ToolBench.h"
 
+#include <QDeadlineTimer>
 #include <QTest>
+#include <QThread>
 
 #include <cstring>
 #include <sys/stat.h>
@@ -11,6 +13,7 @@ class TestToolRunLogic : public QObject {
 
 private slots:
     void verdict_neverLandsInsideARow();
+    void table_neverLandsInsideALineOfErrors();
     void tooManyErrors_doNotWaitForEver();
     void results_areTheRawBytesOfBothStreams();
     void results_ofTheRunBeforeAreRemoved();
@@ -30,6 +33,23 @@ int runLogicTest(ToolBench &bench, const char *behaviour) {
     return run->launch();
 }
 
+/// Shows the first piece so slowly that the tool has said everything by then.
+class SlowConsole final : public Console {
+public:
+    explicit SlowConsole(QString awaitedFile) : m_awaitedFile(std::move(awaitedFile)) {}
+
+    void appendText(const QString &) override {
+        const QDeadlineTimer patience(std::chrono::seconds(20));
+        while (!QFile::exists(m_awaitedFile) && !patience.hasExpired())
+            QThread::yieldCurrentThread();
+    }
+    void beginRun() override {}
+    void endRun() override {}
+
+private:
+    QString m_awaitedFile;
+};
+
 } // namespace
 
 void TestToolRunLogic::verdict_neverLandsInsideARow() {
@@ -39,6 +59,20 @@ void TestToolRunLogic::verdict_neverLandsInsideARow() {
                                 "Logic test failed: 1 errors encountered.\n";
     QCOMPARE(ToolBench::contentsOf(bench.path("temp_logtest.bin")), expected);
     QCOMPARE(bench.linesOfOutput().join(QString()), QString::fromLatin1(expected));
+}
+
+void TestToolRunLogic::table_neverLandsInsideALineOfErrors() {
+    ToolBench bench;
+    bench.useDouble("logic-split-error");
+    SlowConsole console(bench.path("all-said"));
+    const auto run = bench.newRun();
+    run->setOutputView(&console);
+    run->setLogicOperation();
+    QCOMPARE(run->launch(), 0);
+    const QByteArray results = ToolBench::contentsOf(bench.path("temp_logtest.bin"));
+    QVERIFY2(results.startsWith("Serial code: ABCD\n"), results);
+    QVERIFY2(results.contains("\n      1  2  \n0000: 0  H  \n"), results);
+    QVERIFY2(results.contains("\nLogic test successful.\n"), results);
 }
 
 void TestToolRunLogic::tooManyErrors_doNotWaitForEver() {
