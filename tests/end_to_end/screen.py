@@ -29,10 +29,17 @@ class WindowAttributes(ctypes.Structure):
         ("map_state", ctypes.c_int), ("rest", ctypes.c_byte * ROOM)]
 
 
+# Windows come and go while they are looked at, and what was asked of one that has gone is an
+# error, for which Xlib would end the process.
+ErrorHandler = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)
+overlook = ErrorHandler(lambda display, error: 0)
+
+
 @contextmanager
 def connection():
     """Xlib and a connection of its own to the display."""
     x11 = ctypes.CDLL("libX11.so.6")
+    x11.XSetErrorHandler(overlook)
     x11.XOpenDisplay.restype = ctypes.c_void_p
     x11.XDefaultRootWindow.restype = ctypes.c_ulong
     display = ctypes.c_void_p(x11.XOpenDisplay(None))
@@ -51,9 +58,9 @@ def seen_windows(x11, display):
     seen = []
     for index in range(count.value):
         attributes = WindowAttributes()
-        x11.XGetWindowAttributes(display, ctypes.c_ulong(children[index]),
-                                 ctypes.byref(attributes))
-        if attributes.map_state == VIEWABLE:
+        known = x11.XGetWindowAttributes(display, ctypes.c_ulong(children[index]),
+                                         ctypes.byref(attributes))
+        if known and attributes.map_state == VIEWABLE:
             seen.append(children[index])
     return seen
 
@@ -65,13 +72,16 @@ def stack():
 
 
 def give_keyboard():
-    """Gives the keyboard to the window on top; returns False if there is no window."""
+    """Gives the keyboard to the window on top; returns whether it has it."""
     with connection() as (x11, display):
         seen = seen_windows(x11, display)
-        if seen:
-            x11.XSetInputFocus(display, ctypes.c_ulong(seen[-1]), REVERT_TO_PARENT,
-                               ctypes.c_ulong(CURRENT_TIME))
-        return bool(seen)
+        if not seen:
+            return False
+        x11.XSetInputFocus(display, ctypes.c_ulong(seen[-1]), REVERT_TO_PARENT,
+                           ctypes.c_ulong(CURRENT_TIME))
+        focused, revert = ctypes.c_ulong(), ctypes.c_int()
+        x11.XGetInputFocus(display, ctypes.byref(focused), ctypes.byref(revert))
+        return focused.value == seen[-1]
 
 
 def png(width, height, rows):

@@ -66,7 +66,7 @@ class Window:
 
     def focus(self, name):
         """Gives the keyboard to a control."""
-        screen.give_keyboard()
+        until(screen.give_keyboard, "the keyboard in the window on top")
         control = self.control(name)
         control.queryComponent().grabFocus()
         until(lambda: has(control, pyatspi.STATE_FOCUSED), f"the focus on {name!r}")
