@@ -34,7 +34,7 @@ void sendKey(QWidget *target, int key, const QString &text = {}) {
 
 } // namespace
 
-Demonstration::Demonstration(VelmWindow &velm) : m_velm(velm) {
+Demonstration::Demonstration(VelmWindow &velm) : velm_(velm) {
     settle();
 }
 
@@ -45,15 +45,15 @@ bool Demonstration::readComposeWriteVerify() {
 }
 
 bool Demonstration::read() {
-    const bool good = operation(m_velm.window().controls().btn_read, QStringLiteral("Read"));
-    const qsizetype length = lengthOf(m_velm.delegate().state().read_from_chip_data);
+    const bool good = operation(velm_.window().controls().btn_read, QStringLiteral("Read"));
+    const qsizetype length = lengthOf(velm_.delegate().state().read_from_chip_data);
     return report(length > 0,
                   QStringLiteral("%1 bytes in the grid").arg(QLocale().toString(length))) &&
            good;
 }
 
 bool Demonstration::composeFromRead() {
-    Ui::MainWindow &c = m_velm.window().controls();
+    Ui::MainWindow &c = velm_.window().controls();
     c.tabview->selectTabViewItem(burnTabIdentifier());
     if (!c.btn_combine_read_data->isChecked())
         press(c.btn_combine_read_data);
@@ -61,29 +61,29 @@ bool Demonstration::composeFromRead() {
     if (!c.btn_pad->isChecked())
         press(c.btn_pad);
     settle();
-    const qsizetype length = lengthOf(m_velm.delegate().state().output_data);
+    const qsizetype length = lengthOf(velm_.delegate().state().output_data);
     return report(length > 0, QStringLiteral("%1 bytes to burn").arg(QLocale().toString(length)));
 }
 
 bool Demonstration::writeAndVerify() {
-    Ui::MainWindow &c = m_velm.window().controls();
+    Ui::MainWindow &c = velm_.window().controls();
     const bool written = operation(c.btn_write, QStringLiteral("Write"));
     return operation(c.btn_verify, QStringLiteral("Verify")) && written;
 }
 
 bool Demonstration::savePicture(const QString &path) {
     settle();
-    return m_velm.window().grab().save(path);
+    return velm_.window().grab().save(path);
 }
 
 bool Demonstration::operation(QAbstractButton *button, const QString &name) {
     press(button);
     settle();
-    const QList<ScriptedMiniPro *> &runs = m_velm.delegate().state().retainArray;
+    const QList<ScriptedMiniPro *> &runs = velm_.delegate().state().retainArray;
     const bool good =
         !runs.isEmpty() && judgeRun(runs.last()->facts()).verdict == RunOutcome::Verdict::Succeeded;
     return report(good,
-                  name + QStringLiteral(": ") + m_velm.window().controls().messageLine->text());
+                  name + QStringLiteral(": ") + velm_.window().controls().messageLine->text());
 }
 
 void Demonstration::press(QAbstractButton *button) {
@@ -101,7 +101,7 @@ void Demonstration::type(QLineEdit *field, const QString &text) {
 
 void Demonstration::settle() {
     QCoreApplication::processEvents();
-    m_velm.window().controls().textView->flush();
+    velm_.window().controls().textView->flush();
     QCoreApplication::processEvents();
 }
 

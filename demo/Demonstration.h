@@ -34,5 +34,5 @@ private:
     bool operation(QAbstractButton *button, const QString &name);
     bool report(bool good, const QString &what);
 
-    VelmWindow &m_velm;
+    VelmWindow &velm_;
 };

@@ -24,16 +24,16 @@ std::string safeName(std::string name) {
 } // namespace
 
 Bench::Bench(std::filesystem::path benchFolder, FirstContent content)
-    : folder(std::move(benchFolder)), firstContent(content) {}
+    : folder_(std::move(benchFolder)), firstContent_(content) {}
 
 std::filesystem::path Bench::fileOf(const Chip &chip) const {
-    return folder / (safeName(chip.name) + ".bin");
+    return folder_ / (safeName(chip.name) + ".bin");
 }
 
 Bytes Bench::firstContentOf(const Chip &chip) const {
     const bool blankByNature = chip.technology == Technology::UvEprom;
-    const bool blank = firstContent == FirstContent::Blank ||
-                       (firstContent == FirstContent::Automatic && blankByNature);
+    const bool blank = firstContent_ == FirstContent::Blank ||
+                       (firstContent_ == FirstContent::Automatic && blankByNature);
     return blank ? Bytes(chip.size, erasedByte) : sampleContent(chip);
 }
 
@@ -49,9 +49,9 @@ Bytes Bench::load(const Chip &chip) const {
 
 void Bench::store(const Chip &chip, const Bytes &content) const {
     std::error_code error;
-    std::filesystem::create_directories(folder, error);
+    std::filesystem::create_directories(folder_, error);
     if (error)
-        throw failure("cannot make the bench folder", folder, error.value());
+        throw failure("cannot make the bench folder", folder_, error.value());
     const std::filesystem::path file = fileOf(chip);
     std::filesystem::path fresh = file;
     fresh += "." + std::to_string(getpid()) + ".new";

@@ -30,8 +30,8 @@ public:
 private:
     [[nodiscard]] Bytes firstContentOf(const Chip &chip) const;
 
-    std::filesystem::path folder;
-    FirstContent firstContent;
+    std::filesystem::path folder_;
+    FirstContent firstContent_;
 };
 
 /// Readable content that shows where it stands: the device's name, every byte value once where

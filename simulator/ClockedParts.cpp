@@ -10,14 +10,14 @@ public:
     void preset() { add({.preset = false, .clear = true, .output = true}); }
 
     void clock(bool data) {
-        state = data;
-        add({.preset = true, .clear = true, .data = data, .clocked = true, .output = state});
+        state_ = data;
+        add({.preset = true, .clear = true, .data = data, .clocked = true, .output = state_});
     }
 
     /// Without a clock the data input has no effect.
-    void hold(bool data) { add({.preset = true, .clear = true, .data = data, .output = state}); }
+    void hold(bool data) { add({.preset = true, .clear = true, .data = data, .output = state_}); }
 
-    [[nodiscard]] std::vector<LogicRow> takeRows() { return std::move(rows); }
+    [[nodiscard]] std::vector<LogicRow> takeRows() { return std::move(rows_); }
 
 private:
     struct Step {
@@ -33,7 +33,7 @@ private:
     };
 
     void add(const Step &step) {
-        state = step.output;
+        state_ = step.output;
         LogicRow row(14, 7, 14);
         for (const HalfPins &half : {HalfPins{1, 2, 3, 4, 5, 6}, HalfPins{13, 12, 11, 10, 9, 8}}) {
             row.drive(half.clear, step.clear).drive(half.preset, step.preset);
@@ -42,11 +42,11 @@ private:
             if (step.clocked)
                 row.clock(half.clock);
         }
-        rows.push_back(row);
+        rows_.push_back(row);
     }
 
-    std::vector<LogicRow> rows;
-    bool state = false;
+    std::vector<LogicRow> rows_;
+    bool state_ = false;
 };
 
 LogicPart dualFlipFlop() {
@@ -96,17 +96,17 @@ LogicPart octalStorage(std::string name, Storage storage) {
 class Counter {
 public:
     void clear() {
-        count = 0;
+        count_ = 0;
         addRow({.clear = false});
     }
 
     void load(unsigned value) {
-        count = value;
+        count_ = value;
         addRow({.load = false, .data = value, .clocked = true});
     }
 
     void step() {
-        count = (count + 1) & highest;
+        count_ = (count_ + 1) & highest;
         addRow({.clocked = true});
     }
 
@@ -115,7 +115,7 @@ public:
         addRow({.enableP = enableP, .enableT = enableT, .clocked = true});
     }
 
-    [[nodiscard]] std::vector<LogicRow> takeRows() { return std::move(rows); }
+    [[nodiscard]] std::vector<LogicRow> takeRows() { return std::move(rows_); }
 
 private:
     static constexpr unsigned highest = 15;
@@ -133,14 +133,14 @@ private:
         LogicRow row(16, 8, 16);
         row.drive(1, step.clear).drive(2, false).drive(Bus{3, 4, 5, 6}, step.data);
         row.drive(7, step.enableP).drive(9, step.load).drive(10, step.enableT);
-        row.expect(Bus{14, 13, 12, 11}, count).expect(15, step.enableT && count == highest);
+        row.expect(Bus{14, 13, 12, 11}, count_).expect(15, step.enableT && count_ == highest);
         if (step.clocked)
             row.clock(2);
-        rows.push_back(row);
+        rows_.push_back(row);
     }
 
-    std::vector<LogicRow> rows;
-    unsigned count = 0;
+    std::vector<LogicRow> rows_;
+    unsigned count_ = 0;
 };
 
 LogicPart counter() {

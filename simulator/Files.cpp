@@ -16,16 +16,16 @@ FileError failure(const std::filesystem::path &path, const char *purpose, int er
 } // namespace
 
 OutputFile::OutputFile(const std::filesystem::path &target)
-    : path(target), file(std::fopen(target.c_str(), "wbe")) {
-    if (!file)
-        throw failure(path, "writing", errno);
+    : path_(target), file_(std::fopen(target.c_str(), "wbe")) {
+    if (!file_)
+        throw failure(path_, "writing", errno);
 }
 
 void OutputFile::fill(const Bytes &content) {
-    const std::size_t written = std::fwrite(content.data(), 1, content.size(), file.get());
-    const bool closed = std::fclose(file.release()) == 0;
+    const std::size_t written = std::fwrite(content.data(), 1, content.size(), file_.get());
+    const bool closed = std::fclose(file_.release()) == 0;
     if (written != content.size() || !closed)
-        throw FileError("Could not write file " + path.string() + ": " + std::strerror(errno));
+        throw FileError("Could not write file " + path_.string() + ": " + std::strerror(errno));
 }
 
 Bytes readWholeFile(const std::filesystem::path &path) {

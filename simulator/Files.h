@@ -34,8 +34,8 @@ public:
     void fill(const Bytes &content);
 
 private:
-    std::filesystem::path path;
-    FileHandle file;
+    std::filesystem::path path_;
+    FileHandle file_;
 };
 
 /// The whole file. Throws FileError.

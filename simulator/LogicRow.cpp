@@ -3,7 +3,7 @@
 namespace sim {
 
 LogicRow::LogicRow(int pins, int ground, int supply)
-    : letterOfPin(static_cast<std::size_t>(pins), 'X') {
+    : letterOfPin_(static_cast<std::size_t>(pins), 'X') {
     put(ground, 'G').put(supply, 'V');
 }
 
@@ -42,7 +42,7 @@ LogicRow &LogicRow::expectFloating(const Bus &bus) {
 }
 
 LogicRow &LogicRow::put(int pin, char letter) {
-    letterOfPin.at(static_cast<std::size_t>(pin - 1)) = letter;
+    letterOfPin_.at(static_cast<std::size_t>(pin - 1)) = letter;
     return *this;
 }
 

@@ -29,12 +29,12 @@ public:
     LogicRow &expectFloating(int pin);
     LogicRow &expectFloating(const Bus &bus);
 
-    [[nodiscard]] const std::string &letters() const { return letterOfPin; }
+    [[nodiscard]] const std::string &letters() const { return letterOfPin_; }
 
 private:
     LogicRow &put(int pin, char letter);
 
-    std::string letterOfPin;
+    std::string letterOfPin_;
 };
 
 } // namespace sim

@@ -38,29 +38,29 @@ void spend(std::chrono::milliseconds time, Pace pace) {
 }
 
 std::string StopWatch::text() const {
-    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start_;
     std::array<char, 32> text{};
     std::snprintf(text.data(), text.size(), "%.2fSec", elapsed.count());
     return text.data();
 }
 
 ProgressLine::ProgressLine(std::string_view counting, std::string_view finished, Pace chosenPace)
-    : countingLabel(std::string(lineStart) + std::string(counting)),
-      finishedLabel(std::string(lineStart) + std::string(finished)),
-      pace(chosenPace) {}
+    : countingLabel_(std::string(lineStart) + std::string(counting)),
+      finishedLabel_(std::string(lineStart) + std::string(finished)),
+      pace_(chosenPace) {}
 
 void ProgressLine::update(std::size_t done, std::size_t total) {
     constexpr std::size_t whole = 100;
     std::array<char, 16> percentage{};
     std::snprintf(percentage.data(), percentage.size(), "%2zu%%", done * whole / total);
-    say(countingLabel);
+    say(countingLabel_);
     say(percentage.data());
-    spend(blockTime, pace);
+    spend(blockTime, pace_);
 }
 
 void ProgressLine::finish() {
-    say(finishedLabel);
-    say(watch.text() + "  OK\n");
+    say(finishedLabel_);
+    say(watch_.text() + "  OK\n");
 }
 
 ProgressLine readingProgress(Pace pace) {

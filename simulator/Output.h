@@ -26,7 +26,7 @@ public:
     [[nodiscard]] std::string text() const;
 
 private:
-    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
 /// The line on standard error that counts a transfer up from 0 % and is replaced in the end by
@@ -41,10 +41,10 @@ public:
     void finish();
 
 private:
-    std::string countingLabel;
-    std::string finishedLabel;
-    Pace pace;
-    StopWatch watch;
+    std::string countingLabel_;
+    std::string finishedLabel_;
+    Pace pace_;
+    StopWatch watch_;
 };
 
 ProgressLine readingProgress(Pace pace);

@@ -50,8 +50,8 @@ enum class Register { DataA, ControlA, DataB, ControlB };
 class PiaBench {
 public:
     void reset() {
-        halves = {};
-        rows.push_back(idleRow().drive(resetPin, false));
+        halves_ = {};
+        rows_.push_back(idleRow().drive(resetPin, false));
     }
 
     void write(Register target, unsigned value) {
@@ -61,41 +61,41 @@ public:
         else
             half.writeData(value);
         LogicRow row = selectedRow(target);
-        rows.push_back(row.drive(readPin, false).clock(enablePin).drive(dataBus, value));
+        rows_.push_back(row.drive(readPin, false).clock(enablePin).drive(dataBus_, value));
     }
 
     /// A write while one of the three chip selects says no changes nothing.
     void writeElsewhere(int selectPin, bool level, Register target, unsigned value) {
         LogicRow row = selectedRow(target);
-        row.drive(readPin, false).clock(enablePin).drive(dataBus, value);
-        rows.push_back(row.drive(selectPin, level));
+        row.drive(readPin, false).clock(enablePin).drive(dataBus_, value);
+        rows_.push_back(row.drive(selectPin, level));
     }
 
     /// Reads while the enable pin is high, then lets the bus go.
     void read(Register source) {
         LogicRow row = selectedRow(source);
         PortHalf &half = halfOf(source);
-        const unsigned driven = &half == &halves[0] ? drivenA : drivenB;
+        const unsigned driven = &half == &halves_[0] ? drivenA_ : drivenB_;
         const unsigned value = isControl(source) ? half.control : half.readData(driven);
-        rows.push_back(row.drive(readPin, true).drive(enablePin, true).expect(dataBus, value));
-        rows.push_back(idleRow());
+        rows_.push_back(row.drive(readPin, true).drive(enablePin, true).expect(dataBus_, value));
+        rows_.push_back(idleRow());
     }
 
     /// What the tester puts on the lines that are inputs.
     void drivePorts(unsigned a, unsigned b) {
-        drivenA = a;
-        drivenB = b;
+        drivenA_ = a;
+        drivenB_ = b;
     }
 
     /// An edge of CA1; the flag rises when it is the one that the control register waits for.
     void raiseInterruptLineA() {
-        interruptLineA = true;
-        if ((halves[0].control & risingEdge) != 0)
-            halves[0].control |= interruptFlag;
-        rows.push_back(idleRow());
+        interruptLineA_ = true;
+        if ((halves_[0].control & risingEdge) != 0)
+            halves_[0].control |= interruptFlag;
+        rows_.push_back(idleRow());
     }
 
-    [[nodiscard]] std::vector<LogicRow> takeRows() { return std::move(rows); }
+    [[nodiscard]] std::vector<LogicRow> takeRows() { return std::move(rows_); }
 
     static constexpr int select0Pin = 22;
     static constexpr int notSelect2Pin = 23;
@@ -105,7 +105,7 @@ private:
     static constexpr int readPin = 21;
     static constexpr int enablePin = 25;
     static constexpr int resetPin = 34;
-    const Bus dataBus{33, 32, 31, 30, 29, 28, 27, 26};
+    const Bus dataBus_{33, 32, 31, 30, 29, 28, 27, 26};
 
     static bool isControl(Register which) {
         return which == Register::ControlA || which == Register::ControlB;
@@ -113,7 +113,7 @@ private:
 
     PortHalf &halfOf(Register which) {
         const bool first = which == Register::DataA || which == Register::ControlA;
-        return first ? halves[0] : halves[1];
+        return first ? halves_[0] : halves_[1];
     }
 
     [[nodiscard]] static LogicRow withPort(LogicRow row, const Bus &bus, const PortHalf &half,
@@ -139,10 +139,10 @@ private:
         const Bus portA{2, 3, 4, 5, 6, 7, 8, 9};
         const Bus portB{10, 11, 12, 13, 14, 15, 16, 17};
         LogicRow row(40, 1, 20);
-        row = withPort(withPort(row, portA, halves[0], drivenA), portB, halves[1], drivenB);
-        row.drive(Bus{18, 19, 39}, 0).drive(40, interruptLineA).drive(resetPin, true);
-        expectInterrupt(row, 38, halves[0]);
-        expectInterrupt(row, 37, halves[1]);
+        row = withPort(withPort(row, portA, halves_[0], drivenA_), portB, halves_[1], drivenB_);
+        row.drive(Bus{18, 19, 39}, 0).drive(40, interruptLineA_).drive(resetPin, true);
+        expectInterrupt(row, 38, halves_[0]);
+        expectInterrupt(row, 37, halves_[1]);
         return row;
     }
 
@@ -152,7 +152,7 @@ private:
             .drive(readPin, true)
             .drive(enablePin, false)
             .drive(Bus{36, 35}, 0)
-            .expectFloating(dataBus);
+            .expectFloating(dataBus_);
     }
 
     [[nodiscard]] LogicRow selectedRow(Register which) const {
@@ -161,11 +161,11 @@ private:
             .drive(Bus{36, 35}, static_cast<unsigned>(which));
     }
 
-    std::array<PortHalf, 2> halves;
-    unsigned drivenA = 0;
-    unsigned drivenB = 0;
-    bool interruptLineA = false;
-    std::vector<LogicRow> rows;
+    std::array<PortHalf, 2> halves_;
+    unsigned drivenA_ = 0;
+    unsigned drivenB_ = 0;
+    bool interruptLineA_ = false;
+    std::vector<LogicRow> rows_;
 };
 
 void testOutputs(PiaBench &bench) {

@@ -47,24 +47,24 @@ Outcome reportUnplugged() {
 
 Programmer::Programmer(const Chip &socketChip, const Options &commandLine,
                        const Environment &surroundings)
-    : chip(socketChip),
-      options(commandLine),
-      environment(surroundings),
-      bench(surroundings.bench, surroundings.firstContent),
-      cells(bench.load(socketChip)) {}
+    : chip_(socketChip),
+      options_(commandLine),
+      environment_(surroundings),
+      bench_(surroundings.bench, surroundings.firstContent),
+      cells_(bench_.load(socketChip)) {}
 
 Outcome Programmer::checkId() {
-    if (!chip.id)
+    if (!chip_.id)
         return Outcome::Good;
-    const std::string expected = hex(chip.id->value, chip.id->digits);
-    if (!environment.has(Fault::WrongId)) {
+    const std::string expected = hex(chip_.id->value, chip_.id->digits);
+    if (!environment_.has(Fault::WrongId)) {
         say("Chip ID: " + expected + "  OK\n");
         return Outcome::Good;
     }
     const std::string mismatch = "expected " + expected + ", got " +
-                                 hex(emptyAnswer(chip.id->digits), chip.id->digits) +
+                                 hex(emptyAnswer(chip_.id->digits), chip_.id->digits) +
                                  " (unknown)\n";
-    if (options.ignoreIdMismatch) {
+    if (options_.ignoreIdMismatch) {
         say("WARNING: Chip ID mismatch: " + mismatch);
         return Outcome::Good;
     }
@@ -73,7 +73,7 @@ Outcome Programmer::checkId() {
 }
 
 Outcome Programmer::read() {
-    OutputFile file(options.file);
+    OutputFile file(options_.file);
     const auto content = readCells();
     if (!content)
         return Outcome::Failed;
@@ -87,10 +87,10 @@ Outcome Programmer::verify() {
 }
 
 Outcome Programmer::write() {
-    if (chip.protection == Protection::Software)
+    if (chip_.protection == Protection::Software)
         say("Use -P if you want to write-protect this chip.\n");
     const Outcome outcome = writeAndVerify();
-    if (outcome == Outcome::Failed && chip.protection == Protection::Software)
+    if (outcome == Outcome::Failed && chip_.protection == Protection::Software)
         say("This chip may be write-protected. Use -u and try again.\n");
     return outcome;
 }
@@ -100,7 +100,7 @@ Outcome Programmer::writeAndVerify() {
     if (!image)
         return Outcome::Failed;
     takeOffProtection();
-    if (!options.skipErase && erasesInSocket(chip) && eraseCells() == Outcome::Failed)
+    if (!options_.skipErase && erasesInSocket(chip_) && eraseCells() == Outcome::Failed)
         return Outcome::Failed;
     if (program(*image) == Outcome::Failed)
         return Outcome::Failed;
@@ -108,7 +108,7 @@ Outcome Programmer::writeAndVerify() {
 }
 
 Outcome Programmer::erase() {
-    if (!erasesInSocket(chip)) {
+    if (!erasesInSocket(chip_)) {
         say("This chip can't be erased!\n");
         return Outcome::Failed;
     }
@@ -119,73 +119,73 @@ Outcome Programmer::erase() {
 std::optional<Bytes> Programmer::loadImage() const {
     Bytes image;
     try {
-        image = readWholeFile(options.file);
+        image = readWholeFile(options_.file);
     } catch (const FileError &error) {
         say(std::string(error.what()) + "\n");
         return std::nullopt;
     }
-    if (image.size() != chip.size) {
-        const std::string complaint = sizeComplaint(image.size(), chip.size);
-        if (!options.ignoreSizeMismatch) {
+    if (image.size() != chip_.size) {
+        const std::string complaint = sizeComplaint(image.size(), chip_.size);
+        if (!options_.ignoreSizeMismatch) {
             say(complaint + ", use -s/S to ignore)\n");
             return std::nullopt;
         }
-        if (!options.hideSizeWarning)
+        if (!options_.hideSizeWarning)
             say("Warning: " + complaint + ")\n");
     }
-    image.resize(chip.size, erasedByte);
+    image.resize(chip_.size, erasedByte);
     return image;
 }
 
 Outcome Programmer::eraseCells() {
     say("Erasing... ");
     const StopWatch watch;
-    if (environment.has(Fault::Overcurrent))
+    if (environment_.has(Fault::Overcurrent))
         return reportOvercurrent(true);
-    spend(eraseTime(chip), environment.pace);
+    spend(eraseTime(chip_), environment_.pace);
     if (!writeProtected())
-        std::fill(cells.begin(), cells.end(), erasedByte);
-    bench.store(chip, cells);
+        std::fill(cells_.begin(), cells_.end(), erasedByte);
+    bench_.store(chip_, cells_);
     say(watch.text() + " OK\n");
     return Outcome::Good;
 }
 
 Outcome Programmer::program(const Bytes &image) {
-    const std::size_t page = writePage(chip);
-    const std::size_t pages = blockCount(chip.size, page);
-    ProgressLine progress = writingProgress(environment.pace);
+    const std::size_t page = writePage(chip_);
+    const std::size_t pages = blockCount(chip_.size, page);
+    ProgressLine progress = writingProgress(environment_.pace);
     for (std::size_t i = 0; i < pages; ++i) {
         progress.update(i, pages);
         if (fails(i, pages)) {
-            bench.store(chip, cells);
+            bench_.store(chip_, cells_);
             return Outcome::Failed;
         }
         if (!writeProtected())
-            programPage(image, i * page, std::min(page, chip.size - i * page));
+            programPage(image, i * page, std::min(page, chip_.size - i * page));
         saveNowAndThen();
     }
     progress.finish();
-    bench.store(chip, cells);
+    bench_.store(chip_, cells_);
     return Outcome::Good;
 }
 
 void Programmer::programPage(const Bytes &image, std::size_t start, std::size_t length) {
     for (std::size_t i = start; i < start + length; ++i)
-        cells[i] = writeReplaces(chip) ? image[i] : cells[i] & image[i];
+        cells_[i] = writeReplaces(chip_) ? image[i] : cells_[i] & image[i];
 }
 
 std::optional<Bytes> Programmer::readCells() const {
-    const std::size_t blocks = blockCount(chip.size, readBlock);
-    ProgressLine progress = readingProgress(environment.pace);
+    const std::size_t blocks = blockCount(chip_.size, readBlock);
+    ProgressLine progress = readingProgress(environment_.pace);
     for (std::size_t i = 0; i < blocks; ++i) {
         progress.update(i, blocks);
         if (fails(i, blocks))
             return std::nullopt;
     }
     progress.finish();
-    Bytes content = cells;
-    if (environment.has(Fault::BadByte))
-        content[badAddress % chip.size] ^= allBits;
+    Bytes content = cells_;
+    if (environment_.has(Fault::BadByte))
+        content[badAddress % chip_.size] ^= allBits;
     return content;
 }
 
@@ -205,32 +205,32 @@ Outcome Programmer::compare(const Bytes &image) const {
 }
 
 bool Programmer::fails(std::size_t block, std::size_t blocks) const {
-    if (environment.has(Fault::Overcurrent))
+    if (environment_.has(Fault::Overcurrent))
         return reportOvercurrent(true) == Outcome::Failed;
-    if (environment.has(Fault::Unplugged) && block == blocks / 2)
+    if (environment_.has(Fault::Unplugged) && block == blocks / 2)
         return reportUnplugged() == Outcome::Failed;
     return false;
 }
 
 bool Programmer::writeProtected() const {
-    return environment.has(Fault::Protected) && chip.protection == Protection::Software &&
-           !unlocked;
+    return environment_.has(Fault::Protected) && chip_.protection == Protection::Software &&
+           !unlocked_;
 }
 
 void Programmer::takeOffProtection() {
-    if (!options.unprotect || chip.protection == Protection::None)
+    if (!options_.unprotect || chip_.protection == Protection::None)
         return;
     say("Protect off...OK\n");
-    unlocked = true;
+    unlocked_ = true;
 }
 
 void Programmer::saveNowAndThen() {
     // A run that is killed leaves a half-written chip, as it does on a real bench.
     const auto now = std::chrono::steady_clock::now();
-    if (now - lastSave < saveInterval)
+    if (now - lastSave_ < saveInterval)
         return;
-    lastSave = now;
-    bench.store(chip, cells);
+    lastSave_ = now;
+    bench_.store(chip_, cells_);
 }
 
 } // namespace sim

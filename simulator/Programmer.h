@@ -44,13 +44,13 @@ private:
     void takeOffProtection();
     void saveNowAndThen();
 
-    const Chip &chip;
-    const Options &options;
-    const Environment &environment;
-    Bench bench;
-    Bytes cells;
-    bool unlocked = false;
-    std::chrono::steady_clock::time_point lastSave = std::chrono::steady_clock::now();
+    const Chip &chip_;
+    const Options &options_;
+    const Environment &environment_;
+    Bench bench_;
+    Bytes cells_;
+    bool unlocked_ = false;
+    std::chrono::steady_clock::time_point lastSave_ = std::chrono::steady_clock::now();
 };
 
 /// Reports the fault that ends a run at its first transfer, if there is one. `inLine` tells

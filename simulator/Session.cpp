@@ -25,11 +25,11 @@ bool userChoosesProgrammer() {
 } // namespace
 
 Session::Session(const Options &commandLine, const Environment &surroundings)
-    : options(commandLine), environment(surroundings) {}
+    : options_(commandLine), environment_(surroundings) {}
 
 Outcome Session::run() const {
-    misbehaveAtStart(environment);
-    switch (options.action) {
+    misbehaveAtStart(environment_);
+    switch (options_.action) {
     case Action::Help:
         say(usage());
         return Outcome::Good;
@@ -44,33 +44,33 @@ Outcome Session::run() const {
 
 Outcome Session::showVersion() const {
     say("Supported programmers: TL866A/CS, TL866II+, T48, T56\n");
-    say(environment.has(Fault::NoProgrammer) ? "No programmer found.\n"
-                                             : "Found TL866II+ 04.2.132 (0x284)\n");
+    say(environment_.has(Fault::NoProgrammer) ? "No programmer found.\n"
+                                              : "Found TL866II+ 04.2.132 (0x284)\n");
     say("minipro-sim version " MINIPRO_SIM_VERSION
         "     This is the simulator: it reaches no programmer and no chip\n"
         "Answers as:\tminipro 0.7.3\n"
         "Bench folder:\t" +
-        environment.bench.string() + "\n" + "Devices:\t" + std::to_string(listDevices({}).size()) +
+        environment_.bench.string() + "\n" + "Devices:\t" + std::to_string(listDevices({}).size()) +
         ", " + std::to_string(logicParts().size()) + " of them logic ICs\n");
     return Outcome::Good;
 }
 
 Outcome Session::search() const {
-    misbehaveAfterBanner(environment);
-    if (environment.has(Fault::NoProgrammer) && options.programmerModel.empty() &&
+    misbehaveAfterBanner(environment_);
+    if (environment_.has(Fault::NoProgrammer) && options_.programmerModel.empty() &&
         !userChoosesProgrammer())
         return Outcome::Failed;
-    for (const std::string &name : listDevices(options.searchTerm))
+    for (const std::string &name : listDevices(options_.searchTerm))
         std::printf("%s\n", name.c_str());
     return Outcome::Good;
 }
 
 bool Session::programmerAnswers() const {
-    if (environment.has(Fault::NoProgrammer)) {
+    if (environment_.has(Fault::NoProgrammer)) {
         say("No programmer found.\n");
         return false;
     }
-    if (environment.has(Fault::Busy)) {
+    if (environment_.has(Fault::Busy)) {
         say("\nIO error: claim_interface: LIBUSB_ERROR_BUSY\n");
         return false;
     }
@@ -80,38 +80,38 @@ bool Session::programmerAnswers() const {
 Outcome Session::runOnDevice() const {
     if (!programmerAnswers())
         return Outcome::Failed;
-    if (const LogicPart *part = findLogicPart(options.device))
+    if (const LogicPart *part = findLogicPart(options_.device))
         return runOnLogicPart(*part);
-    if (const auto chip = findChip(options.device))
+    if (const auto chip = findChip(options_.device))
         return runOnMemory(*chip);
-    say("Device " + options.device + " not found!\n");
+    say("Device " + options_.device + " not found!\n");
     return Outcome::Failed;
 }
 
 void Session::openSocket() const {
     say("Found TL866II+ 04.2.132 (0x284)\n"
         "Device code: 12345678\n");
-    saySerialCode(environment);
+    saySerialCode(environment_);
     say("USB speed: 12Mbps (USB 1.1)\n");
-    misbehaveAfterBanner(environment);
+    misbehaveAfterBanner(environment_);
 }
 
 Outcome Session::runOnLogicPart(const LogicPart &part) const {
     openSocket();
-    if (options.action == Action::LogicTest)
-        return testLogicPart(part, environment);
+    if (options_.action == Action::LogicTest)
+        return testLogicPart(part, environment_);
     say("A logic IC can only be tested. Use -T.\n");
     return Outcome::Failed;
 }
 
 Outcome Session::runOnMemory(const Chip &chip) const {
     openSocket();
-    if (options.action == Action::LogicTest)
+    if (options_.action == Action::LogicTest)
         return testNothing(chip.pins);
-    Programmer programmer(chip, options, environment);
+    Programmer programmer(chip, options_, environment_);
     if (programmer.checkId() == Outcome::Failed)
         return Outcome::Failed;
-    switch (options.action) {
+    switch (options_.action) {
     case Action::Read:
         return programmer.read();
     case Action::Write:

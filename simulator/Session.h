@@ -23,8 +23,8 @@ private:
     [[nodiscard]] bool programmerAnswers() const;
     void openSocket() const;
 
-    const Options &options;
-    const Environment &environment;
+    const Options &options_;
+    const Environment &environment_;
 };
 
 } // namespace sim

@@ -27,20 +27,20 @@ constexpr qsizetype expectedRuns = 10;
 
 AppDelegate::AppDelegate(SettingsStore &defaults, Log &log, MainQueue &queue,
                          std::function<void()> beep, FilePanels &panels, WindowMemory &memory)
-    : m_defaults(defaults),
-      m_log(log),
-      m_queue(queue),
-      m_beep(std::move(beep)),
-      m_panels(panels),
-      m_memory(memory),
-      m_workspace(defaults, log) {}
+    : defaults_(defaults),
+      log_(log),
+      queue_(queue),
+      beep_(std::move(beep)),
+      panels_(panels),
+      memory_(memory),
+      workspace_(defaults, log) {}
 
 AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::applicationDidFinishLaunching() {
-    m_state.retainArray = {};
-    m_state.retainArray.reserve(expectedRuns);
-    m_defaults.registerDefaults(settingsKeys::startupDefaults());
+    state_.retainArray = {};
+    state_.retainArray.reserve(expectedRuns);
+    defaults_.registerDefaults(settingsKeys::startupDefaults());
     clear_temp_files(this);
     load_opened_binary();
     build_output_data(this);
@@ -50,8 +50,8 @@ void AppDelegate::applicationDidFinishLaunching() {
 void AppDelegate::applicationWillTerminate() {}
 
 void AppDelegate::load_opened_binary() {
-    const QString path = m_defaults.stringValue(settingsKeys::binary);
-    m_state.opened_bin_data = nullptr;
+    const QString path = defaults_.stringValue(settingsKeys::binary);
+    state_.opened_bin_data = nullptr;
     outlets.messageLine->clearNotice(QStringLiteral("binary"));
     if (path.isEmpty())
         return;
@@ -62,49 +62,49 @@ void AppDelegate::load_opened_binary() {
                    .arg(QDir::toNativeSeparators(path), failure->reason));
         return;
     }
-    m_state.opened_bin_data = std::get<ByteBuffer>(std::move(loaded));
+    state_.opened_bin_data = std::get<ByteBuffer>(std::move(loaded));
 }
 
 void AppDelegate::createTempDirectory(QObject *) {
-    m_workspace.createTempDirectory();
+    workspace_.createTempDirectory();
 }
 
 void AppDelegate::write_output_data_to_temp_file(QObject *) {
-    m_workspace.write_output_data_to_temp_file(m_state.output_data);
-    const std::optional<QString> failure = m_workspace.lastWriteProblem();
+    workspace_.write_output_data_to_temp_file(state_.output_data);
+    const std::optional<QString> failure = workspace_.lastWriteProblem();
     QString sentence;
-    if (failure && m_state.output_data)
+    if (failure && state_.output_data)
         sentence = tr("The data to burn could not be written to %1, so nothing is left to burn: %2")
-                       .arg(resolvedPathOf(m_defaults, settingsKeys::temp_output_file), *failure);
+                       .arg(resolvedPathOf(defaults_, settingsKeys::temp_output_file), *failure);
     notice(QStringLiteral("workspace"), MessageLine::Severity::Problem, sentence);
 }
 
 void AppDelegate::clear_temp_files(QObject *) {
-    m_workspace.clear_temp_files();
+    workspace_.clear_temp_files();
 }
 
 CompositionInputs AppDelegate::compositionInputs() const {
     CompositionInputs inputs;
-    inputs.read_from_chip_data = m_state.read_from_chip_data;
-    inputs.opened_bin_data = m_state.opened_bin_data;
-    inputs.rom_start_address = m_defaults.stringValue(settingsKeys::rom_start_address);
-    inputs.pad_to = m_defaults.stringValue(settingsKeys::pad_to);
-    inputs.pad = m_defaults.boolValue(settingsKeys::pad);
+    inputs.read_from_chip_data = state_.read_from_chip_data;
+    inputs.opened_bin_data = state_.opened_bin_data;
+    inputs.rom_start_address = defaults_.stringValue(settingsKeys::rom_start_address);
+    inputs.pad_to = defaults_.stringValue(settingsKeys::pad_to);
+    inputs.pad = defaults_.boolValue(settingsKeys::pad);
     inputs.combineReadData = outlets.btn_combine_read_data->isChecked();
     inputs.padWithZero = outlets.btn_pad_00->isChecked();
     return inputs;
 }
 
 void AppDelegate::build_output_data(QObject *) {
-    m_emptyWriteAnnounced = false;
-    const ByteBuffer edited = m_handEdits > 0 ? m_state.output_data : nullptr;
-    m_editHistory.clear();
-    m_state.output_data = nullptr;
+    emptyWriteAnnounced_ = false;
+    const ByteBuffer edited = handEdits_ > 0 ? state_.output_data : nullptr;
+    editHistory_.clear();
+    state_.output_data = nullptr;
     const CompositionInputs inputs = compositionInputs();
     const Composition composition = composeImage(inputs);
     for (const QString &line : composition.log)
-        m_log.write(line);
-    m_state.output_data = composition.image;
+        log_.write(line);
+    state_.output_data = composition.image;
     write_output_data_to_temp_file(this);
     const auto severity =
         composition.refused ? MessageLine::Severity::Problem : MessageLine::Severity::Information;
@@ -116,13 +116,13 @@ void AppDelegate::build_output_data(QObject *) {
 
 void AppDelegate::build_and_reload() {
     build_output_data(this);
-    m_queue.async([this] {
+    queue_.async([this] {
         tabView_didSelectTabViewItem(outlets.tabview, outlets.tabview->selectedTabViewItem());
     });
 }
 
 void AppDelegate::handleControl(QObject *sender) {
-    m_log.write(QStringLiteral("handleControl:"));
+    log_.write(QStringLiteral("handleControl:"));
     const QList<QObject *> compositionControls = {
         outlets.startAddTextField, outlets.btn_combine_read_data,
         outlets.btn_pad,           outlets.padToTextField,
@@ -132,7 +132,7 @@ void AppDelegate::handleControl(QObject *sender) {
 }
 
 void AppDelegate::appendToOutputView(const QString &text) {
-    m_queue.async([console = QPointer<ConsoleView>(outlets.textView), text] {
+    queue_.async([console = QPointer<ConsoleView>(outlets.textView), text] {
         if (console)
             console->appendText(text);
     });

@@ -116,7 +116,7 @@ public:
     // Edits made by hand
 
     /// The edits of the data to burn since it was composed last, to look at.
-    const QUndoStack &editHistory() const { return m_editHistory; }
+    const QUndoStack &editHistory() const { return editHistory_; }
     /// Takes the last edit back and shows its place. Does nothing during a run, or without one.
     void undoEdit();
     /// Makes the edit again that was taken back last.
@@ -190,7 +190,7 @@ public:
                                                                            int operation) override;
 
     /// The images and tables, to look at.
-    const State &state() const { return m_state; }
+    const State &state() const { return state_; }
 
 signals:
     /// A run begins (true) or has ended (false): the window turns its controls off and on.
@@ -222,17 +222,17 @@ private:
     void notice(const QString &topic, MessageLine::Severity severity, const QString &sentence);
     QString selectedTab() const;
 
-    SettingsStore &m_defaults;
-    Log &m_log;
-    MainQueue &m_queue;
-    std::function<void()> m_beep;
-    FilePanels &m_panels;
-    WindowMemory &m_memory;
-    TemporaryWorkspace m_workspace;
+    SettingsStore &defaults_;
+    Log &log_;
+    MainQueue &queue_;
+    std::function<void()> beep_;
+    FilePanels &panels_;
+    WindowMemory &memory_;
+    TemporaryWorkspace workspace_;
     QPointer<QMainWindow> window_;
-    State m_state;
-    QPointer<ScriptedMiniPro> m_currentRun;
-    QUndoStack m_editHistory;
-    int m_handEdits = 0;
-    bool m_emptyWriteAnnounced = false;
+    State state_;
+    QPointer<ScriptedMiniPro> currentRun_;
+    QUndoStack editHistory_;
+    int handEdits_ = 0;
+    bool emptyWriteAnnounced_ = false;
 };

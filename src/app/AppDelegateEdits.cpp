@@ -27,10 +27,10 @@ bool AppDelegate::tableView_shouldEditTableColumn_row(QObject *, const QString &
 
 void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const QString &value,
                                                               const QString &column, qint64 row) {
-    if (selectedTab() != burnTabIdentifier() || !m_state.output_data)
+    if (selectedTab() != burnTabIdentifier() || !state_.output_data)
         return;
-    const CellEditOutcome edit = commitEntry(*m_state.output_data, m_state.strData.length(), value,
-                                             columnNumber(column), row);
+    const CellEditOutcome edit =
+        commitEntry(*state_.output_data, state_.strData.length(), value, columnNumber(column), row);
     if (edit)
         takeEdit(*edit, value);
 }
@@ -46,11 +46,11 @@ QString AppDelegate::hexValue(quint64 value) const {
 void AppDelegate::takeEdit(const CellEdit &edit, const QString &entry) {
     QString sentence;
     if (edit.rejected) {
-        m_beep();
+        beep_();
         sentence = tr("\u201c%1\u201d was not taken: a byte is a hexadecimal value from 01 to FF.")
                        .arg(entry);
     } else {
-        ++m_handEdits;
+        ++handEdits_;
         rememberEdit(edit);
     }
     saveAndShowEdit();
@@ -69,12 +69,12 @@ void AppDelegate::rememberEdit(const CellEdit &edit) {
     const auto replace = [this](qsizetype offset, qsizetype length, const QByteArray &bytes) {
         replaceBytes(offset, length, bytes);
     };
-    m_editHistory.push(new ByteChange(replace, edit.offset, edit.replaced,
-                                      m_state.output_data->mid(edit.offset, edit.bytesWritten)));
+    editHistory_.push(new ByteChange(replace, edit.offset, edit.replaced,
+                                     state_.output_data->mid(edit.offset, edit.bytesWritten)));
 }
 
 void AppDelegate::replaceBytes(qsizetype offset, qsizetype length, const QByteArray &bytes) {
-    m_state.output_data->replace(offset, length, bytes);
+    state_.output_data->replace(offset, length, bytes);
     outlets.tabview->selectTabViewItem(burnTabIdentifier());
     saveAndShowEdit();
     outlets.tableview->showAddress(offset);
@@ -85,20 +85,20 @@ void AppDelegate::undoEdit() {
     if (runInProgress())
         return;
     commitPendingInput();
-    if (!m_editHistory.canUndo())
+    if (!editHistory_.canUndo())
         return;
-    --m_handEdits;
-    m_editHistory.undo();
+    --handEdits_;
+    editHistory_.undo();
 }
 
 void AppDelegate::redoEdit() {
     if (runInProgress())
         return;
     commitPendingInput();
-    if (!m_editHistory.canRedo())
+    if (!editHistory_.canRedo())
         return;
-    ++m_handEdits;
-    m_editHistory.redo();
+    ++handEdits_;
+    editHistory_.redo();
 }
 
 void AppDelegate::commitPendingInput() {
@@ -108,8 +108,8 @@ void AppDelegate::commitPendingInput() {
 
 // Edits made by hand may be an hour's work, and any control of the composition replaces them.
 void AppDelegate::offerReplacedEdits(const ByteBuffer &edited) {
-    const int edits = std::exchange(m_handEdits, 0);
-    if (m_state.output_data && *m_state.output_data == *edited)
+    const int edits = std::exchange(handEdits_, 0);
+    if (state_.output_data && *state_.output_data == *edited)
         return;
     outlets.messageLine->setNotice(
         editsTopic, MessageLine::Severity::Warning,
@@ -121,10 +121,10 @@ void AppDelegate::offerReplacedEdits(const ByteBuffer &edited) {
 void AppDelegate::restoreEdits(const ByteBuffer &edited, int edits) {
     if (runInProgress())
         return;
-    m_editHistory.clear();
-    m_state.output_data = edited;
-    m_handEdits = edits;
-    m_emptyWriteAnnounced = false;
+    editHistory_.clear();
+    state_.output_data = edited;
+    handEdits_ = edits;
+    emptyWriteAnnounced_ = false;
     outlets.messageLine->clearNotice(editsTopic);
     write_output_data_to_temp_file(this);
     tabView_didSelectTabViewItem(outlets.tabview, outlets.tabview->selectedTabViewItem());

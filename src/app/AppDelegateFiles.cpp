@@ -43,14 +43,14 @@ void AppDelegate::browseBinaryFile(QObject *) {
 }
 
 void AppDelegate::openBinary(const QString &path) {
-    m_defaults.setValue(settingsKeys::binary, path);
-    m_memory.addRecentFile(path);
+    defaults_.setValue(settingsKeys::binary, path);
+    memory_.addRecentFile(path);
     load_opened_binary();
     build_and_reload();
 }
 
 QStringList AppDelegate::recentFiles() const {
-    return m_memory.recentFiles();
+    return memory_.recentFiles();
 }
 
 void AppDelegate::export_read_from_chip_data(QObject *) {
@@ -69,20 +69,20 @@ void AppDelegate::export_output_data(QObject *) {
 void AppDelegate::exportImage(ByteBuffer State::*image, const QString &emptyLogLine,
                               const QString &emptySentence, const QString &nameEnding) {
     outlets.messageLine->clearNotice(exportTopic);
-    if (lengthOf(m_state.*image) == 0) {
-        m_log.write(emptyLogLine);
+    if (lengthOf(state_.*image) == 0) {
+        log_.write(emptyLogLine);
         notice(exportTopic, MessageLine::Severity::Warning, emptySentence);
         return;
     }
     FilePanelRequest request;
     request.kind = FilePanelRequest::Kind::Save;
     request.title = tr("Save");
-    request.suggestedName = fileNameFor(m_defaults.stringValue(settingsKeys::device),
+    request.suggestedName = fileNameFor(defaults_.stringValue(settingsKeys::device),
                                         nameEnding + QStringLiteral(".bin"));
     request.typeName = tr("Binary images");
     request.extensions = {QStringLiteral("bin")};
     beginPanel(savePurpose, request, [this, image](const QString &path) {
-        saveBytes(path, m_state.*image ? *(m_state.*image) : QByteArray());
+        saveBytes(path, state_.*image ? *(state_.*image) : QByteArray());
     });
 }
 
@@ -100,12 +100,12 @@ void AppDelegate::saveConsole() {
 
 void AppDelegate::beginPanel(const QString &purpose, FilePanelRequest request,
                              std::function<void(const QString &)> chosen) {
-    request.folder = m_memory.lastFolder(purpose);
-    m_panels.begin(window_, request,
-                   [this, purpose, chosen = std::move(chosen)](const QString &path) {
-                       m_memory.setLastFolder(purpose, QFileInfo(path).path());
-                       chosen(path);
-                   });
+    request.folder = memory_.lastFolder(purpose);
+    panels_.begin(window_, request,
+                  [this, purpose, chosen = std::move(chosen)](const QString &path) {
+                      memory_.setLastFolder(purpose, QFileInfo(path).path());
+                      chosen(path);
+                  });
 }
 
 void AppDelegate::saveBytes(const QString &path, const QByteArray &bytes) {
@@ -114,7 +114,7 @@ void AppDelegate::saveBytes(const QString &path, const QByteArray &bytes) {
         notice(exportTopic, MessageLine::Severity::Success, tr("Saved %1.").arg(path));
         return;
     }
-    m_log.write(QStringLiteral("error writing to ") + path);
+    log_.write(QStringLiteral("error writing to ") + path);
     notice(exportTopic, MessageLine::Severity::Problem,
            tr("%1 could not be written: %2").arg(path, *failure));
 }

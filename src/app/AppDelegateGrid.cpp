@@ -20,15 +20,15 @@ const QString textTopic = QStringLiteral("text");
 void AppDelegate::tabView_didSelectTabViewItem(TabView *, const TabViewItem &item) {
     QString label;
     if (item.identifier == readTabIdentifier()) {
-        m_state.display_data = m_state.read_from_chip_data;
+        state_.display_data = state_.read_from_chip_data;
         loadStrData(this);
         label = QStringLiteral("Data read from chip:");
     } else if (item.identifier == burnTabIdentifier()) {
-        m_state.display_data = m_state.output_data;
+        state_.display_data = state_.output_data;
         loadStrData(this);
         label = QStringLiteral("Data to burn:");
     } else if (item.identifier == logicTabIdentifier()) {
-        m_state.logictest_rows = {};
+        state_.logictest_rows = {};
     } else {
         return;
     }
@@ -40,14 +40,14 @@ void AppDelegate::tabView_didSelectTabViewItem(TabView *, const TabViewItem &ite
 }
 
 void AppDelegate::loadStrData(QObject *) {
-    m_state.strData = DisplayText(m_state.display_data);
+    state_.strData = DisplayText(state_.display_data);
 }
 
 // Cells past the end of the text read "XX" although there are bytes behind them.
 void AppDelegate::sayTextRemark(const QString &tab) {
-    const qsizetype hidden = m_state.strData.byteLength() - m_state.strData.length();
+    const qsizetype hidden = state_.strData.byteLength() - state_.strData.length();
     QString sentence;
-    if (tab != logicTabIdentifier() && m_state.strData.isMultiByte() && hidden > 0)
+    if (tab != logicTabIdentifier() && state_.strData.isMultiByte() && hidden > 0)
         sentence = hidden == 1 ? tr("The image reads as UTF-8: its last byte is not shown.")
                                : tr("The image reads as UTF-8: its last %1 bytes are not shown.")
                                      .arg(QLocale().toString(hidden));
@@ -59,8 +59,8 @@ QStringList AppDelegate::trimEmptyStrings(const QStringList &strings) const {
 }
 
 ShownContent AppDelegate::shownContent() const {
-    return {selectedTab(), m_state.display_data, m_state.strData, m_state.logictest_headers,
-            m_state.logictest_rows};
+    return {selectedTab(), state_.display_data, state_.strData, state_.logictest_headers,
+            state_.logictest_rows};
 }
 
 quint64 AppDelegate::numberOfRowsInTableView(QObject *) {

@@ -44,8 +44,8 @@ void AppDelegate::go(QObject *sender) {
         return;
     }
     commitPendingInput();
-    auto *run = new ScriptedMiniPro(m_defaults, m_log, m_queue, this);
-    m_state.retainArray.append(run);
+    auto *run = new ScriptedMiniPro(defaults_, log_, queue_, this);
+    state_.retainArray.append(run);
     run->setOutputView(outlets.textView);
     const int tag = sender->property("tag").toInt();
     chooseOperation(*run, tag);
@@ -65,21 +65,21 @@ void AppDelegate::go(QObject *sender) {
 void AppDelegate::chooseOperation(ScriptedMiniPro &run, int tag) {
     switch (tag) {
     case ReadOperation:
-        m_log.write(QStringLiteral("ReadOperation"));
+        log_.write(QStringLiteral("ReadOperation"));
         run.setReadOperation();
         break;
     case VerifyOperation:
-        m_log.write(QStringLiteral("VerifyOperation"));
+        log_.write(QStringLiteral("VerifyOperation"));
         run.setVerifyOperation();
         break;
     case WriteOperation:
-        m_log.write(QStringLiteral("WriteOperation"));
+        log_.write(QStringLiteral("WriteOperation"));
         run.setWriteOperation();
         break;
     case LogicOperation:
-        m_log.write(QStringLiteral("LogicOperation"));
+        log_.write(QStringLiteral("LogicOperation"));
         run.setLogicOperation();
-        m_state.logictest_rows = {};
+        state_.logictest_rows = {};
         outlets.tableview->reloadData();
         break;
     default:
@@ -89,12 +89,12 @@ void AppDelegate::chooseOperation(ScriptedMiniPro &run, int tag) {
 
 // An empty image is a legitimate file, but hardly ever what somebody wants to burn.
 bool AppDelegate::refusesEmptyImage(int tag) {
-    const bool empty = tag == WriteOperation && lengthOf(m_state.output_data) == 0;
-    if (!empty || m_emptyWriteAnnounced) {
-        m_emptyWriteAnnounced = false;
+    const bool empty = tag == WriteOperation && lengthOf(state_.output_data) == 0;
+    if (!empty || emptyWriteAnnounced_) {
+        emptyWriteAnnounced_ = false;
         return false;
     }
-    m_emptyWriteAnnounced = true;
+    emptyWriteAnnounced_ = true;
     notice(runTopic, MessageLine::Severity::Warning,
            tr("There is no data to burn: open a binary, or read a chip and use its data. Press "
               "Write again to hand the tool an empty file all the same."));
@@ -104,10 +104,10 @@ bool AppDelegate::refusesEmptyImage(int tag) {
 RunOutcome AppDelegate::launchAndWait(ScriptedMiniPro &run) {
     outlets.messageLine->clearNotice(runTopic);
     outlets.messageLine->clearNotice(QStringLiteral("busy"));
-    m_currentRun = &run;
+    currentRun_ = &run;
     emit runInProgressChanged(true);
     run.launch();
-    m_currentRun = nullptr;
+    currentRun_ = nullptr;
     outlets.messageLine->clearNotice(QStringLiteral("busy"));
     emit runInProgressChanged(false);
 
@@ -117,23 +117,23 @@ RunOutcome AppDelegate::launchAndWait(ScriptedMiniPro &run) {
 }
 
 void AppDelegate::stopRun() {
-    if (m_currentRun)
-        m_currentRun->stop();
+    if (currentRun_)
+        currentRun_->stop();
     outlets.devicesearcher->stop();
 }
 
 bool AppDelegate::runInProgress() const {
-    return m_currentRun || outlets.devicesearcher->isSearching();
+    return currentRun_ || outlets.devicesearcher->isSearching();
 }
 
 void AppDelegate::takeReadData() {
     // The redisplay comes a turn later; until then the grid keeps the bytes that it shows.
-    auto loaded = loadWholeFile(resolvedPathOf(m_defaults, settingsKeys::temp_read_from_chip_file));
+    auto loaded = loadWholeFile(resolvedPathOf(defaults_, settingsKeys::temp_read_from_chip_file));
     if (const auto *failure = std::get_if<LoadFailure>(&loaded)) {
-        m_state.read_from_chip_data = nullptr;
-        m_log.write(QStringLiteral("error reading temp file: ") + failure->reason);
+        state_.read_from_chip_data = nullptr;
+        log_.write(QStringLiteral("error reading temp file: ") + failure->reason);
     } else {
-        m_state.read_from_chip_data = std::get<ByteBuffer>(std::move(loaded));
+        state_.read_from_chip_data = std::get<ByteBuffer>(std::move(loaded));
     }
     build_and_reload();
 }
@@ -142,7 +142,7 @@ void AppDelegate::takeReadData() {
 // pass for the chip that is in the socket now.
 void AppDelegate::sayWhatReadLeft(const RunOutcome &outcome, const QDateTime &started) {
     outlets.messageLine->clearNotice(readTopic);
-    const qsizetype length = lengthOf(m_state.read_from_chip_data);
+    const qsizetype length = lengthOf(state_.read_from_chip_data);
     if (outcome.verdict == RunOutcome::Verdict::Succeeded && length > 0) {
         notice(runTopic, MessageLine::Severity::Success,
                tr("%1 %2 bytes.").arg(outcome.sentence, QLocale().toString(length)));
@@ -150,7 +150,7 @@ void AppDelegate::sayWhatReadLeft(const RunOutcome &outcome, const QDateTime &st
     }
     if (length == 0)
         return;
-    const QFileInfo file(resolvedPathOf(m_defaults, settingsKeys::temp_read_from_chip_file));
+    const QFileInfo file(resolvedPathOf(defaults_, settingsKeys::temp_read_from_chip_file));
     const QDateTime written = file.lastModified();
     const QString when = written.date() == started.date()
                              ? QLocale().toString(written.time(), QStringLiteral("HH:mm"))
@@ -160,23 +160,23 @@ void AppDelegate::sayWhatReadLeft(const RunOutcome &outcome, const QDateTime &st
 }
 
 void AppDelegate::takeLogicReport() {
-    m_state.logictest_rows = {};
+    state_.logictest_rows = {};
     const auto loaded =
-        loadUtf8Text(resolvedPathOf(m_defaults, settingsKeys::temp_logic_chip_test_results_file));
+        loadUtf8Text(resolvedPathOf(defaults_, settingsKeys::temp_logic_chip_test_results_file));
     if (const auto *failure = std::get_if<LoadFailure>(&loaded)) {
-        m_log.write(QStringLiteral("error reading temp file: ") + failure->reason);
+        log_.write(QStringLiteral("error reading temp file: ") + failure->reason);
         return;
     }
     const QString &text = std::get<QString>(loaded);
-    m_log.write(QStringLiteral("we have successfully obtained the chip test results! %1 bytes")
-                    .arg(text.size()));
+    log_.write(QStringLiteral("we have successfully obtained the chip test results! %1 bytes")
+                   .arg(text.size()));
     const LogicReport report = parseLogicReport(text);
     for (const QString &line : report.log)
-        m_log.write(line);
+        log_.write(line);
     if (report.title)
         outlets.peeping_at->setText(*report.title);
     if (report.headers)
-        m_state.logictest_headers = *report.headers;
-    m_state.logictest_rows = report.rows;
+        state_.logictest_headers = *report.headers;
+    state_.logictest_rows = report.rows;
     outlets.tableview->reloadData();
 }

@@ -35,11 +35,11 @@ void AppDelegate::deviceSearchPanelCancel(QObject *) {
 void AppDelegate::searchPanelEnded(int code) {
     if (code != confirmed)
         return;
-    m_queue.async([this] {
+    queue_.async([this] {
         const std::optional<QString> name = outlets.devicesearcher->selectedItem(this);
         if (!name)
             return;
-        m_defaults.setValue(settingsKeys::device, *name);
+        defaults_.setValue(settingsKeys::device, *name);
         offerToRemoveCustomSuffix(*name);
     });
 }
@@ -54,7 +54,7 @@ void AppDelegate::offerToRemoveCustomSuffix(const QString &name) {
         deviceTopic, MessageLine::Severity::Warning,
         tr("The tool marks %1 as custom; the mark is no part of the name.").arg(plain),
         {tr("Remove “(custom)”"), [this, plain] {
-             m_defaults.setValue(settingsKeys::device, plain);
+             defaults_.setValue(settingsKeys::device, plain);
              outlets.messageLine->clearNotice(deviceTopic);
          }});
 }

@@ -21,9 +21,9 @@ public:
     void redo() override;
 
 private:
-    Replace m_replace;
-    qsizetype m_offset;
-    QByteArray m_before;
-    QByteArray m_after;
-    bool m_made = true;
+    Replace replace_;
+    qsizetype offset_;
+    QByteArray before_;
+    QByteArray after_;
+    bool made_ = true;
 };

@@ -18,32 +18,28 @@ QString addressText(qint64 offset) {
 
 GoToAddress::GoToAddress(QLineEdit &field, GridView &grid, MessageLine &messageLine,
                          const AppDelegate &delegate, QObject *parent)
-    : QObject(parent),
-      m_field(field),
-      m_grid(grid),
-      m_messageLine(messageLine),
-      m_delegate(delegate) {
+    : QObject(parent), field_(field), grid_(grid), messageLine_(messageLine), delegate_(delegate) {
     connect(&field, &QLineEdit::returnPressed, this, &GoToAddress::go);
 }
 
 void GoToAddress::go() {
-    const QString trouble = goTo(m_field.text().trimmed());
-    m_messageLine.setNotice(QStringLiteral("address"), MessageLine::Severity::Warning, trouble);
+    const QString trouble = goTo(field_.text().trimmed());
+    messageLine_.setNotice(QStringLiteral("address"), MessageLine::Severity::Warning, trouble);
     if (trouble.isEmpty())
-        m_grid.setFocus(Qt::OtherFocusReason);
+        grid_.setFocus(Qt::OtherFocusReason);
 }
 
 QString GoToAddress::goTo(const QString &address) {
-    if (m_grid.gridModel()->heading() != GridHeading::Bytes)
+    if (grid_.gridModel()->heading() != GridHeading::Bytes)
         return tr("There are no addresses among the logic test results.");
     bool isNumber = false;
     const qulonglong offset = address.toULongLong(&isNumber, hexadecimal);
     if (!isNumber)
         return tr("\u201c%1\u201d is no hexadecimal address.").arg(address);
-    const qsizetype length = lengthOf(m_delegate.state().display_data);
+    const qsizetype length = lengthOf(delegate_.state().display_data);
     if (length == 0)
         return tr("There are no bytes to go to.");
-    if (offset >= qulonglong(length) || !m_grid.showAddress(qint64(offset)))
+    if (offset >= qulonglong(length) || !grid_.showAddress(qint64(offset)))
         return tr("There is no byte at %1: the last one is at %2.")
             .arg(address, addressText(length - 1));
     return {};

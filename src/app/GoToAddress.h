@@ -22,8 +22,8 @@ private:
     /// Moves to the address; a sentence that says why not, or nothing.
     QString goTo(const QString &address);
 
-    QLineEdit &m_field;
-    GridView &m_grid;
-    MessageLine &m_messageLine;
-    const AppDelegate &m_delegate;
+    QLineEdit &field_;
+    GridView &grid_;
+    MessageLine &messageLine_;
+    const AppDelegate &delegate_;
 };

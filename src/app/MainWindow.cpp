@@ -6,10 +6,10 @@
 
 #include <QCloseEvent>
 
-MainWindow::MainWindow() : m_controls(std::make_unique<Ui::MainWindow>()) {
+MainWindow::MainWindow() : controls_(std::make_unique<Ui::MainWindow>()) {
     // Before the grid gets its name: what is told of it then makes its accessible for good.
     installGridAccessibility();
-    m_controls->setupUi(this);
+    controls_->setupUi(this);
 }
 
 MainWindow::~MainWindow() = default;
@@ -21,7 +21,7 @@ void MainWindow::changeEvent(QEvent *event) {
 }
 
 void MainWindow::closeEvent(QCloseEvent *event) {
-    if (m_mayClose && !m_mayClose()) {
+    if (mayClose_ && !mayClose_()) {
         event->ignore();
         return;
     }

@@ -19,9 +19,9 @@ public:
     ~MainWindow() override;
 
     /// The controls, as MainWindow.ui names them.
-    Ui::MainWindow &controls() { return *m_controls; }
+    Ui::MainWindow &controls() { return *controls_; }
     /// Sets what decides whether the window may close; without it, it always may.
-    void setCloseGuard(std::function<bool()> mayClose) { m_mayClose = std::move(mayClose); }
+    void setCloseGuard(std::function<bool()> mayClose) { mayClose_ = std::move(mayClose); }
 
 signals:
     /// The window is about to close for good.
@@ -34,6 +34,6 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    std::unique_ptr<Ui::MainWindow> m_controls;
-    std::function<bool()> m_mayClose;
+    std::unique_ptr<Ui::MainWindow> controls_;
+    std::function<bool()> mayClose_;
 };

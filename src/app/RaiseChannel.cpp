@@ -10,14 +10,14 @@ const QByteArray answerText = QByteArrayLiteral("raised\n");
 } // namespace
 
 RaiseServer::RaiseServer(const QString &socketPath, QObject *parent) : QObject(parent) {
-    m_server.setSocketOptions(QLocalServer::UserAccessOption);
+    server_.setSocketOptions(QLocalServer::UserAccessOption);
     QLocalServer::removeServer(socketPath);
-    connect(&m_server, &QLocalServer::newConnection, this, &RaiseServer::answer);
-    m_server.listen(socketPath);
+    connect(&server_, &QLocalServer::newConnection, this, &RaiseServer::answer);
+    server_.listen(socketPath);
 }
 
 void RaiseServer::answer() {
-    while (QLocalSocket *caller = m_server.nextPendingConnection()) {
+    while (QLocalSocket *caller = server_.nextPendingConnection()) {
         connect(caller, &QLocalSocket::disconnected, caller, &QObject::deleteLater);
         emit raiseRequested();
         caller->write(answerText);

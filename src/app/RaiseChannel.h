@@ -22,7 +22,7 @@ signals:
 private:
     void answer();
 
-    QLocalServer m_server;
+    QLocalServer server_;
 };
 
 /// Asks the program that listens at \a socketPath to bring its window to the front. True once it

@@ -6,15 +6,15 @@
 #include <QApplication>
 
 RunControls::RunControls(Ui::MainWindow &controls, QObject *parent)
-    : QObject(parent), m_controls(controls) {}
+    : QObject(parent), controls_(controls) {}
 
 void RunControls::setActions(const QList<QAction *> &offWhileRunning, QAction *stop) {
-    m_actions = offWhileRunning;
-    m_stopAction = stop;
+    actions_ = offWhileRunning;
+    stopAction_ = stop;
 }
 
 void RunControls::setRunning(bool running) {
-    Ui::MainWindow &c = m_controls;
+    Ui::MainWindow &c = controls_;
     if (running)
         moveFocusAside();
     const QList<QWidget *> offWhileRunning = {c.uaTextField,
@@ -32,13 +32,13 @@ void RunControls::setRunning(bool running) {
                                               c.miniproLocationField};
     for (QWidget *widget : offWhileRunning)
         widget->setEnabled(!running);
-    for (QAction *action : std::as_const(m_actions))
+    for (QAction *action : std::as_const(actions_))
         action->setEnabled(!running);
     c.tableview->setEditTriggers(running ? QAbstractItemView::NoEditTriggers
                                          : GridView::usualEditTriggers);
     c.btn_stop->setEnabled(running);
-    if (m_stopAction)
-        m_stopAction->setEnabled(running);
+    if (stopAction_)
+        stopAction_->setEnabled(running);
     if (running) {
         c.busy->start();
     } else {
@@ -48,18 +48,18 @@ void RunControls::setRunning(bool running) {
 }
 
 void RunControls::moveFocusAside() {
-    m_focusBefore = QApplication::focusWidget();
-    if (m_focusBefore && m_focusBefore->window() == m_controls.centralwidget->window())
-        m_controls.textView->setFocus(Qt::OtherFocusReason);
+    focusBefore_ = QApplication::focusWidget();
+    if (focusBefore_ && focusBefore_->window() == controls_.centralwidget->window())
+        controls_.textView->setFocus(Qt::OtherFocusReason);
     else
-        m_focusBefore = nullptr;
+        focusBefore_ = nullptr;
 }
 
 // Somebody who went elsewhere during the run stays there.
 void RunControls::giveFocusBack() {
     const QWidget *now = QApplication::focusWidget();
-    const bool stillAside = now == m_controls.textView || now == m_controls.btn_stop || !now;
-    if (m_focusBefore && stillAside)
-        m_focusBefore->setFocus(Qt::OtherFocusReason);
-    m_focusBefore = nullptr;
+    const bool stillAside = now == controls_.textView || now == controls_.btn_stop || !now;
+    if (focusBefore_ && stillAside)
+        focusBefore_->setFocus(Qt::OtherFocusReason);
+    focusBefore_ = nullptr;
 }

@@ -32,8 +32,8 @@ private:
     void moveFocusAside();
     void giveFocusBack();
 
-    Ui::MainWindow &m_controls;
-    QList<QAction *> m_actions;
-    QAction *m_stopAction = nullptr;
-    QPointer<QWidget> m_focusBefore;
+    Ui::MainWindow &controls_;
+    QList<QAction *> actions_;
+    QAction *stopAction_ = nullptr;
+    QPointer<QWidget> focusBefore_;
 };

@@ -43,14 +43,14 @@ TerminationSignals::TerminationSignals(QObject *parent) : QObject(parent) {
     }
     readingEnd = ends[0];
     wakeUpEnd = ends[1];
-    m_notifier = new QSocketNotifier(readingEnd, QSocketNotifier::Read, this);
-    connect(m_notifier, &QSocketNotifier::activated, this, &TerminationSignals::drain);
+    notifier_ = new QSocketNotifier(readingEnd, QSocketNotifier::Read, this);
+    connect(notifier_, &QSocketNotifier::activated, this, &TerminationSignals::drain);
     setDisposition(noteSignal);
 }
 
 TerminationSignals::~TerminationSignals() {
     setDisposition(SIG_DFL);
-    delete m_notifier;
+    delete notifier_;
     ::close(readingEnd);
     ::close(wakeUpEnd);
 }

@@ -20,5 +20,5 @@ signals:
 private:
     void drain();
 
-    QSocketNotifier *m_notifier = nullptr;
+    QSocketNotifier *notifier_ = nullptr;
 };

@@ -8,83 +8,83 @@
 #include "ui_MainWindow.h"
 
 VelmWindow::VelmWindow(const Surroundings &surroundings)
-    : m_memory(surroundings.memoryPath),
-      m_binder(surroundings.settings),
-      m_favourites(surroundings.settings, surroundings.log),
-      m_searcher(surroundings.settings, surroundings.log, m_queue, surroundings.beep),
-      m_searchPanel(m_searcher, &m_window),
-      m_delegate(surroundings.settings, surroundings.log, m_queue, surroundings.beep,
-                 surroundings.panels, m_memory),
-      m_runControls(m_window.controls()) {
-    wireMainWindow(m_window, m_delegate, {m_binder, m_favourites, m_searcher, m_searchPanel});
-    const WindowMenus menus = makeWindowMenus(m_window, m_delegate);
-    m_runControls.setActions(menus.offWhileRunning, menus.stop);
-    connect(&m_delegate, &AppDelegate::runInProgressChanged, this, &VelmWindow::runChanged);
-    m_window.setCloseGuard([this] { return mayClose(); });
-    connect(&m_window, &MainWindow::closing, this, &VelmWindow::rememberWindow);
+    : memory_(surroundings.memoryPath),
+      binder_(surroundings.settings),
+      favourites_(surroundings.settings, surroundings.log),
+      searcher_(surroundings.settings, surroundings.log, queue_, surroundings.beep),
+      searchPanel_(searcher_, &window_),
+      delegate_(surroundings.settings, surroundings.log, queue_, surroundings.beep,
+                surroundings.panels, memory_),
+      runControls_(window_.controls()) {
+    wireMainWindow(window_, delegate_, {binder_, favourites_, searcher_, searchPanel_});
+    const WindowMenus menus = makeWindowMenus(window_, delegate_);
+    runControls_.setActions(menus.offWhileRunning, menus.stop);
+    connect(&delegate_, &AppDelegate::runInProgressChanged, this, &VelmWindow::runChanged);
+    window_.setCloseGuard([this] { return mayClose(); });
+    connect(&window_, &MainWindow::closing, this, &VelmWindow::rememberWindow);
     reportSettingsTrouble(surroundings.settings);
 }
 
 VelmWindow::~VelmWindow() = default;
 
 void VelmWindow::start() {
-    m_delegate.applicationDidFinishLaunching();
+    delegate_.applicationDidFinishLaunching();
     restoreWindow();
-    m_window.show();
+    window_.show();
 }
 
 void VelmWindow::raise() {
-    m_window.setWindowState(m_window.windowState() & ~Qt::WindowMinimized);
-    m_window.show();
-    m_window.raise();
-    m_window.activateWindow();
+    window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
+    window_.show();
+    window_.raise();
+    window_.activateWindow();
 }
 
 void VelmWindow::askToEnd() {
-    if (m_delegate.runInProgress() && m_endRefused) {
-        m_closeAfterRun = true;
-        m_delegate.stopRun();
+    if (delegate_.runInProgress() && endRefused_) {
+        closeAfterRun_ = true;
+        delegate_.stopRun();
         return;
     }
-    m_window.close();
+    window_.close();
 }
 
 // Ending the program in the middle of a run would leave a chip half written, and its socket may
 // stay powered.
 bool VelmWindow::mayClose() {
-    if (!m_delegate.runInProgress()) {
-        m_delegate.commitPendingInput();
+    if (!delegate_.runInProgress()) {
+        delegate_.commitPendingInput();
         return true;
     }
-    m_endRefused = true;
-    m_window.controls().messageLine->setNotice(
+    endRefused_ = true;
+    window_.controls().messageLine->setNotice(
         QStringLiteral("busy"), MessageLine::Severity::Warning,
         tr("The programmer tool is running, so the window stays open. Stop it first."));
     return false;
 }
 
 void VelmWindow::runChanged(bool running) {
-    m_runControls.setRunning(running);
+    runControls_.setRunning(running);
     if (running)
         return;
-    m_endRefused = false;
-    if (m_closeAfterRun)
-        m_queue.async([this] { m_window.close(); });
+    endRefused_ = false;
+    if (closeAfterRun_)
+        queue_.async([this] { window_.close(); });
 }
 
 void VelmWindow::rememberWindow() {
-    m_memory.setGeometry(m_window.saveGeometry());
-    m_memory.setSplitterState(m_window.controls().splitter->saveState());
-    m_delegate.applicationWillTerminate();
+    memory_.setGeometry(window_.saveGeometry());
+    memory_.setSplitterState(window_.controls().splitter->saveState());
+    delegate_.applicationWillTerminate();
 }
 
 void VelmWindow::restoreWindow() {
-    m_window.restoreGeometry(m_memory.geometry());
-    m_window.controls().splitter->restoreState(m_memory.splitterState());
+    window_.restoreGeometry(memory_.geometry());
+    window_.controls().splitter->restoreState(memory_.splitterState());
 }
 
 void VelmWindow::reportSettingsTrouble(SettingsStore &settings) {
-    MessageLine *line = m_window.controls().messageLine;
+    MessageLine *line = window_.controls().messageLine;
     const QString topic = QStringLiteral("settings");
     if (!settings.damagedCopyPath().isEmpty())
         line->setNotice(topic, MessageLine::Severity::Warning,
@@ -94,7 +94,7 @@ void VelmWindow::reportSettingsTrouble(SettingsStore &settings) {
     connect(&settings, &SettingsStore::problem, line, [line, topic](const QString &sentence) {
         line->setNotice(topic, MessageLine::Severity::Problem, sentence);
     });
-    connect(m_window.controls().textView, &ConsoleView::trimmed, line, [line] {
+    connect(window_.controls().textView, &ConsoleView::trimmed, line, [line] {
         line->setNotice(QStringLiteral("console"), MessageLine::Severity::Information,
                         tr("The console is full: its oldest text has gone."));
     });

@@ -38,8 +38,8 @@ public:
     /// call is refused in the message line, and the second stops the run and closes after it.
     void askToEnd();
 
-    MainWindow &window() { return m_window; }
-    AppDelegate &delegate() { return m_delegate; }
+    MainWindow &window() { return window_; }
+    AppDelegate &delegate() { return delegate_; }
 
 private:
     bool mayClose();
@@ -48,15 +48,15 @@ private:
     void restoreWindow();
     void reportSettingsTrouble(SettingsStore &settings);
 
-    MainQueue m_queue;
-    WindowMemory m_memory;
-    MainWindow m_window;
-    KeyBinder m_binder;
-    UAStringManager m_favourites;
-    device_searcher m_searcher;
-    DeviceSearchPanel m_searchPanel;
-    AppDelegate m_delegate;
-    RunControls m_runControls;
-    bool m_endRefused = false;
-    bool m_closeAfterRun = false;
+    MainQueue queue_;
+    WindowMemory memory_;
+    MainWindow window_;
+    KeyBinder binder_;
+    UAStringManager favourites_;
+    device_searcher searcher_;
+    DeviceSearchPanel searchPanel_;
+    AppDelegate delegate_;
+    RunControls runControls_;
+    bool endRefused_ = false;
+    bool closeAfterRun_ = false;
 };

@@ -23,39 +23,39 @@ void write(const QString &filePath, const QString &key, const QVariant &value) {
 
 } // namespace
 
-WindowMemory::WindowMemory(const QString &filePath) : m_filePath(filePath) {}
+WindowMemory::WindowMemory(const QString &filePath) : filePath_(filePath) {}
 
 QByteArray WindowMemory::geometry() const {
-    return read(m_filePath, geometryKey).toByteArray();
+    return read(filePath_, geometryKey).toByteArray();
 }
 
 void WindowMemory::setGeometry(const QByteArray &geometry) {
-    write(m_filePath, geometryKey, geometry);
+    write(filePath_, geometryKey, geometry);
 }
 
 QByteArray WindowMemory::splitterState() const {
-    return read(m_filePath, splitterKey).toByteArray();
+    return read(filePath_, splitterKey).toByteArray();
 }
 
 void WindowMemory::setSplitterState(const QByteArray &state) {
-    write(m_filePath, splitterKey, state);
+    write(filePath_, splitterKey, state);
 }
 
 QString WindowMemory::lastFolder(const QString &purpose) const {
-    return read(m_filePath, folderKey.arg(purpose)).toString();
+    return read(filePath_, folderKey.arg(purpose)).toString();
 }
 
 void WindowMemory::setLastFolder(const QString &purpose, const QString &folder) {
-    write(m_filePath, folderKey.arg(purpose), folder);
+    write(filePath_, folderKey.arg(purpose), folder);
 }
 
 QStringList WindowMemory::recentFiles() const {
-    return read(m_filePath, recentKey).toStringList();
+    return read(filePath_, recentKey).toStringList();
 }
 
 void WindowMemory::addRecentFile(const QString &path) {
     QStringList files = recentFiles();
     files.removeAll(path);
     files.prepend(path);
-    write(m_filePath, recentKey, files.mid(0, recentFileLimit));
+    write(filePath_, recentKey, files.mid(0, recentFileLimit));
 }

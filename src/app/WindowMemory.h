@@ -27,5 +27,5 @@ public:
     void addRecentFile(const QString &path);
 
 private:
-    QString m_filePath;
+    QString filePath_;
 };

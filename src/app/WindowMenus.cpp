@@ -15,7 +15,7 @@ namespace {
 /// Adds entries to one menu.
 class MenuFiller {
 public:
-    MenuFiller(QMenuBar &bar, const QString &title) : m_menu(bar.addMenu(title)) {}
+    MenuFiller(QMenuBar &bar, const QString &title) : menu_(bar.addMenu(title)) {}
 
     QAction *presses(QPushButton *button, const QString &text, const QKeySequence &keys) {
         return calls(text, keys, button, [button] { button->click(); });
@@ -23,16 +23,16 @@ public:
 
     template <typename Work>
     QAction *calls(const QString &text, const QKeySequence &keys, QObject *context, Work work) {
-        QAction *action = m_menu->addAction(text);
+        QAction *action = menu_->addAction(text);
         action->setShortcut(keys);
         QObject::connect(action, &QAction::triggered, context, work, Qt::QueuedConnection);
         return action;
     }
 
-    QMenu *menu() const { return m_menu; }
+    QMenu *menu() const { return menu_; }
 
 private:
-    QMenu *m_menu;
+    QMenu *menu_;
 };
 
 // File names may hold the mark of a mnemonic.

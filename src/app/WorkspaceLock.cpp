@@ -36,32 +36,32 @@ QString lockKey(const QString &folder) {
 } // namespace
 
 WorkspaceLock::WorkspaceLock(const QString &temporaryFolder, const QString &runtimeFolder)
-    : m_base(runtimeFolder + QLatin1String("/velm-") + lockKey(temporaryFolder)) {}
+    : base_(runtimeFolder + QLatin1String("/velm-") + lockKey(temporaryFolder)) {}
 
 WorkspaceLock::~WorkspaceLock() {
-    if (m_file >= 0)
-        ::close(m_file);
+    if (file_ >= 0)
+        ::close(file_);
 }
 
 WorkspaceLock::Outcome WorkspaceLock::take() {
-    const QByteArray path = QFile::encodeName(m_base + QLatin1String(".lock"));
+    const QByteArray path = QFile::encodeName(base_ + QLatin1String(".lock"));
     const int file = ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
     if (file < 0) {
-        m_problem = QString::fromLocal8Bit(std::strerror(errno));
+        problem_ = QString::fromLocal8Bit(std::strerror(errno));
         return Outcome::Unavailable;
     }
     if (::flock(file, LOCK_EX | LOCK_NB) == 0) {
-        m_file = file;
+        file_ = file;
         return Outcome::Taken;
     }
     const int error = errno;
     ::close(file);
     if (error == EWOULDBLOCK)
         return Outcome::HeldByAnother;
-    m_problem = QString::fromLocal8Bit(std::strerror(error));
+    problem_ = QString::fromLocal8Bit(std::strerror(error));
     return Outcome::Unavailable;
 }
 
 QString WorkspaceLock::socketPath() const {
-    return m_base + QLatin1String(".socket");
+    return base_ + QLatin1String(".socket");
 }

@@ -24,12 +24,12 @@ public:
     /// Tries to take the lock, without waiting.
     Outcome take();
     /// Why take() gave Unavailable.
-    QString problem() const { return m_problem; }
+    QString problem() const { return problem_; }
     /// Where the holder of the lock listens for other starts.
     QString socketPath() const;
 
 private:
-    QString m_base;
-    QString m_problem;
-    int m_file = -1;
+    QString base_;
+    QString problem_;
+    int file_ = -1;
 };

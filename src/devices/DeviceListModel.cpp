@@ -3,21 +3,21 @@
 #include "devices/device_searcher.h"
 
 DeviceListModel::DeviceListModel(device_searcher &searcher)
-    : QAbstractListModel(&searcher), m_searcher(searcher) {}
+    : QAbstractListModel(&searcher), searcher_(searcher) {}
 
 void DeviceListModel::reloadData() {
     beginResetModel();
-    m_rows = int(m_searcher.numberOfRowsInTableView(this));
+    rows_ = int(searcher_.numberOfRowsInTableView(this));
     endResetModel();
 }
 
 int DeviceListModel::rowCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : m_rows;
+    return parent.isValid() ? 0 : rows_;
 }
 
 QVariant DeviceListModel::data(const QModelIndex &index, int role) const {
     const bool known = checkIndex(index, CheckIndexOption::IndexIsValid);
     if (!known || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
         return {};
-    return m_searcher.tableView_objectValueForTableColumn_row(nullptr, QString(), index.row());
+    return searcher_.tableView_objectValueForTableColumn_row(nullptr, QString(), index.row());
 }

@@ -19,6 +19,6 @@ public:
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
 
 private:
-    device_searcher &m_searcher;
-    int m_rows = 0;
+    device_searcher &searcher_;
+    int rows_ = 0;
 };

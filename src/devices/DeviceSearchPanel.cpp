@@ -5,8 +5,8 @@
 #include "ui_DeviceSearchPanel.h"
 
 DeviceSearchPanel::DeviceSearchPanel(device_searcher &searcher, QWidget *parent)
-    : QDialog(parent), m_searcher(searcher), m_controls(std::make_unique<Ui::DeviceSearchPanel>()) {
-    Ui::DeviceSearchPanel &c = *m_controls;
+    : QDialog(parent), searcher_(searcher), controls_(std::make_unique<Ui::DeviceSearchPanel>()) {
+    Ui::DeviceSearchPanel &c = *controls_;
     c.setupUi(this);
     setWindowModality(Qt::WindowModal);
     searcher.tableview = c.tableview;
@@ -14,9 +14,9 @@ DeviceSearchPanel::DeviceSearchPanel(device_searcher &searcher, QWidget *parent)
     searcher.OKButton = c.OKButton;
     searcher.connectPanel();
     connect(c.devicesearchterm, &QLineEdit::returnPressed, &searcher,
-            [this] { m_searcher.list(m_controls->devicesearchterm); });
+            [this] { searcher_.list(controls_->devicesearchterm); });
     connect(c.searchButton, &QPushButton::clicked, &searcher,
-            [this] { m_searcher.list(m_controls->searchButton); });
+            [this] { searcher_.list(controls_->searchButton); });
     connect(c.stopButton, &QPushButton::clicked, &searcher, &device_searcher::stop);
     connect(&searcher, &device_searcher::searchRunningChanged, this,
             &DeviceSearchPanel::setSearching);
@@ -26,26 +26,26 @@ DeviceSearchPanel::DeviceSearchPanel(device_searcher &searcher, QWidget *parent)
 DeviceSearchPanel::~DeviceSearchPanel() = default;
 
 QPushButton *DeviceSearchPanel::okButton() const {
-    return m_controls->OKButton;
+    return controls_->OKButton;
 }
 
 QPushButton *DeviceSearchPanel::cancelButton() const {
-    return m_controls->cancelButton;
+    return controls_->cancelButton;
 }
 
 void DeviceSearchPanel::done(int code) {
-    m_searcher.stop();
+    searcher_.stop();
     QDialog::done(code);
 }
 
 void DeviceSearchPanel::showEvent(QShowEvent *event) {
-    m_controls->devicesearchterm->selectAll();
-    m_controls->devicesearchterm->setFocus(Qt::OtherFocusReason);
+    controls_->devicesearchterm->selectAll();
+    controls_->devicesearchterm->setFocus(Qt::OtherFocusReason);
     QDialog::showEvent(event);
 }
 
 void DeviceSearchPanel::setSearching(bool searching) {
-    Ui::DeviceSearchPanel &c = *m_controls;
+    Ui::DeviceSearchPanel &c = *controls_;
     const bool termHadFocus = c.devicesearchterm->hasFocus();
     c.stopButton->setEnabled(searching);
     for (QWidget *widget :

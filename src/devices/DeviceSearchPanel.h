@@ -34,6 +34,6 @@ protected:
 private:
     void setSearching(bool searching);
 
-    device_searcher &m_searcher;
-    std::unique_ptr<Ui::DeviceSearchPanel> m_controls;
+    device_searcher &searcher_;
+    std::unique_ptr<Ui::DeviceSearchPanel> controls_;
 };

@@ -20,7 +20,7 @@ QString menuText(QString name) {
 } // namespace
 
 UAStringManager::UAStringManager(SettingsStore &settings, Log &log, QObject *parent)
-    : QObject(parent), defaults(settings), m_log(log) {}
+    : QObject(parent), defaults(settings), log_(log) {}
 
 void UAStringManager::awakeFromNib() {
     defaults.registerDefaults({{settingsKeys::favourites, QStringList{firstFavourite}}});
@@ -93,7 +93,7 @@ qsizetype UAStringManager::array_indexOfMatchingString(const QStringList &array,
 void UAStringManager::populateMenu() {
     QMenu *menu = dButton->menu();
     menu->clear();
-    m_log.write(QStringLiteral("populateMenu is adding %1 items").arg(dict.size()));
+    log_.write(QStringLiteral("populateMenu is adding %1 items").arg(dict.size()));
     for (const QString &name : std::as_const(dict)) {
         QAction *item = menu->addAction(menuText(name));
         item->setData(name);

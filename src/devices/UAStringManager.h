@@ -55,6 +55,6 @@ private:
     void store(const QStringList &list);
 
     SettingsStore &defaults;
-    Log &m_log;
+    Log &log_;
     QStringList dict;
 };

@@ -26,17 +26,17 @@ constexpr std::chrono::seconds silencePatience{2};
 
 device_searcher::device_searcher(SettingsStore &settings, Log &log, MainQueue &queue,
                                  std::function<void()> beep, QObject *parent)
-    : QObject(parent), defaults(settings), m_log(log), m_queue(queue), m_beep(std::move(beep)) {
+    : QObject(parent), defaults(settings), log_(log), queue_(queue), beep_(std::move(beep)) {
     retainArray.reserve(expectedRuns);
-    m_silence.setInterval(silencePatience);
-    connect(&m_silence, &QTimer::timeout, this, &device_searcher::noticeSilence);
+    silence_.setInterval(silencePatience);
+    connect(&silence_, &QTimer::timeout, this, &device_searcher::noticeSilence);
 }
 
 device_searcher::~device_searcher() = default;
 
 void device_searcher::connectPanel() {
-    m_model = new DeviceListModel(*this);
-    tableview->setModel(m_model);
+    model_ = new DeviceListModel(*this);
+    tableview->setModel(model_);
     connect(tableview, &DeviceListView::doubleClickedAnywhere, this,
             [this] { doubleClick(tableview); });
     connect(tableview, &DeviceListView::enterPressed, OKButton, &QPushButton::click);
@@ -45,11 +45,11 @@ void device_searcher::connectPanel() {
 void device_searcher::list(QObject *) {
     if (isSearching())
         return;
-    auto *run = new ScriptedMiniPro(defaults, m_log, m_queue, this);
+    auto *run = new ScriptedMiniPro(defaults, log_, queue_, this);
     retainArray.append(run);
     const QString term = devicesearchterm->text();
     if (term.isEmpty()) {
-        m_beep();
+        beep_();
         emit remark(tr("Enter a part of the device's name."));
         devicesearchterm->setFocus(Qt::OtherFocusReason);
         return;
@@ -60,29 +60,29 @@ void device_searcher::list(QObject *) {
 }
 
 void device_searcher::runSearch(ScriptedMiniPro &run, const QString &term) {
-    m_current = &run;
-    m_outputSeen = 0;
-    m_silence.start();
+    current_ = &run;
+    outputSeen_ = 0;
+    silence_.start();
     emit remark(tr("Searching\u2026"));
     emit searchRunningChanged(true);
     run.list(term);
-    m_silence.stop();
-    m_current = nullptr;
+    silence_.stop();
+    current_ = nullptr;
     emit searchRunningChanged(false);
 }
 
 void device_searcher::stop() {
-    if (m_current)
-        m_current->stop();
+    if (current_)
+        current_->stop();
 }
 
 // Without a programmer the tool asks on its input which one is meant, and waits for ever.
 void device_searcher::noticeSilence() {
-    const qsizetype output = m_current ? m_current->collectedOutput().size() : 0;
-    if (m_current && output == m_outputSeen)
+    const qsizetype output = current_ ? current_->collectedOutput().size() : 0;
+    if (current_ && output == outputSeen_)
         emit remark(tr("The tool is silent: it may be waiting for a programmer. Connect one, or "
                        "stop the search."));
-    m_outputSeen = output;
+    outputSeen_ = output;
 }
 
 void device_searcher::takeResults() {
@@ -91,15 +91,15 @@ void device_searcher::takeResults() {
     QList<QStringView> pieces;
     if (const auto *text = std::get_if<QString>(&loaded))
         pieces = linesOf(*text);
-    m_log.write(QStringLiteral("list has returned:%1").arg(pieces.size()));
+    log_.write(QStringLiteral("list has returned:%1").arg(pieces.size()));
     QStringList names;
     names.reserve(pieces.size());
     for (const QStringView piece : std::as_const(pieces))
         if (!piece.isEmpty())
             names.append(piece.toString());
     dataArray = names;
-    m_log.write(QStringLiteral("dataArray has:%1").arg(dataArray->size()));
-    m_model->reloadData();
+    log_.write(QStringLiteral("dataArray has:%1").arg(dataArray->size()));
+    model_->reloadData();
 }
 
 void device_searcher::remarkOnResults(const ScriptedMiniPro &run) {
@@ -126,8 +126,8 @@ std::optional<QString> device_searcher::selectedItem(QObject *) const {
 }
 
 void device_searcher::doubleClick(QObject *) {
-    m_log.write(QStringLiteral("doubleClick:"));
-    m_queue.async([button = QPointer<QPushButton>(OKButton)] {
+    log_.write(QStringLiteral("doubleClick:"));
+    queue_.async([button = QPointer<QPushButton>(OKButton)] {
         if (button)
             button->click();
     });

@@ -42,7 +42,7 @@ public:
     void list(QObject *sender);
     /// Ends the search in progress, if any; what was listed until then is shown.
     void stop();
-    bool isSearching() const { return !m_current.isNull(); }
+    bool isSearching() const { return !current_.isNull(); }
 
     /// The name in the selected row; nothing if no row is selected.
     std::optional<QString> selectedItem(QObject *sender) const;
@@ -76,11 +76,11 @@ private:
     QList<ScriptedMiniPro *> retainArray;
     std::optional<QStringList> dataArray;
 
-    Log &m_log;
-    MainQueue &m_queue;
-    std::function<void()> m_beep;
-    DeviceListModel *m_model = nullptr;
-    QPointer<ScriptedMiniPro> m_current;
-    QTimer m_silence;
-    qsizetype m_outputSeen = 0;
+    Log &log_;
+    MainQueue &queue_;
+    std::function<void()> beep_;
+    DeviceListModel *model_ = nullptr;
+    QPointer<ScriptedMiniPro> current_;
+    QTimer silence_;
+    qsizetype outputSeen_ = 0;
 };

@@ -12,16 +12,16 @@ CellEditor::CellEditor(QWidget *parent) : QLineEdit(parent) {
 
 void CellEditor::open(const QString &text) {
     setText(text);
-    m_opened = text;
+    opened_ = text;
 }
 
 void CellEditor::setCommitted() {
-    m_opened = text();
-    m_committed = true;
+    opened_ = text();
+    committed_ = true;
 }
 
 void CellEditor::placeAt(const QRect &cell) {
-    m_cell = cell;
+    cell_ = cell;
     fitWidth();
 }
 
@@ -30,9 +30,9 @@ void CellEditor::fitWidth() {
     const QString widened = text() + u'M';
     constexpr int lineEditMargins = 8;
     const int wanted = fontMetrics().horizontalAdvance(widened) + lineEditMargins;
-    const int available = parentWidget()->width() - m_cell.left();
-    const int width = std::max(m_cell.width(), std::min(wanted, available));
-    setGeometry(m_cell.left(), m_cell.top(), width, m_cell.height());
+    const int available = parentWidget()->width() - cell_.left();
+    const int width = std::max(cell_.width(), std::min(wanted, available));
+    setGeometry(cell_.left(), cell_.top(), width, cell_.height());
 }
 
 void CellEditor::paintEvent(QPaintEvent *event) {

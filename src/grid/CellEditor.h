@@ -13,11 +13,11 @@ public:
     /// Shows \a text as what the cell holds.
     void open(const QString &text);
     /// True if the entry differs from what was opened or committed last.
-    bool isChanged() const { return text() != m_opened; }
+    bool isChanged() const { return text() != opened_; }
     /// Takes the entry as committed: it is not committed a second time when the focus leaves.
     void setCommitted();
     /// True if an entry has been committed since the field was opened.
-    bool wasCommitted() const { return m_committed; }
+    bool wasCommitted() const { return committed_; }
 
     /// Lays the field over \a cell.
     void placeAt(const QRect &cell);
@@ -28,7 +28,7 @@ protected:
 private:
     void fitWidth();
 
-    QString m_opened;
-    QRect m_cell;
-    bool m_committed = false;
+    QString opened_;
+    QRect cell_;
+    bool committed_ = false;
 };

@@ -36,7 +36,7 @@ void installGridAccessibility() {
 GridAccessible::GridAccessible(GridView *view) : QAccessibleWidget(view, QAccessible::Table) {}
 
 GridAccessible::~GridAccessible() {
-    for (const Told &told : std::as_const(m_told))
+    for (const Told &told : std::as_const(told_))
         QAccessible::deleteAccessibleInterface(told.id);
 }
 
@@ -130,7 +130,7 @@ QAccessibleInterface *GridAccessible::headerCell(int column) const {
 
 QAccessibleInterface *GridAccessible::placed(int row, int column) const {
     const qint64 key = placeKey(row, column);
-    if (const auto told = m_told.constFind(key); told != m_told.constEnd())
+    if (const auto told = told_.constFind(key); told != told_.constEnd())
         return QAccessible::accessibleInterface(told->id);
 
     QAccessibleInterface *cell = nullptr;
@@ -139,15 +139,15 @@ QAccessibleInterface *GridAccessible::placed(int row, int column) const {
     else
         cell = new GridAccessibleCell(*view(), row, column);
     const QAccessible::Id id = QAccessible::registerAccessibleInterface(cell);
-    m_told.insert(key, {id, cell->text(QAccessible::Name)});
-    m_order.enqueue(key);
-    if (m_order.size() > mostCells)
+    told_.insert(key, {id, cell->text(QAccessible::Name)});
+    order_.enqueue(key);
+    if (order_.size() > mostCells)
         dropOldest();
     return cell;
 }
 
 void GridAccessible::dropOldest() const {
-    QAccessible::deleteAccessibleInterface(m_told.take(m_order.dequeue()).id);
+    QAccessible::deleteAccessibleInterface(told_.take(order_.dequeue()).id);
 }
 
 QString GridAccessible::columnDescription(int column) const {
@@ -222,9 +222,9 @@ bool GridAccessible::selectColumn(int column) {
 
 void GridAccessible::modelChange(QAccessibleTableModelChangeEvent *) {
     // Clients keep the names that they were told, so each that is no longer true is told anew.
-    const QList<qint64> keys = m_told.keys();
+    const QList<qint64> keys = told_.keys();
     for (const qint64 key : keys) {
-        Told &told = m_told[key];
+        Told &told = told_[key];
         QAccessibleInterface *cell = QAccessible::accessibleInterface(told.id);
         if (!cell->isValid())
             continue;

@@ -70,8 +70,8 @@ private:
     void dropOldest() const;
     bool changeRowSelection(int row, bool selected);
 
-    mutable QHash<qint64, Told> m_told;
-    mutable QQueue<qint64> m_order;
+    mutable QHash<qint64, Told> told_;
+    mutable QQueue<qint64> order_;
 };
 
 /// Makes every GridView accessible as a table. To be called once, before the first window.

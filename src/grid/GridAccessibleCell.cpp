@@ -7,10 +7,10 @@
 #include <QKeySequence>
 
 GridAccessiblePlace::GridAccessiblePlace(GridView &view, int row, int column)
-    : m_view(view), m_row(row), m_column(column) {}
+    : view_(view), row_(row), column_(column) {}
 
 QAccessibleInterface *GridAccessiblePlace::parent() const {
-    return QAccessible::queryAccessibleInterface(&m_view);
+    return QAccessible::queryAccessibleInterface(&view_);
 }
 
 GridAccessibleTitle::GridAccessibleTitle(GridView &view, int column)

@@ -14,8 +14,8 @@ public:
 
     GridAccessiblePlace(GridView &view, int row, int column);
 
-    int row() const { return m_row; }
-    int column() const { return m_column; }
+    int row() const { return row_; }
+    int column() const { return column_; }
 
     QObject *object() const override { return nullptr; }
     QAccessibleInterface *parent() const override;
@@ -27,12 +27,12 @@ public:
 
 protected:
     ~GridAccessiblePlace() override = default;
-    GridView &view() const { return m_view; }
+    GridView &view() const { return view_; }
 
 private:
-    GridView &m_view;
-    int m_row;
-    int m_column;
+    GridView &view_;
+    int row_;
+    int column_;
 };
 
 /// The title of a column.

@@ -7,13 +7,13 @@
 
 QWidget *GridDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
                                     const QModelIndex &index) const {
-    m_editor = new CellEditor(parent);
-    m_editor->setAccessibleName(tr("Entry"));
-    m_editor->setAccessibleDescription(
+    editor_ = new CellEditor(parent);
+    editor_->setAccessibleName(tr("Entry"));
+    editor_->setAccessibleDescription(
         index.model()
             ->headerData(index.column(), Qt::Horizontal, Qt::AccessibleTextRole)
             .toString());
-    return m_editor;
+    return editor_;
 }
 
 void GridDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const {
@@ -43,10 +43,10 @@ void GridDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewI
 }
 
 bool GridDelegate::eventFilter(QObject *watched, QEvent *event) {
-    if (event->type() == QEvent::KeyPress && watched == m_editor) {
+    if (event->type() == QEvent::KeyPress && watched == editor_) {
         const int key = static_cast<const QKeyEvent *>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-            CellEditor *editor = m_editor;
+            CellEditor *editor = editor_;
             emit commitData(editor);
             emit closeEditor(editor, SubmitModelCache);
             return true;

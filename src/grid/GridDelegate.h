@@ -13,7 +13,7 @@ public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     /// The editor that was opened last, as long as it exists.
-    CellEditor *lastEditor() const { return m_editor; }
+    CellEditor *lastEditor() const { return editor_; }
 
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
                           const QModelIndex &index) const override;
@@ -29,5 +29,5 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    mutable QPointer<CellEditor> m_editor;
+    mutable QPointer<CellEditor> editor_;
 };

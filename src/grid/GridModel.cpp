@@ -17,51 +17,51 @@ Qt::Alignment titleAlignment(int column) {
 } // namespace
 
 GridModel::GridModel(GridSource &source, QObject *table, QObject *parent)
-    : QAbstractTableModel(parent), m_source(source), m_table(table) {}
+    : QAbstractTableModel(parent), source_(source), table_(table) {}
 
 void GridModel::reloadData() {
-    if (m_committing && sourceRows() >= m_rows) {
+    if (committing_ && sourceRows() >= rows_) {
         refreshAfterEdit();
         return;
     }
     beginResetModel();
-    m_rows = sourceRows();
+    rows_ = sourceRows();
     endResetModel();
 }
 
 void GridModel::refreshAfterEdit() {
     const int rows = sourceRows();
-    if (rows > m_rows) {
-        beginInsertRows(QModelIndex(), m_rows, rows - 1);
-        m_rows = rows;
+    if (rows > rows_) {
+        beginInsertRows(QModelIndex(), rows_, rows - 1);
+        rows_ = rows;
         endInsertRows();
     }
     // One byte may change how all of them read as text, so nothing less than all is certain.
-    emit dataChanged(index(0, 0), index(m_rows - 1, gridColumns - 1));
+    emit dataChanged(index(0, 0), index(rows_ - 1, gridColumns - 1));
 }
 
 int GridModel::sourceRows() const {
     constexpr auto most = quint64(std::numeric_limits<int>::max());
-    return int(std::min(most, m_source.numberOfRowsInTableView(m_table)));
+    return int(std::min(most, source_.numberOfRowsInTableView(table_)));
 }
 
 void GridModel::setHeading(GridHeading heading) {
-    if (heading == m_heading)
+    if (heading == heading_)
         return;
-    m_heading = heading;
+    heading_ = heading;
     emit headerDataChanged(Qt::Horizontal, 0, gridColumns - 1);
 }
 
 CellValue GridModel::cell(int row, int column) const {
-    return m_source.tableView_objectValueForTableColumn_row(m_table, columnIdentifier(column), row);
+    return source_.tableView_objectValueForTableColumn_row(table_, columnIdentifier(column), row);
 }
 
 bool GridModel::maySelectColumn(int column) const {
-    return m_source.tableView_shouldSelectTableColumn(m_table, columnIdentifier(column));
+    return source_.tableView_shouldSelectTableColumn(table_, columnIdentifier(column));
 }
 
 int GridModel::rowCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : m_rows;
+    return parent.isValid() ? 0 : rows_;
 }
 
 int GridModel::columnCount(const QModelIndex &parent) const {
@@ -90,7 +90,7 @@ QString GridModel::cellDescription(const CellValue &cell, int column) const {
     if (cell.failed)
         return tr("failed");
     const bool isMissing =
-        m_heading == GridHeading::Bytes && isByteColumn(column) && cell.text == QLatin1String("XX");
+        heading_ == GridHeading::Bytes && isByteColumn(column) && cell.text == QLatin1String("XX");
     return isMissing ? tr("no byte") : QString();
 }
 
@@ -110,7 +110,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
 }
 
 QString GridModel::title(int column) const {
-    if (m_heading == GridHeading::Pins) {
+    if (heading_ == GridHeading::Pins) {
         // The first row of the report numbers the pins, one title stands above all of them.
         if (column == addressColumn)
             return tr("Vector");
@@ -125,7 +125,7 @@ QString GridModel::title(int column) const {
 }
 
 QString GridModel::columnDescription(int column) const {
-    if (m_heading == GridHeading::Pins && column != addressColumn)
+    if (heading_ == GridHeading::Pins && column != addressColumn)
         return tr("Pin %1").arg(column);
     return title(column);
 }
@@ -134,10 +134,10 @@ Qt::ItemFlags GridModel::flags(const QModelIndex &index) const {
     if (!index.isValid())
         return Qt::NoItemFlags;
     Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
-    if (m_source.tableView_shouldSelectRow(m_table, index.row()))
+    if (source_.tableView_shouldSelectRow(table_, index.row()))
         flags |= Qt::ItemIsSelectable;
-    if (m_source.tableView_shouldEditTableColumn_row(m_table, columnIdentifier(index.column()),
-                                                     index.row()))
+    if (source_.tableView_shouldEditTableColumn_row(table_, columnIdentifier(index.column()),
+                                                    index.row()))
         flags |= Qt::ItemIsEditable;
     return flags;
 }
@@ -145,16 +145,16 @@ Qt::ItemFlags GridModel::flags(const QModelIndex &index) const {
 bool GridModel::setData(const QModelIndex &index, const QVariant &value, int role) {
     if (role != Qt::EditRole || !(flags(index) & Qt::ItemIsEditable))
         return false;
-    const QScopedValueRollback<bool> committing(m_committing, true);
-    m_source.tableView_setObjectValue_forTableColumn_row(
-        m_table, value.toString(), columnIdentifier(index.column()), index.row());
+    const QScopedValueRollback<bool> committing(committing_, true);
+    source_.tableView_setObjectValue_forTableColumn_row(
+        table_, value.toString(), columnIdentifier(index.column()), index.row());
     return true;
 }
 
 bool GridModel::canDropMimeData(const QMimeData *drag, Qt::DropAction action, int row, int,
                                 const QModelIndex &) const {
-    return m_source.tableView_validateDrop_proposedRow_proposedDropOperation(
-               m_table, drag, row, int(action)) != DragOperation::None;
+    return source_.tableView_validateDrop_proposedRow_proposedDropOperation(
+               table_, drag, row, int(action)) != DragOperation::None;
 }
 
 bool GridModel::dropMimeData(const QMimeData *, Qt::DropAction, int, int, const QModelIndex &) {

@@ -33,9 +33,9 @@ public:
     /// reset, so that cursor, selection and editors keep their place.
     void reloadData();
     /// True from the moment an entry is handed to the source until the source is done with it.
-    bool isCommitting() const { return m_committing; }
+    bool isCommitting() const { return committing_; }
 
-    GridHeading heading() const { return m_heading; }
+    GridHeading heading() const { return heading_; }
     void setHeading(GridHeading heading);
 
     /// The value of a cell that the model has; what data() gives in one piece.
@@ -66,9 +66,9 @@ private:
     QString title(int column) const;
     QString cellDescription(const CellValue &cell, int column) const;
 
-    GridSource &m_source;
-    QObject *m_table;
-    int m_rows = 0;
-    GridHeading m_heading = GridHeading::Bytes;
-    bool m_committing = false;
+    GridSource &source_;
+    QObject *table_;
+    int rows_ = 0;
+    GridHeading heading_ = GridHeading::Bytes;
+    bool committing_ = false;
 };

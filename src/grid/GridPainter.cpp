@@ -48,35 +48,35 @@ bool isPlain(const QString &text) {
 } // namespace
 
 GridPainter::GridPainter(const GridView &view, QPainter &painter)
-    : m_view(view),
-      m_model(*view.gridModel()),
-      m_painter(painter),
-      m_palette(view.palette()),
-      m_failedFont(view.font()),
-      m_lineColor(gridLineColor(view)) {
+    : view_(view),
+      model_(*view.gridModel()),
+      painter_(painter),
+      palette_(view.palette()),
+      failedFont_(view.font()),
+      lineColor_(gridLineColor(view)) {
     const bool active = view.isActiveWindow() && view.hasFocus();
-    m_palette.setCurrentColorGroup(!view.isEnabled() ? QPalette::Disabled
-                                   : active          ? QPalette::Active
-                                                     : QPalette::Inactive);
-    m_faintText = faintText(m_palette);
-    m_failedFont.setBold(true);
-    m_fixedPitch = QFontInfo(view.font()).fixedPitch();
+    palette_.setCurrentColorGroup(!view.isEnabled() ? QPalette::Disabled
+                                  : active          ? QPalette::Active
+                                                    : QPalette::Inactive);
+    faintText_ = faintText(palette_);
+    failedFont_.setBold(true);
+    fixedPitch_ = QFontInfo(view.font()).fixedPitch();
     painter.setFont(view.font());
     const QFontMetrics metrics = view.fontMetrics();
-    m_characterWidth = QFontMetricsF(view.font()).horizontalAdvance(u'0');
-    m_padding = qRound(m_characterWidth * paddingShare);
-    m_baseline = (view.rowHeight() - metrics.height()) / 2 + metrics.ascent();
+    characterWidth_ = QFontMetricsF(view.font()).horizontalAdvance(u'0');
+    padding_ = qRound(characterWidth_ * paddingShare);
+    baseline_ = (view.rowHeight() - metrics.height()) / 2 + metrics.ascent();
 }
 
 void GridPainter::paintRow(int row, int top, const QRect &area) const {
-    const QHeaderView &header = *m_view.header();
-    const QModelIndex first = m_model.index(row, 0);
-    const bool selected = m_view.selectionModel()->isSelected(first);
-    const QModelIndex current = m_view.currentIndex();
-    paintBackground(row, QRect(area.left(), top, area.width(), m_view.rowHeight()), selected);
+    const QHeaderView &header = *view_.header();
+    const QModelIndex first = model_.index(row, 0);
+    const bool selected = view_.selectionModel()->isSelected(first);
+    const QModelIndex current = view_.currentIndex();
+    paintBackground(row, QRect(area.left(), top, area.width(), view_.rowHeight()), selected);
     for (int column = 0; column < gridColumns; ++column) {
         const QRect cell(header.sectionViewportPosition(column), top, header.sectionSize(column),
-                         m_view.rowHeight());
+                         view_.rowHeight());
         const bool isCurrent = current.row() == row && current.column() == column;
         if (cell.intersects(area))
             paintCell(row, column, cell, {selected, isCurrent, isPinRow(row)});
@@ -90,24 +90,24 @@ void GridPainter::paintBackground(int row, const QRect &line, bool selected) con
         role = QPalette::Highlight;
     else if (isPinRow(row))
         role = QPalette::Window;
-    else if (m_view.alternatingRowColors() && row % 2 == 1)
+    else if (view_.alternatingRowColors() && row % 2 == 1)
         role = QPalette::AlternateBase;
-    m_painter.fillRect(line, m_palette.brush(role));
+    painter_.fillRect(line, palette_.brush(role));
 }
 
 bool GridPainter::isPinRow(int row) const {
-    return row == 0 && m_model.heading() == GridHeading::Pins;
+    return row == 0 && model_.heading() == GridHeading::Pins;
 }
 
 void GridPainter::paintCell(int row, int column, const QRect &cell, Look look) const {
-    const CellValue value = m_model.cell(row, column);
+    const CellValue value = model_.cell(row, column);
     // On the colour of the selection, neither the cursor nor a failure could be told.
     if (look.selected && (look.current || value.failed))
-        m_painter.fillRect(cell, m_palette.brush(QPalette::Base));
+        painter_.fillRect(cell, palette_.brush(QPalette::Base));
     paintText(value, column, cell, look);
     if (endsGroup(column)) {
-        m_painter.setPen(m_lineColor);
-        m_painter.drawLine(cell.topRight(), cell.bottomRight());
+        painter_.setPen(lineColor_);
+        painter_.drawLine(cell.topRight(), cell.bottomRight());
     }
     if (look.current)
         paintCursor(cell);
@@ -116,67 +116,67 @@ void GridPainter::paintCell(int row, int column, const QRect &cell, Look look) c
 /// A line sets addresses, the halves of a row and the characters apart.
 bool GridPainter::endsGroup(int column) const {
     constexpr int lastOfFirstHalf = firstByteColumn + bytesInRow / 2 - 1;
-    if (m_model.heading() == GridHeading::Pins)
+    if (model_.heading() == GridHeading::Pins)
         return column == addressColumn;
     return column == addressColumn || column == lastOfFirstHalf || column == lastByteColumn;
 }
 
 QColor GridPainter::textColor(const CellValue &value, int column, Look look) const {
     if (value.failed)
-        return failureTextColor(m_palette);
+        return failureTextColor(palette_);
     if (look.selected && !look.current)
-        return m_palette.color(QPalette::HighlightedText);
+        return palette_.color(QPalette::HighlightedText);
     if (look.onWindow)
-        return m_palette.color(QPalette::WindowText);
+        return palette_.color(QPalette::WindowText);
     const bool isFrame =
         column == addressColumn || (isByteColumn(column) && value.text == QLatin1String("XX"));
-    return isFrame ? m_faintText : m_palette.color(QPalette::Text);
+    return isFrame ? faintText_ : palette_.color(QPalette::Text);
 }
 
 void GridPainter::paintText(const CellValue &value, int column, const QRect &cell,
                             Look look) const {
     if (value.text.isEmpty())
         return;
-    m_painter.setPen(textColor(value, column, look));
+    painter_.setPen(textColor(value, column, look));
     if (column == charactersColumn) {
         paintCharacters(value.text, cell);
         return;
     }
     if (value.failed)
-        m_painter.setFont(m_failedFont);
+        painter_.setFont(failedFont_);
     const int width = widthOf(value.text);
     if (width > cell.width())
-        m_painter.drawText(
+        painter_.drawText(
             cell, Qt::AlignCenter,
-            m_painter.fontMetrics().elidedText(value.text, Qt::ElideRight, cell.width()));
+            painter_.fontMetrics().elidedText(value.text, Qt::ElideRight, cell.width()));
     else
-        m_painter.drawText(QPoint(textLeft(column, cell, width), cell.top() + m_baseline),
-                           value.text);
+        painter_.drawText(QPoint(textLeft(column, cell, width), cell.top() + baseline_),
+                          value.text);
     if (value.failed)
-        m_painter.setFont(m_view.font());
+        painter_.setFont(view_.font());
 }
 
 /// Addresses line up at their last digits, so that longer ones stand out to the left.
 int GridPainter::textLeft(int column, const QRect &cell, int width) const {
-    return column == addressColumn ? cell.right() + 1 - m_padding - width
+    return column == addressColumn ? cell.right() + 1 - padding_ - width
                                    : cell.left() + (cell.width() - width) / 2;
 }
 
 /// Measuring a text costs as much as drawing it, and nearly all of them need not be measured.
 int GridPainter::widthOf(const QString &text) const {
-    return m_fixedPitch && isPlain(text) ? qCeil(double(text.size()) * m_characterWidth)
-                                         : m_painter.fontMetrics().horizontalAdvance(text);
+    return fixedPitch_ && isPlain(text) ? qCeil(double(text.size()) * characterWidth_)
+                                        : painter_.fontMetrics().horizontalAdvance(text);
 }
 
 /// Draws unit by unit, each in its own place, so that no unit joins, reorders or widens its
 /// neighbours and the characters stand in line with those of the other rows.
 void GridPainter::paintCharacters(const QString &text, const QRect &cell) const {
-    const QPointF start(cell.left() + m_padding, cell.top() + m_baseline);
-    if (m_fixedPitch && isPlain(text))
-        m_painter.drawText(start, text);
+    const QPointF start(cell.left() + padding_, cell.top() + baseline_);
+    if (fixedPitch_ && isPlain(text))
+        painter_.drawText(start, text);
     else
         for (int place = 0; place < text.size(); ++place)
-            paintUnit(text, place, start + QPointF(place * m_characterWidth, 0));
+            paintUnit(text, place, start + QPointF(place * characterWidth_, 0));
 }
 
 /// A unit that has no shape of its own gets a dot: fonts would fill the column with boxes.
@@ -187,25 +187,24 @@ void GridPainter::paintUnit(const QString &text, int place, const QPointF &origi
     if (unit.isLowSurrogate() && followsHigh)
         return;
     if (unit.isHighSurrogate() && precedesLow) {
-        m_painter.drawText(origin, text.mid(place, 2));
+        painter_.drawText(origin, text.mid(place, 2));
         return;
     }
     if (unit == u' ' || unit.isPrint()) {
-        m_painter.drawText(origin, unit);
+        painter_.drawText(origin, unit);
         return;
     }
     constexpr int dot = 2;
-    const QPointF centre =
-        origin + QPointF(m_characterWidth, -m_painter.fontMetrics().xHeight()) / 2;
-    m_painter.fillRect(QRect(centre.toPoint(), QSize(dot, dot)), m_painter.pen().color());
+    const QPointF centre = origin + QPointF(characterWidth_, -painter_.fontMetrics().xHeight()) / 2;
+    painter_.fillRect(QRect(centre.toPoint(), QSize(dot, dot)), painter_.pen().color());
 }
 
 void GridPainter::paintCursor(const QRect &cell) const {
     constexpr int focusedWidth = 2;
-    m_painter.setPen(Qt::NoPen);
-    const QBrush brush = m_palette.brush(QPalette::Highlight);
-    const int width = m_view.hasFocus() ? focusedWidth : 1;
+    painter_.setPen(Qt::NoPen);
+    const QBrush brush = palette_.brush(QPalette::Highlight);
+    const int width = view_.hasFocus() ? focusedWidth : 1;
     const QRegion frame = QRegion(cell) - cell.adjusted(width, width, -width, -width);
     for (const QRect &side : frame)
-        m_painter.fillRect(side, brush);
+        painter_.fillRect(side, brush);
 }

@@ -39,15 +39,15 @@ private:
     bool endsGroup(int column) const;
     QColor textColor(const CellValue &value, int column, Look look) const;
 
-    const GridView &m_view;
-    const GridModel &m_model;
-    QPainter &m_painter;
-    QPalette m_palette;
-    QFont m_failedFont;
-    QColor m_lineColor;
-    QColor m_faintText;
-    bool m_fixedPitch;
-    double m_characterWidth;
-    int m_padding;
-    int m_baseline;
+    const GridView &view_;
+    const GridModel &model_;
+    QPainter &painter_;
+    QPalette palette_;
+    QFont failedFont_;
+    QColor lineColor_;
+    QColor faintText_;
+    bool fixedPitch_;
+    double characterWidth_;
+    int padding_;
+    int baseline_;
 };

@@ -20,10 +20,10 @@
 
 GridView::GridView(QWidget *parent)
     : QAbstractItemView(parent),
-      m_header(new QHeaderView(Qt::Horizontal, this)),
-      m_delegate(new GridDelegate(this)) {
+      header_(new QHeaderView(Qt::Horizontal, this)),
+      delegate_(new GridDelegate(this)) {
     setLayoutDirection(Qt::LeftToRight);
-    setItemDelegate(m_delegate);
+    setItemDelegate(delegate_);
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
     setEditTriggers(usualEditTriggers);
@@ -37,45 +37,45 @@ GridView::GridView(QWidget *parent)
 }
 
 void GridView::setUpHeader() {
-    m_header->setSectionsClickable(false);
-    m_header->setHighlightSections(false);
-    m_header->setSectionResizeMode(QHeaderView::Interactive);
-    connect(m_header, &QHeaderView::sectionResized, this, [this] {
+    header_->setSectionsClickable(false);
+    header_->setHighlightSections(false);
+    header_->setSectionResizeMode(QHeaderView::Interactive);
+    connect(header_, &QHeaderView::sectionResized, this, [this] {
         updateGeometries();
         viewport()->update();
     });
-    connect(m_header, &QHeaderView::sectionHandleDoubleClicked, this,
-            [this](int column) { m_header->resizeSection(column, sizeHintForColumn(column)); });
+    connect(header_, &QHeaderView::sectionHandleDoubleClicked, this,
+            [this](int column) { header_->resizeSection(column, sizeHintForColumn(column)); });
 }
 
 void GridView::setSource(GridSource &source) {
-    delete std::exchange(m_model, nullptr);
-    m_model = new GridModel(source, this, this);
-    m_model->reloadData();
-    setModel(m_model);
+    delete std::exchange(model_, nullptr);
+    model_ = new GridModel(source, this, this);
+    model_->reloadData();
+    setModel(model_);
 }
 
 void GridView::setModel(QAbstractItemModel *model) {
     QAbstractItemView::setModel(model);
-    m_header->setModel(model);
+    header_->setModel(model);
     resetColumnWidths();
 }
 
 void GridView::setHeading(GridHeading heading) {
-    if (m_model)
-        m_model->setHeading(heading);
+    if (model_)
+        model_->setHeading(heading);
     viewport()->update();
 }
 
 void GridView::reloadData() {
-    if (!m_model)
+    if (!model_)
         return;
-    if (m_model->isCommitting()) {
-        m_model->reloadData();
+    if (model_->isCommitting()) {
+        model_->reloadData();
         return;
     }
     const Place before = place();
-    m_model->reloadData();
+    model_->reloadData();
     updateGeometries();
     restore(before);
     viewport()->update();
@@ -96,10 +96,10 @@ void GridView::restore(const Place &place) {
     QItemSelection selection;
     for (const auto &[first, last] : place.selectedRows)
         if (first < rows())
-            selection.select(m_model->index(first, 0),
-                             m_model->index(std::min(last, rows() - 1), gridColumns - 1));
+            selection.select(model_->index(first, 0),
+                             model_->index(std::min(last, rows() - 1), gridColumns - 1));
     selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
-    selectionModel()->setCurrentIndex(m_model->index(place.row, place.column),
+    selectionModel()->setCurrentIndex(model_->index(place.row, place.column),
                                       QItemSelectionModel::NoUpdate);
     horizontalScrollBar()->setValue(place.scrolled.x());
     verticalScrollBar()->setValue(place.scrolled.y());
@@ -107,7 +107,7 @@ void GridView::restore(const Place &place) {
 
 bool GridView::showAddress(qint64 offset) {
     const QModelIndex cell = cellOfByte(offset);
-    if (!cell.isValid() || m_model->heading() != GridHeading::Bytes)
+    if (!cell.isValid() || model_->heading() != GridHeading::Bytes)
         return false;
     moveTo(cell);
     scrollTo(cell, PositionAtCenter);
@@ -123,11 +123,11 @@ QModelIndex GridView::cellOfByte(qint64 offset) const {
     const qint64 row = offset / bytesInRow;
     if (offset < 0 || row >= rows())
         return {};
-    return m_model->index(int(row), firstByteColumn + int(offset % bytesInRow));
+    return model_->index(int(row), firstByteColumn + int(offset % bytesInRow));
 }
 
 QString GridView::selectedText() const {
-    return m_model ? gridText(*m_model, selectionModel()->selection(), largestCopy) : QString();
+    return model_ ? gridText(*model_, selectionModel()->selection(), largestCopy) : QString();
 }
 
 qint64 GridView::selectedRowCount() const {
@@ -170,7 +170,7 @@ void GridView::selectionChanged(const QItemSelection &selected, const QItemSelec
 }
 
 void GridView::paintEvent(QPaintEvent *event) {
-    if (!m_model)
+    if (!model_)
         return;
     QPainter painter(viewport());
     const QRect area = event->rect();

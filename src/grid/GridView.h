@@ -32,12 +32,12 @@ public:
     /// the view, and is asked with the view as the table.
     void setSource(GridSource &source);
     /// Null before setSource().
-    GridModel *gridModel() const { return m_model; }
+    GridModel *gridModel() const { return model_; }
     /// The header above the columns.
-    QHeaderView *header() const { return m_header; }
+    QHeaderView *header() const { return header_; }
 
     /// The height of every row, in pixels.
-    int rowHeight() const { return m_rowHeight; }
+    int rowHeight() const { return rowHeight_; }
 
     /// What the columns are titled as.
     void setHeading(GridHeading heading);
@@ -150,10 +150,10 @@ private:
                                  QAbstractItemDelegate::EndEditHint hint) const;
     void tellFocus(const QModelIndex &index);
 
-    GridModel *m_model = nullptr;
-    QHeaderView *m_header;
-    GridDelegate *m_delegate;
-    CellEditOutcome m_lastEdit;
-    int m_rowHeight = 1;
-    bool m_layingOut = false;
+    GridModel *model_ = nullptr;
+    QHeaderView *header_;
+    GridDelegate *delegate_;
+    CellEditOutcome lastEdit_;
+    int rowHeight_ = 1;
+    bool layingOut_ = false;
 };

@@ -14,7 +14,7 @@ QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
         return {};
     const QModelIndex current = currentIndex();
     if (!current.isValid())
-        return m_model->index(topRow(), firstByteColumn);
+        return model_->index(topRow(), firstByteColumn);
 
     const bool toTheEnds = modifiers & Qt::ControlModifier;
     const int lastRow = rows() - 1;
@@ -22,8 +22,8 @@ QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
     const int row = current.row();
     const int column = current.column();
     const auto cell = [&](qint64 toRow, int toColumn) {
-        return m_model->index(int(std::clamp<qint64>(toRow, 0, lastRow)),
-                              std::clamp(toColumn, 0, lastColumn));
+        return model_->index(int(std::clamp<qint64>(toRow, 0, lastRow)),
+                             std::clamp(toColumn, 0, lastColumn));
     };
     switch (action) {
     case MoveUp:
@@ -60,7 +60,7 @@ void GridView::setSelection(const QRect &rect, QItemSelectionModel::SelectionFla
     const qint64 last = std::min(std::max(one, other), lastRow);
     QItemSelection selection;
     if (first <= last)
-        selection.select(m_model->index(int(first), 0), m_model->index(int(last), gridColumns - 1));
+        selection.select(model_->index(int(first), 0), model_->index(int(last), gridColumns - 1));
     selectionModel()->select(selection, command);
 }
 
@@ -79,7 +79,7 @@ QItemSelectionModel::SelectionFlags GridView::selectionCommand(const QModelIndex
 }
 
 CellEditor *GridView::openEditor() const {
-    return state() == EditingState ? m_delegate->lastEditor() : nullptr;
+    return state() == EditingState ? delegate_->lastEditor() : nullptr;
 }
 
 bool GridView::commitOpenEditor() {
@@ -92,12 +92,12 @@ bool GridView::commitOpenEditor() {
 }
 
 void GridView::advanceAfterEdit(const CellEdit &edit) {
-    m_lastEdit = edit;
+    lastEdit_ = edit;
 }
 
 void GridView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) {
     const QModelIndex next = cellAfterEditing(editor, hint);
-    m_lastEdit.reset();
+    lastEdit_.reset();
     QAbstractItemView::closeEditor(editor, QAbstractItemDelegate::NoHint);
     if (next.isValid())
         moveTo(next);
@@ -117,9 +117,9 @@ QModelIndex GridView::cellAfterEditing(const QWidget *editor,
     default:
         return {};
     }
-    if (m_lastEdit)
-        return m_lastEdit->rejected ? QModelIndex()
-                                    : cellOfByte(m_lastEdit->offset + m_lastEdit->bytesWritten);
+    if (lastEdit_)
+        return lastEdit_->rejected ? QModelIndex()
+                                   : cellOfByte(lastEdit_->offset + lastEdit_->bytesWritten);
     // The source made nothing of the entry. The value that was there already, typed again, counts
     // as an entry all the same, so that who types byte after byte need not look up.
     const bool goesOn = hint == QAbstractItemDelegate::EditNextItem || field->isModified();
@@ -130,7 +130,7 @@ QModelIndex GridView::nextByteCell() const {
     const QModelIndex current = currentIndex();
     if (current.column() < lastByteColumn)
         return current.siblingAtColumn(current.column() + 1);
-    return current.row() + 1 < rows() ? m_model->index(current.row() + 1, firstByteColumn)
+    return current.row() + 1 < rows() ? model_->index(current.row() + 1, firstByteColumn)
                                       : QModelIndex();
 }
 
@@ -138,5 +138,5 @@ QModelIndex GridView::previousByteCell() const {
     const QModelIndex current = currentIndex();
     if (current.column() > firstByteColumn)
         return current.siblingAtColumn(current.column() - 1);
-    return current.row() > 0 ? m_model->index(current.row() - 1, lastByteColumn) : QModelIndex();
+    return current.row() > 0 ? model_->index(current.row() - 1, lastByteColumn) : QModelIndex();
 }

@@ -43,15 +43,15 @@ int clamped(qint64 position) {
 } // namespace
 
 void GridView::applyFont() {
-    m_rowHeight = fontMetrics().height() + rowPadding;
-    m_header->setMinimumSectionSize(fontMetrics().horizontalAdvance(u'0') * byteDigits);
+    rowHeight_ = fontMetrics().height() + rowPadding;
+    header_->setMinimumSectionSize(fontMetrics().horizontalAdvance(u'0') * byteDigits);
     resetColumnWidths();
     updateGeometries();
 }
 
 void GridView::resetColumnWidths() {
-    for (int column = 0; column < m_header->count(); ++column)
-        m_header->resizeSection(column, sizeHintForColumn(column));
+    for (int column = 0; column < header_->count(); ++column)
+        header_->resizeSection(column, sizeHintForColumn(column));
 }
 
 int GridView::sizeHintForColumn(int column) const {
@@ -60,22 +60,22 @@ int GridView::sizeHintForColumn(int column) const {
 }
 
 int GridView::sizeHintForRow(int) const {
-    return m_rowHeight;
+    return rowHeight_;
 }
 
 QSize GridView::viewportSizeHint() const {
-    return {m_header->sectionPosition(charactersColumn) + sizeHintForColumn(charactersColumn),
-            preferredRows * m_rowHeight};
+    return {header_->sectionPosition(charactersColumn) + sizeHintForColumn(charactersColumn),
+            preferredRows * rowHeight_};
 }
 
 QSize GridView::sizeHint() const {
     const QSize chrome(2 * frameWidth() + verticalScrollBar()->sizeHint().width(),
-                       2 * frameWidth() + m_header->sizeHint().height());
+                       2 * frameWidth() + header_->sizeHint().height());
     return viewportSizeHint() + chrome;
 }
 
 int GridView::rows() const {
-    return m_model ? m_model->rowCount() : 0;
+    return model_ ? model_->rowCount() : 0;
 }
 
 int GridView::topRow() const {
@@ -83,39 +83,39 @@ int GridView::topRow() const {
 }
 
 int GridView::rowsInPage() const {
-    return std::max(1, viewport()->height() / m_rowHeight);
+    return std::max(1, viewport()->height() / rowHeight_);
 }
 
 qint64 GridView::rowAt(int y) const {
-    const int rounding = y < 0 ? m_rowHeight - 1 : 0;
-    return topRow() + (qint64(y) - rounding) / m_rowHeight;
+    const int rounding = y < 0 ? rowHeight_ - 1 : 0;
+    return topRow() + (qint64(y) - rounding) / rowHeight_;
 }
 
 int GridView::rowTop(qint64 row) const {
-    return clamped((row - topRow()) * m_rowHeight);
+    return clamped((row - topRow()) * rowHeight_);
 }
 
 QRect GridView::visualRect(const QModelIndex &index) const {
-    if (!index.isValid() || index.model() != m_model)
+    if (!index.isValid() || index.model() != model_)
         return {};
-    return {m_header->sectionViewportPosition(index.column()), rowTop(index.row()),
-            m_header->sectionSize(index.column()), m_rowHeight};
+    return {header_->sectionViewportPosition(index.column()), rowTop(index.row()),
+            header_->sectionSize(index.column()), rowHeight_};
 }
 
 QModelIndex GridView::indexAt(const QPoint &point) const {
-    const int column = m_header->logicalIndexAt(point.x());
+    const int column = header_->logicalIndexAt(point.x());
     const qint64 row = rowAt(point.y());
     if (column < 0 || row < 0 || row >= rows())
         return {};
-    return m_model->index(int(row), column);
+    return model_->index(int(row), column);
 }
 
 int GridView::horizontalOffset() const {
-    return m_header->offset();
+    return header_->offset();
 }
 
 int GridView::verticalOffset() const {
-    return clamped(qint64(topRow()) * m_rowHeight);
+    return clamped(qint64(topRow()) * rowHeight_);
 }
 
 bool GridView::isIndexHidden(const QModelIndex &) const {
@@ -166,8 +166,8 @@ void GridView::scrollToRow(int row, ScrollHint hint) {
 }
 
 void GridView::scrollToColumn(int column) {
-    const int left = m_header->sectionPosition(column);
-    const int right = left + m_header->sectionSize(column);
+    const int left = header_->sectionPosition(column);
+    const int right = left + header_->sectionSize(column);
     const int offset = horizontalScrollBar()->value();
     // The left end wins where the viewport is narrower than the column.
     const int atLeast = std::max(offset, right - viewport()->width());
@@ -175,13 +175,13 @@ void GridView::scrollToColumn(int column) {
 }
 
 void GridView::updateGeometries() {
-    if (m_layingOut)
+    if (layingOut_)
         return;
-    const QScopedValueRollback<bool> layingOut(m_layingOut, true);
-    const int height = m_header->sizeHint().height();
+    const QScopedValueRollback<bool> layingOut(layingOut_, true);
+    const int height = header_->sizeHint().height();
     setViewportMargins(0, height, 0, 0);
     const QRect area = viewport()->geometry();
-    m_header->setGeometry(area.left(), area.top() - height, area.width(), height);
+    header_->setGeometry(area.left(), area.top() - height, area.width(), height);
     stretchCharacters();
     updateVerticalScrollBar();
     updateHorizontalScrollBar();
@@ -190,11 +190,11 @@ void GridView::updateGeometries() {
 }
 
 void GridView::stretchCharacters() {
-    if (m_header->count() == 0)
+    if (header_->count() == 0)
         return;
-    const int left = m_header->sectionPosition(charactersColumn);
-    m_header->resizeSection(charactersColumn, std::max(sizeHintForColumn(charactersColumn),
-                                                       viewport()->width() - left));
+    const int left = header_->sectionPosition(charactersColumn);
+    header_->resizeSection(charactersColumn, std::max(sizeHintForColumn(charactersColumn),
+                                                      viewport()->width() - left));
 }
 
 void GridView::updateVerticalScrollBar() {
@@ -208,13 +208,13 @@ void GridView::updateVerticalScrollBar() {
 void GridView::updateHorizontalScrollBar() {
     QScrollBar *bar = horizontalScrollBar();
     const int width = viewport()->width();
-    bar->setSingleStep(m_header->sectionSizeHint(firstByteColumn));
+    bar->setSingleStep(header_->sectionSizeHint(firstByteColumn));
     bar->setPageStep(width);
-    bar->setRange(0, std::max(0, m_header->length() - width));
+    bar->setRange(0, std::max(0, header_->length() - width));
 }
 
 void GridView::scrollContentsBy(int, int) {
-    m_header->setOffset(horizontalScrollBar()->value());
+    header_->setOffset(horizontalScrollBar()->value());
     viewport()->update();
     updateEditorGeometries();
 }

@@ -34,11 +34,11 @@ QString reasonFor(const QString &what, int error) {
 } // namespace
 
 ChildProcess::ChildProcess(QObject *parent) : QObject(parent) {
-    pollTimer.setInterval(pollInterval);
-    connect(&pollTimer, &QTimer::timeout, this, &ChildProcess::lookForEnd);
-    killTimer.setSingleShot(true);
-    killTimer.setInterval(graceBeforeKill);
-    connect(&killTimer, &QTimer::timeout, this, [this] { signalGroup(SIGKILL); });
+    pollTimer_.setInterval(pollInterval);
+    connect(&pollTimer_, &QTimer::timeout, this, &ChildProcess::lookForEnd);
+    killTimer_.setSingleShot(true);
+    killTimer_.setInterval(graceBeforeKill);
+    connect(&killTimer_, &QTimer::timeout, this, [this] { signalGroup(SIGKILL); });
 }
 
 ChildProcess::~ChildProcess() {
@@ -49,96 +49,97 @@ ChildProcess::~ChildProcess() {
 }
 
 void ChildProcess::setLaunchPath(const std::optional<QString> &path) {
-    launchPath = path;
+    launchPath_ = path;
 }
 
 void ChildProcess::setArguments(const QStringList &words) {
-    arguments = words;
+    arguments_ = words;
 }
 
 void ChildProcess::setWorkingFolder(const QString &path) {
-    workingFolder = path;
+    workingFolder_ = path;
 }
 
 void ChildProcess::setStandardStreams(Pipe *inputPipe, Pipe *outputPipe, Pipe *errorPipe) {
-    input = inputPipe;
-    output = outputPipe;
-    error = errorPipe;
+    input_ = inputPipe;
+    output_ = outputPipe;
+    error_ = errorPipe;
 }
 
 void ChildProcess::setEndNotice(EndNotice notice) {
-    endNotice = notice;
+    endNotice_ = notice;
 }
 
 bool ChildProcess::start() {
     const std::optional<QString> problem = openPipesAndSpawn();
-    for (Pipe *pipe : {input, output, error}) {
+    for (Pipe *pipe : {input_, output_, error_}) {
         pipe->closeChildEnd();
         if (problem)
             pipe->closeOwnEnd();
     }
     if (problem) {
-        failure = *problem;
-        over = true;
+        failure_ = *problem;
+        over_ = true;
         emit ended();
         return false;
     }
-    wasStarted = true;
+    wasStarted_ = true;
     awaitEnd();
     return true;
 }
 
 std::optional<QString> ChildProcess::openPipesAndSpawn() {
-    if (!launchPath)
+    if (!launchPath_)
         return QStringLiteral("there is no launch path");
-    if (!input->open() || !output->open() || !error->open())
+    if (!input_->open() || !output_->open() || !error_->open())
         return reasonFor(QStringLiteral("no pipe"), errno);
-    const auto result = spawnChild({.program = *launchPath,
-                                    .arguments = arguments,
-                                    .workingFolder = workingFolder,
-                                    .input = input->childEnd(),
-                                    .output = output->childEnd(),
-                                    .error = error->childEnd()});
+    const auto result = spawnChild({.program = *launchPath_,
+                                    .arguments = arguments_,
+                                    .workingFolder = workingFolder_,
+                                    .input = input_->childEnd(),
+                                    .output = output_->childEnd(),
+                                    .error = error_->childEnd()});
     if (const auto *spawnError = std::get_if<SpawnError>(&result))
-        return reasonFor(*launchPath, spawnError->error);
-    pid = std::get<SpawnedChild>(result).pid;
+        return reasonFor(*launchPath_, spawnError->error);
+    pid_ = std::get<SpawnedChild>(result).pid;
     return std::nullopt;
 }
 
 void ChildProcess::awaitEnd() {
-    if (endNotice == EndNotice::Immediate)
-        endDescriptor = openProcess(pid);
-    if (!endDescriptor.isOpen()) {
-        pollTimer.start();
+    if (endNotice_ == EndNotice::Immediate)
+        endDescriptor_ = openProcess(pid_);
+    if (!endDescriptor_.isOpen()) {
+        pollTimer_.start();
         return;
     }
-    endNotifier = std::make_unique<QSocketNotifier>(endDescriptor.get(), QSocketNotifier::Read);
-    connect(endNotifier.get(), &QSocketNotifier::activated, this, &ChildProcess::lookForEnd);
+    endNotifier_ = std::make_unique<QSocketNotifier>(endDescriptor_.get(), QSocketNotifier::Read);
+    connect(endNotifier_.get(), &QSocketNotifier::activated, this, &ChildProcess::lookForEnd);
 }
 
 void ChildProcess::lookForEnd() {
     siginfo_t facts{};
-    const int result = ::waitid(P_PID, static_cast<id_t>(pid), &facts, WEXITED | WNOHANG | WNOWAIT);
+    const int result =
+        ::waitid(P_PID, static_cast<id_t>(pid_), &facts, WEXITED | WNOHANG | WNOWAIT);
     const bool lost = result != 0 && errno == ECHILD;
     // Until the child is reaped its number, and so the group's, cannot belong to somebody else.
-    const bool waitsForReaping = result == 0 && facts.si_pid == pid;
-    if (waitsForReaping && stopAsked)
+    const bool waitsForReaping = result == 0 && facts.si_pid == pid_;
+    if (waitsForReaping && stopAsked_)
         signalGroup(SIGKILL);
     if (waitsForReaping || lost)
         childIsGone();
 }
 
 void ChildProcess::childIsGone() {
-    pollTimer.stop();
-    killTimer.stop();
-    if (endNotifier) {
-        endNotifier->setEnabled(false);
-        endNotifier.release()->deleteLater();
+    pollTimer_.stop();
+    killTimer_.stop();
+    if (endNotifier_) {
+        endNotifier_->setEnabled(false);
+        endNotifier_.release()->deleteLater();
     }
-    endDescriptor.close();
+    endDescriptor_.close();
     reap();
-    over = true;
-    input->closeOwnEnd();
+    over_ = true;
+    input_->closeOwnEnd();
     emit terminated();
     emit ended();
 }
@@ -147,51 +148,51 @@ void ChildProcess::reap() {
     int result = 0;
     pid_t reaped = -1;
     do {
-        reaped = ::waitpid(pid, &result, 0);
+        reaped = ::waitpid(pid_, &result, 0);
     } while (reaped < 0 && errno == EINTR);
-    if (reaped != pid)
+    if (reaped != pid_)
         return;
-    bySignal = WIFSIGNALED(result);
-    status = bySignal ? WTERMSIG(result) : WEXITSTATUS(result);
+    bySignal_ = WIFSIGNALED(result);
+    status_ = bySignal_ ? WTERMSIG(result) : WEXITSTATUS(result);
 }
 
 void ChildProcess::signalGroup(int signal) const {
-    ::kill(-pid, signal);
+    ::kill(-pid_, signal);
 }
 
 void ChildProcess::stop() {
     if (!isRunning())
         return;
-    if (!killTimer.isActive())
-        killTimer.start();
-    stopAsked = true;
+    if (!killTimer_.isActive())
+        killTimer_.start();
+    stopAsked_ = true;
     signalGroup(SIGTERM);
 }
 
 bool ChildProcess::isRunning() const {
-    return wasStarted && !over;
+    return wasStarted_ && !over_;
 }
 
 bool ChildProcess::started() const {
-    return wasStarted;
+    return wasStarted_;
 }
 
 bool ChildProcess::hasEnded() const {
-    return over;
+    return over_;
 }
 
 bool ChildProcess::stopRequested() const {
-    return stopAsked;
+    return stopAsked_;
 }
 
 QString ChildProcess::startFailure() const {
-    return failure;
+    return failure_;
 }
 
 int ChildProcess::terminationStatus() const {
-    return status;
+    return status_;
 }
 
 bool ChildProcess::killedBySignal() const {
-    return bySignal;
+    return bySignal_;
 }

@@ -4,5 +4,5 @@
 
 void FileDescriptor::close() {
     if (isOpen())
-        ::close(std::exchange(value, -1));
+        ::close(std::exchange(value_, -1));
 }

@@ -6,21 +6,21 @@
 class FileDescriptor {
 public:
     FileDescriptor() = default;
-    explicit FileDescriptor(int descriptor) : value(descriptor) {}
-    FileDescriptor(FileDescriptor &&other) noexcept : value(std::exchange(other.value, -1)) {}
+    explicit FileDescriptor(int descriptor) : value_(descriptor) {}
+    FileDescriptor(FileDescriptor &&other) noexcept : value_(std::exchange(other.value_, -1)) {}
     FileDescriptor &operator=(FileDescriptor &&other) noexcept {
-        std::swap(value, other.value);
+        std::swap(value_, other.value_);
         return *this;
     }
     FileDescriptor(const FileDescriptor &) = delete;
     FileDescriptor &operator=(const FileDescriptor &) = delete;
     ~FileDescriptor() { close(); }
 
-    int get() const { return value; }
-    bool isOpen() const { return value >= 0; }
+    int get() const { return value_; }
+    bool isOpen() const { return value_ >= 0; }
     /// Closes the descriptor; does nothing if there is none.
     void close();
 
 private:
-    int value = -1;
+    int value_ = -1;
 };

@@ -42,7 +42,7 @@ QString decodeValid(QByteArrayView bytes) {
 QString OutputDecoder::decode(QByteArrayView bytes) {
     QString text;
     qsizetype next = 0;
-    for (; missing > 0 && next < bytes.size(); ++next)
+    for (; missing_ > 0 && next < bytes.size(); ++next)
         decodeByte(static_cast<uchar>(bytes[next]), text);
 
     const QByteArrayView rest = bytes.sliced(next);
@@ -60,28 +60,28 @@ QString OutputDecoder::decode(QByteArrayView bytes) {
 
 QString OutputDecoder::flush() {
     QString text;
-    if (missing > 0)
+    if (missing_ > 0)
         replaceBroken(text);
     return text;
 }
 
 void OutputDecoder::decodeByte(uchar byte, QString &text) {
-    if (missing > 0 && (byte < lowest || byte > highest))
+    if (missing_ > 0 && (byte < lowest_ || byte > highest_))
         replaceBroken(text);
-    if (missing == 0) {
+    if (missing_ == 0) {
         startCharacter(byte, text);
         return;
     }
-    lowest = firstContinuation;
-    highest = lastContinuation;
-    character = (character << bitsPerContinuation) | (byte & continuationBits);
-    if (--missing > 0)
+    lowest_ = firstContinuation;
+    highest_ = lastContinuation;
+    character_ = (character_ << bitsPerContinuation) | (byte & continuationBits);
+    if (--missing_ > 0)
         return;
-    if (QChar::requiresSurrogates(character)) {
-        text += QChar(QChar::highSurrogate(character));
-        text += QChar(QChar::lowSurrogate(character));
+    if (QChar::requiresSurrogates(character_)) {
+        text += QChar(QChar::highSurrogate(character_));
+        text += QChar(QChar::lowSurrogate(character_));
     } else {
-        text += QChar(static_cast<char16_t>(character));
+        text += QChar(static_cast<char16_t>(character_));
     }
 }
 
@@ -95,15 +95,15 @@ void OutputDecoder::startCharacter(uchar byte, QString &text) {
         text += QChar(QChar::ReplacementCharacter);
         return;
     }
-    missing = length - 1;
-    character = byte & (continuationBits >> missing);
-    lowest = byte == 0xE0 ? 0xA0 : byte == 0xF0 ? 0x90 : firstContinuation;
-    highest = byte == 0xED ? 0x9F : byte == 0xF4 ? 0x8F : lastContinuation;
+    missing_ = length - 1;
+    character_ = byte & (continuationBits >> missing_);
+    lowest_ = byte == 0xE0 ? 0xA0 : byte == 0xF0 ? 0x90 : firstContinuation;
+    highest_ = byte == 0xED ? 0x9F : byte == 0xF4 ? 0x8F : lastContinuation;
 }
 
 void OutputDecoder::replaceBroken(QString &text) {
-    missing = 0;
-    lowest = firstContinuation;
-    highest = lastContinuation;
+    missing_ = 0;
+    lowest_ = firstContinuation;
+    highest_ = lastContinuation;
     text += QChar(QChar::ReplacementCharacter);
 }

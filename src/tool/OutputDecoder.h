@@ -18,11 +18,11 @@ private:
     void startCharacter(uchar byte, QString &text);
     void replaceBroken(QString &text);
 
-    char32_t character = 0;
+    char32_t character_ = 0;
     /// Continuation bytes that are still to come.
-    int missing = 0;
+    int missing_ = 0;
     /// The range that the next continuation byte must lie in; narrower than 80..BF behind the
     /// leads whose full range would be overlong, a surrogate or beyond the last character.
-    uchar lowest = 0x80;
-    uchar highest = 0xBF;
+    uchar lowest_ = 0x80;
+    uchar highest_ = 0xBF;
 };

@@ -30,10 +30,10 @@ FileDescriptor aboveStandardStreams(FileDescriptor end) {
 
 } // namespace
 
-Pipe::Pipe(Direction towards) : direction(towards) {}
+Pipe::Pipe(Direction towards) : direction_(towards) {}
 
 bool Pipe::open() {
-    if (child.isOpen() && own.isOpen())
+    if (child_.isOpen() && own_.isOpen())
         return true;
     int ends[2] = {-1, -1};
     if (openPipe(ends) != 0)
@@ -42,31 +42,31 @@ bool Pipe::open() {
     FileDescriptor writing = aboveStandardStreams(FileDescriptor(ends[1]));
     if (!reading.isOpen() || !writing.isOpen())
         return false;
-    const bool fromChild = direction == Direction::FromChild;
-    own = std::move(fromChild ? reading : writing);
-    child = std::move(fromChild ? writing : reading);
+    const bool fromChild = direction_ == Direction::FromChild;
+    own_ = std::move(fromChild ? reading : writing);
+    child_ = std::move(fromChild ? writing : reading);
     if (fromChild)
-        handle.attach(own.get());
+        handle_.attach(own_.get());
     return true;
 }
 
 int Pipe::childEnd() const {
-    return child.get();
+    return child_.get();
 }
 
 int Pipe::ownEnd() const {
-    return own.get();
+    return own_.get();
 }
 
 void Pipe::closeChildEnd() {
-    child.close();
+    child_.close();
 }
 
 void Pipe::closeOwnEnd() {
-    handle.detach();
-    own.close();
+    handle_.detach();
+    own_.close();
 }
 
 ReadHandle *Pipe::fileHandleForReading() {
-    return &handle;
+    return &handle_;
 }

@@ -25,8 +25,8 @@ public:
     ReadHandle *fileHandleForReading();
 
 private:
-    Direction direction;
-    FileDescriptor child;
-    FileDescriptor own;
-    ReadHandle handle;
+    Direction direction_;
+    FileDescriptor child_;
+    FileDescriptor own_;
+    ReadHandle handle_;
 };

@@ -18,100 +18,100 @@ constexpr auto heldBackInterval = std::chrono::milliseconds(20);
 
 } // namespace
 
-ReadHandle::ReadHandle(QObject *parent) : QObject(parent), readFunction(::read) {
-    heldBackTimer.setInterval(heldBackInterval);
-    connect(&heldBackTimer, &QTimer::timeout, this, &ReadHandle::updateNotifier);
+ReadHandle::ReadHandle(QObject *parent) : QObject(parent), readFunction_(::read) {
+    heldBackTimer_.setInterval(heldBackInterval);
+    connect(&heldBackTimer_, &QTimer::timeout, this, &ReadHandle::updateNotifier);
 }
 
 ReadHandle::~ReadHandle() = default;
 
 void ReadHandle::waitForDataInBackgroundAndNotify() {
-    armed = true;
+    armed_ = true;
     updateNotifier();
 }
 
 ReadOutcome ReadHandle::availableData(qint64 limit) {
     QByteArray bytes(static_cast<qsizetype>(std::clamp(limit, qint64(1), largestChunk)),
                      Qt::Uninitialized);
-    const ssize_t count = readFunction(source, bytes.data(), static_cast<size_t>(bytes.size()));
+    const ssize_t count = readFunction_(source_, bytes.data(), static_cast<size_t>(bytes.size()));
     if (count > 0) {
         bytes.truncate(count);
         return bytes;
     }
     if (count < 0)
         return errno == EINTR ? ReadOutcome(ReadInterrupted{}) : ReadOutcome(ReadFailed{errno});
-    endSeen = true;
+    endSeen_ = true;
     updateNotifier();
     return EndOfFile{};
 }
 
 qint64 ReadHandle::bytesAvailable() const {
     int count = 0;
-    if (source < 0 || ::ioctl(source, FIONREAD, &count) != 0)
+    if (source_ < 0 || ::ioctl(source_, FIONREAD, &count) != 0)
         return 0;
     return count;
 }
 
 void ReadHandle::holdBack(qint64 bytes) {
-    heldBack = true;
-    heldBackBytes = bytes;
+    heldBack_ = true;
+    heldBackBytes_ = bytes;
     updateNotifier();
 }
 
 void ReadHandle::letGo() {
-    heldBack = false;
+    heldBack_ = false;
     updateNotifier();
 }
 
 void ReadHandle::allowRepeatedEnd() {
-    repeatedEndAllowed = true;
+    repeatedEndAllowed_ = true;
     updateNotifier();
 }
 
 void ReadHandle::attach(int descriptor) {
-    source = descriptor;
-    ::fcntl(source, F_SETFL, ::fcntl(source, F_GETFL) | O_NONBLOCK);
-    notifier = std::make_unique<QSocketNotifier>(source, QSocketNotifier::Read);
-    connect(notifier.get(), &QSocketNotifier::activated, this, &ReadHandle::notify);
+    source_ = descriptor;
+    ::fcntl(source_, F_SETFL, ::fcntl(source_, F_GETFL) | O_NONBLOCK);
+    notifier_ = std::make_unique<QSocketNotifier>(source_, QSocketNotifier::Read);
+    connect(notifier_.get(), &QSocketNotifier::activated, this, &ReadHandle::notify);
     updateNotifier();
 }
 
 void ReadHandle::detach() {
-    heldBackTimer.stop();
-    source = -1;
-    if (!notifier)
+    heldBackTimer_.stop();
+    source_ = -1;
+    if (!notifier_)
         return;
     // This may run inside the notifier's own signal.
-    notifier->setEnabled(false);
-    notifier.release()->deleteLater();
+    notifier_->setEnabled(false);
+    notifier_.release()->deleteLater();
 }
 
 void ReadHandle::setReadFunction(ReadFunction function) {
-    readFunction = std::move(function);
+    readFunction_ = std::move(function);
 }
 
 void ReadHandle::notify() {
     // Somebody who ran since the event was found may have emptied the pipe.
-    if (!armed || !isReadable())
+    if (!armed_ || !isReadable())
         return;
-    armed = false;
+    armed_ = false;
     updateNotifier();
     emit dataAvailable(this);
 }
 
 void ReadHandle::updateNotifier() {
-    if (!notifier)
+    if (!notifier_)
         return;
-    const bool wanted = armed && (!endSeen || repeatedEndAllowed);
-    const bool waits = wanted && heldBack && bytesAvailable() < heldBackBytes;
-    notifier->setEnabled(wanted && !waits);
+    const bool wanted = armed_ && (!endSeen_ || repeatedEndAllowed_);
+    const bool waits = wanted && heldBack_ && bytesAvailable() < heldBackBytes_;
+    notifier_->setEnabled(wanted && !waits);
     if (!waits)
-        heldBackTimer.stop();
-    else if (!heldBackTimer.isActive())
-        heldBackTimer.start();
+        heldBackTimer_.stop();
+    else if (!heldBackTimer_.isActive())
+        heldBackTimer_.start();
 }
 
 bool ReadHandle::isReadable() const {
-    pollfd question{.fd = source, .events = POLLIN, .revents = 0};
+    pollfd question{.fd = source_, .events = POLLIN, .revents = 0};
     return ::poll(&question, 1, 0) > 0;
 }

@@ -71,13 +71,13 @@ private:
     void updateNotifier();
     bool isReadable() const;
 
-    std::unique_ptr<QSocketNotifier> notifier;
-    QTimer heldBackTimer;
-    ReadFunction readFunction;
-    qint64 heldBackBytes = 0;
-    int source = -1;
-    bool armed = false;
-    bool heldBack = false;
-    bool endSeen = false;
-    bool repeatedEndAllowed = false;
+    std::unique_ptr<QSocketNotifier> notifier_;
+    QTimer heldBackTimer_;
+    ReadFunction readFunction_;
+    qint64 heldBackBytes_ = 0;
+    int source_ = -1;
+    bool armed_ = false;
+    bool heldBack_ = false;
+    bool endSeen_ = false;
+    bool repeatedEndAllowed_ = false;
 };

@@ -23,12 +23,12 @@ class Wording {
     Q_DECLARE_TR_FUNCTIONS(RunOutcome)
 
 public:
-    explicit Wording(const RunFacts &run) : facts(run) {}
+    explicit Wording(const RunFacts &run) : facts_(run) {}
 
     QString success() const;
     QString stopped() const;
     QString notStarted() const {
-        return tr("The programmer tool was not started: %1.").arg(facts.startFailure);
+        return tr("The programmer tool was not started: %1.").arg(facts_.startFailure);
     }
     QString failure(const ToolReport &report) const;
 
@@ -70,7 +70,7 @@ private:
     QString failed(const QString &reason) const;
     QString failureByStatus(const ToolReport &report) const;
 
-    const RunFacts &facts;
+    const RunFacts &facts_;
 };
 
 QString ended(const QString &sentence) {
@@ -79,7 +79,7 @@ QString ended(const QString &sentence) {
 }
 
 QString Wording::success() const {
-    switch (facts.operation) {
+    switch (facts_.operation) {
     case ReadOperation:
         return tr("Read succeeded.");
     case VerifyOperation:
@@ -93,7 +93,7 @@ QString Wording::success() const {
 }
 
 QString Wording::stopped() const {
-    switch (facts.operation) {
+    switch (facts_.operation) {
     case ReadOperation:
         return tr("Read stopped.");
     case VerifyOperation:
@@ -107,7 +107,7 @@ QString Wording::stopped() const {
 }
 
 QString Wording::failed(const QString &reason) const {
-    switch (facts.operation) {
+    switch (facts_.operation) {
     case ReadOperation:
         return ended(tr("Read failed: %1").arg(reason));
     case VerifyOperation:
@@ -121,10 +121,10 @@ QString Wording::failed(const QString &reason) const {
 }
 
 QString Wording::failure(const ToolReport &report) const {
-    if (!facts.killedBySignal && facts.status == shellDidNotFind)
-        return tr("The shell did not find the programmer tool \"%1\".").arg(facts.tool);
-    if (!facts.killedBySignal && facts.status == shellCouldNotExecute)
-        return tr("The shell could not execute the programmer tool \"%1\".").arg(facts.tool);
+    if (!facts_.killedBySignal && facts_.status == shellDidNotFind)
+        return tr("The shell did not find the programmer tool \"%1\".").arg(facts_.tool);
+    if (!facts_.killedBySignal && facts_.status == shellCouldNotExecute)
+        return tr("The shell could not execute the programmer tool \"%1\".").arg(facts_.tool);
     return report.error ? std::visit(*this, *report.error) : failureByStatus(report);
 }
 
@@ -138,15 +138,15 @@ int endingSignal(const RunFacts &facts) {
 }
 
 QString Wording::failureByStatus(const ToolReport &report) const {
-    if (const int signal = endingSignal(facts); signal != 0)
+    if (const int signal = endingSignal(facts_); signal != 0)
         return failed(tr("the programmer tool was killed by signal %1 (%2)")
                           .arg(signal)
                           .arg(QString::fromLocal8Bit(::strsignal(signal))));
-    if (facts.status != 0)
+    if (facts_.status != 0)
         return failed(report.lastLine.isEmpty()
-                          ? tr("the programmer tool ended with status %1").arg(facts.status)
+                          ? tr("the programmer tool ended with status %1").arg(facts_.status)
                           : tr("the programmer tool ended with status %1 and said: %2")
-                                .arg(QString::number(facts.status), report.lastLine));
+                                .arg(QString::number(facts_.status), report.lastLine));
     if (report.logicPassed)
         return failed(tr("the device is no logic IC, nothing was tested"));
     return failed(tr("the programmer tool did not say that it succeeded"));

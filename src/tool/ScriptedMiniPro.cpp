@@ -43,7 +43,7 @@ QStringList shellArguments(const QString &command) {
 
 ScriptedMiniPro::ScriptedMiniPro(SettingsStore &settings, Log &eventLog, MainQueue &mainQueue,
                                  QObject *parent)
-    : QObject(parent), defaults(settings), log(eventLog), queue(mainQueue) {
+    : QObject(parent), defaults(settings), log_(eventLog), queue_(mainQueue) {
     connect(&task, &ChildProcess::terminated, this, &ScriptedMiniPro::terminated);
     connect(&task, &ChildProcess::ended, this, &ScriptedMiniPro::childEnded);
     task.setStandardStreams(&stdinPipe, &stdoutPipe, &stderrorPipe);
@@ -77,24 +77,24 @@ void ScriptedMiniPro::setLogicOperation() {
 }
 
 Console *ScriptedMiniPro::outputView() const {
-    return consoleIsObject && !consoleObject ? nullptr : outputView_;
+    return consoleIsObject_ && !consoleObject_ ? nullptr : outputView_;
 }
 
 void ScriptedMiniPro::setOutputView(Console *console) {
     outputView_ = console;
-    consoleObject = dynamic_cast<QObject *>(console);
-    consoleIsObject = !consoleObject.isNull();
+    consoleObject_ = dynamic_cast<QObject *>(console);
+    consoleIsObject_ = !consoleObject_.isNull();
 }
 
 int ScriptedMiniPro::launch() {
     const ToolSettings settings = ToolSettings::readFrom(defaults);
     if (operation == LogicOperation)
         removeResultsFile(resolvedPathOf(defaults, settingsKeys::temp_logic_chip_test_results_file),
-                          log);
+                          log_);
     const QString command = operationCommand(operation, settings);
     const std::optional<QString> shell = prepareShell(command);
-    log.write(QLatin1String("launching ") + printed(shell) + QLatin1String(" with arguments: ") +
-              shellArguments(command).join(QLatin1Char(' ')));
+    log_.write(QLatin1String("launching ") + printed(shell) + QLatin1String(" with arguments: ") +
+               shellArguments(command).join(QLatin1Char(' ')));
     return runToTheEnd(QLatin1String("minipro has exited with status "));
 }
 
@@ -106,9 +106,9 @@ int ScriptedMiniPro::list(const QString &term) {
 }
 
 std::optional<QString> ScriptedMiniPro::prepareShell(const QString &command) {
-    log.write(QLatin1String("fileContents: ") + command);
+    log_.write(QLatin1String("fileContents: ") + command);
     const std::optional<QString> shell = userShell();
-    log.write(QLatin1String("user's shell is ") + printed(shell));
+    log_.write(QLatin1String("user's shell is ") + printed(shell));
     task.setLaunchPath(shell);
     task.setArguments(shellArguments(command));
     task.setWorkingFolder(temporaryFolder(defaults));
@@ -118,12 +118,12 @@ std::optional<QString> ScriptedMiniPro::prepareShell(const QString &command) {
 int ScriptedMiniPro::runToTheEnd(QLatin1String messageStart) {
     tellConsole(&Console::beginRun);
     if (!task.start())
-        log.write(QLatin1String("unable to launch task: ") + task.startFailure());
+        log_.write(QLatin1String("unable to launch task: ") + task.startFailure());
     waitUntilExit();
     takeWhatThePipesHold();
     showPendingTails();
     const QString message = messageStart + QString::number(task.terminationStatus());
-    log.write(QLatin1Char('\n') + message);
+    log_.write(QLatin1Char('\n') + message);
     tellConsole(&Console::endRun);
     appendToOutputView(message);
     return task.terminationStatus();
@@ -141,7 +141,7 @@ void ScriptedMiniPro::waitUntilExit() {
 }
 
 void ScriptedMiniPro::takeWhatThePipesHold() {
-    if (!listening)
+    if (!listening_)
         return;
     // What a process that the tool left behind prints from now on may never end, and waits.
     completeErrorLine();
@@ -196,12 +196,12 @@ std::optional<QByteArray> ScriptedMiniPro::availableDataOrError(ReadHandle *hand
 
 void ScriptedMiniPro::handleChunk(ReadHandle *handle, const QByteArray &chunk, QString &text) {
     const bool isError = handle == errFile;
-    show((isError ? errDecoder : outDecoder).decode(chunk), text);
-    (isError ? errorWithinLine : outputWithinLine) = !chunk.endsWith('\n');
+    show((isError ? errDecoder_ : outDecoder_).decode(chunk), text);
+    (isError ? errorWithinLine_ : outputWithinLine_) = !chunk.endsWith('\n');
     if (operation != LogicOperation)
         return;
     appendToResultsFile(resolvedPathOf(defaults, settingsKeys::temp_logic_chip_test_results_file),
-                        chunk, log);
+                        chunk, log_);
     if (handle == outFile)
         keepErrorsOutOfRows();
 }
@@ -210,11 +210,11 @@ void ScriptedMiniPro::show(const QString &piece, QString &text) {
     const qsizetype room = largestCollectedOutput - text.size();
     text.append(QStringView(piece).first(std::clamp(room, qsizetype(0), piece.size())));
     appendToOutputView(piece);
-    log.write(QLatin1String("| ") + piece);
+    log_.write(QLatin1String("| ") + piece);
 }
 
 void ScriptedMiniPro::keepErrorsOutOfRows() {
-    if (!outputWithinLine || task.hasEnded())
+    if (!outputWithinLine_ || task.hasEnded())
         errFile->letGo();
     else
         errFile->holdBack(largestHeldBackError);
@@ -224,7 +224,7 @@ void ScriptedMiniPro::keepErrorsOutOfRows() {
 // errors that it began before is in the other pipe. A row that went first would be lost in that
 // line.
 void ScriptedMiniPro::completeErrorLine() {
-    if (operation != LogicOperation || !errorWithinLine || outputWithinLine)
+    if (operation != LogicOperation || !errorWithinLine_ || outputWithinLine_)
         return;
     QByteArray rest;
     while (!rest.endsWith('\n') && errFile->bytesAvailable() > 0) {
@@ -245,15 +245,15 @@ void ScriptedMiniPro::countEmptyRead(ReadHandle *handle) {
 }
 
 void ScriptedMiniPro::showPendingTails() {
-    for (OutputDecoder *decoder : {&outDecoder, &errDecoder})
+    for (OutputDecoder *decoder : {&outDecoder_, &errDecoder_})
         if (const QString tail = decoder->flush(); !tail.isEmpty())
             show(tail, mstroutput);
 }
 
 void ScriptedMiniPro::stopListening() {
-    if (!listening)
+    if (!listening_)
         return;
-    listening = false;
+    listening_ = false;
     disconnect(outFile, nullptr, this, nullptr);
     disconnect(errFile, nullptr, this, nullptr);
     disconnect(&task, &ChildProcess::terminated, this, nullptr);
@@ -268,26 +268,26 @@ void ScriptedMiniPro::childEnded() {
 }
 
 void ScriptedMiniPro::closeIfDone() {
-    if (listening || !task.hasEnded())
+    if (listening_ || !task.hasEnded())
         return;
     stdoutPipe.closeOwnEnd();
     stderrorPipe.closeOwnEnd();
 }
 
 void ScriptedMiniPro::terminated() {
-    log.write(QStringLiteral("Task terminated"));
+    log_.write(QStringLiteral("Task terminated"));
     terminated_ = 1;
 }
 
 void ScriptedMiniPro::appendToOutputView(const QString &text) {
-    queue.async([run = QPointer(this), text] {
+    queue_.async([run = QPointer(this), text] {
         if (Console *console = run ? run->outputView() : nullptr)
             console->appendText(text);
     });
 }
 
 void ScriptedMiniPro::tellConsole(void (Console::*what)()) {
-    queue.async([run = QPointer(this), what] {
+    queue_.async([run = QPointer(this), what] {
         if (Console *console = run ? run->outputView() : nullptr)
             (console->*what)();
     });
@@ -318,7 +318,7 @@ bool ScriptedMiniPro::killedBySignal() const {
 }
 
 bool ScriptedMiniPro::isListening() const {
-    return listening;
+    return listening_;
 }
 
 const QString &ScriptedMiniPro::collectedOutput() const {

@@ -128,14 +128,14 @@ private:
     Operation operation = ReadOperation;
     Console *outputView_ = nullptr;
 
-    Log &log;
-    MainQueue &queue;
+    Log &log_;
+    MainQueue &queue_;
     /// Tells whether outputView_ is still there, where the console is a QObject.
-    QPointer<QObject> consoleObject;
-    bool consoleIsObject = false;
-    OutputDecoder outDecoder;
-    OutputDecoder errDecoder;
-    bool outputWithinLine = false;
-    bool errorWithinLine = false;
-    bool listening = true;
+    QPointer<QObject> consoleObject_;
+    bool consoleIsObject_ = false;
+    OutputDecoder outDecoder_;
+    OutputDecoder errDecoder_;
+    bool outputWithinLine_ = false;
+    bool errorWithinLine_ = false;
+    bool listening_ = true;
 };

@@ -15,35 +15,35 @@ namespace {
 /// Owns what the child does between its birth and its program.
 class FileActions {
 public:
-    FileActions() { ::posix_spawn_file_actions_init(&actions); }
+    FileActions() { ::posix_spawn_file_actions_init(&actions_); }
     FileActions(const FileActions &) = delete;
     FileActions &operator=(const FileActions &) = delete;
-    ~FileActions() { ::posix_spawn_file_actions_destroy(&actions); }
+    ~FileActions() { ::posix_spawn_file_actions_destroy(&actions_); }
 
     void giveStream(int descriptor, int stream) {
-        ::posix_spawn_file_actions_adddup2(&actions, descriptor, stream);
+        ::posix_spawn_file_actions_adddup2(&actions_, descriptor, stream);
     }
 
     void enterFolder([[maybe_unused]] const QByteArray &path) {
 #ifdef VELM_HAVE_SPAWN_CHDIR
         if (!path.isEmpty() && ::access(path.constData(), X_OK) == 0)
-            ::posix_spawn_file_actions_addchdir_np(&actions, path.constData());
+            ::posix_spawn_file_actions_addchdir_np(&actions_, path.constData());
 #endif
     }
 
     /// Close-on-exec covers what this program opened, but not what it inherited.
     void closeEverythingElse() {
 #ifdef VELM_HAVE_SPAWN_CLOSEFROM
-        ::posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+        ::posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
 #endif
     }
 
     const posix_spawn_file_actions_t *get() const {
-        return &actions;
+        return &actions_;
     }
 
 private:
-    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_t actions_;
 };
 
 /// A session of its own, and signals as a freshly started program expects them: a background
@@ -52,34 +52,34 @@ private:
 class Attributes {
 public:
     Attributes() {
-        ::posix_spawnattr_init(&attributes);
+        ::posix_spawnattr_init(&attributes_);
         short flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
 #ifdef POSIX_SPAWN_SETSID
         flags |= POSIX_SPAWN_SETSID;
 #else
         flags |= POSIX_SPAWN_SETPGROUP;
 #endif
-        ::posix_spawnattr_setflags(&attributes, flags);
+        ::posix_spawnattr_setflags(&attributes_, flags);
         sigset_t signalSet;
         sigemptyset(&signalSet);
-        ::posix_spawnattr_setsigmask(&attributes, &signalSet);
+        ::posix_spawnattr_setsigmask(&attributes_, &signalSet);
         sigfillset(&signalSet);
         sigdelset(&signalSet, SIGKILL);
         sigdelset(&signalSet, SIGSTOP);
-        ::posix_spawnattr_setsigdefault(&attributes, &signalSet);
+        ::posix_spawnattr_setsigdefault(&attributes_, &signalSet);
     }
     Attributes(const Attributes &) = delete;
     Attributes &operator=(const Attributes &) = delete;
     ~Attributes() {
-        ::posix_spawnattr_destroy(&attributes);
+        ::posix_spawnattr_destroy(&attributes_);
     }
 
     const posix_spawnattr_t *get() const {
-        return &attributes;
+        return &attributes_;
     }
 
 private:
-    posix_spawnattr_t attributes;
+    posix_spawnattr_t attributes_;
 };
 
 QByteArrayList encodedWords(const SpawnRequest &request) {

@@ -31,12 +31,12 @@ private slots:
     void terminationSignals_arriveAsSignals();
 
 private:
-    QTemporaryDir m_runtime{QDir::tempPath() + QStringLiteral("/velm-XXXXXX")};
+    QTemporaryDir runtime_{QDir::tempPath() + QStringLiteral("/velm-XXXXXX")};
 };
 
 void TestWorkspaceLock::oneFolder_isTakenOnce() {
-    auto first = std::make_unique<WorkspaceLock>(QStringLiteral("/a/b"), m_runtime.path());
-    WorkspaceLock second(QStringLiteral("/a/b/../b/"), m_runtime.path());
+    auto first = std::make_unique<WorkspaceLock>(QStringLiteral("/a/b"), runtime_.path());
+    WorkspaceLock second(QStringLiteral("/a/b/../b/"), runtime_.path());
     QCOMPARE(first->take(), Outcome::Taken);
     QCOMPARE(second.take(), Outcome::HeldByAnother);
     QCOMPARE(second.socketPath(), first->socketPath());
@@ -45,8 +45,8 @@ void TestWorkspaceLock::oneFolder_isTakenOnce() {
 }
 
 void TestWorkspaceLock::otherFolders_areFree() {
-    WorkspaceLock first(QStringLiteral("/a/b"), m_runtime.path());
-    WorkspaceLock second(QStringLiteral("/a/c"), m_runtime.path());
+    WorkspaceLock first(QStringLiteral("/a/b"), runtime_.path());
+    WorkspaceLock second(QStringLiteral("/a/c"), runtime_.path());
     QCOMPARE(first.take(), Outcome::Taken);
     QCOMPARE(second.take(), Outcome::Taken);
     QVERIFY(first.socketPath() != second.socketPath());
@@ -58,17 +58,17 @@ void TestWorkspaceLock::theKey_isTheSameBeforeAndAfterTheFolderExists() {
     const QString link = folder.filePath(QStringLiteral("link"));
     QVERIFY(QFile::link(folder.filePath(QStringLiteral("real")), link));
     const QString workspace = link + QStringLiteral("/deep/workspace");
-    const QString before = WorkspaceLock(workspace, m_runtime.path()).socketPath();
+    const QString before = WorkspaceLock(workspace, runtime_.path()).socketPath();
     QVERIFY(QDir().mkpath(workspace));
-    QCOMPARE(WorkspaceLock(workspace, m_runtime.path()).socketPath(), before);
+    QCOMPARE(WorkspaceLock(workspace, runtime_.path()).socketPath(), before);
     const QString direct = folder.filePath(QStringLiteral("real/deep/workspace"));
-    QCOMPARE(WorkspaceLock(direct, m_runtime.path()).socketPath(), before);
+    QCOMPARE(WorkspaceLock(direct, runtime_.path()).socketPath(), before);
 }
 
 void TestWorkspaceLock::theTemporaryFolder_isNotTouched() {
     const QTemporaryDir folder;
     const QString workspace = folder.filePath(QStringLiteral("workspace"));
-    WorkspaceLock lock(workspace, m_runtime.path());
+    WorkspaceLock lock(workspace, runtime_.path());
     QCOMPARE(lock.take(), Outcome::Taken);
     QVERIFY(!QFile::exists(workspace));
 }
@@ -80,7 +80,7 @@ void TestWorkspaceLock::aRuntimeFolderThatIsMissing_isSaid() {
 }
 
 void TestWorkspaceLock::raise_isAnsweredByTheHolder() {
-    const QString path = m_runtime.filePath(QStringLiteral("socket"));
+    const QString path = runtime_.filePath(QStringLiteral("socket"));
     RaiseServer server(path);
     QSignalSpy asked(&server, &RaiseServer::raiseRequested);
     std::atomic<bool> answered = false;
@@ -91,11 +91,11 @@ void TestWorkspaceLock::raise_isAnsweredByTheHolder() {
 }
 
 void TestWorkspaceLock::raise_withoutAHolderFails() {
-    QVERIFY(!requestRaise(m_runtime.filePath(QStringLiteral("nobody"))));
+    QVERIFY(!requestRaise(runtime_.filePath(QStringLiteral("nobody"))));
 }
 
 void TestWorkspaceLock::raise_takesOverWhatADeadHolderLeft() {
-    const QString path = m_runtime.filePath(QStringLiteral("left"));
+    const QString path = runtime_.filePath(QStringLiteral("left"));
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.close();

@@ -36,18 +36,18 @@ int runLogicTest(ToolBench &bench, const char *behaviour) {
 /// Shows the first piece so slowly that the tool has said everything by then.
 class SlowConsole final : public Console {
 public:
-    explicit SlowConsole(QString awaitedFile) : m_awaitedFile(std::move(awaitedFile)) {}
+    explicit SlowConsole(QString awaitedFile) : awaitedFile_(std::move(awaitedFile)) {}
 
     void appendText(const QString &) override {
         const QDeadlineTimer patience(std::chrono::seconds(20));
-        while (!QFile::exists(m_awaitedFile) && !patience.hasExpired())
+        while (!QFile::exists(awaitedFile_) && !patience.hasExpired())
             QThread::yieldCurrentThread();
     }
     void beginRun() override {}
     void endRun() override {}
 
 private:
-    QString m_awaitedFile;
+    QString awaitedFile_;
 };
 
 } // namespace

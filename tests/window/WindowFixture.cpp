@@ -25,25 +25,25 @@ WindowFixture::WindowFixture() {
 WindowFixture::~WindowFixture() = default;
 
 void WindowFixture::openSettings() {
-    m_settings = std::make_unique<SettingsStore>(path(QStringLiteral("velm.conf")));
+    settings_ = std::make_unique<SettingsStore>(path(QStringLiteral("velm.conf")));
 }
 
 void WindowFixture::start() {
-    m_velm = std::make_unique<VelmWindow>(VelmWindow::Surroundings{
-        *m_settings, log, panels, [this] { ++beeps; }, path(QStringLiteral("state.conf"))});
-    m_velm->start();
-    QVERIFY(QTest::qWaitForWindowExposed(&m_velm->window()));
-    m_velm->window().activateWindow();
+    velm_ = std::make_unique<VelmWindow>(VelmWindow::Surroundings{
+        *settings_, log, panels, [this] { ++beeps; }, path(QStringLiteral("state.conf"))});
+    velm_->start();
+    QVERIFY(QTest::qWaitForWindowExposed(&velm_->window()));
+    velm_->window().activateWindow();
 }
 
 void WindowFixture::end() {
-    m_velm->window().close();
-    m_velm.reset();
+    velm_->window().close();
+    velm_.reset();
     openSettings();
 }
 
 QString WindowFixture::write(const QString &name, const QByteArray &bytes) const {
-    const QString target = QDir(m_folder.path()).absoluteFilePath(name);
+    const QString target = QDir(folder_.path()).absoluteFilePath(name);
     QDir().mkpath(QFileInfo(target).path());
     QFile file(target);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())

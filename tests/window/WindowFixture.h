@@ -43,7 +43,7 @@ public:
     void end();
 
     /// A path in this test's folder.
-    QString path(const QString &name) const { return m_folder.filePath(name); }
+    QString path(const QString &name) const { return folder_.filePath(name); }
     /// Writes a file in this test's folder (or at an absolute path) and gives its path.
     QString write(const QString &name, const QByteArray &bytes) const;
     /// The bytes of a file; null if there is none.
@@ -55,11 +55,11 @@ public:
     /// The file that holds the content of the simulated chip \a device.
     QString chipPath(const QString &device) const;
 
-    SettingsStore &settings() { return *m_settings; }
-    VelmWindow &velm() { return *m_velm; }
-    AppDelegate &delegate() { return m_velm->delegate(); }
+    SettingsStore &settings() { return *settings_; }
+    VelmWindow &velm() { return *velm_; }
+    AppDelegate &delegate() { return velm_->delegate(); }
     const AppDelegate::State &state() { return delegate().state(); }
-    Ui::MainWindow &controls() { return m_velm->window().controls(); }
+    Ui::MainWindow &controls() { return velm_->window().controls(); }
     QString message() { return controls().messageLine->text(); }
     /// Clicks with the mouse, as a user does, where a check box has its box.
     void click(QWidget *button) {
@@ -85,7 +85,7 @@ private:
 
     void openSettings();
 
-    QTemporaryDir m_folder;
-    std::unique_ptr<SettingsStore> m_settings;
-    std::unique_ptr<VelmWindow> m_velm;
+    QTemporaryDir folder_;
+    std::unique_ptr<SettingsStore> settings_;
+    std::unique_ptr<VelmWindow> velm_;
 };
