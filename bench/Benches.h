@@ -1,0 +1,24 @@
+#pragma once
+
+class Table;
+
+// Each measures its rows and adds them to the table; one that cannot measure throws.
+
+/// Composing an image in memory, against the bare memory operations.
+void benchCompose(Table &table);
+/// Composing and saving an image, from file to file, against other programs.
+void benchSave(Table &table);
+/// Decoding a buffer for display.
+void benchText(Table &table);
+/// The grid: reset, first paint, page key, memory.
+void benchGrid(Table &table);
+/// A flood of output through a tool run into the console.
+void benchConsole(Table &table);
+/// The start of a child.
+void benchChild(Table &table);
+/// A list of 30,000 device names.
+void benchDevices(Table &table);
+/// Reading a chip and opening a binary in the whole window.
+void benchWindow(Table &table);
+/// The program and others on an X display: start-up, memory, opening a file, page key.
+void benchDesktop(Table &table);

@@ -1,0 +1,64 @@
+#include "Benches.h"
+#include "Pair.h"
+#include "RawChild.h"
+#include "Samples.h"
+#include "Stopwatch.h"
+#include "Table.h"
+
+#include "tool/ChildProcess.h"
+#include "tool/Pipe.h"
+
+#include <QCoreApplication>
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <stdexcept>
+
+namespace {
+
+constexpr int rounds = 301;
+constexpr double mostTimesSpawn = 1.35;
+constexpr qint64 touchedMemory = 1024 * mebibyte;
+
+const std::string childPath = "/bin/true";
+
+// From nothing to a child that has been reaped, as a tool run has it.
+double runOurChild() {
+    const Stopwatch stopwatch;
+    Pipe input(Pipe::Direction::ToChild);
+    Pipe output(Pipe::Direction::FromChild);
+    Pipe error(Pipe::Direction::FromChild);
+    ChildProcess child;
+    child.setLaunchPath(QString::fromStdString(childPath));
+    child.setStandardStreams(&input, &output, &error);
+    child.start();
+    while (!child.hasEnded())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    const double taken = stopwatch.milliseconds();
+    if (child.terminationStatus() != 0)
+        throw std::runtime_error("the child failed");
+    return taken;
+}
+
+double runTheirChild() {
+    const Stopwatch stopwatch;
+    runRawChild({childPath});
+    return stopwatch.milliseconds();
+}
+
+void compare(Table &table, const std::string &what) {
+    const auto medians = interleaved(rounds, {runOurChild, runTheirChild});
+    table.compare(what, milliseconds(medians[0]),
+                  {"posix_spawn with pipes", milliseconds(medians[1])}, mostTimesSpawn);
+}
+
+} // namespace
+
+void benchChild(Table &table) {
+    compare(table, "child, start to end");
+    const std::unique_ptr<char, decltype(&std::free)> memory(
+        static_cast<char *>(std::malloc(touchedMemory)), &std::free);
+    std::memset(memory.get(), 1, touchedMemory);
+    compare(table, "child, start to end, from 1 GiB");
+}

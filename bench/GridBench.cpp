@@ -1,0 +1,155 @@
+#include "Benches.h"
+#include "Memory.h"
+#include "Painted.h"
+#include "Pair.h"
+#include "Samples.h"
+#include "Stopwatch.h"
+#include "Table.h"
+
+#include "grid/GridColumns.h"
+#include "grid/GridPresentation.h"
+#include "grid/GridView.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QScrollBar>
+
+#include <stdexcept>
+
+namespace {
+
+constexpr QSize viewSize(1024, 700);
+constexpr int rounds = 31;
+constexpr double mostTimesTheSmall = 2;
+/// A table that keeps 8 bytes for each row of 16 takes fifty times this.
+constexpr double mostMemoryPerByte = 0.01;
+
+/// An image with its text, as the program keeps it.
+struct Image {
+    explicit Image(qint64 size)
+        : bytes(std::make_shared<QByteArray>(randomBytes(size))), text(bytes) {}
+
+    ByteBuffer bytes;
+    DisplayText text;
+};
+
+/// Presents an image by the program's own rules.
+class ImageSource final : public GridSource {
+public:
+    explicit ImageSource(const Image &image) : image_(&image) {}
+    void present(const Image &image) { image_ = &image; }
+
+    quint64 numberOfRowsInTableView(QObject *) override { return rowCount(shown()); }
+    CellValue tableView_objectValueForTableColumn_row(QObject *, const QString &column,
+                                                      qint64 row) override {
+        return cellValue(shown(), column, row);
+    }
+    bool tableView_shouldEditTableColumn_row(QObject *, const QString &, qint64) override {
+        return true;
+    }
+    void tableView_setObjectValue_forTableColumn_row(QObject *, const QString &, const QString &,
+                                                     qint64) override {}
+    bool tableView_shouldSelectRow(QObject *, qint64) override { return true; }
+    bool tableView_shouldSelectTableColumn(QObject *, const QString &) override { return false; }
+    DragOperation tableView_validateDrop_proposedRow_proposedDropOperation(QObject *,
+                                                                           const QMimeData *,
+                                                                           qint64, int) override {
+        return DragOperation::None;
+    }
+
+private:
+    ShownContent shown() const { return {tab_, image_->bytes, image_->text, noHeaders_, noRows_}; }
+
+    const Image *image_;
+    const QString tab_ = QStringLiteral("1");
+    const QStringList noHeaders_;
+    const QList<QStringList> noRows_;
+};
+
+/// A shown grid that is given one image after the other.
+struct Grid {
+    explicit Grid(const Image &image) : source(image) {
+        view.setSource(source);
+        view.resize(viewSize);
+        showPainted(view);
+    }
+
+    double resetAndPaint(const Image &image) {
+        source.present(image);
+        const Stopwatch stopwatch;
+        view.reloadData();
+        view.viewport()->repaint();
+        return stopwatch.milliseconds();
+    }
+
+    /// From the key's event until the pixels of the next page are there.
+    double pageDown() {
+        PaintWatch watch(*view.viewport());
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_PageDown, Qt::NoModifier);
+        const int before = view.verticalScrollBar()->value();
+        const Stopwatch stopwatch;
+        QCoreApplication::sendEvent(&view, &press);
+        watch.wait();
+        const double taken = stopwatch.milliseconds();
+        if (view.verticalScrollBar()->value() == before)
+            throw std::runtime_error("the page key does not scroll");
+        return taken;
+    }
+
+    ImageSource source;
+    GridView view;
+};
+
+void goToTop(GridView &view) {
+    view.moveTo(view.gridModel()->index(0, 1));
+    QCoreApplication::processEvents();
+    // The first key still moves the cursor down the page that is in view.
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_PageDown, Qt::NoModifier);
+    QCoreApplication::sendEvent(&view, &press);
+    QCoreApplication::processEvents();
+}
+
+void benchMemory(Table &table, Grid &grid, const Image &small, const Image &large) {
+    grid.resetAndPaint(small);
+    const double before = heapInUse();
+    grid.resetAndPaint(large);
+    table.limit("grid, memory for each byte of 256 MiB",
+                bytesPerByte((heapInUse() - before) / static_cast<double>(large.bytes->size())),
+                bytesPerByte(mostMemoryPerByte));
+}
+
+void benchReset(Table &table, Grid &grid, const std::vector<const Image *> &images) {
+    std::vector<Job> jobs;
+    for (const Image *image : images)
+        jobs.emplace_back([&grid, image] { return grid.resetAndPaint(*image); });
+    const auto medians = interleaved(rounds, jobs);
+    const Peer small{"1 MiB", milliseconds(medians[0])};
+    table.compare("grid, reset + first paint of 16 MiB", milliseconds(medians[1]), small,
+                  mostTimesTheSmall);
+    table.compare("grid, reset + first paint of 256 MiB", milliseconds(medians[2]), small,
+                  mostTimesTheSmall);
+}
+
+void benchPageKey(Table &table, const Image &small, const Image &large) {
+    Grid ofSmall(small);
+    Grid ofLarge(large);
+    goToTop(ofSmall.view);
+    goToTop(ofLarge.view);
+    const auto medians = interleaved(
+        rounds, {[&] { return ofSmall.pageDown(); }, [&] { return ofLarge.pageDown(); }});
+    table.compare("grid, page key to pixels in 256 MiB, offscreen", milliseconds(medians[1]),
+                  {"in 1 MiB", milliseconds(medians[0])}, mostTimesTheSmall);
+}
+
+} // namespace
+
+void benchGrid(Table &table) {
+    const Image small(1 * mebibyte);
+    const Image middle(16 * mebibyte);
+    const Image large(256 * mebibyte);
+    Grid grid(small);
+    benchReset(table, grid, {&small, &middle, &large});
+    benchMemory(table, grid, small, large);
+    grid.view.hide();
+    benchPageKey(table, small, large);
+}

@@ -1,0 +1,18 @@
+#include "LoopWatch.h"
+
+#include <algorithm>
+
+LoopWatch::LoopWatch() {
+    timer_.setTimerType(Qt::PreciseTimer);
+    timer_.setInterval(1);
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
+        longest_ = std::max(longest_, sinceLast_.milliseconds());
+        sinceLast_.restart();
+    });
+    timer_.start();
+}
+
+void LoopWatch::restart() {
+    longest_ = 0;
+    sinceLast_.restart();
+}

@@ -1,0 +1,19 @@
+#include "Memory.h"
+
+#include <fstream>
+#include <malloc.h>
+#include <stdexcept>
+#include <string>
+
+double heapInUse() {
+    const auto info = mallinfo2();
+    return static_cast<double>(info.uordblks) + static_cast<double>(info.hblkhd);
+}
+
+double memoryOfProcess(int pid) {
+    std::ifstream facts("/proc/" + std::to_string(pid) + "/smaps_rollup");
+    for (std::string word; facts >> word;)
+        if (double kibibytes = 0; word == "Pss:" && facts >> kibibytes)
+            return kibibytes * 1024;
+    throw std::runtime_error("the system does not tell a process's memory");
+}

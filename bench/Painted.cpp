@@ -1,0 +1,41 @@
+#include "Painted.h"
+
+#include "Stopwatch.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QWidget>
+
+#include <stdexcept>
+
+namespace {
+
+constexpr double patienceMilliseconds = 30'000;
+
+} // namespace
+
+PaintWatch::PaintWatch(QWidget &widget) {
+    widget.installEventFilter(this);
+}
+
+void PaintWatch::wait() {
+    const Stopwatch stopwatch;
+    while (!painted_) {
+        QCoreApplication::processEvents();
+        if (stopwatch.milliseconds() > patienceMilliseconds)
+            throw std::runtime_error("nothing was painted");
+    }
+}
+
+bool PaintWatch::eventFilter(QObject *, QEvent *event) {
+    if (event->type() == QEvent::Paint)
+        painted_ = true;
+    return false;
+}
+
+void showPainted(QWidget &widget) {
+    PaintWatch watch(widget);
+    widget.show();
+    watch.wait();
+    QCoreApplication::processEvents();
+}

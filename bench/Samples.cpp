@@ -1,0 +1,47 @@
+#include "Samples.h"
+
+#include "image/HugePages.h"
+
+#include <QFile>
+
+#include <random>
+#include <stdexcept>
+
+QByteArray randomBytes(qint64 size) {
+    QByteArray bytes = uninitializedBytes(size);
+    std::mt19937 random(std::mt19937::default_seed);
+    for (char *at = bytes.data(), *end = at + size; at < end; ++at)
+        *at = static_cast<char>(random() & 0xFF);
+    return bytes;
+}
+
+QByteArray asciiText(qint64 size) {
+    constexpr int firstPrintable = 0x20;
+    constexpr int printable = 0x5F;
+    constexpr qint64 lineLength = 72;
+    QByteArray bytes = uninitializedBytes(size);
+    char *data = bytes.data();
+    for (qint64 at = 0; at < size; ++at)
+        data[at] = (at + 1) % lineLength == 0
+                       ? '\n'
+                       : static_cast<char>(firstPrintable + (at * 7 + at / lineLength) % printable);
+    return bytes;
+}
+
+QByteArray multiByteText(qint64 size) {
+    const QByteArray period = QStringLiteral("a\u00E9\u20AC\U0001F600").toUtf8();
+    return period.repeated(static_cast<qsizetype>(size / period.size()));
+}
+
+void writeFile(const QString &path, const QByteArray &bytes) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
+        throw std::runtime_error("cannot write " + path.toStdString());
+}
+
+QByteArray readFile(const QString &path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw std::runtime_error("cannot read " + path.toStdString());
+    return file.readAll();
+}

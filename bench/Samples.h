@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+// What is measured with. The same seed gives the same bytes in every run.
+
+constexpr qint64 mebibyte = qint64(1) << 20;
+
+/// Bytes of every value, without an order.
+QByteArray randomBytes(qint64 size);
+/// Lines of printable ASCII.
+QByteArray asciiText(qint64 size);
+/// Valid UTF-8 in which characters of one, two, three and four bytes take turns; up to three
+/// bytes shorter than \a size.
+QByteArray multiByteText(qint64 size);
+
+/// Writes \a bytes into a new file at \a path. Throws if that failed.
+void writeFile(const QString &path, const QByteArray &bytes);
+/// The whole file at \a path. Throws if it cannot be read.
+QByteArray readFile(const QString &path);

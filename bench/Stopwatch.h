@@ -1,0 +1,17 @@
+#pragma once
+
+#include <chrono>
+
+/// Measures wall time from its construction, or from the last restart().
+class Stopwatch {
+public:
+    void restart() { start_ = Clock::now(); }
+    /// Milliseconds since the start.
+    double milliseconds() const {
+        return std::chrono::duration<double, std::milli>(Clock::now() - start_).count();
+    }
+
+private:
+    using Clock = std::chrono::steady_clock;
+    Clock::time_point start_ = Clock::now();
+};

@@ -1,0 +1,123 @@
+#include "Benches.h"
+#include "Memory.h"
+#include "Pair.h"
+#include "Samples.h"
+#include "Stopwatch.h"
+#include "Table.h"
+
+#include "image/DisplayText.h"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <iconv.h>
+#include <stdexcept>
+
+namespace {
+
+constexpr qint64 textSize = 64 * mebibyte;
+constexpr int rounds = 9;
+constexpr double mostOfIconv = 0.4;
+/// Far from a second copy, which would be one byte a byte or two.
+constexpr double mostExtraMemory = 0.01;
+
+/// One kind of text, and the encoding in which the C library gives the same units.
+struct Sample {
+    std::string name;
+    const char *encoding;
+    ByteBuffer bytes;
+    bool singleByte;
+};
+
+// Converts through one small buffer that stays in the cache: the cheapest way to use it. Gives the
+// number of UTF-16 units.
+qsizetype unitsByIconv(const QByteArray &bytes, const char *encoding) {
+    const iconv_t converter = iconv_open("UTF-16LE", encoding);
+    std::array<char, 64 * 1024> buffer;
+    char *in = const_cast<char *>(bytes.constData()); // iconv() leaves it alone
+    auto inLeft = static_cast<size_t>(bytes.size());
+    size_t written = 0;
+    while (inLeft > 0) {
+        char *out = buffer.data();
+        size_t outLeft = buffer.size();
+        if (iconv(converter, &in, &inLeft, &out, &outLeft) == size_t(-1) && errno != E2BIG)
+            throw std::runtime_error("iconv refuses the text");
+        written += buffer.size() - outLeft;
+    }
+    iconv_close(converter);
+    return static_cast<qsizetype>(written / sizeof(char16_t));
+}
+
+// Adds up the bytes as words.
+quint64 passOver(const QByteArray &bytes) {
+    std::array<quint64, 4> sums{};
+    std::array<quint64, 4> words{};
+    for (qsizetype at = 0; at + qsizetype(sizeof words) <= bytes.size(); at += sizeof words) {
+        std::memcpy(words.data(), bytes.constData() + at, sizeof words);
+        for (size_t lane = 0; lane < sums.size(); ++lane)
+            sums[lane] += words[lane];
+    }
+    return sums[0] ^ sums[1] ^ sums[2] ^ sums[3];
+}
+
+std::vector<double> measureTimes(const Sample &sample) {
+    qsizetype ours = 0;
+    qsizetype theirs = 0;
+    volatile quint64 sum = 0;
+    const auto medians = interleaved(rounds, {[&] {
+                                                  const Stopwatch stopwatch;
+                                                  ours = DisplayText(sample.bytes).length();
+                                                  return stopwatch.milliseconds();
+                                              },
+                                              [&] {
+                                                  const Stopwatch stopwatch;
+                                                  theirs =
+                                                      unitsByIconv(*sample.bytes, sample.encoding);
+                                                  return stopwatch.milliseconds();
+                                              },
+                                              [&] {
+                                                  const Stopwatch stopwatch;
+                                                  sum = passOver(*sample.bytes);
+                                                  return stopwatch.milliseconds();
+                                              }});
+    if (ours != theirs)
+        throw std::runtime_error("iconv tells another length of the " + sample.name);
+    return medians;
+}
+
+void benchMemory(Table &table, const std::string &what, const Sample &sample) {
+    const double before = heapInUse();
+    const DisplayText text(sample.bytes);
+    const double grown = (heapInUse() - before) / static_cast<double>(text.byteLength());
+    const Figure ours = bytesPerByte(grown);
+    if (sample.singleByte)
+        table.limit(what + ", extra memory", ours, bytesPerByte(mostExtraMemory));
+    else
+        table.compare(
+            what + ", extra memory", ours,
+            {"UTF-16 copy", bytesPerByte(sizeof(char16_t) * static_cast<double>(text.length()) /
+                                         static_cast<double>(text.byteLength()))});
+}
+
+void benchSample(Table &table, const Sample &sample) {
+    const std::string what = "text of 64 MiB, " + sample.name;
+    const auto medians = measureTimes(sample);
+    const Figure ours = milliseconds(medians[0]);
+    table.compare(what, ours,
+                  {std::string("iconv(3) from ") + sample.encoding, milliseconds(medians[1])},
+                  mostOfIconv);
+    table.compare(what, ours, {"one pass over memory", milliseconds(medians[2])});
+    benchMemory(table, what, sample);
+}
+
+Sample sample(const char *name, const char *encoding, QByteArray bytes, bool singleByte) {
+    return {name, encoding, std::make_shared<QByteArray>(std::move(bytes)), singleByte};
+}
+
+} // namespace
+
+void benchText(Table &table) {
+    benchSample(table, sample("random bytes", "ISO-8859-1", randomBytes(textSize), true));
+    benchSample(table, sample("ASCII", "UTF-8", asciiText(textSize), true));
+    benchSample(table, sample("multi-byte", "UTF-8", multiByteText(textSize), false));
+}
