@@ -104,7 +104,7 @@ public:
 
 private:
     bool showsTheEnd() const {
-        return console_.document()->lastBlock().text().startsWith(
+        return console_.document()->lastBlock().text().contains(
             QLatin1String("minipro has exited"));
     }
 

@@ -1,6 +1,188 @@
 #include "Benches.h"
+#include "DesktopProgram.h"
+#include "Pair.h"
+#include "Peers.h"
+#include "Samples.h"
 #include "Table.h"
 
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <cstdlib>
+#include <exception>
+
+namespace {
+
+constexpr int startRounds = 7;
+constexpr int openRounds = 3;
+constexpr int keyRounds = 3;
+constexpr int keysInARound = 11;
+constexpr qint64 openedSize = 256 * mebibyte;
+constexpr qint64 pagedSize = 16 * mebibyte;
+constexpr xcb_keysym_t burnTabKey = '2';
+
+constexpr double mostOfOktetasStart = 0.35;
+constexpr double mostOfOktetasMemory = 0.5;
+constexpr double mostOfOktetasOpening = 0.6;
+constexpr double mostOfGhexsOpening = 0.35;
+constexpr double mostOfGhexsKey = 1;
+
+/// A home for the settings of the programs, and the files that they open.
+class Desk {
+public:
+    Desk() {
+        QDir().mkpath(folder_.filePath(QStringLiteral("runtime")));
+        QFile::setPermissions(folder_.filePath(QStringLiteral("runtime")),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        settings_.setValue(settingsKeys::temp_output_file, path("workspace/temp.bin"));
+    }
+
+    QString path(const char *name) const { return folder_.filePath(QLatin1String(name)); }
+    std::string word(const char *name) const { return path(name).toStdString(); }
+
+    DesktopProgram start(const std::vector<std::string> &words) {
+        return DesktopProgram(display_, words, folder_.path().toStdString());
+    }
+
+    /// VELM with \a file as its opened binary, or without any.
+    std::vector<std::string> velmWords(const QString &file = {}) {
+        settings_.setValue(settingsKeys::binary, file);
+        return {VELM_PROGRAM, "--settings", word("velm.conf"), "--state", word("state.conf")};
+    }
+
+private:
+    QTemporaryDir folder_;
+    SettingsStore settings_{path("velm.conf")};
+    XDisplay display_;
+};
+
+/// A program that VELM is compared with, and how it is started on a file.
+struct Rival {
+    std::string name;
+    std::string program;
+};
+
+Rival rival(const std::string &name, const std::string &program) {
+    return {name, findProgram(program)};
+}
+
+// A rival that cannot be driven here is a gap; our own failure is one of the measurement.
+template <typename Measure>
+void withRival(Table &table, const std::string &what, const Rival &other, const Measure &measure) {
+    if (other.program.empty())
+        return table.gap(what, other.name, "not installed");
+    try {
+        measure();
+    } catch (const std::exception &error) {
+        table.gap(what, other.name, error.what());
+    }
+}
+
+struct StartCost {
+    double time = 0;
+    double memory = 0;
+};
+
+StartCost startCost(Desk &desk, const std::vector<std::string> &words) {
+    DesktopProgram program = desk.start(words);
+    const double time = program.untilFirstFrame();
+    return {time, program.memory()};
+}
+
+void compareStart(Table &table, Desk &desk, const Rival &other, std::optional<double> mostTime,
+                  std::optional<double> mostMemory) {
+    std::vector<double> ourMemory;
+    std::vector<double> theirMemory;
+    const auto timed = [&desk](const std::vector<std::string> &words, std::vector<double> &memory) {
+        const StartCost cost = startCost(desk, words);
+        memory.push_back(cost.memory);
+        return cost.time;
+    };
+    const auto medians =
+        interleaved(startRounds, {[&] { return timed(desk.velmWords(), ourMemory); },
+                                  [&] { return timed({other.program}, theirMemory); }});
+    table.compare("start-up to first frame", milliseconds(medians[0]),
+                  {other.name, milliseconds(medians[1])}, mostTime);
+    table.compare("memory at the first frame", mebibytes(median(ourMemory)),
+                  {other.name, mebibytes(median(theirMemory))}, mostMemory);
+}
+
+// Our window opens on the other tab, so that the page of the opened binary takes a key as well.
+double openWithVelm(Desk &desk, const QString &file) {
+    DesktopProgram program = desk.start(desk.velmWords(file));
+    program.untilFirstFrame();
+    program.focus();
+    program.pressWithControl(burnTabKey);
+    return program.untilPage();
+}
+
+double openWithRival(Desk &desk, const Rival &other, const QString &file) {
+    DesktopProgram program = desk.start({other.program, file.toStdString()});
+    program.untilFirstFrame();
+    return program.untilPage();
+}
+
+void compareOpening(Table &table, Desk &desk, const Rival &other, double most) {
+    const QString file = desk.path("opened.bin");
+    const auto medians =
+        interleaved(openRounds, {[&] { return openWithVelm(desk, file); },
+                                 [&] { return openWithRival(desk, other, file); }});
+    table.compare("start with a file of 256 MiB to its first page", milliseconds(medians[0]),
+                  {other.name, milliseconds(medians[1])}, most);
+}
+
+double pageKeys(DesktopProgram program, bool onBurnTab) {
+    program.untilFirstFrame();
+    program.placeAndClick();
+    if (onBurnTab)
+        program.pressWithControl(burnTabKey);
+    program.untilPage();
+    program.placeAndClick();
+    std::vector<double> taken;
+    for (int key = 0; key < keysInARound; ++key)
+        taken.push_back(program.pageDown());
+    return median(taken);
+}
+
+void comparePageKey(Table &table, Desk &desk, const Rival &other, std::optional<double> most) {
+    const QString file = desk.path("paged.bin");
+    const auto medians = interleaved(
+        keyRounds, {[&] { return pageKeys(desk.start(desk.velmWords(file)), true); },
+                    [&] {
+                        return pageKeys(desk.start({other.program, file.toStdString()}), false);
+                    }});
+    table.compare("page key to pixels", milliseconds(medians[0]),
+                  {other.name, milliseconds(medians[1])}, most);
+}
+
+void compareAll(Table &table) {
+    Desk desk;
+    const Rival okteta = rival("Okteta", "okteta");
+    const Rival ghex = rival("GHex", "ghex");
+    withRival(table, "start-up to first frame", okteta,
+              [&] { compareStart(table, desk, okteta, mostOfOktetasStart, mostOfOktetasMemory); });
+    withRival(table, "start-up to first frame", ghex,
+              [&] { compareStart(table, desk, ghex, std::nullopt, std::nullopt); });
+    writeFile(desk.path("opened.bin"), randomBytes(openedSize));
+    writeFile(desk.path("paged.bin"), randomBytes(pagedSize));
+    const std::string opening = "start with a file of 256 MiB to its first page";
+    withRival(table, opening, okteta,
+              [&] { compareOpening(table, desk, okteta, mostOfOktetasOpening); });
+    withRival(table, opening, ghex, [&] { compareOpening(table, desk, ghex, mostOfGhexsOpening); });
+    withRival(table, "page key to pixels", okteta,
+              [&] { comparePageKey(table, desk, okteta, std::nullopt); });
+    withRival(table, "page key to pixels", ghex,
+              [&] { comparePageKey(table, desk, ghex, mostOfGhexsKey); });
+}
+
+} // namespace
+
 void benchDesktop(Table &table) {
-    table.gap("start-up to first frame", "Okteta", "no X library to look with");
+    if (std::getenv("DISPLAY") == nullptr)
+        return table.gap("start-up to first frame", "Okteta, GHex", "no X display");
+    compareAll(table);
 }

@@ -13,7 +13,7 @@ double heapInUse() {
 double memoryOfProcess(int pid) {
     std::ifstream facts("/proc/" + std::to_string(pid) + "/smaps_rollup");
     for (std::string word; facts >> word;)
-        if (double kibibytes = 0; word == "Pss:" && facts >> kibibytes)
+        if (double kibibytes = 0; word == "Rss:" && facts >> kibibytes)
             return kibibytes * 1024;
     throw std::runtime_error("the system does not tell a process's memory");
 }

@@ -3,5 +3,7 @@
 /// Bytes of the heap that are in use, those in mappings of their own included.
 double heapInUse();
 
-/// The proportional share of the memory of process \a pid, in bytes. Throws if it cannot be told.
+/// The memory that process \a pid has in use, its shared libraries included, in bytes. (A
+/// proportional share would count only half of what this very program has loaded too.) Throws if it
+/// cannot be told.
 double memoryOfProcess(int pid);
