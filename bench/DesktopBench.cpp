@@ -25,6 +25,11 @@ constexpr qint64 openedSize = 256 * mebibyte;
 constexpr qint64 pagedSize = 16 * mebibyte;
 constexpr xcb_keysym_t burnTabKey = '2';
 
+// Where the windows have their bytes, at their first size as well as at the compared one.
+constexpr double velmPageLeft = 0.3;
+constexpr double oktetaPageLeft = 0.05;
+constexpr double ghexPageLeft = 0.2;
+
 constexpr double mostOfOktetasStart = 0.35;
 constexpr double mostOfOktetasMemory = 0.5;
 constexpr double mostOfOktetasOpening = 0.6;
@@ -44,14 +49,15 @@ public:
     QString path(const char *name) const { return folder_.filePath(QLatin1String(name)); }
     std::string word(const char *name) const { return path(name).toStdString(); }
 
-    DesktopProgram start(const std::vector<std::string> &words) {
-        return DesktopProgram(display_, words, folder_.path().toStdString());
+    DesktopProgram start(const ProgramStart &start) {
+        return DesktopProgram(display_, start, folder_.path().toStdString());
     }
 
     /// VELM with \a file as its opened binary, or without any.
-    std::vector<std::string> velmWords(const QString &file = {}) {
+    ProgramStart velm(const QString &file = {}) {
         settings_.setValue(settingsKeys::binary, file);
-        return {VELM_PROGRAM, "--settings", word("velm.conf"), "--state", word("state.conf")};
+        return {{VELM_PROGRAM, "--settings", word("velm.conf"), "--state", word("state.conf")},
+                velmPageLeft};
     }
 
 private:
@@ -60,15 +66,17 @@ private:
     XDisplay display_;
 };
 
-/// A program that VELM is compared with, and how it is started on a file.
+/// A program that VELM is compared with.
 struct Rival {
     std::string name;
-    std::string program;
-};
+    std::string program; ///< its path; empty if it is not installed
+    double pageLeft;
 
-Rival rival(const std::string &name, const std::string &program) {
-    return {name, findProgram(program)};
-}
+    ProgramStart alone() const { return {{program}, pageLeft}; }
+    ProgramStart with(const QString &file) const {
+        return {{program, file.toStdString()}, pageLeft};
+    }
+};
 
 // A rival that cannot be driven here is a gap; our own failure is one of the measurement.
 template <typename Measure>
@@ -87,8 +95,8 @@ struct StartCost {
     double memory = 0;
 };
 
-StartCost startCost(Desk &desk, const std::vector<std::string> &words) {
-    DesktopProgram program = desk.start(words);
+StartCost startCost(Desk &desk, const ProgramStart &start) {
+    DesktopProgram program = desk.start(start);
     const double time = program.untilFirstFrame();
     return {time, program.memory()};
 }
@@ -97,14 +105,14 @@ void compareStart(Table &table, Desk &desk, const Rival &other, std::optional<do
                   std::optional<double> mostMemory) {
     std::vector<double> ourMemory;
     std::vector<double> theirMemory;
-    const auto timed = [&desk](const std::vector<std::string> &words, std::vector<double> &memory) {
-        const StartCost cost = startCost(desk, words);
+    const auto timed = [&desk](const ProgramStart &start, std::vector<double> &memory) {
+        const StartCost cost = startCost(desk, start);
         memory.push_back(cost.memory);
         return cost.time;
     };
     const auto medians =
-        interleaved(startRounds, {[&] { return timed(desk.velmWords(), ourMemory); },
-                                  [&] { return timed({other.program}, theirMemory); }});
+        interleaved(startRounds, {[&] { return timed(desk.velm(), ourMemory); },
+                                  [&] { return timed(other.alone(), theirMemory); }});
     table.compare("start-up to first frame", milliseconds(medians[0]),
                   {other.name, milliseconds(medians[1])}, mostTime);
     table.compare("memory at the first frame", mebibytes(median(ourMemory)),
@@ -113,7 +121,7 @@ void compareStart(Table &table, Desk &desk, const Rival &other, std::optional<do
 
 // Our window opens on the other tab, so that the page of the opened binary takes a key as well.
 double openWithVelm(Desk &desk, const QString &file) {
-    DesktopProgram program = desk.start(desk.velmWords(file));
+    DesktopProgram program = desk.start(desk.velm(file));
     program.untilFirstFrame();
     program.focus();
     program.pressWithControl(burnTabKey);
@@ -121,7 +129,7 @@ double openWithVelm(Desk &desk, const QString &file) {
 }
 
 double openWithRival(Desk &desk, const Rival &other, const QString &file) {
-    DesktopProgram program = desk.start({other.program, file.toStdString()});
+    DesktopProgram program = desk.start(other.with(file));
     program.untilFirstFrame();
     return program.untilPage();
 }
@@ -150,19 +158,17 @@ double pageKeys(DesktopProgram program, bool onBurnTab) {
 
 void comparePageKey(Table &table, Desk &desk, const Rival &other, std::optional<double> most) {
     const QString file = desk.path("paged.bin");
-    const auto medians = interleaved(
-        keyRounds, {[&] { return pageKeys(desk.start(desk.velmWords(file)), true); },
-                    [&] {
-                        return pageKeys(desk.start({other.program, file.toStdString()}), false);
-                    }});
+    const auto medians =
+        interleaved(keyRounds, {[&] { return pageKeys(desk.start(desk.velm(file)), true); },
+                                [&] { return pageKeys(desk.start(other.with(file)), false); }});
     table.compare("page key to pixels", milliseconds(medians[0]),
                   {other.name, milliseconds(medians[1])}, most);
 }
 
 void compareAll(Table &table) {
     Desk desk;
-    const Rival okteta = rival("Okteta", "okteta");
-    const Rival ghex = rival("GHex", "ghex");
+    const Rival okteta{"Okteta", findProgram("okteta"), oktetaPageLeft};
+    const Rival ghex{"GHex", findProgram("ghex"), ghexPageLeft};
     withRival(table, "start-up to first frame", okteta,
               [&] { compareStart(table, desk, okteta, mostOfOktetasStart, mostOfOktetasMemory); });
     withRival(table, "start-up to first frame", ghex,

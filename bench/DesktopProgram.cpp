@@ -39,9 +39,11 @@ double inkShare(const std::vector<uint32_t> &pixels) {
 
 } // namespace
 
-DesktopProgram::DesktopProgram(XDisplay &display, const std::vector<std::string> &words,
+DesktopProgram::DesktopProgram(XDisplay &display, const ProgramStart &start,
                                const std::string &folder)
-    : display_(display), pid_(startCommand(words, environmentIn(folder))) {}
+    : display_(display),
+      pageLeft_(start.pageLeft),
+      pid_(startCommand(start.words, environmentIn(folder))) {}
 
 DesktopProgram::~DesktopProgram() {
     endCommand(pid_);
@@ -62,14 +64,14 @@ double DesktopProgram::untilFirstFrame() {
 
 double DesktopProgram::untilPage() {
     return until("a page",
-                 [this] { return inkShare(display_.pixels(window_, middle())) >= inkOfAPage; });
+                 [this] { return inkShare(display_.pixels(window_, page())) >= inkOfAPage; });
 }
 
 double DesktopProgram::pageDown() {
-    const auto before = display_.pixels(window_, middle());
+    const auto before = display_.pixels(window_, page());
     const Stopwatch stopwatch;
     display_.press(pageDownKey);
-    until("another page", [&] { return display_.pixels(window_, middle()) != before; });
+    until("another page", [&] { return display_.pixels(window_, page()) != before; });
     const double taken = stopwatch.milliseconds();
     settle();
     return taken;
@@ -87,10 +89,10 @@ void DesktopProgram::placeAndClick() {
 }
 
 void DesktopProgram::settle() {
-    auto last = display_.pixels(window_, middle());
+    auto last = display_.pixels(window_, page());
     Stopwatch quiet;
     until("rest", [&] {
-        auto now = display_.pixels(window_, middle());
+        auto now = display_.pixels(window_, page());
         if (now != last) {
             last = std::move(now);
             quiet.restart();
@@ -99,11 +101,11 @@ void DesktopProgram::settle() {
     });
 }
 
-// A blinking cursor would change pixels too, but not in most of the middle.
-PixelArea DesktopProgram::middle() {
+// A part of the page, large enough for a cursor that blinks there not to count.
+PixelArea DesktopProgram::page() {
     const PixelArea all = display_.geometry(window_);
-    return {static_cast<int16_t>(all.width / 4), static_cast<int16_t>(all.height * 2 / 5),
-            static_cast<uint16_t>(all.width / 4), static_cast<uint16_t>(all.height / 5)};
+    return {static_cast<int16_t>(all.width * pageLeft_), static_cast<int16_t>(all.height * 2 / 5),
+            static_cast<uint16_t>(all.width / 5), static_cast<uint16_t>(all.height / 5)};
 }
 
 double DesktopProgram::until(const std::string &what,

@@ -8,12 +8,18 @@
 #include <string>
 #include <vector>
 
+/// How a program is started, and where in its window its page of bytes stands.
+struct ProgramStart {
+    std::vector<std::string> words;
+    /// Where the looked-at part of the page begins, as a share of the window's width.
+    double pageLeft = 0;
+};
+
 /// A program that was started on the X display, from its start on. It is ended with this object.
 class DesktopProgram {
 public:
-    /// Starts \a words with \a folder as the home of its settings.
-    DesktopProgram(XDisplay &display, const std::vector<std::string> &words,
-                   const std::string &folder);
+    /// Starts it with \a folder as the home of its settings.
+    DesktopProgram(XDisplay &display, const ProgramStart &start, const std::string &folder);
     DesktopProgram(const DesktopProgram &) = delete;
     DesktopProgram &operator=(const DesktopProgram &) = delete;
     ~DesktopProgram();
@@ -21,10 +27,10 @@ public:
     /// Waits until a window of it is on the display and painted; gives the milliseconds from the
     /// start. Throws if none ever is.
     double untilFirstFrame();
-    /// Waits until the middle of the window is full of text, as a page of a hex dump is; gives the
+    /// Waits until its page is full of text, as a page of a hex dump is; gives the
     /// milliseconds from the start. Throws if it never is.
     double untilPage();
-    /// Milliseconds from a page key until other pixels are in the middle of the window; waits
+    /// Milliseconds from a page key until there are other pixels in its page; waits
     /// until nothing changes any more. Throws if the key does nothing.
     double pageDown();
     /// The memory that it has in use, in bytes.
@@ -36,15 +42,16 @@ public:
     void focus() { display_.focus(window_); }
     /// Presses Control and \a key.
     void pressWithControl(xcb_keysym_t key) { display_.press(key, true); }
-    /// Waits until the pixels of the window have not changed for a while.
+    /// Waits until the pixels of its page have not changed for a while.
     void settle();
 
 private:
-    PixelArea middle();
+    PixelArea page();
     double until(const std::string &what, const std::function<bool()> &condition) const;
 
     XDisplay &display_;
     Stopwatch sinceStart_;
+    double pageLeft_ = 0;
     int pid_ = -1;
     xcb_window_t window_ = 0;
 };

@@ -114,10 +114,18 @@ Sample sample(const char *name, const char *encoding, QByteArray bytes, bool sin
     return {name, encoding, std::make_shared<QByteArray>(std::move(bytes)), singleByte};
 }
 
+// Looks like ASCII almost to the end, so that all of it has to be looked at.
+QByteArray lateLatin1(qint64 size) {
+    QByteArray bytes = asciiText(size);
+    bytes.back() = '\xE9';
+    return bytes;
+}
+
 } // namespace
 
 void benchText(Table &table) {
     benchSample(table, sample("random bytes", "ISO-8859-1", randomBytes(textSize), true));
+    benchSample(table, sample("Latin-1 by its end", "ISO-8859-1", lateLatin1(textSize), true));
     benchSample(table, sample("ASCII", "UTF-8", asciiText(textSize), true));
     benchSample(table, sample("multi-byte", "UTF-8", multiByteText(textSize), false));
 }

@@ -1,5 +1,6 @@
 #include "XDisplay.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <stdexcept>
@@ -45,7 +46,10 @@ Owned<Reply> owned(Reply *reply) {
 XDisplay::XDisplay() : connection_(xcb_connect(nullptr, nullptr)) {
     if (xcb_connection_has_error(connection_) != 0)
         throw std::runtime_error("the X display cannot be reached");
-    root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+    const xcb_screen_t *screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
+    root_ = screen->root;
+    width_ = screen->width_in_pixels;
+    height_ = screen->height_in_pixels;
 }
 
 XDisplay::~XDisplay() {
@@ -80,7 +84,22 @@ PixelArea XDisplay::geometry(xcb_window_t window) {
     return reply ? PixelArea{reply->x, reply->y, reply->width, reply->height} : PixelArea{};
 }
 
-std::vector<uint32_t> XDisplay::pixels(xcb_window_t window, const PixelArea &area) {
+// A window may be larger than the display, and has no pixels there.
+PixelArea XDisplay::onDisplay(xcb_window_t window, const PixelArea &area) {
+    const PixelArea all = geometry(window);
+    const int left = std::max<int>(area.x, -all.x);
+    const int top = std::max<int>(area.y, -all.y);
+    const int right = std::min(area.x + area.width, width_ - all.x);
+    const int bottom = std::min(area.y + area.height, height_ - all.y);
+    return {static_cast<int16_t>(left), static_cast<int16_t>(top),
+            static_cast<uint16_t>(std::max(right - left, 0)),
+            static_cast<uint16_t>(std::max(bottom - top, 0))};
+}
+
+std::vector<uint32_t> XDisplay::pixels(xcb_window_t window, const PixelArea &wanted) {
+    const PixelArea area = onDisplay(window, wanted);
+    if (area.width == 0 || area.height == 0)
+        return {};
     const auto image = owned(
         xcb_get_image_reply(connection_,
                             xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, window, area.x,

@@ -29,8 +29,9 @@ public:
     std::optional<xcb_window_t> programWindow();
     /// The place and size of \a window; empty if it has gone.
     PixelArea geometry(xcb_window_t window);
-    /// The pixels of \a area of \a window; none if it has gone.
-    std::vector<uint32_t> pixels(xcb_window_t window, const PixelArea &area);
+    /// The pixels of the \a wanted area of \a window, as far as it is on the display; none if the
+    /// window has gone.
+    std::vector<uint32_t> pixels(xcb_window_t window, const PixelArea &wanted);
 
     /// Moves \a window to the corner and gives it a size.
     void place(xcb_window_t window, uint16_t width, uint16_t height);
@@ -42,10 +43,13 @@ public:
     void press(xcb_keysym_t key, bool withControl = false);
 
 private:
+    PixelArea onDisplay(xcb_window_t window, const PixelArea &area);
     bool isProgramWindow(xcb_window_t window);
     xcb_keycode_t codeOf(xcb_keysym_t key);
     void fake(uint8_t type, uint8_t detail, int16_t x = 0, int16_t y = 0);
 
     xcb_connection_t *connection_ = nullptr;
     xcb_window_t root_ = 0;
+    int width_ = 0;
+    int height_ = 0;
 };
