@@ -3,11 +3,10 @@
 #include "Memory.h"
 #include "Peers.h"
 
-#include <algorithm>
+#include <cstdlib>
 #include <set>
 #include <stdexcept>
 #include <unistd.h>
-#include <unordered_map>
 
 namespace {
 
@@ -18,8 +17,8 @@ constexpr uint16_t comparedWidth = 1024;
 constexpr uint16_t comparedHeight = 700;
 /// A window whose background alone is there has one or two colours; smooth letters bring many.
 constexpr size_t coloursOfAFrame = 12;
-/// The share of pixels that are not background, which a page of text has and an empty one has not.
-constexpr double inkOfAPage = 0.05;
+constexpr int strongEdge = 64;
+constexpr double edgesOfAPage = 0.05;
 constexpr xcb_keysym_t pageDownKey = 0xFF56;
 
 std::vector<std::string> environmentIn(const std::string &folder) {
@@ -29,12 +28,19 @@ std::vector<std::string> environmentIn(const std::string &folder) {
             "HOME=" + folder,  "XDG_RUNTIME_DIR=" + folder + "/runtime"};
 }
 
-double inkShare(const std::vector<uint32_t> &pixels) {
-    std::unordered_map<uint32_t, size_t> counts;
-    size_t most = 0;
-    for (const uint32_t pixel : pixels)
-        most = std::max(most, ++counts[pixel]);
-    return pixels.empty() ? 0 : 1 - double(most) / double(pixels.size());
+int greenOf(uint32_t pixel) {
+    constexpr int greenShift = 8;
+    return static_cast<int>((pixel >> greenShift) & 0xFF);
+}
+
+// How many pixels differ much from the one before them. Letters have such edges; an empty page, a
+// waiting sign or one page that fades into another have hardly any.
+double edgeShare(const std::vector<uint32_t> &pixels) {
+    size_t edges = 0;
+    for (size_t index = 1; index < pixels.size(); ++index)
+        if (std::abs(greenOf(pixels[index]) - greenOf(pixels[index - 1])) > strongEdge)
+            ++edges;
+    return pixels.empty() ? 0 : double(edges) / double(pixels.size());
 }
 
 } // namespace
@@ -64,7 +70,7 @@ double DesktopProgram::untilFirstFrame() {
 
 double DesktopProgram::untilPage() {
     return until("a page",
-                 [this] { return inkShare(display_.pixels(window_, page())) >= inkOfAPage; });
+                 [this] { return edgeShare(display_.pixels(window_, page())) >= edgesOfAPage; });
 }
 
 double DesktopProgram::pageDown() {
