@@ -163,4 +163,5 @@ void benchConsole(Table &table) {
     runs.printProgress(progressSize);
     compareWithDrain(table, runs, "console, 8 MiB of progress", progressSize);
     compareWithXterm(table, runs);
+    table.gap("console, lines", "VTE", "its terminals do not end with the command that they show");
 }

@@ -21,6 +21,7 @@ constexpr int strongEdge = 64;
 constexpr double edgesOfAPage = 0.05;
 constexpr xcb_keysym_t pageDownKey = 0xFF56;
 
+// The same for all: a home without anybody's settings.
 std::vector<std::string> environmentIn(const std::string &folder) {
     return {"QT_QPA_PLATFORM", "WAYLAND_DISPLAY",
             "XDG_CONFIG_HOME", "XDG_DATA_HOME",

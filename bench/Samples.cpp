@@ -6,6 +6,7 @@
 
 #include <random>
 #include <stdexcept>
+#include <unistd.h>
 
 QByteArray randomBytes(qint64 size) {
     QByteArray bytes = uninitializedBytes(size);
@@ -35,7 +36,9 @@ QByteArray multiByteText(qint64 size) {
 
 void writeFile(const QString &path, const QByteArray &bytes) {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
+    // To the disk: nobody whose own saving waits for it shall have to wait for this as well.
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush() ||
+        ::fsync(file.handle()) != 0)
         throw std::runtime_error("cannot write " + path.toStdString());
 }
 
