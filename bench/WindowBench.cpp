@@ -82,6 +82,12 @@ public:
         });
     }
 
+    /// Whether the image to burn is composed from what was read.
+    void useReadData(bool use) {
+        controls().btn_combine_read_data->setChecked(use);
+        QCoreApplication::processEvents();
+    }
+
     void selectTab(const QString &identifier) {
         controls().tabview->selectTabViewItem(identifier);
         QCoreApplication::processEvents();
@@ -133,6 +139,7 @@ void benchRead(Table &table, WindowRuns &runs) {
     const QString file = runs.makeFile(QStringLiteral("chip.bin"), readSize);
     runs.readFrom(file);
     runs.selectTab(readTab);
+    runs.useReadData(true);
     const auto medians = interleaved(
         rounds, {[&] { return runs.read(readSize); }, [&] { return readOnce(file, readSize); }});
     table.compare("Read of 64 MiB, tool's end to first page", milliseconds(medians[0]),
@@ -142,6 +149,7 @@ void benchRead(Table &table, WindowRuns &runs) {
 void benchOpen(Table &table, WindowRuns &runs) {
     const QString file = runs.makeFile(QStringLiteral("opened.bin"), openedSize);
     runs.selectTab(burnTab);
+    runs.useReadData(false);
     const auto medians = interleaved(rounds, {[&] { return runs.open(file, openedSize); },
                                               [&] { return readOnce(file, openedSize); }});
     table.compare("binary of 256 MiB opened to first page, in the window", milliseconds(medians[0]),
