@@ -5,8 +5,15 @@
 
 #include <optional>
 
+/// What a saved file outlives.
+enum class Durability {
+    PowerFailure, ///< it is on the disk when saving has ended
+    ProgramEnd    ///< the disk gets it when the system sees fit; for what is made anew at a start
+};
+
 /// Replaces the file at \a path by \a bytes in one step: whoever opens it sees the old bytes or
 /// the new ones, and a failure leaves the old file as it was. A link stays and its target is
 /// replaced; the permissions of an existing file are kept. Anything but a regular file (a folder,
 /// a device, a pipe) is refused. Returns the reason of a failure, as a sentence's end.
-std::optional<QString> saveWholeFile(const QString &path, const QByteArray &bytes);
+std::optional<QString> saveWholeFile(const QString &path, const QByteArray &bytes,
+                                     Durability durability = Durability::PowerFailure);

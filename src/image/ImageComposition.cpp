@@ -81,6 +81,11 @@ private:
 
     // Makes the image: \a content from offset \a start on, pad bytes everywhere else.
     bool make(qint64 length, const ByteBuffer &content, qint64 start) {
+        if (start == 0 && length == lengthOf(content) && length > 0) {
+            // Nothing is added: the bytes are shared until the first edit, which copies them.
+            result_.image = std::make_shared<QByteArray>(*content);
+            return true;
+        }
         try {
             result_.image = std::make_shared<QByteArray>(uninitializedBytes(length));
         } catch (const std::bad_alloc &) {

@@ -63,7 +63,7 @@ bool TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer &output
     createTempDirectory();
     const QString path = resolvedPathOf(settings_, settingsKeys::temp_output_file);
     lastWriteProblem_ =
-        output_data ? saveWholeFile(path, *output_data)
+        output_data ? saveWholeFile(path, *output_data, Durability::ProgramEnd)
                     : QCoreApplication::translate("TemporaryWorkspace", "There is no image");
     if (!lastWriteProblem_)
         return true;

@@ -18,6 +18,7 @@ private slots:
     void refusedFromReadData_namesItsSource();
     void largestImage_isComposed();
     void largeImage_isRightAtEveryBorder();
+    void imageOfNothingElse_sharesTheBytesUntilAnEdit();
     void withoutMemory_isRefused();
 };
 
@@ -110,6 +111,16 @@ void TestImageCompositionLimits::largeImage_isRightAtEveryBorder() {
     inputs.pad = true;
     QCOMPARE(pictureOf(composeImage(inputs).image),
              QStringLiteral("FF*3000001 62*5000000 FF*8777215"));
+}
+
+void TestImageCompositionLimits::imageOfNothingElse_sharesTheBytesUntilAnEdit() {
+    CompositionInputs inputs;
+    inputs.opened_bin_data = std::make_shared<QByteArray>(5'000'000, 'b');
+    const Composition composition = composeImage(inputs);
+    QVERIFY(composition.image != inputs.opened_bin_data);
+    QCOMPARE(composition.image->constData(), inputs.opened_bin_data->constData());
+    composition.image->data()[0] = 'a';
+    QCOMPARE(inputs.opened_bin_data->constData()[0], 'b');
 }
 
 void TestImageCompositionLimits::withoutMemory_isRefused() {

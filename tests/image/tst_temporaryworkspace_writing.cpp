@@ -30,6 +30,7 @@ private slots:
     void write_withoutAPathFails();
     void write_oldImageIsNeverHalfReplaced();
     void write_successForgetsTheProblem();
+    void write_replacesTheTargetOfALinkAndKeepsPermissions();
 
 private:
     QByteArray image() const { return readWholeFile(at->output()); }
@@ -137,6 +138,21 @@ void TestTemporaryWorkspaceWriting::write_successForgetsTheProblem() {
     QVERIFY(at->workspace.lastWriteProblem());
     QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("61")));
     QVERIFY(!at->workspace.lastWriteProblem());
+}
+
+void TestTemporaryWorkspaceWriting::write_replacesTheTargetOfALinkAndKeepsPermissions() {
+    const QString target = at->folder() + QStringLiteral("/elsewhere.bin");
+    QVERIFY(at->workspace.createTempDirectory());
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("61")));
+    QVERIFY(QFile::rename(at->output(), target));
+    QVERIFY(QFile::link(target, at->output()));
+    const auto permissions = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther;
+    QVERIFY(QFile::setPermissions(target, permissions));
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("62")));
+    QVERIFY(QFileInfo(at->output()).isSymLink());
+    QCOMPARE(readWholeFile(target), QByteArray("b"));
+    QCOMPARE(QFile::permissions(target) & ~(QFile::ReadUser | QFile::WriteUser), permissions);
+    QCOMPARE(at->names(), QStringLiteral("elsewhere.bin temp.bin"));
 }
 
 QTEST_GUILESS_MAIN(TestTemporaryWorkspaceWriting)
