@@ -190,7 +190,8 @@ void TestWindowEdit::editsReplacedByAComposition_canBeRestored() {
     velm.click(velm.controls().btn_pad_00);
     velm.settle();
     QCOMPARE(*velm.state().output_data, QByteArray("0123456789ABCDEFGHIJ"));
-    QVERIFY2(velm.message().contains(QStringLiteral("2 hand edits were replaced.")), qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(QStringLiteral("2 hand edits were replaced.")),
+             qPrintable(velm.message()));
     auto *restore = velm.controls().messageLine->findChild<QPushButton *>();
     QVERIFY(restore && restore->isVisible());
     velm.click(restore);

@@ -1,11 +1,14 @@
 #include "window/WindowFixture.h"
 
+#include "image/FileLoading.h"
 #include "settings/SettingsKeys.h"
 #include "support/Privileges.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QMenu>
+
+#include <sys/stat.h>
 
 /// Bringing a binary in and saving the images.
 class TestWindowFiles : public QObject {
@@ -34,6 +37,26 @@ private slots:
     void exports_toAFullDiskLeaveTheOldFile();
     void saveConsole_writesTheTextAsItCame();
 };
+
+namespace {
+
+/// \a name as a path: what can be made in a test's own folder is made there.
+QString made(WindowFixture &velm, const QString &name) {
+    const QString path = velm.path(name);
+    if (name == QStringLiteral("pipe")) {
+        if (::mkfifo(qPrintable(path), 0600) != 0)
+            qFatal("no pipe");
+    } else if (name == QStringLiteral("large")) {
+        velm.write(name, "");
+        if (!QFile::resize(path, largestImage + 1)) // holes take no room on the disk
+            qFatal("no large file");
+    } else {
+        return name;
+    }
+    return path;
+}
+
+} // namespace
 
 void TestWindowFiles::open_composesWithTheFileAndRemembersIt() {
     WindowFixture velm;
@@ -84,15 +107,18 @@ void TestWindowFiles::open_cancelledChangesNothing() {
 }
 
 void TestWindowFiles::open_ofWhatIsNoFileKeepsThePathAndSaysWhy_data() {
-    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("name");
     QTest::newRow("vanished") << QStringLiteral("/nowhere/rom.bin");
     QTest::newRow("a folder") << QStringLiteral("/tmp");
     QTest::newRow("a device") << QStringLiteral("/dev/zero");
+    QTest::newRow("a pipe") << QStringLiteral("pipe");
+    QTest::newRow("larger than an image can be") << QStringLiteral("large");
 }
 
 void TestWindowFiles::open_ofWhatIsNoFileKeepsThePathAndSaysWhy() {
-    QFETCH(QString, path);
+    QFETCH(QString, name);
     WindowFixture velm;
+    const QString path = made(velm, name);
     velm.settings().setValue(settingsKeys::binary, velm.write(QStringLiteral("rom.bin"), "ROM!"));
     velm.start();
     velm.log.take();
@@ -240,15 +266,16 @@ void TestWindowFiles::exports_keepThePermissions() {
 }
 
 void TestWindowFiles::exports_thatFailLeaveTheOldFile_data() {
-    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("name");
     QTest::newRow("no such folder") << QStringLiteral("/nowhere/saved.bin");
     QTest::newRow("a file where the folder should be") << QStringLiteral("/etc/passwd/saved.bin");
-    QTest::newRow("a device") << QStringLiteral("/dev/full");
+    QTest::newRow("a pipe") << QStringLiteral("pipe");
 }
 
 void TestWindowFiles::exports_thatFailLeaveTheOldFile() {
-    QFETCH(QString, path);
+    QFETCH(QString, name);
     WindowFixture velm;
+    const QString path = made(velm, name);
     velm.settings().setValue(settingsKeys::rom_start_address, QStringLiteral("3"));
     velm.start();
     velm.log.take();
@@ -258,7 +285,8 @@ void TestWindowFiles::exports_thatFailLeaveTheOldFile() {
     QCOMPARE(velm.log.lines, QStringList(QStringLiteral("error writing to ") + path));
     QVERIFY2(velm.message().contains(path), qPrintable(velm.message()));
     QCOMPARE(velm.state().output_data, before);
-    QCOMPARE(QFile::exists(path), path == QStringLiteral("/dev/full"));
+    QCOMPARE(QFileInfo::exists(path), name == QStringLiteral("pipe"));
+    QVERIFY(!QFileInfo(path).isFile());
 }
 
 void TestWindowFiles::exports_toAFullDiskLeaveTheOldFile() {

@@ -17,6 +17,7 @@ private slots:
     void unreadableReport_leavesTheRowsEmptyAndTheHeaders_data();
     void unreadableReport_leavesTheRowsEmptyAndTheHeaders();
     void rowsOfAnyLength_areShown();
+    void rowsOfEveryLength_areShown();
     void onlyTheLogicTest_touchesTheResultsFile();
 
 private:
@@ -67,26 +68,36 @@ void TestWindowLogic::bad7400_showsTheFailedFieldInRed() {
 }
 
 void TestWindowLogic::wholeRows_everyTime_data() {
+    QTest::addColumn<QString>("device");
     QTest::addColumn<QByteArray>("fault");
-    QTest::newRow("good") << QByteArray();
-    QTest::newRow("bad") << QByteArray("bad-logic-pins");
+    QTest::addColumn<int>("vectors");
+    QTest::newRow("a good gate") << QStringLiteral("7400") << QByteArray() << 4;
+    QTest::newRow("a bad gate") << QStringLiteral("7400") << QByteArray("bad-logic-pins") << 4;
+    QTest::newRow("a good part of 40 pins") << QStringLiteral("6821") << QByteArray() << 33;
+    QTest::newRow("a bad part of 40 pins")
+        << QStringLiteral("6821") << QByteArray("bad-logic-pins") << 33;
 }
 
 // The verdict comes on the other stream, at any moment: it must never land inside a row.
 void TestWindowLogic::wholeRows_everyTime() {
+    constexpr int runs = 50;
+    QFETCH(QString, device);
     QFETCH(QByteArray, fault);
+    QFETCH(int, vectors);
     WindowFixture velm;
     velm.start();
     qputenv("MINIPRO_SIM_FAULT", fault);
     QStringList firstTable;
-    for (int run = 0; run < 25; ++run) {
-        test(velm, QStringLiteral("7400"));
+    for (int run = 0; run < runs; ++run) {
+        test(velm, device);
         QStringList table;
         for (int row = 0; row < velm.controls().tableview->model()->rowCount(); ++row)
             table.append(velm.row(row));
         if (run == 0)
             firstTable = table;
-        QCOMPARE(table.size(), 5);
+        QCOMPARE(table.size(), vectors + 1);
+        QVERIFY2(table.first().startsWith(QStringLiteral(" 1 2 3 4 ")), qPrintable(table.first()));
+        QVERIFY2(!table.last().trimmed().endsWith(u':'), qPrintable(table.last()));
         QCOMPARE(table, firstTable);
         QVERIFY(velm.controls().peeping_at->text().startsWith(QStringLiteral("Logic test ")));
     }
@@ -113,6 +124,9 @@ void TestWindowLogic::unreadableReport_leavesTheRowsEmptyAndTheHeaders_data() {
     QTest::addColumn<QByteArray>("script");
     QTest::newRow("nothing printed") << QByteArray("exit 0\n");
     QTest::newRow("not UTF-8") << QByteArray("printf '      1 2\\n0000: \\377\\n'\n");
+    QTest::newRow("beyond the limit") << QByteArray("truncate -s 70M temp_logtest.bin\n");
+    QTest::newRow("a folder in its place") << QByteArray("mkdir temp_logtest.bin; echo 0000: 1\n");
+    QTest::newRow("a pipe in its place") << QByteArray("mkfifo temp_logtest.bin; echo 0000: 1\n");
 }
 
 void TestWindowLogic::unreadableReport_leavesTheRowsEmptyAndTheHeaders() {
@@ -142,6 +156,23 @@ void TestWindowLogic::rowsOfAnyLength_areShown() {
     QCOMPARE(velm.row(1), QStringLiteral("0000: a b c              "));
     QCOMPARE(velm.row(2), QStringLiteral("0001:                 "));
     QCOMPARE(velm.row(3), QStringLiteral("01 2 3 4              "));
+}
+
+void TestWindowLogic::rowsOfEveryLength_areShown() {
+    constexpr int mostFields = 200;
+    QByteArray report = "      1 2 3\n";
+    for (int fields = 0; fields <= mostFields; ++fields)
+        report += "0:" + QByteArray(" \x1b[0;91mL-").repeated(fields) + '\n';
+    WindowFixture velm;
+    velm.start();
+    velm.useTool("cat '" + QFile::encodeName(velm.write(QStringLiteral("report"), report)) + "'\n");
+    velm.click(velm.controls().btn_logic);
+    velm.settle();
+    QCOMPARE(velm.controls().tableview->model()->rowCount(), mostFields + 2);
+    for (int fields = 0; fields <= mostFields; ++fields)
+        QCOMPARE(velm.row(fields + 1).count(u'L'), std::min(fields, 3));
+    velm.controls().tableview->scrollToBottom();
+    QVERIFY(!velm.controls().tableview->grab().isNull());
 }
 
 void TestWindowLogic::onlyTheLogicTest_touchesTheResultsFile() {

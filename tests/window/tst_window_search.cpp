@@ -24,6 +24,7 @@ private slots:
     void results_areSplitAtEveryNewline_data();
     void results_areSplitAtEveryNewline();
     void results_ofASecondSearchReplaceTheFirst();
+    void results_beyondTheLimitGiveAnEmptyList();
     void results_missingFileGivesAnEmptyList();
     void terms_reachTheToolAsOneWord_data();
     void terms_reachTheToolAsOneWord();
@@ -215,6 +216,17 @@ void TestWindowSearch::results_ofASecondSearchReplaceTheFirst() {
     QVERIFY(!panel.names().isEmpty());
     for (const QString &name : panel.names())
         QVERIFY2(name.contains(QStringLiteral("74138")), qPrintable(name));
+}
+
+void TestWindowSearch::results_beyondTheLimitGiveAnEmptyList() {
+    WindowFixture velm;
+    velm.useTool("truncate -s 70M temp_sr.bin\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("x"));
+    QCOMPARE(panel.names(), QStringList());
+    QVERIFY(velm.log.lines.contains(QStringLiteral("list has returned:0")));
+    QVERIFY(!panel.remark->text().isEmpty());
 }
 
 void TestWindowSearch::results_missingFileGivesAnEmptyList() {
