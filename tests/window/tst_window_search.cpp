@@ -18,6 +18,7 @@ private slots:
     void confirming_makesTheSelectedNameTheDevice_data();
     void confirming_makesTheSelectedNameTheDevice();
     void confirmingNothing_leavesTheDevice();
+    void doubleClickBelowTheList_confirmsWhatIsSelected();
     void cancelling_leavesTheDevice_data();
     void cancelling_leavesTheDevice();
     void emptyTerm_beepsAndKeepsListAndFocus();
@@ -130,6 +131,20 @@ void TestWindowSearch::confirmingNothing_leavesTheDevice() {
     QTRY_VERIFY(!panel.dialog->isVisible());
     velm.settle();
     QCOMPARE(velm.settings().stringValue(settingsKeys::device), QStringLiteral("W27C512@DIP28"));
+}
+
+void TestWindowSearch::doubleClickBelowTheList_confirmsWhatIsSelected() {
+    WindowFixture velm;
+    velm.useTool("printf 'A\\nB\\n'\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("x"));
+    panel.select(1);
+    const QPoint below(20, panel.list->viewport()->height() - 5);
+    QTest::mouseDClick(panel.list->viewport(), Qt::LeftButton, {}, below);
+    QTRY_VERIFY(!panel.dialog->isVisible());
+    velm.settle();
+    QCOMPARE(velm.settings().stringValue(settingsKeys::device), QStringLiteral("B"));
 }
 
 void TestWindowSearch::cancelling_leavesTheDevice_data() {
