@@ -34,6 +34,7 @@ private slots:
     void exports_keepThePermissions();
     void exports_thatFailLeaveTheOldFile_data();
     void exports_thatFailLeaveTheOldFile();
+    void exports_toAReadOnlyFolderLeaveTheOldFile();
     void exports_toAFullDiskLeaveTheOldFile();
     void saveConsole_writesTheTextAsItCame();
 };
@@ -287,6 +288,26 @@ void TestWindowFiles::exports_thatFailLeaveTheOldFile() {
     QCOMPARE(velm.state().output_data, before);
     QCOMPARE(QFileInfo::exists(path), name == QStringLiteral("pipe"));
     QVERIFY(!QFileInfo(path).isFile());
+}
+
+void TestWindowFiles::exports_toAReadOnlyFolderLeaveTheOldFile() {
+    WindowFixture velm;
+    velm.settings().setValue(settingsKeys::rom_start_address, QStringLiteral("3"));
+    velm.start();
+    velm.panels.answer = velm.write(QStringLiteral("locked/saved.bin"), "old");
+    const QString folder = velm.path(QStringLiteral("locked"));
+    QCOMPARE(::chmod(qPrintable(velm.path(QStringLiteral("."))), 0755), 0);
+    QCOMPARE(::chmod(qPrintable(folder), 0555), 0);
+    {
+        const UnprivilegedUser user;
+        QVERIFY(user.isValid());
+        velm.click(velm.controls().btn_export_output);
+    }
+    QCOMPARE(::chmod(qPrintable(folder), 0755), 0);
+    QCOMPARE(WindowFixture::bytesOf(velm.panels.answer), QByteArray("old"));
+    QCOMPARE(velm.log.count(QStringLiteral("error writing to ") + velm.panels.answer), 1);
+    QVERIFY2(velm.message().contains(QStringLiteral("Permission denied")),
+             qPrintable(velm.message()));
 }
 
 void TestWindowFiles::exports_toAFullDiskLeaveTheOldFile() {
