@@ -140,6 +140,16 @@ void setIcons(Ui::MainWindow &c, const QPalette &palette) {
         button->setIcon(themedIcon(QLatin1String(name), palette));
 }
 
+// The beginning of a path tells more than its end.
+void showBeginning(QLineEdit *path) {
+    const auto show = [path] {
+        if (!path->hasFocus())
+            path->setCursorPosition(0);
+    };
+    show();
+    QObject::connect(path, &QLineEdit::textChanged, path, show);
+}
+
 void dress(MainWindow &window) {
     Ui::MainWindow &c = window.controls();
     setIcons(c, window.palette());
@@ -148,10 +158,7 @@ void dress(MainWindow &window) {
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     c.startAddTextField->setFont(fixed);
     for (QLineEdit *path : {c.miniproLocationField, c.readFileTextField})
-        QObject::connect(path, &QLineEdit::textChanged, path, [path] {
-            if (!path->hasFocus())
-                path->setCursorPosition(0); // the beginning of a path tells more than its end
-        });
+        showBeginning(path);
     c.padToTextField->setFont(fixed);
     c.goToField->setFont(fixed);
     c.splitter->setStretchFactor(0, 1);

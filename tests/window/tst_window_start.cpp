@@ -20,6 +20,7 @@ private slots:
     void openedBinary_thatIsNoFileIsSaid_data();
     void openedBinary_thatIsNoFileIsSaid();
     void damagedSettings_areKeptAsideAndSaid();
+    void paths_showTheirBeginning();
     void quitting_leavesTheTemporaryFiles();
     void everyControl_hasItsAccessibleName();
     void theWindow_fitsASmallScreen();
@@ -149,6 +150,16 @@ void TestWindowStart::damagedSettings_areKeptAsideAndSaid() {
     velm.start();
     const QString message = velm.window().controls().messageLine->text();
     QVERIFY2(message.contains(settings.damagedCopyPath()), qPrintable(message));
+}
+
+void TestWindowStart::paths_showTheirBeginning() {
+    WindowFixture velm;
+    velm.settings().setValue(settingsKeys::binary, velm.write(QStringLiteral("rom.bin"), "ROM!"));
+    velm.start();
+    QCOMPARE(velm.controls().readFileTextField->cursorPosition(), 0);
+    QCOMPARE(velm.controls().miniproLocationField->cursorPosition(), 0);
+    velm.settings().setValue(settingsKeys::miniproLocation, QStringLiteral("/opt/minipro"));
+    QCOMPARE(velm.controls().miniproLocationField->cursorPosition(), 0);
 }
 
 void TestWindowStart::quitting_leavesTheTemporaryFiles() {
