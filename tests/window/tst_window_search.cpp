@@ -17,7 +17,7 @@ private slots:
     void enterInTheTerm_searches();
     void confirming_makesTheSelectedNameTheDevice_data();
     void confirming_makesTheSelectedNameTheDevice();
-    void confirmingNothing_leavesTheDevice();
+    void doubleClickBelowTheList_confirmsWhatIsSelected_data();
     void doubleClickBelowTheList_confirmsWhatIsSelected();
     void cancelling_leavesTheDevice_data();
     void cancelling_leavesTheDevice();
@@ -120,31 +120,28 @@ void TestWindowSearch::confirming_makesTheSelectedNameTheDevice() {
              way == QStringLiteral("double-click") ? 1 : 0);
 }
 
-void TestWindowSearch::confirmingNothing_leavesTheDevice() {
-    WindowFixture velm;
-    velm.useTool("printf 'A\\nB\\n'\n");
-    velm.start();
-    const Panel panel(velm);
-    panel.searchFor(QStringLiteral("x"));
-    const QPoint below(20, panel.list->viewport()->height() - 5);
-    QTest::mouseDClick(panel.list->viewport(), Qt::LeftButton, {}, below);
-    QTRY_VERIFY(!panel.dialog->isVisible());
-    velm.settle();
-    QCOMPARE(velm.settings().stringValue(settingsKeys::device), QStringLiteral("W27C512@DIP28"));
+void TestWindowSearch::doubleClickBelowTheList_confirmsWhatIsSelected_data() {
+    QTest::addColumn<int>("selected");
+    QTest::addColumn<QString>("device");
+    QTest::newRow("nothing leaves the device") << -1 << QStringLiteral("W27C512@DIP28");
+    QTest::newRow("a row") << 1 << QStringLiteral("B");
 }
 
 void TestWindowSearch::doubleClickBelowTheList_confirmsWhatIsSelected() {
+    QFETCH(int, selected);
+    QFETCH(QString, device);
     WindowFixture velm;
     velm.useTool("printf 'A\\nB\\n'\n");
     velm.start();
     const Panel panel(velm);
     panel.searchFor(QStringLiteral("x"));
-    panel.select(1);
+    if (selected >= 0)
+        panel.select(selected);
     const QPoint below(20, panel.list->viewport()->height() - 5);
     QTest::mouseDClick(panel.list->viewport(), Qt::LeftButton, {}, below);
     QTRY_VERIFY(!panel.dialog->isVisible());
     velm.settle();
-    QCOMPARE(velm.settings().stringValue(settingsKeys::device), QStringLiteral("B"));
+    QCOMPARE(velm.settings().stringValue(settingsKeys::device), device);
 }
 
 void TestWindowSearch::cancelling_leavesTheDevice_data() {
