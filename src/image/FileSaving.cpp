@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <sys/stat.h>
 
 namespace {
 
@@ -33,6 +34,18 @@ std::optional<QString> saveToDisk(const QString &path, const QByteArray &bytes) 
     return written ? std::nullopt : std::optional(reasonOf(file));
 }
 
+// The mode of the file, or the one that a file that is opened for writing begins with.
+mode_t modeOf(const QFileInfo &target) {
+    constexpr mode_t permissionBits = 07777;
+    constexpr mode_t newFile = 0666;
+    struct stat status = {};
+    if (::stat(QFile::encodeName(target.filePath()).constData(), &status) == 0)
+        return status.st_mode & permissionBits;
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return newFile & ~mask;
+}
+
 // QSaveFile always waits for the disk, which takes longer than everything else that an edit of one
 // byte does.
 std::optional<QString> saveToCache(const QFileInfo &target, const QByteArray &bytes) {
@@ -40,8 +53,7 @@ std::optional<QString> saveToCache(const QFileInfo &target, const QByteArray &by
     QTemporaryFile file(path + QStringLiteral(".XXXXXX"));
     if (!file.open() || !writeFully(file, bytes) || !file.flush())
         return reasonOf(file);
-    if (target.exists())
-        file.setPermissions(target.permissions());
+    ::fchmod(file.handle(), modeOf(target));
     const QByteArray from = QFile::encodeName(file.fileName());
     if (::rename(from.constData(), QFile::encodeName(path).constData()) != 0)
         return qt_error_string(errno);

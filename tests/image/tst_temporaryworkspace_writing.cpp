@@ -21,6 +21,7 @@ private slots:
     void init() { at = std::make_unique<WorkspaceFixture>(); }
     void write_makesTheFolderAndTheWholeFile();
     void write_replacesAnOlderImage();
+    void write_newFileHasTheUsualPermissions();
     void write_emptyBufferIsAnEmptyFile();
     void write_withoutABufferRemovesTheOldImage();
     void write_fullDiskRemovesTheOldImage();
@@ -54,6 +55,15 @@ void TestTemporaryWorkspaceWriting::write_replacesAnOlderImage() {
     QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("62")));
     QCOMPARE(image(), QByteArray("b"));
     QCOMPARE(at->names(), QStringLiteral("temp.bin"));
+}
+
+void TestTemporaryWorkspaceWriting::write_newFileHasTheUsualPermissions() {
+    const mode_t before = ::umask(0027);
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("61")));
+    ::umask(before);
+    struct stat status = {};
+    QCOMPARE(::stat(qPrintable(at->output()), &status), 0);
+    QCOMPARE(int(status.st_mode & 0777), 0640);
 }
 
 void TestTemporaryWorkspaceWriting::write_emptyBufferIsAnEmptyFile() {
