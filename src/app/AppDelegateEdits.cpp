@@ -50,7 +50,6 @@ void AppDelegate::takeEdit(const CellEdit &edit, const QString &entry) {
         sentence = tr("\u201c%1\u201d was not taken: a byte is a hexadecimal value from 01 to FF.")
                        .arg(entry);
     } else {
-        ++handEdits_;
         rememberEdit(edit);
     }
     saveAndShowEdit();
@@ -66,11 +65,14 @@ void AppDelegate::saveAndShowEdit() {
 }
 
 void AppDelegate::rememberEdit(const CellEdit &edit) {
+    const QByteArray written = state_.output_data->mid(edit.offset, edit.bytesWritten);
+    if (written == edit.replaced)
+        return;
     const auto replace = [this](qsizetype offset, qsizetype length, const QByteArray &bytes) {
         replaceBytes(offset, length, bytes);
     };
-    editHistory_.push(new ByteChange(replace, edit.offset, edit.replaced,
-                                     state_.output_data->mid(edit.offset, edit.bytesWritten)));
+    ++handEdits_;
+    editHistory_.push(new ByteChange(replace, edit.offset, edit.replaced, written));
 }
 
 void AppDelegate::replaceBytes(qsizetype offset, qsizetype length, const QByteArray &bytes) {

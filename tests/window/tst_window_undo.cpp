@@ -12,7 +12,8 @@ private slots:
     void edits_areTakenBackOneByOneAndMadeAgain();
     void aText_isTakenBackWhole();
     void growth_isTakenBackToo();
-    void rejectedEntries_areNoEdits();
+    void entriesThatChangeNothing_areNoEdits_data();
+    void entriesThatChangeNothing_areNoEdits();
     void whatIsBeingTyped_isTakenBack();
     void undo_showsThePlaceFromAnotherTab();
     void aNewImage_hasNothingToTakeBack();
@@ -101,11 +102,23 @@ void TestWindowUndo::growth_isTakenBackToo() {
     QCOMPARE(image(velm), QByteArray("0123456789ABCDEFGHIa longer text"));
 }
 
-void TestWindowUndo::rejectedEntries_areNoEdits() {
+void TestWindowUndo::entriesThatChangeNothing_areNoEdits_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("beeps");
+    QTest::newRow("a rejected value") << QStringLiteral("00") << 1;
+    QTest::newRow("the same value in another form") << QStringLiteral("0x30") << 0;
+    QTest::newRow("the same text") << QStringLiteral("'0123") << 0;
+    QTest::newRow("no text") << QStringLiteral("'") << 0;
+}
+
+void TestWindowUndo::entriesThatChangeNothing_areNoEdits() {
+    QFETCH(QString, text);
+    QFETCH(int, beeps);
     WindowFixture velm;
     showTwentyBytes(velm);
-    enter(velm, 0, 1, QStringLiteral("00"));
-    QCOMPARE(velm.beeps, 1);
+    enter(velm, 0, 1, text);
+    QCOMPARE(velm.beeps, beeps);
+    QCOMPARE(image(velm), QByteArray("0123456789ABCDEFGHIJ"));
     QVERIFY(!undoEntry(velm)->isEnabled());
 }
 
