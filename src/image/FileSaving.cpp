@@ -46,10 +46,17 @@ mode_t modeOf(const QFileInfo &target) {
     return newFile & ~mask;
 }
 
+// Where a link leads to, over however many others; a link to nothing is followed once.
+QString behindLinks(const QFileInfo &target) {
+    if (target.exists())
+        return target.canonicalFilePath();
+    return target.isSymLink() ? target.symLinkTarget() : target.absoluteFilePath();
+}
+
 // QSaveFile always waits for the disk, which takes longer than everything else that an edit of one
 // byte does.
 std::optional<QString> saveToCache(const QFileInfo &target, const QByteArray &bytes) {
-    const QString path = target.isSymLink() ? target.symLinkTarget() : target.absoluteFilePath();
+    const QString path = behindLinks(target);
     QTemporaryFile file(path + QStringLiteral(".XXXXXX"));
     if (!file.open() || !writeFully(file, bytes) || !file.flush())
         return reasonOf(file);

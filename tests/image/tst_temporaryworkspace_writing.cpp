@@ -155,14 +155,17 @@ void TestTemporaryWorkspaceWriting::write_replacesTheTargetOfALinkAndKeepsPermis
     QVERIFY(at->workspace.createTempDirectory());
     QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("61")));
     QVERIFY(QFile::rename(at->output(), target));
-    QVERIFY(QFile::link(target, at->output()));
+    const QString between = at->folder() + QStringLiteral("/between");
+    QVERIFY(QFile::link(target, between));
+    QVERIFY(QFile::link(between, at->output()));
     const auto permissions = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther;
     QVERIFY(QFile::setPermissions(target, permissions));
     QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("62")));
     QVERIFY(QFileInfo(at->output()).isSymLink());
     QCOMPARE(readWholeFile(target), QByteArray("b"));
     QCOMPARE(QFile::permissions(target) & ~(QFile::ReadUser | QFile::WriteUser), permissions);
-    QCOMPARE(at->names(), QStringLiteral("elsewhere.bin temp.bin"));
+    QVERIFY(QFileInfo(between).isSymLink());
+    QCOMPARE(at->names(), QStringLiteral("between elsewhere.bin temp.bin"));
 }
 
 QTEST_GUILESS_MAIN(TestTemporaryWorkspaceWriting)
