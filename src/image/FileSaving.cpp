@@ -35,11 +35,11 @@ std::optional<QString> saveToDisk(const QString &path, const QByteArray &bytes) 
 }
 
 // The mode of the file, or the one that a file that is opened for writing begins with.
-mode_t modeOf(const QFileInfo &target) {
+mode_t modeOf(const QString &path) {
     constexpr mode_t permissionBits = 07777;
     constexpr mode_t newFile = 0666;
     struct stat status = {};
-    if (::stat(QFile::encodeName(target.filePath()).constData(), &status) == 0)
+    if (::stat(QFile::encodeName(path).constData(), &status) == 0)
         return status.st_mode & permissionBits;
     const mode_t mask = ::umask(0);
     ::umask(mask);
@@ -55,12 +55,11 @@ QString behindLinks(const QFileInfo &target) {
 
 // QSaveFile always waits for the disk, which takes longer than everything else that an edit of one
 // byte does.
-std::optional<QString> saveToCache(const QFileInfo &target, const QByteArray &bytes) {
-    const QString path = behindLinks(target);
+std::optional<QString> saveToCache(const QString &path, const QByteArray &bytes) {
     QTemporaryFile file(path + QStringLiteral(".XXXXXX"));
     if (!file.open() || !writeFully(file, bytes) || !file.flush())
         return reasonOf(file);
-    ::fchmod(file.handle(), modeOf(target));
+    ::fchmod(file.handle(), modeOf(path));
     const QByteArray from = QFile::encodeName(file.fileName());
     if (::rename(from.constData(), QFile::encodeName(path).constData()) != 0)
         return qt_error_string(errno);
@@ -78,6 +77,7 @@ std::optional<QString> saveWholeFile(const QString &path, const QByteArray &byte
         return QCoreApplication::translate("FileSaving", "Not a regular file");
     if (target.fileName().isEmpty() || path.contains(QChar::Null))
         return qt_error_string(ENOENT);
-    return durability == Durability::ProgramEnd ? saveToCache(target, bytes)
-                                                : saveToDisk(path, bytes);
+    const QString place = behindLinks(target);
+    return durability == Durability::ProgramEnd ? saveToCache(place, bytes)
+                                                : saveToDisk(place, bytes);
 }

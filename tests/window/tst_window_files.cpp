@@ -246,10 +246,13 @@ void TestWindowFiles::exports_replaceTheTargetOfALink() {
     velm.start();
     const QString target = velm.write(QStringLiteral("target.bin"), "old");
     const QString link = velm.path(QStringLiteral("link.bin"));
+    const QString linkToLink = velm.path(QStringLiteral("second.bin"));
     QVERIFY(QFile::link(target, link));
-    velm.panels.answer = link;
+    QVERIFY(QFile::link(link, linkToLink));
+    velm.panels.answer = linkToLink;
     velm.click(velm.controls().btn_export_output);
     QVERIFY(QFileInfo(link).isSymLink());
+    QVERIFY(QFileInfo(linkToLink).isSymLink());
     QCOMPARE(WindowFixture::bytesOf(target), QByteArray("\xFF\xFF\xFF"));
 }
 
