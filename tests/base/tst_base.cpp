@@ -1,6 +1,8 @@
 #include "base/Log.h"
 #include "base/MainQueue.h"
+#include "base/WorkState.h"
 
+#include <QSignalSpy>
 #include <QTest>
 
 #include <fcntl.h>
@@ -15,6 +17,8 @@ private slots:
     void mainQueue_runsWorkLaterAndInOrder();
     void mainQueue_takesWorkFromAnotherThread();
     void mainQueue_workOfADestroyedQueueNeverRuns();
+    void workState_letsOneThingBeginAtATime();
+    void workState_stopsWhatGoesOnAndNothingElse();
 };
 
 void TestBase::log_writesTheTextAsItStandsAndOneLineFeed() {
@@ -61,6 +65,33 @@ void TestBase::mainQueue_workOfADestroyedQueueNeverRuns() {
     }
     QCoreApplication::processEvents();
     QVERIFY(!ran);
+}
+
+void TestBase::workState_letsOneThingBeginAtATime() {
+    WorkState work;
+    QVERIFY(work.begin(Work::Running));
+    QVERIFY(!work.begin(Work::Searching));
+    QCOMPARE(work.now(), Work::Running);
+    work.stop();
+    QVERIFY(!work.begin(Work::Running));
+    work.end();
+    QVERIFY(work.begin(Work::Searching));
+}
+
+void TestBase::workState_stopsWhatGoesOnAndNothingElse() {
+    WorkState work;
+    QSignalSpy changed(&work, &WorkState::changed);
+    work.stop();
+    QVERIFY(work.isIdle());
+    work.begin(Work::Searching);
+    work.stop();
+    work.stop();
+    work.end();
+    work.end();
+    QList<Work> states;
+    for (const QList<QVariant> &arguments : changed)
+        states.append(arguments.first().value<Work>());
+    QCOMPARE(states, QList<Work>({Work::Searching, Work::Stopping, Work::Idle}));
 }
 
 QTEST_GUILESS_MAIN(TestBase)

@@ -1,0 +1,24 @@
+#include "base/WorkState.h"
+
+bool WorkState::begin(Work work) {
+    if (!isIdle())
+        return false;
+    become(work);
+    return true;
+}
+
+void WorkState::stop() {
+    if (!isIdle())
+        become(Work::Stopping);
+}
+
+void WorkState::end() {
+    become(Work::Idle);
+}
+
+void WorkState::become(Work work) {
+    if (now_ == work)
+        return;
+    now_ = work;
+    emit changed(now_);
+}
