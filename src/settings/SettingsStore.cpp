@@ -24,12 +24,25 @@ void SettingsStore::registerDefaults(const QVariantMap &defaults) {
     announceChanges();
 }
 
-void SettingsStore::setValue(const QString &key, const QVariant &value) {
+bool SettingsStore::setValue(const QString &key, const QVariant &value) {
+    if (!mayChange()) {
+        emit changeRefused(key);
+        return false;
+    }
     keepDamagedFileAside();
     forgetEarlierErrors();
     file_->setValue(key, storedValue::encoded(value));
     save();
     announceChanges();
+    return true;
+}
+
+void SettingsStore::setGuard(std::function<bool()> mayChange) {
+    mayChange_ = std::move(mayChange);
+}
+
+bool SettingsStore::mayChange() const {
+    return !mayChange_ || mayChange_();
 }
 
 QString SettingsStore::stringValue(const QString &key) const {

@@ -7,6 +7,7 @@
 #include <QVariant>
 #include <QVariantMap>
 
+#include <functional>
 #include <memory>
 
 class QSettings;
@@ -32,8 +33,15 @@ public:
 
     /// Stores \a value (a bool, a QString or a QStringList) under \a key and emits valueChanged()
     /// before returning if the visible value changed. A failure to write the file keeps the value
-    /// for this run and is reported through problem().
-    void setValue(const QString &key, const QVariant &value);
+    /// for this run and is reported through problem(). False, with nothing changed and
+    /// changeRefused() emitted, while values may not change.
+    bool setValue(const QString &key, const QVariant &value);
+
+    /// Lets \a mayChange say at each setValue() whether values may change now; without it they
+    /// always may. It must be callable until it is replaced.
+    void setGuard(std::function<bool()> mayChange);
+    /// True unless the guard refuses every change now.
+    bool mayChange() const;
 
     /// The user's value as a text, else the registered default, else a null string. A value in the
     /// file that cannot be read as the type asked for counts as absent, here and below.
@@ -51,6 +59,8 @@ public:
     QString damagedCopyPath() const;
 
 signals:
+    /// A change of \a key was refused: whoever shows the key shows its value again.
+    void changeRefused(const QString &key);
     /// The visible value of \a key changed: by setValue(), by registerDefaults(), or because
     /// another program had written the file when setValue() came to write it.
     void valueChanged(const QString &key);
@@ -85,5 +95,6 @@ private:
     std::unique_ptr<QSettings> file_;
     QVariantMap defaults_;
     QMap<QString, VisibleValue> announced_;
+    std::function<bool()> mayChange_;
     Saving saving_ = Saving::Works;
 };

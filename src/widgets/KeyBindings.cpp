@@ -13,6 +13,7 @@ TextBinding::TextBinding(SettingsStore &settings, QLineEdit *field, const QStrin
     showStored(key_);
     sent_ = field_->text();
     connect(&settings_, &SettingsStore::valueChanged, this, &TextBinding::showStored);
+    connect(&settings_, &SettingsStore::changeRefused, this, &TextBinding::showStored);
     connect(field_, &QLineEdit::textEdited, this, &TextBinding::noteTyping);
     connect(field_, &QLineEdit::textChanged, this, &TextBinding::takeText);
     if (send_)
@@ -35,7 +36,8 @@ void TextBinding::takeText(const QString &text) {
     const bool typed = std::exchange(typing_, false);
     if (showing_)
         return;
-    settings_.setValue(key_, text);
+    if (!settings_.setValue(key_, text))
+        return;
     // A text that assistive technology set: no Enter and no leaving will follow.
     if (!typed && field_ && !field_->hasFocus())
         sendIfChanged();
@@ -59,6 +61,7 @@ SwitchBinding::SwitchBinding(SettingsStore &settings, QAbstractButton *button, c
     if (!key_.isEmpty()) {
         showStored(key_);
         connect(&settings_, &SettingsStore::valueChanged, this, &SwitchBinding::showStored);
+        connect(&settings_, &SettingsStore::changeRefused, this, &SwitchBinding::showStored);
     }
     connect(button_, &QAbstractButton::toggled, this, &SwitchBinding::takeState);
 }
@@ -73,8 +76,14 @@ void SwitchBinding::showStored(const QString &key) {
 void SwitchBinding::takeState(bool on) {
     if (showing_)
         return;
-    if (!key_.isEmpty())
-        settings_.setValue(key_, on);
+    if (!key_.isEmpty()) {
+        if (!settings_.setValue(key_, on))
+            return;
+    } else if (!settings_.mayChange()) {
+        // What it sends would be refused; it must not show what nobody took.
+        const QScopedValueRollback guard(showing_, true);
+        button_->setChecked(!on);
+    }
     if (send_)
         send_(button_);
 }
@@ -88,6 +97,7 @@ RadioPairBinding::RadioPairBinding(SettingsStore &settings, const Side &first, c
     group->addButton(second_.button);
     showStored(first_.key);
     connect(&settings_, &SettingsStore::valueChanged, this, &RadioPairBinding::showStored);
+    connect(&settings_, &SettingsStore::changeRefused, this, &RadioPairBinding::showStored);
     connect(first_.button, &QAbstractButton::toggled, this,
             [this](bool on) { takeState(first_, on); });
     connect(second_.button, &QAbstractButton::toggled, this,
@@ -109,11 +119,13 @@ void RadioPairBinding::takeState(const Side &side, bool on) {
     if (showing_ || !on)
         return;
     const Side &other = &side == &first_ ? second_ : first_;
+    bool stored = false;
     {
         const QScopedValueRollback guard(writing_, true);
-        settings_.setValue(other.key, false);
-        settings_.setValue(side.key, true);
+        stored = settings_.setValue(other.key, false) && settings_.setValue(side.key, true);
     }
-    if (send_)
+    if (!stored)
+        showStored(side.key);
+    else if (send_)
         send_(side.button);
 }

@@ -28,6 +28,7 @@ private slots:
     void valueChanged_onRegistrationForVisibleChangesOnly();
     void valueChanged_listenerMaySetAnotherValue();
     void readsOfAnAbsentKey();
+    void guard_refusesEveryChange();
 
 private:
     QString path() const { return folder_->filePath(QStringLiteral("velm/velm.conf")); }
@@ -206,6 +207,24 @@ void TestSettingsValues::readsOfAnAbsentKey() {
     QCOMPARE(store.stringListValue(favourites), QStringList());
     QCOMPARE(store.filePath(), path());
     QCOMPARE(store.damagedCopyPath(), QString());
+}
+
+void TestSettingsValues::guard_refusesEveryChange() {
+    SettingsStore store(path());
+    QVERIFY(store.setValue(device, QStringLiteral("27C64")));
+    bool mayChange = false;
+    store.setGuard([&] { return mayChange; });
+    QSignalSpy changed(&store, &SettingsStore::valueChanged);
+    QSignalSpy refused(&store, &SettingsStore::changeRefused);
+    QVERIFY(!store.mayChange());
+    QVERIFY(!store.setValue(device, QStringLiteral("27C128")));
+    QCOMPARE(store.stringValue(device), QStringLiteral("27C64"));
+    QCOMPARE(SettingsStore(path()).stringValue(device), QStringLiteral("27C64"));
+    QCOMPARE(changed.size(), 0);
+    QCOMPARE(refused, QList<QList<QVariant>>({{device}}));
+    mayChange = true;
+    QVERIFY(store.setValue(device, QStringLiteral("27C128")));
+    QCOMPARE(store.stringValue(device), QStringLiteral("27C128"));
 }
 
 QTEST_GUILESS_MAIN(TestSettingsValues)

@@ -35,6 +35,8 @@ private slots:
     void radioPair_changedFromTheStoreSendsNothing();
     void radioPair_leavesOtherButtonsAlone();
     void binding_outlivesItsControl();
+    void refusedChange_isTakenBackAndNotSent();
+    void refusedSwitch_withoutKeyIsTakenBack();
 };
 
 namespace {
@@ -345,6 +347,35 @@ void TestKeyBinder::binding_outlivesItsControl() {
     bench.store.setValue(u"text"_s, u"x"_s);
     bench.binder.commitPending();
     QCOMPARE(bench.sent, QStringList());
+}
+
+void TestKeyBinder::refusedChange_isTakenBackAndNotSent() {
+    Bench bench;
+    bench.store.registerDefaults({{key, u"0000"_s}, {onKey, true}, {zeroKey, false}});
+    QCheckBox box;
+    const QString boxKey = u"skipErase"_s;
+    bench.binder.bindTextWithAction(bench.field, key, bench.recordText());
+    bench.binder.bindSwitch(&box, boxKey, bench.recordState());
+    Pair pair(bench);
+    bench.store.setGuard([] { return false; });
+    setAccessibleText(bench.field, u"4000"_s);
+    doAccessibly(&box, QAccessibleActionInterface::toggleAction());
+    doAccessibly(&pair.zeros, QAccessibleActionInterface::toggleAction());
+    QCOMPARE(bench.field->text(), u"0000"_s);
+    QVERIFY(!box.isChecked());
+    QCOMPARE(pair.state(), u"ones"_s);
+    QCOMPARE(bench.sent, QStringList());
+}
+
+void TestKeyBinder::refusedSwitch_withoutKeyIsTakenBack() {
+    Bench bench;
+    QCheckBox box;
+    bool onWhenSent = true;
+    bench.binder.bindSwitch(&box, QString(), [&](QObject *) { onWhenSent = box.isChecked(); });
+    bench.store.setGuard([] { return false; });
+    doAccessibly(&box, QAccessibleActionInterface::toggleAction());
+    QVERIFY(!box.isChecked());
+    QVERIFY(!onWhenSent); // who is told finds what holds, and says why
 }
 
 QTEST_MAIN(TestKeyBinder)
