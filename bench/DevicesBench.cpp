@@ -8,6 +8,7 @@
 
 #include "base/Log.h"
 #include "base/MainQueue.h"
+#include "base/WorkState.h"
 #include "devices/DeviceListModel.h"
 #include "devices/DeviceListView.h"
 #include "devices/DeviceSearchPanel.h"
@@ -38,7 +39,10 @@ QByteArray names() {
 /// The search panel, with a tool that lists all names.
 class Search {
 public:
-    Search() : searcher_(folder_.settings(), log_, queue_, [] {}), panel_(searcher_) {
+    Search()
+        : searcher_(
+              folder_.settings(), log_, queue_, [] {}, work_),
+          panel_(searcher_) {
         qputenv("SHELL", "/bin/sh");
         const QString file = folder_.path(QStringLiteral("names"));
         writeFile(file, names());
@@ -68,6 +72,7 @@ private:
     ToolRunFolder folder_;
     SilentLog log_;
     MainQueue queue_;
+    WorkState work_;
     device_searcher searcher_;
     DeviceSearchPanel panel_;
     Stopwatch sinceEnd_;

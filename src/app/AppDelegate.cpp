@@ -26,13 +26,15 @@ constexpr qsizetype expectedRuns = 10;
 } // namespace
 
 AppDelegate::AppDelegate(SettingsStore &defaults, Log &log, MainQueue &queue,
-                         std::function<void()> beep, FilePanels &panels, WindowMemory &memory)
+                         std::function<void()> beep, FilePanels &panels, WindowMemory &memory,
+                         WorkState &work)
     : defaults_(defaults),
       log_(log),
       queue_(queue),
       beep_(std::move(beep)),
       panels_(panels),
       memory_(memory),
+      work_(work),
       workspace_(defaults, log) {}
 
 AppDelegate::~AppDelegate() = default;
@@ -123,6 +125,8 @@ void AppDelegate::build_and_reload() {
 
 void AppDelegate::handleControl(QObject *sender) {
     log_.write(QStringLiteral("handleControl:"));
+    if (refusesWhileBusy())
+        return;
     const QList<QObject *> compositionControls = {
         outlets.startAddTextField, outlets.btn_combine_read_data,
         outlets.btn_pad,           outlets.padToTextField,

@@ -32,6 +32,7 @@ class ScriptedMiniPro;
 class SettingsStore;
 class TabView;
 class WindowMemory;
+class WorkState;
 class device_searcher;
 struct CellEdit;
 struct FilePanelRequest;
@@ -79,9 +80,10 @@ public:
     };
 
     /// \a beep sounds the system beep, \a panels asks the user for files, \a memory is what the
-    /// program remembers for itself. All are used as long as the controller lives.
+    /// program remembers for itself, \a work is the state that every action asks first. All are
+    /// used as long as the controller lives.
     AppDelegate(SettingsStore &defaults, Log &log, MainQueue &queue, std::function<void()> beep,
-                FilePanels &panels, WindowMemory &memory);
+                FilePanels &panels, WindowMemory &memory, WorkState &work);
     ~AppDelegate() override;
 
     AppDelegateOutlets outlets;
@@ -108,8 +110,9 @@ public:
     /// Ends the run or search in progress, if any: the tool's whole process group is asked, then
     /// killed.
     void stopRun();
-    /// True while the tool runs for an operation or a search.
-    bool runInProgress() const;
+    /// True, and said, while the tool runs for an operation or a search: nothing may be started or
+    /// changed then.
+    bool refusesWhileBusy();
     /// Commits whatever is being typed (a field or a cell of the grid).
     void commitPendingInput();
 
@@ -117,7 +120,7 @@ public:
 
     /// The edits of the data to burn since it was composed last, to look at.
     const QUndoStack &editHistory() const { return editHistory_; }
-    /// Takes the last edit back and shows its place. Does nothing during a run, or without one.
+    /// Takes the last edit back and shows its place. Does nothing without one.
     void undoEdit();
     /// Makes the edit again that was taken back last.
     void redoEdit();
@@ -192,10 +195,6 @@ public:
     /// The images and tables, to look at.
     const State &state() const { return state_; }
 
-signals:
-    /// A run begins (true) or has ended (false): the window turns its controls off and on.
-    void runInProgressChanged(bool running);
-
 private:
     void chooseOperation(ScriptedMiniPro &run, int tag);
     bool refusesEmptyImage(int tag);
@@ -228,6 +227,7 @@ private:
     std::function<void()> beep_;
     FilePanels &panels_;
     WindowMemory &memory_;
+    WorkState &work_;
     TemporaryWorkspace workspace_;
     QPointer<QMainWindow> window_;
     State state_;

@@ -3,6 +3,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/ByteChange.h"
+#include "base/WorkState.h"
 #include "grid/CellEdit.h"
 #include "grid/GridColumns.h"
 #include "grid/GridPresentation.h"
@@ -22,12 +23,12 @@ const QString entryTopic = QStringLiteral("entry");
 } // namespace
 
 bool AppDelegate::tableView_shouldEditTableColumn_row(QObject *, const QString &, qint64) {
-    return mayEdit(selectedTab());
+    return mayEdit(selectedTab()) && work_.isIdle();
 }
 
 void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const QString &value,
                                                               const QString &column, qint64 row) {
-    if (selectedTab() != burnTabIdentifier() || !state_.output_data)
+    if (selectedTab() != burnTabIdentifier() || !state_.output_data || refusesWhileBusy())
         return;
     const CellEditOutcome edit =
         commitEntry(*state_.output_data, state_.strData.length(), value, columnNumber(column), row);
@@ -84,7 +85,7 @@ void AppDelegate::replaceBytes(qsizetype offset, qsizetype length, const QByteAr
 
 // Whoever takes back what is being typed means the whole entry.
 void AppDelegate::undoEdit() {
-    if (runInProgress())
+    if (refusesWhileBusy())
         return;
     commitPendingInput();
     if (!editHistory_.canUndo())
@@ -94,7 +95,7 @@ void AppDelegate::undoEdit() {
 }
 
 void AppDelegate::redoEdit() {
-    if (runInProgress())
+    if (refusesWhileBusy())
         return;
     commitPendingInput();
     if (!editHistory_.canRedo())
@@ -121,7 +122,7 @@ void AppDelegate::offerReplacedEdits(const ByteBuffer &edited) {
 }
 
 void AppDelegate::restoreEdits(const ByteBuffer &edited, int edits) {
-    if (runInProgress())
+    if (refusesWhileBusy())
         return;
     editHistory_.clear();
     state_.output_data = edited;

@@ -33,6 +33,8 @@ QString fileNameFor(const QString &device, const QString &suffix) {
 } // namespace
 
 void AppDelegate::browseBinaryFile(QObject *) {
+    if (refusesWhileBusy())
+        return;
     FilePanelRequest request;
     request.kind = FilePanelRequest::Kind::Open;
     request.title = tr("Open binary");
@@ -43,6 +45,9 @@ void AppDelegate::browseBinaryFile(QObject *) {
 }
 
 void AppDelegate::openBinary(const QString &path) {
+    if (refusesWhileBusy())
+        return;
+    commitPendingInput();
     defaults_.setValue(settingsKeys::binary, path);
     memory_.addRecentFile(path);
     load_opened_binary();
@@ -68,6 +73,9 @@ void AppDelegate::export_output_data(QObject *) {
 // saved with the rest.
 void AppDelegate::exportImage(ByteBuffer State::*image, const QString &emptyLogLine,
                               const QString &emptySentence, const QString &nameEnding) {
+    if (refusesWhileBusy())
+        return;
+    commitPendingInput();
     outlets.messageLine->clearNotice(exportTopic);
     if (lengthOf(state_.*image) == 0) {
         log_.write(emptyLogLine);

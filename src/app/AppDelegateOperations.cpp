@@ -3,6 +3,7 @@
 #include "app/AppDelegate.h"
 
 #include "base/Log.h"
+#include "base/WorkState.h"
 #include "devices/device_searcher.h"
 #include "grid/GridView.h"
 #include "image/FileLoading.h"
@@ -38,11 +39,8 @@ MessageLine::Severity severityOf(RunOutcome::Verdict verdict) {
 } // namespace
 
 void AppDelegate::go(QObject *sender) {
-    if (runInProgress()) {
-        notice(QStringLiteral("busy"), MessageLine::Severity::Warning,
-               tr("The programmer tool is running: stop it or wait for its end."));
+    if (refusesWhileBusy())
         return;
-    }
     commitPendingInput();
     auto *run = new ScriptedMiniPro(defaults_, log_, queue_, this);
     state_.retainArray.append(run);
@@ -53,6 +51,7 @@ void AppDelegate::go(QObject *sender) {
         return;
 
     const QDateTime started = QDateTime::currentDateTime();
+    work_.begin(Work::Running);
     const RunOutcome outcome = launchAndWait(*run);
     if (tag == ReadOperation) {
         takeReadData();
@@ -60,6 +59,7 @@ void AppDelegate::go(QObject *sender) {
     } else if (tag == LogicOperation) {
         takeLogicReport();
     }
+    work_.end();
 }
 
 void AppDelegate::chooseOperation(ScriptedMiniPro &run, int tag) {
@@ -103,13 +103,9 @@ bool AppDelegate::refusesEmptyImage(int tag) {
 
 RunOutcome AppDelegate::launchAndWait(ScriptedMiniPro &run) {
     outlets.messageLine->clearNotice(runTopic);
-    outlets.messageLine->clearNotice(QStringLiteral("busy"));
     currentRun_ = &run;
-    emit runInProgressChanged(true);
     run.launch();
     currentRun_ = nullptr;
-    outlets.messageLine->clearNotice(QStringLiteral("busy"));
-    emit runInProgressChanged(false);
 
     const RunOutcome outcome = judgeRun(run.facts());
     notice(runTopic, severityOf(outcome.verdict), outcome.sentence);
@@ -117,13 +113,21 @@ RunOutcome AppDelegate::launchAndWait(ScriptedMiniPro &run) {
 }
 
 void AppDelegate::stopRun() {
-    if (currentRun_)
-        currentRun_->stop();
     outlets.devicesearcher->stop();
+    if (!currentRun_)
+        return;
+    work_.stop();
+    currentRun_->stop();
 }
 
-bool AppDelegate::runInProgress() const {
-    return currentRun_ || outlets.devicesearcher->isSearching();
+bool AppDelegate::refusesWhileBusy() {
+    if (work_.isIdle())
+        return false;
+    notice(QStringLiteral("busy"), MessageLine::Severity::Warning,
+           work_.now() == Work::Searching
+               ? tr("A search is running: stop it or wait for its end.")
+               : tr("The programmer tool is running: stop it or wait for its end."));
+    return true;
 }
 
 void AppDelegate::takeReadData() {

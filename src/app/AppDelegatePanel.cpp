@@ -19,12 +19,16 @@ const QString customSuffix = QStringLiteral("(custom)");
 } // namespace
 
 void AppDelegate::showListPanel(QObject *) {
+    if (refusesWhileBusy())
+        return;
     QDialog *panel = outlets.searchDevicesWindow;
     connect(panel, &QDialog::finished, this, &AppDelegate::searchPanelEnded, Qt::UniqueConnection);
     panel->open();
 }
 
 void AppDelegate::deviceSearchPanelOK(QObject *) {
+    if (refusesWhileBusy())
+        return;
     outlets.searchDevicesWindow->done(confirmed);
 }
 
@@ -37,10 +41,8 @@ void AppDelegate::searchPanelEnded(int code) {
         return;
     queue_.async([this] {
         const std::optional<QString> name = outlets.devicesearcher->selectedItem(this);
-        if (!name)
-            return;
-        defaults_.setValue(settingsKeys::device, *name);
-        offerToRemoveCustomSuffix(*name);
+        if (name && defaults_.setValue(settingsKeys::device, *name))
+            offerToRemoveCustomSuffix(*name);
     });
 }
 
@@ -54,7 +56,7 @@ void AppDelegate::offerToRemoveCustomSuffix(const QString &name) {
         deviceTopic, MessageLine::Severity::Warning,
         tr("The tool marks %1 as custom; the mark is no part of the name.").arg(plain),
         {tr("Remove “(custom)”"), [this, plain] {
-             defaults_.setValue(settingsKeys::device, plain);
-             outlets.messageLine->clearNotice(deviceTopic);
+             if (defaults_.setValue(settingsKeys::device, plain))
+                 outlets.messageLine->clearNotice(deviceTopic);
          }});
 }

@@ -3,7 +3,6 @@
 #include "ui_MainWindow.h"
 
 #include <QAction>
-#include <QApplication>
 
 RunControls::RunControls(Ui::MainWindow &controls, QObject *parent)
     : QObject(parent), controls_(controls) {}
@@ -13,10 +12,24 @@ void RunControls::setActions(const QList<QAction *> &offWhileRunning, QAction *s
     stopAction_ = stop;
 }
 
-void RunControls::setRunning(bool running) {
-    Ui::MainWindow &c = controls_;
-    if (running)
+void RunControls::show(Work work) {
+    const bool busy = work != Work::Idle;
+    if (busy == busy_)
+        return;
+    busy_ = busy;
+    if (busy)
         moveFocusAside();
+    setBusy(busy);
+    if (busy) {
+        controls_.busy->start();
+    } else {
+        controls_.busy->stop();
+        giveFocusBack();
+    }
+}
+
+void RunControls::setBusy(bool busy) {
+    Ui::MainWindow &c = controls_;
     const QList<QWidget *> offWhileRunning = {c.uaTextField,
                                               c.btn_search,
                                               c.dButton,
@@ -31,33 +44,26 @@ void RunControls::setRunning(bool running) {
                                               c.compositionBox,
                                               c.miniproLocationField};
     for (QWidget *widget : offWhileRunning)
-        widget->setEnabled(!running);
+        widget->setEnabled(!busy);
     for (QAction *action : std::as_const(actions_))
-        action->setEnabled(!running);
-    c.tableview->setEditTriggers(running ? QAbstractItemView::NoEditTriggers
-                                         : GridView::usualEditTriggers);
-    c.btn_stop->setEnabled(running);
+        action->setEnabled(!busy);
+    c.tableview->setEditTriggers(busy ? QAbstractItemView::NoEditTriggers
+                                      : GridView::usualEditTriggers);
+    c.btn_stop->setEnabled(busy);
     if (stopAction_)
-        stopAction_->setEnabled(running);
-    if (running) {
-        c.busy->start();
-    } else {
-        c.busy->stop();
-        giveFocusBack();
-    }
+        stopAction_->setEnabled(busy);
 }
 
+// The window's own focus, since a search has the panel in front of it.
 void RunControls::moveFocusAside() {
-    focusBefore_ = QApplication::focusWidget();
-    if (focusBefore_ && focusBefore_->window() == controls_.centralwidget->window())
+    focusBefore_ = controls_.centralwidget->window()->focusWidget();
+    if (focusBefore_)
         controls_.textView->setFocus(Qt::OtherFocusReason);
-    else
-        focusBefore_ = nullptr;
 }
 
 // Somebody who went elsewhere during the run stays there.
 void RunControls::giveFocusBack() {
-    const QWidget *now = QApplication::focusWidget();
+    const QWidget *now = controls_.centralwidget->window()->focusWidget();
     const bool stillAside = now == controls_.textView || now == controls_.btn_stop || !now;
     if (focusBefore_ && stillAside)
         focusBefore_->setFocus(Qt::OtherFocusReason);

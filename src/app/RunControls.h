@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/WorkState.h"
+
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -11,9 +13,10 @@ namespace Ui {
 class MainWindow;
 }
 
-/// Turns the window's controls off while a run is in progress, and on again. While the tool works
-/// the window can be looked at (scrolled, its tabs switched, text copied), but whatever would
-/// start a run or change a setting or an image is off, and one thing can be pressed: Stop.
+/// Turns the window's controls off while the tool works, for an operation or a search, and on
+/// again. Meanwhile the window can be looked at (scrolled, its tabs switched, text copied), but
+/// whatever would start a run or change a setting or an image is off, and one thing can be
+/// pressed: Stop. What is refused is decided elsewhere; this shows it.
 class RunControls final : public QObject {
     Q_OBJECT
 
@@ -24,11 +27,11 @@ public:
     /// The menu entries that do what the controls do, and the one that stops.
     void setActions(const QList<QAction *> &offWhileRunning, QAction *stop);
 
-    /// The window's state while a run is in progress (\a running) or not. The focus goes to the
-    /// console meanwhile and comes back afterwards.
-    void setRunning(bool running);
+    /// Shows \a work. The focus goes to the console while there is any, and comes back afterwards.
+    void show(Work work);
 
 private:
+    void setBusy(bool busy);
     void moveFocusAside();
     void giveFocusBack();
 
@@ -36,4 +39,5 @@ private:
     QList<QAction *> actions_;
     QAction *stopAction_ = nullptr;
     QPointer<QWidget> focusBefore_;
+    bool busy_ = false;
 };

@@ -7,25 +7,32 @@
 
 #include "ui_MainWindow.h"
 
+#include <utility>
+
 VelmWindow::VelmWindow(const Surroundings &surroundings)
-    : memory_(surroundings.memoryPath),
+    : settings_(surroundings.settings),
+      memory_(surroundings.memoryPath),
       binder_(surroundings.settings),
       favourites_(surroundings.settings, surroundings.log),
-      searcher_(surroundings.settings, surroundings.log, queue_, surroundings.beep),
+      searcher_(surroundings.settings, surroundings.log, queue_, surroundings.beep, work_),
       searchPanel_(searcher_, &window_),
       delegate_(surroundings.settings, surroundings.log, queue_, surroundings.beep,
-                surroundings.panels, memory_),
+                surroundings.panels, memory_, work_),
       runControls_(window_.controls()) {
     wireMainWindow(window_, delegate_, {binder_, favourites_, searcher_, searchPanel_});
-    const WindowMenus menus = makeWindowMenus(window_, delegate_);
+    const WindowMenus menus = makeWindowMenus(window_, delegate_, work_);
     runControls_.setActions(menus.offWhileRunning, menus.stop);
-    connect(&delegate_, &AppDelegate::runInProgressChanged, this, &VelmWindow::runChanged);
+    settings_.setGuard([this] { return work_.isIdle(); });
+    connect(&settings_, &SettingsStore::changeRefused, &delegate_, &AppDelegate::refusesWhileBusy);
+    connect(&work_, &WorkState::changed, this, &VelmWindow::workChanged);
     window_.setCloseGuard([this] { return mayClose(); });
-    connect(&window_, &MainWindow::closing, this, &VelmWindow::rememberWindow);
+    connect(&window_, &MainWindow::closing, this, &VelmWindow::closeDown);
     reportSettingsTrouble(surroundings.settings);
 }
 
-VelmWindow::~VelmWindow() = default;
+VelmWindow::~VelmWindow() {
+    settings_.setGuard({});
+}
 
 void VelmWindow::start() {
     delegate_.applicationDidFinishLaunching();
@@ -41,8 +48,8 @@ void VelmWindow::raise() {
 }
 
 void VelmWindow::askToEnd() {
-    if (delegate_.runInProgress() && endRefused_) {
-        closeAfterRun_ = true;
+    if (!work_.isIdle() && endRefused_) {
+        closeWhenIdle_ = true;
         delegate_.stopRun();
         return;
     }
@@ -52,27 +59,34 @@ void VelmWindow::askToEnd() {
 // Ending the program in the middle of a run would leave a chip half written, and its socket may
 // stay powered.
 bool VelmWindow::mayClose() {
-    if (!delegate_.runInProgress()) {
+    if (work_.isIdle()) {
         delegate_.commitPendingInput();
         return true;
     }
     endRefused_ = true;
     window_.controls().messageLine->setNotice(
         QStringLiteral("busy"), MessageLine::Severity::Warning,
-        tr("The programmer tool is running, so the window stays open. Stop it first."));
+        work_.now() == Work::Searching
+            ? tr("A search is running, so the window stays open. Stop it first.")
+            : tr("The programmer tool is running, so the window stays open. Stop it first."));
     return false;
 }
 
-void VelmWindow::runChanged(bool running) {
-    runControls_.setRunning(running);
-    if (running)
+void VelmWindow::workChanged(Work now) {
+    runControls_.show(now);
+    if (now != Work::Idle)
         return;
+    window_.controls().messageLine->clearNotice(QStringLiteral("busy"));
     endRefused_ = false;
-    if (closeAfterRun_)
+    if (std::exchange(closeWhenIdle_, false))
         queue_.async([this] { window_.close(); });
 }
 
-void VelmWindow::rememberWindow() {
+// A panel that stayed open would keep the program alive without its window.
+void VelmWindow::closeDown() {
+    const QList<QDialog *> panels = window_.findChildren<QDialog *>();
+    for (QDialog *panel : panels)
+        panel->reject();
     memory_.setGeometry(window_.saveGeometry());
     memory_.setSplitterState(window_.controls().splitter->saveState());
     delegate_.applicationWillTerminate();

@@ -5,6 +5,7 @@
 #include "app/RunControls.h"
 #include "app/WindowMemory.h"
 #include "base/MainQueue.h"
+#include "base/WorkState.h"
 #include "devices/DeviceSearchPanel.h"
 #include "devices/UAStringManager.h"
 #include "devices/device_searcher.h"
@@ -34,21 +35,26 @@ public:
     void start();
     /// Brings the window to the front.
     void raise();
-    /// Asked to end from outside. Closes the window, unless a run is in progress: then the first
-    /// call is refused in the message line, and the second stops the run and closes after it.
+    /// Asked to end from outside. Closes the window, unless the tool runs, for an operation or a
+    /// search: then the first call is refused in the message line, and the second stops the tool
+    /// and closes after its end.
     void askToEnd();
 
     MainWindow &window() { return window_; }
     AppDelegate &delegate() { return delegate_; }
+    DeviceSearchPanel &searchPanel() { return searchPanel_; }
+    const WorkState &work() const { return work_; }
 
 private:
     bool mayClose();
-    void runChanged(bool running);
-    void rememberWindow();
+    void workChanged(Work now);
+    void closeDown();
     void restoreWindow();
     void reportSettingsTrouble(SettingsStore &settings);
 
+    SettingsStore &settings_;
     MainQueue queue_;
+    WorkState work_;
     WindowMemory memory_;
     MainWindow window_;
     KeyBinder binder_;
@@ -58,5 +64,5 @@ private:
     AppDelegate delegate_;
     RunControls runControls_;
     bool endRefused_ = false;
-    bool closeAfterRun_ = false;
+    bool closeWhenIdle_ = false;
 };

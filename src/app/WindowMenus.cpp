@@ -2,6 +2,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/MainWindow.h"
+#include "base/WorkState.h"
 #include "grid/GridColumns.h"
 #include "widgets/ConsoleView.h"
 
@@ -71,18 +72,19 @@ void fillFileMenu(MainWindow &window, AppDelegate &delegate, WindowMenus &menus)
                [&window] { window.close(); });
 }
 
-/// Turns \a action on while the history holds something for it and no run is in progress.
+/// Turns \a action on while the history holds something for it and the tool does not run.
 template <typename Changed, typename IsPossible>
-void followHistory(QAction *action, AppDelegate &delegate, Changed changed, IsPossible isPossible) {
-    const auto refresh = [action, &delegate, isPossible] {
-        action->setEnabled((delegate.editHistory().*isPossible)() && !delegate.runInProgress());
+void followHistory(QAction *action, AppDelegate &delegate, const WorkState &work, Changed changed,
+                   IsPossible isPossible) {
+    const auto refresh = [action, &delegate, &work, isPossible] {
+        action->setEnabled((delegate.editHistory().*isPossible)() && work.isIdle());
     };
     QObject::connect(&delegate.editHistory(), changed, action, refresh);
-    QObject::connect(&delegate, &AppDelegate::runInProgressChanged, action, refresh);
+    QObject::connect(&work, &WorkState::changed, action, refresh);
     refresh();
 }
 
-void fillEditMenu(MainWindow &window, AppDelegate &delegate) {
+void fillEditMenu(MainWindow &window, AppDelegate &delegate, const WorkState &work) {
     Ui::MainWindow &c = window.controls();
     MenuFiller edit(*window.menuBar(), AppDelegate::tr("&Edit"));
     QAction *undo = edit.calls(AppDelegate::tr("&Undo edit"), QKeySequence::Undo, &delegate,
@@ -90,8 +92,8 @@ void fillEditMenu(MainWindow &window, AppDelegate &delegate) {
     QAction *redo = edit.calls(AppDelegate::tr("&Redo edit"), QKeySequence::Redo, &delegate,
                                [&delegate] { delegate.redoEdit(); });
     redo->setShortcuts(QKeySequence::Redo); // more than one key does it where that is the custom
-    followHistory(undo, delegate, &QUndoStack::canUndoChanged, &QUndoStack::canUndo);
-    followHistory(redo, delegate, &QUndoStack::canRedoChanged, &QUndoStack::canRedo);
+    followHistory(undo, delegate, work, &QUndoStack::canUndoChanged, &QUndoStack::canUndo);
+    followHistory(redo, delegate, work, &QUndoStack::canRedoChanged, &QUndoStack::canRedo);
     edit.menu()->addSeparator();
     edit.calls(AppDelegate::tr("&Go to address"), QKeySequence(Qt::CTRL | Qt::Key_G), c.goToField,
                [field = c.goToField] {
@@ -143,10 +145,10 @@ void fillHelpMenu(MainWindow &window) {
 
 } // namespace
 
-WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate) {
+WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const WorkState &work) {
     WindowMenus menus;
     fillFileMenu(window, delegate, menus);
-    fillEditMenu(window, delegate);
+    fillEditMenu(window, delegate, work);
     fillChipMenu(window, menus);
     fillViewMenu(window);
     fillHelpMenu(window);

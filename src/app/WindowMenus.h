@@ -5,6 +5,7 @@
 
 class AppDelegate;
 class MainWindow;
+class WorkState;
 
 /// The entries of the menu bar that the rest of the program works with.
 struct WindowMenus {
@@ -15,5 +16,6 @@ struct WindowMenus {
 
 /// Fills the menu bar of \a window. Its entries press the window's buttons, a turn of the event
 /// loop later: an entry chosen by assistive technology fires inside that technology's call, which
-/// must not last as long as a run of the tool.
-WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate);
+/// must not last as long as a run of the tool. The entries that go by the edit history follow \a
+/// work by themselves.
+WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const WorkState &work);

@@ -57,8 +57,8 @@ void UAStringManager::addFavourite(QObject *) {
         return;
     }
     list.append(device);
-    store(list);
-    emit remark(tr("%1 was added to the favourites.").arg(device));
+    if (store(list))
+        emit remark(tr("%1 was added to the favourites.").arg(device));
 }
 
 void UAStringManager::removeFavourite(QObject *) {
@@ -71,14 +71,17 @@ void UAStringManager::removeFavourite(QObject *) {
         return;
     }
     list.removeAt(index);
-    store(list);
-    emit remark(tr("%1 was removed from the favourites.").arg(device));
+    if (store(list))
+        emit remark(tr("%1 was removed from the favourites.").arg(device));
 }
 
-void UAStringManager::store(const QStringList &list) {
-    defaults.setValue(settingsKeys::favourites, list);
+// The menu keeps what it shows where the list could not be changed.
+bool UAStringManager::store(const QStringList &list) {
+    if (!defaults.setValue(settingsKeys::favourites, list))
+        return false;
     dict = list;
     populateMenu();
+    return true;
 }
 
 bool UAStringManager::array_ContainsString(const QStringList &array, const QString &string) const {

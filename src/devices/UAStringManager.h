@@ -52,7 +52,7 @@ signals:
     void remark(const QString &sentence);
 
 private:
-    void store(const QStringList &list);
+    bool store(const QStringList &list);
 
     SettingsStore &defaults;
     Log &log_;

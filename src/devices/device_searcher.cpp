@@ -2,6 +2,7 @@
 
 #include "base/Log.h"
 #include "base/MainQueue.h"
+#include "base/WorkState.h"
 #include "devices/DeviceListModel.h"
 #include "devices/DeviceListView.h"
 #include "image/FileLoading.h"
@@ -25,8 +26,13 @@ constexpr std::chrono::seconds silencePatience{2};
 } // namespace
 
 device_searcher::device_searcher(SettingsStore &settings, Log &log, MainQueue &queue,
-                                 std::function<void()> beep, QObject *parent)
-    : QObject(parent), defaults(settings), log_(log), queue_(queue), beep_(std::move(beep)) {
+                                 std::function<void()> beep, WorkState &work, QObject *parent)
+    : QObject(parent),
+      defaults(settings),
+      log_(log),
+      queue_(queue),
+      beep_(std::move(beep)),
+      work_(work) {
     retainArray.reserve(expectedRuns);
     silence_.setInterval(silencePatience);
     connect(&silence_, &QTimer::timeout, this, &device_searcher::noticeSilence);
@@ -43,8 +49,11 @@ void device_searcher::connectPanel() {
 }
 
 void device_searcher::list(QObject *) {
-    if (isSearching())
+    if (!work_.isIdle()) {
+        if (!isSearching())
+            emit remark(tr("The programmer tool is running: wait for its end."));
         return;
+    }
     auto *run = new ScriptedMiniPro(defaults, log_, queue_, this);
     retainArray.append(run);
     const QString term = devicesearchterm->text();
@@ -60,6 +69,7 @@ void device_searcher::list(QObject *) {
 }
 
 void device_searcher::runSearch(ScriptedMiniPro &run, const QString &term) {
+    work_.begin(Work::Searching);
     current_ = &run;
     outputSeen_ = 0;
     silence_.start();
@@ -68,12 +78,15 @@ void device_searcher::runSearch(ScriptedMiniPro &run, const QString &term) {
     run.list(term);
     silence_.stop();
     current_ = nullptr;
+    work_.end();
     emit searchRunningChanged(false);
 }
 
 void device_searcher::stop() {
-    if (current_)
-        current_->stop();
+    if (!current_)
+        return;
+    work_.stop();
+    current_->stop();
 }
 
 // Without a programmer the tool asks on its input which one is meant, and waits for ever.

@@ -17,6 +17,7 @@ class QLineEdit;
 class QPushButton;
 class ScriptedMiniPro;
 class SettingsStore;
+class WorkState;
 
 /// The controller of the device search panel: asks the tool for the devices whose names hold a
 /// term and lists them. It writes no settings; the main window takes the choice from it.
@@ -24,9 +25,10 @@ class device_searcher final : public QObject {
     Q_OBJECT
 
 public:
-    /// \a beep sounds the system beep.
+    /// \a beep sounds the system beep; \a work is the program's state of work, which a search
+    /// takes part in.
     device_searcher(SettingsStore &settings, Log &log, MainQueue &queue, std::function<void()> beep,
-                    QObject *parent = nullptr);
+                    WorkState &work, QObject *parent = nullptr);
     ~device_searcher() override;
 
     // The panel's controls, set before connectPanel().
@@ -38,7 +40,8 @@ public:
     void connectPanel();
 
     /// The search: runs the tool with the term and shows what it lists. Returns when the tool has
-    /// exited. An empty term beeps and leaves the list as it is; during a search nothing happens.
+    /// exited. An empty term beeps and leaves the list as it is; while the tool runs already the
+    /// search is refused with a remark.
     void list(QObject *sender);
     /// Ends the search in progress, if any; what was listed until then is shown.
     void stop();
@@ -79,6 +82,7 @@ private:
     Log &log_;
     MainQueue &queue_;
     std::function<void()> beep_;
+    WorkState &work_;
     DeviceListModel *model_ = nullptr;
     QPointer<ScriptedMiniPro> current_;
     QTimer silence_;

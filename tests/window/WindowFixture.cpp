@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTimer>
 
 WindowFixture::WindowFixture() {
     qputenv("SHELL", "/bin/bash");
@@ -68,6 +69,13 @@ void WindowFixture::useSimulator() {
 
 QString WindowFixture::chipPath(const QString &device) const {
     return path(QStringLiteral("bench/%1.bin").arg(device));
+}
+
+void WindowFixture::whileBusy(const std::function<void()> &work) {
+    // The first change from now on can only be the beginning of something.
+    QObject::connect(
+        &velm_->work(), &WorkState::changed, velm_.get(),
+        [this, work] { QTimer::singleShot(0, velm_.get(), work); }, Qt::SingleShotConnection);
 }
 
 void WindowFixture::settle() {

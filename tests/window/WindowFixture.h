@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <functional>
 #include <memory>
 
 /// File panels that a test answers for the user.
@@ -66,6 +67,9 @@ public:
         const QPoint box(boxOffset, button->height() / 2);
         QTest::mouseClick(button, Qt::LeftButton, {}, box);
     }
+    /// Does \a work once, as soon as the tool runs (for an operation or a search) and the event
+    /// loop turns.
+    void whileBusy(const std::function<void()> &work);
     /// Runs everything that waits on the main queue and in the console.
     void settle();
     /// The text of a cell of the grid as it is shown.

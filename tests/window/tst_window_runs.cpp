@@ -4,7 +4,6 @@
 
 #include <QFile>
 #include <QPushButton>
-#include <QTimer>
 
 #include <csignal>
 
@@ -40,20 +39,11 @@ namespace {
 
 const QByteArray silentTool = "while :; do sleep 1; done\n";
 
-// What a test wants to see or do while a run is in progress.
-void duringTheRun(WindowFixture &velm, const std::function<void()> &work) {
-    QObject::connect(&velm.delegate(), &AppDelegate::runInProgressChanged, &velm.velm(),
-                     [&velm, work](bool running) {
-                         if (running)
-                             QTimer::singleShot(0, &velm.velm(), work);
-                     });
-}
-
 } // namespace
 
 void TestWindowRuns::verifyAlive(WindowFixture &velm) {
     velm.settle();
-    QVERIFY(!velm.delegate().runInProgress());
+    QVERIFY(velm.velm().work().isIdle());
     QVERIFY(velm.controls().btn_read->isEnabled());
     QVERIFY(!velm.controls().btn_stop->isEnabled());
     QVERIFY(!velm.message().isEmpty());
@@ -71,7 +61,7 @@ void TestWindowRuns::aRun_leavesStopToPressAndTheImageToLookAt() {
     velm.start();
     QStringList enabled;
     QString elapsed;
-    duringTheRun(velm, [&] {
+    velm.whileBusy([&] {
         const QList<QWidget *> widgets = velm.velm().window().findChildren<QWidget *>();
         for (QWidget *widget : widgets) {
             const bool acts =
@@ -97,7 +87,7 @@ void TestWindowRuns::aRun_takesTheFocusAsideAndGivesItBack() {
     velm.start();
     velm.controls().btn_verify->setFocus();
     QWidget *during = nullptr;
-    duringTheRun(velm, [&] { during = QApplication::focusWidget(); });
+    velm.whileBusy([&] { during = QApplication::focusWidget(); });
     QTest::keyClick(velm.controls().btn_verify, Qt::Key_Space);
     QCOMPARE(during, velm.controls().textView);
     QCOMPARE(QApplication::focusWidget(), velm.controls().btn_verify);
@@ -107,7 +97,7 @@ void TestWindowRuns::stop_endsASilentRun() {
     WindowFixture velm;
     velm.start();
     qputenv("MINIPRO_SIM_FAULT", "silent");
-    duringTheRun(velm, [&] { velm.click(velm.controls().btn_stop); });
+    velm.whileBusy([&] { velm.click(velm.controls().btn_stop); });
     velm.click(velm.controls().btn_read);
     verifyAlive(velm);
     verifyExitMessageIsLast(velm);
@@ -134,7 +124,7 @@ void TestWindowRuns::stop_endsEndlessOutput() {
     WindowFixture velm;
     velm.start();
     qputenv("MINIPRO_SIM_FAULT", "endless-output");
-    duringTheRun(velm, [&] { velm.click(velm.controls().btn_stop); });
+    velm.whileBusy([&] { velm.click(velm.controls().btn_stop); });
     velm.click(velm.controls().btn_read);
     verifyAlive(velm);
     verifyExitMessageIsLast(velm);
@@ -176,7 +166,7 @@ void TestWindowRuns::secondOperation_isRefusedWhileOneRuns() {
     velm.useTool(silentTool);
     velm.start();
     QString message;
-    duringTheRun(velm, [&] {
+    velm.whileBusy([&] {
         QPushButton other;
         other.setProperty("tag", 1);
         velm.delegate().go(&other);
@@ -194,7 +184,7 @@ void TestWindowRuns::closing_isRefusedDuringARun() {
     velm.start();
     QString message;
     bool closed = true;
-    duringTheRun(velm, [&] {
+    velm.whileBusy([&] {
         closed = velm.velm().window().close();
         message = velm.message();
         velm.delegate().stopRun();
@@ -211,9 +201,9 @@ void TestWindowRuns::askedToEndTwice_stopsTheRunAndThenCloses() {
     velm.useTool(silentTool);
     velm.start();
     bool openAfterFirst = false;
-    duringTheRun(velm, [&] {
+    velm.whileBusy([&] {
         velm.velm().askToEnd();
-        openAfterFirst = velm.velm().window().isVisible() && velm.delegate().runInProgress();
+        openAfterFirst = velm.velm().window().isVisible() && !velm.velm().work().isIdle();
         velm.velm().askToEnd();
     });
     velm.click(velm.controls().btn_read);

@@ -297,7 +297,7 @@ void TestWindowSearch::aToolThatWaits_canBeStopped() {
     });
     panel.searchFor(QStringLiteral("27C"));
     QCOMPARE(panel.dialog->isVisible(), way == QStringLiteral("Stop search"));
-    QVERIFY(!velm.delegate().runInProgress());
+    QVERIFY(velm.velm().work().isIdle());
     QVERIFY(panel.search->isEnabled());
     QVERIFY(!panel.stop->isEnabled());
 }

@@ -176,15 +176,11 @@ void TestWindowUndo::duringARun_nothingIsTakenBack() {
     enter(velm, 0, 1, QStringLiteral("7A"));
     bool enabled = true;
     QByteArray during;
-    connect(&velm.delegate(), &AppDelegate::runInProgressChanged, this, [&](bool running) {
-        if (!running)
-            return;
-        QTimer::singleShot(0, this, [&] {
-            enabled = undoEntry(velm)->isEnabled();
-            velm.delegate().undoEdit();
-            during = image(velm);
-            velm.click(velm.controls().btn_stop);
-        });
+    velm.whileBusy([&] {
+        enabled = undoEntry(velm)->isEnabled();
+        velm.delegate().undoEdit();
+        during = image(velm);
+        velm.click(velm.controls().btn_stop);
     });
     velm.click(velm.controls().btn_verify);
     QVERIFY(!enabled);
