@@ -1,0 +1,42 @@
+#include "image/ImageRevisions.h"
+
+#include "image/NumberScanning.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Somebody who tries controls comes back to one of the last few images.
+constexpr size_t mostKnown = 64;
+
+} // namespace
+
+ImageRevisions::Origin ImageRevisions::originOf(const CompositionInputs &inputs) {
+    const bool fromRead = inputs.combineReadData && lengthOf(inputs.read_from_chip_data) > 0;
+    const ByteBuffer &source = fromRead ? inputs.read_from_chip_data : inputs.opened_bin_data;
+    Origin origin;
+    origin.source = source;
+    origin.hasSource = source != nullptr;
+    origin.start = fromRead ? 0 : scanHexInt(inputs.rom_start_address).value_or(0);
+    origin.padTo = inputs.pad ? scanInt(inputs.pad_to).value_or(0) : 0;
+    origin.zero = inputs.padWithZero;
+    return origin;
+}
+
+bool ImageRevisions::Origin::isSameAs(const Origin &other) const {
+    return hasSource == other.hasSource && source.lock() == other.source.lock() &&
+           start == other.start && padTo == other.padTo && zero == other.zero;
+}
+
+quint64 ImageRevisions::ofComposition(const CompositionInputs &inputs) {
+    Origin origin = originOf(inputs);
+    const auto same = std::find_if(known_.begin(), known_.end(),
+                                   [&](const Origin &known) { return known.isSameAs(origin); });
+    if (same != known_.end())
+        return same->revision;
+    if (known_.size() == mostKnown)
+        known_.erase(known_.begin());
+    origin.revision = ++last_;
+    known_.push_back(origin);
+    return origin.revision;
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "image/ImageComposition.h"
+
+#include <memory>
+#include <vector>
+
+/// Numbers composed images, so that one can be told from another without comparing their bytes.
+/// Equal numbers mean equal bytes: a composition that is made again from what an earlier one was
+/// made from gets the number of that one.
+class ImageRevisions {
+public:
+    /// The number of the image composed from \a inputs, 1 or more.
+    quint64 ofComposition(const CompositionInputs &inputs);
+
+private:
+    /// What the bytes of a composition hang on. The source is not kept alive: one that is gone
+    /// can be no image's source any more.
+    struct Origin {
+        std::weak_ptr<const QByteArray> source;
+        bool hasSource = false;
+        quint32 start = 0;
+        qint32 padTo = 0;
+        bool zero = false;
+        quint64 revision = 0;
+
+        bool isSameAs(const Origin &other) const;
+    };
+
+    static Origin originOf(const CompositionInputs &inputs);
+
+    std::vector<Origin> known_; // the newest last
+    quint64 last_ = 0;
+};
