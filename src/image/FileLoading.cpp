@@ -8,27 +8,36 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <new>
 #include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
 // One read() takes at most this much, so that no single call is cut by the system's own limit.
 constexpr qint64 largestRead = qint64(256) << 20;
 
+constexpr qint64 comparedAtOnce = qint64(1) << 20;
+
 struct Descriptor {
     explicit Descriptor(int opened) : number(opened) {}
+    Descriptor(Descriptor &&other) noexcept : number(std::exchange(other.number, -1)) {}
+    Descriptor &operator=(Descriptor &&) = delete;
     ~Descriptor() {
         if (number >= 0)
             ::close(number);
     }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
 
-    const int number;
+    int number;
+};
+
+struct OpenedFile {
+    Descriptor descriptor;
+    qint64 size = 0;
 };
 
 LoadFailure systemFailure(int error) {
@@ -75,9 +84,7 @@ std::variant<ByteBuffer, LoadFailure> readAll(int file, qint64 size) {
     }
 }
 
-} // namespace
-
-std::variant<ByteBuffer, LoadFailure> loadWholeFile(const QString &path, qint64 limit) {
+std::variant<OpenedFile, LoadFailure> openRegularFile(const QString &path, qint64 limit) {
     const QByteArray name = QFile::encodeName(path);
     if (name.contains('\0'))
         return systemFailure(ENOENT);
@@ -88,12 +95,40 @@ std::variant<ByteBuffer, LoadFailure> loadWholeFile(const QString &path, qint64 
         return systemFailure(errno);
     if (const auto refusal = refusalOf(status, limit))
         return *refusal;
-    const Descriptor file(::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    Descriptor file(::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     if (file.number < 0 || ::fstat(file.number, &status) != 0)
         return systemFailure(errno);
     if (const auto refusal = refusalOf(status, limit))
         return *refusal;
-    return readAll(file.number, status.st_size);
+    return OpenedFile{std::move(file), status.st_size};
+}
+
+bool readsAs(int file, QByteArrayView bytes) {
+    QByteArray chunk(std::min(comparedAtOnce, qint64(bytes.size())), Qt::Uninitialized);
+    while (!bytes.isEmpty()) {
+        const qint64 wanted = std::min(qint64(chunk.size()), qint64(bytes.size()));
+        if (readFully(file, chunk.data(), wanted) != wanted ||
+            std::memcmp(chunk.constData(), bytes.data(), static_cast<size_t>(wanted)) != 0)
+            return false;
+        bytes = bytes.sliced(wanted);
+    }
+    return true;
+}
+
+} // namespace
+
+std::variant<ByteBuffer, LoadFailure> loadWholeFile(const QString &path, qint64 limit) {
+    const auto file = openRegularFile(path, limit);
+    if (const auto *failure = std::get_if<LoadFailure>(&file))
+        return *failure;
+    const auto &opened = std::get<OpenedFile>(file);
+    return readAll(opened.descriptor.number, opened.size);
+}
+
+bool fileHolds(const QString &path, QByteArrayView bytes) {
+    const auto file = openRegularFile(path, bytes.size());
+    const auto *opened = std::get_if<OpenedFile>(&file);
+    return opened && opened->size == bytes.size() && readsAs(opened->descriptor.number, bytes);
 }
 
 std::variant<QString, LoadFailure> loadUtf8Text(const QString &path, qint64 limit) {

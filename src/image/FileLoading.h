@@ -22,6 +22,10 @@ inline constexpr qint64 largestText = qint64(64) << 20;
 std::variant<ByteBuffer, LoadFailure> loadWholeFile(const QString &path,
                                                     qint64 limit = largestImage);
 
+/// True if there is a regular file at \a path and it holds just \a bytes. Reads it piece by piece,
+/// and no further than to the first piece that differs.
+bool fileHolds(const QString &path, QByteArrayView bytes);
+
 /// Loads the whole file at \a path, by the same rules, as UTF-8 text. A file that is not valid
 /// UTF-8 throughout is a failure; a leading byte-order mark is a character of the text.
 std::variant<QString, LoadFailure> loadUtf8Text(const QString &path, qint64 limit = largestText);

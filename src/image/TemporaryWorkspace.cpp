@@ -1,6 +1,7 @@
 #include "image/TemporaryWorkspace.h"
 
 #include "base/Log.h"
+#include "image/FileLoading.h"
 #include "image/FileSaving.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
@@ -70,6 +71,11 @@ bool TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer &output
     log_.write(QStringLiteral("error writing to temp file"));
     removeOldImage(path);
     return false;
+}
+
+bool TemporaryWorkspace::outputFileHolds(const ByteBuffer &output_data) const {
+    const QString path = resolvedPathOf(settings_, settingsKeys::temp_output_file);
+    return output_data ? fileHolds(path, *output_data) : !QFileInfo::exists(path);
 }
 
 void TemporaryWorkspace::clear_temp_files() {

@@ -26,6 +26,10 @@ public:
     /// \a output_data is null; no older image is then left at the path.
     bool write_output_data_to_temp_file(const ByteBuffer &output_data);
 
+    /// True if the file that a Write or Verify would hand to the tool now holds just
+    /// \a output_data; for a null one, if there is no such file.
+    bool outputFileHolds(const ByteBuffer &output_data) const;
+
     /// Deletes the output, read and search results files of an earlier run, if the temporary
     /// folder exists. Only files and links are deleted, never a folder. After a failed
     /// deletion every later one is logged as well; one that succeeded bears the description of the

@@ -32,6 +32,8 @@ private slots:
     void write_oldImageIsNeverHalfReplaced();
     void write_successForgetsTheProblem();
     void write_replacesTheTargetOfALinkAndKeepsPermissions();
+    void outputFileHolds_data();
+    void outputFileHolds();
 
 private:
     QByteArray image() const { return readWholeFile(at->output()); }
@@ -167,6 +169,44 @@ void TestTemporaryWorkspaceWriting::write_replacesTheTargetOfALinkAndKeepsPermis
     QVERIFY(QFileInfo(between).isSymLink());
     QCOMPARE(at->names(), QStringLiteral("between elsewhere.bin temp.bin"));
 }
+
+void TestTemporaryWorkspaceWriting::outputFileHolds_data() {
+    using Meddle = std::function<void(WorkspaceFixture &)>;
+    QTest::addColumn<Meddle>("meddle");
+    QTest::addColumn<bool>("holds");
+    const auto row = [](const char *name, bool holds, const Meddle &meddle) {
+        QTest::newRow(name) << meddle << holds;
+    };
+    row("untouched", true, [](WorkspaceFixture &) {});
+    row("gone", false, [](WorkspaceFixture &at) { QFile::remove(at.output()); });
+    row("written again with the same bytes", true,
+        [](WorkspaceFixture &at) { writeWholeFile(at.output(), "abc"); });
+    row("other bytes", false, [](WorkspaceFixture &at) { writeWholeFile(at.output(), "abd"); });
+    row("more bytes", false, [](WorkspaceFixture &at) { writeWholeFile(at.output(), "abcd"); });
+    row("another name without a file", false, [](WorkspaceFixture &at) {
+        at.settings.setValue(temp_output_file, at.output() + QStringLiteral("2"));
+    });
+    row("another name with an old image", false, [](WorkspaceFixture &at) {
+        at.settings.setValue(temp_output_file, at.output() + QStringLiteral("2"));
+        writeWholeFile(at.output(), "abd");
+    });
+    row("another name with the same bytes", true, [](WorkspaceFixture &at) {
+        at.settings.setValue(temp_output_file, at.output() + QStringLiteral("2"));
+        writeWholeFile(at.output(), "abc");
+    });
+}
+
+void TestTemporaryWorkspaceWriting::outputFileHolds() {
+    QFETCH(std::function<void(WorkspaceFixture &)>, meddle);
+    QFETCH(bool, holds);
+    const ByteBuffer abc = bufferOf("61 62 63");
+    QVERIFY(at->workspace.write_output_data_to_temp_file(abc));
+    meddle(*at);
+    QCOMPARE(at->workspace.outputFileHolds(abc), holds);
+    QCOMPARE(at->workspace.outputFileHolds(nullptr), !QFile::exists(at->output()));
+}
+
+Q_DECLARE_METATYPE(std::function<void(WorkspaceFixture &)>)
 
 QTEST_GUILESS_MAIN(TestTemporaryWorkspaceWriting)
 #include "tst_temporaryworkspace_writing.moc"
