@@ -1,0 +1,35 @@
+#pragma once
+
+#include "image/FileStamp.h"
+
+#include <QFileSystemWatcher>
+#include <QObject>
+
+/// Tells when the file whose bytes were opened is no longer the file on the disk.
+class OpenedFileWatch final : public QObject {
+    Q_OBJECT
+
+public:
+    enum class State { AsOpened, Changed, Gone };
+
+    explicit OpenedFileWatch(QObject *parent = nullptr);
+
+    /// Watches the file at the absolute \a path, as it is at this moment, instead of any other. An
+    /// empty path, or one without a file, watches nothing.
+    void watch(const QString &path);
+    /// The watched file; empty if there is none.
+    QString path() const { return path_; }
+
+signals:
+    /// The file on the disk is now \a state, other than before.
+    void stateChanged(OpenedFileWatch::State state);
+
+private:
+    void look();
+    void listen();
+
+    QFileSystemWatcher watcher_;
+    QString path_;
+    std::optional<FileStamp> opened_;
+    State state_ = State::AsOpened;
+};

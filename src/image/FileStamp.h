@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+/// By what a file that was looked at before is known again, without reading it: which file it is,
+/// its size in bytes and when it was written last. Two equal stamps of one path mean that nobody
+/// has written the file in between.
+struct FileStamp {
+    quint64 device = 0;
+    quint64 inode = 0;
+    qint64 size = 0;
+    qint64 written = 0; ///< nanoseconds since 1970
+
+    /// The stamp of the file that \a path leads to; nothing if there is none.
+    static std::optional<FileStamp> of(const QString &path);
+
+    friend bool operator==(const FileStamp &, const FileStamp &) = default;
+};
