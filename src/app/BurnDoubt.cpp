@@ -1,0 +1,50 @@
+#include "app/BurnDoubt.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+class Wording {
+    Q_DECLARE_TR_FUNCTIONS(BurnDoubt)
+
+public:
+    static QString foreignFile(const BurnSituation &situation) {
+        const QString path = QDir::toNativeSeparators(situation.path);
+        if (!QFileInfo::exists(situation.path))
+            return tr("The data to burn are in no file: %1 is missing.").arg(path);
+        if (!situation.writeProblem.isEmpty())
+            return tr("%1 holds an older image: the data to burn could not be written there "
+                      "(%2).")
+                .arg(path, situation.writeProblem);
+        return tr("%1 does not hold the data to burn: something else has changed it.").arg(path);
+    }
+
+    static QString pressAgainForFile(Operation operation) {
+        return operation == WriteOperation
+                   ? tr("Press Write again to burn that file as it stands.")
+                   : tr("Press Verify again to compare the chip with that file as it stands.");
+    }
+
+    static QString noData() {
+        return tr("There is no data to burn: open a binary, or read a chip and use its data. Press "
+                  "Write again to hand the tool an empty file all the same.");
+    }
+};
+
+} // namespace
+
+std::optional<BurnDoubt> doubtAbout(const BurnSituation &situation) {
+    const bool writes = situation.operation == WriteOperation;
+    if (!writes && situation.operation != VerifyOperation)
+        return std::nullopt;
+    if (!situation.fileIsImage)
+        return BurnDoubt{.key = QStringLiteral("file"),
+                         .sentence = Wording::foreignFile(situation) + QLatin1Char(' ') +
+                                     Wording::pressAgainForFile(situation.operation),
+                         .canWriteAgain = true};
+    if (writes && situation.imageLength == 0)
+        return BurnDoubt{.key = QStringLiteral("empty"), .sentence = Wording::noData()};
+    return std::nullopt;
+}
