@@ -5,6 +5,7 @@
 #include "app/CompositionRemarks.h"
 #include "base/Log.h"
 #include "base/MainQueue.h"
+#include "base/WorkState.h"
 #include "grid/GridView.h"
 #include "image/FileLoading.h"
 #include "settings/FilePaths.h"
@@ -17,11 +18,13 @@
 
 #include <QAbstractButton>
 #include <QDir>
+#include <QFileInfo>
 #include <QLineEdit>
 
 namespace {
 
 constexpr qsizetype expectedRuns = 10;
+const QString openedFileTopic = QStringLiteral("opened file");
 
 } // namespace
 
@@ -35,7 +38,11 @@ AppDelegate::AppDelegate(SettingsStore &defaults, Log &log, MainQueue &queue,
       panels_(panels),
       memory_(memory),
       work_(work),
-      workspace_(defaults, log) {}
+      workspace_(defaults, log) {
+    connect(&defaults_, &SettingsStore::valueChanged, this, &AppDelegate::settingChanged);
+    connect(&edits_, &HandEdits::imageChanged, this, &AppDelegate::showStep);
+    connect(&openedFile_, &OpenedFileWatch::stateChanged, this, &AppDelegate::openedFileChanged);
+}
 
 AppDelegate::~AppDelegate() = default;
 
@@ -55,6 +62,8 @@ void AppDelegate::load_opened_binary() {
     const QString path = defaults_.stringValue(settingsKeys::binary);
     state_.opened_bin_data = nullptr;
     outlets.messageLine->clearNotice(QStringLiteral("binary"));
+    outlets.messageLine->clearNotice(openedFileTopic);
+    openedFile_.watch(path);
     if (path.isEmpty())
         return;
     auto loaded = loadWholeFile(path);
@@ -75,10 +84,48 @@ void AppDelegate::write_output_data_to_temp_file(QObject *) {
     workspace_.write_output_data_to_temp_file(state_.output_data);
     const std::optional<QString> failure = workspace_.lastWriteProblem();
     QString sentence;
-    if (failure && state_.output_data)
-        sentence = tr("The data to burn could not be written to %1, so nothing is left to burn: %2")
-                       .arg(resolvedPathOf(defaults_, settingsKeys::temp_output_file), *failure);
+    if (failure && state_.output_data) {
+        const QString path = resolvedPathOf(defaults_, settingsKeys::temp_output_file);
+        sentence =
+            QFileInfo(path).size() > 0
+                ? tr("The data to burn could not be written to %1, which still holds an older "
+                     "image: %2")
+                : tr("The data to burn could not be written to %1, so nothing is left to burn: %2");
+        sentence = sentence.arg(QDir::toNativeSeparators(path), *failure);
+    }
     notice(QStringLiteral("workspace"), MessageLine::Severity::Problem, sentence);
+}
+
+// A path that has come to name another file gets the image at once, or a Write would burn what
+// happens to lie there.
+void AppDelegate::settingChanged(const QString &key) {
+    if (key == settingsKeys::temp_output_file && composedWith_ && work_.isIdle())
+        write_output_data_to_temp_file(this);
+    if (key == settingsKeys::device)
+        outlets.messageLine->clearNotice(QStringLiteral("device"));
+}
+
+void AppDelegate::openedFileChanged(OpenedFileWatch::State state) {
+    const QString path = QDir::toNativeSeparators(openedFile_.path());
+    switch (state) {
+    case OpenedFileWatch::State::AsOpened:
+        return outlets.messageLine->clearNotice(openedFileTopic);
+    case OpenedFileWatch::State::Gone:
+        return notice(openedFileTopic, MessageLine::Severity::Information,
+                      tr("%1 is no longer on the disk; its bytes are still here.").arg(path));
+    case OpenedFileWatch::State::Changed:
+        return notice(openedFileTopic, MessageLine::Severity::Warning,
+                      tr("%1 has changed on the disk since it was opened.").arg(path),
+                      {tr("Reload"), [this] { reloadOpenedBinary(); }});
+    }
+}
+
+void AppDelegate::reloadOpenedBinary() {
+    if (refusesWhileBusy())
+        return;
+    commitPendingInput();
+    load_opened_binary();
+    build_and_reload();
 }
 
 void AppDelegate::clear_temp_files(QObject *) {
@@ -97,12 +144,24 @@ CompositionInputs AppDelegate::compositionInputs() const {
     return inputs;
 }
 
+ImageControls AppDelegate::imageControls(const CompositionInputs &inputs) const {
+    return {.binary = defaults_.stringValue(settingsKeys::binary),
+            .rom_start_address = inputs.rom_start_address,
+            .pad_to = inputs.pad_to,
+            .combineReadData = inputs.combineReadData,
+            .pad = inputs.pad,
+            .padWithZero = inputs.padWithZero};
+}
+
 void AppDelegate::build_output_data(QObject *) {
-    emptyWriteAnnounced_ = false;
-    const ByteBuffer edited = handEdits_ > 0 ? state_.output_data : nullptr;
-    editHistory_.clear();
-    state_.output_data = nullptr;
+    std::optional<HandEdits::Replaced> replaced;
+    if (edits_.state().edits > 0)
+        replaced = {state_.output_data, edits_.state()};
     const CompositionInputs inputs = compositionInputs();
+    const ImageControls controls = imageControls(inputs);
+    const ImageControls before = std::exchange(composedWith_, controls).value_or(controls);
+    edits_.composed(revisions_.ofComposition(inputs));
+    state_.output_data = nullptr;
     const Composition composition = composeImage(inputs);
     for (const QString &line : composition.log)
         log_.write(line);
@@ -112,8 +171,16 @@ void AppDelegate::build_output_data(QObject *) {
         composition.refused ? MessageLine::Severity::Problem : MessageLine::Severity::Information;
     notice(QStringLiteral("composition"), severity,
            compositionRemarks(inputs, composition).join(QLatin1Char(' ')));
-    if (edited)
-        offerReplacedEdits(edited);
+    outlets.messageLine->clearNotice(QStringLiteral("restored"));
+    imageChanged();
+    if (replaced)
+        offerReplacedEdits(*replaced, before);
+}
+
+// What was said about the image that was there speaks of it no more.
+void AppDelegate::imageChanged() {
+    secondPress_.withdraw();
+    outlets.messageLine->clearNotice(QStringLiteral("press"));
 }
 
 void AppDelegate::build_and_reload() {
@@ -144,8 +211,8 @@ void AppDelegate::appendToOutputView(const QString &text) {
 
 // An empty sentence takes the topic's notice away.
 void AppDelegate::notice(const QString &topic, MessageLine::Severity severity,
-                         const QString &sentence) {
-    outlets.messageLine->setNotice(topic, severity, sentence);
+                         const QString &sentence, const MessageLine::Action &action) {
+    outlets.messageLine->setNotice(topic, severity, sentence, action);
 }
 
 QString AppDelegate::selectedTab() const {

@@ -1,9 +1,14 @@
 #pragma once
 
+#include "app/CompositionRemarks.h"
+#include "app/HandEdits.h"
+#include "app/OpenedFileWatch.h"
+#include "app/SecondPress.h"
 #include "grid/GridSource.h"
 #include "image/ByteBuffer.h"
 #include "image/DisplayText.h"
 #include "image/ImageComposition.h"
+#include "image/ImageRevisions.h"
 #include "image/TemporaryWorkspace.h"
 #include "tool/RunOutcome.h"
 #include "widgets/MessageLine.h"
@@ -14,7 +19,6 @@
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
-#include <QUndoStack>
 
 #include <functional>
 
@@ -119,7 +123,10 @@ public:
     // Edits made by hand
 
     /// The edits of the data to burn since it was composed last, to look at.
-    const QUndoStack &editHistory() const { return editHistory_; }
+    const QUndoStack &editHistory() const { return edits_.history(); }
+    /// True, and said, if closing now would lose edits that are in no file; a second call, when it
+    /// can be no double-click's, is taken for the user's consent.
+    bool refusesToLoseEdits();
     /// Takes the last edit back and shows its place. Does nothing without one.
     void undoEdit();
     /// Makes the edit again that was taken back last.
@@ -197,28 +204,35 @@ public:
 
 private:
     void chooseOperation(ScriptedMiniPro &run, int tag);
-    bool refusesEmptyImage(int tag);
+    bool asksBeforeRun(int tag);
+    void writeImageAgain();
     RunOutcome launchAndWait(ScriptedMiniPro &run);
     void takeReadData();
     void takeLogicReport();
     void sayWhatReadLeft(const RunOutcome &outcome, const QDateTime &started);
     CompositionInputs compositionInputs() const;
-    void offerReplacedEdits(const ByteBuffer &edited);
-    void restoreEdits(const ByteBuffer &edited, int edits);
+    ImageControls imageControls(const CompositionInputs &inputs) const;
+    void settingChanged(const QString &key);
+    void imageChanged();
+    void openedFileChanged(OpenedFileWatch::State state);
+    void reloadOpenedBinary();
+    void offerReplacedEdits(const HandEdits::Replaced &replaced, const ImageControls &madeWith);
+    void restoreEdits(const HandEdits::Replaced &replaced, const ImageControls &madeWith);
     void takeEdit(const CellEdit &edit, const QString &entry);
-    void rememberEdit(const CellEdit &edit);
-    void replaceBytes(qsizetype offset, qsizetype length, const QByteArray &bytes);
+    void showStep(qint64 offset);
     void saveAndShowEdit();
     ShownContent shownContent() const;
     void exportImage(ByteBuffer State::*image, const QString &emptyLogLine,
-                     const QString &emptySentence, const QString &nameEnding);
+                     const QString &emptySentence, const QString &suggestedName);
     void beginPanel(const QString &purpose, FilePanelRequest request,
                     std::function<void(const QString &path)> chosen);
     void searchPanelEnded(int code);
     void offerToRemoveCustomSuffix(const QString &name);
-    void saveBytes(const QString &path, const QByteArray &bytes);
+    void exportTo(const QString &path, ByteBuffer State::*image);
+    bool saveBytes(const QString &path, const QByteArray &bytes);
     void sayTextRemark(const QString &tab);
-    void notice(const QString &topic, MessageLine::Severity severity, const QString &sentence);
+    void notice(const QString &topic, MessageLine::Severity severity, const QString &sentence,
+                const MessageLine::Action &action = {});
     QString selectedTab() const;
 
     SettingsStore &defaults_;
@@ -232,7 +246,12 @@ private:
     QPointer<QMainWindow> window_;
     State state_;
     QPointer<ScriptedMiniPro> currentRun_;
-    QUndoStack editHistory_;
-    int handEdits_ = 0;
-    bool emptyWriteAnnounced_ = false;
+    HandEdits edits_{state_.output_data};
+    ImageRevisions revisions_;
+    /// What output_data was composed with; nothing before the first composition.
+    std::optional<ImageControls> composedWith_;
+    OpenedFileWatch openedFile_;
+    SecondPress secondPress_;
+    /// The device that read_from_chip_data came from.
+    QString readDevice_;
 };

@@ -2,7 +2,6 @@
 
 #include "app/AppDelegate.h"
 
-#include "app/ByteChange.h"
 #include "base/WorkState.h"
 #include "grid/CellEdit.h"
 #include "grid/GridColumns.h"
@@ -13,12 +12,12 @@
 
 #include <QLocale>
 
-#include <utility>
-
 namespace {
 
 const QString editsTopic = QStringLiteral("edits");
 const QString entryTopic = QStringLiteral("entry");
+const QString restoredTopic = QStringLiteral("restored");
+const QString pressTopic = QStringLiteral("press");
 
 } // namespace
 
@@ -51,7 +50,7 @@ void AppDelegate::takeEdit(const CellEdit &edit, const QString &entry) {
         sentence = tr("\u201c%1\u201d was not taken: a byte is a hexadecimal value from 01 to FF.")
                        .arg(entry);
     } else {
-        rememberEdit(edit);
+        edits_.remember(edit);
     }
     saveAndShowEdit();
     outlets.tableview->advanceAfterEdit(edit);
@@ -63,22 +62,13 @@ void AppDelegate::saveAndShowEdit() {
     loadStrData(this);
     outlets.tableview->reloadData();
     sayTextRemark(burnTabIdentifier());
+    imageChanged();
 }
 
-void AppDelegate::rememberEdit(const CellEdit &edit) {
-    const QByteArray written = state_.output_data->mid(edit.offset, edit.bytesWritten);
-    if (written == edit.replaced)
-        return;
-    const auto replace = [this](qsizetype offset, qsizetype length, const QByteArray &bytes) {
-        replaceBytes(offset, length, bytes);
-    };
-    ++handEdits_;
-    editHistory_.push(new ByteChange(replace, edit.offset, edit.replaced, written));
-}
-
-void AppDelegate::replaceBytes(qsizetype offset, qsizetype length, const QByteArray &bytes) {
-    state_.output_data->replace(offset, length, bytes);
+void AppDelegate::showStep(qint64 offset) {
+    outlets.messageLine->clearNotice(restoredTopic);
     outlets.tabview->selectTabViewItem(burnTabIdentifier());
+    state_.display_data = state_.output_data;
     saveAndShowEdit();
     outlets.tableview->showAddress(offset);
 }
@@ -88,20 +78,14 @@ void AppDelegate::undoEdit() {
     if (refusesWhileBusy())
         return;
     commitPendingInput();
-    if (!editHistory_.canUndo())
-        return;
-    --handEdits_;
-    editHistory_.undo();
+    edits_.undo();
 }
 
 void AppDelegate::redoEdit() {
     if (refusesWhileBusy())
         return;
     commitPendingInput();
-    if (!editHistory_.canRedo())
-        return;
-    ++handEdits_;
-    editHistory_.redo();
+    edits_.redo();
 }
 
 void AppDelegate::commitPendingInput() {
@@ -110,25 +94,47 @@ void AppDelegate::commitPendingInput() {
 }
 
 // Edits made by hand may be an hour's work, and any control of the composition replaces them.
-void AppDelegate::offerReplacedEdits(const ByteBuffer &edited) {
-    const int edits = std::exchange(handEdits_, 0);
-    if (state_.output_data && *state_.output_data == *edited)
+void AppDelegate::offerReplacedEdits(const HandEdits::Replaced &replaced,
+                                     const ImageControls &madeWith) {
+    if (state_.output_data && *state_.output_data == *replaced.image)
         return;
-    outlets.messageLine->setNotice(
-        editsTopic, MessageLine::Severity::Warning,
-        edits == 1 ? tr("1 hand edit was replaced.")
-                   : tr("%1 hand edits were replaced.").arg(QLocale().toString(edits)),
-        {tr("Restore"), [this, edited, edits] { restoreEdits(edited, edits); }});
+    const int edits = replaced.state.edits;
+    notice(editsTopic, MessageLine::Severity::Warning,
+           edits == 1 ? tr("1 hand edit was replaced.")
+                      : tr("%1 hand edits were replaced.").arg(QLocale().toString(edits)),
+           {tr("Restore"), [this, replaced, madeWith] { restoreEdits(replaced, madeWith); }});
 }
 
-void AppDelegate::restoreEdits(const ByteBuffer &edited, int edits) {
+void AppDelegate::restoreEdits(const HandEdits::Replaced &replaced, const ImageControls &madeWith) {
     if (refusesWhileBusy())
         return;
-    editHistory_.clear();
-    state_.output_data = edited;
-    handEdits_ = edits;
-    emptyWriteAnnounced_ = false;
+    commitPendingInput();
     outlets.messageLine->clearNotice(editsTopic);
-    write_output_data_to_temp_file(this);
-    tabView_didSelectTabViewItem(outlets.tabview, outlets.tabview->selectedTabViewItem());
+    edits_.restore(replaced);
+    const int edits = replaced.state.edits;
+    QString sentence = edits == 1
+                           ? tr("1 hand edit was restored.")
+                           : tr("%1 hand edits were restored.").arg(QLocale().toString(edits));
+    const QStringList differing = controlsThatDiffer(madeWith, imageControls(compositionInputs()));
+    if (!differing.isEmpty())
+        sentence +=
+            QLatin1Char(' ') + tr("This image was made with other values than these now: %1.")
+                                   .arg(QLocale().createSeparatedList(differing));
+    notice(restoredTopic, MessageLine::Severity::Information, sentence);
+    outlets.tableview->setFocus(Qt::OtherFocusReason);
+}
+
+bool AppDelegate::refusesToLoseEdits() {
+    if (!edits_.areUnsaved())
+        return false;
+    const ImageState now = edits_.state();
+    if (secondPress_.confirms(QStringLiteral("close %1").arg(now.revision)))
+        return false;
+    notice(pressTopic, MessageLine::Severity::Warning,
+           (now.edits == 1
+                ? tr("1 hand edit is in no file.")
+                : tr("%1 hand edits are in no file.").arg(QLocale().toString(now.edits))) +
+               QLatin1Char(' ') + tr("Save the data to burn, or close again to give them up."),
+           {tr("Save data to burn\u2026"), [this] { export_output_data(this); }});
+    return true;
 }

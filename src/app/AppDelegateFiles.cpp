@@ -60,19 +60,21 @@ QStringList AppDelegate::recentFiles() const {
 
 void AppDelegate::export_read_from_chip_data(QObject *) {
     exportImage(&State::read_from_chip_data, QStringLiteral("first read the chip!"),
-                tr("First read the chip: there is nothing to save yet."), QString());
+                tr("First read the chip: there is nothing to save yet."),
+                fileNameFor(readDevice_, QStringLiteral(".bin")));
 }
 
 void AppDelegate::export_output_data(QObject *) {
-    exportImage(&State::output_data, QStringLiteral("first create some data!"),
-                tr("First create some data: open a binary or read a chip."),
-                QStringLiteral("-burn"));
+    exportImage(
+        &State::output_data, QStringLiteral("first create some data!"),
+        tr("First create some data: open a binary or read a chip."),
+        fileNameFor(defaults_.stringValue(settingsKeys::device), QStringLiteral("-burn.bin")));
 }
 
 // The buffer is looked up again when the user confirms: an edit made while the panel was open is
 // saved with the rest.
 void AppDelegate::exportImage(ByteBuffer State::*image, const QString &emptyLogLine,
-                              const QString &emptySentence, const QString &nameEnding) {
+                              const QString &emptySentence, const QString &suggestedName) {
     if (refusesWhileBusy())
         return;
     commitPendingInput();
@@ -85,13 +87,26 @@ void AppDelegate::exportImage(ByteBuffer State::*image, const QString &emptyLogL
     FilePanelRequest request;
     request.kind = FilePanelRequest::Kind::Save;
     request.title = tr("Save");
-    request.suggestedName = fileNameFor(defaults_.stringValue(settingsKeys::device),
-                                        nameEnding + QStringLiteral(".bin"));
+    request.suggestedName = suggestedName;
     request.typeName = tr("Binary images");
     request.extensions = {QStringLiteral("bin")};
-    beginPanel(savePurpose, request, [this, image](const QString &path) {
-        saveBytes(path, state_.*image ? *(state_.*image) : QByteArray());
-    });
+    beginPanel(savePurpose, request, [this, image](const QString &path) { exportTo(path, image); });
+}
+
+// A composition may have been refused since the panel was opened: what is absent replaces no file.
+void AppDelegate::exportTo(const QString &path, ByteBuffer State::*image) {
+    const ByteBuffer bytes = state_.*image;
+    if (!bytes) {
+        log_.write(QStringLiteral("error writing to ") + path);
+        notice(exportTopic, MessageLine::Severity::Problem,
+               tr("There are no bytes to save any more: %1 was left as it is.").arg(path));
+        return;
+    }
+    if (!saveBytes(path, *bytes) || bytes != state_.output_data)
+        return;
+    edits_.noteSaved();
+    secondPress_.withdraw();
+    outlets.messageLine->clearNotice(QStringLiteral("press"));
 }
 
 void AppDelegate::saveConsole() {
@@ -116,13 +131,14 @@ void AppDelegate::beginPanel(const QString &purpose, FilePanelRequest request,
                   });
 }
 
-void AppDelegate::saveBytes(const QString &path, const QByteArray &bytes) {
+bool AppDelegate::saveBytes(const QString &path, const QByteArray &bytes) {
     const std::optional<QString> failure = saveWholeFile(path, bytes);
     if (!failure) {
         notice(exportTopic, MessageLine::Severity::Success, tr("Saved %1.").arg(path));
-        return;
+        return true;
     }
     log_.write(QStringLiteral("error writing to ") + path);
     notice(exportTopic, MessageLine::Severity::Problem,
            tr("%1 could not be written: %2").arg(path, *failure));
+    return false;
 }

@@ -2,6 +2,7 @@
 
 #include "app/AppDelegate.h"
 
+#include "app/BurnDoubt.h"
 #include "base/Log.h"
 #include "base/WorkState.h"
 #include "devices/device_searcher.h"
@@ -22,6 +23,7 @@ namespace {
 
 const QString runTopic = QStringLiteral("run");
 const QString readTopic = QStringLiteral("read");
+const QString pressTopic = QStringLiteral("press");
 
 MessageLine::Severity severityOf(RunOutcome::Verdict verdict) {
     switch (verdict) {
@@ -47,7 +49,7 @@ void AppDelegate::go(QObject *sender) {
     run->setOutputView(outlets.textView);
     const int tag = sender->property("tag").toInt();
     chooseOperation(*run, tag);
-    if (refusesEmptyImage(tag))
+    if (asksBeforeRun(tag))
         return;
 
     const QDateTime started = QDateTime::currentDateTime();
@@ -87,18 +89,40 @@ void AppDelegate::chooseOperation(ScriptedMiniPro &run, int tag) {
     }
 }
 
-// An empty image is a legitimate file, but hardly ever what somebody wants to burn.
-bool AppDelegate::refusesEmptyImage(int tag) {
-    const bool empty = tag == WriteOperation && lengthOf(state_.output_data) == 0;
-    if (!empty || emptyWriteAnnounced_) {
-        emptyWriteAnnounced_ = false;
+// What the tool would get may not be what the window shows, or hardly what somebody means to burn.
+bool AppDelegate::asksBeforeRun(int tag) {
+    if (tag != VerifyOperation && tag != WriteOperation)
+        return false;
+    const BurnSituation situation{.operation = Operation(tag),
+                                  .imageLength = lengthOf(state_.output_data),
+                                  .path = resolvedPathOf(defaults_, settingsKeys::temp_output_file),
+                                  .fileIsImage = workspace_.outputFileHolds(state_.output_data),
+                                  .writeProblem =
+                                      workspace_.lastWriteProblem().value_or(QString())};
+    const std::optional<BurnDoubt> doubt = doubtAbout(situation);
+    if (!doubt ||
+        secondPress_.confirms(QStringLiteral("%1 %2 %3 %4")
+                                  .arg(doubt->key, QString::number(tag),
+                                       QString::number(edits_.state().revision), situation.path))) {
+        outlets.messageLine->clearNotice(pressTopic);
         return false;
     }
-    emptyWriteAnnounced_ = true;
-    notice(runTopic, MessageLine::Severity::Warning,
-           tr("There is no data to burn: open a binary, or read a chip and use its data. Press "
-              "Write again to hand the tool an empty file all the same."));
+    MessageLine::Action again;
+    if (doubt->canWriteAgain && state_.output_data)
+        again = {tr("Write the image file again"), [this] { writeImageAgain(); }};
+    notice(pressTopic, MessageLine::Severity::Warning, doubt->sentence, again);
     return true;
+}
+
+void AppDelegate::writeImageAgain() {
+    if (refusesWhileBusy())
+        return;
+    secondPress_.withdraw();
+    outlets.messageLine->clearNotice(pressTopic);
+    write_output_data_to_temp_file(this);
+    if (workspace_.outputFileHolds(state_.output_data))
+        notice(runTopic, MessageLine::Severity::Information,
+               tr("The image file holds the data to burn again."));
 }
 
 RunOutcome AppDelegate::launchAndWait(ScriptedMiniPro &run) {
@@ -148,6 +172,7 @@ void AppDelegate::sayWhatReadLeft(const RunOutcome &outcome, const QDateTime &st
     outlets.messageLine->clearNotice(readTopic);
     const qsizetype length = lengthOf(state_.read_from_chip_data);
     if (outcome.verdict == RunOutcome::Verdict::Succeeded && length > 0) {
+        readDevice_ = defaults_.stringValue(settingsKeys::device);
         notice(runTopic, MessageLine::Severity::Success,
                tr("%1 %2 bytes.").arg(outcome.sentence, QLocale().toString(length)));
         return;

@@ -65,12 +65,26 @@ QString padSizeRemark(const CompositionInputs &inputs) {
             .arg(QLocale().toString(wrapped));
     if (!isWhole(inputs.pad_to, "\\s*[-+]?[0-9]+\\s*"))
         return tr("Only the beginning of \u201c%1\u201d is a number: the data is padded to %2 KiB.")
-            .arg(inputs.pad_to.trimmed())
-            .arg(*size);
+            .arg(inputs.pad_to.trimmed(), QString::number(*size));
     return {};
 }
 
 } // namespace
+
+QStringList controlsThatDiffer(const ImageControls &one, const ImageControls &other) {
+    QStringList names;
+    const auto add = [&](bool differs, const QString &name) {
+        if (differs)
+            names.append(name);
+    };
+    add(one.binary != other.binary, tr("Opened binary"));
+    add(one.rom_start_address != other.rom_start_address, tr("Start address"));
+    add(one.combineReadData != other.combineReadData, tr("Use data read from chip"));
+    add(one.pad != other.pad, tr("Pad"));
+    add(one.pad_to != other.pad_to, tr("Pad to"));
+    add(one.padWithZero != other.padWithZero, tr("the pad byte"));
+    return names;
+}
 
 QStringList compositionRemarks(const CompositionInputs &inputs, const Composition &composition) {
     QStringList remarks;

@@ -61,7 +61,7 @@ void VelmWindow::askToEnd() {
 bool VelmWindow::mayClose() {
     if (work_.isIdle()) {
         delegate_.commitPendingInput();
-        return true;
+        return !delegate_.refusesToLoseEdits();
     }
     endRefused_ = true;
     window_.controls().messageLine->setNotice(

@@ -20,6 +20,8 @@ public:
                std::function<void(const QString &path)> chosen) override {
         requests.append(request);
         lastParent = parent;
+        if (whileOpen)
+            whileOpen();
         if (!answer.isEmpty())
             chosen(answer);
     }
@@ -28,6 +30,8 @@ public:
     QWidget *lastParent = nullptr;
     /// The path that the user chooses; empty cancels.
     QString answer;
+    /// What happens while a panel is open.
+    std::function<void()> whileOpen;
 };
 
 /// A whole program but for its process, in a folder of its own: real widgets, a real login shell,

@@ -22,6 +22,8 @@ private slots:
     void anOpenCell_isCommittedBeforeARun();
     void edits_surviveATabChange();
     void editsReplacedByAComposition_canBeRestored();
+    void restoredEdits_sayWhichControlsSaySomethingElse();
+    void restoring_isOneStepOfTheHistory();
     void compositionOfTheSameBytes_losesNoEdits();
     void editsDoNotTouchTheReadData();
 };
@@ -199,7 +201,55 @@ void TestWindowEdit::editsReplacedByAComposition_canBeRestored() {
     QCOMPARE(*velm.state().output_data, QByteArray("zz23456789ABCDEFGHIJ"));
     QCOMPARE(onDisk(velm), *velm.state().output_data);
     QCOMPARE(velm.cell(0, 2), QStringLiteral("7A"));
-    QVERIFY2(!velm.message().contains(QStringLiteral("hand edit")), qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(QStringLiteral("2 hand edits were restored.")),
+             qPrintable(velm.message()));
+    QVERIFY(!velm.message().contains(QStringLiteral("were replaced")));
+    QCOMPARE(QApplication::focusWidget(), velm.controls().tableview);
+}
+
+void TestWindowEdit::restoredEdits_sayWhichControlsSaySomethingElse() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    enter(velm, 0, 1, QStringLiteral("7A"));
+    velm.controls().padToTextField->setText(QStringLiteral("1"));
+    velm.click(velm.controls().btn_pad);
+    velm.settle();
+    QCOMPARE(velm.state().output_data->size(), 1024);
+    velm.click(velm.controls().messageLine->findChild<QPushButton *>());
+    QVERIFY2(velm.message().contains(QStringLiteral(
+                 "This image was made with other values than these now: Pad, Pad to.")),
+             qPrintable(velm.message()));
+    // Another composition ends what the sentence speaks of.
+    velm.click(velm.controls().btn_pad);
+    velm.settle();
+    QVERIFY2(!velm.message().contains(QStringLiteral("was restored")), qPrintable(velm.message()));
+}
+
+void TestWindowEdit::restoring_isOneStepOfTheHistory() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    enter(velm, 0, 1, QStringLiteral("7A"));
+    velm.controls().startAddTextField->setText(QStringLiteral("2"));
+    velm.click(velm.controls().btn_pad_00);
+    velm.settle();
+    enter(velm, 0, 3, QStringLiteral("7B"));
+    const QByteArray second = *velm.state().output_data;
+    velm.click(velm.controls().messageLine->findChild<QPushButton *>());
+    QCOMPARE(*velm.state().output_data, QByteArray("z123456789ABCDEFGHIJ"));
+    enter(velm, 0, 2, QStringLiteral("79"));
+    velm.delegate().undoEdit();
+    velm.delegate().undoEdit();
+    QCOMPARE(*velm.state().output_data, second);
+    QCOMPARE(onDisk(velm), second);
+    QCOMPARE(velm.cell(0, 3), QStringLiteral("7B"));
+    QVERIFY2(!velm.message().contains(QStringLiteral("restored")), qPrintable(velm.message()));
+    velm.delegate().undoEdit();
+    QCOMPARE(velm.state().output_data->left(4), QByteArray("\0\00001", 4).replace(2, 2, "01"));
+    for (int step = 0; step < 3; ++step)
+        velm.delegate().redoEdit();
+    QCOMPARE(*velm.state().output_data, QByteArray("zy23456789ABCDEFGHIJ"));
+    QCOMPARE(onDisk(velm), *velm.state().output_data);
+    QCOMPARE(velm.cell(0, 2), QStringLiteral("79"));
 }
 
 void TestWindowEdit::compositionOfTheSameBytes_losesNoEdits() {

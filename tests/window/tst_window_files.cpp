@@ -1,4 +1,4 @@
-#include "window/WindowFixture.h"
+#include "window/EditingSteps.h"
 
 #include "image/FileLoading.h"
 #include "settings/SettingsKeys.h"
@@ -27,7 +27,11 @@ private slots:
     void exportOutput_ofPaddingAloneIsPossible();
     void exports_suggestTheDeviceAsTheName_data();
     void exports_suggestTheDeviceAsTheName();
+    void exportRead_suggestsTheDeviceThatWasRead();
     void exports_writeTheWholeBuffer();
+    void exports_writeTheBufferAsItIsAtConfirmation();
+    void exports_ofAnImageThatIsGoneLeaveTheOldFile();
+    void exports_commitWhatIsBeingTypedFirst();
     void exports_rememberTheFolder();
     void exports_cancelledWriteNothing();
     void exports_replaceTheTargetOfALink();
@@ -37,6 +41,12 @@ private slots:
     void exports_toAReadOnlyFolderLeaveTheOldFile();
     void exports_toAFullDiskLeaveTheOldFile();
     void saveConsole_writesTheTextAsItCame();
+    void recentFile_commitsWhatIsBeingTypedFirst();
+    void openedBinary_isTakenAsStored();
+    void openedBinary_changedOnDiskCanBeReloaded();
+    void openedBinary_goneFromDiskIsSaid();
+    void closing_withEditsInNoFileTakesTwoTimes();
+    void closing_afterTheEditsWereSavedTakesOne();
 };
 
 namespace {
@@ -336,6 +346,136 @@ void TestWindowFiles::saveConsole_writesTheTextAsItCame() {
     velm.controls().textView->saveAction()->trigger();
     QCOMPARE(WindowFixture::bytesOf(velm.panels.answer),
              QByteArray("\r\x1b[K 5%\r\x1b[K 6%\nminipro has exited with status 0"));
+}
+
+void TestWindowFiles::exportRead_suggestsTheDeviceThatWasRead() {
+    WindowFixture velm;
+    velm.start();
+    velm.click(velm.controls().btn_read);
+    velm.settings().setValue(settingsKeys::device, QStringLiteral("AT28C256"));
+    velm.click(velm.controls().btn_export_read);
+    velm.click(velm.controls().btn_read);
+    velm.click(velm.controls().btn_export_read);
+    QCOMPARE(velm.panels.requests.at(0).suggestedName, QStringLiteral("W27C512@DIP28.bin"));
+    QCOMPARE(velm.panels.requests.at(1).suggestedName, QStringLiteral("AT28C256.bin"));
+}
+
+void TestWindowFiles::exports_writeTheBufferAsItIsAtConfirmation() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    velm.panels.answer = velm.path(QStringLiteral("saved.bin"));
+    velm.panels.whileOpen = [&] { enter(velm, 0, 1, QStringLiteral("7A")); };
+    velm.click(velm.controls().btn_export_output);
+    QCOMPARE(WindowFixture::bytesOf(velm.panels.answer), QByteArray("z123456789ABCDEFGHIJ"));
+}
+
+void TestWindowFiles::exports_ofAnImageThatIsGoneLeaveTheOldFile() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    velm.panels.answer = velm.write(QStringLiteral("saved.bin"), "precious");
+    velm.panels.whileOpen = [&] {
+        velm.settings().setValue(settingsKeys::pad_to, QStringLiteral("-1"));
+        velm.controls().btn_pad->setChecked(true);
+    };
+    velm.click(velm.controls().btn_export_output);
+    QVERIFY(!velm.state().output_data);
+    QCOMPARE(WindowFixture::bytesOf(velm.panels.answer), QByteArray("precious"));
+    QVERIFY2(velm.message().contains(QStringLiteral("no bytes to save any more")),
+             qPrintable(velm.message()));
+    QVERIFY(velm.log.lines.contains(QStringLiteral("error writing to ") + velm.panels.answer));
+}
+
+// An address that is still being typed may be what gives the image its length.
+void TestWindowFiles::exports_commitWhatIsBeingTypedFirst() {
+    WindowFixture velm;
+    velm.start();
+    velm.controls().startAddTextField->setFocus();
+    velm.controls().startAddTextField->selectAll();
+    QTest::keyClicks(velm.controls().startAddTextField, QStringLiteral("4"));
+    velm.panels.answer = velm.path(QStringLiteral("saved.bin"));
+    QTest::keyClick(&velm.velm().window(), Qt::Key_S, Qt::ControlModifier);
+    velm.settle();
+    QCOMPARE(WindowFixture::bytesOf(velm.panels.answer), QByteArray(4, '\xff'));
+}
+
+void TestWindowFiles::recentFile_commitsWhatIsBeingTypedFirst() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    GridView *grid = velm.controls().tableview;
+    grid->setFocus();
+    grid->setCurrentIndex(grid->model()->index(0, 1));
+    QTest::keyClick(grid, Qt::Key_7);
+    QTest::keyClick(grid->openEditor(), Qt::Key_A);
+    velm.delegate().openBinary(velm.write(QStringLiteral("other.bin"), "other"));
+    velm.settle();
+    QCOMPARE(*velm.state().output_data, QByteArray("other"));
+    velm.click(velm.controls().messageLine->findChild<QPushButton *>()); // Restore
+    QCOMPARE(*velm.state().output_data, QByteArray("z123456789ABCDEFGHIJ"));
+}
+
+void TestWindowFiles::openedBinary_isTakenAsStored() {
+    const QByteArray home = qgetenv("HOME");
+    WindowFixture velm;
+    qputenv("HOME", QFile::encodeName(velm.path({})));
+    velm.write(QStringLiteral("rom.bin"), "in the home folder");
+    velm.settings().setValue(settingsKeys::binary, QStringLiteral("~/rom.bin"));
+    velm.start();
+    qputenv("HOME", home);
+    QVERIFY(!velm.state().opened_bin_data);
+    QCOMPARE(velm.settings().stringValue(settingsKeys::binary), QStringLiteral("~/rom.bin"));
+}
+
+void TestWindowFiles::openedBinary_changedOnDiskCanBeReloaded() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    enter(velm, 0, 1, QStringLiteral("7A"));
+    velm.write(QStringLiteral("rom.bin"), "other");
+    QTRY_VERIFY2(velm.message().contains(QStringLiteral("has changed on the disk")),
+                 qPrintable(velm.message()));
+    QCOMPARE(*velm.state().output_data, QByteArray("z123456789ABCDEFGHIJ"));
+    velm.click(velm.controls().messageLine->findChild<QPushButton *>());
+    velm.settle();
+    QCOMPARE(*velm.state().output_data, QByteArray("other"));
+    QVERIFY2(!velm.message().contains(QStringLiteral("has changed on the disk")),
+             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(QStringLiteral("1 hand edit was replaced")),
+             qPrintable(velm.message()));
+}
+
+void TestWindowFiles::openedBinary_goneFromDiskIsSaid() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    QVERIFY(QFile::remove(velm.path(QStringLiteral("rom.bin"))));
+    QTRY_VERIFY2(velm.message().contains(QStringLiteral("is no longer on the disk")),
+                 qPrintable(velm.message()));
+    QCOMPARE(*velm.state().output_data, QByteArray("0123456789ABCDEFGHIJ"));
+}
+
+void TestWindowFiles::closing_withEditsInNoFileTakesTwoTimes() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    enter(velm, 0, 1, QStringLiteral("7A"));
+    QVERIFY(!velm.velm().window().close());
+    QVERIFY2(velm.message().contains(QStringLiteral("1 hand edit is in no file.")),
+             qPrintable(velm.message()));
+    // Another edit makes it another question.
+    enter(velm, 0, 2, QStringLiteral("7A"));
+    QVERIFY(!velm.velm().window().close());
+    QVERIFY2(velm.message().contains(QStringLiteral("2 hand edits are in no file.")),
+             qPrintable(velm.message()));
+    velm.velm().askToEnd();
+    QVERIFY(!velm.velm().window().isVisible());
+}
+
+void TestWindowFiles::closing_afterTheEditsWereSavedTakesOne() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    enter(velm, 0, 1, QStringLiteral("7A"));
+    QVERIFY(!velm.velm().window().close());
+    velm.panels.answer = velm.path(QStringLiteral("saved.bin"));
+    velm.click(velm.controls().messageLine->findChild<QPushButton *>()); // Save data to burn
+    QVERIFY2(!velm.message().contains(QStringLiteral("in no file")), qPrintable(velm.message()));
+    QVERIFY(velm.velm().window().close());
 }
 
 QTEST_MAIN(TestWindowFiles)

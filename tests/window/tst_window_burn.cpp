@@ -1,0 +1,179 @@
+#include "window/EditingSteps.h"
+
+#include "support/Privileges.h"
+
+#include <QDir>
+#include <QPushButton>
+
+#include <sys/stat.h>
+
+/// What the tool is handed at a Write or a Verify, and what is asked before.
+class TestWindowBurn : public QObject {
+    Q_OBJECT
+
+private slots:
+    void foreignFile_isAskedAboutFirst_data();
+    void foreignFile_isAskedAboutFirst();
+    void foreignFile_secondPressHandsItOverAsItStands();
+    void foreignFile_canBeWrittenAgain();
+    void touchedFile_withTheSameBytesIsNotAskedAbout();
+    void olderImage_thatNobodyCanRemoveIsAskedAbout();
+    void changedPath_getsTheImageAtOnce();
+    void doubleClick_isNoSecondPress();
+    void secondPress_countsForTheSameThingOnly();
+
+private:
+    /// The button that the message line offers; null if it offers none.
+    static QPushButton *offer(WindowFixture &velm) {
+        auto *button = velm.controls().messageLine->findChild<QPushButton *>();
+        return button->isVisible() ? button : nullptr;
+    }
+    /// A tool that keeps the file that it is handed as the chip.
+    static void useCopyingTool(WindowFixture &velm) {
+        velm.useTool("cp \"$4\" '" + chip(velm).toUtf8() + "'\n");
+    }
+    static QString chip(const WindowFixture &velm) { return velm.path(QStringLiteral("chip")); }
+    static QByteArray burned(const WindowFixture &velm) {
+        return WindowFixture::bytesOf(chip(velm));
+    }
+    static void meddle(WindowFixture &velm) {
+        velm.write(QStringLiteral("workspace/temp.bin"), "0123456789ABCDEFGHIj");
+    }
+};
+
+void TestWindowBurn::foreignFile_isAskedAboutFirst_data() {
+    QTest::addColumn<int>("tag");
+    QTest::addColumn<bool>("exists");
+    QTest::addColumn<QString>("sentence");
+    QTest::newRow("write, changed")
+        << int(WriteOperation) << true << QStringLiteral("does not hold the data to burn");
+    QTest::newRow("verify, changed")
+        << int(VerifyOperation) << true << QStringLiteral("does not hold the data to burn");
+    QTest::newRow("write, gone") << int(WriteOperation) << false << QStringLiteral("is missing");
+    QTest::newRow("verify, gone") << int(VerifyOperation) << false << QStringLiteral("is missing");
+}
+
+void TestWindowBurn::foreignFile_isAskedAboutFirst() {
+    QFETCH(int, tag);
+    QFETCH(bool, exists);
+    QFETCH(QString, sentence);
+    WindowFixture velm;
+    useCopyingTool(velm);
+    showTwentyBytes(velm);
+    if (exists)
+        meddle(velm);
+    else
+        QDir(velm.path(QStringLiteral("workspace"))).removeRecursively();
+    velm.click(tag == WriteOperation ? velm.controls().btn_write : velm.controls().btn_verify);
+    QVERIFY2(velm.message().contains(sentence), qPrintable(velm.message()));
+    QVERIFY(!QFile::exists(chip(velm)));
+    QCOMPARE(velm.log.startingWith(QStringLiteral("launching ")), QStringList());
+    // What is asked about is left as it is: pressing a button writes no image.
+    QCOMPARE(onDisk(velm), exists ? QByteArray("0123456789ABCDEFGHIj") : QByteArray());
+}
+
+void TestWindowBurn::foreignFile_secondPressHandsItOverAsItStands() {
+    WindowFixture velm;
+    useCopyingTool(velm);
+    showTwentyBytes(velm);
+    meddle(velm);
+    velm.click(velm.controls().btn_write);
+    velm.click(velm.controls().btn_write);
+    QCOMPARE(burned(velm), QByteArray("0123456789ABCDEFGHIj"));
+    QVERIFY2(!velm.message().contains(QStringLiteral("Press Write again")),
+             qPrintable(velm.message()));
+    // The file is still another's at the next press.
+    velm.click(velm.controls().btn_write);
+    QVERIFY(velm.message().contains(QStringLiteral("Press Write again")));
+}
+
+void TestWindowBurn::foreignFile_canBeWrittenAgain() {
+    WindowFixture velm;
+    useCopyingTool(velm);
+    showTwentyBytes(velm);
+    meddle(velm);
+    velm.click(velm.controls().btn_write);
+    QVERIFY(offer(velm));
+    velm.click(offer(velm));
+    QCOMPARE(onDisk(velm), QByteArray("0123456789ABCDEFGHIJ"));
+    QVERIFY(!velm.message().contains(QStringLiteral("Press Write again")));
+    velm.click(velm.controls().btn_write);
+    QCOMPARE(burned(velm), QByteArray("0123456789ABCDEFGHIJ"));
+}
+
+void TestWindowBurn::touchedFile_withTheSameBytesIsNotAskedAbout() {
+    WindowFixture velm;
+    useCopyingTool(velm);
+    showTwentyBytes(velm);
+    velm.write(QStringLiteral("workspace/temp.bin"), "0123456789ABCDEFGHIJ");
+    velm.click(velm.controls().btn_write);
+    QCOMPARE(burned(velm), QByteArray("0123456789ABCDEFGHIJ"));
+}
+
+void TestWindowBurn::olderImage_thatNobodyCanRemoveIsAskedAbout() {
+    WindowFixture velm;
+    useCopyingTool(velm);
+    showTwentyBytes(velm);
+    ::chmod(QFile::encodeName(velm.path({})).constData(), 0777);
+    ::chmod(QFile::encodeName(velm.temporary({})).constData(), 0555);
+    ::chmod(QFile::encodeName(velm.temporary(QStringLiteral("temp.bin"))).constData(), 0444);
+    {
+        const UnprivilegedUser nobody;
+        QVERIFY(nobody.isValid());
+        enter(velm, 0, 1, QStringLiteral("7A"));
+        QVERIFY2(velm.message().contains(QStringLiteral("which still holds an older image")),
+                 qPrintable(velm.message()));
+        velm.click(velm.controls().btn_write);
+        QVERIFY2(velm.message().contains(QStringLiteral("holds an older image: the data to burn "
+                                                        "could not be written there")),
+                 qPrintable(velm.message()));
+        QVERIFY(!QFile::exists(chip(velm)));
+    }
+    ::chmod(QFile::encodeName(velm.temporary({})).constData(), 0755);
+    velm.click(offer(velm));
+    velm.click(velm.controls().btn_write);
+    QCOMPARE(burned(velm), QByteArray("z123456789ABCDEFGHIJ"));
+}
+
+void TestWindowBurn::changedPath_getsTheImageAtOnce() {
+    WindowFixture velm;
+    useCopyingTool(velm);
+    showTwentyBytes(velm);
+    const QString other = velm.write(QStringLiteral("workspace/other.bin"), "an old image");
+    velm.settings().setValue(settingsKeys::temp_output_file, other);
+    QCOMPARE(WindowFixture::bytesOf(other), QByteArray("0123456789ABCDEFGHIJ"));
+    velm.click(velm.controls().btn_write);
+    QCOMPARE(burned(velm), QByteArray("0123456789ABCDEFGHIJ"));
+}
+
+void TestWindowBurn::doubleClick_isNoSecondPress() {
+    WindowFixture velm;
+    QApplication::setDoubleClickInterval(1'000'000);
+    useCopyingTool(velm);
+    velm.start();
+    velm.click(velm.controls().btn_write);
+    velm.click(velm.controls().btn_write);
+    QVERIFY(!QFile::exists(chip(velm)));
+    QVERIFY(velm.message().contains(QStringLiteral("There is no data to burn")));
+    QApplication::setDoubleClickInterval(0);
+    velm.click(velm.controls().btn_write);
+    QVERIFY(QFile::exists(chip(velm)));
+}
+
+void TestWindowBurn::secondPress_countsForTheSameThingOnly() {
+    WindowFixture velm;
+    useCopyingTool(velm);
+    showTwentyBytes(velm);
+    meddle(velm);
+    velm.click(velm.controls().btn_verify);
+    velm.click(velm.controls().btn_write);
+    QVERIFY(!QFile::exists(chip(velm)));
+    enter(velm, 0, 1, QStringLiteral("7A"));
+    QVERIFY2(!velm.message().contains(QStringLiteral("again")), qPrintable(velm.message()));
+    meddle(velm);
+    velm.click(velm.controls().btn_write);
+    QVERIFY(!QFile::exists(chip(velm)));
+}
+
+QTEST_MAIN(TestWindowBurn)
+#include "tst_window_burn.moc"
