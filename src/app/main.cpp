@@ -1,4 +1,5 @@
 #include "app/FilePanels.h"
+#include "app/ProgramArguments.h"
 #include "app/RaiseChannel.h"
 #include "app/TerminationSignals.h"
 #include "app/VelmWindow.h"
@@ -9,8 +10,6 @@
 #include "settings/SettingsStore.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
-#include <QDir>
 #include <QStandardPaths>
 
 #include <csignal>
@@ -19,11 +18,6 @@
 #include <fcntl.h>
 
 namespace {
-
-struct Paths {
-    QString settings;
-    QString memory;
-};
 
 // A starter that closed the standard descriptors would have the program's own files land on
 // them, and one that ignores the end of children would lose their status.
@@ -40,38 +34,16 @@ void mendProcessState() {
     std::signal(SIGPIPE, SIG_IGN);
 }
 
-QString stateHome() {
-    const QString fromEnvironment = qEnvironmentVariable("XDG_STATE_HOME");
-    return fromEnvironment.startsWith(QLatin1Char('/'))
-               ? fromEnvironment
-               : QDir::homePath() + QStringLiteral("/.local/state");
-}
-
-Paths readCommandLine(const QApplication &application) {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QApplication::translate("main", "Read, write and test chips with the minipro tool."));
-    const QCommandLineOption settings(
-        QStringLiteral("settings"), QApplication::translate("main", "Keep the settings in <file>."),
-        QStringLiteral("file"),
-        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-            QStringLiteral("/velm/velm.conf"));
-    const QCommandLineOption state(
-        QStringLiteral("state"),
-        QApplication::translate("main", "Keep what the window remembers in <file>."),
-        QStringLiteral("file"), stateHome() + QStringLiteral("/velm/state.conf"));
-    parser.addOptions({settings, state});
-    parser.addHelpOption();
-    parser.addVersionOption();
-    parser.process(application);
-    const QDir here;
-    return {here.absoluteFilePath(parser.value(settings)),
-            here.absoluteFilePath(parser.value(state))};
-}
-
 int say(const QString &line, int status) {
     std::fprintf(stderr, "velm: %s\n", qPrintable(line));
     return status;
+}
+
+// Without a display the toolkit's application for windows ends the program on the spot, so what
+// needs no window is done before there is one.
+ProgramArguments argumentsWithoutDisplay(int argc, char *argv[]) {
+    const QCoreApplication application(argc, argv);
+    return readArguments(QCoreApplication::arguments());
 }
 
 // The workspace is another's: its window comes to the front, and this start is over.
@@ -95,19 +67,11 @@ int runWindow(SettingsStore &settings, const QString &memoryPath, const Workspac
     return QApplication::exec();
 }
 
-} // namespace
-
-int main(int argc, char *argv[]) {
-    mendProcessState();
-    StandardErrorLog::installForToolkit();
-    QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("velm"));
+int openWindow(int argc, char *argv[], const ProgramOptions &options) {
+    const QApplication application(argc, argv);
     QApplication::setApplicationDisplayName(QStringLiteral("VELM"));
-    QApplication::setApplicationVersion(QStringLiteral(VELM_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("velm"));
-
-    const Paths paths = readCommandLine(application);
-    SettingsStore settings(paths.settings);
+    SettingsStore settings(options.settings);
     // The folder's name is needed before anything is cleared, so before start-up registers the
     // defaults; the store may be given them more than once.
     settings.registerDefaults(settingsKeys::startupDefaults());
@@ -115,7 +79,7 @@ int main(int argc, char *argv[]) {
                        QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
     switch (lock.take()) {
     case WorkspaceLock::Outcome::Taken:
-        return runWindow(settings, paths.memory, lock);
+        return runWindow(settings, options.memory, lock);
     case WorkspaceLock::Outcome::HeldByAnother:
         return handOver(lock);
     case WorkspaceLock::Outcome::Unavailable:
@@ -124,4 +88,22 @@ int main(int argc, char *argv[]) {
     return say(
         QApplication::translate("main", "the workspace cannot be locked: %1").arg(lock.problem()),
         EXIT_FAILURE);
+}
+
+} // namespace
+
+int main(int argc, char *argv[]) {
+    mendProcessState();
+    StandardErrorLog::installForToolkit();
+    QCoreApplication::setApplicationName(QStringLiteral("velm"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VELM_VERSION));
+
+    const ProgramArguments arguments = argumentsWithoutDisplay(argc, argv);
+    if (const auto *answer = std::get_if<ProgramAnswer>(&arguments)) {
+        std::fputs(qPrintable(answer->text), stdout);
+        return EXIT_SUCCESS;
+    }
+    if (const auto *refusal = std::get_if<ProgramRefusal>(&arguments))
+        return say(refusal->sentence, EXIT_FAILURE);
+    return openWindow(argc, argv, std::get<ProgramOptions>(arguments));
 }

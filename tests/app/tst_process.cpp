@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -70,7 +71,8 @@ private slots:
     void aSecondStart_saysWhenTheFirstDoesNotAnswer();
     void afterACrash_theWorkspaceIsFree();
     void defaults_landInTheDataHome();
-    void version_isPrinted();
+    void answers_needNoDisplay_data();
+    void answers_needNoDisplay();
 };
 
 void TestProcess::aTerminateSignal_endsItProperly_data() {
@@ -131,12 +133,43 @@ void TestProcess::defaults_landInTheDataHome() {
     QVERIFY(QFile::exists(folder.filePath(QStringLiteral("data/VELM/temp.bin"))));
 }
 
-void TestProcess::version_isPrinted() {
+void TestProcess::answers_needNoDisplay_data() {
+    QTest::addColumn<QString>("argument");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("output");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("help") << "--help" << 0 << "Usage: .*--settings <file>.*"
+                          << "";
+    QTest::newRow("version") << "--version" << 0 << "velm [0-9.]+\n"
+                             << "";
+    QTest::newRow("an unknown option") << "--nonsense" << 1 << ""
+                                       << "velm: [^\n]*nonsense[^\n]*\n";
+    QTest::newRow("no value") << "--state" << 1 << ""
+                              << "velm: [^\n]*--state[^\n]*\n";
+}
+
+void TestProcess::answers_needNoDisplay() {
+    QFETCH(QString, argument);
+    QFETCH(QString, output);
+    QFETCH(QString, error);
     QProcess velm;
-    velm.start(QStringLiteral(VELM), {QStringLiteral("--version")});
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(QLatin1String(variable));
+    velm.setProcessEnvironment(environment);
+    velm.start(QStringLiteral(VELM), {argument});
     QVERIFY(velm.waitForFinished());
-    QCOMPARE(velm.exitCode(), 0);
-    QVERIFY(velm.readAllStandardOutput().startsWith("velm "));
+    QCOMPARE(velm.exitStatus(), QProcess::NormalExit);
+    QTEST(velm.exitCode(), "status");
+    const auto matches = [](const QByteArray &text, const QString &pattern) {
+        const QRegularExpression whole(QRegularExpression::anchoredPattern(pattern),
+                                       QRegularExpression::DotMatchesEverythingOption);
+        return whole.match(QString::fromUtf8(text)).hasMatch();
+    };
+    const QByteArray printed = velm.readAllStandardOutput();
+    QVERIFY2(matches(printed, output), printed.constData());
+    const QByteArray complaint = velm.readAllStandardError();
+    QVERIFY2(matches(complaint, error), complaint.constData());
 }
 
 QTEST_GUILESS_MAIN(TestProcess)

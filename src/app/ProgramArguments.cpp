@@ -1,0 +1,76 @@
+#include "app/ProgramArguments.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QStandardPaths>
+
+namespace {
+
+class Text {
+    Q_DECLARE_TR_FUNCTIONS(main)
+};
+
+QString defaultSettings() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/velm/velm.conf");
+}
+
+QString defaultMemory() {
+    const QString fromEnvironment = qEnvironmentVariable("XDG_STATE_HOME");
+    const QString stateHome = fromEnvironment.startsWith(QLatin1Char('/'))
+                                  ? fromEnvironment
+                                  : QDir::homePath() + QStringLiteral("/.local/state");
+    return stateHome + QStringLiteral("/velm/state.conf");
+}
+
+/// Options that the toolkit and its platform plugins take out of the arguments themselves, but
+/// only once there is a display.
+QList<QCommandLineOption> toolkitOptions() {
+    QList<QCommandLineOption> options;
+    const auto add = [&options](const char *name, const QString &valueName) {
+        QCommandLineOption option(QLatin1String(name), QString(), valueName);
+        option.setFlags(QCommandLineOption::HiddenFromHelp);
+        options.append(option);
+    };
+    for (const char *name :
+         {"platform", "platformpluginpath", "platformtheme", "plugin", "qwindowgeometry",
+          "qwindowicon", "qwindowtitle", "geometry", "icon", "title", "session", "style",
+          "stylesheet", "display", "name", "qmljsdebugger"})
+        add(name, QStringLiteral("value"));
+    for (const char *name : {"reverse", "widgetcount", "nograb", "dograb"})
+        add(name, QString());
+    return options;
+}
+
+} // namespace
+
+ProgramArguments readArguments(const QStringList &words) {
+    const QCommandLineOption settings(QStringLiteral("settings"),
+                                      Text::tr("Keep the settings in <file>."),
+                                      QStringLiteral("file"), defaultSettings());
+    const QCommandLineOption state(QStringLiteral("state"),
+                                   Text::tr("Keep what the window remembers in <file>."),
+                                   QStringLiteral("file"), defaultMemory());
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  Text::tr("Print the options and end."));
+    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
+                                     Text::tr("Print the version and end."));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(Text::tr("Read, write and test chips with the minipro tool."));
+    // The toolkit's options have one dash.
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    parser.addOptions({settings, state, help, version});
+    parser.addOptions(toolkitOptions());
+
+    if (!parser.parse(words))
+        return ProgramRefusal{parser.errorText()};
+    if (parser.isSet(help))
+        return ProgramAnswer{parser.helpText()};
+    if (parser.isSet(version))
+        return ProgramAnswer{QCoreApplication::applicationName() + QLatin1Char(' ') +
+                             QCoreApplication::applicationVersion() + QLatin1Char('\n')};
+    const QDir here;
+    return ProgramOptions{here.absoluteFilePath(parser.value(settings)),
+                          here.absoluteFilePath(parser.value(state))};
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <variant>
+
+/// What the program was started with.
+struct ProgramOptions {
+    /// Absolute paths of the files that hold the settings and what the window remembers.
+    QString settings;
+    QString memory;
+};
+
+/// Something to print instead of opening a window: the options, or the version.
+struct ProgramAnswer {
+    QString text;
+};
+
+/// Why the arguments make no sense: one sentence.
+struct ProgramRefusal {
+    QString sentence;
+};
+
+using ProgramArguments = std::variant<ProgramOptions, ProgramAnswer, ProgramRefusal>;
+
+/// Reads \a words, the program's name first. Needs no display: what the toolkit takes for itself
+/// once it has one (-platform, -style and the like) is known here and passed over. Relative paths
+/// count from the current folder.
+ProgramArguments readArguments(const QStringList &words);

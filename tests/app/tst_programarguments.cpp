@@ -1,0 +1,107 @@
+#include "app/ProgramArguments.h"
+
+#include <QDir>
+#include <QTest>
+
+class TestProgramArguments : public QObject {
+    Q_OBJECT
+
+private slots:
+    void files_haveDefaultsInTheHomesOfTheSystem();
+    void files_countFromTheCurrentFolder();
+    void memory_isInTheStateHomeIfThatIsAbsolute();
+    void toolkitOptions_arePassedOver_data();
+    void toolkitOptions_arePassedOver();
+    void refusals_areOneSentence_data();
+    void refusals_areOneSentence();
+    void help_namesEachOptionAndNoneOfTheToolkit();
+};
+
+namespace {
+
+/// Reads the command line \a words, which are separated by blanks.
+ProgramArguments read(const QString &words) {
+    return readArguments(QStringLiteral("velm ").append(words).split(u' ', Qt::SkipEmptyParts));
+}
+
+ProgramOptions optionsOf(const QString &words) {
+    const ProgramArguments arguments = read(words);
+    const auto *options = std::get_if<ProgramOptions>(&arguments);
+    return options ? *options : ProgramOptions{QStringLiteral("refused"), {}};
+}
+
+} // namespace
+
+void TestProgramArguments::files_haveDefaultsInTheHomesOfTheSystem() {
+    qputenv("XDG_CONFIG_HOME", "/config");
+    qputenv("XDG_STATE_HOME", "/state");
+    const ProgramOptions options = optionsOf(QString());
+    QCOMPARE(options.settings, QStringLiteral("/config/velm/velm.conf"));
+    QCOMPARE(options.memory, QStringLiteral("/state/velm/state.conf"));
+}
+
+void TestProgramArguments::files_countFromTheCurrentFolder() {
+    const ProgramOptions options = optionsOf(QStringLiteral("--settings a.conf --state=b/c.conf"));
+    QCOMPARE(options.settings, QDir::currentPath() + QStringLiteral("/a.conf"));
+    QCOMPARE(options.memory, QDir::currentPath() + QStringLiteral("/b/c.conf"));
+    QCOMPARE(optionsOf(QStringLiteral("--settings=/a.conf")).settings, QStringLiteral("/a.conf"));
+}
+
+void TestProgramArguments::memory_isInTheStateHomeIfThatIsAbsolute() {
+    qputenv("XDG_STATE_HOME", "state");
+    QCOMPARE(optionsOf(QString()).memory,
+             QDir::homePath() + QStringLiteral("/.local/state/velm/state.conf"));
+}
+
+void TestProgramArguments::toolkitOptions_arePassedOver_data() {
+    QTest::addColumn<QString>("words");
+    QTest::newRow("one dash") << "-platform offscreen";
+    QTest::newRow("two dashes") << "--platform offscreen";
+    QTest::newRow("no value") << "-reverse";
+    QTest::newRow("joined value") << "-style=fusion";
+    QTest::newRow("of one platform") << "-display :0 -name chips -nograb";
+    QTest::newRow("several") << "-style fusion -session 1_2 -plugin a";
+}
+
+void TestProgramArguments::toolkitOptions_arePassedOver() {
+    QFETCH(QString, words);
+    words += QStringLiteral(" --settings /a.conf");
+    QCOMPARE(optionsOf(words).settings, QStringLiteral("/a.conf"));
+}
+
+void TestProgramArguments::refusals_areOneSentence_data() {
+    QTest::addColumn<QString>("words");
+    QTest::addColumn<QString>("named");
+    QTest::newRow("unknown") << "--nonsense"
+                             << "nonsense";
+    QTest::newRow("unknown letter") << "-x"
+                                    << "x";
+    QTest::newRow("no value") << "--settings"
+                              << "--settings";
+    QTest::newRow("a value too many") << "--help=yes"
+                                      << "--help";
+}
+
+void TestProgramArguments::refusals_areOneSentence() {
+    QFETCH(QString, words);
+    QFETCH(QString, named);
+    const ProgramArguments arguments = read(words);
+    const auto *refusal = std::get_if<ProgramRefusal>(&arguments);
+    QVERIFY(refusal);
+    QVERIFY2(refusal->sentence.contains(named), qPrintable(refusal->sentence));
+    QVERIFY2(!refusal->sentence.contains(QLatin1Char('\n')), qPrintable(refusal->sentence));
+}
+
+void TestProgramArguments::help_namesEachOptionAndNoneOfTheToolkit() {
+    for (const char *word : {"--help", "-h"}) {
+        const ProgramArguments arguments = read(QLatin1String(word));
+        const auto *answer = std::get_if<ProgramAnswer>(&arguments);
+        QVERIFY(answer);
+        for (const char *option : {"--settings", "--state", "--help", "--version"})
+            QVERIFY2(answer->text.contains(QLatin1String(option)), option);
+        QVERIFY(!answer->text.contains(QLatin1String("platform")));
+    }
+}
+
+QTEST_GUILESS_MAIN(TestProgramArguments)
+#include "tst_programarguments.moc"
