@@ -20,7 +20,9 @@
 namespace {
 
 // A starter that closed the standard descriptors would have the program's own files land on
-// them, and one that ignores the end of children would lose their status.
+// them, and one that ignores the end of children would lose their status. A closed pipe and a
+// file that may not grow any more are errors of a write like others; children get both signals
+// back.
 void mendProcessState() {
     while (true) {
         const int descriptor = ::open("/dev/null", O_RDWR);
@@ -32,6 +34,7 @@ void mendProcessState() {
     }
     std::signal(SIGCHLD, SIG_DFL);
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 int say(const QString &line, int status) {

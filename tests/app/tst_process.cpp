@@ -9,13 +9,17 @@
 #include <QTest>
 
 #include <csignal>
+#include <functional>
+#include <sys/resource.h>
 
 namespace {
 
 /// A started program in a folder of its own.
 class Program {
 public:
-    explicit Program(const QTemporaryDir &folder) {
+    /// \a beforehand is what the new process does before it becomes the program.
+    explicit Program(const QTemporaryDir &folder, const std::function<void()> &beforehand = {}) {
+        process.setChildProcessModifier(beforehand);
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder.path());
         environment.insert(QStringLiteral("XDG_DATA_HOME"),
@@ -71,6 +75,7 @@ private slots:
     void aSecondStart_saysWhenTheFirstDoesNotAnswer();
     void afterACrash_theWorkspaceIsFree();
     void defaults_landInTheDataHome();
+    void aFileSizeLimit_isAnErrorLikeAFullDisk();
     void answers_needNoDisplay_data();
     void answers_needNoDisplay();
 };
@@ -131,6 +136,28 @@ void TestProcess::defaults_landInTheDataHome() {
     velm.send(SIGTERM);
     QCOMPARE(velm.exitCode(), 0);
     QVERIFY(QFile::exists(folder.filePath(QStringLiteral("data/VELM/temp.bin"))));
+}
+
+void TestProcess::aFileSizeLimit_isAnErrorLikeAFullDisk() {
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
+    constexpr int limit = 16 * 1024;
+    QFile binary(folder.filePath(QStringLiteral("big.bin")));
+    QVERIFY(binary.open(QIODevice::WriteOnly));
+    QCOMPARE(binary.write(QByteArray(2 * limit, 'x')), 2 * limit);
+    binary.close();
+    {
+        SettingsStore settings(folder.filePath(QStringLiteral("velm.conf")));
+        settings.setValue(settingsKeys::binary, binary.fileName());
+    }
+    Program velm(folder, [] {
+        const rlimit smallFiles{limit, limit};
+        ::setrlimit(RLIMIT_FSIZE, &smallFiles);
+    });
+    QVERIFY(velm.isUp());
+    while (!velm.standardError.contains("error writing to temp file"))
+        QVERIFY2(velm.readMore(), velm.standardError.constData());
+    velm.send(SIGTERM);
+    QCOMPARE(velm.exitCode(), 0);
 }
 
 void TestProcess::answers_needNoDisplay_data() {

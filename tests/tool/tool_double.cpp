@@ -182,7 +182,7 @@ int describeInheritance() {
             text += ", descriptor " + std::to_string(descriptor);
     sigset_t blocked;
     sigprocmask(SIG_BLOCK, nullptr, &blocked);
-    for (const int number : {SIGPIPE, SIGTERM, SIGINT, SIGCHLD, SIGTTOU}) {
+    for (const int number : {SIGPIPE, SIGTERM, SIGINT, SIGCHLD, SIGTTOU, SIGXFSZ}) {
         struct sigaction action {};
         sigaction(number, nullptr, &action);
         if (action.sa_handler == SIG_IGN)

@@ -139,7 +139,7 @@ void TestChildProcess::failedStart_endsAtOnceWithAReason() {
 }
 
 void TestChildProcess::child_isStartedClean() {
-    // An inherited descriptor without close-on-exec, a blocked and an ignored signal.
+    // An inherited descriptor without close-on-exec, a blocked and two ignored signals.
     const int stray = ::open("/dev/null", O_RDONLY);
     sigset_t blocked;
     sigset_t before;
@@ -147,9 +147,11 @@ void TestChildProcess::child_isStartedClean() {
     sigaddset(&blocked, SIGTERM);
     ::sigprocmask(SIG_BLOCK, &blocked, &before);
     const auto pipeHandler = ::signal(SIGPIPE, SIG_IGN);
+    const auto sizeHandler = ::signal(SIGXFSZ, SIG_IGN);
     Child child("describe-inheritance");
     QVERIFY(child.process.start());
     ::signal(SIGPIPE, pipeHandler);
+    ::signal(SIGXFSZ, sizeHandler);
     ::sigprocmask(SIG_SETMASK, &before, nullptr);
     ::close(stray);
     QCOMPARE(child.printedUpToTheEnd(), QStringLiteral("own session"));
