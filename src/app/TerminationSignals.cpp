@@ -14,6 +14,8 @@ namespace {
 int wakeUpEnd = -1;
 int readingEnd = -1;
 constexpr std::array<int, 3> handledSignals = {SIGTERM, SIGINT, SIGHUP};
+/// What each of the signals did before.
+std::array<struct sigaction, handledSignals.size()> foundActions = {};
 
 extern "C" void noteSignal(int) {
     const int saved = errno;
@@ -22,13 +24,23 @@ extern "C" void noteSignal(int) {
     errno = saved;
 }
 
-void setDisposition(void (*handler)(int)) {
+// A signal that the starter has turned off (nohup, or a shell that starts a program in the
+// background) is not meant for this program.
+void takeOver() {
     struct sigaction action = {};
-    action.sa_handler = handler;
+    action.sa_handler = noteSignal;
     action.sa_flags = SA_RESTART;
     sigemptyset(&action.sa_mask);
-    for (const int number : handledSignals)
-        ::sigaction(number, &action, nullptr);
+    for (std::size_t i = 0; i < handledSignals.size(); ++i) {
+        ::sigaction(handledSignals[i], nullptr, &foundActions[i]);
+        if (foundActions[i].sa_handler != SIG_IGN)
+            ::sigaction(handledSignals[i], &action, nullptr);
+    }
+}
+
+void giveBack() {
+    for (std::size_t i = 0; i < handledSignals.size(); ++i)
+        ::sigaction(handledSignals[i], &foundActions[i], nullptr);
 }
 
 } // namespace
@@ -45,11 +57,13 @@ TerminationSignals::TerminationSignals(QObject *parent) : QObject(parent) {
     wakeUpEnd = ends[1];
     notifier_ = new QSocketNotifier(readingEnd, QSocketNotifier::Read, this);
     connect(notifier_, &QSocketNotifier::activated, this, &TerminationSignals::drain);
-    setDisposition(noteSignal);
+    takeOver();
 }
 
 TerminationSignals::~TerminationSignals() {
-    setDisposition(SIG_DFL);
+    if (!notifier_)
+        return;
+    giveBack();
     delete notifier_;
     ::close(readingEnd);
     ::close(wakeUpEnd);

@@ -5,7 +5,8 @@
 class QSocketNotifier;
 
 /// Turns SIGTERM, SIGINT and SIGHUP into a Qt signal on the main thread, so that being asked to
-/// end takes the same way as closing the window. One object for each process.
+/// end takes the same way as closing the window. One of them that the program was started with
+/// ignored stays ignored. One object for each process; what it found comes back when it goes.
 class TerminationSignals final : public QObject {
     Q_OBJECT
 

@@ -17,9 +17,15 @@ namespace {
 /// A started program in a folder of its own.
 class Program {
 public:
-    /// \a beforehand is what the new process does before it becomes the program.
+    /// \a beforehand is what the new process does before it becomes the program, which has none of
+    /// the signals ignored that a shell ignores for what it starts in the background.
     explicit Program(const QTemporaryDir &folder, const std::function<void()> &beforehand = {}) {
-        process.setChildProcessModifier(beforehand);
+        process.setChildProcessModifier([beforehand] {
+            for (const int number : {SIGTERM, SIGINT, SIGHUP})
+                ::signal(number, SIG_DFL);
+            if (beforehand)
+                beforehand();
+        });
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder.path());
         environment.insert(QStringLiteral("XDG_DATA_HOME"),
@@ -71,6 +77,7 @@ class TestProcess : public QObject {
 private slots:
     void aTerminateSignal_endsItProperly_data();
     void aTerminateSignal_endsItProperly();
+    void anIgnoredHangup_staysIgnored();
     void aSecondStart_raisesTheFirstAndEnds();
     void aSecondStart_saysWhenTheFirstDoesNotAnswer();
     void afterACrash_theWorkspaceIsFree();
@@ -93,6 +100,19 @@ void TestProcess::aTerminateSignal_endsItProperly() {
     Program velm(folder);
     QVERIFY(velm.isUp());
     velm.send(number);
+    QCOMPARE(velm.exitCode(), 0);
+}
+
+void TestProcess::anIgnoredHangup_staysIgnored() {
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
+    Program velm(folder, [] { ::signal(SIGHUP, SIG_IGN); });
+    QVERIFY(velm.isUp());
+    velm.send(SIGHUP);
+    // It still answers, and would have taken a hangup before this.
+    Program second(folder);
+    QCOMPARE(second.exitCode(), 0);
+    QCOMPARE(velm.process.state(), QProcess::Running);
+    velm.send(SIGTERM);
     QCOMPARE(velm.exitCode(), 0);
 }
 

@@ -29,6 +29,9 @@ private slots:
     void raise_takesOverWhatADeadHolderLeft();
     void terminationSignals_arriveAsSignals_data();
     void terminationSignals_arriveAsSignals();
+    void terminationSignals_leaveAnIgnoredOneIgnored_data();
+    void terminationSignals_leaveAnIgnoredOneIgnored();
+    void terminationSignals_comeBackAsTheyWereFound();
 
 private:
     QTemporaryDir runtime_{QDir::tempPath() + QStringLiteral("/velm-XXXXXX")};
@@ -107,11 +110,19 @@ void TestWorkspaceLock::raise_takesOverWhatADeadHolderLeft() {
     caller.join();
 }
 
-void TestWorkspaceLock::terminationSignals_arriveAsSignals_data() {
+namespace {
+
+void eachSignal() {
     QTest::addColumn<int>("number");
     QTest::newRow("SIGTERM") << SIGTERM;
     QTest::newRow("SIGINT") << SIGINT;
     QTest::newRow("SIGHUP") << SIGHUP;
+}
+
+} // namespace
+
+void TestWorkspaceLock::terminationSignals_arriveAsSignals_data() {
+    eachSignal();
 }
 
 void TestWorkspaceLock::terminationSignals_arriveAsSignals() {
@@ -121,6 +132,31 @@ void TestWorkspaceLock::terminationSignals_arriveAsSignals() {
     std::raise(number);
     std::raise(number);
     QTRY_COMPARE(received.count(), 2);
+}
+
+void TestWorkspaceLock::terminationSignals_leaveAnIgnoredOneIgnored_data() {
+    eachSignal();
+}
+
+void TestWorkspaceLock::terminationSignals_leaveAnIgnoredOneIgnored() {
+    QFETCH(int, number);
+    const int other = number == SIGINT ? SIGTERM : SIGINT;
+    const auto before = std::signal(number, SIG_IGN);
+    {
+        TerminationSignals termination;
+        QSignalSpy received(&termination, &TerminationSignals::received);
+        std::raise(number);
+        std::raise(other);
+        QTRY_COMPARE(received.count(), 1);
+    }
+    QVERIFY(std::signal(number, before) == SIG_IGN);
+}
+
+void TestWorkspaceLock::terminationSignals_comeBackAsTheyWereFound() {
+    void (*const handler)(int) = [](int) {};
+    const auto before = std::signal(SIGHUP, handler);
+    { TerminationSignals termination; }
+    QVERIFY(std::signal(SIGHUP, before) == handler);
 }
 
 QTEST_GUILESS_MAIN(TestWorkspaceLock)
