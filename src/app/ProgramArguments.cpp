@@ -3,7 +3,11 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QStandardPaths>
+
+#include <optional>
+#include <sys/stat.h>
 
 namespace {
 
@@ -43,6 +47,22 @@ QList<QCommandLineOption> toolkitOptions() {
     return options;
 }
 
+bool isSomethingElseThanAFile(const QString &path) {
+    struct stat facts = {};
+    return ::stat(QFile::encodeName(path).constData(), &facts) == 0 && !S_ISREG(facts.st_mode);
+}
+
+/// Why the file named by \a option cannot hold anything, if so: opening a FIFO waits for ever, and
+/// a device forgets.
+std::optional<ProgramRefusal> refusalOf(const QCommandLineParser &parser,
+                                        const QCommandLineOption &option) {
+    const QString path = QDir().absoluteFilePath(parser.value(option));
+    if (!parser.isSet(option) || !isSomethingElseThanAFile(path))
+        return std::nullopt;
+    return ProgramRefusal{
+        Text::tr("--%1: %2 is not a regular file.").arg(option.names().constFirst(), path)};
+}
+
 } // namespace
 
 ProgramArguments readArguments(const QStringList &words) {
@@ -70,6 +90,9 @@ ProgramArguments readArguments(const QStringList &words) {
     if (parser.isSet(version))
         return ProgramAnswer{QCoreApplication::applicationName() + QLatin1Char(' ') +
                              QCoreApplication::applicationVersion() + QLatin1Char('\n')};
+    for (const QCommandLineOption &option : {settings, state})
+        if (const auto refusal = refusalOf(parser, option))
+            return *refusal;
     const QDir here;
     return ProgramOptions{here.absoluteFilePath(parser.value(settings)),
                           here.absoluteFilePath(parser.value(state))};

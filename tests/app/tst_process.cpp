@@ -11,6 +11,8 @@
 #include <csignal>
 #include <functional>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 namespace {
 
@@ -83,6 +85,8 @@ private slots:
     void afterACrash_theWorkspaceIsFree();
     void defaults_landInTheDataHome();
     void aFileSizeLimit_isAnErrorLikeAFullDisk();
+    void aFileOfItsOwnThatIsNoFile_isRefusedAtOnce_data();
+    void aFileOfItsOwnThatIsNoFile_isRefusedAtOnce();
     void answers_needNoDisplay_data();
     void answers_needNoDisplay();
 };
@@ -178,6 +182,37 @@ void TestProcess::aFileSizeLimit_isAnErrorLikeAFullDisk() {
         QVERIFY2(velm.readMore(), velm.standardError.constData());
     velm.send(SIGTERM);
     QCOMPARE(velm.exitCode(), 0);
+}
+
+void TestProcess::aFileOfItsOwnThatIsNoFile_isRefusedAtOnce_data() {
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("name");
+    for (const char *option : {"--settings", "--state"})
+        for (const char *name : {"fifo", "folder", "device", "link to the fifo"})
+            QTest::addRow("%s %s", option, name) << option << name;
+}
+
+void TestProcess::aFileOfItsOwnThatIsNoFile_isRefusedAtOnce() {
+    QFETCH(QString, option);
+    QFETCH(QString, name);
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
+    QCOMPARE(::mkfifo(qUtf8Printable(folder.filePath(QStringLiteral("fifo"))), 0600), 0);
+    QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("folder")));
+    // Not one of the system's own devices: who may make one may also spoil those.
+    const QByteArray device = folder.filePath(QStringLiteral("device")).toUtf8();
+    if (name == QLatin1String("device") &&
+        ::mknod(device.constData(), S_IFCHR | 0600, makedev(1, 3)) != 0)
+        QSKIP("this user cannot make a device");
+    QVERIFY(
+        QFile::link(QStringLiteral("fifo"), folder.filePath(QStringLiteral("link to the fifo"))));
+    const QString path = folder.filePath(name);
+    QProcess velm;
+    velm.start(QStringLiteral(VELM), {option, path});
+    QVERIFY(velm.waitForFinished());
+    QCOMPARE(velm.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(velm.exitCode(), 1);
+    QCOMPARE(QString::fromUtf8(velm.readAllStandardError()),
+             QStringLiteral("velm: %1: %2 is not a regular file.\n").arg(option, path));
 }
 
 void TestProcess::answers_needNoDisplay_data() {
