@@ -25,10 +25,13 @@ void RaiseServer::answer() {
     }
 }
 
-bool requestRaise(const QString &socketPath) {
+RaiseAnswer requestRaise(const QString &socketPath) {
     QLocalSocket socket;
     socket.connectToServer(socketPath, QIODevice::ReadOnly);
     if (!socket.waitForConnected(patience))
-        return false;
-    return socket.waitForReadyRead(patience) && socket.readAll() == answerText;
+        return RaiseAnswer::Nobody;
+    if (socket.waitForReadyRead(patience) && socket.readAll() == answerText)
+        return RaiseAnswer::Raised;
+    return socket.state() == QLocalSocket::ConnectedState ? RaiseAnswer::Silence
+                                                          : RaiseAnswer::Nobody;
 }

@@ -25,6 +25,14 @@ private:
     QLocalServer server_;
 };
 
-/// Asks the program that listens at \a socketPath to bring its window to the front. True once it
-/// has answered; false if nobody answers within three seconds.
-bool requestRaise(const QString &socketPath);
+/// What a request for the window came to.
+enum class RaiseAnswer {
+    Raised,
+    /// Nobody listens, or whoever did has ended without an answer.
+    Nobody,
+    /// Somebody listens, but has not answered for three seconds.
+    Silence
+};
+
+/// Asks the program that listens at \a socketPath to bring its window to the front.
+RaiseAnswer requestRaise(const QString &socketPath);

@@ -3,6 +3,7 @@
 #include "app/RaiseChannel.h"
 #include "app/TerminationSignals.h"
 #include "app/VelmWindow.h"
+#include "app/WorkspaceEntry.h"
 #include "app/WorkspaceLock.h"
 #include "base/Log.h"
 #include "settings/FilePaths.h"
@@ -16,6 +17,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <memory>
+#include <variant>
 
 namespace {
 
@@ -42,55 +45,67 @@ int say(const QString &line, int status) {
     return status;
 }
 
-// Without a display the toolkit's application for windows ends the program on the spot, so what
-// needs no window is done before there is one.
-ProgramArguments argumentsWithoutDisplay(int argc, char *argv[]) {
-    const QCoreApplication application(argc, argv);
-    return readArguments(QCoreApplication::arguments());
-}
+/// What a start has when its window may open. The settings were opened before there was an
+/// application with a window and must not need its event loop until it runs.
+struct Start {
+    ProgramOptions options;
+    std::unique_ptr<SettingsStore> settings;
+    std::unique_ptr<WorkspaceLock> lock;
+};
 
-// The workspace is another's: its window comes to the front, and this start is over.
-int handOver(const WorkspaceLock &lock) {
-    if (requestRaise(lock.socketPath()))
+std::variant<Start, int> enter(Start start) {
+    switch (enterWorkspace(*start.lock)) {
+    case WorkspaceEntry::First:
+        return start;
+    case WorkspaceEntry::Raised:
         return EXIT_SUCCESS;
-    return say(QApplication::translate("main", "VELM is already running on this workspace, but "
-                                               "its window does not answer."),
+    case WorkspaceEntry::Silent:
+        return say(QCoreApplication::translate("main", "VELM is already running on this workspace, "
+                                                       "but its window does not answer."),
+                   EXIT_FAILURE);
+    case WorkspaceEntry::Unavailable:
+        break;
+    }
+    return say(QCoreApplication::translate("main", "the workspace cannot be locked: %1")
+                   .arg(start.lock->problem()),
                EXIT_FAILURE);
 }
 
-int runWindow(SettingsStore &settings, const QString &memoryPath, const WorkspaceLock &lock) {
-    StandardErrorLog log;
-    DesktopFilePanels panels;
-    VelmWindow velm({settings, log, panels, [] { QApplication::beep(); }, memoryPath});
-    RaiseServer raiseServer(lock.socketPath());
-    TerminationSignals termination;
-    QObject::connect(&raiseServer, &RaiseServer::raiseRequested, &velm, &VelmWindow::raise);
-    QObject::connect(&termination, &TerminationSignals::received, &velm, &VelmWindow::askToEnd);
-    velm.start();
-    return QApplication::exec();
-}
+// Without a display the toolkit's application for windows ends the program on the spot, so what
+// needs no window comes before it. Gives the status where nothing else does.
+std::variant<Start, int> prepare(int argc, char *argv[]) {
+    const QCoreApplication application(argc, argv);
+    const ProgramArguments arguments = readArguments(QCoreApplication::arguments());
+    if (const auto *answer = std::get_if<ProgramAnswer>(&arguments)) {
+        std::fputs(qPrintable(answer->text), stdout);
+        return EXIT_SUCCESS;
+    }
+    if (const auto *refusal = std::get_if<ProgramRefusal>(&arguments))
+        return say(refusal->sentence, EXIT_FAILURE);
 
-int openWindow(int argc, char *argv[], const ProgramOptions &options) {
-    const QApplication application(argc, argv);
-    QApplication::setApplicationDisplayName(QStringLiteral("VELM"));
-    QApplication::setDesktopFileName(QStringLiteral("velm"));
-    SettingsStore settings(options.settings);
+    Start start{std::get<ProgramOptions>(arguments), nullptr, nullptr};
+    start.settings = std::make_unique<SettingsStore>(start.options.settings);
     // The folder's name is needed before anything is cleared, so before start-up registers the
     // defaults; the store may be given them more than once.
-    settings.registerDefaults(settingsKeys::startupDefaults());
-    WorkspaceLock lock(temporaryFolder(settings),
-                       QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
-    switch (lock.take()) {
-    case WorkspaceLock::Outcome::Taken:
-        return runWindow(settings, options.memory, lock);
-    case WorkspaceLock::Outcome::HeldByAnother:
-        return handOver(lock);
-    case WorkspaceLock::Outcome::Unavailable:
-        break;
-    }
-    return say(
-        QApplication::translate("main", "the workspace cannot be locked: %1").arg(lock.problem()),
-        EXIT_FAILURE);
+    start.settings->registerDefaults(settingsKeys::startupDefaults());
+    start.lock = std::make_unique<WorkspaceLock>(
+        temporaryFolder(*start.settings),
+        QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
+    return enter(std::move(start));
+}
+
+int runWindow(const Start &start) {
+    StandardErrorLog log;
+    DesktopFilePanels panels;
+    VelmWindow velm(
+        {*start.settings, log, panels, [] { QApplication::beep(); }, start.options.memory});
+    TerminationSignals termination;
+    QObject::connect(&termination, &TerminationSignals::received, &velm, &VelmWindow::askToEnd);
+    velm.start();
+    // Whoever finds it listening may expect an answer soon.
+    RaiseServer raiseServer(start.lock->socketPath());
+    QObject::connect(&raiseServer, &RaiseServer::raiseRequested, &velm, &VelmWindow::raise);
+    return QApplication::exec();
 }
 
 } // namespace
@@ -100,13 +115,12 @@ int main(int argc, char *argv[]) {
     StandardErrorLog::installForToolkit();
     QCoreApplication::setApplicationName(QStringLiteral("velm"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELM_VERSION));
+    const std::variant<Start, int> preparation = prepare(argc, argv);
+    if (const int *status = std::get_if<int>(&preparation))
+        return *status;
 
-    const ProgramArguments arguments = argumentsWithoutDisplay(argc, argv);
-    if (const auto *answer = std::get_if<ProgramAnswer>(&arguments)) {
-        std::fputs(qPrintable(answer->text), stdout);
-        return EXIT_SUCCESS;
-    }
-    if (const auto *refusal = std::get_if<ProgramRefusal>(&arguments))
-        return say(refusal->sentence, EXIT_FAILURE);
-    return openWindow(argc, argv, std::get<ProgramOptions>(arguments));
+    const QApplication application(argc, argv);
+    QApplication::setApplicationDisplayName(QStringLiteral("VELM"));
+    QApplication::setDesktopFileName(QStringLiteral("velm"));
+    return runWindow(std::get<Start>(preparation));
 }

@@ -8,31 +8,51 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
 #include <csignal>
 #include <functional>
+#include <memory>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
+#include <vector>
 
 namespace {
 
-/// A started program in a folder of its own.
+QProcessEnvironment environmentWithoutDisplay() {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(QLatin1String(variable));
+    return environment;
+}
+
+QProcessEnvironment environmentIn(const QTemporaryDir &folder, bool withDisplay) {
+    QProcessEnvironment environment =
+        withDisplay ? QProcessEnvironment::systemEnvironment() : environmentWithoutDisplay();
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder.path());
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), folder.filePath(QStringLiteral("data")));
+    return environment;
+}
+
+/// How a test starts the program.
+struct HowToStart {
+    /// What the new process does before it becomes the program.
+    std::function<void()> beforehand = {};
+    bool withDisplay = true;
+};
+
+/// A started program in a folder of its own. None of the signals is ignored that a shell ignores
+/// for what it starts in the background.
 class Program {
 public:
-    /// \a beforehand is what the new process does before it becomes the program, which has none of
-    /// the signals ignored that a shell ignores for what it starts in the background.
-    explicit Program(const QTemporaryDir &folder, const std::function<void()> &beforehand = {}) {
-        process.setChildProcessModifier([beforehand] {
+    explicit Program(const QTemporaryDir &folder, const HowToStart &how = {}) {
+        process.setChildProcessModifier([beforehand = how.beforehand] {
             for (const int number : {SIGTERM, SIGINT, SIGHUP})
                 ::signal(number, SIG_DFL);
             if (beforehand)
                 beforehand();
         });
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder.path());
-        environment.insert(QStringLiteral("XDG_DATA_HOME"),
-                           folder.filePath(QStringLiteral("data")));
-        process.setProcessEnvironment(environment);
+        process.setProcessEnvironment(environmentIn(folder, how.withDisplay));
         process.setReadChannel(QProcess::StandardError);
         process.start(QStringLiteral(VELM),
                       {QStringLiteral("--settings"), folder.filePath(QStringLiteral("velm.conf")),
@@ -58,7 +78,9 @@ public:
     }
     /// Waits for the end; the exit code, or -1 if it crashed or goes on.
     int exitCode() {
-        if (!process.waitForFinished(patience) || process.exitStatus() != QProcess::NormalExit)
+        const bool over =
+            process.state() == QProcess::NotRunning || process.waitForFinished(patience);
+        if (!over || process.exitStatus() != QProcess::NormalExit)
             return -1;
         standardError += process.readAllStandardError();
         return process.exitCode();
@@ -69,6 +91,17 @@ public:
     QProcess process;
     QByteArray standardError;
 };
+
+/// Waits until the program that works in \a folder can be asked for its window.
+bool listens(const QTemporaryDir &folder) {
+    return QTest::qWaitFor(
+        [&] {
+            return !QDir(folder.path())
+                        .entryList({QStringLiteral("*.socket")}, QDir::System)
+                        .isEmpty();
+        },
+        Program::patience);
+}
 
 } // namespace
 
@@ -81,6 +114,8 @@ private slots:
     void aTerminateSignal_endsItProperly();
     void anIgnoredHangup_staysIgnored();
     void aSecondStart_raisesTheFirstAndEnds();
+    void aSecondStart_needsNoDisplay();
+    void ofManyStartsAtOnce_oneOpensAWindow();
     void aSecondStart_saysWhenTheFirstDoesNotAnswer();
     void afterACrash_theWorkspaceIsFree();
     void defaults_landInTheDataHome();
@@ -109,7 +144,7 @@ void TestProcess::aTerminateSignal_endsItProperly() {
 
 void TestProcess::anIgnoredHangup_staysIgnored() {
     const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
-    Program velm(folder, [] { ::signal(SIGHUP, SIG_IGN); });
+    Program velm(folder, {.beforehand = [] { ::signal(SIGHUP, SIG_IGN); }});
     QVERIFY(velm.isUp());
     velm.send(SIGHUP);
     // It still answers, and would have taken a hangup before this.
@@ -131,10 +166,38 @@ void TestProcess::aSecondStart_raisesTheFirstAndEnds() {
     QCOMPARE(first.exitCode(), 0);
 }
 
+void TestProcess::aSecondStart_needsNoDisplay() {
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
+    Program first(folder);
+    QVERIFY(first.isUp());
+    Program second(folder, {.withDisplay = false});
+    QCOMPARE(second.exitCode(), 0);
+}
+
+void TestProcess::ofManyStartsAtOnce_oneOpensAWindow() {
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
+    constexpr int starts = 20;
+    std::vector<std::unique_ptr<Program>> programs;
+    for (int i = 0; i < starts; ++i)
+        programs.push_back(std::make_unique<Program>(folder));
+    const auto running = [&] {
+        return std::count_if(programs.begin(), programs.end(), [](const auto &program) {
+            return program->process.state() != QProcess::NotRunning;
+        });
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(running(), 1, Program::patience);
+    for (const auto &program : programs) {
+        if (program->process.state() != QProcess::NotRunning)
+            program->send(SIGTERM);
+        QCOMPARE(program->exitCode(), 0);
+    }
+}
+
 void TestProcess::aSecondStart_saysWhenTheFirstDoesNotAnswer() {
     const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
     Program first(folder);
     QVERIFY(first.isUp());
+    QVERIFY(listens(folder));
     first.send(SIGSTOP);
     Program second(folder);
     QCOMPARE(second.exitCode(), 1);
@@ -173,10 +236,11 @@ void TestProcess::aFileSizeLimit_isAnErrorLikeAFullDisk() {
         SettingsStore settings(folder.filePath(QStringLiteral("velm.conf")));
         settings.setValue(settingsKeys::binary, binary.fileName());
     }
-    Program velm(folder, [] {
+    const auto limitFiles = [] {
         const rlimit smallFiles{limit, limit};
         ::setrlimit(RLIMIT_FSIZE, &smallFiles);
-    });
+    };
+    Program velm(folder, {.beforehand = limitFiles});
     QVERIFY(velm.isUp());
     while (!velm.standardError.contains("error writing to temp file"))
         QVERIFY2(velm.readMore(), velm.standardError.constData());
@@ -235,10 +299,7 @@ void TestProcess::answers_needNoDisplay() {
     QFETCH(QString, output);
     QFETCH(QString, error);
     QProcess velm;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-        environment.remove(QLatin1String(variable));
-    velm.setProcessEnvironment(environment);
+    velm.setProcessEnvironment(environmentWithoutDisplay());
     velm.start(QStringLiteral(VELM), {argument});
     QVERIFY(velm.waitForFinished());
     QCOMPARE(velm.exitStatus(), QProcess::NormalExit);

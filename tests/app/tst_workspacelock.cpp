@@ -1,5 +1,6 @@
 #include "app/RaiseChannel.h"
 #include "app/TerminationSignals.h"
+#include "app/WorkspaceEntry.h"
 #include "app/WorkspaceLock.h"
 
 #include <QDir>
@@ -25,8 +26,13 @@ private slots:
     void theTemporaryFolder_isNotTouched();
     void aRuntimeFolderThatIsMissing_isSaid();
     void raise_isAnsweredByTheHolder();
-    void raise_withoutAHolderFails();
+    void raise_withoutAHolderFindsNobody();
     void raise_takesOverWhatADeadHolderLeft();
+    void entry_isFirstWhereTheWorkspaceIsFree();
+    void entry_waitsUntilTheHolderListens();
+    void entry_followsAHolderThatEnds();
+    void entry_givesUpOnAHolderThatNeverListens();
+    void entry_saysWhyThereIsNoLock();
     void terminationSignals_arriveAsSignals_data();
     void terminationSignals_arriveAsSignals();
     void terminationSignals_leaveAnIgnoredOneIgnored_data();
@@ -87,14 +93,19 @@ void TestWorkspaceLock::raise_isAnsweredByTheHolder() {
     RaiseServer server(path);
     QSignalSpy asked(&server, &RaiseServer::raiseRequested);
     std::atomic<bool> answered = false;
-    std::thread caller([&] { answered = requestRaise(path); });
+    std::thread caller([&] { answered = requestRaise(path) == RaiseAnswer::Raised; });
     QTRY_COMPARE(asked.count(), 1);
     QTRY_VERIFY(answered);
     caller.join();
 }
 
-void TestWorkspaceLock::raise_withoutAHolderFails() {
-    QVERIFY(!requestRaise(runtime_.filePath(QStringLiteral("nobody"))));
+void TestWorkspaceLock::raise_withoutAHolderFindsNobody() {
+    QCOMPARE(requestRaise(runtime_.filePath(QStringLiteral("nobody"))), RaiseAnswer::Nobody);
+    // A process that has ended without clearing up leaves its socket.
+    const QString path = runtime_.filePath(QStringLiteral("left behind"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(requestRaise(path), RaiseAnswer::Nobody);
 }
 
 void TestWorkspaceLock::raise_takesOverWhatADeadHolderLeft() {
@@ -105,9 +116,69 @@ void TestWorkspaceLock::raise_takesOverWhatADeadHolderLeft() {
     RaiseServer server(path);
     QSignalSpy asked(&server, &RaiseServer::raiseRequested);
     std::atomic<bool> answered = false;
-    std::thread caller([&] { answered = requestRaise(path); });
+    std::thread caller([&] { answered = requestRaise(path) == RaiseAnswer::Raised; });
     QTRY_VERIFY(answered);
     caller.join();
+}
+
+void TestWorkspaceLock::entry_isFirstWhereTheWorkspaceIsFree() {
+    WorkspaceLock lock(QStringLiteral("/free"), runtime_.path());
+    QCOMPARE(enterWorkspace(lock), WorkspaceEntry::First);
+}
+
+namespace {
+
+/// A start of the program that waits in a thread of its own for what becomes of it.
+class SecondStart {
+public:
+    SecondStart(const QString &folder, const QString &runtime)
+        : thread_([this, folder, runtime] {
+              WorkspaceLock lock(folder, runtime);
+              entry = enterWorkspace(lock);
+              isOver = true;
+          }) {}
+    ~SecondStart() { thread_.join(); }
+
+    std::atomic<bool> isOver = false;
+    std::atomic<WorkspaceEntry> entry = WorkspaceEntry::Unavailable;
+
+private:
+    std::thread thread_;
+};
+
+} // namespace
+
+void TestWorkspaceLock::entry_waitsUntilTheHolderListens() {
+    WorkspaceLock lock(QStringLiteral("/starting"), runtime_.path());
+    QCOMPARE(lock.take(), Outcome::Taken);
+    SecondStart second(QStringLiteral("/starting"), runtime_.path());
+    QVERIFY(!QTest::qWaitFor([&] { return second.isOver.load(); }, 200));
+    RaiseServer server(lock.socketPath());
+    QTRY_VERIFY(second.isOver);
+    QCOMPARE(second.entry.load(), WorkspaceEntry::Raised);
+}
+
+void TestWorkspaceLock::entry_followsAHolderThatEnds() {
+    auto lock = std::make_unique<WorkspaceLock>(QStringLiteral("/ending"), runtime_.path());
+    QCOMPARE(lock->take(), Outcome::Taken);
+    SecondStart second(QStringLiteral("/ending"), runtime_.path());
+    QVERIFY(!QTest::qWaitFor([&] { return second.isOver.load(); }, 200));
+    lock.reset();
+    QTRY_VERIFY(second.isOver);
+    QCOMPARE(second.entry.load(), WorkspaceEntry::First);
+}
+
+void TestWorkspaceLock::entry_givesUpOnAHolderThatNeverListens() {
+    WorkspaceLock lock(QStringLiteral("/stuck"), runtime_.path());
+    QCOMPARE(lock.take(), Outcome::Taken);
+    WorkspaceLock second(QStringLiteral("/stuck"), runtime_.path());
+    QCOMPARE(enterWorkspace(second, std::chrono::milliseconds(100)), WorkspaceEntry::Silent);
+}
+
+void TestWorkspaceLock::entry_saysWhyThereIsNoLock() {
+    WorkspaceLock lock(QStringLiteral("/a/b"), QStringLiteral("/nowhere/at/all"));
+    QCOMPARE(enterWorkspace(lock), WorkspaceEntry::Unavailable);
+    QVERIFY(!lock.problem().isEmpty());
 }
 
 namespace {

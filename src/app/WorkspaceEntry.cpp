@@ -1,0 +1,31 @@
+#include "app/WorkspaceEntry.h"
+
+#include "app/RaiseChannel.h"
+#include "app/WorkspaceLock.h"
+
+#include <QDeadlineTimer>
+#include <QThread>
+
+namespace {
+
+constexpr unsigned long retryInterval = 20; // milliseconds
+
+} // namespace
+
+WorkspaceEntry enterWorkspace(WorkspaceLock &lock, std::chrono::milliseconds startUp) {
+    const QDeadlineTimer patience(startUp);
+    do {
+        const WorkspaceLock::Outcome outcome = lock.take();
+        if (outcome == WorkspaceLock::Outcome::Taken)
+            return WorkspaceEntry::First;
+        if (outcome == WorkspaceLock::Outcome::Unavailable)
+            return WorkspaceEntry::Unavailable;
+        const RaiseAnswer answer = requestRaise(lock.socketPath());
+        if (answer == RaiseAnswer::Raised)
+            return WorkspaceEntry::Raised;
+        if (answer == RaiseAnswer::Silence)
+            return WorkspaceEntry::Silent;
+        QThread::msleep(retryInterval);
+    } while (!patience.hasExpired());
+    return WorkspaceEntry::Silent;
+}

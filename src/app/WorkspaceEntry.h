@@ -1,0 +1,19 @@
+#pragma once
+
+#include <chrono>
+
+class WorkspaceLock;
+
+/// What became of a start of the program.
+enum class WorkspaceEntry {
+    First,       ///< The workspace is this process's own; its window may open.
+    Raised,      ///< Another process has the workspace, and its window came to the front.
+    Silent,      ///< Another process has the workspace and does not answer.
+    Unavailable, ///< The lock cannot be had at all; its problem() says why.
+};
+
+/// Takes \a lock, or asks the program that holds it to show its window. A holder that does not
+/// listen yet is about to open its window, or to end: it is asked again, and the lock tried again,
+/// for up to \a startUp.
+WorkspaceEntry enterWorkspace(WorkspaceLock &lock,
+                              std::chrono::milliseconds startUp = std::chrono::seconds(15));
