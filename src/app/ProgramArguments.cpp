@@ -82,6 +82,8 @@ ProgramArguments readArguments(const QStringList &words) {
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     parser.addOptions({settings, state, help, version});
     parser.addOptions(toolkitOptions());
+    parser.addPositionalArgument(QStringLiteral("file"), Text::tr("The binary to open."),
+                                 QStringLiteral("[file]"));
 
     if (!parser.parse(words))
         return ProgramRefusal{parser.errorText()};
@@ -93,7 +95,13 @@ ProgramArguments readArguments(const QStringList &words) {
     for (const QCommandLineOption &option : {settings, state})
         if (const auto refusal = refusalOf(parser, option))
             return *refusal;
+    const QStringList files = parser.positionalArguments();
+    if (files.size() > 1)
+        return ProgramRefusal{Text::tr("Only one file can be opened.")};
+    if (files.contains(QString()))
+        return ProgramRefusal{Text::tr("The name of the file to open is empty.")};
     const QDir here;
     return ProgramOptions{here.absoluteFilePath(parser.value(settings)),
-                          here.absoluteFilePath(parser.value(state))};
+                          here.absoluteFilePath(parser.value(state)),
+                          files.isEmpty() ? QString() : here.absoluteFilePath(files.constFirst())};
 }

@@ -10,6 +10,8 @@ struct ProgramOptions {
     /// Absolute paths of the files that hold the settings and what the window remembers.
     QString settings;
     QString memory;
+    /// Absolute path of the binary to open; empty if none was named.
+    QString binary = {};
 };
 
 /// Something to print instead of opening a window: the options, or the version.

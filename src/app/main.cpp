@@ -102,6 +102,8 @@ int runWindow(const Start &start) {
     TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::received, &velm, &VelmWindow::askToEnd);
     velm.start();
+    if (!start.options.binary.isEmpty())
+        velm.delegate().openBinary(start.options.binary);
     // Whoever finds it listening may expect an answer soon.
     RaiseServer raiseServer(start.lock->socketPath());
     QObject::connect(&raiseServer, &RaiseServer::raiseRequested, &velm, &VelmWindow::raise);

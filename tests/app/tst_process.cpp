@@ -39,6 +39,7 @@ struct HowToStart {
     /// What the new process does before it becomes the program.
     std::function<void()> beforehand = {};
     bool withDisplay = true;
+    QStringList words = {};
 };
 
 /// A started program in a folder of its own. None of the signals is ignored that a shell ignores
@@ -54,9 +55,11 @@ public:
         });
         process.setProcessEnvironment(environmentIn(folder, how.withDisplay));
         process.setReadChannel(QProcess::StandardError);
+        process.setWorkingDirectory(folder.path());
         process.start(QStringLiteral(VELM),
-                      {QStringLiteral("--settings"), folder.filePath(QStringLiteral("velm.conf")),
-                       QStringLiteral("--state"), folder.filePath(QStringLiteral("state.conf"))});
+                      QStringList{QStringLiteral("--settings"), QStringLiteral("velm.conf"),
+                                  QStringLiteral("--state"), QStringLiteral("state.conf")} +
+                          how.words);
     }
     ~Program() {
         process.kill();
@@ -92,6 +95,18 @@ public:
     QByteArray standardError;
 };
 
+void writeFile(const QString &path, const QByteArray &bytes) {
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(bytes), bytes.size());
+}
+
+/// The data to burn of the program that works in \a folder.
+QByteArray imageIn(const QTemporaryDir &folder) {
+    QFile image(folder.filePath(QStringLiteral("data/VELM/temp.bin")));
+    return image.open(QIODevice::ReadOnly) ? image.readAll() : QByteArray();
+}
+
 /// Waits until the program that works in \a folder can be asked for its window.
 bool listens(const QTemporaryDir &folder) {
     return QTest::qWaitFor(
@@ -119,6 +134,7 @@ private slots:
     void aSecondStart_saysWhenTheFirstDoesNotAnswer();
     void afterACrash_theWorkspaceIsFree();
     void defaults_landInTheDataHome();
+    void aFileThatIsNamed_isOpened();
     void aFileSizeLimit_isAnErrorLikeAFullDisk();
     void aFileOfItsOwnThatIsNoFile_isRefusedAtOnce_data();
     void aFileOfItsOwnThatIsNoFile_isRefusedAtOnce();
@@ -225,22 +241,32 @@ void TestProcess::defaults_landInTheDataHome() {
     QVERIFY(QFile::exists(folder.filePath(QStringLiteral("data/VELM/temp.bin"))));
 }
 
+void TestProcess::aFileThatIsNamed_isOpened() {
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
+    writeFile(folder.filePath(QStringLiteral("before.bin")), "opened the last time");
+    writeFile(folder.filePath(QStringLiteral("now.bin")), "named now");
+    {
+        SettingsStore settings(folder.filePath(QStringLiteral("velm.conf")));
+        settings.setValue(settingsKeys::binary, folder.filePath(QStringLiteral("before.bin")));
+    }
+    Program velm(folder, {.words = {QStringLiteral("now.bin")}});
+    QTRY_COMPARE(imageIn(folder), QByteArray("named now"));
+    velm.send(SIGTERM);
+    QCOMPARE(velm.exitCode(), 0);
+    const SettingsStore settings(folder.filePath(QStringLiteral("velm.conf")));
+    QCOMPARE(settings.stringValue(settingsKeys::binary),
+             folder.filePath(QStringLiteral("now.bin")));
+}
+
 void TestProcess::aFileSizeLimit_isAnErrorLikeAFullDisk() {
     const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
     constexpr int limit = 16 * 1024;
-    QFile binary(folder.filePath(QStringLiteral("big.bin")));
-    QVERIFY(binary.open(QIODevice::WriteOnly));
-    QCOMPARE(binary.write(QByteArray(2 * limit, 'x')), 2 * limit);
-    binary.close();
-    {
-        SettingsStore settings(folder.filePath(QStringLiteral("velm.conf")));
-        settings.setValue(settingsKeys::binary, binary.fileName());
-    }
+    writeFile(folder.filePath(QStringLiteral("big.bin")), QByteArray(2 * limit, 'x'));
     const auto limitFiles = [] {
         const rlimit smallFiles{limit, limit};
         ::setrlimit(RLIMIT_FSIZE, &smallFiles);
     };
-    Program velm(folder, {.beforehand = limitFiles});
+    Program velm(folder, {.beforehand = limitFiles, .words = {QStringLiteral("big.bin")}});
     QVERIFY(velm.isUp());
     while (!velm.standardError.contains("error writing to temp file"))
         QVERIFY2(velm.readMore(), velm.standardError.constData());

@@ -10,10 +10,13 @@ private slots:
     void files_haveDefaultsInTheHomesOfTheSystem();
     void files_countFromTheCurrentFolder();
     void memory_isInTheStateHomeIfThatIsAbsolute();
+    void binary_isTheOneFileThatIsNamed_data();
+    void binary_isTheOneFileThatIsNamed();
     void toolkitOptions_arePassedOver_data();
     void toolkitOptions_arePassedOver();
     void refusals_areOneSentence_data();
     void refusals_areOneSentence();
+    void aFileWithoutAName_isRefused();
     void help_namesEachOptionAndNoneOfTheToolkit();
 };
 
@@ -53,6 +56,24 @@ void TestProgramArguments::memory_isInTheStateHomeIfThatIsAbsolute() {
              QDir::homePath() + QStringLiteral("/.local/state/velm/state.conf"));
 }
 
+void TestProgramArguments::binary_isTheOneFileThatIsNamed_data() {
+    QTest::addColumn<QString>("words");
+    QTest::addColumn<QString>("path");
+    const QString here = QDir::currentPath();
+    QTest::newRow("none") << "" << QString();
+    QTest::newRow("absolute") << "/roms/a.bin" << QStringLiteral("/roms/a.bin");
+    QTest::newRow("relative") << "roms/a.bin" << here + QStringLiteral("/roms/a.bin");
+    QTest::newRow("before an option") << "a.bin --state s.conf" << here + QStringLiteral("/a.bin");
+    QTest::newRow("after the toolkit's")
+        << "-style fusion a.bin" << here + QStringLiteral("/a.bin");
+    QTest::newRow("one that looks like an option") << "-- -a" << here + QStringLiteral("/-a");
+}
+
+void TestProgramArguments::binary_isTheOneFileThatIsNamed() {
+    QFETCH(QString, words);
+    QTEST(optionsOf(words).binary, "path");
+}
+
 void TestProgramArguments::toolkitOptions_arePassedOver_data() {
     QTest::addColumn<QString>("words");
     QTest::newRow("one dash") << "-platform offscreen";
@@ -80,6 +101,8 @@ void TestProgramArguments::refusals_areOneSentence_data() {
                               << "--settings";
     QTest::newRow("a value too many") << "--help=yes"
                                       << "--help";
+    QTest::newRow("two files") << "a.bin b.bin"
+                               << "one file";
 }
 
 void TestProgramArguments::refusals_areOneSentence() {
@@ -92,12 +115,17 @@ void TestProgramArguments::refusals_areOneSentence() {
     QVERIFY2(!refusal->sentence.contains(QLatin1Char('\n')), qPrintable(refusal->sentence));
 }
 
+void TestProgramArguments::aFileWithoutAName_isRefused() {
+    const ProgramArguments arguments = readArguments({QStringLiteral("velm"), QString()});
+    QVERIFY(std::holds_alternative<ProgramRefusal>(arguments));
+}
+
 void TestProgramArguments::help_namesEachOptionAndNoneOfTheToolkit() {
     for (const char *word : {"--help", "-h"}) {
         const ProgramArguments arguments = read(QLatin1String(word));
         const auto *answer = std::get_if<ProgramAnswer>(&arguments);
         QVERIFY(answer);
-        for (const char *option : {"--settings", "--state", "--help", "--version"})
+        for (const char *option : {"[file]", "--settings", "--state", "--help", "--version"})
             QVERIFY2(answer->text.contains(QLatin1String(option)), option);
         QVERIFY(!answer->text.contains(QLatin1String("platform")));
     }
