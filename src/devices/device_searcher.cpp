@@ -2,11 +2,11 @@
 
 #include "base/Log.h"
 #include "base/MainQueue.h"
+#include "base/TextLines.h"
 #include "base/WorkState.h"
 #include "devices/DeviceListModel.h"
 #include "devices/DeviceListView.h"
 #include "image/FileLoading.h"
-#include "image/TextLines.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "tool/ScriptedMiniPro.h"

@@ -1,7 +1,7 @@
 #include "grid/GridPresentation.h"
 
+#include "base/TextLines.h"
 #include "grid/GridColumns.h"
-#include "image/TextLines.h"
 
 #include <QMimeData>
 #include <QUrl>

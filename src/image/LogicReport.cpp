@@ -1,6 +1,6 @@
 #include "image/LogicReport.h"
 
-#include "image/TextLines.h"
+#include "base/TextLines.h"
 
 namespace {
 

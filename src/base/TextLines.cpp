@@ -1,4 +1,4 @@
-#include "image/TextLines.h"
+#include "base/TextLines.h"
 
 #include <algorithm>
 
