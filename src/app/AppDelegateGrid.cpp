@@ -5,7 +5,7 @@
 #include "grid/GridColumns.h"
 #include "grid/GridPresentation.h"
 #include "grid/GridView.h"
-#include "image/LogicReport.h"
+#include "tool/LogicReport.h"
 #include "widgets/TabView.h"
 
 #include <QLabel>

@@ -8,10 +8,10 @@
 #include "devices/device_searcher.h"
 #include "grid/GridView.h"
 #include "image/FileLoading.h"
-#include "image/LogicReport.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "tool/LogicReport.h"
 #include "tool/ScriptedMiniPro.h"
 #include "widgets/ConsoleView.h"
 

@@ -1,4 +1,4 @@
-#include "image/LogicReport.h"
+#include "tool/LogicReport.h"
 
 #include "base/TextLines.h"
 

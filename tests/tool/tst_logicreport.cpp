@@ -1,4 +1,4 @@
-#include "image/LogicReport.h"
+#include "tool/LogicReport.h"
 
 #include "support/FileHelpers.h"
 
@@ -41,7 +41,7 @@ private slots:
 private:
     static QString capture(const char *name) {
         return QString::fromUtf8(
-            readWholeFile(QFINDTESTDATA(QStringLiteral("data/") + QString::fromLatin1(name))));
+            readWholeFile(QStringLiteral(TOOL_CAPTURES "/") + QLatin1String(name)));
     }
 };
 
