@@ -1,0 +1,27 @@
+#include "tool/ImageEncoding.h"
+
+#include <algorithm>
+
+namespace {
+
+bool endsLine(char character) {
+    return character == '\r' || character == '\n';
+}
+
+bool isHexDigit(char character) {
+    return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'F') ||
+           (character >= 'a' && character <= 'f');
+}
+
+} // namespace
+
+ImageEncoding encodingForTool(QByteArrayView bytes) {
+    const QByteArrayView looked = bytes.first(std::min(bytes.size(), encodingBytes));
+    const auto mark = std::find_if_not(looked.begin(), looked.end(), endsLine);
+    if (mark == looked.end() || (*mark != ':' && *mark != 'S'))
+        return ImageEncoding::Raw;
+    const auto end = std::find_if_not(mark + 1, looked.end(), isHexDigit);
+    if (end == looked.end() || !endsLine(*end))
+        return ImageEncoding::Raw;
+    return *mark == ':' ? ImageEncoding::IntelHex : ImageEncoding::SRecord;
+}
