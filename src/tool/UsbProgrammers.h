@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include <optional>
+
+/// A chip programmer that the system sees.
+struct UsbProgrammer {
+    /// What this user may do with its device node.
+    enum class Access {
+        /// Open it for writing, as the tool has to.
+        Granted,
+        /// The node is there, for others.
+        Refused,
+        /// There is no node, as in a sandbox.
+        NoNode
+    };
+    /// The model, or the models that look alike, as "TL866II+, T48 or T56".
+    QString name;
+    /// The IDs of maker and model: four hexadecimal digits each, in lower case.
+    QString vendorId;
+    QString productId;
+    /// The path of its device node.
+    QString node;
+    Access access = Access::Granted;
+};
+
+/// Where the system tells what is plugged in.
+struct UsbFolders {
+    QString devices = QStringLiteral("/sys/bus/usb/devices");
+    QString nodes = QStringLiteral("/dev/bus/usb");
+};
+
+/// The programmers that are plugged in; nothing (absent) where the system does not tell. Opens no
+/// device: the answer disturbs no run.
+std::optional<QList<UsbProgrammer>> pluggedProgrammers(const UsbFolders &folders = {});
+
+/// The line for udev that lets whoever sits at the computer use \a programmer.
+QString udevRuleFor(const UsbProgrammer &programmer);
