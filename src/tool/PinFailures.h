@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+struct LogicReport;
+
+/// A pin whose level was not the expected one.
+struct PinFailure {
+    /// The pin's number as the header of its column gives it.
+    int pin = 0;
+    /// The number of the test vector as its line gives it; the first is 0.
+    int vector = 0;
+
+    friend bool operator==(PinFailure one, PinFailure other) {
+        return one.pin == other.pin && one.vector == other.vector;
+    }
+};
+
+/// The fields of \a report that are marked bad, line by line. A column whose header is no number
+/// counts by its place, and so does a line; what has no header is no pin.
+QList<PinFailure> pinFailures(const LogicReport &report);
+
+/// One translated sentence that names every pin of \a failures, and its vectors as far as they
+/// are few; empty if there are none. \a pins is the number of pins of the chip: where it has more
+/// than the grid has columns, a second sentence says so.
+QString wordsFor(const QList<PinFailure> &failures, qsizetype pins);

@@ -1,0 +1,104 @@
+#include "tool/PinFailures.h"
+
+#include "support/FileHelpers.h"
+#include "tool/LogicReport.h"
+
+#include <QTest>
+
+class TestPinFailures : public QObject {
+    Q_OBJECT
+
+private slots:
+    void report_namesThePins_data();
+    void report_namesThePins();
+    void capture_namesItsPin();
+    void sentence_namesEveryPin_data();
+    void sentence_namesEveryPin();
+};
+
+namespace {
+
+/// Every failure as "pin/vector".
+QString pictureOf(const QList<PinFailure> &failures) {
+    QStringList all;
+    for (const PinFailure failure : failures)
+        all.append(QStringLiteral("%1/%2").arg(failure.pin).arg(failure.vector));
+    return all.join(u' ');
+}
+
+/// \a pins of \a vectors, all of them failed.
+QList<PinFailure> block(const QList<int> &pins, int vectors) {
+    QList<PinFailure> failures;
+    for (int vector = 0; vector < vectors; ++vector)
+        for (const int pin : pins)
+            failures.append({pin, vector});
+    return failures;
+}
+
+} // namespace
+
+void TestPinFailures::report_namesThePins_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("picture");
+    const auto row = [](const char *name, const char *text, const char *picture) {
+        QTest::newRow(name) << QString::fromLatin1(text) << QString::fromLatin1(picture);
+    };
+    row("nothing", "", "");
+    row("a good chip", "      1  2  \n0000: \x1b[0m0  \x1b[0mH  \x1b[0m\n", "");
+    row("a colour and a sign", "      1  2  \n0000: \x1b[0m0  \x1b[0;91mH- \x1b[0m\n", "2/0");
+    row("a sign alone", "      1  2  \n0000: 0  H- \n", "2/0");
+    row("several lines", "      1  2  \n0000: 0- H  \n0001: 1  L- \n0002: 1- L- \n",
+        "1/0 2/1 1/2 2/2");
+    row("the header gives the pin", "      5  40  \n0000: 0- H  \n0041: 1  L- \n", "5/0 40/41");
+    row("a header that is no number", "      VCC  2  \n0003: 0- H- \n", "1/3 2/3");
+    row("a line that has lost its number", "      1  2  \n0000: 0  H  \n0x: 0- H  \n", "1/1");
+    row("fields beyond the header", "      1  \n0000: 0  H- L- \n", "");
+    row("no header", "0000: 0- H- \n", "");
+    row("a lone sign is a level", "      1  2  \n0000: -  H  \n", "");
+}
+
+void TestPinFailures::report_namesThePins() {
+    QFETCH(QString, text);
+    QTEST(pictureOf(pinFailures(parseLogicReport(text))), "picture");
+}
+
+void TestPinFailures::capture_namesItsPin() {
+    const QByteArray table =
+        readWholeFile(QStringLiteral(TOOL_CAPTURES "/logic-7400-one-error.stdout"));
+    const LogicReport report = parseLogicReport(QString::fromUtf8(table));
+    QCOMPARE(wordsFor(pinFailures(report), report.headers->size()),
+             QStringLiteral("Failed: pin 3 in vector 3."));
+}
+
+void TestPinFailures::sentence_namesEveryPin_data() {
+    QTest::addColumn<QList<PinFailure>>("failures");
+    QTest::addColumn<int>("pins");
+    QTest::addColumn<QString>("sentence");
+    const auto row = [](const char *name, const QList<PinFailure> &failures, int pins,
+                        const char *sentence) {
+        QTest::newRow(name) << failures << pins << QString::fromLatin1(sentence);
+    };
+    row("none", {}, 40, "");
+    row("one", {{18, 3}}, 17, "Failed: pin 18 in vector 3.");
+    row("a pin beyond the grid", {{18, 3}}, 18,
+        "Failed: pin 18 in vector 3. The grid shows pins 1 to 17 of 18.");
+    row("pins in their order", {{18, 3}, {2, 4}}, 14,
+        "Failed: pin 2 in vector 4, pin 18 in vector 3.");
+    row("a pin in two vectors", {{3, 1}, {3, 3}}, 14, "Failed: pin 3 in vectors 1 and 3.");
+    row("a pin in three vectors", {{3, 1}, {3, 3}, {3, 5}}, 14,
+        "Failed: pin 3 in vectors 1, 3 and 5.");
+    row("a pin in many vectors", block({3}, 5), 14, "Failed: pin 3 in vectors 0, 1, 2 and 2 more.");
+    row("nearly two dozen", block({3}, 23), 14, "Failed: pin 3 in vectors 0, 1, 2 and 20 more.");
+    row("dozens of one pin", block({3}, 24), 14, "Failed: pin 3, 24 fields in all.");
+    row("dozens of several pins", block({2, 18, 40}, 20), 40,
+        "Failed: pins 2, 18 and 40, 60 fields in all. The grid shows pins 1 to 17 of 40.");
+}
+
+void TestPinFailures::sentence_namesEveryPin() {
+    QFETCH(QList<PinFailure>, failures);
+    QFETCH(int, pins);
+    QTEST(wordsFor(failures, pins), "sentence");
+}
+
+QTEST_GUILESS_MAIN(TestPinFailures)
+#include "tst_pin_failures.moc"
