@@ -1,7 +1,5 @@
 #include "tool/RunOutcome.h"
 
-#include "tool/ToolReport.h"
-
 #include <QCoreApplication>
 
 #include <cstring>
@@ -30,7 +28,7 @@ public:
     QString notStarted() const {
         return tr("The programmer tool was not started: %1.").arg(facts_.startFailure);
     }
-    QString failure(const ToolReport &report) const;
+    QString failure() const;
 
     QString operator()(const NoProgrammer &) const {
         return tr("No programmer was found. Is it plugged in, and may you use its USB device?");
@@ -68,7 +66,7 @@ public:
 
 private:
     QString failed(const QString &reason) const;
-    QString failureByStatus(const ToolReport &report) const;
+    QString failureByStatus() const;
 
     const RunFacts &facts_;
 };
@@ -120,12 +118,13 @@ QString Wording::failed(const QString &reason) const {
     return ended(tr("Logic test failed: %1").arg(reason));
 }
 
-QString Wording::failure(const ToolReport &report) const {
+QString Wording::failure() const {
     if (!facts_.killedBySignal && facts_.status == shellDidNotFind)
         return tr("The shell did not find the programmer tool \"%1\".").arg(facts_.tool);
     if (!facts_.killedBySignal && facts_.status == shellCouldNotExecute)
         return tr("The shell could not execute the programmer tool \"%1\".").arg(facts_.tool);
-    return report.error ? std::visit(*this, *report.error) : failureByStatus(report);
+    const std::optional<ToolError> &error = facts_.report.error;
+    return error ? std::visit(*this, *error) : failureByStatus();
 }
 
 /// The number of the signal that ended the tool; 0 if none did. A shell that did not give its
@@ -137,11 +136,12 @@ int endingSignal(const RunFacts &facts) {
     return signal > 0 && signal <= largestSignal ? signal : 0;
 }
 
-QString Wording::failureByStatus(const ToolReport &report) const {
+QString Wording::failureByStatus() const {
     if (const int signal = endingSignal(facts_); signal != 0)
-        return failed(tr("the programmer tool was killed by signal %1 (%2)")
-                          .arg(signal)
-                          .arg(QString::fromLocal8Bit(::strsignal(signal))));
+        return failed(
+            tr("the programmer tool was killed by signal %1 (%2)")
+                .arg(QString::number(signal), QString::fromLocal8Bit(::strsignal(signal))));
+    const ToolReport &report = facts_.report;
     if (facts_.status != 0)
         return failed(report.lastLine.isEmpty()
                           ? tr("the programmer tool ended with status %1").arg(facts_.status)
@@ -152,8 +152,9 @@ QString Wording::failureByStatus(const ToolReport &report) const {
     return failed(tr("the programmer tool did not say that it succeeded"));
 }
 
-bool saidSuccess(Operation operation, const ToolReport &report) {
-    switch (operation) {
+bool saidSuccess(const RunFacts &facts) {
+    const ToolReport &report = facts.report;
+    switch (facts.operation) {
     case ReadOperation:
         return report.readDone;
     case VerifyOperation:
@@ -172,11 +173,10 @@ RunOutcome judgeRun(const RunFacts &facts) {
     const Wording wording(facts);
     if (!facts.started)
         return {Verdict::NotStarted, wording.notStarted()};
-    const ToolReport report = readToolReport(facts.output);
     const bool exitedWell = facts.status == 0 && !facts.killedBySignal;
-    if (exitedWell && !report.error && saidSuccess(facts.operation, report))
+    if (exitedWell && !facts.report.error && saidSuccess(facts))
         return {Verdict::Succeeded, wording.success()};
     if (facts.stopRequested)
         return {Verdict::Stopped, wording.stopped()};
-    return {Verdict::Failed, wording.failure(report)};
+    return {Verdict::Failed, wording.failure()};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tool/CommandLine.h"
+#include "tool/ToolReport.h"
 
 #include <QString>
 
@@ -16,8 +17,8 @@ struct RunFacts {
     int status = 0;
     bool killedBySignal = false;
     bool stopRequested = false;
-    /// What the tool printed on both streams.
-    QString output;
+    /// What the tool said on both streams.
+    ToolReport report;
 };
 
 /// What a run came to.

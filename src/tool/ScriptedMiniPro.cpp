@@ -196,7 +196,8 @@ std::optional<QByteArray> ScriptedMiniPro::availableDataOrError(ReadHandle *hand
 
 void ScriptedMiniPro::handleChunk(ReadHandle *handle, const QByteArray &chunk, QString &text) {
     const bool isError = handle == errFile;
-    show((isError ? errDecoder_ : outDecoder_).decode(chunk), text);
+    show((isError ? errDecoder_ : outDecoder_).decode(chunk),
+         isError ? ToolStream::Error : ToolStream::Output, text);
     (isError ? errorWithinLine_ : outputWithinLine_) = !chunk.endsWith('\n');
     if (operation != LogicOperation)
         return;
@@ -206,7 +207,8 @@ void ScriptedMiniPro::handleChunk(ReadHandle *handle, const QByteArray &chunk, Q
         keepErrorsOutOfRows();
 }
 
-void ScriptedMiniPro::show(const QString &piece, QString &text) {
+void ScriptedMiniPro::show(const QString &piece, ToolStream stream, QString &text) {
+    reader_.take(piece, stream);
     const qsizetype room = largestCollectedOutput - text.size();
     text.append(QStringView(piece).first(std::clamp(room, qsizetype(0), piece.size())));
     appendToOutputView(piece);
@@ -245,9 +247,10 @@ void ScriptedMiniPro::countEmptyRead(ReadHandle *handle) {
 }
 
 void ScriptedMiniPro::showPendingTails() {
-    for (OutputDecoder *decoder : {&outDecoder_, &errDecoder_})
-        if (const QString tail = decoder->flush(); !tail.isEmpty())
-            show(tail, mstroutput);
+    if (const QString tail = outDecoder_.flush(); !tail.isEmpty())
+        show(tail, ToolStream::Output, mstroutput);
+    if (const QString tail = errDecoder_.flush(); !tail.isEmpty())
+        show(tail, ToolStream::Error, mstroutput);
 }
 
 void ScriptedMiniPro::stopListening() {
@@ -333,5 +336,5 @@ RunFacts ScriptedMiniPro::facts() const {
             .status = task.terminationStatus(),
             .killedBySignal = killedBySignal(),
             .stopRequested = stopRequested(),
-            .output = mstroutput};
+            .report = reader_.report()};
 }

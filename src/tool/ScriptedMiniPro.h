@@ -6,6 +6,7 @@
 #include "tool/Pipe.h"
 #include "tool/ReadHandle.h"
 #include "tool/RunOutcome.h"
+#include "tool/ToolReportReader.h"
 
 #include <QObject>
 #include <QPointer>
@@ -97,7 +98,7 @@ public:
 private:
     void handleChunk(ReadHandle *handle, const QByteArray &chunk, QString &text);
     void countEmptyRead(ReadHandle *handle);
-    void show(const QString &piece, QString &text);
+    void show(const QString &piece, ToolStream stream, QString &text);
     void keepErrorsOutOfRows();
     void completeErrorLine();
     void stopListening();
@@ -135,6 +136,7 @@ private:
     bool consoleIsObject_ = false;
     OutputDecoder outDecoder_;
     OutputDecoder errDecoder_;
+    ToolReportReader reader_;
     bool outputWithinLine_ = false;
     bool errorWithinLine_ = false;
     bool listening_ = true;

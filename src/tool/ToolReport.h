@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QString>
-#include <QStringView>
 
 #include <optional>
 #include <variant>
@@ -60,7 +59,3 @@ struct ToolReport {
     /// The last line that is not empty; counting percentages and vectors are no such lines.
     QString lastLine;
 };
-
-/// Reads what a run printed. Lines end at a carriage return or a line feed; escape sequences are
-/// left out.
-ToolReport readToolReport(QStringView output);

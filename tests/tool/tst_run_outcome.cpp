@@ -1,5 +1,7 @@
 #include "tool/RunOutcome.h"
 
+#include "tool/ToolReportReader.h"
+
 #include <QFile>
 #include <QTest>
 
@@ -37,12 +39,14 @@ QString judged(const RunFacts &facts) {
 }
 
 RunFacts finished(Operation operation, int status, const QString &output) {
+    ToolReportReader reader;
+    reader.take(output);
     return {.operation = operation,
             .tool = QStringLiteral("/opt/minipro"),
             .started = true,
             .startFailure = QString(),
             .status = status,
-            .output = output};
+            .report = reader.report()};
 }
 
 } // namespace
