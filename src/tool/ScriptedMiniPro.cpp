@@ -35,6 +35,15 @@ QString printed(const std::optional<QString> &value) {
     return value.value_or(QStringLiteral("(null)"));
 }
 
+/// The end of \a text, with memory of its own; half a character at its beginning is left out.
+QString tailOf(const QString &text) {
+    QString tail = text.right(ScriptedMiniPro::largestSaidTail);
+    if (tail.size() < text.size() && tail.front().isLowSurrogate())
+        tail.remove(0, 1);
+    tail.squeeze();
+    return tail;
+}
+
 QStringList shellArguments(const QString &command) {
     return {QStringLiteral("-l"), QStringLiteral("-c"), command};
 }
@@ -209,10 +218,18 @@ void ScriptedMiniPro::handleChunk(ReadHandle *handle, const QByteArray &chunk, Q
 
 void ScriptedMiniPro::show(const QString &piece, ToolStream stream, QString &text) {
     reader_.take(piece, stream);
-    const qsizetype room = largestCollectedOutput - text.size();
-    text.append(QStringView(piece).first(std::clamp(room, qsizetype(0), piece.size())));
+    collect(piece, text);
     appendToOutputView(piece);
     log_.write(QLatin1String("| ") + piece);
+}
+
+void ScriptedMiniPro::collect(const QString &piece, QString &text) const {
+    if (outputReleased_) {
+        text = tailOf(text + piece);
+        return;
+    }
+    const qsizetype room = largestCollectedOutput - text.size();
+    text.append(QStringView(piece).first(std::clamp(room, qsizetype(0), piece.size())));
 }
 
 void ScriptedMiniPro::keepErrorsOutOfRows() {
@@ -326,6 +343,15 @@ bool ScriptedMiniPro::isListening() const {
 
 const QString &ScriptedMiniPro::collectedOutput() const {
     return mstroutput;
+}
+
+QString ScriptedMiniPro::saidTail() const {
+    return tailOf(mstroutput);
+}
+
+void ScriptedMiniPro::releaseOutput() {
+    outputReleased_ = true;
+    mstroutput = tailOf(mstroutput);
 }
 
 RunFacts ScriptedMiniPro::facts() const {

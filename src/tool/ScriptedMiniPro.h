@@ -29,6 +29,9 @@ class ScriptedMiniPro final : public QObject {
     Q_OBJECT
 
 public:
+    /// 64 KiB of memory.
+    static constexpr qsizetype largestSaidTail = qsizetype(64) * 1024 / qsizetype(sizeof(QChar));
+
     /// Listens for output and for the child's end from here on; nothing is started. The settings
     /// are read at the moment of use. \a settings, \a eventLog and \a mainQueue must live longer
     /// than this object.
@@ -74,8 +77,15 @@ public:
     bool isListening() const;
     /// What both streams have printed, in the order of arrival. Grows up to a limit of 256 MiB of
     /// memory: the piece that would pass it is cut there, and later pieces are shown and logged
-    /// but no longer collected.
+    /// but no longer collected. After releaseOutput() it is saidTail().
     const QString &collectedOutput() const;
+    /// The end of what both streams have printed, for the record of the run: at most
+    /// largestSaidTail characters.
+    QString saidTail() const;
+    /// Gives the memory of the collected output back but for saidTail(). To be called after the
+    /// run, once nothing shows the text: its report is in the facts, the whole of it on the
+    /// console. What arrives later, from something that the tool left running, moves the tail on.
+    void releaseOutput();
     /// Everything that tells what became of the run, for judgeRun(); to be asked after it.
     RunFacts facts() const;
 
@@ -99,6 +109,7 @@ private:
     void handleChunk(ReadHandle *handle, const QByteArray &chunk, QString &text);
     void countEmptyRead(ReadHandle *handle);
     void show(const QString &piece, ToolStream stream, QString &text);
+    void collect(const QString &piece, QString &text) const;
     void keepErrorsOutOfRows();
     void completeErrorLine();
     void stopListening();
@@ -140,4 +151,5 @@ private:
     bool outputWithinLine_ = false;
     bool errorWithinLine_ = false;
     bool listening_ = true;
+    bool outputReleased_ = false;
 };

@@ -21,6 +21,9 @@ private slots:
     void console_isToldLaterAndNeverDirectly();
     void console_orRunMayBeGoneWhenTheQueueIsServiced();
     void collectedOutput_stopsGrowingAtItsLimit();
+    void collectedOutput_isReleasedButForItsTail();
+    void releasedOutput_takesLateWordsInBoundedMemory();
+    void saidTail_beginsWithAWholeCharacter();
     void interruptedRead_isTriedAgainAndNotCounted();
     void failedRead_countsAsEmpty();
     void emptyReads_the51stEndsTheListening();
@@ -139,6 +142,64 @@ void TestToolRunOutput::collectedOutput_stopsGrowingAtItsLimit() {
     QCOMPARE(text.last(5), QStringLiteral("xxabc"));
     QCOMPARE(bench.linesOfOutput(),
              QStringList({QStringLiteral("abcde"), QStringLiteral("abcde")}));
+}
+
+void TestToolRunOutput::collectedOutput_isReleasedButForItsTail() {
+    ToolBench bench;
+    bench.useDouble("megabyte");
+    const auto run = bench.newRun();
+    run->launch();
+    const QString tail = run->collectedOutput().right(32 * 1024);
+    QCOMPARE(run->saidTail(), tail);
+    QCOMPARE(run->collectedOutput().size(), 1024 * 1024);
+    run->releaseOutput();
+    QCOMPARE(run->collectedOutput(), tail);
+    QVERIFY(run->collectedOutput().capacity() < 40 * 1024);
+    QCOMPARE(run->saidTail(), tail);
+    // The verdict stands on what was said, not on what is left of it.
+    QCOMPARE(run->facts().report.lastLine.size(), 4096);
+}
+
+void TestToolRunOutput::releasedOutput_takesLateWordsInBoundedMemory() {
+    ToolBench bench;
+    const auto run = bench.newRun();
+    run->setOutputView(nullptr);
+    run->releaseOutput();
+    ReadHandle handle;
+    int reads = 0;
+    handle.setReadFunction([&reads](int, void *bytes, size_t) -> ssize_t {
+        memset(bytes, 'A' + reads++, 1000);
+        return 1000;
+    });
+    QString text;
+    for (int read = 0; read < 26; ++read)
+        run->appendDataFrom_to(&handle, text);
+    QCOMPARE(text.size(), 26000);
+    for (int read = 0; read < 26; ++read)
+        run->appendDataFrom_to(&handle, text);
+    QCOMPARE(text.size(), 32 * 1024);
+    QCOMPARE(text.back(), QChar(u'A' + 51));
+    QVERIFY(text.capacity() < 40 * 1024);
+}
+
+void TestToolRunOutput::saidTail_beginsWithAWholeCharacter() {
+    ToolBench bench;
+    const auto run = bench.newRun();
+    run->setOutputView(nullptr);
+    run->releaseOutput();
+    ReadHandle handle;
+    handle.setReadFunction([](int, void *bytes, size_t) -> ssize_t {
+        memcpy(bytes, "\xf0\x9f\x98\x80", 4);
+        return 4;
+    });
+    QString text(32 * 1024 - 1, QLatin1Char('x'));
+    text.prepend(QStringLiteral("\U0001F600"));
+    run->appendDataFrom_to(&handle, text);
+    QCOMPARE(text.size(), 32 * 1024);
+    text = QStringLiteral("\U0001F600") + QString(32 * 1024 - 3, QLatin1Char('x'));
+    run->appendDataFrom_to(&handle, text);
+    QCOMPARE(text.size(), 32 * 1024 - 1);
+    QCOMPARE(text.front(), QLatin1Char('x'));
 }
 
 void TestToolRunOutput::interruptedRead_isTriedAgainAndNotCounted() {
