@@ -58,9 +58,10 @@ void wireTabs(Ui::MainWindow &c, AppDelegate &delegate) {
     c.tabview->addTabViewItem(readTabIdentifier(), AppDelegate::tr("Data read from chip"));
     c.tabview->addTabViewItem(burnTabIdentifier(), AppDelegate::tr("Data to burn"));
     c.tabview->addTabViewItem(logicTabIdentifier(), AppDelegate::tr("Logic test results"));
+    QObject::connect(c.tabview, &TabView::aboutToSelectTabViewItem, &delegate,
+                     &AppDelegate::commitPendingInput);
     QObject::connect(c.tabview, &TabView::didSelectTabViewItem, &delegate,
                      [&delegate, tabs = c.tabview](const TabViewItem &item) {
-                         delegate.commitPendingInput();
                          delegate.tabView_didSelectTabViewItem(tabs, item);
                      });
 }

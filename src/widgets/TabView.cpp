@@ -4,18 +4,19 @@
 
 TabView::TabView(QWidget *parent) : QTabBar(parent) {
     setExpanding(false);
-    connect(this, &QTabBar::currentChanged, this, &TabView::noteSelection);
+    connect(this, &QTabBar::currentChanged, this, &TabView::followBar);
 }
 
 void TabView::addTabViewItem(const QString &identifier, const QString &title) {
     const QScopedValueRollback guard(adding_, true);
     setTabData(addTab(title), identifier);
+    selected_ = itemInFront();
     // A bar that is not shown yet does not tell its layout that it has grown.
     updateGeometry();
 }
 
 TabViewItem TabView::selectedTabViewItem() const {
-    return {tabData(currentIndex()).toString()};
+    return selected_;
 }
 
 void TabView::selectTabViewItem(const QString &identifier) {
@@ -24,7 +25,18 @@ void TabView::selectTabViewItem(const QString &identifier) {
             setCurrentIndex(index);
 }
 
-void TabView::noteSelection(int index) {
-    if (!adding_ && index >= 0)
-        emit didSelectTabViewItem(selectedTabViewItem());
+TabViewItem TabView::itemInFront() const {
+    return {tabData(currentIndex()).toString()};
+}
+
+// The bar tells of a change when it has happened, so the selection follows it in two steps.
+void TabView::followBar() {
+    if (adding_ || itemInFront() == selected_)
+        return;
+    emit aboutToSelectTabViewItem(itemInFront());
+    // Who heard of it may have selected something else.
+    if (itemInFront() == selected_)
+        return;
+    selected_ = itemInFront();
+    emit didSelectTabViewItem(selected_);
 }

@@ -3,13 +3,19 @@
 #include "widgets/Icons.h"
 #include "widgets/TabView.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QLabel>
 #include <QProgressBar>
 #include <QSignalSpy>
 #include <QTest>
+#include <QWheelEvent>
+
+#include <functional>
 
 using namespace Qt::StringLiterals;
+
+Q_DECLARE_METATYPE(std::function<void(TabView &)>)
 
 class TestSmallWidgets : public QObject {
     Q_OBJECT
@@ -18,6 +24,9 @@ private slots:
     void tabView_tellsItemsApartByIdentifier();
     void tabView_tellsOfSelectionsNotOfItemsAdded();
     void tabView_isWorkedByKeyboard();
+    void tabView_tellsBeforeItSelects_data();
+    void tabView_tellsBeforeItSelects();
+    void tabView_heedsWhoSelectsElsewhereMeanwhile();
     void busy_elapsedText_data();
     void busy_elapsedText();
     void busy_showsTheTimeWhileItRuns();
@@ -70,6 +79,59 @@ void TestSmallWidgets::tabView_isWorkedByKeyboard() {
     QSignalSpy spy(&tabs, &TabView::didSelectTabViewItem);
     QTest::keyClick(&tabs, Qt::Key_Right);
     QCOMPARE(identifiers(spy), QStringList{u"1"_s});
+}
+
+void TestSmallWidgets::tabView_tellsBeforeItSelects_data() {
+    QTest::addColumn<std::function<void(TabView &)>>("select");
+    const auto row = [](const char *way, std::function<void(TabView &)> select) {
+        QTest::newRow(way) << select;
+    };
+    row("program", [](TabView &tabs) { tabs.selectTabViewItem(u"1"_s); });
+    row("index", [](TabView &tabs) { tabs.setCurrentIndex(1); });
+    row("key", [](TabView &tabs) { QTest::keyClick(&tabs, Qt::Key_Right); });
+    row("mouse", [](TabView &tabs) {
+        QTest::mouseClick(&tabs, Qt::LeftButton, {}, tabs.tabRect(1).center());
+    });
+    row("wheel", [](TabView &tabs) {
+        const QPointF place = tabs.rect().center();
+        QWheelEvent down(place, tabs.mapToGlobal(place), {}, {0, -120}, {}, {}, Qt::NoScrollPhase,
+                         false);
+        QCoreApplication::sendEvent(&tabs, &down);
+    });
+    row("assistive technology", [](TabView &tabs) {
+        QAccessible::queryAccessibleInterface(&tabs)->child(1)->actionInterface()->doAction(
+            QAccessibleActionInterface::pressAction());
+    });
+}
+
+void TestSmallWidgets::tabView_tellsBeforeItSelects() {
+    QFETCH(std::function<void(TabView &)>, select);
+    TabView tabs;
+    addItems(tabs);
+    tabs.resize(tabs.sizeHint());
+    QStringList told;
+    connect(&tabs, &TabView::aboutToSelectTabViewItem, this, [&](const TabViewItem &item) {
+        told.append(tabs.selectedTabViewItem().identifier + u" to "_s + item.identifier);
+    });
+    connect(&tabs, &TabView::didSelectTabViewItem, this, [&](const TabViewItem &item) {
+        told.append(tabs.selectedTabViewItem().identifier + u" is "_s + item.identifier);
+    });
+    select(tabs);
+    QCOMPARE(told, QStringList({u"0 to 1"_s, u"1 is 1"_s}));
+}
+
+void TestSmallWidgets::tabView_heedsWhoSelectsElsewhereMeanwhile() {
+    TabView tabs;
+    addItems(tabs);
+    QSignalSpy selected(&tabs, &TabView::didSelectTabViewItem);
+    const auto once = connect(&tabs, &TabView::aboutToSelectTabViewItem, this,
+                              [&] { tabs.selectTabViewItem(u"2"_s); });
+    tabs.selectTabViewItem(u"1"_s);
+    QCOMPARE(tabs.selectedTabViewItem(), TabViewItem{u"2"_s});
+    QCOMPARE(identifiers(selected), QStringList{u"2"_s});
+    disconnect(once);
+    tabs.selectTabViewItem(u"0"_s);
+    QCOMPARE(identifiers(selected), QStringList({u"2"_s, u"0"_s}));
 }
 
 void TestSmallWidgets::busy_elapsedText_data() {
