@@ -152,5 +152,8 @@ WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const Wor
     fillChipMenu(window, menus);
     fillViewMenu(window);
     fillHelpMenu(window);
+    // A menu takes no focus from who is typing.
+    QObject::connect(window.menuBar(), &QMenuBar::triggered, &delegate,
+                     &AppDelegate::commitPendingInput);
     return menus;
 }

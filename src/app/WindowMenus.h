@@ -14,8 +14,8 @@ struct WindowMenus {
     QAction *stop = nullptr;
 };
 
-/// Fills the menu bar of \a window. Its entries press the window's buttons, a turn of the event
-/// loop later: an entry chosen by assistive technology fires inside that technology's call, which
-/// must not last as long as a run of the tool. The entries that go by the edit history follow \a
-/// work by themselves.
+/// Fills the menu bar of \a window. Choosing an entry first commits what is being typed. The
+/// entries press the window's buttons, a turn of the event loop later: an entry chosen by assistive
+/// technology fires inside that technology's call, which must not last as long as a run of the
+/// tool. The entries that go by the edit history follow \a work by themselves.
 WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const WorkState &work);

@@ -1,6 +1,8 @@
 #include "window/EditingSteps.h"
 
 #include <QAccessible>
+#include <QMenu>
+#include <QMenuBar>
 #include <QWheelEvent>
 
 /// What is being typed when the user turns to something else.
@@ -12,6 +14,9 @@ private slots:
     void changingTheTab_commitsAnOpenCell();
     void changingTheTab_commitsAField_data();
     void changingTheTab_commitsAField();
+    void everyMenuEntry_commitsAnOpenCell_data();
+    void everyMenuEntry_commitsAnOpenCell();
+    void openRecent_composesOnceWithWhatWasTyped();
 };
 
 namespace {
@@ -46,6 +51,40 @@ void changeTab(WindowFixture &velm, const QString &way) {
     } else {
         QTest::keyClick(&velm.velm().window(), Qt::Key_F8);
     }
+}
+
+/// The entries below \a menu, those of its own menus included.
+QList<QAction *> entriesOf(QMenu *menu) {
+    emit menu->aboutToShow();
+    QList<QAction *> entries;
+    for (QAction *action : menu->actions())
+        if (action->menu())
+            entries += entriesOf(action->menu());
+        else if (!action->isSeparator())
+            entries.append(action);
+    return entries;
+}
+
+QList<QAction *> menuEntries(WindowFixture &velm) {
+    QList<QAction *> entries;
+    for (const QAction *title : velm.velm().window().menuBar()->actions())
+        entries += entriesOf(title->menu());
+    return entries;
+}
+
+/// The entry that opens \a path again.
+QAction *recentEntry(WindowFixture &velm, const QString &path) {
+    const QList<QAction *> entries = menuEntries(velm);
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [&](const QAction *entry) { return entry->text() == path; });
+    return found == entries.end() ? nullptr : *found;
+}
+
+/// Starts with twenty known bytes on the data-to-burn tab, opened as a user opens them.
+void openTwentyBytes(WindowFixture &velm) {
+    showTwentyBytes(velm);
+    velm.delegate().openBinary(velm.path(QStringLiteral("rom.bin")));
+    velm.settle();
 }
 
 void wayRows() {
@@ -91,6 +130,48 @@ void TestWindowTyping::changingTheTab_commitsAField() {
     QTest::keyClicks(field, QStringLiteral("2"));
     changeTab(velm, way);
     QTRY_VERIFY(velm.controls().tabview->selectedTabViewItem().identifier != burnTabIdentifier());
+    QCOMPARE(velm.state().output_data->size(), 22);
+}
+
+// A chosen entry does its work a turn of the event loop later; the entry is committed by then.
+void TestWindowTyping::everyMenuEntry_commitsAnOpenCell_data() {
+    QTest::addColumn<int>("number");
+    WindowFixture velm;
+    openTwentyBytes(velm);
+    const QList<QAction *> entries = menuEntries(velm);
+    for (int number = 0; number < entries.size(); ++number)
+        QTest::newRow(qPrintable(entries[number]->iconText())) << number;
+}
+
+void TestWindowTyping::everyMenuEntry_commitsAnOpenCell() {
+    QFETCH(int, number);
+    WindowFixture velm;
+    velm.useTool(":\n");
+    openTwentyBytes(velm);
+    QAction *entry = menuEntries(velm).at(number);
+    beginEntry(velm);
+    entry->setEnabled(true); // some have nothing to do as yet
+    entry->trigger();
+    QCOMPARE(*velm.state().output_data, QByteArray("z123456789ABCDEFGHIJ"));
+    QVERIFY(!velm.controls().tableview->openEditor());
+    velm.settle();
+}
+
+void TestWindowTyping::openRecent_composesOnceWithWhatWasTyped() {
+    WindowFixture velm;
+    openTwentyBytes(velm);
+    QLineEdit *field = velm.controls().startAddTextField;
+    field->setFocus();
+    field->selectAll();
+    QTest::keyClicks(field, QStringLiteral("2"));
+    QAction *again = recentEntry(velm, velm.path(QStringLiteral("rom.bin")));
+    QVERIFY(again);
+    velm.log.take();
+    again->trigger();
+    QCOMPARE(velm.log.count(QStringLiteral("handleControl:")), 1);
+    velm.settle();
+    velm.controls().tableview->setFocus();
+    QCOMPARE(velm.log.count(QStringLiteral("handleControl:")), 1);
     QCOMPARE(velm.state().output_data->size(), 22);
 }
 
