@@ -17,6 +17,13 @@ void DeviceListView::mouseDoubleClickEvent(QMouseEvent *event) {
         emit doubleClickedAnywhere();
 }
 
+QItemSelectionModel::SelectionFlags DeviceListView::selectionCommand(const QModelIndex &index,
+                                                                     const QEvent *event) const {
+    // The first half of a double-click below the names must leave what the second half confirms.
+    return index.isValid() ? QListView::selectionCommand(index, event)
+                           : QItemSelectionModel::NoUpdate;
+}
+
 void DeviceListView::keyPressEvent(QKeyEvent *event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         emit enterPressed();

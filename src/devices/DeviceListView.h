@@ -3,7 +3,8 @@
 #include <QListView>
 
 /// The panel's list of device names. Beyond a plain list it says when it was double-clicked
-/// anywhere, below the last row included, and when Enter was pressed in it.
+/// anywhere, below the last row included, and when Enter was pressed in it. A click below the last
+/// row leaves the selection as it is.
 class DeviceListView final : public QListView {
     Q_OBJECT
 
@@ -17,4 +18,6 @@ signals:
 protected:
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    QItemSelectionModel::SelectionFlags
+    selectionCommand(const QModelIndex &index, const QEvent *event = nullptr) const override;
 };

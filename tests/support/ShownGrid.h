@@ -2,6 +2,7 @@
 
 #include "grid/CellEditor.h"
 #include "grid/GridView.h"
+#include "support/DoubleClick.h"
 #include "support/GridSourceDouble.h"
 
 #include <QTest>
@@ -41,8 +42,7 @@ struct ShownGrid {
                           view.visualRect(cell(row, column)).center());
     }
     void doubleClick(int row, int column) {
-        QTest::mouseDClick(view.viewport(), Qt::LeftButton, Qt::NoModifier,
-                           view.visualRect(cell(row, column)).center());
+        ::doubleClick(view.viewport(), view.visualRect(cell(row, column)).center());
     }
 
     /// The text of the open editor; null if there is none.

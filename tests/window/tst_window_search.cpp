@@ -2,6 +2,7 @@
 
 #include "devices/DeviceListView.h"
 #include "settings/SettingsKeys.h"
+#include "support/DoubleClick.h"
 
 #include "ui_DeviceSearchPanel.h"
 
@@ -111,7 +112,7 @@ void TestWindowSearch::confirming_makesTheSelectedNameTheDevice() {
     else if (way == QStringLiteral("Enter"))
         QTest::keyClick(panel.list, Qt::Key_Return);
     else
-        QTest::mouseDClick(panel.list->viewport(), Qt::LeftButton, {}, place);
+        doubleClick(panel.list->viewport(), place);
     QTRY_VERIFY(!panel.dialog->isVisible());
     velm.settle();
     QCOMPARE(velm.settings().stringValue(settingsKeys::device), QStringLiteral("B with a blank "));
@@ -138,7 +139,7 @@ void TestWindowSearch::doubleClickBelowTheList_confirmsWhatIsSelected() {
     if (selected >= 0)
         panel.select(selected);
     const QPoint below(20, panel.list->viewport()->height() - 5);
-    QTest::mouseDClick(panel.list->viewport(), Qt::LeftButton, {}, below);
+    doubleClick(panel.list->viewport(), below);
     QTRY_VERIFY(!panel.dialog->isVisible());
     velm.settle();
     QCOMPARE(velm.settings().stringValue(settingsKeys::device), device);
