@@ -1,13 +1,11 @@
-#include "window/WindowFixture.h"
+#include "window/SearchSteps.h"
 
-#include "devices/DeviceListView.h"
 #include "settings/SettingsKeys.h"
 #include "support/DoubleClick.h"
 
 #include "ui_DeviceSearchPanel.h"
 
 #include <QFile>
-#include <QPushButton>
 #include <QTimer>
 
 /// The device search panel over the window.
@@ -37,43 +35,6 @@ private slots:
     void longAnswer_isShownWhole();
     void everySearch_keepsItsRunAndNoDescriptor();
     void panel_namesItsControls();
-
-private:
-    /// The panel's controls by their names.
-    struct Panel {
-        explicit Panel(WindowFixture &velm)
-            : dialog(velm.delegate().outlets.searchDevicesWindow),
-              term(dialog->findChild<QLineEdit *>(QStringLiteral("devicesearchterm"))),
-              list(dialog->findChild<DeviceListView *>(QStringLiteral("tableview"))),
-              search(dialog->findChild<QPushButton *>(QStringLiteral("searchButton"))),
-              stop(dialog->findChild<QPushButton *>(QStringLiteral("stopButton"))),
-              ok(dialog->findChild<QPushButton *>(QStringLiteral("OKButton"))),
-              cancel(dialog->findChild<QPushButton *>(QStringLiteral("cancelButton"))),
-              remark(dialog->findChild<QLabel *>(QStringLiteral("remarkLabel"))) {
-            velm.click(velm.controls().btn_search);
-        }
-
-        void searchFor(const QString &text) const {
-            term->setText(text);
-            QTest::keyClick(term, Qt::Key_Return);
-        }
-        QStringList names() const {
-            QStringList all;
-            for (int row = 0; row < list->model()->rowCount(); ++row)
-                all.append(list->model()->index(row, 0).data().toString());
-            return all;
-        }
-        void select(int row) const { list->setCurrentIndex(list->model()->index(row, 0)); }
-
-        QDialog *dialog;
-        QLineEdit *term;
-        DeviceListView *list;
-        QPushButton *search;
-        QPushButton *stop;
-        QPushButton *ok;
-        QPushButton *cancel;
-        QLabel *remark;
-    };
 };
 
 void TestWindowSearch::enterInTheTerm_searches() {
