@@ -3,6 +3,15 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
+namespace {
+
+bool movesCursor(int key) {
+    return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_Home || key == Qt::Key_End ||
+           key == Qt::Key_PageUp || key == Qt::Key_PageDown;
+}
+
+} // namespace
+
 DeviceListView::DeviceListView(QWidget *parent) : QListView(parent) {
     // Without equal heights the list would measure every one of 30,000 names before it shows.
     setUniformItemSizes(true);
@@ -24,10 +33,25 @@ QItemSelectionModel::SelectionFlags DeviceListView::selectionCommand(const QMode
                            : QItemSelectionModel::NoUpdate;
 }
 
+void DeviceListView::selectFirst() {
+    setFocus(Qt::OtherFocusReason);
+    setCurrentIndex(model()->index(0, 0));
+}
+
 void DeviceListView::keyPressEvent(QKeyEvent *event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         emit enterPressed();
         return;
     }
     QListView::keyPressEvent(event);
+    // A key that leads to where the cursor is already changes nothing for the toolkit.
+    if (movesCursor(event->key()) && !selectionModel()->hasSelection())
+        setCurrentIndex(currentIndex());
+}
+
+// Without a selection nobody sees which row the cursor is on: the first step is onto that row.
+QModelIndex DeviceListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const bool isStep = action == MoveUp || action == MoveDown;
+    const bool isOnto = isStep && currentIndex().isValid() && !selectionModel()->hasSelection();
+    return isOnto ? currentIndex() : QListView::moveCursor(action, modifiers);
 }

@@ -11,6 +11,9 @@ class DeviceListView final : public QListView {
 public:
     explicit DeviceListView(QWidget *parent = nullptr);
 
+    /// Takes the keyboard and selects the first name, if there is one.
+    void selectFirst();
+
 signals:
     void doubleClickedAnywhere();
     void enterPressed();
@@ -18,6 +21,7 @@ signals:
 protected:
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     QItemSelectionModel::SelectionFlags
     selectionCommand(const QModelIndex &index, const QEvent *event = nullptr) const override;
 };

@@ -4,6 +4,8 @@
 
 #include "ui_DeviceSearchPanel.h"
 
+#include <QKeyEvent>
+
 DeviceSearchPanel::DeviceSearchPanel(device_searcher &searcher, QWidget *parent)
     : QDialog(parent), searcher_(searcher), controls_(std::make_unique<Ui::DeviceSearchPanel>()) {
     Ui::DeviceSearchPanel &c = *controls_;
@@ -42,6 +44,16 @@ void DeviceSearchPanel::showEvent(QShowEvent *event) {
     controls_->devicesearchterm->selectAll();
     controls_->devicesearchterm->setFocus(Qt::OtherFocusReason);
     QDialog::showEvent(event);
+}
+
+// What the field makes nothing of comes here.
+void DeviceSearchPanel::keyPressEvent(QKeyEvent *event) {
+    const Ui::DeviceSearchPanel &c = *controls_;
+    const bool hasNames = c.tableview->isEnabled() && c.tableview->model()->rowCount() > 0;
+    if (event->key() == Qt::Key_Down && c.devicesearchterm->hasFocus() && hasNames)
+        c.tableview->selectFirst();
+    else
+        QDialog::keyPressEvent(event);
 }
 
 void DeviceSearchPanel::setSearching(bool searching) {

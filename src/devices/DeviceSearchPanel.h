@@ -13,7 +13,7 @@ class DeviceSearchPanel;
 
 /// The window of the device search: a term, a list and two buttons. What the buttons do is
 /// connected by who shows the panel; ending the panel in any other way than by OK is a Cancel and
-/// also ends a search in progress.
+/// also ends a search in progress. Down leads from the term to the first name of the list.
 class DeviceSearchPanel final : public QDialog {
     Q_OBJECT
 
@@ -29,6 +29,7 @@ public slots:
     void done(int code) override;
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
 private:

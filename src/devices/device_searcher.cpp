@@ -45,7 +45,7 @@ void device_searcher::connectPanel() {
     tableview->setModel(model_);
     connect(tableview, &DeviceListView::doubleClickedAnywhere, this,
             [this] { doubleClick(tableview); });
-    connect(tableview, &DeviceListView::enterPressed, OKButton, &QPushButton::click);
+    connect(tableview, &DeviceListView::enterPressed, this, &device_searcher::confirmSelection);
 }
 
 void device_searcher::list(QObject *) {
@@ -120,8 +120,7 @@ void device_searcher::remarkOnResults(const ScriptedMiniPro &run) {
     if (run.stopRequested()) {
         emit remark(tr("The search was stopped."));
     } else if (count > 0) {
-        emit remark(count == 1 ? tr("1 device found.")
-                               : tr("%1 devices found.").arg(QLocale().toString(count)));
+        emit remark(foundRemark());
     } else if (!run.started()) {
         emit remark(tr("The programmer tool could not be started: %1").arg(run.startFailure()));
     } else if (!run.collectedOutput().trimmed().isEmpty()) {
@@ -131,11 +130,28 @@ void device_searcher::remarkOnResults(const ScriptedMiniPro &run) {
     }
 }
 
+QString device_searcher::foundRemark() const {
+    const qsizetype count = dataArray->size();
+    return count == 1 ? tr("1 device found.")
+                      : tr("%1 devices found.").arg(QLocale().toString(count));
+}
+
 std::optional<QString> device_searcher::selectedItem(QObject *) const {
     const QModelIndexList selected = tableview->selectionModel()->selectedRows();
     if (selected.isEmpty())
         return std::nullopt;
     return dataArray->at(selected.first().row());
+}
+
+void device_searcher::confirmSelection() {
+    if (selectedItem(tableview)) {
+        OKButton->click();
+        return;
+    }
+    emit remark(tr("Select a device first."));
+    connect(
+        tableview->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+        [this] { emit remark(foundRemark()); }, Qt::SingleShotConnection);
 }
 
 void device_searcher::doubleClick(QObject *) {

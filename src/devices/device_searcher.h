@@ -36,7 +36,8 @@ public:
     QLineEdit *devicesearchterm = nullptr;
     QPushButton *OKButton = nullptr;
 
-    /// Gives the list its model and lets a double-click and Enter in it confirm.
+    /// Gives the list its model and lets a double-click in it confirm, and Enter on a selected
+    /// name.
     void connectPanel();
 
     /// The search: runs the tool with the term and shows what it lists. Returns when the tool has
@@ -73,7 +74,9 @@ private:
     void runSearch(ScriptedMiniPro &run, const QString &term);
     void takeResults();
     void remarkOnResults(const ScriptedMiniPro &run);
+    QString foundRemark() const;
     void noticeSilence();
+    void confirmSelection();
 
     SettingsStore &defaults;
     QList<ScriptedMiniPro *> retainArray;
