@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <ranges>
 
 namespace {
 
@@ -56,6 +57,22 @@ CellValue GridModel::cell(int row, int column) const {
     return source_.tableView_objectValueForTableColumn_row(table_, columnIdentifier(column), row);
 }
 
+bool GridModel::isMissing(const CellValue &cell, int column) const {
+    return heading_ == GridHeading::Bytes && isByteColumn(column) &&
+           cell.text == QLatin1String("XX");
+}
+
+qint64 GridModel::byteCount() const {
+    if (heading_ != GridHeading::Bytes)
+        return 0;
+    const auto hasByte = [this](qint64 offset) {
+        const int column = firstByteColumn + int(offset % bytesInRow);
+        return !isMissing(cell(int(offset / bytesInRow), column), column);
+    };
+    const auto offsets = std::views::iota(qint64(0), qint64(rows_) * bytesInRow);
+    return *std::ranges::partition_point(offsets, hasByte);
+}
+
 bool GridModel::maySelectColumn(int column) const {
     return source_.tableView_shouldSelectTableColumn(table_, columnIdentifier(column));
 }
@@ -89,9 +106,7 @@ QVariant GridModel::data(const QModelIndex &index, int role) const {
 QString GridModel::cellDescription(const CellValue &cell, int column) const {
     if (cell.failed)
         return tr("failed");
-    const bool isMissing =
-        heading_ == GridHeading::Bytes && isByteColumn(column) && cell.text == QLatin1String("XX");
-    return isMissing ? tr("no byte") : QString();
+    return isMissing(cell, column) ? tr("no byte") : QString();
 }
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {

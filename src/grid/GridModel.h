@@ -40,6 +40,9 @@ public:
 
     /// The value of a cell that the model has; what data() gives in one piece.
     CellValue cell(int row, int column) const;
+    /// How many bytes the rows show, from the first on; 0 for results. Found by a few questions to
+    /// the source, however many rows there are.
+    qint64 byteCount() const;
     /// The source's answer whether a column as a whole may be selected.
     bool maySelectColumn(int column) const;
     /// What column \a column holds, for people who cannot see the cells below it.
@@ -63,6 +66,7 @@ public:
 private:
     int sourceRows() const;
     void refreshAfterEdit();
+    bool isMissing(const CellValue &cell, int column) const;
     QString title(int column) const;
     QString cellDescription(const CellValue &cell, int column) const;
 

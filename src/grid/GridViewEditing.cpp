@@ -39,15 +39,35 @@ QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
     case MovePageDown:
         return cell(qint64(row) + rowsInPage(), column);
     case MoveHome:
-        return toTheEnds ? cell(0, 0) : cell(row, 0);
+        return firstCellOf(toTheEnds ? 0 : row);
     case MoveEnd:
-        return toTheEnds ? cell(lastRow, lastColumn) : cell(row, lastColumn);
+        return toTheEnds ? lastCell() : lastCellOf(row);
     case MoveNext:
         return column == lastColumn && row < lastRow ? cell(row + 1, 0) : cell(row, column + 1);
     case MovePrevious:
         return column == 0 && row > 0 ? cell(row - 1, lastColumn) : cell(row, column - 1);
     }
     return current;
+}
+
+// Among bytes the ends are bytes: what is typed there is an entry for the cell that was meant.
+QModelIndex GridView::firstCellOf(int row) const {
+    const bool isDump = model_->heading() == GridHeading::Bytes;
+    return model_->index(row, isDump ? firstByteColumn : addressColumn);
+}
+
+QModelIndex GridView::lastCell() const {
+    if (model_->heading() != GridHeading::Bytes)
+        return lastCellOf(rows() - 1);
+    return cellOfByte(std::max<qint64>(model_->byteCount() - 1, 0));
+}
+
+QModelIndex GridView::lastCellOf(int row) const {
+    if (model_->heading() != GridHeading::Bytes)
+        return model_->index(row, gridColumns - 1);
+    const qint64 bytes = model_->byteCount() - qint64(row) * bytesInRow;
+    const bool endsHere = bytes > 0 && bytes < bytesInRow;
+    return model_->index(row, endsHere ? int(bytes) : lastByteColumn);
 }
 
 void GridView::setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command) {

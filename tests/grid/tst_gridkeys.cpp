@@ -11,6 +11,11 @@ class TestGridKeys : public QObject {
 private slots:
     void keys_data();
     void keys();
+    void endKeys_knowWhereTheBytesEnd_data();
+    void endKeys_knowWhereTheBytesEnd();
+    void endKeys_amongResultsLeadToTheTablesEnds();
+    void endKeys_askFewQuestions();
+    void typing_afterAnEndKeyOpensAByte();
     void firstFocus_putsTheCursorOnAByte();
     void tab_leavesTheGrid();
     void typing_whereNothingMayBeEditedSearchesNothing();
@@ -41,10 +46,13 @@ void TestGridKeys::keys_data() {
     row("right", {50, 5}, Qt::Key_Right, {50, 6});
     row("page up", {50, 5}, Qt::Key_PageUp, {34, 5});
     row("page down", {50, 5}, Qt::Key_PageDown, {66, 5});
-    row("home", {50, 5}, Qt::Key_Home, {50, 0});
-    row("end", {50, 5}, Qt::Key_End, {50, 17});
-    row("to the beginning", {50, 5}, Qt::Key_Home, {0, 0}, Qt::ControlModifier);
-    row("to the end", {50, 5}, Qt::Key_End, {99, 17}, Qt::ControlModifier);
+    row("home", {50, 5}, Qt::Key_Home, {50, 1});
+    row("end", {50, 5}, Qt::Key_End, {50, 16});
+    row("home from the address", {50, 0}, Qt::Key_Home, {50, 1});
+    row("end from the characters", {50, 17}, Qt::Key_End, {50, 16});
+    row("end where there is no byte", {99, 5}, Qt::Key_End, {99, 16});
+    row("to the first byte", {50, 5}, Qt::Key_Home, {0, 1}, Qt::ControlModifier);
+    row("to the last byte", {50, 5}, Qt::Key_End, {98, 16}, Qt::ControlModifier);
     row("up at the upper edge", {0, 5}, Qt::Key_Up, {0, 5});
     row("down at the lower edge", {99, 5}, Qt::Key_Down, {99, 5});
     row("left at the left edge", {50, 0}, Qt::Key_Left, {50, 0});
@@ -68,6 +76,71 @@ void TestGridKeys::keys() {
     const QRect cell = grid.view.visualRect(grid.view.currentIndex());
     QVERIFY(grid.view.viewport()->rect().contains(cell));
     QCOMPARE(grid.view.selectedRowCount(), 1);
+}
+
+void TestGridKeys::endKeys_knowWhereTheBytesEnd_data() {
+    QTest::addColumn<int>("length");
+    QTest::addColumn<int>("endRow");
+    QTest::addColumn<int>("endColumn");
+    QTest::newRow("no bytes") << 0 << 0 << 1;
+    QTest::newRow("one byte") << 1 << 0 << 1;
+    QTest::newRow("a full row") << 16 << 0 << 16;
+    QTest::newRow("a row and a byte") << 17 << 1 << 1;
+    QTest::newRow("a row and four bytes") << 20 << 1 << 4;
+}
+
+void TestGridKeys::endKeys_knowWhereTheBytesEnd() {
+    QFETCH(int, length);
+    QFETCH(int, endRow);
+    QFETCH(int, endColumn);
+    ShownGrid grid(QByteArray(length, 'A'));
+    grid.setCursor(0, 3);
+    grid.press(Qt::Key_End, Qt::ControlModifier);
+    QCOMPARE(grid.cursor(), qMakePair(endRow, endColumn));
+    grid.press(Qt::Key_Home);
+    QCOMPARE(grid.cursor(), qMakePair(endRow, 1));
+    grid.press(Qt::Key_End);
+    QCOMPARE(grid.cursor(), qMakePair(endRow, length == 0 ? 16 : endColumn));
+    grid.press(Qt::Key_Home, Qt::ControlModifier);
+    QCOMPARE(grid.cursor(), qMakePair(0, 1));
+}
+
+void TestGridKeys::endKeys_amongResultsLeadToTheTablesEnds() {
+    ShownGrid grid("A");
+    grid.source.report = {{{}, {QStringLiteral("1")}}, {{QStringLiteral("0000:")}}, {}};
+    grid.view.setHeading(GridHeading::Pins);
+    grid.view.reloadData();
+    grid.setCursor(1, 5);
+    grid.press(Qt::Key_Home);
+    QCOMPARE(grid.cursor(), qMakePair(1, 0));
+    grid.press(Qt::Key_End);
+    QCOMPARE(grid.cursor(), qMakePair(1, 17));
+    grid.press(Qt::Key_Home, Qt::ControlModifier);
+    QCOMPARE(grid.cursor(), qMakePair(0, 0));
+    grid.press(Qt::Key_End, Qt::ControlModifier);
+    QCOMPARE(grid.cursor(), qMakePair(2, 17));
+}
+
+void TestGridKeys::endKeys_askFewQuestions() {
+    ShownGrid grid({}, false, qint64(1) << 30);
+    grid.setCursor(0, 1);
+    grid.view.setUpdatesEnabled(false);
+    grid.source.questions = 0;
+    grid.press(Qt::Key_End, Qt::ControlModifier);
+    QCOMPARE(grid.cursor(), qMakePair((1 << 26) - 1, 16));
+    QVERIFY2(grid.source.questions < 100, qPrintable(QString::number(grid.source.questions)));
+}
+
+void TestGridKeys::typing_afterAnEndKeyOpensAByte() {
+    ShownGrid grid(QByteArray(20, 'A'), true);
+    grid.setCursor(1, 2);
+    grid.press(Qt::Key_Home, Qt::ControlModifier);
+    grid.type(QStringLiteral("7a"));
+    grid.press(Qt::Key_Return);
+    grid.press(Qt::Key_End, Qt::ControlModifier);
+    grid.type(QStringLiteral("7a"));
+    grid.press(Qt::Key_Return);
+    QCOMPARE(grid.source.bytes, QByteArray("zAAAAAAAAAAAAAAAAAAz"));
 }
 
 void TestGridKeys::firstFocus_putsTheCursorOnAByte() {

@@ -14,6 +14,8 @@ private slots:
     void columnNumber_data();
     void columnNumber();
     void cells_areAskedFromTheSource();
+    void bytes_areCountedToTheFirstThatIsMissing_data();
+    void bytes_areCountedToTheFirstThatIsMissing();
     void rows_areTakenAtAReload();
     void reload_resets();
     void edit_changesDataWithoutAReset();
@@ -64,6 +66,23 @@ void TestGridModel::cells_areAskedFromTheSource() {
     QCOMPARE(source.asker, &table);
     source.bytes = "Z";
     QCOMPARE(model.data(model.index(0, 1)), QVariant(QStringLiteral("5A")));
+}
+
+void TestGridModel::bytes_areCountedToTheFirstThatIsMissing_data() {
+    QTest::addColumn<int>("length");
+    for (const int length : {0, 1, 15, 16, 17, 31, 32, 1000})
+        QTest::addRow("%d", length) << length;
+}
+
+void TestGridModel::bytes_areCountedToTheFirstThatIsMissing() {
+    QFETCH(int, length);
+    GridSourceDouble source(QByteArray(length, 'A'));
+    GridModel model(source, nullptr);
+    QCOMPARE(model.byteCount(), 0);
+    model.reloadData();
+    QCOMPARE(model.byteCount(), length);
+    model.setHeading(GridHeading::Pins);
+    QCOMPARE(model.byteCount(), 0);
 }
 
 void TestGridModel::rows_areTakenAtAReload() {

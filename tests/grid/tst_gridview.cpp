@@ -81,13 +81,14 @@ void TestGridView::everyRow_canBeReached() {
     QVERIFY(grid.shown);
     const int lastRow = 67108864;
     grid.press(Qt::Key_End, Qt::ControlModifier);
-    QCOMPARE(grid.cursor(), qMakePair(lastRow, 17));
+    grid.press(Qt::Key_Down);
+    QCOMPARE(grid.cursor(), qMakePair(lastRow, 16));
     QCOMPARE(lastRowInView(grid.view), lastRow);
     QVERIFY(grid.view.viewport()->rect().intersects(grid.view.visualRect(grid.cell(lastRow, 1))));
 
     // From one end to the other with the shift key selects all rows.
     grid.press(Qt::Key_Home, Qt::ControlModifier | Qt::ShiftModifier);
-    QCOMPARE(grid.cursor(), qMakePair(0, 0));
+    QCOMPARE(grid.cursor(), qMakePair(0, 1));
     QCOMPARE(grid.view.selectedRowCount(), qint64(lastRow) + 1);
 }
 
