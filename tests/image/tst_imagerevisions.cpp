@@ -117,7 +117,5 @@ void TestImageRevisions::manyImages_areForgottenOldestFirst() {
     QVERIFY(at(0) != oldest);
 }
 
-Q_DECLARE_METATYPE(std::function<void(CompositionInputs &)>)
-
 QTEST_GUILESS_MAIN(TestImageRevisions)
 #include "tst_imagerevisions.moc"

@@ -1,3 +1,5 @@
+#include "settings/FilePaths.h"
+
 #include "support/Bytes.h"
 #include "support/Privileges.h"
 #include "support/WorkspaceFixture.h"
@@ -178,21 +180,21 @@ void TestTemporaryWorkspaceWriting::outputFileHolds_data() {
         QTest::newRow(name) << meddle << holds;
     };
     row("untouched", true, [](WorkspaceFixture &) {});
-    row("gone", false, [](WorkspaceFixture &at) { QFile::remove(at.output()); });
+    row("gone", false, [](WorkspaceFixture &w) { QFile::remove(w.output()); });
     row("written again with the same bytes", true,
-        [](WorkspaceFixture &at) { writeWholeFile(at.output(), "abc"); });
-    row("other bytes", false, [](WorkspaceFixture &at) { writeWholeFile(at.output(), "abd"); });
-    row("more bytes", false, [](WorkspaceFixture &at) { writeWholeFile(at.output(), "abcd"); });
-    row("another name without a file", false, [](WorkspaceFixture &at) {
-        at.settings.setValue(temp_output_file, at.output() + QStringLiteral("2"));
+        [](WorkspaceFixture &w) { writeWholeFile(w.output(), "abc"); });
+    row("other bytes", false, [](WorkspaceFixture &w) { writeWholeFile(w.output(), "abd"); });
+    row("more bytes", false, [](WorkspaceFixture &w) { writeWholeFile(w.output(), "abcd"); });
+    row("another name without a file", false, [](WorkspaceFixture &w) {
+        w.settings.setValue(temp_output_file, w.output() + QStringLiteral("2"));
     });
-    row("another name with an old image", false, [](WorkspaceFixture &at) {
-        at.settings.setValue(temp_output_file, at.output() + QStringLiteral("2"));
-        writeWholeFile(at.output(), "abd");
+    row("another name with an old image", false, [](WorkspaceFixture &w) {
+        w.settings.setValue(temp_output_file, w.output() + QStringLiteral("2"));
+        writeWholeFile(w.output() + QStringLiteral("2"), "abd");
     });
-    row("another name with the same bytes", true, [](WorkspaceFixture &at) {
-        at.settings.setValue(temp_output_file, at.output() + QStringLiteral("2"));
-        writeWholeFile(at.output(), "abc");
+    row("another name with the same bytes", true, [](WorkspaceFixture &w) {
+        w.settings.setValue(temp_output_file, w.output() + QStringLiteral("2"));
+        writeWholeFile(w.output() + QStringLiteral("2"), "abc");
     });
 }
 
@@ -203,10 +205,9 @@ void TestTemporaryWorkspaceWriting::outputFileHolds() {
     QVERIFY(at->workspace.write_output_data_to_temp_file(abc));
     meddle(*at);
     QCOMPARE(at->workspace.outputFileHolds(abc), holds);
-    QCOMPARE(at->workspace.outputFileHolds(nullptr), !QFile::exists(at->output()));
+    const QString path = resolvedPathOf(at->settings, temp_output_file);
+    QCOMPARE(at->workspace.outputFileHolds(nullptr), !QFile::exists(path));
 }
-
-Q_DECLARE_METATYPE(std::function<void(WorkspaceFixture &)>)
 
 QTEST_GUILESS_MAIN(TestTemporaryWorkspaceWriting)
 #include "tst_temporaryworkspace_writing.moc"
