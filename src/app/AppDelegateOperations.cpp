@@ -29,6 +29,7 @@ MessageLine::Severity severityOf(RunOutcome::Verdict verdict) {
     switch (verdict) {
     case RunOutcome::Verdict::Succeeded:
         return MessageLine::Severity::Success;
+    case RunOutcome::Verdict::Qualified:
     case RunOutcome::Verdict::Stopped:
         return MessageLine::Severity::Warning;
     case RunOutcome::Verdict::Failed:
@@ -36,6 +37,15 @@ MessageLine::Severity severityOf(RunOutcome::Verdict verdict) {
         break;
     }
     return MessageLine::Severity::Problem;
+}
+
+RunFacts factsOf(const ScriptedMiniPro &run, const ByteBuffer &image) {
+    RunFacts facts = run.facts();
+    facts.imageLength = lengthOf(image);
+    if (image)
+        facts.encoding = encodingForTool(*image);
+    facts.programmers = pluggedProgrammers();
+    return facts;
 }
 
 } // namespace
@@ -131,8 +141,8 @@ RunOutcome AppDelegate::launchAndWait(ScriptedMiniPro &run) {
     run.launch();
     currentRun_ = nullptr;
 
-    const RunOutcome outcome = judgeRun(run.facts());
-    notice(runTopic, severityOf(outcome.verdict), outcome.sentence);
+    const RunOutcome outcome = judgeRun(factsOf(run, state_.output_data));
+    notice(runTopic, severityOf(outcome.verdict), outcome.words());
     return outcome;
 }
 
@@ -171,10 +181,12 @@ void AppDelegate::takeReadData() {
 void AppDelegate::sayWhatReadLeft(const RunOutcome &outcome, const QDateTime &started) {
     outlets.messageLine->clearNotice(readTopic);
     const qsizetype length = lengthOf(state_.read_from_chip_data);
-    if (outcome.verdict == RunOutcome::Verdict::Succeeded && length > 0) {
+    const bool endedWell = outcome.verdict == RunOutcome::Verdict::Succeeded ||
+                           outcome.verdict == RunOutcome::Verdict::Qualified;
+    if (endedWell && length > 0) {
         readDevice_ = defaults_.stringValue(settingsKeys::device);
-        notice(runTopic, MessageLine::Severity::Success,
-               tr("%1 %2 bytes.").arg(outcome.sentence, QLocale().toString(length)));
+        notice(runTopic, severityOf(outcome.verdict),
+               tr("%1 %2 bytes.").arg(outcome.words(), QLocale().toString(length)));
         return;
     }
     if (length == 0)

@@ -1,7 +1,10 @@
 #include "tool/FailureWords.h"
 
+#include "tool/RunRemarks.h"
+
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -15,82 +18,16 @@ constexpr int shellDidNotFind = 127;
 constexpr int shellSignalBase = 128;
 constexpr int largestSignal = 64;
 
-/// The sentences for one run that failed.
-class FailureWording {
-    Q_DECLARE_TR_FUNCTIONS(RunOutcome)
+/// How much of the tool's own words a sentence repeats.
+constexpr qsizetype longestQuote = 300;
 
-public:
-    explicit FailureWording(const RunFacts &run) : facts_(run) {}
-
-    QString failure() const;
-
-    QString operator()(const NoProgrammer &) const {
-        return tr("No programmer was found. Is it plugged in, and may you use its USB device?");
-    }
-    QString operator()(const ProgrammerBusy &) const {
-        return tr("The programmer is in use by another program.");
-    }
-    QString operator()(const ProgrammerUnplugged &) const {
-        return failed(tr("the programmer was unplugged"));
-    }
-    QString operator()(const ConnectionProblem &problem) const {
-        return failed(tr("the connection to the programmer broke (%1)").arg(problem.words));
-    }
-    QString operator()(const Overcurrent &) const {
-        return failed(tr("the chip draws too much current. Is it the right way round?"));
-    }
-    QString operator()(const UnknownDevice &device) const {
-        return tr("The programmer tool does not know the device \"%1\".").arg(device.name);
-    }
-    QString operator()(const WrongChipId &id) const {
-        return failed(
-            tr("the chip's ID does not match (expected %1, got %2)").arg(id.expected, id.found));
-    }
-    QString operator()(const WrongSize &size) const {
-        return failed(tr("the data have %1 bytes, the chip needs %2").arg(size.found, size.needed));
-    }
-    QString operator()(const Difference &difference) const {
-        return failed(tr("at address %1 the data have %2 and the chip has %3")
-                          .arg(difference.address, difference.inFile, difference.inChip));
-    }
-    QString operator()(const LogicErrors &errors) const {
-        return errors.count == 1 ? failed(tr("1 error"))
-                                 : failed(tr("%1 errors").arg(errors.count));
-    }
-
-private:
-    QString failed(const QString &reason) const;
-    QString failureByStatus() const;
-
-    const RunFacts &facts_;
-};
+QString quoted(const QString &words) {
+    return words.size() <= longestQuote ? words : words.first(longestQuote) + QChar(0x2026);
+}
 
 QString ended(const QString &sentence) {
     const bool complete = QStringLiteral(".?!").contains(sentence.back());
     return complete ? sentence : sentence + QLatin1Char('.');
-}
-
-QString FailureWording::failed(const QString &reason) const {
-    switch (facts_.operation) {
-    case ReadOperation:
-        return ended(tr("Read failed: %1").arg(reason));
-    case VerifyOperation:
-        return ended(tr("Verify failed: %1").arg(reason));
-    case WriteOperation:
-        return ended(tr("Write failed: %1").arg(reason));
-    case LogicOperation:
-        break;
-    }
-    return ended(tr("Logic test failed: %1").arg(reason));
-}
-
-QString FailureWording::failure() const {
-    if (!facts_.killedBySignal && facts_.status == shellDidNotFind)
-        return tr("The shell did not find the programmer tool \"%1\".").arg(facts_.tool);
-    if (!facts_.killedBySignal && facts_.status == shellCouldNotExecute)
-        return tr("The shell could not execute the programmer tool \"%1\".").arg(facts_.tool);
-    const std::optional<ToolError> &error = facts_.report.error;
-    return error ? std::visit(*this, *error) : failureByStatus();
 }
 
 /// The number of the signal that ended the tool; 0 if none did. A shell that did not give its
@@ -102,24 +39,329 @@ int endingSignal(const RunFacts &facts) {
     return signal > 0 && signal <= largestSignal ? signal : 0;
 }
 
-QString FailureWording::failureByStatus() const {
+/// The words for one run or search that failed.
+class FailureWording {
+    Q_DECLARE_TR_FUNCTIONS(RunOutcome)
+
+public:
+    enum class Task { Operation, Search };
+
+    FailureWording(const RunFacts &run, Task task) : facts_(run), task_(task) {}
+
+    FailureWords failure() const;
+
+    FailureWords operator()(const NoProgrammer &) const;
+    FailureWords operator()(const ProgrammerBusy &) const {
+        return {tr("The programmer is in use by another program."),
+                tr("End that program, or wait for it, and try again.")};
+    }
+    FailureWords operator()(const ProgrammerUnplugged &) const;
+    FailureWords operator()(const ConnectionProblem &problem) const {
+        return failed(tr("the connection to the programmer broke (%1)").arg(quoted(problem.words)),
+                      tr("Plug the programmer in again and try once more."));
+    }
+    FailureWords operator()(const BootloaderMode &) const {
+        return {tr("The programmer is in bootloader mode and can do nothing else."),
+                tr("Plug it in again; if it stays so, renew its firmware.")};
+    }
+    FailureWords operator()(const Overcurrent &) const {
+        return failed(tr("the chip draws too much current. Is it the right way round?"),
+                      tr("Take the chip out before you try again."));
+    }
+    FailureWords operator()(const UnknownDevice &device) const;
+    FailureWords operator()(const UnsupportedDevice &) const {
+        return failed(tr("the tool cannot do this with the device \"%1\"").arg(facts_.device),
+                      tr("If it is a logic IC, press Logic test."));
+    }
+    FailureWords operator()(const WrongChipId &id) const {
+        return failed(
+            tr("the chip's ID does not match (expected %1, got %2)").arg(id.expected, id.found),
+            tr("Check that the chip sits right and is the device chosen; with Ignore chip ID "
+               "mismatch the tool goes on all the same."));
+    }
+    FailureWords operator()(const WrongSize &size) const;
+    FailureWords operator()(const Difference &difference) const;
+    FailureWords operator()(const LogicErrors &errors) const {
+        return failed(errors.count == 1 ? tr("1 error") : tr("%1 errors").arg(errors.count),
+                      tr("The marked fields show the pins. Check that the chip sits right, and "
+                         "test again."));
+    }
+    FailureWords operator()(const NoTestVectors &missing) const {
+        return failed(tr("nothing was tested, because %1 is no logic IC: the tool has no test "
+                         "vectors for it")
+                          .arg(quoted(missing.device)),
+                      chooseLogicIc());
+    }
+    FailureWords operator()(const LogicTestNotRun &) const {
+        return failed(tr("the programmer could not run the first step of it"),
+                      tr("Check that the chip sits right, plug the programmer in again and try "
+                         "once more."));
+    }
+    FailureWords operator()(const NoData &) const;
+    FailureWords operator()(const UnopenedFile &file) const;
+    FailureWords operator()(const BadRecord &record) const;
+    FailureWords operator()(const NoConfiguration &) const {
+        return failed(tr("the device has no fuses or lock bits to work on"),
+                      tr("Take \"-c\" out of the field Programmer tool."));
+    }
+    FailureWords operator()(const NoChipId &) const {
+        return failed(tr("the device has no chip ID that could be read"),
+                      tr("Take \"-D\" out of the field Programmer tool."));
+    }
+    FailureWords operator()(const WrongCommandLine &line) const {
+        return failed(
+            line.complaint.isEmpty()
+                ? tr("the tool only told how it is used")
+                : tr("the tool does not take its command line: %1").arg(quoted(line.complaint)),
+            tr("Check the field Programmer tool."));
+    }
+    FailureWords operator()(const OtherTrouble &trouble) const {
+        return failed(tr("the tool said: %1").arg(quoted(trouble.words)), lookAtConsole());
+    }
+
+private:
+    FailureWords failed(const QString &reason, const QString &nextStep) const;
+    FailureWords cause() const;
+    FailureWords byStatus() const;
+    FailureWords byBadStatus() const;
+    FailureWords byMissingSuccess() const;
+    FailureWords missingDatabase() const;
+    FailureWords missingAdapter() const;
+    FailureWords plugged(const UsbProgrammer &programmer) const;
+    static QString chooseLogicIc() { return tr("Choose a logic IC that Search devices finds."); }
+    QString lookAtConsole() const {
+        return task_ == Task::Search ? QString() : tr("The console shows all that it said.");
+    }
+
+    const RunFacts &facts_;
+    Task task_;
+};
+
+FailureWords FailureWording::failed(const QString &reason, const QString &nextStep) const {
+    if (task_ == Task::Search)
+        return {ended(tr("The search failed: %1").arg(reason)), nextStep};
+    switch (facts_.operation) {
+    case ReadOperation:
+        return {ended(tr("Read failed: %1").arg(reason)), nextStep};
+    case VerifyOperation:
+        return {ended(tr("Verify failed: %1").arg(reason)), nextStep};
+    case WriteOperation:
+        return {ended(tr("Write failed: %1").arg(reason)), nextStep};
+    case LogicOperation:
+        break;
+    }
+    return {ended(tr("Logic test failed: %1").arg(reason)), nextStep};
+}
+
+FailureWords FailureWording::operator()(const NoProgrammer &) const {
+    if (!facts_.programmers)
+        return {tr("No programmer was found. Is it plugged in, and may you use its USB device?"),
+                tr("Plug one in, or have a udev rule let you use its device.")};
+    const QList<UsbProgrammer> &all = *facts_.programmers;
+    if (all.isEmpty())
+        return {tr("No programmer was found: none is plugged in."),
+                tr("Plug one in and try again.")};
+    const auto closed = std::find_if(all.begin(), all.end(), [](const UsbProgrammer &one) {
+        return one.access != UsbProgrammer::Access::Granted;
+    });
+    return plugged(closed == all.end() ? all.first() : *closed);
+}
+
+FailureWords FailureWording::plugged(const UsbProgrammer &programmer) const {
+    switch (programmer.access) {
+    case UsbProgrammer::Access::Refused:
+        return {tr("No programmer was found: one is plugged in (%1), but you may not use it.")
+                    .arg(programmer.name),
+                tr("Put this line into /etc/udev/rules.d/60-minipro.rules, run \"udevadm control "
+                   "--reload\" as root and plug it in again: %1")
+                    .arg(udevRuleFor(programmer))};
+    case UsbProgrammer::Access::NoNode:
+        return {tr("No programmer was found: one is plugged in (%1), but its device %2 is out of "
+                   "reach.")
+                    .arg(programmer.name, programmer.node),
+                tr("In a sandbox, let this program use USB devices; elsewhere, plug it in again.")};
+    case UsbProgrammer::Access::Granted:
+        break;
+    }
+    return {tr("No programmer was found, although one is plugged in (%1) and you may use it.")
+                .arg(programmer.name),
+            tr("Plug it in again; if that does not help, it may need a newer tool.")};
+}
+
+FailureWords FailureWording::operator()(const ProgrammerUnplugged &) const {
+    const bool halfWritten = task_ == Task::Operation && facts_.operation == WriteOperation;
+    return failed(tr("the programmer was unplugged"),
+                  halfWritten ? tr("Plug it in and write again: the chip may be written in part.")
+                              : tr("Plug it in and try again."));
+}
+
+FailureWords FailureWording::missingDatabase() const {
+    QStringList places = facts_.report.missingDatabase;
+    places.removeAll(QString());
+    places.removeAll(QStringLiteral("."));
+    return {places.isEmpty() ? tr("The programmer tool did not find its list of devices.")
+                             : tr("The programmer tool did not find its list of devices in %1.")
+                                   .arg(places.join(tr(", "))),
+            tr("Install the tool with its files (make install), or set MINIPRO_HOME to the folder "
+               "that holds logicic.xml and infoic.xml.")};
+}
+
+FailureWords FailureWording::operator()(const UnknownDevice &device) const {
+    if (!facts_.report.missingDatabase.isEmpty())
+        return missingDatabase();
+    if (device.name.isEmpty())
+        return {tr("Enter a device first."), {}};
+    return {tr("The programmer tool does not know the device \"%1\".").arg(quoted(device.name)),
+            device.name.endsWith(QLatin1String("(custom)"))
+                ? tr("Remove \"(custom)\", which is no part of the name.")
+                : tr("Choose a name that Search devices finds.")};
+}
+
+FailureWords FailureWording::operator()(const WrongSize &size) const {
+    const QString found = grouped(size.found);
+    const QString needed = grouped(size.needed);
+    const QString reason = facts_.imageIsShown
+                               ? tr("the data have %1 bytes, the chip needs %2").arg(found, needed)
+                               : tr("the file \"%3\" has %1 bytes, the chip needs %2")
+                                     .arg(found, needed, facts_.imagePath);
+    return failed(reason, size.found < size.needed
+                              ? tr("Pad the data (Pad to), or turn on Ignore size mismatch to use "
+                                   "them as they are.")
+                              : tr("Choose a larger chip or shorter data, or turn on Ignore size "
+                                   "mismatch to use only the first %1 bytes.")
+                                    .arg(needed));
+}
+
+FailureWords FailureWording::operator()(const Difference &difference) const {
+    const auto in = [&difference](const QString &words) {
+        return words.arg(difference.address, difference.inFile, difference.inChip);
+    };
+    const std::optional<WrongSize> &ignored = facts_.report.ignoredSize;
+    const bool behindEnd = ignored && difference.address.toLongLong(nullptr, 0) >= ignored->found;
+    QString reason;
+    if (facts_.report.decoded != ImageEncoding::Raw)
+        reason =
+            in(tr("at address %1 the bytes decoded from the file have %2 and the chip has %3"));
+    else if (behindEnd)
+        reason = in(tr("at address %1, behind the end of the data, the chip has %3 and not the "
+                       "blank %2"));
+    else if (facts_.imageIsShown)
+        reason = in(tr("at address %1 the data have %2 and the chip has %3"));
+    else
+        reason =
+            tr("at address %1 the file \"%4\" has %2 and the chip has %3")
+                .arg(difference.address, difference.inFile, difference.inChip, facts_.imagePath);
+    return failed(reason, facts_.operation == WriteOperation
+                              ? tr("Check that the chip sits right and that Skip erase is off, and "
+                                   "write again.")
+                              : tr("Check that the chip and the device are the right ones, or "
+                                   "write the chip."));
+}
+
+FailureWords FailureWording::operator()(const NoData &) const {
+    const QString nextStep = tr("Open a binary, or read a chip and use its data.");
+    if (facts_.imageIsShown && facts_.imageLength == 0)
+        return failed(tr("there are no data to burn"), nextStep);
+    return failed(tr("the file \"%1\" is empty, or no file").arg(facts_.imagePath), nextStep);
+}
+
+FailureWords FailureWording::operator()(const UnopenedFile &file) const {
+    const QString nextStep =
+        file.forWriting ? tr("See that its folder is there, may be written to and has room.")
+                        : tr("See that it is there and may be read.");
+    const QString path = quoted(file.path);
+    if (file.reason.isEmpty())
+        return failed(file.forWriting ? tr("the tool could not write to \"%1\"").arg(path)
+                                      : tr("the tool could not open \"%1\"").arg(path),
+                      nextStep);
+    const QString reason = quoted(file.reason);
+    return failed(file.forWriting ? tr("the tool could not write to \"%1\" (%2)").arg(path, reason)
+                                  : tr("the tool could not open \"%1\" (%2)").arg(path, reason),
+                  nextStep);
+}
+
+FailureWords FailureWording::operator()(const BadRecord &record) const {
+    const QString nextStep = tr("Mend the text. A binary that begins like such text cannot be "
+                                "burned as it is.");
+    const QString kind = nameOf(encodingOf(facts_));
+    const QString words = quoted(record.words);
+    return failed(
+        kind.isEmpty()
+            ? tr("the tool decodes the file as text and finds a mistake in it (%1)").arg(words)
+            : tr("the tool decodes the file as %1 text and finds a mistake in it (%2)")
+                  .arg(kind, words),
+        nextStep);
+}
+
+FailureWords FailureWording::missingAdapter() const {
+    return failed(tr("the tool found no TSOP adapter"),
+                  tr("Put the chip into its adapter and try again."));
+}
+
+FailureWords FailureWording::failure() const {
+    FailureWords words = cause();
+    const ToolReport &report = facts_.report;
+    if (report.ignoredId)
+        words.sentence += QLatin1Char(' ') + remarkOnChipId(report);
+    if (report.adapterMissing && report.error)
+        words.sentence += QLatin1Char(' ') + tr("The tool found no TSOP adapter.");
+    return words;
+}
+
+FailureWords FailureWording::cause() const {
+    if (!facts_.killedBySignal && facts_.status == shellDidNotFind)
+        return {tr("The shell did not find the programmer tool \"%1\".").arg(facts_.tool),
+                tr("Enter its path in the field Programmer tool.")};
+    if (!facts_.killedBySignal && facts_.status == shellCouldNotExecute)
+        return {tr("The shell could not execute the programmer tool \"%1\".").arg(facts_.tool),
+                tr("Enter the path of a program in the field Programmer tool.")};
+    const ToolReport &report = facts_.report;
+    if (report.error)
+        return std::visit(*this, *report.error);
+    if (report.adapterMissing)
+        return missingAdapter();
+    return report.missingDatabase.isEmpty() ? byStatus() : missingDatabase();
+}
+
+FailureWords FailureWording::byStatus() const {
     if (const int signal = endingSignal(facts_); signal != 0)
         return failed(
             tr("the programmer tool was killed by signal %1 (%2)")
-                .arg(QString::number(signal), QString::fromLocal8Bit(::strsignal(signal))));
+                .arg(QString::number(signal), QString::fromLocal8Bit(::strsignal(signal))),
+            tr("Try again."));
+    return facts_.status != 0 ? byBadStatus() : byMissingSuccess();
+}
+
+FailureWords FailureWording::byBadStatus() const {
     const ToolReport &report = facts_.report;
-    if (facts_.status != 0)
-        return failed(report.lastLine.isEmpty()
-                          ? tr("the programmer tool ended with status %1").arg(facts_.status)
-                          : tr("the programmer tool ended with status %1 and said: %2")
-                                .arg(QString::number(facts_.status), report.lastLine));
-    if (report.logicPassed)
-        return failed(tr("the device is no logic IC, nothing was tested"));
-    return failed(tr("the programmer tool did not say that it succeeded"));
+    const QString status = QString::number(facts_.status);
+    if (report.protectionGuessed)
+        return failed(tr("the tool names no cause; the chip may be write-protected"),
+                      tr("Turn on Remove write protection and write again."));
+    if (report.lastLine.isEmpty())
+        return failed(tr("the programmer tool ended with status %1").arg(status),
+                      tr("Check the field Programmer tool."));
+    return failed(tr("the programmer tool ended with status %1 and said: %2")
+                      .arg(status, quoted(report.lastLine)),
+                  lookAtConsole());
+}
+
+FailureWords FailureWording::byMissingSuccess() const {
+    if (facts_.report.logicPassed)
+        return failed(tr("nothing was tested, because %1 is no logic IC. \"Logic test "
+                         "successful.\" in the heading is what the tool says of a test without "
+                         "vectors")
+                          .arg(facts_.device),
+                      chooseLogicIc());
+    return failed(tr("the programmer tool did not say that it succeeded"), lookAtConsole());
 }
 
 } // namespace
 
-QString wordsForFailure(const RunFacts &facts) {
-    return FailureWording(facts).failure();
+FailureWords wordsForFailedRun(const RunFacts &facts) {
+    return FailureWording(facts, FailureWording::Task::Operation).failure();
+}
+
+FailureWords wordsForFailedSearch(const RunFacts &facts) {
+    return FailureWording(facts, FailureWording::Task::Search).failure();
 }

@@ -20,6 +20,13 @@ public:
     QString notStarted() const {
         return tr("The programmer tool was not started: %1.").arg(facts_.startFailure);
     }
+    static QString checkShell() {
+        return tr("Check the environment variable SHELL, which names the shell that starts it.");
+    }
+    QString afterStop() const {
+        return facts_.operation == WriteOperation ? tr("Write it again before you use it.")
+                                                  : QString();
+    }
 
 private:
     const RunFacts &facts_;
@@ -57,11 +64,11 @@ bool saidSuccess(const RunFacts &facts) {
     const ToolReport &report = facts.report;
     switch (facts.operation) {
     case ReadOperation:
-        return report.readDone;
+        return !report.partsRead.isEmpty();
     case VerifyOperation:
         return report.verified;
     case WriteOperation:
-        return report.writeDone && report.verified;
+        return !report.partsWritten.isEmpty() && report.verified;
     case LogicOperation:
         break;
     }
@@ -70,14 +77,19 @@ bool saidSuccess(const RunFacts &facts) {
 
 } // namespace
 
+QString RunOutcome::words() const {
+    return nextStep.isEmpty() ? sentence : sentence + QLatin1Char(' ') + nextStep;
+}
+
 RunOutcome judgeRun(const RunFacts &facts) {
     const OutcomeWording wording(facts);
     if (!facts.started)
-        return {Verdict::NotStarted, wording.notStarted()};
+        return {Verdict::NotStarted, wording.notStarted(), OutcomeWording::checkShell()};
     const bool exitedWell = facts.status == 0 && !facts.killedBySignal;
     if (exitedWell && !facts.report.error && saidSuccess(facts))
-        return {Verdict::Succeeded, wording.success()};
+        return {Verdict::Succeeded, wording.success(), {}};
     if (facts.stopRequested)
-        return {Verdict::Stopped, wording.stopped()};
-    return {Verdict::Failed, wordsForFailure(facts)};
+        return {Verdict::Stopped, wording.stopped(), wording.afterStop()};
+    const FailureWords words = wordsForFailedRun(facts);
+    return {Verdict::Failed, words.sentence, words.nextStep};
 }

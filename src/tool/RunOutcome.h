@@ -1,15 +1,35 @@
 #pragma once
 
 #include "tool/CommandLine.h"
+#include "tool/ImageEncoding.h"
 #include "tool/ToolReport.h"
+#include "tool/UsbProgrammers.h"
 
+#include <QList>
 #include <QString>
+
+#include <optional>
 
 /// Everything that tells what became of a run of the programmer tool.
 struct RunFacts {
     Operation operation = ReadOperation;
-    /// The tool's path as the settings give it.
+    /// The tool's path and the device as the settings gave them.
     QString tool;
+    QString device;
+
+    /// The file that a Write or Verify handed to the tool.
+    QString imagePath;
+    /// Its length in bytes; nothing if nobody knows.
+    std::optional<qint64> imageLength;
+    /// It holds the data to burn as the window shows them. If not, the tool got it as it stood,
+    /// and whatever became of it is said of the file.
+    bool imageIsShown = true;
+    /// What the tool would take the file for.
+    ImageEncoding encoding = ImageEncoding::Raw;
+
+    /// The programmers that are plugged in; nothing if the system does not tell.
+    std::optional<QList<UsbProgrammer>> programmers;
+
     /// A child was started; if not, startFailure says why.
     bool started = false;
     QString startFailure;
@@ -23,10 +43,22 @@ struct RunFacts {
 
 /// What a run came to.
 struct RunOutcome {
-    enum class Verdict { Succeeded, Failed, Stopped, NotStarted };
+    enum class Verdict {
+        Succeeded,
+        /// It ended well, but not as the window shows it: the sentence says in what it differs.
+        Qualified,
+        Failed,
+        Stopped,
+        NotStarted
+    };
     Verdict verdict = Verdict::Failed;
-    /// One translated sentence (or two) for the message line.
+    /// What happened, in one translated sentence or a few.
     QString sentence;
+    /// What to do next, translated; empty where there is nothing to do or the sentence says it.
+    QString nextStep;
+
+    /// Both, for one line.
+    QString words() const;
 };
 
 /// Judges a finished run. It succeeded only if it exited with status 0, printed the sentence that

@@ -96,11 +96,11 @@ void ScriptedMiniPro::setOutputView(Console *console) {
 }
 
 int ScriptedMiniPro::launch() {
-    const ToolSettings settings = ToolSettings::readFrom(defaults);
+    launched_ = ToolSettings::readFrom(defaults);
     if (operation == LogicOperation)
         removeResultsFile(resolvedPathOf(defaults, settingsKeys::temp_logic_chip_test_results_file),
                           log_);
-    const QString command = operationCommand(operation, settings);
+    const QString command = operationCommand(operation, launched_);
     const std::optional<QString> shell = prepareShell(command);
     log_.write(QLatin1String("launching ") + printed(shell) + QLatin1String(" with arguments: ") +
                shellArguments(command).join(QLatin1Char(' ')));
@@ -110,7 +110,8 @@ int ScriptedMiniPro::launch() {
 int ScriptedMiniPro::list(const QString &term) {
     const QString path = resolvedPathOf(defaults, settingsKeys::temp_search_results_file);
     mstroutput = QString();
-    prepareShell(catalogueCommand(defaults.stringValue(settingsKeys::miniproLocation), term, path));
+    launched_ = ToolSettings::readFrom(defaults);
+    prepareShell(catalogueCommand(launched_.tool, term, path));
     return runToTheEnd(QLatin1String("minipro list has exited with status "));
 }
 
@@ -355,12 +356,17 @@ void ScriptedMiniPro::releaseOutput() {
 }
 
 RunFacts ScriptedMiniPro::facts() const {
-    return {.operation = operation,
-            .tool = defaults.stringValue(settingsKeys::miniproLocation),
-            .started = started(),
-            .startFailure = startFailure(),
-            .status = task.terminationStatus(),
-            .killedBySignal = killedBySignal(),
-            .stopRequested = stopRequested(),
-            .report = reader_.report()};
+    RunFacts facts;
+    facts.operation = operation;
+    facts.tool = launched_.tool;
+    facts.device = launched_.device;
+    if (operation == VerifyOperation || operation == WriteOperation)
+        facts.imagePath = launched_.outputPath;
+    facts.started = started();
+    facts.startFailure = startFailure();
+    facts.status = task.terminationStatus();
+    facts.killedBySignal = killedBySignal();
+    facts.stopRequested = stopRequested();
+    facts.report = reader_.report();
+    return facts;
 }

@@ -86,7 +86,8 @@ public:
     /// run, once nothing shows the text: its report is in the facts, the whole of it on the
     /// console. What arrives later, from something that the tool left running, moves the tail on.
     void releaseOutput();
-    /// Everything that tells what became of the run, for judgeRun(); to be asked after it.
+    /// What the run itself knows of what became of it, for judgeRun(); to be asked after it. The
+    /// image, and which programmers are plugged in, are for the caller to add.
     RunFacts facts() const;
 
     /// Output is waiting (or has ended) on \a handle: takes one chunk and listens again.
@@ -138,6 +139,8 @@ private:
     qint32 empty_data_count = 0;
     qint32 terminated_ = 0;
     Operation operation = ReadOperation;
+    /// The settings as they were when the tool was started.
+    ToolSettings launched_;
     Console *outputView_ = nullptr;
 
     Log &log_;

@@ -3,15 +3,25 @@
 #include "tool/ToolSentences.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 /// The tool's lines are far shorter; the rest of a longer one is noise.
 constexpr qsizetype longestLine = 4096;
+/// How many parts of a chip, or folders, are kept by name.
+constexpr qsizetype mostNames = 8;
 constexpr QChar escape(0x1B);
 
-bool isProgress(QStringView line) {
-    return line.endsWith(u'%') && (line.startsWith(u"Reading") || line.startsWith(u"Writing"));
+template <size_t count>
+bool startsWithAny(QStringView line, const std::array<QStringView, count> &starts) {
+    return std::any_of(starts.begin(), starts.end(),
+                       [line](QStringView start) { return line.startsWith(start); });
+}
+
+void addOnce(QStringList &names, const QString &name) {
+    if (names.size() < mostNames && !names.contains(name))
+        names.append(name);
 }
 
 /// A line of the table of a logic test: the number of a vector and a colon first.
@@ -22,24 +32,35 @@ bool isVector(QStringView line) {
                        [](QChar character) { return character >= u'0' && character <= u'9'; });
 }
 
-bool isDone(QStringView line, QStringView action) {
-    return line.startsWith(action) && line.contains(u"... ") && line.endsWith(u" OK");
+bool isStep(QStringView line) {
+    static constexpr std::array<QStringView, 4> verbs{u"Reading ", u"Writing ", u"Erasing...",
+                                                      u"Protect o"};
+    return startsWithAny(line, verbs) && line.contains(u"...");
 }
 
-void readLine(QStringView line, ToolReport &report) {
-    if (line.isEmpty() || isProgress(line))
-        return;
-    if (isVector(line)) {
-        report.logicTested = true;
-        return;
-    }
-    report.lastLine = line.toString();
-    if (!report.error)
-        report.error = toolErrorIn(line);
-    report.readDone |= isDone(line, u"Reading ");
-    report.writeDone |= isDone(line, u"Writing ");
-    report.verified |= line == u"Verification OK";
-    report.logicPassed |= line == u"Logic test successful.";
+/// The lines that every run begins with.
+bool isOpening(QStringView line) {
+    static constexpr std::array<QStringView, 8> starts{
+        u"Found ", u"Device code: ", u"Serial code: ",          u"USB speed: ",
+        u"VPP=",   u"VPP: ",         u"Use -P if you want to ", u"Chip ID: "};
+    return startsWithAny(line, starts);
+}
+
+/// The lines around a complaint that add nothing to it.
+bool isPadding(QStringView line) {
+    static constexpr std::array<QStringView, 3> starts{u"minipro version ", u"See the manual page ",
+                                                       u"(use '-y' to continue"};
+    return startsWithAny(line, starts);
+}
+
+/// What is said behind an unfinished count, which need not end its line.
+QStringView behindCount(QStringView line) {
+    static constexpr std::array<QStringView, 2> verbs{u"Reading ", u"Writing "};
+    if (!startsWithAny(line, verbs))
+        return line;
+    const qsizetype percent = line.indexOf(u'%');
+    const QStringView rest = line.sliced(percent + 1).trimmed();
+    return percent < 0 || rest.isEmpty() ? line : rest;
 }
 
 } // namespace
@@ -65,14 +86,101 @@ void ToolReportReader::take(QStringView piece, ToolStream stream) {
             line.append(character);
             continue;
         }
-        readLine(line.text(), report_);
+        meaning_.take(line.text());
         line.clear();
     }
 }
 
 ToolReport ToolReportReader::report() const {
-    ToolReport report = report_;
+    Meaning meaning = meaning_;
     for (const Line &line : lines_)
-        readLine(line.text(), report);
-    return report;
+        meaning.take(line.text());
+    return meaning.report();
+}
+
+void ToolReportReader::Meaning::take(QStringView whole) {
+    const QStringView line = behindCount(whole);
+    if (line.isEmpty() || isPadding(line))
+        return;
+    const bool reasonFollows = std::exchange(reasonFollows_, false);
+    if (isVector(line)) {
+        report_.logicTested = true;
+    } else if (line.startsWith(u"This chip may be write-protected.")) {
+        takeGuess();
+    } else if (line.startsWith(u"Usage: ") && line.endsWith(u" [options]")) {
+        takeUsage();
+    } else if (isStep(line)) {
+        takeStep(line);
+        unknownLast_ = false;
+    } else if (takeRemark(line)) {
+        report_.lastLine = line.toString();
+        unknownLast_ = false;
+    } else {
+        takeWords(line, reasonFollows);
+    }
+}
+
+void ToolReportReader::Meaning::takeStep(QStringView line) {
+    report_.lastStepDone = line.endsWith(u"OK");
+    if (!report_.lastStepDone)
+        return;
+    const QStringView step = line.first(line.indexOf(u"..."));
+    const QString part = step.sliced(step.indexOf(u' ') + 1).trimmed().toString();
+    if (line.startsWith(u"Reading "))
+        addOnce(report_.partsRead, part);
+    else if (line.startsWith(u"Writing "))
+        addOnce(report_.partsWritten, part);
+}
+
+bool ToolReportReader::Meaning::takeRemark(QStringView line) {
+    if (line == u"Verification OK")
+        report_.verified = true;
+    else if (line == u"Logic test successful.")
+        report_.logicPassed = true;
+    else if (line.endsWith(u" adapter not found!"))
+        report_.adapterMissing = true;
+    else if (line.startsWith(u"No device found. Which database "))
+        report_.choiceAsked = true;
+    else if (line.startsWith(u"Found Intel hex file"))
+        report_.decoded = ImageEncoding::IntelHex;
+    else if (line.startsWith(u"Found Motorola S-Record file"))
+        report_.decoded = ImageEncoding::SRecord;
+    else if (const auto id = ignoredIdIn(line))
+        report_.ignoredId = id;
+    else if (const auto size = ignoredSizeIn(line))
+        report_.ignoredSize = size;
+    else if (const auto place = databasePlaceIn(line))
+        addOnce(report_.missingDatabase, *place);
+    else
+        return false;
+    return true;
+}
+
+// The tool says it behind every failed write. What it said right before is the cause, even where
+// nobody knows the words.
+void ToolReportReader::Meaning::takeGuess() {
+    report_.protectionGuessed = true;
+    if (!report_.error && unknownLast_)
+        report_.error = toolErrors::OtherTrouble{report_.lastLine};
+}
+
+void ToolReportReader::Meaning::takeUsage() {
+    if (!report_.error)
+        report_.error = toolErrors::WrongCommandLine{unknownLast_ ? report_.lastLine : QString()};
+}
+
+void ToolReportReader::Meaning::takeWords(QStringView line, bool reasonFollows) {
+    std::optional<ToolError> error;
+    if (!report_.error)
+        error = toolErrorIn(line);
+    unknownLast_ = !error && !isOpening(line);
+    if (!error && !unknownLast_)
+        return;
+    report_.lastLine = line.toString();
+    if (error) {
+        report_.error = error;
+        reasonFollows_ = std::holds_alternative<toolErrors::UnopenedFile>(*error);
+    } else if (reasonFollows) {
+        std::get<toolErrors::UnopenedFile>(*report_.error).reason = report_.lastLine;
+    }
 }

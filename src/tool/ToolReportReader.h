@@ -34,6 +34,26 @@ private:
         bool inSequence_ = false;
     };
 
+    /// What the lines until now mean, and what that makes of the next one.
+    class Meaning {
+    public:
+        void take(QStringView line);
+        const ToolReport &report() const { return report_; }
+
+    private:
+        void takeStep(QStringView line);
+        bool takeRemark(QStringView line);
+        void takeGuess();
+        void takeWords(QStringView line, bool reasonFollows);
+        void takeUsage();
+
+        ToolReport report_;
+        /// The next line says why a file could not be opened.
+        bool reasonFollows_ = false;
+        /// The last line that counts is one that nobody knows.
+        bool unknownLast_ = false;
+    };
+
     std::array<Line, 2> lines_;
-    ToolReport report_;
+    Meaning meaning_;
 };

@@ -7,16 +7,22 @@
 namespace {
 
 using namespace toolErrors;
+using Match = QRegularExpressionMatch;
 
-/// A sentence of failure: its pattern and what its captures mean. The marker is a fixed part of
-/// the sentence, so that the pattern need not be tried on every line.
+/// A sentence of failure: its pattern and what its captures mean. It begins with the fixed text
+/// \a start, so that the pattern need not be tried on every line.
 struct Sentence {
-    QStringView marker;
+    QStringView start;
     QRegularExpression pattern;
-    ToolError (*meaning)(const QRegularExpressionMatch &);
+    ToolError (*meaning)(const Match &);
 };
 
-ToolError connectionProblem(const QRegularExpressionMatch &match) {
+template <typename Error>
+ToolError plainly(const Match &) {
+    return Error{};
+}
+
+ToolError connectionProblem(const Match &match) {
     const QString words = match.captured(1);
     if (words.endsWith(QLatin1String("LIBUSB_ERROR_BUSY")))
         return ProgrammerBusy{};
@@ -25,48 +31,100 @@ ToolError connectionProblem(const QRegularExpressionMatch &match) {
     return ConnectionProblem{words};
 }
 
-const std::array<Sentence, 8> &sentences() {
-    using Match = QRegularExpressionMatch;
-    static const auto pattern = [](const char *text) {
-        return QRegularExpression(QLatin1String(text));
+ToolError wrongSize(const Match &match) {
+    return WrongSize{match.captured(1).toLongLong(), match.captured(2).toLongLong()};
+}
+
+ToolError unopenedFile(const Match &match) {
+    return UnopenedFile{match.captured(1), match.captured(2) == QLatin1String("writing"), {}};
+}
+
+QRegularExpression pattern(const char *text) {
+    return QRegularExpression(QLatin1String(text));
+}
+
+const auto &sentences() {
+    static const std::array all{
+        Sentence{u"No programmer found.", pattern("^"), plainly<NoProgrammer>},
+        Sentence{u"IO error: ", pattern(": (.+)$"), connectionProblem},
+        Sentence{u"Found ", pattern("in bootloader mode"), plainly<BootloaderMode>},
+        Sentence{u"Overcurrent protection!", pattern("^"), plainly<Overcurrent>},
+        Sentence{
+            u"Device ", pattern("^Device (.*) not found!$"),
+            [](const Match &m) -> ToolError { return UnknownDevice{m.captured(1).trimmed()}; }},
+        Sentence{u"Unsupported device!", pattern("^"), plainly<UnsupportedDevice>},
+        Sentence{u"Invalid Chip ID: ", pattern("expected (0x[0-9A-Fa-f]+), got (0x[0-9A-Fa-f]+)"),
+                 [](const Match &m) -> ToolError {
+                     return WrongChipId{m.captured(1), m.captured(2)};
+                 }},
+        Sentence{u"Incorrect file size: ", pattern(": (\\d+) \\(needed (\\d+)"), wrongSize},
+        Sentence{u"Verification failed at address ",
+                 pattern("(0x[0-9A-Fa-f]+): File=(\\w+), Device=(\\w+)"),
+                 [](const Match &m) -> ToolError {
+                     return Difference{m.captured(1), m.captured(2), m.captured(3)};
+                 }},
+        Sentence{u"Logic test failed: ", pattern("(\\d+) errors?"),
+                 [](const Match &m) -> ToolError { return LogicErrors{m.captured(1).toInt()}; }},
+        Sentence{u"Error running the first step of logic test.", pattern("^"),
+                 plainly<LogicTestNotRun>},
+        Sentence{u"No data to read.", pattern("^"), plainly<NoData>},
+        Sentence{u"Could not open file ", pattern("^.{20}(.*) for (reading|writing)\\.$"),
+                 unopenedFile},
+        Sentence{u"Error on line ", pattern("(line \\d+: .+?)\\.?$"),
+                 [](const Match &m) -> ToolError { return BadRecord{m.captured(1)}; }},
+        Sentence{u"Error: no end of file record", pattern("(no end .+?)\\.?$"),
+                 [](const Match &m) -> ToolError { return BadRecord{m.captured(1)}; }},
+        Sentence{u"No config section found.", pattern("^"), plainly<NoConfiguration>},
+        Sentence{u"This chip doesn't have a chip ID!", pattern("^"), plainly<NoChipId>},
     };
-    static const std::array<Sentence, 8> all{{
-        {u"No programmer", pattern("^No programmer found\\."),
-         [](const Match &) -> ToolError { return NoProgrammer{}; }},
-        {u"IO error:", pattern("IO error: (.+)$"), connectionProblem},
-        {u"Overcurrent", pattern("Overcurrent protection!"),
-         [](const Match &) -> ToolError { return Overcurrent{}; }},
-        {u"not found!", pattern("^Device (.*) not found!$"),
-         [](const Match &m) -> ToolError { return UnknownDevice{m.captured(1)}; }},
-        {u"Invalid Chip ID",
-         pattern("Invalid Chip ID: expected (0x[0-9A-Fa-f]+), got (0x[0-9A-Fa-f]+)"),
-         [](const Match &m) -> ToolError {
-             return WrongChipId{m.captured(1), m.captured(2)};
-         }},
-        {u"Incorrect file size", pattern("^Incorrect file size: (\\d+) \\(needed (\\d+)"),
-         [](const Match &m) -> ToolError {
-             return WrongSize{m.captured(1), m.captured(2)};
-         }},
-        {u"Verification failed",
-         pattern("Verification failed at address (\\w+): File=(\\w+), Device=(\\w+)"),
-         [](const Match &m) -> ToolError {
-             return Difference{m.captured(1), m.captured(2), m.captured(3)};
-         }},
-        {u"Logic test failed", pattern("Logic test failed: (\\d+) errors?"),
-         [](const Match &m) -> ToolError { return LogicErrors{m.captured(1).toInt()}; }},
-    }};
     return all;
+}
+
+/// The one sentence that begins with a name.
+std::optional<ToolError> missingVectors(QStringView line) {
+    constexpr QStringView ending = u": test vectors are not defined for this device type.";
+    if (!line.endsWith(ending))
+        return std::nullopt;
+    return NoTestVectors{line.chopped(ending.size()).toString()};
 }
 
 } // namespace
 
 std::optional<ToolError> toolErrorIn(QStringView line) {
     for (const Sentence &sentence : sentences()) {
-        if (!line.contains(sentence.marker))
+        if (!line.startsWith(sentence.start))
             continue;
-        const QRegularExpressionMatch match = sentence.pattern.match(line.toString());
+        const Match match = sentence.pattern.match(line.toString());
         if (match.hasMatch())
             return sentence.meaning(match);
     }
-    return std::nullopt;
+    return missingVectors(line);
+}
+
+std::optional<WrongChipId> ignoredIdIn(QStringView line) {
+    static const QRegularExpression ids =
+        pattern("expected (0x[0-9A-Fa-f]+), got (0x[0-9A-Fa-f]+)");
+    if (!line.startsWith(u"WARNING: Chip ID mismatch: "))
+        return std::nullopt;
+    const Match match = ids.match(line.toString());
+    return match.hasMatch() ? std::optional(WrongChipId{match.captured(1), match.captured(2)})
+                            : std::nullopt;
+}
+
+std::optional<WrongSize> ignoredSizeIn(QStringView line) {
+    static const QRegularExpression sizes = pattern(": (\\d+) \\(needed (\\d+)\\)");
+    if (!line.startsWith(u"Warning: Incorrect file size: "))
+        return std::nullopt;
+    const Match match = sizes.match(line.toString());
+    return match.hasMatch() ? std::optional(WrongSize{match.captured(1).toLongLong(),
+                                                      match.captured(2).toLongLong()})
+                            : std::nullopt;
+}
+
+std::optional<QString> databasePlaceIn(QStringView line) {
+    static const QRegularExpression place = pattern("^(?:(.*)/)?(?:logicic|infoic)\\.xml: ");
+    if (!line.contains(u"ic.xml: "))
+        return std::nullopt;
+    const Match match = place.match(line.toString());
+    return match.hasMatch() ? std::optional(match.captured(1)) : std::nullopt;
 }

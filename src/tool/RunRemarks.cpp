@@ -1,0 +1,31 @@
+#include "tool/RunRemarks.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+
+ImageEncoding encodingOf(const RunFacts &facts) {
+    return facts.report.decoded != ImageEncoding::Raw ? facts.report.decoded : facts.encoding;
+}
+
+QString nameOf(ImageEncoding encoding) {
+    switch (encoding) {
+    case ImageEncoding::IntelHex:
+        return QStringLiteral("Intel HEX");
+    case ImageEncoding::SRecord:
+        return QStringLiteral("S-record");
+    case ImageEncoding::Raw:
+        break;
+    }
+    return {};
+}
+
+QString remarkOnChipId(const ToolReport &report) {
+    if (!report.ignoredId)
+        return {};
+    return QCoreApplication::translate("RunOutcome", "The chip's ID was %1, not the expected %2.")
+        .arg(report.ignoredId->found, report.ignoredId->expected);
+}
+
+QString grouped(qint64 number) {
+    return QLocale().toString(number);
+}
