@@ -1,6 +1,7 @@
 #include "tool/RunOutcome.h"
 
 #include "tool/FailureWords.h"
+#include "tool/SuccessWords.h"
 
 #include <QCoreApplication>
 
@@ -15,7 +16,6 @@ class OutcomeWording {
 public:
     explicit OutcomeWording(const RunFacts &run) : facts_(run) {}
 
-    QString success() const;
     QString stopped() const;
     QString notStarted() const {
         return tr("The programmer tool was not started: %1.").arg(facts_.startFailure);
@@ -32,20 +32,6 @@ private:
     const RunFacts &facts_;
 };
 
-QString OutcomeWording::success() const {
-    switch (facts_.operation) {
-    case ReadOperation:
-        return tr("Read succeeded.");
-    case VerifyOperation:
-        return tr("Verify succeeded: the chip holds the data to burn.");
-    case WriteOperation:
-        return tr("Write succeeded and was verified.");
-    case LogicOperation:
-        break;
-    }
-    return tr("Logic test succeeded.");
-}
-
 QString OutcomeWording::stopped() const {
     switch (facts_.operation) {
     case ReadOperation:
@@ -60,21 +46,6 @@ QString OutcomeWording::stopped() const {
     return tr("Logic test stopped.");
 }
 
-bool saidSuccess(const RunFacts &facts) {
-    const ToolReport &report = facts.report;
-    switch (facts.operation) {
-    case ReadOperation:
-        return !report.partsRead.isEmpty();
-    case VerifyOperation:
-        return report.verified;
-    case WriteOperation:
-        return !report.partsWritten.isEmpty() && report.verified;
-    case LogicOperation:
-        break;
-    }
-    return report.logicPassed && report.logicTested;
-}
-
 } // namespace
 
 QString RunOutcome::words() const {
@@ -86,8 +57,8 @@ RunOutcome judgeRun(const RunFacts &facts) {
     if (!facts.started)
         return {Verdict::NotStarted, wording.notStarted(), OutcomeWording::checkShell()};
     const bool exitedWell = facts.status == 0 && !facts.killedBySignal;
-    if (exitedWell && !facts.report.error && saidSuccess(facts))
-        return {Verdict::Succeeded, wording.success(), {}};
+    if (exitedWell && saidSuccess(facts))
+        return outcomeOfSuccess(facts);
     if (facts.stopRequested)
         return {Verdict::Stopped, wording.stopped(), wording.afterStop()};
     const FailureWords words = wordsForFailedRun(facts);

@@ -26,6 +26,8 @@ struct RunFacts {
     bool imageIsShown = true;
     /// What the tool would take the file for.
     ImageEncoding encoding = ImageEncoding::Raw;
+    /// The bytes of the device's code memory; nothing if nobody knows.
+    std::optional<qint64> chipLength;
 
     /// The programmers that are plugged in; nothing if the system does not tell.
     std::optional<QList<UsbProgrammer>> programmers;
@@ -61,7 +63,7 @@ struct RunOutcome {
     QString words() const;
 };
 
-/// Judges a finished run. It succeeded only if it exited with status 0, printed the sentence that
-/// belongs to its operation and no sentence of failure; a run that merely says nothing bad has
-/// failed.
+/// Judges a finished run. It ended well only if it exited with status 0, the step that it reported
+/// last came to its end and it named no cause of failure; a run that merely says nothing bad has
+/// failed. A Write that the tool did not verify is Qualified.
 RunOutcome judgeRun(const RunFacts &facts);

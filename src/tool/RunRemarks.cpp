@@ -4,7 +4,11 @@
 #include <QLocale>
 
 ImageEncoding encodingOf(const RunFacts &facts) {
-    return facts.report.decoded != ImageEncoding::Raw ? facts.report.decoded : facts.encoding;
+    const ToolReport &report = facts.report;
+    if (report.decoded != ImageEncoding::Raw)
+        return report.decoded;
+    // The size of text that it decodes is none of the tool's business.
+    return report.ignoredSize ? ImageEncoding::Raw : facts.encoding;
 }
 
 QString nameOf(ImageEncoding encoding) {
