@@ -4,8 +4,10 @@
 #include <QObject>
 #include <QString>
 
+class QLocalSocket;
+
 /// The holder's end of the line between two starts of the program on one workspace: a second start
-/// asks, and this one brings its window to the front.
+/// asks, and this one brings its window to the front and opens the file that the other was given.
 class RaiseServer final : public QObject {
     Q_OBJECT
 
@@ -18,9 +20,12 @@ public:
 signals:
     /// Another start asked for the window.
     void raiseRequested();
+    /// Follows raiseRequested() where the other start was to open the file at the absolute \a path.
+    void openRequested(const QString &path);
 
 private:
-    void answer();
+    void greetCallers();
+    void answer(QLocalSocket &caller);
 
     QLocalServer server_;
 };
@@ -34,5 +39,6 @@ enum class RaiseAnswer {
     Silence
 };
 
-/// Asks the program that listens at \a socketPath to bring its window to the front.
-RaiseAnswer requestRaise(const QString &socketPath);
+/// Asks the program that listens at \a socketPath to bring its window to the front and, unless
+/// \a binary is empty, to open the file at that absolute path.
+RaiseAnswer requestRaise(const QString &socketPath, const QString &binary = {});

@@ -12,7 +12,8 @@ constexpr unsigned long retryInterval = 20; // milliseconds
 
 } // namespace
 
-WorkspaceEntry enterWorkspace(WorkspaceLock &lock, std::chrono::milliseconds startUp) {
+WorkspaceEntry enterWorkspace(WorkspaceLock &lock, const QString &binary,
+                              std::chrono::milliseconds startUp) {
     const QDeadlineTimer patience(startUp);
     do {
         const WorkspaceLock::Outcome outcome = lock.take();
@@ -20,7 +21,7 @@ WorkspaceEntry enterWorkspace(WorkspaceLock &lock, std::chrono::milliseconds sta
             return WorkspaceEntry::First;
         if (outcome == WorkspaceLock::Outcome::Unavailable)
             return WorkspaceEntry::Unavailable;
-        const RaiseAnswer answer = requestRaise(lock.socketPath());
+        const RaiseAnswer answer = requestRaise(lock.socketPath(), binary);
         if (answer == RaiseAnswer::Raised)
             return WorkspaceEntry::Raised;
         if (answer == RaiseAnswer::Silence)

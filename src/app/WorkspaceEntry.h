@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <chrono>
 
 class WorkspaceLock;
@@ -12,8 +14,9 @@ enum class WorkspaceEntry {
     Unavailable, ///< The lock cannot be had at all; its problem() says why.
 };
 
-/// Takes \a lock, or asks the program that holds it to show its window. A holder that does not
+/// Takes \a lock, or asks the program that holds it to show its window and to open the file at the
+/// absolute path \a binary (if not empty). A holder that does not
 /// listen yet is about to open its window, or to end: it is asked again, and the lock tried again,
 /// for up to \a startUp.
-WorkspaceEntry enterWorkspace(WorkspaceLock &lock,
+WorkspaceEntry enterWorkspace(WorkspaceLock &lock, const QString &binary,
                               std::chrono::milliseconds startUp = std::chrono::seconds(15));

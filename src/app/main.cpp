@@ -54,7 +54,7 @@ struct Start {
 };
 
 std::variant<Start, int> enter(Start start) {
-    switch (enterWorkspace(*start.lock)) {
+    switch (enterWorkspace(*start.lock, start.options.binary)) {
     case WorkspaceEntry::First:
         return start;
     case WorkspaceEntry::Raised:
@@ -107,6 +107,8 @@ int runWindow(const Start &start) {
     // Whoever finds it listening may expect an answer soon.
     RaiseServer raiseServer(start.lock->socketPath());
     QObject::connect(&raiseServer, &RaiseServer::raiseRequested, &velm, &VelmWindow::raise);
+    QObject::connect(&raiseServer, &RaiseServer::openRequested, &velm.delegate(),
+                     &AppDelegate::openBinary);
     return QApplication::exec();
 }
 

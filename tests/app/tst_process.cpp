@@ -135,6 +135,7 @@ private slots:
     void afterACrash_theWorkspaceIsFree();
     void defaults_landInTheDataHome();
     void aFileThatIsNamed_isOpened();
+    void aFileThatIsNamed_isOpenedByTheFirstWindow();
     void aFileSizeLimit_isAnErrorLikeAFullDisk();
     void aFileOfItsOwnThatIsNoFile_isRefusedAtOnce_data();
     void aFileOfItsOwnThatIsNoFile_isRefusedAtOnce();
@@ -256,6 +257,17 @@ void TestProcess::aFileThatIsNamed_isOpened() {
     const SettingsStore settings(folder.filePath(QStringLiteral("velm.conf")));
     QCOMPARE(settings.stringValue(settingsKeys::binary),
              folder.filePath(QStringLiteral("now.bin")));
+}
+
+void TestProcess::aFileThatIsNamed_isOpenedByTheFirstWindow() {
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
+    const QString name = QStringLiteral("two\nlines \u00e9.bin");
+    writeFile(folder.filePath(name), "from the second start");
+    Program first(folder);
+    QVERIFY(first.isUp());
+    Program second(folder, {.words = {name}});
+    QCOMPARE(second.exitCode(), 0);
+    QTRY_COMPARE(imageIn(folder), QByteArray("from the second start"));
 }
 
 void TestProcess::aFileSizeLimit_isAnErrorLikeAFullDisk() {

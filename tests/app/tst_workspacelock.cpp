@@ -3,11 +3,13 @@
 #include "app/WorkspaceEntry.h"
 #include "app/WorkspaceLock.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 
 #include <atomic>
 #include <csignal>
@@ -26,6 +28,9 @@ private slots:
     void theTemporaryFolder_isNotTouched();
     void aRuntimeFolderThatIsMissing_isSaid();
     void raise_isAnsweredByTheHolder();
+    void raise_handsAFileOver_data();
+    void raise_handsAFileOver();
+    void raise_answersBeforeItOpens();
     void raise_withoutAHolderFindsNobody();
     void raise_takesOverWhatADeadHolderLeft();
     void entry_isFirstWhereTheWorkspaceIsFree();
@@ -92,11 +97,53 @@ void TestWorkspaceLock::raise_isAnsweredByTheHolder() {
     const QString path = runtime_.filePath(QStringLiteral("socket"));
     RaiseServer server(path);
     QSignalSpy asked(&server, &RaiseServer::raiseRequested);
+    QSignalSpy opened(&server, &RaiseServer::openRequested);
     std::atomic<bool> answered = false;
     std::thread caller([&] { answered = requestRaise(path) == RaiseAnswer::Raised; });
     QTRY_COMPARE(asked.count(), 1);
     QTRY_VERIFY(answered);
     caller.join();
+    QCOMPARE(opened.count(), 0);
+}
+
+void TestWorkspaceLock::raise_handsAFileOver_data() {
+    QTest::addColumn<QString>("path");
+    QTest::newRow("plain") << "/roms/a.bin";
+    QTest::newRow("blanks and line breaks") << " /roms/a b\n\tc\r\n ";
+    QTest::newRow("letters outside ASCII") << QStringLiteral("/gr\u00f6\u00dfe/\U0001f4be.bin");
+    QTest::newRow("percent signs") << "/100%/%41%zz.bin";
+    QTest::newRow("long") << QString(4000, QLatin1Char('/'));
+}
+
+void TestWorkspaceLock::raise_handsAFileOver() {
+    QFETCH(QString, path);
+    const QString socket = runtime_.filePath(QStringLiteral("socket"));
+    RaiseServer server(socket);
+    QSignalSpy asked(&server, &RaiseServer::raiseRequested);
+    QSignalSpy opened(&server, &RaiseServer::openRequested);
+    std::thread caller([&] { requestRaise(socket, path); });
+    QTRY_COMPARE(opened.count(), 1);
+    caller.join();
+    QCOMPARE(opened.first().first().toString(), path);
+    QCOMPARE(asked.count(), 1);
+}
+
+void TestWorkspaceLock::raise_answersBeforeItOpens() {
+    const QString socket = runtime_.filePath(QStringLiteral("socket"));
+    RaiseServer server(socket);
+    std::atomic<bool> answered = false;
+    bool answeredInTime = false;
+    std::thread caller(
+        [&] { answered = requestRaise(socket, QStringLiteral("/a")) == RaiseAnswer::Raised; });
+    connect(&server, &RaiseServer::openRequested, this, [&] {
+        const QDeadlineTimer patience(2000);
+        while (!answered && !patience.hasExpired())
+            QThread::yieldCurrentThread();
+        answeredInTime = answered;
+    });
+    QTRY_VERIFY(answered);
+    caller.join();
+    QVERIFY(answeredInTime);
 }
 
 void TestWorkspaceLock::raise_withoutAHolderFindsNobody() {
@@ -123,7 +170,7 @@ void TestWorkspaceLock::raise_takesOverWhatADeadHolderLeft() {
 
 void TestWorkspaceLock::entry_isFirstWhereTheWorkspaceIsFree() {
     WorkspaceLock lock(QStringLiteral("/free"), runtime_.path());
-    QCOMPARE(enterWorkspace(lock), WorkspaceEntry::First);
+    QCOMPARE(enterWorkspace(lock, QString()), WorkspaceEntry::First);
 }
 
 namespace {
@@ -134,7 +181,7 @@ public:
     SecondStart(const QString &folder, const QString &runtime)
         : thread_([this, folder, runtime] {
               WorkspaceLock lock(folder, runtime);
-              entry = enterWorkspace(lock);
+              entry = enterWorkspace(lock, QString());
               isOver = true;
           }) {}
     ~SecondStart() { thread_.join(); }
@@ -172,12 +219,13 @@ void TestWorkspaceLock::entry_givesUpOnAHolderThatNeverListens() {
     WorkspaceLock lock(QStringLiteral("/stuck"), runtime_.path());
     QCOMPARE(lock.take(), Outcome::Taken);
     WorkspaceLock second(QStringLiteral("/stuck"), runtime_.path());
-    QCOMPARE(enterWorkspace(second, std::chrono::milliseconds(100)), WorkspaceEntry::Silent);
+    QCOMPARE(enterWorkspace(second, QString(), std::chrono::milliseconds(100)),
+             WorkspaceEntry::Silent);
 }
 
 void TestWorkspaceLock::entry_saysWhyThereIsNoLock() {
     WorkspaceLock lock(QStringLiteral("/a/b"), QStringLiteral("/nowhere/at/all"));
-    QCOMPARE(enterWorkspace(lock), WorkspaceEntry::Unavailable);
+    QCOMPARE(enterWorkspace(lock, QString()), WorkspaceEntry::Unavailable);
     QVERIFY(!lock.problem().isEmpty());
 }
 
