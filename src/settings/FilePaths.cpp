@@ -64,6 +64,11 @@ QString resolvedPathOf(const SettingsStore &settings, const QString &key) {
     return resolvedPath(settings.stringValue(key));
 }
 
+QString absolutePathOf(const SettingsStore &settings, const QString &key) {
+    const QString path = resolvedPathOf(settings, key);
+    return path.isEmpty() ? path : QDir::current().absoluteFilePath(path);
+}
+
 QString temporaryFolder(const SettingsStore &settings) {
     return withoutLastComponent(resolvedPathOf(settings, settingsKeys::temp_output_file));
 }

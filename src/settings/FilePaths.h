@@ -12,5 +12,9 @@ QString resolvedPath(const QString &storedPath);
 /// resolvedPath() of the current value of \a key; empty if the key has no value.
 QString resolvedPathOf(const SettingsStore &settings, const QString &key);
 
+/// resolvedPathOf() for a program that starts in another folder: a relative path is made absolute
+/// against the current one. An empty path stays empty.
+QString absolutePathOf(const SettingsStore &settings, const QString &key);
+
 /// The folder of the temporary files: resolvedPathOf(temp_output_file) less its last component.
 QString temporaryFolder(const SettingsStore &settings);

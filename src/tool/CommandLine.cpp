@@ -52,8 +52,8 @@ ToolSettings ToolSettings::readFrom(const SettingsStore &settings) {
     using namespace settingsKeys;
     return {.tool = settings.stringValue(miniproLocation),
             .device = settings.stringValue(settingsKeys::device),
-            .outputPath = resolvedPathOf(settings, temp_output_file),
-            .readPath = resolvedPathOf(settings, temp_read_from_chip_file),
+            .outputPath = absolutePathOf(settings, temp_output_file),
+            .readPath = absolutePathOf(settings, temp_read_from_chip_file),
             .noIDMismatchError = settings.boolValue(settingsKeys::noIDMismatchError),
             .noSizeMismatchError = settings.boolValue(settingsKeys::noSizeMismatchError),
             .skipErase = settings.boolValue(settingsKeys::skipErase),

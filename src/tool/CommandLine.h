@@ -17,7 +17,7 @@ struct ToolSettings {
     /// Goes to the shell as it stands: never quoted, a leading "~" left to the shell.
     QString tool;
     QString device;
-    /// Absolute paths of the temporary files.
+    /// Absolute paths of the temporary files: the tool starts in a folder of its own.
     QString outputPath;
     QString readPath;
     bool noIDMismatchError = false;
@@ -25,7 +25,7 @@ struct ToolSettings {
     bool skipErase = false;
     bool unprotect = false;
 
-    /// Reads everything from \a settings; paths are resolved.
+    /// Reads everything from \a settings; paths are resolved and made absolute.
     static ToolSettings readFrom(const SettingsStore &settings);
 };
 

@@ -108,7 +108,7 @@ int ScriptedMiniPro::launch() {
 }
 
 int ScriptedMiniPro::list(const QString &term) {
-    const QString path = resolvedPathOf(defaults, settingsKeys::temp_search_results_file);
+    const QString path = absolutePathOf(defaults, settingsKeys::temp_search_results_file);
     mstroutput = QString();
     launched_ = ToolSettings::readFrom(defaults);
     prepareShell(catalogueCommand(launched_.tool, term, path));

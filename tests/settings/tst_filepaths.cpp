@@ -2,6 +2,7 @@
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -19,6 +20,8 @@ private slots:
     void resolvedPath_dataHome();
     void resolvedPath_withoutHomeAsksTheAccount();
     void resolvedPathOf_readsTheKeyAtTheMomentOfUse();
+    void absolutePathOf_countsFromTheCurrentFolder_data();
+    void absolutePathOf_countsFromTheCurrentFolder();
     void temporaryFolder_isTheOutputFilesParent_data();
     void temporaryFolder_isTheOutputFilesParent();
 };
@@ -98,6 +101,27 @@ void TestFilePaths::resolvedPathOf_readsTheKeyAtTheMomentOfUse() {
              QStringLiteral("/home/ada/.local/share/VELM/temp_read.bin"));
     store.setValue(key, QStringLiteral("~/r.bin"));
     QCOMPARE(resolvedPathOf(store, key), QStringLiteral("/home/ada/r.bin"));
+}
+
+void TestFilePaths::absolutePathOf_countsFromTheCurrentFolder_data() {
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<QString>("path");
+    const QString here = QDir::currentPath();
+    QTest::newRow("absolute") << "/t/a.bin" << QStringLiteral("/t/a.bin");
+    QTest::newRow("home") << "~/a.bin" << QStringLiteral("/home/ada/a.bin");
+    QTest::newRow("bare name") << "a.bin" << here + QStringLiteral("/a.bin");
+    QTest::newRow("below") << "t/a.bin" << here + QStringLiteral("/t/a.bin");
+    QTest::newRow("above") << "../a.bin" << here + QStringLiteral("/../a.bin");
+    QTest::newRow("another user's tilde") << "~bob/a.bin" << here + QStringLiteral("/~bob/a.bin");
+    QTest::newRow("empty") << "" << QString();
+}
+
+void TestFilePaths::absolutePathOf_countsFromTheCurrentFolder() {
+    QFETCH(QString, stored);
+    const QTemporaryDir folder;
+    SettingsStore store(folder.filePath(QStringLiteral("velm.conf")));
+    store.setValue(settingsKeys::temp_output_file, stored);
+    QTEST(absolutePathOf(store, settingsKeys::temp_output_file), "path");
 }
 
 void TestFilePaths::temporaryFolder_isTheOutputFilesParent_data() {

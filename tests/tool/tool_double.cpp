@@ -207,6 +207,14 @@ int listDevices(int count, char **words) {
     return 0;
 }
 
+/// Makes the file that a Read is to fill.
+int readChip(int count, char **words) {
+    for (int i = 2; i + 1 < count; ++i)
+        if (std::string_view(words[i]) == "-r")
+            return open(words[i + 1], O_WRONLY | O_CREAT | O_CLOEXEC, 0600) >= 0 ? 0 : 1;
+    return 1;
+}
+
 struct Behaviour {
     const char *name;
     int (*act)();
@@ -249,6 +257,8 @@ int main(int count, char **words) {
     const std::string_view name = count > 1 ? words[1] : "";
     if (name == "list")
         return listDevices(count, words);
+    if (name == "read-chip")
+        return readChip(count, words);
     for (const Behaviour &behaviour : behaviours)
         if (name == behaviour.name)
             return behaviour.act();

@@ -2,6 +2,7 @@
 #include "settings/SettingsStore.h"
 #include "tool/CommandLine.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -18,6 +19,7 @@ private slots:
     void shellWord_quotesWhatTheShellWouldTreatSpecially();
     void toolSettings_areReadAtTheMomentOfTheCall();
     void toolSettings_ofAnEmptyStoreAreEmpty();
+    void toolSettings_nameTheSameFileFromEveryFolder();
 };
 
 void TestCommandLine::operationCommand_joinsTheWordsInTheFixedOrder_data() {
@@ -155,6 +157,16 @@ void TestCommandLine::toolSettings_ofAnEmptyStoreAreEmpty() {
     const SettingsStore store(folder.filePath(QStringLiteral("test.conf")));
     QCOMPARE(operationCommand(VerifyOperation, ToolSettings::readFrom(store)),
              QStringLiteral(" -p \"\" -m \"\""));
+}
+
+void TestCommandLine::toolSettings_nameTheSameFileFromEveryFolder() {
+    const QTemporaryDir folder;
+    SettingsStore store(folder.filePath(QStringLiteral("test.conf")));
+    store.setValue(settingsKeys::temp_output_file, QStringLiteral("work/out.bin"));
+    store.setValue(settingsKeys::temp_read_from_chip_file, QStringLiteral("read.bin"));
+    const ToolSettings settings = ToolSettings::readFrom(store);
+    QCOMPARE(settings.outputPath, QDir::currentPath() + QStringLiteral("/work/out.bin"));
+    QCOMPARE(settings.readPath, QDir::currentPath() + QStringLiteral("/read.bin"));
 }
 
 QTEST_GUILESS_MAIN(TestCommandLine)

@@ -18,9 +18,11 @@ private slots:
     void launch_endsWithTheExitMessage();
     void launch_runsAProfileFirst();
     void launch_startsInTheFolderOfTheTemporaryFiles();
+    void launch_meansTheProgramsOwnFilesByRelativePaths();
     void launch_leavesAnOpenEmptyInput();
     void list_leavesTheAnswerInTheFile();
     void list_replacesTheAnswerBefore();
+    void list_meansTheProgramsOwnFileByARelativePath();
     void list_logsEachStep();
     void list_keepsATermOneWord();
     void list_withoutTheFoldersFileSaysSo();
@@ -165,6 +167,32 @@ void TestToolRun::launch_startsInTheFolderOfTheTemporaryFiles() {
     QCOMPARE(bench.console.text(), bench.work.path() + exited0);
 }
 
+namespace {
+
+/// The program works in \a folder for as long as this lives.
+class CurrentFolder {
+public:
+    explicit CurrentFolder(const QString &folder) { QDir::setCurrent(folder); }
+    ~CurrentFolder() { QDir::setCurrent(before_); }
+
+private:
+    QString before_ = QDir::currentPath();
+};
+
+} // namespace
+
+void TestToolRun::launch_meansTheProgramsOwnFilesByRelativePaths() {
+    ToolBench bench;
+    bench.useDouble("read-chip");
+    bench.settings.setValue(settingsKeys::temp_output_file, QStringLiteral("work/temp.bin"));
+    bench.settings.setValue(settingsKeys::temp_read_from_chip_file,
+                            QStringLiteral("work/temp_read.bin"));
+    const CurrentFolder here(bench.folder.path());
+    const auto run = bench.newRun();
+    QCOMPARE(run->launch(), 0);
+    QVERIFY(QFile::exists(QStringLiteral("work/temp_read.bin")));
+}
+
 void TestToolRun::launch_leavesAnOpenEmptyInput() {
     ToolBench bench;
     bench.useDouble("describe-input");
@@ -189,6 +217,17 @@ void TestToolRun::list_replacesTheAnswerBefore() {
     bench.newRun()->list(QStringLiteral("a-long-first-term"));
     bench.newRun()->list(QStringLiteral("X"));
     QCOMPARE(ToolBench::contentsOf(bench.path("temp_sr.bin")), QByteArray("-L\nX\n"));
+}
+
+void TestToolRun::list_meansTheProgramsOwnFileByARelativePath() {
+    ToolBench bench;
+    bench.useDouble("list");
+    bench.settings.setValue(settingsKeys::temp_output_file, QStringLiteral("work/temp.bin"));
+    bench.settings.setValue(settingsKeys::temp_search_results_file,
+                            QStringLiteral("work/temp_sr.bin"));
+    const CurrentFolder here(bench.folder.path());
+    QCOMPARE(bench.newRun()->list(QStringLiteral("27C")), 0);
+    QCOMPARE(ToolBench::contentsOf(QStringLiteral("work/temp_sr.bin")), QByteArray("-L\n27C\n"));
 }
 
 void TestToolRun::list_logsEachStep() {
