@@ -3,7 +3,6 @@
 #include <QSocketNotifier>
 
 #include <cerrno>
-#include <chrono>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
@@ -11,17 +10,7 @@
 
 #include <algorithm>
 
-namespace {
-
-/// How often a handle that is held back looks whether too much is waiting.
-constexpr auto heldBackInterval = std::chrono::milliseconds(20);
-
-} // namespace
-
-ReadHandle::ReadHandle(QObject *parent) : QObject(parent), readFunction_(::read) {
-    heldBackTimer_.setInterval(heldBackInterval);
-    connect(&heldBackTimer_, &QTimer::timeout, this, &ReadHandle::updateNotifier);
-}
+ReadHandle::ReadHandle(QObject *parent) : QObject(parent), readFunction_(::read) {}
 
 ReadHandle::~ReadHandle() = default;
 
@@ -52,17 +41,6 @@ qint64 ReadHandle::bytesAvailable() const {
     return count;
 }
 
-void ReadHandle::holdBack(qint64 bytes) {
-    heldBack_ = true;
-    heldBackBytes_ = bytes;
-    updateNotifier();
-}
-
-void ReadHandle::letGo() {
-    heldBack_ = false;
-    updateNotifier();
-}
-
 void ReadHandle::allowRepeatedEnd() {
     repeatedEndAllowed_ = true;
     updateNotifier();
@@ -77,7 +55,6 @@ void ReadHandle::attach(int descriptor) {
 }
 
 void ReadHandle::detach() {
-    heldBackTimer_.stop();
     source_ = -1;
     if (!notifier_)
         return;
@@ -100,15 +77,8 @@ void ReadHandle::notify() {
 }
 
 void ReadHandle::updateNotifier() {
-    if (!notifier_)
-        return;
-    const bool wanted = armed_ && (!endSeen_ || repeatedEndAllowed_);
-    const bool waits = wanted && heldBack_ && bytesAvailable() < heldBackBytes_;
-    notifier_->setEnabled(wanted && !waits);
-    if (!waits)
-        heldBackTimer_.stop();
-    else if (!heldBackTimer_.isActive())
-        heldBackTimer_.start();
+    if (notifier_)
+        notifier_->setEnabled(armed_ && (!endSeen_ || repeatedEndAllowed_));
 }
 
 bool ReadHandle::isReadable() const {

@@ -2,7 +2,6 @@
 
 #include <QByteArray>
 #include <QObject>
-#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -45,10 +44,8 @@ public:
     ReadOutcome availableData(qint64 limit = largestChunk);
     /// How many bytes can be read at this moment; 0 without a descriptor.
     qint64 bytesAvailable() const;
-
-    /// Keeps notices back until letGo(), or until \a bytes or more are waiting.
-    void holdBack(qint64 bytes);
-    void letGo();
+    /// True once a read has found the end of file.
+    bool endSeen() const { return endSeen_; }
 
     /// After the first read at end of file a handle gives no notice until this is called: the end
     /// stays readable for ever, and would keep the event loop busy while the child lives on.
@@ -72,12 +69,9 @@ private:
     bool isReadable() const;
 
     std::unique_ptr<QSocketNotifier> notifier_;
-    QTimer heldBackTimer_;
     ReadFunction readFunction_;
-    qint64 heldBackBytes_ = 0;
     int source_ = -1;
     bool armed_ = false;
-    bool heldBack_ = false;
     bool endSeen_ = false;
     bool repeatedEndAllowed_ = false;
 };

@@ -13,6 +13,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -20,7 +21,7 @@ namespace {
 constexpr qint32 toleratedEmptyReads = 50;
 
 /// How much of standard error may wait, in bytes, for standard output to reach a line start.
-constexpr qint64 largestHeldBackError = qint64(32) * 1024;
+constexpr qsizetype mostWaitingErrors = qsizetype(32) * 1024;
 
 constexpr qsizetype largestCollectedOutput =
     qsizetype(256) * 1024 * 1024 / qsizetype(sizeof(QChar));
@@ -131,6 +132,7 @@ int ScriptedMiniPro::runToTheEnd(QLatin1String messageStart) {
         log_.write(QLatin1String("unable to launch task: ") + task.startFailure());
     waitUntilExit();
     takeWhatThePipesHold();
+    outputTaken_ = true;
     showPendingTails();
     const QString message = messageStart + QString::number(task.terminationStatus());
     log_.write(QLatin1Char('\n') + message);
@@ -158,8 +160,8 @@ void ScriptedMiniPro::takeWhatThePipesHold() {
     const qint64 outputBytes = outFile->bytesAvailable();
     const qint64 errorBytes = errFile->bytesAvailable();
     takeBytes(outputBytes, outFile);
+    releaseErrors();
     takeBytes(errorBytes, errFile);
-    errFile->letGo();
 }
 
 void ScriptedMiniPro::takeBytes(qint64 count, ReadHandle *handle) {
@@ -186,10 +188,12 @@ void ScriptedMiniPro::appendDataFrom_to(ReadHandle *handle, QString &text) {
     if (handle == outFile)
         completeErrorLine();
     const std::optional<QByteArray> chunk = availableDataOrError(handle);
-    if (chunk && !chunk->isEmpty())
-        handleChunk(handle, *chunk, text);
-    else
+    if (!chunk || chunk->isEmpty())
         countEmptyRead(handle);
+    else if (handle == errFile && errorsMustWait())
+        keepErrorsWaiting(*chunk);
+    else
+        handleChunk(handle, *chunk, text);
     handle->waitForDataInBackgroundAndNotify();
 }
 
@@ -213,8 +217,11 @@ void ScriptedMiniPro::handleChunk(ReadHandle *handle, const QByteArray &chunk, Q
         return;
     appendToResultsFile(resolvedPathOf(defaults, settingsKeys::temp_logic_chip_test_results_file),
                         chunk, log_);
-    if (handle == outFile)
-        keepErrorsOutOfRows();
+    if (handle != outFile)
+        return;
+    errorsMayPass_ = false;
+    if (!outputWithinLine_)
+        releaseErrors();
 }
 
 void ScriptedMiniPro::show(const QString &piece, ToolStream stream, QString &text) {
@@ -233,11 +240,24 @@ void ScriptedMiniPro::collect(const QString &piece, QString &text) const {
     text.append(QStringView(piece).first(std::clamp(room, qsizetype(0), piece.size())));
 }
 
-void ScriptedMiniPro::keepErrorsOutOfRows() {
-    if (!outputWithinLine_ || task.hasEnded())
-        errFile->letGo();
-    else
-        errFile->holdBack(largestHeldBackError);
+bool ScriptedMiniPro::errorsMustWait() const {
+    const bool withinRow = outputWithinLine_ && !outFile->endSeen();
+    return operation == LogicOperation && withinRow && !errorsMayPass_ && !outputTaken_;
+}
+
+// They wait here and not in their pipe: the tool would stand still once that is full, and how much
+// it takes is the system's business.
+void ScriptedMiniPro::keepErrorsWaiting(const QByteArray &chunk) {
+    waitingErrors_ += chunk;
+    if (waitingErrors_.size() <= mostWaitingErrors)
+        return;
+    errorsMayPass_ = true;
+    releaseErrors();
+}
+
+void ScriptedMiniPro::releaseErrors() {
+    if (!waitingErrors_.isEmpty())
+        handleChunk(errFile, std::exchange(waitingErrors_, {}), mstroutput);
 }
 
 // The tool writes one thing after the other: when output of it can be read, the rest of a line of
@@ -259,7 +279,7 @@ void ScriptedMiniPro::completeErrorLine() {
 
 void ScriptedMiniPro::countEmptyRead(ReadHandle *handle) {
     if (handle == outFile)
-        errFile->letGo();
+        releaseErrors();
     if (empty_data_count++ >= toleratedEmptyReads)
         stopListening();
 }
@@ -275,6 +295,7 @@ void ScriptedMiniPro::stopListening() {
     if (!listening_)
         return;
     listening_ = false;
+    releaseErrors();
     disconnect(outFile, nullptr, this, nullptr);
     disconnect(errFile, nullptr, this, nullptr);
     disconnect(&task, &ChildProcess::terminated, this, nullptr);

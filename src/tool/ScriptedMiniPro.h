@@ -111,7 +111,9 @@ private:
     void countEmptyRead(ReadHandle *handle);
     void show(const QString &piece, ToolStream stream, QString &text);
     void collect(const QString &piece, QString &text) const;
-    void keepErrorsOutOfRows();
+    bool errorsMustWait() const;
+    void keepErrorsWaiting(const QByteArray &chunk);
+    void releaseErrors();
     void completeErrorLine();
     void stopListening();
     void childEnded();
@@ -151,8 +153,13 @@ private:
     OutputDecoder outDecoder_;
     OutputDecoder errDecoder_;
     ToolReportReader reader_;
+    /// What came on standard error within a row of a logic test's table.
+    QByteArray waitingErrors_;
+    bool errorsMayPass_ = false;
     bool outputWithinLine_ = false;
     bool errorWithinLine_ = false;
     bool listening_ = true;
+    /// What the pipes held when the child ended has been taken; what comes now is of others.
+    bool outputTaken_ = false;
     bool outputReleased_ = false;
 };

@@ -147,6 +147,27 @@ int logicFlood() {
     return 0;
 }
 
+/// Errors within a row, more than their pipe can take: the system may hand out small ones.
+int logicSmallPipe() {
+    fcntl(2, F_SETPIPE_SZ, 4096);
+    say(1, "0000: 0  H");
+    waitUntilTaken(1);
+    say(2, std::string(6000, 'e') + "\n");
+    say(1, "  \n");
+    return 0;
+}
+
+/// A table that breaks off inside a row, and errors that follow when no row can any more.
+int logicBrokenOff() {
+    say(1, "0000: 0  H");
+    waitUntilTaken(1);
+    say(2, "first\n");
+    waitUntilTaken(2);
+    close(1);
+    waitToGoOn();
+    return 0;
+}
+
 int logicBothStreams() {
     say(1, "0000: caf\xc3");
     waitUntilTaken(1);
@@ -244,6 +265,8 @@ constexpr Behaviour behaviours[] = {
     {"deaf-grandchild", deafGrandchild},
     {"logic-test", logicTest},
     {"logic-flood", logicFlood},
+    {"logic-small-pipe", logicSmallPipe},
+    {"logic-broken-off", logicBrokenOff},
     {"logic-both-streams", logicBothStreams},
     {"logic-split-error", logicSplitError},
     {"describe-input", describeInput},

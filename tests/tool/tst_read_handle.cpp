@@ -18,8 +18,6 @@ private slots:
     void notice_comesOnceForEachArming();
     void notice_isNotGivenForBytesThatSomebodyElseTook();
     void endOfFile_isNoticedOnceUntilMoreIsAllowed();
-    void heldBack_noNoticeUntilLetGo();
-    void heldBack_noticeWhenTooMuchWaits();
     void availableData_tellsWhatHappened();
     void availableData_takesNoMoreThanAsked();
     void detached_noNotice();
@@ -128,27 +126,6 @@ void TestReadHandle::endOfFile_isNoticedOnceUntilMoreIsAllowed() {
     QTRY_VERIFY(notices > 10);
 }
 
-void TestReadHandle::heldBack_noNoticeUntilLetGo() {
-    OpenPipe pipe;
-    QSignalSpy notices(&pipe.reader(), &ReadHandle::dataAvailable);
-    pipe.reader().holdBack(100);
-    pipe.reader().waitForDataInBackgroundAndNotify();
-    pipe.put(QByteArray(99, 'x'));
-    QVERIFY(!notices.wait(100));
-    pipe.reader().letGo();
-    settle();
-    QCOMPARE(notices.size(), 1);
-}
-
-void TestReadHandle::heldBack_noticeWhenTooMuchWaits() {
-    OpenPipe pipe;
-    QSignalSpy notices(&pipe.reader(), &ReadHandle::dataAvailable);
-    pipe.reader().holdBack(100);
-    pipe.reader().waitForDataInBackgroundAndNotify();
-    pipe.put(QByteArray(100, 'x'));
-    QTRY_COMPARE(notices.size(), 1);
-}
-
 void TestReadHandle::availableData_tellsWhatHappened() {
     OpenPipe pipe;
     QCOMPARE(nameOf(pipe.reader().availableData()), QStringLiteral("<error %1>").arg(EAGAIN));
@@ -156,7 +133,9 @@ void TestReadHandle::availableData_tellsWhatHappened() {
     QCOMPARE(pipe.reader().bytesAvailable(), 5);
     QCOMPARE(nameOf(pipe.reader().availableData()), QStringLiteral("bytes"));
     pipe.closeChildEnd();
+    QVERIFY(!pipe.reader().endSeen());
     QCOMPARE(nameOf(pipe.reader().availableData()), QStringLiteral("<end>"));
+    QVERIFY(pipe.reader().endSeen());
     for (const int error : {EINTR, EIO}) {
         pipe.reader().setReadFunction([error](int, void *, size_t) -> ssize_t {
             errno = error;

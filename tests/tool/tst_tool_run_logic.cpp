@@ -3,6 +3,7 @@
 #include <QDeadlineTimer>
 #include <QTest>
 #include <QThread>
+#include <QTimer>
 
 #include <cstring>
 #include <sys/stat.h>
@@ -15,6 +16,8 @@ private slots:
     void verdict_neverLandsInsideARow();
     void table_neverLandsInsideALineOfErrors();
     void tooManyErrors_doNotWaitForEver();
+    void errorsThatWait_neverStallTheTool();
+    void errorsThatWait_areTakenWhenTheTableBreaksOff();
     void results_areTheRawBytesOfBothStreams();
     void results_ofTheRunBeforeAreRemoved();
     void results_withoutAFileBeforeNothingIsLogged();
@@ -80,6 +83,31 @@ void TestToolRunLogic::tooManyErrors_doNotWaitForEver() {
     QCOMPARE(runLogicTest(bench, "logic-flood"), 0);
     QCOMPARE(ToolBench::contentsOf(bench.path("temp_logtest.bin")),
              "0000: 0  H" + QByteArray(48 * 1024, 'e') + " end");
+}
+
+void TestToolRunLogic::errorsThatWait_neverStallTheTool() {
+    ToolBench bench;
+    QCOMPARE(runLogicTest(bench, "logic-small-pipe"), 0);
+    QCOMPARE(ToolBench::contentsOf(bench.path("temp_logtest.bin")),
+             "0000: 0  H  \n" + QByteArray(6000, 'e') + '\n');
+}
+
+void TestToolRunLogic::errorsThatWait_areTakenWhenTheTableBreaksOff() {
+    ToolBench bench;
+    bench.useDouble("logic-broken-off");
+    const auto run = bench.newRun();
+    run->setLogicOperation();
+    bool shown = false;
+    const QDeadlineTimer patience(std::chrono::seconds(20));
+    QTimer clock;
+    connect(&clock, &QTimer::timeout, run.get(), [&] {
+        shown = run->collectedOutput() == QStringLiteral("0000: 0  Hfirst\n");
+        if (shown || patience.hasExpired())
+            ToolBench::createFile(bench.path("go-on"));
+    });
+    clock.start(1);
+    QCOMPARE(run->launch(), 0);
+    QVERIFY(shown);
 }
 
 void TestToolRunLogic::results_areTheRawBytesOfBothStreams() {
