@@ -48,7 +48,8 @@ public:
     bool endSeen() const { return endSeen_; }
 
     /// After the first read at end of file a handle gives no notice until this is called: the end
-    /// stays readable for ever, and would keep the event loop busy while the child lives on.
+    /// stays readable for ever, and would keep the event loop busy while others still write
+    /// elsewhere.
     void allowRepeatedEnd();
 
     /// Reads from \a descriptor from here on, which stays the caller's and is set to non-blocking.

@@ -280,8 +280,19 @@ void ScriptedMiniPro::completeErrorLine() {
 void ScriptedMiniPro::countEmptyRead(ReadHandle *handle) {
     if (handle == outFile)
         releaseErrors();
+    repeatEndsOnceAllIsSaid();
     if (empty_data_count++ >= toleratedEmptyReads)
         stopListening();
+}
+
+// The end of a stream can be read again and again. While the tool lives, or something that it left
+// behind has the other stream open, that would only use up the empty reads and end the listening
+// too early.
+void ScriptedMiniPro::repeatEndsOnceAllIsSaid() {
+    if (!task.hasEnded() || !outFile->endSeen() || !errFile->endSeen())
+        return;
+    outFile->allowRepeatedEnd();
+    errFile->allowRepeatedEnd();
 }
 
 void ScriptedMiniPro::showPendingTails() {
@@ -304,8 +315,7 @@ void ScriptedMiniPro::stopListening() {
 }
 
 void ScriptedMiniPro::childEnded() {
-    outFile->allowRepeatedEnd();
-    errFile->allowRepeatedEnd();
+    repeatEndsOnceAllIsSaid();
     closeIfDone();
 }
 

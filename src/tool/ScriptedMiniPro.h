@@ -109,6 +109,7 @@ public:
 private:
     void handleChunk(ReadHandle *handle, const QByteArray &chunk, QString &text);
     void countEmptyRead(ReadHandle *handle);
+    void repeatEndsOnceAllIsSaid();
     void show(const QString &piece, ToolStream stream, QString &text);
     void collect(const QString &piece, QString &text) const;
     bool errorsMustWait() const;

@@ -99,14 +99,16 @@ int closeOutputEarly() {
     return 3;
 }
 
-/// Leaves a process behind that prints once the test lets it; the tool itself ends at once.
-int leaveGrandchild() {
+/// Leaves a process behind that prints on \a stream once the test lets it; nobody has \a closed
+/// open then. The tool itself ends at once.
+int leaveGrandchild(int stream, int closed = -1) {
+    say(1, "parent done");
+    close(closed);
     if (fork() == 0) {
         waitToGoOn();
-        say(1, "late words");
+        say(stream, "late words");
         _exit(0);
     }
-    say(1, "parent done");
     return 0;
 }
 
@@ -261,7 +263,9 @@ constexpr Behaviour behaviours[] = {
     {"mark-first", [] { return say(1, "\xef\xbb\xbfmark"), 0; }},
     {"split-character", splitCharacter},
     {"close-output-early", closeOutputEarly},
-    {"leave-grandchild", leaveGrandchild},
+    {"leave-grandchild", [] { return leaveGrandchild(1); }},
+    {"leave-grandchild-on-output", [] { return leaveGrandchild(1, 2); }},
+    {"leave-grandchild-on-error", [] { return leaveGrandchild(2, 1); }},
     {"deaf-grandchild", deafGrandchild},
     {"logic-test", logicTest},
     {"logic-flood", logicFlood},
