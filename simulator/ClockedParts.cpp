@@ -3,65 +3,41 @@
 namespace sim {
 namespace {
 
-/// The 7474: both halves do the same, so one model serves two sets of pins.
-class DualFlipFlop {
-public:
-    void clear() { add({.preset = true, .clear = false, .output = false}); }
-    void preset() { add({.preset = false, .clear = true, .output = true}); }
+/// What the 7474 holds after a clock: clear and preset, both low to act, overrule the data.
+struct FlipFlopStep {
+    bool clear;
+    bool data;
+    bool preset;
+};
 
-    void clock(bool data) {
-        state_ = data;
-        add({.preset = true, .clear = true, .data = data, .clocked = true, .output = state_});
-    }
+bool outputAfter(const FlipFlopStep &step) {
+    if (!step.clear)
+        return false;
+    return !step.preset || step.data;
+}
 
-    /// Without a clock the data input has no effect.
-    void hold(bool data) { add({.preset = true, .clear = true, .data = data, .output = state_}); }
-
-    [[nodiscard]] std::vector<LogicRow> takeRows() { return std::move(rows_); }
-
-private:
-    struct Step {
-        bool preset;
-        bool clear;
-        bool data = false;
-        bool clocked = false;
-        bool output = false;
-    };
-
+/// Both halves of the 7474 do the same.
+LogicRow flipFlopRow(const FlipFlopStep &step) {
     struct HalfPins {
         int clear, data, clock, preset, output, inverted;
     };
-
-    void add(const Step &step) {
-        state_ = step.output;
-        LogicRow row(14, 7, 14);
-        for (const HalfPins &half : {HalfPins{1, 2, 3, 4, 5, 6}, HalfPins{13, 12, 11, 10, 9, 8}}) {
-            row.drive(half.clear, step.clear).drive(half.preset, step.preset);
-            row.drive(half.data, step.data).drive(half.clock, false);
-            row.expect(half.output, step.output).expect(half.inverted, !step.output);
-            if (step.clocked)
-                row.clock(half.clock);
-        }
-        rows_.push_back(row);
+    LogicRow row(14, 7, 14);
+    for (const HalfPins &half : {HalfPins{1, 2, 3, 4, 5, 6}, HalfPins{13, 12, 11, 10, 9, 8}}) {
+        row.drive(half.clear, step.clear).drive(half.preset, step.preset);
+        row.drive(half.data, step.data).clock(half.clock);
+        row.expect(half.output, outputAfter(step)).expect(half.inverted, !outputAfter(step));
     }
-
-    std::vector<LogicRow> rows_;
-    bool state_ = false;
-};
+    return row;
+}
 
 LogicPart dualFlipFlop() {
-    DualFlipFlop part;
-    part.clear();
-    part.hold(true);
-    part.clock(true);
-    part.hold(false);
-    part.clock(false);
-    part.preset();
-    part.hold(false);
-    part.clock(false);
-    part.clock(true);
-    part.clear();
-    return {.name = "7474", .pins = 14, .rows = part.takeRows()};
+    LogicPart part{.name = "7474", .pins = 14, .rows = {}};
+    for (const FlipFlopStep &step : {FlipFlopStep{.clear = false, .data = false, .preset = true},
+                                     FlipFlopStep{.clear = true, .data = false, .preset = false},
+                                     FlipFlopStep{.clear = true, .data = false, .preset = true},
+                                     FlipFlopStep{.clear = true, .data = true, .preset = true}})
+        part.rows.push_back(flipFlopRow(step));
+    return part;
 }
 
 /// The 74373 and 74374 share their pins; pin 11 opens the latch of one and clocks the other.

@@ -33,15 +33,22 @@ bool oddParity(int ones, int) {
     return ones % 2 == 1;
 }
 
+/// How a gate says "high": it drives its output, or lets go of it for a resistor to pull up.
+enum class Output { Driven, OpenCollector };
+
 /// Every combination of inputs once, the same for all gates of the part.
-LogicPart gates(std::string name, const std::vector<Gate> &gatesOfPart, TruthTable truth) {
+LogicPart gates(std::string name, const std::vector<Gate> &gatesOfPart, TruthTable truth,
+                Output output = Output::Driven) {
     LogicPart part{.name = std::move(name), .pins = pins, .rows = {}};
     const std::size_t width = gatesOfPart.front().inputs.size();
     for (unsigned value = 0; value < (1U << width); ++value) {
         LogicRow row(pins, ground, supply);
         const bool answer = truth(std::popcount(value), static_cast<int>(width));
-        for (const Gate &gate : gatesOfPart)
+        for (const Gate &gate : gatesOfPart) {
             row.drive(gate.inputs, value).expect(gate.output, answer);
+            if (answer && output == Output::OpenCollector)
+                row.expectFloating(gate.output);
+        }
         part.rows.push_back(row);
     }
     return part;
@@ -69,6 +76,7 @@ std::vector<LogicPart> gateParts() {
         gates("4071", quad40, disjunction),
         gates("4081", quad40, conjunction),
         gates("7400", quad74, negatedConjunction),
+        gates("7401", quad7402, negatedConjunction, Output::OpenCollector),
         gates("7402", quad7402, negatedDisjunction),
         gates("7404", hex74, negatedConjunction),
         gates("7408", quad74, conjunction),

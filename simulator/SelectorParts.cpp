@@ -3,7 +3,13 @@
 namespace sim {
 namespace {
 
-/// Vectors of a decoder whose selected output goes low and whose others stay high.
+/// What a decoder's address and enable pins hold in one vector.
+struct DecoderStep {
+    unsigned address;
+    unsigned enables;
+};
+
+/// A decoder whose selected output goes low and whose others stay high.
 struct Decoder {
     LogicRow socket;
     Bus select;
@@ -12,42 +18,54 @@ struct Decoder {
     unsigned enabled; ///< what the enable pins must hold for an output to go low
 };
 
-LogicRow decoderRow(const Decoder &decoder, unsigned address, unsigned enables) {
+LogicRow decoderRow(const Decoder &decoder, const DecoderStep &step) {
     const unsigned none = (1U << decoder.outputs.size()) - 1;
-    const unsigned outputs = enables == decoder.enabled ? none & ~(1U << address) : none;
+    const bool enabled = step.enables == decoder.enabled;
     LogicRow row = decoder.socket;
-    return row.drive(decoder.select, address)
-        .drive(decoder.enables, enables)
-        .expect(decoder.outputs, outputs);
+    return row.drive(decoder.select, step.address)
+        .drive(decoder.enables, step.enables)
+        .expect(decoder.outputs, enabled ? none & ~(1U << step.address) : none);
 }
 
-/// Every address while enabled, then every way to be disabled.
-LogicPart decoderPart(std::string name, const Decoder &decoder) {
+std::vector<DecoderStep> everyAddress(const Decoder &decoder) {
+    std::vector<DecoderStep> steps;
+    for (unsigned address = 0; address < decoder.outputs.size(); ++address)
+        steps.push_back({address, decoder.enabled});
+    return steps;
+}
+
+LogicPart decoderPart(std::string name, const Decoder &decoder,
+                      const std::vector<DecoderStep> &steps) {
     LogicPart part{.name = std::move(name),
                    .pins = static_cast<int>(decoder.socket.letters().size()),
                    .rows = {}};
-    for (unsigned address = 0; address < decoder.outputs.size(); ++address)
-        part.rows.push_back(decoderRow(decoder, address, decoder.enabled));
-    for (unsigned enables = 0; enables < (1U << decoder.enables.size()); ++enables)
-        if (enables != decoder.enabled)
-            part.rows.push_back(decoderRow(decoder, 0, enables));
+    for (const DecoderStep &step : steps)
+        part.rows.push_back(decoderRow(decoder, step));
     return part;
 }
 
 LogicPart threeToEight() {
-    return decoderPart("74138", {.socket = {16, 8, 16},
-                                 .select = {1, 2, 3},
-                                 .outputs = {15, 14, 13, 12, 11, 10, 9, 7},
-                                 .enables = {4, 5, 6},
-                                 .enabled = 0b100});
+    const Decoder decoder{.socket = {16, 8, 16},
+                          .select = {1, 2, 3},
+                          .outputs = {15, 14, 13, 12, 11, 10, 9, 7},
+                          .enables = {4, 5, 6},
+                          .enabled = 0b100};
+    std::vector<DecoderStep> steps{{7, 0b111}, {0, 0b011}, {7, 0b011}, {0, 0b000}};
+    for (const DecoderStep &step : everyAddress(decoder))
+        steps.push_back(step);
+    return decoderPart("74138", decoder, steps);
 }
 
 LogicPart fourToSixteen() {
-    return decoderPart("74154", {.socket = {24, 12, 24},
-                                 .select = {23, 22, 21, 20},
-                                 .outputs = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 13, 14, 15, 16, 17},
-                                 .enables = {18, 19},
-                                 .enabled = 0b00});
+    const Decoder decoder{.socket = {24, 12, 24},
+                          .select = {23, 22, 21, 20},
+                          .outputs = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 13, 14, 15, 16, 17},
+                          .enables = {18, 19},
+                          .enabled = 0b00};
+    std::vector<DecoderStep> steps = everyAddress(decoder);
+    for (const unsigned disabled : {0b01U, 0b10U, 0b11U})
+        steps.push_back({0, disabled});
+    return decoderPart("74154", decoder, steps);
 }
 
 LogicPart quadSelector() {

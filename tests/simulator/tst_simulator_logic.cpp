@@ -62,12 +62,13 @@ void addParts() {
         const char *name;
         int pins;
         int vectors;
-    } parts[] = {{"4001", 14, 4},   {"4011", 14, 4},   {"4070", 14, 4},   {"4071", 14, 4},
-                 {"4081", 14, 4},   {"7400", 14, 4},   {"7402", 14, 4},   {"7404", 14, 2},
-                 {"7408", 14, 4},   {"7410", 14, 8},   {"7420", 14, 16},  {"7432", 14, 4},
-                 {"7486", 14, 4},   {"7474", 14, 10},  {"74138", 16, 15}, {"74157", 16, 16},
-                 {"74161", 16, 26}, {"74244", 20, 32}, {"74245", 20, 26}, {"74373", 20, 24},
-                 {"74374", 20, 24}, {"74154", 24, 19}, {"6821", 40, 33},  {"7400-BENCH", 14, 4}};
+    } parts[] = {{"4001", 14, 4},      {"4011", 14, 4},   {"4070", 14, 4},   {"4071", 14, 4},
+                 {"4081", 14, 4},      {"7400", 14, 4},   {"7402", 14, 4},   {"7404", 14, 2},
+                 {"7408", 14, 4},      {"7410", 14, 8},   {"7420", 14, 16},  {"7432", 14, 4},
+                 {"7401", 14, 4},      {"7486", 14, 4},   {"7474", 14, 4},   {"74138", 16, 12},
+                 {"74157", 16, 16},    {"74161", 16, 26}, {"74244", 20, 32}, {"74245", 20, 26},
+                 {"74373", 20, 24},    {"74374", 20, 24}, {"74154", 24, 19}, {"6821", 40, 33},
+                 {"7400-BENCH", 14, 4}};
     for (const auto &part : parts)
         QTest::newRow(part.name) << part.pins << part.vectors;
 }
@@ -133,18 +134,22 @@ void TestSimulatorLogic::truthTables_data() {
     QTest::newRow("XOR of one is high") << u"4070"_s << 1 << QByteArray("10HH10G10HH10V");
     QTest::newRow("NAND of three, all high") << u"7410"_s << 7 << QByteArray("11111LGL111L1V");
     QTest::newRow("NAND of four, one low") << u"7420"_s << 14 << QByteArray("01X11HGH01X11V");
-    QTest::newRow("decoder picks line 5") << u"74138"_s << 5 << QByteArray("101001HGHLHHHHHV");
+    QTest::newRow("open collector lets go of a high output")
+        << u"7401"_s << 2 << QByteArray("Z01Z01G01Z01ZV");
+    QTest::newRow("open collector pulls its output down")
+        << u"7401"_s << 3 << QByteArray("L11L11G11L11LV");
+    QTest::newRow("decoder picks line 5") << u"74138"_s << 9 << QByteArray("101001HGHLHHHHHV");
     QTest::newRow("decoder disabled picks none")
-        << u"74138"_s << 8 << QByteArray("000000HGHHHHHHHV");
+        << u"74138"_s << 3 << QByteArray("000000HGHHHHHHHV");
     QTest::newRow("selector passes A") << u"74157"_s << 1 << QByteArray("010H01LGH01L100V");
     QTest::newRow("selector strobed is low") << u"74157"_s << 9 << QByteArray("010L01LGL01L101V");
     QTest::newRow("counter carries at 15") << u"74161"_s << 15 << QByteArray("1C00001G11HHHHHV");
     QTest::newRow("counter wraps") << u"74161"_s << 16 << QByteArray("1C00001G11LLLLLV");
     QTest::newRow("counter loads 5") << u"74161"_s << 17 << QByteArray("1C10101G01LHLHLV");
     QTest::newRow("flip-flop takes the data with the clock")
-        << u"7474"_s << 2 << QByteArray("11C1HLGLH1C11V");
-    QTest::newRow("flip-flop ignores the data without it")
-        << u"7474"_s << 3 << QByteArray("1001HLGLH1001V");
+        << u"7474"_s << 3 << QByteArray("11C1HLGLH1C11V");
+    QTest::newRow("flip-flop is preset whatever the data")
+        << u"7474"_s << 1 << QByteArray("10C0HLGLH0C01V");
     QTest::newRow("latch holds while its gate is low")
         << u"74373"_s << 6 << QByteArray("0H00HH00HG0H00HH00HV");
     QTest::newRow("flip-flops float while disabled")
