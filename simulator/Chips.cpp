@@ -6,6 +6,21 @@
 
 namespace sim {
 
+std::size_t readBlock(const Chip &chip) {
+    constexpr std::size_t flashBlock = 4096;
+    constexpr std::size_t smallBlock = 512;
+    constexpr std::size_t epromBlock = 1024;
+    switch (chip.technology) {
+    case Technology::SerialFlash:
+        return flashBlock;
+    case Technology::SerialEeprom:
+    case Technology::ParallelEeprom:
+        return smallBlock;
+    default:
+        return epromBlock;
+    }
+}
+
 std::size_t writePage(const Chip &chip) {
     constexpr std::size_t flashPage = 256;
     constexpr std::size_t parallelPage = 128;
@@ -26,7 +41,8 @@ bool erasesInSocket(const Chip &chip) {
 }
 
 bool writeReplaces(const Chip &chip) {
-    return chip.technology == Technology::SerialEeprom;
+    return chip.technology == Technology::SerialEeprom ||
+           chip.technology == Technology::ParallelEeprom;
 }
 
 bool sameDeviceName(const std::string &one, const std::string &other) {

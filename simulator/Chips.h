@@ -12,7 +12,7 @@ namespace sim {
 enum class Technology {
     SerialEeprom,   ///< every write replaces the byte; there is nothing to erase
     SerialFlash,    ///< erased as a whole, then written
-    ParallelEeprom, ///< erased as a whole, then written
+    ParallelEeprom, ///< can be erased as a whole, but every write replaces the byte
     ParallelFlash,  ///< erased as a whole, then written
     ErasableEprom,  ///< a windowless EPROM that the programmer erases
     UvEprom,        ///< erased by ultraviolet light alone
@@ -39,6 +39,9 @@ struct Chip {
 
 /// The memories that the simulator knows by heart.
 const std::vector<Chip> &memoryChips();
+
+/// Bytes that one progress update of a read stands for.
+std::size_t readBlock(const Chip &chip);
 
 /// Bytes that one progress update of a write stands for.
 std::size_t writePage(const Chip &chip);

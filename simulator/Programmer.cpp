@@ -7,7 +7,6 @@
 namespace sim {
 namespace {
 
-constexpr std::size_t readBlock = 512;
 constexpr std::size_t badAddress = 0x1234;
 constexpr std::uint8_t allBits = 0xFF;
 constexpr std::chrono::milliseconds shortestErase{20};
@@ -175,7 +174,7 @@ void Programmer::programPage(const Bytes &image, std::size_t start, std::size_t 
 }
 
 std::optional<Bytes> Programmer::readCells() const {
-    const std::size_t blocks = blockCount(chip_.size, readBlock);
+    const std::size_t blocks = blockCount(chip_.size, readBlock(chip_));
     ProgressLine progress = readingProgress(environment_.pace);
     for (std::size_t i = 0; i < blocks; ++i) {
         progress.update(i, blocks);

@@ -50,77 +50,82 @@ namespace {
 
 void addChips() {
     QTest::addColumn<int>("size");
+    QTest::addColumn<int>("block");
     QTest::addColumn<QByteArray>("id");
+    constexpr int smallBlock = 512;
+    constexpr int epromBlock = 1 * kib;
+    constexpr int flashBlock = 4 * kib;
     const struct {
         const char *name;
         int size;
+        int block;
         const char *id;
     } chips[] = {
-        {"AT24C01", 128, ""},
-        {"AT24C02", 256, ""},
-        {"AT24C04", 512, ""},
-        {"AT24C08", 1 * kib, ""},
-        {"AT24C16", 2 * kib, ""},
-        {"AT24C32", 4 * kib, ""},
-        {"AT24C64", 8 * kib, ""},
-        {"AT24C128", 16 * kib, ""},
-        {"AT24C256", 32 * kib, ""},
-        {"AT24C512", 64 * kib, ""},
-        {"24C02", 256, ""},
-        {"24LC64", 8 * kib, ""},
-        {"24LC256", 32 * kib, ""},
-        {"AT24C1024", 128 * kib, ""},
-        {"25LC010A", 128, ""},
-        {"25LC640", 8 * kib, ""},
-        {"25LC1024", 128 * kib, ""},
-        {"AT28C04@DIP24", 512, ""},
-        {"AT28C16@DIP24", 2 * kib, ""},
-        {"AT28C64", 8 * kib, ""},
-        {"AT28C64B", 8 * kib, ""},
-        {"AT28C256", 32 * kib, ""},
-        {"X28C64", 8 * kib, ""},
-        {"X28C256", 32 * kib, ""},
-        {"CAT28C256", 32 * kib, ""},
-        {"AT28C010", 128 * kib, ""},
-        {"W27E257@DIP28", 32 * kib, "0xDA02"},
-        {"W27C512@DIP28", 64 * kib, "0xDA08"},
-        {"W27E512@DIP28", 64 * kib, "0xDA08"},
-        {"AM27C64@DIP28", 8 * kib, "0x0115"},
-        {"AM27C128@DIP28", 16 * kib, "0x0116"},
-        {"AM27C256@DIP28", 32 * kib, "0x0110"},
-        {"AM27C512@DIP28", 64 * kib, "0x0191"},
-        {"AM27C010@DIP32", 128 * kib, "0x010E"},
-        {"AM27C020@DIP32", 256 * kib, "0x0197"},
-        {"AM27C040@DIP32", 512 * kib, "0x019B"},
-        {"AT27C256R@DIP28", 32 * kib, "0x1E8C"},
-        {"M27C256B@DIP28", 32 * kib, "0x208D"},
-        {"M27C512@DIP28", 64 * kib, "0x203D"},
-        {"M27C1001@DIP32", 128 * kib, "0x2005"},
-        {"M27C2001@DIP32", 256 * kib, "0x2061"},
-        {"M27C4001@PLCC32", 512 * kib, "0x2041"},
-        {"27C256-BENCH@DIP28", 32 * kib, "0x0110"},
-        {"AM29F010@DIP32", 128 * kib, "0x0120"},
-        {"AM29F002T@DIP32", 256 * kib, "0x01B0"},
-        {"AM29F040@DIP32", 512 * kib, "0x01A4"},
-        {"MX29F040@DIP32", 512 * kib, "0xC2A4"},
-        {"SST39SF010A", 128 * kib, "0xBFB5"},
-        {"SST39SF020A", 256 * kib, "0xBFB6"},
-        {"SST39SF040", 512 * kib, "0xBFB7"},
-        {"AT29C256@DIP28", 32 * kib, "0x1FDC"},
-        {"AT29C010A", 128 * kib, "0x1FD5"},
-        {"AT29C040A", 512 * kib, "0x1FA4"},
-        {"W25Q80BV", 1 * mib, "0xEF4014"},
-        {"W25Q16BV", 2 * mib, "0xEF4015"},
-        {"W25Q32BV", 4 * mib, "0xEF4016"},
-        {"W25Q32JV", 4 * mib, "0xEF4016"},
-        {"W25Q64FV", 8 * mib, "0xEF4017"},
-        {"W25Q128FV@SOIC8", 16 * mib, "0xEF4018"},
-        {"GD25Q64E(OTP)@WSON8", 8 * mib, ""}, // known by its family's naming scheme
-        {"93LC66B(x16)@SOIC8", 512, ""},
-        {"AM27C010@TSOP32(ADP:Pin9to1)", 128 * kib, ""},
+        {"AT24C01", 128, smallBlock, ""},
+        {"AT24C02", 256, smallBlock, ""},
+        {"AT24C04", 512, smallBlock, ""},
+        {"AT24C08", 1 * kib, smallBlock, ""},
+        {"AT24C16", 2 * kib, smallBlock, ""},
+        {"AT24C32", 4 * kib, smallBlock, ""},
+        {"AT24C64", 8 * kib, smallBlock, ""},
+        {"AT24C128", 16 * kib, smallBlock, ""},
+        {"AT24C256", 32 * kib, smallBlock, ""},
+        {"AT24C512", 64 * kib, smallBlock, ""},
+        {"24C02", 256, smallBlock, ""},
+        {"24LC64", 8 * kib, smallBlock, ""},
+        {"24LC256", 32 * kib, smallBlock, ""},
+        {"AT24C1024", 128 * kib, smallBlock, ""},
+        {"25LC010A", 128, smallBlock, ""},
+        {"25LC640", 8 * kib, smallBlock, ""},
+        {"25LC1024", 128 * kib, smallBlock, ""},
+        {"AT28C04@DIP24", 512, smallBlock, ""},
+        {"AT28C16@DIP24", 2 * kib, smallBlock, ""},
+        {"AT28C64", 8 * kib, smallBlock, ""},
+        {"AT28C64B", 8 * kib, smallBlock, ""},
+        {"AT28C256", 32 * kib, smallBlock, ""},
+        {"X28C64", 8 * kib, smallBlock, ""},
+        {"X28C256", 32 * kib, smallBlock, ""},
+        {"CAT28C256", 32 * kib, smallBlock, ""},
+        {"AT28C010", 128 * kib, smallBlock, ""},
+        {"W27E257@DIP28", 32 * kib, epromBlock, "0xDA02"},
+        {"W27C512@DIP28", 64 * kib, epromBlock, "0xDA08"},
+        {"W27E512@DIP28", 64 * kib, epromBlock, "0xDA08"},
+        {"AM27C64@DIP28", 8 * kib, epromBlock, "0x0115"},
+        {"AM27C128@DIP28", 16 * kib, epromBlock, "0x0116"},
+        {"AM27C256@DIP28", 32 * kib, epromBlock, "0x0110"},
+        {"AM27C512@DIP28", 64 * kib, epromBlock, "0x0191"},
+        {"AM27C010@DIP32", 128 * kib, epromBlock, "0x010E"},
+        {"AM27C020@DIP32", 256 * kib, epromBlock, "0x0197"},
+        {"AM27C040@DIP32", 512 * kib, epromBlock, "0x019B"},
+        {"AT27C256R@DIP28", 32 * kib, epromBlock, "0x1E8C"},
+        {"M27C256B@DIP28", 32 * kib, epromBlock, "0x208D"},
+        {"M27C512@DIP28", 64 * kib, epromBlock, "0x203D"},
+        {"M27C1001@DIP32", 128 * kib, epromBlock, "0x2005"},
+        {"M27C2001@DIP32", 256 * kib, epromBlock, "0x2061"},
+        {"M27C4001@PLCC32", 512 * kib, epromBlock, "0x2041"},
+        {"AM29F010@DIP32", 128 * kib, epromBlock, "0x0120"},
+        {"AM29F002T@DIP32", 256 * kib, epromBlock, "0x01B0"},
+        {"AM29F040@DIP32", 512 * kib, epromBlock, "0x01A4"},
+        {"MX29F040@DIP32", 512 * kib, epromBlock, "0xC2A4"},
+        {"SST39SF010A", 128 * kib, epromBlock, "0xBFB5"},
+        {"SST39SF020A", 256 * kib, epromBlock, "0xBFB6"},
+        {"SST39SF040", 512 * kib, epromBlock, "0xBFB7"},
+        {"AT29C256@DIP28", 32 * kib, epromBlock, "0x1FDC"},
+        {"AT29C010A", 128 * kib, epromBlock, "0x1FD5"},
+        {"AT29C040A", 512 * kib, epromBlock, "0x1FA4"},
+        {"W25Q80BV", 1 * mib, flashBlock, "0xEF4014"},
+        {"W25Q16BV", 2 * mib, flashBlock, "0xEF4015"},
+        {"W25Q32BV", 4 * mib, flashBlock, "0xEF4016"},
+        {"W25Q32JV", 4 * mib, flashBlock, "0xEF4016"},
+        {"W25Q64FV", 8 * mib, flashBlock, "0xEF4017"},
+        {"W25Q128FV@SOIC8", 16 * mib, flashBlock, "0xEF4018"},
+        {"27C256-BENCH@DIP28", 32 * kib, epromBlock, "0x0110"},
+        {"GD25Q64E(OTP)@WSON8", 8 * mib, flashBlock, ""}, // known by its family's naming scheme
+        {"93LC66B(x16)@SOIC8", 512, smallBlock, ""},
+        {"AM27C010@TSOP32(ADP:Pin9to1)", 128 * kib, epromBlock, ""},
     };
     for (const auto &chip : chips)
-        QTest::newRow(chip.name) << chip.size << QByteArray(chip.id);
+        QTest::newRow(chip.name) << chip.size << chip.block << QByteArray(chip.id);
 }
 
 QByteArray idLine(const QByteArray &id) {
@@ -145,9 +150,10 @@ void TestSimulatorChips::everyChip_hasItsSizeAndId_data() {
 
 void TestSimulatorChips::everyChip_hasItsSizeAndId() {
     QFETCH(int, size);
+    QFETCH(int, block);
     QFETCH(QByteArray, id);
     const QString device = QString::fromLatin1(QTest::currentDataTag());
-    const int blocks = (size + 511) / 512;
+    const int blocks = (size + block - 1) / block;
     QCOMPARE(bench->run({u"-p"_s, device, u"-r"_s, bench->path(u"read.bin"_s)}),
              (Answer{0, {}, bannerText() + idLine(id) + readingText(blocks)}));
     QCOMPARE(bench->contentOf(u"read.bin"_s).size(), size);

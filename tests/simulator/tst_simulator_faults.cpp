@@ -91,11 +91,11 @@ void TestSimulatorFaults::sentences_data() {
                                      "(use '-y' to continue anyway at your own risk)\n";
     QTest::newRow("overcurrent") << QByteArray("overcurrent")
                                  << bannerText() + idLine +
-                                        brokenProgress("Reading Code...  ", 1, 64) +
+                                        brokenProgress("Reading Code...  ", 1, 32) +
                                         "\nOvercurrent protection!\a\n";
     QTest::newRow("unplugged") << QByteArray("unplugged")
                                << bannerText() + idLine +
-                                      brokenProgress("Reading Code...  ", 33, 64) + noDevice;
+                                      brokenProgress("Reading Code...  ", 17, 32) + noDevice;
 }
 
 void TestSimulatorFaults::sentences() {
@@ -112,7 +112,7 @@ void TestSimulatorFaults::wrongId_goesOnWhenToldTo() {
                      {},
                      bannerText() +
                          "WARNING: Chip ID mismatch: expected 0x1FDC, got 0xFFFF (unknown)\n" +
-                         readingText(64)}));
+                         readingText(32)}));
 }
 
 void TestSimulatorFaults::wrongId_hasAsManyDigitsAsTheRightOne() {
@@ -226,7 +226,7 @@ void TestSimulatorFaults::splitUtf8_cutsCharactersBetweenWrites() {
     const QByteArray whole = pieces.join();
     QVERIFY(whole.contains("Serial code: Pr\u00fcf \u20ac \U0001f4a1\n"));
     QVERIFY(withoutDurations(whole.mid(whole.indexOf("USB speed"))) ==
-            "USB speed: 12Mbps (USB 1.1)\n" + idLine + readingText(64));
+            "USB speed: 12Mbps (USB 1.1)\n" + idLine + readingText(32));
     const bool cut = std::any_of(pieces.cbegin(), pieces.cend(), [](const QByteArray &piece) {
         return piece.endsWith("\xc3") || piece.endsWith("\xe2\x82") || piece.endsWith("\xf0\x9f");
     });

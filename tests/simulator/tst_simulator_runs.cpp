@@ -90,7 +90,7 @@ void TestSimulatorRuns::erase_saysHowLongItTook() {
 void TestSimulatorRuns::chipId_isShownForChipsThatHaveOne() {
     const QString file = bench.path(u"read.bin"_s);
     QCOMPARE(bench.run({u"-p"_s, u"w27c512@dip28"_s, u"-r"_s, file}),
-             (Answer{0, {}, bannerText() + "Chip ID: 0xDA08  OK\n" + readingText(128)}));
+             (Answer{0, {}, bannerText() + "Chip ID: 0xDA08  OK\n" + readingText(64)}));
     QCOMPARE(bench.contentOf(u"read.bin"_s).size(), 65'536);
 }
 
