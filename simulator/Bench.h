@@ -9,8 +9,6 @@
 
 namespace sim {
 
-constexpr std::uint8_t erasedByte = 0xFF;
-
 /// The folder that holds the chips, one file for each device. A chip comes into being when it is
 /// put into the socket for the first time.
 class Bench {

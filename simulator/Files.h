@@ -5,11 +5,15 @@
 #include <filesystem>
 #include <memory>
 #include <stdexcept>
+#include <string_view>
 #include <vector>
 
 namespace sim {
 
 using Bytes = std::vector<std::uint8_t>;
+
+/// What a byte that is not programmed holds.
+constexpr std::uint8_t erasedByte = 0xFF;
 
 /// A chip or a file of the user could not be read or written; what() is ready to be shown.
 class FileError : public std::runtime_error {
@@ -18,10 +22,16 @@ public:
 };
 
 struct FileCloser {
-    void operator()(std::FILE *file) const { std::fclose(file); }
+    void operator()(std::FILE *file) const {
+        if (file != stdin && file != stdout)
+            std::fclose(file);
+    }
 };
 
 using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
+
+/// The name that stands for standard input and standard output.
+constexpr std::string_view standardStream = "-";
 
 /// A file made empty at once and filled later, as the tool treats the file of a read: what stops
 /// the run in between leaves it empty.
@@ -38,7 +48,8 @@ private:
     FileHandle file_;
 };
 
-/// The whole file. Throws FileError.
+/// The whole file; what of it can be read when it cannot be read to its end, so a folder is empty.
+/// Throws FileError when it cannot be opened.
 Bytes readWholeFile(const std::filesystem::path &path);
 
 } // namespace sim

@@ -1,6 +1,7 @@
 #include "Programmer.h"
 
 #include "Output.h"
+#include "files/ImageFile.h"
 
 #include <algorithm>
 
@@ -28,8 +29,14 @@ std::uint64_t emptyAnswer(int digits) {
     return (std::uint64_t{1} << (bitsPerDigit * digits)) - 1;
 }
 
-std::string sizeComplaint(std::size_t found, std::size_t needed) {
-    return "Incorrect file size: " + std::to_string(found) + " (needed " + std::to_string(needed);
+std::size_t roundedUp(std::size_t size, std::size_t block) {
+    return (size + block - 1) / block * block;
+}
+
+SizeMismatch mismatchOf(const Options &options) {
+    if (options.hideSizeWarning)
+        return SizeMismatch::Hidden;
+    return options.ignoreSizeMismatch ? SizeMismatch::Warned : SizeMismatch::Refused;
 }
 
 } // namespace
@@ -73,7 +80,7 @@ Outcome Programmer::checkId() {
 
 Outcome Programmer::read() {
     OutputFile file(options_.file);
-    const auto content = readCells();
+    const auto content = readCells(chip_.size);
     if (!content)
         return Outcome::Failed;
     file.fill(*content);
@@ -81,8 +88,8 @@ Outcome Programmer::read() {
 }
 
 Outcome Programmer::verify() {
-    const auto image = loadImage();
-    return image ? compare(*image) : Outcome::Failed;
+    const auto image = loadFile();
+    return image ? compare(*image, chip_.size) : Outcome::Failed;
 }
 
 Outcome Programmer::write() {
@@ -95,15 +102,16 @@ Outcome Programmer::write() {
 }
 
 Outcome Programmer::writeAndVerify() {
-    const auto image = loadImage();
+    auto image = loadFile();
     if (!image)
         return Outcome::Failed;
+    image->resize(std::min(roundedUp(image->size(), readBlock(chip_)), chip_.size), erasedByte);
     takeOffProtection();
     if (!options_.skipErase && erasesInSocket(chip_) && eraseCells() == Outcome::Failed)
         return Outcome::Failed;
     if (program(*image) == Outcome::Failed)
         return Outcome::Failed;
-    return compare(*image);
+    return compare(*image, image->size());
 }
 
 Outcome Programmer::erase() {
@@ -115,25 +123,15 @@ Outcome Programmer::erase() {
     return eraseCells();
 }
 
-std::optional<Bytes> Programmer::loadImage() const {
-    Bytes image;
-    try {
-        image = readWholeFile(options_.file);
-    } catch (const FileError &error) {
-        say(std::string(error.what()) + "\n");
+std::optional<Bytes> Programmer::loadFile() const {
+    const auto loaded = loadImage(options_.file, chip_.size, mismatchOf(options_));
+    if (const auto *refused = std::get_if<ImageRefused>(&loaded)) {
+        say(refused->message);
         return std::nullopt;
     }
-    if (image.size() != chip_.size) {
-        const std::string complaint = sizeComplaint(image.size(), chip_.size);
-        if (!options_.ignoreSizeMismatch) {
-            say(complaint + ", use -s/S to ignore)\n");
-            return std::nullopt;
-        }
-        if (!options_.hideSizeWarning)
-            say("Warning: " + complaint + ")\n");
-    }
-    image.resize(chip_.size, erasedByte);
-    return image;
+    const auto &image = std::get<Image>(loaded);
+    say(image.notes);
+    return image.bytes;
 }
 
 Outcome Programmer::eraseCells() {
@@ -151,7 +149,7 @@ Outcome Programmer::eraseCells() {
 
 Outcome Programmer::program(const Bytes &image) {
     const std::size_t page = writePage(chip_);
-    const std::size_t pages = blockCount(chip_.size, page);
+    const std::size_t pages = blockCount(image.size(), page);
     ProgressLine progress = writingProgress(environment_.pace);
     for (std::size_t i = 0; i < pages; ++i) {
         progress.update(i, pages);
@@ -160,7 +158,7 @@ Outcome Programmer::program(const Bytes &image) {
             return Outcome::Failed;
         }
         if (!writeProtected())
-            programPage(image, i * page, std::min(page, chip_.size - i * page));
+            programPage(image, i * page, std::min(page, image.size() - i * page));
         saveNowAndThen();
     }
     progress.finish();
@@ -173,8 +171,8 @@ void Programmer::programPage(const Bytes &image, std::size_t start, std::size_t 
         cells_[i] = writeReplaces(chip_) ? image[i] : cells_[i] & image[i];
 }
 
-std::optional<Bytes> Programmer::readCells() const {
-    const std::size_t blocks = blockCount(chip_.size, readBlock(chip_));
+std::optional<Bytes> Programmer::readCells(std::size_t length) const {
+    const std::size_t blocks = blockCount(length, readBlock(chip_));
     ProgressLine progress = readingProgress(environment_.pace);
     for (std::size_t i = 0; i < blocks; ++i) {
         progress.update(i, blocks);
@@ -185,11 +183,12 @@ std::optional<Bytes> Programmer::readCells() const {
     Bytes content = cells_;
     if (environment_.has(Fault::BadByte))
         content[badAddress % chip_.size] ^= allBits;
+    content.resize(length);
     return content;
 }
 
-Outcome Programmer::compare(const Bytes &image) const {
-    const auto content = readCells();
+Outcome Programmer::compare(const Bytes &image, std::size_t readLength) const {
+    const auto content = readCells(readLength);
     if (!content)
         return Outcome::Failed;
     const auto [expected, found] = std::mismatch(image.begin(), image.end(), content->begin());

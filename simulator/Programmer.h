@@ -33,12 +33,12 @@ public:
 
 private:
     Outcome writeAndVerify();
-    [[nodiscard]] std::optional<Bytes> loadImage() const;
+    [[nodiscard]] std::optional<Bytes> loadFile() const;
     Outcome eraseCells();
     Outcome program(const Bytes &image);
     void programPage(const Bytes &image, std::size_t start, std::size_t length);
-    [[nodiscard]] std::optional<Bytes> readCells() const;
-    [[nodiscard]] Outcome compare(const Bytes &image) const;
+    [[nodiscard]] std::optional<Bytes> readCells(std::size_t length) const;
+    [[nodiscard]] Outcome compare(const Bytes &image, std::size_t readLength) const;
     [[nodiscard]] bool fails(std::size_t block, std::size_t blocks) const;
     [[nodiscard]] bool writeProtected() const;
     void takeOffProtection();

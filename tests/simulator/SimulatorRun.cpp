@@ -51,9 +51,10 @@ void TestBench::start(QProcess &process, const QStringList &arguments) const {
     process.start(QStringLiteral(MINIPRO_SIM), arguments);
 }
 
-Answer TestBench::run(const QStringList &arguments) const {
+Answer TestBench::run(const QStringList &arguments, const QByteArray &input) const {
     QProcess process;
     start(process, arguments);
+    process.write(input);
     process.closeWriteChannel();
     if (!process.waitForFinished(finishTimeout) || process.exitStatus() != QProcess::NormalExit)
         return {-1, process.readAllStandardOutput(), process.readAllStandardError()};

@@ -31,8 +31,8 @@ public:
     QString makeFile(const QString &name, const QByteArray &content) const;
     [[nodiscard]] QByteArray contentOf(const QString &name) const;
 
-    /// Runs the simulator to its end.
-    [[nodiscard]] Answer run(const QStringList &arguments) const;
+    /// Runs the simulator to its end, with `input` on its standard input.
+    [[nodiscard]] Answer run(const QStringList &arguments, const QByteArray &input = {}) const;
 
     /// Reads `device` and gives what the run left in its file, nothing when it failed.
     [[nodiscard]] QByteArray readChip(const QString &device) const;

@@ -225,7 +225,7 @@ void TestSimulatorChips::read_intoAFolderThatIsNotThere_fails() {
              (Answer{1,
                      {},
                      bannerText() + "Could not open file " + file.toUtf8() +
-                         " for writing: No such file or directory\n"}));
+                         " for writing.\nNo such file or directory\n"}));
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorChips)
