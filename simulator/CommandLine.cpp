@@ -147,6 +147,8 @@ environment:
                        (~/.cache/minipro-sim/bench)
     MINIPRO_SIM_CHIPS  what a new chip holds: sample, blank, or auto: sample text,
                        but blank where only ultraviolet light erases (auto)
+    MINIPRO_SIM_DIALECT  whose words it takes: release, those of minipro 0.7.3,
+                       or new, those of the development line after it (release)
     MINIPRO_SIM_PACE   real, as hardware does, or instant (real)
     MINIPRO_SIM_GRANDCHILD_MS  how long leaves-grandchild keeps the pipes open (5000)
     MINIPRO_SIM_FAULT  what goes wrong, separated by commas:

@@ -51,6 +51,12 @@ std::variant<Environment, EnvironmentError> readEnvironment() {
                             "one or more of these, separated by commas:\n" + describeFaults());
     environment.faults = std::get<Faults>(std::move(faults));
 
+    const std::string dialect = variable("MINIPRO_SIM_DIALECT");
+    if (dialect == "new")
+        environment.dialect = Dialect::New;
+    else if (!dialect.empty() && dialect != "release")
+        return unknownValue("MINIPRO_SIM_DIALECT", dialect, "new or release");
+
     const std::string pace = variable("MINIPRO_SIM_PACE");
     if (pace == "instant")
         environment.pace = Pace::Instant;

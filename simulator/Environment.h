@@ -22,9 +22,16 @@ enum class FirstContent {
     Blank,
 };
 
+/// Which of the tool's ways of speaking the simulator takes.
+enum class Dialect {
+    Release, ///< 0.7.3
+    New,     ///< the development line after it
+};
+
 /// What the MINIPRO_SIM_* variables ask for.
 struct Environment {
     Faults faults;
+    Dialect dialect = Dialect::Release;
     Pace pace = Pace::Real;
     FirstContent firstContent = FirstContent::Automatic;
     std::filesystem::path bench;

@@ -1,5 +1,7 @@
 #include "Output.h"
 
+#include "session/Durations.h"
+
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -38,10 +40,7 @@ void spend(std::chrono::milliseconds time, Pace pace) {
 }
 
 std::string StopWatch::text() const {
-    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start_;
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%.2fSec", elapsed.count());
-    return text.data();
+    return durationText(std::chrono::steady_clock::now() - start_, Dialect::Release);
 }
 
 ProgressLine::ProgressLine(std::string_view counting, std::string_view finished, Pace chosenPace)

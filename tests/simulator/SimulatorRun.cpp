@@ -20,6 +20,7 @@ char *toString(const Answer &answer) {
 TestBench::TestBench() {
     environment.remove(QStringLiteral("MINIPRO_SIM_CHIPS"));
     environment.remove(QStringLiteral("MINIPRO_SIM_FAULT"));
+    environment.remove(QStringLiteral("MINIPRO_SIM_DIALECT"));
     set(QStringLiteral("PACE"), QStringLiteral("instant"));
     set(QStringLiteral("BENCH"), path(QStringLiteral("bench")));
 }

@@ -97,6 +97,7 @@ void TestSimulatorCommands::help_namesEveryFaultAndVariable() {
     QCOMPARE(answer.status, 0);
     for (const char *word : {"MINIPRO_SIM_BENCH",
                              "MINIPRO_SIM_CHIPS",
+                             "MINIPRO_SIM_DIALECT",
                              "MINIPRO_SIM_PACE",
                              "MINIPRO_SIM_FAULT",
                              "MINIPRO_SIM_GRANDCHILD_MS",

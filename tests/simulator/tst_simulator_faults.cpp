@@ -298,6 +298,9 @@ void TestSimulatorFaults::environmentMistakes_data() {
         << u"FAULT"_s << u"busy,gremlins"_s
         << QByteArray("minipro-sim: MINIPRO_SIM_FAULT is \"gremlins\"; it can be one or more of "
                       "these, separated by commas:\n    no-programmer ");
+    QTest::newRow("unknown dialect")
+        << u"DIALECT"_s << u"old"_s
+        << QByteArray("minipro-sim: MINIPRO_SIM_DIALECT is \"old\"; it can be new or release\n");
     QTest::newRow("unknown pace")
         << u"PACE"_s << u"slow"_s
         << QByteArray("minipro-sim: MINIPRO_SIM_PACE is \"slow\"; it can be instant or real\n");
