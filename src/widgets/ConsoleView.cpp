@@ -63,9 +63,9 @@ void ConsoleView::createActions() {
     };
     copy_ = add(tr("&Copy"), &QPlainTextEdit::copy);
     copyAll_ = add(tr("Copy &all"), &ConsoleView::copyAll);
-    save_ = add(tr("&Save…"), &ConsoleView::saveRequested);
+    save_ = add(tr("Sa&ve…"), &ConsoleView::saveRequested);
     selectAll_ = add(tr("Select a&ll"), &QPlainTextEdit::selectAll);
-    clear_ = add(tr("C&lear"), &ConsoleView::clearAll);
+    clear_ = add(tr("Cl&ear"), &ConsoleView::clearAll);
     follow_ = new QAction(tr("&Follow output"), this);
     follow_->setCheckable(true);
     follow_->setChecked(true);

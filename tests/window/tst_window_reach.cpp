@@ -1,0 +1,113 @@
+#include "window/SearchSteps.h"
+
+#include <QAbstractButton>
+#include <QContextMenuEvent>
+#include <QGroupBox>
+#include <QMenu>
+#include <QMenuBar>
+
+/// How everything in the window is reached without a mouse.
+class TestWindowReach : public QObject {
+    Q_OBJECT
+
+private slots:
+    void mnemonics_ofTheWindowDiffer();
+    void mnemonics_ofEachMenuDiffer();
+    void mnemonics_ofTheConsolesMenuDiffer();
+    void mnemonics_ofTheSearchPanelDiffer();
+};
+
+namespace {
+
+/// The keys that more than one of \a texts is marked with, each with those texts.
+QStringList sharedKeys(const QStringList &texts) {
+    QMap<QString, QStringList> users;
+    for (const QString &text : texts)
+        if (const QKeySequence key = QKeySequence::mnemonic(text); !key.isEmpty())
+            users[key.toString()].append(text);
+    QStringList shared;
+    for (const auto &[key, marked] : users.asKeyValueRange())
+        if (marked.size() > 1)
+            shared.append(key + QStringLiteral(": ") + marked.join(QStringLiteral(", ")));
+    return shared;
+}
+
+QStringList textsOf(const QList<QAction *> &actions) {
+    QStringList texts;
+    for (const QAction *action : actions)
+        texts.append(action->text());
+    return texts;
+}
+
+/// The widgets of a kind in \a window itself, without those of windows that belong to it.
+template <typename Widget>
+QList<Widget *> inWindow(const QWidget &window) {
+    QList<Widget *> found = window.findChildren<Widget *>();
+    found.removeIf([&](const Widget *widget) { return widget->window() != &window; });
+    return found;
+}
+
+/// Everything in \a window whose mark a key press with Alt finds.
+QStringList markedTexts(const QWidget &window) {
+    QStringList texts;
+    for (const QLabel *label : inWindow<QLabel>(window))
+        if (label->buddy())
+            texts.append(label->text());
+    for (const QAbstractButton *button : inWindow<QAbstractButton>(window))
+        texts.append(button->text());
+    for (const QGroupBox *box : inWindow<QGroupBox>(window))
+        texts.append(box->title());
+    for (const QTabBar *tabs : inWindow<QTabBar>(window))
+        for (int tab = 0; tab < tabs->count(); ++tab)
+            texts.append(tabs->tabText(tab));
+    for (const QMenuBar *bar : inWindow<QMenuBar>(window))
+        texts += textsOf(bar->actions());
+    return texts;
+}
+
+} // namespace
+
+void TestWindowReach::mnemonics_ofTheWindowDiffer() {
+    WindowFixture velm;
+    velm.start();
+    const QStringList texts = markedTexts(velm.velm().window());
+    QVERIFY(texts.contains(QStringLiteral("&File")));
+    QVERIFY(texts.contains(QStringLiteral("&Read")));
+    QCOMPARE(sharedKeys(texts), QStringList());
+}
+
+void TestWindowReach::mnemonics_ofEachMenuDiffer() {
+    WindowFixture velm;
+    velm.start();
+    const QList<QMenu *> menus = velm.velm().window().menuBar()->findChildren<QMenu *>();
+    QVERIFY(menus.size() > 5);
+    for (QMenu *menu : menus) {
+        emit menu->aboutToShow();
+        QVERIFY2(!menu->isEmpty(), qPrintable(menu->title()));
+        QCOMPARE(sharedKeys(textsOf(menu->actions())), QStringList());
+    }
+}
+
+void TestWindowReach::mnemonics_ofTheConsolesMenuDiffer() {
+    WindowFixture velm;
+    velm.start();
+    ConsoleView *console = velm.controls().textView;
+    QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(), console->mapToGlobal(QPoint()));
+    QCoreApplication::sendEvent(console, &asked);
+    auto *menu = console->findChild<QMenu *>();
+    QVERIFY(menu);
+    QCOMPARE(sharedKeys(textsOf(menu->actions())), QStringList());
+    menu->close();
+}
+
+void TestWindowReach::mnemonics_ofTheSearchPanelDiffer() {
+    WindowFixture velm;
+    velm.start();
+    const Panel panel(velm);
+    const QStringList texts = markedTexts(*panel.dialog);
+    QVERIFY(texts.contains(QStringLiteral("&Search")));
+    QCOMPARE(sharedKeys(texts), QStringList());
+}
+
+QTEST_MAIN(TestWindowReach)
+#include "tst_window_reach.moc"
