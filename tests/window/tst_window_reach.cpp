@@ -15,6 +15,8 @@ private slots:
     void mnemonics_ofEachMenuDiffer();
     void mnemonics_ofTheConsolesMenuDiffer();
     void mnemonics_ofTheSearchPanelDiffer();
+    void tab_followsTheReadingOrder_data();
+    void tab_followsTheReadingOrder();
 };
 
 namespace {
@@ -65,6 +67,47 @@ QStringList markedTexts(const QWidget &window) {
     return texts;
 }
 
+bool isStation(const QWidget &widget) {
+    return (widget.focusPolicy() & Qt::TabFocus) != 0;
+}
+
+QString nameOf(const QWidget &widget) {
+    return widget.objectName().isEmpty() ? widget.accessibleName() : widget.objectName();
+}
+
+/// The stations of the tabulator in \a window, from the first on.
+QStringList focusChain(QWidget *window) {
+    QStringList names;
+    for (QWidget *next = window->nextInFocusChain(); next != window;
+         next = next->nextInFocusChain())
+        if (next->window() == window && next->isVisible() && isStation(*next))
+            names.append(nameOf(*next));
+    return names;
+}
+
+/// True if somebody who reads rows from the left to the right, and these from the top down, comes
+/// to \a one first.
+bool isReadBefore(const QWidget *one, const QWidget *other) {
+    const QRect first = one->geometry();
+    const QRect second = other->geometry();
+    const bool besideEachOther = first.top() <= second.bottom() && second.top() <= first.bottom();
+    return besideEachOther ? first.left() < second.left() : first.top() < second.top();
+}
+
+/// The stations in \a part as they are laid out; a part that is laid out in itself is read whole.
+QStringList readingOrder(const QWidget &part) {
+    QList<QWidget *> children = part.findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+    children.removeIf(
+        [](const QWidget *child) { return !child->isVisible() || child->isWindow(); });
+    std::sort(children.begin(), children.end(), isReadBefore);
+    QStringList names;
+    if (isStation(part))
+        names.append(nameOf(part));
+    for (const QWidget *child : std::as_const(children))
+        names += readingOrder(*child);
+    return names;
+}
+
 } // namespace
 
 void TestWindowReach::mnemonics_ofTheWindowDiffer() {
@@ -107,6 +150,32 @@ void TestWindowReach::mnemonics_ofTheSearchPanelDiffer() {
     const QStringList texts = markedTexts(*panel.dialog);
     QVERIFY(texts.contains(QStringLiteral("&Search")));
     QCOMPARE(sharedKeys(texts), QStringList());
+}
+
+void TestWindowReach::tab_followsTheReadingOrder_data() {
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("as it opens") << QSize();
+    QTest::newRow("the smallest that is supported") << QSize(1024, 700);
+    QTest::newRow("a large screen") << QSize(1900, 1000);
+}
+
+void TestWindowReach::tab_followsTheReadingOrder() {
+    QFETCH(QSize, size);
+    WindowFixture velm;
+    velm.start();
+    MainWindow &window = velm.velm().window();
+    if (size.isValid())
+        window.resize(size);
+    velm.controls().messageLine->setNotice(QStringLiteral("a"), MessageLine::Severity::Information,
+                                           QStringLiteral("A button:"),
+                                           {QStringLiteral("Do it"), [] {}});
+    velm.settle();
+    const QStringList stations = readingOrder(*window.centralWidget());
+    QVERIFY(stations.contains(QStringLiteral("Do it")));
+    QCOMPARE(focusChain(&window), stations);
+    velm.click(velm.controls().btn_search);
+    QWidget *panel = velm.delegate().outlets.searchDevicesWindow;
+    QCOMPARE(focusChain(panel), readingOrder(*panel));
 }
 
 QTEST_MAIN(TestWindowReach)
