@@ -1,14 +1,17 @@
 #include "app/MainWindow.h"
 
 #include "grid/GridAccessible.h"
+#include "widgets/MenuButton.h"
 
 #include "ui_MainWindow.h"
 
 #include <QCloseEvent>
 
 MainWindow::MainWindow() : controls_(std::make_unique<Ui::MainWindow>()) {
-    // Before the grid gets its name: what is told of it then makes its accessible for good.
+    // Before the widgets get their names: what is told of them then makes their accessibles for
+    // good.
     installGridAccessibility();
+    installMenuButtonAccessibility();
     controls_->setupUi(this);
 }
 

@@ -27,7 +27,7 @@ void UAStringManager::awakeFromNib() {
     if (!dButton->menu()) {
         auto *menu = new QMenu(dButton);
         dButton->setMenu(menu);
-        connect(menu, &QMenu::triggered, this, &UAStringManager::itemSelected);
+        connect(menu, &QMenu::triggered, this, &UAStringManager::pick);
         connect(menu, &QMenu::aboutToShow, this, [this] {
             if (dict.isEmpty())
                 emit remark(tr("There are no favourites: enter a device and add it."));
@@ -102,6 +102,12 @@ void UAStringManager::populateMenu() {
         item->setData(name);
         item->setCheckable(false);
     }
+}
+
+// Assistive technology finds the entries of a menu whose button is off as well.
+void UAStringManager::pick(QAction *item) {
+    if (dButton->isEnabled())
+        itemSelected(item);
 }
 
 void UAStringManager::itemSelected(QAction *sender) {

@@ -53,6 +53,7 @@ signals:
 
 private:
     bool store(const QStringList &list);
+    void pick(QAction *item);
 
     SettingsStore &defaults;
     Log &log_;

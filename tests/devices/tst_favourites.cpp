@@ -59,10 +59,12 @@ private slots:
     void add_readsTheStoreAfresh();
     void remove_takesTheFirstEqualName_data();
     void remove_takesTheFirstEqualName();
+    void remove_withoutADeviceChangesNothing();
     void emptyList_survivesARestart();
     void aChangeByOtherMeans_isSeenAtTheNextStart();
     void picking_setsTheDeviceToTheTitle_data();
     void picking_setsTheDeviceToTheTitle();
+    void picking_isOffWithTheButton();
     void menu_holdsTheFavouritesAndNothingElse();
     void arrays_areSearchedExactly();
     void writeDict_storesTheList();
@@ -134,6 +136,18 @@ void TestFavourites::remove_takesTheFirstEqualName() {
     QCOMPARE(f.menu(), list);
 }
 
+void TestFavourites::remove_withoutADeviceChangesNothing() {
+    Favourites f;
+    QVERIFY(!f.settings->contains(settingsKeys::device));
+    f.log.take();
+    QSignalSpy changes(f.settings.get(), &SettingsStore::valueChanged);
+    f.manager->removeFavourite(nullptr);
+    QCOMPARE(changes.count(), 0);
+    QCOMPARE(f.menu(), QStringList(first));
+    QCOMPARE(f.stored(), QStringList(first));
+    QCOMPARE(f.log.lines, QStringList());
+}
+
 void TestFavourites::emptyList_survivesARestart() {
     Favourites f;
     f.setDevice(first);
@@ -169,6 +183,14 @@ void TestFavourites::picking_setsTheDeviceToTheTitle() {
     f.button.menu()->actions().at(1)->trigger();
     QCOMPARE(f.settings->stringValue(settingsKeys::device), name);
     QCOMPARE(f.stored(), QStringList({first, name}));
+}
+
+void TestFavourites::picking_isOffWithTheButton() {
+    Favourites f;
+    f.setDevice(QStringLiteral("7400"));
+    f.button.setEnabled(false);
+    f.button.menu()->actions().constFirst()->trigger();
+    QCOMPARE(f.settings->stringValue(settingsKeys::device), QStringLiteral("7400"));
 }
 
 void TestFavourites::menu_holdsTheFavouritesAndNothingElse() {

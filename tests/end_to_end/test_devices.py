@@ -3,7 +3,7 @@
 import pyatspi
 
 import keyboard
-from accessible import has
+from accessible import act, find, has
 from case import DEVICE, Scenario
 from listening import FocusListener
 from waiting import until, until_equal
@@ -109,6 +109,27 @@ class Favourites(Scenario):
         self.say("Remove from favourites", "7400 was removed from the favourites.")
         self.assertEqual(self.menu(), [DEVICE])
         keyboard.press("Escape")
+        self.finish(self.window)
+
+    def entry(self, name):
+        """The entry called name below the button, whose menu need not be open."""
+        return until(lambda: find(self.window.control("Favourites"), name,
+                                  {pyatspi.ROLE_MENU_ITEM}), f"a favourite called {name!r}")
+
+    def test_a_favourite_is_picked_by_assistive_technology(self):
+        self.window.fill("Device", "7400")
+        self.say("Add to favourites", "7400 was added to the favourites.")
+        act(self.entry(DEVICE), "Press")
+        until_equal(lambda: self.window.text("Device"), DEVICE, "the device")
+        act(self.entry("7400"), "Press")
+        until_equal(lambda: self.window.text("Device"), "7400", "the device")
+        self.finish(self.window)
+
+    def test_the_menu_opens_by_assistive_technology(self):
+        act(self.window.control("Favourites"), "ShowMenu")
+        until(lambda: has(self.entry(DEVICE), pyatspi.STATE_SHOWING), "the open menu")
+        keyboard.press("Escape")
+        until(lambda: not has(self.entry(DEVICE), pyatspi.STATE_SHOWING), "the closed menu")
         self.finish(self.window)
 
     def test_a_favourite_is_not_added_twice(self):
