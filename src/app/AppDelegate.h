@@ -202,6 +202,10 @@ public:
     /// The images and tables, to look at.
     const State &state() const { return state_; }
 
+signals:
+    /// recentFiles() may have changed.
+    void recentFilesChanged();
+
 private:
     void chooseOperation(ScriptedMiniPro &run, int tag);
     bool asksBeforeRun(int tag);

@@ -52,6 +52,7 @@ void AppDelegate::openBinary(const QString &path) {
     memory_.addRecentFile(path);
     load_opened_binary();
     build_and_reload();
+    emit recentFilesChanged();
 }
 
 QStringList AppDelegate::recentFiles() const {

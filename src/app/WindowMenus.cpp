@@ -51,6 +51,15 @@ void fillRecentMenu(QMenu *recent, AppDelegate &delegate) {
         recent->addAction(AppDelegate::tr("No files yet"))->setEnabled(false);
 }
 
+// Filled when the list changes, not when it is shown: assistive technology never shows it.
+QMenu *addRecentMenu(QMenu &file, AppDelegate &delegate) {
+    QMenu *recent = file.addMenu(AppDelegate::tr("Open r&ecent"));
+    const auto fill = [recent, &delegate] { fillRecentMenu(recent, delegate); };
+    QObject::connect(&delegate, &AppDelegate::recentFilesChanged, recent, fill);
+    fill();
+    return recent;
+}
+
 void fillFileMenu(MainWindow &window, AppDelegate &delegate, WindowMenus &menus) {
     Ui::MainWindow &c = window.controls();
     MenuFiller file(*window.menuBar(), AppDelegate::tr("&File"));
@@ -63,10 +72,7 @@ void fillFileMenu(MainWindow &window, AppDelegate &delegate, WindowMenus &menus)
                                           AppDelegate::tr("&Save data to burn\u2026"),
                                           QKeySequence::Save);
     file.menu()->addAction(c.textView->saveAction());
-    QMenu *recent = file.menu()->addMenu(AppDelegate::tr("Open r&ecent"));
-    QObject::connect(recent, &QMenu::aboutToShow, &delegate,
-                     [recent, &delegate] { fillRecentMenu(recent, delegate); });
-    menus.offWhileRunning << recent->menuAction();
+    menus.offWhileRunning << addRecentMenu(*file.menu(), delegate)->menuAction();
     file.menu()->addSeparator();
     file.calls(AppDelegate::tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), &window,
                [&window] { window.close(); });

@@ -17,6 +17,7 @@ private slots:
     void mnemonics_ofTheSearchPanelDiffer();
     void tab_followsTheReadingOrder_data();
     void tab_followsTheReadingOrder();
+    void recentFiles_areInAMenuThatIsClosed();
 };
 
 namespace {
@@ -125,7 +126,6 @@ void TestWindowReach::mnemonics_ofEachMenuDiffer() {
     const QList<QMenu *> menus = velm.velm().window().menuBar()->findChildren<QMenu *>();
     QVERIFY(menus.size() > 5);
     for (QMenu *menu : menus) {
-        emit menu->aboutToShow();
         QVERIFY2(!menu->isEmpty(), qPrintable(menu->title()));
         QCOMPARE(sharedKeys(textsOf(menu->actions())), QStringList());
     }
@@ -176,6 +176,29 @@ void TestWindowReach::tab_followsTheReadingOrder() {
     velm.click(velm.controls().btn_search);
     QWidget *panel = velm.delegate().outlets.searchDevicesWindow;
     QCOMPARE(focusChain(panel), readingOrder(*panel));
+}
+
+// Assistive technology looks for an entry without opening its menu.
+void TestWindowReach::recentFiles_areInAMenuThatIsClosed() {
+    WindowFixture velm;
+    const QString one = velm.write(QStringLiteral("one.bin"), "1");
+    const QString other = velm.write(QStringLiteral("other.bin"), "2");
+    velm.start();
+    const auto recent = [&] {
+        const QMenuBar *bar = velm.velm().window().menuBar();
+        for (const QMenu *menu : bar->findChildren<QMenu *>())
+            if (menu->menuAction()->iconText() == QStringLiteral("Open recent"))
+                return textsOf(menu->actions());
+        return QStringList();
+    };
+    QCOMPARE(recent(), QStringList(QStringLiteral("No files yet")));
+    velm.delegate().openBinary(one);
+    velm.delegate().openBinary(other);
+    velm.settle();
+    QCOMPARE(recent(), QStringList({other, one}));
+    velm.end();
+    velm.start();
+    QCOMPARE(recent(), QStringList({other, one}));
 }
 
 QTEST_MAIN(TestWindowReach)

@@ -55,7 +55,6 @@ void changeTab(WindowFixture &velm, const QString &way) {
 
 /// The entries below \a menu, those of its own menus included.
 QList<QAction *> entriesOf(QMenu *menu) {
-    emit menu->aboutToShow();
     QList<QAction *> entries;
     for (QAction *action : menu->actions())
         if (action->menu())
