@@ -40,7 +40,9 @@ void KeyBinder::bindRadioPair(QAbstractButton *first, const QString &firstKey,
 }
 
 void KeyBinder::commitPending() {
-    QGuiApplication::inputMethod()->commit();
+    // Some platforms end the program when nobody is typing.
+    if (QGuiApplication::focusObject())
+        QGuiApplication::inputMethod()->commit();
     for (TextBinding *field : fields_)
         field->sendIfChanged();
 }
