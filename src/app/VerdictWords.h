@@ -1,0 +1,20 @@
+#pragma once
+
+#include "tool/RunRecord.h"
+#include "widgets/MessageLine.h"
+
+/// What the window shows at this moment, as far as a verdict may speak of it.
+struct ShownNow {
+    QString device;
+    quint64 imageRevision = 0;
+};
+
+/// A verdict as it is to be read now.
+struct VerdictWords {
+    MessageLine::Severity severity = MessageLine::Severity::Information;
+    QString sentence;
+};
+
+/// The verdict of \a run, held against what is shown \a now: as it was given while that is what it
+/// judged, else with its time and what has changed since.
+VerdictWords wordsFor(const RunRecord &run, const ShownNow &now);
