@@ -74,6 +74,8 @@ void AppDelegate::load_opened_binary() {
         return;
     }
     state_.opened_bin_data = std::get<ByteBuffer>(std::move(loaded));
+    notice(QStringLiteral("binary"), MessageLine::Severity::Warning,
+           decodingRemark(encodingForTool(*state_.opened_bin_data), QFileInfo(path).fileName()));
 }
 
 void AppDelegate::createTempDirectory(QObject *) {
@@ -101,8 +103,10 @@ void AppDelegate::write_output_data_to_temp_file(QObject *) {
 void AppDelegate::settingChanged(const QString &key) {
     if (key == settingsKeys::temp_output_file && composedWith_ && work_.isIdle())
         write_output_data_to_temp_file(this);
-    if (key == settingsKeys::device)
-        outlets.messageLine->clearNotice(QStringLiteral("device"));
+    if (key != settingsKeys::device)
+        return;
+    outlets.messageLine->clearNotice(QStringLiteral("device"));
+    refreshVerdict();
 }
 
 void AppDelegate::openedFileChanged(OpenedFileWatch::State state) {
@@ -181,6 +185,8 @@ void AppDelegate::build_output_data(QObject *) {
 void AppDelegate::imageChanged() {
     secondPress_.withdraw();
     outlets.messageLine->clearNotice(QStringLiteral("press"));
+    outlets.messageLine->clearNotice(QStringLiteral("image file"));
+    refreshVerdict();
 }
 
 void AppDelegate::build_and_reload() {

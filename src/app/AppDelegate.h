@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/BurnDoubt.h"
 #include "app/CompositionRemarks.h"
 #include "app/HandEdits.h"
 #include "app/OpenedFileWatch.h"
@@ -10,10 +11,9 @@
 #include "image/ImageComposition.h"
 #include "image/ImageRevisions.h"
 #include "image/TemporaryWorkspace.h"
-#include "tool/RunOutcome.h"
+#include "tool/RunRecord.h"
 #include "widgets/MessageLine.h"
 
-#include <QDateTime>
 #include <QList>
 #include <QMainWindow>
 #include <QObject>
@@ -111,6 +111,10 @@ public:
     /// tool and takes in what it left. Returns when the tool has exited. Refused (with a sentence)
     /// while a run is in progress.
     void go(QObject *sender);
+    /// The action of the Logic test button: clears the results tab, shows it and calls go().
+    void testLogic(QObject *sender);
+    /// The runs of this start, the oldest first.
+    const QList<RunRecord> &records() const { return records_; }
     /// Ends the run or search in progress, if any: the tool's whole process group is asked, then
     /// killed.
     void stopRun();
@@ -208,12 +212,15 @@ signals:
 
 private:
     void chooseOperation(ScriptedMiniPro &run, int tag);
-    bool asksBeforeRun(int tag);
+    BurnSituation burnSituation(int tag) const;
+    bool asksBeforeRun(const BurnSituation &burn);
     void writeImageAgain();
-    RunOutcome launchAndWait(ScriptedMiniPro &run);
+    RunRecord launchAndWait(ScriptedMiniPro &run, const BurnSituation &burn);
+    void keep(const RunRecord &record);
+    void refreshVerdict();
     void takeReadData();
-    void takeLogicReport();
-    void sayWhatReadLeft(const RunOutcome &outcome, const QDateTime &started);
+    void takeLogicReport(RunRecord &record);
+    void sayWhatReadLeft(RunRecord &record);
     CompositionInputs compositionInputs() const;
     ImageControls imageControls(const CompositionInputs &inputs) const;
     void settingChanged(const QString &key);
@@ -258,4 +265,7 @@ private:
     SecondPress secondPress_;
     /// The device that read_from_chip_data came from.
     QString readDevice_;
+    QList<RunRecord> records_;
+    /// The verdict as the message line has it.
+    QString shownVerdict_;
 };

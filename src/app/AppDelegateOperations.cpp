@@ -2,18 +2,21 @@
 
 #include "app/AppDelegate.h"
 
-#include "app/BurnDoubt.h"
+#include "app/VerdictWords.h"
 #include "base/Log.h"
 #include "base/WorkState.h"
 #include "devices/device_searcher.h"
+#include "grid/GridColumns.h"
 #include "grid/GridView.h"
 #include "image/FileLoading.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "tool/LogicReport.h"
+#include "tool/PinFailures.h"
 #include "tool/ScriptedMiniPro.h"
 #include "widgets/ConsoleView.h"
+#include "widgets/TabView.h"
 
 #include <QFileInfo>
 #include <QLabel>
@@ -25,27 +28,20 @@ const QString runTopic = QStringLiteral("run");
 const QString readTopic = QStringLiteral("read");
 const QString pressTopic = QStringLiteral("press");
 
-MessageLine::Severity severityOf(RunOutcome::Verdict verdict) {
-    switch (verdict) {
-    case RunOutcome::Verdict::Succeeded:
-        return MessageLine::Severity::Success;
-    case RunOutcome::Verdict::Qualified:
-    case RunOutcome::Verdict::Stopped:
-        return MessageLine::Severity::Warning;
-    case RunOutcome::Verdict::Failed:
-    case RunOutcome::Verdict::NotStarted:
-        break;
-    }
-    return MessageLine::Severity::Problem;
+/// Of how many runs what the tool said is kept.
+constexpr qsizetype mostRememberedWords = 20;
+
+ImageEncoding encodingOf(const ByteBuffer &image) {
+    return image ? encodingForTool(*image) : ImageEncoding::Raw;
 }
 
-RunFacts factsOf(const ScriptedMiniPro &run, const ByteBuffer &image) {
-    RunFacts facts = run.facts();
-    facts.imageLength = lengthOf(image);
-    if (image)
-        facts.encoding = encodingForTool(*image);
-    facts.programmers = pluggedProgrammers();
-    return facts;
+bool endedWell(const RunOutcome &outcome) {
+    return outcome.verdict == RunOutcome::Verdict::Succeeded ||
+           outcome.verdict == RunOutcome::Verdict::Qualified;
+}
+
+bool takesImage(int tag) {
+    return tag == VerifyOperation || tag == WriteOperation;
 }
 
 } // namespace
@@ -59,19 +55,30 @@ void AppDelegate::go(QObject *sender) {
     run->setOutputView(outlets.textView);
     const int tag = sender->property("tag").toInt();
     chooseOperation(*run, tag);
-    if (asksBeforeRun(tag))
+    const BurnSituation burn = burnSituation(tag);
+    if (asksBeforeRun(burn))
         return;
 
-    const QDateTime started = QDateTime::currentDateTime();
     work_.begin(Work::Running);
-    const RunOutcome outcome = launchAndWait(*run);
+    RunRecord record = launchAndWait(*run, burn);
     if (tag == ReadOperation) {
         takeReadData();
-        sayWhatReadLeft(outcome, started);
+        sayWhatReadLeft(record);
     } else if (tag == LogicOperation) {
-        takeLogicReport();
+        takeLogicReport(record);
     }
     work_.end();
+    keep(record);
+}
+
+void AppDelegate::testLogic(QObject *sender) {
+    if (refusesWhileBusy())
+        return;
+    if (selectedTab() == logicTabIdentifier())
+        tabView_didSelectTabViewItem(outlets.tabview, outlets.tabview->selectedTabViewItem());
+    else
+        outlets.tabview->selectTabViewItem(logicTabIdentifier());
+    go(sender);
 }
 
 void AppDelegate::chooseOperation(ScriptedMiniPro &run, int tag) {
@@ -99,21 +106,29 @@ void AppDelegate::chooseOperation(ScriptedMiniPro &run, int tag) {
     }
 }
 
+BurnSituation AppDelegate::burnSituation(int tag) const {
+    if (!takesImage(tag)) {
+        BurnSituation nothingToBurn;
+        nothingToBurn.operation = Operation(tag);
+        return nothingToBurn;
+    }
+    return {.operation = Operation(tag),
+            .imageLength = lengthOf(state_.output_data),
+            .encoding = encodingOf(state_.output_data),
+            .path = resolvedPathOf(defaults_, settingsKeys::temp_output_file),
+            .fileIsImage = workspace_.outputFileHolds(state_.output_data),
+            .writeProblem = workspace_.lastWriteProblem().value_or(QString())};
+}
+
 // What the tool would get may not be what the window shows, or hardly what somebody means to burn.
-bool AppDelegate::asksBeforeRun(int tag) {
-    if (tag != VerifyOperation && tag != WriteOperation)
-        return false;
-    const BurnSituation situation{.operation = Operation(tag),
-                                  .imageLength = lengthOf(state_.output_data),
-                                  .path = resolvedPathOf(defaults_, settingsKeys::temp_output_file),
-                                  .fileIsImage = workspace_.outputFileHolds(state_.output_data),
-                                  .writeProblem =
-                                      workspace_.lastWriteProblem().value_or(QString())};
-    const std::optional<BurnDoubt> doubt = doubtAbout(situation);
-    if (!doubt ||
-        secondPress_.confirms(QStringLiteral("%1 %2 %3 %4")
-                                  .arg(doubt->key, QString::number(tag),
-                                       QString::number(edits_.state().revision), situation.path))) {
+bool AppDelegate::asksBeforeRun(const BurnSituation &burn) {
+    const std::optional<BurnDoubt> doubt = doubtAbout(burn);
+    const auto sameThing = [&] {
+        return QStringLiteral("%1 %2 %3 %4")
+            .arg(doubt->key, QString::number(burn.operation),
+                 QString::number(edits_.state().revision), burn.path);
+    };
+    if (!doubt || secondPress_.confirms(sameThing())) {
         outlets.messageLine->clearNotice(pressTopic);
         return false;
     }
@@ -131,19 +146,57 @@ void AppDelegate::writeImageAgain() {
     outlets.messageLine->clearNotice(pressTopic);
     write_output_data_to_temp_file(this);
     if (workspace_.outputFileHolds(state_.output_data))
-        notice(runTopic, MessageLine::Severity::Information,
+        notice(QStringLiteral("image file"), MessageLine::Severity::Information,
                tr("The image file holds the data to burn again."));
 }
 
-RunOutcome AppDelegate::launchAndWait(ScriptedMiniPro &run) {
+RunRecord AppDelegate::launchAndWait(ScriptedMiniPro &run, const BurnSituation &burn) {
+    const ToolSettings settings = ToolSettings::readFrom(defaults_);
+    RunRecord record;
+    record.operation = run.facts().operation;
+    record.device = settings.device;
+    record.tool = settings.tool;
+    record.commandLine = operationCommand(record.operation, settings);
+    record.started = QDateTime::currentDateTime();
+    const bool handsImage = takesImage(record.operation) && burn.fileIsImage;
+    record.imageRevision = handsImage ? edits_.state().revision : 0;
+    record.imageLength = handsImage ? burn.imageLength : QFileInfo(burn.path).size();
     outlets.messageLine->clearNotice(runTopic);
+    outlets.messageLine->clearNotice(QStringLiteral("image file"));
     currentRun_ = &run;
-    run.launch();
+    record.status = run.launch();
     currentRun_ = nullptr;
+    record.ended = QDateTime::currentDateTime();
+    RunFacts facts = run.facts();
+    facts.imageLength = record.imageLength;
+    facts.imageIsShown = burn.fileIsImage;
+    if (handsImage)
+        facts.encoding = burn.encoding;
+    facts.programmers = pluggedProgrammers();
+    record.outcome = judgeRun(facts);
+    record.said = run.saidTail();
+    run.releaseOutput();
+    return record;
+}
 
-    const RunOutcome outcome = judgeRun(factsOf(run, state_.output_data));
-    notice(runTopic, severityOf(outcome.verdict), outcome.words());
-    return outcome;
+// The verdict is the newest thing that is said, and stays held against what is shown.
+void AppDelegate::keep(const RunRecord &record) {
+    records_.append(record);
+    if (records_.size() > mostRememberedWords)
+        records_[records_.size() - 1 - mostRememberedWords].said.clear();
+    shownVerdict_.clear();
+    refreshVerdict();
+}
+
+void AppDelegate::refreshVerdict() {
+    if (records_.isEmpty() || !work_.isIdle())
+        return;
+    const VerdictWords words = wordsFor(
+        records_.last(), {defaults_.stringValue(settingsKeys::device), edits_.state().revision});
+    if (words.sentence == shownVerdict_)
+        return;
+    shownVerdict_ = words.sentence;
+    notice(runTopic, words.severity, words.sentence);
 }
 
 void AppDelegate::stopRun() {
@@ -178,29 +231,28 @@ void AppDelegate::takeReadData() {
 
 // A tool that failed may leave the file of an earlier Read in place, and these bytes must not
 // pass for the chip that is in the socket now.
-void AppDelegate::sayWhatReadLeft(const RunOutcome &outcome, const QDateTime &started) {
+void AppDelegate::sayWhatReadLeft(RunRecord &record) {
     outlets.messageLine->clearNotice(readTopic);
-    const qsizetype length = lengthOf(state_.read_from_chip_data);
-    const bool endedWell = outcome.verdict == RunOutcome::Verdict::Succeeded ||
-                           outcome.verdict == RunOutcome::Verdict::Qualified;
-    if (endedWell && length > 0) {
-        readDevice_ = defaults_.stringValue(settingsKeys::device);
-        notice(runTopic, severityOf(outcome.verdict),
-               tr("%1 %2 bytes.").arg(outcome.words(), QLocale().toString(length)));
+    record.imageLength = lengthOf(state_.read_from_chip_data);
+    if (record.imageLength == 0)
+        return;
+    if (endedWell(record.outcome)) {
+        readDevice_ = record.device;
+        record.outcome.sentence =
+            tr("%1 %2 bytes.").arg(record.outcome.sentence, QLocale().toString(record.imageLength));
         return;
     }
-    if (length == 0)
-        return;
     const QFileInfo file(resolvedPathOf(defaults_, settingsKeys::temp_read_from_chip_file));
     const QDateTime written = file.lastModified();
-    const QString when = written.date() == started.date()
+    const QString when = written.date() == record.started.date()
                              ? QLocale().toString(written.time(), QStringLiteral("HH:mm"))
                              : QLocale().toString(written, QLocale::ShortFormat);
     notice(readTopic, MessageLine::Severity::Warning,
            tr("The last Read failed; these bytes are from %1.").arg(when));
 }
 
-void AppDelegate::takeLogicReport() {
+// The heading and the rows belong to the results tab, whichever was looked at meanwhile.
+void AppDelegate::takeLogicReport(RunRecord &record) {
     state_.logictest_rows = {};
     const auto loaded =
         loadUtf8Text(resolvedPathOf(defaults_, settingsKeys::temp_logic_chip_test_results_file));
@@ -211,6 +263,8 @@ void AppDelegate::takeLogicReport() {
     const QString &text = std::get<QString>(loaded);
     log_.write(QStringLiteral("we have successfully obtained the chip test results! %1 bytes")
                    .arg(text.size()));
+    if (selectedTab() != logicTabIdentifier())
+        outlets.tabview->selectTabViewItem(logicTabIdentifier());
     const LogicReport report = parseLogicReport(text);
     for (const QString &line : report.log)
         log_.write(line);
@@ -220,4 +274,7 @@ void AppDelegate::takeLogicReport() {
         state_.logictest_headers = *report.headers;
     state_.logictest_rows = report.rows;
     outlets.tableview->reloadData();
+    const QString failedPins = wordsFor(pinFailures(report), state_.logictest_headers.size());
+    if (!failedPins.isEmpty())
+        record.outcome.sentence += QLatin1Char(' ') + failedPins;
 }

@@ -27,6 +27,28 @@ public:
                    : tr("Press Verify again to compare the chip with that file as it stands.");
     }
 
+    static QString encodedText(Operation operation, ImageEncoding encoding) {
+        const QString what = tr("The tool takes these data for %1 text and decodes it by itself.")
+                                 .arg(nameOf(encoding));
+        return what + QLatin1Char(' ') +
+               (operation == WriteOperation
+                    ? tr("Press Write again to burn what it decodes, not the bytes shown.")
+                    : tr("Press Verify again to compare the chip with what it decodes, not with "
+                         "the "
+                         "bytes shown."));
+    }
+
+    static QString nameOf(ImageEncoding encoding) {
+        return encoding == ImageEncoding::SRecord ? tr("S-record") : tr("Intel HEX");
+    }
+
+    static QString opened(ImageEncoding encoding, const QString &name) {
+        return tr("%1 reads as %2 text, which the tool decodes by itself: burned from address 0, "
+                  "the "
+                  "chip would not hold the bytes shown here.")
+            .arg(name, nameOf(encoding));
+    }
+
     static QString noData() {
         return tr("There is no data to burn: open a binary, or read a chip and use its data. Press "
                   "Write again to hand the tool an empty file all the same.");
@@ -46,5 +68,12 @@ std::optional<BurnDoubt> doubtAbout(const BurnSituation &situation) {
                          .canWriteAgain = true};
     if (writes && situation.imageLength == 0)
         return BurnDoubt{.key = QStringLiteral("empty"), .sentence = Wording::noData()};
+    if (situation.encoding != ImageEncoding::Raw)
+        return BurnDoubt{.key = QStringLiteral("text"),
+                         .sentence = Wording::encodedText(situation.operation, situation.encoding)};
     return std::nullopt;
+}
+
+QString decodingRemark(ImageEncoding encoding, const QString &name) {
+    return encoding == ImageEncoding::Raw ? QString() : Wording::opened(encoding, name);
 }

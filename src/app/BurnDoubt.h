@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tool/CommandLine.h"
+#include "tool/ImageEncoding.h"
 
 #include <QString>
 
@@ -11,6 +12,8 @@ struct BurnSituation {
     Operation operation = WriteOperation;
     /// Of the data to burn as shown, in bytes; 0 without an image.
     qint64 imageLength = 0;
+    /// What the tool would take those data for.
+    ImageEncoding encoding = ImageEncoding::Raw;
     /// The file that the tool is going to get, and whether it holds the image as shown.
     QString path;
     bool fileIsImage = true;
@@ -27,6 +30,10 @@ struct BurnDoubt {
     /// Writing the image once more may do away with the reason.
     bool canWriteAgain = false;
 };
+
+/// What is to be said of a file that was just opened, if the tool would decode it; else empty.
+/// \a name is what to call it.
+QString decodingRemark(ImageEncoding encoding, const QString &name);
 
 /// The most important reason to ask before \a situation goes on; nothing if there is none, and
 /// always for operations that take no image.

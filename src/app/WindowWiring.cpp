@@ -70,10 +70,8 @@ void wireOperations(Ui::MainWindow &c, AppDelegate &delegate) {
     for (QPushButton *button : {c.btn_read, c.btn_verify, c.btn_write})
         QObject::connect(button, &QPushButton::clicked, &delegate,
                          [&delegate, button] { delegate.go(button); });
-    QObject::connect(c.btn_logic, &QPushButton::clicked, &delegate, [&delegate, &c] {
-        c.tabview->selectTabViewItem(logicTabIdentifier());
-        delegate.go(c.btn_logic);
-    });
+    QObject::connect(c.btn_logic, &QPushButton::clicked, &delegate,
+                     [&delegate, button = c.btn_logic] { delegate.testLogic(button); });
     QObject::connect(c.btn_stop, &QPushButton::clicked, &delegate, &AppDelegate::stopRun);
 }
 
