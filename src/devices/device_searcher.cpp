@@ -10,10 +10,10 @@
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "tool/ScriptedMiniPro.h"
+#include "tool/SearchOutcome.h"
 
 #include <QItemSelectionModel>
 #include <QLineEdit>
-#include <QLocale>
 #include <QPushButton>
 
 #include <chrono>
@@ -64,8 +64,7 @@ void device_searcher::list(QObject *) {
         return;
     }
     runSearch(*run, term);
-    takeResults();
-    remarkOnResults(*run);
+    remarkOnResults(*run, takeResults());
 }
 
 void device_searcher::runSearch(ScriptedMiniPro &run, const QString &term) {
@@ -73,6 +72,7 @@ void device_searcher::runSearch(ScriptedMiniPro &run, const QString &term) {
     current_ = &run;
     outputSeen_ = 0;
     silence_.start();
+    connect(&run, &ScriptedMiniPro::said, this, &device_searcher::noticeWords);
     emit remark(tr("Searching\u2026"));
     emit searchRunningChanged(true);
     run.list(term);
@@ -89,16 +89,25 @@ void device_searcher::stop() {
     current_->stop();
 }
 
-// Without a programmer the tool asks on its input which one is meant, and waits for ever.
+void device_searcher::noticeWords() {
+    if (!current_)
+        return;
+    RunFacts facts = current_->facts();
+    if (!findsNoProgrammer(facts.report))
+        return;
+    silence_.stop();
+    facts.programmers = pluggedProgrammers();
+    emit remark(remarkOnWaitingSearch(facts));
+}
+
 void device_searcher::noticeSilence() {
     const qsizetype output = current_ ? current_->collectedOutput().size() : 0;
     if (current_ && output == outputSeen_)
-        emit remark(tr("The tool is silent: it may be waiting for a programmer. Connect one, or "
-                       "stop the search."));
+        emit remark(remarkOnSilentSearch());
     outputSeen_ = output;
 }
 
-void device_searcher::takeResults() {
+QString device_searcher::takeResults() {
     const auto loaded =
         loadUtf8Text(resolvedPathOf(defaults, settingsKeys::temp_search_results_file));
     QList<QStringView> pieces;
@@ -113,27 +122,15 @@ void device_searcher::takeResults() {
     dataArray = names;
     log_.write(QStringLiteral("dataArray has:%1").arg(dataArray->size()));
     model_->reloadData();
+    const auto *failure = std::get_if<LoadFailure>(&loaded);
+    return failure ? failure->reason : QString();
 }
 
-void device_searcher::remarkOnResults(const ScriptedMiniPro &run) {
-    const qsizetype count = dataArray->size();
-    if (run.stopRequested()) {
-        emit remark(tr("The search was stopped."));
-    } else if (count > 0) {
-        emit remark(foundRemark());
-    } else if (!run.started()) {
-        emit remark(tr("The programmer tool could not be started: %1").arg(run.startFailure()));
-    } else if (!run.collectedOutput().trimmed().isEmpty()) {
-        emit remark(run.collectedOutput().trimmed().section(QLatin1Char('\n'), -1));
-    } else {
-        emit remark(tr("No device's name holds this term."));
-    }
-}
-
-QString device_searcher::foundRemark() const {
-    const qsizetype count = dataArray->size();
-    return count == 1 ? tr("1 device found.")
-                      : tr("%1 devices found.").arg(QLocale().toString(count));
+void device_searcher::remarkOnResults(const ScriptedMiniPro &run, const QString &listFailure) {
+    RunFacts facts = run.facts();
+    facts.programmers = pluggedProgrammers();
+    outcome_ = judgeSearch({facts, dataArray->size(), listFailure});
+    emit remark(outcome_);
 }
 
 std::optional<QString> device_searcher::selectedItem(QObject *) const {
@@ -151,7 +148,7 @@ void device_searcher::confirmSelection() {
     emit remark(tr("Select a device first."));
     connect(
         tableview->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-        [this] { emit remark(foundRemark()); }, Qt::SingleShotConnection);
+        [this] { emit remark(outcome_); }, Qt::SingleShotConnection);
 }
 
 void device_searcher::doubleClick(QObject *) {

@@ -72,9 +72,9 @@ signals:
 
 private:
     void runSearch(ScriptedMiniPro &run, const QString &term);
-    void takeResults();
-    void remarkOnResults(const ScriptedMiniPro &run);
-    QString foundRemark() const;
+    QString takeResults();
+    void remarkOnResults(const ScriptedMiniPro &run, const QString &listFailure);
+    void noticeWords();
     void noticeSilence();
     void confirmSelection();
 
@@ -90,4 +90,6 @@ private:
     QPointer<ScriptedMiniPro> current_;
     QTimer silence_;
     qsizetype outputSeen_ = 0;
+    /// What the last search came to.
+    QString outcome_;
 };

@@ -229,15 +229,7 @@ void ScriptedMiniPro::show(const QString &piece, ToolStream stream, QString &tex
     collect(piece, text);
     appendToOutputView(piece);
     log_.write(QLatin1String("| ") + piece);
-}
-
-void ScriptedMiniPro::collect(const QString &piece, QString &text) const {
-    if (outputReleased_) {
-        text = tailOf(text + piece);
-        return;
-    }
-    const qsizetype room = largestCollectedOutput - text.size();
-    text.append(QStringView(piece).first(std::clamp(room, qsizetype(0), piece.size())));
+    emit said();
 }
 
 bool ScriptedMiniPro::errorsMustWait() const {
@@ -375,6 +367,15 @@ bool ScriptedMiniPro::isListening() const {
 
 const QString &ScriptedMiniPro::collectedOutput() const {
     return mstroutput;
+}
+
+void ScriptedMiniPro::collect(const QString &piece, QString &text) const {
+    if (outputReleased_) {
+        text = tailOf(text + piece);
+        return;
+    }
+    const qsizetype room = largestCollectedOutput - text.size();
+    text.append(QStringView(piece).first(std::clamp(room, qsizetype(0), piece.size())));
 }
 
 QString ScriptedMiniPro::saidTail() const {

@@ -106,12 +106,15 @@ public:
     /// object goes is not shown.
     void appendToOutputView(const QString &text);
 
+signals:
+    /// The tool has said something: facts() may hold more.
+    void said();
+
 private:
     void handleChunk(ReadHandle *handle, const QByteArray &chunk, QString &text);
     void countEmptyRead(ReadHandle *handle);
     void repeatEndsOnceAllIsSaid();
     void show(const QString &piece, ToolStream stream, QString &text);
-    void collect(const QString &piece, QString &text) const;
     bool errorsMustWait() const;
     void keepErrorsWaiting(const QByteArray &chunk);
     void releaseErrors();
@@ -120,6 +123,7 @@ private:
     void childEnded();
     void closeIfDone();
 
+    void collect(const QString &piece, QString &text) const;
     std::optional<QString> prepareShell(const QString &command);
     int runToTheEnd(QLatin1String messageStart);
     void waitUntilExit();
@@ -144,6 +148,8 @@ private:
     Operation operation = ReadOperation;
     /// The settings as they were when the tool was started.
     ToolSettings launched_;
+    ToolReportReader reader_;
+    bool outputReleased_ = false;
     Console *outputView_ = nullptr;
 
     Log &log_;
@@ -153,7 +159,6 @@ private:
     bool consoleIsObject_ = false;
     OutputDecoder outDecoder_;
     OutputDecoder errDecoder_;
-    ToolReportReader reader_;
     /// What came on standard error within a row of a logic test's table.
     QByteArray waitingErrors_;
     bool errorsMayPass_ = false;
@@ -162,5 +167,4 @@ private:
     bool listening_ = true;
     /// What the pipes held when the child ended has been taken; what comes now is of others.
     bool outputTaken_ = false;
-    bool outputReleased_ = false;
 };

@@ -1,5 +1,7 @@
 #include "window/SearchSteps.h"
 
+#include "devices/DeviceListView.h"
+#include "devices/device_searcher.h"
 #include "settings/SettingsKeys.h"
 #include "support/DoubleClick.h"
 
@@ -30,7 +32,9 @@ private slots:
     void terms_reachTheToolAsOneWord();
     void aToolThatWaits_canBeStopped_data();
     void aToolThatWaits_canBeStopped();
-    void silence_isSaidAfterTwoSeconds();
+    void wordsOfAWaitingTool_areUnderstood_data();
+    void wordsOfAWaitingTool_areUnderstood();
+    void noMatch_isSaidWithAProgrammerConnected();
     void aCustomDevice_offersToRemoveTheSuffix();
     void longAnswer_isShownWhole();
     void everySearch_keepsItsRunAndNoDescriptor();
@@ -264,22 +268,45 @@ void TestWindowSearch::aToolThatWaits_canBeStopped() {
     QVERIFY(!panel.stop->isEnabled());
 }
 
-void TestWindowSearch::silence_isSaidAfterTwoSeconds() {
+void TestWindowSearch::wordsOfAWaitingTool_areUnderstood_data() {
+    QTest::addColumn<QByteArray>("script");
+    QTest::addColumn<QString>("remark");
+    QTest::newRow("the menu, at once")
+        << QByteArray("echo 'No device found. Which database do you want to display?' >&2\n"
+                      "read answer\n")
+        << QStringLiteral("stop the search, and start it again once a programmer is connected");
+    QTest::newRow("silence, after two seconds")
+        << QByteArray("read answer\n") << QStringLiteral("The tool is silent");
+}
+
+void TestWindowSearch::wordsOfAWaitingTool_areUnderstood() {
+    QFETCH(QByteArray, script);
+    QFETCH(QString, remark);
     WindowFixture velm;
-    qputenv("MINIPRO_SIM_FAULT", "no-programmer");
+    velm.useTool(script);
     velm.start();
     const Panel panel(velm);
-    QString said;
-    QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout, panel.remark, [&] {
-        if (panel.remark->text().contains(QStringLiteral("silent"))) {
-            said = panel.remark->text();
-            velm.click(panel.stop);
-        }
-    });
-    watch.start(50);
+    bool said = false;
+    QObject::connect(velm.delegate().outlets.devicesearcher, &device_searcher::remark, panel.remark,
+                     [&](const QString &sentence) {
+                         if (!said && sentence.contains(remark)) {
+                             said = true;
+                             QTimer::singleShot(0, panel.stop, &QPushButton::click);
+                         }
+                     });
     panel.searchFor(QStringLiteral("27C"));
-    QVERIFY(said.contains(QStringLiteral("programmer")));
+    QVERIFY(said);
+    QVERIFY2(panel.remark->text().startsWith(QStringLiteral("The search was stopped.")),
+             qPrintable(panel.remark->text()));
+}
+
+void TestWindowSearch::noMatch_isSaidWithAProgrammerConnected() {
+    WindowFixture velm;
+    velm.useTool("printf 'Found TL866II+ 04.2.132 (0x284)\nUSB speed: 12Mbps (USB 1.1)\n' >&2\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("x"));
+    QCOMPARE(panel.remark->text(), QStringLiteral("No device's name holds this term."));
 }
 
 void TestWindowSearch::aCustomDevice_offersToRemoveTheSuffix() {
