@@ -19,6 +19,7 @@ private slots:
     void stop_endsEndlessOutput();
     void writeFaults_areSaid_data();
     void writeFaults_areSaid();
+    void dataLongerThanTheChip_areNoPlainSuccess();
     void secondOperation_isRefusedWhileOneRuns();
     void closing_isRefusedDuringARun();
     void askedToEndTwice_stopsTheRunAndThenCloses();
@@ -145,8 +146,9 @@ void TestWindowRuns::writeFaults_areSaid() {
     const bool isProtected = fault == "protected";
     velm.settings().setValue(settingsKeys::device, isProtected ? QStringLiteral("AT28C256")
                                                                : QStringLiteral("W27C512@DIP28"));
-    velm.settings().setValue(settingsKeys::binary,
-                             velm.write(QStringLiteral("rom.bin"), QByteArray(65536, 'x')));
+    velm.settings().setValue(
+        settingsKeys::binary,
+        velm.write(QStringLiteral("rom.bin"), QByteArray(isProtected ? 32768 : 65536, 'x')));
     velm.start();
     qputenv("MINIPRO_SIM_FAULT", fault);
     velm.click(velm.controls().btn_write);
@@ -159,6 +161,19 @@ void TestWindowRuns::writeFaults_areSaid() {
     velm.click(velm.controls().btn_write);
     velm.settle();
     QVERIFY2(velm.message().startsWith(QStringLiteral("Done: ")), qPrintable(velm.message()));
+}
+
+void TestWindowRuns::dataLongerThanTheChip_areNoPlainSuccess() {
+    WindowFixture velm;
+    velm.settings().setValue(settingsKeys::device, QStringLiteral("AT28C256"));
+    velm.settings().setValue(settingsKeys::noSizeMismatchError, true);
+    velm.settings().setValue(settingsKeys::binary,
+                             velm.write(QStringLiteral("rom.bin"), QByteArray(40000, 'x')));
+    velm.start();
+    velm.click(velm.controls().btn_write);
+    velm.settle();
+    QVERIFY2(velm.message().startsWith(QStringLiteral("Warning: Write succeeded in part: ")),
+             qPrintable(velm.message()));
 }
 
 void TestWindowRuns::secondOperation_isRefusedWhileOneRuns() {
