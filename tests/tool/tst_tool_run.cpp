@@ -1,5 +1,6 @@
 #include "ToolBench.h"
 
+#include <QSignalSpy>
 #include <QTest>
 
 #include <csignal>
@@ -26,6 +27,7 @@ private slots:
     void list_logsEachStep();
     void list_keepsATermOneWord();
     void list_withoutTheFoldersFileSaysSo();
+    void said_comesWithEveryPiece();
     void facts_tellTheRun();
 };
 
@@ -260,18 +262,38 @@ void TestToolRun::list_withoutTheFoldersFileSaysSo() {
     QVERIFY(bench.linesOfOutput().join(QString()).contains(path));
 }
 
+void TestToolRun::said_comesWithEveryPiece() {
+    ToolBench bench;
+    bench.useDouble("fail");
+    const auto run = bench.newRun();
+    QSignalSpy said(run.get(), &ScriptedMiniPro::said);
+    bool understood = false;
+    connect(run.get(), &ScriptedMiniPro::said, this,
+            [&] { understood = run->facts().report.error.has_value(); });
+    QCOMPARE(run->launch(), 1);
+    QCOMPARE(said.count(), bench.linesOfOutput().size());
+    QVERIFY(understood);
+}
+
 void TestToolRun::facts_tellTheRun() {
     ToolBench bench;
     bench.useDouble("succeed");
     const auto run = bench.newRun();
     run->launch();
     QCOMPARE(judgeRun(run->facts()).sentence, QStringLiteral("Read succeeded."));
-    QCOMPARE(run->facts().tool, ToolBench::doubleAs("succeed"));
+    // The facts are those of the run, whatever the settings have become.
+    const QString started = ToolBench::doubleAs("succeed");
+    bench.useDouble("crash");
+    bench.settings.setValue(settingsKeys::device, QStringLiteral("27C512"));
+    QCOMPARE(run->facts().tool, started);
+    QCOMPARE(run->facts().device, QStringLiteral("AT28C256"));
+    QCOMPARE(run->facts().imagePath, QString());
 
     bench.useDouble("crash");
     const auto crashed = bench.newRun();
     crashed->setVerifyOperation();
     crashed->launch();
+    QCOMPARE(crashed->facts().imagePath, bench.path("temp.bin"));
     QCOMPARE(
         judgeRun(crashed->facts()).sentence,
         QStringLiteral("Verify failed: the programmer tool was killed by signal 6 (Aborted)."));
