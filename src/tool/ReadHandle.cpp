@@ -10,7 +10,11 @@
 
 #include <algorithm>
 
-ReadHandle::ReadHandle(QObject *parent) : QObject(parent), readFunction_(::read) {}
+ReadHandle::ReadHandle(QObject *parent) : QObject(parent), readFunction_(::read) {
+    pause_.setSingleShot(true);
+    pause_.setTimerType(Qt::PreciseTimer);
+    connect(&pause_, &QTimer::timeout, this, &ReadHandle::updateNotifier);
+}
 
 ReadHandle::~ReadHandle() = default;
 
@@ -46,6 +50,10 @@ void ReadHandle::allowRepeatedEnd() {
     updateNotifier();
 }
 
+void ReadHandle::setPace(std::chrono::milliseconds interval) {
+    pause_.setInterval(interval);
+}
+
 void ReadHandle::attach(int descriptor) {
     source_ = descriptor;
     ::fcntl(source_, F_SETFL, ::fcntl(source_, F_GETFL) | O_NONBLOCK);
@@ -72,13 +80,16 @@ void ReadHandle::notify() {
     if (!armed_ || !isReadable())
         return;
     armed_ = false;
+    if (pause_.interval() > 0)
+        pause_.start();
     updateNotifier();
     emit dataAvailable(this);
 }
 
 void ReadHandle::updateNotifier() {
     if (notifier_)
-        notifier_->setEnabled(armed_ && (!endSeen_ || repeatedEndAllowed_));
+        notifier_->setEnabled(endSeen_ ? armed_ && repeatedEndAllowed_
+                                       : armed_ && !pause_.isActive());
 }
 
 bool ReadHandle::isReadable() const {

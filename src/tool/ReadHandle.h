@@ -2,7 +2,9 @@
 
 #include <QByteArray>
 #include <QObject>
+#include <QTimer>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <sys/types.h>
@@ -52,6 +54,9 @@ public:
     /// elsewhere.
     void allowRepeatedEnd();
 
+    /// From here on at least \a interval passes between two notices of something to read.
+    void setPace(std::chrono::milliseconds interval);
+
     /// Reads from \a descriptor from here on, which stays the caller's and is set to non-blocking.
     void attach(int descriptor);
     /// Forgets the descriptor; no notice follows.
@@ -71,6 +76,7 @@ private:
 
     std::unique_ptr<QSocketNotifier> notifier_;
     ReadFunction readFunction_;
+    QTimer pause_;
     int source_ = -1;
     bool armed_ = false;
     bool endSeen_ = false;

@@ -18,6 +18,8 @@ private slots:
     void notice_comesOnceForEachArming();
     void notice_isNotGivenForBytesThatSomebodyElseTook();
     void endOfFile_isNoticedOnceUntilMoreIsAllowed();
+    void pace_keepsNoticesApart();
+    void pace_doesNotKeepTheEndApart();
     void availableData_tellsWhatHappened();
     void availableData_takesNoMoreThanAsked();
     void detached_noNotice();
@@ -124,6 +126,35 @@ void TestReadHandle::endOfFile_isNoticedOnceUntilMoreIsAllowed() {
     QCOMPARE(notices, 1);
     pipe.reader().allowRepeatedEnd();
     QTRY_VERIFY(notices > 10);
+}
+
+void TestReadHandle::pace_keepsNoticesApart() {
+    OpenPipe pipe;
+    pipe.put("abc");
+    QSignalSpy notices(&pipe.reader(), &ReadHandle::dataAvailable);
+    pipe.reader().setPace(std::chrono::hours(1));
+    pipe.reader().waitForDataInBackgroundAndNotify();
+    settle();
+    QCOMPARE(notices.size(), 1);
+    pipe.reader().waitForDataInBackgroundAndNotify();
+    settle();
+    QCOMPARE(notices.size(), 1);
+    pipe.reader().setPace(std::chrono::milliseconds(1));
+    QTRY_COMPARE(notices.size(), 2);
+}
+
+void TestReadHandle::pace_doesNotKeepTheEndApart() {
+    OpenPipe pipe;
+    QSignalSpy notices(&pipe.reader(), &ReadHandle::dataAvailable);
+    pipe.reader().setPace(std::chrono::hours(1));
+    pipe.reader().allowRepeatedEnd();
+    pipe.closeChildEnd();
+    for (int arming = 1; arming <= 3; ++arming) {
+        pipe.reader().waitForDataInBackgroundAndNotify();
+        settle();
+        QCOMPARE(notices.size(), arming);
+        pipe.reader().availableData();
+    }
 }
 
 void TestReadHandle::availableData_tellsWhatHappened() {
