@@ -1,6 +1,7 @@
 #include "tool/ChildProcess.h"
 
 #include "tool/Pipe.h"
+#include "tool/ProcessDescriptor.h"
 #include "tool/Spawn.h"
 
 #include <QSocketNotifier>
@@ -8,7 +9,6 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -17,15 +17,6 @@ namespace {
 /// How long a group may take to end by itself before it is killed.
 constexpr auto graceBeforeKill = std::chrono::seconds(2);
 constexpr auto pollInterval = std::chrono::milliseconds(10);
-
-/// A descriptor that becomes readable when the process ends; none where there are no such things.
-FileDescriptor openProcess([[maybe_unused]] pid_t pid) {
-#ifdef SYS_pidfd_open
-    return FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)));
-#else
-    return {};
-#endif
-}
 
 QString reasonFor(const QString &what, int error) {
     return what + QLatin1String(": ") + qt_error_string(error);

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "tool/FileDescriptor.h"
+
+#include <sys/types.h>
+
+/// A descriptor that stands for the process \a pid and for no other that gets its number later;
+/// it becomes readable when the process ends. None where the system has no such things.
+FileDescriptor openProcess(pid_t pid);
+
+/// Sends \a signal to \a process, if it has not ended.
+void signalProcess(const FileDescriptor &process, int signal);
