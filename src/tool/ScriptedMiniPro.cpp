@@ -6,13 +6,16 @@
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "tool/Console.h"
+#include "tool/PipeHolders.h"
 #include "tool/ReadHandle.h"
 #include "tool/ResultsFile.h"
 
 #include <QEventLoop>
 #include <QStringList>
+#include <QTimer>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace {
@@ -22,6 +25,12 @@ constexpr qint32 toleratedEmptyReads = 50;
 
 /// How much of standard error may wait, in bytes, for standard output to reach a line start.
 constexpr qsizetype mostWaitingErrors = qsizetype(32) * 1024;
+
+/// How often something that the tool left behind is listened to: often enough to be followed, and
+/// seldom enough to leave the window and the processor alone.
+constexpr auto paceAfterTheRun = std::chrono::milliseconds(40);
+/// How long it may take to notice that nobody listens any more.
+constexpr auto graceAfterClosing = std::chrono::seconds(2);
 
 constexpr qsizetype largestCollectedOutput =
     qsizetype(256) * 1024 * 1024 / qsizetype(sizeof(QChar));
@@ -133,6 +142,8 @@ int ScriptedMiniPro::runToTheEnd(QLatin1String messageStart) {
     waitUntilExit();
     takeWhatThePipesHold();
     outputTaken_ = true;
+    for (ReadHandle *handle : {outFile, errFile})
+        handle->setPace(paceAfterTheRun);
     showPendingTails();
     const QString message = messageStart + QString::number(task.terminationStatus());
     log_.write(QLatin1Char('\n') + message);
@@ -188,7 +199,9 @@ void ScriptedMiniPro::appendDataFrom_to(ReadHandle *handle, QString &text) {
     if (handle == outFile)
         completeErrorLine();
     const std::optional<QByteArray> chunk = availableDataOrError(handle);
-    if (!chunk || chunk->isEmpty())
+    const bool isEmpty = !chunk || chunk->isEmpty();
+    setPrintingLate(handle, outputTaken_ && !isEmpty);
+    if (isEmpty)
         countEmptyRead(handle);
     else if (handle == errFile && errorsMustWait())
         keepErrorsWaiting(*chunk);
@@ -269,6 +282,16 @@ void ScriptedMiniPro::completeErrorLine() {
         handleChunk(errFile, rest, mstroutput);
 }
 
+void ScriptedMiniPro::setPrintingLate(ReadHandle *handle, bool printing) {
+    const bool before = stillPrinting();
+    if (printing)
+        latePrinters_.insert(handle);
+    else
+        latePrinters_.remove(handle);
+    if (stillPrinting() != before)
+        emit stillPrintingChanged(stillPrinting());
+}
+
 void ScriptedMiniPro::countEmptyRead(ReadHandle *handle) {
     if (handle == outFile)
         releaseErrors();
@@ -304,6 +327,20 @@ void ScriptedMiniPro::stopListening() {
     disconnect(&task, &ChildProcess::terminated, this, nullptr);
     showPendingTails();
     closeIfDone();
+    for (ReadHandle *handle : {outFile, errFile})
+        setPrintingLate(handle, false);
+}
+
+// The child's group is not signalled: it may have ended with the child, and its number may be
+// another's by now. Who writes to a pipe that nobody reads is ended by the system; who prefers not
+// to be is found by the pipe.
+void ScriptedMiniPro::endLatePrinters() {
+    QList<PipeIdentity> pipes;
+    for (const Pipe *pipe : {&stdoutPipe, &stderrorPipe})
+        if (const auto identity = pipeIdentity(pipe->ownEnd()))
+            pipes.append(*identity);
+    stopListening();
+    QTimer::singleShot(graceAfterClosing, this, [pipes] { killHoldersOf(pipes); });
 }
 
 void ScriptedMiniPro::childEnded() {
@@ -338,7 +375,10 @@ void ScriptedMiniPro::tellConsole(void (Console::*what)()) {
 }
 
 void ScriptedMiniPro::stop() {
-    task.stop();
+    if (stillPrinting())
+        endLatePrinters();
+    else
+        task.stop();
 }
 
 bool ScriptedMiniPro::isRunning() const {

@@ -10,6 +10,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 #include <QString>
 
 #include <optional>
@@ -60,7 +61,8 @@ public:
     int list(const QString &term);
 
     /// Ends the run: the child's whole group is asked to terminate and killed two seconds later.
-    /// launch() returns when the child is gone. Does nothing unless a child is running.
+    /// launch() returns when the child is gone. After the run, ends what still prints: the pipes
+    /// are closed, and who has not ended two seconds later is killed. Otherwise does nothing.
     void stop();
 
     /// True from the start of the child until it has been reaped.
@@ -75,6 +77,9 @@ public:
     bool killedBySignal() const;
     /// True until the 51st empty read; output that arrives later is nobody's.
     bool isListening() const;
+    /// True if something that the tool left behind has printed after the run and has not ended its
+    /// output since.
+    bool stillPrinting() const { return !latePrinters_.isEmpty(); }
     /// What both streams have printed, in the order of arrival. Grows up to a limit of 256 MiB of
     /// memory: the piece that would pass it is cut there, and later pieces are shown and logged
     /// but no longer collected. After releaseOutput() it is saidTail().
@@ -109,9 +114,12 @@ public:
 signals:
     /// The tool has said something: facts() may hold more.
     void said();
+    /// stillPrinting() has become \a printing.
+    void stillPrintingChanged(bool printing);
 
 private:
     void handleChunk(ReadHandle *handle, const QByteArray &chunk, QString &text);
+    void setPrintingLate(ReadHandle *handle, bool printing);
     void countEmptyRead(ReadHandle *handle);
     void repeatEndsOnceAllIsSaid();
     void show(const QString &piece, ToolStream stream, QString &text);
@@ -120,6 +128,7 @@ private:
     void releaseErrors();
     void completeErrorLine();
     void stopListening();
+    void endLatePrinters();
     void childEnded();
     void closeIfDone();
 
@@ -167,4 +176,5 @@ private:
     bool listening_ = true;
     /// What the pipes held when the child ended has been taken; what comes now is of others.
     bool outputTaken_ = false;
+    QSet<ReadHandle *> latePrinters_;
 };

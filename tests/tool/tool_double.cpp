@@ -45,11 +45,14 @@ void waitUntilTaken(int stream) {
         takeABreath();
 }
 
-/// Waits until the test makes the file in the working folder.
+/// Waits until the test makes the file in the working folder, or is over and has removed that.
 void waitToGoOn() {
     struct stat facts {};
-    while (stat(goOnFile, &facts) != 0)
+    while (stat(goOnFile, &facts) != 0) {
+        if (stat(".", &facts) != 0 || facts.st_nlink == 0)
+            _exit(97);
         takeABreath();
+    }
 }
 
 [[noreturn]] void hang() {
@@ -109,6 +112,22 @@ int leaveGrandchild(int stream, int closed = -1) {
         say(stream, "late words");
         _exit(0);
     }
+    return 0;
+}
+
+/// Leaves a process behind that prints for ever, and says which. A stubborn one cannot be asked to
+/// end, by a signal or by a closed pipe.
+int leaveFlood(bool stubborn) {
+    const pid_t child = fork();
+    if (child == 0) {
+        if (stubborn)
+            for (const int number : {SIGPIPE, SIGTERM, SIGHUP})
+                signal(number, SIG_IGN);
+        for (;;)
+            if (write(1, "on and on\n", 10) < 0)
+                takeABreath();
+    }
+    say(2, std::to_string(child) + "\n");
     return 0;
 }
 
@@ -266,6 +285,8 @@ constexpr Behaviour behaviours[] = {
     {"leave-grandchild", [] { return leaveGrandchild(1); }},
     {"leave-grandchild-on-output", [] { return leaveGrandchild(1, 2); }},
     {"leave-grandchild-on-error", [] { return leaveGrandchild(2, 1); }},
+    {"leave-flood", [] { return leaveFlood(false); }},
+    {"leave-stubborn-flood", [] { return leaveFlood(true); }},
     {"deaf-grandchild", deafGrandchild},
     {"logic-test", logicTest},
     {"logic-flood", logicFlood},

@@ -1,6 +1,8 @@
 #include "ToolBench.h"
 
 #include <QElapsedTimer>
+#include <QRegularExpression>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
@@ -15,6 +17,11 @@ private slots:
     void stop_endsARunThatIgnoresTheRequest();
     void stop_endsASearchThatWaitsForEver();
     void stop_beforeAndAfterARunDoesNothing();
+    void stop_endsWhatPrintsOnAfterTheRun_data();
+    void stop_endsWhatPrintsOnAfterTheRun();
+    void stop_leavesAloneWhatIsSilentAfterTheRun();
+    void stillPrinting_isFromTheFirstLateWordToTheEnd();
+    void lateOutput_comesInMeasure();
 };
 
 namespace {
@@ -29,6 +36,19 @@ void stopOnce(ScriptedMiniPro &run, QTimer &clock, Ready ready) {
         run.stop();
     });
     clock.start(1);
+}
+
+/// The line that the tool's double prints with the number of a process.
+QString numberIn(const QString &output) {
+    static const QRegularExpression line(QStringLiteral("^(\\d+)$"),
+                                         QRegularExpression::MultilineOption);
+    return line.match(output).captured(1);
+}
+
+/// No such process, or nothing but its entry waiting for an unhurried parent.
+bool isGone(const QString &pid) {
+    QFile facts(QStringLiteral("/proc/%1/stat").arg(pid));
+    return !facts.open(QIODevice::ReadOnly) || facts.readAll().contains(") Z ");
 }
 
 } // namespace
@@ -80,6 +100,72 @@ void TestToolRunStop::stop_beforeAndAfterARunDoesNothing() {
     QCOMPARE(run->launch(), 0);
     run->stop();
     QVERIFY(!run->stopRequested());
+}
+
+void TestToolRunStop::stop_endsWhatPrintsOnAfterTheRun_data() {
+    QTest::addColumn<QByteArray>("behaviour");
+    QTest::newRow("ends with its pipe") << QByteArray("leave-flood");
+    QTest::newRow("cannot be asked") << QByteArray("leave-stubborn-flood");
+}
+
+void TestToolRunStop::stop_endsWhatPrintsOnAfterTheRun() {
+    QFETCH(QByteArray, behaviour);
+    ToolBench bench;
+    bench.useDouble(behaviour.constData());
+    const qsizetype descriptors = ToolBench::openDescriptors();
+    const auto run = bench.newRun();
+    QCOMPARE(run->launch(), 0);
+    const QString flood = numberIn(run->collectedOutput());
+    QTRY_VERIFY(run->stillPrinting());
+    QVERIFY(!isGone(flood));
+
+    run->stop();
+    QVERIFY(!run->stillPrinting());
+    const qsizetype printed = run->collectedOutput().size();
+    QTRY_VERIFY(isGone(flood));
+    QCOMPARE(run->collectedOutput().size(), printed);
+    QTRY_COMPARE(ToolBench::openDescriptors(), descriptors);
+    // It was the run's own end that counts, not this.
+    QVERIFY(!run->stopRequested());
+}
+
+void TestToolRunStop::stop_leavesAloneWhatIsSilentAfterTheRun() {
+    ToolBench bench;
+    bench.useDouble("leave-grandchild");
+    const auto run = bench.newRun();
+    QCOMPARE(run->launch(), 0);
+    QVERIFY(!run->stillPrinting());
+    run->stop();
+    ToolBench::createFile(bench.path("go-on"));
+    QTRY_COMPARE(run->collectedOutput(), QStringLiteral("parent donelate words"));
+}
+
+void TestToolRunStop::stillPrinting_isFromTheFirstLateWordToTheEnd() {
+    ToolBench bench;
+    bench.useDouble("leave-grandchild");
+    const auto run = bench.newRun();
+    QSignalSpy changes(run.get(), &ScriptedMiniPro::stillPrintingChanged);
+    run->launch();
+    QCOMPARE(changes.count(), 0);
+    ToolBench::createFile(bench.path("go-on"));
+    QTRY_COMPARE(changes.count(), 2);
+    QCOMPARE(changes[0].first().toBool(), true);
+    QCOMPARE(changes[1].first().toBool(), false);
+    QVERIFY(!run->stillPrinting());
+}
+
+void TestToolRunStop::lateOutput_comesInMeasure() {
+    ToolBench bench;
+    bench.useDouble("leave-flood");
+    const auto run = bench.newRun();
+    run->launch();
+    QTRY_VERIFY(run->stillPrinting());
+    QElapsedTimer time;
+    time.start();
+    const qsizetype before = bench.log.lines.size();
+    QTRY_VERIFY(bench.log.lines.size() >= before + 10);
+    QVERIFY2(time.elapsed() >= 300, "a flood leaves the window time for other things");
+    run->stop();
 }
 
 QTEST_GUILESS_MAIN(TestToolRunStop)
