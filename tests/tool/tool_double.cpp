@@ -94,6 +94,23 @@ int splitCharacter() {
     return 0;
 }
 
+/// Says its number, and when that has been taken much more than one read takes; then ends at once.
+int leaveMuchInThePipe() {
+    constexpr int size = 1024 * 1024;
+    if (fcntl(1, F_SETPIPE_SZ, size) < size)
+        return 96;
+    say(1, std::to_string(getpid()) + "\n");
+    waitUntilTaken(1);
+    say(1, std::string(size, 'x'));
+    return 0;
+}
+
+int printWhenLetOn() {
+    waitToGoOn();
+    say(1, "after all");
+    return 0;
+}
+
 int closeOutputEarly() {
     say(1, "last words");
     close(1);
@@ -272,6 +289,8 @@ constexpr Behaviour behaviours[] = {
     {"ignore-terminate", ignoreTerminate},
     {"megabyte", megabyte},
     {"endless", endless},
+    {"leave-much-in-the-pipe", leaveMuchInThePipe},
+    {"print-when-let-on", printWhenLetOn},
     {"invalid-text",
      [] {
          return say(1, "a\xff"

@@ -1,8 +1,8 @@
+#include "Processes.h"
 #include "tool/ChildProcess.h"
 #include "tool/Pipe.h"
 
 #include <QDir>
-#include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -69,12 +69,6 @@ public:
     Pipe error{Pipe::Direction::FromChild};
     ChildProcess process;
 };
-
-/// No such process, or nothing but its entry waiting for an unhurried parent.
-bool isGone(const QString &pid) {
-    QFile facts(QStringLiteral("/proc/%1/stat").arg(pid));
-    return !facts.open(QIODevice::ReadOnly) || facts.readAll().contains(") Z ");
-}
 
 } // namespace
 

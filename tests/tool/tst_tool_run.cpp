@@ -4,6 +4,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <cstring>
 
 /// What one run does from its start to its exit message.
 class TestToolRun : public QObject {
@@ -22,6 +23,7 @@ private slots:
     void launch_meansTheProgramsOwnFilesByRelativePaths();
     void launch_leavesAnOpenEmptyInput();
     void list_leavesTheAnswerInTheFile();
+    void list_beginsWithAnEmptyText();
     void list_replacesTheAnswerBefore();
     void list_meansTheProgramsOwnFileByARelativePath();
     void list_logsEachStep();
@@ -211,6 +213,21 @@ void TestToolRun::list_leavesTheAnswerInTheFile() {
     QCOMPARE(run->collectedOutput(), QStringLiteral("listed\n"));
     bench.serviceQueue();
     QCOMPARE(bench.console.text(), QStringLiteral("listed\nminipro list has exited with status 0"));
+}
+
+void TestToolRun::list_beginsWithAnEmptyText() {
+    ToolBench bench;
+    bench.useDouble("list");
+    const auto run = bench.newRun();
+    ReadHandle handle;
+    handle.setReadFunction([](int, void *bytes, size_t) -> ssize_t {
+        memcpy(bytes, "earlier", 7);
+        return 7;
+    });
+    run->outData(&handle);
+    QCOMPARE(run->collectedOutput(), QStringLiteral("earlier"));
+    run->list(QStringLiteral("27C"));
+    QCOMPARE(run->collectedOutput(), QStringLiteral("listed\n"));
 }
 
 void TestToolRun::list_replacesTheAnswerBefore() {

@@ -1,11 +1,16 @@
+#include "Processes.h"
 #include "ToolBench.h"
 
+#include <QDeadlineTimer>
+#include <QSignalSpy>
 #include <QTest>
+#include <QThread>
 #include <QTimer>
 
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <unistd.h>
 
 /// How output is taken from the pipes and where it goes.
 class TestToolRunOutput : public QObject {
@@ -18,15 +23,18 @@ private slots:
     void output_thatIsNoTextIsShownAsReplacements();
     void output_keepsALeadingByteOrderMark();
     void output_putsASplitCharacterTogetherPerStream();
+    void output_thatThePipesHoldAtTheEndIsTaken();
     void console_isToldLaterAndNeverDirectly();
     void console_orRunMayBeGoneWhenTheQueueIsServiced();
     void collectedOutput_stopsGrowingAtItsLimit();
     void collectedOutput_isReleasedButForItsTail();
     void releasedOutput_takesLateWordsInBoundedMemory();
     void saidTail_beginsWithAWholeCharacter();
+    void handle_isArmedAgainByTheReadItself();
     void interruptedRead_isTriedAgainAndNotCounted();
     void failedRead_countsAsEmpty();
     void emptyReads_the51stEndsTheListening();
+    void emptyReads_leaveTheToolItsPipes();
     void emptyReads_areRareWhileTheChildLivesOn();
     void grandchild_holdsNothingAndItsLateWordsFollow_data();
     void grandchild_holdsNothingAndItsLateWordsFollow();
@@ -96,6 +104,39 @@ void TestToolRunOutput::output_putsASplitCharacterTogetherPerStream() {
     const auto run = bench.newRun();
     run->launch();
     QCOMPARE(run->collectedOutput(), QStringLiteral("cafbetween, \u00e9"));
+}
+
+namespace {
+
+/// Takes so long over the first piece, which is the tool's number, that the tool has ended by then.
+class SlowConsole final : public Console {
+public:
+    void appendText(const QString &text) override {
+        const QDeadlineTimer patience(std::chrono::seconds(20));
+        while (isFirst_ && !isGone(text.trimmed()) && !patience.hasExpired())
+            QThread::yieldCurrentThread();
+        isFirst_ = false;
+    }
+    void beginRun() override {}
+    void endRun() override {}
+
+private:
+    bool isFirst_ = true;
+};
+
+} // namespace
+
+void TestToolRunOutput::output_thatThePipesHoldAtTheEndIsTaken() {
+    ToolBench bench;
+    bench.useDouble("leave-much-in-the-pipe");
+    SlowConsole console;
+    const auto run = bench.newRun();
+    run->setOutputView(&console);
+    const int status = run->launch();
+    if (status == 96)
+        QSKIP("pipes cannot be made larger here");
+    QCOMPARE(status, 0);
+    QCOMPARE(run->collectedOutput().count(QLatin1Char('x')), 1024 * 1024);
 }
 
 void TestToolRunOutput::console_isToldLaterAndNeverDirectly() {
@@ -201,6 +242,19 @@ void TestToolRunOutput::saidTail_beginsWithAWholeCharacter() {
     run->appendDataFrom_to(&handle, text);
     QCOMPARE(text.size(), 32 * 1024 - 1);
     QCOMPARE(text.front(), QLatin1Char('x'));
+void TestToolRunOutput::handle_isArmedAgainByTheReadItself() {
+    ToolBench bench;
+    const auto run = bench.newRun();
+    Pipe pipe(Pipe::Direction::FromChild);
+    QVERIFY(pipe.open());
+    ReadHandle *handle = pipe.fileHandleForReading();
+    QSignalSpy notices(handle, &ReadHandle::dataAvailable);
+    QCOMPARE(::write(pipe.childEnd(), "one", 3), 3);
+    QString text;
+    run->appendDataFrom_to(handle, text);
+    QCOMPARE(text, QStringLiteral("one"));
+    QCOMPARE(::write(pipe.childEnd(), "two", 3), 3);
+    QTRY_COMPARE(notices.count(), 1);
 }
 
 void TestToolRunOutput::interruptedRead_isTriedAgainAndNotCounted() {
@@ -262,6 +316,23 @@ void TestToolRunOutput::emptyReads_the51stEndsTheListening() {
     QCOMPARE(bench.linesOfOutput(), QStringList());
     QCOMPARE(bench.log.count(QStringLiteral("Task terminated")), 0);
     QCOMPARE(bench.log.lines.last(), QStringLiteral("\nminipro has exited with status 1"));
+}
+
+void TestToolRunOutput::emptyReads_leaveTheToolItsPipes() {
+    ToolBench bench;
+    bench.useDouble("print-when-let-on");
+    const auto run = bench.newRun();
+    ReadHandle handle;
+    handle.setReadFunction([](int, void *, size_t) -> ssize_t { return 0; });
+    QTimer::singleShot(0, &bench.queue, [&] {
+        QString text;
+        for (int read = 1; read <= 51; ++read)
+            run->appendDataFrom_to(&handle, text);
+        ToolBench::createFile(bench.path("go-on"));
+    });
+    // A tool that prints into a closed pipe would be ended by that.
+    QCOMPARE(run->launch(), 0);
+    QVERIFY(!run->isListening());
 }
 
 void TestToolRunOutput::emptyReads_areRareWhileTheChildLivesOn() {

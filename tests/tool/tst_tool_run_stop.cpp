@@ -1,3 +1,4 @@
+#include "Processes.h"
 #include "ToolBench.h"
 
 #include <QElapsedTimer>
@@ -43,12 +44,6 @@ QString numberIn(const QString &output) {
     static const QRegularExpression line(QStringLiteral("^(\\d+)$"),
                                          QRegularExpression::MultilineOption);
     return line.match(output).captured(1);
-}
-
-/// No such process, or nothing but its entry waiting for an unhurried parent.
-bool isGone(const QString &pid) {
-    QFile facts(QStringLiteral("/proc/%1/stat").arg(pid));
-    return !facts.open(QIODevice::ReadOnly) || facts.readAll().contains(") Z ");
 }
 
 } // namespace
