@@ -45,14 +45,25 @@ void waitUntilTaken(int stream) {
         takeABreath();
 }
 
-/// Waits until the test makes the file in the working folder, or is over and has removed that.
+/// Ends this process if the test is over and has removed the working folder.
+void endWithTheTest() {
+    struct stat facts {};
+    if (stat(".", &facts) != 0 || facts.st_nlink == 0)
+        _exit(97);
+}
+
+/// Waits until the test makes the file in the working folder.
 void waitToGoOn() {
     struct stat facts {};
     while (stat(goOnFile, &facts) != 0) {
-        if (stat(".", &facts) != 0 || facts.st_nlink == 0)
-            _exit(97);
+        endWithTheTest();
         takeABreath();
     }
+}
+
+/// Tells the test that there is nothing more to wait for.
+void makeAllSaidFile() {
+    close(open(allSaidFile, O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
 }
 
 [[noreturn]] void hang() {
@@ -140,9 +151,12 @@ int leaveFlood(bool stubborn) {
         if (stubborn)
             for (const int number : {SIGPIPE, SIGTERM, SIGHUP})
                 signal(number, SIG_IGN);
-        for (;;)
-            if (write(1, "on and on\n", 10) < 0)
-                takeABreath();
+        for (;;) {
+            if (write(1, "on and on\n", 10) > 0)
+                continue;
+            endWithTheTest();
+            takeABreath();
+        }
     }
     say(2, std::to_string(child) + "\n");
     return 0;
@@ -175,13 +189,46 @@ int logicTest() {
     return 1;
 }
 
-/// More errors than may wait for the row to end, which it never does.
+/// More errors than may wait for the row to end, and one more when the row has gone on.
 int logicFlood() {
     say(1, "0000: 0  H");
     waitUntilTaken(1);
     say(2, std::string(48 * 1024, 'e'));
     waitUntilTaken(2);
-    say(1, " end");
+    say(2, "and more");
+    waitUntilTaken(2);
+    say(1, "  H");
+    waitUntilTaken(1);
+    say(2, "verdict\n");
+    waitUntilTaken(2);
+    say(1, "  \n");
+    return 0;
+}
+
+/// An error within a row that never ends; the tool ends when the test lets it.
+int logicWithinRow() {
+    say(1, "0000: 0  H");
+    waitUntilTaken(1);
+    say(2, "verdict\n");
+    waitUntilTaken(2);
+    makeAllSaidFile();
+    waitToGoOn();
+    return 0;
+}
+
+/// An error within a row that never ends, and a process that stays: it has more errors to tell, and
+/// keeps both streams open.
+int logicLeavesGrandchild() {
+    say(1, "0000: 0  H");
+    waitUntilTaken(1);
+    say(2, "verdict\n");
+    waitUntilTaken(2);
+    if (fork() == 0) {
+        waitToGoOn();
+        say(2, "late words");
+        for (;; takeABreath())
+            endWithTheTest();
+    }
     return 0;
 }
 
@@ -222,7 +269,7 @@ int logicSplitError() {
     say(2, "ABCD\nUSB speed: 12Mbps\n");
     say(1, "      1  2  \n0000: 0  H  \n");
     say(2, "Logic test successful.\n");
-    close(open(allSaidFile, O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
+    makeAllSaidFile();
     return 0;
 }
 
@@ -309,6 +356,8 @@ constexpr Behaviour behaviours[] = {
     {"deaf-grandchild", deafGrandchild},
     {"logic-test", logicTest},
     {"logic-flood", logicFlood},
+    {"logic-within-row", logicWithinRow},
+    {"logic-leaves-grandchild", logicLeavesGrandchild},
     {"logic-small-pipe", logicSmallPipe},
     {"logic-broken-off", logicBrokenOff},
     {"logic-both-streams", logicBothStreams},

@@ -18,6 +18,8 @@ private slots:
     void tooManyErrors_doNotWaitForEver();
     void errorsThatWait_neverStallTheTool();
     void errorsThatWait_areTakenWhenTheTableBreaksOff();
+    void errorsThatWait_areTakenAtTheToolsEnd();
+    void errorsThatWait_areTakenWhenTheListeningEnds();
     void results_areTheRawBytesOfBothStreams();
     void results_ofTheRunBeforeAreRemoved();
     void results_withoutAFileBeforeNothingIsLogged();
@@ -82,7 +84,7 @@ void TestToolRunLogic::tooManyErrors_doNotWaitForEver() {
     ToolBench bench;
     QCOMPARE(runLogicTest(bench, "logic-flood"), 0);
     QCOMPARE(ToolBench::contentsOf(bench.path("temp_logtest.bin")),
-             "0000: 0  H" + QByteArray(48 * 1024, 'e') + " end");
+             "0000: 0  H" + QByteArray(48 * 1024, 'e') + "and more  H  \nverdict\n");
 }
 
 void TestToolRunLogic::errorsThatWait_neverStallTheTool() {
@@ -108,6 +110,42 @@ void TestToolRunLogic::errorsThatWait_areTakenWhenTheTableBreaksOff() {
     clock.start(1);
     QCOMPARE(run->launch(), 0);
     QVERIFY(shown);
+}
+
+void TestToolRunLogic::errorsThatWait_areTakenAtTheToolsEnd() {
+    ToolBench bench;
+    bench.useDouble("logic-leaves-grandchild");
+    const auto run = bench.newRun();
+    run->setLogicOperation();
+    QCOMPARE(run->launch(), 0);
+    bench.serviceQueue();
+    const QString atExit = QStringLiteral("0000: 0  Hverdict\nminipro has exited with status 0");
+    QCOMPARE(bench.console.text(), atExit);
+    // The row will never end now, so nothing waits for it.
+    ToolBench::createFile(bench.path("go-on"));
+    QTRY_COMPARE(bench.console.text(), atExit + QLatin1String("late words"));
+}
+
+void TestToolRunLogic::errorsThatWait_areTakenWhenTheListeningEnds() {
+    ToolBench bench;
+    bench.useDouble("logic-within-row");
+    const auto run = bench.newRun();
+    run->setLogicOperation();
+    ReadHandle ended;
+    ended.setReadFunction([](int, void *, size_t) -> ssize_t { return 0; });
+    QTimer clock;
+    connect(&clock, &QTimer::timeout, run.get(), [&] {
+        if (!QFile::exists(bench.path("all-said")))
+            return;
+        clock.stop();
+        QString text;
+        for (int read = 1; read <= 51; ++read)
+            run->appendDataFrom_to(&ended, text);
+        ToolBench::createFile(bench.path("go-on"));
+    });
+    clock.start(1);
+    QCOMPARE(run->launch(), 0);
+    QCOMPARE(run->collectedOutput(), QStringLiteral("0000: 0  Hverdict\n"));
 }
 
 void TestToolRunLogic::results_areTheRawBytesOfBothStreams() {
