@@ -1,7 +1,9 @@
 #pragma once
 
 #include "Chips.h"
+#include "Environment.h"
 #include "LogicParts.h"
+#include "parts/ProgrammerModel.h"
 
 #include <optional>
 #include <string>
@@ -9,15 +11,18 @@
 
 namespace sim {
 
-/// The memory of that name: one known by heart, or one of a family whose names tell technology
-/// and size.
-std::optional<Chip> findChip(const std::string &name);
+/// The memory of that name: one known by heart, or one whose name tells technology and size.
+/// Nothing when the device list of `dialect` does not hold the name.
+std::optional<Chip> findChip(const std::string &name, Dialect dialect);
 
-/// The logic IC of that name; null when there is none.
-const LogicPart *findLogicPart(const std::string &name);
+/// The logic IC of that name; nothing when there is none. One that the simulator has no model of
+/// has no vectors.
+std::optional<LogicPart> findLogicPart(const std::string &name);
 
-/// The names that hold `term` in any case, as the tool lists them: logic ICs first, unsorted,
-/// "(custom)" after a user's own entries. Every name listed is a device that can be used.
-std::vector<std::string> listDevices(const std::string &term);
+/// The names that hold `term` in any case, as the tool lists them for `model`: logic ICs first,
+/// unsorted, "(custom)" after a user's own entries. Every name listed is a device that can be
+/// used, without that suffix.
+std::vector<std::string> listDevices(const std::string &term, ProgrammerModel model,
+                                     Dialect dialect);
 
 } // namespace sim

@@ -34,7 +34,6 @@ struct Chip {
     int pins = 8;
     std::optional<ChipId> id = std::nullopt;
     Protection protection = Protection::None;
-    bool custom = false; ///< a user's own entry: listed with "(custom)" after its name
 };
 
 /// The memories that the simulator knows by heart.

@@ -61,11 +61,6 @@ const std::vector<Gate> hex74{{{1}, 2}, {{3}, 4}, {{5}, 6}, {{9}, 8}, {{11}, 10}
 const std::vector<Gate> triple74{{{1, 2, 13}, 12}, {{3, 4, 5}, 6}, {{9, 10, 11}, 8}};
 const std::vector<Gate> dual74{{{1, 2, 4, 5}, 6}, {{9, 10, 12, 13}, 8}};
 
-LogicPart ownEntry(LogicPart part) {
-    part.custom = true;
-    return part;
-}
-
 } // namespace
 
 std::vector<LogicPart> gateParts() {
@@ -84,7 +79,6 @@ std::vector<LogicPart> gateParts() {
         gates("7420", dual74, negatedConjunction),
         gates("7432", quad74, disjunction),
         gates("7486", quad74, oddParity),
-        ownEntry(gates("7400-BENCH", quad74, negatedConjunction)),
     };
 }
 

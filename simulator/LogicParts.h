@@ -12,7 +12,6 @@ struct LogicPart {
     std::string name;
     int pins = 14;
     std::vector<LogicRow> rows;
-    bool custom = false; ///< a user's own entry: listed with "(custom)" after its name
 };
 
 /// Every logic IC that the simulator can test.

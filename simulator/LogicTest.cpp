@@ -63,6 +63,8 @@ Outcome reportVerdict(int errors) {
 } // namespace
 
 Outcome testLogicPart(const LogicPart &part, const Environment &environment) {
+    if (part.rows.empty())
+        return testNothing(part.pins);
     if (environment.has(Fault::Overcurrent))
         return reportOvercurrent(false);
     const std::size_t noPin = part.rows.front().letters().size();

@@ -54,11 +54,6 @@ Chip serialFlash(std::string name, std::size_t size, std::uint32_t id) {
             .protection = Protection::Software};
 }
 
-Chip ownEntry(Chip chip) {
-    chip.custom = true;
-    return chip;
-}
-
 void append(std::vector<Chip> &all, std::vector<Chip> more) {
     for (Chip &chip : more)
         all.push_back(std::move(chip));
@@ -110,7 +105,6 @@ std::vector<Chip> eproms() {
         uvEprom("M27C1001@DIP32", 128 * kib, 32, 0x2005),
         uvEprom("M27C2001@DIP32", 256 * kib, 32, 0x2061),
         uvEprom("M27C4001@PLCC32", 512 * kib, 32, 0x2041),
-        ownEntry(uvEprom("27C256-BENCH@DIP28", 32 * kib, 28, 0x0110)),
     };
 }
 

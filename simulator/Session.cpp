@@ -50,7 +50,8 @@ Outcome Session::showVersion() const {
         "     This is the simulator: it reaches no programmer and no chip\n"
         "Answers as:\tminipro 0.7.3\n"
         "Bench folder:\t" +
-        environment_.bench.string() + "\n" + "Devices:\t" + std::to_string(listDevices({}).size()) +
+        environment_.bench.string() + "\n" + "Devices:\t" +
+        std::to_string(listDevices({}, ProgrammerModel::Tl866ii, environment_.dialect).size()) +
         ", " + std::to_string(logicParts().size()) + " of them logic ICs\n");
     return Outcome::Good;
 }
@@ -60,7 +61,8 @@ Outcome Session::search() const {
     if (environment_.has(Fault::NoProgrammer) && options_.programmerModel.empty() &&
         !userChoosesProgrammer())
         return Outcome::Failed;
-    for (const std::string &name : listDevices(options_.searchTerm))
+    for (const std::string &name :
+         listDevices(options_.searchTerm, ProgrammerModel::Tl866ii, environment_.dialect))
         std::printf("%s\n", name.c_str());
     return Outcome::Good;
 }
@@ -80,9 +82,9 @@ bool Session::programmerAnswers() const {
 Outcome Session::runOnDevice() const {
     if (!programmerAnswers())
         return Outcome::Failed;
-    if (const LogicPart *part = findLogicPart(options_.device))
+    if (const auto part = findLogicPart(options_.device))
         return runOnLogicPart(*part);
-    if (const auto chip = findChip(options_.device))
+    if (const auto chip = findChip(options_.device, environment_.dialect))
         return runOnMemory(*chip);
     say("Device " + options_.device + " not found!\n");
     return Outcome::Failed;
