@@ -45,6 +45,33 @@ bool writeReplaces(const Chip &chip) {
            chip.technology == Technology::ParallelEeprom;
 }
 
+bool hasChosenVoltages(const Chip &chip) {
+    return chip.technology == Technology::UvEprom;
+}
+
+int protocolOf(const Chip &chip) {
+    switch (chip.technology) {
+    case Technology::SerialEeprom:
+        return 0x01;
+    case Technology::SerialFlash:
+        return 0x03;
+    case Technology::ParallelFlash:
+        return 0x06;
+    case Technology::ParallelEeprom:
+        return 0x07;
+    case Technology::UvEprom:
+        return 0x0B;
+    case Technology::ErasableEprom:
+        break;
+    }
+    return 0x0D;
+}
+
+bool needsTsopAdapter(const Chip &chip) {
+    return chip.name.find("@TSOP48") != std::string::npos ||
+           chip.name.find("@TSOP56") != std::string::npos;
+}
+
 bool sameDeviceName(const std::string &one, const std::string &other) {
     return strcasecmp(one.c_str(), other.c_str()) == 0;
 }

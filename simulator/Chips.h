@@ -26,6 +26,14 @@ struct ChipId {
 
 enum class Protection { None, Software };
 
+/// What a chip is programmed with where the tool lets it be chosen.
+struct Voltages {
+    double programming = 12.5; ///< volts on VPP
+    double write = 5.5;        ///< volts on VDD
+    double verify = 5;         ///< volts on VCC
+    int pulse = 100;           ///< microseconds
+};
+
 /// A memory that the programmer can read and write.
 struct Chip {
     std::string name;
@@ -34,6 +42,7 @@ struct Chip {
     int pins = 8;
     std::optional<ChipId> id = std::nullopt;
     Protection protection = Protection::None;
+    Voltages voltages = {}; ///< of a chip whose voltages can be chosen
 };
 
 /// The memories that the simulator knows by heart.
@@ -44,6 +53,15 @@ std::size_t readBlock(const Chip &chip);
 
 /// Bytes that one progress update of a write stands for.
 std::size_t writePage(const Chip &chip);
+
+/// Whether the tool lets a user choose the voltages that the chip is programmed with.
+bool hasChosenVoltages(const Chip &chip);
+
+/// The number of the algorithm that the programmer runs for the chip.
+int protocolOf(const Chip &chip);
+
+/// Whether the chip stands on an adapter of its own that the programmer looks for.
+bool needsTsopAdapter(const Chip &chip);
 
 bool erasesInSocket(const Chip &chip);
 

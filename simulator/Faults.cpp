@@ -30,6 +30,8 @@ constexpr std::array faultTable{
     FaultEntry{"closes-output-early", Fault::ClosesOutputEarly, "works on, outputs closed"},
     FaultEntry{"bad-logic-pins", Fault::BadLogicPins,
                "the first output of a logic IC is stuck at 1"},
+    FaultEntry{"bootloader", Fault::Bootloader, "the programmer waits for new firmware"},
+    FaultEntry{"no-database", Fault::NoDatabase, "the files that list the devices are missing"},
 };
 
 std::string_view trimmed(std::string_view text) {

@@ -24,6 +24,8 @@ enum class Fault {
     LeavesGrandchild,
     ClosesOutputEarly,
     BadLogicPins,
+    Bootloader,
+    NoDatabase,
 };
 
 using Faults = std::set<Fault>;

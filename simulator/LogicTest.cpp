@@ -1,6 +1,7 @@
 #include "LogicTest.h"
 
 #include "Output.h"
+#include "Programmer.h"
 
 #include <cstdio>
 #include <string_view>
@@ -64,7 +65,7 @@ Outcome reportVerdict(int errors) {
 
 Outcome testLogicPart(const LogicPart &part, const Environment &environment) {
     if (part.rows.empty())
-        return testNothing(part.pins);
+        return testNothing(part.name, part.pins, environment);
     if (environment.has(Fault::Overcurrent))
         return reportOvercurrent(false);
     const std::size_t noPin = part.rows.front().letters().size();
@@ -80,7 +81,11 @@ Outcome testLogicPart(const LogicPart &part, const Environment &environment) {
     return reportVerdict(errors);
 }
 
-Outcome testNothing(int pins) {
+Outcome testNothing(const std::string &name, int pins, const Environment &environment) {
+    if (environment.dialect == Dialect::New) {
+        say(name + ": test vectors are not defined for this device type.\n");
+        return Outcome::Failed;
+    }
     printHeader(pins);
     return reportVerdict(0);
 }

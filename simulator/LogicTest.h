@@ -2,7 +2,9 @@
 
 #include "Environment.h"
 #include "LogicParts.h"
-#include "Programmer.h"
+#include "session/Outcome.h"
+
+#include <string>
 
 namespace sim {
 
@@ -10,7 +12,8 @@ namespace sim {
 /// standard error.
 Outcome testLogicPart(const LogicPart &part, const Environment &environment);
 
-/// What the tool makes of a logic test of a memory: a table without rows that always succeeds.
-Outcome testNothing(int pins);
+/// What the tool makes of a logic test of a device without vectors: a table without rows that
+/// always succeeds. The newer tool refuses it.
+Outcome testNothing(const std::string &name, int pins, const Environment &environment);
 
 } // namespace sim

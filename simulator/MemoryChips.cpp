@@ -27,8 +27,11 @@ Chip parallel(std::string name, Technology technology, std::size_t size, int pin
             .id = ChipId{id, 4}};
 }
 
-Chip uvEprom(std::string name, std::size_t size, int pins, std::uint32_t id) {
-    return parallel(std::move(name), Technology::UvEprom, size, pins, id);
+Chip uvEprom(std::string name, std::size_t size, int pins, std::uint32_t id,
+             const Voltages &voltages = {}) {
+    Chip chip = parallel(std::move(name), Technology::UvEprom, size, pins, id);
+    chip.voltages = voltages;
+    return chip;
 }
 
 Chip erasableEprom(std::string name, std::size_t size, std::uint32_t id) {
@@ -101,7 +104,7 @@ std::vector<Chip> eproms() {
         uvEprom("AM27C040@DIP32", 512 * kib, 32, 0x019B),
         uvEprom("AT27C256R@DIP28", 32 * kib, 28, 0x1E8C),
         uvEprom("M27C256B@DIP28", 32 * kib, 28, 0x208D),
-        uvEprom("M27C512@DIP28", 64 * kib, 28, 0x203D),
+        uvEprom("M27C512@DIP28", 64 * kib, 28, 0x203D, {.programming = 10, .write = 4}),
         uvEprom("M27C1001@DIP32", 128 * kib, 32, 0x2005),
         uvEprom("M27C2001@DIP32", 256 * kib, 32, 0x2061),
         uvEprom("M27C4001@PLCC32", 512 * kib, 32, 0x2041),

@@ -4,14 +4,13 @@
 #include "Chips.h"
 #include "CommandLine.h"
 #include "Environment.h"
+#include "session/Outcome.h"
 
 #include <chrono>
 #include <cstddef>
 #include <optional>
 
 namespace sim {
-
-enum class Outcome { Good, Failed };
 
 /// The simulated programmer with a memory in its socket. Every action reports on standard error
 /// in the tool's words and returns how it ended; FileError leaves it when the chip's file or that

@@ -15,13 +15,11 @@ public:
     [[nodiscard]] Outcome run() const;
 
 private:
-    [[nodiscard]] Outcome showVersion() const;
-    [[nodiscard]] Outcome search() const;
     [[nodiscard]] Outcome runOnDevice() const;
     [[nodiscard]] Outcome runOnLogicPart(const LogicPart &part) const;
     [[nodiscard]] Outcome runOnMemory(const Chip &chip) const;
-    [[nodiscard]] bool programmerAnswers() const;
-    void openSocket() const;
+    [[nodiscard]] Outcome missDevice() const;
+    void beginRun() const;
 
     const Options &options_;
     const Environment &environment_;

@@ -11,19 +11,25 @@ namespace {
 
 constexpr int unknownEnvironment = 2;
 
+void sayUsage(const sim::UsageError &error, const char *program) {
+    if (!error.message.empty())
+        sim::say(error.message + "\n");
+    sim::say(sim::usage(program));
+}
+
 int runSimulator(int argc, char *argv[]) {
     const auto environment = sim::readEnvironment();
     if (const auto *error = std::get_if<sim::EnvironmentError>(&environment)) {
         sim::say("minipro-sim: " + error->message + "\n");
         return unknownEnvironment;
     }
-    const auto options = sim::parseCommandLine(argc, argv);
+    const auto &surroundings = std::get<sim::Environment>(environment);
+    const auto options = sim::parseCommandLine(argc, argv, surroundings.dialect);
     if (const auto *error = std::get_if<sim::UsageError>(&options)) {
-        sim::say(error->message + "\n(-h shows the usage)\n");
+        sayUsage(*error, argv[0]);
         return EXIT_FAILURE;
     }
-    const sim::Session session(std::get<sim::Options>(options),
-                               std::get<sim::Environment>(environment));
+    const sim::Session session(std::get<sim::Options>(options), surroundings);
     return session.run() == sim::Outcome::Good ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 

@@ -21,12 +21,17 @@ TestBench::TestBench() {
     environment.remove(QStringLiteral("MINIPRO_SIM_CHIPS"));
     environment.remove(QStringLiteral("MINIPRO_SIM_FAULT"));
     environment.remove(QStringLiteral("MINIPRO_SIM_DIALECT"));
+    environment.remove(QStringLiteral("MINIPRO_HOME"));
     set(QStringLiteral("PACE"), QStringLiteral("instant"));
     set(QStringLiteral("BENCH"), path(QStringLiteral("bench")));
 }
 
 void TestBench::set(const QString &variable, const QString &value) {
     environment.insert(QStringLiteral("MINIPRO_SIM_") + variable, value);
+}
+
+void TestBench::setHome(const QString &home) {
+    environment.insert(QStringLiteral("MINIPRO_HOME"), home);
 }
 
 QString TestBench::path(const QString &name) const {
@@ -91,6 +96,19 @@ QByteArray readingText(int updates) {
 
 QByteArray writingText(int updates) {
     return progressText("Writing  Code...  ", "Writing Code...  ", updates);
+}
+
+QByteArray brokenProgress(const QByteArray &label, int updates, int total) {
+    QByteArray text;
+    for (int i = 0; i < updates; ++i)
+        text += "\r\x1b[K" + label + QByteArray::number(100 * i / total).rightJustified(2) + '%';
+    return text;
+}
+
+QByteArray usageText() {
+    return "minipro version 0.7.3     A free and open TL866 series programmer\n"
+           "Usage: minipro-sim [options]\n"
+           "See the manual page (type \"man minipro-sim\" for documentation)\n\n";
 }
 
 QByteArray withoutDurations(QByteArray text) {

@@ -26,6 +26,9 @@ public:
     /// Sets one of the MINIPRO_SIM_* variables for the runs to come, by the end of its name.
     void set(const QString &variable, const QString &value);
 
+    /// Sets the folder where the tool looks for its database besides its own.
+    void setHome(const QString &home);
+
     /// A file that is to be read or written, in the folder of this bench.
     [[nodiscard]] QString path(const QString &name) const;
     QString makeFile(const QString &name, const QByteArray &content) const;
@@ -52,6 +55,12 @@ QByteArray bannerText();
 QByteArray progressText(const QByteArray &counting, const QByteArray &finished, int updates);
 QByteArray readingText(int updates);
 QByteArray writingText(int updates);
+
+/// The first `updates` of `total` updates of a progress line that never comes to its end.
+QByteArray brokenProgress(const QByteArray &label, int updates, int total);
+
+/// What follows every complaint about the command line.
+QByteArray usageText();
 
 /// `text` with every duration ("0.13Sec") replaced by "T".
 QByteArray withoutDurations(QByteArray text);

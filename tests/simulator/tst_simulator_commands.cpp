@@ -1,39 +1,30 @@
 #include "SimulatorRun.h"
 
-#include <QRegularExpression>
-#include <QSet>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
-/// The command line and the device list.
+/// The command line: in what order and by what names options are taken, and what makes no sense.
 class TestSimulatorCommands : public QObject {
     Q_OBJECT
 
 private slots:
+    void init() { bench = std::make_unique<TestBench>(); }
+
     void order_ofTheOptions_doesNotMatter_data();
     void order_ofTheOptions_doesNotMatter();
+    void switches_byLetterAndByName_data();
+    void switches_byLetterAndByName();
+    void lastAction_wins();
+    void inquiry_isAnsweredAtOnce();
     void mistakes_data();
     void mistakes();
-    void emptyDevice_isNotFound();
-    void version_saysThatItIsTheSimulator();
-    void help_namesEveryFaultAndVariable();
-    void list_holdsTheTermInAnyCase();
-    void list_ofNothing_isEmpty();
-    void list_isLongAndPlain();
-    void list_startsWithLogicParts();
-    void list_isLongerInTheNewDialect();
-    void list_namesDevicesThatWork_data();
-    void list_namesDevicesThatWork();
+    void help_isTheUsage_data();
+    void help_isTheUsage();
+    void simulatorOption_namesEveryFaultAndVariable();
 
 private:
-    [[nodiscard]] QList<QByteArray> list(const QString &term) const {
-        QList<QByteArray> names = bench.run({u"-L"_s, term}).out.split('\n');
-        names.removeLast();
-        return names;
-    }
-
-    TestBench bench;
+    std::unique_ptr<TestBench> bench;
 };
 
 void TestSimulatorCommands::order_ofTheOptions_doesNotMatter_data() {
@@ -42,59 +33,129 @@ void TestSimulatorCommands::order_ofTheOptions_doesNotMatter_data() {
     QTest::newRow("device last") << u"-y -r read.bin -u -p 24C02"_s;
     QTest::newRow("switches joined") << u"-yseu -p24C02 -rread.bin"_s;
     QTest::newRow("end of options") << u"-p 24C02 -r read.bin --"_s;
+    QTest::newRow("by name") << u"--device 24C02 --read read.bin --no_id_error"_s;
+    QTest::newRow("by name, joined") << u"--device=24C02 --read=read.bin"_s;
+    QTest::newRow("by a shortened name") << u"--dev 24C02 --read read.bin"_s;
+    QTest::newRow("without effect on this chip")
+        << u"-p 24C02 -r read.bin -i -I -o vpp=12 -v -P -c code"_s;
 }
 
 void TestSimulatorCommands::order_ofTheOptions_doesNotMatter() {
     QFETCH(QString, command);
-    QCOMPARE(bench.run(command.split(u' ')), (Answer{0, {}, bannerText() + readingText(1)}));
+    QCOMPARE(bench->run(command.split(u' ')), (Answer{0, {}, bannerText() + readingText(1)}));
+}
+
+void TestSimulatorCommands::switches_byLetterAndByName_data() {
+    QTest::addColumn<QString>("letter");
+    QTest::addColumn<QString>("name");
+    const struct {
+        const char *letter;
+        const char *name;
+    } rows[] = {{"-E", "--erase"},
+                {"-b", "--blank_check"},
+                {"-T", "--logic_test"},
+                {"-D", "--read_id"},
+                {"-w blank.bin", "--write blank.bin"},
+                {"-w blank.bin -v", "--write blank.bin --skip_verify"},
+                {"-w blank.bin -e", "--write blank.bin --skip_erase"},
+                {"-w blank.bin -u", "--write blank.bin --unprotect"},
+                {"-w blank.bin -P", "--write blank.bin --protect"},
+                {"-w short.bin -s", "--write short.bin --no_size_error"},
+                {"-w short.bin -S", "--write short.bin --no_size_warning"},
+                {"-m blank.bin -x", "--verify blank.bin --skip_id"},
+                {"-m blank.bin -c data", "--verify blank.bin --page data"},
+                {"-r read.hex -f ihex", "--read read.hex --format ihex"}};
+    for (const auto &row : rows)
+        QTest::newRow(row.letter) << QString::fromLatin1(row.letter)
+                                  << QString::fromLatin1(row.name);
+}
+
+void TestSimulatorCommands::switches_byLetterAndByName() {
+    QFETCH(QString, letter);
+    QFETCH(QString, name);
+    bench->makeFile(u"blank.bin"_s, QByteArray(8 * 1024, '\xff'));
+    bench->makeFile(u"short.bin"_s, QByteArray(1024, '\xff'));
+    const auto answerTo = [this](const QString &words) {
+        return bench->run(u"-p AT28C64B "_s.append(words).split(u' '));
+    };
+    const Answer answer = answerTo(letter);
+    QVERIFY(answer.err.startsWith(bannerText()));
+    QCOMPARE(answerTo(name), answer);
+}
+
+void TestSimulatorCommands::lastAction_wins() {
+    bench->makeFile(u"kept.bin"_s, "kept");
+    QCOMPARE(bench->run(u"-p 24C02 -w image.bin -E -r kept.bin -r read.bin"_s.split(u' ')),
+             (Answer{0, {}, bannerText() + readingText(1)}));
+    QCOMPARE(bench->contentOf(u"read.bin"_s).size(), 256);
+    QCOMPARE(bench->contentOf(u"kept.bin"_s), QByteArray("kept"));
+}
+
+void TestSimulatorCommands::inquiry_isAnsweredAtOnce() {
+    QCOMPARE(bench->run(u"-p 24C02 -k -r read.bin -Z"_s.split(u' ')),
+             (Answer{0, {}, "tl866ii: TL866II+\n"}));
+    QCOMPARE(bench->run(u"-Z -k"_s.split(u' ')).status, 1);
 }
 
 void TestSimulatorCommands::mistakes_data() {
     QTest::addColumn<QString>("command");
     QTest::addColumn<QByteArray>("complaint");
     const QByteArray program = MINIPRO_SIM;
-    const QByteArray tooMany = "Only one of -r, -w, -m, -E, -T, -L, -V and -h can be given.";
-    QTest::newRow("nothing at all")
-        << u""_s << QByteArray("Device required. Use -p <device> to specify a device.");
-    QTest::newRow("action without a device")
-        << u"-r read.bin"_s << QByteArray("Device required. Use -p <device> to specify a device.");
+    const QByteArray noDevice = "Device required. Use -p <device> to specify a device.";
+    const QByteArray noSkipping = "Skipping the ID check is not permitted for this action.";
+    const QByteArray listOnly = "-L, -l or -d command is required for this action.";
+    QTest::newRow("nothing at all") << u""_s << noDevice;
+    QTest::newRow("action without a device") << u"-r read.bin"_s << noDevice;
     QTest::newRow("device without an action")
-        << u"-p 24C02"_s << QByteArray("No action to perform. Use -r, -w, -m, -E or -T.");
-    QTest::newRow("two actions") << u"-p 24C02 -r read.bin -w image.bin"_s << tooMany;
-    QTest::newRow("the same action twice") << u"-p 24C02 -r one.bin -r two.bin"_s << tooMany;
-    QTest::newRow("a test and a search") << u"-T -L 7400"_s << tooMany;
+        << u"-p 24C02"_s << QByteArray("No action to perform.");
     QTest::newRow("unknown option") << u"-p 24C02 -Z"_s << program + ": invalid option -- 'Z'";
+    QTest::newRow("unknown name") << u"--nonsense"_s
+                                  << program + ": unrecognized option '--nonsense'";
     QTest::newRow("missing argument")
         << u"-T -p"_s << program + ": option requires an argument -- 'p'";
-    QTest::newRow("words left over") << u"-L 27C 512"_s << QByteArray("Extra argument: '512'");
+    QTest::newRow("words left over")
+        << u"-p 24C02 -r read.bin more"_s << QByteArray("Extra argument: 'more'");
     QTest::newRow("unknown model")
         << u"-q T99 -L 27C"_s
         << QByteArray("Unknown programmer version. Use TL866A, TL866II, T48 or T56.");
+    QTest::newRow("a model that came later")
+        << u"-q T76 -L 27C"_s
+        << QByteArray("Unknown programmer version. Use TL866A, TL866II, T48 or T56.");
+    QTest::newRow("model and a read") << u"-q t48 -p 24C02 -r read.bin"_s << listOnly;
+    QTest::newRow("model alone") << u"-q t48"_s << listOnly;
+    QTest::newRow("write without the ID") << u"-p 24C02 -x -w image.bin"_s << noSkipping;
+    QTest::newRow("erase without the ID") << u"-p 24C02 -E -x"_s << noSkipping;
+    QTest::newRow("ID without the ID") << u"-p 24C02 -D -x"_s << noSkipping;
+    QTest::newRow("unknown memory")
+        << u"-p 24C02 -c rom -r read.bin"_s << QByteArray("Unknown memory type.");
+    QTest::newRow("unknown format")
+        << u"-p 24C02 -f elf -r read.bin"_s << QByteArray("Unknown file format. Use ihex or srec.");
+    QTest::newRow("not simulated") << u"-t"_s << QByteArray("The simulator cannot do this: -t");
 }
 
 void TestSimulatorCommands::mistakes() {
     QFETCH(QString, command);
     QFETCH(QByteArray, complaint);
-    QCOMPARE(bench.run(command.split(u' ', Qt::SkipEmptyParts)),
-             (Answer{1, {}, complaint + "\n(-h shows the usage)\n"}));
+    // The command line is judged before anybody reaches for the programmer.
+    bench->set(u"FAULT"_s, u"no-programmer"_s);
+    const Answer answer = bench->run(command.split(u' ', Qt::SkipEmptyParts));
+    QCOMPARE(answer, (Answer{1, {}, complaint + "\n" + usageText()}));
+    QCOMPARE(bench->contentOf(u"read.bin"_s), QByteArray("no such file"));
 }
 
-void TestSimulatorCommands::emptyDevice_isNotFound() {
-    QCOMPARE(bench.run({u"-p"_s, u""_s, u"-r"_s, u"read.bin"_s}),
-             (Answer{1, {}, "Device  not found!\n"}));
+void TestSimulatorCommands::help_isTheUsage_data() {
+    QTest::addColumn<QString>("command");
+    for (const char *command : {"-h", "--help", "-p 24C02 -r read.bin -h"})
+        QTest::newRow(command) << QString::fromLatin1(command);
 }
 
-void TestSimulatorCommands::version_saysThatItIsTheSimulator() {
-    const Answer answer = bench.run({u"-V"_s});
-    QCOMPARE(answer.status, 0);
-    QCOMPARE(answer.out, QByteArray());
-    QVERIFY(answer.err.contains("minipro-sim version "));
-    QVERIFY(answer.err.contains("This is the simulator: it reaches no programmer and no chip\n"));
-    QVERIFY(answer.err.contains("Bench folder:\t" + bench.path(u"bench"_s).toUtf8() + "\n"));
+void TestSimulatorCommands::help_isTheUsage() {
+    QFETCH(QString, command);
+    QCOMPARE(bench->run(command.split(u' ')), (Answer{1, {}, usageText()}));
 }
 
-void TestSimulatorCommands::help_namesEveryFaultAndVariable() {
-    const Answer answer = bench.run({u"-h"_s});
+void TestSimulatorCommands::simulatorOption_namesEveryFaultAndVariable() {
+    const Answer answer = bench->run({u"--simulator"_s});
     QCOMPARE(answer.status, 0);
     for (const char *word : {"MINIPRO_SIM_BENCH",
                              "MINIPRO_SIM_CHIPS",
@@ -116,64 +177,10 @@ void TestSimulatorCommands::help_namesEveryFaultAndVariable() {
                              "ignores-sigterm",
                              "leaves-grandchild",
                              "closes-output-early",
-                             "bad-logic-pins"})
+                             "bad-logic-pins",
+                             "bootloader",
+                             "no-database"})
         QVERIFY2(answer.err.contains(word), word);
-}
-
-void TestSimulatorCommands::list_holdsTheTermInAnyCase() {
-    const Answer lower = bench.run({u"-L"_s, u"w27c512"_s});
-    QCOMPARE(lower, (Answer{0, "W27C512@DIP28\nW27C512@PLCC32\n", {}}));
-    QCOMPARE(bench.run({u"-L"_s, u"W27C512@"_s}), lower);
-    QCOMPARE(list(u"(custom)"_s), QList<QByteArray>());
-}
-
-void TestSimulatorCommands::list_ofNothing_isEmpty() {
-    QCOMPARE(bench.run({u"-L"_s, u"no such part"_s}), (Answer{0, {}, {}}));
-}
-
-void TestSimulatorCommands::list_isLongAndPlain() {
-    const QList<QByteArray> names = list(u""_s);
-    QCOMPARE(names.size(), 7'410);
-    static const QRegularExpression plain(u"^[-A-Za-z0-9()*+./:=@[\\]_]{1,39}$"_s);
-    for (const QByteArray &name : names)
-        QVERIFY2(plain.match(QString::fromLatin1(name)).hasMatch(), name.constData());
-    const QSet<QByteArray> different(names.cbegin(), names.cend());
-    QVERIFY2(different.size() < names.size(), "the tool lists some names twice");
-}
-
-void TestSimulatorCommands::list_startsWithLogicParts() {
-    const QList<QByteArray> names = list(u""_s);
-    QCOMPARE(names.first(), QByteArray("4000"));
-    QCOMPARE(names.indexOf("82C55A-5(OKI)(custom)"), names.indexOf("ACE24AC02") - 1);
-    QVERIFY(names.indexOf("7400") < names.indexOf("ACE24AC02"));
-}
-
-void TestSimulatorCommands::list_isLongerInTheNewDialect() {
-    const QString device = u"AM29F040@TSOP32(ADP:Pin9to1)"_s;
-    const QStringList command{u"-p"_s, device, u"-r"_s, u"read.bin"_s};
-    QCOMPARE(bench.run(command), (Answer{1, {}, "Device " + device.toUtf8() + " not found!\n"}));
-    TestBench newBench;
-    newBench.set(u"DIALECT"_s, u"new"_s);
-    const QByteArray names = newBench.run({u"-L"_s, u""_s}).out;
-    QVERIFY(names.count('\n') > 32'000);
-    QVERIFY(names.contains("\n" + device.toUtf8() + "\n"));
-    QCOMPARE(newBench.readChip(device).size(), 512 * 1024);
-}
-
-void TestSimulatorCommands::list_namesDevicesThatWork_data() {
-    QTest::addColumn<QString>("device");
-    const QList<QByteArray> names = list(u""_s);
-    constexpr qsizetype step = 197;
-    for (qsizetype i = 0; i < names.size(); i += step)
-        QTest::newRow(names.at(i).constData()) << QString::fromLatin1(names.at(i));
-    QTest::newRow("LM339(custom)") << u"LM339(custom)"_s;
-    QTest::newRow("AT28C256E(custom)") << u"AT28C256E(custom)"_s;
-}
-
-void TestSimulatorCommands::list_namesDevicesThatWork() {
-    QFETCH(QString, device);
-    device.remove(u"(custom)"_s);
-    QCOMPARE(bench.run({u"-T"_s, u"-p"_s, device}).err, bannerText() + "Logic test successful.\n");
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorCommands)

@@ -32,9 +32,7 @@ private slots:
     void invalidUtf8_isInTheBanner();
     void leavesGrandchild_keepsThePipesOpen();
     void closesOutputEarly_worksOn();
-    void search_withoutAProgrammer_asksAndWaits();
-    void search_withoutAProgrammer_listsWhatTheModelKnows();
-    void search_withoutAProgrammer_takesAnAnswer();
+    void missingDatabase_isNamedForEachPlace();
     void environmentMistakes_data();
     void environmentMistakes();
 
@@ -53,14 +51,6 @@ namespace {
 constexpr int chipSize = 32 * 1024;
 const QByteArray idLine = "Chip ID: 0x1FDC  OK\n";
 const QByteArray noDevice = "\nIO error: bulk_transfer: LIBUSB_ERROR_NO_DEVICE\n";
-
-/// The first `updates` of `total` updates of a progress line that never comes to its end.
-QByteArray brokenProgress(const QByteArray &label, int updates, int total) {
-    QByteArray text;
-    for (int i = 0; i < updates; ++i)
-        text += "\r\x1b[K" + label + QByteArray::number(100 * i / total).rightJustified(2) + '%';
-    return text;
-}
 
 } // namespace
 
@@ -89,6 +79,9 @@ void TestSimulatorFaults::sentences_data() {
                               << bannerText() +
                                      "Invalid Chip ID: expected 0x1FDC, got 0xFFFF (unknown)\n"
                                      "(use '-y' to continue anyway at your own risk)\n";
+    QTest::newRow("bootloader")
+        << QByteArray("bootloader")
+        << QByteArray("Found TL866II+ in bootloader modein bootloader mode!\nExiting...\n");
     QTest::newRow("overcurrent") << QByteArray("overcurrent")
                                  << bannerText() + idLine +
                                         brokenProgress("Reading Code...  ", 1, 32) +
@@ -258,35 +251,15 @@ void TestSimulatorFaults::closesOutputEarly_worksOn() {
     QCOMPARE(bench->contentOf(u"read.bin"_s).size(), chipSize);
 }
 
-void TestSimulatorFaults::search_withoutAProgrammer_asksAndWaits() {
-    fault("no-programmer");
-    QProcess process;
-    process.setReadChannel(QProcess::StandardError);
-    bench->start(process, {u"-L"_s, u"7400"_s});
-    QByteArray menu;
-    while (!menu.endsWith("Number: ") && process.waitForReadyRead())
-        menu += process.readAllStandardError();
-    QVERIFY(menu.startsWith("No programmer found.\n"));
-    QCOMPARE(process.state(), QProcess::Running);
-    QCOMPARE(process.readAllStandardOutput(), QByteArray());
-    process.terminate();
-    QVERIFY(process.waitForFinished());
-    QCOMPARE(process.exitCode(), SIGTERM);
-}
-
-void TestSimulatorFaults::search_withoutAProgrammer_listsWhatTheModelKnows() {
-    fault("no-programmer");
-    QCOMPARE(bench->run({u"-L"_s, u"7400"_s, u"-q"_s, u"t48"_s}), (Answer{0, "7400\n", {}}));
-}
-
-void TestSimulatorFaults::search_withoutAProgrammer_takesAnAnswer() {
-    fault("no-programmer");
-    QProcess process;
-    bench->start(process, {u"-L"_s, u"7400"_s});
-    process.write("2\n");
-    QVERIFY(process.waitForFinished());
-    QCOMPARE(process.readAllStandardOutput(), QByteArray("7400\n"));
-    QCOMPARE(process.exitCode(), 0);
+void TestSimulatorFaults::missingDatabase_isNamedForEachPlace() {
+    fault("no-database");
+    const QByteArray reason = "/logicic.xml: No such file or directory\n";
+    const QByteArray share = "/usr/local/share/minipro" + reason;
+    QCOMPARE(bench->run(readCommand()),
+             (Answer{1, {}, "." + reason + share + "Device AT29C256@DIP28 not found!\n"}));
+    bench->setHome(u"/somewhere"_s);
+    QCOMPARE(bench->run({u"-q"_s, u"t48"_s, u"-L"_s, u"27C"_s}),
+             (Answer{1, {}, "." + reason + "/somewhere" + reason + share}));
 }
 
 void TestSimulatorFaults::environmentMistakes_data() {

@@ -182,7 +182,7 @@ void TestSimulatorLogic::memory_hasNoRowsAndSucceeds() {
 void TestSimulatorLogic::logicPart_canOnlyBeTested() {
     const QString file = bench.makeFile(u"kept.bin"_s, "kept");
     QCOMPARE(bench.run({u"-p"_s, u"7400"_s, u"-r"_s, file}),
-             (Answer{1, {}, bannerText() + "A logic IC can only be tested. Use -T.\n"}));
+             (Answer{1, {}, bannerText() + "Unsupported device!\n"}));
     QCOMPARE(bench.contentOf(u"kept.bin"_s), QByteArray("kept"));
 }
 

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "Environment.h"
+#include "parts/ProgrammerModel.h"
+
+#include <optional>
+#include <string>
+
+namespace sim {
+
+/// What is known about a device, whole lines; nothing when no device bears that name.
+std::optional<std::string> deviceInfo(const std::string &name, ProgrammerModel model,
+                                      Dialect dialect);
+
+} // namespace sim

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace sim {
+
+/// How a run ended, or a step of it.
+enum class Outcome { Good, Failed };
+
+} // namespace sim

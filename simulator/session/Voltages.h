@@ -1,0 +1,16 @@
+#pragma once
+
+#include "Chips.h"
+#include "Environment.h"
+
+#include <string>
+
+namespace sim {
+
+/// "12.5", "5": volts without closing zeros.
+std::string volts(double value);
+
+/// The line that tells with what a chip is programmed, and the empty line that sets it apart.
+std::string voltageLine(const Voltages &voltages, Dialect dialect);
+
+} // namespace sim
