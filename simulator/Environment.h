@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <variant>
 
@@ -38,6 +39,13 @@ struct Environment {
     std::chrono::milliseconds grandchildLife{5000}; ///< of Fault::LeavesGrandchild
 
     [[nodiscard]] bool has(Fault fault) const { return faults.count(fault) > 0; }
+
+    /// After how many blocks the fault strikes: as chosen, `usual` otherwise; nothing when the
+    /// fault is not chosen.
+    [[nodiscard]] std::optional<std::size_t> placeOf(Fault fault, std::size_t usual) const {
+        const auto found = faults.find(fault);
+        return found == faults.end() ? std::nullopt : std::optional(found->second.value_or(usual));
+    }
 };
 
 /// A variable holds what the simulator does not know; the text is ready to be shown.

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
+#include <charconv>
 
 namespace sim {
 namespace {
@@ -11,6 +11,7 @@ struct FaultEntry {
     std::string_view name;
     Fault fault;
     std::string_view effect;
+    bool hasPlace = false;
 };
 
 constexpr std::array faultTable{
@@ -19,8 +20,10 @@ constexpr std::array faultTable{
     FaultEntry{"wrong-id", Fault::WrongId, "the chip ID reads as all ones, as in an empty socket"},
     FaultEntry{"bad-byte", Fault::BadByte, "the byte at 0x1234 reads inverted"},
     FaultEntry{"protected", Fault::Protected, "the chip is write-protected until -u"},
-    FaultEntry{"overcurrent", Fault::Overcurrent, "the chip draws too much current"},
-    FaultEntry{"unplugged", Fault::Unplugged, "the programmer is unplugged half-way"},
+    FaultEntry{"overcurrent", Fault::Overcurrent,
+               "the chip draws too much current; overcurrent:N, after N blocks", true},
+    FaultEntry{"unplugged", Fault::Unplugged,
+               "the programmer is unplugged half-way; unplugged:N, after N blocks", true},
     FaultEntry{"silent", Fault::Silent, "nothing more comes after the banner"},
     FaultEntry{"endless-output", Fault::EndlessOutput, "progress is reported for ever"},
     FaultEntry{"split-utf8", Fault::SplitUtf8, "characters are cut between two writes"},
@@ -32,6 +35,7 @@ constexpr std::array faultTable{
                "the first output of a logic IC is stuck at 1"},
     FaultEntry{"bootloader", Fault::Bootloader, "the programmer waits for new firmware"},
     FaultEntry{"no-database", Fault::NoDatabase, "the files that list the devices are missing"},
+    FaultEntry{"no-tsop-adapter", Fault::NoTsopAdapter, "no adapter is below a TSOP chip"},
 };
 
 std::string_view trimmed(std::string_view text) {
@@ -41,10 +45,29 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-std::optional<Fault> faultNamed(std::string_view name) {
-    const auto *entry = std::find_if(faultTable.begin(), faultTable.end(),
+std::optional<std::size_t> numberIn(std::string_view digits) {
+    std::size_t number = 0;
+    const char *end = digits.data() + digits.size();
+    const auto [stop, error] = std::from_chars(digits.data(), end, number);
+    return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
+}
+
+/// Adds what `entry` names; false when it names nothing.
+bool addFault(std::string_view entry, Faults &faults) {
+    const auto colon = entry.find(':');
+    const std::string_view name = entry.substr(0, colon);
+    const auto *found = std::find_if(faultTable.begin(), faultTable.end(),
                                      [&](const FaultEntry &each) { return each.name == name; });
-    return entry == faultTable.end() ? std::nullopt : std::optional(entry->fault);
+    if (found == faultTable.end())
+        return false;
+    std::optional<std::size_t> place;
+    if (colon != std::string_view::npos) {
+        place = numberIn(entry.substr(colon + 1));
+        if (!place || !found->hasPlace)
+            return false;
+    }
+    faults[found->fault] = place;
+    return true;
 }
 
 } // namespace
@@ -53,14 +76,10 @@ std::variant<Faults, UnknownFault> parseFaults(std::string_view list) {
     Faults faults;
     while (!list.empty()) {
         const auto comma = std::min(list.find(','), list.size());
-        const std::string_view name = trimmed(list.substr(0, comma));
+        const std::string_view entry = trimmed(list.substr(0, comma));
         list.remove_prefix(std::min(comma + 1, list.size()));
-        if (name.empty())
-            continue;
-        const auto fault = faultNamed(name);
-        if (!fault)
-            return UnknownFault{std::string(name)};
-        faults.insert(*fault);
+        if (!entry.empty() && !addFault(entry, faults))
+            return UnknownFault{std::string(entry)};
     }
     return faults;
 }

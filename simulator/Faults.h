@@ -1,6 +1,8 @@
 #pragma once
 
-#include <set>
+#include <cstddef>
+#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -26,16 +28,20 @@ enum class Fault {
     BadLogicPins,
     Bootloader,
     NoDatabase,
+    NoTsopAdapter,
 };
 
-using Faults = std::set<Fault>;
+/// The faults chosen. Those that strike in the middle of a transfer may have a place: how many
+/// blocks are through by then, 0 for before the first.
+using Faults = std::map<Fault, std::optional<std::size_t>>;
 
-/// A fault name that no fault bears.
+/// A fault name that no fault bears, or a place that it cannot have.
 struct UnknownFault {
     std::string name;
 };
 
-/// Reads a comma-separated list of fault names; empty entries and blanks around names are ignored.
+/// Reads a comma-separated list of fault names, "name" or "name:place"; empty entries and blanks
+/// around names are ignored.
 std::variant<Faults, UnknownFault> parseFaults(std::string_view list);
 
 /// One line a fault, "name  what happens", for the usage text.

@@ -1,8 +1,9 @@
 #include "LogicTest.h"
 
 #include "Output.h"
-#include "Programmer.h"
+#include "session/Socket.h"
 
+#include <array>
 #include <cstdio>
 #include <string_view>
 
@@ -13,11 +14,15 @@ constexpr std::string_view goodColour = "\x1b[0m";
 constexpr std::string_view badColour = "\x1b[0;91m";
 constexpr std::chrono::milliseconds vectorTime{20};
 
-void printHeader(int pins) {
-    std::fputs("      ", stdout);
-    for (int pin = 1; pin <= pins; ++pin)
-        std::printf("%-3d", pin);
-    std::fputc('\n', stdout);
+std::string headerOf(int pins) {
+    constexpr std::size_t width = 3;
+    std::string header(2 * width, ' ');
+    for (int pin = 1; pin <= pins; ++pin) {
+        std::string number = std::to_string(pin);
+        number.resize(width, ' ');
+        header += number;
+    }
+    return header + '\n';
 }
 
 bool isOutputLetter(char letter) {
@@ -39,17 +44,23 @@ bool isWrongWhenHigh(char letter) {
     return letter == 'L' || letter == 'Z';
 }
 
-int printRow(std::size_t number, const std::string &letters, std::size_t stuckPin) {
+/// The table of a test, and how many of its fields are wrong.
+struct Table {
+    std::string text;
     int errors = 0;
-    std::printf("%04zu: ", number);
+};
+
+void addRow(std::size_t number, const std::string &letters, std::size_t stuckPin, Table &table) {
+    std::array<char, 32> start{};
+    std::snprintf(start.data(), start.size(), "%04zu: ", number);
+    table.text += start.data();
     for (std::size_t pin = 0; pin < letters.size(); ++pin) {
         const bool bad = pin == stuckPin && isWrongWhenHigh(letters[pin]);
-        errors += bad ? 1 : 0;
-        std::printf("%s%c%c ", (bad ? badColour : goodColour).data(), letters[pin],
-                    bad ? '-' : ' ');
+        table.errors += bad ? 1 : 0;
+        table.text += bad ? badColour : goodColour;
+        table.text += {letters[pin], bad ? '-' : ' ', ' '};
     }
-    std::printf("%s\n", goodColour.data());
-    return errors;
+    table.text += std::string(goodColour) + '\n';
 }
 
 Outcome reportVerdict(int errors) {
@@ -61,24 +72,41 @@ Outcome reportVerdict(int errors) {
     return Outcome::Failed;
 }
 
+/// A first vector that cannot be applied ends the test.
+Outcome breakOff() {
+    say("Error running the first step of logic test.\n");
+    return Outcome::Failed;
+}
+
+Outcome present(const Table &table) {
+    // Into a pipe this stays in the buffer: the verdict on standard error comes first.
+    std::fputs(table.text.c_str(), stdout);
+    return reportVerdict(table.errors);
+}
+
 } // namespace
 
 Outcome testLogicPart(const LogicPart &part, const Environment &environment) {
     if (part.rows.empty())
         return testNothing(part.name, part.pins, environment);
-    if (environment.has(Fault::Overcurrent))
-        return reportOvercurrent(false);
-    const std::size_t noPin = part.rows.front().letters().size();
-    const std::size_t stuckPin = environment.has(Fault::BadLogicPins) ? firstOutput(part) : noPin;
-    printHeader(part.pins);
-    int errors = 0;
+    if (environment.has(Fault::Overcurrent)) {
+        sayOvercurrent();
+        return breakOff();
+    }
+    const auto pins = static_cast<std::size_t>(part.pins);
+    const std::size_t stuckPin = environment.has(Fault::BadLogicPins) ? firstOutput(part) : pins;
+    Table table{headerOf(part.pins)};
     for (std::size_t i = 0; i < part.rows.size(); ++i) {
-        if (environment.has(Fault::Unplugged) && i == part.rows.size() / 2)
-            return reportUnplugged();
-        errors += printRow(i, part.rows[i].letters(), stuckPin);
+        if (environment.has(Fault::Unplugged) && i == part.rows.size() / 2) {
+            sayNoAnswer();
+            breakOff();
+            sayNoAnswer();
+            return Outcome::Failed;
+        }
+        addRow(i, part.rows[i].letters(), stuckPin, table);
         spend(vectorTime, environment.pace);
     }
-    return reportVerdict(errors);
+    return present(table);
 }
 
 Outcome testNothing(const std::string &name, int pins, const Environment &environment) {
@@ -86,8 +114,7 @@ Outcome testNothing(const std::string &name, int pins, const Environment &enviro
         say(name + ": test vectors are not defined for this device type.\n");
         return Outcome::Failed;
     }
-    printHeader(pins);
-    return reportVerdict(0);
+    return present({headerOf(pins)});
 }
 
 } // namespace sim

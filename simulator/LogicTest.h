@@ -8,8 +8,8 @@
 
 namespace sim {
 
-/// Tests the part: the table goes to standard output, block-buffered into a pipe, the verdict to
-/// standard error.
+/// Tests the part: the verdict goes to standard error, the table to standard output when all
+/// vectors are through. A run that breaks off leaves no table.
 Outcome testLogicPart(const LogicPart &part, const Environment &environment);
 
 /// What the tool makes of a logic test of a device without vectors: a table without rows that

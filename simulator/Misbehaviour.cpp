@@ -32,11 +32,13 @@ void saySplitCharacters() {
         pause();
 }
 
-[[noreturn]] void countForEver(Pace pace) {
+[[noreturn]] void countForEver(const Environment &environment) {
     constexpr std::size_t total = 100;
-    ProgressLine progress = readingProgress(pace);
-    for (std::size_t done = 0;; done = (done + 1) % total)
-        progress.update(done, total);
+    ProgressLine progress("Reading", "Code", environment);
+    for (std::size_t block = 0;; block = (block + 1) % total) {
+        progress.beginBlock(block, total);
+        progress.endBlock(block, total);
+    }
 }
 
 /// The descriptors stay taken, so that no file opened later becomes standard output.
@@ -80,7 +82,7 @@ void misbehaveAfterBanner(const Environment &environment) {
     if (environment.has(Fault::LeavesGrandchild))
         leaveGrandchild(environment.grandchildLife);
     if (environment.has(Fault::EndlessOutput))
-        countForEver(environment.pace);
+        countForEver(environment);
     if (environment.has(Fault::Silent) || environment.has(Fault::IgnoresSigterm))
         waitForEver();
     if (environment.has(Fault::ClosesOutputEarly))

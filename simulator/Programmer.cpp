@@ -1,27 +1,14 @@
 #include "Programmer.h"
 
 #include "Output.h"
+#include "files/HexRecords.h"
 #include "files/ImageFile.h"
+#include "session/Voltages.h"
 
 #include <algorithm>
 
 namespace sim {
 namespace {
-
-constexpr std::size_t badAddress = 0x1234;
-constexpr std::uint8_t allBits = 0xFF;
-constexpr std::chrono::milliseconds shortestErase{20};
-constexpr std::chrono::milliseconds erasePerMebibyte{2500};
-constexpr std::chrono::seconds saveInterval{1};
-
-std::size_t blockCount(std::size_t size, std::size_t block) {
-    return (size + block - 1) / block;
-}
-
-std::chrono::milliseconds eraseTime(const Chip &chip) {
-    constexpr std::size_t mebibyte = std::size_t{1024} * 1024;
-    return shortestErase + erasePerMebibyte * chip.size / mebibyte;
-}
 
 /// What an empty socket answers: every bit is one.
 std::uint64_t emptyAnswer(int digits) {
@@ -33,6 +20,30 @@ std::size_t roundedUp(std::size_t size, std::size_t block) {
     return (size + block - 1) / block * block;
 }
 
+Bytes inFormat(const Bytes &content, FileFormat format) {
+    if (format == FileFormat::Binary)
+        return content;
+    const std::string text =
+        format == FileFormat::IntelHex ? encodeIntelHex(content) : encodeSRecord(content);
+    return {text.begin(), text.end()};
+}
+
+std::string nameOf(Section section) {
+    switch (section) {
+    case Section::Data:
+        return "data";
+    case Section::Config:
+        return "config";
+    case Section::User:
+        return "user";
+    case Section::Calibration:
+        return "calibration";
+    case Section::Code:
+        break;
+    }
+    return "code";
+}
+
 SizeMismatch mismatchOf(const Options &options) {
     if (options.hideSizeWarning)
         return SizeMismatch::Hidden;
@@ -41,35 +52,65 @@ SizeMismatch mismatchOf(const Options &options) {
 
 } // namespace
 
-Outcome reportOvercurrent(bool inLine) {
-    say(inLine ? "\nOvercurrent protection!\a\n" : "Overcurrent protection!\a\n");
-    return Outcome::Failed;
-}
-
-Outcome reportUnplugged() {
-    say("\nIO error: bulk_transfer: LIBUSB_ERROR_NO_DEVICE\n");
-    return Outcome::Failed;
-}
-
 Programmer::Programmer(const Chip &socketChip, const Options &commandLine,
                        const Environment &surroundings)
     : chip_(socketChip),
       options_(commandLine),
       environment_(surroundings),
-      bench_(surroundings.bench, surroundings.firstContent),
-      cells_(bench_.load(socketChip)) {}
+      socket_(socketChip, surroundings, commandLine.unprotect) {}
 
-Outcome Programmer::checkId() {
-    if (!chip_.id)
+Outcome Programmer::run() {
+    if (findAdapter() == Outcome::Failed)
+        return Outcome::Failed;
+    if (environment_.dialect == Dialect::Release)
+        sayVoltages();
+    if (checkId() == Outcome::Failed)
+        return Outcome::Failed;
+    if (environment_.dialect == Dialect::New)
+        sayVoltages();
+    if (options_.idAlone)
         return Outcome::Good;
-    const std::string expected = hex(chip_.id->value, chip_.id->digits);
-    if (!environment_.has(Fault::WrongId)) {
-        say("Chip ID: " + expected + "  OK\n");
+    const Outcome outcome = act();
+    socket_.end();
+    return outcome;
+}
+
+Outcome Programmer::findAdapter() const {
+    if (!environment_.has(Fault::NoTsopAdapter) || !needsTsopAdapter(chip_))
+        return Outcome::Good;
+    say("TSOP adapter not found!\n");
+    return environment_.dialect == Dialect::Release ? Outcome::Failed : Outcome::Good;
+}
+
+void Programmer::sayVoltages() const {
+    if (hasChosenVoltages(chip_))
+        say(voltageLine(chip_.voltages, environment_.dialect));
+}
+
+Outcome Programmer::checkId() const {
+    if (options_.skipId) {
+        say("WARNING: skipping Chip ID test\n");
         return Outcome::Good;
     }
-    const std::string mismatch = "expected " + expected + ", got " +
-                                 hex(emptyAnswer(chip_.id->digits), chip_.id->digits) +
-                                 " (unknown)\n";
+    if (!chip_.id) {
+        if (options_.idAlone)
+            say("This chip doesn't have a chip ID!\n");
+        return options_.idAlone ? Outcome::Failed : Outcome::Good;
+    }
+    if (environment_.has(Fault::WrongId))
+        return complainAboutId();
+    say("Chip ID: " + hex(chip_.id->value, chip_.id->digits) + "  OK\n");
+    return Outcome::Good;
+}
+
+Outcome Programmer::complainAboutId() const {
+    const int digits = chip_.id->digits;
+    const std::string mismatch = "expected " + hex(chip_.id->value, digits) + ", got " +
+                                 hex(emptyAnswer(digits), digits) + " (unknown)\n";
+    if (options_.idAlone) {
+        say("Chip ID mismatch: " + mismatch);
+        return Outcome::Failed;
+    }
     if (options_.ignoreIdMismatch) {
         say("WARNING: Chip ID mismatch: " + mismatch);
         return Outcome::Good;
@@ -78,40 +119,71 @@ Outcome Programmer::checkId() {
     return Outcome::Failed;
 }
 
+Outcome Programmer::act() {
+    if (options_.action == Action::Erase)
+        return erase();
+    if (options_.section != Section::Code) {
+        say("No " + nameOf(options_.section) + " section found.\n");
+        return Outcome::Failed;
+    }
+    switch (options_.action) {
+    case Action::Read:
+        return read();
+    case Action::Write:
+        return write();
+    case Action::Verify:
+        return verify();
+    default:
+        return checkBlank();
+    }
+}
+
 Outcome Programmer::read() {
+    if (socket_.begin() == Outcome::Failed)
+        return Outcome::Failed;
     OutputFile file(options_.file);
-    const auto content = readCells(chip_.size);
+    const auto content = socket_.read(chip_.size);
     if (!content)
         return Outcome::Failed;
-    file.fill(*content);
+    file.fill(inFormat(*content, options_.format));
     return Outcome::Good;
 }
 
 Outcome Programmer::verify() {
     const auto image = loadFile();
-    return image ? compare(*image, chip_.size) : Outcome::Failed;
+    if (!image || socket_.begin() == Outcome::Failed)
+        return Outcome::Failed;
+    return compare(*image, chip_.size);
 }
 
 Outcome Programmer::write() {
-    if (chip_.protection == Protection::Software)
+    const bool protectable = chip_.protection == Protection::Software;
+    if (protectable && !options_.protect)
         say("Use -P if you want to write-protect this chip.\n");
     const Outcome outcome = writeAndVerify();
-    if (outcome == Outcome::Failed && chip_.protection == Protection::Software)
+    if (protectable && outcome == Outcome::Failed)
         say("This chip may be write-protected. Use -u and try again.\n");
+    if (protectable && outcome == Outcome::Good && options_.protect)
+        say("Protect on...OK\n");
     return outcome;
 }
 
 Outcome Programmer::writeAndVerify() {
     auto image = loadFile();
-    if (!image)
+    if (!image || socket_.begin() == Outcome::Failed)
         return Outcome::Failed;
     image->resize(std::min(roundedUp(image->size(), readBlock(chip_)), chip_.size), erasedByte);
-    takeOffProtection();
-    if (!options_.skipErase && erasesInSocket(chip_) && eraseCells() == Outcome::Failed)
+    prepareCells();
+    if (socket_.write(*image) == Outcome::Failed)
         return Outcome::Failed;
-    if (program(*image) == Outcome::Failed)
-        return Outcome::Failed;
-    return compare(*image, image->size());
+    return options_.skipVerify ? Outcome::Good : compare(*image, image->size());
+}
+
+void Programmer::prepareCells() {
+    if (!options_.skipErase && erasesInSocket(chip_))
+        socket_.erase();
+    if (options_.unprotect && chip_.protection == Protection::Software)
+        say("Protect off...OK\n");
 }
 
 Outcome Programmer::erase() {
@@ -119,8 +191,19 @@ Outcome Programmer::erase() {
         say("This chip can't be erased!\n");
         return Outcome::Failed;
     }
-    takeOffProtection();
-    return eraseCells();
+    return socket_.begin() == Outcome::Failed ? Outcome::Failed : socket_.eraseAlone();
+}
+
+Outcome Programmer::checkBlank() {
+    if (socket_.begin() == Outcome::Failed)
+        return Outcome::Failed;
+    const auto content = socket_.read(chip_.size);
+    if (!content)
+        return Outcome::Failed;
+    const bool blank = std::all_of(content->begin(), content->end(),
+                                   [](std::uint8_t byte) { return byte == erasedByte; });
+    say(blank ? "Code memory section is blank.\n" : "Code memory section is not blank.\n");
+    return blank ? Outcome::Good : Outcome::Failed;
 }
 
 std::optional<Bytes> Programmer::loadFile() const {
@@ -134,61 +217,8 @@ std::optional<Bytes> Programmer::loadFile() const {
     return image.bytes;
 }
 
-Outcome Programmer::eraseCells() {
-    say("Erasing... ");
-    const StopWatch watch;
-    if (environment_.has(Fault::Overcurrent))
-        return reportOvercurrent(true);
-    spend(eraseTime(chip_), environment_.pace);
-    if (!writeProtected())
-        std::fill(cells_.begin(), cells_.end(), erasedByte);
-    bench_.store(chip_, cells_);
-    say(watch.text() + " OK\n");
-    return Outcome::Good;
-}
-
-Outcome Programmer::program(const Bytes &image) {
-    const std::size_t page = writePage(chip_);
-    const std::size_t pages = blockCount(image.size(), page);
-    ProgressLine progress = writingProgress(environment_.pace);
-    for (std::size_t i = 0; i < pages; ++i) {
-        progress.update(i, pages);
-        if (fails(i, pages)) {
-            bench_.store(chip_, cells_);
-            return Outcome::Failed;
-        }
-        if (!writeProtected())
-            programPage(image, i * page, std::min(page, image.size() - i * page));
-        saveNowAndThen();
-    }
-    progress.finish();
-    bench_.store(chip_, cells_);
-    return Outcome::Good;
-}
-
-void Programmer::programPage(const Bytes &image, std::size_t start, std::size_t length) {
-    for (std::size_t i = start; i < start + length; ++i)
-        cells_[i] = writeReplaces(chip_) ? image[i] : cells_[i] & image[i];
-}
-
-std::optional<Bytes> Programmer::readCells(std::size_t length) const {
-    const std::size_t blocks = blockCount(length, readBlock(chip_));
-    ProgressLine progress = readingProgress(environment_.pace);
-    for (std::size_t i = 0; i < blocks; ++i) {
-        progress.update(i, blocks);
-        if (fails(i, blocks))
-            return std::nullopt;
-    }
-    progress.finish();
-    Bytes content = cells_;
-    if (environment_.has(Fault::BadByte))
-        content[badAddress % chip_.size] ^= allBits;
-    content.resize(length);
-    return content;
-}
-
-Outcome Programmer::compare(const Bytes &image, std::size_t readLength) const {
-    const auto content = readCells(readLength);
+Outcome Programmer::compare(const Bytes &image, std::size_t readLength) {
+    const auto content = socket_.read(readLength);
     if (!content)
         return Outcome::Failed;
     const auto [expected, found] = std::mismatch(image.begin(), image.end(), content->begin());
@@ -200,35 +230,6 @@ Outcome Programmer::compare(const Bytes &image, std::size_t readLength) const {
     say("Verification failed at address " + hex(address, 4) + ": File=" + hex(*expected, 2) +
         ", Device=" + hex(*found, 2) + "\n");
     return Outcome::Failed;
-}
-
-bool Programmer::fails(std::size_t block, std::size_t blocks) const {
-    if (environment_.has(Fault::Overcurrent))
-        return reportOvercurrent(true) == Outcome::Failed;
-    if (environment_.has(Fault::Unplugged) && block == blocks / 2)
-        return reportUnplugged() == Outcome::Failed;
-    return false;
-}
-
-bool Programmer::writeProtected() const {
-    return environment_.has(Fault::Protected) && chip_.protection == Protection::Software &&
-           !unlocked_;
-}
-
-void Programmer::takeOffProtection() {
-    if (!options_.unprotect || chip_.protection == Protection::None)
-        return;
-    say("Protect off...OK\n");
-    unlocked_ = true;
-}
-
-void Programmer::saveNowAndThen() {
-    // A run that is killed leaves a half-written chip, as it does on a real bench.
-    const auto now = std::chrono::steady_clock::now();
-    if (now - lastSave_ < saveInterval)
-        return;
-    lastSave_ = now;
-    bench_.store(chip_, cells_);
 }
 
 } // namespace sim

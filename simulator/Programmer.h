@@ -1,12 +1,11 @@
 #pragma once
 
-#include "Bench.h"
 #include "Chips.h"
 #include "CommandLine.h"
 #include "Environment.h"
 #include "session/Outcome.h"
+#include "session/Socket.h"
 
-#include <chrono>
 #include <cstddef>
 #include <optional>
 
@@ -19,42 +18,29 @@ class Programmer {
 public:
     Programmer(const Chip &chip, const Options &options, const Environment &environment);
 
-    /// Asks the chip who it is. A chip without an ID has nothing to say and passes.
-    Outcome checkId();
-
-    /// Reads the chip into the file, which is emptied first.
-    Outcome read();
-    Outcome verify();
-
-    /// Erases unless told not to, writes the file, reads it back and compares.
-    Outcome write();
-    Outcome erase();
+    /// Looks for the adapter, asks the chip who it is and does what the command line asks for.
+    Outcome run();
 
 private:
+    [[nodiscard]] Outcome findAdapter() const;
+    void sayVoltages() const;
+    [[nodiscard]] Outcome checkId() const;
+    [[nodiscard]] Outcome complainAboutId() const;
+    Outcome act();
+    Outcome read();
+    Outcome verify();
+    Outcome write();
     Outcome writeAndVerify();
+    void prepareCells();
+    Outcome erase();
+    Outcome checkBlank();
     [[nodiscard]] std::optional<Bytes> loadFile() const;
-    Outcome eraseCells();
-    Outcome program(const Bytes &image);
-    void programPage(const Bytes &image, std::size_t start, std::size_t length);
-    [[nodiscard]] std::optional<Bytes> readCells(std::size_t length) const;
-    [[nodiscard]] Outcome compare(const Bytes &image, std::size_t readLength) const;
-    [[nodiscard]] bool fails(std::size_t block, std::size_t blocks) const;
-    [[nodiscard]] bool writeProtected() const;
-    void takeOffProtection();
-    void saveNowAndThen();
+    Outcome compare(const Bytes &image, std::size_t readLength);
 
     const Chip &chip_;
     const Options &options_;
     const Environment &environment_;
-    Bench bench_;
-    Bytes cells_;
-    bool unlocked_ = false;
-    std::chrono::steady_clock::time_point lastSave_ = std::chrono::steady_clock::now();
+    Socket socket_;
 };
-
-/// Reports the fault that ends a run at its first transfer, if there is one. `inLine` tells
-/// whether a progress line stands open.
-Outcome reportOvercurrent(bool inLine);
-Outcome reportUnplugged();
 
 } // namespace sim

@@ -70,19 +70,7 @@ Outcome Session::runOnMemory(const Chip &chip) const {
     beginRun();
     if (options_.action == Action::LogicTest)
         return testNothing(chip.name, chip.pins, environment_);
-    Programmer programmer(chip, options_, environment_);
-    if (programmer.checkId() == Outcome::Failed)
-        return Outcome::Failed;
-    switch (options_.action) {
-    case Action::Read:
-        return programmer.read();
-    case Action::Write:
-        return programmer.write();
-    case Action::Verify:
-        return programmer.verify();
-    default:
-        return programmer.erase();
-    }
+    return Programmer(chip, options_, environment_).run();
 }
 
 } // namespace sim

@@ -52,14 +52,18 @@ void addChips() {
     QTest::addColumn<int>("size");
     QTest::addColumn<int>("block");
     QTest::addColumn<QByteArray>("id");
+    QTest::addColumn<QByteArray>("voltages");
     constexpr int smallBlock = 512;
     constexpr int epromBlock = 1 * kib;
     constexpr int flashBlock = 4 * kib;
+    const char *usualVoltages = "\nVPP=12.5V, VDD=5.5V, VCC=5V, Pulse=100us\n";
+    const char *lowVoltages = "\nVPP=10V, VDD=4V, VCC=5V, Pulse=100us\n";
     const struct {
         const char *name;
         int size;
         int block;
         const char *id;
+        const char *voltages = "";
     } chips[] = {
         {"AT24C01", 128, smallBlock, ""},
         {"AT24C02", 256, smallBlock, ""},
@@ -90,19 +94,19 @@ void addChips() {
         {"W27E257@DIP28", 32 * kib, epromBlock, "0xDA02"},
         {"W27C512@DIP28", 64 * kib, epromBlock, "0xDA08"},
         {"W27E512@DIP28", 64 * kib, epromBlock, "0xDA08"},
-        {"AM27C64@DIP28", 8 * kib, epromBlock, "0x0115"},
-        {"AM27C128@DIP28", 16 * kib, epromBlock, "0x0116"},
-        {"AM27C256@DIP28", 32 * kib, epromBlock, "0x0110"},
-        {"AM27C512@DIP28", 64 * kib, epromBlock, "0x0191"},
-        {"AM27C010@DIP32", 128 * kib, epromBlock, "0x010E"},
-        {"AM27C020@DIP32", 256 * kib, epromBlock, "0x0197"},
-        {"AM27C040@DIP32", 512 * kib, epromBlock, "0x019B"},
-        {"AT27C256R@DIP28", 32 * kib, epromBlock, "0x1E8C"},
-        {"M27C256B@DIP28", 32 * kib, epromBlock, "0x208D"},
-        {"M27C512@DIP28", 64 * kib, epromBlock, "0x203D"},
-        {"M27C1001@DIP32", 128 * kib, epromBlock, "0x2005"},
-        {"M27C2001@DIP32", 256 * kib, epromBlock, "0x2061"},
-        {"M27C4001@PLCC32", 512 * kib, epromBlock, "0x2041"},
+        {"AM27C64@DIP28", 8 * kib, epromBlock, "0x0115", usualVoltages},
+        {"AM27C128@DIP28", 16 * kib, epromBlock, "0x0116", usualVoltages},
+        {"AM27C256@DIP28", 32 * kib, epromBlock, "0x0110", usualVoltages},
+        {"AM27C512@DIP28", 64 * kib, epromBlock, "0x0191", usualVoltages},
+        {"AM27C010@DIP32", 128 * kib, epromBlock, "0x010E", usualVoltages},
+        {"AM27C020@DIP32", 256 * kib, epromBlock, "0x0197", usualVoltages},
+        {"AM27C040@DIP32", 512 * kib, epromBlock, "0x019B", usualVoltages},
+        {"AT27C256R@DIP28", 32 * kib, epromBlock, "0x1E8C", usualVoltages},
+        {"M27C256B@DIP28", 32 * kib, epromBlock, "0x208D", usualVoltages},
+        {"M27C512@DIP28", 64 * kib, epromBlock, "0x203D", lowVoltages},
+        {"M27C1001@DIP32", 128 * kib, epromBlock, "0x2005", usualVoltages},
+        {"M27C2001@DIP32", 256 * kib, epromBlock, "0x2061", usualVoltages},
+        {"M27C4001@PLCC32", 512 * kib, epromBlock, "0x2041", usualVoltages},
         {"AM29F010@DIP32", 128 * kib, epromBlock, "0x0120"},
         {"AM29F002T@DIP32", 256 * kib, epromBlock, "0x01B0"},
         {"AM29F040@DIP32", 512 * kib, epromBlock, "0x01A4"},
@@ -121,10 +125,11 @@ void addChips() {
         {"W25Q128FV@SOIC8", 16 * mib, flashBlock, "0xEF4018"},
         {"GD25Q64C(OTP)@SOIC8", 8 * mib, flashBlock, ""}, // known by its naming scheme
         {"93LC66(x16)", 512, smallBlock, ""},
-        {"AM27C64@PLCC32", 8 * kib, epromBlock, ""},
+        {"AM27C64@PLCC32", 8 * kib, epromBlock, "", usualVoltages},
     };
     for (const auto &chip : chips)
-        QTest::newRow(chip.name) << chip.size << chip.block << QByteArray(chip.id);
+        QTest::newRow(chip.name) << chip.size << chip.block << QByteArray(chip.id)
+                                 << QByteArray(chip.voltages);
 }
 
 QByteArray idLine(const QByteArray &id) {
@@ -151,10 +156,11 @@ void TestSimulatorChips::everyChip_hasItsSizeAndId() {
     QFETCH(int, size);
     QFETCH(int, block);
     QFETCH(QByteArray, id);
+    QFETCH(QByteArray, voltages);
     const QString device = QString::fromLatin1(QTest::currentDataTag());
     const int blocks = (size + block - 1) / block;
     QCOMPARE(bench->run({u"-p"_s, device, u"-r"_s, bench->path(u"read.bin"_s)}),
-             (Answer{0, {}, bannerText() + idLine(id) + readingText(blocks)}));
+             (Answer{0, {}, bannerText() + voltages + idLine(id) + readingText(blocks)}));
     QCOMPARE(bench->contentOf(u"read.bin"_s).size(), size);
 }
 

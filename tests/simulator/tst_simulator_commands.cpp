@@ -179,7 +179,8 @@ void TestSimulatorCommands::simulatorOption_namesEveryFaultAndVariable() {
                              "closes-output-early",
                              "bad-logic-pins",
                              "bootloader",
-                             "no-database"})
+                             "no-database",
+                             "no-tsop-adapter"})
         QVERIFY2(answer.err.contains(word), word);
 }
 

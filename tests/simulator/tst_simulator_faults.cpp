@@ -20,9 +20,17 @@ private slots:
     void wrongId_goesOnWhenToldTo();
     void wrongId_hasAsManyDigitsAsTheRightOne();
     void badByte_isReadInverted();
-    void unplugged_leavesAnEmptyFile();
-    void unplugged_leavesAHalfWrittenChip();
-    void unplugged_breaksALogicTableOff();
+    void brokenRead_leavesTheFile_data();
+    void brokenRead_leavesTheFile();
+    void brokenWrite_leavesAPartOfTheChip_data();
+    void brokenWrite_leavesAPartOfTheChip();
+    void brokenErase_data();
+    void brokenErase();
+    void brokenLogicTest_hasNoTable_data();
+    void brokenLogicTest_hasNoTable();
+    void killedLogicTest_hasNoTable();
+    void missingAdapter_stopsTheRun();
+    void missingDatabase_isNamedForEachPlace();
     void severalFaults_canBeGiven();
     void silent_printsTheBannerAndWaits();
     void silent_keepsASearchWaiting();
@@ -32,7 +40,6 @@ private slots:
     void invalidUtf8_isInTheBanner();
     void leavesGrandchild_keepsThePipesOpen();
     void closesOutputEarly_worksOn();
-    void missingDatabase_isNamedForEachPlace();
     void environmentMistakes_data();
     void environmentMistakes();
 
@@ -50,7 +57,13 @@ namespace {
 
 constexpr int chipSize = 32 * 1024;
 const QByteArray idLine = "Chip ID: 0x1FDC  OK\n";
+constexpr int readBlocks = 32;
 const QByteArray noDevice = "\nIO error: bulk_transfer: LIBUSB_ERROR_NO_DEVICE\n";
+const QByteArray noAnswer = noDevice + "IO error: expected 8 bytes but 0 bytes transferred\n";
+const QByteArray overcurrent = "Overcurrent protection!\a\n";
+const QByteArray protectHint = "Use -P if you want to write-protect this chip.\n";
+const QByteArray protectSuspicion = "This chip may be write-protected. Use -u and try again.\n";
+const QByteArray noFirstStep = "Error running the first step of logic test.\n";
 
 } // namespace
 
@@ -79,16 +92,24 @@ void TestSimulatorFaults::sentences_data() {
                               << bannerText() +
                                      "Invalid Chip ID: expected 0x1FDC, got 0xFFFF (unknown)\n"
                                      "(use '-y' to continue anyway at your own risk)\n";
+    const auto readUpTo = [](int updates) {
+        return bannerText() + idLine + brokenProgress("Reading Code...  ", updates, readBlocks);
+    };
+    QTest::newRow("overcurrent at the second block")
+        << QByteArray("overcurrent") << readUpTo(2) + "\n" + overcurrent;
+    QTest::newRow("overcurrent at the fifth block")
+        << QByteArray("overcurrent:5") << readUpTo(5) + "\n" + overcurrent;
+    QTest::newRow("overcurrent before the first block")
+        << QByteArray("overcurrent:0") << bannerText() + idLine + overcurrent;
+    QTest::newRow("unplugged half-way")
+        << QByteArray("unplugged") << readUpTo(16) + noAnswer + noAnswer;
+    QTest::newRow("unplugged after three blocks")
+        << QByteArray("unplugged:3") << readUpTo(3) + noAnswer + noAnswer;
+    QTest::newRow("unplugged before the first block")
+        << QByteArray("unplugged:0") << bannerText() + idLine + noAnswer + noAnswer;
     QTest::newRow("bootloader")
         << QByteArray("bootloader")
         << QByteArray("Found TL866II+ in bootloader modein bootloader mode!\nExiting...\n");
-    QTest::newRow("overcurrent") << QByteArray("overcurrent")
-                                 << bannerText() + idLine +
-                                        brokenProgress("Reading Code...  ", 1, 32) +
-                                        "\nOvercurrent protection!\a\n";
-    QTest::newRow("unplugged") << QByteArray("unplugged")
-                               << bannerText() + idLine +
-                                      brokenProgress("Reading Code...  ", 17, 32) + noDevice;
 }
 
 void TestSimulatorFaults::sentences() {
@@ -105,7 +126,7 @@ void TestSimulatorFaults::wrongId_goesOnWhenToldTo() {
                      {},
                      bannerText() +
                          "WARNING: Chip ID mismatch: expected 0x1FDC, got 0xFFFF (unknown)\n" +
-                         readingText(32)}));
+                         readingText(readBlocks)}));
 }
 
 void TestSimulatorFaults::wrongId_hasAsManyDigitsAsTheRightOne() {
@@ -127,32 +148,108 @@ void TestSimulatorFaults::badByte_isReadInverted() {
     QCOMPARE(bench->contentOf(u"read.bin"_s), image);
 }
 
-void TestSimulatorFaults::unplugged_leavesAnEmptyFile() {
-    bench->makeFile(u"read.bin"_s, "old bytes");
-    fault("unplugged");
-    QCOMPARE(bench->run(readCommand()).status, 1);
-    QCOMPARE(bench->contentOf(u"read.bin"_s), QByteArray());
+void TestSimulatorFaults::brokenRead_leavesTheFile_data() {
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArray>("left");
+    QTest::newRow("in the middle: empty") << QByteArray("unplugged") << QByteArray();
+    QTest::newRow("at the start: as it was") << QByteArray("unplugged:0") << QByteArray("old");
+    QTest::newRow("overcurrent in the middle: empty") << QByteArray("overcurrent") << QByteArray();
+    QTest::newRow("overcurrent at the start: as it was")
+        << QByteArray("overcurrent:0") << QByteArray("old");
 }
 
-void TestSimulatorFaults::unplugged_leavesAHalfWrittenChip() {
+void TestSimulatorFaults::brokenRead_leavesTheFile() {
+    QFETCH(QByteArray, name);
+    QFETCH(QByteArray, left);
+    bench->makeFile(u"read.bin"_s, "old");
+    fault(name.constData());
+    QCOMPARE(bench->run(readCommand()).status, 1);
+    QCOMPARE(bench->contentOf(u"read.bin"_s), left);
+}
+
+void TestSimulatorFaults::brokenWrite_leavesAPartOfTheChip_data() {
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<int>("pages");
+    QTest::addColumn<QByteArray>("said");
+    QTest::newRow("unplugged half-way")
+        << QByteArray("unplugged") << 128 << noDevice + protectSuspicion + noAnswer;
+    QTest::newRow("unplugged after 78 pages")
+        << QByteArray("unplugged:78") << 78 << noDevice + protectSuspicion + noAnswer;
+    QTest::newRow("overcurrent") << QByteArray("overcurrent") << 2
+                                 << "\n" + overcurrent + protectSuspicion;
+}
+
+void TestSimulatorFaults::brokenWrite_leavesAPartOfTheChip() {
+    QFETCH(QByteArray, name);
+    QFETCH(int, pages);
+    QFETCH(QByteArray, said);
+    constexpr int pageSize = 128;
     const QString image = bench->makeFile(u"image.bin"_s, QByteArray(chipSize, 'x'));
-    fault("unplugged");
+    fault(name.constData());
     QCOMPARE(bench->run({u"-p"_s, u"AT28C256"_s, u"-w"_s, image}),
              (Answer{1,
                      {},
-                     bannerText() + "Use -P if you want to write-protect this chip.\n" +
-                         "Erasing... T OK\n" + brokenProgress("Writing  Code...  ", 129, 256) +
-                         noDevice + "This chip may be write-protected. Use -u and try again.\n"}));
+                     bannerText() + protectHint + "Erasing... T OK\n" +
+                         brokenProgress("Writing  Code...  ", pages, 256) + said}));
     QCOMPARE(bench->contentOf(u"bench/AT28C256.bin"_s),
-             QByteArray(chipSize / 2, 'x') + QByteArray(chipSize / 2, '\xff'));
+             QByteArray(pages * pageSize, 'x') + QByteArray(chipSize - pages * pageSize, '\xff'));
 }
 
-void TestSimulatorFaults::unplugged_breaksALogicTableOff() {
-    fault("unplugged");
-    const Answer answer = bench->run({u"-T"_s, u"-p"_s, u"7400"_s});
-    QCOMPARE(answer.status, 1);
-    QCOMPARE(answer.err, bannerText() + noDevice);
-    QCOMPARE(answer.out.count('\n'), 3);
+void TestSimulatorFaults::brokenErase_data() {
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArray>("said");
+    QTest::newRow("overcurrent") << QByteArray("overcurrent") << "\n" + overcurrent;
+    QTest::newRow("unplugged") << QByteArray("unplugged") << noAnswer + noAnswer;
+}
+
+void TestSimulatorFaults::brokenErase() {
+    QFETCH(QByteArray, name);
+    QFETCH(QByteArray, said);
+    fault(name.constData());
+    QCOMPARE(bench->run({u"-p"_s, u"AT28C256"_s, u"-E"_s}),
+             (Answer{1, {}, bannerText() + "Erasing... " + said}));
+}
+
+void TestSimulatorFaults::brokenLogicTest_hasNoTable_data() {
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArray>("said");
+    QTest::newRow("overcurrent") << QByteArray("overcurrent") << overcurrent + noFirstStep;
+    QTest::newRow("unplugged") << QByteArray("unplugged") << noAnswer + noFirstStep + noAnswer;
+}
+
+void TestSimulatorFaults::brokenLogicTest_hasNoTable() {
+    QFETCH(QByteArray, name);
+    QFETCH(QByteArray, said);
+    fault(name.constData());
+    QCOMPARE(bench->run({u"-T"_s, u"-p"_s, u"7400"_s}), (Answer{1, {}, bannerText() + said}));
+}
+
+void TestSimulatorFaults::killedLogicTest_hasNoTable() {
+    bench->set(u"PACE"_s, u"real"_s);
+    QProcess process;
+    startUntilBanner(process, {u"-T"_s, u"-p"_s, u"6821"_s});
+    process.kill();
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.readAllStandardOutput(), QByteArray());
+}
+
+void TestSimulatorFaults::missingAdapter_stopsTheRun() {
+    fault("no-tsop-adapter");
+    const QString file = bench->path(u"read.bin"_s);
+    QCOMPARE(bench->run({u"-p"_s, u"AM29F800BB@TSOP48"_s, u"-r"_s, file}),
+             (Answer{1, {}, bannerText() + "TSOP adapter not found!\n"}));
+    QCOMPARE(bench->run(readCommand()).status, 0);
+}
+
+void TestSimulatorFaults::missingDatabase_isNamedForEachPlace() {
+    fault("no-database");
+    const QByteArray reason = "/logicic.xml: No such file or directory\n";
+    const QByteArray share = "/usr/local/share/minipro" + reason;
+    QCOMPARE(bench->run(readCommand()),
+             (Answer{1, {}, "." + reason + share + "Device AT29C256@DIP28 not found!\n"}));
+    bench->setHome(u"/somewhere"_s);
+    QCOMPARE(bench->run({u"-q"_s, u"t48"_s, u"-L"_s, u"27C"_s}),
+             (Answer{1, {}, "." + reason + "/somewhere" + reason + share}));
 }
 
 void TestSimulatorFaults::severalFaults_canBeGiven() {
@@ -219,7 +316,7 @@ void TestSimulatorFaults::splitUtf8_cutsCharactersBetweenWrites() {
     const QByteArray whole = pieces.join();
     QVERIFY(whole.contains("Serial code: Pr\u00fcf \u20ac \U0001f4a1\n"));
     QVERIFY(withoutDurations(whole.mid(whole.indexOf("USB speed"))) ==
-            "USB speed: 12Mbps (USB 1.1)\n" + idLine + readingText(32));
+            "USB speed: 12Mbps (USB 1.1)\n" + idLine + readingText(readBlocks));
     const bool cut = std::any_of(pieces.cbegin(), pieces.cend(), [](const QByteArray &piece) {
         return piece.endsWith("\xc3") || piece.endsWith("\xe2\x82") || piece.endsWith("\xf0\x9f");
     });
@@ -251,17 +348,6 @@ void TestSimulatorFaults::closesOutputEarly_worksOn() {
     QCOMPARE(bench->contentOf(u"read.bin"_s).size(), chipSize);
 }
 
-void TestSimulatorFaults::missingDatabase_isNamedForEachPlace() {
-    fault("no-database");
-    const QByteArray reason = "/logicic.xml: No such file or directory\n";
-    const QByteArray share = "/usr/local/share/minipro" + reason;
-    QCOMPARE(bench->run(readCommand()),
-             (Answer{1, {}, "." + reason + share + "Device AT29C256@DIP28 not found!\n"}));
-    bench->setHome(u"/somewhere"_s);
-    QCOMPARE(bench->run({u"-q"_s, u"t48"_s, u"-L"_s, u"27C"_s}),
-             (Answer{1, {}, "." + reason + "/somewhere" + reason + share}));
-}
-
 void TestSimulatorFaults::environmentMistakes_data() {
     QTest::addColumn<QString>("variable");
     QTest::addColumn<QString>("value");
@@ -270,6 +356,12 @@ void TestSimulatorFaults::environmentMistakes_data() {
         << u"FAULT"_s << u"busy,gremlins"_s
         << QByteArray("minipro-sim: MINIPRO_SIM_FAULT is \"gremlins\"; it can be one or more of "
                       "these, separated by commas:\n    no-programmer ");
+    QTest::newRow("place of a fault that has none")
+        << u"FAULT"_s << u"busy:3"_s
+        << QByteArray("minipro-sim: MINIPRO_SIM_FAULT is \"busy:3\"; it can be one or more of ");
+    QTest::newRow("place that is no number")
+        << u"FAULT"_s << u"overcurrent:2x"_s
+        << QByteArray("minipro-sim: MINIPRO_SIM_FAULT is \"overcurrent:2x\"; it can be one or ");
     QTest::newRow("unknown dialect")
         << u"DIALECT"_s << u"old"_s
         << QByteArray("minipro-sim: MINIPRO_SIM_DIALECT is \"old\"; it can be new or release\n");

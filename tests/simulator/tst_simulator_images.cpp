@@ -33,6 +33,10 @@ private slots:
     void standardInput_isAFile();
     void shortFile_isVerifiedAsFarAsItGoes();
     void shortFile_leavesTheRestOfTheChip();
+    void formats_areReadBack_data();
+    void formats_areReadBack();
+    void largeImages_areReadBack_data();
+    void largeImages_areReadBack();
 
 private:
     Answer write(const QByteArray &content, const QStringList &switches = {}) const {
@@ -188,6 +192,49 @@ void TestSimulatorImages::shortFile_leavesTheRestOfTheChip() {
     QCOMPARE(bench->run({u"-p"_s, u"AT28C256"_s, u"-w"_s, file, u"-S"_s, u"-e"_s}).status, 0);
     QCOMPARE(bench->contentOf(u"bench/AT28C256.bin"_s),
              QByteArray(1000, 'x') + QByteArray(24, '\xff') + QByteArray(32'768 - 1024, 'o'));
+}
+
+void TestSimulatorImages::formats_areReadBack_data() {
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QByteArray>("firstLine");
+    QTest::newRow("Intel HEX") << u"ihex"_s
+                               << QByteArray(":10000000000102030405060708090A0B0C0D0E0F78");
+    QTest::newRow("S-record") << u"SREC"_s
+                              << QByteArray("S1130000000102030405060708090A0B0C0D0E0F74");
+}
+
+void TestSimulatorImages::formats_areReadBack() {
+    QFETCH(QString, format);
+    QFETCH(QByteArray, firstLine);
+    QByteArray content;
+    for (int i = 0; i < chipSize; ++i)
+        content += char(i);
+    bench->makeFile(u"bench/24C02.bin"_s, content);
+    const QString file = bench->path(u"read.txt"_s);
+    QCOMPARE(bench->run({u"-p"_s, u"24C02"_s, u"-f"_s, format, u"-r"_s, file}),
+             (Answer{0, {}, bannerText() + readingText(1)}));
+    QCOMPARE(bench->contentOf(u"read.txt"_s).split('\n').first(), firstLine);
+    bench->makeFile(u"bench/24C02.bin"_s, {});
+    QCOMPARE(bench->run({u"-p"_s, u"24C02"_s, u"-w"_s, file}).status, 0);
+    QCOMPARE(chip(), content);
+}
+
+void TestSimulatorImages::largeImages_areReadBack_data() {
+    QTest::addColumn<QString>("format");
+    QTest::newRow("Intel HEX") << u"ihex"_s;
+    QTest::newRow("S-record") << u"srec"_s;
+}
+
+/// Addresses of more than 16 bits.
+void TestSimulatorImages::largeImages_areReadBack() {
+    QFETCH(QString, format);
+    const QString device = u"W25Q80BV"_s;
+    const QString file = bench->path(u"read.txt"_s);
+    QCOMPARE(bench->run({u"-p"_s, device, u"-f"_s, format, u"-r"_s, file}).status, 0);
+    const Answer answer = bench->run({u"-p"_s, device, u"-m"_s, file});
+    QCOMPARE(answer.status, 0);
+    QVERIFY(answer.err.endsWith("Verification OK\n"));
+    QVERIFY(answer.err.contains(" file.\n"));
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorImages)
