@@ -72,6 +72,17 @@ bool needsTsopAdapter(const Chip &chip) {
            chip.name.find("@TSOP56") != std::string::npos;
 }
 
+std::optional<Chip> dataMemory(const Chip &chip) {
+    if (chip.dataSize == 0)
+        return std::nullopt;
+    Chip data;
+    data.name = chip.name + ".eeprom";
+    data.technology = Technology::SerialEeprom;
+    data.size = chip.dataSize;
+    data.memory = "Data";
+    return data;
+}
+
 bool sameDeviceName(const std::string &one, const std::string &other) {
     return strcasecmp(one.c_str(), other.c_str()) == 0;
 }

@@ -34,6 +34,12 @@ struct Voltages {
     int pulse = 100;           ///< microseconds
 };
 
+/// A value that configures a microcontroller.
+struct Fuse {
+    std::string name;
+    unsigned value = 0; ///< as the chip leaves the factory
+};
+
 /// A memory that the programmer can read and write.
 struct Chip {
     std::string name;
@@ -42,7 +48,10 @@ struct Chip {
     int pins = 8;
     std::optional<ChipId> id = std::nullopt;
     Protection protection = Protection::None;
-    Voltages voltages = {}; ///< of a chip whose voltages can be chosen
+    Voltages voltages = {};       ///< of a chip whose voltages can be chosen
+    std::size_t dataSize = 0;     ///< bytes of a microcontroller's second memory
+    std::vector<Fuse> fuses = {}; ///< of a microcontroller
+    std::string memory = "Code";  ///< as the tool calls it
 };
 
 /// The memories that the simulator knows by heart.
@@ -67,6 +76,9 @@ bool erasesInSocket(const Chip &chip);
 
 /// Whether writing replaces what a cell holds; otherwise it can only turn ones into zeros.
 bool writeReplaces(const Chip &chip);
+
+/// A microcontroller's memory for data, a chip by itself on the bench; nothing for other chips.
+std::optional<Chip> dataMemory(const Chip &chip);
 
 /// Device names are compared whole, in any case.
 bool sameDeviceName(const std::string &one, const std::string &other);

@@ -38,7 +38,7 @@ struct Options {
     std::string file;       ///< of Read, Write and Verify
     std::string searchTerm; ///< of List
     std::optional<ProgrammerModel> model;
-    Section section = Section::Code;
+    std::optional<Section> section; ///< without one a read takes them all
     FileFormat format = FileFormat::Binary;
     bool ignoreIdMismatch = false;
     bool skipId = false;

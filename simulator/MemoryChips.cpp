@@ -57,6 +57,18 @@ Chip serialFlash(std::string name, std::size_t size, std::uint32_t id) {
             .protection = Protection::Software};
 }
 
+Chip microcontroller(std::string name, std::size_t size, std::size_t dataSize, int pins,
+                     std::uint32_t id) {
+    constexpr int signatureDigits = 6;
+    return {.name = std::move(name),
+            .technology = Technology::ParallelFlash,
+            .size = size,
+            .pins = pins,
+            .id = ChipId{id, signatureDigits},
+            .dataSize = dataSize,
+            .fuses = {{"fuses_lo", 0x62}, {"fuses_hi", 0xDF}, {"lock_byte", 0xFF}}};
+}
+
 void append(std::vector<Chip> &all, std::vector<Chip> more) {
     for (Chip &chip : more)
         all.push_back(std::move(chip));
@@ -132,11 +144,20 @@ std::vector<Chip> flashes() {
     };
 }
 
+std::vector<Chip> microcontrollers() {
+    return {
+        microcontroller("ATMEGA8@DIP28", 8 * kib, 512, 28, 0x1E9307),
+        microcontroller("ATMEGA328@DIP28", 32 * kib, 1 * kib, 28, 0x1E9514),
+        microcontroller("ATTINY13", 1 * kib, 64, 8, 0x1E9007),
+    };
+}
+
 std::vector<Chip> everyChip() {
     std::vector<Chip> all = serialEeproms();
     append(all, eeproms());
     append(all, eproms());
     append(all, flashes());
+    append(all, microcontrollers());
     return all;
 }
 

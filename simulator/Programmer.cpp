@@ -3,6 +3,7 @@
 #include "Output.h"
 #include "files/HexRecords.h"
 #include "files/ImageFile.h"
+#include "session/FuseMemory.h"
 #include "session/Voltages.h"
 
 #include <algorithm>
@@ -122,10 +123,18 @@ Outcome Programmer::complainAboutId() const {
 Outcome Programmer::act() {
     if (options_.action == Action::Erase)
         return erase();
-    if (options_.section != Section::Code) {
-        say("No " + nameOf(options_.section) + " section found.\n");
-        return Outcome::Failed;
-    }
+    const Section section = options_.section.value_or(Section::Code);
+    if (section == Section::Code)
+        return actOnCode();
+    if (section == Section::Data && chip_.dataSize > 0)
+        return actOnData();
+    if (section == Section::Config && !chip_.fuses.empty())
+        return actOnFuses();
+    say("No " + nameOf(section) + " section found.\n");
+    return Outcome::Failed;
+}
+
+Outcome Programmer::actOnCode() {
     switch (options_.action) {
     case Action::Read:
         return read();
@@ -138,6 +147,42 @@ Outcome Programmer::act() {
     }
 }
 
+Outcome Programmer::actOnData() const {
+    const auto data = dataMemory(chip_);
+    Programmer programmer(*data, options_, environment_);
+    const Outcome outcome = programmer.actOnCode();
+    programmer.socket_.end();
+    return outcome;
+}
+
+Outcome Programmer::actOnFuses() const {
+    const FuseMemory fuses(chip_, environment_);
+    if (options_.action == Action::Read)
+        return fuses.read(options_.file);
+    if (options_.action == Action::Write)
+        return fuses.write(options_.file);
+    say("The simulator cannot do this with fuses.\n");
+    return Outcome::Failed;
+}
+
+Outcome Programmer::readTheRest() const {
+    if (options_.section || options_.file == standardStream)
+        return Outcome::Good;
+    // Up to the last dot of the whole path, as the tool does, not only of its last part.
+    const std::string stem = options_.file.substr(0, options_.file.rfind('.'));
+    if (const auto data = dataMemory(chip_)) {
+        Socket socket(*data, environment_, true);
+        OutputFile file(stem + ".eeprom.bin");
+        const auto content = socket.read(data->size);
+        if (!content)
+            return Outcome::Failed;
+        file.fill(*content);
+    }
+    if (chip_.fuses.empty())
+        return Outcome::Good;
+    return FuseMemory(chip_, environment_).read(stem + ".fuses.conf");
+}
+
 Outcome Programmer::read() {
     if (socket_.begin() == Outcome::Failed)
         return Outcome::Failed;
@@ -146,7 +191,7 @@ Outcome Programmer::read() {
     if (!content)
         return Outcome::Failed;
     file.fill(inFormat(*content, options_.format));
-    return Outcome::Good;
+    return readTheRest();
 }
 
 Outcome Programmer::verify() {
@@ -202,7 +247,7 @@ Outcome Programmer::checkBlank() {
         return Outcome::Failed;
     const bool blank = std::all_of(content->begin(), content->end(),
                                    [](std::uint8_t byte) { return byte == erasedByte; });
-    say(blank ? "Code memory section is blank.\n" : "Code memory section is not blank.\n");
+    say(chip_.memory + (blank ? " memory section is blank.\n" : " memory section is not blank.\n"));
     return blank ? Outcome::Good : Outcome::Failed;
 }
 

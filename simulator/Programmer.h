@@ -27,7 +27,11 @@ private:
     [[nodiscard]] Outcome checkId() const;
     [[nodiscard]] Outcome complainAboutId() const;
     Outcome act();
+    Outcome actOnCode();
+    [[nodiscard]] Outcome actOnData() const;
+    [[nodiscard]] Outcome actOnFuses() const;
     Outcome read();
+    [[nodiscard]] Outcome readTheRest() const;
     Outcome verify();
     Outcome write();
     Outcome writeAndVerify();

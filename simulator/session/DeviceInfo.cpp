@@ -50,9 +50,11 @@ std::string voltageInfo(const Voltages &voltages, Dialect dialect) {
 }
 
 std::string memoryInfo(const Chip &chip, ProgrammerModel model, Dialect dialect) {
+    const std::string further =
+        chip.dataSize > 0 ? " + " + std::to_string(chip.dataSize) + " Bytes" : "";
     std::string text = "Name: " + chip.name + "\nAvailable on: " + availability(model) +
-                       "\nMemory: " + std::to_string(chip.size) +
-                       " Bytes\nPackage: " + packageOf(chip, dialect) + "\n";
+                       "\nMemory: " + std::to_string(chip.size) + " Bytes" + further +
+                       "\nPackage: " + packageOf(chip, dialect) + "\n";
     if (dialect == Dialect::Release)
         text += "ICSP: -\n";
     text += "Protocol: " + shortHex(protocolOf(chip)) +

@@ -56,7 +56,7 @@ Outcome Socket::begin() {
 
 std::optional<Bytes> Socket::read(std::size_t length) {
     const std::size_t blocks = blockCount(length, readBlock(chip_));
-    ProgressLine progress("Reading", "Code", environment_);
+    ProgressLine progress("Reading", chip_.memory, environment_);
     for (std::size_t i = 0; i < blocks; ++i) {
         progress.beginBlock(i, blocks);
         progress.endBlock(i, blocks);
@@ -74,7 +74,7 @@ std::optional<Bytes> Socket::read(std::size_t length) {
 Outcome Socket::write(const Bytes &image) {
     const std::size_t page = writePage(chip_);
     const std::size_t pages = blockCount(image.size(), page);
-    ProgressLine progress("Writing", "Code", environment_);
+    ProgressLine progress("Writing", chip_.memory, environment_);
     for (std::size_t i = 0; i < pages; ++i) {
         progress.beginBlock(i, pages);
         if (!writeProtected())

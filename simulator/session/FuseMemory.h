@@ -1,0 +1,31 @@
+#pragma once
+
+#include "Chips.h"
+#include "Environment.h"
+#include "session/Outcome.h"
+
+#include <filesystem>
+
+namespace sim {
+
+/// The configuration of a microcontroller: a few named values, kept beside the chip on the bench
+/// and exchanged as lines "name = 0x62".
+class FuseMemory {
+public:
+    FuseMemory(const Chip &chip, const Environment &environment);
+
+    /// Writes the values to the file. Throws FileError.
+    Outcome read(const std::filesystem::path &file) const;
+
+    /// Takes the values from the file, which has to name them all. Throws FileError.
+    Outcome write(const std::filesystem::path &file) const;
+
+private:
+    [[nodiscard]] std::filesystem::path benchFile() const;
+    [[nodiscard]] std::vector<Fuse> load() const;
+
+    const Chip &chip_;
+    const Environment &environment_;
+};
+
+} // namespace sim
