@@ -34,3 +34,13 @@ function(velm_test name)
         TIMEOUT 300
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;HOME=${CMAKE_BINARY_DIR}/test-home;SHELL=/bin/bash;XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR}/test-runtime")
 endfunction()
+
+# velm_test_again(<name> <suffix> <variable=value>)
+# Runs the test a second time, as <name>_<suffix>, with one more variable in its environment.
+function(velm_test_again name suffix variable)
+    get_test_property(${name} ENVIRONMENT environment)
+    add_test(NAME ${name}_${suffix} COMMAND ${name})
+    set_tests_properties(${name}_${suffix} PROPERTIES
+        TIMEOUT 300
+        ENVIRONMENT "${environment};${variable}")
+endfunction()
