@@ -149,6 +149,16 @@ void showBeginning(QLineEdit *path) {
     QObject::connect(path, &QLineEdit::textChanged, path, show);
 }
 
+// The tool tip says what the field is for; that it is empty is said only while it is.
+void describeWhileEmpty(QLineEdit *field) {
+    const auto describe = [field] {
+        field->setAccessibleDescription(field->text().isEmpty() ? field->placeholderText()
+                                                                : QString());
+    };
+    QObject::connect(field, &QLineEdit::textChanged, field, describe);
+    describe();
+}
+
 void dress(MainWindow &window) {
     Ui::MainWindow &c = window.controls();
     setIcons(c, window.palette());
@@ -158,6 +168,7 @@ void dress(MainWindow &window) {
     c.startAddTextField->setFont(fixed);
     for (QLineEdit *path : {c.miniproLocationField, c.readFileTextField})
         showBeginning(path);
+    describeWhileEmpty(c.readFileTextField);
     c.padToTextField->setFont(fixed);
     c.goToField->setFont(fixed);
     c.splitter->setStretchFactor(0, 1);

@@ -1,6 +1,9 @@
 #include "window/SearchSteps.h"
 
+#include "settings/SettingsKeys.h"
+
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QContextMenuEvent>
 #include <QGroupBox>
 #include <QMenu>
@@ -18,6 +21,8 @@ private slots:
     void tab_followsTheReadingOrder_data();
     void tab_followsTheReadingOrder();
     void recentFiles_areInAMenuThatIsClosed();
+    void descriptions_ofFieldsHoldWhateverIsInThem();
+    void openedBinary_saysWhereThereIsNone();
 };
 
 namespace {
@@ -66,6 +71,10 @@ QStringList markedTexts(const QWidget &window) {
     for (const QMenuBar *bar : inWindow<QMenuBar>(window))
         texts += textsOf(bar->actions());
     return texts;
+}
+
+QString descriptionOf(QWidget *widget) {
+    return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Description);
 }
 
 bool isStation(const QWidget &widget) {
@@ -199,6 +208,33 @@ void TestWindowReach::recentFiles_areInAMenuThatIsClosed() {
     velm.end();
     velm.start();
     QCOMPARE(recent(), QStringList({other, one}));
+}
+
+void TestWindowReach::descriptions_ofFieldsHoldWhateverIsInThem() {
+    WindowFixture velm;
+    velm.start();
+    const Panel panel(velm);
+    const QList<QLineEdit *> fields = velm.velm().window().findChildren<QLineEdit *>();
+    QVERIFY(fields.contains(panel.term));
+    for (QLineEdit *field : fields) {
+        field->setText(QStringLiteral("something"));
+        const QString described = descriptionOf(field);
+        QVERIFY2(described.isEmpty() || described != field->placeholderText(),
+                 qPrintable(field->objectName() + QStringLiteral(": ") + described));
+    }
+}
+
+void TestWindowReach::openedBinary_saysWhereThereIsNone() {
+    WindowFixture velm;
+    velm.start();
+    const QString none = QStringLiteral("No file opened");
+    QLineEdit *field = velm.controls().readFileTextField;
+    QCOMPARE(descriptionOf(field), none);
+    velm.delegate().openBinary(velm.write(QStringLiteral("rom.bin"), "A"));
+    QVERIFY2(descriptionOf(field) != none && !descriptionOf(field).isEmpty(),
+             qPrintable(descriptionOf(field)));
+    velm.settings().setValue(settingsKeys::binary, QString());
+    QCOMPARE(descriptionOf(field), none);
 }
 
 QTEST_MAIN(TestWindowReach)
