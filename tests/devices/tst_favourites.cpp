@@ -56,6 +56,7 @@ private slots:
     void firstStart_hasOneItem();
     void add_appendsWhatIsNotThereYet_data();
     void add_appendsWhatIsNotThereYet();
+    void remarks_quoteTheNameAsItIs();
     void add_readsTheStoreAfresh();
     void remove_takesTheFirstEqualName_data();
     void remove_takesTheFirstEqualName();
@@ -102,6 +103,23 @@ void TestFavourites::add_appendsWhatIsNotThereYet() {
     QCOMPARE(f.menu(), list);
     QCOMPARE(f.manager->favourites(), list);
     QCOMPARE(said.count(), 1);
+}
+
+void TestFavourites::remarks_quoteTheNameAsItIs() {
+    Favourites f;
+    f.setDevice(QStringLiteral("1%2x %1"));
+    QSignalSpy said(f.manager.get(), &UAStringManager::remark);
+    f.manager->removeFavourite(nullptr);
+    f.manager->addFavourite(nullptr);
+    f.manager->addFavourite(nullptr);
+    f.manager->removeFavourite(nullptr);
+    QStringList sentences;
+    for (const QList<QVariant> &call : said)
+        sentences.append(call.first().toString());
+    QCOMPARE(sentences, QStringList({QStringLiteral("1%2x %1 is not among the favourites."),
+                                     QStringLiteral("1%2x %1 was added to the favourites."),
+                                     QStringLiteral("1%2x %1 is a favourite already."),
+                                     QStringLiteral("1%2x %1 was removed from the favourites.")}));
 }
 
 void TestFavourites::add_readsTheStoreAfresh() {

@@ -76,6 +76,8 @@ void TestWindowAddress::noAddress_isSaidAndNothingMoves_data() {
         << QStringLiteral("\u201c10000000000000000\u201d is no hexadecimal address.");
     QTest::newRow("a word") << QStringLiteral("end")
                             << QStringLiteral("\u201cend\u201d is no hexadecimal address.");
+    QTest::newRow("a place for another text")
+        << QStringLiteral("1%2x") << QStringLiteral("\u201c1%2x\u201d is no hexadecimal address.");
     QTest::newRow("nothing") << QString()
                              << QStringLiteral("\u201c\u201d is no hexadecimal address.");
 }

@@ -157,6 +157,13 @@ void TestWindowComposition::remarks_aboutNumbers_data() {
     QTest::newRow("a pad size that is partly one")
         << QStringLiteral("0") << QStringLiteral("1k") << qint64(1024)
         << QStringLiteral("Only the beginning of “1k” is a number: the data is padded to 1 KiB.");
+    QTest::newRow("a pad size that reads as a place for another number")
+        << QStringLiteral("0") << QStringLiteral("1%2x") << qint64(1024)
+        << QStringLiteral("Only the beginning of “1%2x” is a number: the data is padded to 1 KiB.");
+    QTest::newRow("a start address that reads as a place for another number")
+        << QStringLiteral("1%2x") << QStringLiteral("1") << qint64(1024)
+        << QStringLiteral("Only the beginning of the start address “1%2x” is a hexadecimal "
+                          "number: 1 is used.");
     QTest::newRow("a pad size that wraps")
         << QStringLiteral("0") << QStringLiteral("4194305") << qint64(1024)
         << QStringLiteral("Pad to is too large for its field: it counts as 1,024 bytes.");
