@@ -142,10 +142,11 @@ void fillViewMenu(MainWindow &window) {
 void fillHelpMenu(MainWindow &window) {
     MenuFiller help(*window.menuBar(), AppDelegate::tr("&Help"));
     help.calls(AppDelegate::tr("&About VELM"), {}, &window, [line = window.controls().messageLine] {
-        line->setNotice(QStringLiteral("about"), MessageLine::Severity::Information,
-                        AppDelegate::tr("VELM %1 reads, writes and tests chips with the minipro "
-                                        "programmer tool.")
-                            .arg(QCoreApplication::applicationVersion()));
+        line->setPassingNotice(
+            QStringLiteral("about"), MessageLine::Severity::Information,
+            AppDelegate::tr("VELM %1 reads, writes and tests chips with the minipro "
+                            "programmer tool.")
+                .arg(QCoreApplication::applicationVersion()));
     });
 }
 
@@ -161,5 +162,7 @@ WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const Wor
     // A menu takes no focus from who is typing.
     QObject::connect(window.menuBar(), &QMenuBar::triggered, &delegate,
                      &AppDelegate::commitPendingInput);
+    MessageLine *line = window.controls().messageLine;
+    QObject::connect(window.menuBar(), &QMenuBar::triggered, line, &MessageLine::endPassingNotice);
     return menus;
 }

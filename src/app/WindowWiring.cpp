@@ -127,6 +127,23 @@ void wireFiles(Ui::MainWindow &c, AppDelegate &delegate) {
     QObject::connect(c.textView, &ConsoleView::saveRequested, &delegate, &AppDelegate::saveConsole);
 }
 
+// Whatever is done in the window but looking at it.
+void endPassingNoticeByDeeds(MainWindow &window, AppDelegate &delegate) {
+    Ui::MainWindow &c = window.controls();
+    const auto by = [line = c.messageLine](auto *sender, auto deed) {
+        QObject::connect(sender, deed, line, &MessageLine::endPassingNotice);
+    };
+    by(&delegate, &AppDelegate::runInProgressChanged);
+    by(&delegate.editHistory(), &QUndoStack::indexChanged);
+    by(c.tabview, &TabView::didSelectTabViewItem);
+    for (QLineEdit *field : window.findChildren<QLineEdit *>())
+        by(field, &QLineEdit::textChanged);
+    for (QAbstractButton *button : window.findChildren<QAbstractButton *>()) {
+        by(button, &QAbstractButton::clicked);
+        by(button, &QAbstractButton::toggled);
+    }
+}
+
 // The icons are drawn in the palette's colour, so that they are taken anew when that changes.
 void setIcons(Ui::MainWindow &c, const QPalette &palette) {
     const std::pair<QAbstractButton *, const char *> icons[] = {
@@ -190,5 +207,6 @@ void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts
     bindControls(controls, delegate, parts.binder);
     wireDevices(controls, delegate, parts);
     wireFiles(controls, delegate);
+    endPassingNoticeByDeeds(window, delegate);
     dress(window);
 }

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -88,6 +89,7 @@ void MessageLine::setNotice(const QString &topic, Severity severity, const QStri
         clearNotice(topic);
         return;
     }
+    endPassingNotice();
     const Notice notice{topic, severity, onOneLine(sentence), action};
     const bool isNewest = !notices_.empty() && notices_.front().saysTheSameAs(notice);
     std::erase_if(notices_, [&](const Notice &old) { return old.topic == topic; });
@@ -100,6 +102,17 @@ void MessageLine::setNotice(const QString &topic, Severity severity, const QStri
     showNotices();
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
+}
+
+void MessageLine::setPassingNotice(const QString &topic, Severity severity,
+                                   const QString &sentence) {
+    setNotice(topic, severity, sentence);
+    passing_ = topic;
+}
+
+void MessageLine::endPassingNotice() {
+    if (!passing_.isEmpty())
+        clearNotice(std::exchange(passing_, QString()));
 }
 
 void MessageLine::clearNotice(const QString &topic) {

@@ -40,6 +40,11 @@ public:
     /// an action.
     void setNotice(const QString &topic, Severity severity, const QString &sentence,
                    const Action &action);
+    /// Shows \a sentence until another notice comes or endPassingNotice() is called: for what is
+    /// never untrue, but of no use once something else is done.
+    void setPassingNotice(const QString &topic, Severity severity, const QString &sentence);
+    /// Takes the passing notice away, if there is one.
+    void endPassingNotice();
     /// Takes the notice of \a topic away, if there is one.
     void clearNotice(const QString &topic);
     /// Takes all notices away.
@@ -76,6 +81,7 @@ private:
     void fitHeight();
 
     std::vector<Notice> notices_; // newest first
+    QString passing_;             // topic of the passing notice; empty without one
     QPushButton *button_ = nullptr;
     int height_ = 0;
 };

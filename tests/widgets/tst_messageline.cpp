@@ -29,6 +29,8 @@ private slots:
     void action_mayClearItsOwnNotice();
     void action_outlivesANewerNoticeWithoutOne();
     void button_isReachedByKeyboard();
+    void passingNotice_goesWhenAnotherComes();
+    void passingNotice_thatIsSaidForGoodStays();
     void repeatedNotice_keepsTheSelection();
 };
 
@@ -203,6 +205,28 @@ void TestMessageLine::button_isReachedByKeyboard() {
     QTRY_VERIFY(window.line.hasFocus());
     QTest::keyClick(&window.line, Qt::Key_Tab);
     QVERIFY(shownButton(window.line)->hasFocus());
+}
+
+void TestMessageLine::passingNotice_goesWhenAnotherComes() {
+    MessageLine line;
+    line.setNotice(u"a"_s, Severity::Warning, u"old"_s);
+    line.setPassingNotice(u"b"_s, Severity::Information, u"passing"_s);
+    line.clearNotice(u"c"_s);
+    QCOMPARE(line.text(), u"passing\nWarning: old"_s);
+    line.setNotice(u"c"_s, Severity::Information, u"new"_s);
+    QCOMPARE(line.text(), u"new\nWarning: old"_s);
+    line.setPassingNotice(u"b"_s, Severity::Information, u"passing"_s);
+    line.endPassingNotice();
+    line.endPassingNotice();
+    QCOMPARE(line.text(), u"new\nWarning: old"_s);
+}
+
+void TestMessageLine::passingNotice_thatIsSaidForGoodStays() {
+    MessageLine line;
+    line.setPassingNotice(u"a"_s, Severity::Information, u"same"_s);
+    line.setNotice(u"a"_s, Severity::Information, u"same"_s);
+    line.endPassingNotice();
+    QCOMPARE(line.text(), u"same"_s);
 }
 
 void TestMessageLine::repeatedNotice_keepsTheSelection() {
