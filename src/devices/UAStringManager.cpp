@@ -28,11 +28,9 @@ void UAStringManager::awakeFromNib() {
         auto *menu = new QMenu(dButton);
         dButton->setMenu(menu);
         connect(menu, &QMenu::triggered, this, &UAStringManager::pick);
-        connect(menu, &QMenu::aboutToShow, this, [this] {
-            if (dict.isEmpty())
-                emit remark(tr("There are no favourites: enter a device and add it."));
-        });
+        connect(menu, &QMenu::aboutToShow, this, &UAStringManager::remarkOnMenu);
     }
+    connect(&defaults, &SettingsStore::valueChanged, this, &UAStringManager::endRemark);
     readDict();
     populateMenu();
 }
@@ -73,6 +71,17 @@ void UAStringManager::removeFavourite(QObject *) {
     list.removeAt(index);
     if (store(list))
         emit remark(tr("%1 was removed from the favourites.").arg(device));
+}
+
+void UAStringManager::remarkOnMenu() {
+    emit remark(dict.isEmpty() ? tr("There are no favourites: enter a device and add it.")
+                               : QString());
+}
+
+// Every remark speaks of the device, the list or both.
+void UAStringManager::endRemark(const QString &key) {
+    if (key == settingsKeys::device || key == settingsKeys::favourites)
+        emit remark(QString());
 }
 
 // The menu keeps what it shows where the list could not be changed.

@@ -48,10 +48,12 @@ public:
     const QStringList &favourites() const { return dict; }
 
 signals:
-    /// Something worth saying in the message line.
+    /// Something worth saying in the message line; empty: what was said is over.
     void remark(const QString &sentence);
 
 private:
+    void remarkOnMenu();
+    void endRemark(const QString &key);
     bool store(const QStringList &list);
     void pick(QAction *item);
 

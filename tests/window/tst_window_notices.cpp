@@ -1,8 +1,11 @@
 #include "window/EditingSteps.h"
 
+#include "devices/UAStringManager.h"
+
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
+#include <QToolButton>
 
 #include <functional>
 
@@ -14,6 +17,9 @@ private slots:
     void about_leavesWithTheNextDeed_data();
     void about_leavesWithTheNextDeed();
     void about_canBeLookedAt();
+    void remarkOnFavourites_endsWithWhatItSpokeOf_data();
+    void remarkOnFavourites_endsWithWhatItSpokeOf();
+    void noFavourites_endsWhenThereIsOne();
 };
 
 namespace {
@@ -82,6 +88,39 @@ void TestWindowNotices::about_canBeLookedAt() {
     QTest::mouseClick(velm.controls().messageLine->viewport(), Qt::LeftButton);
     velm.settle();
     QVERIFY2(says(velm, "reads, writes and tests chips"), qPrintable(velm.message()));
+}
+
+void TestWindowNotices::remarkOnFavourites_endsWithWhatItSpokeOf_data() {
+    QTest::addColumn<Deed>("deed");
+    const auto row = [](const char *name, Deed deed) { QTest::newRow(name) << std::move(deed); };
+    row("another device",
+        [](WindowFixture &velm) { QTest::keyClick(velm.controls().uaTextField, Qt::Key_A); });
+    row("other favourites", [](WindowFixture &velm) {
+        velm.settings().setValue(settingsKeys::favourites, QStringList(QStringLiteral("7400")));
+    });
+    row("the menu",
+        [](WindowFixture &velm) { emit velm.controls().dButton->menu()->aboutToShow(); });
+}
+
+void TestWindowNotices::remarkOnFavourites_endsWithWhatItSpokeOf() {
+    QFETCH(Deed, deed);
+    WindowFixture velm;
+    velm.start();
+    velm.click(velm.controls().btn_add_favourite);
+    QVERIFY2(says(velm, "is a favourite already"), qPrintable(velm.message()));
+    deed(velm);
+    QCOMPARE(velm.message(), QString());
+}
+
+void TestWindowNotices::noFavourites_endsWhenThereIsOne() {
+    WindowFixture velm;
+    velm.settings().setValue(settingsKeys::favourites, QStringList());
+    velm.start();
+    emit velm.controls().dButton->menu()->aboutToShow();
+    QVERIFY2(says(velm, "There are no favourites"), qPrintable(velm.message()));
+    velm.click(velm.controls().btn_add_favourite);
+    QVERIFY2(!says(velm, "There are no favourites"), qPrintable(velm.message()));
+    QVERIFY2(says(velm, "was added to the favourites"), qPrintable(velm.message()));
 }
 
 QTEST_MAIN(TestWindowNotices)
