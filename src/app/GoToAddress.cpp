@@ -9,6 +9,7 @@ namespace {
 
 constexpr int hexadecimal = 16;
 constexpr int shortestAddress = 4; // digits
+const QString topic = QStringLiteral("address");
 
 QString addressText(qint64 offset) {
     return QString::number(offset, hexadecimal).toUpper().rightJustified(shortestAddress, u'0');
@@ -20,13 +21,20 @@ GoToAddress::GoToAddress(QLineEdit &field, GridView &grid, MessageLine &messageL
                          const AppDelegate &delegate, QObject *parent)
     : QObject(parent), field_(field), grid_(grid), messageLine_(messageLine), delegate_(delegate) {
     connect(&field, &QLineEdit::returnPressed, this, &GoToAddress::go);
+    connect(&field, &QLineEdit::textChanged, this, &GoToAddress::forgetTrouble);
+    connect(grid.gridModel(), &GridModel::modelReset, this, &GoToAddress::forgetTrouble);
+    connect(grid.gridModel(), &GridModel::dataChanged, this, &GoToAddress::forgetTrouble);
 }
 
 void GoToAddress::go() {
     const QString trouble = goTo(field_.text().trimmed());
-    messageLine_.setNotice(QStringLiteral("address"), MessageLine::Severity::Warning, trouble);
+    messageLine_.setNotice(topic, MessageLine::Severity::Warning, trouble);
     if (trouble.isEmpty())
         grid_.setFocus(Qt::OtherFocusReason);
+}
+
+void GoToAddress::forgetTrouble() {
+    messageLine_.clearNotice(topic);
 }
 
 QString GoToAddress::goTo(const QString &address) {

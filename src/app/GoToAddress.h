@@ -13,12 +13,14 @@ class GoToAddress final : public QObject {
     Q_OBJECT
 
 public:
-    /// All must outlive this.
+    /// All must outlive this, and \a grid have its source.
     GoToAddress(QLineEdit &field, GridView &grid, MessageLine &messageLine,
                 const AppDelegate &delegate, QObject *parent);
 
 private:
     void go();
+    /// Another address, or other bytes: what was wrong may be so no longer.
+    void forgetTrouble();
     /// Moves to the address; a sentence that says why not, or nothing.
     QString goTo(const QString &address);
 

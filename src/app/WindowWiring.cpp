@@ -13,6 +13,7 @@
 #include "ui_MainWindow.h"
 
 #include <QFontDatabase>
+#include <QItemSelectionModel>
 #include <QLocale>
 
 #include <utility>
@@ -52,6 +53,16 @@ void wireGrid(Ui::MainWindow &c, AppDelegate &delegate) {
                                              .arg(QLocale().toString(rows),
                                                   QLocale().toString(GridView::largestCopy)));
                      });
+    const auto forget = [line = c.messageLine] { line->clearNotice(QStringLiteral("copy")); };
+    QObject::connect(c.tableview->selectionModel(), &QItemSelectionModel::selectionChanged,
+                     c.messageLine, forget);
+    QObject::connect(c.tableview->gridModel(), &GridModel::modelReset, c.messageLine, forget);
+}
+
+void wireConsole(Ui::MainWindow &c, AppDelegate &delegate) {
+    QObject::connect(c.textView, &ConsoleView::saveRequested, &delegate, &AppDelegate::saveConsole);
+    QObject::connect(c.textView, &ConsoleView::cleared, c.messageLine,
+                     [line = c.messageLine] { line->clearNotice(QStringLiteral("console")); });
 }
 
 void wireTabs(Ui::MainWindow &c, AppDelegate &delegate) {
@@ -124,7 +135,6 @@ void wireFiles(Ui::MainWindow &c, AppDelegate &delegate) {
     onClick(c.btn_open, &AppDelegate::browseBinaryFile);
     onClick(c.btn_export_read, &AppDelegate::export_read_from_chip_data);
     onClick(c.btn_export_output, &AppDelegate::export_output_data);
-    QObject::connect(c.textView, &ConsoleView::saveRequested, &delegate, &AppDelegate::saveConsole);
 }
 
 // Whatever is done in the window but looking at it.
@@ -202,6 +212,7 @@ void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts
     delegate.setWindow(&window);
     fillOutlets(controls, delegate, parts);
     wireGrid(controls, delegate);
+    wireConsole(controls, delegate);
     wireTabs(controls, delegate);
     wireOperations(controls, delegate);
     bindControls(controls, delegate, parts.binder);

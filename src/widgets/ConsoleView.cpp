@@ -116,6 +116,7 @@ void ConsoleView::clearAll() {
     noticeGiven_ = false;
     flush();
     enableActions();
+    emit cleared();
 }
 
 void ConsoleView::copyAll() {

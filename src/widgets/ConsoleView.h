@@ -57,6 +57,8 @@ signals:
     void saveRequested();
     /// The oldest text has gone for the first time since the console was empty.
     void trimmed();
+    /// Everything was taken away.
+    void cleared();
 
 protected:
     void changeEvent(QEvent *event) override;

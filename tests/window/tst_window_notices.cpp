@@ -20,6 +20,11 @@ private slots:
     void remarkOnFavourites_endsWithWhatItSpokeOf_data();
     void remarkOnFavourites_endsWithWhatItSpokeOf();
     void noFavourites_endsWhenThereIsOne();
+    void refusedCopy_endsWithTheSelection_data();
+    void refusedCopy_endsWithTheSelection();
+    void refusedAddress_endsWithWhatItSpokeOf_data();
+    void refusedAddress_endsWithWhatItSpokeOf();
+    void fullConsole_endsWhenItIsCleared();
 };
 
 namespace {
@@ -121,6 +126,72 @@ void TestWindowNotices::noFavourites_endsWhenThereIsOne() {
     velm.click(velm.controls().btn_add_favourite);
     QVERIFY2(!says(velm, "There are no favourites"), qPrintable(velm.message()));
     QVERIFY2(says(velm, "was added to the favourites"), qPrintable(velm.message()));
+}
+
+void TestWindowNotices::refusedCopy_endsWithTheSelection_data() {
+    QTest::addColumn<Deed>("deed");
+    const auto row = [](const char *name, Deed deed) { QTest::newRow(name) << std::move(deed); };
+    row("another row", [](WindowFixture &velm) {
+        GridView *grid = velm.controls().tableview;
+        grid->moveTo(grid->model()->index(3, 1));
+    });
+    row("no row", [](WindowFixture &velm) { velm.controls().tableview->clearSelection(); });
+    row("another tab", [](WindowFixture &velm) {
+        velm.controls().tabview->selectTabViewItem(readTabIdentifier());
+    });
+}
+
+void TestWindowNotices::refusedCopy_endsWithTheSelection() {
+    QFETCH(Deed, deed);
+    WindowFixture velm;
+    velm.settings().setValue(settingsKeys::pad_to, QStringLiteral("17000"));
+    velm.settings().setValue(settingsKeys::pad, true);
+    showTwentyBytes(velm);
+    GridView *grid = velm.controls().tableview;
+    grid->selectAll();
+    grid->copySelection();
+    QVERIFY2(says(velm, "too many to copy"), qPrintable(velm.message()));
+    deed(velm);
+    QCOMPARE(velm.message(), QString());
+}
+
+void TestWindowNotices::refusedAddress_endsWithWhatItSpokeOf_data() {
+    QTest::addColumn<Deed>("deed");
+    const auto row = [](const char *name, Deed deed) { QTest::newRow(name) << std::move(deed); };
+    row("another text",
+        [](WindowFixture &velm) { QTest::keyClick(velm.controls().goToField, Qt::Key_1); });
+    row("another tab", [](WindowFixture &velm) {
+        velm.controls().tabview->selectTabViewItem(logicTabIdentifier());
+    });
+    row("another image", [](WindowFixture &velm) {
+        velm.delegate().openBinary(velm.write(QStringLiteral("large.bin"), QByteArray(99, 'A')));
+    });
+    row("an edit that makes the image longer",
+        [](WindowFixture &velm) { enter(velm, 1, 4, QStringLiteral("'longer'")); });
+}
+
+void TestWindowNotices::refusedAddress_endsWithWhatItSpokeOf() {
+    QFETCH(Deed, deed);
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    QLineEdit *field = velm.controls().goToField;
+    field->setFocus();
+    field->setText(QStringLiteral("14"));
+    QTest::keyClick(field, Qt::Key_Return);
+    QVERIFY2(says(velm, "There is no byte at 14"), qPrintable(velm.message()));
+    deed(velm);
+    velm.settle();
+    QCOMPARE(velm.message(), QString());
+}
+
+void TestWindowNotices::fullConsole_endsWhenItIsCleared() {
+    WindowFixture velm;
+    velm.start();
+    ConsoleView *console = velm.controls().textView;
+    console->appendText(QString(ConsoleStorage::defaultLimit + 1, u'x'));
+    QVERIFY2(says(velm, "The console is full"), qPrintable(velm.message()));
+    console->clearAll();
+    QCOMPARE(velm.message(), QString());
 }
 
 QTEST_MAIN(TestWindowNotices)
