@@ -87,7 +87,11 @@ void wireOperations(Ui::MainWindow &c, AppDelegate &delegate) {
 }
 
 void bindControls(Ui::MainWindow &c, AppDelegate &delegate, KeyBinder &binder) {
-    const auto compose = [&delegate](QObject *sender) { delegate.handleControl(sender); };
+    // A cell that is still open belongs to the image that the composition replaces.
+    const auto compose = [&delegate, grid = c.tableview](QObject *sender) {
+        grid->commitOpenEditor();
+        delegate.handleControl(sender);
+    };
     binder.bindText(c.uaTextField, settingsKeys::device);
     binder.bindText(c.miniproLocationField, settingsKeys::miniproLocation);
     binder.bindText(c.readFileTextField, settingsKeys::binary);

@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QWheelEvent>
 
 /// What is being typed when the user turns to something else.
@@ -16,6 +17,8 @@ private slots:
     void changingTheTab_commitsAField();
     void everyMenuEntry_commitsAnOpenCell_data();
     void everyMenuEntry_commitsAnOpenCell();
+    void composing_replacesAnOpenCellAsAnEdit_data();
+    void composing_replacesAnOpenCellAsAnEdit();
     void openRecent_composesOnceWithWhatWasTyped();
 };
 
@@ -154,6 +157,29 @@ void TestWindowTyping::everyMenuEntry_commitsAnOpenCell() {
     QCOMPARE(*velm.state().output_data, QByteArray("z123456789ABCDEFGHIJ"));
     QVERIFY(!velm.controls().tableview->openEditor());
     velm.settle();
+}
+
+void TestWindowTyping::composing_replacesAnOpenCellAsAnEdit_data() {
+    QTest::addColumn<bool>("byKey");
+    QTest::newRow("a key") << true;
+    QTest::newRow("assistive technology") << false;
+}
+
+// Neither takes the focus from the cell. What was typed is no more lost than an edit is.
+void TestWindowTyping::composing_replacesAnOpenCellAsAnEdit() {
+    QFETCH(bool, byKey);
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    beginEntry(velm);
+    if (byKey)
+        QTest::keyClick(velm.controls().tableview->openEditor(), Qt::Key_U, Qt::AltModifier);
+    else
+        velm.controls().btn_combine_read_data->toggle();
+    QTRY_VERIFY2(velm.message().contains(QStringLiteral("1 hand edit was replaced.")),
+                 qPrintable(velm.message()));
+    velm.settle();
+    velm.click(velm.controls().messageLine->findChild<QPushButton *>());
+    QCOMPARE(*velm.state().output_data, QByteArray("z123456789ABCDEFGHIJ"));
 }
 
 void TestWindowTyping::openRecent_composesOnceWithWhatWasTyped() {
