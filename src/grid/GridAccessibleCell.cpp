@@ -111,7 +111,9 @@ bool GridAccessibleCell::isSelected() const {
 }
 
 bool GridAccessibleCell::isEditable() const {
-    return index().flags().testFlag(Qt::ItemIsEditable) && view().isEnabled();
+    // Without triggers a cell opens by no key and no click, as during a run.
+    const bool opens = view().editTriggers() != QAbstractItemView::NoEditTriggers;
+    return opens && index().flags().testFlag(Qt::ItemIsEditable) && view().isEnabled();
 }
 
 QStringList GridAccessibleCell::actionNames() const {

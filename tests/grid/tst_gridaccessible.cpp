@@ -24,6 +24,7 @@ private slots:
     void cursor_isTheFocusedChild();
     void pressing_opensTheEditor();
     void pressing_whereNothingMayBeEditedDoesNothing();
+    void pressing_whileNoCellMayOpenDoesNothing();
     void entry_canBeMadeByAssistiveTechnologyAlone();
 };
 
@@ -251,6 +252,19 @@ void TestGridAccessible::pressing_whereNothingMayBeEditedDoesNothing() {
     QCOMPARE(grid.cursor(), qMakePair(0, 1));
     grid.act(0, 2, QAccessibleActionInterface::setFocusAction());
     QCOMPARE(grid.cursor(), qMakePair(0, 2));
+}
+
+void TestGridAccessible::pressing_whileNoCellMayOpenDoesNothing() {
+    AccessibleGrid grid("ABC", true);
+    const QString press = QAccessibleActionInterface::pressAction();
+    grid.view.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    QVERIFY(!grid.at(0, 2)->actionInterface()->actionNames().contains(press));
+    QVERIFY(!grid.at(0, 2)->state().editable);
+    grid.act(0, 2, press);
+    QVERIFY(!grid.view.openEditor());
+    grid.view.setEditTriggers(GridView::usualEditTriggers);
+    grid.act(0, 2, press);
+    QVERIFY(grid.view.openEditor());
 }
 
 void TestGridAccessible::entry_canBeMadeByAssistiveTechnologyAlone() {
