@@ -19,7 +19,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
       delegate_(surroundings.settings, surroundings.log, queue_, surroundings.beep,
                 surroundings.panels, memory_, work_),
       runControls_(window_.controls()) {
-    wireMainWindow(window_, delegate_, {binder_, favourites_, searcher_, searchPanel_});
+    wireMainWindow(window_, delegate_, {binder_, favourites_, searcher_, searchPanel_, work_});
     const WindowMenus menus = makeWindowMenus(window_, delegate_, work_);
     runControls_.setActions(menus.offWhileRunning, menus.stop);
     settings_.setGuard([this] { return work_.isIdle(); });

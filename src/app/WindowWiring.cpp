@@ -3,6 +3,7 @@
 #include "app/AppDelegate.h"
 #include "app/GoToAddress.h"
 #include "app/MainWindow.h"
+#include "base/WorkState.h"
 #include "devices/DeviceSearchPanel.h"
 #include "devices/UAStringManager.h"
 #include "devices/device_searcher.h"
@@ -142,12 +143,12 @@ void wireFiles(Ui::MainWindow &c, AppDelegate &delegate) {
 }
 
 // Whatever is done in the window but looking at it.
-void endPassingNoticeByDeeds(MainWindow &window, AppDelegate &delegate) {
+void endPassingNoticeByDeeds(MainWindow &window, AppDelegate &delegate, const WorkState &work) {
     Ui::MainWindow &c = window.controls();
     const auto by = [line = c.messageLine](auto *sender, auto deed) {
         QObject::connect(sender, deed, line, &MessageLine::endPassingNotice);
     };
-    by(&delegate, &AppDelegate::runInProgressChanged);
+    by(&work, &WorkState::changed);
     by(&delegate.editHistory(), &QUndoStack::indexChanged);
     by(c.tabview, &TabView::didSelectTabViewItem);
     for (QLineEdit *field : window.findChildren<QLineEdit *>())
@@ -222,6 +223,6 @@ void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts
     bindControls(controls, delegate, parts.binder);
     wireDevices(controls, delegate, parts);
     wireFiles(controls, delegate);
-    endPassingNoticeByDeeds(window, delegate);
+    endPassingNoticeByDeeds(window, delegate, parts.work);
     dress(window);
 }

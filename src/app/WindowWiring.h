@@ -5,6 +5,7 @@ class KeyBinder;
 class MainWindow;
 class UAStringManager;
 class DeviceSearchPanel;
+class WorkState;
 class device_searcher;
 
 /// What the window's controls work with, besides the controller.
@@ -13,6 +14,7 @@ struct WindowParts {
     UAStringManager &favourites;
     device_searcher &searcher;
     DeviceSearchPanel &searchPanel;
+    const WorkState &work;
 };
 
 /// Connects the controls of \a window with \a delegate and binds the option controls to their

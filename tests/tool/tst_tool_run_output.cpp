@@ -242,6 +242,8 @@ void TestToolRunOutput::saidTail_beginsWithAWholeCharacter() {
     run->appendDataFrom_to(&handle, text);
     QCOMPARE(text.size(), 32 * 1024 - 1);
     QCOMPARE(text.front(), QLatin1Char('x'));
+}
+
 void TestToolRunOutput::handle_isArmedAgainByTheReadItself() {
     ToolBench bench;
     const auto run = bench.newRun();
