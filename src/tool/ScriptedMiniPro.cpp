@@ -28,7 +28,7 @@ constexpr qsizetype mostWaitingErrors = qsizetype(32) * 1024;
 
 /// How often something that the tool left behind is listened to: often enough to be followed, and
 /// seldom enough to leave the window and the processor alone.
-constexpr auto paceAfterTheRun = std::chrono::milliseconds(40);
+constexpr auto paceAfterTheRun = std::chrono::milliseconds(100);
 /// How long it may take to notice that nobody listens any more.
 constexpr auto graceAfterClosing = std::chrono::seconds(2);
 
