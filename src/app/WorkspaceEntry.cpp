@@ -21,6 +21,8 @@ WorkspaceEntry enterWorkspace(WorkspaceLock &lock, const QString &binary,
             return WorkspaceEntry::First;
         if (outcome == WorkspaceLock::Outcome::Unavailable)
             return WorkspaceEntry::Unavailable;
+        if (outcome == WorkspaceLock::Outcome::HeldElsewhere)
+            return WorkspaceEntry::Silent;
         const RaiseAnswer answer = requestRaise(lock.socketPath(), binary);
         if (answer == RaiseAnswer::Raised)
             return WorkspaceEntry::Raised;

@@ -10,7 +10,7 @@ class WorkspaceLock;
 enum class WorkspaceEntry {
     First,       ///< The workspace is this process's own; its window may open.
     Raised,      ///< Another process has the workspace, and its window came to the front.
-    Silent,      ///< Another process has the workspace and does not answer.
+    Silent,      ///< Another process has the workspace and does not answer, or cannot be asked.
     Unavailable, ///< The lock cannot be had at all; its problem() says why.
 };
 

@@ -9,7 +9,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
-#include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -33,32 +33,42 @@ QString lockKey(const QString &folder) {
     return QString::fromLatin1(digest.toHex().left(keyDigits));
 }
 
+enum class Locking { Done, Held, Impossible };
+
+Locking lockAtOnce(const FileDescriptor &file) {
+    if (::flock(file.get(), LOCK_EX | LOCK_NB) == 0)
+        return Locking::Done;
+    return errno == EWOULDBLOCK ? Locking::Held : Locking::Impossible;
+}
+
 } // namespace
 
 WorkspaceLock::WorkspaceLock(const QString &temporaryFolder, const QString &runtimeFolder)
-    : base_(runtimeFolder + QLatin1String("/velm-") + lockKey(temporaryFolder)) {}
-
-WorkspaceLock::~WorkspaceLock() {
-    if (file_ >= 0)
-        ::close(file_);
-}
+    : temporaryFolder_(temporaryFolder),
+      base_(runtimeFolder + QLatin1String("/velm-") + lockKey(temporaryFolder)) {}
 
 WorkspaceLock::Outcome WorkspaceLock::take() {
     const QByteArray path = QFile::encodeName(base_ + QLatin1String(".lock"));
-    const int file = ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
-    if (file < 0) {
-        problem_ = QString::fromLocal8Bit(std::strerror(errno));
-        return Outcome::Unavailable;
-    }
-    if (::flock(file, LOCK_EX | LOCK_NB) == 0) {
-        file_ = file;
-        return Outcome::Taken;
-    }
-    const int error = errno;
-    ::close(file);
-    if (error == EWOULDBLOCK)
+    FileDescriptor file(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+    if (!file.isOpen())
+        return unavailable();
+    const Locking locking = lockAtOnce(file);
+    if (locking == Locking::Impossible)
+        return unavailable();
+    if (locking == Locking::Held)
         return Outcome::HeldByAnother;
-    problem_ = QString::fromLocal8Bit(std::strerror(error));
+    // Where there is no folder yet, or its file system knows no locks, the file has to do.
+    FileDescriptor folder(::open(QFile::encodeName(temporaryFolder_).constData(),
+                                 O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.isOpen() && lockAtOnce(folder) == Locking::Held)
+        return Outcome::HeldElsewhere;
+    file_ = std::move(file);
+    folder_ = std::move(folder);
+    return Outcome::Taken;
+}
+
+WorkspaceLock::Outcome WorkspaceLock::unavailable() {
+    problem_ = QString::fromLocal8Bit(std::strerror(errno));
     return Outcome::Unavailable;
 }
 

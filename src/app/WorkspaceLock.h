@@ -1,25 +1,26 @@
 #pragma once
 
+#include "tool/FileDescriptor.h"
+
 #include <QString>
 
 /// The right to use one temporary folder: two programs that exchange images with the tool through
 /// the same four files would burn each other's data. The lock is the kernel's own on a file in the
 /// runtime folder, so it goes with its process however that ends; it never stands in the temporary
-/// folder, whose absence at a first start means something.
+/// folder, whose absence at a first start means something. A folder that is there is locked itself
+/// as well, since sessions of one user may have different runtime folders.
 class WorkspaceLock {
 public:
     enum class Outcome {
         Taken,         ///< This process holds the lock until the object goes away.
         HeldByAnother, ///< Another process holds it.
+        HeldElsewhere, ///< A process with another runtime folder holds it and cannot be asked.
         Unavailable,   ///< The lock file cannot be made; problem() says why.
     };
 
     /// A lock for \a temporaryFolder (absolute; need not exist) whose file stands in
     /// \a runtimeFolder. Nothing is taken yet.
     WorkspaceLock(const QString &temporaryFolder, const QString &runtimeFolder);
-    ~WorkspaceLock();
-    WorkspaceLock(const WorkspaceLock &) = delete;
-    WorkspaceLock &operator=(const WorkspaceLock &) = delete;
 
     /// Tries to take the lock, without waiting.
     Outcome take();
@@ -29,7 +30,11 @@ public:
     QString socketPath() const;
 
 private:
+    Outcome unavailable();
+
+    QString temporaryFolder_;
     QString base_;
     QString problem_;
-    int file_ = -1;
+    FileDescriptor file_;
+    FileDescriptor folder_;
 };

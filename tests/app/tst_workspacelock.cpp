@@ -24,6 +24,7 @@ class TestWorkspaceLock : public QObject {
 private slots:
     void oneFolder_isTakenOnce();
     void otherFolders_areFree();
+    void aFolderThatIsThere_isTakenOnceFromEverywhere();
     void theKey_isTheSameBeforeAndAfterTheFolderExists();
     void theTemporaryFolder_isNotTouched();
     void aRuntimeFolderThatIsMissing_isSaid();
@@ -64,6 +65,18 @@ void TestWorkspaceLock::otherFolders_areFree() {
     QCOMPARE(first.take(), Outcome::Taken);
     QCOMPARE(second.take(), Outcome::Taken);
     QVERIFY(first.socketPath() != second.socketPath());
+}
+
+void TestWorkspaceLock::aFolderThatIsThere_isTakenOnceFromEverywhere() {
+    const QTemporaryDir workspace;
+    const QTemporaryDir otherRuntime;
+    auto first = std::make_unique<WorkspaceLock>(workspace.path(), runtime_.path());
+    WorkspaceLock second(workspace.path(), otherRuntime.path());
+    QCOMPARE(first->take(), Outcome::Taken);
+    QCOMPARE(second.take(), Outcome::HeldElsewhere);
+    QCOMPARE(enterWorkspace(second, QString()), WorkspaceEntry::Silent);
+    first.reset();
+    QCOMPARE(second.take(), Outcome::Taken);
 }
 
 void TestWorkspaceLock::theKey_isTheSameBeforeAndAfterTheFolderExists() {
