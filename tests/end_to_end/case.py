@@ -9,7 +9,7 @@ from pathlib import Path
 import screen
 from accessible import picture
 from grid import BYTES_IN_ROW, row_of_bytes
-from program import SIMULATOR, Home, appears, end
+from program import SIMULATOR, Home, appears, end, end_again
 from waiting import until, until_equal
 from window import MainWindow
 
@@ -63,6 +63,15 @@ class Scenario(unittest.TestCase):
     def finish(self, window):
         """Ends the program of window, which must report success."""
         self.assertEqual(end(window.process), 0, "the program's status")
+
+    def finish_giving_up_edits(self, window):
+        """Ends the program of window, which asks first because the edits are in no file."""
+        window.process.terminate()
+        until(lambda: "in no file" in window.message(), "the question whether to give up the edits")
+        self.assertIsNone(window.process.poll())
+        # The second time counts once it can be no slip of the first.
+        until(lambda: end_again(window.process), "the end of the program")
+        self.assertEqual(window.process.wait(), 0, "the program's status")
 
     def _with_evidence(self, method):
         try:

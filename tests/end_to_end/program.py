@@ -10,6 +10,8 @@ from waiting import until
 PREFIX = Path(os.environ["VELM_PREFIX"])
 SIMULATOR = PREFIX / "bin" / "minipro-sim"
 PATIENCE_AT_END = 20
+# Longer than the presses of a double-click are apart.
+PAUSE_BETWEEN_REQUESTS = 0.6
 # The toolkit does not give back all that it takes for a window on a display; what the program
 # itself leaves behind is found by the tests that need no display.
 NO_LEAK_CHECK = "detect_leaks=0"
@@ -75,3 +77,13 @@ def end(process):
     if process.poll() is None:
         process.terminate()
     return process.wait(PATIENCE_AT_END)
+
+
+def end_again(process):
+    """Asks once more, and gives it a moment; true once the program has ended."""
+    process.terminate()
+    try:
+        process.wait(PAUSE_BETWEEN_REQUESTS)
+    except subprocess.TimeoutExpired:
+        return False
+    return True

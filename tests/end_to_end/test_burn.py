@@ -40,10 +40,10 @@ class Burn(Scenario):
         self.assertIn("Verification OK", output)
         self.assertIn("Done: Verify succeeded", self.window.message())
         self.see_image(self.window, self.changed)
-        self.finish(self.window)
+        self.finish_giving_up_edits(self.window)
 
     def test_a_chip_that_takes_a_byte_badly_is_said(self):
-        self.finish(self.window)
+        self.finish_giving_up_edits(self.window)
         (self.home.folder / "rom.bin").write_bytes(self.changed)
         self.configure(binary=self.home.folder / "rom.bin")
         window = self.start(MINIPRO_SIM_FAULT="bad-byte")

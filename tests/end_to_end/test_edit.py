@@ -34,13 +34,13 @@ class Edit(Scenario):
     def test_a_hexadecimal_entry_changes_its_byte(self):
         self.enter(1, 1, "7f")
         self.see(IMAGE[:16] + b"\x7f" + IMAGE[17:])
-        self.finish(self.window)
+        self.finish_giving_up_edits(self.window)
 
     def test_a_quoted_text_changes_the_bytes_from_its_cell_on(self):
         self.enter(0, 5, "'QUICK'")
         self.see(IMAGE.replace(b"quick", b"QUICK"))
         self.assertEqual(self.window.grid.at(0, CHARACTERS).name, "The QUICK brown ")
-        self.finish(self.window)
+        self.finish_giving_up_edits(self.window)
 
     def test_zero_is_refused(self):
         self.enter(0, 1, "00")
@@ -48,7 +48,7 @@ class Edit(Scenario):
         keyboard.press("Escape")
         self.enter(0, 2, "48")
         self.see(b"TH" + IMAGE[2:])
-        self.finish(self.window)
+        self.finish_giving_up_edits(self.window)
 
     def test_escape_leaves_the_byte_as_it_was(self):
         self.window.grid.open_cell(0, 1)
@@ -56,7 +56,7 @@ class Edit(Scenario):
         keyboard.press("Escape")
         self.enter(0, 2, "48")
         self.see(b"TH" + IMAGE[2:])
-        self.finish(self.window)
+        self.finish_giving_up_edits(self.window)
 
     def test_bytes_can_be_typed_one_after_the_other(self):
         self.window.focus("Bytes")
@@ -65,7 +65,7 @@ class Edit(Scenario):
             keyboard.write(entry)
             keyboard.press("Return")
         self.see(b"ABC" + IMAGE[3:])
-        self.finish(self.window)
+        self.finish_giving_up_edits(self.window)
 
     def test_what_was_read_cannot_be_edited(self):
         self.window.operate("Read")
