@@ -207,6 +207,8 @@ public:
     const State &state() const { return state_; }
 
 signals:
+    /// \a run was made; it lives as long as this object.
+    void runMade(ScriptedMiniPro *run);
     /// recentFiles() may have changed.
     void recentFilesChanged();
 

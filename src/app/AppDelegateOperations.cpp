@@ -52,6 +52,7 @@ void AppDelegate::go(QObject *sender) {
     commitPendingInput();
     auto *run = new ScriptedMiniPro(defaults_, log_, queue_, this);
     state_.retainArray.append(run);
+    emit runMade(run);
     run->setOutputView(outlets.textView);
     const int tag = sender->property("tag").toInt();
     chooseOperation(*run, tag);

@@ -49,9 +49,19 @@ void RunControls::setBusy(bool busy) {
         action->setEnabled(!busy);
     c.tableview->setEditTriggers(busy ? QAbstractItemView::NoEditTriggers
                                       : GridView::usualEditTriggers);
-    c.btn_stop->setEnabled(busy);
+    offerStop();
+}
+
+void RunControls::showLeftovers(bool printing) {
+    leftovers_ = printing;
+    offerStop();
+}
+
+void RunControls::offerStop() {
+    const bool possible = busy_ || leftovers_;
+    controls_.btn_stop->setEnabled(possible);
     if (stopAction_)
-        stopAction_->setEnabled(busy);
+        stopAction_->setEnabled(possible);
 }
 
 // The window's own focus, since a search has the panel in front of it.

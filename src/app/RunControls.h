@@ -29,9 +29,12 @@ public:
 
     /// Shows \a work. The focus goes to the console while there is any, and comes back afterwards.
     void show(Work work);
+    /// Something that a run left behind still prints, or no longer does: Stop is there for it too.
+    void showLeftovers(bool printing);
 
 private:
     void setBusy(bool busy);
+    void offerStop();
     void moveFocusAside();
     void giveFocusBack();
 
@@ -40,4 +43,5 @@ private:
     QAction *stopAction_ = nullptr;
     QPointer<QWidget> focusBefore_;
     bool busy_ = false;
+    bool leftovers_ = false;
 };

@@ -3,6 +3,7 @@
 #include "app/WindowMenus.h"
 #include "app/WindowWiring.h"
 #include "settings/SettingsStore.h"
+#include "tool/ScriptedMiniPro.h"
 #include "widgets/ConsoleView.h"
 
 #include "ui_MainWindow.h"
@@ -25,6 +26,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
     settings_.setGuard([this] { return work_.isIdle(); });
     connect(&settings_, &SettingsStore::changeRefused, &delegate_, &AppDelegate::refusesWhileBusy);
     connect(&work_, &WorkState::changed, this, &VelmWindow::workChanged);
+    followLatePrinters();
     window_.setCloseGuard([this] { return mayClose(); });
     connect(&window_, &MainWindow::closing, this, &VelmWindow::closeDown);
     reportSettingsTrouble(surroundings.settings);
@@ -80,6 +82,22 @@ void VelmWindow::workChanged(Work now) {
     endRefused_ = false;
     if (std::exchange(closeWhenIdle_, false))
         queue_.async([this] { window_.close(); });
+}
+
+void VelmWindow::followLatePrinters() {
+    connect(&delegate_, &AppDelegate::runMade, &latePrinters_, &LatePrinters::watch);
+    connect(&searcher_, &device_searcher::runMade, &latePrinters_, &LatePrinters::watch);
+    connect(&latePrinters_, &LatePrinters::anyChanged, &runControls_, &RunControls::showLeftovers);
+    connect(&latePrinters_, &LatePrinters::anyChanged, this, &VelmWindow::saySomethingStillPrints);
+    connect(window_.controls().btn_stop, &QPushButton::clicked, &latePrinters_,
+            &LatePrinters::stop);
+}
+
+void VelmWindow::saySomethingStillPrints(bool some) {
+    window_.controls().messageLine->setNotice(
+        QStringLiteral("leftovers"), MessageLine::Severity::Information,
+        some ? tr("Something that the programmer tool left behind still prints. Stop ends it.")
+             : QString());
 }
 
 // A panel that stayed open would keep the program alive without its window.

@@ -9,6 +9,7 @@
 #include "devices/DeviceSearchPanel.h"
 #include "devices/UAStringManager.h"
 #include "devices/device_searcher.h"
+#include "tool/LatePrinters.h"
 #include "widgets/KeyBinder.h"
 
 #include <functional>
@@ -48,6 +49,8 @@ public:
 private:
     bool mayClose();
     void workChanged(Work now);
+    void followLatePrinters();
+    void saySomethingStillPrints(bool some);
     void closeDown();
     void restoreWindow();
     void reportSettingsTrouble(SettingsStore &settings);
@@ -55,6 +58,7 @@ private:
     SettingsStore &settings_;
     MainQueue queue_;
     WorkState work_;
+    LatePrinters latePrinters_;
     WindowMemory memory_;
     MainWindow window_;
     KeyBinder binder_;

@@ -56,6 +56,7 @@ void device_searcher::list(QObject *) {
     }
     auto *run = new ScriptedMiniPro(defaults, log_, queue_, this);
     retainArray.append(run);
+    emit runMade(run);
     const QString term = devicesearchterm->text();
     if (term.isEmpty()) {
         beep_();

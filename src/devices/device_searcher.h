@@ -65,6 +65,8 @@ public:
     qsizetype runCount() const { return retainArray.size(); }
 
 signals:
+    /// \a run was made; it lives as long as this object.
+    void runMade(ScriptedMiniPro *run);
     /// A search begins (true) or has ended (false).
     void searchRunningChanged(bool running);
     /// Something worth saying in the panel; empty: nothing.

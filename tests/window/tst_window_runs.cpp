@@ -17,6 +17,7 @@ private slots:
     void stop_endsASilentRun();
     void stop_endsARunThatIgnoresTheTerminateSignal();
     void stop_endsEndlessOutput();
+    void stop_endsWhatARunLeftPrinting();
     void writeFaults_areSaid_data();
     void writeFaults_areSaid();
     void dataLongerThanTheChip_areNoPlainSuccess();
@@ -129,6 +130,23 @@ void TestWindowRuns::stop_endsEndlessOutput() {
     velm.click(velm.controls().btn_read);
     verifyAlive(velm);
     verifyExitMessageIsLast(velm);
+}
+
+void TestWindowRuns::stop_endsWhatARunLeftPrinting() {
+    WindowFixture velm;
+    velm.useTool("(while :; do echo flood; sleep 0.01; done) & echo $!; exit 0\n");
+    velm.start();
+    velm.click(velm.controls().btn_verify);
+    QTRY_VERIFY(velm.controls().btn_stop->isEnabled());
+    QVERIFY(velm.controls().btn_read->isEnabled());
+    QVERIFY2(velm.message().contains(QStringLiteral("Stop ends it")), qPrintable(velm.message()));
+    const pid_t flood =
+        velm.controls().textView->storedText().section(QLatin1Char('\n'), 0, 0).toInt();
+    QVERIFY(flood > 0);
+    velm.click(velm.controls().btn_stop);
+    QVERIFY(!velm.controls().btn_stop->isEnabled());
+    QTRY_VERIFY(::kill(flood, 0) != 0);
+    QVERIFY2(!velm.message().contains(QStringLiteral("Stop ends it")), qPrintable(velm.message()));
 }
 
 void TestWindowRuns::writeFaults_areSaid_data() {
