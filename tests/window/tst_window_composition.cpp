@@ -30,6 +30,7 @@ private slots:
     void appendToOutputView_keepsTheOrder();
     void conversions_areTheControllersToo();
     void drops_areValidatedButChangeNothing();
+    void handleControl_composesForItsSixControlsAlone();
 };
 
 namespace {
@@ -289,6 +290,27 @@ void TestWindowComposition::drops_areValidatedButChangeNothing() {
     };
     QCOMPARE(answer(&files), DragOperation::Generic);
     QCOMPARE(answer(&text), DragOperation::None);
+}
+
+void TestWindowComposition::handleControl_composesForItsSixControlsAlone() {
+    WindowFixture velm;
+    velm.start();
+    Ui::MainWindow &c = velm.controls();
+    const auto composes = [&](QObject *sender) {
+        const ByteBuffer before = velm.state().output_data;
+        velm.delegate().handleControl(sender);
+        return velm.state().output_data != before;
+    };
+    for (QObject *control :
+         {static_cast<QObject *>(c.startAddTextField),
+          static_cast<QObject *>(c.btn_combine_read_data), static_cast<QObject *>(c.btn_pad),
+          static_cast<QObject *>(c.padToTextField), static_cast<QObject *>(c.btn_pad_ff),
+          static_cast<QObject *>(c.btn_pad_00)})
+        QVERIFY2(composes(control), qPrintable(control->objectName()));
+    for (QObject *other : {static_cast<QObject *>(c.check_skipErase),
+                           static_cast<QObject *>(c.uaTextField), static_cast<QObject *>(nullptr)})
+        QVERIFY(!composes(other));
+    QCOMPARE(velm.log.startingWith(QStringLiteral("handleControl:")).size(), 9);
 }
 
 QTEST_MAIN(TestWindowComposition)

@@ -16,6 +16,8 @@ private slots:
     void results_vanishWhenTheTabIsLeftOrAControlChanges();
     void unreadableReport_leavesTheRowsEmptyAndTheHeaders_data();
     void unreadableReport_leavesTheRowsEmptyAndTheHeaders();
+    void unreadableReport_isNotShownAgain();
+    void reportWithoutATitle_keepsTheHeading();
     void rowsOfAnyLength_areShown();
     void rowsOfEveryLength_areShown();
     void onlyTheLogicTest_touchesTheResultsFile();
@@ -145,6 +147,34 @@ void TestWindowLogic::unreadableReport_leavesTheRowsEmptyAndTheHeaders() {
     QCOMPARE(velm.log.startingWith(QStringLiteral("error reading temp file: ")).size(), 1);
     QCOMPARE(velm.controls().tableview->model()->rowCount(), 1);
     QVERIFY(!velm.message().isEmpty());
+}
+
+void TestWindowLogic::unreadableReport_isNotShownAgain() {
+    WindowFixture velm;
+    velm.useTool("printf '0000: \\377\\n'\n");
+    velm.start();
+    int resets = 0;
+    velm.whileBusy([&] {
+        QObject::connect(velm.controls().tableview->model(), &QAbstractItemModel::modelReset,
+                         &velm.velm(), [&] { ++resets; });
+    });
+    velm.click(velm.controls().btn_logic);
+    velm.settle();
+    QCOMPARE(velm.log.startingWith(QStringLiteral("error reading temp file: ")).size(), 1);
+    QCOMPARE(resets, 0);
+    velm.useTool("printf '0000: 1\\n'\n");
+    velm.delegate().go(velm.controls().btn_logic);
+    QCOMPARE(resets, 2); // emptied before the run, filled after it
+}
+
+void TestWindowLogic::reportWithoutATitle_keepsTheHeading() {
+    WindowFixture velm;
+    velm.start();
+    test(velm, QStringLiteral("7400"));
+    velm.useTool("printf '      1 2\\n0000: 0 1\\n'\n");
+    velm.delegate().go(velm.controls().btn_logic);
+    QCOMPARE(velm.state().logictest_rows.size(), 1);
+    QCOMPARE(velm.controls().peeping_at->text(), QStringLiteral("Logic test successful."));
 }
 
 void TestWindowLogic::rowsOfAnyLength_areShown() {
