@@ -1,7 +1,6 @@
 #include "demo/Demonstration.h"
 
 #include "grid/GridColumns.h"
-#include "tool/ScriptedMiniPro.h"
 
 #include "ui_MainWindow.h"
 
@@ -23,13 +22,6 @@ void sendMouse(QWidget *target, QEvent::Type type, Qt::MouseButtons held) {
     QMouseEvent event(type, place, target->mapToGlobal(place), Qt::LeftButton, held,
                       Qt::NoModifier);
     QApplication::sendEvent(target, &event);
-}
-
-void sendKey(QWidget *target, int key, const QString &text = {}) {
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
-    QApplication::sendEvent(target, &press);
-    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, text);
-    QApplication::sendEvent(target, &release);
 }
 
 } // namespace
@@ -79,9 +71,9 @@ bool Demonstration::savePicture(const QString &path) {
 bool Demonstration::operation(QAbstractButton *button, const QString &name) {
     press(button);
     settle();
-    const QList<ScriptedMiniPro *> &runs = velm_.delegate().state().retainArray;
+    const QList<RunRecord> &runs = velm_.delegate().records();
     const bool good =
-        !runs.isEmpty() && judgeRun(runs.last()->facts()).verdict == RunOutcome::Verdict::Succeeded;
+        !runs.isEmpty() && runs.last().outcome.verdict == RunOutcome::Verdict::Succeeded;
     return report(good,
                   name + QStringLiteral(": ") + velm_.window().controls().messageLine->text());
 }
@@ -91,12 +83,12 @@ void Demonstration::press(QAbstractButton *button) {
     sendMouse(button, QEvent::MouseButtonRelease, Qt::NoButton);
 }
 
+// Without key events: on a display without a keyboard the toolkit has nowhere to take them from.
 void Demonstration::type(QLineEdit *field, const QString &text) {
     field->setFocus();
     field->selectAll();
-    for (const QChar letter : text)
-        sendKey(field, letter.unicode(), letter);
-    sendKey(field, Qt::Key_Return);
+    field->insert(text);
+    field->clearFocus();
 }
 
 void Demonstration::settle() {
