@@ -130,11 +130,13 @@ bool AppDelegate::refusesToLoseEdits() {
     const ImageState now = edits_.state();
     if (secondPress_.confirms(QStringLiteral("close %1").arg(now.revision)))
         return false;
-    notice(pressTopic, MessageLine::Severity::Warning,
-           (now.edits == 1
-                ? tr("1 hand edit is in no file.")
-                : tr("%1 hand edits are in no file.").arg(QLocale().toString(now.edits))) +
-               QLatin1Char(' ') + tr("Save the data to burn, or close again to give them up."),
+    const QString sentence =
+        now.edits == 1
+            ? tr("1 hand edit is in no file. Save the data to burn, or close again to give it up.")
+            : tr("%1 hand edits are in no file. Save the data to burn, or close again to give them "
+                 "up.")
+                  .arg(QLocale().toString(now.edits));
+    notice(pressTopic, MessageLine::Severity::Warning, sentence,
            {tr("Save data to burn\u2026"), [this] { export_output_data(this); }});
     return true;
 }
