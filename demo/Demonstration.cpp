@@ -71,7 +71,7 @@ bool Demonstration::savePicture(const QString &path) {
 bool Demonstration::operation(QAbstractButton *button, const QString &name) {
     press(button);
     settle();
-    const QList<RunRecord> &runs = velm_.delegate().records();
+    const QList<RunRecord> &runs = velm_.runs();
     const bool good =
         !runs.isEmpty() && runs.last().outcome.verdict == RunOutcome::Verdict::Succeeded;
     return report(good,

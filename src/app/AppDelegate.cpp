@@ -50,6 +50,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     state_.retainArray = {};
     state_.retainArray.reserve(expectedRuns);
     defaults_.registerDefaults(settingsKeys::startupDefaults());
+    secondPress_.setMessageLine(outlets.messageLine);
     clear_temp_files(this);
     load_opened_binary();
     build_output_data(this);
@@ -103,10 +104,8 @@ void AppDelegate::write_output_data_to_temp_file(QObject *) {
 void AppDelegate::settingChanged(const QString &key) {
     if (key == settingsKeys::temp_output_file && composedWith_ && work_.isIdle())
         write_output_data_to_temp_file(this);
-    if (key != settingsKeys::device)
-        return;
-    outlets.messageLine->clearNotice(QStringLiteral("device"));
-    refreshVerdict();
+    if (key == settingsKeys::device)
+        outlets.messageLine->clearNotice(QStringLiteral("device"));
 }
 
 void AppDelegate::openedFileChanged(OpenedFileWatch::State state) {
@@ -176,17 +175,16 @@ void AppDelegate::build_output_data(QObject *) {
     notice(QStringLiteral("composition"), severity,
            compositionRemarks(inputs, composition).join(QLatin1Char(' ')));
     outlets.messageLine->clearNotice(QStringLiteral("restored"));
-    imageChanged();
+    noteImageChanged();
     if (replaced)
         offerReplacedEdits(*replaced, before);
 }
 
 // What was said about the image that was there speaks of it no more.
-void AppDelegate::imageChanged() {
+void AppDelegate::noteImageChanged() {
     secondPress_.withdraw();
-    outlets.messageLine->clearNotice(QStringLiteral("press"));
     outlets.messageLine->clearNotice(QStringLiteral("image file"));
-    refreshVerdict();
+    emit imageToBurnChanged();
 }
 
 void AppDelegate::build_and_reload() {

@@ -113,8 +113,6 @@ public:
     void go(QObject *sender);
     /// The action of the Logic test button: clears the results tab, shows it and calls go().
     void testLogic(QObject *sender);
-    /// The runs of this start, the oldest first.
-    const QList<RunRecord> &records() const { return records_; }
     /// Ends the run or search in progress, if any: the tool's whole process group is asked, then
     /// killed.
     void stopRun();
@@ -205,10 +203,16 @@ public:
 
     /// The images and tables, to look at.
     const State &state() const { return state_; }
+    /// Which state of the data to burn it is: equal numbers mean equal bytes.
+    quint64 imageRevision() const { return edits_.state().revision; }
 
 signals:
     /// \a run was made; it lives as long as this object.
     void runMade(ScriptedMiniPro *run);
+    /// A run of an operation is over, and what it left has been taken in.
+    void runEnded(const RunRecord &record);
+    /// The data to burn have other bytes, or are another image.
+    void imageToBurnChanged();
     /// recentFiles() may have changed.
     void recentFilesChanged();
 
@@ -218,15 +222,13 @@ private:
     bool asksBeforeRun(const BurnSituation &burn);
     void writeImageAgain();
     RunRecord launchAndWait(ScriptedMiniPro &run, const BurnSituation &burn);
-    void keep(const RunRecord &record);
-    void refreshVerdict();
     void takeReadData();
     void takeLogicReport(RunRecord &record);
     void sayWhatReadLeft(RunRecord &record);
     CompositionInputs compositionInputs() const;
     ImageControls imageControls(const CompositionInputs &inputs) const;
     void settingChanged(const QString &key);
-    void imageChanged();
+    void noteImageChanged();
     void openedFileChanged(OpenedFileWatch::State state);
     void reloadOpenedBinary();
     void offerReplacedEdits(const HandEdits::Replaced &replaced, const ImageControls &madeWith);
@@ -267,7 +269,4 @@ private:
     SecondPress secondPress_;
     /// The device that read_from_chip_data came from.
     QString readDevice_;
-    QList<RunRecord> records_;
-    /// The verdict as the message line has it.
-    QString shownVerdict_;
 };

@@ -17,7 +17,6 @@ namespace {
 const QString editsTopic = QStringLiteral("edits");
 const QString entryTopic = QStringLiteral("entry");
 const QString restoredTopic = QStringLiteral("restored");
-const QString pressTopic = QStringLiteral("press");
 
 } // namespace
 
@@ -62,7 +61,7 @@ void AppDelegate::saveAndShowEdit() {
     loadStrData(this);
     outlets.tableview->reloadData();
     sayTextRemark(burnTabIdentifier());
-    imageChanged();
+    noteImageChanged();
 }
 
 void AppDelegate::showStep(qint64 offset) {
@@ -128,15 +127,14 @@ bool AppDelegate::refusesToLoseEdits() {
     if (!edits_.areUnsaved())
         return false;
     const ImageState now = edits_.state();
-    if (secondPress_.confirms(QStringLiteral("close %1").arg(now.revision)))
-        return false;
     const QString sentence =
         now.edits == 1
             ? tr("1 hand edit is in no file. Save the data to burn, or close again to give it up.")
             : tr("%1 hand edits are in no file. Save the data to burn, or close again to give them "
                  "up.")
                   .arg(QLocale().toString(now.edits));
-    notice(pressTopic, MessageLine::Severity::Warning, sentence,
-           {tr("Save data to burn\u2026"), [this] { export_output_data(this); }});
-    return true;
+    return !secondPress_.confirms(
+        {.thing = QStringLiteral("close %1").arg(now.revision),
+         .sentence = sentence,
+         .action = {tr("Save data to burn\u2026"), [this] { export_output_data(this); }}});
 }

@@ -107,7 +107,6 @@ void AppDelegate::exportTo(const QString &path, ByteBuffer State::*image) {
         return;
     edits_.noteSaved();
     secondPress_.withdraw();
-    outlets.messageLine->clearNotice(QStringLiteral("press"));
 }
 
 void AppDelegate::saveConsole() {

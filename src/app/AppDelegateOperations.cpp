@@ -2,7 +2,6 @@
 
 #include "app/AppDelegate.h"
 
-#include "app/VerdictWords.h"
 #include "base/Log.h"
 #include "base/WorkState.h"
 #include "devices/device_searcher.h"
@@ -24,12 +23,7 @@
 
 namespace {
 
-const QString runTopic = QStringLiteral("run");
 const QString readTopic = QStringLiteral("read");
-const QString pressTopic = QStringLiteral("press");
-
-/// Of how many runs what the tool said is kept.
-constexpr qsizetype mostRememberedWords = 20;
 
 ImageEncoding encodingOf(const ByteBuffer &image) {
     return image ? encodingForTool(*image) : ImageEncoding::Raw;
@@ -69,7 +63,7 @@ void AppDelegate::go(QObject *sender) {
         takeLogicReport(record);
     }
     work_.end();
-    keep(record);
+    emit runEnded(record);
 }
 
 void AppDelegate::testLogic(QObject *sender) {
@@ -124,27 +118,23 @@ BurnSituation AppDelegate::burnSituation(int tag) const {
 // What the tool would get may not be what the window shows, or hardly what somebody means to burn.
 bool AppDelegate::asksBeforeRun(const BurnSituation &burn) {
     const std::optional<BurnDoubt> doubt = doubtAbout(burn);
-    const auto sameThing = [&] {
-        return QStringLiteral("%1 %2 %3 %4")
-            .arg(doubt->key, QString::number(burn.operation),
-                 QString::number(edits_.state().revision), burn.path);
-    };
-    if (!doubt || secondPress_.confirms(sameThing())) {
-        outlets.messageLine->clearNotice(pressTopic);
+    if (!doubt) {
+        secondPress_.withdraw();
         return false;
     }
-    MessageLine::Action again;
+    SecondPress::Question question{.thing = QStringLiteral("%1 %2 %3 %4")
+                                                .arg(doubt->key, QString::number(burn.operation),
+                                                     QString::number(imageRevision()), burn.path),
+                                   .sentence = doubt->sentence};
     if (doubt->canWriteAgain && state_.output_data)
-        again = {tr("Write the image file again"), [this] { writeImageAgain(); }};
-    notice(pressTopic, MessageLine::Severity::Warning, doubt->sentence, again);
-    return true;
+        question.action = {tr("Write the image file again"), [this] { writeImageAgain(); }};
+    return !secondPress_.confirms(question);
 }
 
 void AppDelegate::writeImageAgain() {
     if (refusesWhileBusy())
         return;
     secondPress_.withdraw();
-    outlets.messageLine->clearNotice(pressTopic);
     write_output_data_to_temp_file(this);
     if (workspace_.outputFileHolds(state_.output_data))
         notice(QStringLiteral("image file"), MessageLine::Severity::Information,
@@ -160,9 +150,8 @@ RunRecord AppDelegate::launchAndWait(ScriptedMiniPro &run, const BurnSituation &
     record.commandLine = operationCommand(record.operation, settings);
     record.started = QDateTime::currentDateTime();
     const bool handsImage = takesImage(record.operation) && burn.fileIsImage;
-    record.imageRevision = handsImage ? edits_.state().revision : 0;
+    record.imageRevision = handsImage ? imageRevision() : 0;
     record.imageLength = handsImage ? burn.imageLength : QFileInfo(burn.path).size();
-    outlets.messageLine->clearNotice(runTopic);
     outlets.messageLine->clearNotice(QStringLiteral("image file"));
     currentRun_ = &run;
     record.status = run.launch();
@@ -178,26 +167,6 @@ RunRecord AppDelegate::launchAndWait(ScriptedMiniPro &run, const BurnSituation &
     record.said = run.saidTail();
     run.releaseOutput();
     return record;
-}
-
-// The verdict is the newest thing that is said, and stays held against what is shown.
-void AppDelegate::keep(const RunRecord &record) {
-    records_.append(record);
-    if (records_.size() > mostRememberedWords)
-        records_[records_.size() - 1 - mostRememberedWords].said.clear();
-    shownVerdict_.clear();
-    refreshVerdict();
-}
-
-void AppDelegate::refreshVerdict() {
-    if (records_.isEmpty() || !work_.isIdle())
-        return;
-    const VerdictWords words = wordsFor(
-        records_.last(), {defaults_.stringValue(settingsKeys::device), edits_.state().revision});
-    if (words.sentence == shownVerdict_)
-        return;
-    shownVerdict_ = words.sentence;
-    notice(runTopic, words.severity, words.sentence);
 }
 
 void AppDelegate::stopRun() {

@@ -2,18 +2,28 @@
 
 #include <QApplication>
 
-bool SecondPress::confirms(const QString &thing) {
-    if (asked_ != thing) {
-        asked_ = thing;
-        sinceAsked_.start();
-        return false;
+namespace {
+
+const QString topic = QStringLiteral("press");
+
+} // namespace
+
+bool SecondPress::confirms(const Question &question) {
+    const bool asked = asked_ == question.thing;
+    if (asked && sinceAsked_.elapsed() >= QApplication::doubleClickInterval()) {
+        withdraw();
+        return true;
     }
-    if (sinceAsked_.elapsed() < QApplication::doubleClickInterval())
-        return false;
-    withdraw();
-    return true;
+    if (!asked) {
+        asked_ = question.thing;
+        sinceAsked_.start();
+    }
+    line_->setNotice(topic, MessageLine::Severity::Warning, question.sentence, question.action);
+    return false;
 }
 
 void SecondPress::withdraw() {
     asked_.clear();
+    if (line_)
+        line_->clearNotice(topic);
 }

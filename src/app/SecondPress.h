@@ -1,20 +1,37 @@
 #pragma once
 
+#include "widgets/MessageLine.h"
+
 #include <QElapsedTimer>
+#include <QPointer>
 #include <QString>
 
-/// What is done only when it is asked for twice. The first press is answered by a sentence; the
-/// second one counts for the very same thing alone, and only when it can no longer be the second
-/// half of a double-click.
+/// What is done only when it is asked for twice. The first press is answered by a sentence in the
+/// message line; the second one counts for the very same thing alone, and only when it can no
+/// longer be the second half of a double-click.
 class SecondPress {
 public:
-    /// A press for \a thing, a text that stands for all that the sentence spoke of. True if it
-    /// confirms an earlier one; false if the user has to be asked, or asked already just now.
-    bool confirms(const QString &thing);
-    /// The sentence is no longer there, or no longer true: the next press is a first one.
+    /// What a press is about.
+    struct Question {
+        /// Stands for all that the sentence speaks of: another text is another question.
+        QString thing;
+        /// Translated; ends with what a second press does.
+        QString sentence;
+        /// What else may be done about it; nothing if `run` is empty.
+        MessageLine::Action action = {};
+    };
+
+    /// Asks in \a line, which must be set before the first question.
+    void setMessageLine(MessageLine *line) { line_ = line; }
+
+    /// True if this press is the second one for the same thing; the sentence goes then. False if
+    /// the user is asked by it, or was just now.
+    bool confirms(const Question &question);
+    /// What was asked is no longer true, or answered otherwise: the next press is a first one.
     void withdraw();
 
 private:
+    QPointer<MessageLine> line_;
     QString asked_;
     QElapsedTimer sinceAsked_;
 };

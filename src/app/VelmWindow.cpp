@@ -2,6 +2,7 @@
 
 #include "app/WindowMenus.h"
 #include "app/WindowWiring.h"
+#include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "tool/ScriptedMiniPro.h"
 #include "widgets/ConsoleView.h"
@@ -19,6 +20,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
       searchPanel_(searcher_, &window_),
       delegate_(surroundings.settings, surroundings.log, queue_, surroundings.beep,
                 surroundings.panels, memory_, work_),
+      verdictLine_(runLog_, *window_.controls().messageLine, [this] { return shownNow(); }),
       runControls_(window_.controls()) {
     wireMainWindow(window_, delegate_, {binder_, favourites_, searcher_, searchPanel_, work_});
     const WindowMenus menus = makeWindowMenus(window_, delegate_, work_);
@@ -26,6 +28,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
     settings_.setGuard([this] { return work_.isIdle(); });
     connect(&settings_, &SettingsStore::changeRefused, &delegate_, &AppDelegate::refusesWhileBusy);
     connect(&work_, &WorkState::changed, this, &VelmWindow::workChanged);
+    followVerdicts();
     followLatePrinters();
     window_.setCloseGuard([this] { return mayClose(); });
     connect(&window_, &MainWindow::closing, this, &VelmWindow::closeDown);
@@ -76,12 +79,26 @@ bool VelmWindow::mayClose() {
 
 void VelmWindow::workChanged(Work now) {
     runControls_.show(now);
+    if (now == Work::Running)
+        verdictLine_.clear();
     if (now != Work::Idle)
         return;
     window_.controls().messageLine->clearNotice(QStringLiteral("busy"));
     endRefused_ = false;
     if (std::exchange(closeWhenIdle_, false))
         queue_.async([this] { window_.close(); });
+}
+
+void VelmWindow::followVerdicts() {
+    connect(&delegate_, &AppDelegate::runEnded, &runLog_, &RunLog::add);
+    connect(&delegate_, &AppDelegate::imageToBurnChanged, &verdictLine_, &VerdictLine::refresh);
+    connect(&settings_, &SettingsStore::valueChanged, &verdictLine_, &VerdictLine::refresh);
+}
+
+std::optional<ShownNow> VelmWindow::shownNow() const {
+    if (!work_.isIdle())
+        return std::nullopt;
+    return ShownNow{settings_.stringValue(settingsKeys::device), delegate_.imageRevision()};
 }
 
 void VelmWindow::followLatePrinters() {

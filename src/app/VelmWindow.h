@@ -3,6 +3,8 @@
 #include "app/AppDelegate.h"
 #include "app/MainWindow.h"
 #include "app/RunControls.h"
+#include "app/RunLog.h"
+#include "app/VerdictLine.h"
 #include "app/WindowMemory.h"
 #include "base/MainQueue.h"
 #include "base/WorkState.h"
@@ -45,10 +47,14 @@ public:
     AppDelegate &delegate() { return delegate_; }
     DeviceSearchPanel &searchPanel() { return searchPanel_; }
     const WorkState &work() const { return work_; }
+    /// The runs of this start, the oldest first.
+    const QList<RunRecord> &runs() const { return runLog_.records(); }
 
 private:
     bool mayClose();
     void workChanged(Work now);
+    void followVerdicts();
+    std::optional<ShownNow> shownNow() const;
     void followLatePrinters();
     void saySomethingStillPrints(bool some);
     void closeDown();
@@ -66,6 +72,8 @@ private:
     device_searcher searcher_;
     DeviceSearchPanel searchPanel_;
     AppDelegate delegate_;
+    RunLog runLog_;
+    VerdictLine verdictLine_;
     RunControls runControls_;
     bool endRefused_ = false;
     bool closeWhenIdle_ = false;

@@ -170,7 +170,7 @@ void TestWindowVerdict::foreignFile_isWhatTheVerdictSpeaksOf() {
              QByteArray(65536, 'y'));
     verifyDoesNotSay(velm, QStringLiteral("Done:"));
     verifySays(velm, QStringLiteral("temp.bin"));
-    QCOMPARE(velm.delegate().records().last().imageRevision, quint64(0));
+    QCOMPARE(velm.velm().runs().last().imageRevision, quint64(0));
 }
 
 void TestWindowVerdict::hexText_takesTwoPressesAndIsNoSuccess_data() {
@@ -191,10 +191,10 @@ void TestWindowVerdict::hexText_takesTwoPressesAndIsNoSuccess() {
     for (QPushButton *button : {velm.controls().btn_write, velm.controls().btn_verify}) {
         velm.click(button);
         verifySays(velm, QStringLiteral("The tool takes these data for ") + kind);
-        const qsizetype runs = velm.delegate().records().size();
+        const qsizetype runs = velm.velm().runs().size();
         velm.click(button);
         velm.settle();
-        QCOMPARE(velm.delegate().records().size(), runs + 1);
+        QCOMPARE(velm.velm().runs().size(), runs + 1);
         verifyDoesNotSay(velm, QStringLiteral("Done:"));
         verifySays(velm, kind);
     }
@@ -217,7 +217,7 @@ void TestWindowVerdict::everyRun_leavesARecord() {
     burn(velm);
     qputenv("MINIPRO_SIM_FAULT", "no-programmer");
     velm.click(velm.controls().btn_read);
-    const QList<RunRecord> &records = velm.delegate().records();
+    const QList<RunRecord> &records = velm.velm().runs();
     QCOMPARE(records.size(), 3);
     const RunRecord &verify = records.at(1);
     QCOMPARE(verify.operation, VerifyOperation);

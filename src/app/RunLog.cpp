@@ -1,0 +1,8 @@
+#include "app/RunLog.h"
+
+void RunLog::add(const RunRecord &record) {
+    records_.append(record);
+    if (records_.size() > mostRememberedWords)
+        records_[records_.size() - 1 - mostRememberedWords].said.clear();
+    emit added();
+}
