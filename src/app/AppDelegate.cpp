@@ -61,10 +61,13 @@ void AppDelegate::applicationWillTerminate() {}
 
 void AppDelegate::load_opened_binary() {
     const QString path = defaults_.stringValue(settingsKeys::binary);
-    state_.opened_bin_data = nullptr;
     outlets.messageLine->clearNotice(QStringLiteral("binary"));
     outlets.messageLine->clearNotice(openedFileTopic);
     openedFile_.watch(path);
+    // The very same bytes stay the very same image.
+    if (state_.opened_bin_data && fileHolds(path, *state_.opened_bin_data))
+        return sayHowItReads(path);
+    state_.opened_bin_data = nullptr;
     if (path.isEmpty())
         return;
     auto loaded = loadWholeFile(path);
@@ -72,9 +75,14 @@ void AppDelegate::load_opened_binary() {
         notice(QStringLiteral("binary"), MessageLine::Severity::Warning,
                tr("The opened binary could not be read: %1 (%2)")
                    .arg(QDir::toNativeSeparators(path), failure->reason));
+        openedFile_.watch({});
         return;
     }
     state_.opened_bin_data = std::get<ByteBuffer>(std::move(loaded));
+    sayHowItReads(path);
+}
+
+void AppDelegate::sayHowItReads(const QString &path) {
     notice(QStringLiteral("binary"), MessageLine::Severity::Warning,
            decodingRemark(encodingForTool(*state_.opened_bin_data), QFileInfo(path).fileName()));
 }
@@ -102,7 +110,7 @@ void AppDelegate::write_output_data_to_temp_file(QObject *) {
 // A path that has come to name another file gets the image at once, or a Write would burn what
 // happens to lie there.
 void AppDelegate::settingChanged(const QString &key) {
-    if (key == settingsKeys::temp_output_file && composedWith_ && work_.isIdle())
+    if (key == settingsKeys::temp_output_file && imageRevision() != 0 && work_.isIdle())
         write_output_data_to_temp_file(this);
     if (key == settingsKeys::device)
         outlets.messageLine->clearNotice(QStringLiteral("device"));
@@ -117,6 +125,8 @@ void AppDelegate::openedFileChanged(OpenedFileWatch::State state) {
         return notice(openedFileTopic, MessageLine::Severity::Information,
                       tr("%1 is no longer on the disk; its bytes are still here.").arg(path));
     case OpenedFileWatch::State::Changed:
+        if (state_.opened_bin_data && fileHolds(openedFile_.path(), *state_.opened_bin_data))
+            return; // touched, or written again as it was
         return notice(openedFileTopic, MessageLine::Severity::Warning,
                       tr("%1 has changed on the disk since it was opened.").arg(path),
                       {tr("Reload"), [this] { reloadOpenedBinary(); }});
@@ -157,33 +167,31 @@ ImageControls AppDelegate::imageControls(const CompositionInputs &inputs) const 
 }
 
 void AppDelegate::build_output_data(QObject *) {
-    std::optional<HandEdits::Replaced> replaced;
-    if (edits_.state().edits > 0)
-        replaced = {state_.output_data, edits_.state()};
+    edits_.keepReplaced();
     const CompositionInputs inputs = compositionInputs();
-    const ImageControls controls = imageControls(inputs);
-    const ImageControls before = std::exchange(composedWith_, controls).value_or(controls);
-    edits_.composed(revisions_.ofComposition(inputs));
     state_.output_data = nullptr;
     const Composition composition = composeImage(inputs);
     for (const QString &line : composition.log)
         log_.write(line);
     state_.output_data = composition.image;
+    edits_.composed({.revision = revisions_.ofComposition(inputs, composition),
+                     .madeWith = imageControls(inputs)});
     write_output_data_to_temp_file(this);
     const auto severity =
         composition.refused ? MessageLine::Severity::Problem : MessageLine::Severity::Information;
     notice(QStringLiteral("composition"), severity,
            compositionRemarks(inputs, composition).join(QLatin1Char(' ')));
-    outlets.messageLine->clearNotice(QStringLiteral("restored"));
     noteImageChanged();
-    if (replaced)
-        offerReplacedEdits(*replaced, before);
+    sayReplacedEdits();
+    sayRestoredEdits(0);
 }
 
 // What was said about the image that was there speaks of it no more.
 void AppDelegate::noteImageChanged() {
     secondPress_.withdraw();
     outlets.messageLine->clearNotice(QStringLiteral("image file"));
+    if (lengthOf(state_.output_data) > 0)
+        outlets.messageLine->clearNotice(QStringLiteral("nothing to burn"));
     emit imageToBurnChanged();
 }
 

@@ -126,9 +126,9 @@ public:
 
     /// The edits of the data to burn since it was composed last, to look at.
     const QUndoStack &editHistory() const { return edits_.history(); }
-    /// True, and said, if closing now would lose edits that are in no file; a second call, when it
-    /// can be no double-click's, is taken for the user's consent.
-    bool refusesToLoseEdits();
+    /// True, and said, if closing now would lose edits that are in no file; a second call is taken
+    /// for the consent of \a presser.
+    bool refusesToLoseEdits(SecondPress::Presser presser);
     /// Takes the last edit back and shows its place. Does nothing without one.
     void undoEdit();
     /// Makes the edit again that was taken back last.
@@ -222,23 +222,26 @@ private:
     bool asksBeforeRun(const BurnSituation &burn);
     void writeImageAgain();
     RunRecord launchAndWait(ScriptedMiniPro &run, const BurnSituation &burn);
-    void takeReadData();
+    QString takeReadData();
     void takeLogicReport(RunRecord &record);
-    void sayWhatReadLeft(RunRecord &record);
+    void sayWhatReadLeft(RunRecord &record, const QString &trouble);
     CompositionInputs compositionInputs() const;
     ImageControls imageControls(const CompositionInputs &inputs) const;
     void settingChanged(const QString &key);
     void noteImageChanged();
     void openedFileChanged(OpenedFileWatch::State state);
     void reloadOpenedBinary();
-    void offerReplacedEdits(const HandEdits::Replaced &replaced, const ImageControls &madeWith);
-    void restoreEdits(const HandEdits::Replaced &replaced, const ImageControls &madeWith);
+    void sayHowItReads(const QString &path);
+    void sayReplacedEdits();
+    void sayRestoredEdits(int edits);
+    void restoreEdits();
     void takeEdit(const CellEdit &edit, const QString &entry);
     void showStep(qint64 offset);
     void saveAndShowEdit();
     ShownContent shownContent() const;
-    void exportImage(ByteBuffer State::*image, const QString &emptyLogLine,
-                     const QString &emptySentence, const QString &suggestedName);
+    void exportImage(ByteBuffer State::*image, const QString &emptyTopic,
+                     const QString &emptyLogLine, const QString &emptySentence,
+                     const QString &suggestedName);
     void beginPanel(const QString &purpose, FilePanelRequest request,
                     std::function<void(const QString &path)> chosen);
     void searchPanelEnded(int code);
@@ -263,8 +266,6 @@ private:
     QPointer<ScriptedMiniPro> currentRun_;
     HandEdits edits_{state_.output_data};
     ImageRevisions revisions_;
-    /// What output_data was composed with; nothing before the first composition.
-    std::optional<ImageControls> composedWith_;
     OpenedFileWatch openedFile_;
     SecondPress secondPress_;
     /// The device that read_from_chip_data came from.

@@ -65,10 +65,10 @@ void AppDelegate::saveAndShowEdit() {
 }
 
 void AppDelegate::showStep(qint64 offset) {
-    outlets.messageLine->clearNotice(restoredTopic);
     outlets.tabview->selectTabViewItem(burnTabIdentifier());
     state_.display_data = state_.output_data;
     saveAndShowEdit();
+    sayRestoredEdits(0);
     outlets.tableview->showAddress(offset);
 }
 
@@ -93,48 +93,69 @@ void AppDelegate::commitPendingInput() {
 }
 
 // Edits made by hand may be an hour's work, and any control of the composition replaces them.
-void AppDelegate::offerReplacedEdits(const HandEdits::Replaced &replaced,
-                                     const ImageControls &madeWith) {
-    if (state_.output_data && *state_.output_data == *replaced.image)
-        return;
-    const int edits = replaced.state.edits;
+void AppDelegate::sayReplacedEdits() {
+    const int edits = edits_.replaced().isEmpty() ? 0 : edits_.replaced().last().state.edits;
     notice(editsTopic, MessageLine::Severity::Warning,
-           edits == 1 ? tr("1 hand edit was replaced.")
-                      : tr("%1 hand edits were replaced.").arg(QLocale().toString(edits)),
-           {tr("Restore"), [this, replaced, madeWith] { restoreEdits(replaced, madeWith); }});
+           edits == 0   ? QString()
+           : edits == 1 ? tr("1 hand edit was replaced.")
+                        : tr("%1 hand edits were replaced.").arg(QLocale().toString(edits)),
+           {tr("Restore"), [this] { restoreEdits(); }});
 }
 
-void AppDelegate::restoreEdits(const HandEdits::Replaced &replaced, const ImageControls &madeWith) {
+// How many edits have just come back, if any, and where the image and the controls part.
+void AppDelegate::sayRestoredEdits(int edits) {
+    QStringList sentences;
+    if (edits > 0)
+        sentences << (edits == 1
+                          ? tr("1 hand edit was restored.")
+                          : tr("%1 hand edits were restored.").arg(QLocale().toString(edits)));
+    const QStringList differing =
+        controlsThatDiffer(edits_.state().madeWith, imageControls(compositionInputs()));
+    if (!differing.isEmpty())
+        sentences << tr("This image was made with other values than these now: %1.")
+                         .arg(QLocale().createSeparatedList(differing));
+    notice(restoredTopic, MessageLine::Severity::Information, sentences.join(QLatin1Char(' ')));
+}
+
+void AppDelegate::restoreEdits() {
     if (refusesWhileBusy())
         return;
     commitPendingInput();
-    outlets.messageLine->clearNotice(editsTopic);
-    edits_.restore(replaced);
-    const int edits = replaced.state.edits;
-    QString sentence = edits == 1
-                           ? tr("1 hand edit was restored.")
-                           : tr("%1 hand edits were restored.").arg(QLocale().toString(edits));
-    const QStringList differing = controlsThatDiffer(madeWith, imageControls(compositionInputs()));
-    if (!differing.isEmpty())
-        sentence +=
-            QLatin1Char(' ') + tr("This image was made with other values than these now: %1.")
-                                   .arg(QLocale().createSeparatedList(differing));
-    notice(restoredTopic, MessageLine::Severity::Information, sentence);
+    if (edits_.replaced().isEmpty())
+        return;
+    const int edits = edits_.replaced().last().state.edits;
+    edits_.restore();
+    sayReplacedEdits();
+    sayRestoredEdits(edits);
     outlets.tableview->setFocus(Qt::OtherFocusReason);
 }
 
-bool AppDelegate::refusesToLoseEdits() {
-    if (!edits_.areUnsaved())
+bool AppDelegate::refusesToLoseEdits(SecondPress::Presser presser) {
+    const HandEdits::Unsaved edits = edits_.unsaved();
+    if (edits.present + edits.replaced == 0)
         return false;
-    const ImageState now = edits_.state();
-    const QString sentence =
-        now.edits == 1
-            ? tr("1 hand edit is in no file. Save the data to burn, or close again to give it up.")
-            : tr("%1 hand edits are in no file. Save the data to burn, or close again to give them "
-                 "up.")
-                  .arg(QLocale().toString(now.edits));
-    return !secondPress_.confirms(
-        {.thing = QStringLiteral("close %1").arg(now.revision),
-         .sentence = sentence,
-         .action = {tr("Save data to burn\u2026"), [this] { export_output_data(this); }}});
+    SecondPress::Question question;
+    question.thing = QStringLiteral("close %1 %2 %3")
+                         .arg(QString::number(imageRevision()), QString::number(edits.present),
+                              QString::number(edits.replaced));
+    if (edits.present > 0) {
+        question.sentence =
+            edits.present == 1
+                ? tr("1 hand edit is in no file. Save the data to burn, or close again to give it "
+                     "up.")
+                : tr("%1 hand edits are in no file. Save the data to burn, or close again to give "
+                     "them up.")
+                      .arg(QLocale().toString(edits.present));
+        question.action = {tr("Save data to burn\u2026"), [this] { export_output_data(this); }};
+    } else {
+        question.sentence =
+            edits.replaced == 1
+                ? tr("1 hand edit that was replaced is in no file. Restore it, or close again to "
+                     "give it up.")
+                : tr("%1 hand edits that were replaced are in no file. Restore them, or close "
+                     "again to give them up.")
+                      .arg(QLocale().toString(edits.replaced));
+        question.action = {tr("Restore"), [this] { restoreEdits(); }};
+    }
+    return !secondPress_.confirms(question, presser);
 }

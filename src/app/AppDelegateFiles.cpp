@@ -19,6 +19,8 @@ namespace {
 const QString openPurpose = QStringLiteral("open");
 const QString savePurpose = QStringLiteral("save");
 const QString exportTopic = QStringLiteral("export");
+const QString nothingReadTopic = QStringLiteral("nothing read");
+const QString nothingToBurnTopic = QStringLiteral("nothing to burn");
 
 // A device name may hold characters that a file name cannot, or that a shell or another system
 // would trip over.
@@ -60,29 +62,31 @@ QStringList AppDelegate::recentFiles() const {
 }
 
 void AppDelegate::export_read_from_chip_data(QObject *) {
-    exportImage(&State::read_from_chip_data, QStringLiteral("first read the chip!"),
+    exportImage(&State::read_from_chip_data, nothingReadTopic,
+                QStringLiteral("first read the chip!"),
                 tr("First read the chip: there is nothing to save yet."),
                 fileNameFor(readDevice_, QStringLiteral(".bin")));
 }
 
 void AppDelegate::export_output_data(QObject *) {
     exportImage(
-        &State::output_data, QStringLiteral("first create some data!"),
+        &State::output_data, nothingToBurnTopic, QStringLiteral("first create some data!"),
         tr("First create some data: open a binary or read a chip."),
         fileNameFor(defaults_.stringValue(settingsKeys::device), QStringLiteral("-burn.bin")));
 }
 
 // The buffer is looked up again when the user confirms: an edit made while the panel was open is
 // saved with the rest.
-void AppDelegate::exportImage(ByteBuffer State::*image, const QString &emptyLogLine,
-                              const QString &emptySentence, const QString &suggestedName) {
+void AppDelegate::exportImage(ByteBuffer State::*image, const QString &emptyTopic,
+                              const QString &emptyLogLine, const QString &emptySentence,
+                              const QString &suggestedName) {
     if (refusesWhileBusy())
         return;
     commitPendingInput();
     outlets.messageLine->clearNotice(exportTopic);
     if (lengthOf(state_.*image) == 0) {
         log_.write(emptyLogLine);
-        notice(exportTopic, MessageLine::Severity::Warning, emptySentence);
+        notice(emptyTopic, MessageLine::Severity::Warning, emptySentence);
         return;
     }
     FilePanelRequest request;

@@ -8,6 +8,7 @@
 #include "grid/GridColumns.h"
 #include "grid/GridView.h"
 #include "image/FileLoading.h"
+#include "image/FileStamp.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
@@ -17,6 +18,7 @@
 #include "widgets/ConsoleView.h"
 #include "widgets/TabView.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLocale>
@@ -57,8 +59,8 @@ void AppDelegate::go(QObject *sender) {
     work_.begin(Work::Running);
     RunRecord record = launchAndWait(*run, burn);
     if (tag == ReadOperation) {
-        takeReadData();
-        sayWhatReadLeft(record);
+        const QString trouble = takeReadData();
+        sayWhatReadLeft(record, trouble);
     } else if (tag == LogicOperation) {
         takeLogicReport(record);
     }
@@ -108,6 +110,7 @@ BurnSituation AppDelegate::burnSituation(int tag) const {
         return nothingToBurn;
     }
     return {.operation = Operation(tag),
+            .hasImage = state_.output_data != nullptr,
             .imageLength = lengthOf(state_.output_data),
             .encoding = encodingOf(state_.output_data),
             .path = resolvedPathOf(defaults_, settingsKeys::temp_output_file),
@@ -122,10 +125,12 @@ bool AppDelegate::asksBeforeRun(const BurnSituation &burn) {
         secondPress_.withdraw();
         return false;
     }
-    SecondPress::Question question{.thing = QStringLiteral("%1 %2 %3 %4")
-                                                .arg(doubt->key, QString::number(burn.operation),
-                                                     QString::number(imageRevision()), burn.path),
-                                   .sentence = doubt->sentence};
+    SecondPress::Question question;
+    question.thing =
+        QStringLiteral("%1 %2 %3 %4 %5")
+            .arg(doubt->key, QString::number(burn.operation), QString::number(imageRevision()),
+                 burn.path, FileStamp::text(FileStamp::of(burn.path)));
+    question.sentence = doubt->sentence;
     if (doubt->canWriteAgain && state_.output_data)
         question.action = {tr("Write the image file again"), [this] { writeImageAgain(); }};
     return !secondPress_.confirms(question);
@@ -151,6 +156,8 @@ RunRecord AppDelegate::launchAndWait(ScriptedMiniPro &run, const BurnSituation &
     record.started = QDateTime::currentDateTime();
     const bool handsImage = takesImage(record.operation) && burn.fileIsImage;
     record.imageRevision = handsImage ? imageRevision() : 0;
+    if (takesImage(record.operation) && !burn.fileIsImage)
+        record.fileMark = FileStamp::text(FileStamp::of(burn.path));
     record.imageLength = handsImage ? burn.imageLength : QFileInfo(burn.path).size();
     outlets.messageLine->clearNotice(QStringLiteral("image file"));
     currentRun_ = &run;
@@ -187,23 +194,34 @@ bool AppDelegate::refusesWhileBusy() {
     return true;
 }
 
-void AppDelegate::takeReadData() {
+// Says why there are no bytes, if there are none.
+QString AppDelegate::takeReadData() {
     // The redisplay comes a turn later; until then the grid keeps the bytes that it shows.
     auto loaded = loadWholeFile(resolvedPathOf(defaults_, settingsKeys::temp_read_from_chip_file));
     if (const auto *failure = std::get_if<LoadFailure>(&loaded)) {
         state_.read_from_chip_data = nullptr;
         log_.write(QStringLiteral("error reading temp file: ") + failure->reason);
-    } else {
-        state_.read_from_chip_data = std::get<ByteBuffer>(std::move(loaded));
+        build_and_reload();
+        return failure->reason;
     }
+    state_.read_from_chip_data = std::get<ByteBuffer>(std::move(loaded));
+    outlets.messageLine->clearNotice(QStringLiteral("nothing read"));
     build_and_reload();
+    return lengthOf(state_.read_from_chip_data) == 0 ? tr("the file is empty") : QString();
 }
 
 // A tool that failed may leave the file of an earlier Read in place, and these bytes must not
 // pass for the chip that is in the socket now.
-void AppDelegate::sayWhatReadLeft(RunRecord &record) {
+void AppDelegate::sayWhatReadLeft(RunRecord &record, const QString &trouble) {
     outlets.messageLine->clearNotice(readTopic);
     record.imageLength = lengthOf(state_.read_from_chip_data);
+    const QString path = resolvedPathOf(defaults_, settingsKeys::temp_read_from_chip_file);
+    if (record.imageLength == 0 && endedWell(record.outcome))
+        record.outcome = {RunOutcome::Verdict::Failed,
+                          tr("The tool says that it has read the chip, but there are no bytes in "
+                             "%1: %2.")
+                              .arg(QDir::toNativeSeparators(path), trouble),
+                          tr("See whether the tool may write there, and read again.")};
     if (record.imageLength == 0)
         return;
     if (endedWell(record.outcome)) {
@@ -212,7 +230,7 @@ void AppDelegate::sayWhatReadLeft(RunRecord &record) {
             tr("%1 %2 bytes.").arg(record.outcome.sentence, QLocale().toString(record.imageLength));
         return;
     }
-    const QFileInfo file(resolvedPathOf(defaults_, settingsKeys::temp_read_from_chip_file));
+    const QFileInfo file(path);
     const QDateTime written = file.lastModified();
     const QString when = written.date() == record.started.date()
                              ? QLocale().toString(written.time(), QStringLiteral("HH:mm"))

@@ -14,6 +14,9 @@ public:
         const QString path = QDir::toNativeSeparators(situation.path);
         if (!QFileInfo::exists(situation.path))
             return tr("The data to burn are in no file: %1 is missing.").arg(path);
+        if (!situation.writeProblem.isEmpty() && QFileInfo(situation.path).size() == 0)
+            return tr("%1 is empty: the data to burn could not be written there (%2).")
+                .arg(path, situation.writeProblem);
         if (!situation.writeProblem.isEmpty())
             return tr("%1 holds an older image: the data to burn could not be written there "
                       "(%2).")
@@ -21,7 +24,12 @@ public:
         return tr("%1 does not hold the data to burn: something else has changed it.").arg(path);
     }
 
-    static QString pressAgainForFile(Operation operation) {
+    static QString pressAgainForFile(const BurnSituation &situation) {
+        const Operation operation = situation.operation;
+        if (!QFileInfo::exists(situation.path))
+            return operation == WriteOperation
+                       ? tr("Press Write again to start the tool all the same.")
+                       : tr("Press Verify again to start the tool all the same.");
         return operation == WriteOperation
                    ? tr("Press Write again to burn that file as it stands.")
                    : tr("Press Verify again to compare the chip with that file as it stands.");
@@ -49,6 +57,10 @@ public:
             .arg(name, nameOf(encoding));
     }
 
+    static QString noImage() {
+        return tr("There is no data to burn. Press Write again to start the tool all the same.");
+    }
+
     static QString noData() {
         return tr("There is no data to burn: open a binary, or read a chip and use its data. Press "
                   "Write again to hand the tool an empty file all the same.");
@@ -64,8 +76,10 @@ std::optional<BurnDoubt> doubtAbout(const BurnSituation &situation) {
     if (!situation.fileIsImage)
         return BurnDoubt{.key = QStringLiteral("file"),
                          .sentence = Wording::foreignFile(situation) + QLatin1Char(' ') +
-                                     Wording::pressAgainForFile(situation.operation),
+                                     Wording::pressAgainForFile(situation),
                          .canWriteAgain = true};
+    if (writes && !situation.hasImage)
+        return BurnDoubt{.key = QStringLiteral("none"), .sentence = Wording::noImage()};
     if (writes && situation.imageLength == 0)
         return BurnDoubt{.key = QStringLiteral("empty"), .sentence = Wording::noData()};
     if (situation.encoding != ImageEncoding::Raw)

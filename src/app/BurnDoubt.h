@@ -10,6 +10,8 @@
 /// What a Write or a Verify would be about, at the moment of the press.
 struct BurnSituation {
     Operation operation = WriteOperation;
+    /// False where a composition was refused.
+    bool hasImage = true;
     /// Of the data to burn as shown, in bytes; 0 without an image.
     qint64 imageLength = 0;
     /// What the tool would take those data for.

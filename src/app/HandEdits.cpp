@@ -2,6 +2,8 @@
 
 #include "grid/CellEdit.h"
 
+#include <QCoreApplication>
+
 namespace {
 
 // Compositions are numbered from 1 on; edits get numbers that those never reach.
@@ -59,7 +61,9 @@ private:
 class HandEdits::ImageStep final : public Step {
 public:
     ImageStep(ByteBuffer &image, const ImageState &after, ByteBuffer other)
-        : Step(image, after, 0), other_(std::move(other)) {}
+        : Step(image, after, 0), other_(std::move(other)) {
+        setText(QCoreApplication::translate("HandEdits", "restoring"));
+    }
 
     void undo() override { std::swap(image(), other_); }
     void redo() override { std::swap(image(), other_); }
@@ -77,21 +81,38 @@ quint64 HandEdits::nextRevision() {
     return ++lastRevision_;
 }
 
-void HandEdits::composed(quint64 revision) {
+void HandEdits::keepReplaced() {
+    if (state().edits == 0)
+        return;
+    replaced_.append({image_, state()});
+    qsizetype bytes = 0;
+    for (const Replaced &replaced : std::as_const(replaced_))
+        bytes += lengthOf(replaced.image);
+    while (replaced_.size() > 1 && (replaced_.size() > mostReplaced || bytes > mostReplacedBytes))
+        bytes -= lengthOf(replaced_.takeFirst().image);
+}
+
+void HandEdits::composed(const ImageState &state) {
     history_.clear();
-    composed_ = {revision, 0};
+    composed_ = state;
+    const bool lostNothing = image_ && !replaced_.isEmpty() && *replaced_.last().image == *image_;
+    if (lostNothing)
+        replaced_.removeLast();
 }
 
 void HandEdits::remember(const CellEdit &edit) {
     const QByteArray written = std::as_const(*image_).mid(edit.offset, edit.bytesWritten);
     if (written == edit.replaced)
         return;
-    const ImageState after{nextRevision(), state().edits + 1};
+    ImageState after = state();
+    after.revision = nextRevision();
+    ++after.edits;
     history_.push(new ByteStep(image_, after, edit.offset, edit.replaced, written));
 }
 
-void HandEdits::restore(const Replaced &replaced) {
-    history_.push(new ImageStep(image_, replaced.state, replaced.image));
+void HandEdits::restore() {
+    const Replaced newest = replaced_.takeLast();
+    history_.push(new ImageStep(image_, newest.state, newest.image));
     emit imageChanged(0);
 }
 
@@ -120,10 +141,15 @@ ImageState HandEdits::state() const {
 }
 
 void HandEdits::noteSaved() {
-    saved_ = state().revision;
+    saved_.insert(state().revision);
 }
 
-bool HandEdits::areUnsaved() const {
-    const ImageState now = state();
-    return now.edits > 0 && now.revision != saved_;
+HandEdits::Unsaved HandEdits::unsaved() const {
+    const auto unsavedOf = [this](const ImageState &image) {
+        return saved_.contains(image.revision) ? 0 : image.edits;
+    };
+    Unsaved unsaved{.present = unsavedOf(state())};
+    for (const Replaced &replaced : replaced_)
+        unsaved.replaced += unsavedOf(replaced.state);
+    return unsaved;
 }

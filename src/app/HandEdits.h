@@ -1,8 +1,10 @@
 #pragma once
 
+#include "app/CompositionRemarks.h"
 #include "image/ByteBuffer.h"
 
 #include <QObject>
+#include <QSet>
 #include <QUndoStack>
 
 struct CellEdit;
@@ -13,6 +15,8 @@ struct ImageState {
     quint64 revision = 0;
     /// How many edits made by hand are in these bytes.
     int edits = 0;
+    /// What the controls said when the image was composed.
+    ImageControls madeWith;
 };
 
 /// The edits of the data to burn since it was composed last: what was done, taken back and can be
@@ -27,17 +31,32 @@ public:
         ImageState state;
     };
 
+    /// Numbers of edits in the image as it is now, and in the replaced ones.
+    struct Unsaved {
+        int present = 0;
+        int replaced = 0;
+    };
+
+    /// How many replaced images are kept, and how many bytes of them beside the newest.
+    static constexpr qsizetype mostReplaced = 8;
+    static constexpr qsizetype mostReplacedBytes = qsizetype(256) << 20;
+
     /// Works on the image that \a image refers to at each moment.
     explicit HandEdits(ByteBuffer &image, QObject *parent = nullptr);
     ~HandEdits() override;
 
-    /// The image was composed anew and its bytes have the number \a revision: there is nothing to
-    /// take back any more.
-    void composed(quint64 revision);
+    /// The image is about to be composed anew: if it has edits, it is kept to be restored.
+    void keepReplaced();
+    /// The image was composed anew and is \a state: there is nothing to take back any more. A
+    /// replaced image with the very same bytes is forgotten.
+    void composed(const ImageState &state);
     /// Remembers \a edit, which was carried out already. An entry that changed no byte is none.
     void remember(const CellEdit &edit);
-    /// Puts \a replaced in the place of the image, as one step that can be taken back.
-    void restore(const Replaced &replaced);
+    /// The images that were replaced with their edits and not restored, the newest last.
+    const QList<Replaced> &replaced() const { return replaced_; }
+    /// Puts the newest replaced image in the place of the image, as one step that can be taken
+    /// back. There must be one.
+    void restore();
     /// Takes the last step back, or makes it again. Nothing happens if there is none.
     void undo();
     void redo();
@@ -46,8 +65,8 @@ public:
     ImageState state() const;
     /// The image as it is now has been saved in a file of the user's.
     void noteSaved();
-    /// True if the image has edits and is, as it is now, in no file of the user's.
-    bool areUnsaved() const;
+    /// How many edits are in no file of the user's.
+    Unsaved unsaved() const;
     /// The steps, to look at.
     const QUndoStack &history() const { return history_; }
 
@@ -67,6 +86,7 @@ private:
     ByteBuffer &image_;
     QUndoStack history_;
     ImageState composed_;
-    quint64 saved_ = 0;
+    QList<Replaced> replaced_;
+    QSet<quint64> saved_; ///< revisions
     quint64 lastRevision_ = 0;
 };

@@ -8,9 +8,10 @@ const QString topic = QStringLiteral("press");
 
 } // namespace
 
-bool SecondPress::confirms(const Question &question) {
+bool SecondPress::confirms(const Question &question, Presser presser) {
     const bool asked = asked_ == question.thing;
-    if (asked && sinceAsked_.elapsed() >= QApplication::doubleClickInterval()) {
+    const int interval = presser == Presser::Hand ? QApplication::doubleClickInterval() : 0;
+    if (asked && sinceAsked_.elapsed() >= interval) {
         withdraw();
         return true;
     }

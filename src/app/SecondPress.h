@@ -11,6 +11,9 @@
 /// longer be the second half of a double-click.
 class SecondPress {
 public:
+    /// Who presses: a hand may double-click, a program does not.
+    enum class Presser { Hand, Program };
+
     /// What a press is about.
     struct Question {
         /// Stands for all that the sentence speaks of: another text is another question.
@@ -26,7 +29,7 @@ public:
 
     /// True if this press is the second one for the same thing; the sentence goes then. False if
     /// the user is asked by it, or was just now.
-    bool confirms(const Question &question);
+    bool confirms(const Question &question, Presser presser = Presser::Hand);
     /// What was asked is no longer true, or answered otherwise: the next press is a first one.
     void withdraw();
 

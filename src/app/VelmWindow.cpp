@@ -2,12 +2,16 @@
 
 #include "app/WindowMenus.h"
 #include "app/WindowWiring.h"
+#include "image/FileStamp.h"
+#include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "tool/ScriptedMiniPro.h"
 #include "widgets/ConsoleView.h"
 
 #include "ui_MainWindow.h"
+
+#include <QScopedValueRollback>
 
 #include <utility>
 
@@ -58,6 +62,7 @@ void VelmWindow::askToEnd() {
         delegate_.stopRun();
         return;
     }
+    const QScopedValueRollback asked(askedFromOutside_, true);
     window_.close();
 }
 
@@ -66,7 +71,8 @@ void VelmWindow::askToEnd() {
 bool VelmWindow::mayClose() {
     if (work_.isIdle()) {
         delegate_.commitPendingInput();
-        return !delegate_.refusesToLoseEdits();
+        return !delegate_.refusesToLoseEdits(askedFromOutside_ ? SecondPress::Presser::Program
+                                                               : SecondPress::Presser::Hand);
     }
     endRefused_ = true;
     window_.controls().messageLine->setNotice(
@@ -98,7 +104,9 @@ void VelmWindow::followVerdicts() {
 std::optional<ShownNow> VelmWindow::shownNow() const {
     if (!work_.isIdle())
         return std::nullopt;
-    return ShownNow{settings_.stringValue(settingsKeys::device), delegate_.imageRevision()};
+    const QString imageFile = resolvedPathOf(settings_, settingsKeys::temp_output_file);
+    return ShownNow{settings_.stringValue(settingsKeys::device), delegate_.imageRevision(),
+                    FileStamp::text(FileStamp::of(imageFile))};
 }
 
 void VelmWindow::followLatePrinters() {
@@ -113,7 +121,8 @@ void VelmWindow::followLatePrinters() {
 void VelmWindow::saySomethingStillPrints(bool some) {
     window_.controls().messageLine->setNotice(
         QStringLiteral("leftovers"), MessageLine::Severity::Information,
-        some ? tr("Something that the programmer tool left behind still prints. Stop ends it.")
+        some ? tr("Something that the programmer tool left behind has printed after its end. Stop "
+                  "ends it.")
              : QString());
 }
 

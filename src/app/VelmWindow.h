@@ -40,7 +40,8 @@ public:
     void raise();
     /// Asked to end from outside. Closes the window, unless the tool runs, for an operation or a
     /// search: then the first call is refused in the message line, and the second stops the tool
-    /// and closes after its end.
+    /// and closes after its end. Edits that are in no file are asked about in their turn: the call
+    /// that follows gives them up.
     void askToEnd();
 
     MainWindow &window() { return window_; }
@@ -77,4 +78,5 @@ private:
     RunControls runControls_;
     bool endRefused_ = false;
     bool closeWhenIdle_ = false;
+    bool askedFromOutside_ = false;
 };

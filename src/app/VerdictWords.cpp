@@ -17,6 +17,8 @@ public:
     QString changedSince(const ShownNow &now) const {
         const bool otherImage = run_.imageRevision != 0 && run_.imageRevision != now.imageRevision;
         const bool otherDevice = run_.device != now.device;
+        if (!run_.fileMark.isEmpty() && run_.fileMark != now.fileMark)
+            return tr("the file that was handed over has changed since.");
         if (otherImage && otherDevice)
             return tr("the device and the data to burn have changed since.");
         if (otherImage)

@@ -7,6 +7,8 @@
 struct ShownNow {
     QString device;
     quint64 imageRevision = 0;
+    /// Of the file that a Write would hand to the tool.
+    QString fileMark;
 };
 
 /// A verdict as it is to be read now.

@@ -23,3 +23,11 @@ std::optional<FileStamp> FileStamp::of(const QString &path) {
                      .size = facts.st_size,
                      .written = nanoseconds(facts.st_mtim)};
 }
+
+QString FileStamp::text(const std::optional<FileStamp> &stamp) {
+    if (!stamp)
+        return QStringLiteral("none");
+    return QStringLiteral("%1 %2 %3 %4")
+        .arg(QString::number(stamp->device), QString::number(stamp->inode),
+             QString::number(stamp->size), QString::number(stamp->written));
+}

@@ -16,5 +16,8 @@ struct FileStamp {
     /// The stamp of the file that \a path leads to; nothing if there is none.
     static std::optional<FileStamp> of(const QString &path);
 
+    /// The same as a text, for what is told apart by texts; "none" without a stamp.
+    static QString text(const std::optional<FileStamp> &stamp);
+
     friend bool operator==(const FileStamp &, const FileStamp &) = default;
 };

@@ -11,25 +11,30 @@ constexpr size_t mostKnown = 64;
 
 } // namespace
 
-ImageRevisions::Origin ImageRevisions::originOf(const CompositionInputs &inputs) {
-    const bool fromRead = inputs.combineReadData && lengthOf(inputs.read_from_chip_data) > 0;
+ImageRevisions::Origin ImageRevisions::originOf(const CompositionInputs &inputs,
+                                                const Composition &composition) {
+    const bool fromRead = composition.source == CompositionSource::ReadData;
     const ByteBuffer &source = fromRead ? inputs.read_from_chip_data : inputs.opened_bin_data;
     Origin origin;
-    origin.source = source;
-    origin.hasSource = source != nullptr;
-    origin.start = fromRead ? 0 : scanHexInt(inputs.rom_start_address).value_or(0);
-    origin.padTo = inputs.pad ? scanInt(inputs.pad_to).value_or(0) : 0;
-    origin.zero = inputs.padWithZero;
+    origin.length = composition.image ? composition.image->size() : -1;
+    if (lengthOf(source) > 0) {
+        origin.source = source;
+        origin.hasSource = true;
+        origin.start = fromRead ? 0 : scanHexInt(inputs.rom_start_address).value_or(0);
+    }
+    const bool pads = origin.length > lengthOf(source);
+    origin.padsWithZero = pads && inputs.padWithZero;
     return origin;
 }
 
 bool ImageRevisions::Origin::isSameAs(const Origin &other) const {
     return hasSource == other.hasSource && source.lock() == other.source.lock() &&
-           start == other.start && padTo == other.padTo && zero == other.zero;
+           start == other.start && length == other.length && padsWithZero == other.padsWithZero;
 }
 
-quint64 ImageRevisions::ofComposition(const CompositionInputs &inputs) {
-    Origin origin = originOf(inputs);
+quint64 ImageRevisions::ofComposition(const CompositionInputs &inputs,
+                                      const Composition &composition) {
+    Origin origin = originOf(inputs, composition);
     const auto same = std::find_if(known_.begin(), known_.end(),
                                    [&](const Origin &known) { return known.isSameAs(origin); });
     if (same != known_.end())

@@ -20,6 +20,9 @@ struct RunRecord {
     /// Which state of the data to burn was handed over; 0 for none, or for a file that held
     /// something else.
     quint64 imageRevision = 0;
+    /// By what the file is known again that was handed over as it stood, other than the image;
+    /// empty in every other case.
+    QString fileMark;
     int status = 0;
     /// The end of what the tool said.
     QString said;

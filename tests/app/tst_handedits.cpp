@@ -17,6 +17,9 @@ private slots:
     void restoring_bringsItsRevisionAndCount();
     void steps_tellTheirPlace();
     void unsavedEdits();
+    void everyReplacedImage_canBeRestored();
+    void replacedImages_areBoundedButForTheNewest();
+    void compositionOfTheSameBytes_replacesNothing();
 
 private:
     void write(qint64 offset, const QByteArray &bytes);
@@ -29,7 +32,7 @@ private:
 void TestHandEdits::init() {
     image_ = std::make_shared<QByteArray>("abcdef");
     edits_ = std::make_unique<HandEdits>(image_);
-    edits_->composed(1);
+    edits_->composed({.revision = 1, .madeWith = {}});
 }
 
 void TestHandEdits::write(qint64 offset, const QByteArray &bytes) {
@@ -93,7 +96,7 @@ void TestHandEdits::anEntryThatChangesNothing_isNone() {
 void TestHandEdits::composing_endsTheHistory() {
     write(0, "X");
     image_ = std::make_shared<QByteArray>("new");
-    edits_->composed(2);
+    edits_->composed({.revision = 2, .madeWith = {}});
     edits_->undo();
     QCOMPARE(state(), QStringLiteral("new, 0"));
     QCOMPARE(edits_->state().revision, quint64(2));
@@ -102,13 +105,14 @@ void TestHandEdits::composing_endsTheHistory() {
 void TestHandEdits::restoring_bringsItsRevisionAndCount() {
     write(0, "X");
     write(1, "Y");
-    const HandEdits::Replaced replaced{image_, edits_->state()};
+    const quint64 revision = edits_->state().revision;
+    edits_->keepReplaced();
     image_ = std::make_shared<QByteArray>("new");
-    edits_->composed(2);
+    edits_->composed({.revision = 2, .madeWith = {}});
     write(0, "N");
-    edits_->restore(replaced);
+    edits_->restore();
     QCOMPARE(state(), QStringLiteral("XYcdef, 2"));
-    QCOMPARE(edits_->state().revision, replaced.state.revision);
+    QCOMPARE(edits_->state().revision, revision);
     write(2, "Z");
     QCOMPARE(state(), QStringLiteral("XYZdef, 3"));
     edits_->undo();
@@ -130,17 +134,64 @@ void TestHandEdits::steps_tellTheirPlace() {
 }
 
 void TestHandEdits::unsavedEdits() {
-    QVERIFY(!edits_->areUnsaved());
+    const auto unsaved = [this] {
+        const HandEdits::Unsaved edits = edits_->unsaved();
+        return QStringLiteral("%1 and %2")
+            .arg(QString::number(edits.present), QString::number(edits.replaced));
+    };
+    QCOMPARE(unsaved(), QStringLiteral("0 and 0"));
     write(0, "X");
-    QVERIFY(edits_->areUnsaved());
+    QCOMPARE(unsaved(), QStringLiteral("1 and 0"));
     edits_->noteSaved();
-    QVERIFY(!edits_->areUnsaved());
+    QCOMPARE(unsaved(), QStringLiteral("0 and 0"));
     write(0, "Y");
-    QVERIFY(edits_->areUnsaved());
+    QCOMPARE(unsaved(), QStringLiteral("2 and 0"));
     edits_->undo();
-    QVERIFY(!edits_->areUnsaved());
+    QCOMPARE(unsaved(), QStringLiteral("0 and 0"));
     edits_->undo();
-    QVERIFY(!edits_->areUnsaved()); // as it was composed
+    QCOMPARE(unsaved(), QStringLiteral("0 and 0")); // as it was composed
+    write(1, "Z");
+    edits_->keepReplaced();
+    image_ = std::make_shared<QByteArray>("new");
+    edits_->composed({.revision = 2, .madeWith = {}});
+    QCOMPARE(unsaved(), QStringLiteral("0 and 1"));
+    write(0, "N");
+    QCOMPARE(unsaved(), QStringLiteral("1 and 1"));
+}
+
+void TestHandEdits::everyReplacedImage_canBeRestored() {
+    write(0, "X");
+    edits_->keepReplaced();
+    image_ = std::make_shared<QByteArray>("second");
+    edits_->composed({.revision = 2, .madeWith = {}});
+    write(0, "Y");
+    edits_->keepReplaced();
+    image_ = std::make_shared<QByteArray>("third");
+    edits_->composed({.revision = 3, .madeWith = {}});
+    edits_->keepReplaced(); // has no edits
+    edits_->restore();
+    QCOMPARE(state(), QStringLiteral("Yecond, 1"));
+    edits_->restore();
+    QCOMPARE(state(), QStringLiteral("Xbcdef, 1"));
+    QVERIFY(edits_->replaced().isEmpty());
+}
+
+void TestHandEdits::replacedImages_areBoundedButForTheNewest() {
+    for (qsizetype image = 0; image < HandEdits::mostReplaced + 3; ++image) {
+        write(0, QByteArray(1, char('a' + image)));
+        edits_->keepReplaced();
+        image_ = std::make_shared<QByteArray>(QByteArray::number(image) + "bcdef");
+        edits_->composed({.revision = quint64(image) + 2, .madeWith = {}});
+    }
+    QCOMPARE(edits_->replaced().size(), HandEdits::mostReplaced);
+}
+
+void TestHandEdits::compositionOfTheSameBytes_replacesNothing() {
+    write(0, "X");
+    edits_->keepReplaced();
+    image_ = std::make_shared<QByteArray>("Xbcdef");
+    edits_->composed({.revision = 2, .madeWith = {}});
+    QVERIFY(edits_->replaced().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestHandEdits)

@@ -12,6 +12,7 @@ private slots:
     void anotherFileWithTheSameBytes_isAnotherImage();
     void aFileThatIsGone_isNeverMistakenForANewOne();
     void manyImages_areForgottenOldestFirst();
+    void padByte_countsOnlyWhereItStands();
 };
 
 namespace {
@@ -26,6 +27,10 @@ CompositionInputs fromFile() {
     inputs.rom_start_address = QStringLiteral("0010");
     inputs.pad_to = QStringLiteral("1");
     return inputs;
+}
+
+quint64 numberOf(ImageRevisions &revisions, const CompositionInputs &inputs) {
+    return revisions.ofComposition(inputs, composeImage(inputs));
 }
 
 } // namespace
@@ -45,7 +50,15 @@ void TestImageRevisions::sameInputs_giveTheSameRevision_data() {
     row("a size that is not padded to", true,
         [](auto &inputs) { inputs.pad_to = QStringLiteral("2"); });
     row("padded", false, [](auto &inputs) { inputs.pad = true; });
-    row("zeros", false, [](auto &inputs) { inputs.padWithZero = true; });
+    row("padded to less than it has", true, [](auto &inputs) {
+        inputs.pad = true;
+        inputs.pad_to = QStringLiteral("0");
+    });
+    row("zeros before it", false, [](auto &inputs) { inputs.padWithZero = true; });
+    row("refused", false, [](auto &inputs) {
+        inputs.pad = true;
+        inputs.pad_to = QStringLiteral("-1");
+    });
     row("read data that are not used", true,
         [](auto &inputs) { inputs.read_from_chip_data = bytes("read"); });
     row("nothing read to use", true, [](auto &inputs) { inputs.combineReadData = true; });
@@ -61,33 +74,32 @@ void TestImageRevisions::sameInputs_giveTheSameRevision() {
     QFETCH(bool, same);
     ImageRevisions revisions;
     CompositionInputs inputs = fromFile();
-    const quint64 before = revisions.ofComposition(inputs);
+    const CompositionInputs beforeInputs = inputs;
+    const quint64 before = numberOf(revisions, inputs);
     QVERIFY(before > 0);
     change(inputs);
-    const quint64 after = revisions.ofComposition(inputs);
+    const quint64 after = numberOf(revisions, inputs);
     QCOMPARE(after == before, same);
     // Whatever the numbers say of two images must be true of their bytes.
-    CompositionInputs first = fromFile();
-    first.opened_bin_data = inputs.opened_bin_data ? inputs.opened_bin_data : bytes("file");
     if (same)
-        QCOMPARE(*composeImage(inputs).image, *composeImage(first).image);
+        QCOMPARE(*composeImage(inputs).image, *composeImage(beforeInputs).image);
 }
 
 void TestImageRevisions::inputsTakenBack_giveTheEarlierRevision() {
     ImageRevisions revisions;
     CompositionInputs inputs = fromFile();
-    const quint64 before = revisions.ofComposition(inputs);
+    const quint64 before = numberOf(revisions, inputs);
     inputs.pad = true;
-    QVERIFY(revisions.ofComposition(inputs) != before);
+    QVERIFY(numberOf(revisions, inputs) != before);
     inputs.pad = false;
-    QCOMPARE(revisions.ofComposition(inputs), before);
+    QCOMPARE(numberOf(revisions, inputs), before);
 }
 
 void TestImageRevisions::anotherFileWithTheSameBytes_isAnotherImage() {
     ImageRevisions revisions;
     const CompositionInputs inputs = fromFile();
     const CompositionInputs other = fromFile();
-    QVERIFY(revisions.ofComposition(inputs) != revisions.ofComposition(other));
+    QVERIFY(numberOf(revisions, inputs) != numberOf(revisions, other));
 }
 
 void TestImageRevisions::aFileThatIsGone_isNeverMistakenForANewOne() {
@@ -96,7 +108,7 @@ void TestImageRevisions::aFileThatIsGone_isNeverMistakenForANewOne() {
     for (int i = 0; i < 20; ++i) {
         // The allocator is likely to hand out the same place again.
         CompositionInputs inputs = fromFile();
-        const quint64 revision = revisions.ofComposition(inputs);
+        const quint64 revision = numberOf(revisions, inputs);
         QVERIFY(!seen.contains(revision));
         seen.append(revision);
     }
@@ -107,7 +119,7 @@ void TestImageRevisions::manyImages_areForgottenOldestFirst() {
     CompositionInputs inputs = fromFile();
     const auto at = [&](int address) {
         inputs.rom_start_address = QString::number(address, 16);
-        return revisions.ofComposition(inputs);
+        return numberOf(revisions, inputs);
     };
     const quint64 oldest = at(0);
     for (int address = 1; address < 100; ++address)
@@ -115,6 +127,21 @@ void TestImageRevisions::manyImages_areForgottenOldestFirst() {
     QCOMPARE(at(99), at(99));
     QCOMPARE(at(90), at(90));
     QVERIFY(at(0) != oldest);
+}
+
+void TestImageRevisions::padByte_countsOnlyWhereItStands() {
+    ImageRevisions revisions;
+    CompositionInputs inputs = fromFile();
+    inputs.rom_start_address = QStringLiteral("0");
+    const quint64 before = numberOf(revisions, inputs);
+    inputs.padWithZero = true;
+    QCOMPARE(numberOf(revisions, inputs), before);
+    inputs.pad = true;
+    QVERIFY(numberOf(revisions, inputs) != before);
+    inputs.opened_bin_data = nullptr;
+    const quint64 zeros = numberOf(revisions, inputs);
+    inputs.rom_start_address = QStringLiteral("7");
+    QCOMPARE(numberOf(revisions, inputs), zeros); // a kibibyte of zeros from end to end
 }
 
 QTEST_GUILESS_MAIN(TestImageRevisions)

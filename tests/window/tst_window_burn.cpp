@@ -21,6 +21,10 @@ private slots:
     void changedPath_getsTheImageAtOnce();
     void doubleClick_isNoSecondPress();
     void secondPress_countsForTheSameThingOnly();
+    void secondPress_countsWhileItsSentenceStandsOnly_data();
+    void secondPress_countsWhileItsSentenceStandsOnly();
+    void secondPress_countsForTheSameFileOnly();
+    void refusedComposition_isNoEmptyFile();
 
 private:
     /// The button that the message line offers; null if it offers none.
@@ -173,6 +177,67 @@ void TestWindowBurn::secondPress_countsForTheSameThingOnly() {
     meddle(velm);
     velm.click(velm.controls().btn_write);
     QVERIFY(!QFile::exists(chip(velm)));
+}
+
+void TestWindowBurn::secondPress_countsWhileItsSentenceStandsOnly_data() {
+    QTest::addColumn<bool>("closes");
+    QTest::addColumn<int>("tagBetween");
+    QTest::newRow("a burn, a verify between") << false << int(VerifyOperation);
+    QTest::newRow("a burn, a logic test between") << false << int(LogicOperation);
+    QTest::newRow("closing, a verify between") << true << int(VerifyOperation);
+}
+
+void TestWindowBurn::secondPress_countsWhileItsSentenceStandsOnly() {
+    QFETCH(bool, closes);
+    QFETCH(int, tagBetween);
+    WindowFixture velm;
+    velm.useTool("case $1 in -T) ;; *) [ $3 = -w ] && cp \"$4\" '" + chip(velm).toUtf8() +
+                 "';; esac\n");
+    if (closes)
+        showTwentyBytes(velm);
+    else
+        velm.start();
+    if (closes)
+        enter(velm, 0, 1, QStringLiteral("7A"));
+    const auto ask = [&] {
+        if (closes)
+            return velm.velm().window().close();
+        velm.click(velm.controls().btn_write);
+        return QFile::exists(chip(velm));
+    };
+    QVERIFY(!ask());
+    QPushButton between;
+    between.setProperty("tag", tagBetween);
+    velm.delegate().go(&between);
+    QVERIFY2(!velm.message().contains(QStringLiteral("again")), qPrintable(velm.message()));
+    QVERIFY(!ask());
+    QVERIFY(ask());
+}
+
+void TestWindowBurn::secondPress_countsForTheSameFileOnly() {
+    WindowFixture velm;
+    useCopyingTool(velm);
+    showTwentyBytes(velm);
+    QVERIFY(QFile::remove(velm.temporary(QStringLiteral("temp.bin"))));
+    velm.click(velm.controls().btn_write);
+    QVERIFY2(velm.message().contains(QStringLiteral("is missing")), qPrintable(velm.message()));
+    meddle(velm);
+    velm.click(velm.controls().btn_write);
+    QVERIFY(!QFile::exists(chip(velm)));
+    QVERIFY2(velm.message().contains(QStringLiteral("does not hold the data to burn")),
+             qPrintable(velm.message()));
+}
+
+void TestWindowBurn::refusedComposition_isNoEmptyFile() {
+    WindowFixture velm;
+    useCopyingTool(velm);
+    velm.settings().setValue(settingsKeys::pad_to, QStringLiteral("-1"));
+    velm.settings().setValue(settingsKeys::pad, true);
+    velm.start();
+    velm.click(velm.controls().btn_write);
+    QVERIFY2(velm.message().contains(QStringLiteral("start the tool all the same")),
+             qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(QStringLiteral("empty file")), qPrintable(velm.message()));
 }
 
 QTEST_MAIN(TestWindowBurn)

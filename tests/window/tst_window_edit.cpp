@@ -219,6 +219,12 @@ void TestWindowEdit::restoredEdits_sayWhichControlsSaySomethingElse() {
     QVERIFY2(velm.message().contains(QStringLiteral(
                  "This image was made with other values than these now: Pad, Pad to.")),
              qPrintable(velm.message()));
+    // Taken back, the image is what the controls say; made again, it is not.
+    velm.delegate().undoEdit();
+    QVERIFY2(!velm.message().contains(QStringLiteral("other values")), qPrintable(velm.message()));
+    velm.delegate().redoEdit();
+    QVERIFY2(velm.message().contains(QStringLiteral("other values than these now: Pad, Pad to.")),
+             qPrintable(velm.message()));
     // Another composition ends what the sentence speaks of.
     velm.click(velm.controls().btn_pad);
     velm.settle();

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMenu>
+#include <QSignalSpy>
 
 #include <sys/stat.h>
 
@@ -47,6 +48,10 @@ private slots:
     void openedBinary_goneFromDiskIsSaid();
     void closing_withEditsInNoFileTakesTwoTimes();
     void closing_afterTheEditsWereSavedTakesOne();
+    void closing_withReplacedEditsTakesTwoTimes();
+    void endingBySignal_giveUpEditsAtTheSecond();
+    void nothingToSave_isSaidUntilThereIsSomething();
+    void unreadableBinary_isNotWatched();
 };
 
 namespace {
@@ -475,6 +480,61 @@ void TestWindowFiles::closing_afterTheEditsWereSavedTakesOne() {
     velm.click(velm.controls().messageLine->findChild<QPushButton *>()); // Save data to burn
     QVERIFY2(!velm.message().contains(QStringLiteral("in no file")), qPrintable(velm.message()));
     QVERIFY(velm.velm().window().close());
+}
+
+void TestWindowFiles::closing_withReplacedEditsTakesTwoTimes() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    enter(velm, 0, 1, QStringLiteral("7A"));
+    velm.controls().startAddTextField->setText(QStringLiteral("2"));
+    QVERIFY(!velm.velm().window().close());
+    QVERIFY2(
+        velm.message().contains(QStringLiteral("1 hand edit that was replaced is in no file.")),
+        qPrintable(velm.message()));
+    QVERIFY(velm.velm().window().close());
+}
+
+void TestWindowFiles::endingBySignal_giveUpEditsAtTheSecond() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    QApplication::setDoubleClickInterval(1'000'000); // a signal is no slip of the hand
+    enter(velm, 0, 1, QStringLiteral("7A"));
+    velm.velm().askToEnd();
+    QVERIFY(velm.velm().window().isVisible());
+    QVERIFY(!velm.velm().window().close());
+    velm.velm().askToEnd();
+    QVERIFY(!velm.velm().window().isVisible());
+}
+
+void TestWindowFiles::nothingToSave_isSaidUntilThereIsSomething() {
+    WindowFixture velm;
+    velm.start();
+    velm.click(velm.controls().btn_export_read);
+    velm.click(velm.controls().btn_export_output);
+    QVERIFY(velm.message().contains(QStringLiteral("First read the chip")));
+    QVERIFY(velm.message().contains(QStringLiteral("First create some data")));
+    velm.click(velm.controls().btn_read);
+    QVERIFY2(!velm.message().contains(QStringLiteral("First read")), qPrintable(velm.message()));
+    velm.delegate().openBinary(velm.write(QStringLiteral("rom.bin"), "bytes"));
+    QVERIFY2(!velm.message().contains(QStringLiteral("First create")), qPrintable(velm.message()));
+}
+
+void TestWindowFiles::unreadableBinary_isNotWatched() {
+    WindowFixture velm;
+    velm.start();
+    const QString large = made(velm, QStringLiteral("large"));
+    const QString small = velm.write(QStringLiteral("small.bin"), "bytes");
+    velm.delegate().openBinary(large);
+    QVERIFY(velm.message().contains(QStringLiteral("could not be read")));
+    QVERIFY(QFile::remove(large));
+    // What the system tells of two files comes in its order.
+    OpenedFileWatch other;
+    other.watch(small);
+    QSignalSpy seen(&other, &OpenedFileWatch::stateChanged);
+    QVERIFY(QFile::remove(small));
+    QVERIFY(seen.wait());
+    QVERIFY2(!velm.message().contains(QStringLiteral("bytes are still here")),
+             qPrintable(velm.message()));
 }
 
 QTEST_MAIN(TestWindowFiles)

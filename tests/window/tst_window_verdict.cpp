@@ -17,6 +17,7 @@ private slots:
     void imageOfAnotherSize_isNoPlainSuccess_data();
     void imageOfAnotherSize_isNoPlainSuccess();
     void foreignFile_isWhatTheVerdictSpeaksOf();
+    void readWithoutBytes_isNoSuccess();
     void hexText_takesTwoPressesAndIsNoSuccess_data();
     void hexText_takesTwoPressesAndIsNoSuccess();
     void hexText_isSaidOnOpening();
@@ -87,7 +88,7 @@ void TestWindowVerdict::verdict_saysWhatHasChangedSince() {
     if (change == QStringLiteral("control"))
         velm.controls().startAddTextField->setText(QStringLiteral("10"));
     if (change == QStringLiteral("file"))
-        velm.delegate().openBinary(velm.write(QStringLiteral("other.bin"), QByteArray(65536, 'x')));
+        velm.delegate().openBinary(velm.write(QStringLiteral("other.bin"), QByteArray(65536, 'y')));
     velm.settle();
     verifyDoesNotSay(velm, QStringLiteral("succeeded"));
     const QRegularExpression sentence(QStringLiteral("^Verified at \\d\\d:\\d\\d") +
@@ -98,7 +99,8 @@ void TestWindowVerdict::verdict_saysWhatHasChangedSince() {
 
 void TestWindowVerdict::verdict_comesBackWithItsImage_data() {
     QTest::addColumn<QString>("way");
-    for (const char *way : {"an edit taken back", "a control put back", "the device put back"})
+    for (const char *way : {"an edit taken back", "a control put back", "the device put back",
+                            "a control that makes no difference", "the same bytes opened"})
         QTest::newRow(way) << QString::fromLatin1(way);
 }
 
@@ -110,10 +112,14 @@ void TestWindowVerdict::verdict_comesBackWithItsImage() {
         enter(velm, 0, 1, QStringLiteral("7A"));
         verifyDoesNotSay(velm, verified);
         velm.delegate().undoEdit();
+    } else if (way == QStringLiteral("a control put back")) {
+        velm.controls().startAddTextField->setText(QStringLiteral("10"));
+        verifyDoesNotSay(velm, verified);
+        velm.controls().startAddTextField->setText(QStringLiteral("0"));
     } else if (way.startsWith(QStringLiteral("a control"))) {
         velm.click(velm.controls().btn_pad_00);
-        verifyDoesNotSay(velm, verified);
-        velm.click(velm.controls().btn_pad_ff);
+    } else if (way.startsWith(QStringLiteral("the same bytes"))) {
+        velm.delegate().openBinary(velm.write(QStringLiteral("other.bin"), QByteArray(65536, 'x')));
     } else {
         velm.controls().uaTextField->setText(QStringLiteral("27C64"));
         verifyDoesNotSay(velm, verified);
@@ -171,6 +177,20 @@ void TestWindowVerdict::foreignFile_isWhatTheVerdictSpeaksOf() {
     verifyDoesNotSay(velm, QStringLiteral("Done:"));
     verifySays(velm, QStringLiteral("temp.bin"));
     QCOMPARE(velm.velm().runs().last().imageRevision, quint64(0));
+    // An edit puts the image into the place of that file.
+    enter(velm, 0, 1, QStringLiteral("7A"));
+    verifySays(velm, QStringLiteral("; the file that was handed over has changed since."));
+}
+
+void TestWindowVerdict::readWithoutBytes_isNoSuccess() {
+    WindowFixture velm;
+    velm.useTool("echo 'Reading Code...  0.47Sec  OK' >&2\n");
+    velm.start();
+    velm.click(velm.controls().btn_read);
+    velm.settle();
+    QVERIFY2(velm.message().startsWith(QStringLiteral("Problem: ")), qPrintable(velm.message()));
+    verifySays(velm, QStringLiteral("there are no bytes in"));
+    verifyDoesNotSay(velm, QStringLiteral("succeeded"));
 }
 
 void TestWindowVerdict::hexText_takesTwoPressesAndIsNoSuccess_data() {
