@@ -162,10 +162,10 @@ void TestCommandLine::toolSettings_ofAnEmptyStoreAreEmpty() {
 void TestCommandLine::toolSettings_nameTheSameFileFromEveryFolder() {
     const QTemporaryDir folder;
     SettingsStore store(folder.filePath(QStringLiteral("test.conf")));
-    store.setValue(settingsKeys::temp_output_file, QStringLiteral("work/out.bin"));
+    store.setValue(settingsKeys::temp_output_file, QStringLiteral("images/out.bin"));
     store.setValue(settingsKeys::temp_read_from_chip_file, QStringLiteral("read.bin"));
     const ToolSettings settings = ToolSettings::readFrom(store);
-    QCOMPARE(settings.outputPath, QDir::currentPath() + QStringLiteral("/work/out.bin"));
+    QCOMPARE(settings.outputPath, QDir::currentPath() + QStringLiteral("/images/out.bin"));
     QCOMPARE(settings.readPath, QDir::currentPath() + QStringLiteral("/read.bin"));
 }
 

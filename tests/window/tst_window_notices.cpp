@@ -1,4 +1,5 @@
 #include "window/EditingSteps.h"
+#include "window/SearchSteps.h"
 
 #include "devices/UAStringManager.h"
 
@@ -25,6 +26,8 @@ private slots:
     void refusedAddress_endsWithWhatItSpokeOf_data();
     void refusedAddress_endsWithWhatItSpokeOf();
     void fullConsole_endsWhenItIsCleared();
+    void customDevice_endsWithAnotherDevice();
+    void refusedWhileBusy_endsWithTheRun();
 };
 
 namespace {
@@ -192,6 +195,36 @@ void TestWindowNotices::fullConsole_endsWhenItIsCleared() {
     QVERIFY2(says(velm, "The console is full"), qPrintable(velm.message()));
     console->clearAll();
     QCOMPARE(velm.message(), QString());
+}
+
+void TestWindowNotices::customDevice_endsWithAnotherDevice() {
+    WindowFixture velm;
+    velm.useTool("echo 'MINE@DIP28(custom)'\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("x"));
+    panel.select(0);
+    velm.click(panel.ok);
+    velm.settle();
+    QVERIFY2(says(velm, "marks MINE@DIP28 as custom"), qPrintable(velm.message()));
+    velm.controls().uaTextField->setText(QStringLiteral("27C64"));
+    QVERIFY2(!says(velm, "as custom"), qPrintable(velm.message()));
+    QCOMPARE(velm.settings().stringValue(settingsKeys::device), QStringLiteral("27C64"));
+}
+
+void TestWindowNotices::refusedWhileBusy_endsWithTheRun() {
+    WindowFixture velm;
+    velm.useTool("while :; do sleep 1; done\n");
+    velm.start();
+    bool said = false;
+    velm.whileBusy([&] {
+        velm.velm().window().close();
+        said = says(velm, "Stop it first");
+        velm.delegate().stopRun();
+    });
+    velm.click(velm.controls().btn_read);
+    QVERIFY(said);
+    QVERIFY2(!says(velm, "Stop it first"), qPrintable(velm.message()));
 }
 
 QTEST_MAIN(TestWindowNotices)
