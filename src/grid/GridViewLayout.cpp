@@ -229,3 +229,15 @@ void GridView::rowsInserted(const QModelIndex &parent, int start, int end) {
     updateGeometries();
     viewport()->update();
 }
+
+// One byte may change how all the others read, so that all cells are said to have changed; the
+// toolkit would look for the place of each of them.
+void GridView::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
+                           const QList<int> &roles) {
+    const int lastInView = int(std::min<qint64>(qint64(topRow()) + rowsInPage(), rows() - 1));
+    const int first = std::max(topLeft.row(), topRow());
+    const int last = std::min(bottomRight.row(), lastInView);
+    if (first <= last)
+        QAbstractItemView::dataChanged(topLeft.siblingAtRow(first), bottomRight.siblingAtRow(last),
+                                       roles);
+}

@@ -24,6 +24,7 @@ private slots:
     void characters_takeTheRoomThatIsLeft();
     void largerFont_makesRowsHigher();
     void drops_areNotAccepted();
+    void aChangeOfEveryByte_looksAtTheVisibleCellsOnly();
 };
 
 namespace {
@@ -224,6 +225,35 @@ void TestGridView::drops_areNotAccepted() {
     ShownGrid grid("A");
     QVERIFY(!grid.view.acceptDrops());
     QVERIFY(!grid.view.viewport()->acceptDrops());
+}
+
+/// Counts how often the place of a cell is asked for.
+class CountingView final : public GridView {
+public:
+    QRect visualRect(const QModelIndex &index) const override {
+        ++asked;
+        return GridView::visualRect(index);
+    }
+    mutable int asked = 0;
+};
+
+void TestGridView::aChangeOfEveryByte_looksAtTheVisibleCellsOnly() {
+    GridSourceDouble source;
+    source.pretendedLength = 64 * mebibyte;
+    CountingView view;
+    view.setSource(source);
+    view.resize(view.sizeHint());
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    GridModel *model = view.gridModel();
+    view.asked = 0;
+    emit model->dataChanged(model->index(0, 0),
+                            model->index(model->rowCount() - 1, gridColumns - 1));
+    QVERIFY2(view.asked < 2000, qPrintable(QString::number(view.asked)));
+    view.grab(); // what has changed is drawn
+    view.asked = 0;
+    emit model->dataChanged(model->index(1000, 0), model->index(1000, 17)); // out of view
+    QVERIFY2(view.asked < 2000, qPrintable(QString::number(view.asked)));
 }
 
 QTEST_MAIN(TestGridView)
