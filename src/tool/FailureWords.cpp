@@ -83,8 +83,7 @@ public:
     FailureWords operator()(const Difference &difference) const;
     FailureWords operator()(const LogicErrors &errors) const {
         return failed(errors.count == 1 ? tr("1 error") : tr("%1 errors").arg(errors.count),
-                      tr("The marked fields show the pins. Check that the chip sits right, and "
-                         "test again."));
+                      tr("Check that the chip sits right, and test again."));
     }
     FailureWords operator()(const NoTestVectors &missing) const {
         return failed(tr("nothing was tested, because %1 is no logic IC: the tool has no test "
@@ -348,9 +347,8 @@ FailureWords FailureWording::byBadStatus() const {
 
 FailureWords FailureWording::byMissingSuccess() const {
     if (facts_.report.logicPassed)
-        return failed(tr("nothing was tested, because %1 is no logic IC. \"Logic test "
-                         "successful.\" in the heading is what the tool says of a test without "
-                         "vectors")
+        return failed(tr("nothing was tested, because %1 is no logic IC. The tool's line \"Logic "
+                         "test successful.\" says nothing here: it had no vectors to test")
                           .arg(facts_.device),
                       chooseLogicIc());
     return failed(tr("the programmer tool did not say that it succeeded"), lookAtConsole());
