@@ -6,68 +6,61 @@
 #include <QMap>
 
 #include <algorithm>
+#include <set>
 
 namespace {
 
 /// The fields of a line that the grid has room for, its number aside.
 constexpr qsizetype pinsInGrid = 17;
 
-/// How many vectors of a pin are named; the others are counted.
-constexpr qsizetype namedVectors = 3;
-
-/// From so many failures on, only the pins are named.
-constexpr qsizetype manyFailures = 24;
-
 class PinWords {
     Q_DECLARE_TR_FUNCTIONS(PinFailures)
 
 public:
-    static QString pin(int number, const QList<int> &vectors);
-    static QString pins(const QList<int> &numbers);
-    static QString notShown(qsizetype pins) {
-        return tr("The grid shows pins 1 to %1 of %2.")
-            .arg(QString::number(pinsInGrid), QString::number(pins));
+    /// "pins 2 and 3 in vectors 0 to 5 and 7"; both lists hold ascending numbers, at least one.
+    static QString failed(const QList<int> &pins, const QList<int> &vectors);
+    static QString sentence(const QStringList &list) {
+        return tr("Failed: %1.").arg(list.join(tr("; ")));
     }
-    static QString sentence(const QString &list) { return tr("Failed: %1.").arg(list); }
-    static QString counted(const QString &list, qsizetype failures) {
-        return tr("Failed: %1, %2 fields in all.").arg(list, QString::number(failures));
+    static QString notShown() {
+        return tr("The table has room for pins 1 to %1 only.").arg(QString::number(pinsInGrid));
     }
-    static QString separator() { return tr(", "); }
 
 private:
-    static QStringList texts(const QList<int> &numbers);
+    static QStringList runsOf(const QList<int> &numbers);
     static QString joined(const QList<int> &numbers);
 };
 
-QStringList PinWords::texts(const QList<int> &numbers) {
+/// The runs of \a numbers as texts. A pair is no run.
+QStringList PinWords::runsOf(const QList<int> &numbers) {
     QStringList texts;
-    for (const int number : numbers)
-        texts.append(QString::number(number));
+    for (qsizetype first = 0; first < numbers.size();) {
+        qsizetype last = first;
+        while (last + 1 < numbers.size() && numbers[last + 1] == numbers[last] + 1)
+            ++last;
+        if (last == first + 1)
+            last = first;
+        const QString number = QString::number(numbers[first]);
+        texts.append(last == first ? number
+                                   : tr("%1 to %2").arg(number, QString::number(numbers[last])));
+        first = last + 1;
+    }
     return texts;
 }
 
 QString PinWords::joined(const QList<int> &numbers) {
-    QStringList list = texts(numbers);
+    QStringList list = runsOf(numbers);
     if (list.size() == 1)
         return list.first();
     const QString last = list.takeLast();
-    return tr("%1 and %2").arg(list.join(separator()), last);
+    return tr("%1 and %2").arg(list.join(tr(", ")), last);
 }
 
-QString PinWords::pin(int number, const QList<int> &vectors) {
-    if (vectors.size() == 1)
-        return tr("pin %1 in vector %2")
-            .arg(QString::number(number), QString::number(vectors.first()));
-    if (vectors.size() <= namedVectors)
-        return tr("pin %1 in vectors %2").arg(QString::number(number), joined(vectors));
-    return tr("pin %1 in vectors %2 and %3 more")
-        .arg(QString::number(number), texts(vectors.first(namedVectors)).join(separator()),
-             QString::number(vectors.size() - namedVectors));
-}
-
-QString PinWords::pins(const QList<int> &numbers) {
-    return numbers.size() == 1 ? tr("pin %1").arg(joined(numbers))
-                               : tr("pins %1").arg(joined(numbers));
+QString PinWords::failed(const QList<int> &pins, const QList<int> &vectors) {
+    const QString pinWords =
+        pins.size() == 1 ? tr("pin %1").arg(joined(pins)) : tr("pins %1").arg(joined(pins));
+    return vectors.size() == 1 ? tr("%1 in vector %2").arg(pinWords, joined(vectors))
+                               : tr("%1 in vectors %2").arg(pinWords, joined(vectors));
 }
 
 /// A bad field is bright red, and a minus sign follows the expected level.
@@ -102,18 +95,17 @@ QList<PinFailure> pinFailures(const LogicReport &report) {
 QString wordsFor(const QList<PinFailure> &failures, qsizetype pins) {
     if (failures.isEmpty())
         return {};
-    QMap<int, QList<int>> vectorsOfPin;
+    QMap<int, std::set<int>> vectorsOfPin;
     for (const PinFailure failure : failures)
-        vectorsOfPin[failure.pin].append(failure.vector);
-
-    QString words;
-    if (failures.size() >= manyFailures) {
-        words = PinWords::counted(PinWords::pins(vectorsOfPin.keys()), failures.size());
-    } else {
-        QStringList list;
-        for (auto pin = vectorsOfPin.cbegin(); pin != vectorsOfPin.cend(); ++pin)
-            list.append(PinWords::pin(pin.key(), pin.value()));
-        words = PinWords::sentence(list.join(PinWords::separator()));
+        vectorsOfPin[failure.pin].insert(failure.vector);
+    QStringList list;
+    while (!vectorsOfPin.isEmpty()) {
+        const std::set<int> vectors = vectorsOfPin.first();
+        const QList<int> alike = vectorsOfPin.keys(vectors);
+        list.append(PinWords::failed(alike, {vectors.begin(), vectors.end()}));
+        for (const int pin : alike)
+            vectorsOfPin.remove(pin);
     }
-    return pins > pinsInGrid ? words + QLatin1Char(' ') + PinWords::notShown(pins) : words;
+    const QString words = PinWords::sentence(list);
+    return pins > pinsInGrid ? words + QLatin1Char(' ') + PinWords::notShown() : words;
 }

@@ -21,7 +21,7 @@ struct PinFailure {
 /// counts by its place, and so does a line; what has no header is no pin.
 QList<PinFailure> pinFailures(const LogicReport &report);
 
-/// One translated sentence that names every pin of \a failures, and its vectors as far as they
-/// are few; empty if there are none. \a pins is the number of pins of the chip: where it has more
-/// than the grid has columns, a second sentence says so.
+/// A translated sentence that names every pin of \a failures with all its vectors, pins that failed
+/// alike together; empty if there are none. \a pins is the number of pins of the chip: where it has
+/// more than the grid has columns, a second sentence says so.
 QString wordsFor(const QList<PinFailure> &failures, qsizetype pins);

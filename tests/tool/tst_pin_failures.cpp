@@ -35,6 +35,21 @@ QList<PinFailure> block(const QList<int> &pins, int vectors) {
     return failures;
 }
 
+/// \a pin in every other one of \a vectors.
+QList<PinFailure> everyOther(int pin, int vectors) {
+    QList<PinFailure> failures;
+    for (int vector = 0; vector < vectors; vector += 2)
+        failures.append({pin, vector});
+    return failures;
+}
+
+QByteArray everyOtherInWords(int vectors) {
+    QByteArray words = "Failed: pin 3 in vectors 0";
+    for (int vector = 2; vector < vectors - 2; vector += 2)
+        words += ", " + QByteArray::number(vector);
+    return words + " and " + QByteArray::number(vectors - 2) + ".";
+}
+
 } // namespace
 
 void TestPinFailures::report_namesThePins_data() {
@@ -81,17 +96,26 @@ void TestPinFailures::sentence_namesEveryPin_data() {
     row("none", {}, 40, "");
     row("one", {{18, 3}}, 17, "Failed: pin 18 in vector 3.");
     row("a pin beyond the grid", {{18, 3}}, 18,
-        "Failed: pin 18 in vector 3. The grid shows pins 1 to 17 of 18.");
+        "Failed: pin 18 in vector 3. The table has room for pins 1 to 17 only.");
     row("pins in their order", {{18, 3}, {2, 4}}, 14,
-        "Failed: pin 2 in vector 4, pin 18 in vector 3.");
+        "Failed: pin 2 in vector 4; pin 18 in vector 3.");
     row("a pin in two vectors", {{3, 1}, {3, 3}}, 14, "Failed: pin 3 in vectors 1 and 3.");
     row("a pin in three vectors", {{3, 1}, {3, 3}, {3, 5}}, 14,
         "Failed: pin 3 in vectors 1, 3 and 5.");
-    row("a pin in many vectors", block({3}, 5), 14, "Failed: pin 3 in vectors 0, 1, 2 and 2 more.");
-    row("nearly two dozen", block({3}, 23), 14, "Failed: pin 3 in vectors 0, 1, 2 and 20 more.");
-    row("dozens of one pin", block({3}, 24), 14, "Failed: pin 3, 24 fields in all.");
-    row("dozens of several pins", block({2, 18, 40}, 20), 40,
-        "Failed: pins 2, 18 and 40, 60 fields in all. The grid shows pins 1 to 17 of 40.");
+    row("a pin in two neighbours", {{3, 1}, {3, 2}}, 14, "Failed: pin 3 in vectors 1 and 2.");
+    row("a pin in a run of vectors", block({3}, 5), 14, "Failed: pin 3 in vectors 0 to 4.");
+    row("a run and one more", block({3}, 6) + QList<PinFailure>{{3, 7}}, 14,
+        "Failed: pin 3 in vectors 0 to 5 and 7.");
+    row("runs and pairs",
+        block({3}, 3) + QList<PinFailure>{{3, 5}, {3, 6}, {3, 8}, {3, 9}, {3, 10}}, 14,
+        "Failed: pin 3 in vectors 0 to 2, 5, 6 and 8 to 10.");
+    row("lines out of order, and one twice", {{3, 2}, {3, 0}, {3, 1}, {3, 2}}, 14,
+        "Failed: pin 3 in vectors 0 to 2.");
+    row("pins that fail alike", block({2, 18, 40}, 20), 20,
+        "Failed: pins 2, 18 and 40 in vectors 0 to 19. The table has room for pins 1 to 17 only.");
+    row("pins that fail alike, and another", block({1, 2, 3, 4}, 30) + QList<PinFailure>{{5, 29}},
+        14, "Failed: pins 1 to 4 in vectors 0 to 29; pin 5 in vector 29.");
+    row("every other vector", everyOther(3, 200), 14, everyOtherInWords(200).constData());
 }
 
 void TestPinFailures::sentence_namesEveryPin() {
