@@ -121,6 +121,7 @@ public:
 private:
     FailureWords failed(const QString &reason, const QString &nextStep) const;
     FailureWords cause() const;
+    QString lengthen(qint64 needed) const;
     FailureWords byStatus() const;
     FailureWords byBadStatus() const;
     FailureWords byMissingSuccess() const;
@@ -224,11 +225,21 @@ FailureWords FailureWording::operator()(const WrongSize &size) const {
                                : tr("the file \"%3\" has %1 bytes, the chip needs %2")
                                      .arg(found, needed, facts_.imagePath);
     return failed(reason, size.found < size.needed
-                              ? tr("Pad the data (Pad to), or turn on Ignore size mismatch to use "
-                                   "them as they are.")
+                              ? lengthen(size.needed)
                               : tr("Choose a larger chip or shorter data, or turn on Ignore size "
                                    "mismatch to use only the first %1 bytes.")
                                     .arg(needed));
+}
+
+QString FailureWording::lengthen(qint64 needed) const {
+    const QString ignore = facts_.operation == WriteOperation
+                               ? tr("or turn on Ignore size mismatch: the rest of the chip then "
+                                    "does not come from these data.")
+                               : tr("or turn on Ignore size mismatch: the rest of the chip is "
+                                    "then not compared.");
+    const std::optional<qint64> padTo = padToReach(needed, facts_);
+    return padTo ? tr("Turn on Pad with Pad to %1 KiB, %2").arg(QString::number(*padTo), ignore)
+                 : tr("Use a file of %1 bytes, %2").arg(grouped(needed), ignore);
 }
 
 FailureWords FailureWording::operator()(const Difference &difference) const {

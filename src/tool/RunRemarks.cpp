@@ -30,6 +30,12 @@ QString remarkOnChipId(const ToolReport &report) {
         .arg(report.ignoredId->found, report.ignoredId->expected);
 }
 
+std::optional<qint64> padToReach(qint64 size, const RunFacts &facts) {
+    constexpr qint64 kibibyte = 1024;
+    return facts.imageIsShown && size % kibibyte == 0 ? std::optional(size / kibibyte)
+                                                      : std::nullopt;
+}
+
 QString grouped(qint64 number) {
     return QLocale().toString(number);
 }

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <optional>
+
 // What is said of a run however it ended.
 
 /// What the tool took the file of a Write or Verify for: as it said, or else as it must have.
@@ -15,6 +17,10 @@ QString nameOf(ImageEncoding encoding);
 /// A translated sentence on the chip ID that the tool was told to put up with; empty if there was
 /// none.
 QString remarkOnChipId(const ToolReport &report);
+
+/// The number for the field "Pad to" with which the data that the run of \a facts was handed come
+/// to \a size bytes; nothing if no number does, or the data were not those shown.
+std::optional<qint64> padToReach(qint64 size, const RunFacts &facts);
 
 /// \a number with its digits in groups, as the user's language has it.
 QString grouped(qint64 number);

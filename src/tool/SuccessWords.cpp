@@ -189,12 +189,16 @@ RunOutcome SuccessWording::longFile(const WrongSize &sizes) const {
 // What lies behind the end is not certain: the tool fills the block that it reads at a time, and
 // what comes after that is as the erasure, or somebody else, left it.
 RunOutcome SuccessWording::shortFile(const WrongSize &sizes) const {
+    const std::optional<qint64> padTo = padToReach(sizes.needed, facts_);
+    const QString needed = grouped(sizes.needed);
     const QString nextStep =
-        tr("Pad the data to %1 bytes (Pad to) to cover the whole chip.").arg(grouped(sizes.needed));
+        padTo ? tr("Turn on Pad with Pad to %1 KiB (%2 bytes) to cover the whole chip.")
+                    .arg(QString::number(*padTo), needed)
+              : tr("Use a file of %1 bytes to cover the whole chip.").arg(needed);
     if (!isWrite())
         return qualified(tr("Verify succeeded in part: only the first %1 of the chip's %2 bytes "
                             "were compared.")
-                             .arg(grouped(sizes.found), grouped(sizes.needed)),
+                             .arg(grouped(sizes.found), needed),
                          nextStep);
     const QString sentence =
         report_.verified
