@@ -39,12 +39,12 @@ int endingSignal(const RunFacts &facts) {
     return signal > 0 && signal <= largestSignal ? signal : 0;
 }
 
-/// The words for one run or search that failed.
+/// The words for one run or search that failed, or for what went wrong before one was stopped.
 class FailureWording {
     Q_DECLARE_TR_FUNCTIONS(RunOutcome)
 
 public:
-    enum class Task { Operation, Search };
+    enum class Task { Operation, StoppedOperation, Search };
 
     FailureWording(const RunFacts &run, Task task) : facts_(run), task_(task) {}
 
@@ -140,6 +140,8 @@ private:
 FailureWords FailureWording::failed(const QString &reason, const QString &nextStep) const {
     if (task_ == Task::Search)
         return {ended(tr("The search failed: %1").arg(reason)), nextStep};
+    if (task_ == Task::StoppedOperation)
+        return {ended(reason), nextStep};
     switch (facts_.operation) {
     case ReadOperation:
         return {ended(tr("Read failed: %1").arg(reason)), nextStep};
@@ -189,7 +191,7 @@ FailureWords FailureWording::plugged(const UsbProgrammer &programmer) const {
 }
 
 FailureWords FailureWording::operator()(const ProgrammerUnplugged &) const {
-    const bool halfWritten = task_ == Task::Operation && facts_.operation == WriteOperation;
+    const bool halfWritten = task_ != Task::Search && facts_.operation == WriteOperation;
     return failed(tr("the programmer was unplugged"),
                   halfWritten ? tr("Plug it in and write again: the chip may be written in part.")
                               : tr("Plug it in and try again."));
@@ -373,4 +375,11 @@ FailureWords wordsForFailedRun(const RunFacts &facts) {
 
 FailureWords wordsForFailedSearch(const RunFacts &facts) {
     return FailureWording(facts, FailureWording::Task::Search).failure();
+}
+
+std::optional<FailureWords> wordsForCauseBeforeStop(const RunFacts &facts) {
+    if (!facts.report.error)
+        return std::nullopt;
+    return std::visit(FailureWording(facts, FailureWording::Task::StoppedOperation),
+                      *facts.report.error);
 }

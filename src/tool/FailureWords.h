@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <optional>
+
 /// What went wrong and what to do about it, translated.
 struct FailureWords {
     QString sentence;
@@ -16,3 +18,7 @@ FailureWords wordsForFailedRun(const RunFacts &facts);
 
 /// The same for a search; the facts about an operation play no part.
 FailureWords wordsForFailedSearch(const RunFacts &facts);
+
+/// What went wrong in an operation before it was stopped, as a sentence that follows a colon;
+/// nothing if the tool named no cause.
+std::optional<FailureWords> wordsForCauseBeforeStop(const RunFacts &facts);

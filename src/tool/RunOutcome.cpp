@@ -16,23 +16,34 @@ class OutcomeWording {
 public:
     explicit OutcomeWording(const RunFacts &run) : facts_(run) {}
 
-    QString stopped() const;
+    RunOutcome stopped() const;
     QString notStarted() const {
         return tr("The programmer tool was not started: %1.").arg(facts_.startFailure);
     }
     static QString checkShell() {
         return tr("Check the environment variable SHELL, which names the shell that starts it.");
     }
+
+private:
+    QString stopSentence() const;
     QString afterStop() const {
         return facts_.operation == WriteOperation ? tr("Write it again before you use it.")
                                                   : QString();
     }
 
-private:
     const RunFacts &facts_;
 };
 
-QString OutcomeWording::stopped() const {
+RunOutcome OutcomeWording::stopped() const {
+    const std::optional<FailureWords> cause = wordsForCauseBeforeStop(facts_);
+    if (!cause)
+        return {Verdict::Stopped, stopSentence(), afterStop()};
+    return {Verdict::Stopped,
+            stopSentence() + QLatin1Char(' ') + tr("Before that: %1").arg(cause->sentence),
+            cause->nextStep};
+}
+
+QString OutcomeWording::stopSentence() const {
     switch (facts_.operation) {
     case ReadOperation:
         return tr("Read stopped.");
@@ -60,7 +71,7 @@ RunOutcome judgeRun(const RunFacts &facts) {
     if (exitedWell && saidSuccess(facts))
         return outcomeOfSuccess(facts);
     if (facts.stopRequested)
-        return {Verdict::Stopped, wording.stopped(), wording.afterStop()};
+        return wording.stopped();
     const FailureWords words = wordsForFailedRun(facts);
     return {Verdict::Failed, words.sentence, words.nextStep};
 }
