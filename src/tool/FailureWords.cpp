@@ -352,7 +352,7 @@ FailureWords FailureWording::byBadStatus() const {
                       tr("Turn on Remove write protection and write again."));
     if (report.lastLine.isEmpty())
         return failed(tr("the programmer tool ended with status %1").arg(status),
-                      tr("Check the field Programmer tool."));
+                      report.stepBegun ? lookAtConsole() : tr("Check the field Programmer tool."));
     return failed(tr("the programmer tool ended with status %1 and said: %2")
                       .arg(status, quoted(report.lastLine)),
                   lookAtConsole());

@@ -108,6 +108,7 @@ struct ToolReport {
     /// "Code", "Data", "config" and so on, each once.
     QStringList partsRead;
     QStringList partsWritten;
+    bool stepBegun = false;
     /// The step that was begun last came to its end.
     bool lastStepDone = false;
     bool verified = false;
@@ -118,7 +119,7 @@ struct ToolReport {
     /// Without a programmer a search asks whose devices are meant, and waits for the answer.
     bool choiceAsked = false;
 
-    /// The last line with words of its own: neither empty, a count, a vector or a step, nor one
-    /// of the lines that every run begins with.
+    /// The last line with words of its own behind the last step: neither empty, a vector or a
+    /// warning, nor one of the lines that every run begins with.
     QString lastLine;
 };

@@ -40,10 +40,15 @@ bool isStep(QStringView line) {
 
 /// The lines that every run begins with.
 bool isOpening(QStringView line) {
-    static constexpr std::array<QStringView, 8> starts{
-        u"Found ", u"Device code: ", u"Serial code: ",          u"USB speed: ",
-        u"VPP=",   u"VPP: ",         u"Use -P if you want to ", u"Chip ID: "};
+    static constexpr std::array<QStringView, 9> starts{
+        u"Found ", u"Device code: ",          u"Serial code: ", u"USB speed: ", u"VPP=",
+        u"VPP: ",  u"Use -P if you want to ", u"Chip ID: ",     u"Expected  "};
     return startsWithAny(line, starts);
+}
+
+/// What the tool goes on after is no cause of its end.
+bool isWarning(QStringView line) {
+    return line.startsWith(u"Warning:", Qt::CaseInsensitive);
 }
 
 /// The lines around a complaint that add nothing to it.
@@ -111,7 +116,8 @@ void ToolReportReader::Meaning::take(QStringView whole) {
         takeUsage();
     } else if (isStep(line)) {
         takeStep(line);
-        unknownLast_ = false;
+    } else if (isWarning(line)) {
+        takeRemark(line);
     } else if (takeRemark(line)) {
         report_.lastLine = line.toString();
         unknownLast_ = false;
@@ -120,7 +126,11 @@ void ToolReportReader::Meaning::take(QStringView whole) {
     }
 }
 
+// What was said before a step is not what the tool said last.
 void ToolReportReader::Meaning::takeStep(QStringView line) {
+    report_.lastLine.clear();
+    unknownLast_ = false;
+    report_.stepBegun = true;
     report_.lastStepDone = line.endsWith(u"OK");
     if (!report_.lastStepDone)
         return;
