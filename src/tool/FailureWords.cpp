@@ -49,6 +49,10 @@ public:
     FailureWording(const RunFacts &run, Task task) : facts_(run), task_(task) {}
 
     FailureWords failure() const;
+    FailureWords notStarted() const {
+        return {tr("The programmer tool was not started: %1.").arg(facts_.startFailure),
+                tr("Check the environment variable SHELL, which names the shell that starts it.")};
+    }
 
     FailureWords operator()(const NoProgrammer &) const;
     FailureWords operator()(const ProgrammerBusy &) const {
@@ -115,7 +119,7 @@ public:
             tr("Check the field Programmer tool."));
     }
     FailureWords operator()(const OtherTrouble &trouble) const {
-        return failed(tr("the tool said: %1").arg(quoted(trouble.words)), lookAtConsole());
+        return failed(tr("the tool said: %1").arg(quoted(trouble.words)), lookFurther());
     }
 
 private:
@@ -129,8 +133,9 @@ private:
     FailureWords missingAdapter() const;
     FailureWords plugged(const UsbProgrammer &programmer) const;
     static QString chooseLogicIc() { return tr("Choose a logic IC that Search devices finds."); }
-    QString lookAtConsole() const {
-        return task_ == Task::Search ? QString() : tr("The console shows all that it said.");
+    QString lookFurther() const {
+        return task_ == Task::Search ? tr("Check the field Programmer tool and search again.")
+                                     : tr("The console shows all that it said.");
     }
 
     const RunFacts &facts_;
@@ -311,6 +316,8 @@ FailureWords FailureWording::missingAdapter() const {
 }
 
 FailureWords FailureWording::failure() const {
+    if (!facts_.started)
+        return notStarted();
     FailureWords words = cause();
     const ToolReport &report = facts_.report;
     if (report.ignoredId)
@@ -352,10 +359,10 @@ FailureWords FailureWording::byBadStatus() const {
                       tr("Turn on Remove write protection and write again."));
     if (report.lastLine.isEmpty())
         return failed(tr("the programmer tool ended with status %1").arg(status),
-                      report.stepBegun ? lookAtConsole() : tr("Check the field Programmer tool."));
+                      report.stepBegun ? lookFurther() : tr("Check the field Programmer tool."));
     return failed(tr("the programmer tool ended with status %1 and said: %2")
                       .arg(status, quoted(report.lastLine)),
-                  lookAtConsole());
+                  lookFurther());
 }
 
 FailureWords FailureWording::byMissingSuccess() const {
@@ -364,7 +371,7 @@ FailureWords FailureWording::byMissingSuccess() const {
                          "test successful.\" says nothing here: it had no vectors to test")
                           .arg(facts_.device),
                       chooseLogicIc());
-    return failed(tr("the programmer tool did not say that it succeeded"), lookAtConsole());
+    return failed(tr("the programmer tool did not say that it succeeded"), lookFurther());
 }
 
 } // namespace

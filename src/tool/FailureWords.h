@@ -13,7 +13,7 @@ struct FailureWords {
     QString nextStep;
 };
 
-/// The words for an operation that was started and failed.
+/// The words for an operation that failed or was not even started.
 FailureWords wordsForFailedRun(const RunFacts &facts);
 
 /// The same for a search; the facts about an operation play no part.

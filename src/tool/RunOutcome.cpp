@@ -17,12 +17,6 @@ public:
     explicit OutcomeWording(const RunFacts &run) : facts_(run) {}
 
     RunOutcome stopped() const;
-    QString notStarted() const {
-        return tr("The programmer tool was not started: %1.").arg(facts_.startFailure);
-    }
-    static QString checkShell() {
-        return tr("Check the environment variable SHELL, which names the shell that starts it.");
-    }
 
 private:
     QString stopSentence() const;
@@ -64,14 +58,11 @@ QString RunOutcome::words() const {
 }
 
 RunOutcome judgeRun(const RunFacts &facts) {
-    const OutcomeWording wording(facts);
-    if (!facts.started)
-        return {Verdict::NotStarted, wording.notStarted(), OutcomeWording::checkShell()};
-    const bool exitedWell = facts.status == 0 && !facts.killedBySignal;
+    const bool exitedWell = facts.started && facts.status == 0 && !facts.killedBySignal;
     if (exitedWell && saidSuccess(facts))
         return outcomeOfSuccess(facts);
     if (facts.stopRequested)
-        return wording.stopped();
+        return OutcomeWording(facts).stopped();
     const FailureWords words = wordsForFailedRun(facts);
-    return {Verdict::Failed, words.sentence, words.nextStep};
+    return {facts.started ? Verdict::Failed : Verdict::NotStarted, words.sentence, words.nextStep};
 }

@@ -17,9 +17,6 @@ public:
     QString waiting() const;
     QString stopped(qsizetype devices) const;
     QString failed(const SearchFacts &facts) const;
-    QString notStarted() const {
-        return tr("The programmer tool could not be started: %1.").arg(run_.startFailure);
-    }
 
     static QString silent() {
         return tr("The tool is silent: it may wait for an answer that nobody can give. Stop the "
@@ -30,7 +27,9 @@ public:
     }
     static QString noMatch() { return tr("No device's name holds this term."); }
     static QString noList(const QString &reason) {
-        return tr("The list of devices could not be read: %1.").arg(reason);
+        return tr("The list of devices could not be read: %1. Search again; if that does not help, "
+                  "see that the folder for temporary files may be written to and has room.")
+            .arg(reason);
     }
 
 private:
@@ -72,8 +71,8 @@ QString SearchWording::stopped(qsizetype devices) const {
 /// What went wrong has a name: the tool's, or the shell's for a tool that is not there.
 bool hasKnownCause(const RunFacts &run) {
     constexpr int shellCouldNotExecute = 126;
-    return run.report.error || !run.report.missingDatabase.isEmpty() || run.killedBySignal ||
-           run.status >= shellCouldNotExecute || run.report.choiceAsked;
+    return !run.started || run.report.error || !run.report.missingDatabase.isEmpty() ||
+           run.killedBySignal || run.status >= shellCouldNotExecute || run.report.choiceAsked;
 }
 
 QString SearchWording::failed(const SearchFacts &facts) const {
@@ -90,11 +89,9 @@ QString SearchWording::failed(const SearchFacts &facts) const {
 QString judgeSearch(const SearchFacts &facts) {
     const RunFacts &run = facts.run;
     const SearchWording wording(run);
-    if (!run.started)
-        return wording.notStarted();
     if (run.stopRequested)
         return wording.stopped(facts.devices);
-    const bool exitedWell = run.status == 0 && !run.killedBySignal;
+    const bool exitedWell = run.started && run.status == 0 && !run.killedBySignal;
     if (!exitedWell || (facts.devices == 0 && hasKnownCause(run)))
         return wording.failed(facts);
     if (!facts.listFailure.isEmpty())

@@ -3,6 +3,7 @@
 #include "tool/ToolReportReader.h"
 
 #include <QLocale>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <csignal>
@@ -15,6 +16,8 @@ private slots:
     void initTestCase() { QLocale::setDefault(QLocale(QLocale::English)); }
     void search_isToldAs_data();
     void search_isToldAs();
+    void failure_saysWhatToDo_data() { search_isToldAs_data(); }
+    void failure_saysWhatToDo();
     void waitingSearch_isToldAs_data();
     void waitingSearch_isToldAs();
     void otherWords_areNoWaiting_data();
@@ -100,7 +103,13 @@ void TestSearchOutcome::search_isToldAs_data() {
         "The search failed: the tool does not take its command line: minipro: invalid option -- "
         "'Z'. Check the field Programmer tool.");
     row("words that nobody knows", ended(1, "Oops!\n"),
-        "The search failed: the programmer tool ended with status 1 and said: Oops!");
+        "The search failed: the programmer tool ended with status 1 and said: Oops! Check the "
+        "field "
+        "Programmer tool and search again.");
+    row("words that nobody knows, by their place",
+        ended(1, "Oops!\nThis chip may be write-protected.\n"),
+        "The search failed: the tool said: Oops! Check the field Programmer tool and search "
+        "again.");
     row("half a list", ended(139, banner, 20),
         "The search failed: the programmer tool was killed by signal 11 (Segmentation fault). The "
         "list may not be whole. Try again.");
@@ -108,9 +117,11 @@ void TestSearchOutcome::search_isToldAs_data() {
         "No programmer was found: none is plugged in. Plug one in and try again.");
     row("a list that cannot be written",
         withoutList(ended(1, "bash: line 1: /x/temp_sr.bin: No such file or directory\n")),
-        "The list of devices could not be read: No such file or directory.");
+        "The list of devices could not be read: No such file or directory. Search again; if that "
+        "does not help, see that the folder for temporary files may be written to and has room.");
     row("a list that cannot be read", withoutList(ended(0, banner)),
-        "The list of devices could not be read: No such file or directory.");
+        "The list of devices could not be read: No such file or directory. Search again; if that "
+        "does not help, see that the folder for temporary files may be written to and has room.");
     row("stopped", stopped(banner), "The search was stopped.");
     row("stopped within the list", stopped(banner, 3),
         "The search was stopped. The list may not be whole.");
@@ -121,12 +132,24 @@ void TestSearchOutcome::search_isToldAs_data() {
     none.run.started = false;
     none.run.startFailure = QStringLiteral("/no/shell: No such file or directory");
     row("no shell", none,
-        "The programmer tool could not be started: /no/shell: No such file or directory.");
+        "The programmer tool was not started: /no/shell: No such file or directory. Check the "
+        "environment variable SHELL, which names the shell that starts it.");
 }
 
 void TestSearchOutcome::search_isToldAs() {
     QFETCH(SearchFacts, facts);
     QTEST(judgeSearch(facts), "words");
+}
+
+void TestSearchOutcome::failure_saysWhatToDo() {
+    QFETCH(SearchFacts, facts);
+    const QString words = judgeSearch(facts);
+    static const QRegularExpression noFailure(
+        QStringLiteral("devices? found\\.$|^No device's name|^The search was stopped"));
+    static const QRegularExpression advice(
+        QStringLiteral("[.!] (Check|End|Enter|Install|Plug|Search|Try) "));
+    if (!words.contains(noFailure))
+        QVERIFY2(words.contains(advice), qPrintable(words));
 }
 
 void TestSearchOutcome::waitingSearch_isToldAs_data() {
