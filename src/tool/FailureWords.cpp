@@ -1,6 +1,7 @@
 #include "tool/FailureWords.h"
 
 #include "tool/RunRemarks.h"
+#include "tool/ShellStatus.h"
 
 #include <QCoreApplication>
 
@@ -11,11 +12,6 @@ namespace {
 
 using namespace toolErrors;
 
-// How a shell reports that it could not run a command, or that a signal killed it. The tool
-// itself ends with 0 or 1 alone.
-constexpr int shellCouldNotExecute = 126;
-constexpr int shellDidNotFind = 127;
-constexpr int shellSignalBase = 128;
 constexpr int largestSignal = 64;
 
 /// How much of the tool's own words a sentence repeats.
@@ -35,7 +31,7 @@ QString ended(const QString &sentence) {
 int endingSignal(const RunFacts &facts) {
     if (facts.killedBySignal)
         return facts.status;
-    const int signal = facts.status - shellSignalBase;
+    const int signal = facts.status - shellStatus::signalBase;
     return signal > 0 && signal <= largestSignal ? signal : 0;
 }
 
@@ -328,10 +324,10 @@ FailureWords FailureWording::failure() const {
 }
 
 FailureWords FailureWording::cause() const {
-    if (!facts_.killedBySignal && facts_.status == shellDidNotFind)
+    if (!facts_.killedBySignal && facts_.status == shellStatus::didNotFind)
         return {tr("The shell did not find the programmer tool \"%1\".").arg(facts_.tool),
                 tr("Enter its path in the field Programmer tool.")};
-    if (!facts_.killedBySignal && facts_.status == shellCouldNotExecute)
+    if (!facts_.killedBySignal && facts_.status == shellStatus::couldNotExecute)
         return {tr("The shell could not execute the programmer tool \"%1\".").arg(facts_.tool),
                 tr("Enter the path of a program in the field Programmer tool.")};
     const ToolReport &report = facts_.report;

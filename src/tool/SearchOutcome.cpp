@@ -2,6 +2,7 @@
 
 #include "tool/FailureWords.h"
 #include "tool/RunRemarks.h"
+#include "tool/ShellStatus.h"
 
 #include <QCoreApplication>
 
@@ -70,9 +71,9 @@ QString SearchWording::stopped(qsizetype devices) const {
 
 /// What went wrong has a name: the tool's, or the shell's for a tool that is not there.
 bool hasKnownCause(const RunFacts &run) {
-    constexpr int shellCouldNotExecute = 126;
     return !run.started || run.report.error || !run.report.missingDatabase.isEmpty() ||
-           run.killedBySignal || run.status >= shellCouldNotExecute || run.report.choiceAsked;
+           run.killedBySignal || run.status >= shellStatus::couldNotExecute ||
+           run.report.choiceAsked;
 }
 
 QString SearchWording::failed(const SearchFacts &facts) const {
