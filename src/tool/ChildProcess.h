@@ -57,6 +57,8 @@ public:
     /// True from a successful start until the child has been reaped.
     bool isRunning() const;
     bool started() const;
+    /// The child's session, which may outlive it; -1 if none was started.
+    pid_t session() const { return pid_; }
     /// True once the child has been reaped or could not be started.
     bool hasEnded() const;
     bool stopRequested() const;

@@ -52,7 +52,7 @@ std::optional<PipeIdentity> pipeIdentity(int descriptor) {
     return pipeBehind(fs::path("/proc/self/fd") / std::to_string(descriptor));
 }
 
-void killHoldersOf(const QList<PipeIdentity> &pipes) {
+void killHoldersOf(const QList<PipeIdentity> &pipes, pid_t session) {
     for (const fs::path &entry : entriesOf("/proc")) {
         const pid_t pid = QString::fromStdString(entry.filename().string()).toInt();
         if (pid <= 0 || pid == ::getpid())
@@ -60,7 +60,7 @@ void killHoldersOf(const QList<PipeIdentity> &pipes) {
         // Looked at after it was opened: a number that has passed on to another process is of no
         // harm then.
         const FileDescriptor process = openProcess(pid);
-        if (holdsOneOf(pipes, entry))
+        if (::getsid(pid) == session && holdsOneOf(pipes, entry))
             signalProcess(process, SIGKILL);
     }
 }

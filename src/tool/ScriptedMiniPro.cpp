@@ -333,14 +333,16 @@ void ScriptedMiniPro::stopListening() {
 
 // The child's group is not signalled: it may have ended with the child, and its number may be
 // another's by now. Who writes to a pipe that nobody reads is ended by the system; who prefers not
-// to be is found by the pipe.
+// to be is found by the pipe. Who has made a session of its own, as an agent that a login profile
+// starts, was meant to outlive the run.
 void ScriptedMiniPro::endLatePrinters() {
     QList<PipeIdentity> pipes;
     for (const Pipe *pipe : {&stdoutPipe, &stderrorPipe})
         if (const auto identity = pipeIdentity(pipe->ownEnd()))
             pipes.append(*identity);
     stopListening();
-    QTimer::singleShot(graceAfterClosing, this, [pipes] { killHoldersOf(pipes); });
+    QTimer::singleShot(graceAfterClosing, this,
+                       [this, pipes] { killHoldersOf(pipes, task.session()); });
 }
 
 void ScriptedMiniPro::childEnded() {

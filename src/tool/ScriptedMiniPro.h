@@ -62,7 +62,8 @@ public:
 
     /// Ends the run: the child's whole group is asked to terminate and killed two seconds later.
     /// launch() returns when the child is gone. After the run, ends what still prints: the pipes
-    /// are closed, and who has not ended two seconds later is killed. Otherwise does nothing.
+    /// are closed, and who is in the child's session and has not ended two seconds later is killed.
+    /// Otherwise does nothing.
     void stop();
 
     /// True from the start of the child until it has been reaped.

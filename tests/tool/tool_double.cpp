@@ -162,6 +162,22 @@ int leaveFlood(bool stubborn) {
     return 0;
 }
 
+/// As leaveFlood() with a stubborn one, and in front of it the number of a process that holds the
+/// streams in silence, in a session of its own, as an agent that a login profile starts.
+int leaveAgentAndFlood() {
+    const pid_t child = fork();
+    if (child == 0) {
+        setsid();
+        waitToGoOn();
+        makeAllSaidFile();
+        _exit(0);
+    }
+    while (getsid(child) != child)
+        takeABreath();
+    say(2, "agent " + std::to_string(child) + "\n");
+    return leaveFlood(true);
+}
+
 /// A process of the same group that neither hears SIGTERM nor ends.
 int deafGrandchild() {
     signal(SIGTERM, SIG_IGN);
@@ -353,6 +369,7 @@ constexpr Behaviour behaviours[] = {
     {"leave-grandchild-on-error", [] { return leaveGrandchild(2, 1); }},
     {"leave-flood", [] { return leaveFlood(false); }},
     {"leave-stubborn-flood", [] { return leaveFlood(true); }},
+    {"leave-agent-and-flood", leaveAgentAndFlood},
     {"deaf-grandchild", deafGrandchild},
     {"logic-test", logicTest},
     {"logic-flood", logicFlood},

@@ -15,7 +15,7 @@ class TestPipeHolders : public QObject {
 private slots:
     void identity_isOfThePipeAndNotOfItsEnd();
     void whatIsNoPipe_hasNoIdentity();
-    void holders_areKilledAndNobodyElse();
+    void holdersOfTheSession_areKilledAndNobodyElse();
 };
 
 namespace {
@@ -24,10 +24,13 @@ namespace {
 class Process {
 public:
     enum class Ends { Open, Closed };
+    enum class Session { Same, Own };
 
-    Process(const Pipe &pipe, Ends ends) : pid_(::fork()) {
+    Process(const Pipe &pipe, Ends ends, Session session = Session::Same) : pid_(::fork()) {
         if (pid_ != 0)
             return;
+        if (session == Session::Own)
+            ::setsid();
         if (ends == Ends::Closed)
             for (const int end : {pipe.childEnd(), pipe.ownEnd()})
                 ::close(end);
@@ -46,6 +49,8 @@ public:
             signal_ = WTERMSIG(status);
         return signal_;
     }
+
+    bool hasOwnSession() const { return ::getsid(pid_) == pid_; }
 
     /// True while it has \a descriptor open.
     bool has(int descriptor) const {
@@ -78,18 +83,21 @@ void TestPipeHolders::whatIsNoPipe_hasNoIdentity() {
     QVERIFY(!pipeIdentity(-1));
 }
 
-void TestPipeHolders::holders_areKilledAndNobodyElse() {
+void TestPipeHolders::holdersOfTheSession_areKilledAndNobodyElse() {
     Pipe pipe(Pipe::Direction::FromChild);
     QVERIFY(pipe.open());
     Process holder(pipe, Process::Ends::Open);
     Process other(pipe, Process::Ends::Closed);
+    Process stranger(pipe, Process::Ends::Open, Process::Session::Own);
     const std::optional<PipeIdentity> identity = pipeIdentity(pipe.ownEnd());
     QVERIFY(identity);
+    QTRY_VERIFY(stranger.hasOwnSession());
     QTRY_VERIFY(!other.has(pipe.childEnd()) && !other.has(pipe.ownEnd()));
     // This process has both ends open as well, and lives on.
-    killHoldersOf({*identity});
+    killHoldersOf({*identity}, ::getsid(0));
     QTRY_COMPARE(holder.signal(), SIGKILL);
     QCOMPARE(other.signal(), 0);
+    QCOMPARE(stranger.signal(), 0);
 }
 
 QTEST_GUILESS_MAIN(TestPipeHolders)

@@ -21,6 +21,7 @@ private slots:
     void stop_endsWhatPrintsOnAfterTheRun_data();
     void stop_endsWhatPrintsOnAfterTheRun();
     void stop_leavesAloneWhatIsSilentAfterTheRun();
+    void stop_leavesAloneAnAgentThatHoldsTheStreams();
     void stillPrinting_isFromTheFirstLateWordToTheEnd();
     void lateOutput_comesInMeasure();
 };
@@ -133,6 +134,23 @@ void TestToolRunStop::stop_leavesAloneWhatIsSilentAfterTheRun() {
     run->stop();
     ToolBench::createFile(bench.path("go-on"));
     QTRY_COMPARE(run->collectedOutput(), QStringLiteral("parent donelate words"));
+}
+
+void TestToolRunStop::stop_leavesAloneAnAgentThatHoldsTheStreams() {
+    ToolBench bench;
+    bench.useDouble("leave-agent-and-flood");
+    const auto run = bench.newRun();
+    QCOMPARE(run->launch(), 0);
+    static const QRegularExpression agentLine(QStringLiteral("agent (\\d+)"));
+    const QString agent = agentLine.match(run->collectedOutput()).captured(1);
+    const QString flood = numberIn(run->collectedOutput());
+    QVERIFY(!agent.isEmpty() && !flood.isEmpty());
+    QTRY_VERIFY(run->stillPrinting());
+    run->stop();
+    QTRY_VERIFY(isGone(flood));
+    QVERIFY(!isGone(agent));
+    ToolBench::createFile(bench.path("go-on"));
+    QTRY_VERIFY(QFile::exists(bench.path("all-said")));
 }
 
 void TestToolRunStop::stillPrinting_isFromTheFirstLateWordToTheEnd() {
