@@ -26,6 +26,7 @@ public:
     QAction *calls(const QString &text, const QKeySequence &keys, QObject *context, Work work) {
         QAction *action = menu_->addAction(text);
         action->setShortcut(keys);
+        action->setAutoRepeat(false); // a key that is held is no second press
         QObject::connect(action, &QAction::triggered, context, work, Qt::QueuedConnection);
         return action;
     }
@@ -97,6 +98,8 @@ void fillEditMenu(MainWindow &window, AppDelegate &delegate, const WorkState &wo
                                [&delegate] { delegate.undoEdit(); });
     QAction *redo = edit.calls(AppDelegate::tr("&Redo edit"), QKeySequence::Redo, &delegate,
                                [&delegate] { delegate.redoEdit(); });
+    undo->setAutoRepeat(true);
+    redo->setAutoRepeat(true);
     redo->setShortcuts(QKeySequence::Redo); // more than one key does it where that is the custom
     followHistory(undo, delegate, work, &QUndoStack::canUndoChanged, &QUndoStack::canUndo);
     followHistory(redo, delegate, work, &QUndoStack::canRedoChanged, &QUndoStack::canRedo);
