@@ -8,6 +8,7 @@
 #include "devices/UAStringManager.h"
 #include "devices/device_searcher.h"
 #include "settings/SettingsKeys.h"
+#include "widgets/HeldKeys.h"
 #include "widgets/Icons.h"
 #include "widgets/KeyBinder.h"
 
@@ -224,5 +225,6 @@ void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts
     wireDevices(controls, delegate, parts);
     wireFiles(controls, delegate);
     endPassingNoticeByDeeds(window, delegate, parts.work);
+    new HeldKeys(&window);
     dress(window);
 }

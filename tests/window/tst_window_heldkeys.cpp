@@ -11,6 +11,7 @@ class TestWindowHeldKeys : public QObject {
 private slots:
     void heldKey_isOnePress_data();
     void heldKey_isOnePress();
+    void heldKeyOfAButtonsLetter_isOnePress();
     void heldQuit_keepsTheEdits();
     void heldUndo_takesBackMore();
     void menuEntriesWithAKey_doNotRepeat();
@@ -81,6 +82,23 @@ void TestWindowHeldKeys::heldKey_isOnePress() {
     if (!presses)
         velm.click(button);
     QVERIFY(QFile::exists(trace));
+}
+
+void TestWindowHeldKeys::heldKeyOfAButtonsLetter_isOnePress() {
+    WindowFixture velm;
+    const QString trace = useTracingTool(velm);
+    velm.start();
+    QPushButton *button = velm.controls().btn_write;
+    const int letter = QKeySequence::mnemonic(button->text())[0].key();
+    QWidget *window = &velm.velm().window();
+    press(window, letter, Qt::AltModifier, !repeats);
+    QTRY_VERIFY(isAsked(velm) && !button->isDown());
+    press(window, letter, Qt::AltModifier, repeats);
+    QVERIFY(!button->isDown());
+    QVERIFY(!QFile::exists(trace));
+    release(window, letter, Qt::AltModifier, !repeats);
+    press(window, letter, Qt::AltModifier, !repeats);
+    QTRY_VERIFY(QFile::exists(trace));
 }
 
 void TestWindowHeldKeys::heldQuit_keepsTheEdits() {

@@ -1,0 +1,18 @@
+#include "widgets/HeldKeys.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QKeyEvent>
+
+HeldKeys::HeldKeys(QObject *parent) : QObject(parent) {
+    qApp->installEventFilter(this);
+}
+
+// A shortcut does not say whether it is a repetition; the question whether anybody wants the key
+// for something else, which goes before it, does.
+bool HeldKeys::eventFilter(QObject *receiver, QEvent *event) {
+    if (event->type() == QEvent::ShortcutOverride)
+        repeats_ = static_cast<QKeyEvent *>(event)->isAutoRepeat();
+    return event->type() == QEvent::Shortcut && repeats_ &&
+           qobject_cast<QAbstractButton *>(receiver);
+}
