@@ -5,6 +5,7 @@
 #include <QAccessible>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTextBlock>
 
 #include <algorithm>
@@ -13,7 +14,7 @@
 
 namespace {
 
-/// Room between the text and the button, in pixels.
+/// Room before each button, in pixels.
 constexpr int buttonGap = 6;
 
 /// A plain text editor takes a line that ends just where its viewport does for cut off.
@@ -73,10 +74,16 @@ MessageLine::MessageLine(QWidget *parent) : QPlainTextEdit(parent) {
     viewport()->setAutoFillBackground(false);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    button_ = new QPushButton(this);
-    button_->setAutoDefault(false);
-    button_->hide();
-    connect(button_, &QPushButton::clicked, this, &MessageLine::runAction);
+    makeButton();
+}
+
+QPushButton *MessageLine::makeButton() {
+    auto *button = new QPushButton(this);
+    button->setAutoDefault(false);
+    button->hide();
+    connect(button, &QPushButton::clicked, this, [this, button] { runAction(button); });
+    buttons_.append(button);
+    return button;
 }
 
 void MessageLine::setNotice(const QString &topic, Severity severity, const QString &sentence) {
@@ -90,13 +97,15 @@ void MessageLine::setNotice(const QString &topic, Severity severity, const QStri
         return;
     }
     endPassingNotice();
-    const Notice notice{topic, severity, onOneLine(sentence), action};
+    Notice notice{topic, severity, onOneLine(sentence), action};
     const bool isNewest = !notices_.empty() && notices_.front().saysTheSameAs(notice);
+    if (action.run)
+        notice.button = buttonFor(notice);
     std::erase_if(notices_, [&](const Notice &old) { return old.topic == topic; });
     notices_.insert(notices_.begin(), notice);
     // What is said already is not said again to who hears it, nor taken out of a selection.
     if (isNewest) {
-        showButton();
+        showButtons();
         return;
     }
     showNotices();
@@ -142,36 +151,65 @@ void MessageLine::showNotices() {
         cursor.insertText(withWord(notice.severity, notice.sentence), format);
     }
     moveCursor(QTextCursor::Start);
-    showButton();
+    showButtons();
     fitHeight();
 }
 
-const MessageLine::Notice *MessageLine::noticeWithAction() const {
+const MessageLine::Notice *MessageLine::noticeOf(const QPushButton *button) const {
     const auto found = std::find_if(notices_.begin(), notices_.end(),
-                                    [](const Notice &notice) { return bool(notice.action.run); });
+                                    [&](const Notice &notice) { return notice.button == button; });
     return found == notices_.end() ? nullptr : &*found;
 }
 
-void MessageLine::showButton() {
-    const Notice *notice = noticeWithAction();
-    if (notice) {
-        button_->setText(notice->action.label);
-        button_->setAccessibleName(withoutMnemonic(notice->action.label));
+/// The button of the topic's former notice if it was for the same, else one that nobody has: who
+/// is about to press a button does not find another meaning in it.
+QPushButton *MessageLine::buttonFor(const Notice &notice) {
+    for (const Notice &old : notices_)
+        if (old.topic == notice.topic && old.button && old.action.label == notice.action.label)
+            return old.button;
+    for (QPushButton *button : std::as_const(buttons_))
+        if (!noticeOf(button))
+            return button;
+    return makeButton();
+}
+
+void MessageLine::showButtons() {
+    // Each is raised after the one before it: the order of the children is that of the notices.
+    QWidget *before = this;
+    for (const Notice &notice : notices_) {
+        if (!notice.button)
+            continue;
+        notice.button->setText(notice.action.label);
+        notice.button->setAccessibleName(withoutMnemonic(notice.action.label));
+        notice.button->raise();
+        setTabOrder(std::exchange(before, notice.button), notice.button);
+        notice.button->show();
     }
-    button_->setVisible(notice != nullptr);
-    placeButton();
+    for (QPushButton *button : std::as_const(buttons_)) {
+        if (noticeOf(button))
+            continue;
+        button->raise();
+        button->hide();
+    }
+    placeButtons();
 }
 
-void MessageLine::placeButton() {
-    const bool shown = !button_->isHidden();
-    const QSize size(button_->sizeHint().width(), heightOfLines(1));
-    setViewportMargins(0, 0, shown ? size.width() + buttonGap : 0, 0);
-    const int left = isLeftToRight() ? width() - size.width() : 0;
-    button_->setGeometry(QRect(QPoint(left, 0), size));
+// The newest notice's button is the nearest to the text, so that it moves no other when it comes.
+void MessageLine::placeButtons() {
+    int end = width();
+    for (auto notice = notices_.rbegin(); notice != notices_.rend(); ++notice) {
+        if (!notice->button)
+            continue;
+        const QSize size(notice->button->sizeHint().width(), heightOfLines(1));
+        const QRect place(QPoint(end - size.width(), 0), size);
+        notice->button->setGeometry(QStyle::visualRect(layoutDirection(), rect(), place));
+        end -= size.width() + buttonGap;
+    }
+    setViewportMargins(0, 0, width() - end, 0);
 }
 
-void MessageLine::runAction() {
-    const Notice *notice = noticeWithAction();
+void MessageLine::runAction(const QPushButton *button) const {
+    const Notice *notice = noticeOf(button);
     if (!notice)
         return;
     // A copy: what the action does may well take its own notice away.
@@ -183,7 +221,7 @@ void MessageLine::runAction() {
 int MessageLine::heightOfLines(int lines) const {
     const double text =
         lines * fontMetrics().lineSpacing() + 2 * document()->documentMargin() + spareHeight;
-    return std::max(static_cast<int>(std::ceil(text)), button_->sizeHint().height());
+    return std::max(static_cast<int>(std::ceil(text)), buttons_.front()->sizeHint().height());
 }
 
 void MessageLine::fitHeight() {
@@ -211,12 +249,12 @@ void MessageLine::changeEvent(QEvent *event) {
     const bool restyled = event->type() == QEvent::PaletteChange ||
                           event->type() == QEvent::FontChange ||
                           event->type() == QEvent::StyleChange;
-    if (restyled && button_)
+    if (restyled && !buttons_.isEmpty())
         showNotices();
 }
 
 void MessageLine::resizeEvent(QResizeEvent *event) {
     QPlainTextEdit::resizeEvent(event);
-    placeButton();
+    placeButtons();
     fitHeight();
 }

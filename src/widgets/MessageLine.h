@@ -36,8 +36,9 @@ public:
     /// Shows \a sentence (translated) as the newest notice, in place of the topic's former one.
     /// An empty \a sentence clears the topic.
     void setNotice(const QString &topic, Severity severity, const QString &sentence);
-    /// The same with a button behind the text. The button belongs to the newest notice that has
-    /// an action.
+    /// The same with a button behind the text. Each notice that has an action has a button, which
+    /// keeps its place in the keyboard's order and its meaning until the notice goes; the newest
+    /// notice's is the first.
     void setNotice(const QString &topic, Severity severity, const QString &sentence,
                    const Action &action);
     /// Shows \a sentence until another notice comes or endPassingNotice() is called: for what is
@@ -66,22 +67,25 @@ private:
         Severity severity = Severity::Information;
         QString sentence;
         Action action;
+        QPushButton *button = nullptr; // null without an action
 
         bool saysTheSameAs(const Notice &other) const {
             return topic == other.topic && severity == other.severity && sentence == other.sentence;
         }
     };
 
-    const Notice *noticeWithAction() const;
+    QPushButton *makeButton();
+    QPushButton *buttonFor(const Notice &notice);
+    const Notice *noticeOf(const QPushButton *button) const;
     void showNotices();
-    void showButton();
-    void placeButton();
-    void runAction();
+    void showButtons();
+    void placeButtons();
+    void runAction(const QPushButton *button) const;
     int heightOfLines(int lines) const;
     void fitHeight();
 
-    std::vector<Notice> notices_; // newest first
-    QString passing_;             // topic of the passing notice; empty without one
-    QPushButton *button_ = nullptr;
+    std::vector<Notice> notices_;  // newest first
+    QString passing_;              // topic of the passing notice; empty without one
+    QList<QPushButton *> buttons_; // at least one; what no notice has is hidden
     int height_ = 0;
 };

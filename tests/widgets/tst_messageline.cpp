@@ -27,8 +27,11 @@ private slots:
     void longSentence_isWrapped();
     void action_hasAButton();
     void action_mayClearItsOwnNotice();
-    void action_outlivesANewerNoticeWithoutOne();
-    void button_isReachedByKeyboard();
+    void eachAction_hasAButtonOfItsOwn();
+    void button_staysWithItsNotice();
+    void buttons_standBesideEachOtherAfterTheText();
+    void buttons_leaveRoomForTheText();
+    void buttons_areReachedByKeyboardInTheirOrder();
     void passingNotice_goesWhenAnotherComes();
     void passingNotice_thatIsSaidForGoodStays();
     void repeatedNotice_keepsTheSelection();
@@ -41,6 +44,20 @@ QPushButton *shownButton(const MessageLine &line) {
         if (!button->isHidden())
             return button;
     return nullptr;
+}
+
+/// The buttons in the order in which they are found.
+QList<QPushButton *> shownButtons(const MessageLine &line) {
+    QList<QPushButton *> buttons = line.findChildren<QPushButton *>();
+    buttons.removeIf([](const QPushButton *button) { return button->isHidden(); });
+    return buttons;
+}
+
+QStringList labels(const MessageLine &line) {
+    QStringList all;
+    for (const QPushButton *button : shownButtons(line))
+        all.append(button->text());
+    return all;
 }
 
 /// The message line at the foot of a window, as it is used.
@@ -189,22 +206,110 @@ void TestMessageLine::action_mayClearItsOwnNotice() {
     QVERIFY(!shownButton(line));
 }
 
-void TestMessageLine::action_outlivesANewerNoticeWithoutOne() {
+void TestMessageLine::eachAction_hasAButtonOfItsOwn() {
     MessageLine line;
-    line.setNotice(u"a"_s, Severity::Information, u"x"_s, {u"One"_s, [] {}});
+    QStringList deeds;
+    const auto offer = [&](const QString &name) {
+        line.setNotice(name, Severity::Information, u"x"_s,
+                       {u"&"_s + name, [&, name] { deeds.append(name); }});
+    };
+    offer(u"One"_s);
     line.setNotice(u"b"_s, Severity::Information, u"y"_s);
-    QCOMPARE(shownButton(line)->text(), u"One"_s);
-    line.setNotice(u"c"_s, Severity::Information, u"z"_s, {u"Two"_s, [] {}});
-    QCOMPARE(shownButton(line)->text(), u"Two"_s);
+    offer(u"Two"_s);
+    QCOMPARE(labels(line), QStringList({u"&Two"_s, u"&One"_s}));
+    QCOMPARE(line.findChild<QPushButton *>()->accessibleName(), u"Two"_s);
+    for (QPushButton *button : shownButtons(line))
+        button->click();
+    QCOMPARE(deeds, QStringList({u"Two"_s, u"One"_s}));
+    offer(u"One"_s);
+    QCOMPARE(labels(line), QStringList({u"&One"_s, u"&Two"_s}));
+    line.clearNotice(u"One"_s);
+    QCOMPARE(labels(line), QStringList({u"&Two"_s}));
+    QCOMPARE(line.findChild<QPushButton *>()->text(), u"&Two"_s);
+    line.setNotice(u"Two"_s, Severity::Information, u"x"_s);
+    QCOMPARE(labels(line), QStringList());
+    offer(u"Three"_s);
+    QCOMPARE(labels(line), QStringList({u"&Three"_s}));
+    line.clearAll();
+    QCOMPARE(labels(line), QStringList());
 }
 
-void TestMessageLine::button_isReachedByKeyboard() {
+// Who has a finger on a button must not do something else with it because a notice came.
+void TestMessageLine::button_staysWithItsNotice() {
     Window window;
+    MessageLine &line = window.line;
+    QStringList deeds;
+    line.setNotice(u"a"_s, Severity::Information, u"x"_s, {u"One"_s, [&] { deeds << u"1"_s; }});
+    QPushButton *one = shownButton(line);
+    const QRect place = one->geometry();
+    one->setFocus();
+    QTest::keyPress(one, Qt::Key_Space);
+    line.setNotice(u"b"_s, Severity::Information, u"y"_s, {u"Two"_s, [&] { deeds << u"2"_s; }});
+    QTest::keyRelease(one, Qt::Key_Space);
+    QCOMPARE(deeds, QStringList({u"1"_s}));
+    QVERIFY(one->hasFocus());
+    QCOMPARE(one->geometry(), place);
+    line.setNotice(u"a"_s, Severity::Information, u"z"_s, {u"Other"_s, [&] { deeds << u"3"_s; }});
+    one->click();
+    QCOMPARE(deeds, QStringList({u"1"_s}));
+}
+
+void TestMessageLine::buttons_standBesideEachOtherAfterTheText() {
+    Window window;
+    const int before = window.height();
     window.line.setNotice(u"a"_s, Severity::Information, u"x"_s, {u"One"_s, [] {}});
+    QCOMPARE(window.height(), before);
+    window.line.setNotice(u"a"_s, Severity::Information, u"x"_s, {u"Two words"_s, [] {}});
+    QCOMPARE(window.height(), before);
+    window.line.setNotice(u"b"_s, Severity::Information, u"y"_s, {u"One"_s, [] {}});
+    const int both = window.height();
+    const QList<QPushButton *> buttons = shownButtons(window.line);
+    QCOMPARE(buttons.size(), 2);
+    const QRect text = window.line.viewport()->geometry();
+    QVERIFY(text.right() < buttons[0]->geometry().left());
+    QVERIFY(buttons[0]->geometry().right() < buttons[1]->geometry().left());
+    QCOMPARE(buttons[1]->geometry().right(), window.line.rect().right());
+    for (const QPushButton *button : buttons)
+        QVERIFY(window.line.rect().contains(button->geometry()));
+    window.line.setNotice(u"b"_s, Severity::Information, u"y"_s);
+    QCOMPARE(window.height(), both);
+    QVERIFY(window.line.viewport()->width() > text.width());
+}
+
+void TestMessageLine::buttons_leaveRoomForTheText() {
+    Window window;
+    window.window.resize(1000, 300);
+    for (const QString &label : {u"Restore"_s, u"Reload"_s, u"Write the image file again"_s,
+                                 u"Remove \u201c(custom)\u201d"_s})
+        window.line.setNotice(label, Severity::Information, u"A notice of a few words."_s,
+                              {label, [] {}});
+    window.height();
+    const QRect text = window.line.viewport()->geometry();
+    QVERIFY(text.width() > window.line.width() / 3);
+    const QList<QPushButton *> buttons = shownButtons(window.line);
+    QCOMPARE(buttons.size(), 4);
+    for (const QPushButton *button : buttons) {
+        QVERIFY(!button->geometry().intersects(text));
+        QVERIFY(window.line.rect().contains(button->geometry()));
+    }
+}
+
+void TestMessageLine::buttons_areReachedByKeyboardInTheirOrder() {
+    Window window;
+    QLineEdit next;
+    next.setParent(&window.window);
+    next.show();
+    window.line.setNotice(u"a"_s, Severity::Information, u"x"_s, {u"One"_s, [] {}});
+    window.line.setNotice(u"b"_s, Severity::Information, u"y"_s, {u"Two"_s, [] {}});
+    window.line.setNotice(u"c"_s, Severity::Information, u"z"_s, {u"Three"_s, [] {}});
     window.line.setFocus();
     QTRY_VERIFY(window.line.hasFocus());
     QTest::keyClick(&window.line, Qt::Key_Tab);
-    QVERIFY(shownButton(window.line)->hasFocus());
+    for (QPushButton *button : shownButtons(window.line)) {
+        QVERIFY2(button->hasFocus(), qPrintable(button->text()));
+        QTest::keyClick(button, Qt::Key_Tab);
+    }
+    QVERIFY(next.hasFocus());
 }
 
 void TestMessageLine::passingNotice_goesWhenAnotherComes() {
