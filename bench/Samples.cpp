@@ -1,6 +1,6 @@
 #include "Samples.h"
 
-#include "image/HugePages.h"
+#include "files/HugePages.h"
 
 #include <QFile>
 

@@ -6,7 +6,7 @@
 #include "Table.h"
 
 #include "base/Log.h"
-#include "image/FileLoading.h"
+#include "files/FileLoading.h"
 #include "image/ImageComposition.h"
 #include "image/TemporaryWorkspace.h"
 #include "settings/SettingsKeys.h"

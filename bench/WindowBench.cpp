@@ -9,9 +9,9 @@
 #include "app/FilePanels.h"
 #include "app/VelmWindow.h"
 #include "base/Log.h"
+#include "files/HugePages.h"
 #include "grid/GridColumns.h"
 #include "grid/GridView.h"
-#include "image/HugePages.h"
 #include "widgets/TabView.h"
 
 #include "ui_MainWindow.h"

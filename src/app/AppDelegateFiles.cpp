@@ -5,7 +5,7 @@
 #include "app/FilePanels.h"
 #include "app/WindowMemory.h"
 #include "base/Log.h"
-#include "image/FileSaving.h"
+#include "files/FileSaving.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "widgets/ConsoleView.h"

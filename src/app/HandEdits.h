@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/CompositionRemarks.h"
-#include "image/ByteBuffer.h"
+#include "files/ByteBuffer.h"
 
 #include <QObject>
 #include <QSet>

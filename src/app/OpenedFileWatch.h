@@ -1,6 +1,6 @@
 #pragma once
 
-#include "image/FileStamp.h"
+#include "files/FileStamp.h"
 
 #include <QFileSystemWatcher>
 #include <QObject>

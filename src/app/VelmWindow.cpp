@@ -2,7 +2,7 @@
 
 #include "app/WindowMenus.h"
 #include "app/WindowWiring.h"
-#include "image/FileStamp.h"
+#include "files/FileStamp.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"

@@ -6,7 +6,7 @@
 #include "base/WorkState.h"
 #include "devices/DeviceListModel.h"
 #include "devices/DeviceListView.h"
-#include "image/FileLoading.h"
+#include "files/FileLoading.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "tool/ScriptedMiniPro.h"

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "files/ByteBuffer.h"
 #include "grid/GridSource.h"
-#include "image/ByteBuffer.h"
 #include "image/DisplayText.h"
 
 #include <QList>

@@ -1,6 +1,6 @@
 #include "image/ImageComposition.h"
 
-#include "image/HugePages.h"
+#include "files/HugePages.h"
 #include "image/NumberScanning.h"
 
 #include <cstring>

@@ -1,8 +1,8 @@
 #include "image/TemporaryWorkspace.h"
 
 #include "base/Log.h"
-#include "image/FileLoading.h"
-#include "image/FileSaving.h"
+#include "files/FileLoading.h"
+#include "files/FileSaving.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"

@@ -69,12 +69,14 @@ void TestLayers::ruleNotices_data() {
     const Rule down = layerRules::arrowsPointDown;
     row("base includes settings", down, "src/base/A.h", "#include \"settings/FilePaths.h\"\n",
         "src/base/A.h: includes settings/FilePaths.h");
-    row("settings includes image", down, "src/settings/A.h", "#include \"image/ByteBuffer.h\"\n",
-        "src/settings/A.h: includes image/ByteBuffer.h");
+    row("settings includes image", down, "src/settings/A.h", "#include \"image/DisplayText.h\"\n",
+        "src/settings/A.h: includes image/DisplayText.h");
+    row("files includes settings", down, "src/files/A.h", "#include \"settings/FilePaths.h\"\n",
+        "src/files/A.h: includes settings/FilePaths.h");
     row("image includes tool", down, "src/image/A.cpp", "  #  include \"tool/Console.h\"\n",
         "src/image/A.cpp: includes tool/Console.h");
-    row("tool includes image", down, "src/tool/A.cpp", "#include \"image/ByteBuffer.h\"\n",
-        "src/tool/A.cpp: includes image/ByteBuffer.h");
+    row("tool includes image", down, "src/tool/A.cpp", "#include \"image/DisplayText.h\"\n",
+        "src/tool/A.cpp: includes image/DisplayText.h");
     row("widgets includes the console's interface", down, "src/widgets/A.h",
         "#include \"tool/Console.h\"\n", "");
     row("widgets includes the tool run", down, "src/widgets/A.h",
@@ -122,6 +124,9 @@ void TestLayers::ruleNotices_data() {
         "class AppDelegate;\n", "");
     row("the simulator includes the toolkit", layerRules::simulatorStandsAlone, "simulator/a.cpp",
         "#include <QString>\n#include <string>\n", "simulator/a.cpp: includes QString");
+    row("the simulator includes a folder of the program", layerRules::simulatorStandsAlone,
+        "simulator/a.cpp", "#include \"files/FileLoading.h\"\n",
+        "simulator/a.cpp: includes files/FileLoading.h");
     row("the simulator links the toolkit", layerRules::simulatorStandsAlone,
         "simulator/CMakeLists.txt", "target_link_libraries(minipro-sim PRIVATE Qt6::Core)\n",
         "simulator/CMakeLists.txt: links Qt6::Core");

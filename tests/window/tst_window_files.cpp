@@ -1,6 +1,6 @@
 #include "window/EditingSteps.h"
 
-#include "image/FileLoading.h"
+#include "files/FileLoading.h"
 #include "settings/SettingsKeys.h"
 #include "support/Privileges.h"
 

@@ -1,4 +1,4 @@
-#include "image/HugePages.h"
+#include "files/HugePages.h"
 
 #ifdef Q_OS_LINUX
 #include <sys/mman.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "image/ByteBuffer.h"
+#include "files/ByteBuffer.h"
 
 #include <QString>
 

@@ -1,4 +1,4 @@
-#include "image/FileLoading.h"
+#include "files/FileLoading.h"
 
 #include "support/Bytes.h"
 #include "support/FileHelpers.h"

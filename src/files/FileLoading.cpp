@@ -1,6 +1,6 @@
-#include "image/FileLoading.h"
+#include "files/FileLoading.h"
 
-#include "image/HugePages.h"
+#include "files/HugePages.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "image/FileStamp.h"
+#include "files/FileStamp.h"
 
 #include <QFile>
 

@@ -1,4 +1,4 @@
-#include "image/FileSaving.h"
+#include "files/FileSaving.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
