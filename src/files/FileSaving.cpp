@@ -2,12 +2,12 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QTemporaryFile>
 
 #include <cerrno>
 #include <cstdio>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -25,13 +25,6 @@ bool writeFully(QFileDevice &file, const QByteArray &bytes) {
 QString reasonOf(const QFileDevice &file) {
     const QString reason = file.errorString();
     return reason.isEmpty() ? qt_error_string(EIO) : reason;
-}
-
-std::optional<QString> saveToDisk(const QString &path, const QByteArray &bytes) {
-    QSaveFile file(path);
-    const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
-                         writeFully(file, bytes) && file.commit();
-    return written ? std::nullopt : std::optional(reasonOf(file));
 }
 
 // The mode of the file, or the one that a file that is opened for writing begins with.
@@ -53,13 +46,21 @@ QString behindLinks(const QFileInfo &target) {
     return target.isSymLink() ? target.symLinkTarget() : target.absoluteFilePath();
 }
 
-// QSaveFile always waits for the disk, which takes longer than everything else that an edit of one
-// byte does.
-std::optional<QString> saveToCache(const QString &path, const QByteArray &bytes) {
+// The toolkit's own class for this asks the disk as well, but does not look at the answer. Not
+// every file system has one to give.
+bool isOnDisk(const QFileDevice &file) {
+    return ::fdatasync(file.handle()) == 0 || errno == EINVAL || errno == ENOTSUP;
+}
+
+std::optional<QString> replaceFile(const QString &path, const QByteArray &bytes,
+                                   Durability durability) {
     QTemporaryFile file(path + QStringLiteral(".XXXXXX"));
     if (!file.open() || !writeFully(file, bytes) || !file.flush())
         return reasonOf(file);
     ::fchmod(file.handle(), modeOf(path));
+    // Waiting for the disk takes longer than everything else that an edit of one byte does.
+    if (durability == Durability::PowerFailure && !isOnDisk(file))
+        return qt_error_string(errno);
     const QByteArray from = QFile::encodeName(file.fileName());
     if (::rename(from.constData(), QFile::encodeName(path).constData()) != 0)
         return qt_error_string(errno);
@@ -77,7 +78,5 @@ std::optional<QString> saveWholeFile(const QString &path, const QByteArray &byte
         return QCoreApplication::translate("FileSaving", "Not a regular file");
     if (target.fileName().isEmpty() || path.contains(QChar::Null))
         return qt_error_string(ENOENT);
-    const QString place = behindLinks(target);
-    return durability == Durability::ProgramEnd ? saveToCache(place, bytes)
-                                                : saveToDisk(place, bytes);
+    return replaceFile(behindLinks(target), bytes, durability);
 }

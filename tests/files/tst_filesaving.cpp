@@ -1,0 +1,143 @@
+#include "files/FileSaving.h"
+
+#include "support/FailingCalls.h"
+#include "support/FileHelpers.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cerrno>
+#include <sys/stat.h>
+
+namespace {
+
+const QByteArray oldBytes(9000, 'o');
+const QByteArray newBytes(70000, 'n');
+
+QString outcomeOf(const std::optional<QString> &failure) {
+    return failure ? QStringLiteral("failed: ") + *failure : QStringLiteral("saved");
+}
+
+} // namespace
+
+class TestFileSaving : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void newFile_hasTheUsualPermissions_data() { durabilities(); }
+    void newFile_hasTheUsualPermissions();
+    void oldFile_keepsItsPermissionsAndLinks_data() { durabilities(); }
+    void oldFile_keepsItsPermissionsAndLinks();
+    void oneCallFails_data() { durabilities(); }
+    void oneCallFails();
+    void killedAtAnyCall_data() { durabilities(); }
+    void killedAtAnyCall();
+    void diskThatDoesNotConfirm_isAFailure();
+    void fileSystemWithoutConfirmation_isNoFailure();
+
+private:
+    static void durabilities();
+    QString path() const { return folder_->filePath(QStringLiteral("a.bin")); }
+    QStringList filesLeft() const { return QDir(folder_->path()).entryList(QDir::Files); }
+    bool holdsOneOfBoth() const {
+        const QByteArray bytes = readWholeFile(path());
+        return bytes == oldBytes || bytes == newBytes;
+    }
+
+    std::unique_ptr<QTemporaryDir> folder_;
+};
+
+void TestFileSaving::init() {
+    folder_ = std::make_unique<QTemporaryDir>();
+    QVERIFY(folder_->isValid());
+}
+
+void TestFileSaving::durabilities() {
+    QTest::addColumn<Durability>("durability");
+    QTest::newRow("until the power fails") << Durability::PowerFailure;
+    QTest::newRow("until the program ends") << Durability::ProgramEnd;
+}
+
+void TestFileSaving::newFile_hasTheUsualPermissions() {
+    QFETCH(Durability, durability);
+    const mode_t before = ::umask(027);
+    const auto failure = saveWholeFile(path(), newBytes, durability);
+    ::umask(before);
+    QCOMPARE(outcomeOf(failure), QStringLiteral("saved"));
+    struct stat facts = {};
+    QCOMPARE(::stat(QFile::encodeName(path()).constData(), &facts), 0);
+    QCOMPARE(facts.st_mode & 0777u, 0640u);
+    QCOMPARE(readWholeFile(path()), newBytes);
+}
+
+void TestFileSaving::oldFile_keepsItsPermissionsAndLinks() {
+    QFETCH(Durability, durability);
+    QVERIFY(writeWholeFile(path(), oldBytes));
+    QCOMPARE(::chmod(QFile::encodeName(path()).constData(), 0604), 0);
+    const QString link = folder_->filePath(QStringLiteral("link"));
+    QVERIFY(QFile::link(path(), link));
+    QCOMPARE(outcomeOf(saveWholeFile(link, newBytes, durability)), QStringLiteral("saved"));
+    QCOMPARE(QFileInfo(link).symLinkTarget(), path());
+    struct stat facts = {};
+    QCOMPARE(::stat(QFile::encodeName(path()).constData(), &facts), 0);
+    QCOMPARE(facts.st_mode & 0777u, 0604u);
+    QCOMPARE(readWholeFile(path()), newBytes);
+}
+
+void TestFileSaving::oneCallFails() {
+    QFETCH(Durability, durability);
+    bool struck = true;
+    for (int call = 1; struck; ++call) {
+        QVERIFY(writeWholeFile(path(), oldBytes));
+        std::optional<QString> failure;
+        QByteArray name;
+        {
+            const FailingCalls failing(call, FailingCalls::Mishap::Fails, ENOSPC);
+            failure = saveWholeFile(path(), newBytes, durability);
+            struck = failing.hasStruck();
+            name = failing.struckCall();
+        }
+        QVERIFY2(readWholeFile(path()) == (failure ? oldBytes : newBytes), name.constData());
+        QVERIFY2(!failure || !failure->isEmpty(), name.constData());
+        QCOMPARE(filesLeft(), QStringList(QStringLiteral("a.bin")));
+    }
+}
+
+void TestFileSaving::killedAtAnyCall() {
+    QFETCH(Durability, durability);
+    bool struck = true;
+    for (int call = 1; struck; ++call) {
+        QVERIFY(writeWholeFile(path(), oldBytes));
+        {
+            const FailingCalls killing(call, FailingCalls::Mishap::Kills, EIO);
+            saveWholeFile(path(), newBytes, durability);
+            struck = killing.hasStruck();
+        }
+        QVERIFY(holdsOneOfBoth());
+    }
+}
+
+/// What saving came to when the disk answered the question whether it has the bytes with \a error.
+static QString outcomeWithUnconfirmed(const QString &path, int error) {
+    for (int call = 1;; ++call) {
+        const FailingCalls failing(call, FailingCalls::Mishap::Fails, error);
+        const auto failure = saveWholeFile(path, newBytes);
+        if (failing.struckCall() == "fdatasync")
+            return outcomeOf(failure);
+        if (!failing.hasStruck())
+            return QStringLiteral("never asked");
+    }
+}
+
+void TestFileSaving::diskThatDoesNotConfirm_isAFailure() {
+    QCOMPARE(outcomeWithUnconfirmed(path(), EIO), QStringLiteral("failed: Input/output error"));
+}
+
+void TestFileSaving::fileSystemWithoutConfirmation_isNoFailure() {
+    QCOMPARE(outcomeWithUnconfirmed(path(), EINVAL), QStringLiteral("saved"));
+}
+
+QTEST_GUILESS_MAIN(TestFileSaving)
+#include "tst_filesaving.moc"

@@ -1,0 +1,222 @@
+#include "support/FailingCalls.h"
+
+#include <atomic>
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <ctime>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+bool armed = false;
+bool kills = false;
+int callsLeft = 0;
+int errorGiven = 0;
+const char *struckName = nullptr;
+std::atomic<double> slept = 0;
+
+enum class Effect { Reads, Changes };
+
+/// True if this call is to fail, with errno set.
+bool fails(const char *name, Effect effect) {
+    if (!armed)
+        return false;
+    const bool isDead = kills && struckName && effect == Effect::Changes;
+    const bool strikes = callsLeft-- == 1;
+    if (strikes)
+        struckName = name;
+    if (strikes || isDead)
+        errno = errorGiven;
+    return strikes || isDead;
+}
+
+/// The function of the C library that the one of this file stands before.
+template <typename Function>
+Function *libraryFunction(const char *name) {
+    return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
+}
+
+template <typename Function, typename... Arguments>
+auto reading(const char *name, Arguments... arguments) {
+    using Result = decltype(libraryFunction<Function>(name)(arguments...));
+    return fails(name, Effect::Reads) ? Result(-1) : libraryFunction<Function>(name)(arguments...);
+}
+
+template <typename Function, typename... Arguments>
+auto changing(const char *name, Arguments... arguments) {
+    using Result = decltype(libraryFunction<Function>(name)(arguments...));
+    return fails(name, Effect::Changes) ? Result(-1)
+                                        : libraryFunction<Function>(name)(arguments...);
+}
+
+bool makesAFile(int flags) {
+    return (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+}
+
+int opening(const char *name, const char *path, int flags, mode_t mode) {
+    using Function = int(const char *, int, ...);
+    const bool changesTheDisk = makesAFile(flags) || (flags & O_TRUNC) != 0;
+    return changesTheDisk ? changing<Function>(name, path, flags, mode)
+                          : reading<Function>(name, path, flags, mode);
+}
+
+void addSleep(const timespec *time) {
+    slept = slept + double(time->tv_sec) * 1e3 + double(time->tv_nsec) / 1e6;
+}
+
+} // namespace
+
+FailingCalls::FailingCalls(int call, Mishap mishap, int error) {
+    callsLeft = call;
+    kills = mishap == Mishap::Kills;
+    errorGiven = error;
+    struckName = nullptr;
+    armed = true;
+}
+
+FailingCalls::~FailingCalls() {
+    armed = false;
+}
+
+bool FailingCalls::hasStruck() const {
+    return struckName != nullptr;
+}
+
+QByteArray FailingCalls::struckCall() const {
+    return struckName;
+}
+
+double millisecondsSlept() {
+    return slept;
+}
+
+// The functions of the C library by which the program and the toolkit reach files.
+extern "C" {
+
+int open(const char *path, int flags, ...) {
+    va_list rest;
+    va_start(rest, flags);
+    const mode_t mode = makesAFile(flags) ? va_arg(rest, mode_t) : 0;
+    va_end(rest);
+    return opening("open", path, flags, mode);
+}
+
+int open64(const char *path, int flags, ...) {
+    va_list rest;
+    va_start(rest, flags);
+    const mode_t mode = makesAFile(flags) ? va_arg(rest, mode_t) : 0;
+    va_end(rest);
+    return opening("open64", path, flags, mode);
+}
+
+// A file whose closing fails is closed.
+int close(int file) {
+    const int result = libraryFunction<int(int)>("close")(file);
+    return fails("close", Effect::Reads) ? -1 : result;
+}
+
+ssize_t read(int file, void *bytes, size_t size) {
+    return reading<ssize_t(int, void *, size_t)>("read", file, bytes, size);
+}
+
+ssize_t write(int file, const void *bytes, size_t size) {
+    return changing<ssize_t(int, const void *, size_t)>("write", file, bytes, size);
+}
+
+int fsync(int file) {
+    return reading<int(int)>("fsync", file);
+}
+
+int fdatasync(int file) {
+    return reading<int(int)>("fdatasync", file);
+}
+
+int flock(int file, int operation) noexcept {
+    return reading<int(int, int)>("flock", file, operation);
+}
+
+int stat(const char *path, struct stat *facts) noexcept {
+    return reading<int(const char *, struct stat *)>("stat", path, facts);
+}
+
+int lstat(const char *path, struct stat *facts) noexcept {
+    return reading<int(const char *, struct stat *)>("lstat", path, facts);
+}
+
+int fstat(int file, struct stat *facts) noexcept {
+    return reading<int(int, struct stat *)>("fstat", file, facts);
+}
+
+int stat64(const char *path, struct stat64 *facts) noexcept {
+    return reading<int(const char *, struct stat64 *)>("stat64", path, facts);
+}
+
+int lstat64(const char *path, struct stat64 *facts) noexcept {
+    return reading<int(const char *, struct stat64 *)>("lstat64", path, facts);
+}
+
+int fstat64(int file, struct stat64 *facts) noexcept {
+    return reading<int(int, struct stat64 *)>("fstat64", file, facts);
+}
+
+int statx(int folder, const char *path, int flags, unsigned mask, struct statx *facts) noexcept {
+    return reading<int(int, const char *, int, unsigned, struct statx *)>("statx", folder, path,
+                                                                          flags, mask, facts);
+}
+
+int access(const char *path, int mode) noexcept {
+    return reading<int(const char *, int)>("access", path, mode);
+}
+
+int mkdir(const char *path, mode_t mode) noexcept {
+    return changing<int(const char *, mode_t)>("mkdir", path, mode);
+}
+
+int fchmod(int file, mode_t mode) noexcept {
+    return changing<int(int, mode_t)>("fchmod", file, mode);
+}
+
+int ftruncate64(int file, off64_t size) noexcept {
+    return changing<int(int, off64_t)>("ftruncate64", file, size);
+}
+
+int link(const char *from, const char *to) noexcept {
+    return changing<int(const char *, const char *)>("link", from, to);
+}
+
+int linkat(int fromFolder, const char *from, int toFolder, const char *to, int flags) noexcept {
+    return changing<int(int, const char *, int, const char *, int)>("linkat", fromFolder, from,
+                                                                    toFolder, to, flags);
+}
+
+int unlink(const char *path) noexcept {
+    return changing<int(const char *)>("unlink", path);
+}
+
+int rename(const char *from, const char *to) noexcept {
+    return changing<int(const char *, const char *)>("rename", from, to);
+}
+
+int renameat2(int fromFolder, const char *from, int toFolder, const char *to,
+              unsigned flags) noexcept {
+    return changing<int(int, const char *, int, const char *, unsigned)>("renameat2", fromFolder,
+                                                                         from, toFolder, to, flags);
+}
+
+int nanosleep(const timespec *time, timespec *left) {
+    addSleep(time);
+    return libraryFunction<int(const timespec *, timespec *)>("nanosleep")(time, left);
+}
+
+int clock_nanosleep(clockid_t clock, int flags, const timespec *time, timespec *left) {
+    if ((flags & TIMER_ABSTIME) == 0)
+        addSleep(time);
+    return libraryFunction<int(clockid_t, int, const timespec *, timespec *)>("clock_nanosleep")(
+        clock, flags, time, left);
+}
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QByteArray>
+
+/// While it lives, one of the program's calls to the file system goes wrong. It counts the calls of
+/// the program and of the libraries in it from 1; a test that tries each number in turn, until
+/// none is struck any more, has tried every single mishap. Link FailingCalls.cpp to the test. One
+/// at a time.
+class FailingCalls {
+public:
+    /// What happens at the call that is struck.
+    enum class Mishap {
+        Fails, ///< it does nothing and fails with the given error; the next ones work again
+        Kills  ///< the program is as good as dead: no later call changes anything on the disk
+    };
+
+    /// Strikes call number \a call with \a mishap; \a error is an errno value.
+    FailingCalls(int call, Mishap mishap, int error);
+    ~FailingCalls();
+    FailingCalls(const FailingCalls &) = delete;
+    FailingCalls &operator=(const FailingCalls &) = delete;
+
+    /// True once as many calls were made.
+    bool hasStruck() const;
+    /// The name of the function that was struck; empty before.
+    QByteArray struckCall() const;
+};
+
+/// How long the program has asked to sleep so far, in milliseconds, whatever it was woken by.
+double millisecondsSlept();
