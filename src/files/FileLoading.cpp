@@ -1,5 +1,6 @@
 #include "files/FileLoading.h"
 
+#include "base/FileDescriptor.h"
 #include "files/HugePages.h"
 
 #include <QCoreApplication>
@@ -23,20 +24,8 @@ constexpr qint64 largestRead = qint64(256) << 20;
 
 constexpr qint64 comparedAtOnce = qint64(1) << 20;
 
-struct Descriptor {
-    explicit Descriptor(int opened) : number(opened) {}
-    Descriptor(Descriptor &&other) noexcept : number(std::exchange(other.number, -1)) {}
-    Descriptor &operator=(Descriptor &&) = delete;
-    ~Descriptor() {
-        if (number >= 0)
-            ::close(number);
-    }
-
-    int number;
-};
-
 struct OpenedFile {
-    Descriptor descriptor;
+    FileDescriptor descriptor;
     qint64 size = 0;
 };
 
@@ -95,8 +84,8 @@ std::variant<OpenedFile, LoadFailure> openRegularFile(const QString &path, qint6
         return systemFailure(errno);
     if (const auto refusal = refusalOf(status, limit))
         return *refusal;
-    Descriptor file(::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    if (file.number < 0 || ::fstat(file.number, &status) != 0)
+    FileDescriptor file(::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    if (!file.isOpen() || ::fstat(file.get(), &status) != 0)
         return systemFailure(errno);
     if (const auto refusal = refusalOf(status, limit))
         return *refusal;
@@ -122,13 +111,13 @@ std::variant<ByteBuffer, LoadFailure> loadWholeFile(const QString &path, qint64 
     if (const auto *failure = std::get_if<LoadFailure>(&file))
         return *failure;
     const auto &opened = std::get<OpenedFile>(file);
-    return readAll(opened.descriptor.number, opened.size);
+    return readAll(opened.descriptor.get(), opened.size);
 }
 
 bool fileHolds(const QString &path, QByteArrayView bytes) {
     const auto file = openRegularFile(path, bytes.size());
     const auto *opened = std::get_if<OpenedFile>(&file);
-    return opened && opened->size == bytes.size() && readsAs(opened->descriptor.number, bytes);
+    return opened && opened->size == bytes.size() && readsAs(opened->descriptor.get(), bytes);
 }
 
 std::variant<QString, LoadFailure> loadUtf8Text(const QString &path, qint64 limit) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tool/FileDescriptor.h"
+#include "base/FileDescriptor.h"
 
 #include <QObject>
 #include <QString>

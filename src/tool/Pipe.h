@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tool/FileDescriptor.h"
+#include "base/FileDescriptor.h"
 #include "tool/ReadHandle.h"
 
 /// A pipe between this program and a child. Its two descriptors are opened by open(), not at

@@ -1,7 +1,7 @@
 #include "tool/ResultsFile.h"
 
+#include "base/FileDescriptor.h"
 #include "base/Log.h"
-#include "tool/FileDescriptor.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,4 +1,4 @@
-#include "tool/FileDescriptor.h"
+#include "base/FileDescriptor.h"
 
 #include <unistd.h>
 
