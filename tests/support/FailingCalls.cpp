@@ -10,6 +10,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -18,6 +19,7 @@ bool kills = false;
 int callsLeft = 0;
 int errorGiven = 0;
 const char *struckName = nullptr;
+std::function<void()> done;
 std::atomic<double> slept = 0;
 
 enum class Effect { Reads, Changes };
@@ -30,6 +32,12 @@ bool fails(const char *name, Effect effect) {
     const bool strikes = callsLeft-- == 1;
     if (strikes)
         struckName = name;
+    if (strikes && done) {
+        armed = false;
+        done();
+        armed = true;
+        return false;
+    }
     if (strikes || isDead)
         errno = errorGiven;
     return strikes || isDead;
@@ -79,8 +87,14 @@ FailingCalls::FailingCalls(int call, Mishap mishap, int error) {
     armed = true;
 }
 
+FailingCalls::FailingCalls(int call, std::function<void()> meanwhile)
+    : FailingCalls(call, Mishap::Fails, 0) {
+    done = std::move(meanwhile);
+}
+
 FailingCalls::~FailingCalls() {
     armed = false;
+    done = {};
 }
 
 bool FailingCalls::hasStruck() const {

@@ -2,10 +2,12 @@
 
 #include <QByteArray>
 
-/// While it lives, one of the program's calls to the file system goes wrong. It counts the calls of
-/// the program and of the libraries in it from 1; a test that tries each number in turn, until
-/// none is struck any more, has tried every single mishap. Link FailingCalls.cpp to the test. One
-/// at a time.
+#include <functional>
+
+/// While it lives, one of the program's calls to the file system goes wrong, or something else
+/// happens just before it. It counts the calls of the program and of the libraries in it from 1; a
+/// test that tries each number in turn, until none is struck any more, has tried every moment. Link
+/// FailingCalls.cpp to the test. One at a time.
 class FailingCalls {
 public:
     /// What happens at the call that is struck.
@@ -16,6 +18,8 @@ public:
 
     /// Strikes call number \a call with \a mishap; \a error is an errno value.
     FailingCalls(int call, Mishap mishap, int error);
+    /// Has \a meanwhile done before call number \a call, as by another program at that moment.
+    FailingCalls(int call, std::function<void()> meanwhile);
     ~FailingCalls();
     FailingCalls(const FailingCalls &) = delete;
     FailingCalls &operator=(const FailingCalls &) = delete;
