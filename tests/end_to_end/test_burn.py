@@ -60,4 +60,4 @@ class Burn(Scenario):
         until(lambda: "There is no data to burn" in self.window.message(), "the warning")
         self.assertEqual(self.window.console(), before)
         self.assert_same_bytes(self.home.chip(DEVICE), self.before)
-        self.finish(self.window)
+        self.finish_giving_up_edits(self.window)

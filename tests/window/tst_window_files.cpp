@@ -42,16 +42,7 @@ private slots:
     void exports_toAReadOnlyFolderLeaveTheOldFile();
     void exports_toAFullDiskLeaveTheOldFile();
     void saveConsole_writesTheTextAsItCame();
-    void recentFile_commitsWhatIsBeingTypedFirst();
-    void openedBinary_isTakenAsStored();
-    void openedBinary_changedOnDiskCanBeReloaded();
-    void openedBinary_goneFromDiskIsSaid();
-    void closing_withEditsInNoFileTakesTwoTimes();
-    void closing_afterTheEditsWereSavedTakesOne();
-    void closing_withReplacedEditsTakesTwoTimes();
-    void endingBySignal_giveUpEditsAtTheSecond();
     void nothingToSave_isSaidUntilThereIsSomething();
-    void unreadableBinary_isNotWatched();
 };
 
 namespace {
@@ -402,110 +393,6 @@ void TestWindowFiles::exports_commitWhatIsBeingTypedFirst() {
     QCOMPARE(WindowFixture::bytesOf(velm.panels.answer), QByteArray(4, '\xff'));
 }
 
-void TestWindowFiles::recentFile_commitsWhatIsBeingTypedFirst() {
-    WindowFixture velm;
-    showTwentyBytes(velm);
-    GridView *grid = velm.controls().tableview;
-    grid->setFocus();
-    grid->setCurrentIndex(grid->model()->index(0, 1));
-    QTest::keyClick(grid, Qt::Key_7);
-    QTest::keyClick(grid->openEditor(), Qt::Key_A);
-    velm.delegate().openBinary(velm.write(QStringLiteral("other.bin"), "other"));
-    velm.settle();
-    QCOMPARE(*velm.state().output_data, QByteArray("other"));
-    velm.click(velm.controls().messageLine->findChild<QPushButton *>()); // Restore
-    QCOMPARE(*velm.state().output_data, QByteArray("z123456789ABCDEFGHIJ"));
-}
-
-void TestWindowFiles::openedBinary_isTakenAsStored() {
-    const QByteArray home = qgetenv("HOME");
-    WindowFixture velm;
-    qputenv("HOME", QFile::encodeName(velm.path({})));
-    velm.write(QStringLiteral("rom.bin"), "in the home folder");
-    velm.settings().setValue(settingsKeys::binary, QStringLiteral("~/rom.bin"));
-    velm.start();
-    qputenv("HOME", home);
-    QVERIFY(!velm.state().opened_bin_data);
-    QCOMPARE(velm.settings().stringValue(settingsKeys::binary), QStringLiteral("~/rom.bin"));
-}
-
-void TestWindowFiles::openedBinary_changedOnDiskCanBeReloaded() {
-    WindowFixture velm;
-    showTwentyBytes(velm);
-    enter(velm, 0, 1, QStringLiteral("7A"));
-    velm.write(QStringLiteral("rom.bin"), "other");
-    QTRY_VERIFY2(velm.message().contains(QStringLiteral("has changed on the disk")),
-                 qPrintable(velm.message()));
-    QCOMPARE(*velm.state().output_data, QByteArray("z123456789ABCDEFGHIJ"));
-    velm.click(velm.controls().messageLine->findChild<QPushButton *>());
-    velm.settle();
-    QCOMPARE(*velm.state().output_data, QByteArray("other"));
-    QVERIFY2(!velm.message().contains(QStringLiteral("has changed on the disk")),
-             qPrintable(velm.message()));
-    QVERIFY2(velm.message().contains(QStringLiteral("1 hand edit was replaced")),
-             qPrintable(velm.message()));
-}
-
-void TestWindowFiles::openedBinary_goneFromDiskIsSaid() {
-    WindowFixture velm;
-    showTwentyBytes(velm);
-    QVERIFY(QFile::remove(velm.path(QStringLiteral("rom.bin"))));
-    QTRY_VERIFY2(velm.message().contains(QStringLiteral("is no longer on the disk")),
-                 qPrintable(velm.message()));
-    QCOMPARE(*velm.state().output_data, QByteArray("0123456789ABCDEFGHIJ"));
-}
-
-void TestWindowFiles::closing_withEditsInNoFileTakesTwoTimes() {
-    WindowFixture velm;
-    showTwentyBytes(velm);
-    enter(velm, 0, 1, QStringLiteral("7A"));
-    QVERIFY(!velm.velm().window().close());
-    QVERIFY2(velm.message().contains(QStringLiteral("1 hand edit is in no file.")),
-             qPrintable(velm.message()));
-    // Another edit makes it another question.
-    enter(velm, 0, 2, QStringLiteral("7A"));
-    QVERIFY(!velm.velm().window().close());
-    QVERIFY2(velm.message().contains(QStringLiteral("2 hand edits are in no file.")),
-             qPrintable(velm.message()));
-    velm.velm().askToEnd();
-    QVERIFY(!velm.velm().window().isVisible());
-}
-
-void TestWindowFiles::closing_afterTheEditsWereSavedTakesOne() {
-    WindowFixture velm;
-    showTwentyBytes(velm);
-    enter(velm, 0, 1, QStringLiteral("7A"));
-    QVERIFY(!velm.velm().window().close());
-    velm.panels.answer = velm.path(QStringLiteral("saved.bin"));
-    velm.click(velm.controls().messageLine->findChild<QPushButton *>()); // Save data to burn
-    QVERIFY2(!velm.message().contains(QStringLiteral("in no file")), qPrintable(velm.message()));
-    QVERIFY(velm.velm().window().close());
-}
-
-void TestWindowFiles::closing_withReplacedEditsTakesTwoTimes() {
-    WindowFixture velm;
-    showTwentyBytes(velm);
-    enter(velm, 0, 1, QStringLiteral("7A"));
-    velm.controls().startAddTextField->setText(QStringLiteral("2"));
-    QVERIFY(!velm.velm().window().close());
-    QVERIFY2(
-        velm.message().contains(QStringLiteral("1 hand edit that was replaced is in no file.")),
-        qPrintable(velm.message()));
-    QVERIFY(velm.velm().window().close());
-}
-
-void TestWindowFiles::endingBySignal_giveUpEditsAtTheSecond() {
-    WindowFixture velm;
-    showTwentyBytes(velm);
-    QApplication::setDoubleClickInterval(1'000'000); // a signal is no slip of the hand
-    enter(velm, 0, 1, QStringLiteral("7A"));
-    velm.velm().askToEnd();
-    QVERIFY(velm.velm().window().isVisible());
-    QVERIFY(!velm.velm().window().close());
-    velm.velm().askToEnd();
-    QVERIFY(!velm.velm().window().isVisible());
-}
-
 void TestWindowFiles::nothingToSave_isSaidUntilThereIsSomething() {
     WindowFixture velm;
     velm.start();
@@ -517,24 +404,6 @@ void TestWindowFiles::nothingToSave_isSaidUntilThereIsSomething() {
     QVERIFY2(!velm.message().contains(QStringLiteral("First read")), qPrintable(velm.message()));
     velm.delegate().openBinary(velm.write(QStringLiteral("rom.bin"), "bytes"));
     QVERIFY2(!velm.message().contains(QStringLiteral("First create")), qPrintable(velm.message()));
-}
-
-void TestWindowFiles::unreadableBinary_isNotWatched() {
-    WindowFixture velm;
-    velm.start();
-    const QString large = made(velm, QStringLiteral("large"));
-    const QString small = velm.write(QStringLiteral("small.bin"), "bytes");
-    velm.delegate().openBinary(large);
-    QVERIFY(velm.message().contains(QStringLiteral("could not be read")));
-    QVERIFY(QFile::remove(large));
-    // What the system tells of two files comes in its order.
-    OpenedFileWatch other;
-    other.watch(small);
-    QSignalSpy seen(&other, &OpenedFileWatch::stateChanged);
-    QVERIFY(QFile::remove(small));
-    QVERIFY(seen.wait());
-    QVERIFY2(!velm.message().contains(QStringLiteral("bytes are still here")),
-             qPrintable(velm.message()));
 }
 
 QTEST_MAIN(TestWindowFiles)
