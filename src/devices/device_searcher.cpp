@@ -66,6 +66,7 @@ void device_searcher::list(QObject *) {
     }
     runSearch(*run, term);
     remarkOnResults(*run, takeResults());
+    run->releaseOutput();
 }
 
 void device_searcher::runSearch(ScriptedMiniPro &run, const QString &term) {
@@ -96,6 +97,7 @@ void device_searcher::noticeWords() {
     RunFacts facts = current_->facts();
     if (!findsNoProgrammer(facts.report))
         return;
+    disconnect(current_, &ScriptedMiniPro::said, this, nullptr);
     silence_.stop();
     facts.programmers = pluggedProgrammers();
     emit remark(remarkOnWaitingSearch(facts));

@@ -4,6 +4,7 @@
 #include "devices/device_searcher.h"
 #include "settings/SettingsKeys.h"
 #include "support/DoubleClick.h"
+#include "tool/ScriptedMiniPro.h"
 
 #include "ui_DeviceSearchPanel.h"
 
@@ -34,10 +35,12 @@ private slots:
     void aToolThatWaits_canBeStopped();
     void wordsOfAWaitingTool_areUnderstood_data();
     void wordsOfAWaitingTool_areUnderstood();
+    void waitingTool_isRemarkedOnOnce();
     void noMatch_isSaidWithAProgrammerConnected();
     void aCustomDevice_offersToRemoveTheSuffix();
     void longAnswer_isShownWhole();
     void everySearch_keepsItsRunAndNoDescriptor();
+    void everySearch_keepsNoMoreThanTheEndOfTheOutput();
     void panel_namesItsControls();
 };
 
@@ -300,6 +303,31 @@ void TestWindowSearch::wordsOfAWaitingTool_areUnderstood() {
              qPrintable(panel.remark->text()));
 }
 
+void TestWindowSearch::waitingTool_isRemarkedOnOnce() {
+    WindowFixture velm;
+    velm.useTool("echo 'No device found. Which database do you want to display?' >&2\n"
+                 "until test -e go-on; do sleep 0.01; done\n"
+                 "echo more >&2; read answer\n");
+    velm.start();
+    const Panel panel(velm);
+    const auto &searcher = *velm.delegate().outlets.devicesearcher;
+    int remarks = 0;
+    QObject::connect(&searcher, &device_searcher::remark, panel.remark, [&](const QString &words) {
+        if (!words.contains(QStringLiteral("The tool waits")))
+            return;
+        ++remarks;
+        velm.write(QStringLiteral("workspace/go-on"), QByteArray());
+    });
+    QObject::connect(&searcher, &device_searcher::runMade, panel.remark, [&](ScriptedMiniPro *run) {
+        QObject::connect(run, &ScriptedMiniPro::said, panel.remark, [run, &panel] {
+            if (run->collectedOutput().endsWith(QStringLiteral("more\n")))
+                QTimer::singleShot(0, panel.stop, &QPushButton::click);
+        });
+    });
+    panel.searchFor(QStringLiteral("27C"));
+    QCOMPARE(remarks, 1);
+}
+
 void TestWindowSearch::noMatch_isSaidWithAProgrammerConnected() {
     WindowFixture velm;
     velm.useTool("printf 'Found TL866II+ 04.2.132 (0x284)\nUSB speed: 12Mbps (USB 1.1)\n' >&2\n");
@@ -356,6 +384,19 @@ void TestWindowSearch::everySearch_keepsItsRunAndNoDescriptor() {
     QCOMPARE(open(), before);
     QCOMPARE(velm.delegate().outlets.devicesearcher->runCount(), 1001);
     QCOMPARE(velm.beeps, 1001);
+}
+
+void TestWindowSearch::everySearch_keepsNoMoreThanTheEndOfTheOutput() {
+    WindowFixture velm;
+    velm.useTool("head -c 1048576 /dev/zero | tr '\\0' x >&2\n");
+    velm.start();
+    const Panel panel(velm);
+    ScriptedMiniPro *made = nullptr;
+    QObject::connect(velm.delegate().outlets.devicesearcher, &device_searcher::runMade,
+                     panel.remark, [&made](ScriptedMiniPro *run) { made = run; });
+    panel.searchFor(QStringLiteral("x"));
+    QVERIFY(made);
+    QCOMPARE(made->collectedOutput().size(), ScriptedMiniPro::largestSaidTail);
 }
 
 void TestWindowSearch::panel_namesItsControls() {
