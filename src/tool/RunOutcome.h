@@ -26,8 +26,6 @@ struct RunFacts {
     bool imageIsShown = true;
     /// What the tool would take the file for.
     ImageEncoding encoding = ImageEncoding::Raw;
-    /// The bytes of the device's code memory; nothing if nobody knows.
-    std::optional<qint64> chipLength;
 
     /// The programmers that are plugged in; nothing if the system does not tell.
     std::optional<QList<UsbProgrammer>> programmers;

@@ -24,19 +24,10 @@ QString partsAlone(const QStringList &parts) {
     return codeIsMissing ? parts.join(QLatin1String(", ")) : QString();
 }
 
-/// The sizes of the file and the chip where they differ.
-std::optional<WrongSize> differingSizes(const RunFacts &facts) {
-    if (facts.report.ignoredSize)
-        return facts.report.ignoredSize;
-    if (facts.imageLength && facts.chipLength && *facts.imageLength != *facts.chipLength)
-        return WrongSize{*facts.imageLength, *facts.chipLength};
-    return std::nullopt;
-}
-
 /// The user's own switches tell the tool to say nothing of a size that differs.
 bool keepsSizesSilent(const RunFacts &facts) {
     static const QRegularExpression silent(QStringLiteral("\\s-[A-Za-z]*S"));
-    return !facts.chipLength && facts.tool.contains(silent);
+    return facts.tool.contains(silent);
 }
 
 /// The words for one run that ended well.
@@ -154,7 +145,7 @@ std::optional<RunOutcome> SuccessWording::differentExtent() const {
                 : tr("Write succeeded for %1 alone and was not verified; the chip's code memory "
                      "was not written.")
                       .arg(alone));
-    if (const std::optional<WrongSize> sizes = differingSizes(facts_))
+    if (const std::optional<WrongSize> &sizes = report_.ignoredSize)
         return sizes->found > sizes->needed ? longFile(*sizes) : shortFile(*sizes);
     if (keepsSizesSilent(facts_))
         return unknownSize();

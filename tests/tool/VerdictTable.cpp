@@ -48,8 +48,6 @@ bool takeFact(const QString &fact, RunFacts &facts) {
         facts.device = value;
     else if (key == QLatin1String("tool"))
         facts.tool = value;
-    else if (key == QLatin1String("chip"))
-        facts.chipLength = value.toLongLong();
     else if (key == QLatin1String("image"))
         facts.imageLength = value.toLongLong();
     else if (fact == QLatin1String("file not shown"))
