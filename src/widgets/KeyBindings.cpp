@@ -36,6 +36,11 @@ void TextBinding::takeText(const QString &text) {
     const bool typed = std::exchange(typing_, false);
     if (showing_)
         return;
+    // Assistive technology can set a text that nobody can type.
+    if (field_ && field_->isReadOnly()) {
+        showStored(key_);
+        return;
+    }
     if (!settings_.setValue(key_, text))
         return;
     // A text that assistive technology set: no Enter and no leaving will follow.

@@ -22,6 +22,7 @@ private slots:
     void field_sendsOnce_data();
     void field_sendsOnce();
     void field_setByAssistiveTechnologySendsAtOnce();
+    void field_thatIsReadOnlyShowsTheStoreAndNothingElse();
     void field_changedFromTheStoreSendsNothing();
     void field_sendsAfterAnotherControlTookItsText();
     void commitPending_sendsWhatIsBeingTyped();
@@ -170,6 +171,20 @@ void TestKeyBinder::field_setByAssistiveTechnologySendsAtOnce() {
     QCOMPARE(bench.sent, QStringList{u"0x100"_s});
     bench.other->setFocus();
     QCOMPARE(bench.sent, QStringList({u"0x100"_s, u"0x200"_s}));
+}
+
+void TestKeyBinder::field_thatIsReadOnlyShowsTheStoreAndNothingElse() {
+    Bench bench;
+    bench.store.setValue(key, u"/rom.bin"_s);
+    bench.field->setReadOnly(true);
+    bench.binder.bindTextWithAction(bench.field, key, bench.recordText());
+    bench.show();
+    setAccessibleText(bench.field, u"27"_s);
+    QCOMPARE(bench.store.stringValue(key), u"/rom.bin"_s);
+    QCOMPARE(bench.field->text(), u"/rom.bin"_s);
+    bench.store.setValue(key, u"/other.bin"_s);
+    QCOMPARE(bench.field->text(), u"/other.bin"_s);
+    QCOMPARE(bench.sent, QStringList());
 }
 
 void TestKeyBinder::field_changedFromTheStoreSendsNothing() {
