@@ -5,11 +5,13 @@
 #include "ui_DeviceSearchPanel.h"
 
 #include <QKeyEvent>
+#include <QShowEvent>
 
 DeviceSearchPanel::DeviceSearchPanel(device_searcher &searcher, QWidget *parent)
     : QDialog(parent), searcher_(searcher), controls_(std::make_unique<Ui::DeviceSearchPanel>()) {
     Ui::DeviceSearchPanel &c = *controls_;
     c.setupUi(this);
+    whatToDo_ = c.remarkLabel->text();
     setWindowModality(Qt::WindowModal);
     searcher.tableview = c.tableview;
     searcher.devicesearchterm = c.devicesearchterm;
@@ -43,6 +45,8 @@ void DeviceSearchPanel::done(int code) {
 void DeviceSearchPanel::showEvent(QShowEvent *event) {
     controls_->devicesearchterm->selectAll();
     controls_->devicesearchterm->setFocus(Qt::OtherFocusReason);
+    if (!event->spontaneous())
+        controls_->remarkLabel->setText(whatToDo_);
     QDialog::showEvent(event);
 }
 
