@@ -47,7 +47,8 @@ QStringList snapshot(WindowFixture &velm) {
     const QFileInfo image(velm.temporary(QStringLiteral("temp.bin")));
     all << QString::fromLatin1(WindowFixture::bytesOf(image.filePath()))
         << image.lastModified().toString(Qt::ISODateWithMs)
-        << QString::number(velm.panels.requests.size());
+        << QString::number(velm.panels.requests.size())
+        << QString::number(velm.velm().searchPanel().isVisible());
     const QList<QWidget *> widgets =
         velm.velm().window().centralWidget()->findChildren<QWidget *>();
     for (QWidget *widget : widgets) {
@@ -127,12 +128,34 @@ void byMenu(WindowFixture &velm) {
     QCoreApplication::processEvents();
 }
 
+QStringList offers(WindowFixture &velm) {
+    QStringList labels;
+    for (const QPushButton *button : velm.controls().messageLine->findChildren<QPushButton *>())
+        if (!button->isHidden())
+            labels.append(button->text());
+    return labels;
+}
+
+void pressOffers(WindowFixture &velm) {
+    for (QPushButton *button : velm.controls().messageLine->findChildren<QPushButton *>())
+        if (!button->isHidden())
+            button->click();
+}
+
+void testLogic(WindowFixture &velm) {
+    const QString tab = velm.controls().tabview->selectedTabViewItem().identifier;
+    velm.delegate().testLogic(velm.controls().btn_logic);
+    QCOMPARE(velm.controls().tabview->selectedTabViewItem().identifier, tab);
+}
+
 // What the controls and the menus lead to, whoever comes to call it.
 void byEntryPoint(WindowFixture &velm) {
     AppDelegate &delegate = velm.delegate();
     Ui::MainWindow &c = velm.controls();
     for (QObject *button : {c.btn_read, c.btn_verify, c.btn_write, c.btn_logic})
         delegate.go(button);
+    testLogic(velm);
+    pressOffers(velm);
     for (QObject *control :
          {static_cast<QObject *>(c.startAddTextField), static_cast<QObject *>(c.btn_pad_00)})
         delegate.handleControl(control);
@@ -142,6 +165,7 @@ void byEntryPoint(WindowFixture &velm) {
     delegate.export_output_data(c.btn_export_output);
     delegate.undoEdit();
     delegate.redoEdit();
+    delegate.showListPanel(nullptr);
     delegate.deviceSearchPanelOK(nullptr);
     delegate.outlets.devicesearcher->list(nullptr);
     delegate.tableView_setObjectValue_forTableColumn_row(nullptr, QStringLiteral("5A"),
@@ -149,17 +173,35 @@ void byEntryPoint(WindowFixture &velm) {
     velm.settings().setValue(settingsKeys::device, QStringLiteral("elsewhere"));
 }
 
-/// An image with an edit made and one taken back, on the tab that can be edited.
+void edit(WindowFixture &velm, int column, const QString &text) {
+    GridModel *model = velm.controls().tableview->gridModel();
+    model->setData(model->index(0, column), text);
+}
+
+/// An image with an edit made and one taken back, on the tab that can be edited. What the message
+/// line can offer during a run is on offer: to restore edits, and to reload the file.
 void prepare(WindowFixture &velm) {
     velm.settings().setValue(settingsKeys::binary,
                              velm.write(QStringLiteral("rom.bin"), "0123456789ABCDEFGHIJ"));
     velm.start();
     velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
-    GridModel *model = velm.controls().tableview->gridModel();
-    model->setData(model->index(0, 1), QStringLiteral("41"));
-    model->setData(model->index(0, 2), QStringLiteral("42"));
+    edit(velm, 3, QStringLiteral("43"));
+    velm.click(velm.controls().btn_pad_00);
+    velm.settle();
+    velm.write(QStringLiteral("rom.bin"), "changed by somebody else");
+    QTRY_COMPARE(offers(velm), QStringList({QStringLiteral("Reload"), QStringLiteral("Restore")}));
+    edit(velm, 1, QStringLiteral("41"));
+    edit(velm, 2, QStringLiteral("42"));
     velm.delegate().undoEdit();
-    velm.controls().tableview->setCurrentIndex(model->index(0, 1));
+    GridView *grid = velm.controls().tableview;
+    grid->setCurrentIndex(grid->model()->index(0, 1));
+}
+
+/// A question is open before a search: the beginning of a run would have taken it back.
+void askAboutAForeignFile(WindowFixture &velm) {
+    velm.write(QStringLiteral("workspace/temp.bin"), "somebody else's image");
+    velm.delegate().go(velm.controls().btn_write);
+    QCOMPARE(offers(velm).value(0), QStringLiteral("Write the image file again"));
 }
 
 void search(WindowFixture &velm) {
@@ -188,10 +230,12 @@ void TestWindowGuard::whileBusy_nothingChanges() {
     prepare(velm);
     QStringList before;
     QStringList after;
+    qsizetype offered = 0;
     const auto use = [&] {
         if (stops)
             velm.delegate().stopRun();
         before = snapshot(velm);
+        offered = offers(velm).size();
         if (way == QStringLiteral("assistive technology"))
             byAssistiveTechnology(velm);
         else if (way == QStringLiteral("click"))
@@ -204,12 +248,15 @@ void TestWindowGuard::whileBusy_nothingChanges() {
         velm.delegate().stopRun();
     };
     velm.whileBusy(use);
-    if (during.endsWith(QStringLiteral("search")))
+    if (during.endsWith(QStringLiteral("search"))) {
+        askAboutAForeignFile(velm);
         search(velm);
-    else
+    } else {
         velm.delegate().go(velm.controls().btn_verify);
+    }
     velm.settle();
     QVERIFY(!before.isEmpty());
+    QCOMPARE(offered, during.endsWith(QStringLiteral("search")) ? 3 : 2);
     QCOMPARE(after, before);
     QVERIFY(velm.velm().work().isIdle());
     QCOMPARE(snapshot(velm), before);
