@@ -216,8 +216,11 @@ void TestWindowReach::descriptions_ofFieldsHoldWhateverIsInThem() {
     const Panel panel(velm);
     const QList<QLineEdit *> fields = velm.velm().window().findChildren<QLineEdit *>();
     QVERIFY(fields.contains(panel.term));
+    // The field of the opened binary shows what is stored, whoever sets its text.
+    velm.settings().setValue(settingsKeys::binary, QStringLiteral("something"));
     for (QLineEdit *field : fields) {
         field->setText(QStringLiteral("something"));
+        QVERIFY(!field->text().isEmpty());
         const QString described = descriptionOf(field);
         QVERIFY2(described.isEmpty() || described != field->placeholderText(),
                  qPrintable(field->objectName() + QStringLiteral(": ") + described));
