@@ -10,6 +10,7 @@
 
 #include <QCoreApplication>
 #include <QMenuBar>
+#include <QUndoStack>
 
 namespace {
 
@@ -91,13 +92,18 @@ void followHistory(QAction *action, AppDelegate &delegate, const WorkState &work
     refresh();
 }
 
+QString stepName(const QString &text) {
+    return text.isEmpty() ? AppDelegate::tr("edit") : text;
+}
+
 void fillEditMenu(MainWindow &window, AppDelegate &delegate, const WorkState &work) {
     Ui::MainWindow &c = window.controls();
     MenuFiller edit(*window.menuBar(), AppDelegate::tr("&Edit"));
-    QAction *undo = edit.calls(AppDelegate::tr("&Undo edit"), QKeySequence::Undo, &delegate,
-                               [&delegate] { delegate.undoEdit(); });
-    QAction *redo = edit.calls(AppDelegate::tr("&Redo edit"), QKeySequence::Redo, &delegate,
-                               [&delegate] { delegate.redoEdit(); });
+    QAction *undo =
+        edit.calls({}, QKeySequence::Undo, &delegate, [&delegate] { delegate.undoEdit(); });
+    QAction *redo =
+        edit.calls({}, QKeySequence::Redo, &delegate, [&delegate] { delegate.redoEdit(); });
+    nameBySteps(*undo, *redo, delegate.editHistory());
     undo->setAutoRepeat(true);
     redo->setAutoRepeat(true);
     redo->setShortcuts(QKeySequence::Redo); // more than one key does it where that is the custom
@@ -154,6 +160,19 @@ void fillHelpMenu(MainWindow &window) {
 }
 
 } // namespace
+
+void nameBySteps(QAction &undo, QAction &redo, const QUndoStack &history) {
+    const auto nameUndo = [&undo](const QString &text) {
+        undo.setText(AppDelegate::tr("&Undo %1").arg(stepName(text)));
+    };
+    const auto nameRedo = [&redo](const QString &text) {
+        redo.setText(AppDelegate::tr("&Redo %1").arg(stepName(text)));
+    };
+    QObject::connect(&history, &QUndoStack::undoTextChanged, &undo, nameUndo);
+    QObject::connect(&history, &QUndoStack::redoTextChanged, &redo, nameRedo);
+    nameUndo(history.undoText());
+    nameRedo(history.redoText());
+}
 
 WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const WorkState &work) {
     WindowMenus menus;
