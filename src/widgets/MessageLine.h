@@ -36,9 +36,8 @@ public:
     /// Shows \a sentence (translated) as the newest notice, in place of the topic's former one.
     /// An empty \a sentence clears the topic.
     void setNotice(const QString &topic, Severity severity, const QString &sentence);
-    /// The same with a button behind the text. Each notice that has an action has a button, which
-    /// keeps its place in the keyboard's order and its meaning until the notice goes; the newest
-    /// notice's is the first.
+    /// The same with a button behind the text. Each notice with an action has a button of its own,
+    /// which keeps its meaning until the notice goes; the newest notice's is the first.
     void setNotice(const QString &topic, Severity severity, const QString &sentence,
                    const Action &action);
     /// Shows \a sentence until another notice comes or endPassingNotice() is called: for what is
