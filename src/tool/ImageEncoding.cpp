@@ -1,5 +1,7 @@
 #include "tool/ImageEncoding.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace {
@@ -24,4 +26,16 @@ ImageEncoding encodingForTool(QByteArrayView bytes) {
     if (end == looked.end() || !endsLine(*end))
         return ImageEncoding::Raw;
     return *mark == ':' ? ImageEncoding::IntelHex : ImageEncoding::SRecord;
+}
+
+QString nameOf(ImageEncoding encoding) {
+    switch (encoding) {
+    case ImageEncoding::IntelHex:
+        return QCoreApplication::translate("ImageEncoding", "Intel HEX");
+    case ImageEncoding::SRecord:
+        return QCoreApplication::translate("ImageEncoding", "S-record");
+    case ImageEncoding::Raw:
+        break;
+    }
+    return {};
 }

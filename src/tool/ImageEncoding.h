@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArrayView>
+#include <QString>
 
 /// What the programmer tool makes of a file that it is to burn or to compare.
 enum class ImageEncoding {
@@ -22,3 +23,6 @@ inline constexpr qsizetype encodingBytes = qsizetype(64) * 1024;
 /// Looks at no more than the first encodingBytes bytes: no record is nearly as long, so what has
 /// not come to a line end by then is Raw.
 ImageEncoding encodingForTool(QByteArrayView bytes);
+
+/// The translated name of text in \a encoding, as in "Intel HEX text"; empty for Raw.
+QString nameOf(ImageEncoding encoding);

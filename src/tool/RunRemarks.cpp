@@ -11,18 +11,6 @@ ImageEncoding encodingOf(const RunFacts &facts) {
     return report.ignoredSize ? ImageEncoding::Raw : facts.encoding;
 }
 
-QString nameOf(ImageEncoding encoding) {
-    switch (encoding) {
-    case ImageEncoding::IntelHex:
-        return QStringLiteral("Intel HEX");
-    case ImageEncoding::SRecord:
-        return QStringLiteral("S-record");
-    case ImageEncoding::Raw:
-        break;
-    }
-    return {};
-}
-
 QString remarkOnChipId(const ToolReport &report) {
     if (!report.ignoredId)
         return {};

@@ -11,9 +11,6 @@
 /// What the tool took the file of a Write or Verify for: as it said, or else as it must have.
 ImageEncoding encodingOf(const RunFacts &facts);
 
-/// The name of text in \a encoding; empty for Raw.
-QString nameOf(ImageEncoding encoding);
-
 /// A translated sentence on the chip ID that the tool was told to put up with; empty if there was
 /// none.
 QString remarkOnChipId(const ToolReport &report);

@@ -1,6 +1,8 @@
 #include "tool/ImageEncoding.h"
 
+#include <QCoreApplication>
 #include <QTest>
+#include <QTranslator>
 
 #include <sys/mman.h>
 
@@ -14,16 +16,26 @@ private slots:
     void everyByteBehindTheMark_counts();
     void markAtEveryOtherByte_isRaw();
     void theLook_endsAtItsLimit();
+    void names_areTranslated();
     void aGibibyte_isNeitherReadNorCopied();
 };
 
 namespace {
 
-QLatin1String nameOf(ImageEncoding encoding) {
+QLatin1String wordFor(ImageEncoding encoding) {
     static constexpr QLatin1String names[] = {QLatin1String("Raw"), QLatin1String("IntelHex"),
                                               QLatin1String("SRecord")};
     return names[static_cast<int>(encoding)];
 }
+
+/// Puts every text between brackets.
+class Brackets : public QTranslator {
+public:
+    QString translate(const char *, const char *text, const char *, int) const override {
+        return QLatin1Char('[') + QLatin1String(text) + QLatin1Char(']');
+    }
+    bool isEmpty() const override { return false; }
+};
 
 } // namespace
 
@@ -62,7 +74,7 @@ void TestImageEncoding::fileIsTakenAs_data() {
 
 void TestImageEncoding::fileIsTakenAs() {
     QFETCH(QByteArray, bytes);
-    QTEST(QString(nameOf(encodingForTool(bytes))), "encoding");
+    QTEST(QString(wordFor(encodingForTool(bytes))), "encoding");
 }
 
 void TestImageEncoding::everyByteBehindTheMark_counts_data() {
@@ -79,7 +91,7 @@ void TestImageEncoding::everyByteBehindTheMark_counts() {
     for (int value = 0; value < 256; ++value) {
         const auto byte = static_cast<char>(value);
         const QString expected = allowed.contains(byte) ? encoding : QStringLiteral("Raw");
-        QCOMPARE(QString(nameOf(encodingForTool(mark + "00" + byte + "\n"))), expected);
+        QCOMPARE(QString(wordFor(encodingForTool(mark + "00" + byte + "\n"))), expected);
     }
 }
 
@@ -101,6 +113,17 @@ void TestImageEncoding::theLook_endsAtItsLimit() {
     const auto lateMark = [](qsizetype at) { return QByteArray(at, '\n') + ":\n"; };
     QCOMPARE(encodingForTool(lateMark(encodingBytes - 2)), ImageEncoding::IntelHex);
     QCOMPARE(encodingForTool(lateMark(encodingBytes - 1)), ImageEncoding::Raw);
+}
+
+void TestImageEncoding::names_areTranslated() {
+    QCOMPARE(nameOf(ImageEncoding::IntelHex), QStringLiteral("Intel HEX"));
+    QCOMPARE(nameOf(ImageEncoding::SRecord), QStringLiteral("S-record"));
+    Brackets brackets;
+    QCoreApplication::installTranslator(&brackets);
+    QCOMPARE(nameOf(ImageEncoding::IntelHex), QStringLiteral("[Intel HEX]"));
+    QCOMPARE(nameOf(ImageEncoding::SRecord), QStringLiteral("[S-record]"));
+    QCOMPARE(nameOf(ImageEncoding::Raw), QString());
+    QCoreApplication::removeTranslator(&brackets);
 }
 
 // Memory that cannot be read lies behind the part that may be looked at.
