@@ -42,12 +42,8 @@ public:
                (operation == WriteOperation
                     ? tr("Press Write again to burn what it decodes, not the bytes shown.")
                     : tr("Press Verify again to compare the chip with what it decodes, not with "
-                         "the "
-                         "bytes shown."));
-    }
-
-    static QString nameOf(ImageEncoding encoding) {
-        return encoding == ImageEncoding::SRecord ? tr("S-record") : tr("Intel HEX");
+                         "the bytes "
+                         "shown."));
     }
 
     static QString opened(ImageEncoding encoding, const QString &name) {
