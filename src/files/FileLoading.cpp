@@ -30,7 +30,7 @@ struct OpenedFile {
 };
 
 LoadFailure systemFailure(int error) {
-    return {qt_error_string(error)};
+    return {qt_error_string(error), error};
 }
 
 std::optional<LoadFailure> refusalOf(const struct stat &status, qint64 limit) {

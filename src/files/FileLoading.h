@@ -10,6 +10,8 @@
 struct LoadFailure {
     /// A short description such as "No such file or directory"; never empty.
     QString reason;
+    /// The system's number of the error; 0 if what is there is no regular file, or no text.
+    int error = 0;
 };
 
 /// The largest text file that the program reads: 64 MiB.

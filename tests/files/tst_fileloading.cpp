@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <atomic>
+#include <cerrno>
 #include <sys/stat.h>
 #include <thread>
 
@@ -40,6 +41,8 @@ private slots:
     void limit();
     void refusedAtOnce_data();
     void refusedAtOnce();
+    void failure_saysWhichErrorItWas_data();
+    void failure_saysWhichErrorItWas();
     void links();
     void fileWithoutPermission_isRefused();
     void fileShorterThanItsSize_givesWhatThereIs();
@@ -127,6 +130,25 @@ void TestFileLoading::refusedAtOnce() {
     QVERIFY(QFile::link(QStringLiteral("loop"), folder.filePath(QStringLiteral("loop"))));
     QCOMPARE(outcomeOf(loadWholeFile(folder.filePath(name))), outcome);
     QCOMPARE(outcomeOf(loadUtf8Text(folder.filePath(name))), outcome);
+}
+
+void TestFileLoading::failure_saysWhichErrorItWas_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("error");
+    QTest::newRow("absent") << QStringLiteral("b.bin") << ENOENT;
+    QTest::newRow("below a file") << QStringLiteral("a.bin/b") << ENOTDIR;
+    QTest::newRow("too large") << QStringLiteral("a.bin") << EFBIG;
+    QTest::newRow("folder") << QStringLiteral(".") << EISDIR;
+    QTest::newRow("device") << QStringLiteral("/dev/null") << 0;
+}
+
+void TestFileLoading::failure_saysWhichErrorItWas() {
+    QFETCH(QString, name);
+    QFETCH(int, error);
+    QVERIFY(writeWholeFile(path(), "ab"));
+    const auto loaded = loadWholeFile(QDir(folder_->path()).filePath(name), 1);
+    QVERIFY(std::holds_alternative<LoadFailure>(loaded));
+    QCOMPARE(std::get<LoadFailure>(loaded).error, error);
 }
 
 void TestFileLoading::links() {
