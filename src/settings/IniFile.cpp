@@ -1,0 +1,90 @@
+#include "settings/IniFile.h"
+
+#include "files/FileLoading.h"
+#include "files/FileLock.h"
+#include "files/FileSaving.h"
+#include "settings/IniText.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+
+namespace {
+
+constexpr qint64 largestFile = qint64(1) << 20;
+constexpr int mostCopies = 1000;
+constexpr std::chrono::milliseconds patience(100);
+
+using Content = std::variant<QByteArray, IniFile::Damaged, IniFile::Failure>;
+
+enum class IfAbsent { Empty, Failure };
+
+Content load(const QString &path, IfAbsent ifAbsent) {
+    const auto loaded = loadWholeFile(path, largestFile);
+    if (const auto *bytes = std::get_if<ByteBuffer>(&loaded))
+        return **bytes;
+    const auto &failure = std::get<LoadFailure>(loaded);
+    const bool isAbsent = failure.error == ENOENT || failure.error == ENOTDIR;
+    if (isAbsent && ifAbsent == IfAbsent::Empty)
+        return QByteArray();
+    if (failure.error == EFBIG)
+        return IniFile::Damaged();
+    return IniFile::Failure{failure.reason};
+}
+
+IniFile::Outcome valuesIn(const Content &content) {
+    if (const auto *failure = std::get_if<IniFile::Failure>(&content))
+        return *failure;
+    if (const auto *bytes = std::get_if<QByteArray>(&content))
+        if (const auto values = iniText::values(*bytes))
+            return *values;
+    return IniFile::Damaged();
+}
+
+IniFile::Outcome save(const QString &path, const QByteArray &before, const QByteArray &after) {
+    if (after.size() > largestFile)
+        return IniFile::Failure{qt_error_string(EFBIG)};
+    if (after != before)
+        if (const auto reason = saveWholeFile(path, after))
+            return IniFile::Failure{*reason};
+    return valuesIn(after);
+}
+
+} // namespace
+
+IniFile::IniFile(const QString &path) : path_(path) {}
+
+IniFile::Outcome IniFile::read() const {
+    return valuesIn(load(path_, IfAbsent::Empty));
+}
+
+IniFile::Outcome IniFile::change(const QVariantMap &changes) const {
+    QDir().mkpath(QFileInfo(path_).path());
+    const auto lock = FileLock::take(path_, patience);
+    if (const auto *reason = std::get_if<QString>(&lock))
+        return Failure{*reason};
+    // There is one, since it is locked: if it has gone, somebody is about to replace it.
+    const Content content = load(path_, IfAbsent::Failure);
+    Outcome values = valuesIn(content);
+    if (!std::holds_alternative<QVariantMap>(values))
+        return values;
+    const QByteArray &before = std::get<QByteArray>(content);
+    return save(path_, before, iniText::changed(before, changes));
+}
+
+QString IniFile::moveAside() const {
+    const QString first = path_ + QStringLiteral(".damaged");
+    for (int copy = 1; copy <= mostCopies; ++copy) {
+        const QString name = copy == 1 ? first : first + u'-' + QString::number(copy);
+        if (QFileInfo::exists(name))
+            continue;
+        if (QFile::rename(path_, name))
+            return name;
+        // Nobody else took the name meanwhile, so no other name will do either.
+        if (!QFileInfo::exists(name) && !QFileInfo(name).isSymLink())
+            return {};
+    }
+    return {};
+}

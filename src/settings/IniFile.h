@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QString>
+#include <QVariantMap>
+
+#include <variant>
+
+/// One INI file on the disk, which other programs and people may change at any time. It is read
+/// anew for each question, and a change keeps whatever else is in it at that moment.
+///
+/// Only a regular file is ever read, changed or moved, and one that could not be opened or read
+/// this time is left as it is.
+class IniFile {
+public:
+    /// There is a file, and it is no INI text.
+    struct Damaged {};
+    /// It could not be read or, for change(), not be saved; \a reason is a sentence's end.
+    struct Failure {
+        QString reason;
+    };
+    /// Every key with its value, as of iniText::values().
+    using Outcome = std::variant<QVariantMap, Damaged, Failure>;
+
+    /// The file at the absolute \a path, which need not exist.
+    explicit IniFile(const QString &path);
+
+    QString path() const { return path_; }
+
+    /// What is in the file now; nothing if there is none.
+    Outcome read() const;
+    /// Saves the values of \a changes (key to value) with what else is in the file, which is what
+    /// it returns, and has the disk confirm it. Otherwise the file is as it was. Makes missing
+    /// folders; waits at most 100 ms for another program that changes the file.
+    Outcome change(const QVariantMap &changes) const;
+
+    /// Renames what is at the path to the first unused name of "<path>.damaged",
+    /// "<path>.damaged-2", … and returns that name; an empty text if it could not be moved.
+    QString moveAside() const;
+
+private:
+    QString path_;
+};

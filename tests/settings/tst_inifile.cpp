@@ -1,0 +1,147 @@
+#include "settings/IniFile.h"
+
+#include "support/FailingCalls.h"
+#include "support/FileHelpers.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cerrno>
+#include <sys/stat.h>
+
+namespace {
+
+QString pictureOf(const IniFile::Outcome &outcome) {
+    if (const auto *failure = std::get_if<IniFile::Failure>(&outcome))
+        return failure->reason;
+    if (std::holds_alternative<IniFile::Damaged>(outcome))
+        return QStringLiteral("damaged");
+    QStringList entries;
+    const auto &values = std::get<QVariantMap>(outcome);
+    for (auto value = values.begin(); value != values.end(); ++value)
+        entries.append(value.key() + u'=' + value->toString());
+    return entries.join(u' ');
+}
+
+const QVariantMap oneChange = {{QStringLiteral("b"), QStringLiteral("new")}};
+
+} // namespace
+
+class TestIniFile : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void outcomes_data();
+    void outcomes();
+    void unreadableFile_isNotChanged();
+    void anotherProgramsChange_isKept();
+    void noChange_leavesTheFileAlone();
+    void moveAside_takesAnUnusedName();
+
+private:
+    QString path() const { return folder_->filePath(QStringLiteral("a.conf")); }
+
+    std::unique_ptr<QTemporaryDir> folder_;
+};
+
+void TestIniFile::init() {
+    folder_ = std::make_unique<QTemporaryDir>();
+    QVERIFY(folder_->isValid());
+}
+
+void TestIniFile::outcomes_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("read");
+    QTest::addColumn<QString>("changed");
+    const auto row = [](const char *title, const char *name, const char *read,
+                        const char *changed) {
+        QTest::newRow(title) << QString::fromLatin1(name) << QString::fromLatin1(read)
+                             << QString::fromLatin1(changed);
+    };
+    row("settings", "a.conf", "a=1 b=2", "a=1 b=new");
+    row("nothing", "new.conf", "", "b=new");
+    row("nothing, in a new folder", "c/d/new.conf", "", "b=new");
+    row("below a file", "a.conf/new.conf", "", "Not a directory");
+    row("no INI text", "picture", "damaged", "damaged");
+    row("larger than any settings", "large", "damaged", "damaged");
+    row("folder", ".", "Is a directory", "Not a regular file");
+    row("FIFO", "fifo", "Not a regular file", "Not a regular file");
+    row("link to a device", "link", "Not a regular file", "Not a regular file");
+}
+
+void TestIniFile::outcomes() {
+    QFETCH(QString, name);
+    QFETCH(QString, read);
+    QFETCH(QString, changed);
+    const auto in = [this](const char *file) { return folder_->filePath(QLatin1String(file)); };
+    QVERIFY(writeWholeFile(path(), "[General]\na=1\nb=2\n"));
+    QVERIFY(writeWholeFile(in("picture"), "\x89PNG"));
+    QVERIFY(writeWholeFile(in("large"), "a=" + QByteArray(2 << 20, 'b')));
+    QCOMPARE(mkfifo(QFile::encodeName(in("fifo")).constData(), 0600), 0);
+    QVERIFY(QFile::link(QStringLiteral("/dev/null"), in("link")));
+    const IniFile file(folder_->filePath(name));
+    QCOMPARE(pictureOf(file.read()), read);
+    QCOMPARE(pictureOf(file.change(oneChange)), changed);
+    if (changed.contains(u'='))
+        QCOMPARE(pictureOf(IniFile(file.path()).read()), changed);
+}
+
+void TestIniFile::unreadableFile_isNotChanged() {
+    const QByteArray content("[General]\na=1\n");
+    QByteArray struckCall;
+    for (int call = 1; struckCall != "read"; ++call) {
+        QVERIFY(writeWholeFile(path(), content));
+        const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+        const IniFile::Outcome outcome = IniFile(path()).change(oneChange);
+        QVERIFY(failing.hasStruck());
+        struckCall = failing.struckCall();
+        if (struckCall == "read")
+            QCOMPARE(pictureOf(outcome), QStringLiteral("Input/output error"));
+    }
+    QCOMPARE(readWholeFile(path()), content);
+}
+
+// Nobody loses anything, whenever in the course of a change another one is made.
+void TestIniFile::anotherProgramsChange_isKept() {
+    bool struck = true;
+    for (int call = 1; struck; ++call) {
+        QVERIFY(writeWholeFile(path(), "[General]\na=1\n"));
+        IniFile::Outcome other;
+        {
+            const FailingCalls calls(call, [&] {
+                other = IniFile(path()).change({{QStringLiteral("c"), QStringLiteral("3")}});
+            });
+            QVERIFY(std::holds_alternative<QVariantMap>(IniFile(path()).change(oneChange)));
+            struck = calls.hasStruck();
+        }
+        const bool otherSaved = struck && std::holds_alternative<QVariantMap>(other);
+        QCOMPARE(pictureOf(IniFile(path()).read()),
+                 otherSaved ? QStringLiteral("a=1 b=new c=3") : QStringLiteral("a=1 b=new"));
+    }
+}
+
+void TestIniFile::noChange_leavesTheFileAlone() {
+    QVERIFY(writeWholeFile(path(), "b = new\n"));
+    const QByteArray name = QFile::encodeName(path());
+    struct stat before = {};
+    struct stat after = {};
+    QCOMPARE(stat(name.constData(), &before), 0);
+    QCOMPARE(pictureOf(IniFile(path()).change(oneChange)), QStringLiteral("b=new"));
+    QCOMPARE(stat(name.constData(), &after), 0);
+    QCOMPARE(after.st_ino, before.st_ino);
+}
+
+void TestIniFile::moveAside_takesAnUnusedName() {
+    const IniFile file(path());
+    for (const char *content : {"first", "second"}) {
+        QVERIFY(writeWholeFile(path(), content));
+        QCOMPARE(readWholeFile(file.moveAside()), QByteArray(content));
+    }
+    QCOMPARE(readWholeFile(path() + QStringLiteral(".damaged")), QByteArray("first"));
+    QCOMPARE(readWholeFile(path() + QStringLiteral(".damaged-2")), QByteArray("second"));
+    QCOMPARE(file.moveAside(), QString());
+}
+
+QTEST_GUILESS_MAIN(TestIniFile)
+#include "tst_inifile.moc"
