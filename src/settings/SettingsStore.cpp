@@ -1,22 +1,37 @@
 #include "settings/SettingsStore.h"
 
-#include "settings/IniCheck.h"
 #include "settings/StoredValue.h"
 
-#include <QSaveFile>
-#include <QSettings>
-
 #include <utility>
+#include <variant>
 
 SettingsStore::SettingsStore(const QString &filePath, QObject *parent)
-    : QObject(parent), filePath_(filePath) {
-    if (isDamagedSettingsFile(filePath_))
-        damagedCopyPath_ = moveAside(filePath_);
-    reopen();
+    : QObject(parent), file_(filePath) {
+    open();
     announced_ = visibleValues();
 }
 
-SettingsStore::~SettingsStore() = default;
+SettingsStore::~SettingsStore() {
+    if (!unsaved_.isEmpty())
+        file_.change(unsaved_);
+}
+
+void SettingsStore::open() {
+    const IniFile::Outcome outcome = file_.read();
+    if (const auto *values = std::get_if<QVariantMap>(&outcome)) {
+        stored_ = *values;
+    } else if (const auto *failure = std::get_if<IniFile::Failure>(&outcome)) {
+        openingProblem_ = tr("VELM starts with its defaults, since the settings in %1 could not be "
+                             "read: %2")
+                              .arg(filePath(), failure->reason);
+    } else {
+        damagedCopyPath_ = file_.moveAside();
+        if (damagedCopyPath_.isEmpty())
+            openingProblem_ = tr("VELM starts with its defaults, since the settings file %1 is "
+                                 "damaged; it could not be moved aside.")
+                                  .arg(filePath());
+    }
+}
 
 void SettingsStore::registerDefaults(const QVariantMap &defaults) {
     for (auto value = defaults.begin(); value != defaults.end(); ++value)
@@ -29,9 +44,7 @@ bool SettingsStore::setValue(const QString &key, const QVariant &value) {
         emit changeRefused(key);
         return false;
     }
-    keepDamagedFileAside();
-    forgetEarlierErrors();
-    file_->setValue(key, storedValue::encoded(value));
+    unsaved_.insert(key, storedValue::encoded(value));
     save();
     announceChanges();
     return true;
@@ -46,78 +59,84 @@ bool SettingsStore::mayChange() const {
 }
 
 QString SettingsStore::stringValue(const QString &key) const {
-    if (const auto stored = storedValue::text(file_->value(key)))
+    if (const auto stored = storedValue::text(storedVariant(key)))
         return *stored;
     return storedValue::text(defaults_.value(key)).value_or(QString());
 }
 
 bool SettingsStore::boolValue(const QString &key) const {
-    if (const auto stored = storedValue::boolean(file_->value(key)))
+    if (const auto stored = storedValue::boolean(storedVariant(key)))
         return *stored;
     return storedValue::boolean(defaults_.value(key)).value_or(false);
 }
 
 QStringList SettingsStore::stringListValue(const QString &key) const {
-    if (file_->contains(key))
-        return storedValue::list(file_->value(key));
+    if (isStored(key))
+        return storedValue::list(storedVariant(key));
     return storedValue::list(defaults_.value(key));
 }
 
 bool SettingsStore::contains(const QString &key) const {
-    return file_->contains(key) || defaults_.contains(key);
+    return isStored(key) || defaults_.contains(key);
 }
 
 QString SettingsStore::filePath() const {
-    return filePath_;
+    return file_.path();
 }
 
 QString SettingsStore::damagedCopyPath() const {
     return damagedCopyPath_;
 }
 
-void SettingsStore::reopen() {
-    file_ = std::make_unique<QSettings>(filePath_, QSettings::IniFormat);
+QString SettingsStore::openingProblem() const {
+    return openingProblem_;
 }
 
-// A QSettings keeps its first error for ever, be it a line that it did not understand, and hides a
-// later failure to write behind it. A new one shares the values not yet written with the one that
-// it replaces, reads the file no second time and starts without an error.
-void SettingsStore::forgetEarlierErrors() {
-    file_->sync();
-    if (file_->status() != QSettings::NoError)
-        reopen();
+bool SettingsStore::isStored(const QString &key) const {
+    return unsaved_.contains(key) || stored_.contains(key);
 }
 
-// A person may have edited the file since it was last read; the next write must not drop what they
-// got wrong.
-void SettingsStore::keepDamagedFileAside() {
-    if (!isDamagedSettingsFile(filePath_))
-        return;
-    const QString copy = moveAside(filePath_);
-    if (!copy.isEmpty())
-        emit problem(tr("The settings file could not be read; it is kept as %1.").arg(copy));
+QVariant SettingsStore::storedVariant(const QString &key) const {
+    return unsaved_.contains(key) ? unsaved_.value(key) : stored_.value(key);
 }
 
 void SettingsStore::save() {
-    file_->sync();
-    const bool failed = file_->status() == QSettings::AccessError;
-    const Saving before = std::exchange(saving_, failed ? Saving::Failed : Saving::Works);
-    if (failed && before == Saving::Works)
+    const std::optional<QString> reason = trySaving();
+    const Saving before = std::exchange(saving_, reason ? Saving::Failed : Saving::Works);
+    if (reason && before == Saving::Works)
         emit problem(tr("The settings hold until VELM ends, but cannot be saved in %1: %2")
-                         .arg(filePath_, whyNotSaved()));
+                         .arg(filePath(), *reason));
 }
 
-QString SettingsStore::whyNotSaved() const {
-    QSaveFile trial(filePath_);
-    if (!trial.open(QIODevice::WriteOnly))
-        return trial.errorString();
-    trial.cancelWriting();
-    return tr("the file could not be written");
+std::optional<QString> SettingsStore::trySaving() {
+    IniFile::Outcome outcome = file_.change(unsaved_);
+    if (std::holds_alternative<IniFile::Damaged>(outcome) && keepDamagedFileAside())
+        outcome = file_.change(unsaved_);
+    if (const auto *failure = std::get_if<IniFile::Failure>(&outcome))
+        return failure->reason;
+    if (std::holds_alternative<IniFile::Damaged>(outcome))
+        return tr("The damaged file there could not be moved aside");
+    stored_ = std::get<QVariantMap>(outcome);
+    unsaved_.clear();
+    return std::nullopt;
+}
+
+// A person may have edited the file since it was last read. What it held before is still in use,
+// and goes into the new file.
+bool SettingsStore::keepDamagedFileAside() {
+    const QString copy = file_.moveAside();
+    if (copy.isEmpty())
+        return false;
+    for (auto value = stored_.cbegin(); value != stored_.cend(); ++value)
+        if (value->isValid() && !unsaved_.contains(value.key()))
+            unsaved_.insert(value.key(), value.value());
+    emit problem(tr("The settings file could not be read; it is kept as %1.").arg(copy));
+    return true;
 }
 
 QMap<QString, SettingsStore::VisibleValue> SettingsStore::visibleValues() const {
     QMap<QString, VisibleValue> values;
-    const QStringList keys = file_->allKeys() + defaults_.keys();
+    const QStringList keys = stored_.keys() + unsaved_.keys() + defaults_.keys();
     for (const QString &key : keys)
         values.insert(key, {stringValue(key), stringListValue(key)});
     return values;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "settings/IniFile.h"
+
 #include <QMap>
 #include <QObject>
 #include <QString>
@@ -8,13 +10,12 @@
 #include <QVariantMap>
 
 #include <functional>
-#include <memory>
-
-class QSettings;
+#include <optional>
 
 /// The user's settings: one INI file, plus registered defaults that are never written to it. A
 /// value that the user has stored always wins over a registered default. Values are read at the
-/// moment of use; nobody keeps a copy.
+/// moment of use; nobody keeps a copy. Other programs, another window and people may write the
+/// file as well; each change is made to what it holds at that moment.
 ///
 /// What is stored comes back exactly as it was: an empty list stays an empty list, a list of one
 /// a list, and commas, quotes, backslashes, percent signs and letters outside ASCII are kept.
@@ -23,7 +24,8 @@ class SettingsStore final : public QObject {
 
 public:
     /// Opens (or, at the first write, creates) the INI file at the absolute \a filePath. A file
-    /// that cannot be parsed is moved aside to damagedCopyPath() and the store starts empty.
+    /// that is no INI text is moved aside to damagedCopyPath() and the store starts empty. It also
+    /// does where something cannot be read, which stays as it is; openingProblem() says so.
     explicit SettingsStore(const QString &filePath, QObject *parent = nullptr);
     ~SettingsStore() override;
 
@@ -33,8 +35,9 @@ public:
 
     /// Stores \a value (a bool, a QString or a QStringList) under \a key and emits valueChanged()
     /// before returning if the visible value changed. A failure to write the file keeps the value
-    /// for this run and is reported through problem(). False, with nothing changed and
-    /// changeRefused() emitted, while values may not change.
+    /// for this run and is reported through problem(); it is tried again with the next change and
+    /// at the end. False, with nothing changed and changeRefused() emitted, while values may not
+    /// change.
     bool setValue(const QString &key, const QVariant &value);
 
     /// Lets \a mayChange say at each setValue() whether values may change now; without it they
@@ -57,6 +60,9 @@ public:
     QString filePath() const;
     /// Where a damaged settings file was moved when this store was opened; empty if none was.
     QString damagedCopyPath() const;
+    /// A sentence that says why the store was opened without what is in its file, for the message
+    /// line; empty if it was not, or if the file was moved aside.
+    QString openingProblem() const;
 
 signals:
     /// A change of \a key was refused: whoever shows the key shows its value again.
@@ -82,17 +88,20 @@ private:
         }
     };
 
-    void reopen();
-    void forgetEarlierErrors();
-    void keepDamagedFileAside();
+    void open();
+    bool isStored(const QString &key) const;
+    QVariant storedVariant(const QString &key) const;
     void save();
-    QString whyNotSaved() const;
+    std::optional<QString> trySaving();
+    bool keepDamagedFileAside();
     QMap<QString, VisibleValue> visibleValues() const;
     void announceChanges();
 
-    QString filePath_;
+    IniFile file_;
     QString damagedCopyPath_;
-    std::unique_ptr<QSettings> file_;
+    QString openingProblem_;
+    QVariantMap stored_;  // what the file held when it was last read
+    QVariantMap unsaved_; // what is to be in it, too
     QVariantMap defaults_;
     QMap<QString, VisibleValue> announced_;
     std::function<bool()> mayChange_;

@@ -11,6 +11,7 @@
 
 #include <random>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 using namespace settingsKeys;
 
@@ -26,9 +27,9 @@ private slots:
     void anyBytes_areKeptOrRead();
     void anyLine_isKeptOrRead();
     void damagedFile_getsAnUnusedName();
-    void folderInTheWay_isKeptAside();
-    void fifoInTheWay_isKeptAside();
-    void unreadableFile_isKeptAside();
+    void whatIsNoFile_isLeftAlone_data();
+    void whatIsNoFile_isLeftAlone();
+    void unreadableFile_isLeftAloneUntilItCanBeRead();
     void damagedFileThatCannotBeMoved_isNotOverwritten();
     void fileDamagedWhileOpen_isKeptAside();
 
@@ -58,8 +59,6 @@ void TestSettingsDamage::damagedFile_isKeptAside_data() {
     QTest::newRow("program file") << QByteArray("\x7f"
                                                 "ELF\x02\x01\x01=\n");
     QTest::newRow("escape sequences") << QByteArray("device=\x1b[0mA\n");
-    QTest::newRow("a serialised object with a mad length")
-        << QByteArray("[General]\nfavourites=@Variant(\\0\\0\\0\\t\\0\\xff\\xff\\xff\\xf0)\n");
     QTest::newRow("larger than any settings") << QByteArray("a=") + QByteArray(2 << 20, 'b');
 }
 
@@ -83,6 +82,10 @@ void TestSettingsDamage::readableFile_staysInPlace_data() {
     QTest::newRow("byte-order mark") << QByteArray("\xef\xbb\xbf[General]\npad=true\n");
     QTest::newRow("comments") << QByteArray("; mine\n[General]\n# too\npad=true\n\n");
     QTest::newRow("unknown keys and sections") << QByteArray("[General]\nx=1\n[More]\ny=2\n");
+    QTest::newRow("a serialised object with a mad length")
+        << QByteArray("[General]\nfavourites=@Variant(\\0\\0\\0\\t\\0\\xff\\xff\\xff\\xf0)\n"
+                      "pad=true\n");
+    QTest::newRow("a name that ends in a slash") << QByteArray("[General]\npad/=1\npad=true\n");
     QTest::newRow("an escaped quote") << QByteArray("[General]\ndevice=a\\\"b\npad=true\n");
 }
 
@@ -147,38 +150,74 @@ void TestSettingsDamage::damagedFile_getsAnUnusedName() {
     QCOMPARE(readWholeFile(asidePath() + QStringLiteral("-3")), QByteArray("third"));
 }
 
-void TestSettingsDamage::folderInTheWay_isKeptAside() {
-    QVERIFY(QDir().mkpath(path()));
-    QVERIFY(writeWholeFile(path() + QStringLiteral("/inside"), "kept"));
+void TestSettingsDamage::whatIsNoFile_isLeftAlone_data() {
+    QTest::addColumn<mode_t>("type");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("folder") << mode_t(S_IFDIR) << QStringLiteral("Is a directory");
+    QTest::newRow("FIFO") << mode_t(S_IFIFO) << QStringLiteral("Not a regular file");
+    QTest::newRow("device") << mode_t(S_IFCHR) << QStringLiteral("Not a regular file");
+    QTest::newRow("link to a device") << mode_t(S_IFLNK) << QStringLiteral("Not a regular file");
+}
+
+void TestSettingsDamage::whatIsNoFile_isLeftAlone() {
+    QFETCH(mode_t, type);
+    QFETCH(QString, reason);
+    const QByteArray name = QFile::encodeName(path());
+    if (type == S_IFDIR)
+        QCOMPARE(mkdir(name.constData(), 0700), 0);
+    else if (type == S_IFLNK)
+        QVERIFY(QFile::link(QStringLiteral("/dev/null"), path()));
+    else if (mknod(name.constData(), type | 0600, makedev(1, 3)) != 0)
+        QSKIP("only the administrator can make a device");
     {
         SettingsStore store(path());
-        QCOMPARE(store.damagedCopyPath(), asidePath());
-        store.setValue(pad, true);
+        QSignalSpy problems(&store, &SettingsStore::problem);
+        QCOMPARE(store.damagedCopyPath(), QString());
+        QCOMPARE(store.openingProblem(),
+                 QStringLiteral("VELM starts with its defaults, since the settings in %1 could not "
+                                "be read: %2")
+                     .arg(path(), reason));
+        QVERIFY(store.setValue(pad, true));
+        QVERIFY(store.boolValue(pad));
+        QCOMPARE(problems.size(), 1);
+        QCOMPARE(problems.first().first().toString(),
+                 QStringLiteral("The settings hold until VELM ends, but cannot be saved in %1: "
+                                "Not a regular file")
+                     .arg(path()));
     }
-    QCOMPARE(readWholeFile(asidePath() + QStringLiteral("/inside")), QByteArray("kept"));
-    QVERIFY(SettingsStore(path()).boolValue(pad));
+    struct stat facts = {};
+    QCOMPARE(lstat(name.constData(), &facts), 0);
+    QCOMPARE(facts.st_mode & S_IFMT, type);
+    QCOMPARE(
+        QDir(folder_->path()).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot),
+        QStringList(QStringLiteral("velm.conf")));
 }
 
-void TestSettingsDamage::fifoInTheWay_isKeptAside() {
-    QCOMPARE(mkfifo(QFile::encodeName(path()).constData(), 0600), 0);
-    SettingsStore store(path());
-    QCOMPARE(store.damagedCopyPath(), asidePath());
-    store.setValue(pad, true);
-    QVERIFY(QFileInfo(path()).isFile());
-}
-
-void TestSettingsDamage::unreadableFile_isKeptAside() {
+void TestSettingsDamage::unreadableFile_isLeftAloneUntilItCanBeRead() {
+    const QByteArray name = QFile::encodeName(path());
     QVERIFY(writeWholeFile(path(), "[General]\npad=true\n"));
-    QVERIFY(QFile::setPermissions(path(), {}));
     QCOMPARE(chmod(QFile::encodeName(folder_->path()).constData(), 0777), 0);
+    QCOMPARE(chmod(name.constData(), 0222), 0);
+    std::unique_ptr<SettingsStore> store;
     {
         const UnprivilegedUser user;
         QVERIFY(user.isValid());
-        SettingsStore store(path());
-        QCOMPARE(store.damagedCopyPath(), asidePath());
+        store = std::make_unique<SettingsStore>(path());
+        QVERIFY2(store->openingProblem().endsWith(QStringLiteral("read: Permission denied")),
+                 qPrintable(store->openingProblem()));
+        QSignalSpy problems(store.get(), &SettingsStore::problem);
+        store->setValue(device, QStringLiteral("A"));
+        QCOMPARE(problems.size(), 1);
+        QCOMPARE(store->stringValue(device), QStringLiteral("A"));
     }
-    QVERIFY(QFile::setPermissions(asidePath(), QFile::ReadOwner));
-    QCOMPARE(readWholeFile(asidePath()), QByteArray("[General]\npad=true\n"));
+    QCOMPARE(chmod(name.constData(), 0666), 0);
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\npad=true\n"));
+    QCOMPARE(store->damagedCopyPath(), QString());
+
+    QSignalSpy changes(store.get(), &SettingsStore::valueChanged);
+    store->setValue(unprotect, true);
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\npad=true\nunprotect=true\n"));
+    QCOMPARE(changes, QList<QList<QVariant>>({{pad}, {unprotect}}));
 }
 
 void TestSettingsDamage::damagedFileThatCannotBeMoved_isNotOverwritten() {
@@ -190,6 +229,10 @@ void TestSettingsDamage::damagedFileThatCannotBeMoved_isNotOverwritten() {
         QVERIFY(user.isValid());
         SettingsStore store(path());
         QCOMPARE(store.damagedCopyPath(), QString());
+        QCOMPARE(store.openingProblem(),
+                 QStringLiteral("VELM starts with its defaults, since the settings file %1 is "
+                                "damaged; it could not be moved aside.")
+                     .arg(path()));
         QSignalSpy problems(&store, &SettingsStore::problem);
         store.setValue(pad, true);
         QCOMPARE(problems.size(), 1);
@@ -210,6 +253,8 @@ void TestSettingsDamage::fileDamagedWhileOpen_isKeptAside() {
                                                             "it is kept as %1.")
                                                  .arg(asidePath())}));
     QCOMPARE(readWholeFile(asidePath()), QByteArray("[General]\ndevice=\"A\n"));
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\npad=true\nskipErase=true\n"));
+    QVERIFY(store.boolValue(pad));
     QVERIFY(store.boolValue(skipErase));
 }
 

@@ -1,10 +1,13 @@
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 
+#include "support/AwkwardTexts.h"
 #include "support/FileHelpers.h"
 
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <utility>
 
 using namespace settingsKeys;
 
@@ -57,6 +60,7 @@ private slots:
     void listOfOne();
     void list_data();
     void list();
+    void anyTextInAnyKey();
     void boolean_data();
     void boolean();
     void fileStaysReadable();
@@ -143,6 +147,29 @@ void TestSettingsRoundTrip::list_data() {
 void TestSettingsRoundTrip::list() {
     QFETCH(QStringList, value);
     QCOMPARE(listAfterRestart(value), value);
+}
+
+void TestSettingsRoundTrip::anyTextInAnyKey() {
+    QStringList keys = startupDefaults().keys();
+    keys.append({binary, device});
+    AwkwardTexts texts(35);
+    SettingsStore store(path());
+    for (int round = 0; round < 20; ++round) {
+        QMap<QString, QString> expected;
+        for (const QString &key : keys) {
+            expected.insert(key, texts.next());
+            store.setValue(key, expected.value(key));
+        }
+        const QStringList list = {texts.next(), texts.next()};
+        store.setValue(favourites, list);
+        const SettingsStore later(path());
+        QCOMPARE(later.damagedCopyPath(), QString());
+        for (const SettingsStore *found : {&std::as_const(store), &later}) {
+            QCOMPARE(found->stringListValue(favourites), list);
+            for (const QString &key : keys)
+                QCOMPARE(found->stringValue(key), expected.value(key));
+        }
+    }
 }
 
 void TestSettingsRoundTrip::boolean_data() {

@@ -1,6 +1,8 @@
+#include "files/FileLock.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 
+#include "support/FailingCalls.h"
 #include "support/FileHelpers.h"
 #include "support/Privileges.h"
 
@@ -10,6 +12,7 @@
 #include <QTest>
 
 #include <sys/stat.h>
+#include <thread>
 
 using namespace settingsKeys;
 
@@ -27,6 +30,13 @@ private slots:
     void twoStores_keepEachOthersKeys();
     void anotherProgramsKeys_areKeptAndAnnounced();
     void linkedFile_staysALink();
+    void whatAPersonWrote_staysAsItIs();
+    void lockFilesLeftBehind_areNotWaitedFor_data();
+    void lockFilesLeftBehind_areNotWaitedFor();
+    void otherProgramThatHoldsTheFile_isWaitedForBriefly();
+    void storesAtOnce_keepEachOthersChanges();
+    void changeThatCouldNotBeSaved_isSavedAtTheEnd();
+    void moreThanAFileMayHold_isNotSaved();
 
 private:
     QString path() const { return folder_->filePath(QStringLiteral("velm.conf")); }
@@ -163,6 +173,96 @@ void TestSettingsSaving::linkedFile_staysALink() {
     store.setValue(pad, true);
     QVERIFY(QFileInfo(path()).isSymLink());
     QCOMPARE(readWholeFile(target), QByteArray("[General]\npad=true\n"));
+}
+
+void TestSettingsSaving::whatAPersonWrote_staysAsItIs() {
+    QVERIFY(writeWholeFile(path(), "; mine\n[General]\nskipErase = yes ; always\n# chips\n"
+                                   "device=A\nkey/=value\n\n[More]\nx=@Size(1 2)\n"));
+    SettingsStore store(path());
+    store.setValue(device, QStringLiteral("AT"));
+    store.setValue(skipErase, false);
+    store.setValue(binary, QStringLiteral("/a"));
+    QCOMPARE(readWholeFile(path()),
+             QByteArray("; mine\n[General]\nbinary=/a\nskipErase = false ; always\n# chips\n"
+                        "device=AT\nkey/=value\n\n[More]\nx=@Size(1 2)\n"));
+}
+
+void TestSettingsSaving::lockFilesLeftBehind_areNotWaitedFor_data() {
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("of a program killed while it made one") << QByteArray();
+    QTest::newRow("of another machine") << QByteArray("1\nvelm\nelsewhere\n\n\n");
+}
+
+void TestSettingsSaving::lockFilesLeftBehind_areNotWaitedFor() {
+    QFETCH(QByteArray, content);
+    QVERIFY(writeWholeFile(path() + QStringLiteral(".lock"), content));
+    SettingsStore store(path());
+    const double before = millisecondsSlept();
+    store.setValue(pad, true);
+    QCOMPARE(millisecondsSlept() - before, 0.0);
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\npad=true\n"));
+}
+
+void TestSettingsSaving::otherProgramThatHoldsTheFile_isWaitedForBriefly() {
+    QVERIFY(writeWholeFile(path(), "[General]\ndevice=A\n"));
+    SettingsStore store(path());
+    QSignalSpy problems(&store, &SettingsStore::problem);
+    {
+        const auto lock = FileLock::take(path(), std::chrono::seconds(0));
+        QVERIFY(std::holds_alternative<FileLock>(lock));
+        const double before = millisecondsSlept();
+        store.setValue(pad, true);
+        QVERIFY(millisecondsSlept() - before <= 100);
+        QVERIFY(store.boolValue(pad));
+        QCOMPARE(problems.size(), 1);
+        QVERIFY(problems.first().first().toString().endsWith(
+            QStringLiteral(": Another program is changing it")));
+    }
+    store.setValue(skipErase, true);
+    QCOMPARE(problems.size(), 1);
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\npad=true\nskipErase=true\n"));
+}
+
+void TestSettingsSaving::storesAtOnce_keepEachOthersChanges() {
+    constexpr int changes = 60;
+    const auto change = [this](char name) {
+        SettingsStore store(path());
+        for (int i = 0; i < changes; ++i)
+            store.setValue(QLatin1Char(name) + QString::number(i), true);
+    };
+    std::thread other(change, 'b');
+    change('a');
+    other.join();
+    const SettingsStore store(path());
+    for (int i = 0; i < changes; ++i) {
+        QVERIFY(store.boolValue(u'a' + QString::number(i)));
+        QVERIFY(store.boolValue(u'b' + QString::number(i)));
+    }
+}
+
+void TestSettingsSaving::changeThatCouldNotBeSaved_isSavedAtTheEnd() {
+    QVERIFY(writeWholeFile(path(), "[General]\ndevice=A\n"));
+    {
+        SettingsStore store(path());
+        const FileSizeLimit full(4);
+        store.setValue(pad, true);
+        QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\n"));
+    }
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\npad=true\n"));
+}
+
+void TestSettingsSaving::moreThanAFileMayHold_isNotSaved() {
+    QVERIFY(writeWholeFile(path(), "[General]\ndevice=A\n"));
+    SettingsStore store(path());
+    QSignalSpy problems(&store, &SettingsStore::problem);
+    const QString endless(2 << 20, u'b');
+    store.setValue(binary, endless);
+    QCOMPARE(store.stringValue(binary), endless);
+    QCOMPARE(problems.size(), 1);
+    QVERIFY(problems.first().first().toString().endsWith(QStringLiteral(": File too large")));
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\n"));
+    store.setValue(binary, QStringLiteral("/b"));
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\nbinary=/b\ndevice=A\n"));
 }
 
 QTEST_GUILESS_MAIN(TestSettingsSaving)
