@@ -149,6 +149,10 @@ void VelmWindow::reportSettingsTrouble(SettingsStore &settings) {
                         tr("The settings file was damaged; VELM starts with its defaults. The "
                            "damaged file is kept as %1.")
                             .arg(settings.damagedCopyPath()));
+    line->setNotice(QStringLiteral("settings not read"), MessageLine::Severity::Problem,
+                    settings.openingProblem());
+    connect(&settings, &SettingsStore::savingWorksAgain, line,
+            [line, topic] { line->clearNotice(topic); });
     connect(&settings, &SettingsStore::problem, line, [line, topic](const QString &sentence) {
         line->setNotice(topic, MessageLine::Severity::Problem, sentence);
     });

@@ -106,6 +106,8 @@ void SettingsStore::save() {
     if (reason && before == Saving::Works)
         emit problem(tr("The settings hold until VELM ends, but cannot be saved in %1: %2")
                          .arg(filePath(), *reason));
+    if (!reason && before == Saving::Failed)
+        emit savingWorksAgain();
 }
 
 std::optional<QString> SettingsStore::trySaving() {

@@ -73,6 +73,8 @@ signals:
     /// The settings file could not be written (emitted once, until a write has worked again), or
     /// had become unreadable and was moved aside; \a sentence says why, for the message line.
     void problem(const QString &sentence);
+    /// Everything that could not be written is in the file now.
+    void savingWorksAgain();
 
 private:
     enum class Saving { Works, Failed };

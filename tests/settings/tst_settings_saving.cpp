@@ -124,6 +124,7 @@ void TestSettingsSaving::readOnlyFile_isNotReplaced() {
 void TestSettingsSaving::fullDisk_isReportedAgainAfterARecovery() {
     SettingsStore store(path());
     QSignalSpy problems(&store, &SettingsStore::problem);
+    QSignalSpy recoveries(&store, &SettingsStore::savingWorksAgain);
     store.setValue(device, QStringLiteral("A"));
     {
         const FileSizeLimit full(4);
@@ -133,8 +134,10 @@ void TestSettingsSaving::fullDisk_isReportedAgainAfterARecovery() {
         QCOMPARE(store.stringValue(device), QStringLiteral("AT"));
         QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\n"));
     }
+    QCOMPARE(recoveries.size(), 0);
     store.setValue(skipErase, true);
     QCOMPARE(problems.size(), 1);
+    QCOMPARE(recoveries.size(), 1);
     QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=AT\npad=true\nskipErase=true\n"));
     const FileSizeLimit fullAgain(4);
     store.setValue(pad, false);

@@ -1,6 +1,7 @@
 #include "window/WindowFixture.h"
 
 #include "settings/SettingsKeys.h"
+#include "support/Privileges.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -20,6 +21,8 @@ private slots:
     void openedBinary_thatIsNoFileIsSaid_data();
     void openedBinary_thatIsNoFileIsSaid();
     void damagedSettings_areKeptAsideAndSaid();
+    void unreadableSettings_areSaid();
+    void unsavedSettings_areSaidUntilTheyAreSaved();
     void paths_showTheirBeginning();
     void quitting_leavesTheTemporaryFiles();
     void everyControl_hasItsAccessibleName();
@@ -217,6 +220,30 @@ void TestWindowStart::theWindow_fitsASmallScreen() {
     const QSize least = velm.velm().window().minimumSizeHint();
     QVERIFY2(least.width() <= 1024 && least.height() <= 700,
              qPrintable(QStringLiteral("%1 x %2").arg(least.width()).arg(least.height())));
+}
+
+void TestWindowStart::unreadableSettings_areSaid() {
+    WindowFixture velm;
+    QTemporaryDir folder;
+    SettingsStore settings(folder.path()); // a folder in the file's place
+    VelmWindow window({settings, velm.log, velm.panels, [] {}, velm.path(QStringLiteral("s"))});
+    const QString message = window.window().controls().messageLine->text();
+    QVERIFY(!settings.openingProblem().isEmpty());
+    QVERIFY2(message.contains(settings.openingProblem()), qPrintable(message));
+}
+
+void TestWindowStart::unsavedSettings_areSaidUntilTheyAreSaved() {
+    WindowFixture velm;
+    velm.start();
+    {
+        const FileSizeLimit full(4);
+        velm.settings().setValue(settingsKeys::device, QStringLiteral("27C64"));
+    }
+    QVERIFY2(velm.message().contains(QStringLiteral("cannot be saved")),
+             qPrintable(velm.message()));
+    velm.settings().setValue(settingsKeys::device, QStringLiteral("27C128"));
+    QVERIFY2(!velm.message().contains(QStringLiteral("cannot be saved")),
+             qPrintable(velm.message()));
 }
 
 QTEST_MAIN(TestWindowStart)
