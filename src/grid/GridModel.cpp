@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <ranges>
 
 namespace {
 
@@ -69,8 +68,16 @@ qint64 GridModel::byteCount() const {
         const int column = firstByteColumn + int(offset % bytesInRow);
         return !isMissing(cell(int(offset / bytesInRow), column), column);
     };
-    const auto offsets = std::views::iota(qint64(0), qint64(rows_) * bytesInRow);
-    return *std::ranges::partition_point(offsets, hasByte);
+    qint64 shown = 0;
+    qint64 missing = qint64(rows_) * bytesInRow;
+    while (shown < missing) {
+        const qint64 middle = shown + (missing - shown) / 2;
+        if (hasByte(middle))
+            shown = middle + 1;
+        else
+            missing = middle;
+    }
+    return shown;
 }
 
 bool GridModel::maySelectColumn(int column) const {
