@@ -1,8 +1,11 @@
 #include "app/WindowMemory.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QSettings>
+#include "settings/StoredValue.h"
+
+#include <QFile>
+#include <QVariantMap>
+
+#include <variant>
 
 namespace {
 
@@ -12,50 +15,54 @@ const QString splitterKey = QStringLiteral("window/splitter");
 const QString folderKey = QStringLiteral("folders/%1");
 const QString recentKey = QStringLiteral("files/recent");
 
-QVariant read(const QString &filePath, const QString &key) {
-    return QSettings(filePath, QSettings::IniFormat).value(key);
+QVariant read(const IniFile &file, const QString &key) {
+    const IniFile::Outcome outcome = file.read();
+    const auto *values = std::get_if<QVariantMap>(&outcome);
+    return values ? values->value(key) : QVariant();
 }
 
-void write(const QString &filePath, const QString &key, const QVariant &value) {
-    QDir().mkpath(QFileInfo(filePath).path());
-    QSettings(filePath, QSettings::IniFormat).setValue(key, value);
+void write(const IniFile &file, const QString &key, const QVariant &value) {
+    if (!std::holds_alternative<IniFile::Damaged>(file.change({{key, value}})))
+        return;
+    QFile::remove(file.path());
+    file.change({{key, value}});
 }
 
 } // namespace
 
-WindowMemory::WindowMemory(const QString &filePath) : filePath_(filePath) {}
+WindowMemory::WindowMemory(const QString &filePath) : file_(filePath) {}
 
 QByteArray WindowMemory::geometry() const {
-    return read(filePath_, geometryKey).toByteArray();
+    return read(file_, geometryKey).toByteArray();
 }
 
 void WindowMemory::setGeometry(const QByteArray &geometry) {
-    write(filePath_, geometryKey, geometry);
+    write(file_, geometryKey, geometry);
 }
 
 QByteArray WindowMemory::splitterState() const {
-    return read(filePath_, splitterKey).toByteArray();
+    return read(file_, splitterKey).toByteArray();
 }
 
 void WindowMemory::setSplitterState(const QByteArray &state) {
-    write(filePath_, splitterKey, state);
+    write(file_, splitterKey, state);
 }
 
 QString WindowMemory::lastFolder(const QString &purpose) const {
-    return read(filePath_, folderKey.arg(purpose)).toString();
+    return read(file_, folderKey.arg(purpose)).toString();
 }
 
 void WindowMemory::setLastFolder(const QString &purpose, const QString &folder) {
-    write(filePath_, folderKey.arg(purpose), folder);
+    write(file_, folderKey.arg(purpose), folder);
 }
 
 QStringList WindowMemory::recentFiles() const {
-    return read(filePath_, recentKey).toStringList();
+    return storedValue::list(read(file_, recentKey));
 }
 
 void WindowMemory::addRecentFile(const QString &path) {
     QStringList files = recentFiles();
     files.removeAll(path);
     files.prepend(path);
-    write(filePath_, recentKey, files.mid(0, recentFileLimit));
+    write(file_, recentKey, files.mid(0, recentFileLimit));
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "settings/IniFile.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -27,5 +29,5 @@ public:
     void addRecentFile(const QString &path);
 
 private:
-    QString filePath_;
+    IniFile file_;
 };

@@ -1,8 +1,15 @@
 #include "app/WindowMemory.h"
 
-#include <QFile>
+#include "support/FailingCalls.h"
+#include "support/FileHelpers.h"
+
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <cerrno>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 class TestWindowMemory : public QObject {
     Q_OBJECT
@@ -12,6 +19,10 @@ private slots:
     void recentFiles_areEightAndDistinct();
     void aDamagedFile_meansNothingIsRemembered();
     void aFolderThatCannotBeMade_isNoTrouble();
+    void whatTheToolkitWrote_isRead();
+    void whatIsNoFile_isLeftAlone();
+    void oneCallFails_forgetsNothingElse();
+    void lockFileLeftBehind_isNotWaitedFor();
 };
 
 void TestWindowMemory::everything_comesBack() {
@@ -60,6 +71,72 @@ void TestWindowMemory::aFolderThatCannotBeMade_isNoTrouble() {
     WindowMemory memory(QStringLiteral("/dev/null/velm/state.conf"));
     memory.setGeometry(QByteArray("lost"));
     QCOMPARE(memory.geometry(), QByteArray());
+}
+
+void TestWindowMemory::whatTheToolkitWrote_isRead() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("state.conf"));
+    QByteArray bytes;
+    for (int byte = 0; byte < 256; ++byte)
+        bytes.append(char(byte)).append("7f");
+    const QStringList files = {QStringLiteral("/a, b/é%20"), QStringLiteral("@c")};
+    {
+        QSettings written(path, QSettings::IniFormat);
+        written.setValue(QStringLiteral("window/geometry"), bytes);
+        written.setValue(QStringLiteral("window/splitter"), QByteArray("splitter"));
+        written.setValue(QStringLiteral("folders/open"), QStringLiteral("C:\\x, \"y\""));
+        written.setValue(QStringLiteral("files/recent"), files);
+    }
+    WindowMemory memory(path);
+    QCOMPARE(memory.geometry(), bytes);
+    QCOMPARE(memory.splitterState(), QByteArray("splitter"));
+    QCOMPARE(memory.lastFolder(QStringLiteral("open")), QStringLiteral("C:\\x, \"y\""));
+    QCOMPARE(memory.recentFiles(), files);
+    memory.setSplitterState(bytes);
+    QCOMPARE(QSettings(path, QSettings::IniFormat)
+                 .value(QStringLiteral("window/splitter"))
+                 .toByteArray(),
+             bytes);
+}
+
+void TestWindowMemory::whatIsNoFile_isLeftAlone() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("state.conf"));
+    const QByteArray name = QFile::encodeName(path);
+    if (mknod(name.constData(), S_IFCHR | 0600, makedev(1, 3)) != 0)
+        QSKIP("only the administrator can make a device");
+    WindowMemory memory(path);
+    memory.setGeometry(QByteArray("lost"));
+    QCOMPARE(memory.geometry(), QByteArray());
+    struct stat facts = {};
+    QCOMPARE(lstat(name.constData(), &facts), 0);
+    QVERIFY(S_ISCHR(facts.st_mode));
+}
+
+void TestWindowMemory::oneCallFails_forgetsNothingElse() {
+    bool struck = true;
+    for (int call = 1; struck; ++call) {
+        const QTemporaryDir folder;
+        WindowMemory memory(folder.filePath(QStringLiteral("state.conf")));
+        memory.setSplitterState(QByteArray("splitter"));
+        {
+            const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+            memory.setGeometry(QByteArray("geometry"));
+            struck = failing.hasStruck();
+        }
+        QCOMPARE(memory.splitterState(), QByteArray("splitter"));
+    }
+}
+
+void TestWindowMemory::lockFileLeftBehind_isNotWaitedFor() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("state.conf"));
+    QVERIFY(writeWholeFile(path + QStringLiteral(".lock"), QByteArray()));
+    WindowMemory memory(path);
+    const double before = millisecondsSlept();
+    memory.setGeometry(QByteArray("new"));
+    QCOMPARE(millisecondsSlept() - before, 0.0);
+    QCOMPARE(memory.geometry(), QByteArray("new"));
 }
 
 QTEST_GUILESS_MAIN(TestWindowMemory)
