@@ -104,6 +104,14 @@ void byAssistiveTechnology(WindowFixture &velm) {
         if (!qobject_cast<QDialog *>(widget) && widget != velm.controls().tabview)
             useByAssistiveTechnology(widget);
     pressCells(velm.controls().tableview);
+    // Such a press holds the button down for a moment before it clicks.
+    const QList<QAbstractButton *> buttons = velm.velm().window().findChildren<QAbstractButton *>();
+    const auto noneIsDown = [&buttons] {
+        return std::none_of(buttons.begin(), buttons.end(),
+                            [](const QAbstractButton *button) { return button->isDown(); });
+    };
+    if (!QTest::qWaitFor(noneIsDown))
+        qWarning("a button stays down");
 }
 
 void byClick(WindowFixture &velm) {
