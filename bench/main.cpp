@@ -1,8 +1,8 @@
 // Measures the program and prints one table of ratios. Arguments are parts of the names of the
 // groups to measure; without any, all are.
 
-#include "Benches.h"
-#include "Table.h"
+#include "instruments/Table.h"
+#include "subjects/Benches.h"
 
 #include <QApplication>
 #include <QFile>

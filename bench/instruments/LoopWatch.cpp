@@ -1,4 +1,4 @@
-#include "LoopWatch.h"
+#include "instruments/LoopWatch.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "Table.h"
+#include "instruments/Table.h"
 
 #include <algorithm>
 #include <cstdio>

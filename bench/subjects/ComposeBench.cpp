@@ -1,8 +1,8 @@
-#include "Benches.h"
-#include "Pair.h"
-#include "Samples.h"
-#include "Stopwatch.h"
-#include "Table.h"
+#include "instruments/Pair.h"
+#include "instruments/Stopwatch.h"
+#include "instruments/Table.h"
+#include "subjects/Benches.h"
+#include "subjects/Samples.h"
 
 #include "image/ImageComposition.h"
 

@@ -1,4 +1,4 @@
-#include "XDisplay.h"
+#include "instruments/XDisplay.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // Stands in for DesktopBench.cpp where the X library is not installed.
 
-#include "Benches.h"
-#include "Table.h"
+#include "instruments/Table.h"
+#include "subjects/Benches.h"
 
 void benchDesktop(Table &table) {
     table.gap("start-up to first frame", "Okteta, GHex", "built without libxcb1-dev");

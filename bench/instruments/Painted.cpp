@@ -1,6 +1,6 @@
-#include "Painted.h"
+#include "instruments/Painted.h"
 
-#include "Stopwatch.h"
+#include "instruments/Stopwatch.h"
 
 #include <QCoreApplication>
 #include <QEvent>

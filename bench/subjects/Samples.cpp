@@ -1,4 +1,4 @@
-#include "Samples.h"
+#include "subjects/Samples.h"
 
 #include "files/HugePages.h"
 

@@ -1,7 +1,7 @@
-#include "DesktopProgram.h"
+#include "subjects/DesktopProgram.h"
 
-#include "Memory.h"
-#include "Peers.h"
+#include "instruments/Memory.h"
+#include "subjects/Peers.h"
 
 #include <cstdlib>
 #include <set>

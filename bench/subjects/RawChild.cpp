@@ -1,4 +1,4 @@
-#include "RawChild.h"
+#include "subjects/RawChild.h"
 
 #include <array>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "Memory.h"
+#include "instruments/Memory.h"
 
 #include <fstream>
 #include <malloc.h>

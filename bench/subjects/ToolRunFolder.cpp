@@ -1,6 +1,6 @@
-#include "ToolRunFolder.h"
+#include "subjects/ToolRunFolder.h"
 
-#include "Samples.h"
+#include "subjects/Samples.h"
 
 #include "settings/SettingsKeys.h"
 

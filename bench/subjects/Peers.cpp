@@ -1,6 +1,6 @@
-#include "Peers.h"
+#include "subjects/Peers.h"
 
-#include "Stopwatch.h"
+#include "instruments/Stopwatch.h"
 
 #include <QStandardPaths>
 

@@ -1,4 +1,4 @@
-#include "Pair.h"
+#include "instruments/Pair.h"
 
 #include <algorithm>
 #include <stdexcept>

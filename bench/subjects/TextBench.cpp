@@ -1,9 +1,9 @@
-#include "Benches.h"
-#include "Memory.h"
-#include "Pair.h"
-#include "Samples.h"
-#include "Stopwatch.h"
-#include "Table.h"
+#include "instruments/Memory.h"
+#include "instruments/Pair.h"
+#include "instruments/Stopwatch.h"
+#include "instruments/Table.h"
+#include "subjects/Benches.h"
+#include "subjects/Samples.h"
 
 #include "image/DisplayText.h"
 

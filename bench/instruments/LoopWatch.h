@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Stopwatch.h"
+#include "instruments/Stopwatch.h"
 
 #include <QTimer>
 

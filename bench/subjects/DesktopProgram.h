@@ -1,8 +1,8 @@
 #pragma once
 
-#include "XDisplay.h"
+#include "instruments/XDisplay.h"
 
-#include "Stopwatch.h"
+#include "instruments/Stopwatch.h"
 
 #include <functional>
 #include <string>
