@@ -1,7 +1,7 @@
-#include "CommandLine.h"
-#include "Environment.h"
-#include "Output.h"
-#include "Session.h"
+#include "session/CommandLine.h"
+#include "setup/Environment.h"
+#include "session/Output.h"
+#include "session/Session.h"
 
 #include <cstdlib>
 #include <exception>

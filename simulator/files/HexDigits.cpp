@@ -1,10 +1,19 @@
 #include "files/HexDigits.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <cstdio>
 #include <numeric>
 
 namespace sim {
+
+std::string hex(std::uint64_t value, int digits) {
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "0x%0*llX", digits,
+                  static_cast<unsigned long long>(value));
+    return text.data();
+}
 
 Bytes bytesOfDigits(std::string_view digits) {
     constexpr int base = 16;

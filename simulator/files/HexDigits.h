@@ -1,7 +1,8 @@
 #pragma once
 
-#include "Files.h"
+#include "files/Files.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,9 @@ namespace sim {
 
 constexpr std::string_view lineEnds = "\r\n";
 constexpr std::string_view hexDigits = "0123456789abcdefABCDEF";
+
+/// `value` in upper-case hexadecimal with "0x" and at least `digits` digits.
+std::string hex(std::uint64_t value, int digits);
 
 /// The bytes that pairs of hexadecimal digits stand for, up to the first that is none.
 Bytes bytesOfDigits(std::string_view digits);

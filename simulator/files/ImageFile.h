@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Files.h"
+#include "files/Files.h"
 
 #include <cstddef>
 #include <filesystem>

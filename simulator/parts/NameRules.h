@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Chips.h"
+#include "parts/Chips.h"
 
 #include <string>
 

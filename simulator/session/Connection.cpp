@@ -1,7 +1,7 @@
 #include "session/Connection.h"
 
-#include "Misbehaviour.h"
-#include "Output.h"
+#include "session/Misbehaviour.h"
+#include "session/Output.h"
 
 #include <cstdlib>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Environment.h"
 #include "session/Outcome.h"
+#include "setup/Environment.h"
 
 namespace sim {
 

@@ -1,6 +1,6 @@
 #include "session/DeviceInfo.h"
 
-#include "Catalogue.h"
+#include "parts/Catalogue.h"
 #include "session/Voltages.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Environment.h"
 #include "parts/ProgrammerModel.h"
+#include "setup/Environment.h"
 
 #include <optional>
 #include <string>

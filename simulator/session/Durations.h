@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Environment.h"
+#include "setup/Environment.h"
 
 #include <chrono>
 #include <string>

@@ -1,7 +1,8 @@
 #include "session/FuseMemory.h"
 
-#include "Bench.h"
-#include "Output.h"
+#include "files/HexDigits.h"
+#include "parts/Bench.h"
+#include "session/Output.h"
 
 #include <optional>
 #include <regex>

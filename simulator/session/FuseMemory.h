@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Chips.h"
-#include "Environment.h"
+#include "parts/Chips.h"
 #include "session/Outcome.h"
+#include "setup/Environment.h"
 
 #include <filesystem>
 

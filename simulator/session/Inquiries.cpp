@@ -1,10 +1,10 @@
 #include "session/Inquiries.h"
 
-#include "Catalogue.h"
-#include "Misbehaviour.h"
-#include "Output.h"
+#include "parts/Catalogue.h"
 #include "session/Connection.h"
 #include "session/DeviceInfo.h"
+#include "session/Misbehaviour.h"
+#include "session/Output.h"
 
 #include <algorithm>
 #include <cstdio>

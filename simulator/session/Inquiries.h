@@ -1,8 +1,8 @@
 #pragma once
 
-#include "CommandLine.h"
-#include "Environment.h"
+#include "session/CommandLine.h"
 #include "session/Outcome.h"
+#include "setup/Environment.h"
 
 namespace sim {
 

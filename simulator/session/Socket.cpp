@@ -1,6 +1,6 @@
 #include "session/Socket.h"
 
-#include "Output.h"
+#include "session/Output.h"
 
 #include <algorithm>
 

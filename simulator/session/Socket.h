@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Bench.h"
-#include "Chips.h"
-#include "Environment.h"
+#include "parts/Bench.h"
+#include "parts/Chips.h"
 #include "session/Outcome.h"
+#include "setup/Environment.h"
 
 #include <chrono>
 #include <cstddef>

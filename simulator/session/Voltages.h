@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Chips.h"
-#include "Environment.h"
+#include "parts/Chips.h"
+#include "setup/Environment.h"
 
 #include <string>
 

@@ -1,0 +1,120 @@
+#include "session/LogicTest.h"
+
+#include "session/Output.h"
+#include "session/Socket.h"
+
+#include <array>
+#include <cstdio>
+#include <string_view>
+
+namespace sim {
+namespace {
+
+constexpr std::string_view goodColour = "\x1b[0m";
+constexpr std::string_view badColour = "\x1b[0;91m";
+constexpr std::chrono::milliseconds vectorTime{20};
+
+std::string headerOf(int pins) {
+    constexpr std::size_t width = 3;
+    std::string header(2 * width, ' ');
+    for (int pin = 1; pin <= pins; ++pin) {
+        std::string number = std::to_string(pin);
+        number.resize(width, ' ');
+        header += number;
+    }
+    return header + '\n';
+}
+
+bool isOutputLetter(char letter) {
+    return letter == 'L' || letter == 'H';
+}
+
+/// The first pin that the part drives in any vector, counted from 0.
+std::size_t firstOutput(const LogicPart &part) {
+    const auto pins = static_cast<std::size_t>(part.pins);
+    for (std::size_t pin = 0; pin < pins; ++pin)
+        for (const LogicRow &row : part.rows)
+            if (isOutputLetter(row.letters()[pin]))
+                return pin;
+    return pins;
+}
+
+/// A pin that is stuck high looks right only where high was expected.
+bool isWrongWhenHigh(char letter) {
+    return letter == 'L' || letter == 'Z';
+}
+
+/// The table of a test, and how many of its fields are wrong.
+struct Table {
+    std::string text;
+    int errors = 0;
+};
+
+void addRow(std::size_t number, const std::string &letters, std::size_t stuckPin, Table &table) {
+    std::array<char, 32> start{};
+    std::snprintf(start.data(), start.size(), "%04zu: ", number);
+    table.text += start.data();
+    for (std::size_t pin = 0; pin < letters.size(); ++pin) {
+        const bool bad = pin == stuckPin && isWrongWhenHigh(letters[pin]);
+        table.errors += bad ? 1 : 0;
+        table.text += bad ? badColour : goodColour;
+        table.text += {letters[pin], bad ? '-' : ' ', ' '};
+    }
+    table.text += std::string(goodColour) + '\n';
+}
+
+Outcome reportVerdict(int errors) {
+    if (errors == 0) {
+        say("Logic test successful.\n");
+        return Outcome::Good;
+    }
+    say("Logic test failed: " + std::to_string(errors) + " errors encountered.\n");
+    return Outcome::Failed;
+}
+
+/// A first vector that cannot be applied ends the test.
+Outcome breakOff() {
+    say("Error running the first step of logic test.\n");
+    return Outcome::Failed;
+}
+
+Outcome present(const Table &table) {
+    // Into a pipe this stays in the buffer: the verdict on standard error comes first.
+    std::fputs(table.text.c_str(), stdout);
+    return reportVerdict(table.errors);
+}
+
+} // namespace
+
+Outcome testLogicPart(const LogicPart &part, const Environment &environment) {
+    if (part.rows.empty())
+        return testNothing(part.name, part.pins, environment);
+    if (environment.has(Fault::Overcurrent)) {
+        sayOvercurrent();
+        return breakOff();
+    }
+    const auto pins = static_cast<std::size_t>(part.pins);
+    const std::size_t stuckPin = environment.has(Fault::BadLogicPins) ? firstOutput(part) : pins;
+    Table table{headerOf(part.pins)};
+    for (std::size_t i = 0; i < part.rows.size(); ++i) {
+        if (environment.has(Fault::Unplugged) && i == part.rows.size() / 2) {
+            sayNoAnswer();
+            breakOff();
+            sayNoAnswer();
+            return Outcome::Failed;
+        }
+        addRow(i, part.rows[i].letters(), stuckPin, table);
+        spend(vectorTime, environment.pace);
+    }
+    return present(table);
+}
+
+Outcome testNothing(const std::string &name, int pins, const Environment &environment) {
+    if (environment.dialect == Dialect::New) {
+        say(name + ": test vectors are not defined for this device type.\n");
+        return Outcome::Failed;
+    }
+    return present({headerOf(pins)});
+}
+
+} // namespace sim
