@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 // Measures the program and prints one table of ratios. Arguments are parts of the names of the
 // groups to measure; without any, all are.
 

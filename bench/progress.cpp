@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 // Prints as many bytes of progress as its argument says, as the programmer tool does: to standard
 // error, unbuffered, each update in two writes.
 

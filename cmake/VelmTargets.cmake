@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The VELM authors
+# SPDX-License-Identifier: MIT
 # What every target of the project shares: the warnings, and how a folder becomes a library
 # and a test file becomes a test.
 

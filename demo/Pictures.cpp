@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 #include "demo/Pictures.h"
 
 #include "devices/DeviceListView.h"

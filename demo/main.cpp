@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 // Shows the program at work where nobody sits in front of it: presses the window's buttons, says
 // what came of it and leaves a picture.
 

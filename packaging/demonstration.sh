@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The VELM authors
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # The settings of the demonstration that ./run opens: the simulated programmer as the tool, and
 # files that are not the user's own. Sourced, never run.

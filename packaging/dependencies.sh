@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The VELM authors
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # What the scripts ./run, ./test and .ci/run share: the Debian packages that each needs, how the
 # missing ones get installed, and the environment of a machine that has little of one.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 /// Bytes of the heap that are in use, those in mappings of their own included.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 // Stands in for DesktopBench.cpp where the X library is not installed.
 
 #include "instruments/Table.h"

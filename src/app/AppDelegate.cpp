@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 // Start-up, the image to burn and what the window says about it.
 
 #include "app/AppDelegate.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 // The data to burn, edited by hand.
 
 #include "app/AppDelegate.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 // Bringing a binary in, saving the two images and the console's text.
 
 #include "app/AppDelegate.h"

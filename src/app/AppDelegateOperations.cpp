@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 // The operation buttons: one tool run for each press, and what it left.
 
 #include "app/AppDelegate.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 // How the grid's cursor moves, and how cells are selected and edited.
 
 #include "grid/GridView.h"

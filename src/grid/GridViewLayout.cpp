@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 // Where the grid's rows and columns lie, and how they scroll.
 
 #include "grid/GridView.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 /// How a shell reports that it could not run a command, or that a signal killed it. The tool

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 // How TerminalText reads its input: which units are text, which control, and which belong to a
 // sequence.
 

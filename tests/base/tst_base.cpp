@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 #include "base/Log.h"
 #include "base/MainQueue.h"
 #include "base/WorkState.h"

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The VELM authors
+# SPDX-License-Identifier: MIT
 """Small questions and deeds on the accessibility bus.
 
 What the bus tells is never kept: every question goes to the program, so that an answer is what is

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The VELM authors
+# SPDX-License-Identifier: MIT
 """What every scenario shares: a program in a home of its own, and evidence when it fails."""
 
 import functools

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The VELM authors
+# SPDX-License-Identifier: MIT
 """Keys as a user presses them, by way of the accessibility bus."""
 
 import pyatspi

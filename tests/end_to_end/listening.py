@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The VELM authors
+# SPDX-License-Identifier: MIT
 """What a screen reader would say when the focus moves."""
 
 import pyatspi

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The VELM authors
+# SPDX-License-Identifier: MIT
 """The installed program, started as a desktop starts it, in a home of its own."""
 
 import os

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The VELM authors
+# SPDX-License-Identifier: MIT
 """Runs the scenarios of one group inside the session that session.py has made."""
 
 import sys

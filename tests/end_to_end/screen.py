@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The VELM authors
+# SPDX-License-Identifier: MIT
 """The display as X sees it: its picture, and which window has the keyboard.
 
 There is no window manager here; the one thing that is missed of it, the keyboard for a window that

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The VELM authors
+# SPDX-License-Identifier: MIT
 """A display and a session bus of their own around one group of scenarios.
 
 Nothing of the session of whoever starts the tests is touched: no window opens on their screen, and

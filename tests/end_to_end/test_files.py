@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The VELM authors
+# SPDX-License-Identifier: MIT
 """Files in and out, through the program's own file panels."""
 
 from case import DEVICE, Scenario

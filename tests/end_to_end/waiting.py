@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The VELM authors
+# SPDX-License-Identifier: MIT
 """Waiting for what a user would wait for: something to be seen, never a time to pass."""
 
 import time

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The VELM authors
+# SPDX-License-Identifier: MIT
 """The program's window, by the names that its controls have for assistive technology."""
 
 import pyatspi

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 #include "structure/LayerRules.h"
 #include "structure/SourceTree.h"
 #include "structure/TextRules.h"

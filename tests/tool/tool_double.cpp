@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
 // Stands in for the programmer tool in tests. The first argument names the behaviour; the others
 // are what a run would give the tool.
 
