@@ -27,13 +27,12 @@
 namespace {
 
 constexpr qsizetype expectedRuns = 10;
-const QString openedFileTopic = QStringLiteral("opened file");
 
 } // namespace
 
 AppDelegate::AppDelegate(SettingsStore &defaults, Log &log, MainQueue &queue,
                          std::function<void()> beep, FilePanels &panels, WindowMemory &memory,
-                         WorkState &work)
+                         WorkState &work, Messages &messages)
     : defaults_(defaults),
       log_(log),
       queue_(queue),
@@ -41,6 +40,7 @@ AppDelegate::AppDelegate(SettingsStore &defaults, Log &log, MainQueue &queue,
       panels_(panels),
       memory_(memory),
       work_(work),
+      messages_(messages),
       workspace_(defaults, log) {
     connect(&defaults_, &SettingsStore::valueChanged, this, &AppDelegate::settingChanged);
     connect(&edits_, &HandEdits::imageChanged, this, &AppDelegate::showStep);
@@ -53,7 +53,6 @@ void AppDelegate::applicationDidFinishLaunching() {
     state_.retainArray = {};
     state_.retainArray.reserve(expectedRuns);
     defaults_.registerDefaults(settingsKeys::startupDefaults());
-    secondPress_.setMessageLine(outlets.messageLine);
     clear_temp_files(this);
     load_opened_binary();
     build_output_data(this);
@@ -64,8 +63,7 @@ void AppDelegate::applicationWillTerminate() {}
 
 void AppDelegate::load_opened_binary() {
     const QString path = defaults_.stringValue(settingsKeys::binary);
-    outlets.messageLine->clearNotice(QStringLiteral("binary"));
-    outlets.messageLine->clearNotice(openedFileTopic);
+    messages_.happened(Event::BinaryLoading);
     openedFile_.watch(path);
     // The very same bytes stay the very same image.
     if (state_.opened_bin_data && fileHolds(path, *state_.opened_bin_data))
@@ -75,9 +73,8 @@ void AppDelegate::load_opened_binary() {
         return;
     auto loaded = loadWholeFile(path);
     if (const auto *failure = std::get_if<LoadFailure>(&loaded)) {
-        notice(QStringLiteral("binary"), MessageLine::Severity::Warning,
-               tr("The opened binary could not be read: %1 (%2)")
-                   .arg(QDir::toNativeSeparators(path), failure->reason));
+        messages_.say(Topic::Binary, tr("The opened binary could not be read: %1 (%2)")
+                                         .arg(QDir::toNativeSeparators(path), failure->reason));
         openedFile_.watch({});
         return;
     }
@@ -86,8 +83,8 @@ void AppDelegate::load_opened_binary() {
 }
 
 void AppDelegate::sayHowItReads(const QString &path) {
-    notice(QStringLiteral("binary"), MessageLine::Severity::Warning,
-           decodingRemark(encodingForTool(*state_.opened_bin_data), QFileInfo(path).fileName()));
+    messages_.say(Topic::Binary, decodingRemark(encodingForTool(*state_.opened_bin_data),
+                                                QFileInfo(path).fileName()));
 }
 
 void AppDelegate::createTempDirectory(QObject *) {
@@ -107,7 +104,7 @@ void AppDelegate::write_output_data_to_temp_file(QObject *) {
                 : tr("The data to burn could not be written to %1, so nothing is left to burn: %2");
         sentence = sentence.arg(QDir::toNativeSeparators(path), *failure);
     }
-    notice(QStringLiteral("workspace"), MessageLine::Severity::Problem, sentence);
+    messages_.say(Topic::Workspace, sentence);
 }
 
 // A path that has come to name another file gets the image at once, or a Write would burn what
@@ -116,23 +113,24 @@ void AppDelegate::settingChanged(const QString &key) {
     if (key == settingsKeys::temp_output_file && imageRevision() != 0 && work_.isIdle())
         write_output_data_to_temp_file(this);
     if (key == settingsKeys::device)
-        outlets.messageLine->clearNotice(QStringLiteral("device"));
+        messages_.happened(Event::DeviceChanged);
 }
 
 void AppDelegate::openedFileChanged(OpenedFileWatch::State state) {
     const QString path = QDir::toNativeSeparators(openedFile_.path());
     switch (state) {
     case OpenedFileWatch::State::AsOpened:
-        return outlets.messageLine->clearNotice(openedFileTopic);
+        return messages_.takeBack(Topic::OpenedFile);
     case OpenedFileWatch::State::Gone:
-        return notice(openedFileTopic, MessageLine::Severity::Information,
-                      tr("%1 is no longer on the disk; its bytes are still here.").arg(path));
+        return messages_.say(
+            Topic::OpenedFile,
+            tr("%1 is no longer on the disk; its bytes are still here.").arg(path));
     case OpenedFileWatch::State::Changed:
         if (state_.opened_bin_data && fileHolds(openedFile_.path(), *state_.opened_bin_data))
             return; // touched, or written again as it was
-        return notice(openedFileTopic, MessageLine::Severity::Warning,
-                      tr("%1 has changed on the disk since it was opened.").arg(path),
-                      {tr("Reload"), [this] { reloadOpenedBinary(); }});
+        return messages_.sayTrouble(Topic::OpenedFile,
+                                    tr("%1 has changed on the disk since it was opened.").arg(path),
+                                    {tr("Reload"), [this] { reloadOpenedBinary(); }});
     }
 }
 
@@ -180,10 +178,11 @@ void AppDelegate::build_output_data(QObject *) {
     edits_.composed({.revision = revisions_.ofComposition(inputs, composition),
                      .madeWith = imageControls(inputs)});
     write_output_data_to_temp_file(this);
-    const auto severity =
-        composition.refused ? MessageLine::Severity::Problem : MessageLine::Severity::Information;
-    notice(QStringLiteral("composition"), severity,
-           compositionRemarks(inputs, composition).join(QLatin1Char(' ')));
+    const QString remarks = compositionRemarks(inputs, composition).join(QLatin1Char(' '));
+    if (composition.refused)
+        messages_.sayTrouble(Topic::Composition, remarks);
+    else
+        messages_.say(Topic::Composition, remarks);
     noteImageChanged();
     sayReplacedEdits();
     sayRestoredEdits(0);
@@ -192,9 +191,9 @@ void AppDelegate::build_output_data(QObject *) {
 // What was said about the image that was there speaks of it no more.
 void AppDelegate::noteImageChanged() {
     secondPress_.withdraw();
-    outlets.messageLine->clearNotice(QStringLiteral("image file"));
+    messages_.happened(Event::ImageChanged);
     if (lengthOf(state_.output_data) > 0)
-        outlets.messageLine->clearNotice(QStringLiteral("nothing to burn"));
+        messages_.happened(Event::ImageHasBytes);
     emit imageToBurnChanged();
 }
 
@@ -222,12 +221,6 @@ void AppDelegate::appendToOutputView(const QString &text) {
         if (console)
             console->appendText(text);
     });
-}
-
-// An empty sentence takes the topic's notice away.
-void AppDelegate::notice(const QString &topic, MessageLine::Severity severity,
-                         const QString &sentence, const MessageLine::Action &action) {
-    outlets.messageLine->setNotice(topic, severity, sentence, action);
 }
 
 QString AppDelegate::selectedTab() const {

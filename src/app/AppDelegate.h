@@ -15,7 +15,6 @@
 #include "image/ImageRevisions.h"
 #include "image/TemporaryWorkspace.h"
 #include "tool/RunRecord.h"
-#include "widgets/MessageLine.h"
 
 #include <QList>
 #include <QMainWindow>
@@ -53,7 +52,6 @@ struct AppDelegateOutlets {
     GridView *tableview = nullptr;
     ConsoleView *textView = nullptr;
     QLabel *peeping_at = nullptr;
-    MessageLine *messageLine = nullptr;
     KeyBinder *keyBinder = nullptr;
     QDialog *searchDevicesWindow = nullptr;
     device_searcher *devicesearcher = nullptr;
@@ -87,10 +85,10 @@ public:
     };
 
     /// \a beep sounds the system beep, \a panels asks the user for files, \a memory is what the
-    /// program remembers for itself, \a work is the state that every action asks first. All are
-    /// used as long as the controller lives.
+    /// program remembers for itself, \a work is the state that every action asks first, and
+    /// \a messages takes what there is to say. All are used as long as the controller lives.
     AppDelegate(SettingsStore &defaults, Log &log, MainQueue &queue, std::function<void()> beep,
-                FilePanels &panels, WindowMemory &memory, WorkState &work);
+                FilePanels &panels, WindowMemory &memory, WorkState &work, Messages &messages);
     ~AppDelegate() override;
 
     AppDelegateOutlets outlets;
@@ -242,9 +240,8 @@ private:
     void showStep(qint64 offset);
     void saveAndShowEdit();
     ShownContent shownContent() const;
-    void exportImage(ByteBuffer State::*image, const QString &emptyTopic,
-                     const QString &emptyLogLine, const QString &emptySentence,
-                     const QString &suggestedName);
+    void exportImage(ByteBuffer State::*image, Topic emptyTopic, const QString &emptyLogLine,
+                     const QString &emptySentence, const QString &suggestedName);
     void beginPanel(const QString &purpose, FilePanelRequest request,
                     std::function<void(const QString &path)> chosen);
     void searchPanelEnded(int code);
@@ -252,8 +249,6 @@ private:
     void exportTo(const QString &path, ByteBuffer State::*image);
     bool saveBytes(const QString &path, const QByteArray &bytes);
     void sayTextRemark(const QString &tab);
-    void notice(const QString &topic, MessageLine::Severity severity, const QString &sentence,
-                const MessageLine::Action &action = {});
     QString selectedTab() const;
 
     SettingsStore &defaults_;
@@ -263,6 +258,7 @@ private:
     FilePanels &panels_;
     WindowMemory &memory_;
     WorkState &work_;
+    Messages &messages_;
     TemporaryWorkspace workspace_;
     QPointer<QMainWindow> window_;
     State state_;
@@ -270,7 +266,7 @@ private:
     HandEdits edits_{state_.output_data};
     ImageRevisions revisions_;
     OpenedFileWatch openedFile_;
-    SecondPress secondPress_;
+    SecondPress secondPress_{messages_};
     /// The device that read_from_chip_data came from.
     QString readDevice_;
 };

@@ -15,14 +15,6 @@
 
 #include <QLocale>
 
-namespace {
-
-const QString editsTopic = QStringLiteral("edits");
-const QString entryTopic = QStringLiteral("entry");
-const QString restoredTopic = QStringLiteral("restored");
-
-} // namespace
-
 bool AppDelegate::tableView_shouldEditTableColumn_row(QObject *, const QString &, qint64) {
     return mayEdit(selectedTab()) && work_.isIdle();
 }
@@ -56,7 +48,7 @@ void AppDelegate::takeEdit(const CellEdit &edit, const QString &entry) {
     }
     saveAndShowEdit();
     outlets.tableview->advanceAfterEdit(edit);
-    notice(entryTopic, MessageLine::Severity::Warning, sentence);
+    messages_.say(Topic::Entry, sentence);
 }
 
 void AppDelegate::saveAndShowEdit() {
@@ -98,11 +90,11 @@ void AppDelegate::commitPendingInput() {
 // Edits made by hand may be an hour's work, and any control of the composition replaces them.
 void AppDelegate::sayReplacedEdits() {
     const int edits = edits_.replaced().isEmpty() ? 0 : edits_.replaced().last().state.edits;
-    notice(editsTopic, MessageLine::Severity::Warning,
-           edits == 0   ? QString()
-           : edits == 1 ? tr("1 hand edit was replaced.")
-                        : tr("%1 hand edits were replaced.").arg(QLocale().toString(edits)),
-           {tr("Restore"), [this] { restoreEdits(); }});
+    messages_.say(Topic::ReplacedEdits,
+                  edits == 0   ? QString()
+                  : edits == 1 ? tr("1 hand edit was replaced.")
+                               : tr("%1 hand edits were replaced.").arg(QLocale().toString(edits)),
+                  {tr("Restore"), [this] { restoreEdits(); }});
 }
 
 // How many edits have just come back, if any, and where the image and the controls part.
@@ -117,7 +109,7 @@ void AppDelegate::sayRestoredEdits(int edits) {
     if (!differing.isEmpty())
         sentences << tr("This image was made with other values than these now: %1.")
                          .arg(QLocale().createSeparatedList(differing));
-    notice(restoredTopic, MessageLine::Severity::Information, sentences.join(QLatin1Char(' ')));
+    messages_.say(Topic::RestoredImage, sentences.join(QLatin1Char(' ')));
 }
 
 void AppDelegate::restoreEdits() {

@@ -21,9 +21,6 @@ namespace {
 
 const QString openPurpose = QStringLiteral("open");
 const QString savePurpose = QStringLiteral("save");
-const QString exportTopic = QStringLiteral("export");
-const QString nothingReadTopic = QStringLiteral("nothing read");
-const QString nothingToBurnTopic = QStringLiteral("nothing to burn");
 
 // A device name may hold characters that a file name cannot, or that a shell or another system
 // would trip over.
@@ -65,7 +62,7 @@ QStringList AppDelegate::recentFiles() const {
 }
 
 void AppDelegate::export_read_from_chip_data(QObject *) {
-    exportImage(&State::read_from_chip_data, nothingReadTopic,
+    exportImage(&State::read_from_chip_data, Topic::NothingRead,
                 QStringLiteral("first read the chip!"),
                 tr("First read the chip: there is nothing to save yet."),
                 fileNameFor(readDevice_, QStringLiteral(".bin")));
@@ -73,23 +70,23 @@ void AppDelegate::export_read_from_chip_data(QObject *) {
 
 void AppDelegate::export_output_data(QObject *) {
     exportImage(
-        &State::output_data, nothingToBurnTopic, QStringLiteral("first create some data!"),
+        &State::output_data, Topic::NothingToBurn, QStringLiteral("first create some data!"),
         tr("First create some data: open a binary or read a chip."),
         fileNameFor(defaults_.stringValue(settingsKeys::device), QStringLiteral("-burn.bin")));
 }
 
 // The buffer is looked up again when the user confirms: an edit made while the panel was open is
 // saved with the rest.
-void AppDelegate::exportImage(ByteBuffer State::*image, const QString &emptyTopic,
+void AppDelegate::exportImage(ByteBuffer State::*image, Topic emptyTopic,
                               const QString &emptyLogLine, const QString &emptySentence,
                               const QString &suggestedName) {
     if (refusesWhileBusy())
         return;
     commitPendingInput();
-    outlets.messageLine->clearNotice(exportTopic);
+    messages_.happened(Event::SavingBegan);
     if (lengthOf(state_.*image) == 0) {
         log_.write(emptyLogLine);
-        notice(emptyTopic, MessageLine::Severity::Warning, emptySentence);
+        messages_.say(emptyTopic, emptySentence);
         return;
     }
     FilePanelRequest request;
@@ -106,8 +103,9 @@ void AppDelegate::exportTo(const QString &path, ByteBuffer State::*image) {
     const ByteBuffer bytes = state_.*image;
     if (!bytes) {
         log_.write(QStringLiteral("error writing to ") + path);
-        notice(exportTopic, MessageLine::Severity::Problem,
-               tr("There are no bytes to save any more: %1 was left as it is.").arg(path));
+        messages_.sayTrouble(
+            Topic::Saving,
+            tr("There are no bytes to save any more: %1 was left as it is.").arg(path));
         return;
     }
     if (!saveBytes(path, *bytes) || bytes != state_.output_data)
@@ -141,11 +139,10 @@ void AppDelegate::beginPanel(const QString &purpose, FilePanelRequest request,
 bool AppDelegate::saveBytes(const QString &path, const QByteArray &bytes) {
     const std::optional<QString> failure = saveWholeFile(path, bytes);
     if (!failure) {
-        notice(exportTopic, MessageLine::Severity::Success, tr("Saved %1.").arg(path));
+        messages_.say(Topic::Saving, tr("Saved %1.").arg(path));
         return true;
     }
     log_.write(QStringLiteral("error writing to ") + path);
-    notice(exportTopic, MessageLine::Severity::Problem,
-           tr("%1 could not be written: %2").arg(path, *failure));
+    messages_.sayTrouble(Topic::Saving, tr("%1 could not be written: %2").arg(path, *failure));
     return false;
 }

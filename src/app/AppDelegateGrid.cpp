@@ -14,12 +14,6 @@
 #include <QLabel>
 #include <QLocale>
 
-namespace {
-
-const QString textTopic = QStringLiteral("text");
-
-} // namespace
-
 void AppDelegate::tabView_didSelectTabViewItem(TabView *, const TabViewItem &item) {
     QString label;
     if (item.identifier == readTabIdentifier()) {
@@ -54,7 +48,7 @@ void AppDelegate::sayTextRemark(const QString &tab) {
         sentence = hidden == 1 ? tr("The image reads as UTF-8: its last byte is not shown.")
                                : tr("The image reads as UTF-8: its last %1 bytes are not shown.")
                                      .arg(QLocale().toString(hidden));
-    notice(textTopic, MessageLine::Severity::Information, sentence);
+    messages_.say(Topic::HiddenBytes, sentence);
 }
 
 QStringList AppDelegate::trimEmptyStrings(const QStringList &strings) const {

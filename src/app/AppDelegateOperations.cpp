@@ -28,8 +28,6 @@
 
 namespace {
 
-const QString readTopic = QStringLiteral("read");
-
 ImageEncoding encodingOf(const ByteBuffer &image) {
     return image ? encodingForTool(*image) : ImageEncoding::Raw;
 }
@@ -145,8 +143,7 @@ void AppDelegate::writeImageAgain() {
     secondPress_.withdraw();
     write_output_data_to_temp_file(this);
     if (workspace_.outputFileHolds(state_.output_data))
-        notice(QStringLiteral("image file"), MessageLine::Severity::Information,
-               tr("The image file holds the data to burn again."));
+        messages_.say(Topic::ImageFile, tr("The image file holds the data to burn again."));
 }
 
 RunRecord AppDelegate::launchAndWait(ScriptedMiniPro &run, const BurnSituation &burn) {
@@ -162,7 +159,7 @@ RunRecord AppDelegate::launchAndWait(ScriptedMiniPro &run, const BurnSituation &
     if (takesImage(record.operation) && !burn.fileIsImage)
         record.fileMark = FileStamp::text(FileStamp::of(burn.path));
     record.imageLength = handsImage ? burn.imageLength : QFileInfo(burn.path).size();
-    outlets.messageLine->clearNotice(QStringLiteral("image file"));
+    messages_.happened(Event::RunBegan);
     currentRun_ = &run;
     record.status = run.launch();
     currentRun_ = nullptr;
@@ -190,10 +187,10 @@ void AppDelegate::stopRun() {
 bool AppDelegate::refusesWhileBusy() {
     if (work_.isIdle())
         return false;
-    notice(QStringLiteral("busy"), MessageLine::Severity::Warning,
-           work_.now() == Work::Searching
-               ? tr("A search is running: stop it or wait for its end.")
-               : tr("The programmer tool is running: stop it or wait for its end."));
+    messages_.say(Topic::Busy,
+                  work_.now() == Work::Searching
+                      ? tr("A search is running: stop it or wait for its end.")
+                      : tr("The programmer tool is running: stop it or wait for its end."));
     return true;
 }
 
@@ -208,7 +205,7 @@ QString AppDelegate::takeReadData() {
         return failure->reason;
     }
     state_.read_from_chip_data = std::get<ByteBuffer>(std::move(loaded));
-    outlets.messageLine->clearNotice(QStringLiteral("nothing read"));
+    messages_.happened(Event::BytesRead);
     build_and_reload();
     return lengthOf(state_.read_from_chip_data) == 0 ? tr("the file is empty") : QString();
 }
@@ -216,7 +213,7 @@ QString AppDelegate::takeReadData() {
 // A tool that failed may leave the file of an earlier Read in place, and these bytes must not
 // pass for the chip that is in the socket now.
 void AppDelegate::sayWhatReadLeft(RunRecord &record, const QString &trouble) {
-    outlets.messageLine->clearNotice(readTopic);
+    messages_.happened(Event::ReadTaken);
     record.imageLength = lengthOf(state_.read_from_chip_data);
     const QString path = resolvedPathOf(defaults_, settingsKeys::temp_read_from_chip_file);
     if (record.imageLength == 0 && endedWell(record.outcome))
@@ -238,8 +235,7 @@ void AppDelegate::sayWhatReadLeft(RunRecord &record, const QString &trouble) {
     const QString when = written.date() == record.started.date()
                              ? QLocale().toString(written.time(), QStringLiteral("HH:mm"))
                              : QLocale().toString(written, QLocale::ShortFormat);
-    notice(readTopic, MessageLine::Severity::Warning,
-           tr("The last Read failed; these bytes are from %1.").arg(when));
+    messages_.say(Topic::StaleRead, tr("The last Read failed; these bytes are from %1.").arg(when));
 }
 
 // The heading and the rows belong to the results tab, whichever was looked at meanwhile.

@@ -16,7 +16,6 @@ namespace {
 
 constexpr int confirmed = 1;
 constexpr int cancelled = 0;
-const QString deviceTopic = QStringLiteral("device");
 const QString customSuffix = QStringLiteral("(custom)");
 
 } // namespace
@@ -51,15 +50,14 @@ void AppDelegate::searchPanelEnded(int code) {
 
 // The tool marks a user's own devices in its list with a suffix that is no part of their names.
 void AppDelegate::offerToRemoveCustomSuffix(const QString &name) {
-    outlets.messageLine->clearNotice(deviceTopic);
+    messages_.happened(Event::DeviceChanged);
     if (!name.endsWith(customSuffix))
         return;
     const QString plain = name.chopped(customSuffix.size());
-    outlets.messageLine->setNotice(
-        deviceTopic, MessageLine::Severity::Warning,
-        tr("The tool marks %1 as custom; the mark is no part of the name.").arg(plain),
-        {tr("Remove “(custom)”"), [this, plain] {
-             if (defaults_.setValue(settingsKeys::device, plain))
-                 outlets.messageLine->clearNotice(deviceTopic);
-         }});
+    messages_.say(Topic::Device,
+                  tr("The tool marks %1 as custom; the mark is no part of the name.").arg(plain),
+                  {tr("Remove “(custom)”"), [this, plain] {
+                       if (defaults_.setValue(settingsKeys::device, plain))
+                           messages_.happened(Event::DeviceChanged);
+                   }});
 }

@@ -4,6 +4,7 @@
 #include "app/GoToAddress.h"
 
 #include "app/AppDelegate.h"
+#include "app/Messages.h"
 #include "grid/GridView.h"
 
 #include <QLineEdit>
@@ -12,7 +13,6 @@ namespace {
 
 constexpr int hexadecimal = 16;
 constexpr int shortestAddress = 4; // digits
-const QString topic = QStringLiteral("address");
 
 QString addressText(qint64 offset) {
     return QString::number(offset, hexadecimal).toUpper().rightJustified(shortestAddress, u'0');
@@ -20,9 +20,9 @@ QString addressText(qint64 offset) {
 
 } // namespace
 
-GoToAddress::GoToAddress(QLineEdit &field, GridView &grid, MessageLine &messageLine,
+GoToAddress::GoToAddress(QLineEdit &field, GridView &grid, Messages &messages,
                          const AppDelegate &delegate, QObject *parent)
-    : QObject(parent), field_(field), grid_(grid), messageLine_(messageLine), delegate_(delegate) {
+    : QObject(parent), field_(field), grid_(grid), messages_(messages), delegate_(delegate) {
     connect(&field, &QLineEdit::returnPressed, this, &GoToAddress::go);
     connect(&field, &QLineEdit::textChanged, this, &GoToAddress::forgetTrouble);
     connect(grid.gridModel(), &GridModel::modelReset, this, &GoToAddress::forgetTrouble);
@@ -31,13 +31,13 @@ GoToAddress::GoToAddress(QLineEdit &field, GridView &grid, MessageLine &messageL
 
 void GoToAddress::go() {
     const QString trouble = goTo(field_.text().trimmed());
-    messageLine_.setNotice(topic, MessageLine::Severity::Warning, trouble);
+    messages_.say(Topic::Address, trouble);
     if (trouble.isEmpty())
         grid_.setFocus(Qt::OtherFocusReason);
 }
 
 void GoToAddress::forgetTrouble() {
-    messageLine_.clearNotice(topic);
+    messages_.happened(Event::AddressChanged);
 }
 
 QString GoToAddress::goTo(const QString &address) {

@@ -7,7 +7,7 @@
 
 class AppDelegate;
 class GridView;
-class MessageLine;
+class Messages;
 class QLineEdit;
 
 /// The field that leads to a byte of the image that is shown: Enter moves the grid's cursor there
@@ -17,8 +17,8 @@ class GoToAddress final : public QObject {
 
 public:
     /// All must outlive this, and \a grid have its source.
-    GoToAddress(QLineEdit &field, GridView &grid, MessageLine &messageLine,
-                const AppDelegate &delegate, QObject *parent);
+    GoToAddress(QLineEdit &field, GridView &grid, Messages &messages, const AppDelegate &delegate,
+                QObject *parent);
 
 private:
     void go();
@@ -29,6 +29,6 @@ private:
 
     QLineEdit &field_;
     GridView &grid_;
-    MessageLine &messageLine_;
+    Messages &messages_;
     const AppDelegate &delegate_;
 };

@@ -5,12 +5,6 @@
 
 #include <QApplication>
 
-namespace {
-
-const QString topic = QStringLiteral("press");
-
-} // namespace
-
 bool SecondPress::confirms(const Question &question, Presser presser) {
     const bool asked = asked_ == question.thing;
     const int interval = presser == Presser::Hand ? QApplication::doubleClickInterval() : 0;
@@ -22,12 +16,11 @@ bool SecondPress::confirms(const Question &question, Presser presser) {
         asked_ = question.thing;
         sinceAsked_.start();
     }
-    line_->setNotice(topic, MessageLine::Severity::Warning, question.sentence, question.action);
+    messages_.say(Topic::SecondPress, question.sentence, question.action);
     return false;
 }
 
 void SecondPress::withdraw() {
     asked_.clear();
-    if (line_)
-        line_->clearNotice(topic);
+    messages_.takeBack(Topic::SecondPress);
 }

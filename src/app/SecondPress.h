@@ -3,10 +3,9 @@
 
 #pragma once
 
-#include "widgets/MessageLine.h"
+#include "app/Messages.h"
 
 #include <QElapsedTimer>
-#include <QPointer>
 #include <QString>
 
 /// What is done only when it is asked for twice. The first press is answered by a sentence in the
@@ -24,11 +23,11 @@ public:
         /// Translated; ends with what a second press does.
         QString sentence;
         /// What else may be done about it; nothing if `run` is empty.
-        MessageLine::Action action = {};
+        Messages::Action action = {};
     };
 
-    /// Asks in \a line, which must be set before the first question.
-    void setMessageLine(MessageLine *line) { line_ = line; }
+    /// Asks in \a messages, which must live as long.
+    explicit SecondPress(Messages &messages) : messages_(messages) {}
 
     /// True if this press is the second one for the same thing; the sentence goes then. False if
     /// the user is asked by it, or was just now.
@@ -37,7 +36,7 @@ public:
     void withdraw();
 
 private:
-    QPointer<MessageLine> line_;
+    Messages &messages_;
     QString asked_;
     QElapsedTimer sinceAsked_;
 };

@@ -21,16 +21,18 @@
 VelmWindow::VelmWindow(const Surroundings &surroundings)
     : settings_(surroundings.settings),
       memory_(surroundings.memoryPath),
+      messages_(*window_.controls().messageLine),
       binder_(surroundings.settings),
       favourites_(surroundings.settings, surroundings.log),
       searcher_(surroundings.settings, surroundings.log, queue_, surroundings.beep, work_),
       searchPanel_(searcher_, &window_),
       delegate_(surroundings.settings, surroundings.log, queue_, surroundings.beep,
-                surroundings.panels, memory_, work_),
-      verdictLine_(runLog_, *window_.controls().messageLine, [this] { return shownNow(); }),
+                surroundings.panels, memory_, work_, messages_),
+      verdictLine_(runLog_, messages_, [this] { return shownNow(); }),
       runControls_(window_.controls()) {
-    wireMainWindow(window_, delegate_, {binder_, favourites_, searcher_, searchPanel_, work_});
-    const WindowMenus menus = makeWindowMenus(window_, delegate_, work_);
+    wireMainWindow(window_, delegate_,
+                   {binder_, favourites_, searcher_, searchPanel_, work_, messages_});
+    const WindowMenus menus = makeWindowMenus(window_, delegate_, work_, messages_);
     runControls_.setActions(menus.offWhileRunning, menus.stop);
     settings_.setGuard([this] { return work_.isIdle(); });
     connect(&settings_, &SettingsStore::changeRefused, &delegate_, &AppDelegate::refusesWhileBusy);
@@ -39,7 +41,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
     followLatePrinters();
     window_.setCloseGuard([this] { return mayClose(); });
     connect(&window_, &MainWindow::closing, this, &VelmWindow::closeDown);
-    reportSettingsTrouble(surroundings.settings);
+    followSettings();
 }
 
 VelmWindow::~VelmWindow() {
@@ -78,8 +80,8 @@ bool VelmWindow::mayClose() {
                                                                : SecondPress::Presser::Hand);
     }
     endRefused_ = true;
-    window_.controls().messageLine->setNotice(
-        QStringLiteral("busy"), MessageLine::Severity::Warning,
+    messages_.say(
+        Topic::Busy,
         work_.now() == Work::Searching
             ? tr("A search is running, so the window stays open. Stop it first.")
             : tr("The programmer tool is running, so the window stays open. Stop it first."));
@@ -92,7 +94,7 @@ void VelmWindow::workChanged(Work now) {
         verdictLine_.clear();
     if (now != Work::Idle)
         return;
-    window_.controls().messageLine->clearNotice(QStringLiteral("busy"));
+    messages_.happened(Event::WorkEnded);
     endRefused_ = false;
     if (std::exchange(closeWhenIdle_, false))
         queue_.async([this] { window_.close(); });
@@ -122,8 +124,8 @@ void VelmWindow::followLatePrinters() {
 }
 
 void VelmWindow::saySomethingStillPrints(bool some) {
-    window_.controls().messageLine->setNotice(
-        QStringLiteral("leftovers"), MessageLine::Severity::Information,
+    messages_.say(
+        Topic::Leftovers,
         some ? tr("Something that the programmer tool left behind has printed after its end. Stop "
                   "ends it.")
              : QString());
@@ -144,23 +146,14 @@ void VelmWindow::restoreWindow() {
     window_.controls().splitter->restoreState(memory_.splitterState());
 }
 
-void VelmWindow::reportSettingsTrouble(SettingsStore &settings) {
-    MessageLine *line = window_.controls().messageLine;
-    const QString topic = QStringLiteral("settings");
-    if (!settings.damagedCopyPath().isEmpty())
-        line->setNotice(topic, MessageLine::Severity::Warning,
-                        tr("The settings file was damaged; VELM starts with its defaults. The "
-                           "damaged file is kept as %1.")
-                            .arg(settings.damagedCopyPath()));
-    line->setNotice(QStringLiteral("settings not read"), MessageLine::Severity::Problem,
-                    settings.openingProblem());
-    connect(&settings, &SettingsStore::savingWorksAgain, line,
-            [line, topic] { line->clearNotice(topic); });
-    connect(&settings, &SettingsStore::problem, line, [line, topic](const QString &sentence) {
-        line->setNotice(topic, MessageLine::Severity::Problem, sentence);
-    });
-    connect(window_.controls().textView, &ConsoleView::trimmed, line, [line] {
-        line->setNotice(QStringLiteral("console"), MessageLine::Severity::Information,
-                        tr("The console is full: its oldest text has gone."));
-    });
+void VelmWindow::followSettings() {
+    if (!settings_.damagedCopyPath().isEmpty())
+        messages_.say(Topic::Settings, tr("The settings file was damaged; VELM starts with its "
+                                          "defaults. The damaged file is kept as %1.")
+                                           .arg(settings_.damagedCopyPath()));
+    messages_.say(Topic::SettingsNotRead, settings_.openingProblem());
+    connect(&settings_, &SettingsStore::savingWorksAgain, this,
+            [this] { messages_.happened(Event::SettingsSaved); });
+    connect(&settings_, &SettingsStore::problem, this,
+            [this](const QString &sentence) { messages_.sayTrouble(Topic::Settings, sentence); });
 }

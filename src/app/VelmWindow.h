@@ -5,6 +5,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/MainWindow.h"
+#include "app/Messages.h"
 #include "app/RunControls.h"
 #include "app/RunLog.h"
 #include "app/VerdictLine.h"
@@ -63,7 +64,7 @@ private:
     void saySomethingStillPrints(bool some);
     void closeDown();
     void restoreWindow();
-    void reportSettingsTrouble(SettingsStore &settings);
+    void followSettings();
 
     SettingsStore &settings_;
     MainQueue queue_;
@@ -71,6 +72,7 @@ private:
     LatePrinters latePrinters_;
     WindowMemory memory_;
     MainWindow window_;
+    Messages messages_;
     KeyBinder binder_;
     UAStringManager favourites_;
     device_searcher searcher_;

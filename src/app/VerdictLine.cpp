@@ -3,22 +3,17 @@
 
 #include "app/VerdictLine.h"
 
+#include "app/Messages.h"
 #include "app/RunLog.h"
 
-namespace {
-
-const QString topic = QStringLiteral("run");
-
-} // namespace
-
-VerdictLine::VerdictLine(const RunLog &runs, MessageLine &line, Ask ask, QObject *parent)
-    : QObject(parent), runs_(runs), line_(line), ask_(std::move(ask)) {
+VerdictLine::VerdictLine(const RunLog &runs, Messages &messages, Ask ask, QObject *parent)
+    : QObject(parent), runs_(runs), messages_(messages), ask_(std::move(ask)) {
     connect(&runs, &RunLog::added, this, &VerdictLine::showNewest);
 }
 
 void VerdictLine::clear() {
     shown_.clear();
-    line_.clearNotice(topic);
+    messages_.happened(Event::RunBegan);
 }
 
 void VerdictLine::showNewest() {
@@ -34,5 +29,5 @@ void VerdictLine::refresh() {
     if (words.sentence == shown_)
         return;
     shown_ = words.sentence;
-    line_.setNotice(topic, words.severity, words.sentence);
+    messages_.sayVerdict(words.severity, words.sentence);
 }

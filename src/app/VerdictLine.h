@@ -9,6 +9,7 @@
 
 #include <functional>
 
+class Messages;
 class RunLog;
 
 /// Keeps the verdict on the newest run in the message line, worded by what is shown.
@@ -20,8 +21,8 @@ public:
     /// the tool runs.
     using Ask = std::function<std::optional<ShownNow>()>;
 
-    /// \a runs and \a line must live longer than this object, and what \a ask uses.
-    VerdictLine(const RunLog &runs, MessageLine &line, Ask ask, QObject *parent = nullptr);
+    /// \a runs and \a messages must live longer than this object, and what \a ask uses.
+    VerdictLine(const RunLog &runs, Messages &messages, Ask ask, QObject *parent = nullptr);
 
     /// A run begins: the verdict on an earlier one goes.
     void clear();
@@ -32,7 +33,7 @@ private:
     void showNewest();
 
     const RunLog &runs_;
-    MessageLine &line_;
+    Messages &messages_;
     Ask ask_;
     /// As the line has it: what stands there already is not said again.
     QString shown_;

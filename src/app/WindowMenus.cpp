@@ -5,6 +5,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/MainWindow.h"
+#include "app/Messages.h"
 #include "base/WorkState.h"
 #include "grid/GridColumns.h"
 #include "widgets/ConsoleView.h"
@@ -151,14 +152,13 @@ void fillViewMenu(MainWindow &window) {
     view.menu()->addAction(c.textView->clearAction());
 }
 
-void fillHelpMenu(MainWindow &window) {
+void fillHelpMenu(MainWindow &window, Messages &messages) {
     MenuFiller help(*window.menuBar(), AppDelegate::tr("&Help"));
-    help.calls(AppDelegate::tr("&About VELM"), {}, &window, [line = window.controls().messageLine] {
-        line->setPassingNotice(
-            QStringLiteral("about"), MessageLine::Severity::Information,
-            AppDelegate::tr("VELM %1 reads, writes and tests chips with the minipro "
-                            "programmer tool.")
-                .arg(QCoreApplication::applicationVersion()));
+    help.calls(AppDelegate::tr("&About VELM"), {}, &window, [&messages] {
+        messages.sayInPassing(
+            Topic::About, AppDelegate::tr("VELM %1 reads, writes and tests chips with the minipro "
+                                          "programmer tool.")
+                              .arg(QCoreApplication::applicationVersion()));
     });
 }
 
@@ -177,17 +177,18 @@ void nameBySteps(QAction &undo, QAction &redo, const QUndoStack &history) {
     nameRedo(history.redoText());
 }
 
-WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const WorkState &work) {
+WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const WorkState &work,
+                            Messages &messages) {
     WindowMenus menus;
     fillFileMenu(window, delegate, menus);
     fillEditMenu(window, delegate, work);
     fillChipMenu(window, menus);
     fillViewMenu(window);
-    fillHelpMenu(window);
+    fillHelpMenu(window, messages);
     // A menu takes no focus from who is typing.
     QObject::connect(window.menuBar(), &QMenuBar::triggered, &delegate,
                      &AppDelegate::commitPendingInput);
-    MessageLine *line = window.controls().messageLine;
-    QObject::connect(window.menuBar(), &QMenuBar::triggered, line, &MessageLine::endPassingNotice);
+    QObject::connect(window.menuBar(), &QMenuBar::triggered, &window,
+                     [&messages] { messages.endPassing(); });
     return menus;
 }

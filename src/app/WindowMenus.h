@@ -9,6 +9,7 @@
 class AppDelegate;
 class MainWindow;
 class QUndoStack;
+class Messages;
 class WorkState;
 
 /// The entries of the menu bar that the rest of the program works with.
@@ -22,7 +23,8 @@ struct WindowMenus {
 /// entries press the window's buttons, a turn of the event loop later: an entry chosen by assistive
 /// technology fires inside that technology's call, which must not last as long as a run of the
 /// tool. The entries that go by the edit history follow \a work by themselves.
-WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const WorkState &work);
+WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const WorkState &work,
+                            Messages &messages);
 
 /// Lets the texts of \a undo and \a redo say which step of \a history each would take back or make
 /// again, as long as all three exist. A step without a text is an edit, and so is none.

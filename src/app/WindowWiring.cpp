@@ -6,6 +6,7 @@
 #include "app/AppDelegate.h"
 #include "app/GoToAddress.h"
 #include "app/MainWindow.h"
+#include "app/Messages.h"
 #include "base/WorkState.h"
 #include "devices/DeviceSearchPanel.h"
 #include "devices/UAStringManager.h"
@@ -34,7 +35,6 @@ void fillOutlets(Ui::MainWindow &c, AppDelegate &delegate, const WindowParts &pa
     outlets.tableview = c.tableview;
     outlets.textView = c.textView;
     outlets.peeping_at = c.peeping_at;
-    outlets.messageLine = c.messageLine;
     outlets.keyBinder = &parts.binder;
     outlets.searchDevicesWindow = &parts.searchPanel;
     outlets.devicesearcher = &parts.searcher;
@@ -47,27 +47,29 @@ void fillOutlets(Ui::MainWindow &c, AppDelegate &delegate, const WindowParts &pa
     outlets.btn_pad_00 = c.btn_pad_00;
 }
 
-void wireGrid(Ui::MainWindow &c, AppDelegate &delegate) {
+void wireGrid(Ui::MainWindow &c, AppDelegate &delegate, Messages &messages) {
     c.tableview->setSource(delegate);
-    new GoToAddress(*c.goToField, *c.tableview, *c.messageLine, delegate, c.goToField);
-    QObject::connect(c.tableview, &GridView::copyRefused, c.messageLine,
-                     [line = c.messageLine](qint64 rows) {
-                         line->setNotice(QStringLiteral("copy"), MessageLine::Severity::Warning,
-                                         AppDelegate::tr("%1 rows are too many to copy: at most %2 "
-                                                         "can be copied at a time.")
-                                             .arg(QLocale().toString(rows),
-                                                  QLocale().toString(GridView::largestCopy)));
-                     });
-    const auto forget = [line = c.messageLine] { line->clearNotice(QStringLiteral("copy")); };
+    new GoToAddress(*c.goToField, *c.tableview, messages, delegate, c.goToField);
+    QObject::connect(c.tableview, &GridView::copyRefused, c.tableview, [&messages](qint64 rows) {
+        messages.say(
+            Topic::Copy,
+            AppDelegate::tr("%1 rows are too many to copy: at most %2 can be copied at a time.")
+                .arg(QLocale().toString(rows), QLocale().toString(GridView::largestCopy)));
+    });
+    const auto selected = [&messages] { messages.happened(Event::RowsSelected); };
     QObject::connect(c.tableview->selectionModel(), &QItemSelectionModel::selectionChanged,
-                     c.messageLine, forget);
-    QObject::connect(c.tableview->gridModel(), &GridModel::modelReset, c.messageLine, forget);
+                     c.tableview, selected);
+    QObject::connect(c.tableview->gridModel(), &GridModel::modelReset, c.tableview, selected);
 }
 
-void wireConsole(Ui::MainWindow &c, AppDelegate &delegate) {
+void wireConsole(Ui::MainWindow &c, AppDelegate &delegate, Messages &messages) {
     QObject::connect(c.textView, &ConsoleView::saveRequested, &delegate, &AppDelegate::saveConsole);
-    QObject::connect(c.textView, &ConsoleView::cleared, c.messageLine,
-                     [line = c.messageLine] { line->clearNotice(QStringLiteral("console")); });
+    QObject::connect(c.textView, &ConsoleView::trimmed, c.textView, [&messages] {
+        messages.say(Topic::Console,
+                     AppDelegate::tr("The console is full: its oldest text has gone."));
+    });
+    QObject::connect(c.textView, &ConsoleView::cleared, c.textView,
+                     [&messages] { messages.happened(Event::ConsoleCleared); });
 }
 
 void wireTabs(Ui::MainWindow &c, AppDelegate &delegate) {
@@ -121,10 +123,9 @@ void wireDevices(Ui::MainWindow &c, AppDelegate &delegate, const WindowParts &pa
                      [&favourites, &c] { favourites.addFavourite(c.btn_add_favourite); });
     QObject::connect(c.btn_remove_favourite, &QToolButton::clicked, &favourites,
                      [&favourites, &c] { favourites.removeFavourite(c.btn_remove_favourite); });
-    QObject::connect(&favourites, &UAStringManager::remark, c.messageLine,
-                     [line = c.messageLine](const QString &sentence) {
-                         line->setNotice(QStringLiteral("favourites"),
-                                         MessageLine::Severity::Information, sentence);
+    QObject::connect(&favourites, &UAStringManager::remark, c.dButton,
+                     [&messages = parts.messages](const QString &sentence) {
+                         messages.say(Topic::Favourites, sentence);
                      });
     QObject::connect(c.btn_search, &QPushButton::clicked, &delegate,
                      [&delegate, &c] { delegate.showListPanel(c.btn_search); });
@@ -147,12 +148,12 @@ void wireFiles(Ui::MainWindow &c, AppDelegate &delegate) {
 }
 
 // Whatever is done in the window but looking at it.
-void endPassingNoticeByDeeds(MainWindow &window, AppDelegate &delegate, const WorkState &work) {
+void endPassingMessageByDeeds(MainWindow &window, AppDelegate &delegate, const WindowParts &parts) {
     Ui::MainWindow &c = window.controls();
-    const auto by = [line = c.messageLine](auto *sender, auto deed) {
-        QObject::connect(sender, deed, line, &MessageLine::endPassingNotice);
+    const auto by = [&window, &messages = parts.messages](auto *sender, auto deed) {
+        QObject::connect(sender, deed, &window, [&messages] { messages.endPassing(); });
     };
-    by(&work, &WorkState::changed);
+    by(&parts.work, &WorkState::changed);
     by(&delegate.editHistory(), &QUndoStack::indexChanged);
     by(c.tabview, &TabView::didSelectTabViewItem);
     for (QLineEdit *field : window.findChildren<QLineEdit *>())
@@ -220,14 +221,14 @@ void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts
     Ui::MainWindow &controls = window.controls();
     delegate.setWindow(&window);
     fillOutlets(controls, delegate, parts);
-    wireGrid(controls, delegate);
-    wireConsole(controls, delegate);
+    wireGrid(controls, delegate, parts.messages);
+    wireConsole(controls, delegate, parts.messages);
     wireTabs(controls, delegate);
     wireOperations(controls, delegate);
     bindControls(controls, delegate, parts.binder);
     wireDevices(controls, delegate, parts);
     wireFiles(controls, delegate);
-    endPassingNoticeByDeeds(window, delegate, parts.work);
+    endPassingMessageByDeeds(window, delegate, parts);
     new HeldKeys(&window);
     dress(window);
 }

@@ -6,6 +6,7 @@
 class AppDelegate;
 class KeyBinder;
 class MainWindow;
+class Messages;
 class UAStringManager;
 class DeviceSearchPanel;
 class WorkState;
@@ -18,6 +19,7 @@ struct WindowParts {
     device_searcher &searcher;
     DeviceSearchPanel &searchPanel;
     const WorkState &work;
+    Messages &messages;
 };
 
 /// Connects the controls of \a window with \a delegate and binds the option controls to their

@@ -89,11 +89,11 @@ QPushButton *MessageLine::makeButton() {
     return button;
 }
 
-void MessageLine::setNotice(const QString &topic, Severity severity, const QString &sentence) {
+void MessageLine::setNotice(int topic, Severity severity, const QString &sentence) {
     setNotice(topic, severity, sentence, {});
 }
 
-void MessageLine::setNotice(const QString &topic, Severity severity, const QString &sentence,
+void MessageLine::setNotice(int topic, Severity severity, const QString &sentence,
                             const Action &action) {
     if (sentence.isEmpty()) {
         clearNotice(topic);
@@ -116,18 +116,17 @@ void MessageLine::setNotice(const QString &topic, Severity severity, const QStri
     QAccessible::updateAccessibility(&alert);
 }
 
-void MessageLine::setPassingNotice(const QString &topic, Severity severity,
-                                   const QString &sentence) {
+void MessageLine::setPassingNotice(int topic, Severity severity, const QString &sentence) {
     setNotice(topic, severity, sentence);
     passing_ = topic;
 }
 
 void MessageLine::endPassingNotice() {
-    if (!passing_.isEmpty())
-        clearNotice(std::exchange(passing_, QString()));
+    if (const std::optional<int> topic = std::exchange(passing_, std::nullopt))
+        clearNotice(*topic);
 }
 
-void MessageLine::clearNotice(const QString &topic) {
+void MessageLine::clearNotice(int topic) {
     if (std::erase_if(notices_, [&](const Notice &notice) { return notice.topic == topic; }) > 0)
         showNotices();
 }

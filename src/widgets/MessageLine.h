@@ -6,13 +6,14 @@
 #include <QPlainTextEdit>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 class QPushButton;
 
-/// Says inline, below the controls, what other programs say in dialogs. Each notice has a topic;
-/// a topic has at most one notice. Notices are shown newest first, one to a line, at most
-/// mostLines lines high; beyond that the text scrolls.
+/// Says inline, below the controls, what other programs say in dialogs. Each notice has a topic,
+/// a number that means nothing here; a topic has at most one notice. Notices are shown newest
+/// first, one to a line, at most mostLines lines high; beyond that the text scrolls.
 ///
 /// It is a read-only text itself, so that its accessible object, named "Message", is the text:
 /// selectable, reachable by keyboard (Tab leaves it), and never shorter than one line, so that
@@ -38,18 +39,17 @@ public:
 
     /// Shows \a sentence (translated) as the newest notice, in place of the topic's former one.
     /// An empty \a sentence clears the topic.
-    void setNotice(const QString &topic, Severity severity, const QString &sentence);
+    void setNotice(int topic, Severity severity, const QString &sentence);
     /// The same with a button behind the text. Each notice with an action has a button of its own,
     /// which keeps its meaning until the notice goes; the newest notice's is the first.
-    void setNotice(const QString &topic, Severity severity, const QString &sentence,
-                   const Action &action);
+    void setNotice(int topic, Severity severity, const QString &sentence, const Action &action);
     /// Shows \a sentence until another notice comes or endPassingNotice() is called: for what is
     /// never untrue, but of no use once something else is done.
-    void setPassingNotice(const QString &topic, Severity severity, const QString &sentence);
+    void setPassingNotice(int topic, Severity severity, const QString &sentence);
     /// Takes the passing notice away, if there is one.
     void endPassingNotice();
     /// Takes the notice of \a topic away, if there is one.
-    void clearNotice(const QString &topic);
+    void clearNotice(int topic);
     /// Takes all notices away.
     void clearAll();
 
@@ -65,7 +65,7 @@ protected:
 
 private:
     struct Notice {
-        QString topic;
+        int topic = 0;
         Severity severity = Severity::Information;
         QString sentence;
         Action action;
@@ -87,7 +87,7 @@ private:
     void fitHeight();
 
     std::vector<Notice> notices_;  // newest first
-    QString passing_;              // topic of the passing notice; empty without one
+    std::optional<int> passing_;   // topic of the passing notice
     QList<QPushButton *> buttons_; // at least one; what no notice has is hidden
     int height_ = 0;
 };

@@ -88,22 +88,22 @@ struct Window {
 
 void setNumbered(MessageLine &line, int count) {
     for (int number = 1; number <= count; ++number)
-        line.setNotice(QString::number(number), Severity::Information, u"Notice %1."_s.arg(number));
+        line.setNotice(number, Severity::Information, u"Notice %1."_s.arg(number));
 }
 
 } // namespace
 
 void TestMessageLine::notices_areShownNewestFirst() {
     MessageLine line;
-    line.setNotice(u"a"_s, Severity::Information, u"First."_s);
-    line.setNotice(u"b"_s, Severity::Warning, u"Second."_s);
+    line.setNotice('a', Severity::Information, u"First."_s);
+    line.setNotice('b', Severity::Warning, u"Second."_s);
     QCOMPARE(line.text(), u"Warning: Second.\nFirst."_s);
-    line.setNotice(u"a"_s, Severity::Problem, u"Third."_s);
+    line.setNotice('a', Severity::Problem, u"Third."_s);
     QCOMPARE(line.text(), u"Problem: Third.\nWarning: Second."_s);
-    line.clearNotice(u"a"_s);
-    line.clearNotice(u"unknown"_s);
+    line.clearNotice('a');
+    line.clearNotice('?');
     QCOMPARE(line.text(), u"Warning: Second."_s);
-    line.setNotice(u"b"_s, Severity::Warning, QString());
+    line.setNotice('b', Severity::Warning, QString());
     QCOMPARE(line.text(), QString());
     setNumbered(line, 2);
     line.clearAll();
@@ -119,10 +119,10 @@ void TestMessageLine::severity_isAWordAndAReadableColour_data() {
 void TestMessageLine::severity_isAWordAndAReadableColour() {
     QFETCH(QPalette, palette);
     MessageLine line;
-    line.setNotice(u"1"_s, Severity::Information, u"x"_s);
-    line.setNotice(u"2"_s, Severity::Success, u"x"_s);
-    line.setNotice(u"3"_s, Severity::Warning, u"x"_s);
-    line.setNotice(u"4"_s, Severity::Problem, u"x"_s);
+    line.setNotice('1', Severity::Information, u"x"_s);
+    line.setNotice('2', Severity::Success, u"x"_s);
+    line.setNotice('3', Severity::Warning, u"x"_s);
+    line.setNotice('4', Severity::Problem, u"x"_s);
     QCOMPARE(line.text(), u"Problem: x\nWarning: x\nDone: x\nx"_s);
     line.setPalette(palette);
     QStringList colors;
@@ -139,13 +139,13 @@ void TestMessageLine::severity_isAWordAndAReadableColour() {
 
 void TestMessageLine::sentence_staysOnOneLine() {
     MessageLine line;
-    line.setNotice(u"a"_s, Severity::Information, u"No file a\nb\u2029c  d\x1b."_s);
+    line.setNotice('a', Severity::Information, u"No file a\nb\u2029c  d\x1b."_s);
     QCOMPARE(line.text(), u"No file a b c  d ."_s);
 }
 
 void TestMessageLine::text_isReadByAssistiveTechnology() {
     Window window;
-    window.line.setNotice(u"a"_s, Severity::Problem, u"No file."_s);
+    window.line.setNotice('a', Severity::Problem, u"No file."_s);
     QAccessibleInterface *object = QAccessible::queryAccessibleInterface(&window.line);
     QCOMPARE(object->text(QAccessible::Name), u"Message"_s);
     QVERIFY(object->textInterface());
@@ -176,7 +176,7 @@ void TestMessageLine::height_isOneToThreeLines() {
 void TestMessageLine::longSentence_isWrapped() {
     Window window;
     const int before = window.height();
-    window.line.setNotice(u"a"_s, Severity::Information, u"many words "_s.repeated(12));
+    window.line.setNotice('a', Severity::Information, u"many words "_s.repeated(12));
     QVERIFY(window.height() > before);
     QCOMPARE(window.line.horizontalScrollBar()->maximum(), 0);
 }
@@ -185,7 +185,7 @@ void TestMessageLine::action_hasAButton() {
     Window window;
     MessageLine &line = window.line;
     int runs = 0;
-    line.setNotice(u"a"_s, Severity::Information, u"12 hand edits were replaced."_s,
+    line.setNotice('a', Severity::Information, u"12 hand edits were replaced."_s,
                    {u"&Restore edits"_s, [&] { ++runs; }});
     QPushButton *button = shownButton(line);
     QVERIFY(button);
@@ -193,17 +193,17 @@ void TestMessageLine::action_hasAButton() {
     QAccessible::queryAccessibleInterface(button)->actionInterface()->doAction(
         QAccessibleActionInterface::pressAction());
     QTRY_COMPARE(runs, 1);
-    line.clearNotice(u"a"_s);
+    line.clearNotice('a');
     QVERIFY(!shownButton(line));
 }
 
 void TestMessageLine::action_mayClearItsOwnNotice() {
     MessageLine line;
-    line.setNotice(u"a"_s, Severity::Information, u"x"_s,
-                   {u"Undo"_s, [&] {
-                        line.clearAll();
-                        line.setNotice(u"b"_s, Severity::Success, u"undone"_s);
-                    }});
+    line.setNotice('a', Severity::Information, u"x"_s, {u"Undo"_s, [&] {
+                                                            line.clearAll();
+                                                            line.setNotice('b', Severity::Success,
+                                                                           u"undone"_s);
+                                                        }});
     shownButton(line)->click();
     QCOMPARE(line.text(), u"Done: undone"_s);
     QVERIFY(!shownButton(line));
@@ -212,12 +212,13 @@ void TestMessageLine::action_mayClearItsOwnNotice() {
 void TestMessageLine::eachAction_hasAButtonOfItsOwn() {
     MessageLine line;
     QStringList deeds;
+    const QStringList names = {u"One"_s, u"Two"_s, u"Three"_s};
     const auto offer = [&](const QString &name) {
-        line.setNotice(name, Severity::Information, u"x"_s,
+        line.setNotice(static_cast<int>(names.indexOf(name)), Severity::Information, u"x"_s,
                        {u"&"_s + name, [&, name] { deeds.append(name); }});
     };
     offer(u"One"_s);
-    line.setNotice(u"b"_s, Severity::Information, u"y"_s);
+    line.setNotice('b', Severity::Information, u"y"_s);
     offer(u"Two"_s);
     QCOMPARE(labels(line), QStringList({u"&Two"_s, u"&One"_s}));
     QCOMPARE(line.findChild<QPushButton *>()->accessibleName(), u"Two"_s);
@@ -226,10 +227,10 @@ void TestMessageLine::eachAction_hasAButtonOfItsOwn() {
     QCOMPARE(deeds, QStringList({u"Two"_s, u"One"_s}));
     offer(u"One"_s);
     QCOMPARE(labels(line), QStringList({u"&One"_s, u"&Two"_s}));
-    line.clearNotice(u"One"_s);
+    line.clearNotice(0);
     QCOMPARE(labels(line), QStringList({u"&Two"_s}));
     QCOMPARE(line.findChild<QPushButton *>()->text(), u"&Two"_s);
-    line.setNotice(u"Two"_s, Severity::Information, u"x"_s);
+    line.setNotice(1, Severity::Information, u"x"_s);
     QCOMPARE(labels(line), QStringList());
     offer(u"Three"_s);
     QCOMPARE(labels(line), QStringList({u"&Three"_s}));
@@ -242,17 +243,17 @@ void TestMessageLine::button_staysWithItsNotice() {
     Window window;
     MessageLine &line = window.line;
     QStringList deeds;
-    line.setNotice(u"a"_s, Severity::Information, u"x"_s, {u"One"_s, [&] { deeds << u"1"_s; }});
+    line.setNotice('a', Severity::Information, u"x"_s, {u"One"_s, [&] { deeds << u"1"_s; }});
     QPushButton *one = shownButton(line);
     const QRect place = one->geometry();
     one->setFocus();
     QTest::keyPress(one, Qt::Key_Space);
-    line.setNotice(u"b"_s, Severity::Information, u"y"_s, {u"Two"_s, [&] { deeds << u"2"_s; }});
+    line.setNotice('b', Severity::Information, u"y"_s, {u"Two"_s, [&] { deeds << u"2"_s; }});
     QTest::keyRelease(one, Qt::Key_Space);
     QCOMPARE(deeds, QStringList({u"1"_s}));
     QVERIFY(one->hasFocus());
     QCOMPARE(one->geometry(), place);
-    line.setNotice(u"a"_s, Severity::Information, u"z"_s, {u"Other"_s, [&] { deeds << u"3"_s; }});
+    line.setNotice('a', Severity::Information, u"z"_s, {u"Other"_s, [&] { deeds << u"3"_s; }});
     one->click();
     QCOMPARE(deeds, QStringList({u"1"_s}));
 }
@@ -260,11 +261,11 @@ void TestMessageLine::button_staysWithItsNotice() {
 void TestMessageLine::buttons_standBesideEachOtherAfterTheText() {
     Window window;
     const int before = window.height();
-    window.line.setNotice(u"a"_s, Severity::Information, u"x"_s, {u"One"_s, [] {}});
+    window.line.setNotice('a', Severity::Information, u"x"_s, {u"One"_s, [] {}});
     QCOMPARE(window.height(), before);
-    window.line.setNotice(u"a"_s, Severity::Information, u"x"_s, {u"Two words"_s, [] {}});
+    window.line.setNotice('a', Severity::Information, u"x"_s, {u"Two words"_s, [] {}});
     QCOMPARE(window.height(), before);
-    window.line.setNotice(u"b"_s, Severity::Information, u"y"_s, {u"One"_s, [] {}});
+    window.line.setNotice('b', Severity::Information, u"y"_s, {u"One"_s, [] {}});
     const int both = window.height();
     const QList<QPushButton *> buttons = shownButtons(window.line);
     QCOMPARE(buttons.size(), 2);
@@ -274,7 +275,7 @@ void TestMessageLine::buttons_standBesideEachOtherAfterTheText() {
     QCOMPARE(buttons[1]->geometry().right(), window.line.rect().right());
     for (const QPushButton *button : buttons)
         QVERIFY(window.line.rect().contains(button->geometry()));
-    window.line.setNotice(u"b"_s, Severity::Information, u"y"_s);
+    window.line.setNotice('b', Severity::Information, u"y"_s);
     QCOMPARE(window.height(), both);
     QVERIFY(window.line.viewport()->width() > text.width());
 }
@@ -282,9 +283,10 @@ void TestMessageLine::buttons_standBesideEachOtherAfterTheText() {
 void TestMessageLine::buttons_leaveRoomForTheText() {
     Window window;
     window.window.resize(1000, 300);
+    int topic = 0;
     for (const QString &label : {u"Restore"_s, u"Reload"_s, u"Write the image file again"_s,
                                  u"Remove \u201c(custom)\u201d"_s})
-        window.line.setNotice(label, Severity::Information, u"A notice of a few words."_s,
+        window.line.setNotice(++topic, Severity::Information, u"A notice of a few words."_s,
                               {label, [] {}});
     window.height();
     const QRect text = window.line.viewport()->geometry();
@@ -302,9 +304,9 @@ void TestMessageLine::buttons_areReachedByKeyboardInTheirOrder() {
     QLineEdit next;
     next.setParent(&window.window);
     next.show();
-    window.line.setNotice(u"a"_s, Severity::Information, u"x"_s, {u"One"_s, [] {}});
-    window.line.setNotice(u"b"_s, Severity::Information, u"y"_s, {u"Two"_s, [] {}});
-    window.line.setNotice(u"c"_s, Severity::Information, u"z"_s, {u"Three"_s, [] {}});
+    window.line.setNotice('a', Severity::Information, u"x"_s, {u"One"_s, [] {}});
+    window.line.setNotice('b', Severity::Information, u"y"_s, {u"Two"_s, [] {}});
+    window.line.setNotice('c', Severity::Information, u"z"_s, {u"Three"_s, [] {}});
     window.line.setFocus();
     QTRY_VERIFY(window.line.hasFocus());
     QTest::keyClick(&window.line, Qt::Key_Tab);
@@ -317,13 +319,13 @@ void TestMessageLine::buttons_areReachedByKeyboardInTheirOrder() {
 
 void TestMessageLine::passingNotice_goesWhenAnotherComes() {
     MessageLine line;
-    line.setNotice(u"a"_s, Severity::Warning, u"old"_s);
-    line.setPassingNotice(u"b"_s, Severity::Information, u"passing"_s);
-    line.clearNotice(u"c"_s);
+    line.setNotice('a', Severity::Warning, u"old"_s);
+    line.setPassingNotice('b', Severity::Information, u"passing"_s);
+    line.clearNotice('c');
     QCOMPARE(line.text(), u"passing\nWarning: old"_s);
-    line.setNotice(u"c"_s, Severity::Information, u"new"_s);
+    line.setNotice('c', Severity::Information, u"new"_s);
     QCOMPARE(line.text(), u"new\nWarning: old"_s);
-    line.setPassingNotice(u"b"_s, Severity::Information, u"passing"_s);
+    line.setPassingNotice('b', Severity::Information, u"passing"_s);
     line.endPassingNotice();
     line.endPassingNotice();
     QCOMPARE(line.text(), u"new\nWarning: old"_s);
@@ -331,17 +333,17 @@ void TestMessageLine::passingNotice_goesWhenAnotherComes() {
 
 void TestMessageLine::passingNotice_thatIsSaidForGoodStays() {
     MessageLine line;
-    line.setPassingNotice(u"a"_s, Severity::Information, u"same"_s);
-    line.setNotice(u"a"_s, Severity::Information, u"same"_s);
+    line.setPassingNotice('a', Severity::Information, u"same"_s);
+    line.setNotice('a', Severity::Information, u"same"_s);
     line.endPassingNotice();
     QCOMPARE(line.text(), u"same"_s);
 }
 
 void TestMessageLine::repeatedNotice_keepsTheSelection() {
     MessageLine line;
-    line.setNotice(u"a"_s, Severity::Information, u"same"_s);
+    line.setNotice('a', Severity::Information, u"same"_s);
     line.selectAll();
-    line.setNotice(u"a"_s, Severity::Information, u"same"_s, {u"One"_s, [] {}});
+    line.setNotice('a', Severity::Information, u"same"_s, {u"One"_s, [] {}});
     QCOMPARE(line.textCursor().selectedText(), u"same"_s);
     QVERIFY(shownButton(line));
 }

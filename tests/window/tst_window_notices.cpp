@@ -70,8 +70,8 @@ void TestWindowNotices::about_leavesWithTheNextDeed_data() {
     row("another menu entry",
         [](WindowFixture &velm) { choose(velm, QStringLiteral("Follow output")); });
     row("another notice", [](WindowFixture &velm) {
-        velm.controls().messageLine->setNotice(
-            QStringLiteral("a"), MessageLine::Severity::Information, QStringLiteral("news"));
+        velm.controls().messageLine->setNotice(-1, MessageLine::Severity::Information,
+                                               QStringLiteral("news"));
     });
 }
 

@@ -178,7 +178,7 @@ void TestWindowReach::tab_followsTheReadingOrder() {
     MainWindow &window = velm.velm().window();
     if (size.isValid())
         window.resize(size);
-    velm.controls().messageLine->setNotice(QStringLiteral("a"), MessageLine::Severity::Information,
+    velm.controls().messageLine->setNotice(-1, MessageLine::Severity::Information,
                                            QStringLiteral("A button:"),
                                            {QStringLiteral("Do it"), [] {}});
     velm.settle();

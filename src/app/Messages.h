@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "widgets/MessageLine.h"
+
+/// What the window's messages are about. A topic has at most one message at a time.
+enum class Topic {
+    Verdict,         ///< what came of the newest run
+    Busy,            ///< what is refused while the tool works
+    SecondPress,     ///< what a second press does
+    Leftovers,       ///< what still prints after its run
+    StaleRead,       ///< bytes that are older than the last Read
+    NothingRead,     ///< no data to save, for want of a Read
+    NothingToBurn,   ///< no data to save, for want of an image
+    Composition,     ///< how the image came out
+    Workspace,       ///< the file of the image to burn could not be written
+    ImageFile,       ///< that file was written again
+    Binary,          ///< the opened binary: how it reads, or that it does not
+    OpenedFile,      ///< the opened binary is another file by now
+    Saving,          ///< a file of the user's was written, or not
+    Entry,           ///< what was typed into a cell and not taken
+    ReplacedEdits,   ///< edits that a composition replaced
+    RestoredImage,   ///< an image that has come back, and how the controls differ from it
+    HiddenBytes,     ///< bytes behind the shown text
+    Copy,            ///< too much to copy
+    Address,         ///< an address that cannot be gone to
+    Device,          ///< a mark in the device's name
+    Favourites,      ///< what became of a favourite
+    Console,         ///< text that the console has dropped
+    Settings,        ///< settings that were damaged, or are not saved
+    SettingsNotRead, ///< settings that could not be read at the start
+    About,           ///< what this program is
+};
+
+/// What makes messages untrue.
+enum class Event {
+    RunBegan,
+    WorkEnded,
+    ReadTaken,      ///< a Read is over and its bytes, if any, are here
+    BytesRead,      ///< there are bytes of a chip
+    ImageChanged,   ///< the data to burn
+    ImageHasBytes,  ///< there are data to burn
+    BinaryLoading,  ///< the opened binary is about to be read
+    SavingBegan,    ///< a file of the user's is about to be chosen
+    SettingsSaved,  ///< settings that could not be saved before
+    DeviceChanged,  ///< the device's name
+    RowsSelected,   ///< other rows than before, or of another content
+    AddressChanged, ///< the address to go to
+    ConsoleCleared,
+};
+
+/// The window's messages. How serious a topic is and what ends it stand in one table here;
+/// whoever has something to say gives the sentence alone.
+class Messages {
+public:
+    using Action = MessageLine::Action;
+
+    /// Says everything in \a line, which must live as long.
+    explicit Messages(MessageLine &line) : line_(line) {}
+
+    /// Says \a sentence (translated) instead of what was said about \a topic before, as seriously
+    /// as that topic usually is. An empty sentence takes back what was said.
+    void say(Topic topic, const QString &sentence, const Action &action = {});
+    /// The same about something that has gone wrong.
+    void sayTrouble(Topic topic, const QString &sentence, const Action &action = {});
+    /// The same about what came of a run, which only its judge can tell.
+    void sayVerdict(MessageLine::Severity severity, const QString &sentence);
+    /// Says \a sentence until anything else is said or endPassing() is called.
+    void sayInPassing(Topic topic, const QString &sentence);
+    void endPassing();
+    /// Takes back what was said about \a topic.
+    void takeBack(Topic topic);
+    /// Takes back all that \a event makes untrue.
+    void happened(Event event);
+
+private:
+    MessageLine &line_;
+};
