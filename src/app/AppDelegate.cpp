@@ -16,7 +16,6 @@
 #include "settings/SettingsStore.h"
 #include "tool/ScriptedMiniPro.h"
 #include "widgets/ConsoleView.h"
-#include "widgets/KeyBinder.h"
 #include "widgets/TabView.h"
 
 #include <QAbstractButton>
@@ -32,7 +31,7 @@ constexpr qsizetype expectedRuns = 10;
 
 AppDelegate::AppDelegate(SettingsStore &defaults, Log &log, MainQueue &queue,
                          std::function<void()> beep, FilePanels &panels, WindowMemory &memory,
-                         WorkState &work, Messages &messages)
+                         WorkState &work, Messages &messages, const ActionGate &gate)
     : defaults_(defaults),
       log_(log),
       queue_(queue),
@@ -41,6 +40,7 @@ AppDelegate::AppDelegate(SettingsStore &defaults, Log &log, MainQueue &queue,
       memory_(memory),
       work_(work),
       messages_(messages),
+      gate_(gate),
       workspace_(defaults, log) {
     connect(&defaults_, &SettingsStore::valueChanged, this, &AppDelegate::settingChanged);
     connect(&edits_, &HandEdits::imageChanged, this, &AppDelegate::showStep);
@@ -135,9 +135,8 @@ void AppDelegate::openedFileChanged(OpenedFileWatch::State state) {
 }
 
 void AppDelegate::reloadOpenedBinary() {
-    if (refusesWhileBusy())
+    if (gate_.refusesElseCommits())
         return;
-    commitPendingInput();
     load_opened_binary();
     build_and_reload();
 }
@@ -206,7 +205,7 @@ void AppDelegate::build_and_reload() {
 
 void AppDelegate::handleControl(QObject *sender) {
     log_.write(QStringLiteral("handleControl:"));
-    if (refusesWhileBusy())
+    if (gate_.refuses())
         return;
     const QList<QObject *> compositionControls = {
         outlets.startAddTextField, outlets.btn_combine_read_data,

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/ActionGate.h"
 #include "app/BurnDoubt.h"
 #include "app/CompositionRemarks.h"
 #include "app/HandEdits.h"
@@ -27,7 +28,6 @@
 class ConsoleView;
 class FilePanels;
 class GridView;
-class KeyBinder;
 class Log;
 class MainQueue;
 class QAbstractButton;
@@ -52,7 +52,6 @@ struct AppDelegateOutlets {
     GridView *tableview = nullptr;
     ConsoleView *textView = nullptr;
     QLabel *peeping_at = nullptr;
-    KeyBinder *keyBinder = nullptr;
     QDialog *searchDevicesWindow = nullptr;
     device_searcher *devicesearcher = nullptr;
     QLineEdit *readFileTextField = nullptr;
@@ -85,10 +84,12 @@ public:
     };
 
     /// \a beep sounds the system beep, \a panels asks the user for files, \a memory is what the
-    /// program remembers for itself, \a work is the state that every action asks first, and
-    /// \a messages takes what there is to say. All are used as long as the controller lives.
+    /// program remembers for itself, \a work is the state that every action asks \a gate
+    /// about first, and \a messages takes what there is to say. All are used as long as the
+    /// controller lives.
     AppDelegate(SettingsStore &defaults, Log &log, MainQueue &queue, std::function<void()> beep,
-                FilePanels &panels, WindowMemory &memory, WorkState &work, Messages &messages);
+                FilePanels &panels, WindowMemory &memory, WorkState &work, Messages &messages,
+                const ActionGate &gate);
     ~AppDelegate() override;
 
     AppDelegateOutlets outlets;
@@ -117,11 +118,6 @@ public:
     /// Ends the run or search in progress, if any: the tool's whole process group is asked, then
     /// killed.
     void stopRun();
-    /// True, and said, while the tool runs for an operation or a search: nothing may be started or
-    /// changed then.
-    bool refusesWhileBusy();
-    /// Commits whatever is being typed (a field or a cell of the grid).
-    void commitPendingInput();
 
     // Edits made by hand
 
@@ -259,6 +255,7 @@ private:
     WindowMemory &memory_;
     WorkState &work_;
     Messages &messages_;
+    const ActionGate &gate_;
     TemporaryWorkspace workspace_;
     QPointer<QMainWindow> window_;
     State state_;

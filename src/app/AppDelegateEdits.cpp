@@ -10,7 +10,6 @@
 #include "grid/GridColumns.h"
 #include "grid/GridPresentation.h"
 #include "grid/GridView.h"
-#include "widgets/KeyBinder.h"
 #include "widgets/TabView.h"
 
 #include <QLocale>
@@ -21,7 +20,7 @@ bool AppDelegate::tableView_shouldEditTableColumn_row(QObject *, const QString &
 
 void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const QString &value,
                                                               const QString &column, qint64 row) {
-    if (selectedTab() != burnTabIdentifier() || !state_.output_data || refusesWhileBusy())
+    if (selectedTab() != burnTabIdentifier() || !state_.output_data || gate_.refuses())
         return;
     const CellEditOutcome edit =
         commitEntry(*state_.output_data, state_.strData.length(), value, columnNumber(column), row);
@@ -69,22 +68,15 @@ void AppDelegate::showStep(qint64 offset) {
 
 // Whoever takes back what is being typed means the whole entry.
 void AppDelegate::undoEdit() {
-    if (refusesWhileBusy())
+    if (gate_.refusesElseCommits())
         return;
-    commitPendingInput();
     edits_.undo();
 }
 
 void AppDelegate::redoEdit() {
-    if (refusesWhileBusy())
+    if (gate_.refusesElseCommits())
         return;
-    commitPendingInput();
     edits_.redo();
-}
-
-void AppDelegate::commitPendingInput() {
-    outlets.keyBinder->commitPending();
-    outlets.tableview->commitOpenEditor();
 }
 
 // Edits made by hand may be an hour's work, and any control of the composition replaces them.
@@ -113,9 +105,8 @@ void AppDelegate::sayRestoredEdits(int edits) {
 }
 
 void AppDelegate::restoreEdits() {
-    if (refusesWhileBusy())
+    if (gate_.refusesElseCommits())
         return;
-    commitPendingInput();
     if (edits_.replaced().isEmpty())
         return;
     const int edits = edits_.replaced().last().state.edits;

@@ -35,7 +35,7 @@ QString fileNameFor(const QString &device, const QString &suffix) {
 } // namespace
 
 void AppDelegate::browseBinaryFile(QObject *) {
-    if (refusesWhileBusy())
+    if (gate_.refuses())
         return;
     FilePanelRequest request;
     request.kind = FilePanelRequest::Kind::Open;
@@ -47,9 +47,8 @@ void AppDelegate::browseBinaryFile(QObject *) {
 }
 
 void AppDelegate::openBinary(const QString &path) {
-    if (refusesWhileBusy())
+    if (gate_.refusesElseCommits())
         return;
-    commitPendingInput();
     defaults_.setValue(settingsKeys::binary, path);
     memory_.addRecentFile(path);
     load_opened_binary();
@@ -80,9 +79,8 @@ void AppDelegate::export_output_data(QObject *) {
 void AppDelegate::exportImage(ByteBuffer State::*image, Topic emptyTopic,
                               const QString &emptyLogLine, const QString &emptySentence,
                               const QString &suggestedName) {
-    if (refusesWhileBusy())
+    if (gate_.refusesElseCommits())
         return;
-    commitPendingInput();
     messages_.happened(Event::SavingBegan);
     if (lengthOf(state_.*image) == 0) {
         log_.write(emptyLogLine);

@@ -44,9 +44,8 @@ bool takesImage(int tag) {
 } // namespace
 
 void AppDelegate::go(QObject *sender) {
-    if (refusesWhileBusy())
+    if (gate_.refusesElseCommits())
         return;
-    commitPendingInput();
     auto *run = new ScriptedMiniPro(defaults_, log_, queue_, this);
     state_.retainArray.append(run);
     emit runMade(run);
@@ -70,7 +69,7 @@ void AppDelegate::go(QObject *sender) {
 }
 
 void AppDelegate::testLogic(QObject *sender) {
-    if (refusesWhileBusy())
+    if (gate_.refuses())
         return;
     if (selectedTab() == logicTabIdentifier())
         tabView_didSelectTabViewItem(outlets.tabview, outlets.tabview->selectedTabViewItem());
@@ -138,7 +137,7 @@ bool AppDelegate::asksBeforeRun(const BurnSituation &burn) {
 }
 
 void AppDelegate::writeImageAgain() {
-    if (refusesWhileBusy())
+    if (gate_.refuses())
         return;
     secondPress_.withdraw();
     write_output_data_to_temp_file(this);
@@ -182,16 +181,6 @@ void AppDelegate::stopRun() {
         return;
     work_.stop();
     currentRun_->stop();
-}
-
-bool AppDelegate::refusesWhileBusy() {
-    if (work_.isIdle())
-        return false;
-    messages_.say(Topic::Busy,
-                  work_.now() == Work::Searching
-                      ? tr("A search is running: stop it or wait for its end.")
-                      : tr("The programmer tool is running: stop it or wait for its end."));
-    return true;
 }
 
 // Says why there are no bytes, if there are none.

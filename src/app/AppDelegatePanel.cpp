@@ -21,7 +21,7 @@ const QString customSuffix = QStringLiteral("(custom)");
 } // namespace
 
 void AppDelegate::showListPanel(QObject *) {
-    if (refusesWhileBusy())
+    if (gate_.refuses())
         return;
     QDialog *panel = outlets.searchDevicesWindow;
     connect(panel, &QDialog::finished, this, &AppDelegate::searchPanelEnded, Qt::UniqueConnection);
@@ -29,7 +29,7 @@ void AppDelegate::showListPanel(QObject *) {
 }
 
 void AppDelegate::deviceSearchPanelOK(QObject *) {
-    if (refusesWhileBusy())
+    if (gate_.refuses())
         return;
     outlets.searchDevicesWindow->done(confirmed);
 }

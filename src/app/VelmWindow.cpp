@@ -22,20 +22,21 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
     : settings_(surroundings.settings),
       memory_(surroundings.memoryPath),
       messages_(*window_.controls().messageLine),
+      gate_(work_, messages_),
       binder_(surroundings.settings),
       favourites_(surroundings.settings, surroundings.log),
       searcher_(surroundings.settings, surroundings.log, queue_, surroundings.beep, work_),
       searchPanel_(searcher_, &window_),
       delegate_(surroundings.settings, surroundings.log, queue_, surroundings.beep,
-                surroundings.panels, memory_, work_, messages_),
+                surroundings.panels, memory_, work_, messages_, gate_),
       verdictLine_(runLog_, messages_, [this] { return shownNow(); }),
       runControls_(window_.controls()) {
     wireMainWindow(window_, delegate_,
-                   {binder_, favourites_, searcher_, searchPanel_, work_, messages_});
-    const WindowMenus menus = makeWindowMenus(window_, delegate_, work_, messages_);
+                   {binder_, favourites_, searcher_, searchPanel_, work_, messages_, gate_});
+    const WindowMenus menus = makeWindowMenus(window_, delegate_, work_, gate_, messages_);
     runControls_.setActions(menus.offWhileRunning, menus.stop);
     settings_.setGuard([this] { return work_.isIdle(); });
-    connect(&settings_, &SettingsStore::changeRefused, &delegate_, &AppDelegate::refusesWhileBusy);
+    connect(&settings_, &SettingsStore::changeRefused, this, [this] { gate_.refuses(); });
     connect(&work_, &WorkState::changed, this, &VelmWindow::workChanged);
     followVerdicts();
     followLatePrinters();
@@ -75,7 +76,7 @@ void VelmWindow::askToEnd() {
 // stay powered.
 bool VelmWindow::mayClose() {
     if (work_.isIdle()) {
-        delegate_.commitPendingInput();
+        gate_.commitPendingInput();
         return !delegate_.refusesToLoseEdits(askedFromOutside_ ? SecondPress::Presser::Program
                                                                : SecondPress::Presser::Hand);
     }

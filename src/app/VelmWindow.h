@@ -73,6 +73,7 @@ private:
     WindowMemory memory_;
     MainWindow window_;
     Messages messages_;
+    ActionGate gate_;
     KeyBinder binder_;
     UAStringManager favourites_;
     device_searcher searcher_;

@@ -3,6 +3,7 @@
 
 #include "app/WindowMenus.h"
 
+#include "app/ActionGate.h"
 #include "app/AppDelegate.h"
 #include "app/MainWindow.h"
 #include "app/Messages.h"
@@ -178,7 +179,7 @@ void nameBySteps(QAction &undo, QAction &redo, const QUndoStack &history) {
 }
 
 WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const WorkState &work,
-                            Messages &messages) {
+                            const ActionGate &gate, Messages &messages) {
     WindowMenus menus;
     fillFileMenu(window, delegate, menus);
     fillEditMenu(window, delegate, work);
@@ -186,9 +187,9 @@ WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const Wor
     fillViewMenu(window);
     fillHelpMenu(window, messages);
     // A menu takes no focus from who is typing.
-    QObject::connect(window.menuBar(), &QMenuBar::triggered, &delegate,
-                     &AppDelegate::commitPendingInput);
-    QObject::connect(window.menuBar(), &QMenuBar::triggered, &window,
-                     [&messages] { messages.endPassing(); });
+    QObject::connect(window.menuBar(), &QMenuBar::triggered, &window, [&gate, &messages] {
+        gate.commitPendingInput();
+        messages.endPassing();
+    });
     return menus;
 }

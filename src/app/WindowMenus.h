@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QList>
 
+class ActionGate;
 class AppDelegate;
 class MainWindow;
 class QUndoStack;
@@ -24,7 +25,7 @@ struct WindowMenus {
 /// technology fires inside that technology's call, which must not last as long as a run of the
 /// tool. The entries that go by the edit history follow \a work by themselves.
 WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const WorkState &work,
-                            Messages &messages);
+                            const ActionGate &gate, Messages &messages);
 
 /// Lets the texts of \a undo and \a redo say which step of \a history each would take back or make
 /// again, as long as all three exist. A step without a text is an edit, and so is none.

@@ -3,6 +3,7 @@
 
 #include "app/WindowWiring.h"
 
+#include "app/ActionGate.h"
 #include "app/AppDelegate.h"
 #include "app/GoToAddress.h"
 #include "app/MainWindow.h"
@@ -35,7 +36,6 @@ void fillOutlets(Ui::MainWindow &c, AppDelegate &delegate, const WindowParts &pa
     outlets.tableview = c.tableview;
     outlets.textView = c.textView;
     outlets.peeping_at = c.peeping_at;
-    outlets.keyBinder = &parts.binder;
     outlets.searchDevicesWindow = &parts.searchPanel;
     outlets.devicesearcher = &parts.searcher;
     outlets.readFileTextField = c.readFileTextField;
@@ -72,12 +72,12 @@ void wireConsole(Ui::MainWindow &c, AppDelegate &delegate, Messages &messages) {
                      [&messages] { messages.happened(Event::ConsoleCleared); });
 }
 
-void wireTabs(Ui::MainWindow &c, AppDelegate &delegate) {
+void wireTabs(Ui::MainWindow &c, AppDelegate &delegate, const ActionGate &gate) {
     c.tabview->addTabViewItem(readTabIdentifier(), AppDelegate::tr("Data read from chip"));
     c.tabview->addTabViewItem(burnTabIdentifier(), AppDelegate::tr("Data to burn"));
     c.tabview->addTabViewItem(logicTabIdentifier(), AppDelegate::tr("Logic test results"));
     QObject::connect(c.tabview, &TabView::aboutToSelectTabViewItem, &delegate,
-                     &AppDelegate::commitPendingInput);
+                     [&gate] { gate.commitPendingInput(); });
     QObject::connect(c.tabview, &TabView::didSelectTabViewItem, &delegate,
                      [&delegate, tabs = c.tabview](const TabViewItem &item) {
                          delegate.tabView_didSelectTabViewItem(tabs, item);
@@ -221,9 +221,13 @@ void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts
     Ui::MainWindow &controls = window.controls();
     delegate.setWindow(&window);
     fillOutlets(controls, delegate, parts);
+    parts.gate.setPendingInput([&binder = parts.binder, grid = controls.tableview] {
+        binder.commitPending();
+        grid->commitOpenEditor();
+    });
     wireGrid(controls, delegate, parts.messages);
     wireConsole(controls, delegate, parts.messages);
-    wireTabs(controls, delegate);
+    wireTabs(controls, delegate, parts.gate);
     wireOperations(controls, delegate);
     bindControls(controls, delegate, parts.binder);
     wireDevices(controls, delegate, parts);

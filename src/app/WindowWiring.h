@@ -3,6 +3,7 @@
 
 #pragma once
 
+class ActionGate;
 class AppDelegate;
 class KeyBinder;
 class MainWindow;
@@ -20,6 +21,7 @@ struct WindowParts {
     DeviceSearchPanel &searchPanel;
     const WorkState &work;
     Messages &messages;
+    ActionGate &gate;
 };
 
 /// Connects the controls of \a window with \a delegate and binds the option controls to their

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "app/ActionGate.h"
+
+#include "app/Messages.h"
+#include "base/WorkState.h"
+
+bool ActionGate::refuses() const {
+    if (work_.isIdle())
+        return false;
+    messages_.say(Topic::Busy,
+                  work_.now() == Work::Searching
+                      ? tr("A search is running: stop it or wait for its end.")
+                      : tr("The programmer tool is running: stop it or wait for its end."));
+    return true;
+}
+
+bool ActionGate::refusesElseCommits() const {
+    if (refuses())
+        return true;
+    commitPendingInput();
+    return false;
+}
+
+void ActionGate::commitPendingInput() const {
+    if (commit_)
+        commit_();
+}

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QCoreApplication>
+
+#include <functional>
+
+class Messages;
+class WorkState;
+
+/// What every action of the window asks before it starts a run, changes a setting or an image.
+class ActionGate {
+    Q_DECLARE_TR_FUNCTIONS(ActionGate)
+
+public:
+    /// Asks \a work and answers in \a messages; both must live as long.
+    ActionGate(const WorkState &work, Messages &messages) : work_(work), messages_(messages) {}
+
+    /// \a commit takes in whatever is being typed, in a field or in a cell of the grid.
+    void setPendingInput(std::function<void()> commit) { commit_ = std::move(commit); }
+
+    /// True, and said, while the tool runs for an operation or a search: nothing may be started or
+    /// changed then.
+    bool refuses() const;
+    /// If nothing is refused, whatever is being typed is committed, so that the action finds it
+    /// done; false then. True, and said, as refuses().
+    bool refusesElseCommits() const;
+    /// Commits whatever is being typed.
+    void commitPendingInput() const;
+
+private:
+    const WorkState &work_;
+    Messages &messages_;
+    std::function<void()> commit_;
+};
