@@ -30,14 +30,13 @@ constexpr qsizetype expectedRuns = 10;
 } // namespace
 
 AppDelegate::AppDelegate(SettingsStore &defaults, Log &log, MainQueue &queue,
-                         std::function<void()> beep, FilePanels &panels, WindowMemory &memory,
-                         WorkState &work, Messages &messages, const ActionGate &gate)
+                         std::function<void()> beep, UserFiles &files, WorkState &work,
+                         Messages &messages, const ActionGate &gate)
     : defaults_(defaults),
       log_(log),
       queue_(queue),
       beep_(std::move(beep)),
-      panels_(panels),
-      memory_(memory),
+      files_(files),
       work_(work),
       messages_(messages),
       gate_(gate),

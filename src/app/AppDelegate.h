@@ -18,7 +18,6 @@
 #include "tool/RunRecord.h"
 
 #include <QList>
-#include <QMainWindow>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
@@ -26,7 +25,6 @@
 #include <functional>
 
 class ConsoleView;
-class FilePanels;
 class GridView;
 class Log;
 class MainQueue;
@@ -37,11 +35,10 @@ class QLineEdit;
 class ScriptedMiniPro;
 class SettingsStore;
 class TabView;
-class WindowMemory;
+class UserFiles;
 class WorkState;
 class device_searcher;
 struct CellEdit;
-struct FilePanelRequest;
 struct ShownContent;
 struct TabViewItem;
 
@@ -83,19 +80,14 @@ public:
         QList<ScriptedMiniPro *> retainArray; ///< every tool run, kept for the program's life
     };
 
-    /// \a beep sounds the system beep, \a panels asks the user for files, \a memory is what the
-    /// program remembers for itself, \a work is the state that every action asks \a gate
-    /// about first, and \a messages takes what there is to say. All are used as long as the
-    /// controller lives.
+    /// \a beep sounds the system beep, \a files asks the user for files, \a work is the state that
+    /// every action asks \a gate about first, and \a messages takes what there is to say. All are
+    /// used as long as the controller lives.
     AppDelegate(SettingsStore &defaults, Log &log, MainQueue &queue, std::function<void()> beep,
-                FilePanels &panels, WindowMemory &memory, WorkState &work, Messages &messages,
-                const ActionGate &gate);
+                UserFiles &files, WorkState &work, Messages &messages, const ActionGate &gate);
     ~AppDelegate() override;
 
     AppDelegateOutlets outlets;
-
-    QMainWindow *window() const { return window_; }
-    void setWindow(QMainWindow *window) { window_ = window; }
 
     // Start-up and shutdown
 
@@ -149,14 +141,10 @@ public:
     void browseBinaryFile(QObject *sender);
     /// Makes the file at the absolute \a path the opened binary.
     void openBinary(const QString &path);
-    /// Files opened lately, the newest first.
-    QStringList recentFiles() const;
     /// Saves the data read from the chip; without any, says so and opens no panel.
     void export_read_from_chip_data(QObject *sender);
     /// Saves the data to burn; without any, says so and opens no panel.
     void export_output_data(QObject *sender);
-    /// Saves the console's text exactly as the tool printed it (UTF-8).
-    void saveConsole();
 
     // The device search panel
 
@@ -210,8 +198,6 @@ signals:
     void runEnded(const RunRecord &record);
     /// The data to burn have other bytes, or are another image.
     void imageToBurnChanged();
-    /// recentFiles() may have changed.
-    void recentFilesChanged();
 
 private:
     void chooseOperation(ScriptedMiniPro &run, int tag);
@@ -236,14 +222,9 @@ private:
     void showStep(qint64 offset);
     void saveAndShowEdit();
     ShownContent shownContent() const;
-    void exportImage(ByteBuffer State::*image, Topic emptyTopic, const QString &emptyLogLine,
-                     const QString &emptySentence, const QString &suggestedName);
-    void beginPanel(const QString &purpose, FilePanelRequest request,
-                    std::function<void(const QString &path)> chosen);
+    void noteSaved(const ByteBuffer &bytes);
     void searchPanelEnded(int code);
     void offerToRemoveCustomSuffix(const QString &name);
-    void exportTo(const QString &path, ByteBuffer State::*image);
-    bool saveBytes(const QString &path, const QByteArray &bytes);
     void sayTextRemark(const QString &tab);
     QString selectedTab() const;
 
@@ -251,13 +232,11 @@ private:
     Log &log_;
     MainQueue &queue_;
     std::function<void()> beep_;
-    FilePanels &panels_;
-    WindowMemory &memory_;
+    UserFiles &files_;
     WorkState &work_;
     Messages &messages_;
     const ActionGate &gate_;
     TemporaryWorkspace workspace_;
-    QPointer<QMainWindow> window_;
     State state_;
     QPointer<ScriptedMiniPro> currentRun_;
     HandEdits edits_{state_.output_data};

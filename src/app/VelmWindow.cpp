@@ -25,15 +25,17 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
       gate_(work_, messages_),
       binder_(surroundings.settings),
       favourites_(surroundings.settings, surroundings.log),
+      files_({surroundings.panels, memory_, surroundings.log, messages_, gate_}),
       searcher_(surroundings.settings, surroundings.log, queue_, surroundings.beep, work_),
       searchPanel_(searcher_, &window_),
-      delegate_(surroundings.settings, surroundings.log, queue_, surroundings.beep,
-                surroundings.panels, memory_, work_, messages_, gate_),
+      delegate_(surroundings.settings, surroundings.log, queue_, surroundings.beep, files_, work_,
+                messages_, gate_),
       verdictLine_(runLog_, messages_, [this] { return shownNow(); }),
       runControls_(window_.controls()) {
-    wireMainWindow(window_, delegate_,
-                   {binder_, favourites_, searcher_, searchPanel_, work_, messages_, gate_});
-    const WindowMenus menus = makeWindowMenus(window_, delegate_, work_, gate_, messages_);
+    wireMainWindow(
+        window_, delegate_,
+        {binder_, favourites_, searcher_, searchPanel_, work_, messages_, gate_, files_});
+    const WindowMenus menus = makeWindowMenus(window_, delegate_, work_, gate_, files_, messages_);
     runControls_.setActions(menus.offWhileRunning, menus.stop);
     settings_.setGuard([this] { return work_.isIdle(); });
     connect(&settings_, &SettingsStore::changeRefused, this, [this] { gate_.refuses(); });

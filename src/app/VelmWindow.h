@@ -8,6 +8,7 @@
 #include "app/Messages.h"
 #include "app/RunControls.h"
 #include "app/RunLog.h"
+#include "app/UserFiles.h"
 #include "app/VerdictLine.h"
 #include "app/WindowMemory.h"
 #include "base/MainQueue.h"
@@ -76,6 +77,7 @@ private:
     ActionGate gate_;
     KeyBinder binder_;
     UAStringManager favourites_;
+    UserFiles files_;
     device_searcher searcher_;
     DeviceSearchPanel searchPanel_;
     AppDelegate delegate_;

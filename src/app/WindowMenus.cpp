@@ -7,6 +7,7 @@
 #include "app/AppDelegate.h"
 #include "app/MainWindow.h"
 #include "app/Messages.h"
+#include "app/UserFiles.h"
 #include "base/WorkState.h"
 #include "grid/GridColumns.h"
 #include "widgets/ConsoleView.h"
@@ -48,9 +49,9 @@ QString menuText(QString path) {
     return path.replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
 
-void fillRecentMenu(QMenu *recent, AppDelegate &delegate) {
+void fillRecentMenu(QMenu *recent, AppDelegate &delegate, const UserFiles &files) {
     recent->clear();
-    for (const QString &path : delegate.recentFiles())
+    for (const QString &path : files.recent())
         QObject::connect(
             recent->addAction(menuText(path)), &QAction::triggered, &delegate,
             [&delegate, path] { delegate.openBinary(path); }, Qt::QueuedConnection);
@@ -59,15 +60,16 @@ void fillRecentMenu(QMenu *recent, AppDelegate &delegate) {
 }
 
 // Filled when the list changes, not when it is shown: assistive technology never shows it.
-QMenu *addRecentMenu(QMenu &file, AppDelegate &delegate) {
+QMenu *addRecentMenu(QMenu &file, AppDelegate &delegate, const UserFiles &files) {
     QMenu *recent = file.addMenu(AppDelegate::tr("Open r&ecent"));
-    const auto fill = [recent, &delegate] { fillRecentMenu(recent, delegate); };
-    QObject::connect(&delegate, &AppDelegate::recentFilesChanged, recent, fill);
+    const auto fill = [recent, &delegate, &files] { fillRecentMenu(recent, delegate, files); };
+    QObject::connect(&files, &UserFiles::recentChanged, recent, fill);
     fill();
     return recent;
 }
 
-void fillFileMenu(MainWindow &window, AppDelegate &delegate, WindowMenus &menus) {
+void fillFileMenu(MainWindow &window, AppDelegate &delegate, const UserFiles &files,
+                  WindowMenus &menus) {
     Ui::MainWindow &c = window.controls();
     MenuFiller file(*window.menuBar(), AppDelegate::tr("&File"));
     menus.offWhileRunning << file.presses(c.btn_open, AppDelegate::tr("&Open binary\u2026"),
@@ -79,7 +81,7 @@ void fillFileMenu(MainWindow &window, AppDelegate &delegate, WindowMenus &menus)
                                           AppDelegate::tr("&Save data to burn\u2026"),
                                           QKeySequence::Save);
     file.menu()->addAction(c.textView->saveAction());
-    menus.offWhileRunning << addRecentMenu(*file.menu(), delegate)->menuAction();
+    menus.offWhileRunning << addRecentMenu(*file.menu(), delegate, files)->menuAction();
     file.menu()->addSeparator();
     file.calls(AppDelegate::tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), &window,
                [&window] { window.close(); });
@@ -179,9 +181,9 @@ void nameBySteps(QAction &undo, QAction &redo, const QUndoStack &history) {
 }
 
 WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const WorkState &work,
-                            const ActionGate &gate, Messages &messages) {
+                            const ActionGate &gate, const UserFiles &files, Messages &messages) {
     WindowMenus menus;
-    fillFileMenu(window, delegate, menus);
+    fillFileMenu(window, delegate, files, menus);
     fillEditMenu(window, delegate, work);
     fillChipMenu(window, menus);
     fillViewMenu(window);

@@ -11,6 +11,7 @@ class AppDelegate;
 class MainWindow;
 class QUndoStack;
 class Messages;
+class UserFiles;
 class WorkState;
 
 /// The entries of the menu bar that the rest of the program works with.
@@ -25,7 +26,7 @@ struct WindowMenus {
 /// technology fires inside that technology's call, which must not last as long as a run of the
 /// tool. The entries that go by the edit history follow \a work by themselves.
 WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const WorkState &work,
-                            const ActionGate &gate, Messages &messages);
+                            const ActionGate &gate, const UserFiles &files, Messages &messages);
 
 /// Lets the texts of \a undo and \a redo say which step of \a history each would take back or make
 /// again, as long as all three exist. A step without a text is an edit, and so is none.

@@ -8,6 +8,7 @@
 #include "app/GoToAddress.h"
 #include "app/MainWindow.h"
 #include "app/Messages.h"
+#include "app/UserFiles.h"
 #include "base/WorkState.h"
 #include "devices/DeviceSearchPanel.h"
 #include "devices/UAStringManager.h"
@@ -62,8 +63,11 @@ void wireGrid(Ui::MainWindow &c, AppDelegate &delegate, Messages &messages) {
     QObject::connect(c.tableview->gridModel(), &GridModel::modelReset, c.tableview, selected);
 }
 
-void wireConsole(Ui::MainWindow &c, AppDelegate &delegate, Messages &messages) {
-    QObject::connect(c.textView, &ConsoleView::saveRequested, &delegate, &AppDelegate::saveConsole);
+void wireConsole(Ui::MainWindow &c, UserFiles &files, Messages &messages) {
+    QObject::connect(c.textView, &ConsoleView::saveRequested, &files,
+                     [&files, console = c.textView] {
+                         files.saveConsole([console] { return console->storedText(); });
+                     });
     QObject::connect(c.textView, &ConsoleView::trimmed, c.textView, [&messages] {
         messages.say(Topic::Console,
                      AppDelegate::tr("The console is full: its oldest text has gone."));
@@ -219,14 +223,14 @@ void dress(MainWindow &window) {
 
 void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts &parts) {
     Ui::MainWindow &controls = window.controls();
-    delegate.setWindow(&window);
+    parts.files.setWindow(&window);
     fillOutlets(controls, delegate, parts);
     parts.gate.setPendingInput([&binder = parts.binder, grid = controls.tableview] {
         binder.commitPending();
         grid->commitOpenEditor();
     });
     wireGrid(controls, delegate, parts.messages);
-    wireConsole(controls, delegate, parts.messages);
+    wireConsole(controls, parts.files, parts.messages);
     wireTabs(controls, delegate, parts.gate);
     wireOperations(controls, delegate);
     bindControls(controls, delegate, parts.binder);

@@ -9,6 +9,7 @@ class KeyBinder;
 class MainWindow;
 class Messages;
 class UAStringManager;
+class UserFiles;
 class DeviceSearchPanel;
 class WorkState;
 class device_searcher;
@@ -22,6 +23,7 @@ struct WindowParts {
     const WorkState &work;
     Messages &messages;
     ActionGate &gate;
+    UserFiles &files;
 };
 
 /// Connects the controls of \a window with \a delegate and binds the option controls to their

@@ -7,6 +7,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QMenu>
+#include <QMenuBar>
 #include <QTimer>
 
 WindowFixture::WindowFixture() {
@@ -87,6 +89,20 @@ void WindowFixture::whileBusy(const std::function<void()> &work) {
 void WindowFixture::settle() {
     QCoreApplication::processEvents();
     controls().textView->flush();
+}
+
+QList<QAction *> WindowFixture::recentEntries() {
+    for (const QMenu *menu : velm().window().menuBar()->findChildren<QMenu *>())
+        if (menu->menuAction()->iconText() == QStringLiteral("Open recent"))
+            return menu->actions();
+    qFatal("there is no menu Open recent");
+}
+
+QStringList WindowFixture::recentFiles() {
+    QStringList paths;
+    for (const QAction *entry : recentEntries())
+        paths.append(entry->iconText());
+    return paths;
 }
 
 QString WindowFixture::cell(int row, int column) {

@@ -68,6 +68,10 @@ public:
     AppDelegate &delegate() { return velm_->delegate(); }
     const AppDelegate::State &state() { return delegate().state(); }
     Ui::MainWindow &controls() { return velm_->window().controls(); }
+    /// The entries of the menu Open recent, which there must be.
+    QList<QAction *> recentEntries();
+    /// Their texts: the paths, the newest first.
+    QStringList recentFiles();
     QString message() { return controls().messageLine->text(); }
     /// Clicks with the mouse, as a user does, where a check box has its box.
     void click(QWidget *button) {

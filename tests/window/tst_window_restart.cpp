@@ -184,8 +184,7 @@ void TestWindowRestart::windowAndFolders_areRememberedApartFromTheSettings() {
     velm.start();
     QCOMPARE(velm.velm().window().size(), size);
     QCOMPARE(velm.controls().splitter->sizes(), sizes);
-    QCOMPARE(velm.delegate().recentFiles(),
-             QStringList{velm.path(QStringLiteral("files/rom, 1.bin"))});
+    QCOMPARE(velm.recentFiles(), QStringList{velm.path(QStringLiteral("files/rom, 1.bin"))});
     velm.panels.answer.clear();
     velm.click(velm.controls().btn_open);
     QCOMPARE(velm.panels.requests.last().folder, velm.path(QStringLiteral("files")));
