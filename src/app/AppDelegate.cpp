@@ -43,7 +43,7 @@ AppDelegate::AppDelegate(SettingsStore &defaults, Log &log, MainQueue &queue,
       workspace_(defaults, log) {
     connect(&defaults_, &SettingsStore::valueChanged, this, &AppDelegate::settingChanged);
     connect(&edits_, &HandEdits::imageChanged, this, &AppDelegate::showStep);
-    connect(&openedFile_, &OpenedFileWatch::stateChanged, this, &AppDelegate::openedFileChanged);
+    connect(&openedBinary_, &OpenedBinary::reloadAsked, this, &AppDelegate::reloadOpenedBinary);
 }
 
 AppDelegate::~AppDelegate() = default;
@@ -61,29 +61,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 void AppDelegate::applicationWillTerminate() {}
 
 void AppDelegate::load_opened_binary() {
-    const QString path = defaults_.stringValue(settingsKeys::binary);
-    messages_.happened(Event::BinaryLoading);
-    openedFile_.watch(path);
-    // The very same bytes stay the very same image.
-    if (state_.opened_bin_data && fileHolds(path, *state_.opened_bin_data))
-        return sayHowItReads(path);
-    state_.opened_bin_data = nullptr;
-    if (path.isEmpty())
-        return;
-    auto loaded = loadWholeFile(path);
-    if (const auto *failure = std::get_if<LoadFailure>(&loaded)) {
-        messages_.say(Topic::Binary, tr("The opened binary could not be read: %1 (%2)")
-                                         .arg(QDir::toNativeSeparators(path), failure->reason));
-        openedFile_.watch({});
-        return;
-    }
-    state_.opened_bin_data = std::get<ByteBuffer>(std::move(loaded));
-    sayHowItReads(path);
-}
-
-void AppDelegate::sayHowItReads(const QString &path) {
-    messages_.say(Topic::Binary, decodingRemark(encodingForTool(*state_.opened_bin_data),
-                                                QFileInfo(path).fileName()));
+    openedBinary_.load(defaults_.stringValue(settingsKeys::binary));
 }
 
 void AppDelegate::createTempDirectory(QObject *) {
@@ -111,26 +89,6 @@ void AppDelegate::write_output_data_to_temp_file(QObject *) {
 void AppDelegate::settingChanged(const QString &key) {
     if (key == settingsKeys::temp_output_file && imageRevision() != 0 && work_.isIdle())
         write_output_data_to_temp_file(this);
-    if (key == settingsKeys::device)
-        messages_.happened(Event::DeviceChanged);
-}
-
-void AppDelegate::openedFileChanged(OpenedFileWatch::State state) {
-    const QString path = QDir::toNativeSeparators(openedFile_.path());
-    switch (state) {
-    case OpenedFileWatch::State::AsOpened:
-        return messages_.takeBack(Topic::OpenedFile);
-    case OpenedFileWatch::State::Gone:
-        return messages_.say(
-            Topic::OpenedFile,
-            tr("%1 is no longer on the disk; its bytes are still here.").arg(path));
-    case OpenedFileWatch::State::Changed:
-        if (state_.opened_bin_data && fileHolds(openedFile_.path(), *state_.opened_bin_data))
-            return; // touched, or written again as it was
-        return messages_.sayTrouble(Topic::OpenedFile,
-                                    tr("%1 has changed on the disk since it was opened.").arg(path),
-                                    {tr("Reload"), [this] { reloadOpenedBinary(); }});
-    }
 }
 
 void AppDelegate::reloadOpenedBinary() {

@@ -4,10 +4,12 @@
 #pragma once
 
 #include "app/ActionGate.h"
+#include "app/AppDelegateOutlets.h"
 #include "app/BurnDoubt.h"
 #include "app/CompositionRemarks.h"
+#include "app/DevicePanelHost.h"
 #include "app/HandEdits.h"
-#include "app/OpenedFileWatch.h"
+#include "app/OpenedBinary.h"
 #include "app/SecondPress.h"
 #include "files/ByteBuffer.h"
 #include "grid/GridSource.h"
@@ -24,41 +26,16 @@
 
 #include <functional>
 
-class ConsoleView;
-class GridView;
 class Log;
 class MainQueue;
-class QAbstractButton;
-class QDialog;
-class QLabel;
-class QLineEdit;
 class ScriptedMiniPro;
 class SettingsStore;
 class TabView;
 class UserFiles;
 class WorkState;
-class device_searcher;
 struct CellEdit;
 struct ShownContent;
 struct TabViewItem;
-
-/// The window's controls that the controller works with, filled once by the wiring function. The
-/// controller never sets them up: what sends which action belongs to the window's definition.
-struct AppDelegateOutlets {
-    TabView *tabview = nullptr;
-    GridView *tableview = nullptr;
-    ConsoleView *textView = nullptr;
-    QLabel *peeping_at = nullptr;
-    QDialog *searchDevicesWindow = nullptr;
-    device_searcher *devicesearcher = nullptr;
-    QLineEdit *readFileTextField = nullptr;
-    QLineEdit *startAddTextField = nullptr;
-    QLineEdit *padToTextField = nullptr;
-    QAbstractButton *btn_combine_read_data = nullptr;
-    QAbstractButton *btn_pad = nullptr;
-    QAbstractButton *btn_pad_ff = nullptr;
-    QAbstractButton *btn_pad_00 = nullptr;
-};
 
 /// The main window's controller: it owns the images, the logic-test tables and the tool runs, and
 /// says who does what. Every rule (composing, decoding, presenting, judging a run) lives in a
@@ -212,9 +189,7 @@ private:
     ImageControls imageControls(const CompositionInputs &inputs) const;
     void settingChanged(const QString &key);
     void noteImageChanged();
-    void openedFileChanged(OpenedFileWatch::State state);
     void reloadOpenedBinary();
-    void sayHowItReads(const QString &path);
     void sayReplacedEdits();
     void sayRestoredEdits(int edits);
     void restoreEdits();
@@ -223,8 +198,6 @@ private:
     void saveAndShowEdit();
     ShownContent shownContent() const;
     void noteSaved(const ByteBuffer &bytes);
-    void searchPanelEnded(int code);
-    void offerToRemoveCustomSuffix(const QString &name);
     void sayTextRemark(const QString &tab);
     QString selectedTab() const;
 
@@ -241,7 +214,8 @@ private:
     QPointer<ScriptedMiniPro> currentRun_;
     HandEdits edits_{state_.output_data};
     ImageRevisions revisions_;
-    OpenedFileWatch openedFile_;
+    OpenedBinary openedBinary_{state_.opened_bin_data, messages_};
+    DevicePanelHost panelHost_{outlets, defaults_, queue_, messages_, gate_};
     SecondPress secondPress_{messages_};
     /// The device that read_from_chip_data came from.
     QString readDevice_;

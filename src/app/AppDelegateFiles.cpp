@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-// Bringing a binary in, saving the two images.
+// Bringing a binary in, saving the two images, choosing a device.
 
 #include "app/AppDelegate.h"
 
@@ -11,7 +11,7 @@
 #include "settings/SettingsStore.h"
 
 void AppDelegate::browseBinaryFile(QObject *) {
-    files_.openBinary([this](const QString &path) { openBinary(path); });
+    files_.openBinary(outlets.window, [this](const QString &path) { openBinary(path); });
 }
 
 void AppDelegate::openBinary(const QString &path) {
@@ -24,7 +24,8 @@ void AppDelegate::openBinary(const QString &path) {
 }
 
 void AppDelegate::export_read_from_chip_data(QObject *) {
-    files_.saveImage({.emptyLogLine = QStringLiteral("first read the chip!"),
+    files_.saveImage(outlets.window,
+                     {.emptyLogLine = QStringLiteral("first read the chip!"),
                       .emptyTopic = Topic::NothingRead,
                       .emptySentence = tr("First read the chip: there is nothing to save yet."),
                       .suggestedName = suggestedName(readDevice_, QStringLiteral(".bin")),
@@ -34,7 +35,8 @@ void AppDelegate::export_read_from_chip_data(QObject *) {
 
 void AppDelegate::export_output_data(QObject *) {
     const QString device = defaults_.stringValue(settingsKeys::device);
-    files_.saveImage({.emptyLogLine = QStringLiteral("first create some data!"),
+    files_.saveImage(outlets.window,
+                     {.emptyLogLine = QStringLiteral("first create some data!"),
                       .emptyTopic = Topic::NothingToBurn,
                       .emptySentence = tr("First create some data: open a binary or read a chip."),
                       .suggestedName = suggestedName(device, QStringLiteral("-burn.bin")),
@@ -47,4 +49,16 @@ void AppDelegate::noteSaved(const ByteBuffer &bytes) {
         return;
     edits_.noteSaved();
     secondPress_.withdraw();
+}
+
+void AppDelegate::showListPanel(QObject *) {
+    panelHost_.show();
+}
+
+void AppDelegate::deviceSearchPanelOK(QObject *) {
+    panelHost_.confirm();
+}
+
+void AppDelegate::deviceSearchPanelCancel(QObject *) {
+    panelHost_.cancel();
 }

@@ -24,7 +24,7 @@ UserFiles::UserFiles(const Surroundings &surroundings)
       messages_(surroundings.messages),
       gate_(surroundings.gate) {}
 
-void UserFiles::openBinary(const std::function<void(const QString &)> &chosen) {
+void UserFiles::openBinary(QWidget *window, const std::function<void(const QString &)> &chosen) {
     if (gate_.refuses())
         return;
     FilePanelRequest request;
@@ -33,10 +33,10 @@ void UserFiles::openBinary(const std::function<void(const QString &)> &chosen) {
     request.typeName = tr("Binary images");
     request.extensions = {QStringLiteral("bin"), QStringLiteral("hex"), QStringLiteral("rom"),
                           QStringLiteral("crt")};
-    ask(openPurpose, request, chosen);
+    ask(window, openPurpose, request, chosen);
 }
 
-void UserFiles::saveImage(const Export &image) {
+void UserFiles::saveImage(QWidget *window, const Export &image) {
     if (gate_.refusesElseCommits())
         return;
     messages_.happened(Event::SavingBegan);
@@ -51,17 +51,18 @@ void UserFiles::saveImage(const Export &image) {
     request.suggestedName = image.suggestedName;
     request.typeName = tr("Binary images");
     request.extensions = {QStringLiteral("bin")};
-    ask(savePurpose, request, [this, image](const QString &path) { write(path, image); });
+    ask(window, savePurpose, request, [this, image](const QString &path) { write(path, image); });
 }
 
-void UserFiles::saveConsole(const std::function<QString()> &text) {
+void UserFiles::saveConsole(QWidget *window, const std::function<QString()> &text) {
     FilePanelRequest request;
     request.kind = FilePanelRequest::Kind::Save;
     request.title = tr("Save console");
     request.suggestedName = QStringLiteral("console.txt");
     request.typeName = tr("Text files");
     request.extensions = {QStringLiteral("txt")};
-    ask(savePurpose, request, [this, text](const QString &path) { write(path, text().toUtf8()); });
+    ask(window, savePurpose, request,
+        [this, text](const QString &path) { write(path, text().toUtf8()); });
 }
 
 QStringList UserFiles::recent() const {
@@ -73,10 +74,10 @@ void UserFiles::addRecent(const QString &path) {
     emit recentChanged();
 }
 
-void UserFiles::ask(const QString &purpose, FilePanelRequest request,
+void UserFiles::ask(QWidget *window, const QString &purpose, FilePanelRequest request,
                     const std::function<void(const QString &)> &chosen) {
     request.folder = memory_.lastFolder(purpose);
-    panels_.begin(window_, request, [this, purpose, chosen](const QString &path) {
+    panels_.begin(window, request, [this, purpose, chosen](const QString &path) {
         memory_.setLastFolder(purpose, QFileInfo(path).path());
         chosen(path);
     });

@@ -8,16 +8,15 @@
 #include "files/ByteBuffer.h"
 
 #include <QObject>
-#include <QPointer>
 #include <QStringList>
-#include <QWidget>
 
 class ActionGate;
 class Log;
 class WindowMemory;
 
 /// The files that the user opens and saves: asks for them in panels that begin where the last one
-/// ended, writes them, says what came of it, and remembers what was opened lately.
+/// ended, writes them, says what came of it, and remembers what was opened lately. The panels are
+/// sheets on the window that each question names.
 class UserFiles final : public QObject {
     Q_OBJECT
 
@@ -47,16 +46,13 @@ public:
 
     explicit UserFiles(const Surroundings &surroundings);
 
-    /// The panels are sheets on \a window.
-    void setWindow(QWidget *window) { window_ = window; }
-
     /// Asks for a binary image; \a chosen gets the absolute path. Refused while the tool works.
-    void openBinary(const std::function<void(const QString &path)> &chosen);
+    void openBinary(QWidget *window, const std::function<void(const QString &path)> &chosen);
     /// Asks where \a image is to go and saves it there, whole or not at all. Refused while the tool
     /// works.
-    void saveImage(const Export &image);
+    void saveImage(QWidget *window, const Export &image);
     /// Asks where \a text, as it is when the user confirms, is to go, and saves it there (UTF-8).
-    void saveConsole(const std::function<QString()> &text);
+    void saveConsole(QWidget *window, const std::function<QString()> &text);
 
     /// Files opened lately, the newest first.
     QStringList recent() const;
@@ -67,7 +63,7 @@ signals:
     void recentChanged();
 
 private:
-    void ask(const QString &purpose, FilePanelRequest request,
+    void ask(QWidget *window, const QString &purpose, FilePanelRequest request,
              const std::function<void(const QString &path)> &chosen);
     void write(const QString &path, const Export &image);
     bool write(const QString &path, const QByteArray &bytes);
@@ -78,5 +74,4 @@ private:
     Log &log_;
     Messages &messages_;
     const ActionGate &gate_;
-    QPointer<QWidget> window_;
 };

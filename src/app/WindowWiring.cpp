@@ -64,10 +64,10 @@ void wireGrid(Ui::MainWindow &c, AppDelegate &delegate, Messages &messages) {
 }
 
 void wireConsole(Ui::MainWindow &c, UserFiles &files, Messages &messages) {
-    QObject::connect(c.textView, &ConsoleView::saveRequested, &files,
-                     [&files, console = c.textView] {
-                         files.saveConsole([console] { return console->storedText(); });
-                     });
+    QObject::connect(
+        c.textView, &ConsoleView::saveRequested, &files, [&files, console = c.textView] {
+            files.saveConsole(console->window(), [console] { return console->storedText(); });
+        });
     QObject::connect(c.textView, &ConsoleView::trimmed, c.textView, [&messages] {
         messages.say(Topic::Console,
                      AppDelegate::tr("The console is full: its oldest text has gone."));
@@ -223,7 +223,7 @@ void dress(MainWindow &window) {
 
 void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts &parts) {
     Ui::MainWindow &controls = window.controls();
-    parts.files.setWindow(&window);
+    delegate.outlets.window = &window;
     fillOutlets(controls, delegate, parts);
     parts.gate.setPendingInput([&binder = parts.binder, grid = controls.tableview] {
         binder.commitPending();

@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-// Hosting the device search panel.
+#include "app/DevicePanelHost.h"
 
-#include "app/AppDelegate.h"
-
+#include "app/ActionGate.h"
+#include "app/AppDelegateOutlets.h"
+#include "app/Messages.h"
 #include "base/MainQueue.h"
 #include "devices/device_searcher.h"
 #include "settings/SettingsKeys.h"
@@ -20,36 +21,44 @@ const QString customSuffix = QStringLiteral("(custom)");
 
 } // namespace
 
-void AppDelegate::showListPanel(QObject *) {
+DevicePanelHost::DevicePanelHost(const AppDelegateOutlets &outlets, SettingsStore &defaults,
+                                 MainQueue &queue, Messages &messages, const ActionGate &gate)
+    : outlets_(outlets), defaults_(defaults), queue_(queue), messages_(messages), gate_(gate) {
+    connect(&defaults, &SettingsStore::valueChanged, this, [this](const QString &key) {
+        if (key == settingsKeys::device)
+            messages_.happened(Event::DeviceChanged);
+    });
+}
+
+void DevicePanelHost::show() {
     if (gate_.refuses())
         return;
-    QDialog *panel = outlets.searchDevicesWindow;
-    connect(panel, &QDialog::finished, this, &AppDelegate::searchPanelEnded, Qt::UniqueConnection);
+    QDialog *panel = outlets_.searchDevicesWindow;
+    connect(panel, &QDialog::finished, this, &DevicePanelHost::ended, Qt::UniqueConnection);
     panel->open();
 }
 
-void AppDelegate::deviceSearchPanelOK(QObject *) {
-    if (gate_.refuses())
-        return;
-    outlets.searchDevicesWindow->done(confirmed);
+void DevicePanelHost::confirm() {
+    if (!gate_.refuses())
+        outlets_.searchDevicesWindow->done(confirmed);
 }
 
-void AppDelegate::deviceSearchPanelCancel(QObject *) {
-    outlets.searchDevicesWindow->done(cancelled);
+void DevicePanelHost::cancel() {
+    outlets_.searchDevicesWindow->done(cancelled);
 }
 
-void AppDelegate::searchPanelEnded(int code) {
+void DevicePanelHost::ended(int code) {
     if (code != confirmed)
         return;
     queue_.async([this] {
-        const std::optional<QString> name = outlets.devicesearcher->selectedItem(this);
+        const std::optional<QString> name = outlets_.devicesearcher->selectedItem(this);
         if (name && defaults_.setValue(settingsKeys::device, *name))
             offerToRemoveCustomSuffix(*name);
     });
 }
 
 // The tool marks a user's own devices in its list with a suffix that is no part of their names.
-void AppDelegate::offerToRemoveCustomSuffix(const QString &name) {
+void DevicePanelHost::offerToRemoveCustomSuffix(const QString &name) {
     messages_.happened(Event::DeviceChanged);
     if (!name.endsWith(customSuffix))
         return;
