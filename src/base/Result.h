@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QString>
+
+#include <optional>
+#include <utility>
+#include <variant>
+
+/// Why something could not be done.
+struct Failure {
+    /// A short description such as "No such file or directory", as a sentence's end; never empty.
+    QString reason;
+    /// The system's number of the error; 0 where the system has none for it.
+    int systemError = 0;
+
+    /// The failure that has the system's number \a error, in the system's words.
+    static Failure ofSystem(int error);
+};
+
+/// What something gave that can fail: a value, or the reason why there is none.
+template <typename T>
+class [[nodiscard]] Result {
+public:
+    Result(T value) : content_(std::move(value)) {}
+    Result(Failure failure) : content_(std::move(failure)) {}
+
+    /// True if there is a value.
+    explicit operator bool() const { return !failure(); }
+    /// Why there is no value; null if there is one.
+    const Failure *failure() const { return std::get_if<Failure>(&content_); }
+
+    /// The value. There must be one.
+    const T &operator*() const & { return std::get<T>(content_); }
+    T &operator*() & { return std::get<T>(content_); }
+    T &&operator*() && { return std::get<T>(std::move(content_)); }
+    const T *operator->() const { return &std::get<T>(content_); }
+
+private:
+    std::variant<T, Failure> content_;
+};
+
+/// The same for what gives nothing when it has worked.
+template <>
+class [[nodiscard]] Result<void> {
+public:
+    Result() = default;
+    Result(Failure failure) : failure_(std::move(failure)) {}
+
+    /// True if it has worked.
+    explicit operator bool() const { return !failure_; }
+    /// Why it has not worked; null if it has.
+    const Failure *failure() const { return failure_ ? &*failure_ : nullptr; }
+
+private:
+    std::optional<Failure> failure_;
+};
