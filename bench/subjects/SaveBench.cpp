@@ -52,7 +52,7 @@ public:
         const double cpuBefore = ownCpuMilliseconds();
         const Stopwatch stopwatch;
         CompositionInputs inputs;
-        inputs.opened_bin_data = std::get<ByteBuffer>(loadWholeFile(path("in.bin")));
+        inputs.opened_bin_data = *loadWholeFile(path("in.bin"));
         inputs.rom_start_address = QString::number(contentStart, 16);
         inputs.pad_to = QString::number(imageSize / 1024);
         inputs.pad = true;

@@ -187,13 +187,13 @@ void AppDelegate::stopRun() {
 QString AppDelegate::takeReadData() {
     // The redisplay comes a turn later; until then the grid keeps the bytes that it shows.
     auto loaded = loadWholeFile(resolvedPathOf(defaults_, settingsKeys::temp_read_from_chip_file));
-    if (const auto *failure = std::get_if<LoadFailure>(&loaded)) {
+    if (const Failure *failure = loaded.failure()) {
         state_.read_from_chip_data = nullptr;
         log_.write(QStringLiteral("error reading temp file: ") + failure->reason);
         build_and_reload();
         return failure->reason;
     }
-    state_.read_from_chip_data = std::get<ByteBuffer>(std::move(loaded));
+    state_.read_from_chip_data = *std::move(loaded);
     messages_.happened(Event::BytesRead);
     build_and_reload();
     return lengthOf(state_.read_from_chip_data) == 0 ? tr("the file is empty") : QString();
@@ -232,11 +232,11 @@ void AppDelegate::takeLogicReport(RunRecord &record) {
     state_.logictest_rows = {};
     const auto loaded =
         loadUtf8Text(resolvedPathOf(defaults_, settingsKeys::temp_logic_chip_test_results_file));
-    if (const auto *failure = std::get_if<LoadFailure>(&loaded)) {
+    if (const Failure *failure = loaded.failure()) {
         log_.write(QStringLiteral("error reading temp file: ") + failure->reason);
         return;
     }
-    const QString &text = std::get<QString>(loaded);
+    const QString &text = *loaded;
     log_.write(QStringLiteral("we have successfully obtained the chip test results! %1 bytes")
                    .arg(text.size()));
     if (selectedTab() != logicTabIdentifier())

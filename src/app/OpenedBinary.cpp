@@ -23,13 +23,13 @@ void OpenedBinary::load(const QString &path) {
     if (path.isEmpty())
         return;
     auto loaded = loadWholeFile(path);
-    if (const auto *failure = std::get_if<LoadFailure>(&loaded)) {
+    if (const Failure *failure = loaded.failure()) {
         messages_.say(Topic::Binary, tr("The opened binary could not be read: %1 (%2)")
                                          .arg(QDir::toNativeSeparators(path), failure->reason));
         watch_.watch({});
         return;
     }
-    bytes_ = std::get<ByteBuffer>(std::move(loaded));
+    bytes_ = *std::move(loaded);
     sayHowItReads(path);
 }
 

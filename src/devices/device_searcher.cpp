@@ -117,8 +117,8 @@ QString device_searcher::takeResults() {
     const auto loaded =
         loadUtf8Text(resolvedPathOf(defaults, settingsKeys::temp_search_results_file));
     QList<QStringView> pieces;
-    if (const auto *text = std::get_if<QString>(&loaded))
-        pieces = linesOf(*text);
+    if (loaded)
+        pieces = linesOf(*loaded);
     log_.write(QStringLiteral("list has returned:%1").arg(pieces.size()));
     QStringList names;
     names.reserve(pieces.size());
@@ -128,8 +128,7 @@ QString device_searcher::takeResults() {
     dataArray = names;
     log_.write(QStringLiteral("dataArray has:%1").arg(dataArray->size()));
     model_->reloadData();
-    const auto *failure = std::get_if<LoadFailure>(&loaded);
-    return failure ? failure->reason : QString();
+    return loaded ? QString() : loaded.failure()->reason;
 }
 
 void device_searcher::remarkOnResults(const ScriptedMiniPro &run, const QString &listFailure) {

@@ -15,7 +15,6 @@
 #include <cstring>
 #include <fcntl.h>
 #include <new>
-#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -32,22 +31,18 @@ struct OpenedFile {
     qint64 size = 0;
 };
 
-LoadFailure systemFailure(int error) {
-    return {qt_error_string(error), error};
-}
-
-std::optional<LoadFailure> refusalOf(const struct stat &status, qint64 limit) {
+Result<void> accepted(const struct stat &status, qint64 limit) {
     if (S_ISDIR(status.st_mode))
-        return systemFailure(EISDIR);
+        return Failure::ofSystem(EISDIR);
     if (!S_ISREG(status.st_mode))
-        return LoadFailure{QCoreApplication::translate("FileLoading", "Not a regular file")};
+        return Failure{QCoreApplication::translate("FileLoading", "Not a regular file")};
     if (status.st_size > limit)
-        return systemFailure(EFBIG);
-    return std::nullopt;
+        return Failure::ofSystem(EFBIG);
+    return {};
 }
 
-// Reads up to size bytes; returns how many there were, or the error as a negative number.
-qint64 readFully(int file, char *bytes, qint64 size) {
+// Reads up to size bytes; returns how many there were.
+Result<qint64> readFully(int file, char *bytes, qint64 size) {
     qint64 total = 0;
     while (total < size) {
         const auto wanted = static_cast<size_t>(std::min(size - total, largestRead));
@@ -55,7 +50,7 @@ qint64 readFully(int file, char *bytes, qint64 size) {
         if (got < 0 && errno == EINTR)
             continue;
         if (got < 0)
-            return -errno;
+            return Failure::ofSystem(errno);
         if (got == 0)
             break;
         total += got;
@@ -63,35 +58,35 @@ qint64 readFully(int file, char *bytes, qint64 size) {
     return total;
 }
 
-std::variant<ByteBuffer, LoadFailure> readAll(int file, qint64 size) {
+Result<ByteBuffer> readAll(int file, qint64 size) {
     try {
         auto buffer = std::make_shared<QByteArray>(uninitializedBytes(size));
-        const qint64 got = readFully(file, buffer->data(), size);
-        if (got < 0)
-            return systemFailure(static_cast<int>(-got));
-        buffer->truncate(got);
+        const Result<qint64> got = readFully(file, buffer->data(), size);
+        if (const Failure *failure = got.failure())
+            return *failure;
+        buffer->truncate(*got);
         return buffer;
     } catch (const std::bad_alloc &) {
-        return systemFailure(ENOMEM);
+        return Failure::ofSystem(ENOMEM);
     }
 }
 
-std::variant<OpenedFile, LoadFailure> openRegularFile(const QString &path, qint64 limit) {
+Result<OpenedFile> openRegularFile(const QString &path, qint64 limit) {
     const QByteArray name = QFile::encodeName(path);
     if (name.contains('\0'))
-        return systemFailure(ENOENT);
+        return Failure::ofSystem(ENOENT);
     // Asked before opening, because opening alone lets a FIFO's writer go on or rewinds a tape,
     // and again after it, because the file may have been exchanged meanwhile.
     struct stat status = {};
     if (::stat(name.constData(), &status) != 0)
-        return systemFailure(errno);
-    if (const auto refusal = refusalOf(status, limit))
-        return *refusal;
+        return Failure::ofSystem(errno);
+    if (const auto fit = accepted(status, limit); !fit)
+        return *fit.failure();
     FileDescriptor file(::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     if (!file.isOpen() || ::fstat(file.get(), &status) != 0)
-        return systemFailure(errno);
-    if (const auto refusal = refusalOf(status, limit))
-        return *refusal;
+        return Failure::ofSystem(errno);
+    if (const auto fit = accepted(status, limit); !fit)
+        return *fit.failure();
     return OpenedFile{std::move(file), status.st_size};
 }
 
@@ -99,7 +94,8 @@ bool readsAs(int file, QByteArrayView bytes) {
     QByteArray chunk(std::min(comparedAtOnce, qint64(bytes.size())), Qt::Uninitialized);
     while (!bytes.isEmpty()) {
         const qint64 wanted = std::min(qint64(chunk.size()), qint64(bytes.size()));
-        if (readFully(file, chunk.data(), wanted) != wanted ||
+        const Result<qint64> got = readFully(file, chunk.data(), wanted);
+        if (!got || *got != wanted ||
             std::memcmp(chunk.constData(), bytes.data(), static_cast<size_t>(wanted)) != 0)
             return false;
         bytes = bytes.sliced(wanted);
@@ -109,27 +105,25 @@ bool readsAs(int file, QByteArrayView bytes) {
 
 } // namespace
 
-std::variant<ByteBuffer, LoadFailure> loadWholeFile(const QString &path, qint64 limit) {
-    const auto file = openRegularFile(path, limit);
-    if (const auto *failure = std::get_if<LoadFailure>(&file))
+Result<ByteBuffer> loadWholeFile(const QString &path, qint64 limit) {
+    const Result<OpenedFile> opened = openRegularFile(path, limit);
+    if (const Failure *failure = opened.failure())
         return *failure;
-    const auto &opened = std::get<OpenedFile>(file);
-    return readAll(opened.descriptor.get(), opened.size);
+    return readAll(opened->descriptor.get(), opened->size);
 }
 
 bool fileHolds(const QString &path, QByteArrayView bytes) {
-    const auto file = openRegularFile(path, bytes.size());
-    const auto *opened = std::get_if<OpenedFile>(&file);
+    const Result<OpenedFile> opened = openRegularFile(path, bytes.size());
     return opened && opened->size == bytes.size() && readsAs(opened->descriptor.get(), bytes);
 }
 
-std::variant<QString, LoadFailure> loadUtf8Text(const QString &path, qint64 limit) {
-    const auto loaded = loadWholeFile(path, limit);
-    if (const auto *failure = std::get_if<LoadFailure>(&loaded))
+Result<QString> loadUtf8Text(const QString &path, qint64 limit) {
+    const Result<ByteBuffer> loaded = loadWholeFile(path, limit);
+    if (const Failure *failure = loaded.failure())
         return *failure;
-    const QByteArray &bytes = *std::get<ByteBuffer>(loaded);
+    const QByteArray &bytes = **loaded;
     if (!bytes.isValidUtf8())
-        return LoadFailure{QCoreApplication::translate("FileLoading", "Not valid UTF-8 text")};
+        return Failure{QCoreApplication::translate("FileLoading", "Not valid UTF-8 text")};
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
     return QString(decoder(bytes));
 }

@@ -3,19 +3,11 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "files/ByteBuffer.h"
 
+#include <QByteArrayView>
 #include <QString>
-
-#include <variant>
-
-/// Why a file could not be loaded.
-struct LoadFailure {
-    /// A short description such as "No such file or directory"; never empty.
-    QString reason;
-    /// The system's number of the error; 0 if what is there is no regular file, or no text.
-    int error = 0;
-};
 
 /// The largest text file that the program reads: 64 MiB.
 inline constexpr qint64 largestText = qint64(64) << 20;
@@ -24,8 +16,7 @@ inline constexpr qint64 largestText = qint64(64) << 20;
 /// devices are refused at once, without blocking on them, and so is a file of more than \a limit
 /// bytes. Of a file that grows meanwhile, the part that was there at first is taken; of one that
 /// shrinks, what is left.
-std::variant<ByteBuffer, LoadFailure> loadWholeFile(const QString &path,
-                                                    qint64 limit = largestImage);
+Result<ByteBuffer> loadWholeFile(const QString &path, qint64 limit = largestImage);
 
 /// True if there is a regular file at \a path and it holds just \a bytes. Reads it piece by piece,
 /// and no further than to the first piece that differs.
@@ -33,4 +24,4 @@ bool fileHolds(const QString &path, QByteArrayView bytes);
 
 /// Loads the whole file at \a path, by the same rules, as UTF-8 text. A file that is not valid
 /// UTF-8 throughout is a failure; a leading byte-order mark is a character of the text.
-std::variant<QString, LoadFailure> loadUtf8Text(const QString &path, qint64 limit = largestText);
+Result<QString> loadUtf8Text(const QString &path, qint64 limit = largestText);

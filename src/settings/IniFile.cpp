@@ -25,16 +25,16 @@ using Content = std::variant<QByteArray, IniFile::Damaged, IniFile::Failure>;
 enum class IfAbsent { Empty, Failure };
 
 Content load(const QString &path, IfAbsent ifAbsent) {
-    const auto loaded = loadWholeFile(path, largestFile);
-    if (const auto *bytes = std::get_if<ByteBuffer>(&loaded))
-        return **bytes;
-    const auto &failure = std::get<LoadFailure>(loaded);
-    const bool isAbsent = failure.error == ENOENT || failure.error == ENOTDIR;
+    const Result<ByteBuffer> loaded = loadWholeFile(path, largestFile);
+    if (loaded)
+        return **loaded;
+    const int error = loaded.failure()->systemError;
+    const bool isAbsent = error == ENOENT || error == ENOTDIR;
     if (isAbsent && ifAbsent == IfAbsent::Empty)
         return QByteArray();
-    if (failure.error == EFBIG)
+    if (error == EFBIG)
         return IniFile::Damaged();
-    return IniFile::Failure{failure.reason};
+    return IniFile::Failure{loaded.failure()->reason};
 }
 
 IniFile::Outcome valuesIn(const Content &content) {
