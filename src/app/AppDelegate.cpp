@@ -69,17 +69,16 @@ void AppDelegate::createTempDirectory(QObject *) {
 }
 
 void AppDelegate::write_output_data_to_temp_file(QObject *) {
-    workspace_.write_output_data_to_temp_file(state_.output_data);
-    const std::optional<QString> failure = workspace_.lastWriteProblem();
+    const Result<void> written = workspace_.write_output_data_to_temp_file(state_.output_data);
     QString sentence;
-    if (failure && state_.output_data) {
+    if (!written && state_.output_data) {
         const QString path = resolvedPathOf(defaults_, settingsKeys::temp_output_file);
         sentence =
             QFileInfo(path).size() > 0
                 ? tr("The data to burn could not be written to %1, which still holds an older "
                      "image: %2")
                 : tr("The data to burn could not be written to %1, so nothing is left to burn: %2");
-        sentence = sentence.arg(QDir::toNativeSeparators(path), *failure);
+        sentence = sentence.arg(QDir::toNativeSeparators(path), written.failure()->reason);
     }
     messages_.say(Topic::Workspace, sentence);
 }

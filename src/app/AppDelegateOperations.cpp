@@ -109,13 +109,14 @@ BurnSituation AppDelegate::burnSituation(int tag) const {
         nothingToBurn.operation = Operation(tag);
         return nothingToBurn;
     }
+    const Failure *problem = workspace_.lastWrite().failure();
     return {.operation = Operation(tag),
             .hasImage = state_.output_data != nullptr,
             .imageLength = lengthOf(state_.output_data),
             .encoding = encodingOf(state_.output_data),
             .path = resolvedPathOf(defaults_, settingsKeys::temp_output_file),
             .fileIsImage = workspace_.outputFileHolds(state_.output_data),
-            .writeProblem = workspace_.lastWriteProblem().value_or(QString())};
+            .writeProblem = problem ? problem->reason : QString()};
 }
 
 // What the tool would get may not be what the window shows, or hardly what somebody means to burn.

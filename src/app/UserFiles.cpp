@@ -94,12 +94,12 @@ void UserFiles::write(const QString &path, const Export &image) {
 }
 
 bool UserFiles::write(const QString &path, const QByteArray &bytes) {
-    const std::optional<QString> failure = saveWholeFile(path, bytes);
-    if (failure)
-        failed(path, tr("%1 could not be written: %2").arg(path, *failure));
+    const Result<void> saved = saveWholeFile(path, bytes);
+    if (const Failure *failure = saved.failure())
+        failed(path, tr("%1 could not be written: %2").arg(path, failure->reason));
     else
         messages_.say(Topic::Saving, tr("Saved %1.").arg(path));
-    return !failure;
+    return bool(saved);
 }
 
 void UserFiles::failed(const QString &path, const QString &sentence) {

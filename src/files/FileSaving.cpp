@@ -25,9 +25,9 @@ bool writeFully(QFileDevice &file, const QByteArray &bytes) {
     return true;
 }
 
-QString reasonOf(const QFileDevice &file) {
+Failure failureOf(const QFileDevice &file) {
     const QString reason = file.errorString();
-    return reason.isEmpty() ? qt_error_string(EIO) : reason;
+    return reason.isEmpty() ? Failure::ofSystem(EIO) : Failure{reason};
 }
 
 // The mode of the file, or the one that a file that is opened for writing begins with.
@@ -55,31 +55,29 @@ bool isOnDisk(const QFileDevice &file) {
     return ::fdatasync(file.handle()) == 0 || errno == EINVAL || errno == ENOTSUP;
 }
 
-std::optional<QString> replaceFile(const QString &path, const QByteArray &bytes,
-                                   Durability durability) {
+Result<void> replaceFile(const QString &path, const QByteArray &bytes, Durability durability) {
     QTemporaryFile file(path + QStringLiteral(".XXXXXX"));
     if (!file.open() || !writeFully(file, bytes) || !file.flush())
-        return reasonOf(file);
+        return failureOf(file);
     ::fchmod(file.handle(), modeOf(path));
     // Waiting for the disk takes longer than everything else that an edit of one byte does.
     if (durability == Durability::PowerFailure && !isOnDisk(file))
-        return qt_error_string(errno);
+        return Failure::ofSystem(errno);
     const QByteArray from = QFile::encodeName(file.fileName());
     if (::rename(from.constData(), QFile::encodeName(path).constData()) != 0)
-        return qt_error_string(errno);
+        return Failure::ofSystem(errno);
     file.setAutoRemove(false);
-    return std::nullopt;
+    return {};
 }
 
 } // namespace
 
-std::optional<QString> saveWholeFile(const QString &path, const QByteArray &bytes,
-                                     Durability durability) {
+Result<void> saveWholeFile(const QString &path, const QByteArray &bytes, Durability durability) {
     // The new file takes the place of whatever has the name, a device node included.
     const QFileInfo target(path);
     if (target.exists() && !target.isFile())
-        return QCoreApplication::translate("FileSaving", "Not a regular file");
+        return Failure{QCoreApplication::translate("FileSaving", "Not a regular file")};
     if (target.fileName().isEmpty() || path.contains(QChar::Null))
-        return qt_error_string(ENOENT);
+        return Failure::ofSystem(ENOENT);
     return replaceFile(behindLinks(target), bytes, durability);
 }

@@ -3,10 +3,10 @@
 
 #pragma once
 
+#include "base/Result.h"
+
 #include <QByteArray>
 #include <QString>
-
-#include <optional>
 
 /// What a saved file outlives.
 enum class Durability {
@@ -17,6 +17,6 @@ enum class Durability {
 /// Replaces the file at \a path by \a bytes in one step: whoever opens it sees the old bytes or
 /// the new ones, and a failure leaves the old file as it was. A link stays and its target is
 /// replaced; the permissions of an existing file are kept. Anything but a regular file (a folder,
-/// a device, a pipe) is refused. Returns the reason of a failure, as a sentence's end.
-std::optional<QString> saveWholeFile(const QString &path, const QByteArray &bytes,
-                                     Durability durability = Durability::PowerFailure);
+/// a device, a pipe) is refused.
+Result<void> saveWholeFile(const QString &path, const QByteArray &bytes,
+                           Durability durability = Durability::PowerFailure);

@@ -18,29 +18,30 @@
 #include <cerrno>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
-// Deletes the file or link at path. Returns the error's description if that failed.
-std::optional<QString> removeFile(const QString &path) {
+// Deletes the file or link at path.
+Result<void> removeFile(const QString &path) {
     const QByteArray name = QFile::encodeName(path);
     if (name.contains('\0'))
-        return qt_error_string(ENOENT);
+        return Failure::ofSystem(ENOENT);
     struct stat status = {};
     if (::lstat(name.constData(), &status) != 0)
-        return qt_error_string(errno);
+        return Failure::ofSystem(errno);
     if (S_ISDIR(status.st_mode))
-        return qt_error_string(EISDIR);
+        return Failure::ofSystem(EISDIR);
     if (!S_ISREG(status.st_mode) && !S_ISLNK(status.st_mode))
-        return QCoreApplication::translate("TemporaryWorkspace", "Not a regular file");
+        return Failure{QCoreApplication::translate("TemporaryWorkspace", "Not a regular file")};
     if (::unlink(name.constData()) != 0)
-        return qt_error_string(errno);
-    return std::nullopt;
+        return Failure::ofSystem(errno);
+    return {};
 }
 
 // In a folder that may not be changed the old image cannot be removed, but it can be emptied.
 void removeOldImage(const QString &path) {
-    if (removeFile(path) && QFileInfo(path).isFile())
+    if (!removeFile(path) && QFileInfo(path).isFile())
         QFile::resize(path, 0);
 }
 
@@ -63,17 +64,18 @@ bool TemporaryWorkspace::createTempDirectory() {
     return false;
 }
 
-bool TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer &output_data) {
+Result<void> TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer &output_data) {
     createTempDirectory();
     const QString path = resolvedPathOf(settings_, settingsKeys::temp_output_file);
-    lastWriteProblem_ =
-        output_data ? saveWholeFile(path, *output_data, Durability::ProgramEnd)
-                    : QCoreApplication::translate("TemporaryWorkspace", "There is no image");
-    if (!lastWriteProblem_)
-        return true;
-    log_.write(QStringLiteral("error writing to temp file"));
-    removeOldImage(path);
-    return false;
+    lastWrite_ =
+        output_data
+            ? saveWholeFile(path, *output_data, Durability::ProgramEnd)
+            : Failure{QCoreApplication::translate("TemporaryWorkspace", "There is no image")};
+    if (!lastWrite_) {
+        log_.write(QStringLiteral("error writing to temp file"));
+        removeOldImage(path);
+    }
+    return lastWrite_;
 }
 
 bool TemporaryWorkspace::outputFileHolds(const ByteBuffer &output_data) const {
@@ -87,16 +89,12 @@ void TemporaryWorkspace::clear_temp_files() {
     const QString keys[] = {settingsKeys::temp_output_file, settingsKeys::temp_read_from_chip_file,
                             settingsKeys::temp_search_results_file};
     // One error for the three: people compare these lines with those of older runs.
-    std::optional<QString> error;
+    Result<void> result;
     for (const QString &key : keys) {
-        if (const auto failure = removeFile(resolvedPathOf(settings_, key)))
-            error = failure;
-        if (error)
+        if (auto removed = removeFile(resolvedPathOf(settings_, key)); !removed)
+            result = std::move(removed);
+        if (const Failure *failure = result.failure())
             log_.write(QStringLiteral("error removing ") + printable(settings_.stringValue(key)) +
-                       QStringLiteral(" : ") + *error);
+                       QStringLiteral(" : ") + failure->reason);
     }
-}
-
-std::optional<QString> TemporaryWorkspace::lastWriteProblem() const {
-    return lastWriteProblem_;
 }

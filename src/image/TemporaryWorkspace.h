@@ -3,11 +3,8 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "files/ByteBuffer.h"
-
-#include <QString>
-
-#include <optional>
 
 class Log;
 class SettingsStore;
@@ -25,9 +22,9 @@ public:
     bool createTempDirectory();
 
     /// Writes the whole of \a output_data to the temporary output file; the file is replaced in
-    /// one step, so the tool never reads half an image. False, and logged, if that failed or if
-    /// \a output_data is null; no older image is then left at the path.
-    bool write_output_data_to_temp_file(const ByteBuffer &output_data);
+    /// one step, so the tool never reads half an image. A failure, and logged, if that did not work
+    /// or if \a output_data is null; no older image is then left at the path.
+    Result<void> write_output_data_to_temp_file(const ByteBuffer &output_data);
 
     /// True if the file that a Write or Verify would hand to the tool now holds just
     /// \a output_data; for a null one, if there is no such file.
@@ -39,12 +36,11 @@ public:
     /// failure before it.
     void clear_temp_files();
 
-    /// Why the last write_output_data_to_temp_file() failed, for the message line; nothing if it
-    /// succeeded or has not been called.
-    std::optional<QString> lastWriteProblem() const;
+    /// What the last write_output_data_to_temp_file() came to; no failure before the first.
+    const Result<void> &lastWrite() const { return lastWrite_; }
 
 private:
     const SettingsStore &settings_;
     Log &log_;
-    std::optional<QString> lastWriteProblem_;
+    Result<void> lastWrite_;
 };

@@ -50,8 +50,8 @@ IniFile::Outcome save(const QString &path, const QByteArray &before, const QByte
     if (after.size() > largestFile)
         return IniFile::Failure{qt_error_string(EFBIG)};
     if (after != before)
-        if (const auto reason = saveWholeFile(path, after))
-            return IniFile::Failure{*reason};
+        if (const auto saved = saveWholeFile(path, after); !saved)
+            return IniFile::Failure{saved.failure()->reason};
     return valuesIn(after);
 }
 

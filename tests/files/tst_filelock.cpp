@@ -34,7 +34,7 @@ void count(const QString &path, int times) {
         if (!std::holds_alternative<FileLock>(taken))
             return;
         const int number = readWholeFile(path).toInt();
-        if (!saveWholeFile(path, QByteArray::number(number + 1), Durability::ProgramEnd))
+        if (saveWholeFile(path, QByteArray::number(number + 1), Durability::ProgramEnd))
             ++done;
     }
 }
@@ -104,7 +104,7 @@ void TestFileLock::fileReplacedMeanwhile_isLockedAnew() {
         const FailingCalls calls(call, [this] {
             const Taken other = FileLock::take(path(), 0ms);
             if (std::holds_alternative<FileLock>(other))
-                saveWholeFile(path(), "1", Durability::ProgramEnd);
+                QVERIFY(saveWholeFile(path(), "1", Durability::ProgramEnd));
         });
         const Taken taken = FileLock::take(path(), 10s);
         QCOMPARE(outcomeOf(taken), QStringLiteral("taken"));

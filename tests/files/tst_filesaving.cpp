@@ -18,8 +18,8 @@ namespace {
 const QByteArray oldBytes(9000, 'o');
 const QByteArray newBytes(70000, 'n');
 
-QString outcomeOf(const std::optional<QString> &failure) {
-    return failure ? QStringLiteral("failed: ") + *failure : QStringLiteral("saved");
+QString outcomeOf(const Result<void> &saved) {
+    return saved ? QStringLiteral("saved") : QStringLiteral("failed: ") + saved.failure()->reason;
 }
 
 } // namespace
@@ -66,9 +66,9 @@ void TestFileSaving::durabilities() {
 void TestFileSaving::newFile_hasTheUsualPermissions() {
     QFETCH(Durability, durability);
     const mode_t before = ::umask(027);
-    const auto failure = saveWholeFile(path(), newBytes, durability);
+    const auto saved = saveWholeFile(path(), newBytes, durability);
     ::umask(before);
-    QCOMPARE(outcomeOf(failure), QStringLiteral("saved"));
+    QCOMPARE(outcomeOf(saved), QStringLiteral("saved"));
     struct stat facts = {};
     QCOMPARE(::stat(QFile::encodeName(path()).constData(), &facts), 0);
     QCOMPARE(facts.st_mode & 0777u, 0640u);
@@ -94,16 +94,16 @@ void TestFileSaving::oneCallFails() {
     bool struck = true;
     for (int call = 1; struck; ++call) {
         QVERIFY(writeWholeFile(path(), oldBytes));
-        std::optional<QString> failure;
+        Result<void> saved;
         QByteArray name;
         {
             const FailingCalls failing(call, FailingCalls::Mishap::Fails, ENOSPC);
-            failure = saveWholeFile(path(), newBytes, durability);
+            saved = saveWholeFile(path(), newBytes, durability);
             struck = failing.hasStruck();
             name = failing.struckCall();
         }
-        QVERIFY2(readWholeFile(path()) == (failure ? oldBytes : newBytes), name.constData());
-        QVERIFY2(!failure || !failure->isEmpty(), name.constData());
+        QVERIFY2(readWholeFile(path()) == (saved ? newBytes : oldBytes), name.constData());
+        QVERIFY2(saved || !saved.failure()->reason.isEmpty(), name.constData());
         QCOMPARE(filesLeft(), QStringList(QStringLiteral("a.bin")));
     }
 }
@@ -115,7 +115,7 @@ void TestFileSaving::killedAtAnyCall() {
         QVERIFY(writeWholeFile(path(), oldBytes));
         {
             const FailingCalls killing(call, FailingCalls::Mishap::Kills, EIO);
-            saveWholeFile(path(), newBytes, durability);
+            [[maybe_unused]] const auto saved = saveWholeFile(path(), newBytes, durability);
             struck = killing.hasStruck();
         }
         QVERIFY(holdsOneOfBoth());
@@ -126,9 +126,9 @@ void TestFileSaving::killedAtAnyCall() {
 static QString outcomeWithUnconfirmed(const QString &path, int error) {
     for (int call = 1;; ++call) {
         const FailingCalls failing(call, FailingCalls::Mishap::Fails, error);
-        const auto failure = saveWholeFile(path, newBytes);
+        const auto saved = saveWholeFile(path, newBytes);
         if (failing.struckCall() == "fdatasync")
-            return outcomeOf(failure);
+            return outcomeOf(saved);
         if (!failing.hasStruck())
             return QStringLiteral("never asked");
     }
