@@ -6,36 +6,32 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QFile>
-#include <QThread>
 
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <thread>
 #include <utility>
 
 namespace {
 
-constexpr qint64 napMilliseconds = 2;
+constexpr std::chrono::milliseconds nap(2);
 
-QString notRegular() {
-    return QCoreApplication::translate("FileLock", "Not a regular file");
-}
-
-std::variant<FileDescriptor, QString> openToReplace(const QByteArray &name) {
+Result<FileDescriptor> openToReplace(const QByteArray &name) {
     struct stat facts = {};
     // Asked before opening, because opening alone already does something to a device.
     const bool exists = ::stat(name.constData(), &facts) == 0;
     if (!exists && errno != ENOENT)
-        return qt_error_string(errno);
+        return Failure::ofSystem(errno);
     if (exists && !S_ISREG(facts.st_mode))
-        return notRegular();
+        return Failure{QCoreApplication::translate("FileLock", "Not a regular file")};
     constexpr mode_t newFile = 0666;
     const int flags = O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | (exists ? 0 : O_CREAT);
     FileDescriptor file(::open(name.constData(), flags, newFile));
     if (!file.isOpen())
-        return qt_error_string(errno);
+        return Failure::ofSystem(errno);
     return file;
 }
 
@@ -57,21 +53,20 @@ bool isLocked(const QByteArray &name, const FileDescriptor &file) {
 
 FileLock::FileLock(FileDescriptor file) : file_(std::move(file)) {}
 
-std::variant<FileLock, QString> FileLock::take(const QString &path,
-                                               std::chrono::milliseconds patience) {
+Result<FileLock> FileLock::take(const QString &path, std::chrono::milliseconds patience) {
     const QByteArray name = QFile::encodeName(path);
     if (name.contains('\0'))
-        return qt_error_string(ENOENT);
+        return Failure::ofSystem(ENOENT);
     for (const QDeadlineTimer deadline(patience);;) {
-        auto opened = openToReplace(name);
-        if (const auto *reason = std::get_if<QString>(&opened))
-            return *reason;
-        auto &file = std::get<FileDescriptor>(opened);
-        if (isLocked(name, file))
-            return FileLock(std::move(file));
+        Result<FileDescriptor> file = openToReplace(name);
+        if (const Failure *failure = file.failure())
+            return *failure;
+        if (isLocked(name, *file))
+            return FileLock(*std::move(file));
         if (deadline.hasExpired())
-            return QCoreApplication::translate("FileLock", "Another program is changing it");
-        const qint64 left = std::max(qint64(0), deadline.remainingTime());
-        QThread::msleep(static_cast<unsigned long>(std::min(napMilliseconds, left)));
+            return Failure{
+                QCoreApplication::translate("FileLock", "Another program is changing it")};
+        const std::chrono::milliseconds left(std::max(qint64(0), deadline.remainingTime()));
+        std::this_thread::sleep_for(std::min(nap, left));
     }
 }

@@ -4,23 +4,22 @@
 #pragma once
 
 #include "base/FileDescriptor.h"
+#include "base/Result.h"
 
 #include <QString>
 
 #include <chrono>
-#include <variant>
 
 /// The right to replace one file. Two programs that each load a file, change what they loaded and
-/// save it would lose one of the changes; who takes the lock first and loads then does not. It is
+/// save it would lose one of the changes; whoever takes the lock before loading does not. It is
 /// the kernel's own, on the file itself, so it goes with its process however that ends; where the
 /// file system knows no locks, everybody gets it.
 class FileLock {
 public:
     /// Takes the lock of the regular file at \a path, for which this program must have the right
     /// to write; where there is none, an empty one is made. Waits at most \a patience for another
-    /// holder. The text is the reason of a failure, as a sentence's end.
-    static std::variant<FileLock, QString> take(const QString &path,
-                                                std::chrono::milliseconds patience);
+    /// holder.
+    static Result<FileLock> take(const QString &path, std::chrono::milliseconds patience);
 
 private:
     explicit FileLock(FileDescriptor file);

@@ -17,10 +17,10 @@
 namespace {
 
 constexpr qint64 largestFile = qint64(1) << 20;
-constexpr int mostCopies = 1000;
+constexpr int maxCopies = 1000;
 constexpr std::chrono::milliseconds patience(100);
 
-using Content = std::variant<QByteArray, IniFile::Damaged, IniFile::Failure>;
+using Content = std::variant<QByteArray, IniFile::Damaged, Failure>;
 
 enum class IfAbsent { Empty, Failure };
 
@@ -34,11 +34,11 @@ Content load(const QString &path, IfAbsent ifAbsent) {
         return QByteArray();
     if (error == EFBIG)
         return IniFile::Damaged();
-    return IniFile::Failure{loaded.failure()->reason};
+    return *loaded.failure();
 }
 
 IniFile::Outcome valuesIn(const Content &content) {
-    if (const auto *failure = std::get_if<IniFile::Failure>(&content))
+    if (const auto *failure = std::get_if<Failure>(&content))
         return *failure;
     if (const auto *bytes = std::get_if<QByteArray>(&content))
         if (const auto values = iniText::values(*bytes))
@@ -48,10 +48,10 @@ IniFile::Outcome valuesIn(const Content &content) {
 
 IniFile::Outcome save(const QString &path, const QByteArray &before, const QByteArray &after) {
     if (after.size() > largestFile)
-        return IniFile::Failure{qt_error_string(EFBIG)};
+        return Failure::ofSystem(EFBIG);
     if (after != before)
         if (const auto saved = saveWholeFile(path, after); !saved)
-            return IniFile::Failure{saved.failure()->reason};
+            return *saved.failure();
     return valuesIn(after);
 }
 
@@ -66,8 +66,8 @@ IniFile::Outcome IniFile::read() const {
 IniFile::Outcome IniFile::change(const QVariantMap &changes) const {
     QDir().mkpath(QFileInfo(path_).path());
     const auto lock = FileLock::take(path_, patience);
-    if (const auto *reason = std::get_if<QString>(&lock))
-        return Failure{*reason};
+    if (const Failure *failure = lock.failure())
+        return *failure;
     // There is one, since it is locked: if it has gone, somebody is about to replace it.
     const Content content = load(path_, IfAbsent::Failure);
     Outcome values = valuesIn(content);
@@ -77,9 +77,9 @@ IniFile::Outcome IniFile::change(const QVariantMap &changes) const {
     return save(path_, before, iniText::changed(before, changes));
 }
 
-QString IniFile::moveAside() const {
+std::optional<QString> IniFile::moveAside() const {
     const QString first = path_ + QStringLiteral(".damaged");
-    for (int copy = 1; copy <= mostCopies; ++copy) {
+    for (int copy = 1; copy <= maxCopies; ++copy) {
         const QString name = copy == 1 ? first : first + u'-' + QString::number(copy);
         if (QFileInfo::exists(name))
             continue;
@@ -87,7 +87,7 @@ QString IniFile::moveAside() const {
             return name;
         // Nobody else took the name meanwhile, so no other name will do either.
         if (!QFileInfo::exists(name) && !QFileInfo(name).isSymLink())
-            return {};
+            return std::nullopt;
     }
-    return {};
+    return std::nullopt;
 }

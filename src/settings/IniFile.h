@@ -3,9 +3,12 @@
 
 #pragma once
 
+#include "base/Result.h"
+
 #include <QString>
 #include <QVariantMap>
 
+#include <optional>
 #include <variant>
 
 /// One INI file on the disk, which other programs and people may change at any time. It is read
@@ -17,11 +20,8 @@ class IniFile {
 public:
     /// There is a file, and it is no INI text.
     struct Damaged {};
-    /// It could not be read or, for change(), not be saved; \a reason is a sentence's end.
-    struct Failure {
-        QString reason;
-    };
-    /// Every key with its value, as of iniText::values().
+    /// Every key with its value, as of iniText::values(); or why the file could not be read or, for
+    /// change(), not be saved.
     using Outcome = std::variant<QVariantMap, Damaged, Failure>;
 
     /// The file at the absolute \a path, which need not exist.
@@ -37,8 +37,8 @@ public:
     Outcome change(const QVariantMap &changes) const;
 
     /// Renames what is at the path to the first unused name of "<path>.damaged",
-    /// "<path>.damaged-2", … and returns that name; an empty text if it could not be moved.
-    QString moveAside() const;
+    /// "<path>.damaged-2", … and returns that name; nothing if it could not be moved.
+    std::optional<QString> moveAside() const;
 
 private:
     QString path_;

@@ -23,13 +23,14 @@ void SettingsStore::open() {
     const IniFile::Outcome outcome = file_.read();
     if (const auto *values = std::get_if<QVariantMap>(&outcome)) {
         stored_ = *values;
-    } else if (const auto *failure = std::get_if<IniFile::Failure>(&outcome)) {
+    } else if (const auto *failure = std::get_if<Failure>(&outcome)) {
         openingProblem_ = tr("VELM starts with its defaults, since the settings in %1 could not be "
                              "read: %2")
                               .arg(filePath(), failure->reason);
     } else {
-        damagedCopyPath_ = file_.moveAside();
-        if (damagedCopyPath_.isEmpty())
+        const std::optional<QString> copy = file_.moveAside();
+        damagedCopyPath_ = copy.value_or(QString());
+        if (!copy)
             openingProblem_ = tr("VELM starts with its defaults, since the settings file %1 is "
                                  "damaged; it could not be moved aside.")
                                   .arg(filePath());
@@ -104,38 +105,38 @@ QVariant SettingsStore::storedVariant(const QString &key) const {
 }
 
 void SettingsStore::save() {
-    const std::optional<QString> reason = trySaving();
-    const Saving before = std::exchange(saving_, reason ? Saving::Failed : Saving::Works);
-    if (reason && before == Saving::Works)
+    const Result<void> saved = trySaving();
+    const Saving before = std::exchange(saving_, saved ? Saving::Works : Saving::Failed);
+    if (!saved && before == Saving::Works)
         emit problem(tr("The settings hold until VELM ends, but cannot be saved in %1: %2")
-                         .arg(filePath(), *reason));
-    if (!reason && before == Saving::Failed)
+                         .arg(filePath(), saved.failure()->reason));
+    if (saved && before == Saving::Failed)
         emit savingWorksAgain();
 }
 
-std::optional<QString> SettingsStore::trySaving() {
+Result<void> SettingsStore::trySaving() {
     IniFile::Outcome outcome = file_.change(unsaved_);
     if (std::holds_alternative<IniFile::Damaged>(outcome) && keepDamagedFileAside())
         outcome = file_.change(unsaved_);
-    if (const auto *failure = std::get_if<IniFile::Failure>(&outcome))
-        return failure->reason;
+    if (const auto *failure = std::get_if<Failure>(&outcome))
+        return *failure;
     if (std::holds_alternative<IniFile::Damaged>(outcome))
-        return tr("The damaged file there could not be moved aside");
+        return Failure{tr("The damaged file there could not be moved aside")};
     stored_ = std::get<QVariantMap>(outcome);
     unsaved_.clear();
-    return std::nullopt;
+    return {};
 }
 
 // A person may have edited the file since it was last read. What it held before is still in use,
 // and goes into the new file.
 bool SettingsStore::keepDamagedFileAside() {
-    const QString copy = file_.moveAside();
-    if (copy.isEmpty())
+    const std::optional<QString> copy = file_.moveAside();
+    if (!copy)
         return false;
     for (auto value = stored_.cbegin(); value != stored_.cend(); ++value)
         if (value->isValid() && !unsaved_.contains(value.key()))
             unsaved_.insert(value.key(), value.value());
-    emit problem(tr("The settings file could not be read; it is kept as %1.").arg(copy));
+    emit problem(tr("The settings file could not be read; it is kept as %1.").arg(*copy));
     return true;
 }
 

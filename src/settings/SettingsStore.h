@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "settings/IniFile.h"
 
 #include <QMap>
@@ -13,7 +14,6 @@
 #include <QVariantMap>
 
 #include <functional>
-#include <optional>
 
 /// The user's settings: one INI file, plus registered defaults that are never written to it. A
 /// value that the user has stored always wins over a registered default. Values are read at the
@@ -97,7 +97,7 @@ private:
     bool isStored(const QString &key) const;
     QVariant storedVariant(const QString &key) const;
     void save();
-    std::optional<QString> trySaving();
+    Result<void> trySaving();
     bool keepDamagedFileAside();
     QMap<QString, VisibleValue> visibleValues() const;
     void announceChanges();

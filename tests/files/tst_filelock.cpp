@@ -20,18 +20,17 @@ using namespace std::chrono_literals;
 
 namespace {
 
-using Taken = std::variant<FileLock, QString>;
+using Taken = Result<FileLock>;
 
 QString outcomeOf(const Taken &taken) {
-    const auto *reason = std::get_if<QString>(&taken);
-    return reason ? *reason : QStringLiteral("taken");
+    return taken ? QStringLiteral("taken") : taken.failure()->reason;
 }
 
 /// Adds one to the number in the file at \a path, \a times times.
 void count(const QString &path, int times) {
     for (int done = 0; done < times;) {
         const Taken taken = FileLock::take(path, 10s);
-        if (!std::holds_alternative<FileLock>(taken))
+        if (!taken)
             return;
         const int number = readWholeFile(path).toInt();
         if (saveWholeFile(path, QByteArray::number(number + 1), Durability::ProgramEnd))
@@ -91,7 +90,7 @@ void TestFileLock::missingFile_isMade() {
 void TestFileLock::otherHolder_isWaitedForAsLongAsSaid() {
     const Taken first = FileLock::take(path(), 0ms);
     const double before = millisecondsSlept();
-    QVERIFY(std::holds_alternative<QString>(FileLock::take(path(), 30ms)));
+    QVERIFY(!FileLock::take(path(), 30ms));
     const double slept = millisecondsSlept() - before;
     QVERIFY2(slept <= 30, qPrintable(QString::number(slept)));
 }
@@ -103,7 +102,7 @@ void TestFileLock::fileReplacedMeanwhile_isLockedAnew() {
     for (int call = 1; struck; ++call) {
         const FailingCalls calls(call, [this] {
             const Taken other = FileLock::take(path(), 0ms);
-            if (std::holds_alternative<FileLock>(other))
+            if (other)
                 QVERIFY(saveWholeFile(path(), "1", Durability::ProgramEnd));
         });
         const Taken taken = FileLock::take(path(), 10s);
