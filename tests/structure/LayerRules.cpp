@@ -3,8 +3,8 @@
 
 #include "structure/LayerRules.h"
 
-#include <QDir>
-#include <QLibraryInfo>
+#include "structure/ToolkitHeaders.h"
+
 #include <QRegularExpression>
 #include <QSet>
 
@@ -40,10 +40,6 @@ bool isCode(const QString &path) {
     return path.endsWith(QLatin1String(".h")) || path.endsWith(QLatin1String(".cpp"));
 }
 
-bool isBuildFile(const QString &path) {
-    return path.endsWith(QLatin1String("CMakeLists.txt"));
-}
-
 /// The part of "grid/GridModel.h" before the stroke; empty if there is none.
 QString folderOf(const QString &header) {
     return header.section(u'/', 0, -2);
@@ -51,20 +47,6 @@ QString folderOf(const QString &header) {
 
 QString breach(const QString &path, const QString &what) {
     return path + QStringLiteral(": ") + what;
-}
-
-/// The names under which the toolkit's module \a module offers headers, from its own folder.
-QSet<QString> headersOfModule(const QString &module) {
-    const QDir folder(QLibraryInfo::path(QLibraryInfo::HeadersPath) + u'/' + module);
-    const QStringList names = folder.entryList(QDir::Files);
-    return {names.begin(), names.end()};
-}
-
-bool isOfModule(const QString &header, const QString &module) {
-    static QMap<QString, QSet<QString>> known;
-    if (!known.contains(module))
-        known.insert(module, headersOfModule(module));
-    return header.startsWith(module + u'/') || header == module || known[module].contains(header);
 }
 
 bool isWidgetHeader(const QString &header) {
@@ -98,15 +80,12 @@ QString reachedWidgetHeader(const SourceTree &tree, const QString &path, QSet<QS
     return {};
 }
 
-/// The names that follow \a prefix in the text of a build file, comments left out.
+/// What follows \a prefix in the names of the libraries that the CMake text \a buildFile links.
 QStringList linkedNames(const QString &buildFile, const QString &prefix) {
-    static const QRegularExpression comment(QStringLiteral("#[^\n]*"));
-    const QRegularExpression name(QStringLiteral(R"(\b%1(\w+))").arg(prefix));
-    QString text = buildFile;
-    text.remove(comment);
     QStringList names;
-    for (auto match = name.globalMatch(text); match.hasNext();)
-        names.append(match.next().captured(1));
+    for (const QString &library : linkedLibraries(buildFile))
+        if (library.startsWith(prefix))
+            names.append(library.mid(prefix.size()));
     return names;
 }
 

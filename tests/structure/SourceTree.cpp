@@ -50,6 +50,10 @@ QString layerOf(const QString &path) {
     return parts.size() >= 3 && parts[0] == QLatin1String("src") ? parts[1] : QString();
 }
 
+bool isBuildFile(const QString &path) {
+    return path.endsWith(QLatin1String("CMakeLists.txt"));
+}
+
 QList<Include> includesOf(const QString &text) {
     static const QRegularExpression line(
         QStringLiteral(R"re(^[ \t]*#[ \t]*include[ \t]*(["<])([^">\n]+)[">])re"),
@@ -60,4 +64,19 @@ QList<Include> includesOf(const QString &text) {
         includes.append({found.captured(2), found.captured(1) == QLatin1String("\"")});
     }
     return includes;
+}
+
+QStringList linkedLibraries(const QString &text) {
+    static const QRegularExpression comment(QStringLiteral("#[^\n]*"));
+    static const QRegularExpression list(
+        QStringLiteral(R"re((?:\bLINKS\b|\btarget_link_libraries\s*\(\s*\S+)([^)]*)\))re"));
+    static const QRegularExpression keyword(QStringLiteral("^(PUBLIC|PRIVATE|INTERFACE)$"));
+    static const QRegularExpression blanks(QStringLiteral("\\s+"));
+    QString code = text;
+    code.remove(comment);
+    QStringList libraries;
+    for (auto match = list.globalMatch(code); match.hasNext();)
+        libraries += match.next().captured(1).split(blanks, Qt::SkipEmptyParts);
+    libraries.removeIf([](const QString &word) { return keyword.match(word).hasMatch(); });
+    return libraries;
 }

@@ -20,6 +20,9 @@ QString withoutComments(const QString &text);
 /// "src/grid/GridModel.h" gives "grid"; empty for what is not in a folder of src.
 QString layerOf(const QString &path);
 
+/// Whether the file \a path tells CMake what to build.
+bool isBuildFile(const QString &path);
+
 /// One #include line of a C++ file.
 struct Include {
     QString target;
@@ -29,3 +32,6 @@ struct Include {
 
 /// The includes of the C++ text \a text, in order; those in comments do not count.
 QList<Include> includesOf(const QString &text);
+
+/// The libraries that the CMake text \a text links, in order: "velm_base", "Qt6::Core".
+QStringList linkedLibraries(const QString &text);

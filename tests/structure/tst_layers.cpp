@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "structure/BuildRules.h"
 #include "structure/LayerRules.h"
 #include "structure/SourceTree.h"
 #include "structure/TextRules.h"
@@ -46,6 +47,7 @@ void TestLayers::sourcesKeepTheRule_data() {
     QTest::newRow("grid rules see no widgets") << Rule(layerRules::gridRulesSeeNoWidgets);
     QTest::newRow("controller is unknown below") << Rule(layerRules::controllerIsUnknownBelow);
     QTest::newRow("simulator stands alone") << Rule(layerRules::simulatorStandsAlone);
+    QTest::newRow("links are used") << Rule(buildRules::linksAreUsed);
     QTest::newRow("colours stand in the palette helper")
         << Rule(textRules::coloursStandInThePaletteHelper);
     QTest::newRow("nothing forks") << Rule(textRules::nothingForks);
@@ -134,6 +136,22 @@ void TestLayers::ruleNotices_data() {
         "simulator/CMakeLists.txt", "target_link_libraries(minipro-sim PRIVATE Qt6::Core)\n",
         "simulator/CMakeLists.txt: links Qt6::Core");
 
+    const Rule used = buildRules::linksAreUsed;
+    row("a folder links one of ours for nothing", used, "src/helper/CMakeLists.txt",
+        "velm_library(helper SOURCES A.cpp LINKS velm_base Qt6::Widgets)\n",
+        "src/helper/CMakeLists.txt: links velm_base, which nothing uses");
+    row("a folder links the toolkit for nothing", used, "src/helper/CMakeLists.txt",
+        "target_link_libraries(velm_helper PUBLIC Qt6::Network Qt6::Widgets) # Qt6::Svg\n",
+        "src/helper/CMakeLists.txt: links Qt6::Network, which nothing uses");
+    row("a folder links what cannot be told", used, "src/helper/CMakeLists.txt",
+        "target_link_libraries(helper PRIVATE velm_warnings \"${XCB_LIBRARY}\" fixture)\n", "");
+    row("a test links what another test uses", used, "tests/b/CMakeLists.txt",
+        "velm_test(b SOURCES b.cpp LINKS Qt6::Widgets)\n",
+        "tests/b/CMakeLists.txt: links Qt6::Widgets, which nothing uses");
+    row("a window's class is a use", used, "src/form/CMakeLists.txt",
+        "velm_library(form LINKS velm_base velm_grid)\n",
+        "src/form/CMakeLists.txt: links velm_base, which nothing uses");
+
     const Rule colours = textRules::coloursStandInThePaletteHelper;
     row("a colour as text", colours, "src/grid/A.cpp", "QColor(u\"#ff0000\"_s); // #00ff00\n",
         "src/grid/A.cpp: #ff0000");
@@ -167,7 +185,8 @@ void TestLayers::ruleNotices() {
     QFETCH(QString, breaches);
     const SourceTree tree = {
         {path, text},
-        {QStringLiteral("src/helper/ShowsALabel.h"), QStringLiteral("#include <QLabel>\n")}};
+        {QStringLiteral("src/helper/ShowsALabel.h"), QStringLiteral("#include <QLabel>\n")},
+        {QStringLiteral("src/form/Form.ui"), QStringLiteral("<header>grid/GridView.h</header>\n")}};
     QCOMPARE(rule(tree).join(u'\n'), breaches);
 }
 
