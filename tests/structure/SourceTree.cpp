@@ -6,22 +6,43 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 
-SourceTree readSourceTree(const QString &top, const QStringList &folders) {
+namespace {
+
+/// Whether the file's text says that it is a script; those need no ending to their names.
+bool isScript(const QString &text) {
+    return text.startsWith(QLatin1String("#!"));
+}
+
+/// Takes the file \a path into \a tree if a rule may concern it.
+void addFile(SourceTree &tree, const QDir &project, const QString &path) {
+    static const QStringList endings = {QStringLiteral("h"),  QStringLiteral("cpp"),
+                                        QStringLiteral("ui"), QStringLiteral("py"),
+                                        QStringLiteral("sh"), QStringLiteral("cmake")};
+    const QString ending = QFileInfo(path).suffix();
+    QFile file(path);
+    const bool concerned = endings.contains(ending) || isBuildFile(path) || ending.isEmpty();
+    if (!concerned || !file.open(QIODevice::ReadOnly))
+        return;
+    const QString text = QString::fromUtf8(file.readAll());
+    if (!ending.isEmpty() || isScript(text))
+        tree.insert(project.relativeFilePath(path), text);
+}
+
+} // namespace
+
+SourceTree readSourceTree(const QString &top, const QStringList &entries) {
     const QDir project(top);
     SourceTree tree;
-    for (const QString &folder : folders) {
-        QDirIterator files(project.filePath(folder),
-                           {QStringLiteral("*.h"), QStringLiteral("*.cpp"), QStringLiteral("*.ui"),
-                            QStringLiteral("CMakeLists.txt")},
-                           QDir::Files, QDirIterator::Subdirectories);
-        while (files.hasNext()) {
-            QFile file(files.next());
-            if (file.open(QIODevice::ReadOnly))
-                tree.insert(project.relativeFilePath(file.fileName()),
-                            QString::fromUtf8(file.readAll()));
-        }
+    for (const QString &entry : entries) {
+        const QString path = project.filePath(entry);
+        if (QFileInfo(path).isFile())
+            addFile(tree, project, path);
+        QDirIterator files(path, QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext())
+            addFile(tree, project, files.next());
     }
     return tree;
 }

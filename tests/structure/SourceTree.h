@@ -10,9 +10,9 @@
 /// Files to be judged: path from the project's top folder ("src/grid/GridModel.h") to text.
 using SourceTree = QMap<QString, QString>;
 
-/// The files under \a folders of the project at \a top that a rule may concern: C++, CMake and
-/// window definitions.
-SourceTree readSourceTree(const QString &top, const QStringList &folders);
+/// Those of \a entries, files and folders of the project at \a top, that a rule may concern: C++,
+/// CMake, window definitions and scripts.
+SourceTree readSourceTree(const QString &top, const QStringList &entries);
 
 /// \a text with its comments blanked: line breaks and literals stay where they were.
 QString withoutComments(const QString &text);

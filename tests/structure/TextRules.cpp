@@ -54,3 +54,14 @@ QStringList textRules::filesAreShort(const SourceTree &tree) {
     }
     return breaches;
 }
+
+QStringList textRules::filesNameTheirLicence(const SourceTree &tree) {
+    static const QRegularExpression head(
+        QStringLiteral(R"re(^(?:#![^\n]*\n)?(//|#) SPDX-FileCopyrightText: [^\n]+\n)re"
+                       R"re(\1 SPDX-License-Identifier: MIT\n)re"));
+    QStringList breaches;
+    for (auto file = tree.begin(); file != tree.end(); ++file)
+        if (!file.key().endsWith(QLatin1String(".ui")) && !head.match(file.value()).hasMatch())
+            breaches.append(file.key() + QStringLiteral(": begins without its licence"));
+    return breaches;
+}

@@ -15,5 +15,8 @@ QStringList coloursStandInThePaletteHelper(const SourceTree &tree);
 QStringList nothingForks(const SourceTree &tree);
 /// A file beyond 500 lines is more than one subject.
 QStringList filesAreShort(const SourceTree &tree);
+/// Every source and script names its licence in its first lines, after a script's interpreter: a
+/// file that goes elsewhere takes it along.
+QStringList filesNameTheirLicence(const SourceTree &tree);
 
 } // namespace textRules

@@ -29,12 +29,13 @@ using Rule = QStringList (*)(const SourceTree &);
 Q_DECLARE_METATYPE(Rule)
 
 void TestLayers::initTestCase() {
-    sources =
-        readSourceTree(QStringLiteral(VELM_SOURCE_DIR),
-                       {QStringLiteral("src"), QStringLiteral("simulator"), QStringLiteral("tests"),
-                        QStringLiteral("demo"), QStringLiteral("bench")});
+    static const QString entries = QStringLiteral(
+        "src simulator tests demo bench packaging docs cmake .ci CMakeLists.txt run test");
+    sources = readSourceTree(QStringLiteral(VELM_SOURCE_DIR), entries.split(u' '));
     QVERIFY(sources.contains(QStringLiteral("src/base/Log.h")));
     QVERIFY(sources.contains(QStringLiteral("simulator/CMakeLists.txt")));
+    QVERIFY(sources.contains(QStringLiteral(".ci/run")));
+    QVERIFY(sources.contains(QStringLiteral("test")));
 }
 
 void TestLayers::sourcesKeepTheRule_data() {
@@ -52,6 +53,7 @@ void TestLayers::sourcesKeepTheRule_data() {
         << Rule(textRules::coloursStandInThePaletteHelper);
     QTest::newRow("nothing forks") << Rule(textRules::nothingForks);
     QTest::newRow("files are short") << Rule(textRules::filesAreShort);
+    QTest::newRow("files name their licence") << Rule(textRules::filesNameTheirLicence);
 }
 
 void TestLayers::sourcesKeepTheRule() {
@@ -176,6 +178,20 @@ void TestLayers::ruleNotices_data() {
     row("500 lines", textRules::filesAreShort, "src/app/A.cpp", full.constData(), "");
     row("501 lines", textRules::filesAreShort, "tests/app/A.cpp", (full + "\n").constData(),
         "tests/app/A.cpp: 501 lines");
+
+    const Rule licence = textRules::filesNameTheirLicence;
+    row("a source with its licence", licence, "src/app/A.cpp",
+        "// SPDX-FileCopyrightText: 2026 A\n// SPDX-License-Identifier: MIT\n\nint a;\n", "");
+    row("a script with its licence", licence, "bench/run",
+        "#!/bin/sh\n# SPDX-FileCopyrightText: 2026 A\n# SPDX-License-Identifier: MIT\n", "");
+    row("a source with its licence further down", licence, "src/app/A.h",
+        "\n// SPDX-FileCopyrightText: 2026 A\n// SPDX-License-Identifier: MIT\n",
+        "src/app/A.h: begins without its licence");
+    row("a script of nobody", licence, "bench/run", "#!/bin/sh\n# SPDX-License-Identifier: MIT\n",
+        "bench/run: begins without its licence");
+    row("a source under another licence", licence, "src/app/A.cpp",
+        "// SPDX-FileCopyrightText: 2026 A\n// SPDX-License-Identifier: Other\n",
+        "src/app/A.cpp: begins without its licence");
 }
 
 void TestLayers::ruleNotices() {
@@ -185,7 +201,9 @@ void TestLayers::ruleNotices() {
     QFETCH(QString, breaches);
     const SourceTree tree = {
         {path, text},
-        {QStringLiteral("src/helper/ShowsALabel.h"), QStringLiteral("#include <QLabel>\n")},
+        {QStringLiteral("src/helper/ShowsALabel.h"),
+         QStringLiteral("// SPDX-FileCopyrightText: 2026 A\n// SPDX-License-Identifier: MIT\n"
+                        "#include <QLabel>\n")},
         {QStringLiteral("src/form/Form.ui"), QStringLiteral("<header>grid/GridView.h</header>\n")}};
     QCOMPARE(rule(tree).join(u'\n'), breaches);
 }
