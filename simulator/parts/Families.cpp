@@ -182,15 +182,30 @@ Chip chipOf(const Family &family, const Density &density, const Words &words) {
             .protection = lockable ? Protection::Software : Protection::None};
 }
 
+std::size_t membersOf(const Family &family) {
+    return family.prefixes.size() * family.densities.size() * family.suffixes.size() *
+           family.variants.size() * family.packages.size();
+}
+
+/// Member \a number of the family, from 0; from one to the next the package changes first.
+Chip memberOf(const Family &family, std::size_t number) {
+    const auto next = [&number](const auto &choices) {
+        const std::size_t choice = number % choices.size();
+        number /= choices.size();
+        return choices[choice];
+    };
+    const std::string_view package = next(family.packages);
+    const std::string_view variant = next(family.variants);
+    const std::string_view suffix = next(family.suffixes);
+    const Density density = next(family.densities);
+    const std::string_view prefix = next(family.prefixes);
+    return chipOf(family, density, {prefix, density.code, suffix, variant, package});
+}
+
 bool visitFamily(const Family &family, const std::function<bool(const Chip &)> &visit) {
-    for (const auto prefix : family.prefixes)
-        for (const Density &density : family.densities)
-            for (const auto suffix : family.suffixes)
-                for (const auto variant : family.variants)
-                    for (const auto package : family.packages)
-                        if (!visit(chipOf(family, density,
-                                          {prefix, density.code, suffix, variant, package})))
-                            return false;
+    for (std::size_t number = 0; number < membersOf(family); ++number)
+        if (!visit(memberOf(family, number)))
+            return false;
     return true;
 }
 
