@@ -6,8 +6,12 @@
 #include "app/Messages.h"
 #include "base/WorkState.h"
 
+bool ActionGate::isClosed() const {
+    return !work_.isIdle();
+}
+
 bool ActionGate::refuses() const {
-    if (work_.isIdle())
+    if (!isClosed())
         return false;
     messages_.say(Topic::Busy,
                   work_.now() == Work::Searching

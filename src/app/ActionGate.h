@@ -21,6 +21,8 @@ public:
     /// \a commit takes in whatever is being typed, in a field or in a cell of the grid.
     void setPendingInput(std::function<void()> commit) { commit_ = std::move(commit); }
 
+    /// True while the tool runs for an operation or a search.
+    bool isClosed() const;
     /// True, and said, while the tool runs for an operation or a search: nothing may be started or
     /// changed then.
     bool refuses() const;

@@ -5,35 +5,24 @@
 
 #include "app/ActionGate.h"
 #include "app/AppDelegateOutlets.h"
-#include "app/BurnDoubt.h"
-#include "app/CompositionRemarks.h"
+#include "app/BurnFile.h"
 #include "app/DevicePanelHost.h"
+#include "app/EditOffers.h"
 #include "app/HandEdits.h"
 #include "app/OpenedBinary.h"
-#include "app/SecondPress.h"
-#include "files/ByteBuffer.h"
+#include "app/UserFiles.h"
 #include "grid/GridSource.h"
 #include "image/DisplayText.h"
-#include "image/ImageComposition.h"
 #include "image/ImageRevisions.h"
 #include "image/TemporaryWorkspace.h"
 #include "tool/RunRecord.h"
 
-#include <QList>
-#include <QObject>
+#include <QMainWindow>
 #include <QPointer>
 #include <QStringList>
 
-#include <functional>
-
-class Log;
-class MainQueue;
 class ScriptedMiniPro;
-class SettingsStore;
-class TabView;
-class UserFiles;
 class WorkState;
-struct CellEdit;
 struct ShownContent;
 struct TabViewItem;
 
@@ -57,14 +46,25 @@ public:
         QList<ScriptedMiniPro *> retainArray; ///< every tool run, kept for the program's life
     };
 
-    /// \a beep sounds the system beep, \a files asks the user for files, \a work is the state that
-    /// every action asks \a gate about first, and \a messages takes what there is to say. All are
-    /// used as long as the controller lives.
-    AppDelegate(SettingsStore &defaults, Log &log, MainQueue &queue, std::function<void()> beep,
-                UserFiles &files, WorkState &work, Messages &messages, const ActionGate &gate);
+    /// What the controller works with; all must live as long.
+    struct Surroundings {
+        SettingsStore &defaults;
+        Log &log;
+        MainQueue &queue;
+        std::function<void()> beep; ///< the system beep
+        WorkState &work;
+        Messages &messages;
+        const ActionGate &gate; ///< every action asks it first
+        UserFiles &files;
+    };
+
+    explicit AppDelegate(const Surroundings &surroundings);
     ~AppDelegate() override;
 
     AppDelegateOutlets outlets;
+
+    QMainWindow *window() const { return window_; }
+    void setWindow(QMainWindow *window) { window_ = window; }
 
     // Start-up and shutdown
 
@@ -79,26 +79,13 @@ public:
     // Operations
 
     /// The action of the operation buttons, whose "tag" property is the operation code: runs the
-    /// tool and takes in what it left. Returns when the tool has exited. Refused (with a sentence)
-    /// while a run is in progress.
+    /// tool and takes in what it left. Returns when the tool has exited.
     void go(QObject *sender);
     /// The action of the Logic test button: clears the results tab, shows it and calls go().
     void testLogic(QObject *sender);
     /// Ends the run or search in progress, if any: the tool's whole process group is asked, then
     /// killed.
     void stopRun();
-
-    // Edits made by hand
-
-    /// The edits of the data to burn since it was composed last, to look at.
-    const QUndoStack &editHistory() const { return edits_.history(); }
-    /// True, and said, if closing now would lose edits that are in no file; a second call is taken
-    /// for the consent of \a presser.
-    bool refusesToLoseEdits(SecondPress::Presser presser);
-    /// Takes the last edit back and shows its place. Does nothing without one.
-    void undoEdit();
-    /// Makes the edit again that was taken back last.
-    void redoEdit();
 
     // The image and its files
 
@@ -112,20 +99,18 @@ public:
     /// The action of the composition controls.
     void handleControl(QObject *sender);
 
-    // Files
+    // Files and panels
 
-    /// Asks for a binary file, keeps its path in the settings, loads it and composes again.
+    /// Asks for a binary file and opens it.
     void browseBinaryFile(QObject *sender);
-    /// Makes the file at the absolute \a path the opened binary.
+    /// Makes the file at the absolute \a path the opened binary: keeps it in the settings, loads
+    /// it and composes again.
     void openBinary(const QString &path);
     /// Saves the data read from the chip; without any, says so and opens no panel.
     void export_read_from_chip_data(QObject *sender);
     /// Saves the data to burn; without any, says so and opens no panel.
     void export_output_data(QObject *sender);
-
-    // The device search panel
-
-    /// Shows the panel as a sheet on the window.
+    /// Shows the device search panel as a sheet on the window.
     void showListPanel(QObject *sender);
     /// Ends the panel; the name selected in it becomes the device a turn of the event loop later.
     void deviceSearchPanelOK(QObject *sender);
@@ -167,6 +152,8 @@ public:
     const State &state() const { return state_; }
     /// Which state of the data to burn it is: equal numbers mean equal bytes.
     quint64 imageRevision() const { return edits_.state().revision; }
+    /// The edits of the data to burn, and what can be done with them.
+    EditOffers &edits() { return offers_; }
 
 signals:
     /// \a run was made; it lives as long as this object.
@@ -178,45 +165,26 @@ signals:
 
 private:
     void chooseOperation(ScriptedMiniPro &run, int tag);
-    BurnSituation burnSituation(int tag) const;
-    bool asksBeforeRun(const BurnSituation &burn);
-    void writeImageAgain();
-    RunRecord launchAndWait(ScriptedMiniPro &run, const BurnSituation &burn);
-    QString takeReadData();
+    void takeReadData(RunRecord &record);
     void takeLogicReport(RunRecord &record);
-    void sayWhatReadLeft(RunRecord &record, const QString &trouble);
-    CompositionInputs compositionInputs() const;
-    ImageControls imageControls(const CompositionInputs &inputs) const;
-    void settingChanged(const QString &key);
     void noteImageChanged();
-    void reloadOpenedBinary();
-    void sayReplacedEdits();
-    void sayRestoredEdits(int edits);
-    void restoreEdits();
-    void takeEdit(const CellEdit &edit, const QString &entry);
-    void showStep(qint64 offset);
     void saveAndShowEdit();
+    void showStep(qint64 offset);
     ShownContent shownContent() const;
-    void noteSaved(const ByteBuffer &bytes);
-    void sayTextRemark(const QString &tab);
     QString selectedTab() const;
+    void showSelectedTab();
 
-    SettingsStore &defaults_;
-    Log &log_;
-    MainQueue &queue_;
-    std::function<void()> beep_;
-    UserFiles &files_;
-    WorkState &work_;
-    Messages &messages_;
-    const ActionGate &gate_;
-    TemporaryWorkspace workspace_;
+    const Surroundings with_;
     State state_;
+    QPointer<QMainWindow> window_;
     QPointer<ScriptedMiniPro> currentRun_;
-    HandEdits edits_{state_.output_data};
+    TemporaryWorkspace workspace_;
     ImageRevisions revisions_;
-    OpenedBinary openedBinary_{state_.opened_bin_data, messages_};
-    DevicePanelHost panelHost_{outlets, defaults_, queue_, messages_, gate_};
-    SecondPress secondPress_{messages_};
-    /// The device that read_from_chip_data came from.
-    QString readDevice_;
+    SecondPress secondPress_;
+    BurnFile burnFile_;
+    HandEdits edits_;
+    EditOffers offers_;
+    OpenedBinary openedBinary_;
+    DevicePanelHost panelHost_;
+    QString readDevice_; ///< that read_from_chip_data came from
 };

@@ -1,10 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-// The tabs and what the grid asks.
+// The tabs, what the grid asks and what is typed into it.
 
 #include "app/AppDelegate.h"
 
+#include "base/WorkState.h"
+#include "grid/CellEdit.h"
 #include "grid/GridColumns.h"
 #include "grid/GridPresentation.h"
 #include "grid/GridView.h"
@@ -12,7 +14,14 @@
 #include "widgets/TabView.h"
 
 #include <QLabel>
-#include <QLocale>
+
+QString AppDelegate::selectedTab() const {
+    return outlets.tabview->selectedTabViewItem().identifier;
+}
+
+void AppDelegate::showSelectedTab() {
+    tabView_didSelectTabViewItem(outlets.tabview, outlets.tabview->selectedTabViewItem());
+}
 
 void AppDelegate::tabView_didSelectTabViewItem(TabView *, const TabViewItem &item) {
     QString label;
@@ -26,6 +35,7 @@ void AppDelegate::tabView_didSelectTabViewItem(TabView *, const TabViewItem &ite
         label = QStringLiteral("Data to burn:");
     } else if (item.identifier == logicTabIdentifier()) {
         state_.logictest_rows = {};
+        with_.messages.takeBack(Topic::HiddenBytes);
     } else {
         return;
     }
@@ -33,26 +43,23 @@ void AppDelegate::tabView_didSelectTabViewItem(TabView *, const TabViewItem &ite
                                                                           : GridHeading::Bytes);
     outlets.tableview->reloadData();
     outlets.peeping_at->setText(label);
-    sayTextRemark(item.identifier);
 }
 
 void AppDelegate::loadStrData(QObject *) {
     state_.strData = DisplayText(state_.display_data);
-}
-
-// Cells past the end of the text read "XX" although there are bytes behind them.
-void AppDelegate::sayTextRemark(const QString &tab) {
-    const qsizetype hidden = state_.strData.byteLength() - state_.strData.length();
-    QString sentence;
-    if (tab != logicTabIdentifier() && state_.strData.isMultiByte() && hidden > 0)
-        sentence = hidden == 1 ? tr("The image reads as UTF-8: its last byte is not shown.")
-                               : tr("The image reads as UTF-8: its last %1 bytes are not shown.")
-                                     .arg(QLocale().toString(hidden));
-    messages_.say(Topic::HiddenBytes, sentence);
+    with_.messages.say(Topic::HiddenBytes, hiddenBytesRemark(state_.strData));
 }
 
 QStringList AppDelegate::trimEmptyStrings(const QStringList &strings) const {
     return ::trimEmptyStrings(strings);
+}
+
+QString AppDelegate::hexDigitFor(quint16 value) const {
+    return ::hexDigitFor(value);
+}
+
+QString AppDelegate::hexValue(quint64 value) const {
+    return ::hexValue(value);
 }
 
 ShownContent AppDelegate::shownContent() const {
@@ -67,6 +74,43 @@ quint64 AppDelegate::numberOfRowsInTableView(QObject *) {
 CellValue AppDelegate::tableView_objectValueForTableColumn_row(QObject *, const QString &column,
                                                                qint64 row) {
     return cellValue(shownContent(), column, row);
+}
+
+bool AppDelegate::tableView_shouldEditTableColumn_row(QObject *, const QString &, qint64) {
+    return mayEdit(selectedTab()) && with_.work.isIdle();
+}
+
+void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const QString &value,
+                                                              const QString &column, qint64 row) {
+    if (selectedTab() != burnTabIdentifier() || !state_.output_data || with_.gate.refuses())
+        return;
+    const CellEditOutcome edit =
+        commitEntry(*state_.output_data, state_.strData.length(), value, columnNumber(column), row);
+    if (!edit)
+        return;
+    if (edit->rejected)
+        with_.beep();
+    else
+        edits_.remember(*edit);
+    saveAndShowEdit();
+    outlets.tableview->advanceAfterEdit(*edit);
+    with_.messages.say(Topic::Entry, edit->rejected ? rejectionRemark(value) : QString());
+}
+
+void AppDelegate::saveAndShowEdit() {
+    write_output_data_to_temp_file(this);
+    loadStrData(this);
+    outlets.tableview->reloadData();
+    noteImageChanged();
+}
+
+// A step taken back or made again is looked at where it is.
+void AppDelegate::showStep(qint64 offset) {
+    outlets.tabview->selectTabViewItem(burnTabIdentifier());
+    state_.display_data = state_.output_data;
+    saveAndShowEdit();
+    offers_.sayRestored();
+    outlets.tableview->showAddress(offset);
 }
 
 bool AppDelegate::tableView_shouldSelectRow(QObject *, qint64) {

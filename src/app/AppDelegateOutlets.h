@@ -9,14 +9,12 @@ class QAbstractButton;
 class QDialog;
 class QLabel;
 class QLineEdit;
-class QWidget;
 class TabView;
 class device_searcher;
 
 /// The window's controls that the controller works with, filled once by the wiring function. The
 /// controller never sets them up: what sends which action belongs to the window's definition.
 struct AppDelegateOutlets {
-    QWidget *window = nullptr;
     TabView *tabview = nullptr;
     GridView *tableview = nullptr;
     ConsoleView *textView = nullptr;

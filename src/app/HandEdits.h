@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "app/CompositionRemarks.h"
 #include "files/ByteBuffer.h"
+#include "image/CompositionRemarks.h"
 
 #include <QObject>
 #include <QSet>
@@ -64,6 +64,8 @@ public:
     void undo();
     void redo();
 
+    /// The image that the edits are made in.
+    const ByteBuffer &image() const { return image_; }
     /// What is in the image now.
     ImageState state() const;
     /// The image as it is now has been saved in a file of the user's.

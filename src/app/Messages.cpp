@@ -30,7 +30,7 @@ constexpr std::array rules = {
     Rule{Topic::Busy, warning, warning, Event::WorkEnded},
     Rule{Topic::SecondPress, warning, warning, {}},
     Rule{Topic::Leftovers, information, information, {}},
-    Rule{Topic::StaleRead, warning, warning, Event::ReadTaken},
+    Rule{Topic::StaleRead, warning, warning, {}},
     Rule{Topic::NothingRead, warning, warning, Event::BytesRead},
     Rule{Topic::NothingToBurn, warning, warning, Event::ImageHasBytes},
     Rule{Topic::Composition, information, problem, {}},

@@ -38,7 +38,6 @@ enum class Topic {
 enum class Event {
     RunBegan,
     WorkEnded,
-    ReadTaken,      ///< a Read is over and its bytes, if any, are here
     BytesRead,      ///< there are bytes of a chip
     ImageChanged,   ///< the data to burn
     ImageHasBytes,  ///< there are data to burn

@@ -3,14 +3,15 @@
 
 #include "app/OpenedBinary.h"
 
+#include "app/ActionGate.h"
 #include "app/BurnDoubt.h"
 #include "files/FileLoading.h"
 
 #include <QDir>
 #include <QFileInfo>
 
-OpenedBinary::OpenedBinary(ByteBuffer &bytes, Messages &messages)
-    : bytes_(bytes), messages_(messages) {
+OpenedBinary::OpenedBinary(ByteBuffer &bytes, Messages &messages, const ActionGate &gate)
+    : bytes_(bytes), messages_(messages), gate_(gate) {
     connect(&watch_, &OpenedFileWatch::stateChanged, this, &OpenedBinary::fileChanged);
 }
 
@@ -52,6 +53,11 @@ void OpenedBinary::fileChanged(OpenedFileWatch::State state) {
             return; // touched, or written again as it was
         return messages_.sayTrouble(Topic::OpenedFile,
                                     tr("%1 has changed on the disk since it was opened.").arg(path),
-                                    {tr("Reload"), [this] { emit reloadAsked(); }});
+                                    {tr("Reload"), [this] { askToReload(); }});
     }
+}
+
+void OpenedBinary::askToReload() {
+    if (!gate_.refusesElseCommits())
+        emit reloadAsked();
 }

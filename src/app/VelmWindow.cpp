@@ -28,8 +28,8 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
       files_({surroundings.panels, memory_, surroundings.log, messages_, gate_}),
       searcher_(surroundings.settings, surroundings.log, queue_, surroundings.beep, work_),
       searchPanel_(searcher_, &window_),
-      delegate_(surroundings.settings, surroundings.log, queue_, surroundings.beep, files_, work_,
-                messages_, gate_),
+      delegate_({surroundings.settings, surroundings.log, queue_, surroundings.beep, work_,
+                 messages_, gate_, files_}),
       verdictLine_(runLog_, messages_, [this] { return shownNow(); }),
       runControls_(window_.controls()) {
     wireMainWindow(
@@ -79,8 +79,8 @@ void VelmWindow::askToEnd() {
 bool VelmWindow::mayClose() {
     if (work_.isIdle()) {
         gate_.commitPendingInput();
-        return !delegate_.refusesToLoseEdits(askedFromOutside_ ? SecondPress::Presser::Program
-                                                               : SecondPress::Presser::Hand);
+        return !delegate_.edits().refusesToLose(askedFromOutside_ ? SecondPress::Presser::Program
+                                                                  : SecondPress::Presser::Hand);
     }
     endRefused_ = true;
     messages_.say(

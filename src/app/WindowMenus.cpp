@@ -92,9 +92,9 @@ template <typename Changed, typename IsPossible>
 void followHistory(QAction *action, AppDelegate &delegate, const WorkState &work, Changed changed,
                    IsPossible isPossible) {
     const auto refresh = [action, &delegate, &work, isPossible] {
-        action->setEnabled((delegate.editHistory().*isPossible)() && work.isIdle());
+        action->setEnabled((delegate.edits().history().*isPossible)() && work.isIdle());
     };
-    QObject::connect(&delegate.editHistory(), changed, action, refresh);
+    QObject::connect(&delegate.edits().history(), changed, action, refresh);
     QObject::connect(&work, &WorkState::changed, action, refresh);
     refresh();
 }
@@ -107,10 +107,10 @@ void fillEditMenu(MainWindow &window, AppDelegate &delegate, const WorkState &wo
     Ui::MainWindow &c = window.controls();
     MenuFiller edit(*window.menuBar(), AppDelegate::tr("&Edit"));
     QAction *undo =
-        edit.calls({}, QKeySequence::Undo, &delegate, [&delegate] { delegate.undoEdit(); });
+        edit.calls({}, QKeySequence::Undo, &delegate, [&delegate] { delegate.edits().undo(); });
     QAction *redo =
-        edit.calls({}, QKeySequence::Redo, &delegate, [&delegate] { delegate.redoEdit(); });
-    nameBySteps(*undo, *redo, delegate.editHistory());
+        edit.calls({}, QKeySequence::Redo, &delegate, [&delegate] { delegate.edits().redo(); });
+    nameBySteps(*undo, *redo, delegate.edits().history());
     undo->setAutoRepeat(true);
     redo->setAutoRepeat(true);
     redo->setShortcuts(QKeySequence::Redo); // more than one key does it where that is the custom

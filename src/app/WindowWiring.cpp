@@ -158,7 +158,7 @@ void endPassingMessageByDeeds(MainWindow &window, AppDelegate &delegate, const W
         QObject::connect(sender, deed, &window, [&messages] { messages.endPassing(); });
     };
     by(&parts.work, &WorkState::changed);
-    by(&delegate.editHistory(), &QUndoStack::indexChanged);
+    by(&delegate.edits().history(), &QUndoStack::indexChanged);
     by(c.tabview, &TabView::didSelectTabViewItem);
     for (QLineEdit *field : window.findChildren<QLineEdit *>())
         by(field, &QLineEdit::textChanged);
@@ -223,7 +223,7 @@ void dress(MainWindow &window) {
 
 void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts &parts) {
     Ui::MainWindow &controls = window.controls();
-    delegate.outlets.window = &window;
+    delegate.setWindow(&window);
     fillOutlets(controls, delegate, parts);
     parts.gate.setPendingInput([&binder = parts.binder, grid = controls.tableview] {
         binder.commitPending();

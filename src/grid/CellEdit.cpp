@@ -6,6 +6,8 @@
 #include "grid/GridColumns.h"
 #include "image/NumberScanning.h"
 
+#include <QCoreApplication>
+
 #include <array>
 #include <cstring>
 
@@ -81,6 +83,13 @@ CellEditOutcome commitEntry(QByteArray &output_data, qsizetype strDataLength, co
     const auto offset = qsizetype(index);
     return isQuote(entry.front()) ? writeText(output_data, offset, entry)
                                   : writeByte(output_data, offset, entry);
+}
+
+QString rejectionRemark(const QString &entry) {
+    return QCoreApplication::translate(
+               "CellEdit",
+               "\u201c%1\u201d was not taken: a byte is a hexadecimal value from 01 to FF.")
+        .arg(entry);
 }
 
 QString hexDigitFor(quint16 value) {

@@ -40,6 +40,9 @@ using CellEditOutcome = std::optional<CellEdit>;
 CellEditOutcome commitEntry(QByteArray &output_data, qsizetype strDataLength, const QString &entry,
                             int columnNumber, qint64 row);
 
+/// What is to be said of an \a entry that was rejected.
+QString rejectionRemark(const QString &entry);
+
 /// The hexadecimal digit for \a value; empty from 16 on.
 QString hexDigitFor(quint16 value);
 

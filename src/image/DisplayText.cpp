@@ -3,6 +3,9 @@
 
 #include "image/DisplayText.h"
 
+#include <QCoreApplication>
+#include <QLocale>
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -183,4 +186,16 @@ void DisplayText::countUnits() {
     length_ = units;
     if (units < bytes.size())
         unitsBeforeBlock_ = std::move(unitsBefore);
+}
+
+QString hiddenBytesRemark(const DisplayText &text) {
+    const qsizetype hidden = text.byteLength() - text.length();
+    if (!text.isMultiByte() || hidden <= 0)
+        return {};
+    return hidden == 1
+               ? QCoreApplication::translate(
+                     "DisplayText", "The image reads as UTF-8: its last byte is not shown.")
+               : QCoreApplication::translate(
+                     "DisplayText", "The image reads as UTF-8: its last %1 bytes are not shown.")
+                     .arg(QLocale().toString(hidden));
 }

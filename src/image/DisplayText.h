@@ -45,3 +45,7 @@ private:
     // Multi-byte text only: the number of units that begin before each block of bytes.
     std::vector<qsizetype> unitsBeforeBlock_;
 };
+
+/// What is to be said of bytes behind the end of \a text, which have no cell that shows them; empty
+/// if there are none.
+QString hiddenBytesRemark(const DisplayText &text);

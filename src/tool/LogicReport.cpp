@@ -3,7 +3,9 @@
 
 #include "tool/LogicReport.h"
 
+#include "base/Log.h"
 #include "base/TextLines.h"
+#include "files/FileLoading.h"
 
 namespace {
 
@@ -50,4 +52,18 @@ QStringList trimEmptyStrings(const QStringList &strings) {
         if (!string.isEmpty())
             kept.append(string);
     return kept;
+}
+
+Result<LogicReport> loadLogicReport(const QString &path, Log &log) {
+    const Result<QString> text = loadUtf8Text(path);
+    if (const Failure *failure = text.failure()) {
+        log.write(QStringLiteral("error reading temp file: ") + failure->reason);
+        return *failure;
+    }
+    log.write(QStringLiteral("we have successfully obtained the chip test results! %1 bytes")
+                  .arg(text->size()));
+    LogicReport report = parseLogicReport(*text);
+    for (const QString &line : report.log)
+        log.write(line);
+    return report;
 }

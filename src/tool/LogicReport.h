@@ -3,10 +3,14 @@
 
 #pragma once
 
+#include "base/Result.h"
+
 #include <QList>
 #include <QStringList>
 
 #include <optional>
+
+class Log;
 
 /// What a report of a logic test says, as far as the table shows it.
 struct LogicReport {
@@ -23,6 +27,10 @@ struct LogicReport {
 /// Reads the report \a text. It depends on the marks at the beginning of lines alone, never on the
 /// layout behind them: the tool's versions differ in that.
 LogicReport parseLogicReport(QStringView text);
+
+/// Loads the report that a logic test left in the file at \a path, and logs what came of it; a
+/// file of more than 64 MiB, or one that is not UTF-8, cannot be read.
+Result<LogicReport> loadLogicReport(const QString &path, Log &log);
 
 /// The same strings in the same order, less every empty one. A blank is not empty.
 QStringList trimEmptyStrings(const QStringList &strings);

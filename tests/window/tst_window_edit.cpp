@@ -223,9 +223,9 @@ void TestWindowEdit::restoredEdits_sayWhichControlsSaySomethingElse() {
                  "This image was made with other values than these now: Pad, Pad to.")),
              qPrintable(velm.message()));
     // Taken back, the image is what the controls say; made again, it is not.
-    velm.delegate().undoEdit();
+    velm.delegate().edits().undo();
     QVERIFY2(!velm.message().contains(QStringLiteral("other values")), qPrintable(velm.message()));
-    velm.delegate().redoEdit();
+    velm.delegate().edits().redo();
     QVERIFY2(velm.message().contains(QStringLiteral("other values than these now: Pad, Pad to.")),
              qPrintable(velm.message()));
     // Another composition ends what the sentence speaks of.
@@ -246,16 +246,16 @@ void TestWindowEdit::restoring_isOneStepOfTheHistory() {
     velm.click(velm.controls().messageLine->findChild<QPushButton *>());
     QCOMPARE(*velm.state().output_data, QByteArray("z123456789ABCDEFGHIJ"));
     enter(velm, 0, 2, QStringLiteral("79"));
-    velm.delegate().undoEdit();
-    velm.delegate().undoEdit();
+    velm.delegate().edits().undo();
+    velm.delegate().edits().undo();
     QCOMPARE(*velm.state().output_data, second);
     QCOMPARE(onDisk(velm), second);
     QCOMPARE(velm.cell(0, 3), QStringLiteral("7B"));
     QVERIFY2(!velm.message().contains(QStringLiteral("restored")), qPrintable(velm.message()));
-    velm.delegate().undoEdit();
+    velm.delegate().edits().undo();
     QCOMPARE(velm.state().output_data->left(4), QByteArray("\0\00001", 4).replace(2, 2, "01"));
     for (int step = 0; step < 3; ++step)
-        velm.delegate().redoEdit();
+        velm.delegate().edits().redo();
     QCOMPARE(*velm.state().output_data, QByteArray("zy23456789ABCDEFGHIJ"));
     QCOMPARE(onDisk(velm), *velm.state().output_data);
     QCOMPARE(velm.cell(0, 2), QStringLiteral("79"));

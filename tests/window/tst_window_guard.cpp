@@ -46,7 +46,7 @@ QStringList snapshot(WindowFixture &velm) {
                     text(state.opened_bin_data),
                     text(state.output_data),
                     QString::number(state.retainArray.size()),
-                    QString::number(velm.delegate().editHistory().index())};
+                    QString::number(velm.delegate().edits().history().index())};
     const QFileInfo image(velm.temporary(QStringLiteral("temp.bin")));
     all << QString::fromLatin1(WindowFixture::bytesOf(image.filePath()))
         << image.lastModified().toString(Qt::ISODateWithMs)
@@ -174,8 +174,8 @@ void byEntryPoint(WindowFixture &velm) {
     delegate.openBinary(velm.write(QStringLiteral("other.bin"), "other"));
     delegate.export_read_from_chip_data(c.btn_export_read);
     delegate.export_output_data(c.btn_export_output);
-    delegate.undoEdit();
-    delegate.redoEdit();
+    delegate.edits().undo();
+    delegate.edits().redo();
     delegate.showListPanel(nullptr);
     delegate.deviceSearchPanelOK(nullptr);
     delegate.outlets.devicesearcher->list(nullptr);
@@ -203,7 +203,7 @@ void prepare(WindowFixture &velm) {
     QTRY_COMPARE(offers(velm), QStringList({QStringLiteral("Reload"), QStringLiteral("Restore")}));
     edit(velm, 1, QStringLiteral("41"));
     edit(velm, 2, QStringLiteral("42"));
-    velm.delegate().undoEdit();
+    velm.delegate().edits().undo();
     GridView *grid = velm.controls().tableview;
     grid->setCurrentIndex(grid->model()->index(0, 1));
 }

@@ -133,7 +133,7 @@ void TestWindowUndo::whatIsBeingTyped_isTakenBack() {
     grid->setCurrentIndex(grid->model()->index(0, 1));
     QTest::keyClick(grid, Qt::Key_7);
     QVERIFY(grid->openEditor());
-    velm.delegate().undoEdit();
+    velm.delegate().edits().undo();
     QVERIFY(!grid->openEditor());
     QCOMPARE(image(velm), QByteArray("0123456789ABCDEFGHIJ"));
 }
@@ -181,7 +181,7 @@ void TestWindowUndo::duringARun_nothingIsTakenBack() {
     QByteArray during;
     velm.whileBusy([&] {
         enabled = undoEntry(velm)->isEnabled();
-        velm.delegate().undoEdit();
+        velm.delegate().edits().undo();
         during = image(velm);
         velm.click(velm.controls().btn_stop);
     });

@@ -114,7 +114,7 @@ void TestWindowVerdict::verdict_comesBackWithItsImage() {
     if (way.startsWith(QStringLiteral("an edit"))) {
         enter(velm, 0, 1, QStringLiteral("7A"));
         verifyDoesNotSay(velm, verified);
-        velm.delegate().undoEdit();
+        velm.delegate().edits().undo();
     } else if (way == QStringLiteral("a control put back")) {
         velm.controls().startAddTextField->setText(QStringLiteral("10"));
         verifyDoesNotSay(velm, verified);

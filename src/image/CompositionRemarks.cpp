@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "app/CompositionRemarks.h"
+#include "image/CompositionRemarks.h"
 
 #include "image/NumberScanning.h"
 
