@@ -5,6 +5,7 @@
 
 #include "structure/ToolkitHeaders.h"
 
+#include <QDir>
 #include <QRegularExpression>
 #include <QSet>
 
@@ -25,6 +26,17 @@ const QMap<QString, QStringList> &arrows() {
         {QStringLiteral("grid"), words("base files settings image widgets")},
         {QStringLiteral("devices"), words("base files settings image tool widgets")},
         {QStringLiteral("app"), words("base files settings image tool widgets grid devices")},
+    };
+    return map;
+}
+
+/// The folders of the programs beside src, from the bottom up.
+const QMap<QString, QStringList> &stacks() {
+    static const QMap<QString, QStringList> map = {
+        {QStringLiteral("simulator"),
+         {QStringLiteral("setup"), QStringLiteral("files"), QStringLiteral("parts"),
+          QStringLiteral("session")}},
+        {QStringLiteral("bench"), {QStringLiteral("instruments"), QStringLiteral("subjects")}},
     };
     return map;
 }
@@ -204,6 +216,22 @@ QStringList layerRules::simulatorStandsAlone(const SourceTree &tree) {
             continue;
         for (const QString &module : linkedNames(file.value(), QStringLiteral("Qt6::")))
             breaches.append(breach(file.key(), QStringLiteral("links Qt6::") + module));
+    }
+    return breaches;
+}
+
+QStringList layerRules::programsPointDown(const SourceTree &tree) {
+    QStringList breaches;
+    for (auto file = tree.begin(); file != tree.end(); ++file) {
+        const QStringList stack = stacks().value(file.key().section(u'/', 0, 0));
+        const qsizetype height = stack.indexOf(file.key().section(u'/', 1, 1));
+        if (height < 0)
+            continue;
+        for (const Include &include : includesOf(file.value())) {
+            const QString way = QDir::cleanPath(include.target).remove(QStringLiteral("../"));
+            if (stack.indexOf(way.section(u'/', 0, 0)) > height)
+                breaches.append(breach(file.key(), QStringLiteral("includes ") + include.target));
+        }
     }
     return breaches;
 }

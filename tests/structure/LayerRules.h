@@ -25,5 +25,8 @@ QStringList gridRulesSeeNoWidgets(const SourceTree &tree);
 QStringList controllerIsUnknownBelow(const SourceTree &tree);
 /// The simulated programmer is a program of the standard library alone.
 QStringList simulatorStandsAlone(const SourceTree &tree);
+/// The folders of the simulator and of the measurements stand in an order, and one includes only
+/// those before it.
+QStringList programsPointDown(const SourceTree &tree);
 
 } // namespace layerRules

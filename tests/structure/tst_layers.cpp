@@ -48,6 +48,7 @@ void TestLayers::sourcesKeepTheRule_data() {
     QTest::newRow("grid rules see no widgets") << Rule(layerRules::gridRulesSeeNoWidgets);
     QTest::newRow("controller is unknown below") << Rule(layerRules::controllerIsUnknownBelow);
     QTest::newRow("simulator stands alone") << Rule(layerRules::simulatorStandsAlone);
+    QTest::newRow("programs point down") << Rule(layerRules::programsPointDown);
     QTest::newRow("links are used") << Rule(buildRules::linksAreUsed);
     QTest::newRow("colours stand in the palette helper")
         << Rule(textRules::coloursStandInThePaletteHelper);
@@ -137,6 +138,22 @@ void TestLayers::ruleNotices_data() {
     row("the simulator links the toolkit", layerRules::simulatorStandsAlone,
         "simulator/CMakeLists.txt", "target_link_libraries(minipro-sim PRIVATE Qt6::Core)\n",
         "simulator/CMakeLists.txt: links Qt6::Core");
+
+    const Rule program = layerRules::programsPointDown;
+    row("the simulator's parts include a session", program, "simulator/parts/A.h",
+        "#include \"setup/B.h\"\n#include \"files/B.h\"\n#include \"session/B.h\"\n",
+        "simulator/parts/A.h: includes session/B.h");
+    row("the simulator's setup includes files", program, "simulator/setup/A.cpp",
+        "#include \"setup/A.h\"\n#include \"../files/B.h\"\n",
+        "simulator/setup/A.cpp: includes ../files/B.h");
+    row("the simulator's session includes everything", program, "simulator/session/A.cpp",
+        "#include \"setup/A.h\"\n#include \"files/B.h\"\n#include \"parts/C.h\"\n", "");
+    row("an instrument includes a subject", program, "bench/instruments/A.h",
+        "#include \"subjects/B.h\"\n", "bench/instruments/A.h: includes subjects/B.h");
+    row("a subject includes an instrument", program, "bench/subjects/A.h",
+        "#include \"instruments/B.h\"\n#include \"files/C.h\"\n", "");
+    row("the program itself includes a session", program, "simulator/main.cpp",
+        "#include \"session/B.h\"\n", "");
 
     const Rule used = buildRules::linksAreUsed;
     row("a folder links one of ours for nothing", used, "src/helper/CMakeLists.txt",
