@@ -35,7 +35,8 @@ double runOurChild() {
     ChildProcess child;
     child.setLaunchPath(QString::fromStdString(childPath));
     child.setStandardStreams(&input, &output, &error);
-    child.start();
+    if (!child.start())
+        throw std::runtime_error("the child was not started");
     while (!child.hasEnded())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     const double taken = stopwatch.milliseconds();

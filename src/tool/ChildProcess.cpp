@@ -21,8 +21,8 @@ namespace {
 constexpr auto graceBeforeKill = std::chrono::seconds(2);
 constexpr auto pollInterval = std::chrono::milliseconds(10);
 
-QString reasonFor(const QString &what, int error) {
-    return what + QLatin1String(": ") + qt_error_string(error);
+Failure failureOf(const QString &what, const Failure &failure) {
+    return {what + QLatin1String(": ") + failure.reason, failure.systemError};
 }
 
 } // namespace
@@ -64,39 +64,39 @@ void ChildProcess::setEndNotice(EndNotice notice) {
     endNotice_ = notice;
 }
 
-bool ChildProcess::start() {
-    const std::optional<QString> problem = openPipesAndSpawn();
+Result<void> ChildProcess::start() {
+    Result<void> started = openPipesAndSpawn();
     for (Pipe *pipe : {input_, output_, error_}) {
         pipe->closeChildEnd();
-        if (problem)
+        if (!started)
             pipe->closeOwnEnd();
     }
-    if (problem) {
-        failure_ = *problem;
+    if (!started) {
         over_ = true;
         emit ended();
-        return false;
+        return started;
     }
     wasStarted_ = true;
     awaitEnd();
-    return true;
+    return started;
 }
 
-std::optional<QString> ChildProcess::openPipesAndSpawn() {
+Result<void> ChildProcess::openPipesAndSpawn() {
     if (!launchPath_)
-        return QStringLiteral("there is no launch path");
-    if (!input_->open() || !output_->open() || !error_->open())
-        return reasonFor(QStringLiteral("no pipe"), errno);
-    const auto result = spawnChild({.program = *launchPath_,
-                                    .arguments = arguments_,
-                                    .workingFolder = workingFolder_,
-                                    .input = input_->childEnd(),
-                                    .output = output_->childEnd(),
-                                    .error = error_->childEnd()});
-    if (const auto *spawnError = std::get_if<SpawnError>(&result))
-        return reasonFor(*launchPath_, spawnError->error);
-    pid_ = std::get<SpawnedChild>(result).pid;
-    return std::nullopt;
+        return Failure{QStringLiteral("there is no launch path")};
+    for (Pipe *pipe : {input_, output_, error_})
+        if (const auto opened = pipe->open(); !opened)
+            return failureOf(QStringLiteral("no pipe"), *opened.failure());
+    const Result<pid_t> child = spawnChild({.program = *launchPath_,
+                                            .arguments = arguments_,
+                                            .workingFolder = workingFolder_,
+                                            .input = input_->childEnd(),
+                                            .output = output_->childEnd(),
+                                            .error = error_->childEnd()});
+    if (const Failure *failure = child.failure())
+        return failureOf(*launchPath_, *failure);
+    pid_ = *child;
+    return {};
 }
 
 void ChildProcess::awaitEnd() {
@@ -167,20 +167,12 @@ bool ChildProcess::isRunning() const {
     return wasStarted_ && !over_;
 }
 
-bool ChildProcess::started() const {
-    return wasStarted_;
-}
-
 bool ChildProcess::hasEnded() const {
     return over_;
 }
 
 bool ChildProcess::stopRequested() const {
     return stopAsked_;
-}
-
-QString ChildProcess::startFailure() const {
-    return failure_;
 }
 
 int ChildProcess::terminationStatus() const {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/FileDescriptor.h"
+#include "base/Result.h"
 
 #include <QObject>
 #include <QString>
@@ -50,23 +51,20 @@ public:
     void setStandardStreams(Pipe *input, Pipe *output, Pipe *error);
     void setEndNotice(EndNotice notice);
 
-    /// Opens the pipes and starts the child. False if that failed: startFailure() says why, the
-    /// pipes are closed, the status is -1, and ended() has been emitted.
-    bool start();
+    /// Opens the pipes and starts the child. If that failed the pipes are closed, the status is -1,
+    /// and ended() has been emitted.
+    Result<void> start();
     /// Asks the whole group to terminate and kills it two seconds later; what is left of the
     /// group when the child itself ends is killed then. Does nothing unless the child is running.
     void stop();
 
     /// True from a successful start until the child has been reaped.
     bool isRunning() const;
-    bool started() const;
     /// The child's session, which may outlive it; -1 if none was started.
     pid_t session() const { return pid_; }
     /// True once the child has been reaped or could not be started.
     bool hasEnded() const;
     bool stopRequested() const;
-    /// Why start() failed; empty if it did not.
-    QString startFailure() const;
     /// The exit code, or the number of the signal that killed the child; -1 if it could not be
     /// started or its status was lost.
     int terminationStatus() const;
@@ -79,7 +77,7 @@ signals:
     void ended();
 
 private:
-    std::optional<QString> openPipesAndSpawn();
+    Result<void> openPipesAndSpawn();
     void awaitEnd();
     void lookForEnd();
     void childIsGone();
@@ -99,7 +97,6 @@ private:
     std::unique_ptr<QSocketNotifier> endNotifier_;
     QTimer pollTimer_;
     QTimer killTimer_;
-    QString failure_;
     int status_ = -1;
     bool wasStarted_ = false;
     bool over_ = false;

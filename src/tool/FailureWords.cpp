@@ -48,8 +48,8 @@ public:
     FailureWording(const RunFacts &run, Task task) : facts_(run), task_(task) {}
 
     FailureWords failure() const;
-    FailureWords notStarted() const {
-        return {tr("The programmer tool was not started: %1.").arg(facts_.startFailure),
+    static FailureWords notStarted(const Failure &failure) {
+        return {tr("The programmer tool was not started: %1.").arg(failure.reason),
                 tr("Check the environment variable SHELL, which names the shell that starts it.")};
     }
 
@@ -315,8 +315,8 @@ FailureWords FailureWording::missingAdapter() const {
 }
 
 FailureWords FailureWording::failure() const {
-    if (!facts_.started)
-        return notStarted();
+    if (const Failure *failure = facts_.start.failure())
+        return notStarted(*failure);
     FailureWords words = cause();
     const ToolReport &report = facts_.report;
     if (report.ignoredId)

@@ -35,22 +35,22 @@ FileDescriptor aboveStandardStreams(FileDescriptor end) {
 
 Pipe::Pipe(Direction towards) : direction_(towards) {}
 
-bool Pipe::open() {
+Result<void> Pipe::open() {
     if (child_.isOpen() && own_.isOpen())
-        return true;
+        return {};
     int ends[2] = {-1, -1};
     if (openPipe(ends) != 0)
-        return false;
+        return Failure::ofSystem(errno);
     FileDescriptor reading = aboveStandardStreams(FileDescriptor(ends[0]));
     FileDescriptor writing = aboveStandardStreams(FileDescriptor(ends[1]));
     if (!reading.isOpen() || !writing.isOpen())
-        return false;
+        return Failure::ofSystem(errno);
     const bool fromChild = direction_ == Direction::FromChild;
     own_ = std::move(fromChild ? reading : writing);
     child_ = std::move(fromChild ? writing : reading);
     if (fromChild)
         handle_.attach(own_.get());
-    return true;
+    return {};
 }
 
 int Pipe::childEnd() const {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/FileDescriptor.h"
+#include "base/Result.h"
 #include "tool/ReadHandle.h"
 
 /// A pipe between this program and a child. Its two descriptors are opened by open(), not at
@@ -15,8 +16,8 @@ public:
 
     explicit Pipe(Direction direction);
 
-    /// Opens both ends; an open pipe stays as it is. False, with errno set, if that failed.
-    bool open();
+    /// Opens both ends; an open pipe stays as it is.
+    Result<void> open();
     /// The end that becomes a standard stream of the child; -1 while closed.
     int childEnd() const;
     /// The end that stays here; -1 while closed.

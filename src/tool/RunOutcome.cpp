@@ -61,11 +61,11 @@ QString RunOutcome::words() const {
 }
 
 RunOutcome judgeRun(const RunFacts &facts) {
-    const bool exitedWell = facts.started && facts.status == 0 && !facts.killedBySignal;
+    const bool exitedWell = facts.start && facts.status == 0 && !facts.killedBySignal;
     if (exitedWell && saidSuccess(facts))
         return outcomeOfSuccess(facts);
     if (facts.stopRequested)
         return OutcomeWording(facts).stopped();
     const FailureWords words = wordsForFailedRun(facts);
-    return {facts.started ? Verdict::Failed : Verdict::NotStarted, words.sentence, words.nextStep};
+    return {facts.start ? Verdict::Failed : Verdict::NotStarted, words.sentence, words.nextStep};
 }

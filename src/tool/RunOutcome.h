@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "tool/CommandLine.h"
 #include "tool/ImageEncoding.h"
 #include "tool/ToolReport.h"
@@ -33,9 +34,8 @@ struct RunFacts {
     /// The programmers that are plugged in; nothing if the system does not tell.
     std::optional<QList<UsbProgrammer>> programmers;
 
-    /// A child was started; if not, startFailure says why.
-    bool started = false;
-    QString startFailure;
+    /// Whether the shell could be started for it.
+    Result<void> start;
     /// The exit code, or the signal's number if killedBySignal.
     int status = 0;
     bool killedBySignal = false;

@@ -140,8 +140,9 @@ std::optional<QString> ScriptedMiniPro::prepareShell(const QString &command) {
 
 int ScriptedMiniPro::runToTheEnd(QLatin1String messageStart) {
     tellConsole(&Console::beginRun);
-    if (!task.start())
-        log_.write(QLatin1String("unable to launch task: ") + task.startFailure());
+    start_ = task.start();
+    if (const Failure *failure = start_.failure())
+        log_.write(QLatin1String("unable to launch task: ") + failure->reason);
     waitUntilExit();
     takeWhatThePipesHold();
     outputTaken_ = true;
@@ -394,14 +395,6 @@ bool ScriptedMiniPro::stopRequested() const {
     return task.stopRequested();
 }
 
-bool ScriptedMiniPro::started() const {
-    return task.started();
-}
-
-QString ScriptedMiniPro::startFailure() const {
-    return task.startFailure();
-}
-
 bool ScriptedMiniPro::killedBySignal() const {
     return task.killedBySignal();
 }
@@ -439,8 +432,7 @@ RunFacts ScriptedMiniPro::facts() const {
     facts.device = launched_.device;
     if (operation == VerifyOperation || operation == WriteOperation)
         facts.imagePath = launched_.outputPath;
-    facts.started = started();
-    facts.startFailure = startFailure();
+    facts.start = start_;
     facts.status = task.terminationStatus();
     facts.killedBySignal = killedBySignal();
     facts.stopRequested = stopRequested();

@@ -73,10 +73,6 @@ public:
     bool isRunning() const;
     /// True once stop() was called on a running child.
     bool stopRequested() const;
-    /// True if a child was started.
-    bool started() const;
-    /// Why the child could not be started; empty if it was, or if nobody has tried.
-    QString startFailure() const;
     /// True if the child was killed by a signal, whose number is then the status.
     bool killedBySignal() const;
     /// True until the 51st empty read; output that arrives later is nobody's.
@@ -161,6 +157,7 @@ private:
     Operation operation = ReadOperation;
     /// The settings as they were when the tool was started.
     ToolSettings launched_;
+    Result<void> start_;
     ToolReportReader reader_;
     bool outputReleased_ = false;
     Console *outputView_ = nullptr;

@@ -74,7 +74,7 @@ QString SearchWording::stopped(qsizetype devices) const {
 
 /// What went wrong has a name: the tool's, or the shell's for a tool that is not there.
 bool hasKnownCause(const RunFacts &run) {
-    return !run.started || run.report.error || !run.report.missingDatabase.isEmpty() ||
+    return !run.start || run.report.error || !run.report.missingDatabase.isEmpty() ||
            run.killedBySignal || run.status >= shellStatus::couldNotExecute ||
            run.report.choiceAsked;
 }
@@ -95,7 +95,7 @@ QString judgeSearch(const SearchFacts &facts) {
     const SearchWording wording(run);
     if (run.stopRequested)
         return wording.stopped(facts.devices);
-    const bool exitedWell = run.started && run.status == 0 && !run.killedBySignal;
+    const bool exitedWell = run.start && run.status == 0 && !run.killedBySignal;
     if (!exitedWell || (facts.devices == 0 && hasKnownCause(run)))
         return wording.failed(facts);
     if (!facts.listFailure.isEmpty())

@@ -94,7 +94,7 @@ QByteArrayList encodedWords(const SpawnRequest &request) {
 
 } // namespace
 
-std::variant<SpawnedChild, SpawnError> spawnChild(const SpawnRequest &request) {
+Result<pid_t> spawnChild(const SpawnRequest &request) {
     FileActions actions;
     actions.giveStream(request.input, STDIN_FILENO);
     actions.giveStream(request.output, STDOUT_FILENO);
@@ -109,10 +109,10 @@ std::variant<SpawnedChild, SpawnError> spawnChild(const SpawnRequest &request) {
     argv.push_back(nullptr);
 
     const Attributes attributes;
-    SpawnedChild child;
-    const int error = ::posix_spawn(&child.pid, argv.front(), actions.get(), attributes.get(),
-                                    argv.data(), environ);
+    pid_t child = -1;
+    const int error =
+        ::posix_spawn(&child, argv.front(), actions.get(), attributes.get(), argv.data(), environ);
     if (error != 0)
-        return SpawnError{error};
+        return Failure::ofSystem(error);
     return child;
 }

@@ -3,11 +3,12 @@
 
 #pragma once
 
+#include "base/Result.h"
+
 #include <QString>
 #include <QStringList>
 
 #include <sys/types.h>
-#include <variant>
 
 /// What a child is started with.
 struct SpawnRequest {
@@ -23,15 +24,7 @@ struct SpawnRequest {
     int error = -1;
 };
 
-/// A child that runs, or the system's error number.
-struct SpawnedChild {
-    pid_t pid = -1;
-};
-struct SpawnError {
-    int error = 0;
-};
-
 /// Starts a child in a new session, with default signals, none of them blocked, and without any
-/// descriptor beyond the three. Never forks plainly: the cost of that grows with this program's
-/// memory.
-std::variant<SpawnedChild, SpawnError> spawnChild(const SpawnRequest &request);
+/// descriptor beyond the three, and gives its number. Never forks plainly: the cost of that grows
+/// with this program's memory.
+Result<pid_t> spawnChild(const SpawnRequest &request);

@@ -71,7 +71,6 @@ RunFacts usualFacts() {
     facts.tool = QStringLiteral("/opt/minipro");
     facts.device = QStringLiteral("AT28C256");
     facts.imagePath = QStringLiteral("/home/me/temp.bin");
-    facts.started = true;
     return facts;
 }
 

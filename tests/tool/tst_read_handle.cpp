@@ -34,13 +34,12 @@ namespace {
 
 class OpenPipe : public Pipe {
 public:
-    OpenPipe() : Pipe(Direction::FromChild) { opened = open(); }
+    OpenPipe() : Pipe(Direction::FromChild) { QVERIFY(open()); }
     ReadHandle &reader() { return *fileHandleForReading(); }
     void put(const QByteArray &bytes) const {
         QCOMPARE(::write(childEnd(), bytes.constData(), static_cast<size_t>(bytes.size())),
                  bytes.size());
     }
-    bool opened = false;
 };
 
 /// Lets everything happen that is ready to.

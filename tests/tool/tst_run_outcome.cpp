@@ -50,7 +50,6 @@ RunFacts finished(Operation operation, int status, const QString &output) {
     RunFacts facts;
     facts.operation = operation;
     facts.tool = QStringLiteral("/opt/minipro");
-    facts.started = true;
     facts.status = status;
     facts.report = reader.report();
     return facts;
@@ -169,8 +168,7 @@ void TestRunOutcome::percentSigns_stayAsTheyAre() {
 
 void TestRunOutcome::notStarted_saysWhy() {
     RunFacts facts = finished(ReadOperation, -1, QString());
-    facts.started = false;
-    facts.startFailure = QStringLiteral("/no/shell: No such file or directory");
+    facts.start = Failure{QStringLiteral("/no/shell: No such file or directory")};
     QCOMPARE(shownOf(judgeRun(facts)),
              QStringLiteral("NotStarted | The programmer tool was not started: /no/shell: No such "
                             "file or directory. | Check the environment variable SHELL, which "

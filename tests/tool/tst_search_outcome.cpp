@@ -42,7 +42,6 @@ SearchFacts ended(int status, const char *words, qsizetype devices = 0) {
     reader.take(QString::fromLatin1(words));
     SearchFacts facts;
     facts.run.tool = QStringLiteral("/opt/minipro");
-    facts.run.started = true;
     facts.run.status = status;
     facts.run.programmers = QList<UsbProgrammer>();
     facts.run.report = reader.report();
@@ -132,8 +131,7 @@ void TestSearchOutcome::search_isToldAs_data() {
         "The search was stopped. No programmer was found: none is plugged in. Plug one in and try "
         "again.");
     SearchFacts none = ended(-1, "");
-    none.run.started = false;
-    none.run.startFailure = QStringLiteral("/no/shell: No such file or directory");
+    none.run.start = Failure{QStringLiteral("/no/shell: No such file or directory")};
     row("no shell", none,
         "The programmer tool was not started: /no/shell: No such file or directory. Check the "
         "environment variable SHELL, which names the shell that starts it.");

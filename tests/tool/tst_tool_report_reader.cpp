@@ -30,7 +30,6 @@ namespace {
 QString meaningOf(const ToolReport &report) {
     QStringList sentences;
     RunFacts facts;
-    facts.started = true;
     facts.report = report;
     for (const Operation operation :
          {ReadOperation, VerifyOperation, WriteOperation, LogicOperation})

@@ -58,8 +58,8 @@ void TestToolRunFailures::shell_thatCannotBeStartedGivesAFailedStart() {
     bench.serviceQueue();
     QCOMPARE(bench.console.events,
              QStringList({QStringLiteral("<begin>"), QStringLiteral("<end>"), message}));
-    QVERIFY(!run->started());
-    QCOMPARE(run->startFailure(), reason);
+    QVERIFY(!run->facts().start);
+    QCOMPARE(run->facts().start.failure()->reason, reason);
     QCOMPARE(judgeRun(run->facts()).sentence,
              QStringLiteral("The programmer tool was not started: %1.").arg(reason));
 }
@@ -93,8 +93,7 @@ void TestToolRunFailures::tool_thatCannotBeStartedIsTheShellsFailure() {
     bench.settings.setValue(settingsKeys::miniproLocation, tool);
     const auto run = bench.newRun();
     QTEST(run->launch(), "status");
-    QVERIFY(run->started());
-    QCOMPARE(run->startFailure(), QString());
+    QVERIFY(bool(run->facts().start));
     // The shell's complaint is shown like any other output.
     QVERIFY(run->collectedOutput().contains(tool));
     QVERIFY(!bench.linesOfOutput().isEmpty());
