@@ -72,11 +72,11 @@ Result<void> ChildProcess::start() {
             pipe->closeOwnEnd();
     }
     if (!started) {
-        over_ = true;
+        state_ = State::NotStarted;
         emit ended();
         return started;
     }
-    wasStarted_ = true;
+    state_ = State::Running;
     awaitEnd();
     return started;
 }
@@ -117,7 +117,7 @@ void ChildProcess::lookForEnd() {
     const bool lost = result != 0 && errno == ECHILD;
     // Until the child is reaped its number, and so the group's, cannot belong to somebody else.
     const bool waitsForReaping = result == 0 && facts.si_pid == pid_;
-    if (waitsForReaping && stopAsked_)
+    if (waitsForReaping && stopRequested())
         signalGroup(SIGKILL);
     if (waitsForReaping || lost)
         childIsGone();
@@ -132,7 +132,7 @@ void ChildProcess::childIsGone() {
     }
     endDescriptor_.close();
     reap();
-    over_ = true;
+    state_ = stopRequested() ? State::EndedAfterStop : State::Ended;
     input_->closeOwnEnd();
     emit terminated();
     emit ended();
@@ -144,10 +144,8 @@ void ChildProcess::reap() {
     do {
         reaped = ::waitpid(pid_, &result, 0);
     } while (reaped < 0 && errno == EINTR);
-    if (reaped != pid_)
-        return;
-    bySignal_ = WIFSIGNALED(result);
-    status_ = bySignal_ ? WTERMSIG(result) : WEXITSTATUS(result);
+    if (reaped == pid_)
+        waitStatus_ = result;
 }
 
 void ChildProcess::signalGroup(int signal) const {
@@ -159,26 +157,16 @@ void ChildProcess::stop() {
         return;
     if (!killTimer_.isActive())
         killTimer_.start();
-    stopAsked_ = true;
+    state_ = State::Stopping;
     signalGroup(SIGTERM);
 }
 
-bool ChildProcess::isRunning() const {
-    return wasStarted_ && !over_;
-}
-
-bool ChildProcess::hasEnded() const {
-    return over_;
-}
-
-bool ChildProcess::stopRequested() const {
-    return stopAsked_;
-}
-
 int ChildProcess::terminationStatus() const {
-    return status_;
+    if (!waitStatus_)
+        return -1;
+    return WIFSIGNALED(*waitStatus_) ? WTERMSIG(*waitStatus_) : WEXITSTATUS(*waitStatus_);
 }
 
 bool ChildProcess::killedBySignal() const {
-    return bySignal_;
+    return waitStatus_ && WIFSIGNALED(*waitStatus_);
 }

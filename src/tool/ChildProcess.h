@@ -59,12 +59,15 @@ public:
     void stop();
 
     /// True from a successful start until the child has been reaped.
-    bool isRunning() const;
+    bool isRunning() const { return state_ == State::Running || state_ == State::Stopping; }
     /// The child's session, which may outlive it; -1 if none was started.
     pid_t session() const { return pid_; }
     /// True once the child has been reaped or could not be started.
-    bool hasEnded() const;
-    bool stopRequested() const;
+    bool hasEnded() const { return state_ != State::New && !isRunning(); }
+    /// True if stop() was called on a running child.
+    bool stopRequested() const {
+        return state_ == State::Stopping || state_ == State::EndedAfterStop;
+    }
     /// The exit code, or the number of the signal that killed the child; -1 if it could not be
     /// started or its status was lost.
     int terminationStatus() const;
@@ -77,6 +80,15 @@ signals:
     void ended();
 
 private:
+    enum class State {
+        New, ///< start() has not been called
+        NotStarted,
+        Running,
+        Stopping, ///< running, and asked to end
+        Ended,
+        EndedAfterStop
+    };
+
     Result<void> openPipesAndSpawn();
     void awaitEnd();
     void lookForEnd();
@@ -97,9 +109,7 @@ private:
     std::unique_ptr<QSocketNotifier> endNotifier_;
     QTimer pollTimer_;
     QTimer killTimer_;
-    int status_ = -1;
-    bool wasStarted_ = false;
-    bool over_ = false;
-    bool bySignal_ = false;
-    bool stopAsked_ = false;
+    State state_ = State::New;
+    /// What the system said of the end; nothing if it said nothing.
+    std::optional<int> waitStatus_;
 };
