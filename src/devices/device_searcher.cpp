@@ -113,7 +113,7 @@ void device_searcher::noticeSilence() {
     outputSeen_ = output;
 }
 
-QString device_searcher::takeResults() {
+Result<qsizetype> device_searcher::takeResults() {
     const auto loaded =
         loadUtf8Text(resolvedPathOf(defaults, settingsKeys::temp_search_results_file));
     QList<QStringView> pieces;
@@ -128,13 +128,16 @@ QString device_searcher::takeResults() {
     dataArray = names;
     log_.write(QStringLiteral("dataArray has:%1").arg(dataArray->size()));
     model_->reloadData();
-    return loaded ? QString() : loaded.failure()->reason;
+    if (const Failure *failure = loaded.failure())
+        return *failure;
+    return dataArray->size();
 }
 
-void device_searcher::remarkOnResults(const ScriptedMiniPro &run, const QString &listFailure) {
+void device_searcher::remarkOnResults(const ScriptedMiniPro &run,
+                                      const Result<qsizetype> &devices) {
     RunFacts facts = run.facts();
     facts.programmers = pluggedProgrammers();
-    outcome_ = judgeSearch({facts, dataArray->size(), listFailure});
+    outcome_ = judgeSearch({facts, devices});
     emit remark(outcome_);
 }
 

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/Result.h"
+
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -77,8 +79,8 @@ signals:
 
 private:
     void runSearch(ScriptedMiniPro &run, const QString &term);
-    QString takeResults();
-    void remarkOnResults(const ScriptedMiniPro &run, const QString &listFailure);
+    Result<qsizetype> takeResults();
+    void remarkOnResults(const ScriptedMiniPro &run, const Result<qsizetype> &devices);
     void noticeWords();
     void noticeSilence();
     void confirmSelection();

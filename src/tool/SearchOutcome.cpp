@@ -19,8 +19,8 @@ public:
     explicit SearchWording(const RunFacts &run) : run_(run) {}
 
     QString waiting() const;
-    QString stopped(qsizetype devices) const;
-    QString failed(const SearchFacts &facts) const;
+    QString stopped(bool hasNames) const;
+    QString failed(const Result<qsizetype> &devices) const;
 
     static QString silent() {
         return tr("The tool is silent: it may wait for an answer that nobody can give. Stop the "
@@ -30,10 +30,10 @@ public:
         return devices == 1 ? tr("1 device found.") : tr("%1 devices found.").arg(grouped(devices));
     }
     static QString noMatch() { return tr("No device's name holds this term."); }
-    static QString noList(const QString &reason) {
+    static QString noList(const Failure &failure) {
         return tr("The list of devices could not be read: %1. Search again; if that does not help, "
                   "see that the folder for temporary files may be written to and has room.")
-            .arg(reason);
+            .arg(failure.reason);
     }
 
 private:
@@ -64,10 +64,10 @@ QString SearchWording::waiting() const {
     return nothingElseToDo ? what : joined(what, words.nextStep);
 }
 
-QString SearchWording::stopped(qsizetype devices) const {
+QString SearchWording::stopped(bool hasNames) const {
     const QString sentence = tr("The search was stopped.");
     if (!findsNoProgrammer(run_.report))
-        return devices > 0 ? joined(sentence, notWhole()) : sentence;
+        return hasNames ? joined(sentence, notWhole()) : sentence;
     const FailureWords words = noProgrammer();
     return joined(joined(sentence, words.sentence), words.nextStep);
 }
@@ -79,13 +79,13 @@ bool hasKnownCause(const RunFacts &run) {
            run.report.choiceAsked;
 }
 
-QString SearchWording::failed(const SearchFacts &facts) const {
-    if (!hasKnownCause(run_) && !facts.listFailure.isEmpty())
-        return noList(facts.listFailure);
+QString SearchWording::failed(const Result<qsizetype> &devices) const {
+    if (!hasKnownCause(run_) && !devices)
+        return noList(*devices.failure());
     const FailureWords words =
         run_.report.choiceAsked ? noProgrammer() : wordsForFailedSearch(run_);
-    const QString what = facts.devices > 0 ? joined(words.sentence, notWhole()) : words.sentence;
-    return joined(what, words.nextStep);
+    const bool isPart = devices && *devices > 0;
+    return joined(isPart ? joined(words.sentence, notWhole()) : words.sentence, words.nextStep);
 }
 
 } // namespace
@@ -93,14 +93,15 @@ QString SearchWording::failed(const SearchFacts &facts) const {
 QString judgeSearch(const SearchFacts &facts) {
     const RunFacts &run = facts.run;
     const SearchWording wording(run);
+    const bool hasNames = facts.devices && *facts.devices > 0;
     if (run.stopRequested)
-        return wording.stopped(facts.devices);
+        return wording.stopped(hasNames);
     const bool exitedWell = run.start && run.status == 0 && !run.killedBySignal;
-    if (!exitedWell || (facts.devices == 0 && hasKnownCause(run)))
-        return wording.failed(facts);
-    if (!facts.listFailure.isEmpty())
-        return SearchWording::noList(facts.listFailure);
-    return facts.devices > 0 ? SearchWording::found(facts.devices) : SearchWording::noMatch();
+    if (!exitedWell || (!hasNames && hasKnownCause(run)))
+        return wording.failed(facts.devices);
+    if (const Failure *failure = facts.devices.failure())
+        return SearchWording::noList(*failure);
+    return hasNames ? SearchWording::found(*facts.devices) : SearchWording::noMatch();
 }
 
 bool findsNoProgrammer(const ToolReport &report) {

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "tool/RunOutcome.h"
 
 #include <QString>
@@ -11,10 +12,8 @@
 struct SearchFacts {
     /// The run of the tool; the facts about an operation play no part.
     RunFacts run;
-    /// How many names were found.
-    qsizetype devices = 0;
-    /// Why the list of them could not be read; empty if it was.
-    QString listFailure;
+    /// How many names were found, or why the list of them could not be read.
+    Result<qsizetype> devices = qsizetype(0);
 };
 
 /// What a search came to, in a translated sentence or a few.

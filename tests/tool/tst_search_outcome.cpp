@@ -57,7 +57,7 @@ SearchFacts stopped(const char *words, qsizetype devices = 0) {
 }
 
 SearchFacts withoutList(SearchFacts facts) {
-    facts.listFailure = QStringLiteral("No such file or directory");
+    facts.devices = Failure{QStringLiteral("No such file or directory")};
     return facts;
 }
 
