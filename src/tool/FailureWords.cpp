@@ -3,8 +3,8 @@
 
 #include "tool/FailureWords.h"
 
+#include "tool/RunEnd.h"
 #include "tool/RunRemarks.h"
-#include "tool/ShellStatus.h"
 
 #include <QCoreApplication>
 
@@ -13,9 +13,8 @@
 
 namespace {
 
+using namespace runEnds;
 using namespace toolErrors;
-
-constexpr int largestSignal = 64;
 
 /// How much of the tool's own words a sentence repeats.
 constexpr qsizetype longestQuote = 300;
@@ -29,15 +28,6 @@ QString ended(const QString &sentence) {
     return complete ? sentence : sentence + QLatin1Char('.');
 }
 
-/// The number of the signal that ended the tool; 0 if none did. A shell that did not give its
-/// place to the tool says so by its exit code.
-int endingSignal(const RunFacts &facts) {
-    if (facts.killedBySignal)
-        return facts.status;
-    const int signal = facts.status - shellStatus::signalBase;
-    return signal > 0 && signal <= largestSignal ? signal : 0;
-}
-
 /// The words for one run or search that failed, or for what went wrong before one was stopped.
 class FailureWording {
     Q_DECLARE_TR_FUNCTIONS(RunOutcome)
@@ -48,10 +38,32 @@ public:
     FailureWording(const RunFacts &run, Task task) : facts_(run), task_(task) {}
 
     FailureWords failure() const;
-    static FailureWords notStarted(const Failure &failure) {
+    FailureWords operator()(const Failure &failure) const {
         return {tr("The programmer tool was not started: %1.").arg(failure.reason),
                 tr("Check the environment variable SHELL, which names the shell that starts it.")};
     }
+    FailureWords operator()(const ToolNotFound &) const {
+        return {tr("The shell did not find the programmer tool \"%1\".").arg(facts_.tool),
+                tr("Enter its path in the field Programmer tool.")};
+    }
+    FailureWords operator()(const ToolNotExecuted &) const {
+        return {tr("The shell could not execute the programmer tool \"%1\".").arg(facts_.tool),
+                tr("Enter the path of a program in the field Programmer tool.")};
+    }
+    FailureWords operator()(const ToolError &error) const { return std::visit(*this, error); }
+    FailureWords operator()(const NoDatabase &) const;
+    FailureWords operator()(const NoAdapter &) const {
+        return failed(tr("the tool found no TSOP adapter"),
+                      tr("Put the chip into its adapter and try again."));
+    }
+    FailureWords operator()(const Killed &killed) const {
+        return failed(tr("the programmer tool was killed by signal %1 (%2)")
+                          .arg(QString::number(killed.signal),
+                               QString::fromLocal8Bit(::strsignal(killed.signal))),
+                      tr("Try again."));
+    }
+    FailureWords operator()(const BadStatus &end) const;
+    FailureWords operator()(const GoodStatus &) const;
 
     FailureWords operator()(const NoProgrammer &) const;
     FailureWords operator()(const ProgrammerBusy &) const {
@@ -123,13 +135,7 @@ public:
 
 private:
     FailureWords failed(const QString &reason, const QString &nextStep) const;
-    FailureWords cause() const;
     QString lengthen(qint64 needed) const;
-    FailureWords byStatus() const;
-    FailureWords byBadStatus() const;
-    FailureWords byMissingSuccess() const;
-    FailureWords missingDatabase() const;
-    FailureWords missingAdapter() const;
     FailureWords plugged(const UsbProgrammer &programmer) const;
     static QString chooseLogicIc() { return tr("Choose a logic IC that Search devices finds."); }
     QString lookFurther() const {
@@ -201,7 +207,7 @@ FailureWords FailureWording::operator()(const ProgrammerUnplugged &) const {
                               : tr("Plug it in and try again."));
 }
 
-FailureWords FailureWording::missingDatabase() const {
+FailureWords FailureWording::operator()(const NoDatabase &) const {
     QStringList places = facts_.report.missingDatabase;
     places.removeAll(QString());
     places.removeAll(QStringLiteral("."));
@@ -214,7 +220,7 @@ FailureWords FailureWording::missingDatabase() const {
 
 FailureWords FailureWording::operator()(const UnknownDevice &device) const {
     if (!facts_.report.missingDatabase.isEmpty())
-        return missingDatabase();
+        return (*this)(NoDatabase{});
     if (device.name.isEmpty())
         return {tr("Enter a device first."), {}};
     return {tr("The programmer tool does not know the device \"%1\".").arg(quoted(device.name)),
@@ -309,15 +315,8 @@ FailureWords FailureWording::operator()(const BadRecord &record) const {
         nextStep);
 }
 
-FailureWords FailureWording::missingAdapter() const {
-    return failed(tr("the tool found no TSOP adapter"),
-                  tr("Put the chip into its adapter and try again."));
-}
-
 FailureWords FailureWording::failure() const {
-    if (const Failure *failure = facts_.start.failure())
-        return notStarted(*failure);
-    FailureWords words = cause();
+    FailureWords words = std::visit(*this, endOf(facts_));
     const ToolReport &report = facts_.report;
     if (report.ignoredId)
         words.sentence += QLatin1Char(' ') + remarkOnChipId(report);
@@ -326,33 +325,9 @@ FailureWords FailureWording::failure() const {
     return words;
 }
 
-FailureWords FailureWording::cause() const {
-    if (!facts_.killedBySignal && facts_.status == shellStatus::didNotFind)
-        return {tr("The shell did not find the programmer tool \"%1\".").arg(facts_.tool),
-                tr("Enter its path in the field Programmer tool.")};
-    if (!facts_.killedBySignal && facts_.status == shellStatus::couldNotExecute)
-        return {tr("The shell could not execute the programmer tool \"%1\".").arg(facts_.tool),
-                tr("Enter the path of a program in the field Programmer tool.")};
+FailureWords FailureWording::operator()(const BadStatus &end) const {
     const ToolReport &report = facts_.report;
-    if (report.error)
-        return std::visit(*this, *report.error);
-    if (report.adapterMissing)
-        return missingAdapter();
-    return report.missingDatabase.isEmpty() ? byStatus() : missingDatabase();
-}
-
-FailureWords FailureWording::byStatus() const {
-    if (const int signal = endingSignal(facts_); signal != 0)
-        return failed(
-            tr("the programmer tool was killed by signal %1 (%2)")
-                .arg(QString::number(signal), QString::fromLocal8Bit(::strsignal(signal))),
-            tr("Try again."));
-    return facts_.status != 0 ? byBadStatus() : byMissingSuccess();
-}
-
-FailureWords FailureWording::byBadStatus() const {
-    const ToolReport &report = facts_.report;
-    const QString status = QString::number(facts_.status);
+    const QString status = QString::number(end.status);
     if (report.protectionGuessed)
         return failed(tr("the tool names no cause; the chip may be write-protected"),
                       tr("Turn on Remove write protection and write again."));
@@ -364,7 +339,7 @@ FailureWords FailureWording::byBadStatus() const {
                   lookFurther());
 }
 
-FailureWords FailureWording::byMissingSuccess() const {
+FailureWords FailureWording::operator()(const GoodStatus &) const {
     if (facts_.report.logicPassed)
         return failed(tr("nothing was tested, because %1 is no logic IC. The tool's line \"Logic "
                          "test successful.\" says nothing here: it had no vectors to test")

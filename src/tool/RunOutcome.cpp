@@ -4,6 +4,7 @@
 #include "tool/RunOutcome.h"
 
 #include "tool/FailureWords.h"
+#include "tool/RunEnd.h"
 #include "tool/SuccessWords.h"
 
 #include <QCoreApplication>
@@ -61,11 +62,11 @@ QString RunOutcome::words() const {
 }
 
 RunOutcome judgeRun(const RunFacts &facts) {
-    const bool exitedWell = facts.start && facts.status == 0 && !facts.killedBySignal;
-    if (exitedWell && saidSuccess(facts))
+    const Verdict verdict = verdictOf(facts, saidSuccess(facts));
+    if (verdict == Verdict::Succeeded)
         return outcomeOfSuccess(facts);
-    if (facts.stopRequested)
+    if (verdict == Verdict::Stopped)
         return OutcomeWording(facts).stopped();
     const FailureWords words = wordsForFailedRun(facts);
-    return {facts.start ? Verdict::Failed : Verdict::NotStarted, words.sentence, words.nextStep};
+    return {verdict, words.sentence, words.nextStep};
 }

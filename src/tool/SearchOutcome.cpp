@@ -4,19 +4,30 @@
 #include "tool/SearchOutcome.h"
 
 #include "tool/FailureWords.h"
+#include "tool/RunEnd.h"
 #include "tool/RunRemarks.h"
-#include "tool/ShellStatus.h"
 
 #include <QCoreApplication>
 
+#include <utility>
+
 namespace {
+
+using Verdict = RunOutcome::Verdict;
+
+/// \a run with the question that a search asks taken for what it means: there is no programmer.
+RunFacts withQuestionAsCause(RunFacts run) {
+    if (findsNoProgrammer(run.report))
+        run.report.error = toolErrors::NoProgrammer{};
+    return run;
+}
 
 /// The words for one search.
 class SearchWording {
     Q_DECLARE_TR_FUNCTIONS(SearchOutcome)
 
 public:
-    explicit SearchWording(const RunFacts &run) : run_(run) {}
+    explicit SearchWording(RunFacts run) : run_(std::move(run)) {}
 
     QString waiting() const;
     QString stopped(bool hasNames) const;
@@ -37,26 +48,17 @@ public:
     }
 
 private:
-    FailureWords noProgrammer() const;
     static QString notWhole() { return tr("The list may not be whole."); }
 
-    const RunFacts &run_;
+    RunFacts run_;
 };
 
 QString joined(const QString &one, const QString &other) {
     return other.isEmpty() ? one : one + QLatin1Char(' ') + other;
 }
 
-FailureWords SearchWording::noProgrammer() const {
-    RunFacts run = run_;
-    run.status = 1;
-    run.killedBySignal = false;
-    run.report.error = toolErrors::NoProgrammer{};
-    return wordsForFailedSearch(run);
-}
-
 QString SearchWording::waiting() const {
-    const FailureWords words = noProgrammer();
+    const FailureWords words = wordsForFailedSearch(run_);
     const QString what =
         joined(words.sentence, tr("The tool waits for an answer that nobody can give: stop the "
                                   "search, and start it again once a programmer is connected."));
@@ -68,22 +70,14 @@ QString SearchWording::stopped(bool hasNames) const {
     const QString sentence = tr("The search was stopped.");
     if (!findsNoProgrammer(run_.report))
         return hasNames ? joined(sentence, notWhole()) : sentence;
-    const FailureWords words = noProgrammer();
+    const FailureWords words = wordsForFailedSearch(run_);
     return joined(joined(sentence, words.sentence), words.nextStep);
 }
 
-/// What went wrong has a name: the tool's, or the shell's for a tool that is not there.
-bool hasKnownCause(const RunFacts &run) {
-    return !run.start || run.report.error || !run.report.missingDatabase.isEmpty() ||
-           run.killedBySignal || run.status >= shellStatus::couldNotExecute ||
-           run.report.choiceAsked;
-}
-
 QString SearchWording::failed(const Result<qsizetype> &devices) const {
-    if (!hasKnownCause(run_) && !devices)
+    if (!devices && !namesCause(endOf(run_)))
         return noList(*devices.failure());
-    const FailureWords words =
-        run_.report.choiceAsked ? noProgrammer() : wordsForFailedSearch(run_);
+    const FailureWords words = wordsForFailedSearch(run_);
     const bool isPart = devices && *devices > 0;
     return joined(isPart ? joined(words.sentence, notWhole()) : words.sentence, words.nextStep);
 }
@@ -91,13 +85,15 @@ QString SearchWording::failed(const Result<qsizetype> &devices) const {
 } // namespace
 
 QString judgeSearch(const SearchFacts &facts) {
-    const RunFacts &run = facts.run;
+    const RunFacts run = withQuestionAsCause(facts.run);
     const SearchWording wording(run);
     const bool hasNames = facts.devices && *facts.devices > 0;
-    if (run.stopRequested)
+    // The list of a search that was stopped may lack its end, however the tool took the signal.
+    const bool isWhole = !run.stopRequested && (hasNames || !namesCause(endOf(run)));
+    const Verdict verdict = verdictOf(run, isWhole);
+    if (verdict == Verdict::Stopped)
         return wording.stopped(hasNames);
-    const bool exitedWell = run.start && run.status == 0 && !run.killedBySignal;
-    if (!exitedWell || (!hasNames && hasKnownCause(run)))
+    if (verdict != Verdict::Succeeded)
         return wording.failed(facts.devices);
     if (const Failure *failure = facts.devices.failure())
         return SearchWording::noList(*failure);
@@ -110,7 +106,7 @@ bool findsNoProgrammer(const ToolReport &report) {
 }
 
 QString remarkOnWaitingSearch(const RunFacts &run) {
-    return SearchWording(run).waiting();
+    return SearchWording(withQuestionAsCause(run)).waiting();
 }
 
 QString remarkOnSilentSearch() {
