@@ -13,9 +13,8 @@
 
 namespace {
 
-// A signal handler may do little more than write to a descriptor.
-int wakeUpEnd = -1;
-int readingEnd = -1;
+// A signal handler may do little more than write to a descriptor, which it is lent here.
+int lentWakeUpEnd = -1;
 constexpr std::array<int, 3> handledSignals = {SIGTERM, SIGINT, SIGHUP};
 /// What each of the signals did before.
 std::array<struct sigaction, handledSignals.size()> foundActions = {};
@@ -23,7 +22,7 @@ std::array<struct sigaction, handledSignals.size()> foundActions = {};
 extern "C" void noteSignal(int) {
     const int saved = errno;
     const char one = 1;
-    [[maybe_unused]] const ssize_t written = ::write(wakeUpEnd, &one, 1);
+    [[maybe_unused]] const ssize_t written = ::write(lentWakeUpEnd, &one, 1);
     errno = saved;
 }
 
@@ -56,9 +55,10 @@ TerminationSignals::TerminationSignals(QObject *parent) : QObject(parent) {
         ::fcntl(end, F_SETFD, FD_CLOEXEC);
         ::fcntl(end, F_SETFL, O_NONBLOCK);
     }
-    readingEnd = ends[0];
-    wakeUpEnd = ends[1];
-    notifier_ = new QSocketNotifier(readingEnd, QSocketNotifier::Read, this);
+    readingEnd_ = FileDescriptor(ends[0]);
+    wakeUpEnd_ = FileDescriptor(ends[1]);
+    lentWakeUpEnd = wakeUpEnd_.get();
+    notifier_ = new QSocketNotifier(readingEnd_.get(), QSocketNotifier::Read, this);
     connect(notifier_, &QSocketNotifier::activated, this, &TerminationSignals::drain);
     takeOver();
 }
@@ -68,13 +68,12 @@ TerminationSignals::~TerminationSignals() {
         return;
     giveBack();
     delete notifier_;
-    ::close(readingEnd);
-    ::close(wakeUpEnd);
+    lentWakeUpEnd = -1;
 }
 
 void TerminationSignals::drain() {
     std::array<char, 16> bytes = {};
-    const ssize_t count = ::read(readingEnd, bytes.data(), bytes.size());
+    const ssize_t count = ::read(readingEnd_.get(), bytes.data(), bytes.size());
     for (ssize_t i = 0; i < count; ++i)
         emit received();
 }

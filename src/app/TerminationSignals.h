@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/FileDescriptor.h"
+
 #include <QObject>
 
 class QSocketNotifier;
@@ -24,5 +26,7 @@ signals:
 private:
     void drain();
 
+    FileDescriptor readingEnd_;
+    FileDescriptor wakeUpEnd_;
     QSocketNotifier *notifier_ = nullptr;
 };

@@ -8,6 +8,7 @@
 #include "app/VelmWindow.h"
 #include "app/WorkspaceEntry.h"
 #include "app/WorkspaceLock.h"
+#include "base/FileDescriptor.h"
 #include "base/Log.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
@@ -21,6 +22,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
+#include <unistd.h>
 #include <variant>
 
 namespace {
@@ -31,12 +33,10 @@ namespace {
 // back.
 void mendProcessState() {
     while (true) {
-        const int descriptor = ::open("/dev/null", O_RDWR);
-        if (descriptor < 0 || descriptor > 2) {
-            if (descriptor > 2)
-                ::close(descriptor);
+        FileDescriptor descriptor(::open("/dev/null", O_RDWR));
+        if (!descriptor.isOpen() || descriptor.get() > STDERR_FILENO)
             break;
-        }
+        descriptor.release();
     }
     std::signal(SIGCHLD, SIG_DFL);
     std::signal(SIGPIPE, SIG_IGN);

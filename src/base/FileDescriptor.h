@@ -23,6 +23,8 @@ public:
     bool isOpen() const { return value_ >= 0; }
     /// Closes the descriptor; does nothing if there is none.
     void close();
+    /// Gives the descriptor up: it stays open and is nobody's.
+    void release() { value_ = -1; }
 
 private:
     int value_ = -1;

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "base/FileDescriptor.h"
 #include "base/Log.h"
 #include "base/MainQueue.h"
 #include "base/WorkState.h"
@@ -17,6 +18,8 @@ class TestBase : public QObject {
 
 private slots:
     void log_writesTheTextAsItStandsAndOneLineFeed();
+    void descriptor_isClosedWithItsOwner();
+    void descriptor_releasedStaysOpen();
     void mainQueue_runsWorkLaterAndInOrder();
     void mainQueue_takesWorkFromAnotherThread();
     void mainQueue_workOfADestroyedQueueNeverRuns();
@@ -40,6 +43,33 @@ void TestBase::log_writesTheTextAsItStandsAndOneLineFeed() {
     const ssize_t length = read(ends[0], text, sizeof text);
     close(ends[0]);
     QCOMPARE(QByteArray(text, length), QByteArray("| \r\x1b[K 5% of caf\xc3\xa9\n\n"));
+}
+
+static bool isOpen(int descriptor) {
+    return ::fcntl(descriptor, F_GETFD) != -1;
+}
+
+void TestBase::descriptor_isClosedWithItsOwner() {
+    int number = -1;
+    {
+        FileDescriptor first(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+        QVERIFY(first.isOpen());
+        number = first.get();
+        const FileDescriptor second(std::move(first));
+        QCOMPARE(second.get(), number);
+        QVERIFY(isOpen(number));
+    }
+    QVERIFY(!isOpen(number));
+}
+
+void TestBase::descriptor_releasedStaysOpen() {
+    FileDescriptor descriptor(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+    const int number = descriptor.get();
+    descriptor.release();
+    QVERIFY(!descriptor.isOpen());
+    descriptor.close();
+    QVERIFY(isOpen(number));
+    ::close(number);
 }
 
 void TestBase::mainQueue_runsWorkLaterAndInOrder() {
