@@ -5,19 +5,24 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace {
 
 constexpr qsizetype longestFile = 500;
 
 /// One breach for every match of \a pattern in the code (comments aside) of the files of src and
-/// simulator whose paths do not begin with \a excepted.
+/// simulator whose paths begin with none of \a excepted.
 QStringList matchesInCode(const SourceTree &tree, const QRegularExpression &pattern,
-                          const QString &excepted) {
+                          const QStringList &excepted = {}) {
     QStringList breaches;
     for (auto file = tree.begin(); file != tree.end(); ++file) {
         const bool judged = file.key().startsWith(QLatin1String("src/")) ||
                             file.key().startsWith(QLatin1String("simulator/"));
-        if (!judged || (!excepted.isEmpty() && file.key().startsWith(excepted)))
+        const bool isExcepted =
+            std::any_of(excepted.begin(), excepted.end(),
+                        [&file](const QString &start) { return file.key().startsWith(start); });
+        if (!judged || isExcepted)
             continue;
         const QString code = withoutComments(file.value());
         for (auto match = pattern.globalMatch(code); match.hasNext();)
@@ -35,14 +40,20 @@ QStringList textRules::coloursStandInThePaletteHelper(const SourceTree &tree) {
                        R"re(|\bQt::(?:lightGray|black|white)\b)re"
                        R"re(|\bQColor(?:\s+\w+)?[({]\s*\d|\bqRgba?\(\s*\d|<red>)re"),
         QRegularExpression::CaseInsensitiveOption);
-    return matchesInCode(tree, colour, QStringLiteral("src/widgets/Palette."));
+    return matchesInCode(tree, colour, {QStringLiteral("src/widgets/Palette.")});
 }
 
 QStringList textRules::nothingForks(const SourceTree &tree) {
     // QLocale::system() and the like are other functions of that name.
     static const QRegularExpression call(
         QStringLiteral(R"((?<![\w:.>])(?:std::|::)?(?:system|popen|fork|vfork)\s*\()"));
-    return matchesInCode(tree, call, QStringLiteral("simulator/"));
+    return matchesInCode(tree, call, {QStringLiteral("simulator/")});
+}
+
+QStringList textRules::descriptorsHaveOneOwner(const SourceTree &tree) {
+    static const QRegularExpression call(QStringLiteral(R"((?<![\w>])::close\s*\()"));
+    return matchesInCode(
+        tree, call, {QStringLiteral("simulator/"), QStringLiteral("src/base/FileDescriptor.")});
 }
 
 QStringList textRules::filesAreShort(const SourceTree &tree) {

@@ -13,6 +13,9 @@ QStringList coloursStandInThePaletteHelper(const SourceTree &tree);
 /// Programs start through the one runner: a plain fork copies the page tables of an image of a
 /// gigabyte, and system() and popen() run a shell of their own choice.
 QStringList nothingForks(const SourceTree &tree);
+/// Whoever opens a descriptor gives it to the one class that closes them: what is closed by hand
+/// is closed twice one day, and by then its number is another's.
+QStringList descriptorsHaveOneOwner(const SourceTree &tree);
 /// A file beyond 500 lines is more than one subject.
 QStringList filesAreShort(const SourceTree &tree);
 /// Every source and script names its licence in its first lines, after a script's interpreter: a

@@ -53,6 +53,7 @@ void TestLayers::sourcesKeepTheRule_data() {
     QTest::newRow("colours stand in the palette helper")
         << Rule(textRules::coloursStandInThePaletteHelper);
     QTest::newRow("nothing forks") << Rule(textRules::nothingForks);
+    QTest::newRow("descriptors have one owner") << Rule(textRules::descriptorsHaveOneOwner);
     QTest::newRow("files are short") << Rule(textRules::filesAreShort);
     QTest::newRow("files name their licence") << Rule(textRules::filesNameTheirLicence);
 }
@@ -190,6 +191,15 @@ void TestLayers::ruleNotices_data() {
     row("a simulated tool that leaves a child behind", forks, "simulator/A.cpp", "fork();\n", "");
     row("the system's locale", forks, "src/app/A.cpp",
         "QLocale::system(); // never fork()\nfont.system();\n", "");
+
+    const Rule owner = textRules::descriptorsHaveOneOwner;
+    row("a descriptor closed by hand", owner, "src/tool/A.cpp", "if (bad) ::close(file);\n",
+        "src/tool/A.cpp: ::close(");
+    row("a descriptor closed by its owner", owner, "src/base/FileDescriptor.cpp",
+        "::close(value_);\n", "");
+    row("something else that is closed", owner, "src/app/A.cpp",
+        "window.close(); QDialog::close(); // ::close(file)\n", "");
+    row("a simulated tool that closes its output", owner, "simulator/A.cpp", "::close(1);\n", "");
 
     const QByteArray full(500, '\n');
     row("500 lines", textRules::filesAreShort, "src/app/A.cpp", full.constData(), "");
