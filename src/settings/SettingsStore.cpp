@@ -80,10 +80,6 @@ QStringList SettingsStore::stringListValue(const QString &key) const {
     return storedValue::list(defaults_.value(key));
 }
 
-bool SettingsStore::contains(const QString &key) const {
-    return isStored(key) || defaults_.contains(key);
-}
-
 QString SettingsStore::filePath() const {
     return file_.path();
 }

@@ -56,8 +56,6 @@ public:
     bool boolValue(const QString &key) const;
     /// The same as a list; an absent key reads as an empty list.
     QStringList stringListValue(const QString &key) const;
-    /// True if the user has stored a value or a default is registered for \a key.
-    bool contains(const QString &key) const;
 
     /// Path of the settings file.
     QString filePath() const;

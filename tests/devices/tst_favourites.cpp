@@ -160,7 +160,7 @@ void TestFavourites::remove_takesTheFirstEqualName() {
 
 void TestFavourites::remove_withoutADeviceChangesNothing() {
     Favourites f;
-    QVERIFY(!f.settings->contains(settingsKeys::device));
+    QVERIFY(f.settings->stringValue(settingsKeys::device).isNull());
     f.log.take();
     QSignalSpy changes(f.settings.get(), &SettingsStore::valueChanged);
     f.manager->removeFavourite(nullptr);
@@ -178,7 +178,6 @@ void TestFavourites::emptyList_survivesARestart() {
     f.restart();
     QCOMPARE(f.menu(), QStringList());
     QCOMPARE(f.stored(), QStringList());
-    QVERIFY(f.settings->contains(settingsKeys::favourites));
 }
 
 void TestFavourites::aChangeByOtherMeans_isSeenAtTheNextStart() {

@@ -70,7 +70,7 @@ void TestSettingsDamage::damagedFile_isKeptAside() {
     QVERIFY(writeWholeFile(path(), content));
     SettingsStore store(path());
     QCOMPARE(store.damagedCopyPath(), asidePath());
-    QVERIFY(!store.contains(pad));
+    QVERIFY(store.stringValue(pad).isNull());
     store.setValue(device, QStringLiteral("A"));
     QCOMPARE(readWholeFile(asidePath()), content);
     QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\n"));

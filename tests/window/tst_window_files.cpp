@@ -112,7 +112,7 @@ void TestWindowFiles::open_cancelledChangesNothing() {
     velm.click(velm.controls().btn_open);
     velm.settle();
     QCOMPARE(velm.state().output_data, before);
-    QVERIFY(!velm.settings().contains(settingsKeys::binary));
+    QVERIFY(velm.settings().stringValue(settingsKeys::binary).isNull());
     QCOMPARE(velm.log.lines, QStringList());
 }
 

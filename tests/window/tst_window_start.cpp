@@ -43,7 +43,7 @@ void TestWindowStart::firstStart_composesAnEmptyImageAndShowsTheReadTab() {
     QVERIFY(!velm.state().opened_bin_data);
     QVERIFY(!velm.state().display_data);
     QVERIFY(velm.state().retainArray.isEmpty());
-    QVERIFY(!velm.settings().contains(settingsKeys::binary));
+    QVERIFY(velm.settings().stringValue(settingsKeys::binary).isNull());
     QCOMPARE(velm.controls().peeping_at->text(), QStringLiteral("Data read from chip:"));
     QCOMPARE(velm.row(0), QStringLiteral("0000 XX XX XX XX XX XX XX XX XX XX XX XX XX XX XX XX "));
     QVERIFY(QFileInfo(velm.temporary(QStringLiteral("temp.bin"))).isFile());
