@@ -54,14 +54,11 @@ QString printable(const QString &text) {
 TemporaryWorkspace::TemporaryWorkspace(const SettingsStore &settings, Log &log)
     : settings_(settings), log_(log) {}
 
-bool TemporaryWorkspace::createTempDirectory() {
+void TemporaryWorkspace::createTempDirectory() {
     const QString folder = temporaryFolder(settings_);
-    if (QFileInfo::exists(folder))
-        return true;
-    if (!folder.isEmpty() && QDir().mkpath(folder))
-        return true;
-    log_.write(QStringLiteral("error creating temp directory"));
-    return false;
+    const bool exists = QFileInfo::exists(folder) || (!folder.isEmpty() && QDir().mkpath(folder));
+    if (!exists)
+        log_.write(QStringLiteral("error creating temp directory"));
 }
 
 Result<void> TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer &output_data) {

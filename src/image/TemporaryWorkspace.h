@@ -18,8 +18,8 @@ public:
     TemporaryWorkspace(const SettingsStore &settings, Log &log);
 
     /// Makes sure that the temporary folder exists. Anything that stands at its path counts as
-    /// existing. False, and logged, if it could not be created.
-    bool createTempDirectory();
+    /// existing. A failure is logged; whatever is written there then fails as well.
+    void createTempDirectory();
 
     /// Writes the whole of \a output_data to the temporary output file; the file is replaced in
     /// one step, so the tool never reads half an image. A failure, and logged, if that did not work

@@ -169,16 +169,16 @@ void TestTemporaryWorkspace::clear_ofAKeyWithoutAValue() {
 }
 
 void TestTemporaryWorkspace::create_makesIntermediateFolders() {
-    QVERIFY(at->workspace.createTempDirectory());
+    at->workspace.createTempDirectory();
     QVERIFY(QFileInfo(at->folder()).isDir());
-    QVERIFY(at->workspace.createTempDirectory());
+    at->workspace.createTempDirectory();
     QCOMPARE(at->log.lines, QStringList());
 }
 
 void TestTemporaryWorkspace::create_leavesWhatIsThere() {
     QVERIFY(QDir().mkpath(at->home.filePath(QStringLiteral(".local/share"))));
     QVERIFY(writeWholeFile(at->folder(), "mine"));
-    QVERIFY(at->workspace.createTempDirectory());
+    at->workspace.createTempDirectory();
     QCOMPARE(at->log.lines, QStringList());
     QCOMPARE(readWholeFile(at->folder()), QByteArray("mine"));
 }
@@ -197,7 +197,7 @@ void TestTemporaryWorkspace::create_failureIsLogged() {
     QVERIFY(QFile::link(QStringLiteral("/nowhere/at/all"),
                         at->home.filePath(QStringLiteral("dangling"))));
     at->settings.setValue(temp_output_file, path);
-    QVERIFY(!at->workspace.createTempDirectory());
+    at->workspace.createTempDirectory();
     QCOMPARE(at->log.lines, QStringList({QStringLiteral("error creating temp directory")}));
 }
 
