@@ -47,9 +47,6 @@ public:
     /// Makes the name that \a sender stands for the current device.
     void itemSelected(QAction *sender);
 
-    /// The favourites as last read from or written to the store.
-    const QStringList &favourites() const { return dict; }
-
 signals:
     /// Something worth saying in the message line; empty: what was said is over.
     void remark(const QString &sentence);
@@ -62,5 +59,6 @@ private:
 
     SettingsStore &defaults;
     Log &log_;
+    /// The favourites as last read from or written to the store.
     QStringList dict;
 };

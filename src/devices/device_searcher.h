@@ -66,9 +66,6 @@ public:
     bool tableView_shouldSelectRow(QObject *table, qint64 row) const;
     bool tableView_shouldSelectTableColumn(QObject *table, const QString &column) const;
 
-    /// How many tool runs this panel has made; they are kept for its life.
-    qsizetype runCount() const { return retainArray.size(); }
-
 signals:
     /// \a run was made; it lives as long as this object.
     void runMade(ScriptedMiniPro *run);
@@ -86,6 +83,7 @@ private:
     void confirmSelection();
 
     SettingsStore &defaults;
+    /// The tool runs that this panel has made; they are kept for its life.
     QList<ScriptedMiniPro *> retainArray;
     std::optional<QStringList> dataArray;
 

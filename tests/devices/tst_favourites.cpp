@@ -104,7 +104,6 @@ void TestFavourites::add_appendsWhatIsNotThereYet() {
     f.manager->addFavourite(nullptr);
     QCOMPARE(f.stored(), list);
     QCOMPARE(f.menu(), list);
-    QCOMPARE(f.manager->favourites(), list);
     QVERIFY(!said.last().first().toString().isEmpty());
 }
 
