@@ -168,8 +168,8 @@ private:
     void takeReadData(RunRecord &record);
     void takeLogicReport(RunRecord &record);
     void noteImageChanged();
-    void saveAndShowEdit();
-    void showStep(qint64 offset);
+    ByteRange saveEdit(ByteRange edited);
+    void showStep(ByteRange changed);
     ShownContent shownContent() const;
     QString selectedTab() const;
     void showSelectedTab();

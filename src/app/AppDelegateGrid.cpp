@@ -92,25 +92,28 @@ void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const Q
         with_.beep();
     else
         edits_.remember(*edit);
-    saveAndShowEdit();
-    outlets.tableview->advanceAfterEdit(*edit);
+    outlets.tableview->showEdit(*edit, saveEdit(edit->written()));
     with_.messages.say(Topic::Entry, edit->rejected ? rejectionRemark(value) : QString());
-}
-
-void AppDelegate::saveAndShowEdit() {
-    write_output_data_to_temp_file(this);
-    loadStrData(this);
-    outlets.tableview->reloadData();
     noteImageChanged();
 }
 
+// One byte may change how all the others read, where they are not a character each.
+ByteRange AppDelegate::saveEdit(ByteRange edited) {
+    const bool wasMultiByte = state_.strData.isMultiByte();
+    write_output_data_to_temp_file(this);
+    loadStrData(this);
+    const bool changesAll = wasMultiByte || state_.strData.isMultiByte();
+    return changesAll ? ByteRange{0, lengthOf(state_.output_data)} : edited;
+}
+
 // A step taken back or made again is looked at where it is.
-void AppDelegate::showStep(qint64 offset) {
+void AppDelegate::showStep(ByteRange changed) {
     outlets.tabview->selectTabViewItem(burnTabIdentifier());
     state_.display_data = state_.output_data;
-    saveAndShowEdit();
+    outlets.tableview->showChange(saveEdit(changed));
+    noteImageChanged();
     offers_.sayRestored();
-    outlets.tableview->showAddress(offset);
+    outlets.tableview->showAddress(changed.offset);
 }
 
 bool AppDelegate::tableView_shouldSelectRow(QObject *, qint64) {

@@ -17,11 +17,11 @@ constexpr quint64 firstEditRevision = quint64(1) << 32;
 /// A step knows the state that it leads to; the one before it is that of the step before.
 class HandEdits::Step : public QUndoCommand {
 public:
-    Step(ByteBuffer &image, const ImageState &after, qint64 offset)
-        : image_(image), after_(after), offset_(offset) {}
+    Step(ByteBuffer &image, const ImageState &after, ByteRange changed)
+        : image_(image), after_(after), changed_(changed) {}
 
     const ImageState &after() const { return after_; }
-    qint64 offset() const { return offset_; }
+    ByteRange changed() const { return changed_; }
 
 protected:
     ByteBuffer &image() const { return image_; }
@@ -29,7 +29,7 @@ protected:
 private:
     ByteBuffer &image_;
     ImageState after_;
-    qint64 offset_;
+    ByteRange changed_;
 };
 
 /// Bytes that were overwritten, and appended where they are more than before.
@@ -37,7 +37,9 @@ class HandEdits::ByteStep final : public Step {
 public:
     ByteStep(ByteBuffer &image, const ImageState &after, qint64 offset, QByteArray before,
              QByteArray now)
-        : Step(image, after, offset), before_(std::move(before)), now_(std::move(now)) {}
+        : Step(image, after, {offset, now.size()}),
+          before_(std::move(before)),
+          now_(std::move(now)) {}
 
     void undo() override {
         replace(now_.size(), before_);
@@ -52,7 +54,7 @@ public:
 
 private:
     void replace(qsizetype length, const QByteArray &bytes) const {
-        image()->replace(offset(), length, bytes);
+        image()->replace(changed().offset, length, bytes);
     }
 
     QByteArray before_;
@@ -64,7 +66,8 @@ private:
 class HandEdits::ImageStep final : public Step {
 public:
     ImageStep(ByteBuffer &image, const ImageState &after, ByteBuffer other)
-        : Step(image, after, 0), other_(std::move(other)) {
+        : Step(image, after, {0, std::max(lengthOf(image), lengthOf(other))}),
+          other_(std::move(other)) {
         setText(QCoreApplication::translate("HandEdits", "restoring"));
     }
 
@@ -116,23 +119,23 @@ void HandEdits::remember(const CellEdit &edit) {
 void HandEdits::restore() {
     const Replaced newest = replaced_.takeLast();
     history_.push(new ImageStep(image_, newest.state, newest.image));
-    emit imageChanged(0);
+    emit imageChanged(stepAt(history_.index() - 1).changed());
 }
 
 void HandEdits::undo() {
     if (!history_.canUndo())
         return;
-    const qint64 offset = stepAt(history_.index() - 1).offset();
+    const ByteRange changed = stepAt(history_.index() - 1).changed();
     history_.undo();
-    emit imageChanged(offset);
+    emit imageChanged(changed);
 }
 
 void HandEdits::redo() {
     if (!history_.canRedo())
         return;
-    const qint64 offset = stepAt(history_.index()).offset();
+    const ByteRange changed = stepAt(history_.index()).changed();
     history_.redo();
-    emit imageChanged(offset);
+    emit imageChanged(changed);
 }
 
 const HandEdits::Step &HandEdits::stepAt(int index) const {

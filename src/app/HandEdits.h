@@ -76,9 +76,9 @@ public:
     const QUndoStack &history() const { return history_; }
 
 signals:
-    /// A step was taken back or made (again), other than by remember(); the first byte that it
-    /// changed is at \a offset.
-    void imageChanged(qint64 offset);
+    /// A step was taken back or made (again), other than by remember(), and the bytes of
+    /// \a changed are other ones, or gone.
+    void imageChanged(ByteRange changed);
 
 private:
     class Step;

@@ -17,5 +17,14 @@ inline qsizetype lengthOf(const ByteBuffer &buffer) {
     return buffer ? buffer->size() : 0;
 }
 
+/// Some bytes of a buffer that follow each other.
+struct ByteRange {
+    qint64 offset = 0;
+    qint64 length = 0;
+
+    /// The offset of the first byte behind them.
+    qint64 end() const { return offset + length; }
+};
+
 /// The largest image that the program composes or loads: 1 GiB.
 inline constexpr qint64 largestImage = qint64(1) << 30;

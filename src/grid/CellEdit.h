@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "files/ByteBuffer.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -21,6 +23,8 @@ struct CellEdit {
     /// The entry was no value from 1 to FF: the byte was written back as it was, and the user is
     /// to hear the beep.
     bool rejected = false;
+
+    ByteRange written() const { return {offset, bytesWritten}; }
 
     friend bool operator==(const CellEdit &, const CellEdit &) = default;
 };

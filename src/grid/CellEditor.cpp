@@ -21,6 +21,7 @@ void CellEditor::open(const QString &text) {
 void CellEditor::setCommitted() {
     opened_ = text();
     committed_ = true;
+    edit_.reset();
 }
 
 void CellEditor::placeAt(const QRect &cell) {

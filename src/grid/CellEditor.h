@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "grid/CellEdit.h"
+
 #include <QLineEdit>
 
 /// The field in which a cell's entry is typed. It remembers what it opened with, because only an
@@ -19,6 +21,9 @@ public:
     bool isChanged() const { return text() != opened_; }
     /// Takes the entry as committed: it is not committed a second time when the focus leaves.
     void setCommitted();
+    /// What the source made of the entry that was committed last; nothing if it made nothing of it.
+    const CellEditOutcome &edit() const { return edit_; }
+    void setEdit(const CellEdit &edit) { edit_ = edit; }
     /// True if an entry has been committed since the field was opened.
     bool wasCommitted() const { return committed_; }
 
@@ -34,4 +39,5 @@ private:
     QString opened_;
     QRect cell_;
     bool committed_ = false;
+    CellEditOutcome edit_;
 };

@@ -3,8 +3,6 @@
 
 #include "grid/GridModel.h"
 
-#include <QScopedValueRollback>
-
 #include <algorithm>
 #include <limits>
 
@@ -23,24 +21,26 @@ GridModel::GridModel(GridSource &source, QObject *table, QObject *parent)
     : QAbstractTableModel(parent), source_(source), table_(table) {}
 
 void GridModel::reloadData() {
-    if (committing_ && sourceRows() >= rows_) {
-        refreshAfterEdit();
-        return;
-    }
     beginResetModel();
     rows_ = sourceRows();
     endResetModel();
 }
 
-void GridModel::refreshAfterEdit() {
+bool GridModel::showChange(ByteRange changed) {
     const int rows = sourceRows();
+    if (rows < rows_)
+        return false;
     if (rows > rows_) {
         beginInsertRows(QModelIndex(), rows_, rows - 1);
         rows_ = rows;
         endInsertRows();
     }
-    // One byte may change how all of them read as text, so nothing less than all is certain.
-    emit dataChanged(index(0, 0), index(rows_ - 1, gridColumns - 1));
+    const auto rowOf = [this](qint64 offset) {
+        return int(std::clamp<qint64>(offset / bytesInRow, 0, rows_ - 1));
+    };
+    emit dataChanged(index(rowOf(changed.offset), 0),
+                     index(rowOf(changed.end() - 1), gridColumns - 1));
+    return true;
 }
 
 int GridModel::sourceRows() const {
@@ -59,17 +59,12 @@ CellValue GridModel::cell(int row, int column) const {
     return source_.tableView_objectValueForTableColumn_row(table_, columnIdentifier(column), row);
 }
 
-bool GridModel::isMissing(const CellValue &cell, int column) const {
-    return heading_ == GridHeading::Bytes && isByteColumn(column) &&
-           cell.text == QLatin1String("XX");
-}
-
 qint64 GridModel::byteCount() const {
     if (heading_ != GridHeading::Bytes)
         return 0;
     const auto hasByte = [this](qint64 offset) {
         const int column = firstByteColumn + int(offset % bytesInRow);
-        return !isMissing(cell(int(offset / bytesInRow), column), column);
+        return !cell(int(offset / bytesInRow), column).missing;
     };
     qint64 shown = 0;
     qint64 missing = qint64(rows_) * bytesInRow;
@@ -107,16 +102,16 @@ QVariant GridModel::data(const QModelIndex &index, int role) const {
     case FailedRole:
         return cell(index.row(), index.column()).failed;
     case Qt::AccessibleDescriptionRole:
-        return cellDescription(cell(index.row(), index.column()), index.column());
+        return cellDescription(cell(index.row(), index.column()));
     default:
         return {};
     }
 }
 
-QString GridModel::cellDescription(const CellValue &cell, int column) const {
+QString GridModel::cellDescription(const CellValue &cell) const {
     if (cell.failed)
         return tr("failed");
-    return isMissing(cell, column) ? tr("no byte") : QString();
+    return cell.missing ? tr("no byte") : QString();
 }
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -170,7 +165,6 @@ Qt::ItemFlags GridModel::flags(const QModelIndex &index) const {
 bool GridModel::setData(const QModelIndex &index, const QVariant &value, int role) {
     if (role != Qt::EditRole || !(flags(index) & Qt::ItemIsEditable))
         return false;
-    const QScopedValueRollback<bool> committing(committing_, true);
     source_.tableView_setObjectValue_forTableColumn_row(
         table_, value.toString(), columnIdentifier(index.column()), index.row());
     return true;

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "files/ByteBuffer.h"
 #include "grid/GridColumns.h"
 #include "grid/GridSource.h"
 
@@ -31,12 +32,12 @@ public:
     /// \a source must live longer than the model. \a table is the grid as the source knows it.
     GridModel(GridSource &source, QObject *table, QObject *parent = nullptr);
 
-    /// Takes the number of rows anew and announces that every cell may have changed. While an
-    /// entry is being committed this is a change of data and perhaps an insertion of rows, not a
-    /// reset, so that cursor, selection and editors keep their place.
+    /// Takes the number of rows anew and announces that every cell may have changed.
     void reloadData();
-    /// True from the moment an entry is handed to the source until the source is done with it.
-    bool isCommitting() const { return committing_; }
+    /// Announces that the bytes of \a changed are other ones, and rows that have come behind the
+    /// last one: no reset, so that cursor, selection and editors keep their place. False, with
+    /// nothing announced, if there are fewer rows than before.
+    bool showChange(ByteRange changed);
 
     GridHeading heading() const { return heading_; }
     void setHeading(GridHeading heading);
@@ -68,14 +69,11 @@ public:
 
 private:
     int sourceRows() const;
-    void refreshAfterEdit();
-    bool isMissing(const CellValue &cell, int column) const;
     QString title(int column) const;
-    QString cellDescription(const CellValue &cell, int column) const;
+    QString cellDescription(const CellValue &cell) const;
 
     GridSource &source_;
     QObject *table_;
     int rows_ = 0;
     GridHeading heading_ = GridHeading::Bytes;
-    bool committing_ = false;
 };

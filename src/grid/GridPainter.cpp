@@ -131,8 +131,7 @@ QColor GridPainter::textColor(const CellValue &value, int column, Look look) con
         return palette_.color(QPalette::HighlightedText);
     if (look.onWindow)
         return palette_.color(QPalette::WindowText);
-    const bool isFrame =
-        column == addressColumn || (isByteColumn(column) && value.text == QLatin1String("XX"));
+    const bool isFrame = column == addressColumn || value.missing;
     return isFrame ? faintText_ : palette_.color(QPalette::Text);
 }
 

@@ -31,11 +31,13 @@ const QString &byteText(uchar byte) {
     return texts[byte];
 }
 
-QString byteCell(const ShownContent &shown, int column, qint64 row) {
+CellValue byteCell(const ShownContent &shown, int column, qint64 row) {
     const quint64 index = byteIndex(row, column);
     const bool hasByte =
         index < quint64(shown.strData.length()) && index < quint64(lengthOf(shown.display_data));
-    return hasByte ? byteText(uchar(shown.display_data->constData()[index])) : QStringLiteral("XX");
+    if (!hasByte)
+        return {.text = QStringLiteral("XX"), .missing = true};
+    return {byteText(uchar(shown.display_data->constData()[index]))};
 }
 
 /// True if the text has half as many units as there are bytes. Then it is shown as it stands but
@@ -58,12 +60,12 @@ QString charactersCell(const ShownContent &shown, qint64 row) {
     return text;
 }
 
-QString hexCell(const ShownContent &shown, const QString &column, qint64 row) {
+CellValue hexCell(const ShownContent &shown, const QString &column, qint64 row) {
     constexpr int addressDigits = 4;
     if (column == columnIdentifier(addressColumn))
-        return upperHex(quint64(row) * bytesInRow, addressDigits);
+        return {upperHex(quint64(row) * bytesInRow, addressDigits)};
     if (column == columnIdentifier(charactersColumn))
-        return charactersCell(shown, row);
+        return {charactersCell(shown, row)};
     return byteCell(shown, columnNumber(column), row);
 }
 
@@ -106,7 +108,7 @@ CellValue cellValue(const ShownContent &shown, const QString &column, qint64 row
     const bool isReport =
         shown.tabIdentifier == logicTabIdentifier() && row <= shown.logictest_rows.size();
     if (!isReport)
-        return {hexCell(shown, column, row), false};
+        return hexCell(shown, column, row);
     if (row == 0)
         return {pinCell(shown, column), false};
     return resultCell(shown, column, shown.logictest_rows[row - 1]);

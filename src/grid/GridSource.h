@@ -13,6 +13,8 @@ struct CellValue {
     QString text;
     /// The cell is a failed field of a logic test, to be shown in red and bold.
     bool failed = false;
+    /// The cell could show a byte, and there is none.
+    bool missing = false;
 
     friend bool operator==(const CellValue &, const CellValue &) = default;
 };

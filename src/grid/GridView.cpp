@@ -73,15 +73,16 @@ void GridView::setHeading(GridHeading heading) {
 void GridView::reloadData() {
     if (!model_)
         return;
-    if (model_->isCommitting()) {
-        model_->reloadData();
-        return;
-    }
     const Place before = place();
     model_->reloadData();
     updateGeometries();
     restore(before);
     viewport()->update();
+}
+
+void GridView::showChange(ByteRange changed) {
+    if (model_ && !model_->showChange(changed))
+        reloadData();
 }
 
 GridView::Place GridView::place() const {

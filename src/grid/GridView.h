@@ -46,8 +46,15 @@ public:
     void setHeading(GridHeading heading);
 
     /// Shows the source's contents anew. Scroll position, cursor and selection stay where the
-    /// rows still exist. While an entry is being committed nothing moves at all.
+    /// rows still exist.
     void reloadData();
+    /// Shows the bytes of \a changed anew, of which there may be more than before; nothing moves
+    /// then. The bytes may be fewer, too: everything is shown anew then.
+    void showChange(ByteRange changed);
+    /// The same for what \a edit, just carried out, has changed in all. If it was typed into a cell
+    /// that Enter or Tab leave, the cursor moves on past the bytes written; a rejected entry lets
+    /// it stay.
+    void showEdit(const CellEdit &edit, ByteRange changed);
 
     /// Makes the cell at \a index the cursor and its row the selection.
     void moveTo(const QModelIndex &index);
@@ -60,10 +67,6 @@ public:
     bool commitOpenEditor();
     /// The editor that is open at this moment, or null.
     CellEditor *openEditor() const;
-
-    /// To be called by the source while it carries out \a edit: the cursor will move on past the
-    /// bytes written if the user ended the entry with Enter or Tab. A rejected entry lets it stay.
-    void advanceAfterEdit(const CellEdit &edit);
 
     /// The selected rows as lines of text, at most largestCopy of them: address, bytes and
     /// characters side by side, or the fields of a logic test separated by tabs.
@@ -164,7 +167,6 @@ private:
     GridModel *model_ = nullptr;
     QHeaderView *header_;
     GridDelegate *delegate_;
-    CellEditOutcome lastEdit_;
     int rowHeight_ = 1;
     bool layingOut_ = false;
 };

@@ -114,13 +114,14 @@ bool GridView::commitOpenEditor() {
     return true;
 }
 
-void GridView::advanceAfterEdit(const CellEdit &edit) {
-    lastEdit_ = edit;
+void GridView::showEdit(const CellEdit &edit, ByteRange changed) {
+    showChange(changed);
+    if (CellEditor *editor = openEditor())
+        editor->setEdit(edit);
 }
 
 void GridView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) {
     const QModelIndex next = cellAfterEditing(editor, hint);
-    lastEdit_.reset();
     QAbstractItemView::closeEditor(editor, QAbstractItemDelegate::NoHint);
     if (next.isValid())
         moveTo(next);
@@ -140,9 +141,8 @@ QModelIndex GridView::cellAfterEditing(const QWidget *editor,
     default:
         return {};
     }
-    if (lastEdit_)
-        return lastEdit_->rejected ? QModelIndex()
-                                   : cellOfByte(lastEdit_->offset + lastEdit_->bytesWritten);
+    if (const CellEditOutcome &edit = field->edit())
+        return edit->rejected ? QModelIndex() : cellOfByte(edit->written().end());
     // The source made nothing of the entry. The value that was there already, typed again, counts
     // as an entry all the same, so that who types byte after byte need not look up.
     const bool goesOn = hint == QAbstractItemDelegate::EditNextItem || field->isModified();

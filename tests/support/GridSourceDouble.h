@@ -33,7 +33,7 @@ public:
         if (number == addressColumn)
             return {hex(quint64(row) * bytesInRow, 4)};
         return number == charactersColumn ? CellValue{characters(row)}
-                                          : CellValue{byteText(qint64(byteIndex(row, number)))};
+                                          : byteCell(qint64(byteIndex(row, number)));
     }
 
     bool tableView_shouldEditTableColumn_row(QObject *, const QString &, qint64) override {
@@ -49,8 +49,7 @@ public:
         auto *view = qobject_cast<GridView *>(table);
         if (!view)
             return;
-        view->reloadData();
-        view->advanceAfterEdit(*edit);
+        view->showEdit(*edit, edit->written());
     }
 
     bool tableView_shouldSelectRow(QObject *, qint64) override { return true; }
@@ -83,10 +82,10 @@ private:
         return QString::number(value, 16).toUpper().rightJustified(digits, u'0');
     }
 
-    QString byteText(qint64 index) const {
+    CellValue byteCell(qint64 index) const {
         if (index >= length())
-            return QStringLiteral("XX");
-        return hex(pretendedLength > 0 ? 0 : uchar(bytes.at(index)), 2);
+            return {.text = QStringLiteral("XX"), .missing = true};
+        return {hex(pretendedLength > 0 ? 0 : uchar(bytes.at(index)), 2)};
     }
 
     QString characters(qint64 row) const {
