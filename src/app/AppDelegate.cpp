@@ -54,22 +54,8 @@ void AppDelegate::applicationDidFinishLaunching() {
     showSelectedTab();
 }
 
-void AppDelegate::applicationWillTerminate() {}
-
 void AppDelegate::load_opened_binary() {
     openedBinary_.load(with_.defaults.stringValue(settingsKeys::binary));
-}
-
-void AppDelegate::createTempDirectory(QObject *) {
-    workspace_.createTempDirectory();
-}
-
-void AppDelegate::write_output_data_to_temp_file(QObject *) {
-    burnFile_.write();
-}
-
-void AppDelegate::clear_temp_files(QObject *) {
-    workspace_.clear_temp_files();
 }
 
 void AppDelegate::build_output_data(QObject *) {
@@ -150,16 +136,4 @@ void AppDelegate::export_output_data(QObject *) {
                   .suggestedName = suggestedName(device, QStringLiteral("-burn.bin")),
                   .bytes = [this] { return state_.output_data; },
                   .saved = [this](const ByteBuffer &bytes) { offers_.noteSaved(bytes); }});
-}
-
-void AppDelegate::showListPanel(QObject *) {
-    panelHost_.show();
-}
-
-void AppDelegate::deviceSearchPanelOK(QObject *) {
-    panelHost_.confirm();
-}
-
-void AppDelegate::deviceSearchPanelCancel(QObject *) {
-    panelHost_.cancel();
 }

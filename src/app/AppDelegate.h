@@ -11,6 +11,7 @@
 #include "app/HandEdits.h"
 #include "app/OpenedBinary.h"
 #include "app/UserFiles.h"
+#include "grid/CellEdit.h"
 #include "grid/GridSource.h"
 #include "image/DisplayText.h"
 #include "image/ImageRevisions.h"
@@ -72,7 +73,7 @@ public:
     /// composes the image and shows the selected tab. Called once, after the wiring.
     void applicationDidFinishLaunching();
     /// Nothing to do: the temporary files stay until the next start, the settings save themselves.
-    void applicationWillTerminate();
+    void applicationWillTerminate() {}
     /// Loads the file that the settings name as the opened binary; null if it cannot be read.
     void load_opened_binary();
 
@@ -89,9 +90,9 @@ public:
 
     // The image and its files
 
-    void createTempDirectory(QObject *sender);
-    void write_output_data_to_temp_file(QObject *sender);
-    void clear_temp_files(QObject *sender);
+    void createTempDirectory(QObject *) { workspace_.createTempDirectory(); }
+    void write_output_data_to_temp_file(QObject *) { burnFile_.write(); }
+    void clear_temp_files(QObject *) { workspace_.clear_temp_files(); }
     /// Composes output_data from the current inputs and writes it to the temporary output file.
     void build_output_data(QObject *sender);
     /// Composes at once and redisplays the selected tab a turn of the event loop later.
@@ -111,11 +112,11 @@ public:
     /// Saves the data to burn; without any, says so and opens no panel.
     void export_output_data(QObject *sender);
     /// Shows the device search panel as a sheet on the window.
-    void showListPanel(QObject *sender);
+    void showListPanel(QObject *) { panelHost_.show(); }
     /// Ends the panel; the name selected in it becomes the device a turn of the event loop later.
-    void deviceSearchPanelOK(QObject *sender);
+    void deviceSearchPanelOK(QObject *) { panelHost_.confirm(); }
     /// Ends the panel and changes nothing.
-    void deviceSearchPanelCancel(QObject *sender);
+    void deviceSearchPanelCancel(QObject *) { panelHost_.cancel(); }
 
     // Tabs and display
 
@@ -126,9 +127,9 @@ public:
     /// The same strings in the same order, less the empty ones.
     QStringList trimEmptyStrings(const QStringList &strings) const;
     /// The hexadecimal digit for \a value; empty from 16 on.
-    QString hexDigitFor(quint16 value) const;
+    QString hexDigitFor(quint16 value) const { return ::hexDigitFor(value); }
     /// The digits of \a value as hexDigitFor() gives them for its upper part and for what is left.
-    QString hexValue(quint64 value) const;
+    QString hexValue(quint64 value) const { return ::hexValue(value); }
     /// Appends \a text to the console, a turn of the event loop later. From any thread.
     void appendToOutputView(const QString &text);
 
@@ -141,8 +142,8 @@ public:
                                              qint64 row) override;
     void tableView_setObjectValue_forTableColumn_row(QObject *table, const QString &value,
                                                      const QString &column, qint64 row) override;
-    bool tableView_shouldSelectRow(QObject *table, qint64 row) override;
-    bool tableView_shouldSelectTableColumn(QObject *table, const QString &column) override;
+    bool tableView_shouldSelectRow(QObject *, qint64) override { return true; }
+    bool tableView_shouldSelectTableColumn(QObject *, const QString &) override { return false; }
     DragOperation tableView_validateDrop_proposedRow_proposedDropOperation(QObject *table,
                                                                            const QMimeData *drag,
                                                                            qint64 row,

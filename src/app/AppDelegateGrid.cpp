@@ -54,14 +54,6 @@ QStringList AppDelegate::trimEmptyStrings(const QStringList &strings) const {
     return ::trimEmptyStrings(strings);
 }
 
-QString AppDelegate::hexDigitFor(quint16 value) const {
-    return ::hexDigitFor(value);
-}
-
-QString AppDelegate::hexValue(quint64 value) const {
-    return ::hexValue(value);
-}
-
 ShownContent AppDelegate::shownContent() const {
     return {selectedTab(), state_.display_data, state_.strData, state_.logictest_headers,
             state_.logictest_rows};
@@ -114,14 +106,6 @@ void AppDelegate::showStep(ByteRange changed) {
     noteImageChanged();
     offers_.sayRestored();
     outlets.tableview->showAddress(changed.offset);
-}
-
-bool AppDelegate::tableView_shouldSelectRow(QObject *, qint64) {
-    return true;
-}
-
-bool AppDelegate::tableView_shouldSelectTableColumn(QObject *, const QString &) {
-    return false;
 }
 
 DragOperation AppDelegate::tableView_validateDrop_proposedRow_proposedDropOperation(
