@@ -14,6 +14,7 @@
 #include "tool/ResultsFile.h"
 
 #include <QEventLoop>
+#include <QPointer>
 #include <QStringList>
 #include <QTimer>
 
@@ -96,16 +97,6 @@ void ScriptedMiniPro::setWriteOperation() {
 
 void ScriptedMiniPro::setLogicOperation() {
     operation = LogicOperation;
-}
-
-Console *ScriptedMiniPro::outputView() const {
-    return consoleIsObject_ && !consoleObject_ ? nullptr : outputView_;
-}
-
-void ScriptedMiniPro::setOutputView(Console *console) {
-    outputView_ = console;
-    consoleObject_ = dynamic_cast<QObject *>(console);
-    consoleIsObject_ = !consoleObject_.isNull();
 }
 
 int ScriptedMiniPro::launch() {
@@ -367,16 +358,14 @@ void ScriptedMiniPro::terminated() {
 }
 
 void ScriptedMiniPro::appendToOutputView(const QString &text) {
-    queue_.async([run = QPointer(this), text] {
-        if (Console *console = run ? run->outputView() : nullptr)
-            console->appendText(text);
-    });
+    tellConsole([text](Console &console) { console.appendText(text); });
 }
 
-void ScriptedMiniPro::tellConsole(void (Console::*what)()) {
-    queue_.async([run = QPointer(this), what] {
-        if (Console *console = run ? run->outputView() : nullptr)
-            (console->*what)();
+void ScriptedMiniPro::tellConsole(std::function<void(Console &)> what) {
+    queue_.async([guard = QPointer(this), what = std::move(what)] {
+        const ScriptedMiniPro *run = guard.data();
+        if (run && run->outputView_)
+            what(*run->outputView_);
     });
 }
 
@@ -385,18 +374,6 @@ void ScriptedMiniPro::stop() {
         endLatePrinters();
     else
         task.stop();
-}
-
-bool ScriptedMiniPro::isRunning() const {
-    return task.isRunning();
-}
-
-bool ScriptedMiniPro::stopRequested() const {
-    return task.stopRequested();
-}
-
-bool ScriptedMiniPro::killedBySignal() const {
-    return task.killedBySignal();
 }
 
 bool ScriptedMiniPro::isListening() const {
@@ -434,8 +411,8 @@ RunFacts ScriptedMiniPro::facts() const {
         facts.imagePath = launched_.outputPath;
     facts.start = start_;
     facts.status = task.terminationStatus();
-    facts.killedBySignal = killedBySignal();
-    facts.stopRequested = stopRequested();
+    facts.killedBySignal = task.killedBySignal();
+    facts.stopRequested = task.stopRequested();
     facts.report = reader_.report();
     return facts;
 }

@@ -12,10 +12,10 @@
 #include "tool/ToolReportReader.h"
 
 #include <QObject>
-#include <QPointer>
 #include <QSet>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 class Console;
@@ -49,10 +49,10 @@ public:
     void setWriteOperation();
     void setLogicOperation();
 
-    /// The console that shows the output, or null (nothing is shown). A console that is also a
-    /// QObject may be destroyed before this run; any other must live longer.
-    Console *outputView() const;
-    void setOutputView(Console *console);
+    /// The console that shows the output, or null (nothing is shown). It must live longer than this
+    /// run: the window that it stands in is taken down after whoever owns the runs.
+    Console *outputView() const { return outputView_; }
+    void setOutputView(Console *console) { outputView_ = console; }
 
     /// Runs the chosen operation and returns its status once the child has been reaped, keeping
     /// the event loop turning meanwhile: the exit code, the number of the signal that killed the
@@ -69,12 +69,6 @@ public:
     /// Otherwise does nothing.
     void stop();
 
-    /// True from the start of the child until it has been reaped.
-    bool isRunning() const;
-    /// True once stop() was called on a running child.
-    bool stopRequested() const;
-    /// True if the child was killed by a signal, whose number is then the status.
-    bool killedBySignal() const;
     /// True until the 51st empty read; output that arrives later is nobody's.
     bool isListening() const;
     /// True if something that the tool left behind has printed after the run and has not ended its
@@ -139,7 +133,7 @@ private:
     void takeWhatThePipesHold();
     void takeBytes(qint64 count, ReadHandle *handle);
     void showPendingTails();
-    void tellConsole(void (Console::*what)());
+    void tellConsole(std::function<void(Console &)> what);
 
     SettingsStore &defaults;
     /// Nothing is ever written to it: the tool sees an open, empty input.
@@ -164,9 +158,6 @@ private:
 
     Log &log_;
     MainQueue &queue_;
-    /// Tells whether outputView_ is still there, where the console is a QObject.
-    QPointer<QObject> consoleObject_;
-    bool consoleIsObject_ = false;
     OutputDecoder outDecoder_;
     OutputDecoder errDecoder_;
     /// What came on standard error within a row of a logic test's table.

@@ -5,12 +5,10 @@
 
 #include "tool/Console.h"
 
-#include <QObject>
 #include <QStringList>
 
-/// A console that keeps what it is told, for a test to look at. It is a QObject, as the window's
-/// is, so that its death can be noticed.
-class RecordingConsole final : public QObject, public Console {
+/// A console that keeps what it is told, for a test to look at.
+class RecordingConsole final : public Console {
 public:
     void appendText(const QString &text) override {
         pieces.append(text);
