@@ -3,6 +3,8 @@
 
 #include "image/DisplayText.h"
 
+#include "base/Utf8.h"
+
 #include <QCoreApplication>
 #include <QLocale>
 
@@ -15,13 +17,6 @@ namespace {
 // The units of multi-byte text are counted at the start of every block of this many bytes, and a
 // request decodes from there: at most one block before the first unit that is asked for.
 constexpr qsizetype blockSize = 512;
-
-constexpr int continuationBits = 6;
-constexpr quint8 continuationMask = 0x3F;
-
-bool isContinuation(quint8 byte) {
-    return (byte & 0xC0) == 0x80;
-}
 
 // Counts, in groups of words, the bytes that make the number of units differ from that of bytes:
 // each byte of a word is a counter of its own, marked in its lowest bit. A group is short enough
@@ -68,18 +63,9 @@ qsizetype unitsIn(const char *bytes, qsizetype count) {
         units += isAsciiGroup(bytes + at) ? groupSize : unitsInGroup(bytes + at);
     for (; at < count; ++at) {
         const auto byte = static_cast<quint8>(bytes[at]);
-        units += 1 + (byte >= 0xF0 ? 1 : 0) - (isContinuation(byte) ? 1 : 0);
+        units += 1 + (byte >= 0xF0 ? 1 : 0) - (utf8::isContinuation(byte) ? 1 : 0);
     }
     return units;
-}
-
-// How many bytes the character takes that begins with this byte.
-int lengthOfCharacter(quint8 first) {
-    if (first < 0xC0)
-        return 1;
-    if (first < 0xE0)
-        return 2;
-    return first < 0xF0 ? 3 : 4;
 }
 
 // Walks through the characters of UTF-8 text. The text was valid once; where an edit has spoilt it
@@ -89,21 +75,22 @@ public:
     explicit CharacterReader(QByteArrayView bytes) : bytes_(bytes) {}
 
     void skipContinuations() {
-        while (!atEnd() && isContinuation(byteAt(0)))
+        while (!atEnd() && utf8::isContinuation(byteAt(0)))
             ++at_;
     }
     bool atEnd() const { return at_ >= bytes_.size(); }
 
     char32_t next() {
         const quint8 first = byteAt(0);
-        const int length = lengthOfCharacter(first);
+        const int length = utf8::lengthOfCharacter(first);
         if (length == 1 || !isWhole(length)) {
             ++at_;
             return first < 0x80 ? first : char32_t(QChar::ReplacementCharacter);
         }
         char32_t character = first & (0x7F >> length);
         for (int index = 1; index < length; ++index)
-            character = (character << continuationBits) | (byteAt(index) & continuationMask);
+            character =
+                (character << utf8::bitsPerContinuation) | (byteAt(index) & utf8::continuationBits);
         at_ += length;
         return character <= QChar::LastValidCodePoint ? character
                                                       : char32_t(QChar::ReplacementCharacter);
@@ -115,7 +102,7 @@ private:
         if (length > bytes_.size() - at_)
             return false;
         for (int index = 1; index < length; ++index)
-            if (!isContinuation(byteAt(index)))
+            if (!utf8::isContinuation(byteAt(index)))
                 return false;
         return true;
     }

@@ -7,29 +7,13 @@
 
 namespace {
 
-constexpr uchar firstContinuation = 0x80;
-constexpr uchar lastContinuation = 0xBF;
-constexpr int bitsPerContinuation = 6;
-constexpr uchar continuationBits = 0x3F;
-
-/// How many bytes a character that begins with \a byte has; 1 for what begins none.
-int lengthOfCharacter(uchar byte) {
-    if (byte >= 0xC2 && byte <= 0xDF)
-        return 2;
-    if (byte >= 0xE0 && byte <= 0xEF)
-        return 3;
-    if (byte >= 0xF0 && byte <= 0xF4)
-        return 4;
-    return 1;
-}
-
 /// Where the character begins that \a bytes end within; their size if they end behind one.
 qsizetype startOfUnfinishedCharacter(QByteArrayView bytes) {
     const qsizetype size = bytes.size();
     for (qsizetype back = 1; back <= 3 && back <= size; ++back) {
         const auto byte = static_cast<uchar>(bytes[size - back]);
-        if (byte < firstContinuation || byte > lastContinuation)
-            return lengthOfCharacter(byte) > back ? size - back : size;
+        if (!utf8::isContinuation(byte))
+            return utf8::lengthOfCharacter(byte) > back ? size - back : size;
     }
     return size;
 }
@@ -75,9 +59,9 @@ void OutputDecoder::decodeByte(uchar byte, QString &text) {
         startCharacter(byte, text);
         return;
     }
-    lowest_ = firstContinuation;
-    highest_ = lastContinuation;
-    character_ = (character_ << bitsPerContinuation) | (byte & continuationBits);
+    lowest_ = utf8::firstContinuation;
+    highest_ = utf8::lastContinuation;
+    character_ = (character_ << utf8::bitsPerContinuation) | (byte & utf8::continuationBits);
     if (--missing_ > 0)
         return;
     if (QChar::requiresSurrogates(character_)) {
@@ -89,24 +73,24 @@ void OutputDecoder::decodeByte(uchar byte, QString &text) {
 }
 
 void OutputDecoder::startCharacter(uchar byte, QString &text) {
-    if (byte < firstContinuation) {
+    if (byte < utf8::firstContinuation) {
         text += QChar(ushort(byte));
         return;
     }
-    const int length = lengthOfCharacter(byte);
+    const int length = utf8::lengthOfCharacter(byte);
     if (length == 1) {
         text += QChar(QChar::ReplacementCharacter);
         return;
     }
     missing_ = length - 1;
-    character_ = byte & (continuationBits >> missing_);
-    lowest_ = byte == 0xE0 ? 0xA0 : byte == 0xF0 ? 0x90 : firstContinuation;
-    highest_ = byte == 0xED ? 0x9F : byte == 0xF4 ? 0x8F : lastContinuation;
+    character_ = byte & (utf8::continuationBits >> missing_);
+    lowest_ = byte == 0xE0 ? 0xA0 : byte == 0xF0 ? 0x90 : utf8::firstContinuation;
+    highest_ = byte == 0xED ? 0x9F : byte == 0xF4 ? 0x8F : utf8::lastContinuation;
 }
 
 void OutputDecoder::replaceBroken(QString &text) {
     missing_ = 0;
-    lowest_ = firstContinuation;
-    highest_ = lastContinuation;
+    lowest_ = utf8::firstContinuation;
+    highest_ = utf8::lastContinuation;
     text += QChar(QChar::ReplacementCharacter);
 }

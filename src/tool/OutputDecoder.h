@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/Utf8.h"
+
 #include <QByteArrayView>
 #include <QString>
 
@@ -26,6 +28,6 @@ private:
     int missing_ = 0;
     /// The range that the next continuation byte must lie in; narrower than 80..BF behind the
     /// leads whose full range would be overlong, a surrogate or beyond the last character.
-    uchar lowest_ = 0x80;
-    uchar highest_ = 0xBF;
+    uchar lowest_ = utf8::firstContinuation;
+    uchar highest_ = utf8::lastContinuation;
 };
