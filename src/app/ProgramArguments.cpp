@@ -3,6 +3,8 @@
 
 #include "app/ProgramArguments.h"
 
+#include "settings/FilePaths.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
@@ -24,11 +26,8 @@ QString defaultSettings() {
 }
 
 QString defaultMemory() {
-    const QString fromEnvironment = qEnvironmentVariable("XDG_STATE_HOME");
-    const QString stateHome = fromEnvironment.startsWith(QLatin1Char('/'))
-                                  ? fromEnvironment
-                                  : QDir::homePath() + QStringLiteral("/.local/state");
-    return stateHome + QStringLiteral("/velm/state.conf");
+    return xdgFolder("XDG_STATE_HOME", QStringLiteral("/.local/state")) +
+           QStringLiteral("/velm/state.conf");
 }
 
 /// Options that the toolkit and its platform plugins take out of the arguments themselves, but

@@ -32,13 +32,6 @@ QString homeFolder() {
     return {};
 }
 
-QString dataHome() {
-    const QString folder = qEnvironmentVariable("XDG_DATA_HOME");
-    if (QDir::isAbsolutePath(folder))
-        return withoutTrailingSeparators(folder);
-    return homeFolder() + QStringLiteral("/.local/share");
-}
-
 QString withoutLastComponent(const QString &path) {
     const QString trimmed = withoutTrailingSeparators(path);
     const qsizetype cut = trimmed.lastIndexOf(separator);
@@ -50,10 +43,16 @@ QString withoutLastComponent(const QString &path) {
 
 } // namespace
 
+QString xdgFolder(const char *variable, const QString &below) {
+    const QString folder = qEnvironmentVariable(variable);
+    return QDir::isAbsolutePath(folder) ? withoutTrailingSeparators(folder) : homeFolder() + below;
+}
+
 QString resolvedPath(const QString &storedPath) {
     static const QString support = QStringLiteral("~/Library/Application Support/");
     if (storedPath.startsWith(support))
-        return dataHome() + separator + storedPath.sliced(support.size());
+        return xdgFolder("XDG_DATA_HOME", QStringLiteral("/.local/share")) + separator +
+               storedPath.sliced(support.size());
     if (storedPath == u"~" || storedPath == u"~/") {
         const QString home = homeFolder();
         return home.isEmpty() ? QString(separator) : home;

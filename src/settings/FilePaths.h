@@ -12,6 +12,10 @@ class SettingsStore;
 /// leading "~/" (or a lone "~") the home folder; "~name" and everything else stay as they are.
 QString resolvedPath(const QString &storedPath);
 
+/// The folder that the environment variable \a variable names, if that is an absolute path, else
+/// the folder \a below ("/.local/share") of the home folder, which without HOME is the account's.
+QString xdgFolder(const char *variable, const QString &below);
+
 /// resolvedPath() of the current value of \a key; empty if the key has no value.
 QString resolvedPathOf(const SettingsStore &settings, const QString &key);
 

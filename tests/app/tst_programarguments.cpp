@@ -4,7 +4,11 @@
 #include "app/ProgramArguments.h"
 
 #include <QDir>
+#include <QFile>
 #include <QTest>
+
+#include <pwd.h>
+#include <unistd.h>
 
 class TestProgramArguments : public QObject {
     Q_OBJECT
@@ -13,6 +17,7 @@ private slots:
     void files_haveDefaultsInTheHomesOfTheSystem();
     void files_countFromTheCurrentFolder();
     void memory_isInTheStateHomeIfThatIsAbsolute();
+    void memory_withoutHomeIsInTheAccountsHome();
     void binary_isTheOneFileThatIsNamed_data();
     void binary_isTheOneFileThatIsNamed();
     void toolkitOptions_arePassedOver_data();
@@ -57,6 +62,19 @@ void TestProgramArguments::memory_isInTheStateHomeIfThatIsAbsolute() {
     qputenv("XDG_STATE_HOME", "state");
     QCOMPARE(optionsOf(QString()).memory,
              QDir::homePath() + QStringLiteral("/.local/state/velm/state.conf"));
+}
+
+void TestProgramArguments::memory_withoutHomeIsInTheAccountsHome() {
+    const passwd *account = getpwuid(getuid());
+    if (!account)
+        QSKIP("this user has no account entry");
+    const QString home = QFile::decodeName(account->pw_dir);
+    const QByteArray before = qgetenv("HOME");
+    qunsetenv("HOME");
+    qunsetenv("XDG_STATE_HOME");
+    const QString memory = optionsOf(QString()).memory;
+    qputenv("HOME", before);
+    QCOMPARE(memory, home + QStringLiteral("/.local/state/velm/state.conf"));
 }
 
 void TestProgramArguments::binary_isTheOneFileThatIsNamed_data() {
