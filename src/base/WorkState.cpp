@@ -3,6 +3,14 @@
 
 #include "base/WorkState.h"
 
+#include <QCoreApplication>
+
+QString whatIsRunning(Work work) {
+    return work == Work::Searching
+               ? QCoreApplication::translate("WorkState", "A search is running")
+               : QCoreApplication::translate("WorkState", "The programmer tool is running");
+}
+
 bool WorkState::begin(Work work) {
     if (!isIdle())
         return false;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
 
 /// What the program is at work on.
 enum class Work {
@@ -12,6 +13,10 @@ enum class Work {
     Searching, ///< the programmer tool lists devices
     Stopping   ///< a run or a search was told to stop and has not ended yet
 };
+
+/// What is running while \a work goes on, translated, as the beginning of a sentence: "A search is
+/// running". Not for Idle.
+QString whatIsRunning(Work work);
 
 /// The one state of work. There is one programmer and one set of files, so that one thing at a time
 /// is all there can be. Whatever would start a run, change a setting or change an image asks here

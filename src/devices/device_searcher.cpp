@@ -54,7 +54,7 @@ void device_searcher::connectPanel() {
 void device_searcher::list(QObject *) {
     if (!work_.isIdle()) {
         if (!isSearching())
-            emit remark(tr("The programmer tool is running: wait for its end."));
+            emit remark(tr("%1: wait for its end.").arg(whatIsRunning(work_.now())));
         return;
     }
     auto *run = new ScriptedMiniPro(defaults, log_, queue_, this);

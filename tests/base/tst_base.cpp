@@ -25,6 +25,7 @@ private slots:
     void mainQueue_workOfADestroyedQueueNeverRuns();
     void workState_letsOneThingBeginAtATime();
     void workState_stopsWhatGoesOnAndNothingElse();
+    void workState_saysWhatIsRunning();
 };
 
 void TestBase::log_writesTheTextAsItStandsAndOneLineFeed() {
@@ -125,6 +126,12 @@ void TestBase::workState_stopsWhatGoesOnAndNothingElse() {
     for (const QList<QVariant> &arguments : changed)
         states.append(arguments.first().value<Work>());
     QCOMPARE(states, QList<Work>({Work::Searching, Work::Stopping, Work::Idle}));
+}
+
+void TestBase::workState_saysWhatIsRunning() {
+    QCOMPARE(whatIsRunning(Work::Searching), QStringLiteral("A search is running"));
+    QCOMPARE(whatIsRunning(Work::Running), QStringLiteral("The programmer tool is running"));
+    QCOMPARE(whatIsRunning(Work::Stopping), QStringLiteral("The programmer tool is running"));
 }
 
 QTEST_GUILESS_MAIN(TestBase)
