@@ -5,6 +5,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/Messages.h"
+#include "grid/GridPresentation.h"
 #include "grid/GridView.h"
 
 #include <QLineEdit>
@@ -12,11 +13,6 @@
 namespace {
 
 constexpr int hexadecimal = 16;
-constexpr int shortestAddress = 4; // digits
-
-QString addressText(qint64 offset) {
-    return QString::number(offset, hexadecimal).toUpper().rightJustified(shortestAddress, u'0');
-}
 
 } // namespace
 
@@ -52,6 +48,6 @@ QString GoToAddress::goTo(const QString &address) {
         return tr("There are no bytes to go to.");
     if (offset >= qulonglong(length) || !grid_.showAddress(qint64(offset)))
         return tr("There is no byte at %1: the last one is at %2.")
-            .arg(address, addressText(length - 1));
+            .arg(address, addressText(quint64(length - 1)));
     return {};
 }

@@ -61,9 +61,8 @@ QString charactersCell(const ShownContent &shown, qint64 row) {
 }
 
 CellValue hexCell(const ShownContent &shown, const QString &column, qint64 row) {
-    constexpr int addressDigits = 4;
     if (column == columnIdentifier(addressColumn))
-        return {upperHex(quint64(row) * bytesInRow, addressDigits)};
+        return {addressText(quint64(row) * bytesInRow)};
     if (column == columnIdentifier(charactersColumn))
         return {charactersCell(shown, row)};
     return byteCell(shown, columnNumber(column), row);
@@ -112,6 +111,11 @@ CellValue cellValue(const ShownContent &shown, const QString &column, qint64 row
     if (row == 0)
         return {pinCell(shown, column), false};
     return resultCell(shown, column, shown.logictest_rows[row - 1]);
+}
+
+QString addressText(quint64 offset) {
+    constexpr int shortestAddress = 4;
+    return upperHex(offset, shortestAddress);
 }
 
 bool mayEdit(const QString &tabIdentifier) {
