@@ -3,6 +3,8 @@
 
 #include "SimulatorRun.h"
 
+#include "support/FileHelpers.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -43,15 +45,13 @@ QString TestBench::path(const QString &name) const {
 
 QString TestBench::makeFile(const QString &name, const QByteArray &content) const {
     QDir().mkpath(QFileInfo(path(name)).absolutePath());
-    QFile file(path(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("cannot write %s", qPrintable(file.fileName()));
-    return file.fileName();
+    if (!writeWholeFile(path(name), content))
+        qFatal("cannot write %s", qPrintable(path(name)));
+    return path(name);
 }
 
 QByteArray TestBench::contentOf(const QString &name) const {
-    QFile file(path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
+    return QFile::exists(path(name)) ? readWholeFile(path(name)) : QByteArray("no such file");
 }
 
 void TestBench::start(QProcess &process, const QStringList &arguments) const {

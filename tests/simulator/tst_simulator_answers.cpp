@@ -3,8 +3,9 @@
 
 #include "SimulatorRun.h"
 
+#include "support/FileHelpers.h"
+
 #include <QCryptographicHash>
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -156,9 +157,8 @@ QString deviceOf(const QStringList &arguments) {
 
 void TestSimulatorAnswers::answers_data() {
     QTest::addColumn<QJsonObject>("example");
-    QFile file(QStringLiteral(TOOL_ANSWERS));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QJsonArray examples = QJsonDocument::fromJson(file.readAll()).array();
+    const QJsonArray examples =
+        QJsonDocument::fromJson(readWholeFile(QStringLiteral(TOOL_ANSWERS))).array();
     QCOMPARE(examples.size(), 69);
     for (int i = 0; i < examples.size(); ++i)
         QTest::addRow("%d %s", i, qPrintable(examples[i]["case"_L1].toString()))

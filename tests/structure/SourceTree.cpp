@@ -3,9 +3,10 @@
 
 #include "structure/SourceTree.h"
 
+#include "support/FileHelpers.h"
+
 #include <QDir>
 #include <QDirIterator>
-#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -22,11 +23,9 @@ void addFile(SourceTree &tree, const QDir &project, const QString &path) {
                                         QStringLiteral("ui"), QStringLiteral("py"),
                                         QStringLiteral("sh"), QStringLiteral("cmake")};
     const QString ending = QFileInfo(path).suffix();
-    QFile file(path);
-    const bool concerned = endings.contains(ending) || isBuildFile(path) || ending.isEmpty();
-    if (!concerned || !file.open(QIODevice::ReadOnly))
+    if (!endings.contains(ending) && !isBuildFile(path) && !ending.isEmpty())
         return;
-    const QString text = QString::fromUtf8(file.readAll());
+    const QString text = QString::fromUtf8(readWholeFile(path));
     if (!ending.isEmpty() || isScript(text))
         tree.insert(project.relativeFilePath(path), text);
 }

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "support/FileHelpers.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -33,8 +35,7 @@ namespace {
 const QString scriptFolder = QStringLiteral(VELM_SOURCE_DIR "/packaging");
 
 QString readText(const QString &path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    return QString::fromUtf8(readWholeFile(path));
 }
 
 /// A stand-in for the simulator that prints each of its words on a line.
@@ -216,4 +217,5 @@ void TestDemonstration::workspaceThatIsAnotherUsersLink_isNotUsed() {
 }
 
 QTEST_GUILESS_MAIN(TestDemonstration)
+#include "support/FileHelpers.h"
 #include "tst_demonstration.moc"

@@ -12,7 +12,6 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -60,16 +59,6 @@ public:
             if (line.startsWith(QLatin1String("| ")))
                 lines.append(line.mid(2));
         return lines;
-    }
-
-    static QByteArray contentsOf(const QString &file) {
-        QFile source(file);
-        return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray();
-    }
-    static void createFile(const QString &file, const QByteArray &contents = {}) {
-        QFile target(file);
-        if (target.open(QIODevice::WriteOnly))
-            target.write(contents);
     }
 
     /// How many descriptors this process has open.

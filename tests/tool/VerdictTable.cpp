@@ -3,9 +3,9 @@
 
 #include "VerdictTable.h"
 
+#include "support/FileHelpers.h"
 #include "tool/ToolReportReader.h"
 
-#include <QFile>
 #include <QMap>
 
 namespace {
@@ -142,11 +142,9 @@ void Table::close() {
 } // namespace
 
 QList<VerdictRow> verdictRows(const QString &path) {
-    QFile file(path);
     Table table;
-    if (file.open(QIODevice::ReadOnly))
-        for (const QString &line : QString::fromUtf8(file.readAll()).split(u'\n'))
-            table.take(line);
+    for (const QString &line : QString::fromUtf8(readWholeFile(path)).split(u'\n'))
+        table.take(line);
     return table.finished();
 }
 

@@ -4,6 +4,7 @@
 #include "tool/RunOutcome.h"
 
 #include "VerdictTable.h"
+#include "support/FileHelpers.h"
 #include "tool/ToolReportReader.h"
 
 #include <QFile>
@@ -30,12 +31,6 @@ private slots:
 };
 
 namespace {
-
-QByteArray contentsOf(const QString &path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll()
-                                          : QByteArray("missing: " + path.toUtf8());
-}
 
 /// The verdict and the sentence, as one picture.
 QString judged(const RunFacts &facts) {
@@ -90,9 +85,11 @@ void TestRunOutcome::capturedRun_isJudged() {
     QFETCH(Operation, operation);
     const QString start =
         QStringLiteral(TOOL_CAPTURES "/") + QLatin1String(QTest::currentDataTag());
-    const QByteArray output =
-        contentsOf(start + QLatin1String(".stderr")) + contentsOf(start + QLatin1String(".stdout"));
-    const int status = contentsOf(start + QLatin1String(".exit")).trimmed().toInt();
+    for (const char *part : {".stderr", ".stdout", ".exit"})
+        QVERIFY2(QFile::exists(start + QLatin1String(part)), part);
+    const QByteArray output = readWholeFile(start + QLatin1String(".stderr")) +
+                              readWholeFile(start + QLatin1String(".stdout"));
+    const int status = readWholeFile(start + QLatin1String(".exit")).trimmed().toInt();
     QTEST(judged(finished(operation, status, QString::fromUtf8(output))), "expected");
 }
 

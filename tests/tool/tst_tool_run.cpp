@@ -3,6 +3,8 @@
 
 #include "ToolBench.h"
 
+#include "support/FileHelpers.h"
+
 #include <QSignalSpy>
 #include <QTest>
 
@@ -151,8 +153,7 @@ void TestToolRun::launch_endsWithTheExitMessage() {
 
 void TestToolRun::launch_runsAProfileFirst() {
     const QTemporaryDir home;
-    ToolBench::createFile(home.filePath(QStringLiteral(".bash_profile")),
-                          "echo from the profile\n");
+    writeWholeFile(home.filePath(QStringLiteral(".bash_profile")), "echo from the profile\n");
     const QByteArray before = qgetenv("HOME");
     qputenv("HOME", home.path().toUtf8());
     ToolBench bench;
@@ -211,7 +212,7 @@ void TestToolRun::list_leavesTheAnswerInTheFile() {
     bench.useDouble("list");
     const auto run = bench.newRun();
     QCOMPARE(run->list(QStringLiteral("27C")), 0);
-    QCOMPARE(ToolBench::contentsOf(bench.path("temp_sr.bin")), QByteArray("-L\n27C\n"));
+    QCOMPARE(readWholeFile(bench.path("temp_sr.bin")), QByteArray("-L\n27C\n"));
     QCOMPARE(run->collectedOutput(), QStringLiteral("listed\n"));
     bench.serviceQueue();
     QCOMPARE(bench.console.text(), QStringLiteral("listed\nminipro list has exited with status 0"));
@@ -237,7 +238,7 @@ void TestToolRun::list_replacesTheAnswerBefore() {
     bench.useDouble("list");
     bench.newRun()->list(QStringLiteral("a-long-first-term"));
     bench.newRun()->list(QStringLiteral("X"));
-    QCOMPARE(ToolBench::contentsOf(bench.path("temp_sr.bin")), QByteArray("-L\nX\n"));
+    QCOMPARE(readWholeFile(bench.path("temp_sr.bin")), QByteArray("-L\nX\n"));
 }
 
 void TestToolRun::list_meansTheProgramsOwnFileByARelativePath() {
@@ -248,7 +249,7 @@ void TestToolRun::list_meansTheProgramsOwnFileByARelativePath() {
                             QStringLiteral("work/temp_sr.bin"));
     const CurrentFolder here(bench.folder.path());
     QCOMPARE(bench.newRun()->list(QStringLiteral("27C")), 0);
-    QCOMPARE(ToolBench::contentsOf(QStringLiteral("work/temp_sr.bin")), QByteArray("-L\n27C\n"));
+    QCOMPARE(readWholeFile(QStringLiteral("work/temp_sr.bin")), QByteArray("-L\n27C\n"));
 }
 
 void TestToolRun::list_logsEachStep() {
@@ -267,7 +268,7 @@ void TestToolRun::list_keepsATermOneWord() {
     ToolBench bench;
     bench.useDouble("list");
     bench.newRun()->list(QStringLiteral("a b'; echo $HOME | cat *"));
-    QCOMPARE(ToolBench::contentsOf(bench.path("temp_sr.bin")),
+    QCOMPARE(readWholeFile(bench.path("temp_sr.bin")),
              QByteArray("-L\na b'; echo $HOME | cat *\n"));
 }
 

@@ -3,6 +3,8 @@
 
 #include "ToolBench.h"
 
+#include "support/FileHelpers.h"
+
 #include <QDeadlineTimer>
 #include <QTest>
 #include <QThread>
@@ -65,7 +67,7 @@ void TestToolRunLogic::verdict_neverLandsInsideARow() {
     QCOMPARE(runLogicTest(bench, "logic-test"), 1);
     const QByteArray expected = "      1  2  \n0000: 0  H  \n0001: 1  L- \n"
                                 "Logic test failed: 1 errors encountered.\n";
-    QCOMPARE(ToolBench::contentsOf(bench.path("temp_logtest.bin")), expected);
+    QCOMPARE(readWholeFile(bench.path("temp_logtest.bin")), expected);
     QCOMPARE(bench.linesOfOutput().join(QString()), QString::fromLatin1(expected));
 }
 
@@ -77,7 +79,7 @@ void TestToolRunLogic::table_neverLandsInsideALineOfErrors() {
     run->setOutputView(&console);
     run->setLogicOperation();
     QCOMPARE(run->launch(), 0);
-    const QByteArray results = ToolBench::contentsOf(bench.path("temp_logtest.bin"));
+    const QByteArray results = readWholeFile(bench.path("temp_logtest.bin"));
     QVERIFY2(results.startsWith("Serial code: ABCD\n"), results);
     QVERIFY2(results.contains("\n      1  2  \n0000: 0  H  \n"), results);
     QVERIFY2(results.contains("\nLogic test successful.\n"), results);
@@ -86,14 +88,14 @@ void TestToolRunLogic::table_neverLandsInsideALineOfErrors() {
 void TestToolRunLogic::tooManyErrors_doNotWaitForEver() {
     ToolBench bench;
     QCOMPARE(runLogicTest(bench, "logic-flood"), 0);
-    QCOMPARE(ToolBench::contentsOf(bench.path("temp_logtest.bin")),
+    QCOMPARE(readWholeFile(bench.path("temp_logtest.bin")),
              "0000: 0  H" + QByteArray(48 * 1024, 'e') + "and more  H  \nverdict\n");
 }
 
 void TestToolRunLogic::errorsThatWait_neverStallTheTool() {
     ToolBench bench;
     QCOMPARE(runLogicTest(bench, "logic-small-pipe"), 0);
-    QCOMPARE(ToolBench::contentsOf(bench.path("temp_logtest.bin")),
+    QCOMPARE(readWholeFile(bench.path("temp_logtest.bin")),
              "0000: 0  H  \n" + QByteArray(6000, 'e') + '\n');
 }
 
@@ -108,7 +110,7 @@ void TestToolRunLogic::errorsThatWait_areTakenWhenTheTableBreaksOff() {
     connect(&clock, &QTimer::timeout, run.get(), [&] {
         shown = run->collectedOutput() == QStringLiteral("0000: 0  Hfirst\n");
         if (shown || patience.hasExpired())
-            ToolBench::createFile(bench.path("go-on"));
+            writeWholeFile(bench.path("go-on"), {});
     });
     clock.start(1);
     QCOMPARE(run->launch(), 0);
@@ -125,7 +127,7 @@ void TestToolRunLogic::errorsThatWait_areTakenAtTheToolsEnd() {
     const QString atExit = QStringLiteral("0000: 0  Hverdict\nminipro has exited with status 0");
     QCOMPARE(bench.console.text(), atExit);
     // The row will never end now, so nothing waits for it.
-    ToolBench::createFile(bench.path("go-on"));
+    writeWholeFile(bench.path("go-on"), {});
     QTRY_COMPARE(bench.console.text(), atExit + QLatin1String("late words"));
 }
 
@@ -144,7 +146,7 @@ void TestToolRunLogic::errorsThatWait_areTakenWhenTheListeningEnds() {
         QString text;
         for (int read = 1; read <= 51; ++read)
             run->appendDataFrom_to(&ended, text);
-        ToolBench::createFile(bench.path("go-on"));
+        writeWholeFile(bench.path("go-on"), {});
     });
     clock.start(1);
     QCOMPARE(run->launch(), 0);
@@ -154,7 +156,7 @@ void TestToolRunLogic::errorsThatWait_areTakenWhenTheListeningEnds() {
 void TestToolRunLogic::results_areTheRawBytesOfBothStreams() {
     ToolBench bench;
     runLogicTest(bench, "logic-both-streams");
-    QCOMPARE(ToolBench::contentsOf(bench.path("temp_logtest.bin")),
+    QCOMPARE(readWholeFile(bench.path("temp_logtest.bin")),
              QByteArray("0000: caf\xc3\xa9 \xff\nverdict\n"));
     QCOMPARE(bench.linesOfOutput(),
              QStringList({QStringLiteral("0000: caf"), QStringLiteral("\u00e9 \ufffd\n"),
@@ -164,10 +166,10 @@ void TestToolRunLogic::results_areTheRawBytesOfBothStreams() {
 void TestToolRunLogic::results_ofTheRunBeforeAreRemoved() {
     ToolBench bench;
     const QString path = bench.path("temp_logtest.bin");
-    ToolBench::createFile(path, "old results\n");
+    writeWholeFile(path, "old results\n");
     runLogicTest(bench, "fail");
     QCOMPARE(bench.log.lines.first(), QLatin1String("removed file at path: ") + path);
-    QCOMPARE(ToolBench::contentsOf(path), QByteArray("No programmer found.\n"));
+    QCOMPARE(readWholeFile(path), QByteArray("No programmer found.\n"));
 }
 
 void TestToolRunLogic::results_withoutAFileBeforeNothingIsLogged() {
@@ -227,9 +229,9 @@ void TestToolRunLogic::otherOperations_leaveTheFileAlone() {
         run->launch();
         QVERIFY(!QFile::exists(bench.path("temp_logtest.bin")));
     }
-    ToolBench::createFile(bench.path("temp_logtest.bin"), "kept");
+    writeWholeFile(bench.path("temp_logtest.bin"), "kept");
     bench.newRun()->launch();
-    QCOMPARE(ToolBench::contentsOf(bench.path("temp_logtest.bin")), QByteArray("kept"));
+    QCOMPARE(readWholeFile(bench.path("temp_logtest.bin")), QByteArray("kept"));
 }
 
 QTEST_GUILESS_MAIN(TestToolRunLogic)

@@ -3,6 +3,7 @@
 
 #include "Processes.h"
 #include "ToolBench.h"
+#include "support/FileHelpers.h"
 
 #include <QDeadlineTimer>
 #include <QSignalSpy>
@@ -324,7 +325,7 @@ void TestToolRunOutput::emptyReads_leaveTheToolItsPipes() {
         QString text;
         for (int read = 1; read <= 51; ++read)
             run->appendDataFrom_to(&handle, text);
-        ToolBench::createFile(bench.path("go-on"));
+        writeWholeFile(bench.path("go-on"), {});
     });
     // A tool that prints into a closed pipe would be ended by that.
     QCOMPARE(run->launch(), 0);
@@ -340,7 +341,7 @@ void TestToolRunOutput::emptyReads_areRareWhileTheChildLivesOn() {
     bool listenedToTheLast = false;
     QTimer::singleShot(300, &bench.queue, [&] {
         listenedToTheLast = run->isListening();
-        ToolBench::createFile(bench.path("go-on"));
+        writeWholeFile(bench.path("go-on"), {});
     });
     QCOMPARE(run->launch(), 3);
     QVERIFY(listenedToTheLast);
@@ -370,7 +371,7 @@ void TestToolRunOutput::grandchild_holdsNothingAndItsLateWordsFollow() {
     for (int turn = 0; turn < 1000; ++turn)
         QCoreApplication::processEvents();
     QVERIFY(run->isListening());
-    ToolBench::createFile(bench.path("go-on"));
+    writeWholeFile(bench.path("go-on"), {});
     QTRY_COMPARE(bench.console.text(), atExit + QLatin1String("late words"));
     QTRY_VERIFY(!run->isListening());
 }
@@ -417,7 +418,7 @@ void TestToolRunOutput::eventLoops_surviveARunAndARunSurvivesTheirEnd() {
     bench.useDouble("close-output-early");
     QTimer::singleShot(0, &bench.queue, [&] {
         QCoreApplication::exit();
-        QTimer::singleShot(50, &bench.queue, [&] { ToolBench::createFile(bench.path("go-on")); });
+        QTimer::singleShot(50, &bench.queue, [&] { writeWholeFile(bench.path("go-on"), {}); });
     });
     QCOMPARE(bench.newRun()->launch(), 3);
 }

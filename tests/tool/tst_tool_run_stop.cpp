@@ -3,6 +3,7 @@
 
 #include "Processes.h"
 #include "ToolBench.h"
+#include "support/FileHelpers.h"
 
 #include <QElapsedTimer>
 #include <QRegularExpression>
@@ -134,7 +135,7 @@ void TestToolRunStop::stop_leavesAloneWhatIsSilentAfterTheRun() {
     QCOMPARE(run->launch(), 0);
     QVERIFY(!run->stillPrinting());
     run->stop();
-    ToolBench::createFile(bench.path("go-on"));
+    writeWholeFile(bench.path("go-on"), {});
     QTRY_COMPARE(run->collectedOutput(), QStringLiteral("parent donelate words"));
 }
 
@@ -151,7 +152,7 @@ void TestToolRunStop::stop_leavesAloneAnAgentThatHoldsTheStreams() {
     run->stop();
     QTRY_VERIFY(isGone(flood));
     QVERIFY(!isGone(agent));
-    ToolBench::createFile(bench.path("go-on"));
+    writeWholeFile(bench.path("go-on"), {});
     QTRY_VERIFY(QFile::exists(bench.path("all-said")));
 }
 
@@ -162,7 +163,7 @@ void TestToolRunStop::stillPrinting_isFromTheFirstLateWordToTheEnd() {
     QSignalSpy changes(run.get(), &ScriptedMiniPro::stillPrintingChanged);
     run->launch();
     QCOMPARE(changes.count(), 0);
-    ToolBench::createFile(bench.path("go-on"));
+    writeWholeFile(bench.path("go-on"), {});
     QTRY_COMPARE(changes.count(), 2);
     QCOMPARE(changes[0].first().toBool(), true);
     QCOMPARE(changes[1].first().toBool(), false);

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "support/FileHelpers.h"
 #include "support/Screen.h"
 #include "widgets/TerminalText.h"
 
-#include <QFile>
 #include <QTest>
 
 class TestTerminalText : public QObject {
@@ -85,10 +85,10 @@ QStringList fourTimes(const QString &text) {
 }
 
 QString fileText(const QString &name) {
-    QFile file(QStringLiteral(TEST_DATA "/") + name);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("no %s", qPrintable(file.fileName()));
-    return QString::fromUtf8(file.readAll());
+    const QByteArray text = readWholeFile(QStringLiteral(TEST_DATA "/") + name);
+    if (text.isEmpty())
+        qFatal("no %s", qPrintable(name));
+    return QString::fromUtf8(text);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "window/WindowFixture.h"
 
 #include "settings/SettingsKeys.h"
+#include "support/FileHelpers.h"
 
 #include <QDir>
 #include <QFile>
@@ -54,15 +55,13 @@ void WindowFixture::end() {
 QString WindowFixture::write(const QString &name, const QByteArray &bytes) const {
     const QString target = QDir(folder_.path()).absoluteFilePath(name);
     QDir().mkpath(QFileInfo(target).path());
-    QFile file(target);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+    if (!writeWholeFile(target, bytes))
         qFatal("cannot write %s", qPrintable(target));
     return target;
 }
 
 QByteArray WindowFixture::bytesOf(const QString &path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return readWholeFile(path);
 }
 
 void WindowFixture::useTool(const QByteArray &script) {
