@@ -14,9 +14,7 @@ bool ActionGate::refuses() const {
     if (!isClosed())
         return false;
     messages_.say(Topic::Busy,
-                  work_.now() == Work::Searching
-                      ? tr("A search is running: stop it or wait for its end.")
-                      : tr("The programmer tool is running: stop it or wait for its end."));
+                  tr("%1: stop it or wait for its end.").arg(whatIsRunning(work_.now())));
     return true;
 }
 

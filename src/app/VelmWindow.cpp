@@ -83,11 +83,8 @@ bool VelmWindow::mayClose() {
                                                                   : SecondPress::Presser::Hand);
     }
     endRefused_ = true;
-    messages_.say(
-        Topic::Busy,
-        work_.now() == Work::Searching
-            ? tr("A search is running, so the window stays open. Stop it first.")
-            : tr("The programmer tool is running, so the window stays open. Stop it first."));
+    messages_.say(Topic::Busy, tr("%1, so the window stays open. Stop it first.")
+                                   .arg(whatIsRunning(work_.now())));
     return false;
 }
 
