@@ -5,9 +5,9 @@
 
 #include "base/FileDescriptor.h"
 #include "files/HugePages.h"
+#include "files/SystemName.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -35,7 +35,7 @@ Result<void> accepted(const struct stat &status, qint64 limit) {
     if (S_ISDIR(status.st_mode))
         return Failure::ofSystem(EISDIR);
     if (!S_ISREG(status.st_mode))
-        return Failure{QCoreApplication::translate("FileLoading", "Not a regular file")};
+        return notRegularFile();
     if (status.st_size > limit)
         return Failure::ofSystem(EFBIG);
     return {};
@@ -72,17 +72,17 @@ Result<ByteBuffer> readAll(int file, qint64 size) {
 }
 
 Result<OpenedFile> openRegularFile(const QString &path, qint64 limit) {
-    const QByteArray name = QFile::encodeName(path);
-    if (name.contains('\0'))
-        return Failure::ofSystem(ENOENT);
+    const Result<QByteArray> name = systemName(path);
+    if (const Failure *failure = name.failure())
+        return *failure;
     // Asked before opening, because opening alone lets a FIFO's writer go on or rewinds a tape,
     // and again after it, because the file may have been exchanged meanwhile.
     struct stat status = {};
-    if (::stat(name.constData(), &status) != 0)
+    if (::stat(name->constData(), &status) != 0)
         return Failure::ofSystem(errno);
     if (const auto fit = accepted(status, limit); !fit)
         return *fit.failure();
-    FileDescriptor file(::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    FileDescriptor file(::open(name->constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     if (!file.isOpen() || ::fstat(file.get(), &status) != 0)
         return Failure::ofSystem(errno);
     if (const auto fit = accepted(status, limit); !fit)

@@ -3,9 +3,10 @@
 
 #include "files/FileLock.h"
 
+#include "files/SystemName.h"
+
 #include <QCoreApplication>
 #include <QDeadlineTimer>
-#include <QFile>
 
 #include <algorithm>
 #include <cerrno>
@@ -17,7 +18,7 @@
 
 namespace {
 
-constexpr std::chrono::milliseconds nap(2);
+constexpr std::chrono::nanoseconds nap = std::chrono::milliseconds(2);
 
 Result<FileDescriptor> openToReplace(const QByteArray &name) {
     struct stat facts = {};
@@ -26,7 +27,7 @@ Result<FileDescriptor> openToReplace(const QByteArray &name) {
     if (!exists && errno != ENOENT)
         return Failure::ofSystem(errno);
     if (exists && !S_ISREG(facts.st_mode))
-        return Failure{QCoreApplication::translate("FileLock", "Not a regular file")};
+        return notRegularFile();
     constexpr mode_t newFile = 0666;
     const int flags = O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | (exists ? 0 : O_CREAT);
     FileDescriptor file(::open(name.constData(), flags, newFile));
@@ -54,19 +55,19 @@ bool isLocked(const QByteArray &name, const FileDescriptor &file) {
 FileLock::FileLock(FileDescriptor file) : file_(std::move(file)) {}
 
 Result<FileLock> FileLock::take(const QString &path, std::chrono::milliseconds patience) {
-    const QByteArray name = QFile::encodeName(path);
-    if (name.contains('\0'))
-        return Failure::ofSystem(ENOENT);
+    const Result<QByteArray> name = systemName(path);
+    if (const Failure *failure = name.failure())
+        return *failure;
     for (const QDeadlineTimer deadline(patience);;) {
-        Result<FileDescriptor> file = openToReplace(name);
+        Result<FileDescriptor> file = openToReplace(*name);
         if (const Failure *failure = file.failure())
             return *failure;
-        if (isLocked(name, *file))
+        if (isLocked(*name, *file))
             return FileLock(*std::move(file));
         if (deadline.hasExpired())
             return Failure{
                 QCoreApplication::translate("FileLock", "Another program is changing it")};
-        const std::chrono::milliseconds left(std::max(qint64(0), deadline.remainingTime()));
-        std::this_thread::sleep_for(std::min(nap, left));
+        const std::chrono::nanoseconds left = deadline.remainingTimeAsDuration();
+        std::this_thread::sleep_for(std::clamp(left, std::chrono::nanoseconds(0), nap));
     }
 }

@@ -3,7 +3,8 @@
 
 #include "files/FileSaving.h"
 
-#include <QCoreApplication>
+#include "files/SystemName.h"
+
 #include <QFileInfo>
 #include <QTemporaryFile>
 
@@ -76,8 +77,10 @@ Result<void> saveWholeFile(const QString &path, const QByteArray &bytes, Durabil
     // The new file takes the place of whatever has the name, a device node included.
     const QFileInfo target(path);
     if (target.exists() && !target.isFile())
-        return Failure{QCoreApplication::translate("FileSaving", "Not a regular file")};
-    if (target.fileName().isEmpty() || path.contains(QChar::Null))
+        return notRegularFile();
+    if (const auto name = systemName(path); !name)
+        return *name.failure();
+    if (target.fileName().isEmpty())
         return Failure::ofSystem(ENOENT);
     return replaceFile(behindLinks(target), bytes, durability);
 }

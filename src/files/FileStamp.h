@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <optional>
 
 /// By what a file that was looked at before is known again, without reading it: which file it is,
@@ -14,7 +15,7 @@ struct FileStamp {
     quint64 device = 0;
     quint64 inode = 0;
     qint64 size = 0;
-    qint64 written = 0; ///< nanoseconds since 1970
+    std::chrono::nanoseconds written{}; ///< since 1970
 
     /// The stamp of the file that \a path leads to; nothing if there is none.
     static std::optional<FileStamp> of(const QString &path);

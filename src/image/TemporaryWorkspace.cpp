@@ -6,6 +6,7 @@
 #include "base/Log.h"
 #include "files/FileLoading.h"
 #include "files/FileSaving.h"
+#include "files/SystemName.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
@@ -24,17 +25,17 @@ namespace {
 
 // Deletes the file or link at path.
 Result<void> removeFile(const QString &path) {
-    const QByteArray name = QFile::encodeName(path);
-    if (name.contains('\0'))
-        return Failure::ofSystem(ENOENT);
+    const Result<QByteArray> name = systemName(path);
+    if (const Failure *failure = name.failure())
+        return *failure;
     struct stat status = {};
-    if (::lstat(name.constData(), &status) != 0)
+    if (::lstat(name->constData(), &status) != 0)
         return Failure::ofSystem(errno);
     if (S_ISDIR(status.st_mode))
         return Failure::ofSystem(EISDIR);
     if (!S_ISREG(status.st_mode) && !S_ISLNK(status.st_mode))
-        return Failure{QCoreApplication::translate("TemporaryWorkspace", "Not a regular file")};
-    if (::unlink(name.constData()) != 0)
+        return notRegularFile();
+    if (::unlink(name->constData()) != 0)
         return Failure::ofSystem(errno);
     return {};
 }
