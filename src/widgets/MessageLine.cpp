@@ -12,6 +12,7 @@
 #include <QTextBlock>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <utility>
 
@@ -19,6 +20,9 @@ namespace {
 
 /// Room before each button, in pixels.
 constexpr int buttonGap = 6;
+
+/// Long enough for the redisplay that follows a deed, too short to be waited for.
+constexpr std::chrono::milliseconds announcementDelay{50};
 
 /// A plain text editor takes a line that ends just where its viewport does for cut off.
 constexpr int spareHeight = 1;
@@ -77,6 +81,9 @@ MessageLine::MessageLine(QWidget *parent) : QPlainTextEdit(parent) {
     viewport()->setAutoFillBackground(false);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    announcement_.setSingleShot(true);
+    announcement_.setInterval(announcementDelay);
+    connect(&announcement_, &QTimer::timeout, this, &MessageLine::announce);
     makeButton();
 }
 
@@ -112,8 +119,16 @@ void MessageLine::setNotice(int topic, Severity severity, const QString &sentenc
         return;
     }
     showNotices();
+    announcement_.start();
+}
+
+// What one deed brings up is said in one piece, or each sentence would cut the one before it short.
+void MessageLine::announce() {
+    if (notices_.empty())
+        return;
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
+    emit announced(text());
 }
 
 void MessageLine::setPassingNotice(int topic, Severity severity, const QString &sentence) {

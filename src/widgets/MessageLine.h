@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QPlainTextEdit>
+#include <QTimer>
 
 #include <functional>
 #include <optional>
@@ -18,6 +19,7 @@ class QPushButton;
 /// It is a read-only text itself, so that its accessible object, named "Message", is the text:
 /// selectable, reachable by keyboard (Tab leaves it), and never shorter than one line, so that
 /// the window does not jump when a notice comes. The severity is a word as well as a colour.
+/// Assistive technology hears of the notices of one moment once, the newest first.
 class MessageLine final : public QPlainTextEdit {
     Q_OBJECT
 
@@ -59,6 +61,10 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
+signals:
+    /// Assistive technology is told of what has come up; \a text is all that stands there.
+    void announced(const QString &text);
+
 protected:
     void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -80,6 +86,7 @@ private:
     QPushButton *buttonFor(const Notice &notice);
     const Notice *noticeOf(const QPushButton *button) const;
     void showNotices();
+    void announce();
     void showButtons();
     void placeButtons();
     void runAction(const QPushButton *button) const;
@@ -89,5 +96,6 @@ private:
     std::vector<Notice> notices_;  // newest first
     std::optional<int> passing_;   // topic of the passing notice
     QList<QPushButton *> buttons_; // at least one; what no notice has is hidden
+    QTimer announcement_;
     int height_ = 0;
 };

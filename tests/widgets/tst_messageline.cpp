@@ -10,12 +10,14 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTextBlock>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 using Severity = MessageLine::Severity;
+using Texts = QList<QList<QVariant>>;
 
 class TestMessageLine : public QObject {
     Q_OBJECT
@@ -38,6 +40,8 @@ private slots:
     void passingNotice_goesWhenAnotherComes();
     void passingNotice_thatIsSaidForGoodStays();
     void repeatedNotice_keepsTheSelection();
+    void notices_ofOneMomentAreAnnouncedOnce();
+    void noticeThatHasGone_isNotAnnounced();
 };
 
 namespace {
@@ -346,6 +350,31 @@ void TestMessageLine::repeatedNotice_keepsTheSelection() {
     line.setNotice('a', Severity::Information, u"same"_s, {u"One"_s, [] {}});
     QCOMPARE(line.textCursor().selectedText(), u"same"_s);
     QVERIFY(shownButton(line));
+}
+
+void TestMessageLine::notices_ofOneMomentAreAnnouncedOnce() {
+    MessageLine line;
+    const QSignalSpy announced(&line, &MessageLine::announced);
+    line.setNotice('a', Severity::Information, u"remark"_s);
+    line.setNotice('b', Severity::Success, u"verdict"_s);
+    QCOMPARE(announced.size(), 0);
+    QTRY_COMPARE(announced, Texts({{u"Done: verdict\nremark"_s}}));
+    line.setNotice('b', Severity::Success, u"verdict"_s);
+    line.setNotice('c', Severity::Warning, u"later"_s);
+    QTRY_COMPARE(announced.size(), 2);
+    QCOMPARE(announced.last(), Texts::value_type({u"Warning: later\nDone: verdict\nremark"_s}));
+}
+
+void TestMessageLine::noticeThatHasGone_isNotAnnounced() {
+    MessageLine line;
+    const QSignalSpy announced(&line, &MessageLine::announced);
+    line.setNotice('a', Severity::Information, u"for a moment"_s);
+    line.clearNotice('a');
+    MessageLine other;
+    QSignalSpy later(&other, &MessageLine::announced);
+    other.setNotice('a', Severity::Information, u"later"_s);
+    QVERIFY(later.wait());
+    QCOMPARE(announced.size(), 0);
 }
 
 QTEST_MAIN(TestMessageLine)

@@ -5,6 +5,7 @@
 
 #include <QComboBox>
 #include <QPushButton>
+#include <QSignalSpy>
 
 /// A verdict, a heading and a remark speak of what they judged, and of nothing else.
 class TestWindowVerdict : public QObject {
@@ -17,6 +18,7 @@ private slots:
     void verdict_comesBackWithItsImage_data();
     void verdict_comesBackWithItsImage();
     void verdictOnARead_outlivesOtherImages();
+    void verdictOnARead_isAnnouncedOnce();
     void imageOfAnotherSize_isNoPlainSuccess_data();
     void imageOfAnotherSize_isNoPlainSuccess();
     void foreignFile_isWhatTheVerdictSpeaksOf();
@@ -142,6 +144,26 @@ void TestWindowVerdict::verdictOnARead_outlivesOtherImages() {
     velm.controls().uaTextField->setText(QStringLiteral("27C64"));
     verifyDoesNotSay(velm, QStringLiteral("succeeded"));
     verifySays(velm, QStringLiteral("; another device has been chosen since."));
+}
+
+void TestWindowVerdict::verdictOnARead_isAnnouncedOnce() {
+    WindowFixture velm;
+    velm.settings().setValue(settingsKeys::pad_to, QStringLiteral("64 KiB"));
+    velm.settings().setValue(settingsKeys::pad, true);
+    velm.start();
+    velm.controls().btn_combine_read_data->setChecked(true);
+    velm.settle();
+    MessageLine *line = velm.controls().messageLine;
+    const QSignalSpy announced(line, &MessageLine::announced);
+    velm.click(velm.controls().btn_read);
+    velm.settle();
+    QTRY_COMPARE(announced.size(), 1);
+    // Whatever else the Read had to say would be heard before this.
+    line->setNotice(-1, MessageLine::Severity::Information, QStringLiteral("afterwards"));
+    QTRY_VERIFY(announced.last().first().toString().startsWith(QStringLiteral("afterwards")));
+    QCOMPARE(announced.size(), 2);
+    const QString text = announced.first().first().toString();
+    QVERIFY2(text.startsWith(QStringLiteral("Done: Read succeeded.")), qPrintable(text));
 }
 
 void TestWindowVerdict::imageOfAnotherSize_isNoPlainSuccess_data() {
