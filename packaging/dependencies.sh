@@ -121,6 +121,9 @@ configure_build() {
     local launcher=''
     if command -v ccache >/dev/null && [ -w "${CCACHE_DIR:-$HOME}" ]; then
         launcher=ccache
+        # Else it keeps nothing that was compiled with a precompiled header.
+        CCACHE_SLOPPINESS=$(ccache --get-config sloppiness),pch_defines,time_macros
+        export CCACHE_SLOPPINESS
     fi
     # Named even when empty: a build folder remembers the ccache of an earlier day.
     (cd -- "$1" && cmake --preset "$2" -B "$3" -DCMAKE_CXX_COMPILER_LAUNCHER="$launcher")
