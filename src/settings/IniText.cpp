@@ -169,6 +169,12 @@ QByteArray withValue(const QByteArray &content, const QString &key, const QByteA
     return QByteArray(content).replace(position, older->value.size(), spelling);
 }
 
+/// A list whose last entry is empty is spelled with a blank at its end, which readers leave out:
+/// each further change would leave one more in the line.
+QByteArray spelled(const QVariant &value) {
+    return iniValue::encoded(value).trimmed();
+}
+
 } // namespace
 
 namespace iniText {
@@ -187,7 +193,7 @@ std::optional<QVariantMap> values(const QByteArray &content) {
 QByteArray changed(const QByteArray &content, const QVariantMap &changes) {
     QByteArray text = content;
     for (auto change = changes.begin(); change != changes.end(); ++change)
-        text = withValue(text, change.key(), iniValue::encoded(change.value()));
+        text = withValue(text, change.key(), spelled(change.value()));
     return text;
 }
 

@@ -18,6 +18,7 @@ private slots:
     void oneChange_data();
     void oneChange();
     void severalChanges();
+    void sameChangeAgain_changesNothing();
     void anyChange_keepsTheOtherLines();
 };
 
@@ -147,11 +148,20 @@ void TestIniText::severalChanges() {
                                  {QStringLiteral("x/y"), QByteArray("4")},
                                  {QStringLiteral("a"), QStringList({QStringLiteral("1"), {}})}};
     QCOMPARE(iniText::changed("[General]\nb=2\nc=0\n", changes),
-             QByteArray("[General]\na=1, \nb=2\nc=3\n\n[x]\ny=@ByteArray(4)\n"));
+             QByteArray("[General]\na=1,\nb=2\nc=3\n\n[x]\ny=@ByteArray(4)\n"));
     QCOMPARE(iniText::changed("any\nthing", {}), QByteArray("any\nthing"));
 }
 
 // Of what a person may have written, whatever it is, one change changes one thing.
+void TestIniText::sameChangeAgain_changesNothing() {
+    const QVariantMap change = {{QStringLiteral("b"), QStringList{QStringLiteral("1"), QString()}}};
+    for (const char *content : {"", "b=2\n", "b=2 ; why\n"}) {
+        const QByteArray once = iniText::changed(content, change);
+        QCOMPARE(*iniText::values(once), change);
+        QCOMPARE(iniText::changed(once, change), once);
+    }
+}
+
 void TestIniText::anyChange_keepsTheOtherLines() {
     const QByteArrayList lines = {
         "a=1",     "b = \"x, y\" ; c", "[General]", "[More]", "; pad=2", "",
