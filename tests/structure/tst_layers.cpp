@@ -30,7 +30,7 @@ Q_DECLARE_METATYPE(Rule)
 
 void TestLayers::initTestCase() {
     static const QString entries = QStringLiteral(
-        "src simulator tests demo bench packaging docs cmake .ci CMakeLists.txt run test");
+        "src simulator tests demo bench fuzz packaging docs cmake .ci CMakeLists.txt run test");
     sources = readSourceTree(QStringLiteral(VELM_SOURCE_DIR), entries.split(u' '));
     QVERIFY(sources.contains(QStringLiteral("src/base/Log.h")));
     QVERIFY(sources.contains(QStringLiteral("simulator/CMakeLists.txt")));

@@ -1,0 +1,9 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "tool/ToolReport.h"
+
+/// Everything that \a report says, to compare two of them.
+QString textOf(const ToolReport &report);
