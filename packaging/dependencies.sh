@@ -27,6 +27,9 @@ check_packages=(
     clang-format-14 clang-tidy-14 shellcheck desktop-file-utils appstream
     man-db dpkg-dev fakeroot file
 )
+# The compiler and the libraries that make fuzzers.
+# shellcheck disable=SC2034
+fuzz_packages=(clang-14 libclang-rt-14-dev)
 
 say() {
     printf '%s\n' "$*"
