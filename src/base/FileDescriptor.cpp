@@ -3,9 +3,21 @@
 
 #include "base/FileDescriptor.h"
 
+#include <cerrno>
 #include <unistd.h>
 
 void FileDescriptor::close() {
     if (isOpen())
         ::close(std::exchange(value_, -1));
+}
+
+void writeAll(int descriptor, QByteArrayView bytes) {
+    while (!bytes.isEmpty()) {
+        const ssize_t written =
+            ::write(descriptor, bytes.data(), static_cast<size_t>(bytes.size()));
+        if (written < 0 && errno != EINTR)
+            return;
+        if (written > 0)
+            bytes = bytes.sliced(written);
+    }
 }

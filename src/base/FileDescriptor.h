@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <QByteArrayView>
+
 #include <utility>
 
 /// Owns one file descriptor and closes it; -1 is none.
@@ -29,3 +31,7 @@ public:
 private:
     int value_ = -1;
 };
+
+/// Writes \a bytes to \a descriptor, in one piece where the system takes them so. What is written
+/// may end before they do, if that fails; errno then says why.
+void writeAll(int descriptor, QByteArrayView bytes);

@@ -9,10 +9,8 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -30,17 +28,6 @@ bool isRegularFile(const FileDescriptor &file) {
     return ::fstat(file.get(), &facts) == 0 && S_ISREG(facts.st_mode);
 }
 
-void writeAll(const FileDescriptor &file, QByteArrayView bytes) {
-    while (!bytes.isEmpty()) {
-        const ssize_t written =
-            ::write(file.get(), bytes.data(), static_cast<size_t>(bytes.size()));
-        if (written < 0 && errno != EINTR)
-            return;
-        if (written > 0)
-            bytes = bytes.sliced(written);
-    }
-}
-
 } // namespace
 
 void appendToResultsFile(const QString &path, QByteArrayView bytes, Log &log) {
@@ -51,7 +38,7 @@ void appendToResultsFile(const QString &path, QByteArrayView bytes, Log &log) {
         return;
     }
     if (isRegularFile(file))
-        writeAll(file, bytes);
+        writeAll(file.get(), bytes);
 }
 
 void removeResultsFile(const QString &path, Log &log) {
