@@ -3,6 +3,8 @@
 
 #include "settings/IniValue.h"
 
+#include "base/Digits.h"
+
 #include <QStringDecoder>
 #include <QStringList>
 
@@ -10,7 +12,6 @@
 
 namespace {
 
-constexpr int hexadecimal = 16;
 constexpr int octal = 8;
 constexpr char16_t firstPrintable = 0x20;
 constexpr char16_t deleteCharacter = 0x7f;
@@ -18,16 +19,6 @@ constexpr char16_t byteOrderMark = 0xfeff;
 
 const QString byteArrayCall = QStringLiteral("@ByteArray(");
 const QString stringCall = QStringLiteral("@String(");
-
-/// The value of the digit \a c; -1 if it is none in \a base.
-int digitOf(QChar c, int base) {
-    const char16_t unit = c.unicode();
-    const int digit = unit >= u'0' && unit <= u'9'   ? unit - u'0'
-                      : unit >= u'a' && unit <= u'f' ? unit - u'a' + 10
-                      : unit >= u'A' && unit <= u'F' ? unit - u'A' + 10
-                                                     : base;
-    return digit < base ? digit : -1;
-}
 
 bool isBlank(QChar c) {
     return c == u' ' || c == u'\t';
@@ -94,19 +85,23 @@ private:
         take();
         if (rest_.isEmpty())
             return;
-        if (digitOf(QLatin1Char(rest_.front()), octal) >= 0)
+        if (beginsWithDigit(octal))
             return readNumber(octal);
         const char c = take();
-        if (c == 'x' && !rest_.isEmpty() && digitOf(QLatin1Char(rest_.front()), hexadecimal) >= 0)
+        if (c == 'x' && beginsWithDigit(hexadecimal))
             return readNumber(hexadecimal);
         if (const qsizetype code = names.indexOf(c); code >= 0)
             part_ += QLatin1Char(characters.at(code));
     }
 
+    bool beginsWithDigit(int base) const {
+        return !rest_.isEmpty() && digitValue(QLatin1Char(rest_.front()), base);
+    }
+
     void readNumber(int base) {
         char16_t unit = 0;
-        while (!rest_.isEmpty() && digitOf(QLatin1Char(rest_.front()), base) >= 0)
-            unit = static_cast<char16_t>(unit * base + digitOf(QLatin1Char(take()), base));
+        while (beginsWithDigit(base))
+            unit = static_cast<char16_t>(unit * base + *digitValue(QLatin1Char(take()), base));
         part_ += QChar(unit);
     }
 
@@ -190,7 +185,7 @@ QString escaped(const QString &text) {
         const QString escape = shortEscape(c);
         const bool needsNumber =
             escape.isEmpty() && (isControl(c) || isHalfOfAPair(text, i) ||
-                                 (digitWouldJoin && digitOf(c, hexadecimal) >= 0));
+                                 (digitWouldJoin && digitValue(c, hexadecimal)));
         if (needsNumber)
             line += QStringLiteral("\\x") + QString::number(c.unicode(), hexadecimal);
         else

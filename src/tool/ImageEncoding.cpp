@@ -3,6 +3,8 @@
 
 #include "tool/ImageEncoding.h"
 
+#include "base/Digits.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -14,8 +16,7 @@ bool endsLine(char character) {
 }
 
 bool isHexDigit(char character) {
-    return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'F') ||
-           (character >= 'a' && character <= 'f');
+    return digitValue(QLatin1Char(character), hexadecimal).has_value();
 }
 
 } // namespace

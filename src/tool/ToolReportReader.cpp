@@ -3,6 +3,7 @@
 
 #include "tool/ToolReportReader.h"
 
+#include "base/Digits.h"
 #include "tool/ToolSentences.h"
 
 #include <algorithm>
@@ -32,7 +33,7 @@ bool isVector(QStringView line) {
     constexpr qsizetype digits = 4;
     return line.size() > digits + 1 && line.sliced(digits).startsWith(u": ") &&
            std::all_of(line.begin(), line.begin() + digits,
-                       [](QChar character) { return character >= u'0' && character <= u'9'; });
+                       [](QChar character) { return digitValue(character, decimal); });
 }
 
 bool isStep(QStringView line) {
