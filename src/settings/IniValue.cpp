@@ -24,12 +24,12 @@ bool isBlank(QChar c) {
     return c == u' ' || c == u'\t';
 }
 
-/// Takes apart what is spelled: at bare commas, without quotes, with escapes resolved.
+// Takes apart what is spelled: at bare commas, without quotes, with escapes resolved.
 class PartReader {
 public:
     explicit PartReader(QByteArrayView characters) : rest_(characters) {}
 
-    /// One part more than there are bare commas.
+    // One part more than there are bare commas.
     QStringList parts() {
         skipBlanks();
         while (!rest_.isEmpty())
@@ -134,7 +134,7 @@ bool isObject(const QString &part) {
                        [&](const QString &object) { return part.startsWith(object); });
 }
 
-/// What one part stands for: a leading at sign makes it a call, two make it a text.
+// What one part stands for: a leading at sign makes it a call, two make it a text.
 QVariant meaningOf(const QString &part) {
     if (part.startsWith(QStringLiteral("@@")))
         return part.sliced(1);
@@ -159,7 +159,7 @@ bool isHalfOfAPair(QStringView text, qsizetype at) {
     return c.isLowSurrogate() && (at == 0 || !text.at(at - 1).isHighSurrogate());
 }
 
-/// The escape for the one character; empty if it needs none.
+// The escape for the one character; empty if it needs none.
 QString shortEscape(QChar c) {
     switch (c.unicode()) {
     case u'\\':

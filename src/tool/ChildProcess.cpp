@@ -17,7 +17,7 @@
 
 namespace {
 
-/// How long a group may take to end by itself before it is killed.
+// How long a group may take to end by itself before it is killed.
 constexpr auto graceBeforeKill = std::chrono::seconds(2);
 constexpr auto pollInterval = std::chrono::milliseconds(10);
 

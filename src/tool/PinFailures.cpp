@@ -13,14 +13,14 @@
 
 namespace {
 
-/// The fields of a line that the grid has room for, its number aside.
+// The fields of a line that the grid has room for, its number aside.
 constexpr qsizetype pinsInGrid = 17;
 
 class PinWords {
     Q_DECLARE_TR_FUNCTIONS(PinFailures)
 
 public:
-    /// "pins 2 and 3 in vectors 0 to 5 and 7"; both lists hold ascending numbers, at least one.
+    // "pins 2 and 3 in vectors 0 to 5 and 7"; both lists hold ascending numbers, at least one.
     static QString failed(const QList<int> &pins, const QList<int> &vectors);
     static QString sentence(const QStringList &list) {
         return tr("Failed: %1.").arg(list.join(tr("; ")));
@@ -34,7 +34,7 @@ private:
     static QString joined(const QList<int> &numbers);
 };
 
-/// The runs of \a numbers as texts. A pair is no run.
+// The runs of numbers as texts. A pair is no run.
 QStringList PinWords::runsOf(const QList<int> &numbers) {
     QStringList texts;
     for (qsizetype first = 0; first < numbers.size();) {
@@ -66,13 +66,13 @@ QString PinWords::failed(const QList<int> &pins, const QList<int> &vectors) {
                                : tr("%1 in vectors %2").arg(pinWords, joined(vectors));
 }
 
-/// A bad field is bright red, and a minus sign follows the expected level.
+// A bad field is bright red, and a minus sign follows the expected level.
 bool isMarkedBad(const QString &field) {
     return field.contains(QLatin1String("[0;91m")) ||
            (field.size() > 1 && field.endsWith(QLatin1Char('-')));
 }
 
-/// The number that \a text begins with or is; \a place if there is none.
+// The number that text begins with or is; place if there is none.
 int numberOf(const QString &text, qsizetype place) {
     const qsizetype colon = text.indexOf(QLatin1Char(':'));
     bool isNumber = false;

@@ -24,16 +24,16 @@
 
 namespace {
 
-/// How many reads may be empty before the listening ends with the next one.
+// How many reads may be empty before the listening ends with the next one.
 constexpr qint32 toleratedEmptyReads = 50;
 
-/// How much of standard error may wait, in bytes, for standard output to reach a line start.
+// How much of standard error may wait, in bytes, for standard output to reach a line start.
 constexpr qsizetype mostWaitingErrors = qsizetype(32) * 1024;
 
-/// How often something that the tool left behind is listened to: often enough to be followed, and
-/// seldom enough to leave the window and the processor alone.
+// How often something that the tool left behind is listened to: often enough to be followed, and
+// seldom enough to leave the window and the processor alone.
 constexpr auto paceAfterTheRun = std::chrono::milliseconds(100);
-/// How long it may take to notice that nobody listens any more.
+// How long it may take to notice that nobody listens any more.
 constexpr auto graceAfterClosing = std::chrono::seconds(2);
 
 constexpr qsizetype largestCollectedOutput =
@@ -49,7 +49,7 @@ QString printed(const std::optional<QString> &value) {
     return value.value_or(QStringLiteral("(null)"));
 }
 
-/// The end of \a text, with memory of its own; half a character at its beginning is left out.
+// The end of text, with memory of its own; half a character at its beginning is left out.
 QString tailOf(const QString &text) {
     QString tail = text.right(ScriptedMiniPro::largestSaidTail);
     if (tail.size() < text.size() && tail.front().isLowSurrogate())

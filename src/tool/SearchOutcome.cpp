@@ -15,14 +15,14 @@ namespace {
 
 using Verdict = RunOutcome::Verdict;
 
-/// \a run with the question that a search asks taken for what it means: there is no programmer.
+// run with the question that a search asks taken for what it means: there is no programmer.
 RunFacts withQuestionAsCause(RunFacts run) {
     if (findsNoProgrammer(run.report))
         run.report.error = toolErrors::NoProgrammer{};
     return run;
 }
 
-/// The words for one search.
+// The words for one search.
 class SearchWording {
     Q_DECLARE_TR_FUNCTIONS(SearchOutcome)
 
