@@ -17,7 +17,7 @@ const QString firstFavourite = QStringLiteral("W27C512@DIP28");
 
 // A menu takes "&" for the mark of a mnemonic.
 QString menuText(QString name) {
-    return name.replace(QLatin1Char('&'), QStringLiteral("&&"));
+    return name.replace(u'&', QStringLiteral("&&"));
 }
 
 } // namespace

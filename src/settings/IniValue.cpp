@@ -136,7 +136,7 @@ bool isObject(const QString &part) {
 
 // What one part stands for: a leading at sign makes it a call, two make it a text.
 QVariant meaningOf(const QString &part) {
-    if (part.startsWith(QStringLiteral("@@")))
+    if (part.startsWith(u"@@"))
         return part.sliced(1);
     if (!part.startsWith(u'@') || !part.endsWith(u')'))
         return part;
@@ -219,7 +219,7 @@ QByteArray encoded(const QVariant &value) {
         return spelledText(value.toString()).toUtf8();
     QStringList entries = value.toStringList();
     std::transform(entries.begin(), entries.end(), entries.begin(), spelledText);
-    return entries.join(QStringLiteral(", ")).toUtf8();
+    return entries.join(u", ").toUtf8();
 }
 
 QVariant decoded(QByteArrayView characters) {

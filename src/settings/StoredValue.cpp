@@ -41,7 +41,7 @@ QVariant encoded(const QVariant &value) {
 
 std::optional<QString> text(const QVariant &stored) {
     if (isList(stored))
-        return list(stored).join(QStringLiteral(", "));
+        return list(stored).join(u", ");
     if (!stored.isValid() || !stored.canConvert<QString>())
         return std::nullopt;
     // A stored empty text is a value and differs from no value, which reads as a null string.

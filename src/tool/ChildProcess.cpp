@@ -22,7 +22,7 @@ constexpr auto graceBeforeKill = std::chrono::seconds(2);
 constexpr auto pollInterval = std::chrono::milliseconds(10);
 
 Failure failureOf(const QString &what, const Failure &failure) {
-    return {what + QLatin1String(": ") + failure.reason, failure.systemError};
+    return {what + QStringLiteral(": ") + failure.reason, failure.systemError};
 }
 
 } // namespace

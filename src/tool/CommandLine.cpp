@@ -14,11 +14,11 @@
 namespace {
 
 QString quoted(const QString &value) {
-    return QLatin1Char('"') + value + QLatin1Char('"');
+    return u'"' + value + u'"';
 }
 
 bool isPlainInShell(QChar character) {
-    static constexpr QLatin1String plainMarks("@._+-/:=");
+    static constexpr QStringView plainMarks(u"@._+-/:=");
     const char16_t unit = character.unicode();
     return (unit >= u'0' && unit <= u'9') || (unit >= u'A' && unit <= u'Z') ||
            (unit >= u'a' && unit <= u'z') || plainMarks.contains(character);
@@ -72,17 +72,17 @@ QString operationCommand(Operation operation, const ToolSettings &settings) {
         words.append(QStringLiteral("-y"));
     if (operation != LogicOperation)
         words << fileSwitches(settings);
-    return words.join(QLatin1Char(' '));
+    return words.join(u' ');
 }
 
 QString catalogueCommand(const QString &tool, const QString &term, const QString &path) {
-    return tool + QLatin1String(" -L ") + shellWord(term) + QLatin1String(" > ") + quoted(path);
+    return tool + QStringLiteral(" -L ") + shellWord(term) + QStringLiteral(" > ") + quoted(path);
 }
 
 QString shellWord(const QString &term) {
     if (!term.isEmpty() && std::all_of(term.begin(), term.end(), isPlainInShell))
         return term;
     QString inner = term;
-    inner.replace(QLatin1Char('\''), QLatin1String("'\\''"));
-    return QLatin1Char('\'') + inner + QLatin1Char('\'');
+    inner.replace(u'\'', QStringLiteral("'\\''"));
+    return u'\'' + inner + u'\'';
 }

@@ -25,7 +25,7 @@ QString quoted(const QString &words) {
 
 QString ended(const QString &sentence) {
     const bool complete = QStringLiteral(".?!").contains(sentence.back());
-    return complete ? sentence : sentence + QLatin1Char('.');
+    return complete ? sentence : sentence + u'.';
 }
 
 // The words for one run or search that failed, or for what went wrong before one was stopped.
@@ -224,7 +224,7 @@ FailureWords FailureWording::operator()(const UnknownDevice &device) const {
     if (device.name.isEmpty())
         return {tr("Enter a device first."), {}};
     return {tr("The programmer tool does not know the device \"%1\".").arg(quoted(device.name)),
-            device.name.endsWith(QLatin1String("(custom)"))
+            device.name.endsWith(u"(custom)")
                 ? tr("Remove \"(custom)\", which is no part of the name.")
                 : tr("Choose a name that Search devices finds.")};
 }
@@ -319,9 +319,9 @@ FailureWords FailureWording::failure() const {
     FailureWords words = std::visit(*this, endOf(facts_));
     const ToolReport &report = facts_.report;
     if (report.ignoredId)
-        words.sentence += QLatin1Char(' ') + remarkOnChipId(report);
+        words.sentence += u' ' + remarkOnChipId(report);
     if (report.adapterMissing && report.error)
-        words.sentence += QLatin1Char(' ') + tr("The tool found no TSOP adapter.");
+        words.sentence += u' ' + tr("The tool found no TSOP adapter.");
     return words;
 }
 

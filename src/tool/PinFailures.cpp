@@ -68,13 +68,12 @@ QString PinWords::failed(const QList<int> &pins, const QList<int> &vectors) {
 
 // A bad field is bright red, and a minus sign follows the expected level.
 bool isMarkedBad(const QString &field) {
-    return field.contains(QLatin1String("[0;91m")) ||
-           (field.size() > 1 && field.endsWith(QLatin1Char('-')));
+    return field.contains(u"[0;91m") || (field.size() > 1 && field.endsWith(u'-'));
 }
 
 // The number that text begins with or is; place if there is none.
 int numberOf(const QString &text, qsizetype place) {
-    const qsizetype colon = text.indexOf(QLatin1Char(':'));
+    const qsizetype colon = text.indexOf(u':');
     bool isNumber = false;
     const int number = text.left(colon < 0 ? text.size() : colon).toInt(&isNumber);
     return isNumber ? number : static_cast<int>(place);
@@ -110,5 +109,5 @@ QString wordsFor(const QList<PinFailure> &failures, qsizetype pins) {
             vectorsOfPin.remove(pin);
     }
     const QString words = PinWords::sentence(list);
-    return pins > pinsInGrid ? words + QLatin1Char(' ') + PinWords::notShown() : words;
+    return pins > pinsInGrid ? words + u' ' + PinWords::notShown() : words;
 }

@@ -34,7 +34,7 @@ void appendToResultsFile(const QString &path, QByteArrayView bytes, Log &log) {
     const FileDescriptor file = openForAppending(path);
     if (!file.isOpen()) {
         if (!QFileInfo::exists(path))
-            log.write(QLatin1String("temp file not created at ") + path);
+            log.write(QStringLiteral("temp file not created at ") + path);
         return;
     }
     if (isRegularFile(file))
@@ -45,7 +45,7 @@ void removeResultsFile(const QString &path, Log &log) {
     if (!QFileInfo::exists(path))
         return;
     const bool removed = QFile::remove(path);
-    log.write((removed ? QLatin1String("removed file at path: ")
-                       : QLatin1String("unable to remove temp file at path: ")) +
+    log.write((removed ? QStringLiteral("removed file at path: ")
+                       : QStringLiteral("unable to remove temp file at path: ")) +
               path);
 }

@@ -36,8 +36,7 @@ RunOutcome OutcomeWording::stopped() const {
     const std::optional<FailureWords> cause = wordsForCauseBeforeStop(facts_);
     if (!cause)
         return {Verdict::Stopped, stopSentence(), afterStop()};
-    return {Verdict::Stopped,
-            stopSentence() + QLatin1Char(' ') + tr("Before that: %1").arg(cause->sentence),
+    return {Verdict::Stopped, stopSentence() + u' ' + tr("Before that: %1").arg(cause->sentence),
             cause->nextStep};
 }
 
@@ -58,7 +57,7 @@ QString OutcomeWording::stopSentence() const {
 } // namespace
 
 QString RunOutcome::words() const {
-    return nextStep.isEmpty() ? sentence : sentence + QLatin1Char(' ') + nextStep;
+    return nextStep.isEmpty() ? sentence : sentence + u' ' + nextStep;
 }
 
 RunOutcome judgeRun(const RunFacts &facts) {

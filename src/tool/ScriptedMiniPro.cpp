@@ -106,9 +106,9 @@ int ScriptedMiniPro::launch() {
                           log_);
     const QString command = operationCommand(operation, launched_);
     const std::optional<QString> shell = prepareShell(command);
-    log_.write(QLatin1String("launching ") + printed(shell) + QLatin1String(" with arguments: ") +
-               shellArguments(command).join(QLatin1Char(' ')));
-    return runToTheEnd(QLatin1String("minipro has exited with status "));
+    log_.write(QStringLiteral("launching ") + printed(shell) + QStringLiteral(" with arguments: ") +
+               shellArguments(command).join(u' '));
+    return runToTheEnd(QStringLiteral("minipro has exited with status "));
 }
 
 int ScriptedMiniPro::list(const QString &term) {
@@ -116,24 +116,24 @@ int ScriptedMiniPro::list(const QString &term) {
     mstroutput = QString();
     launched_ = ToolSettings::readFrom(defaults);
     prepareShell(catalogueCommand(launched_.tool, term, path));
-    return runToTheEnd(QLatin1String("minipro list has exited with status "));
+    return runToTheEnd(QStringLiteral("minipro list has exited with status "));
 }
 
 std::optional<QString> ScriptedMiniPro::prepareShell(const QString &command) {
-    log_.write(QLatin1String("fileContents: ") + command);
+    log_.write(QStringLiteral("fileContents: ") + command);
     const std::optional<QString> shell = userShell();
-    log_.write(QLatin1String("user's shell is ") + printed(shell));
+    log_.write(QStringLiteral("user's shell is ") + printed(shell));
     task.setLaunchPath(shell);
     task.setArguments(shellArguments(command));
     task.setWorkingFolder(temporaryFolder(defaults));
     return shell;
 }
 
-int ScriptedMiniPro::runToTheEnd(QLatin1String messageStart) {
+int ScriptedMiniPro::runToTheEnd(const QString &messageStart) {
     tellConsole(&Console::beginRun);
     start_ = task.start();
     if (const Failure *failure = start_.failure())
-        log_.write(QLatin1String("unable to launch task: ") + failure->reason);
+        log_.write(QStringLiteral("unable to launch task: ") + failure->reason);
     waitUntilExit();
     takeWhatThePipesHold();
     outputTaken_ = true;
@@ -141,7 +141,7 @@ int ScriptedMiniPro::runToTheEnd(QLatin1String messageStart) {
         handle->setPace(paceAfterTheRun);
     showPendingTails();
     const QString message = messageStart + QString::number(task.terminationStatus());
-    log_.write(QLatin1Char('\n') + message);
+    log_.write(u'\n' + message);
     tellConsole(&Console::endRun);
     appendToOutputView(message);
     return task.terminationStatus();
@@ -236,7 +236,7 @@ void ScriptedMiniPro::show(const QString &piece, ToolStream stream, QString &tex
     reader_.take(piece, stream);
     collect(piece, text);
     appendToOutputView(piece);
-    log_.write(QLatin1String("| ") + piece);
+    log_.write(QStringLiteral("| ") + piece);
     emit said();
 }
 

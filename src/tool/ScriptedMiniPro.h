@@ -128,7 +128,7 @@ private:
 
     void collect(const QString &piece, QString &text) const;
     std::optional<QString> prepareShell(const QString &command);
-    int runToTheEnd(QLatin1String messageStart);
+    int runToTheEnd(const QString &messageStart);
     void waitUntilExit();
     void takeWhatThePipesHold();
     void takeBytes(qint64 count, ReadHandle *handle);

@@ -54,7 +54,7 @@ private:
 };
 
 QString joined(const QString &one, const QString &other) {
-    return other.isEmpty() ? one : one + QLatin1Char(' ') + other;
+    return other.isEmpty() ? one : one + u' ' + other;
 }
 
 QString SearchWording::waiting() const {

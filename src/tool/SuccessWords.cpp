@@ -24,7 +24,7 @@ QString partsAlone(const QStringList &parts) {
     const bool codeIsMissing = std::all_of(parts.begin(), parts.end(), [](const QString &part) {
         return others.contains(part.toLower());
     });
-    return codeIsMissing ? parts.join(QLatin1String(", ")) : QString();
+    return codeIsMissing ? parts.join(u", ") : QString();
 }
 
 // The user's own switches tell the tool to say nothing of a size that differs.
@@ -80,7 +80,7 @@ RunOutcome SuccessWording::outcome() const {
 void SuccessWording::addRemark(RunOutcome &outcome, const QString &sentence,
                                const QString &nextStep) {
     outcome.verdict = Verdict::Qualified;
-    outcome.sentence += QLatin1Char(' ') + sentence;
+    outcome.sentence += u' ' + sentence;
     if (!nextStep.isEmpty())
         outcome.nextStep = nextStep;
 }

@@ -27,9 +27,9 @@ ToolError plainly(const Match &) {
 
 ToolError connectionProblem(const Match &match) {
     const QString words = match.captured(1);
-    if (words.endsWith(QLatin1String("LIBUSB_ERROR_BUSY")))
+    if (words.endsWith(u"LIBUSB_ERROR_BUSY"))
         return ProgrammerBusy{};
-    if (words.endsWith(QLatin1String("LIBUSB_ERROR_NO_DEVICE")))
+    if (words.endsWith(u"LIBUSB_ERROR_NO_DEVICE"))
         return ProgrammerUnplugged{};
     return ConnectionProblem{words};
 }
@@ -39,7 +39,7 @@ ToolError wrongSize(const Match &match) {
 }
 
 ToolError unopenedFile(const Match &match) {
-    return UnopenedFile{match.captured(1), match.captured(2) == QLatin1String("writing"), {}};
+    return UnopenedFile{match.captured(1), match.captured(2) == u"writing", {}};
 }
 
 QRegularExpression pattern(const char *text) {
