@@ -10,7 +10,7 @@ DeviceListModel::DeviceListModel(device_searcher &searcher)
 
 void DeviceListModel::reloadData() {
     beginResetModel();
-    rows_ = int(searcher_.numberOfRowsInTableView(this));
+    rows_ = static_cast<int>(searcher_.numberOfRowsInTableView(this));
     endResetModel();
 }
 

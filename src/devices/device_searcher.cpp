@@ -24,7 +24,7 @@
 namespace {
 
 constexpr qsizetype expectedRuns = 10;
-constexpr std::chrono::seconds silencePatience{2};
+constexpr std::chrono::seconds silencePatience(2);
 
 } // namespace
 
@@ -168,7 +168,7 @@ void device_searcher::doubleClick(QObject *) {
 }
 
 quint64 device_searcher::numberOfRowsInTableView(QObject *) const {
-    return dataArray ? quint64(dataArray->size()) : 0;
+    return dataArray ? static_cast<quint64>(dataArray->size()) : 0;
 }
 
 QString device_searcher::tableView_objectValueForTableColumn_row(QObject *, const QString &,

@@ -24,7 +24,7 @@ namespace {
 // One read() takes at most this much, so that no single call is cut by the system's own limit.
 constexpr qint64 largestRead = qint64(256) << 20;
 
-constexpr qint64 comparedAtOnce = qint64(1) << 20;
+constexpr qsizetype comparedAtOnce = qsizetype(1) << 20;
 
 struct OpenedFile {
     FileDescriptor descriptor;
@@ -91,9 +91,9 @@ Result<OpenedFile> openRegularFile(const QString &path, qint64 limit) {
 }
 
 bool readsAs(int file, QByteArrayView bytes) {
-    QByteArray chunk(std::min(comparedAtOnce, qint64(bytes.size())), Qt::Uninitialized);
+    QByteArray chunk(std::min(comparedAtOnce, bytes.size()), Qt::Uninitialized);
     while (!bytes.isEmpty()) {
-        const qint64 wanted = std::min(qint64(chunk.size()), qint64(bytes.size()));
+        const qsizetype wanted = std::min(chunk.size(), bytes.size());
         const Result<qint64> got = readFully(file, chunk.data(), wanted);
         if (!got || *got != wanted ||
             std::memcmp(chunk.constData(), bytes.data(), static_cast<size_t>(wanted)) != 0)

@@ -74,7 +74,7 @@ void OutputDecoder::decodeByte(uchar byte, QString &text) {
 
 void OutputDecoder::startCharacter(uchar byte, QString &text) {
     if (byte < utf8::firstContinuation) {
-        text += QChar(ushort(byte));
+        text += QChar(static_cast<char16_t>(byte));
         return;
     }
     const int length = utf8::lengthOfCharacter(byte);
