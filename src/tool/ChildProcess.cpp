@@ -18,8 +18,8 @@
 namespace {
 
 // How long a group may take to end by itself before it is killed.
-constexpr auto graceBeforeKill = std::chrono::seconds(2);
-constexpr auto pollInterval = std::chrono::milliseconds(10);
+constexpr std::chrono::seconds graceBeforeKill(2);
+constexpr std::chrono::milliseconds pollInterval(10);
 
 Failure failureOf(const QString &what, const Failure &failure) {
     return {what + QStringLiteral(": ") + failure.reason, failure.systemError};
