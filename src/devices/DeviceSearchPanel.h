@@ -16,10 +16,10 @@ class DeviceSearchPanel;
 }
 
 /// The window of the device search: a term, a list and two buttons. What the buttons do is
-/// connected by who shows the panel; ending the panel in any other way than by OK is a Cancel and
-/// also ends a search in progress. Down leads from the term to the first name of the list. Shown
-/// anew, the panel still has its list, but says what to do: what was said of the search before
-/// may no longer be true.
+/// connected by whoever shows the panel; ending the panel in any other way than by OK is a Cancel
+/// and also ends a search in progress. Down leads from the term to the first name of the list.
+/// Shown anew, the panel still has its list, but says what to do: what was said of the search
+/// before may no longer be true.
 class DeviceSearchPanel final : public QDialog {
     Q_OBJECT
 

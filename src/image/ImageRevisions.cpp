@@ -10,7 +10,7 @@
 namespace {
 
 // Somebody who tries controls comes back to one of the last few images.
-constexpr size_t mostKnown = 64;
+constexpr size_t maxKnown = 64;
 
 } // namespace
 
@@ -42,7 +42,7 @@ quint64 ImageRevisions::ofComposition(const CompositionInputs &inputs,
                                    [&](const Origin &known) { return known.isSameAs(origin); });
     if (same != known_.end())
         return same->revision;
-    if (known_.size() == mostKnown)
+    if (known_.size() == maxKnown)
         known_.erase(known_.begin());
     origin.revision = ++last_;
     known_.push_back(origin);

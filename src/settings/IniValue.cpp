@@ -43,7 +43,7 @@ private:
         const char c = rest_.front();
         if (c == '\\') {
             readEscape();
-            mostTrimmed_ = part_.size();
+            keptSize_ = part_.size();
         } else if (c == '"') {
             take();
             isQuoted_ = true;
@@ -106,19 +106,19 @@ private:
     }
 
     void endPart() {
-        while (!isQuoted_ && part_.size() > mostTrimmed_ && isBlank(part_.back()))
+        while (!isQuoted_ && part_.size() > keptSize_ && isBlank(part_.back()))
             part_.chop(1);
         parts_.append(part_);
         part_.clear();
-        mostTrimmed_ = 0;
+        keptSize_ = 0;
         isQuoted_ = false;
     }
 
     QByteArrayView rest_;
     QStringList parts_;
     QString part_;
-    qsizetype mostTrimmed_ = 0; // what was escaped is no trailing blank
-    bool isQuoted_ = false;     // nor is what is in quotes
+    qsizetype keptSize_ = 0; // what was escaped is no trailing blank
+    bool isQuoted_ = false;  // nor is what is in quotes
     bool isOpen_ = false;
 };
 

@@ -17,13 +17,13 @@ using namespace runEnds;
 using namespace toolErrors;
 
 // How much of the tool's own words a sentence repeats.
-constexpr qsizetype longestQuote = 300;
+constexpr qsizetype maxQuote = 300;
 
-QString quoted(const QString &words) {
-    return words.size() <= longestQuote ? words : words.first(longestQuote) + QChar(0x2026);
+QString shortened(const QString &words) {
+    return words.size() <= maxQuote ? words : words.first(maxQuote) + QChar(0x2026);
 }
 
-QString ended(const QString &sentence) {
+QString withFullStop(const QString &sentence) {
     const bool complete = QStringLiteral(".?!").contains(sentence.back());
     return complete ? sentence : sentence + u'.';
 }
@@ -72,8 +72,9 @@ public:
     }
     FailureWords operator()(const ProgrammerUnplugged &) const;
     FailureWords operator()(const ConnectionProblem &problem) const {
-        return failed(tr("the connection to the programmer broke (%1)").arg(quoted(problem.words)),
-                      tr("Plug the programmer in again and try once more."));
+        return failed(
+            tr("the connection to the programmer broke (%1)").arg(shortened(problem.words)),
+            tr("Plug the programmer in again and try once more."));
     }
     FailureWords operator()(const BootloaderMode &) const {
         return {tr("The programmer is in bootloader mode and can do nothing else."),
@@ -103,7 +104,7 @@ public:
     FailureWords operator()(const NoTestVectors &missing) const {
         return failed(tr("nothing was tested, because %1 is no logic IC: the tool has no test "
                          "vectors for it")
-                          .arg(quoted(missing.device)),
+                          .arg(shortened(missing.device)),
                       chooseLogicIc());
     }
     FailureWords operator()(const LogicTestNotRun &) const {
@@ -126,11 +127,11 @@ public:
         return failed(
             line.complaint.isEmpty()
                 ? tr("the tool only told how it is used")
-                : tr("the tool does not take its command line: %1").arg(quoted(line.complaint)),
+                : tr("the tool does not take its command line: %1").arg(shortened(line.complaint)),
             tr("Check the field Programmer tool."));
     }
     FailureWords operator()(const OtherTrouble &trouble) const {
-        return failed(tr("the tool said: %1").arg(quoted(trouble.words)), lookFurther());
+        return failed(tr("the tool said: %1").arg(shortened(trouble.words)), lookFurther());
     }
 
 private:
@@ -149,20 +150,20 @@ private:
 
 FailureWords FailureWording::failed(const QString &reason, const QString &nextStep) const {
     if (task_ == Task::Search)
-        return {ended(tr("The search failed: %1").arg(reason)), nextStep};
+        return {withFullStop(tr("The search failed: %1").arg(reason)), nextStep};
     if (task_ == Task::StoppedOperation)
-        return {ended(reason), nextStep};
+        return {withFullStop(reason), nextStep};
     switch (facts_.operation) {
     case ReadOperation:
-        return {ended(tr("Read failed: %1").arg(reason)), nextStep};
+        return {withFullStop(tr("Read failed: %1").arg(reason)), nextStep};
     case VerifyOperation:
-        return {ended(tr("Verify failed: %1").arg(reason)), nextStep};
+        return {withFullStop(tr("Verify failed: %1").arg(reason)), nextStep};
     case WriteOperation:
-        return {ended(tr("Write failed: %1").arg(reason)), nextStep};
+        return {withFullStop(tr("Write failed: %1").arg(reason)), nextStep};
     case LogicOperation:
         break;
     }
-    return {ended(tr("Logic test failed: %1").arg(reason)), nextStep};
+    return {withFullStop(tr("Logic test failed: %1").arg(reason)), nextStep};
 }
 
 FailureWords FailureWording::operator()(const NoProgrammer &) const {
@@ -223,7 +224,7 @@ FailureWords FailureWording::operator()(const UnknownDevice &device) const {
         return (*this)(NoDatabase{});
     if (device.name.isEmpty())
         return {tr("Enter a device first."), {}};
-    return {tr("The programmer tool does not know the device \"%1\".").arg(quoted(device.name)),
+    return {tr("The programmer tool does not know the device \"%1\".").arg(shortened(device.name)),
             device.name.endsWith(u"(custom)")
                 ? tr("Remove \"(custom)\", which is no part of the name.")
                 : tr("Choose a name that Search devices finds.")};
@@ -291,12 +292,12 @@ FailureWords FailureWording::operator()(const UnopenedFile &file) const {
     const QString nextStep =
         file.forWriting ? tr("See that its folder is there, may be written to and has room.")
                         : tr("See that it is there and may be read.");
-    const QString path = quoted(file.path);
+    const QString path = shortened(file.path);
     if (file.reason.isEmpty())
         return failed(file.forWriting ? tr("the tool could not write to \"%1\"").arg(path)
                                       : tr("the tool could not open \"%1\"").arg(path),
                       nextStep);
-    const QString reason = quoted(file.reason);
+    const QString reason = shortened(file.reason);
     return failed(file.forWriting ? tr("the tool could not write to \"%1\" (%2)").arg(path, reason)
                                   : tr("the tool could not open \"%1\" (%2)").arg(path, reason),
                   nextStep);
@@ -306,7 +307,7 @@ FailureWords FailureWording::operator()(const BadRecord &record) const {
     const QString nextStep = tr("Mend the text. A binary that begins like such text cannot be "
                                 "burned as it is.");
     const QString kind = nameOf(encodingOf(facts_));
-    const QString words = quoted(record.words);
+    const QString words = shortened(record.words);
     return failed(
         kind.isEmpty()
             ? tr("the tool decodes the file as text and finds a mistake in it (%1)").arg(words)
@@ -335,7 +336,7 @@ FailureWords FailureWording::operator()(const BadStatus &end) const {
         return failed(tr("the programmer tool ended with status %1").arg(status),
                       report.stepBegun ? lookFurther() : tr("Check the field Programmer tool."));
     return failed(tr("the programmer tool ended with status %1 and said: %2")
-                      .arg(status, quoted(report.lastLine)),
+                      .arg(status, shortened(report.lastLine)),
                   lookFurther());
 }
 

@@ -79,7 +79,7 @@ void ReadHandle::setReadFunction(ReadFunction function) {
 }
 
 void ReadHandle::notify() {
-    // Somebody who ran since the event was found may have emptied the pipe.
+    // Code that ran since the event was found may have emptied the pipe.
     if (!armed_ || !isReadable())
         return;
     armed_ = false;

@@ -28,13 +28,13 @@ namespace {
 constexpr qint32 toleratedEmptyReads = 50;
 
 // How much of standard error may wait, in bytes, for standard output to reach a line start.
-constexpr qsizetype mostWaitingErrors = qsizetype(32) * 1024;
+constexpr qsizetype maxWaitingErrors = qsizetype(32) * 1024;
 
 // How often something that the tool left behind is listened to: often enough to be followed, and
 // seldom enough to leave the window and the processor alone.
-constexpr auto paceAfterTheRun = std::chrono::milliseconds(100);
+constexpr std::chrono::milliseconds paceAfterTheRun(100);
 // How long it may take to notice that nobody listens any more.
-constexpr auto graceAfterClosing = std::chrono::seconds(2);
+constexpr std::chrono::seconds graceAfterClosing(2);
 
 constexpr qsizetype largestCollectedOutput =
     qsizetype(256) * 1024 * 1024 / qsizetype(sizeof(QChar));
@@ -249,7 +249,7 @@ bool ScriptedMiniPro::errorsMustWait() const {
 // it takes is the system's business.
 void ScriptedMiniPro::keepErrorsWaiting(const QByteArray &chunk) {
     waitingErrors_ += chunk;
-    if (waitingErrors_.size() <= mostWaitingErrors)
+    if (waitingErrors_.size() <= maxWaitingErrors)
         return;
     errorsMayPass_ = true;
     releaseErrors();
@@ -327,9 +327,9 @@ void ScriptedMiniPro::stopListening() {
 }
 
 // The child's group is not signalled: it may have ended with the child, and its number may be
-// another's by now. Who writes to a pipe that nobody reads is ended by the system; who prefers not
-// to be is found by the pipe. Who has made a session of its own, as an agent that a login profile
-// starts, was meant to outlive the run.
+// another's by now. A process that writes to a pipe that nobody reads is ended by the system; one
+// that has seen to it that it is not is found by the pipe that it holds. One with a session of its
+// own, such as an agent that a login profile starts, was meant to outlive the run.
 void ScriptedMiniPro::endLatePrinters() {
     QList<PipeIdentity> pipes;
     for (const Pipe *pipe : {&stdoutPipe, &stderrorPipe})

@@ -65,7 +65,7 @@ public:
 
     /// Ends the run: the child's whole group is asked to terminate and killed two seconds later.
     /// launch() returns when the child is gone. After the run, ends what still prints: the pipes
-    /// are closed, and who is in the child's session and has not ended two seconds later is killed.
+    /// are closed, and whatever of the child's session still holds one two seconds later is killed.
     /// Otherwise does nothing.
     void stop();
 

@@ -14,7 +14,7 @@ namespace {
 // The tool's lines are far shorter; the rest of a longer one is noise.
 constexpr qsizetype longestLine = 4096;
 // How many parts of a chip, or folders, are kept by name.
-constexpr qsizetype mostNames = 8;
+constexpr qsizetype maxNames = 8;
 constexpr QChar escape(0x1B);
 
 template <size_t count>
@@ -24,7 +24,7 @@ bool startsWithAny(QStringView line, const std::array<QStringView, count> &start
 }
 
 void addOnce(QStringList &names, const QString &name) {
-    if (names.size() < mostNames && !names.contains(name))
+    if (names.size() < maxNames && !names.contains(name))
         names.append(name);
 }
 
