@@ -4,6 +4,7 @@
 #include "tool/PinFailures.h"
 
 #include "tool/LogicReport.h"
+#include "tool/RunRemarks.h"
 
 #include <QCoreApplication>
 #include <QMap>
@@ -109,5 +110,5 @@ QString wordsFor(const QList<PinFailure> &failures, qsizetype pins) {
             vectorsOfPin.remove(pin);
     }
     const QString words = PinWords::sentence(list);
-    return pins > pinsInGrid ? words + u' ' + PinWords::notShown() : words;
+    return joined(words, pins > pinsInGrid ? PinWords::notShown() : QString());
 }

@@ -5,6 +5,7 @@
 
 #include "tool/FailureWords.h"
 #include "tool/RunEnd.h"
+#include "tool/RunRemarks.h"
 #include "tool/SuccessWords.h"
 
 #include <QCoreApplication>
@@ -36,7 +37,7 @@ RunOutcome OutcomeWording::stopped() const {
     const std::optional<FailureWords> cause = wordsForCauseBeforeStop(facts_);
     if (!cause)
         return {Verdict::Stopped, stopSentence(), afterStop()};
-    return {Verdict::Stopped, stopSentence() + u' ' + tr("Before that: %1").arg(cause->sentence),
+    return {Verdict::Stopped, joined(stopSentence(), tr("Before that: %1").arg(cause->sentence)),
             cause->nextStep};
 }
 
@@ -57,7 +58,7 @@ QString OutcomeWording::stopSentence() const {
 } // namespace
 
 QString RunOutcome::words() const {
-    return nextStep.isEmpty() ? sentence : sentence + u' ' + nextStep;
+    return joined(sentence, nextStep);
 }
 
 RunOutcome judgeRun(const RunFacts &facts) {

@@ -27,6 +27,10 @@ std::optional<qint64> padToReach(qint64 size, const RunFacts &facts) {
                                                       : std::nullopt;
 }
 
+QString joined(const QString &sentence, const QString &following) {
+    return following.isEmpty() ? sentence : sentence + u' ' + following;
+}
+
 QString grouped(qint64 number) {
     return QLocale().toString(number);
 }

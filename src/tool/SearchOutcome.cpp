@@ -53,10 +53,6 @@ private:
     RunFacts run_;
 };
 
-QString joined(const QString &one, const QString &other) {
-    return other.isEmpty() ? one : one + u' ' + other;
-}
-
 QString SearchWording::waiting() const {
     const FailureWords words = wordsForFailedSearch(run_);
     const QString what =

@@ -80,7 +80,7 @@ RunOutcome SuccessWording::outcome() const {
 void SuccessWording::addRemark(RunOutcome &outcome, const QString &sentence,
                                const QString &nextStep) {
     outcome.verdict = Verdict::Qualified;
-    outcome.sentence += u' ' + sentence;
+    outcome.sentence = joined(outcome.sentence, sentence);
     if (!nextStep.isEmpty())
         outcome.nextStep = nextStep;
 }
