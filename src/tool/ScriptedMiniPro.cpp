@@ -27,9 +27,6 @@ namespace {
 // How many reads may be empty before the listening ends with the next one.
 constexpr qint32 toleratedEmptyReads = 50;
 
-// How much of standard error may wait, in bytes, for standard output to reach a line start.
-constexpr qsizetype maxWaitingErrors = qsizetype(32) * 1024;
-
 // How often something that the tool left behind is listened to: often enough to be followed, and
 // seldom enough to leave the window and the processor alone.
 constexpr std::chrono::milliseconds paceAfterTheRun(100);
@@ -199,7 +196,7 @@ void ScriptedMiniPro::appendDataFrom_to(ReadHandle *handle, QString &text) {
     if (isEmpty)
         countEmptyRead(handle);
     else if (handle == errFile && errorsMustWait())
-        keepErrorsWaiting(*chunk);
+        keepErrors(*chunk);
     else
         handleChunk(handle, *chunk, text);
     handle->waitForDataInBackgroundAndNotify();
@@ -218,17 +215,14 @@ std::optional<QByteArray> ScriptedMiniPro::availableDataOrError(ReadHandle *hand
 
 void ScriptedMiniPro::handleChunk(ReadHandle *handle, const QByteArray &chunk, QString &text) {
     const bool isError = handle == errFile;
-    show((isError ? errDecoder_ : outDecoder_).decode(chunk),
-         isError ? ToolStream::Error : ToolStream::Output, text);
-    (isError ? errorWithinLine_ : outputWithinLine_) = !chunk.endsWith('\n');
+    const ToolStream stream = isError ? ToolStream::Error : ToolStream::Output;
+    show((isError ? errDecoder_ : outDecoder_).decode(chunk), stream, text);
+    rows_.note(chunk, stream);
     if (operation != LogicOperation)
         return;
     appendToResultsFile(resolvedPathOf(defaults, settingsKeys::temp_logic_chip_test_results_file),
                         chunk, log_);
-    if (handle != outFile)
-        return;
-    errorsMayPass_ = false;
-    if (!outputWithinLine_)
+    if (handle == outFile && !rows_.errorsMustWait())
         releaseErrors();
 }
 
@@ -241,30 +235,26 @@ void ScriptedMiniPro::show(const QString &piece, ToolStream stream, QString &tex
 }
 
 bool ScriptedMiniPro::errorsMustWait() const {
-    const bool withinRow = outputWithinLine_ && !outFile->endSeen();
-    return operation == LogicOperation && withinRow && !errorsMayPass_ && !outputTaken_;
+    return operation == LogicOperation && rows_.errorsMustWait() && !outFile->endSeen() &&
+           !outputTaken_;
 }
 
-// They wait here and not in their pipe: the tool would stand still once that is full, and how much
-// it takes is the system's business.
-void ScriptedMiniPro::keepErrorsWaiting(const QByteArray &chunk) {
-    waitingErrors_ += chunk;
-    if (waitingErrors_.size() <= maxWaitingErrors)
-        return;
-    errorsMayPass_ = true;
-    releaseErrors();
+void ScriptedMiniPro::keepErrors(const QByteArray &chunk) {
+    rows_.keep(chunk);
+    if (!rows_.errorsMustWait())
+        releaseErrors();
 }
 
 void ScriptedMiniPro::releaseErrors() {
-    if (!waitingErrors_.isEmpty())
-        handleChunk(errFile, std::exchange(waitingErrors_, {}), mstroutput);
+    if (const QByteArray errors = rows_.release(); !errors.isEmpty())
+        handleChunk(errFile, errors, mstroutput);
 }
 
 // The tool writes one thing after the other: when output of it can be read, the rest of a line of
 // errors that it began before is in the other pipe. A row that went first would be lost in that
 // line.
 void ScriptedMiniPro::completeErrorLine() {
-    if (operation != LogicOperation || !errorWithinLine_ || outputWithinLine_)
+    if (operation != LogicOperation || !rows_.errorLineComesFirst())
         return;
     QByteArray rest;
     while (!rest.endsWith('\n') && errFile->bytesAvailable() > 0) {

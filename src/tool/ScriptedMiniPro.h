@@ -10,6 +10,7 @@
 #include "tool/ReadHandle.h"
 #include "tool/RunOutcome.h"
 #include "tool/ToolReportReader.h"
+#include "tool/WholeRows.h"
 
 #include <QObject>
 #include <QSet>
@@ -118,7 +119,7 @@ private:
     void repeatEndsOnceAllIsSaid();
     void show(const QString &piece, ToolStream stream, QString &text);
     bool errorsMustWait() const;
-    void keepErrorsWaiting(const QByteArray &chunk);
+    void keepErrors(const QByteArray &chunk);
     void releaseErrors();
     void completeErrorLine();
     void stopListening();
@@ -160,11 +161,7 @@ private:
     MainQueue &queue_;
     OutputDecoder outDecoder_;
     OutputDecoder errDecoder_;
-    /// What came on standard error within a row of a logic test's table.
-    QByteArray waitingErrors_;
-    bool errorsMayPass_ = false;
-    bool outputWithinLine_ = false;
-    bool errorWithinLine_ = false;
+    WholeRows rows_;
     bool listening_ = true;
     /// What the pipes held when the child ended has been taken; what comes now is of others.
     bool outputTaken_ = false;
