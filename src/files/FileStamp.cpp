@@ -20,10 +20,14 @@ std::optional<FileStamp> FileStamp::of(const QString &path) {
     struct stat facts = {};
     if (!name || ::stat(name->constData(), &facts) != 0)
         return std::nullopt;
-    return FileStamp{.device = facts.st_dev,
-                     .inode = facts.st_ino,
-                     .size = facts.st_size,
-                     .written = sinceEpoch(facts.st_mtim)};
+    return from(facts);
+}
+
+FileStamp FileStamp::from(const struct stat &facts) {
+    return {.device = facts.st_dev,
+            .inode = facts.st_ino,
+            .size = facts.st_size,
+            .written = sinceEpoch(facts.st_mtim)};
 }
 
 QString FileStamp::text(const std::optional<FileStamp> &stamp) {

@@ -8,6 +8,8 @@
 #include <chrono>
 #include <optional>
 
+struct stat;
+
 /// By what a file that was looked at before is known again, without reading it: which file it is,
 /// its size in bytes and when it was written last. Two equal stamps of one path mean that nobody
 /// has written the file in between.
@@ -19,6 +21,8 @@ struct FileStamp {
 
     /// The stamp of the file that \a path leads to; nothing if there is none.
     static std::optional<FileStamp> of(const QString &path);
+    /// The stamp that the system's \a facts of a file amount to.
+    static FileStamp from(const struct stat &facts);
 
     /// The same as a text, for what is told apart by texts; "none" without a stamp.
     static QString text(const std::optional<FileStamp> &stamp);
