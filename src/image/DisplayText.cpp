@@ -111,12 +111,69 @@ private:
     qsizetype at_ = 0;
 };
 
+bool isAscii(QByteArrayView bytes) {
+    return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return quint8(byte) < 0x80; });
+}
+
+// The longest character of UTF-8, in bytes.
+constexpr qint64 longestCharacter = 4;
+
+// Bytes that are checked in one piece. Pieces begin with the first byte of a character, so that
+// the whole is UTF-8 if all of them are.
+constexpr qint64 checkedBlock = qint64(256) * 1024;
+
+std::optional<ByteRange> firstBlockThatIsNoUtf8(QByteArrayView bytes) {
+    for (qint64 start = 0; start < bytes.size();) {
+        qint64 end = std::min<qint64>(start + checkedBlock, bytes.size());
+        while (end < bytes.size() && utf8::isContinuation(quint8(bytes.at(end))) &&
+               end < start + checkedBlock + longestCharacter)
+            ++end;
+        if (!bytes.sliced(start, end - start).isValidUtf8())
+            return ByteRange{start, end - start};
+        start = end;
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
-DisplayText::DisplayText(ByteBuffer buffer)
-    : buffer_(std::move(buffer)), byteLength_(lengthOf(buffer_)), length_(byteLength_) {
-    if (decodedBytes().isValidUtf8())
-        countUnits();
+DisplayText::DisplayText(ByteBuffer buffer) : buffer_(std::move(buffer)) {
+    decode();
+}
+
+void DisplayText::update(const ByteBuffer &buffer, ByteRange changed) {
+    if (!buffer || buffer != buffer_ || !staysAsItIs(changed)) {
+        *this = DisplayText(buffer);
+        return;
+    }
+    byteLength_ = lengthOf(buffer_);
+    length_ = byteLength_;
+}
+
+bool DisplayText::staysAsItIs(ByteRange changed) const {
+    const QByteArrayView bytes = std::as_const(*buffer_);
+    const qint64 start = std::clamp<qint64>(changed.offset, 0, bytes.size());
+    const qint64 end = std::clamp<qint64>(changed.end(), start, bytes.size());
+    const bool grew = bytes.size() > byteLength_;
+    if (bytes.size() < byteLength_ || (grew && (start > byteLength_ || end < bytes.size())))
+        return false;
+    if (kind_ == Kind::Ascii)
+        return isAscii(bytes.sliced(start, end - start));
+    // The byte behind the offending ones tells that their last character ends with them.
+    return kind_ == Kind::OneByte && (end <= offending_.offset || start > offending_.end());
+}
+
+void DisplayText::decode() {
+    byteLength_ = lengthOf(buffer_);
+    length_ = byteLength_;
+    const QByteArrayView bytes = decodedBytes();
+    if (const std::optional<ByteRange> offending = firstBlockThatIsNoUtf8(bytes)) {
+        kind_ = Kind::OneByte;
+        offending_ = *offending;
+        return;
+    }
+    countUnits();
+    kind_ = isMultiByte() ? Kind::Utf8 : Kind::Ascii;
 }
 
 qsizetype DisplayText::length() const {

@@ -23,6 +23,11 @@ public:
     /// Decodes \a buffer (null: the empty text).
     explicit DisplayText(ByteBuffer buffer);
 
+    /// Decodes \a buffer anew. If it is the one that was decoded before, and just the bytes of
+    /// \a changed are other ones since, or come behind the last, no more than these are looked at
+    /// wherever they tell enough: in text of one byte a character, however long.
+    void update(const ByteBuffer &buffer, ByteRange changed);
+
     /// Length in UTF-16 code units.
     qsizetype length() const;
     /// Up to \a count units from \a position on; fewer (or none) past the end. May begin or end
@@ -36,12 +41,24 @@ public:
     bool isMultiByte() const;
 
 private:
+    /// What is known of the bytes, to decode them anew after an edit.
+    enum class Kind {
+        Ascii,   ///< every byte is a character of its own
+        Utf8,    ///< some characters take several bytes
+        OneByte, ///< no UTF-8: every byte is a character of its own
+    };
+
     QByteArrayView decodedBytes() const;
+    void decode();
+    bool staysAsItIs(ByteRange changed) const;
     void countUnits();
 
     ByteBuffer buffer_;
     qsizetype byteLength_ = 0;
     qsizetype length_ = 0;
+    Kind kind_ = Kind::Ascii;
+    // Of Kind::OneByte: bytes that cannot be UTF-8, wherever they stand.
+    ByteRange offending_;
     // Multi-byte text only: the number of units that begin before each block of bytes.
     std::vector<qsizetype> unitsBeforeBlock_;
 };

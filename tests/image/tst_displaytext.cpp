@@ -57,6 +57,9 @@ private slots:
     void editedInPlace_isSafe_data();
     void editedInPlace_isSafe();
     void multiByteEdited_showsTheBytesAsTheyAre();
+    void update_isWhatDecodingAnewGives_data();
+    void update_isWhatDecodingAnewGives();
+    void update_ofAnotherBufferDecodesIt();
 };
 
 void TestDisplayText::decoding_data() {
@@ -277,6 +280,64 @@ void TestDisplayText::multiByteEdited_showsTheBytesAsTheyAre() {
     QCOMPARE(text.units(0, 9), QStringLiteral("b\u00e9z"));
     (*bytes)[2] = 'c';
     QCOMPARE(text.units(0, 9), QStringLiteral("b\ufffdc"));
+}
+
+void TestDisplayText::update_isWhatDecodingAnewGives_data() {
+    QTest::addColumn<QByteArray>("bytes");
+    const QByteArray letters(300'000, 'a');
+    const QByteArray euro = "\xe2\x82\xac";
+    QTest::newRow("one byte") << QByteArray("x");
+    QTest::newRow("plain text") << letters;
+    QTest::newRow("several bytes a character") << letters + euro + letters;
+    QTest::newRow("a character cut short at the end") << letters + euro.first(2);
+    QTest::newRow("a character cut short between others") << letters + euro.first(2) + letters;
+    QTest::newRow("no text") << QByteArray(300'000, '\xff');
+    QTest::newRow("no text in the middle") << letters + "\x80" + letters;
+    QTest::newRow("text after a byte that is none") << "\xff" + letters;
+}
+
+// Edits of all kinds, most of them around the places where the meaning of a byte changes.
+void TestDisplayText::update_isWhatDecodingAnewGives() {
+    QFETCH(const QByteArray, bytes);
+    std::mt19937 random(1);
+    const QByteArray pieces[] = {"a", "\xe2\x82\xac", "\x82", "\xac", "\xff", "\xe2", "ab", ""};
+    const auto edited = buffer(bytes);
+    DisplayText text(edited);
+    for (int step = 0; step < 300; ++step) {
+        const qsizetype places[] = {0,
+                                    299'999,
+                                    300'000,
+                                    300'001,
+                                    300'002,
+                                    edited->size() - 1,
+                                    qsizetype(random() % size_t(edited->size()))};
+        const qsizetype offset =
+            std::clamp<qsizetype>(places[random() % std::size(places)], 0, edited->size() - 1);
+        const QByteArray &piece = pieces[random() % std::size(pieces)];
+        edited->replace(offset, std::min(piece.size(), edited->size() - offset), piece);
+        text.update(edited, {offset, piece.size()});
+        const DisplayText anew(edited);
+        QCOMPARE(text.length(), anew.length());
+        QCOMPARE(text.byteLength(), anew.byteLength());
+        QCOMPARE(text.isMultiByte(), anew.isMultiByte());
+        const qsizetype from = std::max<qsizetype>(offset - 8, 0);
+        QCOMPARE(text.units(from, 16), anew.units(from, 16));
+    }
+}
+
+void TestDisplayText::update_ofAnotherBufferDecodesIt() {
+    DisplayText text(buffer("abc"));
+    text.update(buffer("\xe2\x82\xac"), {0, 0});
+    QCOMPARE(text.units(0, 9), QString(QChar(0x20AC)));
+    text.update(nullptr, {0, 0});
+    QCOMPARE(text.length(), 0);
+    text.update(nullptr, {0, 1});
+    QCOMPARE(text.byteLength(), 0);
+    const auto shrunk = buffer("abc");
+    text.update(shrunk, {0, 3});
+    shrunk->chop(1);
+    text.update(shrunk, {2, 1});
+    QCOMPARE(text.length(), 2);
 }
 
 QTEST_GUILESS_MAIN(TestDisplayText)
