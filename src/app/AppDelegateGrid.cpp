@@ -92,8 +92,9 @@ void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const Q
 // One byte may change how all the others read, where they are not a character each.
 ByteRange AppDelegate::saveEdit(ByteRange edited) {
     const bool wasMultiByte = state_.strData.isMultiByte();
-    write_output_data_to_temp_file(this);
-    loadStrData(this);
+    burnFile_.write(edited);
+    state_.strData.update(state_.display_data, edited);
+    with_.messages.say(Topic::HiddenBytes, hiddenBytesRemark(state_.strData));
     const bool changesAll = wasMultiByte || state_.strData.isMultiByte();
     return changesAll ? ByteRange{0, lengthOf(state_.output_data)} : edited;
 }

@@ -25,7 +25,14 @@ BurnFile::BurnFile(const ByteBuffer &image, TemporaryWorkspace &workspace, Setti
 
 void BurnFile::write() {
     written_ = true;
-    const Result<void> result = workspace_.write_output_data_to_temp_file(image_);
+    sayResult(workspace_.write_output_data_to_temp_file(image_));
+}
+
+void BurnFile::write(ByteRange changed) {
+    sayResult(workspace_.write_output_data_to_temp_file(image_, changed));
+}
+
+void BurnFile::sayResult(const Result<void> &result) {
     QString sentence;
     if (!result && image_) {
         const QString path = resolvedPathOf(defaults_, settingsKeys::temp_output_file);

@@ -25,6 +25,8 @@ public:
 
     /// Writes the image to the file that the settings name; says so if that failed.
     void write();
+    /// The same for an image of which just the bytes of \a changed are other ones than before.
+    void write(ByteRange changed);
     /// What \a operation would be about.
     BurnSituation situation(Operation operation) const;
     /// True if the user is asked before the run that \a burn is about; false if there is nothing
@@ -32,6 +34,7 @@ public:
     bool asks(const BurnSituation &burn, quint64 revision);
 
 private:
+    void sayResult(const Result<void> &result);
     void followPath(const QString &key);
     void writeAgain();
 

@@ -5,6 +5,7 @@
 
 #include "base/Log.h"
 #include "files/FileLoading.h"
+#include "files/FilePatching.h"
 #include "files/FileSaving.h"
 #include "files/SystemName.h"
 #include "settings/FilePaths.h"
@@ -73,7 +74,27 @@ Result<void> TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer
         log_.write(QStringLiteral("error writing to temp file"));
         removeOldImage(path);
     }
+    const std::optional<FileStamp> stamp = FileStamp::of(path);
+    written_ = lastWrite_ && stamp ? std::optional(Written{path, *stamp}) : std::nullopt;
     return lastWrite_;
+}
+
+Result<void> TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer &output_data,
+                                                                ByteRange changed) {
+    if (output_data && patch(*output_data, changed))
+        return lastWrite_;
+    return write_output_data_to_temp_file(output_data);
+}
+
+bool TemporaryWorkspace::patch(const QByteArray &bytes, ByteRange changed) {
+    if (!written_ || written_->path != resolvedPathOf(settings_, settingsKeys::temp_output_file))
+        return false;
+    const Result<FileStamp> patched = patchFile(written_->path, written_->stamp, bytes, changed);
+    if (!patched)
+        return false;
+    written_->stamp = *patched;
+    lastWrite_ = {};
+    return true;
 }
 
 bool TemporaryWorkspace::outputFileHolds(const ByteBuffer &output_data) const {

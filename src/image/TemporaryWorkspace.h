@@ -5,6 +5,7 @@
 
 #include "base/Result.h"
 #include "files/ByteBuffer.h"
+#include "files/FileStamp.h"
 
 class Log;
 class SettingsStore;
@@ -26,6 +27,11 @@ public:
     /// or if \a output_data is null; no older image is then left at the path.
     Result<void> write_output_data_to_temp_file(const ByteBuffer &output_data);
 
+    /// The same for an image of which just the bytes of \a changed are other ones than at the call
+    /// before, or come behind the last: they alone are written, in place, where the file is known
+    /// to be as that call left it.
+    Result<void> write_output_data_to_temp_file(const ByteBuffer &output_data, ByteRange changed);
+
     /// True if the file that a Write or Verify would hand to the tool now holds just
     /// \a output_data; for a null one, if there is no such file.
     bool outputFileHolds(const ByteBuffer &output_data) const;
@@ -42,5 +48,14 @@ public:
 private:
     const SettingsStore &settings_;
     Log &log_;
+    /// The file as it was left when it was last written; nothing where that failed.
+    struct Written {
+        QString path;
+        FileStamp stamp;
+    };
+
+    bool patch(const QByteArray &bytes, ByteRange changed);
+
     Result<void> lastWrite_;
+    std::optional<Written> written_;
 };

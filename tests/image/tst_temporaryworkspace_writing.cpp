@@ -37,6 +37,9 @@ private slots:
     void write_oldImageIsNeverHalfReplaced();
     void write_successForgetsTheProblem();
     void write_replacesTheTargetOfALinkAndKeepsPermissions();
+    void edit_isWrittenInPlace();
+    void edit_ofAFileThatIsAnotherWritesTheWhole();
+    void edit_atAnotherPathWritesTheWhole();
     void outputFileHolds_data();
     void outputFileHolds();
 
@@ -177,6 +180,43 @@ void TestTemporaryWorkspaceWriting::write_replacesTheTargetOfALinkAndKeepsPermis
     QCOMPARE(QFile::permissions(target) & ~(QFile::ReadUser | QFile::WriteUser), permissions);
     QVERIFY(QFileInfo(between).isSymLink());
     QCOMPARE(at->names(), QStringLiteral("between elsewhere.bin temp.bin"));
+}
+
+void TestTemporaryWorkspaceWriting::edit_isWrittenInPlace() {
+    const auto bytes = std::make_shared<QByteArray>("0123456789");
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bytes));
+    const quint64 inode = FileStamp::of(at->output())->inode;
+    for (const char *edited : {"x123456789", "xy23456789", "xy23456789abc", "xy2"}) {
+        *bytes = edited;
+        QVERIFY(at->workspace.write_output_data_to_temp_file(bytes, {0, bytes->size()}));
+        QCOMPARE(image(), *bytes);
+        QCOMPARE(FileStamp::of(at->output())->inode, inode);
+    }
+    QVERIFY(at->workspace.outputFileHolds(bytes));
+}
+
+void TestTemporaryWorkspaceWriting::edit_ofAFileThatIsAnotherWritesTheWhole() {
+    const auto bytes = std::make_shared<QByteArray>("0123456789");
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bytes));
+    QVERIFY(writeWholeFile(at->output(), "something else"));
+    bytes->data()[0] = 'x';
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bytes, {0, 1}));
+    QCOMPARE(image(), QByteArray("x123456789"));
+    QVERIFY(QFile::remove(at->output()));
+    bytes->data()[1] = 'y';
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bytes, {1, 1}));
+    QCOMPARE(image(), QByteArray("xy23456789"));
+    QVERIFY(!at->workspace.write_output_data_to_temp_file(nullptr));
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bytes, {1, 1}));
+    QCOMPARE(image(), QByteArray("xy23456789"));
+}
+
+void TestTemporaryWorkspaceWriting::edit_atAnotherPathWritesTheWhole() {
+    const auto bytes = std::make_shared<QByteArray>("0123456789");
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bytes));
+    at->settings.setValue(temp_output_file, at->home.filePath(QStringLiteral("elsewhere.bin")));
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bytes, {0, 1}));
+    QCOMPARE(readWholeFile(at->home.filePath(QStringLiteral("elsewhere.bin"))), *bytes);
 }
 
 void TestTemporaryWorkspaceWriting::outputFileHolds_data() {
