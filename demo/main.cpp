@@ -4,8 +4,8 @@
 // Shows the program at work where nobody sits in front of it: presses the window's buttons, says
 // what came of it and leaves a picture.
 
-#include "app/FilePanels.h"
 #include "base/Log.h"
+#include "control/FilePanels.h"
 #include "demo/Demonstration.h"
 #include "demo/Pictures.h"
 #include "settings/SettingsStore.h"

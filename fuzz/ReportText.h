@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "tool/ToolReport.h"
+#include "language/ToolReport.h"
 
 /// Everything that \a report says, to compare two of them.
 QString textOf(const ToolReport &report);

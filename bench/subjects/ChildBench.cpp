@@ -8,8 +8,8 @@
 #include "subjects/RawChild.h"
 #include "subjects/Samples.h"
 
-#include "tool/ChildProcess.h"
-#include "tool/Pipe.h"
+#include "process/ChildProcess.h"
+#include "process/Pipe.h"
 
 #include <QCoreApplication>
 

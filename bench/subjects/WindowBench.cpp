@@ -9,9 +9,9 @@
 #include "subjects/Samples.h"
 #include "subjects/ToolRunFolder.h"
 
-#include "app/FilePanels.h"
 #include "app/VelmWindow.h"
 #include "base/Log.h"
+#include "control/FilePanels.h"
 #include "files/HugePages.h"
 #include "grid/GridColumns.h"
 #include "grid/GridView.h"

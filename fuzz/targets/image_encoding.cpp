@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "FuzzInput.h"
-#include "tool/ImageEncoding.h"
+#include "language/ImageEncoding.h"
 
 #include <QRegularExpression>
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "FuzzInput.h"
-#include "tool/LogicReport.h"
-#include "tool/PinFailures.h"
+#include "language/LogicReport.h"
+#include "language/PinFailures.h"
 
 #include <algorithm>
 

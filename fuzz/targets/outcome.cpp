@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "FuzzInput.h"
-#include "tool/RunOutcome.h"
-#include "tool/SearchOutcome.h"
-#include "tool/ToolReportReader.h"
+#include "language/RunOutcome.h"
+#include "language/SearchOutcome.h"
+#include "language/ToolReportReader.h"
 
 // Whatever the tool said and however it ended, the run has one verdict with a sentence, and none
 // of the good ones without a reason.

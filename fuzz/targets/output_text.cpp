@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "FuzzInput.h"
-#include "tool/OutputDecoder.h"
+#include "process/OutputDecoder.h"
 
 #include <QByteArrayView>
 

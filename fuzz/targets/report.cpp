@@ -3,7 +3,7 @@
 
 #include "FuzzInput.h"
 #include "ReportText.h"
-#include "tool/ToolReportReader.h"
+#include "language/ToolReportReader.h"
 
 // What the tool prints means the same wherever it is cut, and whichever way its lines end.
 

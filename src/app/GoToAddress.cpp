@@ -3,8 +3,8 @@
 
 #include "app/GoToAddress.h"
 
-#include "app/AppDelegate.h"
-#include "app/Messages.h"
+#include "control/AppDelegate.h"
+#include "control/Messages.h"
 #include "grid/GridPresentation.h"
 #include "grid/GridView.h"
 

@@ -3,19 +3,19 @@
 
 #pragma once
 
-#include "app/AppDelegate.h"
 #include "app/MainWindow.h"
-#include "app/Messages.h"
 #include "app/RunControls.h"
-#include "app/RunLog.h"
-#include "app/UserFiles.h"
-#include "app/VerdictLine.h"
-#include "app/WindowMemory.h"
 #include "base/MainQueue.h"
 #include "base/WorkState.h"
+#include "control/AppDelegate.h"
+#include "control/Messages.h"
+#include "control/RunLog.h"
+#include "control/UserFiles.h"
+#include "control/VerdictLine.h"
 #include "devices/DeviceSearchPanel.h"
 #include "devices/UAStringManager.h"
 #include "devices/device_searcher.h"
+#include "settings/WindowMemory.h"
 #include "tool/LatePrinters.h"
 #include "widgets/KeyBinder.h"
 

@@ -3,12 +3,12 @@
 
 #include "app/WindowMenus.h"
 
-#include "app/ActionGate.h"
-#include "app/AppDelegate.h"
 #include "app/MainWindow.h"
-#include "app/Messages.h"
-#include "app/UserFiles.h"
 #include "base/WorkState.h"
+#include "control/ActionGate.h"
+#include "control/AppDelegate.h"
+#include "control/Messages.h"
+#include "control/UserFiles.h"
 #include "grid/GridColumns.h"
 #include "widgets/ConsoleView.h"
 

@@ -3,13 +3,13 @@
 
 #include "app/WindowWiring.h"
 
-#include "app/ActionGate.h"
-#include "app/AppDelegate.h"
 #include "app/GoToAddress.h"
 #include "app/MainWindow.h"
-#include "app/Messages.h"
-#include "app/UserFiles.h"
 #include "base/WorkState.h"
+#include "control/ActionGate.h"
+#include "control/AppDelegate.h"
+#include "control/Messages.h"
+#include "control/UserFiles.h"
 #include "devices/DeviceSearchPanel.h"
 #include "devices/UAStringManager.h"
 #include "devices/device_searcher.h"

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "app/FilePanels.h"
 #include "app/ProgramArguments.h"
 #include "app/RaiseChannel.h"
 #include "app/TerminationSignals.h"
@@ -10,6 +9,7 @@
 #include "app/WorkspaceLock.h"
 #include "base/FileDescriptor.h"
 #include "base/Log.h"
+#include "control/FilePanels.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"

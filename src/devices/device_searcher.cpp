@@ -10,10 +10,10 @@
 #include "devices/DeviceListModel.h"
 #include "devices/DeviceListView.h"
 #include "files/FileLoading.h"
+#include "language/SearchOutcome.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "tool/ScriptedMiniPro.h"
-#include "tool/SearchOutcome.h"
 
 #include <QItemSelectionModel>
 #include <QLineEdit>

@@ -5,12 +5,12 @@
 
 #include "base/Log.h"
 #include "base/MainQueue.h"
+#include "process/PipeHolders.h"
+#include "process/ReadHandle.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "tool/Console.h"
-#include "tool/PipeHolders.h"
-#include "tool/ReadHandle.h"
 #include "tool/ResultsFile.h"
 
 #include <QEventLoop>

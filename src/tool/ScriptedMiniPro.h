@@ -3,13 +3,13 @@
 
 #pragma once
 
-#include "tool/ChildProcess.h"
-#include "tool/CommandLine.h"
-#include "tool/OutputDecoder.h"
-#include "tool/Pipe.h"
-#include "tool/ReadHandle.h"
-#include "tool/RunOutcome.h"
-#include "tool/ToolReportReader.h"
+#include "language/CommandLine.h"
+#include "language/RunOutcome.h"
+#include "language/ToolReportReader.h"
+#include "process/ChildProcess.h"
+#include "process/OutputDecoder.h"
+#include "process/Pipe.h"
+#include "process/ReadHandle.h"
 #include "tool/WholeRows.h"
 
 #include <QObject>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "tool/ToolReportReader.h"
+#include "language/ToolReportReader.h"
 
 #include <QByteArray>
 

@@ -97,7 +97,7 @@ void TestDocuments::namedPaths_areCodeSpansAndLinks() {
 
 void TestDocuments::missingPaths_areNoticed() {
     const QStringList paths = {QStringLiteral("src/base/Log.h"),    QStringLiteral("base/Log.h"),
-                               QStringLiteral("app/HandEdits"),     QStringLiteral("guide.md"),
+                               QStringLiteral("control/HandEdits"), QStringLiteral("guide.md"),
                                QStringLiteral("src/base/Absent.h"), QStringLiteral("absent.md")};
     QCOMPARE(missingPaths(paths, top, QStringLiteral("docs")),
              QStringList({QStringLiteral("src/base/Absent.h"), QStringLiteral("absent.md")}));

@@ -97,6 +97,12 @@ void TestLayers::ruleNotices_data() {
         "src/devices/A.h: includes grid/GridModel.h");
     row("every folder includes itself, app everything", down, "src/app/A.h",
         "#include \"app/B.h\"\n#include \"grid/C.h\"\n#include \"devices/D.h\"\n", "");
+    row("the tool's language includes a process", down, "src/language/A.h",
+        "#include \"process/Pipe.h\"\n", "src/language/A.h: includes process/Pipe.h");
+    row("a process includes the tool", down, "src/process/A.h", "#include \"tool/Console.h\"\n",
+        "src/process/A.h: includes tool/Console.h");
+    row("control includes app", down, "src/control/A.h", "#include \"app/MainWindow.h\"\n",
+        "src/control/A.h: includes app/MainWindow.h");
     row("an include in a comment", down, "src/base/A.h", "// #include \"app/B.h\"\n", "");
     row("a way up by dots", down, "src/base/A.h", "#include \"../app/B.h\"\n",
         "src/base/A.h: includes ../app/B.h");
@@ -130,6 +136,8 @@ void TestLayers::ruleNotices_data() {
     row("grid mentions the controller", layerRules::controllerIsUnknownBelow, "src/grid/A.h",
         "class AppDelegate;\n", "src/grid/A.h: mentions AppDelegate");
     row("app mentions the controller", layerRules::controllerIsUnknownBelow, "src/app/A.h",
+        "class AppDelegate;\n", "");
+    row("the controller mentions itself", layerRules::controllerIsUnknownBelow, "src/control/A.h",
         "class AppDelegate;\n", "");
     row("the simulator includes the toolkit", layerRules::simulatorStandsAlone, "simulator/a.cpp",
         "#include <QString>\n#include <string>\n", "simulator/a.cpp: includes QString");

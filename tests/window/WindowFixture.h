@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "app/FilePanels.h"
 #include "app/VelmWindow.h"
+#include "control/FilePanels.h"
 #include "settings/SettingsStore.h"
 #include "support/RecordingLog.h"
 

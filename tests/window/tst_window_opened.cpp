@@ -3,7 +3,7 @@
 
 #include "window/EditingSteps.h"
 
-#include "app/OpenedFileWatch.h"
+#include "files/OpenedFileWatch.h"
 
 #include <QFile>
 #include <QPushButton>

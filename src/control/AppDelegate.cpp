@@ -1,0 +1,139 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+// Start-up, the image to burn, and the files that come and go.
+
+#include "control/AppDelegate.h"
+
+#include "base/Log.h"
+#include "base/MainQueue.h"
+#include "control/CompositionForm.h"
+#include "files/SuggestedName.h"
+#include "grid/GridView.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "widgets/ConsoleView.h"
+#include "widgets/TabView.h"
+
+namespace {
+
+constexpr qsizetype expectedRuns = 10;
+
+} // namespace
+
+AppDelegate::AppDelegate(const Surroundings &surroundings)
+    : with_(surroundings),
+      workspace_(with_.defaults, with_.log),
+      secondPress_(with_.messages),
+      burnFile_(state_.output_data, workspace_, with_.defaults, with_.messages, secondPress_,
+                with_.gate),
+      edits_(state_.output_data),
+      offers_({edits_, with_.messages, secondPress_, with_.gate,
+               [this] { return imageControls(outlets, with_.defaults); }}),
+      openedBinary_(state_.opened_bin_data, with_.messages, with_.gate),
+      panelHost_(outlets, with_.defaults, with_.queue, with_.messages, with_.gate) {
+    connect(&edits_, &HandEdits::imageChanged, this, &AppDelegate::showStep);
+    connect(&offers_, &EditOffers::saveAsked, this, [this] { export_output_data(this); });
+    connect(&offers_, &EditOffers::restored, this,
+            [this] { outlets.tableview->setFocus(Qt::OtherFocusReason); });
+    connect(&openedBinary_, &OpenedBinary::reloadAsked, this, [this] {
+        load_opened_binary();
+        build_and_reload();
+    });
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching() {
+    state_.retainArray = {};
+    state_.retainArray.reserve(expectedRuns);
+    with_.defaults.registerDefaults(settingsKeys::startupDefaults());
+    clear_temp_files(this);
+    load_opened_binary();
+    build_output_data(this);
+    showSelectedTab();
+}
+
+void AppDelegate::load_opened_binary() {
+    openedBinary_.load(with_.defaults.stringValue(settingsKeys::binary));
+}
+
+void AppDelegate::build_output_data(QObject *) {
+    edits_.keepReplaced();
+    CompositionInputs inputs = compositionInputs(outlets, with_.defaults);
+    inputs.read_from_chip_data = state_.read_from_chip_data;
+    inputs.opened_bin_data = state_.opened_bin_data;
+    state_.output_data = nullptr;
+    const Composition composition = composeImage(inputs);
+    for (const QString &line : composition.log)
+        with_.log.write(line);
+    state_.output_data = composition.image;
+    edits_.composed({.revision = revisions_.ofComposition(inputs, composition),
+                     .madeWith = imageControls(outlets, with_.defaults)});
+    write_output_data_to_temp_file(this);
+    sayHowItCameOut(with_.messages, inputs, composition);
+    noteImageChanged();
+    offers_.sayReplaced();
+    offers_.sayRestored();
+}
+
+// What was said about the image that was there speaks of it no more.
+void AppDelegate::noteImageChanged() {
+    secondPress_.withdraw();
+    with_.messages.happened(Event::ImageChanged);
+    if (lengthOf(state_.output_data) > 0)
+        with_.messages.happened(Event::ImageHasBytes);
+    emit imageToBurnChanged();
+}
+
+void AppDelegate::build_and_reload() {
+    build_output_data(this);
+    with_.queue.async([this] { showSelectedTab(); });
+}
+
+void AppDelegate::handleControl(QObject *sender) {
+    with_.log.write(QStringLiteral("handleControl:"));
+    if (!with_.gate.refuses() && composes(outlets, sender))
+        build_and_reload();
+}
+
+void AppDelegate::appendToOutputView(const QString &text) {
+    with_.queue.async([console = QPointer<ConsoleView>(outlets.textView), text] {
+        if (console)
+            console->appendText(text);
+    });
+}
+
+void AppDelegate::browseBinaryFile(QObject *) {
+    with_.files.openBinary(window_, [this](const QString &path) { openBinary(path); });
+}
+
+void AppDelegate::openBinary(const QString &path) {
+    if (with_.gate.refusesElseCommits())
+        return;
+    with_.defaults.setValue(settingsKeys::binary, path);
+    load_opened_binary();
+    build_and_reload();
+    with_.files.addRecent(path);
+}
+
+void AppDelegate::export_read_from_chip_data(QObject *) {
+    with_.files.saveImage(
+        window_, {.emptyLogLine = QStringLiteral("first read the chip!"),
+                  .emptyTopic = Topic::NothingRead,
+                  .emptySentence = tr("First read the chip: there is nothing to save yet."),
+                  .suggestedName = suggestedName(readDevice_, QStringLiteral(".bin")),
+                  .bytes = [this] { return state_.read_from_chip_data; },
+                  .saved = [this](const ByteBuffer &bytes) { offers_.noteSaved(bytes); }});
+}
+
+void AppDelegate::export_output_data(QObject *) {
+    const QString device = with_.defaults.stringValue(settingsKeys::device);
+    with_.files.saveImage(
+        window_, {.emptyLogLine = QStringLiteral("first create some data!"),
+                  .emptyTopic = Topic::NothingToBurn,
+                  .emptySentence = tr("First create some data: open a binary or read a chip."),
+                  .suggestedName = suggestedName(device, QStringLiteral("-burn.bin")),
+                  .bytes = [this] { return state_.output_data; },
+                  .saved = [this](const ByteBuffer &bytes) { offers_.noteSaved(bytes); }});
+}

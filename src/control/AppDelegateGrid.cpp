@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+// The tabs, what the grid asks and what is typed into it.
+
+#include "control/AppDelegate.h"
+
+#include "base/WorkState.h"
+#include "grid/CellEdit.h"
+#include "grid/GridColumns.h"
+#include "grid/GridPresentation.h"
+#include "grid/GridView.h"
+#include "language/LogicReport.h"
+#include "widgets/TabView.h"
+
+#include <QLabel>
+
+QString AppDelegate::selectedTab() const {
+    return outlets.tabview->selectedTabViewItem().identifier;
+}
+
+void AppDelegate::showSelectedTab() {
+    tabView_didSelectTabViewItem(outlets.tabview, outlets.tabview->selectedTabViewItem());
+}
+
+void AppDelegate::tabView_didSelectTabViewItem(TabView *, const TabViewItem &item) {
+    QString label;
+    if (item.identifier == readTabIdentifier()) {
+        state_.display_data = state_.read_from_chip_data;
+        loadStrData(this);
+        label = QStringLiteral("Data read from chip:");
+    } else if (item.identifier == burnTabIdentifier()) {
+        state_.display_data = state_.output_data;
+        loadStrData(this);
+        label = QStringLiteral("Data to burn:");
+    } else if (item.identifier == logicTabIdentifier()) {
+        state_.logictest_rows = {};
+        with_.messages.takeBack(Topic::HiddenBytes);
+    } else {
+        return;
+    }
+    outlets.tableview->setHeading(item.identifier == logicTabIdentifier() ? GridHeading::Pins
+                                                                          : GridHeading::Bytes);
+    outlets.tableview->reloadData();
+    outlets.peeping_at->setText(label);
+}
+
+void AppDelegate::loadStrData(QObject *) {
+    state_.strData = DisplayText(state_.display_data);
+    with_.messages.say(Topic::HiddenBytes, hiddenBytesRemark(state_.strData));
+}
+
+QStringList AppDelegate::trimEmptyStrings(const QStringList &strings) const {
+    return ::trimEmptyStrings(strings);
+}
+
+ShownContent AppDelegate::shownContent() const {
+    return {selectedTab(), state_.display_data, state_.strData, state_.logictest_headers,
+            state_.logictest_rows};
+}
+
+quint64 AppDelegate::numberOfRowsInTableView(QObject *) {
+    return rowCount(shownContent());
+}
+
+CellValue AppDelegate::tableView_objectValueForTableColumn_row(QObject *, const QString &column,
+                                                               qint64 row) {
+    return cellValue(shownContent(), column, row);
+}
+
+bool AppDelegate::tableView_shouldEditTableColumn_row(QObject *, const QString &, qint64) {
+    return mayEdit(selectedTab()) && with_.work.isIdle();
+}
+
+void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const QString &value,
+                                                              const QString &column, qint64 row) {
+    if (selectedTab() != burnTabIdentifier() || !state_.output_data || with_.gate.refuses())
+        return;
+    const CellEditOutcome edit =
+        commitEntry(*state_.output_data, state_.strData.length(), value, columnNumber(column), row);
+    if (!edit)
+        return;
+    if (edit->rejected)
+        with_.beep();
+    else
+        edits_.remember(*edit);
+    outlets.tableview->showEdit(*edit, saveEdit(edit->written()));
+    with_.messages.say(Topic::Entry, edit->rejected ? rejectionRemark(value) : QString());
+    noteImageChanged();
+}
+
+// One byte may change how all the others read, where they are not a character each.
+ByteRange AppDelegate::saveEdit(ByteRange edited) {
+    const bool wasMultiByte = state_.strData.isMultiByte();
+    burnFile_.write(edited);
+    state_.strData.update(state_.display_data, edited);
+    with_.messages.say(Topic::HiddenBytes, hiddenBytesRemark(state_.strData));
+    const bool changesAll = wasMultiByte || state_.strData.isMultiByte();
+    return changesAll ? ByteRange{0, lengthOf(state_.output_data)} : edited;
+}
+
+// A step taken back or made again is looked at where it is.
+void AppDelegate::showStep(ByteRange changed) {
+    outlets.tabview->selectTabViewItem(burnTabIdentifier());
+    state_.display_data = state_.output_data;
+    outlets.tableview->showChange(saveEdit(changed));
+    noteImageChanged();
+    offers_.sayRestored();
+    outlets.tableview->showAddress(changed.offset);
+}
+
+DragOperation AppDelegate::tableView_validateDrop_proposedRow_proposedDropOperation(
+    QObject *, const QMimeData *drag, qint64, int) {
+    return dropOperation(drag);
+}

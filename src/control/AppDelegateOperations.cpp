@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+// The operation buttons: one tool run for each press, and what it left.
+
+#include "control/AppDelegate.h"
+
+#include "base/Log.h"
+#include "base/WorkState.h"
+#include "control/OperationRun.h"
+#include "devices/device_searcher.h"
+#include "files/FileLoading.h"
+#include "grid/GridColumns.h"
+#include "grid/GridView.h"
+#include "language/LogicReport.h"
+#include "language/PinFailures.h"
+#include "settings/FilePaths.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "tool/ScriptedMiniPro.h"
+#include "widgets/ConsoleView.h"
+#include "widgets/TabView.h"
+
+#include <QLabel>
+
+void AppDelegate::go(QObject *sender) {
+    if (with_.gate.refusesElseCommits())
+        return;
+    auto *run = new ScriptedMiniPro(with_.defaults, with_.log, with_.queue, this);
+    state_.retainArray.append(run);
+    emit runMade(run);
+    run->setOutputView(outlets.textView);
+    const int tag = sender->property("tag").toInt();
+    chooseOperation(*run, tag);
+    const BurnSituation burn = burnFile_.situation(Operation(tag));
+    if (burnFile_.asks(burn, imageRevision()))
+        return;
+
+    with_.work.begin(Work::Running);
+    with_.messages.happened(Event::RunBegan);
+    currentRun_ = run;
+    RunRecord record =
+        carryOut(*run, ToolSettings::readFrom(with_.defaults), burn, imageRevision());
+    currentRun_ = nullptr;
+    if (tag == ReadOperation)
+        takeReadData(record);
+    else if (tag == LogicOperation)
+        takeLogicReport(record);
+    with_.work.end();
+    emit runEnded(record);
+}
+
+void AppDelegate::testLogic(QObject *sender) {
+    if (with_.gate.refuses())
+        return;
+    if (selectedTab() == logicTabIdentifier())
+        showSelectedTab();
+    else
+        outlets.tabview->selectTabViewItem(logicTabIdentifier());
+    go(sender);
+}
+
+void AppDelegate::stopRun() {
+    outlets.devicesearcher->stop();
+    if (!currentRun_)
+        return;
+    with_.work.stop();
+    currentRun_->stop();
+}
+
+void AppDelegate::chooseOperation(ScriptedMiniPro &run, int tag) {
+    switch (tag) {
+    case ReadOperation:
+        with_.log.write(QStringLiteral("ReadOperation"));
+        return run.setReadOperation();
+    case VerifyOperation:
+        with_.log.write(QStringLiteral("VerifyOperation"));
+        return run.setVerifyOperation();
+    case WriteOperation:
+        with_.log.write(QStringLiteral("WriteOperation"));
+        return run.setWriteOperation();
+    case LogicOperation:
+        with_.log.write(QStringLiteral("LogicOperation"));
+        run.setLogicOperation();
+        state_.logictest_rows = {};
+        return outlets.tableview->reloadData();
+    default:
+        return; // the run keeps the operation that it was made with
+    }
+}
+
+void AppDelegate::takeReadData(RunRecord &record) {
+    ReadFile file;
+    file.path = resolvedPathOf(with_.defaults, settingsKeys::temp_read_from_chip_file);
+    auto loaded = loadWholeFile(file.path);
+    if (const Failure *failure = loaded.failure()) {
+        state_.read_from_chip_data = nullptr;
+        file.trouble = failure->reason;
+        with_.log.write(QStringLiteral("error reading temp file: ") + failure->reason);
+    } else {
+        state_.read_from_chip_data = *std::move(loaded);
+        file.length = lengthOf(state_.read_from_chip_data);
+        with_.messages.happened(Event::BytesRead);
+    }
+    // The redisplay comes a turn later; until then the grid keeps the bytes that it shows.
+    build_and_reload();
+    const bool isOfThisChip = judgeRead(record, file);
+    if (isOfThisChip)
+        readDevice_ = record.device;
+    with_.messages.say(Topic::StaleRead, file.length > 0 && !isOfThisChip
+                                             ? staleReadRemark(record, file.path)
+                                             : QString());
+}
+
+// The heading and the rows belong to the results tab, whichever was looked at meanwhile.
+void AppDelegate::takeLogicReport(RunRecord &record) {
+    state_.logictest_rows = {};
+    const Result<LogicReport> report = loadLogicReport(
+        resolvedPathOf(with_.defaults, settingsKeys::temp_logic_chip_test_results_file), with_.log);
+    if (!report)
+        return;
+    if (selectedTab() != logicTabIdentifier())
+        outlets.tabview->selectTabViewItem(logicTabIdentifier());
+    outlets.peeping_at->setText(report->title.value_or(outlets.peeping_at->text()));
+    state_.logictest_headers = report->headers.value_or(state_.logictest_headers);
+    state_.logictest_rows = report->rows;
+    outlets.tableview->reloadData();
+    const QString failed = wordsFor(pinFailures(*report), state_.logictest_headers.size());
+    if (!failed.isEmpty())
+        record.outcome.sentence += QLatin1Char(' ') + failed;
+}

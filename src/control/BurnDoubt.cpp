@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "control/BurnDoubt.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+class Wording {
+    Q_DECLARE_TR_FUNCTIONS(BurnDoubt)
+
+public:
+    static QString foreignFile(const BurnSituation &situation) {
+        const QString path = QDir::toNativeSeparators(situation.path);
+        if (!QFileInfo::exists(situation.path))
+            return tr("The data to burn are in no file: %1 is missing.").arg(path);
+        if (!situation.writeProblem.isEmpty() && QFileInfo(situation.path).size() == 0)
+            return tr("%1 is empty: the data to burn could not be written there (%2).")
+                .arg(path, situation.writeProblem);
+        if (!situation.writeProblem.isEmpty())
+            return tr("%1 holds an older image: the data to burn could not be written there "
+                      "(%2).")
+                .arg(path, situation.writeProblem);
+        return tr("%1 does not hold the data to burn: something else has changed it.").arg(path);
+    }
+
+    static QString pressAgainForFile(const BurnSituation &situation) {
+        const Operation operation = situation.operation;
+        if (!QFileInfo::exists(situation.path))
+            return operation == WriteOperation
+                       ? tr("Press Write again to start the tool all the same.")
+                       : tr("Press Verify again to start the tool all the same.");
+        return operation == WriteOperation
+                   ? tr("Press Write again to burn that file as it stands.")
+                   : tr("Press Verify again to compare the chip with that file as it stands.");
+    }
+
+    static QString encodedText(Operation operation, ImageEncoding encoding) {
+        const QString what = tr("The tool takes these data for %1 text and decodes it by itself.")
+                                 .arg(nameOf(encoding));
+        return what + QLatin1Char(' ') +
+               (operation == WriteOperation
+                    ? tr("Press Write again to burn what it decodes, not the bytes shown.")
+                    : tr("Press Verify again to compare the chip with what it decodes, not with "
+                         "the bytes "
+                         "shown."));
+    }
+
+    static QString opened(ImageEncoding encoding, const QString &name) {
+        return tr("%1 reads as %2 text, which the tool decodes by itself: burned from address 0, "
+                  "the "
+                  "chip would not hold the bytes shown here.")
+            .arg(name, nameOf(encoding));
+    }
+
+    static QString noImage() {
+        return tr("There is no data to burn. Press Write again to start the tool all the same.");
+    }
+
+    static QString noData() {
+        return tr("There is no data to burn: open a binary, or read a chip and use its data. Press "
+                  "Write again to hand the tool an empty file all the same.");
+    }
+};
+
+} // namespace
+
+std::optional<BurnDoubt> doubtAbout(const BurnSituation &situation) {
+    const bool writes = situation.operation == WriteOperation;
+    if (!writes && situation.operation != VerifyOperation)
+        return std::nullopt;
+    if (!situation.fileIsImage)
+        return BurnDoubt{.key = QStringLiteral("file"),
+                         .sentence = Wording::foreignFile(situation) + QLatin1Char(' ') +
+                                     Wording::pressAgainForFile(situation),
+                         .canWriteAgain = true};
+    if (writes && !situation.hasImage)
+        return BurnDoubt{.key = QStringLiteral("none"), .sentence = Wording::noImage()};
+    if (writes && situation.imageLength == 0)
+        return BurnDoubt{.key = QStringLiteral("empty"), .sentence = Wording::noData()};
+    if (situation.encoding != ImageEncoding::Raw)
+        return BurnDoubt{.key = QStringLiteral("text"),
+                         .sentence = Wording::encodedText(situation.operation, situation.encoding)};
+    return std::nullopt;
+}
+
+QString decodingRemark(ImageEncoding encoding, const QString &name) {
+    return encoding == ImageEncoding::Raw ? QString() : Wording::opened(encoding, name);
+}

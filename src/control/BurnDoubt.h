@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "language/CommandLine.h"
+#include "language/ImageEncoding.h"
+
+#include <QString>
+
+#include <optional>
+
+/// What a Write or a Verify would be about, at the moment of the press.
+struct BurnSituation {
+    Operation operation = WriteOperation;
+    /// False where a composition was refused.
+    bool hasImage = true;
+    /// Of the data to burn as shown, in bytes; 0 without an image.
+    qint64 imageLength = 0;
+    /// What the tool would take those data for.
+    ImageEncoding encoding = ImageEncoding::Raw;
+    /// The file that the tool is going to get, and whether it holds the image as shown.
+    QString path;
+    bool fileIsImage = true;
+    /// Why the image could not be written there; empty if it was.
+    QString writeProblem;
+};
+
+/// A reason to ask the user before the tool is started.
+struct BurnDoubt {
+    /// Tells one reason from another.
+    QString key;
+    /// Translated; ends with what a second press does.
+    QString sentence;
+    /// Writing the image once more may do away with the reason.
+    bool canWriteAgain = false;
+};
+
+/// What is to be said of a file that was just opened, if the tool would decode it; else empty.
+/// \a name is what to call it.
+QString decodingRemark(ImageEncoding encoding, const QString &name);
+
+/// The most important reason to ask before \a situation goes on; nothing if there is none, and
+/// always for operations that take no image.
+std::optional<BurnDoubt> doubtAbout(const BurnSituation &situation);

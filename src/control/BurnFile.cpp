@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "control/BurnFile.h"
+
+#include "control/ActionGate.h"
+#include "files/FileStamp.h"
+#include "settings/FilePaths.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+BurnFile::BurnFile(const ByteBuffer &image, TemporaryWorkspace &workspace, SettingsStore &defaults,
+                   Messages &messages, SecondPress &secondPress, const ActionGate &gate)
+    : image_(image),
+      workspace_(workspace),
+      defaults_(defaults),
+      messages_(messages),
+      secondPress_(secondPress),
+      gate_(gate) {
+    connect(&defaults, &SettingsStore::valueChanged, this, &BurnFile::followPath);
+}
+
+void BurnFile::write() {
+    written_ = true;
+    sayResult(workspace_.write_output_data_to_temp_file(image_));
+}
+
+void BurnFile::write(ByteRange changed) {
+    sayResult(workspace_.write_output_data_to_temp_file(image_, changed));
+}
+
+void BurnFile::sayResult(const Result<void> &result) {
+    QString sentence;
+    if (!result && image_) {
+        const QString path = resolvedPathOf(defaults_, settingsKeys::temp_output_file);
+        sentence = QFileInfo(path).size() > 0
+                       ? tr("The data to burn could not be written to %1, which still holds an "
+                            "older image: %2")
+                       : tr("The data to burn could not be written to %1, so nothing is left to "
+                            "burn: %2");
+        sentence = sentence.arg(QDir::toNativeSeparators(path), result.failure()->reason);
+    }
+    messages_.say(Topic::Workspace, sentence);
+}
+
+// A path that has come to name another file gets the image at once, or a Write would burn what
+// happens to lie there.
+void BurnFile::followPath(const QString &key) {
+    if (key == settingsKeys::temp_output_file && written_ && !gate_.isClosed())
+        write();
+}
+
+BurnSituation BurnFile::situation(Operation operation) const {
+    BurnSituation burn;
+    burn.operation = operation;
+    if (operation != VerifyOperation && operation != WriteOperation)
+        return burn;
+    const Failure *problem = workspace_.lastWrite().failure();
+    burn.hasImage = image_ != nullptr;
+    burn.imageLength = lengthOf(image_);
+    burn.encoding = image_ ? encodingForTool(*image_) : ImageEncoding::Raw;
+    burn.path = resolvedPathOf(defaults_, settingsKeys::temp_output_file);
+    burn.fileIsImage = workspace_.outputFileHolds(image_);
+    burn.writeProblem = problem ? problem->reason : QString();
+    return burn;
+}
+
+bool BurnFile::asks(const BurnSituation &burn, quint64 revision) {
+    const std::optional<BurnDoubt> doubt = doubtAbout(burn);
+    if (!doubt) {
+        secondPress_.withdraw();
+        return false;
+    }
+    SecondPress::Question question;
+    question.thing =
+        QStringLiteral("%1 %2 %3 %4 %5")
+            .arg(doubt->key, QString::number(burn.operation), QString::number(revision), burn.path,
+                 FileStamp::text(FileStamp::of(burn.path)));
+    question.sentence = doubt->sentence;
+    if (doubt->canWriteAgain && image_)
+        question.action = {tr("Write the image file again"), [this] { writeAgain(); }};
+    return !secondPress_.confirms(question);
+}
+
+void BurnFile::writeAgain() {
+    if (gate_.refuses())
+        return;
+    secondPress_.withdraw();
+    write();
+    if (workspace_.outputFileHolds(image_))
+        messages_.say(Topic::ImageFile, tr("The image file holds the data to burn again."));
+}

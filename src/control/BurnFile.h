@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "control/BurnDoubt.h"
+#include "control/SecondPress.h"
+#include "files/ByteBuffer.h"
+#include "image/TemporaryWorkspace.h"
+
+#include <QObject>
+
+class ActionGate;
+class SettingsStore;
+
+/// The file through which the tool gets the data to burn: writes it, says when it could not, and
+/// asks the user before a run gets from it what the window does not show.
+class BurnFile final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Works on the image that \a image refers to at each moment. All must live as long.
+    BurnFile(const ByteBuffer &image, TemporaryWorkspace &workspace, SettingsStore &defaults,
+             Messages &messages, SecondPress &secondPress, const ActionGate &gate);
+
+    /// Writes the image to the file that the settings name; says so if that failed.
+    void write();
+    /// The same for an image of which just the bytes of \a changed are other ones than before.
+    void write(ByteRange changed);
+    /// What \a operation would be about.
+    BurnSituation situation(Operation operation) const;
+    /// True if the user is asked before the run that \a burn is about; false if there is nothing
+    /// to ask, or the same was asked just before. \a revision tells one image from another.
+    bool asks(const BurnSituation &burn, quint64 revision);
+
+private:
+    void sayResult(const Result<void> &result);
+    void followPath(const QString &key);
+    void writeAgain();
+
+    const ByteBuffer &image_;
+    TemporaryWorkspace &workspace_;
+    SettingsStore &defaults_;
+    Messages &messages_;
+    SecondPress &secondPress_;
+    const ActionGate &gate_;
+    bool written_ = false; ///< since the start, however that ended
+};

@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "control/DevicePanelHost.h"
+
+#include "base/MainQueue.h"
+#include "control/ActionGate.h"
+#include "control/AppDelegateOutlets.h"
+#include "control/Messages.h"
+#include "devices/device_searcher.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+
+#include <QDialog>
+
+namespace {
+
+constexpr int confirmed = 1;
+constexpr int cancelled = 0;
+const QString customSuffix = QStringLiteral("(custom)");
+
+} // namespace
+
+DevicePanelHost::DevicePanelHost(const AppDelegateOutlets &outlets, SettingsStore &defaults,
+                                 MainQueue &queue, Messages &messages, const ActionGate &gate)
+    : outlets_(outlets), defaults_(defaults), queue_(queue), messages_(messages), gate_(gate) {
+    connect(&defaults, &SettingsStore::valueChanged, this, [this](const QString &key) {
+        if (key == settingsKeys::device)
+            messages_.happened(Event::DeviceChanged);
+    });
+}
+
+void DevicePanelHost::show() {
+    if (gate_.refuses())
+        return;
+    QDialog *panel = outlets_.searchDevicesWindow;
+    connect(panel, &QDialog::finished, this, &DevicePanelHost::ended, Qt::UniqueConnection);
+    panel->open();
+}
+
+void DevicePanelHost::confirm() {
+    if (!gate_.refuses())
+        outlets_.searchDevicesWindow->done(confirmed);
+}
+
+void DevicePanelHost::cancel() {
+    outlets_.searchDevicesWindow->done(cancelled);
+}
+
+void DevicePanelHost::ended(int code) {
+    if (code != confirmed)
+        return;
+    queue_.async([this] {
+        const std::optional<QString> name = outlets_.devicesearcher->selectedItem(this);
+        if (name && defaults_.setValue(settingsKeys::device, *name))
+            offerToRemoveCustomSuffix(*name);
+    });
+}
+
+// The tool marks a user's own devices in its list with a suffix that is no part of their names.
+void DevicePanelHost::offerToRemoveCustomSuffix(const QString &name) {
+    messages_.happened(Event::DeviceChanged);
+    if (!name.endsWith(customSuffix))
+        return;
+    const QString plain = name.chopped(customSuffix.size());
+    messages_.say(Topic::Device,
+                  tr("The tool marks %1 as custom; the mark is no part of the name.").arg(plain),
+                  {tr("Remove “(custom)”"), [this, plain] {
+                       if (defaults_.setValue(settingsKeys::device, plain))
+                           messages_.happened(Event::DeviceChanged);
+                   }});
+}

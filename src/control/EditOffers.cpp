@@ -1,0 +1,102 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "control/EditOffers.h"
+
+#include "control/ActionGate.h"
+#include "control/HandEdits.h"
+
+#include <QLocale>
+
+EditOffers::EditOffers(const Surroundings &surroundings)
+    : edits_(surroundings.edits),
+      messages_(surroundings.messages),
+      secondPress_(surroundings.secondPress),
+      gate_(surroundings.gate),
+      controls_(surroundings.controls) {}
+
+void EditOffers::undo() {
+    if (!gate_.refusesElseCommits())
+        edits_.undo();
+}
+
+void EditOffers::redo() {
+    if (!gate_.refusesElseCommits())
+        edits_.redo();
+}
+
+void EditOffers::restore() {
+    if (gate_.refusesElseCommits() || edits_.replaced().isEmpty())
+        return;
+    const int edits = edits_.replaced().last().state.edits;
+    edits_.restore();
+    sayReplaced();
+    sayRestored(edits);
+    emit restored();
+}
+
+const QUndoStack &EditOffers::history() const {
+    return edits_.history();
+}
+
+// Edits made by hand may be an hour's work, and any control of the composition replaces them.
+void EditOffers::sayReplaced() {
+    const int edits = edits_.replaced().isEmpty() ? 0 : edits_.replaced().last().state.edits;
+    messages_.say(Topic::ReplacedEdits,
+                  edits == 0   ? QString()
+                  : edits == 1 ? tr("1 hand edit was replaced.")
+                               : tr("%1 hand edits were replaced.").arg(QLocale().toString(edits)),
+                  {tr("Restore"), [this] { restore(); }});
+}
+
+void EditOffers::sayRestored(int edits) {
+    QStringList sentences;
+    if (edits > 0)
+        sentences << (edits == 1
+                          ? tr("1 hand edit was restored.")
+                          : tr("%1 hand edits were restored.").arg(QLocale().toString(edits)));
+    const QStringList differing = controlsThatDiffer(edits_.state().madeWith, controls_());
+    if (!differing.isEmpty())
+        sentences << tr("This image was made with other values than these now: %1.")
+                         .arg(QLocale().createSeparatedList(differing));
+    messages_.say(Topic::RestoredImage, sentences.join(QLatin1Char(' ')));
+}
+
+void EditOffers::noteSaved(const ByteBuffer &bytes) {
+    if (bytes != edits_.image())
+        return;
+    edits_.noteSaved();
+    secondPress_.withdraw();
+}
+
+bool EditOffers::refusesToLose(SecondPress::Presser presser) {
+    const HandEdits::Unsaved edits = edits_.unsaved();
+    if (edits.present + edits.replaced == 0)
+        return false;
+    SecondPress::Question question =
+        edits.present > 0 ? aboutPresent(edits.present) : aboutReplaced(edits.replaced);
+    question.thing = QStringLiteral("close %1 %2 %3")
+                         .arg(QString::number(edits_.state().revision),
+                              QString::number(edits.present), QString::number(edits.replaced));
+    return !secondPress_.confirms(question, presser);
+}
+
+SecondPress::Question EditOffers::aboutPresent(int edits) {
+    return {.thing = {},
+            .sentence = edits == 1 ? tr("1 hand edit is in no file. Save the data to burn, or "
+                                        "close again to give it up.")
+                                   : tr("%1 hand edits are in no file. Save the data to burn, or "
+                                        "close again to give them up.")
+                                         .arg(QLocale().toString(edits)),
+            .action = {tr("Save data to burn\u2026"), [this] { emit saveAsked(); }}};
+}
+
+SecondPress::Question EditOffers::aboutReplaced(int edits) {
+    return {.thing = {},
+            .sentence = edits == 1 ? tr("1 hand edit that was replaced is in no file. Restore it, "
+                                        "or close again to give it up.")
+                                   : tr("%1 hand edits that were replaced are in no file. Restore "
+                                        "them, or close again to give them up.")
+                                         .arg(QLocale().toString(edits)),
+            .action = {tr("Restore"), [this] { restore(); }}};
+}

@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "control/SecondPress.h"
+#include "image/CompositionRemarks.h"
+
+#include <QObject>
+
+#include <functional>
+
+class ActionGate;
+class HandEdits;
+class QUndoStack;
+
+/// What the user can do with the edits of the data to burn: take them back, make them again,
+/// bring back those that a composition replaced; and what the window says of them, so that none
+/// is lost without a word.
+class EditOffers final : public QObject {
+    Q_OBJECT
+
+public:
+    /// What an offer works with; all must live as long.
+    struct Surroundings {
+        HandEdits &edits;
+        Messages &messages;
+        SecondPress &secondPress;
+        const ActionGate &gate;
+        /// What the controls of the composition say at the moment of the call.
+        std::function<ImageControls()> controls;
+    };
+
+    explicit EditOffers(const Surroundings &surroundings);
+
+    /// Takes the last edit back, or makes it again; the whole entry that is being typed counts as
+    /// one. Nothing happens if there is none, or while the tool works.
+    void undo();
+    void redo();
+    /// Puts the newest image that was replaced with its edits in the place of the data to burn.
+    /// Nothing happens if there is none, or while the tool works.
+    void restore();
+    /// The edits, to look at.
+    const QUndoStack &history() const;
+
+    /// Says how many edits wait to be restored, and offers it.
+    void sayReplaced();
+    /// Says how many \a edits have just come back, if any, and where the image and the controls
+    /// part.
+    void sayRestored(int edits = 0);
+    /// \a bytes are in a file of the user's now: if they are the data to burn, their edits are
+    /// safe.
+    void noteSaved(const ByteBuffer &bytes);
+    /// True, and said, if closing now would lose edits that are in no file; a second call is taken
+    /// for the consent of \a presser.
+    bool refusesToLose(SecondPress::Presser presser);
+
+signals:
+    /// An image with its edits has been restored.
+    void restored();
+    /// The user wants the data to burn in a file.
+    void saveAsked();
+
+private:
+    SecondPress::Question aboutPresent(int edits);
+    SecondPress::Question aboutReplaced(int edits);
+
+    HandEdits &edits_;
+    Messages &messages_;
+    SecondPress &secondPress_;
+    const ActionGate &gate_;
+    std::function<ImageControls()> controls_;
+};

@@ -1,0 +1,102 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "control/Messages.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace {
+
+using Severity = MessageLine::Severity;
+
+constexpr auto information = Severity::Information;
+constexpr auto success = Severity::Success;
+constexpr auto warning = Severity::Warning;
+constexpr auto problem = Severity::Problem;
+
+struct Rule {
+    Topic topic;
+    Severity usual;
+    Severity inTrouble;
+    /// What makes it untrue; nothing where whoever says it takes it back or says it anew.
+    std::optional<Event> end;
+    std::optional<Event> otherEnd = std::nullopt;
+};
+
+constexpr std::array rules = {
+    Rule{Topic::Verdict, information, problem, Event::RunBegan},
+    Rule{Topic::Busy, warning, warning, Event::WorkEnded},
+    Rule{Topic::SecondPress, warning, warning, {}},
+    Rule{Topic::Leftovers, information, information, {}},
+    Rule{Topic::StaleRead, warning, warning, {}},
+    Rule{Topic::NothingRead, warning, warning, Event::BytesRead},
+    Rule{Topic::NothingToBurn, warning, warning, Event::ImageHasBytes},
+    Rule{Topic::Composition, information, problem, {}},
+    Rule{Topic::Workspace, problem, problem, {}},
+    Rule{Topic::ImageFile, information, problem, Event::ImageChanged, Event::RunBegan},
+    Rule{Topic::Binary, warning, warning, Event::BinaryLoading},
+    Rule{Topic::OpenedFile, information, warning, Event::BinaryLoading},
+    Rule{Topic::Saving, success, problem, Event::SavingBegan},
+    Rule{Topic::Entry, warning, warning, {}},
+    Rule{Topic::ReplacedEdits, warning, warning, {}},
+    Rule{Topic::RestoredImage, information, information, {}},
+    Rule{Topic::HiddenBytes, information, information, {}},
+    Rule{Topic::Copy, warning, warning, Event::RowsSelected},
+    Rule{Topic::Address, warning, warning, Event::AddressChanged},
+    Rule{Topic::Device, warning, warning, Event::DeviceChanged},
+    Rule{Topic::Favourites, information, information, {}},
+    Rule{Topic::Console, information, information, Event::ConsoleCleared},
+    Rule{Topic::Settings, warning, problem, Event::SettingsSaved},
+    Rule{Topic::SettingsNotRead, problem, problem, {}},
+    Rule{Topic::About, information, information, {}},
+};
+
+constexpr bool inOrder() {
+    for (std::size_t i = 0; i < rules.size(); ++i)
+        if (static_cast<std::size_t>(rules[i].topic) != i)
+            return false;
+    return rules.back().topic == Topic::About;
+}
+static_assert(inOrder(), "one rule for each topic, in the topics' order");
+
+constexpr int number(Topic topic) {
+    return static_cast<int>(topic);
+}
+
+constexpr const Rule &ruleOf(Topic topic) {
+    return rules[static_cast<std::size_t>(topic)];
+}
+
+} // namespace
+
+void Messages::say(Topic topic, const QString &sentence, const Action &action) {
+    line_.setNotice(number(topic), ruleOf(topic).usual, sentence, action);
+}
+
+void Messages::sayTrouble(Topic topic, const QString &sentence, const Action &action) {
+    line_.setNotice(number(topic), ruleOf(topic).inTrouble, sentence, action);
+}
+
+void Messages::sayVerdict(MessageLine::Severity severity, const QString &sentence) {
+    line_.setNotice(number(Topic::Verdict), severity, sentence);
+}
+
+void Messages::sayInPassing(Topic topic, const QString &sentence) {
+    line_.setPassingNotice(number(topic), ruleOf(topic).usual, sentence);
+}
+
+void Messages::endPassing() {
+    line_.endPassingNotice();
+}
+
+void Messages::takeBack(Topic topic) {
+    line_.clearNotice(number(topic));
+}
+
+void Messages::happened(Event event) {
+    for (const Rule &rule : rules)
+        if (rule.end == event || rule.otherEnd == event)
+            takeBack(rule.topic);
+}

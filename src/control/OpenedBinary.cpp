@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "control/OpenedBinary.h"
+
+#include "control/ActionGate.h"
+#include "control/BurnDoubt.h"
+#include "files/FileLoading.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+OpenedBinary::OpenedBinary(ByteBuffer &bytes, Messages &messages, const ActionGate &gate)
+    : bytes_(bytes), messages_(messages), gate_(gate) {
+    connect(&watch_, &OpenedFileWatch::stateChanged, this, &OpenedBinary::fileChanged);
+}
+
+void OpenedBinary::load(const QString &path) {
+    messages_.happened(Event::BinaryLoading);
+    watch_.watch(path);
+    if (bytes_ && fileHolds(path, *bytes_))
+        return sayHowItReads(path);
+    bytes_ = nullptr;
+    if (path.isEmpty())
+        return;
+    auto loaded = loadWholeFile(path);
+    if (const Failure *failure = loaded.failure()) {
+        messages_.say(Topic::Binary, tr("The opened binary could not be read: %1 (%2)")
+                                         .arg(QDir::toNativeSeparators(path), failure->reason));
+        watch_.watch({});
+        return;
+    }
+    bytes_ = *std::move(loaded);
+    sayHowItReads(path);
+}
+
+void OpenedBinary::sayHowItReads(const QString &path) {
+    messages_.say(Topic::Binary,
+                  decodingRemark(encodingForTool(*bytes_), QFileInfo(path).fileName()));
+}
+
+void OpenedBinary::fileChanged(OpenedFileWatch::State state) {
+    const QString path = QDir::toNativeSeparators(watch_.path());
+    switch (state) {
+    case OpenedFileWatch::State::AsOpened:
+        return messages_.takeBack(Topic::OpenedFile);
+    case OpenedFileWatch::State::Gone:
+        return messages_.say(
+            Topic::OpenedFile,
+            tr("%1 is no longer on the disk; its bytes are still here.").arg(path));
+    case OpenedFileWatch::State::Changed:
+        if (bytes_ && fileHolds(watch_.path(), *bytes_))
+            return; // touched, or written again as it was
+        return messages_.sayTrouble(Topic::OpenedFile,
+                                    tr("%1 has changed on the disk since it was opened.").arg(path),
+                                    {tr("Reload"), [this] { askToReload(); }});
+    }
+}
+
+void OpenedBinary::askToReload() {
+    if (!gate_.refusesElseCommits())
+        emit reloadAsked();
+}

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "control/Messages.h"
+#include "files/ByteBuffer.h"
+#include "files/OpenedFileWatch.h"
+
+class ActionGate;
+
+/// The binary file that the user opened: its bytes are loaded whole, and its file is watched, so
+/// that the window can say when the bytes are no longer those on the disk.
+class OpenedBinary final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Keeps the bytes in \a bytes, null where there are none. All must live as long.
+    OpenedBinary(ByteBuffer &bytes, Messages &messages, const ActionGate &gate);
+
+    /// Loads the file at the absolute \a path instead of any other, and says so if it cannot be
+    /// read, or how it reads. The very same bytes stay the very same buffer. An empty path is no
+    /// file.
+    void load(const QString &path);
+
+signals:
+    /// The user wants the file's bytes as they are now, and the tool does not work.
+    void reloadAsked();
+
+private:
+    void sayHowItReads(const QString &path);
+    void askToReload();
+    void fileChanged(OpenedFileWatch::State state);
+
+    ByteBuffer &bytes_;
+    Messages &messages_;
+    const ActionGate &gate_;
+    OpenedFileWatch watch_;
+};

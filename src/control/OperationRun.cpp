@@ -1,0 +1,102 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "control/OperationRun.h"
+
+#include "files/FileStamp.h"
+#include "language/UsbProgrammers.h"
+#include "tool/ScriptedMiniPro.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLocale>
+
+namespace {
+
+class Wording {
+    Q_DECLARE_TR_FUNCTIONS(OperationRun)
+
+public:
+    static RunOutcome nothingRead(const ReadFile &file) {
+        const QString trouble = file.trouble.isEmpty() ? tr("the file is empty") : file.trouble;
+        return {RunOutcome::Verdict::Failed,
+                tr("The tool says that it has read the chip, but there are no bytes in %1: %2.")
+                    .arg(QDir::toNativeSeparators(file.path), trouble),
+                tr("See whether the tool may write there, and read again.")};
+    }
+
+    static QString bytesRead(const QString &sentence, qint64 length) {
+        return tr("%1 %2 bytes.").arg(sentence, QLocale().toString(length));
+    }
+
+    static QString stale(const QString &when) {
+        return tr("The last Read failed; these bytes are from %1.").arg(when);
+    }
+};
+
+bool takesImage(Operation operation) {
+    return operation == VerifyOperation || operation == WriteOperation;
+}
+
+bool endedWell(const RunOutcome &outcome) {
+    return outcome.verdict == RunOutcome::Verdict::Succeeded ||
+           outcome.verdict == RunOutcome::Verdict::Qualified;
+}
+
+RunRecord recordBefore(Operation operation, const ToolSettings &settings, const BurnSituation &burn,
+                       quint64 imageRevision) {
+    RunRecord record;
+    record.operation = operation;
+    record.device = settings.device;
+    record.tool = settings.tool;
+    record.commandLine = operationCommand(operation, settings);
+    record.started = QDateTime::currentDateTime();
+    if (!takesImage(operation))
+        return record;
+    record.imageLength = burn.fileIsImage ? burn.imageLength : QFileInfo(burn.path).size();
+    if (burn.fileIsImage)
+        record.imageRevision = imageRevision;
+    else
+        record.fileMark = FileStamp::text(FileStamp::of(burn.path));
+    return record;
+}
+
+} // namespace
+
+RunRecord carryOut(ScriptedMiniPro &run, const ToolSettings &settings, const BurnSituation &burn,
+                   quint64 imageRevision) {
+    const Operation operation = run.facts().operation;
+    RunRecord record = recordBefore(operation, settings, burn, imageRevision);
+    record.status = run.launch();
+    record.ended = QDateTime::currentDateTime();
+    RunFacts facts = run.facts();
+    facts.imageLength = record.imageLength;
+    facts.imageIsShown = burn.fileIsImage;
+    if (takesImage(operation) && burn.fileIsImage)
+        facts.encoding = burn.encoding;
+    facts.programmers = pluggedProgrammers();
+    record.outcome = judgeRun(facts);
+    record.said = run.saidTail();
+    run.releaseOutput();
+    return record;
+}
+
+bool judgeRead(RunRecord &record, const ReadFile &file) {
+    record.imageLength = file.length;
+    if (!endedWell(record.outcome))
+        return false;
+    if (file.length == 0) {
+        record.outcome = Wording::nothingRead(file);
+        return false;
+    }
+    record.outcome.sentence = Wording::bytesRead(record.outcome.sentence, file.length);
+    return true;
+}
+
+QString staleReadRemark(const RunRecord &record, const QString &path) {
+    const QDateTime written = QFileInfo(path).lastModified();
+    return Wording::stale(written.date() == record.started.date()
+                              ? QLocale().toString(written.time(), QStringLiteral("HH:mm"))
+                              : QLocale().toString(written, QLocale::ShortFormat));
+}

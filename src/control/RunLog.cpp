@@ -1,0 +1,11 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "control/RunLog.h"
+
+void RunLog::add(const RunRecord &record) {
+    records_.append(record);
+    if (records_.size() > mostRememberedWords)
+        records_[records_.size() - 1 - mostRememberedWords].said.clear();
+    emit added();
+}

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "language/RunRecord.h"
+
+#include <QList>
+#include <QObject>
+
+/// The runs of this start and what came of them. Of the oldest ones only what they said is
+/// forgotten.
+class RunLog final : public QObject {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// Of how many runs what the tool said is kept.
+    static constexpr qsizetype mostRememberedWords = 20;
+
+    void add(const RunRecord &record);
+    /// The oldest first.
+    const QList<RunRecord> &records() const { return records_; }
+
+signals:
+    /// A run was added; it is the last of records().
+    void added();
+
+private:
+    QList<RunRecord> records_;
+};

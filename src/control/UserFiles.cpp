@@ -1,0 +1,108 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "control/UserFiles.h"
+
+#include "base/Log.h"
+#include "control/ActionGate.h"
+#include "files/FileSaving.h"
+#include "settings/WindowMemory.h"
+
+#include <QFileInfo>
+
+namespace {
+
+const QString openPurpose = QStringLiteral("open");
+const QString savePurpose = QStringLiteral("save");
+
+} // namespace
+
+UserFiles::UserFiles(const Surroundings &surroundings)
+    : panels_(surroundings.panels),
+      memory_(surroundings.memory),
+      log_(surroundings.log),
+      messages_(surroundings.messages),
+      gate_(surroundings.gate) {}
+
+void UserFiles::openBinary(QWidget *window, const std::function<void(const QString &)> &chosen) {
+    if (gate_.refuses())
+        return;
+    FilePanelRequest request;
+    request.kind = FilePanelRequest::Kind::Open;
+    request.title = tr("Open binary");
+    request.typeName = tr("Binary images");
+    request.extensions = {QStringLiteral("bin"), QStringLiteral("hex"), QStringLiteral("rom"),
+                          QStringLiteral("crt")};
+    ask(window, openPurpose, request, chosen);
+}
+
+void UserFiles::saveImage(QWidget *window, const Export &image) {
+    if (gate_.refusesElseCommits())
+        return;
+    messages_.happened(Event::SavingBegan);
+    if (lengthOf(image.bytes()) == 0) {
+        log_.write(image.emptyLogLine);
+        messages_.say(image.emptyTopic, image.emptySentence);
+        return;
+    }
+    FilePanelRequest request;
+    request.kind = FilePanelRequest::Kind::Save;
+    request.title = tr("Save");
+    request.suggestedName = image.suggestedName;
+    request.typeName = tr("Binary images");
+    request.extensions = {QStringLiteral("bin")};
+    ask(window, savePurpose, request, [this, image](const QString &path) { write(path, image); });
+}
+
+void UserFiles::saveConsole(QWidget *window, const std::function<QString()> &text) {
+    FilePanelRequest request;
+    request.kind = FilePanelRequest::Kind::Save;
+    request.title = tr("Save console");
+    request.suggestedName = QStringLiteral("console.txt");
+    request.typeName = tr("Text files");
+    request.extensions = {QStringLiteral("txt")};
+    ask(window, savePurpose, request,
+        [this, text](const QString &path) { write(path, text().toUtf8()); });
+}
+
+QStringList UserFiles::recent() const {
+    return memory_.recentFiles();
+}
+
+void UserFiles::addRecent(const QString &path) {
+    memory_.addRecentFile(path);
+    emit recentChanged();
+}
+
+void UserFiles::ask(QWidget *window, const QString &purpose, FilePanelRequest request,
+                    const std::function<void(const QString &)> &chosen) {
+    request.folder = memory_.lastFolder(purpose);
+    panels_.begin(window, request, [this, purpose, chosen](const QString &path) {
+        memory_.setLastFolder(purpose, QFileInfo(path).path());
+        chosen(path);
+    });
+}
+
+// A composition may have been refused since the panel was opened: what is absent replaces no file.
+void UserFiles::write(const QString &path, const Export &image) {
+    const ByteBuffer bytes = image.bytes();
+    if (!bytes)
+        return failed(path,
+                      tr("There are no bytes to save any more: %1 was left as it is.").arg(path));
+    if (write(path, *bytes))
+        image.saved(bytes);
+}
+
+bool UserFiles::write(const QString &path, const QByteArray &bytes) {
+    const Result<void> saved = saveWholeFile(path, bytes);
+    if (const Failure *failure = saved.failure())
+        failed(path, tr("%1 could not be written: %2").arg(path, failure->reason));
+    else
+        messages_.say(Topic::Saving, tr("Saved %1.").arg(path));
+    return bool(saved);
+}
+
+void UserFiles::failed(const QString &path, const QString &sentence) {
+    log_.write(QStringLiteral("error writing to ") + path);
+    messages_.sayTrouble(Topic::Saving, sentence);
+}

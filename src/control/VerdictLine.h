@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "control/VerdictWords.h"
+
+#include <QObject>
+
+#include <functional>
+
+class Messages;
+class RunLog;
+
+/// Keeps the verdict on the newest run in the message line, worded by what is shown.
+class VerdictLine final : public QObject {
+    Q_OBJECT
+
+public:
+    /// What is shown at the moment of the call; nothing while it is about to change, as it is while
+    /// the tool runs.
+    using Ask = std::function<std::optional<ShownNow>()>;
+
+    /// \a runs and \a messages must live longer than this object, and what \a ask uses.
+    VerdictLine(const RunLog &runs, Messages &messages, Ask ask, QObject *parent = nullptr);
+
+    /// A run begins: the verdict on an earlier one goes.
+    void clear();
+    /// Compares the verdict with what is shown now.
+    void refresh();
+
+private:
+    void showNewest();
+
+    const RunLog &runs_;
+    Messages &messages_;
+    Ask ask_;
+    /// As the line has it: what stands there already is not said again.
+    QString shown_;
+};

@@ -1,0 +1,140 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "control/VerdictWords.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+
+namespace {
+
+using Severity = MessageLine::Severity;
+using Verdict = RunOutcome::Verdict;
+
+class Wording {
+    Q_DECLARE_TR_FUNCTIONS(VerdictWords)
+
+public:
+    explicit Wording(const RunRecord &run) : run_(run) {}
+
+    QString changedSince(const ShownNow &now) const {
+        const bool otherImage = run_.imageRevision != 0 && run_.imageRevision != now.imageRevision;
+        const bool otherDevice = run_.device != now.device;
+        if (!run_.fileMark.isEmpty() && run_.fileMark != now.fileMark)
+            return tr("the file that was handed over has changed since.");
+        if (otherImage && otherDevice)
+            return tr("the device and the data to burn have changed since.");
+        if (otherImage)
+            return tr("the data to burn have changed since.");
+        if (otherDevice)
+            return tr("another device has been chosen since.");
+        return {};
+    }
+
+    /// What happened, and when: "Verified at 13:02".
+    QString event() const {
+        const QDate today = QDate::currentDate();
+        const QString time = run_.ended.date() == today
+                                 ? run_.ended.time().toString(QStringLiteral("HH:mm"))
+                                 : QLocale().toString(run_.ended, QLocale::ShortFormat);
+        return eventPattern().arg(time);
+    }
+
+private:
+    QString eventPattern() const {
+        switch (run_.outcome.verdict) {
+        case Verdict::Succeeded:
+            return success();
+        case Verdict::Qualified:
+            return qualified();
+        case Verdict::Stopped:
+            return stopped();
+        case Verdict::Failed:
+        case Verdict::NotStarted:
+            break;
+        }
+        return failure();
+    }
+
+    QString success() const {
+        switch (run_.operation) {
+        case ReadOperation:
+            return tr("Read at %1");
+        case VerifyOperation:
+            return tr("Verified at %1");
+        case WriteOperation:
+            return tr("Written and verified at %1");
+        case LogicOperation:
+            break;
+        }
+        return tr("Logic test passed at %1");
+    }
+
+    QString qualified() const {
+        switch (run_.operation) {
+        case ReadOperation:
+            return tr("Read, with a warning, at %1");
+        case VerifyOperation:
+            return tr("Verified, with a warning, at %1");
+        case WriteOperation:
+            return tr("Written, with a warning, at %1");
+        case LogicOperation:
+            break;
+        }
+        return tr("Logic test passed, with a warning, at %1");
+    }
+
+    QString stopped() const {
+        switch (run_.operation) {
+        case ReadOperation:
+            return tr("Read stopped at %1");
+        case VerifyOperation:
+            return tr("Verify stopped at %1");
+        case WriteOperation:
+            return tr("Write stopped at %1: the chip may be written in part");
+        case LogicOperation:
+            break;
+        }
+        return tr("Logic test stopped at %1");
+    }
+
+    QString failure() const {
+        switch (run_.operation) {
+        case ReadOperation:
+            return tr("Read failed at %1");
+        case VerifyOperation:
+            return tr("Verify failed at %1");
+        case WriteOperation:
+            return tr("Write failed at %1");
+        case LogicOperation:
+            break;
+        }
+        return tr("Logic test failed at %1");
+    }
+
+    const RunRecord &run_;
+};
+
+Severity severityOf(Verdict verdict) {
+    switch (verdict) {
+    case Verdict::Succeeded:
+        return Severity::Success;
+    case Verdict::Qualified:
+    case Verdict::Stopped:
+        return Severity::Warning;
+    case Verdict::Failed:
+    case Verdict::NotStarted:
+        break;
+    }
+    return Severity::Problem;
+}
+
+} // namespace
+
+VerdictWords wordsFor(const RunRecord &run, const ShownNow &now) {
+    const Wording wording(run);
+    const QString changed = wording.changedSince(now);
+    if (changed.isEmpty())
+        return {severityOf(run.outcome.verdict), run.outcome.words()};
+    return {Severity::Information, QStringLiteral("%1; %2").arg(wording.event(), changed)};
+}

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "language/RunRecord.h"
+#include "widgets/MessageLine.h"
+
+/// What the window shows at this moment, as far as a verdict may speak of it.
+struct ShownNow {
+    QString device;
+    quint64 imageRevision = 0;
+    /// Of the file that a Write would hand to the tool.
+    QString fileMark;
+};
+
+/// A verdict as it is to be read now.
+struct VerdictWords {
+    MessageLine::Severity severity = MessageLine::Severity::Information;
+    QString sentence;
+};
+
+/// The verdict of \a run, held against what is shown \a now: as it was given while that is what it
+/// judged, else with its time and what has changed since.
+VerdictWords wordsFor(const RunRecord &run, const ShownNow &now);

@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "language/CommandLine.h"
+
+#include "settings/FilePaths.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace {
+
+QString quoted(const QString &value) {
+    return u'"' + value + u'"';
+}
+
+bool isPlainInShell(QChar character) {
+    static constexpr QStringView plainMarks(u"@._+-/:=");
+    const char16_t unit = character.unicode();
+    return (unit >= u'0' && unit <= u'9') || (unit >= u'A' && unit <= u'Z') ||
+           (unit >= u'a' && unit <= u'z') || plainMarks.contains(character);
+}
+
+QStringList actionWords(Operation operation, const ToolSettings &settings) {
+    switch (operation) {
+    case ReadOperation:
+        return {QStringLiteral("-r"), quoted(settings.readPath)};
+    case VerifyOperation:
+        return {QStringLiteral("-m"), quoted(settings.outputPath)};
+    case WriteOperation:
+        return {QStringLiteral("-w"), quoted(settings.outputPath)};
+    case LogicOperation:
+        break;
+    }
+    return {};
+}
+
+QStringList fileSwitches(const ToolSettings &settings) {
+    QStringList words;
+    if (settings.noSizeMismatchError)
+        words.append(QStringLiteral("-s"));
+    if (settings.skipErase)
+        words.append(QStringLiteral("-e"));
+    if (settings.unprotect)
+        words.append(QStringLiteral("-u"));
+    return words;
+}
+
+} // namespace
+
+ToolSettings ToolSettings::readFrom(const SettingsStore &settings) {
+    using namespace settingsKeys;
+    return {.tool = settings.stringValue(miniproLocation),
+            .device = settings.stringValue(settingsKeys::device),
+            .outputPath = absolutePathOf(settings, temp_output_file),
+            .readPath = absolutePathOf(settings, temp_read_from_chip_file),
+            .noIDMismatchError = settings.boolValue(settingsKeys::noIDMismatchError),
+            .noSizeMismatchError = settings.boolValue(settingsKeys::noSizeMismatchError),
+            .skipErase = settings.boolValue(settingsKeys::skipErase),
+            .unprotect = settings.boolValue(settingsKeys::unprotect)};
+}
+
+QString operationCommand(Operation operation, const ToolSettings &settings) {
+    QStringList words{settings.tool};
+    if (operation == LogicOperation)
+        words.append(QStringLiteral("-T"));
+    words << QStringLiteral("-p") << quoted(settings.device) << actionWords(operation, settings);
+    if (settings.noIDMismatchError)
+        words.append(QStringLiteral("-y"));
+    if (operation != LogicOperation)
+        words << fileSwitches(settings);
+    return words.join(u' ');
+}
+
+QString catalogueCommand(const QString &tool, const QString &term, const QString &path) {
+    return tool + QStringLiteral(" -L ") + shellWord(term) + QStringLiteral(" > ") + quoted(path);
+}
+
+QString shellWord(const QString &term) {
+    if (!term.isEmpty() && std::all_of(term.begin(), term.end(), isPlainInShell))
+        return term;
+    QString inner = term;
+    inner.replace(u'\'', QStringLiteral("'\\''"));
+    return u'\'' + inner + u'\'';
+}

@@ -1,0 +1,114 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "language/PinFailures.h"
+
+#include "language/LogicReport.h"
+#include "language/RunRemarks.h"
+
+#include <QCoreApplication>
+#include <QMap>
+
+#include <algorithm>
+#include <set>
+
+namespace {
+
+// The fields of a line that the grid has room for, its number aside.
+constexpr qsizetype pinsInGrid = 17;
+
+class PinWords {
+    Q_DECLARE_TR_FUNCTIONS(PinFailures)
+
+public:
+    // "pins 2 and 3 in vectors 0 to 5 and 7"; both lists hold ascending numbers, at least one.
+    static QString failed(const QList<int> &pins, const QList<int> &vectors);
+    static QString sentence(const QStringList &list) {
+        return tr("Failed: %1.").arg(list.join(tr("; ")));
+    }
+    static QString notShown() {
+        return tr("The table has room for pins 1 to %1 only.").arg(QString::number(pinsInGrid));
+    }
+
+private:
+    static QStringList runsOf(const QList<int> &numbers);
+    static QString joined(const QList<int> &numbers);
+};
+
+// The runs of numbers as texts. A pair is no run.
+QStringList PinWords::runsOf(const QList<int> &numbers) {
+    QStringList texts;
+    for (qsizetype first = 0; first < numbers.size();) {
+        qsizetype last = first;
+        while (last + 1 < numbers.size() && numbers[last + 1] == numbers[last] + 1)
+            ++last;
+        if (last == first + 1)
+            last = first;
+        const QString number = QString::number(numbers[first]);
+        texts.append(last == first ? number
+                                   : tr("%1 to %2").arg(number, QString::number(numbers[last])));
+        first = last + 1;
+    }
+    return texts;
+}
+
+QString PinWords::joined(const QList<int> &numbers) {
+    QStringList list = runsOf(numbers);
+    if (list.size() == 1)
+        return list.first();
+    const QString last = list.takeLast();
+    return tr("%1 and %2").arg(list.join(tr(", ")), last);
+}
+
+QString PinWords::failed(const QList<int> &pins, const QList<int> &vectors) {
+    const QString pinWords =
+        pins.size() == 1 ? tr("pin %1").arg(joined(pins)) : tr("pins %1").arg(joined(pins));
+    return vectors.size() == 1 ? tr("%1 in vector %2").arg(pinWords, joined(vectors))
+                               : tr("%1 in vectors %2").arg(pinWords, joined(vectors));
+}
+
+// A bad field is bright red, and a minus sign follows the expected level.
+bool isMarkedBad(const QString &field) {
+    return field.contains(u"[0;91m") || (field.size() > 1 && field.endsWith(u'-'));
+}
+
+// The number that text begins with or is; place if there is none.
+int numberOf(const QString &text, qsizetype place) {
+    const qsizetype colon = text.indexOf(u':');
+    bool isNumber = false;
+    const int number = text.left(colon < 0 ? text.size() : colon).toInt(&isNumber);
+    return isNumber ? number : static_cast<int>(place);
+}
+
+} // namespace
+
+QList<PinFailure> pinFailures(const LogicReport &report) {
+    const QStringList headers = report.headers.value_or(QStringList());
+    QList<PinFailure> failures;
+    for (qsizetype row = 0; row < report.rows.size(); ++row) {
+        const QStringList &fields = report.rows[row];
+        const qsizetype count = std::min(fields.size(), headers.size() + 1);
+        for (qsizetype field = 1; field < count; ++field)
+            if (isMarkedBad(fields[field]))
+                failures.append({numberOf(headers[field - 1], field), numberOf(fields[0], row)});
+    }
+    return failures;
+}
+
+QString wordsFor(const QList<PinFailure> &failures, qsizetype pins) {
+    if (failures.isEmpty())
+        return {};
+    QMap<int, std::set<int>> vectorsOfPin;
+    for (const PinFailure failure : failures)
+        vectorsOfPin[failure.pin].insert(failure.vector);
+    QStringList list;
+    while (!vectorsOfPin.isEmpty()) {
+        const std::set<int> vectors = vectorsOfPin.first();
+        const QList<int> alike = vectorsOfPin.keys(vectors);
+        list.append(PinWords::failed(alike, {vectors.begin(), vectors.end()}));
+        for (const int pin : alike)
+            vectorsOfPin.remove(pin);
+    }
+    const QString words = PinWords::sentence(list);
+    return joined(words, pins > pinsInGrid ? PinWords::notShown() : QString());
+}

@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "base/Result.h"
+#include "language/CommandLine.h"
+#include "language/ImageEncoding.h"
+#include "language/ToolReport.h"
+#include "language/UsbProgrammers.h"
+
+#include <QList>
+#include <QString>
+
+#include <optional>
+
+/// Everything that tells what became of a run of the programmer tool.
+struct RunFacts {
+    Operation operation = ReadOperation;
+    /// The tool's path and the device as the settings gave them.
+    QString tool;
+    QString device;
+
+    /// The file that a Write or Verify handed to the tool.
+    QString imagePath;
+    /// Its length in bytes; nothing if nobody knows.
+    std::optional<qint64> imageLength;
+    /// It holds the data to burn as the window shows them. If not, the tool got it as it stood,
+    /// and whatever became of it is said of the file.
+    bool imageIsShown = true;
+    /// What the tool would take the file for.
+    ImageEncoding encoding = ImageEncoding::Raw;
+
+    /// The programmers that are plugged in; nothing if the system does not tell.
+    std::optional<QList<UsbProgrammer>> programmers;
+
+    /// Whether the shell could be started for it.
+    Result<void> start;
+    /// The exit code, or the signal's number if killedBySignal.
+    int status = 0;
+    bool killedBySignal = false;
+    bool stopRequested = false;
+    /// What the tool said on both streams.
+    ToolReport report;
+};
+
+/// What a run came to.
+struct RunOutcome {
+    enum class Verdict {
+        Succeeded,
+        /// It ended well, but not as the window shows it: the sentence says in what it differs.
+        Qualified,
+        Failed,
+        Stopped,
+        NotStarted
+    };
+    Verdict verdict = Verdict::Failed;
+    /// What happened, in one translated sentence or a few.
+    QString sentence;
+    /// What to do next, translated; empty where there is nothing to do or the sentence says it.
+    QString nextStep;
+
+    /// Both, for one line.
+    QString words() const;
+};
+
+/// Judges a finished run. It ended well only if it exited with status 0, the step that it reported
+/// last came to its end and it named no cause of failure; a run that merely says nothing bad has
+/// failed. A Write that the tool did not verify is Qualified.
+RunOutcome judgeRun(const RunFacts &facts);

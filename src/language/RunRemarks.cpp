@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "language/RunRemarks.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+
+ImageEncoding encodingOf(const RunFacts &facts) {
+    const ToolReport &report = facts.report;
+    if (report.decoded != ImageEncoding::Raw)
+        return report.decoded;
+    // The size of text that it decodes is none of the tool's business.
+    return report.ignoredSize ? ImageEncoding::Raw : facts.encoding;
+}
+
+QString remarkOnChipId(const ToolReport &report) {
+    if (!report.ignoredId)
+        return {};
+    return QCoreApplication::translate("RunOutcome", "The chip's ID was %1, not the expected %2.")
+        .arg(report.ignoredId->found, report.ignoredId->expected);
+}
+
+std::optional<qint64> padToReach(qint64 size, const RunFacts &facts) {
+    constexpr qint64 kibibyte = 1024;
+    return facts.imageIsShown && size % kibibyte == 0 ? std::optional(size / kibibyte)
+                                                      : std::nullopt;
+}
+
+QString joined(const QString &sentence, const QString &following) {
+    return following.isEmpty() ? sentence : sentence + u' ' + following;
+}
+
+QString grouped(qint64 number) {
+    return QLocale().toString(number);
+}

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "language/RunOutcome.h"
+
+#include <QString>
+
+#include <optional>
+
+// What is said of a run however it ended.
+
+/// What the tool took the file of a Write or Verify for: as it said, or else as it must have.
+ImageEncoding encodingOf(const RunFacts &facts);
+
+/// A translated sentence on the chip ID that the tool was told to put up with; empty if there was
+/// none.
+QString remarkOnChipId(const ToolReport &report);
+
+/// The number for the field "Pad to" with which the data that the run of \a facts was handed come
+/// to \a size bytes; nothing if no number does, or the data were not those shown.
+std::optional<qint64> padToReach(qint64 size, const RunFacts &facts);
+
+/// \a sentence and what follows it, which may be empty, as one text.
+QString joined(const QString &sentence, const QString &following);
+
+/// \a number with its digits in groups, as the user's language has it.
+QString grouped(qint64 number);

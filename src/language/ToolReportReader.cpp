@@ -1,0 +1,200 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "language/ToolReportReader.h"
+
+#include "base/Digits.h"
+#include "language/ToolSentences.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+// The tool's lines are far shorter; the rest of a longer one is noise.
+constexpr qsizetype longestLine = 4096;
+// How many parts of a chip, or folders, are kept by name.
+constexpr qsizetype maxNames = 8;
+constexpr QChar escape(0x1B);
+
+template <size_t count>
+bool startsWithAny(QStringView line, const std::array<QStringView, count> &starts) {
+    return std::any_of(starts.begin(), starts.end(),
+                       [line](QStringView start) { return line.startsWith(start); });
+}
+
+void addOnce(QStringList &names, const QString &name) {
+    if (names.size() < maxNames && !names.contains(name))
+        names.append(name);
+}
+
+// A line of the table of a logic test: the number of a vector and a colon first.
+bool isVector(QStringView line) {
+    constexpr qsizetype digits = 4;
+    return line.size() > digits + 1 && line.sliced(digits).startsWith(u": ") &&
+           std::all_of(line.begin(), line.begin() + digits,
+                       [](QChar character) { return digitValue(character, decimal); });
+}
+
+bool isStep(QStringView line) {
+    static constexpr std::array<QStringView, 4> verbs{u"Reading ", u"Writing ", u"Erasing...",
+                                                      u"Protect o"};
+    return startsWithAny(line, verbs) && line.contains(u"...");
+}
+
+// The lines that every run begins with.
+bool isOpening(QStringView line) {
+    static constexpr std::array<QStringView, 9> starts{
+        u"Found ", u"Device code: ",          u"Serial code: ", u"USB speed: ", u"VPP=",
+        u"VPP: ",  u"Use -P if you want to ", u"Chip ID: ",     u"Expected  "};
+    return startsWithAny(line, starts);
+}
+
+// What the tool goes on after is no cause of its end.
+bool isWarning(QStringView line) {
+    return line.startsWith(u"Warning:", Qt::CaseInsensitive);
+}
+
+// The lines around a complaint that add nothing to it.
+bool isPadding(QStringView line) {
+    static constexpr std::array<QStringView, 3> starts{u"minipro version ", u"See the manual page ",
+                                                       u"(use '-y' to continue"};
+    return startsWithAny(line, starts);
+}
+
+// What is said behind an unfinished count, which need not end its line.
+QStringView behindCount(QStringView line) {
+    static constexpr std::array<QStringView, 2> verbs{u"Reading ", u"Writing "};
+    if (!startsWithAny(line, verbs))
+        return line;
+    const qsizetype percent = line.indexOf(u'%');
+    const QStringView rest = line.sliced(percent + 1).trimmed();
+    return percent < 0 || rest.isEmpty() ? line : rest;
+}
+
+} // namespace
+
+void ToolReportReader::Line::append(QChar character) {
+    if (character == escape)
+        inSequence_ = true;
+    else if (inSequence_)
+        inSequence_ = !character.isLetter();
+    else if (text_.size() < longestLine && character.isPrint())
+        text_ += character;
+}
+
+void ToolReportReader::Line::clear() {
+    text_.truncate(0);
+    inSequence_ = false;
+}
+
+void ToolReportReader::take(QStringView piece, ToolStream stream) {
+    Line &line = lines_[static_cast<size_t>(stream)];
+    for (const QChar character : piece) {
+        if (character != u'\n' && character != u'\r') {
+            line.append(character);
+            continue;
+        }
+        meaning_.take(line.text());
+        line.clear();
+    }
+}
+
+ToolReport ToolReportReader::report() const {
+    Meaning meaning = meaning_;
+    for (const Line &line : lines_)
+        meaning.take(line.text());
+    return meaning.report();
+}
+
+void ToolReportReader::Meaning::take(QStringView whole) {
+    const QStringView line = behindCount(whole);
+    if (line.isEmpty() || isPadding(line))
+        return;
+    const bool reasonFollows = std::exchange(reasonFollows_, false);
+    if (isVector(line)) {
+        report_.logicTested = true;
+    } else if (line.startsWith(u"This chip may be write-protected.")) {
+        takeGuess();
+    } else if (line.startsWith(u"Usage: ") && line.endsWith(u" [options]")) {
+        takeUsage();
+    } else if (isStep(line)) {
+        takeStep(line);
+    } else if (isWarning(line)) {
+        takeRemark(line);
+    } else if (takeRemark(line)) {
+        report_.lastLine = line.toString();
+        unknownLast_ = false;
+    } else {
+        takeWords(line, reasonFollows);
+    }
+}
+
+// What was said before a step is not what the tool said last.
+void ToolReportReader::Meaning::takeStep(QStringView line) {
+    report_.lastLine.clear();
+    unknownLast_ = false;
+    report_.stepBegun = true;
+    report_.lastStepDone = line.endsWith(u"OK");
+    if (!report_.lastStepDone)
+        return;
+    const QStringView step = line.first(line.indexOf(u"..."));
+    const QString part = step.sliced(step.indexOf(u' ') + 1).trimmed().toString();
+    if (line.startsWith(u"Reading "))
+        addOnce(report_.partsRead, part);
+    else if (line.startsWith(u"Writing "))
+        addOnce(report_.partsWritten, part);
+}
+
+bool ToolReportReader::Meaning::takeRemark(QStringView line) {
+    if (line == u"Verification OK")
+        report_.verified = true;
+    else if (line == u"Logic test successful.")
+        report_.logicPassed = true;
+    else if (line.endsWith(u" adapter not found!"))
+        report_.adapterMissing = true;
+    else if (line.startsWith(u"No device found. Which database "))
+        report_.choiceAsked = true;
+    else if (line.startsWith(u"Found Intel hex file"))
+        report_.decoded = ImageEncoding::IntelHex;
+    else if (line.startsWith(u"Found Motorola S-Record file"))
+        report_.decoded = ImageEncoding::SRecord;
+    else if (const auto id = ignoredIdIn(line))
+        report_.ignoredId = id;
+    else if (const auto size = ignoredSizeIn(line))
+        report_.ignoredSize = size;
+    else if (const auto place = databasePlaceIn(line))
+        addOnce(report_.missingDatabase, *place);
+    else
+        return false;
+    return true;
+}
+
+// The tool says it behind every failed write. What it said right before is the cause, even where
+// nobody knows the words.
+void ToolReportReader::Meaning::takeGuess() {
+    report_.protectionGuessed = true;
+    if (!report_.error && unknownLast_)
+        report_.error = toolErrors::OtherTrouble{report_.lastLine};
+}
+
+void ToolReportReader::Meaning::takeUsage() {
+    if (!report_.error)
+        report_.error = toolErrors::WrongCommandLine{unknownLast_ ? report_.lastLine : QString()};
+}
+
+void ToolReportReader::Meaning::takeWords(QStringView line, bool reasonFollows) {
+    std::optional<ToolError> error;
+    if (!report_.error)
+        error = toolErrorIn(line);
+    unknownLast_ = !error && !isOpening(line);
+    if (!error && !unknownLast_)
+        return;
+    report_.lastLine = line.toString();
+    if (error) {
+        report_.error = error;
+        reasonFollows_ = std::holds_alternative<toolErrors::UnopenedFile>(*error);
+    } else if (reasonFollows) {
+        std::get<toolErrors::UnopenedFile>(*report_.error).reason = report_.lastLine;
+    }
+}

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "language/UsbProgrammers.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <array>
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+struct Model {
+    QLatin1String vendorId;
+    QLatin1String productId;
+    QLatin1String name;
+};
+
+constexpr std::array<Model, 3> models{{
+    {QLatin1String("04d8"), QLatin1String("e11c"), QLatin1String("TL866A/CS")},
+    {QLatin1String("a466"), QLatin1String("0a53"), QLatin1String("TL866II+, T48 or T56")},
+    {QLatin1String("a466"), QLatin1String("1a86"), QLatin1String("T76")},
+}};
+
+// What the system says in the file name of device; empty if it says nothing.
+QString attribute(const QDir &device, const char *name) {
+    constexpr qint64 longest = 64;
+    QFile file(device.filePath(QLatin1String(name)));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromLatin1(file.read(longest)).trimmed().toLower();
+}
+
+// The path of the node of bus bus and device device, both of which have three digits there.
+QString nodePath(const QString &folder, const QString &bus, const QString &device) {
+    constexpr int digits = 3;
+    return folder + u'/' + bus.rightJustified(digits, u'0') + u'/' +
+           device.rightJustified(digits, u'0');
+}
+
+UsbProgrammer::Access accessTo(const QString &node) {
+    const QByteArray path = QFile::encodeName(node);
+    if (::faccessat(AT_FDCWD, path.constData(), W_OK, AT_EACCESS) == 0)
+        return UsbProgrammer::Access::Granted;
+    return errno == ENOENT || errno == ENOTDIR ? UsbProgrammer::Access::NoNode
+                                               : UsbProgrammer::Access::Refused;
+}
+
+} // namespace
+
+std::optional<QList<UsbProgrammer>> pluggedProgrammers(const UsbFolders &folders) {
+    const QDir devices(folders.devices);
+    if (!devices.isReadable())
+        return std::nullopt;
+    QList<UsbProgrammer> found;
+    for (const QString &entry : devices.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)) {
+        const QDir device(devices.filePath(entry));
+        const QString vendor = attribute(device, "idVendor");
+        const QString product = attribute(device, "idProduct");
+        for (const Model &model : models) {
+            if (vendor != model.vendorId || product != model.productId)
+                continue;
+            const QString node =
+                nodePath(folders.nodes, attribute(device, "busnum"), attribute(device, "devnum"));
+            found.append({model.name, vendor, product, node, accessTo(node)});
+        }
+    }
+    return found;
+}
+
+QString udevRuleFor(const UsbProgrammer &programmer) {
+    return QStringLiteral("SUBSYSTEM==\"usb\", ATTR{idVendor}==\"%1\", ATTR{idProduct}==\"%2\", "
+                          "MODE=\"0660\", TAG+=\"uaccess\"")
+        .arg(programmer.vendorId, programmer.productId);
+}

@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "process/Pipe.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int firstOrdinaryDescriptor = STDERR_FILENO + 1;
+
+int openPipe(int (&ends)[2]) {
+#ifdef Q_OS_LINUX
+    return ::pipe2(ends, O_CLOEXEC);
+#else
+    if (::pipe(ends) != 0)
+        return -1;
+    for (const int end : ends)
+        ::fcntl(end, F_SETFD, FD_CLOEXEC);
+    return 0;
+#endif
+}
+
+// A program started with a standard stream closed gets its number for the first thing it opens;
+// such an end would be overwritten while the child's streams are put in place.
+FileDescriptor aboveStandardStreams(FileDescriptor end) {
+    if (end.get() >= firstOrdinaryDescriptor)
+        return end;
+    return FileDescriptor(::fcntl(end.get(), F_DUPFD_CLOEXEC, firstOrdinaryDescriptor));
+}
+
+} // namespace
+
+Pipe::Pipe(Direction towards) : direction_(towards) {}
+
+Result<void> Pipe::open() {
+    if (child_.isOpen() && own_.isOpen())
+        return {};
+    int ends[2] = {-1, -1};
+    if (openPipe(ends) != 0)
+        return Failure::ofSystem(errno);
+    FileDescriptor reading = aboveStandardStreams(FileDescriptor(ends[0]));
+    FileDescriptor writing = aboveStandardStreams(FileDescriptor(ends[1]));
+    if (!reading.isOpen() || !writing.isOpen())
+        return Failure::ofSystem(errno);
+    const bool fromChild = direction_ == Direction::FromChild;
+    own_ = std::move(fromChild ? reading : writing);
+    child_ = std::move(fromChild ? writing : reading);
+    if (fromChild)
+        handle_.attach(own_.get());
+    return {};
+}
+
+int Pipe::childEnd() const {
+    return child_.get();
+}
+
+int Pipe::ownEnd() const {
+    return own_.get();
+}
+
+void Pipe::closeChildEnd() {
+    child_.close();
+}
+
+void Pipe::closeOwnEnd() {
+    handle_.detach();
+    own_.close();
+}
+
+ReadHandle *Pipe::fileHandleForReading() {
+    return &handle_;
+}

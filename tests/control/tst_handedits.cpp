@@ -1,0 +1,203 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "control/HandEdits.h"
+#include "grid/CellEdit.h"
+
+#include <QTest>
+
+/// Which state of the image it is, and how many edits are in it, step by step.
+class TestHandEdits : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void aRevision_comesBackWithItsBytes();
+    void anotherEditInstead_isAnotherRevision();
+    void anEntryThatChangesNothing_isNone();
+    void composing_endsTheHistory();
+    void restoring_bringsItsRevisionAndCount();
+    void steps_tellTheirPlace();
+    void unsavedEdits();
+    void everyReplacedImage_canBeRestored();
+    void replacedImages_areBoundedButForTheNewest();
+    void compositionOfTheSameBytes_replacesNothing();
+
+private:
+    void write(qint64 offset, const QByteArray &bytes);
+    QString state() const;
+
+    ByteBuffer image_;
+    std::unique_ptr<HandEdits> edits_;
+};
+
+void TestHandEdits::init() {
+    image_ = std::make_shared<QByteArray>("abcdef");
+    edits_ = std::make_unique<HandEdits>(image_);
+    edits_->composed({.revision = 1, .madeWith = {}});
+}
+
+void TestHandEdits::write(qint64 offset, const QByteArray &bytes) {
+    CellEdit edit;
+    edit.offset = offset;
+    edit.bytesWritten = bytes.size();
+    edit.replaced = image_->mid(offset, bytes.size());
+    image_->replace(offset, bytes.size(), bytes);
+    edits_->remember(edit);
+}
+
+/// "bytes, number of edits".
+QString TestHandEdits::state() const {
+    return QStringLiteral("%1, %2").arg(QString::fromLatin1(*image_),
+                                        QString::number(edits_->state().edits));
+}
+
+void TestHandEdits::aRevision_comesBackWithItsBytes() {
+    QHash<quint64, QByteArray> seen{{1, *image_}};
+    const auto note = [&] {
+        const quint64 revision = edits_->state().revision;
+        if (!seen.contains(revision))
+            seen.insert(revision, *image_);
+        QCOMPARE(seen.value(revision), *image_);
+    };
+    write(0, "X");
+    note();
+    write(5, "YZ");
+    note();
+    QCOMPARE(seen.size(), 3);
+    QCOMPARE(state(), QStringLiteral("XbcdeYZ, 2"));
+    for (int back = 0; back < 3; ++back) {
+        edits_->undo();
+        note();
+    }
+    QCOMPARE(state(), QStringLiteral("abcdef, 0"));
+    QCOMPARE(edits_->state().revision, quint64(1));
+    edits_->redo();
+    note();
+    edits_->redo();
+    note();
+    QCOMPARE(state(), QStringLiteral("XbcdeYZ, 2"));
+    QCOMPARE(seen.size(), 3);
+}
+
+void TestHandEdits::anotherEditInstead_isAnotherRevision() {
+    write(0, "X");
+    const quint64 first = edits_->state().revision;
+    edits_->undo();
+    write(0, "Y");
+    QVERIFY(edits_->state().revision != first);
+    QVERIFY(!edits_->history().canRedo());
+}
+
+void TestHandEdits::anEntryThatChangesNothing_isNone() {
+    write(0, "a");
+    QCOMPARE(edits_->state().revision, quint64(1));
+    QVERIFY(!edits_->history().canUndo());
+}
+
+void TestHandEdits::composing_endsTheHistory() {
+    write(0, "X");
+    image_ = std::make_shared<QByteArray>("new");
+    edits_->composed({.revision = 2, .madeWith = {}});
+    edits_->undo();
+    QCOMPARE(state(), QStringLiteral("new, 0"));
+    QCOMPARE(edits_->state().revision, quint64(2));
+}
+
+void TestHandEdits::restoring_bringsItsRevisionAndCount() {
+    write(0, "X");
+    write(1, "Y");
+    const quint64 revision = edits_->state().revision;
+    edits_->keepReplaced();
+    image_ = std::make_shared<QByteArray>("new");
+    edits_->composed({.revision = 2, .madeWith = {}});
+    write(0, "N");
+    edits_->restore();
+    QCOMPARE(state(), QStringLiteral("XYcdef, 2"));
+    QCOMPARE(edits_->state().revision, revision);
+    write(2, "Z");
+    QCOMPARE(state(), QStringLiteral("XYZdef, 3"));
+    edits_->undo();
+    edits_->undo();
+    QCOMPARE(state(), QStringLiteral("New, 1"));
+    edits_->redo();
+    edits_->redo();
+    QCOMPARE(state(), QStringLiteral("XYZdef, 3"));
+}
+
+void TestHandEdits::steps_tellTheirPlace() {
+    QStringList changed;
+    QObject::connect(edits_.get(), &HandEdits::imageChanged, edits_.get(), [&](ByteRange bytes) {
+        changed << QStringLiteral("%1 from %2").arg(bytes.length).arg(bytes.offset);
+    });
+    write(4, "XY");
+    QCOMPARE(changed, QStringList());
+    edits_->undo();
+    edits_->redo();
+    edits_->redo();
+    QCOMPARE(changed, QStringList({QStringLiteral("2 from 4"), QStringLiteral("2 from 4")}));
+}
+
+void TestHandEdits::unsavedEdits() {
+    const auto unsaved = [this] {
+        const HandEdits::Unsaved edits = edits_->unsaved();
+        return QStringLiteral("%1 and %2")
+            .arg(QString::number(edits.present), QString::number(edits.replaced));
+    };
+    QCOMPARE(unsaved(), QStringLiteral("0 and 0"));
+    write(0, "X");
+    QCOMPARE(unsaved(), QStringLiteral("1 and 0"));
+    edits_->noteSaved();
+    QCOMPARE(unsaved(), QStringLiteral("0 and 0"));
+    write(0, "Y");
+    QCOMPARE(unsaved(), QStringLiteral("2 and 0"));
+    edits_->undo();
+    QCOMPARE(unsaved(), QStringLiteral("0 and 0"));
+    edits_->undo();
+    QCOMPARE(unsaved(), QStringLiteral("0 and 0")); // as it was composed
+    write(1, "Z");
+    edits_->keepReplaced();
+    image_ = std::make_shared<QByteArray>("new");
+    edits_->composed({.revision = 2, .madeWith = {}});
+    QCOMPARE(unsaved(), QStringLiteral("0 and 1"));
+    write(0, "N");
+    QCOMPARE(unsaved(), QStringLiteral("1 and 1"));
+}
+
+void TestHandEdits::everyReplacedImage_canBeRestored() {
+    write(0, "X");
+    edits_->keepReplaced();
+    image_ = std::make_shared<QByteArray>("second");
+    edits_->composed({.revision = 2, .madeWith = {}});
+    write(0, "Y");
+    edits_->keepReplaced();
+    image_ = std::make_shared<QByteArray>("third");
+    edits_->composed({.revision = 3, .madeWith = {}});
+    edits_->keepReplaced(); // has no edits
+    edits_->restore();
+    QCOMPARE(state(), QStringLiteral("Yecond, 1"));
+    edits_->restore();
+    QCOMPARE(state(), QStringLiteral("Xbcdef, 1"));
+    QVERIFY(edits_->replaced().isEmpty());
+}
+
+void TestHandEdits::replacedImages_areBoundedButForTheNewest() {
+    for (qsizetype image = 0; image < HandEdits::mostReplaced + 3; ++image) {
+        write(0, QByteArray(1, char('a' + image)));
+        edits_->keepReplaced();
+        image_ = std::make_shared<QByteArray>(QByteArray::number(image) + "bcdef");
+        edits_->composed({.revision = quint64(image) + 2, .madeWith = {}});
+    }
+    QCOMPARE(edits_->replaced().size(), HandEdits::mostReplaced);
+}
+
+void TestHandEdits::compositionOfTheSameBytes_replacesNothing() {
+    write(0, "X");
+    edits_->keepReplaced();
+    image_ = std::make_shared<QByteArray>("Xbcdef");
+    edits_->composed({.revision = 2, .madeWith = {}});
+    QVERIFY(edits_->replaced().isEmpty());
+}
+
+QTEST_GUILESS_MAIN(TestHandEdits)
+#include "tst_handedits.moc"

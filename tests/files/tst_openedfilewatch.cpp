@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "files/OpenedFileWatch.h"
+
+#include "support/FileHelpers.h"
+
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+/// A file that changes on the disk after it was opened.
+class TestOpenedFileWatch : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void inPlace_isNoticed();
+    void replacing_isNoticedTwice();
+    void goingAndComing_isNoticed();
+    void anotherFile_isWatchedInstead();
+    void aFileThatIsMissing_isNotWatched();
+
+private:
+    QString path(const QString &name = QStringLiteral("rom.bin")) const {
+        return folder_->filePath(name);
+    }
+    /// Waits for the next state.
+    OpenedFileWatch::State next();
+    void replaceBy(const QByteArray &bytes);
+
+    std::unique_ptr<QTemporaryDir> folder_;
+    std::unique_ptr<OpenedFileWatch> watch_;
+    std::unique_ptr<QSignalSpy> states_;
+};
+
+using State = OpenedFileWatch::State;
+
+void TestOpenedFileWatch::init() {
+    qRegisterMetaType<State>();
+    folder_ = std::make_unique<QTemporaryDir>();
+    QVERIFY(writeWholeFile(path(), "first"));
+    watch_ = std::make_unique<OpenedFileWatch>();
+    watch_->watch(path());
+    states_ = std::make_unique<QSignalSpy>(watch_.get(), &OpenedFileWatch::stateChanged);
+}
+
+State TestOpenedFileWatch::next() {
+    if (states_->isEmpty() && !states_->wait())
+        qFatal("no other state");
+    return states_->takeFirst().first().value<State>();
+}
+
+void TestOpenedFileWatch::replaceBy(const QByteArray &bytes) {
+    QVERIFY(writeWholeFile(path(QStringLiteral("new")), bytes));
+    QCOMPARE(std::rename(QFile::encodeName(path(QStringLiteral("new"))).constData(),
+                         QFile::encodeName(path()).constData()),
+             0);
+}
+
+void TestOpenedFileWatch::inPlace_isNoticed() {
+    QVERIFY(writeWholeFile(path(), "second"));
+    QCOMPARE(next(), State::Changed);
+}
+
+void TestOpenedFileWatch::replacing_isNoticedTwice() {
+    replaceBy("second");
+    QCOMPARE(next(), State::Changed);
+    watch_->watch(path());
+    replaceBy("third!");
+    QCOMPARE(next(), State::Changed);
+}
+
+void TestOpenedFileWatch::goingAndComing_isNoticed() {
+    QVERIFY(QFile::rename(path(), path(QStringLiteral("aside"))));
+    QCOMPARE(next(), State::Gone);
+    QVERIFY(QFile::rename(path(QStringLiteral("aside")), path()));
+    QCOMPARE(next(), State::AsOpened);
+}
+
+void TestOpenedFileWatch::anotherFile_isWatchedInstead() {
+    QVERIFY(writeWholeFile(path(QStringLiteral("other.bin")), "other"));
+    watch_->watch(path(QStringLiteral("other.bin")));
+    QVERIFY(writeWholeFile(path(), "nobody looks"));
+    QVERIFY(writeWholeFile(path(QStringLiteral("other.bin")), "other one"));
+    QCOMPARE(next(), State::Changed);
+    QVERIFY(states_->isEmpty());
+}
+
+void TestOpenedFileWatch::aFileThatIsMissing_isNotWatched() {
+    watch_->watch(path(QStringLiteral("none.bin")));
+    QCOMPARE(watch_->path(), QString());
+    watch_->watch(QString());
+    QCOMPARE(watch_->path(), QString());
+}
+
+QTEST_GUILESS_MAIN(TestOpenedFileWatch)
+#include "tst_openedfilewatch.moc"

@@ -1,0 +1,255 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "Processes.h"
+#include "process/ChildProcess.h"
+#include "process/Pipe.h"
+
+#include <QDir>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+class TestChildProcess : public QObject {
+    Q_OBJECT
+
+private slots:
+    void end_isToldOnceWithTheStatus_data();
+    void end_isToldOnceWithTheStatus();
+    void failedStart_endsAtOnceWithAReason_data();
+    void failedStart_endsAtOnceWithAReason();
+    void child_isStartedClean();
+    void child_startsInTheWorkingFolderWhereThereIsOne_data();
+    void child_startsInTheWorkingFolderWhereThereIsOne();
+    void child_hasAnOpenEmptyInput();
+    void stop_killsAChildThatIgnoresTheRequest_data();
+    void stop_killsAChildThatIgnoresTheRequest();
+    void stop_beforeTheStartAndAfterTheEndDoesNothing();
+    void stop_leavesNothingOfTheGroup();
+    void otherChildrenOfTheProgramAreNotReaped();
+    void lostStatus_endsTheRunAllTheSame();
+    void destruction_killsAndReapsTheChild();
+};
+
+namespace {
+
+using EndNotice = ChildProcess::EndNotice;
+
+/// A child with its pipes, not yet started.
+class Child {
+public:
+    explicit Child(const char *behaviour, EndNotice notice = EndNotice::Immediate) {
+        process.setStandardStreams(&input, &output, &error);
+        process.setLaunchPath(QStringLiteral(TOOL_DOUBLE));
+        process.setArguments({QLatin1String(behaviour)});
+        process.setEndNotice(notice);
+    }
+
+    void waitForEnd() { QTRY_VERIFY_WITH_TIMEOUT(process.hasEnded(), 20000); }
+    /// What the child has printed up to now.
+    QString printed() {
+        const ReadOutcome outcome = output.fileHandleForReading()->availableData();
+        const auto *bytes = std::get_if<QByteArray>(&outcome);
+        return bytes ? QString::fromUtf8(*bytes) : QString();
+    }
+    QString printedUpToTheEnd() {
+        waitForEnd();
+        return printed();
+    }
+    QString waitForOutput() {
+        QString text;
+        [&] { QTRY_VERIFY(!(text += printed()).isEmpty()); }();
+        return text;
+    }
+
+    Pipe input{Pipe::Direction::ToChild};
+    Pipe output{Pipe::Direction::FromChild};
+    Pipe error{Pipe::Direction::FromChild};
+    ChildProcess process;
+};
+
+} // namespace
+
+void TestChildProcess::end_isToldOnceWithTheStatus_data() {
+    QTest::addColumn<EndNotice>("notice");
+    QTest::addColumn<QByteArray>("behaviour");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<bool>("bySignal");
+    for (const EndNotice notice : {EndNotice::Immediate, EndNotice::Polling}) {
+        const char *way = notice == EndNotice::Polling ? "polled" : "noticed";
+        QTest::addRow("success, %s", way) << notice << QByteArray("say-nothing") << 0 << false;
+        QTest::addRow("exit code, %s", way) << notice << QByteArray("status-42") << 42 << false;
+        QTest::addRow("signal, %s", way) << notice << QByteArray("crash") << SIGABRT << true;
+    }
+}
+
+void TestChildProcess::end_isToldOnceWithTheStatus() {
+    QFETCH(EndNotice, notice);
+    QFETCH(QByteArray, behaviour);
+    Child child(behaviour.constData(), notice);
+    QSignalSpy terminated(&child.process, &ChildProcess::terminated);
+    QSignalSpy ended(&child.process, &ChildProcess::ended);
+    QVERIFY(child.process.start());
+    QVERIFY(child.process.isRunning());
+    child.waitForEnd();
+    QVERIFY(!child.process.isRunning());
+    QTEST(child.process.terminationStatus(), "status");
+    QTEST(child.process.killedBySignal(), "bySignal");
+    QVERIFY(!ended.wait(50));
+    QCOMPARE(ended.size(), 1);
+    QCOMPARE(terminated.size(), 1);
+}
+
+void TestChildProcess::failedStart_endsAtOnceWithAReason_data() {
+    QTest::addColumn<std::optional<QString>>("path");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("no path") << std::optional<QString>()
+                             << QStringLiteral("there is no launch path");
+    QTest::newRow("an empty path")
+        << std::optional(QStringLiteral("")) << QStringLiteral(": No such file or directory");
+    QTest::newRow("no such program") << std::optional(QStringLiteral("/nowhere/sh"))
+                                     << QStringLiteral("/nowhere/sh: No such file or directory");
+    QTest::newRow("not executable") << std::optional(QStringLiteral("/etc/passwd"))
+                                    << QStringLiteral("/etc/passwd: Permission denied");
+}
+
+void TestChildProcess::failedStart_endsAtOnceWithAReason() {
+    QFETCH(std::optional<QString>, path);
+    Child child("succeed");
+    child.process.setLaunchPath(path);
+    QSignalSpy terminated(&child.process, &ChildProcess::terminated);
+    QSignalSpy ended(&child.process, &ChildProcess::ended);
+    const Result<void> started = child.process.start();
+    QVERIFY(!started);
+    QTEST(started.failure()->reason, "reason");
+    QCOMPARE(child.process.terminationStatus(), -1);
+    QVERIFY(child.process.hasEnded());
+    QCOMPARE(ended.size(), 1);
+    QCOMPARE(terminated.size(), 0);
+    QCOMPARE(child.input.ownEnd(), -1);
+    QCOMPARE(child.output.ownEnd(), -1);
+}
+
+void TestChildProcess::child_isStartedClean() {
+    // An inherited descriptor without close-on-exec, a blocked and two ignored signals.
+    const int stray = ::open("/dev/null", O_RDONLY);
+    sigset_t blocked;
+    sigset_t before;
+    sigemptyset(&blocked);
+    sigaddset(&blocked, SIGTERM);
+    ::sigprocmask(SIG_BLOCK, &blocked, &before);
+    const auto pipeHandler = ::signal(SIGPIPE, SIG_IGN);
+    const auto sizeHandler = ::signal(SIGXFSZ, SIG_IGN);
+    Child child("describe-inheritance");
+    QVERIFY(child.process.start());
+    ::signal(SIGPIPE, pipeHandler);
+    ::signal(SIGXFSZ, sizeHandler);
+    ::sigprocmask(SIG_SETMASK, &before, nullptr);
+    ::close(stray);
+    QCOMPARE(child.printedUpToTheEnd(), QStringLiteral("own session"));
+}
+
+void TestChildProcess::child_startsInTheWorkingFolderWhereThereIsOne_data() {
+    QTest::addColumn<bool>("exists");
+    QTest::newRow("there") << true;
+    QTest::newRow("missing: this program's own") << false;
+}
+
+void TestChildProcess::child_startsInTheWorkingFolderWhereThereIsOne() {
+    QFETCH(bool, exists);
+    const QTemporaryDir folder;
+    Child child("describe-folder");
+    child.process.setWorkingFolder(exists ? folder.path() : folder.filePath(QStringLiteral("no")));
+    QVERIFY(child.process.start());
+    QCOMPARE(child.printedUpToTheEnd(), exists ? folder.path() : QDir::currentPath());
+}
+
+void TestChildProcess::child_hasAnOpenEmptyInput() {
+    Child child("describe-input");
+    QVERIFY(child.process.start());
+    QVERIFY(child.input.ownEnd() >= 0);
+    QCOMPARE(child.printedUpToTheEnd(), QStringLiteral("open and empty"));
+    QCOMPARE(child.input.ownEnd(), -1);
+}
+
+void TestChildProcess::stop_killsAChildThatIgnoresTheRequest_data() {
+    QTest::addColumn<EndNotice>("notice");
+    QTest::newRow("noticed") << EndNotice::Immediate;
+    QTest::newRow("polled") << EndNotice::Polling;
+}
+
+void TestChildProcess::stop_killsAChildThatIgnoresTheRequest() {
+    QFETCH(EndNotice, notice);
+    Child child("ignore-terminate", notice);
+    QVERIFY(child.process.start());
+    QCOMPARE(child.waitForOutput(), QStringLiteral("deaf\n"));
+    child.process.stop();
+    child.process.stop();
+    QVERIFY(child.process.stopRequested());
+    child.waitForEnd();
+    QCOMPARE(child.process.terminationStatus(), SIGKILL);
+    QVERIFY(child.process.killedBySignal());
+}
+
+void TestChildProcess::stop_beforeTheStartAndAfterTheEndDoesNothing() {
+    Child child("status-42");
+    child.process.stop();
+    QVERIFY(!child.process.stopRequested());
+    QVERIFY(child.process.start());
+    child.waitForEnd();
+    child.process.stop();
+    QVERIFY(!child.process.stopRequested());
+    QCOMPARE(child.process.terminationStatus(), 42);
+}
+
+void TestChildProcess::stop_leavesNothingOfTheGroup() {
+    Child child("deaf-grandchild");
+    QVERIFY(child.process.start());
+    const QString grandchild = child.waitForOutput().trimmed();
+    QVERIFY(!isGone(grandchild));
+    child.process.stop();
+    child.waitForEnd();
+    QCOMPARE(child.process.terminationStatus(), SIGTERM);
+    QTRY_VERIFY(isGone(grandchild));
+}
+
+void TestChildProcess::otherChildrenOfTheProgramAreNotReaped() {
+    const pid_t other = ::fork();
+    if (other == 0)
+        ::_exit(7);
+    Child child("say-nothing");
+    QVERIFY(child.process.start());
+    child.waitForEnd();
+    int status = 0;
+    QCOMPARE(::waitpid(other, &status, 0), other);
+    QCOMPARE(WEXITSTATUS(status), 7);
+}
+
+void TestChildProcess::lostStatus_endsTheRunAllTheSame() {
+    // With the signal ignored the system reaps children itself.
+    const auto handler = ::signal(SIGCHLD, SIG_IGN);
+    Child child("status-42");
+    QVERIFY(child.process.start());
+    child.waitForEnd();
+    ::signal(SIGCHLD, handler);
+    QCOMPARE(child.process.terminationStatus(), -1);
+}
+
+void TestChildProcess::destruction_killsAndReapsTheChild() {
+    QString grandchild;
+    {
+        Child child("deaf-grandchild");
+        QVERIFY(child.process.start());
+        grandchild = child.waitForOutput().trimmed();
+    }
+    QTRY_VERIFY(isGone(grandchild));
+    QCOMPARE(::waitpid(-1, nullptr, WNOHANG), -1);
+}
+
+QTEST_GUILESS_MAIN(TestChildProcess)
+#include "tst_child_process.moc"

@@ -1,0 +1,146 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "settings/WindowMemory.h"
+
+#include "support/FailingCalls.h"
+#include "support/FileHelpers.h"
+
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cerrno>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+
+class TestWindowMemory : public QObject {
+    Q_OBJECT
+
+private slots:
+    void everything_comesBack();
+    void recentFiles_areEightAndDistinct();
+    void aDamagedFile_meansNothingIsRemembered();
+    void aFolderThatCannotBeMade_isNoTrouble();
+    void whatTheToolkitWrote_isRead();
+    void whatIsNoFile_isLeftAlone();
+    void oneCallFails_forgetsNothingElse();
+    void lockFileLeftBehind_isNotWaitedFor();
+};
+
+void TestWindowMemory::everything_comesBack() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("deep/state.conf"));
+    const QByteArray bytes("\0\1\xff, \"x\"", 9);
+    {
+        WindowMemory memory(path);
+        memory.setGeometry(bytes);
+        memory.setSplitterState(QByteArray("splitter"));
+        memory.setLastFolder(QStringLiteral("open"), QStringLiteral("/a, b/é%20"));
+        memory.setLastFolder(QStringLiteral("save"), QStringLiteral("/c"));
+    }
+    const WindowMemory memory(path);
+    QCOMPARE(memory.geometry(), bytes);
+    QCOMPARE(memory.splitterState(), QByteArray("splitter"));
+    QCOMPARE(memory.lastFolder(QStringLiteral("open")), QStringLiteral("/a, b/é%20"));
+    QCOMPARE(memory.lastFolder(QStringLiteral("save")), QStringLiteral("/c"));
+    QCOMPARE(memory.lastFolder(QStringLiteral("other")), QString());
+}
+
+void TestWindowMemory::recentFiles_areEightAndDistinct() {
+    const QTemporaryDir folder;
+    WindowMemory memory(folder.filePath(QStringLiteral("state.conf")));
+    for (int i = 0; i < 10; ++i)
+        memory.addRecentFile(QStringLiteral("/%1").arg(i));
+    memory.addRecentFile(QStringLiteral("/7"));
+    QCOMPARE(memory.recentFiles().join(QLatin1Char(' ')),
+             QStringLiteral("/7 /9 /8 /6 /5 /4 /3 /2"));
+}
+
+void TestWindowMemory::aDamagedFile_meansNothingIsRemembered() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("state.conf"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("\0\1 nonsense [[[\n=", 18);
+    file.close();
+    WindowMemory memory(path);
+    QCOMPARE(memory.geometry(), QByteArray());
+    memory.setGeometry(QByteArray("new"));
+    QCOMPARE(WindowMemory(path).geometry(), QByteArray("new"));
+}
+
+void TestWindowMemory::aFolderThatCannotBeMade_isNoTrouble() {
+    WindowMemory memory(QStringLiteral("/dev/null/velm/state.conf"));
+    memory.setGeometry(QByteArray("lost"));
+    QCOMPARE(memory.geometry(), QByteArray());
+}
+
+void TestWindowMemory::whatTheToolkitWrote_isRead() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("state.conf"));
+    QByteArray bytes;
+    for (int byte = 0; byte < 256; ++byte)
+        bytes.append(char(byte)).append("7f");
+    const QStringList files = {QStringLiteral("/a, b/é%20"), QStringLiteral("@c")};
+    {
+        QSettings written(path, QSettings::IniFormat);
+        written.setValue(QStringLiteral("window/geometry"), bytes);
+        written.setValue(QStringLiteral("window/splitter"), QByteArray("splitter"));
+        written.setValue(QStringLiteral("folders/open"), QStringLiteral("C:\\x, \"y\""));
+        written.setValue(QStringLiteral("files/recent"), files);
+    }
+    WindowMemory memory(path);
+    QCOMPARE(memory.geometry(), bytes);
+    QCOMPARE(memory.splitterState(), QByteArray("splitter"));
+    QCOMPARE(memory.lastFolder(QStringLiteral("open")), QStringLiteral("C:\\x, \"y\""));
+    QCOMPARE(memory.recentFiles(), files);
+    memory.setSplitterState(bytes);
+    QCOMPARE(QSettings(path, QSettings::IniFormat)
+                 .value(QStringLiteral("window/splitter"))
+                 .toByteArray(),
+             bytes);
+}
+
+void TestWindowMemory::whatIsNoFile_isLeftAlone() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("state.conf"));
+    const QByteArray name = QFile::encodeName(path);
+    if (mknod(name.constData(), S_IFCHR | 0600, makedev(1, 3)) != 0)
+        QSKIP("only the administrator can make a device");
+    WindowMemory memory(path);
+    memory.setGeometry(QByteArray("lost"));
+    QCOMPARE(memory.geometry(), QByteArray());
+    struct stat facts = {};
+    QCOMPARE(lstat(name.constData(), &facts), 0);
+    QVERIFY(S_ISCHR(facts.st_mode));
+}
+
+void TestWindowMemory::oneCallFails_forgetsNothingElse() {
+    bool struck = true;
+    for (int call = 1; struck; ++call) {
+        const QTemporaryDir folder;
+        WindowMemory memory(folder.filePath(QStringLiteral("state.conf")));
+        memory.setSplitterState(QByteArray("splitter"));
+        {
+            const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+            memory.setGeometry(QByteArray("geometry"));
+            struck = failing.hasStruck();
+        }
+        QCOMPARE(memory.splitterState(), QByteArray("splitter"));
+    }
+}
+
+void TestWindowMemory::lockFileLeftBehind_isNotWaitedFor() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("state.conf"));
+    QVERIFY(writeWholeFile(path + QStringLiteral(".lock"), QByteArray()));
+    WindowMemory memory(path);
+    const double before = millisecondsSlept();
+    memory.setGeometry(QByteArray("new"));
+    QCOMPARE(millisecondsSlept() - before, 0.0);
+    QCOMPARE(memory.geometry(), QByteArray("new"));
+}
+
+QTEST_GUILESS_MAIN(TestWindowMemory)
+#include "tst_windowmemory.moc"
