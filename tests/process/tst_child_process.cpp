@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "Processes.h"
+#include "tool/Processes.h"
 #include "process/ChildProcess.h"
 #include "process/Pipe.h"
 
