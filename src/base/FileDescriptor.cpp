@@ -11,13 +11,16 @@ void FileDescriptor::close() {
         ::close(std::exchange(value_, -1));
 }
 
-void writeAll(int descriptor, QByteArrayView bytes) {
+bool writeAll(int descriptor, QByteArrayView bytes) {
     while (!bytes.isEmpty()) {
         const ssize_t written =
             ::write(descriptor, bytes.data(), static_cast<size_t>(bytes.size()));
-        if (written < 0 && errno != EINTR)
-            return;
+        if (written == 0)
+            errno = EIO;
+        if (written == 0 || (written < 0 && errno != EINTR))
+            return false;
         if (written > 0)
             bytes = bytes.sliced(written);
     }
+    return true;
 }

@@ -32,6 +32,6 @@ private:
     int value_ = -1;
 };
 
-/// Writes \a bytes to \a descriptor, in one piece where the system takes them so. What is written
-/// may end before they do, if that fails; errno then says why.
-void writeAll(int descriptor, QByteArrayView bytes);
+/// Writes \a bytes to \a descriptor, in one piece where the system takes them so. False if that
+/// failed before all were written; errno then says why.
+bool writeAll(int descriptor, QByteArrayView bytes);

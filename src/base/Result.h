@@ -37,6 +37,7 @@ public:
     T &operator*() & { return std::get<T>(content_); }
     T &&operator*() && { return std::get<T>(std::move(content_)); }
     const T *operator->() const { return &std::get<T>(content_); }
+    T *operator->() { return &std::get<T>(content_); }
 
 private:
     std::variant<T, Failure> content_;

@@ -3,10 +3,11 @@
 
 #include "files/FileSaving.h"
 
+#include "base/FileDescriptor.h"
 #include "files/SystemName.h"
+#include "files/UnfinishedFile.h"
 
 #include <QFileInfo>
-#include <QTemporaryFile>
 
 #include <cerrno>
 #include <cstdio>
@@ -14,22 +15,6 @@
 #include <unistd.h>
 
 namespace {
-
-// A nearly full disk takes a part of the bytes; only the next call tells why it takes no more.
-bool writeFully(QFileDevice &file, const QByteArray &bytes) {
-    for (qint64 done = 0; done < bytes.size();) {
-        const qint64 written = file.write(bytes.constData() + done, bytes.size() - done);
-        if (written <= 0)
-            return false;
-        done += written;
-    }
-    return true;
-}
-
-Failure failureOf(const QFileDevice &file) {
-    const QString reason = file.errorString();
-    return reason.isEmpty() ? Failure::ofSystem(EIO) : Failure{reason};
-}
 
 // The mode of the file, or the one that a file that is opened for writing begins with.
 mode_t modeOf(const QString &path) {
@@ -50,25 +35,25 @@ QString behindLinks(const QFileInfo &target) {
     return target.isSymLink() ? target.symLinkTarget() : target.absoluteFilePath();
 }
 
-// The toolkit's own class for this asks the disk as well, but does not look at the answer. Not
-// every file system has one to give.
-bool isOnDisk(const QFileDevice &file) {
-    return ::fdatasync(file.handle()) == 0 || errno == EINVAL || errno == ENOTSUP;
+// Not every file system has an answer to give.
+bool isOnDisk(int file) {
+    return ::fdatasync(file) == 0 || errno == EINVAL || errno == ENOTSUP;
 }
 
 Result<void> replaceFile(const QString &path, const QByteArray &bytes, Durability durability) {
-    QTemporaryFile file(path + QStringLiteral(".XXXXXX"));
-    if (!file.open() || !writeFully(file, bytes) || !file.flush())
-        return failureOf(file);
-    ::fchmod(file.handle(), modeOf(path));
+    const Result<QByteArray> name = systemName(path);
+    if (!name)
+        return *name.failure();
+    Result<UnfinishedFile> file = UnfinishedFile::beside(*name);
+    if (!file)
+        return *file.failure();
+    if (!writeAll(file->descriptor(), bytes))
+        return Failure::ofSystem(errno);
+    ::fchmod(file->descriptor(), modeOf(path));
     // Waiting for the disk takes longer than everything else that an edit of one byte does.
-    if (durability == Durability::PowerFailure && !isOnDisk(file))
+    if (durability == Durability::PowerFailure && !isOnDisk(file->descriptor()))
         return Failure::ofSystem(errno);
-    const QByteArray from = QFile::encodeName(file.fileName());
-    if (::rename(from.constData(), QFile::encodeName(path).constData()) != 0)
-        return Failure::ofSystem(errno);
-    file.setAutoRemove(false);
-    return {};
+    return file->takePlace();
 }
 
 } // namespace

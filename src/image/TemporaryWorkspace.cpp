@@ -7,13 +7,14 @@
 #include "files/FileLoading.h"
 #include "files/FilePatching.h"
 #include "files/FileSaving.h"
+#include "files/PrivateFolder.h"
 #include "files/SystemName.h"
+#include "files/UnfinishedFile.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -58,7 +59,7 @@ TemporaryWorkspace::TemporaryWorkspace(const SettingsStore &settings, Log &log)
 
 void TemporaryWorkspace::createTempDirectory() {
     const QString folder = temporaryFolder(settings_);
-    const bool exists = QFileInfo::exists(folder) || (!folder.isEmpty() && QDir().mkpath(folder));
+    const bool exists = QFileInfo::exists(folder) || makePrivateFolder(folder);
     if (!exists)
         log_.write(QStringLiteral("error creating temp directory"));
 }
@@ -105,6 +106,7 @@ bool TemporaryWorkspace::outputFileHolds(const ByteBuffer &output_data) const {
 void TemporaryWorkspace::clear_temp_files() {
     if (!QFileInfo::exists(temporaryFolder(settings_)))
         return;
+    removeUnfinished(resolvedPathOf(settings_, settingsKeys::temp_output_file));
     const QString keys[] = {settingsKeys::temp_output_file, settingsKeys::temp_read_from_chip_file,
                             settingsKeys::temp_search_results_file};
     // One error for the three: people compare these lines with those of older runs.

@@ -6,9 +6,10 @@
 #include "files/FileLoading.h"
 #include "files/FileLock.h"
 #include "files/FileSaving.h"
+#include "files/PrivateFolder.h"
+#include "files/UnfinishedFile.h"
 #include "settings/IniText.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -57,14 +58,16 @@ IniFile::Outcome save(const QString &path, const QByteArray &before, const QByte
 
 } // namespace
 
-IniFile::IniFile(const QString &path) : path_(path) {}
+IniFile::IniFile(const QString &path) : path_(path) {
+    removeUnfinished(path_);
+}
 
 IniFile::Outcome IniFile::read() const {
     return valuesIn(load(path_, IfAbsent::Empty));
 }
 
 IniFile::Outcome IniFile::change(const QVariantMap &changes) const {
-    QDir().mkpath(QFileInfo(path_).path());
+    makePrivateFolder(QFileInfo(path_).path());
     const auto lock = FileLock::take(path_, patience);
     if (const Failure *failure = lock.failure())
         return *failure;

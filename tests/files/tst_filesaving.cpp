@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "files/FileSaving.h"
+#include "files/UnfinishedFile.h"
 
 #include "support/FailingCalls.h"
 #include "support/FileHelpers.h"
@@ -37,6 +38,10 @@ private slots:
     void oneCallFails();
     void killedAtAnyCall_data() { durabilities(); }
     void killedAtAnyCall();
+    void killed_leavesHardlyEverAnything();
+    void withoutUnnamedFiles_itIsTheSame();
+    void unfinished_isRemovedByItsMarkAlone();
+    void unfinished_thatIsBeingWrittenStays();
     void diskThatDoesNotConfirm_isAFailure();
     void fileSystemWithoutConfirmation_isNoFailure();
 
@@ -119,7 +124,71 @@ void TestFileSaving::killedAtAnyCall() {
             struck = killing.hasStruck();
         }
         QVERIFY(holdsOneOfBoth());
+        removeUnfinished(path());
+        QCOMPARE(filesLeft(), QStringList(QStringLiteral("a.bin")));
     }
+}
+
+// A killed program leaves something behind in the one moment between two names, and nowhere else.
+void TestFileSaving::killed_leavesHardlyEverAnything() {
+    int leavings = 0;
+    bool struck = true;
+    for (int call = 1; struck; ++call) {
+        {
+            const FailingCalls killing(call, FailingCalls::Mishap::Kills, EIO);
+            [[maybe_unused]] const auto saved = saveWholeFile(path(), newBytes);
+            struck = killing.hasStruck();
+        }
+        QFile::remove(path());
+        leavings += int(filesLeft().size());
+        removeUnfinished(path());
+    }
+    QVERIFY2(leavings <= 1, qPrintable(QString::number(leavings)));
+}
+
+void TestFileSaving::withoutUnnamedFiles_itIsTheSame() {
+    QVERIFY(writeWholeFile(path(), oldBytes));
+    bool struck = true;
+    for (int call = 1; struck; ++call) {
+        const FailingCalls failing(call, FailingCalls::Mishap::Fails, EOPNOTSUPP);
+        const auto saved = saveWholeFile(path(), newBytes);
+        struck = failing.hasStruck();
+        if (failing.struckCall().startsWith("open")) {
+            QVERIFY(saved);
+            QCOMPARE(readWholeFile(path()), newBytes);
+            QCOMPARE(filesLeft(), QStringList(QStringLiteral("a.bin")));
+            return;
+        }
+    }
+    QFAIL("no file was opened");
+}
+
+void TestFileSaving::unfinished_isRemovedByItsMarkAlone() {
+    const QStringList others = {QStringLiteral("a.bin"), QStringLiteral("a.bin.velm-12345"),
+                                QStringLiteral("a.bin.velm-1234567"),
+                                QStringLiteral("b.bin.velm-123456"),
+                                QStringLiteral("xa.bin.velm-123456")};
+    for (const QString &name : others)
+        QVERIFY(writeWholeFile(folder_->filePath(name), "x"));
+    QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("a.bin.velm-folder")));
+    QVERIFY(QFile::link(path(), path() + QStringLiteral(".velm-linked")));
+    QVERIFY(writeWholeFile(path() + QStringLiteral(".velm-abc123"), "left behind"));
+    removeUnfinished(path());
+    QVERIFY(QFileInfo(path() + QStringLiteral(".velm-folder")).isDir());
+    QVERIFY(QFileInfo(path() + QStringLiteral(".velm-linked")).isSymLink());
+    QFile::remove(path() + QStringLiteral(".velm-linked"));
+    QCOMPARE(filesLeft(), others);
+}
+
+void TestFileSaving::unfinished_thatIsBeingWrittenStays() {
+    const FailingCalls withoutUnnamed(1, FailingCalls::Mishap::Fails, EOPNOTSUPP);
+    Result<UnfinishedFile> file = UnfinishedFile::beside(QFile::encodeName(path()));
+    QVERIFY(file);
+    QCOMPARE(filesLeft().size(), 1);
+    removeUnfinished(path());
+    QCOMPARE(filesLeft().size(), 1);
+    QVERIFY(file->takePlace());
+    QCOMPARE(filesLeft(), QStringList(QStringLiteral("a.bin")));
 }
 
 /// What saving came to when the disk answered the question whether it has the bytes with \a error.

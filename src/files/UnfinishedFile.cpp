@@ -1,0 +1,121 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "files/UnfinishedFile.h"
+
+#include "files/SystemName.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+const QByteArray mark = QByteArrayLiteral(".velm-");
+constexpr qsizetype randomLetters = 6;
+constexpr int attempts = 100;
+
+QByteArray nameBeside(const QByteArray &path) {
+    static const char letters[] = "abcdefghijklmnopqrstuvwxyz0123456789";
+    QByteArray name = path + mark;
+    for (qsizetype i = 0; i < randomLetters; ++i)
+        name.append(letters[QRandomGenerator::global()->bounded(int(sizeof letters - 1))]);
+    return name;
+}
+
+QByteArray folderOf(const QByteArray &path) {
+    const qsizetype slash = path.lastIndexOf('/');
+    if (slash < 0)
+        return QByteArrayLiteral(".");
+    return slash == 0 ? QByteArrayLiteral("/") : path.first(slash);
+}
+
+// A file is locked by whoever writes it, so that nobody takes it for what a killed program left.
+FileDescriptor lockedUnnamed(const QByteArray &path) {
+#ifdef O_TMPFILE
+    FileDescriptor file(
+        ::open(folderOf(path).constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, S_IRUSR | S_IWUSR));
+    if (file.isOpen())
+        ::flock(file.get(), LOCK_EX | LOCK_NB);
+    return file;
+#else
+    Q_UNUSED(path)
+    return {};
+#endif
+}
+
+QByteArray pathOf(int descriptor) {
+    return "/proc/self/fd/" + QByteArray::number(descriptor);
+}
+
+// Gives \a file, which has no name, the name \a name. Fails if that is taken.
+bool linkAs(int file, const QByteArray &name) {
+    return ::linkat(AT_FDCWD, pathOf(file).constData(), AT_FDCWD, name.constData(),
+                    AT_SYMLINK_FOLLOW) == 0;
+}
+
+bool canBeLinked(int file) {
+    struct stat facts = {};
+    return ::stat(pathOf(file).constData(), &facts) == 0;
+}
+
+} // namespace
+
+Result<UnfinishedFile> UnfinishedFile::beside(const QByteArray &path) {
+    if (FileDescriptor file = lockedUnnamed(path); file.isOpen() && canBeLinked(file.get()))
+        return UnfinishedFile(std::move(file), path, {});
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        const QByteArray name = nameBeside(path);
+        FileDescriptor file(
+            ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
+        if (file.isOpen()) {
+            ::flock(file.get(), LOCK_EX | LOCK_NB);
+            return UnfinishedFile(std::move(file), path, name);
+        }
+        if (errno != EEXIST)
+            break;
+    }
+    return Failure::ofSystem(errno);
+}
+
+UnfinishedFile::~UnfinishedFile() {
+    if (file_.isOpen() && !name_.isEmpty())
+        ::unlink(name_.constData());
+}
+
+Result<void> UnfinishedFile::takePlace() {
+    for (int attempt = 0; name_.isEmpty() && attempt < attempts; ++attempt) {
+        const QByteArray name = nameBeside(path_);
+        if (linkAs(file_.get(), name))
+            name_ = name;
+        else if (errno != EEXIST)
+            break;
+    }
+    if (name_.isEmpty() || ::rename(name_.constData(), path_.constData()) != 0)
+        return Failure::ofSystem(errno);
+    name_.clear();
+    return {};
+}
+
+void removeUnfinished(const QString &path) {
+    const QFileInfo target(path);
+    const QString start = target.fileName() + QString::fromLatin1(mark);
+    const QDir folder(target.path());
+    for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks)) {
+        const Result<QByteArray> left = systemName(folder.filePath(name));
+        if (!left || !name.startsWith(start) || name.size() != start.size() + randomLetters)
+            continue;
+        const FileDescriptor file(
+            ::open(left->constData(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+        if (file.isOpen() && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0)
+            ::unlink(left->constData());
+    }
+}
