@@ -15,6 +15,8 @@
 
 #include <QLabel>
 
+#include <new>
+
 QString AppDelegate::selectedTab() const {
     return outlets.tabview->selectedTabViewItem().identifier;
 }
@@ -76,8 +78,13 @@ void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const Q
                                                               const QString &column, qint64 row) {
     if (selectedTab() != burnTabIdentifier() || !state_.output_data || with_.gate.refuses())
         return;
-    const CellEditOutcome edit =
-        commitEntry(*state_.output_data, state_.strData.length(), value, columnNumber(column), row);
+    CellEditOutcome edit;
+    try {
+        edit = commitEntry(*state_.output_data, state_.strData.length(), value,
+                           columnNumber(column), row);
+    } catch (const std::bad_alloc &) {
+        return with_.messages.say(Topic::Entry, noMemoryForEditRemark());
+    }
     if (!edit)
         return;
     if (edit->rejected)

@@ -5,8 +5,11 @@
 
 #include "control/ActionGate.h"
 #include "control/HandEdits.h"
+#include "grid/CellEdit.h"
 
 #include <QLocale>
+
+#include <new>
 
 EditOffers::EditOffers(const Surroundings &surroundings)
     : edits_(surroundings.edits),
@@ -16,13 +19,21 @@ EditOffers::EditOffers(const Surroundings &surroundings)
       controls_(surroundings.controls) {}
 
 void EditOffers::undo() {
-    if (!gate_.refusesElseCommits())
-        edits_.undo();
+    step(&HandEdits::undo);
 }
 
 void EditOffers::redo() {
-    if (!gate_.refusesElseCommits())
-        edits_.redo();
+    step(&HandEdits::redo);
+}
+
+void EditOffers::step(void (HandEdits::*way)()) {
+    if (gate_.refusesElseCommits())
+        return;
+    try {
+        (edits_.*way)();
+    } catch (const std::bad_alloc &) {
+        messages_.say(Topic::Entry, noMemoryForEditRemark());
+    }
 }
 
 void EditOffers::restore() {

@@ -62,6 +62,7 @@ signals:
     void saveAsked();
 
 private:
+    void step(void (HandEdits::*way)());
     SecondPress::Question aboutPresent(int edits);
     SecondPress::Question aboutReplaced(int edits);
 

@@ -53,7 +53,9 @@ public:
     }
 
 private:
+    // Memory is asked for before a byte is touched.
     void replace(qsizetype length, const QByteArray &bytes) const {
+        image()->reserve(std::max(image()->capacity(), image()->size() - length + bytes.size()));
         image()->replace(changed().offset, length, bytes);
     }
 

@@ -60,7 +60,8 @@ public:
     /// Puts the newest replaced image in the place of the image, as one step that can be taken
     /// back. There must be one.
     void restore();
-    /// Takes the last step back, or makes it again. Nothing happens if there is none.
+    /// Takes the last step back, or makes it again. Nothing happens if there is none. Throws
+    /// std::bad_alloc, with image and history untouched, where there is no memory for it.
     void undo();
     void redo();
 

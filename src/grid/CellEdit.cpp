@@ -92,6 +92,11 @@ QString rejectionRemark(const QString &entry) {
         .arg(entry);
 }
 
+QString noMemoryForEditRemark() {
+    return QCoreApplication::translate(
+        "CellEdit", "There is no memory for this edit: the data to burn are as they were.");
+}
+
 QString hexDigitFor(quint16 value) {
     constexpr int decimalDigits = 10;
     static const std::array<QString, 6> letters = {QStringLiteral("A"), QStringLiteral("B"),

@@ -40,12 +40,15 @@ using CellEditOutcome = std::optional<CellEdit>;
 /// \a strDataLength is the length of the displayed text in UTF-16 units: cells from there on show
 /// no byte and take no entry. \a columnNumber is the integer value of the column's identifier;
 /// the characters column takes no entry, and the address column stands for the last byte of the
-/// row above.
+/// row above. Throws std::bad_alloc, with the buffer untouched, where there is no memory to change
+/// it in.
 CellEditOutcome commitEntry(QByteArray &output_data, qsizetype strDataLength, const QString &entry,
                             int columnNumber, qint64 row);
 
 /// What is to be said of an \a entry that was rejected.
 QString rejectionRemark(const QString &entry);
+/// What is to be said of an edit for which there was no memory.
+QString noMemoryForEditRemark();
 
 /// The hexadecimal digit for \a value; empty from 16 on.
 QString hexDigitFor(quint16 value);

@@ -3,8 +3,11 @@
 
 #include "control/HandEdits.h"
 #include "grid/CellEdit.h"
+#include "support/AddressSpaceLimit.h"
 
 #include <QTest>
+
+#include <new>
 
 /// Which state of the image it is, and how many edits are in it, step by step.
 class TestHandEdits : public QObject {
@@ -22,6 +25,7 @@ private slots:
     void everyReplacedImage_canBeRestored();
     void replacedImages_areBoundedButForTheNewest();
     void compositionOfTheSameBytes_replacesNothing();
+    void stepWithoutMemory_leavesAllAsItWas();
 
 private:
     void write(qint64 offset, const QByteArray &bytes);
@@ -197,6 +201,32 @@ void TestHandEdits::compositionOfTheSameBytes_replacesNothing() {
     image_ = std::make_shared<QByteArray>("Xbcdef");
     edits_->composed({.revision = 2, .madeWith = {}});
     QVERIFY(edits_->replaced().isEmpty());
+}
+
+void TestHandEdits::stepWithoutMemory_leavesAllAsItWas() {
+    if (!AddressSpaceLimit::works())
+        QSKIP("the sanitizer needs the address space");
+    *image_ = QByteArray(qsizetype(128) << 20, 'x');
+    edits_->composed({.revision = 2, .madeWith = {}});
+    write(0, "yz");
+    const QByteArray shared = *image_; // so that a step has to copy all bytes
+    {
+        const AddressSpaceLimit limit(rlim_t(32) << 20);
+        QVERIFY_THROWS_EXCEPTION(std::bad_alloc, edits_->undo());
+    }
+    QVERIFY(image_->constData() == shared.constData());
+    QCOMPARE(edits_->state().edits, 1);
+    edits_->undo();
+    QCOMPARE(image_->first(3), QByteArray("xxx"));
+    QCOMPARE(edits_->state().revision, quint64(2));
+    const QByteArray again = *image_;
+    {
+        const AddressSpaceLimit limit(rlim_t(32) << 20);
+        QVERIFY_THROWS_EXCEPTION(std::bad_alloc, edits_->redo());
+    }
+    QCOMPARE(edits_->state().edits, 0);
+    edits_->redo();
+    QCOMPARE(image_->first(3), QByteArray("yzx"));
 }
 
 QTEST_GUILESS_MAIN(TestHandEdits)

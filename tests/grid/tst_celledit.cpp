@@ -4,6 +4,8 @@
 #include "grid/CellEdit.h"
 #include "grid/GridColumns.h"
 
+#include "support/AddressSpaceLimit.h"
+
 #include <QTest>
 
 class TestCellEdit : public QObject {
@@ -17,6 +19,8 @@ private slots:
     void hexDigit_hasADigitUpToFifteen();
     void hexValue_subtractsTheHighDigit();
     void hexValue_cutsTheUpperPartToSixteenBits();
+    void edit_withoutMemoryLeavesTheBufferAlone_data();
+    void edit_withoutMemoryLeavesTheBufferAlone();
 };
 
 namespace {
@@ -187,6 +191,31 @@ void TestCellEdit::hexValue_subtractsTheHighDigit() {
 void TestCellEdit::hexValue_cutsTheUpperPartToSixteenBits() {
     // 0x100001 has the upper part 0x10000 and the rest 0xF0001: 0 and 1 in 16 bits.
     QCOMPARE(hexValue(0x100001), QStringLiteral("01"));
+}
+
+void TestCellEdit::edit_withoutMemoryLeavesTheBufferAlone_data() {
+    QTest::addColumn<QString>("entry");
+    QTest::addColumn<qint64>("row");
+    QTest::newRow("a byte") << QStringLiteral("7A") << qint64(0);
+    QTest::newRow("a text that lengthens the buffer")
+        << QString(QLatin1Char('"') + QString(40, u'y')) << (qint64(128) << 20) / 16 - 1;
+}
+
+// Bytes that another buffer shares are copied before the first of them changes.
+void TestCellEdit::edit_withoutMemoryLeavesTheBufferAlone() {
+    if (!AddressSpaceLimit::works())
+        QSKIP("the sanitizer needs the address space");
+    QFETCH(const QString, entry);
+    QFETCH(const qint64, row);
+    const QByteArray original(qsizetype(128) << 20, 'x');
+    QByteArray bytes = original;
+    {
+        const AddressSpaceLimit limit(rlim_t(32) << 20);
+        QVERIFY_THROWS_EXCEPTION(std::bad_alloc, commitEntry(bytes, bytes.size(), entry, 1, row));
+    }
+    QVERIFY(bytes.constData() == original.constData());
+    QCOMPARE(bytes.size(), original.size());
+    QVERIFY(commitEntry(bytes, bytes.size(), entry, 1, row));
 }
 
 QTEST_GUILESS_MAIN(TestCellEdit)
