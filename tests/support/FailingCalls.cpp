@@ -11,6 +11,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -23,13 +24,14 @@ int callsLeft = 0;
 int errorGiven = 0;
 const char *struckName = nullptr;
 std::function<void()> done;
+QByteArray namesStruck; // their beginning
 std::atomic<double> slept = 0;
 
 enum class Effect { Reads, Changes };
 
 /// True if this call is to fail, with errno set.
 bool fails(const char *name, Effect effect) {
-    if (!armed)
+    if (!armed || !QByteArrayView(name).startsWith(namesStruck))
         return false;
     const bool isDead = kills && struckName && effect == Effect::Changes;
     const bool strikes = callsLeft-- == 1;
@@ -65,6 +67,13 @@ auto changing(const char *name, Arguments... arguments) {
                                         : libraryFunction<Function>(name)(arguments...);
 }
 
+/// Pipes and the like wake up the event loop, and those do not fail.
+bool isFile(int descriptor) {
+    struct stat facts = {};
+    return libraryFunction<int(int, struct stat *)>("fstat")(descriptor, &facts) == 0 &&
+           S_ISREG(facts.st_mode);
+}
+
 bool makesAFile(int flags) {
     return (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
 }
@@ -87,7 +96,13 @@ FailingCalls::FailingCalls(int call, Mishap mishap, int error) {
     kills = mishap == Mishap::Kills;
     errorGiven = error;
     struckName = nullptr;
+    namesStruck.clear();
     armed = true;
+}
+
+FailingCalls::FailingCalls(const QByteArray &name, int call, int error)
+    : FailingCalls(call, Mishap::Fails, error) {
+    namesStruck = name;
 }
 
 FailingCalls::FailingCalls(int call, std::function<void()> meanwhile)
@@ -137,12 +152,48 @@ int close(int file) {
     return fails("close", Effect::Reads) ? -1 : result;
 }
 
+int openat(int folder, const char *path, int flags, ...) {
+    va_list rest;
+    va_start(rest, flags);
+    const mode_t mode = makesAFile(flags) ? va_arg(rest, mode_t) : 0;
+    va_end(rest);
+    using Function = int(int, const char *, int, ...);
+    return changing<Function>("openat", folder, path, flags, mode);
+}
+
 ssize_t read(int file, void *bytes, size_t size) {
+    if (!isFile(file))
+        return libraryFunction<ssize_t(int, void *, size_t)>("read")(file, bytes, size);
     return reading<ssize_t(int, void *, size_t)>("read", file, bytes, size);
 }
 
 ssize_t write(int file, const void *bytes, size_t size) {
+    if (!isFile(file))
+        return libraryFunction<ssize_t(int, const void *, size_t)>("write")(file, bytes, size);
     return changing<ssize_t(int, const void *, size_t)>("write", file, bytes, size);
+}
+
+ssize_t pwrite(int file, const void *bytes, size_t size, off_t place) {
+    return changing<ssize_t(int, const void *, size_t, off_t)>("pwrite", file, bytes, size, place);
+}
+
+ssize_t pwrite64(int file, const void *bytes, size_t size, off64_t place) {
+    return changing<ssize_t(int, const void *, size_t, off64_t)>("pwrite64", file, bytes, size,
+                                                                 place);
+}
+
+void *mmap(void *address, size_t size, int use, int flags, int file, off_t place) noexcept {
+    using Function = void *(void *, size_t, int, int, int, off_t);
+    return fails("mmap", Effect::Reads)
+               ? MAP_FAILED
+               : libraryFunction<Function>("mmap")(address, size, use, flags, file, place);
+}
+
+void *mmap64(void *address, size_t size, int use, int flags, int file, off64_t place) noexcept {
+    using Function = void *(void *, size_t, int, int, int, off64_t);
+    return fails("mmap64", Effect::Reads)
+               ? MAP_FAILED
+               : libraryFunction<Function>("mmap64")(address, size, use, flags, file, place);
 }
 
 int fsync(int file) {
@@ -196,6 +247,10 @@ int mkdir(const char *path, mode_t mode) noexcept {
 
 int fchmod(int file, mode_t mode) noexcept {
     return changing<int(int, mode_t)>("fchmod", file, mode);
+}
+
+int ftruncate(int file, off_t size) noexcept {
+    return changing<int(int, off_t)>("ftruncate", file, size);
 }
 
 int ftruncate64(int file, off64_t size) noexcept {

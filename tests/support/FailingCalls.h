@@ -8,9 +8,10 @@
 #include <functional>
 
 /// While it lives, one of the program's calls to the file system goes wrong, or something else
-/// happens just before it. It counts the calls of the program and of the libraries in it from 1; a
-/// test that tries each number in turn, until none is struck any more, has tried every moment. Link
-/// FailingCalls.cpp to the test. One at a time.
+/// happens just before it. It counts the calls of the program and of the libraries in it from 1,
+/// those that read and write pipes and the like left out; a test that tries each number in turn,
+/// until none is struck any more, has tried every moment. Link FailingCalls.cpp to the test. One at
+/// a time.
 class FailingCalls {
 public:
     /// What happens at the call that is struck.
@@ -21,6 +22,9 @@ public:
 
     /// Strikes call number \a call with \a mishap; \a error is an errno value.
     FailingCalls(int call, Mishap mishap, int error);
+    /// Lets call number \a call of the functions whose names begin with \a name fail with \a error;
+    /// only they are counted ("open" stands for open64 and openat, too).
+    FailingCalls(const QByteArray &name, int call, int error);
     /// Has \a meanwhile done before call number \a call, as by another program at that moment.
     FailingCalls(int call, std::function<void()> meanwhile);
     ~FailingCalls();
