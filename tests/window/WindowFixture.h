@@ -47,6 +47,8 @@ public:
     /// Makes the window and starts it up. What a test puts into settings() or the folder before
     /// is what the program finds.
     void start();
+    /// False before start() and after end().
+    bool hasStarted() const { return velm_ != nullptr; }
     /// Ends the program, as a restart does; settings and files stay.
     void end();
 

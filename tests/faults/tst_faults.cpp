@@ -1,0 +1,260 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "support/FailingCalls.h"
+#include "window/EditingSteps.h"
+
+#include <QDir>
+
+#include <cerrno>
+#include <cstring>
+
+/// Everything that a user does, with one call to the system failing in it: each in turn, until none
+/// is left. Whatever fails, the program goes on, no file is torn, settings stay, and a chip gets
+/// what is shown or the user is told that it would not.
+///
+/// Each function fails with the errors that it is most likely to meet; with VELM_FAULTS=all it does
+/// with all of them, which takes several times as long.
+class TestFaults : public QObject {
+    Q_OBJECT
+
+private slots:
+    void nothingIsLost_data();
+    void nothingIsLost();
+};
+
+namespace {
+
+using Step = void (*)(WindowFixture &);
+using Errors = QList<int>;
+
+const QByteArray firstBinary = "0123456789ABCDEFGHIJ";
+const QByteArray otherBinary = "another binary";
+const QByteArray olderExport = "an older export";
+
+/// Reads "CHIP!" and keeps what it is given to write.
+const QByteArray tool = R"(
+while [ $# -gt 0 ]; do
+    case "$1" in
+    -r) printf 'CHIP!' >"$2"; echo 'Reading Code...  0.47Sec  OK' >&2 ;;
+    -w) cp -- "$2" "$BURNED"
+        echo 'Writing Code...  1.29Sec  OK' >&2; echo 'Verification OK' >&2 ;;
+    esac
+    shift
+done
+)";
+
+void start(WindowFixture &velm) {
+    velm.start();
+}
+
+void read(WindowFixture &velm) {
+    velm.click(velm.controls().btn_read);
+}
+
+void compose(WindowFixture &velm) {
+    velm.click(velm.controls().btn_pad);
+}
+
+void edit(WindowFixture &velm) {
+    enter(velm, 0, 1, QStringLiteral("7F"));
+}
+
+void openAnother(WindowFixture &velm) {
+    velm.panels.answer = velm.path(QStringLiteral("other.bin"));
+    velm.click(velm.controls().btn_open);
+}
+
+void exportImage(WindowFixture &velm) {
+    velm.panels.answer = velm.path(QStringLiteral("export.bin"));
+    velm.click(velm.controls().btn_export_output);
+}
+
+void changeSetting(WindowFixture &velm) {
+    velm.click(velm.controls().check_skipErase);
+}
+
+void burn(WindowFixture &velm) {
+    velm.click(velm.controls().btn_write);
+}
+
+QVariantMap settingsIn(const SettingsStore &store) {
+    QVariantMap values = settingsKeys::startupDefaults();
+    values.insert(settingsKeys::binary, {});
+    values.insert(settingsKeys::device, {});
+    for (auto value = values.begin(); value != values.end(); ++value)
+        *value = store.stringValue(value.key());
+    return values;
+}
+
+/// One program in a folder of its own, in which one thing goes wrong.
+class Day {
+public:
+    Day() {
+        velm.write(QStringLiteral("rom.bin"), firstBinary);
+        velm.write(QStringLiteral("other.bin"), otherBinary);
+        velm.write(QStringLiteral("export.bin"), olderExport);
+        qputenv("BURNED", QFile::encodeName(burnedPath()));
+        velm.useTool(tool);
+        velm.settings().setValue(settingsKeys::binary, velm.path(QStringLiteral("rom.bin")));
+        velm.settings().setValue(settingsKeys::pad_to, QStringLiteral("1"));
+    }
+
+    /// Does \a step while call \a call of \a function fails; false if there were fewer calls.
+    bool fails(Step step, const QByteArray &function, int call, int error) {
+        if (step != start)
+            begin();
+        const QByteArray before = image();
+        settingsBefore = settingsIn(velm.settings());
+        messageBefore = step == start ? QString() : velm.message();
+        FailingCalls failing(function, call, error);
+        step(velm);
+        velm.settle();
+        struck = failing.struckCall();
+        images = {before, image()};
+        return failing.hasStruck();
+    }
+
+    /// What is wrong after that; empty if nothing is.
+    QString complaint() {
+        for (const QString &wrong : {inSettings(), inFiles(), inExport(), inBurning()})
+            if (!wrong.isEmpty())
+                return wrong;
+        return {};
+    }
+
+    QByteArray struck;
+
+private:
+    void begin() {
+        velm.start();
+        velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
+        velm.settle();
+    }
+
+    QByteArray image() {
+        const bool isThere = velm.hasStarted() && velm.state().output_data;
+        return isThere ? *velm.state().output_data : QByteArray();
+    }
+
+    /// A sentence was said since the step began.
+    bool hasSpoken() { return !velm.message().isEmpty() && velm.message() != messageBefore; }
+
+    QString burnedPath() const { return velm.path(QStringLiteral("burned")); }
+
+    /// Every setting has the value of before or the one that the window shows, and if the file
+    /// lacks that, a sentence says so.
+    QString inSettings() {
+        SettingsStore stored(velm.path(QStringLiteral("velm.conf")));
+        if (!stored.damagedCopyPath().isEmpty())
+            return QStringLiteral("the settings are taken for damaged");
+        stored.registerDefaults(settingsKeys::startupDefaults());
+        const QVariantMap now = settingsIn(stored);
+        const QVariantMap shown = settingsIn(velm.settings());
+        for (auto value = now.begin(); value != now.end(); ++value)
+            if (*value != settingsBefore[value.key()] && *value != shown[value.key()])
+                return QStringLiteral("%1 is %2").arg(value.key(), value->toString());
+        return now == shown || hasSpoken()
+                   ? QString()
+                   : QStringLiteral("no word of a setting that is not kept");
+    }
+
+    QString inFiles() {
+        if (bytesOf(QStringLiteral("rom.bin")) != firstBinary ||
+            bytesOf(QStringLiteral("other.bin")) != otherBinary)
+            return QStringLiteral("an opened file has changed");
+        const QString handedOver = velm.temporary(QStringLiteral("temp.bin"));
+        if (QFile::exists(handedOver) && !images.contains(WindowFixture::bytesOf(handedOver)))
+            return QStringLiteral("the image file is torn");
+        return strangers(QStringLiteral("."),
+                         QStringLiteral("bench burned export.bin other.bin rom.bin state.conf "
+                                        "tool.sh velm.conf workspace")) +
+               strangers(QStringLiteral("workspace"),
+                         QStringLiteral("temp.bin temp_read.bin temp_sr.bin temp_logtest.bin"));
+    }
+
+    /// The files in \a folder that are none of \a known.
+    QString strangers(const QString &folder, const QString &known) const {
+        QStringList names = QDir(velm.path(folder)).entryList(QDir::Files | QDir::Hidden);
+        names.removeIf([&](const QString &name) { return known.split(u' ').contains(name); });
+        return names.isEmpty() ? QString() : QStringLiteral("left: ") + names.join(u' ');
+    }
+
+    QString inExport() {
+        const QByteArray bytes = bytesOf(QStringLiteral("export.bin"));
+        const bool wasAsked = !velm.panels.requests.isEmpty() &&
+                              velm.panels.requests.last().kind == FilePanelRequest::Kind::Save;
+        if (bytes != olderExport && bytes != image())
+            return QStringLiteral("the export is torn");
+        return wasAsked && bytes == olderExport && !hasSpoken()
+                   ? QStringLiteral("no word of an export that failed")
+                   : QString();
+    }
+
+    /// The next press of Write burns what is shown, or says why not.
+    QString inBurning() {
+        QFile::remove(burnedPath());
+        burn(velm);
+        velm.settle();
+        if (!QFile::exists(burnedPath()))
+            return velm.message().isEmpty() ? QStringLiteral("Write did nothing") : QString();
+        return WindowFixture::bytesOf(burnedPath()) == image()
+                   ? QString()
+                   : QStringLiteral("something else was burned than is shown");
+    }
+
+    QByteArray bytesOf(const QString &name) const {
+        return WindowFixture::bytesOf(velm.path(name));
+    }
+
+    WindowFixture velm;
+    QList<QByteArray> images;
+    QVariantMap settingsBefore;
+    QString messageBefore;
+};
+
+Errors all() {
+    return {EIO, ENOSPC, EROFS, EACCES, EMFILE, ENOMEM};
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Step)
+
+void TestFaults::nothingIsLost_data() {
+    QTest::addColumn<Step>("step");
+    QTest::addColumn<QByteArray>("function");
+    QTest::addColumn<Errors>("errors");
+    const QList<std::pair<const char *, Step>> steps = {
+        {"start", start},      {"read", read},          {"compose", compose},   {"edit", edit},
+        {"open", openAnother}, {"export", exportImage}, {"set", changeSetting}, {"burn", burn}};
+    const QList<std::pair<const char *, Errors>> functions = {
+        {"open", {EACCES, EMFILE}}, {"write", {ENOSPC}},  {"pwrite", {ENOSPC}}, {"read", {EIO}},
+        {"fsync", {EIO}},           {"fdatasync", {EIO}}, {"rename", {EROFS}},  {"link", {EACCES}},
+        {"mmap", {ENOMEM}},         {"ftruncate", {EIO}}};
+    const bool triesAll = qgetenv("VELM_FAULTS") == "all";
+    for (const auto &[stepName, step] : steps)
+        for (const auto &[function, errors] : functions)
+            QTest::addRow("%s, %s", stepName, function)
+                << step << QByteArray(function) << (triesAll ? all() : errors);
+}
+
+void TestFaults::nothingIsLost() {
+    QFETCH(Step, step);
+    QFETCH(QByteArray, function);
+    QFETCH(Errors, errors);
+    for (const int error : errors) {
+        bool wasStruck = true;
+        for (int call = 1; wasStruck; ++call) {
+            Day day;
+            wasStruck = day.fails(step, function, call, error);
+            const QString wrong = day.complaint();
+            const QByteArray context = day.struck + " " + QByteArray::number(call) + ", " +
+                                       std::strerror(error) + ": " + wrong.toUtf8();
+            QVERIFY2(wrong.isEmpty(), context.constData());
+        }
+    }
+}
+
+QTEST_MAIN(TestFaults)
+#include "tst_faults.moc"
