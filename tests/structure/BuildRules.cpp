@@ -45,6 +45,12 @@ bool isOf(const Include &include, const QString &library) {
     return true;
 }
 
+/// The CMake text \a text without what is compiled for other folders: it must link as they do.
+QString withoutPrecompiled(QString text) {
+    static const QRegularExpression call(QStringLiteral(R"(\bvelm_precompiled\s*\([^)]*\))"));
+    return text.remove(call);
+}
+
 bool hasHeaders(const QString &library) {
     return library != QLatin1String("velm_warnings");
 }
@@ -57,7 +63,7 @@ QStringList buildRules::linksAreUsed(const SourceTree &tree) {
         if (!isBuildFile(file.key()))
             continue;
         const QList<Include> includes = includesUnder(tree, file.key().section(u'/', 0, -2));
-        for (const QString &library : linkedLibraries(file.value())) {
+        for (const QString &library : linkedLibraries(withoutPrecompiled(file.value()))) {
             const auto usesIt = [&library](const Include &include) {
                 return isOf(include, library);
             };

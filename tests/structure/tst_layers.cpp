@@ -176,6 +176,9 @@ void TestLayers::ruleNotices_data() {
     row("a test links what another test uses", used, "tests/b/CMakeLists.txt",
         "velm_test(b SOURCES b.cpp LINKS Qt6::Widgets)\n",
         "tests/b/CMakeLists.txt: links Qt6::Widgets, which nothing uses");
+    row("headers are compiled for other folders", used, "tests/b/CMakeLists.txt",
+        "velm_precompiled(b LINKS Qt6::Network HEADERS <QTest>)\nvelm_test(b LINKS Qt6::Gui)\n",
+        "tests/b/CMakeLists.txt: links Qt6::Gui, which nothing uses");
     row("a window's class is a use", used, "src/form/CMakeLists.txt",
         "velm_library(form LINKS velm_base velm_grid)\n",
         "src/form/CMakeLists.txt: links velm_base, which nothing uses");
