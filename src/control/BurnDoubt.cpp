@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QStringList>
 
 namespace {
 
@@ -56,6 +57,31 @@ public:
             .arg(name, nameOf(encoding));
     }
 
+    static QString oddCommand(const BurnSituation &situation) {
+        QStringList shown;
+        for (const QChar character : situation.oddCharacters)
+            shown << (character.isPrint() ? QString(character)
+                                          : QStringLiteral("U+%1").arg(character.unicode(), 4, 16,
+                                                                       QLatin1Char('0')));
+        return tr("The shell takes %1 in this command for more than a name: %2")
+                   .arg(shown.join(QLatin1Char(' ')), situation.commandLine) +
+               QLatin1Char('.');
+    }
+
+    static QString pressAgainToRun(const BurnSituation &situation) {
+        switch (situation.operation) {
+        case ReadOperation:
+            return tr("Press Read again to run it.");
+        case VerifyOperation:
+            return tr("Press Verify again to run it.");
+        case WriteOperation:
+            return tr("Press Write again to run it.");
+        case LogicOperation:
+            break;
+        }
+        return tr("Press Logic test again to run it.");
+    }
+
     static QString noImage() {
         return tr("There is no data to burn. Press Write again to start the tool all the same.");
     }
@@ -68,7 +94,9 @@ public:
 
 } // namespace
 
-std::optional<BurnDoubt> doubtAbout(const BurnSituation &situation) {
+namespace {
+
+std::optional<BurnDoubt> doubtAboutImage(const BurnSituation &situation) {
     const bool writes = situation.operation == WriteOperation;
     if (!writes && situation.operation != VerifyOperation)
         return std::nullopt;
@@ -85,6 +113,19 @@ std::optional<BurnDoubt> doubtAbout(const BurnSituation &situation) {
         return BurnDoubt{.key = QStringLiteral("text"),
                          .sentence = Wording::encodedText(situation.operation, situation.encoding)};
     return std::nullopt;
+}
+
+} // namespace
+
+std::optional<BurnDoubt> doubtAbout(const BurnSituation &situation) {
+    const std::optional<BurnDoubt> doubt = doubtAboutImage(situation);
+    if (situation.oddCharacters.isEmpty())
+        return doubt;
+    BurnDoubt both =
+        doubt.value_or(BurnDoubt{.key = {}, .sentence = Wording::pressAgainToRun(situation)});
+    both.key.prepend(QStringLiteral("command "));
+    both.sentence.prepend(Wording::oddCommand(situation) + QLatin1Char(' '));
+    return both;
 }
 
 QString decodingRemark(ImageEncoding encoding, const QString &name) {

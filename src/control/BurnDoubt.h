@@ -10,7 +10,7 @@
 
 #include <optional>
 
-/// What a Write or a Verify would be about, at the moment of the press.
+/// What a run would be about, at the moment of the press; most of it is for Write and Verify.
 struct BurnSituation {
     Operation operation = WriteOperation;
     /// False where a composition was refused.
@@ -24,6 +24,9 @@ struct BurnSituation {
     bool fileIsImage = true;
     /// Why the image could not be written there; empty if it was.
     QString writeProblem;
+    /// What is going to be run, and what in it the shell takes for more than a name.
+    QString commandLine;
+    QString oddCharacters;
 };
 
 /// A reason to ask the user before the tool is started.
@@ -40,6 +43,6 @@ struct BurnDoubt {
 /// \a name is what to call it.
 QString decodingRemark(ImageEncoding encoding, const QString &name);
 
-/// The most important reason to ask before \a situation goes on; nothing if there is none, and
-/// always for operations that take no image.
+/// The reasons to ask before \a situation goes on, in one: a command that is odd, and the most
+/// important one about the image, for operations that take one. Nothing if there is none.
 std::optional<BurnDoubt> doubtAbout(const BurnSituation &situation);

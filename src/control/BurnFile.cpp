@@ -56,6 +56,9 @@ void BurnFile::followPath(const QString &key) {
 BurnSituation BurnFile::situation(Operation operation) const {
     BurnSituation burn;
     burn.operation = operation;
+    const ToolSettings settings = ToolSettings::readFrom(defaults_);
+    burn.commandLine = operationCommand(operation, settings);
+    burn.oddCharacters = oddCharacters(operation, settings);
     if (operation != VerifyOperation && operation != WriteOperation)
         return burn;
     const Failure *problem = workspace_.lastWrite().failure();
@@ -76,9 +79,9 @@ bool BurnFile::asks(const BurnSituation &burn, quint64 revision) {
     }
     SecondPress::Question question;
     question.thing =
-        QStringLiteral("%1 %2 %3 %4 %5")
+        QStringLiteral("%1 %2 %3 %4 %5 %6")
             .arg(doubt->key, QString::number(burn.operation), QString::number(revision), burn.path,
-                 FileStamp::text(FileStamp::of(burn.path)));
+                 FileStamp::text(FileStamp::of(burn.path)), burn.commandLine);
     question.sentence = doubt->sentence;
     if (doubt->canWriteAgain && image_)
         question.action = {tr("Write the image file again"), [this] { writeAgain(); }};

@@ -75,6 +75,26 @@ QString operationCommand(Operation operation, const ToolSettings &settings) {
     return words.join(u' ');
 }
 
+QString oddCharacters(Operation operation, const ToolSettings &settings) {
+    static constexpr QStringView withinQuotes(u"$`\"\\");
+    static constexpr QStringView outsideQuotes(u"$`\"\\;&|<>()");
+    QString found;
+    const auto look = [&found](const QString &text, QStringView odd) {
+        for (const QChar character : text) {
+            const bool isControl = character.category() == QChar::Other_Control;
+            if ((isControl || odd.contains(character)) && !found.contains(character))
+                found.append(character);
+        }
+    };
+    look(settings.tool, outsideQuotes);
+    look(settings.device, withinQuotes);
+    if (operation == ReadOperation)
+        look(settings.readPath, withinQuotes);
+    else if (operation != LogicOperation)
+        look(settings.outputPath, withinQuotes);
+    return found;
+}
+
 QString catalogueCommand(const QString &tool, const QString &term, const QString &path) {
     return tool + QStringLiteral(" -L ") + shellWord(term) + QStringLiteral(" > ") + quoted(path);
 }

@@ -37,6 +37,12 @@ struct ToolSettings {
 /// otherwise unchanged.
 QString operationCommand(Operation operation, const ToolSettings &settings);
 
+/// The characters in the command for \a operation that the shell takes for more than themselves,
+/// each once: within the quotes around device and path those that begin a command, a variable or
+/// an escape, or end the quotes, in the tool's own text also those that end a command; and control
+/// characters anywhere. Empty for a command of plain names.
+QString oddCharacters(Operation operation, const ToolSettings &settings);
+
 /// The command string that leaves the names of the devices matching \a term in the file \a path.
 QString catalogueCommand(const QString &tool, const QString &term, const QString &path);
 

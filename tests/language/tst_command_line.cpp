@@ -17,6 +17,8 @@ private slots:
     void operationCommand_joinsTheWordsInTheFixedOrder();
     void operationCommand_quotesDeviceAndPathAlone_data();
     void operationCommand_quotesDeviceAndPathAlone();
+    void oddCharacters_areThoseThatTheShellTakes_data();
+    void oddCharacters_areThoseThatTheShellTakes();
     void catalogueCommand_redirectsIntoTheQuotedPath();
     void shellWord_quotesWhatTheShellWouldTreatSpecially_data();
     void shellWord_quotesWhatTheShellWouldTreatSpecially();
@@ -99,6 +101,46 @@ void TestCommandLine::operationCommand_quotesDeviceAndPathAlone() {
     const ToolSettings settings{
         .tool = tool, .device = device, .outputPath = QString(), .readPath = readPath};
     QTEST(operationCommand(ReadOperation, settings), "expected");
+}
+
+void TestCommandLine::oddCharacters_areThoseThatTheShellTakes_data() {
+    QTest::addColumn<Operation>("operation");
+    QTest::addColumn<ToolSettings>("settings");
+    QTest::addColumn<QString>("odd");
+    const auto row = [](const char *name, Operation operation, const QString &tool,
+                        const QString &device, const QString &path, const QString &odd) {
+        QTest::newRow(name) << operation
+                            << ToolSettings{.tool = tool,
+                                            .device = device,
+                                            .outputPath = path,
+                                            .readPath = path}
+                            << odd;
+    };
+    const QString tool = QStringLiteral("sudo -n ~/bin/minipro");
+    const QString device = QStringLiteral("MY (27C512)@DIP28; 'x' & <y> | *");
+    const QString path = QStringLiteral("/home/a b/temp.bin");
+    for (const Operation operation :
+         {ReadOperation, VerifyOperation, WriteOperation, LogicOperation})
+        row(qPrintable(QStringLiteral("plain, %1").arg(operation)), operation, tool, device, path,
+            QString());
+    row("a command in the device", ReadOperation, tool, QStringLiteral("a$(b)`c`$d"), path,
+        QStringLiteral("$`"));
+    row("the end of the quotes", LogicOperation, tool, QStringLiteral("a\"; b \\"), path,
+        QStringLiteral("\"\\"));
+    row("a line break", WriteOperation, tool, QStringLiteral("a\nb"), path, QStringLiteral("\n"));
+    row("a path", VerifyOperation, tool, device, QStringLiteral("/tmp/$HOME"), QStringLiteral("$"));
+    row("a path that is not in the command", LogicOperation, tool, device,
+        QStringLiteral("/tmp/$HOME"), QString());
+    row("another command behind the tool", ReadOperation, QStringLiteral("minipro; x & y | z"),
+        device, path, QStringLiteral(";&|"));
+    row("what the tool's text opens and redirects", ReadOperation,
+        QStringLiteral("(minipro) <a >b"), device, path, QStringLiteral("()<>"));
+}
+
+void TestCommandLine::oddCharacters_areThoseThatTheShellTakes() {
+    QFETCH(const Operation, operation);
+    QFETCH(const ToolSettings, settings);
+    QTEST(oddCharacters(operation, settings), "odd");
 }
 
 void TestCommandLine::catalogueCommand_redirectsIntoTheQuotedPath() {

@@ -28,6 +28,9 @@ private slots:
     void secondPress_countsWhileItsSentenceStandsOnly();
     void secondPress_countsForTheSameFileOnly();
     void refusedComposition_isNoEmptyFile();
+    void oddDevice_isAskedAboutFirst_data();
+    void oddDevice_isAskedAboutFirst();
+    void oddDevice_andForeignFileAreOneQuestion();
 
 private:
     /// The button that the message line offers; null if it offers none.
@@ -241,6 +244,61 @@ void TestWindowBurn::refusedComposition_isNoEmptyFile() {
     QVERIFY2(velm.message().contains(QStringLiteral("start the tool all the same")),
              qPrintable(velm.message()));
     QVERIFY2(!velm.message().contains(QStringLiteral("empty file")), qPrintable(velm.message()));
+}
+
+void TestWindowBurn::oddDevice_isAskedAboutFirst_data() {
+    QTest::addColumn<int>("tag");
+    QTest::newRow("read") << int(ReadOperation);
+    QTest::newRow("verify") << int(VerifyOperation);
+    QTest::newRow("write") << int(WriteOperation);
+    QTest::newRow("logic test") << int(LogicOperation);
+}
+
+void TestWindowBurn::oddDevice_isAskedAboutFirst() {
+    QFETCH(const int, tag);
+    WindowFixture velm;
+    velm.useTool("echo run >> '" + chip(velm).toUtf8() + "'\n");
+    showTwentyBytes(velm);
+    const QString device =
+        QStringLiteral("a$(touch '%1')").arg(velm.path(QStringLiteral("got in")));
+    velm.controls().uaTextField->setText(device);
+    Ui::MainWindow &c = velm.controls();
+    QPushButton *const buttons[] = {c.btn_read, c.btn_verify, c.btn_write, c.btn_logic};
+    QPushButton *button = buttons[tag];
+    velm.click(button);
+    velm.settle();
+    QVERIFY2(velm.message().contains(QStringLiteral("The shell takes $ in this command")),
+             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(device), qPrintable(velm.message()));
+    QCOMPARE(burned(velm), QByteArray());
+    QVERIFY(!QFile::exists(velm.path(QStringLiteral("got in"))));
+    // Another name is another question.
+    velm.controls().uaTextField->setText(device + u'2');
+    velm.click(button);
+    QCOMPARE(burned(velm), QByteArray());
+    velm.click(button);
+    velm.settle();
+    QCOMPARE(burned(velm), QByteArray("run\n"));
+    velm.controls().uaTextField->setText(QStringLiteral("27C64"));
+    velm.click(button);
+    velm.settle();
+    QCOMPARE(burned(velm), QByteArray("run\nrun\n"));
+}
+
+void TestWindowBurn::oddDevice_andForeignFileAreOneQuestion() {
+    WindowFixture velm;
+    useCopyingTool(velm);
+    showTwentyBytes(velm);
+    velm.controls().uaTextField->setText(QStringLiteral("a`b`"));
+    meddle(velm);
+    velm.click(velm.controls().btn_write);
+    QVERIFY2(velm.message().contains(QStringLiteral("takes ` in this command")) &&
+                 velm.message().contains(QStringLiteral("does not hold the data to burn")),
+             qPrintable(velm.message()));
+    QVERIFY(offer(velm));
+    velm.click(velm.controls().btn_write);
+    velm.settle();
+    QCOMPARE(burned(velm), QByteArray("0123456789ABCDEFGHIj"));
 }
 
 QTEST_MAIN(TestWindowBurn)
