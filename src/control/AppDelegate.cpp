@@ -51,6 +51,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     clear_temp_files(this);
     load_opened_binary();
     build_output_data(this);
+    burnFile_.sayIfShared();
     showSelectedTab();
 }
 

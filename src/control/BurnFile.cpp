@@ -46,6 +46,14 @@ void BurnFile::sayResult(const Result<void> &result) {
     messages_.say(Topic::Workspace, sentence);
 }
 
+void BurnFile::sayIfShared() {
+    const QString folder = workspace_.sharedFolder();
+    if (!folder.isEmpty())
+        messages_.say(Topic::SharedFolder,
+                      tr("Others may put files into %1, through which the images go.")
+                          .arg(QDir::toNativeSeparators(folder)));
+}
+
 // A path that has come to name another file gets the image at once, or a Write would burn what
 // happens to lie there.
 void BurnFile::followPath(const QString &key) {

@@ -27,6 +27,8 @@ public:
     void write();
     /// The same for an image of which just the bytes of \a changed are other ones than before.
     void write(ByteRange changed);
+    /// Says so if others may change the file. Said once, at the start.
+    void sayIfShared();
     /// What \a operation would be about.
     BurnSituation situation(Operation operation) const;
     /// True if the user is asked before the run that \a burn is about; false if there is nothing

@@ -35,6 +35,7 @@ constexpr std::array rules = {
     Rule{Topic::NothingToBurn, warning, warning, Event::ImageHasBytes},
     Rule{Topic::Composition, information, problem, {}},
     Rule{Topic::Workspace, problem, problem, {}},
+    Rule{Topic::SharedFolder, warning, warning, {}},
     Rule{Topic::ImageFile, information, problem, Event::ImageChanged, Event::RunBegan},
     Rule{Topic::Binary, warning, warning, Event::BinaryLoading},
     Rule{Topic::OpenedFile, information, warning, Event::BinaryLoading},

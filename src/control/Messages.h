@@ -16,6 +16,7 @@ enum class Topic {
     NothingToBurn,   ///< no data to save, for want of an image
     Composition,     ///< how the image came out
     Workspace,       ///< the file of the image to burn could not be written
+    SharedFolder,    ///< others may write where that file is
     ImageFile,       ///< that file was written again
     Binary,          ///< the opened binary: how it reads, or that it does not
     OpenedFile,      ///< the opened binary is another file by now

@@ -5,6 +5,7 @@
 
 #include "base/Log.h"
 #include "files/FileLoading.h"
+#include "files/FileOwnership.h"
 #include "files/FilePatching.h"
 #include "files/FileSaving.h"
 #include "files/PrivateFolder.h"
@@ -44,8 +45,18 @@ Result<void> removeFile(const QString &path) {
 
 // In a folder that may not be changed the old image cannot be removed, but it can be emptied.
 void removeOldImage(const QString &path) {
-    if (!removeFile(path) && QFileInfo(path).isFile())
+    if (!removeFile(path) && QFileInfo(path).isFile() && isNoForeignLink(path))
         QFile::resize(path, 0);
+}
+
+// Through a link of somebody else's the image would replace a file that nobody meant.
+Result<void> save(const QString &path, const ByteBuffer &image) {
+    if (!image)
+        return Failure{QCoreApplication::translate("TemporaryWorkspace", "There is no image")};
+    if (!isNoForeignLink(path))
+        return Failure{QCoreApplication::translate("TemporaryWorkspace",
+                                                   "It is a link that belongs to somebody else")};
+    return saveWholeFile(path, *image, Durability::ProgramEnd);
 }
 
 QString printable(const QString &text) {
@@ -67,10 +78,7 @@ void TemporaryWorkspace::createTempDirectory() {
 Result<void> TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer &output_data) {
     createTempDirectory();
     const QString path = resolvedPathOf(settings_, settingsKeys::temp_output_file);
-    lastWrite_ =
-        output_data
-            ? saveWholeFile(path, *output_data, Durability::ProgramEnd)
-            : Failure{QCoreApplication::translate("TemporaryWorkspace", "There is no image")};
+    lastWrite_ = save(path, output_data);
     if (!lastWrite_) {
         log_.write(QStringLiteral("error writing to temp file"));
         removeOldImage(path);
@@ -101,6 +109,11 @@ bool TemporaryWorkspace::patch(const QByteArray &bytes, ByteRange changed) {
 bool TemporaryWorkspace::outputFileHolds(const ByteBuffer &output_data) const {
     const QString path = resolvedPathOf(settings_, settingsKeys::temp_output_file);
     return output_data ? fileHolds(path, *output_data) : !QFileInfo::exists(path);
+}
+
+QString TemporaryWorkspace::sharedFolder() const {
+    const QString folder = temporaryFolder(settings_);
+    return othersMayWriteInto(folder) ? folder : QString();
 }
 
 void TemporaryWorkspace::clear_temp_files() {

@@ -36,6 +36,9 @@ public:
     /// \a output_data; for a null one, if there is no such file.
     bool outputFileHolds(const ByteBuffer &output_data) const;
 
+    /// The temporary folder, if others than the user may put files into it; empty else.
+    QString sharedFolder() const;
+
     /// Deletes the output, read and search results files of an earlier run, if the temporary
     /// folder exists. Only files and links are deleted, never a folder. After a failed
     /// deletion every later one is logged as well; one that succeeded bears the description of the

@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace settingsKeys;
 
@@ -37,6 +38,7 @@ private slots:
     void write_oldImageIsNeverHalfReplaced();
     void write_successForgetsTheProblem();
     void write_replacesTheTargetOfALinkAndKeepsPermissions();
+    void write_followsNoLinkOfSomebodyElse();
     void edit_isWrittenInPlace();
     void edit_ofAFileThatIsAnotherWritesTheWhole();
     void edit_atAnotherPathWritesTheWhole();
@@ -180,6 +182,20 @@ void TestTemporaryWorkspaceWriting::write_replacesTheTargetOfALinkAndKeepsPermis
     QCOMPARE(QFile::permissions(target) & ~(QFile::ReadUser | QFile::WriteUser), permissions);
     QVERIFY(QFileInfo(between).isSymLink());
     QCOMPARE(at->names(), QStringLiteral("between elsewhere.bin temp.bin"));
+}
+
+void TestTemporaryWorkspaceWriting::write_followsNoLinkOfSomebodyElse() {
+    if (::geteuid() != 0)
+        QSKIP("only root can give a link away");
+    at->workspace.createTempDirectory();
+    const QString victim = at->home.filePath(QStringLiteral("victim"));
+    QVERIFY(writeWholeFile(victim, "precious"));
+    QVERIFY(QFile::link(victim, at->output()));
+    QCOMPARE(::lchown(QFile::encodeName(at->output()).constData(), 12345, gid_t(-1)), 0);
+    QVERIFY(!at->workspace.write_output_data_to_temp_file(bufferOf("61")));
+    QCOMPARE(problem(), QStringLiteral("It is a link that belongs to somebody else"));
+    QCOMPARE(readWholeFile(victim), QByteArray("precious"));
+    QCOMPARE(takeLog(), QStringList({writeError}));
 }
 
 void TestTemporaryWorkspaceWriting::edit_isWrittenInPlace() {

@@ -28,6 +28,8 @@ private slots:
     void secondPress_countsWhileItsSentenceStandsOnly();
     void secondPress_countsForTheSameFileOnly();
     void refusedComposition_isNoEmptyFile();
+    void sharedFolder_isSaidOnce_data();
+    void sharedFolder_isSaidOnce();
     void oddDevice_isAskedAboutFirst_data();
     void oddDevice_isAskedAboutFirst();
     void oddDevice_andForeignFileAreOneQuestion();
@@ -244,6 +246,27 @@ void TestWindowBurn::refusedComposition_isNoEmptyFile() {
     QVERIFY2(velm.message().contains(QStringLiteral("start the tool all the same")),
              qPrintable(velm.message()));
     QVERIFY2(!velm.message().contains(QStringLiteral("empty file")), qPrintable(velm.message()));
+}
+
+void TestWindowBurn::sharedFolder_isSaidOnce_data() {
+    QTest::addColumn<mode_t>("mode");
+    QTest::addColumn<bool>("said");
+    QTest::newRow("the user's alone") << mode_t(0755) << false;
+    QTest::newRow("open to all") << mode_t(0777) << true;
+}
+
+void TestWindowBurn::sharedFolder_isSaidOnce() {
+    QFETCH(const mode_t, mode);
+    QFETCH(const bool, said);
+    WindowFixture velm;
+    velm.write(QStringLiteral("workspace/x"), "");
+    QCOMPARE(::chmod(QFile::encodeName(velm.temporary({})).constData(), mode), 0);
+    velm.start();
+    const QString sentence = QStringLiteral("Others may put files into");
+    QCOMPARE(velm.message().count(sentence), said ? 1 : 0);
+    velm.delegate().build_and_reload();
+    velm.settle();
+    QCOMPARE(velm.message().count(sentence), said ? 1 : 0);
 }
 
 void TestWindowBurn::oddDevice_isAskedAboutFirst_data() {
