@@ -8,7 +8,6 @@
 #include "base/Log.h"
 #include "base/MainQueue.h"
 #include "control/CompositionForm.h"
-#include "files/SuggestedName.h"
 #include "grid/GridView.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
@@ -119,22 +118,13 @@ void AppDelegate::openBinary(const QString &path) {
 }
 
 void AppDelegate::export_read_from_chip_data(QObject *) {
-    with_.files.saveImage(
-        window_, {.emptyLogLine = QStringLiteral("first read the chip!"),
-                  .emptyTopic = Topic::NothingRead,
-                  .emptySentence = tr("First read the chip: there is nothing to save yet."),
-                  .suggestedName = suggestedName(readDevice_, QStringLiteral(".bin")),
-                  .bytes = [this] { return state_.read_from_chip_data; },
-                  .saved = [this](const ByteBuffer &bytes) { offers_.noteSaved(bytes); }});
+    with_.files.saveReadData(window_, readDevice_,
+                             {[this] { return state_.read_from_chip_data; },
+                              [this](const ByteBuffer &bytes) { offers_.noteSaved(bytes); }});
 }
 
 void AppDelegate::export_output_data(QObject *) {
-    const QString device = with_.defaults.stringValue(settingsKeys::device);
-    with_.files.saveImage(
-        window_, {.emptyLogLine = QStringLiteral("first create some data!"),
-                  .emptyTopic = Topic::NothingToBurn,
-                  .emptySentence = tr("First create some data: open a binary or read a chip."),
-                  .suggestedName = suggestedName(device, QStringLiteral("-burn.bin")),
-                  .bytes = [this] { return state_.output_data; },
-                  .saved = [this](const ByteBuffer &bytes) { offers_.noteSaved(bytes); }});
+    with_.files.saveDataToBurn(window_, with_.defaults.stringValue(settingsKeys::device),
+                               {[this] { return state_.output_data; },
+                                [this](const ByteBuffer &bytes) { offers_.noteSaved(bytes); }});
 }

@@ -12,6 +12,7 @@
 #include "control/OpenedBinary.h"
 #include "control/UserFiles.h"
 #include "grid/CellEdit.h"
+#include "grid/GridPresentation.h"
 #include "grid/GridSource.h"
 #include "image/DisplayText.h"
 #include "image/ImageRevisions.h"
@@ -24,7 +25,6 @@
 
 class ScriptedMiniPro;
 class WorkState;
-struct ShownContent;
 struct TabViewItem;
 
 /// The main window's controller: it owns the images, the logic-test tables and the tool runs, and
@@ -135,7 +135,7 @@ public:
 
     // What the grid asks (GridSource)
 
-    quint64 numberOfRowsInTableView(QObject *table) override;
+    quint64 numberOfRowsInTableView(QObject *) override { return rowCount(shownContent()); }
     CellValue tableView_objectValueForTableColumn_row(QObject *table, const QString &column,
                                                       qint64 row) override;
     bool tableView_shouldEditTableColumn_row(QObject *table, const QString &column,
@@ -144,10 +144,11 @@ public:
                                                      const QString &column, qint64 row) override;
     bool tableView_shouldSelectRow(QObject *, qint64) override { return true; }
     bool tableView_shouldSelectTableColumn(QObject *, const QString &) override { return false; }
-    DragOperation tableView_validateDrop_proposedRow_proposedDropOperation(QObject *table,
+    DragOperation tableView_validateDrop_proposedRow_proposedDropOperation(QObject *,
                                                                            const QMimeData *drag,
-                                                                           qint64 row,
-                                                                           int operation) override;
+                                                                           qint64, int) override {
+        return dropOperation(drag);
+    }
 
     /// The images and tables, to look at.
     const State &state() const { return state_; }

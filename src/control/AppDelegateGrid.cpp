@@ -8,7 +8,6 @@
 #include "base/WorkState.h"
 #include "grid/CellEdit.h"
 #include "grid/GridColumns.h"
-#include "grid/GridPresentation.h"
 #include "grid/GridView.h"
 #include "language/LogicReport.h"
 #include "widgets/TabView.h"
@@ -61,10 +60,6 @@ ShownContent AppDelegate::shownContent() const {
             state_.logictest_rows};
 }
 
-quint64 AppDelegate::numberOfRowsInTableView(QObject *) {
-    return rowCount(shownContent());
-}
-
 CellValue AppDelegate::tableView_objectValueForTableColumn_row(QObject *, const QString &column,
                                                                qint64 row) {
     return cellValue(shownContent(), column, row);
@@ -114,9 +109,4 @@ void AppDelegate::showStep(ByteRange changed) {
     noteImageChanged();
     offers_.sayRestored();
     outlets.tableview->showAddress(changed.offset);
-}
-
-DragOperation AppDelegate::tableView_validateDrop_proposedRow_proposedDropOperation(
-    QObject *, const QMimeData *drag, qint64, int) {
-    return dropOperation(drag);
 }

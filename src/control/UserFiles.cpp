@@ -6,6 +6,7 @@
 #include "base/Log.h"
 #include "control/ActionGate.h"
 #include "files/FileSaving.h"
+#include "files/SuggestedName.h"
 #include "settings/WindowMemory.h"
 
 #include <QFileInfo>
@@ -36,19 +37,34 @@ void UserFiles::openBinary(QWidget *window, const std::function<void(const QStri
     ask(window, openPurpose, request, chosen);
 }
 
-void UserFiles::saveImage(QWidget *window, const Export &image) {
+void UserFiles::saveReadData(QWidget *window, const QString &device, const Image &image) {
+    saveImage(window, image,
+              {QStringLiteral("first read the chip!"), Topic::NothingRead,
+               tr("First read the chip: there is nothing to save yet.")},
+              suggestedName(device, QStringLiteral(".bin")));
+}
+
+void UserFiles::saveDataToBurn(QWidget *window, const QString &device, const Image &image) {
+    saveImage(window, image,
+              {QStringLiteral("first create some data!"), Topic::NothingToBurn,
+               tr("First create some data: open a binary or read a chip.")},
+              suggestedName(device, QStringLiteral("-burn.bin")));
+}
+
+void UserFiles::saveImage(QWidget *window, const Image &image, const Nothing &nothing,
+                          const QString &suggestedName) {
     if (gate_.refusesElseCommits())
         return;
     messages_.happened(Event::SavingBegan);
     if (lengthOf(image.bytes()) == 0) {
-        log_.write(image.emptyLogLine);
-        messages_.say(image.emptyTopic, image.emptySentence);
+        log_.write(nothing.logLine);
+        messages_.say(nothing.topic, nothing.sentence);
         return;
     }
     FilePanelRequest request;
     request.kind = FilePanelRequest::Kind::Save;
     request.title = tr("Save");
-    request.suggestedName = image.suggestedName;
+    request.suggestedName = suggestedName;
     request.typeName = tr("Binary images");
     request.extensions = {QStringLiteral("bin")};
     ask(window, savePurpose, request, [this, image](const QString &path) { write(path, image); });
@@ -84,7 +100,7 @@ void UserFiles::ask(QWidget *window, const QString &purpose, FilePanelRequest re
 }
 
 // A composition may have been refused since the panel was opened: what is absent replaces no file.
-void UserFiles::write(const QString &path, const Export &image) {
+void UserFiles::write(const QString &path, const Image &image) {
     const ByteBuffer bytes = image.bytes();
     if (!bytes)
         return failed(path,

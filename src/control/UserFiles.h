@@ -22,12 +22,7 @@ class UserFiles final : public QObject {
 
 public:
     /// An image to save.
-    struct Export {
-        /// What is logged and said where there are no bytes; no panel is opened then.
-        QString emptyLogLine;
-        Topic emptyTopic;
-        QString emptySentence;
-        QString suggestedName;
+    struct Image {
         /// The bytes as they are at the moment of the call: what is edited while the panel is open
         /// is saved with the rest.
         std::function<ByteBuffer()> bytes;
@@ -48,9 +43,11 @@ public:
 
     /// Asks for a binary image; \a chosen gets the absolute path. Refused while the tool works.
     void openBinary(QWidget *window, const std::function<void(const QString &path)> &chosen);
-    /// Asks where \a image is to go and saves it there, whole or not at all. Refused while the tool
-    /// works.
-    void saveImage(QWidget *window, const Export &image);
+    /// Asks where the data read from \a device are to go and saves them there, whole or not at all.
+    /// Without any, says so and opens no panel. Refused while the tool works.
+    void saveReadData(QWidget *window, const QString &device, const Image &image);
+    /// The same for the data to burn into \a device.
+    void saveDataToBurn(QWidget *window, const QString &device, const Image &image);
     /// Asks where \a text, as it is when the user confirms, is to go, and saves it there (UTF-8).
     void saveConsole(QWidget *window, const std::function<QString()> &text);
 
@@ -63,9 +60,18 @@ signals:
     void recentChanged();
 
 private:
+    /// What is logged and said where there are no bytes.
+    struct Nothing {
+        QString logLine;
+        Topic topic;
+        QString sentence;
+    };
+
+    void saveImage(QWidget *window, const Image &image, const Nothing &nothing,
+                   const QString &suggestedName);
     void ask(QWidget *window, const QString &purpose, FilePanelRequest request,
              const std::function<void(const QString &path)> &chosen);
-    void write(const QString &path, const Export &image);
+    void write(const QString &path, const Image &image);
     bool write(const QString &path, const QByteArray &bytes);
     void failed(const QString &path, const QString &sentence);
 
