@@ -123,7 +123,7 @@ Result<QString> loadUtf8Text(const QString &path, qint64 limit) {
         return *failure;
     const QByteArray &bytes = **loaded;
     if (!bytes.isValidUtf8())
-        return Failure{QCoreApplication::translate("FileLoading", "Not valid UTF-8 text")};
+        return Failure{QCoreApplication::translate("FileLoading", "Not valid UTF-8 text"), EILSEQ};
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
     return QString(decoder(bytes));
 }

@@ -23,5 +23,6 @@ Result<ByteBuffer> loadWholeFile(const QString &path, qint64 limit = largestImag
 bool fileHolds(const QString &path, QByteArrayView bytes);
 
 /// Loads the whole file at \a path, by the same rules, as UTF-8 text. A file that is not valid
-/// UTF-8 throughout is a failure; a leading byte-order mark is a character of the text.
+/// UTF-8 throughout is a failure with the number EILSEQ; a leading byte-order mark is a character
+/// of the text.
 Result<QString> loadUtf8Text(const QString &path, qint64 limit = largestText);

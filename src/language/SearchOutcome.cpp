@@ -3,17 +3,21 @@
 
 #include "language/SearchOutcome.h"
 
+#include "files/FileLoading.h"
 #include "language/FailureWords.h"
 #include "language/RunEnd.h"
 #include "language/RunRemarks.h"
 
 #include <QCoreApplication>
 
+#include <cerrno>
 #include <utility>
 
 namespace {
 
 using Verdict = RunOutcome::Verdict;
+
+constexpr int mebibyteBits = 20;
 
 // run with the question that a search asks taken for what it means: there is no programmer.
 RunFacts withQuestionAsCause(RunFacts run) {
@@ -41,17 +45,30 @@ public:
         return devices == 1 ? tr("1 device found.") : tr("%1 devices found.").arg(grouped(devices));
     }
     static QString noMatch() { return tr("No device's name holds this term."); }
-    static QString noList(const Failure &failure) {
-        return tr("The list of devices could not be read: %1. Search again; if that does not help, "
-                  "see that the folder for temporary files may be written to and has room.")
-            .arg(failure.reason);
-    }
+    static QString noList(const Failure &failure);
 
 private:
     static QString notWhole() { return tr("The list may not be whole."); }
 
     RunFacts run_;
 };
+
+// A list that is too large, or no text, is not the tool's: what was started is another program.
+QString SearchWording::noList(const Failure &failure) {
+    const bool isTooLarge = failure.systemError == EFBIG;
+    const bool isNoText = failure.systemError == EILSEQ;
+    const QString reason =
+        isTooLarge
+            ? tr("it is larger than %1 MiB").arg(QString::number(largestText >> mebibyteBits))
+            : failure.reason;
+    const QString sentence = tr("The list of devices could not be read: %1.").arg(reason);
+    const QString nextStep =
+        isTooLarge || isNoText
+            ? tr("Check the field Programmer tool and search again.")
+            : tr("Search again; if that does not help, see that the folder for temporary files may "
+                 "be written to and has room.");
+    return joined(sentence, nextStep);
+}
 
 QString SearchWording::waiting() const {
     const FailureWords words = wordsForFailedSearch(run_);

@@ -247,6 +247,7 @@ void TestFileLoading::invalidText() {
     QFETCH(QByteArray, content);
     QVERIFY(writeWholeFile(path(), content));
     QCOMPARE(outcomeOf(loadUtf8Text(path())), QStringLiteral("failed: Not valid UTF-8 text"));
+    QCOMPARE(loadUtf8Text(path()).failure()->systemError, EILSEQ);
 }
 
 void TestFileLoading::text_failsAsTheFileDoes() {

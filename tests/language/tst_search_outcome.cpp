@@ -9,6 +9,7 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <cerrno>
 #include <csignal>
 
 /// What a search for devices came to, in words.
@@ -56,8 +57,9 @@ SearchFacts stopped(const char *words, qsizetype devices = 0) {
     return facts;
 }
 
-SearchFacts withoutList(SearchFacts facts) {
-    facts.devices = Failure{QStringLiteral("No such file or directory")};
+SearchFacts withoutList(SearchFacts facts, const char *why = "No such file or directory",
+                        int error = ENOENT) {
+    facts.devices = Failure{QString::fromLatin1(why), error};
     return facts;
 }
 
@@ -124,6 +126,14 @@ void TestSearchOutcome::search_isToldAs_data() {
     row("a list that cannot be read", withoutList(ended(0, banner)),
         "The list of devices could not be read: No such file or directory. Search again; if that "
         "does not help, see that the folder for temporary files may be written to and has room.");
+    row("a list that is too large", withoutList(ended(0, banner), "File too large", EFBIG),
+        "The list of devices could not be read: it is larger than 64 MiB. Check the field "
+        "Programmer tool and search again.");
+    row("a list that is no text", withoutList(ended(0, ""), "Not valid UTF-8 text", EILSEQ),
+        "The list of devices could not be read: Not valid UTF-8 text. Check the field Programmer "
+        "tool and search again.");
+    row("stopped with a list that is no text",
+        withoutList(stopped(banner), "Not valid UTF-8 text", EILSEQ), "The search was stopped.");
     row("stopped", stopped(banner), "The search was stopped.");
     row("stopped within the list", stopped(banner, 3),
         "The search was stopped. The list may not be whole.");

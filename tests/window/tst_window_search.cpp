@@ -31,6 +31,7 @@ private slots:
     void results_areSplitAtEveryNewline();
     void results_ofASecondSearchReplaceTheFirst();
     void results_beyondTheLimitGiveAnEmptyList();
+    void results_thatAreNoTextAreSaidToBeNone();
     void results_missingFileGivesAnEmptyList();
     void terms_reachTheToolAsOneWord_data();
     void terms_reachTheToolAsOneWord();
@@ -210,7 +211,20 @@ void TestWindowSearch::results_beyondTheLimitGiveAnEmptyList() {
     panel.searchFor(QStringLiteral("x"));
     QCOMPARE(panel.names(), QStringList());
     QVERIFY(velm.log.lines.contains(QStringLiteral("list has returned:0")));
-    QVERIFY(!panel.remark->text().isEmpty());
+    QCOMPARE(panel.remark->text(),
+             QStringLiteral("The list of devices could not be read: it is larger than 64 MiB. "
+                            "Check the field Programmer tool and search again."));
+}
+
+void TestWindowSearch::results_thatAreNoTextAreSaidToBeNone() {
+    WindowFixture velm;
+    velm.useTool("printf 'A\\377\\n'\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("x"));
+    QCOMPARE(panel.remark->text(),
+             QStringLiteral("The list of devices could not be read: Not valid UTF-8 text. Check "
+                            "the field Programmer tool and search again."));
 }
 
 void TestWindowSearch::results_missingFileGivesAnEmptyList() {
