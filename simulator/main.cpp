@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "session/CommandLine.h"
-#include "setup/Environment.h"
 #include "session/Output.h"
 #include "session/Session.h"
+#include "setup/Environment.h"
 
 #include <cstdlib>
 #include <exception>

@@ -83,8 +83,9 @@ bool VelmWindow::mayClose() {
                                                                   : SecondPress::Presser::Hand);
     }
     endRefused_ = true;
-    messages_.say(Topic::Busy, tr("%1, so the window stays open. Stop it first.")
-                                   .arg(whatIsRunning(work_.now())));
+    messages_.say(
+        Topic::Busy,
+        tr("%1, so the window stays open. Stop it first.").arg(whatIsRunning(work_.now())));
     return false;
 }
 

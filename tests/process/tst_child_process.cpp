@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "tool/Processes.h"
 #include "process/ChildProcess.h"
 #include "process/Pipe.h"
+#include "tool/Processes.h"
 
 #include <QDir>
 #include <QSignalSpy>
