@@ -172,6 +172,11 @@ public:
         process_.start(QStringLiteral(VELM_AT_WORK), {desk.folder.path(), QString::number(step)});
     }
 
+    ~Program() {
+        process_.kill();
+        process_.waitForFinished(patience);
+    }
+
     /// True once it has started up.
     bool isUp() {
         while (!process_.canReadLine())
