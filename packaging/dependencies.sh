@@ -25,7 +25,7 @@ end_to_end_packages=(
 # shellcheck disable=SC2034
 check_packages=(
     clang-format-14 clang-tidy-14 shellcheck desktop-file-utils appstream
-    man-db dpkg-dev fakeroot file
+    man-db dpkg-dev fakeroot file valgrind
 )
 # The compiler and the libraries that make fuzzers.
 # shellcheck disable=SC2034
