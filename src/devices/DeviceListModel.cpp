@@ -3,7 +3,10 @@
 
 #include "devices/DeviceListModel.h"
 
+#include "devices/ShownName.h"
 #include "devices/device_searcher.h"
+
+#include <QTextDocument>
 
 DeviceListModel::DeviceListModel(device_searcher &searcher)
     : QAbstractListModel(&searcher), searcher_(searcher) {}
@@ -19,8 +22,20 @@ int DeviceListModel::rowCount(const QModelIndex &parent) const {
 }
 
 QVariant DeviceListModel::data(const QModelIndex &index, int role) const {
-    const bool known = checkIndex(index, CheckIndexOption::IndexIsValid);
-    if (!known || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    return searcher_.tableView_objectValueForTableColumn_row(nullptr, QString(), index.row());
+    const auto name = [&] {
+        return searcher_.tableView_objectValueForTableColumn_row(nullptr, QString(), index.row());
+    };
+    switch (role) {
+    case Qt::DisplayRole:
+        return name();
+    case Qt::AccessibleTextRole:
+        return shownName(name());
+    case Qt::ToolTipRole:
+        // A name may look like rich text, which a tool tip would follow.
+        return Qt::convertFromPlainText(shownName(name()), Qt::WhiteSpaceNormal);
+    default:
+        return {};
+    }
 }

@@ -7,8 +7,9 @@
 
 class device_searcher;
 
-/// The names that a device_searcher shows, as an item model. The number of rows is what it was at
-/// the last reload.
+/// The names that a device_searcher shows, as an item model: whole to whoever takes one, as
+/// shownName() has them in tool tips and to assistive technology. The number of rows is what it was
+/// at the last reload.
 class DeviceListModel final : public QAbstractListModel {
     Q_OBJECT
 

@@ -3,8 +3,11 @@
 
 #include "devices/DeviceListView.h"
 
+#include "devices/ShownName.h"
+
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QStyledItemDelegate>
 
 namespace {
 
@@ -13,11 +16,21 @@ bool movesCursor(int key) {
            key == Qt::Key_PageUp || key == Qt::Key_PageDown;
 }
 
+class NameDelegate final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant &value, const QLocale &) const override {
+        return shownName(value.toString());
+    }
+};
+
 } // namespace
 
 DeviceListView::DeviceListView(QWidget *parent) : QListView(parent) {
     // Without equal heights the list would measure every one of 30,000 names before it shows.
     setUniformItemSizes(true);
+    setItemDelegate(new NameDelegate(this));
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setAlternatingRowColors(true);

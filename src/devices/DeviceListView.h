@@ -5,9 +5,9 @@
 
 #include <QListView>
 
-/// The panel's list of device names. Beyond a plain list it says when it was double-clicked
-/// anywhere, below the last row included, and when Enter was pressed in it. A click below the last
-/// row leaves the selection as it is.
+/// The panel's list of device names, painted as shownName() has them. Beyond a plain list it says
+/// when it was double-clicked anywhere, below the last row included, and when Enter was pressed in
+/// it. A click below the last row leaves the selection as it is.
 class DeviceListView final : public QListView {
     Q_OBJECT
 
