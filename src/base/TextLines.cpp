@@ -22,12 +22,20 @@ bool isLineBreak(QChar character) {
 
 QList<QStringView> linesOf(QStringView text) {
     QList<QStringView> lines;
-    auto begin = text.begin();
-    while (true) {
-        const auto end = std::find_if(begin, text.end(), isLineBreak);
-        lines.append(QStringView(begin, end));
-        if (end == text.end())
-            return lines;
-        begin = end + 1;
-    }
+    LineCursor cursor(text);
+    while (const auto line = cursor.next())
+        lines.append(*line);
+    return lines;
+}
+
+std::optional<QStringView> LineCursor::next() {
+    if (!rest_)
+        return std::nullopt;
+    const auto end = std::find_if(rest_->begin(), rest_->end(), isLineBreak);
+    const QStringView line(rest_->begin(), end);
+    if (end == rest_->end())
+        rest_.reset();
+    else
+        rest_ = QStringView(end + 1, rest_->end());
+    return line;
 }

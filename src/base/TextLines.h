@@ -7,6 +7,8 @@
 #include <QList>
 #include <QStringView>
 
+#include <optional>
+
 /// True for the characters that end a line on their own: line feed, vertical tab, form feed,
 /// carriage return, next line (U+0085), line and paragraph separator.
 bool isLineBreak(QChar character);
@@ -15,3 +17,15 @@ bool isLineBreak(QChar character);
 /// line between them, and a final one an empty line behind it. A text without any is one line,
 /// the empty text included. The lines refer to the characters of \a text.
 QList<QStringView> linesOf(QStringView text);
+
+/// The lines of linesOf(), one at a time, for texts that may have millions of them.
+class LineCursor {
+public:
+    explicit LineCursor(QStringView text) : rest_(text) {}
+
+    /// The next line; nothing behind the last.
+    std::optional<QStringView> next();
+
+private:
+    std::optional<QStringView> rest_;
+};

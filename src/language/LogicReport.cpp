@@ -7,22 +7,50 @@
 #include "base/TextLines.h"
 #include "files/FileLoading.h"
 
+#include <algorithm>
+#include <array>
+
 namespace {
 
 bool isWhiteSpace(QChar character) {
-    return character == u'\t' || character.category() == QChar::Separator_Space;
+    return character == u' ' || character == u'\t' ||
+           (character > u'\x7f' && character.category() == QChar::Separator_Space);
 }
 
-// White space within a line leaves empty strings behind wherever two separators meet.
-QStringList fieldsOf(QStringView line) {
-    QStringList fields(1);
-    for (const QChar character : line) {
-        if (isWhiteSpace(character))
-            fields.append(QString());
-        else
-            fields.last().append(character);
+// Nearly every field is a single level: those share their characters, one set for all reports.
+QString fieldOf(QStringView text) {
+    static const auto levels = [] {
+        std::array<QString, 128> all;
+        for (size_t unit = 0; unit < all.size(); ++unit)
+            all[unit] = QChar(static_cast<char16_t>(unit));
+        return all;
+    }();
+    const bool isLevel = text.size() == 1 && text.front() < QChar(char16_t(levels.size()));
+    return isLevel ? levels[text.front().unicode()] : text.toString();
+}
+
+// Calls take with each field of line, in order.
+template <typename Take>
+void forEachField(QStringView line, const Take &take) {
+    auto begin = line.begin();
+    while (true) {
+        begin = std::find_if_not(begin, line.end(), isWhiteSpace);
+        if (begin == line.end())
+            return;
+        const auto end = std::find_if(begin, line.end(), isWhiteSpace);
+        take(QStringView(begin, end));
+        begin = end;
     }
-    return trimEmptyStrings(fields);
+}
+
+// Counted first, so that a row takes no more memory than its fields.
+QStringList fieldsOf(QStringView line) {
+    qsizetype count = 0;
+    forEachField(line, [&](QStringView) { ++count; });
+    QStringList fields;
+    fields.reserve(count);
+    forEachField(line, [&](QStringView field) { fields.append(fieldOf(field)); });
+    return fields;
 }
 
 void parseLine(QStringView line, LogicReport &report) {
@@ -40,8 +68,9 @@ void parseLine(QStringView line, LogicReport &report) {
 
 LogicReport parseLogicReport(QStringView text) {
     LogicReport report;
-    for (const QStringView line : linesOf(text))
-        parseLine(line, report);
+    LineCursor lines(text);
+    while (const auto line = lines.next())
+        parseLine(*line, report);
     return report;
 }
 

@@ -69,7 +69,7 @@ QString PinWords::failed(const QList<int> &pins, const QList<int> &vectors) {
 
 // A bad field is bright red, and a minus sign follows the expected level.
 bool isMarkedBad(const QString &field) {
-    return field.contains(u"[0;91m") || (field.size() > 1 && field.endsWith(u'-'));
+    return field.size() > 1 && (field.endsWith(u'-') || field.contains(u"[0;91m"));
 }
 
 // The number that text begins with or is; place if there is none.

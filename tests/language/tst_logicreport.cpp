@@ -36,6 +36,7 @@ private slots:
     void everyLineBreakEndsALine();
     void everySpaceSeparatesFields();
     void otherSpacesBelongToFields();
+    void levels_shareTheirCharacters();
     void reportOfAGoodChip();
     void reportOfABadChip();
     void trimEmptyStrings_data();
@@ -128,6 +129,13 @@ void TestLogicReport::otherSpacesBelongToFields() {
     for (const QChar other : others)
         QCOMPARE(parseLogicReport(QStringLiteral("0") + other + u'1').rows,
                  QList<QStringList>({{QStringLiteral("0") + other + u'1'}}));
+}
+
+void TestLogicReport::levels_shareTheirCharacters() {
+    const auto rows = parseLogicReport(u"0000: H  0\n0001: H  0\n").rows;
+    for (const int level : {1, 2})
+        QCOMPARE(rows.at(0).at(level).constData(), rows.at(1).at(level).constData());
+    QCOMPARE(rows.at(0).capacity(), rows.at(0).size());
 }
 
 void TestLogicReport::reportOfAGoodChip() {
