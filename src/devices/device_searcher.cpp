@@ -116,15 +116,17 @@ void device_searcher::noticeSilence() {
 Result<qsizetype> device_searcher::takeResults() {
     const auto loaded =
         loadUtf8Text(resolvedPathOf(defaults, settingsKeys::temp_search_results_file));
-    QList<QStringView> pieces;
-    if (loaded)
-        pieces = linesOf(*loaded);
-    log_.write(QStringLiteral("list has returned:%1").arg(pieces.size()));
+    qsizetype pieces = 0;
     QStringList names;
-    names.reserve(pieces.size());
-    for (const QStringView piece : std::as_const(pieces))
-        if (!piece.isEmpty())
-            names.append(piece.toString());
+    std::optional<LineCursor> lines;
+    if (loaded)
+        lines.emplace(*loaded);
+    while (const auto piece = lines ? lines->next() : std::nullopt) {
+        ++pieces;
+        if (!piece->isEmpty())
+            names.append(piece->toString());
+    }
+    log_.write(QStringLiteral("list has returned:%1").arg(pieces));
     dataArray = names;
     log_.write(QStringLiteral("dataArray has:%1").arg(dataArray->size()));
     model_->reloadData();
