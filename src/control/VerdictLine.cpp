@@ -4,7 +4,7 @@
 #include "control/VerdictLine.h"
 
 #include "control/Messages.h"
-#include "control/RunLog.h"
+#include "language/RunLog.h"
 
 VerdictLine::VerdictLine(const RunLog &runs, Messages &messages, Ask ask, QObject *parent)
     : QObject(parent), runs_(runs), messages_(messages), ask_(std::move(ask)) {

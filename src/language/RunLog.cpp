@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "control/RunLog.h"
+#include "language/RunLog.h"
 
 void RunLog::add(const RunRecord &record) {
     records_.append(record);
