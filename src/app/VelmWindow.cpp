@@ -57,7 +57,10 @@ void VelmWindow::start() {
     window_.show();
 }
 
+// The program is about to end with its window: one that came back would have nothing behind it.
 void VelmWindow::raise() {
+    if (closed_)
+        return;
     window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
     window_.show();
     window_.raise();
@@ -134,6 +137,7 @@ void VelmWindow::saySomethingStillPrints(bool some) {
 
 // A panel that stayed open would keep the program alive without its window.
 void VelmWindow::closeDown() {
+    closed_ = true;
     const QList<QDialog *> panels = window_.findChildren<QDialog *>();
     for (QDialog *panel : panels)
         panel->reject();

@@ -41,7 +41,7 @@ public:
 
     /// Starts the controller up and shows the window.
     void start();
-    /// Brings the window to the front.
+    /// Brings the window to the front; not any more once it has been closed.
     void raise();
     /// Asked to end from outside. Closes the window, unless the tool runs, for an operation or a
     /// search: then the first call is refused in the message line, and the second stops the tool
@@ -87,4 +87,5 @@ private:
     bool endRefused_ = false;
     bool closeWhenIdle_ = false;
     bool askedFromOutside_ = false;
+    bool closed_ = false;
 };

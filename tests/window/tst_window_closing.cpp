@@ -10,6 +10,7 @@ class TestWindowClosing : public QObject {
     Q_OBJECT
 
 private slots:
+    void closedWindow_isNotRaisedAgain();
     void closing_withEditsInNoFileTakesTwoTimes();
     void closing_afterTheEditsWereSavedTakesOne();
     void closing_withReplacedEditsTakesTwoTimes();
@@ -64,6 +65,17 @@ void TestWindowClosing::endingBySignal_giveUpEditsAtTheSecond() {
     QVERIFY(velm.velm().window().isVisible());
     QVERIFY(!velm.velm().window().close());
     velm.velm().askToEnd();
+    QVERIFY(!velm.velm().window().isVisible());
+}
+
+// A second start may ask at the very moment in which the first one ends.
+void TestWindowClosing::closedWindow_isNotRaisedAgain() {
+    WindowFixture velm;
+    velm.start();
+    velm.velm().raise();
+    QVERIFY(velm.velm().window().isVisible());
+    QVERIFY(velm.velm().window().close());
+    velm.velm().raise();
     QVERIFY(!velm.velm().window().isVisible());
 }
 
