@@ -87,14 +87,15 @@ void fillFileMenu(MainWindow &window, AppDelegate &delegate, const UserFiles &fi
                [&window] { window.close(); });
 }
 
-/// Turns \a action on while the history holds something for it and the tool does not run.
+/// Turns \a action on while \a history holds something for it and the tool does not run. The
+/// history is emptied at its end too, when whoever had it has gone.
 template <typename Changed, typename IsPossible>
-void followHistory(QAction *action, AppDelegate &delegate, const WorkState &work, Changed changed,
-                   IsPossible isPossible) {
-    const auto refresh = [action, &delegate, &work, isPossible] {
-        action->setEnabled((delegate.edits().history().*isPossible)() && work.isIdle());
+void followHistory(QAction *action, const QUndoStack &history, const WorkState &work,
+                   Changed changed, IsPossible isPossible) {
+    const auto refresh = [action, &history, &work, isPossible] {
+        action->setEnabled((history.*isPossible)() && work.isIdle());
     };
-    QObject::connect(&delegate.edits().history(), changed, action, refresh);
+    QObject::connect(&history, changed, action, refresh);
     QObject::connect(&work, &WorkState::changed, action, refresh);
     refresh();
 }
@@ -114,8 +115,10 @@ void fillEditMenu(MainWindow &window, AppDelegate &delegate, const WorkState &wo
     undo->setAutoRepeat(true);
     redo->setAutoRepeat(true);
     redo->setShortcuts(QKeySequence::Redo); // more than one key does it where that is the custom
-    followHistory(undo, delegate, work, &QUndoStack::canUndoChanged, &QUndoStack::canUndo);
-    followHistory(redo, delegate, work, &QUndoStack::canRedoChanged, &QUndoStack::canRedo);
+    followHistory(undo, delegate.edits().history(), work, &QUndoStack::canUndoChanged,
+                  &QUndoStack::canUndo);
+    followHistory(redo, delegate.edits().history(), work, &QUndoStack::canRedoChanged,
+                  &QUndoStack::canRedo);
     edit.menu()->addSeparator();
     edit.calls(AppDelegate::tr("&Go to address"), QKeySequence(Qt::CTRL | Qt::Key_G), c.goToField,
                [field = c.goToField] {
