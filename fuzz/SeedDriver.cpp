@@ -64,8 +64,9 @@ private:
     const QByteArray &anySeed() { return seeds_[below(seeds_.size())]; }
 
     void change(QByteArray &bytes) {
-        static const QByteArray telling(
-            "\0\n\r\x1b;,=@\"\\:SxX09-+ %[]\x7f\x80\xbf\xc2\xed\xf4\xff", 31);
+        static constexpr char bytesThatTell[] =
+            "\0\n\r\x1b;,=@\"\\:SxX09-+ %[]\x7f\x80\xbf\xc2\xed\xf4\xff";
+        static const QByteArray telling(bytesThatTell, sizeof bytesThatTell - 1);
         const qsizetype at = below(bytes.size());
         switch (below(6)) {
         case 0:
