@@ -32,11 +32,11 @@ constexpr qint64 keptOfARun = qint64(10) << 10;
 
 /// Reads, writes and lists in an instant: the shell starts no other program.
 const QByteArray tool = R"(
-case "$*" in
-*-r*) while [ "$1" != -r ]; do shift; done
+case " $* " in
+*" -r "*) while [ "$1" != -r ]; do shift; done
       printf 'CHIP!' >"$2"; echo 'Reading Code...  0.47Sec  OK' >&2 ;;
-*-w*) echo 'Writing Code...  1.29Sec  OK' >&2; echo 'Verification OK' >&2 ;;
-*)    printf 'W27C512@DIP28\nW27C010@DIP32\n' ;;
+*" -w "*) echo 'Writing Code...  1.29Sec  OK' >&2; echo 'Verification OK' >&2 ;;
+*)  printf 'W27C512@DIP28\nW27C010@DIP32\n' ;;
 esac
 )";
 
