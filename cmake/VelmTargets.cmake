@@ -54,22 +54,29 @@ function(velm_use_precompiled target)
     endif()
     target_precompile_headers(${target} REUSE_FROM ${precompiled})
     velm_let_ccache_see_precompiled(${target})
-    # It is nearly empty, and compiled before the precompiled headers would be loaded.
-    set_source_files_properties(
-        "${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/mocs_compilation.cpp"
-        PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
+endfunction()
+
+# velm_test_meta_objects(<name>)
+# <name>.moc, which <name>.cpp includes: what AUTOMOC would do, at a tenth of its time.
+function(velm_test_meta_objects name)
+    set(folder "${CMAKE_CURRENT_BINARY_DIR}/${name}_moc")
+    qt_generate_moc(${name}.cpp "${folder}/${name}.moc")
+    target_sources(${name} PRIVATE "${folder}/${name}.moc")
+    target_include_directories(${name} PRIVATE "${folder}")
+    set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
 endfunction()
 
 # velm_test(<name> SOURCES <files...> LINKS <libraries...>)
-# A QtTest program that ctest runs offscreen, away from the user's own files.
+# A QtTest program that ctest runs offscreen, away from the user's own files. One of the files is
+# <name>.cpp, with all the classes of the program that have signals or slots.
 function(velm_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
     add_executable(${name} ${arg_SOURCES})
+    velm_test_meta_objects(${name})
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_link_libraries(${name} PRIVATE ${arg_LINKS} Qt6::Test velm_warnings)
     velm_use_precompiled(${name} ${arg_LINKS})
     add_test(NAME ${name} COMMAND ${name})
-    set_target_properties(${name} PROPERTIES AUTOUIC OFF)
     set_tests_properties(${name} PROPERTIES
         TIMEOUT 300
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;HOME=${CMAKE_BINARY_DIR}/test-home;SHELL=/bin/bash;XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR}/test-runtime")
