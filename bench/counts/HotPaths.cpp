@@ -104,9 +104,10 @@ Work parsingCatalogue() {
         text += QStringLiteral("AT28C%1@SOIC28\n").arg(name);
     return [text] {
         QStringList names;
-        for (const QStringView line : linesOf(text))
-            if (!line.isEmpty())
-                names.append(line.toString());
+        LineCursor lines(text);
+        while (const auto line = lines.next())
+            if (!line->isEmpty())
+                names.append(line->toString());
         mustHold(names.size() == catalogueNames, "names are missing");
     };
 }

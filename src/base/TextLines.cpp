@@ -20,14 +20,6 @@ bool isLineBreak(QChar character) {
     }
 }
 
-QList<QStringView> linesOf(QStringView text) {
-    QList<QStringView> lines;
-    LineCursor cursor(text);
-    while (const auto line = cursor.next())
-        lines.append(*line);
-    return lines;
-}
-
 std::optional<QStringView> LineCursor::next() {
     if (!rest_)
         return std::nullopt;

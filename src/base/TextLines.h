@@ -4,7 +4,6 @@
 #pragma once
 
 #include <QChar>
-#include <QList>
 #include <QStringView>
 
 #include <optional>
@@ -13,14 +12,12 @@
 /// carriage return, next line (U+0085), line and paragraph separator.
 bool isLineBreak(QChar character);
 
-/// \a text cut at every single line break: neighbouring ones (a CR LF pair, too) leave an empty
+/// A text cut at every single line break: neighbouring ones (a CR LF pair, too) leave an empty
 /// line between them, and a final one an empty line behind it. A text without any is one line,
-/// the empty text included. The lines refer to the characters of \a text.
-QList<QStringView> linesOf(QStringView text);
-
-/// The lines of linesOf(), one at a time, for texts that may have millions of them.
+/// the empty text included.
 class LineCursor {
 public:
+    /// The lines refer to the characters of \a text.
     explicit LineCursor(QStringView text) : rest_(text) {}
 
     /// The next line; nothing behind the last.
