@@ -36,12 +36,6 @@ bool isVector(QStringView line) {
                        [](QChar character) { return digitValue(character, decimal); });
 }
 
-bool isStep(QStringView line) {
-    static constexpr std::array<QStringView, 4> verbs{u"Reading ", u"Writing ", u"Erasing...",
-                                                      u"Protect o"};
-    return startsWithAny(line, verbs) && line.contains(u"...");
-}
-
 // The lines that every run begins with.
 bool isOpening(QStringView line) {
     static constexpr std::array<QStringView, 9> starts{
@@ -96,6 +90,7 @@ void ToolReportReader::take(QStringView piece, ToolStream stream) {
             continue;
         }
         meaning_.take(line.text());
+        steps_.take(line.text());
         line.clear();
     }
 }
@@ -105,6 +100,13 @@ ToolReport ToolReportReader::report() const {
     for (const Line &line : lines_)
         meaning.take(line.text());
     return meaning.report();
+}
+
+RunProgress ToolReportReader::progress() const {
+    ToolSteps steps = steps_;
+    for (const Line &line : lines_)
+        steps.take(line.text());
+    return steps.progress();
 }
 
 void ToolReportReader::Meaning::take(QStringView whole) {

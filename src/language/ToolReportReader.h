@@ -4,6 +4,7 @@
 #pragma once
 
 #include "language/ToolReport.h"
+#include "language/ToolSteps.h"
 
 #include <QString>
 #include <QStringView>
@@ -23,6 +24,10 @@ public:
 
     /// What was said so far; a line that has not ended yet counts as it stands.
     ToolReport report() const;
+    /// How far it has come, for a run of the operation that was set; the same counts.
+    RunProgress progress() const;
+    /// What the run does, a Read otherwise. To be told before it says anything.
+    void setOperation(Operation operation) { steps_.setOperation(operation); }
 
 private:
     /// The line that a stream is in.
@@ -59,4 +64,5 @@ private:
 
     std::array<Line, 2> lines_;
     Meaning meaning_;
+    ToolSteps steps_;
 };

@@ -97,6 +97,7 @@ void ScriptedMiniPro::setLogicOperation() {
 }
 
 int ScriptedMiniPro::launch() {
+    reader_.setOperation(operation);
     launched_ = ToolSettings::readFrom(defaults);
     if (operation == LogicOperation)
         removeResultsFile(resolvedPathOf(defaults, settingsKeys::temp_logic_chip_test_results_file),

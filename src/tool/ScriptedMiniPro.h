@@ -89,6 +89,8 @@ public:
     /// What the run itself knows of what became of it, for judgeRun(); to be asked after it. The
     /// image, and which programmers are plugged in, are for the caller to add.
     RunFacts facts() const;
+    /// How far the run has come, as the tool tells; another after said().
+    RunProgress progress() const { return reader_.progress(); }
 
     /// Output is waiting (or has ended) on \a handle: takes one chunk and listens again.
     void outData(ReadHandle *handle);

@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "language/ToolSteps.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+/// The share of a run until the end of each of its phases. A Write erases, which no tool counts,
+/// writes, and reads everything back.
+constexpr double eraseEnd = 0.05;
+constexpr double writeEnd = 0.6;
+/// Parts of a chip that may follow the one being read are named only once they begin.
+constexpr double shareOfAPart = 0.9;
+
+constexpr int wholePercent = 100;
+constexpr QStringView dots = u"...";
+
+struct Verb {
+    QStringView start;
+    RunPhase phase;
+};
+constexpr std::array verbs{
+    Verb{u"Reading ", RunPhase::Reading}, Verb{u"Writing ", RunPhase::Writing},
+    Verb{u"Erasing", RunPhase::Erasing}, Verb{u"Protect o", RunPhase::Protecting}};
+
+const Verb *verbOf(QStringView line) {
+    const auto found = std::find_if(verbs.begin(), verbs.end(), [line](const Verb &verb) {
+        return line.startsWith(verb.start);
+    });
+    return found == verbs.end() ? nullptr : found;
+}
+
+/// What stands between the verb and the dots.
+QString partIn(QStringView step) {
+    const qsizetype blank = step.indexOf(u' ');
+    return blank < 0 ? QString() : step.sliced(blank).trimmed().toString();
+}
+
+std::optional<int> percentIn(QStringView rest) {
+    if (!rest.endsWith(u'%'))
+        return std::nullopt;
+    bool isNumber = false;
+    const int percent = rest.chopped(1).trimmed().toInt(&isNumber);
+    return isNumber && percent >= 0 && percent <= wholePercent ? std::optional(percent)
+                                                               : std::nullopt;
+}
+
+} // namespace
+
+bool isStep(QStringView line) {
+    return verbOf(line) && line.contains(dots);
+}
+
+bool ToolSteps::take(QStringView line) {
+    if (!isStep(line))
+        return false;
+    const qsizetype end = line.indexOf(dots);
+    const QStringView step = line.first(end);
+    const QStringView rest = line.sliced(end + dots.size()).trimmed();
+    if (step != spelled_) {
+        spelled_ = step.toString();
+        // One step is spelled in two ways: "Writing  Code" while it counts, with one blank after.
+        if (spelled_.simplified() != step_)
+            begin();
+    }
+    double share = 0;
+    if (rest.endsWith(u"OK"))
+        share = 1;
+    else if (const std::optional<int> percent = percentIn(rest))
+        share = double(*percent) / wholePercent;
+    counts_ = counts_ || share > 0 || !rest.isEmpty();
+    done_ = std::max(done_, from_ + (to_ - from_) * share);
+    return true;
+}
+
+RunPhase ToolSteps::phaseOf(QStringView step) const {
+    const RunPhase phase = verbOf(step)->phase;
+    const bool comparing = operation_ == VerifyOperation || written_;
+    return phase == RunPhase::Reading && comparing ? RunPhase::Verifying : phase;
+}
+
+void ToolSteps::begin() {
+    step_ = spelled_.simplified();
+    part_ = partIn(step_);
+    phase_ = phaseOf(step_);
+    written_ = written_ || phase_ == RunPhase::Writing;
+    from_ = done_;
+    switch (phase_) {
+    case RunPhase::Erasing:
+        to_ = std::max(from_, eraseEnd);
+        break;
+    case RunPhase::Writing:
+        from_ = std::max(from_, eraseEnd);
+        to_ = std::max(from_, writeEnd);
+        break;
+    case RunPhase::Verifying:
+        to_ = 1;
+        break;
+    case RunPhase::Reading:
+        to_ = from_ + (1 - from_) * shareOfAPart;
+        break;
+    case RunPhase::Starting:
+    case RunPhase::Protecting:
+    case RunPhase::Testing:
+        to_ = from_;
+        break;
+    }
+}
+
+RunProgress ToolSteps::progress() const {
+    if (operation_ == LogicOperation)
+        return {RunPhase::Testing, {}, std::nullopt};
+    return {phase_, part_, counts_ ? std::optional(done_) : std::nullopt};
+}

@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "language/CommandLine.h"
+
+#include <QString>
+#include <QStringView>
+
+#include <optional>
+
+/// What the programmer tool is doing with the chip.
+enum class RunPhase {
+    Starting, ///< it has not said yet
+    Erasing,
+    Reading,
+    Writing,
+    Verifying,  ///< reads the chip to compare it
+    Protecting, ///< turns the chip's write protection off or on
+    Testing
+};
+
+/// How far a run has come, as far as the tool says.
+struct RunProgress {
+    RunPhase phase = RunPhase::Starting;
+    /// The part of the chip in the tool's words ("Code", "Data"); empty where it names none.
+    QString part;
+    /// Of the whole run, what is still to come reckoned in: from 0 to 1, never less than before.
+    /// Nothing where the tool does not count.
+    std::optional<double> done;
+};
+
+/// Follows the steps that the tool reports of one run, in both of its dialects: "Reading Code...",
+/// then percentages, then how long it took and "OK".
+class ToolSteps {
+public:
+    /// To be told before the first line.
+    void setOperation(Operation operation) { operation_ = operation; }
+    /// The next line of the tool, or as much of it as there is: without escape sequences and blanks
+    /// at its ends. True if it speaks of a step.
+    bool take(QStringView line);
+    RunProgress progress() const;
+
+private:
+    void begin();
+    RunPhase phaseOf(QStringView step) const;
+
+    Operation operation_ = ReadOperation;
+    /// What the newest step is called, up to its dots: as the tool spells it, and with single
+    /// blanks.
+    QString spelled_;
+    QString step_;
+    RunPhase phase_ = RunPhase::Starting;
+    QString part_;
+    /// Where the newest step begins and ends in the whole run, from 0 to 1.
+    double from_ = 0;
+    double to_ = 0;
+    double done_ = 0;
+    bool written_ = false;
+    bool counts_ = false;
+};
+
+/// Whether \a line speaks of a step: its begin, its percentage or its end.
+bool isStep(QStringView line);
