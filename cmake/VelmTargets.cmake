@@ -25,7 +25,7 @@ endfunction()
 
 # velm_precompiled(<target> LINKS <libraries...> HEADERS <headers...>)
 # The headers, compiled once for the tests that link the same modules of the toolkit. The tests
-# include what they use all the same: the preset with sanitizers builds without.
+# include what they use all the same: -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON builds without.
 function(velm_precompiled target)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINKS;HEADERS")
     file(CONFIGURE OUTPUT "${target}.cpp" CONTENT "")
@@ -66,11 +66,14 @@ function(velm_test_meta_objects name)
     set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
 endfunction()
 
-# velm_test(<name> SOURCES <files...> LINKS <libraries...>)
+# All tests that measure memory, which a sanitizer would spoil.
+add_custom_target(velm_memory_tests)
+
+# velm_test(<name> [MEASURES_MEMORY] SOURCES <files...> LINKS <libraries...>)
 # A QtTest program that ctest runs offscreen, away from the user's own files. One of the files is
 # <name>.cpp, with all the classes of the program that have signals or slots.
 function(velm_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "MEASURES_MEMORY" "" "SOURCES;LINKS")
     add_executable(${name} ${arg_SOURCES})
     velm_test_meta_objects(${name})
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
@@ -80,6 +83,10 @@ function(velm_test name)
     set_tests_properties(${name} PROPERTIES
         TIMEOUT 300
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;HOME=${CMAKE_BINARY_DIR}/test-home;SHELL=/bin/bash;XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR}/test-runtime")
+    if(arg_MEASURES_MEMORY)
+        add_dependencies(velm_memory_tests ${name})
+        set_tests_properties(${name} PROPERTIES LABELS memory)
+    endif()
 endfunction()
 
 # velm_test_again(<name> <suffix> <variable=value>)

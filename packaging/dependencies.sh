@@ -119,9 +119,10 @@ complete_environment() {
 }
 
 # Configures preset $2 of the sources in $1 into the build folder $3, with ccache where it is
-# there and has a place to keep its files.
+# there and has a place to keep its files. Further arguments go to cmake.
 configure_build() {
-    local launcher=''
+    local launcher='' source=$1 preset=$2 build=$3
+    shift 3
     if command -v ccache >/dev/null && [ -w "${CCACHE_DIR:-$HOME}" ]; then
         launcher=ccache
         # Else it keeps nothing that was compiled with a precompiled header.
@@ -129,5 +130,6 @@ configure_build() {
         export CCACHE_SLOPPINESS
     fi
     # Named even when empty: a build folder remembers the ccache of an earlier day.
-    (cd -- "$1" && cmake --preset "$2" -B "$3" -DCMAKE_CXX_COMPILER_LAUNCHER="$launcher")
+    (cd -- "$source" &&
+        cmake --preset "$preset" -B "$build" -DCMAKE_CXX_COMPILER_LAUNCHER="$launcher" "$@")
 }
