@@ -6,6 +6,7 @@
 #include "grid/CellEditor.h"
 #include "grid/GridDelegate.h"
 #include "grid/GridPainter.h"
+#include "grid/GridSteps.h"
 #include "grid/GridText.h"
 
 #include <QAccessible>
@@ -110,8 +111,10 @@ void GridView::restore(const Place &place) {
 }
 
 bool GridView::showAddress(qint64 offset) {
-    const QModelIndex cell = cellOfByte(offset);
-    if (!cell.isValid() || model_->heading() != GridHeading::Bytes)
+    if (!model_ || model_->heading() != GridHeading::Bytes)
+        return false;
+    const QModelIndex cell = cellOfByte(*model_, offset);
+    if (!cell.isValid())
         return false;
     moveTo(cell);
     scrollTo(cell, PositionAtCenter);
@@ -121,13 +124,6 @@ bool GridView::showAddress(qint64 offset) {
 void GridView::moveTo(const QModelIndex &index) {
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
                                                  QItemSelectionModel::Rows);
-}
-
-QModelIndex GridView::cellOfByte(qint64 offset) const {
-    const qint64 row = offset / bytesInRow;
-    if (offset < 0 || row >= rows())
-        return {};
-    return model_->index(int(row), firstByteColumn + int(offset % bytesInRow));
 }
 
 QString GridView::selectedText() const {

@@ -148,18 +148,6 @@ private:
     void updateHorizontalScrollBar();
     void scrollToRow(int row, ScrollHint hint);
     void scrollToColumn(int column);
-    /// The cell that shows the byte at \a offset; invalid beyond the last row.
-    QModelIndex cellOfByte(qint64 offset) const;
-    /// Where Home leads in \a row: its first byte, or the first field of a result.
-    QModelIndex firstCellOf(int row) const;
-    /// The last byte, or the last field of the last result.
-    QModelIndex lastCell() const;
-    /// Where End leads in \a row: the last byte that there is in it.
-    QModelIndex lastCellOf(int row) const;
-    /// The first byte cell that follows the cursor.
-    QModelIndex nextByteCell() const;
-    /// The last byte cell before the cursor.
-    QModelIndex previousByteCell() const;
     QModelIndex cellAfterEditing(const QWidget *editor,
                                  QAbstractItemDelegate::EndEditHint hint) const;
     void tellFocus(const QModelIndex &index);

@@ -7,6 +7,7 @@
 
 #include "grid/CellEditor.h"
 #include "grid/GridDelegate.h"
+#include "grid/GridSteps.h"
 
 #include <QKeyEvent>
 
@@ -20,17 +21,15 @@ QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
         return model_->index(topRow(), firstByteColumn);
 
     const bool toTheEnds = modifiers & Qt::ControlModifier;
-    const int lastRow = rows() - 1;
     const int lastColumn = gridColumns - 1;
     const int row = current.row();
     const int column = current.column();
-    const auto cell = [&](qint64 toRow, int toColumn) {
-        return model_->index(int(std::clamp<qint64>(toRow, 0, lastRow)),
-                             std::clamp(toColumn, 0, lastColumn));
+    const auto cell = [this](qint64 toRow, int toColumn) {
+        return nearestCell(*model_, toRow, toColumn);
     };
     switch (action) {
     case MoveUp:
-        return cell(row - 1, column);
+        return cell(qint64(row) - 1, column);
     case MoveDown:
         return cell(qint64(row) + 1, column);
     case MoveLeft:
@@ -42,35 +41,15 @@ QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
     case MovePageDown:
         return cell(qint64(row) + rowsInPage(), column);
     case MoveHome:
-        return firstCellOf(toTheEnds ? 0 : row);
+        return firstCellOf(*model_, toTheEnds ? 0 : row);
     case MoveEnd:
-        return toTheEnds ? lastCell() : lastCellOf(row);
+        return toTheEnds ? lastCell(*model_) : lastCellOf(*model_, row);
     case MoveNext:
-        return column == lastColumn && row < lastRow ? cell(row + 1, 0) : cell(row, column + 1);
+        return column == lastColumn && row + 1 < rows() ? cell(row + 1, 0) : cell(row, column + 1);
     case MovePrevious:
         return column == 0 && row > 0 ? cell(row - 1, lastColumn) : cell(row, column - 1);
     }
     return current;
-}
-
-// Among bytes the ends are bytes: what is typed there is an entry for the cell that was meant.
-QModelIndex GridView::firstCellOf(int row) const {
-    const bool isDump = model_->heading() == GridHeading::Bytes;
-    return model_->index(row, isDump ? firstByteColumn : addressColumn);
-}
-
-QModelIndex GridView::lastCell() const {
-    if (model_->heading() != GridHeading::Bytes)
-        return lastCellOf(rows() - 1);
-    return cellOfByte(std::max<qint64>(model_->byteCount() - 1, 0));
-}
-
-QModelIndex GridView::lastCellOf(int row) const {
-    if (model_->heading() != GridHeading::Bytes)
-        return model_->index(row, gridColumns - 1);
-    const qint64 bytes = model_->byteCount() - qint64(row) * bytesInRow;
-    const bool endsHere = bytes > 0 && bytes < bytesInRow;
-    return model_->index(row, endsHere ? int(bytes) : lastByteColumn);
 }
 
 void GridView::setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command) {
@@ -134,7 +113,7 @@ QModelIndex GridView::cellAfterEditing(const QWidget *editor,
         return {};
     switch (hint) {
     case QAbstractItemDelegate::EditPreviousItem:
-        return previousByteCell();
+        return previousByteCell(currentIndex());
     case QAbstractItemDelegate::EditNextItem:
     case QAbstractItemDelegate::SubmitModelCache:
         break;
@@ -142,24 +121,9 @@ QModelIndex GridView::cellAfterEditing(const QWidget *editor,
         return {};
     }
     if (const CellEditOutcome &edit = field->edit())
-        return edit->rejected ? QModelIndex() : cellOfByte(edit->written().end());
+        return edit->rejected ? QModelIndex() : cellOfByte(*model_, edit->written().end());
     // The source made nothing of the entry. The value that was there already, typed again, counts
     // as an entry all the same, so that who types byte after byte need not look up.
     const bool goesOn = hint == QAbstractItemDelegate::EditNextItem || field->isModified();
-    return goesOn && !field->wasCommitted() ? nextByteCell() : QModelIndex();
-}
-
-QModelIndex GridView::nextByteCell() const {
-    const QModelIndex current = currentIndex();
-    if (current.column() < lastByteColumn)
-        return current.siblingAtColumn(current.column() + 1);
-    return current.row() + 1 < rows() ? model_->index(current.row() + 1, firstByteColumn)
-                                      : QModelIndex();
-}
-
-QModelIndex GridView::previousByteCell() const {
-    const QModelIndex current = currentIndex();
-    if (current.column() > firstByteColumn)
-        return current.siblingAtColumn(current.column() - 1);
-    return current.row() > 0 ? model_->index(current.row() - 1, lastByteColumn) : QModelIndex();
+    return goesOn && !field->wasCommitted() ? nextByteCell(currentIndex()) : QModelIndex();
 }

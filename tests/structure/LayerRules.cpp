@@ -77,7 +77,7 @@ bool isGraphicsHeader(const QString &header) {
 
 bool isGridRule(const QString &path) {
     static const QRegularExpression pattern(QStringLiteral(
-        R"(^src/grid/(GridPresentation|CellEdit|GridModel|GridColumns|GridSource)\.(h|cpp)$)"));
+        R"(^src/grid/(GridPresentation|CellEdit|GridModel|GridColumns|GridSource|GridSteps)\.(h|cpp)$)"));
     return pattern.match(path).hasMatch();
 }
 

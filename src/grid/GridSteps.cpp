@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "grid/GridSteps.h"
+
+#include <algorithm>
+
+QModelIndex nearestCell(const GridModel &model, qint64 row, int column) {
+    const int rows = model.rowCount();
+    if (rows == 0)
+        return {};
+    return model.index(int(std::clamp<qint64>(row, 0, rows - 1)),
+                       std::clamp(column, 0, gridColumns - 1));
+}
+
+QModelIndex cellOfByte(const GridModel &model, qint64 offset) {
+    const qint64 row = offset / bytesInRow;
+    if (offset < 0 || row >= model.rowCount())
+        return {};
+    return model.index(int(row), firstByteColumn + int(offset % bytesInRow));
+}
+
+QModelIndex firstCellOf(const GridModel &model, int row) {
+    const bool isDump = model.heading() == GridHeading::Bytes;
+    return model.index(row, isDump ? firstByteColumn : addressColumn);
+}
+
+QModelIndex lastCellOf(const GridModel &model, int row) {
+    if (model.heading() != GridHeading::Bytes)
+        return model.index(row, gridColumns - 1);
+    const qint64 bytes = model.byteCount() - qint64(row) * bytesInRow;
+    const bool endsHere = bytes > 0 && bytes < bytesInRow;
+    return model.index(row, endsHere ? int(bytes) : lastByteColumn);
+}
+
+QModelIndex lastCell(const GridModel &model) {
+    if (model.heading() != GridHeading::Bytes)
+        return lastCellOf(model, model.rowCount() - 1);
+    return cellOfByte(model, std::max<qint64>(model.byteCount() - 1, 0));
+}
+
+QModelIndex nextByteCell(const QModelIndex &cell) {
+    if (cell.column() < lastByteColumn)
+        return cell.siblingAtColumn(cell.column() + 1);
+    return cell.sibling(cell.row() + 1, firstByteColumn);
+}
+
+QModelIndex previousByteCell(const QModelIndex &cell) {
+    if (cell.column() > firstByteColumn)
+        return cell.siblingAtColumn(cell.column() - 1);
+    return cell.sibling(cell.row() - 1, lastByteColumn);
+}
