@@ -6,6 +6,7 @@
 #include "grid/CellEditor.h"
 #include "grid/GridDelegate.h"
 #include "grid/GridPainter.h"
+#include "grid/GridPlace.h"
 #include "grid/GridSteps.h"
 #include "grid/GridText.h"
 
@@ -74,40 +75,16 @@ void GridView::setHeading(GridHeading heading) {
 void GridView::reloadData() {
     if (!model_)
         return;
-    const Place before = place();
+    const GridPlace before = placeOf(*this);
     model_->reloadData();
     updateGeometries();
-    restore(before);
+    returnTo(before, *this);
     viewport()->update();
 }
 
 void GridView::showChange(ByteRange changed) {
     if (model_ && !model_->showChange(changed))
         reloadData();
-}
-
-GridView::Place GridView::place() const {
-    const QModelIndex current = currentIndex();
-    Place place{{horizontalScrollBar()->value(), verticalScrollBar()->value()},
-                current.row(),
-                current.column(),
-                {}};
-    for (const QItemSelectionRange &range : selectionModel()->selection())
-        place.selectedRows.append({range.top(), range.bottom()});
-    return place;
-}
-
-void GridView::restore(const Place &place) {
-    QItemSelection selection;
-    for (const auto &[first, last] : place.selectedRows)
-        if (first < rows())
-            selection.select(model_->index(first, 0),
-                             model_->index(std::min(last, rows() - 1), gridColumns - 1));
-    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
-    selectionModel()->setCurrentIndex(model_->index(place.row, place.column),
-                                      QItemSelectionModel::NoUpdate);
-    horizontalScrollBar()->setValue(place.scrolled.x());
-    verticalScrollBar()->setValue(place.scrolled.y());
 }
 
 bool GridView::showAddress(qint64 offset) {

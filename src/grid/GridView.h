@@ -119,14 +119,6 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    /// What a reset would lose.
-    struct Place {
-        QPoint scrolled;
-        int row = -1;
-        int column = -1;
-        QList<QPair<int, int>> selectedRows;
-    };
-
     int rows() const;
     int topRow() const;
     /// Number of rows that are wholly visible, at least 1.
@@ -137,8 +129,6 @@ private:
     /// The height of a row's upper edge in the viewport.
     int rowTop(qint64 row) const;
 
-    Place place() const;
-    void restore(const Place &place);
     void setUpHeader();
     void resetColumnWidths();
     void applyFont();

@@ -7,6 +7,7 @@
 
 #include "grid/CellEditor.h"
 #include "grid/GridDelegate.h"
+#include "grid/GridPlace.h"
 #include "grid/GridSteps.h"
 
 #include <QKeyEvent>
@@ -55,15 +56,10 @@ QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
 void GridView::setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command) {
     // The corners come as they were dragged, so neither need be above the other, and both may
     // lie far outside the viewport.
-    const qint64 lastRow = rows() - 1;
     const qint64 one = rowAt(rect.top());
     const qint64 other = rowAt(rect.bottom());
-    const qint64 first = std::max<qint64>(std::min(one, other), 0);
-    const qint64 last = std::min(std::max(one, other), lastRow);
-    QItemSelection selection;
-    if (first <= last)
-        selection.select(model_->index(int(first), 0), model_->index(int(last), gridColumns - 1));
-    selectionModel()->select(selection, command);
+    selectionModel()->select(wholeRows(*model_, std::min(one, other), std::max(one, other)),
+                             command);
 }
 
 QItemSelectionModel::SelectionFlags GridView::selectionCommand(const QModelIndex &index,
