@@ -6,9 +6,9 @@
 #include "grid/CellEditor.h"
 #include "grid/GridDelegate.h"
 #include "grid/GridPainter.h"
-#include "grid/GridPlace.h"
 #include "grid/GridSteps.h"
 #include "grid/GridText.h"
+#include "widgets/ViewPlace.h"
 
 #include <QAccessible>
 #include <QClipboard>
@@ -75,7 +75,7 @@ void GridView::setHeading(GridHeading heading) {
 void GridView::reloadData() {
     if (!model_)
         return;
-    const GridPlace before = placeOf(*this);
+    const ViewPlace before = placeOf(*this);
     model_->reloadData();
     updateGeometries();
     returnTo(before, *this);

@@ -7,8 +7,8 @@
 
 #include "grid/CellEditor.h"
 #include "grid/GridDelegate.h"
-#include "grid/GridPlace.h"
 #include "grid/GridSteps.h"
+#include "widgets/ViewPlace.h"
 
 #include <QKeyEvent>
 

@@ -12,16 +12,16 @@ class QAbstractItemView;
 
 /// What a view loses with a reset of its model: how far it is scrolled, its cursor and its
 /// selected rows, from first to last each.
-struct GridPlace {
+struct ViewPlace {
     QPoint scrolled;
     int row = -1;
     int column = -1;
     QList<QPair<int, int>> selectedRows;
 };
 
-GridPlace placeOf(const QAbstractItemView &view);
+ViewPlace placeOf(const QAbstractItemView &view);
 /// Brings \a view back to \a place, as far as its rows still exist.
-void returnTo(const GridPlace &place, QAbstractItemView &view);
+void returnTo(const ViewPlace &place, QAbstractItemView &view);
 
 /// All cells of the rows from \a first to \a last that \a model has.
 QItemSelection wholeRows(const QAbstractItemModel &model, qint64 first, qint64 last);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "grid/GridPlace.h"
+#include "widgets/ViewPlace.h"
 
 #include <QScrollBar>
 #include <QStandardItemModel>
@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-class TestGridPlace : public QObject {
+class TestViewPlace : public QObject {
     Q_OBJECT
 
 private slots:
@@ -57,14 +57,14 @@ struct Table {
 
 } // namespace
 
-void TestGridPlace::place_outlivesAReset() {
+void TestViewPlace::place_outlivesAReset() {
     Table table;
     QVERIFY(table.shown);
     table.view.setCurrentIndex(table.model.index(50, 7));
     table.select(99, 100);
     table.view.horizontalScrollBar()->setValue(11);
     table.view.verticalScrollBar()->setValue(90);
-    const GridPlace place = placeOf(table.view);
+    const ViewPlace place = placeOf(table.view);
     table.reset(150);
     QVERIFY(!table.view.currentIndex().isValid());
 
@@ -75,11 +75,11 @@ void TestGridPlace::place_outlivesAReset() {
     QCOMPARE(table.view.verticalScrollBar()->value(), 90);
 }
 
-void TestGridPlace::place_ofRowsThatAreGoneIsLost() {
+void TestViewPlace::place_ofRowsThatAreGoneIsLost() {
     Table table;
     table.view.setCurrentIndex(table.model.index(150, 7));
     table.select(97, 101);
-    const GridPlace place = placeOf(table.view);
+    const ViewPlace place = placeOf(table.view);
     table.reset(100);
 
     returnTo(place, table.view);
@@ -87,7 +87,7 @@ void TestGridPlace::place_ofRowsThatAreGoneIsLost() {
     QCOMPARE(table.selectedRows(), QList<int>({97, 98, 99}));
 }
 
-void TestGridPlace::wholeRows_areThoseThatExist_data() {
+void TestViewPlace::wholeRows_areThoseThatExist_data() {
     QTest::addColumn<qint64>("first");
     QTest::addColumn<qint64>("last");
     QTest::addColumn<int>("top");
@@ -99,7 +99,7 @@ void TestGridPlace::wholeRows_areThoseThatExist_data() {
     QTest::newRow("before the first") << qint64(-7) << qint64(-1) << -1 << 0;
 }
 
-void TestGridPlace::wholeRows_areThoseThatExist() {
+void TestViewPlace::wholeRows_areThoseThatExist() {
     QFETCH(const qint64, first);
     QFETCH(const qint64, last);
     QFETCH(const int, top);
@@ -114,5 +114,5 @@ void TestGridPlace::wholeRows_areThoseThatExist() {
     QCOMPARE(rows.first().width(), 3);
 }
 
-QTEST_MAIN(TestGridPlace)
-#include "tst_gridplace.moc"
+QTEST_MAIN(TestViewPlace)
+#include "tst_viewplace.moc"

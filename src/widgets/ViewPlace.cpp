@@ -1,16 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "grid/GridPlace.h"
+#include "widgets/ViewPlace.h"
 
 #include <QAbstractItemView>
 #include <QScrollBar>
 
 #include <algorithm>
 
-GridPlace placeOf(const QAbstractItemView &view) {
+ViewPlace placeOf(const QAbstractItemView &view) {
     const QModelIndex current = view.currentIndex();
-    GridPlace place{{view.horizontalScrollBar()->value(), view.verticalScrollBar()->value()},
+    ViewPlace place{{view.horizontalScrollBar()->value(), view.verticalScrollBar()->value()},
                     current.row(),
                     current.column(),
                     {}};
@@ -19,7 +19,7 @@ GridPlace placeOf(const QAbstractItemView &view) {
     return place;
 }
 
-void returnTo(const GridPlace &place, QAbstractItemView &view) {
+void returnTo(const ViewPlace &place, QAbstractItemView &view) {
     const QAbstractItemModel &model = *view.model();
     QItemSelection selection;
     for (const auto &[first, last] : place.selectedRows)
