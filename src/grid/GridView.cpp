@@ -5,6 +5,7 @@
 
 #include "grid/CellEditor.h"
 #include "grid/GridDelegate.h"
+#include "grid/GridHeader.h"
 #include "grid/GridPainter.h"
 #include "grid/GridSteps.h"
 #include "grid/GridText.h"
@@ -14,7 +15,6 @@
 #include <QClipboard>
 #include <QFontDatabase>
 #include <QGuiApplication>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -24,9 +24,7 @@
 #include <utility>
 
 GridView::GridView(QWidget *parent)
-    : QAbstractItemView(parent),
-      header_(new QHeaderView(Qt::Horizontal, this)),
-      delegate_(new GridDelegate(this)) {
+    : QAbstractItemView(parent), header_(new GridHeader(this)), delegate_(new GridDelegate(this)) {
     setLayoutDirection(Qt::LeftToRight);
     setItemDelegate(delegate_);
     setSelectionBehavior(SelectRows);
@@ -37,20 +35,11 @@ GridView::GridView(QWidget *parent)
     setTabKeyNavigation(false);
     setHorizontalScrollMode(ScrollPerPixel);
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    setUpHeader();
-    applyFont();
-}
-
-void GridView::setUpHeader() {
-    header_->setSectionsClickable(false);
-    header_->setHighlightSections(false);
-    header_->setSectionResizeMode(QHeaderView::Interactive);
     connect(header_, &QHeaderView::sectionResized, this, [this] {
         updateGeometries();
         viewport()->update();
     });
-    connect(header_, &QHeaderView::sectionHandleDoubleClicked, this,
-            [this](int column) { header_->resizeSection(column, sizeHintForColumn(column)); });
+    applyFont();
 }
 
 void GridView::setSource(GridSource &source) {
@@ -63,7 +52,10 @@ void GridView::setSource(GridSource &source) {
 void GridView::setModel(QAbstractItemModel *model) {
     QAbstractItemView::setModel(model);
     header_->setModel(model);
-    resetColumnWidths();
+}
+
+QHeaderView *GridView::header() const {
+    return header_;
 }
 
 void GridView::setHeading(GridHeading heading) {

@@ -10,6 +10,7 @@
 
 class CellEditor;
 class GridDelegate;
+class GridHeader;
 class QHeaderView;
 
 /// The window's grid: a hex dump or a table of logic test results of any length. Rows have one
@@ -37,7 +38,7 @@ public:
     /// Null before setSource().
     GridModel *gridModel() const { return model_; }
     /// The header above the columns.
-    QHeaderView *header() const { return header_; }
+    QHeaderView *header() const;
 
     /// The height of every row, in pixels.
     int rowHeight() const { return rowHeight_; }
@@ -129,11 +130,7 @@ private:
     /// The height of a row's upper edge in the viewport.
     int rowTop(qint64 row) const;
 
-    void setUpHeader();
-    void resetColumnWidths();
     void applyFont();
-    /// Gives the last column the room that the others leave, and never less than it needs.
-    void stretchCharacters();
     void updateVerticalScrollBar();
     void updateHorizontalScrollBar();
     void scrollToRow(int row, ScrollHint hint);
@@ -143,7 +140,7 @@ private:
     void tellFocus(const QModelIndex &index);
 
     GridModel *model_ = nullptr;
-    QHeaderView *header_;
+    GridHeader *header_;
     GridDelegate *delegate_;
     int rowHeight_ = 1;
     bool layingOut_ = false;

@@ -5,26 +5,19 @@
 
 #include "grid/GridView.h"
 
+#include "grid/GridHeader.h"
+
 #include <QEvent>
-#include <QHeaderView>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QtMath>
 
 #include <algorithm>
 #include <limits>
 
 namespace {
 
-/// Digits that the address column has room for: those of the largest image.
-constexpr int addressDigits = 8;
-constexpr int byteDigits = 2;
-
 /// Space above and below the text of a row together, in pixels.
 constexpr int rowPadding = 4;
-
-/// Space that a column has on both sides of its text together, in characters.
-constexpr double columnPadding = 1.5;
 
 /// Rows that a window of the preferred size shows.
 constexpr int preferredRows = 16;
@@ -32,12 +25,6 @@ constexpr int preferredRows = 16;
 /// The farthest that a position is told from the viewport, with room within an int for adding
 /// what a screen measures. With rows of up to 31 pixels all rows of the largest image lie closer.
 constexpr qint64 farthest = std::numeric_limits<int>::max() - (1 << 20);
-
-int charactersIn(int column) {
-    if (column == addressColumn)
-        return addressDigits;
-    return column == charactersColumn ? bytesInRow : byteDigits;
-}
 
 int clamped(qint64 position) {
     return int(std::clamp(position, -farthest, farthest));
@@ -47,19 +34,12 @@ int clamped(qint64 position) {
 
 void GridView::applyFont() {
     rowHeight_ = fontMetrics().height() + rowPadding;
-    header_->setMinimumSectionSize(fontMetrics().horizontalAdvance(u'0') * byteDigits);
-    resetColumnWidths();
+    header_->setCellFont(font());
     updateGeometries();
 }
 
-void GridView::resetColumnWidths() {
-    for (int column = 0; column < header_->count(); ++column)
-        header_->resizeSection(column, sizeHintForColumn(column));
-}
-
 int GridView::sizeHintForColumn(int column) const {
-    const double characterWidth = QFontMetricsF(font()).horizontalAdvance(u'0');
-    return qCeil(characterWidth * (charactersIn(column) + columnPadding));
+    return header_->neededWidth(column);
 }
 
 int GridView::sizeHintForRow(int) const {
@@ -185,19 +165,11 @@ void GridView::updateGeometries() {
     setViewportMargins(0, height, 0, 0);
     const QRect area = viewport()->geometry();
     header_->setGeometry(area.left(), area.top() - height, area.width(), height);
-    stretchCharacters();
+    header_->fill(area.width());
     updateVerticalScrollBar();
     updateHorizontalScrollBar();
     QAbstractItemView::updateGeometries();
     updateEditorGeometries();
-}
-
-void GridView::stretchCharacters() {
-    if (header_->count() == 0)
-        return;
-    const int left = header_->sectionPosition(charactersColumn);
-    header_->resizeSection(charactersColumn, std::max(sizeHintForColumn(charactersColumn),
-                                                      viewport()->width() - left));
 }
 
 void GridView::updateVerticalScrollBar() {

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "grid/GridHeader.h"
+
+#include "grid/GridColumns.h"
+
+#include <QFontMetrics>
+#include <QtMath>
+
+#include <algorithm>
+
+namespace {
+
+/// Digits that the address column has room for: those of the largest image.
+constexpr int addressDigits = 8;
+constexpr int byteDigits = 2;
+
+/// Space that a column has on both sides of its text together, in characters.
+constexpr double columnPadding = 1.5;
+
+int charactersIn(int column) {
+    if (column == addressColumn)
+        return addressDigits;
+    return column == charactersColumn ? bytesInRow : byteDigits;
+}
+
+} // namespace
+
+GridHeader::GridHeader(QWidget *parent) : QHeaderView(Qt::Horizontal, parent) {
+    setSectionsClickable(false);
+    setHighlightSections(false);
+    setSectionResizeMode(Interactive);
+    connect(this, &QHeaderView::sectionHandleDoubleClicked, this,
+            [this](int column) { resizeSection(column, neededWidth(column)); });
+}
+
+void GridHeader::setCellFont(const QFont &font) {
+    cellFont_ = font;
+    setMinimumSectionSize(QFontMetrics(font).horizontalAdvance(u'0') * byteDigits);
+    resetWidths();
+}
+
+void GridHeader::setModel(QAbstractItemModel *model) {
+    QHeaderView::setModel(model);
+    resetWidths();
+}
+
+int GridHeader::neededWidth(int column) const {
+    const double characterWidth = QFontMetricsF(cellFont_).horizontalAdvance(u'0');
+    return qCeil(characterWidth * (charactersIn(column) + columnPadding));
+}
+
+void GridHeader::resetWidths() {
+    for (int column = 0; column < count(); ++column)
+        resizeSection(column, neededWidth(column));
+}
+
+void GridHeader::fill(int width) {
+    if (count() > 0)
+        resizeSection(charactersColumn, std::max(neededWidth(charactersColumn),
+                                                 width - sectionPosition(charactersColumn)));
+}
