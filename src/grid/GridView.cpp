@@ -144,9 +144,10 @@ void GridView::paintEvent(QPaintEvent *event) {
     QPainter painter(viewport());
     const QRect area = event->rect();
     const GridPainter rowPainter(*this, painter);
-    const qint64 last = std::min<qint64>(rowAt(area.bottom()), rows() - 1);
-    for (qint64 row = std::max<qint64>(rowAt(area.top()), 0); row <= last; ++row)
-        rowPainter.paintRow(int(row), rowTop(row), area);
+    const GridRows shown = shownRows();
+    const qint64 last = std::min<qint64>(shown.at(area.bottom()), rows() - 1);
+    for (qint64 row = std::max<qint64>(shown.at(area.top()), 0); row <= last; ++row)
+        rowPainter.paintRow(int(row), shown.edgeOf(row), area);
 }
 
 void GridView::keyPressEvent(QKeyEvent *event) {

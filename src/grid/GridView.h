@@ -5,6 +5,7 @@
 
 #include "grid/CellEdit.h"
 #include "grid/GridModel.h"
+#include "grid/GridRows.h"
 
 #include <QAbstractItemView>
 
@@ -121,19 +122,10 @@ protected:
 
 private:
     int rows() const;
-    int topRow() const;
-    /// Number of rows that are wholly visible, at least 1.
-    int rowsInPage() const;
-    /// The row at a height of the viewport, also above and below it; rows beyond the last one
-    /// are told as they come.
-    qint64 rowAt(int y) const;
-    /// The height of a row's upper edge in the viewport.
-    int rowTop(qint64 row) const;
-
+    GridRows shownRows() const;
     void applyFont();
     void updateVerticalScrollBar();
     void updateHorizontalScrollBar();
-    void scrollToRow(int row, ScrollHint hint);
     void scrollToColumn(int column);
     QModelIndex cellAfterEditing(const QWidget *editor,
                                  QAbstractItemDelegate::EndEditHint hint) const;

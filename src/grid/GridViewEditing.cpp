@@ -19,7 +19,7 @@ QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
         return {};
     const QModelIndex current = currentIndex();
     if (!current.isValid())
-        return model_->index(topRow(), firstByteColumn);
+        return model_->index(shownRows().top, firstByteColumn);
 
     const bool toTheEnds = modifiers & Qt::ControlModifier;
     const int lastColumn = gridColumns - 1;
@@ -38,9 +38,9 @@ QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
     case MoveRight:
         return cell(row, column + 1);
     case MovePageUp:
-        return cell(qint64(row) - rowsInPage(), column);
+        return cell(qint64(row) - shownRows().inPage(), column);
     case MovePageDown:
-        return cell(qint64(row) + rowsInPage(), column);
+        return cell(qint64(row) + shownRows().inPage(), column);
     case MoveHome:
         return firstCellOf(*model_, toTheEnds ? 0 : row);
     case MoveEnd:
@@ -56,8 +56,8 @@ QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
 void GridView::setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command) {
     // The corners come as they were dragged, so neither need be above the other, and both may
     // lie far outside the viewport.
-    const qint64 one = rowAt(rect.top());
-    const qint64 other = rowAt(rect.bottom());
+    const qint64 one = shownRows().at(rect.top());
+    const qint64 other = shownRows().at(rect.bottom());
     selectionModel()->select(wholeRows(*model_, std::min(one, other), std::max(one, other)),
                              command);
 }

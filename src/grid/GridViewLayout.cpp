@@ -12,7 +12,6 @@
 #include <QScrollBar>
 
 #include <algorithm>
-#include <limits>
 
 namespace {
 
@@ -21,14 +20,6 @@ constexpr int rowPadding = 4;
 
 /// Rows that a window of the preferred size shows.
 constexpr int preferredRows = 16;
-
-/// The farthest that a position is told from the viewport, with room within an int for adding
-/// what a screen measures. With rows of up to 31 pixels all rows of the largest image lie closer.
-constexpr qint64 farthest = std::numeric_limits<int>::max() - (1 << 20);
-
-int clamped(qint64 position) {
-    return int(std::clamp(position, -farthest, farthest));
-}
 
 } // namespace
 
@@ -61,33 +52,20 @@ int GridView::rows() const {
     return model_ ? model_->rowCount() : 0;
 }
 
-int GridView::topRow() const {
-    return verticalScrollBar()->value();
-}
-
-int GridView::rowsInPage() const {
-    return std::max(1, viewport()->height() / rowHeight_);
-}
-
-qint64 GridView::rowAt(int y) const {
-    const int rounding = y < 0 ? rowHeight_ - 1 : 0;
-    return topRow() + (qint64(y) - rounding) / rowHeight_;
-}
-
-int GridView::rowTop(qint64 row) const {
-    return clamped((row - topRow()) * rowHeight_);
+GridRows GridView::shownRows() const {
+    return {verticalScrollBar()->value(), rowHeight_, viewport()->height()};
 }
 
 QRect GridView::visualRect(const QModelIndex &index) const {
     if (!index.isValid() || index.model() != model_)
         return {};
-    return {header_->sectionViewportPosition(index.column()), rowTop(index.row()),
+    return {header_->sectionViewportPosition(index.column()), shownRows().edgeOf(index.row()),
             header_->sectionSize(index.column()), rowHeight_};
 }
 
 QModelIndex GridView::indexAt(const QPoint &point) const {
     const int column = header_->logicalIndexAt(point.x());
-    const qint64 row = rowAt(point.y());
+    const qint64 row = shownRows().at(point.y());
     if (column < 0 || row < 0 || row >= rows())
         return {};
     return model_->index(int(row), column);
@@ -98,7 +76,7 @@ int GridView::horizontalOffset() const {
 }
 
 int GridView::verticalOffset() const {
-    return clamped(qint64(topRow()) * rowHeight_);
+    return shownRows().offset();
 }
 
 bool GridView::isIndexHidden(const QModelIndex &) const {
@@ -106,46 +84,17 @@ bool GridView::isIndexHidden(const QModelIndex &) const {
 }
 
 QRegion GridView::visualRegionForSelection(const QItemSelection &selection) const {
-    const qint64 firstVisible = topRow();
-    const qint64 lastVisible = rowAt(viewport()->height() - 1);
     QRegion region;
-    for (const QItemSelectionRange &range : selection) {
-        const qint64 first = std::max<qint64>(range.top(), firstVisible);
-        const qint64 last = std::min<qint64>(range.bottom(), lastVisible);
-        if (first <= last)
-            region += QRect(QPoint(0, rowTop(first)),
-                            QPoint(viewport()->width() - 1, rowTop(last + 1) - 1));
-    }
+    for (const QItemSelectionRange &range : selection)
+        region += shownRows().areaOf(range.top(), range.bottom(), viewport()->width());
     return region;
 }
 
 void GridView::scrollTo(const QModelIndex &index, ScrollHint hint) {
     if (!index.isValid())
         return;
-    scrollToRow(index.row(), hint);
+    verticalScrollBar()->setValue(shownRows().topFor(index.row(), hint));
     scrollToColumn(index.column());
-}
-
-void GridView::scrollToRow(int row, ScrollHint hint) {
-    const int page = rowsInPage();
-    const int lowestTop = row - page + 1;
-    int top = topRow();
-    switch (hint) {
-    case EnsureVisible:
-        // With no row on top that lies below the wanted one, and none that leaves it beneath.
-        top = std::clamp(top, lowestTop, row);
-        break;
-    case PositionAtTop:
-        top = row;
-        break;
-    case PositionAtBottom:
-        top = lowestTop;
-        break;
-    case PositionAtCenter:
-        top = row - page / 2;
-        break;
-    }
-    verticalScrollBar()->setValue(top);
 }
 
 void GridView::scrollToColumn(int column) {
@@ -174,7 +123,7 @@ void GridView::updateGeometries() {
 
 void GridView::updateVerticalScrollBar() {
     QScrollBar *bar = verticalScrollBar();
-    const int page = rowsInPage();
+    const int page = shownRows().inPage();
     bar->setSingleStep(1);
     bar->setPageStep(page);
     bar->setRange(0, std::max(0, rows() - page));
@@ -209,8 +158,9 @@ void GridView::rowsInserted(const QModelIndex &parent, int start, int end) {
 // toolkit would look for the place of each of them.
 void GridView::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
                            const QList<int> &roles) {
-    const int lastInView = int(std::min<qint64>(qint64(topRow()) + rowsInPage(), rows() - 1));
-    const int first = std::max(topLeft.row(), topRow());
+    const GridRows shown = shownRows();
+    const int lastInView = int(std::min<qint64>(qint64(shown.top) + shown.inPage(), rows() - 1));
+    const int first = std::max(topLeft.row(), shown.top);
     const int last = std::min(bottomRight.row(), lastInView);
     if (first <= last)
         QAbstractItemView::dataChanged(topLeft.siblingAtRow(first), bottomRight.siblingAtRow(last),
