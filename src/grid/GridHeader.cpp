@@ -61,3 +61,10 @@ void GridHeader::fill(int width) {
         resizeSection(charactersColumn, std::max(neededWidth(charactersColumn),
                                                  width - sectionPosition(charactersColumn)));
 }
+
+int GridHeader::offsetFor(int column) const {
+    const int left = sectionPosition(column);
+    const int right = left + sectionSize(column);
+    // The left end wins where the view is narrower than the column.
+    return std::min(std::max(offset(), right - viewport()->width()), left);
+}

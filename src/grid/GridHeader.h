@@ -19,6 +19,8 @@ public:
     /// Gives the last column what the others leave of \a width pixels, and never less than it
     /// needs.
     void fill(int width);
+    /// The offset to scroll to for \a column to be in view.
+    int offsetFor(int column) const;
 
 private:
     void resetWidths();

@@ -126,7 +126,6 @@ private:
     void applyFont();
     void updateVerticalScrollBar();
     void updateHorizontalScrollBar();
-    void scrollToColumn(int column);
     QModelIndex cellAfterEditing(const QWidget *editor,
                                  QAbstractItemDelegate::EndEditHint hint) const;
     void tellFocus(const QModelIndex &index);

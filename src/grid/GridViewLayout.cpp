@@ -94,16 +94,7 @@ void GridView::scrollTo(const QModelIndex &index, ScrollHint hint) {
     if (!index.isValid())
         return;
     verticalScrollBar()->setValue(shownRows().topFor(index.row(), hint));
-    scrollToColumn(index.column());
-}
-
-void GridView::scrollToColumn(int column) {
-    const int left = header_->sectionPosition(column);
-    const int right = left + header_->sectionSize(column);
-    const int offset = horizontalScrollBar()->value();
-    // The left end wins where the viewport is narrower than the column.
-    const int atLeast = std::max(offset, right - viewport()->width());
-    horizontalScrollBar()->setValue(std::min(atLeast, left));
+    horizontalScrollBar()->setValue(header_->offsetFor(index.column()));
 }
 
 void GridView::updateGeometries() {

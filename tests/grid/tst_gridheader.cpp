@@ -23,6 +23,7 @@ private slots:
     void handle_givesBackTheWidth();
     void characters_takeWhatIsLeft();
     void emptyHeader_hasNothingToFill();
+    void offset_bringsAColumnIntoView();
 
 private:
     QStandardItemModel model{1, gridColumns};
@@ -91,6 +92,20 @@ void TestGridHeader::emptyHeader_hasNothingToFill() {
     empty.fill(1000);
     QCOMPARE(empty.count(), 0);
     QCOMPARE(empty.length(), 0);
+}
+
+void TestGridHeader::offset_bringsAColumnIntoView() {
+    const int width = header->sectionSize(firstByteColumn);
+    const int second = header->sectionPosition(firstByteColumn + 1);
+    header->resize(2 * width, header->height());
+    header->setOffset(second);
+    QCOMPARE(header->offsetFor(firstByteColumn + 1), second);
+    QCOMPARE(header->offsetFor(firstByteColumn + 2), second);
+    QCOMPARE(header->offsetFor(firstByteColumn + 3), second + width);
+    QCOMPARE(header->offsetFor(firstByteColumn), second - width);
+    const int characters = header->sectionPosition(charactersColumn); // wider than the view
+    QCOMPARE(header->offsetFor(charactersColumn), characters);
+    QCOMPARE(header->offsetFor(addressColumn), 0);
 }
 
 QTEST_MAIN(TestGridHeader)
