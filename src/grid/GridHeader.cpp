@@ -66,5 +66,5 @@ int GridHeader::offsetFor(int column) const {
     const int left = sectionPosition(column);
     const int right = left + sectionSize(column);
     // The left end wins where the view is narrower than the column.
-    return std::min(std::max(offset(), right - viewport()->width()), left);
+    return std::min(std::max(offset(), right - width()), left);
 }
