@@ -24,6 +24,10 @@ qint64 placeKey(int row, int column) {
     return qint64(row) * gridColumns + column;
 }
 
+int childNumber(int row, int column) {
+    return row * gridColumns + column;
+}
+
 QAccessibleInterface *createForGrid(const QString &className, QObject *object) {
     if (className != QLatin1String("GridView"))
         return nullptr;
@@ -34,6 +38,21 @@ QAccessibleInterface *createForGrid(const QString &className, QObject *object) {
 
 void installGridAccessibility() {
     QAccessible::installFactory(createForGrid);
+}
+
+void tellCursor(GridView &view, const QModelIndex &cell) {
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleEvent event(&view, QAccessible::Focus);
+    event.setChild(childNumber(cell.row(), cell.column()));
+    QAccessible::updateAccessibility(&event);
+}
+
+void tellSelection(GridView &view) {
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleEvent event(&view, QAccessible::SelectionWithin);
+    QAccessible::updateAccessibility(&event);
 }
 
 GridAccessible::GridAccessible(GridView *view) : QAccessibleWidget(view, QAccessible::Table) {}
@@ -96,7 +115,7 @@ int GridAccessible::indexOfChild(const QAccessibleInterface *child) const {
         return -1;
     if (place->row() == GridAccessiblePlace::headerRow)
         return cells + place->column();
-    return place->row() * gridColumns + place->column();
+    return childNumber(place->row(), place->column());
 }
 
 QAccessibleInterface *GridAccessible::childAt(int x, int y) const {

@@ -77,5 +77,10 @@ private:
     mutable QQueue<qint64> order_;
 };
 
+/// Tells assistive technology that the cursor has come to \a cell.
+void tellCursor(GridView &view, const QModelIndex &cell);
+/// Tells assistive technology that other rows are selected.
+void tellSelection(GridView &view);
+
 /// Makes every GridView accessible as a table. To be called once, before the first window.
 void installGridAccessibility();

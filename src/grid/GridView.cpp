@@ -4,6 +4,7 @@
 #include "grid/GridView.h"
 
 #include "grid/CellEditor.h"
+#include "grid/GridAccessible.h"
 #include "grid/GridDelegate.h"
 #include "grid/GridHeader.h"
 #include "grid/GridPainter.h"
@@ -11,7 +12,6 @@
 #include "grid/GridText.h"
 #include "widgets/ViewPlace.h"
 
-#include <QAccessible>
 #include <QClipboard>
 #include <QFontDatabase>
 #include <QGuiApplication>
@@ -119,23 +119,12 @@ void GridView::currentChanged(const QModelIndex &current, const QModelIndex &pre
     QAbstractItemView::currentChanged(current, previous);
     viewport()->update();
     if (hasFocus() && current.isValid())
-        tellFocus(current);
-}
-
-void GridView::tellFocus(const QModelIndex &index) {
-    if (!QAccessible::isActive())
-        return;
-    QAccessibleEvent event(this, QAccessible::Focus);
-    event.setChild(index.row() * gridColumns + index.column());
-    QAccessible::updateAccessibility(&event);
+        tellCursor(*this, current);
 }
 
 void GridView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) {
     QAbstractItemView::selectionChanged(selected, deselected);
-    if (!QAccessible::isActive())
-        return;
-    QAccessibleEvent event(this, QAccessible::SelectionWithin);
-    QAccessible::updateAccessibility(&event);
+    tellSelection(*this);
 }
 
 void GridView::paintEvent(QPaintEvent *event) {

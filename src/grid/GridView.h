@@ -128,7 +128,6 @@ private:
     void updateHorizontalScrollBar();
     QModelIndex cellAfterEditing(const QWidget *editor,
                                  QAbstractItemDelegate::EndEditHint hint) const;
-    void tellFocus(const QModelIndex &index);
 
     GridModel *model_ = nullptr;
     GridHeader *header_;
