@@ -6,10 +6,10 @@
 #include "base/Log.h"
 #include "grid/CellEdit.h"
 #include "grid/GridModel.h"
-#include "grid/GridPresentation.h"
 #include "image/TemporaryWorkspace.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "subjects/ImageSource.h"
 #include "subjects/Samples.h"
 
 #include <QTemporaryDir>
@@ -27,66 +27,54 @@ public:
     void write(const QString &) override {}
 };
 
-/// An image of 1 MiB in the grid and in the file that the tool gets.
-class Image final : public GridSource {
+/// Takes entries into an image and saves them into the file that the tool gets.
+class EditedSource final : public ImageSource {
 public:
-    Image() {
-        settings_.setValue(settingsKeys::temp_output_file,
-                           folder_.filePath(QStringLiteral("temp.bin")));
-        save({0, bytes_->size()});
-        model_.reloadData();
-    }
+    EditedSource(Image &image, TemporaryWorkspace &workspace)
+        : ImageSource(image), image_(image), workspace_(workspace) {}
 
-    GridModel &model() { return model_; }
-
-    quint64 numberOfRowsInTableView(QObject *) override { return rowCount(shown()); }
-    CellValue tableView_objectValueForTableColumn_row(QObject *, const QString &column,
-                                                      qint64 row) override {
-        return cellValue(shown(), column, row);
-    }
-    bool tableView_shouldEditTableColumn_row(QObject *, const QString &, qint64) override {
-        return true;
-    }
     void tableView_setObjectValue_forTableColumn_row(QObject *, const QString &value,
                                                      const QString &column, qint64 row) override {
-        const auto edit = commitEntry(*bytes_, text_.length(), value, column.toInt(), row);
+        const auto edit =
+            commitEntry(*image_.bytes, image_.text.length(), value, column.toInt(), row);
         if (!edit)
             return;
         const ByteRange changed = {edit->offset, edit->bytesWritten};
-        text_.update(bytes_, changed);
+        image_.text.update(image_.bytes, changed);
         save(changed);
     }
-    bool tableView_shouldSelectRow(QObject *, qint64) override { return true; }
-    bool tableView_shouldSelectTableColumn(QObject *, const QString &) override { return false; }
-    DragOperation tableView_validateDrop_proposedRow_proposedDropOperation(QObject *,
-                                                                           const QMimeData *,
-                                                                           qint64, int) override {
-        return DragOperation::None;
-    }
-
-private:
-    ShownContent shown() const { return {tab_, bytes_, text_, noHeaders_, noRows_}; }
     void save(ByteRange changed) {
-        if (!workspace_.write_output_data_to_temp_file(bytes_, changed))
+        if (!workspace_.write_output_data_to_temp_file(image_.bytes, changed))
             throw std::runtime_error("the image was not saved");
     }
 
-    const QTemporaryDir folder_;
-    SettingsStore settings_{folder_.filePath(QStringLiteral("velm.conf"))};
-    SilentLog log_;
-    TemporaryWorkspace workspace_{settings_, log_};
-    const ByteBuffer bytes_ = std::make_shared<QByteArray>(asciiText(mebibyte));
-    DisplayText text_{bytes_};
-    const QString tab_ = QStringLiteral("1");
-    const QStringList noHeaders_;
-    const QList<QStringList> noRows_;
-    GridModel model_{*this, nullptr};
+private:
+    Image &image_;
+    TemporaryWorkspace &workspace_;
+};
+
+/// An image of 1 MiB in the grid and in its file.
+struct Grid {
+    Grid() {
+        settings.setValue(settingsKeys::temp_output_file,
+                          folder.filePath(QStringLiteral("temp.bin")));
+        source.save({0, image.bytes->size()});
+        model.reloadData();
+    }
+
+    const QTemporaryDir folder;
+    SettingsStore settings{folder.filePath(QStringLiteral("velm.conf"))};
+    SilentLog log;
+    TemporaryWorkspace workspace{settings, log};
+    Image image{asciiText(mebibyte)};
+    EditedSource source{image, workspace};
+    GridModel model{source, nullptr};
 };
 
 std::function<void()> showingAPage() {
-    const auto image = std::make_shared<Image>();
-    return [image] {
-        const GridModel &model = image->model();
+    const auto grid = std::make_shared<Grid>();
+    return [grid] {
+        const GridModel &model = grid->model;
         for (int row = 0; row < rowsOfAPage; ++row)
             for (int column = 0; column < model.columnCount(); ++column)
                 if (model.index(row, column).data().toString().isEmpty())
@@ -95,9 +83,9 @@ std::function<void()> showingAPage() {
 }
 
 std::function<void()> editing() {
-    const auto image = std::make_shared<Image>();
-    return [image] {
-        GridModel &model = image->model();
+    const auto grid = std::make_shared<Grid>();
+    return [grid] {
+        GridModel &model = grid->model;
         const QModelIndex cell = model.index(editedRow, 1);
         model.setData(cell, QStringLiteral("7E"));
         if (cell.data().toString() != QStringLiteral("7E"))

@@ -7,10 +7,9 @@
 #include "instruments/Stopwatch.h"
 #include "instruments/Table.h"
 #include "subjects/Benches.h"
+#include "subjects/ImageSource.h"
 #include "subjects/Samples.h"
 
-#include "grid/GridColumns.h"
-#include "grid/GridPresentation.h"
 #include "grid/GridView.h"
 
 #include <QCoreApplication>
@@ -26,48 +25,6 @@ constexpr int rounds = 31;
 constexpr double mostTimesTheSmall = 2;
 /// A table that keeps 8 bytes for each row of 16 takes fifty times this.
 constexpr double mostMemoryPerByte = 0.01;
-
-/// An image with its text, as the program keeps it.
-struct Image {
-    explicit Image(qint64 size)
-        : bytes(std::make_shared<QByteArray>(randomBytes(size))), text(bytes) {}
-
-    ByteBuffer bytes;
-    DisplayText text;
-};
-
-/// Presents an image by the program's own rules.
-class ImageSource final : public GridSource {
-public:
-    explicit ImageSource(const Image &image) : image_(&image) {}
-    void present(const Image &image) { image_ = &image; }
-
-    quint64 numberOfRowsInTableView(QObject *) override { return rowCount(shown()); }
-    CellValue tableView_objectValueForTableColumn_row(QObject *, const QString &column,
-                                                      qint64 row) override {
-        return cellValue(shown(), column, row);
-    }
-    bool tableView_shouldEditTableColumn_row(QObject *, const QString &, qint64) override {
-        return true;
-    }
-    void tableView_setObjectValue_forTableColumn_row(QObject *, const QString &, const QString &,
-                                                     qint64) override {}
-    bool tableView_shouldSelectRow(QObject *, qint64) override { return true; }
-    bool tableView_shouldSelectTableColumn(QObject *, const QString &) override { return false; }
-    DragOperation tableView_validateDrop_proposedRow_proposedDropOperation(QObject *,
-                                                                           const QMimeData *,
-                                                                           qint64, int) override {
-        return DragOperation::None;
-    }
-
-private:
-    ShownContent shown() const { return {tab_, image_->bytes, image_->text, noHeaders_, noRows_}; }
-
-    const Image *image_;
-    const QString tab_ = QStringLiteral("1");
-    const QStringList noHeaders_;
-    const QList<QStringList> noRows_;
-};
 
 /// A shown grid that is given one image after the other.
 struct Grid {
@@ -147,9 +104,9 @@ void benchPageKey(Table &table, const Image &small, const Image &large) {
 } // namespace
 
 void benchGrid(Table &table) {
-    const Image small(1 * mebibyte);
-    const Image middle(16 * mebibyte);
-    const Image large(256 * mebibyte);
+    const Image small(randomBytes(1 * mebibyte));
+    const Image middle(randomBytes(16 * mebibyte));
+    const Image large(randomBytes(256 * mebibyte));
     Grid grid(small);
     benchReset(table, grid, {&small, &middle, &large});
     benchMemory(table, grid, small, large);
