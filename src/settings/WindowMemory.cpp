@@ -17,6 +17,7 @@ const QString geometryKey = QStringLiteral("window/geometry");
 const QString splitterKey = QStringLiteral("window/splitter");
 const QString folderKey = QStringLiteral("folders/%1");
 const QString recentKey = QStringLiteral("files/recent");
+const QString trustedToolKey = QStringLiteral("trustedTool");
 
 QVariant read(const IniFile &file, const QString &key) {
     const IniFile::Outcome outcome = file.read();
@@ -68,4 +69,12 @@ void WindowMemory::addRecentFile(const QString &path) {
     files.removeAll(path);
     files.prepend(path);
     write(file_, recentKey, files.mid(0, recentFileLimit));
+}
+
+std::optional<QString> WindowMemory::trustedTool() const {
+    return storedValue::text(read(file_, trustedToolKey));
+}
+
+void WindowMemory::setTrustedTool(const QString &tool) {
+    write(file_, trustedToolKey, storedValue::encoded(tool));
 }

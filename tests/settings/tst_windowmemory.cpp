@@ -38,6 +38,8 @@ void TestWindowMemory::everything_comesBack() {
         memory.setSplitterState(QByteArray("splitter"));
         memory.setLastFolder(QStringLiteral("open"), QStringLiteral("/a, b/é%20"));
         memory.setLastFolder(QStringLiteral("save"), QStringLiteral("/c"));
+        QVERIFY(!memory.trustedTool());
+        memory.setTrustedTool(QStringLiteral("sudo 'a, \"b\"' @c"));
     }
     const WindowMemory memory(path);
     QCOMPARE(memory.geometry(), bytes);
@@ -45,6 +47,7 @@ void TestWindowMemory::everything_comesBack() {
     QCOMPARE(memory.lastFolder(QStringLiteral("open")), QStringLiteral("/a, b/é%20"));
     QCOMPARE(memory.lastFolder(QStringLiteral("save")), QStringLiteral("/c"));
     QCOMPARE(memory.lastFolder(QStringLiteral("other")), QString());
+    QCOMPARE(memory.trustedTool(), QStringLiteral("sudo 'a, \"b\"' @c"));
 }
 
 void TestWindowMemory::recentFiles_areEightAndDistinct() {
