@@ -50,6 +50,7 @@ bool SettingsStore::setValue(const QString &key, const QVariant &value) {
     }
     unsaved_.insert(key, storedValue::encoded(value));
     save();
+    emit valueSet(key);
     announceChanges();
     return true;
 }
