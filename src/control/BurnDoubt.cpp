@@ -6,7 +6,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QStringList>
 
 namespace {
 
@@ -55,17 +54,6 @@ public:
                   "the "
                   "chip would not hold the bytes shown here.")
             .arg(name, nameOf(encoding));
-    }
-
-    static QString oddCommand(const BurnSituation &situation) {
-        QStringList shown;
-        for (const QChar character : situation.oddCharacters)
-            shown << (character.isPrint() ? QString(character)
-                                          : QStringLiteral("U+%1").arg(character.unicode(), 4, 16,
-                                                                       QLatin1Char('0')));
-        return tr("The shell takes %1 in this command for more than a name: %2")
-                   .arg(shown.join(QLatin1Char(' ')), situation.commandLine) +
-               QLatin1Char('.');
     }
 
     static QString pressAgainToRun(const BurnSituation &situation) {
@@ -119,12 +107,12 @@ std::optional<BurnDoubt> doubtAboutImage(const BurnSituation &situation) {
 
 std::optional<BurnDoubt> doubtAbout(const BurnSituation &situation) {
     const std::optional<BurnDoubt> doubt = doubtAboutImage(situation);
-    if (situation.oddCharacters.isEmpty())
+    if (!situation.command.asks())
         return doubt;
     BurnDoubt both =
         doubt.value_or(BurnDoubt{.key = {}, .sentence = Wording::pressAgainToRun(situation)});
     both.key.prepend(QStringLiteral("command "));
-    both.sentence.prepend(Wording::oddCommand(situation) + QLatin1Char(' '));
+    both.sentence.prepend(sentenceOf(situation.command) + QLatin1Char(' '));
     return both;
 }
 

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "language/CommandDoubt.h"
 #include "language/CommandLine.h"
 #include "language/ImageEncoding.h"
 
@@ -24,9 +25,8 @@ struct BurnSituation {
     bool fileIsImage = true;
     /// Why the image could not be written there; empty if it was.
     QString writeProblem;
-    /// What is going to be run, and what in it the shell takes for more than a name.
-    QString commandLine;
-    QString oddCharacters;
+    /// What is going to be run.
+    CommandDoubt command;
 };
 
 /// A reason to ask the user before the tool is started.
@@ -43,6 +43,6 @@ struct BurnDoubt {
 /// \a name is what to call it.
 QString decodingRemark(ImageEncoding encoding, const QString &name);
 
-/// The reasons to ask before \a situation goes on, in one: a command that is odd, and the most
+/// The reasons to ask before \a situation goes on, in one: that about its command, and the most
 /// important one about the image, for operations that take one. Nothing if there is none.
 std::optional<BurnDoubt> doubtAbout(const BurnSituation &situation);

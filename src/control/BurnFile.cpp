@@ -65,8 +65,7 @@ BurnSituation BurnFile::situation(Operation operation) const {
     BurnSituation burn;
     burn.operation = operation;
     const ToolSettings settings = ToolSettings::readFrom(defaults_);
-    burn.commandLine = operationCommand(operation, settings);
-    burn.oddCharacters = oddCharacters(operation, settings);
+    burn.command = {operationCommand(operation, settings), oddCharacters(operation, settings)};
     if (operation != VerifyOperation && operation != WriteOperation)
         return burn;
     const Failure *problem = workspace_.lastWrite().failure();
@@ -89,7 +88,7 @@ bool BurnFile::asks(const BurnSituation &burn, quint64 revision) {
     question.thing =
         QStringLiteral("%1 %2 %3 %4 %5 %6")
             .arg(doubt->key, QString::number(burn.operation), QString::number(revision), burn.path,
-                 FileStamp::text(FileStamp::of(burn.path)), burn.commandLine);
+                 FileStamp::text(FileStamp::of(burn.path)), burn.command.command);
     question.sentence = doubt->sentence;
     if (doubt->canWriteAgain && image_)
         question.action = {tr("Write the image file again"), [this] { writeAgain(); }};

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "language/CommandDoubt.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+namespace {
+
+class Wording {
+    Q_DECLARE_TR_FUNCTIONS(CommandDoubt)
+
+public:
+    static QString odd(const CommandDoubt &doubt) {
+        return tr("The shell takes %1 in this command for more than a name: %2.")
+            .arg(shown(doubt.oddCharacters), doubt.command);
+    }
+
+private:
+    static QString shown(const QString &characters) {
+        QStringList names;
+        for (const QChar character : characters)
+            names << (character.isPrint() ? QString(character)
+                                          : QStringLiteral("U+%1").arg(character.unicode(), 4, 16,
+                                                                       QLatin1Char('0')));
+        return names.join(QLatin1Char(' '));
+    }
+};
+
+} // namespace
+
+QString sentenceOf(const CommandDoubt &doubt) {
+    return Wording::odd(doubt);
+}
