@@ -3,24 +3,16 @@
 
 #include "control/SecondPress.h"
 
-#include <QApplication>
-
 bool SecondPress::confirms(const Question &question, Presser presser) {
-    const bool asked = asked_ == question.thing;
-    const int interval = presser == Presser::Hand ? QApplication::doubleClickInterval() : 0;
-    if (asked && sinceAsked_.elapsed() >= interval) {
-        withdraw();
-        return true;
-    }
-    if (!asked) {
-        asked_ = question.thing;
-        sinceAsked_.start();
-    }
-    messages_.say(Topic::SecondPress, question.sentence, question.action);
-    return false;
+    const bool confirmed = press_.confirms(question.thing, presser);
+    if (confirmed)
+        messages_.takeBack(Topic::SecondPress);
+    else
+        messages_.say(Topic::SecondPress, question.sentence, question.action);
+    return confirmed;
 }
 
 void SecondPress::withdraw() {
-    asked_.clear();
+    press_.forget();
     messages_.takeBack(Topic::SecondPress);
 }

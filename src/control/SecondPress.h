@@ -4,17 +4,15 @@
 #pragma once
 
 #include "control/Messages.h"
+#include "widgets/RepeatedPress.h"
 
-#include <QElapsedTimer>
 #include <QString>
 
 /// What is done only when it is asked for twice. The first press is answered by a sentence in the
-/// message line; the second one counts for the very same thing alone, and only when it can no
-/// longer be the second half of a double-click.
+/// message line; only the second one counts.
 class SecondPress {
 public:
-    /// Who presses: a hand may double-click, a program does not.
-    enum class Presser { Hand, Program };
+    using Presser = RepeatedPress::Presser;
 
     /// What a press is about.
     struct Question {
@@ -37,6 +35,5 @@ public:
 
 private:
     Messages &messages_;
-    QString asked_;
-    QElapsedTimer sinceAsked_;
+    RepeatedPress press_;
 };
