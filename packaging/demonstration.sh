@@ -61,10 +61,17 @@ demonstration_paths() {
     printf 'temp_logic_chip_test_results_file=%s\n' "$(settings_value "$2/temp_logtest.bin")"
 }
 
-# Puts the lines $2 into the settings file $1, in place of the older lines of these keys.
-replace_paths() {
+# What the program remembers of the simulated programmer $1, so that it does not ask whether that
+# is the user's own tool.
+demonstration_memory() {
+    printf 'trustedTool=%s\n' "$(settings_value "$(shell_word "$1")")"
+}
+
+# Puts the lines $2 into the file $1, in place of the older lines of these keys.
+replace_lines() {
+    [ -s "$1" ] || printf '[General]\n' >"$1"
     PATHS=$2 awk '
-        /^(miniproLocation|temp_[a-z_]+_file)=/ { next }
+        /^(miniproLocation|temp_[a-z_]+_file|trustedTool)=/ { next }
         { print }
         /^\[General\]/ { print ENVIRON["PATHS"]; written = 1 }
         END { if (!written) printf "[General]\n%s\n", ENVIRON["PATHS"] }
@@ -72,19 +79,22 @@ replace_paths() {
 }
 
 # write_demonstration_settings FOLDER SIMULATOR
-# Makes FOLDER ready for a start: FOLDER/velm.conf, FOLDER/bench for the simulated chips, and the
-# workspace. What the user changed in an earlier start is kept, but for the paths of a clone that
-# has moved since.
+# Makes FOLDER ready for a start: FOLDER/velm.conf, FOLDER/state.conf, FOLDER/bench for the
+# simulated chips, and the workspace. What the user changed in an earlier start is kept, but for the
+# paths of a clone that has moved since.
 write_demonstration_settings() {
     local folder=$1 workspace paths
-    local settings=$folder/velm.conf written_for=$folder/written-for
+    local settings=$folder/velm.conf memory=$folder/state.conf written_for=$folder/written-for
     mkdir -p -- "$folder/bench" || return
     workspace=$(make_workspace "$folder") || return
     paths=$(demonstration_paths "$2" "$workspace")
     if [ ! -s "$settings" ]; then
         printf '[General]\ndevice=W27C512@DIP28\n%s\n' "$paths" >"$settings"
     elif [ "$(cat -- "$written_for" 2>/dev/null)" != "$paths" ]; then
-        replace_paths "$settings" "$paths" || return
+        replace_lines "$settings" "$paths" || return
+    else
+        return 0
     fi
+    replace_lines "$memory" "$(demonstration_memory "$2")" || return
     printf '%s\n' "$paths" >"$written_for"
 }

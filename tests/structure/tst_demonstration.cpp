@@ -131,7 +131,8 @@ void TestDemonstration::firstStart_writesItsOwnFilesOnly() {
     QCOMPARE(write(home.filePath(QStringLiteral(".demo")), QStringLiteral("/clone/minipro-sim")),
              QString());
     QCOMPARE(allFiles(home.path()).join(u' '),
-             QStringLiteral(".demo .demo/bench .demo/velm.conf .demo/workspace .demo/written-for"));
+             QStringLiteral(".demo .demo/bench .demo/state.conf .demo/velm.conf .demo/workspace "
+                            ".demo/written-for"));
     QCOMPARE(readText(home.filePath(QStringLiteral(".demo/velm.conf"))),
              QStringLiteral("[General]\n"
                             "device=W27C512@DIP28\n"
@@ -141,6 +142,8 @@ void TestDemonstration::firstStart_writesItsOwnFilesOnly() {
                             "temp_search_results_file=\"%1/temp_sr.bin\"\n"
                             "temp_logic_chip_test_results_file=\"%1/temp_logtest.bin\"\n")
                  .arg(home.filePath(QStringLiteral(".demo/workspace"))));
+    QCOMPARE(readText(home.filePath(QStringLiteral(".demo/state.conf"))),
+             QStringLiteral("[General]\ntrustedTool=\"/clone/minipro-sim\"\n"));
 }
 
 void TestDemonstration::laterStart_keepsWhatTheUserChanged() {
@@ -178,6 +181,8 @@ void TestDemonstration::movedClone_refreshesThePathsAlone() {
     QCOMPARE(settings.value(QStringLiteral("favourites")).toStringList(),
              QStringList({QStringLiteral("a, b"), QStringLiteral("c")}));
     QCOMPARE(settings.value(QStringLiteral("aside/key")).toString(), QStringLiteral("kept"));
+    QCOMPARE(readText(demo.filePath(QStringLiteral("state.conf"))),
+             QStringLiteral("[General]\ntrustedTool=\"/new/minipro-sim\"\n"));
 }
 
 void TestDemonstration::pathThatTheShellWouldRead_movesTheWorkspaceAway() {
