@@ -27,13 +27,14 @@ class Home:
         self.bench = folder / "bench"
         self.workspace = folder / "data" / "VELM"
         self.settings = folder / "config" / "velm" / "velm.conf"
+        self.memory = folder / "state" / "velm" / "state.conf"
         self.log = folder / "log.txt"
 
     def configure(self, **settings):
-        """Writes the settings file; a user who starts for the first time has none."""
-        lines = [f'{key}="{value}"' for key, value in settings.items()]
-        self.settings.parent.mkdir(parents=True, exist_ok=True)
-        self.settings.write_text("\n".join(["[General]", *lines, ""]), encoding="utf-8")
+        """Writes the settings file; a user who starts for the first time has none. The tool in it
+        is one that was set in the program."""
+        write_ini(self.settings, settings)
+        write_ini(self.memory, {"trustedTool": settings.get("miniproLocation", "")})
 
     def environment(self, **further):
         """What a session gives to the program, and further variables."""
@@ -61,6 +62,13 @@ class Home:
     def image(self):
         """The data to burn, as the file that the tool is given holds it."""
         return (self.workspace / "temp.bin").read_bytes()
+
+
+def write_ini(path, values):
+    """Writes a file of the program's with these keys."""
+    lines = [f'{key}="{value}"' for key, value in values.items()]
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_text("\n".join(["[General]", *lines, ""]), encoding="utf-8")
 
 
 def appears(process):
