@@ -21,6 +21,7 @@
 VelmWindow::VelmWindow(const Surroundings &surroundings)
     : settings_(surroundings.settings),
       memory_(surroundings.memoryPath),
+      toolTrust_(surroundings.settings, memory_),
       messages_(*window_.controls().messageLine),
       gate_(work_, messages_),
       binder_(surroundings.settings),
@@ -28,8 +29,8 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
       files_({surroundings.panels, memory_, surroundings.log, messages_, gate_}),
       searcher_(surroundings.settings, surroundings.log, queue_, surroundings.beep, work_),
       searchPanel_(searcher_, &window_),
-      delegate_({surroundings.settings, surroundings.log, queue_, surroundings.beep, work_,
-                 messages_, gate_, files_}),
+      delegate_({surroundings.settings, toolTrust_, surroundings.log, queue_, surroundings.beep,
+                 work_, messages_, gate_, files_}),
       verdictLine_(runLog_, messages_, [this] { return shownNow(); }),
       runControls_(window_.controls()) {
     wireMainWindow(

@@ -15,6 +15,7 @@
 #include "devices/UAStringManager.h"
 #include "devices/device_searcher.h"
 #include "language/RunLog.h"
+#include "settings/ToolTrust.h"
 #include "settings/WindowMemory.h"
 #include "tool/LatePrinters.h"
 #include "widgets/KeyBinder.h"
@@ -72,6 +73,7 @@ private:
     WorkState work_;
     LatePrinters latePrinters_;
     WindowMemory memory_;
+    ToolTrust toolTrust_;
     MainWindow window_;
     Messages messages_;
     ActionGate gate_;

@@ -50,6 +50,7 @@ public:
     /// What the controller works with; all must live as long.
     struct Surroundings {
         SettingsStore &defaults;
+        ToolTrust &toolTrust; ///< whose command the tool is
         Log &log;
         MainQueue &queue;
         std::function<void()> beep; ///< the system beep

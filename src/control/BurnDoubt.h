@@ -25,7 +25,8 @@ struct BurnSituation {
     bool fileIsImage = true;
     /// Why the image could not be written there; empty if it was.
     QString writeProblem;
-    /// What is going to be run.
+    /// What is going to be run, and the tool's own text in it.
+    QString tool;
     CommandDoubt command;
 };
 

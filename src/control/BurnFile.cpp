@@ -8,15 +8,18 @@
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "settings/ToolTrust.h"
 
 #include <QDir>
 #include <QFileInfo>
 
 BurnFile::BurnFile(const ByteBuffer &image, TemporaryWorkspace &workspace, SettingsStore &defaults,
-                   Messages &messages, SecondPress &secondPress, const ActionGate &gate)
+                   ToolTrust &toolTrust, Messages &messages, SecondPress &secondPress,
+                   const ActionGate &gate)
     : image_(image),
       workspace_(workspace),
       defaults_(defaults),
+      toolTrust_(toolTrust),
       messages_(messages),
       secondPress_(secondPress),
       gate_(gate) {
@@ -65,7 +68,9 @@ BurnSituation BurnFile::situation(Operation operation) const {
     BurnSituation burn;
     burn.operation = operation;
     const ToolSettings settings = ToolSettings::readFrom(defaults_);
-    burn.command = {operationCommand(operation, settings), oddCharacters(operation, settings)};
+    burn.tool = settings.tool;
+    burn.command = {operationCommand(operation, settings), oddCharacters(operation, settings),
+                    !toolTrust_.covers(settings.tool)};
     if (operation != VerifyOperation && operation != WriteOperation)
         return burn;
     const Failure *problem = workspace_.lastWrite().failure();
@@ -92,7 +97,10 @@ bool BurnFile::asks(const BurnSituation &burn, quint64 revision) {
     question.sentence = doubt->sentence;
     if (doubt->canWriteAgain && image_)
         question.action = {tr("Write the image file again"), [this] { writeAgain(); }};
-    return !secondPress_.confirms(question);
+    if (!secondPress_.confirms(question))
+        return true;
+    toolTrust_.trust(burn.tool);
+    return false;
 }
 
 void BurnFile::writeAgain() {

@@ -12,6 +12,7 @@
 
 class ActionGate;
 class SettingsStore;
+class ToolTrust;
 
 /// The file through which the tool gets the data to burn: writes it, says when it could not, and
 /// asks the user before a run gets from it what the window does not show.
@@ -21,7 +22,8 @@ class BurnFile final : public QObject {
 public:
     /// Works on the image that \a image refers to at each moment. All must live as long.
     BurnFile(const ByteBuffer &image, TemporaryWorkspace &workspace, SettingsStore &defaults,
-             Messages &messages, SecondPress &secondPress, const ActionGate &gate);
+             ToolTrust &toolTrust, Messages &messages, SecondPress &secondPress,
+             const ActionGate &gate);
 
     /// Writes the image to the file that the settings name; says so if that failed.
     void write();
@@ -32,7 +34,8 @@ public:
     /// What \a operation would be about.
     BurnSituation situation(Operation operation) const;
     /// True if the user is asked before the run that \a burn is about; false if there is nothing
-    /// to ask, or the same was asked just before. \a revision tells one image from another.
+    /// to ask, or the same was asked just before: the tool is trusted then. \a revision tells one
+    /// image from another.
     bool asks(const BurnSituation &burn, quint64 revision);
 
 private:
@@ -43,6 +46,7 @@ private:
     const ByteBuffer &image_;
     TemporaryWorkspace &workspace_;
     SettingsStore &defaults_;
+    ToolTrust &toolTrust_;
     Messages &messages_;
     SecondPress &secondPress_;
     const ActionGate &gate_;

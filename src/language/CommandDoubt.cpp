@@ -12,6 +12,14 @@ class Wording {
     Q_DECLARE_TR_FUNCTIONS(CommandDoubt)
 
 public:
+    static QString foreign() {
+        return tr("As far as VELM remembers, the programmer tool was not set here.");
+    }
+
+    static QString plain(const CommandDoubt &doubt) {
+        return tr("The command is: %1.").arg(doubt.command);
+    }
+
     static QString odd(const CommandDoubt &doubt) {
         return tr("The shell takes %1 in this command for more than a name: %2.")
             .arg(shown(doubt.oddCharacters), doubt.command);
@@ -31,5 +39,7 @@ private:
 } // namespace
 
 QString sentenceOf(const CommandDoubt &doubt) {
-    return Wording::odd(doubt);
+    const QString command =
+        doubt.oddCharacters.isEmpty() ? Wording::plain(doubt) : Wording::odd(doubt);
+    return doubt.toolIsForeign ? Wording::foreign() + QLatin1Char(' ') + command : command;
 }

@@ -11,8 +11,11 @@ struct CommandDoubt {
     /// What the shell takes in it for more than a name, each once.
     QString oddCharacters;
 
+    /// The tool in it is not known to come from the user.
+    bool toolIsForeign = false;
+
     /// False for a command that may be run at once.
-    bool asks() const { return !oddCharacters.isEmpty(); }
+    bool asks() const { return toolIsForeign || !oddCharacters.isEmpty(); }
 };
 
 /// Shows the command of \a doubt and says what there is to ask about it, translated.

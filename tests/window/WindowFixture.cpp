@@ -66,12 +66,18 @@ QByteArray WindowFixture::bytesOf(const QString &path) {
 
 void WindowFixture::useTool(const QByteArray &script) {
     const QString tool = write(QStringLiteral("tool.sh"), script);
-    settings().setValue(settingsKeys::miniproLocation, QStringLiteral("/bin/sh '%1'").arg(tool));
+    setTool(QStringLiteral("/bin/sh '%1'").arg(tool));
 }
 
 void WindowFixture::useSimulator() {
-    settings().setValue(settingsKeys::miniproLocation,
-                        QStringLiteral("'%1'").arg(QStringLiteral(MINIPRO_SIM)));
+    setTool(QStringLiteral("'%1'").arg(QStringLiteral(MINIPRO_SIM)));
+}
+
+void WindowFixture::setTool(const QString &command) {
+    settings().setValue(settingsKeys::miniproLocation, command);
+    // A program that runs remembers by itself.
+    if (!hasStarted())
+        WindowMemory(path(QStringLiteral("state.conf"))).setTrustedTool(command);
 }
 
 QString WindowFixture::chipPath(const QString &device) const {

@@ -58,6 +58,8 @@ public:
     QString write(const QString &name, const QByteArray &bytes) const;
     /// The bytes of a file; null if there is none.
     static QByteArray bytesOf(const QString &path);
+    /// Makes \a command the programmer tool, as a user does who types it.
+    void setTool(const QString &command);
     /// Makes \a script, run by /bin/sh with the tool's arguments, the programmer tool.
     void useTool(const QByteArray &script);
     /// Makes the simulated programmer the programmer tool.
