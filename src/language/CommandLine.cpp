@@ -49,6 +49,24 @@ QStringList fileSwitches(const ToolSettings &settings) {
     return words;
 }
 
+/// What the shell takes for more than itself in \a tool, and between double quotes in \a
+/// quotedText.
+QString oddIn(const QString &tool, const QString &quotedText) {
+    static constexpr QStringView withinQuotes(u"$`\"\\");
+    static constexpr QStringView outsideQuotes(u"$`\"\\;&|<>()");
+    QString found;
+    const auto look = [&found](const QString &text, QStringView odd) {
+        for (const QChar character : text) {
+            const bool isControl = character.category() == QChar::Other_Control;
+            if ((isControl || odd.contains(character)) && !found.contains(character))
+                found.append(character);
+        }
+    };
+    look(tool, outsideQuotes);
+    look(quotedText, withinQuotes);
+    return found;
+}
+
 } // namespace
 
 ToolSettings ToolSettings::readFrom(const SettingsStore &settings) {
@@ -76,23 +94,14 @@ QString operationCommand(Operation operation, const ToolSettings &settings) {
 }
 
 QString oddCharacters(Operation operation, const ToolSettings &settings) {
-    static constexpr QStringView withinQuotes(u"$`\"\\");
-    static constexpr QStringView outsideQuotes(u"$`\"\\;&|<>()");
-    QString found;
-    const auto look = [&found](const QString &text, QStringView odd) {
-        for (const QChar character : text) {
-            const bool isControl = character.category() == QChar::Other_Control;
-            if ((isControl || odd.contains(character)) && !found.contains(character))
-                found.append(character);
-        }
-    };
-    look(settings.tool, outsideQuotes);
-    look(settings.device, withinQuotes);
-    if (operation == ReadOperation)
-        look(settings.readPath, withinQuotes);
-    else if (operation != LogicOperation)
-        look(settings.outputPath, withinQuotes);
-    return found;
+    const QString fileName = operation == LogicOperation  ? QString()
+                             : operation == ReadOperation ? settings.readPath
+                                                          : settings.outputPath;
+    return oddIn(settings.tool, settings.device + fileName);
+}
+
+QString oddCharactersInCatalogue(const QString &tool, const QString &path) {
+    return oddIn(tool, path);
 }
 
 QString catalogueCommand(const QString &tool, const QString &term, const QString &path) {

@@ -43,6 +43,9 @@ QString operationCommand(Operation operation, const ToolSettings &settings);
 /// characters anywhere. Empty for a command of plain names.
 QString oddCharacters(Operation operation, const ToolSettings &settings);
 
+/// The same for the command that leaves a list of devices in the file \a path.
+QString oddCharactersInCatalogue(const QString &tool, const QString &path);
+
 /// The command string that leaves the names of the devices matching \a term in the file \a path.
 QString catalogueCommand(const QString &tool, const QString &term, const QString &path);
 

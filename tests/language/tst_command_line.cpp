@@ -19,6 +19,7 @@ private slots:
     void operationCommand_quotesDeviceAndPathAlone();
     void oddCharacters_areThoseThatTheShellTakes_data();
     void oddCharacters_areThoseThatTheShellTakes();
+    void oddCharacters_inACatalogueAreThoseOfToolAndPath();
     void catalogueCommand_redirectsIntoTheQuotedPath();
     void shellWord_quotesWhatTheShellWouldTreatSpecially_data();
     void shellWord_quotesWhatTheShellWouldTreatSpecially();
@@ -141,6 +142,15 @@ void TestCommandLine::oddCharacters_areThoseThatTheShellTakes() {
     QFETCH(const Operation, operation);
     QFETCH(const ToolSettings, settings);
     QTEST(oddCharacters(operation, settings), "odd");
+}
+
+void TestCommandLine::oddCharacters_inACatalogueAreThoseOfToolAndPath() {
+    const QString tool = QStringLiteral("sudo -n ~/bin/minipro");
+    const QString path = QStringLiteral("/home/a b; 'c' & <d> | *");
+    QCOMPARE(oddCharactersInCatalogue(tool, path), QString());
+    QCOMPARE(oddCharactersInCatalogue(tool + u';', path), QStringLiteral(";"));
+    QCOMPARE(oddCharactersInCatalogue(tool, path + QStringLiteral("$(e)\n")),
+             QStringLiteral("$\n"));
 }
 
 void TestCommandLine::catalogueCommand_redirectsIntoTheQuotedPath() {
