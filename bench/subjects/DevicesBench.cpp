@@ -16,6 +16,8 @@
 #include "devices/DeviceListView.h"
 #include "devices/DeviceSearchPanel.h"
 #include "devices/device_searcher.h"
+#include "settings/ToolTrust.h"
+#include "settings/WindowMemory.h"
 
 #include <QLineEdit>
 
@@ -44,7 +46,7 @@ class Search {
 public:
     Search()
         : searcher_(
-              folder_.settings(), log_, queue_, [] {}, work_),
+              folder_.settings(), toolTrust_, log_, queue_, [] {}, work_),
           panel_(searcher_) {
         qputenv("SHELL", "/bin/sh");
         const QString file = folder_.path(QStringLiteral("names"));
@@ -73,6 +75,8 @@ public:
 
 private:
     ToolRunFolder folder_;
+    WindowMemory memory_{folder_.path(QStringLiteral("state.conf"))};
+    ToolTrust toolTrust_{folder_.settings(), memory_};
     SilentLog log_;
     MainQueue queue_;
     WorkState work_;

@@ -48,8 +48,10 @@ void DeviceSearchPanel::done(int code) {
 void DeviceSearchPanel::showEvent(QShowEvent *event) {
     controls_->devicesearchterm->selectAll();
     controls_->devicesearchterm->setFocus(Qt::OtherFocusReason);
-    if (!event->spontaneous())
+    if (!event->spontaneous()) {
         controls_->remarkLabel->setText(whatToDo_);
+        searcher_.forgetQuestion();
+    }
     QDialog::showEvent(event);
 }
 

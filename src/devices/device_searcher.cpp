@@ -10,9 +10,13 @@
 #include "devices/DeviceListModel.h"
 #include "devices/DeviceListView.h"
 #include "files/FileLoading.h"
+#include "language/CommandDoubt.h"
+#include "language/CommandLine.h"
 #include "language/SearchOutcome.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "settings/ToolTrust.h"
 #include "tool/ScriptedMiniPro.h"
 
 #include <QItemSelectionModel>
@@ -28,10 +32,12 @@ constexpr std::chrono::seconds silencePatience(2);
 
 } // namespace
 
-device_searcher::device_searcher(SettingsStore &settings, Log &log, MainQueue &queue,
-                                 std::function<void()> beep, WorkState &work, QObject *parent)
+device_searcher::device_searcher(SettingsStore &settings, ToolTrust &toolTrust, Log &log,
+                                 MainQueue &queue, std::function<void()> beep, WorkState &work,
+                                 QObject *parent)
     : QObject(parent),
       defaults(settings),
+      toolTrust_(toolTrust),
       log_(log),
       queue_(queue),
       beep_(std::move(beep)),
@@ -54,7 +60,7 @@ void device_searcher::connectPanel() {
 void device_searcher::list(QObject *) {
     if (!work_.isIdle()) {
         if (!isSearching())
-            emit remark(tr("%1: wait for its end.").arg(whatIsRunning(work_.now())));
+            say(tr("%1: wait for its end.").arg(whatIsRunning(work_.now())));
         return;
     }
     auto *run = new ScriptedMiniPro(defaults, log_, queue_, this);
@@ -63,13 +69,38 @@ void device_searcher::list(QObject *) {
     const QString term = devicesearchterm->text();
     if (term.isEmpty()) {
         beep_();
-        emit remark(tr("Enter a part of the device's name."));
+        say(tr("Enter a part of the device's name."));
         devicesearchterm->setFocus(Qt::OtherFocusReason);
         return;
     }
+    if (asksFirst(term))
+        return;
     runSearch(*run, term);
     remarkOnResults(*run, takeResults());
     run->releaseOutput();
+}
+
+// Whatever is said takes the place of a question.
+void device_searcher::say(const QString &sentence) {
+    press_.forget();
+    emit remark(sentence);
+}
+
+bool device_searcher::asksFirst(const QString &term) {
+    const QString tool = defaults.stringValue(settingsKeys::miniproLocation);
+    const QString path = absolutePathOf(defaults, settingsKeys::temp_search_results_file);
+    const CommandDoubt doubt{catalogueCommand(tool, term, path),
+                             oddCharactersInCatalogue(tool, path), !toolTrust_.covers(tool)};
+    const QString anyTerm = catalogueCommand(tool, QString(), path);
+    if (!doubt.asks() || letRun_ == anyTerm)
+        return false;
+    if (!press_.confirms(doubt.command)) {
+        emit remark(tr("%1 Press Search again to run it.").arg(sentenceOf(doubt)));
+        return true;
+    }
+    letRun_ = anyTerm;
+    toolTrust_.trust(tool);
+    return false;
 }
 
 void device_searcher::runSearch(ScriptedMiniPro &run, const QString &term) {
@@ -78,7 +109,7 @@ void device_searcher::runSearch(ScriptedMiniPro &run, const QString &term) {
     outputSeen_ = 0;
     silence_.start();
     connect(&run, &ScriptedMiniPro::said, this, &device_searcher::noticeWords);
-    emit remark(tr("Searching\u2026"));
+    say(tr("Searching\u2026"));
     emit searchRunningChanged(true);
     run.list(term);
     silence_.stop();
@@ -103,13 +134,13 @@ void device_searcher::noticeWords() {
     disconnect(current_, &ScriptedMiniPro::said, this, nullptr);
     silence_.stop();
     facts.programmers = pluggedProgrammers();
-    emit remark(remarkOnWaitingSearch(facts));
+    say(remarkOnWaitingSearch(facts));
 }
 
 void device_searcher::noticeSilence() {
     const qsizetype output = current_ ? current_->collectedOutput().size() : 0;
     if (current_ && output == outputSeen_)
-        emit remark(remarkOnSilentSearch());
+        say(remarkOnSilentSearch());
     outputSeen_ = output;
 }
 
@@ -140,7 +171,7 @@ void device_searcher::remarkOnResults(const ScriptedMiniPro &run,
     RunFacts facts = run.facts();
     facts.programmers = pluggedProgrammers();
     outcome_ = judgeSearch({facts, devices});
-    emit remark(outcome_);
+    say(outcome_);
 }
 
 std::optional<QString> device_searcher::selectedItem(QObject *) const {
@@ -155,10 +186,10 @@ void device_searcher::confirmSelection() {
         OKButton->click();
         return;
     }
-    emit remark(tr("Select a device first."));
+    say(tr("Select a device first."));
     connect(
         tableview->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-        [this] { emit remark(outcome_); }, Qt::SingleShotConnection);
+        [this] { say(outcome_); }, Qt::SingleShotConnection);
 }
 
 void device_searcher::doubleClick(QObject *) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/Result.h"
+#include "widgets/RepeatedPress.h"
 
 #include <QList>
 #include <QObject>
@@ -22,6 +23,7 @@ class QLineEdit;
 class QPushButton;
 class ScriptedMiniPro;
 class SettingsStore;
+class ToolTrust;
 class WorkState;
 
 /// The controller of the device search panel: asks the tool for the devices whose names hold a
@@ -30,10 +32,10 @@ class device_searcher final : public QObject {
     Q_OBJECT
 
 public:
-    /// \a beep sounds the system beep; \a work is the program's state of work, which a search
-    /// takes part in.
-    device_searcher(SettingsStore &settings, Log &log, MainQueue &queue, std::function<void()> beep,
-                    WorkState &work, QObject *parent = nullptr);
+    /// \a toolTrust knows whose command the tool is; \a beep sounds the system beep; \a work is the
+    /// program's state of work, which a search takes part in.
+    device_searcher(SettingsStore &settings, ToolTrust &toolTrust, Log &log, MainQueue &queue,
+                    std::function<void()> beep, WorkState &work, QObject *parent = nullptr);
     ~device_searcher() override;
 
     // The panel's controls, set before connectPanel().
@@ -47,8 +49,12 @@ public:
 
     /// The search: runs the tool with the term and shows what it lists. Returns when the tool has
     /// exited. An empty term beeps and leaves the list as it is; while the tool runs already the
-    /// search is refused with a remark.
+    /// search is refused with a remark. A command that is odd, or whose tool was not set here, is
+    /// shown in a remark and run when the same search is asked for again; once let run, such a
+    /// tool is not asked about any more.
     void list(QObject *sender);
+    /// What was asked is no longer to be seen: the next search is a first one.
+    void forgetQuestion() { press_.forget(); }
     /// Ends the search in progress, if any; what was listed until then is shown.
     void stop();
     bool isSearching() const { return !current_.isNull(); }
@@ -75,6 +81,8 @@ signals:
     void remark(const QString &sentence);
 
 private:
+    void say(const QString &sentence);
+    bool asksFirst(const QString &term);
     void runSearch(ScriptedMiniPro &run, const QString &term);
     Result<qsizetype> takeResults();
     void remarkOnResults(const ScriptedMiniPro &run, const Result<qsizetype> &devices);
@@ -87,6 +95,7 @@ private:
     QList<ScriptedMiniPro *> retainArray;
     std::optional<QStringList> dataArray;
 
+    ToolTrust &toolTrust_;
     Log &log_;
     MainQueue &queue_;
     std::function<void()> beep_;
@@ -95,6 +104,9 @@ private:
     QPointer<ScriptedMiniPro> current_;
     QTimer silence_;
     qsizetype outputSeen_ = 0;
+    RepeatedPress press_;
+    /// What was run at a second press, but for the term.
+    std::optional<QString> letRun_;
     /// What the last search came to.
     QString outcome_;
 };

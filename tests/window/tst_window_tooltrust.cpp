@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "settings/SettingsKeys.h"
-#include "window/WindowFixture.h"
+#include "window/SearchSteps.h"
 
 #include <QFile>
 #include <QPushButton>
@@ -20,6 +20,12 @@ private slots:
     void foreignTool_writtenWhileTheProgramRunsIsAskedAbout();
     void typedTool_isNotAskedAbout();
     void defaultTool_isNotAskedAbout();
+    void search_asksAboutAForeignToolFirst();
+    void search_asksAboutAnOddToolOnce();
+    void search_asksAboutAnOddPathFirst();
+    void search_asksAnewForAnotherTerm();
+    void search_asksAnewWhereTheQuestionIsNotSeen_data();
+    void search_asksAnewWhereTheQuestionIsNotSeen();
 };
 
 namespace {
@@ -162,6 +168,93 @@ void TestWindowToolTrust::defaultTool_isNotAskedAbout() {
     press(velm, velm.controls().btn_read);
     QVERIFY2(!velm.message().contains(question), qPrintable(velm.message()));
     QCOMPARE(velm.log.startingWith(QStringLiteral("launching ")).size(), 1);
+}
+
+void TestWindowToolTrust::search_asksAboutAForeignToolFirst() {
+    WindowFixture velm;
+    const QString tool = countingTool(velm);
+    bringTool(velm, tool);
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("27c"));
+    const QString said = panel.remark->text();
+    QVERIFY2(said.startsWith(question), qPrintable(said));
+    QVERIFY2(said.contains(tool + QStringLiteral(" -L 27c")), qPrintable(said));
+    QVERIFY2(said.endsWith(QStringLiteral("Press Search again to run it.")), qPrintable(said));
+    QCOMPARE(runsOf(velm), 0);
+    velm.click(panel.search);
+    QCOMPARE(runsOf(velm), 1);
+    panel.searchFor(QStringLiteral("28c"));
+    QCOMPARE(runsOf(velm), 2);
+    velm.click(panel.cancel);
+    press(velm, velm.controls().btn_read);
+    QCOMPARE(runsOf(velm), 3);
+}
+
+void TestWindowToolTrust::search_asksAboutAnOddToolOnce() {
+    WindowFixture velm;
+    velm.setTool(countingTool(velm) + QStringLiteral("; :"));
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("27c"));
+    const QString said = panel.remark->text();
+    QVERIFY2(said.startsWith(QStringLiteral("The shell takes ; in this command for more than")),
+             qPrintable(said));
+    QCOMPARE(runsOf(velm), 0);
+    panel.searchFor(QStringLiteral("27c"));
+    QCOMPARE(runsOf(velm), 1);
+    panel.searchFor(QStringLiteral("28c"));
+    QCOMPARE(runsOf(velm), 2);
+}
+
+void TestWindowToolTrust::search_asksAboutAnOddPathFirst() {
+    WindowFixture velm;
+    velm.setTool(countingTool(velm));
+    velm.settings().setValue(settingsKeys::temp_search_results_file,
+                             velm.temporary(QStringLiteral("`echo run >> '%1'`").arg(runs(velm))));
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("27c"));
+    QVERIFY2(panel.remark->text().startsWith(QStringLiteral("The shell takes ` in this command")),
+             qPrintable(panel.remark->text()));
+    QCOMPARE(runsOf(velm), 0);
+}
+
+void TestWindowToolTrust::search_asksAnewForAnotherTerm() {
+    WindowFixture velm;
+    bringTool(velm, countingTool(velm));
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("27c"));
+    panel.searchFor(QStringLiteral("28c"));
+    QVERIFY2(panel.remark->text().contains(QStringLiteral("28c")),
+             qPrintable(panel.remark->text()));
+    QCOMPARE(runsOf(velm), 0);
+}
+
+void TestWindowToolTrust::search_asksAnewWhereTheQuestionIsNotSeen_data() {
+    QTest::addColumn<bool>("reopens");
+    QTest::newRow("the panel was closed") << true;
+    QTest::newRow("something else was said") << false;
+}
+
+void TestWindowToolTrust::search_asksAnewWhereTheQuestionIsNotSeen() {
+    QFETCH(const bool, reopens);
+    WindowFixture velm;
+    bringTool(velm, countingTool(velm));
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("27c"));
+    if (reopens) {
+        velm.click(panel.cancel);
+        velm.click(velm.controls().btn_search);
+    } else {
+        panel.searchFor(QString());
+    }
+    QVERIFY(!panel.remark->text().contains(question));
+    panel.searchFor(QStringLiteral("27c"));
+    QVERIFY(panel.remark->text().contains(question));
+    QCOMPARE(runsOf(velm), 0);
 }
 
 QTEST_MAIN(TestWindowToolTrust)
