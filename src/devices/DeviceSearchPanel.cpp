@@ -20,6 +20,7 @@ DeviceSearchPanel::DeviceSearchPanel(device_searcher &searcher, QWidget *parent)
     searcher.devicesearchterm = c.devicesearchterm;
     searcher.OKButton = c.OKButton;
     searcher.connectPanel();
+    c.devicesearchterm->installEventFilter(this);
     connect(c.devicesearchterm, &QLineEdit::returnPressed, &searcher,
             [this] { searcher_.list(controls_->devicesearchterm); });
     connect(c.searchButton, &QPushButton::clicked, &searcher,
@@ -53,6 +54,14 @@ void DeviceSearchPanel::showEvent(QShowEvent *event) {
         searcher_.forgetQuestion();
     }
     QDialog::showEvent(event);
+}
+
+// Enter that is held down is one press.
+bool DeviceSearchPanel::eventFilter(QObject *field, QEvent *event) {
+    if (event->type() != QEvent::KeyPress)
+        return QDialog::eventFilter(field, event);
+    const auto *key = static_cast<QKeyEvent *>(event);
+    return key->isAutoRepeat() && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter);
 }
 
 // What the field makes nothing of comes here.

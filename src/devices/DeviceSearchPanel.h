@@ -35,6 +35,7 @@ public slots:
     void done(int code) override;
 
 protected:
+    bool eventFilter(QObject *field, QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void showEvent(QShowEvent *event) override;
 

@@ -26,6 +26,7 @@ private slots:
     void search_asksAnewForAnotherTerm();
     void search_asksAnewWhereTheQuestionIsNotSeen_data();
     void search_asksAnewWhereTheQuestionIsNotSeen();
+    void search_takesAHeldKeyForOnePress();
 };
 
 namespace {
@@ -253,6 +254,19 @@ void TestWindowToolTrust::search_asksAnewWhereTheQuestionIsNotSeen() {
     }
     QVERIFY(!panel.remark->text().contains(question));
     panel.searchFor(QStringLiteral("27c"));
+    QVERIFY(panel.remark->text().contains(question));
+    QCOMPARE(runsOf(velm), 0);
+}
+
+void TestWindowToolTrust::search_takesAHeldKeyForOnePress() {
+    WindowFixture velm;
+    bringTool(velm, countingTool(velm));
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("27c"));
+    QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"),
+                       true);
+    QApplication::sendEvent(panel.term, &repeated);
     QVERIFY(panel.remark->text().contains(question));
     QCOMPARE(runsOf(velm), 0);
 }
