@@ -41,3 +41,9 @@ bool othersMayWriteInto(const QString &path) {
     return folder && S_ISDIR(folder->st_mode) &&
            (!isOurs(*folder) || (folder->st_mode & (S_IWGRP | S_IWOTH)) != 0);
 }
+
+bool isOwnFolder(const QString &path) {
+    const std::optional<struct stat> folder = factsOf(path, false);
+    return folder && S_ISDIR(folder->st_mode) && folder->st_uid == ::geteuid() &&
+           (folder->st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}

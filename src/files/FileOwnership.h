@@ -11,3 +11,7 @@ bool isNoForeignLink(const QString &path);
 
 /// True if somebody else than the user and root may put files into the folder at \a path.
 bool othersMayWriteInto(const QString &path);
+
+/// True if there is a folder at \a path, and no link to one, that belongs to the user and into
+/// which nobody else but root may put files.
+bool isOwnFolder(const QString &path);

@@ -24,6 +24,7 @@ private slots:
     void linkInAFolderOfSomebodyElse_isForeign();
     void folder_thatOthersMayWriteInto_data();
     void folder_thatOthersMayWriteInto();
+    void ownFolder_isNoLinkAndNobodyElses();
 
 private:
     static constexpr uid_t somebodyElse = 12345;
@@ -74,6 +75,25 @@ void TestFileOwnership::folder_thatOthersMayWriteInto() {
     QCOMPARE(::chmod(encoded(folder_->path()).constData(), mode), 0);
     QTEST(othersMayWriteInto(folder_->path()), "others");
     QVERIFY(!othersMayWriteInto(path("nothing")));
+}
+
+void TestFileOwnership::ownFolder_isNoLinkAndNobodyElses() {
+    const QString folder = folder_->path();
+    QVERIFY(QFile::link(folder, path("link to the folder")));
+    QVERIFY(isOwnFolder(folder));
+    QVERIFY(!isOwnFolder(path("link to the folder")));
+    QVERIFY(!isOwnFolder(path("file")));
+    QVERIFY(!isOwnFolder(path("nothing")));
+    QVERIFY(!isOwnFolder(QString()));
+    for (const mode_t mode : {0720, 0702}) {
+        QCOMPARE(::chmod(encoded(folder).constData(), mode), 0);
+        QVERIFY(!isOwnFolder(folder));
+    }
+    QCOMPARE(::chmod(encoded(folder).constData(), 0700), 0);
+    if (::geteuid() != 0)
+        QSKIP("only root can give a folder away");
+    QCOMPARE(::chown(encoded(folder).constData(), somebodyElse, gid_t(-1)), 0);
+    QVERIFY(!isOwnFolder(folder));
 }
 
 QTEST_APPLESS_MAIN(TestFileOwnership)
