@@ -3,6 +3,10 @@
 
 #include "app/WorkspaceLock.h"
 
+#include "files/FileOwnership.h"
+#include "files/PrivateFolder.h"
+
+#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
@@ -46,11 +50,26 @@ Locking lockAtOnce(const FileDescriptor &file) {
 
 } // namespace
 
+QString folderForLocks(const QString &runtimeFolder, const QString &ownFolder) {
+    if (isOwnFolder(runtimeFolder))
+        return runtimeFolder;
+    makePrivateFolder(ownFolder);
+    return ownFolder;
+}
+
 WorkspaceLock::WorkspaceLock(const QString &temporaryFolder, const QString &runtimeFolder)
     : temporaryFolder_(temporaryFolder),
+      runtimeFolder_(runtimeFolder),
       base_(runtimeFolder + QLatin1String("/velm-") + lockKey(temporaryFolder)) {}
 
 WorkspaceLock::Outcome WorkspaceLock::take() {
+    // Somebody else's lock would be theirs to take away.
+    if (!isOwnFolder(runtimeFolder_)) {
+        problem_ =
+            QCoreApplication::translate("WorkspaceLock", "%1 is no folder of this user alone")
+                .arg(runtimeFolder_);
+        return Outcome::Unavailable;
+    }
     const QByteArray path = QFile::encodeName(base_ + QLatin1String(".lock"));
     FileDescriptor file(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
     if (!file.isOpen())

@@ -7,6 +7,10 @@
 
 #include <QString>
 
+/// The folder for the lock and the socket: \a runtimeFolder if it is the user's own, else
+/// \a ownFolder, which is made if it is missing.
+QString folderForLocks(const QString &runtimeFolder, const QString &ownFolder);
+
 /// The right to use one temporary folder: two programs that exchange images with the tool through
 /// the same four files would burn each other's data. The lock is the kernel's own on a file in the
 /// runtime folder, so it goes with its process however that ends; it never stands in the temporary
@@ -18,7 +22,7 @@ public:
         Taken,         ///< This process holds the lock until the object goes away.
         HeldByAnother, ///< Another process holds it.
         HeldElsewhere, ///< A process with another runtime folder holds it and cannot be asked.
-        Unavailable,   ///< The lock file cannot be made; problem() says why.
+        Unavailable,   ///< There can be no lock file; problem() says why.
     };
 
     /// A lock for \a temporaryFolder (absolute; need not exist) whose file stands in
@@ -36,6 +40,7 @@ private:
     Outcome unavailable();
 
     QString temporaryFolder_;
+    QString runtimeFolder_;
     QString base_;
     QString problem_;
     FileDescriptor file_;

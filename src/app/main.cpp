@@ -93,7 +93,9 @@ std::variant<Start, int> prepare(int argc, char *argv[]) {
     start.settings->registerDefaults(settingsKeys::startupDefaults());
     start.lock = std::make_unique<WorkspaceLock>(
         temporaryFolder(*start.settings),
-        QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
+        folderForLocks(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation),
+                       xdgFolder("XDG_STATE_HOME", QStringLiteral("/.local/state")) +
+                           QStringLiteral("/velm")));
     return enter(std::move(start));
 }
 

@@ -43,6 +43,8 @@ struct HowToStart {
     std::function<void()> beforehand = {};
     bool withDisplay = true;
     QStringList words = {};
+    /// Further variables of its environment.
+    QMap<QString, QString> variables = {};
 };
 
 /// A started program in a folder of its own. None of the signals is ignored that a shell ignores
@@ -56,7 +58,10 @@ public:
             if (beforehand)
                 beforehand();
         });
-        process.setProcessEnvironment(environmentIn(folder, how.withDisplay));
+        QProcessEnvironment environment = environmentIn(folder, how.withDisplay);
+        for (auto variable = how.variables.begin(); variable != how.variables.end(); ++variable)
+            environment.insert(variable.key(), variable.value());
+        process.setProcessEnvironment(environment);
         process.setReadChannel(QProcess::StandardError);
         process.setWorkingDirectory(folder.path());
         process.start(QStringLiteral(VELM),
@@ -135,6 +140,8 @@ private slots:
     void aSecondStart_needsNoDisplay();
     void ofManyStartsAtOnce_oneOpensAWindow();
     void aSecondStart_saysWhenTheFirstDoesNotAnswer();
+    void aRuntimeFolderThatIsNotItsOwn_holdsNoLock_data();
+    void aRuntimeFolderThatIsNotItsOwn_holdsNoLock();
     void afterACrash_theWorkspaceIsFree();
     void defaults_landInTheDataHome();
     void aFileThatIsNamed_isOpened();
@@ -224,6 +231,46 @@ void TestProcess::aSecondStart_saysWhenTheFirstDoesNotAnswer() {
     QVERIFY2(second.standardError.contains("velm: VELM is already running"),
              second.standardError.constData());
     first.send(SIGCONT);
+}
+
+void TestProcess::aRuntimeFolderThatIsNotItsOwn_holdsNoLock_data() {
+    QTest::addColumn<QString>("name");
+    QTest::newRow("a file") << "file";
+    QTest::newRow("nothing that could be made") << "file/folder";
+    QTest::newRow("open to others") << "open";
+    QTest::newRow("somebody else's") << "foreign";
+}
+
+void TestProcess::aRuntimeFolderThatIsNotItsOwn_holdsNoLock() {
+    QFETCH(const QString, name);
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
+    writeFile(folder.filePath(QStringLiteral("file")), {});
+    QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("open")));
+    QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("foreign")));
+    const auto encoded = [&](const char *entry) {
+        return QFile::encodeName(folder.filePath(QLatin1String(entry)));
+    };
+    QCOMPARE(::chmod(encoded("open").constData(), 0777), 0);
+    if (name == QLatin1String("foreign") &&
+        ::chown(encoded("foreign").constData(), 12345, gid_t(-1)) != 0)
+        QSKIP("only root can give a folder away");
+    // The toolkit's own fallback stands below this one, which is none either.
+    const HowToStart how{
+        .variables = {{QStringLiteral("XDG_RUNTIME_DIR"), folder.filePath(name)},
+                      {QStringLiteral("TMPDIR"), folder.filePath(QStringLiteral("file"))},
+                      {QStringLiteral("XDG_STATE_HOME"), folder.filePath(QStringLiteral("st"))}}};
+    const QStringList locks = {QStringLiteral("velm-*")};
+    const QStringList inRoot = QDir::root().entryList(locks, QDir::Files | QDir::System);
+
+    Program first(folder, how);
+    QVERIFY2(first.isUp(), first.standardError.constData());
+    Program second(folder, how);
+    QCOMPARE(second.exitCode(), 0);
+    QCOMPARE(QDir::root().entryList(locks, QDir::Files | QDir::System), inRoot);
+    for (const char *entry : {"open", "foreign"})
+        QVERIFY(QDir(folder.filePath(QLatin1String(entry))).isEmpty());
+    QCOMPARE(QDir(folder.filePath(QStringLiteral("st/velm"))).entryList(locks, QDir::Files).size(),
+             1);
 }
 
 void TestProcess::afterACrash_theWorkspaceIsFree() {

@@ -17,6 +17,7 @@
 #include <atomic>
 #include <csignal>
 #include <memory>
+#include <sys/stat.h>
 #include <thread>
 
 using Outcome = WorkspaceLock::Outcome;
@@ -31,6 +32,7 @@ private slots:
     void theKey_isTheSameBeforeAndAfterTheFolderExists();
     void theTemporaryFolder_isNotTouched();
     void aRuntimeFolderThatIsMissing_isSaid();
+    void aRuntimeFolderOpenToOthers_isLeftAlone();
     void raise_isAnsweredByTheHolder();
     void raise_handsAFileOver_data();
     void raise_handsAFileOver();
@@ -107,6 +109,21 @@ void TestWorkspaceLock::aRuntimeFolderThatIsMissing_isSaid() {
     WorkspaceLock lock(QStringLiteral("/a/b"), QStringLiteral("/nowhere/at/all"));
     QCOMPARE(lock.take(), Outcome::Unavailable);
     QVERIFY(!lock.problem().isEmpty());
+}
+
+void TestWorkspaceLock::aRuntimeFolderOpenToOthers_isLeftAlone() {
+    const QTemporaryDir open;
+    QCOMPARE(::chmod(QFile::encodeName(open.path()).constData(), 0777), 0);
+    WorkspaceLock lock(QStringLiteral("/a/b"), open.path());
+    QCOMPARE(lock.take(), Outcome::Unavailable);
+    QVERIFY2(lock.problem().contains(open.path()), qPrintable(lock.problem()));
+    QVERIFY(QDir(open.path()).isEmpty());
+
+    const QString own = runtime_.filePath(QStringLiteral("made/for/locks"));
+    QCOMPARE(folderForLocks(runtime_.path(), own), runtime_.path());
+    QVERIFY(!QFile::exists(own));
+    QCOMPARE(folderForLocks(open.path(), own), own);
+    QCOMPARE(WorkspaceLock(QStringLiteral("/a/b"), own).take(), Outcome::Taken);
 }
 
 void TestWorkspaceLock::raise_isAnsweredByTheHolder() {
