@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "subjects/WindowRuns.h"
+
+#include "instruments/Painted.h"
+#include "subjects/Samples.h"
+
+#include "grid/GridColumns.h"
+#include "grid/GridView.h"
+#include "widgets/TabView.h"
+
+#include "ui_MainWindow.h"
+
+#include <QCoreApplication>
+
+#include <stdexcept>
+
+namespace {
+
+constexpr QSize windowSize(1024, 700);
+
+} // namespace
+
+WindowRuns::WindowRuns() {
+    qputenv("SHELL", "/bin/sh");
+    velm_.start();
+    velm_.window().resize(windowSize);
+    showPainted(velm_.window());
+}
+
+QString WindowRuns::makeFile(const QString &name, qint64 size) const {
+    const QString file = folder_.path(name);
+    writeFile(file, randomBytes(size));
+    return file;
+}
+
+void WindowRuns::readFrom(const QString &file) {
+    folder_.useTool("cp '" + file.toUtf8() + "' '" +
+                    folder_.path(QStringLiteral("workspace/temp_read.bin")).toUtf8() + "'\n");
+}
+
+double WindowRuns::read(qint64 size) {
+    return untilPage(size, [this] { controls().btn_read->click(); });
+}
+
+double WindowRuns::open(const QString &file, qint64 size) {
+    return untilPage(size, [this, file] {
+        log_.sinceEnd.restart();
+        velm_.delegate().openBinary(file);
+    });
+}
+
+void WindowRuns::useReadData(bool use) {
+    controls().btn_combine_read_data->setChecked(use);
+    QCoreApplication::processEvents();
+}
+
+void WindowRuns::selectTab(const QString &identifier) {
+    controls().tabview->selectTabViewItem(identifier);
+    QCoreApplication::processEvents();
+}
+
+// Does \a work, and waits for the grid to paint the \a size bytes that come of it.
+double WindowRuns::untilPage(qint64 size, const std::function<void()> &work) {
+    const GridModel *model = controls().tableview->gridModel();
+    PaintWatch watch(*controls().tableview->viewport());
+    bool reset = false;
+    const auto connection = QObject::connect(model, &GridModel::modelReset, model, [&] {
+        reset = true;
+        watch.arm();
+    });
+    work();
+    while (!reset)
+        QCoreApplication::processEvents();
+    watch.wait();
+    const double taken = log_.sinceEnd.milliseconds();
+    QObject::disconnect(connection);
+    if (model->rowCount() != size / bytesInRow + 1)
+        throw std::runtime_error("the grid does not show what was read");
+    return taken;
+}

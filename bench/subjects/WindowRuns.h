@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "instruments/Stopwatch.h"
+#include "subjects/ToolRunFolder.h"
+
+#include "app/VelmWindow.h"
+#include "base/Log.h"
+#include "control/FilePanels.h"
+
+#include <functional>
+
+/// Tells when the tool has ended, which the program logs.
+class EndLog final : public Log {
+public:
+    void write(const QString &text) override {
+        if (text == QLatin1String("Task terminated"))
+            sinceEnd.restart();
+    }
+    Stopwatch sinceEnd;
+};
+
+class NoPanels final : public FilePanels {
+public:
+    void begin(QWidget *, const FilePanelRequest &,
+               std::function<void(const QString &path)>) override {}
+};
+
+/// The whole window, with a tool that "reads" a file.
+class WindowRuns {
+public:
+    WindowRuns();
+
+    /// Gives the chip a content of \a size bytes.
+    QString makeFile(const QString &name, qint64 size) const;
+    /// Makes the tool read \a file.
+    void readFrom(const QString &file);
+
+    /// From the end of the tool until the first page of what it read is painted.
+    double read(qint64 size);
+    /// From the choice of a file until the first page of the image to burn is painted.
+    double open(const QString &file, qint64 size);
+
+    /// Whether the image to burn is composed from what was read.
+    void useReadData(bool use);
+    void selectTab(const QString &identifier);
+
+private:
+    Ui::MainWindow &controls() { return velm_.window().controls(); }
+    double untilPage(qint64 size, const std::function<void()> &work);
+
+    ToolRunFolder folder_;
+    EndLog log_;
+    NoPanels panels_;
+    VelmWindow velm_{
+        {folder_.settings(), log_, panels_, [] {}, folder_.path(QStringLiteral("state.conf"))}};
+};
