@@ -28,6 +28,7 @@ constexpr Group groups[] = {
     {"compose", benchCompose}, {"save", benchSave},       {"text", benchText},
     {"grid", benchGrid},       {"console", benchConsole}, {"child", benchChild},
     {"devices", benchDevices}, {"window", benchWindow},   {"desktop", benchDesktop},
+    {"edit", benchEdit},
 };
 
 QString processorName() {

@@ -25,3 +25,5 @@ void benchDevices(Table &table);
 void benchWindow(Table &table);
 /// The program and others on an X display: start-up, memory, opening a file, page key.
 void benchDesktop(Table &table);
+/// Editing images of all sizes in the whole window.
+void benchEdit(Table &table);

@@ -12,6 +12,7 @@
 
 #include "ui_MainWindow.h"
 
+#include <QAction>
 #include <QCoreApplication>
 
 #include <stdexcept>
@@ -59,6 +60,17 @@ void WindowRuns::useReadData(bool use) {
 void WindowRuns::selectTab(const QString &identifier) {
     controls().tabview->selectTabViewItem(identifier);
     QCoreApplication::processEvents();
+}
+
+void WindowRuns::trigger(const QKeySequence &keys) {
+    for (QAction *action : velm_.window().findChildren<QAction *>())
+        if (action->shortcuts().contains(keys))
+            return action->trigger();
+    throw std::runtime_error("no menu entry has these keys");
+}
+
+GridView &WindowRuns::grid() {
+    return *controls().tableview;
 }
 
 // Does \a work, and waits for the grid to paint the \a size bytes that come of it.

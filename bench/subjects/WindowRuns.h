@@ -10,7 +10,11 @@
 #include "base/Log.h"
 #include "control/FilePanels.h"
 
+#include <QKeySequence>
+
 #include <functional>
+
+class GridView;
 
 /// Tells when the tool has ended, which the program logs.
 class EndLog final : public Log {
@@ -46,6 +50,11 @@ public:
     /// Whether the image to burn is composed from what was read.
     void useReadData(bool use);
     void selectTab(const QString &identifier);
+    /// Does what the menu entry with the shortcut \a keys does. Throws if there is none.
+    void trigger(const QKeySequence &keys);
+
+    VelmWindow &velm() { return velm_; }
+    GridView &grid();
 
 private:
     Ui::MainWindow &controls() { return velm_.window().controls(); }
