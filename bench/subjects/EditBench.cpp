@@ -9,6 +9,7 @@
 #include "subjects/Samples.h"
 #include "subjects/WindowRuns.h"
 
+#include "files/HugePages.h"
 #include "grid/CellEditor.h"
 #include "grid/GridColumns.h"
 #include "grid/GridView.h"
@@ -17,6 +18,7 @@
 #include <QKeyEvent>
 #include <QUndoStack>
 
+#include <cstring>
 #include <iterator>
 #include <memory>
 #include <stdexcept>
@@ -28,7 +30,9 @@ namespace {
 constexpr qint64 smallSize = 64 * 1024;
 constexpr qint64 largeSizes[] = {16 * mebibyte, 256 * mebibyte, 1024 * mebibyte};
 constexpr int rounds = 31;
+constexpr int firstRounds = 3;
 constexpr double mostTimesTheSmall = 2;
+constexpr double mostTimesTheCopy = 1.5;
 
 void press(QWidget &widget, int key, const QString &text = {}) {
     QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
@@ -38,10 +42,16 @@ void press(QWidget &widget, int key, const QString &text = {}) {
 /// A window whose image to burn is edited in its middle.
 class EditedWindow {
 public:
-    explicit EditedWindow(qint64 size) : size_(size) {
+    explicit EditedWindow(qint64 size)
+        : size_(size), file_(window_.makeFile(QStringLiteral("edited.bin"), size)) {
         window_.selectTab(burnTabIdentifier());
-        window_.open(window_.makeFile(QStringLiteral("edited.bin"), size), size);
-        window_.grid().showAddress(size / 2);
+        openFile();
+    }
+
+    /// Opens the file anew, so that the image shares its bytes.
+    void openFile() {
+        window_.open(file_, size_);
+        window_.grid().showAddress(size_ / 2);
         QCoreApplication::processEvents();
     }
 
@@ -96,6 +106,7 @@ private:
 
     WindowRuns window_;
     qint64 size_;
+    QString file_;
     int value_ = 0;
 };
 
@@ -116,6 +127,25 @@ void addRows(Table &table, const std::string &what, const double *medians) {
                       milliseconds(medians[index + 1]), small, mostTimesTheSmall);
 }
 
+double copyOnce(qint64 size) {
+    static const QByteArray bytes(size, 'x');
+    const Stopwatch stopwatch;
+    QByteArray copy = uninitializedBytes(size);
+    std::memcpy(copy.data(), bytes.constData(), static_cast<size_t>(size));
+    return stopwatch.milliseconds();
+}
+
+void benchFirstEdit(Table &table, EditedWindow &window, qint64 size) {
+    const auto medians = interleaved(firstRounds, {[&] {
+                                                       window.openFile();
+                                                       return window.edit();
+                                                   },
+                                                   [&] { return copyOnce(size); }});
+    table.compare("first edit of an opened file of " + sizeName(size) + ", Enter to pixels",
+                  milliseconds(medians[0]), {"one copy", milliseconds(medians[1])},
+                  mostTimesTheCopy);
+}
+
 } // namespace
 
 void benchEdit(Table &table) {
@@ -132,4 +162,5 @@ void benchEdit(Table &table) {
     addRows(table, "an edit, Enter", medians.data());
     addRows(table, "an edit, undo", medians.data() + windows.size());
     addRows(table, "an edit, redo", medians.data() + 2 * windows.size());
+    benchFirstEdit(table, *windows.back(), largeSizes[std::size(largeSizes) - 1]);
 }
