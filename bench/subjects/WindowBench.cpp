@@ -11,14 +11,22 @@
 #include "files/HugePages.h"
 
 #include <QFile>
+#include <QFileInfo>
 
+#include <cstdio>
+#include <cstring>
 #include <stdexcept>
 
 namespace {
 
 constexpr qint64 readSize = 64 * mebibyte;
 constexpr qint64 openedSize = 256 * mebibyte;
+constexpr qint64 composedSize = 512 * mebibyte;
+constexpr qint64 contentSize = 320 * mebibyte;
+constexpr qint64 contentStart = 8 * mebibyte;
 constexpr int rounds = 7;
+constexpr int composeRounds = 5;
+constexpr double mostTimesTheBareWork = 2;
 
 const QString readTab = QStringLiteral("0");
 const QString burnTab = QStringLiteral("1");
@@ -55,10 +63,42 @@ void benchOpen(Table &table, WindowRuns &runs) {
                   {"one read()", milliseconds(medians[1])});
 }
 
+// The bytes that the composition makes, into a new file that replaces the one before.
+double composeOnce(const QByteArray &content, const QString &folder) {
+    const Stopwatch stopwatch;
+    QByteArray image = uninitializedBytes(composedSize);
+    char *end = image.data() + contentStart + content.size();
+    std::memset(image.data(), 0xFF, contentStart);
+    std::memcpy(image.data() + contentStart, content.constData(), size_t(content.size()));
+    std::memset(end, 0xFF, size_t(composedSize - contentStart - content.size()));
+    const QByteArray name = folder.toUtf8() + "/composed.bin";
+    QFile file(QString::fromUtf8(name) + QStringLiteral(".new"));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        file.write(image) != image.size() ||
+        std::rename((name + ".new").constData(), name.constData()) != 0)
+        throw std::runtime_error("the composed bytes cannot be written");
+    return stopwatch.milliseconds();
+}
+
+void benchCompose(Table &table, WindowRuns &runs) {
+    const QString file = runs.makeFile(QStringLiteral("content.bin"), contentSize);
+    const QByteArray content = readFile(file);
+    runs.selectTab(burnTab);
+    runs.useReadData(false);
+    runs.open(file, contentSize);
+    runs.padFrom(contentStart, composedSize);
+    const auto medians =
+        interleaved(composeRounds, {[&] { return runs.composeAnew(composedSize); },
+                                    [&] { return composeOnce(content, QFileInfo(file).path()); }});
+    table.compare("composition of 512 MiB, click to first page", milliseconds(medians[0]),
+                  {"fill, copy, write", milliseconds(medians[1])}, mostTimesTheBareWork);
+}
+
 } // namespace
 
 void benchWindow(Table &table) {
     WindowRuns runs;
     benchRead(table, runs);
     benchOpen(table, runs);
+    benchCompose(table, runs);
 }

@@ -8,6 +8,7 @@
 
 #include "grid/GridColumns.h"
 #include "grid/GridView.h"
+#include "settings/SettingsKeys.h"
 #include "widgets/TabView.h"
 
 #include "ui_MainWindow.h"
@@ -50,6 +51,24 @@ double WindowRuns::open(const QString &file, qint64 size) {
         log_.sinceEnd.restart();
         velm_.delegate().openBinary(file);
     });
+}
+
+double WindowRuns::composeAnew(qint64 size) {
+    return untilPage(size, [this] {
+        Ui::MainWindow &c = controls();
+        log_.sinceEnd.restart();
+        (c.btn_pad_ff->isChecked() ? c.btn_pad_00 : c.btn_pad_ff)->click();
+    });
+}
+
+void WindowRuns::padFrom(qint64 start, qint64 size) {
+    constexpr int base = 16;
+    constexpr qint64 kibibyte = 1024;
+    using namespace settingsKeys;
+    folder_.settings().setValue(rom_start_address, QString::number(start, base));
+    folder_.settings().setValue(pad_to, QString::number(size / kibibyte));
+    controls().btn_pad->setChecked(true);
+    QCoreApplication::processEvents();
 }
 
 void WindowRuns::useReadData(bool use) {

@@ -47,6 +47,11 @@ public:
     /// From the choice of a file until the first page of the image to burn is painted.
     double open(const QString &file, qint64 size);
 
+    /// From a click on the other pad byte until the image that is composed with it is painted.
+    double composeAnew(qint64 size);
+
+    /// Lets the image begin with \a start pad bytes and have \a size bytes, whole kibibytes.
+    void padFrom(qint64 start, qint64 size);
     /// Whether the image to burn is composed from what was read.
     void useReadData(bool use);
     void selectTab(const QString &identifier);
