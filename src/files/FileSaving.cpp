@@ -53,7 +53,7 @@ Result<void> replaceFile(const QString &path, const QByteArray &bytes, Durabilit
     // Waiting for the disk takes longer than everything else that an edit of one byte does.
     if (durability == Durability::PowerFailure && !isOnDisk(file->descriptor()))
         return Failure::ofSystem(errno);
-    return file->takePlace();
+    return file->takePlace(durability);
 }
 
 } // namespace

@@ -62,6 +62,19 @@ bool linkAs(int file, const QByteArray &name) {
                     AT_SYMLINK_FOLLOW) == 0;
 }
 
+// Not every system can. To rename over an older file would have some file systems write the new
+// one to the disk at once, and whoever renames waits for that.
+bool exchangeNames(const QByteArray &one, const QByteArray &other) {
+#ifdef RENAME_EXCHANGE
+    return ::renameat2(AT_FDCWD, one.constData(), AT_FDCWD, other.constData(), RENAME_EXCHANGE) ==
+           0;
+#else
+    Q_UNUSED(one)
+    Q_UNUSED(other)
+    return false;
+#endif
+}
+
 bool canBeLinked(int file) {
     struct stat facts = {};
     return ::stat(pathOf(file).constData(), &facts) == 0;
@@ -91,7 +104,7 @@ UnfinishedFile::~UnfinishedFile() {
         ::unlink(name_.constData());
 }
 
-Result<void> UnfinishedFile::takePlace() {
+Result<void> UnfinishedFile::takePlace(Durability durability) {
     for (int attempt = 0; name_.isEmpty() && attempt < attempts; ++attempt) {
         const QByteArray name = nameBeside(path_);
         if (linkAs(file_.get(), name))
@@ -99,7 +112,12 @@ Result<void> UnfinishedFile::takePlace() {
         else if (errno != EEXIST)
             break;
     }
-    if (name_.isEmpty() || ::rename(name_.constData(), path_.constData()) != 0)
+    if (name_.isEmpty())
+        return Failure::ofSystem(errno);
+    // The older file has the other name then, and is what has not taken its place.
+    if (durability == Durability::ProgramEnd && exchangeNames(name_, path_))
+        return {};
+    if (::rename(name_.constData(), path_.constData()) != 0)
         return Failure::ofSystem(errno);
     name_.clear();
     return {};

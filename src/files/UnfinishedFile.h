@@ -5,6 +5,7 @@
 
 #include "base/FileDescriptor.h"
 #include "base/Result.h"
+#include "files/FileSaving.h"
 
 #include <QByteArray>
 #include <QString>
@@ -24,8 +25,9 @@ public:
 
     /// To write to.
     int descriptor() const { return file_.get(); }
-    /// Puts the file in the place of whatever has the name, in one step.
-    Result<void> takePlace();
+    /// Puts the file in the place of whatever has the name, in one step. Where it need not outlive
+    /// more than the program (\a durability), the disk is left alone.
+    Result<void> takePlace(Durability durability = Durability::PowerFailure);
 
 private:
     UnfinishedFile(FileDescriptor file, QByteArray path, QByteArray name)

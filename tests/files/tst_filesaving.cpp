@@ -40,6 +40,7 @@ private slots:
     void killedAtAnyCall();
     void killed_leavesHardlyEverAnything();
     void withoutUnnamedFiles_itIsTheSame();
+    void withoutExchange_itIsTheSame();
     void unfinished_isRemovedByItsMarkAlone();
     void unfinished_thatIsBeingWrittenStays();
     void diskThatDoesNotConfirm_isAFailure();
@@ -109,6 +110,9 @@ void TestFileSaving::oneCallFails() {
         }
         QVERIFY2(readWholeFile(path()) == (saved ? newBytes : oldBytes), name.constData());
         QVERIFY2(saved || !saved.failure()->reason.isEmpty(), name.constData());
+        // The older file is still there, and known for what it is.
+        if (saved && name == "unlink")
+            removeUnfinished(path());
         QCOMPARE(filesLeft(), QStringList(QStringLiteral("a.bin")));
     }
 }
@@ -161,6 +165,16 @@ void TestFileSaving::withoutUnnamedFiles_itIsTheSame() {
         }
     }
     QFAIL("no file was opened");
+}
+
+void TestFileSaving::withoutExchange_itIsTheSame() {
+    QVERIFY(writeWholeFile(path(), oldBytes));
+    const FailingCalls failing("renameat2", 1, EINVAL);
+    QCOMPARE(outcomeOf(saveWholeFile(path(), newBytes, Durability::ProgramEnd)),
+             QStringLiteral("saved"));
+    QVERIFY(failing.hasStruck());
+    QCOMPARE(readWholeFile(path()), newBytes);
+    QCOMPARE(filesLeft(), QStringList(QStringLiteral("a.bin")));
 }
 
 void TestFileSaving::unfinished_isRemovedByItsMarkAlone() {
