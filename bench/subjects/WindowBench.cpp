@@ -11,9 +11,7 @@
 #include "files/HugePages.h"
 
 #include <QFile>
-#include <QFileInfo>
 
-#include <cstdio>
 #include <cstring>
 #include <stdexcept>
 
@@ -63,19 +61,18 @@ void benchOpen(Table &table, WindowRuns &runs) {
                   {"one read()", milliseconds(medians[1])});
 }
 
-// The bytes that the composition makes, into a new file that replaces the one before.
-double composeOnce(const QByteArray &content, const QString &folder) {
+// The bytes that the composition makes, into a new file. Nobody waits for the disk.
+double composeOnce(const QByteArray &content, const QString &path) {
+    QFile file(path);
+    file.remove();
     const Stopwatch stopwatch;
     QByteArray image = uninitializedBytes(composedSize);
     char *end = image.data() + contentStart + content.size();
     std::memset(image.data(), 0xFF, contentStart);
     std::memcpy(image.data() + contentStart, content.constData(), size_t(content.size()));
     std::memset(end, 0xFF, size_t(composedSize - contentStart - content.size()));
-    const QByteArray name = folder.toUtf8() + "/composed.bin";
-    QFile file(QString::fromUtf8(name) + QStringLiteral(".new"));
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
-        file.write(image) != image.size() ||
-        std::rename((name + ".new").constData(), name.constData()) != 0)
+        file.write(image) != image.size())
         throw std::runtime_error("the composed bytes cannot be written");
     return stopwatch.milliseconds();
 }
@@ -87,9 +84,9 @@ void benchCompose(Table &table, WindowRuns &runs) {
     runs.useReadData(false);
     runs.open(file, contentSize);
     runs.padFrom(contentStart, composedSize);
-    const auto medians =
-        interleaved(composeRounds, {[&] { return runs.composeAnew(composedSize); },
-                                    [&] { return composeOnce(content, QFileInfo(file).path()); }});
+    const auto medians = interleaved(
+        composeRounds, {[&] { return runs.composeAnew(composedSize); },
+                        [&] { return composeOnce(content, file + QStringLiteral(".composed")); }});
     table.compare("composition of 512 MiB, click to first page", milliseconds(medians[0]),
                   {"fill, copy, write", milliseconds(medians[1])}, mostTimesTheBareWork);
 }
