@@ -142,7 +142,7 @@ DisplayText::DisplayText(ByteBuffer buffer) : buffer_(std::move(buffer)) {
 }
 
 void DisplayText::update(const ByteBuffer &buffer, ByteRange changed) {
-    if (!buffer || buffer != buffer_ || !staysAsItIs(changed)) {
+    if (!buffer || buffer != buffer_ || !staysOneByte(changed)) {
         *this = DisplayText(buffer);
         return;
     }
@@ -150,17 +150,40 @@ void DisplayText::update(const ByteBuffer &buffer, ByteRange changed) {
     length_ = byteLength_;
 }
 
-bool DisplayText::staysAsItIs(ByteRange changed) const {
+bool DisplayText::staysOneByte(ByteRange changed) {
     const QByteArrayView bytes = std::as_const(*buffer_);
     const qint64 start = std::clamp<qint64>(changed.offset, 0, bytes.size());
     const qint64 end = std::clamp<qint64>(changed.end(), start, bytes.size());
     const bool grew = bytes.size() > byteLength_;
     if (bytes.size() < byteLength_ || (grew && (start > byteLength_ || end < bytes.size())))
         return false;
-    if (kind_ == Kind::Ascii)
-        return isAscii(bytes.sliced(start, end - start));
-    // The byte behind the offending ones tells that their last character ends with them.
-    return kind_ == Kind::OneByte && (end <= offending_.offset || start > offending_.end());
+    switch (kind_) {
+    case Kind::Ascii:
+        return isAscii(bytes.sliced(start, end - start)) || noteOffending(start - 1, end + 1);
+    case Kind::OneByte:
+        // The byte behind the offending ones tells that their last character ends with them.
+        return end <= offending_.offset || start > offending_.end() ||
+               noteOffending(std::min(start, offending_.offset), std::max(end, offending_.end()));
+    case Kind::Utf8:
+        break;
+    }
+    return false;
+}
+
+// Bytes from one character's first to another's are UTF-8 by themselves if the whole is.
+bool DisplayText::noteOffending(qint64 start, qint64 end) {
+    const QByteArrayView bytes = std::as_const(*buffer_);
+    start = std::max<qint64>(start, 0);
+    end = std::min<qint64>(end, bytes.size());
+    const auto isInCharacter = [&](qint64 at) {
+        return at > 0 && at < bytes.size() && utf8::isContinuation(quint8(bytes.at(at)));
+    };
+    if (isInCharacter(start) || isInCharacter(end) ||
+        bytes.sliced(start, end - start).isValidUtf8())
+        return false;
+    kind_ = Kind::OneByte;
+    offending_ = {start, end - start};
+    return true;
 }
 
 void DisplayText::decode() {

@@ -25,7 +25,7 @@ public:
 
     /// Decodes \a buffer anew. If it is the one that was decoded before, and just the bytes of
     /// \a changed are other ones since, or come behind the last, no more than these are looked at
-    /// wherever they tell enough: in text of one byte a character, however long.
+    /// wherever they tell enough: in text of one byte a character that stays such, however long.
     void update(const ByteBuffer &buffer, ByteRange changed);
 
     /// Length in UTF-16 code units.
@@ -50,7 +50,8 @@ private:
 
     QByteArrayView decodedBytes() const;
     void decode();
-    bool staysAsItIs(ByteRange changed) const;
+    bool staysOneByte(ByteRange changed);
+    bool noteOffending(qint64 start, qint64 end);
     void countUnits();
 
     ByteBuffer buffer_;
