@@ -23,12 +23,14 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
 
 constexpr qint64 smallSize = 64 * 1024;
 constexpr qint64 largeSizes[] = {16 * mebibyte, 256 * mebibyte, 1024 * mebibyte};
+constexpr qint64 zerosSize = 256 * mebibyte;
 constexpr int rounds = 31;
 constexpr int firstRounds = 3;
 constexpr double mostTimesTheSmall = 2;
@@ -42,8 +44,8 @@ void press(QWidget &widget, int key, const QString &text = {}) {
 /// A window whose image to burn is edited in its middle.
 class EditedWindow {
 public:
-    explicit EditedWindow(qint64 size)
-        : size_(size), file_(window_.makeFile(QStringLiteral("edited.bin"), size)) {
+    explicit EditedWindow(const QByteArray &content)
+        : size_(content.size()), file_(window_.makeFile(QStringLiteral("edited.bin"), content)) {
         window_.selectTab(burnTabIdentifier());
         openFile();
     }
@@ -118,13 +120,20 @@ std::string sizeName(qint64 size) {
                : std::to_string(mebibytes / mebibytesInGibibyte) + " GiB";
 }
 
-using Windows = std::vector<std::unique_ptr<EditedWindow>>;
+// Random bytes are no text, and zeros are until the first edit.
+struct Subject {
+    std::string name;
+    std::unique_ptr<EditedWindow> window;
+};
 
-void addRows(Table &table, const std::string &what, const double *medians) {
-    const Peer small{"64 KiB", milliseconds(medians[0])};
-    for (size_t index = 0; index < std::size(largeSizes); ++index)
-        table.compare(what + " to pixels in " + sizeName(largeSizes[index]),
-                      milliseconds(medians[index + 1]), small, mostTimesTheSmall);
+std::vector<Subject> makeSubjects() {
+    std::vector<Subject> subjects;
+    subjects.push_back({"64 KiB", std::make_unique<EditedWindow>(randomBytes(smallSize))});
+    for (const qint64 size : largeSizes)
+        subjects.push_back({sizeName(size), std::make_unique<EditedWindow>(randomBytes(size))});
+    subjects.push_back({sizeName(zerosSize) + " of zeros",
+                        std::make_unique<EditedWindow>(QByteArray(zerosSize, 0))});
+    return subjects;
 }
 
 double copyOnce(qint64 size) {
@@ -149,18 +158,25 @@ void benchFirstEdit(Table &table, EditedWindow &window, qint64 size) {
 } // namespace
 
 void benchEdit(Table &table) {
-    Windows windows;
-    windows.push_back(std::make_unique<EditedWindow>(smallSize));
-    for (const qint64 size : largeSizes)
-        windows.push_back(std::make_unique<EditedWindow>(size));
+    const std::vector<Subject> subjects = makeSubjects();
+    const std::pair<const char *, double (EditedWindow::*)()> steps[] = {
+        {"Enter", &EditedWindow::edit},
+        {"undo", &EditedWindow::undo},
+        {"redo", &EditedWindow::redo},
+    };
     std::vector<Job> jobs;
-    for (double (EditedWindow::*const step)() :
-         {&EditedWindow::edit, &EditedWindow::undo, &EditedWindow::redo})
-        for (const auto &window : windows)
-            jobs.emplace_back([&window = *window, step] { return (window.*step)(); });
+    for (const auto &[key, step] : steps)
+        for (const Subject &subject : subjects)
+            jobs.emplace_back(
+                [&window = *subject.window, step = step] { return (window.*step)(); });
     const auto medians = interleaved(rounds, jobs);
-    addRows(table, "an edit, Enter", medians.data());
-    addRows(table, "an edit, undo", medians.data() + windows.size());
-    addRows(table, "an edit, redo", medians.data() + 2 * windows.size());
-    benchFirstEdit(table, *windows.back(), largeSizes[std::size(largeSizes) - 1]);
+    size_t row = 0;
+    for (const auto &[key, step] : steps) {
+        const Peer small{subjects.front().name, milliseconds(medians[row++])};
+        for (size_t index = 1; index < subjects.size(); ++index)
+            table.compare("an edit, " + std::string(key) + " to pixels in " + subjects[index].name,
+                          milliseconds(medians[row++]), small, mostTimesTheSmall);
+    }
+    constexpr size_t largest = std::size(largeSizes);
+    benchFirstEdit(table, *subjects[largest].window, largeSizes[largest - 1]);
 }

@@ -41,7 +41,7 @@ double readOnce(const QString &path, qint64 size) {
 }
 
 void benchRead(Table &table, WindowRuns &runs) {
-    const QString file = runs.makeFile(QStringLiteral("chip.bin"), readSize);
+    const QString file = runs.makeFile(QStringLiteral("chip.bin"), randomBytes(readSize));
     runs.readFrom(file);
     runs.selectTab(readTab);
     runs.useReadData(true);
@@ -52,7 +52,7 @@ void benchRead(Table &table, WindowRuns &runs) {
 }
 
 void benchOpen(Table &table, WindowRuns &runs) {
-    const QString file = runs.makeFile(QStringLiteral("opened.bin"), openedSize);
+    const QString file = runs.makeFile(QStringLiteral("opened.bin"), randomBytes(openedSize));
     runs.selectTab(burnTab);
     runs.useReadData(false);
     const auto medians = interleaved(rounds, {[&] { return runs.open(file, openedSize); },
@@ -78,8 +78,8 @@ double composeOnce(const QByteArray &content, const QString &path) {
 }
 
 void benchCompose(Table &table, WindowRuns &runs) {
-    const QString file = runs.makeFile(QStringLiteral("content.bin"), contentSize);
-    const QByteArray content = readFile(file);
+    const QByteArray content = randomBytes(contentSize);
+    const QString file = runs.makeFile(QStringLiteral("content.bin"), content);
     runs.selectTab(burnTab);
     runs.useReadData(false);
     runs.open(file, contentSize);

@@ -31,9 +31,9 @@ WindowRuns::WindowRuns() {
     showPainted(velm_.window());
 }
 
-QString WindowRuns::makeFile(const QString &name, qint64 size) const {
+QString WindowRuns::makeFile(const QString &name, const QByteArray &content) const {
     const QString file = folder_.path(name);
-    writeFile(file, randomBytes(size));
+    writeFile(file, content);
     return file;
 }
 

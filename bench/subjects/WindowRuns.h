@@ -37,8 +37,8 @@ class WindowRuns {
 public:
     WindowRuns();
 
-    /// Gives the chip a content of \a size bytes.
-    QString makeFile(const QString &name, qint64 size) const;
+    /// Writes \a content into a file and gives its path.
+    QString makeFile(const QString &name, const QByteArray &content) const;
     /// Makes the tool read \a file.
     void readFrom(const QString &file);
 
