@@ -6,13 +6,16 @@
 #include <QBasicTimer>
 #include <QWidget>
 
+#include <chrono>
 #include <functional>
+#include <optional>
 
 class QLabel;
 class QProgressBar;
 
-/// Shows that something is running, and for how long. Takes its room also while it is stopped and
-/// shows nothing then, so that nothing beside it moves.
+/// Shows that something is running: what it does, how far it has come, for how long, and since when
+/// nothing was heard of it. Takes its room also while it is stopped and shows nothing then, so that
+/// nothing beside it moves.
 class BusyIndicator final : public QWidget {
     Q_OBJECT
 
@@ -23,8 +26,14 @@ public:
     /// A stopped indicator that takes the time from \a clock.
     explicit BusyIndicator(QWidget *parent = nullptr, Clock clock = monotonicClock);
 
-    /// Starts counting from zero.
-    void start();
+    /// How long nothing may be heard until that is said.
+    static constexpr std::chrono::milliseconds longestUnsaidSilence{10'000};
+
+    /// Starts counting from zero, with \a step (translated) as what is done.
+    void start(const QString &step = {});
+    /// Something was heard: it does \a step (translated), and \a done of the whole, from 0 to 1, is
+    /// over; nothing where nobody knows. While it is stopped nothing changes.
+    void showStep(const QString &step, std::optional<double> done);
     /// Stops and shows nothing.
     void stop();
 
@@ -32,6 +41,10 @@ public:
     bool isRunning() const { return timer_.isActive(); }
     /// The elapsed time as it is shown ("0:07"); empty while stopped.
     QString text() const;
+    /// What is done, as it is shown.
+    QString step() const;
+    /// Since when nothing was heard ("silent for 0:23"); empty while that is not said.
+    QString silence() const;
 
     /// \a milliseconds as minutes and seconds ("0:07"), from an hour on with hours ("1:02:03").
     static QString elapsedText(qint64 milliseconds);
@@ -42,11 +55,15 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    void showElapsed();
+    void showTimes();
+    QList<QWidget *> parts() const;
 
     Clock clock_;
     qint64 startedAt_ = 0;
+    qint64 heardAt_ = 0;
     QBasicTimer timer_;
+    QLabel *step_ = nullptr;
     QProgressBar *bar_ = nullptr;
     QLabel *time_ = nullptr;
+    QLabel *silence_ = nullptr;
 };

@@ -33,6 +33,8 @@ private slots:
     void busy_elapsedText_data();
     void busy_elapsedText();
     void busy_showsTheTimeWhileItRuns();
+    void busy_showsHowFarItHasCome();
+    void busy_saysThatNothingIsHeard();
     void busy_takesTheSameRoomAlways();
     void icons_areAllThere();
     void icons_followThePalette_data();
@@ -163,13 +165,44 @@ void TestSmallWidgets::busy_showsTheTimeWhileItRuns() {
     now += 7000;
     QTRY_COMPARE(busy.text(), u"0:07"_s);
     QVERIFY(busy.findChild<QProgressBar *>()->isVisible());
-    QCOMPARE(busy.findChild<QProgressBar *>()->accessibleName(), u"Running"_s);
+    QCOMPARE(busy.findChild<QProgressBar *>()->accessibleName(), u"Progress"_s);
     busy.stop();
     QVERIFY(!busy.isRunning());
     QCOMPARE(busy.text(), QString());
     QVERIFY(!busy.findChild<QProgressBar *>()->isVisible());
     busy.start();
     QCOMPARE(busy.text(), u"0:00"_s);
+}
+
+void TestSmallWidgets::busy_showsHowFarItHasCome() {
+    BusyIndicator busy;
+    const QProgressBar *bar = busy.findChild<QProgressBar *>();
+    busy.showStep(u"Reading code"_s, 0.5);
+    QCOMPARE(busy.step(), QString());
+    busy.start(u"Starting"_s);
+    QCOMPARE(busy.step(), u"Starting"_s);
+    QCOMPARE(bar->maximum(), 0);
+    busy.showStep(u"Reading code"_s, 0.5);
+    QCOMPARE(busy.step(), u"Reading code"_s);
+    QCOMPARE(bar->text(), u"50%"_s);
+    QCOMPARE(bar->accessibleDescription(), u"Reading code"_s);
+    busy.stop();
+    busy.start(u"Starting"_s);
+    QCOMPARE(bar->maximum(), 0);
+}
+
+void TestSmallWidgets::busy_saysThatNothingIsHeard() {
+    qint64 now = 1000;
+    BusyIndicator busy(nullptr, [&] { return now; });
+    busy.start();
+    now += 9'999;
+    QTRY_COMPARE(busy.text(), u"0:09"_s);
+    QCOMPARE(busy.silence(), QString());
+    now += 13'001;
+    QTRY_COMPARE(busy.silence(), u"silent for 0:23"_s);
+    busy.showStep(u"Reading code"_s, 0.5);
+    QCOMPARE(busy.silence(), QString());
+    QCOMPARE(busy.text(), u"0:23"_s);
 }
 
 void TestSmallWidgets::busy_takesTheSameRoomAlways() {
