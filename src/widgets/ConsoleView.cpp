@@ -34,6 +34,9 @@ constexpr int turnMilliseconds = 10;
 /// Each removal costs a copy of the whole text, so that a part of the limit goes at once.
 constexpr int trimmedShare = 16;
 
+/// Before every line: where the runs begin that were cleared away.
+constexpr qsizetype linesGone = -1;
+
 QFont consoleFont() {
     QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
     font.setPointSizeF(ConsoleView::fontPoints);
@@ -100,6 +103,7 @@ void ConsoleView::appendText(const QString &text) {
 
 void ConsoleView::beginRun() {
     terminal_.beginRun();
+    runLines_.append(terminal_.lineNumber());
 }
 
 void ConsoleView::endRun() {
@@ -113,9 +117,18 @@ void ConsoleView::flush() {
         showPending();
 }
 
+void ConsoleView::showRun(qsizetype number) {
+    flush();
+    const qsizetype linesBack = terminal_.lineNumber() - runLines_.value(number, linesGone);
+    const qsizetype line = std::max<qsizetype>(blockCount() - 1 - linesBack, 0);
+    setTextCursor(QTextCursor(document()->findBlockByNumber(static_cast<int>(line))));
+    verticalScrollBar()->setValue(static_cast<int>(line));
+}
+
 void ConsoleView::clearAll() {
     storage_.clear();
     terminal_.clear();
+    runLines_.fill(linesGone);
     noticeGiven_ = false;
     flush();
     enableActions();

@@ -36,6 +36,9 @@ public:
 
     /// Shows everything that waits to be shown.
     void flush();
+    /// Scrolls to where the run \a number begins, counted from 0; to the very first line if that
+    /// has gone.
+    void showRun(qsizetype number);
     /// Empties storage and view.
     void clearAll();
     /// Puts the whole stored text, exactly as it came, on the clipboard.
@@ -83,6 +86,7 @@ private:
 
     ConsoleStorage storage_;
     TerminalText terminal_;
+    QList<qsizetype> runLines_; // where runs begin, by the terminal's line numbers
     QTextCharFormat format_;
     QBasicTimer timer_;
     bool appended_ = false; // since the last turn

@@ -113,6 +113,7 @@ bool TerminalText::dropPendingBeyond(qsizetype most, qsizetype mostLines) {
         regionStart_.clear();
         regionLinesShown_ = 0;
         regionOffset_ = end;
+        regionLine_ = lineNumber_ - finishedLines_;
     }
     if (regionOffset_ == end && end == finished_.size())
         regionOffset_.reset();
@@ -170,6 +171,7 @@ void TerminalText::touch(qsizetype column) {
 }
 
 void TerminalText::finishLine() {
+    ++lineNumber_;
     finished_ += finished_.isEmpty() ? QStringView(line_).sliced(dirtyFrom_) : QStringView(line_);
     finished_ += lineFeed;
     ++finishedLines_;
@@ -182,6 +184,7 @@ void TerminalText::finishLine() {
 }
 
 void TerminalText::beginRegion() {
+    regionLine_ = lineNumber_;
     regionStart_ = line_;
     regionLinesShown_ = 0;
     regionOffset_.reset();
@@ -260,6 +263,7 @@ void TerminalText::eraseRegionLines() {
         taken_ = 0;
         regionLinesShown_ = 0;
     }
+    lineNumber_ = regionLine_;
     line_.prepend(regionStart_);
     cursor_ += regionStart_.size();
     floor_ = regionStart_.size();

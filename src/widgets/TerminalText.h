@@ -48,6 +48,10 @@ public:
     /// Forgets everything.
     void clear();
 
+    /// The number of the last line, counted from 0 since everything was last forgotten, with those
+    /// that the view does not have yet or has no longer.
+    qsizetype lineNumber() const { return lineNumber_; }
+
     /// True if takeUpdate() has something to give.
     bool hasUpdate() const { return dirty_; }
     /// How many units of finished lines wait to be taken.
@@ -99,8 +103,11 @@ private:
     bool anythingShown_ = false;
     bool runIsEmpty_ = false;
 
+    qsizetype lineNumber_ = 0;
+
     // What may be erased starts behind regionStart_, the protected start of some earlier line.
     QString regionStart_;
+    qsizetype regionLine_ = 0;              // the number of its line
     qsizetype regionLinesShown_ = 0;        // line feeds between there and the end of the view
     std::optional<qsizetype> regionOffset_; // where its line starts in finished_, if not in view
 
