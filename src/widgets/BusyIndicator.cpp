@@ -73,7 +73,7 @@ void BusyIndicator::showStep(const QString &step, std::optional<double> done) {
     bar_->setRange(0, done ? barSteps : 0);
     bar_->setTextVisible(done.has_value());
     if (done)
-        bar_->setValue(int(*done * barSteps));
+        bar_->setValue(qRound(*done * barSteps));
     bar_->setAccessibleDescription(step);
     showTimes();
 }

@@ -52,6 +52,14 @@ private:
     QColor disabledColor_;
 };
 
+QIcon drawnIcon(const QString &name, const QColor &color, const QColor &disabledColor) {
+    registerIcons();
+    QFile file(iconFolder + name + iconSuffix);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QIcon(new ThemedIconEngine(file.readAll(), color, disabledColor));
+}
+
 } // namespace
 
 QStringList iconNames() {
@@ -63,11 +71,10 @@ QStringList iconNames() {
 }
 
 QIcon themedIcon(const QString &name, const QPalette &palette) {
-    registerIcons();
-    QFile file(iconFolder + name + iconSuffix);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return QIcon(new ThemedIconEngine(file.readAll(),
-                                      palette.color(QPalette::Active, QPalette::ButtonText),
-                                      palette.color(QPalette::Disabled, QPalette::ButtonText)));
+    return drawnIcon(name, palette.color(QPalette::Active, QPalette::ButtonText),
+                     palette.color(QPalette::Disabled, QPalette::ButtonText));
+}
+
+QIcon coloredIcon(const QString &name, const QColor &color) {
+    return drawnIcon(name, color, color);
 }

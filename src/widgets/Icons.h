@@ -14,3 +14,6 @@ QStringList iconNames();
 /// The icon \a name (one of iconNames(); any other gives a null icon), drawn in the button text
 /// colour of \a palette, faded for disabled controls. Take it anew when the palette changes.
 QIcon themedIcon(const QString &name, const QPalette &palette);
+
+/// The icon \a name in one \a color, for what is no control.
+QIcon coloredIcon(const QString &name, const QColor &color);
