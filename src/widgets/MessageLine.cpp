@@ -169,7 +169,6 @@ void MessageLine::showNotices() {
     }
     moveCursor(QTextCursor::Start);
     showButtons();
-    fitHeight();
 }
 
 const MessageLine::Notice *MessageLine::noticeOf(const QPushButton *button) const {
@@ -241,20 +240,8 @@ int MessageLine::heightOfLines(int lines) const {
     return std::max(static_cast<int>(std::ceil(text)), buttons_.front()->sizeHint().height());
 }
 
-void MessageLine::fitHeight() {
-    // The document of a plain text editor counts its height in lines.
-    const int lines = static_cast<int>(document()->size().height());
-    const int height = heightOfLines(std::clamp(lines, 1, mostLines));
-    const bool scrolls = lines > mostLines;
-    setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
-    if (height == height_)
-        return;
-    height_ = height;
-    updateGeometry();
-}
-
 QSize MessageLine::sizeHint() const {
-    return {QPlainTextEdit::sizeHint().width(), std::max(height_, heightOfLines(1))};
+    return {QPlainTextEdit::sizeHint().width(), heightOfLines(shownLines)};
 }
 
 QSize MessageLine::minimumSizeHint() const {
@@ -273,5 +260,4 @@ void MessageLine::changeEvent(QEvent *event) {
 void MessageLine::resizeEvent(QResizeEvent *event) {
     QPlainTextEdit::resizeEvent(event);
     placeButtons();
-    fitHeight();
 }

@@ -12,13 +12,13 @@
 
 class QPushButton;
 
-/// Says inline, below the controls, what other programs say in dialogs. Each notice has a topic,
+/// Says inline what other programs say in dialogs. Each notice has a topic,
 /// a number that means nothing here; a topic has at most one notice. Notices are shown newest
-/// first, one to a line, at most mostLines lines high; beyond that the text scrolls.
+/// first, one to a line, where they take more than shownLines lines the text scrolls.
 ///
 /// It is a read-only text itself, so that its accessible object, named "Message", is the text:
-/// selectable, reachable by keyboard (Tab leaves it), and never shorter than one line, so that
-/// the window does not jump when a notice comes. The severity is a word as well as a colour.
+/// selectable, reachable by keyboard (Tab leaves it), and always of one height, so that the window
+/// does not jump when a notice comes. The severity is a word as well as a colour.
 /// Assistive technology hears of the notices of one moment once, the newest first.
 class MessageLine final : public QPlainTextEdit {
     Q_OBJECT
@@ -34,8 +34,8 @@ public:
         std::function<void()> run;
     };
 
-    /// The height in lines from which on the text scrolls.
-    static constexpr int mostLines = 3;
+    /// Its height in lines.
+    static constexpr int shownLines = 2;
 
     explicit MessageLine(QWidget *parent = nullptr);
 
@@ -91,11 +91,9 @@ private:
     void placeButtons();
     void runAction(const QPushButton *button) const;
     int heightOfLines(int lines) const;
-    void fitHeight();
 
     std::vector<Notice> notices_;  // newest first
     std::optional<int> passing_;   // topic of the passing notice
     QList<QPushButton *> buttons_; // at least one; what no notice has is hidden
     QTimer announcement_;
-    int height_ = 0;
 };
