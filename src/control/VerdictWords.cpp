@@ -115,8 +115,10 @@ private:
     const RunRecord &run_;
 };
 
-Severity severityOf(Verdict verdict) {
-    switch (verdict) {
+} // namespace
+
+Severity severityOf(const RunRecord &run) {
+    switch (run.outcome.verdict) {
     case Verdict::Succeeded:
         return Severity::Success;
     case Verdict::Qualified:
@@ -129,12 +131,15 @@ Severity severityOf(Verdict verdict) {
     return Severity::Problem;
 }
 
-} // namespace
+QString headingOf(const RunRecord &run) {
+    const QString event = Wording(run).event();
+    return run.device.isEmpty() ? event : QStringLiteral("%1 \u2013 %2").arg(event, run.device);
+}
 
 VerdictWords wordsFor(const RunRecord &run, const ShownNow &now) {
     const Wording wording(run);
     const QString changed = wording.changedSince(now);
     if (changed.isEmpty())
-        return {severityOf(run.outcome.verdict), run.outcome.words()};
+        return {severityOf(run), run.outcome.words()};
     return {Severity::Information, QStringLiteral("%1; %2").arg(wording.event(), changed)};
 }

@@ -20,6 +20,12 @@ struct VerdictWords {
     QString sentence;
 };
 
+/// How serious the verdict of \a run is.
+MessageLine::Severity severityOf(const RunRecord &run);
+
+/// What came of \a run in a few words, when, and with which device: "Verified at 13:02 – AT28C256".
+QString headingOf(const RunRecord &run);
+
 /// The verdict of \a run, held against what is shown \a now: as it was given while that is what it
 /// judged, else with its time and what has changed since.
 VerdictWords wordsFor(const RunRecord &run, const ShownNow &now);
