@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QObject>
+
+#include <functional>
+
+class BusyIndicator;
+class ScriptedMiniPro;
+
+/// Shows in an indicator how far the newest run has come.
+class RunProgressView final : public QObject {
+    Q_OBJECT
+
+public:
+    /// \a indicator must live as long. Whoever knows when runs begin and end starts and stops it.
+    explicit RunProgressView(BusyIndicator &indicator, QObject *parent = nullptr);
+
+    /// From now on \a run, of an operation, and no earlier one; what they left running may go on
+    /// printing.
+    void follow(ScriptedMiniPro *run);
+    /// The same with \a run, of a search, which has no steps.
+    void followSearch(ScriptedMiniPro *run);
+
+private:
+    void follow(ScriptedMiniPro *run, const std::function<void()> &show);
+
+    BusyIndicator &indicator_;
+    QMetaObject::Connection said_;
+};

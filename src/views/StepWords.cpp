@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "views/StepWords.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+class StepWording {
+    Q_DECLARE_TR_FUNCTIONS(StepWords)
+
+public:
+    /// The parts of a chip that the tool reads and writes; another keeps the tool's name.
+    static QString part(const QString &name) {
+        if (name == QLatin1String("Code"))
+            return tr("code");
+        if (name == QLatin1String("Data"))
+            return tr("data");
+        if (name == QLatin1String("User"))
+            return tr("user data");
+        return name;
+    }
+
+    static QString words(const RunProgress &progress) {
+        switch (progress.phase) {
+        case RunPhase::Starting:
+            break;
+        case RunPhase::Erasing:
+            return tr("Erasing");
+        case RunPhase::Reading:
+            return tr("Reading %1").arg(part(progress.part));
+        case RunPhase::Writing:
+            return tr("Writing %1").arg(part(progress.part));
+        case RunPhase::Verifying:
+            return tr("Verifying %1").arg(part(progress.part));
+        case RunPhase::Protecting:
+            return tr("Setting write protection");
+        case RunPhase::Testing:
+            return tr("Testing");
+        }
+        return tr("Starting");
+    }
+};
+
+} // namespace
+
+QString wordsForStep(const RunProgress &progress) {
+    return StepWording::words(progress);
+}
