@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "views/VerdictHeading.h"
+
+#include "control/VerdictWords.h"
+#include "language/RunLog.h"
+#include "widgets/Icons.h"
+#include "widgets/Palette.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QStyle>
+
+namespace {
+
+struct Mark {
+    const char *icon;
+    QColor color;
+};
+
+Mark markOf(MessageLine::Severity severity, const QPalette &palette) {
+    switch (severity) {
+    case MessageLine::Severity::Success:
+        return {"succeeded", successTextColor(palette)};
+    case MessageLine::Severity::Warning:
+        return {"warning", warningTextColor(palette)};
+    case MessageLine::Severity::Problem:
+        return {"failed", failureTextColor(palette)};
+    case MessageLine::Severity::Information:
+        break;
+    }
+    return {"warning", palette.color(QPalette::WindowText)};
+}
+
+} // namespace
+
+VerdictHeading::VerdictHeading(QWidget *parent)
+    : QWidget(parent), icon_(new QLabel(this)), words_(new QLabel(this)) {
+    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    icon_->setFixedSize(size, size);
+    QFont bold = words_->font();
+    bold.setBold(true);
+    words_->setFont(bold);
+    words_->setTextFormat(Qt::PlainText);
+    words_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    words_->setText(tr("No run yet"));
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins({});
+    row->addWidget(icon_);
+    row->addWidget(words_, 1);
+}
+
+void VerdictHeading::setRuns(const RunLog &runs) {
+    runs_ = &runs;
+    connect(&runs, &RunLog::added, this, &VerdictHeading::showNewest);
+}
+
+QString VerdictHeading::text() const {
+    return words_->text();
+}
+
+void VerdictHeading::changeEvent(QEvent *event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && runs_)
+        showNewest();
+}
+
+void VerdictHeading::showNewest() {
+    if (runs_->records().isEmpty())
+        return;
+    const RunRecord &run = runs_->records().last();
+    const Mark mark = markOf(severityOf(run), palette());
+    icon_->setPixmap(coloredIcon(QLatin1String(mark.icon), mark.color).pixmap(icon_->size()));
+    words_->setText(headingOf(run));
+    words_->setToolTip(words_->text().toHtmlEscaped());
+}
