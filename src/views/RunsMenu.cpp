@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "views/RunsMenu.h"
+
+#include "control/VerdictWords.h"
+#include "language/RunLog.h"
+#include "widgets/ConsoleView.h"
+#include "widgets/MenuButton.h"
+
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QLocale>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+QString recordOf(const RunRecord &run) {
+    const auto moment = [](const QDateTime &time) {
+        return QLocale().toString(time, QLocale::LongFormat);
+    };
+    const QStringList lines = {
+        RunsMenu::tr("Device: %1").arg(run.device),
+        RunsMenu::tr("Result: %1").arg(run.outcome.words()),
+        RunsMenu::tr("Begun: %1").arg(moment(run.started)),
+        RunsMenu::tr("Ended: %1").arg(moment(run.ended)),
+        RunsMenu::tr("Length of the image: %1 bytes").arg(QLocale().toString(run.imageLength)),
+        RunsMenu::tr("Command: %1").arg(run.commandLine),
+        RunsMenu::tr("Exit status: %1").arg(run.status),
+    };
+    return lines.join(u'\n');
+}
+
+} // namespace
+
+RunsMenu::RunsMenu(MenuButton &button, const RunLog &runs, ConsoleView &console)
+    : QObject(&button), button_(button), runs_(runs), console_(console) {
+    auto *menu = new QMenu(&button);
+    button.setMenu(menu);
+    button.setEnabled(false);
+    connect(&runs, &RunLog::added, this, &RunsMenu::fill);
+}
+
+void RunsMenu::fill() {
+    QMenu *menu = button_.menu();
+    menu->clear();
+    const QList<RunRecord> &runs = runs_.records();
+    const qsizetype oldest = std::max<qsizetype>(runs.size() - maxEntries, 0);
+    for (qsizetype run = runs.size() - 1; run >= oldest; --run)
+        menu->addAction(headingOf(runs[run]).replace(u'&', QStringLiteral("&&")), this,
+                        [this, run] { show(run); });
+    button_.setEnabled(!runs.isEmpty());
+}
+
+void RunsMenu::show(qsizetype number) {
+    console_.showRun(number);
+    const RunRecord &run = runs_.records()[number];
+    auto *dialog = new QDialog(button_.window());
+    dialog->setObjectName(QStringLiteral("runRecord"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle(headingOf(run));
+    auto *text = new QPlainTextEdit(recordOf(run), dialog);
+    text->setReadOnly(true);
+    text->setTabChangesFocus(true);
+    text->setAccessibleName(tr("Record"));
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, dialog);
+    connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
+    auto *layout = new QVBoxLayout(dialog);
+    layout->addWidget(text);
+    layout->addWidget(buttons);
+    dialog->resize(text->fontMetrics().averageCharWidth() * 80,
+                   text->fontMetrics().lineSpacing() * 16);
+    dialog->show();
+}
