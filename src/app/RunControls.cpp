@@ -24,9 +24,11 @@ void RunControls::show(Work work) {
         moveFocusAside();
     setBusy(busy);
     if (busy) {
-        controls_.busy->start();
+        controls_.statusHead->setCurrentWidget(controls_.busy);
+        controls_.busy->start(work == Work::Searching ? tr("Searching") : tr("Starting"));
     } else {
         controls_.busy->stop();
+        controls_.statusHead->setCurrentWidget(controls_.verdictHeading);
         giveFocusBack();
     }
 }

@@ -10,6 +10,7 @@
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "tool/ScriptedMiniPro.h"
+#include "views/RunsMenu.h"
 #include "widgets/ConsoleView.h"
 
 #include "ui_MainWindow.h"
@@ -33,6 +34,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
       delegate_({surroundings.settings, toolTrust_, surroundings.log, queue_, surroundings.beep,
                  work_, messages_, gate_, files_}),
       verdictLine_(runLog_, messages_, [this] { return shownNow(); }),
+      progressView_(*window_.controls().busy),
       runControls_(window_.controls()) {
     wireMainWindow(
         window_, delegate_,
@@ -43,6 +45,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
     connect(&settings_, &SettingsStore::changeRefused, this, [this] { gate_.refuses(); });
     connect(&work_, &WorkState::changed, this, &VelmWindow::workChanged);
     followVerdicts();
+    followRuns();
     followLatePrinters();
     window_.setCloseGuard([this] { return mayClose(); });
     connect(&window_, &MainWindow::closing, this, &VelmWindow::closeDown);
@@ -110,6 +113,19 @@ void VelmWindow::followVerdicts() {
     connect(&delegate_, &AppDelegate::runEnded, &runLog_, &RunLog::add);
     connect(&delegate_, &AppDelegate::imageToBurnChanged, &verdictLine_, &VerdictLine::refresh);
     connect(&settings_, &SettingsStore::valueChanged, &verdictLine_, &VerdictLine::refresh);
+}
+
+void VelmWindow::followRuns() {
+    Ui::MainWindow &c = window_.controls();
+    c.verdictHeading->setRuns(runLog_);
+    new RunsMenu(*c.btn_runs, runLog_, *c.textView);
+    connect(&delegate_, &AppDelegate::runMade, &progressView_,
+            qOverload<ScriptedMiniPro *>(&RunProgressView::follow));
+    connect(&searcher_, &device_searcher::runMade, &progressView_, &RunProgressView::followSearch);
+    c.nextCommand->setSettings(settings_);
+    for (QPushButton *button : {c.btn_read, c.btn_verify, c.btn_write, c.btn_logic})
+        c.nextCommand->follow(button, Operation(button->property("tag").toInt()));
+    connect(c.btn_copy_command, &QToolButton::clicked, c.nextCommand, &NextCommand::copyAll);
 }
 
 std::optional<ShownNow> VelmWindow::shownNow() const {

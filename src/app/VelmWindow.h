@@ -18,6 +18,7 @@
 #include "settings/ToolTrust.h"
 #include "settings/WindowMemory.h"
 #include "tool/LatePrinters.h"
+#include "views/RunProgressView.h"
 #include "widgets/KeyBinder.h"
 
 #include <functional>
@@ -62,6 +63,7 @@ private:
     void workChanged(Work now);
     void followVerdicts();
     std::optional<ShownNow> shownNow() const;
+    void followRuns();
     void followLatePrinters();
     void saySomethingStillPrints(bool some);
     void closeDown();
@@ -85,6 +87,7 @@ private:
     AppDelegate delegate_;
     RunLog runLog_;
     VerdictLine verdictLine_;
+    RunProgressView progressView_;
     RunControls runControls_;
     bool endRefused_ = false;
     bool closeWhenIdle_ = false;

@@ -171,10 +171,19 @@ void endPassingMessageByDeeds(MainWindow &window, AppDelegate &delegate, const W
 // The icons are drawn in the palette's colour, so that they are taken anew when that changes.
 void setIcons(Ui::MainWindow &c, const QPalette &palette) {
     const std::pair<QAbstractButton *, const char *> icons[] = {
-        {c.btn_read, "read-chip"}, {c.btn_verify, "verify"},     {c.btn_write, "write"},
-        {c.btn_logic, "logic"},    {c.btn_stop, "stop"},         {c.btn_search, "search"},
-        {c.dButton, "favourite"},  {c.btn_add_favourite, "add"}, {c.btn_remove_favourite, "remove"},
-        {c.btn_open, "open"},      {c.btn_export_read, "save"},  {c.btn_export_output, "save"},
+        {c.btn_read, "read-chip"},
+        {c.btn_verify, "verify"},
+        {c.btn_write, "write"},
+        {c.btn_logic, "logic"},
+        {c.btn_stop, "stop"},
+        {c.btn_search, "search"},
+        {c.dButton, "favourite"},
+        {c.btn_add_favourite, "add"},
+        {c.btn_remove_favourite, "remove"},
+        {c.btn_open, "open"},
+        {c.btn_export_read, "save"},
+        {c.btn_export_output, "save"},
+        {c.btn_copy_command, "copy"},
     };
     for (const auto &[button, name] : icons)
         button->setIcon(themedIcon(QLatin1String(name), palette));

@@ -29,8 +29,10 @@ const QMap<QString, QStringList> &arrows() {
         {QStringLiteral("devices"), words("base files settings image language tool widgets")},
         {QStringLiteral("control"),
          words("base files settings image language tool widgets grid devices")},
-        {QStringLiteral("app"),
+        {QStringLiteral("views"),
          words("base files settings image language tool widgets grid devices control")},
+        {QStringLiteral("app"),
+         words("base files settings image language tool widgets grid devices control views")},
     };
     return map;
 }

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "language/CommandLine.h"
+
+#include <QHash>
+#include <QLineEdit>
+
+class QAbstractButton;
+class SettingsStore;
+
+/// Shows the command line that a press would run: that of the button under the pointer, else of the
+/// button with the focus, else a Write. It follows every setting at once.
+class NextCommand final : public QLineEdit {
+    Q_OBJECT
+
+public:
+    explicit NextCommand(QWidget *parent = nullptr);
+
+    /// Shows commands made of \a settings, which must live as long.
+    void setSettings(SettingsStore &settings);
+    /// \a button runs \a operation.
+    void follow(QAbstractButton *button, Operation operation);
+
+    /// Puts the command on the clipboard.
+    void copyAll() const;
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+
+private:
+    Operation nextOperation() const;
+    void showCommand();
+
+    SettingsStore *settings_ = nullptr;
+    QHash<QAbstractButton *, Operation> operations_;
+};
