@@ -13,8 +13,7 @@ void FileDescriptor::close() {
 
 bool writeAll(int descriptor, QByteArrayView bytes) {
     while (!bytes.isEmpty()) {
-        const ssize_t written =
-            ::write(descriptor, bytes.data(), static_cast<size_t>(bytes.size()));
+        const ssize_t written = ::write(descriptor, bytes.data(), size_t(bytes.size()));
         if (written == 0)
             errno = EIO;
         if (written == 0 || (written < 0 && errno != EINTR))

@@ -56,18 +56,18 @@ constexpr std::array rules = {
 
 constexpr bool inOrder() {
     for (std::size_t i = 0; i < rules.size(); ++i)
-        if (static_cast<std::size_t>(rules[i].topic) != i)
+        if (std::size_t(rules[i].topic) != i)
             return false;
     return rules.back().topic == Topic::About;
 }
 static_assert(inOrder(), "one rule for each topic, in the topics' order");
 
 constexpr int number(Topic topic) {
-    return static_cast<int>(topic);
+    return int(topic);
 }
 
 constexpr const Rule &ruleOf(Topic topic) {
-    return rules[static_cast<std::size_t>(topic)];
+    return rules[std::size_t(topic)];
 }
 
 } // namespace

@@ -13,7 +13,7 @@ DeviceListModel::DeviceListModel(device_searcher &searcher)
 
 void DeviceListModel::reloadData() {
     beginResetModel();
-    rows_ = static_cast<int>(searcher_.numberOfRowsInTableView(this));
+    rows_ = int(searcher_.numberOfRowsInTableView(this));
     endResetModel();
 }
 

@@ -201,7 +201,7 @@ void device_searcher::doubleClick(QObject *) {
 }
 
 quint64 device_searcher::numberOfRowsInTableView(QObject *) const {
-    return dataArray ? static_cast<quint64>(dataArray->size()) : 0;
+    return dataArray ? quint64(dataArray->size()) : 0;
 }
 
 QString device_searcher::tableView_objectValueForTableColumn_row(QObject *, const QString &,

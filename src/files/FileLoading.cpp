@@ -45,7 +45,7 @@ Result<void> accepted(const struct stat &status, qint64 limit) {
 Result<qint64> readFully(int file, char *bytes, qint64 size) {
     qint64 total = 0;
     while (total < size) {
-        const auto wanted = static_cast<size_t>(std::min(size - total, largestRead));
+        const auto wanted = size_t(std::min(size - total, largestRead));
         const ssize_t got = ::read(file, bytes + total, wanted);
         if (got < 0 && errno == EINTR)
             continue;
@@ -96,7 +96,7 @@ bool readsAs(int file, QByteArrayView bytes) {
         const qsizetype wanted = std::min(chunk.size(), bytes.size());
         const Result<qint64> got = readFully(file, chunk.data(), wanted);
         if (!got || *got != wanted ||
-            std::memcmp(chunk.constData(), bytes.data(), static_cast<size_t>(wanted)) != 0)
+            std::memcmp(chunk.constData(), bytes.data(), size_t(wanted)) != 0)
             return false;
         bytes = bytes.sliced(wanted);
     }

@@ -15,7 +15,7 @@ QByteArray uninitializedBytes(qsizetype size) {
     constexpr std::uintptr_t hugePage = std::uintptr_t(2) << 20;
     const auto begin = reinterpret_cast<std::uintptr_t>(bytes.constData());
     const std::uintptr_t firstPage = (begin + hugePage - 1) & ~(hugePage - 1);
-    const std::uintptr_t end = (begin + static_cast<std::uintptr_t>(size)) & ~(hugePage - 1);
+    const std::uintptr_t end = (begin + std::uintptr_t(size)) & ~(hugePage - 1);
     // Only a hint: if it is refused, the bytes are the same and merely slower to fill.
     if (firstPage < end)
         madvise(bytes.data() + (firstPage - begin), end - firstPage, MADV_HUGEPAGE);

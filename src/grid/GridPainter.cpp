@@ -37,7 +37,7 @@ QColor gridLineColor(const GridView &view) {
     QStyleOptionViewItem option;
     option.initFrom(&view);
     return QColor::fromRgba(
-        static_cast<QRgb>(view.style()->styleHint(QStyle::SH_Table_GridLineColor, &option, &view)));
+        QRgb(view.style()->styleHint(QStyle::SH_Table_GridLineColor, &option, &view)));
 }
 
 /// Space between the edge of a column and its text, in characters.

@@ -40,7 +40,7 @@ bool isAsciiGroup(const char *group) {
 }
 
 qsizetype sumOfCounters(quint64 counters) {
-    return static_cast<qsizetype>((counters * lowestBits) >> 56);
+    return qsizetype((counters * lowestBits) >> 56);
 }
 
 qsizetype unitsInGroup(const char *group) {
@@ -62,7 +62,7 @@ qsizetype unitsIn(const char *bytes, qsizetype count) {
     for (; at + groupSize <= count; at += groupSize)
         units += isAsciiGroup(bytes + at) ? groupSize : unitsInGroup(bytes + at);
     for (; at < count; ++at) {
-        const auto byte = static_cast<quint8>(bytes[at]);
+        const auto byte = quint8(bytes[at]);
         units += 1 + (byte >= 0xF0 ? 1 : 0) - (utf8::isContinuation(byte) ? 1 : 0);
     }
     return units;
@@ -97,7 +97,7 @@ public:
     }
 
 private:
-    quint8 byteAt(qsizetype offset) const { return static_cast<quint8>(bytes_.at(at_ + offset)); }
+    quint8 byteAt(qsizetype offset) const { return quint8(bytes_.at(at_ + offset)); }
     bool isWhole(int length) const {
         if (length > bytes_.size() - at_)
             return false;
@@ -244,7 +244,7 @@ QByteArrayView DisplayText::decodedBytes() const {
 void DisplayText::countUnits() {
     const QByteArrayView bytes = decodedBytes();
     std::vector<qsizetype> unitsBefore;
-    unitsBefore.reserve(static_cast<size_t>(bytes.size() / blockSize + 1));
+    unitsBefore.reserve(size_t(bytes.size() / blockSize + 1));
     qsizetype units = 0;
     for (qsizetype start = 0; start < bytes.size(); start += blockSize) {
         unitsBefore.push_back(units);

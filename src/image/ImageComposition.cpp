@@ -20,7 +20,7 @@ constexpr int kibibyteShift = 10;
 // Kibibytes become bytes in 32-bit arithmetic, which wraps round for very large values.
 qint32 padSizeOf(const QString &pad_to) {
     const qint32 size = scanInt(pad_to).value_or(0);
-    return size > 0 ? static_cast<qint32>(static_cast<quint32>(size) << kibibyteShift) : size;
+    return size > 0 ? qint32(quint32(size) << kibibyteShift) : size;
 }
 
 // One composition from its inputs to its image, step by step.
@@ -66,7 +66,7 @@ private:
 
     // A negative pad size counts as larger than any length, as unsigned numbers compare.
     bool asksForPadding(qint64 length) const {
-        return inputs_.pad && static_cast<quint64>(length) < static_cast<quint64>(padSize_);
+        return inputs_.pad && quint64(length) < quint64(padSize_);
     }
 
     // The length with padding; nothing if no image may be that large.
@@ -99,14 +99,12 @@ private:
         char *bytes = result_.image->data();
         fill(bytes, start);
         if (lengthOf(content) > 0)
-            std::memcpy(bytes + start, content->constData(), static_cast<size_t>(end - start));
+            std::memcpy(bytes + start, content->constData(), size_t(end - start));
         fill(bytes + end, length - end);
         return true;
     }
 
-    void fill(char *begin, qint64 count) const {
-        std::memset(begin, padByte_, static_cast<size_t>(count));
-    }
+    void fill(char *begin, qint64 count) const { std::memset(begin, padByte_, size_t(count)); }
 
     void reportFill(qint64 length) {
         report("filling output_data length:%1 with %2", length, padByte_);

@@ -23,8 +23,7 @@ std::optional<quint64> scanDigits(QStringView text, int base, quint64 limit) {
         const std::optional<int> digit = digitValue(character, base);
         if (!digit)
             break;
-        number = std::min(
-            number.value_or(0) * static_cast<quint64>(base) + static_cast<quint64>(*digit), limit);
+        number = std::min(number.value_or(0) * quint64(base) + quint64(*digit), limit);
     }
     return number;
 }
@@ -37,7 +36,7 @@ std::optional<quint32> scanHexInt(QStringView text) {
     if (prefixed && text.size() > 2 && digitValue(text.at(2), hexadecimal))
         text = text.sliced(2);
     const auto number = scanDigits(text, hexadecimal, std::numeric_limits<quint32>::max());
-    return number ? std::optional(static_cast<quint32>(*number)) : std::nullopt;
+    return number ? std::optional(quint32(*number)) : std::nullopt;
 }
 
 std::optional<qint32> scanInt(QStringView text) {
@@ -49,6 +48,6 @@ std::optional<qint32> scanInt(QStringView text) {
     const auto number = scanDigits(text, decimal, negative ? largest + 1 : largest);
     if (!number)
         return std::nullopt;
-    const auto value = static_cast<qint64>(*number);
-    return static_cast<qint32>(negative ? -value : value);
+    const auto value = qint64(*number);
+    return qint32(negative ? -value : value);
 }

@@ -22,7 +22,7 @@ QString fieldOf(QStringView text) {
     static const auto levels = [] {
         std::array<QString, 128> all;
         for (size_t unit = 0; unit < all.size(); ++unit)
-            all[unit] = QChar(static_cast<char16_t>(unit));
+            all[unit] = QChar(char16_t(unit));
         return all;
     }();
     const bool isLevel = text.size() == 1 && text.front() < QChar(char16_t(levels.size()));

@@ -77,7 +77,7 @@ int numberOf(const QString &text, qsizetype place) {
     const qsizetype colon = text.indexOf(u':');
     bool isNumber = false;
     const int number = text.left(colon < 0 ? text.size() : colon).toInt(&isNumber);
-    return isNumber ? number : static_cast<int>(place);
+    return isNumber ? number : int(place);
 }
 
 } // namespace

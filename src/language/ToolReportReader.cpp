@@ -83,7 +83,7 @@ void ToolReportReader::Line::clear() {
 }
 
 void ToolReportReader::take(QStringView piece, ToolStream stream) {
-    Line &line = lines_[static_cast<size_t>(stream)];
+    Line &line = lines_[size_t(stream)];
     for (const QChar character : piece) {
         if (character != u'\n' && character != u'\r') {
             line.append(character);

@@ -112,8 +112,7 @@ void ChildProcess::awaitEnd() {
 
 void ChildProcess::lookForEnd() {
     siginfo_t facts{};
-    const int result =
-        ::waitid(P_PID, static_cast<id_t>(pid_), &facts, WEXITED | WNOHANG | WNOWAIT);
+    const int result = ::waitid(P_PID, id_t(pid_), &facts, WEXITED | WNOHANG | WNOWAIT);
     const bool lost = result != 0 && errno == ECHILD;
     // Until the child is reaped its number, and so the group's, cannot belong to somebody else.
     const bool waitsForReaping = result == 0 && facts.si_pid == pid_;

@@ -11,7 +11,7 @@ namespace {
 qsizetype startOfUnfinishedCharacter(QByteArrayView bytes) {
     const qsizetype size = bytes.size();
     for (qsizetype back = 1; back <= 3 && back <= size; ++back) {
-        const auto byte = static_cast<uchar>(bytes[size - back]);
+        const auto byte = uchar(bytes[size - back]);
         if (!utf8::isContinuation(byte))
             return utf8::lengthOfCharacter(byte) > back ? size - back : size;
     }
@@ -30,7 +30,7 @@ QString OutputDecoder::decode(QByteArrayView bytes) {
     QString text;
     qsizetype next = 0;
     for (; missing_ > 0 && next < bytes.size(); ++next)
-        decodeByte(static_cast<uchar>(bytes[next]), text);
+        decodeByte(uchar(bytes[next]), text);
 
     const QByteArrayView rest = bytes.sliced(next);
     const qsizetype whole = startOfUnfinishedCharacter(rest);
@@ -41,7 +41,7 @@ QString OutputDecoder::decode(QByteArrayView bytes) {
     if (next < bytes.size())
         text.reserve(text.size() + bytes.size() - next);
     for (; next < bytes.size(); ++next)
-        decodeByte(static_cast<uchar>(bytes[next]), text);
+        decodeByte(uchar(bytes[next]), text);
     return text;
 }
 
@@ -68,13 +68,13 @@ void OutputDecoder::decodeByte(uchar byte, QString &text) {
         text += QChar(QChar::highSurrogate(character_));
         text += QChar(QChar::lowSurrogate(character_));
     } else {
-        text += QChar(static_cast<char16_t>(character_));
+        text += QChar(char16_t(character_));
     }
 }
 
 void OutputDecoder::startCharacter(uchar byte, QString &text) {
     if (byte < utf8::firstContinuation) {
-        text += QChar(static_cast<char16_t>(byte));
+        text += QChar(char16_t(byte));
         return;
     }
     const int length = utf8::lengthOfCharacter(byte);

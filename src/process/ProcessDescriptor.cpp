@@ -8,7 +8,7 @@
 
 FileDescriptor openProcess([[maybe_unused]] pid_t pid) {
 #ifdef SYS_pidfd_open
-    return FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)));
+    return FileDescriptor(int(::syscall(SYS_pidfd_open, pid, 0)));
 #else
     return {};
 #endif

@@ -27,9 +27,8 @@ void ReadHandle::waitForDataInBackgroundAndNotify() {
 }
 
 ReadOutcome ReadHandle::availableData(qint64 limit) {
-    QByteArray bytes(static_cast<qsizetype>(std::clamp(limit, qint64(1), largestChunk)),
-                     Qt::Uninitialized);
-    const ssize_t count = readFunction_(source_, bytes.data(), static_cast<size_t>(bytes.size()));
+    QByteArray bytes(qsizetype(std::clamp(limit, qint64(1), largestChunk)), Qt::Uninitialized);
+    const ssize_t count = readFunction_(source_, bytes.data(), size_t(bytes.size()));
     if (count > 0) {
         bytes.truncate(count);
         return bytes;

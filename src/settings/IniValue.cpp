@@ -101,7 +101,7 @@ private:
     void readNumber(int base) {
         char16_t unit = 0;
         while (beginsWithDigit(base))
-            unit = static_cast<char16_t>(unit * base + *digitValue(QLatin1Char(take()), base));
+            unit = char16_t(unit * base + *digitValue(QLatin1Char(take()), base));
         part_ += QChar(unit);
     }
 

@@ -174,10 +174,10 @@ void ConsoleView::apply(const TerminalUpdate &update) {
         document()->clear();
     const bool fromStart = update.linesBack >= blockCount();
     const qsizetype number = fromStart ? 0 : blockCount() - 1 - update.linesBack;
-    const QTextBlock block = document()->findBlockByNumber(static_cast<int>(number));
+    const QTextBlock block = document()->findBlockByNumber(int(number));
     const qsizetype column = fromStart ? 0 : std::min<qsizetype>(update.column, block.length() - 1);
     QTextCursor cursor(document());
-    cursor.setPosition(block.position() + static_cast<int>(column));
+    cursor.setPosition(block.position() + int(column));
     const int place = cursor.position();
     cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
     const QTextCursor user = textCursor();
@@ -207,7 +207,7 @@ void ConsoleView::trimView() {
     const int tooManyLines = blockCount() - mostLines;
     if (tooMany <= 0 && tooManyLines <= 0)
         return;
-    const auto place = static_cast<int>(tooMany + storage_.limit() / trimmedShare);
+    const auto place = int(tooMany + storage_.limit() / trimmedShare);
     const int byLength = tooMany > 0 ? document()->findBlock(place).blockNumber() + 1 : 0;
     const int byLines = tooManyLines > 0 ? tooManyLines + mostLines / trimmedShare : 0;
     removeFirstLines(std::clamp(std::max(byLength, byLines), 1, blockCount() - 1));

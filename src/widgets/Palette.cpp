@@ -35,9 +35,7 @@ double worstContrast(const QColor &color, const QPalette &palette) {
 }
 
 QColor mixed(const QColor &from, const QColor &to, double share) {
-    const auto channel = [share](int a, int b) {
-        return static_cast<int>(std::lround(a + (b - a) * share));
-    };
+    const auto channel = [share](int a, int b) { return int(std::lround(a + (b - a) * share)); };
     return QColor(channel(from.red(), to.red()), channel(from.green(), to.green()),
                   channel(from.blue(), to.blue()));
 }
@@ -50,7 +48,7 @@ QColor readable(const TextHue &hue, const QPalette &palette) {
     const QColor start = light ? hue.onLight : hue.onDark;
     const QColor end = light ? Qt::black : Qt::white;
     for (int step = 0; step < steps; ++step) {
-        const QColor color = mixed(start, end, static_cast<double>(step) / steps);
+        const QColor color = mixed(start, end, double(step) / steps);
         if (worstContrast(color, palette) >= smallestTextContrast)
             return color;
     }
