@@ -44,8 +44,7 @@ Bytes readWholeFile(const std::filesystem::path &path) {
     Bytes content;
     std::array<std::uint8_t, 65536> piece{};
     while (const std::size_t length = std::fread(piece.data(), 1, piece.size(), file.get()))
-        content.insert(content.end(), piece.begin(),
-                       piece.begin() + static_cast<std::ptrdiff_t>(length));
+        content.insert(content.end(), piece.begin(), piece.begin() + std::ptrdiff_t(length));
     return content;
 }
 

@@ -43,7 +43,7 @@ std::string digitsOfBytes(const Bytes &bytes) {
 }
 
 std::uint8_t sumOf(const Bytes &bytes) {
-    return static_cast<std::uint8_t>(std::accumulate(bytes.begin(), bytes.end(), 0U));
+    return std::uint8_t(std::accumulate(bytes.begin(), bytes.end(), 0U));
 }
 
 std::size_t bigEndian(const Bytes &bytes, std::size_t start, std::size_t length) {
@@ -66,7 +66,7 @@ bool beginsWithRecord(std::string_view content, char letter) {
 std::string_view takeRecordLine(std::string_view &content, std::size_t &lineNumber) {
     const auto start = std::min(content.find_first_not_of(lineEnds), content.size());
     const std::string_view passed = content.substr(0, start);
-    lineNumber += static_cast<std::size_t>(std::count(passed.begin(), passed.end(), '\n'));
+    lineNumber += std::size_t(std::count(passed.begin(), passed.end(), '\n'));
     content.remove_prefix(start);
     const std::string_view line = content.substr(0, content.find_first_of(lineEnds));
     content.remove_prefix(line.size());

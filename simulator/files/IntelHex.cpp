@@ -36,11 +36,10 @@ std::string_view complaintAbout(std::string_view line, const Bytes &record) {
 
 std::string recordText(std::size_t address, RecordType type, const Bytes &data) {
     constexpr unsigned byteBits = 8;
-    Bytes record{static_cast<std::uint8_t>(data.size()),
-                 static_cast<std::uint8_t>(address >> byteBits), static_cast<std::uint8_t>(address),
-                 type};
+    Bytes record{std::uint8_t(data.size()), std::uint8_t(address >> byteBits),
+                 std::uint8_t(address), type};
     record.insert(record.end(), data.begin(), data.end());
-    record.push_back(static_cast<std::uint8_t>(-sumOf(record)));
+    record.push_back(std::uint8_t(-sumOf(record)));
     return mark + digitsOfBytes(record) + "\n";
 }
 
@@ -84,13 +83,12 @@ std::string encodeIntelHex(const Bytes &content) {
     std::string text;
     for (std::size_t address = 0; address < content.size(); address += lineLength) {
         if (address % bank == 0 && address > 0)
-            text += recordText(0, LinearAddress,
-                               {static_cast<std::uint8_t>(address / bank / byteValues),
-                                static_cast<std::uint8_t>(address / bank)});
-        const auto start = content.begin() + static_cast<std::ptrdiff_t>(address);
+            text += recordText(
+                0, LinearAddress,
+                {std::uint8_t(address / bank / byteValues), std::uint8_t(address / bank)});
+        const auto start = content.begin() + std::ptrdiff_t(address);
         const auto length = std::min(lineLength, content.size() - address);
-        text += recordText(address % bank, Data,
-                           Bytes(start, start + static_cast<std::ptrdiff_t>(length)));
+        text += recordText(address % bank, Data, Bytes(start, start + std::ptrdiff_t(length)));
     }
     return text + recordText(0, EndOfFile, {});
 }

@@ -47,11 +47,11 @@ std::string_view complaintAbout(std::string_view line, const Bytes &record) {
 std::string recordText(char type, std::size_t address, const Bytes &data) {
     constexpr std::size_t byteBits = 8;
     const std::size_t length = addressLength(type);
-    Bytes record{static_cast<std::uint8_t>(length + data.size() + 1)};
+    Bytes record{std::uint8_t(length + data.size() + 1)};
     for (std::size_t i = length; i > 0; --i)
-        record.push_back(static_cast<std::uint8_t>(address >> byteBits * (i - 1)));
+        record.push_back(std::uint8_t(address >> byteBits * (i - 1)));
     record.insert(record.end(), data.begin(), data.end());
-    record.push_back(static_cast<std::uint8_t>(~sumOf(record)));
+    record.push_back(std::uint8_t(~sumOf(record)));
     return std::string{mark, type} + digitsOfBytes(record) + "\n";
 }
 
@@ -74,8 +74,7 @@ Records decodeSRecord(std::string_view content, std::size_t chipSize) {
                                std::string(complaint) + "."};
         const char type = line[1];
         const std::size_t length = addressLength(type);
-        const Bytes data(record.begin() + 1 + static_cast<std::ptrdiff_t>(length),
-                         record.end() - 1);
+        const Bytes data(record.begin() + 1 + std::ptrdiff_t(length), record.end() - 1);
         if (isEnd(type))
             return image;
         if (type == '0')
@@ -91,10 +90,10 @@ std::string encodeSRecord(const Bytes &content) {
     const bool isShort = content.size() <= shortAddresses;
     std::string text;
     for (std::size_t address = 0; address < content.size(); address += lineLength) {
-        const auto start = content.begin() + static_cast<std::ptrdiff_t>(address);
+        const auto start = content.begin() + std::ptrdiff_t(address);
         const auto length = std::min(lineLength, content.size() - address);
-        text += recordText(isShort ? '1' : '3', address,
-                           Bytes(start, start + static_cast<std::ptrdiff_t>(length)));
+        text +=
+            recordText(isShort ? '1' : '3', address, Bytes(start, start + std::ptrdiff_t(length)));
     }
     return text + recordText(isShort ? '9' : '7', 0, {});
 }

@@ -16,7 +16,7 @@ namespace {
 constexpr std::string_view customSuffix = "(custom)";
 
 char lowered(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    return letter >= 'A' && letter <= 'Z' ? char(letter - 'A' + 'a') : letter;
 }
 
 bool sameLetter(char one, char other) {

@@ -46,7 +46,7 @@ LogicPart gates(std::string name, const std::vector<Gate> &gatesOfPart, TruthTab
     const std::size_t width = gatesOfPart.front().inputs.size();
     for (unsigned value = 0; value < (1U << width); ++value) {
         LogicRow row(pins, ground, supply);
-        const bool answer = truth(std::popcount(value), static_cast<int>(width));
+        const bool answer = truth(std::popcount(value), int(width));
         for (const Gate &gate : gatesOfPart) {
             row.drive(gate.inputs, value).expect(gate.output, answer);
             if (answer && output == Output::OpenCollector)

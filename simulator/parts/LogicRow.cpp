@@ -5,8 +5,7 @@
 
 namespace sim {
 
-LogicRow::LogicRow(int pins, int ground, int supply)
-    : letterOfPin_(static_cast<std::size_t>(pins), 'X') {
+LogicRow::LogicRow(int pins, int ground, int supply) : letterOfPin_(std::size_t(pins), 'X') {
     put(ground, 'G').put(supply, 'V');
 }
 
@@ -45,7 +44,7 @@ LogicRow &LogicRow::expectFloating(const Bus &bus) {
 }
 
 LogicRow &LogicRow::put(int pin, char letter) {
-    letterOfPin_.at(static_cast<std::size_t>(pin - 1)) = letter;
+    letterOfPin_.at(std::size_t(pin - 1)) = letter;
     return *this;
 }
 

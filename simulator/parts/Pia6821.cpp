@@ -161,7 +161,7 @@ private:
     [[nodiscard]] LogicRow selectedRow(Register which) const {
         return portsRow()
             .drive(Bus{select0Pin, notSelect2Pin, select1Pin}, 0b101)
-            .drive(Bus{36, 35}, static_cast<unsigned>(which));
+            .drive(Bus{36, 35}, unsigned(which));
     }
 
     std::array<PortHalf, 2> halves_;

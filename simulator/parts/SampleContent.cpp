@@ -17,7 +17,7 @@ constexpr std::size_t pageSize = 256;
 void copyText(const std::string &text, Bytes &content, std::size_t start) {
     const std::size_t room = content.size() - std::min(start, content.size());
     std::copy_n(text.begin(), std::min(text.size(), room),
-                content.begin() + static_cast<std::ptrdiff_t>(content.size() - room));
+                content.begin() + std::ptrdiff_t(content.size() - room));
 }
 
 /// Sixteen characters, the last of them a line feed.
@@ -47,8 +47,8 @@ Bytes sampleContent(const Chip &chip) {
                  " bytes. Next page: every byte value once; then each line holds its address.\n",
              content, 0);
     if (content.size() >= 2 * pageSize) {
-        const auto table = content.begin() + static_cast<std::ptrdiff_t>(pageSize);
-        std::iota(table, table + static_cast<std::ptrdiff_t>(pageSize), std::uint8_t{0});
+        const auto table = content.begin() + std::ptrdiff_t(pageSize);
+        std::iota(table, table + std::ptrdiff_t(pageSize), std::uint8_t{0});
     }
     return content;
 }

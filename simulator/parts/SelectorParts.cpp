@@ -39,9 +39,8 @@ std::vector<DecoderStep> everyAddress(const Decoder &decoder) {
 
 LogicPart decoderPart(std::string name, const Decoder &decoder,
                       const std::vector<DecoderStep> &steps) {
-    LogicPart part{.name = std::move(name),
-                   .pins = static_cast<int>(decoder.socket.letters().size()),
-                   .rows = {}};
+    LogicPart part{
+        .name = std::move(name), .pins = int(decoder.socket.letters().size()), .rows = {}};
     for (const DecoderStep &step : steps)
         part.rows.push_back(decoderRow(decoder, step));
     return part;

@@ -202,8 +202,7 @@ std::optional<UsageError> takeOption(int letter, const char *argument, Dialect d
     case 't':
     case 'z':
     case 'F':
-        return UsageError{std::string("The simulator cannot do this: -") +
-                          static_cast<char>(letter)};
+        return UsageError{std::string("The simulator cannot do this: -") + char(letter)};
     default:
         break;
     }

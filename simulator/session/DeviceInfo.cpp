@@ -35,7 +35,7 @@ std::string packageOf(const Chip &chip, Dialect dialect) {
 
 std::string shortHex(int value) {
     std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "0x%02x", static_cast<unsigned>(value));
+    std::snprintf(text.data(), text.size(), "0x%02x", unsigned(value));
     return text.data();
 }
 

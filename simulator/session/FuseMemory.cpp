@@ -21,8 +21,7 @@ std::string linesOf(const std::vector<Fuse> &fuses, Dialect dialect) {
     for (const Fuse &fuse : fuses) {
         std::string value = hex(fuse.value, digits);
         for (char &letter : value)
-            letter =
-                letter >= 'A' && letter <= 'F' ? static_cast<char>(letter - 'A' + 'a') : letter;
+            letter = letter >= 'A' && letter <= 'F' ? char(letter - 'A' + 'a') : letter;
         text += fuse.name + equals + value + "\n";
     }
     return text;
@@ -35,7 +34,7 @@ std::optional<unsigned> valueIn(const std::string &text, const std::string &name
     std::smatch found;
     if (!std::regex_search(text, found, line))
         return std::nullopt;
-    return static_cast<unsigned>(std::stoul(found[2], nullptr, base));
+    return unsigned(std::stoul(found[2], nullptr, base));
 }
 
 std::string textOf(const std::filesystem::path &file) {

@@ -44,7 +44,7 @@ std::optional<ProgrammerModel> askForModel(Dialect dialect) {
     for (std::size_t i = 0; i < entries.size(); ++i)
         say(std::to_string(i + 1) + ") " + std::string(entries[i].text) + "\n");
     for (int answer = 0; (answer = readAnswer()) != EOF;) {
-        const auto index = static_cast<std::size_t>(answer - '1');
+        const auto index = std::size_t(answer - '1');
         if (answer >= '1' && index < entries.size())
             return entries[index].model;
     }
@@ -71,7 +71,7 @@ std::string countLine(const std::string &label, const std::vector<std::string> &
     const auto custom = std::count_if(names.begin(), names.end(), [](const std::string &name) {
         return name.ends_with("(custom)");
     });
-    const auto total = static_cast<std::ptrdiff_t>(names.size());
+    const auto total = std::ptrdiff_t(names.size());
     return label + std::to_string(total - custom) + " devices, " + std::to_string(custom) +
            " custom\n";
 }

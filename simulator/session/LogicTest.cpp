@@ -34,7 +34,7 @@ bool isOutputLetter(char letter) {
 
 /// The first pin that the part drives in any vector, counted from 0.
 std::size_t firstOutput(const LogicPart &part) {
-    const auto pins = static_cast<std::size_t>(part.pins);
+    const auto pins = std::size_t(part.pins);
     for (std::size_t pin = 0; pin < pins; ++pin)
         for (const LogicRow &row : part.rows)
             if (isOutputLetter(row.letters()[pin]))
@@ -96,7 +96,7 @@ Outcome testLogicPart(const LogicPart &part, const Environment &environment) {
         sayOvercurrent();
         return breakOff();
     }
-    const auto pins = static_cast<std::size_t>(part.pins);
+    const auto pins = std::size_t(part.pins);
     const std::size_t stuckPin = environment.has(Fault::BadLogicPins) ? firstOutput(part) : pins;
     Table table{headerOf(part.pins)};
     for (std::size_t i = 0; i < part.rows.size(); ++i) {

@@ -31,7 +31,7 @@ void say(std::string_view text) {
     while (!text.empty()) {
         const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
         if (written >= 0)
-            text.remove_prefix(static_cast<std::size_t>(written));
+            text.remove_prefix(std::size_t(written));
         else if (errno != EINTR)
             return;
     }

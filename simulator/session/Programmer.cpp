@@ -275,7 +275,7 @@ Outcome Programmer::compare(const Bytes &image, std::size_t readLength) {
         say("Verification OK\n");
         return Outcome::Good;
     }
-    const auto address = static_cast<std::size_t>(expected - image.begin());
+    const auto address = std::size_t(expected - image.begin());
     say("Verification failed at address " + hex(address, 4) + ": File=" + hex(*expected, 2) +
         ", Device=" + hex(*found, 2) + "\n");
     return Outcome::Failed;
