@@ -34,7 +34,7 @@ public:
 
     /// From 0 to \a most, which is 255 at the most; takes one byte.
     int number(int most) {
-        const auto byte = static_cast<std::uint8_t>(rest_.isEmpty() ? '\0' : rest_.front());
+        const auto byte = std::uint8_t(rest_.isEmpty() ? '\0' : rest_.front());
         bytes(1);
         return byte % (most + 1);
     }

@@ -10,7 +10,7 @@
 
 double heapInUse() {
     const auto info = mallinfo2();
-    return static_cast<double>(info.uordblks) + static_cast<double>(info.hblkhd);
+    return double(info.uordblks) + double(info.hblkhd);
 }
 
 double memoryOfProcess(int pid) {

@@ -9,7 +9,7 @@
 double median(std::vector<double> figures) {
     if (figures.empty())
         throw std::logic_error("a median of nothing");
-    const auto middle = figures.begin() + static_cast<std::ptrdiff_t>(figures.size() / 2);
+    const auto middle = figures.begin() + std::ptrdiff_t(figures.size() / 2);
     std::nth_element(figures.begin(), middle, figures.end());
     return *middle;
 }

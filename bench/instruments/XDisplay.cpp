@@ -94,9 +94,8 @@ PixelArea XDisplay::onDisplay(xcb_window_t window, const PixelArea &area) {
     const int top = std::max<int>(area.y, -all.y);
     const int right = std::min(area.x + area.width, width_ - all.x);
     const int bottom = std::min(area.y + area.height, height_ - all.y);
-    return {static_cast<int16_t>(left), static_cast<int16_t>(top),
-            static_cast<uint16_t>(std::max(right - left, 0)),
-            static_cast<uint16_t>(std::max(bottom - top, 0))};
+    return {int16_t(left), int16_t(top), uint16_t(std::max(right - left, 0)),
+            uint16_t(std::max(bottom - top, 0))};
 }
 
 std::vector<uint32_t> XDisplay::pixels(xcb_window_t window, const PixelArea &wanted) {
@@ -131,8 +130,7 @@ void XDisplay::focus(xcb_window_t window) {
 void XDisplay::clickInto(xcb_window_t window) {
     const PixelArea area = geometry(window);
     focus(window);
-    fake(XCB_MOTION_NOTIFY, 0, static_cast<int16_t>(area.x + area.width / 2),
-         static_cast<int16_t>(area.y + area.height / 2));
+    fake(XCB_MOTION_NOTIFY, 0, int16_t(area.x + area.width / 2), int16_t(area.y + area.height / 2));
     fake(XCB_BUTTON_PRESS, XCB_BUTTON_INDEX_1);
     fake(XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1);
     xcb_flush(connection_);
@@ -152,7 +150,7 @@ void XDisplay::press(xcb_keysym_t key, bool withControl) {
 
 xcb_keycode_t XDisplay::codeOf(xcb_keysym_t key) {
     const xcb_setup_t *setup = xcb_get_setup(connection_);
-    const auto count = static_cast<uint8_t>(setup->max_keycode - setup->min_keycode + 1);
+    const auto count = uint8_t(setup->max_keycode - setup->min_keycode + 1);
     const auto mapping = owned(xcb_get_keyboard_mapping_reply(
         connection_, xcb_get_keyboard_mapping(connection_, setup->min_keycode, count), nullptr));
     if (!mapping)
@@ -160,8 +158,7 @@ xcb_keycode_t XDisplay::codeOf(xcb_keysym_t key) {
     const xcb_keysym_t *keys = xcb_get_keyboard_mapping_keysyms(mapping.get());
     for (int index = 0; index < count * mapping->keysyms_per_keycode; ++index)
         if (keys[index] == key)
-            return static_cast<xcb_keycode_t>(setup->min_keycode +
-                                              index / mapping->keysyms_per_keycode);
+            return xcb_keycode_t(setup->min_keycode + index / mapping->keysyms_per_keycode);
     throw std::runtime_error("the X display's keyboard lacks a key");
 }
 

@@ -44,7 +44,7 @@ public:
     ~NullDeviceLog() override { ::close(device_); }
     void write(const QString &text) override {
         const QByteArray line = text.toUtf8() + '\n';
-        if (::write(device_, line.constData(), static_cast<size_t>(line.size())) != line.size())
+        if (::write(device_, line.constData(), size_t(line.size())) != line.size())
             throw std::runtime_error("nothing can be written into nowhere");
     }
 
@@ -121,8 +121,7 @@ private:
 
 std::string rate(qint64 bytes, double milliseconds) {
     char text[32];
-    std::snprintf(text, sizeof text, "%.0f MB/s",
-                  static_cast<double>(bytes) / 1e6 / (milliseconds / 1e3));
+    std::snprintf(text, sizeof text, "%.0f MB/s", double(bytes) / 1e6 / (milliseconds / 1e3));
     return text;
 }
 

@@ -34,7 +34,7 @@ std::vector<std::string> environmentIn(const std::string &folder) {
 
 int greenOf(uint32_t pixel) {
     constexpr int greenShift = 8;
-    return static_cast<int>((pixel >> greenShift) & 0xFF);
+    return int((pixel >> greenShift) & 0xFF);
 }
 
 // How many pixels differ much from the one before them. Letters have such edges; an empty page, a
@@ -114,8 +114,8 @@ void DesktopProgram::settle() {
 // A part of the page, large enough for a cursor that blinks there not to count.
 PixelArea DesktopProgram::page() {
     const PixelArea all = display_.geometry(window_);
-    return {static_cast<int16_t>(all.width * pageLeft_), static_cast<int16_t>(all.height * 2 / 5),
-            static_cast<uint16_t>(all.width / 5), static_cast<uint16_t>(all.height / 5)};
+    return {int16_t(all.width * pageLeft_), int16_t(all.height * 2 / 5), uint16_t(all.width / 5),
+            uint16_t(all.height / 5)};
 }
 
 double DesktopProgram::until(const std::string &what,

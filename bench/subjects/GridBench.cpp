@@ -74,7 +74,7 @@ void benchMemory(Table &table, Grid &grid, const Image &small, const Image &larg
     const double before = heapInUse();
     grid.resetAndPaint(large);
     table.limit("grid, memory for each byte of 256 MiB",
-                bytesPerByte((heapInUse() - before) / static_cast<double>(large.bytes->size())),
+                bytesPerByte((heapInUse() - before) / double(large.bytes->size())),
                 bytesPerByte(mostMemoryPerByte));
 }
 

@@ -26,7 +26,7 @@ constexpr useconds_t pollMicroseconds = 10'000;
 
 double cpuMilliseconds(const rusage &usage) {
     const auto ms = [](const timeval &time) {
-        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
+        return double(time.tv_sec) * 1e3 + double(time.tv_usec) / 1e3;
     };
     return ms(usage.ru_utime) + ms(usage.ru_stime);
 }

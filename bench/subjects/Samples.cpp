@@ -15,7 +15,7 @@ QByteArray randomBytes(qint64 size) {
     QByteArray bytes = uninitializedBytes(size);
     std::mt19937 random(std::mt19937::default_seed);
     for (char *at = bytes.data(), *end = at + size; at < end; ++at)
-        *at = static_cast<char>(random() & 0xFF);
+        *at = char(random() & 0xFF);
     return bytes;
 }
 
@@ -28,13 +28,13 @@ QByteArray asciiText(qint64 size) {
     for (qint64 at = 0; at < size; ++at)
         data[at] = (at + 1) % lineLength == 0
                        ? '\n'
-                       : static_cast<char>(firstPrintable + (at * 7 + at / lineLength) % printable);
+                       : char(firstPrintable + (at * 7 + at / lineLength) % printable);
     return bytes;
 }
 
 QByteArray multiByteText(qint64 size) {
     const QByteArray period = QStringLiteral("a\u00E9\u20AC\U0001F600").toUtf8();
-    return period.repeated(static_cast<qsizetype>(size / period.size()));
+    return period.repeated(qsizetype(size / period.size()));
 }
 
 void writeFile(const QString &path, const QByteArray &bytes) {

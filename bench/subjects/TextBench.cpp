@@ -38,7 +38,7 @@ qsizetype unitsByIconv(const QByteArray &bytes, const char *encoding) {
     const iconv_t converter = iconv_open("UTF-16LE", encoding);
     std::array<char, 64 * 1024> buffer;
     char *in = const_cast<char *>(bytes.constData()); // iconv() leaves it alone
-    auto inLeft = static_cast<size_t>(bytes.size());
+    auto inLeft = size_t(bytes.size());
     size_t written = 0;
     while (inLeft > 0) {
         char *out = buffer.data();
@@ -48,7 +48,7 @@ qsizetype unitsByIconv(const QByteArray &bytes, const char *encoding) {
         written += buffer.size() - outLeft;
     }
     iconv_close(converter);
-    return static_cast<qsizetype>(written / sizeof(char16_t));
+    return qsizetype(written / sizeof(char16_t));
 }
 
 // Adds up the bytes as words.
@@ -91,15 +91,14 @@ std::vector<double> measureTimes(const Sample &sample) {
 void benchMemory(Table &table, const std::string &what, const Sample &sample) {
     const double before = heapInUse();
     const DisplayText text(sample.bytes);
-    const double grown = (heapInUse() - before) / static_cast<double>(text.byteLength());
+    const double grown = (heapInUse() - before) / double(text.byteLength());
     const Figure ours = bytesPerByte(grown);
     if (sample.singleByte)
         table.limit(what + ", extra memory", ours, bytesPerByte(mostExtraMemory));
     else
-        table.compare(
-            what + ", extra memory", ours,
-            {"UTF-16 copy", bytesPerByte(sizeof(char16_t) * static_cast<double>(text.length()) /
-                                         static_cast<double>(text.byteLength()))});
+        table.compare(what + ", extra memory", ours,
+                      {"UTF-16 copy", bytesPerByte(sizeof(char16_t) * double(text.length()) /
+                                                   double(text.byteLength()))});
 }
 
 void benchSample(Table &table, const Sample &sample) {
