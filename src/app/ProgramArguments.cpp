@@ -92,8 +92,8 @@ ProgramArguments readArguments(const QStringList &words) {
     if (parser.isSet(help))
         return ProgramAnswer{parser.helpText()};
     if (parser.isSet(version))
-        return ProgramAnswer{QCoreApplication::applicationName() + QLatin1Char(' ') +
-                             QCoreApplication::applicationVersion() + QLatin1Char('\n')};
+        return ProgramAnswer{QCoreApplication::applicationName() + u' ' +
+                             QCoreApplication::applicationVersion() + u'\n'};
     for (const QCommandLineOption &option : {settings, state})
         if (const auto refusal = refusalOf(parser, option))
             return *refusal;

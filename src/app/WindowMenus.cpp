@@ -46,7 +46,7 @@ private:
 
 // File names may hold the mark of a mnemonic.
 QString menuText(QString path) {
-    return path.replace(QLatin1Char('&'), QStringLiteral("&&"));
+    return path.replace(u'&', QStringLiteral("&&"));
 }
 
 void fillRecentMenu(QMenu *recent, AppDelegate &delegate, const UserFiles &files) {

@@ -27,8 +27,8 @@ constexpr int keyDigits = 16;
 QString canonicalName(const QString &folder) {
     QString existing = QDir::cleanPath(QDir().absoluteFilePath(folder));
     QString rest;
-    while (!QFileInfo::exists(existing) && existing != QLatin1String("/")) {
-        rest.prepend(QLatin1Char('/') + QFileInfo(existing).fileName());
+    while (!QFileInfo::exists(existing) && existing != u"/") {
+        rest.prepend(u'/' + QFileInfo(existing).fileName());
         existing = QFileInfo(existing).path();
     }
     return QFileInfo(existing).canonicalFilePath() + rest;
@@ -95,5 +95,5 @@ WorkspaceLock::Outcome WorkspaceLock::unavailable() {
 }
 
 QString WorkspaceLock::socketPath() const {
-    return base_ + QLatin1String(".socket");
+    return base_ + QStringLiteral(".socket");
 }

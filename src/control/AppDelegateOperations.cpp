@@ -127,5 +127,5 @@ void AppDelegate::takeLogicReport(RunRecord &record) {
     outlets.tableview->reloadData();
     const QString failed = wordsFor(pinFailures(*report), state_.logictest_headers.size());
     if (!failed.isEmpty())
-        record.outcome.sentence += QLatin1Char(' ') + failed;
+        record.outcome.sentence += u' ' + failed;
 }

@@ -41,7 +41,7 @@ public:
     static QString encodedText(Operation operation, ImageEncoding encoding) {
         const QString what = tr("The tool takes these data for %1 text and decodes it by itself.")
                                  .arg(nameOf(encoding));
-        return what + QLatin1Char(' ') +
+        return what + u' ' +
                (operation == WriteOperation
                     ? tr("Press Write again to burn what it decodes, not the bytes shown.")
                     : tr("Press Verify again to compare the chip with what it decodes, not with "
@@ -90,7 +90,7 @@ std::optional<BurnDoubt> doubtAboutImage(const BurnSituation &situation) {
         return std::nullopt;
     if (!situation.fileIsImage)
         return BurnDoubt{.key = QStringLiteral("file"),
-                         .sentence = Wording::foreignFile(situation) + QLatin1Char(' ') +
+                         .sentence = Wording::foreignFile(situation) + u' ' +
                                      Wording::pressAgainForFile(situation),
                          .canWriteAgain = true};
     if (writes && !situation.hasImage)

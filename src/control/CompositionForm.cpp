@@ -32,7 +32,7 @@ CompositionInputs compositionInputs(const AppDelegateOutlets &outlets,
 
 void sayHowItCameOut(Messages &messages, const CompositionInputs &inputs,
                      const Composition &composition) {
-    const QString remarks = compositionRemarks(inputs, composition).join(QLatin1Char(' '));
+    const QString remarks = compositionRemarks(inputs, composition).join(u' ');
     if (composition.refused)
         messages.sayTrouble(Topic::Composition, remarks);
     else

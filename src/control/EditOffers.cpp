@@ -70,7 +70,7 @@ void EditOffers::sayRestored(int edits) {
     if (!differing.isEmpty())
         sentences << tr("This image was made with other values than these now: %1.")
                          .arg(QLocale().createSeparatedList(differing));
-    messages_.say(Topic::RestoredImage, sentences.join(QLatin1Char(' ')));
+    messages_.say(Topic::RestoredImage, sentences.join(u' '));
 }
 
 void EditOffers::noteSaved(const ByteBuffer &bytes) {

@@ -10,8 +10,8 @@ namespace {
 QString nameFilter(const FilePanelRequest &request) {
     QStringList patterns;
     for (const QString &extension : request.extensions)
-        patterns.append(QLatin1String("*.") + extension);
-    return QStringLiteral("%1 (%2)").arg(request.typeName, patterns.join(QLatin1Char(' ')));
+        patterns.append(QStringLiteral("*.") + extension);
+    return QStringLiteral("%1 (%2)").arg(request.typeName, patterns.join(u' '));
 }
 
 void prepare(QFileDialog &panel, const FilePanelRequest &request) {

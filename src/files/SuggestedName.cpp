@@ -8,7 +8,7 @@
 QString suggestedName(const QString &device, const QString &suffix) {
     static const QRegularExpression unfit(QStringLiteral("[^A-Za-z0-9@._+=-]+"));
     QString name = device.trimmed().replace(unfit, QStringLiteral("_"));
-    if (name.isEmpty() || name.startsWith(QLatin1Char('.')))
+    if (name.isEmpty() || name.startsWith(u'.'))
         name.prepend(QStringLiteral("chip"));
     return name + suffix;
 }

@@ -29,7 +29,7 @@ int childNumber(int row, int column) {
 }
 
 QAccessibleInterface *createForGrid(const QString &className, QObject *object) {
-    if (className != QLatin1String("GridView"))
+    if (className != u"GridView")
         return nullptr;
     return new GridAccessible(static_cast<GridView *>(object));
 }

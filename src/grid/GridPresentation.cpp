@@ -78,8 +78,8 @@ QString pinCell(const ShownContent &shown, const QString &column) {
 /// A field without the tails of the terminal colour sequences that the tool puts around it:
 /// bright red for a pin that differed, with the expected level after a minus sign.
 CellValue withoutColours(const QString &field) {
-    const auto reset = QLatin1String("[0m");
-    const auto brightRed = QLatin1String("[0;91m");
+    const QStringView reset = u"[0m";
+    const QStringView brightRed = u"[0;91m";
     if (const qsizetype at = field.indexOf(reset); at >= 0)
         return {field.sliced(at + reset.size()), false};
     if (const qsizetype at = field.indexOf(brightRed); at >= 0)

@@ -14,15 +14,15 @@
 namespace {
 
 struct Model {
-    QLatin1String vendorId;
-    QLatin1String productId;
-    QLatin1String name;
+    QStringView vendorId;
+    QStringView productId;
+    QStringView name;
 };
 
 constexpr std::array<Model, 3> models{{
-    {QLatin1String("04d8"), QLatin1String("e11c"), QLatin1String("TL866A/CS")},
-    {QLatin1String("a466"), QLatin1String("0a53"), QLatin1String("TL866II+, T48 or T56")},
-    {QLatin1String("a466"), QLatin1String("1a86"), QLatin1String("T76")},
+    {u"04d8", u"e11c", u"TL866A/CS"},
+    {u"a466", u"0a53", u"TL866II+, T48 or T56"},
+    {u"a466", u"1a86", u"T76"},
 }};
 
 // What the system says in the file name of device; empty if it says nothing.
@@ -65,7 +65,7 @@ std::optional<QList<UsbProgrammer>> pluggedProgrammers(const UsbFolders &folders
                 continue;
             const QString node =
                 nodePath(folders.nodes, attribute(device, "busnum"), attribute(device, "devnum"));
-            found.append({model.name, vendor, product, node, accessTo(node)});
+            found.append({model.name.toString(), vendor, product, node, accessTo(node)});
         }
     }
     return found;

@@ -119,7 +119,7 @@ QString BusyIndicator::elapsedText(qint64 milliseconds) {
     const qint64 minutes = seconds / secondsPerMinute;
     const qint64 hours = minutes / minutesPerHour;
     const auto twoDigits = [](qint64 number) {
-        return QString::number(number).rightJustified(2, QLatin1Char('0'));
+        return QString::number(number).rightJustified(2, u'0');
     };
     const QString second = twoDigits(seconds % secondsPerMinute);
     if (hours == 0)

@@ -55,7 +55,7 @@ void ConsoleStorage::trim() {
 // What stands in front of a good new start: a line's, or else a whole character's. The first unit
 // has to go in any case.
 qsizetype ConsoleStorage::unitsToGoodStart(const QString &text) {
-    const qsizetype lineBreak = text.indexOf(QLatin1Char('\n'));
+    const qsizetype lineBreak = text.indexOf(u'\n');
     if (lineBreak >= 0)
         return lineBreak + 1;
     const bool halfCharacter = text.size() > 1 && text[1].isLowSurrogate();

@@ -44,7 +44,7 @@ QFont consoleFont() {
 }
 
 QString withLineFeeds(QString text) {
-    return text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+    return text.replace(QChar::ParagraphSeparator, u'\n');
 }
 
 } // namespace

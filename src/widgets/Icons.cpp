@@ -64,7 +64,7 @@ QIcon drawnIcon(const QString &name, const QColor &color, const QColor &disabled
 
 QStringList iconNames() {
     registerIcons();
-    QStringList names = QDir(iconFolder).entryList({QLatin1Char('*') + iconSuffix}, QDir::Files);
+    QStringList names = QDir(iconFolder).entryList({u'*' + iconSuffix}, QDir::Files);
     for (QString &name : names)
         name.chop(iconSuffix.size());
     return names;

@@ -47,7 +47,7 @@ private:
 };
 
 QAccessibleInterface *createForButton(const QString &className, QObject *object) {
-    if (className != QLatin1String("MenuButton"))
+    if (className != u"MenuButton")
         return nullptr;
     return new MenuButtonAccessible(static_cast<MenuButton *>(object));
 }

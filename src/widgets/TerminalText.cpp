@@ -140,7 +140,7 @@ void TerminalText::write(QStringView plain) {
 void TerminalText::overwrite(QStringView plain) {
     touch(std::min(cursor_, line_.size()));
     if (cursor_ > line_.size())
-        line_.resize(cursor_, QLatin1Char(' '));
+        line_.resize(cursor_, u' ');
     const qsizetype covered = std::min(plain.size(), line_.size() - cursor_);
     if (covered > 0) {
         std::copy_n(plain.begin(), covered, line_.begin() + cursor_);
@@ -160,7 +160,7 @@ void TerminalText::blankHalfCharacters(qsizetype index) {
     if (leftIsHigh == rightIsLow || index >= line_.size())
         return;
     const qsizetype half = rightIsLow ? index : index - 1;
-    line_[half] = QLatin1Char(' ');
+    line_[half] = u' ';
     touch(half);
 }
 
@@ -210,7 +210,7 @@ void TerminalText::eraseInLine(int mode) {
         const qsizetype end = std::min(cursor_ + 1, line_.size());
         touch(floor_);
         for (qsizetype at = floor_; at < end; ++at)
-            line_[at] = QLatin1Char(' ');
+            line_[at] = u' ';
         blankHalfCharacters(end);
     }
 }
@@ -220,7 +220,7 @@ void TerminalText::truncateLine(qsizetype length) {
         return;
     touch(length);
     if (length > floor_ && line_[length - 1].isHighSurrogate()) {
-        line_[length - 1] = QLatin1Char(' ');
+        line_[length - 1] = u' ';
         touch(length - 1);
     }
     line_.truncate(length);
