@@ -93,7 +93,7 @@ Work parsingReport() {
     QString text = QStringLiteral("      1  2  3  4  5  6  7  8  9  10 11 12 13 14 \n");
     for (int row = 0; row < reportRows; ++row)
         text += QStringLiteral("%1: 0  0  H- 0  0  H  G  H  0  0  H  0  0  V  \n")
-                    .arg(row, 4, 10, QLatin1Char('0'));
+                    .arg(row, 4, 10, QChar(u'0'));
     return
         [text] { mustHold(parseLogicReport(text).rows.size() == reportRows, "rows are missing"); };
 }

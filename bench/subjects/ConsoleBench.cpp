@@ -107,8 +107,7 @@ public:
 
 private:
     bool showsTheEnd() const {
-        return console_.document()->lastBlock().text().contains(
-            QLatin1String("minipro has exited"));
+        return console_.document()->lastBlock().text().contains(u"minipro has exited");
     }
 
     ToolRunFolder folder_;
