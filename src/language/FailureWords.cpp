@@ -16,7 +16,7 @@ namespace {
 using namespace runEnds;
 using namespace toolErrors;
 
-// How much of the tool's own words a sentence repeats.
+/// How much of the tool's own words a sentence repeats.
 constexpr qsizetype maxQuote = 300;
 
 QString shortened(const QString &words) {
@@ -28,7 +28,7 @@ QString withFullStop(const QString &sentence) {
     return complete ? sentence : sentence + u'.';
 }
 
-// The words for one run or search that failed, or for what went wrong before one was stopped.
+/// The words for one run or search that failed, or for what went wrong before one was stopped.
 class FailureWording {
     Q_DECLARE_TR_FUNCTIONS(RunOutcome)
 

@@ -17,7 +17,7 @@ bool isWhiteSpace(QChar character) {
            (character > u'\x7f' && character.category() == QChar::Separator_Space);
 }
 
-// Nearly every field is a single level: those share their characters, one set for all reports.
+/// Nearly every field is a single level: those share their characters, one set for all reports.
 QString fieldOf(QStringView text) {
     static const auto levels = [] {
         std::array<QString, 128> all;
@@ -29,7 +29,7 @@ QString fieldOf(QStringView text) {
     return isLevel ? levels[text.front().unicode()] : text.toString();
 }
 
-// Calls take with each field of line, in order.
+/// Calls \a take with each field of \a line, in order.
 template <typename Take>
 void forEachField(QStringView line, const Take &take) {
     auto begin = line.begin();
@@ -43,7 +43,7 @@ void forEachField(QStringView line, const Take &take) {
     }
 }
 
-// Counted first, so that a row takes no more memory than its fields.
+/// Counted first, so that a row takes no more memory than its fields.
 QStringList fieldsOf(QStringView line) {
     qsizetype count = 0;
     forEachField(line, [&](QStringView) { ++count; });

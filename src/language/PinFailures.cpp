@@ -14,7 +14,7 @@
 
 namespace {
 
-// The fields of a line that the grid has room for, its number aside.
+/// The fields of a line that the grid has room for, its number aside.
 constexpr qsizetype pinsInGrid = 17;
 
 class PinWords {
@@ -35,7 +35,7 @@ private:
     static QString joined(const QList<int> &numbers);
 };
 
-// The runs of numbers as texts. A pair is no run.
+/// The runs of \a numbers as texts. A pair is no run.
 QStringList PinWords::runsOf(const QList<int> &numbers) {
     QStringList texts;
     for (qsizetype first = 0; first < numbers.size();) {
@@ -67,12 +67,12 @@ QString PinWords::failed(const QList<int> &pins, const QList<int> &vectors) {
                                : tr("%1 in vectors %2").arg(pinWords, joined(vectors));
 }
 
-// A bad field is bright red, and a minus sign follows the expected level.
+/// A bad field is bright red, and a minus sign follows the expected level.
 bool isMarkedBad(const QString &field) {
     return field.size() > 1 && (field.endsWith(u'-') || field.contains(u"[0;91m"));
 }
 
-// The number that text begins with or is; place if there is none.
+/// The number that \a text begins with or is; \a place if there is none.
 int numberOf(const QString &text, qsizetype place) {
     const qsizetype colon = text.indexOf(u':');
     bool isNumber = false;

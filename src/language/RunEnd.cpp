@@ -7,15 +7,15 @@ namespace {
 
 using namespace runEnds;
 
-// How a shell reports that it could not run a command, or that a signal killed it. The tool
-// itself ends with 0 or 1 alone.
+/// How a shell reports that it could not run a command, or that a signal killed it. The tool
+/// itself ends with 0 or 1 alone.
 constexpr int couldNotExecute = 126;
 constexpr int didNotFind = 127;
-// A signal's number is added to it.
+/// A signal's number is added to it.
 constexpr int signalBase = 128;
 constexpr int largestSignal = 64;
 
-// A shell that did not give its place to the tool tells of a signal by its exit code.
+/// A shell that did not give its place to the tool tells of a signal by its exit code.
 RunEnd endByStatus(const RunFacts &facts) {
     if (facts.killedBySignal)
         return Killed{facts.status};

@@ -14,7 +14,7 @@ namespace {
 
 using Verdict = RunOutcome::Verdict;
 
-// The sentences for one run.
+/// The sentences for one run.
 class OutcomeWording {
     Q_DECLARE_TR_FUNCTIONS(RunOutcome)
 

@@ -19,14 +19,14 @@ using Verdict = RunOutcome::Verdict;
 
 constexpr int mebibyteBits = 20;
 
-// run with the question that a search asks taken for what it means: there is no programmer.
+/// \a run with the question that a search asks taken for what it means: there is no programmer.
 RunFacts withQuestionAsCause(RunFacts run) {
     if (findsNoProgrammer(run.report))
         run.report.error = toolErrors::NoProgrammer{};
     return run;
 }
 
-// The words for one search.
+/// The words for one search.
 class SearchWording {
     Q_DECLARE_TR_FUNCTIONS(SearchOutcome)
 
@@ -53,7 +53,7 @@ private:
     RunFacts run_;
 };
 
-// A list that is too large, or no text, is not the tool's: what was started is another program.
+/// A list that is too large, or no text, is not the tool's: what was started is another program.
 QString SearchWording::noList(const Failure &failure) {
     const bool isTooLarge = failure.systemError == EFBIG;
     const bool isNoText = failure.systemError == EILSEQ;

@@ -15,7 +15,7 @@ namespace {
 using toolErrors::WrongSize;
 using Verdict = RunOutcome::Verdict;
 
-// parts as one text if the chip's code memory is not among them; else nothing.
+/// \a parts as one text if the chip's code memory is not among them; else nothing.
 QString partsAlone(const QStringList &parts) {
     static const QStringList others = {
         QStringLiteral("data"),     QStringLiteral("user"),      QStringLiteral("config"),
@@ -27,13 +27,13 @@ QString partsAlone(const QStringList &parts) {
     return codeIsMissing ? parts.join(u", ") : QString();
 }
 
-// The user's own switches tell the tool to say nothing of a size that differs.
+/// The user's own switches tell the tool to say nothing of a size that differs.
 bool keepsSizesSilent(const RunFacts &facts) {
     static const QRegularExpression silent(QStringLiteral("\\s-[A-Za-z]*S"));
     return facts.tool.contains(silent);
 }
 
-// The words for one run that ended well.
+/// The words for one run that ended well.
 class SuccessWording {
     Q_DECLARE_TR_FUNCTIONS(RunOutcome)
 
@@ -131,7 +131,7 @@ RunOutcome SuccessWording::write() const {
                            compare);
 }
 
-// The outcome where the bytes on the chip, or compared with it, are not just those of the file.
+/// The outcome where the bytes on the chip, or compared with it, are not just those of the file.
 std::optional<RunOutcome> SuccessWording::differentExtent() const {
     if (const QString kind = nameOf(encodingOf(facts_)); !kind.isEmpty())
         return decoded(kind);
@@ -180,8 +180,8 @@ RunOutcome SuccessWording::longFile(const WrongSize &sizes) const {
                      tr("Choose a larger chip or shorter data."));
 }
 
-// What lies behind the end is not certain: the tool fills the block that it reads at a time, and
-// what comes after that is as the erasure, or somebody else, left it.
+/// What lies behind the end is not certain: the tool fills the block that it reads at a time, and
+/// what comes after that is as the erasure, or somebody else, left it.
 RunOutcome SuccessWording::shortFile(const WrongSize &sizes) const {
     const std::optional<qint64> padTo = padToReach(sizes.needed, facts_);
     const QString needed = grouped(sizes.needed);

@@ -11,9 +11,9 @@
 
 namespace {
 
-// The tool's lines are far shorter; the rest of a longer one is noise.
+/// The tool's lines are far shorter; the rest of a longer one is noise.
 constexpr qsizetype longestLine = 4096;
-// How many parts of a chip, or folders, are kept by name.
+/// How many parts of a chip, or folders, are kept by name.
 constexpr qsizetype maxNames = 8;
 constexpr QChar escape(0x1B);
 
@@ -28,7 +28,7 @@ void addOnce(QStringList &names, const QString &name) {
         names.append(name);
 }
 
-// A line of the table of a logic test: the number of a vector and a colon first.
+/// A line of the table of a logic test: the number of a vector and a colon first.
 bool isVector(QStringView line) {
     constexpr qsizetype digits = 4;
     return line.size() > digits + 1 && line.sliced(digits).startsWith(u": ") &&
@@ -44,19 +44,19 @@ bool isOpening(QStringView line) {
     return startsWithAny(line, starts);
 }
 
-// What the tool goes on after is no cause of its end.
+/// What the tool goes on after is no cause of its end.
 bool isWarning(QStringView line) {
     return line.startsWith(u"Warning:", Qt::CaseInsensitive);
 }
 
-// The lines around a complaint that add nothing to it.
+/// The lines around a complaint that add nothing to it.
 bool isPadding(QStringView line) {
     static constexpr std::array<QStringView, 3> starts{u"minipro version ", u"See the manual page ",
                                                        u"(use '-y' to continue"};
     return startsWithAny(line, starts);
 }
 
-// What is said behind an unfinished count, which need not end its line.
+/// What is said behind an unfinished count, which need not end its line.
 QStringView behindCount(QStringView line) {
     static constexpr std::array<QStringView, 2> verbs{u"Reading ", u"Writing "};
     if (!startsWithAny(line, verbs))

@@ -12,8 +12,8 @@ namespace {
 using namespace toolErrors;
 using Match = QRegularExpressionMatch;
 
-// A sentence of failure: its pattern and what its captures mean. It begins with the fixed text
-// start, so that the pattern need not be tried on every line.
+/// A sentence of failure: its pattern and what its captures mean. It begins with the fixed text
+/// start, so that the pattern need not be tried on every line.
 struct Sentence {
     QStringView start;
     QRegularExpression pattern;
@@ -83,7 +83,7 @@ const auto &sentences() {
     return all;
 }
 
-// The one sentence that begins with a name.
+/// The one sentence that begins with a name.
 std::optional<ToolError> missingVectors(QStringView line) {
     constexpr QStringView ending = u": test vectors are not defined for this device type.";
     if (!line.endsWith(ending))

@@ -25,7 +25,7 @@ constexpr std::array<Model, 3> models{{
     {u"a466", u"1a86", u"T76"},
 }};
 
-// What the system says in the file name of device; empty if it says nothing.
+/// What the system says in the file \a name of \a device; empty if it says nothing.
 QString attribute(const QDir &device, const char *name) {
     constexpr qint64 longest = 64;
     QFile file(device.filePath(QLatin1String(name)));
@@ -34,7 +34,7 @@ QString attribute(const QDir &device, const char *name) {
     return QString::fromLatin1(file.read(longest)).trimmed().toLower();
 }
 
-// The path of the node of bus bus and device device, both of which have three digits there.
+/// The path of the node of \a bus and \a device, both of which have three digits there.
 QString nodePath(const QString &folder, const QString &bus, const QString &device) {
     constexpr int digits = 3;
     return folder + u'/' + bus.rightJustified(digits, u'0') + u'/' +
