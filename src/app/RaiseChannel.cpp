@@ -11,7 +11,7 @@ namespace {
 constexpr int patience = 3000; // milliseconds
 const QByteArray answerText = QByteArrayLiteral("raised\n");
 
-// A request is one line: the path of the file to open, if any, which may hold line breaks itself.
+/// A request is one line: the path of the file to open, if any, which may hold line breaks itself.
 QByteArray requestLine(const QString &binary) {
     return QUrl::toPercentEncoding(binary) + '\n';
 }

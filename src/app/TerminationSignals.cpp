@@ -13,7 +13,7 @@
 
 namespace {
 
-// A signal handler may do little more than write to a descriptor, which it is lent here.
+/// A signal handler may do little more than write to a descriptor, which it is lent here.
 int lentWakeUpEnd = -1;
 constexpr std::array<int, 3> handledSignals = {SIGTERM, SIGINT, SIGHUP};
 /// What each of the signals did before.
@@ -26,8 +26,8 @@ extern "C" void noteSignal(int) {
     errno = saved;
 }
 
-// A signal that the starter has turned off (nohup, or a shell that starts a program in the
-// background) is not meant for this program.
+/// A signal that the starter has turned off (nohup, or a shell that starts a program in the
+/// background) is not meant for this program.
 void takeOver() {
     struct sigaction action = {};
     action.sa_handler = noteSignal;

@@ -44,7 +44,7 @@ private:
     QMenu *menu_;
 };
 
-// File names may hold the mark of a mnemonic.
+/// File names may hold the mark of a mnemonic.
 QString menuText(QString path) {
     return path.replace(u'&', QStringLiteral("&&"));
 }
@@ -59,7 +59,7 @@ void fillRecentMenu(QMenu *recent, AppDelegate &delegate, const UserFiles &files
         recent->addAction(AppDelegate::tr("No files yet"))->setEnabled(false);
 }
 
-// Filled when the list changes, not when it is shown: assistive technology never shows it.
+/// Filled when the list changes, not when it is shown: assistive technology never shows it.
 QMenu *addRecentMenu(QMenu &file, AppDelegate &delegate, const UserFiles &files) {
     QMenu *recent = file.addMenu(AppDelegate::tr("Open r&ecent"));
     const auto fill = [recent, &delegate, &files] { fillRecentMenu(recent, delegate, files); };

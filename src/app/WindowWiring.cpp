@@ -151,7 +151,7 @@ void wireFiles(Ui::MainWindow &c, AppDelegate &delegate) {
     onClick(c.btn_export_output, &AppDelegate::export_output_data);
 }
 
-// Whatever is done in the window but looking at it.
+/// Whatever is done in the window but looking at it.
 void endPassingMessageByDeeds(MainWindow &window, AppDelegate &delegate, const WindowParts &parts) {
     Ui::MainWindow &c = window.controls();
     const auto by = [&window, &messages = parts.messages](auto *sender, auto deed) {
@@ -168,7 +168,7 @@ void endPassingMessageByDeeds(MainWindow &window, AppDelegate &delegate, const W
     }
 }
 
-// The icons are drawn in the palette's colour, so that they are taken anew when that changes.
+/// The icons are drawn in the palette's colour, so that they are taken anew when that changes.
 void setIcons(Ui::MainWindow &c, const QPalette &palette) {
     const std::pair<QAbstractButton *, const char *> icons[] = {
         {c.btn_read, "read-chip"},
@@ -189,7 +189,7 @@ void setIcons(Ui::MainWindow &c, const QPalette &palette) {
         button->setIcon(themedIcon(QLatin1String(name), palette));
 }
 
-// The beginning of a path tells more than its end.
+/// The beginning of a path tells more than its end.
 void showBeginning(QLineEdit *path) {
     const auto show = [path] {
         if (!path->hasFocus())
@@ -199,7 +199,7 @@ void showBeginning(QLineEdit *path) {
     QObject::connect(path, &QLineEdit::textChanged, path, show);
 }
 
-// The tool tip says what the field is for; that it is empty is said only while it is.
+/// The tool tip says what the field is for; that it is empty is said only while it is.
 void describeWhileEmpty(QLineEdit *field) {
     const auto describe = [field] {
         field->setAccessibleDescription(field->text().isEmpty() ? field->placeholderText()

@@ -22,8 +22,8 @@ namespace {
 
 constexpr int keyDigits = 16;
 
-// The same folder may be reached over links, and may not exist yet: what exists of the path is
-// made canonical, so that the key is the same before and after the folder is first created.
+/// The same folder may be reached over links, and may not exist yet: what exists of the path is
+/// made canonical, so that the key is the same before and after the folder is first created.
 QString canonicalName(const QString &folder) {
     QString existing = QDir::cleanPath(QDir().absoluteFilePath(folder));
     QString rest;

@@ -27,10 +27,10 @@
 
 namespace {
 
-// A starter that closed the standard descriptors would have the program's own files land on
-// them, and one that ignores the end of children would lose their status. A closed pipe and a
-// file that may not grow any more are errors of a write like others; children get both signals
-// back.
+/// A starter that closed the standard descriptors would have the program's own files land on
+/// them, and one that ignores the end of children would lose their status. A closed pipe and a
+/// file that may not grow any more are errors of a write like others; children get both signals
+/// back.
 void mendProcessState() {
     while (true) {
         FileDescriptor descriptor(::open("/dev/null", O_RDWR));
@@ -74,8 +74,8 @@ std::variant<Start, int> enter(Start start) {
                EXIT_FAILURE);
 }
 
-// Without a display the toolkit's application for windows ends the program on the spot, so what
-// needs no window comes before it. Gives the status where nothing else does.
+/// Without a display the toolkit's application for windows ends the program on the spot, so what
+/// needs no window comes before it. Gives the status where nothing else does.
 std::variant<Start, int> prepare(int argc, char *argv[]) {
     const QCoreApplication application(argc, argv);
     const ProgramArguments arguments = readArguments(QCoreApplication::arguments());

@@ -11,8 +11,8 @@
 
 namespace {
 
-// A single write keeps an event in one piece when several programs share the terminal; only a
-// partial write (a full pipe) makes a second one necessary.
+/// A single write keeps an event in one piece when several programs share the terminal; only a
+/// partial write (a full pipe) makes a second one necessary.
 void writeToStandardError(const QString &text) {
     writeAll(STDERR_FILENO, text.toUtf8() + '\n');
 }

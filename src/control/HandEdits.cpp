@@ -9,7 +9,7 @@
 
 namespace {
 
-// Compositions are numbered from 1 on; edits get numbers that those never reach.
+/// Compositions are numbered from 1 on; edits get numbers that those never reach.
 constexpr quint64 firstEditRevision = quint64(1) << 32;
 
 } // namespace

@@ -15,7 +15,7 @@ namespace {
 
 const QString firstFavourite = QStringLiteral("W27C512@DIP28");
 
-// A menu takes "&" for the mark of a mnemonic.
+/// A menu takes "&" for the mark of a mnemonic.
 QString menuText(QString name) {
     return name.replace(u'&', QStringLiteral("&&"));
 }

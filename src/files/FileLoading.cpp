@@ -21,7 +21,7 @@
 
 namespace {
 
-// One read() takes at most this much, so that no single call is cut by the system's own limit.
+/// One read() takes at most this much, so that no single call is cut by the system's own limit.
 constexpr qint64 largestRead = qint64(256) << 20;
 
 constexpr qsizetype comparedAtOnce = qsizetype(1) << 20;
@@ -41,7 +41,7 @@ Result<void> accepted(const struct stat &status, qint64 limit) {
     return {};
 }
 
-// Reads up to size bytes; returns how many there were.
+/// Reads up to \a size bytes; returns how many there were.
 Result<qint64> readFully(int file, char *bytes, qint64 size) {
     qint64 total = 0;
     while (total < size) {

@@ -36,7 +36,7 @@ Result<FileDescriptor> openToReplace(const QByteArray &name) {
     return file;
 }
 
-// The holder before may have put a new file in the place of the one that was opened.
+/// The holder before may have put a new file in the place of the one that was opened.
 bool standsAt(const QByteArray &name, const FileDescriptor &file) {
     struct stat opened = {};
     struct stat there = {};

@@ -16,7 +16,7 @@
 
 namespace {
 
-// The mode of the file, or the one that a file that is opened for writing begins with.
+/// The mode of the file, or the one that a file that is opened for writing begins with.
 mode_t modeOf(const QString &path) {
     constexpr mode_t permissionBits = 07777;
     constexpr mode_t newFile = 0666;
@@ -28,14 +28,14 @@ mode_t modeOf(const QString &path) {
     return newFile & ~mask;
 }
 
-// Where a link leads to, over however many others; a link to nothing is followed once.
+/// Where a link leads to, over however many others; a link to nothing is followed once.
 QString behindLinks(const QFileInfo &target) {
     if (target.exists())
         return target.canonicalFilePath();
     return target.isSymLink() ? target.symLinkTarget() : target.absoluteFilePath();
 }
 
-// Not every file system has an answer to give.
+/// Not every file system has an answer to give.
 bool isOnDisk(int file) {
     return ::fdatasync(file) == 0 || errno == EINVAL || errno == ENOTSUP;
 }

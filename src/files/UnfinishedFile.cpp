@@ -38,7 +38,7 @@ QByteArray folderOf(const QByteArray &path) {
     return slash == 0 ? QByteArrayLiteral("/") : path.first(slash);
 }
 
-// A file is locked by whoever writes it, so that nobody takes it for what a killed program left.
+/// A file is locked by whoever writes it, so that nobody takes it for what a killed program left.
 FileDescriptor lockedUnnamed(const QByteArray &path) {
 #ifdef O_TMPFILE
     FileDescriptor file(
@@ -56,7 +56,7 @@ QByteArray pathOf(int descriptor) {
     return "/proc/self/fd/" + QByteArray::number(descriptor);
 }
 
-// Gives \a file, which has no name, the name \a name. Fails if that is taken.
+/// Gives \a file, which has no name, the name \a name. Fails if that is taken.
 bool linkAs(int file, const QByteArray &name) {
     return ::linkat(AT_FDCWD, pathOf(file).constData(), AT_FDCWD, name.constData(),
                     AT_SYMLINK_FOLLOW) == 0;

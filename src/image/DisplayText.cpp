@@ -14,13 +14,13 @@
 
 namespace {
 
-// The units of multi-byte text are counted at the start of every block of this many bytes, and a
-// request decodes from there: at most one block before the first unit that is asked for.
+/// The units of multi-byte text are counted at the start of every block of this many bytes, and a
+/// request decodes from there: at most one block before the first unit that is asked for.
 constexpr qsizetype blockSize = 512;
 
-// Counts, in groups of words, the bytes that make the number of units differ from that of bytes:
-// each byte of a word is a counter of its own, marked in its lowest bit. A group is short enough
-// for the sum of all counters to fit into one byte.
+/// Counts, in groups of words, the bytes that make the number of units differ from that of bytes:
+/// each byte of a word is a counter of its own, marked in its lowest bit. A group is short enough
+/// for the sum of all counters to fit into one byte.
 constexpr qsizetype wordSize = sizeof(quint64);
 constexpr qsizetype groupSize = 16 * wordSize;
 constexpr quint64 lowestBits = 0x0101010101010101;
@@ -54,8 +54,8 @@ qsizetype unitsInGroup(const char *group) {
     return groupSize + sumOfCounters(pairs) - sumOfCounters(continuations);
 }
 
-// How many units the bytes begin: every byte that is no continuation begins one, and the first
-// of four bytes begins a pair of them.
+/// How many units \a bytes begin: every byte that is no continuation begins one, and the first
+/// of four bytes begins a pair of them.
 qsizetype unitsIn(const char *bytes, qsizetype count) {
     qsizetype units = 0;
     qsizetype at = 0;
@@ -68,8 +68,8 @@ qsizetype unitsIn(const char *bytes, qsizetype count) {
     return units;
 }
 
-// Walks through the characters of UTF-8 text. The text was valid once; where an edit has spoilt it
-// since, a byte that begins no character reads as U+FFFD, and nothing is read past the end.
+/// Walks through the characters of UTF-8 text. The text was valid once; where an edit has spoilt it
+/// since, a byte that begins no character reads as U+FFFD, and nothing is read past the end.
 class CharacterReader {
 public:
     explicit CharacterReader(QByteArrayView bytes) : bytes_(bytes) {}
@@ -115,11 +115,11 @@ bool isAscii(QByteArrayView bytes) {
     return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return quint8(byte) < 0x80; });
 }
 
-// The longest character of UTF-8, in bytes.
+/// The longest character of UTF-8, in bytes.
 constexpr qint64 longestCharacter = 4;
 
-// Bytes that are checked in one piece. Pieces begin with the first byte of a character, so that
-// the whole is UTF-8 if all of them are.
+/// Bytes that are checked in one piece. Pieces begin with the first byte of a character, so that
+/// the whole is UTF-8 if all of them are.
 constexpr qint64 checkedBlock = qint64(256) * 1024;
 
 std::optional<ByteRange> firstBlockThatIsNoUtf8(QByteArrayView bytes) {

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Somebody who tries controls comes back to one of the last few images.
+/// Somebody who tries controls comes back to one of the last few images.
 constexpr size_t maxKnown = 64;
 
 } // namespace

@@ -16,7 +16,7 @@ QStringView withoutLeadingSpace(QStringView text) {
     return text;
 }
 
-// The number that text begins with, but never more than limit.
+/// The number that \a text begins with, but never more than \a limit.
 std::optional<quint64> scanDigits(QStringView text, int base, quint64 limit) {
     std::optional<quint64> number;
     for (const QChar character : text) {

@@ -26,7 +26,7 @@
 
 namespace {
 
-// Deletes the file or link at path.
+/// Deletes the file or link at \a path.
 Result<void> removeFile(const QString &path) {
     const Result<QByteArray> name = systemName(path);
     if (const Failure *failure = name.failure())
@@ -43,13 +43,13 @@ Result<void> removeFile(const QString &path) {
     return {};
 }
 
-// In a folder that may not be changed the old image cannot be removed, but it can be emptied.
+/// In a folder that may not be changed the old image cannot be removed, but it can be emptied.
 void removeOldImage(const QString &path) {
     if (!removeFile(path) && QFileInfo(path).isFile() && isNoForeignLink(path))
         QFile::resize(path, 0);
 }
 
-// Through a link of somebody else's the image would replace a file that nobody meant.
+/// Through a link of somebody else's the image would replace a file that nobody meant.
 Result<void> save(const QString &path, const ByteBuffer &image) {
     if (!image)
         return Failure{QCoreApplication::translate("TemporaryWorkspace", "There is no image")};

@@ -17,7 +17,7 @@
 
 namespace {
 
-// How long a group may take to end by itself before it is killed.
+/// How long a group may take to end by itself before it is killed.
 constexpr std::chrono::seconds graceBeforeKill(2);
 constexpr std::chrono::milliseconds pollInterval(10);
 

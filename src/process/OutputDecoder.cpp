@@ -7,7 +7,7 @@
 
 namespace {
 
-// Where the character begins that bytes end within; their size if they end behind one.
+/// Where the character begins that \a bytes end within; their size if they end behind one.
 qsizetype startOfUnfinishedCharacter(QByteArrayView bytes) {
     const qsizetype size = bytes.size();
     for (qsizetype back = 1; back <= 3 && back <= size; ++back) {
@@ -18,7 +18,7 @@ qsizetype startOfUnfinishedCharacter(QByteArrayView bytes) {
     return size;
 }
 
-// Without ConvertInitialBom a byte-order mark would be dropped.
+/// Without ConvertInitialBom a byte-order mark would be dropped.
 QString decodeValid(QByteArrayView bytes) {
     QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom);
     return decoder(bytes);

@@ -23,8 +23,8 @@ int openPipe(int (&ends)[2]) {
 #endif
 }
 
-// A program started with a standard stream closed gets its number for the first thing it opens;
-// such an end would be overwritten while the child's streams are put in place.
+/// A program started with a standard stream closed gets its number for the first thing it opens;
+/// such an end would be overwritten while the child's streams are put in place.
 FileDescriptor aboveStandardStreams(FileDescriptor end) {
     if (end.get() >= firstOrdinaryDescriptor)
         return end;

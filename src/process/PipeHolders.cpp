@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// What is in folder, as far as that can be seen: processes come and go meanwhile.
+/// What is in \a folder, as far as that can be seen: processes come and go meanwhile.
 std::vector<fs::path> entriesOf(const fs::path &folder) {
     std::vector<fs::path> paths;
     std::error_code failure;
@@ -30,8 +30,8 @@ std::vector<fs::path> entriesOf(const fs::path &folder) {
     return paths;
 }
 
-// The pipe that the link to a descriptor stands for; nothing if it is something else. The link is
-// only read: what it leads to may be a file on a disk that does not answer.
+/// The pipe that the link to a descriptor stands for; nothing if it is something else. The link is
+/// only read: what it leads to may be a file on a disk that does not answer.
 std::optional<PipeIdentity> pipeBehind(const fs::path &link) {
     static const QRegularExpression pattern(QStringLiteral("^pipe:\\[(\\d+)\\]$"));
     std::error_code failure;

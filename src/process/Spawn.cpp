@@ -15,7 +15,7 @@ extern "C" char **environ;
 
 namespace {
 
-// Owns what the child does between its birth and its program.
+/// Owns what the child does between its birth and its program.
 class FileActions {
 public:
     FileActions() { ::posix_spawn_file_actions_init(&actions_); }
@@ -49,9 +49,9 @@ private:
     posix_spawn_file_actions_t actions_;
 };
 
-// A session of its own, and signals as a freshly started program expects them: a background
-// group of the terminal's session could be stopped by a login profile that talks to the
-// terminal, and an inherited blocked or ignored signal would make the child deaf.
+/// A session of its own, and signals as a freshly started program expects them: a background
+/// group of the terminal's session could be stopped by a login profile that talks to the
+/// terminal, and an inherited blocked or ignored signal would make the child deaf.
 class Attributes {
 public:
     Attributes() {

@@ -22,7 +22,7 @@ QString withoutTrailingSeparators(QString path) {
     return path;
 }
 
-// Without HOME (a bare service environment) the account's own entry still tells the home folder.
+/// Without HOME (a bare service environment) the account's own entry still tells the home folder.
 QString homeFolder() {
     const QString home = qEnvironmentVariable("HOME");
     if (!home.isEmpty())

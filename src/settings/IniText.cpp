@@ -23,7 +23,7 @@ bool isComment(QByteArrayView line) {
     return line.startsWith(';') || line.startsWith('#');
 }
 
-// The lines of content, each with what ends it.
+/// The lines of \a content, each with what ends it.
 QList<QByteArrayView> linesOf(QByteArrayView content) {
     QList<QByteArrayView> lines;
     while (!content.isEmpty()) {
@@ -38,7 +38,7 @@ QList<QByteArrayView> linesOf(QByteArrayView content) {
     return lines;
 }
 
-// The section of a heading, empty for General; nothing if the line is none.
+/// The section of a heading, empty for General; nothing if the line is none.
 std::optional<QString> sectionOf(QByteArrayView line) {
     const qsizetype end = line.indexOf(']');
     if (end < 0)
@@ -55,7 +55,7 @@ struct Entry {
     QByteArrayView value; // as it stands in the text, without blanks around it
 };
 
-// An entry ends before a comment; nothing if the line is none, or goes on in the next.
+/// An entry ends before a comment; nothing if the line is none, or goes on in the next.
 std::optional<Entry> entryOf(QByteArrayView line) {
     qsizetype equals = -1;
     qsizetype end = 0;
@@ -84,8 +84,8 @@ struct Line {
     QString key() const { return section.isEmpty() ? entry->name : section + u'/' + entry->name; }
 };
 
-// What the line text of the section section is; nothing if it is none of what may stand in
-// INI text.
+/// What the line \a text of \a section is; nothing if it is none of what may stand in
+/// INI text.
 std::optional<Line> lineFrom(QByteArrayView text, const QString &section) {
     const QByteArrayView inner = text.trimmed();
     Line line{text, section, inner.startsWith('['), std::nullopt};
@@ -100,7 +100,7 @@ std::optional<Line> lineFrom(QByteArrayView text, const QString &section) {
     return line.entry ? std::optional(line) : std::nullopt;
 }
 
-// The lines, which refer to content; nothing if it is damaged.
+/// The lines, which refer to \a content; nothing if it is damaged.
 std::optional<QList<Line>> parsed(QByteArrayView content) {
     if (!content.isValidUtf8() || std::any_of(content.begin(), content.end(), isControlCharacter))
         return std::nullopt;
@@ -118,7 +118,7 @@ std::optional<QList<Line>> parsed(QByteArrayView content) {
     return lines;
 }
 
-// The last entry of key; null if there is none.
+/// The last entry of \a key; null if there is none.
 const Entry *entryIn(const QList<Line> &lines, const QString &key) {
     const auto line = std::find_if(lines.rbegin(), lines.rend(), [&](const Line &candidate) {
         return candidate.entry && candidate.key() == key;
@@ -126,8 +126,8 @@ const Entry *entryIn(const QList<Line> &lines, const QString &key) {
     return line == lines.rend() ? nullptr : &*line->entry;
 }
 
-// After which line a new entry goes: after those that sort before it, else at the beginning of
-// its section, and never between a comment and what it may speak of. Null without the section.
+/// After which line a new entry goes: after those that sort before it, else at the beginning of
+/// its section, and never between a comment and what it may speak of. Null without the section.
 const Line *lineBefore(const QList<Line> &lines, const QString &section, const QString &name) {
     const Line *before = nullptr;
     for (const Line &line : lines) {

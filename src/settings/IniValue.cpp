@@ -24,7 +24,7 @@ bool isBlank(QChar c) {
     return c == u' ' || c == u'\t';
 }
 
-// Takes apart what is spelled: at bare commas, without quotes, with escapes resolved.
+/// Takes apart what is spelled: at bare commas, without quotes, with escapes resolved.
 class PartReader {
 public:
     explicit PartReader(QByteArrayView characters) : rest_(characters) {}
@@ -134,7 +134,7 @@ bool isObject(const QString &part) {
                        [&](const QString &object) { return part.startsWith(object); });
 }
 
-// What one part stands for: a leading at sign makes it a call, two make it a text.
+/// What one part stands for: a leading at sign makes it a call, two make it a text.
 QVariant meaningOf(const QString &part) {
     if (part.startsWith(u"@@"))
         return part.sliced(1);
@@ -147,7 +147,7 @@ QVariant meaningOf(const QString &part) {
     return isObject(part) ? QVariant() : QVariant(part);
 }
 
-// A byte-order mark is one, too: not all readers take it for a letter.
+/// A byte-order mark is one, too: not all readers take it for a letter.
 bool isControl(QChar c) {
     return c.unicode() < firstPrintable || c == deleteCharacter || c == byteOrderMark;
 }
@@ -159,7 +159,7 @@ bool isHalfOfAPair(QStringView text, qsizetype at) {
     return c.isLowSurrogate() && (at == 0 || !text.at(at - 1).isHighSurrogate());
 }
 
-// The escape for the one character; empty if it needs none.
+/// The escape for the one character; empty if it needs none.
 QString shortEscape(QChar c) {
     switch (c.unicode()) {
     case u'\\':

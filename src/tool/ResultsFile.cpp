@@ -16,7 +16,7 @@ namespace {
 
 constexpr mode_t modeOfNewFiles = 0666;
 
-// Non-blocking, because opening a FIFO would wait for a reader.
+/// Non-blocking, because opening a FIFO would wait for a reader.
 FileDescriptor openForAppending(const QString &path) {
     return FileDescriptor(::open(QFile::encodeName(path).constData(),
                                  O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK,

@@ -24,13 +24,13 @@
 
 namespace {
 
-// How many reads may be empty before the listening ends with the next one.
+/// How many reads may be empty before the listening ends with the next one.
 constexpr qint32 toleratedEmptyReads = 50;
 
-// How often something that the tool left behind is listened to: often enough to be followed, and
-// seldom enough to leave the window and the processor alone.
+/// How often something that the tool left behind is listened to: often enough to be followed, and
+/// seldom enough to leave the window and the processor alone.
 constexpr std::chrono::milliseconds paceAfterTheRun(100);
-// How long it may take to notice that nobody listens any more.
+/// How long it may take to notice that nobody listens any more.
 constexpr std::chrono::seconds graceAfterClosing(2);
 
 constexpr qsizetype largestCollectedOutput =
@@ -46,7 +46,7 @@ QString printed(const std::optional<QString> &value) {
     return value.value_or(QStringLiteral("(null)"));
 }
 
-// The end of text, with memory of its own; half a character at its beginning is left out.
+/// The end of text, with memory of its own; half a character at its beginning is left out.
 QString tailOf(const QString &text) {
     QString tail = text.right(ScriptedMiniPro::largestSaidTail);
     if (tail.size() < text.size() && tail.front().isLowSurrogate())

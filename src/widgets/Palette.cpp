@@ -40,8 +40,8 @@ QColor mixed(const QColor &from, const QColor &to, double share) {
                   channel(from.blue(), to.blue()));
 }
 
-// A theme between light and dark leaves a colour too faint: it then moves towards black or white
-// no further than it must, so that it keeps as much of its hue as can be read.
+/// A theme between light and dark leaves a colour too faint: it then moves towards black or white
+/// no further than it must, so that it keeps as much of its hue as can be read.
 QColor readable(const TextHue &hue, const QPalette &palette) {
     constexpr int steps = 16;
     const bool light = worstContrast(Qt::black, palette) >= worstContrast(Qt::white, palette);

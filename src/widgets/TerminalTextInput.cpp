@@ -31,7 +31,7 @@ bool isControl(char16_t unit) {
     return isC0(unit) || (unit >= 0x7f && unit <= 0x9f);
 }
 
-// Text documents take these for the borders of paragraphs and frames, not for characters.
+/// Text documents take these for the borders of paragraphs and frames, not for characters.
 bool isDocumentBorder(char16_t unit) {
     return unit == 0x2028 || unit == 0x2029 || unit == 0xfdd0 || unit == 0xfdd1;
 }
