@@ -17,7 +17,7 @@ std::string formatted(const char *unit, int decimals, double value) {
     return text;
 }
 
-// About three digits, whatever the size.
+/// About three digits, whatever the size.
 int decimalsFor(double value) {
     if (value < 1)
         return 3;

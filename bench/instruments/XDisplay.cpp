@@ -16,8 +16,8 @@ constexpr uint16_t smallestProgramWindow = 200;
 constexpr xcb_keysym_t controlKey = 0xFFE3;
 constexpr uint8_t fakeInputRequest = 2;
 
-// Input as if from the devices, by the XTEST extension: some toolkits ignore what is merely sent
-// to their windows.
+/// Input as if from the devices, by the XTEST extension: some toolkits ignore what is merely sent
+/// to their windows.
 xcb_extension_t testExtension{"XTEST", 0};
 
 struct FakeInput {

@@ -26,7 +26,7 @@ constexpr qint64 touchedMemory = 1024 * mebibyte;
 
 const std::string childPath = "/bin/true";
 
-// From nothing to a child that has been reaped, as a tool run has it.
+/// From nothing to a child that has been reaped, as a tool run has it.
 double runOurChild() {
     const Stopwatch stopwatch;
     Pipe input(Pipe::Direction::ToChild);

@@ -29,7 +29,7 @@ CompositionInputs inputs() {
     return inputs;
 }
 
-// The same bytes into memory that is there already: less than this cannot be done.
+/// The same bytes into memory that is there already: less than this cannot be done.
 void fillWarm(char *image, const QByteArray &content) {
     std::memset(image, 0xFF, contentStart);
     std::memcpy(image + contentStart, content.constData(), contentSize);

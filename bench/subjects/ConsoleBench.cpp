@@ -134,7 +134,7 @@ void compareWithDrain(Table &table, ConsoleRuns &runs, const std::string &what, 
                 milliseconds(mostLoopGap));
 }
 
-// At the console's size: letters of 21 points, about as many pixels.
+/// At the console's size: letters of 21 points, about as many pixels.
 std::vector<std::string> xtermWords(const std::string &program, const std::string &file) {
     return {program, "-fa", "DejaVu Sans Mono", "-fs", "21", "-geometry", "60x13", "-sl",
             "10000", "-e",  "/bin/cat",         file};

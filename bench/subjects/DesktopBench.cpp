@@ -28,7 +28,7 @@ constexpr qint64 openedSize = 256 * mebibyte;
 constexpr qint64 pagedSize = 16 * mebibyte;
 constexpr xcb_keysym_t burnTabKey = '2';
 
-// Where the windows have their bytes, at their first size as well as at the compared one.
+/// Where the windows have their bytes, at their first size as well as at the compared one.
 constexpr double velmPageLeft = 0.3;
 constexpr double oktetaPageLeft = 0.05;
 constexpr double ghexPageLeft = 0.2;
@@ -85,7 +85,7 @@ struct Rival {
     }
 };
 
-// A rival that cannot be driven here is a gap; our own failure is one of the measurement.
+/// A rival that cannot be driven here is a gap; our own failure is one of the measurement.
 template <typename Measure>
 void withRival(Table &table, const std::string &what, const Rival &other, const Measure &measure) {
     if (other.program.empty())
@@ -126,7 +126,7 @@ void compareStart(Table &table, Desk &desk, const Rival &other, std::optional<do
                   {other.name, mebibytes(median(theirMemory))}, mostMemory);
 }
 
-// Our window opens on the other tab, so that the page of the opened binary takes a key as well.
+/// Our window opens on the other tab, so that the page of the opened binary takes a key as well.
 double openWithVelm(Desk &desk, const QString &file) {
     DesktopProgram program = desk.start(desk.velm(file));
     program.untilFirstFrame();

@@ -24,7 +24,7 @@ constexpr int strongEdge = 64;
 constexpr double edgesOfAPage = 0.05;
 constexpr xcb_keysym_t pageDownKey = 0xFF56;
 
-// The same for all: a home without anybody's settings.
+/// The same for all: a home without anybody's settings.
 std::vector<std::string> environmentIn(const std::string &folder) {
     return {"QT_QPA_PLATFORM", "WAYLAND_DISPLAY",
             "XDG_CONFIG_HOME", "XDG_DATA_HOME",
@@ -37,8 +37,8 @@ int greenOf(uint32_t pixel) {
     return int((pixel >> greenShift) & 0xFF);
 }
 
-// How many pixels differ much from the one before them. Letters have such edges; an empty page, a
-// waiting sign or one page that fades into another have hardly any.
+/// How many pixels differ much from the one before them. Letters have such edges; an empty page, a
+/// waiting sign or one page that fades into another have hardly any.
 double edgeShare(const std::vector<uint32_t> &pixels) {
     size_t edges = 0;
     for (size_t index = 1; index < pixels.size(); ++index)

@@ -43,7 +43,7 @@ pid_t spawn(const std::vector<std::string> &words, int in, int out, int error) {
     return pid;
 }
 
-// Reads from both until both have ended.
+/// Reads from both until both have ended.
 void drain(int out, int error) {
     std::array<char, 64 * 1024> bin;
     std::array<pollfd, 2> streams{{{out, POLLIN, 0}, {error, POLLIN, 0}}};

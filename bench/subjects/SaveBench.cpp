@@ -83,7 +83,7 @@ std::vector<std::string> srecCatWords(const SaveJob &job, const std::string &pro
             "-binary"};
 }
 
-// The output begins with the lowest section, so one byte stands at the start of the image.
+/// The output begins with the lowest section, so one byte stands at the start of the image.
 std::vector<std::string> objcopyWords(const SaveJob &job, const std::string &program) {
     return {program,
             "-I",

@@ -32,8 +32,8 @@ struct Sample {
     bool singleByte;
 };
 
-// Converts through one small buffer that stays in the cache: the cheapest way to use it. Gives the
-// number of UTF-16 units.
+/// Converts through one small buffer that stays in the cache: the cheapest way to use it. Gives the
+/// number of UTF-16 units.
 qsizetype unitsByIconv(const QByteArray &bytes, const char *encoding) {
     const iconv_t converter = iconv_open("UTF-16LE", encoding);
     std::array<char, 64 * 1024> buffer;
@@ -51,7 +51,7 @@ qsizetype unitsByIconv(const QByteArray &bytes, const char *encoding) {
     return qsizetype(written / sizeof(char16_t));
 }
 
-// Adds up the bytes as words.
+/// Adds up the bytes as words.
 quint64 passOver(const QByteArray &bytes) {
     std::array<quint64, 4> sums{};
     std::array<quint64, 4> words{};
@@ -116,7 +116,7 @@ Sample sample(const char *name, const char *encoding, QByteArray bytes, bool sin
     return {name, encoding, std::make_shared<QByteArray>(std::move(bytes)), singleByte};
 }
 
-// Looks like ASCII almost to the end, so that all of it has to be looked at.
+/// Looks like ASCII almost to the end, so that all of it has to be looked at.
 QByteArray lateLatin1(qint64 size) {
     QByteArray bytes = asciiText(size);
     bytes.back() = '\xE9';

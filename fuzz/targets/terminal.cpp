@@ -10,7 +10,7 @@
 
 namespace {
 
-// These stand between the pieces of an input for what else happens to a terminal.
+/// These stand between the pieces of an input for what else happens to a terminal.
 constexpr QChar runBegins(0xe000);
 constexpr QChar runEnds(0xe001);
 
