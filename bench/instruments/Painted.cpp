@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr double patienceMilliseconds = 30'000;
+constexpr std::chrono::seconds patience(30);
 
 } // namespace
 
@@ -25,7 +25,7 @@ void PaintWatch::wait() {
     const Stopwatch stopwatch;
     while (!painted_) {
         QCoreApplication::processEvents();
-        if (stopwatch.milliseconds() > patienceMilliseconds)
+        if (stopwatch.isBeyond(patience))
             throw std::runtime_error("nothing was painted");
     }
 }

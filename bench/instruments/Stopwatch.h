@@ -14,6 +14,9 @@ public:
         return std::chrono::duration<double, std::milli>(Clock::now() - start_).count();
     }
 
+    /// True once more than \a time has gone by since the start.
+    bool isBeyond(std::chrono::milliseconds time) const { return Clock::now() - start_ > time; }
+
 private:
     using Clock = std::chrono::steady_clock;
     Clock::time_point start_ = Clock::now();

@@ -36,7 +36,7 @@ constexpr int terminalRounds = 3;
 constexpr QSize viewSize(1024, 420);
 constexpr double mostLoopGap = 50;
 constexpr double mostOfXterm = 1.0 / 8;
-constexpr double patienceMilliseconds = 120'000;
+constexpr std::chrono::minutes patience(2);
 
 /// Does what the program's log does, into nowhere.
 class NullDeviceLog final : public Log {
@@ -85,7 +85,7 @@ public:
             throw std::runtime_error("the tool run failed");
         while (!showsTheEnd()) {
             QCoreApplication::processEvents();
-            if (stopwatch.milliseconds() > patienceMilliseconds)
+            if (stopwatch.isBeyond(patience))
                 throw std::runtime_error("the console never shows the end");
         }
         console_.viewport()->repaint();

@@ -9,13 +9,13 @@
 #include <cstdlib>
 #include <set>
 #include <stdexcept>
-#include <unistd.h>
+#include <thread>
 
 namespace {
 
-constexpr double patienceMilliseconds = 20'000;
-constexpr useconds_t pollMicroseconds = 500;
-constexpr double quietMilliseconds = 150;
+constexpr std::chrono::seconds patience(20);
+constexpr std::chrono::microseconds pollInterval(500);
+constexpr std::chrono::milliseconds quietTime(150);
 constexpr uint16_t comparedWidth = 1024;
 constexpr uint16_t comparedHeight = 700;
 /// A window whose background alone is there has one or two colours; smooth letters bring many.
@@ -107,7 +107,7 @@ void DesktopProgram::settle() {
             last = std::move(now);
             quiet.restart();
         }
-        return quiet.milliseconds() > quietMilliseconds;
+        return quiet.isBeyond(quietTime);
     });
 }
 
@@ -120,11 +120,11 @@ PixelArea DesktopProgram::page() {
 
 double DesktopProgram::until(const std::string &what,
                              const std::function<bool()> &condition) const {
-    const Stopwatch patience;
+    const Stopwatch waiting;
     while (!condition()) {
-        if (patience.milliseconds() > patienceMilliseconds)
+        if (waiting.isBeyond(patience))
             throw std::runtime_error("the program never shows " + what);
-        usleep(pollMicroseconds);
+        std::this_thread::sleep_for(pollInterval);
     }
     return sinceStart_.milliseconds();
 }

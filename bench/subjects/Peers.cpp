@@ -15,14 +15,15 @@
 #include <stdexcept>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 extern "C" char **environ;
 
 namespace {
 
-constexpr int politeMilliseconds = 1000;
-constexpr useconds_t pollMicroseconds = 10'000;
+constexpr std::chrono::seconds graceTime(1);
+constexpr std::chrono::milliseconds pollInterval(10);
 
 double cpuMilliseconds(const rusage &usage) {
     const auto ms = [](const timeval &time) {
@@ -73,12 +74,12 @@ int spawn(std::vector<std::string> words, std::vector<std::string> environment) 
     return pid;
 }
 
-bool endsWithin(int pid, int milliseconds) {
+bool endsWithin(int pid, std::chrono::milliseconds time) {
     const Stopwatch stopwatch;
-    while (stopwatch.milliseconds() < milliseconds) {
+    while (!stopwatch.isBeyond(time)) {
         if (waitpid(pid, nullptr, WNOHANG) != 0)
             return true;
-        usleep(pollMicroseconds);
+        std::this_thread::sleep_for(pollInterval);
     }
     return false;
 }
@@ -114,7 +115,7 @@ int startCommand(const std::vector<std::string> &words, const std::vector<std::s
 
 void endCommand(int pid) {
     kill(pid, SIGTERM);
-    if (endsWithin(pid, politeMilliseconds))
+    if (endsWithin(pid, graceTime))
         return;
     kill(pid, SIGKILL);
     waitpid(pid, nullptr, 0);
