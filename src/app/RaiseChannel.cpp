@@ -6,9 +6,11 @@
 #include <QLocalSocket>
 #include <QUrl>
 
+#include <chrono>
+
 namespace {
 
-constexpr int patience = 3000; // milliseconds
+constexpr std::chrono::milliseconds patience(3000);
 const QByteArray answerText = QByteArrayLiteral("raised\n");
 
 /// A request is one line: the path of the file to open, if any, which may hold line breaks itself.
@@ -53,10 +55,10 @@ void RaiseServer::answer(QLocalSocket &caller) {
 RaiseAnswer requestRaise(const QString &socketPath, const QString &binary) {
     QLocalSocket socket;
     socket.connectToServer(socketPath);
-    if (!socket.waitForConnected(patience))
+    if (!socket.waitForConnected(int(patience.count())))
         return RaiseAnswer::Nobody;
     socket.write(requestLine(binary));
-    if (socket.waitForReadyRead(patience) && socket.readAll() == answerText)
+    if (socket.waitForReadyRead(int(patience.count())) && socket.readAll() == answerText)
         return RaiseAnswer::Raised;
     return socket.state() == QLocalSocket::ConnectedState ? RaiseAnswer::Silence
                                                           : RaiseAnswer::Nobody;

@@ -7,11 +7,12 @@
 #include "app/WorkspaceLock.h"
 
 #include <QDeadlineTimer>
-#include <QThread>
+
+#include <thread>
 
 namespace {
 
-constexpr unsigned long retryInterval = 20; // milliseconds
+constexpr std::chrono::milliseconds retryInterval(20);
 
 } // namespace
 
@@ -31,7 +32,7 @@ WorkspaceEntry enterWorkspace(WorkspaceLock &lock, const QString &binary,
             return WorkspaceEntry::Raised;
         if (answer == RaiseAnswer::Silence)
             return WorkspaceEntry::Silent;
-        QThread::msleep(retryInterval);
+        std::this_thread::sleep_for(retryInterval);
     } while (!patience.hasExpired());
     return WorkspaceEntry::Silent;
 }

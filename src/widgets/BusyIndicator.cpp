@@ -13,12 +13,8 @@
 
 namespace {
 
-constexpr qint64 millisecondsPerSecond = 1000;
-constexpr qint64 secondsPerMinute = 60;
-constexpr qint64 minutesPerHour = 60;
-
 /// Often enough that no second is skipped to the eye.
-constexpr int refreshMilliseconds = 200;
+constexpr std::chrono::milliseconds refreshInterval(200);
 
 /// Least width of the bar, in widths of a digit.
 constexpr int barDigits = 12;
@@ -114,22 +110,21 @@ void BusyIndicator::showTimes() {
                           : tr("silent for %1").arg(elapsedText(silent)));
 }
 
-QString BusyIndicator::elapsedText(qint64 milliseconds) {
-    const qint64 seconds = milliseconds / millisecondsPerSecond;
-    const qint64 minutes = seconds / secondsPerMinute;
-    const qint64 hours = minutes / minutesPerHour;
+QString BusyIndicator::elapsedText(std::chrono::milliseconds time) {
+    const std::chrono::hh_mm_ss parts(std::chrono::floor<std::chrono::seconds>(time));
+    const auto hours = parts.hours().count();
+    const auto minutes = parts.minutes().count();
     const auto twoDigits = [](qint64 number) {
         return QString::number(number).rightJustified(2, u'0');
     };
-    const QString second = twoDigits(seconds % secondsPerMinute);
+    const QString second = twoDigits(parts.seconds().count());
     if (hours == 0)
         return QStringLiteral("%1:%2").arg(QString::number(minutes), second);
-    return QStringLiteral("%1:%2:%3")
-        .arg(QString::number(hours), twoDigits(minutes % minutesPerHour), second);
+    return QStringLiteral("%1:%2:%3").arg(QString::number(hours), twoDigits(minutes), second);
 }
 
-qint64 BusyIndicator::monotonicClock() {
+std::chrono::milliseconds BusyIndicator::monotonicClock() {
     QElapsedTimer now;
     now.start();
-    return now.msecsSinceReference();
+    return std::chrono::milliseconds(now.msecsSinceReference());
 }

@@ -20,8 +20,8 @@ class BusyIndicator final : public QWidget {
     Q_OBJECT
 
 public:
-    /// A clock: milliseconds since any fixed moment, never going back.
-    using Clock = std::function<qint64()>;
+    /// A clock: the time since any fixed moment, never going back.
+    using Clock = std::function<std::chrono::milliseconds()>;
 
     /// A stopped indicator that takes the time from \a clock.
     explicit BusyIndicator(QWidget *parent = nullptr, Clock clock = monotonicClock);
@@ -46,10 +46,10 @@ public:
     /// Since when nothing was heard ("silent for 0:23"); empty while that is not said.
     QString silence() const;
 
-    /// \a milliseconds as minutes and seconds ("0:07"), from an hour on with hours ("1:02:03").
-    static QString elapsedText(qint64 milliseconds);
+    /// \a time as minutes and seconds ("0:07"), from an hour on with hours ("1:02:03").
+    static QString elapsedText(std::chrono::milliseconds time);
     /// The clock of the machine.
-    static qint64 monotonicClock();
+    static std::chrono::milliseconds monotonicClock();
 
 protected:
     void timerEvent(QTimerEvent *event) override;

@@ -6,7 +6,7 @@
 #include <QAction>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QElapsedTimer>
+#include <QDeadlineTimer>
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QMenu>
@@ -17,6 +17,7 @@
 #include <QTimerEvent>
 
 #include <algorithm>
+#include <chrono>
 
 namespace {
 
@@ -25,11 +26,11 @@ namespace {
 constexpr qsizetype sliceLength = qsizetype(4) * 1024;
 
 /// After the view was brought up to date, what comes within this time is shown together.
-constexpr int gatherMilliseconds = 25;
+constexpr std::chrono::milliseconds gatherTime(25);
 
 /// How long the view goes on taking in text in one turn of the event loop. What is left of the
-/// time until the next turn belongs to who prints.
-constexpr int turnMilliseconds = 10;
+/// time until the next turn belongs to whoever prints.
+constexpr std::chrono::milliseconds turnTime(10);
 
 /// Each removal costs a copy of the whole text, so that a part of the limit goes at once.
 constexpr int trimmedShare = 16;
@@ -146,17 +147,16 @@ QString ConsoleView::shownText() const {
 // Brings the view up to date, or nearer to it, and opens the time in which what comes next is
 // gathered. Where nobody printed since the last turn, all the time belongs to the view.
 void ConsoleView::showPending() {
-    QElapsedTimer turn;
-    turn.start();
+    const QDeadlineTimer turn(turnTime);
     const bool any = terminal_.hasUpdate();
-    while (terminal_.hasUpdate() && turn.elapsed() < turnMilliseconds)
+    while (terminal_.hasUpdate() && !turn.hasExpired())
         apply(terminal_.takeUpdate(sliceLength));
     if (any) {
         trimView();
         scrollToEnd();
     }
     const bool idle = !std::exchange(appended_, false);
-    timer_.start(idle && terminal_.hasUpdate() ? 0 : gatherMilliseconds, this);
+    timer_.start(idle && terminal_.hasUpdate() ? 0 : int(gatherTime.count()), this);
 }
 
 void ConsoleView::timerEvent(QTimerEvent *event) {

@@ -151,18 +151,18 @@ void TestSmallWidgets::busy_elapsedText_data() {
 
 void TestSmallWidgets::busy_elapsedText() {
     QFETCH(qint64, milliseconds);
-    QTEST(BusyIndicator::elapsedText(milliseconds), "text");
+    QTEST(BusyIndicator::elapsedText(std::chrono::milliseconds(milliseconds)), "text");
 }
 
 void TestSmallWidgets::busy_showsTheTimeWhileItRuns() {
-    qint64 now = 1000;
+    std::chrono::milliseconds now(1000);
     BusyIndicator busy(nullptr, [&] { return now; });
     busy.show();
     QCOMPARE(busy.text(), QString());
     busy.start();
     QVERIFY(busy.isRunning());
     QCOMPARE(busy.text(), u"0:00"_s);
-    now += 7000;
+    now += std::chrono::seconds(7);
     QTRY_COMPARE(busy.text(), u"0:07"_s);
     QVERIFY(busy.findChild<QProgressBar *>()->isVisible());
     QCOMPARE(busy.findChild<QProgressBar *>()->accessibleName(), u"Progress"_s);
