@@ -59,14 +59,20 @@ Result<void> save(const QString &path, const ByteBuffer &image) {
     return saveWholeFile(path, *image, Durability::ProgramEnd);
 }
 
+Failure usedByAnother() {
+    return Failure{
+        QCoreApplication::translate("TemporaryWorkspace", "Another window works with this folder")};
+}
+
 QString printable(const QString &text) {
     return text.isNull() ? QStringLiteral("(null)") : text;
 }
 
 } // namespace
 
-TemporaryWorkspace::TemporaryWorkspace(const SettingsStore &settings, Log &log)
-    : settings_(settings), log_(log) {}
+TemporaryWorkspace::TemporaryWorkspace(const SettingsStore &settings, Log &log,
+                                       std::function<bool()> mayUse)
+    : settings_(settings), log_(log), mayUse_(std::move(mayUse)) {}
 
 void TemporaryWorkspace::createTempDirectory() {
     const QString folder = temporaryFolder(settings_);
@@ -78,11 +84,12 @@ void TemporaryWorkspace::createTempDirectory() {
 Result<void> TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer &output_data) {
     createTempDirectory();
     const QString path = resolvedPathOf(settings_, settingsKeys::temp_output_file);
-    lastWrite_ = save(path, output_data);
-    if (!lastWrite_) {
+    const bool ours = isOurs();
+    lastWrite_ = ours ? save(path, output_data) : usedByAnother();
+    if (!lastWrite_)
         log_.write(QStringLiteral("error writing to temp file"));
+    if (!lastWrite_ && ours)
         removeOldImage(path);
-    }
     const std::optional<FileStamp> stamp = FileStamp::of(path);
     written_ = lastWrite_ && stamp ? std::optional(Written{path, *stamp}) : std::nullopt;
     return lastWrite_;
@@ -117,7 +124,7 @@ QString TemporaryWorkspace::sharedFolder() const {
 }
 
 void TemporaryWorkspace::clear_temp_files() {
-    if (!QFileInfo::exists(temporaryFolder(settings_)))
+    if (!QFileInfo::exists(temporaryFolder(settings_)) || !isOurs())
         return;
     removeUnfinished(resolvedPathOf(settings_, settingsKeys::temp_output_file));
     const QString keys[] = {settingsKeys::temp_output_file, settingsKeys::temp_read_from_chip_file,

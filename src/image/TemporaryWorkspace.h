@@ -7,6 +7,8 @@
 #include "files/ByteBuffer.h"
 #include "files/FileStamp.h"
 
+#include <functional>
+
 class Log;
 class SettingsStore;
 
@@ -15,8 +17,9 @@ class SettingsStore;
 /// logged and nothing more; no call shows anything to the user.
 class TemporaryWorkspace {
 public:
-    /// \a settings and \a log must outlive this object.
-    TemporaryWorkspace(const SettingsStore &settings, Log &log);
+    /// \a settings and \a log must outlive this object. \a mayUse says, before anything in the
+    /// folder is changed, whether it is this program's; without it, it is.
+    TemporaryWorkspace(const SettingsStore &settings, Log &log, std::function<bool()> mayUse = {});
 
     /// Makes sure that the temporary folder exists. Anything that stands at its path counts as
     /// existing. A failure is logged; whatever is written there then fails as well.
@@ -24,7 +27,8 @@ public:
 
     /// Writes the whole of \a output_data to the temporary output file; the file is replaced in
     /// one step, so the tool never reads half an image. A failure, and logged, if that did not work
-    /// or if \a output_data is null; no older image is then left at the path.
+    /// or if \a output_data is null; no older image is then left at the path. The folder is made
+    /// for it; in one that is another program's nothing changes.
     Result<void> write_output_data_to_temp_file(const ByteBuffer &output_data);
 
     /// The same for an image of which just the bytes of \a changed are other ones than at the call
@@ -40,9 +44,9 @@ public:
     QString sharedFolder() const;
 
     /// Deletes the output, read and search results files of an earlier run, if the temporary
-    /// folder exists. Only files and links are deleted, never a folder. After a failed
-    /// deletion every later one is logged as well; one that succeeded bears the description of the
-    /// failure before it.
+    /// folder exists and is this program's. Only files and links are deleted, never a folder. After
+    /// a failed deletion every later one is logged as well; one that succeeded bears the
+    /// description of the failure before it.
     void clear_temp_files();
 
     /// What the last write_output_data_to_temp_file() came to; no failure before the first.
@@ -51,12 +55,14 @@ public:
 private:
     const SettingsStore &settings_;
     Log &log_;
+    std::function<bool()> mayUse_;
     /// The file as it was left when it was last written; nothing where that failed.
     struct Written {
         QString path;
         FileStamp stamp;
     };
 
+    bool isOurs() const { return !mayUse_ || mayUse_(); }
     bool patch(const QByteArray &bytes, ByteRange changed);
 
     Result<void> lastWrite_;

@@ -43,6 +43,8 @@ private slots:
     void create_leavesWhatIsThere();
     void create_failureIsLogged_data();
     void create_failureIsLogged();
+    void folderOfAnotherProgram_isLeftAlone();
+    void folder_isAskedForOnceItIsThere();
 
 private:
     void makeFiles(const QStringList &paths) const {
@@ -199,6 +201,33 @@ void TestTemporaryWorkspace::create_failureIsLogged() {
     at->settings.setValue(temp_output_file, path);
     at->workspace.createTempDirectory();
     QCOMPARE(at->log.lines, QStringList({QStringLiteral("error creating temp directory")}));
+}
+
+void TestTemporaryWorkspace::folderOfAnotherProgram_isLeftAlone() {
+    makeFiles({at->output(), at->read(), at->search()});
+    TemporaryWorkspace workspace(at->settings, at->log, [] { return false; });
+    workspace.clear_temp_files();
+    QCOMPARE(at->log.lines, QStringList());
+    const ByteBuffer image = std::make_shared<QByteArray>("image");
+    for (const ByteBuffer &bytes : {image, ByteBuffer()})
+        QVERIFY(!workspace.write_output_data_to_temp_file(bytes));
+    QCOMPARE(at->log.lines, QStringList({QStringLiteral("error writing to temp file"),
+                                         QStringLiteral("error writing to temp file")}));
+    for (const QString &path : {at->output(), at->read(), at->search()})
+        QCOMPARE(readWholeFile(path), QByteArray("x"));
+}
+
+void TestTemporaryWorkspace::folder_isAskedForOnceItIsThere() {
+    QStringList asked;
+    TemporaryWorkspace workspace(at->settings, at->log, [&] {
+        asked.append(at->names());
+        return QFile::exists(at->folder());
+    });
+    workspace.clear_temp_files();
+    QCOMPARE(asked, QStringList());
+    QVERIFY(workspace.write_output_data_to_temp_file(std::make_shared<QByteArray>("image")));
+    QCOMPARE(asked, QStringList(QString()));
+    QCOMPARE(at->names(), QStringLiteral("temp.bin"));
 }
 
 QTEST_GUILESS_MAIN(TestTemporaryWorkspace)
