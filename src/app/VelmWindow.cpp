@@ -32,7 +32,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
                 work_),
       searchPanel_(searcher_, &window_),
       delegate_({surroundings.settings, toolTrust_, surroundings.log, queue_, surroundings.beep,
-                 work_, messages_, gate_, files_}),
+                 work_, messages_, gate_, files_, surroundings.mayUseFolder}),
       verdictLine_(runLog_, messages_, [this] { return shownNow(); }),
       progressView_(*window_.controls().busy),
       runControls_(window_.controls()) {

@@ -36,6 +36,8 @@ public:
         FilePanels &panels;
         std::function<void()> beep;
         QString memoryPath; ///< file of what the program remembers for itself
+        /// Says whether the folder of the temporary files is this program's; without it, it is.
+        std::function<bool()> mayUseFolder = {};
     };
 
     explicit VelmWindow(const Surroundings &surroundings);

@@ -79,14 +79,22 @@ WorkspaceLock::Outcome WorkspaceLock::take() {
         return unavailable();
     if (locking == Locking::Held)
         return Outcome::HeldByAnother;
-    // Where there is no folder yet, or its file system knows no locks, the file has to do.
+    if (!holdFolder())
+        return Outcome::HeldElsewhere;
+    file_ = std::move(file);
+    return Outcome::Taken;
+}
+
+// Where there is no folder yet, or its file system knows no locks, the file has to do.
+bool WorkspaceLock::holdFolder() {
+    if (folder_.isOpen())
+        return true;
     FileDescriptor folder(::open(QFile::encodeName(temporaryFolder_).constData(),
                                  O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder.isOpen() && lockAtOnce(folder) == Locking::Held)
-        return Outcome::HeldElsewhere;
-    file_ = std::move(file);
+        return false;
     folder_ = std::move(folder);
-    return Outcome::Taken;
+    return true;
 }
 
 WorkspaceLock::Outcome WorkspaceLock::unavailable() {

@@ -14,8 +14,8 @@ QString folderForLocks(const QString &runtimeFolder, const QString &ownFolder);
 /// The right to use one temporary folder: two programs that exchange images with the tool through
 /// the same four files would burn each other's data. The lock is the kernel's own on a file in the
 /// runtime folder, so it goes with its process however that ends; it never stands in the temporary
-/// folder, whose absence at a first start means something. A folder that is there is locked itself
-/// as well, since sessions of one user may have different runtime folders.
+/// folder, whose absence at a first start means something. That folder is locked itself as well,
+/// as soon as it is there, since sessions of one user may have different runtime folders.
 class WorkspaceLock {
 public:
     enum class Outcome {
@@ -31,6 +31,9 @@ public:
 
     /// Tries to take the lock, without waiting.
     Outcome take();
+    /// Locks the temporary folder, unless it is locked or still missing. False if another process
+    /// has made it its own since take(): nothing in it may be changed then.
+    bool holdFolder();
     /// Why take() gave Unavailable.
     QString problem() const { return problem_; }
     /// Where the holder of the lock listens for other starts.

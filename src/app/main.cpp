@@ -48,6 +48,12 @@ int say(const QString &line, int status) {
     return status;
 }
 
+int sayItRunsElsewhere() {
+    return say(QCoreApplication::translate("main", "VELM is already running on this workspace, but "
+                                                   "its window does not answer."),
+               EXIT_FAILURE);
+}
+
 /// What a start has when its window may open. The settings were opened before there was an
 /// application with a window and must not need its event loop until it runs.
 struct Start {
@@ -63,9 +69,7 @@ std::variant<Start, int> enter(Start start) {
     case WorkspaceEntry::Raised:
         return EXIT_SUCCESS;
     case WorkspaceEntry::Silent:
-        return say(QCoreApplication::translate("main", "VELM is already running on this workspace, "
-                                                       "but its window does not answer."),
-                   EXIT_FAILURE);
+        return sayItRunsElsewhere();
     case WorkspaceEntry::Unavailable:
         break;
     }
@@ -102,11 +106,14 @@ std::variant<Start, int> prepare(int argc, char *argv[]) {
 int runWindow(const Start &start) {
     StandardErrorLog log;
     DesktopFilePanels panels;
-    VelmWindow velm(
-        {*start.settings, log, panels, [] { QApplication::beep(); }, start.options.memory});
+    VelmWindow velm({*start.settings, log, panels, [] { QApplication::beep(); },
+                     start.options.memory, [&lock = *start.lock] { return lock.holdFolder(); }});
     TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::received, &velm, &VelmWindow::askToEnd);
     velm.start();
+    // The folder may have been missing until now, and another start with it.
+    if (!start.lock->holdFolder())
+        return sayItRunsElsewhere();
     if (!start.options.binary.isEmpty())
         velm.delegate().openBinary(start.options.binary);
     // Whoever finds it listening may expect an answer soon.

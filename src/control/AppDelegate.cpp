@@ -22,7 +22,7 @@ constexpr qsizetype expectedRuns = 10;
 
 AppDelegate::AppDelegate(const Surroundings &surroundings)
     : with_(surroundings),
-      workspace_(with_.defaults, with_.log),
+      workspace_(with_.defaults, with_.log, with_.mayUseFolder),
       secondPress_(with_.messages),
       burnFile_(state_.output_data, workspace_, with_.defaults, with_.toolTrust, with_.messages,
                 secondPress_, with_.gate),

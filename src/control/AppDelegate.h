@@ -58,6 +58,7 @@ public:
         Messages &messages;
         const ActionGate &gate; ///< every action asks it first
         UserFiles &files;
+        std::function<bool()> mayUseFolder; ///< of the temporary files
     };
 
     explicit AppDelegate(const Surroundings &surroundings);

@@ -76,6 +76,7 @@ public:
 
     /// Waits until the program has started up; its log tells.
     bool isUp() {
+        standardError += process.readAllStandardError();
         while (!standardError.contains("inserting opened binary"))
             if (!readMore())
                 return false;
@@ -139,6 +140,7 @@ private slots:
     void aSecondStart_raisesTheFirstAndEnds();
     void aSecondStart_needsNoDisplay();
     void ofManyStartsAtOnce_oneOpensAWindow();
+    void ofManyStartsFromEverywhere_oneOpensAWindow();
     void aSecondStart_saysWhenTheFirstDoesNotAnswer();
     void aRuntimeFolderThatIsNotItsOwn_holdsNoLock_data();
     void aRuntimeFolderThatIsNotItsOwn_holdsNoLock();
@@ -201,22 +203,63 @@ void TestProcess::aSecondStart_needsNoDisplay() {
     QCOMPARE(second.exitCode(), 0);
 }
 
+namespace {
+
+using Programs = std::vector<std::unique_ptr<Program>>;
+
+constexpr int manyStarts = 20;
+
+/// Waits until just one of \a programs runs; null if that never is.
+Program *theOneThatStays(const Programs &programs) {
+    const auto runs = [](const auto &program) {
+        return program->process.state() != QProcess::NotRunning;
+    };
+    const auto oneIsLeft = [&] {
+        return std::count_if(programs.begin(), programs.end(), runs) == 1;
+    };
+    return QTest::qWaitFor(oneIsLeft, Program::patience)
+               ? std::find_if(programs.begin(), programs.end(), runs)->get()
+               : nullptr;
+}
+
+} // namespace
+
 void TestProcess::ofManyStartsAtOnce_oneOpensAWindow() {
     const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
-    constexpr int starts = 20;
-    std::vector<std::unique_ptr<Program>> programs;
-    for (int i = 0; i < starts; ++i)
+    Programs programs;
+    for (int i = 0; i < manyStarts; ++i)
         programs.push_back(std::make_unique<Program>(folder));
-    const auto running = [&] {
-        return std::count_if(programs.begin(), programs.end(), [](const auto &program) {
-            return program->process.state() != QProcess::NotRunning;
-        });
-    };
-    QTRY_COMPARE_WITH_TIMEOUT(running(), 1, Program::patience);
-    for (const auto &program : programs) {
-        if (program->process.state() != QProcess::NotRunning)
-            program->send(SIGTERM);
+    Program *first = theOneThatStays(programs);
+    QVERIFY(first);
+    QVERIFY(first->isUp());
+    first->send(SIGTERM);
+    for (const auto &program : programs)
         QCOMPARE(program->exitCode(), 0);
+}
+
+// Nothing joins these starts but the folder of the temporary files, which is not there yet.
+void TestProcess::ofManyStartsFromEverywhere_oneOpensAWindow() {
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
+    Programs programs;
+    for (int i = 0; i < manyStarts; ++i) {
+        const QString binary = QStringLiteral("%1.bin").arg(i);
+        writeFile(folder.filePath(binary), QByteArray::number(i));
+        const QString runtime = folder.filePath(QStringLiteral("runtime-%1").arg(i));
+        programs.push_back(std::make_unique<Program>(
+            folder, HowToStart{.words = {binary},
+                               .variables = {{QStringLiteral("XDG_RUNTIME_DIR"), runtime}}}));
+    }
+    Program *first = theOneThatStays(programs);
+    QVERIFY(first);
+    const auto number = [&](const auto &program) { return program.get() == first; };
+    const auto at = std::find_if(programs.begin(), programs.end(), number) - programs.begin();
+    // Nobody else has written there.
+    QTRY_COMPARE(imageIn(folder), QByteArray::number(int(at)));
+    first->send(SIGTERM);
+    for (const auto &program : programs) {
+        QCOMPARE(program->exitCode(), program.get() == first ? 0 : 1);
+        QCOMPARE(program->standardError.contains("velm: VELM is already running"),
+                 program.get() != first);
     }
 }
 

@@ -29,6 +29,7 @@ private slots:
     void oneFolder_isTakenOnce();
     void otherFolders_areFree();
     void aFolderThatIsThere_isTakenOnceFromEverywhere();
+    void aFolderMadeByTwo_isHeldByOne();
     void theKey_isTheSameBeforeAndAfterTheFolderExists();
     void theTemporaryFolder_isNotTouched();
     void aRuntimeFolderThatIsMissing_isSaid();
@@ -82,6 +83,22 @@ void TestWorkspaceLock::aFolderThatIsThere_isTakenOnceFromEverywhere() {
     QCOMPARE(enterWorkspace(second, QString()), WorkspaceEntry::Silent);
     first.reset();
     QCOMPARE(second.take(), Outcome::Taken);
+}
+
+void TestWorkspaceLock::aFolderMadeByTwo_isHeldByOne() {
+    const QTemporaryDir folder;
+    const QTemporaryDir otherRuntime;
+    const QString workspace = folder.filePath(QStringLiteral("deep/workspace"));
+    WorkspaceLock first(workspace, runtime_.path());
+    WorkspaceLock second(workspace, otherRuntime.path());
+    QCOMPARE(first.take(), Outcome::Taken);
+    QCOMPARE(second.take(), Outcome::Taken);
+    QVERIFY(QDir(folder.path()).isEmpty());
+    QVERIFY(QDir().mkpath(workspace));
+    QVERIFY(second.holdFolder());
+    QVERIFY(second.holdFolder());
+    QVERIFY(!first.holdFolder());
+    QCOMPARE(WorkspaceLock(workspace, folder.path()).take(), Outcome::HeldElsewhere);
 }
 
 void TestWorkspaceLock::theKey_isTheSameBeforeAndAfterTheFolderExists() {
