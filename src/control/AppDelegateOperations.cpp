@@ -117,8 +117,8 @@ void AppDelegate::takeLogicReport(RunRecord &record) {
     state_.logictest_rows = {};
     const Result<LogicReport> report = loadLogicReport(
         resolvedPathOf(with_.defaults, settingsKeys::temp_logic_chip_test_results_file), with_.log);
-    if (!report)
-        return;
+    if (const Failure *failure = report.failure())
+        return record.outcome.add(wordsForUnreadReport(*failure));
     if (selectedTab() != logicTabIdentifier())
         outlets.tabview->selectTabViewItem(logicTabIdentifier());
     outlets.peeping_at->setText(report->title.value_or(outlets.peeping_at->text()));

@@ -7,8 +7,11 @@
 #include "base/TextLines.h"
 #include "files/FileLoading.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <array>
+#include <cerrno>
 
 namespace {
 
@@ -84,7 +87,7 @@ QStringList trimEmptyStrings(const QStringList &strings) {
 }
 
 Result<LogicReport> loadLogicReport(const QString &path, Log &log) {
-    const Result<QString> text = loadUtf8Text(path);
+    const Result<QString> text = loadUtf8Text(path, largestReport);
     if (const Failure *failure = text.failure()) {
         log.write(QStringLiteral("error reading temp file: ") + failure->reason);
         return *failure;
@@ -95,4 +98,16 @@ Result<LogicReport> loadLogicReport(const QString &path, Log &log) {
     for (const QString &line : report.log)
         log.write(line);
     return report;
+}
+
+QString wordsForUnreadReport(const Failure &failure) {
+    constexpr int mebibyteBits = 20;
+    if (failure.systemError == ENOENT)
+        return {};
+    if (failure.systemError == EFBIG)
+        return QCoreApplication::translate("LogicReport",
+                                           "Its report is larger than %1 MiB and is not shown.")
+            .arg(largestReport >> mebibyteBits);
+    return QCoreApplication::translate("LogicReport", "Its report could not be read: %1.")
+        .arg(failure.reason);
 }

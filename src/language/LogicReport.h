@@ -28,9 +28,16 @@ struct LogicReport {
 /// layout behind them: the tool's versions differ in that.
 LogicReport parseLogicReport(QStringView text);
 
+/// The largest report that is read, in bytes. The tool's have kilobytes.
+inline constexpr qint64 largestReport = qint64(1) << 20;
+
 /// Loads the report that a logic test left in the file at \a path, and logs what came of it; a
-/// file of more than 64 MiB, or one that is not UTF-8, cannot be read.
+/// file of more than largestReport, or one that is not UTF-8, cannot be read.
 Result<LogicReport> loadLogicReport(const QString &path, Log &log);
+
+/// What is to be said of a report that could not be loaded because of \a failure, translated; empty
+/// where there is none, which the run's own end explains.
+QString wordsForUnreadReport(const Failure &failure);
 
 /// The same strings in the same order, less every empty one. A blank is not empty.
 QStringList trimEmptyStrings(const QStringList &strings);

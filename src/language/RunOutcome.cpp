@@ -61,6 +61,10 @@ QString RunOutcome::words() const {
     return joined(sentence, nextStep);
 }
 
+void RunOutcome::add(const QString &remark) {
+    sentence = joined(sentence, remark);
+}
+
 RunOutcome judgeRun(const RunFacts &facts) {
     const Verdict verdict = verdictOf(facts, saidSuccess(facts));
     if (verdict == Verdict::Succeeded)

@@ -62,6 +62,8 @@ struct RunOutcome {
 
     /// Both, for one line.
     QString words() const;
+    /// Lets \a remark, if it is not empty, follow the sentence.
+    void add(const QString &remark);
 };
 
 /// Judges a finished run. It ended well only if it exited with status 0, the step that it reported

@@ -3,6 +3,7 @@
 
 #include "window/WindowFixture.h"
 
+#include "language/LogicReport.h"
 #include "settings/SettingsKeys.h"
 
 #include <QFile>
@@ -19,6 +20,7 @@ private slots:
     void results_vanishWhenTheTabIsLeftOrAControlChanges();
     void unreadableReport_leavesTheRowsEmptyAndTheHeaders_data();
     void unreadableReport_leavesTheRowsEmptyAndTheHeaders();
+    void largestReport_isShown();
     void unreadableReport_isNotShownAgain();
     void reportWithoutATitle_keepsTheHeading();
     void rowsOfAnyLength_areShown();
@@ -127,15 +129,23 @@ void TestWindowLogic::results_vanishWhenTheTabIsLeftOrAControlChanges() {
 
 void TestWindowLogic::unreadableReport_leavesTheRowsEmptyAndTheHeaders_data() {
     QTest::addColumn<QByteArray>("script");
-    QTest::newRow("nothing printed") << QByteArray("exit 0\n");
-    QTest::newRow("not UTF-8") << QByteArray("printf '      1 2\\n0000: \\377\\n'\n");
-    QTest::newRow("beyond the limit") << QByteArray("truncate -s 70M temp_logtest.bin\n");
-    QTest::newRow("a folder in its place") << QByteArray("mkdir temp_logtest.bin; echo 0000: 1\n");
-    QTest::newRow("a pipe in its place") << QByteArray("mkfifo temp_logtest.bin; echo 0000: 1\n");
+    QTest::addColumn<QString>("remark");
+    QTest::newRow("nothing printed") << QByteArray("exit 0\n") << QString();
+    QTest::newRow("not UTF-8") << QByteArray("printf '      1 2\\n0000: \\377\\n'\n")
+                               << QStringLiteral("could not be read: Not valid UTF-8 text.");
+    QTest::newRow("beyond the limit")
+        << "head -c " + QByteArray::number(largestReport + 1) + " /dev/zero | tr '\\0' 0\n"
+        << QStringLiteral("Its report is larger than 1 MiB and is not shown.");
+    QTest::newRow("a folder in its place")
+        << QByteArray("mkdir temp_logtest.bin; echo 0000: 1\n")
+        << QStringLiteral("Its report could not be read: Is a directory.");
+    QTest::newRow("a pipe in its place") << QByteArray("mkfifo temp_logtest.bin; echo 0000: 1\n")
+                                         << QStringLiteral("Its report could not be read: ");
 }
 
 void TestWindowLogic::unreadableReport_leavesTheRowsEmptyAndTheHeaders() {
     QFETCH(QByteArray, script);
+    QFETCH(QString, remark);
     WindowFixture velm;
     velm.start();
     test(velm, QStringLiteral("7400"));
@@ -150,6 +160,22 @@ void TestWindowLogic::unreadableReport_leavesTheRowsEmptyAndTheHeaders() {
     QCOMPARE(velm.log.startingWith(QStringLiteral("error reading temp file: ")).size(), 1);
     QCOMPARE(velm.controls().tableview->model()->rowCount(), 1);
     QVERIFY(!velm.message().isEmpty());
+    QCOMPARE(velm.message().contains(QStringLiteral("Its report")), !remark.isEmpty());
+    QVERIFY2(velm.message().contains(remark), qPrintable(velm.message()));
+}
+
+void TestWindowLogic::largestReport_isShown() {
+    WindowFixture velm;
+    const QByteArray line = QByteArray("0000: ").append(QByteArray(58, '1')).append('\n');
+    const qsizetype lines = largestReport / line.size();
+    const QString report = velm.write(
+        QStringLiteral("report"),
+        line.repeated(lines).append(QByteArray(largestReport - lines * line.size(), 'x')));
+    velm.useTool("cat '" + report.toUtf8() + "'\n");
+    velm.start();
+    velm.click(velm.controls().btn_logic);
+    QCOMPARE(velm.state().logictest_rows.size(), lines);
+    QVERIFY2(!velm.message().contains(QStringLiteral("Its report")), qPrintable(velm.message()));
 }
 
 void TestWindowLogic::unreadableReport_isNotShownAgain() {
