@@ -8,6 +8,7 @@
 #endif
 
 #include <cstdint>
+#include <cstring>
 
 QByteArray uninitializedBytes(qsizetype size) {
     QByteArray bytes(size, Qt::Uninitialized);
@@ -21,4 +22,11 @@ QByteArray uninitializedBytes(qsizetype size) {
         madvise(bytes.data() + (firstPage - begin), end - firstPage, MADV_HUGEPAGE);
 #endif
     return bytes;
+}
+
+QByteArray copiedBytes(const QByteArray &bytes) {
+    QByteArray copy = uninitializedBytes(bytes.size());
+    if (!bytes.isEmpty())
+        std::memcpy(copy.data(), bytes.constData(), static_cast<size_t>(bytes.size()));
+    return copy;
 }

@@ -3,6 +3,7 @@
 
 #include "grid/CellEdit.h"
 
+#include "files/HugePages.h"
 #include "grid/GridColumns.h"
 #include "image/NumberScanning.h"
 
@@ -37,6 +38,9 @@ QByteArray oneByteForEachUnit(QStringView text) {
 
 /// Overwrites from \a offset on, and lengthens the buffer where that is needed.
 CellEdit overwrite(QByteArray &buffer, qsizetype offset, const QByteArray &bytes) {
+    // What another buffer shares is copied now, and faster than a change to it would.
+    if (!buffer.isDetached())
+        buffer = copiedBytes(buffer);
     const QByteArray replaced = buffer.mid(offset, bytes.size());
     const qsizetype growth = bytes.size() - replaced.size();
     if (growth > 0)
