@@ -3,6 +3,9 @@
 
 #include "instruments/Memory.h"
 
+#include "files/HugePages.h"
+
+#include <cstring>
 #include <fstream>
 #include <malloc.h>
 #include <stdexcept>
@@ -19,4 +22,9 @@ double memoryOfProcess(int pid) {
         if (double kibibytes = 0; word == "Rss:" && facts >> kibibytes)
             return kibibytes * 1024;
     throw std::runtime_error("the system does not tell a process's memory");
+}
+
+void touchMemory(qint64 bytes) {
+    QByteArray memory = uninitializedBytes(bytes);
+    std::memset(memory.data(), 1, static_cast<size_t>(bytes));
 }

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "instruments/Memory.h"
 #include "instruments/Painted.h"
 #include "instruments/Pair.h"
 #include "instruments/Stopwatch.h"
@@ -147,11 +148,11 @@ double copyOnce(qint64 size) {
 void benchFirstEdit(Table &table, EditedWindow &window, qint64 size) {
     const auto medians = interleaved(firstRounds, {[&] {
                                                        window.openFile();
+                                                       touchMemory(size);
                                                        return window.edit();
                                                    },
                                                    [&] {
-                                                       // The first finds memory in one piece.
-                                                       copyOnce(size);
+                                                       touchMemory(size);
                                                        return copyOnce(size);
                                                    }});
     table.compare("first edit of an opened file of " + sizeName(size) + ", Enter to pixels",
