@@ -6,6 +6,7 @@
 #include "instruments/Stopwatch.h"
 #include "instruments/Table.h"
 #include "subjects/Benches.h"
+#include "subjects/RawChild.h"
 #include "subjects/Samples.h"
 #include "subjects/WindowRuns.h"
 
@@ -23,7 +24,10 @@ constexpr qint64 openedSize = 256 * mebibyte;
 constexpr qint64 composedSize = 512 * mebibyte;
 constexpr qint64 contentSize = 320 * mebibyte;
 constexpr qint64 contentStart = 8 * mebibyte;
+constexpr qint64 pressedSize = 64 * 1024;
 constexpr int rounds = 7;
+constexpr int pressRounds = 31;
+constexpr double mostMoreThanTheTool = 20;
 constexpr int composeRounds = 5;
 constexpr double mostTimesTheBareWork = 2;
 
@@ -50,6 +54,22 @@ void benchRead(Table &table, WindowRuns &runs) {
         rounds, {[&] { return runs.read(readSize); }, [&] { return readOnce(file, readSize); }});
     table.compare("Read of 64 MiB, tool's end to first page", milliseconds(medians[0]),
                   {"one read()", milliseconds(medians[1])});
+}
+
+// The tool hardly does anything, so that what is left is what the window adds to it.
+void benchPress(Table &table, WindowRuns &runs) {
+    runs.readFrom(runs.makeFile(QStringLiteral("small.bin"), randomBytes(pressedSize)));
+    const auto medians =
+        interleaved(pressRounds, {[&] { return runs.pressRead(pressedSize); },
+                                  [&] {
+                                      const Stopwatch stopwatch;
+                                      runRawChild({"/bin/sh", "-l", "-c", runs.toolCommand()});
+                                      return stopwatch.milliseconds();
+                                  }});
+    const std::string what = "Read of 64 KiB, press to first page";
+    table.compare(what, milliseconds(medians[0]), {"shell and tool", milliseconds(medians[1])});
+    table.limit(what + ", more than shell and tool", milliseconds(medians[0] - medians[1]),
+                milliseconds(mostMoreThanTheTool));
 }
 
 void benchOpen(Table &table, WindowRuns &runs) {
@@ -107,6 +127,7 @@ void benchCompose(Table &table, WindowRuns &runs) {
 void benchWindow(Table &table) {
     WindowRuns runs;
     benchRead(table, runs);
+    benchPress(table, runs);
     benchOpen(table, runs);
     benchCompose(table, runs);
 }

@@ -43,22 +43,28 @@ void WindowRuns::readFrom(const QString &file) {
 }
 
 double WindowRuns::read(qint64 size) {
-    return untilPage(size, [this] { controls().btn_read->click(); });
+    untilPage(size, [this] { controls().btn_read->click(); });
+    return log_.sinceEnd.milliseconds();
+}
+
+double WindowRuns::pressRead(qint64 size) {
+    const Stopwatch stopwatch;
+    read(size);
+    return stopwatch.milliseconds();
 }
 
 double WindowRuns::open(const QString &file, qint64 size) {
-    return untilPage(size, [this, file] {
-        log_.sinceEnd.restart();
-        velm_.delegate().openBinary(file);
-    });
+    const Stopwatch stopwatch;
+    untilPage(size, [this, file] { velm_.delegate().openBinary(file); });
+    return stopwatch.milliseconds();
 }
 
 double WindowRuns::composeAnew(qint64 size) {
-    return untilPage(size, [this] {
-        Ui::MainWindow &c = controls();
-        log_.sinceEnd.restart();
-        (c.btn_pad_ff->isChecked() ? c.btn_pad_00 : c.btn_pad_ff)->click();
-    });
+    const Stopwatch stopwatch;
+    Ui::MainWindow &c = controls();
+    QAbstractButton *other = c.btn_pad_ff->isChecked() ? c.btn_pad_00 : c.btn_pad_ff;
+    untilPage(size, [other] { other->click(); });
+    return stopwatch.milliseconds();
 }
 
 void WindowRuns::padFrom(qint64 start, qint64 size) {
@@ -93,7 +99,7 @@ GridView &WindowRuns::grid() {
 }
 
 // Does \a work, and waits for the grid to paint the \a size bytes that come of it.
-double WindowRuns::untilPage(qint64 size, const std::function<void()> &work) {
+void WindowRuns::untilPage(qint64 size, const std::function<void()> &work) {
     const GridModel *model = controls().tableview->gridModel();
     PaintWatch watch(*controls().tableview->viewport());
     bool reset = false;
@@ -105,9 +111,7 @@ double WindowRuns::untilPage(qint64 size, const std::function<void()> &work) {
     while (!reset)
         QCoreApplication::processEvents();
     watch.wait();
-    const double taken = log_.sinceEnd.milliseconds();
     QObject::disconnect(connection);
     if (model->rowCount() != size / bytesInRow + 1)
         throw std::runtime_error("the grid does not show what was read");
-    return taken;
 }

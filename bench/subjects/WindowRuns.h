@@ -44,6 +44,10 @@ public:
 
     /// From the end of the tool until the first page of what it read is painted.
     double read(qint64 size);
+    /// The same from the press of the button on.
+    double pressRead(qint64 size);
+    /// The command that the window starts, the tool's arguments left out.
+    std::string toolCommand() const { return folder_.toolCommand(); }
     /// From the choice of a file until the first page of the image to burn is painted.
     double open(const QString &file, qint64 size);
 
@@ -63,7 +67,7 @@ public:
 
 private:
     Ui::MainWindow &controls() { return velm_.window().controls(); }
-    double untilPage(qint64 size, const std::function<void()> &work);
+    void untilPage(qint64 size, const std::function<void()> &work);
 
     ToolRunFolder folder_;
     EndLog log_;
