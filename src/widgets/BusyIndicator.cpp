@@ -34,7 +34,7 @@ BusyIndicator::BusyIndicator(QWidget *parent, Clock clock)
     bar_->setMinimumWidth(barDigits * fontMetrics().horizontalAdvance(QLatin1Char('0')));
     bar_->setAccessibleName(tr("Progress"));
     time_->setAccessibleName(tr("Elapsed time"));
-    time_->setMinimumWidth(fontMetrics().horizontalAdvance(elapsedText(0)) * 2);
+    time_->setMinimumWidth(fontMetrics().horizontalAdvance(elapsedText({})) * 2);
     step_->setAccessibleName(tr("Step"));
     silence_->setAccessibleName(tr("Silence"));
     auto *row = new QHBoxLayout(this);
@@ -55,7 +55,7 @@ QList<QWidget *> BusyIndicator::parts() const {
 
 void BusyIndicator::start(const QString &step) {
     startedAt_ = clock_();
-    timer_.start(refreshMilliseconds, this);
+    timer_.start(int(refreshInterval.count()), this);
     showStep(step, std::nullopt);
     for (QWidget *part : parts())
         part->show();
@@ -102,12 +102,11 @@ void BusyIndicator::timerEvent(QTimerEvent *event) {
 }
 
 void BusyIndicator::showTimes() {
-    const qint64 now = clock_();
+    const std::chrono::milliseconds now = clock_();
     time_->setText(elapsedText(now - startedAt_));
-    const qint64 silent = now - heardAt_;
-    silence_->setText(silent < longestUnsaidSilence.count()
-                          ? QString()
-                          : tr("silent for %1").arg(elapsedText(silent)));
+    const std::chrono::milliseconds silent = now - heardAt_;
+    silence_->setText(silent < longestUnsaidSilence ? QString()
+                                                    : tr("silent for %1").arg(elapsedText(silent)));
 }
 
 QString BusyIndicator::elapsedText(std::chrono::milliseconds time) {

@@ -59,8 +59,8 @@ private:
     QList<QWidget *> parts() const;
 
     Clock clock_;
-    qint64 startedAt_ = 0;
-    qint64 heardAt_ = 0;
+    std::chrono::milliseconds startedAt_{};
+    std::chrono::milliseconds heardAt_{};
     QBasicTimer timer_;
     QLabel *step_ = nullptr;
     QProgressBar *bar_ = nullptr;

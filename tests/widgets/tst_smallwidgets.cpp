@@ -17,6 +17,7 @@
 #include <functional>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 Q_DECLARE_METATYPE(std::function<void(TabView &)>)
 
@@ -192,13 +193,13 @@ void TestSmallWidgets::busy_showsHowFarItHasCome() {
 }
 
 void TestSmallWidgets::busy_saysThatNothingIsHeard() {
-    qint64 now = 1000;
+    std::chrono::milliseconds now(1000);
     BusyIndicator busy(nullptr, [&] { return now; });
     busy.start();
-    now += 9'999;
+    now += 9999ms;
     QTRY_COMPARE(busy.text(), u"0:09"_s);
     QCOMPARE(busy.silence(), QString());
-    now += 13'001;
+    now += 13001ms;
     QTRY_COMPARE(busy.silence(), u"silent for 0:23"_s);
     busy.showStep(u"Reading code"_s, 0.5);
     QCOMPARE(busy.silence(), QString());
