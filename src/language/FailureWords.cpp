@@ -44,11 +44,12 @@ public:
     }
     FailureWords operator()(const ToolNotFound &) const {
         return {tr("The shell did not find the programmer tool \"%1\".").arg(facts_.tool),
-                tr("Enter its path in the field Programmer tool.")};
+                tr("Enter its path in the field Programmer tool."), nextSteps::ChooseTool{}};
     }
     FailureWords operator()(const ToolNotExecuted &) const {
         return {tr("The shell could not execute the programmer tool \"%1\".").arg(facts_.tool),
-                tr("Enter the path of a program in the field Programmer tool.")};
+                tr("Enter the path of a program in the field Programmer tool."),
+                nextSteps::ChooseTool{}};
     }
     FailureWords operator()(const ToolError &error) const { return std::visit(*this, error); }
     FailureWords operator()(const NoDatabase &) const;
@@ -187,7 +188,8 @@ FailureWords FailureWording::plugged(const UsbProgrammer &programmer) const {
                     .arg(programmer.name),
                 tr("Put this line into /etc/udev/rules.d/60-minipro.rules, run \"udevadm control "
                    "--reload\" as root and plug it in again: %1")
-                    .arg(udevRuleFor(programmer))};
+                    .arg(udevRuleFor(programmer)),
+                nextSteps::CopyUdevRule{udevRuleFor(programmer)}};
     case UsbProgrammer::Access::NoNode:
         return {tr("No programmer was found: one is plugged in (%1), but its device %2 is out of "
                    "reach.")
@@ -237,11 +239,14 @@ FailureWords FailureWording::operator()(const WrongSize &size) const {
                                ? tr("the data have %1 bytes, the chip needs %2").arg(found, needed)
                                : tr("the file \"%3\" has %1 bytes, the chip needs %2")
                                      .arg(found, needed, facts_.imagePath);
-    return failed(reason, size.found < size.needed
-                              ? lengthen(size.needed)
-                              : tr("Choose a larger chip or shorter data, or turn on Ignore size "
-                                   "mismatch to use only the first %1 bytes.")
-                                    .arg(needed));
+    if (size.found >= size.needed)
+        return failed(reason, tr("Choose a larger chip or shorter data, or turn on Ignore size "
+                                 "mismatch to use only the first %1 bytes.")
+                                  .arg(needed));
+    FailureWords words = failed(reason, lengthen(size.needed));
+    if (const std::optional<qint64> padTo = padToReach(size.needed, facts_))
+        words.offer = nextSteps::PadTo{*padTo};
+    return words;
 }
 
 QString FailureWording::lengthen(qint64 needed) const {
@@ -274,11 +279,16 @@ FailureWords FailureWording::operator()(const Difference &difference) const {
         reason =
             tr("at address %1 the file \"%4\" has %2 and the chip has %3")
                 .arg(difference.address, difference.inFile, difference.inChip, facts_.imagePath);
-    return failed(reason, facts_.operation == WriteOperation
-                              ? tr("Check that the chip sits right and that Skip erase is off, and "
-                                   "write again.")
-                              : tr("Check that the chip and the device are the right ones, or "
-                                   "write the chip."));
+    FailureWords words =
+        failed(reason, facts_.operation == WriteOperation
+                           ? tr("Check that the chip sits right and that Skip erase is off, and "
+                                "write again.")
+                           : tr("Check that the chip and the device are the right ones, or "
+                                "write the chip."));
+    // Only of bytes that are shown can one be looked at.
+    if (facts_.imageIsShown && facts_.report.decoded == ImageEncoding::Raw && !behindEnd)
+        words.offer = nextSteps::ShowDifference{difference.address.toLongLong(nullptr, 0)};
+    return words;
 }
 
 FailureWords FailureWording::operator()(const NoData &) const {
@@ -328,9 +338,12 @@ FailureWords FailureWording::failure() const {
 FailureWords FailureWording::operator()(const BadStatus &end) const {
     const ToolReport &report = facts_.report;
     const QString status = QString::number(end.status);
-    if (report.protectionGuessed)
-        return failed(tr("the tool names no cause; the chip may be write-protected"),
-                      tr("Turn on Remove write protection and write again."));
+    if (report.protectionGuessed) {
+        FailureWords words = failed(tr("the tool names no cause; the chip may be write-protected"),
+                                    tr("Turn on Remove write protection and write again."));
+        words.offer = nextSteps::RemoveWriteProtection{};
+        return words;
+    }
     if (report.lastLine.isEmpty())
         return failed(tr("the programmer tool ended with status %1").arg(status),
                       report.stepBegun ? lookFurther() : tr("Check the field Programmer tool."));

@@ -14,6 +14,8 @@ struct FailureWords {
     QString sentence;
     /// Empty where the sentence says it.
     QString nextStep;
+    /// What of that the program can do itself.
+    std::optional<NextStep> offer = std::nullopt;
 };
 
 /// The words for an operation that failed or was not even started.

@@ -38,7 +38,7 @@ RunOutcome OutcomeWording::stopped() const {
     if (!cause)
         return {Verdict::Stopped, stopSentence(), afterStop()};
     return {Verdict::Stopped, joined(stopSentence(), tr("Before that: %1").arg(cause->sentence)),
-            cause->nextStep};
+            cause->nextStep, cause->offer};
 }
 
 QString OutcomeWording::stopSentence() const {
@@ -71,6 +71,8 @@ RunOutcome judgeRun(const RunFacts &facts) {
         return outcomeOfSuccess(facts);
     if (verdict == Verdict::Stopped)
         return OutcomeWording(facts).stopped();
-    const FailureWords words = wordsForFailedRun(facts);
-    return {verdict, words.sentence, words.nextStep};
+    FailureWords words = wordsForFailedRun(facts);
+    if (!words.offer && facts.operation == ReadOperation)
+        words.offer = nextSteps::ReadAgain{};
+    return {verdict, words.sentence, words.nextStep, words.offer};
 }

@@ -6,6 +6,7 @@
 #include "base/Result.h"
 #include "language/CommandLine.h"
 #include "language/ImageEncoding.h"
+#include "language/NextStep.h"
 #include "language/ToolReport.h"
 #include "language/UsbProgrammers.h"
 
@@ -59,6 +60,8 @@ struct RunOutcome {
     QString sentence;
     /// What to do next, translated; empty where there is nothing to do or the sentence says it.
     QString nextStep;
+    /// What of that the program can do itself.
+    std::optional<NextStep> offer = std::nullopt;
 
     /// Both, for one line.
     QString words() const;

@@ -52,8 +52,9 @@ private:
     RunOutcome shortFile(const WrongSize &sizes) const;
     RunOutcome unknownSize() const;
     std::optional<RunOutcome> differentExtent() const;
-    static RunOutcome qualified(const QString &sentence, const QString &nextStep = {}) {
-        return {Verdict::Qualified, sentence, nextStep};
+    static RunOutcome qualified(const QString &sentence, const QString &nextStep = {},
+                                const std::optional<NextStep> &offer = {}) {
+        return {Verdict::Qualified, sentence, nextStep, offer};
     }
     static RunOutcome succeeded(const QString &sentence) {
         return {Verdict::Succeeded, sentence, {}};
@@ -185,6 +186,9 @@ RunOutcome SuccessWording::longFile(const WrongSize &sizes) const {
 RunOutcome SuccessWording::shortFile(const WrongSize &sizes) const {
     const std::optional<qint64> padTo = padToReach(sizes.needed, facts_);
     const QString needed = grouped(sizes.needed);
+    std::optional<NextStep> offer;
+    if (padTo)
+        offer = nextSteps::PadTo{*padTo};
     const QString nextStep =
         padTo ? tr("Turn on Pad with Pad to %1 KiB (%2 bytes) to cover the whole chip.")
                     .arg(QString::number(*padTo), needed)
@@ -193,7 +197,7 @@ RunOutcome SuccessWording::shortFile(const WrongSize &sizes) const {
         return qualified(tr("Verify succeeded in part: only the first %1 of the chip's %2 bytes "
                             "were compared.")
                              .arg(grouped(sizes.found), needed),
-                         nextStep);
+                         nextStep, offer);
     const QString sentence =
         report_.verified
             ? tr("Write succeeded, but the file is shorter than the chip: all %1 bytes are on it; "
@@ -201,7 +205,7 @@ RunOutcome SuccessWording::shortFile(const WrongSize &sizes) const {
             : tr("Write succeeded, but the file is shorter than the chip: all %1 bytes were "
                  "written and not verified; its other %2 bytes are not from the file.");
     return qualified(sentence.arg(grouped(sizes.found), grouped(sizes.needed - sizes.found)),
-                     nextStep);
+                     nextStep, offer);
 }
 
 RunOutcome SuccessWording::unknownSize() const {

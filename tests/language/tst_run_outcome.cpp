@@ -28,6 +28,8 @@ private slots:
     void words_joinSentenceAndNextStep();
     void longWords_areCut();
     void percentSigns_stayAsTheyAre();
+    void offer_isOnlyWhatTheProgramCanDo_data();
+    void offer_isOnlyWhatTheProgramCanDo();
 };
 
 namespace {
@@ -170,6 +172,43 @@ void TestRunOutcome::notStarted_saysWhy() {
              QStringLiteral("NotStarted | The programmer tool was not started: /no/shell: No such "
                             "file or directory. | Check the environment variable SHELL, which "
                             "names the shell that starts it."));
+}
+
+void TestRunOutcome::offer_isOnlyWhatTheProgramCanDo_data() {
+    QTest::addColumn<RunFacts>("facts");
+    QTest::addColumn<QString>("offer");
+    const QString different =
+        QStringLiteral("Verification failed at address 0x12: File=0x7E, Device=0x81\n");
+    RunFacts facts = finished(VerifyOperation, 1, different);
+    QTest::newRow("a byte that is shown") << facts << "difference 18";
+    facts.imageIsShown = false;
+    QTest::newRow("a byte of another file") << facts << "";
+    facts = finished(VerifyOperation, 1, QStringLiteral("Found Intel hex file.\n") + different);
+    QTest::newRow("a byte of decoded text") << facts << "";
+    facts = finished(ReadOperation, 1, QStringLiteral("No programmer found.\n"));
+    facts.programmers = {UsbProgrammer{QStringLiteral("T48"), QStringLiteral("a466"),
+                                       QStringLiteral("0a53"), QStringLiteral("/dev/x"),
+                                       UsbProgrammer::Access::Refused}};
+    QTest::newRow("a rule") << facts << udevRuleFor(facts.programmers->first());
+    facts.programmers.reset();
+    QTest::newRow("a Read") << facts << "read";
+    facts.operation = WriteOperation;
+    QTest::newRow("a Write") << facts << "";
+}
+
+void TestRunOutcome::offer_isOnlyWhatTheProgramCanDo() {
+    QFETCH(RunFacts, facts);
+    const std::optional<NextStep> offer = judgeRun(facts).offer;
+    QString shown;
+    if (offer && std::holds_alternative<nextSteps::ReadAgain>(*offer))
+        shown = QStringLiteral("read");
+    else if (const auto *step = offer ? std::get_if<nextSteps::CopyUdevRule>(&*offer) : nullptr)
+        shown = step->rule;
+    else if (const auto *byte = offer ? std::get_if<nextSteps::ShowDifference>(&*offer) : nullptr)
+        shown = QStringLiteral("difference %1").arg(byte->address);
+    else if (offer)
+        shown = QStringLiteral("another");
+    QTEST(shown, "offer");
 }
 
 QTEST_GUILESS_MAIN(TestRunOutcome)
