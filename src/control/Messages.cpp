@@ -80,8 +80,9 @@ void Messages::sayTrouble(Topic topic, const QString &sentence, const Action &ac
     line_.setNotice(number(topic), ruleOf(topic).inTrouble, sentence, action);
 }
 
-void Messages::sayVerdict(MessageLine::Severity severity, const QString &sentence) {
-    line_.setNotice(number(Topic::Verdict), severity, sentence);
+void Messages::sayVerdict(MessageLine::Severity severity, const QString &sentence,
+                          const Action &action) {
+    line_.setNotice(number(Topic::Verdict), severity, sentence, action);
 }
 
 void Messages::sayInPassing(Topic topic, const QString &sentence) {

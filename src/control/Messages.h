@@ -66,7 +66,8 @@ public:
     /// The same about something that has gone wrong.
     void sayTrouble(Topic topic, const QString &sentence, const Action &action = {});
     /// The same about what came of a run, which only its judge can tell.
-    void sayVerdict(MessageLine::Severity severity, const QString &sentence);
+    void sayVerdict(MessageLine::Severity severity, const QString &sentence,
+                    const Action &action = {});
     /// Says \a sentence until anything else is said or endPassing() is called.
     void sayInPassing(Topic topic, const QString &sentence);
     void endPassing();

@@ -23,7 +23,8 @@ public:
         return {RunOutcome::Verdict::Failed,
                 tr("The tool says that it has read the chip, but there are no bytes in %1: %2.")
                     .arg(QDir::toNativeSeparators(file.path), trouble),
-                tr("See whether the tool may write there, and read again.")};
+                tr("See whether the tool may write there, and read again."),
+                nextSteps::ReadAgain{}};
     }
 
     static QString bytesRead(const QString &sentence, qint64 length) {

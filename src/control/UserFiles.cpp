@@ -14,6 +14,7 @@
 namespace {
 
 const QString openPurpose = QStringLiteral("open");
+const QString toolPurpose = QStringLiteral("tool");
 const QString savePurpose = QStringLiteral("save");
 
 } // namespace
@@ -35,6 +36,15 @@ void UserFiles::openBinary(QWidget *window, const std::function<void(const QStri
     request.extensions = {QStringLiteral("bin"), QStringLiteral("hex"), QStringLiteral("rom"),
                           QStringLiteral("crt")};
     ask(window, openPurpose, request, chosen);
+}
+
+void UserFiles::chooseTool(QWidget *window, const std::function<void(const QString &)> &chosen) {
+    if (gate_.refuses())
+        return;
+    FilePanelRequest request;
+    request.kind = FilePanelRequest::Kind::Open;
+    request.title = tr("Choose the programmer tool");
+    ask(window, toolPurpose, request, chosen);
 }
 
 void UserFiles::saveReadData(QWidget *window, const QString &device, const Image &image) {

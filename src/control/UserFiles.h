@@ -43,6 +43,8 @@ public:
 
     /// Asks for a binary image; \a chosen gets the absolute path. Refused while the tool works.
     void openBinary(QWidget *window, const std::function<void(const QString &path)> &chosen);
+    /// Asks for a programmer tool; \a chosen gets the absolute path. Refused while the tool works.
+    void chooseTool(QWidget *window, const std::function<void(const QString &path)> &chosen);
     /// Asks where the data read from \a device are to go and saves them there, whole or not at all.
     /// Without any, says so and opens no panel. Refused while the tool works.
     void saveReadData(QWidget *window, const QString &device, const Image &image);

@@ -29,5 +29,6 @@ void VerdictLine::refresh() {
     if (words.sentence == shown_)
         return;
     shown_ = words.sentence;
-    messages_.sayVerdict(words.severity, words.sentence);
+    messages_.sayVerdict(words.severity, words.sentence,
+                         words.offer && offer_ ? offer_(*words.offer) : Messages::Action());
 }

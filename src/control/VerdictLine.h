@@ -3,13 +3,13 @@
 
 #pragma once
 
+#include "control/Messages.h"
 #include "control/VerdictWords.h"
 
 #include <QObject>
 
 #include <functional>
 
-class Messages;
 class RunLog;
 
 /// Keeps the verdict on the newest run in the message line, worded by what is shown.
@@ -21,8 +21,14 @@ public:
     /// the tool runs.
     using Ask = std::function<std::optional<ShownNow>()>;
 
+    /// Makes the button that lets the user take a step.
+    using Offer = std::function<Messages::Action(const NextStep &step)>;
+
     /// \a runs and \a messages must live longer than this object, and what \a ask uses.
     VerdictLine(const RunLog &runs, Messages &messages, Ask ask, QObject *parent = nullptr);
+
+    /// Verdicts get the buttons that \a offer makes; none without it.
+    void setOffer(Offer offer) { offer_ = std::move(offer); }
 
     /// A run begins: the verdict on an earlier one goes.
     void clear();
@@ -35,6 +41,7 @@ private:
     const RunLog &runs_;
     Messages &messages_;
     Ask ask_;
+    Offer offer_;
     /// As the line has it: what stands there already is not said again.
     QString shown_;
 };

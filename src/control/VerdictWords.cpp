@@ -140,6 +140,6 @@ VerdictWords wordsFor(const RunRecord &run, const ShownNow &now) {
     const Wording wording(run);
     const QString changed = wording.changedSince(now);
     if (changed.isEmpty())
-        return {severityOf(run), run.outcome.words()};
+        return {severityOf(run), run.outcome.words(), run.outcome.offer};
     return {Severity::Information, QStringLiteral("%1; %2").arg(wording.event(), changed)};
 }

@@ -18,6 +18,8 @@ struct ShownNow {
 struct VerdictWords {
     MessageLine::Severity severity = MessageLine::Severity::Information;
     QString sentence;
+    /// What the program can do about it; nothing once what it judged has changed.
+    std::optional<NextStep> offer = std::nullopt;
 };
 
 /// How serious the verdict of \a run is.
