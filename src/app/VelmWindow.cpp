@@ -33,6 +33,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
       searchPanel_(searcher_, &window_),
       delegate_({surroundings.settings, toolTrust_, surroundings.log, queue_, surroundings.beep,
                  work_, messages_, gate_, files_, surroundings.mayUseFolder}),
+      nextSteps_({window_, delegate_, surroundings.settings, files_, gate_}),
       verdictLine_(runLog_, messages_, [this] { return shownNow(); }),
       progressView_(*window_.controls().busy),
       runControls_(window_.controls()) {
@@ -110,6 +111,7 @@ void VelmWindow::workChanged(Work now) {
 }
 
 void VelmWindow::followVerdicts() {
+    verdictLine_.setOffer([this](const NextStep &step) { return nextSteps_.buttonFor(step); });
     connect(&delegate_, &AppDelegate::runEnded, &runLog_, &RunLog::add);
     connect(&delegate_, &AppDelegate::imageToBurnChanged, &verdictLine_, &VerdictLine::refresh);
     connect(&settings_, &SettingsStore::valueChanged, &verdictLine_, &VerdictLine::refresh);

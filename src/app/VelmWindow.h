@@ -4,6 +4,7 @@
 #pragma once
 
 #include "app/MainWindow.h"
+#include "app/NextStepButtons.h"
 #include "app/RunControls.h"
 #include "base/MainQueue.h"
 #include "base/WorkState.h"
@@ -88,6 +89,7 @@ private:
     DeviceSearchPanel searchPanel_;
     AppDelegate delegate_;
     RunLog runLog_;
+    NextStepButtons nextSteps_;
     VerdictLine verdictLine_;
     RunProgressView progressView_;
     RunControls runControls_;
