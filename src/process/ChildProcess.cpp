@@ -60,8 +60,8 @@ void ChildProcess::setStandardStreams(Pipe *inputPipe, Pipe *outputPipe, Pipe *e
     error_ = errorPipe;
 }
 
-void ChildProcess::setEndNotice(EndNotice notice) {
-    endNotice_ = notice;
+void ChildProcess::setEndWatch(EndWatch watch) {
+    endWatch_ = watch;
 }
 
 Result<void> ChildProcess::start() {
@@ -100,7 +100,7 @@ Result<void> ChildProcess::openPipesAndSpawn() {
 }
 
 void ChildProcess::awaitEnd() {
-    if (endNotice_ == EndNotice::Immediate)
+    if (endWatch_ == EndWatch::Immediate)
         endDescriptor_ = openProcess(pid_);
     if (!endDescriptor_.isOpen()) {
         pollTimer_.start();

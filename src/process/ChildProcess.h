@@ -29,7 +29,7 @@ class ChildProcess final : public QObject {
 
 public:
     /// How the end of the child is learned.
-    enum class EndNotice {
+    enum class EndWatch {
         /// By a process descriptor where the system has them, else by polling.
         Immediate,
         /// By looking every few milliseconds.
@@ -49,7 +49,7 @@ public:
     /// The pipes, which must live longer than this object. The child's ends are closed here as
     /// soon as it has them; the end that writes to the child is kept until it is reaped.
     void setStandardStreams(Pipe *input, Pipe *output, Pipe *error);
-    void setEndNotice(EndNotice notice);
+    void setEndWatch(EndWatch watch);
 
     /// Opens the pipes and starts the child. If that failed the pipes are closed, the status is -1,
     /// and ended() has been emitted.
@@ -102,7 +102,7 @@ private:
     Pipe *input_ = nullptr;
     Pipe *output_ = nullptr;
     Pipe *error_ = nullptr;
-    EndNotice endNotice_ = EndNotice::Immediate;
+    EndWatch endWatch_ = EndWatch::Immediate;
 
     pid_t pid_ = -1;
     FileDescriptor endDescriptor_;

@@ -38,16 +38,16 @@ private slots:
 
 namespace {
 
-using EndNotice = ChildProcess::EndNotice;
+using EndWatch = ChildProcess::EndWatch;
 
 /// A child with its pipes, not yet started.
 class Child {
 public:
-    explicit Child(const char *behaviour, EndNotice notice = EndNotice::Immediate) {
+    explicit Child(const char *behaviour, EndWatch watch = EndWatch::Immediate) {
         process.setStandardStreams(&input, &output, &error);
         process.setLaunchPath(QStringLiteral(TOOL_DOUBLE));
         process.setArguments({QLatin1String(behaviour)});
-        process.setEndNotice(notice);
+        process.setEndWatch(watch);
     }
 
     void waitForEnd() { QTRY_VERIFY_WITH_TIMEOUT(process.hasEnded(), 20000); }
@@ -76,22 +76,22 @@ public:
 } // namespace
 
 void TestChildProcess::end_isToldOnceWithTheStatus_data() {
-    QTest::addColumn<EndNotice>("notice");
+    QTest::addColumn<EndWatch>("watch");
     QTest::addColumn<QByteArray>("behaviour");
     QTest::addColumn<int>("status");
     QTest::addColumn<bool>("bySignal");
-    for (const EndNotice notice : {EndNotice::Immediate, EndNotice::Polling}) {
-        const char *way = notice == EndNotice::Polling ? "polled" : "noticed";
-        QTest::addRow("success, %s", way) << notice << QByteArray("say-nothing") << 0 << false;
-        QTest::addRow("exit code, %s", way) << notice << QByteArray("status-42") << 42 << false;
-        QTest::addRow("signal, %s", way) << notice << QByteArray("crash") << SIGABRT << true;
+    for (const EndWatch watch : {EndWatch::Immediate, EndWatch::Polling}) {
+        const char *way = watch == EndWatch::Polling ? "polled" : "noticed";
+        QTest::addRow("success, %s", way) << watch << QByteArray("say-nothing") << 0 << false;
+        QTest::addRow("exit code, %s", way) << watch << QByteArray("status-42") << 42 << false;
+        QTest::addRow("signal, %s", way) << watch << QByteArray("crash") << SIGABRT << true;
     }
 }
 
 void TestChildProcess::end_isToldOnceWithTheStatus() {
-    QFETCH(EndNotice, notice);
+    QFETCH(EndWatch, watch);
     QFETCH(QByteArray, behaviour);
-    Child child(behaviour.constData(), notice);
+    Child child(behaviour.constData(), watch);
     QSignalSpy terminated(&child.process, &ChildProcess::terminated);
     QSignalSpy ended(&child.process, &ChildProcess::ended);
     QVERIFY(child.process.start());
@@ -178,14 +178,14 @@ void TestChildProcess::child_hasAnOpenEmptyInput() {
 }
 
 void TestChildProcess::stop_killsAChildThatIgnoresTheRequest_data() {
-    QTest::addColumn<EndNotice>("notice");
-    QTest::newRow("noticed") << EndNotice::Immediate;
-    QTest::newRow("polled") << EndNotice::Polling;
+    QTest::addColumn<EndWatch>("watch");
+    QTest::newRow("noticed") << EndWatch::Immediate;
+    QTest::newRow("polled") << EndWatch::Polling;
 }
 
 void TestChildProcess::stop_killsAChildThatIgnoresTheRequest() {
-    QFETCH(EndNotice, notice);
-    Child child("ignore-terminate", notice);
+    QFETCH(EndWatch, watch);
+    Child child("ignore-terminate", watch);
     QVERIFY(child.process.start());
     QCOMPARE(child.waitForOutput(), QStringLiteral("deaf\n"));
     child.process.stop();
