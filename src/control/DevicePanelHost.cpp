@@ -34,7 +34,7 @@ void DevicePanelHost::show() {
     if (gate_.refuses())
         return;
     QDialog *panel = outlets_.searchDevicesWindow;
-    connect(panel, &QDialog::finished, this, &DevicePanelHost::ended, Qt::UniqueConnection);
+    connect(panel, &QDialog::finished, this, &DevicePanelHost::panelClosed, Qt::UniqueConnection);
     panel->open();
 }
 
@@ -47,7 +47,7 @@ void DevicePanelHost::cancel() {
     outlets_.searchDevicesWindow->done(cancelled);
 }
 
-void DevicePanelHost::ended(int code) {
+void DevicePanelHost::panelClosed(int code) {
     if (code != confirmed)
         return;
     queue_.async([this] {

@@ -30,7 +30,7 @@ public:
     void cancel();
 
 private:
-    void ended(int code);
+    void panelClosed(int code);
     void offerToRemoveCustomSuffix(const QString &name);
 
     const AppDelegateOutlets &outlets_;

@@ -44,7 +44,7 @@ device_searcher::device_searcher(SettingsStore &settings, ToolTrust &toolTrust, 
       work_(work) {
     retainArray.reserve(expectedRuns);
     silence_.setInterval(silencePatience);
-    connect(&silence_, &QTimer::timeout, this, &device_searcher::noticeSilence);
+    connect(&silence_, &QTimer::timeout, this, &device_searcher::remarkOnSilence);
 }
 
 device_searcher::~device_searcher() = default;
@@ -125,7 +125,7 @@ void device_searcher::stop() {
     current_->stop();
 }
 
-void device_searcher::noticeWords() {
+void device_searcher::remarkOnWords() {
     if (!current_)
         return;
     RunFacts facts = current_->facts();
@@ -137,7 +137,7 @@ void device_searcher::noticeWords() {
     say(remarkOnWaitingSearch(facts));
 }
 
-void device_searcher::noticeSilence() {
+void device_searcher::remarkOnSilence() {
     const qsizetype output = current_ ? current_->collectedOutput().size() : 0;
     if (current_ && output == outputSeen_)
         say(remarkOnSilentSearch());

@@ -86,8 +86,8 @@ private:
     void runSearch(ScriptedMiniPro &run, const QString &term);
     Result<qsizetype> takeResults();
     void remarkOnResults(const ScriptedMiniPro &run, const Result<qsizetype> &devices);
-    void noticeWords();
-    void noticeSilence();
+    void remarkOnWords();
+    void remarkOnSilence();
     void confirmSelection();
 
     SettingsStore &defaults;
