@@ -15,10 +15,10 @@
 namespace {
 
 /// The most cells that are kept for those who hold on to them.
-constexpr qsizetype mostCells = 16384;
+constexpr qsizetype maxCells = 16384;
 
 /// The most rows, and cells, that are listed of a selection.
-constexpr int mostListed = 4096;
+constexpr int maxListed = 4096;
 
 qint64 placeKey(int row, int column) {
     return qint64(row) * gridColumns + column;
@@ -58,8 +58,8 @@ void tellSelection(GridView &view) {
 GridAccessible::GridAccessible(GridView *view) : QAccessibleWidget(view, QAccessible::Table) {}
 
 GridAccessible::~GridAccessible() {
-    for (const Told &told : std::as_const(told_))
-        QAccessible::deleteAccessibleInterface(told.id);
+    for (const HandedOut &cell : std::as_const(handedOut_))
+        QAccessible::deleteAccessibleInterface(cell.id);
 }
 
 GridView *GridAccessible::view() const {
@@ -152,8 +152,8 @@ QAccessibleInterface *GridAccessible::headerCell(int column) const {
 
 QAccessibleInterface *GridAccessible::placed(int row, int column) const {
     const qint64 key = placeKey(row, column);
-    if (const auto told = told_.constFind(key); told != told_.constEnd())
-        return QAccessible::accessibleInterface(told->id);
+    if (const auto cell = handedOut_.constFind(key); cell != handedOut_.constEnd())
+        return QAccessible::accessibleInterface(cell->id);
 
     QAccessibleInterface *cell = nullptr;
     if (row == GridAccessiblePlace::headerRow)
@@ -161,15 +161,15 @@ QAccessibleInterface *GridAccessible::placed(int row, int column) const {
     else
         cell = new GridAccessibleCell(*view(), row, column);
     const QAccessible::Id id = QAccessible::registerAccessibleInterface(cell);
-    told_.insert(key, {id, cell->text(QAccessible::Name)});
+    handedOut_.insert(key, {id, cell->text(QAccessible::Name)});
     order_.enqueue(key);
-    if (order_.size() > mostCells)
+    if (order_.size() > maxCells)
         dropOldest();
     return cell;
 }
 
 void GridAccessible::dropOldest() const {
-    QAccessible::deleteAccessibleInterface(told_.take(order_.dequeue()).id);
+    QAccessible::deleteAccessibleInterface(handedOut_.take(order_.dequeue()).id);
 }
 
 QString GridAccessible::columnDescription(int column) const {
@@ -195,7 +195,7 @@ QList<int> GridAccessible::selectedRows() const {
     if (!view()->gridModel())
         return rows;
     for (const QItemSelectionRange &range : view()->selectionModel()->selection())
-        for (int row = range.top(); row <= range.bottom() && rows.size() < mostListed; ++row)
+        for (int row = range.top(); row <= range.bottom() && rows.size() < maxListed; ++row)
             rows.append(row);
     return rows;
 }
@@ -203,7 +203,7 @@ QList<int> GridAccessible::selectedRows() const {
 QList<QAccessibleInterface *> GridAccessible::selectedCells() const {
     QList<QAccessibleInterface *> cells;
     for (const int row : selectedRows())
-        for (int column = 0; column < columnCount() && cells.size() < mostListed; ++column)
+        for (int column = 0; column < columnCount() && cells.size() < maxListed; ++column)
             cells.append(placed(row, column));
     return cells;
 }
@@ -244,14 +244,14 @@ bool GridAccessible::selectColumn(int column) {
 
 void GridAccessible::modelChange(QAccessibleTableModelChangeEvent *) {
     // Clients keep the names that they were told, so each that is no longer true is told anew.
-    const QList<qint64> keys = told_.keys();
+    const QList<qint64> keys = handedOut_.keys();
     for (const qint64 key : keys) {
-        Told &told = told_[key];
-        QAccessibleInterface *cell = QAccessible::accessibleInterface(told.id);
+        HandedOut &known = handedOut_[key];
+        QAccessibleInterface *cell = QAccessible::accessibleInterface(known.id);
         if (!cell->isValid())
             continue;
         const QString name = cell->text(QAccessible::Name);
-        if (std::exchange(told.name, name) == name)
+        if (std::exchange(known.name, name) == name)
             continue;
         QAccessibleEvent event(cell, QAccessible::NameChanged);
         QAccessible::updateAccessibility(&event);

@@ -62,7 +62,7 @@ public:
 
 private:
     /// A cell that was handed out, and the name that was told of it last.
-    struct Told {
+    struct HandedOut {
         QAccessible::Id id = 0;
         QString name;
     };
@@ -73,7 +73,7 @@ private:
     void dropOldest() const;
     bool changeRowSelection(int row, bool selected);
 
-    mutable QHash<qint64, Told> told_;
+    mutable QHash<qint64, HandedOut> handedOut_;
     mutable QQueue<qint64> order_;
 };
 
