@@ -101,7 +101,7 @@ public:
     }
 
     /// Does \a step while call \a call of \a function fails; false if there were fewer calls.
-    bool fails(Step step, const QByteArray &function, int call, int error) {
+    bool doFailing(Step step, const QByteArray &function, int call, int error) {
         if (step != start)
             begin();
         const QByteArray before = image();
@@ -247,7 +247,7 @@ void TestFaults::nothingIsLost() {
         bool wasStruck = true;
         for (int call = 1; wasStruck; ++call) {
             Day day;
-            wasStruck = day.fails(step, function, call, error);
+            wasStruck = day.doFailing(step, function, call, error);
             const QString wrong = day.complaint();
             const QByteArray context = day.struck + " " + QByteArray::number(call) + ", " +
                                        std::strerror(error) + ": " + wrong.toUtf8();

@@ -30,7 +30,7 @@ std::atomic<double> slept = 0;
 enum class Effect { Reads, Changes };
 
 /// True if this call is to fail, with errno set.
-bool fails(const char *name, Effect effect) {
+bool letFail(const char *name, Effect effect) {
     if (!armed || !QByteArrayView(name).startsWith(namesStruck))
         return false;
     const bool isDead = kills && struckName && effect == Effect::Changes;
@@ -57,14 +57,15 @@ Function *libraryFunction(const char *name) {
 template <typename Function, typename... Arguments>
 auto reading(const char *name, Arguments... arguments) {
     using Result = decltype(libraryFunction<Function>(name)(arguments...));
-    return fails(name, Effect::Reads) ? Result(-1) : libraryFunction<Function>(name)(arguments...);
+    return letFail(name, Effect::Reads) ? Result(-1)
+                                        : libraryFunction<Function>(name)(arguments...);
 }
 
 template <typename Function, typename... Arguments>
 auto changing(const char *name, Arguments... arguments) {
     using Result = decltype(libraryFunction<Function>(name)(arguments...));
-    return fails(name, Effect::Changes) ? Result(-1)
-                                        : libraryFunction<Function>(name)(arguments...);
+    return letFail(name, Effect::Changes) ? Result(-1)
+                                          : libraryFunction<Function>(name)(arguments...);
 }
 
 /// Pipes and the like wake up the event loop, and those do not fail.
@@ -149,7 +150,7 @@ int open64(const char *path, int flags, ...) {
 // A file whose closing fails is closed.
 int close(int file) {
     const int result = libraryFunction<int(int)>("close")(file);
-    return fails("close", Effect::Reads) ? -1 : result;
+    return letFail("close", Effect::Reads) ? -1 : result;
 }
 
 int openat(int folder, const char *path, int flags, ...) {
@@ -184,14 +185,14 @@ ssize_t pwrite64(int file, const void *bytes, size_t size, off64_t place) {
 
 void *mmap(void *address, size_t size, int use, int flags, int file, off_t place) noexcept {
     using Function = void *(void *, size_t, int, int, int, off_t);
-    return fails("mmap", Effect::Reads)
+    return letFail("mmap", Effect::Reads)
                ? MAP_FAILED
                : libraryFunction<Function>("mmap")(address, size, use, flags, file, place);
 }
 
 void *mmap64(void *address, size_t size, int use, int flags, int file, off64_t place) noexcept {
     using Function = void *(void *, size_t, int, int, int, off64_t);
-    return fails("mmap64", Effect::Reads)
+    return letFail("mmap64", Effect::Reads)
                ? MAP_FAILED
                : libraryFunction<Function>("mmap64")(address, size, use, flags, file, place);
 }
