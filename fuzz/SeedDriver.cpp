@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr qsizetype mostCuts = 200;
+constexpr qsizetype maxCuts = 200;
 constexpr int spoiltInputs = 3000;
 constexpr qsizetype longestSpoilt = 4096;
 
@@ -42,7 +42,7 @@ void run(const QByteArray &input) {
 }
 
 void runCuts(const QByteArray &seed) {
-    const qsizetype step = std::max<qsizetype>(1, seed.size() / mostCuts);
+    const qsizetype step = std::max<qsizetype>(1, seed.size() / maxCuts);
     for (qsizetype length = 0; length < seed.size(); length += step)
         run(seed.first(length));
 }

@@ -18,7 +18,7 @@ constexpr qint64 imageSize = 64 * mebibyte;
 constexpr qint64 contentSize = 40 * mebibyte;
 constexpr qint64 contentStart = 8 * mebibyte;
 constexpr int rounds = 15;
-constexpr double mostTimesTheLimit = 3;
+constexpr double maxTimesTheLimit = 3;
 
 CompositionInputs inputs() {
     CompositionInputs inputs;
@@ -57,5 +57,5 @@ void benchCompose(Table &table) {
     if (*image != warm)
         throw std::runtime_error("the composed image is not what it should be");
     table.compare("compose 64 MiB in memory", milliseconds(medians[0]),
-                  {"memset + memcpy, warm", milliseconds(medians[1])}, mostTimesTheLimit);
+                  {"memset + memcpy, warm", milliseconds(medians[1])}, maxTimesTheLimit);
 }

@@ -34,8 +34,8 @@ constexpr qint64 terminalSize = 8 * mebibyte;
 constexpr int rounds = 5;
 constexpr int terminalRounds = 3;
 constexpr QSize viewSize(1024, 420);
-constexpr double mostLoopGap = 50;
-constexpr double mostOfXterm = 1.0 / 8;
+constexpr double maxLoopGap = 50;
+constexpr double maxOfXterm = 1.0 / 8;
 constexpr std::chrono::minutes patience(2);
 
 /// Does what the program's log does, into nowhere.
@@ -131,7 +131,7 @@ void compareWithDrain(Table &table, ConsoleRuns &runs, const std::string &what, 
     table.compare(what, milliseconds(medians[0]), {"bare drain", milliseconds(medians[1])},
                   std::nullopt, rate(size, medians[0]));
     table.limit(what + ", longest loop gap", milliseconds(runs.longestGap()),
-                milliseconds(mostLoopGap));
+                milliseconds(maxLoopGap));
 }
 
 /// At the console's size: letters of 21 points, about as many pixels.
@@ -151,7 +151,7 @@ void compareWithXterm(Table &table, ConsoleRuns &runs) {
     const auto medians = interleaved(
         terminalRounds, {[&] { return runs.showRun(); },
                          [&] { return runCommand(xtermWords(program, runs.outputPath())).wall; }});
-    table.compare(what, milliseconds(medians[0]), {"xterm", milliseconds(medians[1])}, mostOfXterm,
+    table.compare(what, milliseconds(medians[0]), {"xterm", milliseconds(medians[1])}, maxOfXterm,
                   rate(terminalSize, medians[0]));
 }
 

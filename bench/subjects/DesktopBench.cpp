@@ -33,11 +33,11 @@ constexpr double velmPageLeft = 0.3;
 constexpr double oktetaPageLeft = 0.05;
 constexpr double ghexPageLeft = 0.2;
 
-constexpr double mostOfOktetasStart = 0.35;
-constexpr double mostOfOktetasMemory = 0.5;
-constexpr double mostOfOktetasOpening = 0.6;
-constexpr double mostOfGhexsOpening = 0.35;
-constexpr double mostOfGhexsKey = 1;
+constexpr double maxOfOktetasStart = 0.35;
+constexpr double maxOfOktetasMemory = 0.5;
+constexpr double maxOfOktetasOpening = 0.6;
+constexpr double maxOfGhexsOpening = 0.35;
+constexpr double maxOfGhexsKey = 1;
 
 const std::string starting = "start-up to first frame";
 const std::string opening = "start with a file of 256 MiB to its first page";
@@ -108,8 +108,8 @@ StartCost startCost(Desk &desk, const ProgramStart &start) {
     return {time, program.memory()};
 }
 
-void compareStart(Table &table, Desk &desk, const Rival &other, std::optional<double> mostTime,
-                  std::optional<double> mostMemory) {
+void compareStart(Table &table, Desk &desk, const Rival &other, std::optional<double> maxTime,
+                  std::optional<double> maxMemory) {
     std::vector<double> ourMemory;
     std::vector<double> theirMemory;
     const auto timed = [&desk](const ProgramStart &start, std::vector<double> &memory) {
@@ -121,9 +121,9 @@ void compareStart(Table &table, Desk &desk, const Rival &other, std::optional<do
         interleaved(startRounds, {[&] { return timed(desk.velm(), ourMemory); },
                                   [&] { return timed(other.alone(), theirMemory); }});
     table.compare(starting, milliseconds(medians[0]), {other.name, milliseconds(medians[1])},
-                  mostTime);
+                  maxTime);
     table.compare("memory at the first frame", mebibytes(median(ourMemory)),
-                  {other.name, mebibytes(median(theirMemory))}, mostMemory);
+                  {other.name, mebibytes(median(theirMemory))}, maxMemory);
 }
 
 /// Our window opens on the other tab, so that the page of the opened binary takes a key as well.
@@ -175,16 +175,16 @@ void compareAll(Table &table) {
     const Rival okteta{"Okteta", findProgram("okteta"), oktetaPageLeft};
     const Rival ghex{"GHex", findProgram("ghex"), ghexPageLeft};
     withRival(table, starting, okteta,
-              [&] { compareStart(table, desk, okteta, mostOfOktetasStart, mostOfOktetasMemory); });
+              [&] { compareStart(table, desk, okteta, maxOfOktetasStart, maxOfOktetasMemory); });
     withRival(table, starting, ghex,
               [&] { compareStart(table, desk, ghex, std::nullopt, std::nullopt); });
     writeFile(desk.path("opened.bin"), randomBytes(openedSize));
     writeFile(desk.path("paged.bin"), randomBytes(pagedSize));
     withRival(table, opening, okteta,
-              [&] { compareOpening(table, desk, okteta, mostOfOktetasOpening); });
-    withRival(table, opening, ghex, [&] { compareOpening(table, desk, ghex, mostOfGhexsOpening); });
+              [&] { compareOpening(table, desk, okteta, maxOfOktetasOpening); });
+    withRival(table, opening, ghex, [&] { compareOpening(table, desk, ghex, maxOfGhexsOpening); });
     withRival(table, paging, okteta, [&] { comparePageKey(table, desk, okteta, std::nullopt); });
-    withRival(table, paging, ghex, [&] { comparePageKey(table, desk, ghex, mostOfGhexsKey); });
+    withRival(table, paging, ghex, [&] { comparePageKey(table, desk, ghex, maxOfGhexsKey); });
 }
 
 } // namespace

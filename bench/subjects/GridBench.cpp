@@ -28,7 +28,7 @@ constexpr qint64 pagedLarge = 1024 * mebibyte;
 /// As much, but for what chance brings.
 constexpr double mostTimesTheSmallPage = 1.2;
 /// A table that keeps 8 bytes for each row of 16 takes fifty times this.
-constexpr double mostMemoryPerByte = 0.01;
+constexpr double maxMemoryPerByte = 0.01;
 
 /// A shown grid that is given one image after the other.
 struct Grid {
@@ -79,7 +79,7 @@ void benchMemory(Table &table, Grid &grid, const Image &small, const Image &larg
     grid.resetAndPaint(large);
     table.limit("grid, memory for each byte of 256 MiB",
                 bytesPerByte((heapInUse() - before) / double(large.bytes->size())),
-                bytesPerByte(mostMemoryPerByte));
+                bytesPerByte(maxMemoryPerByte));
 }
 
 void benchReset(Table &table, Grid &grid, const std::vector<const Image *> &images) {
@@ -89,9 +89,9 @@ void benchReset(Table &table, Grid &grid, const std::vector<const Image *> &imag
     const auto medians = interleaved(rounds, jobs);
     const Peer small{"1 MiB", milliseconds(medians[0])};
     table.compare("grid, reset + first paint of 16 MiB", milliseconds(medians[1]), small,
-                  mostTimesTheSmall);
+                  maxTimesTheSmall);
     table.compare("grid, reset + first paint of 256 MiB", milliseconds(medians[2]), small,
-                  mostTimesTheSmall);
+                  maxTimesTheSmall);
 }
 
 void benchPageKey(Table &table) {

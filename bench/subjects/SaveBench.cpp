@@ -26,9 +26,9 @@ constexpr qint64 imageSize = 64 * mebibyte;
 constexpr qint64 contentSize = 40 * mebibyte;
 constexpr qint64 contentStart = 8 * mebibyte;
 constexpr int rounds = 7;
-constexpr double mostOfSrecCat = 0.15;
-constexpr double mostOfObjcopyWall = 1.5;
-constexpr double mostOfObjcopyCpu = 1.1;
+constexpr double maxOfSrecCat = 0.15;
+constexpr double maxOfObjcopyWall = 1.5;
+constexpr double maxOfObjcopyCpu = 1.1;
 
 class SilentLog final : public Log {
 public:
@@ -138,7 +138,7 @@ void compareWithSrecCat(Table &table, SaveJob &job) {
         return table.gap(what, "srec_cat", "not installed");
     const Costs costs = measure(job, srecCatWords(job, program));
     table.compare(what, milliseconds(costs.ours.wall),
-                  {"srec_cat", milliseconds(costs.theirs.wall)}, mostOfSrecCat);
+                  {"srec_cat", milliseconds(costs.theirs.wall)}, maxOfSrecCat);
 }
 
 void compareWithObjcopy(Table &table, SaveJob &job) {
@@ -148,9 +148,9 @@ void compareWithObjcopy(Table &table, SaveJob &job) {
         return table.gap(what, "objcopy", "not installed");
     const Costs costs = measure(job, objcopyWords(job, program));
     table.compare(what, milliseconds(costs.ours.wall), {"objcopy", milliseconds(costs.theirs.wall)},
-                  mostOfObjcopyWall);
+                  maxOfObjcopyWall);
     table.compare(what + ", CPU", milliseconds(costs.ours.cpu),
-                  {"objcopy", milliseconds(costs.theirs.cpu)}, mostOfObjcopyCpu);
+                  {"objcopy", milliseconds(costs.theirs.cpu)}, maxOfObjcopyCpu);
 }
 
 } // namespace

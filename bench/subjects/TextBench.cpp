@@ -20,9 +20,9 @@ namespace {
 
 constexpr qint64 textSize = 64 * mebibyte;
 constexpr int rounds = 9;
-constexpr double mostOfIconv = 0.4;
+constexpr double maxOfIconv = 0.4;
 /// Far from a second copy, which would be one byte a byte or two.
-constexpr double mostExtraMemory = 0.01;
+constexpr double maxExtraMemory = 0.01;
 
 /// One kind of text, and the encoding in which the C library gives the same units.
 struct Sample {
@@ -94,7 +94,7 @@ void benchMemory(Table &table, const std::string &what, const Sample &sample) {
     const double grown = (heapInUse() - before) / double(text.byteLength());
     const Figure ours = bytesPerByte(grown);
     if (sample.singleByte)
-        table.limit(what + ", extra memory", ours, bytesPerByte(mostExtraMemory));
+        table.limit(what + ", extra memory", ours, bytesPerByte(maxExtraMemory));
     else
         table.compare(what + ", extra memory", ours,
                       {"UTF-16 copy", bytesPerByte(sizeof(char16_t) * double(text.length()) /
@@ -107,7 +107,7 @@ void benchSample(Table &table, const Sample &sample) {
     const Figure ours = milliseconds(medians[0]);
     table.compare(what, ours,
                   {std::string("iconv(3) from ") + sample.encoding, milliseconds(medians[1])},
-                  mostOfIconv);
+                  maxOfIconv);
     table.compare(what, ours, {"one pass over memory", milliseconds(medians[2])});
     benchMemory(table, what, sample);
 }

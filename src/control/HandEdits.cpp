@@ -96,7 +96,7 @@ void HandEdits::keepReplaced() {
     qsizetype bytes = 0;
     for (const Replaced &replaced : std::as_const(replaced_))
         bytes += lengthOf(replaced.image);
-    while (replaced_.size() > 1 && (replaced_.size() > mostReplaced || bytes > mostReplacedBytes))
+    while (replaced_.size() > 1 && (replaced_.size() > maxReplaced || bytes > maxReplacedBytes))
         bytes -= lengthOf(replaced_.takeFirst().image);
 }
 

@@ -41,8 +41,8 @@ public:
     };
 
     /// How many replaced images are kept, and how many bytes of them beside the newest.
-    static constexpr qsizetype mostReplaced = 8;
-    static constexpr qsizetype mostReplacedBytes = qsizetype(256) << 20;
+    static constexpr qsizetype maxReplaced = 8;
+    static constexpr qsizetype maxReplacedBytes = qsizetype(256) << 20;
 
     /// Works on the image that \a image refers to at each moment.
     explicit HandEdits(ByteBuffer &image, QObject *parent = nullptr);

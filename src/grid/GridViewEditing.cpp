@@ -119,7 +119,7 @@ QModelIndex GridView::cellAfterEditing(const QWidget *editor,
     if (const CellEditOutcome &edit = field->edit())
         return edit->rejected ? QModelIndex() : cellOfByte(*model_, edit->written().end());
     // The source made nothing of the entry. The value that was there already, typed again, counts
-    // as an entry all the same, so that who types byte after byte need not look up.
+    // as an entry all the same, so that whoever types byte after byte need not look up.
     const bool goesOn = hint == QAbstractItemDelegate::EditNextItem || field->isModified();
     return goesOn && !field->wasCommitted() ? nextByteCell(currentIndex()) : QModelIndex();
 }

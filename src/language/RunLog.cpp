@@ -5,7 +5,7 @@
 
 void RunLog::add(const RunRecord &record) {
     records_.append(record);
-    if (records_.size() > mostRememberedWords)
-        records_[records_.size() - 1 - mostRememberedWords].said.clear();
+    if (records_.size() > maxRememberedWords)
+        records_[records_.size() - 1 - maxRememberedWords].said.clear();
     emit added();
 }

@@ -17,7 +17,7 @@ public:
     using QObject::QObject;
 
     /// Of how many runs what the tool said is kept.
-    static constexpr qsizetype mostRememberedWords = 20;
+    static constexpr qsizetype maxRememberedWords = 20;
 
     void add(const RunRecord &record);
     /// The oldest first.

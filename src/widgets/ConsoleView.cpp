@@ -93,7 +93,7 @@ void ConsoleView::appendText(const QString &text) {
         return;
     const bool storageTrimmed = storage_.append(text);
     terminal_.feed(text);
-    const bool pendingTrimmed = terminal_.dropPendingBeyond(storage_.limit(), mostLines - 1);
+    const bool pendingTrimmed = terminal_.dropPendingBeyond(storage_.limit(), maxLines - 1);
     appended_ = true;
     if (!timer_.isActive())
         showPending();
@@ -204,12 +204,12 @@ void ConsoleView::restoreSelection(int anchor, int position) {
 // The view is bounded as the storage is; whole lines go, and more of them than must.
 void ConsoleView::trimView() {
     const qsizetype tooMany = document()->characterCount() - 1 - storage_.limit();
-    const int tooManyLines = blockCount() - mostLines;
+    const int tooManyLines = blockCount() - maxLines;
     if (tooMany <= 0 && tooManyLines <= 0)
         return;
     const auto place = int(tooMany + storage_.limit() / trimmedShare);
     const int byLength = tooMany > 0 ? document()->findBlock(place).blockNumber() + 1 : 0;
-    const int byLines = tooManyLines > 0 ? tooManyLines + mostLines / trimmedShare : 0;
+    const int byLines = tooManyLines > 0 ? tooManyLines + maxLines / trimmedShare : 0;
     removeFirstLines(std::clamp(std::max(byLength, byLines), 1, blockCount() - 1));
     noteTrimmed();
 }
@@ -223,7 +223,7 @@ void ConsoleView::removeFirstLines(int count) {
 }
 
 void ConsoleView::noteTrimmed() {
-    if (!std::exchange(noticeGiven_, true))
+    if (!std::exchange(saidTrimmed_, true))
         emit trimmed();
 }
 

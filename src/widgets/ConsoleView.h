@@ -25,7 +25,7 @@ public:
     /// Size of the console's letters, in points.
     static constexpr double fontPoints = 21.0;
     /// The most lines that the view shows; the storage may hold more.
-    static constexpr int mostLines = 1 << 18;
+    static constexpr int maxLines = 1 << 18;
 
     /// An empty console that keeps and shows at most \a limit UTF-16 units.
     explicit ConsoleView(QWidget *parent = nullptr, qsizetype limit = ConsoleStorage::defaultLimit);
@@ -90,7 +90,7 @@ private:
     QTextCharFormat format_;
     QBasicTimer timer_;
     bool appended_ = false; // since the last turn
-    bool noticeGiven_ = false;
+    bool saidTrimmed_ = false;
 
     QAction *copy_ = nullptr;
     QAction *copyAll_ = nullptr;

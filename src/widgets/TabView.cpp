@@ -37,7 +37,7 @@ void TabView::followBar() {
     if (adding_ || itemInFront() == selected_)
         return;
     emit aboutToSelectTabViewItem(itemInFront());
-    // Who heard of it may have selected something else.
+    // Whoever heard of it may have selected something else.
     if (itemInFront() == selected_)
         return;
     selected_ = itemInFront();

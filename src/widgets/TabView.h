@@ -16,10 +16,10 @@ struct TabViewItem {
 Q_DECLARE_METATYPE(TabViewItem)
 
 /// A row of tabs whose items are told apart by identifiers, never by position or title. It shows
-/// no pages: what a selection means is up to who listens.
+/// no pages: what a selection means is up to whoever listens.
 ///
 /// Whichever way another tab comes to the front (mouse, wheel, keyboard, assistive technology or
-/// the program), who has something to finish for the old item is told while that is still the
+/// the program), whoever has something to finish for the old item is told while that is still the
 /// selected one.
 class TabView final : public QTabBar {
     Q_OBJECT

@@ -90,22 +90,22 @@ void TerminalText::compact() {
 }
 
 // Up to where lines have to go, at a line's end; what has been taken already if none has to.
-qsizetype TerminalText::endOfDrop(qsizetype most, qsizetype mostLines) const {
+qsizetype TerminalText::endOfDrop(qsizetype most, qsizetype maxLines) const {
     qsizetype end = taken_;
     if (pendingLength() > most) {
         const qsizetype cut = finished_.indexOf(lineFeed, finished_.size() - most);
         end = cut < 0 ? finished_.size() : cut + 1;
     }
     qsizetype endOfLines = taken_;
-    for (qsizetype line = finishedLines_ - mostLines; line > 0; --line)
+    for (qsizetype line = finishedLines_ - maxLines; line > 0; --line)
         endOfLines = finished_.indexOf(lineFeed, endOfLines) + 1;
     return std::max(end, endOfLines);
 }
 
-bool TerminalText::dropPendingBeyond(qsizetype most, qsizetype mostLines) {
-    if (pendingLength() <= most && finishedLines_ <= mostLines)
+bool TerminalText::dropPendingBeyond(qsizetype most, qsizetype maxLines) {
+    if (pendingLength() <= most && finishedLines_ <= maxLines)
         return false;
-    const qsizetype end = endOfDrop(most, mostLines);
+    const qsizetype end = endOfDrop(most, maxLines);
     finishedLines_ -= QStringView(finished_).sliced(taken_, end - taken_).count(lineFeed);
     const bool regionIsLost = !regionOffset_ || *regionOffset_ < end;
     taken_ = end;

@@ -59,10 +59,10 @@ public:
     /// What changed since the last call: all of it, or, when more than \a most units of finished
     /// lines wait, about that many of them.
     TerminalUpdate takeUpdate(qsizetype most = std::numeric_limits<qsizetype>::max());
-    /// Gives up waiting lines, oldest first, until at most \a most units in at most \a mostLines
+    /// Gives up waiting lines, oldest first, until at most \a most units in at most \a maxLines
     /// lines wait. The next update then replaces every line of the view. True if lines were given
     /// up.
-    bool dropPendingBeyond(qsizetype most, qsizetype mostLines);
+    bool dropPendingBeyond(qsizetype most, qsizetype maxLines);
 
 private:
     enum class State { Text, Escape, EscapeIntermediate, Sequence, String, StringEscape };
@@ -91,7 +91,7 @@ private:
 
     QString takeLines(qsizetype most);
     void noteLinesTaken(qsizetype end);
-    qsizetype endOfDrop(qsizetype most, qsizetype mostLines) const;
+    qsizetype endOfDrop(qsizetype most, qsizetype maxLines) const;
     void compact();
 
     State state_ = State::Text;

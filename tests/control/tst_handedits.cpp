@@ -186,13 +186,13 @@ void TestHandEdits::everyReplacedImage_canBeRestored() {
 }
 
 void TestHandEdits::replacedImages_areBoundedButForTheNewest() {
-    for (qsizetype image = 0; image < HandEdits::mostReplaced + 3; ++image) {
+    for (qsizetype image = 0; image < HandEdits::maxReplaced + 3; ++image) {
         write(0, QByteArray(1, char('a' + image)));
         edits_->keepReplaced();
         image_ = std::make_shared<QByteArray>(QByteArray::number(image) + "bcdef");
         edits_->composed({.revision = quint64(image) + 2, .madeWith = {}});
     }
-    QCOMPARE(edits_->replaced().size(), HandEdits::mostReplaced);
+    QCOMPARE(edits_->replaced().size(), HandEdits::maxReplaced);
 }
 
 void TestHandEdits::compositionOfTheSameBytes_replacesNothing() {

@@ -37,7 +37,7 @@ constexpr int usualKills = 300;
 constexpr int killsInARound = 100; // each round begins in a new folder
 constexpr int patience = 20000;    // milliseconds
 constexpr int longestWork = 40000; // microseconds from the start of the work to the kill
-constexpr int mostRecent = 8;
+constexpr int maxRecent = 8;
 const QString mark = QStringLiteral(".velm-");
 
 /// What the program has brought about, as far as files tell.
@@ -113,7 +113,7 @@ World Desk::after(const World &before, int step) const {
         world.settings[settingsKeys::binary] = opened;
         world.recent.removeAll(opened);
         world.recent.prepend(opened);
-        world.recent = world.recent.mid(0, mostRecent);
+        world.recent = world.recent.mid(0, maxRecent);
         world.image = composed(world);
         break;
     }

@@ -269,11 +269,11 @@ void TestConsoleView::trim_holdsWhatTheUserLooksAt() {
 void TestConsoleView::manyLines_areBounded() {
     ConsoleView view;
     QSignalSpy spy(&view, &ConsoleView::trimmed);
-    view.appendText(QString(3 * ConsoleView::mostLines, u'\n'));
+    view.appendText(QString(3 * ConsoleView::maxLines, u'\n'));
     view.flush();
     view.appendText(u"last"_s);
     view.flush();
-    QVERIFY(view.blockCount() <= ConsoleView::mostLines);
+    QVERIFY(view.blockCount() <= ConsoleView::maxLines);
     QVERIFY(view.shownText().endsWith(u"\nlast"_s));
     QCOMPARE(spy.count(), 1);
 }

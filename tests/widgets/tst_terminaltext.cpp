@@ -257,7 +257,7 @@ void TestTerminalText::clear_replacesEverything() {
 
 void TestTerminalText::dropPending_keepsTheNewestLines_data() {
     QTest::addColumn<qsizetype>("most");
-    QTest::addColumn<qsizetype>("mostLines");
+    QTest::addColumn<qsizetype>("maxLines");
     QTest::addColumn<QString>("picture");
     const auto row = [](const char *name, qsizetype most, qsizetype lines, const QString &picture) {
         QTest::newRow(name) << most << lines << picture;
@@ -271,14 +271,14 @@ void TestTerminalText::dropPending_keepsTheNewestLines_data() {
 
 void TestTerminalText::dropPending_keepsTheNewestLines() {
     QFETCH(qsizetype, most);
-    QFETCH(qsizetype, mostLines);
+    QFETCH(qsizetype, maxLines);
     QFETCH(QString, picture);
     TerminalText terminal;
     Screen screen;
     terminal.feed(u"old\n");
     screen.apply(terminal.takeUpdate());
     terminal.feed(u"one\ntwo\nsix\nx");
-    terminal.dropPendingBeyond(most, mostLines);
+    terminal.dropPendingBeyond(most, maxLines);
     screen.apply(terminal.takeUpdate());
     QCOMPARE(screen.text(), picture);
     terminal.feed(u"\x1b[2Jnew");

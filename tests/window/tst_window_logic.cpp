@@ -218,17 +218,17 @@ void TestWindowLogic::rowsOfAnyLength_areShown() {
 }
 
 void TestWindowLogic::rowsOfEveryLength_areShown() {
-    constexpr int mostFields = 200;
+    constexpr int maxFields = 200;
     QByteArray report = "      1 2 3\n";
-    for (int fields = 0; fields <= mostFields; ++fields)
+    for (int fields = 0; fields <= maxFields; ++fields)
         report += "0:" + QByteArray(" \x1b[0;91mL-").repeated(fields) + '\n';
     WindowFixture velm;
     velm.start();
     velm.useTool("cat '" + QFile::encodeName(velm.write(QStringLiteral("report"), report)) + "'\n");
     velm.click(velm.controls().btn_logic);
     velm.settle();
-    QCOMPARE(velm.controls().tableview->model()->rowCount(), mostFields + 2);
-    for (int fields = 0; fields <= mostFields; ++fields)
+    QCOMPARE(velm.controls().tableview->model()->rowCount(), maxFields + 2);
+    for (int fields = 0; fields <= maxFields; ++fields)
         QCOMPARE(velm.row(fields + 1).count(u'L'), std::min(fields, 3));
     velm.controls().tableview->scrollToBottom();
     QVERIFY(!velm.controls().tableview->grab().isNull());
