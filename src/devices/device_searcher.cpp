@@ -146,7 +146,7 @@ void device_searcher::remarkOnSilence() {
 
 Result<qsizetype> device_searcher::takeResults() {
     const auto loaded =
-        loadUtf8Text(resolvedPathOf(defaults, settingsKeys::temp_search_results_file));
+        loadUtf8Text(resolvedPathOf(defaults, settingsKeys::temp_search_results_file), largestList);
     qsizetype pieces = 0;
     QStringList names;
     std::optional<LineCursor> lines;

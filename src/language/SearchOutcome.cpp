@@ -3,7 +3,6 @@
 
 #include "language/SearchOutcome.h"
 
-#include "files/FileLoading.h"
 #include "language/FailureWords.h"
 #include "language/RunEnd.h"
 #include "language/RunRemarks.h"
@@ -59,7 +58,7 @@ QString SearchWording::noList(const Failure &failure) {
     const bool isNoText = failure.systemError == EILSEQ;
     const QString reason =
         isTooLarge
-            ? tr("it is larger than %1 MiB").arg(QString::number(largestText >> mebibyteBits))
+            ? tr("it is larger than %1 MiB").arg(QString::number(largestList >> mebibyteBits))
             : failure.reason;
     const QString sentence = tr("The list of devices could not be read: %1.").arg(reason);
     const QString nextStep =

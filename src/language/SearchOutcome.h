@@ -8,6 +8,10 @@
 
 #include <QString>
 
+/// The largest list of devices that is read, in bytes. The tool's whole catalogue has half a
+/// million.
+inline constexpr qint64 largestList = qint64(8) << 20;
+
 /// Everything that tells what became of a search for devices.
 struct SearchFacts {
     /// The run of the tool; the facts about an operation play no part.

@@ -127,7 +127,7 @@ void TestSearchOutcome::search_isToldAs_data() {
         "The list of devices could not be read: No such file or directory. Search again; if that "
         "does not help, see that the folder for temporary files may be written to and has room.");
     row("a list that is too large", withoutList(ended(0, banner), "File too large", EFBIG),
-        "The list of devices could not be read: it is larger than 64 MiB. Check the field "
+        "The list of devices could not be read: it is larger than 8 MiB. Check the field "
         "Programmer tool and search again.");
     row("a list that is no text", withoutList(ended(0, ""), "Not valid UTF-8 text", EILSEQ),
         "The list of devices could not be read: Not valid UTF-8 text. Check the field Programmer "

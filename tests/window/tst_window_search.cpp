@@ -5,6 +5,7 @@
 
 #include "devices/DeviceListView.h"
 #include "devices/device_searcher.h"
+#include "language/SearchOutcome.h"
 #include "settings/SettingsKeys.h"
 #include "support/DoubleClick.h"
 #include "tool/ScriptedMiniPro.h"
@@ -205,14 +206,14 @@ void TestWindowSearch::results_ofASecondSearchReplaceTheFirst() {
 
 void TestWindowSearch::results_beyondTheLimitGiveAnEmptyList() {
     WindowFixture velm;
-    velm.useTool("truncate -s 70M temp_sr.bin\n");
+    velm.useTool("truncate -s " + QByteArray::number(largestList + 1) + " temp_sr.bin\n");
     velm.start();
     const Panel panel(velm);
     panel.searchFor(QStringLiteral("x"));
     QCOMPARE(panel.names(), QStringList());
     QVERIFY(velm.log.lines.contains(QStringLiteral("list has returned:0")));
     QCOMPARE(panel.remark->text(),
-             QStringLiteral("The list of devices could not be read: it is larger than 64 MiB. "
+             QStringLiteral("The list of devices could not be read: it is larger than 8 MiB. "
                             "Check the field Programmer tool and search again."));
 }
 
