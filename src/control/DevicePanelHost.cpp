@@ -7,11 +7,13 @@
 #include "control/ActionGate.h"
 #include "control/AppDelegateOutlets.h"
 #include "control/Messages.h"
+#include "devices/ShownName.h"
 #include "devices/device_searcher.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 
 #include <QDialog>
+#include <QLocale>
 
 namespace {
 
@@ -52,9 +54,18 @@ void DevicePanelHost::panelClosed(int code) {
         return;
     queue_.async([this] {
         const std::optional<QString> name = outlets_.devicesearcher->selectedItem(this);
-        if (name && defaults_.setValue(settingsKeys::device, *name))
+        if (name && name->size() > longestShownName)
+            sayTooLong(name->size());
+        else if (name && defaults_.setValue(settingsKeys::device, *name))
             offerToRemoveCustomSuffix(*name);
     });
+}
+
+// What nobody can see whole nobody can have chosen.
+void DevicePanelHost::sayTooLong(qsizetype length) {
+    messages_.say(Topic::Device, tr("A name of %1 characters is no device's; the device is still "
+                                    "the one that it was.")
+                                     .arg(QLocale().toString(length)));
 }
 
 // The tool marks a user's own devices in its list with a suffix that is no part of their names.

@@ -20,6 +20,8 @@ private slots:
     void unseenCharacters_arePaintedAsEscapes();
     void oddName_isTakenAsItIs();
     void longName_isPaintedAndSaidInPart();
+    void longName_isNotTaken_data();
+    void longName_isNotTaken();
     void tagsInAName_areNoTagsInItsToolTip();
 };
 
@@ -118,6 +120,30 @@ void TestWindowSearchPanel::longName_isPaintedAndSaidInPart() {
     QCOMPARE(delegate->displayText(row.data(), QLocale()), shown);
     QCOMPARE(accessibleNameOf(panel.list, 0), shown);
     QCOMPARE(panel.names().first().size(), 1048576);
+}
+
+void TestWindowSearchPanel::longName_isNotTaken_data() {
+    QTest::addColumn<int>("length");
+    QTest::addColumn<bool>("taken");
+    QTest::newRow("just shown whole") << 1000 << true;
+    QTest::newRow("shown in part") << 1001 << false;
+}
+
+void TestWindowSearchPanel::longName_isNotTaken() {
+    QFETCH(const int, length);
+    QFETCH(const bool, taken);
+    WindowFixture velm;
+    velm.useTool("head -c " + QByteArray::number(length) + " /dev/zero | tr '\\0' x\n");
+    velm.start();
+    const QString before = velm.controls().uaTextField->text();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("x"));
+    panel.select(0);
+    velm.click(panel.ok);
+    velm.settle();
+    QCOMPARE(velm.controls().uaTextField->text(), taken ? QString(length, u'x') : before);
+    QCOMPARE(velm.message().contains(QStringLiteral("A name of 1,001 characters is no device's")),
+             !taken);
 }
 
 void TestWindowSearchPanel::tagsInAName_areNoTagsInItsToolTip() {
