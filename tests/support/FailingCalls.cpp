@@ -19,8 +19,10 @@
 namespace {
 
 bool armed = false;
-bool kills = false;
+FailingCalls::Mishap mishapGiven = FailingCalls::Mishap::Fails;
 int callsLeft = 0;
+int againAfter = 0; // calls behind the struck one
+int callsToAgain = 0;
 int errorGiven = 0;
 const char *struckName = nullptr;
 std::function<void()> done;
@@ -29,14 +31,36 @@ std::atomic<double> slept = 0;
 
 enum class Effect { Reads, Changes };
 
+bool isStruck(const char *name) {
+    if (!QByteArrayView(name).startsWith(namesStruck) || callsLeft-- != 1)
+        return false;
+    struckName = name;
+    callsToAgain = againAfter;
+    return true;
+}
+
+/// How many of \a size bytes this call may read or write.
+size_t allowed(const char *name, size_t size) {
+    const bool counts = armed && mishapGiven == FailingCalls::Mishap::Shortens && size > 1;
+    if (!counts || !isStruck(name))
+        return size;
+    if (callsToAgain > 0)
+        ++callsToAgain; // this call is counted once more, and works
+    return size / 2;
+}
+
 /// True if this call is to fail, with errno set.
 bool letFail(const char *name, Effect effect) {
     if (!armed || !QByteArrayView(name).startsWith(namesStruck))
         return false;
-    const bool isDead = kills && struckName && effect == Effect::Changes;
-    const bool strikes = callsLeft-- == 1;
-    if (strikes)
-        struckName = name;
+    const bool again = callsToAgain > 0 && --callsToAgain == 0;
+    if (again)
+        errno = errorGiven;
+    if (again || mishapGiven == FailingCalls::Mishap::Shortens)
+        return again;
+    const bool isDead = mishapGiven == FailingCalls::Mishap::Kills && struckName &&
+                        effect == Effect::Changes && QByteArrayView(name).startsWith(namesStruck);
+    const bool strikes = isStruck(name);
     if (strikes && done) {
         armed = false;
         done();
@@ -94,7 +118,9 @@ void addSleep(const timespec *time) {
 
 FailingCalls::FailingCalls(int call, Mishap mishap, int error) {
     callsLeft = call;
-    kills = mishap == Mishap::Kills;
+    mishapGiven = mishap;
+    againAfter = 0;
+    callsToAgain = 0;
     errorGiven = error;
     struckName = nullptr;
     namesStruck.clear();
@@ -102,7 +128,10 @@ FailingCalls::FailingCalls(int call, Mishap mishap, int error) {
 }
 
 FailingCalls::FailingCalls(const QByteArray &name, int call, int error)
-    : FailingCalls(call, Mishap::Fails, error) {
+    : FailingCalls(name, call, Mishap::Fails, error) {}
+
+FailingCalls::FailingCalls(const QByteArray &name, int call, Mishap mishap, int error)
+    : FailingCalls(call, mishap, error) {
     namesStruck = name;
 }
 
@@ -114,6 +143,10 @@ FailingCalls::FailingCalls(int call, std::function<void()> meanwhile)
 FailingCalls::~FailingCalls() {
     armed = false;
     done = {};
+}
+
+void FailingCalls::failAgain(int later) {
+    againAfter = later;
 }
 
 bool FailingCalls::hasStruck() const {
@@ -165,17 +198,19 @@ int openat(int folder, const char *path, int flags, ...) {
 ssize_t read(int file, void *bytes, size_t size) {
     if (!isFile(file))
         return libraryFunction<ssize_t(int, void *, size_t)>("read")(file, bytes, size);
-    return reading<ssize_t(int, void *, size_t)>("read", file, bytes, size);
+    return reading<ssize_t(int, void *, size_t)>("read", file, bytes, allowed("read", size));
 }
 
 ssize_t write(int file, const void *bytes, size_t size) {
     if (!isFile(file))
         return libraryFunction<ssize_t(int, const void *, size_t)>("write")(file, bytes, size);
-    return changing<ssize_t(int, const void *, size_t)>("write", file, bytes, size);
+    return changing<ssize_t(int, const void *, size_t)>("write", file, bytes,
+                                                        allowed("write", size));
 }
 
 ssize_t pwrite(int file, const void *bytes, size_t size, off_t place) {
-    return changing<ssize_t(int, const void *, size_t, off_t)>("pwrite", file, bytes, size, place);
+    return changing<ssize_t(int, const void *, size_t, off_t)>("pwrite", file, bytes,
+                                                               allowed("pwrite", size), place);
 }
 
 ssize_t pwrite64(int file, const void *bytes, size_t size, off64_t place) {

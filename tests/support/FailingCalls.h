@@ -16,8 +16,9 @@ class FailingCalls {
 public:
     /// What happens at the call that is struck.
     enum class Mishap {
-        Fails, ///< it does nothing and fails with the given error; the next ones work again
-        Kills  ///< the program is as good as dead: no later call changes anything on the disk
+        Fails,    ///< it does nothing and fails with the given error; the next ones work again
+        Shortens, ///< it reads or writes just half of the bytes; other calls are not counted
+        Kills     ///< the program is as good as dead: no later call changes anything on the disk
     };
 
     /// Strikes call number \a call with \a mishap; \a error is an errno value.
@@ -25,11 +26,17 @@ public:
     /// Lets call number \a call of the functions whose names begin with \a name fail with \a error;
     /// only they are counted ("open" stands for open64 and openat, too).
     FailingCalls(const QByteArray &name, int call, int error);
+    /// The same with another \a mishap.
+    FailingCalls(const QByteArray &name, int call, Mishap mishap, int error);
     /// Has \a meanwhile done before call number \a call, as by another program at that moment.
     FailingCalls(int call, std::function<void()> meanwhile);
     ~FailingCalls();
     FailingCalls(const FailingCalls &) = delete;
     FailingCalls &operator=(const FailingCalls &) = delete;
+
+    /// Lets call number \a later behind the one that is struck fail with the error as well,
+    /// whichever it is of.
+    void failAgain(int later);
 
     /// True once as many calls were made.
     bool hasStruck() const;
