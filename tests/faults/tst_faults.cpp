@@ -9,9 +9,11 @@
 #include <cerrno>
 #include <cstring>
 
-/// Everything that a user does, with one call to the system failing in it: each in turn, until none
-/// is left. Whatever fails, the program goes on, no file is torn, settings stay, and a chip gets
-/// what is shown or the user is told that it would not.
+/// Everything that a user does, with one call to the system failing in it, or reading or writing
+/// just a part: each in turn, until none is left. Besides, the same with another call that fails
+/// right behind the first, such as one that was to clear up. Whatever fails, the program goes on,
+/// no file is torn, settings stay, and a chip gets what is shown or the user is told that it would
+/// not.
 ///
 /// Each function fails with the errors that it is most likely to meet; with VELM_FAULTS=all it does
 /// with all of them, which takes several times as long.
@@ -21,12 +23,26 @@ class TestFaults : public QObject {
 private slots:
     void nothingIsLost_data();
     void nothingIsLost();
+    void nothingIsLostByTwoFaults_data();
+    void nothingIsLostByTwoFaults();
+    void nothingIsLostByShortCalls_data();
+    void nothingIsLostByShortCalls();
 };
 
 namespace {
 
 using Step = void (*)(WindowFixture &);
 using Errors = QList<int>;
+using Mishap = FailingCalls::Mishap;
+
+/// What goes wrong in a step.
+struct Trouble {
+    QByteArray function;
+    int error = 0;
+    Mishap mishap = Mishap::Fails;
+    /// How many calls behind it another one fails; 0 for none.
+    int again = 0;
+};
 
 const QByteArray firstBinary = "0123456789ABCDEFGHIJ";
 const QByteArray otherBinary = "another binary";
@@ -107,7 +123,9 @@ public:
         const QByteArray before = image();
         settingsBefore = settingsIn(velm.settings());
         messageBefore = step == start ? QString() : velm.message();
-        FailingCalls failing(function, call, error);
+        FailingCalls failing(trouble.function, call, trouble.mishap, trouble.error);
+        failing.failAgain(trouble.again);
+        wasTwofold = trouble.again > 0;
         step(velm);
         velm.settle();
         struck = failing.struckCall();
@@ -164,7 +182,10 @@ private:
             bytesOf(QStringLiteral("other.bin")) != otherBinary)
             return QStringLiteral("an opened file has changed");
         const QString handedOver = velm.temporary(QStringLiteral("temp.bin"));
-        if (QFile::exists(handedOver) && !images.contains(WindowFixture::bytesOf(handedOver)))
+        const QByteArray bytes = WindowFixture::bytesOf(handedOver);
+        // An older image that cannot be removed is emptied, and that is said.
+        const bool isEmptied = wasTwofold && bytes.isEmpty() && hasSpoken();
+        if (QFile::exists(handedOver) && !images.contains(bytes) && !isEmptied)
             return QStringLiteral("the image file is torn");
         return strangers(QStringLiteral("."),
                          QStringLiteral("bench burned export.bin other.bin rom.bin state.conf "
@@ -177,6 +198,9 @@ private:
     QString strangers(const QString &folder, const QString &known) const {
         QStringList names = QDir(velm.path(folder)).entryList(QDir::Files | QDir::Hidden);
         names.removeIf([&](const QString &name) { return known.split(u' ').contains(name); });
+        // Where clearing up fails as well, the next start or change does it.
+        if (wasTwofold)
+            names.removeIf([](const QString &name) { return name.contains(u".velm-"); });
         return names.isEmpty() ? QString() : QStringLiteral("left: ") + names.join(u' ');
     }
 
@@ -211,6 +235,7 @@ private:
     QList<QByteArray> images;
     QVariantMap settingsBefore;
     QString messageBefore;
+    bool wasTwofold = false;
 };
 
 Errors all() {
@@ -221,22 +246,44 @@ Errors all() {
 
 Q_DECLARE_METATYPE(Step)
 
+namespace {
+
+const QList<std::pair<const char *, Step>> steps = {
+    {"start", start},      {"read", read},          {"compose", compose},   {"edit", edit},
+    {"open", openAnother}, {"export", exportImage}, {"set", changeSetting}, {"burn", burn}};
+
+const QList<std::pair<const char *, Errors>> functions = {
+    {"open", {EACCES, EMFILE}}, {"write", {ENOSPC}},  {"pwrite", {ENOSPC}}, {"read", {EIO}},
+    {"fsync", {EIO}},           {"fdatasync", {EIO}}, {"rename", {EROFS}},  {"link", {EACCES}},
+    {"mmap", {ENOMEM}},         {"ftruncate", {EIO}}};
+
+bool triesAll() {
+    return qgetenv("VELM_FAULTS") == "all";
+}
+
+/// Does \a step with \a trouble at each of its calls in turn.
+void tryEachCall(Step step, const Trouble &trouble) {
+    bool wasStruck = true;
+    for (int call = 1; wasStruck; ++call) {
+        Day day;
+        wasStruck = day.fails(step, trouble, call);
+        const QString wrong = day.complaint();
+        const QByteArray context = day.struck + " " + QByteArray::number(call) + ", " +
+                                   std::strerror(trouble.error) + ": " + wrong.toUtf8();
+        QVERIFY2(wrong.isEmpty(), context.constData());
+    }
+}
+
+} // namespace
+
 void TestFaults::nothingIsLost_data() {
     QTest::addColumn<Step>("step");
     QTest::addColumn<QByteArray>("function");
     QTest::addColumn<Errors>("errors");
-    const QList<std::pair<const char *, Step>> steps = {
-        {"start", start},      {"read", read},          {"compose", compose},   {"edit", edit},
-        {"open", openAnother}, {"export", exportImage}, {"set", changeSetting}, {"burn", burn}};
-    const QList<std::pair<const char *, Errors>> functions = {
-        {"open", {EACCES, EMFILE}}, {"write", {ENOSPC}},  {"pwrite", {ENOSPC}}, {"read", {EIO}},
-        {"fsync", {EIO}},           {"fdatasync", {EIO}}, {"rename", {EROFS}},  {"link", {EACCES}},
-        {"mmap", {ENOMEM}},         {"ftruncate", {EIO}}};
-    const bool triesAll = qgetenv("VELM_FAULTS") == "all";
     for (const auto &[stepName, step] : steps)
         for (const auto &[function, errors] : functions)
             QTest::addRow("%s, %s", stepName, function)
-                << step << QByteArray(function) << (triesAll ? all() : errors);
+                << step << QByteArray(function) << (triesAll() ? all() : errors);
 }
 
 void TestFaults::nothingIsLost() {
