@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "instruments/Pair.h"
+#include "instruments/Stopwatch.h"
 #include "instruments/Table.h"
 #include "subjects/Benches.h"
 #include "subjects/DesktopProgram.h"
@@ -17,6 +18,7 @@
 
 #include <cstdlib>
 #include <exception>
+#include <stdexcept>
 
 namespace {
 
@@ -63,9 +65,21 @@ public:
     /// VELM with \a file as its opened binary, or without any.
     ProgramStart velm(const QString &file = {}) {
         settings_.setValue(settingsKeys::binary, file);
+        // What a start before left behind is not this one's to remove.
+        QFile::remove(path("workspace/temp.bin"));
         return {{VELM_PROGRAM, "--settings", word("velm.conf"), "--state", word("state.conf")},
                 velmPageLeft};
     }
+
+    /// The same for somebody with many favourites.
+    ProgramStart velmOfManyFavourites(const QString &file) {
+        QStringList favourites;
+        for (int number = 0; number < manyFavourites; ++number)
+            favourites.append(QStringLiteral("AT28C%1@DIP28").arg(number));
+        settings_.setValue(settingsKeys::favourites, favourites);
+        return velm(file);
+    }
+    void forgetFavourites() { settings_.setValue(settingsKeys::favourites, QStringList()); }
 
 private:
     QTemporaryDir folder_;
@@ -180,6 +194,7 @@ void compareAll(Table &table) {
               [&] { compareStart(table, desk, ghex, std::nullopt, std::nullopt); });
     writeFile(desk.path("opened.bin"), randomBytes(openedSize));
     writeFile(desk.path("paged.bin"), randomBytes(pagedSize));
+    compareHeavyStart(table, desk);
     withRival(table, opening, okteta,
               [&] { compareOpening(table, desk, okteta, maxOfOktetasOpening); });
     withRival(table, opening, ghex, [&] { compareOpening(table, desk, ghex, maxOfGhexsOpening); });
