@@ -27,8 +27,8 @@ struct Group {
 constexpr Group groups[] = {
     {"compose", benchCompose}, {"save", benchSave},       {"text", benchText},
     {"grid", benchGrid},       {"console", benchConsole}, {"child", benchChild},
-    {"devices", benchDevices}, {"window", benchWindow},   {"desktop", benchDesktop},
-    {"edit", benchEdit},
+    {"devices", benchDevices}, {"window", benchWindow},   {"edit", benchEdit},
+    {"desktop", benchDesktop},
 };
 
 QString processorName() {

@@ -19,9 +19,9 @@ void benchGrid(Table &table);
 void benchConsole(Table &table);
 /// The start of a child.
 void benchChild(Table &table);
-/// A list of 30,000 device names.
+/// A search of 32,000 device names.
 void benchDevices(Table &table);
-/// Reading a chip and opening a binary in the whole window.
+/// Reading a chip, opening a binary and composing in the whole window.
 void benchWindow(Table &table);
 /// The program and others on an X display: start-up, memory, opening a file, page key.
 void benchDesktop(Table &table);
