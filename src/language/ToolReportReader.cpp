@@ -77,6 +77,17 @@ void ToolReportReader::Line::append(QChar character) {
         text_ += character;
 }
 
+// Printable ASCII outside of a sequence is nearly everything that is ever said.
+qsizetype ToolReportReader::Line::appendPlain(QStringView piece) {
+    if (inSequence_)
+        return 0;
+    const auto isPlain = [](QChar character) { return character >= u' ' && character <= u'~'; };
+    const auto end = std::find_if_not(piece.begin(), piece.end(), isPlain);
+    const QStringView plain(piece.begin(), end);
+    text_ += plain.first(std::min(plain.size(), longestLine - text_.size()));
+    return plain.size();
+}
+
 void ToolReportReader::Line::clear() {
     text_.truncate(0);
     inSequence_ = false;

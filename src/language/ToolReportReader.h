@@ -34,6 +34,8 @@ private:
     class Line {
     public:
         void append(QChar character);
+        /// Takes as much of the beginning of \a piece as is plain; gives how much that was.
+        qsizetype appendPlain(QStringView piece);
         QStringView text() const { return QStringView(text_).trimmed(); }
         void clear();
 
