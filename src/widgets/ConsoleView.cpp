@@ -15,6 +15,7 @@
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTimerEvent>
+#include <QtMath>
 
 #include <algorithm>
 #include <chrono>
@@ -134,6 +135,13 @@ void ConsoleView::clearAll() {
     flush();
     enableActions();
     emit cleared();
+}
+
+int ConsoleView::heightFor(int lines) const {
+    // The toolkit counts a line as hidden whose last pixel touches the margin.
+    constexpr int touchedPixel = 1;
+    const int margins = qCeil(2 * document()->documentMargin());
+    return lines * fontMetrics().lineSpacing() + margins + touchedPixel + 2 * frameWidth();
 }
 
 void ConsoleView::copyAll() {

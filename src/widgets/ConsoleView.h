@@ -49,6 +49,10 @@ public:
     /// The text that the view shows; its lines are separated by line feeds.
     QString shownText() const;
 
+    /// The height at which \a lines lines are in view, and no more, while no scroll bar takes room
+    /// from them.
+    int heightFor(int lines) const;
+
     /// Checkable, on at every start: each append scrolls to the end.
     QAction *followOutputAction() const { return follow_; }
     /// Copies the whole stored text.

@@ -47,6 +47,8 @@ private slots:
     void clear_emptiesBoth();
     void contextMenu_offersTheActions();
     void keyboard_leavesByTab();
+    void height_isThatOfTheLines_data();
+    void height_isThatOfTheLines();
 };
 
 namespace {
@@ -401,6 +403,34 @@ void TestConsoleView::keyboard_leavesByTab() {
     QTRY_VERIFY(view->hasFocus());
     QTest::keyClick(view, Qt::Key_Tab);
     QVERIFY(other->hasFocus());
+}
+
+void TestConsoleView::height_isThatOfTheLines_data() {
+    QTest::addColumn<int>("frame");
+    QTest::addColumn<double>("margin");
+    QTest::newRow("as it comes") << int(QFrame::StyledPanel) << 4.0;
+    QTest::newRow("without a frame") << int(QFrame::NoFrame) << 4.0;
+    QTest::newRow("with wide margins") << int(QFrame::StyledPanel) << 20.0;
+}
+
+void TestConsoleView::height_isThatOfTheLines() {
+    QFETCH(const int, frame);
+    QFETCH(const double, margin);
+    ConsoleView view;
+    showView(view);
+    view.setFrameStyle(frame);
+    view.document()->setDocumentMargin(margin);
+    view.appendText(u"1\n2\n3\n4"_s);
+    view.flush();
+    view.resize(600, view.heightFor(4));
+    QTRY_COMPARE(view.verticalScrollBar()->maximum(), 0);
+    view.resize(600, view.heightFor(4) - 1);
+    QTRY_COMPARE(view.verticalScrollBar()->maximum(), 1);
+    view.resize(600, view.heightFor(5) - 1);
+    QTRY_COMPARE(view.verticalScrollBar()->maximum(), 0);
+    view.appendText(u"\n5"_s);
+    view.flush();
+    QTRY_COMPARE(view.verticalScrollBar()->maximum(), 1);
 }
 
 QTEST_MAIN(TestConsoleView)
