@@ -29,7 +29,6 @@
 namespace {
 
 constexpr int consoleLines = 4;
-constexpr int consoleFrame = 18; // pixels for its frame and margins
 
 void fillOutlets(Ui::MainWindow &c, AppDelegate &delegate, const WindowParts &parts) {
     AppDelegateOutlets &outlets = delegate.outlets;
@@ -209,7 +208,7 @@ void describeWhileEmpty(QLineEdit *field) {
     describe();
 }
 
-void dress(MainWindow &window) {
+void setAppearance(MainWindow &window) {
     Ui::MainWindow &c = window.controls();
     setIcons(c, window.palette());
     QObject::connect(&window, &MainWindow::paletteChanged, &window,
@@ -223,8 +222,7 @@ void dress(MainWindow &window) {
     c.goToField->setFont(fixed);
     c.splitter->setStretchFactor(0, 1);
     c.splitter->setStretchFactor(1, 0);
-    const QFontMetrics letters(c.textView->font());
-    const int console = letters.lineSpacing() * consoleLines + consoleFrame;
+    const int console = c.textView->heightFor(consoleLines);
     c.splitter->setSizes({c.splitter->height() - console, console});
 }
 
@@ -247,5 +245,5 @@ void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts
     wireFiles(controls, delegate);
     endPassingMessageByDeeds(window, delegate, parts);
     new HeldKeys(&window);
-    dress(window);
+    setAppearance(window);
 }

@@ -30,6 +30,7 @@ private slots:
     void quitting_leavesTheTemporaryFiles();
     void everyControl_hasItsAccessibleName();
     void theWindow_fitsASmallScreen();
+    void theConsole_hasRoomForFourLines();
 };
 
 void TestWindowStart::firstStart_composesAnEmptyImageAndShowsTheReadTab() {
@@ -223,6 +224,13 @@ void TestWindowStart::theWindow_fitsASmallScreen() {
     const QSize least = velm.velm().window().minimumSizeHint();
     QVERIFY2(least.width() <= 1024 && least.height() <= 700,
              qPrintable(QStringLiteral("%1 x %2").arg(least.width()).arg(least.height())));
+}
+
+void TestWindowStart::theConsole_hasRoomForFourLines() {
+    WindowFixture velm;
+    velm.start();
+    const ConsoleView &console = *velm.controls().textView;
+    QCOMPARE(console.height(), console.heightFor(4));
 }
 
 void TestWindowStart::unreadableSettings_areSaid() {
