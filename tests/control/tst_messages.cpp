@@ -1,0 +1,177 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "control/Messages.h"
+
+#include <QTest>
+
+/// What the user sees of each topic: how serious it is, and what makes it go.
+class TestMessages : public QObject {
+    Q_OBJECT
+
+private slots:
+    void everyTopic_isTried();
+    void topic_data();
+    void topic();
+    void topics_areSaidBesideEachOther();
+    void passingSentence_goesWithTheNext();
+    void verdict_isAsSeriousAsItsJudgeSays();
+};
+
+namespace {
+
+const QString done = QStringLiteral("Done: ");
+const QString warning = QStringLiteral("Warning: ");
+const QString problem = QStringLiteral("Problem: ");
+const QString plain; // information has no word before it
+
+const QList<Event> everything = {Event::RunBegan,     Event::WorkEnded,      Event::BytesRead,
+                                 Event::ImageChanged, Event::ImageHasBytes,  Event::BinaryLoading,
+                                 Event::SavingBegan,  Event::SettingsSaved,  Event::DeviceChanged,
+                                 Event::RowsSelected, Event::AddressChanged, Event::ConsoleCleared};
+
+constexpr Topic lastTopic = Topic::About;
+
+struct Expectation {
+    const char *name;
+    Topic topic;
+    QString usual;
+    QString trouble;
+    QList<Event> ends;
+};
+
+/// What only somebody else's sentence, or its own speaker, takes back has no end.
+const QList<Expectation> expectations = {
+    {"a verdict is of one run", Topic::Verdict, plain, problem, {Event::RunBegan}},
+    {"a refusal lasts as long as the work", Topic::Busy, warning, warning, {Event::WorkEnded}},
+    {"a question waits for its answer", Topic::SecondPress, warning, warning, {}},
+    {"what still prints is no trouble", Topic::Leftovers, plain, plain, {}},
+    {"older bytes warn", Topic::StaleRead, warning, warning, {}},
+    {"nothing read, until there is", Topic::NothingRead, warning, warning, {Event::BytesRead}},
+    {"nothing to burn, until there is",
+     Topic::NothingToBurn,
+     warning,
+     warning,
+     {Event::ImageHasBytes}},
+    {"how an image came out, or that it did not", Topic::Composition, plain, problem, {}},
+    {"an image that could not be written is a problem", Topic::Workspace, problem, problem, {}},
+    {"a folder of others warns", Topic::SharedFolder, warning, warning, {}},
+    {"a file that was written again, until it is used or stale",
+     Topic::ImageFile,
+     plain,
+     problem,
+     {Event::ImageChanged, Event::RunBegan}},
+    {"a binary, until it is read again", Topic::Binary, warning, warning, {Event::BinaryLoading}},
+    {"a file that changed, until it is read again",
+     Topic::OpenedFile,
+     plain,
+     warning,
+     {Event::BinaryLoading}},
+    {"a saved file, until the next", Topic::Saving, done, problem, {Event::SavingBegan}},
+    {"an entry that was not taken warns", Topic::Entry, warning, warning, {}},
+    {"edits that are gone warn", Topic::ReplacedEdits, warning, warning, {}},
+    {"an image that came back is good news", Topic::RestoredImage, plain, plain, {}},
+    {"hidden bytes are a fact", Topic::HiddenBytes, plain, plain, {}},
+    {"too much to copy, until less is selected",
+     Topic::Copy,
+     warning,
+     warning,
+     {Event::RowsSelected}},
+    {"no such address, until another is typed",
+     Topic::Address,
+     warning,
+     warning,
+     {Event::AddressChanged}},
+    {"an odd device, until another is chosen",
+     Topic::Device,
+     warning,
+     warning,
+     {Event::DeviceChanged}},
+    {"a favourite came or went", Topic::Favourites, plain, plain, {}},
+    {"text was dropped, until all of it is", Topic::Console, plain, plain, {Event::ConsoleCleared}},
+    {"unsaved settings, until they are saved",
+     Topic::Settings,
+     warning,
+     problem,
+     {Event::SettingsSaved}},
+    {"settings that were not read are a problem", Topic::SettingsNotRead, problem, problem, {}},
+    {"what the program is", Topic::About, plain, plain, {}},
+};
+
+/// A line with messages in it, as a window has them.
+struct Said {
+    MessageLine line;
+    Messages messages{line};
+};
+
+} // namespace
+
+void TestMessages::everyTopic_isTried() {
+    QCOMPARE(expectations.size(), int(lastTopic) + 1);
+    for (int topic = 0; topic <= int(lastTopic); ++topic)
+        QCOMPARE(int(expectations[topic].topic), topic);
+    for (int event = 0; event <= int(Event::ConsoleCleared); ++event)
+        QVERIFY(everything.contains(Event(event)));
+}
+
+void TestMessages::topic_data() {
+    QTest::addColumn<int>("number");
+    for (int number = 0; number < expectations.size(); ++number)
+        QTest::newRow(expectations[number].name) << number;
+}
+
+void TestMessages::topic() {
+    QFETCH(const int, number);
+    const Expectation &expected = expectations[number];
+    const QString sentence = QStringLiteral("It is so.");
+    Said said;
+    said.messages.say(expected.topic, sentence);
+    QCOMPARE(said.line.text(), expected.usual + sentence);
+    said.messages.sayTrouble(expected.topic, sentence);
+    QCOMPARE(said.line.text(), expected.trouble + sentence);
+    for (const Event event : everything) {
+        said.messages.say(expected.topic, sentence);
+        said.messages.happened(event);
+        QCOMPARE(said.line.text().isEmpty(), expected.ends.contains(event));
+    }
+    said.messages.say(expected.topic, sentence);
+    said.messages.takeBack(expected.topic);
+    QCOMPARE(said.line.text(), QString());
+    said.messages.say(expected.topic, sentence);
+    said.messages.say(expected.topic, QString());
+    QCOMPARE(said.line.text(), QString());
+}
+
+void TestMessages::topics_areSaidBesideEachOther() {
+    Said said;
+    said.messages.say(Topic::Copy, QStringLiteral("One."));
+    said.messages.say(Topic::Saving, QStringLiteral("Two."));
+    said.messages.say(Topic::Copy, QStringLiteral("Three."));
+    QCOMPARE(said.line.text(), QStringLiteral("Warning: Three.\nDone: Two."));
+    said.messages.happened(Event::RowsSelected);
+    QCOMPARE(said.line.text(), QStringLiteral("Done: Two."));
+}
+
+void TestMessages::passingSentence_goesWithTheNext() {
+    Said said;
+    said.messages.sayInPassing(Topic::About, QStringLiteral("It is so."));
+    QCOMPARE(said.line.text(), QStringLiteral("It is so."));
+    said.messages.say(Topic::Saving, QStringLiteral("Saved."));
+    QCOMPARE(said.line.text(), QStringLiteral("Done: Saved."));
+    said.messages.sayInPassing(Topic::About, QStringLiteral("It is so."));
+    said.messages.endPassing();
+    QCOMPARE(said.line.text(), QStringLiteral("Done: Saved."));
+}
+
+void TestMessages::verdict_isAsSeriousAsItsJudgeSays() {
+    Said said;
+    said.messages.sayVerdict(MessageLine::Severity::Success, QStringLiteral("Read."));
+    QCOMPARE(said.line.text(), QStringLiteral("Done: Read."));
+    said.messages.sayVerdict(MessageLine::Severity::Problem, QStringLiteral("Failed."));
+    QCOMPARE(said.line.text(), QStringLiteral("Problem: Failed."));
+    said.messages.happened(Event::RunBegan);
+    QCOMPARE(said.line.text(), QString());
+}
+
+QTEST_MAIN(TestMessages)
+#include "tst_messages.moc"
