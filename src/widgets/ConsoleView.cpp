@@ -131,7 +131,7 @@ void ConsoleView::clearAll() {
     storage_.clear();
     terminal_.clear();
     runLines_.fill(linesGone);
-    noticeGiven_ = false;
+    saidTrimmed_ = false;
     flush();
     enableActions();
     emit cleared();
