@@ -108,7 +108,7 @@ void device_searcher::runSearch(ScriptedMiniPro &run, const QString &term) {
     current_ = &run;
     outputSeen_ = 0;
     silence_.start();
-    connect(&run, &ScriptedMiniPro::said, this, &device_searcher::noticeWords);
+    connect(&run, &ScriptedMiniPro::said, this, &device_searcher::remarkOnWords);
     say(tr("Searching\u2026"));
     emit searchRunningChanged(true);
     run.list(term);
