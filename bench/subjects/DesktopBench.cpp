@@ -35,6 +35,10 @@ constexpr double velmPageLeft = 0.3;
 constexpr double oktetaPageLeft = 0.05;
 constexpr double ghexPageLeft = 0.2;
 
+constexpr int manyFavourites = 500;
+
+constexpr double maxOfPlainStart = 1.2;
+constexpr double maxOfHeavyStart = 1.2;
 constexpr double maxOfOktetasStart = 0.35;
 constexpr double maxOfOktetasMemory = 0.5;
 constexpr double maxOfOktetasOpening = 0.6;
@@ -138,6 +142,34 @@ void compareStart(Table &table, Desk &desk, const Rival &other, std::optional<do
                   maxTime);
     table.compare("memory at the first frame", mebibytes(median(ourMemory)),
                   {other.name, mebibytes(median(theirMemory))}, maxMemory);
+}
+
+/// What a heavy user's start has to do besides: read the file, and write the image.
+double loadAndSaveOnce(const Desk &desk, const QString &file) {
+    const Stopwatch stopwatch;
+    const QByteArray bytes = readFile(file);
+    QFile copy(desk.path("copy.bin"));
+    if (!copy.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        copy.write(bytes) != bytes.size())
+        throw std::runtime_error("the copy cannot be written");
+    return stopwatch.milliseconds();
+}
+
+void compareHeavyStart(Table &table, Desk &desk) {
+    const QString file = desk.path("opened.bin");
+    const auto medians = interleaved(
+        startRounds, {[&] {
+                          desk.forgetFavourites();
+                          return startCost(desk, desk.velm()).time;
+                      },
+                      [&] { return startCost(desk, desk.velmOfManyFavourites({})).time; },
+                      [&] { return startCost(desk, desk.velmOfManyFavourites(file)).time; },
+                      [&] { return loadAndSaveOnce(desk, file); }});
+    const Peer plain{"without", milliseconds(medians[0])};
+    table.compare("start with 500 favourites", milliseconds(medians[1]), plain, maxOfPlainStart);
+    table.compare("start with 500 favourites and a file of 256 MiB", milliseconds(medians[2]),
+                  {"without, and reading and writing it", milliseconds(medians[0] + medians[3])},
+                  maxOfHeavyStart);
 }
 
 /// Our window opens on the other tab, so that the page of the opened binary takes a key as well.

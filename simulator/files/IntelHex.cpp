@@ -36,8 +36,12 @@ std::string_view complaintAbout(std::string_view line, const Bytes &record) {
 
 std::string recordText(std::size_t address, RecordType type, const Bytes &data) {
     constexpr unsigned byteBits = 8;
-    Bytes record{std::uint8_t(data.size()), std::uint8_t(address >> byteBits),
-                 std::uint8_t(address), type};
+    Bytes record;
+    record.reserve(data.size() + overhead);
+    record.push_back(std::uint8_t(data.size()));
+    record.push_back(std::uint8_t(address >> byteBits));
+    record.push_back(std::uint8_t(address));
+    record.push_back(type);
     record.insert(record.end(), data.begin(), data.end());
     record.push_back(std::uint8_t(-sumOf(record)));
     return mark + digitsOfBytes(record) + "\n";

@@ -125,7 +125,5 @@ void AppDelegate::takeLogicReport(RunRecord &record) {
     state_.logictest_headers = report->headers.value_or(state_.logictest_headers);
     state_.logictest_rows = report->rows;
     outlets.tableview->reloadData();
-    const QString failed = wordsFor(pinFailures(*report), state_.logictest_headers.size());
-    if (!failed.isEmpty())
-        record.outcome.sentence += u' ' + failed;
+    record.outcome.add(wordsFor(pinFailures(*report), state_.logictest_headers.size()));
 }

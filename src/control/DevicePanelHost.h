@@ -31,6 +31,7 @@ public:
 
 private:
     void panelClosed(int code);
+    void sayTooLong(qsizetype length);
     void offerToRemoveCustomSuffix(const QString &name);
 
     const AppDelegateOutlets &outlets_;

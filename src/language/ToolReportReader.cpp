@@ -95,7 +95,9 @@ void ToolReportReader::Line::clear() {
 
 void ToolReportReader::take(QStringView piece, ToolStream stream) {
     Line &line = lines_[size_t(stream)];
-    for (const QChar character : piece) {
+    for (qsizetype at = line.appendPlain(piece); at < piece.size();
+         at += line.appendPlain(piece.sliced(at))) {
+        const QChar character = piece[at++];
         if (character != u'\n' && character != u'\r') {
             line.append(character);
             continue;

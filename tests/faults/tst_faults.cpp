@@ -116,8 +116,8 @@ public:
         velm.settings().setValue(settingsKeys::pad_to, QStringLiteral("1"));
     }
 
-    /// Does \a step while call \a call of \a function fails; false if there were fewer calls.
-    bool doFailing(Step step, const QByteArray &function, int call, int error) {
+    /// Does \a step with \a trouble at call \a call; false if there were fewer calls.
+    bool doFailing(Step step, const Trouble &trouble, int call) {
         if (step != start)
             begin();
         const QByteArray before = image();
@@ -266,7 +266,7 @@ void tryEachCall(Step step, const Trouble &trouble) {
     bool wasStruck = true;
     for (int call = 1; wasStruck; ++call) {
         Day day;
-        wasStruck = day.fails(step, trouble, call);
+        wasStruck = day.doFailing(step, trouble, call);
         const QString wrong = day.complaint();
         const QByteArray context = day.struck + " " + QByteArray::number(call) + ", " +
                                    std::strerror(trouble.error) + ": " + wrong.toUtf8();
@@ -290,17 +290,45 @@ void TestFaults::nothingIsLost() {
     QFETCH(Step, step);
     QFETCH(QByteArray, function);
     QFETCH(Errors, errors);
-    for (const int error : errors) {
-        bool wasStruck = true;
-        for (int call = 1; wasStruck; ++call) {
-            Day day;
-            wasStruck = day.doFailing(step, function, call, error);
-            const QString wrong = day.complaint();
-            const QByteArray context = day.struck + " " + QByteArray::number(call) + ", " +
-                                       std::strerror(error) + ": " + wrong.toUtf8();
-            QVERIFY2(wrong.isEmpty(), context.constData());
-        }
-    }
+    for (const int error : errors)
+        tryEachCall(step, {function, error});
+}
+
+void TestFaults::nothingIsLostByTwoFaults_data() {
+    QTest::addColumn<Step>("step");
+    QTest::addColumn<QByteArray>("function");
+    QTest::addColumn<int>("again");
+    for (const auto &[stepName, step] : steps)
+        for (const char *function : {"write", "pwrite", "rename"})
+            for (int again = 1; again <= (triesAll() ? 8 : 2); ++again)
+                QTest::addRow("%s, %s and call %d behind it", stepName, function, again)
+                    << step << QByteArray(function) << again;
+}
+
+void TestFaults::nothingIsLostByTwoFaults() {
+    QFETCH(Step, step);
+    QFETCH(QByteArray, function);
+    QFETCH(int, again);
+    tryEachCall(step, {function, EIO, Mishap::Fails, again});
+}
+
+void TestFaults::nothingIsLostByShortCalls_data() {
+    QTest::addColumn<Step>("step");
+    QTest::addColumn<QByteArray>("function");
+    QTest::addColumn<int>("again");
+    for (const auto &[stepName, step] : steps)
+        for (const char *function : {"write", "pwrite", "read"})
+            for (const int again : {0, 1})
+                QTest::addRow("%s, half a %s%s", stepName, function,
+                              again == 0 ? "" : " and no more")
+                    << step << QByteArray(function) << again;
+}
+
+void TestFaults::nothingIsLostByShortCalls() {
+    QFETCH(Step, step);
+    QFETCH(QByteArray, function);
+    QFETCH(int, again);
+    tryEachCall(step, {function, ENOSPC, Mishap::Shortens, again});
 }
 
 QTEST_MAIN(TestFaults)
