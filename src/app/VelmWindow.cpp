@@ -40,7 +40,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
     wireMainWindow(
         window_, delegate_,
         {binder_, favourites_, searcher_, searchPanel_, work_, messages_, gate_, files_});
-    const WindowMenus menus = makeWindowMenus(window_, delegate_, work_, gate_, files_, messages_);
+    const WindowMenus menus = makeWindowMenus(window_, delegate_, work_, gate_, files_);
     runControls_.setActions(menus.offWhileRunning, menus.stop);
     settings_.setGuard([this] { return work_.isIdle(); });
     connect(&settings_, &SettingsStore::changeRefused, this, [this] { gate_.refuses(); });

@@ -7,14 +7,13 @@
 #include "base/WorkState.h"
 #include "control/ActionGate.h"
 #include "control/AppDelegate.h"
-#include "control/Messages.h"
 #include "control/UserFiles.h"
 #include "grid/GridColumns.h"
+#include "views/HelpWindows.h"
 #include "widgets/ConsoleView.h"
 
 #include "ui_MainWindow.h"
 
-#include <QCoreApplication>
 #include <QMenuBar>
 #include <QUndoStack>
 
@@ -158,14 +157,11 @@ void fillViewMenu(MainWindow &window) {
     view.menu()->addAction(c.textView->clearAction());
 }
 
-void fillHelpMenu(MainWindow &window, Messages &messages) {
+void fillHelpMenu(MainWindow &window) {
     MenuFiller help(*window.menuBar(), AppDelegate::tr("&Help"));
-    help.calls(AppDelegate::tr("&About VELM"), {}, &window, [&messages] {
-        messages.sayInPassing(
-            Topic::About, AppDelegate::tr("VELM %1 reads, writes and tests chips with the minipro "
-                                          "programmer tool.")
-                              .arg(QCoreApplication::applicationVersion()));
-    });
+    help.calls(AppDelegate::tr("User &guide"), QKeySequence::HelpContents, &window,
+               [&window] { showGuide(&window); });
+    help.calls(AppDelegate::tr("&About VELM"), {}, &window, [&window] { showAbout(&window); });
 }
 
 } // namespace
@@ -184,17 +180,15 @@ void nameBySteps(QAction &undo, QAction &redo, const QUndoStack &history) {
 }
 
 WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const WorkState &work,
-                            const ActionGate &gate, const UserFiles &files, Messages &messages) {
+                            const ActionGate &gate, const UserFiles &files) {
     WindowMenus menus;
     fillFileMenu(window, delegate, files, menus);
     fillEditMenu(window, delegate, work);
     fillChipMenu(window, menus);
     fillViewMenu(window);
-    fillHelpMenu(window, messages);
+    fillHelpMenu(window);
     // A menu takes no focus from who is typing.
-    QObject::connect(window.menuBar(), &QMenuBar::triggered, &window, [&gate, &messages] {
-        gate.commitPendingInput();
-        messages.endPassing();
-    });
+    QObject::connect(window.menuBar(), &QMenuBar::triggered, &window,
+                     [&gate] { gate.commitPendingInput(); });
     return menus;
 }

@@ -10,7 +10,6 @@ class ActionGate;
 class AppDelegate;
 class MainWindow;
 class QUndoStack;
-class Messages;
 class UserFiles;
 class WorkState;
 
@@ -26,7 +25,7 @@ struct WindowMenus {
 /// technology fires inside that technology's call, which must not last as long as a run of the
 /// tool. The entries that go by the edit history follow \a work by themselves.
 WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const WorkState &work,
-                            const ActionGate &gate, const UserFiles &files, Messages &messages);
+                            const ActionGate &gate, const UserFiles &files);
 
 /// Lets the texts of \a undo and \a redo say which step of \a history each would take back or make
 /// again, as long as all three exist. A step without a text is an edit, and so is none.

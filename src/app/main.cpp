@@ -13,8 +13,10 @@
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "views/HelpWindows.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QStandardPaths>
 
 #include <csignal>
@@ -137,6 +139,7 @@ int main(int argc, char *argv[]) {
 
     const QApplication application(argc, argv);
     QApplication::setApplicationDisplayName(QStringLiteral("VELM"));
+    QApplication::setWindowIcon(programIcon());
     QApplication::setDesktopFileName(QStringLiteral("velm"));
     return runWindow(std::get<Start>(preparation));
 }

@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "views/HelpWindows.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QImage>
+#include <QLabel>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+
+// Outside of any namespace, as the resource system wants it: a static library's resources are not
+// registered by themselves.
+static void registerHelp() {
+    Q_INIT_RESOURCE(help);
+}
+
+namespace {
+
+constexpr int guideColumns = 90;
+constexpr int guideLines = 40;
+constexpr int iconSize = 64;
+
+/// Shows the pictures of the guide, which are as large as the window, no wider than its text.
+class GuideBrowser final : public QTextBrowser {
+public:
+    using QTextBrowser::QTextBrowser;
+
+protected:
+    QVariant loadResource(int type, const QUrl &name) override {
+        const QVariant resource = QTextBrowser::loadResource(type, name);
+        const int most = guideColumns * fontMetrics().averageCharWidth();
+        const QImage picture = QImage::fromData(resource.toByteArray());
+        if (type != QTextDocument::ImageResource || picture.width() <= most)
+            return resource;
+        return picture.scaledToWidth(most, Qt::SmoothTransformation);
+    }
+};
+
+/// An empty window that is not in the way: nothing stops while it is open.
+QDialog *makeWindow(QWidget *window, const QString &name, const QString &title) {
+    auto *dialog = new QDialog(window);
+    dialog->setObjectName(name);
+    dialog->setWindowTitle(title);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, dialog);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
+    (new QVBoxLayout(dialog))->addWidget(buttons);
+    return dialog;
+}
+
+/// Puts \a content above the button of \a dialog.
+void fill(QDialog &dialog, QWidget *content) {
+    static_cast<QVBoxLayout *>(dialog.layout())->insertWidget(0, content, 1);
+}
+
+/// The window \a name beside \a window, if it is open: it comes to the front.
+bool raiseOpen(const QWidget *window, const QString &name) {
+    auto *open = window->findChild<QDialog *>(name);
+    if (!open || !open->isVisible())
+        return false;
+    open->raise();
+    open->activateWindow();
+    return true;
+}
+
+QString aboutText() {
+    const QString description = QApplication::translate(
+        "HelpWindows", "Reads, writes and tests chips with the minipro programmer tool.");
+    const QString licence =
+        QApplication::translate("HelpWindows", "Free software under the MIT licence.");
+    return QStringLiteral("VELM %1\n\n%2\n%3")
+        .arg(QApplication::applicationVersion(), description, licence);
+}
+
+} // namespace
+
+QIcon programIcon() {
+    registerHelp();
+    return QIcon(QStringLiteral(":/velm/velm.svg"));
+}
+
+void showGuide(QWidget *window) {
+    const QString name = QStringLiteral("guide");
+    if (raiseOpen(window, name))
+        return;
+    registerHelp();
+    QDialog *dialog =
+        makeWindow(window, name, QApplication::translate("HelpWindows", "User guide"));
+    auto *browser = new GuideBrowser(dialog);
+    browser->setAccessibleName(QApplication::translate("HelpWindows", "User guide"));
+    browser->setOpenExternalLinks(true);
+    browser->setSource(QUrl(QStringLiteral("qrc:/velm/help/guide.md")));
+    fill(*dialog, browser);
+    const QFontMetrics letters = browser->fontMetrics();
+    dialog->resize((guideColumns + 10) * letters.averageCharWidth(),
+                   guideLines * letters.lineSpacing());
+    dialog->show();
+}
+
+void showAbout(QWidget *window) {
+    const QString name = QStringLiteral("about");
+    if (raiseOpen(window, name))
+        return;
+    QDialog *dialog =
+        makeWindow(window, name, QApplication::translate("HelpWindows", "About VELM"));
+    auto *content = new QWidget(dialog);
+    auto *icon = new QLabel(content);
+    icon->setPixmap(programIcon().pixmap(iconSize));
+    auto *text = new QLabel(aboutText(), content);
+    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    auto *row = new QHBoxLayout(content);
+    row->addWidget(icon, 0, Qt::AlignTop);
+    row->addWidget(text, 1);
+    fill(*dialog, content);
+    dialog->show();
+}
