@@ -70,10 +70,10 @@ void ConsoleView::createActions() {
         return action;
     };
     copy_ = add(tr("&Copy"), &QPlainTextEdit::copy);
-    copyAll_ = add(tr("Copy &all"), &ConsoleView::copyAll);
-    save_ = add(tr("Sa&ve…"), &ConsoleView::saveRequested);
+    copyAll_ = add(tr("Copy &whole console"), &ConsoleView::copyAll);
+    save_ = add(tr("Sa&ve console…"), &ConsoleView::saveRequested);
     selectAll_ = add(tr("Select a&ll"), &QPlainTextEdit::selectAll);
-    clear_ = add(tr("Cl&ear"), &ConsoleView::clearAll);
+    clear_ = add(tr("Cl&ear console"), &ConsoleView::clearAll);
     follow_ = new QAction(tr("&Follow output"), this);
     follow_->setCheckable(true);
     follow_->setChecked(true);

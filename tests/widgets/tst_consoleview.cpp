@@ -387,8 +387,8 @@ void TestConsoleView::contextMenu_offersTheActions() {
     QStringList items;
     for (const QAction *action : menu->actions())
         items.append(action->isSeparator() ? u"-"_s : action->text().remove(u'&'));
-    QCOMPARE(items, QStringList({u"Copy"_s, u"Copy all"_s, u"Save…"_s, u"-"_s, u"Select all"_s,
-                                 u"Clear"_s, u"-"_s, u"Follow output"_s}));
+    QCOMPARE(items, QStringList({u"Copy"_s, u"Copy whole console"_s, u"Save console…"_s, u"-"_s,
+                                 u"Select all"_s, u"Clear console"_s, u"-"_s, u"Follow output"_s}));
     menu->close();
 }
 
