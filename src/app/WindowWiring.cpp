@@ -150,23 +150,6 @@ void wireFiles(Ui::MainWindow &c, AppDelegate &delegate) {
     onClick(c.btn_export_output, &AppDelegate::export_output_data);
 }
 
-/// Whatever is done in the window but looking at it.
-void endPassingMessageByDeeds(MainWindow &window, AppDelegate &delegate, const WindowParts &parts) {
-    Ui::MainWindow &c = window.controls();
-    const auto by = [&window, &messages = parts.messages](auto *sender, auto deed) {
-        QObject::connect(sender, deed, &window, [&messages] { messages.endPassing(); });
-    };
-    by(&parts.work, &WorkState::changed);
-    by(&delegate.edits().history(), &QUndoStack::indexChanged);
-    by(c.tabview, &TabView::didSelectTabViewItem);
-    for (QLineEdit *field : window.findChildren<QLineEdit *>())
-        by(field, &QLineEdit::textChanged);
-    for (QAbstractButton *button : window.findChildren<QAbstractButton *>()) {
-        by(button, &QAbstractButton::clicked);
-        by(button, &QAbstractButton::toggled);
-    }
-}
-
 /// The icons are drawn in the palette's colour, so that they are taken anew when that changes.
 void setIcons(Ui::MainWindow &c, const QPalette &palette) {
     const std::pair<QAbstractButton *, const char *> icons[] = {
@@ -243,7 +226,6 @@ void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts
     bindControls(controls, delegate, parts.binder);
     wireDevices(controls, delegate, parts);
     wireFiles(controls, delegate);
-    endPassingMessageByDeeds(window, delegate, parts);
     new HeldKeys(&window);
     setAppearance(window);
 }

@@ -51,14 +51,13 @@ constexpr std::array rules = {
     Rule{Topic::Console, information, information, Event::ConsoleCleared},
     Rule{Topic::Settings, warning, problem, Event::SettingsSaved},
     Rule{Topic::SettingsNotRead, problem, problem, {}},
-    Rule{Topic::About, information, information, {}},
 };
 
 constexpr bool inOrder() {
     for (std::size_t i = 0; i < rules.size(); ++i)
         if (std::size_t(rules[i].topic) != i)
             return false;
-    return rules.back().topic == Topic::About;
+    return rules.back().topic == Topic::SettingsNotRead;
 }
 static_assert(inOrder(), "one rule for each topic, in the topics' order");
 
@@ -83,14 +82,6 @@ void Messages::sayTrouble(Topic topic, const QString &sentence, const Action &ac
 void Messages::sayVerdict(MessageLine::Severity severity, const QString &sentence,
                           const Action &action) {
     line_.setNotice(number(Topic::Verdict), severity, sentence, action);
-}
-
-void Messages::sayInPassing(Topic topic, const QString &sentence) {
-    line_.setPassingNotice(number(topic), ruleOf(topic).usual, sentence);
-}
-
-void Messages::endPassing() {
-    line_.endPassingNotice();
 }
 
 void Messages::takeBack(Topic topic) {

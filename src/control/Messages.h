@@ -32,7 +32,6 @@ enum class Topic {
     Console,         ///< text that the console has dropped
     Settings,        ///< settings that were damaged, or are not saved
     SettingsNotRead, ///< settings that could not be read at the start
-    About,           ///< what this program is
 };
 
 /// What makes messages untrue.
@@ -68,9 +67,6 @@ public:
     /// The same about what came of a run, which only its judge can tell.
     void sayVerdict(MessageLine::Severity severity, const QString &sentence,
                     const Action &action = {});
-    /// Says \a sentence until anything else is said or endPassing() is called.
-    void sayInPassing(Topic topic, const QString &sentence);
-    void endPassing();
     /// Takes back what was said about \a topic.
     void takeBack(Topic topic);
     /// Takes back all that \a event makes untrue.

@@ -106,7 +106,6 @@ void MessageLine::setNotice(int topic, Severity severity, const QString &sentenc
         clearNotice(topic);
         return;
     }
-    endPassingNotice();
     Notice notice{topic, severity, onOneLine(sentence), action};
     const bool isNewest = !notices_.empty() && notices_.front().saysTheSameAs(notice);
     if (action.run)
@@ -129,16 +128,6 @@ void MessageLine::announce() {
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
     emit announced(text());
-}
-
-void MessageLine::setPassingNotice(int topic, Severity severity, const QString &sentence) {
-    setNotice(topic, severity, sentence);
-    passing_ = topic;
-}
-
-void MessageLine::endPassingNotice() {
-    if (const std::optional<int> topic = std::exchange(passing_, std::nullopt))
-        clearNotice(*topic);
 }
 
 void MessageLine::clearNotice(int topic) {

@@ -7,7 +7,6 @@
 #include <QTimer>
 
 #include <functional>
-#include <optional>
 #include <vector>
 
 class QPushButton;
@@ -45,11 +44,6 @@ public:
     /// The same with a button behind the text. Each notice with an action has a button of its own,
     /// which keeps its meaning until the notice goes; the newest notice's is the first.
     void setNotice(int topic, Severity severity, const QString &sentence, const Action &action);
-    /// Shows \a sentence until another notice comes or endPassingNotice() is called: for what is
-    /// never untrue, but of no use once something else is done.
-    void setPassingNotice(int topic, Severity severity, const QString &sentence);
-    /// Takes the passing notice away, if there is one.
-    void endPassingNotice();
     /// Takes the notice of \a topic away, if there is one.
     void clearNotice(int topic);
     /// Takes all notices away.
@@ -93,7 +87,6 @@ private:
     int heightOfLines(int lines) const;
 
     std::vector<Notice> notices_;  // newest first
-    std::optional<int> passing_;   // topic of the passing notice
     QList<QPushButton *> buttons_; // at least one; what no notice has is hidden
     QTimer announcement_;
 };

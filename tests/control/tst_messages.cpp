@@ -14,7 +14,6 @@ private slots:
     void topic_data();
     void topic();
     void topics_areSaidBesideEachOther();
-    void passingSentence_goesWithTheNext();
     void verdict_isAsSeriousAsItsJudgeSays();
 };
 
@@ -30,7 +29,7 @@ const QList<Event> everything = {Event::RunBegan,     Event::WorkEnded,      Eve
                                  Event::SavingBegan,  Event::SettingsSaved,  Event::DeviceChanged,
                                  Event::RowsSelected, Event::AddressChanged, Event::ConsoleCleared};
 
-constexpr Topic lastTopic = Topic::About;
+constexpr Topic lastTopic = Topic::SettingsNotRead;
 
 struct Expectation {
     const char *name;
@@ -95,7 +94,6 @@ const QList<Expectation> expectations = {
      problem,
      {Event::SettingsSaved}},
     {"settings that were not read are a problem", Topic::SettingsNotRead, problem, problem, {}},
-    {"what the program is", Topic::About, plain, plain, {}},
 };
 
 /// A line with messages in it, as a window has them.
@@ -150,17 +148,6 @@ void TestMessages::topics_areSaidBesideEachOther() {
     QCOMPARE(said.line.text(), QStringLiteral("Warning: Three.\nDone: Two."));
     said.messages.happened(Event::RowsSelected);
     QCOMPARE(said.line.text(), QStringLiteral("Done: Two."));
-}
-
-void TestMessages::passingSentence_goesWithTheNext() {
-    Said said;
-    said.messages.sayInPassing(Topic::About, QStringLiteral("It is so."));
-    QCOMPARE(said.line.text(), QStringLiteral("It is so."));
-    said.messages.say(Topic::Saving, QStringLiteral("Saved."));
-    QCOMPARE(said.line.text(), QStringLiteral("Done: Saved."));
-    said.messages.sayInPassing(Topic::About, QStringLiteral("It is so."));
-    said.messages.endPassing();
-    QCOMPARE(said.line.text(), QStringLiteral("Done: Saved."));
 }
 
 void TestMessages::verdict_isAsSeriousAsItsJudgeSays() {

@@ -37,8 +37,6 @@ private slots:
     void buttons_standBesideEachOtherAfterTheText();
     void buttons_leaveRoomForTheText();
     void buttons_areReachedByKeyboardInTheirOrder();
-    void passingNotice_goesWhenAnotherComes();
-    void passingNotice_thatIsSaidForGoodStays();
     void repeatedNotice_keepsTheSelection();
     void notices_ofOneMomentAreAnnouncedOnce();
     void noticeThatHasGone_isNotAnnounced();
@@ -314,28 +312,6 @@ void TestMessageLine::buttons_areReachedByKeyboardInTheirOrder() {
         QTest::keyClick(button, Qt::Key_Tab);
     }
     QVERIFY(next.hasFocus());
-}
-
-void TestMessageLine::passingNotice_goesWhenAnotherComes() {
-    MessageLine line;
-    line.setNotice('a', Severity::Warning, u"old"_s);
-    line.setPassingNotice('b', Severity::Information, u"passing"_s);
-    line.clearNotice('c');
-    QCOMPARE(line.text(), u"passing\nWarning: old"_s);
-    line.setNotice('c', Severity::Information, u"new"_s);
-    QCOMPARE(line.text(), u"new\nWarning: old"_s);
-    line.setPassingNotice('b', Severity::Information, u"passing"_s);
-    line.endPassingNotice();
-    line.endPassingNotice();
-    QCOMPARE(line.text(), u"new\nWarning: old"_s);
-}
-
-void TestMessageLine::passingNotice_thatIsSaidForGoodStays() {
-    MessageLine line;
-    line.setPassingNotice('a', Severity::Information, u"same"_s);
-    line.setNotice('a', Severity::Information, u"same"_s);
-    line.endPassingNotice();
-    QCOMPARE(line.text(), u"same"_s);
 }
 
 void TestMessageLine::repeatedNotice_keepsTheSelection() {
