@@ -30,11 +30,14 @@ bool pictureOfSearch(VelmWindow &velm, Demonstration &demonstration, const QStri
     demonstration.settle();
     const device_searcher &searcher = *velm.delegate().outlets.devicesearcher;
     demonstration.type(searcher.devicesearchterm, QStringLiteral("27C512"));
+    demonstration.press(
+        searcher.tableview->window()->findChild<QPushButton *>(QStringLiteral("searchButton")));
     demonstration.settle();
     searcher.tableview->setCurrentIndex(searcher.tableview->model()->index(0, 0));
+    const bool found = searcher.tableview->currentIndex().isValid();
     const bool saved = savePanel(velm.delegate(), path);
     velm.delegate().deviceSearchPanelCancel(nullptr);
-    return saved;
+    return found && saved;
 }
 
 // A cell of the data to burn, open for typing.

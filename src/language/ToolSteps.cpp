@@ -77,7 +77,8 @@ bool ToolSteps::take(QStringView line) {
 }
 
 RunPhase ToolSteps::phaseOf(QStringView step) const {
-    const RunPhase phase = verbOf(step)->phase;
+    const Verb *verb = verbOf(step);
+    const RunPhase phase = verb ? verb->phase : RunPhase::Starting;
     const bool comparing = operation_ == VerifyOperation || written_;
     return phase == RunPhase::Reading && comparing ? RunPhase::Verifying : phase;
 }
