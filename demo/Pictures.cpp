@@ -12,6 +12,7 @@
 
 #include <QDialog>
 #include <QLineEdit>
+#include <QPushButton>
 
 namespace {
 
