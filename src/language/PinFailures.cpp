@@ -4,6 +4,7 @@
 #include "language/PinFailures.h"
 
 #include "language/LogicReport.h"
+#include "language/PinLevels.h"
 #include "language/RunRemarks.h"
 
 #include <QCoreApplication>
@@ -67,30 +68,18 @@ QString PinWords::failed(const QList<int> &pins, const QList<int> &vectors) {
                                : tr("%1 in vectors %2").arg(pinWords, joined(vectors));
 }
 
-/// A bad field is bright red, and a minus sign follows the expected level.
-bool isMarkedBad(const QString &field) {
-    return field.size() > 1 && (field.endsWith(u'-') || field.contains(u"[0;91m"));
-}
-
-/// The number that \a text begins with or is; \a place if there is none.
-int numberOf(const QString &text, qsizetype place) {
-    const qsizetype colon = text.indexOf(u':');
-    bool isNumber = false;
-    const int number = text.left(colon < 0 ? text.size() : colon).toInt(&isNumber);
-    return isNumber ? number : int(place);
-}
-
 } // namespace
 
 QList<PinFailure> pinFailures(const LogicReport &report) {
-    const QStringList headers = report.headers.value_or(QStringList());
+    const qsizetype pins = report.headers.value_or(QStringList()).size();
     QList<PinFailure> failures;
     for (qsizetype row = 0; row < report.rows.size(); ++row) {
         const QStringList &fields = report.rows[row];
-        const qsizetype count = std::min(fields.size(), headers.size() + 1);
+        const qsizetype count = std::min(fields.size(), pins + 1);
         for (qsizetype field = 1; field < count; ++field)
-            if (isMarkedBad(fields[field]))
-                failures.append({numberOf(headers[field - 1], field), numberOf(fields[0], row)});
+            if (const PinLevel level = pinLevel(fields[field]); level.failed)
+                failures.append(
+                    {pinNumber(report, field - 1), vectorNumber(report, row), level.letter});
     }
     return failures;
 }

@@ -14,10 +14,8 @@ struct PinFailure {
     int pin = 0;
     /// The number of the test vector as its line gives it; the first is 0.
     int vector = 0;
-
-    friend bool operator==(PinFailure one, PinFailure other) {
-        return one.pin == other.pin && one.vector == other.vector;
-    }
+    /// The letter of the level that was expected; null if the report has none.
+    QChar expected = {};
 };
 
 /// The fields of \a report that are marked bad, line by line. A column whose header is no number
