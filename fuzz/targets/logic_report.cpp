@@ -4,6 +4,7 @@
 #include "FuzzInput.h"
 #include "language/LogicReport.h"
 #include "language/PinFailures.h"
+#include "language/PinLevels.h"
 
 #include <algorithm>
 
@@ -33,6 +34,15 @@ void checkFailures(const LogicReport &report) {
         fields += row.size() - 1;
     mustHold(failures.size() <= fields, "a field fails once");
     mustHold(wordsFor(failures, 14).isEmpty() == failures.isEmpty(), "failures have words");
+    mustHold(sentencesFor(failures).isEmpty() == failures.isEmpty(), "failures have sentences");
+    mustHold(sentencesFor(failures).size() <= mostPins + 1, "sentences are bounded");
+}
+
+void checkPins(const LogicReport &report) {
+    const qsizetype pins = report.headers.value_or(QStringList()).size();
+    mustHold(worstOfPins(report).size() == (report.rows.isEmpty() ? 0 : pins),
+             "each header is a pin");
+    mustHold(!plainTable(report).contains(u'\x1b'), "a plain table has no colours");
 }
 
 } // namespace
@@ -42,6 +52,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const LogicReport report = parseLogicReport(text);
     checkFields(report);
     checkFailures(report);
+    checkPins(report);
     const LogicReport twice = parseLogicReport(text + u'\n' + text);
     mustHold(twice.rows == report.rows + report.rows, "rows follow in order");
     mustHold(twice.title == report.title && twice.headers == report.headers,

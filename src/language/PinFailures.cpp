@@ -18,6 +18,10 @@ namespace {
 /// The fields of a line that the grid has room for, its number aside.
 constexpr qsizetype pinsInGrid = 17;
 
+/// Of a pin that failed here and there in more vectors, the first ones are named and the others
+/// counted.
+constexpr qsizetype vectorsNamed = 12;
+
 class PinWords {
     Q_DECLARE_TR_FUNCTIONS(PinFailures)
 
@@ -27,6 +31,14 @@ public:
     static QString sentence(const QStringList &list) {
         return tr("Failed: %1.").arg(list.join(tr("; ")));
     }
+    // "vector 3: low expected"; \a vectors holds ascending numbers, at least one.
+    static QString expected(const QList<int> &vectors, QChar letter);
+    static QString ofPin(int pin, const QStringList &list) {
+        return tr("Pin %1, %2").arg(QString::number(pin), list.join(tr("; ")));
+    }
+    static QString morePins(qsizetype pins) {
+        return tr("And %1 more pins").arg(QString::number(pins));
+    }
     static QString notShown() {
         return tr("The table has room for pins 1 to %1 only.").arg(QString::number(pinsInGrid));
     }
@@ -34,6 +46,8 @@ public:
 private:
     static QStringList runsOf(const QList<int> &numbers);
     static QString joined(const QList<int> &numbers);
+    static QString beginningOf(const QList<int> &numbers);
+    static QString levelName(QChar letter);
 };
 
 /// The runs of \a numbers as texts. A pair is no run.
@@ -68,6 +82,39 @@ QString PinWords::failed(const QList<int> &pins, const QList<int> &vectors) {
                                : tr("%1 in vectors %2").arg(pinWords, joined(vectors));
 }
 
+QString PinWords::beginningOf(const QList<int> &numbers) {
+    if (runsOf(numbers).size() <= vectorsNamed)
+        return joined(numbers);
+    return tr("%1 and %2 more")
+        .arg(runsOf(numbers.first(vectorsNamed)).join(tr(", ")),
+             QString::number(numbers.size() - vectorsNamed));
+}
+
+QString PinWords::levelName(QChar letter) {
+    if (letter == u'L')
+        return tr("low");
+    if (letter == u'H')
+        return tr("high");
+    return letter == u'Z' ? tr("high impedance") : QString(letter);
+}
+
+QString PinWords::expected(const QList<int> &vectors, QChar letter) {
+    const QString where = vectors.size() == 1 ? tr("vector %1").arg(joined(vectors))
+                                              : tr("vectors %1").arg(beginningOf(vectors));
+    return letter.isNull() ? where : tr("%1: %2 expected").arg(where, levelName(letter));
+}
+
+/// The failures of one pin: the vectors of each level that was expected.
+using VectorsOfLetter = QMap<QChar, std::set<int>>;
+
+QString sentenceFor(int pin, const VectorsOfLetter &failures) {
+    // The level that was missed first comes first.
+    QMultiMap<int, QString> list;
+    for (const auto &[letter, vectors] : failures.asKeyValueRange())
+        list.insert(*vectors.begin(), PinWords::expected({vectors.begin(), vectors.end()}, letter));
+    return PinWords::ofPin(pin, list.values());
+}
+
 } // namespace
 
 QList<PinFailure> pinFailures(const LogicReport &report) {
@@ -100,4 +147,17 @@ QString wordsFor(const QList<PinFailure> &failures, qsizetype pins) {
     }
     const QString words = PinWords::sentence(list);
     return joined(words, pins > pinsInGrid ? PinWords::notShown() : QString());
+}
+
+QStringList sentencesFor(const QList<PinFailure> &failures) {
+    QMap<int, VectorsOfLetter> pins;
+    for (const PinFailure failure : failures)
+        pins[failure.pin][failure.expected].insert(failure.vector);
+    QStringList sentences;
+    for (const auto &[pin, ofPin] : pins.asKeyValueRange()) {
+        if (sentences.size() == mostPins)
+            return sentences << PinWords::morePins(pins.size() - mostPins);
+        sentences.append(sentenceFor(pin, ofPin));
+    }
+    return sentences;
 }

@@ -4,7 +4,7 @@
 #pragma once
 
 #include <QList>
-#include <QString>
+#include <QStringList>
 
 struct LogicReport;
 
@@ -26,3 +26,8 @@ QList<PinFailure> pinFailures(const LogicReport &report);
 /// alike together; empty if there are none. \a pins is the number of pins of the chip: where it has
 /// more than the grid has columns, a second sentence says so.
 QString wordsFor(const QList<PinFailure> &failures, qsizetype pins);
+
+/// A translated sentence for each failed pin, in ascending order: "Pin 3, vector 3: low expected".
+/// At most mostPins and one that counts the others; of many vectors the first are named, and the
+/// others counted.
+QStringList sentencesFor(const QList<PinFailure> &failures);

@@ -125,14 +125,17 @@ QStringList levelLegend() {
 }
 
 QString plainTable(const LogicReport &report) {
-    const QStringList headers = report.headers.value_or(QStringList());
+    constexpr int digits = 4;
+    const qsizetype pins = report.headers.value_or(QStringList()).size();
     QString header = QStringLiteral("      ");
-    for (const QString &pin : headers)
-        header += column(pin);
+    for (qsizetype pin = 0; pin < pins; ++pin)
+        header += column(QString::number(pinNumber(report, pin)));
     QStringList lines = {trimmedEnd(header)};
-    for (const QStringList &fields : report.rows) {
-        QString line = fields.value(0) + u' ';
-        for (qsizetype field = 1; field <= headers.size() && field < fields.size(); ++field)
+    for (qsizetype row = 0; row < report.rows.size(); ++row) {
+        const QStringList &fields = report.rows[row];
+        QString line = QString::number(vectorNumber(report, row)).rightJustified(digits, u'0');
+        line += QStringLiteral(": ");
+        for (qsizetype field = 1; field <= pins && field < fields.size(); ++field)
             line += plainField(fields[field]);
         lines.append(trimmedEnd(line));
     }

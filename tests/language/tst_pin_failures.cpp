@@ -17,6 +17,9 @@ private slots:
     void capture_namesItsPin();
     void sentence_namesEveryPin_data();
     void sentence_namesEveryPin();
+    void sentences_ofEachPin_data();
+    void sentences_ofEachPin();
+    void sentences_areBounded();
 };
 
 namespace {
@@ -86,6 +89,8 @@ void TestPinFailures::capture_namesItsPin() {
     const LogicReport report = parseLogicReport(QString::fromUtf8(table));
     QCOMPARE(wordsFor(pinFailures(report), report.headers->size()),
              QStringLiteral("Failed: pin 3 in vector 3."));
+    QCOMPARE(sentencesFor(pinFailures(report)),
+             QStringList(QStringLiteral("Pin 3, vector 3: low expected")));
 }
 
 void TestPinFailures::sentence_namesEveryPin_data() {
@@ -125,6 +130,49 @@ void TestPinFailures::sentence_namesEveryPin() {
     QFETCH(QList<PinFailure>, failures);
     QFETCH(int, pins);
     QTEST(wordsFor(failures, pins), "sentence");
+}
+
+void TestPinFailures::sentences_ofEachPin_data() {
+    QTest::addColumn<QList<PinFailure>>("failures");
+    QTest::addColumn<QString>("sentences");
+    const auto row = [](const char *name, const QList<PinFailure> &failures,
+                        const char *sentences) {
+        QTest::newRow(name) << failures << QString::fromLatin1(sentences);
+    };
+    row("none", {}, "");
+    row("low", {{3, 1, u'L'}}, "Pin 3, vector 1: low expected");
+    row("high", {{3, 1, u'H'}}, "Pin 3, vector 1: high expected");
+    row("off", {{3, 1, u'Z'}}, "Pin 3, vector 1: high impedance expected");
+    row("another letter", {{3, 1, u'X'}}, "Pin 3, vector 1: X expected");
+    row("no letter", {{3, 1}}, "Pin 3, vector 1");
+    row("two vectors", {{3, 5, u'L'}, {3, 1, u'L'}}, "Pin 3, vectors 1 and 5: low expected");
+    row("two levels", {{3, 1, u'L'}, {3, 0, u'H'}, {3, 2, u'L'}},
+        "Pin 3, vector 0: high expected; vectors 1 and 2: low expected");
+    row("two levels in vectors of one number", {{3, 0, u'H'}, {3, 0, u'L'}},
+        "Pin 3, vector 0: low expected; vector 0: high expected");
+    row("pins in their order", {{11, 0, u'L'}, {2, 1, u'H'}},
+        "Pin 2, vector 1: high expected\nPin 11, vector 0: low expected");
+    row("a long run", block({3}, 200), "Pin 3, vectors 0 to 199");
+    row("as many as are named", everyOther(3, 24),
+        "Pin 3, vectors 0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20 and 22");
+    row("more than are named", everyOther(3, 48),
+        "Pin 3, vectors 0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22 and 12 more");
+}
+
+void TestPinFailures::sentences_ofEachPin() {
+    QFETCH(QList<PinFailure>, failures);
+    QTEST(sentencesFor(failures).join(u'\n'), "sentences");
+}
+
+void TestPinFailures::sentences_areBounded() {
+    constexpr int pins = 1000;
+    QList<PinFailure> failures;
+    for (int pin = 1; pin <= pins; ++pin)
+        failures.append(everyOther(pin, pins));
+    const QStringList sentences = sentencesFor(failures);
+    QCOMPARE(sentences.size(), 41);
+    QCOMPARE(sentences.last(), QStringLiteral("And 960 more pins"));
+    QVERIFY(sentences.join(u'\n').size() < 10000);
 }
 
 QTEST_GUILESS_MAIN(TestPinFailures)
