@@ -81,14 +81,19 @@ void UserFiles::saveImage(QWidget *window, const Image &image, const Nothing &no
 }
 
 void UserFiles::saveConsole(QWidget *window, const std::function<QString()> &text) {
+    saveDocument(window, {tr("Save console"), QStringLiteral("console.txt"), tr("Text files"),
+                          QStringLiteral("txt"), [text] { return text().toUtf8(); }});
+}
+
+void UserFiles::saveDocument(QWidget *window, const Document &document) {
     FilePanelRequest request;
     request.kind = FilePanelRequest::Kind::Save;
-    request.title = tr("Save console");
-    request.suggestedName = QStringLiteral("console.txt");
-    request.typeName = tr("Text files");
-    request.extensions = {QStringLiteral("txt")};
+    request.title = document.title;
+    request.suggestedName = document.suggestedName;
+    request.typeName = document.typeName;
+    request.extensions = {document.extension};
     ask(window, savePurpose, request,
-        [this, text](const QString &path) { write(path, text().toUtf8()); });
+        [this, bytes = document.bytes](const QString &path) { write(path, bytes()); });
 }
 
 QStringList UserFiles::recent() const {

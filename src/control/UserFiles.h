@@ -30,6 +30,16 @@ public:
         std::function<void(const ByteBuffer &saved)> saved;
     };
 
+    /// Something else to save.
+    struct Document {
+        QString title; ///< of the panel
+        QString suggestedName;
+        QString typeName;  ///< what such files are called, for instance "Text files"
+        QString extension; ///< theirs, without a dot
+        /// The content as it is to be saved, asked for when the user confirms.
+        std::function<QByteArray()> bytes;
+    };
+
     /// What the window takes from outside; all must live as long.
     struct Surroundings {
         FilePanels &panels;
@@ -52,6 +62,8 @@ public:
     void saveDataToBurn(QWidget *window, const QString &device, const Image &image);
     /// Asks where \a text, as it is when the user confirms, is to go, and saves it there (UTF-8).
     void saveConsole(QWidget *window, const std::function<QString()> &text);
+    /// Asks where \a document is to go and saves it there, whole or not at all.
+    void saveDocument(QWidget *window, const Document &document);
 
     /// Files opened lately, the newest first.
     QStringList recent() const;
