@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "language/PinLevels.h"
+
+#include <QSize>
+#include <QString>
+
+class QFont;
+class QPainter;
+class QPalette;
+class QRect;
+
+/// What a picture of a chip shows.
+struct PackagePicture {
+    /// What was tested, and which vectors the pins are shown in.
+    QString caption;
+    /// In their order, an even number.
+    QList<TestedPin> pins;
+};
+
+/// The room that a package of \a pins pins takes with \a font, without that of its caption's width.
+QSize packageSize(qsizetype pins, const QFont &font);
+
+/// Draws \a picture as it is seen from above into \a place, with the font of \a painter and the
+/// colours of \a palette: pins are counted down on the left, from the one that is marked, and up on
+/// the right. A pin that failed is red and has a cross, a good one is green and has a tick, one
+/// that was not checked is hollow. What does not fit is cut, and a long caption shortened.
+void drawPackage(QPainter &painter, const QRect &place, const PackagePicture &picture,
+                 const QPalette &palette);
