@@ -47,6 +47,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
     connect(&work_, &WorkState::changed, this, &VelmWindow::workChanged);
     followVerdicts();
     followRuns();
+    followLogicTests();
     followLatePrinters();
     window_.setCloseGuard([this] { return mayClose(); });
     connect(&window_, &MainWindow::closing, this, &VelmWindow::closeDown);
@@ -128,6 +129,21 @@ void VelmWindow::followRuns() {
     for (QPushButton *button : {c.btn_read, c.btn_verify, c.btn_write, c.btn_logic})
         c.nextCommand->follow(button, Operation(button->property("tag").toInt()));
     connect(c.btn_copy_command, &QToolButton::clicked, c.nextCommand, &NextCommand::copyAll);
+}
+
+void VelmWindow::followLogicTests() {
+    Ui::MainWindow &c = window_.controls();
+    const auto report = [this] {
+        LogicReport shown;
+        shown.headers = delegate_.state().logictest_headers;
+        shown.rows = delegate_.state().logictest_rows;
+        return shown;
+    };
+    c.logicResults->follow({*c.tabview, *c.tableview, report});
+    connect(&delegate_, &AppDelegate::runEnded, c.logicResults, &LogicResultsView::takeRun);
+    connect(
+        c.logicResults, &LogicResultsView::saveRequested, this,
+        [this](const UserFiles::Document &document) { files_.saveDocument(&window_, document); });
 }
 
 std::optional<ShownNow> VelmWindow::shownNow() const {

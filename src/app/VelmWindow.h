@@ -67,6 +67,7 @@ private:
     void followVerdicts();
     std::optional<ShownNow> shownNow() const;
     void followRuns();
+    void followLogicTests();
     void followLatePrinters();
     void saySomethingStillPrints(bool some);
     void closeDown();

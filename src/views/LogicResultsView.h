@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "control/UserFiles.h"
+#include "language/LogicReport.h"
+#include "language/PinFailures.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
+class GridView;
+class PackageView;
+class QPlainTextEdit;
+class QScrollArea;
+class TabView;
+struct RunRecord;
+
+/// The column beside the table of a logic test: the chip with what came of its pins, the pins that
+/// failed, and what the letters mean. It is there while the results are shown, and only for a
+/// package that can be drawn.
+class LogicResultsView final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Whom it follows.
+    struct Sources {
+        TabView &tabs;
+        GridView &grid;
+        /// The report that the grid shows on the results tab.
+        std::function<LogicReport()> report;
+    };
+
+    explicit LogicResultsView(QWidget *parent = nullptr);
+
+    /// From now on shows what \a sources have, which must live as long. A vector whose row alone is
+    /// selected is shown by itself, else the worst of all vectors.
+    void follow(const Sources &sources);
+    /// What was tested is told by \a run, if it was a logic test.
+    void takeRun(const RunRecord &run);
+
+signals:
+    /// The user wants to save \a document.
+    void saveRequested(const UserFiles::Document &document);
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    void addSaving();
+    void takeReport();
+    void showText();
+    void showPins();
+    void fit();
+    std::optional<qsizetype> chosenRow() const;
+    QString wholeText() const;
+    void savePicture();
+    void saveText();
+
+    std::optional<Sources> sources_;
+    QString device_;
+    LogicReport report_;
+    QList<PinFailure> failures_;
+    PackageView *package_;
+    QScrollArea *area_;
+    QPlainTextEdit *text_;
+};
