@@ -9,7 +9,7 @@
 # what comes as a "recommended" package is not installed.
 build_packages=(
     cmake ninja-build g++
-    qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev
+    qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev libdeflate-dev
 )
 window_packages=(libqt6svg6 fonts-dejavu-core)
 # Windows without a display, for screenshots and for tests with real widgets.

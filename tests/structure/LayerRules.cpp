@@ -21,6 +21,7 @@ const QMap<QString, QStringList> &arrows() {
         {QStringLiteral("files"), words("base")},
         {QStringLiteral("settings"), words("base files")},
         {QStringLiteral("image"), words("base files settings")},
+        {QStringLiteral("inspect"), {}},
         {QStringLiteral("process"), words("base")},
         {QStringLiteral("language"), words("base files settings")},
         {QStringLiteral("tool"), words("base files settings process language")},
@@ -30,9 +31,9 @@ const QMap<QString, QStringList> &arrows() {
         {QStringLiteral("control"),
          words("base files settings image language tool widgets grid devices")},
         {QStringLiteral("views"),
-         words("base files settings image language tool widgets grid devices control")},
-        {QStringLiteral("app"),
-         words("base files settings image language tool widgets grid devices control views")},
+         words("base files settings image inspect language tool widgets grid devices control")},
+        {QStringLiteral("app"), words("base files settings image inspect language tool widgets "
+                                      "grid devices control views")},
     };
     return map;
 }
@@ -51,8 +52,8 @@ const QMap<QString, QStringList> &stacks() {
 bool isPure(const QString &layer) {
     static const QSet<QString> pure = {QStringLiteral("base"),     QStringLiteral("files"),
                                        QStringLiteral("settings"), QStringLiteral("image"),
-                                       QStringLiteral("process"),  QStringLiteral("language"),
-                                       QStringLiteral("tool")};
+                                       QStringLiteral("inspect"),  QStringLiteral("process"),
+                                       QStringLiteral("language"), QStringLiteral("tool")};
     return pure.contains(layer);
 }
 

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QByteArrayView>
+
+#include <optional>
+
+/// What tells one image from another at a glance.
+struct ImageFacts {
+    qint64 size = 0;   ///< in bytes
+    quint32 crc32 = 0; ///< as zlib and PNG count it; 0 for no bytes
+    quint16 sum = 0;   ///< of all bytes, modulo 65,536
+    /// The value of every byte, if all are the same; none for no bytes.
+    std::optional<quint8> onlyByte;
+
+    friend bool operator==(const ImageFacts &, const ImageFacts &) = default;
+};
+
+/// Reads the facts of an image in as many turns as the caller likes, who may do something else
+/// between them.
+class ImageFactsReader {
+public:
+    /// Reads on through \a image, which must have the same bytes at each call, at most \a most of
+    /// them. True once all have been read.
+    bool advance(QByteArrayView image, qsizetype most);
+    /// The facts of the bytes that have been read.
+    const ImageFacts &facts() const { return facts_; }
+
+private:
+    void take(QByteArrayView bytes);
+
+    ImageFacts facts_;
+};
+
+/// The facts of \a image, read at once.
+ImageFacts factsOf(QByteArrayView image);
