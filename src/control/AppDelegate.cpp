@@ -69,7 +69,8 @@ void AppDelegate::build_output_data(QObject *) {
         with_.log.write(line);
     state_.output_data = composition.image;
     edits_.composed({.revision = revisions_.ofComposition(inputs, composition),
-                     .madeWith = imageControls(outlets, with_.defaults)});
+                     .madeWith = imageControls(outlets, with_.defaults),
+                     .source = sourceOfBytes(inputs, composition)});
     write_output_data_to_temp_file(this);
     sayHowItCameOut(with_.messages, inputs, composition);
     noteImageChanged();

@@ -51,6 +51,10 @@ const QUndoStack &EditOffers::history() const {
 }
 
 // Edits made by hand may be an hour's work, and any control of the composition replaces them.
+ImageState EditOffers::state() const {
+    return edits_.state();
+}
+
 void EditOffers::sayReplaced() {
     const int edits = edits_.replaced().isEmpty() ? 0 : edits_.replaced().last().state.edits;
     messages_.say(Topic::ReplacedEdits,

@@ -13,6 +13,7 @@
 class ActionGate;
 class HandEdits;
 class QUndoStack;
+struct ImageState;
 
 /// What the user can do with the edits of the data to burn: take them back, make them again,
 /// bring back those that a composition replaced; and what the window says of them, so that none
@@ -42,6 +43,8 @@ public:
     void restore();
     /// The edits, to look at.
     const QUndoStack &history() const;
+    /// What is in the data to burn now.
+    ImageState state() const;
 
     /// Says how many edits wait to be restored, and offers it.
     void sayReplaced();

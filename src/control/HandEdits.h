@@ -20,6 +20,8 @@ struct ImageState {
     int edits = 0;
     /// What the controls said when the image was composed.
     ImageControls madeWith;
+    /// Whose bytes were composed; nothing if there was only padding.
+    std::optional<CompositionSource> source = {};
 };
 
 /// The edits of the data to burn since it was composed last: what was done, taken back and can be

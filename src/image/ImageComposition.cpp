@@ -134,3 +134,12 @@ private:
 Composition composeImage(const CompositionInputs &inputs) {
     return Composer(inputs).compose();
 }
+
+std::optional<CompositionSource> sourceOfBytes(const CompositionInputs &inputs,
+                                               const Composition &composition) {
+    const bool isRead = composition.source == CompositionSource::ReadData;
+    if (!composition.image ||
+        lengthOf(isRead ? inputs.read_from_chip_data : inputs.opened_bin_data) == 0)
+        return std::nullopt;
+    return composition.source;
+}

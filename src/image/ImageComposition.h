@@ -54,3 +54,8 @@ struct Composition {
 /// address in a buffer of pad bytes, stretched with pad bytes if that is asked for. An image of
 /// more than largestImage bytes is refused.
 Composition composeImage(const CompositionInputs &inputs);
+
+/// Which bytes are in \a composition, made from \a inputs; nothing if it is
+/// padding alone, or was refused.
+std::optional<CompositionSource> sourceOfBytes(const CompositionInputs &inputs,
+                                               const Composition &composition);

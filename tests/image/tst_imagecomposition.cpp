@@ -41,6 +41,7 @@ private slots:
     void defaultsGiveAnEmptyImage();
     void imageIsAlwaysANewObject();
     void inputsAreOnlyRead();
+    void source_isWhoseBytesThereAre();
 };
 
 void TestImageComposition::fromTheOpenedBinary_data() {
@@ -237,6 +238,22 @@ void TestImageComposition::inputsAreOnlyRead() {
     composeImage(inputs);
     QCOMPARE(pictureOf(inputs.opened_bin_data), QString::fromLatin1(binary));
     QCOMPARE(pictureOf(inputs.read_from_chip_data), QString::fromLatin1(readData));
+}
+
+void TestImageComposition::source_isWhoseBytesThereAre() {
+    const auto sourceOf = [](const CompositionInputs &inputs) {
+        return sourceOfBytes(inputs, composeImage(inputs));
+    };
+    CompositionInputs inputs = inputsWith(QStringLiteral("0"), QStringLiteral("1"), true);
+    QVERIFY(sourceOf(inputs) == CompositionSource::OpenedBinary);
+    inputs.combineReadData = true;
+    QVERIFY(sourceOf(inputs) == CompositionSource::ReadData);
+    inputs.read_from_chip_data = nullptr;
+    QVERIFY(sourceOf(inputs) == CompositionSource::OpenedBinary);
+    inputs.opened_bin_data = nullptr;
+    QVERIFY(!sourceOf(inputs));
+    inputs = inputsWith(QStringLiteral("0"), QStringLiteral("-1"), true);
+    QVERIFY(!sourceOf(inputs)); // refused
 }
 
 QTEST_GUILESS_MAIN(TestImageComposition)
