@@ -34,9 +34,9 @@ bool consistOf(QByteArrayView bytes, quint8 value) {
 
 } // namespace
 
-bool ImageFactsReader::advance(QByteArrayView image, qsizetype most) {
+bool ImageFactsReader::advance(QByteArrayView image, qsizetype max) {
     const qsizetype start = std::min<qsizetype>(facts_.size, image.size());
-    QByteArrayView next = image.sliced(start, std::min(most, image.size() - start));
+    QByteArrayView next = image.sliced(start, std::min(max, image.size() - start));
     while (!next.isEmpty()) {
         const qsizetype length = std::min(pieceSize, next.size());
         take(next.first(length));

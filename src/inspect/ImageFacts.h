@@ -22,9 +22,9 @@ struct ImageFacts {
 /// between them.
 class ImageFactsReader {
 public:
-    /// Reads on through \a image, which must have the same bytes at each call, at most \a most of
+    /// Reads on through \a image, which must have the same bytes at each call, at most \a max of
     /// them. True once all have been read.
-    bool advance(QByteArrayView image, qsizetype most);
+    bool advance(QByteArrayView image, qsizetype max);
     /// The facts of the bytes that have been read.
     const ImageFacts &facts() const { return facts_; }
 

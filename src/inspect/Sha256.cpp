@@ -5,9 +5,9 @@
 
 #include <algorithm>
 
-bool Sha256Reader::advance(QByteArrayView image, qsizetype most) {
+bool Sha256Reader::advance(QByteArrayView image, qsizetype max) {
     const qsizetype start = std::min(read_, image.size());
-    const QByteArrayView next = image.sliced(start, std::min(most, image.size() - start));
+    const QByteArrayView next = image.sliced(start, std::min(max, image.size() - start));
     hash_.addData(next);
     read_ += next.size();
     return read_ >= image.size();

@@ -10,9 +10,9 @@
 /// its facts.
 class Sha256Reader {
 public:
-    /// Reads on through \a image, which must have the same bytes at each call, at most \a most of
+    /// Reads on through \a image, which must have the same bytes at each call, at most \a max of
     /// them. True once all have been read.
-    bool advance(QByteArrayView image, qsizetype most);
+    bool advance(QByteArrayView image, qsizetype max);
     /// The digest of the bytes that have been read: 32 bytes.
     QByteArray digest() const { return hash_.result(); }
 

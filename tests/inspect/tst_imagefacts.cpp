@@ -38,9 +38,9 @@ QByteArray noise(qsizetype size) {
     return bytes;
 }
 
-ImageFacts inTurns(const QByteArray &image, qsizetype most) {
+ImageFacts inTurns(const QByteArray &image, qsizetype max) {
     ImageFactsReader reader;
-    while (!reader.advance(image, most)) {
+    while (!reader.advance(image, max)) {
     }
     return reader.facts();
 }
@@ -85,8 +85,8 @@ void TestImageFacts::facts_areTheSameHoweverTheBytesAreCut_data() {
 void TestImageFacts::facts_areTheSameHoweverTheBytesAreCut() {
     QFETCH(QByteArray, image);
     const ImageFacts whole = factsOf(image);
-    for (qsizetype most : {1, 2, 63, 64, 65, 4096, 16384, 16385, 99999, 100007, 1000000})
-        QVERIFY2(inTurns(image, most) == whole, qPrintable(QString::number(most)));
+    for (qsizetype max : {1, 2, 63, 64, 65, 4096, 16384, 16385, 99999, 100007, 1000000})
+        QVERIFY2(inTurns(image, max) == whole, qPrintable(QString::number(max)));
 }
 
 void TestImageFacts::facts_changeWithEachByte_data() {
@@ -139,9 +139,9 @@ void TestImageFacts::sha256() {
 
 void TestImageFacts::sha256_isTheSameHoweverTheBytesAreCut() {
     const QByteArray image = noise(large);
-    for (qsizetype most : {1, 63, 64, 4096, 99999, 1000000}) {
+    for (qsizetype max : {1, 63, 64, 4096, 99999, 1000000}) {
         Sha256Reader reader;
-        while (!reader.advance(image, most)) {
+        while (!reader.advance(image, max)) {
         }
         QCOMPARE(reader.digest(), QCryptographicHash::hash(image, QCryptographicHash::Sha256));
     }
