@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "image/ImageComposition.h"
+#include "inspect/ImageFacts.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <optional>
+
+// What the facts line says of an image, in pieces. Each is translated, and empty where there is
+// nothing to say.
+
+/// Where data read from a chip come from: the \a device, and \a when as told on the day \a today.
+QString readOriginWords(const QString &device, const QDateTime &when, const QDate &today);
+
+/// Where the data to burn come from: \a source, the file at \a binaryPath if they are of an opened
+/// one, and \a edits made by hand.
+QString burnOriginWords(std::optional<CompositionSource> source, const QString &binaryPath,
+                        int edits);
+
+/// The size of an image in bytes.
+QString sizeWords(qint64 size);
+
+/// The checksums of \a facts; an ellipsis stands for each while they are not known.
+QString checksumWords(const std::optional<ImageFacts> &facts);
+
+/// A remark on an image that is all 0xFF or all 0x00; \a isRead if it was read from a chip.
+QString blankRemark(const ImageFacts &facts, bool isRead);
+
+/// The \a byte at \a address: hexadecimal, decimal, binary, and its character if it is one of ASCII
+/// that can be seen.
+QString byteWords(quint64 address, quint8 byte);
