@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "views/ShownImageReader.h"
+
+#include <utility>
+
+bool ShownImageReader::readOn(const ShownImage &image) {
+    if (!isTheSame(image))
+        beginWith(image);
+    const QByteArrayView bytes =
+        image.bytes ? QByteArrayView(std::as_const(*image.bytes)) : QByteArrayView();
+    if (!factsAreKnown_)
+        factsAreKnown_ = facts_.advance(bytes, maxFactsInTurn);
+    else if (isReadingSha256() && reader_->advance(bytes, maxSha256InTurn))
+        sha256_ = QString::fromLatin1(reader_->digest().toHex());
+    return !factsAreKnown_ || isReadingSha256();
+}
+
+std::optional<ImageFacts> ShownImageReader::facts() const {
+    return factsAreKnown_ ? std::optional(facts_.facts()) : std::nullopt;
+}
+
+void ShownImageReader::askForSha256(const ShownImage &image) {
+    if (!isTheSame(image))
+        beginWith(image);
+    reader_.emplace();
+    sha256_.clear();
+}
+
+// By the owners: a buffer that is gone is another one than the absent one.
+bool ShownImageReader::isTheSame(const ShownImage &image) const {
+    return revision_ == image.revision && !bytes_.owner_before(image.bytes) &&
+           !image.bytes.owner_before(bytes_);
+}
+
+void ShownImageReader::beginWith(const ShownImage &image) {
+    bytes_ = image.bytes;
+    revision_ = image.revision;
+    facts_ = {};
+    factsAreKnown_ = false;
+    reader_.reset();
+    sha256_.clear();
+}
