@@ -3,6 +3,7 @@
 
 #include "app/VelmWindow.h"
 
+#include "app/FactsWiring.h"
 #include "app/WindowMenus.h"
 #include "app/WindowWiring.h"
 #include "files/FileStamp.h"
@@ -125,6 +126,7 @@ void VelmWindow::followRuns() {
     connect(&delegate_, &AppDelegate::runMade, &progressView_,
             qOverload<ScriptedMiniPro *>(&RunProgressView::follow));
     connect(&searcher_, &device_searcher::runMade, &progressView_, &RunProgressView::followSearch);
+    wireFacts(window_, delegate_, runLog_);
     c.nextCommand->setSettings(settings_);
     for (QPushButton *button : {c.btn_read, c.btn_verify, c.btn_write, c.btn_logic})
         c.nextCommand->follow(button, Operation(button->property("tag").toInt()));

@@ -1,0 +1,168 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "views/FactsLine.h"
+
+#include "grid/GridView.h"
+#include "views/FactsWords.h"
+
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMenu>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// How many letters of the origin are always shown.
+constexpr int minOriginLetters = 10;
+/// What the field keeps free before its text, and on both sides of it with a reserve; in pixels.
+constexpr int innerMargin = 2;
+constexpr int innerMargins = 6;
+constexpr qsizetype shownDigits = 8;
+
+QString joined(QStringList pieces) {
+    pieces.removeAll(QString());
+    return pieces.join(QStringLiteral(" \u00b7 "));
+}
+
+bool hasBytes(const std::optional<ShownImage> &image) {
+    return image && lengthOf(image->bytes) > 0;
+}
+
+} // namespace
+
+FactsLine::FactsLine(QWidget *parent) : QLineEdit(parent) {
+    setReadOnly(true);
+    setFrame(false);
+    setTextMargins(-innerMargin, 0, 0, 0);
+    QPalette seeThrough;
+    seeThrough.setBrush(QPalette::Base, Qt::NoBrush);
+    setPalette(seeThrough);
+    connect(&turns_, &QTimer::timeout, this, &FactsLine::turn);
+}
+
+void FactsLine::follow(const GridView &grid, Source shown) {
+    grid_ = &grid;
+    shown_ = std::move(shown);
+    connect(grid.selectionModel(), &QItemSelectionModel::currentChanged, this, &FactsLine::refresh);
+    connect(grid.gridModel(), &GridModel::modelReset, this, &FactsLine::refresh);
+    refresh();
+}
+
+void FactsLine::refresh() {
+    if (!turns_.isActive())
+        turns_.start(0);
+}
+
+void FactsLine::turn() {
+    const std::optional<ShownImage> image = shown_();
+    const bool readsSha256 = reader_.isReadingSha256();
+    if (!reader_.readOn(image.value_or(ShownImage{})))
+        turns_.stop();
+    if (readsSha256 && !reader_.sha256().isEmpty())
+        QGuiApplication::clipboard()->setText(reader_.sha256());
+    takeWords(image);
+}
+
+void FactsLine::takeWords(const std::optional<ShownImage> &image) {
+    const QString sha256 = reader_.sha256();
+    const QString label = tr("SHA-256 %1");
+    QStringList facts = image ? factsOf(*image) : QStringList();
+    origin_ = image ? image->origin : QString();
+    whole_ = joined(QStringList{origin_} + facts +
+                    QStringList{sha256.isEmpty() ? QString() : label.arg(sha256)});
+    if (!sha256.isEmpty())
+        facts << tr("SHA-256 copied: %1").arg(sha256.first(shownDigits) + QChar(0x2026));
+    else if (reader_.isReadingSha256())
+        facts << label.arg(QChar(0x2026));
+    facts_ = joined(facts);
+    setToolTip(whole_.toHtmlEscaped());
+    showText();
+}
+
+QStringList FactsLine::factsOf(const ShownImage &image) const {
+    const qsizetype size = lengthOf(image.bytes);
+    if (size == 0)
+        return {sizeWords(size)};
+    const std::optional<ImageFacts> facts = reader_.facts();
+    return {sizeWords(size), checksumWords(facts),
+            facts ? blankRemark(*facts, image.isRead) : QString(), byteUnderCursor(image.bytes)};
+}
+
+QString FactsLine::byteUnderCursor(const ByteBuffer &bytes) const {
+    const QModelIndex cell = grid_->currentIndex();
+    if (!cell.isValid() || !isByteColumn(cell.column()))
+        return {};
+    const quint64 address = byteIndex(cell.row(), cell.column());
+    if (address >= quint64(lengthOf(bytes)))
+        return {};
+    return byteWords(address, quint8(bytes->constData()[address]));
+}
+
+QString FactsLine::fittingText() const {
+    const QFontMetrics letters = fontMetrics();
+    const int room = width() - innerMargins;
+    const QString all = joined({origin_, facts_});
+    if (letters.horizontalAdvance(all) <= room)
+        return all;
+    const int rest = letters.horizontalAdvance(joined({QStringLiteral(" "), facts_}));
+    const int roomForOrigin = std::max(room - rest, minOriginLetters * letters.averageCharWidth());
+    const QString origin = letters.elidedText(origin_, Qt::ElideMiddle, roomForOrigin);
+    return letters.elidedText(joined({origin, facts_}), Qt::ElideMiddle, room);
+}
+
+// Its size hint does not hang on the text: a cursor that moves has nothing laid out anew.
+void FactsLine::showText() {
+    const QString fitting = fittingText();
+    if (fitting == text())
+        return;
+    const bool wasSelected = hasFocus() && hasSelectedText() && selectedText() == text();
+    setText(fitting);
+    setCursorPosition(0);
+    if (wasSelected)
+        selectAll();
+}
+
+void FactsLine::copyWords() const {
+    const bool isPart = hasSelectedText() && selectedText() != text();
+    QGuiApplication::clipboard()->setText(isPart ? selectedText() : whole_);
+}
+
+void FactsLine::askForSha256() {
+    const std::optional<ShownImage> image = shown_();
+    if (!hasBytes(image))
+        return;
+    reader_.askForSha256(*image);
+    refresh();
+}
+
+void FactsLine::contextMenuEvent(QContextMenuEvent *event) {
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(tr("&Copy"), this, &FactsLine::copyWords)->setEnabled(!whole_.isEmpty());
+    menu->addAction(tr("&SHA-256"), this, &FactsLine::askForSha256)->setEnabled(hasBytes(shown_()));
+    // Not exec(): a run that ends while the menu is open must not have to wait for it.
+    menu->popup(event->globalPos());
+}
+
+void FactsLine::keyPressEvent(QKeyEvent *event) {
+    if (event == QKeySequence::Copy)
+        copyWords();
+    else
+        QLineEdit::keyPressEvent(event);
+}
+
+void FactsLine::resizeEvent(QResizeEvent *event) {
+    QLineEdit::resizeEvent(event);
+    showText();
+}
+
+void FactsLine::changeEvent(QEvent *event) {
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        showText();
+}
