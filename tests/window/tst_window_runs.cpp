@@ -80,9 +80,9 @@ void TestWindowRuns::aRun_leavesStopToPressAndTheImageToLookAt() {
     });
     velm.click(velm.controls().btn_read);
     // Looking around, which an address helps with, stays possible.
-    QCOMPARE(enabled,
-             QStringList({QStringLiteral("Stop"), QStringLiteral("Next command"),
-                          QStringLiteral("Copy command"), QStringLiteral("Go to address")}));
+    QCOMPARE(enabled, QStringList({QStringLiteral("Stop"), QStringLiteral("Next command"),
+                                   QStringLiteral("Copy command"), QStringLiteral("Go to address"),
+                                   QStringLiteral("Facts")}));
     QCOMPARE(elapsed, QStringLiteral("0:00"));
     verifyAlive(velm);
     QCOMPARE(velm.controls().busy->text(), QString());
