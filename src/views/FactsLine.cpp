@@ -84,13 +84,15 @@ void FactsLine::takeWords(const std::optional<ShownImage> &image) {
     showText();
 }
 
+// Where every byte is the same, the one under the cursor is told with them.
 QStringList FactsLine::factsOf(const ShownImage &image) const {
     const qsizetype size = lengthOf(image.bytes);
     if (size == 0)
         return {sizeWords(size)};
     const std::optional<ImageFacts> facts = reader_.facts();
+    const QString remark = facts ? blankRemark(*facts, image.isRead) : QString();
     return {sizeWords(size), checksumWords(facts),
-            facts ? blankRemark(*facts, image.isRead) : QString(), byteUnderCursor(image.bytes)};
+            remark.isEmpty() ? byteUnderCursor(image.bytes) : remark};
 }
 
 QString FactsLine::byteUnderCursor(const ByteBuffer &bytes) const {

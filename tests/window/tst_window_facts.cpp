@@ -25,6 +25,7 @@ private slots:
     void editAndUndo_areFollowed();
     void restoredEdits_areSaid();
     void anotherTab_isAnotherImage();
+    void blankImage_leavesTheByteToTheRemark();
     void theCursor_isFollowed();
     void cellsWithoutAByte_sayNothing_data();
     void cellsWithoutAByte_sayNothing();
@@ -201,6 +202,20 @@ void TestWindowFacts::anotherTab_isAnotherImage() {
     velm.controls().tabview->selectTabViewItem(logicTabIdentifier());
     QTRY_COMPARE(facts(velm), QString());
     QCOMPARE(velm.controls().factsLine->text(), QString());
+}
+
+// Both do not fit into a small window beside the origin.
+void TestWindowFacts::blankImage_leavesTheByteToTheRemark() {
+    WindowFixture velm;
+    velm.useTool(readerOf(65536, "377"));
+    velm.start();
+    velm.velm().window().resize(1024, 700);
+    velm.click(velm.controls().btn_read);
+    QTRY_VERIFY(facts(velm).contains(QStringLiteral("all 0xFF")));
+    moveTo(velm, 1, 4);
+    velm.settle();
+    QTRY_VERIFY2(facts(velm).endsWith(QStringLiteral("no contact?")), qPrintable(facts(velm)));
+    QCOMPARE(velm.controls().factsLine->text(), facts(velm));
 }
 
 void TestWindowFacts::theCursor_isFollowed() {
