@@ -7,6 +7,8 @@
 
 #include <QFile>
 
+#include <array>
+#include <cstring>
 #include <random>
 #include <stdexcept>
 #include <unistd.h>
@@ -35,6 +37,17 @@ QByteArray asciiText(qint64 size) {
 QByteArray multiByteText(qint64 size) {
     const QByteArray period = QStringLiteral("a\u00E9\u20AC\U0001F600").toUtf8();
     return period.repeated(qsizetype(size / period.size()));
+}
+
+quint64 passOver(const QByteArray &bytes) {
+    std::array<quint64, 4> sums{};
+    std::array<quint64, 4> words{};
+    for (qsizetype at = 0; at + qsizetype(sizeof words) <= bytes.size(); at += sizeof words) {
+        std::memcpy(words.data(), bytes.constData() + at, sizeof words);
+        for (size_t lane = 0; lane < sums.size(); ++lane)
+            sums[lane] += words[lane];
+    }
+    return sums[0] ^ sums[1] ^ sums[2] ^ sums[3];
 }
 
 void writeFile(const QString &path, const QByteArray &bytes) {

@@ -18,6 +18,9 @@ QByteArray asciiText(qint64 size);
 /// bytes shorter than \a size.
 QByteArray multiByteText(qint64 size);
 
+/// Adds up \a bytes as words: a pass over memory, which cannot be much faster.
+quint64 passOver(const QByteArray &bytes);
+
 /// Writes \a bytes into a new file at \a path. Throws if that failed.
 void writeFile(const QString &path, const QByteArray &bytes);
 /// The whole file at \a path. Throws if it cannot be read.

@@ -12,7 +12,6 @@
 
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <iconv.h>
 #include <stdexcept>
 
@@ -49,18 +48,6 @@ qsizetype unitsByIconv(const QByteArray &bytes, const char *encoding) {
     }
     iconv_close(converter);
     return qsizetype(written / sizeof(char16_t));
-}
-
-/// Adds up the bytes as words.
-quint64 passOver(const QByteArray &bytes) {
-    std::array<quint64, 4> sums{};
-    std::array<quint64, 4> words{};
-    for (qsizetype at = 0; at + qsizetype(sizeof words) <= bytes.size(); at += sizeof words) {
-        std::memcpy(words.data(), bytes.constData() + at, sizeof words);
-        for (size_t lane = 0; lane < sums.size(); ++lane)
-            sums[lane] += words[lane];
-    }
-    return sums[0] ^ sums[1] ^ sums[2] ^ sums[3];
 }
 
 std::vector<double> measureTimes(const Sample &sample) {
