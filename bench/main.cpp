@@ -26,9 +26,9 @@ struct Group {
 
 constexpr Group groups[] = {
     {"compose", benchCompose}, {"save", benchSave},       {"text", benchText},
-    {"grid", benchGrid},       {"console", benchConsole}, {"child", benchChild},
-    {"devices", benchDevices}, {"window", benchWindow},   {"edit", benchEdit},
-    {"desktop", benchDesktop},
+    {"facts", benchFacts},     {"grid", benchGrid},       {"console", benchConsole},
+    {"child", benchChild},     {"devices", benchDevices}, {"window", benchWindow},
+    {"edit", benchEdit},       {"desktop", benchDesktop},
 };
 
 QString processorName() {

@@ -13,6 +13,8 @@ void benchCompose(Table &table);
 void benchSave(Table &table);
 /// Decoding a buffer for display.
 void benchText(Table &table);
+/// Reading the checksums of an image.
+void benchFacts(Table &table);
 /// The grid: reset, first paint, page key, memory.
 void benchGrid(Table &table);
 /// A flood of output through a tool run into the console.
