@@ -5,6 +5,7 @@
 
 #include "grid/GridView.h"
 #include "views/FactsWords.h"
+#include "widgets/PlainToolTip.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -80,7 +81,7 @@ void FactsLine::takeWords(const std::optional<ShownImage> &image) {
     else if (reader_.isReadingSha256())
         facts << label.arg(QChar(0x2026));
     facts_ = joined(facts);
-    setToolTip(whole_.toHtmlEscaped());
+    setPlainToolTip(*this, whole_);
     showText();
 }
 

@@ -4,6 +4,7 @@
 #include "views/NextCommand.h"
 
 #include "settings/SettingsStore.h"
+#include "widgets/PlainToolTip.h"
 
 #include <QAbstractButton>
 #include <QClipboard>
@@ -60,5 +61,5 @@ void NextCommand::showCommand() {
         return;
     setText(command);
     setCursorPosition(0);
-    setToolTip(command.toHtmlEscaped());
+    setPlainToolTip(*this, command);
 }

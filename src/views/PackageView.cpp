@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QStyleOptionFocusRect>
 #include <QStylePainter>
+#include <QTextDocument>
 
 #include <algorithm>
 
@@ -21,7 +22,7 @@ void PackageView::setPicture(const PackagePicture &picture, const QStringList &f
     picture_ = picture;
     const QString what = failed.isEmpty() ? tr("No pin failed") : failed.join(QStringLiteral(". "));
     setAccessibleDescription(tr("%1. %2.").arg(picture.caption, what));
-    setToolTip(picture.caption.toHtmlEscaped());
+    setToolTip(Qt::convertFromPlainText(picture.caption, Qt::WhiteSpaceNormal));
     updateGeometry();
     update();
 }

@@ -7,6 +7,9 @@
 
 namespace {
 
+/// What the tool calls a part is a word; this may be anything.
+constexpr qsizetype longestPart = 20;
+
 class StepWording {
     Q_DECLARE_TR_FUNCTIONS(StepWords)
 
@@ -19,7 +22,7 @@ public:
             return tr("data");
         if (name == QLatin1String("User"))
             return tr("user data");
-        return name;
+        return name.left(longestPart);
     }
 
     static QString words(const RunProgress &progress) {

@@ -7,6 +7,7 @@
 #include "language/RunLog.h"
 #include "widgets/Icons.h"
 #include "widgets/Palette.h"
+#include "widgets/PlainToolTip.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -44,6 +45,8 @@ VerdictHeading::VerdictHeading(QWidget *parent)
     bold.setBold(true);
     words_->setFont(bold);
     words_->setTextFormat(Qt::PlainText);
+    // A device may have any name; the window keeps its width.
+    words_->setMinimumWidth(1);
     words_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     words_->setText(tr("No run yet"));
     auto *row = new QHBoxLayout(this);
@@ -74,5 +77,5 @@ void VerdictHeading::showNewest() {
     const Mark mark = markOf(severityOf(run), palette());
     icon_->setPixmap(coloredIcon(QLatin1String(mark.icon), mark.color).pixmap(icon_->size()));
     words_->setText(headingOf(run));
-    words_->setToolTip(words_->text().toHtmlEscaped());
+    setPlainToolTip(*words_, words_->text());
 }

@@ -35,6 +35,7 @@ BusyIndicator::BusyIndicator(QWidget *parent, Clock clock)
     bar_->setAccessibleName(tr("Progress"));
     time_->setAccessibleName(tr("Elapsed time"));
     time_->setMinimumWidth(fontMetrics().horizontalAdvance(elapsedText({})) * 2);
+    step_->setTextFormat(Qt::PlainText); // it may hold words of the tool
     step_->setAccessibleName(tr("Step"));
     silence_->setAccessibleName(tr("Silence"));
     auto *row = new QHBoxLayout(this);

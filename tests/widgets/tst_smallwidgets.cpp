@@ -187,6 +187,9 @@ void TestSmallWidgets::busy_showsHowFarItHasCome() {
     QCOMPARE(busy.step(), u"Reading code"_s);
     QCOMPARE(bar->text(), u"50%"_s);
     QCOMPARE(bar->accessibleDescription(), u"Reading code"_s);
+    for (const QLabel *label : busy.findChildren<QLabel *>())
+        if (label->text() == u"Reading code"_s)
+            QCOMPARE(label->textFormat(), Qt::PlainText);
     busy.stop();
     busy.start(u"Starting"_s);
     QCOMPARE(bar->maximum(), 0);

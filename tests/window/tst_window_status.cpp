@@ -11,7 +11,9 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QScopeGuard>
 #include <QTextBlock>
+#include <QTextDocumentFragment>
 
 /// The status area: how the run is getting on, what came of it, what was done before, and what a
 /// press would run.
@@ -30,6 +32,8 @@ private slots:
     void nextCommand_isThatOfTheButton();
     void nextCommand_followsTheSettings();
     void nextCommand_isCopied();
+    void longDevice_leavesTheWindowItsWidth();
+    void commandOfTheTip_isTheCommand();
 };
 
 namespace {
@@ -67,11 +71,12 @@ void TestWindowStatus::run_showsStepAndShare() {
     QString step;
     QString share;
     velm.whileBusy([&] {
+        // Whatever is seen, the tool goes on.
+        const auto goesOn = qScopeGuard([&] { velm.write(QStringLiteral("go-on"), {}); });
         QTRY_COMPARE(busy->step(), QStringLiteral("Writing code"));
         QVERIFY(busy->isVisible());
         QVERIFY(!velm.controls().verdictHeading->isVisible());
         share = busy->findChild<QProgressBar *>()->text();
-        velm.write(QStringLiteral("go-on"), {});
     });
     velm.click(velm.controls().btn_write);
     QCOMPARE(share, QStringLiteral("27%"));
@@ -222,6 +227,27 @@ void TestWindowStatus::nextCommand_isCopied() {
     velm.click(velm.controls().btn_copy_command);
     QCOMPARE(QApplication::clipboard()->text(), command(velm));
     QVERIFY(velm.controls().nextCommand->isReadOnly());
+}
+
+void TestWindowStatus::longDevice_leavesTheWindowItsWidth() {
+    WindowFixture velm;
+    velm.useTool("echo 'No programmer found.' >&2; exit 1");
+    velm.start();
+    const int before = velm.velm().window().minimumSizeHint().width();
+    velm.settings().setValue(settingsKeys::device, QString(2000, u'W'));
+    velm.click(velm.controls().btn_read);
+    velm.settle();
+    QVERIFY(velm.controls().verdictHeading->text().endsWith(u'W'));
+    QCOMPARE(velm.velm().window().minimumSizeHint().width(), before);
+}
+
+void TestWindowStatus::commandOfTheTip_isTheCommand() {
+    WindowFixture velm;
+    velm.settings().setValue(settingsKeys::device, QStringLiteral("<b>&A"));
+    velm.start();
+    const QString tip = velm.controls().nextCommand->toolTip();
+    QCOMPARE(QTextDocumentFragment::fromHtml(tip).toPlainText(), command(velm));
+    QVERIFY(command(velm).contains(QStringLiteral("\"<b>&A\"")));
 }
 
 QTEST_MAIN(TestWindowStatus)
