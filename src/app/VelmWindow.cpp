@@ -22,6 +22,7 @@
 
 VelmWindow::VelmWindow(const Surroundings &surroundings)
     : settings_(surroundings.settings),
+      mayUseFolder_(surroundings.mayUseFolder),
       memory_(surroundings.memoryPath),
       toolTrust_(surroundings.settings, memory_),
       messages_(*window_.controls().messageLine),
@@ -59,10 +60,14 @@ VelmWindow::~VelmWindow() {
     settings_.setGuard({});
 }
 
-void VelmWindow::start() {
+bool VelmWindow::start() {
     delegate_.applicationDidFinishLaunching();
+    // It may have been missing until now, and another start with it.
+    if (mayUseFolder_ && !mayUseFolder_())
+        return false;
     restoreWindow();
     window_.show();
+    return true;
 }
 
 // The program is about to end with its window: one that came back would have nothing behind it.

@@ -44,8 +44,9 @@ public:
     explicit VelmWindow(const Surroundings &surroundings);
     ~VelmWindow() override;
 
-    /// Starts the controller up and shows the window.
-    void start();
+    /// Starts the controller up and shows the window. False, with nothing shown, if the folder of
+    /// temporary files turns out to be another start's.
+    bool start();
     /// Brings the window to the front; not any more once it has been closed.
     void raise();
     /// Asked to end from outside. Closes the window, unless the tool runs, for an operation or a
@@ -75,6 +76,7 @@ private:
     void followSettings();
 
     SettingsStore &settings_;
+    const std::function<bool()> mayUseFolder_;
     MainQueue queue_;
     WorkState work_;
     LatePrinters latePrinters_;

@@ -112,9 +112,7 @@ int runWindow(const Start &start) {
                      start.options.memory, [&lock = *start.lock] { return lock.holdFolder(); }});
     TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::received, &velm, &VelmWindow::askToEnd);
-    velm.start();
-    // The folder may have been missing until now, and another start with it.
-    if (!start.lock->holdFolder())
+    if (!velm.start())
         return sayItRunsElsewhere();
     if (!start.options.binary.isEmpty())
         velm.delegate().openBinary(start.options.binary);
