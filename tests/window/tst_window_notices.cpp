@@ -18,9 +18,6 @@ class TestWindowNotices : public QObject {
     Q_OBJECT
 
 private slots:
-    void about_leavesWithTheNextDeed_data();
-    void about_leavesWithTheNextDeed();
-    void about_canBeLookedAt();
     void remarkOnFavourites_endsWithWhatItSpokeOf_data();
     void remarkOnFavourites_endsWithWhatItSpokeOf();
     void noFavourites_endsWhenThereIsOne();
@@ -37,15 +34,6 @@ namespace {
 
 using Deed = std::function<void(WindowFixture &)>;
 
-/// Chooses the menu entry that reads \a text.
-void choose(WindowFixture &velm, const QString &text) {
-    for (const QMenu *menu : velm.velm().window().menuBar()->findChildren<QMenu *>())
-        for (QAction *entry : menu->actions())
-            if (entry->iconText() == text)
-                entry->trigger();
-    velm.settle();
-}
-
 bool says(WindowFixture &velm, const char *part) {
     return velm.message().contains(QString::fromUtf8(part));
 }
@@ -53,53 +41,6 @@ bool says(WindowFixture &velm, const char *part) {
 } // namespace
 
 Q_DECLARE_METATYPE(Deed)
-
-void TestWindowNotices::about_leavesWithTheNextDeed_data() {
-    QTest::addColumn<Deed>("deed");
-    const auto row = [](const char *name, Deed deed) { QTest::newRow(name) << std::move(deed); };
-    row("another tab", [](WindowFixture &velm) {
-        velm.controls().tabview->selectTabViewItem(readTabIdentifier());
-    });
-    row("an option", [](WindowFixture &velm) { velm.click(velm.controls().check_skipErase); });
-    row("an option, by assistive technology",
-        [](WindowFixture &velm) { velm.controls().check_skipErase->toggle(); });
-    row("a run", [](WindowFixture &velm) { velm.click(velm.controls().btn_verify); });
-    row("a letter in a field",
-        [](WindowFixture &velm) { QTest::keyClick(velm.controls().uaTextField, Qt::Key_A); });
-    row("an edit", [](WindowFixture &velm) { enter(velm, 0, 1, QStringLiteral("7A")); });
-    row("another menu entry",
-        [](WindowFixture &velm) { choose(velm, QStringLiteral("Follow output")); });
-    row("another notice", [](WindowFixture &velm) {
-        velm.controls().messageLine->setNotice(-1, MessageLine::Severity::Information,
-                                               QStringLiteral("news"));
-    });
-}
-
-void TestWindowNotices::about_leavesWithTheNextDeed() {
-    QFETCH(Deed, deed);
-    WindowFixture velm;
-    velm.useTool(":\n");
-    showTwentyBytes(velm);
-    choose(velm, QStringLiteral("About VELM"));
-    QVERIFY2(says(velm, "reads, writes and tests chips"), qPrintable(velm.message()));
-    deed(velm);
-    velm.settle();
-    QVERIFY2(!says(velm, "reads, writes and tests chips"), qPrintable(velm.message()));
-}
-
-void TestWindowNotices::about_canBeLookedAt() {
-    WindowFixture velm;
-    showTwentyBytes(velm);
-    choose(velm, QStringLiteral("About VELM"));
-    choose(velm, QStringLiteral("About VELM"));
-    velm.controls().tableview->setFocus();
-    QTest::keyClick(velm.controls().tableview, Qt::Key_Down);
-    for (int stop = 0; stop < 10; ++stop)
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QTest::mouseClick(velm.controls().messageLine->viewport(), Qt::LeftButton);
-    velm.settle();
-    QVERIFY2(says(velm, "reads, writes and tests chips"), qPrintable(velm.message()));
-}
 
 void TestWindowNotices::remarkOnFavourites_endsWithWhatItSpokeOf_data() {
     QTest::addColumn<Deed>("deed");
