@@ -92,7 +92,7 @@ write_demonstration_settings() {
         printf '[General]\ndevice=W27C512@DIP28\n%s\n' "$paths" >"$settings"
     elif [ "$(cat -- "$written_for" 2>/dev/null)" != "$paths" ]; then
         replace_lines "$settings" "$paths" || return
-    else
+    elif grep -qs '^trustedTool=' -- "$memory"; then
         return 0
     fi
     replace_lines "$memory" "$(demonstration_memory "$2")" || return
