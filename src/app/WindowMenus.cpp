@@ -187,7 +187,7 @@ WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const Wor
     fillChipMenu(window, menus);
     fillViewMenu(window);
     fillHelpMenu(window);
-    // A menu takes no focus from who is typing.
+    // A menu takes no focus from whoever is typing.
     QObject::connect(window.menuBar(), &QMenuBar::triggered, &window,
                      [&gate] { gate.commitPendingInput(); });
     return menus;

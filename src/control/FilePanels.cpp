@@ -18,7 +18,8 @@ void prepare(QFileDialog &panel, const FilePanelRequest &request) {
     const bool saving = request.kind == FilePanelRequest::Kind::Save;
     panel.setAcceptMode(saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     panel.setFileMode(saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-    panel.setNameFilter(nameFilter(request));
+    if (!request.extensions.isEmpty())
+        panel.setNameFilter(nameFilter(request));
     if (saving && !request.extensions.isEmpty())
         panel.setDefaultSuffix(request.extensions.first());
     if (!request.folder.isEmpty())

@@ -37,7 +37,7 @@ public:
         return tr("Pin %1, %2").arg(QString::number(pin), list.join(tr("; ")));
     }
     static QString morePins(qsizetype pins) {
-        return tr("And %1 more pins").arg(QString::number(pins));
+        return pins == 1 ? tr("And one more pin") : tr("And %1 more pins").arg(pins);
     }
     static QString notShown() {
         return tr("The table has room for pins 1 to %1 only.").arg(QString::number(pinsInGrid));

@@ -9,7 +9,7 @@
 namespace {
 
 /// The share of a run until the end of each of its phases. A Write erases, which no tool counts,
-/// writes, and reads everything back.
+/// writes, and reads everything back; both concern one part of the chip.
 constexpr double eraseEnd = 0.05;
 constexpr double writeEnd = 0.6;
 /// Parts of a chip that may follow the one being read are named only once they begin.
@@ -71,7 +71,7 @@ bool ToolSteps::take(QStringView line) {
         share = 1;
     else if (const std::optional<int> percent = percentIn(rest))
         share = double(*percent) / wholePercent;
-    counts_ = counts_ || share > 0 || !rest.isEmpty();
+    counts_ = counts_ || !rest.isEmpty();
     done_ = std::max(done_, from_ + (to_ - from_) * share);
     return true;
 }

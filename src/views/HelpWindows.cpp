@@ -11,6 +11,8 @@
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 // Outside of any namespace, as the resource system wants it: a static library's resources are not
 // registered by themselves.
 static void registerHelp() {
@@ -31,11 +33,11 @@ public:
 protected:
     QVariant loadResource(int type, const QUrl &name) override {
         const QVariant resource = QTextBrowser::loadResource(type, name);
-        const int most = guideColumns * fontMetrics().averageCharWidth();
-        const QImage picture = QImage::fromData(resource.toByteArray());
-        if (type != QTextDocument::ImageResource || picture.width() <= most)
+        if (type != QTextDocument::ImageResource)
             return resource;
-        return picture.scaledToWidth(most, Qt::SmoothTransformation);
+        const QImage picture = QImage::fromData(resource.toByteArray());
+        const int width = guideColumns * fontMetrics().averageCharWidth();
+        return picture.scaledToWidth(std::min(picture.width(), width), Qt::SmoothTransformation);
     }
 };
 
@@ -61,6 +63,7 @@ bool raiseOpen(const QWidget *window, const QString &name) {
     auto *open = window->findChild<QDialog *>(name);
     if (!open || !open->isVisible())
         return false;
+    open->showNormal();
     open->raise();
     open->activateWindow();
     return true;

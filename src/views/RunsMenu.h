@@ -9,8 +9,8 @@ class ConsoleView;
 class MenuButton;
 class RunLog;
 
-/// The menu of the runs of this start, the newest first. Choosing one shows its record, and the
-/// console where it begins.
+/// The menu of the newest runs of this start, the last first. Choosing one shows its record, and
+/// the console where it begins.
 class RunsMenu final : public QObject {
     Q_OBJECT
 

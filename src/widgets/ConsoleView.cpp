@@ -123,8 +123,8 @@ void ConsoleView::showRun(qsizetype number) {
     flush();
     const qsizetype linesBack = terminal_.lineNumber() - runLines_.value(number, linesGone);
     const qsizetype line = std::max<qsizetype>(blockCount() - 1 - linesBack, 0);
-    setTextCursor(QTextCursor(document()->findBlockByNumber(static_cast<int>(line))));
-    verticalScrollBar()->setValue(static_cast<int>(line));
+    setTextCursor(QTextCursor(document()->findBlockByNumber(int(line))));
+    verticalScrollBar()->setValue(int(line));
 }
 
 void ConsoleView::clearAll() {

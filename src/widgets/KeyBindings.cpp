@@ -27,7 +27,7 @@ void TextBinding::showStored(const QString &key) {
     if (key != key_ || !field_)
         return;
     const QString stored = settings_.stringValue(key_);
-    // An equal text stays untouched, so that the cursor of who is typing stays where it is.
+    // An equal text stays untouched, so that the cursor of whoever is typing stays where it is.
     if (stored == field_->text())
         return;
     const QScopedValueRollback guard(showing_, true);

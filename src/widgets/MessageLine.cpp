@@ -112,7 +112,7 @@ void MessageLine::setNotice(int topic, Severity severity, const QString &sentenc
         notice.button = buttonFor(notice);
     std::erase_if(notices_, [&](const Notice &old) { return old.topic == topic; });
     notices_.insert(notices_.begin(), notice);
-    // What is said already is not said again to who hears it, nor taken out of a selection.
+    // What is said already is not said again to whoever hears it, nor taken out of a selection.
     if (isNewest) {
         showButtons();
         return;
@@ -226,7 +226,7 @@ void MessageLine::runAction(const QPushButton *button) const {
 int MessageLine::heightOfLines(int lines) const {
     const double text =
         lines * fontMetrics().lineSpacing() + 2 * document()->documentMargin() + spareHeight;
-    return std::max(static_cast<int>(std::ceil(text)), buttons_.front()->sizeHint().height());
+    return std::max(int(std::ceil(text)), buttons_.front()->sizeHint().height());
 }
 
 QSize MessageLine::sizeHint() const {

@@ -11,9 +11,9 @@
 
 class QPushButton;
 
-/// Says inline what other programs say in dialogs. Each notice has a topic,
-/// a number that means nothing here; a topic has at most one notice. Notices are shown newest
-/// first, one to a line, where they take more than shownLines lines the text scrolls.
+/// Says inline what other programs say in dialogs. Each notice has a topic, a number that means
+/// nothing here; a topic has at most one notice. Notices are shown newest first, one to a line. The
+/// text scrolls where they take more than shownLines lines.
 ///
 /// It is a read-only text itself, so that its accessible object, named "Message", is the text:
 /// selectable, reachable by keyboard (Tab leaves it), and always of one height, so that the window

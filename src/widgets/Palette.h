@@ -10,7 +10,7 @@
 /// that it is shown in: it keeps a contrast of at least smallestTextContrast against the Base,
 /// AlternateBase and Window colours, in light and in dark themes alike.
 ///
-/// A colour alone tells nobody anything: who uses one also says it with a word, a shape or a
+/// A colour alone tells nobody anything: whoever uses one also says it with a word, a shape or a
 /// weight.
 
 /// The contrast that small text needs to be read with impaired sight.
