@@ -118,9 +118,13 @@ def commit_habit(log):
 
 
 def git_log(top):
-    """Every commit but the merges: its body, and its files' added and removed lines."""
+    """Every commit but the merges: its body, and its files' added and removed lines. Empty where
+    there is no history, or nothing to read it with."""
     command = ["git", "-C", top, "log", "--no-merges", "--numstat", "--format=%x1e%b%x1f"]
-    done = subprocess.run(command, capture_output=True, text=True, check=False)
+    try:
+        done = subprocess.run(command, capture_output=True, text=True, check=False)
+    except FileNotFoundError:
+        return ""
     return done.stdout if done.returncode == 0 else ""
 
 

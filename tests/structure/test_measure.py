@@ -2,8 +2,10 @@
 # SPDX-License-Identifier: MIT
 """What measure.py counts, on made-up sources whose figures can be counted by hand."""
 
+import os
 import tempfile
 import unittest
+import unittest.mock
 from pathlib import Path
 
 import cpp_shape
@@ -169,6 +171,12 @@ class Figures(unittest.TestCase):
         self.assertEqual(
             figures["biggest class: lines in all its files"], "14, 2 methods, 3 files (A)"
         )
+
+    def test_no_git(self):
+        with tempfile.TemporaryDirectory() as folder, unittest.mock.patch.dict(
+            os.environ, {"PATH": folder}
+        ):
+            self.assertEqual(measure.git_log(Path(folder)), "")
 
 
 if __name__ == "__main__":
