@@ -3,6 +3,8 @@
 
 #include "language/ToolSteps.h"
 
+#include "base/Digits.h"
+
 #include <algorithm>
 #include <array>
 
@@ -27,10 +29,17 @@ constexpr std::array verbs{
     Verb{u"Erasing", RunPhase::Erasing}, Verb{u"Protect o", RunPhase::Protecting}};
 
 const Verb *verbOf(QStringView line) {
+    if (line.isEmpty())
+        return nullptr;
     const auto found = std::find_if(verbs.begin(), verbs.end(), [line](const Verb &verb) {
-        return line.startsWith(verb.start);
+        return line.front() == verb.start.front() && line.startsWith(verb.start);
     });
     return found == verbs.end() ? nullptr : found;
+}
+
+/// What a step is called that is spelled so.
+QString nameOf(const QString &spelled) {
+    return spelled.chopped(dots.size()).simplified();
 }
 
 /// What stands between the verb and the dots.
@@ -39,13 +48,18 @@ QString partIn(QStringView step) {
     return blank < 0 ? QString() : step.sliced(blank).trimmed().toString();
 }
 
+/// The number before the percent sign that \a rest is.
 std::optional<int> percentIn(QStringView rest) {
-    if (!rest.endsWith(u'%'))
+    if (rest.isEmpty() || rest.back() != u'%')
         return std::nullopt;
-    bool isNumber = false;
-    const int percent = rest.chopped(1).trimmed().toInt(&isNumber);
-    return isNumber && percent >= 0 && percent <= wholePercent ? std::optional(percent)
-                                                               : std::nullopt;
+    int percent = 0;
+    for (const QChar character : rest.chopped(1)) {
+        const std::optional<int> digit = digitValue(character, decimal);
+        if (!digit || percent > wholePercent)
+            return std::nullopt;
+        percent = percent * decimal + *digit;
+    }
+    return percent <= wholePercent ? std::optional(percent) : std::nullopt;
 }
 
 } // namespace
@@ -55,25 +69,28 @@ bool isStep(QStringView line) {
 }
 
 bool ToolSteps::take(QStringView line) {
-    if (!isStep(line))
-        return false;
-    const qsizetype end = line.indexOf(dots);
-    const QStringView step = line.first(end);
-    const QStringView rest = line.sliced(end + dots.size()).trimmed();
-    if (step != spelled_) {
-        spelled_ = step.toString();
+    if (!goesOn(line)) {
+        if (!isStep(line))
+            return false;
+        spelled_ = line.first(line.indexOf(dots) + dots.size()).toString();
         // One step is spelled in two ways: "Writing  Code" while it counts, with one blank after.
-        if (spelled_.simplified() != step_)
+        if (nameOf(spelled_) != step_)
             begin();
     }
+    const QStringView rest = line.sliced(spelled_.size()).trimmed();
     double share = 0;
-    if (rest.endsWith(u"OK"))
-        share = 1;
-    else if (const std::optional<int> percent = percentIn(rest))
+    if (const std::optional<int> percent = percentIn(rest))
         share = double(*percent) / wholePercent;
+    else if (rest.endsWith(u"OK"))
+        share = 1;
     counts_ = counts_ || !rest.isEmpty();
     done_ = std::max(done_, from_ + (to_ - from_) * share);
     return true;
+}
+
+// Nearly all lines of a run count one step up.
+bool ToolSteps::goesOn(QStringView line) const {
+    return !spelled_.isEmpty() && line.startsWith(spelled_);
 }
 
 RunPhase ToolSteps::phaseOf(QStringView step) const {
@@ -84,7 +101,7 @@ RunPhase ToolSteps::phaseOf(QStringView step) const {
 }
 
 void ToolSteps::begin() {
-    step_ = spelled_.simplified();
+    step_ = nameOf(spelled_);
     part_ = partIn(step_);
     phase_ = phaseOf(step_);
     written_ = written_ || phase_ == RunPhase::Writing;

@@ -43,12 +43,13 @@ public:
     RunProgress progress() const;
 
 private:
+    bool goesOn(QStringView line) const;
     void begin();
     RunPhase phaseOf(QStringView step) const;
 
     Operation operation_ = ReadOperation;
-    /// What the newest step is called, up to its dots: as the tool spells it, and with single
-    /// blanks.
+    /// The newest step as the tool spells it, with its dots; and what it is called, with single
+    /// blanks and without dots.
     QString spelled_;
     QString step_;
     RunPhase phase_ = RunPhase::Starting;
