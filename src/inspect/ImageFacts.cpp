@@ -12,7 +12,7 @@
 namespace {
 
 /// What is looked at three times stays in the cache of the processor.
-constexpr qsizetype pieceSize = 16 * 1024;
+constexpr qsizetype pieceSize = qsizetype(16) * 1024;
 /// A number of bytes that the compiler knows, so that it adds many at a time.
 constexpr qsizetype lane = 64;
 
