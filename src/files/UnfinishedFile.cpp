@@ -62,6 +62,11 @@ bool linkAs(int file, const QByteArray &name) {
                     AT_SYMLINK_FOLLOW) == 0;
 }
 
+bool isFolder(const QByteArray &path) {
+    struct stat facts = {};
+    return ::lstat(path.constData(), &facts) == 0 && S_ISDIR(facts.st_mode);
+}
+
 // Not every system can. To rename over an older file would have some file systems write the new
 // one to the disk at once, and whoever renames waits for that.
 bool exchangeNames(const QByteArray &one, const QByteArray &other) {
@@ -114,9 +119,12 @@ Result<void> UnfinishedFile::takePlace(Durability durability) {
     }
     if (name_.isEmpty())
         return Failure::ofSystem(errno);
-    // The older file has the other name then, and is what has not taken its place.
-    if (durability == Durability::ProgramEnd && exchangeNames(name_, path_))
-        return {};
+    // The older file has the other name then, and is what has not taken its place. A folder, which
+    // no file replaces, gets its name back, and the renaming below tells why.
+    if (durability == Durability::ProgramEnd && exchangeNames(name_, path_)) {
+        if (!isFolder(name_) || !exchangeNames(name_, path_))
+            return {};
+    }
     if (::rename(name_.constData(), path_.constData()) != 0)
         return Failure::ofSystem(errno);
     name_.clear();

@@ -34,6 +34,10 @@ private slots:
     void newFile_hasTheUsualPermissions();
     void oldFile_keepsItsPermissionsAndLinks_data() { durabilities(); }
     void oldFile_keepsItsPermissionsAndLinks();
+    void folder_staysWhereItIs_data() { durabilities(); }
+    void folder_staysWhereItIs();
+    void folder_thatComesMeanwhileStays_data() { durabilities(); }
+    void folder_thatComesMeanwhileStays();
     void oneCallFails_data() { durabilities(); }
     void oneCallFails();
     void killedAtAnyCall_data() { durabilities(); }
@@ -93,6 +97,35 @@ void TestFileSaving::oldFile_keepsItsPermissionsAndLinks() {
     QCOMPARE(::stat(QFile::encodeName(path()).constData(), &facts), 0);
     QCOMPARE(facts.st_mode & 0777u, 0604u);
     QCOMPARE(readWholeFile(path()), newBytes);
+}
+
+void TestFileSaving::folder_staysWhereItIs() {
+    QFETCH(Durability, durability);
+    QVERIFY(QDir().mkpath(path()));
+    const QString inside = path() + QStringLiteral("/inside");
+    QVERIFY(writeWholeFile(inside, oldBytes));
+    QVERIFY(outcomeOf(saveWholeFile(path(), newBytes, durability)) != QStringLiteral("saved"));
+    QVERIFY(QFileInfo(path()).isDir());
+    QCOMPARE(readWholeFile(inside), oldBytes);
+    QCOMPARE(
+        QDir(folder_->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+        QStringList{QStringLiteral("a.bin")});
+}
+
+void TestFileSaving::folder_thatComesMeanwhileStays() {
+    QFETCH(Durability, durability);
+    const QString inside = path() + QStringLiteral("/inside");
+    {
+        auto file = UnfinishedFile::beside(QFile::encodeName(path()));
+        QVERIFY(file);
+        QVERIFY(QDir().mkpath(path()));
+        QVERIFY(writeWholeFile(inside, oldBytes));
+        QVERIFY(!file->takePlace(durability));
+    }
+    QCOMPARE(readWholeFile(inside), oldBytes);
+    QCOMPARE(
+        QDir(folder_->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+        QStringList{QStringLiteral("a.bin")});
 }
 
 void TestFileSaving::oneCallFails() {
