@@ -126,14 +126,22 @@ void TestWindowStatus::search_isShownAsOne() {
 void TestWindowStatus::leftovers_showNoStep() {
     WindowFixture velm;
     const QString goOn = velm.path(QStringLiteral("go-on"));
-    velm.useTool("( " + scriptThatSays("", goOn) +
-                 "; printf '\\rReading Code...  40%%' >&2 ) &\necho 'No programmer found.' >&2\n"
-                 "exit 1");
+    const QByteArray second = velm.path(QStringLiteral("second")).toUtf8();
+    const QString end = velm.path(QStringLiteral("end"));
+    velm.useTool("if [ -e '" + second + "' ]; then\n" + scriptThatSays("", end) +
+                 "\nexit 1\nfi\n: >'" + second + "'\n( " + scriptThatSays("", goOn) +
+                 "; printf '\\rReading Code...  40%%' >&2 ) &\nexit 1");
     velm.start();
     velm.click(velm.controls().btn_read);
-    velm.write(QStringLiteral("go-on"), {});
-    QTRY_VERIFY(velm.controls().textView->storedText().contains(QStringLiteral("40%")));
-    QCOMPARE(velm.controls().busy->step(), QString());
+    QString step;
+    velm.whileBusy([&] {
+        const auto ends = qScopeGuard([&] { velm.write(QStringLiteral("end"), {}); });
+        velm.write(QStringLiteral("go-on"), {});
+        QTRY_VERIFY(velm.controls().textView->storedText().contains(QStringLiteral("40%")));
+        step = velm.controls().busy->step();
+    });
+    velm.click(velm.controls().btn_read);
+    QCOMPARE(step, QStringLiteral("Starting"));
     QVERIFY(velm.controls().verdictHeading->isVisible());
 }
 
