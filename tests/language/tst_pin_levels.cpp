@@ -5,6 +5,7 @@
 
 #include "language/LogicReport.h"
 #include "support/FileHelpers.h"
+#include "support/PinPicture.h"
 
 #include <QTest>
 
@@ -31,20 +32,6 @@ namespace {
 LogicReport captured(const QString &name) {
     return parseLogicReport(
         QString::fromUtf8(readWholeFile(QStringLiteral(TOOL_CAPTURES "/") + name)));
-}
-
-/// Every pin as its number, its letter if it has one, and "+" for good or "-" for failed.
-QString pictureOf(const QList<TestedPin> &pins) {
-    QStringList all;
-    for (const TestedPin pin : pins) {
-        QString text = QString::number(pin.number);
-        if (!pin.letter.isNull())
-            text += pin.letter;
-        if (pin.state != PinState::Unchecked)
-            text += pin.state == PinState::Good ? u'+' : u'-';
-        all.append(text);
-    }
-    return all.join(u' ');
 }
 
 } // namespace

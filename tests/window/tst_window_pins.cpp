@@ -4,6 +4,7 @@
 #include "window/WindowFixture.h"
 
 #include "settings/SettingsKeys.h"
+#include "support/PinPicture.h"
 #include "views/PackageView.h"
 
 #include <QAccessible>
@@ -64,16 +65,7 @@ struct Column {
 };
 
 QString Column::picture() const {
-    QStringList all;
-    for (const TestedPin pin : pins->picture().pins) {
-        QString shown = QString::number(pin.number);
-        if (!pin.letter.isNull())
-            shown += pin.letter;
-        if (pin.state != PinState::Unchecked)
-            shown += pin.state == PinState::Good ? u'+' : u'-';
-        all.append(shown);
-    }
-    return all.join(u' ');
+    return pictureOf(pins->picture().pins);
 }
 
 void test(WindowFixture &velm, const QString &device) {
