@@ -3,13 +3,14 @@
 
 #include "views/HelpWindows.h"
 
+#include "views/SideWindow.h"
+
 #include <QApplication>
 #include <QDialog>
-#include <QDialogButtonBox>
+#include <QHBoxLayout>
 #include <QImage>
 #include <QLabel>
 #include <QTextBrowser>
-#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -40,23 +41,6 @@ protected:
         return picture.scaledToWidth(std::min(picture.width(), width), Qt::SmoothTransformation);
     }
 };
-
-/// An empty window that is not in the way: nothing stops while it is open.
-QDialog *makeWindow(QWidget *window, const QString &name, const QString &title) {
-    auto *dialog = new QDialog(window);
-    dialog->setObjectName(name);
-    dialog->setWindowTitle(title);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, dialog);
-    QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
-    (new QVBoxLayout(dialog))->addWidget(buttons);
-    return dialog;
-}
-
-/// Puts \a content above the button of \a dialog.
-void fill(QDialog &dialog, QWidget *content) {
-    static_cast<QVBoxLayout *>(dialog.layout())->insertWidget(0, content, 1);
-}
 
 /// The window \a name beside \a window, if it is open: it comes to the front.
 bool raiseOpen(const QWidget *window, const QString &name) {
@@ -90,13 +74,12 @@ void showGuide(QWidget *window) {
     if (raiseOpen(window, name))
         return;
     registerHelp();
-    QDialog *dialog =
-        makeWindow(window, name, QApplication::translate("HelpWindows", "User guide"));
-    auto *browser = new GuideBrowser(dialog);
-    browser->setAccessibleName(QApplication::translate("HelpWindows", "User guide"));
+    const QString title = QApplication::translate("HelpWindows", "User guide");
+    auto *browser = new GuideBrowser;
+    browser->setAccessibleName(title);
     browser->setOpenExternalLinks(true);
     browser->setSource(QUrl(QStringLiteral("qrc:/velm/help/guide.md")));
-    fill(*dialog, browser);
+    QDialog *dialog = makeSideWindow(window, name, title, browser);
     const QFontMetrics letters = browser->fontMetrics();
     dialog->resize((guideColumns + 10) * letters.averageCharWidth(),
                    guideLines * letters.lineSpacing());
@@ -107,9 +90,7 @@ void showAbout(QWidget *window) {
     const QString name = QStringLiteral("about");
     if (raiseOpen(window, name))
         return;
-    QDialog *dialog =
-        makeWindow(window, name, QApplication::translate("HelpWindows", "About VELM"));
-    auto *content = new QWidget(dialog);
+    auto *content = new QWidget;
     auto *icon = new QLabel(content);
     icon->setPixmap(programIcon().pixmap(iconSize));
     auto *text = new QLabel(aboutText(), content);
@@ -117,6 +98,6 @@ void showAbout(QWidget *window) {
     auto *row = new QHBoxLayout(content);
     row->addWidget(icon, 0, Qt::AlignTop);
     row->addWidget(text, 1);
-    fill(*dialog, content);
-    dialog->show();
+    makeSideWindow(window, name, QApplication::translate("HelpWindows", "About VELM"), content)
+        ->show();
 }

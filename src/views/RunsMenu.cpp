@@ -5,19 +5,21 @@
 
 #include "control/VerdictWords.h"
 #include "language/RunLog.h"
+#include "views/SideWindow.h"
 #include "widgets/ConsoleView.h"
 #include "widgets/MenuButton.h"
 
 #include <QDialog>
-#include <QDialogButtonBox>
 #include <QLocale>
 #include <QMenu>
 #include <QPlainTextEdit>
-#include <QVBoxLayout>
 
 #include <algorithm>
 
 namespace {
+
+constexpr int recordColumns = 80;
+constexpr int recordLines = 16;
 
 QString recordOf(const RunRecord &run) {
     const auto moment = [](const QDateTime &time) {
@@ -59,20 +61,13 @@ void RunsMenu::fill() {
 void RunsMenu::show(qsizetype number) {
     console_.showRun(number);
     const RunRecord &run = runs_.records()[number];
-    auto *dialog = new QDialog(button_.window());
-    dialog->setObjectName(QStringLiteral("runRecord"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle(headingOf(run));
-    auto *text = new QPlainTextEdit(recordOf(run), dialog);
+    auto *text = new QPlainTextEdit(recordOf(run));
     text->setReadOnly(true);
     text->setTabChangesFocus(true);
     text->setAccessibleName(tr("Record"));
-    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, dialog);
-    connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
-    auto *layout = new QVBoxLayout(dialog);
-    layout->addWidget(text);
-    layout->addWidget(buttons);
-    dialog->resize(text->fontMetrics().averageCharWidth() * 80,
-                   text->fontMetrics().lineSpacing() * 16);
-    dialog->show();
+    QDialog *window =
+        makeSideWindow(button_.window(), QStringLiteral("runRecord"), headingOf(run), text);
+    window->resize(recordColumns * text->fontMetrics().averageCharWidth(),
+                   recordLines * text->fontMetrics().lineSpacing());
+    window->show();
 }
