@@ -59,6 +59,30 @@ CellValue GridModel::cell(int row, int column) const {
     return source_.tableView_objectValueForTableColumn_row(table_, columnIdentifier(column), row);
 }
 
+bool GridModel::showsByte(int column) const {
+    return heading_ == GridHeading::Bytes && isByteColumn(column);
+}
+
+ByteMark GridModel::mark(int row, int column) const {
+    ByteMark all;
+    if (showsByte(column))
+        for (const GridMarks *marks : marks_) {
+            const ByteMark mark = marks->markAt(qint64(byteIndex(row, column)));
+            all.differs |= mark.differs;
+            all.found |= mark.found;
+        }
+    return all;
+}
+
+QString GridModel::markWords(int row, int column) const {
+    QStringList words;
+    if (showsByte(column))
+        for (const GridMarks *marks : marks_)
+            words << marks->wordsAt(qint64(byteIndex(row, column)));
+    words.removeAll(QString());
+    return words.join(QStringLiteral(", "));
+}
+
 qint64 GridModel::byteCount() const {
     if (heading_ != GridHeading::Bytes)
         return 0;
@@ -102,16 +126,19 @@ QVariant GridModel::data(const QModelIndex &index, int role) const {
     case FailedRole:
         return cell(index.row(), index.column()).failed;
     case Qt::AccessibleDescriptionRole:
-        return cellDescription(cell(index.row(), index.column()));
+        return cellDescription(index.row(), index.column());
+    case Qt::ToolTipRole:
+        return markWords(index.row(), index.column());
     default:
         return {};
     }
 }
 
-QString GridModel::cellDescription(const CellValue &cell) const {
-    if (cell.failed)
+QString GridModel::cellDescription(int row, int column) const {
+    const CellValue shown = cell(row, column);
+    if (shown.failed)
         return tr("failed");
-    return cell.missing ? tr("no byte") : QString();
+    return shown.missing ? tr("no byte") : markWords(row, column);
 }
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {

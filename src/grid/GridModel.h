@@ -5,9 +5,11 @@
 
 #include "files/ByteBuffer.h"
 #include "grid/GridColumns.h"
+#include "grid/GridMarks.h"
 #include "grid/GridSource.h"
 
 #include <QAbstractTableModel>
+#include <QList>
 
 /// What the columns stand for, and so how they are titled.
 enum class GridHeading {
@@ -44,6 +46,10 @@ public:
 
     /// The value of a cell that the model has; what data() gives in one piece.
     CellValue cell(int row, int column) const;
+    /// Asks \a marks as well which bytes stand out. They must live as long as the model.
+    void addMarks(const GridMarks &marks) { marks_ << &marks; }
+    /// What stands out about the byte of a cell; nothing where a cell has no byte.
+    ByteMark mark(int row, int column) const;
     /// How many bytes the rows show, from the first on; 0 for results. Found by a few questions to
     /// the source, however many rows there are.
     qint64 byteCount() const;
@@ -70,10 +76,13 @@ public:
 private:
     int sourceRows() const;
     QString title(int column) const;
-    QString cellDescription(const CellValue &cell) const;
+    bool showsByte(int column) const;
+    QString cellDescription(int row, int column) const;
+    QString markWords(int row, int column) const;
 
     GridSource &source_;
     QObject *table_;
+    QList<const GridMarks *> marks_;
     int rows_ = 0;
     GridHeading heading_ = GridHeading::Bytes;
 };

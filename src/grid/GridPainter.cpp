@@ -42,6 +42,8 @@ QColor gridLineColor(const GridView &view) {
 
 /// Space between the edge of a column and its text, in characters.
 constexpr double paddingShare = 0.75;
+/// The line below bytes that were found, in pixels.
+constexpr int foundLineHeight = 2;
 
 bool isPlain(const QString &text) {
     return std::all_of(text.begin(), text.end(),
@@ -55,14 +57,14 @@ GridPainter::GridPainter(const GridView &view, QPainter &painter)
       model_(*view.gridModel()),
       painter_(painter),
       palette_(view.palette()),
-      failedFont_(view.font()),
+      boldFont_(view.font()),
       lineColor_(gridLineColor(view)) {
     const bool active = view.isActiveWindow() && view.hasFocus();
     palette_.setCurrentColorGroup(!view.isEnabled() ? QPalette::Disabled
                                   : active          ? QPalette::Active
                                                     : QPalette::Inactive);
     faintText_ = faintText(palette_);
-    failedFont_.setBold(true);
+    boldFont_.setBold(true);
     fixedPitch_ = QFontInfo(view.font()).fixedPitch();
     painter.setFont(view.font());
     const QFontMetrics metrics = view.fontMetrics();
@@ -82,7 +84,8 @@ void GridPainter::paintRow(int row, int top, const QRect &area) const {
                          view_.rowHeight());
         const bool isCurrent = current.row() == row && current.column() == column;
         if (cell.intersects(area))
-            paintCell(row, column, cell, {selected, isCurrent, isPinRow(row)});
+            paintCell(row, column, cell,
+                      {selected, isCurrent, isPinRow(row), model_.mark(row, column)});
     }
 }
 
@@ -104,9 +107,7 @@ bool GridPainter::isPinRow(int row) const {
 
 void GridPainter::paintCell(int row, int column, const QRect &cell, Look look) const {
     const CellValue value = model_.cell(row, column);
-    // On the colour of the selection, neither the cursor nor a failure could be told.
-    if (look.selected && (look.current || value.failed))
-        painter_.fillRect(cell, palette_.brush(QPalette::Base));
+    paintGround(value, cell, look);
     paintText(value, column, cell, look);
     if (endsGroup(column)) {
         painter_.setPen(lineColor_);
@@ -114,6 +115,19 @@ void GridPainter::paintCell(int row, int column, const QRect &cell, Look look) c
     }
     if (look.current)
         paintCursor(cell);
+}
+
+void GridPainter::paintGround(const CellValue &value, const QRect &cell, Look look) const {
+    if (look.mark.found) {
+        painter_.fillRect(cell, foundGroundColor(palette_));
+        const QRect line(cell.left(), cell.bottom() + 1 - foundLineHeight, cell.width(),
+                         foundLineHeight);
+        painter_.fillRect(line, warningTextColor(palette_));
+        return;
+    }
+    // On the colour of the selection, neither the cursor nor what stands out could be told.
+    if (look.selected && (look.current || value.failed || look.mark.differs))
+        painter_.fillRect(cell, palette_.brush(QPalette::Base));
 }
 
 /// A line sets addresses, the halves of a row and the characters apart.
@@ -127,7 +141,9 @@ bool GridPainter::endsGroup(int column) const {
 QColor GridPainter::textColor(const CellValue &value, int column, Look look) const {
     if (value.failed)
         return failureTextColor(palette_);
-    if (look.selected && !look.current)
+    if (look.mark.differs)
+        return differenceTextColor(palette_);
+    if (look.selected && !look.current && !look.mark.found)
         return palette_.color(QPalette::HighlightedText);
     if (look.onWindow)
         return palette_.color(QPalette::WindowText);
@@ -144,8 +160,9 @@ void GridPainter::paintText(const CellValue &value, int column, const QRect &cel
         paintCharacters(value.text, cell);
         return;
     }
-    if (value.failed)
-        painter_.setFont(failedFont_);
+    const bool isBold = value.failed || look.mark.differs;
+    if (isBold)
+        painter_.setFont(boldFont_);
     const int width = widthOf(value.text);
     if (width > cell.width())
         painter_.drawText(
@@ -154,7 +171,7 @@ void GridPainter::paintText(const CellValue &value, int column, const QRect &cel
     else
         painter_.drawText(QPoint(textLeft(column, cell, width), cell.top() + baseline_),
                           value.text);
-    if (value.failed)
+    if (isBold)
         painter_.setFont(view_.font());
 }
 

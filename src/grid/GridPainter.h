@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "grid/GridMarks.h"
+
 #include <QColor>
 #include <QFont>
 #include <QPalette>
@@ -28,10 +30,12 @@ private:
         bool selected = false;
         bool current = false;
         bool onWindow = false;
+        ByteMark mark = {};
     };
 
     void paintBackground(int row, const QRect &line, bool selected) const;
     void paintCell(int row, int column, const QRect &cell, Look look) const;
+    void paintGround(const CellValue &value, const QRect &cell, Look look) const;
     void paintText(const CellValue &value, int column, const QRect &cell, Look look) const;
     void paintCharacters(const QString &text, const QRect &cell) const;
     int textLeft(int column, const QRect &cell, int width) const;
@@ -46,7 +50,7 @@ private:
     const GridModel &model_;
     QPainter &painter_;
     QPalette palette_;
-    QFont failedFont_;
+    QFont boldFont_;
     QColor lineColor_;
     QColor faintText_;
     bool fixedPitch_;

@@ -139,6 +139,17 @@ void GridView::paintEvent(QPaintEvent *event) {
         rowPainter.paintRow(int(row), shown.edgeOf(row), area);
 }
 
+void GridView::addMarks(const GridMarks &marks) {
+    if (!model_)
+        return;
+    model_->addMarks(marks);
+    refreshMarks();
+}
+
+void GridView::refreshMarks() {
+    viewport()->update();
+}
+
 void GridView::keyPressEvent(QKeyEvent *event) {
     if (event->matches(QKeySequence::Copy)) {
         copySelection();

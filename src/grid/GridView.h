@@ -38,6 +38,11 @@ public:
     void setSource(GridSource &source);
     /// Null before setSource().
     GridModel *gridModel() const { return model_; }
+    /// Marks the bytes that \a marks tells as well; they must live as long as the view. Nothing
+    /// before setSource().
+    void addMarks(const GridMarks &marks);
+    /// Draws the marks anew.
+    void refreshMarks();
     /// The header above the columns.
     QHeaderView *header() const;
 

@@ -17,6 +17,8 @@ struct TextHue {
 const TextHue failureHue{QColor(0xb8, 0x00, 0x14), QColor(0xff, 0x7a, 0x70)};
 const TextHue warningHue{QColor(0x8a, 0x4b, 0x00), QColor(0xff, 0xc1, 0x4d)};
 const TextHue successHue{QColor(0x0b, 0x6b, 0x2e), QColor(0x6f, 0xd6, 0x8c)};
+const TextHue differenceHue{QColor(0x86, 0x16, 0x9c), QColor(0xe9, 0xa6, 0xff)};
+const QColor foundHue(0xff, 0xd8, 0x3d);
 
 double linearized(double channel) {
     return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
@@ -74,4 +76,21 @@ QColor warningTextColor(const QPalette &palette) {
 
 QColor successTextColor(const QPalette &palette) {
     return readable(successHue, palette);
+}
+
+QColor differenceTextColor(const QPalette &palette) {
+    return readable(differenceHue, palette);
+}
+
+QColor foundGroundColor(const QPalette &palette) {
+    constexpr int steps = 16;
+    const QColor base = palette.color(QPalette::Base);
+    const QColor text = palette.color(QPalette::Text);
+    for (int step = steps * 3 / 4; step > 0; --step) {
+        const QColor ground = mixed(base, foundHue, double(step) / steps);
+        if (std::min(contrastRatio(ground, text),
+                     contrastRatio(ground, differenceTextColor(palette))) >= smallestTextContrast)
+            return ground;
+    }
+    return base;
 }

@@ -26,3 +26,8 @@ QColor failureTextColor(const QPalette &palette);
 QColor warningTextColor(const QPalette &palette);
 /// Green, for what went well.
 QColor successTextColor(const QPalette &palette);
+/// Violet, for what differs from another thing. It can be read on foundGroundColor() as well.
+QColor differenceTextColor(const QPalette &palette);
+/// A ground, for what was searched for and found: Base, moved towards yellow no further than the
+/// colour of text and differenceTextColor() can be read on it.
+QColor foundGroundColor(const QPalette &palette);

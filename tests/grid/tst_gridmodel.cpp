@@ -3,6 +3,7 @@
 
 #include "grid/GridModel.h"
 #include "support/GridSourceDouble.h"
+#include "support/MarksDouble.h"
 
 #include <QAbstractItemModelTester>
 #include <QMimeData>
@@ -26,6 +27,7 @@ private slots:
     void edit_ofACellThatMayNotBeEditedIsRefused();
     void address_opensEmpty();
     void descriptions_tellFailuresAndMissingBytes();
+    void marks_belongToBytesAlone();
     void titles_followTheHeading();
     void drops_areAnsweredByTheSourceAndNeverTaken();
     void everyQuestionOfTheTesterIsAnswered();
@@ -227,6 +229,34 @@ void TestGridModel::descriptions_tellFailuresAndMissingBytes() {
     QCOMPARE(description(2), QString()); // the text of a result, whatever it reads
     QCOMPARE(model.data(model.index(0, 1), GridModel::FailedRole), QVariant(true));
     QCOMPARE(model.data(model.index(0, 0), GridModel::FailedRole), QVariant(false));
+}
+
+void TestGridModel::marks_belongToBytesAlone() {
+    MarksDouble marks;
+    MarksDouble others;
+    GridSourceDouble source(QByteArray(20, 'A'));
+    GridModel model(source, nullptr);
+    model.reloadData();
+    marks.marks[17].differs = true;
+    QCOMPARE(model.mark(1, 2), ByteMark());
+    model.addMarks(marks);
+    QCOMPARE(model.mark(1, 2), marks.marks[17]);
+    QCOMPARE(model.mark(1, 3), ByteMark());
+    QCOMPARE(model.data(model.index(1, 2), Qt::ToolTipRole), QStringLiteral("mark 17"));
+    QCOMPARE(model.data(model.index(1, 2), Qt::AccessibleDescriptionRole),
+             QStringLiteral("mark 17"));
+    // The address cell of the row above has the number of the byte before the first in its row.
+    marks.marks[0].differs = true;
+    QCOMPARE(model.mark(0, charactersColumn), ByteMark());
+    marks.marks[15].differs = true;
+    QCOMPARE(model.mark(1, addressColumn), ByteMark());
+    others.marks[17].found = true;
+    model.addMarks(others);
+    QCOMPARE(model.mark(1, 2), (ByteMark{true, true}));
+    QCOMPARE(model.data(model.index(1, 2), Qt::ToolTipRole), QStringLiteral("mark 17, mark 17"));
+    model.setHeading(GridHeading::Pins);
+    QCOMPARE(model.mark(1, 2), ByteMark());
+    QVERIFY(model.data(model.index(1, 2), Qt::ToolTipRole).toString().isEmpty());
 }
 
 void TestGridModel::titles_followTheHeading() {

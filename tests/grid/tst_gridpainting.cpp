@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "support/MarksDouble.h"
 #include "support/ShownGrid.h"
 #include "support/Themes.h"
 #include "widgets/Palette.h"
@@ -15,6 +16,10 @@ class TestGridPainting : public QObject {
 private slots:
     void text_canBeReadInEveryTheme_data();
     void text_canBeReadInEveryTheme();
+    void markedBytes_canBeReadInEveryTheme_data();
+    void markedBytes_canBeReadInEveryTheme();
+    void differingByte_isBold();
+    void foundByte_isUnderlinedOnItsGround();
     void failedField_isBold();
     void cursor_isFramed();
     void units_keepTheirPlaces();
@@ -97,6 +102,60 @@ void TestGridPainting::text_canBeReadInEveryTheme() {
                 QVERIFY2(contrastOf(picture(grid.view, grid.cell(row, column))) >=
                              smallestTextContrast,
                          qPrintable(QStringLiteral("%1,%2").arg(row).arg(column)));
+}
+
+void TestGridPainting::markedBytes_canBeReadInEveryTheme_data() {
+    text_canBeReadInEveryTheme_data();
+}
+
+void TestGridPainting::markedBytes_canBeReadInEveryTheme() {
+    QFETCH(QPalette, palette);
+    MarksDouble marks;
+    ShownGrid grid(QByteArray(32, 'A'));
+    palette.setColor(QPalette::Highlight, QColor(Qt::blue).darker());
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    grid.view.setPalette(palette);
+    for (const int row : {0, 1}) {
+        marks.marks[row * 16] = {true, false};
+        marks.marks[row * 16 + 1] = {false, true};
+        marks.marks[row * 16 + 2] = {true, true};
+    }
+    grid.view.addMarks(marks);
+    grid.setCursor(1, 9);
+    for (int row = 0; row < 2; ++row)
+        for (int column = 1; column <= 3; ++column) {
+            const QImage cell = picture(grid.view, grid.cell(row, column));
+            const QImage digits = cell.copy(cell.rect().adjusted(0, 0, 0, -2));
+            QVERIFY2(contrastOf(digits) >= smallestTextContrast,
+                     qPrintable(QStringLiteral("%1,%2").arg(row).arg(column)));
+        }
+}
+
+void TestGridPainting::differingByte_isBold() {
+    MarksDouble marks;
+    ShownGrid grid("AA");
+    marks.marks[0].differs = true;
+    grid.view.addMarks(marks);
+    grid.setCursor(0, 5);
+    grid.view.clearSelection();
+    QVERIFY(ink(picture(grid.view, grid.cell(0, 1))) > ink(picture(grid.view, grid.cell(0, 2))));
+    marks.marks.clear();
+    grid.view.refreshMarks();
+    QCOMPARE(ink(picture(grid.view, grid.cell(0, 1))), ink(picture(grid.view, grid.cell(0, 2))));
+}
+
+void TestGridPainting::foundByte_isUnderlinedOnItsGround() {
+    MarksDouble marks;
+    ShownGrid grid("AA");
+    marks.marks[0].found = true;
+    grid.view.addMarks(marks);
+    grid.setCursor(0, 5);
+    const QPalette &palette = grid.view.palette();
+    const QImage found = picture(grid.view, grid.cell(0, 1));
+    QCOMPARE(background(found), foundGroundColor(palette));
+    QCOMPARE(found.pixelColor(1, found.height() - 1), warningTextColor(palette));
+    QVERIFY(picture(grid.view, grid.cell(0, 2)).pixelColor(1, found.height() - 1) !=
+            warningTextColor(palette));
 }
 
 void TestGridPainting::failedField_isBold() {

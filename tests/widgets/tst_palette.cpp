@@ -14,6 +14,8 @@ private slots:
     void contrastRatio();
     void textColors_areReadable_data();
     void textColors_areReadable();
+    void foundGround_leavesTextReadable_data();
+    void foundGround_leavesTextReadable();
     void textColors_keepTheirHue_data();
     void textColors_keepTheirHue();
 };
@@ -26,6 +28,8 @@ static QString hueWord(const QColor &color) {
         return QStringLiteral("red");
     if (hue > 25 && hue < 60)
         return QStringLiteral("amber");
+    if (hue > 270 && hue < 310)
+        return QStringLiteral("violet");
     return hue > 100 && hue < 160 ? QStringLiteral("green") : QStringLiteral("other");
 }
 
@@ -63,7 +67,8 @@ void TestPalette::textColors_areReadable_data() {
 
 void TestPalette::textColors_areReadable() {
     QFETCH(QPalette, palette);
-    for (const TextColor color : {failureTextColor, warningTextColor, successTextColor})
+    for (const TextColor color :
+         {failureTextColor, warningTextColor, successTextColor, differenceTextColor})
         for (const auto role : {QPalette::Base, QPalette::AlternateBase, QPalette::Window}) {
             const double ratio = ::contrastRatio(color(palette), palette.color(role));
             QVERIFY2(ratio >= 4.5,
@@ -73,17 +78,29 @@ void TestPalette::textColors_areReadable() {
         }
 }
 
+void TestPalette::foundGround_leavesTextReadable_data() {
+    addThemes();
+}
+
+void TestPalette::foundGround_leavesTextReadable() {
+    QFETCH(QPalette, palette);
+    const QColor ground = foundGroundColor(palette);
+    QVERIFY(ground != palette.color(QPalette::Base));
+    QVERIFY(::contrastRatio(ground, palette.color(QPalette::Text)) >= 4.5);
+    QVERIFY(::contrastRatio(ground, differenceTextColor(palette)) >= 4.5);
+}
+
 void TestPalette::textColors_keepTheirHue_data() {
     addThemes();
 }
 
 void TestPalette::textColors_keepTheirHue() {
     QFETCH(QPalette, palette);
-    const QStringList words = {hueWord(failureTextColor(palette)),
-                               hueWord(warningTextColor(palette)),
-                               hueWord(successTextColor(palette))};
-    QCOMPARE(words, QStringList(
-                        {QStringLiteral("red"), QStringLiteral("amber"), QStringLiteral("green")}));
+    const QStringList words = {
+        hueWord(failureTextColor(palette)), hueWord(warningTextColor(palette)),
+        hueWord(successTextColor(palette)), hueWord(differenceTextColor(palette))};
+    QCOMPARE(words, QStringList({QStringLiteral("red"), QStringLiteral("amber"),
+                                 QStringLiteral("green"), QStringLiteral("violet")}));
 }
 
 QTEST_MAIN(TestPalette)
