@@ -1,0 +1,139 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "inspect/ImageDifferences.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+namespace {
+
+constexpr qint64 smallestBlock = 16;
+constexpr qint64 word = sizeof(quint64);
+/// What is passed over at once where it is equal; the C library compares it fastest.
+constexpr qint64 stride = 4096;
+constexpr quint64 lowBits = 0x0101010101010101;
+constexpr quint64 highBits = lowBits << 7;
+
+quint64 wordAt(QByteArrayView bytes, qint64 offset) {
+    quint64 value = 0;
+    std::memcpy(&value, bytes.data() + offset, sizeof value);
+    return value;
+}
+
+/// The highest bit of every byte of \a value that is not zero.
+quint64 nonZeroBytes(quint64 value) {
+    return (((value & ~highBits) + ~highBits) | value) & highBits;
+}
+
+bool isEqual(QByteArrayView one, QByteArrayView other, qint64 offset, qint64 length) {
+    return std::memcmp(one.data() + offset, other.data() + offset, size_t(length)) == 0;
+}
+
+void count(quint64 one, quint64 other, ImageDifferences &found) {
+    found.bytes += std::popcount(nonZeroBytes(one ^ other));
+    found.bitsToErase += std::popcount(other & ~one);
+}
+
+/// Adds what \a length bytes from \a offset on, which are not all equal, have of differences.
+void countIn(QByteArrayView one, QByteArrayView other, qint64 offset, qint64 length,
+             ImageDifferences &found) {
+    const qint64 end = offset + length;
+    for (; end - offset >= word; offset += word)
+        count(wordAt(one, offset), wordAt(other, offset), found);
+    for (; offset < end; ++offset)
+        count(quint8(one[offset]), quint8(other[offset]), found);
+}
+
+qint64 common(QByteArrayView one, QByteArrayView other) {
+    return std::min(one.size(), other.size());
+}
+
+qint64 blockSizeFor(qint64 length) {
+    const qint64 least = length / ImageDifferencesReader::maxBlocks;
+    return std::max<qint64>(smallestBlock, qint64(std::bit_ceil(quint64(least) + 1)));
+}
+
+/// The first differing byte in [\a offset, \a end), or \a end.
+qint64 firstDiffering(QByteArrayView one, QByteArrayView other, qint64 offset, qint64 end) {
+    while (end - offset >= stride && isEqual(one, other, offset, stride))
+        offset += stride;
+    while (end - offset >= word && wordAt(one, offset) == wordAt(other, offset))
+        offset += word;
+    while (offset < end && one[offset] == other[offset])
+        ++offset;
+    return offset;
+}
+
+/// The first equal byte in [\a offset, \a end), or \a end.
+qint64 firstEqual(QByteArrayView one, QByteArrayView other, qint64 offset, qint64 end) {
+    while (end - offset >= word &&
+           nonZeroBytes(wordAt(one, offset) ^ wordAt(other, offset)) == highBits)
+        offset += word;
+    while (offset < end && one[offset] != other[offset])
+        ++offset;
+    return offset;
+}
+
+/// Behind the last differing byte before \a end, or 0.
+qint64 behindLastDiffering(QByteArrayView one, QByteArrayView other, qint64 end) {
+    while (end >= stride && isEqual(one, other, end - stride, stride))
+        end -= stride;
+    while (end >= word && wordAt(one, end - word) == wordAt(other, end - word))
+        end -= word;
+    while (end > 0 && one[end - 1] == other[end - 1])
+        --end;
+    return end;
+}
+
+/// Behind the last equal byte before \a end, or 0.
+qint64 behindLastEqual(QByteArrayView one, QByteArrayView other, qint64 end) {
+    while (end >= word &&
+           nonZeroBytes(wordAt(one, end - word) ^ wordAt(other, end - word)) == highBits)
+        end -= word;
+    while (end > 0 && one[end - 1] != other[end - 1])
+        --end;
+    return end;
+}
+
+} // namespace
+
+bool ImageDifferencesReader::advance(QByteArrayView one, QByteArrayView other, qsizetype max) {
+    const qint64 all = common(one, other);
+    if (blockSize_ == 0) {
+        blockSize_ = blockSizeFor(all);
+        differing_.resize(size_t((all + blockSize_ - 1) / blockSize_));
+    }
+    const qint64 end = std::min<qint64>(all, found_.compared + max);
+    while (found_.compared < end) {
+        const qint64 offset = found_.compared;
+        const qint64 inBlock = blockSize_ - offset % blockSize_;
+        const qint64 length = std::min({inBlock, stride, end - offset});
+        if (!isEqual(one, other, offset, length)) {
+            countIn(one, other, offset, length, found_);
+            differing_[size_t(offset / blockSize_)] = true;
+        }
+        found_.compared += length;
+    }
+    return found_.compared >= all;
+}
+
+ImageDifferences differencesOf(QByteArrayView one, QByteArrayView other) {
+    ImageDifferencesReader reader;
+    reader.advance(one, other, common(one, other));
+    return reader.differences();
+}
+
+std::optional<qint64> nextDifference(QByteArrayView one, QByteArrayView other, qint64 offset) {
+    const qint64 end = common(one, other);
+    const qint64 past = offset < 0 ? 0 : firstEqual(one, other, std::min<qint64>(offset, end), end);
+    const qint64 place = firstDiffering(one, other, past, end);
+    return place < end ? std::optional(place) : std::nullopt;
+}
+
+std::optional<qint64> previousDifference(QByteArrayView one, QByteArrayView other, qint64 offset) {
+    const qint64 behind =
+        behindLastDiffering(one, other, std::clamp<qint64>(offset, 0, common(one, other)));
+    return behind > 0 ? std::optional(behindLastEqual(one, other, behind)) : std::nullopt;
+}
