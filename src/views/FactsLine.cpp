@@ -92,7 +92,7 @@ QStringList FactsLine::factsOf(const ShownImage &image) const {
         return {sizeWords(size)};
     const std::optional<ImageFacts> facts = reader_.facts();
     const QString remark = facts ? blankRemark(*facts, image.isRead) : QString();
-    return {sizeWords(size), checksumWords(facts),
+    return {sizeWords(size), checksumWords(facts), image.comparison,
             remark.isEmpty() ? byteUnderCursor(image.bytes) : remark};
 }
 

@@ -66,6 +66,28 @@ QString checksumWords(const std::optional<ImageFacts> &facts) {
              facts ? hex(facts->sum, digitsOfSum) : unknown);
 }
 
+QString differenceWords(const std::optional<ImageDifferences> &differences, qint64 extraBytes) {
+    const qint64 bytes = differences ? differences->bytes : 0;
+    QStringList words = {!differences ? Wording::tr("%1 differences").arg(QChar(0x2026))
+                         : bytes == 0 ? Wording::tr("no differences")
+                         : bytes == 1
+                             ? Wording::tr("1 difference")
+                             : Wording::tr("%1 differences").arg(QLocale().toString(bytes))};
+    if (extraBytes > 0)
+        words << Wording::tr("%1 longer").arg(sizeWords(extraBytes));
+    if (extraBytes < 0)
+        words << Wording::tr("%1 shorter").arg(sizeWords(-extraBytes));
+    return words.join(QStringLiteral(", "));
+}
+
+QString erasureWords(const ImageDifferences &differences, bool isWhole) {
+    const qint64 bits = differences.bitsToErase;
+    if (bits > 0)
+        return bits == 1 ? Wording::tr("needs erasing: 1 bit")
+                         : Wording::tr("needs erasing: %1 bits").arg(QLocale().toString(bits));
+    return differences.bytes > 0 && isWhole ? Wording::tr("can be burned on top") : QString();
+}
+
 QString blankRemark(const ImageFacts &facts, bool isRead) {
     if (facts.onlyByte != erased && facts.onlyByte != empty)
         return {};

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "image/ImageComposition.h"
+#include "inspect/ImageDifferences.h"
 #include "inspect/ImageFacts.h"
 
 #include <QDateTime>
@@ -27,6 +28,15 @@ QString sizeWords(qint64 size);
 
 /// The checksums of \a facts; an ellipsis stands for each while they are not known.
 QString checksumWords(const std::optional<ImageFacts> &facts);
+
+/// How many \a differences there are to the other image, of which an ellipsis stands for what is
+/// not known, and \a extraBytes that this one has more than it; fewer, if below 0.
+QString differenceWords(const std::optional<ImageDifferences> &differences, qint64 extraBytes);
+
+/// Whether a chip that can only lose bits, and holds the bytes that were read, can be burned
+/// without erasing it. Nothing is to be said if the images are the same; \a isWhole if all bytes
+/// to burn could be compared.
+QString erasureWords(const ImageDifferences &differences, bool isWhole);
 
 /// A remark on an image that is all 0xFF or all 0x00; \a isRead if it was read from a chip.
 QString blankRemark(const ImageFacts &facts, bool isRead);

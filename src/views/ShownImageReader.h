@@ -18,6 +18,7 @@ struct ShownImage {
     quint64 revision = 0; ///< other numbers for other states of one buffer
     bool isRead = false;  ///< it was read from a chip
     QString origin;       ///< whose bytes they are, in words
+    QString comparison;   ///< how they differ from the other image, in words
 };
 
 /// Reads the facts of the image that is shown, and its SHA-256 if that is asked for, in turns of

@@ -17,6 +17,10 @@ private slots:
     void size();
     void checksums_haveAllTheirDigits();
     void checksums_areLeftOpenUntilTheyAreKnown();
+    void differences_data();
+    void differences();
+    void erasure_data();
+    void erasure();
     void blankRemark_data();
     void blankRemark();
     void byte_data();
@@ -95,6 +99,54 @@ void TestFactsWords::checksums_haveAllTheirDigits() {
 
 void TestFactsWords::checksums_areLeftOpenUntilTheyAreKnown() {
     QCOMPARE(checksumWords(std::nullopt), text(u"CRC-32 \u2026, sum \u2026"));
+}
+
+void TestFactsWords::differences_data() {
+    QTest::addColumn<qint64>("bytes"); // -1: not known yet
+    QTest::addColumn<qint64>("extra");
+    QTest::addColumn<QString>("words");
+    const auto row = [](const char *name, qint64 bytes, qint64 extra, const char16_t *words) {
+        QTest::newRow(name) << bytes << extra << text(words);
+    };
+    row("not known", -1, 0, u"\u2026 differences");
+    row("none", 0, 0, u"no differences");
+    row("one", 1, 0, u"1 difference");
+    row("some", 1234, 0, u"1,234 differences");
+    row("one longer", 0, 1, u"no differences, 1 byte longer");
+    row("shorter", 2, -1024, u"2 differences, 1,024 bytes shorter");
+}
+
+void TestFactsWords::differences() {
+    QFETCH(const qint64, bytes);
+    QFETCH(const qint64, extra);
+    QLocale::setDefault(QLocale(QLocale::English));
+    std::optional<ImageDifferences> found;
+    if (bytes >= 0)
+        found = ImageDifferences{.bytes = bytes};
+    QTEST(differenceWords(found, extra), "words");
+}
+
+void TestFactsWords::erasure_data() {
+    QTest::addColumn<qint64>("bytes");
+    QTest::addColumn<qint64>("bits");
+    QTest::addColumn<bool>("isWhole");
+    QTest::addColumn<QString>("words");
+    const auto row = [](const char *name, qint64 bytes, qint64 bits, bool isWhole,
+                        const char16_t *words) {
+        QTest::newRow(name) << bytes << bits << isWhole << text(words);
+    };
+    row("nothing to burn", 0, 0, true, u"");
+    row("bits only fall", 5, 0, true, u"can be burned on top");
+    row("bits only fall, as far as is known", 5, 0, false, u"");
+    row("a bit rises", 1, 1, true, u"needs erasing: 1 bit");
+    row("bits rise, whatever is not known", 90, 113, false, u"needs erasing: 113 bits");
+}
+
+void TestFactsWords::erasure() {
+    QFETCH(const qint64, bytes);
+    QFETCH(const qint64, bits);
+    QFETCH(const bool, isWhole);
+    QTEST(erasureWords({.bytes = bytes, .bitsToErase = bits}, isWhole), "words");
 }
 
 void TestFactsWords::blankRemark_data() {
