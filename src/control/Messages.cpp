@@ -46,6 +46,7 @@ constexpr std::array rules = {
     Rule{Topic::HiddenBytes, information, information, {}},
     Rule{Topic::Copy, warning, warning, Event::RowsSelected},
     Rule{Topic::Address, warning, warning, Event::AddressChanged},
+    Rule{Topic::Differences, information, information, Event::RowsSelected, Event::ImageChanged},
     Rule{Topic::Device, warning, warning, Event::DeviceChanged},
     Rule{Topic::Favourites, information, information, {}},
     Rule{Topic::Console, information, information, Event::ConsoleCleared},

@@ -27,6 +27,7 @@ enum class Topic {
     HiddenBytes,     ///< bytes behind the shown text
     Copy,            ///< too much to copy
     Address,         ///< an address that cannot be gone to
+    Differences,     ///< what a step to a difference came to
     Device,          ///< a mark in the device's name
     Favourites,      ///< what became of a favourite
     Console,         ///< text that the console has dropped
