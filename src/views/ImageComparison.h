@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "files/ByteBuffer.h"
+#include "grid/GridMarks.h"
+#include "inspect/ImageDifferences.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+
+/// The two images of the window, and which of them is shown.
+struct ComparedImages {
+    enum class Shown { Neither, Read, ToBurn };
+
+    ByteBuffer read;      ///< the data read from the chip; may be null
+    ByteBuffer toBurn;    ///< may be null
+    quint64 revision = 0; ///< of the data to burn: other numbers for other bytes in one buffer
+    Shown shown = Shown::Neither;
+};
+
+/// Compares the data read with the data to burn in turns of the event loop, and marks the bytes
+/// of the one that is shown where the other one differs. A byte that only one has is not marked.
+/// It keeps no image alive.
+class ImageComparison final : public QObject, public GridMarks {
+    Q_OBJECT
+
+public:
+    /// Gives the images as they are at the moment of the call.
+    using Source = std::function<ComparedImages()>;
+
+    /// Bytes that are compared in a turn: some milliseconds' work.
+    static constexpr qsizetype maxInTurn = qsizetype(4) << 20;
+
+    explicit ImageComparison(Source source, QObject *parent = nullptr);
+
+    /// Looks at the images anew: those that are not the ones of before are compared.
+    void refresh();
+
+    /// True if the grid shows one of the images.
+    bool isShown() const { return shown_ != ComparedImages::Shown::Neither; }
+    /// True if both images have bytes.
+    bool hasBoth() const;
+    /// How they differ; nothing until it is known, or if one of them has no bytes.
+    std::optional<ImageDifferences> differences() const;
+    /// How many bytes more the shown image has than the other; less than 0 if fewer.
+    qint64 extraBytes() const;
+    /// True if every byte to burn has one of the data read to be compared with.
+    bool coversAllToBurn() const;
+    /// Where they differ, as far as it is known.
+    const ImageDifferencesReader &blocks() const { return reader_; }
+
+    /// The place of differing bytes that follows \a offset, or precedes it; nothing if there is
+    /// none. nextFrom(-1) is the first, previousFrom() the length of an image the last.
+    std::optional<qint64> nextFrom(qint64 offset) const;
+    std::optional<qint64> previousFrom(qint64 offset) const;
+
+    ByteMark markAt(qint64 offset) const override;
+    QString wordsAt(qint64 offset) const override;
+
+signals:
+    /// The images, or what is known about them, have changed.
+    void changed();
+
+private:
+    void turn();
+    bool isTheSame(const ComparedImages &images) const;
+    std::optional<quint8> otherByteAt(qint64 offset) const;
+
+    Source source_;
+    std::weak_ptr<QByteArray> read_;
+    std::weak_ptr<QByteArray> toBurn_;
+    quint64 revision_ = 0;
+    ComparedImages::Shown shown_ = ComparedImages::Shown::Neither;
+    ImageDifferencesReader reader_;
+    bool isDone_ = false;
+    QTimer turns_;
+};
