@@ -5,8 +5,12 @@
 
 #include "app/MainWindow.h"
 #include "control/AppDelegate.h"
+#include "devices/ChipErasure.h"
 #include "language/RunLog.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
 #include "views/FactsWords.h"
+#include "views/ImageComparison.h"
 
 #include "ui_MainWindow.h"
 
@@ -29,25 +33,46 @@ QString originOfRead(const ByteBuffer &bytes, const QList<RunRecord> &runs) {
     return readOriginWords(read->device, read->ended, QDate::currentDate());
 }
 
+/// How the images differ, and what that means for the chip.
+QString comparisonWords(const FactsContext &context) {
+    const ImageComparison &comparison = context.comparison;
+    if (!comparison.hasBoth())
+        return {};
+    const std::optional<ImageDifferences> differences = comparison.differences();
+    QStringList words = {differenceWords(differences, comparison.extraBytes())};
+    if (differences && losesBitsOnly(context.settings.stringValue(settingsKeys::device)))
+        words << erasureWords(*differences, comparison.coversAllToBurn());
+    words.removeAll(QString());
+    return words.join(QStringLiteral(", "));
+}
+
 std::optional<ShownImage> shownImage(const Ui::MainWindow &c, AppDelegate &delegate,
-                                     const RunLog &runs) {
+                                     const RunLog &runs, const FactsContext &context) {
     const QString tab = c.tabview->selectedTabViewItem().identifier;
     const ByteBuffer &bytes = delegate.state().display_data;
     if (tab == readTabIdentifier())
-        return ShownImage{bytes, 0, true, originOfRead(bytes, runs.records())};
+        return ShownImage{bytes, 0, true, originOfRead(bytes, runs.records()),
+                          comparisonWords(context)};
     if (tab != burnTabIdentifier())
         return std::nullopt;
     const ImageState state = delegate.edits().state();
     return ShownImage{bytes, state.revision, false,
-                      burnOriginWords(state.source, state.madeWith.binary, state.edits)};
+                      burnOriginWords(state.source, state.madeWith.binary, state.edits),
+                      comparisonWords(context)};
 }
 
 } // namespace
 
-void wireFacts(MainWindow &window, AppDelegate &delegate, const RunLog &runs) {
+void wireFacts(MainWindow &window, AppDelegate &delegate, const RunLog &runs,
+               const FactsContext &context) {
     const Ui::MainWindow &c = window.controls();
-    c.factsLine->follow(*c.tableview,
-                        [&c, &delegate, &runs] { return shownImage(c, delegate, runs); });
+    c.factsLine->follow(*c.tableview, [&c, &delegate, &runs, context] {
+        return shownImage(c, delegate, runs, context);
+    });
     QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, c.factsLine, &FactsLine::refresh);
     QObject::connect(&runs, &RunLog::added, c.factsLine, &FactsLine::refresh);
+    QObject::connect(&context.comparison, &ImageComparison::changed, c.factsLine,
+                     &FactsLine::refresh);
+    QObject::connect(&context.settings, &SettingsStore::valueChanged, c.factsLine,
+                     &FactsLine::refresh);
 }

@@ -4,9 +4,18 @@
 #pragma once
 
 class AppDelegate;
+class ImageComparison;
 class MainWindow;
 class RunLog;
+class SettingsStore;
 
-/// Has the facts line of \a window say what is shown: the images of \a delegate, and of \a runs
-/// the Read that brought the data. All must live as long.
-void wireFacts(MainWindow &window, AppDelegate &delegate, const RunLog &runs);
+/// What the facts are told with, beside the image itself; both must live as long as the window.
+struct FactsContext {
+    const SettingsStore &settings; ///< whose device the chip is
+    const ImageComparison &comparison;
+};
+
+/// Has the facts line of \a window say what is shown: the images of \a delegate, of \a runs the
+/// Read that brought the data, and by \a context how the two images differ. All must live as long.
+void wireFacts(MainWindow &window, AppDelegate &delegate, const RunLog &runs,
+               const FactsContext &context);

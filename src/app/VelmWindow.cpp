@@ -3,6 +3,7 @@
 
 #include "app/VelmWindow.h"
 
+#include "app/ComparisonWiring.h"
 #include "app/FactsWiring.h"
 #include "app/WindowMenus.h"
 #include "app/WindowWiring.h"
@@ -49,6 +50,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
     connect(&work_, &WorkState::changed, this, &VelmWindow::workChanged);
     followVerdicts();
     followRuns();
+    followImages(*menus.edit);
     followLogicTests();
     followLatePrinters();
     window_.setCloseGuard([this] { return mayClose(); });
@@ -131,11 +133,16 @@ void VelmWindow::followRuns() {
     connect(&delegate_, &AppDelegate::runMade, &progressView_,
             qOverload<ScriptedMiniPro *>(&RunProgressView::follow));
     connect(&searcher_, &device_searcher::runMade, &progressView_, &RunProgressView::followSearch);
-    wireFacts(window_, delegate_, runLog_);
     c.nextCommand->setSettings(settings_);
     for (QPushButton *button : {c.btn_read, c.btn_verify, c.btn_write, c.btn_logic})
         c.nextCommand->follow(button, Operation(button->property("tag").toInt()));
     connect(c.btn_copy_command, &QToolButton::clicked, c.nextCommand, &NextCommand::copyAll);
+}
+
+void VelmWindow::followImages(QMenu &edit) {
+    const ImageComparison &comparison = makeComparison(window_, delegate_, runLog_);
+    addDifferenceSteps(edit, window_, comparison, messages_);
+    wireFacts(window_, delegate_, runLog_, {settings_, comparison});
 }
 
 void VelmWindow::followLogicTests() {

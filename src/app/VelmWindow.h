@@ -68,6 +68,7 @@ private:
     void followVerdicts();
     std::optional<ShownNow> shownNow() const;
     void followRuns();
+    void followImages(QMenu &edit);
     void followLogicTests();
     void followLatePrinters();
     void saySomethingStillPrints(bool some);

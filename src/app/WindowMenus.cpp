@@ -103,7 +103,7 @@ QString stepName(const QString &text) {
     return text.isEmpty() ? AppDelegate::tr("edit") : text;
 }
 
-void fillEditMenu(MainWindow &window, AppDelegate &delegate, const WorkState &work) {
+QMenu *fillEditMenu(MainWindow &window, AppDelegate &delegate, const WorkState &work) {
     Ui::MainWindow &c = window.controls();
     MenuFiller edit(*window.menuBar(), AppDelegate::tr("&Edit"));
     QAction *undo =
@@ -124,6 +124,7 @@ void fillEditMenu(MainWindow &window, AppDelegate &delegate, const WorkState &wo
                    field->setFocus(Qt::ShortcutFocusReason);
                    field->selectAll();
                });
+    return edit.menu();
 }
 
 void fillChipMenu(MainWindow &window, WindowMenus &menus) {
@@ -183,7 +184,7 @@ WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const Wor
                             const ActionGate &gate, const UserFiles &files) {
     WindowMenus menus;
     fillFileMenu(window, delegate, files, menus);
-    fillEditMenu(window, delegate, work);
+    menus.edit = fillEditMenu(window, delegate, work);
     fillChipMenu(window, menus);
     fillViewMenu(window);
     fillHelpMenu(window);

@@ -9,6 +9,7 @@
 class ActionGate;
 class AppDelegate;
 class MainWindow;
+class QMenu;
 class QUndoStack;
 class UserFiles;
 class WorkState;
@@ -18,6 +19,7 @@ struct WindowMenus {
     /// What starts a run, or changes a setting or an image.
     QList<QAction *> offWhileRunning;
     QAction *stop = nullptr;
+    QMenu *edit = nullptr; ///< where the steps through the shown bytes are
 };
 
 /// Fills the menu bar of \a window. Choosing an entry first commits what is being typed. The

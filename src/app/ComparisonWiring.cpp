@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "app/ComparisonWiring.h"
+
+#include "app/MainWindow.h"
+#include "control/AppDelegate.h"
+#include "control/Messages.h"
+#include "language/RunLog.h"
+#include "views/DifferenceSteps.h"
+#include "views/ImageComparison.h"
+
+#include "ui_MainWindow.h"
+
+#include <QMenu>
+
+namespace {
+
+ComparedImages::Shown shownTab(const Ui::MainWindow &c) {
+    const QString tab = c.tabview->selectedTabViewItem().identifier;
+    if (tab == readTabIdentifier())
+        return ComparedImages::Shown::Read;
+    return tab == burnTabIdentifier() ? ComparedImages::Shown::ToBurn
+                                      : ComparedImages::Shown::Neither;
+}
+
+} // namespace
+
+ImageComparison &makeComparison(MainWindow &window, AppDelegate &delegate, const RunLog &runs) {
+    const Ui::MainWindow &c = window.controls();
+    const auto images = [&c, &delegate] {
+        const AppDelegate::State &state = delegate.state();
+        return ComparedImages{state.read_from_chip_data, state.output_data,
+                              delegate.imageRevision(), shownTab(c)};
+    };
+    auto *comparison = new ImageComparison(images, &window);
+    const auto refresh = [comparison] { comparison->refresh(); };
+    QObject::connect(c.tableview->gridModel(), &GridModel::modelReset, comparison, refresh);
+    QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, comparison, refresh);
+    QObject::connect(&runs, &RunLog::added, comparison, refresh);
+    QObject::connect(comparison, &ImageComparison::changed, c.tableview, &GridView::refreshMarks);
+    c.tableview->addMarks(*comparison);
+    refresh();
+    return *comparison;
+}
+
+void addDifferenceSteps(QMenu &menu, MainWindow &window, const ImageComparison &comparison,
+                        Messages &messages) {
+    const auto say = [&messages](const QString &sentence) {
+        messages.say(Topic::Differences, sentence);
+    };
+    auto *steps = new DifferenceSteps(*window.controls().tableview, comparison, say, &window);
+    menu.addAction(steps->nextAction());
+    menu.addAction(steps->previousAction());
+}

@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+class AppDelegate;
+class ImageComparison;
+class MainWindow;
+class Messages;
+class QMenu;
+class RunLog;
+
+/// Makes what compares the images of \a delegate, which a run in \a runs may have brought, and has
+/// the grid of \a window mark where they differ. It lives as long as \a window does.
+ImageComparison &makeComparison(MainWindow &window, AppDelegate &delegate, const RunLog &runs);
+
+/// Adds the steps from difference to difference to \a menu; what they have to say is said in
+/// \a messages.
+void addDifferenceSteps(QMenu &menu, MainWindow &window, const ImageComparison &comparison,
+                        Messages &messages);

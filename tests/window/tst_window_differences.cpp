@@ -1,0 +1,178 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "window/EditingSteps.h"
+
+/// What the window shows of the differences between the data read and the data to burn.
+class TestWindowDifferences : public QObject {
+    Q_OBJECT
+
+private slots:
+    void oneImage_isComparedWithNothing();
+    void equalImages_haveNoDifferences();
+    void cells_areMarkedInBothTabs();
+    void edit_isCountedAndCountedBack();
+    void lengths_areTold();
+    void steps_goFromPlaceToPlaceAndSayThatTheyWrap();
+    void stepsWithoutDifferences_sayWhy();
+    void eprom_saysWhetherItMustBeErased();
+    void assistiveTechnology_readsTheOtherByte();
+};
+
+namespace {
+
+/// Starts with twenty bytes read from the chip, and the data to burn from \a file.
+void readTwentyBytes(WindowFixture &velm, const QByteArray &file) {
+    velm.settings().setValue(settingsKeys::binary, velm.write(QStringLiteral("rom.bin"), file));
+    velm.useTool("printf 0123456789ABCDEFGHIJ > \"$4\"\n"
+                 "echo 'Reading Code...  0.01Sec  OK' >&2\n");
+    velm.start();
+    velm.click(velm.controls().btn_read);
+    velm.settle();
+    QCOMPARE(lengthOf(velm.state().read_from_chip_data), 20);
+}
+
+QString facts(WindowFixture &velm) {
+    return velm.controls().factsLine->wholeText();
+}
+
+ByteMark markAt(WindowFixture &velm, int row, int column) {
+    return velm.controls().tableview->gridModel()->mark(row, column);
+}
+
+QPair<int, int> cursor(WindowFixture &velm) {
+    const QModelIndex cell = velm.controls().tableview->currentIndex();
+    return {cell.row(), cell.column()};
+}
+
+void press(WindowFixture &velm, Qt::Key key) {
+    QTest::keyClick(velm.controls().tableview, key, Qt::AltModifier);
+    QCoreApplication::processEvents();
+}
+
+} // namespace
+
+void TestWindowDifferences::oneImage_isComparedWithNothing() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    QTRY_VERIFY(facts(velm).contains(QStringLiteral("CRC-32")));
+    QVERIFY(!facts(velm).contains(QStringLiteral("difference")));
+    QVERIFY(!markAt(velm, 0, 1).differs);
+}
+
+void TestWindowDifferences::equalImages_haveNoDifferences() {
+    WindowFixture velm;
+    readTwentyBytes(velm, "0123456789ABCDEFGHIJ");
+    QTRY_VERIFY(facts(velm).contains(QStringLiteral("no differences")));
+}
+
+void TestWindowDifferences::cells_areMarkedInBothTabs() {
+    WindowFixture velm;
+    readTwentyBytes(velm, "012x456789ABCDEFGHyz");
+    for (const QString &tab : {readTabIdentifier(), burnTabIdentifier()}) {
+        velm.controls().tabview->selectTabViewItem(tab);
+        QTRY_VERIFY(facts(velm).contains(QStringLiteral("3 differences")));
+        QVERIFY(markAt(velm, 0, 4).differs);
+        QVERIFY(!markAt(velm, 0, 5).differs);
+        QVERIFY(markAt(velm, 1, 3).differs);
+        QVERIFY(markAt(velm, 1, 4).differs);
+        QVERIFY(!markAt(velm, 1, 5).differs);
+    }
+    velm.controls().tabview->selectTabViewItem(logicTabIdentifier());
+    QCoreApplication::processEvents();
+    QVERIFY(!markAt(velm, 0, 4).differs);
+}
+
+void TestWindowDifferences::edit_isCountedAndCountedBack() {
+    WindowFixture velm;
+    readTwentyBytes(velm, "0123456789ABCDEFGHIJ");
+    velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
+    QCoreApplication::processEvents();
+    enter(velm, 1, 2, QStringLiteral("5A"));
+    QTRY_VERIFY(facts(velm).contains(QStringLiteral("1 difference")));
+    QVERIFY(markAt(velm, 1, 2).differs);
+    velm.delegate().edits().undo();
+    QTRY_VERIFY(facts(velm).contains(QStringLiteral("no differences")));
+    QVERIFY(!markAt(velm, 1, 2).differs);
+}
+
+void TestWindowDifferences::lengths_areTold() {
+    WindowFixture velm;
+    readTwentyBytes(velm, "0123456789");
+    velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
+    QTRY_VERIFY(facts(velm).contains(QStringLiteral("no differences, 10 bytes shorter")));
+    velm.controls().tabview->selectTabViewItem(readTabIdentifier());
+    QTRY_VERIFY(facts(velm).contains(QStringLiteral("no differences, 10 bytes longer")));
+    QVERIFY(!markAt(velm, 0, 12).differs);
+}
+
+void TestWindowDifferences::steps_goFromPlaceToPlaceAndSayThatTheyWrap() {
+    WindowFixture velm;
+    readTwentyBytes(velm, "012x456789ABCDEFGHyz");
+    velm.controls().tabview->selectTabViewItem(readTabIdentifier());
+    QCoreApplication::processEvents();
+    velm.controls().tableview->setFocus();
+    press(velm, Qt::Key_Down);
+    QCOMPARE(cursor(velm), qMakePair(0, 4));
+    press(velm, Qt::Key_Down);
+    QCOMPARE(cursor(velm), qMakePair(1, 3));
+    QVERIFY(!velm.message().contains(QStringLiteral("difference")));
+    press(velm, Qt::Key_Down);
+    QCOMPARE(cursor(velm), qMakePair(0, 4));
+    QVERIFY(velm.message().contains(QStringLiteral("From the end on to the first difference.")));
+    press(velm, Qt::Key_Up);
+    QCOMPARE(cursor(velm), qMakePair(1, 3));
+    QVERIFY(
+        velm.message().contains(QStringLiteral("From the beginning on to the last difference.")));
+    press(velm, Qt::Key_Up);
+    QCOMPARE(cursor(velm), qMakePair(0, 4));
+    QVERIFY(!velm.message().contains(QStringLiteral("difference")));
+}
+
+void TestWindowDifferences::stepsWithoutDifferences_sayWhy() {
+    WindowFixture velm;
+    readTwentyBytes(velm, "0123456789ABCDEFGHIJ");
+    velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
+    QCoreApplication::processEvents();
+    velm.controls().tableview->setFocus();
+    press(velm, Qt::Key_Down);
+    QVERIFY(velm.message().contains(QStringLiteral("do not differ")));
+    velm.controls().tabview->selectTabViewItem(logicTabIdentifier());
+    QCoreApplication::processEvents();
+    press(velm, Qt::Key_Up);
+    QVERIFY(velm.message().contains(QStringLiteral("no differences among the logic test results")));
+    WindowFixture other;
+    showTwentyBytes(other);
+    other.controls().tableview->setFocus();
+    press(other, Qt::Key_Down);
+    QVERIFY(other.message().contains(QStringLiteral("nothing to compare")));
+}
+
+void TestWindowDifferences::eprom_saysWhetherItMustBeErased() {
+    WindowFixture velm;
+    velm.settings().setValue(settingsKeys::device, QStringLiteral("M27C512@DIP28"));
+    readTwentyBytes(velm, "0123456789ABCDEFGHI\x40"); // 4A loses two bits
+    velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
+    QTRY_VERIFY(facts(velm).contains(QStringLiteral("1 difference, can be burned on top")));
+    enter(velm, 0, 1, QStringLiteral("3F")); // 30 would have to gain four
+    QTRY_VERIFY(facts(velm).contains(QStringLiteral("2 differences, needs erasing: 4 bits")));
+    velm.settings().setValue(settingsKeys::device, QStringLiteral("W27C512@DIP28"));
+    QTRY_VERIFY(!facts(velm).contains(QStringLiteral("erasing")));
+}
+
+void TestWindowDifferences::assistiveTechnology_readsTheOtherByte() {
+    WindowFixture velm;
+    readTwentyBytes(velm, "012x456789ABCDEFGHIJ");
+    const QAbstractItemModel *model = velm.controls().tableview->model();
+    velm.controls().tabview->selectTabViewItem(readTabIdentifier());
+    QCoreApplication::processEvents();
+    QCOMPARE(model->data(model->index(0, 4), Qt::AccessibleDescriptionRole).toString(),
+             QStringLiteral("78 in the data to burn"));
+    velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
+    QCoreApplication::processEvents();
+    QCOMPARE(model->data(model->index(0, 4), Qt::ToolTipRole).toString(),
+             QStringLiteral("33 in the data read from the chip"));
+}
+
+QTEST_MAIN(TestWindowDifferences)
+#include "tst_window_differences.moc"
