@@ -25,10 +25,18 @@ struct Group {
 };
 
 constexpr Group groups[] = {
-    {"compose", benchCompose}, {"save", benchSave},       {"text", benchText},
-    {"facts", benchFacts},     {"grid", benchGrid},       {"console", benchConsole},
-    {"child", benchChild},     {"devices", benchDevices}, {"window", benchWindow},
-    {"edit", benchEdit},       {"desktop", benchDesktop},
+    {"compose", benchCompose},
+    {"save", benchSave},
+    {"text", benchText},
+    {"facts", benchFacts},
+    {"comparison", benchComparison},
+    {"grid", benchGrid},
+    {"console", benchConsole},
+    {"child", benchChild},
+    {"devices", benchDevices},
+    {"window", benchWindow},
+    {"edit", benchEdit},
+    {"desktop", benchDesktop},
 };
 
 QString processorName() {

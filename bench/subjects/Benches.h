@@ -15,6 +15,8 @@ void benchSave(Table &table);
 void benchText(Table &table);
 /// Reading the checksums of an image.
 void benchFacts(Table &table);
+/// Comparing the data read with the data to burn.
+void benchComparison(Table &table);
 /// The grid: reset, first paint, page key, memory.
 void benchGrid(Table &table);
 /// A flood of output through a tool run into the console.
