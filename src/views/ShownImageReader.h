@@ -14,11 +14,11 @@
 
 /// An image as the window shows it.
 struct ShownImage {
-    ByteBuffer bytes;     ///< may be null
-    quint64 revision = 0; ///< other numbers for other states of one buffer
-    bool isRead = false;  ///< it was read from a chip
-    QString origin;       ///< whose bytes they are, in words
-    QString comparison;   ///< how they differ from the other image, in words
+    ByteBuffer bytes;        ///< may be null
+    quint64 revision = 0;    ///< other numbers for other states of one buffer
+    bool isRead = false;     ///< it was read from a chip
+    QString origin;          ///< whose bytes they are, in words
+    QString comparison = {}; ///< how they differ from the other image, in words
 };
 
 /// Reads the facts of the image that is shown, and its SHA-256 if that is asked for, in turns of
