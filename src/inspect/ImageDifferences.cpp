@@ -32,6 +32,8 @@ bool isEqual(QByteArrayView one, QByteArrayView other, qint64 offset, qint64 len
 }
 
 void count(quint64 one, quint64 other, ImageDifferences &found) {
+    if (one == other)
+        return;
     found.bytes += std::popcount(nonZeroBytes(one ^ other));
     found.bitsToErase += std::popcount(other & ~one);
 }
