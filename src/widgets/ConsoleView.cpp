@@ -260,7 +260,7 @@ void ConsoleView::restyle() {
 
 void ConsoleView::changeEvent(QEvent *event) {
     QPlainTextEdit::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange)
         restyle();
 }
 
