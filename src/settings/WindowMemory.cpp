@@ -15,6 +15,10 @@ namespace {
 constexpr qsizetype recentFileLimit = 8;
 const QString geometryKey = QStringLiteral("window/geometry");
 const QString splitterKey = QStringLiteral("window/splitter");
+const QString gridPercentKey = QStringLiteral("views/gridPercent");
+const QString consolePercentKey = QStringLiteral("views/consolePercent");
+const QString wrapsConsoleKey = QStringLiteral("views/wrapsConsole");
+const QString showsConsoleKey = QStringLiteral("views/showsConsole");
 const QString folderKey = QStringLiteral("folders/%1");
 const QString recentKey = QStringLiteral("files/recent");
 const QString trustedToolKey = QStringLiteral("trustedTool");
@@ -25,11 +29,15 @@ QVariant read(const IniFile &file, const QString &key) {
     return values ? values->value(key) : QVariant();
 }
 
-void write(const IniFile &file, const QString &key, const QVariant &value) {
-    if (!std::holds_alternative<IniFile::Damaged>(file.change({{key, value}})))
+void write(const IniFile &file, const QVariantMap &values) {
+    if (!std::holds_alternative<IniFile::Damaged>(file.change(values)))
         return;
     QFile::remove(file.path());
-    file.change({{key, value}});
+    file.change(values);
+}
+
+void write(const IniFile &file, const QString &key, const QVariant &value) {
+    write(file, QVariantMap{{key, value}});
 }
 
 } // namespace
@@ -50,6 +58,26 @@ QByteArray WindowMemory::splitterState() const {
 
 void WindowMemory::setSplitterState(const QByteArray &state) {
     write(file_, splitterKey, state);
+}
+
+ViewChoices WindowMemory::viewChoices() const {
+    const auto number = [this](const QString &key, int otherwise) {
+        bool isNumber = false;
+        const int value = read(file_, key).toString().toInt(&isNumber);
+        return isNumber ? value : otherwise;
+    };
+    const ViewChoices usual;
+    return {number(gridPercentKey, usual.gridPercent),
+            number(consolePercentKey, usual.consolePercent),
+            number(wrapsConsoleKey, usual.wrapsConsole) != 0,
+            number(showsConsoleKey, usual.showsConsole) != 0};
+}
+
+void WindowMemory::setViewChoices(const ViewChoices &choices) {
+    write(file_, QVariantMap{{gridPercentKey, choices.gridPercent},
+                             {consolePercentKey, choices.consolePercent},
+                             {wrapsConsoleKey, int(choices.wrapsConsole)},
+                             {showsConsoleKey, int(choices.showsConsole)}});
 }
 
 QString WindowMemory::lastFolder(const QString &purpose) const {

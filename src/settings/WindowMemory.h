@@ -11,6 +11,16 @@
 
 #include <optional>
 
+/// How the user has the views of the window.
+struct ViewChoices {
+    int gridPercent = 100; ///< size of the letters, of the usual one
+    int consolePercent = 100;
+    bool wrapsConsole = false;
+    bool showsConsole = true;
+
+    friend bool operator==(const ViewChoices &, const ViewChoices &) = default;
+};
+
 /// What the program remembers for itself between runs (never the user's settings): where the
 /// window stood, which folders were used last, which tool was trusted. Kept in an INI file of its
 /// own; a file that is missing, damaged or read-only means that nothing is remembered, and nothing
@@ -25,6 +35,9 @@ public:
 
     QByteArray splitterState() const;
     void setSplitterState(const QByteArray &state);
+
+    ViewChoices viewChoices() const;
+    void setViewChoices(const ViewChoices &choices);
 
     /// The folder that the file panel for \a purpose ("open", "save") showed last; empty if none.
     QString lastFolder(const QString &purpose) const;

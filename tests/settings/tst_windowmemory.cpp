@@ -36,6 +36,8 @@ void TestWindowMemory::everything_comesBack() {
         WindowMemory memory(path);
         memory.setGeometry(bytes);
         memory.setSplitterState(QByteArray("splitter"));
+        QCOMPARE(memory.viewChoices(), ViewChoices());
+        memory.setViewChoices({150, 60, true, false});
         memory.setLastFolder(QStringLiteral("open"), QStringLiteral("/a, b/é%20"));
         memory.setLastFolder(QStringLiteral("save"), QStringLiteral("/c"));
         QVERIFY(!memory.trustedTool());
@@ -44,6 +46,7 @@ void TestWindowMemory::everything_comesBack() {
     const WindowMemory memory(path);
     QCOMPARE(memory.geometry(), bytes);
     QCOMPARE(memory.splitterState(), QByteArray("splitter"));
+    QCOMPARE(memory.viewChoices(), (ViewChoices{150, 60, true, false}));
     QCOMPARE(memory.lastFolder(QStringLiteral("open")), QStringLiteral("/a, b/é%20"));
     QCOMPARE(memory.lastFolder(QStringLiteral("save")), QStringLiteral("/c"));
     QCOMPARE(memory.lastFolder(QStringLiteral("other")), QString());
@@ -125,12 +128,15 @@ void TestWindowMemory::oneCallFails_forgetsNothingElse() {
         const QTemporaryDir folder;
         WindowMemory memory(folder.filePath(QStringLiteral("state.conf")));
         memory.setSplitterState(QByteArray("splitter"));
+        QCOMPARE(memory.viewChoices(), ViewChoices());
+        memory.setViewChoices({150, 60, true, false});
         {
             const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
             memory.setGeometry(QByteArray("geometry"));
             struck = failing.hasStruck();
         }
         QCOMPARE(memory.splitterState(), QByteArray("splitter"));
+        QCOMPARE(memory.viewChoices(), (ViewChoices{150, 60, true, false}));
     }
 }
 
