@@ -74,13 +74,28 @@ void ConsoleView::createActions() {
     save_ = add(tr("Sa&ve console…"), &ConsoleView::saveRequested);
     selectAll_ = add(tr("Select a&ll"), &QPlainTextEdit::selectAll);
     clear_ = add(tr("Cl&ear console"), &ConsoleView::clearAll);
-    follow_ = new QAction(tr("&Follow output"), this);
-    follow_->setCheckable(true);
-    follow_->setChecked(true);
-    connect(follow_, &QAction::toggled, this, &ConsoleView::scrollToEnd);
+    createChoices();
     connect(this, &QPlainTextEdit::copyAvailable, copy_, &QAction::setEnabled);
     copy_->setEnabled(false);
     enableActions();
+}
+
+void ConsoleView::createChoices() {
+    const auto add = [this](const QString &text, bool isOn) {
+        auto *action = new QAction(text, this);
+        action->setCheckable(true);
+        action->setChecked(isOn);
+        return action;
+    };
+    follow_ = add(tr("&Follow output"), true);
+    connect(follow_, &QAction::toggled, this, &ConsoleView::scrollToEnd);
+    wrap_ = add(tr("Wra&p long lines"), false);
+    connect(wrap_, &QAction::toggled, this, [this](bool wraps) {
+        setLineWrapMode(wraps ? WidgetWidth : NoWrap);
+        scrollToEnd();
+    });
+    visible_ = add(tr("Show &console"), true);
+    connect(visible_, &QAction::toggled, this, &ConsoleView::setVisible);
 }
 
 void ConsoleView::enableActions() {
@@ -123,8 +138,10 @@ void ConsoleView::showRun(qsizetype number) {
     flush();
     const qsizetype linesBack = terminal_.lineNumber() - runLines_.value(number, linesGone);
     const qsizetype line = std::max<qsizetype>(blockCount() - 1 - linesBack, 0);
-    setTextCursor(QTextCursor(document()->findBlockByNumber(int(line))));
-    verticalScrollBar()->setValue(int(line));
+    const QTextBlock block = document()->findBlockByNumber(int(line));
+    setTextCursor(QTextCursor(block));
+    // Not the number of the line: one that is wrapped takes more than a row.
+    verticalScrollBar()->setValue(block.firstLineNumber());
 }
 
 void ConsoleView::clearAll() {
@@ -271,7 +288,7 @@ void ConsoleView::contextMenuEvent(QContextMenuEvent *event) {
     menu->addSeparator();
     menu->addActions({selectAll_, clear_});
     menu->addSeparator();
-    menu->addAction(follow_);
+    menu->addActions({follow_, wrap_});
     // Not exec(): a run that ends while the menu is open must not have to wait for it.
     menu->popup(event->globalPos());
 }

@@ -61,6 +61,10 @@ public:
     QAction *saveAction() const { return save_; }
     /// Empties the console.
     QAction *clearAction() const { return clear_; }
+    /// Checkable, off at first: a line that is wider than the view goes on below.
+    QAction *wrapAction() const { return wrap_; }
+    /// Checkable, on at first: the view is there at all.
+    QAction *visibleAction() const { return visible_; }
 
 signals:
     /// The user wants storedText() in a file.
@@ -78,6 +82,7 @@ protected:
 
 private:
     void createActions();
+    void createChoices();
     void enableActions();
     void restyle();
     void showPending();
@@ -102,4 +107,6 @@ private:
     QAction *selectAll_ = nullptr;
     QAction *clear_ = nullptr;
     QAction *follow_ = nullptr;
+    QAction *wrap_ = nullptr;
+    QAction *visible_ = nullptr;
 };

@@ -43,6 +43,8 @@ private slots:
     void save_isAskedFor();
     void showRun_scrollsToWhereItBegins_data();
     void showRun_scrollsToWhereItBegins();
+    void showRun_countsTheRowsOfWrappedLines();
+    void wrappedLines_endAtTheEdge();
     void showRun_thatIsGoneShowsTheFirstLine();
     void clear_emptiesBoth();
     void contextMenu_offersTheActions();
@@ -343,6 +345,34 @@ void TestConsoleView::showRun_scrollsToWhereItBegins() {
     }
 }
 
+void TestConsoleView::showRun_countsTheRowsOfWrappedLines() {
+    ConsoleView view;
+    showView(view);
+    view.wrapAction()->setChecked(true);
+    for (int run = 0; run < 3; ++run) {
+        view.beginRun();
+        view.appendText(QStringLiteral("run %1\n").arg(run) +
+                        QString(200, u'x').append(u'\n').repeated(5));
+        view.endRun();
+    }
+    view.showRun(1);
+    QCOMPARE(view.textCursor().block().text(), QStringLiteral("run 1"));
+    QVERIFY(view.cursorRect().top() >= 0);
+    QVERIFY(view.cursorRect().top() < view.cursorRect().height());
+}
+
+void TestConsoleView::wrappedLines_endAtTheEdge() {
+    ConsoleView view;
+    showView(view);
+    view.appendText(QString(1000, u'x'));
+    QVERIFY(view.horizontalScrollBar()->maximum() > 0);
+    view.wrapAction()->trigger();
+    QCOMPARE(view.horizontalScrollBar()->maximum(), 0);
+    QVERIFY(showsEnd(view));
+    view.wrapAction()->trigger();
+    QVERIFY(view.horizontalScrollBar()->maximum() > 0);
+}
+
 void TestConsoleView::showRun_thatIsGoneShowsTheFirstLine() {
     ConsoleView view(nullptr, 4096);
     showView(view);
@@ -388,7 +418,8 @@ void TestConsoleView::contextMenu_offersTheActions() {
     for (const QAction *action : menu->actions())
         items.append(action->isSeparator() ? u"-"_s : action->text().remove(u'&'));
     QCOMPARE(items, QStringList({u"Copy"_s, u"Copy whole console"_s, u"Save console…"_s, u"-"_s,
-                                 u"Select all"_s, u"Clear console"_s, u"-"_s, u"Follow output"_s}));
+                                 u"Select all"_s, u"Clear console"_s, u"-"_s, u"Follow output"_s,
+                                 u"Wrap long lines"_s}));
     menu->close();
 }
 
