@@ -69,17 +69,24 @@ void RunControls::offerStop() {
         stopAction_->setEnabled(possible);
 }
 
+// Where a key does no harm while the tool runs.
+QWidget *RunControls::restingPlace() const {
+    if (controls_.textView->isHidden())
+        return controls_.tableview;
+    return controls_.textView;
+}
+
 // The window's own focus, since a search has the panel in front of it.
 void RunControls::moveFocusAside() {
     focusBefore_ = controls_.centralwidget->window()->focusWidget();
     if (focusBefore_)
-        controls_.textView->setFocus(Qt::OtherFocusReason);
+        restingPlace()->setFocus(Qt::OtherFocusReason);
 }
 
 // Somebody who went elsewhere during the run stays there.
 void RunControls::giveFocusBack() {
     const QWidget *now = controls_.centralwidget->window()->focusWidget();
-    const bool stillAside = now == controls_.textView || now == controls_.btn_stop || !now;
+    const bool stillAside = now == restingPlace() || now == controls_.btn_stop || !now;
     if (focusBefore_ && stillAside)
         focusBefore_->setFocus(Qt::OtherFocusReason);
     focusBefore_ = nullptr;

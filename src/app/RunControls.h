@@ -38,6 +38,7 @@ public:
 private:
     void setBusy(bool busy);
     void offerStop();
+    QWidget *restingPlace() const;
     void moveFocusAside();
     void giveFocusBack();
 

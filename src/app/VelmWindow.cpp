@@ -39,11 +39,13 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
       nextSteps_({window_, delegate_, surroundings.settings, files_, gate_}),
       verdictLine_(runLog_, messages_, [this] { return shownNow(); }),
       progressView_(*window_.controls().busy),
-      runControls_(window_.controls()) {
+      runControls_(window_.controls()),
+      viewControls_(window_.controls()) {
     wireMainWindow(
         window_, delegate_,
         {binder_, favourites_, searcher_, searchPanel_, work_, messages_, gate_, files_});
     const WindowMenus menus = makeWindowMenus(window_, delegate_, work_, gate_, files_);
+    viewControls_.addEntries(*menus.view);
     runControls_.setActions(menus.offWhileRunning, menus.stop);
     settings_.setGuard([this] { return work_.isIdle(); });
     connect(&settings_, &SettingsStore::changeRefused, this, [this] { gate_.refuses(); });
@@ -193,11 +195,13 @@ void VelmWindow::closeDown() {
         panel->reject();
     memory_.setGeometry(window_.saveGeometry());
     memory_.setSplitterState(window_.controls().splitter->saveState());
+    memory_.setViewChoices(viewControls_.choices());
     delegate_.applicationWillTerminate();
 }
 
 void VelmWindow::restoreWindow() {
     window_.restoreGeometry(memory_.geometry());
+    viewControls_.setChoices(memory_.viewChoices());
     window_.controls().splitter->restoreState(memory_.splitterState());
 }
 

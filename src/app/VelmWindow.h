@@ -6,6 +6,7 @@
 #include "app/MainWindow.h"
 #include "app/NextStepButtons.h"
 #include "app/RunControls.h"
+#include "app/ViewControls.h"
 #include "base/MainQueue.h"
 #include "base/WorkState.h"
 #include "control/AppDelegate.h"
@@ -97,6 +98,7 @@ private:
     VerdictLine verdictLine_;
     RunProgressView progressView_;
     RunControls runControls_;
+    ViewControls viewControls_;
     bool endRefused_ = false;
     bool closeWhenIdle_ = false;
     bool askedFromOutside_ = false;

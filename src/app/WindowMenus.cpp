@@ -142,7 +142,7 @@ void fillChipMenu(MainWindow &window, WindowMenus &menus) {
                                           QKeySequence(Qt::CTRL | Qt::Key_D));
 }
 
-void fillViewMenu(MainWindow &window) {
+QMenu *fillViewMenu(MainWindow &window) {
     Ui::MainWindow &c = window.controls();
     MenuFiller view(*window.menuBar(), AppDelegate::tr("&View"));
     const auto addTab = [&](const QString &identifier, const QString &text, Qt::Key key) {
@@ -156,6 +156,7 @@ void fillViewMenu(MainWindow &window) {
     view.menu()->addAction(c.textView->followOutputAction());
     view.menu()->addAction(c.textView->copyAllAction());
     view.menu()->addAction(c.textView->clearAction());
+    return view.menu();
 }
 
 void fillHelpMenu(MainWindow &window) {
@@ -186,7 +187,7 @@ WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const Wor
     fillFileMenu(window, delegate, files, menus);
     menus.edit = fillEditMenu(window, delegate, work);
     fillChipMenu(window, menus);
-    fillViewMenu(window);
+    menus.view = fillViewMenu(window);
     fillHelpMenu(window);
     // A menu takes no focus from whoever is typing.
     QObject::connect(window.menuBar(), &QMenuBar::triggered, &window,

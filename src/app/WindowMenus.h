@@ -20,6 +20,7 @@ struct WindowMenus {
     QList<QAction *> offWhileRunning;
     QAction *stop = nullptr;
     QMenu *edit = nullptr; ///< where the steps through the shown bytes are
+    QMenu *view = nullptr; ///< where the views are chosen
 };
 
 /// Fills the menu bar of \a window. Choosing an entry first commits what is being typed. The

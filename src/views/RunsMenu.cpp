@@ -59,6 +59,7 @@ void RunsMenu::fill() {
 }
 
 void RunsMenu::show(qsizetype number) {
+    console_.visibleAction()->setChecked(true);
     console_.showRun(number);
     const RunRecord &run = runs_.records()[number];
     auto *text = new QPlainTextEdit(recordOf(run));

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "settings/WindowMemory.h"
+#include "widgets/ViewZoom.h"
+
+class QMenu;
+
+namespace Ui {
+class MainWindow;
+}
+
+/// How the user has grid and console: the size of their letters, whether long lines are wrapped,
+/// whether the console is there. Entries of the menu View change it.
+class ViewControls final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Works on \a controls, which must live as long.
+    explicit ViewControls(Ui::MainWindow &controls, QObject *parent = nullptr);
+
+    /// Adds the entries to \a view.
+    void addEntries(QMenu &view);
+
+    ViewChoices choices() const;
+    void setChoices(const ViewChoices &choices);
+
+private:
+    void addSize(QMenu &view, const QString &text, QKeySequence::StandardKey key,
+                 void (ViewZoom::*change)());
+    ViewZoom &zoomInUse();
+
+    Ui::MainWindow &controls_;
+    ViewZoom grid_;
+    ViewZoom console_;
+};
