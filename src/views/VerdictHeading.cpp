@@ -48,7 +48,9 @@ VerdictHeading::VerdictHeading(QWidget *parent)
     // A device may have any name; the window keeps its width.
     words_->setMinimumWidth(1);
     words_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    words_->setText(tr("No run yet"));
+    icon_->hide();
+    text_ = tr("No run yet");
+    words_->setText(text_);
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins({});
     row->addWidget(icon_);
@@ -60,8 +62,16 @@ void VerdictHeading::setRuns(const RunLog &runs) {
     connect(&runs, &RunLog::added, this, &VerdictHeading::showNewest);
 }
 
-QString VerdictHeading::text() const {
-    return words_->text();
+// The middle goes: the operation stands at the beginning, and names of devices tell themselves
+// apart at their ends.
+void VerdictHeading::fitWords() {
+    words_->setText(words_->fontMetrics().elidedText(text_, Qt::ElideMiddle, words_->width()));
+}
+
+void VerdictHeading::resizeEvent(QResizeEvent *event) {
+    QWidget::resizeEvent(event);
+    layout()->activate();
+    fitWords();
 }
 
 void VerdictHeading::changeEvent(QEvent *event) {
@@ -76,6 +86,10 @@ void VerdictHeading::showNewest() {
     const RunRecord &run = runs_->records().last();
     const Mark mark = markOf(severityOf(run), palette());
     icon_->setPixmap(coloredIcon(QLatin1String(mark.icon), mark.color).pixmap(icon_->size()));
-    words_->setText(headingOf(run));
-    setPlainToolTip(*words_, words_->text());
+    icon_->show();
+    layout()->activate();
+    text_ = headingOf(run);
+    fitWords();
+    words_->setAccessibleName(text_);
+    setPlainToolTip(*words_, text_);
 }

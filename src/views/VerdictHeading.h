@@ -19,16 +19,19 @@ public:
     /// Shows the newest run of \a runs, which must live as long.
     void setRuns(const RunLog &runs);
 
-    /// The words, as they are shown.
-    QString text() const;
+    /// The words, however many of them have room.
+    QString text() const { return text_; }
 
 protected:
     void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void showNewest();
+    void fitWords();
 
     const RunLog *runs_ = nullptr;
     QLabel *icon_ = nullptr;
     QLabel *words_ = nullptr;
+    QString text_;
 };

@@ -237,6 +237,14 @@ void TestWindowStatus::nextCommand_isCopied() {
     QVERIFY(velm.controls().nextCommand->isReadOnly());
 }
 
+/// What is in view of the heading.
+static QString shownHeading(WindowFixture &velm) {
+    QStringList words;
+    for (const QLabel *label : velm.controls().verdictHeading->findChildren<QLabel *>())
+        words << label->text();
+    return words.join(QString());
+}
+
 void TestWindowStatus::longDevice_leavesTheWindowItsWidth() {
     WindowFixture velm;
     velm.useTool("echo 'No programmer found.' >&2; exit 1");
@@ -246,6 +254,10 @@ void TestWindowStatus::longDevice_leavesTheWindowItsWidth() {
     velm.click(velm.controls().btn_read);
     velm.settle();
     QVERIFY(velm.controls().verdictHeading->text().endsWith(u'W'));
+    const QString shown = shownHeading(velm);
+    QVERIFY2(shown.startsWith(QStringLiteral("Read")) && shown.contains(QChar(0x2026)) &&
+                 shown.endsWith(u'W') && shown.size() < 300,
+             qPrintable(shown));
     QCOMPARE(velm.velm().window().minimumSizeHint().width(), before);
 }
 
