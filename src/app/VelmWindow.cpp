@@ -18,8 +18,20 @@
 #include "ui_MainWindow.h"
 
 #include <QScopedValueRollback>
+#include <QScreen>
 
 #include <utility>
+
+namespace {
+
+/// As large as the window is made for, where the screen has room for that and for its frame.
+QSize firstSize(const QWidget &window) {
+    constexpr QSize frame(16, 48);
+    const QSize room = window.screen()->availableSize() - frame;
+    return window.size().boundedTo(room).expandedTo(window.minimumSizeHint());
+}
+
+} // namespace
 
 VelmWindow::VelmWindow(const Surroundings &surroundings)
     : settings_(surroundings.settings),
@@ -200,7 +212,8 @@ void VelmWindow::closeDown() {
 }
 
 void VelmWindow::restoreWindow() {
-    window_.restoreGeometry(memory_.geometry());
+    if (!window_.restoreGeometry(memory_.geometry()))
+        window_.resize(firstSize(window_));
     viewControls_.setChoices(memory_.viewChoices());
     window_.controls().splitter->restoreState(memory_.splitterState());
 }

@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "window/WindowFixture.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QRadioButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QToolButton>
+
+/// The window on small screens, with large letters and in either direction.
+class TestWindowFit : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void firstSize_isWithinTheScreen();
+    void nothing_isCut_data();
+    void nothing_isCut();
+    void sideColumn_showsAllOfItsWidth();
+
+private:
+    QFont font_;
+};
+
+namespace {
+
+bool isInScrolledPart(const QWidget &widget) {
+    for (const QWidget *above = widget.parentWidget(); above; above = above->parentWidget())
+        if (qobject_cast<const QScrollArea *>(above))
+            return true;
+    return false;
+}
+
+bool hasText(const QWidget &widget) {
+    const auto *label = qobject_cast<const QLabel *>(&widget);
+    return qobject_cast<const QAbstractButton *>(&widget) ||
+           qobject_cast<const QGroupBox *>(&widget) || qobject_cast<const QLineEdit *>(&widget) ||
+           (label && !label->text().isEmpty());
+}
+
+/// What of \a widget lies beyond an edge of those that it is in, or is squeezed.
+QString whatIsCut(const QWidget &widget) {
+    const QString name = widget.objectName().isEmpty()
+                             ? QString::fromLatin1(widget.metaObject()->className())
+                             : widget.objectName();
+    const QSize least = widget.minimumSizeHint();
+    if (widget.width() < least.width() || widget.height() < least.height())
+        return name + QStringLiteral(" is squeezed");
+    const QRect visible = widget.visibleRegion().boundingRect();
+    if (visible.width() < widget.width())
+        return name + QStringLiteral(" is cut at its side");
+    if (visible.height() < widget.height() && !isInScrolledPart(widget))
+        return name + QStringLiteral(" is cut below");
+    return {};
+}
+
+/// All that is cut in the window; what is scrolled out of sight is not.
+QStringList cutIn(QWidget &window) {
+    QStringList cut;
+    for (const QWidget *widget : window.findChildren<QWidget *>())
+        if (widget->isVisible() && widget->window() == &window && hasText(*widget) &&
+            !(isInScrolledPart(*widget) && widget->visibleRegion().isEmpty()))
+            cut << whatIsCut(*widget);
+    cut.removeAll(QString());
+    return cut;
+}
+
+} // namespace
+
+void TestWindowFit::init() {
+    font_ = QApplication::font();
+}
+
+void TestWindowFit::cleanup() {
+    QApplication::setFont(font_);
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
+void TestWindowFit::firstSize_isWithinTheScreen() {
+    WindowFixture velm;
+    velm.start();
+    const QWidget &window = velm.velm().window();
+    QVERIFY(window.screen()->availableSize().width() < 1100);
+    QVERIFY(window.screen()->availableGeometry().contains(window.geometry()));
+}
+
+void TestWindowFit::nothing_isCut_data() {
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("points"); // 0: as they are
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::newRow("small") << QSize(900, 600) << 0 << Qt::LeftToRight;
+    QTest::newRow("small, right to left") << QSize(900, 600) << 0 << Qt::RightToLeft;
+    QTest::newRow("2560 x 1440 at scale 2") << QSize(1280, 720) << 0 << Qt::LeftToRight;
+    QTest::newRow("large letters") << QSize(1366, 768) << 18 << Qt::LeftToRight;
+    QTest::newRow("large letters, right to left") << QSize(1366, 768) << 18 << Qt::RightToLeft;
+}
+
+void TestWindowFit::nothing_isCut() {
+    QFETCH(const QSize, size);
+    QFETCH(const int, points);
+    QFETCH(const Qt::LayoutDirection, direction);
+    if (points > 0) {
+        QFont font = font_;
+        font.setPointSize(points);
+        QApplication::setFont(font);
+    }
+    QApplication::setLayoutDirection(direction);
+    WindowFixture velm;
+    velm.start();
+    QWidget &window = velm.velm().window();
+    window.resize(size);
+    QCoreApplication::processEvents();
+    QCOMPARE(window.size(), size);
+    for (const char *tab : {"0", "1", "2"}) {
+        velm.controls().tabview->selectTabViewItem(QString::fromLatin1(tab));
+        QCoreApplication::processEvents();
+        QCOMPARE(cutIn(window).join(u'\n'), QString());
+    }
+}
+
+void TestWindowFit::sideColumn_showsAllOfItsWidth() {
+    WindowFixture velm;
+    velm.start();
+    velm.velm().window().resize(900, 600);
+    QCoreApplication::processEvents();
+    const QScrollArea *column = velm.controls().sideArea;
+    QVERIFY(column->verticalScrollBar()->isVisible());
+    QVERIFY(column->viewport()->width() >= column->widget()->minimumSizeHint().width());
+}
+
+QTEST_MAIN(TestWindowFit)
+#include "tst_window_fit.moc"
