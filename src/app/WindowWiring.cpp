@@ -171,16 +171,6 @@ void setIcons(Ui::MainWindow &c, const QPalette &palette) {
         button->setIcon(themedIcon(QLatin1String(name), palette));
 }
 
-/// The beginning of a path tells more than its end.
-void showBeginning(QLineEdit *path) {
-    const auto show = [path] {
-        if (!path->hasFocus())
-            path->setCursorPosition(0);
-    };
-    show();
-    QObject::connect(path, &QLineEdit::textChanged, path, show);
-}
-
 /// The tool tip says what the field is for; that it is empty is said only while it is.
 void describeWhileEmpty(QLineEdit *field) {
     const auto describe = [field] {
@@ -198,8 +188,6 @@ void setAppearance(MainWindow &window) {
                      [&window] { setIcons(window.controls(), window.palette()); });
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     c.startAddTextField->setFont(fixed);
-    for (QLineEdit *path : {c.miniproLocationField, c.readFileTextField})
-        showBeginning(path);
     describeWhileEmpty(c.readFileTextField);
     c.padToTextField->setFont(fixed);
     c.goToField->setFont(fixed);

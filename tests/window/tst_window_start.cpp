@@ -26,7 +26,7 @@ private slots:
     void damagedSettings_areKeptAsideAndSaid();
     void unreadableSettings_areSaid();
     void unsavedSettings_areSaidUntilTheyAreSaved();
-    void paths_showTheirBeginning();
+    void paths_showTheirEnds();
     void quitting_leavesTheTemporaryFiles();
     void everyControl_hasItsAccessibleName();
     void theWindow_fitsASmallScreen();
@@ -159,14 +159,16 @@ void TestWindowStart::damagedSettings_areKeptAsideAndSaid() {
     QVERIFY2(message.contains(settings.damagedCopyPath()), qPrintable(message));
 }
 
-void TestWindowStart::paths_showTheirBeginning() {
+void TestWindowStart::paths_showTheirEnds() {
     WindowFixture velm;
-    velm.settings().setValue(settingsKeys::binary, velm.write(QStringLiteral("rom.bin"), "ROM!"));
+    const QString folder = QStringLiteral("/a folder with a long name").repeated(8);
+    velm.settings().setValue(settingsKeys::binary, folder + QStringLiteral("/rom.bin"));
     velm.start();
-    QCOMPARE(velm.controls().readFileTextField->cursorPosition(), 0);
-    QCOMPARE(velm.controls().miniproLocationField->cursorPosition(), 0);
-    velm.settings().setValue(settingsKeys::miniproLocation, QStringLiteral("/opt/minipro"));
-    QCOMPARE(velm.controls().miniproLocationField->cursorPosition(), 0);
+    velm.settings().setValue(settingsKeys::miniproLocation, folder + QStringLiteral("/minipro"));
+    const Ui::MainWindow &c = velm.controls();
+    QVERIFY(c.readFileTextField->shownText().endsWith(QStringLiteral("/rom.bin")));
+    QVERIFY(c.miniproLocationField->shownText().endsWith(QStringLiteral("/minipro")));
+    QVERIFY(c.miniproLocationField->shownText().contains(QChar(0x2026)));
 }
 
 void TestWindowStart::quitting_leavesTheTemporaryFiles() {

@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "widgets/PathField.h"
+
+#include <QHelpEvent>
+#include <QTest>
+#include <QTextDocumentFragment>
+#include <QToolTip>
+
+/// A path in a narrow field.
+class TestPathField : public QObject {
+    Q_OBJECT
+
+private slots:
+    void shortPath_isShownWhole();
+    void longPath_showsItsEnds();
+    void focus_showsTheTextAsItIsTyped();
+    void toolTip_hasTheWhole();
+};
+
+namespace {
+
+const QString start = QStringLiteral("/home/bench");
+const QString file = QStringLiteral("/monitor.bin");
+
+QString pathWith(QChar middle) {
+    return start + u'/' + QString(200, middle) + file;
+}
+
+struct Shown {
+    explicit Shown(const QString &path) {
+        field.setText(path);
+        field.resize(240, field.sizeHint().height());
+        other.setGeometry(0, 40, 100, 30);
+        window.resize(300, 100);
+        window.show();
+        (void)QTest::qWaitForWindowActive(&window);
+        other.setFocus();
+    }
+
+    QImage picture() { return field.grab().toImage(); }
+
+    QWidget window;
+    PathField field{&window};
+    QLineEdit other{&window};
+};
+
+} // namespace
+
+void TestPathField::shortPath_isShownWhole() {
+    Shown shown(QStringLiteral("/a/b.bin"));
+    QCOMPARE(shown.field.shownText(), QStringLiteral("/a/b.bin"));
+}
+
+void TestPathField::longPath_showsItsEnds() {
+    Shown shown(pathWith(u'i'));
+    QVERIFY(shown.field.shownText().startsWith(QStringLiteral("/home")));
+    QVERIFY(shown.field.shownText().endsWith(file));
+    QCOMPARE(shown.field.text(), pathWith(u'i'));
+    const QImage before = shown.picture();
+    shown.field.setText(start + u'/' + QString(250, u'i') + file);
+    QCOMPARE(shown.picture(), before);
+    shown.field.setText(pathWith(u'i') + u'x');
+    QVERIFY(shown.picture() != before);
+}
+
+void TestPathField::focus_showsTheTextAsItIsTyped() {
+    Shown shown(pathWith(u'i'));
+    const QImage without = shown.picture();
+    shown.field.setFocus();
+    shown.field.home(false);
+    QVERIFY(shown.picture() != without);
+    QTest::keyClick(&shown.field, Qt::Key_X);
+    QCOMPARE(shown.field.text(), u'x' + pathWith(u'i'));
+}
+
+void TestPathField::toolTip_hasTheWhole() {
+    Shown shown(pathWith(u'<'));
+    shown.field.setToolTip(QStringLiteral("The file"));
+    QHelpEvent asked(QEvent::ToolTip, QPoint(5, 5), shown.field.mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(&shown.field, &asked);
+    QCOMPARE(QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText(),
+             QStringLiteral("The file\n") + pathWith(u'<'));
+}
+
+QTEST_MAIN(TestPathField)
+#include "tst_pathfield.moc"
