@@ -83,6 +83,13 @@ QString GridModel::markWords(int row, int column) const {
     return words.join(QStringLiteral(", "));
 }
 
+bool GridModel::isBlank() const {
+    if (rows_ != 1)
+        return rows_ == 0;
+    const CellValue first = cell(0, firstByteColumn);
+    return first.missing || first.text.isEmpty();
+}
+
 qint64 GridModel::byteCount() const {
     if (heading_ != GridHeading::Bytes)
         return 0;

@@ -50,6 +50,8 @@ public:
     void addMarks(const GridMarks &marks) { marks_ << &marks; }
     /// What stands out about the byte of a cell; nothing where a cell has no byte.
     ByteMark mark(int row, int column) const;
+    /// True if no cell shows a byte or a field.
+    bool isBlank() const;
     /// How many bytes the rows show, from the first on; 0 for results. Found by a few questions to
     /// the source, however many rows there are.
     qint64 byteCount() const;

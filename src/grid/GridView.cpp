@@ -137,6 +137,24 @@ void GridView::paintEvent(QPaintEvent *event) {
     const qint64 last = std::min<qint64>(shown.at(area.bottom()), rows() - 1);
     for (qint64 row = std::max<qint64>(shown.at(area.top()), 0); row <= last; ++row)
         rowPainter.paintRow(int(row), shown.edgeOf(row), area);
+    paintHint(painter);
+}
+
+void GridView::setHint(const QString &hint) {
+    hint_ = hint;
+    viewport()->update();
+}
+
+QString GridView::shownHint() const {
+    return model_ && model_->isBlank() ? hint_ : QString();
+}
+
+void GridView::paintHint(QPainter &painter) const {
+    const int top = rows() * rowHeight_;
+    const QRect room = viewport()->rect().adjusted(rowHeight_, top, -rowHeight_, 0);
+    painter.setFont(parentWidget() ? parentWidget()->font() : font());
+    painter.setPen(palette().color(QPalette::Text));
+    painter.drawText(room, int(Qt::AlignCenter) | int(Qt::TextWordWrap), shownHint());
 }
 
 void GridView::addMarks(const GridMarks &marks) {

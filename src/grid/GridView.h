@@ -52,6 +52,11 @@ public:
     /// What the columns are titled as.
     void setHeading(GridHeading heading);
 
+    /// What the grid says, below its rows, while the source has nothing to show.
+    void setHint(const QString &hint);
+    /// The hint, while it is said; empty otherwise.
+    QString shownHint() const;
+
     /// Shows the source's contents anew. Scroll position, cursor and selection stay where the
     /// rows still exist.
     void reloadData();
@@ -129,6 +134,7 @@ private:
     int rows() const;
     GridRows shownRows() const;
     void applyFont();
+    void paintHint(QPainter &painter) const;
     void updateVerticalScrollBar();
     void updateHorizontalScrollBar();
     QModelIndex cellAfterEditing(const QWidget *editor,
@@ -137,6 +143,7 @@ private:
     GridModel *model_ = nullptr;
     GridHeader *header_;
     GridDelegate *delegate_;
+    QString hint_;
     int rowHeight_ = 1;
     bool layingOut_ = false;
 };

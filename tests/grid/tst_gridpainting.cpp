@@ -25,6 +25,7 @@ private slots:
     void units_keepTheirPlaces();
     void unitsWithoutAShape_getADot();
     void narrowColumn_keepsItsTextToItself();
+    void hint_isShownWhileThereIsNothingElse();
 };
 
 namespace {
@@ -216,6 +217,23 @@ void TestGridPainting::narrowColumn_keepsItsTextToItself() {
     const QImage before = picture(grid.view, grid.cell(0, 2));
     grid.view.header()->resizeSection(1, grid.view.header()->minimumSectionSize());
     QCOMPARE(picture(grid.view, grid.cell(0, 2)), before);
+}
+
+void TestGridPainting::hint_isShownWhileThereIsNothingElse() {
+    ShownGrid grid("");
+    const auto below = [&grid] {
+        const QImage whole = grid.view.viewport()->grab().toImage();
+        return whole.copy(0, grid.view.rowHeight(), whole.width(),
+                          whole.height() - grid.view.rowHeight());
+    };
+    QCOMPARE(ink(below()), 0);
+    grid.view.setHint(QStringLiteral("Nothing here"));
+    QVERIFY(ink(below()) > 0);
+    QCOMPARE(grid.view.shownHint(), QStringLiteral("Nothing here"));
+    grid.source.bytes = "A";
+    grid.view.reloadData();
+    QCOMPARE(ink(below()), 0);
+    QCOMPARE(grid.view.shownHint(), QString());
 }
 
 QTEST_MAIN(TestGridPainting)
