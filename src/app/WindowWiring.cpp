@@ -62,6 +62,31 @@ void wireGrid(Ui::MainWindow &c, AppDelegate &delegate, Messages &messages) {
     QObject::connect(c.tableview->gridModel(), &GridModel::modelReset, c.tableview, selected);
 }
 
+/// What there is to do where \a tab has nothing to show.
+QString hintFor(const QString &tab) {
+    if (tab == readTabIdentifier())
+        return AppDelegate::tr(
+            "Nothing has been read yet.\nPut the chip into the programmer, name it "
+            "under Device, and press Read (F5).");
+    if (tab == burnTabIdentifier())
+        return AppDelegate::tr("There are no data to burn yet.\nOpen a binary (Ctrl+O), or read a "
+                               "chip and turn on Use data read from chip.");
+    return AppDelegate::tr(
+        "No logic IC has been tested yet.\nName it under Device, and press Logic "
+        "test (F8).");
+}
+
+/// An empty grid says what to do, to the eye and to assistive technology.
+void hintInEmptyGrid(Ui::MainWindow &c) {
+    const auto hint = [grid = c.tableview, tabs = c.tabview] {
+        grid->setHint(hintFor(tabs->selectedTabViewItem().identifier));
+        grid->setAccessibleDescription(grid->shownHint());
+    };
+    QObject::connect(c.tableview->gridModel(), &GridModel::modelReset, c.tableview, hint);
+    QObject::connect(c.tableview->gridModel(), &GridModel::rowsInserted, c.tableview, hint);
+    QObject::connect(c.tableview->gridModel(), &GridModel::dataChanged, c.tableview, hint);
+}
+
 void wireConsole(Ui::MainWindow &c, UserFiles &files, Messages &messages) {
     QObject::connect(
         c.textView, &ConsoleView::saveRequested, &files, [&files, console = c.textView] {
@@ -210,6 +235,7 @@ void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts
     wireGrid(controls, delegate, parts.messages);
     wireConsole(controls, parts.files, parts.messages);
     wireTabs(controls, delegate, parts.gate);
+    hintInEmptyGrid(controls);
     wireOperations(controls, delegate);
     bindControls(controls, delegate, parts.binder);
     wireDevices(controls, delegate, parts);

@@ -17,6 +17,8 @@ class TestWindowReach : public QObject {
     Q_OBJECT
 
 private slots:
+    void everyControl_hasAToolTip();
+    void switches_nameTheOptionThatTheyAdd();
     void mnemonics_ofTheWindowDiffer();
     void mnemonics_ofEachMenuDiffer();
     void mnemonics_ofTheConsolesMenuDiffer();
@@ -122,6 +124,41 @@ QStringList readingOrder(const QWidget &part) {
 }
 
 } // namespace
+
+void TestWindowReach::everyControl_hasAToolTip() {
+    WindowFixture velm;
+    velm.start();
+    const QWidget &window = velm.velm().window();
+    QStringList without;
+    for (const QAbstractButton *button : inWindow<QAbstractButton>(window))
+        if (isStation(*button) && button->isVisible() && button->toolTip().isEmpty())
+            without << nameOf(*button);
+    for (const QLineEdit *field : inWindow<QLineEdit>(window))
+        if (isStation(*field) && field->isVisible() && field->toolTip().isEmpty())
+            without << nameOf(*field);
+    QCOMPARE(without.join(u' '), QString());
+}
+
+void TestWindowReach::switches_nameTheOptionThatTheyAdd() {
+    WindowFixture velm;
+    velm.settings().setValue(settingsKeys::noSizeMismatchError, false);
+    velm.start();
+    const Ui::MainWindow &c = velm.controls();
+    c.btn_write->setFocus();
+    const auto options = [&c] { return c.nextCommand->text().split(u' ').mid(1); };
+    for (QCheckBox *choice : {c.check_noIDMismatchError, c.check_noSizeMismatchError,
+                              c.check_skipErase, c.check_unprotect}) {
+        const QStringList before = options();
+        velm.click(choice);
+        QStringList added = options();
+        for (const QString &word : before)
+            added.removeOne(word);
+        QCOMPARE(added.size(), 1);
+        const QString words = QStringLiteral("(minipro %1)").arg(added.first());
+        QVERIFY2(choice->toolTip().endsWith(words), qPrintable(words));
+        velm.click(choice);
+    }
+}
 
 void TestWindowReach::mnemonics_ofTheWindowDiffer() {
     WindowFixture velm;

@@ -29,6 +29,8 @@ private slots:
     void paths_showTheirEnds();
     void quitting_leavesTheTemporaryFiles();
     void everyControl_hasItsAccessibleName();
+    void emptyGrid_saysWhatToDo_data();
+    void emptyGrid_saysWhatToDo();
     void theWindow_fitsASmallScreen();
     void theConsole_hasRoomForFourLines();
 };
@@ -218,6 +220,30 @@ void TestWindowStart::everyControl_hasItsAccessibleName() {
             names.append(widget->accessibleName());
     for (const QString &name : expected)
         QVERIFY2(names.count(name) == 1, qPrintable(name));
+}
+
+void TestWindowStart::emptyGrid_saysWhatToDo_data() {
+    QTest::addColumn<QString>("tab");
+    QTest::addColumn<QString>("words");
+    QTest::newRow("read") << readTabIdentifier() << QStringLiteral("press Read (F5)");
+    QTest::newRow("burn") << burnTabIdentifier() << QStringLiteral("Open a binary (Ctrl+O)");
+    QTest::newRow("logic") << logicTabIdentifier() << QStringLiteral("press Logic test (F8)");
+}
+
+void TestWindowStart::emptyGrid_saysWhatToDo() {
+    QFETCH(QString, tab);
+    QFETCH(QString, words);
+    WindowFixture velm;
+    velm.start();
+    GridView *grid = velm.controls().tableview;
+    velm.controls().tabview->selectTabViewItem(tab);
+    QTRY_VERIFY2(grid->shownHint().contains(words), qPrintable(grid->shownHint()));
+    QCOMPARE(grid->accessibleDescription(), grid->shownHint());
+    velm.controls().tabview->selectTabViewItem(readTabIdentifier());
+    velm.click(velm.controls().btn_read);
+    velm.settle();
+    QCOMPARE(grid->shownHint(), QString());
+    QCOMPARE(grid->accessibleDescription(), QString());
 }
 
 void TestWindowStart::theWindow_fitsASmallScreen() {
