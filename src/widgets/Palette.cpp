@@ -18,6 +18,9 @@ const TextHue failureHue{QColor(0xb8, 0x00, 0x14), QColor(0xff, 0x7a, 0x70)};
 const TextHue warningHue{QColor(0x8a, 0x4b, 0x00), QColor(0xff, 0xc1, 0x4d)};
 const TextHue successHue{QColor(0x0b, 0x6b, 0x2e), QColor(0x6f, 0xd6, 0x8c)};
 const TextHue differenceHue{QColor(0x86, 0x16, 0x9c), QColor(0xe9, 0xa6, 0xff)};
+const TextHue faintHue{QColor(0x6b, 0x6b, 0x6b), QColor(0x95, 0x95, 0x95)};
+const TextHue textMarkHue{QColor(0x00, 0x6a, 0x6a), QColor(0x63, 0xd2, 0xd2)};
+const TextHue codeMarkHue{QColor(0x0b, 0x4f, 0xa8), QColor(0x8f, 0xbd, 0xff)};
 const QColor foundHue(0xff, 0xd8, 0x3d);
 
 double linearized(double channel) {
@@ -93,4 +96,21 @@ QColor foundGroundColor(const QPalette &palette) {
             return ground;
     }
     return base;
+}
+
+QColor faintMarkColor(const QPalette &palette) {
+    return readable(faintHue, palette);
+}
+
+QColor textMarkColor(const QPalette &palette) {
+    return readable(textMarkHue, palette);
+}
+
+QColor codeMarkColor(const QPalette &palette) {
+    return readable(codeMarkHue, palette);
+}
+
+QColor focusLineColor(const QPalette &palette) {
+    const QColor own = palette.color(QPalette::Highlight);
+    return readable({own, own}, palette);
 }

@@ -31,3 +31,11 @@ QColor differenceTextColor(const QPalette &palette);
 /// A ground, for what was searched for and found: Base, moved towards yellow no further than the
 /// colour of text and differenceTextColor() can be read on it.
 QColor foundGroundColor(const QPalette &palette);
+
+/// Inks of patterns that fill areas of a map, readable on the ground as text colours are: grey for
+/// what has nothing in it, blue-green for text, blue for code.
+QColor faintMarkColor(const QPalette &palette);
+QColor textMarkColor(const QPalette &palette);
+QColor codeMarkColor(const QPalette &palette);
+/// The theme's own colour for what has the focus, moved no further than it can be seen as a line.
+QColor focusLineColor(const QPalette &palette);

@@ -68,7 +68,8 @@ void TestPalette::textColors_areReadable_data() {
 void TestPalette::textColors_areReadable() {
     QFETCH(QPalette, palette);
     for (const TextColor color :
-         {failureTextColor, warningTextColor, successTextColor, differenceTextColor})
+         {failureTextColor, warningTextColor, successTextColor, differenceTextColor, faintMarkColor,
+          textMarkColor, codeMarkColor, focusLineColor})
         for (const auto role : {QPalette::Base, QPalette::AlternateBase, QPalette::Window}) {
             const double ratio = ::contrastRatio(color(palette), palette.color(role));
             QVERIFY2(ratio >= 4.5,
