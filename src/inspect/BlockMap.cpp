@@ -52,10 +52,10 @@ bool BlockMap::advance(QByteArrayView image, qsizetype max) {
         Block &block = blocks_[number];
         if (block.isCurrent)
             continue;
-        if (taken > 0 && taken + blockSize_ > max)
-            return false;
         const qsizetype start = qsizetype(number) * blockSize_;
         const QByteArrayView bytes = image.sliced(start, std::min(blockSize_, size_ - start));
+        if (taken > 0 && taken + bytes.size() > max)
+            return false;
         block = {kindsOf(bytes), true};
         taken += bytes.size();
     }
