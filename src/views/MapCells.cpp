@@ -12,17 +12,11 @@ qint64 offsetOf(const BlockMap &map, qint64 block) {
     return std::min(block * map.blockSize(), map.size());
 }
 
-int topOf(const BlockMap &map, qint64 block, int height) {
-    return heightOf(offsetOf(map, block), map.size(), height);
-}
-
-MapCell cellOf(const BlockMap &map, const DifferingBlocks &differing, qint64 block, qint64 next,
-               int height) {
+/// The blocks from \a block to the one before \a next as a piece.
+MapCell pieceOf(const BlockMap &map, const DifferingBlocks &differing, qint64 block, qint64 next) {
     MapCell cell;
     cell.first = offsetOf(map, block);
     cell.end = offsetOf(map, next);
-    cell.top = topOf(map, block, height);
-    cell.height = topOf(map, next, height) - cell.top;
     cell.looks = map.classOfBlocks(block, next);
     cell.differs = differing.anyIn(cell.first, cell.end);
     return cell;
@@ -56,9 +50,17 @@ QList<MapCell> mapCells(const BlockMap &map, const DifferingBlocks &differing, i
     const qint64 inCell = std::max<qint64>(1, (blocks + most - 1) / most);
     for (qint64 block = 0, next = 0; block < blocks; block = next) {
         next = std::min(block + inCell, blocks);
-        if (height - topOf(map, next, height) < leastCellHeight)
+        if (height - heightOf(offsetOf(map, next), map.size(), height) < leastCellHeight)
             next = blocks;
-        cells.append(cellOf(map, differing, block, next, height));
+        MapCell cell = pieceOf(map, differing, block, next);
+        cell.top = heightOf(cell.first, map.size(), height);
+        cell.height = heightOf(cell.end, map.size(), height) - cell.top;
+        cells.append(cell);
     }
     return cells;
+}
+
+MapCell blockAt(const BlockMap &map, const DifferingBlocks &differing, qint64 offset) {
+    const qint64 block = offset / map.blockSize();
+    return pieceOf(map, differing, block, block + 1);
 }

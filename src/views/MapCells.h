@@ -37,6 +37,10 @@ inline constexpr int leastCellHeight = 3;
 /// the top down; none for no bytes.
 QList<MapCell> mapCells(const BlockMap &map, const DifferingBlocks &differing, int height);
 
+/// What the block with the byte at \a offset looks like, which there must be; it has no place in a
+/// strip.
+MapCell blockAt(const BlockMap &map, const DifferingBlocks &differing, qint64 offset);
+
 /// Where the byte at \a offset of \a size bytes, at least 1, begins in a strip of \a height pixels.
 int heightOf(qint64 offset, qint64 size, int height);
 /// The offset of the byte that such a strip shows at \a y, or the nearest to it.

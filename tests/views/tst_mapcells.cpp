@@ -23,6 +23,7 @@ private slots:
     void differingBlocks_haveASizeOfTheirOwn_data();
     void differingBlocks_haveASizeOfTheirOwn();
     void differingBlocks_areSeenHoweverFewTheyAre();
+    void blockAt_isFinerThanAPiece();
     void words_sayWhereAndWhat();
     void words_ofWhatIsNotKnown_areThePlaceAlone();
 };
@@ -172,6 +173,15 @@ void TestMapCells::differingBlocks_areSeenHoweverFewTheyAre() {
     QCOMPARE(
         std::count_if(cells.begin(), cells.end(), [](const MapCell &cell) { return cell.differs; }),
         1);
+}
+
+void TestMapCells::blockAt_isFinerThanAPiece() {
+    const BlockMap map = mapOf(QByteArray(16, '\xFF') + QByteArray(16, '\0') + "xyz");
+    QCOMPARE(mapCells(map, {}, 1).size(), 1);
+    QCOMPARE(cellWords(blockAt(map, {}, 15)), QStringLiteral("0x0000 to 0x000F: blank"));
+    QCOMPARE(cellWords(blockAt(map, {16, {false, true}}, 16)),
+             QStringLiteral("0x0010 to 0x001F: zeros, differs"));
+    QCOMPARE(cellWords(blockAt(map, {}, 34)), QStringLiteral("0x0020 to 0x0022: text"));
 }
 
 void TestMapCells::words_sayWhereAndWhat() {
