@@ -5,6 +5,11 @@
 
 #include <utility>
 
+// By the owners: a buffer that is gone is another one than the absent one.
+bool isSameBuffer(const std::weak_ptr<QByteArray> &known, const ByteBuffer &now) {
+    return !known.owner_before(now) && !now.owner_before(known);
+}
+
 bool ShownImageReader::readOn(const ShownImage &image) {
     if (!isTheSame(image))
         beginWith(image);
@@ -28,10 +33,8 @@ void ShownImageReader::askForSha256(const ShownImage &image) {
     sha256_.clear();
 }
 
-// By the owners: a buffer that is gone is another one than the absent one.
 bool ShownImageReader::isTheSame(const ShownImage &image) const {
-    return revision_ == image.revision && !bytes_.owner_before(image.bytes) &&
-           !image.bytes.owner_before(bytes_);
+    return revision_ == image.revision && isSameBuffer(bytes_, image.bytes);
 }
 
 void ShownImageReader::beginWith(const ShownImage &image) {
