@@ -70,6 +70,7 @@ void wireFacts(MainWindow &window, AppDelegate &delegate, const RunLog &runs,
         return shownImage(c, delegate, runs, context);
     });
     QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, c.factsLine, &FactsLine::refresh);
+    QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, c.imageMap, &ImageMap::refresh);
     QObject::connect(&runs, &RunLog::added, c.factsLine, &FactsLine::refresh);
     QObject::connect(&context.comparison, &ImageComparison::changed, c.factsLine,
                      &FactsLine::refresh);

@@ -4,6 +4,7 @@
 #include "app/MainWindow.h"
 
 #include "grid/GridAccessible.h"
+#include "views/ImageMapAccessible.h"
 #include "widgets/MenuButton.h"
 
 #include "ui_MainWindow.h"
@@ -14,6 +15,7 @@ MainWindow::MainWindow() : controls_(std::make_unique<Ui::MainWindow>()) {
     // Before the widgets get their names: what is told of them then makes their accessibles for
     // good.
     installGridAccessibility();
+    installImageMapAccessibility();
     installMenuButtonAccessibility();
     controls_->setupUi(this);
 }
