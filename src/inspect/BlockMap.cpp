@@ -62,12 +62,19 @@ bool BlockMap::advance(QByteArrayView image, qsizetype max) {
     return true;
 }
 
+// Where one filling ends and another begins there is nothing else; bytes of both in one block are a
+// pattern that somebody made.
 std::optional<BlockClass> BlockMap::classOfBlocks(qint64 first, qint64 end) const {
     ByteKinds kinds;
-    for (qint64 block = first; block < end; ++block) {
-        if (blocks_[size_t(block)].kinds.bytes == 0)
+    bool isFilling = true;
+    for (qint64 number = first; number < end; ++number) {
+        const ByteKinds &block = blocks_[size_t(number)].kinds;
+        if (block.bytes == 0)
             return std::nullopt;
-        kinds += blocks_[size_t(block)].kinds;
+        isFilling &= block.blank == block.bytes || block.zero == block.bytes;
+        kinds += block;
     }
+    if (isFilling)
+        return kinds.blank >= kinds.zero ? BlockClass::Blank : BlockClass::Zero;
     return classOf(kinds);
 }

@@ -31,7 +31,8 @@ public:
     qint64 blockSize() const { return blockSize_; }
     qint64 blockCount() const { return qint64(blocks_.size()); }
     /// The class of the blocks from \a first to the one before \a end together, at least one;
-    /// nothing while one of them has never been counted.
+    /// nothing while one of them has never been counted. Where each is blank or zero, it is what
+    /// most of their bytes are; what one alone holds besides is never hidden by the others.
     std::optional<BlockClass> classOfBlocks(qint64 first, qint64 end) const;
 
 private:

@@ -17,6 +17,7 @@ private slots:
     void blocks_followTheSize_data();
     void blocks_followTheSize();
     void map_saysWhatEachBlockLooksLike();
+    void blocksTogether_areOnePart_data();
     void blocksTogether_areOnePart();
     void turn_countsNoMoreThanItMay();
     void turn_countsAtLeastABlock();
@@ -147,12 +148,24 @@ void TestBlockMap::map_saysWhatEachBlockLooksLike() {
     QCOMPARE(pictureOf(mapOf(QByteArray())), QString());
 }
 
+void TestBlockMap::blocksTogether_areOnePart_data() {
+    QTest::addColumn<QByteArray>("image");
+    QTest::addColumn<BlockClass>("looks");
+    QTest::newRow("blank") << fill(48, 0xFF) << BlockClass::Blank;
+    QTest::newRow("more blank than zero") << fill(32, 0xFF) + fill(16, 0) << BlockClass::Blank;
+    QTest::newRow("more zero than blank") << fill(16, 0xFF) + fill(32, 0) << BlockClass::Zero;
+    QTest::newRow("both in one block") << fill(24, 0xFF) + fill(24, 0) << BlockClass::Code;
+    QTest::newRow("one other byte") << fill(33, 0xFF) + "x" + fill(14, 0xFF) << BlockClass::Code;
+    QTest::newRow("text among filling") << fill(16, 0xFF) + fill(16, 0) + "A line of text.\n"
+                                        << BlockClass::Text;
+    QTest::newRow("text and code") << "A line of text.\n" + mixture(16) << BlockClass::Code;
+}
+
 void TestBlockMap::blocksTogether_areOnePart() {
-    const BlockMap map = mapOf(fill(32, 0xFF) + fill(16, 0) + "A line of text.\n");
-    QVERIFY(map.classOfBlocks(0, 2) == BlockClass::Blank);
-    QVERIFY(map.classOfBlocks(0, 3) == BlockClass::Code);
-    QVERIFY(map.classOfBlocks(2, 3) == BlockClass::Zero);
-    QVERIFY(map.classOfBlocks(1, 4) == BlockClass::Text);
+    QFETCH(QByteArray, image);
+    QFETCH(BlockClass, looks);
+    const BlockMap map = mapOf(image);
+    QVERIFY(map.classOfBlocks(0, map.blockCount()) == looks);
 }
 
 void TestBlockMap::turn_countsNoMoreThanItMay() {
