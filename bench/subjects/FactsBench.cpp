@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr qint64 imageSize = 64 * mebibyte;
+constexpr int sizes[] = {64, 256}; // MiB
 constexpr int rounds = 15;
 constexpr double maxOfCksum = 1.5;
 
@@ -57,9 +57,11 @@ void compareWithMemory(Table &table, const std::string &what, const ShownImage &
 } // namespace
 
 void benchFacts(Table &table) {
-    const std::string what = "facts of 64 MiB";
-    const ShownImage image{.bytes = std::make_shared<QByteArray>(randomBytes(imageSize)),
-                           .origin = {}};
-    compareWithCksum(table, what, image);
-    compareWithMemory(table, what, image);
+    for (const int size : sizes) {
+        const std::string what = "facts of " + std::to_string(size) + " MiB";
+        const ShownImage image{.bytes = std::make_shared<QByteArray>(randomBytes(size * mebibyte)),
+                               .origin = {}};
+        compareWithCksum(table, what, image);
+        compareWithMemory(table, what, image);
+    }
 }
