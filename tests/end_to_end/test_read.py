@@ -36,6 +36,20 @@ class Read(Scenario):
         self.assertIn("65,536 bytes", window.message())
         self.finish(window)
 
+    def test_the_map_says_where_the_view_is_and_leads_on(self):
+        self.configure()
+        window = self.start()
+        window.operate("Read")
+        view = window.control("Map")
+        until_equal(lambda: view.description, "0x0000 of 0x10000, text", "what the map says")
+        value = view.queryValue()
+        self.assertEqual(value.currentValue, 0)
+        value.currentValue = CHIP_SIZE // 2
+        until_equal(lambda: value.currentValue, CHIP_SIZE // 2, "the value of the map")
+        self.assertIn("0x8000 of 0x10000, ", view.description)
+        self.assertGreater(value.maximumValue, CHIP_SIZE // 2)
+        self.finish(window)
+
     def test_a_read_without_programmer_is_said_and_shows_nothing(self):
         self.configure()
         window = self.start(MINIPRO_SIM_FAULT="no-programmer")

@@ -16,7 +16,7 @@ from waiting import until, until_equal
 # a menu has a role of its own in newer versions of the toolkit.
 CONTROLS = {pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_PUSH_BUTTON_MENU, pyatspi.ROLE_TEXT,
             pyatspi.ROLE_CHECK_BOX, pyatspi.ROLE_RADIO_BUTTON, pyatspi.ROLE_PAGE_TAB,
-            pyatspi.ROLE_TABLE, pyatspi.ROLE_LIST}
+            pyatspi.ROLE_TABLE, pyatspi.ROLE_LIST, pyatspi.ROLE_SLIDER}
 # More than any window has stations.
 MOST_TABS = 40
 
