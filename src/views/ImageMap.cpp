@@ -143,6 +143,8 @@ void ImageMap::goTo(int y) {
 }
 
 void ImageMap::showCells() {
+    if (!grid_)
+        return;
     cells_ = mapCells(map_, differing_, strip().height());
     followScrolling();
     update();
