@@ -202,6 +202,10 @@ bool ImageMap::event(QEvent *event) {
     return true;
 }
 
+// The whole would be drawn anew at each step of the grid; followScrolling() has it done for the
+// frame alone.
+void ImageMap::sliderChange(SliderChange) {}
+
 void ImageMap::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
     const QRect strip = this->strip();

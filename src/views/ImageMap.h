@@ -53,6 +53,7 @@ public:
 
 protected:
     bool event(QEvent *event) override;
+    void sliderChange(SliderChange change) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;

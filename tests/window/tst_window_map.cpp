@@ -25,6 +25,7 @@ private slots:
     void wheel_scrollsTheGrid();
     void keys_leadThroughTheImage();
     void frame_followsTheGrid();
+    void scrolling_drawsTheFrameAlone();
     void edit_changesItsPart();
     void undo_changesItsPartBack();
     void growth_isFollowed();
@@ -88,6 +89,18 @@ bool isInView(WindowFixture &velm, qint64 offset) {
     const qint64 page = qint64(bar(velm)->pageStep()) * bytesInRow;
     return firstInView(velm) <= offset && offset < firstInView(velm) + page;
 }
+
+/// Keeps the areas that a widget has drawn.
+class DrawnAreas final : public QObject {
+public:
+    explicit DrawnAreas(QWidget *widget) { widget->installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *event) override {
+        if (event->type() == QEvent::Paint)
+            areas.append(static_cast<QPaintEvent *>(event)->rect());
+        return false;
+    }
+    QList<QRect> areas;
+};
 
 QAccessibleInterface *accessible(WindowFixture &velm) {
     return QAccessible::queryAccessibleInterface(map(velm));
@@ -230,6 +243,21 @@ void TestWindowMap::frame_followsTheGrid() {
     QVERIFY(atEnd.bottom() >= map(velm)->rect().bottom() - 1);
     QTest::keyClick(velm.controls().tableview, Qt::Key_Home, Qt::ControlModifier);
     QCOMPARE(map(velm)->viewFrame(), atTop);
+}
+
+// A page key must not wait for a map of many parts.
+void TestWindowMap::scrolling_drawsTheFrameAlone() {
+    WindowFixture velm;
+    showFourParts(velm);
+    QTRY_VERIFY(map(velm)->isVisible());
+    velm.settle();
+    DrawnAreas drawn(map(velm));
+    const QRect before = map(velm)->viewFrame();
+    bar(velm)->setValue(bar(velm)->maximum() / 20);
+    const QRect after = map(velm)->viewFrame();
+    QVERIFY(after.top() > before.top());
+    QTRY_VERIFY(!drawn.areas.isEmpty());
+    QCOMPARE(drawn.areas, QList<QRect>({before | after}));
 }
 
 void TestWindowMap::edit_changesItsPart() {
