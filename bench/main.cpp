@@ -30,6 +30,7 @@ constexpr Group groups[] = {
     {"text", benchText},
     {"facts", benchFacts},
     {"comparison", benchComparison},
+    {"map", benchMap},
     {"grid", benchGrid},
     {"console", benchConsole},
     {"child", benchChild},

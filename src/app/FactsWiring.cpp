@@ -46,6 +46,15 @@ QString comparisonWords(const FactsContext &context) {
     return words.join(QStringLiteral(", "));
 }
 
+/// Marks in \a map where the images differ. While they are compared anew, as after an edit, what
+/// was known stays: it would flicker.
+void markDifferences(ImageMap &map, const ImageComparison &comparison) {
+    if (comparison.differences())
+        map.setDiffering({comparison.blocks().blockSize(), comparison.blocks().differing()});
+    else if (!comparison.hasBoth())
+        map.setDiffering({});
+}
+
 std::optional<ShownImage> shownImage(const Ui::MainWindow &c, AppDelegate &delegate,
                                      const RunLog &runs, const FactsContext &context) {
     const QString tab = c.tabview->selectedTabViewItem().identifier;
@@ -66,9 +75,15 @@ std::optional<ShownImage> shownImage(const Ui::MainWindow &c, AppDelegate &deleg
 void wireFacts(MainWindow &window, AppDelegate &delegate, const RunLog &runs,
                const FactsContext &context) {
     const Ui::MainWindow &c = window.controls();
-    c.factsLine->follow(*c.tableview, [&c, &delegate, &runs, context] {
+    const auto shown = [&c, &delegate, &runs, context] {
         return shownImage(c, delegate, runs, context);
-    });
+    };
+    c.factsLine->follow(*c.tableview, shown);
+    c.imageMap->follow(*c.tableview, shown);
+    QObject::connect(&context.comparison, &ImageComparison::changed, c.imageMap,
+                     [map = c.imageMap, &comparison = context.comparison] {
+                         markDifferences(*map, comparison);
+                     });
     QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, c.factsLine, &FactsLine::refresh);
     QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, c.imageMap, &ImageMap::refresh);
     QObject::connect(&runs, &RunLog::added, c.factsLine, &FactsLine::refresh);

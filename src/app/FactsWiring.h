@@ -15,7 +15,8 @@ struct FactsContext {
     const ImageComparison &comparison;
 };
 
-/// Has the facts line of \a window say what is shown: the images of \a delegate, of \a runs the
-/// Read that brought the data, and by \a context how the two images differ. All must live as long.
+/// Has the facts line and the map of \a window tell what is shown: the images of \a delegate, of \a
+/// runs the Read that brought the data, and by \a context how the two images differ. All must live
+/// as long.
 void wireFacts(MainWindow &window, AppDelegate &delegate, const RunLog &runs,
                const FactsContext &context);

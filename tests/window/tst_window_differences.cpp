@@ -12,6 +12,7 @@ private slots:
     void equalImages_haveNoDifferences();
     void cells_areMarkedInBothTabs();
     void edit_isCountedAndCountedBack();
+    void theMap_marksTheirBlocks();
     void lengths_areTold();
     void steps_goFromPlaceToPlaceAndSayThatTheyWrap();
     void stepsWithoutDifferences_sayWhy();
@@ -94,6 +95,18 @@ void TestWindowDifferences::edit_isCountedAndCountedBack() {
     velm.delegate().edits().undo();
     QTRY_VERIFY(facts(velm).contains(QStringLiteral("no differences")));
     QVERIFY(!markAt(velm, 1, 2).differs);
+}
+
+void TestWindowDifferences::theMap_marksTheirBlocks() {
+    WindowFixture velm;
+    readTwentyBytes(velm, "0123456789ABCDEFGHIJ");
+    velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
+    QCoreApplication::processEvents();
+    ImageMap *map = velm.controls().imageMap;
+    enter(velm, 0, 2, QStringLiteral("5A"));
+    QTRY_VERIFY(map->valueWords().endsWith(QStringLiteral(", differs")));
+    velm.delegate().edits().undo();
+    QTRY_VERIFY(!map->valueWords().endsWith(QStringLiteral(", differs")));
 }
 
 void TestWindowDifferences::lengths_areTold() {
