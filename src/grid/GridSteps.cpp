@@ -20,6 +20,12 @@ QModelIndex cellOfByte(const GridModel &model, qint64 offset) {
     return model.index(int(row), firstByteColumn + int(offset % bytesInRow));
 }
 
+std::optional<qint64> byteOfCell(const QModelIndex &cell) {
+    if (!cell.isValid() || !isByteColumn(cell.column()))
+        return std::nullopt;
+    return qint64(byteIndex(cell.row(), cell.column()));
+}
+
 QModelIndex firstCellOf(const GridModel &model, int row) {
     const bool isDump = model.heading() == GridHeading::Bytes;
     return model.index(row, isDump ? firstByteColumn : addressColumn);

@@ -5,6 +5,8 @@
 
 #include "grid/GridModel.h"
 
+#include <optional>
+
 /// Where the keys lead. Among bytes the ends are bytes: what is typed there is an entry for the
 /// cell that was meant.
 
@@ -12,6 +14,9 @@
 QModelIndex nearestCell(const GridModel &model, qint64 row, int column);
 /// The cell that shows the byte at \a offset; invalid before the first row and beyond the last.
 QModelIndex cellOfByte(const GridModel &model, qint64 offset);
+/// The offset of the byte that \a cell shows, which there need not be; nothing for an invalid cell,
+/// an address and the characters.
+std::optional<qint64> byteOfCell(const QModelIndex &cell);
 /// The first byte of \a row, or the first field of a result.
 QModelIndex firstCellOf(const GridModel &model, int row);
 /// The last byte that there is in \a row, or the last field of a result.

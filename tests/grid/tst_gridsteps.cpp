@@ -12,6 +12,7 @@ class TestGridSteps : public QObject {
 private slots:
     void nearestCell_staysAmongTheCells();
     void cellOfByte_isWhereTheByteIsShown();
+    void byteOfCell_leadsBack();
     void ends_ofARowAreItsBytes_data();
     void ends_ofARowAreItsBytes();
     void ends_ofAResultAreItsFields();
@@ -54,6 +55,15 @@ void TestGridSteps::cellOfByte_isWhereTheByteIsShown() {
     QVERIFY(!cellOfByte(bytes.model, 32).isValid());
     QVERIFY(!cellOfByte(bytes.model, qint64(1) << 40).isValid());
     QVERIFY(!cellOfByte(bytes.model, -1).isValid());
+}
+
+void TestGridSteps::byteOfCell_leadsBack() {
+    const Bytes bytes(20);
+    for (const qint64 offset : {0, 1, 15, 16, 31})
+        QCOMPARE(byteOfCell(cellOfByte(bytes.model, offset)), std::optional(offset));
+    QVERIFY(!byteOfCell(bytes.model.index(1, addressColumn)));
+    QVERIFY(!byteOfCell(bytes.model.index(0, charactersColumn)));
+    QVERIFY(!byteOfCell(QModelIndex()));
 }
 
 void TestGridSteps::ends_ofARowAreItsBytes_data() {
