@@ -6,15 +6,11 @@
 #include "control/AppDelegate.h"
 #include "control/Messages.h"
 #include "grid/GridPresentation.h"
+#include "grid/GridSteps.h"
 #include "grid/GridView.h"
+#include "image/TypedAddress.h"
 
 #include <QLineEdit>
-
-namespace {
-
-constexpr int hexadecimal = 16;
-
-} // namespace
 
 GoToAddress::GoToAddress(QLineEdit &field, GridView &grid, Messages &messages,
                          const AppDelegate &delegate, QObject *parent)
@@ -39,14 +35,16 @@ void GoToAddress::forgetTrouble() {
 QString GoToAddress::goTo(const QString &address) {
     if (grid_.gridModel()->heading() != GridHeading::Bytes)
         return tr("There are no addresses among the logic test results.");
-    bool isNumber = false;
-    const qulonglong offset = address.toULongLong(&isNumber, hexadecimal);
-    if (!isNumber)
-        return tr("\u201c%1\u201d is no hexadecimal address.").arg(address);
+    const auto typed = typedAddress(address);
+    if (!typed)
+        return tr("\u201c%1\u201d is no address: it takes hexadecimal digits, or decimal ones "
+                  "behind #.")
+            .arg(address);
     const qsizetype length = lengthOf(delegate_.state().display_data);
     if (length == 0)
         return tr("There are no bytes to go to.");
-    if (offset >= qulonglong(length) || !grid_.showAddress(qint64(offset)))
+    const auto offset = typed->offset(quint64(byteOfCell(grid_.currentIndex()).value_or(0)));
+    if (!offset || *offset >= quint64(length) || !grid_.showAddress(qint64(*offset)))
         return tr("There is no byte at %1: the last one is at %2.")
             .arg(address, addressText(quint64(length - 1)));
     return {};

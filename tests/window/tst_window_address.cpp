@@ -41,6 +41,10 @@ void TestWindowAddress::address_movesTheCursorAndGivesTheGridTheKeyboard_data() 
     QTest::newRow("the first byte") << QStringLiteral("0") << 0 << 1;
     QTest::newRow("the last byte") << QStringLiteral("13") << 1 << 4;
     QTest::newRow("with its prefix and blanks") << QStringLiteral(" 0x0f ") << 0 << 16;
+    QTest::newRow("decimal") << QStringLiteral("#19") << 1 << 4;
+    QTest::newRow("further on") << QStringLiteral("+a") << 0 << 16; // from 5 on
+    QTest::newRow("further on by a decimal number") << QStringLiteral("+#11") << 1 << 1;
+    QTest::newRow("back") << QStringLiteral("-5") << 0 << 1;
 }
 
 void TestWindowAddress::address_movesTheCursorAndGivesTheGridTheKeyboard() {
@@ -49,6 +53,7 @@ void TestWindowAddress::address_movesTheCursorAndGivesTheGridTheKeyboard() {
     QFETCH(int, column);
     WindowFixture velm;
     showTwentyBytes(velm);
+    goTo(velm, QStringLiteral("5"));
     goTo(velm, address);
     QCOMPARE(cursor(velm), qMakePair(row, column));
     QVERIFY(velm.controls().tableview->hasFocus());
@@ -76,13 +81,33 @@ void TestWindowAddress::noAddress_isSaidAndNothingMoves_data() {
         << QStringLiteral("There is no byte at FFFFFFFFFFFFFFFF: the last one is at 0013.");
     QTest::newRow("beyond 64 bits")
         << QStringLiteral("10000000000000000")
-        << QStringLiteral("\u201c10000000000000000\u201d is no hexadecimal address.");
-    QTest::newRow("a word") << QStringLiteral("end")
-                            << QStringLiteral("\u201cend\u201d is no hexadecimal address.");
+        << QStringLiteral("\u201c10000000000000000\u201d is no address: it takes hexadecimal "
+                          "digits, or decimal ones "
+                          "behind #.");
+    QTest::newRow("decimal, just past the end")
+        << QStringLiteral("#20")
+        << QStringLiteral("There is no byte at #20: the last one is at 0013.");
+    QTest::newRow("before the first byte")
+        << QStringLiteral("-6")
+        << QStringLiteral("There is no byte at -6: the last one is at 0013.");
+    QTest::newRow("further than the last byte")
+        << QStringLiteral("+F")
+        << QStringLiteral("There is no byte at +F: the last one is at 0013.");
+    QTest::newRow("a word")
+        << QStringLiteral("end")
+        << QStringLiteral(
+               "\u201cend\u201d is no address: it takes hexadecimal digits, or decimal ones "
+               "behind #.");
     QTest::newRow("a place for another text")
-        << QStringLiteral("1%2x") << QStringLiteral("\u201c1%2x\u201d is no hexadecimal address.");
-    QTest::newRow("nothing") << QString()
-                             << QStringLiteral("\u201c\u201d is no hexadecimal address.");
+        << QStringLiteral("1%2x")
+        << QStringLiteral(
+               "\u201c1%2x\u201d is no address: it takes hexadecimal digits, or decimal ones "
+               "behind #.");
+    QTest::newRow("nothing")
+        << QString()
+        << QStringLiteral(
+               "\u201c\u201d is no address: it takes hexadecimal digits, or decimal ones "
+               "behind #.");
 }
 
 void TestWindowAddress::noAddress_isSaidAndNothingMoves() {
