@@ -218,8 +218,8 @@ void TestSmallWidgets::busy_takesTheSameRoomAlways() {
 
 void TestSmallWidgets::icons_areAllThere() {
     QCOMPARE(iconNames(),
-             QStringList({u"add"_s, u"copy"_s, u"failed"_s, u"favourite"_s, u"logic"_s, u"open"_s,
-                          u"read-chip"_s, u"remove"_s, u"save"_s, u"search"_s, u"stop"_s,
+             QStringList({u"add"_s, u"close"_s, u"copy"_s, u"failed"_s, u"favourite"_s, u"logic"_s,
+                          u"open"_s, u"read-chip"_s, u"remove"_s, u"save"_s, u"search"_s, u"stop"_s,
                           u"succeeded"_s, u"verify"_s, u"warning"_s, u"write"_s}));
 }
 
