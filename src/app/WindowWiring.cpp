@@ -49,7 +49,9 @@ void fillOutlets(Ui::MainWindow &c, AppDelegate &delegate, const WindowParts &pa
 
 void wireGrid(Ui::MainWindow &c, AppDelegate &delegate, Messages &messages) {
     c.tableview->setSource(delegate);
-    new GoToAddress(*c.goToField, *c.tableview, messages, delegate, c.goToField);
+    c.findBar->follow(*c.tableview, [&delegate] { return delegate.state().display_data; });
+    QLineEdit &address = c.findBar->addressField();
+    new GoToAddress(address, *c.tableview, messages, delegate, &address);
     QObject::connect(c.tableview, &GridView::copyRefused, c.tableview, [&messages](qint64 rows) {
         messages.say(
             Topic::Copy,
@@ -215,7 +217,6 @@ void setAppearance(MainWindow &window) {
     c.startAddTextField->setFont(fixed);
     describeWhileEmpty(c.readFileTextField);
     c.padToTextField->setFont(fixed);
-    c.goToField->setFont(fixed);
     c.splitter->setStretchFactor(0, 1);
     c.splitter->setStretchFactor(1, 0);
     const int console = c.textView->heightFor(consoleLines);

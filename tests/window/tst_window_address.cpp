@@ -21,10 +21,10 @@ private slots:
 namespace {
 
 void goTo(WindowFixture &velm, const QString &address) {
-    QLineEdit *field = velm.controls().goToField;
-    field->setFocus();
-    field->setText(address);
-    QTest::keyClick(field, Qt::Key_Return);
+    velm.controls().findBar->findAddress();
+    QLineEdit &field = velm.controls().findBar->addressField();
+    field.setText(address);
+    QTest::keyClick(&field, Qt::Key_Return);
 }
 
 QPair<int, int> cursor(WindowFixture &velm) {
@@ -119,7 +119,7 @@ void TestWindowAddress::noAddress_isSaidAndNothingMoves() {
     goTo(velm, address);
     QVERIFY2(velm.message().contains(sentence), qPrintable(velm.message()));
     QCOMPARE(cursor(velm), qMakePair(0, 6));
-    QVERIFY(velm.controls().goToField->hasFocus());
+    QVERIFY(velm.controls().findBar->addressField().hasFocus());
     goTo(velm, QStringLiteral("6"));
     QVERIFY2(!velm.message().contains(sentence), qPrintable(velm.message()));
 }
@@ -147,7 +147,7 @@ void TestWindowAddress::shortcut_leadsToTheField() {
     showTwentyBytes(velm);
     velm.controls().tableview->setFocus();
     QTest::keyClick(&velm.velm().window(), Qt::Key_G, Qt::ControlModifier);
-    QTRY_VERIFY(velm.controls().goToField->hasFocus());
+    QTRY_VERIFY(velm.controls().findBar->addressField().hasFocus());
 }
 
 QTEST_MAIN(TestWindowAddress)

@@ -60,8 +60,9 @@ QStringList snapshot(WindowFixture &velm) {
         if (const auto *button = qobject_cast<QAbstractButton *>(widget))
             all << button->accessibleName() + QLatin1Char(button->isChecked() ? '+' : '-');
     }
-    // An address may be typed while the tool runs: it changes nothing but what is in view.
-    return all.filter(QRegularExpression(QStringLiteral("^(?!Go to address)")));
+    // Searching for bytes while the tool runs changes nothing but what is in view.
+    return all.filter(
+        QRegularExpression(QStringLiteral("^(?!Go to address|Find what|Match case)")));
 }
 
 bool mayBePressed(const QString &name) {

@@ -215,12 +215,14 @@ void TestWindowReach::tab_followsTheReadingOrder() {
     MainWindow &window = velm.velm().window();
     if (size.isValid())
         window.resize(size);
+    velm.controls().findBar->find();
     velm.controls().messageLine->setNotice(-1, MessageLine::Severity::Information,
                                            QStringLiteral("A button:"),
                                            {QStringLiteral("Do it"), [] {}});
     velm.settle();
     const QStringList stations = readingOrder(*window.centralWidget());
     QVERIFY(stations.contains(QStringLiteral("Do it")));
+    QVERIFY(stations.contains(QStringLiteral("address")));
     QCOMPARE(focusChain(&window), stations);
     velm.click(velm.controls().btn_search);
     QWidget *panel = velm.delegate().outlets.searchDevicesWindow;

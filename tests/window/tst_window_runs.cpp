@@ -64,6 +64,7 @@ void TestWindowRuns::aRun_leavesStopToPressAndTheImageToLookAt() {
     WindowFixture velm;
     velm.useTool(silentTool);
     velm.start();
+    velm.controls().findBar->find();
     QStringList enabled;
     QString elapsed;
     velm.whileBusy([&] {
@@ -79,10 +80,12 @@ void TestWindowRuns::aRun_leavesStopToPressAndTheImageToLookAt() {
         velm.click(velm.controls().btn_stop);
     });
     velm.click(velm.controls().btn_read);
-    // Looking around, which an address helps with, stays possible.
+    // Looking around, which searching for bytes helps with, stays possible.
     QCOMPARE(enabled, QStringList({QStringLiteral("Stop"), QStringLiteral("Next command"),
-                                   QStringLiteral("Copy command"), QStringLiteral("Go to address"),
-                                   QStringLiteral("Facts")}));
+                                   QStringLiteral("Copy command"), QStringLiteral("Facts"),
+                                   QStringLiteral("Find what"), QStringLiteral("Previous"),
+                                   QStringLiteral("Next"), QStringLiteral("Close find bar"),
+                                   QStringLiteral("Go to address")}));
     QCOMPARE(elapsed, QStringLiteral("0:00"));
     verifyAlive(velm);
     QCOMPARE(velm.controls().busy->text(), QString());
