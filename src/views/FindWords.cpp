@@ -50,7 +50,7 @@ QString troubleWords(const PatternTrouble &trouble) {
     case PatternTrouble::Kind::NoDigits:
         return Wording::tr("\u201c%1\u201d is not hexadecimal.").arg(trouble.part);
     case PatternTrouble::Kind::NoByte:
-        return Wording::tr("\u201c%1\u201d takes more than 8 bit.").arg(trouble.part);
+        return Wording::tr("\u201c%1\u201d takes more than 8 bits.").arg(trouble.part);
     case PatternTrouble::Kind::TooLong:
         break;
     }

@@ -274,7 +274,7 @@ void TestWindowFind::badPattern_saysWhy() {
     type(velm, QStringLiteral("3g"), hexadecimalChoice);
     QTRY_COMPARE(remark(velm), QStringLiteral("\u201c3g\u201d is not hexadecimal."));
     type(velm, QStringLiteral("3\u20ac"), textChoice);
-    QTRY_COMPARE(remark(velm), QStringLiteral("\u201c\u20ac\u201d takes more than 8 bit."));
+    QTRY_COMPARE(remark(velm), QStringLiteral("\u201c\u20ac\u201d takes more than 8 bits."));
     type(velm, QString(2000, u'1'), textChoice);
     QTRY_VERIFY(remark(velm).startsWith(QStringLiteral("More than 1")));
     type(velm, QStringLiteral("34"), hexadecimalChoice);
