@@ -6,6 +6,7 @@
 #include "ui_FindBar.h"
 
 #include <QAccessible>
+#include <QPaintEvent>
 #include <QSignalSpy>
 
 /// Searching for bytes in the image that is shown.
@@ -25,6 +26,7 @@ private slots:
     void badPattern_saysWhy();
     void notFound_isSaidAndNothingMoves();
     void edits_areFollowed();
+    void marks_areDrawnAnew();
     void anotherTab_isAnotherImage();
     void logicResults_haveNoBytes();
     void emptyImage_hasNoBytes();
@@ -41,6 +43,20 @@ namespace {
 constexpr int hexadecimalChoice = 0;
 constexpr int textChoice = 1;
 constexpr int text16Choice = 2;
+
+/// What of a widget has been painted.
+class PaintedRegion final : public QObject {
+public:
+    explicit PaintedRegion(QWidget &widget) { widget.installEventFilter(this); }
+
+    bool eventFilter(QObject *, QEvent *event) override {
+        if (event->type() == QEvent::Paint)
+            region += static_cast<QPaintEvent *>(event)->region();
+        return false;
+    }
+
+    QRegion region;
+};
 
 Ui::FindBar &bar(WindowFixture &velm) {
     return velm.controls().findBar->controls();
@@ -197,6 +213,9 @@ void TestWindowFind::steps_goFromHitToHitAndAround() {
     comesTo(8, QStringLiteral("3 of 3"), {});
     QTest::keyClick(what, Qt::Key_Return);
     comesTo(0, QStringLiteral("1 of 3"), QStringLiteral("Went on from the beginning."));
+    moveTo(velm, 1); // whoever went elsewhere knows
+    comesTo(1, QStringLiteral("3 hits"), {});
+    moveTo(velm, 0);
     QTest::keyClick(what, Qt::Key_Return, Qt::ShiftModifier);
     comesTo(8, QStringLiteral("3 of 3"), QStringLiteral("Went on from the end."));
     QTest::keyClick(what, Qt::Key_Return, Qt::ShiftModifier);
@@ -219,6 +238,11 @@ void TestWindowFind::steps_beginWhereTheCursorIs() {
     grid->setCurrentIndex(grid->model()->index(0, charactersColumn));
     velm.controls().findBar->findNext();
     QTRY_COMPARE(cursor(velm), 0);
+    type(velm, QStringLiteral("4?"), hexadecimalChoice); // 10 to 19
+    grid->setCurrentIndex(grid->model()->index(1, addressColumn));
+    velm.controls().findBar->findNext();
+    QTRY_COMPARE(cursor(velm), 16);
+    type(velm, QStringLiteral("3? 3?"), hexadecimalChoice);
     moveTo(velm, 5);
     velm.controls().findBar->findNext();
     QTRY_COMPARE(cursor(velm), 6);
@@ -311,6 +335,27 @@ void TestWindowFind::edits_areFollowed() {
     velm.delegate().edits().undo();
     QTRY_COMPARE(count(velm), QStringLiteral("1 hit"));
     QCOMPARE(marks(velm).left(16), QStringLiteral("^^.............."));
+}
+
+void TestWindowFind::marks_areDrawnAnew() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    moveTo(velm, 0);
+    velm.controls().findBar->find();
+    velm.settle();
+    GridView *grid = velm.controls().tableview;
+    PaintedRegion painted(*grid->viewport());
+    const QRect inLastRow = grid->visualRect(grid->model()->index(1, 1));
+    QVERIFY(!painted.region.contains(inLastRow));
+    bar(velm).what->setText(QStringLiteral("46 47"));
+    QTRY_VERIFY(painted.region.contains(inLastRow));
+    QTRY_COMPARE(count(velm), QStringLiteral("1 hit"));
+    velm.settle();
+    // A hit that begins in one row ends in the next.
+    painted.region = {};
+    grid->model()->setData(grid->model()->index(0, lastByteColumn), QStringLiteral("45"));
+    QTRY_COMPARE(count(velm), QStringLiteral("not found"));
+    QTRY_VERIFY(painted.region.contains(inLastRow));
 }
 
 void TestWindowFind::anotherTab_isAnotherImage() {
