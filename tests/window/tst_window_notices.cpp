@@ -105,8 +105,9 @@ void TestWindowNotices::refusedCopy_endsWithTheSelection() {
 void TestWindowNotices::refusedAddress_endsWithWhatItSpokeOf_data() {
     QTest::addColumn<Deed>("deed");
     const auto row = [](const char *name, Deed deed) { QTest::newRow(name) << std::move(deed); };
-    row("another text",
-        [](WindowFixture &velm) { QTest::keyClick(velm.controls().goToField, Qt::Key_1); });
+    row("another text", [](WindowFixture &velm) {
+        QTest::keyClick(&velm.controls().findBar->addressField(), Qt::Key_1);
+    });
     row("another tab", [](WindowFixture &velm) {
         velm.controls().tabview->selectTabViewItem(logicTabIdentifier());
     });
@@ -121,10 +122,10 @@ void TestWindowNotices::refusedAddress_endsWithWhatItSpokeOf() {
     QFETCH(Deed, deed);
     WindowFixture velm;
     showTwentyBytes(velm);
-    QLineEdit *field = velm.controls().goToField;
-    field->setFocus();
-    field->setText(QStringLiteral("14"));
-    QTest::keyClick(field, Qt::Key_Return);
+    velm.controls().findBar->findAddress();
+    QLineEdit &field = velm.controls().findBar->addressField();
+    field.setText(QStringLiteral("14"));
+    QTest::keyClick(&field, Qt::Key_Return);
     QVERIFY2(says(velm, "There is no byte at 14"), qPrintable(velm.message()));
     deed(velm);
     velm.settle();
