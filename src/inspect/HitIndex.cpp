@@ -59,38 +59,42 @@ qsizetype countOf(const Candidates &places, qsizetype from, qsizetype end) {
     return hits;
 }
 
+std::optional<qsizetype> firstOf(const Candidates &places, qsizetype from, qsizetype end) {
+    for (qsizetype offset = from; offset < end; ++offset)
+        if (places.isHit(offset))
+            return offset;
+    return std::nullopt;
+}
+
+std::optional<qsizetype> lastOf(const Candidates &places, qsizetype from, qsizetype end) {
+    for (qsizetype offset = end - 1; offset >= from; --offset)
+        if (places.isHit(offset))
+            return offset;
+    return std::nullopt;
+}
+
 } // namespace
 
 std::optional<qsizetype> firstHit(QByteArrayView image, const BytePattern &pattern, qsizetype from,
                                   qsizetype end) {
     const Candidates places(image, pattern, from, end);
     qsizetype offset = places.from();
-    while (offset < places.end()) {
-        const bool isLane = places.end() - offset >= lane;
-        const qsizetype stop = isLane ? offset + lane : places.end();
-        if (!isLane || places.inLane(offset) > 0)
-            for (qsizetype place = offset; place < stop; ++place)
-                if (places.isHit(place))
-                    return place;
-        offset = stop;
-    }
-    return std::nullopt;
+    for (; places.end() - offset >= lane; offset += lane)
+        if (places.inLane(offset) > 0)
+            if (const auto hit = firstOf(places, offset, offset + lane))
+                return hit;
+    return firstOf(places, offset, places.end());
 }
 
 std::optional<qsizetype> lastHit(QByteArrayView image, const BytePattern &pattern, qsizetype from,
                                  qsizetype end) {
     const Candidates places(image, pattern, from, end);
     qsizetype stop = places.end();
-    while (stop > places.from()) {
-        const bool isLane = stop - places.from() >= lane;
-        const qsizetype offset = isLane ? stop - lane : places.from();
-        if (!isLane || places.inLane(offset) > 0)
-            for (qsizetype place = stop - 1; place >= offset; --place)
-                if (places.isHit(place))
-                    return place;
-        stop = offset;
-    }
-    return std::nullopt;
+    for (; stop - places.from() >= lane; stop -= lane)
+        if (places.inLane(stop - lane) > 0)
+            if (const auto hit = lastOf(places, stop - lane, stop))
+                return hit;
+    return lastOf(places, places.from(), stop);
 }
 
 qsizetype hitsBetween(QByteArrayView image, const BytePattern &pattern, qsizetype from,
