@@ -31,6 +31,7 @@ constexpr Group groups[] = {
     {"facts", benchFacts},
     {"comparison", benchComparison},
     {"map", benchMap},
+    {"find", benchFind},
     {"grid", benchGrid},
     {"console", benchConsole},
     {"child", benchChild},

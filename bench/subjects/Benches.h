@@ -15,6 +15,8 @@ void benchSave(Table &table);
 void benchText(Table &table);
 /// Reading the checksums of an image.
 void benchFacts(Table &table);
+/// Searching an image for bytes.
+void benchFind(Table &table);
 /// Counting an image for its map, and the map beside the grid.
 void benchMap(Table &table);
 /// Comparing the data read with the data to burn.

@@ -103,6 +103,17 @@ QString stepName(const QString &text) {
     return text.isEmpty() ? AppDelegate::tr("edit") : text;
 }
 
+void fillFindEntries(MenuFiller &edit, FindBar &bar) {
+    edit.calls(AppDelegate::tr("&Find\u2026"), QKeySequence::Find, &bar, [&bar] { bar.find(); });
+    edit.calls(AppDelegate::tr("Find &next"), Qt::Key_F3, &bar, [&bar] { bar.findNext(); })
+        ->setAutoRepeat(true);
+    edit.calls(AppDelegate::tr("Find &previous"), QKeySequence(Qt::SHIFT | Qt::Key_F3), &bar,
+               [&bar] { bar.findPrevious(); })
+        ->setAutoRepeat(true);
+    edit.calls(AppDelegate::tr("&Go to address\u2026"), QKeySequence(Qt::CTRL | Qt::Key_G), &bar,
+               [&bar] { bar.findAddress(); });
+}
+
 QMenu *fillEditMenu(MainWindow &window, AppDelegate &delegate, const WorkState &work) {
     Ui::MainWindow &c = window.controls();
     MenuFiller edit(*window.menuBar(), AppDelegate::tr("&Edit"));
@@ -119,11 +130,7 @@ QMenu *fillEditMenu(MainWindow &window, AppDelegate &delegate, const WorkState &
     followHistory(redo, delegate.edits().history(), work, &QUndoStack::canRedoChanged,
                   &QUndoStack::canRedo);
     edit.menu()->addSeparator();
-    edit.calls(AppDelegate::tr("&Go to address"), QKeySequence(Qt::CTRL | Qt::Key_G), c.goToField,
-               [field = c.goToField] {
-                   field->setFocus(Qt::ShortcutFocusReason);
-                   field->selectAll();
-               });
+    fillFindEntries(edit, *c.findBar);
     return edit.menu();
 }
 
