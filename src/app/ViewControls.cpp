@@ -29,6 +29,7 @@ void ViewControls::addSize(QMenu &view, const QString &text, QKeySequence::Stand
 void ViewControls::addEntries(QMenu &view) {
     ConsoleView &console = *controls_.textView;
     console.visibleAction()->setShortcut(Qt::Key_F9);
+    console.visibleAction()->setAutoRepeat(false);
     view.addActions({console.visibleAction(), console.wrapAction()});
     view.addSeparator();
     view.setToolTipsVisible(true);

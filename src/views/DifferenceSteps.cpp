@@ -13,9 +13,9 @@
 DifferenceSteps::DifferenceSteps(GridView &grid, const ImageComparison &comparison,
                                  std::function<void(const QString &sentence)> say, QObject *parent)
     : QObject(parent), grid_(grid), comparison_(comparison), say_(std::move(say)) {
-    next_.setText(tr("&Next difference"));
+    next_.setText(tr("Ne&xt difference"));
     next_.setShortcut(Qt::ALT | Qt::Key_Down);
-    previous_.setText(tr("&Previous difference"));
+    previous_.setText(tr("Previous &difference"));
     previous_.setShortcut(Qt::ALT | Qt::Key_Up);
     connect(&next_, &QAction::triggered, this, [this] {
         step(&ImageComparison::nextFrom, -1, tr("From the end on to the first difference."));

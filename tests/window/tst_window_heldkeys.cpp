@@ -17,7 +17,7 @@ private slots:
     void heldKeyOfAButtonsLetter_isOnePress();
     void heldQuit_keepsTheEdits();
     void heldUndo_takesBackMore();
-    void menuEntriesWithAKey_doNotRepeat();
+    void menuEntriesWithAKey_repeatOnlyWhereAStepFollowsAStep();
 };
 
 namespace {
@@ -125,7 +125,7 @@ void TestWindowHeldKeys::heldUndo_takesBackMore() {
     QCOMPARE(*velm.state().output_data, QByteArray("zz23456789ABCDEFGHIJ"));
 }
 
-void TestWindowHeldKeys::menuEntriesWithAKey_doNotRepeat() {
+void TestWindowHeldKeys::menuEntriesWithAKey_repeatOnlyWhereAStepFollowsAStep() {
     WindowFixture velm;
     velm.start();
     QStringList repeating;
@@ -135,7 +135,9 @@ void TestWindowHeldKeys::menuEntriesWithAKey_doNotRepeat() {
                 repeating.append(entry->iconText());
     QCOMPARE(repeating,
              QStringList({QStringLiteral("Undo edit"), QStringLiteral("Redo edit"),
-                          QStringLiteral("Find next"), QStringLiteral("Find previous")}));
+                          QStringLiteral("Find next"), QStringLiteral("Find previous"),
+                          QStringLiteral("Next difference"), QStringLiteral("Previous difference"),
+                          QStringLiteral("Larger letters"), QStringLiteral("Smaller letters")}));
 }
 
 QTEST_MAIN(TestWindowHeldKeys)
