@@ -14,13 +14,13 @@
 #include "devices/UAStringManager.h"
 #include "devices/device_searcher.h"
 #include "settings/SettingsKeys.h"
+#include "widgets/FixedFont.h"
 #include "widgets/HeldKeys.h"
 #include "widgets/Icons.h"
 #include "widgets/KeyBinder.h"
 
 #include "ui_MainWindow.h"
 
-#include <QFontDatabase>
 #include <QItemSelectionModel>
 #include <QLocale>
 
@@ -213,7 +213,7 @@ void setAppearance(MainWindow &window) {
     setIcons(c, window.palette());
     QObject::connect(&window, &MainWindow::paletteChanged, &window,
                      [&window] { setIcons(window.controls(), window.palette()); });
-    const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    const QFont fixed = fixedFont();
     c.startAddTextField->setFont(fixed);
     describeWhileEmpty(c.readFileTextField);
     c.padToTextField->setFont(fixed);

@@ -10,10 +10,10 @@
 #include "grid/GridPainter.h"
 #include "grid/GridSteps.h"
 #include "grid/GridText.h"
+#include "widgets/FixedFont.h"
 #include "widgets/ViewPlace.h"
 
 #include <QClipboard>
-#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPaintEvent>
@@ -34,7 +34,7 @@ GridView::GridView(QWidget *parent)
     // Tab goes on to the next control: the way through millions of cells has no end.
     setTabKeyNavigation(false);
     setHorizontalScrollMode(ScrollPerPixel);
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    setFont(fixedFont());
     connect(header_, &QHeaderView::sectionResized, this, [this] {
         updateGeometries();
         viewport()->update();

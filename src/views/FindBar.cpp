@@ -4,12 +4,12 @@
 #include "views/FindBar.h"
 
 #include "grid/GridView.h"
+#include "widgets/FixedFont.h"
 #include "widgets/Icons.h"
 
 #include "ui_FindBar.h"
 
 #include <QAccessible>
-#include <QFontDatabase>
 #include <QKeyEvent>
 
 #include <chrono>
@@ -34,7 +34,7 @@ FindBar::FindBar(QWidget *parent)
     Ui::FindBar &c = *controls_;
     c.setupUi(this);
     setFocusProxy(c.what);
-    const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    const QFont fixed = fixedFont();
     c.what->setFont(fixed);
     c.address->setFont(fixed);
     c.what->installEventFilter(this);

@@ -3,11 +3,14 @@
 
 #include "support/Themes.h"
 #include "widgets/BusyIndicator.h"
+#include "widgets/FixedFont.h"
 #include "widgets/Icons.h"
 #include "widgets/TabView.h"
 
 #include <QAccessible>
 #include <QApplication>
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QLabel>
 #include <QProgressBar>
 #include <QSignalSpy>
@@ -37,6 +40,8 @@ private slots:
     void busy_showsHowFarItHasCome();
     void busy_saysThatNothingIsHeard();
     void busy_takesTheSameRoomAlways();
+    void fixedFont_isOneWhateverThePlatformNames_data();
+    void fixedFont_isOneWhateverThePlatformNames();
     void icons_areAllThere();
     void icons_followThePalette_data();
     void icons_followThePalette();
@@ -263,6 +268,23 @@ void TestSmallWidgets::icons_followThePalette() {
 
 void TestSmallWidgets::icons_unknownNameIsNull() {
     QVERIFY(themedIcon(u"unknown"_s, lightPalette()).isNull());
+}
+
+void TestSmallWidgets::fixedFont_isOneWhateverThePlatformNames_data() {
+    QTest::addColumn<QFont>("wanted");
+    QTest::newRow("the platform's") << QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    QTest::newRow("a proportional one") << QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+    QTest::newRow("one that is not there") << QFont(u"No Such Font"_s);
+}
+
+void TestSmallWidgets::fixedFont_isOneWhateverThePlatformNames() {
+    QFETCH(QFont, wanted);
+    wanted.setPointSize(17);
+    const QFont font = fixedFontInsteadOf(wanted);
+    QVERIFY(QFontInfo(font).fixedPitch());
+    QCOMPARE(font.pointSize(), 17);
+    const QFontMetrics metrics(font);
+    QCOMPARE(metrics.horizontalAdvance(u'i'), metrics.horizontalAdvance(u'W'));
 }
 
 QTEST_MAIN(TestSmallWidgets)
