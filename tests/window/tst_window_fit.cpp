@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QRadioButton>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -23,9 +24,12 @@ private slots:
     void nothing_isCut_data();
     void nothing_isCut();
     void sideColumn_showsAllOfItsWidth();
+    void grid_readsFromLeftToRightEverywhere();
+    void hexadecimal_hasNoDigitsOfAnotherScript();
 
 private:
     QFont font_;
+    QLocale locale_;
 };
 
 namespace {
@@ -75,10 +79,12 @@ QStringList cutIn(QWidget &window) {
 
 void TestWindowFit::init() {
     font_ = QApplication::font();
+    locale_ = QLocale();
 }
 
 void TestWindowFit::cleanup() {
     QApplication::setFont(font_);
+    QLocale::setDefault(locale_);
     QApplication::setLayoutDirection(Qt::LeftToRight);
 }
 
@@ -132,6 +138,39 @@ void TestWindowFit::sideColumn_showsAllOfItsWidth() {
     const QScrollArea *column = velm.controls().sideArea;
     QVERIFY(column->verticalScrollBar()->isVisible());
     QVERIFY(column->viewport()->width() >= column->widget()->minimumSizeHint().width());
+}
+
+void TestWindowFit::grid_readsFromLeftToRightEverywhere() {
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    WindowFixture velm;
+    velm.start();
+    velm.click(velm.controls().btn_read);
+    velm.settle();
+    const GridView *grid = velm.controls().tableview;
+    const auto left = [grid](int column) {
+        return grid->visualRect(grid->model()->index(0, column)).left();
+    };
+    for (int column = 1; column < grid->model()->columnCount(); ++column)
+        QVERIFY(left(column) > left(column - 1));
+    QVERIFY(velm.controls().optionsBox->mapToGlobal(QPoint()).x() >
+            grid->mapToGlobal(QPoint()).x());
+}
+
+void TestWindowFit::hexadecimal_hasNoDigitsOfAnotherScript() {
+    QLocale::setDefault(QLocale(QLocale::Arabic, QLocale::Egypt));
+    WindowFixture velm;
+    velm.start();
+    velm.click(velm.controls().btn_read);
+    velm.settle();
+    velm.controls().tableview->showAddress(0x1234);
+    const QRegularExpression crc(QStringLiteral("CRC-32 [0-9A-F]{8}, sum [0-9A-F]{4}"));
+    QTRY_VERIFY(velm.controls().factsLine->wholeText().contains(crc));
+    QTRY_VERIFY2(velm.controls().factsLine->wholeText().contains(QStringLiteral("at 1234: 0x")),
+                 qPrintable(velm.controls().factsLine->wholeText()));
+    const QRegularExpression row(QStringLiteral("^[0-9A-F]{4}( [0-9A-F]{2}){16} "));
+    QVERIFY(velm.row(0x123).contains(row));
+    QVERIFY(velm.controls().imageMap->valueWords().contains(
+        QRegularExpression(QStringLiteral("0x[0-9A-F]+ of 0x[0-9A-F]+"))));
 }
 
 QTEST_MAIN(TestWindowFit)
