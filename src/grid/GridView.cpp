@@ -152,7 +152,11 @@ QString GridView::shownHint() const {
 void GridView::paintHint(QPainter &painter) const {
     const int top = rows() * rowHeight_;
     const QRect room = viewport()->rect().adjusted(rowHeight_, top, -rowHeight_, 0);
-    painter.setFont(parentWidget() ? parentWidget()->font() : font());
+    // All of it said: what a font leaves open the painter takes from the grid's fixed one.
+    QFont words = QGuiApplication::font();
+    words.setFamily(words.family());
+    words.setPointSizeF(words.pointSizeF());
+    painter.setFont(words);
     painter.setPen(palette().color(QPalette::Text));
     painter.drawText(room, int(Qt::AlignCenter) | int(Qt::TextWordWrap), shownHint());
 }
