@@ -12,6 +12,7 @@
 #include "settings/SettingsStore.h"
 #include "tool/Console.h"
 #include "tool/ResultsFile.h"
+#include "tool/UserShell.h"
 
 #include <QEventLoop>
 #include <QPointer>
@@ -36,12 +37,6 @@ constexpr std::chrono::seconds graceAfterClosing(2);
 constexpr qsizetype largestCollectedOutput =
     qsizetype(256) * 1024 * 1024 / qsizetype(sizeof(QChar));
 
-std::optional<QString> userShell() {
-    if (!qEnvironmentVariableIsSet("SHELL"))
-        return std::nullopt;
-    return qEnvironmentVariable("SHELL");
-}
-
 QString printed(const std::optional<QString> &value) {
     return value.value_or(QStringLiteral("(null)"));
 }
@@ -53,10 +48,6 @@ QString tailOf(const QString &text) {
         tail.remove(0, 1);
     tail.squeeze();
     return tail;
-}
-
-QStringList shellArguments(const QString &command) {
-    return {QStringLiteral("-l"), QStringLiteral("-c"), command};
 }
 
 } // namespace

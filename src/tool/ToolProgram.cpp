@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "tool/ToolProgram.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStringList>
+
+#include <algorithm>
+
+namespace {
+
+constexpr QChar quote = u'\'';
+
+bool isMoreThanItself(QChar character) {
+    static constexpr QStringView specials(u"\"$`\\;&|<>()*?[]{}#!=~");
+    return character.isSpace() || character.category() == QChar::Other_Control ||
+           specials.contains(character);
+}
+
+/// \a path with the home folder for a leading "~/", which the shell knows outside quotes alone.
+QString withHome(const QString &path) {
+    return path.startsWith(QLatin1String("~/")) ? QDir::homePath() + path.sliced(1) : path;
+}
+
+} // namespace
+
+std::optional<QString> programOf(const QString &tool) {
+    const QStringList pieces = withHome(tool.trimmed()).split(quote);
+    const bool isOpenAtTheEnd = pieces.size() % 2 == 0;
+    // What stands at an odd place is quoted.
+    for (qsizetype i = 0; i < pieces.size(); i += 2)
+        if (std::any_of(pieces[i].begin(), pieces[i].end(), isMoreThanItself))
+            return std::nullopt;
+    const QString program = pieces.join(QString());
+    return isOpenAtTheEnd || program.isEmpty() ? std::nullopt : std::optional(program);
+}
+
+bool isKnownToBeMissing(const QString &tool) {
+    const std::optional<QString> program = programOf(tool);
+    if (!program || !QDir::isAbsolutePath(*program))
+        return false;
+    const QFileInfo file(*program);
+    return !file.isFile() || !file.isExecutable();
+}

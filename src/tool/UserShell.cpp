@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "tool/UserShell.h"
+
+#include <QtGlobal>
+
+std::optional<QString> userShell() {
+    if (!qEnvironmentVariableIsSet("SHELL"))
+        return std::nullopt;
+    return qEnvironmentVariable("SHELL");
+}
+
+QStringList shellArguments(const QString &command) {
+    return {QStringLiteral("-l"), QStringLiteral("-c"), command};
+}
