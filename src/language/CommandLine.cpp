@@ -108,6 +108,16 @@ QString catalogueCommand(const QString &tool, const QString &term, const QString
     return tool + QStringLiteral(" -L ") + shellWord(term) + QStringLiteral(" > ") + quoted(path);
 }
 
+// Nobody knows which programmer it will be, and what a device has does not hang on it: only whether
+// the tool lists it. The first model's list is the longest; a T76 is known to newer tools alone.
+QString descriptionCommand(const QString &tool, const QString &device) {
+    QStringList attempts;
+    for (const char *model : {"tl866ii", "t48", "t56", "tl866a"})
+        attempts.append(tool + QStringLiteral(" -q ") + QLatin1String(model) +
+                        QStringLiteral(" -d ") + shellWord(device));
+    return attempts.join(QStringLiteral(" || "));
+}
+
 QString shellWord(const QString &term) {
     if (!term.isEmpty() && std::all_of(term.begin(), term.end(), isPlainInShell))
         return term;

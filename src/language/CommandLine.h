@@ -49,6 +49,9 @@ QString oddCharactersInCatalogue(const QString &tool, const QString &path);
 /// The command string that leaves the names of the devices matching \a term in the file \a path.
 QString catalogueCommand(const QString &tool, const QString &term, const QString &path);
 
+/// The command string that has the tool describe \a device without a programmer.
+QString descriptionCommand(const QString &tool, const QString &device);
+
 /// \a term as one word of a shell command: as it stands if it is made of ASCII letters, digits
 /// and @ . _ + - / : = alone, else in single quotes.
 QString shellWord(const QString &term);

@@ -21,6 +21,7 @@ private slots:
     void oddCharacters_areThoseThatTheShellTakes();
     void oddCharacters_inACatalogueAreThoseOfToolAndPath();
     void catalogueCommand_redirectsIntoTheQuotedPath();
+    void descriptionCommand_asksForOneModelAfterTheOther();
     void shellWord_quotesWhatTheShellWouldTreatSpecially_data();
     void shellWord_quotesWhatTheShellWouldTreatSpecially();
     void toolSettings_areReadAtTheMomentOfTheCall();
@@ -157,6 +158,14 @@ void TestCommandLine::catalogueCommand_redirectsIntoTheQuotedPath() {
     QCOMPARE(catalogueCommand(QStringLiteral("/opt/minipro"), QStringLiteral("27C"),
                               QStringLiteral("/my files/sr.bin")),
              QStringLiteral("/opt/minipro -L 27C > \"/my files/sr.bin\""));
+}
+
+void TestCommandLine::descriptionCommand_asksForOneModelAfterTheOther() {
+    QCOMPARE(descriptionCommand(QStringLiteral("'/my tools/minipro'"), QStringLiteral("A*B")),
+             QStringLiteral("'/my tools/minipro' -q tl866ii -d 'A*B' || "
+                            "'/my tools/minipro' -q t48 -d 'A*B' || "
+                            "'/my tools/minipro' -q t56 -d 'A*B' || "
+                            "'/my tools/minipro' -q tl866a -d 'A*B'"));
 }
 
 void TestCommandLine::shellWord_quotesWhatTheShellWouldTreatSpecially_data() {
