@@ -40,6 +40,7 @@ void RunControls::setBusy(bool busy) {
                                               c.dButton,
                                               c.btn_add_favourite,
                                               c.btn_remove_favourite,
+                                              c.btn_pad_to_chip,
                                               c.btn_read,
                                               c.btn_verify,
                                               c.btn_write,

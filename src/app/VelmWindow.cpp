@@ -48,6 +48,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
       searchPanel_(searcher_, &window_),
       delegate_({surroundings.settings, toolTrust_, surroundings.log, queue_, surroundings.beep,
                  work_, messages_, gate_, files_, surroundings.mayUseFolder}),
+      chipInquiry_({surroundings.settings, toolTrust_, work_}),
       nextSteps_({window_, delegate_, surroundings.settings, files_, gate_}),
       verdictLine_(runLog_, messages_, [this] { return shownNow(); }),
       progressView_(*window_.controls().busy),

@@ -13,6 +13,7 @@
 #include "control/Messages.h"
 #include "control/UserFiles.h"
 #include "control/VerdictLine.h"
+#include "devices/ChipInquiry.h"
 #include "devices/DeviceSearchPanel.h"
 #include "devices/UAStringManager.h"
 #include "devices/device_searcher.h"
@@ -93,6 +94,7 @@ private:
     device_searcher searcher_;
     DeviceSearchPanel searchPanel_;
     AppDelegate delegate_;
+    ChipInquiry chipInquiry_;
     RunLog runLog_;
     NextStepButtons nextSteps_;
     VerdictLine verdictLine_;

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "app/ChipWiring.h"
+
+#include "app/MainWindow.h"
+#include "app/NextStepButtons.h"
+#include "control/AppDelegate.h"
+#include "devices/ChipInquiry.h"
+#include "devices/ImageFit.h"
+
+#include "ui_MainWindow.h"
+
+void wireChip(MainWindow &window, AppDelegate &delegate, ChipInquiry &inquiry,
+              const NextStepButtons &steps) {
+    Ui::MainWindow &c = window.controls();
+    const auto fit = [&delegate, &inquiry] {
+        return fitOf(delegate.state().output_data, inquiry.known());
+    };
+    const auto show = [&c, &inquiry, fit] {
+        const std::optional<ImageFit> now = fit();
+        c.chipFacts->say(inquiry.known(), now);
+        c.btn_pad_to_chip->setVisible(now && now->padTo);
+    };
+    QObject::connect(&inquiry, &ChipInquiry::changed, c.chipFacts, show);
+    QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, c.chipFacts, show);
+    QObject::connect(c.btn_pad_to_chip, &QToolButton::clicked, &delegate, [fit, &steps] {
+        const std::optional<ImageFit> now = fit();
+        if (now && now->padTo)
+            steps.buttonFor(nextSteps::PadTo{*now->padTo}).run();
+    });
+}

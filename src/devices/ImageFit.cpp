@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "devices/ImageFit.h"
+
+#include "language/ImageEncoding.h"
+
+namespace {
+
+constexpr qint64 kibibyte = 1024;
+
+std::optional<qint64> lengthFor(const DeviceAnswer &answer) {
+    const auto *description = std::get_if<DeviceDescription>(&answer);
+    return description ? description->imageLength() : std::nullopt;
+}
+
+} // namespace
+
+std::optional<ImageFit> fitOf(const ByteBuffer &image, const DeviceAnswer &answer) {
+    const std::optional<qint64> needed = lengthFor(answer);
+    const qint64 length = lengthOf(image);
+    if (!needed || length == 0 || encodingForTool(*image) != ImageEncoding::Raw)
+        return std::nullopt;
+    const bool canBePadded = length < *needed && *needed % kibibyte == 0 && *needed <= largestImage;
+    return ImageFit{length - *needed,
+                    canBePadded ? std::optional(*needed / kibibyte) : std::nullopt};
+}

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "views/ChipFacts.h"
+
+#include "views/ChipFactsWords.h"
+#include "widgets/PlainToolTip.h"
+
+namespace {
+
+QString joined(QStringList pieces, const QString &separator) {
+    pieces.removeAll(QString());
+    return pieces.join(separator);
+}
+
+} // namespace
+
+ChipFacts::ChipFacts(QWidget *parent) : QLineEdit(parent) {
+    setReadOnly(true);
+    setFrame(false);
+    QPalette seeThrough;
+    seeThrough.setBrush(QPalette::Base, Qt::NoBrush);
+    setPalette(seeThrough);
+}
+
+void ChipFacts::say(const DeviceAnswer &answer, const std::optional<ImageFit> &fit) {
+    const QString words = joined({chipWords(answer), fitWords(fit)}, QStringLiteral(" \u00b7 "));
+    setPlainToolTip(*this, joined({words, programmersWords(answer)}, QStringLiteral("\n")));
+    if (words == text())
+        return;
+    setText(words);
+    setCursorPosition(0);
+}

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "devices/DeviceDescription.h"
+#include "devices/ImageFit.h"
+
+#include <QLineEdit>
+
+/// What the tool knows of the device, in one line beside the field: it can be selected, and is
+/// empty where nothing is known. The tool tip has all of it.
+class ChipFacts final : public QLineEdit {
+    Q_OBJECT
+
+public:
+    explicit ChipFacts(QWidget *parent = nullptr);
+
+    /// Says what \a answer is, and how the data to burn fit.
+    void say(const DeviceAnswer &answer, const std::optional<ImageFit> &fit);
+};

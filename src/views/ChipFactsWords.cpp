@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "views/ChipFactsWords.h"
+
+#include "devices/ShownName.h"
+#include "language/RunRemarks.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+namespace {
+
+class Wording {
+    Q_DECLARE_TR_FUNCTIONS(ChipFactsWords)
+
+public:
+    static QString bytes(const QString &count) { return tr("%1 bytes").arg(count); }
+
+    static QString sizeOf(const MemorySection &section) {
+        const QString count = grouped(section.count);
+        switch (section.unit) {
+        case MemorySection::Unit::Bytes:
+            return bytes(count);
+        case MemorySection::Unit::Words:
+            return tr("%1 bytes (%2 words)").arg(grouped(*section.bytes()), count);
+        case MemorySection::Unit::Bits:
+            break;
+        }
+        return tr("%1 bits").arg(count);
+    }
+
+    static QString sizeOf(const QList<MemorySection> &sections) {
+        QStringList sizes;
+        for (const MemorySection &section : sections)
+            sizes.append(sizeOf(section));
+        return sizes.join(QStringLiteral(" + "));
+    }
+
+    /// The tool names an adapter by the picture of it that another program has.
+    static QString package(const QString &words) {
+        return words.endsWith(QLatin1String(".JPG")) ? tr("in an adapter") : shownName(words);
+    }
+
+    QString operator()(std::monostate) const { return {}; }
+    QString operator()(const UnknownDevice &) const {
+        return tr("The tool knows no device of this name.");
+    }
+    QString operator()(const DeviceDescription &chip) const {
+        QStringList pieces = {chip.vectors ? tr("logic IC") : sizeOf(chip.sections),
+                              package(chip.package)};
+        if (chip.vectors)
+            pieces << (*chip.vectors == 1 ? tr("1 vector")
+                                          : tr("%1 vectors").arg(grouped(*chip.vectors)));
+        pieces.removeAll(QString());
+        return pieces.join(QStringLiteral(", "));
+    }
+};
+
+} // namespace
+
+QString chipWords(const DeviceAnswer &answer) {
+    return std::visit(Wording(), answer);
+}
+
+QString fitWords(const std::optional<ImageFit> &fit) {
+    if (!fit || fit->excess == 0)
+        return {};
+    const QString count = grouped(qAbs(fit->excess));
+    return fit->excess > 0 ? Wording::tr("data to burn %1 too long").arg(count)
+                           : Wording::tr("data to burn %1 shorter").arg(count);
+}
+
+QString programmersWords(const DeviceAnswer &answer) {
+    const auto *chip = std::get_if<DeviceDescription>(&answer);
+    return chip && !chip->programmers.isEmpty()
+               ? Wording::tr("Programmers: %1").arg(shownName(chip->programmers))
+               : QString();
+}
