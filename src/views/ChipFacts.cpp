@@ -8,6 +8,13 @@
 
 namespace {
 
+/// What the field keeps free on both sides of its text; in pixels.
+constexpr int innerMargins = 8;
+/// As in "262,144 bytes, DIP32 · data too long by 262,144"; there is always room for the first
+/// part.
+constexpr int usualLetters = 46;
+constexpr int leastLetters = 20;
+
 QString joined(QStringList pieces, const QString &separator) {
     pieces.removeAll(QString());
     return pieces.join(separator);
@@ -30,4 +37,14 @@ void ChipFacts::say(const DeviceAnswer &answer, const std::optional<ImageFit> &f
         return;
     setText(words);
     setCursorPosition(0);
+}
+
+QSize ChipFacts::sizeHint() const {
+    return {usualLetters * fontMetrics().averageCharWidth() + innerMargins,
+            QLineEdit::sizeHint().height()};
+}
+
+QSize ChipFacts::minimumSizeHint() const {
+    return {leastLetters * fontMetrics().averageCharWidth() + innerMargins,
+            QLineEdit::minimumSizeHint().height()};
 }

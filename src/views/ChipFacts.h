@@ -9,7 +9,8 @@
 #include <QLineEdit>
 
 /// What the tool knows of the device, in one line beside the field: it can be selected, and is
-/// empty where nothing is known. The tool tip has all of it.
+/// empty where nothing is known. The tool tip has all of it. The room that it asks for does not
+/// hang on what it says: the field beside it must not change its size under what is being typed.
 class ChipFacts final : public QLineEdit {
     Q_OBJECT
 
@@ -18,4 +19,7 @@ public:
 
     /// Says what \a answer is, and how the data to burn fit.
     void say(const DeviceAnswer &answer, const std::optional<ImageFit> &fit);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 };

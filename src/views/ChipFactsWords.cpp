@@ -67,8 +67,8 @@ QString fitWords(const std::optional<ImageFit> &fit) {
     if (!fit || fit->excess == 0)
         return {};
     const QString count = grouped(qAbs(fit->excess));
-    return fit->excess > 0 ? Wording::tr("data to burn %1 too long").arg(count)
-                           : Wording::tr("data to burn %1 shorter").arg(count);
+    return fit->excess > 0 ? Wording::tr("data too long by %1").arg(count)
+                           : Wording::tr("data shorter by %1").arg(count);
 }
 
 QString programmersWords(const DeviceAnswer &answer) {

@@ -33,6 +33,7 @@ private slots:
     void dataToBurn_areComparedWithTheChip();
     void padToTheChip_isOnePress();
     void padToTheChip_isOffDuringARun();
+    void smallWindow_hasRoomForSizeAndPackage();
     void assistiveTechnology_findsBoth();
 };
 
@@ -244,10 +245,10 @@ void TestWindowChip::dataToBurn_areComparedWithTheChip_data() {
     QTest::addColumn<bool>("offersToPad");
     const QString at28c256 = QStringLiteral("AT28C256");
     const auto longer = [](int count) {
-        return QStringLiteral(" \u00b7 data to burn %1 too long").arg(grouped(count));
+        return QStringLiteral(" \u00b7 data too long by %1").arg(grouped(count));
     };
     const auto shorter = [](int count) {
-        return QStringLiteral(" \u00b7 data to burn %1 shorter").arg(grouped(count));
+        return QStringLiteral(" \u00b7 data shorter by %1").arg(grouped(count));
     };
     QTest::newRow("equal") << at28c256 << QByteArray(32768, 'x') << QString() << false;
     QTest::newRow("longer") << at28c256 << QByteArray(40000, 'x') << longer(7232) << false;
@@ -305,6 +306,27 @@ void TestWindowChip::padToTheChip_isOffDuringARun() {
     velm.click(velm.controls().btn_read);
     QCOMPARE(velm.state().output_data->size(), 5);
     QVERIFY(pad->isEnabled());
+}
+
+void TestWindowChip::smallWindow_hasRoomForSizeAndPackage() {
+    WindowFixture velm;
+    velm.settings().setValue(settingsKeys::binary, velm.write(QStringLiteral("rom.bin"), "bytes"));
+    velm.start();
+    velm.velm().window().resize(1024, 700);
+    const ChipFacts *line = velm.controls().chipFacts;
+    const auto fits = [line](const QString &words) {
+        return line->fontMetrics().horizontalAdvance(words) < line->width();
+    };
+    QTRY_VERIFY(velm.controls().btn_pad_to_chip->isVisible());
+    velm.settle();
+    QCOMPARE(velm.velm().window().width(), 1024);
+    QVERIFY(facts(velm).startsWith(bytesIn(65536, QStringLiteral("DIP28"))));
+    QVERIFY(fits(bytesIn(65536, QStringLiteral("DIP28"))));
+    velm.settings().setValue(settingsKeys::device, QStringLiteral("27C"));
+    QTRY_COMPARE(facts(velm), unknownDevice);
+    velm.settle();
+    QVERIFY(fits(unknownDevice));
+    QCOMPARE(line->cursorPosition(), 0);
 }
 
 void TestWindowChip::assistiveTechnology_findsBoth() {
