@@ -5,6 +5,7 @@
 
 #include "app/ComparisonWiring.h"
 #include "app/FactsWiring.h"
+#include "app/ToolAtStart.h"
 #include "app/WindowMenus.h"
 #include "app/WindowWiring.h"
 #include "files/FileStamp.h"
@@ -82,6 +83,7 @@ bool VelmWindow::start() {
     // It may have been missing until now, and another start with it.
     if (mayUseFolder_ && !mayUseFolder_())
         return false;
+    lookForTool(*this, settings_, messages_, nextSteps_);
     restoreWindow();
     window_.show();
     return true;

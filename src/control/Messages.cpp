@@ -48,6 +48,7 @@ constexpr std::array rules = {
     Rule{Topic::Address, warning, warning, Event::AddressChanged},
     Rule{Topic::Differences, information, information, Event::RowsSelected, Event::ImageChanged},
     Rule{Topic::Device, warning, warning, Event::DeviceChanged},
+    Rule{Topic::Tool, warning, warning, Event::ToolChanged, Event::RunBegan},
     Rule{Topic::Favourites, information, information, {}},
     Rule{Topic::Console, information, information, Event::ConsoleCleared},
     Rule{Topic::Settings, warning, problem, Event::SettingsSaved},

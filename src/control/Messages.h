@@ -29,6 +29,7 @@ enum class Topic {
     Address,         ///< an address that cannot be gone to
     Differences,     ///< what a step to a difference came to
     Device,          ///< a mark in the device's name
+    Tool,            ///< a programmer tool that is missing
     Favourites,      ///< what became of a favourite
     Console,         ///< text that the console has dropped
     Settings,        ///< settings that were damaged, or are not saved
@@ -46,6 +47,7 @@ enum class Event {
     SavingBegan,    ///< a file of the user's is about to be chosen
     SettingsSaved,  ///< settings that could not be saved before
     DeviceChanged,  ///< the device's name
+    ToolChanged,    ///< the programmer tool is another one
     RowsSelected,   ///< other rows than before, or of another content
     AddressChanged, ///< the address to go to
     ConsoleCleared,

@@ -24,10 +24,11 @@ const QString warning = QStringLiteral("Warning: ");
 const QString problem = QStringLiteral("Problem: ");
 const QString plain; // information has no word before it
 
-const QList<Event> everything = {Event::RunBegan,     Event::WorkEnded,      Event::BytesRead,
-                                 Event::ImageChanged, Event::ImageHasBytes,  Event::BinaryLoading,
-                                 Event::SavingBegan,  Event::SettingsSaved,  Event::DeviceChanged,
-                                 Event::RowsSelected, Event::AddressChanged, Event::ConsoleCleared};
+const QList<Event> everything = {Event::RunBegan,      Event::WorkEnded,     Event::BytesRead,
+                                 Event::ImageChanged,  Event::ImageHasBytes, Event::BinaryLoading,
+                                 Event::SavingBegan,   Event::SettingsSaved, Event::DeviceChanged,
+                                 Event::ToolChanged,   Event::RowsSelected,  Event::AddressChanged,
+                                 Event::ConsoleCleared};
 
 constexpr Topic lastTopic = Topic::SettingsNotRead;
 
@@ -91,6 +92,11 @@ const QList<Expectation> expectations = {
      warning,
      warning,
      {Event::DeviceChanged}},
+    {"a tool that is missing, until it is another one or has been tried",
+     Topic::Tool,
+     warning,
+     warning,
+     {Event::ToolChanged, Event::RunBegan}},
     {"a favourite came or went", Topic::Favourites, plain, plain, {}},
     {"text was dropped, until all of it is", Topic::Console, plain, plain, {Event::ConsoleCleared}},
     {"unsaved settings, until they are saved",
