@@ -3,13 +3,16 @@
 
 #pragma once
 
+#include "devices/NameFilter.h"
+
 #include <QAbstractListModel>
+#include <QList>
 
 class device_searcher;
 
 /// The names that a device_searcher shows, as an item model: whole to whoever takes one, as
-/// shownName() has them in tool tips and to assistive technology. The number of rows is what it was
-/// at the last reload.
+/// shownName() has them in tool tips and to assistive technology. The rows are those of the names
+/// that pass the filter, as they were at the last reload.
 class DeviceListModel final : public QAbstractListModel {
     Q_OBJECT
 
@@ -18,11 +21,18 @@ public:
 
     /// Takes the names anew; nothing is selected afterwards.
     void reloadData();
+    /// Shows the names that pass \a filter alone; nothing is selected afterwards.
+    void setFilter(const NameFilter &filter);
+    /// Which of the searcher's names stands in \a row.
+    qsizetype nameInRow(int row) const { return shown_.at(row); }
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
 
 private:
+    QString name(qint64 row) const;
+
     device_searcher &searcher_;
-    int rows_ = 0;
+    NameFilter filter_;
+    QList<qsizetype> shown_;
 };

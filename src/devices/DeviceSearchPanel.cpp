@@ -23,6 +23,7 @@ DeviceSearchPanel::DeviceSearchPanel(device_searcher &searcher, QWidget *parent)
     c.devicesearchterm->installEventFilter(this);
     connect(c.devicesearchterm, &QLineEdit::returnPressed, &searcher,
             [this] { searcher_.list(controls_->devicesearchterm); });
+    connect(c.filterField, &QLineEdit::textChanged, &searcher, &device_searcher::filter);
     connect(c.searchButton, &QPushButton::clicked, &searcher,
             [this] { searcher_.list(controls_->searchButton); });
     connect(c.stopButton, &QPushButton::clicked, &searcher, &device_searcher::stop);
@@ -50,6 +51,7 @@ void DeviceSearchPanel::showEvent(QShowEvent *event) {
     controls_->devicesearchterm->selectAll();
     controls_->devicesearchterm->setFocus(Qt::OtherFocusReason);
     if (!event->spontaneous()) {
+        controls_->filterField->clear();
         controls_->remarkLabel->setText(whatToDo_);
         searcher_.forgetQuestion();
     }
@@ -67,11 +69,17 @@ bool DeviceSearchPanel::eventFilter(QObject *field, QEvent *event) {
 // What the field makes nothing of comes here.
 void DeviceSearchPanel::keyPressEvent(QKeyEvent *event) {
     const Ui::DeviceSearchPanel &c = *controls_;
-    const bool hasNames = c.tableview->isEnabled() && c.tableview->model()->rowCount() > 0;
-    if (event->key() == Qt::Key_Down && c.devicesearchterm->hasFocus() && hasNames)
-        c.tableview->selectFirst();
-    else
+    const bool isInField = c.devicesearchterm->hasFocus() || c.filterField->hasFocus();
+    if (event->key() != Qt::Key_Down || !isInField || !enterList())
         QDialog::keyPressEvent(event);
+}
+
+bool DeviceSearchPanel::enterList() {
+    DeviceListView *list = controls_->tableview;
+    const bool hasNames = list->isEnabled() && list->model()->rowCount() > 0;
+    if (hasNames)
+        list->selectFirst();
+    return hasNames;
 }
 
 void DeviceSearchPanel::setSearching(bool searching) {

@@ -17,9 +17,10 @@ class DeviceSearchPanel;
 
 /// The window of the device search: a term, a list and two buttons. What the buttons do is
 /// connected by whoever shows the panel; ending the panel in any other way than by OK is a Cancel
-/// and also ends a search in progress. Down leads from the term to the first name of the list.
-/// Shown anew, the panel still has its list, but says what to do: what was said of the search
-/// before may no longer be true.
+/// and also ends a search in progress. What is typed into the filter leaves fewer names in sight.
+/// Down leads from the term and from the filter to the first name of the list. Shown anew, the
+/// panel still has its whole list, but says what to do: what was said of the search before may no
+/// longer be true.
 class DeviceSearchPanel final : public QDialog {
     Q_OBJECT
 
@@ -41,6 +42,7 @@ protected:
 
 private:
     void setSearching(bool searching);
+    bool enterList();
 
     device_searcher &searcher_;
     std::unique_ptr<Ui::DeviceSearchPanel> controls_;

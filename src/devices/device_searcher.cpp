@@ -12,6 +12,7 @@
 #include "files/FileLoading.h"
 #include "language/CommandDoubt.h"
 #include "language/CommandLine.h"
+#include "language/RunRemarks.h"
 #include "language/SearchOutcome.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
@@ -171,14 +172,28 @@ void device_searcher::remarkOnResults(const ScriptedMiniPro &run,
     RunFacts facts = run.facts();
     facts.programmers = pluggedProgrammers();
     outcome_ = judgeSearch({facts, devices});
-    say(outcome_);
+    sayOutcome();
+}
+
+// What is out of sight is said, or a list that the filter leaves empty would look like no list.
+void device_searcher::sayOutcome() {
+    const int shown = model_->rowCount();
+    const bool isWhole = quint64(shown) == numberOfRowsInTableView(tableview);
+    say(isWhole ? outcome_
+                : joined(outcome_, tr("%1 of them pass the filter.").arg(grouped(shown))));
+}
+
+void device_searcher::filter(const QString &typed) {
+    model_->setFilter(NameFilter(typed));
+    if (!isSearching() && dataArray)
+        sayOutcome();
 }
 
 std::optional<QString> device_searcher::selectedItem(QObject *) const {
     const QModelIndexList selected = tableview->selectionModel()->selectedRows();
     if (selected.isEmpty())
         return std::nullopt;
-    return dataArray->at(selected.first().row());
+    return dataArray->at(model_->nameInRow(selected.first().row()));
 }
 
 void device_searcher::confirmSelection() {
@@ -189,7 +204,7 @@ void device_searcher::confirmSelection() {
     say(tr("Select a device first."));
     connect(
         tableview->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-        [this] { say(outcome_); }, Qt::SingleShotConnection);
+        [this] { sayOutcome(); }, Qt::SingleShotConnection);
 }
 
 void device_searcher::doubleClick(QObject *) {

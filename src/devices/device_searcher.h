@@ -53,6 +53,8 @@ public:
     /// shown in a remark and run when the same search is asked for again; once let run, such a
     /// tool is not asked about any more.
     void list(QObject *sender);
+    /// Leaves those of the listed names in sight that hold every word of \a typed.
+    void filter(const QString &typed);
     /// What was asked is no longer to be seen: the next search is a first one.
     void forgetQuestion() { press_.forget(); }
     /// Ends the search in progress, if any; what was listed until then is shown.
@@ -82,6 +84,7 @@ signals:
 
 private:
     void say(const QString &sentence);
+    void sayOutcome();
     bool asksFirst(const QString &term);
     void runSearch(ScriptedMiniPro &run, const QString &term);
     Result<qsizetype> takeResults();

@@ -16,6 +16,7 @@ struct Panel {
     explicit Panel(WindowFixture &velm)
         : dialog(velm.delegate().outlets.searchDevicesWindow),
           term(dialog->findChild<QLineEdit *>(QStringLiteral("devicesearchterm"))),
+          filter(dialog->findChild<QLineEdit *>(QStringLiteral("filterField"))),
           list(dialog->findChild<DeviceListView *>(QStringLiteral("tableview"))),
           search(dialog->findChild<QPushButton *>(QStringLiteral("searchButton"))),
           stop(dialog->findChild<QPushButton *>(QStringLiteral("stopButton"))),
@@ -39,6 +40,7 @@ struct Panel {
 
     QDialog *dialog;
     QLineEdit *term;
+    QLineEdit *filter;
     DeviceListView *list;
     QPushButton *search;
     QPushButton *stop;
