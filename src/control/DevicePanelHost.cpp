@@ -7,6 +7,7 @@
 #include "control/ActionGate.h"
 #include "control/AppDelegateOutlets.h"
 #include "control/Messages.h"
+#include "devices/CustomMark.h"
 #include "devices/ShownName.h"
 #include "devices/device_searcher.h"
 #include "settings/SettingsKeys.h"
@@ -19,7 +20,6 @@ namespace {
 
 constexpr int confirmed = 1;
 constexpr int cancelled = 0;
-const QString customSuffix = QStringLiteral("(custom)");
 
 } // namespace
 
@@ -68,12 +68,11 @@ void DevicePanelHost::sayTooLong(qsizetype length) {
                                      .arg(QLocale().toString(length)));
 }
 
-// The tool marks a user's own devices in its list with a suffix that is no part of their names.
 void DevicePanelHost::offerToRemoveCustomSuffix(const QString &name) {
     messages_.happened(Event::DeviceChanged);
-    if (!name.endsWith(customSuffix))
+    const QString plain = withoutCustomMark(name);
+    if (plain == name)
         return;
-    const QString plain = name.chopped(customSuffix.size());
     messages_.say(Topic::Device,
                   tr("The tool marks %1 as custom; the mark is no part of the name.").arg(plain),
                   {tr("Remove “(custom)”"), [this, plain] {

@@ -21,6 +21,8 @@ const QString wrapsConsoleKey = QStringLiteral("views/wrapsConsole");
 const QString showsConsoleKey = QStringLiteral("views/showsConsole");
 const QString folderKey = QStringLiteral("folders/%1");
 const QString recentKey = QStringLiteral("files/recent");
+constexpr qsizetype recentDeviceLimit = 10;
+const QString recentDevicesKey = QStringLiteral("devices/recent");
 const QString trustedToolKey = QStringLiteral("trustedTool");
 
 QVariant read(const IniFile &file, const QString &key) {
@@ -38,6 +40,14 @@ void write(const IniFile &file, const QVariantMap &values) {
 
 void write(const IniFile &file, const QString &key, const QVariant &value) {
     write(file, QVariantMap{{key, value}});
+}
+
+/// The list at \a key with \a newest before what is there, of which it keeps the first \a limit.
+void remember(const IniFile &file, const QString &key, const QString &newest, qsizetype limit) {
+    QStringList all = storedValue::list(read(file, key));
+    all.removeAll(newest);
+    all.prepend(newest);
+    write(file, key, all.mid(0, limit));
 }
 
 } // namespace
@@ -93,10 +103,15 @@ QStringList WindowMemory::recentFiles() const {
 }
 
 void WindowMemory::addRecentFile(const QString &path) {
-    QStringList files = recentFiles();
-    files.removeAll(path);
-    files.prepend(path);
-    write(file_, recentKey, files.mid(0, recentFileLimit));
+    remember(file_, recentKey, path, recentFileLimit);
+}
+
+QStringList WindowMemory::recentDevices() const {
+    return storedValue::list(read(file_, recentDevicesKey));
+}
+
+void WindowMemory::addRecentDevice(const QString &device) {
+    remember(file_, recentDevicesKey, device, recentDeviceLimit);
 }
 
 std::optional<QString> WindowMemory::trustedTool() const {

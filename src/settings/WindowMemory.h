@@ -22,9 +22,9 @@ struct ViewChoices {
 };
 
 /// What the program remembers for itself between runs (never the user's settings): where the
-/// window stood, which folders were used last, which tool was trusted. Kept in an INI file of its
-/// own; a file that is missing, damaged or read-only means that nothing is remembered, and nothing
-/// else.
+/// window stood, which folders and devices were used last, which tool was trusted. Kept in an INI
+/// file of its own; a file that is missing, damaged or read-only means that nothing is remembered,
+/// and nothing else.
 class WindowMemory {
 public:
     /// Uses the INI file at the absolute \a filePath.
@@ -46,6 +46,10 @@ public:
     /// Files opened lately, the newest first, at most eight.
     QStringList recentFiles() const;
     void addRecentFile(const QString &path);
+
+    /// The devices that the tool was run for lately, the newest first, at most ten.
+    QStringList recentDevices() const;
+    void addRecentDevice(const QString &device);
 
     /// The text of the programmer tool that the user has set or let run; nothing if none was.
     std::optional<QString> trustedTool() const;

@@ -20,6 +20,7 @@ class TestWindowMemory : public QObject {
 private slots:
     void everything_comesBack();
     void recentFiles_areEightAndDistinct();
+    void recentDevices_areTenAndDistinct();
     void aDamagedFile_meansNothingIsRemembered();
     void aFolderThatCannotBeMade_isNoTrouble();
     void whatTheToolkitWrote_isRead();
@@ -61,6 +62,22 @@ void TestWindowMemory::recentFiles_areEightAndDistinct() {
     memory.addRecentFile(QStringLiteral("/7"));
     QCOMPARE(memory.recentFiles().join(QLatin1Char(' ')),
              QStringLiteral("/7 /9 /8 /6 /5 /4 /3 /2"));
+}
+
+void TestWindowMemory::recentDevices_areTenAndDistinct() {
+    const QTemporaryDir folder;
+    WindowMemory memory(folder.filePath(QStringLiteral("state.conf")));
+    QCOMPARE(memory.recentDevices(), QStringList());
+    for (int i = 0; i < 12; ++i)
+        memory.addRecentDevice(QStringLiteral("27C%1@A, \"B\"").arg(i));
+    memory.addRecentDevice(QStringLiteral("7400"));
+    memory.addRecentDevice(QStringLiteral("27C5@A, \"B\""));
+    const QStringList devices = memory.recentDevices();
+    QCOMPARE(devices.size(), 10);
+    QCOMPARE(devices.value(0), QStringLiteral("27C5@A, \"B\""));
+    QCOMPARE(devices.value(1), QStringLiteral("7400"));
+    QCOMPARE(devices.value(9), QStringLiteral("27C3@A, \"B\""));
+    QCOMPARE(memory.recentFiles(), QStringList());
 }
 
 void TestWindowMemory::aDamagedFile_meansNothingIsRemembered() {
