@@ -50,6 +50,8 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
       delegate_({surroundings.settings, toolTrust_, surroundings.log, queue_, surroundings.beep,
                  work_, messages_, gate_, files_, surroundings.mayUseFolder}),
       chipInquiry_({surroundings.settings, toolTrust_, work_}),
+      knownDevices_(surroundings.settings, memory_),
+      deviceOffers_(knownDevices_, *window_.controls().uaTextField, searchPanel_),
       nextSteps_({window_, delegate_, surroundings.settings, files_, gate_}),
       verdictLine_(runLog_, messages_, [this] { return shownNow(); }),
       progressView_(*window_.controls().busy),

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/DeviceOffers.h"
 #include "app/MainWindow.h"
 #include "app/NextStepButtons.h"
 #include "app/RunControls.h"
@@ -15,6 +16,7 @@
 #include "control/VerdictLine.h"
 #include "devices/ChipInquiry.h"
 #include "devices/DeviceSearchPanel.h"
+#include "devices/KnownDevices.h"
 #include "devices/UAStringManager.h"
 #include "devices/device_searcher.h"
 #include "language/RunLog.h"
@@ -95,6 +97,8 @@ private:
     DeviceSearchPanel searchPanel_;
     AppDelegate delegate_;
     ChipInquiry chipInquiry_;
+    KnownDevices knownDevices_;
+    DeviceOffers deviceOffers_;
     RunLog runLog_;
     NextStepButtons nextSteps_;
     VerdictLine verdictLine_;

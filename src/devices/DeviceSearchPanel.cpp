@@ -10,6 +10,22 @@
 #include <QKeyEvent>
 #include <QShowEvent>
 
+#include <algorithm>
+
+namespace {
+
+constexpr qsizetype mostLikelyRows = 4;
+
+/// Selects the first name of \a list; false if that cannot be done.
+bool enter(DeviceListView &list) {
+    const bool hasNames = list.isEnabled() && list.model()->rowCount() > 0;
+    if (hasNames)
+        list.selectFirst();
+    return hasNames;
+}
+
+} // namespace
+
 DeviceSearchPanel::DeviceSearchPanel(device_searcher &searcher, QWidget *parent)
     : QDialog(parent), searcher_(searcher), controls_(std::make_unique<Ui::DeviceSearchPanel>()) {
     Ui::DeviceSearchPanel &c = *controls_;
@@ -17,6 +33,7 @@ DeviceSearchPanel::DeviceSearchPanel(device_searcher &searcher, QWidget *parent)
     whatToDo_ = c.remarkLabel->text();
     setWindowModality(Qt::WindowModal);
     searcher.tableview = c.tableview;
+    searcher.likelyView = c.likelyView;
     searcher.devicesearchterm = c.devicesearchterm;
     searcher.OKButton = c.OKButton;
     searcher.connectPanel();
@@ -52,6 +69,7 @@ void DeviceSearchPanel::showEvent(QShowEvent *event) {
     controls_->devicesearchterm->setFocus(Qt::OtherFocusReason);
     if (!event->spontaneous()) {
         controls_->filterField->clear();
+        controls_->likelyView->clearSelection();
         controls_->remarkLabel->setText(whatToDo_);
         searcher_.forgetQuestion();
     }
@@ -66,20 +84,26 @@ bool DeviceSearchPanel::eventFilter(QObject *field, QEvent *event) {
     return key->isAutoRepeat() && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter);
 }
 
-// What the field makes nothing of comes here.
+// What the fields make nothing of comes here.
 void DeviceSearchPanel::keyPressEvent(QKeyEvent *event) {
     const Ui::DeviceSearchPanel &c = *controls_;
-    const bool isInField = c.devicesearchterm->hasFocus() || c.filterField->hasFocus();
-    if (event->key() != Qt::Key_Down || !isInField || !enterList())
+    const bool isDown = event->key() == Qt::Key_Down;
+    const bool isInFilter = isDown && c.filterField->hasFocus();
+    const bool isInTerm = isDown && c.devicesearchterm->hasFocus();
+    const bool entered =
+        ((isInTerm || isInFilter) && enter(*c.tableview)) || (isInFilter && enter(*c.likelyView));
+    if (!entered)
         QDialog::keyPressEvent(event);
 }
 
-bool DeviceSearchPanel::enterList() {
-    DeviceListView *list = controls_->tableview;
-    const bool hasNames = list->isEnabled() && list->model()->rowCount() > 0;
-    if (hasNames)
-        list->selectFirst();
-    return hasNames;
+void DeviceSearchPanel::setLikely(const QStringList &names) {
+    DeviceListView *list = controls_->likelyView;
+    searcher_.setLikely(names);
+    for (QWidget *widget :
+         {static_cast<QWidget *>(list), static_cast<QWidget *>(controls_->likelyLabel)})
+        widget->setVisible(!names.isEmpty());
+    const int rows = int(std::min(names.size(), mostLikelyRows));
+    list->setFixedHeight(2 * list->frameWidth() + rows * list->sizeHintForRow(0));
 }
 
 void DeviceSearchPanel::setSearching(bool searching) {
@@ -88,7 +112,7 @@ void DeviceSearchPanel::setSearching(bool searching) {
     c.stopButton->setEnabled(searching);
     for (QWidget *widget :
          {static_cast<QWidget *>(c.searchButton), static_cast<QWidget *>(c.tableview),
-          static_cast<QWidget *>(c.OKButton)})
+          static_cast<QWidget *>(c.likelyView), static_cast<QWidget *>(c.OKButton)})
         widget->setEnabled(!searching);
     // Read-only, not disabled: the field keeps the focus, and Escape still reaches the panel.
     c.devicesearchterm->setReadOnly(searching);

@@ -28,6 +28,15 @@
 
 namespace {
 
+/// What is selected in \a list takes the place of what is selected in \a other.
+void haveOneSelection(const DeviceListView &list, DeviceListView &other) {
+    QObject::connect(list.selectionModel(), &QItemSelectionModel::selectionChanged, &other,
+                     [&other](const QItemSelection &selected) {
+                         if (!selected.isEmpty())
+                             other.clearSelection();
+                     });
+}
+
 constexpr qsizetype expectedRuns = 10;
 constexpr std::chrono::seconds silencePatience(2);
 
@@ -53,9 +62,30 @@ device_searcher::~device_searcher() = default;
 void device_searcher::connectPanel() {
     model_ = new DeviceListModel(*this);
     tableview->setModel(model_);
-    connect(tableview, &DeviceListView::doubleClickedAnywhere, this,
-            [this] { doubleClick(tableview); });
-    connect(tableview, &DeviceListView::enterPressed, this, &device_searcher::confirmSelection);
+    connectList(*tableview);
+    if (!likelyView)
+        return;
+    likelyView->setModel(&likelyModel_);
+    connectList(*likelyView);
+    haveOneSelection(*tableview, *likelyView);
+    haveOneSelection(*likelyView, *tableview);
+}
+
+void device_searcher::connectList(DeviceListView &list) {
+    connect(&list, &DeviceListView::doubleClickedAnywhere, this,
+            [this, &list] { doubleClick(&list); });
+    connect(&list, &DeviceListView::enterPressed, this, &device_searcher::confirmSelection);
+    connect(list.selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &device_searcher::endRequest);
+}
+
+void device_searcher::setLikely(const QStringList &names) {
+    likely_ = names;
+    showLikely();
+}
+
+void device_searcher::showLikely() {
+    likelyModel_.setStringList(filter_.passing(likely_));
 }
 
 void device_searcher::list(QObject *) {
@@ -84,6 +114,7 @@ void device_searcher::list(QObject *) {
 // Whatever is said takes the place of a question.
 void device_searcher::say(const QString &sentence) {
     press_.forget();
+    requestStands_ = false;
     emit remark(sentence);
 }
 
@@ -162,6 +193,7 @@ Result<qsizetype> device_searcher::takeResults() {
     dataArray = names;
     log_.write(QStringLiteral("dataArray has:%1").arg(dataArray->size()));
     model_->reloadData();
+    emit listed(names);
     if (const Failure *failure = loaded.failure())
         return *failure;
     return dataArray->size();
@@ -184,15 +216,19 @@ void device_searcher::sayOutcome() {
 }
 
 void device_searcher::filter(const QString &typed) {
-    model_->setFilter(NameFilter(typed));
+    filter_ = NameFilter(typed);
+    model_->setFilter(filter_);
+    showLikely();
     if (!isSearching() && dataArray)
         sayOutcome();
 }
 
 std::optional<QString> device_searcher::selectedItem(QObject *) const {
     const QModelIndexList selected = tableview->selectionModel()->selectedRows();
+    const QModelIndexList likely =
+        likelyView ? likelyView->selectionModel()->selectedRows() : QModelIndexList();
     if (selected.isEmpty())
-        return std::nullopt;
+        return likely.isEmpty() ? std::nullopt : std::optional(likely.first().data().toString());
     return dataArray->at(model_->nameInRow(selected.first().row()));
 }
 
@@ -202,9 +238,12 @@ void device_searcher::confirmSelection() {
         return;
     }
     say(tr("Select a device first."));
-    connect(
-        tableview->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-        [this] { sayOutcome(); }, Qt::SingleShotConnection);
+    requestStands_ = true;
+}
+
+void device_searcher::endRequest() {
+    if (requestStands_)
+        sayOutcome();
 }
 
 void device_searcher::doubleClick(QObject *) {

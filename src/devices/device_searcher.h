@@ -4,12 +4,14 @@
 #pragma once
 
 #include "base/Result.h"
+#include "devices/NameFilter.h"
 #include "widgets/RepeatedPress.h"
 
 #include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
+#include <QStringListModel>
 #include <QTimer>
 
 #include <functional>
@@ -40,11 +42,13 @@ public:
 
     // The panel's controls, set before connectPanel().
     DeviceListView *tableview = nullptr;
+    /// What can be taken without a search; there may be none of it.
+    DeviceListView *likelyView = nullptr;
     QLineEdit *devicesearchterm = nullptr;
     QPushButton *OKButton = nullptr;
 
-    /// Gives the list its model and lets a double-click in it confirm, and Enter on a selected
-    /// name.
+    /// Gives the lists their models and lets a double-click in one confirm, and Enter on a selected
+    /// name. A name is selected in one of them at most.
     void connectPanel();
 
     /// The search: runs the tool with the term and shows what it lists. Returns when the tool has
@@ -53,15 +57,18 @@ public:
     /// shown in a remark and run when the same search is asked for again; once let run, such a
     /// tool is not asked about any more.
     void list(QObject *sender);
-    /// Leaves those of the listed names in sight that hold every word of \a typed.
+    /// Leaves those names in sight that hold every word of \a typed.
     void filter(const QString &typed);
+    /// Offers \a names without a search.
+    void setLikely(const QStringList &names);
     /// What was asked is no longer to be seen: the next search is a first one.
     void forgetQuestion() { press_.forget(); }
     /// Ends the search in progress, if any; what was listed until then is shown.
     void stop();
     bool isSearching() const { return !current_.isNull(); }
 
-    /// The name in the selected row; nothing if no row is selected.
+    /// The name in the selected row, be it of the list or of what is offered without a search;
+    /// nothing if no row is selected.
     std::optional<QString> selectedItem(QObject *sender) const;
     /// Confirms, a turn of the event loop later, just as the confirm button does.
     void doubleClick(QObject *sender);
@@ -79,10 +86,14 @@ signals:
     void runMade(ScriptedMiniPro *run);
     /// A search begins (true) or has ended (false).
     void searchRunningChanged(bool running);
+    /// A search has brought \a names.
+    void listed(const QStringList &names);
     /// Something worth saying in the panel; empty: nothing.
     void remark(const QString &sentence);
 
 private:
+    void connectList(DeviceListView &list);
+    void showLikely();
     void say(const QString &sentence);
     void sayOutcome();
     bool asksFirst(const QString &term);
@@ -92,6 +103,7 @@ private:
     void remarkOnWords();
     void remarkOnSilence();
     void confirmSelection();
+    void endRequest();
 
     SettingsStore &defaults;
     /// The tool runs that this panel has made; they are kept for its life.
@@ -104,6 +116,9 @@ private:
     std::function<void()> beep_;
     WorkState &work_;
     DeviceListModel *model_ = nullptr;
+    QStringListModel likelyModel_;
+    QStringList likely_;
+    NameFilter filter_;
     QPointer<ScriptedMiniPro> current_;
     QTimer silence_;
     qsizetype outputSeen_ = 0;
@@ -112,4 +127,6 @@ private:
     std::optional<QString> letRun_;
     /// What the last search came to.
     QString outcome_;
+    /// The user has been asked to select a device.
+    bool requestStands_ = false;
 };

@@ -18,6 +18,7 @@ struct Panel {
           term(dialog->findChild<QLineEdit *>(QStringLiteral("devicesearchterm"))),
           filter(dialog->findChild<QLineEdit *>(QStringLiteral("filterField"))),
           list(dialog->findChild<DeviceListView *>(QStringLiteral("tableview"))),
+          likely(dialog->findChild<DeviceListView *>(QStringLiteral("likelyView"))),
           search(dialog->findChild<QPushButton *>(QStringLiteral("searchButton"))),
           stop(dialog->findChild<QPushButton *>(QStringLiteral("stopButton"))),
           ok(dialog->findChild<QPushButton *>(QStringLiteral("OKButton"))),
@@ -30,10 +31,11 @@ struct Panel {
         term->setText(text);
         QTest::keyClick(term, Qt::Key_Return);
     }
-    QStringList names() const {
+    QStringList names() const { return namesIn(*list); }
+    static QStringList namesIn(const DeviceListView &view) {
         QStringList all;
-        for (int row = 0; row < list->model()->rowCount(); ++row)
-            all.append(list->model()->index(row, 0).data().toString());
+        for (int row = 0; row < view.model()->rowCount(); ++row)
+            all.append(view.model()->index(row, 0).data().toString());
         return all;
     }
     void select(int row) const { list->setCurrentIndex(list->model()->index(row, 0)); }
@@ -42,6 +44,7 @@ struct Panel {
     QLineEdit *term;
     QLineEdit *filter;
     DeviceListView *list;
+    DeviceListView *likely;
     QPushButton *search;
     QPushButton *stop;
     QPushButton *ok;
