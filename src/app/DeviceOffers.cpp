@@ -10,6 +10,8 @@
 #include <QLineEdit>
 #include <QListView>
 
+#include <utility>
+
 namespace {
 
 constexpr int shownNames = 12;
@@ -32,21 +34,30 @@ DeviceOffers::DeviceOffers(const KnownDevices &known, QLineEdit &field, DeviceSe
     completer_.setMaxVisibleItems(shownNames);
     field.setCompleter(&completer_);
     field.installEventFilter(this);
-    connect(&known, &KnownDevices::changed, this, &DeviceOffers::renew);
-    renew();
+    connect(&known, &KnownDevices::changed, this, &DeviceOffers::takeChange);
+    takeChange();
 }
 
-void DeviceOffers::renew() {
-    names_.setStringList(known_.all());
+void DeviceOffers::takeChange() {
+    isBehind_ = true;
     panel_.setLikely(known_.likely());
 }
 
+// Only when they are wanted: there may be many, and the end of a search is no time to look at all.
+void DeviceOffers::listNames() {
+    if (std::exchange(isBehind_, false))
+        names_.setStringList(known_.all());
+}
+
 bool DeviceOffers::eventFilter(QObject *field, QEvent *event) {
-    if (event->type() != QEvent::KeyPress ||
-        static_cast<QKeyEvent *>(event)->key() != Qt::Key_Down || completer_.popup()->isVisible())
+    if (event->type() != QEvent::KeyPress)
         return QObject::eventFilter(field, event);
-    showAll();
-    return true;
+    listNames();
+    const bool opens =
+        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Down && !completer_.popup()->isVisible();
+    if (opens)
+        showAll();
+    return opens;
 }
 
 // A name that is whole would be all that its own completion has.

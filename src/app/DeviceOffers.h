@@ -24,7 +24,8 @@ protected:
     bool eventFilter(QObject *field, QEvent *event) override;
 
 private:
-    void renew();
+    void takeChange();
+    void listNames();
     void showAll();
 
     const KnownDevices &known_;
@@ -32,4 +33,6 @@ private:
     DeviceSearchPanel &panel_;
     QStringListModel names_;
     QCompleter completer_;
+    /// There are other names by now than the completer has.
+    bool isBehind_ = true;
 };

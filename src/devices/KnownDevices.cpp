@@ -9,10 +9,22 @@
 #include "settings/SettingsStore.h"
 #include "settings/WindowMemory.h"
 
+#include <algorithm>
+
 namespace {
 
+bool isPlain(QChar character) {
+    return character > u' ' && character < QChar(0x7F);
+}
+
+/// What the tool lists is plain; whatever else there is, is looked at more closely.
+bool showsAsItIs(const QString &name) {
+    const bool allPlain = std::all_of(name.begin(), name.end(), isPlain);
+    return name.size() <= longestShownName && (allPlain || shownName(name) == name);
+}
+
 QStringList once(QStringList names) {
-    names.removeIf([](const QString &name) { return name.isEmpty() || shownName(name) != name; });
+    names.removeIf([](const QString &name) { return name.isEmpty() || !showsAsItIs(name); });
     names.removeDuplicates();
     return names;
 }
@@ -32,7 +44,11 @@ QStringList KnownDevices::likely() const {
 }
 
 QStringList KnownDevices::all() const {
-    return once(likely() + listed_);
+    QStringList names = likely();
+    for (const QStringList &search : searches_)
+        for (const QString &name : search)
+            names.append(withoutCustomMark(name));
+    return once(names);
 }
 
 void KnownDevices::wasUsed(const QString &device) {
@@ -43,10 +59,7 @@ void KnownDevices::wasUsed(const QString &device) {
 }
 
 void KnownDevices::wereListed(const QStringList &names) {
-    QStringList listed;
-    listed.reserve(names.size());
-    for (const QString &name : names)
-        listed.append(withoutCustomMark(name));
-    listed_ = once(listed + listed_).mid(0, mostListed);
+    searches_.prepend(names.mid(0, mostListed));
+    searches_ = searches_.mid(0, mostSearches);
     emit changed();
 }

@@ -17,7 +17,8 @@ class KnownDevices final : public QObject {
     Q_OBJECT
 
 public:
-    /// The most names of searches that are kept.
+    /// How many searches are remembered, and the most names of each.
+    static constexpr qsizetype mostSearches = 4;
     static constexpr qsizetype mostListed = 50'000;
 
     /// Takes the favourites from \a settings, and keeps the devices of runs in \a memory. Both must
@@ -26,12 +27,13 @@ public:
 
     /// The devices of the last runs, the newest first, and behind them the other favourites.
     QStringList likely() const;
-    /// The likely ones, and behind them what the searches have brought, the newest first.
+    /// The likely ones, and behind them what the last searches have brought, the newest first. With
+    /// 32,000 names that takes some milliseconds.
     QStringList all() const;
 
     /// The tool was run for \a device.
     void wasUsed(const QString &device);
-    /// A search has brought \a names.
+    /// A search has brought \a names; they are looked at when they are asked for.
     void wereListed(const QStringList &names);
 
 signals:
@@ -41,5 +43,5 @@ signals:
 private:
     const SettingsStore &settings_;
     WindowMemory &memory_;
-    QStringList listed_;
+    QList<QStringList> searches_;
 };

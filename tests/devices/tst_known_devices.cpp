@@ -71,10 +71,10 @@ void TestKnownDevices::customMark_isNoPartOfAName() {
 
 void TestKnownDevices::namesThatCannotBeShown_areLeftOut() {
     Known known;
-    known.devices.wereListed(
-        {QStringLiteral("X\u202eY"), QString(2000, u'n'), QStringLiteral("Z")});
+    known.devices.wereListed({QStringLiteral("X\u202eY"), QString(2000, u'n'), QStringLiteral("Z"),
+                              QStringLiteral("é b")});
     known.devices.wasUsed(QStringLiteral("A\x1b"));
-    QCOMPARE(known.all(), QStringLiteral("F B Z"));
+    QCOMPARE(known.all(), QStringLiteral("F B Z é b"));
 }
 
 void TestKnownDevices::searches_areBounded() {
@@ -84,6 +84,9 @@ void TestKnownDevices::searches_areBounded() {
         names.append(QString::number(i));
     known.devices.wereListed(names);
     QCOMPARE(known.devices.all().size(), KnownDevices::mostListed + 2);
+    for (qsizetype search = 0; search < KnownDevices::mostSearches; ++search)
+        known.devices.wereListed({QStringLiteral("S%1").arg(search)});
+    QCOMPARE(known.all(), QStringLiteral("F B S3 S2 S1 S0"));
 }
 
 void TestKnownDevices::changes_areTold() {
