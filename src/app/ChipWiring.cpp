@@ -11,9 +11,23 @@
 
 #include "ui_MainWindow.h"
 
+namespace {
+
+// What stands in the field before it is all typed may be another program's path.
+void holdWhileTyped(QLineEdit *tool, ChipInquiry &inquiry) {
+    inquiry.setHold([tool] { return tool->hasFocus() && tool->isModified(); });
+    QObject::connect(tool, &QLineEdit::editingFinished, &inquiry, [tool, &inquiry] {
+        tool->setModified(false);
+        inquiry.lookAnew();
+    });
+}
+
+} // namespace
+
 void wireChip(MainWindow &window, AppDelegate &delegate, ChipInquiry &inquiry,
               const NextStepButtons &steps) {
     Ui::MainWindow &c = window.controls();
+    holdWhileTyped(c.miniproLocationField, inquiry);
     const auto fit = [&delegate, &inquiry] {
         return fitOf(delegate.state().output_data, inquiry.known());
     };

@@ -68,7 +68,7 @@ void ChipInquiry::followWork(Work now) {
 
 void ChipInquiry::ask() {
     const Subject asked = subject();
-    if (!with_.work.isIdle() || !mayAsk(asked))
+    if (!with_.work.isIdle() || held_() || !mayAsk(asked))
         return;
     question_ = std::make_unique<ToolQuestion>(descriptionCommand(asked.first, asked.second),
                                                with_.settings);

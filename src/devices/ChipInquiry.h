@@ -11,6 +11,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -42,6 +43,12 @@ public:
     explicit ChipInquiry(const Surroundings &surroundings);
     ~ChipInquiry() override;
 
+    /// While \a held says so nothing is asked: the tool that is set may be the beginning of another
+    /// one's path.
+    void setHold(std::function<bool()> held) { held_ = std::move(held); }
+    /// Asks, when the names have settled, if nothing is known.
+    void lookAnew();
+
     /// What is known of the device as it is set now.
     const DeviceAnswer &known() const { return known_; }
 
@@ -55,7 +62,6 @@ private:
 
     Subject subject() const;
     bool mayAsk(const Subject &subject) const;
-    void lookAnew();
     void followWork(Work now);
     void ask();
     void take(const Subject &subject, const ToolAnswer &answer);
@@ -66,4 +72,5 @@ private:
     QCache<Subject, DeviceAnswer> answers_;
     QTimer settling_;
     std::unique_ptr<ToolQuestion> question_;
+    std::function<bool()> held_ = [] { return false; };
 };

@@ -27,6 +27,8 @@ private slots:
     void whatMayNotBeAsked_isNot_data();
     void whatMayNotBeAsked_isNot();
     void toolThatIsNotTrusted_isAskedOnceItIs();
+    void toolThatIsBeingTyped_isAskedOnceItIsWhole_data();
+    void toolThatIsBeingTyped_isAskedOnceItIsWhole();
     void run_endsAQuestionAndHasNone();
     void toolThatComesToBeThere_isAskedAfterARun();
     void dataToBurn_areComparedWithTheChip_data();
@@ -196,6 +198,31 @@ void TestWindowChip::toolThatIsNotTrusted_isAskedOnceItIs() {
     velm.click(velm.controls().btn_read);
     QTRY_COMPARE(facts(velm), bytesIn(65536, QStringLiteral("DIP28")));
     QCOMPARE(asked(velm).last(), question(chip));
+}
+
+void TestWindowChip::toolThatIsBeingTyped_isAskedOnceItIsWhole_data() {
+    QTest::addColumn<int>("key");
+    QTest::newRow("Enter") << int(Qt::Key_Return);
+    QTest::newRow("Tab") << int(Qt::Key_Tab);
+}
+
+// The first letters of a path may be those of another program.
+void TestWindowChip::toolThatIsBeingTyped_isAskedOnceItIsWhole() {
+    QFETCH(const int, key);
+    WindowFixture velm;
+    recordQuestions(velm);
+    const QString tool = velm.settings().stringValue(settingsKeys::miniproLocation);
+    velm.setTool(QStringLiteral("nothing"));
+    velm.start();
+    QLineEdit *field = velm.controls().miniproLocationField;
+    field->setFocus();
+    QTRY_VERIFY(field->hasFocus());
+    field->selectAll();
+    QTest::keyClicks(field, tool);
+    letItSettle();
+    QCOMPARE(asked(velm), QStringList());
+    QTest::keyClick(field, Qt::Key(key));
+    QTRY_COMPARE(facts(velm), bytesIn(65536, QStringLiteral("DIP28")));
 }
 
 void TestWindowChip::run_endsAQuestionAndHasNone() {
