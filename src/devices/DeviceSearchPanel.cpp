@@ -102,8 +102,10 @@ void DeviceSearchPanel::setLikely(const QStringList &names) {
     for (QWidget *widget :
          {static_cast<QWidget *>(list), static_cast<QWidget *>(controls_->likelyLabel)})
         widget->setVisible(!names.isEmpty());
+    // Where the filter leaves none of them there is no row to measure.
     const int rows = int(std::min(names.size(), mostLikelyRows));
-    list->setFixedHeight(2 * list->frameWidth() + rows * list->sizeHintForRow(0));
+    if (const int height = list->sizeHintForRow(0); height > 0)
+        list->setFixedHeight(2 * list->frameWidth() + rows * height);
 }
 
 void DeviceSearchPanel::setSearching(bool searching) {

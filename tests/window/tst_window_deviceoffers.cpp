@@ -134,11 +134,17 @@ void TestWindowDeviceOffers::panel_hasOneSelection() {
 
 void TestWindowDeviceOffers::panel_filtersWhatIsOffered() {
     WindowFixture velm;
+    velm.useTool("printf 'A\\nB\\n'\n");
     setFavourites(velm, {QStringLiteral("7400"), QStringLiteral("AT28C256")});
     velm.start();
     const Panel panel(velm);
     panel.filter->setText(QStringLiteral("c256 at"));
     QCOMPARE(offered(panel), QStringLiteral("AT28C256"));
+    const int height = panel.likely->height();
+    panel.filter->setText(QStringLiteral("none"));
+    panel.searchFor(QStringLiteral("x"));
+    QCOMPARE(offered(panel), QString());
+    QCOMPARE(panel.likely->height(), height);
     panel.filter->clear();
     QCOMPARE(offered(panel), QStringLiteral("7400 AT28C256"));
 }
