@@ -22,6 +22,7 @@ private slots:
     void panelShownAnew_hasNothingSelectedThere();
     void requestToSelect_endsWithEitherSelection();
     void recentDevices_areThoseOfTheLastRuns();
+    void nameThatTheToolDoesNotKnow_isNotOffered();
     void field_completesFromAllThatIsKnown();
     void field_takesACompletion();
     void down_inTheFieldShowsWhatIsKnown();
@@ -191,6 +192,18 @@ void TestWindowDeviceOffers::recentDevices_areThoseOfTheLastRuns() {
     velm.start();
     const Panel panel(velm);
     QCOMPARE(offered(panel), QStringLiteral("7400 AT28C256"));
+}
+
+void TestWindowDeviceOffers::nameThatTheToolDoesNotKnow_isNotOffered() {
+    WindowFixture velm;
+    setFavourites(velm, {});
+    velm.settings().setValue(settingsKeys::device, QStringLiteral("27C"));
+    velm.start();
+    QTRY_COMPARE(velm.controls().chipFacts->text(),
+                 QStringLiteral("The tool knows no device of this name."));
+    velm.click(velm.controls().btn_read);
+    const Panel panel(velm);
+    QCOMPARE(offered(panel), QString());
 }
 
 void TestWindowDeviceOffers::field_completesFromAllThatIsKnown() {
