@@ -3,6 +3,7 @@
 
 #include "app/VelmWindow.h"
 
+#include "app/ChipWiring.h"
 #include "app/ComparisonWiring.h"
 #include "app/FactsWiring.h"
 #include "app/ToolAtStart.h"
@@ -69,6 +70,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
     followVerdicts();
     followRuns();
     followImages(*menus.edit);
+    followChips();
     followLogicTests();
     followLatePrinters();
     window_.setCloseGuard([this] { return mayClose(); });
@@ -162,6 +164,15 @@ void VelmWindow::followImages(QMenu &edit) {
     const ImageComparison &comparison = makeComparison(window_, delegate_, runLog_);
     addDifferenceSteps(edit, window_, comparison, messages_);
     wireFacts(window_, delegate_, runLog_, {settings_, comparison});
+}
+
+void VelmWindow::followChips() {
+    wireChip(window_, delegate_, chipInquiry_, nextSteps_);
+    connect(&delegate_, &AppDelegate::runEnded, &knownDevices_, [this](const RunRecord &run) {
+        if (!std::holds_alternative<UnknownDevice>(chipInquiry_.known()))
+            knownDevices_.wasUsed(run.device);
+    });
+    connect(&searcher_, &device_searcher::listed, &knownDevices_, &KnownDevices::wereListed);
 }
 
 void VelmWindow::followLogicTests() {

@@ -73,6 +73,7 @@ private:
     std::optional<ShownNow> shownNow() const;
     void followRuns();
     void followImages(QMenu &edit);
+    void followChips();
     void followLogicTests();
     void followLatePrinters();
     void saySomethingStillPrints(bool some);

@@ -81,11 +81,12 @@ void TestWindowRuns::aRun_leavesStopToPressAndTheImageToLookAt() {
     });
     velm.click(velm.controls().btn_read);
     // Looking around, which searching for bytes helps with, stays possible.
-    QCOMPARE(enabled, QStringList({QStringLiteral("Stop"), QStringLiteral("Next command"),
-                                   QStringLiteral("Copy command"), QStringLiteral("Facts"),
-                                   QStringLiteral("Find what"), QStringLiteral("Previous"),
-                                   QStringLiteral("Next"), QStringLiteral("Close find bar"),
-                                   QStringLiteral("Go to address")}));
+    QCOMPARE(enabled,
+             QStringList({QStringLiteral("Chip facts"), QStringLiteral("Stop"),
+                          QStringLiteral("Next command"), QStringLiteral("Copy command"),
+                          QStringLiteral("Facts"), QStringLiteral("Find what"),
+                          QStringLiteral("Previous"), QStringLiteral("Next"),
+                          QStringLiteral("Close find bar"), QStringLiteral("Go to address")}));
     QCOMPARE(elapsed, QStringLiteral("0:00"));
     verifyAlive(velm);
     QCOMPARE(velm.controls().busy->text(), QString());
