@@ -34,11 +34,11 @@ void wireChip(MainWindow &window, AppDelegate &delegate, ChipInquiry &inquiry,
     const auto show = [&c, &inquiry, fit] {
         const std::optional<ImageFit> now = fit();
         c.chipFacts->say(inquiry.known(), now);
-        c.btn_pad_to_chip->setVisible(now && now->padTo);
+        c.btn_pad_to_chip->setEnabled(now && now->padTo);
     };
     QObject::connect(&inquiry, &ChipInquiry::changed, c.chipFacts, show);
     QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, c.chipFacts, show);
-    QObject::connect(c.btn_pad_to_chip, &QToolButton::clicked, &delegate, [fit, &steps] {
+    QObject::connect(c.btn_pad_to_chip, &QPushButton::clicked, &delegate, [fit, &steps] {
         const std::optional<ImageFit> now = fit();
         if (now && now->padTo)
             steps.buttonFor(nextSteps::PadTo{*now->padTo}).run();

@@ -35,12 +35,19 @@ void RunControls::show(Work work) {
 
 void RunControls::setBusy(bool busy) {
     Ui::MainWindow &c = controls_;
-    const QList<QWidget *> offWhileRunning = {
-        c.uaTextField,       c.btn_search,           c.dButton,
-        c.btn_add_favourite, c.btn_remove_favourite, c.btn_pad_to_chip,
-        c.btn_read,          c.btn_verify,           c.btn_write,
-        c.btn_logic,         c.optionsBox,           c.exportBox,
-        c.compositionBox,    c.miniproLocationField};
+    const QList<QWidget *> offWhileRunning = {c.uaTextField,
+                                              c.btn_search,
+                                              c.dButton,
+                                              c.btn_add_favourite,
+                                              c.btn_remove_favourite,
+                                              c.btn_read,
+                                              c.btn_verify,
+                                              c.btn_write,
+                                              c.btn_logic,
+                                              c.optionsBox,
+                                              c.exportBox,
+                                              c.compositionBox,
+                                              c.miniproLocationField};
     for (QWidget *widget : offWhileRunning)
         widget->setEnabled(!busy);
     for (QAction *action : std::as_const(actions_))

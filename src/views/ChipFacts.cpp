@@ -10,10 +10,10 @@ namespace {
 
 /// What the field keeps free on both sides of its text; in pixels.
 constexpr int innerMargins = 8;
-/// As in "262,144 bytes, DIP32 · data too long by 262,144"; there is always room for the first
-/// part.
+/// As in "262,144 bytes, DIP32 · data too long by 262,144"; on a small
+/// screen less has room.
 constexpr int usualLetters = 46;
-constexpr int leastLetters = 20;
+constexpr int leastLetters = 8;
 
 QString joined(QStringList pieces, const QString &separator) {
     pieces.removeAll(QString());
@@ -31,12 +31,23 @@ ChipFacts::ChipFacts(QWidget *parent) : QLineEdit(parent) {
 }
 
 void ChipFacts::say(const DeviceAnswer &answer, const std::optional<ImageFit> &fit) {
-    const QString words = joined({chipWords(answer), fitWords(fit)}, QStringLiteral(" \u00b7 "));
-    setPlainToolTip(*this, joined({words, programmersWords(answer)}, QStringLiteral("\n")));
-    if (words == text())
+    whole_ = joined({chipWords(answer), fitWords(fit)}, QStringLiteral(" \u00b7 "));
+    setPlainToolTip(*this, joined({whole_, programmersWords(answer)}, QStringLiteral("\n")));
+    showText();
+}
+
+void ChipFacts::showText() {
+    const QString fitting =
+        fontMetrics().elidedText(whole_, Qt::ElideRight, width() - innerMargins);
+    if (fitting == text())
         return;
-    setText(words);
+    setText(fitting);
     setCursorPosition(0);
+}
+
+void ChipFacts::resizeEvent(QResizeEvent *event) {
+    QLineEdit::resizeEvent(event);
+    showText();
 }
 
 QSize ChipFacts::sizeHint() const {

@@ -20,6 +20,17 @@ public:
     /// Says what \a answer is, and how the data to burn fit.
     void say(const DeviceAnswer &answer, const std::optional<ImageFit> &fit);
 
+    /// All that there is to say, however much of it is shown.
+    QString wholeText() const { return whole_; }
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void showText();
+
+    QString whole_;
 };

@@ -45,7 +45,7 @@ const QString chip = QStringLiteral("W27C512@DIP28");
 const QString unknownDevice = QStringLiteral("The tool knows no device of this name.");
 
 QString facts(WindowFixture &velm) {
-    return velm.controls().chipFacts->text();
+    return velm.controls().chipFacts->wholeText();
 }
 
 QString bytesIn(qint64 count, const QString &package) {
@@ -298,25 +298,25 @@ void TestWindowChip::dataToBurn_areComparedWithTheChip() {
     velm.start();
     QTRY_VERIFY(!facts(velm).isEmpty());
     const QString before = facts(velm);
-    QVERIFY(velm.controls().btn_pad_to_chip->isHidden());
+    QVERIFY(!velm.controls().btn_pad_to_chip->isEnabled());
     velm.delegate().openBinary(velm.write(QStringLiteral("rom.bin"), bytes));
     QCOMPARE(facts(velm), before + behind);
-    QCOMPARE(velm.controls().btn_pad_to_chip->isVisible(), offersToPad);
+    QCOMPARE(velm.controls().btn_pad_to_chip->isEnabled(), offersToPad);
 }
 
 void TestWindowChip::padToTheChip_isOnePress() {
     WindowFixture velm;
     velm.settings().setValue(settingsKeys::binary, velm.write(QStringLiteral("rom.bin"), "bytes"));
     velm.start();
-    QToolButton *pad = velm.controls().btn_pad_to_chip;
-    QTRY_VERIFY(pad->isVisible());
+    QPushButton *pad = velm.controls().btn_pad_to_chip;
+    QTRY_VERIFY(pad->isEnabled());
     velm.click(pad);
     velm.settle();
     QCOMPARE(velm.controls().padToTextField->text(), QStringLiteral("64"));
     QVERIFY(velm.controls().btn_pad->isChecked());
     QCOMPARE(velm.state().output_data->size(), 65536);
     QCOMPARE(WindowFixture::bytesOf(velm.temporary(QStringLiteral("temp.bin"))).size(), 65536);
-    QVERIFY(pad->isHidden());
+    QVERIFY(!pad->isEnabled());
     QCOMPARE(facts(velm), bytesIn(65536, QStringLiteral("DIP28")));
 }
 
@@ -324,8 +324,8 @@ void TestWindowChip::padToTheChip_isOffDuringARun() {
     WindowFixture velm;
     velm.settings().setValue(settingsKeys::binary, velm.write(QStringLiteral("rom.bin"), "bytes"));
     velm.start();
-    QToolButton *pad = velm.controls().btn_pad_to_chip;
-    QTRY_VERIFY(pad->isVisible());
+    QPushButton *pad = velm.controls().btn_pad_to_chip;
+    QTRY_VERIFY(pad->isEnabled());
     velm.whileBusy([&] {
         QVERIFY(!pad->isEnabled());
         emit pad->clicked(); // assistive technology reaches what is off
@@ -341,10 +341,8 @@ void TestWindowChip::smallWindow_hasRoomForSizeAndPackage() {
     velm.start();
     velm.velm().window().resize(1024, 700);
     const ChipFacts *line = velm.controls().chipFacts;
-    const auto fits = [line](const QString &words) {
-        return line->fontMetrics().horizontalAdvance(words) < line->width();
-    };
-    QTRY_VERIFY(velm.controls().btn_pad_to_chip->isVisible());
+    const auto fits = [line](const QString &words) { return line->text().startsWith(words); };
+    QTRY_VERIFY(velm.controls().btn_pad_to_chip->isEnabled());
     velm.settle();
     QCOMPARE(velm.velm().window().width(), 1024);
     QVERIFY(facts(velm).startsWith(bytesIn(65536, QStringLiteral("DIP28"))));
@@ -353,7 +351,6 @@ void TestWindowChip::smallWindow_hasRoomForSizeAndPackage() {
     QTRY_COMPARE(facts(velm), unknownDevice);
     velm.settle();
     QVERIFY(fits(unknownDevice));
-    QCOMPARE(line->cursorPosition(), 0);
 }
 
 void TestWindowChip::assistiveTechnology_findsBoth() {
@@ -366,7 +363,7 @@ void TestWindowChip::assistiveTechnology_findsBoth() {
     };
     QAccessibleInterface *line = accessible(velm.controls().chipFacts);
     QCOMPARE(line->text(QAccessible::Name), QStringLiteral("Chip facts"));
-    QCOMPARE(line->text(QAccessible::Value), facts(velm));
+    QVERIFY(facts(velm).startsWith(line->text(QAccessible::Value).section(QChar(0x2026), 0, 0)));
     QVERIFY(line->state().readOnly);
     const QString tip =
         QTextDocumentFragment::fromHtml(velm.controls().chipFacts->toolTip()).toPlainText();

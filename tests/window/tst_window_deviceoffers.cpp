@@ -199,7 +199,7 @@ void TestWindowDeviceOffers::nameThatTheToolDoesNotKnow_isNotOffered() {
     setFavourites(velm, {});
     velm.settings().setValue(settingsKeys::device, QStringLiteral("27C"));
     velm.start();
-    QTRY_COMPARE(velm.controls().chipFacts->text(),
+    QTRY_COMPARE(velm.controls().chipFacts->wholeText(),
                  QStringLiteral("The tool knows no device of this name."));
     velm.click(velm.controls().btn_read);
     const Panel panel(velm);

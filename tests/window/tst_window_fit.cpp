@@ -93,7 +93,10 @@ void TestWindowFit::firstSize_isWithinTheScreen() {
     velm.start();
     const QWidget &window = velm.velm().window();
     QVERIFY(window.screen()->availableSize().width() < 1100);
-    QVERIFY(window.screen()->availableGeometry().contains(window.geometry()));
+    QVERIFY2(window.screen()->availableGeometry().contains(window.geometry()),
+             qPrintable(QStringLiteral("%1 of %2")
+                            .arg(window.width())
+                            .arg(window.screen()->availableGeometry().width())));
 }
 
 void TestWindowFit::nothing_isCut_data() {

@@ -167,6 +167,7 @@ void TestWindowStart::paths_showTheirEnds() {
     velm.settings().setValue(settingsKeys::binary, folder + QStringLiteral("/rom.bin"));
     velm.start();
     velm.settings().setValue(settingsKeys::miniproLocation, folder + QStringLiteral("/minipro"));
+    velm.velm().window().resize(1366, 700);
     const Ui::MainWindow &c = velm.controls();
     QVERIFY(c.readFileTextField->shownText().endsWith(QStringLiteral("/rom.bin")));
     QVERIFY(c.miniproLocationField->shownText().endsWith(QStringLiteral("/minipro")));
