@@ -24,6 +24,8 @@ constexpr int minOriginLetters = 10;
 constexpr int innerMargin = 2;
 constexpr int innerMargins = 6;
 constexpr qsizetype shownDigits = 8;
+/// Where factsOf() has the checksums.
+constexpr qsizetype checksumPlace = 1;
 
 QString joined(QStringList pieces) {
     pieces.removeAll(QString());
@@ -73,14 +75,19 @@ void FactsLine::takeWords(const std::optional<ShownImage> &image) {
     const QString sha256 = reader_.sha256();
     const QString label = tr("SHA-256 %1");
     QStringList facts = image ? factsOf(*image) : QStringList();
+    QStringList brief = facts;
+    if (hasBytes(image))
+        brief.removeAt(checksumPlace);
     origin_ = image ? image->origin : QString();
     whole_ = joined(QStringList{origin_} + facts +
                     QStringList{sha256.isEmpty() ? QString() : label.arg(sha256)});
+    QString digest;
     if (!sha256.isEmpty())
-        facts << tr("SHA-256 copied: %1").arg(sha256.first(shownDigits) + QChar(0x2026));
+        digest = tr("SHA-256 copied: %1").arg(sha256.first(shownDigits) + QChar(0x2026));
     else if (reader_.isReadingSha256())
-        facts << label.arg(QChar(0x2026));
-    facts_ = joined(facts);
+        digest = label.arg(QChar(0x2026));
+    facts_ = joined(facts << digest);
+    brief_ = joined(brief << digest);
     setPlainToolTip(*this, whole_);
     showText();
 }
@@ -106,16 +113,27 @@ QString FactsLine::byteUnderCursor(const ByteBuffer &bytes) const {
     return byteWords(address, quint8(bytes->constData()[address]));
 }
 
+QString FactsLine::withFittingOrigin(const QString &facts) const {
+    const QFontMetrics letters = fontMetrics();
+    const int rest = letters.horizontalAdvance(joined({QStringLiteral(" "), facts}));
+    const int room = std::max(roomForText() - rest, minOriginLetters * letters.averageCharWidth());
+    return joined({letters.elidedText(origin_, Qt::ElideMiddle, room), facts});
+}
+
 QString FactsLine::fittingText() const {
     const QFontMetrics letters = fontMetrics();
-    const int room = width() - innerMargins;
-    const QString all = joined({origin_, facts_});
-    if (letters.horizontalAdvance(all) <= room)
-        return all;
-    const int rest = letters.horizontalAdvance(joined({QStringLiteral(" "), facts_}));
-    const int roomForOrigin = std::max(room - rest, minOriginLetters * letters.averageCharWidth());
-    const QString origin = letters.elidedText(origin_, Qt::ElideMiddle, roomForOrigin);
-    return letters.elidedText(joined({origin, facts_}), Qt::ElideMiddle, room);
+    const QString whole = joined({origin_, facts_});
+    if (letters.horizontalAdvance(whole) <= roomForText())
+        return whole;
+    for (const QString &facts : {facts_, brief_})
+        if (const QString text = withFittingOrigin(facts);
+            letters.horizontalAdvance(text) <= roomForText())
+            return text;
+    return letters.elidedText(withFittingOrigin(brief_), Qt::ElideMiddle, roomForText());
+}
+
+int FactsLine::roomForText() const {
+    return width() - innerMargins;
 }
 
 // Its size hint does not hang on the text: a cursor that moves has nothing laid out anew.

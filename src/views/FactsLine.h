@@ -17,7 +17,7 @@ class GridView;
 /// checksums stand open until they are known.
 ///
 /// The text can be selected. Where there is no room for all, whose bytes they are is told
-/// shorter first; the tool tip has the whole.
+/// shorter first, and then the checksums go; the tool tip has the whole.
 class FactsLine final : public QLineEdit {
     Q_OBJECT
 
@@ -53,6 +53,8 @@ private:
     void takeWords(const std::optional<ShownImage> &image);
     QStringList factsOf(const ShownImage &image) const;
     QString byteUnderCursor(const ByteBuffer &bytes) const;
+    int roomForText() const;
+    QString withFittingOrigin(const QString &facts) const;
     QString fittingText() const;
     void showText();
 
@@ -62,5 +64,6 @@ private:
     ShownImageReader reader_;
     QString origin_;
     QString facts_; ///< the words on them
+    QString brief_; ///< the same without what a glance needs least
     QString whole_;
 };

@@ -33,6 +33,7 @@ private slots:
     void largeImage_isReadInTurns();
     void editInTheMiddleOfReading_beginsAnew();
     void narrowWindow_tellsTheOriginShorter();
+    void narrowWindow_tellsTheDifferencesBeforeTheChecksums();
     void copy_takesTheWholeOrWhatIsSelected();
     void sha256_isCopiedWhenItIsKnown();
     void sha256_isOfferedForBytesAlone();
@@ -297,6 +298,25 @@ void TestWindowFacts::narrowWindow_tellsTheOriginShorter() {
     QVERIFY(line->fontMetrics().horizontalAdvance(line->text()) < line->width());
     QVERIFY(facts(velm).startsWith(name));
     QCOMPARE(QTextDocumentFragment::fromHtml(line->toolTip()).toPlainText(), facts(velm));
+}
+
+void TestWindowFacts::narrowWindow_tellsTheDifferencesBeforeTheChecksums() {
+    WindowFixture velm;
+    velm.settings().setValue(settingsKeys::binary,
+                             velm.write(QStringLiteral("rom.bin"), QByteArray(10000, 'x')));
+    velm.start();
+    velm.click(velm.controls().btn_read);
+    velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
+    FactsLine *line = velm.controls().factsLine;
+    velm.velm().window().resize(900, 600);
+    moveTo(velm, 1, 1);
+    QTRY_VERIFY(facts(velm).contains(QStringLiteral("differences, 55,536 bytes shorter")));
+    QTRY_VERIFY2(line->text().contains(QStringLiteral("differences, 55,536 bytes shorter")),
+                 qPrintable(line->text()));
+    QVERIFY(!line->text().contains(QStringLiteral("CRC-32")));
+    QVERIFY2(line->text().contains(QStringLiteral("at 0010: 0x78")), qPrintable(line->text()));
+    velm.velm().window().resize(1900, 700);
+    QTRY_COMPARE(line->text(), facts(velm));
 }
 
 void TestWindowFacts::copy_takesTheWholeOrWhatIsSelected() {
