@@ -99,6 +99,8 @@ public:
 
     /// All columns and a page of rows.
     QSize sizeHint() const override;
+    /// A few rows, however little of their columns.
+    QSize minimumSizeHint() const override;
     QSize viewportSizeHint() const override;
 
 signals:

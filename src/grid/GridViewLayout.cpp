@@ -42,6 +42,13 @@ QSize GridView::viewportSizeHint() const {
             preferredRows * rowHeight_};
 }
 
+QSize GridView::minimumSizeHint() const {
+    constexpr int leastRows = 8;
+    const int chrome = 2 * frameWidth() + header_->sizeHint().height() +
+                       horizontalScrollBar()->sizeHint().height();
+    return {QAbstractItemView::minimumSizeHint().width(), leastRows * rowHeight_ + chrome};
+}
+
 QSize GridView::sizeHint() const {
     const QSize chrome(2 * frameWidth() + verticalScrollBar()->sizeHint().width(),
                        2 * frameWidth() + header_->sizeHint().height());

@@ -23,6 +23,7 @@ private slots:
     void firstSize_isWithinTheScreen();
     void nothing_isCut_data();
     void nothing_isCut();
+    void lowWindow_leavesTheGridItsRows();
     void sideColumn_showsAllOfItsWidth();
     void grid_readsFromLeftToRightEverywhere();
     void hexadecimal_hasNoDigitsOfAnotherScript();
@@ -131,6 +132,22 @@ void TestWindowFit::nothing_isCut() {
         QCoreApplication::processEvents();
         QCOMPARE(cutIn(window).join(u'\n'), QString());
     }
+}
+
+void TestWindowFit::lowWindow_leavesTheGridItsRows() {
+    WindowFixture velm;
+    velm.start();
+    velm.velm().window().resize(1100, 740);
+    velm.click(velm.controls().btn_read);
+    QTest::keyClick(&velm.velm().window(), Qt::Key_F, Qt::ControlModifier);
+    velm.velm().window().resize(900, 600);
+    velm.settle();
+    const GridView *grid = velm.controls().tableview;
+    QCOMPARE(velm.velm().window().size(), QSize(900, 600));
+    QTRY_VERIFY(velm.controls().findBar->isVisible());
+    QTRY_VERIFY2(grid->viewport()->height() >= 8 * grid->rowHeight(),
+                 qPrintable(QString::number(grid->viewport()->height() / grid->rowHeight())));
+    QVERIFY(velm.controls().textView->height() > 0);
 }
 
 void TestWindowFit::sideColumn_showsAllOfItsWidth() {
