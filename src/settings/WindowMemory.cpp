@@ -18,6 +18,7 @@ const QString splitterKey = QStringLiteral("window/splitter");
 const QString gridPercentKey = QStringLiteral("views/gridPercent");
 const QString consolePercentKey = QStringLiteral("views/consolePercent");
 const QString wrapsConsoleKey = QStringLiteral("views/wrapsConsole");
+const QString showsBothKey = QStringLiteral("views/showsBoth");
 const QString showsConsoleKey = QStringLiteral("views/showsConsole");
 const QString folderKey = QStringLiteral("folders/%1");
 const QString recentKey = QStringLiteral("files/recent");
@@ -80,14 +81,16 @@ ViewChoices WindowMemory::viewChoices() const {
     return {number(gridPercentKey, usual.gridPercent),
             number(consolePercentKey, usual.consolePercent),
             number(wrapsConsoleKey, usual.wrapsConsole) != 0,
-            number(showsConsoleKey, usual.showsConsole) != 0};
+            number(showsConsoleKey, usual.showsConsole) != 0,
+            number(showsBothKey, usual.showsBoth) != 0};
 }
 
 void WindowMemory::setViewChoices(const ViewChoices &choices) {
     write(file_, QVariantMap{{gridPercentKey, choices.gridPercent},
                              {consolePercentKey, choices.consolePercent},
                              {wrapsConsoleKey, int(choices.wrapsConsole)},
-                             {showsConsoleKey, int(choices.showsConsole)}});
+                             {showsConsoleKey, int(choices.showsConsole)},
+                             {showsBothKey, int(choices.showsBoth)}});
 }
 
 QString WindowMemory::lastFolder(const QString &purpose) const {

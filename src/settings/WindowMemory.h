@@ -17,6 +17,7 @@ struct ViewChoices {
     int consolePercent = 100;
     bool wrapsConsole = false;
     bool showsConsole = true;
+    bool showsBoth = true; ///< both images beside each other, where there is room
 
     friend bool operator==(const ViewChoices &, const ViewChoices &) = default;
 };
