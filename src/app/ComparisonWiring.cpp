@@ -9,6 +9,7 @@
 #include "language/RunLog.h"
 #include "views/DifferenceSteps.h"
 #include "views/ImageComparison.h"
+#include "views/SideBySide.h"
 
 #include "ui_MainWindow.h"
 
@@ -42,6 +43,28 @@ ImageComparison &makeComparison(MainWindow &window, AppDelegate &delegate, const
     c.tableview->addMarks(*comparison);
     refresh();
     return *comparison;
+}
+
+SideBySide &makeSideBySide(MainWindow &window, const AppDelegate &delegate,
+                           ImageComparison &comparison) {
+    const Ui::MainWindow &c = window.controls();
+    using Other = SideBySide::OtherImage;
+    const auto other = [&c, &delegate, &comparison]() -> std::optional<Other> {
+        const ComparedImages::Shown shown = shownTab(c);
+        if (shown == ComparedImages::Shown::Neither || !comparison.hasBoth())
+            return std::nullopt;
+        if (shown == ComparedImages::Shown::Read)
+            return Other{delegate.state().output_data, delegate.imageRevision(),
+                         AppDelegate::tr("Beside: data to burn")};
+        return Other{delegate.state().read_from_chip_data, 0,
+                     AppDelegate::tr("Beside: data read from chip")};
+    };
+    auto *sideBySide =
+        new SideBySide({*c.tableview, *c.besideGrid, *c.besideHeading}, other, &window);
+    c.besideGrid->addMarks(comparison.marksBeside());
+    QObject::connect(&comparison, &ImageComparison::changed, sideBySide, &SideBySide::refresh);
+    QObject::connect(&comparison, &ImageComparison::changed, c.besideGrid, &GridView::refreshMarks);
+    return *sideBySide;
 }
 
 void addDifferenceSteps(QMenu &menu, MainWindow &window, const ImageComparison &comparison,

@@ -9,10 +9,16 @@ class MainWindow;
 class Messages;
 class QMenu;
 class RunLog;
+class SideBySide;
 
 /// Makes what compares the images of \a delegate, which a run in \a runs may have brought, and has
 /// the grid of \a window mark where they differ. It lives as long as \a window does.
 ImageComparison &makeComparison(MainWindow &window, AppDelegate &delegate, const RunLog &runs);
+
+/// Makes what shows the other image of \a delegate beside the one of the tab, where the window has
+/// the room and \a comparison has something to compare. It lives as long as \a window does.
+SideBySide &makeSideBySide(MainWindow &window, const AppDelegate &delegate,
+                           ImageComparison &comparison);
 
 /// Adds the steps from difference to difference to \a menu; what they have to say is said in
 /// \a messages.

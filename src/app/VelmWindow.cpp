@@ -15,6 +15,7 @@
 #include "settings/SettingsStore.h"
 #include "tool/ScriptedMiniPro.h"
 #include "views/RunsMenu.h"
+#include "views/SideBySide.h"
 #include "widgets/ConsoleView.h"
 
 #include "ui_MainWindow.h"
@@ -62,14 +63,13 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
         window_, delegate_,
         {binder_, favourites_, searcher_, searchPanel_, work_, messages_, gate_, files_});
     const WindowMenus menus = makeWindowMenus(window_, delegate_, work_, gate_, files_);
-    viewControls_.addEntries(*menus.view);
     runControls_.setActions(menus.offWhileRunning, menus.stop);
     settings_.setGuard([this] { return work_.isIdle(); });
     connect(&settings_, &SettingsStore::changeRefused, this, [this] { gate_.refuses(); });
     connect(&work_, &WorkState::changed, this, &VelmWindow::workChanged);
     followVerdicts();
     followRuns();
-    followImages(*menus.edit);
+    followImages(menus);
     followChips();
     followLogicTests();
     followLatePrinters();
@@ -160,9 +160,11 @@ void VelmWindow::followRuns() {
     connect(c.btn_copy_command, &QToolButton::clicked, c.nextCommand, &NextCommand::copyAll);
 }
 
-void VelmWindow::followImages(QMenu &edit) {
-    const ImageComparison &comparison = makeComparison(window_, delegate_, runLog_);
-    addDifferenceSteps(edit, window_, comparison, messages_);
+void VelmWindow::followImages(const WindowMenus &menus) {
+    ImageComparison &comparison = makeComparison(window_, delegate_, runLog_);
+    addDifferenceSteps(*menus.edit, window_, comparison, messages_);
+    SideBySide &sideBySide = makeSideBySide(window_, delegate_, comparison);
+    viewControls_.addEntries(*menus.view, *sideBySide.action());
     wireFacts(window_, delegate_, runLog_, {settings_, comparison});
 }
 

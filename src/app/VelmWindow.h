@@ -28,6 +28,8 @@
 
 #include <functional>
 
+struct WindowMenus;
+
 /// The whole program but for its process: the window, its controller and what binds the two, put
 /// together from what a process, a test or a demonstration supplies.
 class VelmWindow final : public QObject {
@@ -72,7 +74,7 @@ private:
     void followVerdicts();
     std::optional<ShownNow> shownNow() const;
     void followRuns();
-    void followImages(QMenu &edit);
+    void followImages(const WindowMenus &menus);
     void followChips();
     void followLogicTests();
     void followLatePrinters();

@@ -26,11 +26,12 @@ void ViewControls::addSize(QMenu &view, const QString &text, QKeySequence::Stand
     action->setToolTip(tr("Of the console while it has the focus, of the grid otherwise"));
 }
 
-void ViewControls::addEntries(QMenu &view) {
+void ViewControls::addEntries(QMenu &view, QAction &beside) {
+    beside_ = &beside;
     ConsoleView &console = *controls_.textView;
     console.visibleAction()->setShortcut(Qt::Key_F9);
     console.visibleAction()->setAutoRepeat(false);
-    view.addActions({console.visibleAction(), console.wrapAction()});
+    view.addActions({beside_, console.visibleAction(), console.wrapAction()});
     view.addSeparator();
     view.setToolTipsVisible(true);
     addSize(view, tr("Lar&ger letters"), QKeySequence::ZoomIn, &ViewZoom::enlarge);
@@ -41,7 +42,7 @@ void ViewControls::addEntries(QMenu &view) {
 ViewChoices ViewControls::choices() const {
     const ConsoleView &console = *controls_.textView;
     return {grid_.percent(), console_.percent(), console.wrapAction()->isChecked(),
-            console.visibleAction()->isChecked()};
+            console.visibleAction()->isChecked(), beside_->isChecked()};
 }
 
 void ViewControls::setChoices(const ViewChoices &choices) {
@@ -49,4 +50,5 @@ void ViewControls::setChoices(const ViewChoices &choices) {
     console_.setPercent(choices.consolePercent);
     controls_.textView->wrapAction()->setChecked(choices.wrapsConsole);
     controls_.textView->visibleAction()->setChecked(choices.showsConsole);
+    beside_->setChecked(choices.showsBoth);
 }

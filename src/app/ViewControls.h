@@ -6,6 +6,7 @@
 #include "settings/WindowMemory.h"
 #include "widgets/ViewZoom.h"
 
+class QAction;
 class QMenu;
 
 namespace Ui {
@@ -21,8 +22,8 @@ public:
     /// Works on \a controls, which must live as long.
     explicit ViewControls(Ui::MainWindow &controls, QObject *parent = nullptr);
 
-    /// Adds the entries to \a view.
-    void addEntries(QMenu &view);
+    /// Adds the entries to \a view, and \a beside, which shows the other image, among them.
+    void addEntries(QMenu &view, QAction &beside);
 
     ViewChoices choices() const;
     void setChoices(const ViewChoices &choices);
@@ -35,4 +36,5 @@ private:
     Ui::MainWindow &controls_;
     ViewZoom grid_;
     ViewZoom console_;
+    QAction *beside_ = nullptr;
 };

@@ -87,31 +87,36 @@ std::optional<qint64> ImageComparison::previousFrom(qint64 offset) const {
     return previousDifference(bytesOf(read), bytesOf(toBurn), offset);
 }
 
-/// The byte of the image that is not shown, where both have one and they differ.
-std::optional<quint8> ImageComparison::otherByteAt(qint64 offset) const {
+std::optional<ImageComparison::Pair> ImageComparison::pairAt(qint64 offset) const {
     const ByteBuffer read = read_.lock();
     const ByteBuffer toBurn = toBurn_.lock();
     const bool inBoth = offset >= 0 && offset < lengthOf(read) && offset < lengthOf(toBurn);
     if (shown_ == Shown::Neither || !inBoth)
         return std::nullopt;
-    const auto readByte = quint8(bytesOf(read)[offset]);
-    const auto byteToBurn = quint8(bytesOf(toBurn)[offset]);
-    if (readByte == byteToBurn)
-        return std::nullopt;
-    return shown_ == Shown::Read ? byteToBurn : readByte;
+    const Pair pair{quint8(bytesOf(read)[offset]), quint8(bytesOf(toBurn)[offset])};
+    return pair.read != pair.toBurn ? std::optional(pair) : std::nullopt;
 }
 
 ByteMark ImageComparison::markAt(qint64 offset) const {
-    return {.differs = otherByteAt(offset).has_value()};
+    return {.differs = pairAt(offset).has_value()};
+}
+
+/// Of a byte of one image, what the other has there.
+QString ImageComparison::words(const Pair &pair, bool ofRead) {
+    constexpr int digits = 2;
+    const QString text = QString::number(ofRead ? pair.toBurn : pair.read, hexadecimal)
+                             .toUpper()
+                             .rightJustified(digits, u'0');
+    return ofRead ? tr("%1 in the data to burn").arg(text)
+                  : tr("%1 in the data read from the chip").arg(text);
 }
 
 QString ImageComparison::wordsAt(qint64 offset) const {
-    constexpr int digits = 2;
-    const std::optional<quint8> other = otherByteAt(offset);
-    if (!other)
-        return {};
-    const QString text =
-        QString::number(*other, hexadecimal).toUpper().rightJustified(digits, u'0');
-    return shown_ == Shown::Read ? tr("%1 in the data to burn").arg(text)
-                                 : tr("%1 in the data read from the chip").arg(text);
+    const std::optional<Pair> pair = pairAt(offset);
+    return pair ? words(*pair, shown_ == Shown::Read) : QString();
+}
+
+QString ImageComparison::Beside::wordsAt(qint64 offset) const {
+    const std::optional<Pair> pair = comparison_.pairAt(offset);
+    return pair ? words(*pair, comparison_.shown_ != Shown::Read) : QString();
 }

@@ -54,6 +54,9 @@ public:
     /// Where they differ, as far as it is known.
     const ImageDifferencesReader &blocks() const { return reader_; }
 
+    /// Marks the same bytes for whoever shows the image that the tab does not show.
+    const GridMarks &marksBeside() const { return beside_; }
+
     /// The place of differing bytes that follows \a offset, or precedes it; nothing if there is
     /// none. nextFrom(-1) is the first, previousFrom() the length of an image the last.
     std::optional<qint64> nextFrom(qint64 offset) const;
@@ -69,7 +72,26 @@ signals:
 private:
     void turn();
     bool isTheSame(const ComparedImages &images) const;
-    std::optional<quint8> otherByteAt(qint64 offset) const;
+    /// The bytes of both images at one offset, where they differ.
+    struct Pair {
+        quint8 read = 0;
+        quint8 toBurn = 0;
+    };
+    std::optional<Pair> pairAt(qint64 offset) const;
+    static QString words(const Pair &pair, bool ofRead);
+
+    /// What is said of the image that is not shown.
+    class Beside final : public GridMarks {
+    public:
+        explicit Beside(const ImageComparison &comparison) : comparison_(comparison) {}
+        ByteMark markAt(qint64 offset) const override { return comparison_.markAt(offset); }
+        QString wordsAt(qint64 offset) const override;
+
+    private:
+        const ImageComparison &comparison_;
+    };
+
+    const Beside beside_{*this};
 
     Source source_;
     std::weak_ptr<QByteArray> read_;
