@@ -43,13 +43,14 @@ public:
                 tr("Check the environment variable SHELL, which names the shell that starts it.")};
     }
     FailureWords operator()(const ToolNotFound &) const {
-        return {tr("The shell did not find the programmer tool \"%1\".").arg(facts_.tool),
+        return {tr("The shell did not find the programmer tool \u201c%1\u201d.").arg(facts_.tool),
                 tr("Enter its path in the field Programmer tool."), nextSteps::ChooseTool{}};
     }
     FailureWords operator()(const ToolNotExecuted &) const {
-        return {tr("The shell could not execute the programmer tool \"%1\".").arg(facts_.tool),
-                tr("Enter the path of a program in the field Programmer tool."),
-                nextSteps::ChooseTool{}};
+        return {
+            tr("The shell could not execute the programmer tool \u201c%1\u201d.").arg(facts_.tool),
+            tr("Enter the path of a program in the field Programmer tool."),
+            nextSteps::ChooseTool{}};
     }
     FailureWords operator()(const ToolError &error) const { return std::visit(*this, error); }
     FailureWords operator()(const NoDatabase &) const;
@@ -87,8 +88,9 @@ public:
     }
     FailureWords operator()(const UnknownDevice &device) const;
     FailureWords operator()(const UnsupportedDevice &) const {
-        return failed(tr("the tool cannot do this with the device \"%1\"").arg(facts_.device),
-                      tr("If it is a logic IC, press Logic test."));
+        return failed(
+            tr("the tool cannot do this with the device \u201c%1\u201d").arg(facts_.device),
+            tr("If it is a logic IC, press Logic test."));
     }
     FailureWords operator()(const WrongChipId &id) const {
         return failed(
@@ -118,11 +120,11 @@ public:
     FailureWords operator()(const BadRecord &record) const;
     FailureWords operator()(const NoConfiguration &) const {
         return failed(tr("the device has no fuses or lock bits to work on"),
-                      tr("Take \"-c\" out of the field Programmer tool."));
+                      tr("Take \u201c-c\u201d out of the field Programmer tool."));
     }
     FailureWords operator()(const NoChipId &) const {
         return failed(tr("the device has no chip ID that could be read"),
-                      tr("Take \"-D\" out of the field Programmer tool."));
+                      tr("Take \u201c-D\u201d out of the field Programmer tool."));
     }
     FailureWords operator()(const WrongCommandLine &line) const {
         return failed(
@@ -184,12 +186,13 @@ FailureWords FailureWording::operator()(const NoProgrammer &) const {
 FailureWords FailureWording::plugged(const UsbProgrammer &programmer) const {
     switch (programmer.access) {
     case UsbProgrammer::Access::Refused:
-        return {tr("No programmer was found: one is plugged in (%1), but you may not use it.")
-                    .arg(programmer.name),
-                tr("Put this line into /etc/udev/rules.d/60-minipro.rules, run \"udevadm control "
-                   "--reload\" as root and plug it in again: %1")
-                    .arg(udevRuleFor(programmer)),
-                nextSteps::CopyUdevRule{udevRuleFor(programmer)}};
+        return {
+            tr("No programmer was found: one is plugged in (%1), but you may not use it.")
+                .arg(programmer.name),
+            tr("Put this line into /etc/udev/rules.d/60-minipro.rules, run \u201cudevadm control "
+               "--reload\u201d as root and plug it in again: %1")
+                .arg(udevRuleFor(programmer)),
+            nextSteps::CopyUdevRule{udevRuleFor(programmer)}};
     case UsbProgrammer::Access::NoNode:
         return {tr("No programmer was found: one is plugged in (%1), but its device %2 is out of "
                    "reach.")
@@ -226,9 +229,10 @@ FailureWords FailureWording::operator()(const UnknownDevice &device) const {
         return (*this)(NoDatabase{});
     if (device.name.isEmpty())
         return {tr("Enter a device first."), {}};
-    return {tr("The programmer tool does not know the device \"%1\".").arg(shortened(device.name)),
+    return {tr("The programmer tool does not know the device \u201c%1\u201d.")
+                .arg(shortened(device.name)),
             device.name.endsWith(u"(custom)")
-                ? tr("Remove \"(custom)\", which is no part of the name.")
+                ? tr("Remove \u201c(custom)\u201d, which is no part of the name.")
                 : tr("Choose a name that Search devices finds.")};
 }
 
@@ -237,7 +241,7 @@ FailureWords FailureWording::operator()(const WrongSize &size) const {
     const QString needed = grouped(size.needed);
     const QString reason = facts_.imageIsShown
                                ? tr("the data have %1 bytes, the chip needs %2").arg(found, needed)
-                               : tr("the file \"%3\" has %1 bytes, the chip needs %2")
+                               : tr("the file \u201c%3\u201d has %1 bytes, the chip needs %2")
                                      .arg(found, needed, facts_.imagePath);
     if (size.found >= size.needed)
         return failed(reason, tr("Choose a larger chip or shorter data, or turn on Ignore size "
@@ -277,7 +281,7 @@ FailureWords FailureWording::operator()(const Difference &difference) const {
         reason = in(tr("at address %1 the data have %2 and the chip has %3"));
     else
         reason =
-            tr("at address %1 the file \"%4\" has %2 and the chip has %3")
+            tr("at address %1 the file \u201c%4\u201d has %2 and the chip has %3")
                 .arg(difference.address, difference.inFile, difference.inChip, facts_.imagePath);
     FailureWords words =
         failed(reason, facts_.operation == WriteOperation
@@ -295,7 +299,8 @@ FailureWords FailureWording::operator()(const NoData &) const {
     const QString nextStep = tr("Open a binary, or read a chip and use its data.");
     if (facts_.imageIsShown && facts_.imageLength == 0)
         return failed(tr("there are no data to burn"), nextStep);
-    return failed(tr("the file \"%1\" is empty, or no file").arg(facts_.imagePath), nextStep);
+    return failed(tr("the file \u201c%1\u201d is empty, or no file").arg(facts_.imagePath),
+                  nextStep);
 }
 
 FailureWords FailureWording::operator()(const UnopenedFile &file) const {
@@ -304,12 +309,13 @@ FailureWords FailureWording::operator()(const UnopenedFile &file) const {
                         : tr("See that it is there and may be read.");
     const QString path = shortened(file.path);
     if (file.reason.isEmpty())
-        return failed(file.forWriting ? tr("the tool could not write to \"%1\"").arg(path)
-                                      : tr("the tool could not open \"%1\"").arg(path),
+        return failed(file.forWriting ? tr("the tool could not write to \u201c%1\u201d").arg(path)
+                                      : tr("the tool could not open \u201c%1\u201d").arg(path),
                       nextStep);
     const QString reason = shortened(file.reason);
-    return failed(file.forWriting ? tr("the tool could not write to \"%1\" (%2)").arg(path, reason)
-                                  : tr("the tool could not open \"%1\" (%2)").arg(path, reason),
+    return failed(file.forWriting
+                      ? tr("the tool could not write to \u201c%1\u201d (%2)").arg(path, reason)
+                      : tr("the tool could not open \u201c%1\u201d (%2)").arg(path, reason),
                   nextStep);
 }
 
@@ -354,10 +360,11 @@ FailureWords FailureWording::operator()(const BadStatus &end) const {
 
 FailureWords FailureWording::operator()(const GoodStatus &) const {
     if (facts_.report.logicPassed)
-        return failed(tr("nothing was tested, because %1 is no logic IC. The tool's line \"Logic "
-                         "test successful.\" says nothing here: it had no vectors to test")
-                          .arg(facts_.device),
-                      chooseLogicIc());
+        return failed(
+            tr("nothing was tested, because %1 is no logic IC. The tool's line \u201cLogic "
+               "test successful.\u201d says nothing here: it had no vectors to test")
+                .arg(facts_.device),
+            chooseLogicIc());
     return failed(tr("the programmer tool did not say that it succeeded"), lookFurther());
 }
 

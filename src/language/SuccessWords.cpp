@@ -95,8 +95,8 @@ RunOutcome SuccessWording::byOperation() const {
     if (!different)
         return isWrite() ? write() : verify();
     if (!facts_.imageIsShown)
-        addRemark(*different, tr("The file was \"%1\", not the data shown.").arg(facts_.imagePath),
-                  {});
+        addRemark(*different,
+                  tr("The file was \u201c%1\u201d, not the data shown.").arg(facts_.imagePath), {});
     return *different;
 }
 
@@ -109,11 +109,10 @@ RunOutcome SuccessWording::read() const {
 }
 
 RunOutcome SuccessWording::verify() const {
-    return facts_.imageIsShown
-               ? succeeded(tr("Verify succeeded: the chip holds the data to burn."))
-               : qualified(
-                     tr("Verify succeeded: the chip holds the file \"%1\", not the data shown.")
-                         .arg(facts_.imagePath));
+    return facts_.imageIsShown ? succeeded(tr("Verify succeeded: the chip holds the data to burn."))
+                               : qualified(tr("Verify succeeded: the chip holds the file "
+                                              "\u201c%1\u201d, not the data shown.")
+                                               .arg(facts_.imagePath));
 }
 
 RunOutcome SuccessWording::write() const {
@@ -123,10 +122,12 @@ RunOutcome SuccessWording::write() const {
     if (facts_.imageIsShown)
         return qualified(tr("Write succeeded; it was not verified."), compare);
     return report_.verified
-               ? qualified(tr("Write succeeded and was verified: the chip holds the file \"%1\", "
-                              "not the data shown.")
-                               .arg(facts_.imagePath))
-               : qualified(tr("Write succeeded for the file \"%1\", not the data shown; it was not "
+               ? qualified(
+                     tr("Write succeeded and was verified: the chip holds the file \u201c%1\u201d, "
+                        "not the data shown.")
+                         .arg(facts_.imagePath))
+               : qualified(tr("Write succeeded for the file \u201c%1\u201d, not the data shown; it "
+                              "was not "
                               "verified.")
                                .arg(facts_.imagePath),
                            compare);
@@ -217,7 +218,8 @@ RunOutcome SuccessWording::unknownSize() const {
                  "-S the tool does not say whether one is longer.")
             : tr("Write succeeded as far as both the file and the chip go, and was not verified: "
                  "with -S the tool does not say whether one is longer.");
-    return qualified(sentence, tr("Take \"-S\" out of the field Programmer tool to be told."));
+    return qualified(sentence,
+                     tr("Take \u201c-S\u201d out of the field Programmer tool to be told."));
 }
 
 } // namespace

@@ -76,7 +76,7 @@ void TestRunOutcome::capturedRun_isJudged_data() {
         "Failed | No programmer was found. Is it plugged in, and may you use its USB device?");
     row("busy", VerifyOperation, "Failed | The programmer is in use by another program.");
     row("unknown-device", ReadOperation,
-        "Failed | The programmer tool does not know the device \"NOSUCHCHIP\".");
+        "Failed | The programmer tool does not know the device \u201cNOSUCHCHIP\u201d.");
     row("erase-AT28C256", WriteOperation,
         "Failed | Write failed: the programmer tool did not say that it succeeded.");
     row("version", ReadOperation,
@@ -153,16 +153,18 @@ void TestRunOutcome::percentSigns_stayAsTheyAre() {
                               QStringLiteral("Could not open file /a %2 %3/%1 for reading.\n"
                                              "No %1 such %2 file\n"));
     QCOMPARE(judgeRun(facts).sentence,
-             QStringLiteral("Write failed: the tool could not open \"/a %2 %3/%1\" (No %1 such %2 "
-                            "file)."));
+             QStringLiteral(
+                 "Write failed: the tool could not open \u201c/a %2 %3/%1\u201d (No %1 such %2 "
+                 "file)."));
     facts =
         finished(VerifyOperation, 1,
                  QStringLiteral("Verification failed at address 0x0: File=0x01, Device=0x02\n"));
     facts.imageIsShown = false;
     facts.imagePath = QStringLiteral("/%1/%2/%4");
     QCOMPARE(judgeRun(facts).sentence,
-             QStringLiteral("Verify failed: at address 0x0 the file \"/%1/%2/%4\" has 0x01 and the "
-                            "chip has 0x02."));
+             QStringLiteral(
+                 "Verify failed: at address 0x0 the file \u201c/%1/%2/%4\u201d has 0x01 and the "
+                 "chip has 0x02."));
 }
 
 void TestRunOutcome::notStarted_saysWhy() {

@@ -78,11 +78,13 @@ void TestSearchOutcome::search_isToldAs_data() {
     row("no match, no words", ended(0, ""), "No device's name holds this term.");
     row("the tool is not there",
         ended(127, "bash: line 1: /opt/minipro: No such file or directory\n"),
-        "The shell did not find the programmer tool \"/opt/minipro\". Enter its path in the field "
+        "The shell did not find the programmer tool \u201c/opt/minipro\u201d. Enter its path in "
+        "the field "
         "Programmer tool.");
     row("the tool cannot be executed",
         ended(126, "bash: line 1: /opt/minipro: Permission denied\n"),
-        "The shell could not execute the programmer tool \"/opt/minipro\". Enter the path of a "
+        "The shell could not execute the programmer tool \u201c/opt/minipro\u201d. Enter the path "
+        "of a "
         "program in the field Programmer tool.");
     row("another program has the programmer",
         ended(1, "\nIO error: claim_interface: LIBUSB_ERROR_BUSY\n"),
@@ -186,8 +188,9 @@ void TestSearchOutcome::waitingSearch_isToldAs_data() {
         << QStringLiteral("No programmer was found: one is plugged in (T76), but you may not use "
                           "it.") +
                wait +
-               QStringLiteral(" Put this line into /etc/udev/rules.d/60-minipro.rules, run "
-                              "\"udevadm control --reload\" as root and plug it in again: ") +
+               QStringLiteral(
+                   " Put this line into /etc/udev/rules.d/60-minipro.rules, run "
+                   "\u201cudevadm control --reload\u201d as root and plug it in again: ") +
                udevRuleFor(refused.programmers->first());
     RunFacts unknown = ended(0, menu).run;
     unknown.programmers.reset();
