@@ -66,7 +66,8 @@ std::optional<ShownImage> shownImage(const Ui::MainWindow &c, AppDelegate &deleg
         return std::nullopt;
     const ImageState state = delegate.edits().state();
     return ShownImage{bytes, state.revision, false,
-                      burnOriginWords(state.source, state.madeWith.binary, state.edits),
+                      burnOriginWords(state.source, state.madeWith.binary,
+                                      delegate.openedBinary().onDisk(), state.edits),
                       comparisonWords(context)};
 }
 
@@ -87,6 +88,8 @@ void wireFacts(MainWindow &window, AppDelegate &delegate, const RunLog &runs,
     QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, c.factsLine, &FactsLine::refresh);
     QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, c.imageMap, &ImageMap::refresh);
     QObject::connect(&runs, &RunLog::added, c.factsLine, &FactsLine::refresh);
+    QObject::connect(&delegate.openedBinary(), &OpenedBinary::onDiskChanged, c.factsLine,
+                     &FactsLine::refresh);
     QObject::connect(&context.comparison, &ImageComparison::changed, c.factsLine,
                      &FactsLine::refresh);
     QObject::connect(&context.settings, &SettingsStore::valueChanged, c.factsLine,

@@ -152,6 +152,8 @@ public:
         return dropOperation(drag);
     }
 
+    /// The opened file, to look at.
+    const OpenedBinary &openedBinary() const { return openedBinary_; }
     /// The images and tables, to look at.
     const State &state() const { return state_; }
     /// Which state of the data to burn it is: equal numbers mean equal bytes.

@@ -17,6 +17,7 @@ OpenedBinary::OpenedBinary(ByteBuffer &bytes, Messages &messages, const ActionGa
 
 void OpenedBinary::load(const QString &path) {
     messages_.happened(Event::BinaryLoading);
+    onDisk_ = OpenedFileWatch::State::AsOpened;
     watch_.watch(path);
     if (bytes_ && fileHolds(path, *bytes_))
         return sayHowItReads(path);
@@ -40,8 +41,17 @@ void OpenedBinary::sayHowItReads(const QString &path) {
 }
 
 void OpenedBinary::fileChanged(OpenedFileWatch::State state) {
+    const bool isChanged = state == OpenedFileWatch::State::Changed;
+    // It may have been touched, or written again as it was.
+    const bool isSame = isChanged && bytes_ && fileHolds(watch_.path(), *bytes_);
+    onDisk_ = isSame ? OpenedFileWatch::State::AsOpened : state;
+    sayOnDisk();
+    emit onDiskChanged();
+}
+
+void OpenedBinary::sayOnDisk() {
     const QString path = QDir::toNativeSeparators(watch_.path());
-    switch (state) {
+    switch (onDisk_) {
     case OpenedFileWatch::State::AsOpened:
         return messages_.takeBack(Topic::OpenedFile);
     case OpenedFileWatch::State::Gone:
@@ -49,8 +59,6 @@ void OpenedBinary::fileChanged(OpenedFileWatch::State state) {
             Topic::OpenedFile,
             tr("%1 is no longer on the disk; its bytes are still here.").arg(path));
     case OpenedFileWatch::State::Changed:
-        if (bytes_ && fileHolds(watch_.path(), *bytes_))
-            return; // touched, or written again as it was
         return messages_.sayTrouble(Topic::OpenedFile,
                                     tr("%1 has changed on the disk since it was opened.").arg(path),
                                     {tr("Reload"), [this] { askToReload(); }});

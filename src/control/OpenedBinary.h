@@ -23,7 +23,12 @@ public:
     /// file.
     void load(const QString &path);
 
+    /// How the file on the disk is to what was loaded from it.
+    OpenedFileWatch::State onDisk() const { return onDisk_; }
+
 signals:
+    /// The file on the disk is otherwise than before.
+    void onDiskChanged();
     /// The user wants the file's bytes as they are now, and the tool does not work.
     void reloadAsked();
 
@@ -31,9 +36,11 @@ private:
     void sayHowItReads(const QString &path);
     void askToReload();
     void fileChanged(OpenedFileWatch::State state);
+    void sayOnDisk();
 
     ByteBuffer &bytes_;
     Messages &messages_;
     const ActionGate &gate_;
     OpenedFileWatch watch_;
+    OpenedFileWatch::State onDisk_ = OpenedFileWatch::State::AsOpened;
 };

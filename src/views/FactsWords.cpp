@@ -28,10 +28,22 @@ QString hex(quint32 value, int digits) {
     return QString::number(value, hexadecimal).toUpper().rightJustified(digits, u'0');
 }
 
-QString sourceWords(std::optional<CompositionSource> source, const QString &binaryPath) {
+QString sourceWords(std::optional<CompositionSource> source, const QString &binaryPath,
+                    OpenedFileWatch::State onDisk) {
     if (source == CompositionSource::ReadData)
         return Wording::tr("data read from chip");
-    return source ? QFileInfo(binaryPath).fileName() : QString();
+    if (!source)
+        return {};
+    const QString name = QFileInfo(binaryPath).fileName();
+    switch (onDisk) {
+    case OpenedFileWatch::State::Changed:
+        return Wording::tr("%1 (changed on the disk since)").arg(name);
+    case OpenedFileWatch::State::Gone:
+        return Wording::tr("%1 (no longer on the disk)").arg(name);
+    case OpenedFileWatch::State::AsOpened:
+        break;
+    }
+    return name;
 }
 
 } // namespace
@@ -43,8 +55,8 @@ QString readOriginWords(const QString &device, const QDateTime &when, const QDat
 }
 
 QString burnOriginWords(std::optional<CompositionSource> source, const QString &binaryPath,
-                        int edits) {
-    QStringList words = {sourceWords(source, binaryPath)};
+                        OpenedFileWatch::State onDisk, int edits) {
+    QStringList words = {sourceWords(source, binaryPath, onDisk)};
     if (edits > 0)
         words << (edits == 1 ? Wording::tr("with 1 edit")
                              : Wording::tr("with %1 edits").arg(QLocale().toString(edits)));

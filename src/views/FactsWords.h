@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "files/OpenedFileWatch.h"
 #include "image/ImageComposition.h"
 #include "inspect/ImageDifferences.h"
 #include "inspect/ImageFacts.h"
@@ -19,9 +20,9 @@
 QString readOriginWords(const QString &device, const QDateTime &when, const QDate &today);
 
 /// Where the data to burn come from: \a source, the file at \a binaryPath if they are of an opened
-/// one, and \a edits made by hand.
+/// one (and how that file is on the disk by now), and \a edits made by hand.
 QString burnOriginWords(std::optional<CompositionSource> source, const QString &binaryPath,
-                        int edits);
+                        OpenedFileWatch::State onDisk, int edits);
 
 /// The size of an image in bytes.
 QString sizeWords(qint64 size);

@@ -13,6 +13,7 @@ private slots:
     void readOrigin_namesDeviceAndTime();
     void burnOrigin_data();
     void burnOrigin();
+    void burnOrigin_saysHowTheFileIsByNow();
     void size_data();
     void size();
     void checksums_haveAllTheirDigits();
@@ -70,11 +71,23 @@ void TestFactsWords::burnOrigin() {
     QFETCH(QString, words);
     const QLocale before;
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    QCOMPARE(burnOriginWords(source == noSource ? std::nullopt
-                                                : std::optional(CompositionSource(source)),
-                             QStringLiteral("/home/me/rom 1.bin"), edits),
+    QCOMPARE(burnOriginWords(
+                 source == noSource ? std::nullopt : std::optional(CompositionSource(source)),
+                 QStringLiteral("/home/me/rom 1.bin"), OpenedFileWatch::State::AsOpened, edits),
              words);
     QLocale::setDefault(before);
+}
+
+void TestFactsWords::burnOrigin_saysHowTheFileIsByNow() {
+    const auto origin = [](CompositionSource source, OpenedFileWatch::State onDisk) {
+        return burnOriginWords(source, QStringLiteral("/a/%1.bin"), onDisk, 1);
+    };
+    QCOMPARE(origin(CompositionSource::OpenedBinary, OpenedFileWatch::State::Changed),
+             QStringLiteral("%1.bin (changed on the disk since), with 1 edit"));
+    QCOMPARE(origin(CompositionSource::OpenedBinary, OpenedFileWatch::State::Gone),
+             QStringLiteral("%1.bin (no longer on the disk), with 1 edit"));
+    QCOMPARE(origin(CompositionSource::ReadData, OpenedFileWatch::State::Changed),
+             QStringLiteral("data read from chip, with 1 edit"));
 }
 
 void TestFactsWords::size_data() {

@@ -17,7 +17,7 @@ private slots:
     void recentFile_commitsWhatIsBeingTypedFirst();
     void openedBinary_isTakenAsStored();
     void openedBinary_changedOnDiskCanBeReloaded();
-    void openedBinary_goneFromDiskIsSaid();
+    void openedBinary_goneFromDiskIsSaidUntilItIsBack();
     void unreadableBinary_isNotWatched();
 };
 
@@ -56,8 +56,13 @@ void TestWindowOpened::openedBinary_changedOnDiskCanBeReloaded() {
     QTRY_VERIFY2(velm.message().contains(QStringLiteral("has changed on the disk")),
                  qPrintable(velm.message()));
     QCOMPARE(*velm.state().output_data, QByteArray("z123456789ABCDEFGHIJ"));
+    const FactsLine *facts = velm.controls().factsLine;
+    QTRY_VERIFY2(facts->wholeText().startsWith(
+                     QStringLiteral("rom.bin (changed on the disk since), with 1 edit")),
+                 qPrintable(facts->wholeText()));
     velm.click(velm.controls().messageLine->findChild<QPushButton *>());
     velm.settle();
+    QTRY_VERIFY(!facts->wholeText().contains(QStringLiteral("changed on the disk")));
     QCOMPARE(*velm.state().output_data, QByteArray("other"));
     QVERIFY2(!velm.message().contains(QStringLiteral("has changed on the disk")),
              qPrintable(velm.message()));
@@ -65,11 +70,14 @@ void TestWindowOpened::openedBinary_changedOnDiskCanBeReloaded() {
              qPrintable(velm.message()));
 }
 
-void TestWindowOpened::openedBinary_goneFromDiskIsSaid() {
+void TestWindowOpened::openedBinary_goneFromDiskIsSaidUntilItIsBack() {
     WindowFixture velm;
     showTwentyBytes(velm);
     QVERIFY(QFile::remove(velm.path(QStringLiteral("rom.bin"))));
     QTRY_VERIFY2(velm.message().contains(QStringLiteral("is no longer on the disk")),
+                 qPrintable(velm.message()));
+    velm.write(QStringLiteral("rom.bin"), "0123456789ABCDEFGHIJ");
+    QTRY_VERIFY2(!velm.message().contains(QStringLiteral("is no longer on the disk")),
                  qPrintable(velm.message()));
     QCOMPARE(*velm.state().output_data, QByteArray("0123456789ABCDEFGHIJ"));
 }
