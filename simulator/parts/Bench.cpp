@@ -51,11 +51,24 @@ Bytes Bench::load(const Chip &chip) const {
 }
 
 void Bench::store(const Chip &chip, const Bytes &content) const {
+    replace(fileOf(chip), content);
+}
+
+// The file has a byte for each test.
+std::size_t Bench::countLogicTest() const {
+    const std::filesystem::path file = folder_ / "logic-tests";
+    std::error_code error;
+    Bytes tests = std::filesystem::exists(file, error) ? readWholeFile(file) : Bytes();
+    tests.push_back('\n');
+    replace(file, tests);
+    return tests.size();
+}
+
+void Bench::replace(const std::filesystem::path &file, const Bytes &content) const {
     std::error_code error;
     std::filesystem::create_directories(folder_, error);
     if (error)
         throw failure("cannot make the bench folder", folder_, error.value());
-    const std::filesystem::path file = fileOf(chip);
     std::filesystem::path fresh = file;
     fresh += "." + std::to_string(getpid()) + ".new";
     OutputFile(fresh).fill(content);

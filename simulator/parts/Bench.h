@@ -25,11 +25,16 @@ public:
     /// Throws FileError.
     void store(const Chip &chip, const Bytes &content) const;
 
+    /// Counts one more test of a logic IC, in a file beside the chips; the first is 1. Throws
+    /// FileError.
+    [[nodiscard]] std::size_t countLogicTest() const;
+
     /// Characters that a file name cannot hold become "_".
     [[nodiscard]] std::filesystem::path fileOf(const Chip &chip) const;
 
 private:
     [[nodiscard]] Bytes firstContentOf(const Chip &chip) const;
+    void replace(const std::filesystem::path &file, const Bytes &content) const;
 
     std::filesystem::path folder_;
     FirstContent firstContent_;

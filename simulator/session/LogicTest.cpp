@@ -3,12 +3,16 @@
 
 #include "session/LogicTest.h"
 
+#include "parts/Bench.h"
 #include "session/Output.h"
 #include "session/Socket.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
+#include <set>
 #include <string_view>
+#include <vector>
 
 namespace sim {
 namespace {
@@ -32,14 +36,34 @@ bool isOutputLetter(char letter) {
     return letter == 'L' || letter == 'H';
 }
 
-/// The first pin that the part drives in any vector, counted from 0.
-std::size_t firstOutput(const LogicPart &part) {
-    const auto pins = std::size_t(part.pins);
-    for (std::size_t pin = 0; pin < pins; ++pin)
-        for (const LogicRow &row : part.rows)
-            if (isOutputLetter(row.letters()[pin]))
-                return pin;
-    return pins;
+/// The pins that the part drives in any vector, counted from 0.
+std::vector<std::size_t> outputsOf(const LogicPart &part) {
+    std::vector<std::size_t> outputs;
+    for (std::size_t pin = 0; pin < std::size_t(part.pins); ++pin)
+        if (std::any_of(part.rows.begin(), part.rows.end(),
+                        [pin](const LogicRow &row) { return isOutputLetter(row.letters()[pin]); }))
+            outputs.push_back(pin);
+    return outputs;
+}
+
+/// True in every third test at this bench, counted only while that fault is chosen.
+bool isFlakyNow(const Environment &environment) {
+    constexpr std::size_t testsInTurn = 3;
+    return environment.has(Fault::FlakyPin) &&
+           Bench(environment.bench, environment.firstContent).countLogicTest() % testsInTurn == 0;
+}
+
+/// The pins that are stuck high in this test.
+std::set<std::size_t> stuckPins(const LogicPart &part, const Environment &environment) {
+    const std::vector<std::size_t> outputs = outputsOf(part);
+    std::set<std::size_t> stuck;
+    if (outputs.empty())
+        return stuck;
+    if (environment.has(Fault::BadLogicPins))
+        stuck.insert(outputs.front());
+    if (isFlakyNow(environment))
+        stuck.insert(outputs.back());
+    return stuck;
 }
 
 /// A pin that is stuck high looks right only where high was expected.
@@ -53,12 +77,13 @@ struct Table {
     int errors = 0;
 };
 
-void addRow(std::size_t number, const std::string &letters, std::size_t stuckPin, Table &table) {
+void addRow(std::size_t number, const std::string &letters, const std::set<std::size_t> &stuck,
+            Table &table) {
     std::array<char, 32> start{};
     std::snprintf(start.data(), start.size(), "%04zu: ", number);
     table.text += start.data();
     for (std::size_t pin = 0; pin < letters.size(); ++pin) {
-        const bool bad = pin == stuckPin && isWrongWhenHigh(letters[pin]);
+        const bool bad = stuck.count(pin) > 0 && isWrongWhenHigh(letters[pin]);
         table.errors += bad ? 1 : 0;
         table.text += bad ? badColour : goodColour;
         table.text += {letters[pin], bad ? '-' : ' ', ' '};
@@ -96,8 +121,7 @@ Outcome testLogicPart(const LogicPart &part, const Environment &environment) {
         sayOvercurrent();
         return breakOff();
     }
-    const auto pins = std::size_t(part.pins);
-    const std::size_t stuckPin = environment.has(Fault::BadLogicPins) ? firstOutput(part) : pins;
+    const std::set<std::size_t> stuck = stuckPins(part, environment);
     Table table{headerOf(part.pins)};
     for (std::size_t i = 0; i < part.rows.size(); ++i) {
         if (environment.has(Fault::Unplugged) && i == part.rows.size() / 2) {
@@ -106,7 +130,7 @@ Outcome testLogicPart(const LogicPart &part, const Environment &environment) {
             sayNoAnswer();
             return Outcome::Failed;
         }
-        addRow(i, part.rows[i].letters(), stuckPin, table);
+        addRow(i, part.rows[i].letters(), stuck, table);
         spend(vectorTime, environment.pace);
     }
     return present(table);

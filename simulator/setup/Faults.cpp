@@ -36,6 +36,8 @@ constexpr std::array faultTable{
     FaultEntry{"closes-output-early", Fault::ClosesOutputEarly, "works on, outputs closed"},
     FaultEntry{"bad-logic-pins", Fault::BadLogicPins,
                "the first output of a logic IC is stuck at 1"},
+    FaultEntry{"flaky-pin", Fault::FlakyPin,
+               "the last output of a logic IC is stuck at 1 in every third test"},
     FaultEntry{"bootloader", Fault::Bootloader, "the programmer waits for new firmware"},
     FaultEntry{"no-database", Fault::NoDatabase, "the files that list the devices are missing"},
     FaultEntry{"no-tsop-adapter", Fault::NoTsopAdapter, "no adapter is below a TSOP chip"},

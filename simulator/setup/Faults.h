@@ -29,6 +29,7 @@ enum class Fault {
     LeavesGrandchild,
     ClosesOutputEarly,
     BadLogicPins,
+    FlakyPin,
     Bootloader,
     NoDatabase,
     NoTsopAdapter,

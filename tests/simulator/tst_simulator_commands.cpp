@@ -181,6 +181,7 @@ void TestSimulatorCommands::simulatorOption_namesEveryFaultAndVariable() {
                              "leaves-grandchild",
                              "closes-output-early",
                              "bad-logic-pins",
+                             "flaky-pin",
                              "bootloader",
                              "no-database",
                              "no-tsop-adapter"})
