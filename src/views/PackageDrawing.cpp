@@ -12,23 +12,38 @@
 
 namespace {
 
+QString countText(int failed, int runs) {
+    return QStringLiteral("%1/%2").arg(QString::number(failed), QString::number(runs));
+}
+
+/// Room for a count of so many runs; none for a single test.
+int countWidth(QFont font, int runs) {
+    if (runs == 0)
+        return 0;
+    font.setBold(true);
+    return QFontMetrics(font).horizontalAdvance(countText(runs, runs));
+}
+
 /// The measures of a package; all hang on the font.
 struct Measures {
-    explicit Measures(const QFont &font)
+    Measures(const QFont &font, int plannedRuns)
         : row(QFontMetrics(font).height()),
-          number(QFontMetrics(font).horizontalAdvance(QStringLiteral("400"))) {}
+          number(QFontMetrics(font).horizontalAdvance(QStringLiteral("400"))),
+          count(countWidth(font, plannedRuns)) {}
 
     int row;    ///< height of a pin, and width of its sign, letter and metal
     int number; ///< width of a pin's number
+    int count;  ///< width of what stands beside its sign
     int margin() const { return row / 3; }
     int gap() const { return row / 4; }
     int leg() const { return row * 2 / 3; }
     int body() const { return 2 * number + 2 * row + 2 * gap(); }
-    int side() const { return 2 * row + gap() + leg(); }
+    int side() const { return count + 2 * row + gap() + leg(); }
 };
 
 /// Where the parts of one pin are.
 struct PinPlaces {
+    QRect count;
     QRect sign;
     QRect letter;
     QRect leg;
@@ -37,16 +52,22 @@ struct PinPlaces {
 
 class PackagePainter {
 public:
-    PackagePainter(QPainter &painter, const QRect &place, const QPalette &palette)
-        : painter_(painter), palette_(palette), measures_(painter.font()), place_(place) {}
+    PackagePainter(QPainter &painter, const QRect &place, const PackagePicture &picture,
+                   const QPalette &palette)
+        : painter_(painter),
+          palette_(palette),
+          picture_(picture),
+          measures_(painter.font(), picture.plannedRuns),
+          place_(place) {}
 
-    void draw(const PackagePicture &picture);
+    void draw();
 
 private:
-    void drawCaption(const QString &caption);
+    void drawCaption();
     void drawBody(qsizetype rows);
     void drawPin(const TestedPin &pin, const PinPlaces &places);
     void drawSign(PinState state, const QRect &place);
+    void drawCount(int pin, const QRect &place, int alignment);
     void drawText(const QRect &place, int alignment, const QString &text, bool bold);
     QRect body(qsizetype rows) const;
     PinPlaces placesOf(qsizetype pin, qsizetype pins) const;
@@ -54,24 +75,26 @@ private:
 
     QPainter &painter_;
     const QPalette &palette_;
+    const PackagePicture &picture_;
     const Measures measures_;
     const QRect place_;
 };
 
-void PackagePainter::draw(const PackagePicture &picture) {
+void PackagePainter::draw() {
     painter_.setRenderHint(QPainter::Antialiasing);
-    drawCaption(picture.caption);
-    drawBody(picture.pins.size() / 2);
-    for (qsizetype pin = 0; pin < picture.pins.size(); ++pin)
-        drawPin(picture.pins[pin], placesOf(pin, picture.pins.size()));
+    drawCaption();
+    drawBody(picture_.pins.size() / 2);
+    for (qsizetype pin = 0; pin < picture_.pins.size(); ++pin)
+        drawPin(picture_.pins[pin], placesOf(pin, picture_.pins.size()));
 }
 
-void PackagePainter::drawCaption(const QString &caption) {
+void PackagePainter::drawCaption() {
     const QRect line(place_.left() + measures_.margin(), place_.top() + measures_.margin(),
                      place_.width() - 2 * measures_.margin(), measures_.row);
     painter_.setPen(palette_.color(QPalette::Text));
-    painter_.drawText(line, Qt::AlignCenter,
-                      painter_.fontMetrics().elidedText(caption, Qt::ElideMiddle, line.width()));
+    painter_.drawText(
+        line, Qt::AlignCenter,
+        painter_.fontMetrics().elidedText(picture_.caption, Qt::ElideMiddle, line.width()));
 }
 
 QRect PackagePainter::body(qsizetype rows) const {
@@ -109,7 +132,8 @@ PinPlaces PackagePainter::placesOf(qsizetype pin, qsizetype pins) const {
     };
     const int gap = measures_.gap();
     const int letter = measures_.leg() + gap;
-    return {place(letter + measures_.row, measures_.row), place(letter, measures_.row),
+    return {place(letter + 2 * measures_.row, measures_.count),
+            place(letter + measures_.row, measures_.row), place(letter, measures_.row),
             place(0, measures_.leg()).adjusted(0, gap, 0, -gap),
             place(-measures_.number - gap, measures_.number)};
 }
@@ -138,6 +162,12 @@ void PackagePainter::drawPin(const TestedPin &pin, const PinPlaces &places) {
     drawText(places.number, Qt::AlignVCenter | (left ? Qt::AlignLeft : Qt::AlignRight),
              QString::number(pin.number), failed);
     drawSign(pin.state, places.sign);
+    drawCount(pin.number, places.count, Qt::AlignVCenter | (left ? Qt::AlignRight : Qt::AlignLeft));
+}
+
+void PackagePainter::drawCount(int pin, const QRect &place, int alignment) {
+    if (const auto failed = picture_.failedRuns.find(pin); failed != picture_.failedRuns.end())
+        drawText(place, alignment, countText(*failed, picture_.runs), true);
 }
 
 void PackagePainter::drawText(const QRect &place, int alignment, const QString &text, bool bold) {
@@ -171,13 +201,13 @@ void PackagePainter::drawSign(PinState state, const QRect &place) {
 
 } // namespace
 
-QSize packageSize(qsizetype pins, const QFont &font) {
-    const Measures measures(font);
+QSize packageSize(qsizetype pins, const QFont &font, int plannedRuns) {
+    const Measures measures(font, plannedRuns);
     return {measures.body() + 2 * measures.side() + 2 * measures.margin(),
             3 * measures.margin() + int(pins / 2 + 2) * measures.row};
 }
 
 void drawPackage(QPainter &painter, const QRect &place, const PackagePicture &picture,
                  const QPalette &palette) {
-    PackagePainter(painter, place, palette).draw(picture);
+    PackagePainter(painter, place, picture, palette).draw();
 }

@@ -45,7 +45,7 @@ QByteArray PackageView::png() const {
 }
 
 QSize PackageView::sizeHint() const {
-    return packageSize(picture_.pins.size(), font());
+    return packageSize(picture_.pins.size(), font(), picture_.plannedRuns);
 }
 
 void PackageView::paintEvent(QPaintEvent *) {

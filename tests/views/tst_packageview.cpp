@@ -18,6 +18,7 @@ private slots:
     void states_haveTheColoursOfTheTheme();
     void pins_areCountedAroundTheChip();
     void marks_areNotColoursAlone();
+    void counts_standBesideTheFailedPins();
     void picture_growsWithTheFont();
     void description_tellsWhatIsDrawn();
     void png_hasTheWholePicture();
@@ -105,6 +106,31 @@ void TestPackageView::marks_areNotColoursAlone() {
                              ? 1
                              : 0;
     QVERIFY(differing > 8);
+}
+
+// Pins 2 and 7 of eight face each other.
+void TestPackageView::counts_standBesideTheFailedPins() {
+    const QPalette palette = lightPalette();
+    const QColor red = failureTextColor(palette);
+    PackageView view;
+    PackagePicture picture = chip(8, PinState::Good);
+    picture.pins[1].state = picture.pins[6].state = PinState::Failed;
+    const QRect single = placeOf(drawn(view, picture, palette), red);
+    const int narrow = view.width();
+    picture.plannedRuns = 100;
+    const QRect signs = placeOf(drawn(view, picture, palette), red);
+    QVERIFY(view.width() > narrow);
+    QCOMPARE(signs.size(), single.size());
+    picture.runs = 100;
+    picture.failedRuns = {{2, 100}, {7, 100}};
+    const QImage always = drawn(view, picture, palette);
+    const QRect counts = placeOf(always, red);
+    const int digits = view.fontMetrics().horizontalAdvance(QStringLiteral("100"));
+    QVERIFY(counts.left() < signs.left() - digits);
+    QVERIFY(counts.right() > signs.right() + digits);
+    QVERIFY(counts.left() > 0 && counts.right() < view.width() - 1);
+    picture.failedRuns = {{2, 20}, {7, 100}};
+    QVERIFY(drawn(view, picture, palette) != always);
 }
 
 void TestPackageView::picture_growsWithTheFont() {
