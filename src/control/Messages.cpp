@@ -27,6 +27,7 @@ struct Rule {
 
 constexpr std::array rules = {
     Rule{Topic::Verdict, information, problem, Event::RunBegan},
+    Rule{Topic::LogicSeries, information, warning, {}},
     Rule{Topic::Busy, warning, warning, Event::WorkEnded},
     Rule{Topic::SecondPress, warning, warning, {}},
     Rule{Topic::Leftovers, information, information, {}},

@@ -8,6 +8,7 @@
 /// What the window's messages are about. A topic has at most one message at a time.
 enum class Topic {
     Verdict,         ///< what came of the newest run
+    LogicSeries,     ///< repeated tests of a logic IC, and what they have counted
     Busy,            ///< what is refused while the tool works
     SecondPress,     ///< what a second press does
     Leftovers,       ///< what still prints after its run

@@ -43,6 +43,7 @@ struct Expectation {
 /// What only somebody else's sentence, or its own speaker, takes back has no end.
 const QList<Expectation> expectations = {
     {"a verdict is of one run", Topic::Verdict, plain, problem, {Event::RunBegan}},
+    {"repeated tests are told of until another run", Topic::LogicSeries, plain, warning, {}},
     {"a refusal lasts as long as the work", Topic::Busy, warning, warning, {Event::WorkEnded}},
     {"a question waits for its answer", Topic::SecondPress, warning, warning, {}},
     {"what still prints is no trouble", Topic::Leftovers, plain, plain, {}},
