@@ -38,7 +38,8 @@ struct Measures {
     int gap() const { return row / 4; }
     int leg() const { return row * 2 / 3; }
     int body() const { return 2 * number + 2 * row + 2 * gap(); }
-    int side() const { return count + 2 * row + gap() + leg(); }
+    int countAndGap() const { return count > 0 ? count + gap() : 0; }
+    int side() const { return countAndGap() + 2 * row + gap() + leg(); }
 };
 
 /// Where the parts of one pin are.
@@ -132,7 +133,7 @@ PinPlaces PackagePainter::placesOf(qsizetype pin, qsizetype pins) const {
     };
     const int gap = measures_.gap();
     const int letter = measures_.leg() + gap;
-    return {place(letter + 2 * measures_.row, measures_.count),
+    return {place(letter + 2 * measures_.row + gap, measures_.count),
             place(letter + measures_.row, measures_.row), place(letter, measures_.row),
             place(0, measures_.leg()).adjusted(0, gap, 0, -gap),
             place(-measures_.number - gap, measures_.number)};
