@@ -63,6 +63,8 @@ void LogicSeries::testAgain() {
 void LogicSeries::takeRun(const RunRecord &run) {
     if (!pressing_ || !isRunning())
         return;
+    if (run.outcome.verdict == RunOutcome::Verdict::Stopped)
+        return stop();
     const LogicReport report = with_.report();
     const QList<PinFailure> failures = pinFailures(report);
     if (!isWhole(run, report, failures))

@@ -20,6 +20,7 @@ private slots:
     void runs_followATurnLater();
     void counts_areThoseOfTheRuns();
     void stopDuringARun_endsItUncounted();
+    void stoppedRun_endsIt();
     void stopBetweenRuns_endsIt();
     void stopAndBegin_doNotRunTwiceAtOnce();
     void runWithoutAWholeReport_endsIt_data();
@@ -143,6 +144,16 @@ void TestLogicSeries::stopDuringARun_endsItUncounted() {
     QCOMPARE(bench.series.sentences(), QStringLiteral("Stopped after 1 of 5 runs. Pin 3 failed."));
 }
 
+// Whoever has stopped it.
+void TestLogicSeries::stoppedRun_endsIt() {
+    Bench bench;
+    bench.tests = {good, {Verdict::Stopped, bad3.row}};
+    bench.series.begin(5);
+    QVERIFY(bench.ends(State::Stopped));
+    QCOMPARE(bench.presses, 2);
+    QCOMPARE(bench.series.tally().failedRuns(), Counts());
+}
+
 void TestLogicSeries::stopBetweenRuns_endsIt() {
     Bench bench;
     bench.series.stop();
@@ -171,7 +182,6 @@ void TestLogicSeries::runWithoutAWholeReport_endsIt_data() {
     QTest::newRow("none") << int(Verdict::Failed) << QString();
     QTest::newRow("none, and called good") << int(Verdict::Succeeded) << QString();
     QTest::newRow("a part") << int(Verdict::Failed) << good.row;
-    QTest::newRow("stopped") << int(Verdict::Stopped) << bad3.row;
     QTest::newRow("called good, and bad") << int(Verdict::Succeeded) << bad3.row;
 }
 
