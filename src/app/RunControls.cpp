@@ -3,6 +3,8 @@
 
 #include "app/RunControls.h"
 
+#include "views/RepeatControls.h"
+
 #include "ui_MainWindow.h"
 
 #include <QAction>
@@ -44,6 +46,7 @@ void RunControls::setBusy(bool busy) {
                                               c.btn_verify,
                                               c.btn_write,
                                               c.btn_logic,
+                                              c.logicResults->repeatControls(),
                                               c.optionsBox,
                                               c.exportBox,
                                               c.compositionBox,

@@ -14,6 +14,7 @@
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "tool/ScriptedMiniPro.h"
+#include "views/RepeatControls.h"
 #include "views/RunsMenu.h"
 #include "views/SideBySide.h"
 #include "widgets/ConsoleView.h"
@@ -104,8 +105,9 @@ void VelmWindow::raise() {
 }
 
 void VelmWindow::askToEnd() {
-    if (!work_.isIdle() && endRefused_) {
+    if (!isAtRest() && endRefused_) {
         closeWhenIdle_ = true;
+        logicSeries_.stop();
         delegate_.stopRun();
         return;
     }
@@ -113,10 +115,15 @@ void VelmWindow::askToEnd() {
     window_.close();
 }
 
+// Between the runs of a series nothing runs, and yet it goes on.
+bool VelmWindow::isAtRest() const {
+    return work_.isIdle() && !logicSeries_.isRunning();
+}
+
 // Ending the program in the middle of a run would leave a chip half written, and its socket may
 // stay powered.
 bool VelmWindow::mayClose() {
-    if (work_.isIdle()) {
+    if (isAtRest()) {
         gate_.commitPendingInput();
         return !delegate_.edits().refusesToLose(askedFromOutside_ ? SecondPress::Presser::Program
                                                                   : SecondPress::Presser::Hand);
@@ -129,6 +136,8 @@ bool VelmWindow::mayClose() {
 }
 
 void VelmWindow::workChanged(Work now) {
+    if (now == Work::Idle && !isAtRest())
+        return;
     runControls_.show(now);
     if (now == Work::Running)
         verdictLine_.clear();
@@ -179,17 +188,34 @@ void VelmWindow::followChips() {
 
 void VelmWindow::followLogicTests() {
     Ui::MainWindow &c = window_.controls();
-    const auto report = [this] {
-        LogicReport shown;
-        shown.headers = delegate_.state().logictest_headers;
-        shown.rows = delegate_.state().logictest_rows;
-        return shown;
-    };
-    c.logicResults->follow({*c.tabview, *c.tableview, report});
+    c.logicResults->follow(
+        {*c.tabview, *c.tableview, [this] { return shownReport(); }, logicSeries_});
     connect(&delegate_, &AppDelegate::runEnded, c.logicResults, &LogicResultsView::takeRun);
+    connect(&delegate_, &AppDelegate::runEnded, &logicSeries_, &LogicSeries::takeRun);
     connect(
         c.logicResults, &LogicResultsView::saveRequested, this,
         [this](const UserFiles::Document &document) { files_.saveDocument(&window_, document); });
+    connect(c.logicResults->repeatControls(), &RepeatControls::repeatRequested, &logicSeries_,
+            &LogicSeries::begin);
+    connect(c.btn_stop, &QPushButton::clicked, &logicSeries_, &LogicSeries::stop);
+    connect(&logicSeries_, &LogicSeries::changed, this, &VelmWindow::showSeries);
+}
+
+LogicReport VelmWindow::shownReport() const {
+    LogicReport shown;
+    shown.headers = delegate_.state().logictest_headers;
+    shown.rows = delegate_.state().logictest_rows;
+    return shown;
+}
+
+// The controls stay as they are between two runs; the last one gives them back.
+void VelmWindow::showSeries() {
+    if (!logicSeries_.tally().failures().isEmpty() && !logicSeries_.isRunning())
+        messages_.sayTrouble(Topic::LogicSeries, logicSeries_.sentences());
+    else
+        messages_.say(Topic::LogicSeries, logicSeries_.sentences());
+    if (isAtRest())
+        workChanged(Work::Idle);
 }
 
 std::optional<ShownNow> VelmWindow::shownNow() const {

@@ -23,6 +23,7 @@
 #include "settings/ToolTrust.h"
 #include "settings/WindowMemory.h"
 #include "tool/LatePrinters.h"
+#include "views/LogicSeries.h"
 #include "views/RunProgressView.h"
 #include "widgets/KeyBinder.h"
 
@@ -69,6 +70,7 @@ public:
     const QList<RunRecord> &runs() const { return runLog_.records(); }
 
 private:
+    bool isAtRest() const;
     bool mayClose();
     void workChanged(Work now);
     void followVerdicts();
@@ -77,6 +79,8 @@ private:
     void followImages(const WindowMenus &menus);
     void followChips();
     void followLogicTests();
+    LogicReport shownReport() const;
+    void showSeries();
     void followLatePrinters();
     void saySomethingStillPrints(bool some);
     void closeDown();

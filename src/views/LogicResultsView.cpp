@@ -8,7 +8,9 @@
 #include "grid/GridView.h"
 #include "language/PinLevels.h"
 #include "language/RunRecord.h"
+#include "views/LogicSeries.h"
 #include "views/PackageView.h"
+#include "views/RepeatControls.h"
 #include "widgets/TabView.h"
 
 #include <QAction>
@@ -23,7 +25,8 @@ LogicResultsView::LogicResultsView(QWidget *parent)
     : QWidget(parent),
       package_(new PackageView(this)),
       area_(new QScrollArea(this)),
-      text_(new QPlainTextEdit(this)) {
+      text_(new QPlainTextEdit(this)),
+      repeat_(new RepeatControls(this)) {
     package_->setAccessibleName(tr("Pins"));
     area_->setWidget(package_);
     area_->setWidgetResizable(true);
@@ -37,8 +40,8 @@ LogicResultsView::LogicResultsView(QWidget *parent)
     column->setContentsMargins({});
     column->addWidget(area_, 3);
     column->addWidget(text_, 1);
+    column->addWidget(repeat_);
     addSaving();
-    fit();
     hide();
 }
 
@@ -60,6 +63,9 @@ void LogicResultsView::follow(const Sources &sources) {
             &LogicResultsView::showPins);
     setTabOrder(&sources.grid, package_);
     setTabOrder(package_, text_);
+    repeat_->setTabPlaceAfter(text_);
+    connect(&sources.series, &LogicSeries::changed, this, &LogicResultsView::takeSeries);
+    fit();
     takeReport();
 }
 
@@ -70,40 +76,108 @@ void LogicResultsView::takeRun(const RunRecord &run) {
     takeReport();
 }
 
+// What the new runs test is known when the first is over.
+void LogicResultsView::takeSeries() {
+    const LogicSeries &series = sources_->series;
+    if (series.isRunning() && series.tally().runs() == 0)
+        device_.clear();
+    takeReport();
+}
+
 void LogicResultsView::takeReport() {
     const bool onResults = sources_->tabs.selectedTabViewItem().identifier == logicTabIdentifier();
-    report_ = onResults ? sources_->report() : LogicReport();
+    const LogicReport report = onResults ? sources_->report() : LogicReport();
+    if (!onResults || tellsOfPackage(report) || !keepsReport())
+        report_ = report;
     const bool drawable = tellsOfPackage(report_);
     if (drawable) {
-        failures_ = pinFailures(report_);
+        failures_ = isRepeated() ? sources_->series.tally().failures() : pinFailures(report_);
         showText();
         showPins();
     }
     setVisible(drawable);
 }
 
+bool LogicResultsView::isRepeated() const {
+    return sources_->series.state() != LogicSeries::State::None;
+}
+
+// There is no report while the tool runs, and after a run that left none. What was counted until
+// then is shown on, and the button keeps the focus.
+bool LogicResultsView::keepsReport() const {
+    return isRepeated() && sources_->series.state() != LogicSeries::State::Complete;
+}
+
 void LogicResultsView::showText() {
-    const QStringList failed = sentencesFor(failures_);
-    const QStringList lines = failed.isEmpty() ? QStringList(tr("No pin failed")) : failed;
-    text_->setPlainText((lines + QStringList(QString()) + levelLegend()).join(u'\n'));
+    QStringList lines;
+    if (isRepeated())
+        lines << sources_->series.words() << countedWords({}) << QString();
+    if (!failures_.isEmpty())
+        lines << sentencesFor(failures_) << QString();
+    else if (!isRepeated())
+        lines << tr("No pin failed") << QString();
+    text_->setPlainText((lines + levelLegend()).join(u'\n'));
+}
+
+QStringList LogicResultsView::countedWords(std::optional<int> vector) const {
+    const PinTally &tally = sources_->series.tally();
+    if (tally.runs() == 0)
+        return {tr("Nothing has been counted yet")};
+    const QStringList failed = tally.sentences(vector);
+    return failed.isEmpty() ? QStringList(tr("No pin failed")) : failed;
 }
 
 void LogicResultsView::showPins() {
     if (!tellsOfPackage(report_))
         return;
     const auto row = chosenRow();
-    QList<PinFailure> failures = failures_;
-    QString vectors = tr("all vectors");
-    if (row) {
-        const int number = vectorNumber(report_, *row);
-        failures.removeIf([number](PinFailure failure) { return failure.vector != number; });
-        vectors = tr("vector %1").arg(QString::number(number));
-    }
-    const QString caption =
-        device_.isEmpty() ? vectors : tr("%1, %2", "device, vectors").arg(device_, vectors);
-    package_->setPicture({caption, row ? pinsInVector(report_, *row) : worstOfPins(report_)},
-                         sentencesFor(failures));
+    const auto vector = row ? std::optional(vectorNumber(report_, *row)) : std::nullopt;
+    PackagePicture picture{captionFor(vector),
+                           row ? pinsInVector(report_, *row) : worstOfPins(report_)};
+    if (isRepeated())
+        addCounts(picture, vector);
+    package_->setPicture(picture, sentencesIn(vector));
     fit();
+}
+
+QString LogicResultsView::captionFor(std::optional<int> vector) const {
+    const QString vectors =
+        vector ? tr("vector %1").arg(QString::number(*vector)) : tr("all vectors");
+    const LogicSeries &series = sources_->series;
+    const QString runs = QString::number(series.tally().runs());
+    QStringList parts;
+    if (!device_.isEmpty())
+        parts << device_;
+    if (vector || !isRepeated())
+        parts << vectors;
+    if (series.state() == LogicSeries::State::Complete)
+        parts << tr("%1 runs").arg(runs);
+    else if (isRepeated())
+        parts << tr("%1 of %2 runs").arg(runs, QString::number(series.plannedRuns()));
+    return parts.join(tr(", ", "between device, vectors and runs"));
+}
+
+QStringList LogicResultsView::sentencesIn(std::optional<int> vector) const {
+    if (isRepeated())
+        return countedWords(vector);
+    QList<PinFailure> failures = failures_;
+    if (vector)
+        failures.removeIf([vector](PinFailure failure) { return failure.vector != *vector; });
+    return sentencesFor(failures);
+}
+
+// A pin that was good in the newest run may have failed before.
+void LogicResultsView::addCounts(PackagePicture &picture, std::optional<int> vector) const {
+    const LogicSeries &series = sources_->series;
+    picture.runs = series.tally().runs();
+    picture.plannedRuns = series.plannedRuns();
+    picture.failedRuns = series.tally().failedRuns(vector);
+    for (TestedPin &pin : picture.pins) {
+        if (picture.runs == 0)
+            pin = {pin.number, QChar(), PinState::Unchecked};
+        else if (picture.failedRuns.contains(pin.number))
+            pin.state = PinState::Failed;
+    }
 }
 
 // The first row of the table has the numbers of the pins.
@@ -118,19 +192,28 @@ std::optional<qsizetype> LogicResultsView::chosenRow() const {
 
 void LogicResultsView::fit() {
     const int frame = 2 * area_->frameWidth();
-    setFixedWidth(packageSize(mostPins, font()).width() + frame +
+    const int runs = isRepeated() ? sources_->series.plannedRuns() : 0;
+    setFixedWidth(packageSize(mostPins, font(), runs).width() + frame +
                   area_->verticalScrollBar()->sizeHint().width());
     area_->setMaximumHeight(package_->sizeHint().height() + frame);
 }
 
 void LogicResultsView::changeEvent(QEvent *event) {
     QWidget::changeEvent(event);
+    if (!sources_)
+        return;
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
         fit();
 }
 
 QString LogicResultsView::wholeText() const {
-    return device_ + u'\n' + plainTable(report_) + u'\n' + text_->toPlainText() + u'\n';
+    QString text = device_ + u'\n';
+    const bool isCounted = isRepeated() && sources_->series.tally().runs() > 0;
+    if (isCounted)
+        text += tr("The table of the newest run:") + u'\n';
+    if (isCounted || !isRepeated())
+        text += plainTable(report_) + u'\n';
+    return text + text_->toPlainText() + u'\n';
 }
 
 void LogicResultsView::savePicture() {

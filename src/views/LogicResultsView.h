@@ -13,15 +13,18 @@
 #include <optional>
 
 class GridView;
+class LogicSeries;
 class PackageView;
+struct PackagePicture;
 class QPlainTextEdit;
 class QScrollArea;
+class RepeatControls;
 class TabView;
 struct RunRecord;
 
 /// The column beside the table of a logic test: the chip with what came of its pins, the pins that
 /// failed, and what the letters mean. It is there while the results are shown, and only for a
-/// package that can be drawn.
+/// package that can be drawn. While a test is repeated it stays, and shows what was counted.
 class LogicResultsView final : public QWidget {
     Q_OBJECT
 
@@ -32,6 +35,7 @@ public:
         GridView &grid;
         /// The report that the grid shows on the results tab.
         std::function<LogicReport()> report;
+        const LogicSeries &series;
     };
 
     explicit LogicResultsView(QWidget *parent = nullptr);
@@ -41,6 +45,8 @@ public:
     void follow(const Sources &sources);
     /// What was tested is told by \a run, if it was a logic test.
     void takeRun(const RunRecord &run);
+    /// What has the test repeated.
+    RepeatControls *repeatControls() const { return repeat_; }
 
 signals:
     /// The user wants to save \a document.
@@ -51,9 +57,16 @@ protected:
 
 private:
     void addSaving();
+    void takeSeries();
     void takeReport();
+    bool isRepeated() const;
+    bool keepsReport() const;
     void showText();
+    QStringList countedWords(std::optional<int> vector) const;
     void showPins();
+    QString captionFor(std::optional<int> vector) const;
+    QStringList sentencesIn(std::optional<int> vector) const;
+    void addCounts(PackagePicture &picture, std::optional<int> vector) const;
     void fit();
     std::optional<qsizetype> chosenRow() const;
     QString wholeText() const;
@@ -67,4 +80,5 @@ private:
     PackageView *package_;
     QScrollArea *area_;
     QPlainTextEdit *text_;
+    RepeatControls *repeat_;
 };

@@ -202,6 +202,10 @@ void TestWindowPins::keyboard_reachesItBehindTheTable() {
     QTest::keyClick(column.text, Qt::Key_A, Qt::ControlModifier);
     QCOMPARE(column.text->textCursor().selectedText().size(), column.text->toPlainText().size());
     QTest::keyClick(column.text, Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget()->accessibleName(), QStringLiteral("Run 10 times"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget()->accessibleName(), QStringLiteral("How many times"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     QVERIFY(velm.controls().textView->hasFocus());
 }
 

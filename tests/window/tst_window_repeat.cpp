@@ -1,0 +1,427 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "window/WindowFixture.h"
+
+#include "settings/SettingsKeys.h"
+#include "support/PinPicture.h"
+#include "views/PackageView.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QFile>
+#include <QImage>
+#include <QPlainTextEdit>
+#include <QSpinBox>
+
+/// A logic test that is repeated.
+class TestWindowRepeat : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { qunsetenv("MINIPRO_SIM_FAULT"); }
+    void flakyPin_isToldFromABrokenOne();
+    void goodChip_hasNoFailedPin();
+    void chosenVector_hasItsOwnCounts();
+    void number_isChosen();
+    void runs_areThoseOfTheButton();
+    void column_staysAndTellsTheRun();
+    void controls_stayOffBetweenRuns();
+    void focus_comesBackToTheButton();
+    void stop_endsTheSeries();
+    void stopBetweenRuns_givesTheControlsBack();
+    void lostProgrammer_endsTheSeries();
+    void otherDevice_endsTheSeries();
+    void singleTest_endsTheTally();
+    void otherOperation_endsTheTally();
+    void closing_isRefusedBetweenRuns();
+    void askedToEndTwice_closesBetweenRuns();
+    void runningTool_refusesTheButton();
+    void picture_isSavedWithTheCounts();
+    void text_isSavedWithTheCounts();
+    void smallestWindow_hasRoomForIt();
+};
+
+namespace {
+
+/// The controls of the column, found by their names.
+struct Column {
+    explicit Column(WindowFixture &velm) {
+        const MainWindow &window = velm.velm().window();
+        for (QWidget *widget : window.findChildren<QWidget *>()) {
+            const QString name = widget->accessibleName();
+            if (name == QStringLiteral("Pins"))
+                pins = qobject_cast<PackageView *>(widget);
+            else if (name == QStringLiteral("Failed pins"))
+                text = qobject_cast<QPlainTextEdit *>(widget);
+            else if (name == QStringLiteral("Run 10 times"))
+                button = qobject_cast<QPushButton *>(widget);
+            else if (name == QStringLiteral("How many times"))
+                times = qobject_cast<QSpinBox *>(widget);
+        }
+        if (!pins || !text || !button || !times)
+            qFatal("no column");
+    }
+
+    QString picture() const { return pictureOf(pins->picture().pins); }
+    QString description() const {
+        return QAccessible::queryAccessibleInterface(pins)->text(QAccessible::Description);
+    }
+    QString beginning(qsizetype lines) const {
+        return text->toPlainText().split(u'\n').first(lines).join(u'/');
+    }
+    void choose(const QString &entry) const {
+        for (QAction *action : pins->actions())
+            if (action->text().remove(u'&') == entry)
+                return action->trigger();
+        qFatal("no such entry");
+    }
+
+    PackageView *pins = nullptr;
+    QPlainTextEdit *text = nullptr;
+    QPushButton *button = nullptr;
+    QSpinBox *times = nullptr;
+};
+
+/// A window with a 7400 that has been tested once, with \a faults.
+struct Tested : WindowFixture {
+    explicit Tested(const QByteArray &faults = {}) {
+        settings().setValue(settingsKeys::device, QStringLiteral("7400"));
+        start();
+        click(controls().btn_logic);
+        qputenv("MINIPRO_SIM_FAULT", faults);
+    }
+
+    /// Presses the button, and waits until the window is at rest after \a runs runs of this start.
+    void repeat(const Column &column, qsizetype runs) {
+        click(column.button);
+        QTRY_COMPARE(velm().runs().size(), runs);
+        QTRY_VERIFY(controls().btn_logic->isEnabled());
+        settle();
+    }
+
+    /// Begins to repeat; the first run is over then, and the next has not begun.
+    void begin(const Column &column) {
+        click(column.button);
+        QCOMPARE(velm().runs().size(), 2);
+        QVERIFY(velm().work().isIdle());
+    }
+};
+
+const QByteArray bothFaults = "bad-logic-pins,flaky-pin";
+const QString flaky = QStringLiteral("Pin 11 failed in 3 of 10 runs: flaky, or a bad contact");
+const QString always = QStringLiteral("Pin 3 failed in all 10 runs");
+
+} // namespace
+
+void TestWindowRepeat::flakyPin_isToldFromABrokenOne() {
+    Tested velm(bothFaults);
+    const Column column(velm);
+    velm.repeat(column, 11);
+    QCOMPARE(column.beginning(7), QStringLiteral("10 runs/%1/%2//Pin 3, vector 3: low expected/"
+                                                 "Pin 11, vector 3: low expected/")
+                                      .arg(always, flaky));
+    QCOMPARE(column.picture(), QStringLiteral("1 2 3- 4 5 6+ 7G 8+ 9 10 11- 12 13 14V"));
+    QCOMPARE(column.pins->picture().failedRuns, (QMap<int, int>{{3, 10}, {11, 3}}));
+    QCOMPARE(column.pins->picture().runs, 10);
+    QCOMPARE(column.description(), QStringLiteral("7400, 10 runs. %1. %2.").arg(always, flaky));
+    QVERIFY2(velm.message().contains(QStringLiteral("Warning: %1. %2.").arg(always, flaky)),
+             qPrintable(velm.message()));
+}
+
+void TestWindowRepeat::goodChip_hasNoFailedPin() {
+    Tested velm;
+    const Column column(velm);
+    velm.repeat(column, 11);
+    QCOMPARE(column.beginning(3), QStringLiteral("10 runs/No pin failed/"));
+    QCOMPARE(column.description(), QStringLiteral("7400, 10 runs. No pin failed."));
+    QVERIFY(column.pins->picture().failedRuns.isEmpty());
+    QVERIFY2(velm.message().contains(QStringLiteral("\nNo pin failed in 10 runs.")) ||
+                 velm.message().startsWith(QStringLiteral("No pin failed in 10 runs.")),
+             qPrintable(velm.message()));
+}
+
+void TestWindowRepeat::chosenVector_hasItsOwnCounts() {
+    Tested velm(bothFaults);
+    const Column column(velm);
+    velm.repeat(column, 11);
+    GridView *grid = velm.controls().tableview;
+    grid->moveTo(grid->model()->index(1, 0));
+    QCOMPARE(column.description(), QStringLiteral("7400, vector 0, 10 runs. No pin failed."));
+    QVERIFY(column.pins->picture().failedRuns.isEmpty());
+    grid->moveTo(grid->model()->index(4, 0));
+    // The tenth run was none of the three.
+    QCOMPARE(column.picture(),
+             QStringLiteral("11 21 3L- 41 51 6L+ 7G 8L+ 91 101 11L- 121 131 14V"));
+    QCOMPARE(column.description(),
+             QStringLiteral("7400, vector 3, 10 runs. %1. %2.").arg(always, flaky));
+}
+
+void TestWindowRepeat::number_isChosen() {
+    Tested velm;
+    const Column column(velm);
+    QCOMPARE(column.button->text().remove(u'&'), QStringLiteral("Run 10 times"));
+    QCOMPARE(column.times->minimum(), 2);
+    QCOMPARE(column.times->maximum(), 100);
+    column.times->setFocus();
+    column.times->selectAll();
+    QTest::keyClicks(column.times, QStringLiteral("3"));
+    QCOMPARE(column.button->text().remove(u'&'), QStringLiteral("Run 3 times"));
+    QCOMPARE(column.button->accessibleName(), QStringLiteral("Run 3 times"));
+    velm.repeat(column, 4);
+    QCOMPARE(column.beginning(1), QStringLiteral("3 runs"));
+}
+
+// Each run is told of as if the user had pressed Logic test again.
+void TestWindowRepeat::runs_areThoseOfTheButton() {
+    Tested velm;
+    const Column column(velm);
+    column.times->setValue(2);
+    // The log has a line for each piece of output: this is one.
+    const QString report = velm.write(QStringLiteral("report"), "      1 2 3 4 5 6 7 8\n"
+                                                                "0000: 1 1 L 1 1 L G V\n"
+                                                                "Logic test successful.\n");
+    velm.useTool("cat '" + QFile::encodeName(report) + "'\n");
+    velm.settle();
+    velm.log.take();
+    velm.controls().textView->clearAll();
+    velm.click(velm.controls().btn_logic);
+    velm.settle();
+    const QStringList log = velm.log.take();
+    const QString console = velm.controls().textView->storedText();
+    velm.repeat(column, 4);
+    QCOMPARE(velm.log.take(), log + log);
+    QCOMPARE(velm.controls().textView->storedText(), console + console + console);
+    // The first has made the button come up.
+    const QList<RunRecord> runs = velm.velm().runs().mid(1);
+    for (const RunRecord &run : runs) {
+        QCOMPARE(run.operation, LogicOperation);
+        QCOMPARE(run.device, QStringLiteral("7400"));
+        QCOMPARE(run.commandLine, runs.first().commandLine);
+    }
+}
+
+void TestWindowRepeat::column_staysAndTellsTheRun() {
+    Tested velm(bothFaults);
+    const Column column(velm);
+    QString first;
+    QString picture;
+    QString message;
+    velm.whileBusy([&] {
+        QVERIFY(column.pins->isVisible());
+        first = column.beginning(2);
+        picture = column.picture() + u'/' + column.pins->picture().caption;
+        message = velm.message();
+    });
+    velm.begin(column);
+    QCOMPARE(first, QStringLiteral("Run 1 of 10/Nothing has been counted yet"));
+    QCOMPARE(picture, QStringLiteral("1 2 3 4 5 6 7 8 9 10 11 12 13 14/0 of 10 runs"));
+    QCOMPARE(message, QStringLiteral("Run 1 of 10."));
+    QCOMPARE(column.beginning(2), QStringLiteral("Run 2 of 10/Pin 3 failed"));
+    bool isVisible = false;
+    velm.whileBusy([&] {
+        isVisible = column.pins->isVisible();
+        message = velm.message();
+    });
+    QTRY_VERIFY(isVisible);
+    QCOMPARE(message, QStringLiteral("Run 2 of 10."));
+    QTRY_VERIFY(velm.controls().btn_logic->isEnabled());
+}
+
+void TestWindowRepeat::controls_stayOffBetweenRuns() {
+    Tested velm;
+    const Column column(velm);
+    QVERIFY(column.button->isEnabled());
+    velm.begin(column);
+    QVERIFY(!column.button->isEnabled());
+    QVERIFY(!column.times->isEnabled());
+    QVERIFY(!velm.controls().btn_read->isEnabled());
+    QVERIFY(!velm.controls().uaTextField->isEnabled());
+    QVERIFY(velm.controls().btn_stop->isEnabled());
+    QVERIFY(velm.controls().busy->isRunning());
+    QTRY_VERIFY(velm.controls().btn_read->isEnabled());
+    QCOMPARE(velm.velm().runs().size(), 11);
+    QVERIFY(column.button->isEnabled());
+    QVERIFY(!velm.controls().btn_stop->isEnabled());
+    QVERIFY(!velm.controls().busy->isRunning());
+}
+
+void TestWindowRepeat::focus_comesBackToTheButton() {
+    Tested velm;
+    const Column column(velm);
+    column.button->setFocus();
+    QTest::keyClick(column.button, Qt::Key_Space);
+    QCOMPARE(QApplication::focusWidget(), velm.controls().textView);
+    QTRY_VERIFY(column.button->isEnabled());
+    QCOMPARE(QApplication::focusWidget(), column.button);
+}
+
+void TestWindowRepeat::stop_endsTheSeries() {
+    Tested velm;
+    const Column column(velm);
+    velm.begin(column);
+    velm.useTool("while :; do sleep 1; done\n");
+    velm.whileBusy([&] { velm.click(velm.controls().btn_stop); });
+    QTRY_VERIFY(velm.controls().btn_logic->isEnabled());
+    QCOMPARE(velm.velm().runs().size(), 3);
+    QCOMPARE(column.beginning(2), QStringLiteral("Stopped after 1 of 10 runs/No pin failed"));
+    QVERIFY2(velm.message().contains(QStringLiteral("Stopped after 1 of 10 runs. No pin failed.")),
+             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(QStringLiteral("Logic test stopped.")),
+             qPrintable(velm.message()));
+    QVERIFY(column.pins->isVisible());
+}
+
+void TestWindowRepeat::stopBetweenRuns_givesTheControlsBack() {
+    Tested velm;
+    const Column column(velm);
+    velm.begin(column);
+    velm.click(velm.controls().btn_stop);
+    QVERIFY(velm.controls().btn_logic->isEnabled());
+    velm.settle();
+    QCOMPARE(velm.velm().runs().size(), 2);
+    QCOMPARE(column.beginning(1), QStringLiteral("Stopped after 1 of 10 runs"));
+}
+
+void TestWindowRepeat::lostProgrammer_endsTheSeries() {
+    Tested velm("bad-logic-pins");
+    const Column column(velm);
+    velm.begin(column);
+    qputenv("MINIPRO_SIM_FAULT", "no-programmer");
+    QTRY_VERIFY(velm.controls().btn_logic->isEnabled());
+    QCOMPARE(velm.velm().runs().size(), 3);
+    const QString ended =
+        QStringLiteral("Ended after 1 of 10 runs: the next one left no whole report");
+    QCOMPARE(column.beginning(2), ended + QStringLiteral("/Pin 3 failed"));
+    QCOMPARE(column.pins->picture().failedRuns, (QMap<int, int>{{3, 1}}));
+    QVERIFY2(velm.message().contains(ended), qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(velm.velm().runs().last().outcome.sentence),
+             qPrintable(velm.message()));
+    // Looking elsewhere throws it away, as every result.
+    velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
+    velm.controls().tabview->selectTabViewItem(logicTabIdentifier());
+    QVERIFY(!column.pins->isVisible());
+}
+
+void TestWindowRepeat::otherDevice_endsTheSeries() {
+    Tested velm;
+    const Column column(velm);
+    velm.begin(column);
+    velm.settings().setValue(settingsKeys::device, QStringLiteral("7402"));
+    QTRY_VERIFY(velm.controls().btn_logic->isEnabled());
+    QCOMPARE(velm.velm().runs().size(), 2);
+    QVERIFY2(velm.message().contains(QStringLiteral("the device is another one now.")),
+             qPrintable(velm.message()));
+}
+
+void TestWindowRepeat::singleTest_endsTheTally() {
+    Tested velm(bothFaults);
+    const Column column(velm);
+    velm.repeat(column, 11);
+    velm.click(velm.controls().btn_logic);
+    velm.settle();
+    QVERIFY2(column.text->toPlainText().startsWith(QStringLiteral("Pin 3, vector 3")),
+             qPrintable(column.text->toPlainText()));
+    QCOMPARE(column.picture(), QStringLiteral("1 2 3- 4 5 6+ 7G 8+ 9 10 11+ 12 13 14V"));
+    QCOMPARE(column.pins->picture().plannedRuns, 0);
+    QVERIFY(column.pins->picture().failedRuns.isEmpty());
+    QVERIFY2(!velm.message().contains(QStringLiteral("10 runs")), qPrintable(velm.message()));
+}
+
+void TestWindowRepeat::otherOperation_endsTheTally() {
+    Tested velm;
+    const Column column(velm);
+    velm.repeat(column, 11);
+    velm.click(velm.controls().btn_read);
+    velm.settle();
+    QVERIFY2(!velm.message().contains(QStringLiteral("10 runs")), qPrintable(velm.message()));
+}
+
+void TestWindowRepeat::closing_isRefusedBetweenRuns() {
+    Tested velm;
+    const Column column(velm);
+    velm.begin(column);
+    velm.velm().window().close();
+    QVERIFY(velm.velm().window().isVisible());
+    QVERIFY2(velm.message().contains(QStringLiteral("so the window stays open")),
+             qPrintable(velm.message()));
+    QTRY_COMPARE(velm.velm().runs().size(), 11);
+}
+
+void TestWindowRepeat::askedToEndTwice_closesBetweenRuns() {
+    Tested velm;
+    const Column column(velm);
+    velm.begin(column);
+    velm.velm().askToEnd();
+    QVERIFY(velm.velm().window().isVisible());
+    velm.velm().askToEnd();
+    QTRY_VERIFY(!velm.velm().window().isVisible());
+    QCOMPARE(velm.velm().runs().size(), 2);
+}
+
+// Assistive technology presses what is off.
+void TestWindowRepeat::runningTool_refusesTheButton() {
+    Tested velm;
+    const Column column(velm);
+    QString message;
+    velm.whileBusy([&] {
+        column.button->setEnabled(true);
+        column.button->parentWidget()->setEnabled(true);
+        column.button->click();
+        message = velm.message();
+    });
+    velm.click(velm.controls().btn_logic);
+    QVERIFY2(message.contains(QStringLiteral("The programmer tool is running")),
+             qPrintable(message));
+    velm.settle();
+    QCOMPARE(velm.velm().runs().size(), 2);
+}
+
+void TestWindowRepeat::picture_isSavedWithTheCounts() {
+    Tested velm(bothFaults);
+    const Column column(velm);
+    velm.repeat(column, 11);
+    velm.panels.answer = velm.path(QStringLiteral("counts.png"));
+    column.choose(QStringLiteral("Save as picture…"));
+    QCOMPARE(velm.panels.requests.last().suggestedName, QStringLiteral("7400.png"));
+    const QImage counted(velm.panels.answer, "PNG");
+    QCOMPARE(counted, QImage::fromData(column.pins->png()));
+    PackagePicture uncounted = column.pins->picture();
+    uncounted.failedRuns.clear();
+    column.pins->setPicture(uncounted, {});
+    QVERIFY(counted != QImage::fromData(column.pins->png()));
+}
+
+void TestWindowRepeat::text_isSavedWithTheCounts() {
+    Tested velm(bothFaults);
+    const Column column(velm);
+    velm.repeat(column, 11);
+    velm.panels.answer = velm.path(QStringLiteral("counts.txt"));
+    column.choose(QStringLiteral("Save as text…"));
+    const QString text = QString::fromUtf8(WindowFixture::bytesOf(velm.panels.answer));
+    QVERIFY2(text.startsWith(QStringLiteral("7400\nThe table of the newest run:\n      1  2  3")),
+             qPrintable(text));
+    QVERIFY2(text.contains(QStringLiteral("\n10 runs\n%1\n%2\n").arg(always, flaky)),
+             qPrintable(text));
+}
+
+void TestWindowRepeat::smallestWindow_hasRoomForIt() {
+    Tested velm(bothFaults);
+    const Column column(velm);
+    MainWindow &window = velm.velm().window();
+    window.resize(900, 600);
+    velm.repeat(column, 11);
+    QCOMPARE(window.size(), QSize(900, 600));
+    const QWidget *area = column.pins->parentWidget();
+    QVERIFY(area->width() >= column.pins->sizeHint().width());
+    const QRect whole(QPoint(), window.size());
+    for (const QWidget *widget :
+         std::initializer_list<const QWidget *>{column.text, column.button, column.times}) {
+        QVERIFY(whole.contains(QRect(widget->mapTo(&window, QPoint()), widget->size())));
+        QVERIFY(widget->width() >= widget->minimumSizeHint().width());
+        QVERIFY(widget->height() >= widget->minimumSizeHint().height());
+    }
+}
+
+QTEST_MAIN(TestWindowRepeat)
+#include "tst_window_repeat.moc"
