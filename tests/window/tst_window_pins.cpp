@@ -1,17 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "window/WindowFixture.h"
+#include "window/ResultsColumn.h"
 
 #include "settings/SettingsKeys.h"
-#include "support/PinPicture.h"
-#include "views/PackageView.h"
 
-#include <QAccessible>
-#include <QAction>
 #include <QFile>
 #include <QImage>
-#include <QPlainTextEdit>
 
 /// The chip that is drawn beside the table of a logic test.
 class TestWindowPins : public QObject {
@@ -34,39 +29,6 @@ private slots:
 };
 
 namespace {
-
-/// The column, found as somebody finds it who goes by names.
-struct Column {
-    explicit Column(WindowFixture &velm) {
-        for (QWidget *widget : velm.velm().window().findChildren<QWidget *>()) {
-            if (widget->accessibleName() == QStringLiteral("Pins"))
-                pins = qobject_cast<PackageView *>(widget);
-            if (widget->accessibleName() == QStringLiteral("Failed pins"))
-                text = qobject_cast<QPlainTextEdit *>(widget);
-        }
-        if (!pins || !text)
-            qFatal("no column");
-    }
-
-    QString description() const {
-        return QAccessible::queryAccessibleInterface(pins)->text(QAccessible::Description);
-    }
-    /// Every pin as its number, its letter if it has one, and "+" for good or "-" for failed.
-    QString picture() const;
-    void choose(const QString &entry) const {
-        for (QAction *action : pins->actions())
-            if (action->text().remove(u'&') == entry)
-                return action->trigger();
-        qFatal("no such entry");
-    }
-
-    PackageView *pins = nullptr;
-    QPlainTextEdit *text = nullptr;
-};
-
-QString Column::picture() const {
-    return pictureOf(pins->picture().pins);
-}
 
 void test(WindowFixture &velm, const QString &device) {
     velm.settings().setValue(settingsKeys::device, device);
@@ -92,7 +54,7 @@ const QString worstOfBad7400 = QStringLiteral("1 2 3- 4 5 6+ 7G 8+ 9 10 11+ 12 1
 void TestWindowPins::failedPins_areNamedAndMarked() {
     WindowFixture velm;
     velm.start();
-    const Column column(velm);
+    const ResultsColumn column(velm);
     QVERIFY(!column.pins->isVisible());
     testBad7400(velm);
     QVERIFY(column.pins->isVisible());
@@ -108,7 +70,7 @@ void TestWindowPins::failedPins_areNamedAndMarked() {
 void TestWindowPins::goodChip_hasNoFailedPin() {
     WindowFixture velm;
     velm.start();
-    const Column column(velm);
+    const ResultsColumn column(velm);
     testBad7400(velm);
     qunsetenv("MINIPRO_SIM_FAULT");
     test(velm, QStringLiteral("7400"));
@@ -120,7 +82,7 @@ void TestWindowPins::goodChip_hasNoFailedPin() {
 void TestWindowPins::chosenVector_isShown() {
     WindowFixture velm;
     velm.start();
-    const Column column(velm);
+    const ResultsColumn column(velm);
     testBad7400(velm);
     choose(velm, 4);
     QCOMPARE(column.picture(),
@@ -144,7 +106,7 @@ void TestWindowPins::chosenVector_isShown() {
 void TestWindowPins::largestChip_isShownWhole() {
     WindowFixture velm;
     velm.start();
-    const Column column(velm);
+    const ResultsColumn column(velm);
     test(velm, QStringLiteral("6821"));
     QVERIFY(column.pins->isVisible());
     QCOMPARE(column.pins->picture().pins.size(), 40);
@@ -154,7 +116,7 @@ void TestWindowPins::largestChip_isShownWhole() {
 void TestWindowPins::anotherTab_hidesIt() {
     WindowFixture velm;
     velm.start();
-    const Column column(velm);
+    const ResultsColumn column(velm);
     testBad7400(velm);
     velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
     QVERIFY(!column.pins->isVisible());
@@ -180,7 +142,7 @@ void TestWindowPins::otherReports_areNotDrawn() {
     QFETCH(QByteArray, report);
     WindowFixture velm;
     velm.start();
-    const Column column(velm);
+    const ResultsColumn column(velm);
     testBad7400(velm);
     velm.useTool("cat '" + QFile::encodeName(velm.write(QStringLiteral("report"), report)) + "'\n");
     velm.click(velm.controls().btn_logic);
@@ -192,7 +154,7 @@ void TestWindowPins::otherReports_areNotDrawn() {
 void TestWindowPins::keyboard_reachesItBehindTheTable() {
     WindowFixture velm;
     velm.start();
-    const Column column(velm);
+    const ResultsColumn column(velm);
     testBad7400(velm);
     velm.controls().tableview->setFocus();
     QTest::keyClick(velm.controls().tableview, Qt::Key_Tab);
@@ -212,7 +174,7 @@ void TestWindowPins::keyboard_reachesItBehindTheTable() {
 void TestWindowPins::smallestWindow_hasRoomForIt() {
     WindowFixture velm;
     velm.start();
-    const Column column(velm);
+    const ResultsColumn column(velm);
     MainWindow &window = velm.velm().window();
     window.resize(1024, 700);
     testBad7400(velm);
@@ -227,7 +189,7 @@ void TestWindowPins::smallestWindow_hasRoomForIt() {
 void TestWindowPins::picture_isSaved() {
     WindowFixture velm;
     velm.start();
-    const Column column(velm);
+    const ResultsColumn column(velm);
     testBad7400(velm);
     velm.panels.answer = velm.path(QStringLiteral("chip.png"));
     velm.settings().setValue(settingsKeys::device, QStringLiteral("not what was tested"));
@@ -244,7 +206,7 @@ void TestWindowPins::picture_isSaved() {
 void TestWindowPins::text_isSaved() {
     WindowFixture velm;
     velm.start();
-    const Column column(velm);
+    const ResultsColumn column(velm);
     testBad7400(velm);
     velm.panels.answer = velm.path(QStringLiteral("chip.txt"));
     column.choose(QStringLiteral("Save as text…"));
@@ -259,7 +221,7 @@ void TestWindowPins::text_isSaved() {
 void TestWindowPins::cancelledPanel_savesNothing() {
     WindowFixture velm;
     velm.start();
-    const Column column(velm);
+    const ResultsColumn column(velm);
     testBad7400(velm);
     const QString before = velm.message();
     column.choose(QStringLiteral("Save as picture…"));

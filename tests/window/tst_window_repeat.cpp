@@ -1,25 +1,21 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "window/WindowFixture.h"
+#include "window/ResultsColumn.h"
 
 #include "settings/SettingsKeys.h"
-#include "support/PinPicture.h"
-#include "views/PackageView.h"
 
-#include <QAccessible>
-#include <QAction>
 #include <QFile>
 #include <QImage>
-#include <QPlainTextEdit>
-#include <QSpinBox>
 
 /// A logic test that is repeated.
 class TestWindowRepeat : public QObject {
     Q_OBJECT
 
 private slots:
+    void initTestCase() { font_ = QApplication::font(); }
     void init() { qunsetenv("MINIPRO_SIM_FAULT"); }
+    void cleanup() { QApplication::setFont(font_); }
     void flakyPin_isToldFromABrokenOne();
     void goodChip_hasNoFailedPin();
     void chosenVector_hasItsOwnCounts();
@@ -39,49 +35,14 @@ private slots:
     void runningTool_refusesTheButton();
     void picture_isSavedWithTheCounts();
     void text_isSavedWithTheCounts();
-    void smallestWindow_hasRoomForIt();
+    void smallWindow_hasRoomForTheWidestCounts_data();
+    void smallWindow_hasRoomForTheWidestCounts();
+
+private:
+    QFont font_;
 };
 
 namespace {
-
-/// The controls of the column, found by their names.
-struct Column {
-    explicit Column(WindowFixture &velm) {
-        const MainWindow &window = velm.velm().window();
-        for (QWidget *widget : window.findChildren<QWidget *>()) {
-            const QString name = widget->accessibleName();
-            if (name == QStringLiteral("Pins"))
-                pins = qobject_cast<PackageView *>(widget);
-            else if (name == QStringLiteral("Failed pins"))
-                text = qobject_cast<QPlainTextEdit *>(widget);
-            else if (name == QStringLiteral("Run 10 times"))
-                button = qobject_cast<QPushButton *>(widget);
-            else if (name == QStringLiteral("How many times"))
-                times = qobject_cast<QSpinBox *>(widget);
-        }
-        if (!pins || !text || !button || !times)
-            qFatal("no column");
-    }
-
-    QString picture() const { return pictureOf(pins->picture().pins); }
-    QString description() const {
-        return QAccessible::queryAccessibleInterface(pins)->text(QAccessible::Description);
-    }
-    QString beginning(qsizetype lines) const {
-        return text->toPlainText().split(u'\n').first(lines).join(u'/');
-    }
-    void choose(const QString &entry) const {
-        for (QAction *action : pins->actions())
-            if (action->text().remove(u'&') == entry)
-                return action->trigger();
-        qFatal("no such entry");
-    }
-
-    PackageView *pins = nullptr;
-    QPlainTextEdit *text = nullptr;
-    QPushButton *button = nullptr;
-    QSpinBox *times = nullptr;
-};
 
 /// A window with a 7400 that has been tested once, with \a faults.
 struct Tested : WindowFixture {
@@ -93,20 +54,24 @@ struct Tested : WindowFixture {
     }
 
     /// Presses the button, and waits until the window is at rest after \a runs runs of this start.
-    void repeat(const Column &column, qsizetype runs) {
-        click(column.button);
+    void repeat(const ResultsColumn &column, qsizetype runs) {
+        click(column.repeat);
         QTRY_COMPARE(velm().runs().size(), runs);
         QTRY_VERIFY(controls().btn_logic->isEnabled());
         settle();
     }
 
     /// Begins to repeat; the first run is over then, and the next has not begun.
-    void begin(const Column &column) {
-        click(column.button);
+    void begin(const ResultsColumn &column) {
+        click(column.repeat);
         QCOMPARE(velm().runs().size(), 2);
         QVERIFY(velm().work().isIdle());
     }
 };
+
+void verifySays(WindowFixture &velm, const QString &sentence) {
+    QVERIFY2(velm.message().contains(sentence), qPrintable(velm.message()));
+}
 
 const QByteArray bothFaults = "bad-logic-pins,flaky-pin";
 const QString flaky = QStringLiteral("Pin 11 failed in 3 of 10 runs: flaky, or a bad contact");
@@ -116,34 +81,32 @@ const QString always = QStringLiteral("Pin 3 failed in all 10 runs");
 
 void TestWindowRepeat::flakyPin_isToldFromABrokenOne() {
     Tested velm(bothFaults);
-    const Column column(velm);
+    const ResultsColumn column(velm);
     velm.repeat(column, 11);
-    QCOMPARE(column.beginning(7), QStringLiteral("10 runs/%1/%2//Pin 3, vector 3: low expected/"
-                                                 "Pin 11, vector 3: low expected/")
-                                      .arg(always, flaky));
+    QCOMPARE(column.lines(7), QStringLiteral("10 runs/%1/%2//Pin 3, vector 3: low expected/"
+                                             "Pin 11, vector 3: low expected/")
+                                  .arg(always, flaky));
     QCOMPARE(column.picture(), QStringLiteral("1 2 3- 4 5 6+ 7G 8+ 9 10 11- 12 13 14V"));
     QCOMPARE(column.pins->picture().failedRuns, (QMap<int, int>{{3, 10}, {11, 3}}));
     QCOMPARE(column.pins->picture().runs, 10);
     QCOMPARE(column.description(), QStringLiteral("7400, 10 runs. %1. %2.").arg(always, flaky));
-    QVERIFY2(velm.message().contains(QStringLiteral("Warning: %1. %2.").arg(always, flaky)),
-             qPrintable(velm.message()));
+    verifySays(velm, QStringLiteral("Warning: %1. %2.").arg(always, flaky));
 }
 
 void TestWindowRepeat::goodChip_hasNoFailedPin() {
     Tested velm;
-    const Column column(velm);
+    const ResultsColumn column(velm);
     velm.repeat(column, 11);
-    QCOMPARE(column.beginning(3), QStringLiteral("10 runs/No pin failed/"));
+    QCOMPARE(column.lines(3), QStringLiteral("10 runs/No pin failed/"));
     QCOMPARE(column.description(), QStringLiteral("7400, 10 runs. No pin failed."));
     QVERIFY(column.pins->picture().failedRuns.isEmpty());
-    QVERIFY2(velm.message().contains(QStringLiteral("\nNo pin failed in 10 runs.")) ||
-                 velm.message().startsWith(QStringLiteral("No pin failed in 10 runs.")),
-             qPrintable(velm.message()));
+    verifySays(velm, QStringLiteral("No pin failed in 10 runs."));
+    QVERIFY(!velm.message().contains(QStringLiteral("Warning")));
 }
 
 void TestWindowRepeat::chosenVector_hasItsOwnCounts() {
     Tested velm(bothFaults);
-    const Column column(velm);
+    const ResultsColumn column(velm);
     velm.repeat(column, 11);
     GridView *grid = velm.controls().tableview;
     grid->moveTo(grid->model()->index(1, 0));
@@ -159,23 +122,23 @@ void TestWindowRepeat::chosenVector_hasItsOwnCounts() {
 
 void TestWindowRepeat::number_isChosen() {
     Tested velm;
-    const Column column(velm);
-    QCOMPARE(column.button->text().remove(u'&'), QStringLiteral("Run 10 times"));
+    const ResultsColumn column(velm);
+    QCOMPARE(column.repeat->text().remove(u'&'), QStringLiteral("Run 10 times"));
     QCOMPARE(column.times->minimum(), 2);
     QCOMPARE(column.times->maximum(), 100);
     column.times->setFocus();
     column.times->selectAll();
     QTest::keyClicks(column.times, QStringLiteral("3"));
-    QCOMPARE(column.button->text().remove(u'&'), QStringLiteral("Run 3 times"));
-    QCOMPARE(column.button->accessibleName(), QStringLiteral("Run 3 times"));
+    QCOMPARE(column.repeat->text().remove(u'&'), QStringLiteral("Run 3 times"));
+    QCOMPARE(column.repeat->accessibleName(), QStringLiteral("Run 3 times"));
     velm.repeat(column, 4);
-    QCOMPARE(column.beginning(1), QStringLiteral("3 runs"));
+    QCOMPARE(column.lines(1), QStringLiteral("3 runs"));
 }
 
 // Each run is told of as if the user had pressed Logic test again.
 void TestWindowRepeat::runs_areThoseOfTheButton() {
     Tested velm;
-    const Column column(velm);
+    const ResultsColumn column(velm);
     column.times->setValue(2);
     // The log has a line for each piece of output: this is one.
     const QString report = velm.write(QStringLiteral("report"), "      1 2 3 4 5 6 7 8\n"
@@ -203,13 +166,13 @@ void TestWindowRepeat::runs_areThoseOfTheButton() {
 
 void TestWindowRepeat::column_staysAndTellsTheRun() {
     Tested velm(bothFaults);
-    const Column column(velm);
+    const ResultsColumn column(velm);
     QString first;
     QString picture;
     QString message;
     velm.whileBusy([&] {
         QVERIFY(column.pins->isVisible());
-        first = column.beginning(2);
+        first = column.lines(2);
         picture = column.picture() + u'/' + column.pins->picture().caption;
         message = velm.message();
     });
@@ -217,7 +180,7 @@ void TestWindowRepeat::column_staysAndTellsTheRun() {
     QCOMPARE(first, QStringLiteral("Run 1 of 10/Nothing has been counted yet"));
     QCOMPARE(picture, QStringLiteral("1 2 3 4 5 6 7 8 9 10 11 12 13 14/0 of 10 runs"));
     QCOMPARE(message, QStringLiteral("Run 1 of 10."));
-    QCOMPARE(column.beginning(2), QStringLiteral("Run 2 of 10/Pin 3 failed"));
+    QCOMPARE(column.lines(2), QStringLiteral("Run 2 of 10/Pin 3 failed"));
     bool isVisible = false;
     velm.whileBusy([&] {
         isVisible = column.pins->isVisible();
@@ -230,10 +193,10 @@ void TestWindowRepeat::column_staysAndTellsTheRun() {
 
 void TestWindowRepeat::controls_stayOffBetweenRuns() {
     Tested velm;
-    const Column column(velm);
-    QVERIFY(column.button->isEnabled());
+    const ResultsColumn column(velm);
+    QVERIFY(column.repeat->isEnabled());
     velm.begin(column);
-    QVERIFY(!column.button->isEnabled());
+    QVERIFY(!column.repeat->isEnabled());
     QVERIFY(!column.times->isEnabled());
     QVERIFY(!velm.controls().btn_read->isEnabled());
     QVERIFY(!velm.controls().uaTextField->isEnabled());
@@ -241,62 +204,59 @@ void TestWindowRepeat::controls_stayOffBetweenRuns() {
     QVERIFY(velm.controls().busy->isRunning());
     QTRY_VERIFY(velm.controls().btn_read->isEnabled());
     QCOMPARE(velm.velm().runs().size(), 11);
-    QVERIFY(column.button->isEnabled());
+    QVERIFY(column.repeat->isEnabled());
     QVERIFY(!velm.controls().btn_stop->isEnabled());
     QVERIFY(!velm.controls().busy->isRunning());
 }
 
 void TestWindowRepeat::focus_comesBackToTheButton() {
     Tested velm;
-    const Column column(velm);
-    column.button->setFocus();
-    QTest::keyClick(column.button, Qt::Key_Space);
+    const ResultsColumn column(velm);
+    column.repeat->setFocus();
+    QTest::keyClick(column.repeat, Qt::Key_Space);
     QCOMPARE(QApplication::focusWidget(), velm.controls().textView);
-    QTRY_VERIFY(column.button->isEnabled());
-    QCOMPARE(QApplication::focusWidget(), column.button);
+    QTRY_VERIFY(column.repeat->isEnabled());
+    QCOMPARE(QApplication::focusWidget(), column.repeat);
 }
 
 void TestWindowRepeat::stop_endsTheSeries() {
     Tested velm;
-    const Column column(velm);
+    const ResultsColumn column(velm);
     velm.begin(column);
     velm.useTool("while :; do sleep 1; done\n");
     velm.whileBusy([&] { velm.click(velm.controls().btn_stop); });
     QTRY_VERIFY(velm.controls().btn_logic->isEnabled());
     QCOMPARE(velm.velm().runs().size(), 3);
-    QCOMPARE(column.beginning(2), QStringLiteral("Stopped after 1 of 10 runs/No pin failed"));
-    QVERIFY2(velm.message().contains(QStringLiteral("Stopped after 1 of 10 runs. No pin failed.")),
-             qPrintable(velm.message()));
-    QVERIFY2(velm.message().contains(QStringLiteral("Logic test stopped.")),
-             qPrintable(velm.message()));
+    QCOMPARE(column.lines(2), QStringLiteral("Stopped after 1 of 10 runs/No pin failed"));
+    verifySays(velm, QStringLiteral("Stopped after 1 of 10 runs. No pin failed."));
+    verifySays(velm, QStringLiteral("Logic test stopped."));
     QVERIFY(column.pins->isVisible());
 }
 
 void TestWindowRepeat::stopBetweenRuns_givesTheControlsBack() {
     Tested velm;
-    const Column column(velm);
+    const ResultsColumn column(velm);
     velm.begin(column);
     velm.click(velm.controls().btn_stop);
     QVERIFY(velm.controls().btn_logic->isEnabled());
     velm.settle();
     QCOMPARE(velm.velm().runs().size(), 2);
-    QCOMPARE(column.beginning(1), QStringLiteral("Stopped after 1 of 10 runs"));
+    QCOMPARE(column.lines(1), QStringLiteral("Stopped after 1 of 10 runs"));
 }
 
 void TestWindowRepeat::lostProgrammer_endsTheSeries() {
     Tested velm("bad-logic-pins");
-    const Column column(velm);
+    const ResultsColumn column(velm);
     velm.begin(column);
     qputenv("MINIPRO_SIM_FAULT", "no-programmer");
     QTRY_VERIFY(velm.controls().btn_logic->isEnabled());
     QCOMPARE(velm.velm().runs().size(), 3);
     const QString ended =
         QStringLiteral("Ended after 1 of 10 runs: the next one left no whole report");
-    QCOMPARE(column.beginning(2), ended + QStringLiteral("/Pin 3 failed"));
+    QCOMPARE(column.lines(2), ended + QStringLiteral("/Pin 3 failed"));
     QCOMPARE(column.pins->picture().failedRuns, (QMap<int, int>{{3, 1}}));
-    QVERIFY2(velm.message().contains(ended), qPrintable(velm.message()));
-    QVERIFY2(velm.message().contains(velm.velm().runs().last().outcome.sentence),
-             qPrintable(velm.message()));
+    verifySays(velm, ended);
+    verifySays(velm, velm.velm().runs().last().outcome.sentence);
     // Looking elsewhere throws it away, as every result.
     velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
     velm.controls().tabview->selectTabViewItem(logicTabIdentifier());
@@ -305,18 +265,17 @@ void TestWindowRepeat::lostProgrammer_endsTheSeries() {
 
 void TestWindowRepeat::otherDevice_endsTheSeries() {
     Tested velm;
-    const Column column(velm);
+    const ResultsColumn column(velm);
     velm.begin(column);
     velm.settings().setValue(settingsKeys::device, QStringLiteral("7402"));
     QTRY_VERIFY(velm.controls().btn_logic->isEnabled());
     QCOMPARE(velm.velm().runs().size(), 2);
-    QVERIFY2(velm.message().contains(QStringLiteral("the device is another one now.")),
-             qPrintable(velm.message()));
+    verifySays(velm, QStringLiteral("the device is another one now."));
 }
 
 void TestWindowRepeat::singleTest_endsTheTally() {
     Tested velm(bothFaults);
-    const Column column(velm);
+    const ResultsColumn column(velm);
     velm.repeat(column, 11);
     velm.click(velm.controls().btn_logic);
     velm.settle();
@@ -330,7 +289,7 @@ void TestWindowRepeat::singleTest_endsTheTally() {
 
 void TestWindowRepeat::otherOperation_endsTheTally() {
     Tested velm;
-    const Column column(velm);
+    const ResultsColumn column(velm);
     velm.repeat(column, 11);
     velm.click(velm.controls().btn_read);
     velm.settle();
@@ -339,18 +298,17 @@ void TestWindowRepeat::otherOperation_endsTheTally() {
 
 void TestWindowRepeat::closing_isRefusedBetweenRuns() {
     Tested velm;
-    const Column column(velm);
+    const ResultsColumn column(velm);
     velm.begin(column);
     velm.velm().window().close();
     QVERIFY(velm.velm().window().isVisible());
-    QVERIFY2(velm.message().contains(QStringLiteral("so the window stays open")),
-             qPrintable(velm.message()));
+    verifySays(velm, QStringLiteral("so the window stays open"));
     QTRY_COMPARE(velm.velm().runs().size(), 11);
 }
 
 void TestWindowRepeat::askedToEndTwice_closesBetweenRuns() {
     Tested velm;
-    const Column column(velm);
+    const ResultsColumn column(velm);
     velm.begin(column);
     velm.velm().askToEnd();
     QVERIFY(velm.velm().window().isVisible());
@@ -362,12 +320,12 @@ void TestWindowRepeat::askedToEndTwice_closesBetweenRuns() {
 // Assistive technology presses what is off.
 void TestWindowRepeat::runningTool_refusesTheButton() {
     Tested velm;
-    const Column column(velm);
+    const ResultsColumn column(velm);
     QString message;
     velm.whileBusy([&] {
-        column.button->setEnabled(true);
-        column.button->parentWidget()->setEnabled(true);
-        column.button->click();
+        column.repeat->setEnabled(true);
+        column.repeat->parentWidget()->setEnabled(true);
+        column.repeat->click();
         message = velm.message();
     });
     velm.click(velm.controls().btn_logic);
@@ -379,7 +337,7 @@ void TestWindowRepeat::runningTool_refusesTheButton() {
 
 void TestWindowRepeat::picture_isSavedWithTheCounts() {
     Tested velm(bothFaults);
-    const Column column(velm);
+    const ResultsColumn column(velm);
     velm.repeat(column, 11);
     velm.panels.answer = velm.path(QStringLiteral("counts.png"));
     column.choose(QStringLiteral("Save as picture…"));
@@ -394,7 +352,7 @@ void TestWindowRepeat::picture_isSavedWithTheCounts() {
 
 void TestWindowRepeat::text_isSavedWithTheCounts() {
     Tested velm(bothFaults);
-    const Column column(velm);
+    const ResultsColumn column(velm);
     velm.repeat(column, 11);
     velm.panels.answer = velm.path(QStringLiteral("counts.txt"));
     column.choose(QStringLiteral("Save as text…"));
@@ -405,18 +363,34 @@ void TestWindowRepeat::text_isSavedWithTheCounts() {
              qPrintable(text));
 }
 
-void TestWindowRepeat::smallestWindow_hasRoomForIt() {
+void TestWindowRepeat::smallWindow_hasRoomForTheWidestCounts_data() {
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("points"); // 0: as they are
+    QTest::newRow("small") << QSize(900, 600) << 0;
+    QTest::newRow("large letters") << QSize(1366, 768) << 18;
+}
+
+void TestWindowRepeat::smallWindow_hasRoomForTheWidestCounts() {
+    QFETCH(const QSize, size);
+    QFETCH(const int, points);
+    QFont font = font_;
+    if (points > 0)
+        font.setPointSize(points);
+    QApplication::setFont(font);
     Tested velm(bothFaults);
-    const Column column(velm);
+    const ResultsColumn column(velm);
     MainWindow &window = velm.velm().window();
-    window.resize(900, 600);
-    velm.repeat(column, 11);
-    QCOMPARE(window.size(), QSize(900, 600));
-    const QWidget *area = column.pins->parentWidget();
-    QVERIFY(area->width() >= column.pins->sizeHint().width());
-    const QRect whole(QPoint(), window.size());
+    window.resize(size);
+    column.times->setValue(100);
+    velm.begin(column);
+    velm.click(velm.controls().btn_stop);
+    velm.settle();
+    QCOMPARE(column.pins->picture().plannedRuns, 100);
+    QCOMPARE(window.size(), size);
+    QVERIFY(column.pins->parentWidget()->width() >= column.pins->sizeHint().width());
+    const QRect whole(QPoint(), size);
     for (const QWidget *widget :
-         std::initializer_list<const QWidget *>{column.text, column.button, column.times}) {
+         std::initializer_list<const QWidget *>{column.text, column.repeat, column.times}) {
         QVERIFY(whole.contains(QRect(widget->mapTo(&window, QPoint()), widget->size())));
         QVERIFY(widget->width() >= widget->minimumSizeHint().width());
         QVERIFY(widget->height() >= widget->minimumSizeHint().height());
