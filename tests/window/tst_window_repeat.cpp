@@ -30,6 +30,7 @@ private slots:
     void otherDevice_endsTheSeries();
     void singleTest_endsTheTally();
     void otherOperation_endsTheTally();
+    void composition_throwsTheCountsAway();
     void closing_isRefusedBetweenRuns();
     void askedToEndTwice_closesBetweenRuns();
     void runningTool_refusesTheButton();
@@ -294,6 +295,17 @@ void TestWindowRepeat::otherOperation_endsTheTally() {
     velm.click(velm.controls().btn_read);
     velm.settle();
     QVERIFY2(!velm.message().contains(QStringLiteral("10 runs")), qPrintable(velm.message()));
+}
+
+// As it does with the table.
+void TestWindowRepeat::composition_throwsTheCountsAway() {
+    Tested velm;
+    const ResultsColumn column(velm);
+    velm.repeat(column, 11);
+    QVERIFY(column.pins->isVisible());
+    velm.click(velm.controls().btn_pad);
+    QTRY_VERIFY(velm.state().logictest_rows.isEmpty());
+    QVERIFY(!column.pins->isVisible());
 }
 
 void TestWindowRepeat::closing_isRefusedBetweenRuns() {
