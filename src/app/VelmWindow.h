@@ -106,6 +106,7 @@ private:
     ChipInquiry chipInquiry_;
     KnownDevices knownDevices_;
     DeviceOffers deviceOffers_;
+    LogicSeries logicSeries_;
     RunLog runLog_;
     NextStepButtons nextSteps_;
     VerdictLine verdictLine_;
