@@ -22,6 +22,7 @@ const QMap<QString, QStringList> &arrows() {
         {QStringLiteral("settings"), words("base files")},
         {QStringLiteral("image"), words("base files settings")},
         {QStringLiteral("inspect"), {}},
+        {QStringLiteral("formats"), words("base files")},
         {QStringLiteral("process"), words("base")},
         {QStringLiteral("language"), words("base files settings")},
         {QStringLiteral("tool"), words("base files settings process language")},
@@ -30,10 +31,11 @@ const QMap<QString, QStringList> &arrows() {
         {QStringLiteral("devices"), words("base files settings image language tool widgets")},
         {QStringLiteral("control"),
          words("base files settings image language tool widgets grid devices")},
-        {QStringLiteral("views"),
-         words("base files settings image inspect language tool widgets grid devices control")},
-        {QStringLiteral("app"), words("base files settings image inspect language tool widgets "
-                                      "grid devices control views")},
+        {QStringLiteral("views"), words("base files settings image inspect formats language tool "
+                                        "widgets grid devices control")},
+        {QStringLiteral("app"),
+         words("base files settings image inspect formats language tool widgets "
+               "grid devices control views")},
     };
     return map;
 }
@@ -50,10 +52,10 @@ const QMap<QString, QStringList> &stacks() {
 }
 
 bool isPure(const QString &layer) {
-    static const QSet<QString> pure = {QStringLiteral("base"),     QStringLiteral("files"),
-                                       QStringLiteral("settings"), QStringLiteral("image"),
-                                       QStringLiteral("inspect"),  QStringLiteral("process"),
-                                       QStringLiteral("language"), QStringLiteral("tool")};
+    static const QSet<QString> pure = {
+        QStringLiteral("base"),    QStringLiteral("files"),    QStringLiteral("settings"),
+        QStringLiteral("image"),   QStringLiteral("inspect"),  QStringLiteral("formats"),
+        QStringLiteral("process"), QStringLiteral("language"), QStringLiteral("tool")};
     return pure.contains(layer);
 }
 

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "formats/AddressedBytes.h"
+
+#include <algorithm>
+#include <cstring>
+
+bool AddressedBytes::put(qint64 address, QByteArrayView bytes) {
+    bool covered = false;
+    while (!bytes.isEmpty()) {
+        const Piece next = pieces_.upper_bound(address);
+        const bool inside = next != pieces_.begin() && address < endOf(std::prev(next));
+        qsizetype taken = bytes.size();
+        if (inside) {
+            const Piece piece = std::prev(next);
+            taken = std::min<qsizetype>(taken, endOf(piece) - address);
+            std::memcpy(piece->second.data() + (address - piece->first), bytes.data(),
+                        std::size_t(taken));
+            covered = true;
+        } else {
+            if (next != pieces_.end())
+                taken = std::min<qsizetype>(taken, next->first - address);
+            fillGap(address, bytes.first(taken), next);
+        }
+        address += taken;
+        bytes = bytes.sliced(taken);
+    }
+    return covered;
+}
+
+void AddressedBytes::fillGap(qint64 address, QByteArrayView bytes, Piece next) {
+    count_ += bytes.size();
+    const bool touchesNext = next != pieces_.end() && next->first == address + bytes.size();
+    const bool touchesBefore = next != pieces_.begin() && endOf(std::prev(next)) == address;
+    if (touchesBefore && touchesNext)
+        join(std::prev(next), bytes, next);
+    else if (touchesBefore)
+        std::prev(next)->second.append(bytes);
+    else if (touchesNext)
+        prepend(next, bytes);
+    else
+        pieces_.emplace_hint(next, address, bytes.toByteArray());
+}
+
+// The shorter one is copied: whatever the order in which gaps are closed, no byte moves often.
+void AddressedBytes::join(Piece one, QByteArrayView between, Piece other) {
+    if (one->second.size() >= other->second.size()) {
+        one->second.append(between).append(other->second);
+        pieces_.erase(other);
+        return;
+    }
+    const QByteArray before = std::move(one->second) + between.toByteArray();
+    pieces_.erase(one);
+    prepend(other, before);
+}
+
+void AddressedBytes::prepend(Piece piece, QByteArrayView bytes) {
+    auto node = pieces_.extract(piece);
+    node.mapped().prepend(bytes);
+    node.key() -= bytes.size();
+    pieces_.insert(std::move(node));
+}
