@@ -1,0 +1,143 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "formats/RecordWriter.h"
+
+#include "formats/DecodedRecords.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr qint64 halfOfAddresses = qint64(1) << 16;
+constexpr int maxCount = 255; // a record's count is one byte
+
+/// One line: a mark and bytes in hexadecimal digits, with their sum.
+class Line {
+public:
+    explicit Line(QByteArrayView mark) {
+        for (const char character : mark)
+            add(character);
+    }
+
+    Line &byte(quint32 value) {
+        static constexpr char digits[] = "0123456789ABCDEF";
+        add(digits[value >> 4 & 0xF]);
+        add(digits[value & 0xF]);
+        sum_ += value;
+        return *this;
+    }
+    /// The lower \a length bytes of \a value, the highest first.
+    Line &number(qint64 value, int length) {
+        for (int shift = 8 * (length - 1); shift >= 0; shift -= 8)
+            byte(quint32(value >> shift) & 0xFF);
+        return *this;
+    }
+    Line &bytes(QByteArrayView values) {
+        for (const char value : values)
+            byte(static_cast<unsigned char>(value));
+        return *this;
+    }
+    quint32 sum() const { return sum_; }
+    /// The line, ended.
+    QByteArrayView ended() {
+        add('\n');
+        return QByteArrayView(characters_.data(), size_);
+    }
+
+private:
+    void add(char character) { characters_[std::size_t(size_++)] = character; }
+
+    std::array<char, 600> characters_;
+    qsizetype size_ = 0;
+    quint32 sum_ = 0;
+};
+
+void addIntelHex(QByteArray &text, qint64 address, quint32 type, QByteArrayView data) {
+    Line line(":");
+    line.byte(quint32(data.size())).number(address, 2).byte(type).bytes(data);
+    line.byte(0x100 - (line.sum() & 0xFF));
+    text.append(line.ended());
+}
+
+/// What is at an \a address of so many bytes.
+void addSRecord(QByteArray &text, char type, qint64 address, int addressLength,
+                QByteArrayView data = {}) {
+    const char mark[] = {'S', type};
+    Line line(QByteArrayView(mark, 2));
+    line.byte(quint32(addressLength + data.size() + 1)).number(address, addressLength).bytes(data);
+    line.byte(~line.sum() & 0xFF);
+    text.append(line.ended());
+}
+
+/// How many bytes the addresses of S-records need.
+int addressLengthOf(qint64 address, qint64 length) {
+    const qint64 last = address + std::max<qint64>(length - 1, 0);
+    return last < halfOfAddresses ? 2 : last < halfOfAddresses << 8 ? 3 : 4;
+}
+
+} // namespace
+
+int maxRecordLength(RecordFormat format, qint64 address, qint64 length) {
+    return format == RecordFormat::IntelHex ? maxCount
+                                            : maxCount - addressLengthOf(address, length) - 1;
+}
+
+bool fitsAddresses(qint64 address, qint64 length) {
+    return address >= 0 && address <= endOfAddresses && length <= endOfAddresses - address;
+}
+
+RecordWriter::RecordWriter(const RecordLayout &layout, qsizetype length)
+    : layout_(layout), length_(length), addressLength_(addressLengthOf(layout.address, length)) {}
+
+bool RecordWriter::advance(QByteArrayView bytes, qsizetype max) {
+    if (!std::exchange(begun_, true))
+        begin();
+    const qsizetype stop = at_ + std::min(max, length_ - at_);
+    while (at_ < stop)
+        writeRecord(bytes.sliced(at_, nextLength()));
+    if (at_ == length_ && !std::exchange(ended_, true))
+        end();
+    return ended_;
+}
+
+void RecordWriter::begin() {
+    if (layout_.format == RecordFormat::SRecord)
+        addSRecord(text_, '0', 0, 2, layout_.header);
+}
+
+/// A record of Intel HEX stays within one upper half of the address.
+qsizetype RecordWriter::nextLength() const {
+    const qsizetype length = std::min<qsizetype>(layout_.recordLength, length_ - at_);
+    if (layout_.format == RecordFormat::SRecord)
+        return length;
+    const qint64 lower = (layout_.address + at_) % halfOfAddresses;
+    return std::min<qsizetype>(length, halfOfAddresses - lower);
+}
+
+void RecordWriter::writeRecord(QByteArrayView data) {
+    const qint64 address = layout_.address + at_;
+    if (layout_.format == RecordFormat::SRecord) {
+        addSRecord(text_, char('1' + addressLength_ - 2), address, addressLength_, data);
+    } else {
+        const qint64 upper = address / halfOfAddresses;
+        if (std::exchange(upper_, upper) != upper) {
+            const char half[] = {char(upper >> 8), char(upper & 0xFF)};
+            addIntelHex(text_, 0, 4, QByteArrayView(half, 2));
+        }
+        addIntelHex(text_, address % halfOfAddresses, 0, data);
+    }
+    at_ += data.size();
+    ++records_;
+}
+
+void RecordWriter::end() {
+    if (layout_.format == RecordFormat::IntelHex)
+        return addIntelHex(text_, 0, 1, {});
+    if (records_ < halfOfAddresses)
+        addSRecord(text_, '5', records_, 2);
+    else if (records_ < halfOfAddresses << 8)
+        addSRecord(text_, '6', records_, 3);
+    addSRecord(text_, char('9' - addressLength_ + 2), 0, addressLength_);
+}
