@@ -22,6 +22,10 @@ test_packages=("${build_packages[@]}" "${window_packages[@]}")
 end_to_end_packages=(
     "${virtual_display_packages[@]}" dbus-daemon at-spi2-core python3 python3-pyatspi
 )
+# Other programs for Intel HEX and S-records. Without them the tests that compare with them are
+# skipped.
+# shellcheck disable=SC2034
+oracle_packages=(srecord python3-intelhex binutils)
 # shellcheck disable=SC2034
 check_packages=(
     clang-format-14 clang-tidy-14 shellcheck desktop-file-utils appstream
