@@ -14,14 +14,14 @@ constexpr qint64 halfOfAddresses = qint64(1) << 16;
 constexpr int maxCount = 255; // a record's count is one byte
 
 /// One line: a mark and bytes in hexadecimal digits, with their sum.
-class Line {
+class RecordLine {
 public:
-    explicit Line(QByteArrayView mark) {
+    explicit RecordLine(QByteArrayView mark) {
         for (const char character : mark)
             add(character);
     }
 
-    Line &byte(quint32 value) {
+    RecordLine &byte(quint32 value) {
         static constexpr char digits[] = "0123456789ABCDEF";
         add(digits[value >> 4 & 0xF]);
         add(digits[value & 0xF]);
@@ -29,12 +29,12 @@ public:
         return *this;
     }
     /// The lower \a length bytes of \a value, the highest first.
-    Line &number(qint64 value, int length) {
+    RecordLine &number(qint64 value, int length) {
         for (int shift = 8 * (length - 1); shift >= 0; shift -= 8)
             byte(quint32(value >> shift) & 0xFF);
         return *this;
     }
-    Line &bytes(QByteArrayView values) {
+    RecordLine &bytes(QByteArrayView values) {
         for (const char value : values)
             byte(static_cast<unsigned char>(value));
         return *this;
@@ -55,7 +55,7 @@ private:
 };
 
 void addIntelHex(QByteArray &text, qint64 address, quint32 type, QByteArrayView data) {
-    Line line(":");
+    RecordLine line(":");
     line.byte(quint32(data.size())).number(address, 2).byte(type).bytes(data);
     line.byte(0x100 - (line.sum() & 0xFF));
     text.append(line.ended());
@@ -65,7 +65,7 @@ void addIntelHex(QByteArray &text, qint64 address, quint32 type, QByteArrayView 
 void addSRecord(QByteArray &text, char type, qint64 address, int addressLength,
                 QByteArrayView data = {}) {
     const char mark[] = {'S', type};
-    Line line(QByteArrayView(mark, 2));
+    RecordLine line(QByteArrayView(mark, 2));
     line.byte(quint32(addressLength + data.size() + 1)).number(address, addressLength).bytes(data);
     line.byte(~line.sum() & 0xFF);
     text.append(line.ended());
