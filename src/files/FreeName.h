@@ -1,0 +1,12 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QByteArrayView>
+#include <QString>
+
+/// The path in \a folder of a file for \a bytes that is called \a name with \a suffix behind it, or
+/// "name-2", "name-3" and so on where a file of that name holds other bytes.
+QString freePath(const QString &folder, const QString &name, const QString &suffix,
+                 QByteArrayView bytes);
