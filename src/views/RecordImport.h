@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "files/ByteBuffer.h"
+#include "formats/ImageFlattening.h"
+#include "formats/RecordReader.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <optional>
+
+/// Reads a file of records, and makes an image of it, on turns of the event loop that are shorter
+/// than a frame.
+class RecordImport final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Of the bytes in \a file, which is not null.
+    explicit RecordImport(ByteBuffer file, QObject *parent = nullptr);
+
+    /// Reads the file as text of \a format, from the beginning.
+    void read(RecordFormat format);
+    /// Forgets what was read.
+    void stop();
+    /// What was read; null before it is whole.
+    const DecodedRecords *decoded() const;
+    /// How much of the file has been read, from 0 to 100.
+    int percent() const;
+
+    /// Makes an image of what was read, which must be one: see whyNoImage(). imageMade() follows.
+    void makeImage(qint64 base, quint8 fill);
+    bool isMakingImage() const { return flattening_.has_value(); }
+
+    const QByteArray &file() const { return *file_; }
+
+signals:
+    /// More has been read.
+    void advanced();
+    void imageMade(const ByteBuffer &image);
+
+private:
+    void turn();
+    bool advance();
+    void finishImage();
+
+    ByteBuffer file_;
+    std::optional<RecordReader> reader_;
+    bool isRead_ = false;
+    std::optional<ImageFlattening> flattening_;
+    QTimer turns_;
+};
