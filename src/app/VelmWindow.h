@@ -54,6 +54,9 @@ public:
     /// Starts the controller up and shows the window. False, with nothing shown, if the folder of
     /// temporary files turns out to be another start's.
     bool start();
+    /// Opens the file at the absolute \a path, as the binary or, if it is text of records, in an
+    /// import window.
+    void openFile(const QString &path) { fileImport_.open(path); }
     /// Brings the window to the front; not any more once it has been closed.
     void raise();
     /// Asked to end from outside. Closes the window, unless the tool runs, for an operation or a

@@ -79,6 +79,8 @@ void fillFileMenu(MainWindow &window, AppDelegate &delegate, const UserFiles &fi
                           << file.presses(c.btn_export_output,
                                           AppDelegate::tr("&Save data to burn\u2026"),
                                           QKeySequence::Save);
+    menus.file = file.menu();
+    menus.behindOpen = menus.offWhileRunning.at(1);
     file.menu()->addAction(c.textView->saveAction());
     menus.offWhileRunning << addRecentMenu(*file.menu(), delegate, files)->menuAction();
     file.menu()->addSeparator();

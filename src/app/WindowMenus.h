@@ -19,8 +19,10 @@ struct WindowMenus {
     /// What starts a run, or changes a setting or an image.
     QList<QAction *> offWhileRunning;
     QAction *stop = nullptr;
-    QMenu *edit = nullptr; ///< where the steps through the shown bytes are
-    QMenu *view = nullptr; ///< where the views are chosen
+    QMenu *file = nullptr;         ///< where files come in and go out
+    QAction *behindOpen = nullptr; ///< of the file menu, the entry behind that which opens one
+    QMenu *edit = nullptr;         ///< where the steps through the shown bytes are
+    QMenu *view = nullptr;         ///< where the views are chosen
 };
 
 /// Fills the menu bar of \a window. Choosing an entry first commits what is being typed. The

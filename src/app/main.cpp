@@ -115,12 +115,11 @@ int runWindow(const Start &start) {
     if (!velm.start())
         return sayItRunsElsewhere();
     if (!start.options.binary.isEmpty())
-        velm.delegate().openBinary(start.options.binary);
+        velm.openFile(start.options.binary);
     // Whoever finds it listening may expect an answer soon.
     RaiseServer raiseServer(start.lock->socketPath());
     QObject::connect(&raiseServer, &RaiseServer::raiseRequested, &velm, &VelmWindow::raise);
-    QObject::connect(&raiseServer, &RaiseServer::openRequested, &velm.delegate(),
-                     &AppDelegate::openBinary);
+    QObject::connect(&raiseServer, &RaiseServer::openRequested, &velm, &VelmWindow::openFile);
     return QApplication::exec();
 }
 

@@ -38,6 +38,15 @@ void UserFiles::openBinary(QWidget *window, const std::function<void(const QStri
     ask(window, openPurpose, request, chosen);
 }
 
+void UserFiles::openForImport(QWidget *window, const std::function<void(const QString &)> &chosen) {
+    if (gate_.refuses())
+        return;
+    FilePanelRequest request;
+    request.kind = FilePanelRequest::Kind::Open;
+    request.title = tr("Import");
+    ask(window, openPurpose, request, chosen);
+}
+
 void UserFiles::chooseTool(QWidget *window, const std::function<void(const QString &)> &chosen) {
     if (gate_.refuses())
         return;

@@ -53,6 +53,8 @@ public:
 
     /// Asks for a binary image; \a chosen gets the absolute path. Refused while the tool works.
     void openBinary(QWidget *window, const std::function<void(const QString &path)> &chosen);
+    /// The same for a file whose bytes are to be imported, whatever its format.
+    void openForImport(QWidget *window, const std::function<void(const QString &path)> &chosen);
     /// Asks for a programmer tool; \a chosen gets the absolute path. Refused while the tool works.
     void chooseTool(QWidget *window, const std::function<void(const QString &path)> &chosen);
     /// Asks where the data read from \a device are to go and saves them there, whole or not at all.

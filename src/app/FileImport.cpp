@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "app/FileImport.h"
+
+#include "app/MainWindow.h"
+#include "app/WindowMenus.h"
+#include "control/ActionGate.h"
+#include "control/AppDelegate.h"
+#include "control/Messages.h"
+#include "control/UserFiles.h"
+#include "files/FileLoading.h"
+#include "files/FileSaving.h"
+#include "files/FreeName.h"
+#include "files/PrivateFolder.h"
+#include "files/SuggestedName.h"
+#include "settings/FilePaths.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "views/ImportWindow.h"
+#include "widgets/FileDropArea.h"
+
+#include "ui_MainWindow.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QMenu>
+
+namespace {
+
+/// Where the bytes of imported files are kept. They outlive the program, unlike the temporary
+/// files.
+QString importFolder() {
+    return xdgFolder("XDG_DATA_HOME", QStringLiteral("/.local/share")) + QStringLiteral("/velm");
+}
+
+/// The byte that the window fills with.
+quint8 chosenFill(const SettingsStore &settings) {
+    return settings.boolValue(settingsKeys::pad_00) ? 0x00 : 0xFF;
+}
+
+/// Enough of the file at \a path to recognise a format by; nothing of what is no file.
+QByteArray beginningOf(const QString &path) {
+    constexpr qint64 enough = qint64(64) * 1024;
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return {};
+    return file.read(enough);
+}
+
+} // namespace
+
+FileImport::FileImport(const Surroundings &surroundings) : with_(surroundings) {
+    auto *drops = new FileDropArea(tr("Drop the file here to open it"),
+                                   with_.window.controls().sideArea->viewport());
+    connect(drops, &FileDropArea::dropped, this, &FileImport::open, Qt::QueuedConnection);
+}
+
+void FileImport::addEntry(WindowMenus &menus) {
+    auto *entry = new QAction(tr("&Import\u2026"), this);
+    entry->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_I));
+    entry->setAutoRepeat(false);
+    connect(entry, &QAction::triggered, this, &FileImport::choose, Qt::QueuedConnection);
+    menus.file->insertAction(menus.behindOpen, entry);
+    menus.offWhileRunning << entry;
+}
+
+void FileImport::choose() {
+    with_.files.openForImport(&with_.window, [this](const QString &path) { load(path); });
+}
+
+void FileImport::open(const QString &path) {
+    if (recordFormatOf(beginningOf(path)))
+        load(path);
+    else
+        with_.delegate.openBinary(path);
+}
+
+void FileImport::load(const QString &path) {
+    if (with_.gate.refuses())
+        return;
+    const auto loaded = loadWholeFile(path);
+    if (const Failure *failure = loaded.failure())
+        with_.messages.say(Topic::Binary,
+                           tr("%1 could not be read, so nothing was imported: %2")
+                               .arg(QDir::toNativeSeparators(path), failure->reason));
+    else
+        show(path, *loaded);
+}
+
+void FileImport::show(const QString &path, const ByteBuffer &bytes) {
+    auto *window = new ImportWindow({path, bytes}, chosenFill(with_.settings), &with_.window);
+    connect(window, &ImportWindow::rawChosen, this,
+            [this, window] { openBinary(window->path(), *window); });
+    connect(window, &ImportWindow::imageChosen, this,
+            [this, window](const ByteBuffer &image) { take(image, *window); });
+    window->show();
+}
+
+void FileImport::take(const ByteBuffer &image, ImportWindow &from) {
+    const QString folder = importFolder();
+    const QString name = suggestedName(QFileInfo(from.path()).completeBaseName(), {});
+    const QString path = freePath(folder, name, QStringLiteral(".bin"), *image);
+    makePrivateFolder(folder);
+    const Result<void> saved = saveWholeFile(path, *image);
+    if (const Failure *failure = saved.failure())
+        return from.showProblem(tr("%1 could not be written: %2").arg(path, failure->reason));
+    openBinary(path, from);
+}
+
+void FileImport::openBinary(const QString &path, ImportWindow &from) {
+    if (with_.gate.refuses())
+        return from.showProblem(tr("The programmer tool is running: nothing was opened."));
+    from.close();
+    with_.delegate.openBinary(path);
+}

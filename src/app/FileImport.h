@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "files/ByteBuffer.h"
+
+#include <QObject>
+
+class ActionGate;
+class AppDelegate;
+class ImportWindow;
+class MainWindow;
+class Messages;
+class SettingsStore;
+class UserFiles;
+struct WindowMenus;
+
+/// Lets files in. What is text of records, which the programmer tool would decode by itself, is
+/// shown in an import window before its bytes become a file of the program's own and the opened
+/// binary; everything else is opened as the binary at once.
+class FileImport final : public QObject {
+    Q_OBJECT
+
+public:
+    /// What it works with; all must live as long.
+    struct Surroundings {
+        MainWindow &window;
+        AppDelegate &delegate;
+        UserFiles &files;
+        const SettingsStore &settings;
+        const ActionGate &gate;
+        Messages &messages;
+    };
+
+    explicit FileImport(const Surroundings &surroundings);
+
+    /// Adds its entry to the file menu, as one that is off while the tool runs.
+    void addEntry(WindowMenus &menus);
+
+    /// Asks for a file and shows what it holds. Refused while the tool works.
+    void choose();
+    /// Opens the file at the absolute \a path, as text of records in an import window. Refused
+    /// while the tool works.
+    void open(const QString &path);
+
+private:
+    void load(const QString &path);
+    void show(const QString &path, const ByteBuffer &bytes);
+    void take(const ByteBuffer &image, ImportWindow &from);
+    void openBinary(const QString &path, ImportWindow &from);
+
+    const Surroundings with_;
+};

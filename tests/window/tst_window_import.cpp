@@ -1,0 +1,347 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "window/WindowFixture.h"
+
+#include "settings/SettingsKeys.h"
+#include "views/ImportWindow.h"
+
+#include "ui_ImportWindow.h"
+
+#include <QDragEnterEvent>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QPushButton>
+
+/// Files of records come in.
+class TestWindowImport : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void entry_asksAndShowsWhatWasFound();
+    void import_opensAFileOfTheProgramsOwn();
+    void import_survivesARestart();
+    void import_keepsWhatAnotherFileOfThatNameGave();
+    void choices_decideTheBytes();
+    void troubles_areShownAndHeldBack_data();
+    void troubles_areShownAndHeldBack();
+    void takenAllTheSame_theLaterBytesCount();
+    void cancel_changesNothing();
+    void raw_opensTheFileItself();
+    void unreadableFile_isSaid();
+    void dataHomeThatCannotBeWritten_isSaid();
+    void fileToOpen_isShownIfTheToolWouldDecodeIt();
+    void drop_onTheSidePanelOpens();
+    void drop_ofSomethingElseIsNotTaken();
+    void manyRecords_leaveTheEventLoopTurning();
+    void whileTheToolRuns_nothingIsImported();
+    void controls_haveNamesAndToolTips();
+
+private:
+    std::unique_ptr<WindowFixture> velm_;
+};
+
+namespace {
+
+const QByteArray hexFile = ":02001000AABB89\n:01001400CC1F\n:00000001FF\n";
+
+QAction *importEntry(WindowFixture &velm) {
+    for (QMenu *menu : velm.velm().window().menuBar()->findChildren<QMenu *>())
+        for (QAction *action : menu->actions())
+            if (action->text() == QStringLiteral("&Import\u2026"))
+                return action;
+    return nullptr;
+}
+
+/// The open import window, once it has read its file; null if there is none.
+ImportWindow *importWindow(WindowFixture &velm) {
+    auto *window = velm.velm().window().findChild<ImportWindow *>();
+    if (!window || !window->isVisible())
+        return nullptr;
+    const QProgressBar *progress = window->controls().progress;
+    return QTest::qWaitFor([progress] { return !progress->isVisible(); }) ? window : nullptr;
+}
+
+ImportWindow *opened(WindowFixture &velm, const QString &name, const QByteArray &text) {
+    velm.velm().openFile(velm.write(name, text));
+    return importWindow(velm);
+}
+
+QStringList foundLines(const ImportWindow &window) {
+    return const_cast<ImportWindow &>(window).controls().found->toPlainText().split(u'\n');
+}
+
+bool hasGone(WindowFixture &velm) {
+    return QTest::qWaitFor([&velm] { return !velm.velm().window().findChild<ImportWindow *>(); });
+}
+
+/// What a file manager does that drags \a urls over the middle of \a area, and lets go there if
+/// \a drops. True if the drag was taken.
+bool drag(QWidget *area, const QList<QUrl> &urls, bool drops) {
+    QMimeData data;
+    data.setUrls(urls);
+    const QPoint middle = area->rect().center();
+    QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(area, &enter);
+    if (drops) {
+        QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(area, &drop);
+    }
+    return enter.isAccepted();
+}
+
+} // namespace
+
+void TestWindowImport::init() {
+    velm_ = std::make_unique<WindowFixture>();
+    qputenv("XDG_DATA_HOME", QFile::encodeName(velm_->path(QStringLiteral("data"))));
+    velm_->start();
+}
+
+void TestWindowImport::entry_asksAndShowsWhatWasFound() {
+    velm_->panels.answer = velm_->write(QStringLiteral("rom.hex"), hexFile + ":00000001FF\n");
+    importEntry(*velm_)->trigger();
+    QTRY_VERIFY(importWindow(*velm_));
+    const ImportWindow &window = *importWindow(*velm_);
+    QCOMPARE(window.windowTitle(), QStringLiteral("Import rom.hex"));
+    QCOMPARE(foundLines(window),
+             QStringList({QStringLiteral("Line 4: something stands behind the end record."),
+                          QStringLiteral("Format: Intel HEX"),
+                          QStringLiteral("Bytes: 3 bytes in 2 ranges"),
+                          QStringLiteral("Range: 0x0010 to 0x0011, 2 bytes"),
+                          QStringLiteral("Range: 0x0014 to 0x0014, 1 byte"),
+                          QStringLiteral("Gaps: 1, with 2 bytes to fill"),
+                          QStringLiteral("Entry point: none")}));
+    QVERIFY(!velm_->state().opened_bin_data);
+}
+
+void TestWindowImport::import_opensAFileOfTheProgramsOwn() {
+    ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
+    QVERIFY(window);
+    QCOMPARE(window->controls().result->text(),
+             QStringLiteral("The binary will have 21 bytes; 18 of them filled with 0xFF."));
+    velm_->click(window->controls().importButton);
+    QVERIFY(hasGone(*velm_));
+    velm_->settle();
+    const QString kept = velm_->path(QStringLiteral("data/velm/rom.bin"));
+    const QByteArray image = QByteArray(16, '\xFF') + "\xAA\xBB\xFF\xFF\xCC";
+    QCOMPARE(WindowFixture::bytesOf(kept), image);
+    QCOMPARE(velm_->settings().stringValue(settingsKeys::binary), kept);
+    QCOMPARE(*velm_->state().output_data, image);
+}
+
+void TestWindowImport::import_survivesARestart() {
+    ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
+    velm_->click(window->controls().importButton);
+    QVERIFY(hasGone(*velm_));
+    velm_->end();
+    velm_->start();
+    QCOMPARE(velm_->state().opened_bin_data->size(), 21);
+}
+
+void TestWindowImport::import_keepsWhatAnotherFileOfThatNameGave() {
+    const auto import = [this](const QByteArray &text) {
+        ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), text);
+        velm_->click(window->controls().importButton);
+        return hasGone(*velm_);
+    };
+    QVERIFY(import(hexFile));
+    QVERIFY(import(":0100000001FE\n:00000001FF\n"));
+    QCOMPARE(velm_->settings().stringValue(settingsKeys::binary),
+             velm_->path(QStringLiteral("data/velm/rom-2.bin")));
+    QVERIFY(import(hexFile));
+    QCOMPARE(velm_->settings().stringValue(settingsKeys::binary),
+             velm_->path(QStringLiteral("data/velm/rom.bin")));
+}
+
+void TestWindowImport::choices_decideTheBytes() {
+    ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
+    Ui::ImportWindow &c = window->controls();
+    c.base->setText(QStringLiteral("11"));
+    QVERIFY(!c.importButton->isEnabled());
+    QCOMPARE(c.result->text(), QStringLiteral("Bytes lie before the base offset."));
+    c.base->setText(QStringLiteral("nowhere"));
+    QVERIFY(!c.importButton->isEnabled());
+    c.base->setText(QStringLiteral("10"));
+    c.fill->clear();
+    QVERIFY(!c.importButton->isEnabled());
+    c.fill->setText(QStringLiteral("a5"));
+    QCOMPARE(c.result->text(),
+             QStringLiteral("The binary will have 5 bytes; 2 of them filled with 0xA5."));
+    velm_->click(c.importButton);
+    QVERIFY(hasGone(*velm_));
+    QCOMPARE(*velm_->state().output_data, QByteArray("\xAA\xBB\xA5\xA5\xCC"));
+}
+
+void TestWindowImport::troubles_areShownAndHeldBack_data() {
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("sentence");
+    QTest::addColumn<bool>("canBeTaken");
+    const auto row = [](const char *name, const QByteArray &text, const char *sentence,
+                        bool canBeTaken) {
+        QTest::newRow(name) << text << QString::fromLatin1(sentence) << canBeTaken;
+    };
+    const QByteArray good = ":0100000001FE\n";
+    const QByteArray end = ":00000001FF\n";
+    row("checksum", good + ":0100010002FF\n" + end, "Line 2: the checksum is wrong.", true);
+    row("overlap", good + good + end, "Line 2: an earlier record has bytes at the same addresses.",
+        true);
+    row("no end", good, "Line 1: the file ends here without an end record.", true);
+    row("behind the end", good + end + "\x1A", "Line 3: something stands behind the end record.",
+        true);
+    row("count", "S104000001FA\nS5030002FA\nS9030000FC\n",
+        "Line 2: the number of records is another than it says.", true);
+    row("no record", good + "hello\n" + end, "Line 2: this is no record.", false);
+    row("no digit", good + ":0g\n" + end, "Line 2: a character is no hexadecimal digit.", false);
+    row("odd digits", good + ":000\n" + end, "Line 2: the number of digits is odd.", false);
+    row("length", good + ":0000\n" + end,
+        "Line 2: the record is longer or shorter than it should be.", false);
+    row("type", good + ":00000006FA\n" + end, "Line 2: the format has no such type of record.",
+        false);
+    row("4 GiB", ":02000004FFFFFC\n:02FFFF000102FD\n" + end,
+        "Line 2: the record goes past the address 0xFFFFFFFF.", false);
+}
+
+void TestWindowImport::troubles_areShownAndHeldBack() {
+    QFETCH(QByteArray, text);
+    QFETCH(QString, sentence);
+    QFETCH(bool, canBeTaken);
+    ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), text);
+    QVERIFY(window);
+    QCOMPARE(foundLines(*window).first(), sentence);
+    Ui::ImportWindow &c = window->controls();
+    QVERIFY(!c.importButton->isEnabled());
+    QCOMPARE(c.allTheSame->isVisible(), canBeTaken);
+    emit c.importButton->clicked(); // as assistive technology may
+    QVERIFY(!velm_->state().opened_bin_data);
+    c.allTheSame->setChecked(true);
+    QCOMPARE(c.importButton->isEnabled(), canBeTaken);
+}
+
+void TestWindowImport::takenAllTheSame_theLaterBytesCount() {
+    ImportWindow *window =
+        opened(*velm_, QStringLiteral("rom.hex"), ":020000000102FB\n:0100010003FB\n:00000001FF\n");
+    velm_->click(window->controls().allTheSame);
+    velm_->click(window->controls().importButton);
+    QVERIFY(hasGone(*velm_));
+    QCOMPARE(*velm_->state().output_data, QByteArray("\x01\x03"));
+}
+
+void TestWindowImport::cancel_changesNothing() {
+    ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
+    velm_->click(window->controls().cancelButton);
+    QVERIFY(hasGone(*velm_));
+    QVERIFY(!velm_->state().opened_bin_data);
+    QVERIFY(!QFile::exists(velm_->path(QStringLiteral("data"))));
+}
+
+void TestWindowImport::raw_opensTheFileItself() {
+    velm_->panels.answer = velm_->write(QStringLiteral("rom.bin"), "plain");
+    importEntry(*velm_)->trigger();
+    QTRY_VERIFY(importWindow(*velm_));
+    ImportWindow *window = importWindow(*velm_);
+    QCOMPARE(foundLines(*window), QStringList(QStringLiteral("Raw: 5 bytes, taken as they are.")));
+    velm_->click(window->controls().importButton);
+    QVERIFY(hasGone(*velm_));
+    QCOMPARE(*velm_->state().output_data, QByteArray("plain"));
+    QCOMPARE(velm_->settings().stringValue(settingsKeys::binary), velm_->panels.answer);
+}
+
+void TestWindowImport::unreadableFile_isSaid() {
+    velm_->panels.answer = velm_->path(QStringLiteral("missing.hex"));
+    importEntry(*velm_)->trigger();
+    QTRY_VERIFY2(velm_->message().contains(QStringLiteral("could not be read")),
+                 qPrintable(velm_->message()));
+    QVERIFY(velm_->settings().stringValue(settingsKeys::binary).isNull());
+}
+
+void TestWindowImport::dataHomeThatCannotBeWritten_isSaid() {
+    velm_->write(QStringLiteral("data"), "a file where a folder should be");
+    ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
+    velm_->click(window->controls().importButton);
+    const QLabel *result = window->controls().result;
+    QTRY_VERIFY2(result->text().contains(QStringLiteral("could not be written")),
+                 qPrintable(result->text()));
+    QVERIFY(!velm_->state().opened_bin_data);
+    QVERIFY(window->controls().importButton->isEnabled());
+}
+
+void TestWindowImport::fileToOpen_isShownIfTheToolWouldDecodeIt() {
+    QVERIFY(opened(*velm_, QStringLiteral("rom.bin"), "S104000001FA\nS9030000FC\n"));
+    QVERIFY(!velm_->state().opened_bin_data);
+    velm_->velm().openFile(velm_->write(QStringLiteral("rom.hex"), "no such text"));
+    QCOMPARE(*velm_->state().opened_bin_data, QByteArray("no such text"));
+}
+
+void TestWindowImport::drop_onTheSidePanelOpens() {
+    QWidget *side = velm_->controls().sideArea->viewport();
+    const auto *sign = side->findChild<QLabel *>(QString(), Qt::FindDirectChildrenOnly);
+    QVERIFY(sign && !sign->isVisible());
+    const QUrl raw = QUrl::fromLocalFile(velm_->write(QStringLiteral("rom.bin"), "plain"));
+    QVERIFY(drag(side, {raw}, false));
+    QVERIFY(sign->isVisible());
+    QVERIFY(drag(side, {raw}, true));
+    QVERIFY(!sign->isVisible());
+    velm_->settle();
+    QCOMPARE(*velm_->state().output_data, QByteArray("plain"));
+    const QUrl hex = QUrl::fromLocalFile(velm_->write(QStringLiteral("rom.hex"), hexFile));
+    QVERIFY(drag(side, {hex}, true));
+    QTRY_VERIFY(importWindow(*velm_));
+    QCOMPARE(*velm_->state().output_data, QByteArray("plain"));
+}
+
+void TestWindowImport::drop_ofSomethingElseIsNotTaken() {
+    QWidget *side = velm_->controls().sideArea->viewport();
+    const QUrl file = QUrl::fromLocalFile(velm_->write(QStringLiteral("rom.bin"), "plain"));
+    QVERIFY(!drag(side, {}, true));
+    QVERIFY(!drag(side, {file, file}, true));
+    QVERIFY(!drag(side, {QUrl(QStringLiteral("https://example.org/rom.bin"))}, true));
+    velm_->settle();
+    QVERIFY(!velm_->state().opened_bin_data);
+}
+
+void TestWindowImport::manyRecords_leaveTheEventLoopTurning() {
+    constexpr int records = 2'000'000;
+    velm_->velm().openFile(
+        velm_->write(QStringLiteral("rom.hex"), QByteArray(":0100000001FE\n").repeated(records)));
+    auto *window = velm_->velm().window().findChild<ImportWindow *>();
+    QVERIFY(window);
+    int turns = 0;
+    while (window->controls().progress->isVisible()) {
+        QCoreApplication::processEvents();
+        ++turns;
+    }
+    QVERIFY2(turns > 3, qPrintable(QString::number(turns)));
+    QVERIFY(foundLines(*window).contains(QStringLiteral("Further troubles: 1,999,900")));
+}
+
+void TestWindowImport::whileTheToolRuns_nothingIsImported() {
+    ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
+    velm_->useTool("while :; do sleep 1; done\n");
+    velm_->whileBusy([&] {
+        velm_->click(window->controls().importButton);
+        const QLabel *result = window->controls().result;
+        QTRY_VERIFY(result->text().contains(QStringLiteral("is running")));
+        const QString hex = velm_->path(QStringLiteral("rom.hex"));
+        drag(velm_->controls().sideArea->viewport(), {QUrl::fromLocalFile(hex)}, true);
+        velm_->click(velm_->controls().btn_stop);
+    });
+    velm_->click(velm_->controls().btn_read);
+    QVERIFY(!velm_->state().opened_bin_data);
+    QCOMPARE(velm_->velm().window().findChildren<ImportWindow *>().size(), 1);
+}
+
+void TestWindowImport::controls_haveNamesAndToolTips() {
+    const ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
+    for (const QWidget *widget : window->findChildren<QWidget *>())
+        if (widget->focusPolicy() != Qt::NoFocus && !widget->objectName().startsWith(u"qt_")) {
+            QVERIFY2(!widget->accessibleName().isEmpty(), qPrintable(widget->objectName()));
+            QVERIFY2(!widget->toolTip().isEmpty() || qobject_cast<const QPlainTextEdit *>(widget),
+                     qPrintable(widget->objectName()));
+        }
+}
+
+QTEST_MAIN(TestWindowImport)
+#include "tst_window_import.moc"
