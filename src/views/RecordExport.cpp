@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "views/RecordExport.h"
+
+#include <QElapsedTimer>
+
+#include <chrono>
+
+namespace {
+
+constexpr std::chrono::milliseconds turnTime{8};
+/// Bytes between two looks at the clock.
+constexpr qsizetype stepBytes = qsizetype(32) * 1024;
+
+} // namespace
+
+RecordExport::RecordExport(QObject *parent) : QObject(parent) {
+    connect(&turns_, &QTimer::timeout, this, &RecordExport::turn);
+}
+
+void RecordExport::write(const QByteArray &bytes, const RecordLayout &layout) {
+    bytes_ = bytes;
+    writer_.emplace(layout, bytes.size());
+    turns_.start(0);
+}
+
+void RecordExport::turn() {
+    QElapsedTimer time;
+    time.start();
+    bool isDone = false;
+    while (!isDone && !time.hasExpired(turnTime.count()))
+        isDone = writer_->advance(bytes_, stepBytes);
+    if (!isDone)
+        return;
+    turns_.stop();
+    const QByteArray text = writer_->takeText();
+    writer_.reset();
+    bytes_.clear();
+    emit written(text);
+}
