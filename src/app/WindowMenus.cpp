@@ -81,7 +81,8 @@ void fillFileMenu(MainWindow &window, AppDelegate &delegate, const UserFiles &fi
                                           QKeySequence::Save);
     menus.file = file.menu();
     menus.behindOpen = menus.offWhileRunning.at(1);
-    file.menu()->addAction(c.textView->saveAction());
+    menus.behindSave = c.textView->saveAction();
+    file.menu()->addAction(menus.behindSave);
     menus.offWhileRunning << addRecentMenu(*file.menu(), delegate, files)->menuAction();
     file.menu()->addSeparator();
     file.calls(AppDelegate::tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), &window,

@@ -21,6 +21,7 @@ struct WindowMenus {
     QAction *stop = nullptr;
     QMenu *file = nullptr;         ///< where files come in and go out
     QAction *behindOpen = nullptr; ///< of the file menu, the entry behind that which opens one
+    QAction *behindSave = nullptr; ///< of the file menu, the entry behind those that save images
     QMenu *edit = nullptr;         ///< where the steps through the shown bytes are
     QMenu *view = nullptr;         ///< where the views are chosen
 };

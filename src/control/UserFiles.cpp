@@ -102,7 +102,10 @@ void UserFiles::saveDocument(QWidget *window, const Document &document) {
     request.typeName = document.typeName;
     request.extensions = {document.extension};
     ask(window, savePurpose, request,
-        [this, bytes = document.bytes](const QString &path) { write(path, bytes()); });
+        [this, bytes = document.bytes, saved = document.saved](const QString &path) {
+            if (write(path, bytes()))
+                saved();
+        });
 }
 
 QStringList UserFiles::recent() const {

@@ -38,6 +38,8 @@ public:
         QString extension; ///< theirs, without a dot
         /// The content as it is to be saved, asked for when the user confirms.
         std::function<QByteArray()> bytes;
+        /// Called once they are in a file.
+        std::function<void()> saved = [] {};
     };
 
     /// What the window takes from outside; all must live as long.

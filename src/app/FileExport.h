@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "views/ExportWindow.h"
+
+#include <QObject>
+#include <QPointer>
+
+class ActionGate;
+class AppDelegate;
+class MainWindow;
+class Messages;
+class SettingsStore;
+class UserFiles;
+struct WindowMenus;
+
+/// Lets the images out, whole or in part, as they are or as text of records.
+class FileExport final : public QObject {
+    Q_OBJECT
+
+public:
+    /// What it works with; all must live as long.
+    struct Surroundings {
+        MainWindow &window;
+        AppDelegate &delegate;
+        UserFiles &files;
+        const SettingsStore &settings;
+        const ActionGate &gate;
+        Messages &messages;
+    };
+
+    explicit FileExport(const Surroundings &surroundings);
+
+    /// Adds its entry to the file menu, as one that is off while the tool runs.
+    void addEntry(WindowMenus &menus);
+
+    /// Opens the export window, or brings it to the front. Refused while the tool works.
+    void show();
+
+private:
+    void makeWindow();
+    ByteBuffer bytesOf(ExportWindow::Image image) const;
+    void prepare();
+    void save(const ExportWindow::Content &content);
+
+    const Surroundings with_;
+    QPointer<ExportWindow> shown_;
+    quint64 revision_ = 0; ///< of the image to burn when it was looked at
+};
