@@ -19,6 +19,8 @@ private slots:
     void othersRead();
     void othersWrite_data();
     void othersWrite();
+    void theToolReads_data();
+    void theToolReads();
 
 private:
     QString path(const char *name) const { return folder_.filePath(QLatin1String(name)); }
@@ -171,6 +173,42 @@ void TestFormatOracles::othersWrite() {
     QVERIFY(reader.advance(text, text.size()));
     QCOMPARE(reader.decoded().troubles.total(), 0);
     QCOMPARE(reader.decoded().bytes.pieces(), (AddressedBytes::Pieces{{address, bytes}}));
+}
+
+void TestFormatOracles::theToolReads_data() {
+    QTest::addColumn<RecordFormat>("format");
+    QTest::addColumn<int>("recordLength");
+    for (const int recordLength : {1, 16, 250}) {
+        QTest::addRow("Intel HEX, %d", recordLength) << RecordFormat::IntelHex << recordLength;
+        QTest::addRow("S-records, %d", recordLength) << RecordFormat::SRecord << recordLength;
+    }
+}
+
+// The simulator decodes as the tool does. The chip is larger than 64 KiB, so that long addresses
+// are read too.
+void TestFormatOracles::theToolReads() {
+    QFETCH(RecordFormat, format);
+    QFETCH(int, recordLength);
+    constexpr int chipSize = 131'072;
+    const QByteArray bytes = sample(chipSize);
+    RecordWriter writer({format, recordLength}, bytes.size());
+    QVERIFY(writer.advance(bytes, bytes.size()));
+    QVERIFY(writeWholeFile(path("text"), writer.takeText()));
+    const auto run = [this](const QString &option, const QString &file) {
+        QProcess tool;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("MINIPRO_SIM_BENCH"), path("bench"));
+        environment.insert(QStringLiteral("MINIPRO_SIM_PACE"), QStringLiteral("instant"));
+        tool.setProcessEnvironment(environment);
+        tool.setProcessChannelMode(QProcess::MergedChannels);
+        tool.start(QStringLiteral(MINIPRO_SIM),
+                   {QStringLiteral("-p"), QStringLiteral("AM29F010@DIP32"), option, file});
+        return tool.waitForFinished() && tool.exitCode() == 0 ? QString()
+                                                              : QString::fromUtf8(tool.readAll());
+    };
+    QCOMPARE(run(QStringLiteral("-w"), path("text")), QString());
+    QCOMPARE(run(QStringLiteral("-r"), path("bytes")), QString());
+    QVERIFY(readWholeFile(path("bytes")) == bytes);
 }
 
 QTEST_GUILESS_MAIN(TestFormatOracles)
