@@ -6,6 +6,18 @@
 #include <algorithm>
 #include <cstring>
 
+namespace {
+
+// Enlarged by a call of its own, which lets the system move large pieces without copying them: a
+// copy of some hundred megabytes would hold the window up.
+void append(QByteArray &piece, QByteArrayView bytes) {
+    if (piece.size() + bytes.size() > piece.capacity())
+        piece.reserve(std::max(2 * piece.capacity(), piece.size() + bytes.size()));
+    piece.append(bytes);
+}
+
+} // namespace
+
 bool AddressedBytes::put(qint64 address, QByteArrayView bytes) {
     bool covered = false;
     while (!bytes.isEmpty()) {
@@ -36,7 +48,7 @@ void AddressedBytes::fillGap(qint64 address, QByteArrayView bytes, Piece next) {
     if (touchesBefore && touchesNext)
         join(std::prev(next), bytes, next);
     else if (touchesBefore)
-        std::prev(next)->second.append(bytes);
+        append(std::prev(next)->second, bytes);
     else if (touchesNext)
         prepend(next, bytes);
     else
@@ -46,7 +58,8 @@ void AddressedBytes::fillGap(qint64 address, QByteArrayView bytes, Piece next) {
 // The shorter one is copied: whatever the order in which gaps are closed, no byte moves often.
 void AddressedBytes::join(Piece one, QByteArrayView between, Piece other) {
     if (one->second.size() >= other->second.size()) {
-        one->second.append(between).append(other->second);
+        append(one->second, between);
+        append(one->second, other->second);
         pieces_.erase(other);
         return;
     }
