@@ -88,6 +88,15 @@ bool fitsAddresses(qint64 address, qint64 length) {
     return address >= 0 && address <= endOfAddresses && length <= endOfAddresses - address;
 }
 
+qint64 maxTextLength(const RecordLayout &layout, qint64 length) {
+    constexpr qint64 aroundData = 15; // mark, count, address of four bytes, checksum, line end
+    constexpr qint64 otherLines = 700;
+    constexpr qint64 atBoundary = 2 * aroundData + 2; // another upper half, and a record cut in two
+    const qint64 records = length / layout.recordLength + 1;
+    return 2 * length + records * aroundData + (length / halfOfAddresses + 2) * atBoundary +
+           otherLines;
+}
+
 RecordWriter::RecordWriter(const RecordLayout &layout, qsizetype length)
     : layout_(layout), length_(length), addressLength_(addressLengthOf(layout.address, length)) {}
 
@@ -103,6 +112,7 @@ bool RecordWriter::advance(QByteArrayView bytes, qsizetype max) {
 }
 
 void RecordWriter::begin() {
+    text_.reserve(maxTextLength(layout_, length_));
     if (layout_.format == RecordFormat::SRecord)
         addSRecord(text_, '0', 0, 2, layout_.header);
 }

@@ -26,6 +26,12 @@ int maxRecordLength(RecordFormat format, qint64 address, qint64 length);
 /// True if no address of \a length bytes from \a address on needs more than 32 bits.
 bool fitsAddresses(qint64 address, qint64 length);
 
+/// The length that the text of \a length bytes does not exceed, not much more than it has.
+qint64 maxTextLength(const RecordLayout &layout, qint64 length);
+/// The longest text that should be written: 3 GiB, enough for the largest image in usual records.
+/// It is made in memory.
+inline constexpr qint64 largestRecordText = qint64(3) << 30;
+
 /// Writes bytes as text of records in as many turns as the caller likes. Lines end with LF, digits
 /// are capitals. Intel HEX gets records of the upper half of the address where they are needed;
 /// S-records get the shortest addresses that do for all, a count where one has room, and an end

@@ -22,6 +22,8 @@ private slots:
     void count_hasTheShortestRecord_data();
     void count_hasTheShortestRecord();
     void addresses_areOf32Bits();
+    void textLength_isBounded_data() { everyLength_comesBack_data(); }
+    void textLength_isBounded();
 };
 
 namespace {
@@ -147,6 +149,18 @@ void TestRecordWriter::addresses_areOf32Bits() {
     QVERIFY(fitsAddresses(0x100000000, 0));
     QVERIFY(!fitsAddresses(0x100000001, 0));
     QVERIFY(!fitsAddresses(-1, 1));
+}
+
+void TestRecordWriter::textLength_isBounded() {
+    QFETCH(RecordFormat, format);
+    QFETCH(qint64, address);
+    for (const int length : {0, 1, 100, 4000})
+        for (const int recordLength : {1, 16, 250}) {
+            const RecordLayout layout{format, recordLength, address, QByteArray(252, 'x')};
+            const qint64 real = written(layout, sample(length)).size();
+            QVERIFY(real <= maxTextLength(layout, length));
+            QVERIFY(maxTextLength(layout, length) <= 15 * real / 10 + 1000);
+        }
 }
 
 QTEST_GUILESS_MAIN(TestRecordWriter)
