@@ -60,6 +60,7 @@ void ExportWindow::connectControls() {
         connect(box, &QComboBox::currentIndexChanged, this, &ExportWindow::showState);
     for (const QLineEdit *field : {c.first, c.last, c.offset})
         connect(field, &QLineEdit::textChanged, this, &ExportWindow::showState);
+    connect(c.recordLength, &QSpinBox::valueChanged, this, &ExportWindow::showState);
     connect(c.exportButton, &QPushButton::clicked, this, &ExportWindow::write);
     connect(c.cancelButton, &QPushButton::clicked, this, &ExportWindow::reject);
     connect(&export_, &RecordExport::written, this, [this](const QByteArray &text) {
@@ -99,11 +100,13 @@ std::optional<ExportWindow::Choice> ExportWindow::choice() const {
     if (!chosen)
         return std::nullopt;
     if (!format())
-        return Choice{*chosen, 0};
+        return Choice{*chosen};
     const auto offset = addressIn(*controls_->offset);
     if (!offset || !fitsAddresses(*offset + chosen->offset, chosen->length))
         return std::nullopt;
-    return Choice{*chosen, *offset + chosen->offset};
+    const RecordLayout layout{*format(), controls_->recordLength->value()};
+    return Choice{*chosen, *offset + chosen->offset,
+                  maxTextLength(layout, chosen->length) > largestRecordText};
 }
 
 /// Everything that is on, off or offered follows from the image and what has been chosen.
@@ -116,7 +119,7 @@ void ExportWindow::showState() {
     c.recordLength->setEnabled(format().has_value());
     showRecordLength(chosen);
     c.result->setText(resultText(chosen));
-    c.exportButton->setEnabled(chosen && !export_.isWriting());
+    c.exportButton->setEnabled(chosen && !chosen->isTooLong && !export_.isWriting());
 }
 
 void ExportWindow::showRecordLength(const std::optional<Choice> &choice) {
@@ -133,6 +136,8 @@ QString ExportWindow::resultText(const std::optional<Choice> &choice) const {
         return tr("The image has no such bytes: it ends at %1.").arg(hex(length - 1));
     if (!choice)
         return tr("The addresses would not be between 0 and FFFFFFFF.");
+    if (choice->isTooLong)
+        return tr("The file would have more than 3 GiB; longer records make it shorter.");
     const QString size = sizeWords(choice->range.length);
     if (!format())
         return tr("The file will have %1.").arg(size);
@@ -146,7 +151,7 @@ void ExportWindow::write() {
         return;
     emit aboutToWrite(image());
     const auto chosen = choice();
-    if (!chosen)
+    if (!chosen || chosen->isTooLong)
         return showState();
     const ByteBuffer bytes = images_(image());
     const QByteArray part = chosen->range.length == bytes->size()

@@ -55,6 +55,7 @@ private:
     struct Choice {
         ByteRange range; ///< of the image
         qint64 address = 0;
+        bool isTooLong = false; ///< the text would be
     };
 
     void connectControls();

@@ -24,6 +24,7 @@ private slots:
     void nonsense_isSaidAndNotWritten_data();
     void nonsense_isSaidAndNotWritten();
     void recordLength_isBoundedByTheFormat();
+    void textThatIsTooLong_isRefused();
     void readData_areOfferedOnTheirTab();
     void openCell_isCommittedFirst();
     void exportOfTheWholeImage_savesTheEdits_data();
@@ -169,6 +170,18 @@ void TestWindowExport::recordLength_isBoundedByTheFormat() {
     QCOMPARE(c.recordLength->maximum(), 250);
     c.format->setCurrentIndex(2);
     QVERIFY(!c.recordLength->isEnabled());
+}
+
+void TestWindowExport::textThatIsTooLong_isRefused() {
+    const QString large = velm_->write(QStringLiteral("large.bin"), "");
+    QVERIFY(QFile::resize(large, qint64(256) << 20)); // holes take no room on the disk
+    velm_->delegate().openBinary(large);
+    const Ui::ExportWindow &c = exportWindow()->controls();
+    QVERIFY(c.exportButton->isEnabled());
+    c.recordLength->setValue(1);
+    QCOMPARE(c.result->text(), QStringLiteral("The file would have more than 3 GiB; longer records "
+                                              "make it shorter."));
+    QVERIFY(!c.exportButton->isEnabled());
 }
 
 void TestWindowExport::readData_areOfferedOnTheirTab() {
