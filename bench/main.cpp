@@ -27,6 +27,7 @@ struct Group {
 constexpr Group groups[] = {
     {"compose", benchCompose},
     {"save", benchSave},
+    {"formats", benchFormats},
     {"text", benchText},
     {"facts", benchFacts},
     {"comparison", benchComparison},

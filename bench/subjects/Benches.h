@@ -11,6 +11,8 @@ class Table;
 void benchCompose(Table &table);
 /// Composing and saving an image, from file to file, against other programs.
 void benchSave(Table &table);
+/// Reading and writing Intel HEX, from file to file, against other programs.
+void benchFormats(Table &table);
 /// Decoding a buffer for display.
 void benchText(Table &table);
 /// Reading the checksums of an image.
