@@ -4,6 +4,7 @@
 #include "widgets/FileDropArea.h"
 
 #include <QDropEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QUrl>
 
@@ -18,45 +19,51 @@ QString onlyFile(const QMimeData *drag) {
 } // namespace
 
 FileDropArea::FileDropArea(const QString &text, QWidget *area) : QLabel(text, area) {
+    constexpr int frame = 3;
     setAlignment(Qt::AlignCenter);
     setWordWrap(true);
-    setFrameShape(QFrame::Box);
+    setFrameStyle(QFrame::Box | QFrame::Plain);
+    setLineWidth(frame);
     setAutoFillBackground(true);
-    setBackgroundRole(QPalette::Highlight);
-    setForegroundRole(QPalette::HighlightedText);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     hide();
     area->setAcceptDrops(true);
     area->installEventFilter(this);
+    const QList<QLineEdit *> fields = area->findChildren<QLineEdit *>();
+    for (QLineEdit *field : fields)
+        field->installEventFilter(this);
 }
 
 bool FileDropArea::eventFilter(QObject *area, QEvent *event) {
     switch (event->type()) {
     case QEvent::DragEnter:
-    case QEvent::DragMove: {
-        auto *drag = static_cast<QDropEvent *>(event);
-        const bool isTaken = !onlyFile(drag->mimeData()).isEmpty();
-        setHeld(isTaken);
-        drag->setDropAction(Qt::CopyAction);
-        drag->setAccepted(isTaken);
-        return true;
-    }
+    case QEvent::DragMove:
+        return takes(area, static_cast<QDropEvent *>(event));
     case QEvent::DragLeave:
         setHeld(false);
-        return true;
-    case QEvent::Drop: {
-        auto *drop = static_cast<QDropEvent *>(event);
-        const QString path = onlyFile(drop->mimeData());
+        break;
+    case QEvent::Drop:
+        if (!takes(area, static_cast<QDropEvent *>(event)))
+            break;
         setHeld(false);
-        drop->setDropAction(Qt::CopyAction);
-        drop->setAccepted(!path.isEmpty());
-        if (!path.isEmpty())
-            emit dropped(path);
+        if (event->isAccepted())
+            emit dropped(onlyFile(static_cast<QDropEvent *>(event)->mimeData()));
         return true;
-    }
     default:
-        return QLabel::eventFilter(area, event);
+        break;
     }
+    return QLabel::eventFilter(area, event);
+}
+
+/// False if \a drag is left to \a area.
+bool FileDropArea::takes(QObject *area, QDropEvent *drag) {
+    const bool isFile = !onlyFile(drag->mimeData()).isEmpty();
+    setHeld(isFile);
+    if (!isFile && area != parentWidget())
+        return false;
+    drag->setDropAction(Qt::CopyAction);
+    drag->setAccepted(isFile);
+    return true;
 }
 
 void FileDropArea::setHeld(bool held) {

@@ -5,10 +5,11 @@
 
 #include <QLabel>
 
-class QMimeData;
+class QDropEvent;
 
 /// Takes a file that is dropped on a widget, and shows while one is held over it that it does.
-/// Several files at once, and what is no file of this machine, are not taken.
+/// So do the text fields in it, which would take a file for its name. Several files at once, and
+/// what is no file of this machine, are not taken.
 class FileDropArea final : public QLabel {
     Q_OBJECT
 
@@ -24,5 +25,6 @@ protected:
     bool eventFilter(QObject *area, QEvent *event) override;
 
 private:
+    bool takes(QObject *area, QDropEvent *drag);
     void setHeld(bool held);
 };

@@ -286,8 +286,10 @@ void TestWindowImport::drop_onTheSidePanelOpens() {
     QVERIFY(!sign->isVisible());
     velm_->settle();
     QCOMPARE(*velm_->state().output_data, QByteArray("plain"));
+    const QString start = velm_->controls().startAddTextField->text();
     const QUrl hex = QUrl::fromLocalFile(velm_->write(QStringLiteral("rom.hex"), hexFile));
-    QVERIFY(drag(side, {hex}, true));
+    QVERIFY(drag(velm_->controls().startAddTextField, {hex}, true));
+    QCOMPARE(velm_->controls().startAddTextField->text(), start);
     QTRY_VERIFY(importWindow(*velm_));
     QCOMPARE(*velm_->state().output_data, QByteArray("plain"));
 }
