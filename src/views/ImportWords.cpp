@@ -9,6 +9,8 @@
 #include <QCoreApplication>
 #include <QLocale>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int maxRanges = 20;
@@ -63,6 +65,14 @@ QStringList troublesWords(const RecordTroubles &troubles) {
     if (const qint64 more = troubles.total() - lines.size(); more > 0)
         lines << Wording::tr("Further troubles: %1").arg(QLocale().toString(more));
     return lines;
+}
+
+/// What in \a header can be read; some programs put numbers and zeros into it.
+QString headerWords(const QByteArray &header) {
+    QString text = QString::fromLatin1(header);
+    std::replace_if(
+        text.begin(), text.end(), [](QChar character) { return !character.isPrint(); }, u' ');
+    return text.simplified();
 }
 
 QString whatIsWrong(TroubleKind kind) {
@@ -127,7 +137,7 @@ QStringList foundWords(RecordFormat format, const DecodedRecords &decoded) {
     lines << Wording::tr("Bytes: %1")
                  .arg(pieceWords(qsizetype(bytes.pieces().size()), bytes.count()));
     if (!decoded.header.isEmpty())
-        lines << Wording::tr("Header: %1").arg(QString::fromLatin1(decoded.header).simplified());
+        lines << Wording::tr("Header: %1").arg(headerWords(decoded.header));
     lines << rangesWords(bytes);
     if (!bytes.isEmpty())
         lines << gapsWords(bytes);
