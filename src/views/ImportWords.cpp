@@ -32,7 +32,7 @@ QString rangeWords(qint64 first, qint64 end) {
 }
 
 QString pieceWords(qsizetype pieces, qint64 count) {
-    return pieces == 1
+    return pieces < 2
                ? sizeWords(count)
                : Wording::tr("%1 in %2 ranges").arg(sizeWords(count), QLocale().toString(pieces));
 }
