@@ -63,6 +63,10 @@ void ExportWindow::connectControls() {
     connect(c.recordLength, &QSpinBox::valueChanged, this, &ExportWindow::showState);
     connect(c.exportButton, &QPushButton::clicked, this, &ExportWindow::write);
     connect(c.cancelButton, &QPushButton::clicked, this, &ExportWindow::reject);
+    connect(&export_, &RecordExport::outOfMemory, this, [this] {
+        showState();
+        controls_->result->setText(tr("There is not enough memory for this file."));
+    });
     connect(&export_, &RecordExport::written, this, [this](const QByteArray &text) {
         content_.bytes = text;
         showState();

@@ -66,6 +66,7 @@ void ImportWindow::connectControls() {
     connect(c.importButton, &QPushButton::clicked, this, &ImportWindow::import);
     connect(c.cancelButton, &QPushButton::clicked, this, &ImportWindow::reject);
     connect(&import_, &RecordImport::advanced, this, &ImportWindow::readOn);
+    connect(&import_, &RecordImport::outOfMemory, this, &ImportWindow::showOutOfMemory);
     connect(&import_, &RecordImport::imageMade, this, [this](const ByteBuffer &image) {
         showState();
         emit imageChosen(image);
@@ -161,6 +162,15 @@ QString ImportWindow::resultText() const {
     return imageWords(*decoded, *base(), *fill());
 }
 
+void ImportWindow::showOutOfMemory() {
+    showState();
+    if (!import_.decoded()) {
+        controls_->progress->hide();
+        controls_->found->clear();
+    }
+    showProblem(tr("There is not enough memory for these bytes."));
+}
+
 // Assistive technology reaches a button that is off all the same.
 void ImportWindow::import() {
     if (!mayImport())
@@ -168,7 +178,8 @@ void ImportWindow::import() {
     if (!format())
         return emit rawChosen();
     import_.makeImage(*base(), *fill());
-    showState();
+    if (import_.isMakingImage())
+        showState();
 }
 
 void ImportWindow::showProblem(const QString &sentence) {

@@ -55,6 +55,7 @@ private:
     void readOn();
     void showFound();
     void showState();
+    void showOutOfMemory();
     bool mayImport() const;
     QString resultText() const;
     void import();

@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 
 #include <chrono>
+#include <new>
 
 namespace {
 
@@ -26,6 +27,21 @@ void RecordExport::write(const QByteArray &bytes, const RecordLayout &layout) {
 }
 
 void RecordExport::turn() {
+    try {
+        takeTurn();
+    } catch (const std::bad_alloc &) {
+        stop();
+        emit outOfMemory();
+    }
+}
+
+void RecordExport::stop() {
+    turns_.stop();
+    writer_.reset();
+    bytes_.clear();
+}
+
+void RecordExport::takeTurn() {
     QElapsedTimer time;
     time.start();
     bool isDone = false;
@@ -33,9 +49,7 @@ void RecordExport::turn() {
         isDone = writer_->advance(bytes_, stepBytes);
     if (!isDone)
         return;
-    turns_.stop();
     const QByteArray text = writer_->takeText();
-    writer_.reset();
-    bytes_.clear();
+    stop();
     emit written(text);
 }

@@ -24,9 +24,13 @@ public:
 
 signals:
     void written(const QByteArray &text);
+    /// There is not enough memory for the text.
+    void outOfMemory();
 
 private:
     void turn();
+    void takeTurn();
+    void stop();
 
     QByteArray bytes_;
     std::optional<RecordWriter> writer_;

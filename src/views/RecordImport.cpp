@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 
 #include <chrono>
+#include <new>
 
 namespace {
 
@@ -46,11 +47,24 @@ int RecordImport::percent() const {
 }
 
 void RecordImport::makeImage(qint64 base, quint8 fill) {
-    flattening_.emplace(reader_->decoded().bytes, base, char(fill));
-    turns_.start(0);
+    try {
+        flattening_.emplace(reader_->decoded().bytes, base, char(fill));
+        turns_.start(0);
+    } catch (const std::bad_alloc &) {
+        emit outOfMemory();
+    }
 }
 
 void RecordImport::turn() {
+    try {
+        takeTurn();
+    } catch (const std::bad_alloc &) {
+        stop();
+        emit outOfMemory();
+    }
+}
+
+void RecordImport::takeTurn() {
     QElapsedTimer time;
     time.start();
     bool isDone = false;

@@ -40,9 +40,13 @@ signals:
     /// More has been read.
     void advanced();
     void imageMade(const ByteBuffer &image);
+    /// There is not enough memory for the image, or for the bytes: what was read of these is
+    /// forgotten then.
+    void outOfMemory();
 
 private:
     void turn();
+    void takeTurn();
     bool advance();
     void finishImage();
 

@@ -3,6 +3,7 @@
 
 #include "window/EditingSteps.h"
 
+#include "support/AddressSpaceLimit.h"
 #include "views/ExportWindow.h"
 
 #include "ui_ExportWindow.h"
@@ -25,6 +26,7 @@ private slots:
     void nonsense_isSaidAndNotWritten();
     void recordLength_isBoundedByTheFormat();
     void textThatIsTooLong_isRefused();
+    void textWithoutMemory_isSaid();
     void readData_areOfferedOnTheirTab();
     void openCell_isCommittedFirst();
     void exportOfTheWholeImage_savesTheEdits_data();
@@ -182,6 +184,20 @@ void TestWindowExport::textThatIsTooLong_isRefused() {
     QCOMPARE(c.result->text(), QStringLiteral("The file would have more than 3 GiB; longer records "
                                               "make it shorter."));
     QVERIFY(!c.exportButton->isEnabled());
+}
+
+void TestWindowExport::textWithoutMemory_isSaid() {
+    if (!AddressSpaceLimit::works())
+        QSKIP("the sanitizers need their address space");
+    const QString large = velm_->write(QStringLiteral("large.bin"), "");
+    QVERIFY(QFile::resize(large, qint64(128) << 20));
+    velm_->delegate().openBinary(large);
+    const Ui::ExportWindow &c = exportWindow()->controls();
+    const AddressSpaceLimit limit(rlim_t(64) << 20);
+    velm_->click(c.exportButton);
+    QTRY_COMPARE(c.result->text(), QStringLiteral("There is not enough memory for this file."));
+    QVERIFY(c.exportButton->isEnabled());
+    QVERIFY(velm_->panels.requests.isEmpty());
 }
 
 void TestWindowExport::readData_areOfferedOnTheirTab() {

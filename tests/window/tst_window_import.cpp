@@ -4,6 +4,7 @@
 #include "window/WindowFixture.h"
 
 #include "settings/SettingsKeys.h"
+#include "support/AddressSpaceLimit.h"
 #include "views/ImportWindow.h"
 
 #include "ui_ImportWindow.h"
@@ -36,6 +37,7 @@ private slots:
     void drop_onTheSidePanelOpens();
     void drop_ofSomethingElseIsNotTaken();
     void manyRecords_leaveTheEventLoopTurning();
+    void imageWithoutMemory_isSaid();
     void whileTheToolRuns_nothingIsImported();
     void controls_haveNamesAndToolTips();
 
@@ -317,6 +319,21 @@ void TestWindowImport::manyRecords_leaveTheEventLoopTurning() {
     }
     QVERIFY2(turns > 3, qPrintable(QString::number(turns)));
     QVERIFY(foundLines(*window).contains(QStringLiteral("Further troubles: 9,999,900")));
+}
+
+void TestWindowImport::imageWithoutMemory_isSaid() {
+    if (!AddressSpaceLimit::works())
+        QSKIP("the sanitizers need their address space");
+    ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"),
+                                  "S3060000000001F8\nS3062000000002D7\nS70500000000FA\n");
+    const Ui::ImportWindow &c = window->controls();
+    {
+        const AddressSpaceLimit limit(rlim_t(64) << 20);
+        velm_->click(c.importButton);
+    }
+    QCOMPARE(c.result->text(), QStringLiteral("There is not enough memory for these bytes."));
+    QVERIFY(c.importButton->isEnabled());
+    QVERIFY(!velm_->state().opened_bin_data);
 }
 
 void TestWindowImport::whileTheToolRuns_nothingIsImported() {
