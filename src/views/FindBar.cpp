@@ -4,12 +4,12 @@
 #include "views/FindBar.h"
 
 #include "grid/GridView.h"
+#include "widgets/Announcement.h"
 #include "widgets/FixedFont.h"
 #include "widgets/Icons.h"
 
 #include "ui_FindBar.h"
 
-#include <QAccessible>
 #include <QKeyEvent>
 
 #include <chrono>
@@ -171,9 +171,9 @@ void FindBar::announce() {
     words.removeAll(QString());
     if (words.isEmpty())
         return;
-    QAccessibleEvent alert(controls_->count, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
-    emit announced(words.join(QStringLiteral(". ")));
+    const QString said = words.join(QStringLiteral(". "));
+    Announcement::make(said, this);
+    emit announced(said);
 }
 
 bool FindBar::eventFilter(QObject *field, QEvent *event) {

@@ -3,9 +3,9 @@
 
 #include "widgets/MessageLine.h"
 
+#include "widgets/Announcement.h"
 #include "widgets/Palette.h"
 
-#include <QAccessible>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QStyle>
@@ -125,8 +125,7 @@ void MessageLine::setNotice(int topic, Severity severity, const QString &sentenc
 void MessageLine::announce() {
     if (notices_.empty())
         return;
-    QAccessibleEvent alert(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    Announcement::make(text(), this);
     emit announced(text());
 }
 
