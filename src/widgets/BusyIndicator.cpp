@@ -71,7 +71,9 @@ void BusyIndicator::showStep(const QString &step, std::optional<double> done) {
     bar_->setTextVisible(done.has_value());
     if (done)
         bar_->setValue(qRound(*done * barSteps));
-    bar_->setAccessibleDescription(step);
+    // Assistive technology is told each time, and progress comes often.
+    if (bar_->accessibleDescription() != step)
+        bar_->setAccessibleDescription(step);
     showTimes();
 }
 

@@ -21,8 +21,9 @@ namespace {
 /// Room before each button, in pixels.
 constexpr int buttonGap = 6;
 
-/// Long enough for the redisplay that follows a deed, too short to be waited for.
-constexpr std::chrono::milliseconds announcementDelay{50};
+/// Long enough for the redisplay that follows a deed, and for a screen reader to take in what that
+/// brings: while much is queued, it drops notifications. Too short to be waited for.
+constexpr std::chrono::milliseconds announcementDelay{250};
 
 /// A plain text editor takes a line that ends just where its viewport does for cut off.
 constexpr int spareHeight = 1;
@@ -108,6 +109,8 @@ void MessageLine::setNotice(int topic, Severity severity, const QString &sentenc
     }
     Notice notice{topic, severity, onOneLine(sentence), action};
     const bool isNewest = !notices_.empty() && notices_.front().saysTheSameAs(notice);
+    if (isNewest)
+        notice.isAnnounced = notices_.front().isAnnounced;
     if (action.run)
         notice.button = buttonFor(notice);
     std::erase_if(notices_, [&](const Notice &old) { return old.topic == topic; });
@@ -123,10 +126,15 @@ void MessageLine::setNotice(int topic, Severity severity, const QString &sentenc
 
 // What one deed brings up is said in one piece, or each sentence would cut the one before it short.
 void MessageLine::announce() {
-    if (notices_.empty())
+    QStringList words;
+    for (Notice &notice : notices_)
+        if (!std::exchange(notice.isAnnounced, true))
+            words.append(withWord(notice.severity, notice.sentence));
+    if (words.isEmpty())
         return;
-    Announcement::make(text(), this);
-    emit announced(text());
+    const QString said = words.join(QLatin1Char('\n'));
+    Announcement::make(said, this);
+    emit announced(said);
 }
 
 void MessageLine::clearNotice(int topic) {

@@ -18,7 +18,7 @@ class QPushButton;
 /// It is a read-only text itself, so that its accessible object, named "Message", is the text:
 /// selectable, reachable by keyboard (Tab leaves it), and always of one height, so that the window
 /// does not jump when a notice comes. The severity is a word as well as a colour.
-/// Assistive technology hears of the notices of one moment once, the newest first.
+/// Assistive technology hears each notice once, those of one moment together, the newest first.
 class MessageLine final : public QPlainTextEdit {
     Q_OBJECT
 
@@ -56,7 +56,7 @@ public:
     QSize minimumSizeHint() const override;
 
 signals:
-    /// Assistive technology is told of what has come up; \a text is all that stands there.
+    /// Assistive technology is told of what has come up: \a text, as it stands there.
     void announced(const QString &text);
 
 protected:
@@ -70,6 +70,7 @@ private:
         QString sentence;
         Action action;
         QPushButton *button = nullptr; // null without an action
+        bool isAnnounced = false;
 
         bool saysTheSameAs(const Notice &other) const {
             return topic == other.topic && severity == other.severity && sentence == other.sentence;

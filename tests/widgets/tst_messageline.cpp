@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/Themes.h"
+#include "widgets/Announcement.h"
 #include "widgets/MessageLine.h"
 #include "widgets/Palette.h"
 
@@ -39,6 +40,7 @@ private slots:
     void buttons_areReachedByKeyboardInTheirOrder();
     void repeatedNotice_keepsTheSelection();
     void notices_ofOneMomentAreAnnouncedOnce();
+    void announcement_isANotification();
     void noticeThatHasGone_isNotAnnounced();
 };
 
@@ -333,7 +335,21 @@ void TestMessageLine::notices_ofOneMomentAreAnnouncedOnce() {
     line.setNotice('b', Severity::Success, u"verdict"_s);
     line.setNotice('c', Severity::Warning, u"later"_s);
     QTRY_COMPARE(announced.size(), 2);
-    QCOMPARE(announced.last(), Texts::value_type({u"Warning: later\nDone: verdict\nremark"_s}));
+    QCOMPARE(announced.last(), Texts::value_type({u"Warning: later"_s}));
+    line.setNotice('b', Severity::Success, u"verdict"_s);
+    QTRY_COMPARE(announced.size(), 3);
+    QCOMPARE(announced.last(), Texts::value_type({u"Done: verdict"_s}));
+}
+
+void TestMessageLine::announcement_isANotification() {
+    Window window;
+    window.line.setNotice('a', Severity::Success, u"Read succeeded."_s);
+    QTRY_VERIFY(window.line.findChild<Announcement *>());
+    const auto *object =
+        QAccessible::queryAccessibleInterface(window.line.findChild<Announcement *>());
+    QCOMPARE(object->role(), QAccessible::Notification);
+    QCOMPARE(object->text(QAccessible::Name), u"Done: Read succeeded."_s);
+    QVERIFY(!object->state().invisible);
 }
 
 void TestMessageLine::noticeThatHasGone_isNotAnnounced() {

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "widgets/Announcement.h"
 #include "window/EditingSteps.h"
 
 #include "ui_FindBar.h"
@@ -473,6 +474,9 @@ void TestWindowFind::assistiveTechnology_isToldOnce() {
     QTest::keyClick(bar(velm).what, Qt::Key_Return);
     QTRY_COMPARE(told.size(), 1);
     QCOMPARE(told.takeFirst().first().toString(),
+             QStringLiteral("1 of 1. Went on from the beginning."));
+    auto *last = velm.controls().findBar->findChildren<Announcement *>().last();
+    QCOMPARE(QAccessible::queryAccessibleInterface(last)->text(QAccessible::Name),
              QStringLiteral("1 of 1. Went on from the beginning."));
     const auto *counted = QAccessible::queryAccessibleInterface(bar(velm).count);
     QCOMPARE(counted->text(QAccessible::Name), QStringLiteral("Count"));
