@@ -13,7 +13,8 @@
 
 namespace {
 
-/// Often enough that no second is skipped to the eye.
+/// Often enough that no second is skipped to the eye, seldom enough that a screen reader, which
+/// hears of each move of the bar, does not fall behind.
 constexpr std::chrono::milliseconds refreshInterval(200);
 
 /// Least width of the bar, in widths of a digit.
@@ -57,7 +58,7 @@ QList<QWidget *> BusyIndicator::parts() const {
 void BusyIndicator::start(const QString &step) {
     startedAt_ = clock_();
     timer_.start(int(refreshInterval.count()), this);
-    showStep(step, std::nullopt);
+    enterStep(step, std::nullopt);
     for (QWidget *part : parts())
         part->show();
 }
@@ -65,16 +66,27 @@ void BusyIndicator::start(const QString &step) {
 void BusyIndicator::showStep(const QString &step, std::optional<double> done) {
     if (!isRunning())
         return;
+    if (step != step_->text() || done.has_value() != done_.has_value())
+        return enterStep(step, done);
     heardAt_ = clock_();
-    step_->setText(step);
-    bar_->setRange(0, done ? barSteps : 0);
-    bar_->setTextVisible(done.has_value());
-    if (done)
-        bar_->setValue(qRound(*done * barSteps));
-    // Assistive technology is told each time, and progress comes often.
-    if (bar_->accessibleDescription() != step)
-        bar_->setAccessibleDescription(step);
+    done_ = done;
     showTimes();
+}
+
+void BusyIndicator::enterStep(const QString &step, std::optional<double> done) {
+    heardAt_ = clock_();
+    done_ = done;
+    step_->setText(step);
+    bar_->setAccessibleDescription(step);
+    showDone();
+    showTimes();
+}
+
+void BusyIndicator::showDone() {
+    bar_->setRange(0, done_ ? barSteps : 0);
+    bar_->setTextVisible(done_.has_value());
+    if (done_)
+        bar_->setValue(qRound(*done_ * barSteps));
 }
 
 void BusyIndicator::stop() {
@@ -98,10 +110,10 @@ QString BusyIndicator::silence() const {
 }
 
 void BusyIndicator::timerEvent(QTimerEvent *event) {
-    if (event->timerId() == timer_.timerId())
-        showTimes();
-    else
-        QWidget::timerEvent(event);
+    if (event->timerId() != timer_.timerId())
+        return QWidget::timerEvent(event);
+    showDone();
+    showTimes();
 }
 
 void BusyIndicator::showTimes() {

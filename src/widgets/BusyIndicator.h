@@ -32,7 +32,8 @@ public:
     /// Starts counting from zero, with \a step (translated) as what is done.
     void start(const QString &step = {});
     /// Something was heard: it does \a step (translated), and \a done of the whole, from 0 to 1, is
-    /// over; nothing where nobody knows. While it is stopped nothing changes.
+    /// over; nothing where nobody knows. The bar follows a few times in a second. While it is
+    /// stopped nothing changes.
     void showStep(const QString &step, std::optional<double> done);
     /// Stops and shows nothing.
     void stop();
@@ -55,6 +56,8 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
+    void enterStep(const QString &step, std::optional<double> done);
+    void showDone();
     void showTimes();
     QList<QWidget *> parts() const;
 
@@ -62,6 +65,7 @@ private:
     std::chrono::milliseconds startedAt_{};
     std::chrono::milliseconds heardAt_{};
     QBasicTimer timer_;
+    std::optional<double> done_;
     QLabel *step_ = nullptr;
     QProgressBar *bar_ = nullptr;
     QLabel *time_ = nullptr;

@@ -38,6 +38,7 @@ private slots:
     void busy_elapsedText();
     void busy_showsTheTimeWhileItRuns();
     void busy_showsHowFarItHasCome();
+    void busy_barMovesAFewTimesASecond();
     void busy_saysThatNothingIsHeard();
     void busy_takesTheSameRoomAlways();
     void fixedFont_isOneWhateverThePlatformNames_data();
@@ -198,6 +199,22 @@ void TestSmallWidgets::busy_showsHowFarItHasCome() {
     busy.stop();
     busy.start(u"Starting"_s);
     QCOMPARE(bar->maximum(), 0);
+}
+
+// A screen reader hears of each move, and drops what it is told when too much comes.
+void TestSmallWidgets::busy_barMovesAFewTimesASecond() {
+    BusyIndicator busy;
+    const auto *bar = busy.findChild<QProgressBar *>();
+    busy.start();
+    busy.showStep(u"Reading code"_s, 0.0);
+    const QSignalSpy moves(bar, &QProgressBar::valueChanged);
+    for (int percent = 1; percent <= 70; ++percent)
+        busy.showStep(u"Reading code"_s, percent / 100.0);
+    QCOMPARE(moves.size(), 0);
+    QTRY_COMPARE(bar->text(), u"70%"_s);
+    QCOMPARE(moves.size(), 1);
+    busy.showStep(u"Reading data"_s, 0.0);
+    QCOMPARE(bar->text(), u"0%"_s);
 }
 
 void TestSmallWidgets::busy_saysThatNothingIsHeard() {
