@@ -4,6 +4,7 @@
 
 from case import DEVICE, Scenario
 from grid import row_of_bytes
+from listening import NotificationListener
 from program import SIMULATOR
 from waiting import until_equal
 
@@ -56,4 +57,19 @@ class Read(Scenario):
         window.operate("Read", status=1)
         self.assertIn("Problem:", window.message())
         self.assertEqual(window.grid.row(0), row_of_bytes(b"", 0))
+        self.finish(window)
+
+    def test_each_verdict_is_spoken_once_and_whole(self):
+        self.configure()
+        window = self.start()
+        listener = NotificationListener()
+        self.addCleanup(listener.stop)
+        verdicts = []
+        for operation, status in [("Read", 0), ("Read", 0), ("Verify", 1)]:
+            window.operate(operation, status)
+            until_equal(lambda: len(listener.heard()), len(verdicts) + 1, "what is spoken")
+            verdicts.append(window.message())
+            self.assertEqual(listener.heard(), verdicts)
+        self.assertEqual(verdicts[0], f"Done: Read succeeded. {CHIP_SIZE:,} bytes.")
+        self.assertIn("Problem: Verify failed", verdicts[-1])
         self.finish(window)
