@@ -58,6 +58,8 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
       logicSeries_({work_, gate_, [this] { return settings_.stringValue(settingsKeys::device); },
                     [this] { delegate_.testLogic(window_.controls().btn_logic); },
                     [this] { return shownReport(); }}),
+      fileImport_({window_, delegate_, files_, settings_, gate_, messages_}),
+      fileExport_({window_, delegate_, files_, settings_, gate_, messages_}),
       nextSteps_({window_, delegate_, surroundings.settings, files_, gate_}),
       verdictLine_(runLog_, messages_, [this] { return shownNow(); }),
       progressView_(*window_.controls().busy),
@@ -66,7 +68,9 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
     wireMainWindow(
         window_, delegate_,
         {binder_, favourites_, searcher_, searchPanel_, work_, messages_, gate_, files_});
-    const WindowMenus menus = makeWindowMenus(window_, delegate_, work_, gate_, files_);
+    WindowMenus menus = makeWindowMenus(window_, delegate_, work_, gate_, files_);
+    fileImport_.addEntry(menus);
+    fileExport_.addEntry(menus);
     runControls_.setActions(menus.offWhileRunning, menus.stop);
     settings_.setGuard([this] { return work_.isIdle(); });
     connect(&settings_, &SettingsStore::changeRefused, this, [this] { gate_.refuses(); });

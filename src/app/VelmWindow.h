@@ -4,6 +4,8 @@
 #pragma once
 
 #include "app/DeviceOffers.h"
+#include "app/FileExport.h"
+#include "app/FileImport.h"
 #include "app/MainWindow.h"
 #include "app/NextStepButtons.h"
 #include "app/RunControls.h"
@@ -110,6 +112,8 @@ private:
     KnownDevices knownDevices_;
     DeviceOffers deviceOffers_;
     LogicSeries logicSeries_;
+    FileImport fileImport_;
+    FileExport fileExport_;
     RunLog runLog_;
     NextStepButtons nextSteps_;
     VerdictLine verdictLine_;

@@ -78,13 +78,14 @@ void TestToolRunFailures::tool_thatCannotBeStartedIsTheShellsFailure_data() {
     QTest::addColumn<QString>("tool");
     QTest::addColumn<int>("status");
     QTest::addColumn<QString>("sentence");
-    QTest::newRow("missing") << "/nowhere/minipro" << 127
-                             << "The shell did not find the programmer tool \"/nowhere/minipro\".";
+    QTest::newRow("missing")
+        << "/nowhere/minipro" << 127
+        << "The shell did not find the programmer tool \u201c/nowhere/minipro\u201d.";
     QTest::newRow("not executable")
         << "/etc/passwd" << 126
-        << "The shell could not execute the programmer tool \"/etc/passwd\".";
+        << "The shell could not execute the programmer tool \u201c/etc/passwd\u201d.";
     QTest::newRow("no tool at all")
-        << "" << 127 << "The shell did not find the programmer tool \"\".";
+        << "" << 127 << "The shell did not find the programmer tool \u201c\u201d.";
 }
 
 void TestToolRunFailures::tool_thatCannotBeStartedIsTheShellsFailure() {
