@@ -73,14 +73,14 @@ private:
     QTemporaryDir folder_;
 };
 
-struct Peer {
+struct OtherProgram {
     const char *program;
     std::vector<std::string> reading;
     std::vector<std::string> writing;
     double most;
 };
 
-std::vector<Peer> peers(const FormatFiles &files) {
+std::vector<OtherProgram> otherPrograms(const FormatFiles &files) {
     const std::string bytes = files.word("in.bin");
     const std::string text = files.word("in.hex");
     const std::string toBytes = files.word("theirs.bin");
@@ -102,27 +102,27 @@ double settled(Work work) {
     return work();
 }
 
-void compare(Table &table, const std::string &what, const Peer &peer,
+void compare(Table &table, const std::string &what, const OtherProgram &other,
              std::vector<std::string> words, const Job &ours) {
-    const std::string program = findProgram(peer.program);
+    const std::string program = findProgram(other.program);
     if (program.empty())
-        return table.gap(what, peer.program, "not installed");
+        return table.gap(what, other.program, "not installed");
     words.insert(words.begin(), program);
     const auto medians =
         interleaved(rounds, {[&] { return settled(ours); },
                              [&] { return settled([&] { return runCommand(words).wall; }); }});
-    table.compare(what, milliseconds(medians[0]), {peer.program, milliseconds(medians[1])},
-                  peer.most);
+    table.compare(what, milliseconds(medians[0]), {other.program, milliseconds(medians[1])},
+                  other.most);
 }
 
 } // namespace
 
 void benchFormats(Table &table) {
     const FormatFiles files;
-    for (const Peer &peer : peers(files)) {
-        compare(table, "read 64 MiB of Intel HEX", peer, peer.reading,
+    for (const OtherProgram &other : otherPrograms(files)) {
+        compare(table, "read 64 MiB of Intel HEX", other, other.reading,
                 [&] { return files.read(); });
-        compare(table, "write 64 MiB as Intel HEX", peer, peer.writing,
+        compare(table, "write 64 MiB as Intel HEX", other, other.writing,
                 [&] { return files.write(); });
         if (readFile(files.path("ours.bin")) != readFile(files.path("in.bin")))
             throw std::runtime_error("other bytes came back");
