@@ -3,6 +3,7 @@
 
 #include "formats/RecordWriter.h"
 
+#include "base/Digits.h"
 #include "formats/DecodedRecords.h"
 
 #include <algorithm>
@@ -13,6 +14,15 @@ namespace {
 constexpr qint64 halfOfAddresses = qint64(1) << 16;
 constexpr int maxCount = 255; // a record's count is one byte
 
+/// The two digits of every byte.
+constexpr auto digitPairs = [] {
+    constexpr char digits[] = "0123456789ABCDEF";
+    std::array<std::array<char, 2>, 256> pairs{};
+    for (std::size_t value = 0; value < pairs.size(); ++value)
+        pairs[value] = {digits[value / hexadecimal], digits[value % hexadecimal]};
+    return pairs;
+}();
+
 /// One line: a mark and bytes in hexadecimal digits, with their sum.
 class RecordLine {
 public:
@@ -22,9 +32,10 @@ public:
     }
 
     RecordLine &byte(quint32 value) {
-        static constexpr char digits[] = "0123456789ABCDEF";
-        add(digits[value >> 4 & 0xF]);
-        add(digits[value & 0xF]);
+        const auto &digits = digitPairs[value & 0xFF];
+        characters_[std::size_t(size_)] = digits[0];
+        characters_[std::size_t(size_) + 1] = digits[1];
+        size_ += 2;
         sum_ += value;
         return *this;
     }
