@@ -3,6 +3,8 @@
 
 #include "formats/ImageFlattening.h"
 
+#include "files/HugePages.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -31,7 +33,7 @@ ImageFlattening::ImageFlattening(const AddressedBytes &bytes, qint64 base, char 
     : base_(base),
       fill_(fill),
       piece_(bytes.pieces().begin()),
-      image_(std::make_shared<QByteArray>(bytes.end() - base, Qt::Uninitialized)) {}
+      image_(std::make_shared<QByteArray>(uninitializedBytes(bytes.end() - base))) {}
 
 bool ImageFlattening::advance(qsizetype max) {
     char *to = image_->data();

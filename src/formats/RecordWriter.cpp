@@ -4,6 +4,7 @@
 #include "formats/RecordWriter.h"
 
 #include "base/Digits.h"
+#include "files/HugePages.h"
 #include "formats/DecodedRecords.h"
 
 #include <algorithm>
@@ -123,7 +124,8 @@ bool RecordWriter::advance(QByteArrayView bytes, qsizetype max) {
 }
 
 void RecordWriter::begin() {
-    text_.reserve(maxTextLength(layout_, length_));
+    text_ = uninitializedBytes(maxTextLength(layout_, length_));
+    text_.truncate(0); // which keeps the room
     if (layout_.format == RecordFormat::SRecord)
         addSRecord(text_, '0', 0, 2, layout_.header);
 }
