@@ -55,6 +55,11 @@ class Home:
             return subprocess.Popen([PREFIX / "bin" / "velm"], cwd=self.folder, stderr=log,
                                     env=self.environment(**environment))
 
+    def open(self, path):
+        """Starts the program once more, with a file for the window that there is."""
+        subprocess.run([PREFIX / "bin" / "velm", str(path)], cwd=self.folder,
+                       env=self.environment(), timeout=PATIENCE_AT_END, check=True)
+
     def chip(self, device):
         """The bytes that the simulated chip device holds."""
         return (self.bench / f"{device}.bin").read_bytes()

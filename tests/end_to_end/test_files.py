@@ -42,6 +42,21 @@ class Files(Scenario):
         self.assert_same_bytes(self.home.image(), image)
         self.finish(self.window)
 
+    def test_a_file_of_records_is_shown_before_its_bytes_are_taken(self):
+        records = self.home.folder / "records.hex"
+        records.write_text(":0200100041426B\n:00000001FF\n", encoding="ascii")
+        self.home.open(records)
+        dialog = self.window.dialog("Import records.hex")
+        until(lambda: "Range: 0x0010 to 0x0011, 2 bytes" in dialog.text("What was found"),
+              "what was found")
+        self.assertEqual(self.window.text("Opened binary"), "")
+        dialog.fill("Base offset", "10")
+        dialog.close("Import")
+        kept = self.home.folder / "data" / "velm" / "records.bin"
+        until_equal(lambda: self.window.text("Opened binary"), str(kept), "the opened path")
+        self.assert_same_bytes(self.home.image(), b"AB")
+        self.finish(self.window)
+
     def test_cancelling_opens_nothing(self):
         self.window.press("Open binary")
         panel = self.window.dialog("Open binary")
