@@ -27,6 +27,13 @@ bool isEnter(const QKeyEvent &key) {
     return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
 }
 
+/// Not for the reason of a shortcut, which would select the text before the focus is told of: a
+/// screen reader then takes the field for one that it has named already.
+void typeAnew(QLineEdit &field) {
+    field.setFocus(Qt::OtherFocusReason);
+    field.selectAll();
+}
+
 } // namespace
 
 FindBar::FindBar(QWidget *parent)
@@ -74,14 +81,12 @@ QLineEdit &FindBar::addressField() {
 
 void FindBar::find() {
     open();
-    controls_->what->setFocus(Qt::ShortcutFocusReason);
-    controls_->what->selectAll();
+    typeAnew(*controls_->what);
 }
 
 void FindBar::findAddress() {
     open();
-    controls_->address->setFocus(Qt::ShortcutFocusReason);
-    controls_->address->selectAll();
+    typeAnew(*controls_->address);
 }
 
 void FindBar::open() {
@@ -91,11 +96,12 @@ void FindBar::open() {
     takePattern();
 }
 
+// The keyboard goes first, or it would visit whatever comes after the bar.
 void FindBar::dismiss() {
+    grid_->setFocus(Qt::OtherFocusReason);
     hide();
     finder_.setPattern({});
     announcement_.stop();
-    grid_->setFocus(Qt::OtherFocusReason);
 }
 
 void FindBar::step(ImageFinder::Direction direction) {

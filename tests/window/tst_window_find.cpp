@@ -16,6 +16,7 @@ class TestWindowFind : public QObject {
 
 private slots:
     void bar_showsWhenItIsAskedFor();
+    void field_hasTheKeyboardBeforeItsTextIsSelected();
     void escape_givesTheGridTheKeyboard_data();
     void escape_givesTheGridTheKeyboard();
     void hits_areCountedAndMarked_data();
@@ -122,6 +123,20 @@ void TestWindowFind::bar_showsWhenItIsAskedFor() {
     QCOMPARE(bar(velm).what->selectedText(), QStringLiteral("12 34"));
 }
 
+void TestWindowFind::field_hasTheKeyboardBeforeItsTextIsSelected() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    type(velm, QStringLiteral("12"));
+    velm.controls().tableview->setFocus();
+    bar(velm).what->deselect();
+    const QSignalSpy moved(qApp, &QApplication::focusChanged);
+    QList<qsizetype> movesBefore;
+    connect(bar(velm).what, &QLineEdit::selectionChanged, this,
+            [&] { movesBefore.append(moved.size()); });
+    velm.controls().findBar->find();
+    QCOMPARE(movesBefore, QList<qsizetype>({1}));
+}
+
 void TestWindowFind::escape_givesTheGridTheKeyboard_data() {
     QTest::addColumn<QString>("control");
     for (const char *name : {"what", "kind", "matchCase", "previous", "next", "address"})
@@ -136,9 +151,11 @@ void TestWindowFind::escape_givesTheGridTheKeyboard() {
     auto *widget = velm.controls().findBar->findChild<QWidget *>(control);
     widget->setFocus();
     QVERIFY(widget->hasFocus());
+    const QSignalSpy moved(qApp, &QApplication::focusChanged);
     QTest::keyClick(widget, Qt::Key_Escape);
     QVERIFY(!velm.controls().findBar->isVisible());
     QVERIFY(velm.controls().tableview->hasFocus());
+    QCOMPARE(moved.size(), 1);
 }
 
 void TestWindowFind::hits_areCountedAndMarked_data() {
