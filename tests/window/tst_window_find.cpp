@@ -16,7 +16,6 @@ class TestWindowFind : public QObject {
 
 private slots:
     void bar_showsWhenItIsAskedFor();
-    void field_hasTheKeyboardBeforeItsTextIsSelected();
     void escape_givesTheGridTheKeyboard_data();
     void escape_givesTheGridTheKeyboard();
     void hits_areCountedAndMarked_data();
@@ -118,23 +117,12 @@ void TestWindowFind::bar_showsWhenItIsAskedFor() {
     QVERIFY(find->isVisible());
     bar(velm).what->setText(QStringLiteral("12 34"));
     velm.controls().tableview->setFocus();
+    // A field whose text is selected before it gets the keyboard is not named by a screen reader.
+    const QSignalSpy moved(qApp, &QApplication::focusChanged);
+    connect(bar(velm).what, &QLineEdit::selectionChanged, this, [&] { QCOMPARE(moved.size(), 1); });
     QTest::keyClick(&velm.velm().window(), Qt::Key_F, Qt::ControlModifier);
     QTRY_VERIFY(bar(velm).what->hasFocus());
     QCOMPARE(bar(velm).what->selectedText(), QStringLiteral("12 34"));
-}
-
-void TestWindowFind::field_hasTheKeyboardBeforeItsTextIsSelected() {
-    WindowFixture velm;
-    showTwentyBytes(velm);
-    type(velm, QStringLiteral("12"));
-    velm.controls().tableview->setFocus();
-    bar(velm).what->deselect();
-    const QSignalSpy moved(qApp, &QApplication::focusChanged);
-    QList<qsizetype> movesBefore;
-    connect(bar(velm).what, &QLineEdit::selectionChanged, this,
-            [&] { movesBefore.append(moved.size()); });
-    velm.controls().findBar->find();
-    QCOMPARE(movesBefore, QList<qsizetype>({1}));
 }
 
 void TestWindowFind::escape_givesTheGridTheKeyboard_data() {
