@@ -142,7 +142,8 @@ class MainWindow(Window):
         """The text of the label right above the table."""
         table = self.control("Bytes")
         siblings = [table.parent[index] for index in range(table.getIndexInParent())]
-        return [each.name for each in siblings if each.getRole() == pyatspi.ROLE_LABEL][-1]
+        labels = [each for each in siblings if each.getRole() == pyatspi.ROLE_LABEL]
+        return [each.name for each in labels if has(each, pyatspi.STATE_SHOWING)][-1]
 
     def show(self, tab):
         """Chooses a tab."""
