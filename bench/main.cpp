@@ -25,21 +25,11 @@ struct Group {
 };
 
 constexpr Group groups[] = {
-    {"compose", benchCompose},
-    {"save", benchSave},
-    {"formats", benchFormats},
-    {"text", benchText},
-    {"facts", benchFacts},
-    {"comparison", benchComparison},
-    {"map", benchMap},
-    {"find", benchFind},
-    {"grid", benchGrid},
-    {"console", benchConsole},
-    {"child", benchChild},
-    {"devices", benchDevices},
-    {"window", benchWindow},
-    {"edit", benchEdit},
-    {"desktop", benchDesktop},
+    {"compose", benchCompose}, {"save", benchSave},   {"formats", benchFormats},
+    {"text", benchText},       {"facts", benchFacts}, {"comparison", benchComparison},
+    {"map", benchMap},         {"find", benchFind},   {"grid", benchGrid},
+    {"console", benchConsole}, {"child", benchChild}, {"devices", benchDevices},
+    {"window", benchWindow},   {"edit", benchEdit},   {"desktop", benchDesktop},
 };
 
 QString processorName() {
