@@ -8,7 +8,7 @@
 #include "subjects/Peers.h"
 #include "subjects/Samples.h"
 
-#include "views/ImageComparison.h"
+#include "imageviews/ImageComparison.h"
 
 #include <QTemporaryDir>
 

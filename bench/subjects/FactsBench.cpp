@@ -8,7 +8,7 @@
 #include "subjects/Peers.h"
 #include "subjects/Samples.h"
 
-#include "views/ShownImageReader.h"
+#include "imageviews/ShownImageReader.h"
 
 #include <QTemporaryDir>
 

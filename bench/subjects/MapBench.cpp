@@ -10,7 +10,7 @@
 #include "subjects/Samples.h"
 
 #include "grid/GridView.h"
-#include "views/ImageMap.h"
+#include "imageviews/ImageMap.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>

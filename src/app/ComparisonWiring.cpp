@@ -6,10 +6,10 @@
 #include "app/MainWindow.h"
 #include "control/AppDelegate.h"
 #include "control/Messages.h"
+#include "imageviews/DifferenceSteps.h"
+#include "imageviews/ImageComparison.h"
+#include "imageviews/SideBySide.h"
 #include "language/RunLog.h"
-#include "views/DifferenceSteps.h"
-#include "views/ImageComparison.h"
-#include "views/SideBySide.h"
 
 #include "ui_MainWindow.h"
 

@@ -6,11 +6,11 @@
 #include "app/MainWindow.h"
 #include "control/AppDelegate.h"
 #include "devices/ChipErasure.h"
+#include "imageviews/FactsWords.h"
+#include "imageviews/ImageComparison.h"
 #include "language/RunLog.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
-#include "views/FactsWords.h"
-#include "views/ImageComparison.h"
 
 #include "ui_MainWindow.h"
 

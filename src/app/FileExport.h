@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "views/ExportWindow.h"
+#include "exchange/ExportWindow.h"
 
 #include <QObject>
 #include <QPointer>

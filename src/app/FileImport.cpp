@@ -9,6 +9,7 @@
 #include "control/AppDelegate.h"
 #include "control/Messages.h"
 #include "control/UserFiles.h"
+#include "exchange/ImportWindow.h"
 #include "files/FileLoading.h"
 #include "files/FileSaving.h"
 #include "files/FreeName.h"
@@ -17,7 +18,6 @@
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
-#include "views/ImportWindow.h"
 #include "widgets/FileDropArea.h"
 
 #include "ui_MainWindow.h"

@@ -4,7 +4,7 @@
 #include "app/MainWindow.h"
 
 #include "grid/GridAccessible.h"
-#include "views/ImageMapAccessible.h"
+#include "imageviews/ImageMapAccessible.h"
 #include "widgets/MenuButton.h"
 
 #include "ui_MainWindow.h"

@@ -31,11 +31,13 @@ const QMap<QString, QStringList> &arrows() {
         {QStringLiteral("devices"), words("base files settings image language tool widgets")},
         {QStringLiteral("control"),
          words("base files settings image language tool widgets grid devices")},
-        {QStringLiteral("views"), words("base files settings image inspect formats language tool "
-                                        "widgets grid devices control")},
+        {QStringLiteral("imageviews"), words("base files settings image inspect widgets grid")},
+        {QStringLiteral("exchange"), words("base files settings image formats widgets imageviews")},
+        {QStringLiteral("views"),
+         words("base files settings image language tool widgets grid devices control")},
         {QStringLiteral("app"),
          words("base files settings image inspect formats language tool widgets "
-               "grid devices control views")},
+               "grid devices control imageviews exchange views")},
     };
     return map;
 }

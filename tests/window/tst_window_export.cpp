@@ -3,8 +3,8 @@
 
 #include "window/EditingSteps.h"
 
+#include "exchange/ExportWindow.h"
 #include "support/AddressSpaceLimit.h"
-#include "views/ExportWindow.h"
 
 #include "ui_ExportWindow.h"
 

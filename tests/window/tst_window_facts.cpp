@@ -3,7 +3,7 @@
 
 #include "window/EditingSteps.h"
 
-#include "views/FactsWords.h"
+#include "imageviews/FactsWords.h"
 
 #include <QAccessible>
 #include <QClipboard>

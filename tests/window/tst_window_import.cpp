@@ -3,9 +3,9 @@
 
 #include "window/WindowFixture.h"
 
+#include "exchange/ImportWindow.h"
 #include "settings/SettingsKeys.h"
 #include "support/AddressSpaceLimit.h"
-#include "views/ImportWindow.h"
 
 #include "ui_ImportWindow.h"
 

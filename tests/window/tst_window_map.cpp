@@ -3,7 +3,7 @@
 
 #include "window/EditingSteps.h"
 
-#include "views/ImageMap.h"
+#include "imageviews/ImageMap.h"
 
 #include <QAccessible>
 #include <QHelpEvent>

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "exchange/RecordExport.h"
+
+#include <QElapsedTimer>
+
+#include <chrono>
+#include <new>
+
+namespace {
+
+constexpr std::chrono::milliseconds turnTime{8};
+/// Bytes between two looks at the clock.
+constexpr qsizetype stepBytes = qsizetype(32) * 1024;
+
+} // namespace
+
+RecordExport::RecordExport(QObject *parent) : QObject(parent) {
+    connect(&turns_, &QTimer::timeout, this, &RecordExport::turn);
+}
+
+void RecordExport::write(const QByteArray &bytes, const RecordLayout &layout) {
+    bytes_ = bytes;
+    writer_.emplace(layout, bytes.size());
+    turns_.start(0);
+}
+
+void RecordExport::turn() {
+    try {
+        takeTurn();
+    } catch (const std::bad_alloc &) {
+        stop();
+        emit outOfMemory();
+    }
+}
+
+void RecordExport::stop() {
+    turns_.stop();
+    writer_.reset();
+    bytes_.clear();
+}
+
+void RecordExport::takeTurn() {
+    QElapsedTimer time;
+    time.start();
+    bool isDone = false;
+    while (!isDone && !time.hasExpired(turnTime.count()))
+        isDone = writer_->advance(bytes_, stepBytes);
+    if (!isDone)
+        return;
+    const QByteArray text = writer_->takeText();
+    stop();
+    emit written(text);
+}

@@ -1,0 +1,90 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "exchange/RecordImport.h"
+
+#include <QElapsedTimer>
+
+#include <chrono>
+#include <new>
+
+namespace {
+
+constexpr std::chrono::milliseconds turnTime{8};
+/// Bytes between two looks at the clock.
+constexpr qsizetype stepText = qsizetype(32) * 1024;
+constexpr qsizetype stepImage = qsizetype(1) << 20;
+
+} // namespace
+
+RecordImport::RecordImport(ByteBuffer file, QObject *parent)
+    : QObject(parent), file_(std::move(file)) {
+    connect(&turns_, &QTimer::timeout, this, &RecordImport::turn);
+}
+
+void RecordImport::read(RecordFormat format) {
+    stop();
+    reader_.emplace(format);
+    turns_.start(0);
+}
+
+void RecordImport::stop() {
+    turns_.stop();
+    flattening_.reset();
+    reader_.reset();
+    isRead_ = false;
+}
+
+const DecodedRecords *RecordImport::decoded() const {
+    return isRead_ ? &reader_->decoded() : nullptr;
+}
+
+int RecordImport::percent() const {
+    constexpr int whole = 100;
+    if (!reader_ || file_->isEmpty())
+        return whole;
+    return int(reader_->position() * whole / file_->size());
+}
+
+void RecordImport::makeImage(qint64 base, quint8 fill) {
+    try {
+        flattening_.emplace(reader_->decoded().bytes, base, char(fill));
+        turns_.start(0);
+    } catch (const std::bad_alloc &) {
+        emit outOfMemory();
+    }
+}
+
+void RecordImport::turn() {
+    try {
+        takeTurn();
+    } catch (const std::bad_alloc &) {
+        stop();
+        emit outOfMemory();
+    }
+}
+
+void RecordImport::takeTurn() {
+    QElapsedTimer time;
+    time.start();
+    bool isDone = false;
+    while (!isDone && !time.hasExpired(turnTime.count()))
+        isDone = advance();
+    if (isDone)
+        turns_.stop();
+    if (flattening_)
+        return isDone ? finishImage() : void();
+    isRead_ = isDone;
+    emit advanced();
+}
+
+bool RecordImport::advance() {
+    return flattening_ ? flattening_->advance(stepImage)
+                       : reader_->advance(std::as_const(*file_), stepText);
+}
+
+void RecordImport::finishImage() {
+    const ByteBuffer image = flattening_->image();
+    flattening_.reset();
+    emit imageMade(image);
+}

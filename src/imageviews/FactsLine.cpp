@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "imageviews/FactsLine.h"
+
+#include "grid/GridView.h"
+#include "imageviews/FactsWords.h"
+#include "widgets/PlainToolTip.h"
+
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMenu>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// How many letters of the origin are always shown.
+constexpr int minOriginLetters = 10;
+/// What the field keeps free before its text, and on both sides of it with a reserve; in pixels.
+constexpr int innerMargin = 2;
+constexpr int innerMargins = 6;
+constexpr qsizetype shownDigits = 8;
+/// Where factsOf() has the checksums.
+constexpr qsizetype checksumPlace = 1;
+
+QString joined(QStringList pieces) {
+    pieces.removeAll(QString());
+    return pieces.join(QStringLiteral(" \u00b7 "));
+}
+
+bool hasBytes(const std::optional<ShownImage> &image) {
+    return image && lengthOf(image->bytes) > 0;
+}
+
+} // namespace
+
+FactsLine::FactsLine(QWidget *parent) : QLineEdit(parent) {
+    setReadOnly(true);
+    setFrame(false);
+    setTextMargins(-innerMargin, 0, 0, 0);
+    QPalette seeThrough;
+    seeThrough.setBrush(QPalette::Base, Qt::NoBrush);
+    setPalette(seeThrough);
+    connect(&turns_, &QTimer::timeout, this, &FactsLine::turn);
+}
+
+void FactsLine::follow(const GridView &grid, Source shown) {
+    grid_ = &grid;
+    shown_ = std::move(shown);
+    connect(grid.selectionModel(), &QItemSelectionModel::currentChanged, this, &FactsLine::refresh);
+    connect(grid.gridModel(), &GridModel::modelReset, this, &FactsLine::refresh);
+    refresh();
+}
+
+void FactsLine::refresh() {
+    if (!turns_.isActive())
+        turns_.start(0);
+}
+
+void FactsLine::turn() {
+    const std::optional<ShownImage> image = shown_();
+    const bool readsSha256 = reader_.isReadingSha256();
+    if (!reader_.readOn(image.value_or(ShownImage{})))
+        turns_.stop();
+    if (readsSha256 && !reader_.sha256().isEmpty())
+        QGuiApplication::clipboard()->setText(reader_.sha256());
+    takeWords(image);
+}
+
+void FactsLine::takeWords(const std::optional<ShownImage> &image) {
+    const QString sha256 = reader_.sha256();
+    const QString label = tr("SHA-256 %1");
+    QStringList facts = image ? factsOf(*image) : QStringList();
+    QStringList brief = facts;
+    if (hasBytes(image))
+        brief.removeAt(checksumPlace);
+    origin_ = image ? image->origin : QString();
+    whole_ = joined(QStringList{origin_} + facts +
+                    QStringList{sha256.isEmpty() ? QString() : label.arg(sha256)});
+    QString digest;
+    if (!sha256.isEmpty())
+        digest = tr("SHA-256 copied: %1").arg(sha256.first(shownDigits) + QChar(0x2026));
+    else if (reader_.isReadingSha256())
+        digest = label.arg(QChar(0x2026));
+    facts_ = joined(facts << digest);
+    brief_ = joined(brief << digest);
+    setPlainToolTip(*this, whole_);
+    showText();
+}
+
+// Where every byte is the same, the one under the cursor is told with them.
+QStringList FactsLine::factsOf(const ShownImage &image) const {
+    const qsizetype size = lengthOf(image.bytes);
+    if (size == 0)
+        return {sizeWords(size)};
+    const std::optional<ImageFacts> facts = reader_.facts();
+    const QString remark = facts ? blankRemark(*facts, image.isRead) : QString();
+    return {sizeWords(size), checksumWords(facts), image.comparison,
+            remark.isEmpty() ? byteUnderCursor(image.bytes) : remark};
+}
+
+QString FactsLine::byteUnderCursor(const ByteBuffer &bytes) const {
+    const QModelIndex cell = grid_->currentIndex();
+    if (!cell.isValid() || !isByteColumn(cell.column()))
+        return {};
+    const quint64 address = byteIndex(cell.row(), cell.column());
+    if (address >= quint64(lengthOf(bytes)))
+        return {};
+    return byteWords(address, quint8(bytes->constData()[address]));
+}
+
+QString FactsLine::withFittingOrigin(const QString &facts) const {
+    const QFontMetrics letters = fontMetrics();
+    const int rest = letters.horizontalAdvance(joined({QStringLiteral(" "), facts}));
+    const int room = std::max(roomForText() - rest, minOriginLetters * letters.averageCharWidth());
+    return joined({letters.elidedText(origin_, Qt::ElideMiddle, room), facts});
+}
+
+QString FactsLine::fittingText() const {
+    const QFontMetrics letters = fontMetrics();
+    const QString whole = joined({origin_, facts_});
+    if (letters.horizontalAdvance(whole) <= roomForText())
+        return whole;
+    for (const QString &facts : {facts_, brief_})
+        if (const QString text = withFittingOrigin(facts);
+            letters.horizontalAdvance(text) <= roomForText())
+            return text;
+    return letters.elidedText(withFittingOrigin(brief_), Qt::ElideMiddle, roomForText());
+}
+
+int FactsLine::roomForText() const {
+    return width() - innerMargins;
+}
+
+// Its size hint does not hang on the text: a cursor that moves has nothing laid out anew.
+void FactsLine::showText() {
+    const QString fitting = fittingText();
+    if (fitting == text())
+        return;
+    const bool wasSelected = hasFocus() && hasSelectedText() && selectedText() == text();
+    setText(fitting);
+    setCursorPosition(0);
+    if (wasSelected)
+        selectAll();
+}
+
+void FactsLine::copyWords() const {
+    const bool isPart = hasSelectedText() && selectedText() != text();
+    QGuiApplication::clipboard()->setText(isPart ? selectedText() : whole_);
+}
+
+void FactsLine::askForSha256() {
+    const std::optional<ShownImage> image = shown_();
+    if (!hasBytes(image))
+        return;
+    reader_.askForSha256(*image);
+    refresh();
+}
+
+void FactsLine::contextMenuEvent(QContextMenuEvent *event) {
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(tr("&Copy"), this, &FactsLine::copyWords)->setEnabled(!whole_.isEmpty());
+    menu->addAction(tr("&SHA-256"), this, &FactsLine::askForSha256)->setEnabled(hasBytes(shown_()));
+    // Not exec(): a run that ends while the menu is open must not have to wait for it.
+    menu->popup(event->globalPos());
+}
+
+void FactsLine::keyPressEvent(QKeyEvent *event) {
+    if (event == QKeySequence::Copy)
+        copyWords();
+    else
+        QLineEdit::keyPressEvent(event);
+}
+
+void FactsLine::resizeEvent(QResizeEvent *event) {
+    QLineEdit::resizeEvent(event);
+    showText();
+}
+
+void FactsLine::changeEvent(QEvent *event) {
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        showText();
+}

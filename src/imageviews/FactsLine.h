@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "imageviews/ShownImageReader.h"
+
+#include <QLineEdit>
+#include <QTimer>
+
+#include <functional>
+
+class GridView;
+
+/// What tells the shown image from others, and the byte under the grid's cursor, in one line. The
+/// image is read in turns of the event loop, so that it is in nobody's way however long it is;
+/// checksums stand open until they are known.
+///
+/// The text can be selected. Where there is no room for all, whose bytes they are is told
+/// shorter first, and then the checksums go; the tool tip has the whole.
+class FactsLine final : public QLineEdit {
+    Q_OBJECT
+
+public:
+    /// Gives the image that is shown at the moment of the call; nothing if none is.
+    using Source = std::function<std::optional<ShownImage>()>;
+
+    explicit FactsLine(QWidget *parent = nullptr);
+
+    /// Follows the cursor and the contents of \a grid and says the facts of what \a shown gives.
+    /// Both must last as long as the window's event loop.
+    void follow(const GridView &grid, Source shown);
+    /// Looks at the image and at the cursor anew, a turn of the event loop later.
+    void refresh();
+
+    /// All that there is to say, however much of it is shown.
+    QString wholeText() const { return whole_; }
+
+    /// Puts the selected text on the clipboard, or the whole if none or all is selected.
+    void copyWords() const;
+    /// Reads the SHA-256 of the image and puts it on the clipboard when it is known. Nothing comes
+    /// of it if there are no bytes, or other ones before that.
+    void askForSha256();
+
+protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    void turn();
+    void takeWords(const std::optional<ShownImage> &image);
+    QStringList factsOf(const ShownImage &image) const;
+    QString byteUnderCursor(const ByteBuffer &bytes) const;
+    int roomForText() const;
+    QString withFittingOrigin(const QString &facts) const;
+    QString fittingText() const;
+    void showText();
+
+    Source shown_;
+    const GridView *grid_ = nullptr;
+    QTimer turns_;
+    ShownImageReader reader_;
+    QString origin_;
+    QString facts_; ///< the words on them
+    QString brief_; ///< the same without what a glance needs least
+    QString whole_;
+};

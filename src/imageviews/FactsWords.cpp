@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "imageviews/FactsWords.h"
+
+#include "base/Digits.h"
+#include "grid/GridPresentation.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QLocale>
+
+namespace {
+
+constexpr int binary = 2;
+constexpr int bitsInByte = 8;
+constexpr int digitsOfByte = 2;
+constexpr int digitsOfSum = 4;
+constexpr int digitsOfCrc = 8;
+constexpr quint8 erased = 0xFF;
+constexpr quint8 empty = 0x00;
+
+class Wording {
+    Q_DECLARE_TR_FUNCTIONS(FactsWords)
+};
+
+QString hex(quint32 value, int digits) {
+    return QString::number(value, hexadecimal).toUpper().rightJustified(digits, u'0');
+}
+
+QString sourceWords(std::optional<CompositionSource> source, const QString &binaryPath,
+                    OpenedFileWatch::State onDisk) {
+    if (source == CompositionSource::ReadData)
+        return Wording::tr("data read from chip");
+    if (!source)
+        return {};
+    const QString name = QFileInfo(binaryPath).fileName();
+    switch (onDisk) {
+    case OpenedFileWatch::State::Changed:
+        return Wording::tr("%1 (changed on the disk since)").arg(name);
+    case OpenedFileWatch::State::Gone:
+        return Wording::tr("%1 (no longer on the disk)").arg(name);
+    case OpenedFileWatch::State::AsOpened:
+        break;
+    }
+    return name;
+}
+
+} // namespace
+
+QString readOriginWords(const QString &device, const QDateTime &when, const QDate &today) {
+    const QString time = when.date() == today ? when.time().toString(QStringLiteral("HH:mm"))
+                                              : QLocale().toString(when, QLocale::ShortFormat);
+    return Wording::tr("%1, read at %2").arg(device, time);
+}
+
+QString burnOriginWords(std::optional<CompositionSource> source, const QString &binaryPath,
+                        OpenedFileWatch::State onDisk, int edits) {
+    QStringList words = {sourceWords(source, binaryPath, onDisk)};
+    if (edits > 0)
+        words << (edits == 1 ? Wording::tr("with 1 edit")
+                             : Wording::tr("with %1 edits").arg(QLocale().toString(edits)));
+    words.removeAll(QString());
+    return words.join(QStringLiteral(", "));
+}
+
+QString sizeWords(qint64 size) {
+    if (size == 0)
+        return Wording::tr("no bytes");
+    return size == 1 ? Wording::tr("1 byte")
+                     : Wording::tr("%1 bytes").arg(QLocale().toString(size));
+}
+
+QString checksumWords(const std::optional<ImageFacts> &facts) {
+    const QString unknown(QChar(0x2026));
+    return Wording::tr("CRC-32 %1, sum %2")
+        .arg(facts ? hex(facts->crc32, digitsOfCrc) : unknown,
+             facts ? hex(facts->sum, digitsOfSum) : unknown);
+}
+
+QString differenceWords(const std::optional<ImageDifferences> &differences, qint64 extraBytes) {
+    const qint64 bytes = differences ? differences->bytes : 0;
+    QStringList words = {!differences ? Wording::tr("%1 differences").arg(QChar(0x2026))
+                         : bytes == 0 ? Wording::tr("no differences")
+                         : bytes == 1
+                             ? Wording::tr("1 difference")
+                             : Wording::tr("%1 differences").arg(QLocale().toString(bytes))};
+    if (extraBytes > 0)
+        words << Wording::tr("%1 longer").arg(sizeWords(extraBytes));
+    if (extraBytes < 0)
+        words << Wording::tr("%1 shorter").arg(sizeWords(-extraBytes));
+    return words.join(QStringLiteral(", "));
+}
+
+QString erasureWords(const ImageDifferences &differences, bool isWhole) {
+    const qint64 bits = differences.bitsToErase;
+    if (bits > 0)
+        return bits == 1 ? Wording::tr("needs erasing: 1 bit")
+                         : Wording::tr("needs erasing: %1 bits").arg(QLocale().toString(bits));
+    return differences.bytes > 0 && isWhole ? Wording::tr("can be burned on top") : QString();
+}
+
+QString blankRemark(const ImageFacts &facts, bool isRead) {
+    if (facts.onlyByte != erased && facts.onlyByte != empty)
+        return {};
+    const QString digits = hex(*facts.onlyByte, digitsOfByte);
+    return isRead ? Wording::tr("all 0x%1: blank, or no contact?").arg(digits)
+                  : Wording::tr("all 0x%1").arg(digits);
+}
+
+QString byteWords(quint64 address, quint8 byte) {
+    QStringList words = {QStringLiteral("0x") + hex(byte, digitsOfByte), QString::number(byte),
+                         QStringLiteral("0b") +
+                             QString::number(byte, binary).rightJustified(bitsInByte, u'0')};
+    if (byte > u' ' && byte < u'\x7F')
+        words << QStringLiteral("\u201c%1\u201d").arg(QChar::fromLatin1(char(byte)));
+    return Wording::tr("at %1: %2").arg(addressText(address), words.join(QStringLiteral(", ")));
+}

@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "imageviews/ImageComparison.h"
+
+#include "base/Digits.h"
+
+#include <utility>
+
+namespace {
+
+using Shown = ComparedImages::Shown;
+
+QByteArrayView bytesOf(const ByteBuffer &buffer) {
+    return buffer ? QByteArrayView(std::as_const(*buffer)) : QByteArrayView();
+}
+
+bool isOwner(const ByteBuffer &buffer, const std::weak_ptr<QByteArray> &known) {
+    return !known.owner_before(buffer) && !buffer.owner_before(known);
+}
+
+} // namespace
+
+ImageComparison::ImageComparison(Source source, QObject *parent)
+    : QObject(parent), source_(std::move(source)) {
+    connect(&turns_, &QTimer::timeout, this, &ImageComparison::turn);
+}
+
+bool ImageComparison::isTheSame(const ComparedImages &images) const {
+    return isOwner(images.read, read_) && isOwner(images.toBurn, toBurn_) &&
+           images.revision == revision_;
+}
+
+void ImageComparison::refresh() {
+    const ComparedImages images = source_();
+    const bool isSame = isTheSame(images);
+    if (isSame && images.shown == shown_)
+        return;
+    shown_ = images.shown;
+    if (!isSame) {
+        read_ = images.read;
+        toBurn_ = images.toBurn;
+        revision_ = images.revision;
+        reader_ = {};
+        isDone_ = false;
+        turns_.start(0);
+    }
+    emit changed();
+}
+
+void ImageComparison::turn() {
+    const ByteBuffer read = read_.lock();
+    const ByteBuffer toBurn = toBurn_.lock();
+    isDone_ = reader_.advance(bytesOf(read), bytesOf(toBurn), maxInTurn);
+    if (!isDone_)
+        return;
+    turns_.stop();
+    emit changed();
+}
+
+bool ImageComparison::hasBoth() const {
+    return lengthOf(read_.lock()) > 0 && lengthOf(toBurn_.lock()) > 0;
+}
+
+std::optional<ImageDifferences> ImageComparison::differences() const {
+    return isDone_ && hasBoth() ? std::optional(reader_.differences()) : std::nullopt;
+}
+
+qint64 ImageComparison::extraBytes() const {
+    const qint64 extra = lengthOf(read_.lock()) - lengthOf(toBurn_.lock());
+    return shown_ == Shown::Read ? extra : -extra;
+}
+
+bool ImageComparison::coversAllToBurn() const {
+    return lengthOf(toBurn_.lock()) <= lengthOf(read_.lock());
+}
+
+std::optional<qint64> ImageComparison::nextFrom(qint64 offset) const {
+    const ByteBuffer read = read_.lock();
+    const ByteBuffer toBurn = toBurn_.lock();
+    return nextDifference(bytesOf(read), bytesOf(toBurn), offset);
+}
+
+std::optional<qint64> ImageComparison::previousFrom(qint64 offset) const {
+    const ByteBuffer read = read_.lock();
+    const ByteBuffer toBurn = toBurn_.lock();
+    return previousDifference(bytesOf(read), bytesOf(toBurn), offset);
+}
+
+std::optional<ImageComparison::Pair> ImageComparison::pairAt(qint64 offset) const {
+    const ByteBuffer read = read_.lock();
+    const ByteBuffer toBurn = toBurn_.lock();
+    const bool inBoth = offset >= 0 && offset < lengthOf(read) && offset < lengthOf(toBurn);
+    if (shown_ == Shown::Neither || !inBoth)
+        return std::nullopt;
+    const Pair pair{quint8(bytesOf(read)[offset]), quint8(bytesOf(toBurn)[offset])};
+    return pair.read != pair.toBurn ? std::optional(pair) : std::nullopt;
+}
+
+ByteMark ImageComparison::markAt(qint64 offset) const {
+    return {.differs = pairAt(offset).has_value()};
+}
+
+/// Of a byte of one image, what the other has there.
+QString ImageComparison::words(const Pair &pair, bool ofRead) {
+    constexpr int digits = 2;
+    const QString text = QString::number(ofRead ? pair.toBurn : pair.read, hexadecimal)
+                             .toUpper()
+                             .rightJustified(digits, u'0');
+    return ofRead ? tr("%1 in the data to burn").arg(text)
+                  : tr("%1 in the data read from the chip").arg(text);
+}
+
+QString ImageComparison::wordsAt(qint64 offset) const {
+    const std::optional<Pair> pair = pairAt(offset);
+    return pair ? words(*pair, shown_ == Shown::Read) : QString();
+}
+
+QString ImageComparison::Beside::wordsAt(qint64 offset) const {
+    const std::optional<Pair> pair = comparison_.pairAt(offset);
+    return pair ? words(*pair, comparison_.shown_ != Shown::Read) : QString();
+}

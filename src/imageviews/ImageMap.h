@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "imageviews/MapCells.h"
+#include "imageviews/ShownImageReader.h"
+
+#include <QAbstractSlider>
+#include <QTimer>
+
+#include <functional>
+
+class GridView;
+
+/// The whole of the shown image as a strip beside the grid: what its parts look like, where it
+/// differs from another image, and, framed, what of it is in view. A click or a drag leads there,
+/// and so do the keys of a slider. The value is the address of the first byte in view.
+///
+/// The image is counted in turns of the event loop, so that it is in nobody's way however long it
+/// is; of an edit only the blocks that it touched. Without bytes there is no map, but its room is
+/// kept on the tabs that show an image.
+class ImageMap final : public QAbstractSlider {
+    Q_OBJECT
+
+public:
+    /// Gives the image that is shown at the moment of the call; nothing if none is.
+    using Source = std::function<std::optional<ShownImage>()>;
+
+    /// Bytes that are counted in a turn: a millisecond's work.
+    static constexpr qsizetype maxInTurn = qsizetype(4) << 20;
+
+    explicit ImageMap(QWidget *parent = nullptr);
+
+    /// Follows what \a grid shows of the image that \a shown gives, and leads it. Both must last
+    /// as long as the window's event loop.
+    void follow(GridView &grid, Source shown);
+    /// Looks at the image anew, a turn of the event loop later.
+    void refresh();
+    /// Marks the parts of the image with \a differing blocks, until the next call. Whoever
+    /// compares tells of each change.
+    void setDiffering(const DifferingBlocks &differing);
+
+    /// What assistive technology says of the value: where the view is, and what is there.
+    QString valueWords() const;
+    /// Which bytes the map shows at \a y, a height in pixels, and what they look like.
+    QString wordsAt(int y) const;
+    /// The frame around the part that is in view, in pixels.
+    QRect viewFrame() const;
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    bool event(QEvent *event) override;
+    void sliderChange(SliderChange change) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+
+private:
+    void turn();
+    void takeImage(const std::optional<ShownImage> &image);
+    void takeChange(qint64 offset, qint64 length);
+    void followScrolling();
+    void goToValue();
+    void goTo(int y);
+    void showCells();
+    QRect strip() const;
+
+    Source shown_;
+    GridView *grid_ = nullptr;
+    QTimer turns_;
+    std::weak_ptr<QByteArray> bytes_;
+    quint64 revision_ = 0;
+    BlockMap map_;
+    DifferingBlocks differing_;
+    QList<MapCell> cells_;
+    bool following_ = false;
+};

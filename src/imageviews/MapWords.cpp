@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "imageviews/MapWords.h"
+
+#include "grid/GridPresentation.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+class Wording {
+    Q_DECLARE_TR_FUNCTIONS(MapWords)
+};
+
+QString classWords(BlockClass looks) {
+    switch (looks) {
+    case BlockClass::Blank:
+        return Wording::tr("blank");
+    case BlockClass::Zero:
+        return Wording::tr("zeros");
+    case BlockClass::Text:
+        return Wording::tr("text");
+    case BlockClass::Code:
+        break;
+    }
+    return Wording::tr("code or data");
+}
+
+QString hexText(qint64 value) {
+    return QStringLiteral("0x") + addressText(quint64(value));
+}
+
+} // namespace
+
+QString lookWords(std::optional<BlockClass> looks, bool differs) {
+    QStringList words;
+    if (looks)
+        words.append(classWords(*looks));
+    if (differs)
+        words.append(Wording::tr("differs"));
+    return words.join(QStringLiteral(", "));
+}
+
+QString positionWords(qint64 offset, qint64 size, const MapCell &cell) {
+    const QString place = Wording::tr("%1 of %2").arg(hexText(offset), hexText(size));
+    const QString looks = lookWords(cell.looks, cell.differs);
+    return looks.isEmpty() ? place : Wording::tr("%1, %2").arg(place, looks);
+}
+
+QString cellWords(const MapCell &cell) {
+    const QString place = Wording::tr("%1 to %2").arg(hexText(cell.first), hexText(cell.end - 1));
+    const QString looks = lookWords(cell.looks, cell.differs);
+    return looks.isEmpty() ? place : Wording::tr("%1: %2").arg(place, looks);
+}

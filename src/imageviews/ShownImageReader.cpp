@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "imageviews/ShownImageReader.h"
+
+#include <utility>
+
+// By the owners: a buffer that is gone is another one than the absent one.
+bool isSameBuffer(const std::weak_ptr<QByteArray> &known, const ByteBuffer &now) {
+    return !known.owner_before(now) && !now.owner_before(known);
+}
+
+bool ShownImageReader::readOn(const ShownImage &image) {
+    if (!isTheSame(image))
+        beginWith(image);
+    const QByteArrayView bytes =
+        image.bytes ? QByteArrayView(std::as_const(*image.bytes)) : QByteArrayView();
+    if (!factsAreKnown_)
+        factsAreKnown_ = facts_.advance(bytes, maxFactsInTurn);
+    else if (isReadingSha256() && reader_->advance(bytes, maxSha256InTurn))
+        sha256_ = QString::fromLatin1(reader_->digest().toHex());
+    return !factsAreKnown_ || isReadingSha256();
+}
+
+std::optional<ImageFacts> ShownImageReader::facts() const {
+    return factsAreKnown_ ? std::optional(facts_.facts()) : std::nullopt;
+}
+
+void ShownImageReader::askForSha256(const ShownImage &image) {
+    if (!isTheSame(image))
+        beginWith(image);
+    reader_.emplace();
+    sha256_.clear();
+}
+
+bool ShownImageReader::isTheSame(const ShownImage &image) const {
+    return revision_ == image.revision && isSameBuffer(bytes_, image.bytes);
+}
+
+void ShownImageReader::beginWith(const ShownImage &image) {
+    bytes_ = image.bytes;
+    revision_ = image.revision;
+    facts_ = {};
+    factsAreKnown_ = false;
+    reader_.reset();
+    sha256_.clear();
+}

@@ -1,9 +1,0 @@
-// SPDX-FileCopyrightText: 2026 The VELM authors
-// SPDX-License-Identifier: MIT
-
-#include "views/ReadOnlyImage.h"
-
-void ReadOnlyImage::setBytes(const ByteBuffer &bytes) {
-    bytes_ = bytes;
-    text_ = DisplayText(bytes);
-}
