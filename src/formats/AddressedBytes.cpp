@@ -69,8 +69,8 @@ void AddressedBytes::join(Piece one, QByteArrayView between, Piece other) {
 }
 
 void AddressedBytes::prepend(Piece piece, QByteArrayView bytes) {
-    auto node = pieces_.extract(piece);
-    node.mapped().prepend(bytes);
-    node.key() -= bytes.size();
-    pieces_.insert(std::move(node));
+    QByteArray joined = std::move(piece->second);
+    joined.prepend(bytes);
+    const qint64 address = piece->first - bytes.size();
+    pieces_.emplace_hint(pieces_.erase(piece), address, std::move(joined));
 }
