@@ -39,6 +39,6 @@ private:
     const QString tab_ = readTabIdentifier();
     ByteBuffer bytes_;
     DisplayText text_;
-    const QStringList headers_;
-    const QList<QStringList> rows_;
+    const QStringList headers_ = {};
+    const QList<QStringList> rows_ = {};
 };
