@@ -63,7 +63,7 @@ void AddressedBytes::join(Piece one, QByteArrayView between, Piece other) {
         pieces_.erase(other);
         return;
     }
-    const QByteArray before = std::move(one->second) + between.toByteArray();
+    const QByteArray before = one->second + between.toByteArray();
     pieces_.erase(one);
     prepend(other, before);
 }
