@@ -54,6 +54,19 @@ bool pictureOfEdit(VelmWindow &velm, Demonstration &demonstration, const QString
     return saved;
 }
 
+// A byte that differs from the chip's, among the hits of a search.
+bool pictureOfComparison(VelmWindow &velm, Demonstration &demonstration, const QString &path) {
+    FindBar *bar = velm.window().controls().findBar;
+    bar->find();
+    demonstration.type(bar->findChild<QLineEdit *>(QStringLiteral("what")),
+                       QStringLiteral("65 ?0"));
+    velm.window().controls().tableview->showAddress(0x12);
+    demonstration.settle();
+    const bool saved = demonstration.savePicture(path);
+    bar->hide();
+    return saved;
+}
+
 bool pictureOfLogicTest(VelmWindow &velm, Demonstration &demonstration, const QString &path) {
     qputenv("MINIPRO_SIM_FAULT", "bad-logic-pins");
     demonstration.type(velm.window().controls().uaTextField, logicChip);
@@ -75,6 +88,7 @@ bool makePictures(VelmWindow &velm, const QString &folder) {
     good &= demonstration.composeFromRead();
     good &= demonstration.writeAndVerify() && demonstration.savePicture(file("velm"));
     good &= pictureOfEdit(velm, demonstration, file("edit"));
+    good &= pictureOfComparison(velm, demonstration, file("compare"));
     good &= pictureOfSearch(velm, demonstration, file("search"));
     good &= pictureOfLogicTest(velm, demonstration, file("logic"));
     demonstration.type(velm.window().controls().uaTextField, memoryChip);

@@ -12,6 +12,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QPalette>
 
 #include <cstdio>
 #include <cstdlib>
@@ -23,6 +24,26 @@ class QuietLog final : public Log {
 public:
     void write(const QString &) override {}
 };
+
+/// A dark theme as desktops have it.
+QPalette darkTheme() {
+    const QColor window(0x2d, 0x2d, 0x2d);
+    const QColor base(0x1e, 0x1e, 0x1e);
+    const QColor text(0xe6, 0xe6, 0xe6);
+    QPalette palette(window, window);
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::AlternateBase, base.lighter(125));
+    palette.setColor(QPalette::Text, text);
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::ButtonText, text);
+    palette.setColor(QPalette::ToolTipBase, window);
+    palette.setColor(QPalette::ToolTipText, text);
+    palette.setColor(QPalette::Highlight, QColor(0x2f, 0x65, 0xa7));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, text.darker(190));
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, text.darker(190));
+    return palette;
+}
 
 } // namespace
 
@@ -42,8 +63,12 @@ int main(int argc, char *argv[]) {
     const QCommandLineOption guideOption(QStringLiteral("pictures"),
                                          QStringLiteral("Make the guide's pictures there."),
                                          QStringLiteral("folder"));
-    parser.addOptions({settingsOption, stateOption, pictureOption, guideOption});
+    const QCommandLineOption darkOption(QStringLiteral("dark"),
+                                        QStringLiteral("Show everything in a dark theme."));
+    parser.addOptions({settingsOption, stateOption, pictureOption, guideOption, darkOption});
     parser.process(application);
+    if (parser.isSet(darkOption))
+        QApplication::setPalette(darkTheme());
 
     QuietLog log;
     SettingsStore settings(parser.value(settingsOption));
