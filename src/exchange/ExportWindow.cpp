@@ -4,20 +4,19 @@
 #include "exchange/ExportWindow.h"
 
 #include "base/Digits.h"
+#include "exchange/FormatEntries.h"
 #include "exchange/ImportWords.h"
 #include "image/TypedAddress.h"
 #include "imageviews/FactsWords.h"
+#include "widgets/FixedFont.h"
 
 #include "ui_ExportWindow.h"
-
-#include <QFontDatabase>
 
 #include <utility>
 
 namespace {
 
-/// The entries of the choices, in their order.
-enum FormatEntry { IntelHexEntry, SRecordEntry, RawEntry };
+/// The entries of the choice of images, in their order.
 enum ImageEntry { ToBurnEntry, ReadEntry };
 
 std::optional<qint64> addressIn(const QLineEdit &field) {
@@ -45,7 +44,7 @@ ExportWindow::ExportWindow(Images images, Image image, QWidget *window)
         {formatWords(RecordFormat::IntelHex), formatWords(RecordFormat::SRecord), tr("Raw bytes")});
     c.image->addItems({tr("Data to burn"), tr("Data read from chip")});
     c.image->setCurrentIndex(image == Image::ToBurn ? ToBurnEntry : ReadEntry);
-    const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    const QFont fixed = fixedFont();
     for (QLineEdit *field : {c.first, c.last, c.offset})
         field->setFont(fixed);
     connectControls();
@@ -79,14 +78,7 @@ ExportWindow::Image ExportWindow::image() const {
 }
 
 std::optional<RecordFormat> ExportWindow::format() const {
-    switch (controls_->format->currentIndex()) {
-    case IntelHexEntry:
-        return RecordFormat::IntelHex;
-    case SRecordEntry:
-        return RecordFormat::SRecord;
-    default:
-        return std::nullopt;
-    }
+    return formatOf(controls_->format->currentIndex());
 }
 
 /// The chosen bytes of an image of \a length bytes; an empty field stands for its end.

@@ -4,28 +4,20 @@
 #include "exchange/ImportWindow.h"
 
 #include "base/Digits.h"
+#include "exchange/FormatEntries.h"
 #include "exchange/ImportWords.h"
 #include "image/TypedAddress.h"
+#include "widgets/FixedFont.h"
 
 #include "ui_ImportWindow.h"
 
 #include <QFileInfo>
-#include <QFontDatabase>
 #include <QRegularExpressionValidator>
 
 namespace {
 
 constexpr int foundColumns = 64;
 constexpr int foundLines = 12;
-
-/// The entries of the choice, in their order.
-enum FormatEntry { IntelHexEntry, SRecordEntry, RawEntry };
-
-int entryOf(std::optional<RecordFormat> format) {
-    if (!format)
-        return RawEntry;
-    return *format == RecordFormat::IntelHex ? IntelHexEntry : SRecordEntry;
-}
 
 } // namespace
 
@@ -42,7 +34,7 @@ ImportWindow::ImportWindow(File file, quint8 fill, QWidget *window)
     c.format->addItems(
         {formatWords(RecordFormat::IntelHex), formatWords(RecordFormat::SRecord), tr("Raw bytes")});
     c.format->setCurrentIndex(entryOf(recordFormatOf(import_.file())));
-    const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    const QFont fixed = fixedFont();
     c.base->setFont(fixed);
     c.fill->setFont(fixed);
     c.fill->setText(QString::number(fill, hexadecimal).toUpper().rightJustified(2, u'0'));
@@ -74,14 +66,7 @@ void ImportWindow::connectControls() {
 }
 
 std::optional<RecordFormat> ImportWindow::format() const {
-    switch (controls_->format->currentIndex()) {
-    case IntelHexEntry:
-        return RecordFormat::IntelHex;
-    case SRecordEntry:
-        return RecordFormat::SRecord;
-    default:
-        return std::nullopt;
-    }
+    return formatOf(controls_->format->currentIndex());
 }
 
 std::optional<qint64> ImportWindow::base() const {
