@@ -55,6 +55,7 @@ FileImport::FileImport(const Surroundings &surroundings) : with_(surroundings) {
     auto *drops = new FileDropArea(tr("Drop the file here to open it"),
                                    with_.window.controls().sideArea->viewport());
     connect(drops, &FileDropArea::dropped, this, &FileImport::open, Qt::QueuedConnection);
+    connect(&with_.delegate.openedBinary(), &OpenedBinary::importAsked, this, &FileImport::load);
 }
 
 void FileImport::addEntry(WindowMenus &menus) {

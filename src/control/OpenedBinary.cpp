@@ -36,8 +36,9 @@ void OpenedBinary::load(const QString &path) {
 }
 
 void OpenedBinary::sayHowItReads(const QString &path) {
-    messages_.say(Topic::Binary,
-                  decodingRemark(encodingForTool(*bytes_), QFileInfo(path).fileName()));
+    const ImageEncoding encoding = encodingForTool(*bytes_);
+    messages_.say(Topic::Binary, decodingRemark(encoding, QFileInfo(path).fileName()),
+                  {tr("Import\u2026"), [this, path] { emit importAsked(path); }});
 }
 
 void OpenedBinary::fileChanged(OpenedFileWatch::State state) {

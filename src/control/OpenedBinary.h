@@ -31,6 +31,8 @@ signals:
     void onDiskChanged();
     /// The user wants the file's bytes as they are now, and the tool does not work.
     void reloadAsked();
+    /// The user wants what the text in the file at \a path stands for, instead of the text.
+    void importAsked(const QString &path);
 
 private:
     void sayHowItReads(const QString &path);

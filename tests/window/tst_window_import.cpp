@@ -31,6 +31,7 @@ private slots:
     void takenAllTheSame_theLaterBytesCount();
     void cancel_changesNothing();
     void raw_opensTheFileItself();
+    void openedText_offersToImportIt();
     void unreadableFile_isSaid();
     void dataHomeThatCannotBeWritten_isSaid();
     void fileToOpen_isShownIfTheToolWouldDecodeIt();
@@ -54,6 +55,14 @@ QAction *importEntry(WindowFixture &velm) {
         for (QAction *action : menu->actions())
             if (action->text() == QStringLiteral("&Import\u2026"))
                 return action;
+    return nullptr;
+}
+
+/// The button of the message line that offers to import the opened file; null if there is none.
+QPushButton *importOffer(WindowFixture &velm) {
+    for (auto *button : velm.controls().messageLine->findChildren<QPushButton *>())
+        if (button->isVisible() && button->text() == QStringLiteral("Import\u2026"))
+            return button;
     return nullptr;
 }
 
@@ -249,6 +258,17 @@ void TestWindowImport::raw_opensTheFileItself() {
     QVERIFY(hasGone(*velm_));
     QCOMPARE(*velm_->state().output_data, QByteArray("plain"));
     QCOMPARE(velm_->settings().stringValue(settingsKeys::binary), velm_->panels.answer);
+}
+
+void TestWindowImport::openedText_offersToImportIt() {
+    velm_->delegate().openBinary(velm_->write(QStringLiteral("rom.hex"), hexFile));
+    QVERIFY(importOffer(*velm_));
+    velm_->click(importOffer(*velm_));
+    QTRY_VERIFY(importWindow(*velm_));
+    QCOMPARE(importWindow(*velm_)->windowTitle(), QStringLiteral("Import rom.hex"));
+    velm_->click(importWindow(*velm_)->controls().importButton);
+    QTRY_COMPARE(velm_->state().opened_bin_data->size(), 21);
+    QVERIFY(!importOffer(*velm_));
 }
 
 void TestWindowImport::unreadableFile_isSaid() {
