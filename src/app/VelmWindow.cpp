@@ -28,10 +28,11 @@
 
 namespace {
 
-/// As large as the window is made for, where the screen has room for that and for its frame.
+/// As large as the window is made for, where the screen has room for that, for its frame, and for
+/// a panel: under Wayland nobody tells how much of the screen that takes.
 QSize firstSize(const QWidget &window) {
-    constexpr QSize frame(16, 48);
-    const QSize room = window.screen()->availableSize() - frame;
+    constexpr QSize frameAndPanel(16, 96);
+    const QSize room = window.screen()->availableSize() - frameAndPanel;
     return window.size().boundedTo(room).expandedTo(window.minimumSizeHint());
 }
 
