@@ -3,6 +3,8 @@
 
 #include "widgets/TabView.h"
 
+#include "widgets/Announcement.h"
+
 #include <QScopedValueRollback>
 
 TabView::TabView(QWidget *parent) : QTabBar(parent) {
@@ -42,4 +44,7 @@ void TabView::followBar() {
         return;
     selected_ = itemInFront();
     emit didSelectTabViewItem(selected_);
+    // While it has the focus, assistive technology follows it by itself.
+    if (isVisible() && !hasFocus())
+        Announcement::make(tabText(currentIndex()), this);
 }

@@ -20,7 +20,7 @@ Q_DECLARE_METATYPE(TabViewItem)
 ///
 /// Whichever way another tab comes to the front (mouse, wheel, keyboard, assistive technology or
 /// the program), whoever has something to finish for the old item is told while that is still the
-/// selected one.
+/// selected one. Assistive technology speaks the new item's title, wherever the focus is.
 class TabView final : public QTabBar {
     Q_OBJECT
 

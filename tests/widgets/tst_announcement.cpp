@@ -3,6 +3,8 @@
 
 #include "widgets/Announcement.h"
 
+#include "support/SpokenWords.h"
+
 #include <QAccessible>
 #include <QPushButton>
 #include <QTest>
@@ -22,29 +24,8 @@ private slots:
     void nothing_isShownNorMoved();
 };
 
-namespace {
-
-/// Hears what a screen reader speaks: notifications, when they come up.
-class Listener final : public QObject {
-public:
-    Listener() { qApp->installEventFilter(this); }
-
-    bool eventFilter(QObject *object, QEvent *event) override {
-        if (event->type() != QEvent::Show || event->spontaneous())
-            return false;
-        const auto *shown = QAccessible::queryAccessibleInterface(object);
-        if (shown && shown->role() == QAccessible::Notification)
-            spoken.append(shown->text(QAccessible::Name));
-        return false;
-    }
-
-    QStringList spoken;
-};
-
-} // namespace
-
 void TestAnnouncement::words_comeUpAsANotification() {
-    Listener listener;
+    SpokenWords listener;
     QWidget place;
     place.show();
     Announcement::make(u"Done."_s, &place);
@@ -55,7 +36,7 @@ void TestAnnouncement::words_comeUpAsANotification() {
 }
 
 void TestAnnouncement::words_comeUpEachTime() {
-    Listener listener;
+    SpokenWords listener;
     QWidget place;
     place.show();
     Announcement::make(u"Done."_s, &place);
@@ -64,7 +45,7 @@ void TestAnnouncement::words_comeUpEachTime() {
 }
 
 void TestAnnouncement::words_waitForTheirPlace() {
-    Listener listener;
+    SpokenWords listener;
     QWidget place;
     Announcement::make(u"Done."_s, &place);
     QCOMPARE(listener.spoken, QStringList());
@@ -73,7 +54,7 @@ void TestAnnouncement::words_waitForTheirPlace() {
 }
 
 void TestAnnouncement::words_goWithTheirPlace() {
-    Listener listener;
+    SpokenWords listener;
     QWidget place;
     place.show();
     Announcement::make(u"Done."_s, &place);

@@ -4,6 +4,7 @@
 #include "window/WindowFixture.h"
 
 #include "settings/SettingsKeys.h"
+#include "support/SpokenWords.h"
 
 #include <QMenuBar>
 #include <QWheelEvent>
@@ -19,6 +20,7 @@ private slots:
     void hiddenConsole_leavesTheFocusInTheWindow();
     void chosenRun_showsTheConsole();
     void choices_areThereAtTheNextStart();
+    void tabsChosenByKey_areSpoken();
 };
 
 namespace {
@@ -126,6 +128,20 @@ void TestWindowViews::choices_areThereAtTheNextStart() {
     QCOMPARE(pointsOf(velm.controls().tableview), grid * 1.1);
     QCOMPARE(velm.controls().textView->lineWrapMode(), QPlainTextEdit::WidgetWidth);
     QVERIFY(!velm.controls().textView->isVisible());
+}
+
+void TestWindowViews::tabsChosenByKey_areSpoken() {
+    WindowFixture velm;
+    velm.start();
+    velm.controls().uaTextField->setFocus();
+    const SpokenWords heard;
+    press(velm, Qt::Key_2, Qt::ControlModifier);
+    QTRY_COMPARE(heard.spoken, QStringList({QStringLiteral("Data to burn")}));
+    // With the focus in the row of tabs the toolkit tells it.
+    velm.controls().tabview->setFocus();
+    QTest::keyClick(velm.controls().tabview, Qt::Key_Right);
+    QCOMPARE(velm.controls().tabview->selectedTabViewItem().identifier, logicTabIdentifier());
+    QCOMPARE(heard.spoken.size(), 1);
 }
 
 QTEST_MAIN(TestWindowViews)
