@@ -19,6 +19,7 @@ class TestWindowReach : public QObject {
 private slots:
     void everyControl_hasAToolTip();
     void switches_nameTheOptionThatTheyAdd();
+    void words_areInLowerCaseButTheFirst();
     void mnemonics_ofTheWindowDiffer();
     void mnemonics_ofEachMenuDiffer();
     void mnemonics_ofTheConsolesMenuDiffer();
@@ -43,6 +44,16 @@ QStringList sharedKeys(const QStringList &texts) {
         if (marked.size() > 1)
             shared.append(key + QStringLiteral(": ") + marked.join(QStringLiteral(", ")));
     return shared;
+}
+
+/// Whether a word of \a text but the first begins with a capital and is more than an abbreviation.
+bool hasLaterCapital(QString text) {
+    static const QStringList names{QStringLiteral("VELM"), QStringLiteral("KiB")};
+    QStringList words = text.remove(u'&').split(u' ', Qt::SkipEmptyParts);
+    words.removeIf([](const QString &word) { return names.contains(word); });
+    return std::any_of(
+        words.begin() + std::min<qsizetype>(1, words.size()), words.end(),
+        [](const QString &word) { return word.at(0).isUpper() && word != word.toUpper(); });
 }
 
 QStringList textsOf(const QList<QAction *> &actions) {
@@ -158,6 +169,26 @@ void TestWindowReach::switches_nameTheOptionThatTheyAdd() {
         QVERIFY2(choice->toolTip().endsWith(words), qPrintable(words));
         velm.click(choice);
     }
+}
+
+// A name of several words is written as in running text.
+void TestWindowReach::words_areInLowerCaseButTheFirst() {
+    WindowFixture velm;
+    velm.start();
+    const QWidget &window = velm.velm().window();
+    QStringList texts;
+    for (const QAction *action : window.findChildren<QAction *>())
+        texts.append(action->text());
+    for (const QAbstractButton *button : window.findChildren<QAbstractButton *>())
+        texts.append(button->text());
+    for (const QGroupBox *box : window.findChildren<QGroupBox *>())
+        texts.append(box->title());
+    QVERIFY(texts.size() > 50);
+    QStringList capitals;
+    for (const QString &text : std::as_const(texts))
+        if (hasLaterCapital(text))
+            capitals.append(text);
+    QCOMPARE(capitals, QStringList());
 }
 
 void TestWindowReach::mnemonics_ofTheWindowDiffer() {
