@@ -75,20 +75,20 @@ constexpr const Rule &ruleOf(Topic topic) {
 } // namespace
 
 void Messages::say(Topic topic, const QString &sentence, const Action &action) {
-    line_.setNotice(number(topic), ruleOf(topic).usual, sentence, action);
+    line_.setMessage(number(topic), ruleOf(topic).usual, sentence, action);
 }
 
 void Messages::sayTrouble(Topic topic, const QString &sentence, const Action &action) {
-    line_.setNotice(number(topic), ruleOf(topic).inTrouble, sentence, action);
+    line_.setMessage(number(topic), ruleOf(topic).inTrouble, sentence, action);
 }
 
 void Messages::sayVerdict(MessageLine::Severity severity, const QString &sentence,
                           const Action &action) {
-    line_.setNotice(number(Topic::Verdict), severity, sentence, action);
+    line_.setMessage(number(Topic::Verdict), severity, sentence, action);
 }
 
 void Messages::takeBack(Topic topic) {
-    line_.clearNotice(number(topic));
+    line_.clearMessage(number(topic));
 }
 
 void Messages::happened(Event event) {

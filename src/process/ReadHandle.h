@@ -52,17 +52,17 @@ public:
     /// True once a read has found the end of file.
     bool endSeen() const { return endSeen_; }
 
-    /// After the first read at end of file a handle gives no notice until this is called: the end
+    /// After the first read at end of file a handle is silent until this is called: the end
     /// stays readable for ever, and would keep the event loop busy while others still write
     /// elsewhere.
     void allowRepeatedEnd();
 
-    /// From here on at least \a interval passes between two notices of something to read.
+    /// From here on at least \a interval passes between two signals of something to read.
     void setPace(std::chrono::milliseconds interval);
 
     /// Reads from \a descriptor from here on, which stays the caller's and is set to non-blocking.
     void attach(int descriptor);
-    /// Forgets the descriptor; no notice follows.
+    /// Forgets the descriptor; no signal follows.
     void detach();
 
     /// Replaces the system's read().

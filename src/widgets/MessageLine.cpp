@@ -56,7 +56,7 @@ QString withWord(MessageLine::Severity severity, const QString &sentence) {
     return sentence;
 }
 
-/// A notice is one line, whatever a path in it may hold.
+/// A message is one line, whatever a path in it may hold.
 QString onOneLine(QString sentence) {
     const auto breaksLine = [](QChar c) {
         return c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
@@ -97,39 +97,39 @@ QPushButton *MessageLine::makeButton() {
     return button;
 }
 
-void MessageLine::setNotice(int topic, Severity severity, const QString &sentence) {
-    setNotice(topic, severity, sentence, {});
+void MessageLine::setMessage(int topic, Severity severity, const QString &sentence) {
+    setMessage(topic, severity, sentence, {});
 }
 
-void MessageLine::setNotice(int topic, Severity severity, const QString &sentence,
-                            const Action &action) {
+void MessageLine::setMessage(int topic, Severity severity, const QString &sentence,
+                             const Action &action) {
     if (sentence.isEmpty()) {
-        clearNotice(topic);
+        clearMessage(topic);
         return;
     }
-    Notice notice{topic, severity, onOneLine(sentence), action};
-    const bool isNewest = !notices_.empty() && notices_.front().saysTheSameAs(notice);
+    Message message{topic, severity, onOneLine(sentence), action};
+    const bool isNewest = !messages_.empty() && messages_.front().saysTheSameAs(message);
     if (isNewest)
-        notice.isAnnounced = notices_.front().isAnnounced;
+        message.isAnnounced = messages_.front().isAnnounced;
     if (action.run)
-        notice.button = buttonFor(notice);
-    std::erase_if(notices_, [&](const Notice &old) { return old.topic == topic; });
-    notices_.insert(notices_.begin(), notice);
+        message.button = buttonFor(message);
+    std::erase_if(messages_, [&](const Message &old) { return old.topic == topic; });
+    messages_.insert(messages_.begin(), message);
     // What is said already is not said again to whoever hears it, nor taken out of a selection.
     if (isNewest) {
         showButtons();
         return;
     }
-    showNotices();
+    showMessages();
     announcement_.start();
 }
 
 // What one deed brings up is said in one piece, or each sentence would cut the one before it short.
 void MessageLine::announce() {
     QStringList words;
-    for (Notice &notice : notices_)
-        if (!std::exchange(notice.isAnnounced, true))
-            words.append(withWord(notice.severity, notice.sentence));
+    for (Message &message : messages_)
+        if (!std::exchange(message.isAnnounced, true))
+            words.append(withWord(message.severity, message.sentence));
     if (words.isEmpty())
         return;
     const QString said = words.join(QLatin1Char('\n'));
@@ -137,68 +137,70 @@ void MessageLine::announce() {
     emit announced(said);
 }
 
-void MessageLine::clearNotice(int topic) {
-    if (std::erase_if(notices_, [&](const Notice &notice) { return notice.topic == topic; }) > 0)
-        showNotices();
+void MessageLine::clearMessage(int topic) {
+    if (std::erase_if(messages_, [&](const Message &message) { return message.topic == topic; }) >
+        0)
+        showMessages();
 }
 
 void MessageLine::clearAll() {
-    notices_.clear();
-    showNotices();
+    messages_.clear();
+    showMessages();
 }
 
 QString MessageLine::text() const {
     return toPlainText();
 }
 
-void MessageLine::showNotices() {
+void MessageLine::showMessages() {
     clear();
     QTextCursor cursor(document());
-    for (const Notice &notice : notices_) {
+    for (const Message &message : messages_) {
         QTextCharFormat format;
-        format.setForeground(colorOf(notice.severity, palette()));
-        if (notice.severity == Severity::Problem)
+        format.setForeground(colorOf(message.severity, palette()));
+        if (message.severity == Severity::Problem)
             format.setFontWeight(QFont::Bold);
         if (!cursor.atStart())
             cursor.insertBlock();
-        cursor.insertText(withWord(notice.severity, notice.sentence), format);
+        cursor.insertText(withWord(message.severity, message.sentence), format);
     }
     moveCursor(QTextCursor::Start);
     showButtons();
 }
 
-const MessageLine::Notice *MessageLine::noticeOf(const QPushButton *button) const {
-    const auto found = std::find_if(notices_.begin(), notices_.end(),
-                                    [&](const Notice &notice) { return notice.button == button; });
-    return found == notices_.end() ? nullptr : &*found;
+const MessageLine::Message *MessageLine::messageOf(const QPushButton *button) const {
+    const auto found =
+        std::find_if(messages_.begin(), messages_.end(),
+                     [&](const Message &message) { return message.button == button; });
+    return found == messages_.end() ? nullptr : &*found;
 }
 
-/// The button of the topic's former notice if it was for the same, else one that nobody has: who
+/// The button of the topic's former message if it was for the same, else one that nobody has: who
 /// is about to press a button does not find another meaning in it.
-QPushButton *MessageLine::buttonFor(const Notice &notice) {
-    for (const Notice &old : notices_)
-        if (old.topic == notice.topic && old.button && old.action.label == notice.action.label)
+QPushButton *MessageLine::buttonFor(const Message &message) {
+    for (const Message &old : messages_)
+        if (old.topic == message.topic && old.button && old.action.label == message.action.label)
             return old.button;
     for (QPushButton *button : std::as_const(buttons_))
-        if (!noticeOf(button))
+        if (!messageOf(button))
             return button;
     return makeButton();
 }
 
 void MessageLine::showButtons() {
-    // Each is raised after the one before it: the order of the children is that of the notices.
+    // Each is raised after the one before it: the order of the children is that of the messages.
     QWidget *before = this;
-    for (const Notice &notice : notices_) {
-        if (!notice.button)
+    for (const Message &message : messages_) {
+        if (!message.button)
             continue;
-        notice.button->setText(notice.action.label);
-        notice.button->setAccessibleName(withoutMnemonic(notice.action.label));
-        notice.button->raise();
-        setTabOrder(std::exchange(before, notice.button), notice.button);
-        notice.button->show();
+        message.button->setText(message.action.label);
+        message.button->setAccessibleName(withoutMnemonic(message.action.label));
+        message.button->raise();
+        setTabOrder(std::exchange(before, message.button), message.button);
+        message.button->show();
     }
     for (QPushButton *button : std::as_const(buttons_)) {
-        if (noticeOf(button))
+        if (messageOf(button))
             continue;
         button->raise();
         button->hide();
@@ -206,26 +208,26 @@ void MessageLine::showButtons() {
     placeButtons();
 }
 
-// The newest notice's button is the nearest to the text, so that it moves no other when it comes.
+// The newest message's button is the nearest to the text, so that it moves no other when it comes.
 void MessageLine::placeButtons() {
     int end = width();
-    for (auto notice = notices_.rbegin(); notice != notices_.rend(); ++notice) {
-        if (!notice->button)
+    for (auto message = messages_.rbegin(); message != messages_.rend(); ++message) {
+        if (!message->button)
             continue;
-        const QSize size(notice->button->sizeHint().width(), heightOfLines(1));
+        const QSize size(message->button->sizeHint().width(), heightOfLines(1));
         const QRect place(QPoint(end - size.width(), 0), size);
-        notice->button->setGeometry(QStyle::visualRect(layoutDirection(), rect(), place));
+        message->button->setGeometry(QStyle::visualRect(layoutDirection(), rect(), place));
         end -= size.width() + buttonGap;
     }
     setViewportMargins(0, 0, width() - end, 0);
 }
 
 void MessageLine::runAction(const QPushButton *button) const {
-    const Notice *notice = noticeOf(button);
-    if (!notice)
+    const Message *message = messageOf(button);
+    if (!message)
         return;
-    // A copy: what the action does may well take its own notice away.
-    const std::function<void()> run = notice->action.run;
+    // A copy: what the action does may well take its own message away.
+    const std::function<void()> run = message->action.run;
     run();
 }
 
@@ -250,7 +252,7 @@ void MessageLine::changeEvent(QEvent *event) {
                           event->type() == QEvent::FontChange ||
                           event->type() == QEvent::StyleChange;
     if (restyled && !buttons_.isEmpty())
-        showNotices();
+        showMessages();
 }
 
 void MessageLine::resizeEvent(QResizeEvent *event) {

@@ -11,21 +11,21 @@
 
 class QPushButton;
 
-/// Says inline what other programs say in dialogs. Each notice has a topic, a number that means
-/// nothing here; a topic has at most one notice. Notices are shown newest first, one to a line. The
-/// text scrolls where they take more than shownLines lines.
+/// Says inline what other programs say in dialogs. Each message has a topic, a number that means
+/// nothing here; a topic has at most one message. Messages are shown newest first, one to a line.
+/// The text scrolls where they take more than shownLines lines.
 ///
 /// It is a read-only text itself, so that its accessible object, named "Message", is the text:
 /// selectable, reachable by keyboard (Tab leaves it), and always of one height, so that the window
-/// does not jump when a notice comes. The severity is a word as well as a colour.
-/// Assistive technology hears each notice once, those of one moment together, the newest first.
+/// does not jump when a message comes. The severity is a word as well as a colour.
+/// Assistive technology hears each message once, those of one moment together, the newest first.
 class MessageLine final : public QPlainTextEdit {
     Q_OBJECT
 
 public:
     enum class Severity { Information, Success, Warning, Problem };
 
-    /// What a notice lets the user do about it.
+    /// What a message lets the user do about it.
     struct Action {
         /// Text of the button, translated; also its accessible name.
         QString label;
@@ -38,18 +38,18 @@ public:
 
     explicit MessageLine(QWidget *parent = nullptr);
 
-    /// Shows \a sentence (translated) as the newest notice, in place of the topic's former one.
+    /// Shows \a sentence (translated) as the newest message, in place of the topic's former one.
     /// An empty \a sentence clears the topic.
-    void setNotice(int topic, Severity severity, const QString &sentence);
-    /// The same with a button behind the text. Each notice with an action has a button of its own,
-    /// which keeps its meaning until the notice goes; the newest notice's is the first.
-    void setNotice(int topic, Severity severity, const QString &sentence, const Action &action);
-    /// Takes the notice of \a topic away, if there is one.
-    void clearNotice(int topic);
-    /// Takes all notices away.
+    void setMessage(int topic, Severity severity, const QString &sentence);
+    /// The same with a button behind the text. Each message with an action has a button of its own,
+    /// which keeps its meaning until the message goes; the newest message's is the first.
+    void setMessage(int topic, Severity severity, const QString &sentence, const Action &action);
+    /// Takes the message of \a topic away, if there is one.
+    void clearMessage(int topic);
+    /// Takes all messages away.
     void clearAll();
 
-    /// What is shown: the notices, newest first, separated by line feeds.
+    /// What is shown: the messages, newest first, separated by line feeds.
     QString text() const;
 
     QSize sizeHint() const override;
@@ -64,7 +64,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    struct Notice {
+    struct Message {
         int topic = 0;
         Severity severity = Severity::Information;
         QString sentence;
@@ -72,22 +72,22 @@ private:
         QPushButton *button = nullptr; // null without an action
         bool isAnnounced = false;
 
-        bool saysTheSameAs(const Notice &other) const {
+        bool saysTheSameAs(const Message &other) const {
             return topic == other.topic && severity == other.severity && sentence == other.sentence;
         }
     };
 
     QPushButton *makeButton();
-    QPushButton *buttonFor(const Notice &notice);
-    const Notice *noticeOf(const QPushButton *button) const;
-    void showNotices();
+    QPushButton *buttonFor(const Message &message);
+    const Message *messageOf(const QPushButton *button) const;
+    void showMessages();
     void announce();
     void showButtons();
     void placeButtons();
     void runAction(const QPushButton *button) const;
     int heightOfLines(int lines) const;
 
-    std::vector<Notice> notices_;  // newest first
-    QList<QPushButton *> buttons_; // at least one; what no notice has is hidden
+    std::vector<Message> messages_; // newest first
+    QList<QPushButton *> buttons_;  // at least one; what no message has is hidden
     QTimer announcement_;
 };

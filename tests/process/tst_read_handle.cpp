@@ -18,8 +18,8 @@ class TestReadHandle : public QObject {
 private slots:
     void arming_twiceGivesOneNotice();
     void arming_isRememberedUntilThePipeIsOpen();
-    void notice_comesOnceForEachArming();
-    void notice_isNotGivenForBytesThatSomebodyElseTook();
+    void dataAvailable_comesOnceForEachArming();
+    void dataAvailable_isNotGivenForBytesThatSomebodyElseTook();
     void endOfFile_isNoticedOnceUntilMoreIsAllowed();
     void pace_keepsNoticesApart();
     void pace_doesNotKeepTheEndApart();
@@ -61,40 +61,40 @@ QString nameOf(const ReadOutcome &outcome) {
 
 void TestReadHandle::arming_twiceGivesOneNotice() {
     OpenPipe pipe;
-    QSignalSpy notices(&pipe.reader(), &ReadHandle::dataAvailable);
+    QSignalSpy given(&pipe.reader(), &ReadHandle::dataAvailable);
     pipe.reader().waitForDataInBackgroundAndNotify();
     pipe.reader().waitForDataInBackgroundAndNotify();
     settle();
-    QCOMPARE(notices.size(), 0);
+    QCOMPARE(given.size(), 0);
     pipe.put("x");
     settle();
-    QCOMPARE(notices.size(), 1);
+    QCOMPARE(given.size(), 1);
 }
 
 void TestReadHandle::arming_isRememberedUntilThePipeIsOpen() {
     Pipe pipe(Pipe::Direction::FromChild);
-    QSignalSpy notices(pipe.fileHandleForReading(), &ReadHandle::dataAvailable);
+    QSignalSpy given(pipe.fileHandleForReading(), &ReadHandle::dataAvailable);
     pipe.fileHandleForReading()->waitForDataInBackgroundAndNotify();
     QVERIFY(pipe.open());
     QCOMPARE(::write(pipe.childEnd(), "x", 1), 1);
     settle();
-    QCOMPARE(notices.size(), 1);
+    QCOMPARE(given.size(), 1);
 }
 
-void TestReadHandle::notice_comesOnceForEachArming() {
+void TestReadHandle::dataAvailable_comesOnceForEachArming() {
     OpenPipe pipe;
     pipe.put("abc");
-    QSignalSpy notices(&pipe.reader(), &ReadHandle::dataAvailable);
+    QSignalSpy given(&pipe.reader(), &ReadHandle::dataAvailable);
     settle();
-    QCOMPARE(notices.size(), 0);
+    QCOMPARE(given.size(), 0);
     for (int arming = 1; arming <= 3; ++arming) {
         pipe.reader().waitForDataInBackgroundAndNotify();
         settle();
-        QCOMPARE(notices.size(), arming);
+        QCOMPARE(given.size(), arming);
     }
 }
 
-void TestReadHandle::notice_isNotGivenForBytesThatSomebodyElseTook() {
+void TestReadHandle::dataAvailable_isNotGivenForBytesThatSomebodyElseTook() {
     OpenPipe first;
     OpenPipe second;
     // Whichever comes first takes both pipes' bytes; the other's event has been found already.
@@ -116,45 +116,45 @@ void TestReadHandle::notice_isNotGivenForBytesThatSomebodyElseTook() {
 
 void TestReadHandle::endOfFile_isNoticedOnceUntilMoreIsAllowed() {
     OpenPipe pipe;
-    int notices = 0;
+    int given = 0;
     connect(&pipe.reader(), &ReadHandle::dataAvailable, this, [&](ReadHandle *handle) {
-        ++notices;
+        ++given;
         QCOMPARE(nameOf(handle->availableData()), QStringLiteral("<end>"));
         handle->waitForDataInBackgroundAndNotify();
     });
     pipe.reader().waitForDataInBackgroundAndNotify();
     pipe.closeChildEnd();
     settle();
-    QCOMPARE(notices, 1);
+    QCOMPARE(given, 1);
     pipe.reader().allowRepeatedEnd();
-    QTRY_VERIFY(notices > 10);
+    QTRY_VERIFY(given > 10);
 }
 
 void TestReadHandle::pace_keepsNoticesApart() {
     OpenPipe pipe;
     pipe.put("abc");
-    QSignalSpy notices(&pipe.reader(), &ReadHandle::dataAvailable);
+    QSignalSpy given(&pipe.reader(), &ReadHandle::dataAvailable);
     pipe.reader().setPace(std::chrono::hours(1));
     pipe.reader().waitForDataInBackgroundAndNotify();
     settle();
-    QCOMPARE(notices.size(), 1);
+    QCOMPARE(given.size(), 1);
     pipe.reader().waitForDataInBackgroundAndNotify();
     settle();
-    QCOMPARE(notices.size(), 1);
+    QCOMPARE(given.size(), 1);
     pipe.reader().setPace(std::chrono::milliseconds(1));
-    QTRY_COMPARE(notices.size(), 2);
+    QTRY_COMPARE(given.size(), 2);
 }
 
 void TestReadHandle::pace_doesNotKeepTheEndApart() {
     OpenPipe pipe;
-    QSignalSpy notices(&pipe.reader(), &ReadHandle::dataAvailable);
+    QSignalSpy given(&pipe.reader(), &ReadHandle::dataAvailable);
     pipe.reader().setPace(std::chrono::hours(1));
     pipe.reader().allowRepeatedEnd();
     pipe.closeChildEnd();
     for (int arming = 1; arming <= 3; ++arming) {
         pipe.reader().waitForDataInBackgroundAndNotify();
         settle();
-        QCOMPARE(notices.size(), arming);
+        QCOMPARE(given.size(), arming);
         pipe.reader().availableData();
     }
 }
@@ -189,12 +189,12 @@ void TestReadHandle::availableData_takesNoMoreThanAsked() {
 
 void TestReadHandle::detached_noNotice() {
     OpenPipe pipe;
-    QSignalSpy notices(&pipe.reader(), &ReadHandle::dataAvailable);
+    QSignalSpy given(&pipe.reader(), &ReadHandle::dataAvailable);
     pipe.put("x");
     pipe.reader().waitForDataInBackgroundAndNotify();
     pipe.closeOwnEnd();
     settle();
-    QCOMPARE(notices.size(), 0);
+    QCOMPARE(given.size(), 0);
     QCOMPARE(pipe.reader().bytesAvailable(), 0);
 }
 

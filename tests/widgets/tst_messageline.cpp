@@ -92,22 +92,22 @@ struct Window {
 
 void setNumbered(MessageLine &line, int count) {
     for (int number = 1; number <= count; ++number)
-        line.setNotice(number, Severity::Information, u"Notice %1."_s.arg(number));
+        line.setMessage(number, Severity::Information, u"Notice %1."_s.arg(number));
 }
 
 } // namespace
 
 void TestMessageLine::notices_areShownNewestFirst() {
     MessageLine line;
-    line.setNotice('a', Severity::Information, u"First."_s);
-    line.setNotice('b', Severity::Warning, u"Second."_s);
+    line.setMessage('a', Severity::Information, u"First."_s);
+    line.setMessage('b', Severity::Warning, u"Second."_s);
     QCOMPARE(line.text(), u"Warning: Second.\nFirst."_s);
-    line.setNotice('a', Severity::Problem, u"Third."_s);
+    line.setMessage('a', Severity::Problem, u"Third."_s);
     QCOMPARE(line.text(), u"Problem: Third.\nWarning: Second."_s);
-    line.clearNotice('a');
-    line.clearNotice('?');
+    line.clearMessage('a');
+    line.clearMessage('?');
     QCOMPARE(line.text(), u"Warning: Second."_s);
-    line.setNotice('b', Severity::Warning, QString());
+    line.setMessage('b', Severity::Warning, QString());
     QCOMPARE(line.text(), QString());
     setNumbered(line, 2);
     line.clearAll();
@@ -123,10 +123,10 @@ void TestMessageLine::severity_isAWordAndAReadableColour_data() {
 void TestMessageLine::severity_isAWordAndAReadableColour() {
     QFETCH(QPalette, palette);
     MessageLine line;
-    line.setNotice('1', Severity::Information, u"x"_s);
-    line.setNotice('2', Severity::Success, u"x"_s);
-    line.setNotice('3', Severity::Warning, u"x"_s);
-    line.setNotice('4', Severity::Problem, u"x"_s);
+    line.setMessage('1', Severity::Information, u"x"_s);
+    line.setMessage('2', Severity::Success, u"x"_s);
+    line.setMessage('3', Severity::Warning, u"x"_s);
+    line.setMessage('4', Severity::Problem, u"x"_s);
     QCOMPARE(line.text(), u"Problem: x\nWarning: x\nDone: x\nx"_s);
     line.setPalette(palette);
     QStringList colors;
@@ -143,13 +143,13 @@ void TestMessageLine::severity_isAWordAndAReadableColour() {
 
 void TestMessageLine::sentence_staysOnOneLine() {
     MessageLine line;
-    line.setNotice('a', Severity::Information, u"No file a\nb\u2029c  d\x1b."_s);
+    line.setMessage('a', Severity::Information, u"No file a\nb\u2029c  d\x1b."_s);
     QCOMPARE(line.text(), u"No file a b c  d ."_s);
 }
 
 void TestMessageLine::text_isReadByAssistiveTechnology() {
     Window window;
-    window.line.setNotice('a', Severity::Problem, u"No file."_s);
+    window.line.setMessage('a', Severity::Problem, u"No file."_s);
     QAccessibleInterface *object = QAccessible::queryAccessibleInterface(&window.line);
     QCOMPARE(object->text(QAccessible::Name), u"Message"_s);
     QVERIFY(object->textInterface());
@@ -174,7 +174,7 @@ void TestMessageLine::height_isAlwaysTheSame() {
 
 void TestMessageLine::longSentence_isWrapped() {
     Window window;
-    window.line.setNotice('a', Severity::Information, u"many words "_s.repeated(40));
+    window.line.setMessage('a', Severity::Information, u"many words "_s.repeated(40));
     window.height();
     QVERIFY(window.line.verticalScrollBar()->maximum() > 0);
     QCOMPARE(window.line.horizontalScrollBar()->maximum(), 0);
@@ -184,25 +184,25 @@ void TestMessageLine::action_hasAButton() {
     Window window;
     MessageLine &line = window.line;
     int runs = 0;
-    line.setNotice('a', Severity::Information, u"12 hand edits were replaced."_s,
-                   {u"&Restore edits"_s, [&] { ++runs; }});
+    line.setMessage('a', Severity::Information, u"12 hand edits were replaced."_s,
+                    {u"&Restore edits"_s, [&] { ++runs; }});
     QPushButton *button = shownButton(line);
     QVERIFY(button);
     QCOMPARE(button->accessibleName(), u"Restore edits"_s);
     QAccessible::queryAccessibleInterface(button)->actionInterface()->doAction(
         QAccessibleActionInterface::pressAction());
     QTRY_COMPARE(runs, 1);
-    line.clearNotice('a');
+    line.clearMessage('a');
     QVERIFY(!shownButton(line));
 }
 
 void TestMessageLine::action_mayClearItsOwnNotice() {
     MessageLine line;
-    line.setNotice('a', Severity::Information, u"x"_s, {u"Undo"_s, [&] {
-                                                            line.clearAll();
-                                                            line.setNotice('b', Severity::Success,
-                                                                           u"undone"_s);
-                                                        }});
+    line.setMessage('a', Severity::Information, u"x"_s, {u"Undo"_s, [&] {
+                                                             line.clearAll();
+                                                             line.setMessage('b', Severity::Success,
+                                                                             u"undone"_s);
+                                                         }});
     shownButton(line)->click();
     QCOMPARE(line.text(), u"Done: undone"_s);
     QVERIFY(!shownButton(line));
@@ -213,11 +213,11 @@ void TestMessageLine::eachAction_hasAButtonOfItsOwn() {
     QStringList deeds;
     const QStringList names = {u"One"_s, u"Two"_s, u"Three"_s};
     const auto offer = [&](const QString &name) {
-        line.setNotice(static_cast<int>(names.indexOf(name)), Severity::Information, u"x"_s,
-                       {u"&"_s + name, [&, name] { deeds.append(name); }});
+        line.setMessage(static_cast<int>(names.indexOf(name)), Severity::Information, u"x"_s,
+                        {u"&"_s + name, [&, name] { deeds.append(name); }});
     };
     offer(u"One"_s);
-    line.setNotice('b', Severity::Information, u"y"_s);
+    line.setMessage('b', Severity::Information, u"y"_s);
     offer(u"Two"_s);
     QCOMPARE(labels(line), QStringList({u"&Two"_s, u"&One"_s}));
     QCOMPARE(line.findChild<QPushButton *>()->accessibleName(), u"Two"_s);
@@ -226,10 +226,10 @@ void TestMessageLine::eachAction_hasAButtonOfItsOwn() {
     QCOMPARE(deeds, QStringList({u"Two"_s, u"One"_s}));
     offer(u"One"_s);
     QCOMPARE(labels(line), QStringList({u"&One"_s, u"&Two"_s}));
-    line.clearNotice(0);
+    line.clearMessage(0);
     QCOMPARE(labels(line), QStringList({u"&Two"_s}));
     QCOMPARE(line.findChild<QPushButton *>()->text(), u"&Two"_s);
-    line.setNotice(1, Severity::Information, u"x"_s);
+    line.setMessage(1, Severity::Information, u"x"_s);
     QCOMPARE(labels(line), QStringList());
     offer(u"Three"_s);
     QCOMPARE(labels(line), QStringList({u"&Three"_s}));
@@ -237,22 +237,22 @@ void TestMessageLine::eachAction_hasAButtonOfItsOwn() {
     QCOMPARE(labels(line), QStringList());
 }
 
-// Who has a finger on a button must not do something else with it because a notice came.
+// Who has a finger on a button must not do something else with it because a message came.
 void TestMessageLine::button_staysWithItsNotice() {
     Window window;
     MessageLine &line = window.line;
     QStringList deeds;
-    line.setNotice('a', Severity::Information, u"x"_s, {u"One"_s, [&] { deeds << u"1"_s; }});
+    line.setMessage('a', Severity::Information, u"x"_s, {u"One"_s, [&] { deeds << u"1"_s; }});
     QPushButton *one = shownButton(line);
     const QRect place = one->geometry();
     one->setFocus();
     QTest::keyPress(one, Qt::Key_Space);
-    line.setNotice('b', Severity::Information, u"y"_s, {u"Two"_s, [&] { deeds << u"2"_s; }});
+    line.setMessage('b', Severity::Information, u"y"_s, {u"Two"_s, [&] { deeds << u"2"_s; }});
     QTest::keyRelease(one, Qt::Key_Space);
     QCOMPARE(deeds, QStringList({u"1"_s}));
     QVERIFY(one->hasFocus());
     QCOMPARE(one->geometry(), place);
-    line.setNotice('a', Severity::Information, u"z"_s, {u"Other"_s, [&] { deeds << u"3"_s; }});
+    line.setMessage('a', Severity::Information, u"z"_s, {u"Other"_s, [&] { deeds << u"3"_s; }});
     one->click();
     QCOMPARE(deeds, QStringList({u"1"_s}));
 }
@@ -260,11 +260,11 @@ void TestMessageLine::button_staysWithItsNotice() {
 void TestMessageLine::buttons_standBesideEachOtherAfterTheText() {
     Window window;
     const int before = window.height();
-    window.line.setNotice('a', Severity::Information, u"x"_s, {u"One"_s, [] {}});
+    window.line.setMessage('a', Severity::Information, u"x"_s, {u"One"_s, [] {}});
     QCOMPARE(window.height(), before);
-    window.line.setNotice('a', Severity::Information, u"x"_s, {u"Two words"_s, [] {}});
+    window.line.setMessage('a', Severity::Information, u"x"_s, {u"Two words"_s, [] {}});
     QCOMPARE(window.height(), before);
-    window.line.setNotice('b', Severity::Information, u"y"_s, {u"One"_s, [] {}});
+    window.line.setMessage('b', Severity::Information, u"y"_s, {u"One"_s, [] {}});
     const int both = window.height();
     const QList<QPushButton *> buttons = shownButtons(window.line);
     QCOMPARE(buttons.size(), 2);
@@ -274,7 +274,7 @@ void TestMessageLine::buttons_standBesideEachOtherAfterTheText() {
     QCOMPARE(buttons[1]->geometry().right(), window.line.rect().right());
     for (const QPushButton *button : buttons)
         QVERIFY(window.line.rect().contains(button->geometry()));
-    window.line.setNotice('b', Severity::Information, u"y"_s);
+    window.line.setMessage('b', Severity::Information, u"y"_s);
     QCOMPARE(window.height(), both);
     QVERIFY(window.line.viewport()->width() > text.width());
 }
@@ -285,8 +285,8 @@ void TestMessageLine::buttons_leaveRoomForTheText() {
     int topic = 0;
     for (const QString &label : {u"Restore"_s, u"Reload"_s, u"Write the image file again"_s,
                                  u"Remove \u201c(custom)\u201d"_s})
-        window.line.setNotice(++topic, Severity::Information, u"A notice of a few words."_s,
-                              {label, [] {}});
+        window.line.setMessage(++topic, Severity::Information, u"A message of a few words."_s,
+                               {label, [] {}});
     window.height();
     const QRect text = window.line.viewport()->geometry();
     QVERIFY(text.width() > window.line.width() / 3);
@@ -303,9 +303,9 @@ void TestMessageLine::buttons_areReachedByKeyboardInTheirOrder() {
     QLineEdit next;
     next.setParent(&window.window);
     next.show();
-    window.line.setNotice('a', Severity::Information, u"x"_s, {u"One"_s, [] {}});
-    window.line.setNotice('b', Severity::Information, u"y"_s, {u"Two"_s, [] {}});
-    window.line.setNotice('c', Severity::Information, u"z"_s, {u"Three"_s, [] {}});
+    window.line.setMessage('a', Severity::Information, u"x"_s, {u"One"_s, [] {}});
+    window.line.setMessage('b', Severity::Information, u"y"_s, {u"Two"_s, [] {}});
+    window.line.setMessage('c', Severity::Information, u"z"_s, {u"Three"_s, [] {}});
     window.line.setFocus();
     QTRY_VERIFY(window.line.hasFocus());
     QTest::keyClick(&window.line, Qt::Key_Tab);
@@ -318,9 +318,9 @@ void TestMessageLine::buttons_areReachedByKeyboardInTheirOrder() {
 
 void TestMessageLine::repeatedNotice_keepsTheSelection() {
     MessageLine line;
-    line.setNotice('a', Severity::Information, u"same"_s);
+    line.setMessage('a', Severity::Information, u"same"_s);
     line.selectAll();
-    line.setNotice('a', Severity::Information, u"same"_s, {u"One"_s, [] {}});
+    line.setMessage('a', Severity::Information, u"same"_s, {u"One"_s, [] {}});
     QCOMPARE(line.textCursor().selectedText(), u"same"_s);
     QVERIFY(shownButton(line));
 }
@@ -328,22 +328,22 @@ void TestMessageLine::repeatedNotice_keepsTheSelection() {
 void TestMessageLine::notices_ofOneMomentAreAnnouncedOnce() {
     MessageLine line;
     const QSignalSpy announced(&line, &MessageLine::announced);
-    line.setNotice('a', Severity::Information, u"remark"_s);
-    line.setNotice('b', Severity::Success, u"verdict"_s);
+    line.setMessage('a', Severity::Information, u"remark"_s);
+    line.setMessage('b', Severity::Success, u"verdict"_s);
     QCOMPARE(announced.size(), 0);
     QTRY_COMPARE(announced, Texts({{u"Done: verdict\nremark"_s}}));
-    line.setNotice('b', Severity::Success, u"verdict"_s);
-    line.setNotice('c', Severity::Warning, u"later"_s);
+    line.setMessage('b', Severity::Success, u"verdict"_s);
+    line.setMessage('c', Severity::Warning, u"later"_s);
     QTRY_COMPARE(announced.size(), 2);
     QCOMPARE(announced.last(), Texts::value_type({u"Warning: later"_s}));
-    line.setNotice('b', Severity::Success, u"verdict"_s);
+    line.setMessage('b', Severity::Success, u"verdict"_s);
     QTRY_COMPARE(announced.size(), 3);
     QCOMPARE(announced.last(), Texts::value_type({u"Done: verdict"_s}));
 }
 
 void TestMessageLine::announcement_isANotification() {
     Window window;
-    window.line.setNotice('a', Severity::Success, u"Read succeeded."_s);
+    window.line.setMessage('a', Severity::Success, u"Read succeeded."_s);
     QTRY_VERIFY(window.line.findChild<Announcement *>());
     const auto *object =
         QAccessible::queryAccessibleInterface(window.line.findChild<Announcement *>());
@@ -355,11 +355,11 @@ void TestMessageLine::announcement_isANotification() {
 void TestMessageLine::noticeThatHasGone_isNotAnnounced() {
     MessageLine line;
     const QSignalSpy announced(&line, &MessageLine::announced);
-    line.setNotice('a', Severity::Information, u"for a moment"_s);
-    line.clearNotice('a');
+    line.setMessage('a', Severity::Information, u"for a moment"_s);
+    line.clearMessage('a');
     MessageLine other;
     QSignalSpy later(&other, &MessageLine::announced);
-    other.setNotice('a', Severity::Information, u"later"_s);
+    other.setMessage('a', Severity::Information, u"later"_s);
     QVERIFY(later.wait());
     QCOMPARE(announced.size(), 0);
 }

@@ -247,9 +247,9 @@ void TestWindowReach::tab_followsTheReadingOrder() {
     if (size.isValid())
         window.resize(size);
     velm.controls().findBar->find();
-    velm.controls().messageLine->setNotice(-1, MessageLine::Severity::Information,
-                                           QStringLiteral("A button:"),
-                                           {QStringLiteral("Do it"), [] {}});
+    velm.controls().messageLine->setMessage(-1, MessageLine::Severity::Information,
+                                            QStringLiteral("A button:"),
+                                            {QStringLiteral("Do it"), [] {}});
     velm.settle();
     const QStringList stations = readingOrder(*window.centralWidget());
     QVERIFY(stations.contains(QStringLiteral("Do it")));

@@ -156,16 +156,16 @@ void TestWindowVerdict::verdictOnARead_isAnnouncedOnce() {
     MessageLine *line = velm.controls().messageLine;
     QSignalSpy announced(line, &MessageLine::announced);
     // What the start had to say is heard by then.
-    line->setNotice(-1, MessageLine::Severity::Information, QStringLiteral("before"));
+    line->setMessage(-1, MessageLine::Severity::Information, QStringLiteral("before"));
     QTRY_VERIFY(!announced.isEmpty() &&
                 announced.last().first().toString().startsWith(QStringLiteral("before")));
-    line->clearNotice(-1);
+    line->clearMessage(-1);
     announced.clear();
     velm.click(velm.controls().btn_read);
     velm.settle();
     QTRY_COMPARE(announced.size(), 1);
     // Whatever else the Read had to say would be heard before this.
-    line->setNotice(-1, MessageLine::Severity::Information, QStringLiteral("afterwards"));
+    line->setMessage(-1, MessageLine::Severity::Information, QStringLiteral("afterwards"));
     QTRY_VERIFY(announced.last().first().toString().startsWith(QStringLiteral("afterwards")));
     QCOMPARE(announced.size(), 2);
     const QString text = announced.first().first().toString();
