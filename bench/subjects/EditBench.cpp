@@ -34,8 +34,8 @@ constexpr qint64 largeSizes[] = {16 * mebibyte, 256 * mebibyte, 1024 * mebibyte}
 constexpr qint64 zerosSize = 256 * mebibyte;
 constexpr int rounds = 31;
 constexpr int firstRounds = 3;
-constexpr double mostTimesTheSmall = 2;
-constexpr double mostTimesTheCopy = 1.5;
+constexpr double maxTimesTheSmall = 2;
+constexpr double maxTimesTheCopy = 1.5;
 
 void press(QWidget &widget, int key, const QString &text = {}) {
     QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
@@ -157,7 +157,7 @@ void benchFirstEdit(Table &table, EditedWindow &window, qint64 size) {
                                                    }});
     table.compare("first edit of an opened file of " + sizeName(size) + ", Enter to pixels",
                   milliseconds(medians[0]), {"one copy", milliseconds(medians[1])},
-                  mostTimesTheCopy);
+                  maxTimesTheCopy);
 }
 
 } // namespace
@@ -180,7 +180,7 @@ void benchEdit(Table &table) {
         const Peer small{subjects.front().name, milliseconds(medians[row++])};
         for (size_t index = 1; index < subjects.size(); ++index)
             table.compare("an edit, " + std::string(key) + " to pixels in " + subjects[index].name,
-                          milliseconds(medians[row++]), small, mostTimesTheSmall);
+                          milliseconds(medians[row++]), small, maxTimesTheSmall);
     }
     constexpr size_t largest = std::size(largeSizes);
     benchFirstEdit(table, *subjects[largest].window, largeSizes[largest - 1]);

@@ -35,7 +35,7 @@ void checkFailures(const LogicReport &report) {
     mustHold(failures.size() <= fields, "a field fails once");
     mustHold(wordsFor(failures, 14).isEmpty() == failures.isEmpty(), "failures have words");
     mustHold(sentencesFor(failures).isEmpty() == failures.isEmpty(), "failures have sentences");
-    mustHold(sentencesFor(failures).size() <= mostPins + 1, "sentences are bounded");
+    mustHold(sentencesFor(failures).size() <= maxPins + 1, "sentences are bounded");
 }
 
 void checkPins(const LogicReport &report) {

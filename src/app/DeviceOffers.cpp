@@ -16,7 +16,7 @@ namespace {
 
 constexpr int shownNames = 12;
 /// The field may be narrower than a name; in pixels.
-constexpr int leastWidth = 240;
+constexpr int minWidth = 240;
 
 } // namespace
 
@@ -25,7 +25,7 @@ DeviceOffers::DeviceOffers(const KnownDevices &known, QLineEdit &field, DeviceSe
     auto *list = new QListView;
     // Without equal heights it would measure every name before it shows.
     list->setUniformItemSizes(true);
-    list->setMinimumWidth(leastWidth);
+    list->setMinimumWidth(minWidth);
     list->setAccessibleName(tr("Known devices"));
     completer_.setModel(&names_);
     completer_.setPopup(list);

@@ -13,12 +13,12 @@
 
 namespace {
 
-constexpr int mostAnswers = 500;
+constexpr int maxAnswers = 500;
 
 } // namespace
 
 ChipInquiry::ChipInquiry(const Surroundings &surroundings)
-    : with_(surroundings), answers_(mostAnswers) {
+    : with_(surroundings), answers_(maxAnswers) {
     settling_.setSingleShot(true);
     settling_.setInterval(settlingTime);
     connect(&settling_, &QTimer::timeout, this, &ChipInquiry::ask);

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr qsizetype mostLikelyRows = 4;
+constexpr qsizetype maxLikelyRows = 4;
 
 /// Selects the first name of \a list; false if that cannot be done.
 bool enter(DeviceListView &list) {
@@ -103,7 +103,7 @@ void DeviceSearchPanel::setLikely(const QStringList &names) {
          {static_cast<QWidget *>(list), static_cast<QWidget *>(controls_->likelyLabel)})
         widget->setVisible(!names.isEmpty());
     // Where the filter leaves none of them there is no row to measure.
-    const int rows = int(std::min(names.size(), mostLikelyRows));
+    const int rows = int(std::min(names.size(), maxLikelyRows));
     if (const int height = list->sizeHintForRow(0); height > 0)
         list->setFixedHeight(2 * list->frameWidth() + rows * height);
 }

@@ -59,7 +59,7 @@ void KnownDevices::wasUsed(const QString &device) {
 }
 
 void KnownDevices::wereListed(const QStringList &names) {
-    searches_.prepend(names.mid(0, mostListed));
-    searches_ = searches_.mid(0, mostSearches);
+    searches_.prepend(names.mid(0, maxListed));
+    searches_ = searches_.mid(0, maxSearches);
     emit changed();
 }

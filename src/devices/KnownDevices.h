@@ -18,8 +18,8 @@ class KnownDevices final : public QObject {
 
 public:
     /// How many searches are remembered, and the most names of each.
-    static constexpr qsizetype mostSearches = 4;
-    static constexpr qsizetype mostListed = 50'000;
+    static constexpr qsizetype maxSearches = 4;
+    static constexpr qsizetype maxListed = 50'000;
 
     /// Takes the favourites from \a settings, and keeps the devices of runs in \a memory. Both must
     /// live as long.

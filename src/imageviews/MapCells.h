@@ -31,7 +31,7 @@ struct MapCell {
 };
 
 /// The least height of a piece, in pixels; only a strip that has less is one flatter piece.
-inline constexpr int leastCellHeight = 3;
+inline constexpr int minCellHeight = 3;
 
 /// The pieces of a strip of \a height pixels, at least 1, that stands for the image of \a map from
 /// the top down; none for no bytes.

@@ -155,8 +155,8 @@ QStringList sentencesFor(const QList<PinFailure> &failures) {
         pins[failure.pin][failure.expected].insert(failure.vector);
     QStringList sentences;
     for (const auto &[pin, ofPin] : pins.asKeyValueRange()) {
-        if (sentences.size() == mostPins)
-            return sentences << PinWords::morePins(pins.size() - mostPins);
+        if (sentences.size() == maxPins)
+            return sentences << PinWords::morePins(pins.size() - maxPins);
         sentences.append(sentenceFor(pin, ofPin));
     }
     return sentences;

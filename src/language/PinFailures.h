@@ -28,6 +28,6 @@ QList<PinFailure> pinFailures(const LogicReport &report);
 QString wordsFor(const QList<PinFailure> &failures, qsizetype pins);
 
 /// A translated sentence for each failed pin, in ascending order: "Pin 3, vector 3: low expected".
-/// At most mostPins and one that counts the others; of many vectors the first are named, and the
+/// At most maxPins and one that counts the others; of many vectors the first are named, and the
 /// others counted.
 QStringList sentencesFor(const QList<PinFailure> &failures);

@@ -117,7 +117,7 @@ QList<TestedPin> worstOfPins(const LogicReport &report) {
 
 bool tellsOfPackage(const LogicReport &report) {
     const qsizetype pins = report.headers.value_or(QStringList()).size();
-    return !report.rows.isEmpty() && pins >= fewestPins && pins <= mostPins && pins % 2 == 0;
+    return !report.rows.isEmpty() && pins >= minPins && pins <= maxPins && pins % 2 == 0;
 }
 
 QStringList levelLegend() {

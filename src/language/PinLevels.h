@@ -50,8 +50,8 @@ QList<TestedPin> pinsInVector(const LogicReport &report, qsizetype row);
 QList<TestedPin> worstOfPins(const LogicReport &report);
 
 /// The fewest and the most pins of a package with two rows of them.
-inline constexpr qsizetype fewestPins = 8;
-inline constexpr qsizetype mostPins = 40;
+inline constexpr qsizetype minPins = 8;
+inline constexpr qsizetype maxPins = 40;
 
 /// True if \a report tells of at least one vector of a package with two equal rows of pins.
 bool tellsOfPackage(const LogicReport &report);

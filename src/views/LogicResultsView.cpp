@@ -193,7 +193,7 @@ std::optional<qsizetype> LogicResultsView::chosenRow() const {
 void LogicResultsView::fit() {
     const int frame = 2 * area_->frameWidth();
     const int runs = isRepeated() ? sources_->series.plannedRuns() : 0;
-    setFixedWidth(packageSize(mostPins, font(), runs).width() + frame +
+    setFixedWidth(packageSize(maxPins, font(), runs).width() + frame +
                   area_->verticalScrollBar()->sizeHint().width());
     area_->setMaximumHeight(package_->sizeHint().height() + frame);
 }

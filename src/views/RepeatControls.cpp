@@ -12,8 +12,8 @@ RepeatControls::RepeatControls(QWidget *parent)
     button_->setToolTip(tr("Test the IC again and again, and count which pins fail how often"));
     times_->setAccessibleName(tr("How many times"));
     times_->setToolTip(tr("How many times the test is run, from %1 to %2")
-                           .arg(QString::number(fewestTimes), QString::number(mostTimes)));
-    times_->setRange(fewestTimes, mostTimes);
+                           .arg(QString::number(minTimes), QString::number(maxTimes)));
+    times_->setRange(minTimes, maxTimes);
     times_->setValue(usualTimes);
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins({});

@@ -13,8 +13,8 @@ class RepeatControls final : public QWidget {
     Q_OBJECT
 
 public:
-    static constexpr int fewestTimes = 2;
-    static constexpr int mostTimes = 100;
+    static constexpr int minTimes = 2;
+    static constexpr int maxTimes = 100;
     static constexpr int usualTimes = 10;
 
     explicit RepeatControls(QWidget *parent = nullptr);

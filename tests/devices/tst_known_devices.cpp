@@ -80,11 +80,11 @@ void TestKnownDevices::namesThatCannotBeShown_areLeftOut() {
 void TestKnownDevices::searches_areBounded() {
     Known known;
     QStringList names;
-    for (int i = 0; i < KnownDevices::mostListed + 10; ++i)
+    for (int i = 0; i < KnownDevices::maxListed + 10; ++i)
         names.append(QString::number(i));
     known.devices.wereListed(names);
-    QCOMPARE(known.devices.all().size(), KnownDevices::mostListed + 2);
-    for (qsizetype search = 0; search < KnownDevices::mostSearches; ++search)
+    QCOMPARE(known.devices.all().size(), KnownDevices::maxListed + 2);
+    for (qsizetype search = 0; search < KnownDevices::maxSearches; ++search)
         known.devices.wereListed({QStringLiteral("S%1").arg(search)});
     QCOMPARE(known.all(), QStringLiteral("F B S3 S2 S1 S0"));
 }

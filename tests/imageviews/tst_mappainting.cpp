@@ -200,7 +200,7 @@ void TestMapPainting::flatCells_differAsWell() {
     const QPalette palette = lightPalette();
     QList<QColor> inks;
     for (const BlockClass found : {BlockClass::Zero, BlockClass::Text, BlockClass::Code})
-        inks += inksOf(painted(cellThat(found), palette, false, leastCellHeight), palette);
+        inks += inksOf(painted(cellThat(found), palette, false, minCellHeight), palette);
     QCOMPARE(inks.size(), 3);
 }
 
