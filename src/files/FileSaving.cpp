@@ -40,7 +40,8 @@ bool isOnDisk(int file) {
     return ::fdatasync(file) == 0 || errno == EINVAL || errno == ENOTSUP;
 }
 
-Result<void> replaceFile(const QString &path, const QByteArray &bytes, Durability durability) {
+Result<UnfinishedFile> writeBeside(const QString &path, const QByteArray &bytes,
+                                   Durability durability) {
     const Result<QByteArray> name = systemName(path);
     if (!name)
         return *name.failure();
@@ -53,12 +54,13 @@ Result<void> replaceFile(const QString &path, const QByteArray &bytes, Durabilit
     // Waiting for the disk takes longer than everything else that an edit of one byte does.
     if (durability == Durability::PowerFailure && !isOnDisk(file->descriptor()))
         return Failure::ofSystem(errno);
-    return file->takePlace(durability);
+    return file;
 }
 
 } // namespace
 
-Result<void> saveWholeFile(const QString &path, const QByteArray &bytes, Durability durability) {
+Result<UnfinishedFile> unfinishedFile(const QString &path, const QByteArray &bytes,
+                                      Durability durability) {
     // The new file takes the place of whatever has the name, a device node included.
     const QFileInfo target(path);
     if (target.exists() && !target.isFile())
@@ -67,5 +69,12 @@ Result<void> saveWholeFile(const QString &path, const QByteArray &bytes, Durabil
         return *name.failure();
     if (target.fileName().isEmpty())
         return Failure::ofSystem(ENOENT);
-    return replaceFile(behindLinks(target), bytes, durability);
+    return writeBeside(behindLinks(target), bytes, durability);
+}
+
+Result<void> saveWholeFile(const QString &path, const QByteArray &bytes, Durability durability) {
+    Result<UnfinishedFile> file = unfinishedFile(path, bytes, durability);
+    if (!file)
+        return *file.failure();
+    return file->takePlace(durability);
 }

@@ -20,3 +20,10 @@ enum class Durability {
 /// a device, a pipe) is refused.
 Result<void> saveWholeFile(const QString &path, const QByteArray &bytes,
                            Durability durability = Durability::PowerFailure);
+
+class UnfinishedFile;
+
+/// The first half of that: a file that holds \a bytes and has yet to take the place of the one at
+/// \a path.
+Result<UnfinishedFile> unfinishedFile(const QString &path, const QByteArray &bytes,
+                                      Durability durability);

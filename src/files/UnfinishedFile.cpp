@@ -109,7 +109,7 @@ UnfinishedFile::~UnfinishedFile() {
         ::unlink(name_.constData());
 }
 
-Result<void> UnfinishedFile::takePlace(Durability durability) {
+Result<void> UnfinishedFile::takeName() {
     for (int attempt = 0; name_.isEmpty() && attempt < attempts; ++attempt) {
         const QByteArray name = nameBeside(path_);
         if (linkAs(file_.get(), name))
@@ -119,6 +119,12 @@ Result<void> UnfinishedFile::takePlace(Durability durability) {
     }
     if (name_.isEmpty())
         return Failure::ofSystem(errno);
+    return {};
+}
+
+Result<void> UnfinishedFile::takePlace(Durability durability) {
+    if (const Result<void> named = takeName(); !named)
+        return named;
     // The older file has the other name then, and is what has not taken its place. A folder, which
     // no file replaces, gets its name back, and the renaming below tells why.
     if (durability == Durability::ProgramEnd && exchangeNames(name_, path_)) {
@@ -129,6 +135,42 @@ Result<void> UnfinishedFile::takePlace(Durability durability) {
         return Failure::ofSystem(errno);
     name_.clear();
     return {};
+}
+
+Result<void> UnfinishedFile::takePlaceForNow() {
+    if (const Result<void> named = takeName(); !named)
+        return named;
+    if (isFolder(path_))
+        return Failure::ofSystem(EISDIR);
+    if (exchangeNames(name_, path_))
+        return {};
+    // There is no older file, or this system cannot exchange names.
+    QByteArray aside = nameBeside(path_);
+    if (::rename(path_.constData(), aside.constData()) != 0) {
+        if (errno != ENOENT)
+            return Failure::ofSystem(errno);
+        aside.clear();
+    }
+    if (::rename(name_.constData(), path_.constData()) != 0) {
+        const Failure failure = Failure::ofSystem(errno);
+        if (!aside.isEmpty())
+            ::rename(aside.constData(), path_.constData());
+        return failure;
+    }
+    name_ = aside;
+    return {};
+}
+
+Result<void> UnfinishedFile::giveBackPlace() {
+    const bool isGivenBack =
+        name_.isEmpty()
+            ? ::unlink(path_.constData()) == 0
+            : exchangeNames(name_, path_) || ::rename(name_.constData(), path_.constData()) == 0;
+    if (isGivenBack)
+        return {};
+    const Failure failure = Failure::ofSystem(errno);
+    name_.clear(); // the older file must not go with this one
+    return failure;
 }
 
 void removeUnfinished(const QString &path) {

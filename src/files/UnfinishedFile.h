@@ -28,14 +28,26 @@ public:
     /// Puts the file in the place of whatever has the name, in one step. Where it need not outlive
     /// more than the program (\a durability), the disk is left alone.
     Result<void> takePlace(Durability durability = Durability::PowerFailure);
+    /// The same, but the older file is kept under a name with the mark for as long as this lives,
+    /// so that giveBackPlace() can put it back.
+    Result<void> takePlaceForNow();
+    /// Puts the older file back, or none where there was none. Only once, and only after
+    /// takePlaceForNow() has worked. After a failure an older file keeps the name with the mark.
+    Result<void> giveBackPlace();
+
+    /// Where the file belongs, as a name for the system.
+    const QByteArray &path() const { return path_; }
 
 private:
     UnfinishedFile(FileDescriptor file, QByteArray path, QByteArray name)
         : file_(std::move(file)), path_(std::move(path)), name_(std::move(name)) {}
 
+    /// Gives a file without a name one beside its place.
+    Result<void> takeName();
+
     FileDescriptor file_;
     QByteArray path_;
-    QByteArray name_; ///< empty while it has none
+    QByteArray name_; ///< empty while it has none; the older file's once that has made room
 };
 
 /// Removes the unfinished files that killed programs left beside the file at \a path; those that
