@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "files/SavingTogether.h"
+
+#include "files/FileSaving.h"
+#include "files/UnfinishedFile.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <vector>
+
+namespace {
+
+using Unfinished = std::vector<UnfinishedFile>;
+
+bool hasPlaceOf(const Unfinished &files, const UnfinishedFile &other) {
+    return std::any_of(files.begin(), files.end(), [&other](const UnfinishedFile &file) {
+        return file.path() == other.path();
+    });
+}
+
+/// The files before number \a end give their places back, the last one first. Gives those that
+/// could not.
+QStringList takeBack(Unfinished &places, qsizetype end, const QList<FileToSave> &files) {
+    QStringList left;
+    for (qsizetype i = end - 1; i >= 0; --i) {
+        if (!places[size_t(i)].giveBackPlace())
+            left.prepend(files.at(i).path);
+    }
+    return left;
+}
+
+} // namespace
+
+std::optional<UnsavedTogether> saveTogether(const QList<FileToSave> &files) {
+    Unfinished places;
+    for (const FileToSave &file : files) {
+        Result<UnfinishedFile> written =
+            unfinishedFile(file.path, file.bytes, Durability::PowerFailure);
+        if (!written)
+            return UnsavedTogether{file.path, *written.failure(), {}};
+        if (hasPlaceOf(places, *written))
+            return UnsavedTogether{file.path, Failure::ofSystem(EEXIST), {}};
+        places.push_back(*std::move(written));
+    }
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        const Result<void> taken = places[size_t(i)].takePlaceForNow();
+        if (!taken)
+            return UnsavedTogether{files.at(i).path, *taken.failure(), takeBack(places, i, files)};
+    }
+    return std::nullopt;
+}

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "base/Result.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+/// One file of several that belong together.
+struct FileToSave {
+    QString path;
+    QByteArray bytes;
+};
+
+/// Why files that belong together were not saved.
+struct UnsavedTogether {
+    QString path;    ///< of the file that could not be saved
+    Failure failure; ///< what was wrong with it
+    /// The files that hold their new bytes all the same, since even taking them back failed: what
+    /// they held lies beside them. Hardly ever any.
+    QStringList notTakenBack;
+};
+
+/// Saves all of \a files, each by the rules of saveWholeFile(), or none of them: all are on the
+/// disk before the first takes its place, and when one cannot take its own, those before it go back
+/// to what was there. Two files for one place are a failure of the second. Nothing is given when
+/// all were saved.
+///
+/// A program that is killed between the first and the last may leave some of them saved; the
+/// older ones then lie beside them.
+[[nodiscard]] std::optional<UnsavedTogether> saveTogether(const QList<FileToSave> &files);
