@@ -8,6 +8,21 @@
 #include <strings.h>
 
 namespace sim {
+namespace {
+
+std::optional<Chip> furtherMemory(const Chip &chip, const std::string &memory, std::size_t size,
+                                  const std::string &ending) {
+    if (size == 0)
+        return std::nullopt;
+    Chip further;
+    further.name = chip.name + ending;
+    further.technology = Technology::SerialEeprom;
+    further.size = size;
+    further.memory = memory;
+    return further;
+}
+
+} // namespace
 
 std::size_t readBlock(const Chip &chip) {
     constexpr std::size_t flashBlock = 4096;
@@ -76,14 +91,11 @@ bool needsTsopAdapter(const Chip &chip) {
 }
 
 std::optional<Chip> dataMemory(const Chip &chip) {
-    if (chip.dataSize == 0)
-        return std::nullopt;
-    Chip data;
-    data.name = chip.name + ".eeprom";
-    data.technology = Technology::SerialEeprom;
-    data.size = chip.dataSize;
-    data.memory = "Data";
-    return data;
+    return furtherMemory(chip, "Data", chip.dataSize, ".eeprom");
+}
+
+std::optional<Chip> userMemory(const Chip &chip) {
+    return furtherMemory(chip, "User", chip.userSize, ".user");
 }
 
 bool sameDeviceName(const std::string &one, const std::string &other) {

@@ -52,7 +52,8 @@ struct Chip {
     std::optional<ChipId> id = std::nullopt;
     Protection protection = Protection::None;
     Voltages voltages = {};       ///< of a chip whose voltages can be chosen
-    std::size_t dataSize = 0;     ///< bytes of a microcontroller's second memory
+    std::size_t dataSize = 0;     ///< bytes of a microcontroller's memory for data
+    std::size_t userSize = 0;     ///< bytes of its memory for what the user wants to note there
     std::vector<Fuse> fuses = {}; ///< of a microcontroller
     std::string memory = "Code";  ///< as the tool calls it
 };
@@ -82,6 +83,9 @@ bool writeReplaces(const Chip &chip);
 
 /// A microcontroller's memory for data, a chip by itself on the bench; nothing for other chips.
 std::optional<Chip> dataMemory(const Chip &chip);
+
+/// The same of its memory for the user's notes.
+std::optional<Chip> userMemory(const Chip &chip);
 
 /// Device names are compared whole, in any case.
 bool sameDeviceName(const std::string &one, const std::string &other);

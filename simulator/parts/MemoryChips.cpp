@@ -72,6 +72,18 @@ Chip microcontroller(std::string name, std::size_t size, std::size_t dataSize, i
             .fuses = {{"fuses_lo", 0x62}, {"fuses_hi", 0xDF}, {"lock_byte", 0xFF}}};
 }
 
+Chip withUserMemory(std::string name, std::size_t size, std::size_t dataSize, std::size_t userSize,
+                    std::uint32_t id) {
+    return {.name = std::move(name),
+            .technology = Technology::ParallelFlash,
+            .size = size,
+            .pins = 40,
+            .id = ChipId{id, 4},
+            .dataSize = dataSize,
+            .userSize = userSize,
+            .fuses = {{"fuses", 0xDC}, {"lock_byte", 0xFF}}};
+}
+
 void append(std::vector<Chip> &all, std::vector<Chip> more) {
     for (Chip &chip : more)
         all.push_back(std::move(chip));
@@ -152,6 +164,7 @@ std::vector<Chip> microcontrollers() {
         microcontroller("ATMEGA8@DIP28", 8 * kib, 512, 28, 0x1E9307),
         microcontroller("ATMEGA328@DIP28", 32 * kib, 1 * kib, 28, 0x1E9514),
         microcontroller("ATTINY13", 1 * kib, 64, 8, 0x1E9007),
+        withUserMemory("AT89S8253", 12 * kib, 2 * kib, 64, 0x1E73),
     };
 }
 

@@ -53,8 +53,10 @@ std::string voltageInfo(const Voltages &voltages, Dialect dialect) {
 }
 
 std::string memoryInfo(const Chip &chip, ProgrammerModel model, Dialect dialect) {
-    const std::string further =
-        chip.dataSize > 0 ? " + " + std::to_string(chip.dataSize) + " Bytes" : "";
+    std::string further;
+    for (const std::size_t size : {chip.dataSize, chip.userSize})
+        if (size > 0)
+            further += " + " + std::to_string(size) + " Bytes";
     std::string text = "Name: " + chip.name + "\nAvailable on: " + availability(model) +
                        "\nMemory: " + std::to_string(chip.size) + " Bytes" + further +
                        "\nPackage: " + packageOf(chip, dialect) + "\n";

@@ -131,7 +131,9 @@ Outcome Programmer::act() {
     if (section == Section::Code)
         return actOnCode();
     if (section == Section::Data && chip_.dataSize > 0)
-        return actOnData();
+        return actOn(*dataMemory(chip_));
+    if (section == Section::User && chip_.userSize > 0)
+        return actOn(*userMemory(chip_));
     if (section == Section::Config && !chip_.fuses.empty())
         return actOnFuses();
     say("No " + nameOf(section) + " section found.\n");
@@ -151,9 +153,8 @@ Outcome Programmer::actOnCode() {
     }
 }
 
-Outcome Programmer::actOnData() const {
-    const auto data = dataMemory(chip_);
-    Programmer programmer(*data, options_, environment_);
+Outcome Programmer::actOn(const Chip &furtherMemory) const {
+    Programmer programmer(furtherMemory, options_, environment_);
     const Outcome outcome = programmer.actOnCode();
     programmer.socket_.end();
     return outcome;
@@ -169,19 +170,26 @@ Outcome Programmer::actOnFuses() const {
     return Outcome::Failed;
 }
 
+Outcome Programmer::readFurther(const std::optional<Chip> &memory, const std::string &path) const {
+    if (!memory)
+        return Outcome::Good;
+    Socket socket(*memory, environment_, true);
+    OutputFile file(path);
+    const auto content = socket.read(memory->size);
+    if (!content)
+        return Outcome::Failed;
+    file.fill(*content);
+    return Outcome::Good;
+}
+
 Outcome Programmer::readTheRest() const {
     if (options_.section || options_.file == standardStream)
         return Outcome::Good;
     // Up to the last dot of the whole path, as the tool does, not only of its last part.
     const std::string stem = options_.file.substr(0, options_.file.rfind('.'));
-    if (const auto data = dataMemory(chip_)) {
-        Socket socket(*data, environment_, true);
-        OutputFile file(stem + ".eeprom.bin");
-        const auto content = socket.read(data->size);
-        if (!content)
-            return Outcome::Failed;
-        file.fill(*content);
-    }
+    if (readFurther(dataMemory(chip_), stem + ".eeprom.bin") == Outcome::Failed ||
+        readFurther(userMemory(chip_), stem + ".user.bin") == Outcome::Failed)
+        return Outcome::Failed;
     if (chip_.fuses.empty())
         return Outcome::Good;
     return FuseMemory(chip_, environment_).read(stem + ".fuses.conf");

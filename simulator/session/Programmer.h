@@ -31,9 +31,11 @@ private:
     [[nodiscard]] Outcome complainAboutId() const;
     Outcome act();
     Outcome actOnCode();
-    [[nodiscard]] Outcome actOnData() const;
+    [[nodiscard]] Outcome actOn(const Chip &furtherMemory) const;
     [[nodiscard]] Outcome actOnFuses() const;
     Outcome read();
+    [[nodiscard]] Outcome readFurther(const std::optional<Chip> &memory,
+                                      const std::string &path) const;
     [[nodiscard]] Outcome readTheRest() const;
     Outcome verify();
     Outcome write();

@@ -11,6 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString device = u"ATMEGA8@DIP28"_s;
+const QString withUserMemory = u"AT89S8253"_s;
 constexpr int codeSize = 8 * 1024;
 constexpr int dataSize = 512;
 const QByteArray head = bannerText() + "Chip ID: 0x1E9307  OK\n";
@@ -36,6 +37,8 @@ private slots:
     void fuses_haveToBeNamedAll();
     void fuses_inTheNewDialect();
     void description_namesBothMemories();
+    void userMemory_isReadWithTheOthers();
+    void userMemory_isWrittenAlone();
 
 private:
     [[nodiscard]] Answer run(const QString &words) const {
@@ -120,6 +123,32 @@ void TestSimulatorMicrocontroller::fuses_inTheNewDialect() {
 void TestSimulatorMicrocontroller::description_namesBothMemories() {
     QVERIFY(bench->run({u"-q"_s, u"t48"_s, u"-d"_s, device})
                 .err.contains("\nMemory: 8192 Bytes + 512 Bytes\n"));
+}
+
+void TestSimulatorMicrocontroller::userMemory_isReadWithTheOthers() {
+    QCOMPARE(bench->run({u"-p"_s, withUserMemory, u"-r"_s, u"read.bin"_s}),
+             (Answer{0,
+                     {},
+                     bannerText() + "Chip ID: 0x1E73  OK\n" + readingText(12) +
+                         progressText("Reading Data...  ", "Reading Data...  ", 4) +
+                         progressText("Reading User...  ", "Reading User...  ", 1) + readFuses}));
+    QCOMPARE(bench->contentOf(u"read.bin"_s).size(), 12 * 1024);
+    QCOMPARE(bench->contentOf(u"read.eeprom.bin"_s).size(), 2 * 1024);
+    QCOMPARE(bench->contentOf(u"read.user.bin"_s).size(), 64);
+    QCOMPARE(bench->contentOf(u"read.fuses.conf"_s),
+             QByteArray("fuses = 0xdc\nlock_byte = 0xff\n"));
+    QVERIFY(bench->run({u"-q"_s, u"t48"_s, u"-d"_s, withUserMemory})
+                .err.contains("\nMemory: 12288 Bytes + 2048 Bytes + 64 Bytes\n"));
+}
+
+void TestSimulatorMicrocontroller::userMemory_isWrittenAlone() {
+    const QByteArray note(64, 'n');
+    bench->makeFile(u"note.bin"_s, note);
+    const QStringList words = {u"-p"_s, withUserMemory, u"-c"_s, u"user"_s};
+    QCOMPARE(bench->run(words + QStringList{u"-w"_s, u"note.bin"_s}).status, 0);
+    QCOMPARE(bench->run(words + QStringList{u"-r"_s, u"read.bin"_s}).status, 0);
+    QCOMPARE(bench->contentOf(u"read.bin"_s), note);
+    QCOMPARE(run(u"-r read.bin -c user"_s), (Answer{1, {}, head + "No user section found.\n"}));
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorMicrocontroller)
