@@ -7,9 +7,9 @@
 #include "files/FileLoading.h"
 #include "files/FileOwnership.h"
 #include "files/FilePatching.h"
+#include "files/FileRemoval.h"
 #include "files/FileSaving.h"
 #include "files/PrivateFolder.h"
-#include "files/SystemName.h"
 #include "files/UnfinishedFile.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
@@ -19,29 +19,9 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <cerrno>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace {
-
-/// Deletes the file or link at \a path.
-Result<void> removeFile(const QString &path) {
-    const Result<QByteArray> name = systemName(path);
-    if (const Failure *failure = name.failure())
-        return *failure;
-    struct stat status = {};
-    if (::lstat(name->constData(), &status) != 0)
-        return Failure::ofSystem(errno);
-    if (S_ISDIR(status.st_mode))
-        return Failure::ofSystem(EISDIR);
-    if (!S_ISREG(status.st_mode) && !S_ISLNK(status.st_mode))
-        return notRegularFile();
-    if (::unlink(name->constData()) != 0)
-        return Failure::ofSystem(errno);
-    return {};
-}
 
 /// In a folder that may not be changed the old image cannot be removed, but it can be emptied.
 void removeOldImage(const QString &path) {
