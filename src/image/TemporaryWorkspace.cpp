@@ -11,6 +11,7 @@
 #include "files/FileSaving.h"
 #include "files/PrivateFolder.h"
 #include "files/UnfinishedFile.h"
+#include "image/OtherMemories.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
@@ -107,6 +108,7 @@ void TemporaryWorkspace::clear_temp_files() {
     if (!QFileInfo::exists(temporaryFolder(settings_)) || !isOurs())
         return;
     removeUnfinished(resolvedPathOf(settings_, settingsKeys::temp_output_file));
+    removeOtherMemoryFiles(settings_);
     const QString keys[] = {settingsKeys::temp_output_file, settingsKeys::temp_read_from_chip_file,
                             settingsKeys::temp_search_results_file};
     // One error for the three: people compare these lines with those of older runs.

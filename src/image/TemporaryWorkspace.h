@@ -43,8 +43,9 @@ public:
     /// The temporary folder, if others than the user may put files into it; empty else.
     QString sharedFolder() const;
 
-    /// Deletes the output, read and search results files of an earlier run, if the temporary
-    /// folder exists and is this program's. Only files and links are deleted, never a folder. After
+    /// Deletes the output, read and search results files of an earlier run, and in silence those of
+    /// other memories beside the read file, if the temporary folder exists and is this program's.
+    /// Only files and links are deleted, never a folder. After
     /// a failed deletion every later one is logged as well; one that succeeded bears the
     /// description of the failure before it.
     void clear_temp_files();

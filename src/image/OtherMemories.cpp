@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "image/OtherMemories.h"
+
+#include "files/FileLoading.h"
+#include "files/FileOwnership.h"
+#include "files/FileRemoval.h"
+#include "settings/FilePaths.h"
+#include "settings/SettingsKeys.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace {
+
+/// One of the four files that the settings name.
+bool isNamed(const SettingsStore &settings, const QString &path) {
+    const QString keys[] = {settingsKeys::temp_output_file, settingsKeys::temp_read_from_chip_file,
+                            settingsKeys::temp_search_results_file,
+                            settingsKeys::temp_logic_chip_test_results_file};
+    return std::any_of(std::begin(keys), std::end(keys),
+                       [&](const QString &key) { return absolutePathOf(settings, key) == path; });
+}
+
+bool isInFolder(const QString &folder, const QString &path) {
+    const QString canonical = QFileInfo(folder).canonicalFilePath();
+    return !canonical.isEmpty() &&
+           QFileInfo(QFileInfo(path).path()).canonicalFilePath() == canonical;
+}
+
+Result<ByteBuffer> load(const QString &path, OtherMemory memory) {
+    if (!isNoForeignLink(path))
+        return Failure{QCoreApplication::translate("OtherMemories",
+                                                   "It is a link that belongs to somebody else")};
+    return loadWholeFile(path, memory == OtherMemory::Fuses ? OtherMemoryFiles::largestFuseText
+                                                            : OtherMemoryFiles::largestMemory);
+}
+
+void put(OtherMemories &memories, OtherMemory memory, const ByteBuffer &bytes) {
+    switch (memory) {
+    case OtherMemory::Data:
+        memories.data = bytes;
+        break;
+    case OtherMemory::User:
+        memories.user = bytes;
+        break;
+    case OtherMemory::Fuses:
+        memories.fuseText = bytes;
+        memories.fuses = readFuseText(*bytes);
+        break;
+    }
+}
+
+} // namespace
+
+QString endingOf(OtherMemory memory) {
+    switch (memory) {
+    case OtherMemory::Data:
+        return QStringLiteral(".eeprom.bin");
+    case OtherMemory::User:
+        return QStringLiteral(".user.bin");
+    case OtherMemory::Fuses:
+        break;
+    }
+    return QStringLiteral(".fuses.conf");
+}
+
+QString otherMemoryFile(const QString &readFile, OtherMemory memory) {
+    const qsizetype dot = readFile.lastIndexOf(u'.');
+    return (dot < 0 ? readFile : readFile.first(dot)) + endingOf(memory);
+}
+
+const ByteBuffer &OtherMemories::bytesOf(OtherMemory memory) const {
+    switch (memory) {
+    case OtherMemory::Data:
+        return data;
+    case OtherMemory::User:
+        return user;
+    case OtherMemory::Fuses:
+        break;
+    }
+    return fuseText;
+}
+
+void removeOtherMemoryFiles(const SettingsStore &settings) {
+    const QString readFile = absolutePathOf(settings, settingsKeys::temp_read_from_chip_file);
+    for (const OtherMemory memory : otherMemories) {
+        const QString path = otherMemoryFile(readFile, memory);
+        if (isInFolder(temporaryFolder(settings), path) && !isNamed(settings, path)) {
+            // One that stays is known again by its stamp.
+            [[maybe_unused]] const Result<void> removed = removeFile(path);
+        }
+    }
+}
+
+OtherMemoryFiles::OtherMemoryFiles(const QString &readFile) : readFile_(readFile) {
+    std::transform(otherMemories.begin(), otherMemories.end(), before_.begin(),
+                   [&readFile](OtherMemory memory) {
+                       return FileStamp::of(otherMemoryFile(readFile, memory));
+                   });
+}
+
+OtherMemories OtherMemoryFiles::loadNew() const {
+    OtherMemories memories;
+    for (std::size_t i = 0; i < otherMemories.size(); ++i) {
+        const QString path = otherMemoryFile(readFile_, otherMemories.at(i));
+        const std::optional<FileStamp> stamp = FileStamp::of(path);
+        if (!stamp || stamp == before_.at(i))
+            continue;
+        const Result<ByteBuffer> bytes = load(path, otherMemories.at(i));
+        if (const Failure *failure = bytes.failure())
+            memories.unread.append({path, *failure});
+        else if (lengthOf(*bytes) > 0)
+            put(memories, otherMemories.at(i), *bytes);
+    }
+    return memories;
+}

@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "base/Result.h"
+#include "files/ByteBuffer.h"
+#include "files/FileStamp.h"
+#include "image/FuseText.h"
+
+#include <QStringList>
+
+#include <array>
+#include <optional>
+
+class SettingsStore;
+
+/// What a chip holds besides the code memory that an image is of.
+enum class OtherMemory { Data, User, Fuses };
+
+inline constexpr std::array otherMemories = {OtherMemory::Data, OtherMemory::User,
+                                             OtherMemory::Fuses};
+
+/// How the name of a file of \a memory ends: "NAME.eeprom.bin" lies beside "NAME.bin".
+QString endingOf(OtherMemory memory);
+
+/// The file beside \a readFile into which the programmer tool puts \a memory. The tool takes the
+/// path up to its last dot, wherever that is.
+QString otherMemoryFile(const QString &readFile, OtherMemory memory);
+
+/// What a Read brought besides the code memory. A buffer is null where there was nothing.
+struct OtherMemories {
+    /// A file that came and cannot be read.
+    struct Unread {
+        QString path;
+        Failure failure;
+    };
+
+    ByteBuffer data;
+    ByteBuffer user;
+    ByteBuffer fuseText;   ///< as the tool wrote it
+    QList<FuseLine> fuses; ///< what it says
+    QList<Unread> unread;
+
+    bool isEmpty() const { return !data && !user && !fuseText; }
+    /// The bytes of \a memory.
+    const ByteBuffer &bytesOf(OtherMemory memory) const;
+};
+
+/// Removes the files of other memories that an earlier Read left beside the temporary file of the
+/// next one. Only files and links go, and only where they lie in the folder of temporary files:
+/// what is elsewhere may be somebody's own.
+void removeOtherMemoryFiles(const SettingsStore &settings);
+
+/// Tells the files that one Read has left from those that lay there before it.
+class OtherMemoryFiles {
+public:
+    /// The largest file of bytes that is loaded, 16 MiB, and the largest text of fuses, 64 KiB.
+    static constexpr qint64 largestMemory = qint64(16) << 20;
+    static constexpr qint64 largestFuseText = qint64(64) << 10;
+
+    /// Looks at what lies beside \a readFile, an absolute path, before the Read.
+    explicit OtherMemoryFiles(const QString &readFile);
+
+    /// Loads what has come since, after the Read. A file that is as it was does not count, nor does
+    /// an empty one; through a link of somebody else's nothing is read.
+    OtherMemories loadNew() const;
+
+private:
+    QString readFile_;
+    std::array<std::optional<FileStamp>, otherMemories.size()> before_;
+};
