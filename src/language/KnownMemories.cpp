@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "language/KnownMemories.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace {
+
+class Wording {
+    Q_DECLARE_TR_FUNCTIONS(KnownMemories)
+
+public:
+    explicit Wording(const KnownMemories &memories) {
+        if (memories.data)
+            names_ << tr("data memory");
+        if (memories.user)
+            names_ << tr("user memory");
+        if (memories.fuses)
+            names_ << tr("fuses");
+        // They may be those that have names already.
+        if (memories.others && !memories.data && !memories.user)
+            names_.prepend(tr("other memories"));
+        isOne_ = names_.size() == 1 && (memories.data || memories.user);
+    }
+
+    bool isOne() const { return isOne_; }
+
+    /// "data memory, user memory and fuses".
+    QString list() const {
+        if (names_.size() == 1)
+            return names_.first();
+        return tr("%1 and %2")
+            .arg(names_.first(names_.size() - 1).join(QStringLiteral(", ")), names_.last());
+    }
+
+private:
+    QStringList names_;
+    bool isOne_ = false;
+};
+
+bool hasOneOf(const QStringList &parts, std::initializer_list<QLatin1String> names) {
+    return std::any_of(names.begin(), names.end(), [&parts](QLatin1String name) {
+        return parts.contains(name, Qt::CaseInsensitive);
+    });
+}
+
+} // namespace
+
+KnownMemories KnownMemories::without(const QStringList &parts) const {
+    KnownMemories left = *this;
+    left.data = data && !hasOneOf(parts, {QLatin1String("data")});
+    left.user = user && !hasOneOf(parts, {QLatin1String("user")});
+    left.fuses = fuses && !hasOneOf(parts, {QLatin1String("config"), QLatin1String("fuses"),
+                                            QLatin1String("fuse bits")});
+    left.others = others && !hasOneOf(parts, {QLatin1String("data"), QLatin1String("user")});
+    return left;
+}
+
+QString notWrittenWords(const KnownMemories &memories) {
+    if (!memories.any())
+        return {};
+    const Wording words(memories);
+    return (words.isOne() ? Wording::tr("The chip's %1 was not written.")
+                          : Wording::tr("The chip's %1 were not written."))
+        .arg(words.list());
+}
+
+QString notComparedWords(const KnownMemories &memories) {
+    if (!memories.any())
+        return {};
+    const Wording words(memories);
+    return (words.isOne() ? Wording::tr("The chip's %1 was not compared.")
+                          : Wording::tr("The chip's %1 were not compared."))
+        .arg(words.list());
+}
+
+QString codeAloneWords(const KnownMemories &memories) {
+    if (!memories.any())
+        return {};
+    return Wording::tr("Write and Verify concern the code memory alone, not the chip's %1.")
+        .arg(Wording(memories).list());
+}

@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "language/KnownMemories.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+/// What is said of memories that a Write leaves out.
+class TestKnownMemories : public QObject {
+    Q_OBJECT
+
+private slots:
+    void words_nameThem_data();
+    void words_nameThem();
+    void parts_ofTheRun_areLeftOut_data();
+    void parts_ofTheRun_areLeftOut();
+    void knowledge_adds();
+};
+
+namespace {
+
+constexpr KnownMemories data{.data = true};
+constexpr KnownMemories user{.user = true};
+constexpr KnownMemories fuses{.fuses = true};
+constexpr KnownMemories others{.others = true};
+
+} // namespace
+
+void TestKnownMemories::words_nameThem_data() {
+    QTest::addColumn<KnownMemories>("memories");
+    QTest::addColumn<QString>("written");
+    const auto row = [](const KnownMemories &memories, const char *written) {
+        QTest::newRow(written) << memories << QString::fromLatin1(written);
+    };
+    row({}, "");
+    row(data, "The chip's data memory was not written.");
+    row(user, "The chip's user memory was not written.");
+    row(fuses, "The chip's fuses were not written.");
+    row(others, "The chip's other memories were not written.");
+    row(data | fuses, "The chip's data memory and fuses were not written.");
+    row(data | user | fuses, "The chip's data memory, user memory and fuses were not written.");
+    row(others | fuses, "The chip's other memories and fuses were not written.");
+    row(others | data, "The chip's data memory was not written.");
+}
+
+void TestKnownMemories::words_nameThem() {
+    QFETCH(KnownMemories, memories);
+    QFETCH(QString, written);
+    QCOMPARE(notWrittenWords(memories), written);
+    QCOMPARE(notComparedWords(memories), written.replace(u"written"_s, u"compared"_s));
+    const QString before = codeAloneWords(memories);
+    QCOMPARE(before.isEmpty(), written.isEmpty());
+    if (!before.isEmpty())
+        QCOMPARE(before,
+                 u"Write and Verify concern the code memory alone, not the chip's %1."_s.arg(
+                     written.section(u' ', 2, -4)));
+}
+
+void TestKnownMemories::parts_ofTheRun_areLeftOut_data() {
+    QTest::addColumn<QString>("part");
+    QTest::addColumn<KnownMemories>("left");
+    QTest::newRow("code") << u"Code"_s << (data | user | fuses);
+    QTest::newRow("data") << u"Data"_s << (user | fuses);
+    QTest::newRow("user") << u"User"_s << (data | fuses);
+    QTest::newRow("config") << u"config"_s << (data | user);
+    QTest::newRow("fuses") << u"fuses"_s << (data | user);
+    QTest::newRow("lock bits") << u"lock bits"_s << (data | user | fuses);
+}
+
+void TestKnownMemories::parts_ofTheRun_areLeftOut() {
+    QFETCH(QString, part);
+    QTEST((data | user | fuses).without({part}), "left");
+}
+
+void TestKnownMemories::knowledge_adds() {
+    QVERIFY(!KnownMemories().any());
+    QVERIFY((data | KnownMemories()).any());
+    QCOMPARE(data | fuses, (KnownMemories{.data = true, .fuses = true}));
+    QCOMPARE(others.without({u"Data"_s}), KnownMemories());
+}
+
+QTEST_GUILESS_MAIN(TestKnownMemories)
+#include "tst_known_memories.moc"
