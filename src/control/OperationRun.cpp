@@ -76,6 +76,7 @@ RunRecord carryOut(ScriptedMiniPro &run, const ToolSettings &settings, const Bur
     facts.imageIsShown = burn.fileIsImage;
     if (takesImage(operation) && burn.fileIsImage)
         facts.encoding = burn.encoding;
+    facts.known = run.knownMemories();
     facts.programmers = pluggedProgrammers();
     record.outcome = judgeRun(facts);
     record.said = run.saidTail();

@@ -6,6 +6,7 @@
 #include "base/Result.h"
 #include "language/CommandLine.h"
 #include "language/ImageEncoding.h"
+#include "language/KnownMemories.h"
 #include "language/NextStep.h"
 #include "language/ToolReport.h"
 #include "language/UsbProgrammers.h"
@@ -31,6 +32,9 @@ struct RunFacts {
     bool imageIsShown = true;
     /// What the tool would take the file for.
     ImageEncoding encoding = ImageEncoding::Raw;
+
+    /// What the chip is known to hold besides what a Write and a Verify concern.
+    KnownMemories known;
 
     /// The programmers that are plugged in; nothing if the system does not tell.
     std::optional<QList<UsbProgrammer>> programmers;

@@ -59,6 +59,7 @@ private:
     static RunOutcome succeeded(const QString &sentence) {
         return {Verdict::Succeeded, sentence, {}};
     }
+    QString leftOut() const;
     static void addRemark(RunOutcome &outcome, const QString &sentence, const QString &nextStep);
     bool isWrite() const { return facts_.operation == WriteOperation; }
 
@@ -68,6 +69,7 @@ private:
 
 RunOutcome SuccessWording::outcome() const {
     RunOutcome outcome = byOperation();
+    outcome.sentence = joined(outcome.sentence, leftOut());
     if (report_.ignoredId)
         addRemark(outcome, remarkOnChipId(report_),
                   tr("Check that the chip is the device chosen."));
@@ -76,6 +78,25 @@ RunOutcome SuccessWording::outcome() const {
                   tr("The tool found no TSOP adapter, so nothing of this is to be trusted."),
                   tr("Put the chip into its adapter and try again."));
     return outcome;
+}
+
+/// What of the chip the run had nothing to do with. That the code memory is not among what it was
+/// for is said elsewhere.
+QString SuccessWording::leftOut() const {
+    switch (facts_.operation) {
+    case WriteOperation:
+        return partsAlone(report_.partsWritten).isEmpty()
+                   ? notWrittenWords(facts_.known.without(report_.partsWritten))
+                   : QString();
+    case VerifyOperation:
+        return partsAlone(report_.partsRead).isEmpty()
+                   ? notComparedWords(facts_.known.without(report_.partsRead))
+                   : QString();
+    case ReadOperation:
+    case LogicOperation:
+        break;
+    }
+    return {};
 }
 
 void SuccessWording::addRemark(RunOutcome &outcome, const QString &sentence,

@@ -89,6 +89,9 @@ public:
     /// What the run itself knows of what became of it, for judgeRun(); to be asked after it. The
     /// image, and which programmers are plugged in, are for the caller to add.
     RunFacts facts() const;
+    /// What the chip is known to hold besides its code memory, for who judges the run.
+    const KnownMemories &knownMemories() const { return knownMemories_; }
+    void setKnownMemories(const KnownMemories &known) { knownMemories_ = known; }
     /// How far the run has come, as the tool tells; another after said().
     RunProgress progress() const { return reader_.progress(); }
 
@@ -156,6 +159,7 @@ private:
     ToolSettings launched_;
     Result<void> start_;
     ToolReportReader reader_;
+    KnownMemories knownMemories_;
     bool outputReleased_ = false;
     Console *outputView_ = nullptr;
 

@@ -59,6 +59,10 @@ bool takeFact(const QString &fact, RunFacts &facts) {
         facts.encoding = ImageEncoding::IntelHex;
     else if (fact == QLatin1String("looks like S-record"))
         facts.encoding = ImageEncoding::SRecord;
+    else if (fact == QLatin1String("has data memory"))
+        facts.known.data = true;
+    else if (fact == QLatin1String("has fuses"))
+        facts.known.fuses = true;
     else if (key == QLatin1String("plugged") && pluggedIn.contains(value))
         facts.programmers = pluggedIn[value];
     else
