@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "imageviews/FuseListModel.h"
+
+#include "imageviews/MemoriesWords.h"
+#include "widgets/FixedFont.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+void FuseListModel::setLines(const QList<FuseLine> &lines) {
+    beginResetModel();
+    lines_ = lines;
+    endResetModel();
+}
+
+int FuseListModel::rowCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : int(lines_.size());
+}
+
+int FuseListModel::columnCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : int(ColumnCount);
+}
+
+QVariant FuseListModel::data(const QModelIndex &index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    if (role == Qt::DisplayRole)
+        return text(lines_[index.row()], index.column());
+    if (role == Qt::FontRole && index.column() != Name)
+        return fixedFont();
+    return {};
+}
+
+QString FuseListModel::text(const FuseLine &line, int column) const {
+    if (!line.fuse)
+        return column == Name ? line.text : column == Hexadecimal ? tr("says no fuse") : QString();
+    switch (column) {
+    case Name:
+        return line.fuse->name;
+    case Hexadecimal:
+        return hexadecimalWords(*line.fuse);
+    default:
+        return binaryWords(*line.fuse);
+    }
+}
+
+QVariant FuseListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return QAbstractTableModel::headerData(section, orientation, role);
+    switch (section) {
+    case Name:
+        return tr("Name");
+    case Hexadecimal:
+        return tr("Hexadecimal");
+    default:
+        return tr("Binary");
+    }
+}
+
+QString FuseListModel::textOf(const QModelIndexList &indexes) const {
+    QList<int> rows;
+    for (const QModelIndex &index : indexes)
+        if (!rows.contains(index.row()))
+            rows << index.row();
+    std::sort(rows.begin(), rows.end());
+    QString all;
+    for (const int row : std::as_const(rows)) {
+        const FuseLine &line = lines_[row];
+        all +=
+            line.fuse
+                ? QStringList{text(line, Name), text(line, Hexadecimal), text(line, Binary)}.join(
+                      u'\t')
+                : line.text;
+        all += u'\n';
+    }
+    return all;
+}

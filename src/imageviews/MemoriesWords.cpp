@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "imageviews/MemoriesWords.h"
+
+#include "base/Digits.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QLocale>
+#include <QStringList>
+
+namespace {
+
+constexpr int binary = 2;
+constexpr int bitsOfDigit = 4;
+
+class Wording {
+    Q_DECLARE_TR_FUNCTIONS(MemoriesWords)
+
+public:
+    static QString data(qint64 bytes) {
+        return bytes == 1 ? tr("1 byte of data memory")
+                          : tr("%1 bytes of data memory").arg(grouped(bytes));
+    }
+    static QString user(qint64 bytes) {
+        return bytes == 1 ? tr("1 byte of user memory")
+                          : tr("%1 bytes of user memory").arg(grouped(bytes));
+    }
+    static QString fuses(qint64 count) {
+        return count == 1 ? tr("1 fuse") : tr("%1 fuses").arg(grouped(count));
+    }
+    static QString otherLines(qint64 count) {
+        return count == 1 ? tr("1 line that says no fuse")
+                          : tr("%1 lines that say no fuse").arg(grouped(count));
+    }
+
+private:
+    static QString grouped(qint64 number) { return QLocale().toString(number); }
+};
+
+} // namespace
+
+QString memoriesWords(const OtherMemories &memories) {
+    QStringList words;
+    if (memories.data)
+        words << Wording::data(memories.data->size());
+    if (memories.user)
+        words << Wording::user(memories.user->size());
+    const qsizetype fuses = countFuses(memories.fuses);
+    const qsizetype otherLines = memories.fuses.size() - fuses;
+    if (fuses > 0)
+        words << Wording::fuses(fuses);
+    if (otherLines > 0)
+        words << Wording::otherLines(otherLines);
+    return words.join(QStringLiteral(", "));
+}
+
+QString memoryName(OtherMemory memory) {
+    switch (memory) {
+    case OtherMemory::Data:
+        return Wording::tr("Data memory");
+    case OtherMemory::User:
+        return Wording::tr("User memory");
+    case OtherMemory::Fuses:
+        break;
+    }
+    return Wording::tr("Fuses");
+}
+
+QString unreadWords(const QList<OtherMemories::Unread> &unread) {
+    QStringList sentences;
+    for (const OtherMemories::Unread &file : unread)
+        sentences << Wording::tr("%1, which came with the Read, could not be read: %2.")
+                         .arg(QDir::toNativeSeparators(file.path), file.failure.reason);
+    return sentences.join(u' ');
+}
+
+QString hexadecimalWords(const Fuse &fuse) {
+    return QStringLiteral("0x") +
+           QString::number(fuse.value, hexadecimal).toUpper().rightJustified(fuse.digits, u'0');
+}
+
+QString binaryWords(const Fuse &fuse) {
+    const QString bits =
+        QString::number(fuse.value, binary).rightJustified(fuse.digits * bitsOfDigit, u'0');
+    QStringList groups;
+    for (qsizetype i = 0; i < bits.size(); i += bitsOfDigit)
+        groups << bits.sliced(i, bitsOfDigit);
+    return groups.join(u' ');
+}
