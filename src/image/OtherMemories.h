@@ -8,7 +8,9 @@
 #include "files/FileStamp.h"
 #include "image/FuseText.h"
 
-#include <QStringList>
+#include <QDateTime>
+#include <QList>
+#include <QString>
 
 #include <array>
 #include <optional>
@@ -45,6 +47,14 @@ struct OtherMemories {
     bool isEmpty() const { return !data && !user && !fuseText; }
     /// The bytes of \a memory.
     const ByteBuffer &bytesOf(OtherMemory memory) const;
+};
+
+/// All that one Read brought.
+struct ReadMemories {
+    QString device;
+    QDateTime ended;
+    ByteBuffer code;
+    OtherMemories others;
 };
 
 /// Removes the files of other memories that an earlier Read left beside the temporary file of the

@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "control/OtherMemoriesWatch.h"
+
+#include "language/RunRecord.h"
+#include "settings/FilePaths.h"
+#include "settings/SettingsKeys.h"
+#include "tool/ScriptedMiniPro.h"
+
+#include <utility>
+
+namespace {
+
+KnownMemories kindsOf(const OtherMemories &memories) {
+    return {
+        .data = bool(memories.data), .user = bool(memories.user), .fuses = bool(memories.fuseText)};
+}
+
+bool brought(const RunRecord &record) {
+    return record.outcome.verdict == RunOutcome::Verdict::Succeeded ||
+           record.outcome.verdict == RunOutcome::Verdict::Qualified;
+}
+
+} // namespace
+
+OtherMemoriesWatch::OtherMemoriesWatch(const Surroundings &surroundings) : with_(surroundings) {
+    connect(&with_.work, &WorkState::changed, this, &OtherMemoriesWatch::prepareRead);
+}
+
+void OtherMemoriesWatch::follow(ScriptedMiniPro *run) {
+    run_ = run;
+}
+
+// A press may yet be asked about, and then nothing runs: the work is what tells.
+void OtherMemoriesWatch::prepareRead(Work now) {
+    if (now != Work::Running || !run_ || run_->facts().operation != ReadOperation)
+        return;
+    if (!with_.mayUseFolder || with_.mayUseFolder())
+        removeOtherMemoryFiles(with_.settings);
+    files_.emplace(absolutePathOf(with_.settings, settingsKeys::temp_read_from_chip_file));
+}
+
+void OtherMemoriesWatch::takeRun(const RunRecord &record, const ByteBuffer &code) {
+    const std::optional<OtherMemoryFiles> files = std::exchange(files_, std::nullopt);
+    if (!files || record.operation != ReadOperation || !brought(record))
+        return;
+    OtherMemories others = files->loadNew();
+    unread_ = others.unread;
+    newest_.reset();
+    if (!others.isEmpty()) {
+        known_[record.device] = known_.value(record.device) | kindsOf(others);
+        newest_ = ReadMemories{record.device, record.ended, code, std::move(others)};
+    }
+    emit readTaken();
+}
