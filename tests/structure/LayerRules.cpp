@@ -23,6 +23,7 @@ const QMap<QString, QStringList> &arrows() {
         {QStringLiteral("image"), words("base files settings")},
         {QStringLiteral("inspect"), {}},
         {QStringLiteral("formats"), words("base files")},
+        {QStringLiteral("orders"), words("files")},
         {QStringLiteral("process"), words("base")},
         {QStringLiteral("language"), words("base files settings")},
         {QStringLiteral("tool"), words("base files settings process language")},
@@ -54,10 +55,11 @@ const QMap<QString, QStringList> &stacks() {
 }
 
 bool isPure(const QString &layer) {
-    static const QSet<QString> pure = {
-        QStringLiteral("base"),    QStringLiteral("files"),    QStringLiteral("settings"),
-        QStringLiteral("image"),   QStringLiteral("inspect"),  QStringLiteral("formats"),
-        QStringLiteral("process"), QStringLiteral("language"), QStringLiteral("tool")};
+    static const QSet<QString> pure = {QStringLiteral("base"),     QStringLiteral("files"),
+                                       QStringLiteral("settings"), QStringLiteral("image"),
+                                       QStringLiteral("inspect"),  QStringLiteral("formats"),
+                                       QStringLiteral("orders"),   QStringLiteral("process"),
+                                       QStringLiteral("language"), QStringLiteral("tool")};
     return pure.contains(layer);
 }
 

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "orders/Arrangement.h"
+
+#include "files/ByteBuffer.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+std::optional<NoArrangement> whyNotJoined(const Lanes &lanes, const QList<qint64> &lengths) {
+    if (lengths.size() != lanes.parts)
+        return NoArrangement::PartsMissing;
+    const auto differs = [first = lengths.first()](qint64 length) { return length != first; };
+    if (std::any_of(lengths.begin(), lengths.end(), differs))
+        return NoArrangement::DifferentLengths;
+    if (lanes.parts > 1 && lengths.first() % lanes.unit != 0)
+        return NoArrangement::NoWholeUnits;
+    return std::nullopt;
+}
+
+std::optional<NoArrangement> whyNotRepeated(qint64 length, qint64 filled) {
+    if (filled == 0 || filled == length)
+        return std::nullopt;
+    const bool isMultiple = length > 0 && filled > length && filled % length == 0;
+    return isMultiple ? std::nullopt : std::optional(NoArrangement::NoWholeRepeats);
+}
+
+qint64 wholeLength(const QList<qint64> &lengths) {
+    return std::accumulate(lengths.begin(), lengths.end(), qint64(0));
+}
+
+} // namespace
+
+qint64 splitLength(const Arrangement &arrangement, const QList<qint64> &lengths) {
+    return wholeLength(lengths) / arrangement.split.parts;
+}
+
+std::optional<NoArrangement> whyNotArranged(const Arrangement &arrangement,
+                                            const QList<qint64> &lengths) {
+    if (const auto why = whyNotJoined(arrangement.joined, lengths))
+        return why;
+    const qint64 length = wholeLength(lengths);
+    if (length % arrangement.swapped != 0)
+        return NoArrangement::NoWholeGroups;
+    if (length % arrangement.split.word() != 0)
+        return NoArrangement::NoEqualParts;
+    if (const auto why = whyNotRepeated(splitLength(arrangement, lengths), arrangement.filled))
+        return why;
+    if (std::max(length, arrangement.filled * arrangement.split.parts) > largestImage)
+        return NoArrangement::TooLarge;
+    return std::nullopt;
+}
