@@ -36,7 +36,7 @@ FileType fileType(std::optional<RecordFormat> format) {
 
 } // namespace
 
-FileExport::FileExport(const Surroundings &surroundings) : with_(surroundings) {}
+FileExport::FileExport(const ExchangeSurroundings &surroundings) : with_(surroundings) {}
 
 void FileExport::addEntry(WindowMenus &menus) {
     auto *entry = new QAction(tr("E&xport\u2026"), this);

@@ -3,17 +3,12 @@
 
 #pragma once
 
+#include "app/ExchangeSurroundings.h"
 #include "exchange/ExportWindow.h"
 
 #include <QObject>
 #include <QPointer>
 
-class ActionGate;
-class AppDelegate;
-class MainWindow;
-class Messages;
-class SettingsStore;
-class UserFiles;
 struct WindowMenus;
 
 /// Lets the images out, whole or in part, as they are or as text of records.
@@ -21,17 +16,7 @@ class FileExport final : public QObject {
     Q_OBJECT
 
 public:
-    /// What it works with; all must live as long.
-    struct Surroundings {
-        MainWindow &window;
-        AppDelegate &delegate;
-        UserFiles &files;
-        const SettingsStore &settings;
-        const ActionGate &gate;
-        Messages &messages;
-    };
-
-    explicit FileExport(const Surroundings &surroundings);
+    explicit FileExport(const ExchangeSurroundings &surroundings);
 
     /// Adds its entry to the file menu, as one that is off while the tool runs.
     void addEntry(WindowMenus &menus);
@@ -45,7 +30,7 @@ private:
     void prepare();
     void save(const ExportWindow::Content &content);
 
-    const Surroundings with_;
+    const ExchangeSurroundings with_;
     QPointer<ExportWindow> shown_;
     quint64 revision_ = 0; ///< of the image to burn when it was looked at
 };

@@ -51,7 +51,7 @@ QByteArray beginningOf(const QString &path) {
 
 } // namespace
 
-FileImport::FileImport(const Surroundings &surroundings) : with_(surroundings) {
+FileImport::FileImport(const ExchangeSurroundings &surroundings) : with_(surroundings) {
     auto *drops = new FileDropArea(tr("Drop the file here to open it"),
                                    with_.window.controls().sideArea->viewport());
     connect(drops, &FileDropArea::dropped, this, &FileImport::open, Qt::QueuedConnection);

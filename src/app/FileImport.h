@@ -3,17 +3,12 @@
 
 #pragma once
 
+#include "app/ExchangeSurroundings.h"
 #include "files/ByteBuffer.h"
 
 #include <QObject>
 
-class ActionGate;
-class AppDelegate;
 class ImportWindow;
-class MainWindow;
-class Messages;
-class SettingsStore;
-class UserFiles;
 struct WindowMenus;
 
 /// Lets files in. What is text of records, which the programmer tool would decode by itself, is
@@ -23,17 +18,7 @@ class FileImport final : public QObject {
     Q_OBJECT
 
 public:
-    /// What it works with; all must live as long.
-    struct Surroundings {
-        MainWindow &window;
-        AppDelegate &delegate;
-        UserFiles &files;
-        const SettingsStore &settings;
-        const ActionGate &gate;
-        Messages &messages;
-    };
-
-    explicit FileImport(const Surroundings &surroundings);
+    explicit FileImport(const ExchangeSurroundings &surroundings);
 
     /// Adds its entry to the file menu, as one that is off while the tool runs.
     void addEntry(WindowMenus &menus);
@@ -50,5 +35,5 @@ private:
     void take(const ByteBuffer &image, ImportWindow &from);
     void openBinary(const QString &path, ImportWindow &from);
 
-    const Surroundings with_;
+    const ExchangeSurroundings with_;
 };

@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+class ActionGate;
+class AppDelegate;
+class ChipInquiry;
+class MainWindow;
+class Messages;
+class SettingsStore;
+class UserFiles;
+
+/// What letting files in and out works with; all must live as long.
+struct ExchangeSurroundings {
+    MainWindow &window;
+    AppDelegate &delegate;
+    UserFiles &files;
+    const SettingsStore &settings;
+    const ActionGate &gate;
+    Messages &messages;
+    const ChipInquiry &chip; ///< which chip the bytes are likely for
+};
