@@ -47,6 +47,7 @@ ExportWindow::ExportWindow(Images images, Image image, QWidget *window)
     const QFont fixed = fixedFont();
     for (QLineEdit *field : {c.first, c.last, c.offset})
         field->setFont(fixed);
+    c.format->setFocus();
     connectControls();
     showState();
 }

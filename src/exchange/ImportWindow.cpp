@@ -43,6 +43,7 @@ ImportWindow::ImportWindow(File file, quint8 fill, QWidget *window)
     const QFontMetrics letters = c.found->fontMetrics();
     c.found->setMinimumSize(foundColumns * letters.averageCharWidth(),
                             foundLines * letters.lineSpacing());
+    c.found->setFocus();
     connectControls();
     readFile();
 }

@@ -32,6 +32,7 @@ private slots:
     void exportOfTheWholeImage_savesTheEdits_data();
     void exportOfTheWholeImage_savesTheEdits();
     void cancelledPanel_writesNothingAndKeepsTheWindow();
+    void keys_exportAndCancel();
     void failure_isSaid();
     void entry_bringsTheOpenWindowBack();
     void whileTheToolRuns_nothingIsExported();
@@ -250,6 +251,17 @@ void TestWindowExport::cancelledPanel_writesNothingAndKeepsTheWindow() {
     velm_->settle();
     QVERIFY(exportWindow()->isVisible());
     QVERIFY(exportWindow()->controls().exportButton->isEnabled());
+}
+
+void TestWindowExport::keys_exportAndCancel() {
+    ExportWindow *window = exportWindow();
+    QCOMPARE(window->focusWidget(), window->controls().format);
+    QTest::keyClick(window->controls().format, Qt::Key_Escape);
+    QTRY_VERIFY(!velm_->velm().window().findChild<ExportWindow *>());
+    window = exportWindow();
+    QTest::keyClick(window->controls().first, Qt::Key_Return);
+    QTRY_VERIFY(!velm_->velm().window().findChild<ExportWindow *>());
+    QVERIFY(QFile::exists(velm_->panels.answer));
 }
 
 void TestWindowExport::failure_isSaid() {

@@ -30,6 +30,7 @@ private slots:
     void troubles_areShownAndHeldBack();
     void takenAllTheSame_theLaterBytesCount();
     void cancel_changesNothing();
+    void keys_importAndCancel();
     void raw_opensTheFileItself();
     void openedText_offersToImportIt();
     void unreadableFile_isSaid();
@@ -246,6 +247,18 @@ void TestWindowImport::cancel_changesNothing() {
     QVERIFY(hasGone(*velm_));
     QVERIFY(!velm_->state().opened_bin_data);
     QVERIFY(!QFile::exists(velm_->path(QStringLiteral("data"))));
+}
+
+void TestWindowImport::keys_importAndCancel() {
+    ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
+    QCOMPARE(window->focusWidget(), window->controls().found);
+    QTest::keyClick(window->controls().found, Qt::Key_Escape);
+    QVERIFY(hasGone(*velm_));
+    QVERIFY(!velm_->state().opened_bin_data);
+    window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
+    QTest::keyClick(window->controls().found, Qt::Key_Return);
+    QVERIFY(hasGone(*velm_));
+    QCOMPARE(velm_->state().opened_bin_data->size(), 21);
 }
 
 void TestWindowImport::raw_opensTheFileItself() {
