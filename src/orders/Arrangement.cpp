@@ -28,11 +28,11 @@ std::optional<NoArrangement> whyNotRepeated(qint64 length, qint64 filled) {
     return isMultiple ? std::nullopt : std::optional(NoArrangement::NoWholeRepeats);
 }
 
+} // namespace
+
 qint64 wholeLength(const QList<qint64> &lengths) {
     return std::accumulate(lengths.begin(), lengths.end(), qint64(0));
 }
-
-} // namespace
 
 qint64 splitLength(const Arrangement &arrangement, const QList<qint64> &lengths) {
     return wholeLength(lengths) / arrangement.split.parts;

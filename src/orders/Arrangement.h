@@ -44,6 +44,9 @@ enum class NoArrangement {
     TooLarge          ///< more than largestImage, in one part or together
 };
 
+/// How long parts of \a lengths are together, in bytes.
+qint64 wholeLength(const QList<qint64> &lengths);
+
 /// How long each part that goes out is before it is repeated, in bytes, if parts of \a lengths come
 /// in. Makes sense where whyNotArranged() has nothing against these.
 qint64 splitLength(const Arrangement &arrangement, const QList<qint64> &lengths);

@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <numeric>
 
 namespace {
 
@@ -20,7 +19,7 @@ constexpr qsizetype sliceSize = qsizetype(32) * 1024;
 
 Rearranging::Rearranging(const Arrangement &arrangement, const QList<qint64> &lengths)
     : arrangement_(arrangement),
-      length_(std::accumulate(lengths.begin(), lengths.end(), qsizetype(0))),
+      length_(wholeLength(lengths)),
       splitLength_(splitLength(arrangement, lengths)),
       repeated_(splitLength_),
       slice_(std::min(length_, sliceSize), Qt::Uninitialized) {

@@ -33,11 +33,12 @@ const QMap<QString, QStringList> &arrows() {
         {QStringLiteral("control"),
          words("base files settings image language tool widgets grid devices")},
         {QStringLiteral("imageviews"), words("base files settings image inspect widgets grid")},
-        {QStringLiteral("exchange"), words("base files settings image formats widgets imageviews")},
+        {QStringLiteral("exchange"),
+         words("base files settings image inspect formats orders widgets imageviews")},
         {QStringLiteral("views"),
          words("base files settings image language tool widgets grid devices control")},
         {QStringLiteral("app"),
-         words("base files settings image inspect formats language tool widgets "
+         words("base files settings image inspect formats orders language tool widgets "
                "grid devices control imageviews exchange views")},
     };
     return map;

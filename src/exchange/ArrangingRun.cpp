@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "exchange/ArrangingRun.h"
+
+#include <QElapsedTimer>
+
+#include <chrono>
+#include <new>
+
+namespace {
+
+constexpr std::chrono::milliseconds turnTime{8};
+/// Bytes between two looks at the clock.
+constexpr qsizetype stepBytes = qsizetype(1) << 20;
+
+QByteArrayView viewOf(const ArrangingRun::Source &source) {
+    return QByteArrayView(std::as_const(*source.bytes))
+        .sliced(source.range.offset, source.range.length);
+}
+
+QList<qint64> lengthsOf(const QList<QByteArrayView> &parts) {
+    QList<qint64> lengths;
+    for (const QByteArrayView part : parts)
+        lengths.append(part.size());
+    return lengths;
+}
+
+} // namespace
+
+ArrangingRun::ArrangingRun(QObject *parent) : QObject(parent) {
+    connect(&turns_, &QTimer::timeout, this, &ArrangingRun::turn);
+}
+
+void ArrangingRun::start(const QList<Source> &sources, const Arrangement &arrangement) {
+    stop();
+    sources_ = sources;
+    for (const Source &source : sources)
+        views_.append(viewOf(source));
+    arrangement_ = arrangement;
+    turns_.start(0);
+}
+
+void ArrangingRun::stop() {
+    turns_.stop();
+    work_.reset();
+    facts_ = {};
+    outcome_ = {};
+    isDone_ = false;
+    views_.clear();
+    sources_.clear();
+}
+
+void ArrangingRun::turn() {
+    QElapsedTimer time;
+    time.start();
+    try {
+        while (!isDone_ && !time.hasExpired(turnTime.count()))
+            isDone_ = advance();
+    } catch (const std::bad_alloc &) {
+        stop();
+        emit outOfMemory();
+        return;
+    }
+    if (!isDone_)
+        return;
+    turns_.stop();
+    emit done();
+}
+
+bool ArrangingRun::advance() {
+    if (!count(views_, outcome_.sourceChecksums))
+        return false;
+    if (arrangement_.changesNothing())
+        return true;
+    if (outcome_.parts.isEmpty()) {
+        if (!work_)
+            work_.emplace(arrangement_, lengthsOf(views_));
+        if (work_->advance(views_, stepBytes))
+            outcome_.parts = work_->takeParts();
+        return false;
+    }
+    return count({outcome_.parts.begin(), outcome_.parts.end()}, outcome_.checksums);
+}
+
+/// Goes on with the \a checksums of \a parts. True once there is one of each.
+bool ArrangingRun::count(const QList<QByteArrayView> &parts, QList<quint32> &checksums) {
+    if (checksums.size() == parts.size())
+        return true;
+    if (facts_.advance(parts[checksums.size()], stepBytes)) {
+        checksums.append(facts_.facts().crc32);
+        facts_ = {};
+    }
+    return checksums.size() == parts.size();
+}
