@@ -1,0 +1,149 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "exchange/OrderWords.h"
+
+#include "base/Digits.h"
+#include "imageviews/FactsWords.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QLocale>
+
+namespace {
+
+constexpr qint64 kib = 1024;
+constexpr int bitsOfByte = 8;
+constexpr int digitsOfChecksum = 8;
+
+class Wording {
+    Q_DECLARE_TR_FUNCTIONS(OrderWords)
+};
+
+/// The usual EPROM of so many bytes; empty if there is none.
+QString usualEprom(qint64 bytes, int unit) {
+    struct Eprom {
+        int kib;
+        const char *name;
+    };
+    static constexpr Eprom narrow[] = {
+        {2, "2716"},    {4, "2732"},     {8, "27C64"},    {16, "27C128"},  {32, "27C256"},
+        {64, "27C512"}, {128, "27C010"}, {256, "27C020"}, {512, "27C040"}, {1024, "27C080"}};
+    static constexpr Eprom wide[] = {{128, "27C1024"}, {256, "27C2048"}, {512, "27C4096"}};
+    const auto nameIn = [bytes](const auto &eproms) {
+        for (const Eprom &eprom : eproms)
+            if (eprom.kib * kib == bytes)
+                return QString::fromLatin1(eprom.name);
+        return QString();
+    };
+    return unit == 1 ? nameIn(narrow) : nameIn(wide);
+}
+
+/// On which data lines of the system a part is.
+QString linesWords(const LabelledPart &part) {
+    const int last = part.lanes.parts - 1;
+    const int height = part.lowByteLast ? last - part.part : part.part;
+    if (last == 1 && part.lanes.unit == 1)
+        return height == 0 ? Wording::tr("low byte") : Wording::tr("high byte");
+    const int width = part.lanes.unit * bitsOfByte;
+    return Wording::tr("D%1 to D%2")
+        .arg(QString::number(height * width), QString::number((height + 1) * width - 1));
+}
+
+QString lengthsWords(const QList<qint64> &lengths) {
+    QStringList words;
+    for (const qint64 length : lengths)
+        words << QLocale().toString(length);
+    return words.join(QStringLiteral(", "));
+}
+
+QString missingWords(int wanted, qsizetype there) {
+    return wanted > there ? Wording::tr("%1 parts are to be joined, and %2 of them are there: add "
+                                        "the others.")
+                                .arg(QString::number(wanted), QString::number(there))
+                          : Wording::tr("%1 parts are to be joined, and %2 are there: remove some.")
+                                .arg(QString::number(wanted), QString::number(there));
+}
+
+QString groupsWords(int group, qint64 length) {
+    return Wording::tr("Bytes can be swapped in groups of %1 only; %2 make no whole groups.")
+        .arg(QString::number(group), QLocale().toString(length));
+}
+
+QString equalPartsWords(const Lanes &split, qint64 length) {
+    return Wording::tr("%1 bytes cannot be split into %2 parts of the same length.")
+        .arg(QLocale().toString(length), QString::number(split.parts));
+}
+
+} // namespace
+
+QString partName(const Lanes &lanes, int part) {
+    if (lanes != Lanes{2, 1})
+        return QString::number(part);
+    return part == 0 ? QStringLiteral("even") : QStringLiteral("odd");
+}
+
+QStringList partNames(const Lanes &lanes) {
+    QStringList names;
+    for (int part = 0; part < lanes.parts; ++part)
+        names << partName(lanes, part);
+    return names;
+}
+
+QString partPath(const QString &path, const Lanes &lanes, int part, const QString &extension) {
+    static const QStringList endings = {QStringLiteral("bin"), QStringLiteral("hex"),
+                                        QStringLiteral("srec")};
+    const QFileInfo file(path);
+    const bool hasEnding = endings.contains(file.suffix(), Qt::CaseInsensitive);
+    const QString begin = hasEnding ? path.chopped(file.suffix().size() + 1) : path;
+    return begin + u'.' + partName(lanes, part) + u'.' + extension;
+}
+
+QString checksumWords(quint32 crc32) {
+    return QString::number(crc32, hexadecimal).toUpper().rightJustified(digitsOfChecksum, u'0');
+}
+
+QString chipSizeWords(qint64 bytes) {
+    if (bytes % kib != 0 || bytes == 0)
+        return sizeWords(bytes);
+    return Wording::tr("%1 KiB").arg(QLocale().toString(bytes / kib));
+}
+
+QString labelWords(const LabelledPart &part, const ChipSize &chip) {
+    QStringList words;
+    if (part.lanes.parts == 1)
+        words << part.name;
+    else
+        words << part.name + u' ' + partName(part.lanes, part.part) << linesWords(part);
+    words << Wording::tr("CRC-32 %1").arg(checksumWords(part.crc32));
+    const QString type =
+        chip.bytes == part.length ? chip.name : usualEprom(part.length, part.lanes.unit);
+    words << (type.isEmpty() ? QString() : type + u' ') + chipSizeWords(part.length);
+    return words.join(QStringLiteral(", "));
+}
+
+QString whyNotWords(NoArrangement why, const Arrangement &arrangement,
+                    const QList<qint64> &lengths) {
+    const qint64 length = splitLength(arrangement, lengths);
+    const qint64 whole = wholeLength(lengths);
+    switch (why) {
+    case NoArrangement::PartsMissing:
+        return missingWords(arrangement.joined.parts, lengths.size());
+    case NoArrangement::DifferentLengths:
+        return Wording::tr("The parts have different lengths (%1 bytes), so nothing can be joined.")
+            .arg(lengthsWords(lengths));
+    case NoArrangement::NoWholeUnits:
+        return Wording::tr("A part of %1 bytes makes no whole units of 16 bits.")
+            .arg(QLocale().toString(lengths.value(0)));
+    case NoArrangement::NoWholeGroups:
+        return groupsWords(arrangement.swapped, whole);
+    case NoArrangement::NoEqualParts:
+        return equalPartsWords(arrangement.split, whole);
+    case NoArrangement::NoWholeRepeats:
+        return Wording::tr("%1 cannot be repeated to fill just %2.")
+            .arg(sizeWords(length), chipSizeWords(arrangement.filled));
+    case NoArrangement::TooLarge:
+        return Wording::tr("It would be more than 1 GiB.");
+    }
+    return {};
+}
