@@ -87,7 +87,7 @@ bool isGraphicsHeader(const QString &header) {
 
 bool isGridRule(const QString &path) {
     static const QRegularExpression pattern(QStringLiteral(
-        R"(^src/grid/(GridPresentation|CellEdit|GridModel|GridColumns|GridSource|GridSteps)\.(h|cpp)$)"));
+        R"(^src/grid/(ByteBlock|GridPresentation|CellEdit|GridModel|GridColumns|GridSource|GridSteps)\.(h|cpp)$)"));
     return pattern.match(path).hasMatch();
 }
 
