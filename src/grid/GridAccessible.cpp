@@ -5,6 +5,7 @@
 
 #include "grid/CellEditor.h"
 #include "grid/GridAccessibleCell.h"
+#include "grid/GridSteps.h"
 #include "grid/GridView.h"
 
 #include <QHeaderView>
@@ -187,6 +188,8 @@ int GridAccessible::selectedRowCount() const {
 }
 
 int GridAccessible::selectedCellCount() const {
+    if (view()->hasBlock())
+        return int(view()->selectedBytes().length);
     return selectedRowCount() * columnCount();
 }
 
@@ -200,7 +203,20 @@ QList<int> GridAccessible::selectedRows() const {
     return rows;
 }
 
+QList<QAccessibleInterface *> GridAccessible::cellsOfBlock() const {
+    QList<QAccessibleInterface *> cells;
+    const ByteRange block = view()->selectedBytes();
+    const qint64 end = block.offset + std::min<qint64>(block.length, maxListed);
+    for (qint64 byte = block.offset; byte < end; ++byte) {
+        const QModelIndex cell = cellOfByte(*view()->gridModel(), byte);
+        cells.append(placed(cell.row(), cell.column()));
+    }
+    return cells;
+}
+
 QList<QAccessibleInterface *> GridAccessible::selectedCells() const {
+    if (view()->hasBlock())
+        return cellsOfBlock();
     QList<QAccessibleInterface *> cells;
     for (const int row : selectedRows())
         for (int column = 0; column < columnCount() && cells.size() < maxListed; ++column)

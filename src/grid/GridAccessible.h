@@ -70,6 +70,7 @@ private:
     GridView *view() const;
     bool isEditing() const;
     QAccessibleInterface *placed(int row, int column) const;
+    QList<QAccessibleInterface *> cellsOfBlock() const;
     void dropOldest() const;
     bool changeRowSelection(int row, bool selected);
 
@@ -79,7 +80,7 @@ private:
 
 /// Tells assistive technology that the cursor has come to \a cell.
 void tellCursor(GridView &view, const QModelIndex &cell);
-/// Tells assistive technology that other rows are selected.
+/// Tells assistive technology that other rows or bytes are selected.
 void tellSelection(GridView &view);
 
 /// Makes every GridView accessible as a table. To be called once, before the first window.

@@ -4,6 +4,7 @@
 #include "grid/GridAccessibleCell.h"
 
 #include "grid/GridAccessible.h"
+#include "grid/GridSteps.h"
 #include "grid/GridView.h"
 
 #include <QHeaderView>
@@ -110,6 +111,11 @@ QList<QAccessibleInterface *> GridAccessibleCell::rowHeaderCells() const {
 }
 
 bool GridAccessibleCell::isSelected() const {
+    if (view().hasBlock()) {
+        const ByteRange block = view().selectedBytes();
+        const qint64 byte = byteOfCell(index()).value_or(-1);
+        return byte >= block.offset && byte < block.end();
+    }
     return isValid() && view().selectionModel()->isSelected(index());
 }
 

@@ -8,6 +8,7 @@
 #include "grid/GridDelegate.h"
 #include "grid/GridHeader.h"
 #include "grid/GridPainter.h"
+#include "grid/GridSelection.h"
 #include "grid/GridSteps.h"
 #include "grid/GridText.h"
 #include "widgets/FixedFont.h"
@@ -24,7 +25,10 @@
 #include <utility>
 
 GridView::GridView(QWidget *parent)
-    : QAbstractItemView(parent), header_(new GridHeader(this)), delegate_(new GridDelegate(this)) {
+    : QAbstractItemView(parent),
+      header_(new GridHeader(this)),
+      delegate_(new GridDelegate(this)),
+      selection_(new GridSelection(*this)) {
     setLayoutDirection(Qt::LeftToRight);
     setItemDelegate(delegate_);
     setSelectionBehavior(SelectRows);
@@ -39,6 +43,7 @@ GridView::GridView(QWidget *parent)
         updateGeometries();
         viewport()->update();
     });
+    connect(selection_, &GridSelection::changed, this, &GridView::selectedBytesChanged);
     applyFont();
 }
 
@@ -59,8 +64,10 @@ QHeaderView *GridView::header() const {
 }
 
 void GridView::setHeading(GridHeading heading) {
-    if (model_)
+    if (model_ && heading != model_->heading()) {
+        endBlock();
         model_->setHeading(heading);
+    }
     viewport()->update();
 }
 
@@ -68,15 +75,21 @@ void GridView::reloadData() {
     if (!model_)
         return;
     const ViewPlace before = placeOf(*this);
+    const ByteBlock selected = selection_->block();
     model_->reloadData();
     updateGeometries();
     returnTo(before, *this);
+    selection_->restore(selected);
     viewport()->update();
 }
 
 void GridView::showChange(ByteRange changed) {
-    if (model_ && !model_->showChange(changed))
-        reloadData();
+    if (!model_)
+        return;
+    if (!model_->showChange(changed))
+        return reloadData();
+    // The bytes shown may be fewer in as many rows.
+    selection_->restore(selection_->block());
 }
 
 bool GridView::showAddress(qint64 offset) {
@@ -93,6 +106,28 @@ bool GridView::showAddress(qint64 offset) {
 void GridView::moveTo(const QModelIndex &index) {
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
                                                  QItemSelectionModel::Rows);
+}
+
+ByteRange GridView::selectedBytes() const {
+    return selection_->bytes();
+}
+
+bool GridView::hasBlock() const {
+    return selection_->hasBlock();
+}
+
+void GridView::selectBytes(ByteRange bytes) {
+    selection_->select(bytes);
+}
+
+void GridView::endBlock() {
+    if (selection_->hasBlock())
+        selection_->end();
+}
+
+void GridView::selectAll() {
+    if (!selection_->selectAll())
+        QAbstractItemView::selectAll();
 }
 
 QString GridView::selectedText() const {
@@ -118,12 +153,14 @@ void GridView::copySelection() {
 void GridView::currentChanged(const QModelIndex &current, const QModelIndex &previous) {
     QAbstractItemView::currentChanged(current, previous);
     viewport()->update();
+    selection_->takeCursor();
     if (hasFocus() && current.isValid())
         tellCursor(*this, current);
 }
 
 void GridView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) {
     QAbstractItemView::selectionChanged(selected, deselected);
+    selection_->takeRows();
     tellSelection(*this);
 }
 
@@ -178,7 +215,8 @@ void GridView::keyPressEvent(QKeyEvent *event) {
         event->accept();
         return;
     }
-    QAbstractItemView::keyPressEvent(event);
+    if (!selection_->press(*event))
+        QAbstractItemView::keyPressEvent(event);
 }
 
 void GridView::keyboardSearch(const QString &) {}

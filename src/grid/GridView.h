@@ -12,15 +12,17 @@
 class CellEditor;
 class GridDelegate;
 class GridHeader;
+class GridSelection;
 class QHeaderView;
 
 /// The window's grid: a hex dump or a table of logic test results of any length. Rows have one
 /// height and are scrolled whole, columns pixel by pixel; nothing is kept for a row, so 64
 /// million rows open as fast as one.
 ///
-/// The cursor is a cell, the selection is made of rows. Typing, F2 and a double-click open a cell
-/// that the source allows to be edited; only an entry that differs from what the cell opened with
-/// is committed. The grid always reads from left to right, as hex dumps do in every language.
+/// The cursor is a cell. Rows are selected, or a block of bytes that follow each other; never both.
+/// Typing, F2 and a double-click open a cell that the source allows to be edited; only an entry
+/// that differs from what the cell opened with is committed. The grid always reads from left to
+/// right, as hex dumps do in every language.
 class GridView : public QAbstractItemView {
     Q_OBJECT
 
@@ -74,6 +76,17 @@ public:
     /// changed, if there is no such row.
     bool showAddress(qint64 offset);
 
+    /// The selected bytes: a block, or the one under the cursor. None, at offset 0, where the
+    /// cursor is on no byte and among results.
+    ByteRange selectedBytes() const;
+    /// True if more bytes are selected than the one where the cursor is.
+    bool hasBlock() const;
+    /// Selects \a bytes as far as the grid shows them, with the cursor on the first of them and in
+    /// view. Nothing changes if it shows none of them.
+    void selectBytes(ByteRange bytes);
+    /// Gives the block up, if there is one, for the row of the cursor.
+    void endBlock();
+
     /// Commits the entry that is being typed, if there is one that differs from what its cell
     /// opened with, and closes its editor. True if an editor was open.
     bool commitOpenEditor();
@@ -96,6 +109,8 @@ public:
     /// Does nothing: a search by typing would walk through every row.
     void keyboardSearch(const QString &search) override;
     void setModel(QAbstractItemModel *model) override;
+    /// Selects all bytes; all rows where there are none.
+    void selectAll() override;
 
     /// All columns and a page of rows.
     QSize sizeHint() const override;
@@ -104,6 +119,8 @@ public:
     QSize viewportSizeHint() const override;
 
 signals:
+    /// selectedBytes() may be other ones, or hold others.
+    void selectedBytesChanged();
     /// \a rows are selected, more than largestCopy.
     void copyRefused(qint64 rows);
 
@@ -145,6 +162,7 @@ private:
     GridModel *model_ = nullptr;
     GridHeader *header_;
     GridDelegate *delegate_;
+    GridSelection *selection_;
     QString hint_;
     int rowHeight_ = 1;
     bool layingOut_ = false;

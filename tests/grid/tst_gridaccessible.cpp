@@ -22,6 +22,7 @@ private slots:
     void childAt_findsCellsAndTitles();
     void selection_isOfRows();
     void largeSelection_isListedInPart();
+    void block_isOfCells();
     void cells_stayGoodAcrossReloads();
     void cells_areMadeAnewWhenThereWereMany();
     void cursor_isTheFocusedChild();
@@ -183,10 +184,34 @@ void TestGridAccessible::selection_isOfRows() {
 
 void TestGridAccessible::largeSelection_isListedInPart() {
     AccessibleGrid grid({}, false, qint64(1) << 30);
-    grid.view.selectAll();
+    grid.view.selectionModel()->select(QItemSelection(grid.cell(0, 0), grid.cell(67108864, 17)),
+                                       QItemSelectionModel::ClearAndSelect);
     QCOMPARE(grid.table()->selectedRowCount(), 67108865);
     QVERIFY(grid.table()->selectedRows().size() < 10000);
     QVERIFY(grid.table()->selectedCells().size() < 10000);
+    grid.view.selectAll();
+    QCOMPARE(grid.table()->selectedCellCount(), 1 << 30);
+    QVERIFY(grid.table()->selectedCells().size() < 10000);
+}
+
+void TestGridAccessible::block_isOfCells() {
+    AccessibleGrid grid(QByteArray(100, 'A'));
+    grid.view.selectBytes({30, 4});
+    QCOMPARE(grid.table()->selectedRowCount(), 0);
+    QCOMPARE(grid.table()->selectedCellCount(), 4);
+    QCOMPARE(grid.table()->selectedCells(), QList<QAccessibleInterface *>({
+                                                grid.at(1, 15),
+                                                grid.at(1, 16),
+                                                grid.at(2, 1),
+                                                grid.at(2, 2),
+                                            }));
+    QVERIFY(grid.at(1, 15)->state().selected && grid.at(2, 2)->state().selected);
+    QVERIFY(!grid.at(1, 14)->state().selected && !grid.at(2, 3)->state().selected);
+    QVERIFY(!grid.at(1, 0)->state().selected);
+    // Rows that assistive technology selects take its place.
+    QVERIFY(grid.table()->selectRow(4));
+    QVERIFY(!grid.view.hasBlock());
+    QCOMPARE(grid.table()->selectedRows(), QList<int>({4}));
 }
 
 void TestGridAccessible::cells_stayGoodAcrossReloads() {

@@ -1,0 +1,155 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "grid/GridSelection.h"
+
+#include "grid/GridSteps.h"
+#include "grid/GridView.h"
+
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+namespace {
+
+std::optional<ByteStep> stepOf(const QKeyEvent &key) {
+    const bool toTheEnds = key.modifiers().testFlag(Qt::ControlModifier);
+    switch (key.key()) {
+    case Qt::Key_Left:
+        return ByteStep::Back;
+    case Qt::Key_Right:
+        return ByteStep::On;
+    case Qt::Key_Up:
+        return ByteStep::RowUp;
+    case Qt::Key_Down:
+        return ByteStep::RowDown;
+    case Qt::Key_PageUp:
+        return ByteStep::PageUp;
+    case Qt::Key_PageDown:
+        return ByteStep::PageDown;
+    case Qt::Key_Home:
+        return toTheEnds ? ByteStep::First : ByteStep::RowStart;
+    case Qt::Key_End:
+        return toTheEnds ? ByteStep::Last : ByteStep::RowEnd;
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+GridSelection::GridSelection(GridView &view) : QObject(&view), view_(view) {}
+
+qint64 GridSelection::byteCount() const {
+    return view_.gridModel() ? view_.gridModel()->byteCount() : 0;
+}
+
+ByteRange GridSelection::bytes() const {
+    if (hasBlock())
+        return block_.bytes();
+    const QModelIndex cell = view_.currentIndex();
+    const auto byte = byteOfCell(cell);
+    const GridModel *model = view_.gridModel();
+    if (!byte || model->heading() != GridHeading::Bytes ||
+        model->cell(cell.row(), cell.column()).missing)
+        return {};
+    return {*byte, 1};
+}
+
+void GridSelection::select(ByteRange bytes) {
+    const qint64 first = std::max<qint64>(bytes.offset, 0);
+    const auto block = clipped({bytes.end() - 1, first}, byteCount());
+    if (bytes.end() <= first || !block)
+        return;
+    moveCursorTo(block->lead);
+    view_.scrollTo(view_.currentIndex(), GridView::PositionAtCenter);
+    take(*block);
+}
+
+bool GridSelection::selectAll() {
+    const qint64 count = byteCount();
+    if (count > 0)
+        take({0, count - 1});
+    return count > 0;
+}
+
+void GridSelection::extendTo(qint64 offset) {
+    const qint64 last = byteCount() - 1;
+    if (last < 0)
+        return;
+    const ByteBlock block{std::min(block_.anchor, last), std::clamp<qint64>(offset, 0, last)};
+    moveCursorTo(block.lead);
+    take(block);
+}
+
+void GridSelection::end() {
+    const qint64 byte = nearestByte(view_.currentIndex());
+    take({byte, byte});
+}
+
+void GridSelection::restore(const ByteBlock &block) {
+    if (block.isOneByte())
+        return emit changed();
+    if (const auto left = clipped(block, byteCount()))
+        take(*left);
+    else
+        end();
+}
+
+void GridSelection::takeCursor() {
+    if (leading_)
+        return;
+    const qint64 byte = nearestByte(view_.currentIndex());
+    block_ = {byte, byte};
+    emit changed();
+}
+
+void GridSelection::takeRows() {
+    if (!leading_ && hasBlock() && view_.selectionModel()->hasSelection())
+        takeCursor();
+}
+
+bool GridSelection::press(const QKeyEvent &key) {
+    const auto step = stepOf(key);
+    if (step && key.modifiers().testFlag(Qt::ShiftModifier) && byteCount() > 0) {
+        const int page = view_.viewport()->height() / view_.rowHeight();
+        extendTo(byteAfter(*step, block_.lead, std::max(page, 1), byteCount()));
+        return true;
+    }
+    const bool endsBlock = hasBlock() && (step || key.key() == Qt::Key_Escape);
+    if (endsBlock)
+        end();
+    return endsBlock && !step;
+}
+
+/// The byte of \a cell; of an address and of the characters, the first of their row.
+qint64 GridSelection::nearestByte(const QModelIndex &cell) const {
+    const qint64 first = cell.isValid() ? qint64(cell.row()) * bytesInRow : 0;
+    return byteOfCell(cell).value_or(first);
+}
+
+void GridSelection::take(const ByteBlock &block) {
+    block_ = block;
+    showRowsOrBlock();
+    view_.viewport()->update();
+    emit changed();
+}
+
+void GridSelection::moveCursorTo(qint64 offset) {
+    const QScopedValueRollback leading(leading_, true);
+    view_.selectionModel()->setCurrentIndex(cellOfByte(*view_.gridModel(), offset),
+                                            QItemSelectionModel::NoUpdate);
+}
+
+void GridSelection::showRowsOrBlock() {
+    const QScopedValueRollback leading(leading_, true);
+    QItemSelectionModel *rows = view_.selectionModel();
+    if (!rows)
+        return;
+    if (hasBlock())
+        rows->clearSelection();
+    else if (!rows->hasSelection())
+        rows->select(view_.currentIndex(),
+                     QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}

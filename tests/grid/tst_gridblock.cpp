@@ -1,0 +1,288 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "support/ShownGrid.h"
+
+#include <QSignalSpy>
+
+/// A block of bytes in the grid.
+class TestGridBlock : public QObject {
+    Q_OBJECT
+
+private slots:
+    void withoutABlock_theByteUnderTheCursorIsSelected();
+    void cellsWithoutAByte_selectNone_data();
+    void cellsWithoutAByte_selectNone();
+    void results_haveNoBytes();
+    void selecting_putsTheCursorOnTheFirstByteInView();
+    void selecting_takesWhatThereIs_data();
+    void selecting_takesWhatThereIs();
+    void block_takesThePlaceOfRows();
+    void shiftedKeys_extendIt();
+    void plainMovement_endsIt_data();
+    void plainMovement_endsIt();
+    void escape_endsItAlone();
+    void selectAll_selectsAllBytes();
+    void reload_keepsWhatIsLeft();
+    void otherHeading_endsIt();
+    void everyChange_isTold();
+    void largestImage_isSelectedAtOnce();
+};
+
+namespace {
+
+QPair<qint64, qint64> selected(const GridView &view) {
+    return {view.selectedBytes().offset, view.selectedBytes().length};
+}
+
+QPair<qint64, qint64> bytes(qint64 offset, qint64 length) {
+    return {offset, length};
+}
+
+} // namespace
+
+void TestGridBlock::withoutABlock_theByteUnderTheCursorIsSelected() {
+    ShownGrid grid(QByteArray(40, 'A'));
+    grid.click(1, 4);
+    QCOMPARE(selected(grid.view), bytes(19, 1));
+    QVERIFY(!grid.view.hasBlock());
+    QCOMPARE(grid.view.selectedRowCount(), 1);
+}
+
+void TestGridBlock::cellsWithoutAByte_selectNone_data() {
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("column");
+    QTest::newRow("address") << 1 << 0;
+    QTest::newRow("characters") << 1 << 17;
+    QTest::newRow("behind the last byte") << 2 << 9;
+}
+
+void TestGridBlock::cellsWithoutAByte_selectNone() {
+    QFETCH(int, row);
+    QFETCH(int, column);
+    ShownGrid grid(QByteArray(40, 'A'));
+    grid.setCursor(row, column);
+    QCOMPARE(grid.view.selectedBytes().length, 0);
+    QVERIFY(!grid.view.hasBlock());
+}
+
+void TestGridBlock::results_haveNoBytes() {
+    ShownGrid grid("A");
+    grid.source.report = {{{}, {QStringLiteral("1")}}, {{QStringLiteral("0000:")}}};
+    grid.view.setHeading(GridHeading::Pins);
+    grid.view.reloadData();
+    grid.setCursor(0, 1);
+    QCOMPARE(grid.view.selectedBytes().length, 0);
+    grid.view.selectBytes({0, 2});
+    QVERIFY(!grid.view.hasBlock());
+    grid.press(Qt::Key_Down, Qt::ShiftModifier);
+    QCOMPARE(grid.view.selectedRowCount(), 2);
+    grid.view.selectAll();
+    QCOMPARE(grid.view.selectedRowCount(), 2);
+}
+
+void TestGridBlock::selecting_putsTheCursorOnTheFirstByteInView() {
+    ShownGrid grid(QByteArray(6000, 'A'));
+    grid.view.selectBytes({0x805, 300});
+    QCOMPARE(selected(grid.view), bytes(0x805, 300));
+    QVERIFY(grid.view.hasBlock());
+    QCOMPARE(grid.cursor(), qMakePair(0x80, 6));
+    QVERIFY(grid.view.viewport()->rect().contains(grid.view.visualRect(grid.cell(0x80, 6))));
+    grid.view.selectBytes({7, 1});
+    QCOMPARE(selected(grid.view), bytes(7, 1));
+    QVERIFY(!grid.view.hasBlock());
+    QCOMPARE(grid.view.selectedRowCount(), 1);
+}
+
+void TestGridBlock::selecting_takesWhatThereIs_data() {
+    QTest::addColumn<qint64>("offset");
+    QTest::addColumn<qint64>("length");
+    QTest::addColumn<qint64>("expectedOffset");
+    QTest::addColumn<qint64>("expectedLength");
+    const auto row = [](const char *name, QPair<qint64, qint64> asked,
+                        QPair<qint64, qint64> taken) {
+        QTest::newRow(name) << asked.first << asked.second << taken.first << taken.second;
+    };
+    row("all", {0, 40}, {0, 40});
+    row("beyond the end", {30, 100}, {30, 10});
+    row("from before the start", {-5, 10}, {0, 5});
+    row("behind the end", {40, 5}, {2, 3});
+    row("before the start", {-5, 5}, {2, 3});
+    row("none", {7, 0}, {2, 3});
+}
+
+/// What cannot be selected leaves the bytes 2 to 4 as they were.
+void TestGridBlock::selecting_takesWhatThereIs() {
+    QFETCH(qint64, offset);
+    QFETCH(qint64, length);
+    QFETCH(qint64, expectedOffset);
+    QFETCH(qint64, expectedLength);
+    ShownGrid grid(QByteArray(40, 'A'));
+    grid.view.selectBytes({2, 3});
+    grid.view.selectBytes({offset, length});
+    QCOMPARE(selected(grid.view), bytes(expectedOffset, expectedLength));
+}
+
+void TestGridBlock::block_takesThePlaceOfRows() {
+    ShownGrid grid(QByteArray(100, 'A'));
+    grid.click(1, 4);
+    grid.view.selectBytes({5, 30});
+    QCOMPARE(grid.view.selectedRowCount(), 0);
+    grid.click(4, 4, Qt::ControlModifier);
+    QVERIFY(!grid.view.hasBlock());
+    QCOMPARE(grid.view.selectedRowCount(), 1);
+    grid.view.selectBytes({5, 30});
+    grid.view.moveTo(grid.cell(0, 6));
+    QVERIFY(!grid.view.hasBlock());
+    QCOMPARE(grid.view.selectedRowCount(), 1);
+}
+
+void TestGridBlock::shiftedKeys_extendIt() {
+    ShownGrid grid(QByteArray(1000, 'A'));
+    grid.click(2, 5);
+    grid.press(Qt::Key_Right, Qt::ShiftModifier);
+    QCOMPARE(selected(grid.view), bytes(36, 2));
+    QCOMPARE(grid.cursor(), qMakePair(2, 6));
+    grid.press(Qt::Key_Down, Qt::ShiftModifier);
+    QCOMPARE(selected(grid.view), bytes(36, 18));
+    grid.press(Qt::Key_End, Qt::ShiftModifier);
+    QCOMPARE(selected(grid.view), bytes(36, 28));
+    grid.press(Qt::Key_Right, Qt::ShiftModifier);
+    QCOMPARE(grid.cursor(), qMakePair(4, 1));
+    grid.press(Qt::Key_PageDown, Qt::ShiftModifier);
+    QCOMPARE(selected(grid.view), bytes(36, 29 + 16 * 16));
+    grid.press(Qt::Key_End, Qt::ShiftModifier | Qt::ControlModifier);
+    QCOMPARE(selected(grid.view), bytes(36, 964));
+    QVERIFY(grid.view.viewport()->rect().contains(grid.view.visualRect(grid.view.currentIndex())));
+    grid.press(Qt::Key_Home, Qt::ShiftModifier | Qt::ControlModifier);
+    QCOMPARE(selected(grid.view), bytes(0, 37));
+    grid.click(2, 5);
+    grid.press(Qt::Key_Left, Qt::ShiftModifier);
+    QVERIFY(grid.view.hasBlock());
+    grid.press(Qt::Key_Right, Qt::ShiftModifier);
+    QVERIFY(!grid.view.hasBlock());
+    QCOMPARE(grid.view.selectedRowCount(), 1);
+    QCOMPARE(grid.cursor(), qMakePair(2, 5));
+}
+
+void TestGridBlock::plainMovement_endsIt_data() {
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("column");
+    QTest::newRow("right") << int(Qt::Key_Right) << 2 << 4;
+    QTest::newRow("down") << int(Qt::Key_Down) << 3 << 3;
+    QTest::newRow("home") << int(Qt::Key_Home) << 2 << 1;
+    QTest::newRow("page up") << int(Qt::Key_PageUp) << 0 << 3;
+}
+
+void TestGridBlock::plainMovement_endsIt() {
+    QFETCH(int, key);
+    QFETCH(int, row);
+    QFETCH(int, column);
+    ShownGrid grid(QByteArray(1000, 'A'));
+    grid.view.selectBytes({34, 50});
+    grid.press(key);
+    QVERIFY(!grid.view.hasBlock());
+    QCOMPARE(grid.cursor(), qMakePair(row, column));
+    QCOMPARE(grid.view.selectedRowCount(), 1);
+    // Also where it leads nowhere.
+    grid.view.selectBytes({0, 50});
+    grid.press(Qt::Key_Up);
+    QVERIFY(!grid.view.hasBlock());
+}
+
+void TestGridBlock::escape_endsItAlone() {
+    ShownGrid grid(QByteArray(100, 'A'));
+    grid.view.selectBytes({34, 30});
+    grid.press(Qt::Key_Escape);
+    QVERIFY(!grid.view.hasBlock());
+    QCOMPARE(grid.cursor(), qMakePair(2, 3));
+    QCOMPARE(selected(grid.view), bytes(34, 1));
+    QVERIFY(grid.view.selectionModel()->isRowSelected(2));
+    // Whoever is around the grid hears of the next one.
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    escape.accept();
+    QApplication::sendEvent(&grid.view, &escape);
+    QVERIFY(!escape.isAccepted());
+}
+
+void TestGridBlock::selectAll_selectsAllBytes() {
+    ShownGrid grid(QByteArray(100, 'A'));
+    grid.click(2, 5);
+    grid.press(Qt::Key_A, Qt::ControlModifier);
+    QCOMPARE(selected(grid.view), bytes(0, 100));
+    QCOMPARE(grid.cursor(), qMakePair(2, 5));
+    QCOMPARE(grid.view.selectedRowCount(), 0);
+}
+
+void TestGridBlock::reload_keepsWhatIsLeft() {
+    ShownGrid grid(QByteArray(100, 'A'));
+    grid.view.selectBytes({30, 40});
+    grid.view.reloadData();
+    QCOMPARE(selected(grid.view), bytes(30, 40));
+    QCOMPARE(grid.view.selectedRowCount(), 0);
+    grid.source.bytes.truncate(40);
+    grid.view.reloadData();
+    QCOMPARE(selected(grid.view), bytes(30, 10));
+    grid.source.bytes.truncate(20);
+    grid.view.reloadData();
+    QVERIFY(!grid.view.hasBlock());
+    grid.source.bytes = QByteArray(100, 'B');
+    grid.view.reloadData();
+    QVERIFY(!grid.view.hasBlock());
+    grid.view.selectBytes({30, 40});
+    grid.source.bytes.truncate(40);
+    grid.view.showChange({0, 40});
+    QCOMPARE(selected(grid.view), bytes(30, 10));
+}
+
+void TestGridBlock::otherHeading_endsIt() {
+    ShownGrid grid(QByteArray(100, 'A'));
+    grid.view.selectBytes({30, 40});
+    grid.view.setHeading(GridHeading::Bytes);
+    QVERIFY(grid.view.hasBlock());
+    grid.view.setHeading(GridHeading::Pins);
+    QVERIFY(!grid.view.hasBlock());
+}
+
+void TestGridBlock::everyChange_isTold() {
+    ShownGrid grid(QByteArray(100, 'A'));
+    QSignalSpy changes(&grid.view, &GridView::selectedBytesChanged);
+    const auto wasTold = [&] {
+        const bool told = !changes.isEmpty();
+        changes.clear();
+        return told;
+    };
+    grid.click(2, 5);
+    QVERIFY(wasTold());
+    grid.press(Qt::Key_Right, Qt::ShiftModifier);
+    QVERIFY(wasTold());
+    grid.press(Qt::Key_Escape);
+    QVERIFY(wasTold());
+    grid.view.selectBytes({3, 4});
+    QVERIFY(wasTold());
+    grid.view.showChange({4, 1});
+    QVERIFY(wasTold());
+    grid.view.reloadData();
+    QVERIFY(wasTold());
+    grid.view.endBlock();
+    QVERIFY(wasTold());
+    grid.view.endBlock();
+    QVERIFY(!wasTold());
+}
+
+void TestGridBlock::largestImage_isSelectedAtOnce() {
+    constexpr qint64 gibibyte = qint64(1) << 30;
+    ShownGrid grid({}, false, gibibyte);
+    grid.setCursor(5, 1);
+    grid.view.setUpdatesEnabled(false);
+    grid.source.questions = 0;
+    grid.view.selectAll();
+    QCOMPARE(selected(grid.view), bytes(0, gibibyte));
+    grid.view.selectBytes({gibibyte - 5, 100});
+    QCOMPARE(selected(grid.view), bytes(gibibyte - 5, 5));
+    QVERIFY2(grid.source.questions < 1000, qPrintable(QString::number(grid.source.questions)));
+}
+
+QTEST_MAIN(TestGridBlock)
+#include "tst_gridblock.moc"
