@@ -40,10 +40,10 @@ QColor gridLineColor(const GridView &view) {
         QRgb(view.style()->styleHint(QStyle::SH_Table_GridLineColor, &option, &view)));
 }
 
-/// Space between the edge of a column and its text, in characters.
-constexpr double paddingShare = 0.75;
 /// The line below bytes that were found, in pixels.
 constexpr int foundLineHeight = 2;
+/// What the colour of the block keeps, above and below, of bytes with a ground of their own.
+constexpr int blockEdge = 2;
 
 bool isPlain(const QString &text) {
     return std::all_of(text.begin(), text.end(),
@@ -58,7 +58,9 @@ GridPainter::GridPainter(const GridView &view, QPainter &painter)
       painter_(painter),
       palette_(view.palette()),
       boldFont_(view.font()),
-      lineColor_(gridLineColor(view)) {
+      lineColor_(gridLineColor(view)),
+      places_(view.font()),
+      block_(view.hasBlock() ? view.selectedBytes() : ByteRange()) {
     const bool active = view.isActiveWindow() && view.hasFocus();
     palette_.setCurrentColorGroup(!view.isEnabled() ? QPalette::Disabled
                                   : active          ? QPalette::Active
@@ -68,8 +70,6 @@ GridPainter::GridPainter(const GridView &view, QPainter &painter)
     fixedPitch_ = QFontInfo(view.font()).fixedPitch();
     painter.setFont(view.font());
     const QFontMetrics metrics = view.fontMetrics();
-    characterWidth_ = QFontMetricsF(view.font()).horizontalAdvance(u'0');
-    padding_ = qRound(characterWidth_ * paddingShare);
     baseline_ = (view.rowHeight() - metrics.height()) / 2 + metrics.ascent();
 }
 
@@ -83,10 +83,26 @@ void GridPainter::paintRow(int row, int top, const QRect &area) const {
         const QRect cell(header.sectionViewportPosition(column), top, header.sectionSize(column),
                          view_.rowHeight());
         const bool isCurrent = current.row() == row && current.column() == column;
-        if (cell.intersects(area))
-            paintCell(row, column, cell,
-                      {selected, isCurrent, isPinRow(row), model_.mark(row, column)});
+        if (!cell.intersects(area))
+            continue;
+        const QRect inBlock = partInBlock(row, column, cell);
+        paintCell(row, column, cell,
+                  {selected || inBlock == cell, isCurrent, isPinRow(row), model_.mark(row, column),
+                   inBlock});
     }
+}
+
+/// The part of a cell that stands for bytes of the block.
+QRect GridPainter::partInBlock(int row, int column, const QRect &cell) const {
+    const qint64 start = qint64(row) * bytesInRow;
+    const auto first = int(std::clamp<qint64>(block_.offset - start, 0, bytesInRow));
+    const auto end = int(std::clamp<qint64>(block_.end() - start, 0, bytesInRow));
+    if (first >= end || column == addressColumn)
+        return {};
+    if (column == charactersColumn)
+        return places_.rectOf(first, end - first, cell) & cell;
+    const int place = column - firstByteColumn;
+    return place >= first && place < end ? cell : QRect();
 }
 
 void GridPainter::paintBackground(int row, const QRect &line, bool selected) const {
@@ -118,16 +134,18 @@ void GridPainter::paintCell(int row, int column, const QRect &cell, Look look) c
 }
 
 void GridPainter::paintGround(const CellValue &value, const QRect &cell, Look look) const {
+    painter_.fillRect(look.inBlock, palette_.brush(QPalette::Highlight));
+    const QRect ground = look.inBlock == cell ? cell.adjusted(0, blockEdge, 0, -blockEdge) : cell;
     if (look.mark.found) {
-        painter_.fillRect(cell, foundGroundColor(palette_));
-        const QRect line(cell.left(), cell.bottom() + 1 - foundLineHeight, cell.width(),
+        painter_.fillRect(ground, foundGroundColor(palette_));
+        const QRect line(ground.left(), ground.bottom() + 1 - foundLineHeight, ground.width(),
                          foundLineHeight);
         painter_.fillRect(line, warningTextColor(palette_));
         return;
     }
     // On the colour of the selection, neither the cursor nor what stands out could be told.
     if (look.selected && (look.current || value.failed || look.mark.differs))
-        painter_.fillRect(cell, palette_.brush(QPalette::Base));
+        painter_.fillRect(ground, palette_.brush(QPalette::Base));
 }
 
 /// A line sets addresses, the halves of a row and the characters apart.
@@ -157,7 +175,7 @@ void GridPainter::paintText(const CellValue &value, int column, const QRect &cel
         return;
     painter_.setPen(textColor(value, column, look));
     if (column == charactersColumn) {
-        paintCharacters(value.text, cell);
+        paintCharactersAround(value.text, cell, look.inBlock);
         return;
     }
     const bool isBold = value.failed || look.mark.differs;
@@ -177,25 +195,39 @@ void GridPainter::paintText(const CellValue &value, int column, const QRect &cel
 
 /// Addresses line up at their last digits, so that longer ones stand out to the left.
 int GridPainter::textLeft(int column, const QRect &cell, int width) const {
-    return column == addressColumn ? cell.right() + 1 - padding_ - width
+    return column == addressColumn ? cell.right() + 1 - places_.padding() - width
                                    : cell.left() + (cell.width() - width) / 2;
 }
 
 /// Measuring a text costs as much as drawing it, and nearly all of them need not be measured.
 int GridPainter::widthOf(const QString &text) const {
-    return fixedPitch_ && isPlain(text) ? qCeil(double(text.size()) * characterWidth_)
+    return fixedPitch_ && isPlain(text) ? qCeil(double(text.size()) * places_.width())
                                         : painter_.fontMetrics().horizontalAdvance(text);
+}
+
+/// Those of the block have the colour of what is selected.
+void GridPainter::paintCharactersAround(const QString &text, const QRect &cell,
+                                        const QRect &block) const {
+    if (block.isEmpty())
+        return paintCharacters(text, cell);
+    painter_.save();
+    painter_.setClipRegion(QRegion(cell) - block);
+    paintCharacters(text, cell);
+    painter_.setPen(palette_.color(QPalette::HighlightedText));
+    painter_.setClipRect(block);
+    paintCharacters(text, cell);
+    painter_.restore();
 }
 
 /// Draws unit by unit, each in its own place, so that no unit joins, reorders or widens its
 /// neighbours and the characters stand in line with those of the other rows.
 void GridPainter::paintCharacters(const QString &text, const QRect &cell) const {
-    const QPointF start(cell.left() + padding_, cell.top() + baseline_);
+    const QPointF start(cell.left() + places_.padding(), cell.top() + baseline_);
     if (fixedPitch_ && isPlain(text))
         painter_.drawText(start, text);
     else
         for (int place = 0; place < text.size(); ++place)
-            paintUnit(text, place, start + QPointF(place * characterWidth_, 0));
+            paintUnit(text, place, start + QPointF(place * places_.width(), 0));
 }
 
 /// A unit that has no shape of its own gets a dot: fonts would fill the column with boxes.
@@ -214,7 +246,7 @@ void GridPainter::paintUnit(const QString &text, int place, const QPointF &origi
         return;
     }
     constexpr int dot = 2;
-    const QPointF centre = origin + QPointF(characterWidth_, -painter_.fontMetrics().xHeight()) / 2;
+    const QPointF centre = origin + QPointF(places_.width(), -painter_.fontMetrics().xHeight()) / 2;
     painter_.fillRect(QRect(centre.toPoint(), QSize(dot, dot)), painter_.pen().color());
 }
 

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "files/ByteBuffer.h"
+#include "grid/CharacterPlaces.h"
 #include "grid/GridMarks.h"
 
 #include <QColor>
@@ -31,17 +33,20 @@ private:
         bool current = false;
         bool onWindow = false;
         ByteMark mark = {};
+        QRect inBlock = {}; ///< the part of the cell that stands for bytes of the block
     };
 
     void paintBackground(int row, const QRect &line, bool selected) const;
     void paintCell(int row, int column, const QRect &cell, Look look) const;
     void paintGround(const CellValue &value, const QRect &cell, Look look) const;
     void paintText(const CellValue &value, int column, const QRect &cell, Look look) const;
+    void paintCharactersAround(const QString &text, const QRect &cell, const QRect &block) const;
     void paintCharacters(const QString &text, const QRect &cell) const;
     int textLeft(int column, const QRect &cell, int width) const;
     int widthOf(const QString &text) const;
     void paintUnit(const QString &text, int place, const QPointF &origin) const;
     void paintCursor(const QRect &cell) const;
+    QRect partInBlock(int row, int column, const QRect &cell) const;
     bool isPinRow(int row) const;
     bool endsGroup(int column) const;
     QColor textColor(const CellValue &value, int column, Look look) const;
@@ -53,8 +58,8 @@ private:
     QFont boldFont_;
     QColor lineColor_;
     QColor faintText_;
+    CharacterPlaces places_;
+    ByteRange block_; ///< empty if there is none
     bool fixedPitch_;
-    double characterWidth_;
-    int padding_;
     int baseline_;
 };

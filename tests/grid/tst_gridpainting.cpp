@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "grid/CharacterPlaces.h"
 #include "support/MarksDouble.h"
 #include "support/ShownGrid.h"
 #include "support/Themes.h"
@@ -20,6 +21,10 @@ private slots:
     void markedBytes_canBeReadInEveryTheme();
     void differingByte_isBold();
     void foundByte_isUnderlinedOnItsGround();
+    void block_isHighlightedWithItsCharacters();
+    void block_canBeReadInEveryTheme_data();
+    void block_canBeReadInEveryTheme();
+    void block_isSeenAroundMarks();
     void failedField_isBold();
     void cursor_isFramed();
     void units_keepTheirPlaces();
@@ -157,6 +162,67 @@ void TestGridPainting::foundByte_isUnderlinedOnItsGround() {
     QCOMPARE(found.pixelColor(1, found.height() - 1), warningTextColor(palette));
     QVERIFY(picture(grid.view, grid.cell(0, 2)).pixelColor(1, found.height() - 1) !=
             warningTextColor(palette));
+}
+
+void TestGridPainting::block_isHighlightedWithItsCharacters() {
+    ShownGrid grid(QByteArray(64, 'A'));
+    grid.view.selectBytes({20, 24});
+    const QColor selected = grid.view.palette().color(QPalette::Highlight);
+    const auto isHighlighted = [&](int row, int column) {
+        return background(picture(grid.view, grid.cell(row, column))) == selected;
+    };
+    QVERIFY(!isHighlighted(1, 4) && isHighlighted(1, 6) && isHighlighted(1, 16));
+    QVERIFY(!isHighlighted(1, 0) && !isHighlighted(2, 0));
+    QVERIFY(isHighlighted(2, 1) && isHighlighted(2, 12) && !isHighlighted(2, 13));
+    const CharacterPlaces places(grid.view.font());
+    const QImage whole = grid.view.viewport()->grab().toImage();
+    const auto isCharacterHighlighted = [&](int row, int place) {
+        const QRect cell = grid.view.visualRect(grid.cell(row, charactersColumn));
+        return background(whole.copy(places.rectOf(place, 1, cell))) == selected;
+    };
+    QVERIFY(!isCharacterHighlighted(1, 3) && isCharacterHighlighted(1, 4));
+    QVERIFY(isCharacterHighlighted(2, 11) && !isCharacterHighlighted(2, 12));
+    QVERIFY(!isCharacterHighlighted(0, 4) && !isCharacterHighlighted(3, 4));
+}
+
+void TestGridPainting::block_canBeReadInEveryTheme_data() {
+    text_canBeReadInEveryTheme_data();
+}
+
+void TestGridPainting::block_canBeReadInEveryTheme() {
+    QFETCH(QPalette, palette);
+    ShownGrid grid(QByteArray(48, 'A'));
+    palette.setColor(QPalette::Highlight, QColor(Qt::blue).darker());
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    grid.view.setPalette(palette);
+    grid.view.selectBytes({18, 24});
+    const CharacterPlaces places(grid.view.font());
+    const QImage whole = grid.view.viewport()->grab().toImage();
+    for (int place = 0; place < 16; ++place) {
+        const QImage byte = picture(grid.view, grid.cell(1, 1 + place));
+        const QRect characters = grid.view.visualRect(grid.cell(1, charactersColumn));
+        const QImage character = whole.copy(places.rectOf(place, 1, characters));
+        QVERIFY2(contrastOf(byte) >= smallestTextContrast, qPrintable(QString::number(place)));
+        QVERIFY2(contrastOf(character) >= smallestTextContrast, qPrintable(QString::number(place)));
+    }
+}
+
+/// Where every byte stands out by a ground of its own, the block is still to be seen.
+void TestGridPainting::block_isSeenAroundMarks() {
+    MarksDouble marks;
+    ShownGrid grid(QByteArray(32, 'A'));
+    for (int byte = 0; byte < 32; ++byte)
+        marks.marks[byte] = {byte % 2 == 0, byte % 2 == 1};
+    grid.view.addMarks(marks);
+    grid.view.selectBytes({16, 4});
+    const QColor selected = grid.view.palette().color(QPalette::Highlight);
+    for (const int column : {2, 3, 4}) {
+        const QImage inside = picture(grid.view, grid.cell(1, column));
+        QCOMPARE(inside.pixelColor(inside.width() / 2, 0), selected);
+        QCOMPARE(inside.pixelColor(inside.width() / 2, inside.height() - 1), selected);
+        const QImage outside = picture(grid.view, grid.cell(1, column + 5));
+        QVERIFY(outside.pixelColor(outside.width() / 2, 0) != selected);
+    }
 }
 
 void TestGridPainting::failedField_isBold() {
