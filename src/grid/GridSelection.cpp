@@ -74,11 +74,11 @@ bool GridSelection::selectAll() {
     return count > 0;
 }
 
-void GridSelection::extendTo(qint64 offset) {
+void GridSelection::extend(qint64 anchor, qint64 lead) {
     const qint64 last = byteCount() - 1;
     if (last < 0)
         return;
-    const ByteBlock block{std::min(block_.anchor, last), std::clamp<qint64>(offset, 0, last)};
+    const ByteBlock block{std::clamp<qint64>(anchor, 0, last), std::clamp<qint64>(lead, 0, last)};
     moveCursorTo(block.lead);
     take(block);
 }
@@ -91,10 +91,12 @@ void GridSelection::end() {
 void GridSelection::restore(const ByteBlock &block) {
     if (block.isOneByte())
         return emit changed();
-    if (const auto left = clipped(block, byteCount()))
-        take(*left);
-    else
-        end();
+    const auto left = clipped(block, byteCount());
+    if (!left)
+        return end();
+    if (!view_.currentIndex().isValid())
+        moveCursorTo(left->lead);
+    take(*left);
 }
 
 void GridSelection::takeCursor() {
@@ -114,7 +116,8 @@ bool GridSelection::press(const QKeyEvent &key) {
     const auto step = stepOf(key);
     if (step && key.modifiers().testFlag(Qt::ShiftModifier) && byteCount() > 0) {
         const int page = view_.viewport()->height() / view_.rowHeight();
-        extendTo(byteAfter(*step, block_.lead, std::max(page, 1), byteCount()));
+        const qint64 to = byteAfter(*step, block_.lead, std::max(page, 1), byteCount());
+        extend(block_.anchor, to);
         return true;
     }
     const bool endsBlock = hasBlock() && (step || key.key() == Qt::Key_Escape);

@@ -32,8 +32,11 @@ public:
     /// Selects all bytes and leaves the cursor where it is. False, with nothing changed, if there
     /// are none.
     bool selectAll();
-    /// Has the selection reach from where it began to \a offset, or the byte nearest to it.
-    void extendTo(qint64 offset);
+    /// Has the selection reach from \a anchor to \a lead, where the cursor goes, or from and to the
+    /// bytes nearest to them.
+    void extend(qint64 anchor, qint64 lead);
+    /// Has the next extension begin at \a offset instead of at the cursor; there must be no block.
+    void beginAt(qint64 offset) { block_ = {offset, offset}; }
     /// Gives the block up for the row of the cursor.
     void end();
 

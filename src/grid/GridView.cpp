@@ -6,6 +6,7 @@
 #include "grid/CellEditor.h"
 #include "grid/GridAccessible.h"
 #include "grid/GridDelegate.h"
+#include "grid/GridDrag.h"
 #include "grid/GridHeader.h"
 #include "grid/GridPainter.h"
 #include "grid/GridSelection.h"
@@ -43,6 +44,7 @@ GridView::GridView(QWidget *parent)
         updateGeometries();
         viewport()->update();
     });
+    new GridDrag(*this, *selection_);
     connect(selection_, &GridSelection::changed, this, &GridView::selectedBytesChanged);
     applyFont();
 }

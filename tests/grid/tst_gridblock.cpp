@@ -224,7 +224,15 @@ void TestGridBlock::reload_keepsWhatIsLeft() {
     grid.source.bytes.truncate(40);
     grid.view.reloadData();
     QCOMPARE(selected(grid.view), bytes(30, 10));
-    grid.source.bytes.truncate(20);
+    // A cursor on what has gone comes to where the block now ends.
+    grid.source.bytes = QByteArray(31, 'A');
+    grid.view.selectBytes({2, 3});
+    grid.press(Qt::Key_End, Qt::ShiftModifier | Qt::ControlModifier);
+    grid.source.bytes.truncate(10);
+    grid.view.reloadData();
+    QCOMPARE(selected(grid.view), bytes(4, 6));
+    QCOMPARE(grid.cursor(), qMakePair(0, 10));
+    grid.source.bytes.truncate(3);
     grid.view.reloadData();
     QVERIFY(!grid.view.hasBlock());
     grid.source.bytes = QByteArray(100, 'B');

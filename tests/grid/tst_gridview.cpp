@@ -147,13 +147,13 @@ void TestGridView::wheel_scrollsByRows() {
 void TestGridView::reload_keepsPlace() {
     ShownGrid grid(QByteArray(6000, 'A'));
     grid.view.verticalScrollBar()->setValue(100);
-    grid.click(103, 5);
-    grid.click(105, 5, Qt::ShiftModifier);
+    grid.click(103, 0);
+    grid.click(105, 0, Qt::ShiftModifier);
     grid.view.verticalScrollBar()->setValue(200);
     grid.source.bytes.append(QByteArray(6000, 'B'));
     grid.view.reloadData();
     QCOMPARE(grid.view.verticalScrollBar()->value(), 200);
-    QCOMPARE(grid.cursor(), qMakePair(105, 5));
+    QCOMPARE(grid.cursor(), qMakePair(105, 0));
     QCOMPARE(grid.view.selectedRowCount(), 3);
     QVERIFY(grid.view.selectionModel()->isSelected(grid.cell(103, 0)));
     QCOMPARE(grid.view.gridModel()->rowCount(), 751);
