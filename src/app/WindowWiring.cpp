@@ -5,6 +5,7 @@
 
 #include "app/GoToAddress.h"
 #include "app/MainWindow.h"
+#include "app/SelectionWiring.h"
 #include "base/WorkState.h"
 #include "control/ActionGate.h"
 #include "control/AppDelegate.h"
@@ -20,9 +21,6 @@
 #include "widgets/KeyBinder.h"
 
 #include "ui_MainWindow.h"
-
-#include <QItemSelectionModel>
-#include <QLocale>
 
 #include <utility>
 
@@ -52,16 +50,6 @@ void wireGrid(Ui::MainWindow &c, AppDelegate &delegate, Messages &messages) {
     c.findBar->follow(*c.tableview, [&delegate] { return delegate.state().display_data; });
     QLineEdit &address = c.findBar->addressField();
     new GoToAddress(address, *c.tableview, messages, delegate, &address);
-    QObject::connect(c.tableview, &GridView::copyRefused, c.tableview, [&messages](qint64 rows) {
-        messages.say(
-            Topic::Copy,
-            AppDelegate::tr("%1 rows are too many to copy: at most %2 can be copied at a time.")
-                .arg(QLocale().toString(rows), QLocale().toString(GridView::largestCopy)));
-    });
-    const auto selected = [&messages] { messages.happened(Event::RowsSelected); };
-    QObject::connect(c.tableview->selectionModel(), &QItemSelectionModel::selectionChanged,
-                     c.tableview, selected);
-    QObject::connect(c.tableview->gridModel(), &GridModel::modelReset, c.tableview, selected);
 }
 
 /// What there is to do where \a tab has nothing to show.
@@ -234,6 +222,7 @@ void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts
         grid->commitOpenEditor();
     });
     wireGrid(controls, delegate, parts.messages);
+    wireSelection(window, parts.messages);
     wireConsole(controls, parts.files, parts.messages);
     wireTabs(controls, delegate, parts.gate);
     hintInEmptyGrid(controls);

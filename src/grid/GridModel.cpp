@@ -3,6 +3,8 @@
 
 #include "grid/GridModel.h"
 
+#include "base/Digits.h"
+
 #include <algorithm>
 #include <limits>
 
@@ -109,6 +111,17 @@ qint64 GridModel::byteCount() const {
     return shown;
 }
 
+QByteArray GridModel::bytes(ByteRange range) const {
+    QByteArray bytes(range.length, '\0');
+    for (qint64 at = 0; at < range.length; ++at) {
+        const qint64 offset = range.offset + at;
+        const int column = firstByteColumn + int(offset % bytesInRow);
+        const QString digits = cell(int(offset / bytesInRow), column).text;
+        bytes[at] = char(digits.toUShort(nullptr, hexadecimal));
+    }
+    return bytes;
+}
+
 bool GridModel::maySelectColumn(int column) const {
     return source_.tableView_shouldSelectTableColumn(table_, columnIdentifier(column));
 }
@@ -174,8 +187,7 @@ QString GridModel::title(int column) const {
         return tr("Address");
     if (column == charactersColumn)
         return tr("Characters");
-    constexpr int base = 16;
-    return QString::number(column - firstByteColumn, base).toUpper();
+    return QString::number(column - firstByteColumn, hexadecimal).toUpper();
 }
 
 QString GridModel::columnDescription(int column) const {

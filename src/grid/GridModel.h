@@ -55,6 +55,8 @@ public:
     /// How many bytes the rows show, from the first on; 0 for results. Found by a few questions to
     /// the source, however many rows there are.
     qint64 byteCount() const;
+    /// The bytes of \a range, all of which there must be, as their cells show them.
+    QByteArray bytes(ByteRange range) const;
     /// The source's answer whether a column as a whole may be selected.
     bool maySelectColumn(int column) const;
     /// What column \a column holds, for people who cannot see the cells below it.

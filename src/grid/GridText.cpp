@@ -40,7 +40,7 @@ QString fieldsLine(const GridModel &model, int row) {
 
 } // namespace
 
-QString gridText(const GridModel &model, const QItemSelection &selection, qint64 limit) {
+QString gridText(const GridModel &model, const QItemSelection &selection) {
     QList<QPair<int, int>> ranges;
     for (const QItemSelectionRange &range : selection)
         ranges.append({range.top(), range.bottom()});
@@ -48,7 +48,7 @@ QString gridText(const GridModel &model, const QItemSelection &selection, qint64
 
     QString text;
     for (const auto &[first, last] : ranges)
-        for (int row = first; row <= last && limit > 0; ++row, --limit)
+        for (int row = first; row <= last; ++row)
             text += (model.heading() == GridHeading::Bytes ? withoutControls(dumpLine(model, row))
                                                            : fieldsLine(model, row)) +
                     u'\n';

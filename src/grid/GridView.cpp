@@ -5,17 +5,16 @@
 
 #include "grid/CellEditor.h"
 #include "grid/GridAccessible.h"
+#include "grid/GridCopying.h"
 #include "grid/GridDelegate.h"
 #include "grid/GridDrag.h"
 #include "grid/GridHeader.h"
 #include "grid/GridPainter.h"
 #include "grid/GridSelection.h"
 #include "grid/GridSteps.h"
-#include "grid/GridText.h"
 #include "widgets/FixedFont.h"
 #include "widgets/ViewPlace.h"
 
-#include <QClipboard>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPaintEvent>
@@ -29,7 +28,8 @@ GridView::GridView(QWidget *parent)
     : QAbstractItemView(parent),
       header_(new GridHeader(this)),
       delegate_(new GridDelegate(this)),
-      selection_(new GridSelection(*this)) {
+      selection_(new GridSelection(*this)),
+      copying_(new GridCopying(*this)) {
     setLayoutDirection(Qt::LeftToRight);
     setItemDelegate(delegate_);
     setSelectionBehavior(SelectRows);
@@ -132,24 +132,12 @@ void GridView::selectAll() {
         QAbstractItemView::selectAll();
 }
 
-QString GridView::selectedText() const {
-    return model_ ? gridText(*model_, selectionModel()->selection(), largestCopy) : QString();
-}
-
 qint64 GridView::selectedRowCount() const {
     qint64 count = 0;
     if (selectionModel())
         for (const QItemSelectionRange &range : selectionModel()->selection())
             count += range.height();
     return count;
-}
-
-void GridView::copySelection() {
-    const qint64 count = selectedRowCount();
-    if (count > largestCopy)
-        emit copyRefused(count);
-    else if (count > 0)
-        QGuiApplication::clipboard()->setText(selectedText());
 }
 
 void GridView::currentChanged(const QModelIndex &current, const QModelIndex &previous) {
@@ -213,7 +201,7 @@ void GridView::refreshMarks() {
 
 void GridView::keyPressEvent(QKeyEvent *event) {
     if (event->matches(QKeySequence::Copy)) {
-        copySelection();
+        copying_->copy();
         event->accept();
         return;
     }

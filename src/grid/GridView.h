@@ -10,6 +10,7 @@
 #include <QAbstractItemView>
 
 class CellEditor;
+class GridCopying;
 class GridDelegate;
 class GridHeader;
 class GridSelection;
@@ -27,9 +28,6 @@ class GridView : public QAbstractItemView {
     Q_OBJECT
 
 public:
-    /// The most rows that are copied in one piece.
-    static constexpr qint64 largestCopy = 1 << 20;
-
     /// What opens a cell, where its source allows it.
     static constexpr EditTriggers usualEditTriggers{DoubleClicked | EditKeyPressed | AnyKeyPressed};
 
@@ -93,13 +91,9 @@ public:
     /// The editor that is open at this moment, or null.
     CellEditor *openEditor() const;
 
-    /// The selected rows as lines of text, at most largestCopy of them: address, bytes and
-    /// characters side by side, or the fields of a logic test separated by tabs.
-    QString selectedText() const;
     qint64 selectedRowCount() const;
-    /// Puts selectedText() on the clipboard. Does nothing without a selection; announces
-    /// copyRefused() and leaves the clipboard alone if too many rows are selected.
-    void copySelection();
+    /// What puts the selection on the clipboard.
+    GridCopying &copying() { return *copying_; }
 
     QRect visualRect(const QModelIndex &index) const override;
     void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
@@ -121,8 +115,6 @@ public:
 signals:
     /// selectedBytes() may be other ones, or hold others.
     void selectedBytesChanged();
-    /// \a rows are selected, more than largestCopy.
-    void copyRefused(qint64 rows);
 
 protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
@@ -163,6 +155,7 @@ private:
     GridHeader *header_;
     GridDelegate *delegate_;
     GridSelection *selection_;
+    GridCopying *copying_;
     QString hint_;
     int rowHeight_ = 1;
     bool layingOut_ = false;

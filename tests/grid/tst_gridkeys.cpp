@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "grid/GridCopying.h"
 #include "support/ShownGrid.h"
 
 #include <QClipboard>
@@ -25,6 +26,9 @@ private slots:
     void selection_isOfRows();
     void dragging_overAddressesSelectsRowsFromWhereItBegan();
     void copy_isADumpOfTheSelectedRows();
+    void copy_ofABlockIsItsDigits();
+    void copy_takesWhatIsSelectedInEveryForm();
+    void copy_ofTooManyBytesIsRefused();
     void copy_ofAReportSeparatesFieldsByTabs();
     void copy_ofTooManyRowsIsRefused();
     void copy_withoutASelectionLeavesTheClipboard();
@@ -227,6 +231,52 @@ void TestGridKeys::copy_isADumpOfTheSelectedRows() {
                        "0020  0A 01 7A XX XX XX XX XX XX XX XX XX XX XX XX XX    z\n"));
 }
 
+void TestGridKeys::copy_ofABlockIsItsDigits() {
+    ShownGrid grid("ABCDEFGHIJKLMNOPQRSTUVWXYZ");
+    grid.view.selectBytes({14, 20});
+    grid.press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(),
+             QStringLiteral("4F 50 51 52 53 54 55 56 57 58 59 5A"));
+}
+
+void TestGridKeys::copy_takesWhatIsSelectedInEveryForm() {
+    ShownGrid grid("ABCDEFGHIJKLMNOPQRSTUVWXYZ");
+    GridCopying &copying = grid.view.copying();
+    const auto copied = [] { return QGuiApplication::clipboard()->text(); };
+    grid.view.selectBytes({14, 4});
+    copying.copyBytes(ByteNotation::Characters);
+    QCOMPARE(copied(), QStringLiteral("OPQR"));
+    copying.copyRows();
+    QCOMPARE(copied().count(u'\n'), 2);
+    QVERIFY(copied().startsWith(QStringLiteral("0000  41 42")));
+    // Rows stand for the bytes in them, in their order.
+    grid.click(1, 5);
+    copying.copyBytes(ByteNotation::PythonBytes);
+    QCOMPARE(copied(), QStringLiteral("b\"QRSTUVWXYZ\""));
+    grid.click(0, 5, Qt::ControlModifier);
+    copying.copyBytes(ByteNotation::Characters);
+    QCOMPARE(copied(), QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ"));
+    // Nothing to copy leaves what was copied.
+    grid.source.bytes.clear();
+    grid.view.reloadData();
+    grid.view.selectAll();
+    copying.copyBytes(ByteNotation::CArray);
+    QCOMPARE(copied(), QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ"));
+}
+
+void TestGridKeys::copy_ofTooManyBytesIsRefused() {
+    ShownGrid grid({}, false, 64 << 20);
+    QSignalSpy refusals(&grid.view.copying(), &GridCopying::bytesRefused);
+    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    grid.view.selectBytes({100, GridCopying::largest + 1});
+    grid.press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(refusals, QList<QVariantList>{{qint64(GridCopying::largest + 1)}});
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("before"));
+    grid.view.selectBytes({100, GridCopying::largest});
+    grid.press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text().size(), 3 * GridCopying::largest - 1);
+}
+
 void TestGridKeys::copy_ofAReportSeparatesFieldsByTabs() {
     ShownGrid grid("A");
     grid.source.report = {{{}, {QStringLiteral("1")}, {QStringLiteral("2")}, {}},
@@ -234,12 +284,13 @@ void TestGridKeys::copy_ofAReportSeparatesFieldsByTabs() {
     grid.view.setHeading(GridHeading::Pins);
     grid.view.reloadData();
     grid.view.selectAll();
-    QCOMPARE(grid.view.selectedText(), QStringLiteral("\t1\t2\n0000:\tH\n"));
+    grid.press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("\t1\t2\n0000:\tH\n"));
 }
 
 void TestGridKeys::copy_ofTooManyRowsIsRefused() {
     ShownGrid grid({}, false, 64 << 20);
-    QSignalSpy refusals(&grid.view, &GridView::copyRefused);
+    QSignalSpy refusals(&grid.view.copying(), &GridCopying::rowsRefused);
     QGuiApplication::clipboard()->setText(QStringLiteral("before"));
     grid.view.selectionModel()->select(QItemSelection(grid.cell(0, 0), grid.cell(4194304, 17)),
                                        QItemSelectionModel::ClearAndSelect);

@@ -5,6 +5,7 @@
 #include "window/SearchSteps.h"
 
 #include "devices/UAStringManager.h"
+#include "grid/GridCopying.h"
 
 #include <QAction>
 #include <QMenu>
@@ -82,7 +83,10 @@ void TestWindowNotices::refusedCopy_endsWithTheSelection_data() {
         GridView *grid = velm.controls().tableview;
         grid->moveTo(grid->model()->index(3, 1));
     });
-    row("no row", [](WindowFixture &velm) { velm.controls().tableview->clearSelection(); });
+    row("no block", [](WindowFixture &velm) { velm.controls().tableview->endBlock(); });
+    row("another block", [](WindowFixture &velm) {
+        velm.controls().tableview->selectBytes({0, 5});
+    });
     row("another tab", [](WindowFixture &velm) {
         velm.controls().tabview->selectTabViewItem(readTabIdentifier());
     });
@@ -96,7 +100,7 @@ void TestWindowNotices::refusedCopy_endsWithTheSelection() {
     showTwentyBytes(velm);
     GridView *grid = velm.controls().tableview;
     grid->selectAll();
-    grid->copySelection();
+    grid->copying().copy();
     QVERIFY2(says(velm, "too many to copy"), qPrintable(velm.message()));
     deed(velm);
     QCOMPARE(velm.message(), QString());

@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "grid/GridCopying.h"
+
+#include "grid/GridText.h"
+#include "grid/GridView.h"
+#include "widgets/ViewPlace.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include <algorithm>
+
+namespace {
+
+qint64 rowCountOf(const QItemSelection &rows) {
+    qint64 count = 0;
+    for (const QItemSelectionRange &range : rows)
+        count += range.height();
+    return count;
+}
+
+} // namespace
+
+GridCopying::GridCopying(GridView &view) : QObject(&view), view_(view) {}
+
+QItemSelection GridCopying::rows() const {
+    if (!view_.gridModel())
+        return {};
+    if (!view_.hasBlock())
+        return view_.selectionModel()->selection();
+    const ByteRange block = view_.selectedBytes();
+    return wholeRows(*view_.gridModel(), block.offset / bytesInRow, (block.end() - 1) / bytesInRow);
+}
+
+/// In the order of the rows.
+QList<ByteRange> GridCopying::bytes() const {
+    if (view_.hasBlock())
+        return {view_.selectedBytes()};
+    const QItemSelection selected = rows();
+    const qint64 count = selected.isEmpty() ? 0 : view_.gridModel()->byteCount();
+    QList<ByteRange> bytes;
+    for (const QItemSelectionRange &range : selected) {
+        const qint64 first = qint64(range.top()) * bytesInRow;
+        const qint64 end = std::min(count, (qint64(range.bottom()) + 1) * bytesInRow);
+        if (first < end)
+            bytes.append({first, end - first});
+    }
+    std::sort(bytes.begin(), bytes.end(), [](const ByteRange &one, const ByteRange &other) {
+        return one.offset < other.offset;
+    });
+    return bytes;
+}
+
+void GridCopying::copy() {
+    if (view_.hasBlock())
+        copyBytes(ByteNotation::Hexadecimal);
+    else
+        copyRows();
+}
+
+void GridCopying::copyRows() {
+    const QItemSelection selected = rows();
+    const qint64 count = rowCountOf(selected);
+    if (count > largest)
+        emit rowsRefused(count);
+    else if (count > 0)
+        QGuiApplication::clipboard()->setText(gridText(*view_.gridModel(), selected));
+}
+
+void GridCopying::copyBytes(ByteNotation notation) {
+    const QList<ByteRange> selected = bytes();
+    qint64 count = 0;
+    for (const ByteRange &range : selected)
+        count += range.length;
+    if (count > largest)
+        return emit bytesRefused(count);
+    QByteArray all;
+    for (const ByteRange &range : selected)
+        all += view_.gridModel()->bytes(range);
+    if (!all.isEmpty())
+        QGuiApplication::clipboard()->setText(bytesAsText(all, notation));
+}
