@@ -6,12 +6,14 @@
 #include "app/MainWindow.h"
 #include "control/Messages.h"
 #include "grid/GridCopying.h"
+#include "imageviews/SelectRangeWindow.h"
 
 #include "ui_MainWindow.h"
 
 #include <QCoreApplication>
 #include <QItemSelectionModel>
 #include <QLocale>
+#include <QMenu>
 
 #include <utility>
 
@@ -35,7 +37,90 @@ void sayWhatIsRefused(GridView &grid, Messages &messages) {
     });
 }
 
+/// The grid that has the keyboard, else that of the tab.
+GridView &gridInUse(const Ui::MainWindow &c) {
+    return c.besideGrid->hasFocus() ? *c.besideGrid : *c.tableview;
+}
+
+/// An entry that works on the grid in use, and has its key there alone.
+template <typename Work>
+QAction *addGridEntry(QMenu &menu, const Ui::MainWindow &c, const QString &text,
+                      const QKeySequence &key, Work work) {
+    QAction *entry = menu.addAction(text);
+    entry->setShortcut(key);
+    entry->setShortcutContext(Qt::WidgetShortcut);
+    entry->setAutoRepeat(false);
+    QObject::connect(entry, &QAction::triggered, c.tableview, [&c, work] { work(gridInUse(c)); });
+    return entry;
+}
+
+QMenu *addCopyAs(QMenu &edit, const Ui::MainWindow &c) {
+    QMenu *copyAs = edit.addMenu(Wording::tr("Copy &as"));
+    const auto addNotation = [&](const QString &text, ByteNotation notation) {
+        return addGridEntry(*copyAs, c, text, {},
+                            [notation](GridView &grid) { grid.copying().copyBytes(notation); });
+    };
+    const QList<QAction *> ofBytes = {
+        addNotation(Wording::tr("&Hexadecimal text"), ByteNotation::Hexadecimal),
+        addNotation(Wording::tr("&C array"), ByteNotation::CArray),
+        addNotation(Wording::tr("&Python bytes"), ByteNotation::PythonBytes),
+        addNotation(Wording::tr("Ch&aracters"), ByteNotation::Characters),
+    };
+    addGridEntry(*copyAs, c, Wording::tr("&Rows"), {},
+                 [](GridView &grid) { grid.copying().copyRows(); });
+    // Results have rows alone.
+    QObject::connect(c.tableview, &GridView::selectedBytesChanged, copyAs, [ofBytes, &c] {
+        for (QAction *entry : ofBytes)
+            entry->setEnabled(c.tableview->gridModel()->heading() == GridHeading::Bytes);
+    });
+    return copyAs;
+}
+
+void showSelectRange(MainWindow &window) {
+    auto *shown = window.findChild<SelectRangeWindow *>();
+    if (!shown)
+        shown = new SelectRangeWindow(gridInUse(window.controls()), &window);
+    shown->show();
+    shown->raise();
+    shown->activateWindow();
+}
+
+QAction *addSelectRange(QMenu &edit, MainWindow &window) {
+    QAction *entry = edit.addAction(Wording::tr("&Select range\u2026"));
+    entry->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_G));
+    entry->setAutoRepeat(false);
+    const auto show = [&window] { showSelectRange(window); };
+    QObject::connect(entry, &QAction::triggered, &window, show, Qt::QueuedConnection);
+    return entry;
+}
+
+/// Not the view's own menu of actions: a run that ends meanwhile would have to wait for it.
+void popUpMenu(GridView &grid, const QPoint &at) {
+    auto *menu = new QMenu(&grid);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addActions(grid.actions());
+    menu->popup(grid.viewport()->mapToGlobal(at));
+}
+
 } // namespace
+
+void addSelectionEntries(QMenu &edit, MainWindow &window) {
+    const Ui::MainWindow &c = window.controls();
+    const QList<QAction *> entries = {
+        addGridEntry(edit, c, Wording::tr("&Copy"), QKeySequence::Copy,
+                     [](GridView &grid) { grid.copying().copy(); }),
+        addCopyAs(edit, c)->menuAction(),
+        addGridEntry(edit, c, Wording::tr("Select a&ll"), QKeySequence::SelectAll,
+                     [](GridView &grid) { grid.selectAll(); }),
+        addSelectRange(edit, window),
+    };
+    for (GridView *grid : {c.tableview, c.besideGrid}) {
+        grid->addActions(entries);
+        grid->setContextMenuPolicy(Qt::CustomContextMenu);
+        QObject::connect(grid, &GridView::customContextMenuRequested, grid,
+                         [grid](const QPoint &at) { popUpMenu(*grid, at); });
+    }
+}
 
 void wireSelection(MainWindow &window, Messages &messages) {
     const Ui::MainWindow &c = window.controls();

@@ -4,6 +4,7 @@
 #include "app/WindowMenus.h"
 
 #include "app/MainWindow.h"
+#include "app/SelectionWiring.h"
 #include "base/WorkState.h"
 #include "control/ActionGate.h"
 #include "control/AppDelegate.h"
@@ -132,6 +133,8 @@ QMenu *fillEditMenu(MainWindow &window, AppDelegate &delegate, const WorkState &
                   &QUndoStack::canUndo);
     followHistory(redo, delegate.edits().history(), work, &QUndoStack::canRedoChanged,
                   &QUndoStack::canRedo);
+    edit.menu()->addSeparator();
+    addSelectionEntries(*edit.menu(), window);
     edit.menu()->addSeparator();
     fillFindEntries(edit, *c.findBar);
     return edit.menu();

@@ -1,0 +1,132 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "imageviews/SelectRangeWindow.h"
+
+#include "base/Digits.h"
+#include "grid/GridPresentation.h"
+#include "grid/GridSteps.h"
+#include "grid/GridView.h"
+#include "widgets/Announcement.h"
+#include "widgets/FixedFont.h"
+
+#include "ui_SelectRangeWindow.h"
+
+namespace {
+
+/// The entries of the choice, in their order.
+enum UntilEntry { LastByte, Length };
+
+} // namespace
+
+SelectRangeWindow::SelectRangeWindow(GridView &grid, QWidget *window)
+    : QDialog(window), controls_(std::make_unique<Ui::SelectRangeWindow>()), grid_(grid) {
+    const Ui::SelectRangeWindow &c = *controls_;
+    controls_->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setObjectName(QStringLiteral("selectRange"));
+    setWindowTitle(tr("Select range"));
+    for (QLineEdit *field : {c.first, c.end}) {
+        field->setFont(fixedFont());
+        connect(field, &QLineEdit::textChanged, this, [this] { say({}); });
+    }
+    takeSelection();
+    connect(c.until, &QComboBox::currentIndexChanged, this, &SelectRangeWindow::changeUntil);
+    connect(c.selectButton, &QPushButton::clicked, this, &SelectRangeWindow::select);
+    connect(c.cancelButton, &QPushButton::clicked, this, &SelectRangeWindow::reject);
+}
+
+SelectRangeWindow::~SelectRangeWindow() = default;
+
+void SelectRangeWindow::takeSelection() {
+    const ByteRange selected = grid_.selectedBytes();
+    controls_->first->setText(addressText(quint64(selected.offset)));
+    showEnd(selected.offset, selected.length);
+    controls_->first->selectAll();
+}
+
+TypedRange::Until SelectRangeWindow::until() const {
+    return controls_->until->currentIndex() == LastByte ? TypedRange::Until::Address
+                                                        : TypedRange::Until::Length;
+}
+
+/// What is typed, were the end typed as \a until says.
+std::variant<ByteRange, RangeTrouble> SelectRangeWindow::range(TypedRange::Until until) const {
+    const qint64 cursor = byteOfCell(grid_.currentIndex()).value_or(0);
+    return bytesOf({controls_->first->text(), controls_->end->text(), until}, cursor,
+                   grid_.gridModel()->byteCount());
+}
+
+/// Shows the end of \a length bytes from \a first on, as it is asked for; nothing for none.
+void SelectRangeWindow::showEnd(qint64 first, qint64 length) {
+    const bool isAddress = until() == TypedRange::Until::Address;
+    QLineEdit &end = *controls_->end;
+    end.setAccessibleName(controls_->until->currentText());
+    end.setToolTip(
+        isAddress ? tr("The address of the last byte to select: hexadecimal digits, or decimal "
+                       "ones behind #; + or - counts from the cursor")
+                  : tr("How many bytes to select: hexadecimal digits, or decimal ones behind #"));
+    if (length == 0)
+        end.clear();
+    else
+        end.setText(isAddress ? addressText(quint64(first + length - 1))
+                              : QString::number(length, hexadecimal).toUpper());
+}
+
+/// The same bytes, told in the other way.
+void SelectRangeWindow::changeUntil() {
+    const auto before = until() == TypedRange::Until::Address ? TypedRange::Until::Length
+                                                              : TypedRange::Until::Address;
+    const auto typed = range(before);
+    const auto *bytes = std::get_if<ByteRange>(&typed);
+    showEnd(bytes ? bytes->offset : 0, bytes ? bytes->length : 0);
+}
+
+void SelectRangeWindow::select() {
+    const auto typed = range(until());
+    if (const auto *trouble = std::get_if<RangeTrouble>(&typed))
+        return say(troubleWords(*trouble));
+    grid_.selectBytes(std::get<ByteRange>(typed));
+    accept();
+    grid_.activateWindow();
+    grid_.setFocus(Qt::OtherFocusReason);
+}
+
+void SelectRangeWindow::say(const QString &trouble) {
+    controls_->remark->setText(trouble);
+    if (!trouble.isEmpty())
+        Announcement::make(trouble, this);
+}
+
+QString SelectRangeWindow::troubleWords(RangeTrouble trouble) const {
+    const QString first = controls_->first->text().trimmed();
+    const QString end = controls_->end->text().trimmed();
+    const qint64 count = grid_.gridModel()->byteCount();
+    const QString noAddress = tr("\u201c%1\u201d is no address: it takes hexadecimal digits, or "
+                                 "decimal ones behind #.");
+    const QString noByte = tr("There is no byte at %1: the last one is at %2.");
+    switch (trouble) {
+    case RangeTrouble::NoBytes:
+        return tr("There are no bytes to select.");
+    case RangeTrouble::FirstUnread:
+        return noAddress.arg(first);
+    case RangeTrouble::LastUnread:
+        return noAddress.arg(end);
+    case RangeTrouble::LengthUnread:
+        return tr("\u201c%1\u201d is no length: it takes hexadecimal digits, or decimal ones "
+                  "behind #.")
+            .arg(end);
+    case RangeTrouble::FirstBeyond:
+        return noByte.arg(first, addressText(quint64(count - 1)));
+    case RangeTrouble::LastBeyond:
+        return noByte.arg(end, addressText(quint64(count - 1)));
+    case RangeTrouble::LengthBeyond:
+        return tr("There are not as many bytes from %1 on: the last one is at %2.")
+            .arg(first, addressText(quint64(count - 1)));
+    case RangeTrouble::LastBeforeFirst:
+        return tr("The last byte, at %1, is before the first, at %2.").arg(end, first);
+    case RangeTrouble::LengthZero:
+        break;
+    }
+    return tr("A length of 0 selects nothing.");
+}
