@@ -170,7 +170,6 @@ signals:
     void imageToBurnChanged();
 
 private:
-    void chooseOperation(ScriptedMiniPro &run, int tag);
     void takeReadData(RunRecord &record);
     void takeLogicReport(RunRecord &record);
     void noteImageChanged();

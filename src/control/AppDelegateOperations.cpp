@@ -31,7 +31,11 @@ void AppDelegate::go(QObject *sender) {
     emit runMade(run);
     run->setOutputView(outlets.textView);
     const int tag = sender->property("tag").toInt();
-    chooseOperation(*run, tag);
+    chooseOperation(*run, tag, with_.log);
+    if (tag == LogicOperation) {
+        state_.logictest_rows = {};
+        outlets.tableview->reloadData();
+    }
     const BurnSituation burn = burnFile_.situation(Operation(tag));
     if (burnFile_.asks(burn, imageRevision()))
         return;
@@ -66,27 +70,6 @@ void AppDelegate::stopRun() {
         return;
     with_.work.stop();
     currentRun_->stop();
-}
-
-void AppDelegate::chooseOperation(ScriptedMiniPro &run, int tag) {
-    switch (tag) {
-    case ReadOperation:
-        with_.log.write(QStringLiteral("ReadOperation"));
-        return run.setReadOperation();
-    case VerifyOperation:
-        with_.log.write(QStringLiteral("VerifyOperation"));
-        return run.setVerifyOperation();
-    case WriteOperation:
-        with_.log.write(QStringLiteral("WriteOperation"));
-        return run.setWriteOperation();
-    case LogicOperation:
-        with_.log.write(QStringLiteral("LogicOperation"));
-        run.setLogicOperation();
-        state_.logictest_rows = {};
-        return outlets.tableview->reloadData();
-    default:
-        return; // the run keeps the operation that it was made with
-    }
 }
 
 void AppDelegate::takeReadData(RunRecord &record) {

@@ -3,6 +3,7 @@
 
 #include "control/OperationRun.h"
 
+#include "base/Log.h"
 #include "files/FileStamp.h"
 #include "language/UsbProgrammers.h"
 #include "tool/ScriptedMiniPro.h"
@@ -64,6 +65,25 @@ RunRecord recordBefore(Operation operation, const ToolSettings &settings, const 
 }
 
 } // namespace
+
+void chooseOperation(ScriptedMiniPro &run, int tag, Log &log) {
+    switch (tag) {
+    case ReadOperation:
+        log.write(QStringLiteral("ReadOperation"));
+        return run.setReadOperation();
+    case VerifyOperation:
+        log.write(QStringLiteral("VerifyOperation"));
+        return run.setVerifyOperation();
+    case WriteOperation:
+        log.write(QStringLiteral("WriteOperation"));
+        return run.setWriteOperation();
+    case LogicOperation:
+        log.write(QStringLiteral("LogicOperation"));
+        return run.setLogicOperation();
+    default:
+        return;
+    }
+}
 
 RunRecord carryOut(ScriptedMiniPro &run, const ToolSettings &settings, const BurnSituation &burn,
                    quint64 imageRevision) {

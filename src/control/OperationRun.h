@@ -7,7 +7,12 @@
 #include "language/CommandLine.h"
 #include "language/RunRecord.h"
 
+class Log;
 class ScriptedMiniPro;
+
+/// Sets the operation of \a run to that of the button with \a tag, and logs which it is. With a tag
+/// that no operation has, the run keeps the one that it was made with.
+void chooseOperation(ScriptedMiniPro &run, int tag, Log &log);
 
 /// Launches \a run, whose operation is chosen, with \a settings, and waits for its end (the event
 /// loop turns meanwhile). \a burn is what the run was found to be about before, and
