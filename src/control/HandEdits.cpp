@@ -7,6 +7,8 @@
 
 #include <QCoreApplication>
 
+#include <utility>
+
 namespace {
 
 /// Compositions are numbered from 1 on; edits get numbers that those never reach.
@@ -22,6 +24,8 @@ public:
 
     const ImageState &after() const { return after_; }
     ByteRange changed() const { return changed_; }
+    /// Lets \a edited, which knows of the steps before, know of this one.
+    virtual void noteIn(EditedBytes &edited) const = 0;
 
 protected:
     ByteBuffer &image() const { return image_; }
@@ -32,52 +36,48 @@ private:
     ByteRange changed_;
 };
 
-/// Bytes that were overwritten, and appended where they are more than before.
-class HandEdits::ByteStep final : public Step {
+/// Bytes that other ones came in the place of.
+class HandEdits::BlockStep final : public Step {
 public:
-    ByteStep(ByteBuffer &image, const ImageState &after, qint64 offset, QByteArray before,
-             QByteArray now)
-        : Step(image, after, {offset, now.size()}),
-          before_(std::move(before)),
-          now_(std::move(now)) {}
+    BlockStep(ByteBuffer &image, const ImageState &after, BlockChange change, ByteRange touched,
+              QByteArray replaced)
+        : Step(image, after, touched), change_(std::move(change)), replaced_(std::move(replaced)) {}
 
     void undo() override {
-        replace(now_.size(), before_);
+        takeBackChange(*image(), change_, replaced_);
         made_ = false;
     }
     // The history calls this for a new step too, which is made already.
     void redo() override {
         if (!made_)
-            replace(before_.size(), now_);
+            makeChange(*image(), change_);
         made_ = true;
     }
+    void noteIn(EditedBytes &edited) const override { edited.note(change_); }
 
 private:
-    // Memory is asked for before a byte is touched.
-    void replace(qsizetype length, const QByteArray &bytes) const {
-        image()->reserve(std::max(image()->capacity(), image()->size() - length + bytes.size()));
-        image()->replace(changed().offset, length, bytes);
-    }
-
-    QByteArray before_;
-    QByteArray now_;
+    BlockChange change_;
+    QByteArray replaced_;
     bool made_ = true;
 };
 
 /// Another image in the place of the one that was there.
 class HandEdits::ImageStep final : public Step {
 public:
-    ImageStep(ByteBuffer &image, const ImageState &after, ByteBuffer other)
-        : Step(image, after, {0, std::max(lengthOf(image), lengthOf(other))}),
-          other_(std::move(other)) {
+    ImageStep(ByteBuffer &image, const Replaced &other)
+        : Step(image, other.state, {0, std::max(lengthOf(image), lengthOf(other.image))}),
+          other_(other.image),
+          edited_(other.edited) {
         setText(QCoreApplication::translate("HandEdits", "restoring"));
     }
 
     void undo() override { std::swap(image(), other_); }
     void redo() override { std::swap(image(), other_); }
+    void noteIn(EditedBytes &edited) const override { edited = edited_; }
 
 private:
     ByteBuffer other_;
+    EditedBytes edited_;
 };
 
 HandEdits::HandEdits(ByteBuffer &image, QObject *parent)
@@ -85,14 +85,17 @@ HandEdits::HandEdits(ByteBuffer &image, QObject *parent)
 
 HandEdits::~HandEdits() = default;
 
-quint64 HandEdits::nextRevision() {
-    return ++lastRevision_;
+ImageState HandEdits::stateAfterEdit() {
+    ImageState after = state();
+    after.revision = ++lastRevision_;
+    ++after.edits;
+    return after;
 }
 
 void HandEdits::keepReplaced() {
     if (state().edits == 0)
         return;
-    replaced_.append({image_, state()});
+    replaced_.append({image_, state(), edited_});
     qsizetype bytes = 0;
     for (const Replaced &replaced : std::as_const(replaced_))
         bytes += lengthOf(replaced.image);
@@ -102,6 +105,7 @@ void HandEdits::keepReplaced() {
 
 void HandEdits::composed(const ImageState &state) {
     history_.clear();
+    edited_ = {};
     composed_ = state;
     const bool lostNothing = image_ && !replaced_.isEmpty() && *replaced_.last().image == *image_;
     if (lostNothing)
@@ -112,15 +116,30 @@ void HandEdits::remember(const CellEdit &edit) {
     const QByteArray written = std::as_const(*image_).mid(edit.offset, edit.bytesWritten);
     if (written == edit.replaced)
         return;
-    ImageState after = state();
-    after.revision = nextRevision();
-    ++after.edits;
-    history_.push(new ByteStep(image_, after, edit.offset, edit.replaced, written));
+    const BlockChange change{edit.offset, edit.replaced.size(), written.size(),
+                             RepeatedBytes{written}};
+    history_.push(new BlockStep(image_, stateAfterEdit(), change, change.written(), edit.replaced));
+    edited_.note(change);
+}
+
+void HandEdits::change(const BlockChange &change, const QString &name) {
+    const QByteArray replaced = replacedBytes(*image_, change);
+    const ByteRange touched = touchedBy(change, lengthOf(image_));
+    auto step = std::make_unique<BlockStep>(image_, stateAfterEdit(), change, touched, replaced);
+    step->setText(name);
+    makeChange(*image_, change);
+    const QByteArrayView now = QByteArrayView(std::as_const(*image_)).sliced(change.offset);
+    if (change.length == replaced.size() && now.startsWith(replaced))
+        return;
+    history_.push(step.release());
+    edited_.note(change);
+    emit blockChanged(touched);
 }
 
 void HandEdits::restore() {
     const Replaced newest = replaced_.takeLast();
-    history_.push(new ImageStep(image_, newest.state, newest.image));
+    history_.push(new ImageStep(image_, newest));
+    edited_ = newest.edited;
     emit imageChanged(stepAt(history_.index() - 1).changed());
 }
 
@@ -129,6 +148,7 @@ void HandEdits::undo() {
         return;
     const ByteRange changed = stepAt(history_.index() - 1).changed();
     history_.undo();
+    noteEditedAnew();
     emit imageChanged(changed);
 }
 
@@ -137,7 +157,14 @@ void HandEdits::redo() {
         return;
     const ByteRange changed = stepAt(history_.index()).changed();
     history_.redo();
+    stepAt(history_.index() - 1).noteIn(edited_);
     emit imageChanged(changed);
+}
+
+void HandEdits::noteEditedAnew() {
+    edited_ = {};
+    for (int index = 0; index < history_.index(); ++index)
+        stepAt(index).noteIn(edited_);
 }
 
 const HandEdits::Step &HandEdits::stepAt(int index) const {

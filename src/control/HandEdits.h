@@ -5,6 +5,7 @@
 
 #include "files/ByteBuffer.h"
 #include "image/CompositionRemarks.h"
+#include "image/EditedBytes.h"
 
 #include <QObject>
 #include <QSet>
@@ -34,6 +35,7 @@ public:
     struct Replaced {
         ByteBuffer image;
         ImageState state;
+        EditedBytes edited;
     };
 
     /// Numbers of edits in the image as it is now, and in the replaced ones.
@@ -57,6 +59,11 @@ public:
     void composed(const ImageState &state);
     /// Remembers \a edit, which was carried out already. An entry that changed no byte is none.
     void remember(const CellEdit &edit);
+    /// Makes \a change, which must have no trouble, as one step that is called \a name
+    /// (translated). blockChanged() follows, unless every byte was that already: then there is no
+    /// step. Throws std::bad_alloc, with image and history untouched, where there is no memory for
+    /// it.
+    void change(const BlockChange &change, const QString &name);
     /// The images that were replaced with their edits and not restored, the newest last.
     const QList<Replaced> &replaced() const { return replaced_; }
     /// Puts the newest replaced image in the place of the image, as one step that can be taken
@@ -69,6 +76,8 @@ public:
 
     /// The image that the edits are made in.
     const ByteBuffer &image() const { return image_; }
+    /// Which of its bytes were edited since it was composed; not those whose edits were taken back.
+    const EditedBytes &edited() const { return edited_; }
     /// What is in the image now.
     ImageState state() const;
     /// The image as it is now has been saved in a file of the user's.
@@ -79,21 +88,25 @@ public:
     const QUndoStack &history() const { return history_; }
 
 signals:
-    /// A step was taken back or made (again), other than by remember(), and the bytes of
-    /// \a changed are other ones, or gone.
+    /// A step was taken back or made (again), other than by remember() or change(), and the bytes
+    /// of \a changed are other ones, or gone.
     void imageChanged(ByteRange changed);
+    /// A change was made, and the bytes of \a changed are other ones.
+    void blockChanged(ByteRange changed);
 
 private:
     class Step;
-    class ByteStep;
+    class BlockStep;
     class ImageStep;
 
-    quint64 nextRevision();
+    ImageState stateAfterEdit();
+    void noteEditedAnew();
     const Step &stepAt(int index) const;
 
     ByteBuffer &image_;
     QUndoStack history_;
     ImageState composed_;
+    EditedBytes edited_;
     QList<Replaced> replaced_;
     QSet<quint64> saved_; ///< revisions
     quint64 lastRevision_ = 0;
