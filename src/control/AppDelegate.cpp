@@ -32,6 +32,7 @@ AppDelegate::AppDelegate(const Surroundings &surroundings)
       openedBinary_(state_.opened_bin_data, with_.messages, with_.gate),
       panelHost_(outlets, with_.defaults, with_.queue, with_.messages, with_.gate) {
     connect(&edits_, &HandEdits::imageChanged, this, &AppDelegate::showStep);
+    connect(&edits_, &HandEdits::blockChanged, this, &AppDelegate::showBlock);
     connect(&offers_, &EditOffers::saveAsked, this, [this] { export_output_data(this); });
     connect(&offers_, &EditOffers::restored, this,
             [this] { outlets.tableview->setFocus(Qt::OtherFocusReason); });

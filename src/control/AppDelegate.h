@@ -174,6 +174,7 @@ private:
     void takeLogicReport(RunRecord &record);
     void noteImageChanged();
     ByteRange saveEdit(ByteRange edited);
+    void showBlock(ByteRange changed);
     void showStep(ByteRange changed);
     ShownContent shownContent() const;
     QString selectedTab() const;

@@ -87,8 +87,9 @@ void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const Q
     else
         edits_.remember(*edit);
     outlets.tableview->showEdit(*edit, saveEdit(edit->written()));
-    with_.messages.say(Topic::Entry, edit->rejected ? rejectionRemark(value) : QString());
     noteImageChanged();
+    if (edit->rejected)
+        offers_.sayRejected(value, edit->offset);
 }
 
 // One byte may change how all the others read, where they are not a character each.
@@ -101,12 +102,16 @@ ByteRange AppDelegate::saveEdit(ByteRange edited) {
     return changesAll ? ByteRange{0, lengthOf(state_.output_data)} : edited;
 }
 
-// A step taken back or made again is looked at where it is.
-void AppDelegate::showStep(ByteRange changed) {
+void AppDelegate::showBlock(ByteRange changed) {
     outlets.tabview->selectTabViewItem(burnTabIdentifier());
     state_.display_data = state_.output_data;
     outlets.tableview->showChange(saveEdit(changed));
     noteImageChanged();
     offers_.sayRestored();
+}
+
+// A step taken back or made again is looked at where it is.
+void AppDelegate::showStep(ByteRange changed) {
+    showBlock(changed);
     outlets.tableview->showAddress(changed.offset);
 }

@@ -6,6 +6,8 @@
 #include "control/ActionGate.h"
 #include "control/HandEdits.h"
 #include "grid/CellEdit.h"
+#include "image/BlockWords.h"
+#include "image/NumberScanning.h"
 
 #include <QLocale>
 
@@ -46,6 +48,32 @@ void EditOffers::restore() {
     emit restored();
 }
 
+bool EditOffers::change(const Block &block) {
+    if (gate_.refusesElseCommits())
+        return false;
+    const auto trouble = troubleWith(block.change, lengthOf(edits_.image()));
+    if (!edits_.image() || trouble) {
+        messages_.say(Topic::BlockRefused,
+                      blockTroubleWords(trouble.value_or(BlockTrouble::BehindEnd)));
+        return false;
+    }
+    try {
+        edits_.change(block.change, block.name);
+    } catch (const std::bad_alloc &) {
+        messages_.say(Topic::Entry, noMemoryForEditRemark());
+        return false;
+    }
+    messages_.takeBack(Topic::Entry);
+    messages_.takeBack(Topic::BlockRefused);
+    messages_.say(Topic::Block, block.done);
+    return true;
+}
+
+bool EditOffers::writeZeros(ByteRange bytes) {
+    const RepeatedBytes zero{QByteArray(1, '\0')};
+    return change({fillOf(bytes, zero), tr("fill"), filledWords(bytes, zero)});
+}
+
 const QUndoStack &EditOffers::history() const {
     return edits_.history();
 }
@@ -53,6 +81,17 @@ const QUndoStack &EditOffers::history() const {
 // Edits made by hand may be an hour's work, and any control of the composition replaces them.
 ImageState EditOffers::state() const {
     return edits_.state();
+}
+
+const EditedBytes &EditOffers::edited() const {
+    return edits_.edited();
+}
+
+void EditOffers::sayRejected(const QString &entry, qint64 offset) {
+    Messages::Action offer;
+    if (scanHexInt(entry) == 0U)
+        offer = {tr("Write 00"), [this, offset] { writeZeros({offset, 1}); }};
+    messages_.say(Topic::Entry, rejectionRemark(entry), offer);
 }
 
 void EditOffers::sayReplaced() {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "control/SecondPress.h"
+#include "image/BlockChange.h"
 #include "image/CompositionRemarks.h"
 
 #include <QObject>
@@ -11,6 +12,7 @@
 #include <functional>
 
 class ActionGate;
+class EditedBytes;
 class HandEdits;
 class QUndoStack;
 struct ImageState;
@@ -41,10 +43,28 @@ public:
     /// Puts the newest image that was replaced with its edits in the place of the data to burn.
     /// Nothing happens if there is none, or while the tool works.
     void restore();
+    /// A change of a block, and what is said of it; both texts are translated.
+    struct Block {
+        BlockChange change;
+        QString name; ///< in the menu entry that takes it back
+        QString done;
+    };
+
+    /// Changes the data to burn, as one edit, and says so. False, and said, if that cannot be or
+    /// there is no memory for it, or while the tool works.
+    bool change(const Block &block);
+    /// Fills \a bytes with 00, as change() does.
+    bool writeZeros(ByteRange bytes);
     /// The edits, to look at.
     const QUndoStack &history() const;
     /// What is in the data to burn now.
     ImageState state() const;
+    /// Which bytes of them were edited.
+    const EditedBytes &edited() const;
+
+    /// Says that \a entry, typed into the cell of the byte at \a offset, was not taken. A zero can
+    /// be written there all the same.
+    void sayRejected(const QString &entry, qint64 offset);
 
     /// Says how many edits wait to be restored, and offers it.
     void sayReplaced();

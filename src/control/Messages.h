@@ -23,6 +23,8 @@ enum class Topic {
     OpenedFile,      ///< the opened binary is another file by now
     Saving,          ///< a file of the user's was written, or not
     Entry,           ///< what was typed into a cell and not taken
+    Block,           ///< what a change of a block came to
+    BlockRefused,    ///< why a block was not changed
     ReplacedEdits,   ///< edits that a composition replaced
     RestoredImage,   ///< an image that has come back, and how the controls differ from it
     HiddenBytes,     ///< bytes behind the shown text

@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "image/BlockWords.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+
+namespace {
+
+class Wording {
+    Q_DECLARE_TR_FUNCTIONS(BlockWords)
+
+public:
+    static QString trouble(BlockTrouble trouble) {
+        switch (trouble) {
+        case BlockTrouble::NoBytes:
+            return tr("There are no bytes to write.");
+        case BlockTrouble::BehindEnd:
+            return tr("There are no such bytes in the data to burn.");
+        case BlockTrouble::TooLarge:
+            return tr("The data to burn would be larger than 1 GiB.");
+        }
+        return {};
+    }
+
+    static QString bytesAt(ByteRange bytes) {
+        constexpr int shortestAddress = 4;
+        const QString address =
+            QString::number(bytes.offset, 16).toUpper().rightJustified(shortestAddress, u'0');
+        return bytes.length == 1
+                   ? tr("1 byte at %1").arg(address)
+                   : tr("%1 bytes at %2").arg(QLocale().toString(bytes.length), address);
+    }
+
+    static QString filled(ByteRange bytes, const BlockContent &content) {
+        constexpr qsizetype longestShown = 8;
+        const QString where = bytesAt(bytes);
+        const auto *repeated = std::get_if<RepeatedBytes>(&content);
+        if (!repeated)
+            return tr("Filled %1 with random bytes.").arg(where);
+        const QByteArray &pattern = repeated->pattern;
+        if (pattern.size() > longestShown)
+            return tr("Filled %1 with a pattern of %2 bytes.")
+                .arg(where, QLocale().toString(pattern.size()));
+        return tr("Filled %1 with %2.")
+            .arg(where, QString::fromLatin1(pattern.toHex(' ').toUpper()));
+    }
+
+    static QString pasted(ByteRange bytes) { return tr("Pasted %1.").arg(bytesAt(bytes)); }
+    static QString fileWritten(const QString &name, ByteRange bytes) {
+        return tr("Wrote %1 over %2.").arg(name, bytesAt(bytes));
+    }
+    static QString fileInserted(const QString &name, ByteRange bytes) {
+        return tr("Inserted %1: %2.").arg(name, bytesAt(bytes));
+    }
+};
+
+} // namespace
+
+QString blockTroubleWords(BlockTrouble trouble) {
+    return Wording::trouble(trouble);
+}
+
+QString bytesAtWords(ByteRange bytes) {
+    return Wording::bytesAt(bytes);
+}
+
+QString filledWords(ByteRange bytes, const BlockContent &content) {
+    return Wording::filled(bytes, content);
+}
+
+QString pastedWords(ByteRange bytes) {
+    return Wording::pasted(bytes);
+}
+
+QString fileWrittenWords(const QString &name, ByteRange bytes) {
+    return Wording::fileWritten(name, bytes);
+}
+
+QString fileInsertedWords(const QString &name, ByteRange bytes) {
+    return Wording::fileInserted(name, bytes);
+}
