@@ -11,6 +11,8 @@ struct ByteMark {
     bool differs = false;
     /// It is part of what was searched for: on a ground of its own, underlined.
     bool found = false;
+    /// It was edited since the image was composed: bold, in the colour that it has otherwise.
+    bool edited = false;
 
     friend bool operator==(const ByteMark &, const ByteMark &) = default;
 };

@@ -72,6 +72,7 @@ ByteMark GridModel::mark(int row, int column) const {
             const ByteMark mark = marks->markAt(qint64(byteIndex(row, column)));
             all.differs |= mark.differs;
             all.found |= mark.found;
+            all.edited |= mark.edited;
         }
     return all;
 }

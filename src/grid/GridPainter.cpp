@@ -178,7 +178,7 @@ void GridPainter::paintText(const CellValue &value, int column, const QRect &cel
         paintCharactersAround(value.text, cell, look.inBlock);
         return;
     }
-    const bool isBold = value.failed || look.mark.differs;
+    const bool isBold = value.failed || look.mark.differs || look.mark.edited;
     if (isBold)
         painter_.setFont(boldFont_);
     const int width = widthOf(value.text);

@@ -252,7 +252,9 @@ void TestGridModel::marks_belongToBytesAlone() {
     QCOMPARE(model.mark(1, addressColumn), ByteMark());
     others.marks[17].found = true;
     model.addMarks(others);
-    QCOMPARE(model.mark(1, 2), (ByteMark{true, true}));
+    QCOMPARE(model.mark(1, 2), (ByteMark{.differs = true, .found = true}));
+    others.marks[17] = {.edited = true};
+    QCOMPARE(model.mark(1, 2), (ByteMark{.differs = true, .edited = true}));
     QCOMPARE(model.data(model.index(1, 2), Qt::ToolTipRole), QStringLiteral("mark 17, mark 17"));
     model.setHeading(GridHeading::Pins);
     QCOMPARE(model.mark(1, 2), ByteMark());

@@ -20,6 +20,7 @@ private slots:
     void markedBytes_canBeReadInEveryTheme_data();
     void markedBytes_canBeReadInEveryTheme();
     void differingByte_isBold();
+    void editedByte_isBoldInItsColour();
     void foundByte_isUnderlinedOnItsGround();
     void block_isHighlightedWithItsCharacters();
     void block_canBeReadInEveryTheme_data();
@@ -122,14 +123,15 @@ void TestGridPainting::markedBytes_canBeReadInEveryTheme() {
     palette.setColor(QPalette::HighlightedText, Qt::white);
     grid.view.setPalette(palette);
     for (const int row : {0, 1}) {
-        marks.marks[row * 16] = {true, false};
-        marks.marks[row * 16 + 1] = {false, true};
-        marks.marks[row * 16 + 2] = {true, true};
+        marks.marks[row * 16] = {.differs = true};
+        marks.marks[row * 16 + 1] = {.found = true};
+        marks.marks[row * 16 + 2] = {.differs = true, .found = true};
+        marks.marks[row * 16 + 3] = {.edited = true};
     }
     grid.view.addMarks(marks);
     grid.setCursor(1, 9);
     for (int row = 0; row < 2; ++row)
-        for (int column = 1; column <= 3; ++column) {
+        for (int column = 1; column <= 4; ++column) {
             const QImage cell = picture(grid.view, grid.cell(row, column));
             const QImage digits = cell.copy(cell.rect().adjusted(0, 0, 0, -2));
             QVERIFY2(contrastOf(digits) >= smallestTextContrast,
@@ -148,6 +150,34 @@ void TestGridPainting::differingByte_isBold() {
     marks.marks.clear();
     grid.view.refreshMarks();
     QCOMPARE(ink(picture(grid.view, grid.cell(0, 1))), ink(picture(grid.view, grid.cell(0, 2))));
+}
+
+void TestGridPainting::editedByte_isBoldInItsColour() {
+    MarksDouble marks;
+    ShownGrid grid("AAA");
+    marks.marks[0].edited = true;
+    marks.marks[1].differs = true;
+    grid.view.addMarks(marks);
+    grid.setCursor(0, 5);
+    grid.view.clearSelection();
+    const auto cell = [&](int column) { return picture(grid.view, grid.cell(0, column)); };
+    const auto holds = [](const QImage &picture, const QColor &color) {
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                if (picture.pixelColor(x, y) == color)
+                    return true;
+        return false;
+    };
+    QVERIFY(ink(cell(1)) > ink(cell(3)));
+    QVERIFY(cell(1) != cell(2));
+    QVERIFY(holds(cell(2), differenceTextColor(grid.view.palette())));
+    QVERIFY(!holds(cell(1), differenceTextColor(grid.view.palette())));
+    marks.marks[1].edited = true;
+    const QImage both = cell(2);
+    QVERIFY(holds(both, differenceTextColor(grid.view.palette())));
+    marks.marks.clear();
+    grid.view.refreshMarks();
+    QCOMPARE(ink(cell(1)), ink(cell(3)));
 }
 
 void TestGridPainting::foundByte_isUnderlinedOnItsGround() {
