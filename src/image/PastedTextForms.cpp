@@ -1,0 +1,216 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+// The texts with a grammar of their own: arrays, literals and rows.
+
+#include "image/PastedText.h"
+
+#include "base/Digits.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr int largestByte = 0xFF;
+constexpr int octal = 8;
+constexpr int bytesInRow = 16;
+/// A byte of a row and the blank behind it.
+constexpr qsizetype rowCell = 3;
+/// Longer than what stands behind an array or a row.
+constexpr qsizetype longestEnd = 256;
+
+bool isWordUnit(QChar unit) {
+    return unit.isLetterOrNumber() || unit == u'_';
+}
+
+/// The byte that \a word is as a number of C; below 0 if it is none.
+int byteOfNumber(QStringView word) {
+    constexpr qsizetype longestNumber = 10;
+    const bool isHex = word.startsWith(u"0x", Qt::CaseInsensitive);
+    const QStringView digits = isHex ? word.sliced(2) : word;
+    const bool isOctal = !isHex && digits.size() > 1 && digits.startsWith(u'0');
+    bool isNumber = false;
+    const uint value = digits.toUInt(&isNumber, isHex ? hexadecimal : decimal);
+    const bool isByte = isNumber && !isOctal && word.size() <= longestNumber && !digits.isEmpty() &&
+                        isWordUnit(digits.front()) && value <= largestByte;
+    return isByte ? int(value) : -1;
+}
+
+/// The byte that a backslash and \a letter stand for; below 0 if they stand for none.
+int byteOfEscape(QChar letter) {
+    struct Escape {
+        char16_t letter;
+        char byte;
+    };
+    constexpr std::array escapes = {Escape{u'\\', '\\'}, Escape{u'\'', '\''}, Escape{u'"', '"'},
+                                    Escape{u'n', '\n'},  Escape{u'r', '\r'},  Escape{u't', '\t'},
+                                    Escape{u'a', '\a'},  Escape{u'b', '\b'},  Escape{u'f', '\f'},
+                                    Escape{u'v', '\v'}};
+    const auto *found = std::find_if(escapes.begin(), escapes.end(), [&](const Escape &escape) {
+        return escape.letter == letter.unicode();
+    });
+    return found == escapes.end() ? -1 : found->byte;
+}
+
+/// How many of the first units of \a text are digits to \a base, at most \a most.
+qsizetype digitsIn(QStringView text, int base, qsizetype most) {
+    qsizetype count = 0;
+    while (count < std::min(text.size(), most) && digitValue(text[count], base))
+        ++count;
+    return count;
+}
+
+} // namespace
+
+void PastedText::takeArray() {
+    if (place_ == Place::Outside)
+        return takeArrayEnd();
+    if (takeComment())
+        return;
+    const QChar unit = text_[at_];
+    if (unit.isSpace() || unit == u',')
+        return pass(1);
+    if (unit != u'}')
+        return takeNumber();
+    place_ = Place::Outside;
+    pass(1);
+}
+
+bool PastedText::takeComment() {
+    if (place_ == Place::Inside) {
+        const bool isBlock = rest().startsWith(u"/*");
+        if (!isBlock && !rest().startsWith(u"//"))
+            return false;
+        place_ = isBlock ? Place::BlockComment : Place::LineComment;
+        pass(2);
+        return true;
+    }
+    const bool isBlock = place_ == Place::BlockComment;
+    const bool ends = isBlock ? rest().startsWith(u"*/") : text_[at_] == u'\n';
+    if (ends)
+        place_ = Place::Inside;
+    pass(ends && isBlock ? 2 : 1);
+    return true;
+}
+
+void PastedText::takeNumber() {
+    const QStringView ahead = rest().first(std::min(rest().size(), longestEnd));
+    const auto *end = std::find_if_not(ahead.begin(), ahead.end(), isWordUnit);
+    const QStringView word = ahead.first(std::distance(ahead.begin(), end));
+    const int byte = byteOfNumber(word);
+    if (byte < 0)
+        return fail(Kind::NoValue);
+    append(byte);
+    pass(word.size());
+}
+
+/// Tools that write arrays like to declare their length behind them.
+void PastedText::takeArrayEnd() {
+    static const QRegularExpression end(
+        QStringLiteral(R"(\A\s*;?\s*(?:[A-Za-z_][\w\s]*=\s*\d+\s*;)?\s*\z)"));
+    if (rest().size() > longestEnd || !end.match(rest().toString()).hasMatch())
+        return fail(Kind::BehindEnd);
+    pass(rest().size());
+}
+
+void PastedText::takeLiteral() {
+    if (place_ == Place::Inside)
+        return takeLiteralCharacter();
+    const QChar unit = text_[at_];
+    if (unit.isSpace() || unit == u'(' || unit == u')' || rest().startsWith(u"\\\n"))
+        return pass(1);
+    const bool isStart = unit.toLower() == u'b' && rest().size() > 1 &&
+                         (text_[at_ + 1] == u'\'' || text_[at_ + 1] == u'"');
+    if (!isStart)
+        return fail(Kind::NoValue);
+    quote_ = text_[at_ + 1];
+    place_ = Place::Inside;
+    pass(2);
+}
+
+void PastedText::takeLiteralCharacter() {
+    constexpr char16_t lastAscii = 0x7F;
+    const QChar unit = text_[at_];
+    if (unit == u'\\')
+        return takeEscape();
+    if (unit == u'\n')
+        return fail(Kind::NoEnd);
+    if (unit == quote_)
+        place_ = Place::Outside;
+    else if (unit.unicode() > lastAscii)
+        return fail(Kind::NoValue);
+    else
+        append(unit.unicode());
+    pass(1);
+}
+
+void PastedText::takeEscape() {
+    constexpr qsizetype mostOctal = 3;
+    const QStringView behind = rest().sliced(1);
+    if (behind.isEmpty())
+        return fail(Kind::NoEnd);
+    if (behind.front() == u'\n')
+        return pass(2);
+    const qsizetype octals = digitsIn(behind, octal, mostOctal);
+    const bool isHex = behind.front() == u'x' && digitsIn(behind.sliced(1), hexadecimal, 2) == 2;
+    int byte = byteOfEscape(behind.front());
+    qsizetype units = 1;
+    if (octals > 0) {
+        byte = behind.first(octals).toInt(nullptr, octal);
+        units = octals;
+    } else if (isHex) {
+        byte = behind.sliced(1, 2).toInt(nullptr, hexadecimal);
+        units = 3;
+    }
+    if (byte < 0 || byte > largestByte)
+        return fail(Kind::NoValue);
+    append(byte);
+    pass(1 + units);
+}
+
+void PastedText::takeRow() {
+    const QStringView ahead = rest().first(std::min(rest().size(), longestEnd));
+    const qsizetype end = ahead.indexOf(u'\n');
+    if (end < 0 && ahead.size() < rest().size())
+        return fail(Kind::NoRow);
+    const QStringView line = end < 0 ? ahead : ahead.first(end);
+    const qsizetype addressDigits = digitsIn(line, hexadecimal, line.size());
+    const qsizetype cellsAt = addressDigits + 2;
+    const bool isBlank = line.trimmed().isEmpty();
+    const bool isRow = addressDigits > 0 && addressDigits <= 16 &&
+                       line.size() >= cellsAt + bytesInRow * rowCell - 1 &&
+                       line.sliced(addressDigits).startsWith(u"  ");
+    if (!isBlank && !isRow)
+        return fail(Kind::NoRow);
+    if (isRow) {
+        const quint64 address = line.first(addressDigits).toULongLong(nullptr, hexadecimal);
+        if (address != address_.value_or(address))
+            return fail(Kind::RowsApart);
+        address_ = address + bytesInRow;
+        if (!takeRowBytes(line.sliced(cellsAt)))
+            return fail(Kind::NoRow);
+    }
+    pass(line.size() + (end < 0 ? 0 : 1));
+}
+
+/// False if \a cells do not begin with the bytes of a row, or there were places without a byte
+/// before them.
+bool PastedText::takeRowBytes(QStringView cells) {
+    for (int place = 0; place < bytesInRow; ++place) {
+        const QStringView cell = cells.sliced(place * rowCell, 2);
+        const bool isLast = place + 1 == bytesInRow;
+        if (!isLast && cells[place * rowCell + 2] != u' ')
+            return false;
+        if (cell == u"XX") {
+            rowsEnded_ = true;
+            continue;
+        }
+        if (rowsEnded_ || digitsIn(cell, hexadecimal, 2) < 2)
+            return false;
+        append(cell.toInt(nullptr, hexadecimal));
+    }
+    return true;
+}
