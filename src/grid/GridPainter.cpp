@@ -66,6 +66,7 @@ GridPainter::GridPainter(const GridView &view, QPainter &painter)
                                   : active          ? QPalette::Active
                                                     : QPalette::Inactive);
     faintText_ = faintText(palette_);
+    selectedGround_ = selectedGroundColor(palette_);
     boldFont_.setBold(true);
     fixedPitch_ = QFontInfo(view.font()).fixedPitch();
     painter.setFont(view.font());
@@ -144,8 +145,10 @@ void GridPainter::paintGround(const CellValue &value, const QRect &cell, Look lo
         return;
     }
     // On the colour of the selection, neither the cursor nor what stands out could be told.
-    if (look.selected && (look.current || value.failed || look.mark.differs))
+    if (look.selected && look.current)
         painter_.fillRect(ground, palette_.brush(QPalette::Base));
+    else if (look.selected && (value.failed || look.mark.differs))
+        painter_.fillRect(ground, selectedGround_);
 }
 
 /// A line sets addresses, the halves of a row and the characters apart.

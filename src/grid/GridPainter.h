@@ -58,6 +58,7 @@ private:
     QFont boldFont_;
     QColor lineColor_;
     QColor faintText_;
+    QColor selectedGround_;
     CharacterPlaces places_;
     ByteRange block_; ///< empty if there is none
     bool fixedPitch_;

@@ -60,6 +60,20 @@ QColor readable(const TextHue &hue, const QPalette &palette) {
     return end;
 }
 
+/// The Base colour, moved towards \a hue as far as all of \a texts can be read on it.
+QColor ground(const QColor &hue, const QList<QColor> &texts, const QPalette &palette) {
+    constexpr int steps = 16;
+    const QColor base = palette.color(QPalette::Base);
+    for (int step = steps * 3 / 4; step > 0; --step) {
+        const QColor color = mixed(base, hue, double(step) / steps);
+        if (std::all_of(texts.begin(), texts.end(), [&color](const QColor &text) {
+                return contrastRatio(color, text) >= smallestTextContrast;
+            }))
+            return color;
+    }
+    return base;
+}
+
 } // namespace
 
 double contrastRatio(const QColor &one, const QColor &other) {
@@ -86,16 +100,14 @@ QColor differenceTextColor(const QPalette &palette) {
 }
 
 QColor foundGroundColor(const QPalette &palette) {
-    constexpr int steps = 16;
-    const QColor base = palette.color(QPalette::Base);
-    const QColor text = palette.color(QPalette::Text);
-    for (int step = steps * 3 / 4; step > 0; --step) {
-        const QColor ground = mixed(base, foundHue, double(step) / steps);
-        if (std::min(contrastRatio(ground, text),
-                     contrastRatio(ground, differenceTextColor(palette))) >= smallestTextContrast)
-            return ground;
-    }
-    return base;
+    return ground(foundHue, {palette.color(QPalette::Text), differenceTextColor(palette)}, palette);
+}
+
+QColor selectedGroundColor(const QPalette &palette) {
+    return ground(
+        palette.color(QPalette::Highlight),
+        {palette.color(QPalette::Text), differenceTextColor(palette), failureTextColor(palette)},
+        palette);
 }
 
 QColor faintMarkColor(const QPalette &palette) {

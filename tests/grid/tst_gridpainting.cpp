@@ -253,6 +253,9 @@ void TestGridPainting::block_isSeenAroundMarks() {
         const QImage outside = picture(grid.view, grid.cell(1, column + 5));
         QVERIFY(outside.pixelColor(outside.width() / 2, 0) != selected);
     }
+    const QColor ground = selectedGroundColor(grid.view.palette());
+    QCOMPARE(background(picture(grid.view, grid.cell(1, 3))), ground);
+    QVERIFY(background(picture(grid.view, grid.cell(1, 5))) != ground);
 }
 
 void TestGridPainting::failedField_isBold() {

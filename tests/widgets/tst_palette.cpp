@@ -16,6 +16,8 @@ private slots:
     void textColors_areReadable();
     void foundGround_leavesTextReadable_data();
     void foundGround_leavesTextReadable();
+    void selectedGround_leavesTextReadable_data();
+    void selectedGround_leavesTextReadable();
     void textColors_keepTheirHue_data();
     void textColors_keepTheirHue();
 };
@@ -89,6 +91,19 @@ void TestPalette::foundGround_leavesTextReadable() {
     QVERIFY(ground != palette.color(QPalette::Base));
     QVERIFY(::contrastRatio(ground, palette.color(QPalette::Text)) >= 4.5);
     QVERIFY(::contrastRatio(ground, differenceTextColor(palette)) >= 4.5);
+}
+
+void TestPalette::selectedGround_leavesTextReadable_data() {
+    addThemes();
+}
+
+void TestPalette::selectedGround_leavesTextReadable() {
+    QFETCH(QPalette, palette);
+    const QColor ground = selectedGroundColor(palette);
+    QVERIFY(ground != palette.color(QPalette::Base));
+    for (const QColor &text :
+         {palette.color(QPalette::Text), differenceTextColor(palette), failureTextColor(palette)})
+        QVERIFY(::contrastRatio(ground, text) >= 4.5);
 }
 
 void TestPalette::textColors_keepTheirHue_data() {
