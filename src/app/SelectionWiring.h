@@ -11,6 +11,6 @@ class QMenu;
 /// say what is too much to copy. Both must live as long.
 void wireSelection(MainWindow &window, Messages &messages);
 
-/// Adds what selects bytes and copies them to \a edit, and to menus of the grids of \a window. The
-/// keys for copying and for selecting everything work in the grids alone.
+/// Adds what selects bytes and copies them to \a edit, and to menus of the grids of \a window, and
+/// to the former the choice how bytes are typed. The keys for copying and for selecting everything work in the grids alone.
 void addSelectionEntries(QMenu &edit, MainWindow &window);

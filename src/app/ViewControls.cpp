@@ -41,8 +41,12 @@ void ViewControls::addEntries(QMenu &view, QAction &beside) {
 
 ViewChoices ViewControls::choices() const {
     const ConsoleView &console = *controls_.textView;
-    return {grid_.percent(), console_.percent(), console.wrapAction()->isChecked(),
-            console.visibleAction()->isChecked(), beside_->isChecked()};
+    return {grid_.percent(),
+            console_.percent(),
+            console.wrapAction()->isChecked(),
+            console.visibleAction()->isChecked(),
+            beside_->isChecked(),
+            controls_.tableview->moveOnAction()->isChecked()};
 }
 
 void ViewControls::setChoices(const ViewChoices &choices) {
@@ -51,4 +55,5 @@ void ViewControls::setChoices(const ViewChoices &choices) {
     controls_.textView->wrapAction()->setChecked(choices.wrapsConsole);
     controls_.textView->visibleAction()->setChecked(choices.showsConsole);
     beside_->setChecked(choices.showsBoth);
+    controls_.tableview->moveOnAction()->setChecked(choices.movesOn);
 }

@@ -14,7 +14,7 @@ class MainWindow;
 }
 
 /// How the user has grid and console: the size of their letters, whether long lines are wrapped,
-/// whether the console is there. Entries of the menu View change it.
+/// whether the console is there, what ends an entry. Entries of the menus change it.
 class ViewControls final : public QObject {
     Q_OBJECT
 

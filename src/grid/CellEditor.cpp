@@ -3,9 +3,22 @@
 
 #include "grid/CellEditor.h"
 
+#include "base/Digits.h"
+
+#include <QKeyEvent>
 #include <QPainter>
 
 #include <algorithm>
+
+namespace {
+
+bool areDigits(const QString &text, qsizetype count) {
+    return text.size() == count && std::all_of(text.begin(), text.end(), [](QChar unit) {
+               return digitValue(unit, hexadecimal).has_value();
+           });
+}
+
+} // namespace
 
 CellEditor::CellEditor(QWidget *parent) : QLineEdit(parent) {
     setFrame(false);
@@ -37,6 +50,13 @@ void CellEditor::fitWidth() {
     const int available = parentWidget()->width() - cell_.left();
     const int width = std::max(cell_.width(), std::min(wanted, available));
     setGeometry(cell_.left(), cell_.top(), width, cell_.height());
+}
+
+// Digits that are pasted are no typing: whoever pastes looks at what has come of it.
+void CellEditor::keyPressEvent(QKeyEvent *event) {
+    QLineEdit::keyPressEvent(event);
+    if (endsWithTwoDigits_ && areDigits(event->text(), 1) && areDigits(text(), 2))
+        emit twoDigitsTyped();
 }
 
 void CellEditor::paintEvent(QPaintEvent *event) {

@@ -30,7 +30,15 @@ public:
     /// Lays the field over \a cell.
     void placeAt(const QRect &cell);
 
+    /// Takes two hexadecimal digits for the whole entry as soon as the second is typed.
+    void setEndsWithTwoDigits(bool ends) { endsWithTwoDigits_ = ends; }
+
+signals:
+    /// The second of two hexadecimal digits was typed.
+    void twoDigitsTyped();
+
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
@@ -39,5 +47,6 @@ private:
     QString opened_;
     QRect cell_;
     bool committed_ = false;
+    bool endsWithTwoDigits_ = false;
     CellEditOutcome edit_;
 };

@@ -16,6 +16,7 @@ QWidget *GridDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
         index.model()
             ->headerData(index.column(), Qt::Horizontal, Qt::AccessibleTextRole)
             .toString());
+    connect(editor_.data(), &CellEditor::twoDigitsTyped, this, &GridDelegate::takeEntry);
     return editor_;
 }
 
@@ -49,11 +50,15 @@ bool GridDelegate::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::KeyPress && watched == editor_) {
         const int key = static_cast<const QKeyEvent *>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-            CellEditor *editor = editor_;
-            emit commitData(editor);
-            emit closeEditor(editor, SubmitModelCache);
+            takeEntry();
             return true;
         }
     }
     return QStyledItemDelegate::eventFilter(watched, event);
+}
+
+void GridDelegate::takeEntry() {
+    CellEditor *editor = editor_;
+    emit commitData(editor);
+    emit closeEditor(editor, SubmitModelCache);
 }

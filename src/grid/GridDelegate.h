@@ -32,5 +32,8 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    /// Ends the entry that is typed by carrying it out.
+    void takeEntry();
+
     mutable QPointer<CellEditor> editor_;
 };

@@ -15,6 +15,7 @@
 #include "widgets/FixedFont.h"
 #include "widgets/ViewPlace.h"
 
+#include <QAction>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPaintEvent>
@@ -29,7 +30,8 @@ GridView::GridView(QWidget *parent)
       header_(new GridHeader(this)),
       delegate_(new GridDelegate(this)),
       selection_(new GridSelection(*this)),
-      copying_(new GridCopying(*this)) {
+      copying_(new GridCopying(*this)),
+      moveOn_(new QAction(tr("&Move on after two digits"), this)) {
     setLayoutDirection(Qt::LeftToRight);
     setItemDelegate(delegate_);
     setSelectionBehavior(SelectRows);
@@ -44,6 +46,7 @@ GridView::GridView(QWidget *parent)
         updateGeometries();
         viewport()->update();
     });
+    moveOn_->setCheckable(true);
     new GridDrag(*this, *selection_);
     connect(selection_, &GridSelection::changed, this, &GridView::selectedBytesChanged);
     applyFont();
@@ -146,6 +149,18 @@ void GridView::currentChanged(const QModelIndex &current, const QModelIndex &pre
     selection_->takeCursor();
     if (hasFocus() && current.isValid())
         tellCursor(*this, current);
+}
+
+// Behind what the toolkit tells of the focus: that is the table, and nobody would hear of the cell.
+void GridView::focusInEvent(QFocusEvent *event) {
+    QAbstractItemView::focusInEvent(event);
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (hasFocus() && currentIndex().isValid())
+                tellCursor(*this, currentIndex());
+        },
+        Qt::QueuedConnection);
 }
 
 void GridView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) {

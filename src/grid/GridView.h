@@ -85,6 +85,11 @@ public:
     /// Gives the block up, if there is one, for the row of the cursor.
     void endBlock();
 
+    /// The choice whether two hexadecimal digits, typed into a cell that a key has opened, end the
+    /// entry as Enter does. Off at first.
+    QAction *moveOnAction() const { return moveOn_; }
+    using QAbstractItemView::edit;
+
     /// Commits the entry that is being typed, if there is one that differs from what its cell
     /// opened with, and closes its editor. True if an editor was open.
     bool commitOpenEditor();
@@ -126,6 +131,7 @@ protected:
     selectionCommand(const QModelIndex &index, const QEvent *event = nullptr) const override;
     QRegion visualRegionForSelection(const QItemSelection &selection) const override;
 
+    bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override;
     void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     void selectionChanged(const QItemSelection &selected,
@@ -137,6 +143,7 @@ protected:
     void scrollContentsBy(int dx, int dy) override;
 
     void paintEvent(QPaintEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void changeEvent(QEvent *event) override;
@@ -156,6 +163,7 @@ private:
     GridDelegate *delegate_;
     GridSelection *selection_;
     GridCopying *copying_;
+    QAction *moveOn_;
     QString hint_;
     int rowHeight_ = 1;
     bool layingOut_ = false;

@@ -10,6 +10,7 @@
 #include "grid/GridSteps.h"
 #include "widgets/ViewPlace.h"
 
+#include <QAction>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -78,6 +79,14 @@ QItemSelectionModel::SelectionFlags GridView::selectionCommand(const QModelIndex
 
 CellEditor *GridView::openEditor() const {
     return state() == EditingState ? delegate_->lastEditor() : nullptr;
+}
+
+bool GridView::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) {
+    const bool opens = QAbstractItemView::edit(index, trigger, event);
+    CellEditor *editor = opens && trigger == AnyKeyPressed ? openEditor() : nullptr;
+    if (editor && index.column() != charactersColumn)
+        editor->setEndsWithTwoDigits(moveOn_->isChecked());
+    return opens;
 }
 
 bool GridView::commitOpenEditor() {

@@ -19,6 +19,7 @@ const QString gridPercentKey = QStringLiteral("views/gridPercent");
 const QString consolePercentKey = QStringLiteral("views/consolePercent");
 const QString wrapsConsoleKey = QStringLiteral("views/wrapsConsole");
 const QString showsBothKey = QStringLiteral("views/showsBoth");
+const QString movesOnKey = QStringLiteral("views/movesOn");
 const QString showsConsoleKey = QStringLiteral("views/showsConsole");
 const QString folderKey = QStringLiteral("folders/%1");
 const QString recentKey = QStringLiteral("files/recent");
@@ -82,7 +83,8 @@ ViewChoices WindowMemory::viewChoices() const {
             number(consolePercentKey, usual.consolePercent),
             number(wrapsConsoleKey, usual.wrapsConsole) != 0,
             number(showsConsoleKey, usual.showsConsole) != 0,
-            number(showsBothKey, usual.showsBoth) != 0};
+            number(showsBothKey, usual.showsBoth) != 0,
+            number(movesOnKey, usual.movesOn) != 0};
 }
 
 void WindowMemory::setViewChoices(const ViewChoices &choices) {
@@ -90,7 +92,8 @@ void WindowMemory::setViewChoices(const ViewChoices &choices) {
                              {consolePercentKey, choices.consolePercent},
                              {wrapsConsoleKey, int(choices.wrapsConsole)},
                              {showsConsoleKey, int(choices.showsConsole)},
-                             {showsBothKey, int(choices.showsBoth)}});
+                             {showsBothKey, int(choices.showsBoth)},
+                             {movesOnKey, int(choices.movesOn)}});
 }
 
 QString WindowMemory::lastFolder(const QString &purpose) const {

@@ -18,6 +18,7 @@ struct ViewChoices {
     bool wrapsConsole = false;
     bool showsConsole = true;
     bool showsBoth = true; ///< both images beside each other, where there is room
+    bool movesOn = true;   ///< two digits typed into a cell end its entry
 
     friend bool operator==(const ViewChoices &, const ViewChoices &) = default;
 };

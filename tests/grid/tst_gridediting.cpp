@@ -3,6 +3,7 @@
 
 #include "support/ShownGrid.h"
 
+#include <QAction>
 #include <QVBoxLayout>
 
 class TestGridEditing : public QObject {
@@ -23,6 +24,11 @@ private slots:
     void cursor_data();
     void cursor();
     void sameValueTypedAgain_movesOnWithoutACommit();
+    void twoDigits_endTheEntryWhereThatIsChosen();
+    void twoDigits_thatAreRefusedLetTheCursorStay();
+    void twoDigits_ofTheValueThatIsThereMoveOn();
+    void twoDigits_areAnEntryLikeAnyOtherElsewhere_data();
+    void twoDigits_areAnEntryLikeAnyOtherElsewhere();
     void arrowKeys_commitAndMove();
     void commitOpenEditor_takesTheEntry();
     void commitOpenEditor_ofAnUntouchedEntryOnlyCloses();
@@ -234,6 +240,78 @@ void TestGridEditing::sameValueTypedAgain_movesOnWithoutACommit() {
     grid.press(Qt::Key_Return);
     QTRY_VERIFY(!grid.view.openEditor());
     QCOMPARE(grid.cursor(), qMakePair(1, 1));
+}
+
+void TestGridEditing::twoDigits_endTheEntryWhereThatIsChosen() {
+    ShownGrid grid(image(), true);
+    grid.setCursor(0, 15);
+    grid.type(QStringLiteral("42"));
+    QCOMPARE(grid.typed(), QStringLiteral("42"));
+    grid.press(Qt::Key_Escape);
+    grid.view.moveOnAction()->setChecked(true);
+    // Into the next row, and nothing is processed between the keys.
+    grid.type(QStringLiteral("424344"));
+    QCOMPARE(grid.source.bytes, image().replace(14, 3, "BCD"));
+    QCOMPARE(grid.cursor(), qMakePair(1, 2));
+    QVERIFY(!grid.view.openEditor());
+    grid.type(QStringLiteral("5"));
+    QCOMPARE(grid.typed(), QStringLiteral("5"));
+    grid.press(Qt::Key_Return);
+    QCOMPARE(grid.source.bytes, image().replace(14, 4, "BCD\5"));
+}
+
+void TestGridEditing::twoDigits_thatAreRefusedLetTheCursorStay() {
+    ShownGrid grid(image(), true);
+    grid.view.moveOnAction()->setChecked(true);
+    grid.setCursor(0, 3);
+    grid.type(QStringLiteral("00"));
+    QCOMPARE(grid.source.entries, QStringList{QStringLiteral("3 0 00")});
+    QVERIFY(!grid.view.openEditor());
+    QCOMPARE(grid.cursor(), qMakePair(0, 3));
+}
+
+void TestGridEditing::twoDigits_ofTheValueThatIsThereMoveOn() {
+    ShownGrid grid(image(), true);
+    grid.view.moveOnAction()->setChecked(true);
+    grid.setCursor(0, 3);
+    grid.type(QStringLiteral("41"));
+    QCOMPARE(grid.source.entries, QStringList());
+    QCOMPARE(grid.cursor(), qMakePair(0, 4));
+}
+
+void TestGridEditing::twoDigits_areAnEntryLikeAnyOtherElsewhere_data() {
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("opening");
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("opened by F2") << 3 << QStringLiteral("F2") << QStringLiteral("42");
+    QTest::newRow("opened by a double-click")
+        << 3 << QStringLiteral("click") << QStringLiteral("42");
+    QTest::newRow("behind a quote") << 3 << QString() << QStringLiteral("'42");
+    QTest::newRow("digits of no byte") << 3 << QString() << QStringLiteral("x4");
+    QTest::newRow("pasted") << 3 << QStringLiteral("paste") << QString();
+    QTest::newRow("characters") << 17 << QString() << QStringLiteral("42");
+}
+
+void TestGridEditing::twoDigits_areAnEntryLikeAnyOtherElsewhere() {
+    QFETCH(int, column);
+    QFETCH(QString, opening);
+    QFETCH(QString, typed);
+    ShownGrid grid(image(), true);
+    grid.view.moveOnAction()->setChecked(true);
+    grid.setCursor(0, column);
+    if (opening == u"F2")
+        grid.press(Qt::Key_F2);
+    if (opening == u"click")
+        grid.doubleClick(0, column);
+    if (opening == u"paste") {
+        grid.type(QStringLiteral("4"));
+        grid.view.openEditor()->selectAll();
+        grid.view.openEditor()->insert(QStringLiteral("42"));
+    }
+    grid.type(typed);
+    QVERIFY(grid.view.openEditor());
+    QCOMPARE(grid.source.entries, QStringList());
+    QCOMPARE(grid.typed(), opening == u"paste" ? QStringLiteral("42") : typed);
 }
 
 void TestGridEditing::arrowKeys_commitAndMove() {

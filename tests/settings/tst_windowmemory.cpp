@@ -38,7 +38,7 @@ void TestWindowMemory::everything_comesBack() {
         memory.setGeometry(bytes);
         memory.setSplitterState(QByteArray("splitter"));
         QCOMPARE(memory.viewChoices(), ViewChoices());
-        memory.setViewChoices({150, 60, true, false, false});
+        memory.setViewChoices({150, 60, true, false, false, false});
         memory.setLastFolder(QStringLiteral("open"), QStringLiteral("/a, b/é%20"));
         memory.setLastFolder(QStringLiteral("save"), QStringLiteral("/c"));
         QVERIFY(!memory.trustedTool());
@@ -47,7 +47,7 @@ void TestWindowMemory::everything_comesBack() {
     const WindowMemory memory(path);
     QCOMPARE(memory.geometry(), bytes);
     QCOMPARE(memory.splitterState(), QByteArray("splitter"));
-    QCOMPARE(memory.viewChoices(), (ViewChoices{150, 60, true, false, false}));
+    QCOMPARE(memory.viewChoices(), (ViewChoices{150, 60, true, false, false, false}));
     QCOMPARE(memory.lastFolder(QStringLiteral("open")), QStringLiteral("/a, b/é%20"));
     QCOMPARE(memory.lastFolder(QStringLiteral("save")), QStringLiteral("/c"));
     QCOMPARE(memory.lastFolder(QStringLiteral("other")), QString());
@@ -146,14 +146,14 @@ void TestWindowMemory::oneCallFails_forgetsNothingElse() {
         WindowMemory memory(folder.filePath(QStringLiteral("state.conf")));
         memory.setSplitterState(QByteArray("splitter"));
         QCOMPARE(memory.viewChoices(), ViewChoices());
-        memory.setViewChoices({150, 60, true, false, false});
+        memory.setViewChoices({150, 60, true, false, false, false});
         {
             const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
             memory.setGeometry(QByteArray("geometry"));
             struck = failing.hasStruck();
         }
         QCOMPARE(memory.splitterState(), QByteArray("splitter"));
-        QCOMPARE(memory.viewChoices(), (ViewChoices{150, 60, true, false, false}));
+        QCOMPARE(memory.viewChoices(), (ViewChoices{150, 60, true, false, false, false}));
     }
 }
 

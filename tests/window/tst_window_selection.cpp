@@ -31,6 +31,8 @@ private slots:
     void selectRange_saysWhatIsWrong();
     void selectRange_tellsTheSameBytesInTheOtherWay();
     void selectRange_amongResultsHasNoBytes();
+    void twoDigits_moveOnUnlessThatIsTurnedOff();
+    void movingOn_isRemembered();
 };
 
 namespace {
@@ -307,6 +309,46 @@ void TestWindowSelection::selectRange_amongResultsHasNoBytes() {
     SelectRangeWindow *range = openRange(velm);
     velm.click(range->controls().selectButton);
     QCOMPARE(range->controls().remark->text(), QStringLiteral("There are no bytes to select."));
+}
+
+void TestWindowSelection::twoDigits_moveOnUnlessThatIsTurnedOff() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    GridView *grid = velm.controls().tableview;
+    const auto type = [&](const char *keys) {
+        grid->setFocus();
+        for (const char *key = keys; *key; ++key) {
+            QWidget *target = grid->openEditor();
+            QTest::keyClick(target ? target : grid, *key);
+        }
+    };
+    const QString text = QStringLiteral("&Move on after two digits");
+    QVERIFY(entry(editMenu(velm), text)->isChecked());
+    grid->moveTo(grid->model()->index(0, 16));
+    type("6162");
+    QCOMPARE(onDisk(velm), QByteArray("0123456789ABCDEabHIJ"));
+    QCOMPARE(grid->currentIndex(), grid->model()->index(1, 2));
+    type("00");
+    QCOMPARE(velm.beeps, 1);
+    QCOMPARE(grid->currentIndex(), grid->model()->index(1, 2));
+    QVERIFY(!grid->openEditor());
+    // Each is an edit of its own.
+    velm.delegate().edits().undo();
+    QCOMPARE(onDisk(velm), QByteArray("0123456789ABCDEaGHIJ"));
+
+    choose(velm, text);
+    type("63");
+    QVERIFY(grid->openEditor());
+}
+
+void TestWindowSelection::movingOn_isRemembered() {
+    WindowFixture velm;
+    velm.start();
+    choose(velm, QStringLiteral("&Move on after two digits"));
+    velm.velm().window().close();
+    velm.end();
+    velm.start();
+    QVERIFY(!entry(editMenu(velm), QStringLiteral("&Move on after two digits"))->isChecked());
 }
 
 QTEST_MAIN(TestWindowSelection)
