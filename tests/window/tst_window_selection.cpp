@@ -339,6 +339,7 @@ void TestWindowSelection::twoDigits_moveOnUnlessThatIsTurnedOff() {
     choose(velm, text);
     type("63");
     QVERIFY(grid->openEditor());
+    QTest::keyClick(grid->openEditor(), Qt::Key_Escape);
 }
 
 void TestWindowSelection::movingOn_isRemembered() {
