@@ -51,7 +51,7 @@ FactsLine::FactsLine(QWidget *parent) : QLineEdit(parent) {
 void FactsLine::follow(const GridView &grid, Source shown) {
     grid_ = &grid;
     shown_ = std::move(shown);
-    connect(grid.selectionModel(), &QItemSelectionModel::currentChanged, this, &FactsLine::refresh);
+    connect(&grid, &GridView::selectedBytesChanged, this, &FactsLine::refresh);
     connect(grid.gridModel(), &GridModel::modelReset, this, &FactsLine::refresh);
     refresh();
 }
@@ -64,11 +64,19 @@ void FactsLine::refresh() {
 void FactsLine::turn() {
     const std::optional<ShownImage> image = shown_();
     const bool readsSha256 = reader_.isReadingSha256();
-    if (!reader_.readOn(image.value_or(ShownImage{})))
+    if (!readOn(image.value_or(ShownImage{})))
         turns_.stop();
     if (readsSha256 && !reader_.sha256().isEmpty())
         QGuiApplication::clipboard()->setText(reader_.sha256());
     takeWords(image);
+}
+
+/// True while there is more to read.
+bool FactsLine::readOn(const ShownImage &image) {
+    const ByteRange block = grid_->hasBlock() ? grid_->selectedBytes() : ByteRange();
+    const bool readsImage = reader_.readOn(image);
+    const bool readsBlock = block_.readOn(image, block);
+    return readsImage || readsBlock;
 }
 
 void FactsLine::takeWords(const std::optional<ShownImage> &image) {
@@ -98,9 +106,13 @@ QStringList FactsLine::factsOf(const ShownImage &image) const {
     if (size == 0)
         return {sizeWords(size)};
     const std::optional<ImageFacts> facts = reader_.facts();
-    const QString remark = facts ? blankRemark(*facts, image.isRead) : QString();
-    return {sizeWords(size), checksumWords(facts), image.comparison,
-            remark.isEmpty() ? byteUnderCursor(image.bytes) : remark};
+    QString selected =
+        grid_->hasBlock() ? blockWords(grid_->selectedBytes(), block_.facts()) : QString();
+    if (selected.isEmpty() && facts)
+        selected = blankRemark(*facts, image.isRead);
+    if (selected.isEmpty())
+        selected = byteUnderCursor(image.bytes);
+    return {sizeWords(size), checksumWords(facts), image.comparison, selected};
 }
 
 QString FactsLine::byteUnderCursor(const ByteBuffer &bytes) const {

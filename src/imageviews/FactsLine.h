@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "imageviews/BlockFacts.h"
 #include "imageviews/ShownImageReader.h"
 
 #include <QLineEdit>
@@ -12,9 +13,9 @@
 
 class GridView;
 
-/// What tells the shown image from others, and the byte under the grid's cursor, in one line. The
-/// image is read in turns of the event loop, so that it is in nobody's way however long it is;
-/// checksums stand open until they are known.
+/// What tells the shown image from others, and the byte under the grid's cursor or the block that
+/// is selected, in one line. They are read in turns of the event loop, so that they are in nobody's
+/// way however long they are; checksums stand open until they are known.
 ///
 /// The text can be selected. Where there is no room for all, whose bytes they are is told
 /// shorter first, and then the checksums go; the tool tip has the whole.
@@ -27,7 +28,7 @@ public:
 
     explicit FactsLine(QWidget *parent = nullptr);
 
-    /// Follows the cursor and the contents of \a grid and says the facts of what \a shown gives.
+    /// Follows the selection and the contents of \a grid and says the facts of what \a shown gives.
     /// Both must last as long as the window's event loop.
     void follow(const GridView &grid, Source shown);
     /// Looks at the image and at the cursor anew, a turn of the event loop later.
@@ -50,6 +51,7 @@ protected:
 
 private:
     void turn();
+    bool readOn(const ShownImage &image);
     void takeWords(const std::optional<ShownImage> &image);
     QStringList factsOf(const ShownImage &image) const;
     QString byteUnderCursor(const ByteBuffer &bytes) const;
@@ -62,6 +64,7 @@ private:
     const GridView *grid_ = nullptr;
     QTimer turns_;
     ShownImageReader reader_;
+    BlockFacts block_;
     QString origin_;
     QString facts_; ///< the words on them
     QString brief_; ///< the same without what a glance needs least

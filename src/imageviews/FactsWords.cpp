@@ -116,3 +116,9 @@ QString byteWords(quint64 address, quint8 byte) {
         words << QStringLiteral("\u201c%1\u201d").arg(QChar::fromLatin1(char(byte)));
     return Wording::tr("at %1: %2").arg(addressText(address), words.join(QStringLiteral(", ")));
 }
+
+QString blockWords(ByteRange block, const std::optional<ImageFacts> &facts) {
+    return Wording::tr("selected from %1 to %2: %3, %4")
+        .arg(addressText(quint64(block.offset)), addressText(quint64(block.end() - 1)),
+             sizeWords(block.length), checksumWords(facts));
+}

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "files/ByteBuffer.h"
 #include "files/OpenedFileWatch.h"
 #include "image/ImageComposition.h"
 #include "inspect/ImageDifferences.h"
@@ -45,3 +46,7 @@ QString blankRemark(const ImageFacts &facts, bool isRead);
 /// The \a byte at \a address: hexadecimal, decimal, binary, and its character if it is one of ASCII
 /// that can be seen.
 QString byteWords(quint64 address, quint8 byte);
+
+/// The \a block that is selected, of at least one byte: its addresses, its size and the checksums
+/// in its \a facts.
+QString blockWords(ByteRange block, const std::optional<ImageFacts> &facts);

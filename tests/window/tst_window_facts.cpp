@@ -28,6 +28,9 @@ private slots:
     void anotherTab_isAnotherImage();
     void blankImage_leavesTheByteToTheRemark();
     void theCursor_isFollowed();
+    void block_isSaidWithItsChecksums();
+    void block_isReadAnewAfterAnEdit();
+    void largeBlock_isReadInTurns();
     void cellsWithoutAByte_sayNothing_data();
     void cellsWithoutAByte_sayNothing();
     void largeImage_isReadInTurns();
@@ -233,6 +236,47 @@ void TestWindowFacts::theCursor_isFollowed() {
     enter(velm, 1, 3, QStringLiteral("FF"));
     moveTo(velm, 1, 3);
     QTRY_VERIFY2(facts(velm).endsWith(byteWords(0x12, 0xFF)), qPrintable(facts(velm)));
+}
+
+void TestWindowFacts::block_isSaidWithItsChecksums() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    GridView *grid = velm.controls().tableview;
+    grid->selectBytes({2, 9});
+    const QString block = QStringLiteral("selected from 0002 to 000A: 9 bytes, ");
+    QTRY_VERIFY2(facts(velm).endsWith(block + checksums("23456789A")), qPrintable(facts(velm)));
+    QVERIFY(facts(velm).contains(sizeAndChecksums("0123456789ABCDEFGHIJ")));
+    grid->endBlock();
+    QTRY_VERIFY2(facts(velm).contains(QStringLiteral("at 0002: 0x32")), qPrintable(facts(velm)));
+    QVERIFY(!facts(velm).contains(QStringLiteral("selected")));
+}
+
+void TestWindowFacts::block_isReadAnewAfterAnEdit() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    GridView *grid = velm.controls().tableview;
+    grid->selectBytes({0, 4});
+    QTRY_VERIFY(facts(velm).endsWith(checksums("0123")));
+    enter(velm, 0, 2, QStringLiteral("78"));
+    grid->selectBytes({0, 4});
+    QTRY_VERIFY2(facts(velm).endsWith(checksums("0x23")), qPrintable(facts(velm)));
+    // The same block of another image is another one.
+    velm.delegate().openBinary(velm.write(QStringLiteral("other.bin"), "abcdefgh"));
+    QTRY_VERIFY2(facts(velm).endsWith(checksums("abcd")), qPrintable(facts(velm)));
+}
+
+void TestWindowFacts::largeBlock_isReadInTurns() {
+    WindowFixture velm;
+    showLargeImage(velm);
+    const QString open = checksumWords(std::nullopt);
+    QTRY_VERIFY(!facts(velm).contains(open));
+    velm.controls().tableview->selectBytes({16, 20 << 20});
+    int openTurns = 0;
+    for (; openTurns == 0 || facts(velm).contains(open); ++openTurns)
+        QCoreApplication::processEvents();
+    QVERIFY2(openTurns > 3, qPrintable(QString::number(openTurns)));
+    const QByteArray image = *velm.state().display_data;
+    QVERIFY2(facts(velm).endsWith(checksums(image.sliced(16))), qPrintable(facts(velm)));
 }
 
 void TestWindowFacts::cellsWithoutAByte_sayNothing_data() {

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "imageviews/BlockFacts.h"
+
+#include <algorithm>
+#include <utility>
+
+bool BlockFacts::readOn(const ShownImage &image, ByteRange block) {
+    if (!isTheSame(image, block)) {
+        bytes_ = image.bytes;
+        revision_ = image.revision;
+        block_ = block;
+        reader_ = {};
+        isKnown_ = false;
+    }
+    if (isKnown_ || block.length == 0 || !image.bytes)
+        return false;
+    // Between an image and the grid that shows it there may be a turn.
+    const qint64 length = lengthOf(image.bytes);
+    const qint64 first = std::min(block.offset, length);
+    const QByteArrayView bytes = QByteArrayView(std::as_const(*image.bytes))
+                                     .sliced(first, std::min(block.length, length - first));
+    isKnown_ = reader_.advance(bytes, ShownImageReader::maxFactsInTurn);
+    return !isKnown_;
+}
+
+std::optional<ImageFacts> BlockFacts::facts() const {
+    return isKnown_ ? std::optional(reader_.facts()) : std::nullopt;
+}
+
+bool BlockFacts::isTheSame(const ShownImage &image, ByteRange block) const {
+    return block_.offset == block.offset && block_.length == block.length &&
+           revision_ == image.revision && isSameBuffer(bytes_, image.bytes);
+}
