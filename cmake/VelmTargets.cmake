@@ -47,7 +47,7 @@ endfunction()
 # velm_use_precompiled(<target> <libraries that it links...>)
 function(velm_use_precompiled target)
     set(precompiled velm_precompiled_core)
-    if("${ARGN}" MATCHES "velm_(widgets|grid|devices|control|imageviews|exchange|views|app)|window_fixture")
+    if("${ARGN}" MATCHES "velm_(widgets|grid|devices|control|imageviews|exchange|blocks|views|app)|window_fixture")
         set(precompiled velm_precompiled_widgets)
         # The toolkit's test header reads otherwise where it is linked, as it is by the window.
         target_link_libraries(${target} PRIVATE Qt6::Network)

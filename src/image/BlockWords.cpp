@@ -3,6 +3,8 @@
 
 #include "image/BlockWords.h"
 
+#include "base/Digits.h"
+
 #include <QCoreApplication>
 #include <QLocale>
 
@@ -25,9 +27,7 @@ public:
     }
 
     static QString bytesAt(ByteRange bytes) {
-        constexpr int shortestAddress = 4;
-        const QString address =
-            QString::number(bytes.offset, 16).toUpper().rightJustified(shortestAddress, u'0');
+        const QString address = addressWords(bytes.offset);
         return bytes.length == 1
                    ? tr("1 byte at %1").arg(address)
                    : tr("%1 bytes at %2").arg(QLocale().toString(bytes.length), address);
@@ -60,6 +60,11 @@ public:
 
 QString blockTroubleWords(BlockTrouble trouble) {
     return Wording::trouble(trouble);
+}
+
+QString addressWords(qint64 offset) {
+    constexpr int shortestAddress = 4;
+    return QString::number(offset, hexadecimal).toUpper().rightJustified(shortestAddress, u'0');
 }
 
 QString bytesAtWords(ByteRange bytes) {

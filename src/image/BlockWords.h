@@ -12,6 +12,8 @@
 /// Why a change was not made.
 QString blockTroubleWords(BlockTrouble trouble);
 
+/// \a offset as an address, as the grid shows it.
+QString addressWords(qint64 offset);
 /// "4,096 bytes at 1000": some bytes, of which there is one at least.
 QString bytesAtWords(ByteRange bytes);
 

@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "blocks/FillWindow.h"
+
+#include "blocks/AddressField.h"
+#include "blocks/PasteWords.h"
+#include "image/BlockWords.h"
+#include "widgets/FixedFont.h"
+
+#include "ui_FillWindow.h"
+
+#include <QRandomGenerator>
+
+FillWindow::FillWindow(qint64 imageSize, QWidget *window)
+    : QDialog(window), controls_(std::make_unique<Ui::FillWindow>()), imageSize_(imageSize) {
+    Ui::FillWindow &c = *controls_;
+    c.setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setObjectName(QStringLiteral("fill"));
+    setWindowTitle(tr("Fill"));
+    const QFont fixed = fixedFont();
+    for (QLineEdit *field : {c.first, c.last, c.pattern})
+        field->setFont(fixed);
+    connectControls();
+    showState();
+}
+
+FillWindow::~FillWindow() = default;
+
+void FillWindow::connectControls() {
+    const Ui::FillWindow &c = *controls_;
+    for (const QLineEdit *field : {c.first, c.last, c.pattern})
+        connect(field, &QLineEdit::textChanged, this, &FillWindow::showState);
+    connect(c.random, &QCheckBox::toggled, this, &FillWindow::showState);
+    connect(c.fillButton, &QPushButton::clicked, this, &FillWindow::fill);
+    connect(c.cancelButton, &QPushButton::clicked, this, &FillWindow::reject);
+}
+
+void FillWindow::offer(ByteRange bytes) {
+    controls_->first->setText(addressWords(bytes.offset));
+    controls_->last->setText(addressWords(bytes.end() - 1));
+    controls_->pattern->selectAll();
+    controls_->pattern->setFocus();
+}
+
+void FillWindow::setImageSize(qint64 size) {
+    imageSize_ = size;
+    showState();
+}
+
+std::optional<ByteRange> FillWindow::range(QString &sentence) const {
+    const auto first = typedOffset(controls_->first->text());
+    const auto last = typedOffset(controls_->last->text());
+    if (!first || !last)
+        sentence = first ? tr("The last address is none.") : tr("The first address is none.");
+    else if (*first > *last)
+        sentence = tr("The last address is before the first.");
+    else if (imageSize_ == 0)
+        sentence = tr("There are no data to burn.");
+    else if (*last >= imageSize_)
+        sentence = noByteWords(*last, imageSize_);
+    else
+        return ByteRange{*first, *last - *first + 1};
+    return std::nullopt;
+}
+
+std::optional<QByteArray> FillWindow::pattern(QString &sentence) const {
+    PastedText text(controls_->pattern->text());
+    while (!text.advance(text.size() + 1)) {
+    }
+    if (!text.trouble())
+        return text.bytes();
+    sentence = text.trouble()->kind == PasteTrouble::Kind::NoBytes
+                   ? tr("There is no byte to fill with.")
+                   : pasteTroubleWords(*text.trouble());
+    return std::nullopt;
+}
+
+/// What is chosen, with what is to be said of it; if it is nothing, why.
+std::optional<FillWindow::Choice> FillWindow::choice(QString &sentence) const {
+    const auto where = range(sentence);
+    if (!where)
+        return std::nullopt;
+    sentence = tr("Will fill %1.").arg(bytesAtWords(*where));
+    if (controls_->random->isChecked())
+        return Choice{*where, RandomBytes{}};
+    const auto repeated = pattern(sentence);
+    if (!repeated)
+        return std::nullopt;
+    if (repeated->size() > where->length)
+        sentence = tr("Will fill %1 with the beginning of the pattern.").arg(bytesAtWords(*where));
+    return Choice{*where, RepeatedBytes{*repeated}};
+}
+
+void FillWindow::showState() {
+    const Ui::FillWindow &c = *controls_;
+    QString sentence;
+    const bool mayFill = choice(sentence).has_value();
+    c.pattern->setEnabled(!c.random->isChecked());
+    c.result->setText(sentence);
+    c.fillButton->setEnabled(mayFill);
+}
+
+// Assistive technology reaches a button that is off all the same.
+void FillWindow::fill() {
+    QString sentence;
+    auto chosen = choice(sentence);
+    if (!chosen)
+        return;
+    if (auto *random = std::get_if<RandomBytes>(&chosen->content))
+        random->seed = QRandomGenerator::global()->generate();
+    emit this->chosen(chosen->where, chosen->content);
+}
+
+void FillWindow::showProblem(const QString &sentence) {
+    controls_->result->setText(sentence);
+}

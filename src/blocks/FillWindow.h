@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "image/BlockChange.h"
+
+#include <QDialog>
+
+#include <memory>
+#include <optional>
+
+namespace Ui {
+class FillWindow;
+}
+
+/// Asks which bytes are to be filled with what. It is beside the window and not in its way, and
+/// gone once it is closed. Filling is its owner's business: it stays open until it is told that the
+/// bytes were filled.
+class FillWindow final : public QDialog {
+    Q_OBJECT
+
+public:
+    /// Of an image of \a imageSize bytes. Beside \a window.
+    FillWindow(qint64 imageSize, QWidget *window);
+    ~FillWindow() override;
+
+    Ui::FillWindow &controls() { return *controls_; }
+
+    /// Offers \a bytes, of which there is one at least, to be filled.
+    void offer(ByteRange bytes);
+    /// The image has \a size bytes by now.
+    void setImageSize(qint64 size);
+    /// Says \a sentence: why the bytes were not filled.
+    void showProblem(const QString &sentence);
+
+signals:
+    /// The user wants the bytes of \a where to be \a content.
+    void chosen(ByteRange where, const BlockContent &content);
+
+private:
+    struct Choice {
+        ByteRange where;
+        BlockContent content;
+    };
+
+    void connectControls();
+    std::optional<Choice> choice(QString &sentence) const;
+    std::optional<ByteRange> range(QString &sentence) const;
+    std::optional<QByteArray> pattern(QString &sentence) const;
+    void showState();
+    void fill();
+
+    std::unique_ptr<Ui::FillWindow> controls_;
+    qint64 imageSize_;
+};

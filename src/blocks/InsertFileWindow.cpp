@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "blocks/InsertFileWindow.h"
+
+#include "blocks/AddressField.h"
+#include "formats/RecordFormat.h"
+#include "image/BlockWords.h"
+#include "widgets/FixedFont.h"
+
+#include "ui_InsertFileWindow.h"
+
+#include <QFileInfo>
+#include <QLocale>
+
+#include <algorithm>
+
+InsertFileWindow::InsertFileWindow(File file, qint64 offset, qint64 imageSize, QWidget *window)
+    : QDialog(window),
+      controls_(std::make_unique<Ui::InsertFileWindow>()),
+      file_(std::move(file)),
+      imageSize_(imageSize) {
+    Ui::InsertFileWindow &c = *controls_;
+    c.setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setObjectName(QStringLiteral("insertFile"));
+    setWindowTitle(tr("Insert %1").arg(QFileInfo(file_.path).fileName()));
+    c.size->setText(tr("%1 bytes").arg(QLocale().toString(file_.bytes->size())));
+    c.text->setVisible(recordFormatOf(*file_.bytes).has_value());
+    c.address->setFont(fixedFont());
+    c.address->setText(addressWords(offset));
+    connect(c.address, &QLineEdit::textChanged, this, &InsertFileWindow::showState);
+    connect(c.over, &QRadioButton::toggled, this, &InsertFileWindow::showState);
+    connect(c.insertButton, &QPushButton::clicked, this, &InsertFileWindow::insert);
+    connect(c.cancelButton, &QPushButton::clicked, this, &InsertFileWindow::reject);
+    showState();
+}
+
+InsertFileWindow::~InsertFileWindow() = default;
+
+void InsertFileWindow::setImageSize(qint64 size) {
+    imageSize_ = size;
+    showState();
+}
+
+std::optional<BlockChange> InsertFileWindow::overwriting(qint64 offset, QString &sentence) const {
+    const qint64 length = file_.bytes->size();
+    const qint64 there = std::max<qint64>(imageSize_ - offset, 0);
+    if (there < length) {
+        sentence = tr("%1 bytes of the file do not fit: from %2 on there are %3.")
+                       .arg(QLocale().toString(length - there), addressWords(offset),
+                            QLocale().toString(there));
+        return std::nullopt;
+    }
+    sentence = tr("Will replace %1.").arg(bytesAtWords({offset, length}));
+    return overwriteOf(offset, *file_.bytes, imageSize_);
+}
+
+std::optional<BlockChange> InsertFileWindow::moving(qint64 offset, QString &sentence) const {
+    BlockChange change = insertionOf(offset, *file_.bytes);
+    const auto trouble = troubleWith(change, imageSize_);
+    if (trouble == BlockTrouble::BehindEnd)
+        sentence = tr("The data to burn end before %1.").arg(addressWords(offset));
+    else if (trouble)
+        sentence = blockTroubleWords(*trouble);
+    else
+        sentence = tr("The data to burn become %1 bytes long.")
+                       .arg(QLocale().toString(imageSize_ + file_.bytes->size()));
+    return trouble ? std::nullopt : std::optional(std::move(change));
+}
+
+/// What is chosen, with what is to be said of it; if it cannot be, why.
+std::optional<BlockChange> InsertFileWindow::change(QString &sentence) const {
+    const auto offset = typedOffset(controls_->address->text());
+    if (!offset)
+        sentence = tr("The address is none.");
+    else if (file_.bytes->isEmpty())
+        sentence = tr("The file is empty.");
+    else
+        return controls_->over->isChecked() ? overwriting(*offset, sentence)
+                                            : moving(*offset, sentence);
+    return std::nullopt;
+}
+
+void InsertFileWindow::showState() {
+    QString sentence;
+    const bool mayInsert = change(sentence).has_value();
+    controls_->result->setText(sentence);
+    controls_->insertButton->setEnabled(mayInsert);
+}
+
+// Assistive technology reaches a button that is off all the same.
+void InsertFileWindow::insert() {
+    QString sentence;
+    if (const auto wanted = change(sentence))
+        emit chosen(*wanted);
+}
+
+void InsertFileWindow::showProblem(const QString &sentence) {
+    controls_->result->setText(sentence);
+}

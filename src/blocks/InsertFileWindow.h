@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "image/BlockChange.h"
+
+#include <QDialog>
+
+#include <memory>
+#include <optional>
+
+namespace Ui {
+class InsertFileWindow;
+}
+
+/// Asks where the bytes of a file go, and whether they replace what is there. It is beside the
+/// window and not in its way, and gone once it is closed. Changing the image is its owner's
+/// business: it stays open until it is told that the bytes were taken.
+class InsertFileWindow final : public QDialog {
+    Q_OBJECT
+
+public:
+    /// A file to insert.
+    struct File {
+        QString path;
+        ByteBuffer bytes; ///< not null
+    };
+
+    /// Into an image of \a imageSize bytes; the byte at \a offset is offered. Beside \a window.
+    InsertFileWindow(File file, qint64 offset, qint64 imageSize, QWidget *window);
+    ~InsertFileWindow() override;
+
+    Ui::InsertFileWindow &controls() { return *controls_; }
+    const QString &path() const { return file_.path; }
+
+    /// The image has \a size bytes by now.
+    void setImageSize(qint64 size);
+    /// Says \a sentence: why the bytes were not taken.
+    void showProblem(const QString &sentence);
+
+signals:
+    /// The user wants \a change to be made.
+    void chosen(const BlockChange &change);
+
+private:
+    std::optional<BlockChange> change(QString &sentence) const;
+    std::optional<BlockChange> overwriting(qint64 offset, QString &sentence) const;
+    std::optional<BlockChange> moving(qint64 offset, QString &sentence) const;
+    void showState();
+    void insert();
+
+    std::unique_ptr<Ui::InsertFileWindow> controls_;
+    File file_;
+    qint64 imageSize_;
+};
