@@ -39,11 +39,21 @@ void UserFiles::openBinary(QWidget *window, const std::function<void(const QStri
 }
 
 void UserFiles::openForImport(QWidget *window, const std::function<void(const QString &)> &chosen) {
+    openAnyFile(window, tr("Import"), chosen);
+}
+
+void UserFiles::openForInsertion(QWidget *window,
+                                 const std::function<void(const QString &)> &chosen) {
+    openAnyFile(window, tr("Insert a file"), chosen);
+}
+
+void UserFiles::openAnyFile(QWidget *window, const QString &title,
+                            const std::function<void(const QString &)> &chosen) {
     if (gate_.refuses())
         return;
     FilePanelRequest request;
     request.kind = FilePanelRequest::Kind::Open;
-    request.title = tr("Import");
+    request.title = title;
     ask(window, openPurpose, request, chosen);
 }
 

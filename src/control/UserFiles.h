@@ -57,6 +57,8 @@ public:
     void openBinary(QWidget *window, const std::function<void(const QString &path)> &chosen);
     /// The same for a file whose bytes are to be imported, whatever its format.
     void openForImport(QWidget *window, const std::function<void(const QString &path)> &chosen);
+    /// The same for a file whose bytes are to come into the data to burn.
+    void openForInsertion(QWidget *window, const std::function<void(const QString &path)> &chosen);
     /// Asks for a programmer tool; \a chosen gets the absolute path. Refused while the tool works.
     void chooseTool(QWidget *window, const std::function<void(const QString &path)> &chosen);
     /// Asks where the data read from \a device are to go and saves them there, whole or not at all.
@@ -87,6 +89,8 @@ private:
 
     void saveImage(QWidget *window, const Image &image, const Nothing &nothing,
                    const QString &suggestedName);
+    void openAnyFile(QWidget *window, const QString &title,
+                     const std::function<void(const QString &path)> &chosen);
     void ask(QWidget *window, const QString &purpose, FilePanelRequest request,
              const std::function<void(const QString &path)> &chosen);
     void write(const QString &path, const Image &image);
