@@ -3,6 +3,7 @@
 
 #include "app/VelmWindow.h"
 
+#include "app/BlockWiring.h"
 #include "app/ChipWiring.h"
 #include "app/ComparisonWiring.h"
 #include "app/FactsWiring.h"
@@ -72,6 +73,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
     WindowMenus menus = makeWindowMenus(window_, delegate_, work_, gate_, files_);
     fileImport_.addEntry(menus);
     fileExport_.addEntry(menus);
+    wireBlocks({window_, delegate_, files_, gate_, messages_}, menus);
     runControls_.setActions(menus.offWhileRunning, menus.stop);
     settings_.setGuard([this] { return work_.isIdle(); });
     connect(&settings_, &SettingsStore::changeRefused, this, [this] { gate_.refuses(); });

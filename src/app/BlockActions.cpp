@@ -1,0 +1,194 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "app/BlockActions.h"
+
+#include "app/MainWindow.h"
+#include "app/WindowMenus.h"
+#include "blocks/FillWindow.h"
+#include "blocks/InsertFileWindow.h"
+#include "control/ActionGate.h"
+#include "control/AppDelegate.h"
+#include "control/Messages.h"
+#include "control/UserFiles.h"
+#include "files/FileLoading.h"
+#include "grid/GridView.h"
+#include "image/BlockWords.h"
+
+#include "ui_MainWindow.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QMenu>
+
+#include <algorithm>
+
+namespace {
+
+/// The line behind the entries that take steps back and make them again, and those that change
+/// blocks.
+QAction *endOfHistory(const QMenu &edit) {
+    const QList<QAction *> entries = edit.actions();
+    const auto line = std::find_if(entries.rbegin(), entries.rend(),
+                                   [](const QAction *entry) { return entry->isSeparator(); });
+    return line == entries.rend() ? nullptr : *line;
+}
+
+} // namespace
+
+BlockActions::BlockActions(const Surroundings &surroundings, QObject *parent)
+    : QObject(parent), with_(surroundings) {
+    connect(&reading_, &PasteReading::finished, this, &BlockActions::takeText);
+    connect(&reading_, &PasteReading::outOfMemory, this, [this] {
+        with_.messages.takeBack(Topic::Block);
+        with_.messages.say(Topic::BlockRefused,
+                           tr("There is not enough memory for what is on the clipboard."));
+    });
+}
+
+QAction *BlockActions::addEntry(WindowMenus &menus, const QString &text, const QString &toolTip,
+                                void (BlockActions::*action)()) {
+    auto *entry = new QAction(text, this);
+    entry->setToolTip(toolTip);
+    entry->setAutoRepeat(false);
+    connect(entry, &QAction::triggered, this, action, Qt::QueuedConnection);
+    menus.edit->insertAction(endOfHistory(*menus.edit), entry);
+    menus.offWhileRunning << entry;
+    return entry;
+}
+
+void BlockActions::addEntries(WindowMenus &menus) {
+    // The keys mean something else in a field.
+    const auto setGridKey = [this](QAction *entry, const QKeySequence &key) {
+        entry->setShortcut(key);
+        entry->setShortcutContext(Qt::WidgetShortcut);
+        grid().addAction(entry);
+    };
+    menus.edit->insertSeparator(endOfHistory(*menus.edit));
+    setGridKey(addEntry(menus, tr("Pas&te"),
+                        tr("Write the bytes that the clipboard holds as text over those from the "
+                           "cursor on"),
+                        &BlockActions::pasteBytes),
+               QKeySequence(Qt::CTRL | Qt::Key_V));
+    addEntry(menus, tr("Paste c&haracters"),
+             tr("Write the characters on the clipboard over the bytes from the cursor on"),
+             &BlockActions::pasteCharacters);
+    addEntry(menus, tr("Fi&ll\u2026"), tr("Fill bytes with a pattern, or with random ones"),
+             &BlockActions::fill);
+    setGridKey(addEntry(menus, tr("&Write 00"), tr("Fill the selected bytes with 00"),
+                        &BlockActions::writeZeros),
+               QKeySequence(Qt::CTRL | Qt::Key_0));
+    addEntry(menus, tr("&Insert a file\u2026"), tr("Take the bytes of a file in at an address"),
+             &BlockActions::insertFile);
+    menus.edit->setToolTipsVisible(true);
+}
+
+GridView &BlockActions::grid() const {
+    return *with_.window.controls().tableview;
+}
+
+qint64 BlockActions::imageSize() const {
+    return lengthOf(with_.delegate.state().output_data);
+}
+
+QString BlockActions::whyNotHere() const {
+    const QString tab = with_.window.controls().tabview->selectedTabViewItem().identifier;
+    return tab == burnTabIdentifier()
+               ? QString()
+               : tr("Only the data to burn can be changed: show them first (Ctrl+2).");
+}
+
+bool BlockActions::refuses() {
+    if (with_.gate.refusesElseCommits())
+        return true;
+    const QString why = whyNotHere();
+    with_.messages.say(Topic::BlockRefused, why);
+    return !why.isEmpty();
+}
+
+bool BlockActions::change(const EditOffers::Block &block) {
+    return with_.delegate.edits().change(block);
+}
+
+void BlockActions::writeZeros() {
+    if (refuses())
+        return;
+    const ByteRange selected = grid().selectedBytes();
+    if (selected.length == 0)
+        with_.messages.say(Topic::BlockRefused, tr("No byte is selected."));
+    else
+        with_.delegate.edits().writeZeros(selected);
+}
+
+void BlockActions::fill() {
+    if (refuses())
+        return;
+    const qint64 size = imageSize();
+    if (size == 0)
+        return with_.messages.say(Topic::BlockRefused, tr("There are no bytes to fill."));
+    showFillWindow();
+    const ByteRange selected = grid().selectedBytes();
+    fillWindow_->offer(grid().hasBlock() ? selected
+                                         : ByteRange{selected.offset, size - selected.offset});
+}
+
+void BlockActions::showFillWindow() {
+    if (!fillWindow_) {
+        fillWindow_ = new FillWindow(imageSize(), &with_.window);
+        connect(fillWindow_, &FillWindow::chosen, this, &BlockActions::fillBytes);
+        connect(&with_.delegate, &AppDelegate::imageToBurnChanged, fillWindow_,
+                [this] { fillWindow_->setImageSize(imageSize()); });
+    }
+    fillWindow_->showNormal();
+    fillWindow_->raise();
+    fillWindow_->activateWindow();
+}
+
+void BlockActions::fillBytes(ByteRange where, const BlockContent &content) {
+    const QString why = whyNotHere();
+    if (!why.isEmpty())
+        return fillWindow_->showProblem(why);
+    if (change({fillOf(where, content), tr("fill"), filledWords(where, content)}))
+        fillWindow_->close();
+    else
+        fillWindow_->showProblem(tr("Nothing was filled: the window says why."));
+}
+
+void BlockActions::insertFile() {
+    if (refuses())
+        return;
+    with_.files.openForInsertion(&with_.window, [this](const QString &path) { loadFile(path); });
+}
+
+void BlockActions::loadFile(const QString &path) {
+    if (refuses())
+        return;
+    const auto loaded = loadWholeFile(path);
+    if (const Failure *failure = loaded.failure())
+        return with_.messages.say(Topic::BlockRefused,
+                                  tr("%1 could not be read, so nothing was inserted: %2")
+                                      .arg(QDir::toNativeSeparators(path), failure->reason));
+    if (insertWindow_)
+        insertWindow_->close();
+    insertWindow_ = new InsertFileWindow({path, *loaded}, grid().selectedBytes().offset,
+                                         imageSize(), &with_.window);
+    connect(insertWindow_, &InsertFileWindow::chosen, this, &BlockActions::insert);
+    connect(&with_.delegate, &AppDelegate::imageToBurnChanged, insertWindow_,
+            [this, window = insertWindow_.data()] { window->setImageSize(imageSize()); });
+    insertWindow_->show();
+}
+
+void BlockActions::insert(const BlockChange &change) {
+    const QString why = whyNotHere();
+    if (!why.isEmpty())
+        return insertWindow_->showProblem(why);
+    const QString name = QFileInfo(insertWindow_->path()).fileName();
+    const ByteRange written = change.written();
+    const bool overwrites = change.replaced > 0;
+    if (!this->change(
+            {change, tr("insertion"),
+             overwrites ? fileWrittenWords(name, written) : fileInsertedWords(name, written)}))
+        return insertWindow_->showProblem(tr("Nothing was inserted: the window says why."));
+    insertWindow_->close();
+    grid().selectBytes(written);
+}

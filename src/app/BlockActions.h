@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "blocks/PasteReading.h"
+#include "control/EditOffers.h"
+
+#include <QObject>
+#include <QPointer>
+
+class ActionGate;
+class AppDelegate;
+class FillWindow;
+class GridView;
+class InsertFileWindow;
+class MainWindow;
+class Messages;
+class QAction;
+class UserFiles;
+struct WindowMenus;
+
+/// What changes many bytes of the data to burn at once: filling, pasting, inserting a file. It is
+/// about the bytes that are selected in the grid, and says what it has changed, or why it has not.
+class BlockActions final : public QObject {
+    Q_OBJECT
+
+public:
+    /// What it works with; all must live as long.
+    struct Surroundings {
+        MainWindow &window;
+        AppDelegate &delegate;
+        UserFiles &files;
+        const ActionGate &gate;
+        Messages &messages;
+    };
+
+    BlockActions(const Surroundings &surroundings, QObject *parent);
+
+    /// Adds its entries to the edit menu, as ones that are off while the tool runs.
+    void addEntries(WindowMenus &menus);
+
+    // Each is refused while the tool works and where the grid does not show the data to burn.
+
+    /// Fills the selected bytes with 00.
+    void writeZeros();
+    /// Asks what to fill, and with what.
+    void fill();
+    /// Asks for a file, and where it goes.
+    void insertFile();
+    /// Writes what the clipboard holds over the bytes from the first selected one on.
+    void paste(PastedText::As as);
+
+private:
+    QAction *addEntry(WindowMenus &menus, const QString &text, const QString &toolTip,
+                      void (BlockActions::*action)());
+    void pasteBytes() { paste(PastedText::As::Bytes); }
+    void pasteCharacters() { paste(PastedText::As::Characters); }
+    GridView &grid() const;
+    qint64 imageSize() const;
+    bool refuses();
+    QString whyNotHere() const;
+    bool change(const EditOffers::Block &block);
+
+    void showFillWindow();
+    void fillBytes(ByteRange where, const BlockContent &content);
+    void loadFile(const QString &path);
+    void insert(const BlockChange &change);
+
+    /// What is being pasted.
+    struct Paste {
+        QString text;
+        PastedText::As as = PastedText::As::Bytes;
+        qint64 offset = 0;
+        quint64 revision = 0; ///< of the image that it is meant for
+    };
+
+    void read(const Paste &paste);
+    void takeText(const PastedText &text);
+    void offerCharacters(const Paste &paste, const PasteTrouble &trouble);
+    void offerLength(qint64 offset, const QByteArray &bytes);
+    void overwrite(qint64 offset, const QByteArray &bytes);
+
+    const Surroundings with_;
+    QPointer<FillWindow> fillWindow_;
+    QPointer<InsertFileWindow> insertWindow_;
+    PasteReading reading_;
+    Paste paste_;
+};

@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+// How what the clipboard holds comes into the data to burn.
+
+#include "app/BlockActions.h"
+
+#include "app/MainWindow.h"
+#include "blocks/PasteWords.h"
+#include "control/ActionGate.h"
+#include "control/AppDelegate.h"
+#include "control/Messages.h"
+#include "grid/GridSteps.h"
+#include "grid/GridView.h"
+#include "image/BlockWords.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLocale>
+
+#include <utility>
+
+void BlockActions::paste(PastedText::As as) {
+    if (refuses())
+        return;
+    const ByteRange selected = grid().selectedBytes();
+    if (selected.length == 0 && imageSize() > 0)
+        return with_.messages.say(Topic::BlockRefused,
+                                  tr("Put the cursor on the first byte to paste over."));
+    const QString text = QGuiApplication::clipboard()->text();
+    if (text.isEmpty())
+        return with_.messages.say(Topic::BlockRefused, tr("There is no text on the clipboard."));
+    read({text, as, selected.offset, with_.delegate.imageRevision()});
+}
+
+void BlockActions::read(const Paste &paste) {
+    paste_ = paste;
+    reading_.read(paste.text, paste.as);
+    if (reading_.isReading())
+        with_.messages.say(Topic::Block, tr("Reading the clipboard\u2026"));
+}
+
+void BlockActions::takeText(const PastedText &text) {
+    with_.messages.takeBack(Topic::Block);
+    const Paste paste = std::exchange(paste_, {});
+    if (paste.revision != with_.delegate.imageRevision())
+        with_.messages.say(Topic::BlockRefused,
+                           tr("The data to burn have changed meanwhile: nothing was pasted."));
+    else if (text.trouble())
+        offerCharacters(paste, *text.trouble());
+    else if (text.bytes().size() > imageSize() - paste.offset)
+        offerLength(paste.offset, text.bytes());
+    else
+        overwrite(paste.offset, text.bytes());
+}
+
+void BlockActions::offerCharacters(const Paste &paste, const PasteTrouble &trouble) {
+    Messages::Action offer;
+    if (paste.as == PastedText::As::Bytes)
+        offer = {tr("Paste characters"), [this, paste] {
+                     read({paste.text, PastedText::As::Characters, paste.offset, paste.revision});
+                 }};
+    with_.messages.say(Topic::BlockRefused,
+                       tr("Nothing was pasted. %1").arg(pasteTroubleWords(trouble)), offer);
+}
+
+void BlockActions::offerLength(qint64 offset, const QByteArray &bytes) {
+    const qint64 there = imageSize() - offset;
+    const QLocale locale;
+    with_.messages.say(
+        Topic::BlockRefused,
+        tr("Nothing was pasted: %1 of %2 bytes do not fit, since from %3 on there "
+           "are %4.")
+            .arg(locale.toString(bytes.size() - there), locale.toString(bytes.size()),
+                 addressWords(offset), locale.toString(there)),
+        {tr("Paste and lengthen"), [this, offset, bytes] { overwrite(offset, bytes); }});
+}
+
+/// The cursor goes on behind what was pasted, where more may be.
+void BlockActions::overwrite(qint64 offset, const QByteArray &bytes) {
+    const BlockChange change = overwriteOf(offset, bytes, imageSize());
+    if (!this->change({change, tr("paste"), pastedWords(change.written())}))
+        return;
+    const QModelIndex next = cellOfByte(*grid().gridModel(), change.written().end());
+    if (next.isValid())
+        grid().moveTo(next);
+}

@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "app/BlockWiring.h"
+
+#include "app/MainWindow.h"
+#include "control/AppDelegate.h"
+#include "image/EditedBytes.h"
+
+#include "ui_MainWindow.h"
+
+#include <functional>
+
+namespace {
+
+/// Marks the bytes of the data to burn that were edited, while a grid shows these.
+class EditMarks final : public QObject, public GridMarks {
+public:
+    EditMarks(AppDelegate &delegate, std::function<bool()> areShown, QObject *parent)
+        : QObject(parent), delegate_(delegate), areShown_(std::move(areShown)) {}
+
+    ByteMark markAt(qint64 offset) const override {
+        return {.edited = areShown_() && delegate_.edits().edited().contains(offset)};
+    }
+    QString wordsAt(qint64 offset) const override {
+        return markAt(offset).edited ? AppDelegate::tr("edited") : QString();
+    }
+
+private:
+    AppDelegate &delegate_;
+    std::function<bool()> areShown_;
+};
+
+void markEdits(const Ui::MainWindow &c, AppDelegate &delegate, MainWindow &window) {
+    const auto tabIs = [tabs = c.tabview](const QString &identifier) {
+        return tabs->selectedTabViewItem().identifier == identifier;
+    };
+    auto *marks = new EditMarks(
+        delegate, [tabIs] { return tabIs(burnTabIdentifier()); }, &window);
+    c.tableview->addMarks(*marks);
+    QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, c.tableview,
+                     &GridView::refreshMarks);
+}
+
+} // namespace
+
+void wireBlocks(const BlockActions::Surroundings &surroundings, WindowMenus &menus) {
+    auto *actions = new BlockActions(surroundings, &surroundings.window);
+    actions->addEntries(menus);
+    markEdits(surroundings.window.controls(), surroundings.delegate, surroundings.window);
+}
