@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "image/BytesAsText.h"
 #include "image/PastedText.h"
 
 #include <QTest>
@@ -20,6 +21,8 @@ private slots:
     void charactersThatAreNoBytes();
     void turns_changeNothing_data();
     void turns_changeNothing();
+    void whatTheProgramCopies_isUnderstood_data();
+    void whatTheProgramCopies_isUnderstood();
     void longText_isReadInTurns();
 };
 
@@ -180,6 +183,26 @@ void TestPastedText::turns_changeNothing() {
     QFETCH(const QString, text);
     for (qsizetype turn = 1; turn <= text.size() + 1; ++turn)
         QTEST(readIn(text, turn), "expected");
+}
+
+void TestPastedText::whatTheProgramCopies_isUnderstood_data() {
+    QTest::addColumn<ByteNotation>("notation");
+    QTest::newRow("hexadecimal") << ByteNotation::Hexadecimal;
+    QTest::newRow("array") << ByteNotation::CArray;
+    QTest::newRow("literal") << ByteNotation::PythonBytes;
+}
+
+void TestPastedText::whatTheProgramCopies_isUnderstood() {
+    QFETCH(const ByteNotation, notation);
+    QByteArray bytes;
+    for (int byte = 0xFF; byte >= 0; --byte) {
+        bytes += char(byte);
+        PastedText reader(bytesAsText(bytes, notation));
+        while (!reader.advance(1000)) {
+        }
+        QVERIFY(!reader.trouble());
+        QCOMPARE(reader.bytes(), bytes);
+    }
 }
 
 void TestPastedText::longText_isReadInTurns() {
