@@ -73,12 +73,12 @@ void BlockActions::addEntries(WindowMenus &menus) {
     addEntry(menus, tr("Paste c&haracters"),
              tr("Write the characters on the clipboard over the bytes from the cursor on"),
              &BlockActions::pasteCharacters);
-    addEntry(menus, tr("Fi&ll\u2026"), tr("Fill bytes with a pattern, or with random ones"),
+    addEntry(menus, tr("F&ill\u2026"), tr("Fill bytes with a pattern, or with random ones"),
              &BlockActions::fill);
     setGridKey(addEntry(menus, tr("&Write 00"), tr("Fill the selected bytes with 00"),
                         &BlockActions::writeZeros),
                QKeySequence(Qt::CTRL | Qt::Key_0));
-    addEntry(menus, tr("&Insert a file\u2026"), tr("Take the bytes of a file in at an address"),
+    addEntry(menus, tr("Insert a fil&e\u2026"), tr("Take the bytes of a file in at an address"),
              &BlockActions::insertFile);
     menus.edit->setToolTipsVisible(true);
 }

@@ -31,8 +31,8 @@ ByteMark markAt(WindowFixture &velm, int row, int column) {
 }
 
 const QStringList entries = {QStringLiteral("Pas&te"), QStringLiteral("Paste c&haracters"),
-                             QStringLiteral("Fi&ll\u2026"), QStringLiteral("&Write 00"),
-                             QStringLiteral("&Insert a file\u2026")};
+                             QStringLiteral("F&ill\u2026"), QStringLiteral("&Write 00"),
+                             QStringLiteral("Insert a fil&e\u2026")};
 
 } // namespace
 

@@ -30,7 +30,7 @@ private slots:
 namespace {
 
 FillWindow &openFill(WindowFixture &velm) {
-    choose(velm, QStringLiteral("Fi&ll\u2026"));
+    choose(velm, QStringLiteral("F&ill\u2026"));
     FillWindow *window = openWindow<FillWindow>(velm);
     if (!window)
         qFatal("no window");
@@ -151,7 +151,7 @@ void TestWindowFill::emptyImage_isNotAskedAbout() {
     WindowFixture velm;
     velm.start();
     velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
-    choose(velm, QStringLiteral("Fi&ll\u2026"));
+    choose(velm, QStringLiteral("F&ill\u2026"));
     QVERIFY(!openWindow<FillWindow>(velm));
     QVERIFY2(velm.message().contains(QStringLiteral("There are no bytes to fill.")),
              qPrintable(velm.message()));

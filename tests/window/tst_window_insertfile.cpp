@@ -30,7 +30,7 @@ namespace {
 /// Chooses the entry, and \a bytes as the file; null if no window opens.
 InsertFileWindow *openInsertion(WindowFixture &velm, const QByteArray &bytes) {
     velm.panels.answer = velm.write(QStringLiteral("part.bin"), bytes);
-    choose(velm, QStringLiteral("&Insert a file\u2026"));
+    choose(velm, QStringLiteral("Insert a fil&e\u2026"));
     return openWindow<InsertFileWindow>(velm);
 }
 
@@ -175,7 +175,7 @@ void TestWindowInsertFile::fileThatCannotBeRead_isSaid() {
     WindowFixture velm;
     showTwentyBytes(velm);
     velm.panels.answer = velm.path(QStringLiteral("missing.bin"));
-    choose(velm, QStringLiteral("&Insert a file\u2026"));
+    choose(velm, QStringLiteral("Insert a fil&e\u2026"));
     QVERIFY(!openWindow<InsertFileWindow>(velm));
     QVERIFY2(velm.message().contains(
                  QStringLiteral("missing.bin could not be read, so nothing was inserted: ")),
@@ -185,7 +185,7 @@ void TestWindowInsertFile::fileThatCannotBeRead_isSaid() {
 void TestWindowInsertFile::cancelledPanel_changesNothing() {
     WindowFixture velm;
     showTwentyBytes(velm);
-    choose(velm, QStringLiteral("&Insert a file\u2026"));
+    choose(velm, QStringLiteral("Insert a fil&e\u2026"));
     QCOMPARE(velm.panels.requests.size(), 1);
     QVERIFY(!openWindow<InsertFileWindow>(velm));
 }
