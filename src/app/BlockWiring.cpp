@@ -31,21 +31,24 @@ private:
     std::function<bool()> areShown_;
 };
 
-void markEdits(const Ui::MainWindow &c, AppDelegate &delegate, MainWindow &window) {
-    const auto tabIs = [tabs = c.tabview](const QString &identifier) {
-        return tabs->selectedTabViewItem().identifier == identifier;
-    };
-    auto *marks = new EditMarks(
-        delegate, [tabIs] { return tabIs(burnTabIdentifier()); }, &window);
-    c.tableview->addMarks(*marks);
-    QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, c.tableview,
-                     &GridView::refreshMarks);
-}
-
 } // namespace
 
 void wireBlocks(const BlockActions::Surroundings &surroundings, WindowMenus &menus) {
     auto *actions = new BlockActions(surroundings, &surroundings.window);
     actions->addEntries(menus);
-    markEdits(surroundings.window.controls(), surroundings.delegate, surroundings.window);
+}
+
+void markEdits(MainWindow &window, AppDelegate &delegate) {
+    const Ui::MainWindow &c = window.controls();
+    const auto markIn = [&](GridView *grid, const QString &tab) {
+        const auto areShown = [tabs = c.tabview, tab] {
+            return tabs->selectedTabViewItem().identifier == tab;
+        };
+        grid->addMarks(*new EditMarks(delegate, areShown, &window));
+        QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, grid,
+                         &GridView::refreshMarks);
+    };
+    markIn(c.tableview, burnTabIdentifier());
+    // The other image is beside the one of the tab.
+    markIn(c.besideGrid, readTabIdentifier());
 }

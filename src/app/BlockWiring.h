@@ -5,6 +5,9 @@
 
 #include "app/BlockActions.h"
 
-/// Adds to \a menus what changes blocks of the data to burn, and has the grids of the window mark
-/// the bytes that were edited. It lives as long as the window does.
+/// Adds what changes blocks of the data to burn to \a menus. It lives as long as the window does.
 void wireBlocks(const BlockActions::Surroundings &surroundings, WindowMenus &menus);
+
+/// Has the grids of \a window, which have their sources, mark which bytes of the data to burn of
+/// \a delegate were edited.
+void markEdits(MainWindow &window, AppDelegate &delegate);

@@ -184,6 +184,7 @@ void VelmWindow::followImages(const WindowMenus &menus) {
     addDifferenceSteps(*menus.edit, window_, comparison, messages_);
     SideBySide &sideBySide = makeSideBySide(window_, delegate_, comparison);
     viewControls_.addEntries(*menus.view, *sideBySide.action());
+    markEdits(window_, delegate_);
     wireFacts(window_, delegate_, runLog_, {settings_, comparison});
 }
 

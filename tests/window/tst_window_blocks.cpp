@@ -20,6 +20,8 @@ private slots:
     void otherTabs_areLeftAlone();
     void whileTheToolRuns_nothingIsChanged();
     void entries_haveTipsAndAreOffMeanwhile();
+    void whatShowsTheImage_follows();
+    void file_isWrittenInPlace();
     void editedBytes_areMarkedUntilTheNextComposition();
     void editedBytes_areMarkedWithTheDataToBurnAlone();
 };
@@ -167,6 +169,45 @@ void TestWindowBlocks::entries_haveTipsAndAreOffMeanwhile() {
     QCOMPARE(menuEntry(velm, entries[3])->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_0));
 }
 
+void TestWindowBlocks::whatShowsTheImage_follows() {
+    WindowFixture velm;
+    velm.useTool("printf 0123456789ABCDEFGHIJ > \"$4\"\n"
+                 "echo 'Reading Code...  0.01Sec  OK' >&2\n");
+    showTwentyBytes(velm);
+    velm.click(velm.controls().btn_read);
+    velm.settle();
+    const auto says = [&](const char *words) {
+        return velm.controls().factsLine->wholeText().contains(QLatin1String(words));
+    };
+    QTRY_VERIFY(says("no differences"));
+    velm.delegate().edits().writeZeros({4, 3});
+    QTRY_VERIFY(says("3 differences") && says("1 edit"));
+    velm.delegate().edits().change(
+        {insertionOf(20, "xy"), QStringLiteral("paste"), QStringLiteral("Pasted.")});
+    QTRY_VERIFY(says("22 bytes") && says("2 bytes longer"));
+    QCOMPARE(velm.cell(1, 5), QStringLiteral("78"));
+    velm.delegate().edits().undo();
+    velm.delegate().edits().undo();
+    QTRY_VERIFY(says("no differences") && says("20 bytes"));
+    QCOMPARE(velm.cell(1, 5), QStringLiteral("XX"));
+}
+
+// A file that was replaced would have been written whole.
+void TestWindowBlocks::file_isWrittenInPlace() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    QFile file(velm.temporary(QStringLiteral("temp.bin")));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    velm.delegate().edits().writeZeros({4, 3});
+    velm.delegate().edits().change(
+        {insertionOf(2, "xyz"), QStringLiteral("paste"), QStringLiteral("Pasted.")});
+    QCOMPARE(file.readAll(), imageAndFile(velm));
+    velm.delegate().edits().undo();
+    QVERIFY(file.seek(0));
+    QCOMPARE(file.readAll(), imageAndFile(velm));
+    QCOMPARE(lengthOf(velm.state().output_data), 20);
+}
+
 void TestWindowBlocks::editedBytes_areMarkedUntilTheNextComposition() {
     WindowFixture velm;
     showTwentyBytes(velm);
@@ -184,6 +225,7 @@ void TestWindowBlocks::editedBytes_areMarkedUntilTheNextComposition() {
     QVERIFY(markAt(velm, 1, 1).edited);
     velm.delegate().build_and_reload();
     velm.settle();
+    QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
     QVERIFY(!markAt(velm, 0, 2).edited && !markAt(velm, 1, 1).edited);
 }
 

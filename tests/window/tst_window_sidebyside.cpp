@@ -145,10 +145,12 @@ void TestWindowSideBySide::edit_isFollowed() {
     showBoth(velm);
     QTRY_VERIFY(velm.controls().besideGrid->isVisible());
     enter(velm, 2, 1, QStringLiteral("5A"));
-    QVERIFY(velm.controls().besideGrid->gridModel()->mark(2, 1).differs);
+    const GridModel *beside = velm.controls().besideGrid->gridModel();
+    QCOMPARE(beside->mark(2, 1), ByteMark{.differs = true});
     QCOMPARE(besideRow(velm, 2), QStringLiteral("0020 72 72 72 72"));
     velm.controls().tabview->selectTabViewItem(readTabIdentifier());
     QTRY_COMPARE(besideRow(velm, 2), QStringLiteral("0020 5A 72 72 72"));
+    QCOMPARE(beside->mark(2, 1), (ByteMark{.differs = true, .edited = true}));
     velm.delegate().edits().undo();
     QTRY_COMPARE(besideRow(velm, 2), QStringLiteral("0020 72 72 72 72"));
 }
