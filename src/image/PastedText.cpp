@@ -102,7 +102,7 @@ void PastedText::finish() {
 
 void PastedText::pass(qsizetype units) {
     for (; units > 0; --units)
-        if (text_[at_++] == u'\n') {
+        if (text_.at(at_++) == u'\n') {
             ++line_;
             lineStart_ = at_;
         }
@@ -119,7 +119,7 @@ void PastedText::fail(Kind kind) {
 }
 
 void PastedText::takeCharacter() {
-    const char16_t unit = text_[at_].unicode();
+    const char16_t unit = text_.at(at_).unicode();
     if (unit > lastLatin1)
         return fail(Kind::NoCharacter);
     append(unit);
@@ -127,7 +127,7 @@ void PastedText::takeCharacter() {
 }
 
 void PastedText::takeHex() {
-    const QChar unit = text_[at_];
+    const QChar unit = text_.at(at_);
     if (isGap(unit)) {
         endGroup();
         if (!done_)

@@ -70,7 +70,7 @@ void PastedText::takeArray() {
         return takeArrayEnd();
     if (takeComment())
         return;
-    const QChar unit = text_[at_];
+    const QChar unit = text_.at(at_);
     if (unit.isSpace() || unit == u',')
         return pass(1);
     if (unit != u'}')
@@ -89,7 +89,7 @@ bool PastedText::takeComment() {
         return true;
     }
     const bool isBlock = place_ == Place::BlockComment;
-    const bool ends = isBlock ? rest().startsWith(u"*/") : text_[at_] == u'\n';
+    const bool ends = isBlock ? rest().startsWith(u"*/") : text_.at(at_) == u'\n';
     if (ends)
         place_ = Place::Inside;
     pass(ends && isBlock ? 2 : 1);
@@ -119,21 +119,21 @@ void PastedText::takeArrayEnd() {
 void PastedText::takeLiteral() {
     if (place_ == Place::Inside)
         return takeLiteralCharacter();
-    const QChar unit = text_[at_];
+    const QChar unit = text_.at(at_);
     if (unit.isSpace() || unit == u'(' || unit == u')' || rest().startsWith(u"\\\n"))
         return pass(1);
     const bool isStart = unit.toLower() == u'b' && rest().size() > 1 &&
-                         (text_[at_ + 1] == u'\'' || text_[at_ + 1] == u'"');
+                         (text_.at(at_ + 1) == u'\'' || text_.at(at_ + 1) == u'"');
     if (!isStart)
         return fail(Kind::NoValue);
-    quote_ = text_[at_ + 1];
+    quote_ = text_.at(at_ + 1);
     place_ = Place::Inside;
     pass(2);
 }
 
 void PastedText::takeLiteralCharacter() {
     constexpr char16_t lastAscii = 0x7F;
-    const QChar unit = text_[at_];
+    const QChar unit = text_.at(at_);
     if (unit == u'\\')
         return takeEscape();
     if (unit == u'\n')
