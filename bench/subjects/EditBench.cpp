@@ -14,6 +14,7 @@
 #include "grid/CellEditor.h"
 #include "grid/GridColumns.h"
 #include "grid/GridView.h"
+#include "image/BlockChange.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -32,6 +33,7 @@ namespace {
 constexpr qint64 smallSize = 64 * 1024;
 constexpr qint64 largeSizes[] = {16 * mebibyte, 256 * mebibyte, 1024 * mebibyte};
 constexpr qint64 zerosSize = 256 * mebibyte;
+constexpr qint64 filledSize = 256 * mebibyte;
 constexpr int rounds = 31;
 constexpr int firstRounds = 3;
 constexpr double maxTimesTheSmall = 2;
@@ -68,6 +70,14 @@ public:
     }
     double redo() {
         return untilPainted([this] { window_.trigger(QKeySequence::Redo); });
+    }
+    /// All bytes with another one each time.
+    double fill() {
+        const RepeatedBytes content{QByteArray(1, char(++value_))};
+        EditOffers &edits = window_.velm().delegate().edits();
+        return untilPainted([&] {
+            edits.change({fillOf({0, size_}, content), QString(), QString()});
+        });
     }
 
 private:
@@ -160,6 +170,27 @@ void benchFirstEdit(Table &table, EditedWindow &window, qint64 size) {
                   maxTimesTheCopy);
 }
 
+double fillOnce(qint64 size, int value) {
+    static QByteArray bytes(size, 'x');
+    const Stopwatch stopwatch;
+    std::memset(bytes.data(), value, static_cast<size_t>(size));
+    return stopwatch.milliseconds();
+}
+
+// What is replaced is kept, and the file is written: three passes over the bytes at the least.
+void benchFill(Table &table, EditedWindow &window) {
+    int value = 0;
+    const auto medians = interleaved(firstRounds, {[&] {
+                                                       touchMemory(filledSize);
+                                                       const double taken = window.fill();
+                                                       window.undo();
+                                                       return taken;
+                                                   },
+                                                   [&] { return fillOnce(filledSize, ++value); }});
+    table.compare("filling " + sizeName(filledSize) + ", to pixels", milliseconds(medians[0]),
+                  {"memset", milliseconds(medians[1])});
+}
+
 } // namespace
 
 void benchEdit(Table &table) {
@@ -182,6 +213,7 @@ void benchEdit(Table &table) {
             table.compare("an edit, " + std::string(key) + " to pixels in " + subjects[index].name,
                           milliseconds(medians[row++]), small, maxTimesTheSmall);
     }
+    benchFill(table, *subjects[2].window);
     constexpr size_t largest = std::size(largeSizes);
     benchFirstEdit(table, *subjects[largest].window, largeSizes[largest - 1]);
 }
