@@ -151,7 +151,7 @@ void BlockActions::fillBytes(ByteRange where, const BlockContent &content) {
     if (change({fillOf(where, content), tr("fill"), filledWords(where, content)}))
         fillWindow_->close();
     else
-        fillWindow_->showProblem(tr("Nothing was filled: the window says why."));
+        fillWindow_->showProblem(tr("Nothing was filled: the main window says why."));
 }
 
 void BlockActions::insertFile() {
@@ -188,7 +188,7 @@ void BlockActions::insert(const BlockChange &change) {
     if (!this->change(
             {change, tr("insertion"),
              overwrites ? fileWrittenWords(name, written) : fileInsertedWords(name, written)}))
-        return insertWindow_->showProblem(tr("Nothing was inserted: the window says why."));
+        return insertWindow_->showProblem(tr("Nothing was inserted: the main window says why."));
     insertWindow_->close();
     grid().selectBytes(written);
 }

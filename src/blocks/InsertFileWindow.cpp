@@ -25,7 +25,8 @@ InsertFileWindow::InsertFileWindow(File file, qint64 offset, qint64 imageSize, Q
     setAttribute(Qt::WA_DeleteOnClose);
     setObjectName(QStringLiteral("insertFile"));
     setWindowTitle(tr("Insert %1").arg(QFileInfo(file_.path).fileName()));
-    c.size->setText(tr("%1 bytes").arg(QLocale().toString(file_.bytes->size())));
+    const qsizetype size = file_.bytes->size();
+    c.size->setText(size == 1 ? tr("1 byte") : tr("%1 bytes").arg(QLocale().toString(size)));
     c.text->setVisible(recordFormatOf(*file_.bytes).has_value());
     c.address->setFont(fixedFont());
     c.address->setText(addressWords(offset));
@@ -47,9 +48,10 @@ std::optional<BlockChange> InsertFileWindow::overwriting(qint64 offset, QString 
     const qint64 length = file_.bytes->size();
     const qint64 there = std::max<qint64>(imageSize_ - offset, 0);
     if (there < length) {
-        sentence = tr("%1 bytes of the file do not fit: from %2 on there are %3.")
-                       .arg(QLocale().toString(length - there), addressWords(offset),
-                            QLocale().toString(there));
+        const QLocale locale;
+        sentence = tr("%1 of %2 bytes do not fit, since from %3 on there are %4.")
+                       .arg(locale.toString(length - there), locale.toString(length),
+                            addressWords(offset), locale.toString(there));
         return std::nullopt;
     }
     sentence = tr("Will replace %1.").arg(bytesAtWords({offset, length}));

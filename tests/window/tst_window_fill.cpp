@@ -205,7 +205,7 @@ void TestWindowFill::refusal_leavesTheWindowOpen() {
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
     QVERIFY(window.isVisible());
     QCOMPARE(window.controls().result->text(),
-             QStringLiteral("Nothing was filled: the window says why."));
+             QStringLiteral("Nothing was filled: the main window says why."));
 }
 
 void TestWindowFill::refusalOfAnotherTab_isSaidInTheWindow() {

@@ -103,9 +103,9 @@ void TestWindowInsertFile::badInput_isSaidAndChangesNothing_data() {
                             << QString::fromLatin1(said);
     };
     row("too long", "abc", "12", false,
-        "1 bytes of the file do not fit: from 0012 on there are 2.");
+        "1 of 3 bytes do not fit, since from 0012 on there are 2.");
     row("behind the end", "abc", "14", false,
-        "3 bytes of the file do not fit: from 0014 on there are 0.");
+        "3 of 3 bytes do not fit, since from 0014 on there are 0.");
     row("moving behind the end", "abc", "15", true, "The data to burn end before 0015.");
     row("no address", "abc", "x", false, "The address is none.");
     row("an empty file", "", "0", true, "The file is empty.");
