@@ -22,6 +22,8 @@ enum class Topic {
     Binary,          ///< the opened binary: how it reads, or that it does not
     OpenedFile,      ///< the opened binary is another file by now
     Saving,          ///< a file of the user's was written, or not
+    TakenNames,      ///< files of a set that are there already
+    OtherMemories,   ///< what a Read brought besides code memory
     Entry,           ///< what was typed into a cell and not taken
     Block,           ///< what a change of a block came to
     BlockRefused,    ///< why a block was not changed

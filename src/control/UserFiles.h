@@ -42,6 +42,22 @@ public:
         std::function<void()> saved = [] {};
     };
 
+    /// Files that belong together, under one name.
+    struct Set {
+        struct Part {
+            QString ending; ///< of the file's name behind that of the set: ".bin"
+            QByteArray bytes;
+        };
+
+        QString title;         ///< of the panel
+        QString suggestedName; ///< of the first part's file
+        QString typeName;      ///< what such files are called
+        /// The first one's ending is an extension.
+        QList<Part> parts;
+        /// Endings of files that sets may have and this one has not.
+        QStringList absentEndings;
+    };
+
     /// What the window takes from outside; all must live as long.
     struct Surroundings {
         FilePanels &panels;
@@ -71,6 +87,11 @@ public:
     /// Asks where \a document is to go and saves it there, whole or not at all.
     void saveDocument(QWidget *window, const Document &document);
 
+    /// Asks for a name and saves \a set there, all of its files or none. The panel asks about the
+    /// first one; where others are there already, the message line names them and offers to replace
+    /// them. Refused while the tool works.
+    void saveSet(QWidget *window, const Set &set);
+
     /// Files opened lately, the newest first.
     QStringList recent() const;
     void addRecent(const QString &path);
@@ -95,6 +116,7 @@ private:
              const std::function<void(const QString &path)> &chosen);
     void write(const QString &path, const Image &image);
     bool write(const QString &path, const QByteArray &bytes);
+    void writeSet(const QString &name, const Set &set, const QStringList &replaceable);
     void failed(const QString &path, const QString &sentence);
 
     FilePanels &panels_;

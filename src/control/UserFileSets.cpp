@@ -1,0 +1,107 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+// Several files that the user saves under one name.
+
+#include "control/UserFiles.h"
+
+#include "control/ActionGate.h"
+#include "files/SavingTogether.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+QString nameOfSet(const QString &path, const QString &ending) {
+    return path.endsWith(ending, Qt::CaseInsensitive) ? path.chopped(ending.size()) : path;
+}
+
+QList<FileToSave> filesOf(const QString &name, const UserFiles::Set &set) {
+    QList<FileToSave> files;
+    for (const UserFiles::Set::Part &part : set.parts)
+        files.append({name + part.ending, part.bytes});
+    return files;
+}
+
+QStringList existing(const QString &name, const QStringList &endings) {
+    QStringList paths;
+    for (const QString &ending : endings)
+        if (const QFileInfo file(name + ending); file.exists() || file.isSymLink())
+            paths << name + ending;
+    return paths;
+}
+
+QString fileNames(const QStringList &paths) {
+    QStringList names;
+    for (const QString &path : paths)
+        names << QFileInfo(path).fileName();
+    return names.join(QStringLiteral(", "));
+}
+
+QString folderOf(const QString &path) {
+    return QDir::toNativeSeparators(QFileInfo(path).path());
+}
+
+QString sentenceFor(const UnsavedTogether &unsaved) {
+    const QString sentence = UserFiles::tr("Nothing was saved, since %1 could not be written: %2.")
+                                 .arg(unsaved.path, unsaved.failure.reason);
+    if (unsaved.notTakenBack.isEmpty())
+        return sentence;
+    return UserFiles::tr(
+               "%1 could not be written: %2. These hold their new bytes all the same, and "
+               "what they held lies beside them: %3.")
+        .arg(unsaved.path, unsaved.failure.reason, fileNames(unsaved.notTakenBack));
+}
+
+} // namespace
+
+void UserFiles::saveSet(QWidget *window, const Set &set) {
+    if (gate_.refuses())
+        return;
+    messages_.happened(Event::SavingBegan);
+    FilePanelRequest request;
+    request.kind = FilePanelRequest::Kind::Save;
+    request.title = set.title;
+    request.suggestedName = set.suggestedName;
+    request.typeName = set.typeName;
+    const QString ending = set.parts.first().ending;
+    request.extensions = {ending.sliced(1)};
+    ask(window, QStringLiteral("save"), request, [this, set, ending](const QString &path) {
+        writeSet(nameOfSet(path, ending), set, {path});
+    });
+}
+
+// A file that has come since the user was asked is asked about as well.
+void UserFiles::writeSet(const QString &name, const Set &set, const QStringList &replaceable) {
+    QStringList endings;
+    for (const Set::Part &part : set.parts)
+        endings << part.ending;
+    const QStringList there = existing(name, endings);
+    QStringList asked = there;
+    for (const QString &path : replaceable)
+        asked.removeAll(path);
+    if (!asked.isEmpty())
+        return messages_.say(Topic::TakenNames,
+                             tr("Nothing was saved yet. There is already in %1: %2.")
+                                 .arg(folderOf(name), fileNames(asked)),
+                             {tr("Replace"), [this, name, set, there] {
+                                  if (gate_.refuses())
+                                      return;
+                                  messages_.happened(Event::SavingBegan);
+                                  writeSet(name, set, there);
+                              }});
+    const QList<FileToSave> files = filesOf(name, set);
+    if (const std::optional<UnsavedTogether> unsaved = saveTogether(files))
+        return failed(unsaved->path, sentenceFor(*unsaved));
+    QStringList saved;
+    for (const FileToSave &file : files)
+        saved << file.path;
+    const QStringList older = existing(name, set.absentEndings);
+    const QString sentence = tr("Saved in %1: %2.").arg(folderOf(name), fileNames(saved));
+    messages_.say(
+        Topic::Saving,
+        older.isEmpty()
+            ? sentence
+            : tr("%1 Not of this set, but there already: %2.").arg(sentence, fileNames(older)));
+}
