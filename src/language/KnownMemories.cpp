@@ -4,6 +4,7 @@
 #include "language/KnownMemories.h"
 
 #include <QCoreApplication>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -57,6 +58,11 @@ KnownMemories KnownMemories::without(const QStringList &parts) const {
                                             QLatin1String("fuse bits")});
     left.others = others && !hasOneOf(parts, {QLatin1String("data"), QLatin1String("user")});
     return left;
+}
+
+bool choosesMemory(const QString &command) {
+    static const QRegularExpression choice(QStringLiteral("\\s-[A-Za-z]*c"));
+    return command.contains(choice);
 }
 
 QString notWrittenWords(const KnownMemories &memories) {

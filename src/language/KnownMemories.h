@@ -26,6 +26,9 @@ struct KnownMemories {
     friend bool operator==(const KnownMemories &, const KnownMemories &) = default;
 };
 
+/// True if the words of \a command choose a memory by themselves.
+bool choosesMemory(const QString &command);
+
 // Sentences about a chip with such memories, translated; empty for one without.
 
 /// What a Write has not done to it.

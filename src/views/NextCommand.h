@@ -24,6 +24,8 @@ public:
     /// \a button runs \a operation.
     void follow(QAbstractButton *button, Operation operation);
 
+    /// Which operation the command is of.
+    Operation nextOperation() const;
     /// Puts the command on the clipboard.
     void copyAll() const;
 
@@ -31,7 +33,6 @@ protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
-    Operation nextOperation() const;
     void showCommand();
 
     SettingsStore *settings_ = nullptr;

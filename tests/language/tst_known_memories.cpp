@@ -17,6 +17,8 @@ private slots:
     void parts_ofTheRun_areLeftOut_data();
     void parts_ofTheRun_areLeftOut();
     void knowledge_adds();
+    void command_thatChooses_data();
+    void command_thatChooses();
 };
 
 namespace {
@@ -79,6 +81,18 @@ void TestKnownMemories::knowledge_adds() {
     QVERIFY((data | KnownMemories()).any());
     QCOMPARE(data | fuses, (KnownMemories{.data = true, .fuses = true}));
     QCOMPARE(others.without({u"Data"_s}), KnownMemories());
+}
+
+void TestKnownMemories::command_thatChooses_data() {
+    QTest::addColumn<bool>("chooses");
+    QTest::newRow("minipro -p \"ATMEGA8@DIP28\" -w \"/tmp/temp.bin\"") << false;
+    QTest::newRow("minipro -p \"X-c1\" -s -w \"/tmp/a-c.bin\"") << false;
+    QTest::newRow("minipro -c data -p \"ATMEGA8@DIP28\"") << true;
+    QTest::newRow("minipro -yc code -p \"ATMEGA8@DIP28\"") << true;
+}
+
+void TestKnownMemories::command_thatChooses() {
+    QTEST(choosesMemory(QString::fromUtf8(QTest::currentDataTag())), "chooses");
 }
 
 QTEST_GUILESS_MAIN(TestKnownMemories)
