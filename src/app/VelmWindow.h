@@ -7,6 +7,7 @@
 #include "app/FileExport.h"
 #include "app/FileImport.h"
 #include "app/MainWindow.h"
+#include "app/MemoriesWiring.h"
 #include "app/NextStepButtons.h"
 #include "app/RunControls.h"
 #include "app/ViewControls.h"
@@ -114,6 +115,7 @@ private:
     LogicSeries logicSeries_;
     FileImport fileImport_;
     FileExport fileExport_;
+    MemoriesWiring otherMemories_;
     RunLog runLog_;
     NextStepButtons nextSteps_;
     VerdictLine verdictLine_;

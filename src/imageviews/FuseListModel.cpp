@@ -25,7 +25,7 @@ int FuseListModel::columnCount(const QModelIndex &parent) const {
 }
 
 QVariant FuseListModel::data(const QModelIndex &index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!index.isValid())
         return {};
     if (role == Qt::DisplayRole)
         return text(lines_[index.row()], index.column());

@@ -1,0 +1,182 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "app/MemoriesWiring.h"
+
+#include "app/MainWindow.h"
+#include "app/WindowMenus.h"
+#include "control/ActionGate.h"
+#include "control/AppDelegate.h"
+#include "control/Messages.h"
+#include "control/UserFiles.h"
+#include "devices/ChipInquiry.h"
+#include "files/SuggestedName.h"
+#include "imageviews/MemoriesWords.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "tool/ScriptedMiniPro.h"
+#include "widgets/PlainToolTip.h"
+
+#include "ui_MainWindow.h"
+
+#include <QLabel>
+#include <QMenu>
+
+#include <algorithm>
+
+namespace {
+
+KnownMemories knownFrom(const DeviceAnswer &answer) {
+    const auto *chip = std::get_if<DeviceDescription>(&answer);
+    return {.others = chip && chip->sections.size() > 1};
+}
+
+UserFiles::Set setOf(const ReadMemories &memories) {
+    UserFiles::Set set;
+    set.parts = {{QStringLiteral(".bin"), *memories.code}};
+    for (const OtherMemory memory : otherMemories) {
+        if (const ByteBuffer &bytes = memories.others.bytesOf(memory))
+            set.parts.append({endingOf(memory), *bytes});
+        else
+            set.absentEndings << endingOf(memory);
+    }
+    return set;
+}
+
+QAction *separatorOf(const QMenu &menu) {
+    const QList<QAction *> actions = menu.actions();
+    const auto found = std::find_if(actions.begin(), actions.end(),
+                                    [](const QAction *action) { return action->isSeparator(); });
+    return found == actions.end() ? nullptr : *found;
+}
+
+} // namespace
+
+MemoriesWiring::MemoriesWiring(const Surroundings &surroundings)
+    : with_(surroundings),
+      watch_({with_.settings, with_.work, with_.mayUseFolder}),
+      showEntry_(new QAction(tr("Ot&her memories\u2026"), this)),
+      saveEntry_(new QAction(tr("Save the se&t\u2026"), this)),
+      extent_(new QLabel(with_.window.controls().centralwidget)) {
+    showEntry_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
+    showEntry_->setAutoRepeat(false);
+    showEntry_->setToolTip(tr("What the newest Read brought besides code memory"));
+    saveEntry_->setToolTip(tr("Save the data read from the chip and its other memories"));
+    connect(showEntry_, &QAction::triggered, this, &MemoriesWiring::show, Qt::QueuedConnection);
+    connect(saveEntry_, &QAction::triggered, this, &MemoriesWiring::saveSet, Qt::QueuedConnection);
+    connect(&with_.delegate, &AppDelegate::runMade, this, &MemoriesWiring::follow);
+    connect(&with_.delegate, &AppDelegate::runEnded, this, [this](const RunRecord &record) {
+        watch_.takeRun(record, with_.delegate.state().read_from_chip_data);
+    });
+    connect(&watch_, &OtherMemoriesWatch::readTaken, this, &MemoriesWiring::takeRead);
+    connect(&with_.work, &WorkState::changed, this, &MemoriesWiring::showState);
+    makeExtent();
+    showState();
+}
+
+void MemoriesWiring::addEntries(const WindowMenus &menus) {
+    menus.file->insertAction(menus.behindSave, saveEntry_);
+    menus.view->insertAction(separatorOf(*menus.view), showEntry_);
+}
+
+KnownMemories MemoriesWiring::known() const {
+    return watch_.knownOf(with_.settings.stringValue(settingsKeys::device)) |
+           knownFrom(with_.inquiry.known());
+}
+
+void MemoriesWiring::follow(ScriptedMiniPro *run) {
+    run->setKnownMemories(known());
+    watch_.follow(run);
+}
+
+void MemoriesWiring::takeRead() {
+    sayWhatCame();
+    showState();
+    if (!shown_)
+        return;
+    if (watch_.newest())
+        shown_->showMemories(*watch_.newest(),
+                             codeAloneWords(watch_.knownOf(watch_.newest()->device)));
+    else
+        shown_->close();
+}
+
+void MemoriesWiring::sayWhatCame() {
+    QString sentence = unreadWords(watch_.unread());
+    if (!watch_.newest())
+        return with_.messages.sayTrouble(Topic::OtherMemories, sentence);
+    const QString came = tr("Also read: %1. Write and Verify leave them out.")
+                             .arg(memoriesWords(watch_.newest()->others));
+    const Messages::Action look{tr("Show them"), [this] { show(); }};
+    if (sentence.isEmpty())
+        with_.messages.say(Topic::OtherMemories, came, look);
+    else
+        with_.messages.sayTrouble(Topic::OtherMemories, came + u' ' + sentence, look);
+}
+
+void MemoriesWiring::showState() {
+    const bool isThere = watch_.newest().has_value();
+    showEntry_->setEnabled(isThere);
+    saveEntry_->setEnabled(isThere && with_.work.isIdle());
+    if (shown_)
+        shown_->setSaving(with_.work.isIdle());
+    showExtent();
+}
+
+void MemoriesWiring::show() {
+    if (!watch_.newest())
+        return;
+    if (!shown_) {
+        shown_ = new MemoriesWindow(&with_.window);
+        shown_->setAttribute(Qt::WA_DeleteOnClose);
+        connect(shown_, &MemoriesWindow::saveRequested, this, &MemoriesWiring::saveSet);
+        shown_->showMemories(*watch_.newest(),
+                             codeAloneWords(watch_.knownOf(watch_.newest()->device)));
+        showState();
+    }
+    shown_->showNormal();
+    shown_->raise();
+    shown_->activateWindow();
+}
+
+void MemoriesWiring::saveSet() {
+    if (with_.gate.refuses() || !watch_.newest())
+        return;
+    const ReadMemories &memories = *watch_.newest();
+    UserFiles::Set set = setOf(memories);
+    set.title = tr("Save the set");
+    set.suggestedName = suggestedName(memories.device, set.parts.first().ending);
+    set.typeName = tr("Binary images");
+    with_.files.saveSet(&with_.window, set);
+}
+
+// It stands where the command is read before a press. Its room does not hang on what it says: the
+// pointer on its way to a button changes that.
+void MemoriesWiring::makeExtent() {
+    const Ui::MainWindow &c = with_.window.controls();
+    extent_->setObjectName(QStringLiteral("commandExtent"));
+    c.operationRow->insertWidget(c.operationRow->indexOf(c.btn_copy_command), extent_);
+    const QFontMetrics metrics = extent_->fontMetrics();
+    extent_->setMinimumWidth(std::max(metrics.horizontalAdvance(tr("code memory alone")),
+                                      metrics.horizontalAdvance(tr("all memories"))));
+    connect(c.nextCommand, &QLineEdit::textChanged, this, &MemoriesWiring::showExtent);
+    connect(&with_.settings, &SettingsStore::valueChanged, this, &MemoriesWiring::showExtent);
+    connect(&with_.inquiry, &ChipInquiry::changed, this, &MemoriesWiring::showExtent);
+}
+
+void MemoriesWiring::showExtent() {
+    const NextCommand *next = with_.window.controls().nextCommand;
+    const KnownMemories memories = known();
+    extent_->setVisible(memories.any() && !choosesMemory(next->text()));
+    setPlainToolTip(*extent_, codeAloneWords(memories));
+    switch (next->nextOperation()) {
+    case ReadOperation:
+        return extent_->setText(tr("all memories"));
+    case VerifyOperation:
+    case WriteOperation:
+        return extent_->setText(tr("code memory alone"));
+    case LogicOperation:
+        break;
+    }
+    extent_->clear();
+}

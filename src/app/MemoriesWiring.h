@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "control/OtherMemoriesWatch.h"
+#include "imageviews/MemoriesWindow.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <functional>
+
+class ActionGate;
+class AppDelegate;
+class ChipInquiry;
+class MainWindow;
+class Messages;
+class QAction;
+class QLabel;
+class UserFiles;
+struct WindowMenus;
+
+/// Binds what a Read brings besides code memory to the window: says that it came, shows it, saves
+/// it with the image, and says beside the next command what a Write leaves out.
+class MemoriesWiring final : public QObject {
+    Q_OBJECT
+
+public:
+    /// What it works with; all must live as long.
+    struct Surroundings {
+        MainWindow &window;
+        AppDelegate &delegate;
+        UserFiles &files;
+        const ChipInquiry &inquiry;
+        const SettingsStore &settings;
+        const WorkState &work;
+        const ActionGate &gate;
+        Messages &messages;
+        std::function<bool()> mayUseFolder; ///< of the temporary files
+    };
+
+    explicit MemoriesWiring(const Surroundings &surroundings);
+
+    /// Adds its entries to the menus File and View.
+    void addEntries(const WindowMenus &menus);
+
+    /// Opens the window of the memories, or brings it to the front; does nothing without any.
+    void show();
+    /// Asks for a name and saves image and memories of the newest Read as files of it. Refused
+    /// while the tool works; does nothing without memories.
+    void saveSet();
+
+private:
+    void follow(ScriptedMiniPro *run);
+    void takeRead();
+    void sayWhatCame();
+    void showState();
+    void makeExtent();
+    void showExtent();
+    KnownMemories known() const;
+
+    const Surroundings with_;
+    OtherMemoriesWatch watch_;
+    QAction *showEntry_;
+    QAction *saveEntry_;
+    QLabel *extent_;
+    QPointer<MemoriesWindow> shown_;
+};

@@ -1,0 +1,339 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "window/WindowFixture.h"
+
+#include "control/OtherMemoriesWatch.h"
+#include "grid/GridView.h"
+#include "imageviews/MemoriesWindow.h"
+#include "settings/SettingsKeys.h"
+
+#include <QClipboard>
+#include <QDir>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableView>
+
+using namespace Qt::StringLiterals;
+
+/// What a Read brings besides code memory: told, shown, saved with the image.
+class TestWindowMemories : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void read_saysWhatElseCame_data();
+    void read_saysWhatElseCame();
+    void read_ofAnEprom_saysNothing();
+    void eprom_afterAMicrocontroller_saysNothing();
+    void failedRead_keepsWhatTheLastOneBrought();
+    void leftFiles_areNoResult();
+    void filesInAForeignFolder_stayAndAreNoResult();
+    void start_removesThem();
+    void fileThatCannotBeRead_isSaid();
+    void window_showsThem();
+    void window_followsTheNextRead();
+    void window_goesWithTheMemories();
+    void fuses_areCopied();
+    void command_saysWhatItConcerns();
+    void write_saysWhatItLeavesOut();
+    void verify_saysWhatItLeavesOut();
+    void device_thatTheToolDescribes_isKnown();
+    void entries_areOffWithoutMemories();
+
+private:
+    void read(const QString &device);
+    QAction *entry(const QString &text) const;
+    /// Opens the window by its menu entry.
+    MemoriesWindow *opened();
+    MemoriesWindow *window() const { return velm_->velm().window().findChild<MemoriesWindow *>(); }
+    QLabel *extent() const {
+        return velm_->velm().window().findChild<QLabel *>(u"commandExtent"_s);
+    }
+    QString beside(const QString &ending) const {
+        return velm_->temporary(u"temp_read"_s + ending);
+    }
+
+    std::unique_ptr<WindowFixture> velm_;
+};
+
+namespace {
+
+const QString microcontroller = u"ATMEGA8@DIP28"_s;
+const QString withUserMemory = u"AT89S8253"_s;
+const QString eprom = u"W27C512@DIP28"_s;
+
+/// Reads like a tool that puts \a more, a line of the shell, beside its file.
+QByteArray readingTool(const QByteArray &more) {
+    return "while [ \"$1\" != -r ]; do shift; done\n"
+           "printf 'code' > \"$2\"; stem=\"${2%.*}\"\n" +
+           more + "\nprintf '\\rReading Code...  0.01Sec  OK\\n' >&2\n";
+}
+
+QStringList tabsOf(const MemoriesWindow &window) {
+    QStringList texts;
+    const auto *tabs = window.findChild<QTabWidget *>();
+    for (int i = 0; i < tabs->count(); ++i)
+        texts << tabs->tabText(i);
+    return texts;
+}
+
+/// The grid called \a name.
+GridView *gridOf(const MemoriesWindow &window, const QString &name) {
+    for (auto *grid : window.findChildren<GridView *>())
+        if (grid->accessibleName() == name)
+            return grid;
+    return nullptr;
+}
+
+QStringList namesIn(const QString &folder, const QString &pattern) {
+    return QDir(folder).entryList({pattern}, QDir::AllEntries | QDir::NoDotAndDotDot);
+}
+
+} // namespace
+
+void TestWindowMemories::init() {
+    velm_ = std::make_unique<WindowFixture>();
+    velm_->start();
+}
+
+void TestWindowMemories::read(const QString &device) {
+    velm_->settings().setValue(settingsKeys::device, device);
+    velm_->click(velm_->controls().btn_read);
+    velm_->settle();
+}
+
+QAction *TestWindowMemories::entry(const QString &text) const {
+    for (QMenu *menu : velm_->velm().window().menuBar()->findChildren<QMenu *>())
+        for (QAction *action : menu->actions())
+            if (action->text() == text)
+                return action;
+    return nullptr;
+}
+
+MemoriesWindow *TestWindowMemories::opened() {
+    entry(u"Ot&her memories\u2026"_s)->trigger();
+    QCoreApplication::processEvents();
+    return window();
+}
+
+void TestWindowMemories::read_saysWhatElseCame_data() {
+    QTest::addColumn<QString>("device");
+    QTest::addColumn<QString>("said");
+    QTest::newRow("data memory") << microcontroller
+                                 << u"Also read: 512 bytes of data memory, 3 fuses. Write and "
+                                    "Verify leave them out."_s;
+    QTest::newRow("user memory") << withUserMemory
+                                 << u"Also read: 2,048 bytes of data memory, 64 bytes of user "
+                                    "memory, 2 fuses. Write and Verify leave them out."_s;
+}
+
+void TestWindowMemories::read_saysWhatElseCame() {
+    QFETCH(QString, device);
+    QFETCH(QString, said);
+    read(device);
+    // The verdict is the newest.
+    QCOMPARE(velm_->message().section(u'\n', 1, 1), said);
+    QVERIFY(velm_->message().startsWith(u"Done: Read succeeded."_s));
+}
+
+void TestWindowMemories::read_ofAnEprom_saysNothing() {
+    read(eprom);
+    QVERIFY(velm_->message().startsWith(u"Done: Read succeeded."_s));
+    QVERIFY2(!velm_->message().contains(u"Also"_s), qPrintable(velm_->message()));
+    QVERIFY(!opened());
+}
+
+void TestWindowMemories::eprom_afterAMicrocontroller_saysNothing() {
+    read(microcontroller);
+    QVERIFY(!namesIn(velm_->path(u"workspace"_s), u"temp_read.*.*"_s).isEmpty());
+    read(eprom);
+    QVERIFY2(!velm_->message().contains(u"Also"_s), qPrintable(velm_->message()));
+    QCOMPARE(namesIn(velm_->path(u"workspace"_s), u"temp_read.*.*"_s), QStringList());
+    QVERIFY(!opened());
+}
+
+void TestWindowMemories::failedRead_keepsWhatTheLastOneBrought() {
+    read(microcontroller);
+    velm_->useTool("printf 'No programmer found.\\n' >&2; exit 1\n");
+    read(eprom);
+    QVERIFY(velm_->message().contains(u"Read failed"_s) || velm_->message().contains(u"Problem"_s));
+    QVERIFY2(!velm_->message().contains(u"Also"_s), qPrintable(velm_->message()));
+    const auto labels = opened()->findChildren<QLabel *>();
+    QVERIFY2(labels.first()->text().startsWith(microcontroller + u", read at "_s),
+             qPrintable(labels.first()->text()));
+}
+
+// The tool left nothing beside its file this time; what lies there cannot be removed.
+void TestWindowMemories::leftFiles_areNoResult() {
+    QVERIFY(QDir().mkpath(beside(u".eeprom.bin"_s)));
+    velm_->useTool(readingTool({}));
+    read(microcontroller);
+    QVERIFY2(!velm_->message().contains(u"Also"_s), qPrintable(velm_->message()));
+    QVERIFY2(!velm_->message().contains(u"eeprom"_s), qPrintable(velm_->message()));
+}
+
+// Whoever keeps the read file elsewhere may have files of their own beside it.
+void TestWindowMemories::filesInAForeignFolder_stayAndAreNoResult() {
+    QVERIFY(QDir().mkpath(velm_->path(u"roms"_s)));
+    velm_->settings().setValue(settingsKeys::temp_read_from_chip_file,
+                               velm_->path(u"roms/chip.bin"_s));
+    const QString mine = velm_->write(u"roms/chip.fuses.conf"_s, "a = 0x1\n");
+    read(eprom);
+    QCOMPARE(WindowFixture::bytesOf(mine), QByteArray("a = 0x1\n"));
+    QVERIFY2(!velm_->message().contains(u"Also"_s), qPrintable(velm_->message()));
+    read(microcontroller);
+    QVERIFY2(velm_->message().contains(u"3 fuses"_s), qPrintable(velm_->message()));
+}
+
+void TestWindowMemories::start_removesThem() {
+    read(microcontroller);
+    velm_->end();
+    velm_->start();
+    QCOMPARE(namesIn(velm_->path(u"workspace"_s), u"temp_read.*"_s), QStringList());
+    QVERIFY(!opened());
+}
+
+void TestWindowMemories::fileThatCannotBeRead_isSaid() {
+    velm_->useTool(readingTool("mkfifo \"$stem.eeprom.bin\"; printf 'a=0x1\\n?\\n' > "
+                               "\"$stem.fuses.conf\""));
+    read(microcontroller);
+    QCOMPARE(velm_->message().section(u'\n', 1, 1),
+             u"Warning: Also read: 1 fuse, 1 line that says no fuse. Write and Verify leave them "
+             "out. %1, which came with the Read, could not be read: Not a regular file."_s.arg(
+                 beside(u".eeprom.bin"_s)));
+}
+
+void TestWindowMemories::window_showsThem() {
+    read(withUserMemory);
+    const auto buttons = velm_->controls().messageLine->findChildren<QPushButton *>();
+    const auto show = std::find_if(buttons.begin(), buttons.end(), [](QPushButton *button) {
+        return button->text() == u"Show them"_s && button->isVisibleTo(button->window());
+    });
+    QVERIFY(show != buttons.end());
+    velm_->click(*show);
+    MemoriesWindow *memories = window();
+    QVERIFY(memories && memories->isVisible());
+    QCOMPARE(tabsOf(*memories), (QStringList{u"&Data memory"_s, u"&User memory"_s, u"&Fuses"_s}));
+    const GridView *data = gridOf(*memories, u"Data memory"_s);
+    const GridView *user = gridOf(*memories, u"User memory"_s);
+    QCOMPARE(data->model()->rowCount(), 2048 / 16 + 1);
+    QCOMPARE(user->model()->rowCount(), 64 / 16 + 1);
+    QCOMPARE(user->model()->index(0, 1).data().toString(), u"53"_s);
+    QVERIFY(!(user->model()->index(0, 1).flags() & Qt::ItemIsEditable));
+    const auto *fuses = memories->findChild<QTableView *>();
+    QCOMPARE(fuses->accessibleName(), u"Fuses"_s);
+    QCOMPARE(fuses->model()->index(0, 1).data().toString(), u"0xDC"_s);
+}
+
+void TestWindowMemories::window_followsTheNextRead() {
+    read(withUserMemory);
+    MemoriesWindow *memories = opened();
+    memories->findChild<QTabWidget *>()->setCurrentIndex(2);
+    read(microcontroller);
+    QCOMPARE(window(), memories);
+    QCOMPARE(tabsOf(*memories), (QStringList{u"&Data memory"_s, u"&Fuses"_s}));
+    QCOMPARE(memories->findChild<QTabWidget *>()->currentIndex(), 1);
+    QCOMPARE(gridOf(*memories, u"Data memory"_s)->model()->rowCount(), 512 / 16 + 1);
+}
+
+void TestWindowMemories::window_goesWithTheMemories() {
+    read(microcontroller);
+    const QPointer<MemoriesWindow> memories = opened();
+    read(eprom);
+    QTRY_VERIFY(!memories);
+}
+
+void TestWindowMemories::fuses_areCopied() {
+    read(microcontroller);
+    auto *fuses = opened()->findChild<QTableView *>();
+    window()->findChild<QTabWidget *>()->setCurrentWidget(fuses);
+    QVERIFY(QTest::qWaitForWindowActive(window()));
+    fuses->setFocus();
+    fuses->selectAll();
+    QTest::keySequence(fuses, QKeySequence::Copy);
+    QCOMPARE(QGuiApplication::clipboard()->text(),
+             u"fuses_lo\t0x62\t0110 0010\nfuses_hi\t0xDF\t1101 1111\n"
+             "lock_byte\t0xFF\t1111 1111\n"_s);
+}
+
+void TestWindowMemories::command_saysWhatItConcerns() {
+    velm_->settings().setValue(settingsKeys::device, eprom);
+    QVERIFY(extent()->isHidden());
+    read(microcontroller);
+    QVERIFY(!extent()->isHidden());
+    velm_->controls().btn_write->setFocus();
+    QTRY_COMPARE(extent()->text(), u"code memory alone"_s);
+    QVERIFY(extent()->toolTip().contains(u"not the chip's data memory and fuses"_s));
+    velm_->controls().btn_read->setFocus();
+    QTRY_COMPARE(extent()->text(), u"all memories"_s);
+    velm_->controls().btn_logic->setFocus();
+    QTRY_COMPARE(extent()->text(), QString());
+    velm_->settings().setValue(settingsKeys::device, eprom);
+    QVERIFY(extent()->isHidden());
+    velm_->settings().setValue(settingsKeys::device, microcontroller);
+    QVERIFY(!extent()->isHidden());
+    // The user chooses a memory.
+    velm_->setTool(velm_->settings().stringValue(settingsKeys::miniproLocation) + u" -c data"_s);
+    QVERIFY(extent()->isHidden());
+}
+
+void TestWindowMemories::write_saysWhatItLeavesOut() {
+    read(microcontroller);
+    velm_->controls().btn_combine_read_data->setChecked(true);
+    velm_->settle();
+    velm_->click(velm_->controls().btn_write);
+    velm_->settle();
+    QVERIFY2(velm_->message().startsWith(u"Done: Write succeeded and was verified. The chip's data "
+                                         "memory and fuses were not written."_s),
+             qPrintable(velm_->message()));
+    QCOMPARE(WindowFixture::bytesOf(velm_->chipPath(microcontroller)).size(), 8192);
+}
+
+void TestWindowMemories::verify_saysWhatItLeavesOut() {
+    read(microcontroller);
+    velm_->controls().btn_combine_read_data->setChecked(true);
+    velm_->settle();
+    velm_->click(velm_->controls().btn_verify);
+    velm_->settle();
+    QVERIFY2(velm_->message().contains(u"The chip's data memory and fuses were not compared."_s),
+             qPrintable(velm_->message()));
+    velm_->settings().setValue(settingsKeys::device, eprom);
+    velm_->click(velm_->controls().btn_verify);
+    velm_->settle();
+    QVERIFY2(!velm_->message().contains(u"not compared."_s), qPrintable(velm_->message()));
+}
+
+// Before the first Read, what the tool knows of the device tells.
+void TestWindowMemories::device_thatTheToolDescribes_isKnown() {
+    velm_->settings().setValue(settingsKeys::device, microcontroller);
+    QTRY_VERIFY(!extent()->isHidden());
+    QVERIFY(extent()->toolTip().contains(u"not the chip's other memories"_s));
+}
+
+void TestWindowMemories::entries_areOffWithoutMemories() {
+    const QList<QAction *> entries = {entry(u"Ot&her memories\u2026"_s),
+                                      entry(u"Save the se&t\u2026"_s)};
+    const auto areOn = [&entries] { return entries[0]->isEnabled() && entries[1]->isEnabled(); };
+    QVERIFY(!entries[0]->isEnabled() && !entries[1]->isEnabled());
+    read(microcontroller);
+    QVERIFY(areOn());
+    bool lookIsOn = false;
+    bool saveIsOn = true;
+    velm_->whileBusy([&] {
+        lookIsOn = entries[0]->isEnabled();
+        saveIsOn = entries[1]->isEnabled();
+    });
+    read(microcontroller);
+    QVERIFY(lookIsOn && !saveIsOn);
+    QVERIFY(areOn());
+    read(eprom);
+    QVERIFY(!entries[0]->isEnabled() && !entries[1]->isEnabled());
+}
+
+QTEST_MAIN(TestWindowMemories)
+#include "tst_window_memories.moc"
