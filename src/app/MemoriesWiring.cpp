@@ -43,6 +43,10 @@ UserFiles::Set setOf(const ReadMemories &memories) {
     return set;
 }
 
+QString withWords(const QString &tip, const QString &words) {
+    return words.isEmpty() ? tip : tip + u'\n' + words;
+}
+
 QAction *separatorOf(const QMenu &menu) {
     const QList<QAction *> actions = menu.actions();
     const auto found = std::find_if(actions.begin(), actions.end(),
@@ -57,7 +61,9 @@ MemoriesWiring::MemoriesWiring(const Surroundings &surroundings)
       watch_({with_.settings, with_.work, with_.mayUseFolder}),
       showEntry_(new QAction(tr("Ot&her memories\u2026"), this)),
       saveEntry_(new QAction(tr("Save the se&t\u2026"), this)),
-      extent_(new QLabel(with_.window.controls().centralwidget)) {
+      extent_(new QLabel(with_.window.controls().centralwidget)),
+      verifyTip_(with_.window.controls().btn_verify->toolTip()),
+      writeTip_(with_.window.controls().btn_write->toolTip()) {
     showEntry_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
     showEntry_->setAutoRepeat(false);
     showEntry_->setToolTip(tr("What the newest Read brought besides code memory"));
@@ -165,10 +171,13 @@ void MemoriesWiring::makeExtent() {
 }
 
 void MemoriesWiring::showExtent() {
-    const NextCommand *next = with_.window.controls().nextCommand;
-    const KnownMemories memories = known();
-    extent_->setVisible(memories.any() && !choosesMemory(next->text()));
-    setPlainToolTip(*extent_, codeAloneWords(memories));
+    const Ui::MainWindow &c = with_.window.controls();
+    const NextCommand *next = c.nextCommand;
+    const QString words = choosesMemory(next->text()) ? QString() : codeAloneWords(known());
+    extent_->setHidden(words.isEmpty());
+    setPlainToolTip(*extent_, words);
+    c.btn_verify->setToolTip(withWords(verifyTip_, words));
+    c.btn_write->setToolTip(withWords(writeTip_, words));
     switch (next->nextOperation()) {
     case ReadOperation:
         return extent_->setText(tr("all memories"));

@@ -65,5 +65,7 @@ private:
     QAction *showEntry_;
     QAction *saveEntry_;
     QLabel *extent_;
+    QString verifyTip_; ///< of the buttons, as they are for every chip
+    QString writeTip_;
     QPointer<MemoriesWindow> shown_;
 };

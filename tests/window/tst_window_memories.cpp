@@ -268,13 +268,19 @@ void TestWindowMemories::command_saysWhatItConcerns() {
     QVERIFY(!extent()->isHidden());
     velm_->controls().btn_write->setFocus();
     QTRY_COMPARE(extent()->text(), u"code memory alone"_s);
-    QVERIFY(extent()->toolTip().contains(u"not the chip's data memory and fuses"_s));
+    const QString words = u"Write and Verify concern the code memory alone, not the chip's data "
+                          "memory and fuses."_s;
+    QVERIFY2(extent()->toolTip().contains(words), qPrintable(extent()->toolTip()));
+    QVERIFY(velm_->controls().btn_write->toolTip().endsWith(words));
+    QVERIFY(velm_->controls().btn_verify->toolTip().endsWith(words));
+    QVERIFY(!velm_->controls().btn_read->toolTip().contains(words));
     velm_->controls().btn_read->setFocus();
     QTRY_COMPARE(extent()->text(), u"all memories"_s);
     velm_->controls().btn_logic->setFocus();
     QTRY_COMPARE(extent()->text(), QString());
     velm_->settings().setValue(settingsKeys::device, eprom);
     QVERIFY(extent()->isHidden());
+    QVERIFY(!velm_->controls().btn_write->toolTip().contains(words));
     velm_->settings().setValue(settingsKeys::device, microcontroller);
     QVERIFY(!extent()->isHidden());
     // The user chooses a memory.
