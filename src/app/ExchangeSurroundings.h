@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "exchange/OrderWords.h"
+
 class ActionGate;
 class AppDelegate;
 class ChipInquiry;
@@ -21,3 +23,6 @@ struct ExchangeSurroundings {
     Messages &messages;
     const ChipInquiry &chip; ///< which chip the bytes are likely for
 };
+
+/// The chip under Device, as far as the tool has told; without a size if it has not.
+ChipSize knownChip(const ExchangeSurroundings &with);
