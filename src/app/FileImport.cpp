@@ -26,6 +26,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMenu>
+#include <QPointer>
 
 namespace {
 
@@ -91,17 +92,32 @@ void FileImport::load(const QString &path) {
 }
 
 void FileImport::show(const QString &path, const ByteBuffer &bytes) {
-    auto *window = new ImportWindow({path, bytes}, chosenFill(with_.settings), &with_.window);
+    auto *window = new ImportWindow({path, bytes}, {chosenFill(with_.settings), knownChip(with_)},
+                                    &with_.window);
     connect(window, &ImportWindow::rawChosen, this,
             [this, window] { openBinary(window->path(), *window); });
     connect(window, &ImportWindow::imageChosen, this,
             [this, window](const ByteBuffer &image) { take(image, *window); });
+    connect(window, &ImportWindow::partAsked, this, [this, window] { choosePart(*window); });
     window->show();
+}
+
+void FileImport::choosePart(ImportWindow &window) {
+    with_.files.openForImport(&window, [shown = QPointer(&window)](const QString &path) {
+        if (!shown)
+            return;
+        const auto loaded = loadWholeFile(path);
+        if (const Failure *failure = loaded.failure())
+            shown->showProblem(tr("%1 could not be read: %2")
+                                   .arg(QDir::toNativeSeparators(path), failure->reason));
+        else
+            shown->addPart({path, *loaded});
+    });
 }
 
 void FileImport::take(const ByteBuffer &image, ImportWindow &from) {
     const QString folder = importFolder();
-    const QString name = suggestedName(QFileInfo(from.path()).completeBaseName(), {});
+    const QString name = suggestedName(from.name(), {});
     const QString path = freePath(folder, name, QStringLiteral(".bin"), *image);
     makePrivateFolder(folder);
     const Result<void> saved = saveWholeFile(path, *image);

@@ -32,6 +32,7 @@ public:
 private:
     void load(const QString &path);
     void show(const QString &path, const ByteBuffer &bytes);
+    void choosePart(ImportWindow &window);
     void take(const ByteBuffer &image, ImportWindow &from);
     void openBinary(const QString &path, ImportWindow &from);
 

@@ -6,7 +6,9 @@
 #include "base/Digits.h"
 #include "exchange/FormatEntries.h"
 #include "exchange/ImportWords.h"
+#include "exchange/WindowFit.h"
 #include "image/TypedAddress.h"
+#include "imageviews/FactsWords.h"
 #include "widgets/FixedFont.h"
 
 #include "ui_ImportWindow.h"
@@ -17,15 +19,15 @@
 namespace {
 
 constexpr int foundColumns = 64;
-constexpr int foundLines = 12;
+constexpr int foundLines = 7;
 
 } // namespace
 
-ImportWindow::ImportWindow(File file, quint8 fill, QWidget *window)
+ImportWindow::ImportWindow(const File &file, const Offers &offers, QWidget *window)
     : QDialog(window),
       controls_(std::make_unique<Ui::ImportWindow>()),
-      path_(std::move(file.path)),
-      import_(std::move(file.bytes)) {
+      path_(file.path),
+      import_(file.bytes) {
     Ui::ImportWindow &c = *controls_;
     c.setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -34,35 +36,52 @@ ImportWindow::ImportWindow(File file, quint8 fill, QWidget *window)
     c.format->addItems(
         {formatWords(RecordFormat::IntelHex), formatWords(RecordFormat::SRecord), tr("Raw bytes")});
     c.format->setCurrentIndex(entryOf(recordFormatOf(import_.file())));
-    const QFont fixed = fixedFont();
-    c.base->setFont(fixed);
-    c.fill->setFont(fixed);
-    c.fill->setText(QString::number(fill, hexadecimal).toUpper().rightJustified(2, u'0'));
-    c.fill->setValidator(new QRegularExpressionValidator(
-        QRegularExpression(QStringLiteral("[0-9A-Fa-f]{0,2}")), c.fill));
+    offer(offers);
     const QFontMetrics letters = c.found->fontMetrics();
     c.found->setMinimumSize(foundColumns * letters.averageCharWidth(),
                             foundLines * letters.lineSpacing());
     c.found->setFocus();
     connectControls();
     readFile();
+    growToShow(*this, *c.column);
 }
 
 ImportWindow::~ImportWindow() = default;
 
+void ImportWindow::offer(const Offers &offers) {
+    const Ui::ImportWindow &c = *controls_;
+    const QFont fixed = fixedFont();
+    c.base->setFont(fixed);
+    c.fill->setFont(fixed);
+    c.fill->setText(QString::number(offers.fill, hexadecimal).toUpper().rightJustified(2, u'0'));
+    c.fill->setValidator(new QRegularExpressionValidator(
+        QRegularExpression(QStringLiteral("[0-9A-Fa-f]{0,2}")), c.fill));
+    c.order->setUp(OrderBox::Way::Join, offers.chip);
+    c.parts->setImported(path_);
+}
+
 void ImportWindow::connectControls() {
     const Ui::ImportWindow &c = *controls_;
     connect(c.format, &QComboBox::currentIndexChanged, this, &ImportWindow::readFile);
-    connect(c.base, &QLineEdit::textChanged, this, &ImportWindow::showState);
-    connect(c.fill, &QLineEdit::textChanged, this, &ImportWindow::showState);
-    connect(c.allTheSame, &QCheckBox::toggled, this, &ImportWindow::showState);
+    connect(c.base, &QLineEdit::textChanged, this, &ImportWindow::prepare);
+    connect(c.fill, &QLineEdit::textChanged, this, &ImportWindow::prepare);
+    connect(c.allTheSame, &QCheckBox::toggled, this, &ImportWindow::prepare);
+    connect(c.order, &OrderBox::changed, this, &ImportWindow::prepare);
+    connect(c.parts, &PartList::changed, this, &ImportWindow::prepare);
+    connect(c.parts, &PartList::addAsked, this, &ImportWindow::partAsked);
     connect(c.importButton, &QPushButton::clicked, this, &ImportWindow::import);
     connect(c.cancelButton, &QPushButton::clicked, this, &ImportWindow::reject);
     connect(&import_, &RecordImport::advanced, this, &ImportWindow::readOn);
     connect(&import_, &RecordImport::outOfMemory, this, &ImportWindow::showOutOfMemory);
     connect(&import_, &RecordImport::imageMade, this, [this](const ByteBuffer &image) {
+        image_ = image;
+        arrange();
+    });
+    connect(&run_, &ArrangingRun::outOfMemory, this, &ImportWindow::showOutOfMemory);
+    connect(&run_, &ArrangingRun::done, this, [this] {
         showState();
-        emit imageChosen(image);
+        if (wanted_)
+            give();
     });
 }
 
@@ -84,9 +103,37 @@ std::optional<quint8> ImportWindow::fill() const {
     return isNumber ? std::optional(quint8(value)) : std::nullopt;
 }
 
+bool ImportWindow::isJoining() const {
+    return controls_->order->lanes().parts > 1;
+}
+
+QStringList ImportWindow::sources() const {
+    if (!isJoining())
+        return {path_};
+    QStringList paths;
+    for (const PartList::Part &part : controls_->parts->parts())
+        paths << part.path;
+    return paths;
+}
+
+QString ImportWindow::name() const {
+    const QString name = QFileInfo(path_).completeBaseName();
+    return isJoining() ? wholeName(name) : name;
+}
+
+void ImportWindow::addPart(const File &file) {
+    if (recordFormatOf(*file.bytes))
+        return showProblem(tr("%1 is text of records. Import it first, and add the binary that "
+                              "comes of it.")
+                               .arg(QFileInfo(file.path).fileName()));
+    controls_->parts->add(file.path, file.bytes);
+}
+
 void ImportWindow::readFile() {
     controls_->allTheSame->setChecked(false);
+    run_.stop();
     import_.stop();
+    image_.reset();
     if (const auto chosen = format())
         import_.read(*chosen);
     showFound();
@@ -108,6 +155,46 @@ void ImportWindow::showFound() {
     } else {
         c.found->setPlainText(format() ? tr("Reading\u2026") : rawWords(import_.file().size()));
     }
+    prepare();
+}
+
+/// What would be imported is made at once, since the user is shown what comes of it.
+void ImportWindow::prepare() {
+    run_.stop();
+    wanted_ = false;
+    problem_.clear();
+    if (!format())
+        image_ = import_.buffer();
+    else if (canBeRead())
+        prepareImage();
+    else
+        image_.reset();
+    if (image_)
+        arrange();
+    else
+        showState();
+}
+
+void ImportWindow::prepareImage() {
+    const Flattening wished{*base(), *fill()};
+    if (wished == flattening_ && (image_ || import_.isMakingImage()))
+        return;
+    flattening_ = wished;
+    image_.reset();
+    import_.makeImage(wished.base, wished.fill);
+}
+
+void ImportWindow::arrange() {
+    const Ui::ImportWindow &c = *controls_;
+    c.parts->setImportedBytes(image_);
+    QList<ArrangingRun::Source> sources;
+    if (!isJoining())
+        sources = {{image_, {0, image_->size()}}};
+    else
+        for (const PartList::Part &part : c.parts->parts())
+            sources.append({part.bytes, {0, part.bytes->size()}});
+    if (!whyNotArranged())
+        run_.start(sources, c.order->arrangement());
     showState();
 }
 
@@ -121,21 +208,42 @@ void ImportWindow::showState() {
     c.base->setEnabled(decoded);
     c.fill->setEnabled(decoded);
     c.allTheSame->setVisible(canBeDoubted);
+    c.parts->showFacts(c.order->lanes(), run_.outcome() && isJoining()
+                                             ? run_.outcome()->sourceChecksums
+                                             : QList<quint32>());
+    c.parts->setVisible(isJoining());
     c.result->setText(resultText());
-    c.importButton->setEnabled(mayImport());
+    c.outcome->setText(outcomeText());
+    c.importButton->setEnabled(mayImport() && !wanted_);
 }
 
-bool ImportWindow::mayImport() const {
-    if (!format())
-        return true;
+/// True if an image can be made of the records.
+bool ImportWindow::canBeRead() const {
     const DecodedRecords *decoded = import_.decoded();
-    if (!decoded || import_.isMakingImage() || !base() || !fill())
+    if (!decoded || !base() || !fill())
         return false;
     return (decoded->troubles.isEmpty() || controls_->allTheSame->isChecked()) &&
            !decoded->troubles.loseBytes() && !whyNoImage(decoded->bytes, *base());
 }
 
+QList<qint64> ImportWindow::lengths() const {
+    return isJoining() ? controls_->parts->lengths() : QList<qint64>{lengthOf(image_)};
+}
+
+/// Nothing while the bytes are not known.
+std::optional<NoArrangement> ImportWindow::whyNotArranged() const {
+    return image_ ? ::whyNotArranged(controls_->order->arrangement(), lengths()) : std::nullopt;
+}
+
+bool ImportWindow::mayImport() const {
+    return (!format() || canBeRead()) && !whyNotArranged();
+}
+
 QString ImportWindow::resultText() const {
+    if (!problem_.isEmpty())
+        return problem_;
+    if (const auto why = whyNotArranged())
+        return whyNotWords(*why, controls_->order->arrangement(), lengths());
     const DecodedRecords *decoded = import_.decoded();
     if (!decoded)
         return {};
@@ -148,9 +256,20 @@ QString ImportWindow::resultText() const {
     return imageWords(*decoded, *base(), *fill());
 }
 
+/// What comes out, once that is known.
+QString ImportWindow::outcomeText() const {
+    const ArrangingRun::Outcome *outcome = run_.outcome();
+    if (!outcome)
+        return {};
+    if (outcome->parts.isEmpty())
+        return tr("CRC-32 of the binary: %1").arg(checksumWords(outcome->sourceChecksums.first()));
+    return tr("In this order: %1, CRC-32 %2")
+        .arg(sizeWords(outcome->parts.first().size()), checksumWords(outcome->checksums.first()));
+}
+
 void ImportWindow::showOutOfMemory() {
-    showState();
-    if (!import_.decoded()) {
+    wanted_ = false;
+    if (format() && !import_.decoded()) {
         controls_->progress->hide();
         controls_->found->clear();
     }
@@ -159,15 +278,27 @@ void ImportWindow::showOutOfMemory() {
 
 // Assistive technology reaches a button that is off all the same.
 void ImportWindow::import() {
-    if (!mayImport())
+    if (!mayImport() || wanted_)
         return;
-    if (!format())
+    if (!format() && controls_->order->arrangement().changesNothing())
         return emit rawChosen();
-    import_.makeImage(*base(), *fill());
-    if (import_.isMakingImage())
-        showState();
+    if (!isAtWork() && !run_.outcome())
+        prepare();
+    if (run_.outcome())
+        return give();
+    wanted_ = isAtWork();
+    showState();
+}
+
+void ImportWindow::give() {
+    wanted_ = false;
+    const QList<QByteArray> parts = run_.outcome()->parts;
+    const ByteBuffer image = parts.isEmpty() ? image_ : std::make_shared<QByteArray>(parts.first());
+    showState();
+    emit imageChosen(image);
 }
 
 void ImportWindow::showProblem(const QString &sentence) {
-    controls_->result->setText(sentence);
+    problem_ = sentence;
+    showState();
 }

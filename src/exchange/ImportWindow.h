@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "exchange/ArrangingRun.h"
+#include "exchange/OrderWords.h"
 #include "exchange/RecordImport.h"
 #include "files/ByteBuffer.h"
 #include "formats/RecordFormat.h"
@@ -16,10 +18,10 @@ namespace Ui {
 class ImportWindow;
 }
 
-/// Shows what a file of records holds before it becomes a binary, and asks where that begins and
-/// what its gaps are filled with. It is beside the window and not in its way, and gone once it is
-/// closed. What becomes of the bytes is its owner's business: it stays open until it is told that
-/// they were taken.
+/// Shows what a file holds before it becomes a binary, and asks where that begins, what its gaps
+/// are filled with, in what order its bytes are, and which files are joined. It is beside the
+/// window and not in its way, and gone once it is closed. What becomes of the bytes is its owner's
+/// business: it stays open until it is told that they were taken.
 class ImportWindow final : public QDialog {
     Q_OBJECT
 
@@ -30,13 +32,25 @@ public:
         ByteBuffer bytes; ///< not null
     };
 
-    /// \a fill is offered for the gaps. Beside \a window.
-    ImportWindow(File file, quint8 fill, QWidget *window);
+    /// What is offered.
+    struct Offers {
+        quint8 fill = 0xFF; ///< for the gaps
+        ChipSize chip = {}; ///< that the bytes may be for
+    };
+
+    /// Beside \a window.
+    ImportWindow(const File &file, const Offers &offers, QWidget *window);
     ~ImportWindow() override;
 
     Ui::ImportWindow &controls() { return *controls_; }
     const QString &path() const { return path_; }
+    /// The files whose bytes are imported.
+    QStringList sources() const;
+    /// What to call their bytes, without an ending.
+    QString name() const;
 
+    /// Adds \a file to those that are joined.
+    void addPart(const File &file);
     /// Says \a sentence: why the bytes were not taken.
     void showProblem(const QString &sentence);
 
@@ -45,22 +59,48 @@ signals:
     void imageChosen(const ByteBuffer &image);
     /// The user wants the file as it is.
     void rawChosen();
+    /// The user wants to choose another file to join.
+    void partAsked();
 
 private:
+    /// With what a file of records becomes an image.
+    struct Flattening {
+        qint64 base = 0;
+        quint8 fill = 0;
+
+        friend bool operator==(const Flattening &, const Flattening &) = default;
+    };
+
     void connectControls();
+    void offer(const Offers &offers);
     std::optional<RecordFormat> format() const;
     std::optional<qint64> base() const;
     std::optional<quint8> fill() const;
     void readFile();
     void readOn();
     void showFound();
+    void prepare();
+    void prepareImage();
+    void arrange();
     void showState();
     void showOutOfMemory();
+    bool canBeRead() const;
+    bool isAtWork() const { return import_.isMakingImage() || run_.isRunning(); }
+    bool isJoining() const;
+    QList<qint64> lengths() const;
+    std::optional<NoArrangement> whyNotArranged() const;
     bool mayImport() const;
     QString resultText() const;
+    QString outcomeText() const;
     void import();
+    void give();
 
     std::unique_ptr<Ui::ImportWindow> controls_;
     QString path_;
     RecordImport import_;
+    Flattening flattening_; ///< of the image, or of the one that is being made
+    ByteBuffer image_;      ///< of the file alone; null while it is not known
+    ArrangingRun run_;
+    QString problem_;
+    bool wanted_ = false; ///< the user has pressed Import
 };

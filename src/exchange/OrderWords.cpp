@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QLocale>
+#include <QRegularExpression>
 
 namespace {
 
@@ -97,6 +98,13 @@ QString partPath(const QString &path, const Lanes &lanes, int part, const QStrin
     const bool hasEnding = endings.contains(file.suffix(), Qt::CaseInsensitive);
     const QString begin = hasEnding ? path.chopped(file.suffix().size() + 1) : path;
     return begin + u'.' + partName(lanes, part) + u'.' + extension;
+}
+
+QString wholeName(const QString &partName) {
+    static const QRegularExpression ending(QStringLiteral("[-_. ](even|odd|low|high|lo|hi|[0-3])$"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    const qsizetype at = partName.indexOf(ending);
+    return at > 0 ? partName.first(at) : partName;
 }
 
 QString checksumWords(quint32 crc32) {

@@ -25,6 +25,10 @@ QStringList partNames(const Lanes &lanes);
 /// to \a extension.
 QString partPath(const QString &path, const Lanes &lanes, int part, const QString &extension);
 
+/// The name of what \a partName, without an ending, is a part of: without a "even", "odd", "low",
+/// "high" or number at its end.
+QString wholeName(const QString &partName);
+
 /// A checksum as it is written: eight digits.
 QString checksumWords(quint32 crc32);
 /// A length in KiB, or in bytes where that is no whole number.

@@ -30,11 +30,13 @@ public:
     /// How much of the file has been read, from 0 to 100.
     int percent() const;
 
-    /// Makes an image of what was read, which must be one: see whyNoImage(). imageMade() follows.
+    /// Makes an image of what was read, which must be one: see whyNoImage(), instead of one that it
+    /// is making. imageMade() follows.
     void makeImage(qint64 base, quint8 fill);
     bool isMakingImage() const { return flattening_.has_value(); }
 
     const QByteArray &file() const { return *file_; }
+    const ByteBuffer &buffer() const { return file_; }
 
 signals:
     /// More has been read.
