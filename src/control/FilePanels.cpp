@@ -20,6 +20,7 @@ void prepare(QFileDialog &panel, const FilePanelRequest &request) {
     panel.setFileMode(saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     if (!request.extensions.isEmpty())
         panel.setNameFilter(nameFilter(request));
+    panel.setOption(QFileDialog::DontConfirmOverwrite, !request.isWholeName);
     if (saving && !request.extensions.isEmpty())
         panel.setDefaultSuffix(request.extensions.first());
     if (!request.folder.isEmpty())

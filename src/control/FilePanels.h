@@ -19,6 +19,9 @@ struct FilePanelRequest {
     QString suggestedName;  ///< for saving; empty for none
     QString typeName;       ///< what the offered files are called, for instance "Binary images"
     QStringList extensions; ///< the extensions offered, without dots
+    /// For saving: the name is the file's own, so that an ending is added to it and the user is
+    /// asked before a file of that name is replaced.
+    bool isWholeName = true;
 };
 
 /// The platform's file panels, shown as sheets on a window. A seam, so that tests can answer for
@@ -31,8 +34,9 @@ public:
     virtual ~FilePanels() = default;
 
     /// Shows a panel on \a parent and returns at once; \a chosen gets the absolute path if the
-    /// user confirms and is not called otherwise. A save panel may create folders, asks by itself
-    /// before an existing file is replaced, and adds the first extension to a name without one.
+    /// user confirms and is not called otherwise. A save panel may create folders and, where
+    /// it asks for a whole name, asks by itself before an existing file is replaced and adds the
+    /// first extension to a name without one.
     virtual void begin(QWidget *parent, const FilePanelRequest &request,
                        std::function<void(const QString &path)> chosen) = 0;
 };

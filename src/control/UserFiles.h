@@ -6,6 +6,7 @@
 #include "control/FilePanels.h"
 #include "control/Messages.h"
 #include "files/ByteBuffer.h"
+#include "files/SavingTogether.h"
 
 #include <QObject>
 #include <QStringList>
