@@ -35,8 +35,6 @@ ArrangingRun::ArrangingRun(QObject *parent) : QObject(parent) {
 void ArrangingRun::start(const QList<Source> &sources, const Arrangement &arrangement) {
     stop();
     sources_ = sources;
-    for (const Source &source : sources)
-        views_.append(viewOf(source));
     arrangement_ = arrangement;
     turns_.start(0);
 }
@@ -47,7 +45,6 @@ void ArrangingRun::stop() {
     facts_ = {};
     outcome_ = {};
     isDone_ = false;
-    views_.clear();
     sources_.clear();
 }
 
@@ -69,14 +66,18 @@ void ArrangingRun::turn() {
 }
 
 bool ArrangingRun::advance() {
-    if (!count(views_, outcome_.sourceChecksums))
+    // Looked for anew each time: whoever edits the bytes may move them.
+    QList<QByteArrayView> views;
+    for (const Source &source : std::as_const(sources_))
+        views.append(viewOf(source));
+    if (!count(views, outcome_.sourceChecksums))
         return false;
     if (arrangement_.changesNothing())
         return true;
     if (outcome_.parts.isEmpty()) {
         if (!work_)
-            work_.emplace(arrangement_, lengthsOf(views_));
-        if (work_->advance(views_, stepBytes))
+            work_.emplace(arrangement_, lengthsOf(views));
+        if (work_->advance(views, stepBytes))
             outcome_.parts = work_->takeParts();
         return false;
     }

@@ -18,7 +18,7 @@ class ArrangingRun final : public QObject {
     Q_OBJECT
 
 public:
-    /// What comes in: \a range of \a bytes, which are not null and do not change meanwhile.
+    /// What comes in: \a range of \a bytes, which are not null. Whoever changes them starts anew.
     struct Source {
         ByteBuffer bytes;
         ByteRange range;
@@ -53,7 +53,6 @@ private:
     bool count(const QList<QByteArrayView> &parts, QList<quint32> &checksums);
 
     QList<Source> sources_;
-    QList<QByteArrayView> views_; ///< of the sources
     Arrangement arrangement_;
     std::optional<Rearranging> work_;
     ImageFactsReader facts_; ///< of the part that is being counted
