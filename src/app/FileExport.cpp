@@ -9,6 +9,7 @@
 #include "control/AppDelegate.h"
 #include "control/Messages.h"
 #include "control/UserFiles.h"
+#include "exchange/FormatEntries.h"
 #include "files/SuggestedName.h"
 #include "grid/GridColumns.h"
 #include "settings/SettingsKeys.h"
@@ -16,22 +17,19 @@
 
 #include "ui_MainWindow.h"
 
+#include <QClipboard>
+#include <QFileInfo>
+#include <QGuiApplication>
 #include <QMenu>
 
 namespace {
 
-/// What files of a format are called, and end in.
-struct FileType {
-    QString name;
-    QString extension;
-};
-
-FileType fileType(std::optional<RecordFormat> format) {
+/// What files of a format are called.
+QString typeName(std::optional<RecordFormat> format) {
     if (!format)
-        return {FileExport::tr("Binary images"), QStringLiteral("bin")};
-    return *format == RecordFormat::IntelHex
-               ? FileType{FileExport::tr("Intel HEX files"), QStringLiteral("hex")}
-               : FileType{FileExport::tr("S-record files"), QStringLiteral("srec")};
+        return FileExport::tr("Binary images");
+    return *format == RecordFormat::IntelHex ? FileExport::tr("Intel HEX files")
+                                             : FileExport::tr("S-record files");
 }
 
 } // namespace
@@ -61,10 +59,12 @@ void FileExport::makeWindow() {
     const QString tab = with_.window.controls().tabview->selectedTabViewItem().identifier;
     const auto image =
         tab == readTabIdentifier() ? ExportWindow::Image::Read : ExportWindow::Image::ToBurn;
-    shown_ = new ExportWindow([this](ExportWindow::Image which) { return bytesOf(which); }, image,
+    shown_ = new ExportWindow({[this](ExportWindow::Image which) { return bytesOf(which); }, image,
+                               offeredPath(), knownChip(with_)},
                               &with_.window);
     connect(shown_, &ExportWindow::aboutToWrite, this, &FileExport::prepare);
     connect(shown_, &ExportWindow::written, this, &FileExport::save);
+    connect(shown_, &ExportWindow::nameAsked, this, &FileExport::chooseNames);
     connect(&with_.delegate, &AppDelegate::imageToBurnChanged, shown_, &ExportWindow::refresh);
     connect(&with_.delegate, &AppDelegate::runEnded, shown_, &ExportWindow::refresh);
 }
@@ -81,24 +81,61 @@ void FileExport::prepare() {
     revision_ = with_.delegate.imageRevision();
 }
 
+/// Where the files of a split may go: named after the opened binary, or else the device.
+QString FileExport::offeredPath() const {
+    const QString binary = with_.settings.stringValue(settingsKeys::binary);
+    const QString name = binary.isEmpty() ? with_.settings.stringValue(settingsKeys::device)
+                                          : QFileInfo(binary).completeBaseName();
+    return with_.files.folderForSaving() + u'/' + suggestedName(name, {});
+}
+
+void FileExport::chooseNames() {
+    with_.files.chooseNames(shown_, shown_->name(), [shown = shown_](const QString &path) {
+        if (shown)
+            shown->setName(path);
+    });
+}
+
 void FileExport::save(const ExportWindow::Content &content) {
     if (with_.gate.refuses())
         return;
     with_.messages.happened(Event::SavingBegan);
-    const FileType type = fileType(content.format);
-    UserFiles::Document document;
-    document.title = tr("Export");
-    document.suggestedName =
-        suggestedName(with_.settings.stringValue(settingsKeys::device), u'.' + type.extension);
-    document.typeName = type.name;
-    document.extension = type.extension;
-    document.bytes = [bytes = content.bytes] { return bytes; };
     const bool isTheImage = content.isWhole && content.image == ExportWindow::Image::ToBurn;
-    document.saved = [this, isTheImage, revision = revision_] {
+    const auto saved = [this, isTheImage, revision = revision_] {
         if (isTheImage && revision == with_.delegate.imageRevision())
             with_.delegate.edits().noteSaved(with_.delegate.state().output_data);
         if (shown_)
             shown_->close();
     };
+    if (content.paths.isEmpty())
+        saveOne(content, saved);
+    else if (saveAll(content))
+        saved();
+}
+
+void FileExport::saveOne(const ExportWindow::Content &content, const std::function<void()> &saved) {
+    const QString extension = extensionOf(content.format);
+    UserFiles::Document document;
+    document.title = tr("Export");
+    document.suggestedName =
+        suggestedName(with_.settings.stringValue(settingsKeys::device), u'.' + extension);
+    document.typeName = typeName(content.format);
+    document.extension = extension;
+    document.bytes = [bytes = content.files.first()] { return bytes; };
+    document.saved = saved;
     with_.files.saveDocument(&with_.window, document);
+}
+
+bool FileExport::saveAll(const ExportWindow::Content &content) {
+    QList<FileToSave> files;
+    for (qsizetype i = 0; i < content.paths.size(); ++i)
+        files.append({content.paths[i], content.files[i]});
+    const QString problem = with_.files.saveTogether(
+        files, content.mayReplace ? Replacing::Allowed : Replacing::Refused,
+        content.labels.split(u'\n').join(QStringLiteral("; ")),
+        {tr("Copy labels"),
+         [labels = content.labels] { QGuiApplication::clipboard()->setText(labels); }});
+    if (!problem.isEmpty() && shown_)
+        shown_->showProblem(problem);
+    return problem.isEmpty();
 }

@@ -28,7 +28,11 @@ private:
     void makeWindow();
     ByteBuffer bytesOf(ExportWindow::Image image) const;
     void prepare();
+    QString offeredPath() const;
+    void chooseNames();
     void save(const ExportWindow::Content &content);
+    void saveOne(const ExportWindow::Content &content, const std::function<void()> &saved);
+    bool saveAll(const ExportWindow::Content &content);
 
     const ExchangeSurroundings with_;
     QPointer<ExportWindow> shown_;

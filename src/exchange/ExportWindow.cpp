@@ -6,11 +6,17 @@
 #include "base/Digits.h"
 #include "exchange/FormatEntries.h"
 #include "exchange/ImportWords.h"
+#include "exchange/WindowFit.h"
 #include "image/TypedAddress.h"
 #include "imageviews/FactsWords.h"
 #include "widgets/FixedFont.h"
 
 #include "ui_ExportWindow.h"
+
+#include <QClipboard>
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
 
 #include <utility>
 
@@ -27,14 +33,16 @@ std::optional<qint64> addressIn(const QLineEdit &field) {
     return qint64(typed->distance);
 }
 
+constexpr int labelLines = 5;
+
 QString hex(qint64 value) {
     return QString::number(value, hexadecimal).toUpper();
 }
 
 } // namespace
 
-ExportWindow::ExportWindow(Images images, Image image, QWidget *window)
-    : QDialog(window), controls_(std::make_unique<Ui::ExportWindow>()), images_(std::move(images)) {
+ExportWindow::ExportWindow(const Offers &offers, QWidget *window)
+    : QDialog(window), controls_(std::make_unique<Ui::ExportWindow>()), offers_(offers) {
     Ui::ExportWindow &c = *controls_;
     c.setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -43,35 +51,65 @@ ExportWindow::ExportWindow(Images images, Image image, QWidget *window)
     c.format->addItems(
         {formatWords(RecordFormat::IntelHex), formatWords(RecordFormat::SRecord), tr("Raw bytes")});
     c.image->addItems({tr("Data to burn"), tr("Data read from chip")});
-    c.image->setCurrentIndex(image == Image::ToBurn ? ToBurnEntry : ReadEntry);
+    c.image->setCurrentIndex(offers.image == Image::ToBurn ? ToBurnEntry : ReadEntry);
     const QFont fixed = fixedFont();
     for (QLineEdit *field : {c.first, c.last, c.offset})
         field->setFont(fixed);
+    c.order->setUp(OrderBox::Way::Split, offers.chip);
+    c.name->setText(QDir::toNativeSeparators(offers.path));
+    c.labels->setFixedHeight(labelLines * c.labels->fontMetrics().lineSpacing() +
+                             2 * c.labels->frameWidth());
     c.format->setFocus();
     connectControls();
-    showState();
+    choosesOtherFiles();
+    growToShow(*this, *c.column);
 }
 
 ExportWindow::~ExportWindow() = default;
 
 void ExportWindow::connectControls() {
     const Ui::ExportWindow &c = *controls_;
-    for (const QComboBox *box : {c.image, c.format})
-        connect(box, &QComboBox::currentIndexChanged, this, &ExportWindow::showState);
+    connect(c.image, &QComboBox::currentIndexChanged, this, &ExportWindow::prepare);
+    connect(c.format, &QComboBox::currentIndexChanged, this, &ExportWindow::choosesOtherFiles);
+    connect(c.order, &OrderBox::changed, this, &ExportWindow::choosesOtherFiles);
+    connect(c.name, &QLineEdit::textChanged, this, &ExportWindow::choosesOtherFiles);
     for (const QLineEdit *field : {c.first, c.last, c.offset})
-        connect(field, &QLineEdit::textChanged, this, &ExportWindow::showState);
-    connect(c.recordLength, &QSpinBox::valueChanged, this, &ExportWindow::showState);
+        connect(field, &QLineEdit::textChanged, this, &ExportWindow::prepare);
+    connect(c.recordLength, &QSpinBox::valueChanged, this, &ExportWindow::prepare);
+    connect(c.replace, &QCheckBox::toggled, this, &ExportWindow::prepare);
+    connect(c.chooseButton, &QPushButton::clicked, this, &ExportWindow::nameAsked);
+    connect(c.copyButton, &QPushButton::clicked, this, &ExportWindow::copyLabels);
     connect(c.exportButton, &QPushButton::clicked, this, &ExportWindow::write);
     connect(c.cancelButton, &QPushButton::clicked, this, &ExportWindow::reject);
-    connect(&export_, &RecordExport::outOfMemory, this, [this] {
-        showState();
-        controls_->result->setText(tr("There is not enough memory for this file."));
-    });
+    connect(&export_, &RecordExport::outOfMemory, this, &ExportWindow::showOutOfMemory);
     connect(&export_, &RecordExport::written, this, [this](const QByteArray &text) {
-        content_.bytes = text;
-        showState();
-        emit written(std::exchange(content_, {}));
+        content_.files.append(text);
+        writeNextText();
     });
+    connect(&run_, &ArrangingRun::outOfMemory, this, &ExportWindow::showOutOfMemory);
+    connect(&run_, &ArrangingRun::done, this, [this] {
+        showState();
+        if (wanted_)
+            writeOut();
+    });
+}
+
+bool ExportWindow::Work::isSame(const Work &other) const {
+    return image == other.image && range.offset == other.range.offset &&
+           range.length == other.range.length && arrangement == other.arrangement;
+}
+
+void ExportWindow::refresh() {
+    work_ = {};
+    prepare();
+}
+
+QString ExportWindow::name() const {
+    return QDir::fromNativeSeparators(controls_->name->text());
+}
+
+void ExportWindow::setName(const QString &path) {
+    controls_->name->setText(QDir::toNativeSeparators(path));
 }
 
 ExportWindow::Image ExportWindow::image() const {
@@ -80,6 +118,10 @@ ExportWindow::Image ExportWindow::image() const {
 
 std::optional<RecordFormat> ExportWindow::format() const {
     return formatOf(controls_->format->currentIndex());
+}
+
+bool ExportWindow::isSplit() const {
+    return controls_->order->lanes().parts > 1;
 }
 
 /// The chosen bytes of an image of \a length bytes; an empty field stands for its end.
@@ -92,72 +134,231 @@ std::optional<ByteRange> ExportWindow::range(qint64 length) const {
     return ByteRange{*first, *last - *first + 1};
 }
 
-std::optional<ExportWindow::Choice> ExportWindow::choice() const {
-    const auto chosen = range(lengthOf(images_(image())));
+/// What has been chosen, or a sentence why it makes no sense.
+ExportWindow::ChoiceOrWhyNot ExportWindow::choice() const {
+    const qint64 length = lengthOf(bytes());
+    if (length == 0)
+        return tr("There are no bytes to export.");
+    const auto chosen = range(length);
     if (!chosen)
-        return std::nullopt;
-    if (!format())
-        return Choice{*chosen};
-    const auto offset = addressIn(*controls_->offset);
-    if (!offset || !fitsAddresses(*offset + chosen->offset, chosen->length))
-        return std::nullopt;
-    const RecordLayout layout{*format(), controls_->recordLength->value()};
-    return Choice{*chosen, *offset + chosen->offset,
-                  maxTextLength(layout, chosen->length) > largestRecordText};
+        return tr("The image has no such bytes: it ends at %1.").arg(hex(length - 1));
+    const Arrangement arrangement = controls_->order->arrangement();
+    const QList<qint64> lengths = {chosen->length};
+    if (const auto why = whyNotArranged(arrangement, lengths))
+        return whyNotWords(*why, arrangement, lengths);
+    const qint64 partLength =
+        arrangement.filled > 0 ? arrangement.filled : splitLength(arrangement, lengths);
+    return placed({*chosen, arrangement, partLength});
 }
 
-/// Everything that is on, off or offered follows from the image and what has been chosen.
+/// \a choice with its addresses. Those in the image say nothing about a part of it.
+ExportWindow::ChoiceOrWhyNot ExportWindow::placed(Choice choice) const {
+    if (!format())
+        return choice;
+    const auto offset = addressIn(*controls_->offset);
+    const qint64 first = isSplit() ? 0 : choice.range.offset;
+    if (!offset || !fitsAddresses(*offset + first, choice.partLength))
+        return tr("The addresses would not be between 0 and FFFFFFFF.");
+    choice.address = *offset + first;
+    const RecordLayout layout{*format(), controls_->recordLength->value()};
+    if (choice.arrangement.split.parts * maxTextLength(layout, choice.partLength) >
+        largestRecordText)
+        return tr("The file would have more than 3 GiB; longer records make it shorter.");
+    return choice;
+}
+
+/// The paths of the files of a split; none of another export.
+QStringList ExportWindow::paths() const {
+    QStringList paths;
+    const Lanes lanes = controls_->order->lanes();
+    if (isSplit())
+        for (int part = 0; part < lanes.parts; ++part)
+            paths << partPath(name(), lanes, part, extensionOf(format()));
+    return paths;
+}
+
+QStringList ExportWindow::takenPaths() const {
+    QStringList taken = paths();
+    taken.removeIf([](const QString &path) {
+        const QFileInfo file(path);
+        return !file.exists() && !file.isSymLink();
+    });
+    return taken;
+}
+
+/// A sentence where a split cannot be saved as it is named; empty where it can.
+QString ExportWindow::whyNoFiles() const {
+    if (!isSplit())
+        return {};
+    const QFileInfo file(name());
+    if (!file.isAbsolute() || file.fileName().isEmpty())
+        return tr("The name of the files must begin with their folder, as in %1.")
+            .arg(QDir::toNativeSeparators(QDir::home().filePath(QStringLiteral("game"))));
+    if (controls_->replace->isChecked())
+        return {};
+    QStringList names;
+    for (const QString &path : takenPaths())
+        names << QFileInfo(path).fileName();
+    return names.isEmpty() ? QString()
+                           : tr("Already there: %1.").arg(names.join(QStringLiteral(", ")));
+}
+
+/// Whether others may be replaced is asked anew.
+void ExportWindow::choosesOtherFiles() {
+    controls_->replace->setChecked(false);
+    prepare();
+}
+
+/// What would be written is made at once, since the user is shown what comes of it.
+void ExportWindow::prepare() {
+    wanted_ = false;
+    problem_.clear();
+    const ChoiceOrWhyNot chosen = choice();
+    if (const auto *choice = std::get_if<Choice>(&chosen)) {
+        const Work wished{bytes(), choice->range, choice->arrangement};
+        if (!wished.isSame(work_) || (!run_.isRunning() && !run_.outcome())) {
+            work_ = wished;
+            run_.start({{work_.image, work_.range}}, work_.arrangement);
+        }
+    } else {
+        work_ = {};
+        run_.stop();
+    }
+    showState();
+}
+
+/// Everything that is on, off, out of sight or offered follows from the image and what has been
+/// chosen.
 void ExportWindow::showState() {
     const Ui::ExportWindow &c = *controls_;
-    const qint64 length = lengthOf(images_(image()));
-    const auto chosen = choice();
+    const qint64 length = lengthOf(bytes());
+    const ChoiceOrWhyNot chosen = choice();
+    const auto *possible = std::get_if<Choice>(&chosen);
     c.last->setPlaceholderText(length > 0 ? hex(length - 1) : QString());
     c.offset->setEnabled(format().has_value());
     c.recordLength->setEnabled(format().has_value());
-    showRecordLength(chosen);
+    showRecordLength(possible);
+    c.nameRow->setVisible(isSplit());
+    c.replace->setVisible(isSplit() && !takenPaths().isEmpty());
+    c.labels->setPlainText(labelsText());
+    c.copyButton->setEnabled(run_.outcome());
     c.result->setText(resultText(chosen));
-    c.exportButton->setEnabled(chosen && !chosen->isTooLong && !export_.isWriting());
+    const bool isAtWork = wanted_ || export_.isWriting();
+    c.exportButton->setEnabled(possible && whyNoFiles().isEmpty() && !isAtWork);
 }
 
-void ExportWindow::showRecordLength(const std::optional<Choice> &choice) {
+void ExportWindow::showRecordLength(const Choice *choice) {
     if (choice && format())
         controls_->recordLength->setMaximum(
-            maxRecordLength(*format(), choice->address, choice->range.length));
+            maxRecordLength(*format(), choice->address, choice->partLength));
 }
 
-QString ExportWindow::resultText(const std::optional<Choice> &choice) const {
-    const qint64 length = lengthOf(images_(image()));
-    if (length == 0)
-        return tr("There are no bytes to export.");
-    if (!range(length))
-        return tr("The image has no such bytes: it ends at %1.").arg(hex(length - 1));
+QString ExportWindow::resultText(const ChoiceOrWhyNot &chosen) const {
+    if (!problem_.isEmpty())
+        return problem_;
+    const auto *choice = std::get_if<Choice>(&chosen);
     if (!choice)
-        return tr("The addresses would not be between 0 and FFFFFFFF.");
-    if (choice->isTooLong)
-        return tr("The file would have more than 3 GiB; longer records make it shorter.");
-    const QString size = sizeWords(choice->range.length);
-    if (!format())
-        return tr("The file will have %1.").arg(size);
-    return tr("The file will have %1, at the addresses from %2 to %3.")
-        .arg(size, hex(choice->address), hex(choice->address + choice->range.length - 1));
+        return std::get<QString>(chosen);
+    const QString why = whyNoFiles();
+    return why.isEmpty() ? sizeText(*choice) : why;
+}
+
+QString ExportWindow::sizeText(const Choice &choice) const {
+    const QString size = sizeWords(choice.partLength);
+    const QString first = hex(choice.address);
+    const QString last = hex(choice.address + choice.partLength - 1);
+    if (!isSplit())
+        return format() ? tr("The file will have %1, at the addresses from %2 to %3.")
+                              .arg(size, first, last)
+                        : tr("The file will have %1.").arg(size);
+    const QString count = QString::number(choice.arrangement.split.parts);
+    return format() ? tr("Each of the %1 files will have %2, at the addresses from %3 to %4.")
+                          .arg(count, size, first, last)
+                    : tr("Each of the %1 files will have %2.").arg(count, size);
+}
+
+/// What comes out, once that is known.
+QString ExportWindow::labelsText() const {
+    const ArrangingRun::Outcome *outcome = run_.outcome();
+    if (!outcome)
+        return {};
+    const Lanes lanes = work_.arrangement.split;
+    QStringList lines;
+    for (int part = 0; isSplit() && part < lanes.parts; ++part)
+        lines << labelWords({QFileInfo(withoutEnding(name())).fileName(), lanes, part,
+                             controls_->order->isLowByteLast(), outcome->parts[part].size(),
+                             outcome->checksums[part]},
+                            offers_.chip);
+    if (!isSplit() && !outcome->parts.isEmpty())
+        lines << tr("In this order: %1, CRC-32 %2")
+                     .arg(sizeWords(outcome->parts.first().size()),
+                          checksumWords(outcome->checksums.first()));
+    lines << tr("As in the image: %1, CRC-32 %2")
+                 .arg(sizeWords(work_.range.length),
+                      checksumWords(outcome->sourceChecksums.first()));
+    return lines.join(u'\n');
+}
+
+void ExportWindow::copyLabels() {
+    QGuiApplication::clipboard()->setText(controls_->labels->toPlainText());
 }
 
 // Assistive technology reaches a button that is off all the same.
 void ExportWindow::write() {
-    if (export_.isWriting())
+    if (export_.isWriting() || wanted_)
         return;
     emit aboutToWrite(image());
-    const auto chosen = choice();
-    if (!chosen || chosen->isTooLong)
+    const ChoiceOrWhyNot chosen = choice();
+    if (!std::holds_alternative<Choice>(chosen) || !whyNoFiles().isEmpty())
         return showState();
-    const ByteBuffer bytes = images_(image());
-    const QByteArray part = chosen->range.length == bytes->size()
-                                ? *bytes
-                                : bytes->mid(chosen->range.offset, chosen->range.length);
-    content_ = {part, format(), image(), part.size() == bytes->size()};
-    if (!format())
+    if (!run_.isRunning() && !run_.outcome())
+        prepare();
+    // The bytes as they stand in the image need not be waited for.
+    if (work_.arrangement.changesNothing() || run_.outcome())
+        return writeOut();
+    wanted_ = true;
+    showState();
+}
+
+void ExportWindow::writeOut() {
+    wanted_ = false;
+    const ChoiceOrWhyNot chosen = choice();
+    const auto *choice = std::get_if<Choice>(&chosen);
+    if (!choice)
+        return showState();
+    const ByteBuffer image = bytes();
+    const bool isWhole = choice->range.length == image->size();
+    content_ = {{},          format(), this->image(),
+                isWhole,     paths(),  controls_->replace->isChecked(),
+                labelsText()};
+    if (choice->arrangement.changesNothing())
+        toWrite_ = {isWhole ? *image : image->mid(choice->range.offset, choice->range.length)};
+    else
+        toWrite_ = run_.outcome()->parts;
+    if (format())
+        layout_ = {*format(), controls_->recordLength->value(), choice->address};
+    else
+        content_.files = std::exchange(toWrite_, {});
+    writeNextText();
+}
+
+void ExportWindow::writeNextText() {
+    if (toWrite_.isEmpty()) {
+        showState();
         return emit written(std::exchange(content_, {}));
-    export_.write(part, {*format(), controls_->recordLength->value(), chosen->address});
-    content_.bytes.clear();
+    }
+    export_.write(toWrite_.takeFirst(), layout_);
+    showState();
+}
+
+void ExportWindow::showOutOfMemory() {
+    wanted_ = false;
+    toWrite_.clear();
+    content_ = {};
+    showProblem(tr("There is not enough memory for this file."));
+}
+
+void ExportWindow::showProblem(const QString &sentence) {
+    problem_ = sentence;
     showState();
 }

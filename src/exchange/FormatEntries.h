@@ -5,6 +5,8 @@
 
 #include "formats/RecordFormat.h"
 
+#include <QString>
+
 #include <optional>
 
 /// The entries of a choice of formats, in their order.
@@ -22,4 +24,11 @@ inline FormatEntry entryOf(std::optional<RecordFormat> format) {
     if (!format)
         return RawEntry;
     return *format == RecordFormat::IntelHex ? IntelHexEntry : SRecordEntry;
+}
+
+/// What the names of files of \a format end in, without a dot.
+inline QString extensionOf(std::optional<RecordFormat> format) {
+    if (!format)
+        return QStringLiteral("bin");
+    return *format == RecordFormat::IntelHex ? QStringLiteral("hex") : QStringLiteral("srec");
 }

@@ -91,13 +91,15 @@ QStringList partNames(const Lanes &lanes) {
     return names;
 }
 
-QString partPath(const QString &path, const Lanes &lanes, int part, const QString &extension) {
+QString withoutEnding(const QString &path) {
     static const QStringList endings = {QStringLiteral("bin"), QStringLiteral("hex"),
                                         QStringLiteral("srec")};
-    const QFileInfo file(path);
-    const bool hasEnding = endings.contains(file.suffix(), Qt::CaseInsensitive);
-    const QString begin = hasEnding ? path.chopped(file.suffix().size() + 1) : path;
-    return begin + u'.' + partName(lanes, part) + u'.' + extension;
+    const QString ending = QFileInfo(path).suffix();
+    return endings.contains(ending, Qt::CaseInsensitive) ? path.chopped(ending.size() + 1) : path;
+}
+
+QString partPath(const QString &path, const Lanes &lanes, int part, const QString &extension) {
+    return withoutEnding(path) + u'.' + partName(lanes, part) + u'.' + extension;
 }
 
 QString wholeName(const QString &partName) {

@@ -21,6 +21,8 @@ struct ChipSize {
 QString partName(const Lanes &lanes, int part);
 /// The names of all of them.
 QStringList partNames(const Lanes &lanes);
+/// \a path without the ending of a format.
+QString withoutEnding(const QString &path);
 /// The path of the file for \a part if \a path is the one for all of them, whose ending gives way
 /// to \a extension.
 QString partPath(const QString &path, const Lanes &lanes, int part, const QString &extension);

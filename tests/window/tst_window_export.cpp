@@ -2,15 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "window/EditingSteps.h"
+#include "window/ExportSteps.h"
 
-#include "exchange/ExportWindow.h"
 #include "support/AddressSpaceLimit.h"
-
-#include "ui_ExportWindow.h"
-
-#include <QMenu>
-#include <QMenuBar>
-#include <QPushButton>
 
 /// Images go out as files of records.
 class TestWindowExport : public QObject {
@@ -58,21 +52,12 @@ void TestWindowExport::init() {
 }
 
 ExportWindow *TestWindowExport::exportWindow() {
-    if (auto *open = velm_->velm().window().findChild<ExportWindow *>(); open && open->isVisible())
-        return open;
-    for (QMenu *menu : velm_->velm().window().menuBar()->findChildren<QMenu *>())
-        for (QAction *action : menu->actions())
-            if (action->text() == QStringLiteral("E&xport\u2026"))
-                action->trigger();
-    QCoreApplication::processEvents();
-    return velm_->velm().window().findChild<ExportWindow *>();
+    return ::exportWindow(*velm_);
 }
 
 QByteArray TestWindowExport::exported() {
     velm_->click(exportWindow()->controls().exportButton);
-    const bool isDone =
-        QTest::qWaitFor([this] { return !velm_->velm().window().findChild<ExportWindow *>(); });
-    return isDone ? WindowFixture::bytesOf(velm_->panels.answer) : QByteArray();
+    return exportHasEnded(*velm_) ? WindowFixture::bytesOf(velm_->panels.answer) : QByteArray();
 }
 
 void TestWindowExport::file_isAsChosen_data() {

@@ -382,13 +382,20 @@ void TestWindowImport::whileTheToolRuns_nothingIsImported() {
 
 void TestWindowImport::controls_haveNamesAndToolTips() {
     const ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
-    for (const QWidget *widget : window->findChildren<QWidget *>())
-        if (widget->window() == window && widget->focusPolicy() != Qt::NoFocus &&
-            !widget->objectName().startsWith(u"qt_")) {
-            QVERIFY2(!widget->accessibleName().isEmpty(), widget->metaObject()->className());
-            QVERIFY2(!widget->toolTip().isEmpty() || qobject_cast<const QPlainTextEdit *>(widget),
-                     qPrintable(widget->objectName()));
-        }
+    QStringList letters;
+    for (const QWidget *widget : window->findChildren<QWidget *>()) {
+        const QString text = widget->property("text").toString();
+        if (const qsizetype at = text.indexOf(u'&'); at >= 0)
+            letters << text.mid(at + 1, 1).toUpper();
+        if (widget->window() != window || widget->focusPolicy() == Qt::NoFocus ||
+            widget->objectName().startsWith(u"qt_"))
+            continue;
+        QVERIFY2(!widget->accessibleName().isEmpty(), widget->metaObject()->className());
+        QVERIFY2(!widget->toolTip().isEmpty() || qobject_cast<const QPlainTextEdit *>(widget),
+                 qPrintable(widget->objectName()));
+    }
+    QVERIFY(letters.size() > 12);
+    QCOMPARE(letters.removeDuplicates(), 0);
 }
 
 QTEST_MAIN(TestWindowImport)
