@@ -92,7 +92,7 @@ void UserFiles::writeSet(const QString &name, const Set &set, const QStringList 
                                   writeSet(name, set, there);
                               }});
     const QList<FileToSave> files = filesOf(name, set);
-    if (const std::optional<UnsavedTogether> unsaved = saveTogether(files))
+    if (const std::optional<UnsavedTogether> unsaved = ::saveTogether(files, Replacing::Allowed))
         return failed(unsaved->path, sentenceFor(*unsaved));
     QStringList saved;
     for (const FileToSave &file : files)

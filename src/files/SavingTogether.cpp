@@ -33,7 +33,7 @@ QStringList takeBack(Unfinished &places, qsizetype end, const QList<FileToSave> 
 
 } // namespace
 
-std::optional<UnsavedTogether> saveTogether(const QList<FileToSave> &files) {
+std::optional<UnsavedTogether> saveTogether(const QList<FileToSave> &files, Replacing replacing) {
     Unfinished places;
     for (const FileToSave &file : files) {
         Result<UnfinishedFile> written =
@@ -45,7 +45,7 @@ std::optional<UnsavedTogether> saveTogether(const QList<FileToSave> &files) {
         places.push_back(*std::move(written));
     }
     for (qsizetype i = 0; i < files.size(); ++i) {
-        const Result<void> taken = places[size_t(i)].takePlaceForNow();
+        const Result<void> taken = places[size_t(i)].takePlaceForNow(replacing);
         if (!taken)
             return UnsavedTogether{files.at(i).path, *taken.failure(), takeBack(places, i, files)};
     }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/Result.h"
+#include "files/UnfinishedFile.h"
 
 #include <QByteArray>
 #include <QList>
@@ -29,9 +30,10 @@ struct UnsavedTogether {
 
 /// Saves all of \a files, each by the rules of saveWholeFile(), or none of them: all are on the
 /// disk before the first takes its place, and when one cannot take its own, those before it go back
-/// to what was there. Two files for one place are a failure of the second. Nothing is given when
-/// all were saved.
+/// to what was there. A file that is there already and may not be replaced is a failure, and two
+/// files for one place are one of the second. Nothing is given when all were saved.
 ///
 /// A program that is killed between the first and the last may leave some of them saved; the
 /// older ones then lie beside them.
-[[nodiscard]] std::optional<UnsavedTogether> saveTogether(const QList<FileToSave> &files);
+[[nodiscard]] std::optional<UnsavedTogether> saveTogether(const QList<FileToSave> &files,
+                                                          Replacing replacing);

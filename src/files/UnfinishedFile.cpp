@@ -80,6 +80,23 @@ bool exchangeNames(const QByteArray &one, const QByteArray &other) {
 #endif
 }
 
+/// Renames without replacing anything; EEXIST tells that there is something.
+bool renameToFree(const QByteArray &from, const QByteArray &to) {
+#ifdef RENAME_NOREPLACE
+    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
+        return true;
+    if (errno != EINVAL && errno != ENOSYS)
+        return false;
+#endif
+    // Not every file system can promise it.
+    struct stat facts = {};
+    if (::lstat(to.constData(), &facts) == 0) {
+        errno = EEXIST;
+        return false;
+    }
+    return ::rename(from.constData(), to.constData()) == 0;
+}
+
 bool canBeLinked(int file) {
     struct stat facts = {};
     return ::stat(pathOf(file).constData(), &facts) == 0;
@@ -137,9 +154,15 @@ Result<void> UnfinishedFile::takePlace(Durability durability) {
     return {};
 }
 
-Result<void> UnfinishedFile::takePlaceForNow() {
+Result<void> UnfinishedFile::takePlaceForNow(Replacing replacing) {
     if (const Result<void> named = takeName(); !named)
         return named;
+    if (replacing == Replacing::Refused) {
+        if (!renameToFree(name_, path_))
+            return Failure::ofSystem(errno);
+        name_.clear();
+        return {};
+    }
     if (isFolder(path_))
         return Failure::ofSystem(EISDIR);
     if (exchangeNames(name_, path_))

@@ -10,6 +10,9 @@
 #include <QByteArray>
 #include <QString>
 
+/// Whether files that are there already may be replaced.
+enum class Replacing { Allowed, Refused };
+
 /// A file that is being written beside the one whose place it is to take. Where the file system
 /// can do so it has no name until then, so that a program that is killed leaves nothing behind;
 /// else, and for the moment of taking the place, its name bears this program's mark.
@@ -29,8 +32,8 @@ public:
     /// more than the program (\a durability), the disk is left alone.
     Result<void> takePlace(Durability durability = Durability::PowerFailure);
     /// The same, but the older file is kept under a name with the mark for as long as this lives,
-    /// so that giveBackPlace() can put it back.
-    Result<void> takePlaceForNow();
+    /// so that giveBackPlace() can put it back. Where it may not be replaced, that is a failure.
+    Result<void> takePlaceForNow(Replacing replacing);
     /// Puts the older file back, or none where there was none. Only once, and only after
     /// takePlaceForNow() has worked. After a failure an older file keeps the name with the mark.
     Result<void> giveBackPlace();

@@ -27,6 +27,7 @@ private slots:
     void secondIsAFolder_savesNone();
     void folderInTheLastPlace_takesTheOthersBack();
     void samePlaceTwice_savesNone();
+    void olderThatMayNotBeReplaced_savesNone();
     void none_isNoFailure();
     void oneCallFails_savesAllOrNone();
     void withoutExchange_itIsTheSame();
@@ -62,7 +63,7 @@ QStringList TestSavingTogether::content() const {
 }
 
 void TestSavingTogether::all_areSaved() {
-    QVERIFY(!saveTogether(files()));
+    QVERIFY(!saveTogether(files(), Replacing::Allowed));
     QCOMPARE(content(), contentAfter());
 }
 
@@ -71,7 +72,8 @@ void TestSavingTogether::older_keepPermissionsAndLinks() {
     QVERIFY(QDir(folder_->path()).mkdir(u"links"_s));
     const QString link = path(u"links/b.bin"_s);
     QVERIFY(QFile::link(path(u"b.bin"_s), link));
-    QVERIFY(!saveTogether({{path(u"a.bin"_s), "new a"}, {link, "new b"}, {path(u"c.bin"_s), "c"}}));
+    QVERIFY(!saveTogether({{path(u"a.bin"_s), "new a"}, {link, "new b"}, {path(u"c.bin"_s), "c"}},
+                          Replacing::Allowed));
     QCOMPARE(content(), contentAfter());
     QCOMPARE(QFileInfo(link).symLinkTarget(), path(u"b.bin"_s));
     struct stat facts = {};
@@ -81,7 +83,8 @@ void TestSavingTogether::older_keepPermissionsAndLinks() {
 
 void TestSavingTogether::secondWithoutFolder_savesNone() {
     const QString nowhere = path(u"none/b.bin"_s);
-    const auto unsaved = saveTogether({{path(u"a.bin"_s), "new a"}, {nowhere, "new b"}});
+    const auto unsaved =
+        saveTogether({{path(u"a.bin"_s), "new a"}, {nowhere, "new b"}}, Replacing::Allowed);
     QVERIFY(unsaved);
     QCOMPARE(unsaved->path, nowhere);
     QCOMPARE(unsaved->failure.reason, u"No such file or directory"_s);
@@ -90,7 +93,7 @@ void TestSavingTogether::secondWithoutFolder_savesNone() {
 
 void TestSavingTogether::secondIsAFolder_savesNone() {
     QVERIFY(QDir(folder_->path()).mkdir(u"c.bin"_s));
-    const auto unsaved = saveTogether(files());
+    const auto unsaved = saveTogether(files(), Replacing::Allowed);
     QVERIFY(unsaved);
     QCOMPARE(unsaved->path, path(u"c.bin"_s));
     QCOMPARE(content(), contentBefore());
@@ -101,7 +104,7 @@ void TestSavingTogether::folderInTheLastPlace_takesTheOthersBack() {
     bool isThere = false;
     for (int call = 1; !isThere; ++call) {
         const FailingCalls failing(call, [this] { QDir(folder_->path()).mkdir(u"c.bin"_s); });
-        const auto unsaved = saveTogether(files());
+        const auto unsaved = saveTogether(files(), Replacing::Allowed);
         isThere = failing.hasStruck() && failing.struckCall() == "renameat2";
         if (isThere) {
             QVERIFY(unsaved);
@@ -116,14 +119,26 @@ void TestSavingTogether::folderInTheLastPlace_takesTheOthersBack() {
 void TestSavingTogether::samePlaceTwice_savesNone() {
     const QString link = path(u"link"_s);
     QVERIFY(QFile::link(path(u"b.bin"_s), link));
-    const auto unsaved = saveTogether({{path(u"b.bin"_s), "new b"}, {link, "other"}});
+    const auto unsaved =
+        saveTogether({{path(u"b.bin"_s), "new b"}, {link, "other"}}, Replacing::Allowed);
     QVERIFY(unsaved);
     QCOMPARE(unsaved->path, link);
     QCOMPARE(readWholeFile(path(u"b.bin"_s)), QByteArray("old b"));
 }
 
+void TestSavingTogether::olderThatMayNotBeReplaced_savesNone() {
+    const auto unsaved = saveTogether(files(), Replacing::Refused);
+    QVERIFY(unsaved);
+    QCOMPARE(unsaved->path, path(u"b.bin"_s));
+    QCOMPARE(unsaved->failure.reason, u"File exists"_s);
+    QCOMPARE(content(), contentBefore());
+    QVERIFY(QFile::remove(path(u"b.bin"_s)));
+    QVERIFY(!saveTogether(files(), Replacing::Refused));
+    QCOMPARE(content(), contentAfter());
+}
+
 void TestSavingTogether::none_isNoFailure() {
-    QVERIFY(!saveTogether({}));
+    QVERIFY(!saveTogether({}, Replacing::Allowed));
     QCOMPARE(content(), contentBefore());
 }
 
@@ -147,7 +162,7 @@ void TestSavingTogether::oneCallFails_savesAllOrNone() {
         QByteArray name;
         {
             const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
-            unsaved = saveTogether(files());
+            unsaved = saveTogether(files(), Replacing::Allowed);
             struck = failing.hasStruck();
             name = failing.struckCall();
         }
@@ -167,7 +182,7 @@ void TestSavingTogether::withoutExchange_itIsTheSame() {
         {
             FailingCalls failing("renameat2", 1, FailingCalls::Mishap::Kills, EINVAL);
             failing.failAgain(later);
-            unsaved = saveTogether(files());
+            unsaved = saveTogether(files(), Replacing::Allowed);
             QVERIFY(failing.hasStruck());
         }
         verifyAllOrNone(unsaved, "unlink");
@@ -180,7 +195,8 @@ void TestSavingTogether::whatCannotBeTakenBack_isNamedAndKept() {
     std::optional<UnsavedTogether> unsaved;
     {
         const FailingCalls failing("rename", 2, FailingCalls::Mishap::Kills, EIO);
-        unsaved = saveTogether({{path(u"b.bin"_s), "new b"}, {path(u"a.bin"_s), "new a"}});
+        unsaved = saveTogether({{path(u"b.bin"_s), "new b"}, {path(u"a.bin"_s), "new a"}},
+                               Replacing::Allowed);
     }
     QVERIFY(unsaved);
     QCOMPARE(unsaved->path, path(u"a.bin"_s));
