@@ -69,8 +69,8 @@ QString hintFor(const QString &tab) {
 /// An empty grid says what to do, to the eye and to assistive technology.
 void hintInEmptyGrid(Ui::MainWindow &c) {
     const auto hint = [grid = c.tableview, tabs = c.tabview] {
-        grid->setHint(hintFor(tabs->selectedTabViewItem().identifier));
-        grid->setAccessibleDescription(grid->shownHint());
+        grid->hint().setText(hintFor(tabs->selectedTabViewItem().identifier));
+        grid->setAccessibleDescription(grid->hint().shown());
     };
     QObject::connect(c.tableview->gridModel(), &GridModel::modelReset, c.tableview, hint);
     QObject::connect(c.tableview->gridModel(), &GridModel::rowsInserted, c.tableview, hint);

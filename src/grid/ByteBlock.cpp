@@ -9,29 +9,29 @@
 
 namespace {
 
-qint64 unclamped(ByteStep step, qint64 offset, int rowsInPage, qint64 count) {
+qint64 unclamped(GridStep step, qint64 offset, int rowsInPage, qint64 count) {
     const qint64 rowStart = offset - offset % bytesInRow;
     const qint64 page = qint64(rowsInPage) * bytesInRow;
     switch (step) {
-    case ByteStep::Back:
+    case GridStep::Back:
         return offset - 1;
-    case ByteStep::On:
+    case GridStep::On:
         return offset + 1;
-    case ByteStep::RowUp:
+    case GridStep::RowUp:
         return offset - bytesInRow;
-    case ByteStep::RowDown:
+    case GridStep::RowDown:
         return offset + bytesInRow;
-    case ByteStep::PageUp:
+    case GridStep::PageUp:
         return offset - page;
-    case ByteStep::PageDown:
+    case GridStep::PageDown:
         return offset + page;
-    case ByteStep::RowStart:
+    case GridStep::RowStart:
         return rowStart;
-    case ByteStep::RowEnd:
+    case GridStep::RowEnd:
         return rowStart + bytesInRow - 1;
-    case ByteStep::First:
+    case GridStep::First:
         return 0;
-    case ByteStep::Last:
+    case GridStep::Last:
         break;
     }
     return count - 1;
@@ -50,6 +50,6 @@ std::optional<ByteBlock> clipped(const ByteBlock &block, qint64 count) {
     return ByteBlock{std::min(block.anchor, count - 1), std::min(block.lead, count - 1)};
 }
 
-qint64 byteAfter(ByteStep step, qint64 offset, int rowsInPage, qint64 count) {
+qint64 byteAfter(GridStep step, qint64 offset, int rowsInPage, qint64 count) {
     return std::clamp<qint64>(unclamped(step, offset, rowsInPage, count), 0, count - 1);
 }

@@ -22,9 +22,9 @@ struct ByteBlock {
 /// What is left of \a block where there are \a count bytes; nothing if that is none of it.
 std::optional<ByteBlock> clipped(const ByteBlock &block, qint64 count);
 
-/// A movement through the bytes.
-enum class ByteStep { Back, On, RowUp, RowDown, PageUp, PageDown, RowStart, RowEnd, First, Last };
+/// A movement through the grid.
+enum class GridStep { Back, On, RowUp, RowDown, PageUp, PageDown, RowStart, RowEnd, First, Last };
 
 /// Where \a step leads from \a offset among \a count bytes, of which there must be one; the nearest
 /// byte where it would lead beyond them. \a rowsInPage is what the view shows at once.
-qint64 byteAfter(ByteStep step, qint64 offset, int rowsInPage, qint64 count);
+qint64 byteAfter(GridStep step, qint64 offset, int rowsInPage, qint64 count);

@@ -49,6 +49,14 @@ void tellCursor(GridView &view, const QModelIndex &cell) {
     QAccessible::updateAccessibility(&event);
 }
 
+void tellCursorSoon(GridView &view) {
+    const auto tell = [&view] {
+        if (view.hasFocus() && view.currentIndex().isValid())
+            tellCursor(view, view.currentIndex());
+    };
+    QMetaObject::invokeMethod(&view, tell, Qt::QueuedConnection);
+}
+
 void tellSelection(GridView &view) {
     if (!QAccessible::isActive())
         return;

@@ -80,6 +80,9 @@ private:
 
 /// Tells assistive technology that the cursor has come to \a cell.
 void tellCursor(GridView &view, const QModelIndex &cell);
+/// Tells assistive technology where the cursor of \a view is, once it has heard that the view has
+/// the focus: the toolkit tells of the table alone.
+void tellCursorSoon(GridView &view);
 /// Tells assistive technology that other rows or bytes are selected.
 void tellSelection(GridView &view);
 

@@ -6,7 +6,13 @@
 #include "grid/CellEditor.h"
 #include "grid/GridModel.h"
 
+#include <QAction>
 #include <QKeyEvent>
+
+GridDelegate::GridDelegate(QObject *parent)
+    : QStyledItemDelegate(parent), moveOn_(new QAction(tr("&Move on after two digits"), this)) {
+    moveOn_->setCheckable(true);
+}
 
 QWidget *GridDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
                                     const QModelIndex &index) const {

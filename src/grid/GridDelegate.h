@@ -7,16 +7,20 @@
 #include <QStyledItemDelegate>
 
 class CellEditor;
+class QAction;
 
 /// Opens the grid's cells for typing. It paints nothing: the view paints its rows itself.
 class GridDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    explicit GridDelegate(QObject *parent);
 
     /// The editor that was opened last, as long as it exists.
     CellEditor *lastEditor() const { return editor_; }
+
+    /// The choice whether two digits end an entry that a key has opened.
+    QAction *moveOnAction() const { return moveOn_; }
 
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
                           const QModelIndex &index) const override;
@@ -35,5 +39,6 @@ private:
     /// Ends the entry that is typed by carrying it out.
     void takeEntry();
 
+    QAction *moveOn_;
     mutable QPointer<CellEditor> editor_;
 };

@@ -13,25 +13,25 @@
 
 namespace {
 
-std::optional<ByteStep> stepOf(const QKeyEvent &key) {
+std::optional<GridStep> stepOf(const QKeyEvent &key) {
     const bool toTheEnds = key.modifiers().testFlag(Qt::ControlModifier);
     switch (key.key()) {
     case Qt::Key_Left:
-        return ByteStep::Back;
+        return GridStep::Back;
     case Qt::Key_Right:
-        return ByteStep::On;
+        return GridStep::On;
     case Qt::Key_Up:
-        return ByteStep::RowUp;
+        return GridStep::RowUp;
     case Qt::Key_Down:
-        return ByteStep::RowDown;
+        return GridStep::RowDown;
     case Qt::Key_PageUp:
-        return ByteStep::PageUp;
+        return GridStep::PageUp;
     case Qt::Key_PageDown:
-        return ByteStep::PageDown;
+        return GridStep::PageDown;
     case Qt::Key_Home:
-        return toTheEnds ? ByteStep::First : ByteStep::RowStart;
+        return toTheEnds ? GridStep::First : GridStep::RowStart;
     case Qt::Key_End:
-        return toTheEnds ? ByteStep::Last : ByteStep::RowEnd;
+        return toTheEnds ? GridStep::Last : GridStep::RowEnd;
     default:
         return std::nullopt;
     }

@@ -56,3 +56,32 @@ QModelIndex previousByteCell(const QModelIndex &cell) {
         return cell.siblingAtColumn(cell.column() - 1);
     return cell.sibling(cell.row() - 1, lastByteColumn);
 }
+
+QModelIndex cellAfter(GridStep step, const GridModel &model, const QModelIndex &cell,
+                      int rowsInPage) {
+    const qint64 row = cell.row();
+    const int column = cell.column();
+    switch (step) {
+    case GridStep::Back:
+        return nearestCell(model, row, column - 1);
+    case GridStep::On:
+        return nearestCell(model, row, column + 1);
+    case GridStep::RowUp:
+        return nearestCell(model, row - 1, column);
+    case GridStep::RowDown:
+        return nearestCell(model, row + 1, column);
+    case GridStep::PageUp:
+        return nearestCell(model, row - rowsInPage, column);
+    case GridStep::PageDown:
+        return nearestCell(model, row + rowsInPage, column);
+    case GridStep::RowStart:
+        return firstCellOf(model, cell.row());
+    case GridStep::RowEnd:
+        return lastCellOf(model, cell.row());
+    case GridStep::First:
+        return firstCellOf(model, 0);
+    case GridStep::Last:
+        break;
+    }
+    return lastCell(model);
+}

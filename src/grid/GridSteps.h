@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "grid/ByteBlock.h"
 #include "grid/GridModel.h"
 
 #include <optional>
@@ -27,3 +28,7 @@ QModelIndex lastCell(const GridModel &model);
 QModelIndex nextByteCell(const QModelIndex &cell);
 /// The last byte cell before \a cell; invalid before the first.
 QModelIndex previousByteCell(const QModelIndex &cell);
+/// Where \a step leads from \a cell, or the cell nearest to that; \a rowsInPage is what the view
+/// shows at once.
+QModelIndex cellAfter(GridStep step, const GridModel &model, const QModelIndex &cell,
+                      int rowsInPage);

@@ -15,7 +15,6 @@
 #include "widgets/FixedFont.h"
 #include "widgets/ViewPlace.h"
 
-#include <QAction>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPaintEvent>
@@ -30,8 +29,7 @@ GridView::GridView(QWidget *parent)
       header_(new GridHeader(this)),
       delegate_(new GridDelegate(this)),
       selection_(new GridSelection(*this)),
-      copying_(new GridCopying(*this)),
-      moveOn_(new QAction(tr("&Move on after two digits"), this)) {
+      copying_(new GridCopying(*this)) {
     setLayoutDirection(Qt::LeftToRight);
     setItemDelegate(delegate_);
     setSelectionBehavior(SelectRows);
@@ -46,7 +44,6 @@ GridView::GridView(QWidget *parent)
         updateGeometries();
         viewport()->update();
     });
-    moveOn_->setCheckable(true);
     new GridDrag(*this, *selection_);
     connect(selection_, &GridSelection::changed, this, &GridView::selectedBytesChanged);
     applyFont();
@@ -151,16 +148,9 @@ void GridView::currentChanged(const QModelIndex &current, const QModelIndex &pre
         tellCursor(*this, current);
 }
 
-// Behind what the toolkit tells of the focus: that is the table, and nobody would hear of the cell.
 void GridView::focusInEvent(QFocusEvent *event) {
     QAbstractItemView::focusInEvent(event);
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            if (hasFocus() && currentIndex().isValid())
-                tellCursor(*this, currentIndex());
-        },
-        Qt::QueuedConnection);
+    tellCursorSoon(*this);
 }
 
 void GridView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) {
@@ -179,28 +169,7 @@ void GridView::paintEvent(QPaintEvent *event) {
     const qint64 last = std::min<qint64>(shown.at(area.bottom()), rows() - 1);
     for (qint64 row = std::max<qint64>(shown.at(area.top()), 0); row <= last; ++row)
         rowPainter.paintRow(int(row), shown.edgeOf(row), area);
-    paintHint(painter);
-}
-
-void GridView::setHint(const QString &hint) {
-    hint_ = hint;
-    viewport()->update();
-}
-
-QString GridView::shownHint() const {
-    return model_ && model_->isBlank() ? hint_ : QString();
-}
-
-void GridView::paintHint(QPainter &painter) const {
-    const int top = rows() * rowHeight_;
-    const QRect room = viewport()->rect().adjusted(rowHeight_, top, -rowHeight_, 0);
-    // All of it said: what a font leaves open the painter takes from the grid's fixed one.
-    QFont words = QGuiApplication::font();
-    words.setFamily(words.family());
-    words.setPointSizeF(words.pointSizeF());
-    painter.setFont(words);
-    painter.setPen(palette().color(QPalette::Text));
-    painter.drawText(room, int(Qt::AlignCenter) | int(Qt::TextWordWrap), shownHint());
+    hint_.paint(painter);
 }
 
 void GridView::addMarks(const GridMarks &marks) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "grid/CellEdit.h"
+#include "grid/GridHint.h"
 #include "grid/GridModel.h"
 #include "grid/GridRows.h"
 
@@ -52,10 +53,8 @@ public:
     /// What the columns are titled as.
     void setHeading(GridHeading heading);
 
-    /// What the grid says, below its rows, while the source has nothing to show.
-    void setHint(const QString &hint);
-    /// The hint, while it is said; empty otherwise.
-    QString shownHint() const;
+    /// What is said while the source has nothing to show.
+    GridHint &hint() { return hint_; }
 
     /// Shows the source's contents anew. Scroll position, cursor and selection stay where the
     /// rows still exist.
@@ -87,7 +86,7 @@ public:
 
     /// The choice whether two hexadecimal digits, typed into a cell that a key has opened, end the
     /// entry as Enter does. Off at first.
-    QAction *moveOnAction() const { return moveOn_; }
+    QAction *moveOnAction() const;
     using QAbstractItemView::edit;
 
     /// Commits the entry that is being typed, if there is one that differs from what its cell
@@ -152,19 +151,13 @@ private:
     int rows() const;
     GridRows shownRows() const;
     void applyFont();
-    void paintHint(QPainter &painter) const;
-    void updateVerticalScrollBar();
-    void updateHorizontalScrollBar();
-    QModelIndex cellAfterEditing(const QWidget *editor,
-                                 QAbstractItemDelegate::EndEditHint hint) const;
 
     GridModel *model_ = nullptr;
     GridHeader *header_;
     GridDelegate *delegate_;
     GridSelection *selection_;
     GridCopying *copying_;
-    QAction *moveOn_;
-    QString hint_;
+    GridHint hint_{*this};
     int rowHeight_ = 1;
     bool layingOut_ = false;
 };

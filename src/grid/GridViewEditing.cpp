@@ -6,6 +6,7 @@
 #include "grid/GridView.h"
 
 #include "grid/CellEditor.h"
+#include "grid/EntryEnd.h"
 #include "grid/GridDelegate.h"
 #include "grid/GridSteps.h"
 #include "widgets/ViewPlace.h"
@@ -14,6 +15,7 @@
 #include <QKeyEvent>
 
 #include <algorithm>
+#include <map>
 
 QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     if (rows() == 0)
@@ -23,35 +25,19 @@ QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
         return model_->index(shownRows().top, firstByteColumn);
 
     const bool toTheEnds = modifiers & Qt::ControlModifier;
-    const int lastColumn = gridColumns - 1;
-    const int row = current.row();
-    const int column = current.column();
-    const auto cell = [this](qint64 toRow, int toColumn) {
-        return nearestCell(*model_, toRow, toColumn);
+    const std::map<CursorAction, GridStep> steps = {
+        {MoveUp, GridStep::RowUp},
+        {MoveDown, GridStep::RowDown},
+        {MoveLeft, GridStep::Back},
+        {MoveRight, GridStep::On},
+        {MoveHome, toTheEnds ? GridStep::First : GridStep::RowStart},
+        {MoveEnd, toTheEnds ? GridStep::Last : GridStep::RowEnd},
+        {MovePageUp, GridStep::PageUp},
+        {MovePageDown, GridStep::PageDown},
+        {MoveNext, GridStep::On},
+        {MovePrevious, GridStep::Back},
     };
-    switch (action) {
-    case MoveUp:
-        return cell(qint64(row) - 1, column);
-    case MoveDown:
-        return cell(qint64(row) + 1, column);
-    case MoveLeft:
-        return cell(row, column - 1);
-    case MoveRight:
-        return cell(row, column + 1);
-    case MovePageUp:
-        return cell(qint64(row) - shownRows().inPage(), column);
-    case MovePageDown:
-        return cell(qint64(row) + shownRows().inPage(), column);
-    case MoveHome:
-        return firstCellOf(*model_, toTheEnds ? 0 : row);
-    case MoveEnd:
-        return toTheEnds ? lastCell(*model_) : lastCellOf(*model_, row);
-    case MoveNext:
-        return column == lastColumn && row + 1 < rows() ? cell(row + 1, 0) : cell(row, column + 1);
-    case MovePrevious:
-        return column == 0 && row > 0 ? cell(row - 1, lastColumn) : cell(row, column - 1);
-    }
-    return current;
+    return cellAfter(steps.at(action), *model_, current, shownRows().inPage());
 }
 
 void GridView::setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command) {
@@ -77,6 +63,10 @@ QItemSelectionModel::SelectionFlags GridView::selectionCommand(const QModelIndex
     return QAbstractItemView::selectionCommand(index, event);
 }
 
+QAction *GridView::moveOnAction() const {
+    return delegate_->moveOnAction();
+}
+
 CellEditor *GridView::openEditor() const {
     return state() == EditingState ? delegate_->lastEditor() : nullptr;
 }
@@ -85,7 +75,7 @@ bool GridView::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event
     const bool opens = QAbstractItemView::edit(index, trigger, event);
     CellEditor *editor = opens && trigger == AnyKeyPressed ? openEditor() : nullptr;
     if (editor && index.column() != charactersColumn)
-        editor->setEndsWithTwoDigits(moveOn_->isChecked());
+        editor->setEndsWithTwoDigits(moveOnAction()->isChecked());
     return opens;
 }
 
@@ -105,30 +95,11 @@ void GridView::showEdit(const CellEdit &edit, ByteRange changed) {
 }
 
 void GridView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) {
-    const QModelIndex next = cellAfterEditing(editor, hint);
+    const auto *field = qobject_cast<CellEditor *>(editor);
+    const bool isOverACell = field && currentIndex().isValid();
+    const QModelIndex next =
+        isOverACell ? cellAfterEntry(*model_, currentIndex(), *field, hint) : QModelIndex();
     QAbstractItemView::closeEditor(editor, QAbstractItemDelegate::NoHint);
     if (next.isValid())
         moveTo(next);
-}
-
-QModelIndex GridView::cellAfterEditing(const QWidget *editor,
-                                       QAbstractItemDelegate::EndEditHint hint) const {
-    const auto *field = qobject_cast<const CellEditor *>(editor);
-    if (!field || !currentIndex().isValid())
-        return {};
-    switch (hint) {
-    case QAbstractItemDelegate::EditPreviousItem:
-        return previousByteCell(currentIndex());
-    case QAbstractItemDelegate::EditNextItem:
-    case QAbstractItemDelegate::SubmitModelCache:
-        break;
-    default:
-        return {};
-    }
-    if (const CellEditOutcome &edit = field->edit())
-        return edit->rejected ? QModelIndex() : cellOfByte(*model_, edit->written().end());
-    // The source made nothing of the entry. The value that was there already, typed again, counts
-    // as an entry all the same, so that whoever types byte after byte need not look up.
-    const bool goesOn = hint == QAbstractItemDelegate::EditNextItem || field->isModified();
-    return goesOn && !field->wasCommitted() ? nextByteCell(currentIndex()) : QModelIndex();
 }

@@ -21,6 +21,13 @@ constexpr int rowPadding = 4;
 /// Rows that a window of the preferred size shows.
 constexpr int preferredRows = 16;
 
+/// Lets \a bar reach all of what there is, of which a \a page shows at once.
+void fit(QScrollBar &bar, int step, int page, int all) {
+    bar.setSingleStep(step);
+    bar.setPageStep(page);
+    bar.setRange(0, std::max(0, all - page));
+}
+
 } // namespace
 
 void GridView::applyFont() {
@@ -113,26 +120,11 @@ void GridView::updateGeometries() {
     const QRect area = viewport()->geometry();
     header_->setGeometry(area.left(), area.top() - height, area.width(), height);
     header_->fill(area.width());
-    updateVerticalScrollBar();
-    updateHorizontalScrollBar();
+    fit(*verticalScrollBar(), 1, shownRows().inPage(), rows());
+    fit(*horizontalScrollBar(), header_->sectionSizeHint(firstByteColumn), viewport()->width(),
+        header_->length());
     QAbstractItemView::updateGeometries();
     updateEditorGeometries();
-}
-
-void GridView::updateVerticalScrollBar() {
-    QScrollBar *bar = verticalScrollBar();
-    const int page = shownRows().inPage();
-    bar->setSingleStep(1);
-    bar->setPageStep(page);
-    bar->setRange(0, std::max(0, rows() - page));
-}
-
-void GridView::updateHorizontalScrollBar() {
-    QScrollBar *bar = horizontalScrollBar();
-    const int width = viewport()->width();
-    bar->setSingleStep(header_->sectionSizeHint(firstByteColumn));
-    bar->setPageStep(width);
-    bar->setRange(0, std::max(0, header_->length() - width));
 }
 
 void GridView::scrollContentsBy(int, int) {

@@ -35,32 +35,32 @@ void TestByteBlock::clipping_keepsWhatIsThere() {
 
 /// Among 100 bytes, 4 rows of 16 in a page.
 void TestByteBlock::steps_data() {
-    QTest::addColumn<ByteStep>("step");
+    QTest::addColumn<GridStep>("step");
     QTest::addColumn<qint64>("from");
     QTest::addColumn<qint64>("to");
-    const auto row = [](const char *name, ByteStep step, qint64 from, qint64 to) {
+    const auto row = [](const char *name, GridStep step, qint64 from, qint64 to) {
         QTest::newRow(name) << step << from << to;
     };
-    row("back", ByteStep::Back, 16, 15);
-    row("back from the first", ByteStep::Back, 0, 0);
-    row("on", ByteStep::On, 15, 16);
-    row("on from the last", ByteStep::On, 99, 99);
-    row("a row up", ByteStep::RowUp, 37, 21);
-    row("a row up from the first one", ByteStep::RowUp, 5, 0);
-    row("a row down", ByteStep::RowDown, 37, 53);
-    row("a row down to one that is not full", ByteStep::RowDown, 90, 99);
-    row("a page up", ByteStep::PageUp, 90, 26);
-    row("a page down", ByteStep::PageDown, 3, 67);
-    row("a page down beyond the last", ByteStep::PageDown, 67, 99);
-    row("start of the row", ByteStep::RowStart, 37, 32);
-    row("end of the row", ByteStep::RowEnd, 37, 47);
-    row("end of the last row", ByteStep::RowEnd, 96, 99);
-    row("first", ByteStep::First, 37, 0);
-    row("last", ByteStep::Last, 37, 99);
+    row("back", GridStep::Back, 16, 15);
+    row("back from the first", GridStep::Back, 0, 0);
+    row("on", GridStep::On, 15, 16);
+    row("on from the last", GridStep::On, 99, 99);
+    row("a row up", GridStep::RowUp, 37, 21);
+    row("a row up from the first one", GridStep::RowUp, 5, 0);
+    row("a row down", GridStep::RowDown, 37, 53);
+    row("a row down to one that is not full", GridStep::RowDown, 90, 99);
+    row("a page up", GridStep::PageUp, 90, 26);
+    row("a page down", GridStep::PageDown, 3, 67);
+    row("a page down beyond the last", GridStep::PageDown, 67, 99);
+    row("start of the row", GridStep::RowStart, 37, 32);
+    row("end of the row", GridStep::RowEnd, 37, 47);
+    row("end of the last row", GridStep::RowEnd, 96, 99);
+    row("first", GridStep::First, 37, 0);
+    row("last", GridStep::Last, 37, 99);
 }
 
 void TestByteBlock::steps() {
-    QFETCH(ByteStep, step);
+    QFETCH(GridStep, step);
     QFETCH(qint64, from);
     QFETCH(qint64, to);
     QCOMPARE(byteAfter(step, from, 4, 100), to);

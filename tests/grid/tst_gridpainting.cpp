@@ -326,13 +326,13 @@ void TestGridPainting::hint_isShownWhileThereIsNothingElse() {
                           whole.height() - grid.view.rowHeight());
     };
     QCOMPARE(ink(below()), 0);
-    grid.view.setHint(QStringLiteral("Nothing here"));
+    grid.view.hint().setText(QStringLiteral("Nothing here"));
     QVERIFY(ink(below()) > 0);
-    QCOMPARE(grid.view.shownHint(), QStringLiteral("Nothing here"));
+    QCOMPARE(grid.view.hint().shown(), QStringLiteral("Nothing here"));
     grid.source.bytes = "A";
     grid.view.reloadData();
     QCOMPARE(ink(below()), 0);
-    QCOMPARE(grid.view.shownHint(), QString());
+    QCOMPARE(grid.view.hint().shown(), QString());
 }
 
 QTEST_MAIN(TestGridPainting)

@@ -238,12 +238,12 @@ void TestWindowStart::emptyGrid_saysWhatToDo() {
     velm.start();
     GridView *grid = velm.controls().tableview;
     velm.controls().tabview->selectTabViewItem(tab);
-    QTRY_VERIFY2(grid->shownHint().contains(words), qPrintable(grid->shownHint()));
-    QCOMPARE(grid->accessibleDescription(), grid->shownHint());
+    QTRY_VERIFY2(grid->hint().shown().contains(words), qPrintable(grid->hint().shown()));
+    QCOMPARE(grid->accessibleDescription(), grid->hint().shown());
     velm.controls().tabview->selectTabViewItem(readTabIdentifier());
     velm.click(velm.controls().btn_read);
     velm.settle();
-    QCOMPARE(grid->shownHint(), QString());
+    QCOMPARE(grid->hint().shown(), QString());
     QCOMPARE(grid->accessibleDescription(), QString());
 }
 
