@@ -57,8 +57,8 @@ ExportWindow::ExportWindow(const Offers &offers, QWidget *window)
         field->setFont(fixed);
     c.order->setUp(OrderBox::Way::Split, offers.chip);
     c.name->setText(QDir::toNativeSeparators(offers.path));
-    c.labels->setFixedHeight(labelLines * c.labels->fontMetrics().lineSpacing() +
-                             2 * c.labels->frameWidth());
+    const int around = c.labels->frameWidth() + int(c.labels->document()->documentMargin());
+    c.labels->setFixedHeight(labelLines * c.labels->fontMetrics().lineSpacing() + 2 * around);
     c.format->setFocus();
     connectControls();
     choosesOtherFiles();

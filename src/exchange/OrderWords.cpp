@@ -59,11 +59,9 @@ QString lengthsWords(const QList<qint64> &lengths) {
 }
 
 QString missingWords(int wanted, qsizetype there) {
-    return wanted > there ? Wording::tr("%1 parts are to be joined, and %2 of them are there: add "
-                                        "the others.")
-                                .arg(QString::number(wanted), QString::number(there))
-                          : Wording::tr("%1 parts are to be joined, and %2 are there: remove some.")
-                                .arg(QString::number(wanted), QString::number(there));
+    const QString sentence = there < wanted ? Wording::tr("Parts: %1 of %2. Add the others.")
+                                            : Wording::tr("Parts: %1 for %2. Remove some.");
+    return sentence.arg(QString::number(there), QString::number(wanted));
 }
 
 QString groupsWords(int group, qint64 length) {

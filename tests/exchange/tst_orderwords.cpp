@@ -108,8 +108,8 @@ void TestOrderWords::trouble_isSaidWithTheLengths_data() {
                         const char *sentence) {
         QTest::newRow(sentence) << arrangement << lengths << QString::fromLatin1(sentence);
     };
-    row({halves}, {8192}, "2 parts are to be joined, and 1 of them are there: add the others.");
-    row({halves}, {8192, 8192, 8192}, "2 parts are to be joined, and 3 are there: remove some.");
+    row({halves}, {8192}, "Parts: 1 of 2. Add the others.");
+    row({halves}, {8192, 8192, 8192}, "Parts: 3 for 2. Remove some.");
     row({halves}, {8192, 8191},
         "The parts have different lengths (8,192, 8,191 bytes), so nothing can be joined.");
     row({wideHalves}, {8191, 8191}, "A part of 8,191 bytes makes no whole units of 16 bits.");
