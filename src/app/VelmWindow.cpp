@@ -62,6 +62,8 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
                     [this] { return shownReport(); }}),
       fileImport_({window_, delegate_, files_, settings_, gate_, messages_, chipInquiry_}),
       fileExport_({window_, delegate_, files_, settings_, gate_, messages_, chipInquiry_}),
+      otherMemories_({window_, delegate_, files_, chipInquiry_, settings_, work_, gate_, messages_,
+                      surroundings.mayUseFolder}),
       nextSteps_({window_, delegate_, surroundings.settings, files_, gate_}),
       verdictLine_(runLog_, messages_, [this] { return shownNow(); }),
       progressView_(*window_.controls().busy),
@@ -73,6 +75,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
     WindowMenus menus = makeWindowMenus(window_, delegate_, work_, gate_, files_);
     fileImport_.addEntry(menus);
     fileExport_.addEntry(menus);
+    otherMemories_.addEntries(menus);
     wireBlocks({window_, delegate_, files_, gate_, messages_}, menus);
     runControls_.setActions(menus.offWhileRunning, menus.stop);
     settings_.setGuard([this] { return work_.isIdle(); });

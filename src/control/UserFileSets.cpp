@@ -6,7 +6,7 @@
 #include "control/UserFiles.h"
 
 #include "control/ActionGate.h"
-#include "files/SavingTogether.h"
+#include "settings/WindowMemory.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -43,6 +43,18 @@ QString folderOf(const QString &path) {
     return QDir::toNativeSeparators(QFileInfo(path).path());
 }
 
+QStringList pathsOf(const QList<FileToSave> &files) {
+    QStringList paths;
+    for (const FileToSave &file : files)
+        paths << file.path;
+    return paths;
+}
+
+/// That all of \a paths, in one folder, were written.
+QString savedSentence(const QStringList &paths) {
+    return UserFiles::tr("Saved in %1: %2.").arg(folderOf(paths.first()), fileNames(paths));
+}
+
 QString sentenceFor(const UnsavedTogether &unsaved) {
     const QString sentence = UserFiles::tr("Nothing was saved, since %1 could not be written: %2.")
                                  .arg(unsaved.path, unsaved.failure.reason);
@@ -67,7 +79,7 @@ void UserFiles::saveSet(QWidget *window, const Set &set) {
     request.typeName = set.typeName;
     const QString ending = set.parts.first().ending;
     request.extensions = {ending.sliced(1)};
-    ask(window, QStringLiteral("save"), request, [this, set, ending](const QString &path) {
+    ask(window, savePurpose, request, [this, set, ending](const QString &path) {
         writeSet(nameOfSet(path, ending), set, {path});
     });
 }
@@ -94,14 +106,40 @@ void UserFiles::writeSet(const QString &name, const Set &set, const QStringList 
     const QList<FileToSave> files = filesOf(name, set);
     if (const std::optional<UnsavedTogether> unsaved = ::saveTogether(files, Replacing::Allowed))
         return failed(unsaved->path, sentenceFor(*unsaved));
-    QStringList saved;
-    for (const FileToSave &file : files)
-        saved << file.path;
     const QStringList older = existing(name, set.absentEndings);
-    const QString sentence = tr("Saved in %1: %2.").arg(folderOf(name), fileNames(saved));
+    const QString sentence = savedSentence(pathsOf(files));
     messages_.say(
         Topic::Saving,
         older.isEmpty()
             ? sentence
             : tr("%1 Not of this set, but there already: %2.").arg(sentence, fileNames(older)));
+}
+
+void UserFiles::chooseNames(QWidget *window, const QString &path,
+                            const std::function<void(const QString &)> &chosen) {
+    const QFileInfo file(path);
+    FilePanelRequest request;
+    request.kind = FilePanelRequest::Kind::Save;
+    request.title = tr("Name of the files");
+    request.suggestedName = file.isAbsolute() ? path : file.fileName();
+    request.isWholeName = false;
+    ask(window, savePurpose, request, chosen);
+}
+
+QString UserFiles::saveTogether(const QList<FileToSave> &files, Replacing replacing,
+                                const QString &facts, const Messages::Action &action) {
+    if (const auto unsaved = ::saveTogether(files, replacing)) {
+        const QString sentence = sentenceFor(*unsaved);
+        failed(unsaved->path, sentence);
+        return sentence;
+    }
+    const QStringList paths = pathsOf(files);
+    memory_.setLastFolder(savePurpose, QFileInfo(paths.first()).path());
+    messages_.say(Topic::Saving, savedSentence(paths) + u' ' + facts, action);
+    return {};
+}
+
+QString UserFiles::folderForSaving() const {
+    const QString folder = memory_.lastFolder(savePurpose);
+    return folder.isEmpty() ? QDir::homePath() : folder;
 }

@@ -9,14 +9,12 @@
 #include "files/SuggestedName.h"
 #include "settings/WindowMemory.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 namespace {
 
 const QString openPurpose = QStringLiteral("open");
 const QString toolPurpose = QStringLiteral("tool");
-const QString savePurpose = QStringLiteral("save");
 
 } // namespace
 
@@ -117,41 +115,6 @@ void UserFiles::saveDocument(QWidget *window, const Document &document) {
             if (write(path, bytes()))
                 saved();
         });
-}
-
-void UserFiles::chooseNames(QWidget *window, const QString &path,
-                            const std::function<void(const QString &)> &chosen) {
-    const QFileInfo file(path);
-    FilePanelRequest request;
-    request.kind = FilePanelRequest::Kind::Save;
-    request.title = tr("Name of the files");
-    request.suggestedName = file.isAbsolute() ? path : file.fileName();
-    request.isWholeName = false;
-    ask(window, savePurpose, request, chosen);
-}
-
-QString UserFiles::saveTogether(const QList<FileToSave> &files, Replacing replacing,
-                                const QString &facts, const Messages::Action &action) {
-    if (const auto unsaved = ::saveTogether(files, replacing)) {
-        const QString sentence = tr("%1 could not be written, so none of the files was: %2")
-                                     .arg(unsaved->path, unsaved->failure.reason);
-        failed(unsaved->path, sentence);
-        return sentence;
-    }
-    QStringList names;
-    for (const FileToSave &file : files)
-        names << QFileInfo(file.path).fileName();
-    const QString folder = QFileInfo(files.first().path).path();
-    memory_.setLastFolder(savePurpose, folder);
-    messages_.say(Topic::Saving,
-                  tr("Saved %1 in %2. %3").arg(names.join(QStringLiteral(", ")), folder, facts),
-                  action);
-    return {};
-}
-
-QString UserFiles::folderForSaving() const {
-    const QString folder = memory_.lastFolder(savePurpose);
-    return folder.isEmpty() ? QDir::homePath() : folder;
 }
 
 QStringList UserFiles::recent() const {

@@ -93,6 +93,17 @@ public:
     /// them. Refused while the tool works.
     void saveSet(QWidget *window, const Set &set);
 
+    /// Asks how the names of several files are to begin; \a path is offered, and \a chosen gets an
+    /// absolute path.
+    void chooseNames(QWidget *window, const QString &path,
+                     const std::function<void(const QString &path)> &chosen);
+    /// Saves \a files all or none, and says so with \a facts and \a action behind it. Gives a
+    /// sentence if that failed, else an empty one.
+    QString saveTogether(const QList<FileToSave> &files, Replacing replacing, const QString &facts,
+                         const Messages::Action &action);
+    /// The folder that a file was saved in last; the user's own at first.
+    QString folderForSaving() const;
+
     /// Files opened lately, the newest first.
     QStringList recent() const;
     void addRecent(const QString &path);
@@ -102,6 +113,9 @@ signals:
     void recentChanged();
 
 private:
+    /// What folders are remembered for.
+    static inline const QString savePurpose = QStringLiteral("save");
+
     /// What is logged and said where there are no bytes.
     struct Nothing {
         QString logLine;

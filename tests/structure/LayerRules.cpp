@@ -35,11 +35,12 @@ const QMap<QString, QStringList> &arrows() {
         {QStringLiteral("imageviews"), words("base files settings image inspect widgets grid")},
         {QStringLiteral("exchange"),
          words("base files settings image inspect formats orders widgets imageviews")},
+        {QStringLiteral("blocks"), words("base files settings image formats widgets")},
         {QStringLiteral("views"),
          words("base files settings image language tool widgets grid devices control")},
         {QStringLiteral("app"),
          words("base files settings image inspect formats orders language tool widgets "
-               "grid devices control imageviews exchange views")},
+               "grid devices control imageviews exchange blocks views")},
     };
     return map;
 }
