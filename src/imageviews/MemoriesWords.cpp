@@ -13,7 +13,7 @@
 namespace {
 
 constexpr int binary = 2;
-constexpr int bitsOfDigit = 4;
+constexpr qsizetype bitsOfDigit = 4;
 
 class Wording {
     Q_DECLARE_TR_FUNCTIONS(MemoriesWords)
