@@ -8,6 +8,8 @@
 
 #include <QSet>
 
+#include <QTextDocument>
+
 #include <algorithm>
 
 void FuseListModel::setLines(const QList<FuseLine> &lines) {
@@ -27,10 +29,14 @@ int FuseListModel::columnCount(const QModelIndex &parent) const {
 QVariant FuseListModel::data(const QModelIndex &index, int role) const {
     if (!index.isValid())
         return {};
+    const FuseLine &line = lines_[index.row()];
     if (role == Qt::DisplayRole)
-        return text(lines_[index.row()], index.column());
-    if (role == Qt::FontRole && index.column() != Name)
+        return text(line, index.column());
+    if (role == Qt::FontRole && line.fuse && index.column() != Name)
         return fixedFont();
+    // Such a line may be longer than the column.
+    if (role == Qt::ToolTipRole && !line.fuse)
+        return Qt::convertFromPlainText(line.text, Qt::WhiteSpaceNormal);
     return {};
 }
 

@@ -19,7 +19,12 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
+
+constexpr int gapInCharacters = 4;
+constexpr int mostInCharacters = 40;
 
 QString tabText(OtherMemory memory) {
     return u'&' + memoryName(memory);
@@ -76,6 +81,7 @@ void MemoriesWindow::makeFuses() {
     fuseList_->setWordWrap(false);
     fuseList_->verticalHeader()->hide();
     fuseList_->horizontalHeader()->setHighlightSections(false);
+    fuseList_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     fuseList_->horizontalHeader()->setStretchLastSection(true);
     auto *copy = new QAction(tr("&Copy"), fuseList_);
     copy->setShortcut(QKeySequence::Copy);
@@ -101,7 +107,7 @@ void MemoriesWindow::showMemories(const ReadMemories &memories, const QString &r
     fill(data_, memories.others.data);
     fill(user_, memories.others.user);
     fuses_.setLines(memories.others.fuses);
-    fuseList_->resizeColumnsToContents();
+    fitColumns();
     QWidget *current = tabs_->currentWidget();
     tabs_->clear();
     showPage(data_.grid, OtherMemory::Data, bool(memories.others.data));
@@ -109,6 +115,15 @@ void MemoriesWindow::showMemories(const ReadMemories &memories, const QString &r
     showPage(fuseList_, OtherMemory::Fuses, bool(memories.others.fuseText));
     if (current && tabs_->indexOf(current) >= 0)
         tabs_->setCurrentWidget(current);
+}
+
+// What is no fuse may be a long line.
+void MemoriesWindow::fitColumns() {
+    const int gap = fuseList_->fontMetrics().averageCharWidth() * gapInCharacters;
+    const int most = fuseList_->fontMetrics().averageCharWidth() * mostInCharacters;
+    fuseList_->resizeColumnsToContents();
+    for (const int column : {FuseListModel::Name, FuseListModel::Hexadecimal})
+        fuseList_->setColumnWidth(column, std::min(fuseList_->columnWidth(column) + gap, most));
 }
 
 void MemoriesWindow::fill(BytesPage &page, const ByteBuffer &bytes) {

@@ -43,6 +43,7 @@ private:
     void makeGrid(BytesPage &page, OtherMemory memory);
     void makeFuses();
     void copyFuses() const;
+    void fitColumns();
     void showPage(QWidget *page, OtherMemory memory, bool isThere);
     void fill(BytesPage &page, const ByteBuffer &bytes);
 

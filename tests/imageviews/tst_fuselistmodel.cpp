@@ -40,6 +40,8 @@ void TestFuseListModel::table_showsEachLine() {
     model.setLines(readFuseText("fuses_lo = 0x62\nwhat is this?\nword=0x3ff0\n"));
     QCOMPARE(picture(model), u"fuses_lo|0x62|0110 0010\nwhat is this?|says no fuse|\n"
                              "word|0x3FF0|0011 1111 1111 0000"_s);
+    QVERIFY(model.index(0, 0).data(Qt::ToolTipRole).isNull());
+    QVERIFY(model.index(1, 0).data(Qt::ToolTipRole).toString().contains(u"what is this?"_s));
     QStringList headings;
     for (int column = 0; column < model.columnCount(); ++column)
         headings << model.headerData(column, Qt::Horizontal).toString();
