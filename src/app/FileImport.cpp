@@ -123,7 +123,10 @@ void FileImport::take(const ByteBuffer &image, ImportWindow &from) {
     const Result<void> saved = saveWholeFile(path, *image);
     if (const Failure *failure = saved.failure())
         return from.showProblem(tr("%1 could not be written: %2").arg(path, failure->reason));
+    const QStringList sources = from.sources();
     openBinary(path, from);
+    if (with_.settings.stringValue(settingsKeys::binary) == path)
+        watchSources(sources);
 }
 
 void FileImport::openBinary(const QString &path, ImportWindow &from) {
@@ -131,4 +134,26 @@ void FileImport::openBinary(const QString &path, ImportWindow &from) {
         return from.showProblem(tr("The programmer tool is running: nothing was opened."));
     from.close();
     with_.delegate.openBinary(path);
+}
+
+void FileImport::watchSources(const QStringList &paths) {
+    sources_.clear();
+    for (const QString &path : paths) {
+        auto watch = std::make_unique<OpenedFileWatch>();
+        watch->watch(path);
+        connect(watch.get(), &OpenedFileWatch::stateChanged, this,
+                [this, path](OpenedFileWatch::State state) { sayOnDisk(path, state); });
+        sources_.push_back(std::move(watch));
+    }
+}
+
+// A file that has gone is no trouble: its bytes were kept.
+void FileImport::sayOnDisk(const QString &source, OpenedFileWatch::State state) {
+    if (state == OpenedFileWatch::State::Changed)
+        with_.messages.sayTrouble(
+            Topic::OpenedFile,
+            tr("%1 has been written since it was imported.").arg(QDir::toNativeSeparators(source)),
+            {tr("Import again"), [this, source] { load(source); }});
+    else
+        with_.messages.takeBack(Topic::OpenedFile);
 }

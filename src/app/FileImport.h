@@ -5,15 +5,20 @@
 
 #include "app/ExchangeSurroundings.h"
 #include "files/ByteBuffer.h"
+#include "files/OpenedFileWatch.h"
 
 #include <QObject>
+
+#include <memory>
+#include <vector>
 
 class ImportWindow;
 struct WindowMenus;
 
 /// Lets files in. What is text of records, which the programmer tool would decode by itself, is
 /// shown in an import window before its bytes become a file of the program's own and the opened
-/// binary; everything else is opened as the binary at once.
+/// binary; everything else is opened as the binary at once. As long as bytes that were imported are
+/// the opened binary, it is said when the file that they came from is written.
 class FileImport final : public QObject {
     Q_OBJECT
 
@@ -35,6 +40,9 @@ private:
     void choosePart(ImportWindow &window);
     void take(const ByteBuffer &image, ImportWindow &from);
     void openBinary(const QString &path, ImportWindow &from);
+    void watchSources(const QStringList &paths);
+    void sayOnDisk(const QString &source, OpenedFileWatch::State state);
 
     const ExchangeSurroundings with_;
+    std::vector<std::unique_ptr<OpenedFileWatch>> sources_; ///< of the opened binary
 };

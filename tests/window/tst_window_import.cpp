@@ -18,6 +18,8 @@ private slots:
     void entry_asksAndShowsWhatWasFound();
     void import_opensAFileOfTheProgramsOwn();
     void import_survivesARestart();
+    void sourceWrittenSince_isSaid();
+    void sourceOfAnEarlierBinary_isForgotten();
     void import_keepsWhatAnotherFileOfThatNameGave();
     void choices_decideTheBytes();
     void troubles_areShownAndHeldBack_data();
@@ -38,6 +40,8 @@ private slots:
     void controls_haveNamesAndToolTips();
 
 private:
+    QAbstractButton *messageButton(const QString &text);
+
     std::unique_ptr<WindowFixture> velm_;
 };
 
@@ -102,6 +106,14 @@ void TestWindowImport::init() {
     velm_->start();
 }
 
+/// The button of that text in the main window; null if there is none to be seen.
+QAbstractButton *TestWindowImport::messageButton(const QString &text) {
+    for (auto *button : velm_->velm().window().findChildren<QAbstractButton *>())
+        if (button->isVisible() && button->text().remove(u'&') == text)
+            return button;
+    return nullptr;
+}
+
 void TestWindowImport::entry_asksAndShowsWhatWasFound() {
     velm_->panels.answer = velm_->write(QStringLiteral("rom.hex"), hexFile + ":00000001FF\n");
     importEntry(*velm_)->trigger();
@@ -141,6 +153,37 @@ void TestWindowImport::import_survivesARestart() {
     velm_->end();
     velm_->start();
     QCOMPARE(velm_->state().opened_bin_data->size(), 21);
+}
+
+void TestWindowImport::sourceWrittenSince_isSaid() {
+    ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
+    velm_->click(window->controls().importButton);
+    QVERIFY(hasGone(*velm_));
+    velm_->settle();
+    const QString path = velm_->write(QStringLiteral("rom.hex"), ":0100000001FE\n:00000001FF\n");
+    QTRY_COMPARE(velm_->message(),
+                 QStringLiteral("Warning: %1 has been written since it was imported.").arg(path));
+    QCOMPARE(velm_->state().opened_bin_data->size(), 21);
+    auto *again = messageButton(QStringLiteral("Import again"));
+    QVERIFY(again);
+    velm_->click(again);
+    QTRY_VERIFY(importWindow(*velm_));
+    velm_->click(importWindow(*velm_)->controls().importButton);
+    QVERIFY(hasGone(*velm_));
+    QCOMPARE(velm_->state().opened_bin_data->size(), 1);
+    QTRY_VERIFY(!velm_->message().contains(QStringLiteral("since it was imported")));
+}
+
+void TestWindowImport::sourceOfAnEarlierBinary_isForgotten() {
+    ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
+    velm_->click(window->controls().importButton);
+    QVERIFY(hasGone(*velm_));
+    velm_->velm().openFile(velm_->write(QStringLiteral("other.bin"), "plain"));
+    velm_->write(QStringLiteral("rom.hex"), "something else");
+    // The notice of the folder comes with that of this file, and behind it.
+    velm_->write(QStringLiteral("other.bin"), "changed");
+    QTRY_VERIFY(velm_->message().contains(QStringLiteral("has changed on the disk")));
+    QVERIFY(!velm_->message().contains(QStringLiteral("imported")));
 }
 
 void TestWindowImport::import_keepsWhatAnotherFileOfThatNameGave() {
