@@ -13,12 +13,20 @@ namespace {
 void append(QByteArray &piece, QByteArrayView bytes) {
     if (piece.size() + bytes.size() > piece.capacity())
         piece.reserve(std::max(2 * piece.capacity(), piece.size() + bytes.size()));
-    piece.append(bytes);
+    const qsizetype size = piece.size();
+    piece.resize(size + bytes.size());
+    std::memcpy(piece.data() + size, bytes.data(), std::size_t(bytes.size()));
 }
 
 } // namespace
 
 bool AddressedBytes::put(qint64 address, QByteArrayView bytes) {
+    // Nearly all records follow the one before.
+    if (!pieces_.empty() && endOf(std::prev(pieces_.end())) == address) {
+        append(std::prev(pieces_.end())->second, bytes);
+        count_ += bytes.size();
+        return false;
+    }
     bool covered = false;
     while (!bytes.isEmpty()) {
         const Piece next = pieces_.upper_bound(address);

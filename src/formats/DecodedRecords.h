@@ -37,8 +37,8 @@ public:
     /// The sum of all bytes, in eight bits.
     quint32 sum() const {
         quint32 sum = 0;
-        for (qsizetype i = 0; i < size(); ++i)
-            sum += (*this)[i];
+        for (const char byte : bytes_)
+            sum += static_cast<unsigned char>(byte);
         return sum & 0xFF;
     }
 

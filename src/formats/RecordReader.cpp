@@ -48,10 +48,11 @@ std::optional<TroubleKind> Digits::read(QByteArrayView digits) {
         return TroubleKind::BadCount;
     int worst = 0;
     const qsizetype pairs = digits.size() / 2;
-    for (qsizetype i = 0; i < pairs; ++i) {
-        const int value = hexValue(digits[2 * i]) * hexadecimal | hexValue(digits[2 * i + 1]);
+    const char *digit = digits.data();
+    for (char *byte = bytes.data(), *const end = byte + pairs; byte != end; ++byte, digit += 2) {
+        const int value = hexValue(digit[0]) * hexadecimal | hexValue(digit[1]);
         worst |= value;
-        bytes[std::size_t(i)] = static_cast<char>(value);
+        *byte = static_cast<char>(value);
     }
     const bool isOdd = digits.size() % 2 != 0;
     if (worst < 0 || (isOdd && hexValue(digits.back()) < 0))
