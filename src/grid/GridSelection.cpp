@@ -62,8 +62,11 @@ void GridSelection::select(ByteRange bytes) {
     const auto block = clipped({bytes.end() - 1, first}, byteCount());
     if (bytes.end() <= first || !block)
         return;
+    const QRect cell = view_.visualRect(cellOfByte(*view_.gridModel(), block->lead));
+    const bool isInView = view_.viewport()->rect().contains(cell);
     moveCursorTo(block->lead);
-    view_.scrollTo(view_.currentIndex(), GridView::PositionAtCenter);
+    if (!isInView)
+        view_.scrollTo(view_.currentIndex(), GridView::PositionAtCenter);
     take(*block);
 }
 

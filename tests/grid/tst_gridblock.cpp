@@ -3,6 +3,7 @@
 
 #include "support/ShownGrid.h"
 
+#include <QScrollBar>
 #include <QSignalSpy>
 
 /// A block of bytes in the grid.
@@ -88,6 +89,11 @@ void TestGridBlock::selecting_putsTheCursorOnTheFirstByteInView() {
     QVERIFY(grid.view.hasBlock());
     QCOMPARE(grid.cursor(), qMakePair(0x80, 6));
     QVERIFY(grid.view.viewport()->rect().contains(grid.view.visualRect(grid.cell(0x80, 6))));
+    // What is in view stays where it is.
+    const int top = grid.view.verticalScrollBar()->value();
+    QVERIFY(top > 0);
+    grid.view.selectBytes({0x7F5, 300});
+    QCOMPARE(grid.view.verticalScrollBar()->value(), top);
     grid.view.selectBytes({7, 1});
     QCOMPARE(selected(grid.view), bytes(7, 1));
     QVERIFY(!grid.view.hasBlock());
