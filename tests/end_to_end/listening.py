@@ -47,6 +47,10 @@ class FocusListener(Listener):
         until(self._take, "a move of the focus")
         return self._heard[-1]
 
+    def heard(self):
+        """What has got the focus, in the order in which it did."""
+        return list(self._take())
+
     def _hear(self, event):
         if event.detail1:
             self._heard.append(event.source)

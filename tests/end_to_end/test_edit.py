@@ -5,6 +5,7 @@
 import keyboard
 from case import Scenario
 from grid import CHARACTERS
+from listening import FocusListener
 from waiting import until_equal
 
 IMAGE = b"The quick brown fox jumps over the lazy dog.\n"
@@ -68,6 +69,24 @@ class Edit(Scenario):
             keyboard.press("Return")
         self.see(b"ABC" + IMAGE[3:])
         self.finish_giving_up_edits(self.window)
+
+    def test_two_digits_move_on(self):
+        self.window.focus("Bytes")
+        self.window.grid.at(0, 1).queryComponent().grabFocus()
+        keyboard.write("414243")
+        self.see(b"ABC" + IMAGE[3:])
+        self.finish_giving_up_edits(self.window)
+
+    def test_the_cell_is_told_when_the_table_gets_the_focus(self):
+        self.window.grid.at(1, 3).queryComponent().grabFocus()
+        self.window.focus("Device")
+        listener = FocusListener()
+        self.addCleanup(listener.stop)
+        self.window.focus("Bytes")
+        # The table itself is told first.
+        until_equal(lambda: [each.name for each in listener.heard()][-1:], [f"{IMAGE[18]:02X}"],
+                    "what was told last")
+        self.finish(self.window)
 
     def test_what_was_read_cannot_be_edited(self):
         self.window.operate("Read")
