@@ -12,5 +12,6 @@ class QMenu;
 void wireSelection(MainWindow &window, Messages &messages);
 
 /// Adds what selects bytes and copies them to \a edit, and to menus of the grids of \a window, and
-/// to the former the choice how bytes are typed. The keys for copying and for selecting everything work in the grids alone.
+/// to the former the choice how bytes are typed. The keys for copying and for selecting everything
+/// work in the grids alone.
 void addSelectionEntries(QMenu &edit, MainWindow &window);
