@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
 #include <cerrno>
 #include <sys/stat.h>
 
@@ -32,6 +33,7 @@ private slots:
     void oneCallFails_savesAllOrNone();
     void withoutExchange_itIsTheSame();
     void whatCannotBeTakenBack_isNamedAndKept();
+    void killedAtAnyCall_losesNothing();
 
 private:
     QString path(const QString &name) const { return folder_->filePath(name); }
@@ -206,6 +208,29 @@ void TestSavingTogether::whatCannotBeTakenBack_isNamedAndKept() {
     QCOMPARE(left.first(), u"b.bin=new b"_s);
     QVERIFY2(left.last().startsWith(u"b.bin.velm-"_s), qPrintable(left.last()));
     QVERIFY2(left.last().endsWith(u"=old b"_s), qPrintable(left.last()));
+}
+
+// Some may be saved then, but what they held lies beside them.
+void TestSavingTogether::killedAtAnyCall_losesNothing() {
+    bool struck = true;
+    for (int call = 1; struck; ++call) {
+        init();
+        QByteArray name;
+        {
+            const FailingCalls killing(call, FailingCalls::Mishap::Kills, EIO);
+            [[maybe_unused]] const auto unsaved = saveTogether(files());
+            struck = killing.hasStruck();
+            name = killing.struckCall();
+        }
+        const QStringList left = content();
+        const bool hasOlder = std::any_of(left.begin(), left.end(), [](const QString &file) {
+            return file.endsWith(u"=old b"_s);
+        });
+        const QStringList all = contentAfter();
+        const bool hasAll = std::all_of(
+            all.begin(), all.end(), [&left](const QString &file) { return left.contains(file); });
+        QVERIFY2(hasOlder || hasAll, name.constData());
+    }
 }
 
 QTEST_GUILESS_MAIN(TestSavingTogether)
