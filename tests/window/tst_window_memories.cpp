@@ -29,6 +29,7 @@ private slots:
     void read_saysWhatElseCame_data();
     void read_saysWhatElseCame();
     void read_ofAnEprom_saysNothing();
+    void otherDevice_endsTheSentence();
     void eprom_afterAMicrocontroller_saysNothing();
     void failedRead_keepsWhatTheLastOneBrought();
     void leftFiles_areNoResult();
@@ -146,6 +147,13 @@ void TestWindowMemories::read_ofAnEprom_saysNothing() {
     QVERIFY(velm_->message().startsWith(u"Done: Read succeeded."_s));
     QVERIFY2(!velm_->message().contains(u"Also"_s), qPrintable(velm_->message()));
     QVERIFY(!opened());
+}
+
+void TestWindowMemories::otherDevice_endsTheSentence() {
+    read(microcontroller);
+    velm_->settings().setValue(settingsKeys::device, eprom);
+    QVERIFY2(!velm_->message().contains(u"Also"_s), qPrintable(velm_->message()));
+    QVERIFY(opened());
 }
 
 void TestWindowMemories::eprom_afterAMicrocontroller_saysNothing() {
