@@ -153,6 +153,11 @@ void MemoriesWiring::saveSet() {
     set.title = tr("Save the set");
     set.suggestedName = suggestedName(memories.device, set.parts.first().ending);
     set.typeName = tr("Binary images");
+    // It may lie over the message line, where the rest is said.
+    set.named = [this] {
+        if (shown_)
+            shown_->close();
+    };
     with_.files.saveSet(&with_.window, set);
 }
 

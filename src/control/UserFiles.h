@@ -57,6 +57,8 @@ public:
         QList<Part> parts;
         /// Endings of files that sets may have and this one has not.
         QStringList absentEndings;
+        /// Called once the user has given a name, before anything is saved or said.
+        std::function<void()> named = [] {};
     };
 
     /// What the window takes from outside; all must live as long.

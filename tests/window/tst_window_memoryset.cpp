@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPointer>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -91,11 +92,14 @@ void TestWindowMemorySet::set_isSavedByteForByte() {
 
 void TestWindowMemorySet::set_isSavedFromItsWindow() {
     velm_->click(button(u"Show them"_s));
-    auto *window = velm_->velm().window().findChild<MemoriesWindow *>();
+    const QPointer<MemoriesWindow> window = velm_->velm().window().findChild<MemoriesWindow *>();
     QVERIFY(window);
+    velm_->panels.whileOpen = [&window] { QVERIFY(window->isVisible()); };
     for (auto *button : window->findChildren<QPushButton *>())
         if (button->text() == u"&Save the set\u2026"_s)
             velm_->click(button);
+    // What is said of it stands in the message line, which it may lie over.
+    QTRY_VERIFY(!window);
     QCOMPARE(names(), u"chip.bin chip.eeprom.bin chip.fuses.conf"_s);
 }
 
