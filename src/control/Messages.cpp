@@ -42,7 +42,7 @@ constexpr std::array rules = {
     Rule{Topic::OpenedFile, information, warning, Event::BinaryLoading},
     Rule{Topic::Saving, success, problem, Event::SavingBegan},
     Rule{Topic::TakenNames, warning, warning, Event::SavingBegan, Event::RunBegan},
-    Rule{Topic::OtherMemories, information, warning, Event::RunBegan},
+    Rule{Topic::OtherMemories, information, warning, Event::RunBegan, Event::DeviceChanged},
     Rule{Topic::Entry, warning, warning, Event::ImageChanged},
     Rule{Topic::Block, information, information, Event::ImageChanged},
     Rule{Topic::BlockRefused, warning, warning, Event::RowsSelected, Event::ImageChanged},

@@ -80,6 +80,7 @@ void UserFiles::saveSet(QWidget *window, const Set &set) {
     const QString ending = set.parts.first().ending;
     request.extensions = {ending.sliced(1)};
     ask(window, savePurpose, request, [this, set, ending](const QString &path) {
+        set.named();
         writeSet(nameOfSet(path, ending), set, {path});
     });
 }

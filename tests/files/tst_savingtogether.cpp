@@ -218,7 +218,7 @@ void TestSavingTogether::killedAtAnyCall_losesNothing() {
         QByteArray name;
         {
             const FailingCalls killing(call, FailingCalls::Mishap::Kills, EIO);
-            [[maybe_unused]] const auto unsaved = saveTogether(files());
+            [[maybe_unused]] const auto unsaved = saveTogether(files(), Replacing::Allowed);
             struck = killing.hasStruck();
             name = killing.struckCall();
         }
