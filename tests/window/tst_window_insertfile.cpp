@@ -102,8 +102,7 @@ void TestWindowInsertFile::badInput_isSaidAndChangesNothing_data() {
         QTest::newRow(name) << file << QString::fromLatin1(address) << moves
                             << QString::fromLatin1(said);
     };
-    row("too long", "abc", "12", false,
-        "1 of 3 bytes do not fit, since from 0012 on there are 2.");
+    row("too long", "abc", "12", false, "1 of 3 bytes do not fit, since from 0012 on there are 2.");
     row("behind the end", "abc", "14", false,
         "3 of 3 bytes do not fit, since from 0014 on there are 0.");
     row("moving behind the end", "abc", "15", true, "The data to burn end before 0015.");
