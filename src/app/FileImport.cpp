@@ -57,6 +57,10 @@ FileImport::FileImport(const ExchangeSurroundings &surroundings) : with_(surroun
                                    with_.window.controls().sideArea->viewport());
     connect(drops, &FileDropArea::dropped, this, &FileImport::open, Qt::QueuedConnection);
     connect(&with_.delegate.openedBinary(), &OpenedBinary::importAsked, this, &FileImport::load);
+    connect(&with_.settings, &SettingsStore::valueChanged, this, [this](const QString &key) {
+        if (key == settingsKeys::binary)
+            sources_.clear();
+    });
 }
 
 void FileImport::addEntry(WindowMenus &menus) {

@@ -3,6 +3,7 @@
 
 #include "window/ImportSteps.h"
 
+#include "files/OpenedFileWatch.h"
 #include "settings/SettingsKeys.h"
 #include "support/AddressSpaceLimit.h"
 
@@ -49,34 +50,12 @@ namespace {
 
 const QByteArray hexFile = ":02001000AABB89\n:01001400CC1F\n:00000001FF\n";
 
-QAction *importEntry(WindowFixture &velm) {
-    for (QMenu *menu : velm.velm().window().menuBar()->findChildren<QMenu *>())
-        for (QAction *action : menu->actions())
-            if (action->text() == QStringLiteral("&Import\u2026"))
-                return action;
-    return nullptr;
-}
-
 /// The button of the message line that offers to import the opened file; null if there is none.
 QPushButton *importOffer(WindowFixture &velm) {
     for (auto *button : velm.controls().messageLine->findChildren<QPushButton *>())
         if (button->isVisible() && button->text() == QStringLiteral("Import\u2026"))
             return button;
     return nullptr;
-}
-
-/// The open import window, once it has read its file; null if there is none.
-ImportWindow *importWindow(WindowFixture &velm) {
-    auto *window = velm.velm().window().findChild<ImportWindow *>();
-    if (!window || !window->isVisible())
-        return nullptr;
-    const QProgressBar *progress = window->controls().progress;
-    return QTest::qWaitFor([progress] { return !progress->isVisible(); }) ? window : nullptr;
-}
-
-ImportWindow *opened(WindowFixture &velm, const QString &name, const QByteArray &text) {
-    velm.velm().openFile(velm.write(name, text));
-    return importWindow(velm);
 }
 
 QStringList foundLines(const ImportWindow &window) {
@@ -179,11 +158,13 @@ void TestWindowImport::sourceOfAnEarlierBinary_isForgotten() {
     velm_->click(window->controls().importButton);
     QVERIFY(hasGone(*velm_));
     velm_->velm().openFile(velm_->write(QStringLiteral("other.bin"), "plain"));
+    // Who begins to watch later hears later.
+    OpenedFileWatch later;
+    later.watch(velm_->path(QStringLiteral("rom.hex")));
+    QSignalSpy heard(&later, &OpenedFileWatch::stateChanged);
     velm_->write(QStringLiteral("rom.hex"), "something else");
-    // The notice of the folder comes with that of this file, and behind it.
-    velm_->write(QStringLiteral("other.bin"), "changed");
-    QTRY_VERIFY(velm_->message().contains(QStringLiteral("has changed on the disk")));
-    QVERIFY(!velm_->message().contains(QStringLiteral("imported")));
+    QVERIFY(heard.wait());
+    QVERIFY2(!velm_->message().contains(QStringLiteral("imported")), qPrintable(velm_->message()));
 }
 
 void TestWindowImport::import_keepsWhatAnotherFileOfThatNameGave() {

@@ -114,7 +114,7 @@ void TestWindowSplitting::halves_areWrittenAndTold() {
     QCOMPARE(out("GAME.even.bin"), evenBytes);
     QCOMPARE(out("GAME.odd.bin"), oddBytes);
     QCOMPARE(velm_->message(),
-             QStringLiteral("Done: Saved GAME.even.bin, GAME.odd.bin in %1. %2")
+             QStringLiteral("Done: Saved in %1: GAME.even.bin, GAME.odd.bin. %2")
                  .arg(velm_->path(QStringLiteral("out")), labels.join(QStringLiteral("; "))));
     QVERIFY(velm_->panels.requests.isEmpty());
 }
@@ -241,9 +241,10 @@ void TestWindowSplitting::folderInTheWay_leavesEverything() {
     QCOMPARE(c.result->text(), QStringLiteral("Already there: GAME.even.bin, GAME.odd.bin."));
     c.replace->setChecked(true);
     velm_->click(c.exportButton);
-    const QString problem = QStringLiteral("%1 could not be written, so none of the files was: "
-                                           "Not a regular file")
-                                .arg(velm_->path(QStringLiteral("out/GAME.odd.bin")));
+    const QString problem =
+        QStringLiteral("Nothing was saved, since %1 could not be written: Not a "
+                       "regular file.")
+            .arg(velm_->path(QStringLiteral("out/GAME.odd.bin")));
     QTRY_COMPARE(c.result->text(), problem);
     QCOMPARE(velm_->message(), QStringLiteral("Problem: ") + problem);
     QCOMPARE(outFiles(), halfNames);
