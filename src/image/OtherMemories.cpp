@@ -31,6 +31,14 @@ bool isInFolder(const QString &folder, const QString &path) {
            QFileInfo(QFileInfo(path).path()).canonicalFilePath() == canonical;
 }
 
+/// Whether the read file has the name that the program gives it: whoever names it otherwise has it
+/// among files of their own.
+bool hasItsUsualName(const QString &readFile) {
+    const QString usual =
+        settingsKeys::startupDefaults().value(settingsKeys::temp_read_from_chip_file).toString();
+    return QFileInfo(readFile).fileName() == QFileInfo(usual).fileName();
+}
+
 Result<ByteBuffer> load(const QString &path, OtherMemory memory) {
     if (!isNoForeignLink(path))
         return Failure{QCoreApplication::translate("OtherMemories",
@@ -87,6 +95,8 @@ const ByteBuffer &OtherMemories::bytesOf(OtherMemory memory) const {
 
 void removeOtherMemoryFiles(const SettingsStore &settings) {
     const QString readFile = absolutePathOf(settings, settingsKeys::temp_read_from_chip_file);
+    if (!hasItsUsualName(readFile))
+        return;
     for (const OtherMemory memory : otherMemories) {
         const QString path = otherMemoryFile(readFile, memory);
         if (isInFolder(temporaryFolder(settings), path) && !isNamed(settings, path)) {

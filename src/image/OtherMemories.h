@@ -58,8 +58,8 @@ struct ReadMemories {
 };
 
 /// Removes the files of other memories that an earlier Read left beside the temporary file of the
-/// next one. Only files and links go, and only where they lie in the folder of temporary files:
-/// what is elsewhere may be somebody's own.
+/// next one. Only files and links go, and only in the folder of temporary files, where the read
+/// file has its usual name: others may be somebody's own.
 void removeOtherMemoryFiles(const SettingsStore &settings);
 
 /// Tells the files that one Read has left from those that lay there before it.

@@ -22,6 +22,7 @@ private slots:
     void remove_takesTheThreeAlone();
     void remove_takesLinksAndNeverAFolder();
     void remove_leavesWhatIsElsewhere();
+    void remove_leavesWhatBelongsToAnotherName();
     void remove_leavesAFileThatTheSettingsName();
     void start_removesThem();
     void load_ofNothing();
@@ -95,6 +96,16 @@ void TestOtherMemories::remove_leavesWhatIsElsewhere() {
     removeOtherMemoryFiles(at->settings);
     QCOMPARE(readWholeFile(data), QByteArray("mine"));
     QVERIFY(!at->names().isEmpty());
+}
+
+// A user who keeps both images among their own has files of these names in that folder.
+void TestOtherMemories::remove_leavesWhatBelongsToAnotherName() {
+    const QString own = at->folder() + u"/chip.bin"_s;
+    at->settings.setValue(settingsKeys::temp_read_from_chip_file, own);
+    const QString fuses = otherMemoryFile(own, OtherMemory::Fuses);
+    write(fuses, "mine");
+    removeOtherMemoryFiles(at->settings);
+    QCOMPARE(readWholeFile(fuses), QByteArray("mine"));
 }
 
 void TestOtherMemories::remove_leavesAFileThatTheSettingsName() {
