@@ -178,7 +178,9 @@ void MemoriesWiring::makeExtent() {
 void MemoriesWiring::showExtent() {
     const Ui::MainWindow &c = with_.window.controls();
     const NextCommand *next = c.nextCommand;
-    const QString words = choosesMemory(next->text()) ? QString() : codeAloneWords(known());
+    const QString words = choosesMemory(with_.settings.stringValue(settingsKeys::miniproLocation))
+                              ? QString()
+                              : codeAloneWords(known());
     extent_->setHidden(words.isEmpty());
     setPlainToolTip(*extent_, words);
     c.btn_verify->setToolTip(withWords(verifyTip_, words));

@@ -60,9 +60,11 @@ KnownMemories KnownMemories::without(const QStringList &parts) const {
     return left;
 }
 
-bool choosesMemory(const QString &command) {
-    static const QRegularExpression choice(QStringLiteral("\\s-[A-Za-z]*c"));
-    return command.contains(choice);
+bool choosesMemory(const QString &tool) {
+    static const QRegularExpression choice(
+        QStringLiteral("\\s-[A-Za-z]*c[\\s\"']*(data|user|config)\\b"),
+        QRegularExpression::CaseInsensitiveOption);
+    return tool.contains(choice);
 }
 
 QString notWrittenWords(const KnownMemories &memories) {
@@ -86,6 +88,9 @@ QString notComparedWords(const KnownMemories &memories) {
 QString codeAloneWords(const KnownMemories &memories) {
     if (!memories.any())
         return {};
-    return Wording::tr("Write and Verify concern the code memory alone, not the chip's %1.")
-        .arg(Wording(memories).list());
+    const QString alone =
+        Wording::tr("Write and Verify concern the code memory alone, not the chip's %1.")
+            .arg(Wording(memories).list());
+    // Most microcontrollers are erased whole.
+    return memories.data ? alone + u' ' + Wording::tr("Erasing may blank the data memory.") : alone;
 }

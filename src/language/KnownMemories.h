@@ -26,8 +26,8 @@ struct KnownMemories {
     friend bool operator==(const KnownMemories &, const KnownMemories &) = default;
 };
 
-/// True if the words of \a command choose a memory by themselves.
-bool choosesMemory(const QString &command);
+/// True if \a tool, the text that names the programmer tool, chooses a memory besides the code.
+bool choosesMemory(const QString &tool);
 
 // Sentences about a chip with such memories, translated; empty for one without.
 

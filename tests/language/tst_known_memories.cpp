@@ -54,10 +54,12 @@ void TestKnownMemories::words_nameThem() {
     QCOMPARE(notComparedWords(memories), written.replace(u"written"_s, u"compared"_s));
     const QString before = codeAloneWords(memories);
     QCOMPARE(before.isEmpty(), written.isEmpty());
-    if (!before.isEmpty())
-        QCOMPARE(before,
-                 u"Write and Verify concern the code memory alone, not the chip's %1."_s.arg(
-                     written.section(u' ', 2, -4)));
+    if (before.isEmpty())
+        return;
+    const QString erased = memories.data ? u" Erasing may blank the data memory."_s : QString();
+    QCOMPARE(before, u"Write and Verify concern the code memory alone, not the chip's %1."_s.arg(
+                         written.section(u' ', 2, -4)) +
+                         erased);
 }
 
 void TestKnownMemories::parts_ofTheRun_areLeftOut_data() {
@@ -85,10 +87,13 @@ void TestKnownMemories::knowledge_adds() {
 
 void TestKnownMemories::command_thatChooses_data() {
     QTest::addColumn<bool>("chooses");
-    QTest::newRow("minipro -p \"ATMEGA8@DIP28\" -w \"/tmp/temp.bin\"") << false;
-    QTest::newRow("minipro -p \"X-c1\" -s -w \"/tmp/a-c.bin\"") << false;
-    QTest::newRow("minipro -c data -p \"ATMEGA8@DIP28\"") << true;
-    QTest::newRow("minipro -yc code -p \"ATMEGA8@DIP28\"") << true;
+    QTest::newRow("minipro") << false;
+    QTest::newRow("ionice -c 3 minipro") << false;
+    QTest::newRow("minipro -yc code") << false;
+    QTest::newRow("minipro -c data") << true;
+    QTest::newRow("minipro -yc \"user\"") << true;
+    QTest::newRow("minipro -cconfig") << true;
+    QTest::newRow("minipro -c datasheet") << false;
 }
 
 void TestKnownMemories::command_thatChooses() {
