@@ -324,7 +324,8 @@ void ExportWindow::writeOut() {
     wanted_ = false;
     const ChoiceOrWhyNot chosen = choice();
     const auto *choice = std::get_if<Choice>(&chosen);
-    if (!choice)
+    const ArrangingRun::Outcome *outcome = run_.outcome();
+    if (!choice || !(outcome || choice->arrangement.changesNothing()))
         return showState();
     const ByteBuffer image = bytes();
     const bool isWhole = choice->range.length == image->size();
@@ -334,7 +335,7 @@ void ExportWindow::writeOut() {
     if (choice->arrangement.changesNothing())
         toWrite_ = {isWhole ? *image : image->mid(choice->range.offset, choice->range.length)};
     else
-        toWrite_ = run_.outcome()->parts;
+        toWrite_ = outcome->parts;
     if (format())
         layout_ = {*format(), controls_->recordLength->value(), choice->address};
     else

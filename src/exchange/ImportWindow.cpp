@@ -208,9 +208,9 @@ void ImportWindow::showState() {
     c.base->setEnabled(decoded);
     c.fill->setEnabled(decoded);
     c.allTheSame->setVisible(canBeDoubted);
-    c.parts->showFacts(c.order->lanes(), run_.outcome() && isJoining()
-                                             ? run_.outcome()->sourceChecksums
-                                             : QList<quint32>());
+    const ArrangingRun::Outcome *outcome = run_.outcome();
+    c.parts->showFacts(c.order->lanes(),
+                       outcome && isJoining() ? outcome->sourceChecksums : QList<quint32>());
     c.parts->setVisible(isJoining());
     c.result->setText(resultText());
     c.outcome->setText(outcomeText());
@@ -292,7 +292,10 @@ void ImportWindow::import() {
 
 void ImportWindow::give() {
     wanted_ = false;
-    const QList<QByteArray> parts = run_.outcome()->parts;
+    const ArrangingRun::Outcome *outcome = run_.outcome();
+    if (!outcome)
+        return showState();
+    const QList<QByteArray> parts = outcome->parts;
     const ByteBuffer image = parts.isEmpty() ? image_ : std::make_shared<QByteArray>(parts.first());
     showState();
     emit imageChosen(image);

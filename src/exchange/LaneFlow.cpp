@@ -42,7 +42,7 @@ LaneFlow flowOf(const Arrangement &arrangement) {
     QByteArray bytes(shownBytes, '\0');
     std::iota(bytes.begin(), bytes.end(), '\0');
     QList<QByteArrayView> parts;
-    const int length = shownBytes / arrangement.joined.parts;
+    const qsizetype length = shownBytes / arrangement.joined.parts;
     for (int part = 0; part < arrangement.joined.parts; ++part)
         parts.append(QByteArrayView(bytes).sliced(part * length, length));
     // The bits of a byte and its repeats are where the byte is.

@@ -97,7 +97,7 @@ void takePart(char *to, QByteArrayView whole, const Lanes &lanes, int part) {
     }
     const Move move =
         chosen(lanes, gather<quint8, 2>, gather<quint8, 4>, gather<quint16, 2>, gather<quint16, 4>);
-    move(to, whole.data() + part * lanes.unit, whole.size() / lanes.word());
+    move(to, whole.data() + qsizetype(part) * lanes.unit, whole.size() / lanes.word());
 }
 
 void putPart(char *whole, QByteArrayView from, const Lanes &lanes, int part) {
@@ -107,5 +107,5 @@ void putPart(char *whole, QByteArrayView from, const Lanes &lanes, int part) {
     }
     const Move move = chosen(lanes, scatter<quint8, 2>, scatter<quint8, 4>, scatter<quint16, 2>,
                              scatter<quint16, 4>);
-    move(whole + part * lanes.unit, from.data(), from.size() / lanes.unit);
+    move(whole + qsizetype(part) * lanes.unit, from.data(), from.size() / lanes.unit);
 }
