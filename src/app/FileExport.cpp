@@ -9,6 +9,7 @@
 #include "control/AppDelegate.h"
 #include "control/Messages.h"
 #include "control/UserFiles.h"
+#include "devices/ChipInquiry.h"
 #include "exchange/FormatEntries.h"
 #include "files/SuggestedName.h"
 #include "grid/GridColumns.h"
@@ -67,6 +68,8 @@ void FileExport::makeWindow() {
     connect(shown_, &ExportWindow::nameAsked, this, &FileExport::chooseNames);
     connect(&with_.delegate, &AppDelegate::imageToBurnChanged, shown_, &ExportWindow::refresh);
     connect(&with_.delegate, &AppDelegate::runEnded, shown_, &ExportWindow::refresh);
+    connect(&with_.chip, &ChipInquiry::changed, shown_,
+            [this] { shown_->setChip(knownChip(with_)); });
 }
 
 ByteBuffer FileExport::bytesOf(ExportWindow::Image image) const {

@@ -65,6 +65,11 @@ void ArrangingRun::turn() {
     emit done();
 }
 
+bool ArrangingRun::isWholeAsItStands() const {
+    const Source &first = sources_.first();
+    return arrangement_.changesNothing() && first.range.length == first.bytes->size();
+}
+
 bool ArrangingRun::advance() {
     // Looked for anew each time: whoever edits the bytes may move them.
     QList<QByteArrayView> views;
@@ -72,7 +77,7 @@ bool ArrangingRun::advance() {
         views.append(viewOf(source));
     if (!count(views, outcome_.sourceChecksums))
         return false;
-    if (arrangement_.changesNothing())
+    if (isWholeAsItStands())
         return true;
     if (outcome_.parts.isEmpty()) {
         if (!work_)

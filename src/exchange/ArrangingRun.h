@@ -27,7 +27,7 @@ public:
     /// What came of it.
     struct Outcome {
         QList<quint32> sourceChecksums; ///< CRC-32
-        QList<QByteArray> parts;        ///< none if the arrangement changes nothing
+        QList<QByteArray> parts;        ///< none if a whole source comes out as it stands
         QList<quint32> checksums;       ///< CRC-32 of the parts
     };
 
@@ -49,6 +49,7 @@ signals:
 
 private:
     void turn();
+    bool isWholeAsItStands() const;
     bool advance();
     bool count(const QList<QByteArrayView> &parts, QList<quint32> &checksums);
 

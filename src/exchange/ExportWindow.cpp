@@ -104,6 +104,12 @@ void ExportWindow::refresh() {
     prepare();
 }
 
+void ExportWindow::setChip(const ChipSize &chip) {
+    offers_.chip = chip;
+    controls_->order->setChip(chip);
+    showState();
+}
+
 QString ExportWindow::name() const {
     return QDir::fromNativeSeparators(controls_->name->text());
 }
@@ -289,7 +295,7 @@ QString ExportWindow::labelsText() const {
                              controls_->order->isLowByteLast(), outcome->parts[part].size(),
                              outcome->checksums[part]},
                             offers_.chip);
-    if (!isSplit() && !outcome->parts.isEmpty())
+    if (!isSplit() && !work_.arrangement.changesNothing())
         lines << tr("In this order: %1, CRC-32 %2")
                      .arg(sizeWords(outcome->parts.first().size()),
                           checksumWords(outcome->checksums.first()));
@@ -303,6 +309,10 @@ void ExportWindow::copyLabels() {
     QGuiApplication::clipboard()->setText(controls_->labels->toPlainText());
 }
 
+bool ExportWindow::isWholeAsItStands(const Choice &choice) const {
+    return choice.arrangement.changesNothing() && choice.range.length == lengthOf(bytes());
+}
+
 // Assistive technology reaches a button that is off all the same.
 void ExportWindow::write() {
     if (export_.isWriting() || wanted_)
@@ -314,7 +324,7 @@ void ExportWindow::write() {
     if (!run_.isRunning() && !run_.outcome())
         prepare();
     // The bytes as they stand in the image need not be waited for.
-    if (work_.arrangement.changesNothing() || run_.outcome())
+    if (isWholeAsItStands(std::get<Choice>(chosen)) || run_.outcome())
         return writeOut();
     wanted_ = true;
     showState();
@@ -325,17 +335,12 @@ void ExportWindow::writeOut() {
     const ChoiceOrWhyNot chosen = choice();
     const auto *choice = std::get_if<Choice>(&chosen);
     const ArrangingRun::Outcome *outcome = run_.outcome();
-    if (!choice || !(outcome || choice->arrangement.changesNothing()))
+    if (!choice || !(outcome || isWholeAsItStands(*choice)))
         return showState();
-    const ByteBuffer image = bytes();
-    const bool isWhole = choice->range.length == image->size();
-    content_ = {{},          format(), this->image(),
-                isWhole,     paths(),  controls_->replace->isChecked(),
+    const bool isWhole = choice->range.length == lengthOf(bytes());
+    content_ = {{},          format(), image(), isWhole, paths(), controls_->replace->isChecked(),
                 labelsText()};
-    if (choice->arrangement.changesNothing())
-        toWrite_ = {isWhole ? *image : image->mid(choice->range.offset, choice->range.length)};
-    else
-        toWrite_ = outcome->parts;
+    toWrite_ = isWholeAsItStands(*choice) ? QList<QByteArray>{*bytes()} : outcome->parts;
     if (format())
         layout_ = {*format(), controls_->recordLength->value(), choice->address};
     else

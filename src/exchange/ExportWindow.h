@@ -57,6 +57,8 @@ public:
 
     /// An image may have changed.
     void refresh();
+    /// The bytes may be for another chip than before.
+    void setChip(const ChipSize &chip);
     /// How the names of the files of a split are to begin.
     QString name() const;
     void setName(const QString &path);
@@ -109,6 +111,7 @@ private:
     QString sizeText(const Choice &choice) const;
     void copyLabels();
     void write();
+    bool isWholeAsItStands(const Choice &choice) const;
     void writeOut();
     void writeNextText();
     void showOutOfMemory();

@@ -3,13 +3,12 @@
 
 #include "exchange/OrderBox.h"
 
-#include "files/ByteBuffer.h"
 #include "widgets/FixedFont.h"
 #include "widgets/PlainToolTip.h"
 
 #include "ui_OrderBox.h"
 
-#include <QIntValidator>
+#include <QRegularExpressionValidator>
 
 #include <array>
 
@@ -32,7 +31,11 @@ OrderBox::OrderBox(QWidget *parent)
     c.lowByte->addItems({tr("First"), tr("Last")});
     c.swap->addItems({tr("No"), tr("In each 16 bits"), tr("In each 32 bits")});
     c.filled->setFont(fixedFont());
-    c.filled->setValidator(new QIntValidator(1, int(largestImage / kib), c.filled));
+    // No numbers with group marks: those depend on the language.
+    static const QRegularExpression number(QStringLiteral("[0-9]{0,7}"));
+    c.filled->setValidator(new QRegularExpressionValidator(number, c.filled));
+    connect(c.chipSize, &QPushButton::clicked, this,
+            [this] { controls_->filled->setText(QString::number(chip_.bytes / kib)); });
     for (const QComboBox *box : {c.chips, c.lowByte, c.swap})
         connect(box, &QComboBox::currentIndexChanged, this, &OrderBox::showState);
     connect(c.bits, &QCheckBox::toggled, this, &OrderBox::showState);
@@ -46,15 +49,20 @@ void OrderBox::setUp(Way way, const ChipSize &chip) {
     way_ = way;
     c.lowByteLabel->setVisible(way == Way::Split);
     c.lowByte->setVisible(way == Way::Split);
-    const bool isWholeKib = chip.bytes > 0 && chip.bytes % kib == 0;
-    c.chipSize->setEnabled(isWholeKib);
-    if (isWholeKib) {
-        setPlainToolTip(*c.chipSize, tr("Fill a chip as it stands under Device: %1 has %2")
-                                         .arg(chip.name, chipSizeWords(chip.bytes)));
-        connect(c.chipSize, &QPushButton::clicked, c.filled,
-                [&c, size = chip.bytes / kib] { c.filled->setText(QString::number(size)); });
-    }
+    setChip(chip);
     showState();
+}
+
+void OrderBox::setChip(const ChipSize &chip) {
+    chip_ = chip;
+    QPushButton &button = *controls_->chipSize;
+    const bool isWholeKib = chip.bytes > 0 && chip.bytes % kib == 0;
+    button.setEnabled(isWholeKib);
+    setPlainToolTip(button, isWholeKib
+                                ? tr("Fill a chip as it stands under Device: %1 has %2")
+                                      .arg(chip.name, chipSizeWords(chip.bytes))
+                                : tr("Fill a chip as it stands under Device, once its size is "
+                                     "known"));
 }
 
 Lanes OrderBox::lanes() const {

@@ -28,6 +28,9 @@ public:
     /// Before the first use: what it asks for, and which chip the bytes are likely for.
     void setUp(Way way, const ChipSize &chip);
 
+    /// The bytes are likely for another chip than before.
+    void setChip(const ChipSize &chip);
+
     Ui::OrderBox &controls() { return *controls_; }
 
     /// What has been chosen.
@@ -46,4 +49,5 @@ private:
 
     std::unique_ptr<Ui::OrderBox> controls_;
     Way way_ = Way::Join;
+    ChipSize chip_;
 };

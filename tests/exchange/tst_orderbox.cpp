@@ -22,6 +22,8 @@ private slots:
     void lowByte_matters_whereChipsAreSplit();
     void chipSize_isOfferedWhereItIsKnown_data();
     void chipSize_isOfferedWhereItIsKnown();
+    void anotherChip_takesItsPlace();
+    void numberOfKib_hasDigitsAlone();
     void picture_isDescribed();
     void picture_showsAnotherOrder();
     void picture_readsFromLeftToRight();
@@ -91,6 +93,24 @@ void TestOrderBox::chipSize_isOfferedWhereItIsKnown() {
     QCOMPARE(box.controls().filled->text(), filled);
     QCOMPARE(box.controls().chipSize->toolTip().contains(QStringLiteral("W27C512@DIP28")),
              !filled.isEmpty());
+}
+
+void TestOrderBox::anotherChip_takesItsPlace() {
+    OrderBox box;
+    box.setUp(OrderBox::Way::Join, {});
+    box.setChip({QStringLiteral("27C256@DIP28"), 32'768});
+    QTest::mouseClick(box.controls().chipSize, Qt::LeftButton);
+    QCOMPARE(box.arrangement().filled, qint64(32'768));
+    box.setChip({});
+    QVERIFY(!box.controls().chipSize->isEnabled());
+}
+
+void TestOrderBox::numberOfKib_hasDigitsAlone() {
+    OrderBox box;
+    box.setUp(OrderBox::Way::Join, {});
+    QTest::keyClicks(box.controls().filled, QStringLiteral("-1,0.2 4"));
+    QCOMPARE(box.controls().filled->text(), QStringLiteral("1024"));
+    QCOMPARE(box.arrangement().filled, qint64(1) << 20);
 }
 
 void TestOrderBox::picture_isDescribed() {
