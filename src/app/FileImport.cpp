@@ -9,6 +9,7 @@
 #include "control/AppDelegate.h"
 #include "control/Messages.h"
 #include "control/UserFiles.h"
+#include "devices/ChipInquiry.h"
 #include "exchange/ImportWindow.h"
 #include "files/FileLoading.h"
 #include "files/FileSaving.h"
@@ -103,6 +104,8 @@ void FileImport::show(const QString &path, const ByteBuffer &bytes) {
     connect(window, &ImportWindow::imageChosen, this,
             [this, window](const ByteBuffer &image) { take(image, *window); });
     connect(window, &ImportWindow::partAsked, this, [this, window] { choosePart(*window); });
+    connect(&with_.chip, &ChipInquiry::changed, window,
+            [this, window] { window->setChip(knownChip(with_)); });
     window->show();
 }
 
@@ -142,22 +145,35 @@ void FileImport::openBinary(const QString &path, ImportWindow &from) {
 
 void FileImport::watchSources(const QStringList &paths) {
     sources_.clear();
+    writtenSources_.clear();
     for (const QString &path : paths) {
         auto watch = std::make_unique<OpenedFileWatch>();
         watch->watch(path);
         connect(watch.get(), &OpenedFileWatch::stateChanged, this,
-                [this, path](OpenedFileWatch::State state) { sayOnDisk(path, state); });
+                [this, path](OpenedFileWatch::State state) { noteOnDisk(path, state); });
         sources_.push_back(std::move(watch));
     }
 }
 
 // A file that has gone is no trouble: its bytes were kept.
-void FileImport::sayOnDisk(const QString &source, OpenedFileWatch::State state) {
+void FileImport::noteOnDisk(const QString &source, OpenedFileWatch::State state) {
+    const bool wasSaid = !writtenSources_.isEmpty();
+    writtenSources_.removeAll(source);
     if (state == OpenedFileWatch::State::Changed)
-        with_.messages.sayTrouble(
-            Topic::OpenedFile,
-            tr("%1 has been written since it was imported.").arg(QDir::toNativeSeparators(source)),
-            {tr("Import again"), [this, source] { load(source); }});
-    else
+        writtenSources_.append(source);
+    if (!writtenSources_.isEmpty())
+        sayWritten(writtenSources_.last());
+    else if (wasSaid)
         with_.messages.takeBack(Topic::OpenedFile);
+}
+
+// One of several parts alone would not be what was imported.
+void FileImport::sayWritten(const QString &source) {
+    Messages::Action again;
+    if (sources_.size() == 1)
+        again = {tr("Import again"), [this, source] { load(source); }};
+    with_.messages.sayTrouble(
+        Topic::OpenedFile,
+        tr("%1 has been written since it was imported.").arg(QDir::toNativeSeparators(source)),
+        again);
 }

@@ -41,8 +41,10 @@ private:
     void take(const ByteBuffer &image, ImportWindow &from);
     void openBinary(const QString &path, ImportWindow &from);
     void watchSources(const QStringList &paths);
-    void sayOnDisk(const QString &source, OpenedFileWatch::State state);
+    void noteOnDisk(const QString &source, OpenedFileWatch::State state);
+    void sayWritten(const QString &source);
 
     const ExchangeSurroundings with_;
     std::vector<std::unique_ptr<OpenedFileWatch>> sources_; ///< of the opened binary
+    QStringList writtenSources_; ///< since they were imported, the newest last
 };

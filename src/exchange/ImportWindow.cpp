@@ -6,6 +6,7 @@
 #include "base/Digits.h"
 #include "exchange/FormatEntries.h"
 #include "exchange/ImportWords.h"
+#include "exchange/RecordPart.h"
 #include "exchange/WindowFit.h"
 #include "image/TypedAddress.h"
 #include "imageviews/FactsWords.h"
@@ -20,6 +21,7 @@ namespace {
 
 constexpr int foundColumns = 64;
 constexpr int foundLines = 7;
+constexpr quint8 blankByte = 0xFF;
 
 } // namespace
 
@@ -107,6 +109,10 @@ bool ImportWindow::isJoining() const {
     return controls_->order->lanes().parts > 1;
 }
 
+void ImportWindow::setChip(const ChipSize &chip) {
+    controls_->order->setChip(chip);
+}
+
 QStringList ImportWindow::sources() const {
     if (!isJoining())
         return {path_};
@@ -122,11 +128,17 @@ QString ImportWindow::name() const {
 }
 
 void ImportWindow::addPart(const File &file) {
-    if (recordFormatOf(*file.bytes))
-        return showProblem(tr("%1 is text of records. Import it first, and add the binary that "
-                              "comes of it.")
-                               .arg(QFileInfo(file.path).fileName()));
-    controls_->parts->add(file.path, file.bytes);
+    const QString name = QFileInfo(file.path).fileName();
+    if (controls_->parts->has(file.path))
+        return showProblem(tr("%1 is one of the parts already.").arg(name));
+    const std::optional<RecordFormat> records = recordFormatOf(*file.bytes);
+    const ByteBuffer bytes =
+        records ? bytesOfRecordPart(*file.bytes, *records, fill().value_or(blankByte)) : file.bytes;
+    if (!bytes)
+        return showProblem(tr("%1 is text of records, and something about it must be asked. Import "
+                              "it first, and add the binary that comes of it.")
+                               .arg(name));
+    controls_->parts->add(file.path, bytes);
 }
 
 void ImportWindow::readFile() {
@@ -204,7 +216,7 @@ void ImportWindow::showState() {
     const DecodedRecords *decoded = import_.decoded();
     const bool canBeDoubted =
         decoded && !decoded->troubles.isEmpty() && !decoded->troubles.loseBytes();
-    c.progress->setVisible(format() && !decoded);
+    c.progress->setVisible(import_.isReading());
     c.base->setEnabled(decoded);
     c.fill->setEnabled(decoded);
     c.allTheSame->setVisible(canBeDoubted);
@@ -269,10 +281,8 @@ QString ImportWindow::outcomeText() const {
 
 void ImportWindow::showOutOfMemory() {
     wanted_ = false;
-    if (format() && !import_.decoded()) {
-        controls_->progress->hide();
+    if (format() && !import_.decoded())
         controls_->found->clear();
-    }
     showProblem(tr("There is not enough memory for these bytes."));
 }
 

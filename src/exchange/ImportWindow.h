@@ -42,6 +42,9 @@ public:
     ImportWindow(const File &file, const Offers &offers, QWidget *window);
     ~ImportWindow() override;
 
+    /// The bytes may be for another chip than before.
+    void setChip(const ChipSize &chip);
+
     Ui::ImportWindow &controls() { return *controls_; }
     const QString &path() const { return path_; }
     /// The files whose bytes are imported.

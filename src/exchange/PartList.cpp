@@ -45,6 +45,11 @@ void PartList::setImportedBytes(const ByteBuffer &bytes) {
             part.bytes = bytes;
 }
 
+bool PartList::has(const QString &path) const {
+    return std::any_of(parts_.begin(), parts_.end(),
+                       [&path](const Part &part) { return part.path == path; });
+}
+
 void PartList::add(const QString &path, const ByteBuffer &bytes) {
     parts_.append({path, bytes});
     controls_->list->addItem(QString());

@@ -37,6 +37,9 @@ public:
     void setImported(const QString &path);
     /// The bytes of that file, or null.
     void setImportedBytes(const ByteBuffer &bytes);
+    /// True if the file at \a path is one of the parts.
+    bool has(const QString &path) const;
+    /// Adds the file at \a path, with its \a bytes, behind the others.
     void add(const QString &path, const ByteBuffer &bytes);
 
     /// The files in their order.

@@ -25,6 +25,7 @@ public:
     void read(RecordFormat format);
     /// Forgets what was read.
     void stop();
+    bool isReading() const { return reader_ && !isRead_; }
     /// What was read; null before it is whole.
     const DecodedRecords *decoded() const;
     /// How much of the file has been read, from 0 to 100.

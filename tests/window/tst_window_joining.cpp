@@ -3,6 +3,8 @@
 
 #include "window/ImportSteps.h"
 
+#include "exchange/RecordPart.h"
+#include "files/OpenedFileWatch.h"
 #include "inspect/ImageFacts.h"
 #include "settings/SettingsKeys.h"
 
@@ -20,7 +22,11 @@ private slots:
     void parts_areJoinedInTheOrderShown();
     void fourParts_areJoined();
     void partsThatDoNotFit_areNotJoined();
-    void partOfRecords_isRefused();
+    void partOfRecords_isDecoded();
+    void partOfDoubtfulRecords_isRefused_data();
+    void partOfDoubtfulRecords_isRefused();
+    void sameFileTwice_isRefused();
+    void writtenParts_areSaidUntilAllAreAsTheyWere();
     void partThatCannotBeRead_isSaid();
     void order_thatCannotBe_isSaid_data();
     void order_thatCannotBe_isSaid();
@@ -136,14 +142,72 @@ void TestWindowJoining::partsThatDoNotFit_areNotJoined() {
     QVERIFY(!QFile::exists(velm_->path(QStringLiteral("data"))));
 }
 
-void TestWindowJoining::partOfRecords_isRefused() {
+void TestWindowJoining::partOfRecords_isDecoded() {
     ImportWindow *window = chosen(*velm_, QStringLiteral("even.bin"), "ace");
     const Ui::ImportWindow &c = window->controls();
     c.order->controls().chips->setCurrentIndex(1);
-    velm_->panels.answer = velm_->write(QStringLiteral("odd.hex"), ":00000001FF\n");
+    velm_->panels.answer =
+        velm_->write(QStringLiteral("odd.hex"), ":03000000626466D1\n:00000001FF\n");
     emit c.parts->controls().addButton->clicked();
-    QCOMPARE(c.result->text(), QStringLiteral("odd.hex is text of records. Import it first, and "
-                                              "add the binary that comes of it."));
+    QCOMPARE(c.parts->controls().list->count(), 2);
+    velm_->click(c.importButton);
+    QVERIFY(hasGone(*velm_));
+    QTRY_VERIFY(velm_->state().opened_bin_data);
+    QCOMPARE(*velm_->state().opened_bin_data, QByteArray("abcdef"));
+}
+
+void TestWindowJoining::writtenParts_areSaidUntilAllAreAsTheyWere() {
+    ImportWindow *window = chosen(*velm_, QStringLiteral("even.bin"), "ace");
+    const Ui::ImportWindow &c = window->controls();
+    c.order->controls().chips->setCurrentIndex(1);
+    velm_->panels.answer = velm_->write(QStringLiteral("odd.bin"), "bdf");
+    emit c.parts->controls().addButton->clicked();
+    velm_->click(c.importButton);
+    QVERIFY(hasGone(*velm_));
+    const QString said = QStringLiteral("even.bin has been written since it was imported.");
+    velm_->write(QStringLiteral("even.bin"), "other");
+    QTRY_VERIFY(velm_->message().contains(said));
+    // One part alone is not what was imported.
+    for (const auto *button : velm_->controls().messageLine->findChildren<QPushButton *>())
+        QVERIFY(!button->isVisible() || button->text() != QStringLiteral("Import again"));
+    OpenedFileWatch later;
+    later.watch(velm_->path(QStringLiteral("odd.bin")));
+    QSignalSpy heard(&later, &OpenedFileWatch::stateChanged);
+    QVERIFY(QFile::remove(velm_->path(QStringLiteral("odd.bin"))));
+    QVERIFY(heard.wait());
+    QVERIFY2(velm_->message().contains(said), qPrintable(velm_->message()));
+}
+
+void TestWindowJoining::partOfDoubtfulRecords_isRefused_data() {
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("no bytes") << QByteArray(":00000001FF\n");
+    QTest::newRow("wrong checksum") << QByteArray(":03000000626466D2\n:00000001FF\n");
+    QTest::newRow("far too long an image") << QByteArray(":020000040100F9\n:0100000061"
+                                                         "9E\n:020000040000FA\n:01000000"
+                                                         "619E\n:00000001FF\n");
+    QTest::newRow("too long a text")
+        << QByteArray(":03000000626466D1\n:00000001FF\n") + QByteArray(largestPartText, '\n');
+}
+
+void TestWindowJoining::partOfDoubtfulRecords_isRefused() {
+    QFETCH(QByteArray, text);
+    ImportWindow *window = chosen(*velm_, QStringLiteral("even.bin"), "ace");
+    const Ui::ImportWindow &c = window->controls();
+    c.order->controls().chips->setCurrentIndex(1);
+    velm_->panels.answer = velm_->write(QStringLiteral("odd.hex"), text);
+    emit c.parts->controls().addButton->clicked();
+    QCOMPARE(c.result->text(),
+             QStringLiteral("odd.hex is text of records, and something about it must be asked. "
+                            "Import it first, and add the binary that comes of it."));
+    QCOMPARE(c.parts->controls().list->count(), 1);
+}
+
+void TestWindowJoining::sameFileTwice_isRefused() {
+    ImportWindow *window = chosen(*velm_, QStringLiteral("even.bin"), "ace");
+    const Ui::ImportWindow &c = window->controls();
+    c.order->controls().chips->setCurrentIndex(1);
+    emit c.parts->controls().addButton->clicked(); // the panel answers as before
+    QCOMPARE(c.result->text(), QStringLiteral("even.bin is one of the parts already."));
     QCOMPARE(c.parts->controls().list->count(), 1);
 }
 

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "exchange/RecordPart.h"
+
+#include "formats/ImageFlattening.h"
+#include "formats/RecordReader.h"
+
+ByteBuffer bytesOfRecordPart(const QByteArray &text, RecordFormat format, quint8 fill) {
+    if (text.size() > largestPartText)
+        return nullptr;
+    RecordReader reader(format);
+    while (!reader.advance(text, text.size() + 1))
+        continue;
+    const DecodedRecords &decoded = reader.decoded();
+    const qint64 base = usualBase(decoded.bytes);
+    if (!decoded.troubles.isEmpty() || whyNoImage(decoded.bytes, base) ||
+        decoded.bytes.end() - base > largestPartImage)
+        return nullptr;
+    ImageFlattening image(decoded.bytes, base, char(fill));
+    while (!image.advance(largestPartImage))
+        continue;
+    return image.image();
+}

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "files/ByteBuffer.h"
+#include "formats/RecordFormat.h"
+
+/// The longest text of a part that is read at once, in bytes, and the largest image of it.
+inline constexpr qsizetype largestPartText = qsizetype(4) << 20;
+inline constexpr qint64 largestPartImage = qint64(4) << 20;
+
+/// The bytes that \a text of records stands for, from the usual base on and with \a fill in gaps,
+/// where nothing about it needs to be asked: it is read whole at once. Null if something is wrong
+/// with it, or it is too long for that.
+ByteBuffer bytesOfRecordPart(const QByteArray &text, RecordFormat format, quint8 fill);
