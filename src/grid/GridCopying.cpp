@@ -10,8 +10,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
-#include <algorithm>
-
 namespace {
 
 qint64 rowCountOf(const QItemSelection &rows) {
@@ -34,25 +32,6 @@ QItemSelection GridCopying::rows() const {
     return wholeRows(*view_.gridModel(), block.offset / bytesInRow, (block.end() - 1) / bytesInRow);
 }
 
-/// In the order of the rows.
-QList<ByteRange> GridCopying::bytes() const {
-    if (view_.hasBlock())
-        return {view_.selectedBytes()};
-    const QItemSelection selected = rows();
-    const qint64 count = selected.isEmpty() ? 0 : view_.gridModel()->byteCount();
-    QList<ByteRange> bytes;
-    for (const QItemSelectionRange &range : selected) {
-        const qint64 first = qint64(range.top()) * bytesInRow;
-        const qint64 end = std::min(count, (qint64(range.bottom()) + 1) * bytesInRow);
-        if (first < end)
-            bytes.append({first, end - first});
-    }
-    std::sort(bytes.begin(), bytes.end(), [](const ByteRange &one, const ByteRange &other) {
-        return one.offset < other.offset;
-    });
-    return bytes;
-}
-
 void GridCopying::copy() {
     if (view_.hasBlock())
         copyBytes(ByteNotation::Hexadecimal);
@@ -70,7 +49,7 @@ void GridCopying::copyRows() {
 }
 
 void GridCopying::copyBytes(ByteNotation notation) {
-    const QList<ByteRange> selected = bytes();
+    const QList<ByteRange> selected = view_.selectedRanges();
     qint64 count = 0;
     for (const ByteRange &range : selected)
         count += range.length;

@@ -28,7 +28,7 @@ public:
     /// Copies the selected rows, or those that hold the block, as lines of text: address, bytes and
     /// characters side by side, or the fields of a logic test separated by tabs.
     void copyRows();
-    /// Copies the bytes of the block, or of the selected rows, in \a notation.
+    /// Copies the selected bytes, of rows that need not follow each other as well, in \a notation.
     void copyBytes(ByteNotation notation);
 
 signals:
@@ -39,7 +39,6 @@ signals:
 
 private:
     QItemSelection rows() const;
-    QList<ByteRange> bytes() const;
 
     GridView &view_;
 };

@@ -37,6 +37,37 @@ std::optional<GridStep> stepOf(const QKeyEvent &key) {
     }
 }
 
+/// The bytes of \a rows in their order, of \a count that there are.
+QList<ByteRange> bytesOf(const QItemSelection &rows, qint64 count) {
+    QList<ByteRange> ranges;
+    for (const QItemSelectionRange &range : rows) {
+        const qint64 first = qint64(range.top()) * bytesInRow;
+        const qint64 end = std::min(count, (qint64(range.bottom()) + 1) * bytesInRow);
+        if (first < end)
+            ranges.append({first, end - first});
+    }
+    std::sort(ranges.begin(), ranges.end(), [](const ByteRange &one, const ByteRange &other) {
+        return one.offset < other.offset;
+    });
+    return ranges;
+}
+
+/// \a ranges, which are in order, with those as one that follow each other.
+QList<ByteRange> joined(const QList<ByteRange> &ranges) {
+    QList<ByteRange> joined;
+    for (const ByteRange &range : ranges) {
+        if (!joined.isEmpty() && joined.last().end() == range.offset)
+            joined.last().length += range.length;
+        else
+            joined.append(range);
+    }
+    return joined;
+}
+
+bool isRowOf(const QModelIndex &cursor, const QItemSelection &rows) {
+    return rows.size() == 1 && rows.first().height() == 1 && rows.first().top() == cursor.row();
+}
+
 } // namespace
 
 GridSelection::GridSelection(GridView &view) : QObject(&view), view_(view) {}
@@ -45,16 +76,22 @@ qint64 GridSelection::byteCount() const {
     return view_.gridModel() ? view_.gridModel()->byteCount() : 0;
 }
 
-ByteRange GridSelection::bytes() const {
+QList<ByteRange> GridSelection::ranges() const {
     if (hasBlock())
-        return block_.bytes();
-    const QModelIndex cell = view_.currentIndex();
-    const auto byte = byteOfCell(cell);
-    const GridModel *model = view_.gridModel();
-    if (!byte || model->heading() != GridHeading::Bytes ||
-        model->cell(cell.row(), cell.column()).missing)
+        return {block_.bytes()};
+    const qint64 count = byteCount();
+    if (count == 0)
         return {};
-    return {*byte, 1};
+    const QItemSelection rows = view_.selectionModel()->selection();
+    const auto byte = meantByte();
+    if (!byte || !(rows.isEmpty() || isRowOf(view_.currentIndex(), rows)))
+        return joined(bytesOf(rows, count));
+    return *byte < count ? QList<ByteRange>{{*byte, 1}} : QList<ByteRange>();
+}
+
+ByteRange GridSelection::bytes() const {
+    const QList<ByteRange> all = ranges();
+    return all.size() == 1 ? all.first() : ByteRange();
 }
 
 void GridSelection::select(ByteRange bytes) {
@@ -87,8 +124,14 @@ void GridSelection::extend(qint64 anchor, qint64 lead) {
 }
 
 void GridSelection::end() {
-    const qint64 byte = nearestByte(view_.currentIndex());
+    const qint64 byte = nearestByte();
     take({byte, byte});
+}
+
+void GridSelection::beginAt(qint64 offset) {
+    block_ = {offset, offset};
+    pointed_ = offset;
+    emit changed();
 }
 
 void GridSelection::restore(const ByteBlock &block) {
@@ -105,14 +148,20 @@ void GridSelection::restore(const ByteBlock &block) {
 void GridSelection::takeCursor() {
     if (leading_)
         return;
-    const qint64 byte = nearestByte(view_.currentIndex());
+    if (!isPointedAt(view_.currentIndex()))
+        pointed_.reset();
+    const qint64 byte = nearestByte();
     block_ = {byte, byte};
     emit changed();
 }
 
 void GridSelection::takeRows() {
-    if (!leading_ && hasBlock() && view_.selectionModel()->hasSelection())
+    if (leading_)
+        return;
+    if (hasBlock() && view_.selectionModel()->hasSelection())
         takeCursor();
+    else
+        emit changed();
 }
 
 bool GridSelection::press(const QKeyEvent &key) {
@@ -129,14 +178,25 @@ bool GridSelection::press(const QKeyEvent &key) {
     return endsBlock && !step;
 }
 
-/// The byte of \a cell; of an address and of the characters, the first of their row.
-qint64 GridSelection::nearestByte(const QModelIndex &cell) const {
+bool GridSelection::isPointedAt(const QModelIndex &cell) const {
+    return pointed_ && cell.column() == charactersColumn && cell.row() == *pointed_ / bytesInRow;
+}
+
+/// The byte that the cursor is on, which there need not be; nothing where it stands for a row.
+std::optional<qint64> GridSelection::meantByte() const {
+    return isPointedAt(view_.currentIndex()) ? pointed_ : byteOfCell(view_.currentIndex());
+}
+
+/// The byte under the cursor; where it stands for a row, the first of it.
+qint64 GridSelection::nearestByte() const {
+    const QModelIndex cell = view_.currentIndex();
     const qint64 first = cell.isValid() ? qint64(cell.row()) * bytesInRow : 0;
-    return byteOfCell(cell).value_or(first);
+    return meantByte().value_or(first);
 }
 
 void GridSelection::take(const ByteBlock &block) {
     block_ = block;
+    pointed_.reset();
     showRowsOrBlock();
     view_.viewport()->update();
     emit changed();

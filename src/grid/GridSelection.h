@@ -5,6 +5,7 @@
 
 #include "grid/ByteBlock.h"
 
+#include <QList>
 #include <QObject>
 
 class GridView;
@@ -23,7 +24,11 @@ public:
 
     /// True if more is selected than where the cursor is.
     bool hasBlock() const { return !block_.isOneByte(); }
-    /// The bytes of the block, else the one under the cursor; none where the cursor is on none.
+    /// The bytes of the block. Without one they are those of the selected rows; of a single row
+    /// with the cursor on a byte, or on a character that was clicked, that byte. In the order of
+    /// their offsets, without gaps between bytes that follow each other.
+    QList<ByteRange> ranges() const;
+    /// The same where they all follow each other; none, at offset 0, where they do not.
     ByteRange bytes() const;
 
     /// Selects \a bytes as far as there are any, with the cursor on the first of them and in view.
@@ -35,8 +40,9 @@ public:
     /// Has the selection reach from \a anchor to \a lead, where the cursor goes, or from and to the
     /// bytes nearest to them.
     void extend(qint64 anchor, qint64 lead);
-    /// Has the next extension begin at \a offset instead of at the cursor; there must be no block.
-    void beginAt(qint64 offset) { block_ = {offset, offset}; }
+    /// The pointer was at \a offset: the next extension begins there instead of at the cursor, and
+    /// among characters it is that byte which is meant. There must be no block.
+    void beginAt(qint64 offset);
     /// Gives the block up for the row of the cursor.
     void end();
 
@@ -59,12 +65,16 @@ signals:
 
 private:
     qint64 byteCount() const;
-    qint64 nearestByte(const QModelIndex &cell) const;
+    bool isPointedAt(const QModelIndex &cell) const;
+    std::optional<qint64> meantByte() const;
+    qint64 nearestByte() const;
     void take(const ByteBlock &block);
     void moveCursorTo(qint64 offset);
     void showRowsOrBlock();
 
     GridView &view_;
     ByteBlock block_;
+    std::optional<qint64>
+        pointed_;          ///< the byte that was clicked; kept while the cursor stays there
     bool leading_ = false; ///< the cursor and the rows follow the block at this moment
 };

@@ -114,6 +114,10 @@ ByteRange GridView::selectedBytes() const {
     return selection_->bytes();
 }
 
+QList<ByteRange> GridView::selectedRanges() const {
+    return selection_->ranges();
+}
+
 bool GridView::hasBlock() const {
     return selection_->hasBlock();
 }

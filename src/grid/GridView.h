@@ -73,9 +73,12 @@ public:
     /// changed, if there is no such row.
     bool showAddress(qint64 offset);
 
-    /// The selected bytes: a block, or the one under the cursor. None, at offset 0, where the
-    /// cursor is on no byte and among results.
+    /// The selected bytes: a block, or those of the selected rows; of a single row with the cursor
+    /// on a byte, that one. None, at offset 0, where there are none, where rows do not follow each
+    /// other, and among results.
     ByteRange selectedBytes() const;
+    /// The same where rows need not follow each other, in the order of the offsets.
+    QList<ByteRange> selectedRanges() const;
     /// True if more bytes are selected than the one where the cursor is.
     bool hasBlock() const;
     /// Selects \a bytes as far as the grid shows them, with the cursor on the first of them and in

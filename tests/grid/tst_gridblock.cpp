@@ -12,8 +12,13 @@ class TestGridBlock : public QObject {
 
 private slots:
     void withoutABlock_theByteUnderTheCursorIsSelected();
-    void cellsWithoutAByte_selectNone_data();
-    void cellsWithoutAByte_selectNone();
+    void cellBehindTheLastByte_selectsNone();
+    void rows_selectTheirBytes_data();
+    void rows_selectTheirBytes();
+    void rowsApart_areRangesOfTheirOwn();
+    void rowOfAnotherCursor_selectsItsBytes();
+    void noRow_selectsNone();
+    void everyChangeOfRows_isTold();
     void results_haveNoBytes();
     void selecting_putsTheCursorOnTheFirstByteInView();
     void selecting_takesWhatThereIs_data();
@@ -50,21 +55,84 @@ void TestGridBlock::withoutABlock_theByteUnderTheCursorIsSelected() {
     QCOMPARE(grid.view.selectedRowCount(), 1);
 }
 
-void TestGridBlock::cellsWithoutAByte_selectNone_data() {
-    QTest::addColumn<int>("row");
-    QTest::addColumn<int>("column");
-    QTest::newRow("address") << 1 << 0;
-    QTest::newRow("characters") << 1 << 17;
-    QTest::newRow("behind the last byte") << 2 << 9;
+void TestGridBlock::cellBehindTheLastByte_selectsNone() {
+    ShownGrid grid(QByteArray(40, 'A'));
+    grid.click(2, 9);
+    QCOMPARE(selected(grid.view), bytes(0, 0));
+    QVERIFY(grid.view.selectedRanges().isEmpty());
+    QVERIFY(!grid.view.hasBlock());
 }
 
-void TestGridBlock::cellsWithoutAByte_selectNone() {
-    QFETCH(int, row);
-    QFETCH(int, column);
+void TestGridBlock::rows_selectTheirBytes_data() {
+    QTest::addColumn<int>("column");
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("last");
+    QTest::addColumn<qint64>("offset");
+    QTest::addColumn<qint64>("length");
+    QTest::newRow("by an address") << 0 << 1 << 1 << qint64(16) << qint64(16);
+    QTest::newRow("by addresses") << 0 << 0 << 1 << qint64(0) << qint64(32);
+    QTest::newRow("from below") << 0 << 1 << 0 << qint64(0) << qint64(32);
+    QTest::newRow("to the end") << 0 << 1 << 2 << qint64(16) << qint64(24);
+    QTest::newRow("the last") << 0 << 2 << 2 << qint64(32) << qint64(8);
+    QTest::newRow("of bytes") << 5 << 0 << 1 << qint64(0) << qint64(32);
+    QTest::newRow("ending behind the last byte") << 12 << 1 << 2 << qint64(16) << qint64(24);
+    QTest::newRow("of characters") << charactersColumn << 0 << 1 << qint64(0) << qint64(32);
+}
+
+/// Those that are selected one by one follow each other all the same.
+void TestGridBlock::rows_selectTheirBytes() {
+    QFETCH(const int, column);
+    QFETCH(const int, first);
+    QFETCH(const int, last);
+    QFETCH(const qint64, offset);
+    QFETCH(const qint64, length);
     ShownGrid grid(QByteArray(40, 'A'));
-    grid.setCursor(row, column);
-    QCOMPARE(grid.view.selectedBytes().length, 0);
+    grid.click(first, column);
+    if (last != first)
+        grid.click(last, column, Qt::ControlModifier);
+    QCOMPARE(selected(grid.view), bytes(offset, length));
     QVERIFY(!grid.view.hasBlock());
+}
+
+void TestGridBlock::rowsApart_areRangesOfTheirOwn() {
+    ShownGrid grid(QByteArray(100, 'A'));
+    grid.click(4, 5);
+    grid.click(0, 5, Qt::ControlModifier);
+    grid.click(1, 5, Qt::ControlModifier);
+    QCOMPARE(selected(grid.view), bytes(0, 0));
+    const QList<ByteRange> ranges = grid.view.selectedRanges();
+    QCOMPARE(ranges.size(), 2);
+    QCOMPARE(qMakePair(ranges[0].offset, ranges[0].length), bytes(0, 32));
+    QCOMPARE(qMakePair(ranges[1].offset, ranges[1].length), bytes(64, 16));
+}
+
+void TestGridBlock::rowOfAnotherCursor_selectsItsBytes() {
+    ShownGrid grid(QByteArray(100, 'A'));
+    grid.click(1, 5);
+    grid.click(3, 5, Qt::ControlModifier);
+    grid.click(3, 5, Qt::ControlModifier);
+    QCOMPARE(grid.view.selectedRowCount(), 1);
+    QCOMPARE(selected(grid.view), bytes(16, 16));
+}
+
+void TestGridBlock::noRow_selectsNone() {
+    ShownGrid grid(QByteArray(100, 'A'));
+    grid.setCursor(1, 0);
+    grid.view.clearSelection();
+    QCOMPARE(selected(grid.view), bytes(0, 0));
+}
+
+void TestGridBlock::everyChangeOfRows_isTold() {
+    ShownGrid grid(QByteArray(100, 'A'));
+    grid.click(1, 0);
+    QSignalSpy changes(&grid.view, &GridView::selectedBytesChanged);
+    qint64 told = 0;
+    connect(&grid.view, &GridView::selectedBytesChanged, &grid.view,
+            [&] { told = grid.view.selectedBytes().length; });
+    grid.view.selectionModel()->select(grid.cell(2, 0),
+                                       QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    QCOMPARE(changes.size(), 1);
+    QCOMPARE(told, 32);
 }
 
 void TestGridBlock::results_haveNoBytes() {

@@ -249,8 +249,11 @@ void TestGridKeys::copy_takesWhatIsSelectedInEveryForm() {
     copying.copyRows();
     QCOMPARE(copied().count(u'\n'), 2);
     QVERIFY(copied().startsWith(QStringLiteral("0000  41 42")));
+    grid.view.selectBytes({5, 1});
+    copying.copyBytes(ByteNotation::Characters);
+    QCOMPARE(copied(), QStringLiteral("F"));
     // Rows stand for the bytes in them, in their order.
-    grid.click(1, 5);
+    grid.click(1, 0);
     copying.copyBytes(ByteNotation::PythonBytes);
     QCOMPARE(copied(), QStringLiteral("b\"QRSTUVWXYZ\""));
     grid.click(0, 5, Qt::ControlModifier);

@@ -22,6 +22,7 @@ private slots:
     void drag_ofADoubleClickSelectsNothing();
     void shiftedClick_extendsFromTheCursor();
     void shiftedClick_extendsFromTheCharacterClicked();
+    void clickOnACharacter_selectsItsByte();
     void plainClick_endsTheBlock();
     void rightClick_keepsTheBlockUnderIt();
 };
@@ -175,6 +176,27 @@ void TestGridMouse::shiftedClick_extendsFromTheCharacterClicked() {
     QTest::mouseClick(grid.view.viewport(), Qt::LeftButton, Qt::ShiftModifier,
                       pointOf(grid, 22, true));
     QCOMPARE(selected(grid.view), bytes(19, 4));
+}
+
+void TestGridMouse::clickOnACharacter_selectsItsByte() {
+    ShownGrid grid(QByteArray(40, 'A'));
+    const auto click = [&](int byte) {
+        QTest::mouseClick(grid.view.viewport(), Qt::LeftButton, {}, pointOf(grid, byte, true));
+    };
+    click(19);
+    QCOMPARE(selected(grid.view), bytes(19, 1));
+    click(22); // in the cell where the cursor is already
+    QCOMPARE(selected(grid.view), bytes(22, 1));
+    grid.view.reloadData();
+    QCOMPARE(selected(grid.view), bytes(22, 1));
+    click(41);
+    QCOMPARE(selected(grid.view), bytes(0, 0));
+    click(35);
+    grid.press(Qt::Key_Left);
+    grid.press(Qt::Key_Right);
+    QCOMPARE(grid.cursor(), qMakePair(2, charactersColumn));
+    // No character is meant: the cell stands for all of them.
+    QCOMPARE(selected(grid.view), bytes(32, 8));
 }
 
 void TestGridMouse::plainClick_endsTheBlock() {
