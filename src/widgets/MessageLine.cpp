@@ -210,7 +210,9 @@ void MessageLine::showButtons() {
 
 // The newest message's button is the nearest to the text, so that it moves no other when it comes.
 void MessageLine::placeButtons() {
-    int end = width();
+    const QScrollBar *bar = verticalScrollBar();
+    const int start = width() - (bar->isVisible() ? bar->width() : 0);
+    int end = start;
     for (auto message = messages_.rbegin(); message != messages_.rend(); ++message) {
         if (!message->button)
             continue;
@@ -219,7 +221,7 @@ void MessageLine::placeButtons() {
         message->button->setGeometry(QStyle::visualRect(layoutDirection(), rect(), place));
         end -= size.width() + buttonGap;
     }
-    setViewportMargins(0, 0, width() - end, 0);
+    setViewportMargins(0, 0, start - end, 0);
 }
 
 void MessageLine::runAction(const QPushButton *button) const {

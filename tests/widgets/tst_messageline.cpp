@@ -24,7 +24,7 @@ class TestMessageLine : public QObject {
     Q_OBJECT
 
 private slots:
-    void notices_areShownNewestFirst();
+    void messages_areShownNewestFirst();
     void severity_isAWordAndAReadableColour_data();
     void severity_isAWordAndAReadableColour();
     void sentence_staysOnOneLine();
@@ -32,16 +32,17 @@ private slots:
     void height_isAlwaysTheSame();
     void longSentence_isWrapped();
     void action_hasAButton();
-    void action_mayClearItsOwnNotice();
+    void action_mayClearItsOwnMessage();
     void eachAction_hasAButtonOfItsOwn();
-    void button_staysWithItsNotice();
+    void button_staysWithItsMessage();
     void buttons_standBesideEachOtherAfterTheText();
     void buttons_leaveRoomForTheText();
+    void buttons_standBesideTheScrollBar();
     void buttons_areReachedByKeyboardInTheirOrder();
-    void repeatedNotice_keepsTheSelection();
-    void notices_ofOneMomentAreAnnouncedOnce();
+    void repeatedMessage_keepsTheSelection();
+    void messages_ofOneMomentAreAnnouncedOnce();
     void announcement_isANotification();
-    void noticeThatHasGone_isNotAnnounced();
+    void messageThatHasGone_isNotAnnounced();
 };
 
 namespace {
@@ -92,12 +93,12 @@ struct Window {
 
 void setNumbered(MessageLine &line, int count) {
     for (int number = 1; number <= count; ++number)
-        line.setMessage(number, Severity::Information, u"Notice %1."_s.arg(number));
+        line.setMessage(number, Severity::Information, u"Message %1."_s.arg(number));
 }
 
 } // namespace
 
-void TestMessageLine::notices_areShownNewestFirst() {
+void TestMessageLine::messages_areShownNewestFirst() {
     MessageLine line;
     line.setMessage('a', Severity::Information, u"First."_s);
     line.setMessage('b', Severity::Warning, u"Second."_s);
@@ -196,7 +197,7 @@ void TestMessageLine::action_hasAButton() {
     QVERIFY(!shownButton(line));
 }
 
-void TestMessageLine::action_mayClearItsOwnNotice() {
+void TestMessageLine::action_mayClearItsOwnMessage() {
     MessageLine line;
     line.setMessage('a', Severity::Information, u"x"_s, {u"Undo"_s, [&] {
                                                              line.clearAll();
@@ -238,7 +239,7 @@ void TestMessageLine::eachAction_hasAButtonOfItsOwn() {
 }
 
 // Who has a finger on a button must not do something else with it because a message came.
-void TestMessageLine::button_staysWithItsNotice() {
+void TestMessageLine::button_staysWithItsMessage() {
     Window window;
     MessageLine &line = window.line;
     QStringList deeds;
@@ -298,6 +299,20 @@ void TestMessageLine::buttons_leaveRoomForTheText() {
     }
 }
 
+void TestMessageLine::buttons_standBesideTheScrollBar() {
+    Window window;
+    window.line.setMessage('a', Severity::Information, u"many words "_s.repeated(40),
+                           {u"Act"_s, [] {}});
+    window.height();
+    const QScrollBar *bar = window.line.verticalScrollBar();
+    QTRY_VERIFY(bar->isVisible());
+    const QRect place(bar->mapTo(&window.line, QPoint()), bar->size());
+    QVERIFY(!shownButton(window.line)->geometry().intersects(place));
+    window.line.setMessage('a', Severity::Information, u"few"_s, {u"Act"_s, [] {}});
+    window.height();
+    QTRY_COMPARE(shownButton(window.line)->geometry().right(), window.line.width() - 1);
+}
+
 void TestMessageLine::buttons_areReachedByKeyboardInTheirOrder() {
     Window window;
     QLineEdit next;
@@ -316,7 +331,7 @@ void TestMessageLine::buttons_areReachedByKeyboardInTheirOrder() {
     QVERIFY(next.hasFocus());
 }
 
-void TestMessageLine::repeatedNotice_keepsTheSelection() {
+void TestMessageLine::repeatedMessage_keepsTheSelection() {
     MessageLine line;
     line.setMessage('a', Severity::Information, u"same"_s);
     line.selectAll();
@@ -325,7 +340,7 @@ void TestMessageLine::repeatedNotice_keepsTheSelection() {
     QVERIFY(shownButton(line));
 }
 
-void TestMessageLine::notices_ofOneMomentAreAnnouncedOnce() {
+void TestMessageLine::messages_ofOneMomentAreAnnouncedOnce() {
     MessageLine line;
     const QSignalSpy announced(&line, &MessageLine::announced);
     line.setMessage('a', Severity::Information, u"remark"_s);
@@ -352,7 +367,7 @@ void TestMessageLine::announcement_isANotification() {
     QVERIFY(!object->state().invisible);
 }
 
-void TestMessageLine::noticeThatHasGone_isNotAnnounced() {
+void TestMessageLine::messageThatHasGone_isNotAnnounced() {
     MessageLine line;
     const QSignalSpy announced(&line, &MessageLine::announced);
     line.setMessage('a', Severity::Information, u"for a moment"_s);
