@@ -6,8 +6,6 @@
 #include "imageviews/MemoriesWords.h"
 #include "widgets/FixedFont.h"
 
-#include <QSet>
-
 #include <QTextDocument>
 
 #include <algorithm>
@@ -69,9 +67,9 @@ QVariant FuseListModel::headerData(int section, Qt::Orientation orientation, int
 QString FuseListModel::textOf(const QModelIndexList &indexes) const {
     QList<int> rows;
     for (const QModelIndex &index : indexes)
-        if (!rows.contains(index.row()))
-            rows << index.row();
+        rows << index.row();
     std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
     QString all;
     for (const int row : std::as_const(rows)) {
         const FuseLine &line = lines_[row];
