@@ -26,8 +26,7 @@ OrderBox::OrderBox(QWidget *parent)
     : QGroupBox(parent), controls_(std::make_unique<Ui::OrderBox>()) {
     Ui::OrderBox &c = *controls_;
     c.setupUi(this);
-    c.chips->addItems(
-        {tr("One"), tr("Two of 8 bits: even, odd"), tr("Four of 8 bits"), tr("Two of 16 bits")});
+    c.chips->addItems({tr("One"), tr("Two: even, odd"), tr("Four"), tr("Two of 16 bits")});
     c.lowByte->addItems({tr("First"), tr("Last")});
     c.swap->addItems({tr("No"), tr("In each 16 bits"), tr("In each 32 bits")});
     c.filled->setFont(fixedFont());
