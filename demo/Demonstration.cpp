@@ -7,8 +7,11 @@
 
 #include "ui_MainWindow.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QLocale>
+#include <QMenuBar>
 #include <QMouseEvent>
 #include <QPixmap>
 
@@ -92,6 +95,21 @@ void Demonstration::type(QLineEdit *field, const QString &text) {
     field->selectAll();
     field->insert(text);
     field->clearFocus();
+}
+
+void Demonstration::choose(const QString &text) {
+    for (const QMenu *menu : velm_.window().menuBar()->findChildren<QMenu *>())
+        for (QAction *entry : menu->actions())
+            if (entry->text().remove(u'&') == text)
+                entry->trigger();
+    settle();
+}
+
+bool Demonstration::waitUntil(const std::function<bool()> &happened) {
+    const QDeadlineTimer deadline(std::chrono::seconds(10));
+    while (!happened() && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+    return happened();
 }
 
 void Demonstration::settle() {

@@ -7,6 +7,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class QAbstractButton;
 class QLineEdit;
 
@@ -30,8 +32,12 @@ public:
     void press(QAbstractButton *button);
     /// Types a text in place of what the field holds, and Enter.
     void type(QLineEdit *field, const QString &text);
+    /// Chooses the entry of the menu bar with \a text, without its marks.
+    void choose(const QString &text);
     /// Lets everything happen that waits for the event loop.
     void settle();
+    /// The same until \a happened; false if it has not within ten seconds.
+    bool waitUntil(const std::function<bool()> &happened);
 
 private:
     bool operation(QAbstractButton *button, const QString &name);

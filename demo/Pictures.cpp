@@ -4,14 +4,19 @@
 #include "demo/Pictures.h"
 
 #include "devices/DeviceListView.h"
+#include "exchange/ExportWindow.h"
 #include "grid/CellEditor.h"
 #include "grid/GridColumns.h"
 #include "grid/GridView.h"
+#include "imageviews/MemoriesWindow.h"
 
+#include "ui_ExportWindow.h"
 #include "ui_MainWindow.h"
 
+#include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 
 namespace {
@@ -19,6 +24,8 @@ namespace {
 constexpr int pictureWidth = 1024;
 constexpr int pictureHeight = 700;
 const QString memoryChip = QStringLiteral("W27C512@DIP28");
+const QString microcontroller = QStringLiteral("ATMEGA8@DIP28");
+constexpr ByteRange routine{0x15, 0x25};
 const QString logicChip = QStringLiteral("7400");
 
 bool savePanel(const AppDelegate &delegate, const QString &path) {
@@ -63,8 +70,50 @@ bool pictureOfComparison(VelmWindow &velm, Demonstration &demonstration, const Q
     velm.window().controls().tableview->showAddress(0x12);
     demonstration.settle();
     const bool saved = demonstration.savePicture(path);
+    demonstration.type(bar->findChild<QLineEdit *>(QStringLiteral("what")), QString());
     bar->hide();
     return saved;
+}
+
+// A block of the data to burn, with what is told of it.
+bool pictureOfBlock(VelmWindow &velm, Demonstration &demonstration, const QString &path) {
+    const Ui::MainWindow &c = velm.window().controls();
+    c.tableview->setFocus();
+    c.tableview->selectBytes(routine);
+    const bool told = demonstration.waitUntil(
+        [&c] { return c.factsLine->wholeText().contains(QStringLiteral("selected")); });
+    const bool saved = demonstration.savePicture(path);
+    c.tableview->showAddress(0);
+    return told && saved;
+}
+
+// The data to burn on their way to two chips.
+bool pictureOfHalves(VelmWindow &velm, Demonstration &demonstration, const QString &path) {
+    demonstration.choose(QStringLiteral("Export\u2026"));
+    auto *window = velm.window().findChild<ExportWindow *>();
+    if (!window)
+        return false;
+    window->findChild<QComboBox *>(QStringLiteral("chips"))->setCurrentIndex(1);
+    window->setName(QStringLiteral("/home/me/game"));
+    const QPlainTextEdit *labels = window->controls().labels;
+    const bool told = demonstration.waitUntil(
+        [labels] { return labels->toPlainText().contains(QStringLiteral("odd")); });
+    demonstration.settle();
+    const bool saved = window->grab().save(path);
+    window->close();
+    return told && saved;
+}
+
+// What a microcontroller has besides its code.
+bool pictureOfMemories(VelmWindow &velm, Demonstration &demonstration, const QString &path) {
+    demonstration.type(velm.window().controls().uaTextField, microcontroller);
+    const bool read = demonstration.read();
+    demonstration.choose(QStringLiteral("Other memories\u2026"));
+    auto *window = velm.window().findChild<MemoriesWindow *>();
+    const bool saved = window && window->grab().save(path);
+    if (window)
+        window->close();
+    return read && saved;
 }
 
 bool pictureOfLogicTest(VelmWindow &velm, Demonstration &demonstration, const QString &path) {
@@ -84,12 +133,17 @@ bool makePictures(VelmWindow &velm, const QString &folder) {
     };
     velm.window().resize(pictureWidth, pictureHeight);
     Demonstration demonstration(velm);
-    bool good = demonstration.read() && demonstration.savePicture(file("read"));
+    const ChipFacts *chip = velm.window().controls().chipFacts;
+    bool good = demonstration.waitUntil([chip] { return !chip->wholeText().isEmpty(); });
+    good &= demonstration.read() && demonstration.savePicture(file("read"));
     good &= demonstration.composeFromRead();
     good &= demonstration.writeAndVerify() && demonstration.savePicture(file("velm"));
     good &= pictureOfEdit(velm, demonstration, file("edit"));
     good &= pictureOfComparison(velm, demonstration, file("compare"));
     good &= pictureOfSearch(velm, demonstration, file("search"));
+    good &= pictureOfBlock(velm, demonstration, file("blocks"));
+    good &= pictureOfHalves(velm, demonstration, file("halves"));
+    good &= pictureOfMemories(velm, demonstration, file("memories"));
     good &= pictureOfLogicTest(velm, demonstration, file("logic"));
     demonstration.type(velm.window().controls().uaTextField, memoryChip);
     return good;
