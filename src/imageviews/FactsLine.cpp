@@ -71,9 +71,15 @@ void FactsLine::turn() {
     takeWords(image);
 }
 
+/// The selected bytes if they are more than one, which has words of its own.
+ByteRange FactsLine::selectedBlock() const {
+    const ByteRange selected = grid_->selectedBytes();
+    return selected.length > 1 ? selected : ByteRange();
+}
+
 /// True while there is more to read.
 bool FactsLine::readOn(const ShownImage &image) {
-    const ByteRange block = grid_->hasBlock() ? grid_->selectedBytes() : ByteRange();
+    const ByteRange block = selectedBlock();
     const bool readsImage = reader_.readOn(image);
     const bool readsBlock = block_.readOn(image, block);
     return readsImage || readsBlock;
@@ -106,8 +112,8 @@ QStringList FactsLine::factsOf(const ShownImage &image) const {
     if (size == 0)
         return {sizeWords(size)};
     const std::optional<ImageFacts> facts = reader_.facts();
-    QString selected =
-        grid_->hasBlock() ? blockWords(grid_->selectedBytes(), block_.facts()) : QString();
+    const ByteRange block = selectedBlock();
+    QString selected = block.length > 0 ? blockWords(block, block_.facts()) : QString();
     if (selected.isEmpty() && facts)
         selected = blankRemark(*facts, image.isRead);
     if (selected.isEmpty())
@@ -116,13 +122,10 @@ QStringList FactsLine::factsOf(const ShownImage &image) const {
 }
 
 QString FactsLine::byteUnderCursor(const ByteBuffer &bytes) const {
-    const QModelIndex cell = grid_->currentIndex();
-    if (!cell.isValid() || !isByteColumn(cell.column()))
+    const ByteRange byte = grid_->selectedBytes();
+    if (byte.length != 1 || byte.offset >= lengthOf(bytes))
         return {};
-    const quint64 address = byteIndex(cell.row(), cell.column());
-    if (address >= quint64(lengthOf(bytes)))
-        return {};
-    return byteWords(address, quint8(bytes->constData()[address]));
+    return byteWords(quint64(byte.offset), quint8(bytes->constData()[byte.offset]));
 }
 
 QString FactsLine::withFittingOrigin(const QString &facts) const {

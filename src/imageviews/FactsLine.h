@@ -51,6 +51,7 @@ protected:
 
 private:
     void turn();
+    ByteRange selectedBlock() const;
     bool readOn(const ShownImage &image);
     void takeWords(const std::optional<ShownImage> &image);
     QStringList factsOf(const ShownImage &image) const;

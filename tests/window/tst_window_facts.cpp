@@ -29,6 +29,7 @@ private slots:
     void blankImage_leavesTheByteToTheRemark();
     void theCursor_isFollowed();
     void block_isSaidWithItsChecksums();
+    void rows_areSaidAsABlock();
     void block_isReadAnewAfterAnEdit();
     void largeBlock_isReadInTurns();
     void cellsWithoutAByte_sayNothing_data();
@@ -249,6 +250,20 @@ void TestWindowFacts::block_isSaidWithItsChecksums() {
     grid->endBlock();
     QTRY_VERIFY2(facts(velm).contains(QStringLiteral("at 0002: 0x32")), qPrintable(facts(velm)));
     QVERIFY(!facts(velm).contains(QStringLiteral("selected")));
+}
+
+void TestWindowFacts::rows_areSaidAsABlock() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    moveTo(velm, 0, 0);
+    const QString row = QStringLiteral("selected from 0000 to 000F: 16 bytes, ");
+    QTRY_VERIFY2(facts(velm).endsWith(row + checksums("0123456789ABCDEF")),
+                 qPrintable(facts(velm)));
+    velm.controls().tableview->selectionModel()->select(
+        velm.controls().tableview->model()->index(1, 0),
+        QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    QTRY_VERIFY2(facts(velm).contains(QStringLiteral("selected from 0000 to 0013: 20 bytes, ")),
+                 qPrintable(facts(velm)));
 }
 
 void TestWindowFacts::block_isReadAnewAfterAnEdit() {
