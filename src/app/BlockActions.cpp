@@ -12,6 +12,7 @@
 #include "control/Messages.h"
 #include "control/UserFiles.h"
 #include "files/FileLoading.h"
+#include "grid/GridSteps.h"
 #include "grid/GridView.h"
 #include "image/BlockWords.h"
 
@@ -98,6 +99,15 @@ QString BlockActions::whyNotHere() const {
                : tr("Only the data to burn can be changed: show them first (Ctrl+2).");
 }
 
+std::optional<qint64> BlockActions::placeForBytes() const {
+    const QList<ByteRange> selected = grid().selectedRanges();
+    const qint64 size = imageSize();
+    if (selected.size() == 1)
+        return selected.first().offset;
+    const bool isBehindLast = byteOfCell(grid().currentIndex()) == size;
+    return size == 0 || (selected.isEmpty() && isBehindLast) ? std::optional(size) : std::nullopt;
+}
+
 bool BlockActions::refuses() {
     if (with_.gate.refusesElseCommits())
         return true;
@@ -115,7 +125,10 @@ void BlockActions::writeZeros() {
         return;
     const ByteRange selected = grid().selectedBytes();
     if (selected.length == 0)
-        with_.messages.say(Topic::BlockRefused, tr("No byte is selected."));
+        with_.messages.say(Topic::BlockRefused,
+                           grid().selectedRanges().isEmpty()
+                               ? tr("No byte is selected.")
+                               : tr("The selected rows do not follow each other."));
     else
         with_.delegate.edits().writeZeros(selected);
 }
@@ -128,8 +141,9 @@ void BlockActions::fill() {
         return with_.messages.say(Topic::BlockRefused, tr("There are no bytes to fill."));
     showFillWindow();
     const ByteRange selected = grid().selectedBytes();
-    fillWindow_->offer(grid().hasBlock() ? selected
-                                         : ByteRange{selected.offset, size - selected.offset});
+    // A single byte is where the cursor is, and where filling begins.
+    fillWindow_->offer(selected.length == 1 ? ByteRange{selected.offset, size - selected.offset}
+                                            : selected);
 }
 
 void BlockActions::showFillWindow() {
@@ -170,8 +184,8 @@ void BlockActions::loadFile(const QString &path) {
                                       .arg(QDir::toNativeSeparators(path), failure->reason));
     if (insertWindow_)
         insertWindow_->close();
-    insertWindow_ = new InsertFileWindow({path, *loaded}, grid().selectedBytes().offset,
-                                         imageSize(), &with_.window);
+    insertWindow_ =
+        new InsertFileWindow({path, *loaded}, placeForBytes(), imageSize(), &with_.window);
     connect(insertWindow_, &InsertFileWindow::chosen, this, &BlockActions::insert);
     connect(&with_.delegate, &AppDelegate::imageToBurnChanged, insertWindow_,
             [this, window = insertWindow_.data()] { window->setImageSize(imageSize()); });

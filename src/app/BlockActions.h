@@ -9,6 +9,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <optional>
+
 class ActionGate;
 class AppDelegate;
 class FillWindow;
@@ -58,6 +60,9 @@ private:
     void pasteCharacters() { paste(PastedText::As::Characters); }
     GridView &grid() const;
     qint64 imageSize() const;
+    /// Where bytes come in: at the first that is selected, or just behind the last one if the
+    /// cursor is there; nothing elsewhere.
+    std::optional<qint64> placeForBytes() const;
     bool refuses();
     QString whyNotHere() const;
     bool change(const EditOffers::Block &block);

@@ -38,10 +38,11 @@ void FillWindow::connectControls() {
 }
 
 void FillWindow::offer(ByteRange bytes) {
-    controls_->first->setText(addressWords(bytes.offset));
-    controls_->last->setText(addressWords(bytes.end() - 1));
+    const bool isEmpty = bytes.length == 0;
+    controls_->first->setText(isEmpty ? QString() : addressWords(bytes.offset));
+    controls_->last->setText(isEmpty ? QString() : addressWords(bytes.end() - 1));
     controls_->pattern->selectAll();
-    controls_->pattern->setFocus();
+    (isEmpty ? controls_->first : controls_->pattern)->setFocus();
 }
 
 void FillWindow::setImageSize(qint64 size) {

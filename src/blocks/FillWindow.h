@@ -27,7 +27,7 @@ public:
 
     Ui::FillWindow &controls() { return *controls_; }
 
-    /// Offers \a bytes, of which there is one at least, to be filled.
+    /// Offers \a bytes to be filled; with none the addresses are still to be typed.
     void offer(ByteRange bytes);
     /// The image has \a size bytes by now.
     void setImageSize(qint64 size);

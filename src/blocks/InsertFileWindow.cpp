@@ -15,7 +15,8 @@
 
 #include <algorithm>
 
-InsertFileWindow::InsertFileWindow(File file, qint64 offset, qint64 imageSize, QWidget *window)
+InsertFileWindow::InsertFileWindow(File file, std::optional<qint64> offset, qint64 imageSize,
+                                   QWidget *window)
     : QDialog(window),
       controls_(std::make_unique<Ui::InsertFileWindow>()),
       file_(std::move(file)),
@@ -29,7 +30,7 @@ InsertFileWindow::InsertFileWindow(File file, qint64 offset, qint64 imageSize, Q
     c.size->setText(size == 1 ? tr("1 byte") : tr("%1 bytes").arg(QLocale().toString(size)));
     c.text->setVisible(recordFormatOf(*file_.bytes).has_value());
     c.address->setFont(fixedFont());
-    c.address->setText(addressWords(offset));
+    c.address->setText(offset ? addressWords(*offset) : QString());
     connect(c.address, &QLineEdit::textChanged, this, &InsertFileWindow::showState);
     connect(c.over, &QRadioButton::toggled, this, &InsertFileWindow::showState);
     connect(c.insertButton, &QPushButton::clicked, this, &InsertFileWindow::insert);

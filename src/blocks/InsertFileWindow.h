@@ -27,8 +27,9 @@ public:
         ByteBuffer bytes; ///< not null
     };
 
-    /// Into an image of \a imageSize bytes; the byte at \a offset is offered. Beside \a window.
-    InsertFileWindow(File file, qint64 offset, qint64 imageSize, QWidget *window);
+    /// Into an image of \a imageSize bytes; \a offset is offered, if there is one. Beside
+    /// \a window.
+    InsertFileWindow(File file, std::optional<qint64> offset, qint64 imageSize, QWidget *window);
     ~InsertFileWindow() override;
 
     Ui::InsertFileWindow &controls() { return *controls_; }

@@ -12,6 +12,8 @@ class TestWindowBlocks : public QObject {
 private slots:
     void zero_isWrittenAtTheCursor();
     void zeros_areWrittenOverABlock();
+    void zeros_areWrittenOverSelectedRows();
+    void rowsApart_areLeftAlone();
     void zero_isForTheGridAlone();
     void refusedZero_offersToWriteIt_data();
     void refusedZero_offersToWriteIt();
@@ -65,6 +67,29 @@ void TestWindowBlocks::zeros_areWrittenOverABlock() {
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
     velm.delegate().edits().redo();
     QCOMPARE(imageAndFile(velm), QByteArray(18, '\0') + "IJ");
+}
+
+void TestWindowBlocks::zeros_areWrittenOverSelectedRows() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    velm.controls().tableview->moveTo(velm.controls().tableview->model()->index(0, 0));
+    pressInGrid(velm, Qt::Key_0);
+    QCOMPARE(imageAndFile(velm), QByteArray(16, '\0') + "GHIJ");
+    QCOMPARE(velm.message(), QStringLiteral("Filled 16 bytes at 0000 with 00."));
+}
+
+void TestWindowBlocks::rowsApart_areLeftAlone() {
+    WindowFixture velm;
+    showBytes(velm, QByteArray(40, 'x'));
+    GridView *grid = velm.controls().tableview;
+    for (const int row : {0, 2})
+        grid->selectionModel()->setCurrentIndex(
+            grid->model()->index(row, 3), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    QCOMPARE(grid->selectedRowCount(), 2);
+    pressInGrid(velm, Qt::Key_0);
+    QCOMPARE(imageAndFile(velm), QByteArray(40, 'x'));
+    QCOMPARE(velm.message(),
+             QStringLiteral("Warning: The selected rows do not follow each other."));
 }
 
 void TestWindowBlocks::zero_isForTheGridAlone() {

@@ -21,6 +21,9 @@ private slots:
     void randomBytes_comeBackTheSame();
     void emptyImage_isNotAskedAbout();
     void window_offersTheBlockElseTheRest();
+    void window_offersTheSelectedRows();
+    void withoutAByte_offersNone_data();
+    void withoutAByte_offersNone();
     void window_followsTheImage();
     void refusal_leavesTheWindowOpen();
     void refusalOfAnotherTab_isSaidInTheWindow();
@@ -176,9 +179,61 @@ void TestWindowFill::window_offersTheBlockElseTheRest() {
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
 }
 
+void TestWindowFill::window_offersTheSelectedRows() {
+    WindowFixture velm;
+    showBytes(velm, QByteArray(100, 'x'));
+    GridView *grid = velm.controls().tableview;
+    grid->setFocus();
+    const auto at = [grid](int row) {
+        return grid->visualRect(grid->model()->index(row, 0)).center();
+    };
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, at(1));
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, Qt::ShiftModifier, at(3));
+    FillWindow &window = openFill(velm);
+    QCOMPARE(window.controls().first->text(), QStringLiteral("0010"));
+    QCOMPARE(window.controls().last->text(), QStringLiteral("003F"));
+    press(velm, window);
+    QCOMPARE(imageAndFile(velm),
+             QByteArray(16, 'x') + QByteArray(48, '\xFF') + QByteArray(36, 'x'));
+}
+
+void TestWindowFill::withoutAByte_offersNone_data() {
+    QTest::addColumn<QList<int>>("rows");
+    QTest::addColumn<int>("column");
+    QTest::newRow("behind the last byte") << QList<int>{1} << 9;
+    QTest::newRow("rows apart") << QList<int>{0, 2} << 0;
+}
+
+void TestWindowFill::withoutAByte_offersNone() {
+    QFETCH(const QList<int>, rows);
+    QFETCH(const int, column);
+    WindowFixture velm;
+    const QByteArray image(rows.size() == 1 ? 20 : 40, 'x');
+    showBytes(velm, image);
+    GridView *grid = velm.controls().tableview;
+    for (const int row : rows) {
+        grid->selectionModel()->setCurrentIndex(grid->model()->index(row, column),
+                                                QItemSelectionModel::Select |
+                                                    QItemSelectionModel::Rows);
+    }
+    FillWindow &window = openFill(velm);
+    QCOMPARE(window.controls().first->text(), QString());
+    QCOMPARE(window.controls().last->text(), QString());
+    QTest::keyClick(&window, Qt::Key_Return);
+    velm.settle();
+    QCOMPARE(imageAndFile(velm), image);
+    // What was offered before is not offered again.
+    selectBytes(velm, 2, 3);
+    openFill(velm);
+    grid->moveTo(grid->model()->index(int(image.size() / 16), 12));
+    openFill(velm);
+    QCOMPARE(window.controls().first->text(), QString());
+}
+
 void TestWindowFill::window_followsTheImage() {
     WindowFixture velm;
     showTwentyBytes(velm);
+    selectBytes(velm, 0, 1);
     FillWindow &window = openFill(velm);
     QVERIFY(window.controls().fillButton->isEnabled());
     velm.delegate().openBinary(velm.write(QStringLiteral("short.bin"), "0123"));
@@ -194,6 +249,7 @@ void TestWindowFill::window_followsTheImage() {
 void TestWindowFill::refusal_leavesTheWindowOpen() {
     WindowFixture velm;
     showTwentyBytes(velm);
+    selectBytes(velm, 0, 1);
     FillWindow &window = openFill(velm);
     velm.useTool("sleep 60\n");
     velm.whileBusy([&] {
@@ -211,6 +267,7 @@ void TestWindowFill::refusal_leavesTheWindowOpen() {
 void TestWindowFill::refusalOfAnotherTab_isSaidInTheWindow() {
     WindowFixture velm;
     showTwentyBytes(velm);
+    selectBytes(velm, 0, 1);
     FillWindow &window = openFill(velm);
     velm.controls().tabview->selectTabViewItem(readTabIdentifier());
     press(velm, window);

@@ -17,6 +17,8 @@ private slots:
     void badInput_isSaidAndChangesNothing_data();
     void badInput_isSaidAndChangesNothing();
     void insertedBytes_areSelected();
+    void address_isThatOfTheSelection_data();
+    void address_isThatOfTheSelection();
     void intoAnEmptyImage_bytesAreMovedIn();
     void textOfRecords_isPointedOut();
     void fileThatCannotBeRead_isSaid();
@@ -146,6 +148,27 @@ void TestWindowInsertFile::insertedBytes_areSelected() {
     QCOMPARE(velm.message(), QStringLiteral("Inserted part.bin: 3 bytes at 0005."));
 }
 
+void TestWindowInsertFile::address_isThatOfTheSelection_data() {
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("offered");
+    QTest::newRow("a byte") << 1 << 3 << QStringLiteral("0012");
+    QTest::newRow("a row") << 1 << 0 << QStringLiteral("0010");
+    QTest::newRow("just behind the last byte") << 1 << 5 << QStringLiteral("0014");
+    QTest::newRow("farther behind it") << 1 << 6 << QString();
+}
+
+void TestWindowInsertFile::address_isThatOfTheSelection() {
+    QFETCH(const int, row);
+    QFETCH(const int, column);
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    velm.controls().tableview->moveTo(velm.controls().tableview->model()->index(row, column));
+    InsertFileWindow *window = openInsertion(velm, "ab");
+    QVERIFY(window);
+    QTEST(window->controls().address->text(), "offered");
+}
+
 void TestWindowInsertFile::intoAnEmptyImage_bytesAreMovedIn() {
     WindowFixture velm;
     showBytes(velm, "");
@@ -192,6 +215,7 @@ void TestWindowInsertFile::cancelledPanel_changesNothing() {
 void TestWindowInsertFile::refusalOfAnotherTab_isSaidInTheWindow() {
     WindowFixture velm;
     showTwentyBytes(velm);
+    selectBytes(velm, 0, 1);
     InsertFileWindow *window = openInsertion(velm, "abc");
     QVERIFY(window);
     velm.controls().tabview->selectTabViewItem(readTabIdentifier());
