@@ -34,14 +34,14 @@ QString clipboardText() {
 void BlockActions::paste(PastedText::As as) {
     if (refuses())
         return;
-    const ByteRange selected = grid().selectedBytes();
-    if (selected.length == 0 && imageSize() > 0)
+    const auto place = placeForBytes();
+    if (!place)
         return with_.messages.say(Topic::BlockRefused,
                                   tr("Put the cursor on the first byte to paste over."));
     const QString text = clipboardText();
     if (text.isEmpty())
         return with_.messages.say(Topic::BlockRefused, tr("There is no text on the clipboard."));
-    read({text, as, selected.offset, with_.delegate.imageRevision()});
+    read({text, as, *place, with_.delegate.imageRevision()});
 }
 
 void BlockActions::read(const Paste &paste) {

@@ -17,6 +17,8 @@ private slots:
     void pastes();
     void cursor_goesOnBehindThePastedBytes();
     void whatDoesNotFit_isPastedOnlyWhenAsked();
+    void cursorBehindTheLastByte_appends();
+    void farther_isRefused();
     void emptyImage_isLengthenedWhenAsked();
     void whatIsNotUnderstood_isPastedAsCharactersWhenAsked();
     void charactersThatAreNoBytes_areNotPasted();
@@ -104,6 +106,33 @@ void TestWindowPaste::whatDoesNotFit_isPastedOnlyWhenAsked() {
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHabcd"));
     QCOMPARE(velm.message(), QStringLiteral("Pasted 4 bytes at 0012."));
     velm.delegate().edits().undo();
+    QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
+}
+
+void TestWindowPaste::cursorBehindTheLastByte_appends() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    selectBytes(velm, 16, 1);
+    copy(QStringLiteral("61 62 63 64"));
+    paste(velm);
+    QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFabcd"));
+    paste(velm);
+    QVERIFY2(velm.message().contains(QStringLiteral("since from 0014 on there are 0.")),
+             qPrintable(velm.message()));
+    QPushButton *button = messageButton(velm, QStringLiteral("Paste and lengthen"));
+    QVERIFY(button);
+    button->click();
+    QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFabcdabcd"));
+}
+
+void TestWindowPaste::farther_isRefused() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    velm.controls().tableview->moveTo(velm.controls().tableview->model()->index(1, 6));
+    copy(QStringLiteral("61"));
+    paste(velm);
+    QCOMPARE(velm.message(),
+             QStringLiteral("Warning: Put the cursor on the first byte to paste over."));
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
 }
 
