@@ -40,11 +40,7 @@ QAction *endOfHistory(const QMenu &edit) {
 BlockActions::BlockActions(const Surroundings &surroundings, QObject *parent)
     : QObject(parent), with_(surroundings) {
     connect(&reading_, &PasteReading::finished, this, &BlockActions::takeText);
-    connect(&reading_, &PasteReading::outOfMemory, this, [this] {
-        with_.messages.takeBack(Topic::Block);
-        with_.messages.say(Topic::BlockRefused,
-                           tr("There is not enough memory for what is on the clipboard."));
-    });
+    connect(&reading_, &PasteReading::outOfMemory, this, &BlockActions::forgetText);
 }
 
 QAction *BlockActions::addEntry(WindowMenus &menus, const QString &text, const QString &toolTip,

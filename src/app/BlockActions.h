@@ -82,8 +82,10 @@ private:
 
     void read(const Paste &paste);
     void takeText(const PastedText &text);
+    void forgetText();
+    bool refusesToPaste(quint64 revision);
     void offerCharacters(const Paste &paste, const PasteTrouble &trouble);
-    void offerLength(qint64 offset, const QByteArray &bytes);
+    void offerLength(const Paste &paste, const QByteArray &bytes);
     void overwrite(qint64 offset, const QByteArray &bytes);
 
     const Surroundings with_;

@@ -48,21 +48,44 @@ void BlockActions::read(const Paste &paste) {
     paste_ = paste;
     reading_.read(paste.text, paste.as);
     if (reading_.isReading())
-        with_.messages.say(Topic::Block, tr("Reading the clipboard\u2026"));
+        with_.messages.say(Topic::Clipboard, tr("Reading the clipboard\u2026"));
 }
 
 void BlockActions::takeText(const PastedText &text) {
-    with_.messages.takeBack(Topic::Block);
+    with_.messages.takeBack(Topic::Clipboard);
     const Paste paste = std::exchange(paste_, {});
-    if (paste.revision != with_.delegate.imageRevision())
-        with_.messages.say(Topic::BlockRefused,
-                           tr("The data to burn have changed meanwhile: nothing was pasted."));
-    else if (text.trouble())
+    if (refusesToPaste(paste.revision))
+        return;
+    if (text.trouble())
         offerCharacters(paste, *text.trouble());
     else if (text.bytes().size() > imageSize() - paste.offset)
-        offerLength(paste.offset, text.bytes());
+        offerLength(paste, text.bytes());
     else
         overwrite(paste.offset, text.bytes());
+}
+
+/// What is pasted is meant for the image of \a revision. An entry that is open changes it.
+bool BlockActions::refusesToPaste(quint64 revision) {
+    QString why;
+    if (with_.gate.isClosed()) {
+        why = tr("Nothing was pasted, since the tool was at work.");
+    } else {
+        with_.gate.commitPendingInput();
+        if (revision != with_.delegate.imageRevision())
+            why = tr("The data to burn have changed meanwhile: nothing was pasted.");
+        else if (const QString notHere = whyNotHere(); !notHere.isEmpty())
+            why = tr("Nothing was pasted. %1").arg(notHere);
+    }
+    if (!why.isEmpty())
+        with_.messages.say(Topic::BlockRefused, why);
+    return !why.isEmpty();
+}
+
+void BlockActions::forgetText() {
+    with_.messages.takeBack(Topic::Clipboard);
+    paste_ = {};
+    with_.messages.say(Topic::BlockRefused,
+                       tr("There is not enough memory for what is on the clipboard."));
 }
 
 void BlockActions::offerCharacters(const Paste &paste, const PasteTrouble &trouble) {
@@ -75,16 +98,19 @@ void BlockActions::offerCharacters(const Paste &paste, const PasteTrouble &troub
                        tr("Nothing was pasted. %1").arg(pasteTroubleWords(trouble)), offer);
 }
 
-void BlockActions::offerLength(qint64 offset, const QByteArray &bytes) {
-    const qint64 there = imageSize() - offset;
+void BlockActions::offerLength(const Paste &paste, const QByteArray &bytes) {
+    const qint64 there = imageSize() - paste.offset;
     const QLocale locale;
     with_.messages.say(
         Topic::BlockRefused,
         tr("Nothing was pasted: %1 of %2 bytes do not fit, since from %3 on there "
            "are %4.")
             .arg(locale.toString(bytes.size() - there), locale.toString(bytes.size()),
-                 addressWords(offset), locale.toString(there)),
-        {tr("Paste and lengthen"), [this, offset, bytes] { overwrite(offset, bytes); }});
+                 addressWords(paste.offset), locale.toString(there)),
+        {tr("Paste and lengthen"), [this, offset = paste.offset, revision = paste.revision, bytes] {
+             if (!with_.gate.refuses() && !refusesToPaste(revision))
+                 overwrite(offset, bytes);
+         }});
 }
 
 /// The cursor goes on behind what was pasted, where more may be.

@@ -46,6 +46,7 @@ constexpr std::array rules = {
     Rule{Topic::Entry, warning, warning, Event::ImageChanged},
     Rule{Topic::Block, information, information, Event::ImageChanged},
     Rule{Topic::BlockRefused, warning, warning, Event::RowsSelected, Event::ImageChanged},
+    Rule{Topic::Clipboard, information, information, {}},
     Rule{Topic::ReplacedEdits, warning, warning, {}},
     Rule{Topic::RestoredImage, information, information, {}},
     Rule{Topic::HiddenBytes, information, information, {}},

@@ -27,6 +27,7 @@ enum class Topic {
     Entry,           ///< what was typed into a cell and not taken
     Block,           ///< what a change of a block came to
     BlockRefused,    ///< why a block was not changed
+    Clipboard,       ///< a copied text that is being read
     ReplacedEdits,   ///< edits that a composition replaced
     RestoredImage,   ///< an image that has come back, and how the controls differ from it
     HiddenBytes,     ///< bytes behind the shown text

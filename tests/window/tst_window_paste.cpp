@@ -28,6 +28,10 @@ private slots:
     void inAField_theKeyPastesThere();
     void longText_leavesTheWindowAlive();
     void imageThatChangesMeanwhile_isLeftAlone();
+    void entryThatIsOpenMeanwhile_countsAsAChange();
+    void entryThatIsOpen_endsTheOfferToLengthen();
+    void anotherTabMeanwhile_isNotLeft();
+    void runMeanwhile_endsThePaste();
 };
 
 namespace {
@@ -38,6 +42,32 @@ void copy(const QString &text) {
 
 void paste(WindowFixture &velm) {
     pressInGrid(velm, Qt::Key_V);
+}
+
+constexpr qsizetype longCount = 4 << 20;
+
+/// Begins to paste so much that it is read in many turns.
+void beginLongPaste(WindowFixture &velm) {
+    showBytes(velm, QByteArray(longCount, 'x'));
+    selectBytes(velm, 0, 1);
+    copy(QStringLiteral("61 ").repeated(longCount));
+    menuEntry(velm, QStringLiteral("Pas&te"))->trigger();
+    QTRY_COMPARE(velm.message(), QStringLiteral("Reading the clipboard\u2026"));
+}
+
+/// Types \a text into the cell of the byte at \a offset, and does not end the entry.
+void type(WindowFixture &velm, qint64 offset, const QString &text) {
+    GridView *grid = velm.controls().tableview;
+    selectBytes(velm, offset, 1);
+    QTest::keyClick(grid, Qt::Key_F2);
+    auto *editor = qobject_cast<QLineEdit *>(grid->openEditor());
+    QVERIFY(editor);
+    editor->selectAll();
+    editor->insert(text);
+}
+
+bool says(WindowFixture &velm, const QString &words) {
+    return velm.message().contains(words);
 }
 
 } // namespace
@@ -241,15 +271,57 @@ void TestWindowPaste::longText_leavesTheWindowAlive() {
 
 void TestWindowPaste::imageThatChangesMeanwhile_isLeftAlone() {
     WindowFixture velm;
-    const qsizetype count = 4 << 20;
-    showBytes(velm, QByteArray(count, 'x'));
-    selectBytes(velm, 0, 1);
-    copy(QStringLiteral("61 ").repeated(count));
-    menuEntry(velm, QStringLiteral("Pas&te"))->trigger();
-    QTRY_COMPARE(velm.message(), QStringLiteral("Reading the clipboard\u2026"));
+    beginLongPaste(velm);
     velm.delegate().edits().writeZeros({7, 1});
-    QTRY_VERIFY(velm.message().contains(QStringLiteral("have changed meanwhile")));
-    QCOMPARE(imageAndFile(velm), QByteArray(7, 'x') + '\0' + QByteArray(count - 8, 'x'));
+    QVERIFY(velm.message().contains(QStringLiteral("Reading the clipboard")));
+    QTRY_VERIFY(says(velm, QStringLiteral("have changed meanwhile")));
+    QCOMPARE(imageAndFile(velm), QByteArray(7, 'x') + '\0' + QByteArray(longCount - 8, 'x'));
+}
+
+void TestWindowPaste::entryThatIsOpenMeanwhile_countsAsAChange() {
+    WindowFixture velm;
+    beginLongPaste(velm);
+    type(velm, 5, QStringLiteral("4"));
+    QTRY_VERIFY(says(velm, QStringLiteral("have changed meanwhile")));
+    QCOMPARE(imageAndFile(velm), QByteArray(5, 'x') + '\4' + QByteArray(longCount - 6, 'x'));
+}
+
+void TestWindowPaste::entryThatIsOpen_endsTheOfferToLengthen() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    selectBytes(velm, 19, 1);
+    copy(QStringLiteral("61 62"));
+    paste(velm);
+    QPushButton *button = messageButton(velm, QStringLiteral("Paste and lengthen"));
+    QVERIFY(button);
+    type(velm, 19, QStringLiteral("\"abcd"));
+    button->click();
+    QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIabcd"));
+    QVERIFY2(says(velm, QStringLiteral("have changed meanwhile")), qPrintable(velm.message()));
+}
+
+void TestWindowPaste::anotherTabMeanwhile_isNotLeft() {
+    WindowFixture velm;
+    beginLongPaste(velm);
+    velm.controls().tabview->selectTabViewItem(readTabIdentifier());
+    QTRY_VERIFY(says(velm, QStringLiteral("Nothing was pasted. Only the data to burn")));
+    QCOMPARE(velm.controls().tabview->selectedTabViewItem().identifier, readTabIdentifier());
+    QVERIFY(!velm.delegate().edits().history().canUndo());
+}
+
+void TestWindowPaste::runMeanwhile_endsThePaste() {
+    WindowFixture velm;
+    beginLongPaste(velm);
+    velm.whileBusy([&] {
+        QTRY_VERIFY(!says(velm, QStringLiteral("Reading the clipboard")));
+        velm.delegate().stopRun();
+    });
+    velm.useTool("sleep 60\n");
+    velm.click(velm.controls().btn_verify);
+    QTRY_VERIFY(velm.velm().work().isIdle());
+    QVERIFY2(says(velm, QStringLiteral("Nothing was pasted, since the tool was at work.")),
+             qPrintable(velm.message()));
+    QVERIFY(!velm.delegate().edits().history().canUndo());
 }
 
 QTEST_MAIN(TestWindowPaste)
