@@ -95,7 +95,9 @@ void BlockActions::offerCharacters(const Paste &paste, const PasteTrouble &troub
                      read({paste.text, PastedText::As::Characters, paste.offset, paste.revision});
                  }};
     with_.messages.say(Topic::BlockRefused,
-                       tr("Nothing was pasted. %1").arg(pasteTroubleWords(trouble)), offer);
+                       tr("Nothing was pasted at %1. %2")
+                           .arg(addressWords(paste.offset), pasteTroubleWords(trouble)),
+                       offer);
 }
 
 void BlockActions::offerLength(const Paste &paste, const QByteArray &bytes) {

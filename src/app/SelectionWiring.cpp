@@ -137,5 +137,8 @@ void wireSelection(MainWindow &window, Messages &messages) {
     QObject::connect(c.tableview->selectionModel(), &QItemSelectionModel::selectionChanged,
                      c.tableview, selected);
     QObject::connect(c.tableview->gridModel(), &GridModel::modelReset, c.tableview, selected);
+    // What it offers is about the bytes that were selected then.
+    QObject::connect(c.tableview, &GridView::selectedBytesChanged, c.tableview,
+                     [&messages] { messages.takeBack(Topic::BlockRefused); });
     QObject::connect(c.tabview, &TabView::didSelectTabViewItem, c.tableview, &GridView::endBlock);
 }

@@ -24,6 +24,7 @@ private slots:
     void charactersThatAreNoBytes_areNotPasted();
     void copiedRows_arePasted();
     void nothingToPaste_isSaid();
+    void refusal_goesWithTheNextMove_data();
     void refusal_goesWithTheNextMove();
     void inAField_theKeyPastesThere();
     void longText_leavesTheWindowAlive();
@@ -186,10 +187,10 @@ void TestWindowPaste::whatIsNotUnderstood_isPastedAsCharactersWhenAsked() {
     copy(QStringLiteral("6162 hello"));
     paste(velm);
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
-    QCOMPARE(
-        velm.message(),
-        QStringLiteral("Warning: Nothing was pasted. Line 1, character 6: \u201chello\u201d is "
-                       "no byte in hexadecimal digits."));
+    QCOMPARE(velm.message(),
+             QStringLiteral(
+                 "Warning: Nothing was pasted at 0000. Line 1, character 6: \u201chello\u201d "
+                 "is no byte in hexadecimal digits."));
     QPushButton *button = messageButton(velm, QStringLiteral("Paste characters"));
     QVERIFY(button);
     button->click();
@@ -204,8 +205,9 @@ void TestWindowPaste::charactersThatAreNoBytes_areNotPasted() {
     copy(QStringLiteral("5 \u20AC"));
     choose(velm, QStringLiteral("Paste c&haracters"));
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
-    QCOMPARE(velm.message(), QStringLiteral("Warning: Nothing was pasted. Line 1, character 3: "
-                                            "\u201c\u20AC\u201d takes more than a byte."));
+    QCOMPARE(velm.message(),
+             QStringLiteral("Warning: Nothing was pasted at 0000. Line 1, character 3: "
+                            "\u201c\u20AC\u201d takes more than a byte."));
     QVERIFY(!messageButton(velm, QStringLiteral("Paste characters")));
 }
 
@@ -229,19 +231,34 @@ void TestWindowPaste::nothingToPaste_isSaid() {
     copy(QStringLiteral("  "));
     paste(velm);
     QCOMPARE(velm.message(),
-             QStringLiteral("Warning: Nothing was pasted. There are no bytes in it."));
+             QStringLiteral("Warning: Nothing was pasted at 0000. There are no bytes in it."));
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
 }
 
+void TestWindowPaste::refusal_goesWithTheNextMove_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("offer");
+    QTest::addColumn<Qt::Key>("key");
+    const QString lengthen = QStringLiteral("Paste and lengthen");
+    const QString characters = QStringLiteral("Paste characters");
+    QTest::newRow("to another row") << QStringLiteral("61 62") << lengthen << Qt::Key_Up;
+    QTest::newRow("within the row") << QStringLiteral("61 62") << lengthen << Qt::Key_Left;
+    QTest::newRow("as characters") << QStringLiteral("xyz") << characters << Qt::Key_Left;
+}
+
 void TestWindowPaste::refusal_goesWithTheNextMove() {
+    QFETCH(const QString, text);
+    QFETCH(const QString, offer);
+    QFETCH(const Qt::Key, key);
     WindowFixture velm;
     showTwentyBytes(velm);
     selectBytes(velm, 19, 1);
-    copy(QStringLiteral("61 62"));
+    copy(text);
     paste(velm);
-    QVERIFY(messageButton(velm, QStringLiteral("Paste and lengthen")));
-    QTest::keyClick(velm.controls().tableview, Qt::Key_Up);
-    QVERIFY(!messageButton(velm, QStringLiteral("Paste and lengthen")));
+    QVERIFY(messageButton(velm, offer));
+    QTest::keyClick(velm.controls().tableview, key);
+    QVERIFY(!messageButton(velm, offer));
+    QVERIFY(!velm.message().contains(QStringLiteral("Nothing was pasted")));
 }
 
 void TestWindowPaste::inAField_theKeyPastesThere() {
