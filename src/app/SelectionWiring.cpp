@@ -140,5 +140,6 @@ void wireSelection(MainWindow &window, Messages &messages) {
     // What it offers is about the bytes that were selected then.
     QObject::connect(c.tableview, &GridView::selectedBytesChanged, c.tableview,
                      [&messages] { messages.takeBack(Topic::BlockRefused); });
-    QObject::connect(c.tabview, &TabView::didSelectTabViewItem, c.tableview, &GridView::endBlock);
+    for (GridView *grid : {c.tableview, c.besideGrid})
+        QObject::connect(c.tabview, &TabView::didSelectTabViewItem, grid, &GridView::endBlock);
 }

@@ -18,6 +18,7 @@ private slots:
     void theCursorIsTheSame();
     void differences_areMarkedInBoth();
     void edit_isFollowed();
+    void anotherTab_endsTheBlockBeside();
     void besideGrid_cannotBeEdited();
     void choice_isRemembered();
 };
@@ -153,6 +154,19 @@ void TestWindowSideBySide::edit_isFollowed() {
     QCOMPARE(beside->mark(2, 1), (ByteMark{.differs = true, .edited = true}));
     velm.delegate().edits().undo();
     QTRY_COMPARE(besideRow(velm, 2), QStringLiteral("0020 72 72 72 72"));
+}
+
+void TestWindowSideBySide::anotherTab_endsTheBlockBeside() {
+    WindowFixture velm;
+    showBoth(velm);
+    GridView *beside = velm.controls().besideGrid;
+    QTRY_VERIFY(beside->isVisible());
+    beside->selectBytes({3, 9});
+    QVERIFY(beside->hasBlock());
+    velm.controls().tabview->selectTabViewItem(readTabIdentifier());
+    QVERIFY(!beside->hasBlock());
+    QTRY_COMPARE(besideRow(velm, 0), QStringLiteral("0000 62 75 72 6E"));
+    QVERIFY(!beside->hasBlock());
 }
 
 void TestWindowSideBySide::besideGrid_cannotBeEdited() {
