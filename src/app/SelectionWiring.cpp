@@ -77,9 +77,11 @@ QMenu *addCopyAs(QMenu &edit, const Ui::MainWindow &c) {
 }
 
 void showSelectRange(MainWindow &window) {
+    GridView &grid = gridInUse(window.controls());
     auto *shown = window.findChild<SelectRangeWindow *>();
     if (!shown)
-        shown = new SelectRangeWindow(gridInUse(window.controls()), &window);
+        shown = new SelectRangeWindow(grid, &window);
+    shown->setGrid(grid);
     shown->show();
     shown->raise();
     shown->activateWindow();

@@ -20,7 +20,7 @@ enum UntilEntry { LastByte, Length };
 } // namespace
 
 SelectRangeWindow::SelectRangeWindow(GridView &grid, QWidget *window)
-    : QDialog(window), controls_(std::make_unique<Ui::SelectRangeWindow>()), grid_(grid) {
+    : QDialog(window), controls_(std::make_unique<Ui::SelectRangeWindow>()), grid_(&grid) {
     const Ui::SelectRangeWindow &c = *controls_;
     controls_->setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -38,9 +38,17 @@ SelectRangeWindow::SelectRangeWindow(GridView &grid, QWidget *window)
 
 SelectRangeWindow::~SelectRangeWindow() = default;
 
+void SelectRangeWindow::setGrid(GridView &grid) {
+    if (&grid == grid_)
+        return;
+    grid_ = &grid;
+    takeSelection();
+}
+
 void SelectRangeWindow::takeSelection() {
-    const ByteRange selected = grid_.selectedBytes();
-    controls_->first->setText(addressText(quint64(selected.offset)));
+    const ByteRange selected = grid_->selectedBytes();
+    controls_->first->setText(selected.length == 0 ? QString()
+                                                   : addressText(quint64(selected.offset)));
     showEnd(selected.offset, selected.length);
     controls_->first->selectAll();
 }
@@ -52,9 +60,10 @@ TypedRange::Until SelectRangeWindow::until() const {
 
 /// What is typed, were the end typed as \a until says.
 std::variant<ByteRange, RangeTrouble> SelectRangeWindow::range(TypedRange::Until until) const {
-    const qint64 cursor = byteOfCell(grid_.currentIndex()).value_or(0);
+    const qint64 cursor =
+        byteOfCell(grid_->currentIndex()).value_or(grid_->selectedBytes().offset);
     return bytesOf({controls_->first->text(), controls_->end->text(), until}, cursor,
-                   grid_.gridModel()->byteCount());
+                   grid_->gridModel()->byteCount());
 }
 
 /// Shows the end of \a length bytes from \a first on, as it is asked for; nothing for none.
@@ -86,10 +95,10 @@ void SelectRangeWindow::select() {
     const auto typed = range(until());
     if (const auto *trouble = std::get_if<RangeTrouble>(&typed))
         return say(troubleWords(*trouble));
-    grid_.selectBytes(std::get<ByteRange>(typed));
+    grid_->selectBytes(std::get<ByteRange>(typed));
     accept();
-    grid_.activateWindow();
-    grid_.setFocus(Qt::OtherFocusReason);
+    grid_->activateWindow();
+    grid_->setFocus(Qt::OtherFocusReason);
 }
 
 void SelectRangeWindow::say(const QString &trouble) {
@@ -101,7 +110,7 @@ void SelectRangeWindow::say(const QString &trouble) {
 QString SelectRangeWindow::troubleWords(RangeTrouble trouble) const {
     const QString first = controls_->first->text().trimmed();
     const QString end = controls_->end->text().trimmed();
-    const qint64 count = grid_.gridModel()->byteCount();
+    const qint64 count = grid_->gridModel()->byteCount();
     const QString noAddress = tr("\u201c%1\u201d is no address: it takes hexadecimal digits, or "
                                  "decimal ones behind #.");
     const QString noByte = tr("There is no byte at %1: the last one is at %2.");

@@ -28,6 +28,10 @@ public:
 
     Ui::SelectRangeWindow &controls() { return *controls_; }
 
+    /// Asks for bytes of \a grid, which must live as long, beginning with what is selected there.
+    /// Nothing changes if it does so already.
+    void setGrid(GridView &grid);
+
 private:
     TypedRange::Until until() const;
     std::variant<ByteRange, RangeTrouble> range(TypedRange::Until until) const;
@@ -39,5 +43,5 @@ private:
     QString troubleWords(RangeTrouble trouble) const;
 
     std::unique_ptr<Ui::SelectRangeWindow> controls_;
-    GridView &grid_;
+    GridView *grid_;
 };

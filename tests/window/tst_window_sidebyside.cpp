@@ -1,7 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "imageviews/SelectRangeWindow.h"
 #include "window/EditingSteps.h"
+
+#include "ui_SelectRangeWindow.h"
 
 #include <QMenuBar>
 #include <QScrollBar>
@@ -19,6 +22,7 @@ private slots:
     void differences_areMarkedInBoth();
     void edit_isFollowed();
     void anotherTab_endsTheBlockBeside();
+    void selectRange_goesToTheGridInUse();
     void besideGrid_cannotBeEdited();
     void choice_isRemembered();
 };
@@ -167,6 +171,38 @@ void TestWindowSideBySide::anotherTab_endsTheBlockBeside() {
     QVERIFY(!beside->hasBlock());
     QTRY_COMPARE(besideRow(velm, 0), QStringLiteral("0000 62 75 72 6E"));
     QVERIFY(!beside->hasBlock());
+}
+
+void TestWindowSideBySide::selectRange_goesToTheGridInUse() {
+    WindowFixture velm;
+    showBoth(velm);
+    GridView *burn = velm.controls().tableview;
+    GridView *read = velm.controls().besideGrid;
+    QTRY_VERIFY(read->isVisible());
+    const auto askIn = [&velm](GridView *grid) {
+        velm.velm().window().activateWindow();
+        grid->setFocus();
+        QTest::keyClick(grid, Qt::Key_G, Qt::ControlModifier | Qt::ShiftModifier);
+        velm.settle();
+        return velm.velm().window().findChild<SelectRangeWindow *>();
+    };
+    burn->selectBytes({0x20, 4});
+    SelectRangeWindow *range = askIn(burn);
+    QVERIFY(range);
+    QCOMPARE(range->controls().first->text(), QStringLiteral("0020"));
+    // What is typed stays while it is for the same grid.
+    range->controls().end->setText(QStringLiteral("99"));
+    QCOMPARE(askIn(burn), range);
+    QCOMPARE(range->controls().end->text(), QStringLiteral("99"));
+    read->selectBytes({0x1F00, 6});
+    QCOMPARE(askIn(read), range);
+    QCOMPARE(range->controls().first->text(), QStringLiteral("1F00"));
+    QCOMPARE(range->controls().end->text(), QStringLiteral("1F05"));
+    range->controls().end->setText(QStringLiteral("1F0F"));
+    velm.click(range->controls().selectButton);
+    QCOMPARE(read->selectedBytes().offset, 0x1F00);
+    QCOMPARE(read->selectedBytes().length, 16);
+    QCOMPARE(burn->selectedBytes().length, 4);
 }
 
 void TestWindowSideBySide::besideGrid_cannotBeEdited() {
