@@ -60,8 +60,7 @@ TypedRange::Until SelectRangeWindow::until() const {
 
 /// What is typed, were the end typed as \a until says.
 std::variant<ByteRange, RangeTrouble> SelectRangeWindow::range(TypedRange::Until until) const {
-    const qint64 cursor =
-        byteOfCell(grid_->currentIndex()).value_or(grid_->selectedBytes().offset);
+    const qint64 cursor = byteOfCell(grid_->currentIndex()).value_or(grid_->selectedBytes().offset);
     return bytesOf({controls_->first->text(), controls_->end->text(), until}, cursor,
                    grid_->gridModel()->byteCount());
 }
