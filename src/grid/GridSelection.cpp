@@ -195,11 +195,14 @@ qint64 GridSelection::nearestByte() const {
 }
 
 void GridSelection::take(const ByteBlock &block) {
+    const bool isOther = block != block_;
     block_ = block;
     pointed_.reset();
     showRowsOrBlock();
     view_.viewport()->update();
     emit changed();
+    if (isOther && hasBlock())
+        emit blockChanged();
 }
 
 void GridSelection::moveCursorTo(qint64 offset) {

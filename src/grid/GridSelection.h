@@ -62,6 +62,8 @@ public:
 signals:
     /// Other bytes may be selected.
     void changed();
+    /// There is a block, and it is another one than before.
+    void blockChanged();
 
 private:
     qint64 byteCount() const;

@@ -46,6 +46,7 @@ GridView::GridView(QWidget *parent)
     });
     new GridDrag(*this, *selection_);
     connect(selection_, &GridSelection::changed, this, &GridView::selectedBytesChanged);
+    connect(selection_, &GridSelection::blockChanged, this, [this] { tellSelection(*this); });
     applyFont();
 }
 
@@ -160,7 +161,9 @@ void GridView::focusInEvent(QFocusEvent *event) {
 void GridView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) {
     QAbstractItemView::selectionChanged(selected, deselected);
     selection_->takeRows();
-    tellSelection(*this);
+    // A block tells of itself, and takes the place of rows.
+    if (!selection_->hasBlock())
+        tellSelection(*this);
 }
 
 void GridView::paintEvent(QPaintEvent *event) {

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "grid/GridSelection.h"
 #include "support/ShownGrid.h"
 
 #include <QScrollBar>
@@ -32,6 +33,7 @@ private slots:
     void reload_keepsWhatIsLeft();
     void otherHeading_endsIt();
     void everyChange_isTold();
+    void everyChangeOfTheBlock_isTold();
     void largestImage_isSelectedAtOnce();
 };
 
@@ -351,6 +353,26 @@ void TestGridBlock::everyChange_isTold() {
     QVERIFY(wasTold());
     grid.view.endBlock();
     QVERIFY(!wasTold());
+}
+
+/// Assistive technology hears of these, as it does of rows.
+void TestGridBlock::everyChangeOfTheBlock_isTold() {
+    ShownGrid grid(QByteArray(100, 'A'));
+    grid.click(1, 4);
+    auto *selection = grid.view.findChild<GridSelection *>();
+    QVERIFY(selection);
+    QSignalSpy changes(selection, &GridSelection::blockChanged);
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Right, Qt::Key_Down, Qt::Key_End})
+        grid.press(key, Qt::ShiftModifier);
+    QCOMPARE(changes.size(), 4);
+    grid.press(Qt::Key_End, Qt::ShiftModifier); // goes nowhere
+    grid.view.selectBytes({3, 4});
+    QCOMPARE(changes.size(), 5);
+    grid.view.selectBytes({3, 4});
+    grid.view.reloadData();
+    grid.press(Qt::Key_Escape);
+    grid.press(Qt::Key_Right);
+    QCOMPARE(changes.size(), 5);
 }
 
 void TestGridBlock::largestImage_isSelectedAtOnce() {
