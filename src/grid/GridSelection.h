@@ -62,7 +62,7 @@ public:
 signals:
     /// Other bytes may be selected.
     void changed();
-    /// There is a block, and it is another one than before.
+    /// There is a block, and it is another one than before or of contents that are shown anew.
     void blockChanged();
 
 private:

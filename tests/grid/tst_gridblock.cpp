@@ -369,7 +369,6 @@ void TestGridBlock::everyChangeOfTheBlock_isTold() {
     grid.view.selectBytes({3, 4});
     QCOMPARE(changes.size(), 5);
     grid.view.selectBytes({3, 4});
-    grid.view.reloadData();
     grid.press(Qt::Key_Escape);
     grid.press(Qt::Key_Right);
     QCOMPARE(changes.size(), 5);
