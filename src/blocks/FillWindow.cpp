@@ -6,6 +6,7 @@
 #include "blocks/AddressField.h"
 #include "blocks/PasteWords.h"
 #include "image/BlockWords.h"
+#include "widgets/Announcement.h"
 #include "widgets/FixedFont.h"
 
 #include "ui_FillWindow.h"
@@ -116,4 +117,5 @@ void FillWindow::fill() {
 
 void FillWindow::showProblem(const QString &sentence) {
     controls_->result->setText(sentence);
+    Announcement::make(sentence, this);
 }

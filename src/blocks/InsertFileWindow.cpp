@@ -6,6 +6,7 @@
 #include "blocks/AddressField.h"
 #include "formats/RecordFormat.h"
 #include "image/BlockWords.h"
+#include "widgets/Announcement.h"
 #include "widgets/FixedFont.h"
 
 #include "ui_InsertFileWindow.h"
@@ -101,4 +102,5 @@ void InsertFileWindow::insert() {
 
 void InsertFileWindow::showProblem(const QString &sentence) {
     controls_->result->setText(sentence);
+    Announcement::make(sentence, this);
 }

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "window/BlockSteps.h"
-
 #include "blocks/FillWindow.h"
+#include "support/SpokenWords.h"
+#include "window/BlockSteps.h"
 
 #include "ui_FillWindow.h"
 
@@ -270,9 +270,11 @@ void TestWindowFill::refusalOfAnotherTab_isSaidInTheWindow() {
     selectBytes(velm, 0, 1);
     FillWindow &window = openFill(velm);
     velm.controls().tabview->selectTabViewItem(readTabIdentifier());
+    const SpokenWords speaker;
     press(velm, window);
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
     QVERIFY(window.controls().result->text().contains(QStringLiteral("Only the data to burn")));
+    QCOMPARE(speaker.spoken.count(window.controls().result->text()), 1);
 }
 
 void TestWindowFill::everyControl_hasANameAndATip() {

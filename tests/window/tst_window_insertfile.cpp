@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "window/BlockSteps.h"
-
 #include "blocks/InsertFileWindow.h"
+#include "support/SpokenWords.h"
+#include "window/BlockSteps.h"
 
 #include "ui_InsertFileWindow.h"
 
@@ -219,9 +219,11 @@ void TestWindowInsertFile::refusalOfAnotherTab_isSaidInTheWindow() {
     InsertFileWindow *window = openInsertion(velm, "abc");
     QVERIFY(window);
     velm.controls().tabview->selectTabViewItem(readTabIdentifier());
+    const SpokenWords speaker;
     press(velm, *window);
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
     QVERIFY(window->controls().result->text().contains(QStringLiteral("Only the data to burn")));
+    QCOMPARE(speaker.spoken.count(window->controls().result->text()), 1);
 }
 
 void TestWindowInsertFile::everyControl_hasANameAndATip() {
