@@ -7,6 +7,7 @@
 #include "grid/GridSelection.h"
 #include "grid/GridView.h"
 
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -125,6 +126,9 @@ void GridDrag::extend() {
 }
 
 void GridDrag::scroll() {
+    // The release may have gone elsewhere, as where another window came up.
+    if (!QGuiApplication::mouseButtons().testFlag(Qt::LeftButton))
+        return release();
     const QSize room = view_.viewport()->size();
     const int rows = beyond(pointer_.y(), room.height());
     const int pixels = beyond(pointer_.x(), room.width());

@@ -5,6 +5,7 @@
 #include "support/ShownGrid.h"
 
 #include <QScrollBar>
+#include <QSignalSpy>
 
 /// Selecting bytes with the mouse.
 class TestGridMouse : public QObject {
@@ -18,6 +19,7 @@ private slots:
     void drag_overCharactersMovesNothingSideways();
     void drag_beyondTheEdgeScrolls_data();
     void drag_beyondTheEdgeScrolls();
+    void drag_whoseReleaseIsLostStopsScrolling();
     void drag_fromAnAddressSelectsRows();
     void drag_ofADoubleClickSelectsNothing();
     void shiftedClick_extendsFromTheCursor();
@@ -49,6 +51,29 @@ void moveMouse(const GridView &view, const QPoint &to, Qt::MouseButtons buttons)
                      buttons, Qt::NoModifier);
     QApplication::sendEvent(view.viewport(), &move);
 }
+
+/// As the platform tells of it, which then knows that the button is down.
+void pressInWindow(const GridView &view, const QPoint &at) {
+    QTest::mousePress(view.windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                      view.viewport()->mapTo(&view, at));
+}
+
+void releaseInWindow(const GridView &view, const QPoint &at) {
+    QTest::mouseRelease(view.windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                        view.viewport()->mapTo(&view, at));
+}
+
+/// Keeps releases of the mouse from whom it is installed on.
+class Swallower final : public QObject {
+public:
+    bool eventFilter(QObject *, QEvent *event) override {
+        const bool isRelease = event->type() == QEvent::MouseButtonRelease;
+        swallowed |= isRelease;
+        return isRelease;
+    }
+
+    bool swallowed = false;
+};
 
 void drag(const GridView &view, const QPoint &from, const QPoint &to) {
     QTest::mousePress(view.viewport(), Qt::LeftButton, Qt::NoModifier, from);
@@ -130,14 +155,34 @@ void TestGridMouse::drag_beyondTheEdgeScrolls() {
     grid.view.showAddress(from);
     const QPoint start = pointOf(grid, from, false);
     const QPoint end(start.x(), beyond > 0 ? grid.view.viewport()->height() + beyond : beyond);
-    QTest::mousePress(grid.view.viewport(), Qt::LeftButton, Qt::NoModifier, start);
+    pressInWindow(grid.view, start);
     moveMouse(grid.view, end, Qt::LeftButton);
     // Until the bytes end; the button is down and the mouse at rest.
     if (beyond > 0)
         QTRY_COMPARE(selected(grid.view), bytes(from, 0x300 - from));
     else
         QTRY_COMPARE(selected(grid.view), bytes(5, from - 4));
-    QTest::mouseRelease(grid.view.viewport(), Qt::LeftButton, Qt::NoModifier, end);
+    releaseInWindow(grid.view, start);
+}
+
+void TestGridMouse::drag_whoseReleaseIsLostStopsScrolling() {
+    ShownGrid grid(QByteArray(1 << 20, 'A'));
+    const QPoint start = pointOf(grid, 19, false);
+    pressInWindow(grid.view, start);
+    moveMouse(grid.view, {start.x(), grid.view.viewport()->height() + 1}, Qt::LeftButton);
+    QSignalSpy scrolled(grid.view.verticalScrollBar(), &QScrollBar::valueChanged);
+    QVERIFY(scrolled.wait());
+    Swallower swallower;
+    grid.view.viewport()->installEventFilter(&swallower);
+    releaseInWindow(grid.view, start);
+    QVERIFY(swallower.swallowed);
+    // Many times as long as it takes to scroll on.
+    scrolled.clear();
+    QVERIFY(!scrolled.wait(400));
+    moveMouse(grid.view, pointOf(grid, 40, false), Qt::NoButton);
+    const auto before = selected(grid.view);
+    moveMouse(grid.view, pointOf(grid, 60, false), Qt::NoButton);
+    QCOMPARE(selected(grid.view), before);
 }
 
 void TestGridMouse::drag_fromAnAddressSelectsRows() {
