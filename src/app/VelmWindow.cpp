@@ -93,6 +93,8 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
 }
 
 VelmWindow::~VelmWindow() {
+    // Closing the window asks the controller about a cell that is open, and it goes first.
+    window_.controls().tableview->commitOpenEditor();
     settings_.setGuard({});
 }
 

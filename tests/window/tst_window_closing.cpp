@@ -3,6 +3,7 @@
 
 #include "window/EditingSteps.h"
 
+#include <QPointer>
 #include <QPushButton>
 
 /// Ending the program with edits that are in no file.
@@ -15,6 +16,7 @@ private slots:
     void closing_afterTheEditsWereSavedTakesOne();
     void closing_withReplacedEditsTakesTwoTimes();
     void endingBySignal_giveUpEditsAtTheSecond();
+    void endingWithoutClosing_endsAnOpenEntryFirst();
 };
 
 void TestWindowClosing::closing_withEditsInNoFileTakesTwoTimes() {
@@ -66,6 +68,24 @@ void TestWindowClosing::endingBySignal_giveUpEditsAtTheSecond() {
     QVERIFY(!velm.velm().window().close());
     velm.velm().askToEnd();
     QVERIFY(!velm.velm().window().isVisible());
+}
+
+// The grid would ask the controller for its cells, which has gone by then.
+void TestWindowClosing::endingWithoutClosing_endsAnOpenEntryFirst() {
+    QPointer<CellEditor> editor;
+    {
+        WindowFixture velm;
+        showTwentyBytes(velm);
+        GridView *grid = velm.controls().tableview;
+        grid->setFocus();
+        grid->setCurrentIndex(grid->model()->index(0, 1));
+        QTest::keyClick(grid, Qt::Key_F2);
+        editor = grid->openEditor();
+        QVERIFY(editor);
+        editor->setText(QStringLiteral("7A"));
+        QVERIFY(velm.velm().window().isVisible());
+    }
+    QVERIFY(!editor);
 }
 
 // A second start may ask at the very moment in which the first one ends.
