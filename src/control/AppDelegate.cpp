@@ -31,8 +31,8 @@ AppDelegate::AppDelegate(const Surroundings &surroundings)
                [this] { return imageControls(outlets, with_.defaults); }}),
       openedBinary_(state_.opened_bin_data, with_.messages, with_.gate),
       panelHost_(outlets, with_.defaults, with_.queue, with_.messages, with_.gate) {
-    connect(&edits_, &HandEdits::imageChanged, this, &AppDelegate::showStep);
-    connect(&edits_, &HandEdits::blockChanged, this, &AppDelegate::showBlock);
+    connect(&offers_, &EditOffers::stepped, this, &AppDelegate::showStep);
+    connect(&offers_, &EditOffers::changed, this, &AppDelegate::showBlock);
     connect(&offers_, &EditOffers::saveAsked, this, [this] { export_output_data(this); });
     connect(&offers_, &EditOffers::restored, this,
             [this] { outlets.tableview->setFocus(Qt::OtherFocusReason); });
@@ -85,6 +85,7 @@ void AppDelegate::noteImageChanged() {
     with_.messages.happened(Event::ImageChanged);
     if (lengthOf(state_.output_data) > 0)
         with_.messages.happened(Event::ImageHasBytes);
+    offers_.sayForgotten();
     emit imageToBurnChanged();
 }
 

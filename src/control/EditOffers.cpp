@@ -28,13 +28,23 @@ void EditOffers::redo() {
     step(&HandEdits::redo);
 }
 
-void EditOffers::step(void (HandEdits::*way)()) {
+void EditOffers::step(std::optional<ByteRange> (HandEdits::*way)()) {
     if (gate_.refusesElseCommits())
         return;
+    std::optional<ByteRange> made;
+    if (hasMemoryFor([&] { made = (edits_.*way)(); }) && made)
+        emit stepped(*made);
+}
+
+/// Does \a work, which must be no more than the edit: once that is made, to show it may fail no
+/// more. False, and said, if there is no memory for it.
+bool EditOffers::hasMemoryFor(const std::function<void()> &work) {
     try {
-        (edits_.*way)();
+        work();
+        return true;
     } catch (const std::bad_alloc &) {
         messages_.say(Topic::Entry, noMemoryForEditRemark());
+        return false;
     }
 }
 
@@ -42,7 +52,7 @@ void EditOffers::restore() {
     if (gate_.refusesElseCommits() || edits_.replaced().isEmpty())
         return;
     const int edits = edits_.replaced().last().state.edits;
-    edits_.restore();
+    emit stepped(edits_.restore());
     sayReplaced();
     sayRestored(edits);
     emit restored();
@@ -57,15 +67,16 @@ bool EditOffers::change(const Block &block) {
                       blockTroubleWords(trouble.value_or(BlockTrouble::BehindEnd)));
         return false;
     }
-    try {
-        edits_.change(block.change, block.name);
-    } catch (const std::bad_alloc &) {
-        messages_.say(Topic::Entry, noMemoryForEditRemark());
+    std::optional<ByteRange> made;
+    if (!hasMemoryFor([&] { made = edits_.change(block.change, block.name); }))
         return false;
-    }
+    if (made)
+        emit changed(*made);
     messages_.takeBack(Topic::Entry);
     messages_.takeBack(Topic::BlockRefused);
-    messages_.say(Topic::Block, block.done);
+    messages_.say(Topic::Block, made ? block.done
+                                     : tr("There was nothing to change: the bytes are like that "
+                                          "already."));
     return true;
 }
 
@@ -114,6 +125,13 @@ void EditOffers::sayRestored(int edits) {
         sentences << tr("This image was made with other values than these now: %1.")
                          .arg(QLocale().createSeparatedList(differing));
     messages_.say(Topic::RestoredImage, sentences.join(u' '));
+}
+
+void EditOffers::sayForgotten() {
+    messages_.say(Topic::ForgottenEdits,
+                  edits_.hasForgotten() ? tr("Older edits can no longer be taken back: they would "
+                                             "have needed too much memory.")
+                                        : QString());
 }
 
 void EditOffers::noteSaved(const ByteBuffer &bytes) {

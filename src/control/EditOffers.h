@@ -50,8 +50,9 @@ public:
         QString done;
     };
 
-    /// Changes the data to burn, as one edit, and says so. False, and said, if that cannot be or
-    /// there is no memory for it, or while the tool works.
+    /// Changes the data to burn, as one edit, and says so, or that every byte was like that
+    /// already. False, and said, if that cannot be or there is no memory for it, or while the tool
+    /// works.
     bool change(const Block &block);
     /// Fills \a bytes with 00, as change() does.
     bool writeZeros(ByteRange bytes);
@@ -71,6 +72,8 @@ public:
     /// Says how many \a edits have just come back, if any, and where the image and the controls
     /// part.
     void sayRestored(int edits = 0);
+    /// Says so if older edits were forgotten for the last one.
+    void sayForgotten();
     /// \a bytes are in a file of the user's now: if they are the data to burn, their edits are
     /// safe.
     void noteSaved(const ByteBuffer &bytes);
@@ -79,13 +82,18 @@ public:
     bool refusesToLose(SecondPress::Presser presser);
 
 signals:
+    /// A change was made, and the bytes of \a bytes are other ones, or gone.
+    void changed(ByteRange bytes);
+    /// The same of an edit that was taken back or made again, or of an image restored.
+    void stepped(ByteRange bytes);
     /// An image with its edits has been restored.
     void restored();
     /// The user wants the data to burn in a file.
     void saveAsked();
 
 private:
-    void step(void (HandEdits::*way)());
+    void step(std::optional<ByteRange> (HandEdits::*way)());
+    bool hasMemoryFor(const std::function<void()> &work);
     SecondPress::Question aboutPresent(int edits);
     SecondPress::Question aboutReplaced(int edits);
 

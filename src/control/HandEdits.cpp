@@ -7,7 +7,9 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -17,15 +19,23 @@ constexpr quint64 firstEditRevision = quint64(1) << 32;
 } // namespace
 
 /// A step knows the state that it leads to; the one before it is that of the step before.
-class HandEdits::Step : public QUndoCommand {
+class HandEdits::Step {
 public:
     Step(ByteBuffer &image, const ImageState &after, ByteRange changed)
         : image_(image), after_(after), changed_(changed) {}
+    virtual ~Step() = default;
+    Step(const Step &) = delete;
+    Step &operator=(const Step &) = delete;
+
+    virtual void takeBack() = 0;
+    virtual void make() = 0;
+    /// Lets \a edited, which knows of the steps before, know of this one.
+    virtual void noteIn(EditedBytes &edited) const = 0;
+    /// How many bytes it keeps.
+    virtual qint64 bytesKept() const = 0;
 
     const ImageState &after() const { return after_; }
     ByteRange changed() const { return changed_; }
-    /// Lets \a edited, which knows of the steps before, know of this one.
-    virtual void noteIn(EditedBytes &edited) const = 0;
 
 protected:
     ByteBuffer &image() const { return image_; }
@@ -43,22 +53,17 @@ public:
               QByteArray replaced)
         : Step(image, after, touched), change_(std::move(change)), replaced_(std::move(replaced)) {}
 
-    void undo() override {
-        takeBackChange(*image(), change_, replaced_);
-        made_ = false;
-    }
-    // The history calls this for a new step too, which is made already.
-    void redo() override {
-        if (!made_)
-            makeChange(*image(), change_);
-        made_ = true;
-    }
+    void takeBack() override { takeBackChange(*image(), change_, replaced_); }
+    void make() override { makeChange(*image(), change_); }
     void noteIn(EditedBytes &edited) const override { edited.note(change_); }
+    qint64 bytesKept() const override {
+        const auto *repeated = std::get_if<RepeatedBytes>(&change_.content);
+        return replaced_.size() + (repeated ? repeated->pattern.size() : 0);
+    }
 
 private:
     BlockChange change_;
     QByteArray replaced_;
-    bool made_ = true;
 };
 
 /// Another image in the place of the one that was there.
@@ -67,21 +72,43 @@ public:
     ImageStep(ByteBuffer &image, const Replaced &other)
         : Step(image, other.state, {0, std::max(lengthOf(image), lengthOf(other.image))}),
           other_(other.image),
-          edited_(other.edited) {
-        setText(QCoreApplication::translate("HandEdits", "restoring"));
-    }
+          edited_(other.edited) {}
 
-    void undo() override { std::swap(image(), other_); }
-    void redo() override { std::swap(image(), other_); }
+    void takeBack() override { std::swap(image(), other_); }
+    void make() override { std::swap(image(), other_); }
     void noteIn(EditedBytes &edited) const override { edited = edited_; }
+    qint64 bytesKept() const override { return lengthOf(other_); }
 
 private:
     ByteBuffer other_;
     EditedBytes edited_;
 };
 
-HandEdits::HandEdits(ByteBuffer &image, QObject *parent)
-    : QObject(parent), image_(image), lastRevision_(firstEditRevision) {}
+/// A step in the history, which it comes into when it is made already.
+class HandEdits::Entry final : public QUndoCommand {
+public:
+    Entry(std::shared_ptr<Step> step, const QString &name)
+        : QUndoCommand(name), step_(std::move(step)) {}
+
+    const std::shared_ptr<Step> &step() const { return step_; }
+    void undo() override {
+        step_->takeBack();
+        made_ = false;
+    }
+    // The history calls this for a new entry, too.
+    void redo() override {
+        if (!made_)
+            step_->make();
+        made_ = true;
+    }
+
+private:
+    std::shared_ptr<Step> step_;
+    bool made_ = true;
+};
+
+HandEdits::HandEdits(ByteBuffer &image, qint64 maxStepBytes)
+    : image_(image), maxStepBytes_(maxStepBytes), lastRevision_(firstEditRevision) {}
 
 HandEdits::~HandEdits() = default;
 
@@ -106,7 +133,9 @@ void HandEdits::keepReplaced() {
 void HandEdits::composed(const ImageState &state) {
     history_.clear();
     edited_ = {};
-    composed_ = state;
+    editedBefore_ = {};
+    before_ = state;
+    hasForgotten_ = false;
     const bool lostNothing = image_ && !replaced_.isEmpty() && *replaced_.last().image == *image_;
     if (lostNothing)
         replaced_.removeLast();
@@ -118,61 +147,102 @@ void HandEdits::remember(const CellEdit &edit) {
         return;
     const BlockChange change{edit.offset, edit.replaced.size(), written.size(),
                              RepeatedBytes{written}};
-    history_.push(new BlockStep(image_, stateAfterEdit(), change, change.written(), edit.replaced));
+    push(std::make_unique<Entry>(std::make_shared<BlockStep>(image_, stateAfterEdit(), change,
+                                                             change.written(), edit.replaced),
+                                 QString()));
     edited_.note(change);
 }
 
-void HandEdits::change(const BlockChange &change, const QString &name) {
+// All that takes memory comes before the first byte is changed.
+std::optional<ByteRange> HandEdits::change(const BlockChange &change, const QString &name) {
+    EditedBytes edited = edited_;
+    edited.note(change);
     const QByteArray replaced = replacedBytes(*image_, change);
     const ByteRange touched = touchedBy(change, lengthOf(image_));
-    auto step = std::make_unique<BlockStep>(image_, stateAfterEdit(), change, touched, replaced);
-    step->setText(name);
+    auto entry = std::make_unique<Entry>(
+        std::make_shared<BlockStep>(image_, stateAfterEdit(), change, touched, replaced), name);
     makeChange(*image_, change);
     const QByteArrayView now = QByteArrayView(std::as_const(*image_)).sliced(change.offset);
     if (change.length == replaced.size() && now.startsWith(replaced))
-        return;
-    history_.push(step.release());
-    edited_.note(change);
-    emit blockChanged(touched);
+        return std::nullopt;
+    push(std::move(entry));
+    edited_ = std::move(edited);
+    return touched;
 }
 
-void HandEdits::restore() {
-    const Replaced newest = replaced_.takeLast();
-    history_.push(new ImageStep(image_, newest));
+ByteRange HandEdits::restore() {
+    const Replaced newest = replaced_.last();
+    const auto step = std::make_shared<ImageStep>(image_, newest);
+    auto entry =
+        std::make_unique<Entry>(step, QCoreApplication::translate("HandEdits", "restoring"));
+    step->make();
+    replaced_.removeLast();
+    push(std::move(entry));
     edited_ = newest.edited;
-    emit imageChanged(stepAt(history_.index() - 1).changed());
+    return step->changed();
 }
 
-void HandEdits::undo() {
+void HandEdits::push(std::unique_ptr<Entry> entry) {
+    history_.push(entry.release());
+    forgetOldest();
+}
+
+/// The newest step stays, however much it keeps.
+void HandEdits::forgetOldest() {
+    const int count = history_.count();
+    int kept = 1;
+    qint64 bytes = stepAt(count - 1).bytesKept();
+    while (kept < count && bytes + stepAt(count - kept - 1).bytesKept() <= maxStepBytes_)
+        bytes += stepAt(count - ++kept).bytesKept();
+    hasForgotten_ = kept < count;
+    if (!hasForgotten_)
+        return;
+    std::vector<std::unique_ptr<Entry>> entries;
+    for (int index = count - kept; index < count; ++index)
+        entries.push_back(std::make_unique<Entry>(entryAt(index).step(), entryAt(index).text()));
+    for (int index = 0; index < count - kept; ++index)
+        stepAt(index).noteIn(editedBefore_);
+    before_ = stepAt(count - kept - 1).after();
+    history_.clear();
+    for (std::unique_ptr<Entry> &entry : entries)
+        history_.push(entry.release());
+}
+
+std::optional<ByteRange> HandEdits::undo() {
     if (!history_.canUndo())
-        return;
-    const ByteRange changed = stepAt(history_.index() - 1).changed();
+        return std::nullopt;
+    const int index = history_.index() - 1;
+    EditedBytes edited = editedBefore_;
+    for (int before = 0; before < index; ++before)
+        stepAt(before).noteIn(edited);
     history_.undo();
-    noteEditedAnew();
-    emit imageChanged(changed);
+    edited_ = std::move(edited);
+    hasForgotten_ = false;
+    return stepAt(index).changed();
 }
 
-void HandEdits::redo() {
+std::optional<ByteRange> HandEdits::redo() {
     if (!history_.canRedo())
-        return;
-    const ByteRange changed = stepAt(history_.index()).changed();
+        return std::nullopt;
+    const Step &step = stepAt(history_.index());
+    EditedBytes edited = edited_;
+    step.noteIn(edited);
     history_.redo();
-    stepAt(history_.index() - 1).noteIn(edited_);
-    emit imageChanged(changed);
+    edited_ = std::move(edited);
+    hasForgotten_ = false;
+    return step.changed();
 }
 
-void HandEdits::noteEditedAnew() {
-    edited_ = {};
-    for (int index = 0; index < history_.index(); ++index)
-        stepAt(index).noteIn(edited_);
+const HandEdits::Entry &HandEdits::entryAt(int index) const {
+    return *static_cast<const Entry *>(history_.command(index));
 }
 
 const HandEdits::Step &HandEdits::stepAt(int index) const {
-    return *static_cast<const Step *>(history_.command(index));
+    return *entryAt(index).step();
 }
 
 ImageState HandEdits::state() const {
-    return history_.index() == 0 ? composed_ : stepAt(history_.index() - 1).after();
+    return history_.index() == 0 ? before_ : stepAt(history_.index() - 1).after();
 }
 
 void HandEdits::noteSaved() {

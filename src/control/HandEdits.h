@@ -7,9 +7,11 @@
 #include "image/CompositionRemarks.h"
 #include "image/EditedBytes.h"
 
-#include <QObject>
 #include <QSet>
 #include <QUndoStack>
+
+#include <memory>
+#include <optional>
 
 struct CellEdit;
 
@@ -27,9 +29,7 @@ struct ImageState {
 
 /// The edits of the data to burn since it was composed last: what was done, taken back and can be
 /// made again. They change the image in place; nothing here writes or shows it.
-class HandEdits final : public QObject {
-    Q_OBJECT
-
+class HandEdits final {
 public:
     /// An image with its edits, before a composition replaced it.
     struct Replaced {
@@ -48,9 +48,15 @@ public:
     static constexpr qsizetype maxReplaced = 8;
     static constexpr qsizetype maxReplacedBytes = qsizetype(256) << 20;
 
-    /// Works on the image that \a image refers to at each moment.
-    explicit HandEdits(ByteBuffer &image, QObject *parent = nullptr);
-    ~HandEdits() override;
+    /// How many bytes the steps keep, beside the newest.
+    static constexpr qint64 maxKeptBytes = qint64(2) << 30;
+
+    /// Works on the image that \a image refers to at each moment. Its steps keep no more than
+    /// \a maxStepBytes: for a new one that exceeds them the oldest are forgotten, for good.
+    explicit HandEdits(ByteBuffer &image, qint64 maxStepBytes = maxKeptBytes);
+    ~HandEdits();
+    HandEdits(const HandEdits &) = delete;
+    HandEdits &operator=(const HandEdits &) = delete;
 
     /// The image is about to be composed anew: if it has edits, it is kept to be restored.
     void keepReplaced();
@@ -60,19 +66,22 @@ public:
     /// Remembers \a edit, which was carried out already. An entry that changed no byte is none.
     void remember(const CellEdit &edit);
     /// Makes \a change, which must have no trouble, as one step that is called \a name
-    /// (translated). blockChanged() follows, unless every byte was that already: then there is no
-    /// step. Throws std::bad_alloc, with image and history untouched, where there is no memory for
-    /// it.
-    void change(const BlockChange &change, const QString &name);
+    /// (translated), and gives the bytes that are other ones, or gone. Nothing if every byte was
+    /// that already: then there is no step. Throws std::bad_alloc, with image and history
+    /// untouched, where there is no memory for it.
+    std::optional<ByteRange> change(const BlockChange &change, const QString &name);
     /// The images that were replaced with their edits and not restored, the newest last.
     const QList<Replaced> &replaced() const { return replaced_; }
     /// Puts the newest replaced image in the place of the image, as one step that can be taken
-    /// back. There must be one.
-    void restore();
-    /// Takes the last step back, or makes it again. Nothing happens if there is none. Throws
-    /// std::bad_alloc, with image and history untouched, where there is no memory for it.
-    void undo();
-    void redo();
+    /// back, and gives the bytes that are other ones, or gone. There must be one.
+    ByteRange restore();
+    /// Takes the last step back, or makes it again, and gives the bytes that are other ones, or
+    /// gone. Nothing happens if there is none. Throws std::bad_alloc, with image and history
+    /// untouched, where there is no memory for it.
+    std::optional<ByteRange> undo();
+    std::optional<ByteRange> redo();
+    /// True if older steps were forgotten for the one that was made last.
+    bool hasForgotten() const { return hasForgotten_; }
 
     /// The image that the edits are made in.
     const ByteBuffer &image() const { return image_; }
@@ -87,26 +96,25 @@ public:
     /// The steps, to look at.
     const QUndoStack &history() const { return history_; }
 
-signals:
-    /// A step was taken back or made (again), other than by remember() or change(), and the bytes
-    /// of \a changed are other ones, or gone.
-    void imageChanged(ByteRange changed);
-    /// A change was made, and the bytes of \a changed are other ones.
-    void blockChanged(ByteRange changed);
-
 private:
     class Step;
     class BlockStep;
     class ImageStep;
+    class Entry;
 
     ImageState stateAfterEdit();
-    void noteEditedAnew();
+    void push(std::unique_ptr<Entry> entry);
+    void forgetOldest();
+    const Entry &entryAt(int index) const;
     const Step &stepAt(int index) const;
 
     ByteBuffer &image_;
+    const qint64 maxStepBytes_;
     QUndoStack history_;
-    ImageState composed_;
+    ImageState before_;        ///< before the first step
+    EditedBytes editedBefore_; ///< there
     EditedBytes edited_;
+    bool hasForgotten_ = false;
     QList<Replaced> replaced_;
     QSet<quint64> saved_; ///< revisions
     quint64 lastRevision_ = 0;

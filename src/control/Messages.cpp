@@ -47,6 +47,7 @@ constexpr std::array rules = {
     Rule{Topic::Block, information, information, Event::ImageChanged},
     Rule{Topic::BlockRefused, warning, warning, Event::RowsSelected, Event::ImageChanged},
     Rule{Topic::Clipboard, information, information, {}},
+    Rule{Topic::ForgottenEdits, information, information, {}},
     Rule{Topic::ReplacedEdits, warning, warning, {}},
     Rule{Topic::RestoredImage, information, information, {}},
     Rule{Topic::HiddenBytes, information, information, {}},

@@ -28,6 +28,7 @@ enum class Topic {
     Block,           ///< what a change of a block came to
     BlockRefused,    ///< why a block was not changed
     Clipboard,       ///< a copied text that is being read
+    ForgottenEdits,  ///< edits that can no longer be taken back
     ReplacedEdits,   ///< edits that a composition replaced
     RestoredImage,   ///< an image that has come back, and how the controls differ from it
     HiddenBytes,     ///< bytes behind the shown text

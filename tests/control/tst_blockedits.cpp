@@ -23,10 +23,15 @@ private slots:
     void editedBytes_comeBackWithTheirImage();
     void randomEdits_areTakenBackAndMadeAgain();
     void changeWithoutMemory_leavesAllAsItWas();
+    void growingWithoutMemory_leavesAllAsItWas();
+    void stepsWithoutMemory_leaveAllAsItWas();
+    void oldestSteps_areForgotten();
+    void whatIsLeftOfTheHistory_isTrue();
+    void restoredImages_countAsKept();
 
 private:
     void write(qint64 offset, const QByteArray &bytes);
-    void fill(qint64 offset, qint64 length, char byte);
+    std::optional<ByteRange> fill(qint64 offset, qint64 length, char byte);
     void compose(const QByteArray &bytes);
     QString marks() const;
 
@@ -55,9 +60,9 @@ void TestBlockEdits::write(qint64 offset, const QByteArray &bytes) {
     edits_->remember(edit);
 }
 
-void TestBlockEdits::fill(qint64 offset, qint64 length, char byte) {
-    edits_->change(fillOf({offset, length}, RepeatedBytes{QByteArray(1, byte)}),
-                   QStringLiteral("fill"));
+std::optional<ByteRange> TestBlockEdits::fill(qint64 offset, qint64 length, char byte) {
+    return edits_->change(fillOf({offset, length}, RepeatedBytes{QByteArray(1, byte)}),
+                          QStringLiteral("fill"));
 }
 
 /// A letter for each byte that is edited, a dot for each other.
@@ -89,32 +94,23 @@ void TestBlockEdits::aChange_isOneStep() {
 }
 
 void TestBlockEdits::aChangeThatChangesNothing_isNone() {
-    int told = 0;
-    QObject::connect(edits_.get(), &HandEdits::blockChanged, edits_.get(), [&] { ++told; });
-    fill(3, 1, '3');
-    QCOMPARE(told, 0);
+    QVERIFY(!fill(3, 1, '3'));
     QVERIFY(!edits_->history().canUndo());
     QVERIFY(edits_->edited().isEmpty());
     QCOMPARE(edits_->state().revision, revision_);
-    fill(3, 2, '3');
-    QCOMPARE(told, 1);
+    QVERIFY(fill(3, 2, '3'));
 }
 
 void TestBlockEdits::changes_tellWhatTheyTouched() {
-    QStringList told;
-    const auto words = [](const QString &what, ByteRange bytes) {
-        return QStringLiteral("%1 %2+%3").arg(what).arg(bytes.offset).arg(bytes.length);
+    const auto words = [](const std::optional<ByteRange> &bytes) {
+        return bytes ? QStringLiteral("%1+%2").arg(bytes->offset).arg(bytes->length) : QString();
     };
-    QObject::connect(edits_.get(), &HandEdits::blockChanged, edits_.get(),
-                     [&](ByteRange bytes) { told << words(QStringLiteral("changed"), bytes); });
-    QObject::connect(edits_.get(), &HandEdits::imageChanged, edits_.get(),
-                     [&](ByteRange bytes) { told << words(QStringLiteral("stepped"), bytes); });
-    edits_->change(insertionOf(4, "ab"), {});
-    fill(1, 2, 'x');
-    edits_->undo();
-    edits_->undo();
-    QCOMPARE(told, QStringList({QStringLiteral("changed 4+8"), QStringLiteral("changed 1+2"),
-                                QStringLiteral("stepped 1+2"), QStringLiteral("stepped 4+8")}));
+    QCOMPARE(words(edits_->change(insertionOf(4, "ab"), {})), QStringLiteral("4+8"));
+    QCOMPARE(words(fill(1, 2, 'x')), QStringLiteral("1+2"));
+    QCOMPARE(words(edits_->undo()), QStringLiteral("1+2"));
+    QCOMPARE(words(edits_->undo()), QStringLiteral("4+8"));
+    QCOMPARE(words(edits_->undo()), QString());
+    QCOMPARE(words(edits_->redo()), QStringLiteral("4+8"));
 }
 
 void TestBlockEdits::editedBytes_followTheHistory() {
@@ -213,6 +209,121 @@ void TestBlockEdits::changeWithoutMemory_leavesAllAsItWas() {
     QVERIFY(edits_->edited().isEmpty());
     fill(0, 100 << 20, 'y');
     QCOMPARE(image_->front(), 'y');
+}
+
+void TestBlockEdits::growingWithoutMemory_leavesAllAsItWas() {
+    if (!AddressSpaceLimit::works())
+        QSKIP("the sanitizer needs the address space");
+    const qsizetype size = qsizetype(128) << 20;
+    compose(QByteArray(size, 'x'));
+    const QByteArray grown(qsizetype(64) << 20, 'y');
+    {
+        const AddressSpaceLimit limit(rlim_t(32) << 20);
+        QVERIFY_THROWS_EXCEPTION(std::bad_alloc, edits_->change(insertionOf(5, grown), {}));
+    }
+    QCOMPARE(image_->size(), size);
+    QCOMPARE(image_->count('x'), size);
+    QVERIFY(!edits_->history().canUndo());
+    QVERIFY(edits_->edited().isEmpty());
+    QCOMPARE(edits_->state().revision, revision_);
+    QVERIFY(edits_->change(insertionOf(5, grown), {}));
+    QCOMPARE(image_->size(), size + grown.size());
+}
+
+void TestBlockEdits::stepsWithoutMemory_leaveAllAsItWas() {
+    if (!AddressSpaceLimit::works())
+        QSKIP("the sanitizer needs the address space");
+    const qsizetype size = qsizetype(64) << 20;
+    compose(QByteArray(size, 'x'));
+    fill(1, 1, 'z');
+    edits_->change(insertionOf(5, QByteArray(size, 'y')), {});
+    const quint64 revision = edits_->state().revision;
+    {
+        const QByteArray shared = *image_;
+        const AddressSpaceLimit limit(rlim_t(16) << 20);
+        QVERIFY_THROWS_EXCEPTION(std::bad_alloc, edits_->undo());
+    }
+    QCOMPARE(image_->size(), 2 * size);
+    QCOMPARE(edits_->state().revision, revision);
+    QVERIFY(edits_->edited().contains(6));
+    QVERIFY(edits_->undo());
+    QCOMPARE(image_->size(), size);
+    {
+        const QByteArray shared = *image_;
+        const AddressSpaceLimit limit(rlim_t(16) << 20);
+        QVERIFY_THROWS_EXCEPTION(std::bad_alloc, edits_->redo());
+    }
+    QCOMPARE(image_->size(), size);
+    QCOMPARE(edits_->state().edits, 1);
+    QVERIFY(edits_->edited().contains(1) && !edits_->edited().contains(6));
+    QVERIFY(edits_->redo());
+    QCOMPARE(edits_->state().revision, revision);
+}
+
+// Each of these fills keeps the bytes that were there and the byte that it writes.
+void TestBlockEdits::oldestSteps_areForgotten() {
+    edits_ = std::make_unique<HandEdits>(image_, 12);
+    compose("0123456789");
+    fill(0, 5, 'a');
+    fill(5, 5, 'b');
+    QVERIFY(!edits_->hasForgotten());
+    QCOMPARE(edits_->history().count(), 2);
+    fill(0, 1, 'c');
+    QVERIFY(edits_->hasForgotten());
+    QCOMPARE(edits_->history().count(), 2);
+    QCOMPARE(edits_->history().undoText(), QStringLiteral("fill"));
+    fill(1, 1, 'd');
+    QVERIFY(!edits_->hasForgotten());
+    fill(0, 10, 'e');
+    QVERIFY(edits_->hasForgotten());
+    QCOMPARE(edits_->history().count(), 1);
+    edits_->undo();
+    QVERIFY(!edits_->hasForgotten());
+    QCOMPARE(*image_, QByteArray("cdaaabbbbb"));
+    QVERIFY(!edits_->history().canUndo());
+}
+
+void TestBlockEdits::whatIsLeftOfTheHistory_isTrue() {
+    edits_ = std::make_unique<HandEdits>(image_, 12);
+    compose("0123456789");
+    fill(0, 5, 'a');
+    const quint64 first = edits_->state().revision;
+    fill(5, 2, 'b');
+    fill(0, 6, 'c');
+    const quint64 last = edits_->state().revision;
+    QCOMPARE(edits_->state().edits, 3);
+    QCOMPARE(edits_->unsaved().present, 3);
+    edits_->undo();
+    edits_->undo();
+    QVERIFY(!edits_->undo());
+    QCOMPARE(*image_, QByteArray("aaaaa56789"));
+    QCOMPARE(edits_->state().revision, first);
+    QCOMPARE(edits_->state().edits, 1);
+    QCOMPARE(marks(), QStringLiteral("EEEEE....."));
+    edits_->redo();
+    QCOMPARE(marks(), QStringLiteral("EEEEEEE..."));
+    edits_->redo();
+    QCOMPARE(*image_, QByteArray("ccccccb789"));
+    QCOMPARE(edits_->state().revision, last);
+    compose("0123456789");
+    QCOMPARE(marks(), QStringLiteral(".........."));
+}
+
+void TestBlockEdits::restoredImages_countAsKept() {
+    edits_ = std::make_unique<HandEdits>(image_, 12);
+    compose("0123456789");
+    fill(2, 3, 'x');
+    compose("abcdefghij");
+    fill(0, 1, 'y');
+    edits_->restore();
+    QVERIFY(!edits_->hasForgotten());
+    fill(0, 2, 'z');
+    QVERIFY(edits_->hasForgotten());
+    QCOMPARE(edits_->history().count(), 1);
+    edits_->undo();
+    QCOMPARE(*image_, QByteArray("01xxx56789"));
+    QCOMPARE(marks(), QStringLiteral("..EEE....."));
+    QCOMPARE(edits_->state().edits, 1);
 }
 
 QTEST_GUILESS_MAIN(TestBlockEdits)

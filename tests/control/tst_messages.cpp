@@ -91,6 +91,7 @@ const QList<Expectation> expectations = {
      warning,
      {Event::RowsSelected, Event::ImageChanged}},
     {"a text is read until its reader says more", Topic::Clipboard, plain, plain, {}},
+    {"forgotten edits are told with each change", Topic::ForgottenEdits, plain, plain, {}},
     {"edits that are gone warn", Topic::ReplacedEdits, warning, warning, {}},
     {"an image that came back is good news", Topic::RestoredImage, plain, plain, {}},
     {"hidden bytes are a fact", Topic::HiddenBytes, plain, plain, {}},

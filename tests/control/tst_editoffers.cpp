@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "base/WorkState.h"
+#include "control/ActionGate.h"
+#include "control/EditOffers.h"
+#include "control/HandEdits.h"
+#include "control/Messages.h"
+
+#include <QTest>
+
+#include <new>
+
+/// What is said of edits, beside what the window's tests see of it.
+class TestEditOffers : public QObject {
+    Q_OBJECT
+
+private slots:
+    void forgottenEdits_areTold();
+    void editThatCannotBeShown_isNoEditThatFailed();
+};
+
+namespace {
+
+constexpr qint64 maxStepBytes = 12;
+
+/// Ten bytes with what offers to edit them.
+struct Edited {
+    ByteBuffer image = std::make_shared<QByteArray>("0123456789");
+    HandEdits edits{image, maxStepBytes};
+    MessageLine line;
+    Messages messages{line};
+    SecondPress secondPress{messages};
+    WorkState work;
+    ActionGate gate{work, messages};
+    EditOffers offers{{edits, messages, secondPress, gate, [] { return ImageControls(); }}};
+
+    bool write(qint64 offset, const QByteArray &bytes) {
+        return offers.change({overwriteOf(offset, bytes, image->size()), QStringLiteral("paste"),
+                              QStringLiteral("Pasted.")});
+    }
+};
+
+} // namespace
+
+void TestEditOffers::forgottenEdits_areTold() {
+    const QString forgotten = QStringLiteral("Older edits can no longer be taken back");
+    Edited data;
+    QObject::connect(&data.offers, &EditOffers::changed, &data.line,
+                     [&] { data.offers.sayForgotten(); });
+    QVERIFY(data.write(0, "abcd"));
+    QVERIFY(!data.line.text().contains(forgotten));
+    QVERIFY(data.write(0, "efgh"));
+    QVERIFY2(data.line.text().contains(forgotten), qPrintable(data.line.text()));
+    QVERIFY(data.line.text().contains(QStringLiteral("Pasted.")));
+    QVERIFY(data.write(0, "i"));
+    QVERIFY(!data.line.text().contains(forgotten));
+}
+
+void TestEditOffers::editThatCannotBeShown_isNoEditThatFailed() {
+    Edited data;
+    QObject::connect(&data.offers, &EditOffers::changed, &data.line,
+                     [] { throw std::bad_alloc(); });
+    QVERIFY_THROWS_EXCEPTION(std::bad_alloc, data.write(0, "abcd"));
+    QVERIFY2(!data.line.text().contains(QStringLiteral("as they were")),
+             qPrintable(data.line.text()));
+    QCOMPARE(*data.image, QByteArray("abcd456789"));
+}
+
+QTEST_MAIN(TestEditOffers)
+#include "tst_editoffers.moc"
