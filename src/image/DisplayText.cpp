@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <utility>
 
 namespace {
@@ -195,8 +196,13 @@ void DisplayText::decode() {
         offending_ = *offending;
         return;
     }
-    countUnits();
-    kind_ = isMultiByte() ? Kind::Utf8 : Kind::Ascii;
+    try {
+        countUnits();
+        kind_ = isMultiByte() ? Kind::Utf8 : Kind::Ascii;
+    } catch (const std::bad_alloc &) {
+        kind_ = Kind::OneByte;
+        offending_ = {0, bytes.size()};
+    }
 }
 
 qsizetype DisplayText::length() const {
@@ -241,18 +247,24 @@ QByteArrayView DisplayText::decodedBytes() const {
     return QByteArrayView(std::as_const(*buffer_)).first(std::min(byteLength_, buffer_->size()));
 }
 
+// Most images are none of many-byte characters, and need no numbers.
 void DisplayText::countUnits() {
     const QByteArrayView bytes = decodedBytes();
     std::vector<qsizetype> unitsBefore;
-    unitsBefore.reserve(size_t(bytes.size() / blockSize + 1));
     qsizetype units = 0;
     for (qsizetype start = 0; start < bytes.size(); start += blockSize) {
-        unitsBefore.push_back(units);
-        units += unitsIn(bytes.data() + start, std::min(blockSize, bytes.size() - start));
+        const qsizetype size = std::min(blockSize, bytes.size() - start);
+        if (!unitsBefore.empty())
+            unitsBefore.push_back(units);
+        units += unitsIn(bytes.data() + start, size);
+        if (!unitsBefore.empty() || units == start + size)
+            continue;
+        unitsBefore.reserve(size_t(bytes.size() / blockSize + 1));
+        for (qsizetype before = 0; before <= start; before += blockSize)
+            unitsBefore.push_back(before);
     }
     length_ = units;
-    if (units < bytes.size())
-        unitsBeforeBlock_ = std::move(unitsBefore);
+    unitsBeforeBlock_ = std::move(unitsBefore);
 }
 
 QString hiddenBytesRemark(const DisplayText &text) {

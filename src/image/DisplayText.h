@@ -12,7 +12,8 @@
 
 /// A buffer decoded as text, for the grid's character column and as the bound of its byte cells:
 /// UTF-8 if the whole buffer is valid UTF-8, else ISO 8859-1 (one character a byte). A leading
-/// byte-order mark is a character like any other.
+/// byte-order mark is a character like any other. Where there is no memory for the numbers that
+/// UTF-8 needs, it is one character a byte as well, until it is decoded anew.
 ///
 /// Nothing is copied: the text keeps a reference to the buffer and the length that it had when
 /// it was decoded; multi-byte text is decoded when its units are asked for.
@@ -45,7 +46,7 @@ private:
     enum class Kind {
         Ascii,   ///< every byte is a character of its own
         Utf8,    ///< some characters take several bytes
-        OneByte, ///< no UTF-8: every byte is a character of its own
+        OneByte, ///< not read as UTF-8: every byte is a character of its own
     };
 
     QByteArrayView decodedBytes() const;
@@ -58,7 +59,7 @@ private:
     qsizetype byteLength_ = 0;
     qsizetype length_ = 0;
     Kind kind_ = Kind::Ascii;
-    // Of Kind::OneByte: bytes that cannot be UTF-8, wherever they stand.
+    // Of Kind::OneByte: bytes that cannot be UTF-8, wherever they stand, or all of them.
     ByteRange offending_;
     // Multi-byte text only: the number of units that begin before each block of bytes.
     std::vector<qsizetype> unitsBeforeBlock_;

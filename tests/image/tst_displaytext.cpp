@@ -3,6 +3,7 @@
 
 #include "image/DisplayText.h"
 
+#include "support/AddressSpaceLimit.h"
 #include "support/Bytes.h"
 
 #include <QTest>
@@ -48,6 +49,7 @@ private slots:
     void everyCharacter();
     void multiByteText_atEveryBoundary();
     void multiByteText_overManyBlocks();
+    void multiByteText_withoutMemoryIsOneByteEach();
     void validity_isThatOfTheToolkit();
     void requestsPastTheEnds();
     void requestsInsideAPair();
@@ -167,6 +169,24 @@ void TestDisplayText::multiByteText_overManyBlocks() {
         for (qsizetype at = 0; at < expected.size(); at += 3)
             QCOMPARE(text.units(at, 16), expected.mid(at, 16));
     }
+}
+
+void TestDisplayText::multiByteText_withoutMemoryIsOneByteEach() {
+    if (!AddressSpaceLimit::works())
+        QSKIP("the sanitizer needs the address space");
+    constexpr qsizetype count = qsizetype(128) << 20;
+    const ByteBuffer bytes = buffer(QByteArray("\xC3\xA9").repeated(count));
+    DisplayText text;
+    {
+        const AddressSpaceLimit limit(rlim_t(1) << 20);
+        text = DisplayText(bytes);
+    }
+    QVERIFY(!text.isMultiByte());
+    QCOMPARE(text.length(), 2 * count);
+    QCOMPARE(text.units(2 * count - 2, 2), QString::fromLatin1("\xC3\xA9"));
+    text.update(bytes, {0, 2});
+    QVERIFY(text.isMultiByte());
+    QCOMPARE(text.length(), count);
 }
 
 void TestDisplayText::validity_isThatOfTheToolkit() {
