@@ -29,8 +29,8 @@ std::optional<qsizetype> endOfMatch(const QString &pattern, const QString &text)
 }
 
 /// Before the first number of an array: a declaration, which comments may precede.
-const QString arrayStart =
-    QStringLiteral(R"(\A(?:\s|/\*(?s:.*?)\*/|//[^\n]*\n)*(?:[A-Za-z_][\w\s*:<>,\[\]]*=\s*)?\{)");
+const QString arrayStart = QStringLiteral(
+    R"(\A(?:\s|/\*(?s:.*?)\*/|//[^\r\n]*[\r\n])*(?:[A-Za-z_][\w\s*:<>,\[\]]*=\s*)?\{)");
 /// Before the "b" of a bytes literal: a name and a parenthesis.
 const QString literalStart = QStringLiteral(R"(\A\s*(?:[A-Za-z_]\w*\s*=\s*)?\(?\s*(?=[bB]['"]))");
 const QString rowStart = QStringLiteral(R"(\A\s*(?=[0-9A-F]{4,16}  (?:(?:[0-9A-F]{2}|XX) ){16} ))");
@@ -101,11 +101,21 @@ void PastedText::finish() {
 }
 
 void PastedText::pass(qsizetype units) {
-    for (; units > 0; --units)
-        if (text_.at(at_++) == u'\n') {
+    for (; units > 0; --units, ++at_)
+        if (text_.at(at_) <= u'\r' && lineEndAt(at_) == 1) {
             ++line_;
-            lineStart_ = at_;
+            lineStart_ = at_ + 1;
         }
+}
+
+/// How many units end a line at \a at: 2 for a carriage return with its line feed, 0 for none.
+qsizetype PastedText::lineEndAt(qsizetype at) const {
+    const auto isAt = [&](qsizetype place, QChar unit) {
+        return place < text_.size() && text_.at(place) == unit;
+    };
+    if (isAt(at, u'\r'))
+        return isAt(at + 1, u'\n') ? 2 : 1;
+    return isAt(at, u'\n') ? 1 : 0;
 }
 
 void PastedText::fail(Kind kind) {

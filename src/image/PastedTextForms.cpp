@@ -26,17 +26,26 @@ bool isWordUnit(QChar unit) {
     return unit.isLetterOrNumber() || unit == u'_';
 }
 
+/// How many of the first units of \a text are digits to \a base, at most \a most.
+qsizetype digitsIn(QStringView text, int base, qsizetype most) {
+    qsizetype count = 0;
+    while (count < std::min(text.size(), most) && digitValue(text[count], base))
+        ++count;
+    return count;
+}
+
 /// The byte that \a word is as a number of C; below 0 if it is none.
 int byteOfNumber(QStringView word) {
     constexpr qsizetype longestNumber = 10;
     const bool isHex = word.startsWith(u"0x", Qt::CaseInsensitive);
     const QStringView digits = isHex ? word.sliced(2) : word;
+    const int base = isHex ? hexadecimal : decimal;
     const bool isOctal = !isHex && digits.size() > 1 && digits.startsWith(u'0');
-    bool isNumber = false;
-    const uint value = digits.toUInt(&isNumber, isHex ? hexadecimal : decimal);
-    const bool isByte = isNumber && !isOctal && word.size() <= longestNumber && !digits.isEmpty() &&
-                        isWordUnit(digits.front()) && value <= largestByte;
-    return isByte ? int(value) : -1;
+    // Of digits alone: the toolkit takes a second prefix as well.
+    const bool isNumber = !digits.isEmpty() && word.size() <= longestNumber && !isOctal &&
+                          digitsIn(digits, base, digits.size()) == digits.size();
+    const quint64 value = isNumber ? digits.toULongLong(nullptr, base) : 0;
+    return isNumber && value <= largestByte ? int(value) : -1;
 }
 
 /// The byte that a backslash and \a letter stand for; below 0 if they stand for none.
@@ -53,14 +62,6 @@ int byteOfEscape(QChar letter) {
         return escape.letter == letter.unicode();
     });
     return found == escapes.end() ? -1 : found->byte;
-}
-
-/// How many of the first units of \a text are digits to \a base, at most \a most.
-qsizetype digitsIn(QStringView text, int base, qsizetype most) {
-    qsizetype count = 0;
-    while (count < std::min(text.size(), most) && digitValue(text[count], base))
-        ++count;
-    return count;
 }
 
 } // namespace
@@ -89,7 +90,7 @@ bool PastedText::takeComment() {
         return true;
     }
     const bool isBlock = place_ == Place::BlockComment;
-    const bool ends = isBlock ? rest().startsWith(u"*/") : text_.at(at_) == u'\n';
+    const bool ends = isBlock ? rest().startsWith(u"*/") : lineEndAt(at_) > 0;
     if (ends)
         place_ = Place::Inside;
     pass(ends && isBlock ? 2 : 1);
@@ -120,7 +121,7 @@ void PastedText::takeLiteral() {
     if (place_ == Place::Inside)
         return takeLiteralCharacter();
     const QChar unit = text_.at(at_);
-    if (unit.isSpace() || unit == u'(' || unit == u')' || rest().startsWith(u"\\\n"))
+    if (unit.isSpace() || unit == u'(' || unit == u')' || (unit == u'\\' && lineEndAt(at_ + 1) > 0))
         return pass(1);
     const bool isStart = unit.toLower() == u'b' && rest().size() > 1 &&
                          (text_.at(at_ + 1) == u'\'' || text_.at(at_ + 1) == u'"');
@@ -136,7 +137,7 @@ void PastedText::takeLiteralCharacter() {
     const QChar unit = text_.at(at_);
     if (unit == u'\\')
         return takeEscape();
-    if (unit == u'\n')
+    if (lineEndAt(at_) > 0)
         return fail(Kind::NoEnd);
     if (unit == quote_)
         place_ = Place::Outside;
@@ -152,8 +153,8 @@ void PastedText::takeEscape() {
     const QStringView behind = rest().sliced(1);
     if (behind.isEmpty())
         return fail(Kind::NoEnd);
-    if (behind.front() == u'\n')
-        return pass(2);
+    if (const qsizetype lineEnd = lineEndAt(at_ + 1); lineEnd > 0)
+        return pass(1 + lineEnd);
     const qsizetype octals = digitsIn(behind, octal, mostOctal);
     const bool isHex = behind.front() == u'x' && digitsIn(behind.sliced(1), hexadecimal, 2) == 2;
     int byte = byteOfEscape(behind.front());
@@ -173,10 +174,11 @@ void PastedText::takeEscape() {
 
 void PastedText::takeRow() {
     const QStringView ahead = rest().first(std::min(rest().size(), longestEnd));
-    const qsizetype end = ahead.indexOf(u'\n');
-    if (end < 0 && ahead.size() < rest().size())
+    const auto *end = std::find_if(ahead.begin(), ahead.end(),
+                                   [](QChar unit) { return unit == u'\n' || unit == u'\r'; });
+    if (end == ahead.end() && ahead.size() < rest().size())
         return fail(Kind::NoRow);
-    const QStringView line = end < 0 ? ahead : ahead.first(end);
+    const QStringView line = ahead.first(std::distance(ahead.begin(), end));
     const qsizetype addressDigits = digitsIn(line, hexadecimal, line.size());
     const qsizetype cellsAt = addressDigits + 2;
     const bool isBlank = line.trimmed().isEmpty();
@@ -193,7 +195,7 @@ void PastedText::takeRow() {
         if (!takeRowBytes(line.sliced(cellsAt)))
             return fail(Kind::NoRow);
     }
-    pass(line.size() + (end < 0 ? 0 : 1));
+    pass(line.size() + lineEndAt(at_ + line.size()));
 }
 
 /// False if \a cells do not begin with the bytes of a row, or there were places without a byte

@@ -95,6 +95,11 @@ void TestPastedText::understood_data() {
     row("literals one after the other", "rom = (\n    b'\\x01'\n    b'\\x02'\n)\n", "01 02");
     row("literals joined by backslashes", "rom = b'\\x01' \\\n  b'\\x02'", "01 02");
     row("a literal that goes on in the next line", "b'a\\\nb'", "61 62");
+    row("the same with line ends of two", "rom = b'\\x01' \\\r\n b'a\\\r\nb'\r\n", "01 61 62");
+    row("the same with carriage returns", "b'\\x01' \\\r b'a\\\rb'\r", "01 61 62");
+    row("comments with carriage returns", "// rom\r{0x01, // one\r0x02}", "01 02");
+    addRow("rows with carriage returns", QString::fromLatin1(twoRows).replace(u'\n', u'\r'),
+           QStringLiteral("30 31 32 33 34 35 36 37 38 39 41 42 43 44 45 46 47 48 49 4A"));
     row("rows of the grid", twoRows, "30 31 32 33 34 35 36 37 38 39 41 42 43 44 45 46 47 48 49 4A");
     row("a row from the middle",
         "12340  00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F  b'}{', 0x, XX\n",
@@ -117,6 +122,8 @@ void TestPastedText::notUnderstood_data() {
     row("words", "Hello, world", troubleAt(Kind::NoDigit, 1, 1, "Hello"));
     row("a letter that is no digit", "48 6G", troubleAt(Kind::NoDigit, 1, 5, "G"));
     row("in the third line", "48\n65\n6C zz 00", troubleAt(Kind::NoDigit, 3, 4, "zz"));
+    row("behind carriage returns", "48\r65\r6C zz 00", troubleAt(Kind::NoDigit, 3, 4, "zz"));
+    row("behind line ends of two", "48\r\n65\r\n6C zz", troubleAt(Kind::NoDigit, 3, 4, "zz"));
     row("an odd digit", "48 656 6C", troubleAt(Kind::OddDigit, 1, 4, "656"));
     row("an odd digit at the end", "48 6", troubleAt(Kind::OddDigit, 1, 4, "6"));
     row("an odd digit behind a prefix", "0x486", troubleAt(Kind::OddDigit, 1, 1, "0x486"));
@@ -131,6 +138,9 @@ void TestPastedText::notUnderstood_data() {
     row("a negative number", "{-1}", troubleAt(Kind::NoValue, 1, 2, "-1}"));
     row("a name in an array", "{\n0x01, END}", troubleAt(Kind::NoValue, 2, 7, "END}"));
     row("a prefix alone in an array", "{0x}", troubleAt(Kind::NoValue, 1, 2, "0x}"));
+    row("two prefixes", "{0x0x41}", troubleAt(Kind::NoValue, 1, 2, "0x0x41}"));
+    row("a decimal number with letters", "{0b1}", troubleAt(Kind::NoValue, 1, 2, "0b1}"));
+    row("a literal that ends with a carriage return", "b'ab\r'", troubleAt(Kind::NoEnd, 1, 5, ""));
     row("an array in an array", "{{0x01}}", troubleAt(Kind::NoValue, 1, 2, "{0x01}}"));
     row("a second array", "{0x01} {0x02}", troubleAt(Kind::BehindEnd, 1, 7, ""));
     row("a literal that is not closed", "b'ab", troubleAt(Kind::NoEnd, 1, 5, ""));
