@@ -99,10 +99,14 @@ const EditedBytes &EditOffers::edited() const {
 }
 
 void EditOffers::sayRejected(const QString &entry, qint64 offset) {
-    Messages::Action offer;
-    if (scanHexInt(entry) == 0U)
-        offer = {tr("Write 00"), [this, offset] { writeZeros({offset, 1}); }};
-    messages_.say(Topic::Entry, rejectionRemark(entry), offer);
+    if (scanHexInt(entry) != 0U)
+        return messages_.say(Topic::Entry, rejectionRemark(entry));
+    messages_.say(Topic::Entry,
+                  rejectionRemark(entry) + u' ' +
+                      tr("Ctrl+0 in the grid fills what is selected there with 00."),
+                  {tr("Write 00 at %1").arg(addressWords(offset)), [this, offset] {
+                       writeZeros({offset, 1});
+                   }});
 }
 
 void EditOffers::sayReplaced() {

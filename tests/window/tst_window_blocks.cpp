@@ -120,7 +120,8 @@ void TestWindowBlocks::refusedZero_offersToWriteIt() {
     QCOMPARE(velm.beeps, 1);
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
     QVERIFY2(velm.message().contains(QStringLiteral("was not taken")), qPrintable(velm.message()));
-    QPushButton *button = messageButton(velm, QStringLiteral("Write 00"));
+    QCOMPARE(velm.message().contains(QStringLiteral("Ctrl+0")), isOffered);
+    QPushButton *button = messageButton(velm, QStringLiteral("Write 00 at 0002"));
     QCOMPARE(button != nullptr, isOffered);
     if (!button)
         return;
@@ -134,9 +135,10 @@ void TestWindowBlocks::offer_goesWithItsImage() {
     WindowFixture velm;
     showTwentyBytes(velm);
     enter(velm, 0, 3, QStringLiteral("00"));
+    QVERIFY(messageButton(velm, QStringLiteral("Write 00 at 0002")));
     velm.delegate().openBinary(velm.write(QStringLiteral("other.bin"), "abcdefghij"));
     velm.settle();
-    QVERIFY(!messageButton(velm, QStringLiteral("Write 00")));
+    QVERIFY(!messageButton(velm, QStringLiteral("Write 00 at 0002")));
 }
 
 void TestWindowBlocks::otherTabs_areLeftAlone_data() {
