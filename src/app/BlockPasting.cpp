@@ -16,7 +16,6 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QLocale>
 #include <QMimeData>
 
 #include <utility>
@@ -101,14 +100,9 @@ void BlockActions::offerCharacters(const Paste &paste, const PasteTrouble &troub
 }
 
 void BlockActions::offerLength(const Paste &paste, const QByteArray &bytes) {
-    const qint64 there = imageSize() - paste.offset;
-    const QLocale locale;
     with_.messages.say(
         Topic::BlockRefused,
-        tr("Nothing was pasted: %1 of %2 bytes do not fit, since from %3 on there "
-           "are %4.")
-            .arg(locale.toString(bytes.size() - there), locale.toString(bytes.size()),
-                 addressWords(paste.offset), locale.toString(there)),
+        tr("Nothing was pasted: %1").arg(doNotFitWords(bytes.size(), paste.offset, imageSize())),
         {tr("Paste and lengthen"), [this, offset = paste.offset, revision = paste.revision, bytes] {
              if (!with_.gate.refuses() && !refusesToPaste(revision))
                  overwrite(offset, bytes);

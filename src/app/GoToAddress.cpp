@@ -5,9 +5,9 @@
 
 #include "control/AppDelegate.h"
 #include "control/Messages.h"
-#include "grid/GridPresentation.h"
 #include "grid/GridSteps.h"
 #include "grid/GridView.h"
+#include "image/AddressWords.h"
 #include "image/TypedAddress.h"
 
 #include <QLineEdit>
@@ -37,15 +37,12 @@ QString GoToAddress::goTo(const QString &address) {
         return tr("There are no addresses among the logic test results.");
     const auto typed = typedAddress(address);
     if (!typed)
-        return tr("\u201c%1\u201d is no address: it takes hexadecimal digits, or decimal ones "
-                  "behind #.")
-            .arg(address);
+        return noAddressWords(address);
     const qsizetype length = lengthOf(delegate_.state().display_data);
     if (length == 0)
         return tr("There are no bytes to go to.");
     const auto offset = typed->offset(quint64(byteOfCell(grid_.currentIndex()).value_or(0)));
     if (!offset || *offset >= quint64(length) || !grid_.showAddress(qint64(*offset)))
-        return tr("There is no byte at %1: the last one is at %2.")
-            .arg(address, addressText(quint64(length - 1)));
+        return noByteWords(address, length);
     return {};
 }

@@ -3,7 +3,6 @@
 
 #include "blocks/FillWindow.h"
 
-#include "blocks/AddressField.h"
 #include "blocks/PasteWords.h"
 #include "image/BlockWords.h"
 #include "widgets/Announcement.h"
@@ -52,18 +51,12 @@ void FillWindow::setImageSize(qint64 size) {
 }
 
 std::optional<ByteRange> FillWindow::range(QString &sentence) const {
-    const auto first = typedOffset(controls_->first->text());
-    const auto last = typedOffset(controls_->last->text());
-    if (!first || !last)
-        sentence = first ? tr("The last address is none.") : tr("The first address is none.");
-    else if (*first > *last)
-        sentence = tr("The last address is before the first.");
-    else if (imageSize_ == 0)
-        sentence = tr("There are no data to burn.");
-    else if (*last >= imageSize_)
-        sentence = noByteWords(*last, imageSize_);
-    else
-        return ByteRange{*first, *last - *first + 1};
+    const TypedRange typed = {controls_->first->text(), controls_->last->text(),
+                              TypedRange::Until::Address};
+    const auto range = bytesOf(typed, cursor_, imageSize_);
+    if (const auto *bytes = std::get_if<ByteRange>(&range))
+        return *bytes;
+    sentence = rangeTroubleWords(std::get<RangeTrouble>(range), typed, imageSize_);
     return std::nullopt;
 }
 

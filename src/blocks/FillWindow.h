@@ -53,4 +53,5 @@ private:
 
     std::unique_ptr<Ui::FillWindow> controls_;
     qint64 imageSize_;
+    qint64 cursor_ = 0;
 };

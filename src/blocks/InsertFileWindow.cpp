@@ -3,7 +3,6 @@
 
 #include "blocks/InsertFileWindow.h"
 
-#include "blocks/AddressField.h"
 #include "formats/RecordFormat.h"
 #include "image/BlockWords.h"
 #include "widgets/Announcement.h"
@@ -21,6 +20,7 @@ InsertFileWindow::InsertFileWindow(File file, std::optional<qint64> offset, qint
     : QDialog(window),
       controls_(std::make_unique<Ui::InsertFileWindow>()),
       file_(std::move(file)),
+      cursor_(offset),
       imageSize_(imageSize) {
     Ui::InsertFileWindow &c = *controls_;
     c.setupUi(this);
@@ -48,12 +48,8 @@ void InsertFileWindow::setImageSize(qint64 size) {
 
 std::optional<BlockChange> InsertFileWindow::overwriting(qint64 offset, QString &sentence) const {
     const qint64 length = file_.bytes->size();
-    const qint64 there = std::max<qint64>(imageSize_ - offset, 0);
-    if (there < length) {
-        const QLocale locale;
-        sentence = tr("%1 of %2 bytes do not fit, since from %3 on there are %4.")
-                       .arg(locale.toString(length - there), locale.toString(length),
-                            addressWords(offset), locale.toString(there));
+    if (imageSize_ - offset < length) {
+        sentence = doNotFitWords(length, offset, imageSize_);
         return std::nullopt;
     }
     sentence = tr("Will replace %1.").arg(bytesAtWords({offset, length}));
@@ -63,9 +59,7 @@ std::optional<BlockChange> InsertFileWindow::overwriting(qint64 offset, QString 
 std::optional<BlockChange> InsertFileWindow::moving(qint64 offset, QString &sentence) const {
     BlockChange change = insertionOf(offset, *file_.bytes);
     const auto trouble = troubleWith(change, imageSize_);
-    if (trouble == BlockTrouble::BehindEnd)
-        sentence = tr("The data to burn end before %1.").arg(addressWords(offset));
-    else if (trouble)
+    if (trouble)
         sentence = blockTroubleWords(*trouble);
     else
         sentence = tr("The data to burn become %1 bytes long.")
@@ -75,14 +69,20 @@ std::optional<BlockChange> InsertFileWindow::moving(qint64 offset, QString &sent
 
 /// What is chosen, with what is to be said of it; if it cannot be, why.
 std::optional<BlockChange> InsertFileWindow::change(QString &sentence) const {
-    const auto offset = typedOffset(controls_->address->text());
-    if (!offset)
-        sentence = tr("The address is none.");
+    const QString text = controls_->address->text();
+    const auto typed = typedAddress(text);
+    const auto offset = typed ? typed->offset(quint64(cursor_)) : std::nullopt;
+    if (!typed)
+        sentence = noAddressWords(text);
+    else if (!offset)
+        sentence = tr("There is no byte at %1.").arg(text.trimmed());
+    else if (*offset > quint64(imageSize_))
+        sentence = tr("The data to burn end before %1.").arg(addressWords(*offset));
     else if (file_.bytes->isEmpty())
         sentence = tr("The file is empty.");
     else
-        return controls_->over->isChecked() ? overwriting(*offset, sentence)
-                                            : moving(*offset, sentence);
+        return controls_->over->isChecked() ? overwriting(qint64(*offset), sentence)
+                                            : moving(qint64(*offset), sentence);
     return std::nullopt;
 }
 

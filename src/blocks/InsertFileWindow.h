@@ -53,5 +53,6 @@ private:
 
     std::unique_ptr<Ui::InsertFileWindow> controls_;
     File file_;
+    const qint64 cursor_;
     qint64 imageSize_;
 };

@@ -5,6 +5,7 @@
 
 #include "base/TextLines.h"
 #include "grid/GridColumns.h"
+#include "image/AddressWords.h"
 
 #include <QMimeData>
 #include <QUrl>
@@ -62,7 +63,7 @@ QString charactersCell(const ShownContent &shown, qint64 row) {
 
 CellValue hexCell(const ShownContent &shown, const QString &column, qint64 row) {
     if (column == columnIdentifier(addressColumn))
-        return {addressText(quint64(row) * bytesInRow)};
+        return {addressWords(quint64(row) * bytesInRow)};
     if (column == columnIdentifier(charactersColumn))
         return {charactersCell(shown, row)};
     return byteCell(shown, columnNumber(column), row);
@@ -111,11 +112,6 @@ CellValue cellValue(const ShownContent &shown, const QString &column, qint64 row
     if (row == 0)
         return {pinCell(shown, column), false};
     return resultCell(shown, column, shown.logictest_rows[row - 1]);
-}
-
-QString addressText(quint64 offset) {
-    constexpr int shortestAddress = 4;
-    return upperHex(offset, shortestAddress);
 }
 
 bool mayEdit(const QString &tabIdentifier) {

@@ -32,9 +32,6 @@ quint64 rowCount(const ShownContent &shown);
 /// from 0 on may be asked for; cells beyond the contents show "XX" (bytes) or nothing.
 CellValue cellValue(const ShownContent &shown, const QString &column, qint64 row);
 
-/// The address \a offset as the grid has it: at least four hexadecimal digits.
-QString addressText(quint64 offset);
-
 /// True if cells of the tab with this identifier open for typing.
 bool mayEdit(const QString &tabIdentifier);
 

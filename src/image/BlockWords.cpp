@@ -3,10 +3,10 @@
 
 #include "image/BlockWords.h"
 
-#include "base/Digits.h"
-
 #include <QCoreApplication>
 #include <QLocale>
+
+#include <algorithm>
 
 namespace {
 
@@ -27,10 +27,17 @@ public:
     }
 
     static QString bytesAt(ByteRange bytes) {
-        const QString address = addressWords(bytes.offset);
+        const QString address = addressWords(quint64(bytes.offset));
         return bytes.length == 1
                    ? tr("1 byte at %1").arg(address)
                    : tr("%1 bytes at %2").arg(QLocale().toString(bytes.length), address);
+    }
+
+    static QString doNotFit(qint64 length, qint64 offset, qint64 there) {
+        const QLocale locale;
+        return tr("%1 of %2 bytes do not fit, since from %3 on there are %4.")
+            .arg(locale.toString(length - there), locale.toString(length),
+                 addressWords(quint64(offset)), locale.toString(there));
     }
 
     static QString filled(ByteRange bytes, const BlockContent &content) {
@@ -62,13 +69,12 @@ QString blockTroubleWords(BlockTrouble trouble) {
     return Wording::trouble(trouble);
 }
 
-QString addressWords(qint64 offset) {
-    constexpr int shortestAddress = 4;
-    return QString::number(offset, hexadecimal).toUpper().rightJustified(shortestAddress, u'0');
-}
-
 QString bytesAtWords(ByteRange bytes) {
     return Wording::bytesAt(bytes);
+}
+
+QString doNotFitWords(qint64 length, qint64 offset, qint64 imageSize) {
+    return Wording::doNotFit(length, offset, std::max<qint64>(imageSize - offset, 0));
 }
 
 QString filledWords(ByteRange bytes, const BlockContent &content) {

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "image/AddressWords.h"
 #include "image/BlockChange.h"
 
 #include <QString>
@@ -12,10 +13,12 @@
 /// Why a change was not made.
 QString blockTroubleWords(BlockTrouble trouble);
 
-/// \a offset as an address, as the grid shows it.
-QString addressWords(qint64 offset);
 /// "4,096 bytes at 1000": some bytes, of which there is one at least.
 QString bytesAtWords(ByteRange bytes);
+
+/// Of \a length bytes some do not fit over those from \a offset on in an image of \a imageSize
+/// bytes.
+QString doNotFitWords(qint64 length, qint64 offset, qint64 imageSize);
 
 /// \a bytes were filled with \a content.
 QString filledWords(ByteRange bytes, const BlockContent &content);

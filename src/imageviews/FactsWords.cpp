@@ -4,7 +4,7 @@
 #include "imageviews/FactsWords.h"
 
 #include "base/Digits.h"
-#include "grid/GridPresentation.h"
+#include "image/AddressWords.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -114,11 +114,11 @@ QString byteWords(quint64 address, quint8 byte) {
                              QString::number(byte, binary).rightJustified(bitsInByte, u'0')};
     if (byte > u' ' && byte < u'\x7F')
         words << QStringLiteral("\u201c%1\u201d").arg(QChar::fromLatin1(char(byte)));
-    return Wording::tr("at %1: %2").arg(addressText(address), words.join(QStringLiteral(", ")));
+    return Wording::tr("at %1: %2").arg(addressWords(address), words.join(QStringLiteral(", ")));
 }
 
 QString blockWords(ByteRange block, const std::optional<ImageFacts> &facts) {
     return Wording::tr("selected from %1 to %2: %3, %4")
-        .arg(addressText(quint64(block.offset)), addressText(quint64(block.end() - 1)),
+        .arg(addressWords(quint64(block.offset)), addressWords(quint64(block.end() - 1)),
              sizeWords(block.length), checksumWords(facts));
 }

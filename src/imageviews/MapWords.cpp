@@ -3,7 +3,7 @@
 
 #include "imageviews/MapWords.h"
 
-#include "grid/GridPresentation.h"
+#include "image/AddressWords.h"
 
 #include <QCoreApplication>
 
@@ -28,7 +28,7 @@ QString classWords(BlockClass looks) {
 }
 
 QString hexText(qint64 value) {
-    return QStringLiteral("0x") + addressText(quint64(value));
+    return QStringLiteral("0x") + addressWords(quint64(value));
 }
 
 } // namespace

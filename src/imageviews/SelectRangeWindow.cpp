@@ -4,9 +4,9 @@
 #include "imageviews/SelectRangeWindow.h"
 
 #include "base/Digits.h"
-#include "grid/GridPresentation.h"
 #include "grid/GridSteps.h"
 #include "grid/GridView.h"
+#include "image/AddressWords.h"
 #include "widgets/Announcement.h"
 #include "widgets/FixedFont.h"
 
@@ -77,7 +77,7 @@ void SelectRangeWindow::showEnd(qint64 first, qint64 length) {
     if (length == 0)
         end.clear();
     else
-        end.setText(isAddress ? addressText(quint64(first + length - 1))
+        end.setText(isAddress ? addressWords(quint64(first + length - 1))
                               : QString::number(length, hexadecimal).toUpper());
 }
 

@@ -40,7 +40,6 @@ private:
     void changeUntil();
     void select();
     void say(const QString &trouble);
-    QString troubleWords(RangeTrouble trouble) const;
 
     std::unique_ptr<Ui::SelectRangeWindow> controls_;
     GridView *grid_;

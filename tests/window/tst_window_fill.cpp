@@ -18,6 +18,7 @@ private slots:
     void fills();
     void badInput_isSaidAndFillsNothing_data();
     void badInput_isSaidAndFillsNothing();
+    void addresses_areTypedFromTheCursorAsWell();
     void randomBytes_comeBackTheSame();
     void emptyImage_isNotAskedAbout();
     void window_offersTheBlockElseTheRest();
@@ -102,11 +103,14 @@ void TestWindowFill::badInput_isSaidAndFillsNothing_data() {
         QTest::newRow(name) << QString::fromUtf8(first) << QString::fromUtf8(last)
                             << QString::fromUtf8(with) << QString::fromUtf8(said);
     };
-    row("no first address", "", "3", "FF", "The first address is none.");
-    row("no last address", "0", "x", "FF", "The last address is none.");
-    row("an address from the cursor", "+1", "3", "FF", "The first address is none.");
-    row("last before first", "4", "3", "FF", "The last address is before the first.");
-    row("behind the end", "0", "14", "FF", "There is no byte at 0014: the last one is at 0013.");
+    row("no first address", "y", "3", "FF",
+        "\u201cy\u201d is no address: it takes hexadecimal digits, or decimal ones behind #.");
+    row("no last address", "0", "x", "FF",
+        "\u201cx\u201d is no address: it takes hexadecimal digits, or decimal ones behind #.");
+    row("last before first", "4", "3", "FF", "The last byte, at 3, is before the first, at 4.");
+    row("behind the end", "0", "14", "FF", "There is no byte at 14: the last one is at 0013.");
+    row("an address of more than 32 bits", "100000000", "3", "FF",
+        "There is no byte at 100000000: the last one is at 0013.");
     row("nothing to fill with", "0", "3", " ", "There is no byte to fill with.");
     row("an odd digit", "0", "3", "FF F",
         "Line 1, character 4: \u201cF\u201d has an odd number of digits.");
@@ -130,6 +134,19 @@ void TestWindowFill::badInput_isSaidAndFillsNothing() {
     velm.settle();
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
     QCOMPARE(velm.beeps, 0);
+}
+
+void TestWindowFill::addresses_areTypedFromTheCursorAsWell() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    selectBytes(velm, 4, 1);
+    FillWindow &window = openFill(velm);
+    window.controls().first->setText(QStringLiteral("-1"));
+    window.controls().last->setText(QStringLiteral("+2"));
+    window.controls().pattern->setText(QStringLiteral("61"));
+    QCOMPARE(window.controls().result->text(), QStringLiteral("Will fill 4 bytes at 0003."));
+    press(velm, window);
+    QCOMPARE(imageAndFile(velm), QByteArray("012aaaa789ABCDEFGHIJ"));
 }
 
 void TestWindowFill::randomBytes_comeBackTheSame() {
@@ -243,7 +260,7 @@ void TestWindowFill::window_followsTheImage() {
              QStringLiteral("There is no byte at 0013: the last one is at 0003."));
     velm.delegate().openBinary(velm.write(QStringLiteral("empty.bin"), ""));
     velm.settle();
-    QCOMPARE(window.controls().result->text(), QStringLiteral("There are no data to burn."));
+    QCOMPARE(window.controls().result->text(), QStringLiteral("There are no bytes."));
 }
 
 void TestWindowFill::refusal_leavesTheWindowOpen() {

@@ -102,13 +102,22 @@ void TestWindowInsertFile::badInput_isSaidAndChangesNothing_data() {
     const auto row = [](const char *name, const QByteArray &file, const char *address, bool moves,
                         const char *said) {
         QTest::newRow(name) << file << QString::fromLatin1(address) << moves
-                            << QString::fromLatin1(said);
+                            << QString::fromUtf8(said);
     };
     row("too long", "abc", "12", false, "1 of 3 bytes do not fit, since from 0012 on there are 2.");
     row("behind the end", "abc", "14", false,
         "3 of 3 bytes do not fit, since from 0014 on there are 0.");
     row("moving behind the end", "abc", "15", true, "The data to burn end before 0015.");
-    row("no address", "abc", "x", false, "The address is none.");
+    row("no address", "abc", "x", false,
+        "\xE2\x80\x9Cx\xE2\x80\x9D is no address: it takes hexadecimal digits, or decimal ones "
+        "behind #.");
+    row("an address of more than 32 bits", "abc", "100000000", false,
+        "The data to burn end before 100000000.");
+    row("an address of 64 bits", "abc", "FFFFFFFFFFFFFFFF", true,
+        "The data to burn end before FFFFFFFFFFFFFFFF.");
+    row("from the cursor", "abc", "+13", false,
+        "2 of 3 bytes do not fit, since from 0013 on there are 1.");
+    row("before the first byte", "abc", "-1", false, "There is no byte at -1.");
     row("an empty file", "", "0", true, "The file is empty.");
 }
 

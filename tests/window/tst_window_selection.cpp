@@ -308,7 +308,7 @@ void TestWindowSelection::selectRange_amongResultsHasNoBytes() {
     velm.controls().tabview->selectTabViewItem(logicTabIdentifier());
     SelectRangeWindow *range = openRange(velm);
     velm.click(range->controls().selectButton);
-    QCOMPARE(range->controls().remark->text(), QStringLiteral("There are no bytes to select."));
+    QCOMPARE(range->controls().remark->text(), QStringLiteral("There are no bytes."));
 }
 
 void TestWindowSelection::twoDigits_moveOnUnlessThatIsTurnedOff() {
