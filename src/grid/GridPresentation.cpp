@@ -6,31 +6,14 @@
 #include "base/TextLines.h"
 #include "grid/GridColumns.h"
 #include "image/AddressWords.h"
+#include "image/BytesAsText.h"
 
 #include <QMimeData>
 #include <QUrl>
 
 #include <algorithm>
-#include <array>
 
 namespace {
-
-QString upperHex(quint64 value, int digits) {
-    constexpr int base = 16;
-    return QString::number(value, base).toUpper().rightJustified(digits, u'0');
-}
-
-/// The two digits of a byte. All of them are made once, since a page of the grid asks for
-/// hundreds.
-const QString &byteText(uchar byte) {
-    static const auto texts = [] {
-        std::array<QString, 256> all;
-        for (size_t value = 0; value < all.size(); ++value)
-            all[value] = upperHex(value, 2);
-        return all;
-    }();
-    return texts[byte];
-}
 
 CellValue byteCell(const ShownContent &shown, int column, qint64 row) {
     const quint64 index = byteIndex(row, column);
@@ -38,7 +21,7 @@ CellValue byteCell(const ShownContent &shown, int column, qint64 row) {
         index < quint64(shown.strData.length()) && index < quint64(lengthOf(shown.display_data));
     if (!hasByte)
         return {.text = QStringLiteral("XX"), .missing = true};
-    return {byteText(uchar(shown.display_data->constData()[index]))};
+    return {byteDigits(quint8(shown.display_data->constData()[index]))};
 }
 
 /// True if the text has half as many units as there are bytes. Then it is shown as it stands but

@@ -8,13 +8,14 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
 constexpr qsizetype bytesInLine = 16;
 
-QString digitsOf(char byte) {
-    return QString::number(quint8(byte), hexadecimal).toUpper().rightJustified(2, u'0');
+const QString &digitsOf(char byte) {
+    return byteDigits(quint8(byte));
 }
 
 /// The bytes one by one, each as \a text has it.
@@ -78,6 +79,17 @@ QString characters(QByteArrayView bytes) {
 }
 
 } // namespace
+
+// All of them are made once, since a page of the grid asks for hundreds.
+const QString &byteDigits(quint8 byte) {
+    static const auto texts = [] {
+        std::array<QString, 256> all;
+        for (size_t value = 0; value < all.size(); ++value)
+            all[value] = QString::number(value, hexadecimal).toUpper().rightJustified(2, u'0');
+        return all;
+    }();
+    return texts[byte];
+}
 
 QString bytesAsText(QByteArrayView bytes, ByteNotation notation) {
     switch (notation) {

@@ -14,5 +14,8 @@ enum class ByteNotation {
     Characters,  ///< one of ISO 8859-1 a byte, with blanks for control characters
 };
 
+/// The two upper-case digits of \a byte.
+const QString &byteDigits(quint8 byte);
+
 /// \a bytes in \a notation, sixteen in a line where it has lines. The last line has no end.
 QString bytesAsText(QByteArrayView bytes, ByteNotation notation);
