@@ -27,8 +27,7 @@ InsertFileWindow::InsertFileWindow(File file, std::optional<qint64> offset, qint
     setAttribute(Qt::WA_DeleteOnClose);
     setObjectName(QStringLiteral("insertFile"));
     setWindowTitle(tr("Insert %1").arg(QFileInfo(file_.path).fileName()));
-    const qsizetype size = file_.bytes->size();
-    c.size->setText(size == 1 ? tr("1 byte") : tr("%1 bytes").arg(QLocale().toString(size)));
+    c.size->setText(sizeWords(file_.bytes->size()));
     c.text->setVisible(recordFormatOf(*file_.bytes).has_value());
     c.address->setFont(fixedFont());
     c.address->setText(offset ? addressWords(*offset) : QString());

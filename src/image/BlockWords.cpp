@@ -26,6 +26,12 @@ public:
         return {};
     }
 
+    static QString size(qint64 size) {
+        if (size == 0)
+            return tr("no bytes");
+        return size == 1 ? tr("1 byte") : tr("%1 bytes").arg(QLocale().toString(size));
+    }
+
     static QString bytesAt(ByteRange bytes) {
         const QString address = addressWords(quint64(bytes.offset));
         return bytes.length == 1
@@ -67,6 +73,10 @@ public:
 
 QString blockTroubleWords(BlockTrouble trouble) {
     return Wording::trouble(trouble);
+}
+
+QString sizeWords(qint64 size) {
+    return Wording::size(size);
 }
 
 QString bytesAtWords(ByteRange bytes) {

@@ -13,6 +13,8 @@
 /// Why a change was not made.
 QString blockTroubleWords(BlockTrouble trouble);
 
+/// "4,096 bytes"; "no bytes" for none.
+QString sizeWords(qint64 size);
 /// "4,096 bytes at 1000": some bytes, of which there is one at least.
 QString bytesAtWords(ByteRange bytes);
 

@@ -64,13 +64,6 @@ QString burnOriginWords(std::optional<CompositionSource> source, const QString &
     return words.join(QStringLiteral(", "));
 }
 
-QString sizeWords(qint64 size) {
-    if (size == 0)
-        return Wording::tr("no bytes");
-    return size == 1 ? Wording::tr("1 byte")
-                     : Wording::tr("%1 bytes").arg(QLocale().toString(size));
-}
-
 QString checksumWords(const std::optional<ImageFacts> &facts) {
     const QString unknown(QChar(0x2026));
     return Wording::tr("CRC-32 %1, sum %2")

@@ -5,6 +5,7 @@
 
 #include "files/ByteBuffer.h"
 #include "files/OpenedFileWatch.h"
+#include "image/BlockWords.h"
 #include "image/ImageComposition.h"
 #include "inspect/ImageDifferences.h"
 #include "inspect/ImageFacts.h"
@@ -24,9 +25,6 @@ QString readOriginWords(const QString &device, const QDateTime &when, const QDat
 /// one (and how that file is on the disk by now), and \a edits made by hand.
 QString burnOriginWords(std::optional<CompositionSource> source, const QString &binaryPath,
                         OpenedFileWatch::State onDisk, int edits);
-
-/// The size of an image in bytes.
-QString sizeWords(qint64 size);
 
 /// The checksums of \a facts; an ellipsis stands for each while they are not known.
 QString checksumWords(const std::optional<ImageFacts> &facts);
