@@ -139,7 +139,8 @@ void BlockActions::fill() {
     const ByteRange selected = grid().selectedBytes();
     // A single byte is where the cursor is, and where filling begins.
     fillWindow_->offer(selected.length == 1 ? ByteRange{selected.offset, size - selected.offset}
-                                            : selected);
+                                            : selected,
+                       byteOfCell(grid().currentIndex()).value_or(selected.offset));
 }
 
 void BlockActions::showFillWindow() {

@@ -37,8 +37,9 @@ void FillWindow::connectControls() {
     connect(c.cancelButton, &QPushButton::clicked, this, &FillWindow::reject);
 }
 
-void FillWindow::offer(ByteRange bytes) {
+void FillWindow::offer(ByteRange bytes, qint64 cursor) {
     const bool isEmpty = bytes.length == 0;
+    cursor_ = cursor;
     controls_->first->setText(isEmpty ? QString() : addressWords(bytes.offset));
     controls_->last->setText(isEmpty ? QString() : addressWords(bytes.end() - 1));
     controls_->pattern->selectAll();

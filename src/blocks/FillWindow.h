@@ -27,8 +27,9 @@ public:
 
     Ui::FillWindow &controls() { return *controls_; }
 
-    /// Offers \a bytes to be filled; with none the addresses are still to be typed.
-    void offer(ByteRange bytes);
+    /// Offers \a bytes to be filled; with none the addresses are still to be typed. Those count
+    /// from the start, or from \a cursor.
+    void offer(ByteRange bytes, qint64 cursor);
     /// The image has \a size bytes by now.
     void setImageSize(qint64 size);
     /// Says \a sentence: why the bytes were not filled.

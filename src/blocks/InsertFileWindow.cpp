@@ -5,6 +5,7 @@
 
 #include "formats/RecordFormat.h"
 #include "image/BlockWords.h"
+#include "image/TypedAddress.h"
 #include "widgets/Announcement.h"
 #include "widgets/FixedFont.h"
 
@@ -20,7 +21,7 @@ InsertFileWindow::InsertFileWindow(File file, std::optional<qint64> offset, qint
     : QDialog(window),
       controls_(std::make_unique<Ui::InsertFileWindow>()),
       file_(std::move(file)),
-      cursor_(offset),
+      cursor_(offset.value_or(0)),
       imageSize_(imageSize) {
     Ui::InsertFileWindow &c = *controls_;
     c.setupUi(this);

@@ -27,8 +27,8 @@ public:
         ByteBuffer bytes; ///< not null
     };
 
-    /// Into an image of \a imageSize bytes; \a offset is offered, if there is one. Beside
-    /// \a window.
+    /// Into an image of \a imageSize bytes; \a offset is offered, if there is one, and addresses
+    /// may be typed from there. Beside \a window.
     InsertFileWindow(File file, std::optional<qint64> offset, qint64 imageSize, QWidget *window);
     ~InsertFileWindow() override;
 

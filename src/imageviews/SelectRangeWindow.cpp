@@ -48,7 +48,7 @@ void SelectRangeWindow::setGrid(GridView &grid) {
 void SelectRangeWindow::takeSelection() {
     const ByteRange selected = grid_->selectedBytes();
     controls_->first->setText(selected.length == 0 ? QString()
-                                                   : addressText(quint64(selected.offset)));
+                                                   : addressWords(quint64(selected.offset)));
     showEnd(selected.offset, selected.length);
     controls_->first->selectAll();
 }
@@ -93,7 +93,9 @@ void SelectRangeWindow::changeUntil() {
 void SelectRangeWindow::select() {
     const auto typed = range(until());
     if (const auto *trouble = std::get_if<RangeTrouble>(&typed))
-        return say(troubleWords(*trouble));
+        return say(rangeTroubleWords(*trouble,
+                                     {controls_->first->text(), controls_->end->text(), until()},
+                                     grid_->gridModel()->byteCount()));
     grid_->selectBytes(std::get<ByteRange>(typed));
     accept();
     grid_->activateWindow();
@@ -104,37 +106,4 @@ void SelectRangeWindow::say(const QString &trouble) {
     controls_->remark->setText(trouble);
     if (!trouble.isEmpty())
         Announcement::make(trouble, this);
-}
-
-QString SelectRangeWindow::troubleWords(RangeTrouble trouble) const {
-    const QString first = controls_->first->text().trimmed();
-    const QString end = controls_->end->text().trimmed();
-    const qint64 count = grid_->gridModel()->byteCount();
-    const QString noAddress = tr("\u201c%1\u201d is no address: it takes hexadecimal digits, or "
-                                 "decimal ones behind #.");
-    const QString noByte = tr("There is no byte at %1: the last one is at %2.");
-    switch (trouble) {
-    case RangeTrouble::NoBytes:
-        return tr("There are no bytes to select.");
-    case RangeTrouble::FirstUnread:
-        return noAddress.arg(first);
-    case RangeTrouble::LastUnread:
-        return noAddress.arg(end);
-    case RangeTrouble::LengthUnread:
-        return tr("\u201c%1\u201d is no length: it takes hexadecimal digits, or decimal ones "
-                  "behind #.")
-            .arg(end);
-    case RangeTrouble::FirstBeyond:
-        return noByte.arg(first, addressText(quint64(count - 1)));
-    case RangeTrouble::LastBeyond:
-        return noByte.arg(end, addressText(quint64(count - 1)));
-    case RangeTrouble::LengthBeyond:
-        return tr("There are not as many bytes from %1 on: the last one is at %2.")
-            .arg(first, addressText(quint64(count - 1)));
-    case RangeTrouble::LastBeforeFirst:
-        return tr("The last byte, at %1, is before the first, at %2.").arg(end, first);
-    case RangeTrouble::LengthZero:
-        break;
-    }
-    return tr("A length of 0 selects nothing.");
 }

@@ -14,6 +14,7 @@ private slots:
     void zeros_areWrittenOverABlock();
     void zeros_areWrittenOverSelectedRows();
     void rowsApart_areLeftAlone();
+    void zeroThatIsThereAlready_isNoEdit();
     void zero_isForTheGridAlone();
     void refusedZero_offersToWriteIt_data();
     void refusedZero_offersToWriteIt();
@@ -90,6 +91,18 @@ void TestWindowBlocks::rowsApart_areLeftAlone() {
     QCOMPARE(imageAndFile(velm), QByteArray(40, 'x'));
     QCOMPARE(velm.message(),
              QStringLiteral("Warning: The selected rows do not follow each other."));
+}
+
+void TestWindowBlocks::zeroThatIsThereAlready_isNoEdit() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    selectBytes(velm, 3, 1);
+    pressInGrid(velm, Qt::Key_0);
+    pressInGrid(velm, Qt::Key_0);
+    QCOMPARE(velm.message(),
+             QStringLiteral("There was nothing to change: the bytes are like that already."));
+    velm.delegate().edits().undo();
+    QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
 }
 
 void TestWindowBlocks::zero_isForTheGridAlone() {
