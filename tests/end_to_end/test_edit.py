@@ -6,7 +6,7 @@ import keyboard
 from case import Scenario
 from grid import CHARACTERS
 from listening import FocusListener
-from waiting import until_equal
+from waiting import until, until_equal
 
 IMAGE = b"The quick brown fox jumps over the lazy dog.\n"
 
@@ -97,8 +97,12 @@ class Edit(Scenario):
         with self.assertRaises(AssertionError):
             self.window.grid.open_cell(0, 1)
         self.window.focus("Bytes")
+        cell.queryComponent().grabFocus()
         keyboard.write("41")
         keyboard.press("Return")
+        # What is pressed last has come when this is seen, and so has what was pressed before.
+        keyboard.press("Down")
+        until(lambda: "at 0010:" in self.window.text("Facts"), "the cursor in the next row")
         self.window.show("Data to burn")
         self.see(IMAGE)
         self.window.show("Data read from chip")

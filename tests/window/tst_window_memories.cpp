@@ -277,7 +277,7 @@ void TestWindowMemories::command_saysWhatItConcerns() {
     velm_->controls().btn_write->setFocus();
     QTRY_COMPARE(extent()->text(), u"code memory alone"_s);
     const QString words = u"Write and Verify concern the code memory alone, not the chip's data "
-                          "memory and fuses."_s;
+                          "memory and fuses. Erasing may blank the data memory."_s;
     QVERIFY2(extent()->toolTip().contains(words), qPrintable(extent()->toolTip()));
     QVERIFY(velm_->controls().btn_write->toolTip().endsWith(words));
     QVERIFY(velm_->controls().btn_verify->toolTip().endsWith(words));
