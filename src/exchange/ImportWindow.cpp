@@ -223,7 +223,10 @@ void ImportWindow::showState() {
     const ArrangingRun::Outcome *outcome = run_.outcome();
     c.parts->showFacts(c.order->lanes(),
                        outcome && isJoining() ? outcome->sourceChecksums : QList<quint32>());
+    const bool comesUp = isJoining() && c.parts->isHidden();
     c.parts->setVisible(isJoining());
+    if (comesUp)
+        growToShow(*this, *c.column);
     c.result->setText(resultText());
     c.outcome->setText(outcomeText());
     c.importButton->setEnabled(mayImport() && !wanted_);
