@@ -109,12 +109,13 @@ void BlockActions::offerLength(const Paste &paste, const QByteArray &bytes) {
          }});
 }
 
-/// The cursor goes on behind what was pasted, where more may be.
+/// The cursor goes on behind what was pasted, where more may be, or to the last of it where there
+/// is no cell behind: where it was, the same key would overwrite all of it.
 void BlockActions::overwrite(qint64 offset, const QByteArray &bytes) {
     const BlockChange change = overwriteOf(offset, bytes, imageSize());
     if (!this->change({change, tr("paste"), pastedWords(change.written())}))
         return;
-    const QModelIndex next = cellOfByte(*grid().gridModel(), change.written().end());
-    if (next.isValid())
-        grid().moveTo(next);
+    const GridModel &model = *grid().gridModel();
+    const QModelIndex next = cellOfByte(model, change.written().end());
+    grid().moveTo(next.isValid() ? next : cellOfByte(model, change.written().end() - 1));
 }

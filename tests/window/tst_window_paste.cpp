@@ -16,6 +16,7 @@ private slots:
     void pastes_data();
     void pastes();
     void cursor_goesOnBehindThePastedBytes();
+    void cursor_goesToTheLastByteAtTheEndOfARow();
     void whatDoesNotFit_isPastedOnlyWhenAsked();
     void cursorBehindTheLastByte_appends();
     void farther_isRefused();
@@ -107,6 +108,18 @@ void TestWindowPaste::pastes() {
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
     velm.delegate().edits().redo();
     QCOMPARE(imageAndFile(velm), expected);
+}
+
+void TestWindowPaste::cursor_goesToTheLastByteAtTheEndOfARow() {
+    WindowFixture velm;
+    showBytes(velm, QByteArray(16, 'x'));
+    selectBytes(velm, 12, 1);
+    copy(QStringLiteral("61 62 63 64"));
+    paste(velm);
+    QCOMPARE(imageAndFile(velm), QByteArray(12, 'x') + "abcd");
+    paste(velm);
+    QCOMPARE(imageAndFile(velm), QByteArray(12, 'x') + "abcd");
+    QVERIFY(messageButton(velm, QStringLiteral("Paste and lengthen")));
 }
 
 void TestWindowPaste::cursor_goesOnBehindThePastedBytes() {
