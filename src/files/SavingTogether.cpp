@@ -38,16 +38,16 @@ std::optional<UnsavedTogether> saveTogether(const QList<FileToSave> &files, Repl
     for (const FileToSave &file : files) {
         Result<UnfinishedFile> written =
             unfinishedFile(file.path, file.bytes, Durability::PowerFailure);
-        if (!written)
-            return UnsavedTogether{file.path, *written.failure(), {}};
+        if (const Failure *failure = written.failure())
+            return UnsavedTogether{file.path, *failure, {}};
         if (hasPlaceOf(places, *written))
             return UnsavedTogether{file.path, Failure::ofSystem(EEXIST), {}};
         places.push_back(*std::move(written));
     }
     for (qsizetype i = 0; i < files.size(); ++i) {
         const Result<void> taken = places[size_t(i)].takePlaceForNow(replacing);
-        if (!taken)
-            return UnsavedTogether{files.at(i).path, *taken.failure(), takeBack(places, i, files)};
+        if (const Failure *failure = taken.failure())
+            return UnsavedTogether{files.at(i).path, *failure, takeBack(places, i, files)};
     }
     return std::nullopt;
 }
