@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int mostParts = 4;
+constexpr int maxParts = 4;
 
 } // namespace
 
@@ -22,7 +22,7 @@ PartList::PartList(QWidget *parent) : QWidget(parent), controls_(std::make_uniqu
     const Ui::PartList &c = *controls_;
     controls_->setupUi(this);
     const int frame = 2 * c.list->frameWidth();
-    c.list->setMinimumHeight((mostParts + 1) * fontMetrics().height() + frame);
+    c.list->setMinimumHeight((maxParts + 1) * fontMetrics().height() + frame);
     connect(c.list, &QListWidget::currentRowChanged, this, &PartList::showState);
     connect(c.addButton, &QPushButton::clicked, this, &PartList::addAsked);
     connect(c.removeButton, &QPushButton::clicked, this, &PartList::remove);
@@ -100,7 +100,7 @@ void PartList::showState() {
     const Ui::PartList &c = *controls_;
     const int row = c.list->currentRow();
     const bool isPart = row >= 0 && row < parts_.size();
-    c.addButton->setEnabled(parts_.size() < mostParts);
+    c.addButton->setEnabled(parts_.size() < maxParts);
     c.removeButton->setEnabled(isPart && !parts_[row].isTheImported);
     c.upButton->setEnabled(isPart && row > 0);
     c.downButton->setEnabled(isPart && row + 1 < parts_.size());
