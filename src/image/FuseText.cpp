@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int mostDigits = 8;
+constexpr int maxDigits = 8;
 
 bool fitsIntoName(QChar character) {
     return character.isPrint() && !character.isSpace() && character != u'=';
@@ -20,7 +20,7 @@ std::optional<Fuse> readValue(QStringView text) {
     if (!text.startsWith(u"0x", Qt::CaseInsensitive))
         return std::nullopt;
     const QStringView digits = text.sliced(2);
-    if (digits.isEmpty() || digits.size() > mostDigits)
+    if (digits.isEmpty() || digits.size() > maxDigits)
         return std::nullopt;
     Fuse fuse;
     fuse.digits = int(digits.size());

@@ -149,13 +149,13 @@ void PastedText::takeLiteralCharacter() {
 }
 
 void PastedText::takeEscape() {
-    constexpr qsizetype mostOctal = 3;
+    constexpr qsizetype maxOctal = 3;
     const QStringView behind = rest().sliced(1);
     if (behind.isEmpty())
         return fail(Kind::NoEnd);
     if (const qsizetype lineEnd = lineEndAt(at_ + 1); lineEnd > 0)
         return pass(1 + lineEnd);
-    const qsizetype octals = digitsIn(behind, octal, mostOctal);
+    const qsizetype octals = digitsIn(behind, octal, maxOctal);
     const bool isHex = behind.front() == u'x' && digitsIn(behind.sliced(1), hexadecimal, 2) == 2;
     int byte = byteOfEscape(behind.front());
     qsizetype units = 1;
