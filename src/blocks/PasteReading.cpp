@@ -3,15 +3,12 @@
 
 #include "blocks/PasteReading.h"
 
-#include <QElapsedTimer>
-
-#include <chrono>
+#include "base/TurnOfWork.h"
 #include <new>
 #include <utility>
 
 namespace {
 
-constexpr std::chrono::milliseconds turnTime{8};
 /// UTF-16 units between two looks at the clock.
 constexpr qsizetype stepText = qsizetype(32) * 1024;
 
@@ -28,12 +25,9 @@ void PasteReading::read(const QString &text, PastedText::As as) {
 }
 
 void PasteReading::turn() {
-    QElapsedTimer time;
-    time.start();
     bool isDone = false;
     try {
-        while (!isDone && !time.hasExpired(turnTime.count()))
-            isDone = text_->advance(stepText);
+        isDone = worksForATurn([this] { return text_->advance(stepText); });
     } catch (const std::bad_alloc &) {
         turns_.stop();
         text_.reset();

@@ -3,14 +3,11 @@
 
 #include "exchange/ArrangingRun.h"
 
-#include <QElapsedTimer>
-
-#include <chrono>
+#include "base/TurnOfWork.h"
 #include <new>
 
 namespace {
 
-constexpr std::chrono::milliseconds turnTime{8};
 /// Bytes between two looks at the clock.
 constexpr qsizetype stepBytes = qsizetype(1) << 20;
 
@@ -49,11 +46,8 @@ void ArrangingRun::stop() {
 }
 
 void ArrangingRun::turn() {
-    QElapsedTimer time;
-    time.start();
     try {
-        while (!isDone_ && !time.hasExpired(turnTime.count()))
-            isDone_ = advance();
+        isDone_ = worksForATurn([this] { return advance(); });
     } catch (const std::bad_alloc &) {
         stop();
         emit outOfMemory();

@@ -3,14 +3,11 @@
 
 #include "exchange/RecordExport.h"
 
-#include <QElapsedTimer>
-
-#include <chrono>
+#include "base/TurnOfWork.h"
 #include <new>
 
 namespace {
 
-constexpr std::chrono::milliseconds turnTime{8};
 /// Bytes between two looks at the clock.
 constexpr qsizetype stepBytes = qsizetype(32) * 1024;
 
@@ -42,12 +39,7 @@ void RecordExport::stop() {
 }
 
 void RecordExport::takeTurn() {
-    QElapsedTimer time;
-    time.start();
-    bool isDone = false;
-    while (!isDone && !time.hasExpired(turnTime.count()))
-        isDone = writer_->advance(bytes_, stepBytes);
-    if (!isDone)
+    if (!worksForATurn([this] { return writer_->advance(bytes_, stepBytes); }))
         return;
     const QByteArray text = writer_->takeText();
     stop();

@@ -3,14 +3,11 @@
 
 #include "exchange/RecordImport.h"
 
-#include <QElapsedTimer>
-
-#include <chrono>
+#include "base/TurnOfWork.h"
 #include <new>
 
 namespace {
 
-constexpr std::chrono::milliseconds turnTime{8};
 /// Bytes between two looks at the clock.
 constexpr qsizetype stepText = qsizetype(32) * 1024;
 constexpr qsizetype stepImage = qsizetype(1) << 20;
@@ -65,11 +62,7 @@ void RecordImport::turn() {
 }
 
 void RecordImport::takeTurn() {
-    QElapsedTimer time;
-    time.start();
-    bool isDone = false;
-    while (!isDone && !time.hasExpired(turnTime.count()))
-        isDone = advance();
+    const bool isDone = worksForATurn([this] { return advance(); });
     if (isDone)
         turns_.stop();
     if (flattening_)
