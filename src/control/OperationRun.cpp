@@ -41,11 +41,6 @@ bool takesImage(Operation operation) {
     return operation == VerifyOperation || operation == WriteOperation;
 }
 
-bool endedWell(const RunOutcome &outcome) {
-    return outcome.verdict == RunOutcome::Verdict::Succeeded ||
-           outcome.verdict == RunOutcome::Verdict::Qualified;
-}
-
 RunRecord recordBefore(Operation operation, const ToolSettings &settings, const BurnSituation &burn,
                        quint64 imageRevision) {
     RunRecord record;
@@ -106,7 +101,7 @@ RunRecord carryOut(ScriptedMiniPro &run, const ToolSettings &settings, const Bur
 
 bool judgeRead(RunRecord &record, const ReadFile &file) {
     record.imageLength = file.length;
-    if (!endedWell(record.outcome))
+    if (!record.outcome.endedWell())
         return false;
     if (file.length == 0) {
         record.outcome = Wording::nothingRead(file);

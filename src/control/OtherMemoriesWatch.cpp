@@ -17,11 +17,6 @@ KnownMemories kindsOf(const OtherMemories &memories) {
         .data = bool(memories.data), .user = bool(memories.user), .fuses = bool(memories.fuseText)};
 }
 
-bool brought(const RunRecord &record) {
-    return record.outcome.verdict == RunOutcome::Verdict::Succeeded ||
-           record.outcome.verdict == RunOutcome::Verdict::Qualified;
-}
-
 } // namespace
 
 OtherMemoriesWatch::OtherMemoriesWatch(const Surroundings &surroundings) : with_(surroundings) {
@@ -43,7 +38,7 @@ void OtherMemoriesWatch::prepareRead(Work now) {
 
 void OtherMemoriesWatch::takeRun(const RunRecord &record, const ByteBuffer &code) {
     const std::optional<OtherMemoryFiles> files = std::exchange(files_, std::nullopt);
-    if (!files || record.operation != ReadOperation || !brought(record))
+    if (!files || record.operation != ReadOperation || !record.outcome.endedWell())
         return;
     OtherMemories others = files->loadNew();
     unread_ = others.unread;

@@ -3,11 +3,10 @@
 
 #include "devices/ImageFit.h"
 
+#include "base/Units.h"
 #include "language/ImageEncoding.h"
 
 namespace {
-
-constexpr qint64 kibibyte = 1024;
 
 std::optional<qint64> lengthFor(const DeviceAnswer &answer) {
     const auto *description = std::get_if<DeviceDescription>(&answer);

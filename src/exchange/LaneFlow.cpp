@@ -11,8 +11,6 @@
 
 namespace {
 
-constexpr int shownBytes = 8;
-
 class Wording {
     Q_DECLARE_TR_FUNCTIONS(LaneFlow)
 };

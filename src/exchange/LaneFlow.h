@@ -8,7 +8,10 @@
 #include <QString>
 #include <QStringList>
 
-/// Where the first eight bytes go.
+/// How many bytes are followed.
+inline constexpr int shownBytes = 8;
+
+/// Where the first of them go.
 struct LaneFlow {
     /// The bytes of what comes in, a list for each part: bytes are called by numbers from 0.
     QList<QList<int>> from;
@@ -16,7 +19,7 @@ struct LaneFlow {
     QList<QList<int>> to;
 };
 
-/// What \a arrangement does with eight bytes.
+/// What \a arrangement does with them.
 LaneFlow flowOf(const Arrangement &arrangement);
 
 /// What byte number \a byte of \a flow is called: where several parts come in, by a letter for the

@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr int shownBytes = 8;
 constexpr int maxParts = 4;
 
 /// The measures of the picture; all hang on the font and the width that there is.

@@ -3,6 +3,7 @@
 
 #include "exchange/OrderBox.h"
 
+#include "base/Units.h"
 #include "widgets/FixedFont.h"
 #include "widgets/PlainToolTip.h"
 
@@ -13,8 +14,6 @@
 #include <array>
 
 namespace {
-
-constexpr qint64 kib = 1024;
 
 /// The entries of the choices, in their order.
 constexpr std::array<Lanes, 4> chipEntries = {{{1, 1}, {2, 1}, {4, 1}, {2, 2}}};
@@ -34,7 +33,7 @@ OrderBox::OrderBox(QWidget *parent)
     static const QRegularExpression number(QStringLiteral("[0-9]{0,7}"));
     c.filled->setValidator(new QRegularExpressionValidator(number, c.filled));
     connect(c.chipSize, &QPushButton::clicked, this,
-            [this] { controls_->filled->setText(QString::number(chip_.bytes / kib)); });
+            [this] { controls_->filled->setText(QString::number(chip_.bytes / kibibyte)); });
     for (const QComboBox *box : {c.chips, c.lowByte, c.swap})
         connect(box, &QComboBox::currentIndexChanged, this, &OrderBox::showState);
     connect(c.bits, &QCheckBox::toggled, this, &OrderBox::showState);
@@ -55,7 +54,7 @@ void OrderBox::setUp(Way way, const ChipSize &chip) {
 void OrderBox::setChip(const ChipSize &chip) {
     chip_ = chip;
     QPushButton &button = *controls_->chipSize;
-    const bool isWholeKib = chip.bytes > 0 && chip.bytes % kib == 0;
+    const bool isWholeKib = chip.bytes > 0 && chip.bytes % kibibyte == 0;
     button.setEnabled(isWholeKib);
     setPlainToolTip(button, isWholeKib
                                 ? tr("Fill a chip as it stands under Device: %1 has %2")
@@ -78,7 +77,7 @@ Arrangement OrderBox::arrangement() const {
     (way_ == Way::Join ? arrangement.joined : arrangement.split) = lanes();
     arrangement.swapped = swapEntries.at(std::size_t(c.swap->currentIndex()));
     arrangement.bitsReversed = c.bits->isChecked();
-    arrangement.filled = c.filled->text().toLongLong() * kib;
+    arrangement.filled = c.filled->text().toLongLong() * kibibyte;
     return arrangement;
 }
 

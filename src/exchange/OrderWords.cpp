@@ -4,6 +4,7 @@
 #include "exchange/OrderWords.h"
 
 #include "base/Digits.h"
+#include "base/Units.h"
 #include "imageviews/FactsWords.h"
 
 #include <QCoreApplication>
@@ -13,7 +14,6 @@
 
 namespace {
 
-constexpr qint64 kib = 1024;
 constexpr int bitsOfByte = 8;
 constexpr int digitsOfChecksum = 8;
 
@@ -33,7 +33,7 @@ QString usualEprom(qint64 bytes, int unit) {
     static constexpr Eprom wide[] = {{128, "27C1024"}, {256, "27C2048"}, {512, "27C4096"}};
     const auto nameIn = [bytes](const auto &eproms) {
         for (const Eprom &eprom : eproms)
-            if (eprom.kib * kib == bytes)
+            if (eprom.kib * kibibyte == bytes)
                 return QString::fromLatin1(eprom.name);
         return QString();
     };
@@ -112,9 +112,9 @@ QString checksumWords(quint32 crc32) {
 }
 
 QString chipSizeWords(qint64 bytes) {
-    if (bytes % kib != 0 || bytes == 0)
+    if (bytes % kibibyte != 0 || bytes == 0)
         return sizeWords(bytes);
-    return Wording::tr("%1 KiB").arg(QLocale().toString(bytes / kib));
+    return Wording::tr("%1 KiB").arg(QLocale().toString(bytes / kibibyte));
 }
 
 QString labelWords(const LabelledPart &part, const ChipSize &chip) {

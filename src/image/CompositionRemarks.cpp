@@ -3,6 +3,7 @@
 
 #include "image/CompositionRemarks.h"
 
+#include "base/Units.h"
 #include "image/NumberScanning.h"
 
 #include <QCoreApplication>
@@ -12,8 +13,6 @@
 #include <limits>
 
 namespace {
-
-constexpr qint64 kibibyte = 1024;
 
 QString tr(const char *text) {
     return QCoreApplication::translate("CompositionRemarks", text);

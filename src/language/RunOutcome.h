@@ -67,6 +67,10 @@ struct RunOutcome {
     /// What of that the program can do itself.
     std::optional<NextStep> offer = std::nullopt;
 
+    /// True if it did what it was for, if not as the window shows it.
+    bool endedWell() const {
+        return verdict == Verdict::Succeeded || verdict == Verdict::Qualified;
+    }
     /// Both, for one line.
     QString words() const;
     /// Lets \a remark, if it is not empty, follow the sentence.

@@ -3,6 +3,7 @@
 
 #include "language/RunRemarks.h"
 
+#include "base/Units.h"
 #include <QCoreApplication>
 #include <QLocale>
 
@@ -22,7 +23,6 @@ QString remarkOnChipId(const ToolReport &report) {
 }
 
 std::optional<qint64> padToReach(qint64 size, const RunFacts &facts) {
-    constexpr qint64 kibibyte = 1024;
     return facts.imageIsShown && size % kibibyte == 0 ? std::optional(size / kibibyte)
                                                       : std::nullopt;
 }
