@@ -7,6 +7,7 @@
 #include "grid/GridColumns.h"
 #include "image/AddressWords.h"
 #include "image/BytesAsText.h"
+#include "language/LogicField.h"
 
 #include <QMimeData>
 #include <QUrl>
@@ -59,23 +60,14 @@ QString pinCell(const ShownContent &shown, const QString &column) {
     return hasPin ? column : QString();
 }
 
-/// A field without the tails of the terminal colour sequences that the tool puts around it:
-/// bright red for a pin that differed, with the expected level after a minus sign.
-CellValue withoutColours(const QString &field) {
-    const QStringView reset = u"[0m";
-    const QStringView brightRed = u"[0;91m";
-    if (const qsizetype at = field.indexOf(reset); at >= 0)
-        return {field.sliced(at + reset.size()), false};
-    if (const qsizetype at = field.indexOf(brightRed); at >= 0)
-        return {field.sliced(at + brightRed.size()).section(u'-', 0, 0), true};
-    return {field, false};
-}
-
 CellValue resultCell(const ShownContent &shown, const QString &column, const QStringList &fields) {
     const int number = columnNumber(column);
     const bool hasField = number >= 0 && number <= charactersColumn && number < fields.size() &&
                           number <= shown.logictest_headers.size();
-    return hasField ? withoutColours(fields[number]) : CellValue();
+    if (!hasField)
+        return {};
+    const ShownField field = shownField(fields[number]);
+    return {field.text, field.failed};
 }
 
 } // namespace

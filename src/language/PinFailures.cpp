@@ -3,6 +3,7 @@
 
 #include "language/PinFailures.h"
 
+#include "language/LogicField.h"
 #include "language/LogicReport.h"
 #include "language/PinLevels.h"
 #include "language/RunRemarks.h"

@@ -3,6 +3,7 @@
 
 #include "language/PinLevels.h"
 
+#include "language/LogicField.h"
 #include "language/LogicReport.h"
 
 #include <QCoreApplication>
@@ -29,18 +30,6 @@ public:
         };
     }
 };
-
-/// A bad field is bright red, and a minus sign follows the expected level.
-bool isMarkedBad(const QString &field) {
-    return field.size() > 1 && (field.endsWith(u'-') || field.contains(u"[0;91m"));
-}
-
-QChar letterOf(const QString &field) {
-    const qsizetype begin = field.startsWith(u'\x1b') ? field.indexOf(u'm') + 1 : 0;
-    const bool isLetter =
-        begin < field.size() && QStringView(u"01LHCZXGV").contains(field.at(begin));
-    return isLetter ? field.at(begin) : QChar();
-}
 
 PinState stateOf(PinLevel level) {
     if (level.failed)
@@ -75,10 +64,6 @@ QString trimmedEnd(QString line) {
 }
 
 } // namespace
-
-PinLevel pinLevel(const QString &field) {
-    return {letterOf(field), isMarkedBad(field)};
-}
 
 int pinNumber(const LogicReport &report, qsizetype column) {
     const QStringList headers = report.headers.value_or(QStringList());

@@ -9,17 +9,6 @@
 
 struct LogicReport;
 
-/// What one field of a logic test's report says.
-struct PinLevel {
-    /// One of "01LHCZXGV"; null for any other text.
-    QChar letter;
-    /// The pin was at another level.
-    bool failed = false;
-};
-
-/// What \a field, with the tool's colours and signs, says.
-PinLevel pinLevel(const QString &field);
-
 /// What came of a pin.
 enum class PinState {
     /// No output was expected of it.

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "language/LogicField.h"
 #include "language/PinLevels.h"
 
 #include "language/LogicReport.h"

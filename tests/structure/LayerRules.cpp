@@ -28,7 +28,7 @@ const QMap<QString, QStringList> &arrows() {
         {QStringLiteral("language"), words("base files settings")},
         {QStringLiteral("tool"), words("base files settings process language")},
         {QStringLiteral("widgets"), words("base files settings tool/Console.h")},
-        {QStringLiteral("grid"), words("base files settings image widgets")},
+        {QStringLiteral("grid"), words("base files settings image language widgets")},
         {QStringLiteral("devices"), words("base files settings image language tool widgets")},
         {QStringLiteral("control"),
          words("base files settings image language tool widgets grid devices")},
