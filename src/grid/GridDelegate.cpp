@@ -23,6 +23,7 @@ QWidget *GridDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
             ->headerData(index.column(), Qt::Horizontal, Qt::AccessibleTextRole)
             .toString());
     connect(editor_.data(), &CellEditor::twoDigitsTyped, this, &GridDelegate::takeEntry);
+    emit entryBegins();
     return editor_;
 }
 
@@ -40,6 +41,7 @@ void GridDelegate::setModelData(QWidget *editor, QAbstractItemModel *model,
         return;
     const QString entry = field->text();
     field->setCommitted();
+    emit entryEnds();
     model->setData(index, entry, Qt::EditRole);
 }
 

@@ -30,6 +30,12 @@ public:
     void updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
                               const QModelIndex &index) const override;
 
+signals:
+    /// An editor was made for a cell.
+    void entryBegins() const;
+    /// A changed entry is handed to the model next.
+    void entryEnds() const;
+
 protected:
     /// Ends an entry at the very key press of Enter: the toolkit would do so later, and keys that
     /// were pressed meanwhile would land in the entry that is over.

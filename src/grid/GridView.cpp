@@ -44,6 +44,8 @@ GridView::GridView(QWidget *parent)
         updateGeometries();
         viewport()->update();
     });
+    connect(delegate_, &GridDelegate::entryBegins, this, &GridView::entryBegins);
+    connect(delegate_, &GridDelegate::entryEnds, this, &GridView::entryEnds);
     new GridDrag(*this, *selection_);
     connect(selection_, &GridSelection::changed, this, &GridView::selectedBytesChanged);
     connect(selection_, &GridSelection::blockChanged, this, [this] { tellSelection(*this); });

@@ -120,6 +120,10 @@ public:
     QSize viewportSizeHint() const override;
 
 signals:
+    /// A cell opens: an edit is to be expected.
+    void entryBegins();
+    /// What was typed is carried out next.
+    void entryEnds();
     /// selectedBytes() may be other ones, or hold others.
     void selectedBytesChanged();
 

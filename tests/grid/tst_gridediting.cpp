@@ -36,6 +36,7 @@ private slots:
     void editor_liesOverItsCellAndWidens();
     void editor_goesWithItsCell();
     void reload_closesTheEditor();
+    void entry_isToldBeforeItIsCarriedOut();
 };
 
 /// 40 bytes "AAAA…": two whole rows and half of one.
@@ -393,6 +394,24 @@ void TestGridEditing::reload_closesTheEditor() {
     QVERIFY(!grid.view.openEditor());
     QVERIFY(!grid.view.commitOpenEditor());
     QCOMPARE(grid.source.entries, QStringList());
+}
+
+void TestGridEditing::entry_isToldBeforeItIsCarriedOut() {
+    ShownGrid grid(image(), true);
+    QStringList told;
+    connect(&grid.view, &GridView::entryBegins, &grid.view,
+            [&] { told << QStringLiteral("begins"); });
+    connect(&grid.view, &GridView::entryEnds, &grid.view, [&] {
+        told << QStringLiteral("ends, %1 carried out").arg(grid.source.entries.size());
+    });
+    grid.setCursor(0, 1);
+    grid.press(Qt::Key_F2);
+    grid.press(Qt::Key_Return); // nothing was typed: nothing is carried out
+    grid.type(QStringLiteral("42"));
+    QCOMPARE(told, QStringList({QStringLiteral("begins"), QStringLiteral("begins")}));
+    grid.press(Qt::Key_Return);
+    QCOMPARE(told.mid(2), QStringList{QStringLiteral("ends, 0 carried out")});
+    QCOMPARE(grid.source.entries.size(), 1);
 }
 
 QTEST_MAIN(TestGridEditing)
