@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "image/CopyAhead.h"
+
+#include "base/TurnOfWork.h"
+#include "files/HugePages.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <utility>
+
+CopyAhead::CopyAhead(QObject *parent) : QObject(parent) {
+    connect(&turns_, &QTimer::timeout, this, &CopyAhead::turn);
+}
+
+void CopyAhead::begin(const ByteBuffer &image) {
+    const bool needsCopy = lengthOf(image) >= minSize && !image->isDetached();
+    if (!needsCopy || (turns_.isActive() && image_.lock() == image && isStillShared()))
+        return;
+    giveUp();
+    try {
+        copy_ = uninitializedBytes(image->size());
+    } catch (const std::bad_alloc &) {
+        return;
+    }
+    image_ = image;
+    shared_ = *image;
+    turns_.start();
+}
+
+void CopyAhead::finish() {
+    if (!turns_.isActive())
+        return;
+    while (isStillShared() && !copyPiece()) {
+    }
+    take();
+}
+
+void CopyAhead::turn() {
+    if (!isStillShared())
+        giveUp();
+    else if (worksForATurn([this] { return copyPiece(); }))
+        take();
+}
+
+/// False as soon as the image has been changed, made anew or given up.
+bool CopyAhead::isStillShared() const {
+    const ByteBuffer image = image_.lock();
+    return image && image->constData() == shared_.constData() && image->size() == shared_.size();
+}
+
+/// True if there is nothing left to copy.
+bool CopyAhead::copyPiece() {
+    constexpr qsizetype pieceSize = qsizetype(1) << 20;
+    const qsizetype count = std::min(pieceSize, shared_.size() - copied_);
+    std::memcpy(copy_.data() + copied_, shared_.constData() + copied_, std::size_t(count));
+    copied_ += count;
+    return copied_ == shared_.size();
+}
+
+void CopyAhead::take() {
+    if (isStillShared())
+        *image_.lock() = std::move(copy_);
+    giveUp();
+}
+
+void CopyAhead::giveUp() {
+    turns_.stop();
+    image_.reset();
+    shared_ = {};
+    copy_ = {};
+    copied_ = 0;
+}

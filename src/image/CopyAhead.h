@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "files/ByteBuffer.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+
+/// Gives an image bytes of its own where it shares them with another buffer, as it does with the
+/// file that it was made of. The first change would have to copy them all, which takes a third of
+/// a second for 1 GiB: here that is done a little in every turn of the event loop, while the entry
+/// is being typed.
+class CopyAhead final : public QObject {
+    Q_OBJECT
+
+public:
+    /// What has fewer bytes is copied at once by the change that needs it.
+    static constexpr qsizetype minSize = qsizetype(4) << 20;
+
+    explicit CopyAhead(QObject *parent = nullptr);
+
+    /// \a image is about to be changed. Nothing happens if it is small or its bytes are its own,
+    /// nor where there is no memory: the change itself tells of that.
+    void begin(const ByteBuffer &image);
+    /// The change comes now: copies what is left.
+    void finish();
+
+private:
+    void turn();
+    bool isStillShared() const;
+    bool copyPiece();
+    void take();
+    void giveUp();
+
+    std::weak_ptr<QByteArray> image_;
+    QByteArray shared_;
+    QByteArray copy_;
+    qsizetype copied_ = 0;
+    QTimer turns_;
+};
