@@ -5,6 +5,7 @@
 
 #include "app/MainWindow.h"
 #include "control/AppDelegate.h"
+#include "image/CopyAhead.h"
 #include "image/EditedBytes.h"
 
 #include "ui_MainWindow.h"
@@ -51,4 +52,12 @@ void markEdits(MainWindow &window, AppDelegate &delegate) {
     markIn(c.tableview, burnTabIdentifier());
     // The other image is beside the one of the tab.
     markIn(c.besideGrid, readTabIdentifier());
+}
+
+void readyEdits(MainWindow &window, AppDelegate &delegate) {
+    auto *ahead = new CopyAhead(&window);
+    const GridView *grid = window.controls().tableview;
+    QObject::connect(grid, &GridView::entryBegins, ahead,
+                     [ahead, &delegate] { ahead->begin(delegate.state().output_data); });
+    QObject::connect(grid, &GridView::entryEnds, ahead, &CopyAhead::finish);
 }

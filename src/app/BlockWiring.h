@@ -11,3 +11,7 @@ void wireBlocks(const BlockActions::Surroundings &surroundings, WindowMenus &men
 /// Has the grids of \a window, which have their sources, mark which bytes of the data to burn of
 /// \a delegate were edited.
 void markEdits(MainWindow &window, AppDelegate &delegate);
+
+/// Has an entry that is typed into the data to burn find them unshared, so that it costs the same
+/// in an image of any size.
+void readyEdits(MainWindow &window, AppDelegate &delegate);

@@ -190,6 +190,7 @@ void VelmWindow::followImages(const WindowMenus &menus) {
     SideBySide &sideBySide = makeSideBySide(window_, delegate_, comparison);
     viewControls_.addEntries(*menus.view, *sideBySide.action());
     markEdits(window_, delegate_);
+    readyEdits(window_, delegate_);
     wireFacts(window_, delegate_, runLog_, {settings_, comparison});
 }
 

@@ -3,6 +3,8 @@
 
 #include "window/EditingSteps.h"
 
+#include "image/CopyAhead.h"
+
 #include <QPushButton>
 
 /// Editing bytes of the data to burn in the grid.
@@ -29,7 +31,20 @@ private slots:
     void restoring_isOneStepOfTheHistory();
     void compositionOfTheSameBytes_losesNoEdits();
     void editsDoNotTouchTheReadData();
+    void openedCellOfALargeFile_isReadyBeforeItsEntry();
+    void entryTypedAtOnce_findsTheImageReady();
 };
+
+/// Starts with more bytes than an edit copies at once, which the image shares with the file.
+static void showLargeFile(WindowFixture &velm) {
+    const QByteArray bytes(CopyAhead::minSize + 20, 'A');
+    velm.settings().setValue(settingsKeys::binary, velm.write(QStringLiteral("rom.bin"), bytes));
+    velm.start();
+    velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
+    QCOMPARE(velm.state().output_data->constData(), velm.state().opened_bin_data->constData());
+    velm.controls().tableview->setFocus();
+    velm.controls().tableview->setCurrentIndex(velm.controls().tableview->model()->index(0, 1));
+}
 
 void TestWindowEdit::typing_changesTheByteTheFileAndTheCharacters() {
     WindowFixture velm;
@@ -282,6 +297,27 @@ void TestWindowEdit::editsDoNotTouchTheReadData() {
     enter(velm, 0, 1, QStringLiteral("7A"));
     QCOMPARE(*velm.state().output_data, QByteArray("z123456789ABCDEF"));
     QCOMPARE(*velm.state().read_from_chip_data, QByteArray("0123456789ABCDEF"));
+}
+
+void TestWindowEdit::openedCellOfALargeFile_isReadyBeforeItsEntry() {
+    WindowFixture velm;
+    showLargeFile(velm);
+    QTest::keyClick(velm.controls().tableview, Qt::Key_F2);
+    QVERIFY(velm.controls().tableview->openEditor());
+    QTRY_VERIFY(velm.state().output_data->isDetached());
+    QCOMPARE(*velm.state().output_data, *velm.state().opened_bin_data);
+}
+
+void TestWindowEdit::entryTypedAtOnce_findsTheImageReady() {
+    WindowFixture velm;
+    showLargeFile(velm);
+    bool wasReady = false;
+    connect(velm.controls().tableview, &GridView::entryEnds, this,
+            [&] { wasReady = velm.state().output_data->isDetached(); });
+    enter(velm, 0, 1, QStringLiteral("42"));
+    QVERIFY(wasReady);
+    QCOMPARE(velm.state().output_data->left(2), QByteArray("BA"));
+    QCOMPARE(velm.state().opened_bin_data->left(2), QByteArray("AA"));
 }
 
 QTEST_MAIN(TestWindowEdit)
