@@ -38,6 +38,8 @@ constexpr int rounds = 31;
 constexpr int firstRounds = 3;
 constexpr double maxTimesTheSmall = 2;
 constexpr double maxTimesTheCopy = 1.5;
+/// From the opening of a cell to the Enter key, of fingers that are quick: two digits and Enter.
+constexpr double typedWithin = 450;
 
 void press(QWidget &widget, int key, const QString &text = {}) {
     QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
@@ -60,11 +62,20 @@ public:
         QCoreApplication::processEvents();
     }
 
-    /// From the Enter key that ends an entry until it is painted.
+    /// From the Enter key that ends an entry, typed by fingers, until it is painted.
+    double editByHand() {
+        CellEditor &editor = typeEntry();
+        const Stopwatch typing;
+        while (typing.milliseconds() < typedWithin)
+            QCoreApplication::processEvents();
+        return untilPainted([&] { press(editor, Qt::Key_Return); });
+    }
+    /// The same of an entry that came at once.
     double edit() {
         CellEditor &editor = typeEntry();
         return untilPainted([&] { press(editor, Qt::Key_Return); });
     }
+    qint64 size() const { return size_; }
     double undo() {
         return untilPainted([this] { window_.trigger(QKeySequence(QKeySequence::Undo)); });
     }
@@ -155,19 +166,25 @@ double copyOnce(qint64 size) {
     return stopwatch.milliseconds();
 }
 
-void benchFirstEdit(Table &table, EditedWindow &window, qint64 size) {
-    const auto medians = interleaved(firstRounds, {[&] {
-                                                       window.openFile();
-                                                       touchMemory(size);
-                                                       return window.edit();
-                                                   },
-                                                   [&] {
-                                                       touchMemory(size);
-                                                       return copyOnce(size);
-                                                   }});
-    table.compare("first edit of an opened file of " + sizeName(size) + ", Enter to pixels",
-                  milliseconds(medians[0]), {"one copy", milliseconds(medians[1])},
-                  maxTimesTheCopy);
+void benchFirstEdit(Table &table, EditedWindow &window, qint64 size, const Subject &small) {
+    const auto first = [](EditedWindow &opened, double (EditedWindow::*way)()) {
+        return [&opened, way] {
+            opened.openFile();
+            touchMemory(opened.size());
+            return (opened.*way)();
+        };
+    };
+    const auto medians = interleaved(
+        firstRounds, {first(window, &EditedWindow::edit), first(window, &EditedWindow::editByHand),
+                      first(*small.window, &EditedWindow::editByHand), [&] {
+                          touchMemory(size);
+                          return copyOnce(size);
+                      }});
+    const std::string name = "first edit of an opened file of " + sizeName(size);
+    table.compare(name + ", Enter to pixels, typed at once", milliseconds(medians[0]),
+                  {"one copy", milliseconds(medians[3])}, maxTimesTheCopy);
+    table.compare(name + ", Enter to pixels, typed by hand", milliseconds(medians[1]),
+                  {small.name, milliseconds(medians[2])}, maxTimesTheSmall);
 }
 
 double fillOnce(qint64 size, int value) {
@@ -215,5 +232,5 @@ void benchEdit(Table &table) {
     }
     benchFill(table, *subjects[2].window);
     constexpr size_t largest = std::size(largeSizes);
-    benchFirstEdit(table, *subjects[largest].window, largeSizes[largest - 1]);
+    benchFirstEdit(table, *subjects[largest].window, largeSizes[largest - 1], subjects.front());
 }
