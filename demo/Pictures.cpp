@@ -79,7 +79,7 @@ bool pictureOfComparison(VelmWindow &velm, Demonstration &demonstration, const Q
 bool pictureOfBlock(VelmWindow &velm, Demonstration &demonstration, const QString &path) {
     const Ui::MainWindow &c = velm.window().controls();
     c.tableview->setFocus();
-    c.tableview->selectBytes(routine);
+    c.tableview->selection().select(routine);
     const bool told = demonstration.waitUntil(
         [&c] { return c.factsLine->wholeText().contains(QStringLiteral("selected")); });
     const bool saved = demonstration.savePicture(path);

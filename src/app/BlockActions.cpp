@@ -96,7 +96,7 @@ QString BlockActions::whyNotHere() const {
 }
 
 std::optional<qint64> BlockActions::placeForBytes() const {
-    const QList<ByteRange> selected = grid().selectedRanges();
+    const QList<ByteRange> selected = grid().selection().ranges();
     const qint64 size = imageSize();
     if (selected.size() == 1)
         return selected.first().offset;
@@ -119,10 +119,10 @@ bool BlockActions::change(const EditOffers::Block &block) {
 void BlockActions::writeZeros() {
     if (refuses())
         return;
-    const ByteRange selected = grid().selectedBytes();
+    const ByteRange selected = grid().selection().bytes();
     if (selected.length == 0)
         with_.messages.say(Topic::BlockRefused,
-                           grid().selectedRanges().isEmpty()
+                           grid().selection().ranges().isEmpty()
                                ? tr("No byte is selected.")
                                : tr("The selected rows do not follow each other."));
     else
@@ -136,7 +136,7 @@ void BlockActions::fill() {
     if (size == 0)
         return with_.messages.say(Topic::BlockRefused, tr("There are no bytes to fill."));
     showFillWindow();
-    const ByteRange selected = grid().selectedBytes();
+    const ByteRange selected = grid().selection().bytes();
     // A single byte is where the cursor is, and where filling begins.
     fillWindow_->offer(selected.length == 1 ? ByteRange{selected.offset, size - selected.offset}
                                             : selected,
@@ -201,5 +201,5 @@ void BlockActions::insert(const BlockChange &change) {
              overwrites ? fileWrittenWords(name, written) : fileInsertedWords(name, written)}))
         return insertWindow_->showProblem(tr("Nothing was inserted: the main window says why."));
     insertWindow_->close();
-    grid().selectBytes(written);
+    grid().selection().select(written);
 }

@@ -69,7 +69,7 @@ QMenu *addCopyAs(QMenu &edit, const Ui::MainWindow &c) {
     addGridEntry(*copyAs, c, Wording::tr("&Rows"), {},
                  [](GridView &grid) { grid.copying().copyRows(); });
     // Results have rows alone.
-    QObject::connect(c.tableview, &GridView::selectedBytesChanged, copyAs, [ofBytes, &c] {
+    QObject::connect(&c.tableview->selection(), &GridSelection::changed, copyAs, [ofBytes, &c] {
         for (QAction *entry : ofBytes)
             entry->setEnabled(c.tableview->gridModel()->heading() == GridHeading::Bytes);
     });
@@ -130,9 +130,9 @@ void wireSelection(MainWindow &window, Messages &messages) {
     const auto selected = [&messages] { messages.happened(Event::RowsSelected); };
     for (GridView *grid : {c.tableview, c.besideGrid}) {
         sayWhatIsRefused(*grid, messages);
-        QObject::connect(grid, &GridView::selectedBytesChanged, grid,
+        QObject::connect(&grid->selection(), &GridSelection::changed, grid,
                          [grid, selected, hadBlock = false]() mutable {
-                             if (std::exchange(hadBlock, grid->hasBlock()) || hadBlock)
+                             if (std::exchange(hadBlock, grid->selection().hasBlock()) || hadBlock)
                                  selected();
                          });
     }
@@ -140,8 +140,9 @@ void wireSelection(MainWindow &window, Messages &messages) {
                      c.tableview, selected);
     QObject::connect(c.tableview->gridModel(), &GridModel::modelReset, c.tableview, selected);
     // What it offers is about the bytes that were selected then.
-    QObject::connect(c.tableview, &GridView::selectedBytesChanged, c.tableview,
+    QObject::connect(&c.tableview->selection(), &GridSelection::changed, c.tableview,
                      [&messages] { messages.takeBack(Topic::BlockRefused); });
     for (GridView *grid : {c.tableview, c.besideGrid})
-        QObject::connect(c.tabview, &TabView::didSelectTabViewItem, grid, &GridView::endBlock);
+        QObject::connect(c.tabview, &TabView::didSelectTabViewItem, &grid->selection(),
+                         &GridSelection::end);
 }

@@ -192,12 +192,12 @@ QString GridAccessible::rowDescription(int row) const {
 }
 
 int GridAccessible::selectedRowCount() const {
-    return int(view()->selectedRowCount());
+    return int(view()->selection().rowCount());
 }
 
 int GridAccessible::selectedCellCount() const {
-    if (view()->hasBlock())
-        return int(view()->selectedBytes().length);
+    if (view()->selection().hasBlock())
+        return int(view()->selection().bytes().length);
     return selectedRowCount() * columnCount();
 }
 
@@ -213,7 +213,7 @@ QList<int> GridAccessible::selectedRows() const {
 
 QList<QAccessibleInterface *> GridAccessible::cellsOfBlock() const {
     QList<QAccessibleInterface *> cells;
-    const ByteRange block = view()->selectedBytes();
+    const ByteRange block = view()->selection().bytes();
     const qint64 end = block.offset + std::min<qint64>(block.length, maxListed);
     for (qint64 byte = block.offset; byte < end; ++byte) {
         const QModelIndex cell = cellOfByte(*view()->gridModel(), byte);
@@ -223,7 +223,7 @@ QList<QAccessibleInterface *> GridAccessible::cellsOfBlock() const {
 }
 
 QList<QAccessibleInterface *> GridAccessible::selectedCells() const {
-    if (view()->hasBlock())
+    if (view()->selection().hasBlock())
         return cellsOfBlock();
     QList<QAccessibleInterface *> cells;
     for (const int row : selectedRows())

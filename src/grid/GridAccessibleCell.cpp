@@ -111,8 +111,8 @@ QList<QAccessibleInterface *> GridAccessibleCell::rowHeaderCells() const {
 }
 
 bool GridAccessibleCell::isSelected() const {
-    if (view().hasBlock()) {
-        const ByteRange block = view().selectedBytes();
+    if (view().selection().hasBlock()) {
+        const ByteRange block = view().selection().bytes();
         const qint64 byte = byteOfCell(index()).value_or(-1);
         return byte >= block.offset && byte < block.end();
     }

@@ -10,30 +10,19 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
-namespace {
-
-qint64 rowCountOf(const QItemSelection &rows) {
-    qint64 count = 0;
-    for (const QItemSelectionRange &range : rows)
-        count += range.height();
-    return count;
-}
-
-} // namespace
-
 GridCopying::GridCopying(GridView &view) : QObject(&view), view_(view) {}
 
 QItemSelection GridCopying::rows() const {
     if (!view_.gridModel())
         return {};
-    if (!view_.hasBlock())
+    if (!view_.selection().hasBlock())
         return view_.selectionModel()->selection();
-    const ByteRange block = view_.selectedBytes();
+    const ByteRange block = view_.selection().bytes();
     return wholeRows(*view_.gridModel(), block.offset / bytesInRow, (block.end() - 1) / bytesInRow);
 }
 
 void GridCopying::copy() {
-    if (view_.hasBlock())
+    if (view_.selection().hasBlock())
         copyBytes(ByteNotation::Hexadecimal);
     else
         copyRows();
@@ -49,7 +38,7 @@ void GridCopying::copyRows() {
 }
 
 void GridCopying::copyBytes(ByteNotation notation) {
-    const QList<ByteRange> selected = view_.selectedRanges();
+    const QList<ByteRange> selected = view_.selection().ranges();
     qint64 count = 0;
     for (const ByteRange &range : selected)
         count += range.length;

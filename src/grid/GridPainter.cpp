@@ -60,7 +60,7 @@ GridPainter::GridPainter(const GridView &view, QPainter &painter)
       boldFont_(view.font()),
       lineColor_(gridLineColor(view)),
       places_(view.font()),
-      block_(view.hasBlock() ? view.selectedBytes() : ByteRange()) {
+      block_(view.selection().hasBlock() ? view.selection().bytes() : ByteRange()) {
     const bool active = view.isActiveWindow() && view.hasFocus();
     palette_.setCurrentColorGroup(!view.isEnabled() ? QPalette::Disabled
                                   : active          ? QPalette::Active

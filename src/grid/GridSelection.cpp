@@ -5,6 +5,7 @@
 
 #include "grid/GridSteps.h"
 #include "grid/GridView.h"
+#include "widgets/ViewPlace.h"
 
 #include <QKeyEvent>
 #include <QScopedValueRollback>
@@ -94,6 +95,10 @@ ByteRange GridSelection::bytes() const {
     return all.size() == 1 ? all.first() : ByteRange();
 }
 
+qint64 GridSelection::rowCount() const {
+    return view_.selectionModel() ? rowCountOf(view_.selectionModel()->selection()) : 0;
+}
+
 void GridSelection::select(ByteRange bytes) {
     const qint64 first = std::max<qint64>(bytes.offset, 0);
     const auto block = clipped({bytes.end() - 1, first}, byteCount());
@@ -124,8 +129,8 @@ void GridSelection::extend(qint64 anchor, qint64 lead) {
 }
 
 void GridSelection::end() {
-    const qint64 byte = nearestByte();
-    take({byte, byte});
+    if (hasBlock())
+        takeRowOfCursor();
 }
 
 void GridSelection::beginAt(qint64 offset) {
@@ -139,7 +144,7 @@ void GridSelection::restore(const ByteBlock &block) {
         return emit changed();
     const auto left = clipped(block, byteCount());
     if (!left)
-        return end();
+        return takeRowOfCursor();
     if (!view_.currentIndex().isValid())
         moveCursorTo(left->lead);
     take(*left);
@@ -203,6 +208,11 @@ void GridSelection::take(const ByteBlock &block) {
     emit changed();
     if (isOther && hasBlock())
         emit blockChanged();
+}
+
+void GridSelection::takeRowOfCursor() {
+    const qint64 byte = nearestByte();
+    take({byte, byte});
 }
 
 void GridSelection::moveCursorTo(qint64 offset) {

@@ -30,6 +30,8 @@ public:
     QList<ByteRange> ranges() const;
     /// The same where they all follow each other; none, at offset 0, where they do not.
     ByteRange bytes() const;
+    /// The number of selected rows; 0 where there is a block.
+    qint64 rowCount() const;
 
     /// Selects \a bytes as far as there are any, with the cursor on the first of them and in view.
     /// Nothing changes if there are none.
@@ -43,7 +45,7 @@ public:
     /// The pointer was at \a offset: the next extension begins there instead of at the cursor, and
     /// among characters it is that byte which is meant. There must be no block.
     void beginAt(qint64 offset);
-    /// Gives the block up for the row of the cursor.
+    /// Gives the block up, if there is one, for the row of the cursor.
     void end();
 
     /// The selection as it is, for restore().
@@ -71,6 +73,7 @@ private:
     std::optional<qint64> meantByte() const;
     qint64 nearestByte() const;
     void take(const ByteBlock &block);
+    void takeRowOfCursor();
     void moveCursorTo(qint64 offset);
     void showRowsOrBlock();
 

@@ -47,7 +47,6 @@ GridView::GridView(QWidget *parent)
     connect(delegate_, &GridDelegate::entryBegins, this, &GridView::entryBegins);
     connect(delegate_, &GridDelegate::entryEnds, this, &GridView::entryEnds);
     new GridDrag(*this, *selection_);
-    connect(selection_, &GridSelection::changed, this, &GridView::selectedBytesChanged);
     connect(selection_, &GridSelection::blockChanged, this, [this] { tellSelection(*this); });
     applyFont();
 }
@@ -70,7 +69,7 @@ QHeaderView *GridView::header() const {
 
 void GridView::setHeading(GridHeading heading) {
     if (model_ && heading != model_->heading()) {
-        endBlock();
+        selection_->end();
         model_->setHeading(heading);
     }
     viewport()->update();
@@ -113,38 +112,9 @@ void GridView::moveTo(const QModelIndex &index) {
                                                  QItemSelectionModel::Rows);
 }
 
-ByteRange GridView::selectedBytes() const {
-    return selection_->bytes();
-}
-
-QList<ByteRange> GridView::selectedRanges() const {
-    return selection_->ranges();
-}
-
-bool GridView::hasBlock() const {
-    return selection_->hasBlock();
-}
-
-void GridView::selectBytes(ByteRange bytes) {
-    selection_->select(bytes);
-}
-
-void GridView::endBlock() {
-    if (selection_->hasBlock())
-        selection_->end();
-}
-
 void GridView::selectAll() {
     if (!selection_->selectAll())
         QAbstractItemView::selectAll();
-}
-
-qint64 GridView::selectedRowCount() const {
-    qint64 count = 0;
-    if (selectionModel())
-        for (const QItemSelectionRange &range : selectionModel()->selection())
-            count += range.height();
-    return count;
 }
 
 void GridView::currentChanged(const QModelIndex &current, const QModelIndex &previous) {

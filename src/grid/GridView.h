@@ -7,6 +7,7 @@
 #include "grid/GridHint.h"
 #include "grid/GridModel.h"
 #include "grid/GridRows.h"
+#include "grid/GridSelection.h"
 
 #include <QAbstractItemView>
 
@@ -14,7 +15,6 @@ class CellEditor;
 class GridCopying;
 class GridDelegate;
 class GridHeader;
-class GridSelection;
 class QHeaderView;
 
 /// The window's grid: a hex dump or a table of logic test results of any length. Rows have one
@@ -73,19 +73,8 @@ public:
     /// changed, if there is no such row.
     bool showAddress(qint64 offset);
 
-    /// The selected bytes: a block, or those of the selected rows; of a single row with the cursor
-    /// on a byte, that one. None, at offset 0, where there are none, where rows do not follow each
-    /// other, and among results.
-    ByteRange selectedBytes() const;
-    /// The same where rows need not follow each other, in the order of the offsets.
-    QList<ByteRange> selectedRanges() const;
-    /// True if more bytes are selected than the one where the cursor is.
-    bool hasBlock() const;
-    /// Selects \a bytes as far as the grid shows them, with the cursor on the first of them and in
-    /// view. Nothing changes if it shows none of them.
-    void selectBytes(ByteRange bytes);
-    /// Gives the block up, if there is one, for the row of the cursor.
-    void endBlock();
+    /// The bytes and rows that are selected.
+    GridSelection &selection() const { return *selection_; }
 
     /// The choice whether two hexadecimal digits, typed into a cell that a key has opened, end the
     /// entry as Enter does. Off at first.
@@ -98,7 +87,6 @@ public:
     /// The editor that is open at this moment, or null.
     CellEditor *openEditor() const;
 
-    qint64 selectedRowCount() const;
     /// What puts the selection on the clipboard.
     GridCopying &copying() { return *copying_; }
 
@@ -124,8 +112,6 @@ signals:
     void entryBegins();
     /// What was typed is carried out next.
     void entryEnds();
-    /// selectedBytes() may be other ones, or hold others.
-    void selectedBytesChanged();
 
 protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;

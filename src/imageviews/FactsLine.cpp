@@ -51,7 +51,7 @@ FactsLine::FactsLine(QWidget *parent) : QLineEdit(parent) {
 void FactsLine::follow(const GridView &grid, Source shown) {
     grid_ = &grid;
     shown_ = std::move(shown);
-    connect(&grid, &GridView::selectedBytesChanged, this, &FactsLine::refresh);
+    connect(&grid.selection(), &GridSelection::changed, this, &FactsLine::refresh);
     connect(grid.gridModel(), &GridModel::modelReset, this, &FactsLine::refresh);
     refresh();
 }
@@ -73,7 +73,7 @@ void FactsLine::turn() {
 
 /// The selected bytes if they are more than one, which has words of its own.
 ByteRange FactsLine::selectedBlock() const {
-    const ByteRange selected = grid_->selectedBytes();
+    const ByteRange selected = grid_->selection().bytes();
     return selected.length > 1 ? selected : ByteRange();
 }
 
@@ -122,7 +122,7 @@ QStringList FactsLine::factsOf(const ShownImage &image) const {
 }
 
 QString FactsLine::byteUnderCursor(const ByteBuffer &bytes) const {
-    const ByteRange byte = grid_->selectedBytes();
+    const ByteRange byte = grid_->selection().bytes();
     if (byte.length != 1 || byte.offset >= lengthOf(bytes))
         return {};
     return byteWords(quint64(byte.offset), quint8(bytes->constData()[byte.offset]));

@@ -46,7 +46,7 @@ void SelectRangeWindow::setGrid(GridView &grid) {
 }
 
 void SelectRangeWindow::takeSelection() {
-    const ByteRange selected = grid_->selectedBytes();
+    const ByteRange selected = grid_->selection().bytes();
     controls_->first->setText(selected.length == 0 ? QString()
                                                    : addressWords(quint64(selected.offset)));
     showEnd(selected.offset, selected.length);
@@ -60,7 +60,8 @@ TypedRange::Until SelectRangeWindow::until() const {
 
 /// What is typed, were the end typed as \a until says.
 std::variant<ByteRange, RangeTrouble> SelectRangeWindow::range(TypedRange::Until until) const {
-    const qint64 cursor = byteOfCell(grid_->currentIndex()).value_or(grid_->selectedBytes().offset);
+    const qint64 cursor =
+        byteOfCell(grid_->currentIndex()).value_or(grid_->selection().bytes().offset);
     return bytesOf({controls_->first->text(), controls_->end->text(), until}, cursor,
                    grid_->gridModel()->byteCount());
 }
@@ -96,7 +97,7 @@ void SelectRangeWindow::select() {
         return say(rangeTroubleWords(*trouble,
                                      {controls_->first->text(), controls_->end->text(), until()},
                                      grid_->gridModel()->byteCount()));
-    grid_->selectBytes(std::get<ByteRange>(typed));
+    grid_->selection().select(std::get<ByteRange>(typed));
     accept();
     grid_->activateWindow();
     grid_->setFocus(Qt::OtherFocusReason);

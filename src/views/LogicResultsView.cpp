@@ -182,7 +182,7 @@ void LogicResultsView::addCounts(PackagePicture &picture, std::optional<int> vec
 
 // The first row of the table has the numbers of the pins.
 std::optional<qsizetype> LogicResultsView::chosenRow() const {
-    if (sources_->grid.selectedRowCount() != 1)
+    if (sources_->grid.selection().rowCount() != 1)
         return std::nullopt;
     const qsizetype row = sources_->grid.selectionModel()->selection().first().top() - 1;
     if (row < 0 || row >= report_.rows.size())

@@ -38,3 +38,10 @@ QItemSelection wholeRows(const QAbstractItemModel &model, qint64 first, qint64 l
         return {};
     return {model.index(int(top), 0), model.index(int(bottom), model.columnCount() - 1)};
 }
+
+qint64 rowCountOf(const QItemSelection &selection) {
+    qint64 count = 0;
+    for (const QItemSelectionRange &range : selection)
+        count += range.height();
+    return count;
+}

@@ -25,3 +25,5 @@ void returnTo(const ViewPlace &place, QAbstractItemView &view);
 
 /// All cells of the rows from \a first to \a last that \a model has.
 QItemSelection wholeRows(const QAbstractItemModel &model, qint64 first, qint64 last);
+/// The number of rows of \a selection, which holds whole ones.
+qint64 rowCountOf(const QItemSelection &selection);

@@ -196,7 +196,7 @@ void TestGridAccessible::largeSelection_isListedInPart() {
 
 void TestGridAccessible::block_isOfCells() {
     AccessibleGrid grid(QByteArray(100, 'A'));
-    grid.view.selectBytes({30, 4});
+    grid.view.selection().select({30, 4});
     QCOMPARE(grid.table()->selectedRowCount(), 0);
     QCOMPARE(grid.table()->selectedCellCount(), 4);
     QCOMPARE(grid.table()->selectedCells(), QList<QAccessibleInterface *>({
@@ -210,7 +210,7 @@ void TestGridAccessible::block_isOfCells() {
     QVERIFY(!grid.at(1, 0)->state().selected);
     // Rows that assistive technology selects take its place.
     QVERIFY(grid.table()->selectRow(4));
-    QVERIFY(!grid.view.hasBlock());
+    QVERIFY(!grid.view.selection().hasBlock());
     QCOMPARE(grid.table()->selectedRows(), QList<int>({4}));
 }
 

@@ -40,7 +40,7 @@ private slots:
 namespace {
 
 QPair<qint64, qint64> selected(const GridView &view) {
-    return {view.selectedBytes().offset, view.selectedBytes().length};
+    return {view.selection().bytes().offset, view.selection().bytes().length};
 }
 
 QPair<qint64, qint64> bytes(qint64 offset, qint64 length) {
@@ -53,16 +53,16 @@ void TestGridBlock::withoutABlock_theByteUnderTheCursorIsSelected() {
     ShownGrid grid(QByteArray(40, 'A'));
     grid.click(1, 4);
     QCOMPARE(selected(grid.view), bytes(19, 1));
-    QVERIFY(!grid.view.hasBlock());
-    QCOMPARE(grid.view.selectedRowCount(), 1);
+    QVERIFY(!grid.view.selection().hasBlock());
+    QCOMPARE(grid.view.selection().rowCount(), 1);
 }
 
 void TestGridBlock::cellBehindTheLastByte_selectsNone() {
     ShownGrid grid(QByteArray(40, 'A'));
     grid.click(2, 9);
     QCOMPARE(selected(grid.view), bytes(0, 0));
-    QVERIFY(grid.view.selectedRanges().isEmpty());
-    QVERIFY(!grid.view.hasBlock());
+    QVERIFY(grid.view.selection().ranges().isEmpty());
+    QVERIFY(!grid.view.selection().hasBlock());
 }
 
 void TestGridBlock::rows_selectTheirBytes_data() {
@@ -93,7 +93,7 @@ void TestGridBlock::rows_selectTheirBytes() {
     if (last != first)
         grid.click(last, column, Qt::ControlModifier);
     QCOMPARE(selected(grid.view), bytes(offset, length));
-    QVERIFY(!grid.view.hasBlock());
+    QVERIFY(!grid.view.selection().hasBlock());
 }
 
 void TestGridBlock::rowsApart_areRangesOfTheirOwn() {
@@ -102,7 +102,7 @@ void TestGridBlock::rowsApart_areRangesOfTheirOwn() {
     grid.click(0, 5, Qt::ControlModifier);
     grid.click(1, 5, Qt::ControlModifier);
     QCOMPARE(selected(grid.view), bytes(0, 0));
-    const QList<ByteRange> ranges = grid.view.selectedRanges();
+    const QList<ByteRange> ranges = grid.view.selection().ranges();
     QCOMPARE(ranges.size(), 2);
     QCOMPARE(qMakePair(ranges[0].offset, ranges[0].length), bytes(0, 32));
     QCOMPARE(qMakePair(ranges[1].offset, ranges[1].length), bytes(64, 16));
@@ -113,7 +113,7 @@ void TestGridBlock::rowOfAnotherCursor_selectsItsBytes() {
     grid.click(1, 5);
     grid.click(3, 5, Qt::ControlModifier);
     grid.click(3, 5, Qt::ControlModifier);
-    QCOMPARE(grid.view.selectedRowCount(), 1);
+    QCOMPARE(grid.view.selection().rowCount(), 1);
     QCOMPARE(selected(grid.view), bytes(16, 16));
 }
 
@@ -127,10 +127,10 @@ void TestGridBlock::noRow_selectsNone() {
 void TestGridBlock::everyChangeOfRows_isTold() {
     ShownGrid grid(QByteArray(100, 'A'));
     grid.click(1, 0);
-    QSignalSpy changes(&grid.view, &GridView::selectedBytesChanged);
+    QSignalSpy changes(&grid.view.selection(), &GridSelection::changed);
     qint64 told = 0;
-    connect(&grid.view, &GridView::selectedBytesChanged, &grid.view,
-            [&] { told = grid.view.selectedBytes().length; });
+    connect(&grid.view.selection(), &GridSelection::changed, &grid.view,
+            [&] { told = grid.view.selection().bytes().length; });
     grid.view.selectionModel()->select(grid.cell(2, 0),
                                        QItemSelectionModel::Select | QItemSelectionModel::Rows);
     QCOMPARE(changes.size(), 1);
@@ -143,31 +143,31 @@ void TestGridBlock::results_haveNoBytes() {
     grid.view.setHeading(GridHeading::Pins);
     grid.view.reloadData();
     grid.setCursor(0, 1);
-    QCOMPARE(grid.view.selectedBytes().length, 0);
-    grid.view.selectBytes({0, 2});
-    QVERIFY(!grid.view.hasBlock());
+    QCOMPARE(grid.view.selection().bytes().length, 0);
+    grid.view.selection().select({0, 2});
+    QVERIFY(!grid.view.selection().hasBlock());
     grid.press(Qt::Key_Down, Qt::ShiftModifier);
-    QCOMPARE(grid.view.selectedRowCount(), 2);
+    QCOMPARE(grid.view.selection().rowCount(), 2);
     grid.view.selectAll();
-    QCOMPARE(grid.view.selectedRowCount(), 2);
+    QCOMPARE(grid.view.selection().rowCount(), 2);
 }
 
 void TestGridBlock::selecting_putsTheCursorOnTheFirstByteInView() {
     ShownGrid grid(QByteArray(6000, 'A'));
-    grid.view.selectBytes({0x805, 300});
+    grid.view.selection().select({0x805, 300});
     QCOMPARE(selected(grid.view), bytes(0x805, 300));
-    QVERIFY(grid.view.hasBlock());
+    QVERIFY(grid.view.selection().hasBlock());
     QCOMPARE(grid.cursor(), qMakePair(0x80, 6));
     QVERIFY(grid.view.viewport()->rect().contains(grid.view.visualRect(grid.cell(0x80, 6))));
     // What is in view stays where it is.
     const int top = grid.view.verticalScrollBar()->value();
     QVERIFY(top > 0);
-    grid.view.selectBytes({0x7F5, 300});
+    grid.view.selection().select({0x7F5, 300});
     QCOMPARE(grid.view.verticalScrollBar()->value(), top);
-    grid.view.selectBytes({7, 1});
+    grid.view.selection().select({7, 1});
     QCOMPARE(selected(grid.view), bytes(7, 1));
-    QVERIFY(!grid.view.hasBlock());
-    QCOMPARE(grid.view.selectedRowCount(), 1);
+    QVERIFY(!grid.view.selection().hasBlock());
+    QCOMPARE(grid.view.selection().rowCount(), 1);
 }
 
 void TestGridBlock::selecting_takesWhatThereIs_data() {
@@ -194,23 +194,23 @@ void TestGridBlock::selecting_takesWhatThereIs() {
     QFETCH(qint64, expectedOffset);
     QFETCH(qint64, expectedLength);
     ShownGrid grid(QByteArray(40, 'A'));
-    grid.view.selectBytes({2, 3});
-    grid.view.selectBytes({offset, length});
+    grid.view.selection().select({2, 3});
+    grid.view.selection().select({offset, length});
     QCOMPARE(selected(grid.view), bytes(expectedOffset, expectedLength));
 }
 
 void TestGridBlock::block_takesThePlaceOfRows() {
     ShownGrid grid(QByteArray(100, 'A'));
     grid.click(1, 4);
-    grid.view.selectBytes({5, 30});
-    QCOMPARE(grid.view.selectedRowCount(), 0);
+    grid.view.selection().select({5, 30});
+    QCOMPARE(grid.view.selection().rowCount(), 0);
     grid.click(4, 4, Qt::ControlModifier);
-    QVERIFY(!grid.view.hasBlock());
-    QCOMPARE(grid.view.selectedRowCount(), 1);
-    grid.view.selectBytes({5, 30});
+    QVERIFY(!grid.view.selection().hasBlock());
+    QCOMPARE(grid.view.selection().rowCount(), 1);
+    grid.view.selection().select({5, 30});
     grid.view.moveTo(grid.cell(0, 6));
-    QVERIFY(!grid.view.hasBlock());
-    QCOMPARE(grid.view.selectedRowCount(), 1);
+    QVERIFY(!grid.view.selection().hasBlock());
+    QCOMPARE(grid.view.selection().rowCount(), 1);
 }
 
 void TestGridBlock::shiftedKeys_extendIt() {
@@ -234,10 +234,10 @@ void TestGridBlock::shiftedKeys_extendIt() {
     QCOMPARE(selected(grid.view), bytes(0, 37));
     grid.click(2, 5);
     grid.press(Qt::Key_Left, Qt::ShiftModifier);
-    QVERIFY(grid.view.hasBlock());
+    QVERIFY(grid.view.selection().hasBlock());
     grid.press(Qt::Key_Right, Qt::ShiftModifier);
-    QVERIFY(!grid.view.hasBlock());
-    QCOMPARE(grid.view.selectedRowCount(), 1);
+    QVERIFY(!grid.view.selection().hasBlock());
+    QCOMPARE(grid.view.selection().rowCount(), 1);
     QCOMPARE(grid.cursor(), qMakePair(2, 5));
 }
 
@@ -256,22 +256,22 @@ void TestGridBlock::plainMovement_endsIt() {
     QFETCH(int, row);
     QFETCH(int, column);
     ShownGrid grid(QByteArray(1000, 'A'));
-    grid.view.selectBytes({34, 50});
+    grid.view.selection().select({34, 50});
     grid.press(key);
-    QVERIFY(!grid.view.hasBlock());
+    QVERIFY(!grid.view.selection().hasBlock());
     QCOMPARE(grid.cursor(), qMakePair(row, column));
-    QCOMPARE(grid.view.selectedRowCount(), 1);
+    QCOMPARE(grid.view.selection().rowCount(), 1);
     // Also where it leads nowhere.
-    grid.view.selectBytes({0, 50});
+    grid.view.selection().select({0, 50});
     grid.press(Qt::Key_Up);
-    QVERIFY(!grid.view.hasBlock());
+    QVERIFY(!grid.view.selection().hasBlock());
 }
 
 void TestGridBlock::escape_endsItAlone() {
     ShownGrid grid(QByteArray(100, 'A'));
-    grid.view.selectBytes({34, 30});
+    grid.view.selection().select({34, 30});
     grid.press(Qt::Key_Escape);
-    QVERIFY(!grid.view.hasBlock());
+    QVERIFY(!grid.view.selection().hasBlock());
     QCOMPARE(grid.cursor(), qMakePair(2, 3));
     QCOMPARE(selected(grid.view), bytes(34, 1));
     QVERIFY(grid.view.selectionModel()->isRowSelected(2));
@@ -288,21 +288,21 @@ void TestGridBlock::selectAll_selectsAllBytes() {
     grid.press(Qt::Key_A, Qt::ControlModifier);
     QCOMPARE(selected(grid.view), bytes(0, 100));
     QCOMPARE(grid.cursor(), qMakePair(2, 5));
-    QCOMPARE(grid.view.selectedRowCount(), 0);
+    QCOMPARE(grid.view.selection().rowCount(), 0);
 }
 
 void TestGridBlock::reload_keepsWhatIsLeft() {
     ShownGrid grid(QByteArray(100, 'A'));
-    grid.view.selectBytes({30, 40});
+    grid.view.selection().select({30, 40});
     grid.view.reloadData();
     QCOMPARE(selected(grid.view), bytes(30, 40));
-    QCOMPARE(grid.view.selectedRowCount(), 0);
+    QCOMPARE(grid.view.selection().rowCount(), 0);
     grid.source.bytes.truncate(40);
     grid.view.reloadData();
     QCOMPARE(selected(grid.view), bytes(30, 10));
     // A cursor on what has gone comes to where the block now ends.
     grid.source.bytes = QByteArray(31, 'A');
-    grid.view.selectBytes({2, 3});
+    grid.view.selection().select({2, 3});
     grid.press(Qt::Key_End, Qt::ShiftModifier | Qt::ControlModifier);
     grid.source.bytes.truncate(10);
     grid.view.reloadData();
@@ -310,11 +310,11 @@ void TestGridBlock::reload_keepsWhatIsLeft() {
     QCOMPARE(grid.cursor(), qMakePair(0, 10));
     grid.source.bytes.truncate(3);
     grid.view.reloadData();
-    QVERIFY(!grid.view.hasBlock());
+    QVERIFY(!grid.view.selection().hasBlock());
     grid.source.bytes = QByteArray(100, 'B');
     grid.view.reloadData();
-    QVERIFY(!grid.view.hasBlock());
-    grid.view.selectBytes({30, 40});
+    QVERIFY(!grid.view.selection().hasBlock());
+    grid.view.selection().select({30, 40});
     grid.source.bytes.truncate(40);
     grid.view.showChange({0, 40});
     QCOMPARE(selected(grid.view), bytes(30, 10));
@@ -322,16 +322,16 @@ void TestGridBlock::reload_keepsWhatIsLeft() {
 
 void TestGridBlock::otherHeading_endsIt() {
     ShownGrid grid(QByteArray(100, 'A'));
-    grid.view.selectBytes({30, 40});
+    grid.view.selection().select({30, 40});
     grid.view.setHeading(GridHeading::Bytes);
-    QVERIFY(grid.view.hasBlock());
+    QVERIFY(grid.view.selection().hasBlock());
     grid.view.setHeading(GridHeading::Pins);
-    QVERIFY(!grid.view.hasBlock());
+    QVERIFY(!grid.view.selection().hasBlock());
 }
 
 void TestGridBlock::everyChange_isTold() {
     ShownGrid grid(QByteArray(100, 'A'));
-    QSignalSpy changes(&grid.view, &GridView::selectedBytesChanged);
+    QSignalSpy changes(&grid.view.selection(), &GridSelection::changed);
     const auto wasTold = [&] {
         const bool told = !changes.isEmpty();
         changes.clear();
@@ -343,15 +343,15 @@ void TestGridBlock::everyChange_isTold() {
     QVERIFY(wasTold());
     grid.press(Qt::Key_Escape);
     QVERIFY(wasTold());
-    grid.view.selectBytes({3, 4});
+    grid.view.selection().select({3, 4});
     QVERIFY(wasTold());
     grid.view.showChange({4, 1});
     QVERIFY(wasTold());
     grid.view.reloadData();
     QVERIFY(wasTold());
-    grid.view.endBlock();
+    grid.view.selection().end();
     QVERIFY(wasTold());
-    grid.view.endBlock();
+    grid.view.selection().end();
     QVERIFY(!wasTold());
 }
 
@@ -359,16 +359,14 @@ void TestGridBlock::everyChange_isTold() {
 void TestGridBlock::everyChangeOfTheBlock_isTold() {
     ShownGrid grid(QByteArray(100, 'A'));
     grid.click(1, 4);
-    auto *selection = grid.view.findChild<GridSelection *>();
-    QVERIFY(selection);
-    QSignalSpy changes(selection, &GridSelection::blockChanged);
+    QSignalSpy changes(&grid.view.selection(), &GridSelection::blockChanged);
     for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Right, Qt::Key_Down, Qt::Key_End})
         grid.press(key, Qt::ShiftModifier);
     QCOMPARE(changes.size(), 4);
     grid.press(Qt::Key_End, Qt::ShiftModifier); // goes nowhere
-    grid.view.selectBytes({3, 4});
+    grid.view.selection().select({3, 4});
     QCOMPARE(changes.size(), 5);
-    grid.view.selectBytes({3, 4});
+    grid.view.selection().select({3, 4});
     grid.press(Qt::Key_Escape);
     grid.press(Qt::Key_Right);
     QCOMPARE(changes.size(), 5);
@@ -382,7 +380,7 @@ void TestGridBlock::largestImage_isSelectedAtOnce() {
     grid.source.questions = 0;
     grid.view.selectAll();
     QCOMPARE(selected(grid.view), bytes(0, gibibyte));
-    grid.view.selectBytes({gibibyte - 5, 100});
+    grid.view.selection().select({gibibyte - 5, 100});
     QCOMPARE(selected(grid.view), bytes(gibibyte - 5, 5));
     QVERIFY2(grid.source.questions < 1000, qPrintable(QString::number(grid.source.questions)));
 }

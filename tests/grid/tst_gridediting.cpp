@@ -224,7 +224,7 @@ void TestGridEditing::cursor() {
     QCOMPARE(grid.source.entries.size(), 1);
     QCOMPARE(grid.cursor(), qMakePair(rowAfter, columnAfter));
     QVERIFY(grid.view.hasFocus());
-    QCOMPARE(grid.view.selectedRowCount(), 1);
+    QCOMPARE(grid.view.selection().rowCount(), 1);
     QVERIFY(grid.view.selectionModel()->isSelected(grid.view.currentIndex()));
 }
 

@@ -82,7 +82,7 @@ void TestGridKeys::keys() {
     QCOMPARE(grid.cursor(), qMakePair(row, column));
     const QRect cell = grid.view.visualRect(grid.view.currentIndex());
     QVERIFY(grid.view.viewport()->rect().contains(cell));
-    QCOMPARE(grid.view.selectedRowCount(), 1);
+    QCOMPARE(grid.view.selection().rowCount(), 1);
 }
 
 void TestGridKeys::endKeys_knowWhereTheBytesEnd_data() {
@@ -187,21 +187,21 @@ void TestGridKeys::typing_whereNothingMayBeEditedSearchesNothing() {
 void TestGridKeys::selection_isOfRows() {
     ShownGrid grid(QByteArray(200, 'A'));
     grid.click(2, 5);
-    QCOMPARE(grid.view.selectedRowCount(), 1);
+    QCOMPARE(grid.view.selection().rowCount(), 1);
     QVERIFY(grid.view.selectionModel()->isSelected(grid.cell(2, 17)));
     grid.click(4, 0, Qt::ShiftModifier);
-    QCOMPARE(grid.view.selectedRowCount(), 3);
+    QCOMPARE(grid.view.selection().rowCount(), 3);
     grid.click(3, 1, Qt::ControlModifier);
-    QCOMPARE(grid.view.selectedRowCount(), 2);
+    QCOMPARE(grid.view.selection().rowCount(), 2);
     grid.source.report = QList<QList<CellValue>>(13);
     grid.view.setHeading(GridHeading::Pins);
     grid.view.reloadData();
     grid.press(Qt::Key_A, Qt::ControlModifier);
-    QCOMPARE(grid.view.selectedRowCount(), 13);
+    QCOMPARE(grid.view.selection().rowCount(), 13);
     grid.click(5, 5);
     grid.press(Qt::Key_Down, Qt::ShiftModifier);
     grid.press(Qt::Key_Down, Qt::ShiftModifier);
-    QCOMPARE(grid.view.selectedRowCount(), 3);
+    QCOMPARE(grid.view.selection().rowCount(), 3);
 }
 
 void TestGridKeys::dragging_overAddressesSelectsRowsFromWhereItBegan() {
@@ -215,7 +215,7 @@ void TestGridKeys::dragging_overAddressesSelectsRowsFromWhereItBegan() {
                      Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(viewport, &move);
     QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, end);
-    QCOMPARE(grid.view.selectedRowCount(), 8); // rows 4 to 8 + 3
+    QCOMPARE(grid.view.selection().rowCount(), 8); // rows 4 to 8 + 3
 }
 
 void TestGridKeys::copy_isADumpOfTheSelectedRows() {
@@ -233,7 +233,7 @@ void TestGridKeys::copy_isADumpOfTheSelectedRows() {
 
 void TestGridKeys::copy_ofABlockIsItsDigits() {
     ShownGrid grid("ABCDEFGHIJKLMNOPQRSTUVWXYZ");
-    grid.view.selectBytes({14, 20});
+    grid.view.selection().select({14, 20});
     grid.press(Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(QGuiApplication::clipboard()->text(),
              QStringLiteral("4F 50 51 52 53 54 55 56 57 58 59 5A"));
@@ -243,13 +243,13 @@ void TestGridKeys::copy_takesWhatIsSelectedInEveryForm() {
     ShownGrid grid("ABCDEFGHIJKLMNOPQRSTUVWXYZ");
     GridCopying &copying = grid.view.copying();
     const auto copied = [] { return QGuiApplication::clipboard()->text(); };
-    grid.view.selectBytes({14, 4});
+    grid.view.selection().select({14, 4});
     copying.copyBytes(ByteNotation::Characters);
     QCOMPARE(copied(), QStringLiteral("OPQR"));
     copying.copyRows();
     QCOMPARE(copied().count(u'\n'), 2);
     QVERIFY(copied().startsWith(QStringLiteral("0000  41 42")));
-    grid.view.selectBytes({5, 1});
+    grid.view.selection().select({5, 1});
     copying.copyBytes(ByteNotation::Characters);
     QCOMPARE(copied(), QStringLiteral("F"));
     // Rows stand for the bytes in them, in their order.
@@ -271,11 +271,11 @@ void TestGridKeys::copy_ofTooManyBytesIsRefused() {
     ShownGrid grid({}, false, 64 << 20);
     QSignalSpy refusals(&grid.view.copying(), &GridCopying::bytesRefused);
     QGuiApplication::clipboard()->setText(QStringLiteral("before"));
-    grid.view.selectBytes({100, GridCopying::largest + 1});
+    grid.view.selection().select({100, GridCopying::largest + 1});
     grid.press(Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(refusals, QList<QVariantList>{{qint64(GridCopying::largest + 1)}});
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("before"));
-    grid.view.selectBytes({100, GridCopying::largest});
+    grid.view.selection().select({100, GridCopying::largest});
     grid.press(Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(QGuiApplication::clipboard()->text().size(), 3 * GridCopying::largest - 1);
 }

@@ -32,7 +32,7 @@ private slots:
 namespace {
 
 QPair<qint64, qint64> selected(const GridView &view) {
-    return {view.selectedBytes().offset, view.selectedBytes().length};
+    return {view.selection().bytes().offset, view.selection().bytes().length};
 }
 
 QPair<qint64, qint64> bytes(qint64 offset, qint64 length) {
@@ -100,7 +100,7 @@ void TestGridMouse::drag_selectsFromByteToByte() {
     drag(grid.view, pointOf(grid, 19, fromCharacter), pointOf(grid, 60, toCharacter));
     QCOMPARE(selected(grid.view), bytes(19, 42));
     QCOMPARE(grid.cursor(), qMakePair(3, 13));
-    QCOMPARE(grid.view.selectedRowCount(), 0);
+    QCOMPARE(grid.view.selection().rowCount(), 0);
     drag(grid.view, pointOf(grid, 60, fromCharacter), pointOf(grid, 19, toCharacter));
     QCOMPARE(selected(grid.view), bytes(19, 42));
     QCOMPARE(grid.cursor(), qMakePair(1, 4));
@@ -114,20 +114,20 @@ void TestGridMouse::drag_backToItsBeginningSelectsTheRow() {
     QWidget *viewport = grid.view.viewport();
     QTest::mousePress(viewport, Qt::LeftButton, Qt::NoModifier, pointOf(grid, 19, false));
     moveMouse(grid.view, pointOf(grid, 40, false), Qt::LeftButton);
-    QVERIFY(grid.view.hasBlock());
+    QVERIFY(grid.view.selection().hasBlock());
     moveMouse(grid.view, pointOf(grid, 19, false), Qt::LeftButton);
-    QVERIFY(!grid.view.hasBlock());
+    QVERIFY(!grid.view.selection().hasBlock());
     QVERIFY(grid.view.selectionModel()->isRowSelected(1));
     QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, pointOf(grid, 19, false));
     moveMouse(grid.view, pointOf(grid, 40, false), Qt::NoButton);
-    QVERIFY(!grid.view.hasBlock());
+    QVERIFY(!grid.view.selection().hasBlock());
 }
 
 void TestGridMouse::drag_opensNoEditor() {
     ShownGrid grid(QByteArray(200, 'A'), true);
     drag(grid.view, pointOf(grid, 19, false), pointOf(grid, 60, false));
     QVERIFY(!grid.view.openEditor());
-    QVERIFY(grid.view.hasBlock());
+    QVERIFY(grid.view.selection().hasBlock());
 }
 
 void TestGridMouse::drag_overCharactersMovesNothingSideways() {
@@ -189,8 +189,8 @@ void TestGridMouse::drag_fromAnAddressSelectsRows() {
     ShownGrid grid(QByteArray(200, 'A'));
     drag(grid.view, grid.view.visualRect(grid.cell(2, 0)).center(),
          grid.view.visualRect(grid.cell(5, 0)).center());
-    QCOMPARE(grid.view.selectedRowCount(), 4);
-    QVERIFY(!grid.view.hasBlock());
+    QCOMPARE(grid.view.selection().rowCount(), 4);
+    QVERIFY(!grid.view.selection().hasBlock());
 }
 
 void TestGridMouse::drag_ofADoubleClickSelectsNothing() {
@@ -199,7 +199,7 @@ void TestGridMouse::drag_ofADoubleClickSelectsNothing() {
     QVERIFY(grid.view.openEditor());
     moveMouse(grid.view, pointOf(grid, 60, false), Qt::LeftButton);
     QVERIFY(grid.view.openEditor());
-    QVERIFY(!grid.view.hasBlock());
+    QVERIFY(!grid.view.selection().hasBlock());
 }
 
 void TestGridMouse::shiftedClick_extendsFromTheCursor() {
@@ -217,7 +217,7 @@ void TestGridMouse::shiftedClick_extendsFromTheCharacterClicked() {
     ShownGrid grid(QByteArray(200, 'A'));
     QTest::mouseClick(grid.view.viewport(), Qt::LeftButton, {}, pointOf(grid, 19, true));
     QCOMPARE(grid.cursor(), qMakePair(1, charactersColumn));
-    QCOMPARE(grid.view.selectedRowCount(), 1);
+    QCOMPARE(grid.view.selection().rowCount(), 1);
     QTest::mouseClick(grid.view.viewport(), Qt::LeftButton, Qt::ShiftModifier,
                       pointOf(grid, 22, true));
     QCOMPARE(selected(grid.view), bytes(19, 4));
@@ -246,19 +246,19 @@ void TestGridMouse::clickOnACharacter_selectsItsByte() {
 
 void TestGridMouse::plainClick_endsTheBlock() {
     ShownGrid grid(QByteArray(200, 'A'));
-    grid.view.selectBytes({19, 30});
+    grid.view.selection().select({19, 30});
     grid.click(1, 4); // where the cursor is already
-    QVERIFY(!grid.view.hasBlock());
-    QCOMPARE(grid.view.selectedRowCount(), 1);
+    QVERIFY(!grid.view.selection().hasBlock());
+    QCOMPARE(grid.view.selection().rowCount(), 1);
 }
 
 void TestGridMouse::rightClick_keepsTheBlockUnderIt() {
     ShownGrid grid(QByteArray(200, 'A'));
-    grid.view.selectBytes({19, 30});
+    grid.view.selection().select({19, 30});
     QTest::mouseClick(grid.view.viewport(), Qt::RightButton, {}, pointOf(grid, 25, false));
     QCOMPARE(selected(grid.view), bytes(19, 30));
     QTest::mouseClick(grid.view.viewport(), Qt::RightButton, {}, pointOf(grid, 60, false));
-    QVERIFY(!grid.view.hasBlock());
+    QVERIFY(!grid.view.selection().hasBlock());
     QCOMPARE(grid.cursor(), qMakePair(3, 13));
 }
 

@@ -196,7 +196,7 @@ void TestGridPainting::foundByte_isUnderlinedOnItsGround() {
 
 void TestGridPainting::block_isHighlightedWithItsCharacters() {
     ShownGrid grid(QByteArray(64, 'A'));
-    grid.view.selectBytes({20, 24});
+    grid.view.selection().select({20, 24});
     const QColor selected = grid.view.palette().color(QPalette::Highlight);
     const auto isHighlighted = [&](int row, int column) {
         return background(picture(grid.view, grid.cell(row, column))) == selected;
@@ -225,7 +225,7 @@ void TestGridPainting::block_canBeReadInEveryTheme() {
     palette.setColor(QPalette::Highlight, QColor(Qt::blue).darker());
     palette.setColor(QPalette::HighlightedText, Qt::white);
     grid.view.setPalette(palette);
-    grid.view.selectBytes({18, 24});
+    grid.view.selection().select({18, 24});
     const CharacterPlaces places(grid.view.font());
     const QImage whole = grid.view.viewport()->grab().toImage();
     for (int place = 0; place < 16; ++place) {
@@ -244,7 +244,7 @@ void TestGridPainting::block_isSeenAroundMarks() {
     for (int byte = 0; byte < 32; ++byte)
         marks.marks[byte] = {byte % 2 == 0, byte % 2 == 1};
     grid.view.addMarks(marks);
-    grid.view.selectBytes({16, 4});
+    grid.view.selection().select({16, 4});
     const QColor selected = grid.view.palette().color(QPalette::Highlight);
     for (const int column : {2, 3, 4}) {
         const QImage inside = picture(grid.view, grid.cell(1, column));

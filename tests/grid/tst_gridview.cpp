@@ -45,7 +45,7 @@ void TestGridView::beforeItHasASource_itIsEmpty() {
     view.reloadData();
     QVERIFY(!view.showAddress(0));
     QVERIFY(!view.commitOpenEditor());
-    QCOMPARE(view.selectedRowCount(), 0);
+    QCOMPARE(view.selection().rowCount(), 0);
     view.copying().copy();
     QTest::keyClick(&view, Qt::Key_Down);
     QCOMPARE(view.indexAt(QPoint(5, 5)), QModelIndex());
@@ -93,7 +93,7 @@ void TestGridView::everyRow_canBeReached() {
     // From one end to the other with the shift key selects all bytes.
     grid.press(Qt::Key_Home, Qt::ControlModifier | Qt::ShiftModifier);
     QCOMPARE(grid.cursor(), qMakePair(0, 1));
-    QCOMPARE(grid.view.selectedBytes().length, qint64(lastRow) * 16);
+    QCOMPARE(grid.view.selection().bytes().length, qint64(lastRow) * 16);
 }
 
 void TestGridView::cells_areFoundWhereTheyAreDrawn() {
@@ -154,7 +154,7 @@ void TestGridView::reload_keepsPlace() {
     grid.view.reloadData();
     QCOMPARE(grid.view.verticalScrollBar()->value(), 200);
     QCOMPARE(grid.cursor(), qMakePair(105, 0));
-    QCOMPARE(grid.view.selectedRowCount(), 3);
+    QCOMPARE(grid.view.selection().rowCount(), 3);
     QVERIFY(grid.view.selectionModel()->isSelected(grid.cell(103, 0)));
     QCOMPARE(grid.view.gridModel()->rowCount(), 751);
 }
@@ -167,7 +167,7 @@ void TestGridView::reload_ofAShorterContentKeepsWhatExists() {
     grid.view.reloadData();
     QCOMPARE(grid.view.verticalScrollBar()->value(), 0);
     QVERIFY(!grid.view.currentIndex().isValid());
-    QCOMPARE(grid.view.selectedRowCount(), 0);
+    QCOMPARE(grid.view.selection().rowCount(), 0);
 }
 
 void TestGridView::showAddress_bringsTheByteIntoView() {
@@ -177,7 +177,7 @@ void TestGridView::showAddress_bringsTheByteIntoView() {
     const QRect cell = grid.view.visualRect(grid.view.currentIndex());
     QVERIFY(grid.view.viewport()->rect().contains(cell));
     QVERIFY(cell.top() > 0);
-    QCOMPARE(grid.view.selectedRowCount(), 1);
+    QCOMPARE(grid.view.selection().rowCount(), 1);
 }
 
 void TestGridView::showAddress_refusesWhatIsNotThere() {

@@ -35,9 +35,9 @@ inline void choose(WindowFixture &velm, const QString &text) {
 inline void selectBytes(WindowFixture &velm, qint64 offset, qint64 length) {
     GridView *grid = velm.controls().tableview;
     grid->setFocus();
-    grid->selectBytes({offset, length});
-    QCOMPARE(grid->selectedBytes().offset, offset);
-    QCOMPARE(grid->selectedBytes().length, length);
+    grid->selection().select({offset, length});
+    QCOMPARE(grid->selection().bytes().offset, offset);
+    QCOMPARE(grid->selection().bytes().length, length);
 }
 
 /// Presses a key with Ctrl in the grid.

@@ -50,7 +50,7 @@ void TestWindowBlocks::zero_isWrittenAtTheCursor() {
     QCOMPARE(velm.message(), QStringLiteral("Filled 1 byte at 0013 with 00."));
     QCOMPARE(velm.cell(1, 4), QStringLiteral("00"));
     QCOMPARE(velm.beeps, 0);
-    QCOMPARE(velm.controls().tableview->selectedBytes().offset, 19);
+    QCOMPARE(velm.controls().tableview->selection().bytes().offset, 19);
     velm.delegate().edits().undo();
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
 }
@@ -62,7 +62,7 @@ void TestWindowBlocks::zeros_areWrittenOverABlock() {
     pressInGrid(velm, Qt::Key_0);
     QCOMPARE(imageAndFile(velm), QByteArray(18, '\0') + "IJ");
     QCOMPARE(velm.message(), QStringLiteral("Filled 18 bytes at 0000 with 00."));
-    QVERIFY(velm.controls().tableview->hasBlock());
+    QVERIFY(velm.controls().tableview->selection().hasBlock());
     QVERIFY(menuEntry(velm, QStringLiteral("&Undo fill"))->isEnabled());
     velm.delegate().edits().undo();
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
@@ -86,7 +86,7 @@ void TestWindowBlocks::rowsApart_areLeftAlone() {
     for (const int row : {0, 2})
         grid->selectionModel()->setCurrentIndex(
             grid->model()->index(row, 3), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    QCOMPARE(grid->selectedRowCount(), 2);
+    QCOMPARE(grid->selection().rowCount(), 2);
     pressInGrid(velm, Qt::Key_0);
     QCOMPARE(imageAndFile(velm), QByteArray(40, 'x'));
     QCOMPARE(velm.message(),

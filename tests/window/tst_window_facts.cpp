@@ -243,11 +243,11 @@ void TestWindowFacts::block_isSaidWithItsChecksums() {
     WindowFixture velm;
     showTwentyBytes(velm);
     GridView *grid = velm.controls().tableview;
-    grid->selectBytes({2, 9});
+    grid->selection().select({2, 9});
     const QString block = QStringLiteral("selected from 0002 to 000A: 9 bytes, ");
     QTRY_VERIFY2(facts(velm).endsWith(block + checksums("23456789A")), qPrintable(facts(velm)));
     QVERIFY(facts(velm).contains(sizeAndChecksums("0123456789ABCDEFGHIJ")));
-    grid->endBlock();
+    grid->selection().end();
     QTRY_VERIFY2(facts(velm).contains(QStringLiteral("at 0002: 0x32")), qPrintable(facts(velm)));
     QVERIFY(!facts(velm).contains(QStringLiteral("selected")));
 }
@@ -270,10 +270,10 @@ void TestWindowFacts::block_isReadAnewAfterAnEdit() {
     WindowFixture velm;
     showTwentyBytes(velm);
     GridView *grid = velm.controls().tableview;
-    grid->selectBytes({0, 4});
+    grid->selection().select({0, 4});
     QTRY_VERIFY(facts(velm).endsWith(checksums("0123")));
     enter(velm, 0, 2, QStringLiteral("78"));
-    grid->selectBytes({0, 4});
+    grid->selection().select({0, 4});
     QTRY_VERIFY2(facts(velm).endsWith(checksums("0x23")), qPrintable(facts(velm)));
     // The same block of another image is another one.
     velm.delegate().openBinary(velm.write(QStringLiteral("other.bin"), "abcdefgh"));
@@ -285,7 +285,7 @@ void TestWindowFacts::largeBlock_isReadInTurns() {
     showLargeImage(velm);
     const QString open = checksumWords(std::nullopt);
     QTRY_VERIFY(!facts(velm).contains(open));
-    velm.controls().tableview->selectBytes({16, 20 << 20});
+    velm.controls().tableview->selection().select({16, 20 << 20});
     int openTurns = 0;
     for (; openTurns == 0 || facts(velm).contains(open); ++openTurns)
         QCoreApplication::processEvents();

@@ -151,7 +151,7 @@ void TestWindowInsertFile::insertedBytes_areSelected() {
     QCOMPARE(window->controls().result->text(),
              QStringLiteral("The data to burn become 23 bytes long."));
     press(velm, *window);
-    const ByteRange selected = velm.controls().tableview->selectedBytes();
+    const ByteRange selected = velm.controls().tableview->selection().bytes();
     QCOMPARE(selected.offset, 5);
     QCOMPARE(selected.length, 3);
     QCOMPARE(velm.message(), QStringLiteral("Inserted part.bin: 3 bytes at 0005."));

@@ -83,9 +83,9 @@ void TestWindowNotices::refusedCopy_endsWithTheSelection_data() {
         GridView *grid = velm.controls().tableview;
         grid->moveTo(grid->model()->index(3, 1));
     });
-    row("no block", [](WindowFixture &velm) { velm.controls().tableview->endBlock(); });
+    row("no block", [](WindowFixture &velm) { velm.controls().tableview->selection().end(); });
     row("another block", [](WindowFixture &velm) {
-        velm.controls().tableview->selectBytes({0, 5});
+        velm.controls().tableview->selection().select({0, 5});
     });
     row("another tab", [](WindowFixture &velm) {
         velm.controls().tabview->selectTabViewItem(readTabIdentifier());

@@ -128,7 +128,7 @@ void TestWindowPaste::cursor_goesOnBehindThePastedBytes() {
     selectBytes(velm, 3, 2);
     copy(QStringLiteral("61 62 63"));
     paste(velm);
-    QCOMPARE(velm.controls().tableview->selectedBytes().offset, 6);
+    QCOMPARE(velm.controls().tableview->selection().bytes().offset, 6);
     QCOMPARE(velm.message(), QStringLiteral("Pasted 3 bytes at 0003."));
     paste(velm);
     QCOMPARE(imageAndFile(velm), QByteArray("012abcabc9ABCDEFGHIJ"));

@@ -38,7 +38,7 @@ private slots:
 namespace {
 
 QPair<qint64, qint64> selected(WindowFixture &velm) {
-    const ByteRange bytes = velm.controls().tableview->selectedBytes();
+    const ByteRange bytes = velm.controls().tableview->selection().bytes();
     return {bytes.offset, bytes.length};
 }
 
@@ -91,25 +91,25 @@ void TestWindowSelection::anotherTab_hasNoneOfTheSelection() {
     velm.click(velm.controls().btn_read);
     velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
     GridView *grid = velm.controls().tableview;
-    grid->selectBytes({3, 9});
-    QVERIFY(grid->hasBlock());
+    grid->selection().select({3, 9});
+    QVERIFY(grid->selection().hasBlock());
     velm.controls().tabview->selectTabViewItem(readTabIdentifier());
     QVERIFY(grid->gridModel()->byteCount() > 20);
-    QVERIFY(!grid->hasBlock());
+    QVERIFY(!grid->selection().hasBlock());
     velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
-    QVERIFY(!grid->hasBlock());
+    QVERIFY(!grid->selection().hasBlock());
 }
 
 void TestWindowSelection::anotherImage_keepsWhatThereIs() {
     WindowFixture velm;
     showTwentyBytes(velm);
     GridView *grid = velm.controls().tableview;
-    grid->selectBytes({3, 15});
+    grid->selection().select({3, 15});
     velm.delegate().openBinary(velm.write(QStringLiteral("other.bin"), "0123456789"));
     velm.settle();
     QCOMPARE(selected(velm), bytes(3, 7));
     enter(velm, 0, 1, QStringLiteral("'abcdefghijklmnop"));
-    QVERIFY(!grid->hasBlock()); // whoever edits moves the cursor
+    QVERIFY(!grid->selection().hasBlock()); // whoever edits moves the cursor
 }
 
 void TestWindowSelection::selectAll_isForTheGridAlone() {
@@ -120,11 +120,11 @@ void TestWindowSelection::selectAll_isForTheGridAlone() {
     field->setFocus();
     QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
     QCOMPARE(field->selectedText(), QStringLiteral("1234"));
-    QVERIFY(!velm.controls().tableview->hasBlock());
+    QVERIFY(!velm.controls().tableview->selection().hasBlock());
     velm.controls().tableview->setFocus();
     QTest::keyClick(velm.controls().tableview, Qt::Key_A, Qt::ControlModifier);
     QCOMPARE(selected(velm), bytes(0, 20));
-    velm.controls().tableview->endBlock();
+    velm.controls().tableview->selection().end();
     choose(velm, QStringLiteral("Select a&ll"));
     QCOMPARE(selected(velm), bytes(0, 20));
 }
@@ -132,7 +132,7 @@ void TestWindowSelection::selectAll_isForTheGridAlone() {
 void TestWindowSelection::copy_isForTheGridAlone() {
     WindowFixture velm;
     showTwentyBytes(velm);
-    velm.controls().tableview->selectBytes({1, 3});
+    velm.controls().tableview->selection().select({1, 3});
     QLineEdit *field = velm.controls().startAddTextField;
     field->setText(QStringLiteral("1234"));
     field->setFocus();
@@ -168,7 +168,7 @@ void TestWindowSelection::copyAs_takesEveryForm() {
     QFETCH(QString, expected);
     WindowFixture velm;
     showTwentyBytes(velm);
-    velm.controls().tableview->selectBytes({1, 3});
+    velm.controls().tableview->selection().select({1, 3});
     choose(velm, text);
     QCOMPARE(copied(), expected);
 }
@@ -189,7 +189,7 @@ void TestWindowSelection::contextMenu_hasWhatTheEditMenuHas() {
     WindowFixture velm;
     showTwentyBytes(velm);
     GridView *grid = velm.controls().tableview;
-    grid->selectBytes({1, 3});
+    grid->selection().select({1, 3});
     const QPoint place = grid->visualRect(grid->model()->index(0, 3)).center();
     QContextMenuEvent asked(QContextMenuEvent::Mouse, place, grid->viewport()->mapToGlobal(place));
     QCoreApplication::sendEvent(grid->viewport(), &asked);
@@ -205,7 +205,7 @@ void TestWindowSelection::contextMenu_hasWhatTheEditMenuHas() {
 void TestWindowSelection::selectRange_beginsWithTheSelection() {
     WindowFixture velm;
     showTwentyBytes(velm);
-    velm.controls().tableview->selectBytes({2, 17});
+    velm.controls().tableview->selection().select({2, 17});
     SelectRangeWindow *range = openRange(velm);
     QVERIFY(range);
     QCOMPARE(range->controls().first->text(), QStringLiteral("0002"));
@@ -271,7 +271,7 @@ void TestWindowSelection::selectRange_saysWhatIsWrong() {
     QFETCH(QString, sentence);
     WindowFixture velm;
     showTwentyBytes(velm);
-    velm.controls().tableview->selectBytes({2, 3});
+    velm.controls().tableview->selection().select({2, 3});
     SelectRangeWindow *range = openRange(velm);
     const Ui::SelectRangeWindow &c = range->controls();
     c.first->setText(first);
@@ -289,7 +289,7 @@ void TestWindowSelection::selectRange_saysWhatIsWrong() {
 void TestWindowSelection::selectRange_tellsTheSameBytesInTheOtherWay() {
     WindowFixture velm;
     showTwentyBytes(velm);
-    velm.controls().tableview->selectBytes({2, 17});
+    velm.controls().tableview->selection().select({2, 17});
     const Ui::SelectRangeWindow &c = openRange(velm)->controls();
     QCOMPARE(c.end->accessibleName(), QStringLiteral("Last byte"));
     c.until->setCurrentIndex(1);

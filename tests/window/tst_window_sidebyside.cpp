@@ -165,12 +165,12 @@ void TestWindowSideBySide::anotherTab_endsTheBlockBeside() {
     showBoth(velm);
     GridView *beside = velm.controls().besideGrid;
     QTRY_VERIFY(beside->isVisible());
-    beside->selectBytes({3, 9});
-    QVERIFY(beside->hasBlock());
+    beside->selection().select({3, 9});
+    QVERIFY(beside->selection().hasBlock());
     velm.controls().tabview->selectTabViewItem(readTabIdentifier());
-    QVERIFY(!beside->hasBlock());
+    QVERIFY(!beside->selection().hasBlock());
     QTRY_COMPARE(besideRow(velm, 0), QStringLiteral("0000 62 75 72 6E"));
-    QVERIFY(!beside->hasBlock());
+    QVERIFY(!beside->selection().hasBlock());
 }
 
 void TestWindowSideBySide::selectRange_goesToTheGridInUse() {
@@ -186,7 +186,7 @@ void TestWindowSideBySide::selectRange_goesToTheGridInUse() {
         velm.settle();
         return velm.velm().window().findChild<SelectRangeWindow *>();
     };
-    burn->selectBytes({0x20, 4});
+    burn->selection().select({0x20, 4});
     SelectRangeWindow *range = askIn(burn);
     QVERIFY(range);
     QCOMPARE(range->controls().first->text(), QStringLiteral("0020"));
@@ -194,15 +194,15 @@ void TestWindowSideBySide::selectRange_goesToTheGridInUse() {
     range->controls().end->setText(QStringLiteral("99"));
     QCOMPARE(askIn(burn), range);
     QCOMPARE(range->controls().end->text(), QStringLiteral("99"));
-    read->selectBytes({0x1F00, 6});
+    read->selection().select({0x1F00, 6});
     QCOMPARE(askIn(read), range);
     QCOMPARE(range->controls().first->text(), QStringLiteral("1F00"));
     QCOMPARE(range->controls().end->text(), QStringLiteral("1F05"));
     range->controls().end->setText(QStringLiteral("1F0F"));
     velm.click(range->controls().selectButton);
-    QCOMPARE(read->selectedBytes().offset, 0x1F00);
-    QCOMPARE(read->selectedBytes().length, 16);
-    QCOMPARE(burn->selectedBytes().length, 4);
+    QCOMPARE(read->selection().bytes().offset, 0x1F00);
+    QCOMPARE(read->selection().bytes().length, 16);
+    QCOMPARE(burn->selection().bytes().length, 4);
 }
 
 void TestWindowSideBySide::besideGrid_cannotBeEdited() {
