@@ -17,6 +17,12 @@ inline qsizetype lengthOf(const ByteBuffer &buffer) {
     return buffer ? buffer->size() : 0;
 }
 
+/// True if \a known refers to the very object that \a buffer is, which may both be none. Another
+/// buffer at the address of one that has gone is not the same.
+inline bool isSameBuffer(const ByteBuffer &buffer, const std::weak_ptr<QByteArray> &known) {
+    return !known.owner_before(buffer) && !buffer.owner_before(known);
+}
+
 /// Some bytes of a buffer that follow each other.
 struct ByteRange {
     qint64 offset = 0;

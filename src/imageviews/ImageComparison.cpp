@@ -15,10 +15,6 @@ QByteArrayView bytesOf(const ByteBuffer &buffer) {
     return buffer ? QByteArrayView(std::as_const(*buffer)) : QByteArrayView();
 }
 
-bool isOwner(const ByteBuffer &buffer, const std::weak_ptr<QByteArray> &known) {
-    return !known.owner_before(buffer) && !buffer.owner_before(known);
-}
-
 } // namespace
 
 ImageComparison::ImageComparison(Source source, QObject *parent)
@@ -27,7 +23,7 @@ ImageComparison::ImageComparison(Source source, QObject *parent)
 }
 
 bool ImageComparison::isTheSame(const ComparedImages &images) const {
-    return isOwner(images.read, read_) && isOwner(images.toBurn, toBurn_) &&
+    return isSameBuffer(images.read, read_) && isSameBuffer(images.toBurn, toBurn_) &&
            images.revision == revision_;
 }
 

@@ -15,10 +15,6 @@
 
 namespace {
 
-bool isOwner(const ByteBuffer &buffer, const std::weak_ptr<QByteArray> &known) {
-    return !known.owner_before(buffer) && !buffer.owner_before(known);
-}
-
 /// Makes the cell of \a view that \a index of the other view stands for its cursor.
 void moveAlong(GridView &view, const QModelIndex &index) {
     const QModelIndex same = view.model()->index(index.row(), index.column());
@@ -102,7 +98,7 @@ void SideBySide::refresh() {
 void SideBySide::take(const OtherImage &other) {
     views_.heading.setText(other.title);
     views_.beside.setAccessibleName(other.title);
-    if (isOwner(other.bytes, bytes_) && revision_ == other.revision)
+    if (isSameBuffer(other.bytes, bytes_) && revision_ == other.revision)
         return;
     bytes_ = other.bytes;
     revision_ = other.revision;
