@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr int maxParts = 4;
-
 /// The measures of the picture; all hang on the font and the width that there is.
 struct Measures {
     Measures(const QFontMetrics &font, int width)
@@ -22,7 +20,7 @@ struct Measures {
           caption(font.height()),
           flow(2 * font.height()),
           gap(row / 2),
-          box((width - 1 - (maxParts - 1) * gap) / shownBytes) {}
+          box((width - 1 - (Lanes::maxParts - 1) * gap) / shownBytes) {}
 
     int row;     ///< height of a byte
     int caption; ///< of a part's name
@@ -40,7 +38,7 @@ struct Row {
 
     QRect boxAt(const Measures &m, qsizetype part, qsizetype at) const {
         const auto before = int(part * parts.first().size() + at);
-        const int spare = (maxParts - int(parts.size())) * m.gap / 2;
+        const int spare = (Lanes::maxParts - int(parts.size())) * m.gap / 2;
         return {spare + before * m.box + int(part) * m.gap, top, m.box, m.row};
     }
     /// The place of \a byte.
@@ -115,13 +113,13 @@ void LanePicture::setArrangement(const Arrangement &arrangement, const QStringLi
 QSize LanePicture::sizeHint() const {
     const int byte = fontMetrics().horizontalAdvance(QStringLiteral("D00"));
     const Measures m(fontMetrics(), 0);
-    return {shownBytes * byte + (maxParts - 1) * m.gap + 1, m.height()};
+    return {shownBytes * byte + (Lanes::maxParts - 1) * m.gap + 1, m.height()};
 }
 
 QSize LanePicture::minimumSizeHint() const {
     const int byte = fontMetrics().horizontalAdvance(QStringLiteral("D0"));
     const Measures m(fontMetrics(), 0);
-    return {shownBytes * byte + (maxParts - 1) * m.gap + 1, m.height()};
+    return {shownBytes * byte + (Lanes::maxParts - 1) * m.gap + 1, m.height()};
 }
 
 void LanePicture::paintEvent(QPaintEvent *) {

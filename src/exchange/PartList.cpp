@@ -12,17 +12,11 @@
 
 #include <algorithm>
 
-namespace {
-
-constexpr int maxParts = 4;
-
-} // namespace
-
 PartList::PartList(QWidget *parent) : QWidget(parent), controls_(std::make_unique<Ui::PartList>()) {
     const Ui::PartList &c = *controls_;
     controls_->setupUi(this);
     const int frame = 2 * c.list->frameWidth();
-    c.list->setMinimumHeight((maxParts + 1) * fontMetrics().height() + frame);
+    c.list->setMinimumHeight((Lanes::maxParts + 1) * fontMetrics().height() + frame);
     connect(c.list, &QListWidget::currentRowChanged, this, &PartList::showState);
     connect(c.addButton, &QPushButton::clicked, this, &PartList::addAsked);
     connect(c.removeButton, &QPushButton::clicked, this, &PartList::remove);
@@ -100,7 +94,7 @@ void PartList::showState() {
     const Ui::PartList &c = *controls_;
     const int row = c.list->currentRow();
     const bool isPart = row >= 0 && row < parts_.size();
-    c.addButton->setEnabled(parts_.size() < maxParts);
+    c.addButton->setEnabled(parts_.size() < Lanes::maxParts);
     c.removeButton->setEnabled(isPart && !parts_[row].isTheImported);
     c.upButton->setEnabled(isPart && row > 0);
     c.downButton->setEnabled(isPart && row + 1 < parts_.size());

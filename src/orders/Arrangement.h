@@ -9,6 +9,8 @@
 
 /// How a system of more than 8 bits spreads its bytes over chips: unit by unit in turn.
 struct Lanes {
+    static constexpr int maxParts = 4;
+
     int parts = 1; ///< 1, 2 or 4
     int unit = 1;  ///< bytes that follow each other in one part, 1 or 2
 
