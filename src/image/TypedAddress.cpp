@@ -3,14 +3,13 @@
 
 #include "image/TypedAddress.h"
 
+#include "base/Digits.h"
+
 #include <QString>
 
 #include <limits>
 
 namespace {
-
-constexpr int decimal = 10;
-constexpr int hexadecimal = 16;
 
 /// The toolkit also takes a sign, which may stand once at most.
 std::optional<quint64> unsignedNumber(QStringView digits, int base) {
