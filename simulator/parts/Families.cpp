@@ -3,6 +3,8 @@
 
 #include "parts/Families.h"
 
+#include "setup/Units.h"
+
 #include <string_view>
 
 namespace sim {
@@ -25,9 +27,6 @@ struct Family {
     Words variants;
     Words packages;
 };
-
-constexpr std::size_t kib = 1024;
-constexpr std::size_t mib = 1024 * kib;
 
 const Family &twoWireEeproms() {
     static const Family family{Technology::SerialEeprom,

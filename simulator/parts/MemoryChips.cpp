@@ -2,12 +2,10 @@
 // SPDX-License-Identifier: MIT
 
 #include "parts/Chips.h"
+#include "setup/Units.h"
 
 namespace sim {
 namespace {
-
-constexpr std::size_t kib = 1024;
-constexpr std::size_t mib = 1024 * kib;
 
 Chip serialEeprom(std::string name, std::size_t size) {
     return {.name = std::move(name), .technology = Technology::SerialEeprom, .size = size};

@@ -3,6 +3,8 @@
 
 #include "parts/NameRules.h"
 
+#include "setup/Units.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -13,7 +15,6 @@
 namespace sim {
 namespace {
 
-constexpr std::size_t kib = 1024;
 constexpr std::size_t kilobit = kib / 8;
 constexpr std::size_t megabit = kib * kilobit;
 
