@@ -9,7 +9,7 @@
 namespace sim {
 namespace {
 
-constexpr char mark = 'S';
+constexpr char recordMark = 'S';
 constexpr std::size_t markLength = 2; ///< the letter and the type
 
 bool isData(char type) {
@@ -33,8 +33,8 @@ std::size_t addressLength(char type) {
 }
 
 /// What is wrong with the line as a whole; nothing when it is a record.
-std::string_view complaintAbout(std::string_view line, const Bytes &record) {
-    if (line.size() < markLength || line.front() != mark || !isKnown(line[1]))
+std::string_view complaintAboutRecord(std::string_view line, const Bytes &record) {
+    if (line.size() < markLength || line.front() != recordMark || !isKnown(line[1]))
         return "bad record type";
     const bool whole = line.size() == markLength + 2 * record.size();
     if (!whole || record.size() < 2 + addressLength(line[1]) ||
@@ -52,13 +52,13 @@ std::string recordText(char type, std::size_t address, const Bytes &data) {
         record.push_back(std::uint8_t(address >> byteBits * (i - 1)));
     record.insert(record.end(), data.begin(), data.end());
     record.push_back(std::uint8_t(~sumOf(record)));
-    return std::string{mark, type} + digitsOfBytes(record) + "\n";
+    return std::string{recordMark, type} + digitsOfBytes(record) + "\n";
 }
 
 } // namespace
 
 bool isSRecord(std::string_view content) {
-    return beginsWithRecord(content, mark);
+    return beginsWithRecord(content, recordMark);
 }
 
 Records decodeSRecord(std::string_view content, std::size_t chipSize) {
@@ -69,7 +69,7 @@ Records decodeSRecord(std::string_view content, std::size_t chipSize) {
         if (line.empty())
             return RecordError{"Error: no end of file record found."};
         const Bytes record = bytesOfDigits(line.substr(std::min(markLength, line.size())));
-        if (const auto complaint = complaintAbout(line, record); !complaint.empty())
+        if (const auto complaint = complaintAboutRecord(line, record); !complaint.empty())
             return RecordError{"Error on line " + std::to_string(lineNumber) + ": " +
                                std::string(complaint) + "."};
         const char type = line[1];

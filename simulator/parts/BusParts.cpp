@@ -6,9 +6,9 @@
 namespace sim {
 namespace {
 
-constexpr int pins = 20;
-constexpr int ground = 10;
-constexpr int supply = 20;
+constexpr int busPins = 20;
+constexpr int busGround = 10;
+constexpr int busSupply = 20;
 
 /// All low, all high, both checkers, then one line high at a time.
 const std::vector<unsigned> octalPatterns{0x00, 0xFF, 0x55, 0xAA, 0x01, 0x02,
@@ -20,9 +20,9 @@ LogicPart transceiver() {
     constexpr int disablePin = 19;
     const Bus a{2, 3, 4, 5, 6, 7, 8, 9};
     const Bus b{18, 17, 16, 15, 14, 13, 12, 11};
-    LogicPart part{.name = "74245", .pins = pins, .rows = {}};
+    LogicPart part{.name = "74245", .pins = busPins, .rows = {}};
     for (const bool fromAToB : {true, false}) {
-        LogicRow socket(pins, ground, supply);
+        LogicRow socket(busPins, busGround, busSupply);
         socket.drive(directionPin, fromAToB);
         for (const unsigned pattern : octalPatterns) {
             LogicRow row = socket;
@@ -52,11 +52,11 @@ void addHalf(LogicRow &row, const DriverHalf &half, unsigned pattern, bool disab
 LogicPart lineDriver() {
     const DriverHalf first{1, {2, 4, 6, 8}, {18, 16, 14, 12}};
     const DriverHalf second{19, {11, 13, 15, 17}, {9, 7, 5, 3}};
-    LogicPart part{.name = "74244", .pins = pins, .rows = {}};
+    LogicPart part{.name = "74244", .pins = busPins, .rows = {}};
     for (const bool firstDisabled : {false, true})
         for (const bool secondDisabled : {false, true})
             for (const unsigned pattern : nibblePatterns) {
-                LogicRow row(pins, ground, supply);
+                LogicRow row(busPins, busGround, busSupply);
                 addHalf(row, first, pattern, firstDisabled);
                 addHalf(row, second, pattern ^ 0xFU, secondDisabled);
                 part.rows.push_back(row);

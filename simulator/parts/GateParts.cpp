@@ -8,9 +8,9 @@
 namespace sim {
 namespace {
 
-constexpr int pins = 14;
-constexpr int ground = 7;
-constexpr int supply = 14;
+constexpr int gatePins = 14;
+constexpr int gateGround = 7;
+constexpr int gateSupply = 14;
 
 struct Gate {
     Bus inputs;
@@ -42,10 +42,10 @@ enum class Output { Driven, OpenCollector };
 /// Every combination of inputs once, the same for all gates of the part.
 LogicPart gates(std::string name, const std::vector<Gate> &gatesOfPart, TruthTable truth,
                 Output output = Output::Driven) {
-    LogicPart part{.name = std::move(name), .pins = pins, .rows = {}};
+    LogicPart part{.name = std::move(name), .pins = gatePins, .rows = {}};
     const std::size_t width = gatesOfPart.front().inputs.size();
     for (unsigned value = 0; value < (1U << width); ++value) {
-        LogicRow row(pins, ground, supply);
+        LogicRow row(gatePins, gateGround, gateSupply);
         const bool answer = truth(std::popcount(value), int(width));
         for (const Gate &gate : gatesOfPart) {
             row.drive(gate.inputs, value).expect(gate.output, answer);
