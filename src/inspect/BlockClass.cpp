@@ -15,11 +15,11 @@ constexpr qint64 maxFilling = 3;
 constexpr qint64 textRun = 8;
 
 /// A number of bytes that the compiler knows, so that it counts many at a time.
-constexpr qsizetype lane = 16;
+constexpr qsizetype countedLane = 16;
 /// How often a count of one byte can be added to.
 constexpr qsizetype lanesInTurn = 255;
 
-using LaneCounts = std::array<quint8, lane>;
+using LaneCounts = std::array<quint8, countedLane>;
 
 constexpr bool isTextByte(uchar byte) {
     const bool isVisible = uchar(byte - ' ') <= '~' - ' ';
@@ -36,13 +36,13 @@ ByteKinds kindsOfLanes(const uchar *next, qsizetype lanes) {
     LaneCounts blank{};
     LaneCounts zero{};
     LaneCounts text{};
-    for (qsizetype turn = 0; turn < lanes; ++turn, next += lane)
-        for (size_t i = 0; i < size_t(lane); ++i) {
+    for (qsizetype turn = 0; turn < lanes; ++turn, next += countedLane)
+        for (size_t i = 0; i < size_t(countedLane); ++i) {
             blank[i] = quint8(blank[i] + (next[i] == 0xFF));
             zero[i] = quint8(zero[i] + (next[i] == 0));
             text[i] = quint8(text[i] + isTextByte(next[i]));
         }
-    return {lanes * lane, sumOf(blank), sumOf(zero), sumOf(text)};
+    return {lanes * countedLane, sumOf(blank), sumOf(zero), sumOf(text)};
 }
 
 ByteKinds kindsOfByte(uchar byte) {
@@ -63,10 +63,10 @@ ByteKinds kindsOf(QByteArrayView bytes) {
     const auto *next = reinterpret_cast<const uchar *>(bytes.data());
     const uchar *const end = next + bytes.size();
     ByteKinds kinds;
-    while (end - next >= lane) {
-        const qsizetype lanes = std::min<qsizetype>((end - next) / lane, lanesInTurn);
+    while (end - next >= countedLane) {
+        const qsizetype lanes = std::min<qsizetype>((end - next) / countedLane, lanesInTurn);
         kinds += kindsOfLanes(next, lanes);
-        next += lanes * lane;
+        next += lanes * countedLane;
     }
     for (; next != end; ++next)
         kinds += kindsOfByte(*next);

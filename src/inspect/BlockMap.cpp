@@ -7,7 +7,7 @@
 
 namespace {
 
-qint64 blockSizeFor(qint64 size) {
+qint64 mapBlockSizeFor(qint64 size) {
     qint64 blockSize = BlockMap::smallestBlock;
     while (blockSize * BlockMap::maxBlocks < size)
         blockSize *= 2;
@@ -18,12 +18,12 @@ qint64 blockSizeFor(qint64 size) {
 
 void BlockMap::begin(qint64 size) {
     blocks_.clear();
-    blockSize_ = blockSizeFor(size);
+    blockSize_ = mapBlockSizeFor(size);
     resize(size);
 }
 
 void BlockMap::change(qint64 offset, qint64 length, qint64 size) {
-    if (blockSizeFor(size) != blockSize_)
+    if (mapBlockSizeFor(size) != blockSize_)
         return begin(size);
     // The block in which the image ended, or ends now, has another length.
     const qint64 firstMoved = std::min(size, size_);

@@ -15,7 +15,7 @@ namespace {
 using Kind = PatternTrouble::Kind;
 
 /// As many as the compiler compares at once.
-constexpr qsizetype lane = 16;
+constexpr qsizetype comparedLane = 16;
 /// In what the two cases of a letter of Latin-1 differ.
 constexpr quint8 caseBit = 0x20;
 constexpr int bitsOfDigit = 4;
@@ -109,9 +109,9 @@ BytePattern::BytePattern(std::vector<Byte> bytes) : bytes_(std::move(bytes)) {
 bool BytePattern::hits(const uchar *bytes) const {
     const Byte *next = bytes_.data();
     const Byte *const end = next + bytes_.size();
-    for (; end - next >= lane; next += lane, bytes += lane) {
+    for (; end - next >= comparedLane; next += comparedLane, bytes += comparedLane) {
         int misses = 0;
-        for (qsizetype i = 0; i < lane; ++i)
+        for (qsizetype i = 0; i < comparedLane; ++i)
             misses |= (bytes[i] ^ next[i].value) & next[i].mask;
         if (misses != 0)
             return false;

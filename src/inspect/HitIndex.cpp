@@ -9,7 +9,7 @@
 namespace {
 
 /// A number of bytes that the compiler knows, so that it looks at many at a time.
-constexpr qsizetype lane = 128;
+constexpr qsizetype searchedLane = 128;
 
 /// The places at which a hit may begin, and the two bytes of the pattern that tell most.
 class Candidates {
@@ -37,7 +37,7 @@ public:
         const uchar *const ones = image_ + offset + places_[0];
         const uchar *const others = image_ + offset + places_[1];
         quint8 fits = 0;
-        for (qsizetype i = 0; i < lane; ++i)
+        for (qsizetype i = 0; i < searchedLane; ++i)
             fits = quint8(fits + (one_.hits(ones[i]) & other_.hits(others[i])));
         return fits;
     }
@@ -79,9 +79,9 @@ std::optional<qsizetype> firstHit(QByteArrayView image, const BytePattern &patte
                                   qsizetype end) {
     const Candidates places(image, pattern, from, end);
     qsizetype offset = places.from();
-    for (; places.end() - offset >= lane; offset += lane)
+    for (; places.end() - offset >= searchedLane; offset += searchedLane)
         if (places.inLane(offset) > 0)
-            if (const auto hit = firstOf(places, offset, offset + lane))
+            if (const auto hit = firstOf(places, offset, offset + searchedLane))
                 return hit;
     return firstOf(places, offset, places.end());
 }
@@ -90,9 +90,9 @@ std::optional<qsizetype> lastHit(QByteArrayView image, const BytePattern &patter
                                  qsizetype end) {
     const Candidates places(image, pattern, from, end);
     qsizetype stop = places.end();
-    for (; stop - places.from() >= lane; stop -= lane)
-        if (places.inLane(stop - lane) > 0)
-            if (const auto hit = lastOf(places, stop - lane, stop))
+    for (; stop - places.from() >= searchedLane; stop -= searchedLane)
+        if (places.inLane(stop - searchedLane) > 0)
+            if (const auto hit = lastOf(places, stop - searchedLane, stop))
                 return hit;
     return lastOf(places, places.from(), stop);
 }
@@ -103,10 +103,10 @@ qsizetype hitsBetween(QByteArrayView image, const BytePattern &pattern, qsizetyp
     const bool twoBytesAreAll = pattern.size() <= 2;
     qsizetype hits = 0;
     qsizetype offset = places.from();
-    for (; places.end() - offset >= lane; offset += lane) {
+    for (; places.end() - offset >= searchedLane; offset += searchedLane) {
         const int candidates = places.inLane(offset);
         if (candidates > 0)
-            hits += twoBytesAreAll ? candidates : countOf(places, offset, offset + lane);
+            hits += twoBytesAreAll ? candidates : countOf(places, offset, offset + searchedLane);
     }
     return hits + countOf(places, offset, places.end());
 }

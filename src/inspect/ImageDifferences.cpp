@@ -52,7 +52,7 @@ qint64 common(QByteArrayView one, QByteArrayView other) {
     return std::min(one.size(), other.size());
 }
 
-qint64 blockSizeFor(qint64 length) {
+qint64 comparedBlockSizeFor(qint64 length) {
     const qint64 least = length / ImageDifferencesReader::maxBlocks;
     return std::max<qint64>(smallestBlock, qint64(std::bit_ceil(quint64(least) + 1)));
 }
@@ -104,7 +104,7 @@ qint64 behindLastEqual(QByteArrayView one, QByteArrayView other, qint64 end) {
 bool ImageDifferencesReader::advance(QByteArrayView one, QByteArrayView other, qsizetype max) {
     const qint64 all = common(one, other);
     if (blockSize_ == 0) {
-        blockSize_ = blockSizeFor(all);
+        blockSize_ = comparedBlockSizeFor(all);
         differing_.resize(size_t((all + blockSize_ - 1) / blockSize_));
     }
     const qint64 end = std::min<qint64>(all, found_.compared + max);

@@ -14,14 +14,14 @@ namespace {
 /// What is looked at three times stays in the cache of the processor.
 constexpr qsizetype pieceSize = qsizetype(16) * 1024;
 /// A number of bytes that the compiler knows, so that it adds many at a time.
-constexpr qsizetype lane = 64;
+constexpr qsizetype summedLane = 64;
 
 quint32 sumOf(QByteArrayView bytes) {
     const auto *next = reinterpret_cast<const uchar *>(bytes.data());
     const uchar *const end = next + bytes.size();
     quint32 sum = 0;
-    for (; end - next >= lane; next += lane)
-        for (qsizetype i = 0; i < lane; ++i)
+    for (; end - next >= summedLane; next += summedLane)
+        for (qsizetype i = 0; i < summedLane; ++i)
             sum += next[i];
     return std::accumulate(next, end, sum);
 }
