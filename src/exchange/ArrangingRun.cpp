@@ -9,7 +9,7 @@
 namespace {
 
 /// Bytes between two looks at the clock.
-constexpr qsizetype stepBytes = qsizetype(1) << 20;
+constexpr qsizetype arrangedAtOnce = qsizetype(1) << 20;
 
 QByteArrayView viewOf(const ArrangingRun::Source &source) {
     return QByteArrayView(std::as_const(*source.bytes))
@@ -76,7 +76,7 @@ bool ArrangingRun::advance() {
     if (outcome_.parts.isEmpty()) {
         if (!work_)
             work_.emplace(arrangement_, lengthsOf(views));
-        if (work_->advance(views, stepBytes))
+        if (work_->advance(views, arrangedAtOnce))
             outcome_.parts = work_->takeParts();
         return false;
     }
@@ -87,7 +87,7 @@ bool ArrangingRun::advance() {
 bool ArrangingRun::count(const QList<QByteArrayView> &parts, QList<quint32> &checksums) {
     if (checksums.size() == parts.size())
         return true;
-    if (facts_.advance(parts[checksums.size()], stepBytes)) {
+    if (facts_.advance(parts[checksums.size()], arrangedAtOnce)) {
         checksums.append(facts_.facts().crc32);
         facts_ = {};
     }

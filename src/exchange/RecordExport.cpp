@@ -9,7 +9,7 @@
 namespace {
 
 /// Bytes between two looks at the clock.
-constexpr qsizetype stepBytes = qsizetype(32) * 1024;
+constexpr qsizetype encodedAtOnce = qsizetype(32) * 1024;
 
 } // namespace
 
@@ -39,7 +39,7 @@ void RecordExport::stop() {
 }
 
 void RecordExport::takeTurn() {
-    if (!worksForATurn([this] { return writer_->advance(bytes_, stepBytes); }))
+    if (!worksForATurn([this] { return writer_->advance(bytes_, encodedAtOnce); }))
         return;
     const QByteArray text = writer_->takeText();
     stop();

@@ -12,10 +12,10 @@
 
 namespace {
 
-constexpr int binary = 2;
+constexpr int binaryBase = 2;
 constexpr qsizetype bitsOfDigit = 4;
 
-class Wording {
+class MemoriesWording {
     Q_DECLARE_TR_FUNCTIONS(MemoriesWords)
 
 public:
@@ -44,34 +44,34 @@ private:
 QString memoriesWords(const OtherMemories &memories) {
     QStringList words;
     if (memories.data)
-        words << Wording::data(memories.data->size());
+        words << MemoriesWording::data(memories.data->size());
     if (memories.user)
-        words << Wording::user(memories.user->size());
+        words << MemoriesWording::user(memories.user->size());
     const qsizetype fuses = countFuses(memories.fuses);
     const qsizetype otherLines = memories.fuses.size() - fuses;
     if (fuses > 0)
-        words << Wording::fuses(fuses);
+        words << MemoriesWording::fuses(fuses);
     if (otherLines > 0)
-        words << Wording::otherLines(otherLines);
+        words << MemoriesWording::otherLines(otherLines);
     return words.join(QStringLiteral(", "));
 }
 
 QString memoryName(OtherMemory memory) {
     switch (memory) {
     case OtherMemory::Data:
-        return Wording::tr("Data memory");
+        return MemoriesWording::tr("Data memory");
     case OtherMemory::User:
-        return Wording::tr("User memory");
+        return MemoriesWording::tr("User memory");
     case OtherMemory::Fuses:
         break;
     }
-    return Wording::tr("Fuses");
+    return MemoriesWording::tr("Fuses");
 }
 
 QString unreadWords(const QList<OtherMemories::Unread> &unread) {
     QStringList sentences;
     for (const OtherMemories::Unread &file : unread)
-        sentences << Wording::tr("%1, which came with the Read, could not be read: %2.")
+        sentences << MemoriesWording::tr("%1, which came with the Read, could not be read: %2.")
                          .arg(QDir::toNativeSeparators(file.path), file.failure.reason);
     return sentences.join(u' ');
 }
@@ -83,7 +83,7 @@ QString hexadecimalWords(const Fuse &fuse) {
 
 QString binaryWords(const Fuse &fuse) {
     const QString bits =
-        QString::number(fuse.value, binary).rightJustified(fuse.digits * bitsOfDigit, u'0');
+        QString::number(fuse.value, binaryBase).rightJustified(fuse.digits * bitsOfDigit, u'0');
     QStringList groups;
     for (qsizetype i = 0; i < bits.size(); i += bitsOfDigit)
         groups << bits.sliced(i, bitsOfDigit);

@@ -11,12 +11,12 @@
 
 namespace {
 
-constexpr QByteArrayView byteOrderMark("\xef\xbb\xbf");
-constexpr char firstPrintable = 0x20;
+constexpr QByteArrayView utf8ByteOrderMark("\xef\xbb\xbf");
+constexpr char firstPrintableByte = 0x20;
 
 bool isControlCharacter(char c) {
     const bool allowed = c == '\t' || c == '\n' || c == '\r';
-    return c >= 0 && c < firstPrintable && !allowed;
+    return c >= 0 && c < firstPrintableByte && !allowed;
 }
 
 bool isComment(QByteArrayView line) {
@@ -104,8 +104,8 @@ std::optional<Line> lineFrom(QByteArrayView text, const QString &section) {
 std::optional<QList<Line>> parsed(QByteArrayView content) {
     if (!content.isValidUtf8() || std::any_of(content.begin(), content.end(), isControlCharacter))
         return std::nullopt;
-    if (content.startsWith(byteOrderMark))
-        content = content.sliced(byteOrderMark.size());
+    if (content.startsWith(utf8ByteOrderMark))
+        content = content.sliced(utf8ByteOrderMark.size());
     QList<Line> lines;
     QString section;
     for (const QByteArrayView text : linesOf(content)) {
