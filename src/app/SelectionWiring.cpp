@@ -19,7 +19,7 @@
 
 namespace {
 
-class Wording {
+class SelectionWording {
     Q_DECLARE_TR_FUNCTIONS(SelectionWiring)
 };
 
@@ -29,10 +29,13 @@ void sayWhatIsRefused(GridView &grid, Messages &messages) {
                                                QLocale().toString(GridCopying::largest)));
     };
     QObject::connect(&grid.copying(), &GridCopying::rowsRefused, &grid, [say](qint64 rows) {
-        say(Wording::tr("%1 rows are too many to copy: at most %2 can be copied at a time."), rows);
+        say(SelectionWording::tr(
+                "%1 rows are too many to copy: at most %2 can be copied at a time."),
+            rows);
     });
     QObject::connect(&grid.copying(), &GridCopying::bytesRefused, &grid, [say](qint64 bytes) {
-        say(Wording::tr("%1 bytes are too many to copy: at most %2 can be copied at a time."),
+        say(SelectionWording::tr(
+                "%1 bytes are too many to copy: at most %2 can be copied at a time."),
             bytes);
     });
 }
@@ -55,18 +58,18 @@ QAction *addGridEntry(QMenu &menu, const Ui::MainWindow &c, const QString &text,
 }
 
 QMenu *addCopyAs(QMenu &edit, const Ui::MainWindow &c) {
-    QMenu *copyAs = edit.addMenu(Wording::tr("Copy &as"));
+    QMenu *copyAs = edit.addMenu(SelectionWording::tr("Copy &as"));
     const auto addNotation = [&](const QString &text, ByteNotation notation) {
         return addGridEntry(*copyAs, c, text, {},
                             [notation](GridView &grid) { grid.copying().copyBytes(notation); });
     };
     const QList<QAction *> ofBytes = {
-        addNotation(Wording::tr("&Hexadecimal text"), ByteNotation::Hexadecimal),
-        addNotation(Wording::tr("&C array"), ByteNotation::CArray),
-        addNotation(Wording::tr("&Python bytes"), ByteNotation::PythonBytes),
-        addNotation(Wording::tr("Ch&aracters"), ByteNotation::Characters),
+        addNotation(SelectionWording::tr("&Hexadecimal text"), ByteNotation::Hexadecimal),
+        addNotation(SelectionWording::tr("&C array"), ByteNotation::CArray),
+        addNotation(SelectionWording::tr("&Python bytes"), ByteNotation::PythonBytes),
+        addNotation(SelectionWording::tr("Ch&aracters"), ByteNotation::Characters),
     };
-    addGridEntry(*copyAs, c, Wording::tr("&Rows"), {},
+    addGridEntry(*copyAs, c, SelectionWording::tr("&Rows"), {},
                  [](GridView &grid) { grid.copying().copyRows(); });
     // Results have rows alone.
     QObject::connect(&c.tableview->selection(), &GridSelection::changed, copyAs, [ofBytes, &c] {
@@ -88,7 +91,7 @@ void showSelectRange(MainWindow &window) {
 }
 
 QAction *addSelectRange(QMenu &edit, MainWindow &window) {
-    QAction *entry = edit.addAction(Wording::tr("&Select range\u2026"));
+    QAction *entry = edit.addAction(SelectionWording::tr("&Select range\u2026"));
     entry->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_G));
     entry->setAutoRepeat(false);
     const auto show = [&window] { showSelectRange(window); };
@@ -109,10 +112,10 @@ void popUpMenu(GridView &grid, const QPoint &at) {
 void addSelectionEntries(QMenu &edit, MainWindow &window) {
     const Ui::MainWindow &c = window.controls();
     const QList<QAction *> entries = {
-        addGridEntry(edit, c, Wording::tr("&Copy"), QKeySequence::Copy,
+        addGridEntry(edit, c, SelectionWording::tr("&Copy"), QKeySequence::Copy,
                      [](GridView &grid) { grid.copying().copy(); }),
         addCopyAs(edit, c)->menuAction(),
-        addGridEntry(edit, c, Wording::tr("Select a&ll"), QKeySequence::SelectAll,
+        addGridEntry(edit, c, SelectionWording::tr("Select a&ll"), QKeySequence::SelectAll,
                      [](GridView &grid) { grid.selectAll(); }),
         addSelectRange(edit, window),
     };

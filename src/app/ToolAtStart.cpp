@@ -15,7 +15,7 @@
 
 namespace {
 
-class Wording {
+class ToolAtStartWording {
     Q_DECLARE_TR_FUNCTIONS(ToolAtStart)
 
 public:
@@ -39,10 +39,11 @@ void lookForTool(QObject &window, SettingsStore &settings, Messages &messages,
         return;
     const QString other = QStandardPaths::findExecutable(QStringLiteral("minipro"));
     if (other.isEmpty())
-        messages.say(Topic::Tool, Wording::install(tool), steps.buttonFor(nextSteps::ChooseTool{}));
+        messages.say(Topic::Tool, ToolAtStartWording::install(tool),
+                     steps.buttonFor(nextSteps::ChooseTool{}));
     else
-        messages.say(Topic::Tool, Wording::takeOther(tool, other),
-                     {Wording::use(other), [&settings, other] {
+        messages.say(Topic::Tool, ToolAtStartWording::takeOther(tool, other),
+                     {ToolAtStartWording::use(other), [&settings, other] {
                           settings.setValue(settingsKeys::miniproLocation, shellWord(other));
                       }});
     QObject::connect(&settings, &SettingsStore::valueChanged, &window,

@@ -10,7 +10,7 @@ namespace {
 
 using Kind = PasteTrouble::Kind;
 
-class Wording {
+class PasteWording {
     Q_DECLARE_TR_FUNCTIONS(PasteWords)
 
 public:
@@ -52,5 +52,5 @@ public:
 } // namespace
 
 QString pasteTroubleWords(const PasteTrouble &trouble) {
-    return Wording::where(trouble);
+    return PasteWording::where(trouble);
 }

@@ -9,7 +9,7 @@
 
 namespace {
 
-class Wording {
+class DoubtWording {
     Q_DECLARE_TR_FUNCTIONS(BurnDoubt)
 
 public:
@@ -90,16 +90,17 @@ std::optional<BurnDoubt> doubtAboutImage(const BurnSituation &situation) {
         return std::nullopt;
     if (!situation.fileIsImage)
         return BurnDoubt{.key = QStringLiteral("file"),
-                         .sentence = Wording::foreignFile(situation) + u' ' +
-                                     Wording::pressAgainForFile(situation),
+                         .sentence = DoubtWording::foreignFile(situation) + u' ' +
+                                     DoubtWording::pressAgainForFile(situation),
                          .canWriteAgain = true};
     if (writes && !situation.hasImage)
-        return BurnDoubt{.key = QStringLiteral("none"), .sentence = Wording::noImage()};
+        return BurnDoubt{.key = QStringLiteral("none"), .sentence = DoubtWording::noImage()};
     if (writes && situation.imageLength == 0)
-        return BurnDoubt{.key = QStringLiteral("empty"), .sentence = Wording::noData()};
+        return BurnDoubt{.key = QStringLiteral("empty"), .sentence = DoubtWording::noData()};
     if (situation.encoding != ImageEncoding::Raw)
         return BurnDoubt{.key = QStringLiteral("text"),
-                         .sentence = Wording::encodedText(situation.operation, situation.encoding)};
+                         .sentence =
+                             DoubtWording::encodedText(situation.operation, situation.encoding)};
     return std::nullopt;
 }
 
@@ -110,12 +111,12 @@ std::optional<BurnDoubt> doubtAbout(const BurnSituation &situation) {
     if (!situation.command.asks())
         return doubt;
     BurnDoubt both =
-        doubt.value_or(BurnDoubt{.key = {}, .sentence = Wording::pressAgainToRun(situation)});
+        doubt.value_or(BurnDoubt{.key = {}, .sentence = DoubtWording::pressAgainToRun(situation)});
     both.key.prepend(QStringLiteral("command "));
     both.sentence.prepend(sentenceOf(situation.command) + QLatin1Char(' '));
     return both;
 }
 
 QString decodingRemark(ImageEncoding encoding, const QString &name) {
-    return encoding == ImageEncoding::Raw ? QString() : Wording::opened(encoding, name);
+    return encoding == ImageEncoding::Raw ? QString() : DoubtWording::opened(encoding, name);
 }

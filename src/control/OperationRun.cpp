@@ -15,7 +15,7 @@
 
 namespace {
 
-class Wording {
+class OperationWording {
     Q_DECLARE_TR_FUNCTIONS(OperationRun)
 
 public:
@@ -104,16 +104,16 @@ bool judgeRead(RunRecord &record, const ReadFile &file) {
     if (!record.outcome.endedWell())
         return false;
     if (file.length == 0) {
-        record.outcome = Wording::nothingRead(file);
+        record.outcome = OperationWording::nothingRead(file);
         return false;
     }
-    record.outcome.sentence = Wording::bytesRead(record.outcome.sentence, file.length);
+    record.outcome.sentence = OperationWording::bytesRead(record.outcome.sentence, file.length);
     return true;
 }
 
 QString staleReadRemark(const RunRecord &record, const QString &path) {
     const QDateTime written = QFileInfo(path).lastModified();
-    return Wording::stale(written.date() == record.started.date()
-                              ? QLocale().toString(written.time(), QStringLiteral("HH:mm"))
-                              : QLocale().toString(written, QLocale::ShortFormat));
+    return OperationWording::stale(written.date() == record.started.date()
+                                       ? QLocale().toString(written.time(), QStringLiteral("HH:mm"))
+                                       : QLocale().toString(written, QLocale::ShortFormat));
 }

@@ -11,11 +11,11 @@ namespace {
 using Severity = MessageLine::Severity;
 using Verdict = RunOutcome::Verdict;
 
-class Wording {
+class VerdictWording {
     Q_DECLARE_TR_FUNCTIONS(VerdictWords)
 
 public:
-    explicit Wording(const RunRecord &run) : run_(run) {}
+    explicit VerdictWording(const RunRecord &run) : run_(run) {}
 
     QString changedSince(const ShownNow &now) const {
         const bool otherImage = run_.imageRevision != 0 && run_.imageRevision != now.imageRevision;
@@ -132,12 +132,12 @@ Severity severityOf(const RunRecord &run) {
 }
 
 QString headingOf(const RunRecord &run) {
-    const QString event = Wording(run).event();
+    const QString event = VerdictWording(run).event();
     return run.device.isEmpty() ? event : QStringLiteral("%1 \u2013 %2").arg(event, run.device);
 }
 
 VerdictWords wordsFor(const RunRecord &run, const ShownNow &now) {
-    const Wording wording(run);
+    const VerdictWording wording(run);
     const QString changed = wording.changedSince(now);
     if (changed.isEmpty())
         return {severityOf(run), run.outcome.words(), run.outcome.offer};

@@ -17,7 +17,7 @@ constexpr int maxRanges = 20;
 constexpr int addressDigits = 4;
 constexpr int byteDigits = 2;
 
-class Wording {
+class ImportWording {
     Q_DECLARE_TR_FUNCTIONS(ImportWords)
 };
 
@@ -27,14 +27,14 @@ QString hex(qint64 value, int digits) {
 }
 
 QString rangeWords(qint64 first, qint64 end) {
-    return Wording::tr("%1 to %2, %3")
+    return ImportWording::tr("%1 to %2, %3")
         .arg(hex(first, addressDigits), hex(end - 1, addressDigits), sizeWords(end - first));
 }
 
 QString pieceWords(qsizetype pieces, qint64 count) {
-    return pieces < 2
-               ? sizeWords(count)
-               : Wording::tr("%1 in %2 ranges").arg(sizeWords(count), QLocale().toString(pieces));
+    return pieces < 2 ? sizeWords(count)
+                      : ImportWording::tr("%1 in %2 ranges")
+                            .arg(sizeWords(count), QLocale().toString(pieces));
 }
 
 QStringList rangesWords(const AddressedBytes &bytes) {
@@ -42,9 +42,9 @@ QStringList rangesWords(const AddressedBytes &bytes) {
     for (const auto &[address, piece] : bytes.pieces()) {
         if (lines.size() == maxRanges) {
             const qsizetype more = qsizetype(bytes.pieces().size()) - maxRanges;
-            return lines << Wording::tr("Further ranges: %1").arg(QLocale().toString(more));
+            return lines << ImportWording::tr("Further ranges: %1").arg(QLocale().toString(more));
         }
-        lines << Wording::tr("Range: %1").arg(rangeWords(address, address + piece.size()));
+        lines << ImportWording::tr("Range: %1").arg(rangeWords(address, address + piece.size()));
     }
     return lines;
 }
@@ -52,9 +52,9 @@ QStringList rangesWords(const AddressedBytes &bytes) {
 QString gapsWords(const AddressedBytes &bytes) {
     const qsizetype gaps = qsizetype(bytes.pieces().size()) - 1;
     if (gaps < 1)
-        return Wording::tr("Gaps: none");
+        return ImportWording::tr("Gaps: none");
     const qint64 length = bytes.end() - bytes.first() - bytes.count();
-    return Wording::tr("Gaps: %1, with %2 to fill")
+    return ImportWording::tr("Gaps: %1, with %2 to fill")
         .arg(QLocale().toString(gaps), sizeWords(length));
 }
 
@@ -63,7 +63,7 @@ QStringList troublesWords(const RecordTroubles &troubles) {
     for (const RecordTrouble &trouble : troubles.kept())
         lines << troubleWords(trouble);
     if (const qint64 more = troubles.total() - lines.size(); more > 0)
-        lines << Wording::tr("Further troubles: %1").arg(QLocale().toString(more));
+        lines << ImportWording::tr("Further troubles: %1").arg(QLocale().toString(more));
     return lines;
 }
 
@@ -78,29 +78,29 @@ QString headerWords(const QByteArray &header) {
 QString whatIsWrong(TroubleKind kind) {
     switch (kind) {
     case TroubleKind::BadChecksum:
-        return Wording::tr("the checksum is wrong.");
+        return ImportWording::tr("the checksum is wrong.");
     case TroubleKind::Overlap:
-        return Wording::tr("an earlier record has bytes at the same addresses.");
+        return ImportWording::tr("an earlier record has bytes at the same addresses.");
     case TroubleKind::CountDisagrees:
-        return Wording::tr("the number of records is another than it says.");
+        return ImportWording::tr("the number of records is another than it says.");
     case TroubleKind::MissingEnd:
-        return Wording::tr("the file ends here without an end record.");
+        return ImportWording::tr("the file ends here without an end record.");
     case TroubleKind::DataBehindEnd:
-        return Wording::tr("something stands behind the end record.");
+        return ImportWording::tr("something stands behind the end record.");
     case TroubleKind::NoRecord:
-        return Wording::tr("this is no record.");
+        return ImportWording::tr("this is no record.");
     case TroubleKind::NoHexDigit:
-        return Wording::tr("a character is no hexadecimal digit.");
+        return ImportWording::tr("a character is no hexadecimal digit.");
     case TroubleKind::OddDigit:
-        return Wording::tr("the number of digits is odd.");
+        return ImportWording::tr("the number of digits is odd.");
     case TroubleKind::BadCount:
-        return Wording::tr("the record is longer or shorter than it should be.");
+        return ImportWording::tr("the record is longer or shorter than it should be.");
     case TroubleKind::UnknownType:
-        return Wording::tr("the format has no such type of record.");
+        return ImportWording::tr("the format has no such type of record.");
     case TroubleKind::Past4GiB:
-        return Wording::tr("the record goes past the address 0xFFFFFFFF.");
+        return ImportWording::tr("the record goes past the address 0xFFFFFFFF.");
     case TroubleKind::TooManyPieces:
-        return Wording::tr(
+        return ImportWording::tr(
             "the bytes are in more than a million ranges; nothing further was read.");
     }
     return {};
@@ -109,11 +109,12 @@ QString whatIsWrong(TroubleKind kind) {
 QString whyNot(NoImage why) {
     switch (why) {
     case NoImage::NoBytes:
-        return Wording::tr("There are no bytes in it.");
+        return ImportWording::tr("There are no bytes in it.");
     case NoImage::BeforeBase:
-        return Wording::tr("Bytes lie before the base offset.");
+        return ImportWording::tr("Bytes lie before the base offset.");
     case NoImage::TooLarge:
-        return Wording::tr("The binary would have more than 1 GiB; a higher base offset may help.");
+        return ImportWording::tr(
+            "The binary would have more than 1 GiB; a higher base offset may help.");
     }
     return {};
 }
@@ -121,33 +122,34 @@ QString whyNot(NoImage why) {
 } // namespace
 
 QString formatWords(RecordFormat format) {
-    return format == RecordFormat::IntelHex ? Wording::tr("Intel HEX")
-                                            : Wording::tr("Motorola S-record");
+    return format == RecordFormat::IntelHex ? ImportWording::tr("Intel HEX")
+                                            : ImportWording::tr("Motorola S-record");
 }
 
 QString troubleWords(const RecordTrouble &trouble) {
-    return Wording::tr("Line %1: %2")
+    return ImportWording::tr("Line %1: %2")
         .arg(QLocale().toString(trouble.line), whatIsWrong(trouble.kind));
 }
 
 QStringList foundWords(RecordFormat format, const DecodedRecords &decoded) {
     const AddressedBytes &bytes = decoded.bytes;
     QStringList lines = troublesWords(decoded.troubles);
-    lines << Wording::tr("Format: %1").arg(formatWords(format));
-    lines << Wording::tr("Bytes: %1")
+    lines << ImportWording::tr("Format: %1").arg(formatWords(format));
+    lines << ImportWording::tr("Bytes: %1")
                  .arg(pieceWords(qsizetype(bytes.pieces().size()), bytes.count()));
     if (!decoded.header.isEmpty())
-        lines << Wording::tr("Header: %1").arg(headerWords(decoded.header));
+        lines << ImportWording::tr("Header: %1").arg(headerWords(decoded.header));
     lines << rangesWords(bytes);
     if (!bytes.isEmpty())
         lines << gapsWords(bytes);
-    lines << (decoded.entry ? Wording::tr("Entry point: %1").arg(hex(*decoded.entry, addressDigits))
-                            : Wording::tr("Entry point: none"));
+    lines << (decoded.entry
+                  ? ImportWording::tr("Entry point: %1").arg(hex(*decoded.entry, addressDigits))
+                  : ImportWording::tr("Entry point: none"));
     return lines;
 }
 
 QString rawWords(qint64 size) {
-    return Wording::tr("Raw: %1, taken as they are.").arg(sizeWords(size));
+    return ImportWording::tr("Raw: %1, taken as they are.").arg(sizeWords(size));
 }
 
 QString imageWords(const DecodedRecords &decoded, qint64 base, quint8 fill) {
@@ -156,7 +158,7 @@ QString imageWords(const DecodedRecords &decoded, qint64 base, quint8 fill) {
     const qint64 length = decoded.bytes.end() - base;
     const qint64 filled = length - decoded.bytes.count();
     if (filled == 0)
-        return Wording::tr("The binary will have %1.").arg(sizeWords(length));
-    return Wording::tr("The binary will have %1; %2 of them filled with %3.")
+        return ImportWording::tr("The binary will have %1.").arg(sizeWords(length));
+    return ImportWording::tr("The binary will have %1; %2 of them filled with %3.")
         .arg(sizeWords(length), QLocale().toString(filled), hex(fill, byteDigits));
 }

@@ -11,7 +11,7 @@
 
 namespace {
 
-class Wording {
+class LaneWording {
     Q_DECLARE_TR_FUNCTIONS(LaneFlow)
 };
 
@@ -30,7 +30,7 @@ QString bytesWords(const LaneFlow &flow, const QList<int> &bytes) {
 QString partsWords(const LaneFlow &flow, const QList<QList<int>> &parts, const QStringList &names) {
     QStringList words;
     for (qsizetype part = 0; part < parts.size(); ++part)
-        words << Wording::tr("%1 has %2").arg(names.value(part), bytesWords(flow, parts[part]));
+        words << LaneWording::tr("%1 has %2").arg(names.value(part), bytesWords(flow, parts[part]));
     return words.join(QStringLiteral("; "));
 }
 
@@ -66,17 +66,17 @@ QString flowWords(const Arrangement &arrangement, const QStringList &names) {
     const LaneFlow flow = flowOf(arrangement);
     QStringList words;
     if (flow.from.size() > 1)
-        words << Wording::tr("Of the parts, %1.").arg(partsWords(flow, flow.from, names));
+        words << LaneWording::tr("Of the parts, %1.").arg(partsWords(flow, flow.from, names));
     else
-        words << Wording::tr("The image begins with the bytes %1.")
+        words << LaneWording::tr("The image begins with the bytes %1.")
                      .arg(bytesWords(flow, flow.from.first()));
     if (flow.to.size() > 1)
-        words << Wording::tr("Of the parts, %1.").arg(partsWords(flow, flow.to, names));
+        words << LaneWording::tr("Of the parts, %1.").arg(partsWords(flow, flow.to, names));
     else
-        words << Wording::tr("They become %1.").arg(bytesWords(flow, flow.to.first()));
+        words << LaneWording::tr("They become %1.").arg(bytesWords(flow, flow.to.first()));
     if (arrangement.bitsReversed)
-        words << Wording::tr("The bits of each byte are turned round.");
+        words << LaneWording::tr("The bits of each byte are turned round.");
     if (arrangement.filled > 0)
-        words << Wording::tr("All of it is repeated until the chip is full.");
+        words << LaneWording::tr("All of it is repeated until the chip is full.");
     return words.join(u' ');
 }

@@ -17,7 +17,7 @@ namespace {
 constexpr int bitsOfByte = 8;
 constexpr int digitsOfChecksum = 8;
 
-class Wording {
+class OrderWording {
     Q_DECLARE_TR_FUNCTIONS(OrderWords)
 };
 
@@ -45,9 +45,9 @@ QString linesWords(const LabelledPart &part) {
     const int last = part.lanes.parts - 1;
     const int height = part.lowByteLast ? last - part.part : part.part;
     if (last == 1 && part.lanes.unit == 1)
-        return height == 0 ? Wording::tr("low byte") : Wording::tr("high byte");
+        return height == 0 ? OrderWording::tr("low byte") : OrderWording::tr("high byte");
     const int width = part.lanes.unit * bitsOfByte;
-    return Wording::tr("D%1 to D%2")
+    return OrderWording::tr("D%1 to D%2")
         .arg(QString::number(height * width), QString::number((height + 1) * width - 1));
 }
 
@@ -59,18 +59,18 @@ QString lengthsWords(const QList<qint64> &lengths) {
 }
 
 QString missingWords(int wanted, qsizetype there) {
-    const QString sentence = there < wanted ? Wording::tr("Parts: %1 of %2. Add the others.")
-                                            : Wording::tr("Parts: %1 for %2. Remove some.");
+    const QString sentence = there < wanted ? OrderWording::tr("Parts: %1 of %2. Add the others.")
+                                            : OrderWording::tr("Parts: %1 for %2. Remove some.");
     return sentence.arg(QString::number(there), QString::number(wanted));
 }
 
 QString groupsWords(int group, qint64 length) {
-    return Wording::tr("Bytes can be swapped in groups of %1 only; %2 make no whole groups.")
+    return OrderWording::tr("Bytes can be swapped in groups of %1 only; %2 make no whole groups.")
         .arg(QString::number(group), QLocale().toString(length));
 }
 
 QString equalPartsWords(const Lanes &split, qint64 length) {
-    return Wording::tr("%1 bytes cannot be split into %2 parts of the same length.")
+    return OrderWording::tr("%1 bytes cannot be split into %2 parts of the same length.")
         .arg(QLocale().toString(length), QString::number(split.parts));
 }
 
@@ -114,7 +114,7 @@ QString checksumWords(quint32 crc32) {
 QString chipSizeWords(qint64 bytes) {
     if (bytes % kibibyte != 0 || bytes == 0)
         return sizeWords(bytes);
-    return Wording::tr("%1 KiB").arg(QLocale().toString(bytes / kibibyte));
+    return OrderWording::tr("%1 KiB").arg(QLocale().toString(bytes / kibibyte));
 }
 
 QString labelWords(const LabelledPart &part, const ChipSize &chip) {
@@ -123,7 +123,7 @@ QString labelWords(const LabelledPart &part, const ChipSize &chip) {
         words << part.name;
     else
         words << part.name + u' ' + partName(part.lanes, part.part) << linesWords(part);
-    words << Wording::tr("CRC-32 %1").arg(checksumWords(part.crc32));
+    words << OrderWording::tr("CRC-32 %1").arg(checksumWords(part.crc32));
     const QString type =
         chip.bytes == part.length ? chip.name : usualEprom(part.length, part.lanes.unit);
     words << (type.isEmpty() ? QString() : type + u' ') + chipSizeWords(part.length);
@@ -138,20 +138,21 @@ QString whyNotWords(NoArrangement why, const Arrangement &arrangement,
     case NoArrangement::PartsMissing:
         return missingWords(arrangement.joined.parts, lengths.size());
     case NoArrangement::DifferentLengths:
-        return Wording::tr("The parts have different lengths (%1 bytes), so nothing can be joined.")
+        return OrderWording::tr(
+                   "The parts have different lengths (%1 bytes), so nothing can be joined.")
             .arg(lengthsWords(lengths));
     case NoArrangement::NoWholeUnits:
-        return Wording::tr("A part of %1 bytes makes no whole units of 16 bits.")
+        return OrderWording::tr("A part of %1 bytes makes no whole units of 16 bits.")
             .arg(QLocale().toString(lengths.value(0)));
     case NoArrangement::NoWholeGroups:
         return groupsWords(arrangement.swapped, whole);
     case NoArrangement::NoEqualParts:
         return equalPartsWords(arrangement.split, whole);
     case NoArrangement::NoWholeRepeats:
-        return Wording::tr("%1 cannot be repeated to fill just %2.")
+        return OrderWording::tr("%1 cannot be repeated to fill just %2.")
             .arg(sizeWords(length), chipSizeWords(arrangement.filled));
     case NoArrangement::TooLarge:
-        return Wording::tr("It would be more than 1 GiB.");
+        return OrderWording::tr("It would be more than 1 GiB.");
     }
     return {};
 }

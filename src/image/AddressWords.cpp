@@ -9,7 +9,7 @@
 
 namespace {
 
-class Wording {
+class AddressWording {
     Q_DECLARE_TR_FUNCTIONS(AddressWords)
 
 public:
@@ -64,14 +64,14 @@ QString addressWords(quint64 offset) {
 }
 
 QString noAddressWords(const QString &typed) {
-    return Wording::noAddress(typed.trimmed());
+    return AddressWording::noAddress(typed.trimmed());
 }
 
 QString noByteWords(const QString &typed, qint64 count) {
-    return Wording::noByte(typed.trimmed(), addressWords(quint64(count - 1)));
+    return AddressWording::noByte(typed.trimmed(), addressWords(quint64(count - 1)));
 }
 
 QString rangeTroubleWords(RangeTrouble trouble, const TypedRange &typed, qint64 count) {
     const QString last = count > 0 ? addressWords(quint64(count - 1)) : QString();
-    return Wording::rangeTrouble(trouble, typed.first.trimmed(), typed.end.trimmed(), last);
+    return AddressWording::rangeTrouble(trouble, typed.first.trimmed(), typed.end.trimmed(), last);
 }

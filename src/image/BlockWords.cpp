@@ -10,7 +10,7 @@
 
 namespace {
 
-class Wording {
+class BlockWording {
     Q_DECLARE_TR_FUNCTIONS(BlockWords)
 
 public:
@@ -72,33 +72,33 @@ public:
 } // namespace
 
 QString blockTroubleWords(BlockTrouble trouble) {
-    return Wording::trouble(trouble);
+    return BlockWording::trouble(trouble);
 }
 
 QString sizeWords(qint64 size) {
-    return Wording::size(size);
+    return BlockWording::size(size);
 }
 
 QString bytesAtWords(ByteRange bytes) {
-    return Wording::bytesAt(bytes);
+    return BlockWording::bytesAt(bytes);
 }
 
 QString doNotFitWords(qint64 length, qint64 offset, qint64 imageSize) {
-    return Wording::doNotFit(length, offset, std::max<qint64>(imageSize - offset, 0));
+    return BlockWording::doNotFit(length, offset, std::max<qint64>(imageSize - offset, 0));
 }
 
 QString filledWords(ByteRange bytes, const BlockContent &content) {
-    return Wording::filled(bytes, content);
+    return BlockWording::filled(bytes, content);
 }
 
 QString pastedWords(ByteRange bytes) {
-    return Wording::pasted(bytes);
+    return BlockWording::pasted(bytes);
 }
 
 QString fileWrittenWords(const QString &name, ByteRange bytes) {
-    return Wording::fileWritten(name, bytes);
+    return BlockWording::fileWritten(name, bytes);
 }
 
 QString fileInsertedWords(const QString &name, ByteRange bytes) {
-    return Wording::fileInserted(name, bytes);
+    return BlockWording::fileInserted(name, bytes);
 }

@@ -20,7 +20,7 @@ constexpr int digitsOfCrc = 8;
 constexpr quint8 erased = 0xFF;
 constexpr quint8 empty = 0x00;
 
-class Wording {
+class FactsWording {
     Q_DECLARE_TR_FUNCTIONS(FactsWords)
 };
 
@@ -31,15 +31,15 @@ QString hex(quint32 value, int digits) {
 QString sourceWords(std::optional<CompositionSource> source, const QString &binaryPath,
                     OpenedFileWatch::State onDisk) {
     if (source == CompositionSource::ReadData)
-        return Wording::tr("data read from chip");
+        return FactsWording::tr("data read from chip");
     if (!source)
         return {};
     const QString name = QFileInfo(binaryPath).fileName();
     switch (onDisk) {
     case OpenedFileWatch::State::Changed:
-        return Wording::tr("%1 (changed on the disk since)").arg(name);
+        return FactsWording::tr("%1 (changed on the disk since)").arg(name);
     case OpenedFileWatch::State::Gone:
-        return Wording::tr("%1 (no longer on the disk)").arg(name);
+        return FactsWording::tr("%1 (no longer on the disk)").arg(name);
     case OpenedFileWatch::State::AsOpened:
         break;
     }
@@ -51,54 +51,54 @@ QString sourceWords(std::optional<CompositionSource> source, const QString &bina
 QString readOriginWords(const QString &device, const QDateTime &when, const QDate &today) {
     const QString time = when.date() == today ? when.time().toString(QStringLiteral("HH:mm"))
                                               : QLocale().toString(when, QLocale::ShortFormat);
-    return Wording::tr("%1, read at %2").arg(device, time);
+    return FactsWording::tr("%1, read at %2").arg(device, time);
 }
 
 QString burnOriginWords(std::optional<CompositionSource> source, const QString &binaryPath,
                         OpenedFileWatch::State onDisk, int edits) {
     QStringList words = {sourceWords(source, binaryPath, onDisk)};
     if (edits > 0)
-        words << (edits == 1 ? Wording::tr("with 1 edit")
-                             : Wording::tr("with %1 edits").arg(QLocale().toString(edits)));
+        words << (edits == 1 ? FactsWording::tr("with 1 edit")
+                             : FactsWording::tr("with %1 edits").arg(QLocale().toString(edits)));
     words.removeAll(QString());
     return words.join(QStringLiteral(", "));
 }
 
 QString checksumWords(const std::optional<ImageFacts> &facts) {
     const QString unknown(QChar(0x2026));
-    return Wording::tr("CRC-32 %1, sum %2")
+    return FactsWording::tr("CRC-32 %1, sum %2")
         .arg(facts ? hex(facts->crc32, digitsOfCrc) : unknown,
              facts ? hex(facts->sum, digitsOfSum) : unknown);
 }
 
 QString differenceWords(const std::optional<ImageDifferences> &differences, qint64 extraBytes) {
     const qint64 bytes = differences ? differences->bytes : 0;
-    QStringList words = {!differences ? Wording::tr("%1 differences").arg(QChar(0x2026))
-                         : bytes == 0 ? Wording::tr("no differences")
+    QStringList words = {!differences ? FactsWording::tr("%1 differences").arg(QChar(0x2026))
+                         : bytes == 0 ? FactsWording::tr("no differences")
                          : bytes == 1
-                             ? Wording::tr("1 difference")
-                             : Wording::tr("%1 differences").arg(QLocale().toString(bytes))};
+                             ? FactsWording::tr("1 difference")
+                             : FactsWording::tr("%1 differences").arg(QLocale().toString(bytes))};
     if (extraBytes > 0)
-        words << Wording::tr("%1 longer").arg(sizeWords(extraBytes));
+        words << FactsWording::tr("%1 longer").arg(sizeWords(extraBytes));
     if (extraBytes < 0)
-        words << Wording::tr("%1 shorter").arg(sizeWords(-extraBytes));
+        words << FactsWording::tr("%1 shorter").arg(sizeWords(-extraBytes));
     return words.join(QStringLiteral(", "));
 }
 
 QString erasureWords(const ImageDifferences &differences, bool isWhole) {
     const qint64 bits = differences.bitsToErase;
     if (bits > 0)
-        return bits == 1 ? Wording::tr("needs erasing: 1 bit")
-                         : Wording::tr("needs erasing: %1 bits").arg(QLocale().toString(bits));
-    return differences.bytes > 0 && isWhole ? Wording::tr("can be burned on top") : QString();
+        return bits == 1 ? FactsWording::tr("needs erasing: 1 bit")
+                         : FactsWording::tr("needs erasing: %1 bits").arg(QLocale().toString(bits));
+    return differences.bytes > 0 && isWhole ? FactsWording::tr("can be burned on top") : QString();
 }
 
 QString blankRemark(const ImageFacts &facts, bool isRead) {
     if (facts.onlyByte != erased && facts.onlyByte != empty)
         return {};
     const QString digits = hex(*facts.onlyByte, digitsOfByte);
-    return isRead ? Wording::tr("all 0x%1: blank, or no contact?").arg(digits)
-                  : Wording::tr("all 0x%1").arg(digits);
+    return isRead ? FactsWording::tr("all 0x%1: blank, or no contact?").arg(digits)
+                  : FactsWording::tr("all 0x%1").arg(digits);
 }
 
 QString byteWords(quint64 address, quint8 byte) {
@@ -107,11 +107,12 @@ QString byteWords(quint64 address, quint8 byte) {
                              QString::number(byte, binary).rightJustified(bitsInByte, u'0')};
     if (byte > u' ' && byte < u'\x7F')
         words << QStringLiteral("\u201c%1\u201d").arg(QChar::fromLatin1(char(byte)));
-    return Wording::tr("at %1: %2").arg(addressWords(address), words.join(QStringLiteral(", ")));
+    return FactsWording::tr("at %1: %2")
+        .arg(addressWords(address), words.join(QStringLiteral(", ")));
 }
 
 QString blockWords(ByteRange block, const std::optional<ImageFacts> &facts) {
-    return Wording::tr("selected from %1 to %2: %3, %4")
+    return FactsWording::tr("selected from %1 to %2: %3, %4")
         .arg(addressWords(quint64(block.offset)), addressWords(quint64(block.end() - 1)),
              sizeWords(block.length), checksumWords(facts));
 }

@@ -8,7 +8,7 @@
 
 namespace {
 
-class Wording {
+class FindWording {
     Q_DECLARE_TR_FUNCTIONS(FindWords)
 };
 
@@ -18,25 +18,25 @@ QString countWords(const FindState &state) {
     if (state.where != FindState::Where::Image)
         return {};
     if (!state.hits)
-        return Wording::tr("counting\u2026");
+        return FindWording::tr("counting\u2026");
     const QString hits = QLocale().toString(*state.hits);
     if (*state.hits == 0)
-        return Wording::tr("not found");
+        return FindWording::tr("not found");
     if (state.number > 0)
-        return Wording::tr("%1 of %2", "hit, hits").arg(QLocale().toString(state.number), hits);
-    return *state.hits == 1 ? Wording::tr("1 hit") : Wording::tr("%1 hits").arg(hits);
+        return FindWording::tr("%1 of %2", "hit, hits").arg(QLocale().toString(state.number), hits);
+    return *state.hits == 1 ? FindWording::tr("1 hit") : FindWording::tr("%1 hits").arg(hits);
 }
 
 QString remarkWords(const FindState &state) {
     if (state.where == FindState::Where::Results)
-        return Wording::tr("There are no bytes among the logic test results.");
+        return FindWording::tr("There are no bytes among the logic test results.");
     if (state.where == FindState::Where::NoBytes)
-        return Wording::tr("There are no bytes to search.");
+        return FindWording::tr("There are no bytes to search.");
     switch (state.wrap) {
     case FindState::Wrap::FromBeginning:
-        return Wording::tr("Went on from the beginning.");
+        return FindWording::tr("Went on from the beginning.");
     case FindState::Wrap::FromEnd:
-        return Wording::tr("Went on from the end.");
+        return FindWording::tr("Went on from the end.");
     case FindState::Wrap::None:
         break;
     }
@@ -46,14 +46,14 @@ QString remarkWords(const FindState &state) {
 QString troubleWords(const PatternTrouble &trouble) {
     switch (trouble.kind) {
     case PatternTrouble::Kind::HalfByte:
-        return Wording::tr("\u201c%1\u201d ends with half a byte.").arg(trouble.part);
+        return FindWording::tr("\u201c%1\u201d ends with half a byte.").arg(trouble.part);
     case PatternTrouble::Kind::NoDigits:
-        return Wording::tr("\u201c%1\u201d is not hexadecimal.").arg(trouble.part);
+        return FindWording::tr("\u201c%1\u201d is not hexadecimal.").arg(trouble.part);
     case PatternTrouble::Kind::NoByte:
-        return Wording::tr("\u201c%1\u201d takes more than 8 bits.").arg(trouble.part);
+        return FindWording::tr("\u201c%1\u201d takes more than 8 bits.").arg(trouble.part);
     case PatternTrouble::Kind::TooLong:
         break;
     }
-    return Wording::tr("More than %1 bytes cannot be searched for.")
+    return FindWording::tr("More than %1 bytes cannot be searched for.")
         .arg(QLocale().toString(BytePattern::longest));
 }

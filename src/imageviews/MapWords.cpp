@@ -9,22 +9,22 @@
 
 namespace {
 
-class Wording {
+class MapWording {
     Q_DECLARE_TR_FUNCTIONS(MapWords)
 };
 
 QString classWords(BlockClass looks) {
     switch (looks) {
     case BlockClass::Blank:
-        return Wording::tr("blank");
+        return MapWording::tr("blank");
     case BlockClass::Zero:
-        return Wording::tr("zeros");
+        return MapWording::tr("zeros");
     case BlockClass::Text:
-        return Wording::tr("text");
+        return MapWording::tr("text");
     case BlockClass::Code:
         break;
     }
-    return Wording::tr("code or data");
+    return MapWording::tr("code or data");
 }
 
 QString hexText(qint64 value) {
@@ -38,18 +38,19 @@ QString lookWords(std::optional<BlockClass> looks, bool differs) {
     if (looks)
         words.append(classWords(*looks));
     if (differs)
-        words.append(Wording::tr("differs"));
+        words.append(MapWording::tr("differs"));
     return words.join(QStringLiteral(", "));
 }
 
 QString positionWords(qint64 offset, qint64 size, const MapCell &cell) {
-    const QString place = Wording::tr("%1 of %2").arg(hexText(offset), hexText(size));
+    const QString place = MapWording::tr("%1 of %2").arg(hexText(offset), hexText(size));
     const QString looks = lookWords(cell.looks, cell.differs);
-    return looks.isEmpty() ? place : Wording::tr("%1, %2").arg(place, looks);
+    return looks.isEmpty() ? place : MapWording::tr("%1, %2").arg(place, looks);
 }
 
 QString cellWords(const MapCell &cell) {
-    const QString place = Wording::tr("%1 to %2").arg(hexText(cell.first), hexText(cell.end - 1));
+    const QString place =
+        MapWording::tr("%1 to %2").arg(hexText(cell.first), hexText(cell.end - 1));
     const QString looks = lookWords(cell.looks, cell.differs);
-    return looks.isEmpty() ? place : Wording::tr("%1: %2").arg(place, looks);
+    return looks.isEmpty() ? place : MapWording::tr("%1: %2").arg(place, looks);
 }

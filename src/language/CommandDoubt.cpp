@@ -8,7 +8,7 @@
 
 namespace {
 
-class Wording {
+class CommandDoubtWording {
     Q_DECLARE_TR_FUNCTIONS(CommandDoubt)
 
 public:
@@ -39,7 +39,8 @@ private:
 } // namespace
 
 QString sentenceOf(const CommandDoubt &doubt) {
-    const QString command =
-        doubt.oddCharacters.isEmpty() ? Wording::plain(doubt) : Wording::odd(doubt);
-    return doubt.toolIsForeign ? Wording::foreign() + QLatin1Char(' ') + command : command;
+    const QString command = doubt.oddCharacters.isEmpty() ? CommandDoubtWording::plain(doubt)
+                                                          : CommandDoubtWording::odd(doubt);
+    return doubt.toolIsForeign ? CommandDoubtWording::foreign() + QLatin1Char(' ') + command
+                               : command;
 }

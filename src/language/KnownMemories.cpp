@@ -10,11 +10,11 @@
 
 namespace {
 
-class Wording {
+class MemoryWording {
     Q_DECLARE_TR_FUNCTIONS(KnownMemories)
 
 public:
-    explicit Wording(const KnownMemories &memories) {
+    explicit MemoryWording(const KnownMemories &memories) {
         if (memories.data)
             names_ << tr("data memory");
         if (memories.user)
@@ -70,18 +70,18 @@ bool choosesMemory(const QString &tool) {
 QString notWrittenWords(const KnownMemories &memories) {
     if (!memories.any())
         return {};
-    const Wording words(memories);
-    return (words.isOne() ? Wording::tr("The chip's %1 was not written.")
-                          : Wording::tr("The chip's %1 were not written."))
+    const MemoryWording words(memories);
+    return (words.isOne() ? MemoryWording::tr("The chip's %1 was not written.")
+                          : MemoryWording::tr("The chip's %1 were not written."))
         .arg(words.list());
 }
 
 QString notComparedWords(const KnownMemories &memories) {
     if (!memories.any())
         return {};
-    const Wording words(memories);
-    return (words.isOne() ? Wording::tr("The chip's %1 was not compared.")
-                          : Wording::tr("The chip's %1 were not compared."))
+    const MemoryWording words(memories);
+    return (words.isOne() ? MemoryWording::tr("The chip's %1 was not compared.")
+                          : MemoryWording::tr("The chip's %1 were not compared."))
         .arg(words.list());
 }
 
@@ -89,8 +89,9 @@ QString codeAloneWords(const KnownMemories &memories) {
     if (!memories.any())
         return {};
     const QString alone =
-        Wording::tr("Write and Verify concern the code memory alone, not the chip's %1.")
-            .arg(Wording(memories).list());
+        MemoryWording::tr("Write and Verify concern the code memory alone, not the chip's %1.")
+            .arg(MemoryWording(memories).list());
     // Most microcontrollers are erased whole.
-    return memories.data ? alone + u' ' + Wording::tr("Erasing may blank the data memory.") : alone;
+    return memories.data ? alone + u' ' + MemoryWording::tr("Erasing may blank the data memory.")
+                         : alone;
 }

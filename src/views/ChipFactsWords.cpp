@@ -11,7 +11,7 @@
 
 namespace {
 
-class Wording {
+class ChipFactsWording {
     Q_DECLARE_TR_FUNCTIONS(ChipFactsWords)
 
 public:
@@ -60,20 +60,20 @@ public:
 } // namespace
 
 QString chipWords(const DeviceAnswer &answer) {
-    return std::visit(Wording(), answer);
+    return std::visit(ChipFactsWording(), answer);
 }
 
 QString fitWords(const std::optional<ImageFit> &fit) {
     if (!fit || fit->excess == 0)
         return {};
     const QString count = grouped(qAbs(fit->excess));
-    return fit->excess > 0 ? Wording::tr("data too long by %1").arg(count)
-                           : Wording::tr("data shorter by %1").arg(count);
+    return fit->excess > 0 ? ChipFactsWording::tr("data too long by %1").arg(count)
+                           : ChipFactsWording::tr("data shorter by %1").arg(count);
 }
 
 QString programmersWords(const DeviceAnswer &answer) {
     const auto *chip = std::get_if<DeviceDescription>(&answer);
     return chip && !chip->programmers.isEmpty()
-               ? Wording::tr("Programmers: %1").arg(shownName(chip->programmers))
+               ? ChipFactsWording::tr("Programmers: %1").arg(shownName(chip->programmers))
                : QString();
 }
