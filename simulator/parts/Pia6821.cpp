@@ -8,7 +8,7 @@
 namespace sim {
 namespace {
 
-constexpr unsigned allLines = 0xFF;
+constexpr unsigned portLines = 0xFF;
 
 /// Bits of a control register.
 constexpr unsigned interruptEnabled = 0b001;
@@ -34,7 +34,7 @@ struct PortHalf {
     }
 
     [[nodiscard]] unsigned lines(unsigned driven) const {
-        return (output & direction) | (driven & ~direction & allLines);
+        return (output & direction) | (driven & ~direction & portLines);
     }
 
     /// Reading the port takes back its interrupt.
