@@ -4,6 +4,7 @@
 # and a test file becomes a test.
 
 option(VELM_WARNINGS_AS_ERRORS "Treat every compiler warning as an error" OFF)
+option(VELM_UNITY "Compile the files of a folder together" OFF)
 
 add_library(velm_warnings INTERFACE)
 target_compile_options(velm_warnings INTERFACE
@@ -21,6 +22,16 @@ function(velm_library folder)
     add_library(velm_${folder} STATIC ${arg_SOURCES})
     target_include_directories(velm_${folder} PUBLIC "${PROJECT_SOURCE_DIR}/src")
     target_link_libraries(velm_${folder} PUBLIC ${arg_LINKS} PRIVATE velm_warnings)
+    velm_compile_together(velm_${folder})
+endfunction()
+
+# velm_compile_together(<target>)
+# With VELM_UNITY what its files include is read once for all of them, which is most of what compiling
+# takes. So names in the anonymous namespaces of a folder differ from each other, and without
+# VELM_UNITY each file has to compile alone.
+function(velm_compile_together target)
+    set_target_properties(${target} PROPERTIES
+        UNITY_BUILD ${VELM_UNITY} UNITY_BUILD_BATCH_SIZE 0)
 endfunction()
 
 # velm_precompiled(<target> LINKS <libraries...> HEADERS <headers...>)
