@@ -100,6 +100,17 @@ function(velm_test name)
     endif()
 endfunction()
 
+# velm_test_parts(<name> SOURCES <files...> LINKS <libraries...>)
+# What several tests share beside the program, compiled once; they link it by its name.
+function(velm_test_parts name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+    add_library(${name} OBJECT ${arg_SOURCES})
+    set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
+    target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+    target_link_libraries(${name} PRIVATE ${arg_LINKS} Qt6::Test velm_warnings)
+    velm_use_precompiled(${name} ${arg_LINKS})
+endfunction()
+
 # velm_test_again(<name> <suffix> <variable=value>)
 # Runs the test a second time, as <name>_<suffix>, with one more variable in its environment.
 function(velm_test_again name suffix variable)

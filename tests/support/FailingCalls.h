@@ -10,7 +10,7 @@
 /// While it lives, one of the program's calls to the file system goes wrong, or something else
 /// happens just before it. It counts the calls of the program and of the libraries in it from 1,
 /// those that read and write pipes and the like left out; a test that tries each number in turn,
-/// until none is struck any more, has tried every moment. Link FailingCalls.cpp to the test. One at
+/// until none is struck any more, has tried every moment. Link failing_calls to the test. One at
 /// a time.
 class FailingCalls {
 public:
