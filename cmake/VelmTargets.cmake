@@ -44,7 +44,14 @@ function(velm_precompiled target)
     set_target_properties(${target} PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
     target_link_libraries(${target} PRIVATE ${arg_LINKS} velm_warnings)
     target_precompile_headers(${target} PRIVATE ${arg_HEADERS})
+    velm_compile_quickly(${target})
     velm_let_ccache_see_precompiled(${target})
+endfunction()
+
+# velm_compile_quickly(<target>)
+# Tests are compiled more often than they run, and what takes time in them is what they test.
+function(velm_compile_quickly target)
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Debug>:-O0>)
 endfunction()
 
 # What g++ leaves in preprocessed text, and clang++ out of the precompiled headers, for ccache to
@@ -64,6 +71,7 @@ function(velm_use_precompiled target)
         target_link_libraries(${target} PRIVATE Qt6::Network)
     endif()
     target_precompile_headers(${target} REUSE_FROM ${precompiled})
+    velm_compile_quickly(${target})
     velm_let_ccache_see_precompiled(${target})
 endfunction()
 
