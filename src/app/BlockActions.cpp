@@ -26,8 +26,7 @@
 
 namespace {
 
-/// The line behind the entries that take steps back and make them again, and those that change
-/// blocks.
+/// The last separator of \a edit, behind undo, redo and what changes blocks; null without one.
 QAction *endOfHistory(const QMenu &edit) {
     const QList<QAction *> entries = edit.actions();
     const auto line = std::find_if(entries.rbegin(), entries.rend(),

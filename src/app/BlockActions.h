@@ -28,7 +28,7 @@ class BlockActions final : public QObject {
     Q_OBJECT
 
 public:
-    /// What it works with; all must live as long.
+    /// What it works with; all must outlive it.
     struct Surroundings {
         MainWindow &window;
         AppDelegate &delegate;
@@ -50,7 +50,8 @@ public:
     void fill();
     /// Asks for a file, and where it goes.
     void insertFile();
-    /// Writes what the clipboard holds over the bytes from the first selected one on.
+    /// Overwrites the bytes from the first selected one on with the clipboard's text, taken \a as
+    /// bytes or as characters.
     void paste(PastedText::As as);
 
 private:

@@ -22,7 +22,7 @@
 
 namespace {
 
-/// Without the toolkit's way through bytes and back, which 100 MB take a third of a second for.
+/// QClipboard::text() goes through bytes and back, a third of a second for 100 MB.
 QString clipboardText() {
     const QMimeData *held = QGuiApplication::clipboard()->mimeData();
     return held ? held->text() : QString();
@@ -63,7 +63,7 @@ void BlockActions::takeText(const PastedText &text) {
         overwrite(paste.offset, text.bytes());
 }
 
-/// What is pasted is meant for the image of \a revision. An entry that is open changes it.
+/// What is pasted is meant for the image of \a revision. Committing an open entry makes it another.
 bool BlockActions::refusesToPaste(quint64 revision) {
     QString why;
     if (with_.gate.isClosed()) {
@@ -109,8 +109,8 @@ void BlockActions::offerLength(const Paste &paste, const QByteArray &bytes) {
          }});
 }
 
-/// The cursor goes on behind what was pasted, where more may be, or to the last of it where there
-/// is no cell behind: where it was, the same key would overwrite all of it.
+/// The cursor goes on behind what was pasted, or to its last byte where there is no cell behind: if
+/// it stayed, the same key would overwrite all of it.
 void BlockActions::overwrite(qint64 offset, const QByteArray &bytes) {
     const BlockChange change = overwriteOf(offset, bytes, imageSize());
     if (!this->change({change, tr("paste"), pastedWords(change.written())}))

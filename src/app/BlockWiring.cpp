@@ -50,7 +50,7 @@ void markEdits(MainWindow &window, AppDelegate &delegate) {
                          &GridView::refreshMarks);
     };
     markIn(c.tableview, burnTabIdentifier());
-    // The other image is beside the one of the tab.
+    // Beside the data that were read stand the data to burn.
     markIn(c.besideGrid, readTabIdentifier());
 }
 

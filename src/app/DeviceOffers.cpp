@@ -43,7 +43,7 @@ void DeviceOffers::takeChange() {
     panel_.setLikely(known_.likely());
 }
 
-// Only when they are wanted: there may be many, and the end of a search is no time to look at all.
+// Only when they are wanted: there may be many, and each search changes them.
 void DeviceOffers::listNames() {
     if (std::exchange(isBehind_, false))
         names_.setStringList(known_.all());
@@ -60,7 +60,7 @@ bool DeviceOffers::eventFilter(QObject *field, QEvent *event) {
     return opens;
 }
 
-// A name that is whole would be all that its own completion has.
+// A complete name would be offered nothing but itself, so it is offered all.
 void DeviceOffers::showAll() {
     completer_.setCompletionPrefix(field_.text());
     if (completer_.completionCount() < 2)

@@ -12,12 +12,12 @@ class KnownDevices;
 class QLineEdit;
 
 /// Offers known devices where one is chosen: in the device field, which completes from them while
-/// one types and shows them at Down, and in the search panel.
+/// one types and shows them on Down, and in the search panel.
 class DeviceOffers final : public QObject {
     Q_OBJECT
 
 public:
-    /// Follows \a known; all must live as long.
+    /// Follows \a known; all must outlive it.
     DeviceOffers(const KnownDevices &known, QLineEdit &field, DeviceSearchPanel &panel);
 
 protected:
@@ -33,6 +33,6 @@ private:
     DeviceSearchPanel &panel_;
     QStringListModel names_;
     QCompleter completer_;
-    /// There are other names by now than the completer has.
+    /// The known names have changed since the completer got them.
     bool isBehind_ = true;
 };

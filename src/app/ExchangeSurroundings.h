@@ -13,7 +13,7 @@ class Messages;
 class SettingsStore;
 class UserFiles;
 
-/// What letting files in and out works with; all must live as long.
+/// What import and export work with; all must outlive them.
 struct ExchangeSurroundings {
     MainWindow &window;
     AppDelegate &delegate;

@@ -24,8 +24,8 @@ bool broughtData(const RunRecord &run) {
             run.outcome.verdict == RunOutcome::Verdict::Qualified);
 }
 
-/// Of the newest Read that brought data; nothing if these are not what it brought: a Read that
-/// fails may leave a part.
+/// Tells of the newest Read that brought data; empty if \a bytes are not as many as it brought: a
+/// Read that fails may leave a part.
 QString originOfRead(const ByteBuffer &bytes, const QList<RunRecord> &runs) {
     const auto read = std::find_if(runs.rbegin(), runs.rend(), broughtData);
     if (read == runs.rend() || read->imageLength != lengthOf(bytes))

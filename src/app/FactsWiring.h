@@ -17,6 +17,6 @@ struct FactsContext {
 
 /// Has the facts line and the map of \a window tell what is shown: the images of \a delegate, of \a
 /// runs the Read that brought the data, and by \a context how the two images differ. All must live
-/// as long.
+/// as long as \a window.
 void wireFacts(MainWindow &window, AppDelegate &delegate, const RunLog &runs,
                const FactsContext &context);

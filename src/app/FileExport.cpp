@@ -25,7 +25,7 @@
 
 namespace {
 
-/// What files of a format are called.
+/// Without a format, of raw bytes.
 QString typeName(std::optional<RecordFormat> format) {
     if (!format)
         return FileExport::tr("Binary images");

@@ -42,7 +42,7 @@ quint8 chosenFill(const SettingsStore &settings) {
     return settings.boolValue(settingsKeys::pad_00) ? 0x00 : 0xFF;
 }
 
-/// Enough of the file at \a path to recognise a format by; nothing of what is no file.
+/// Enough of the file at \a path to recognise a format by; empty if that is no regular file.
 QByteArray beginningOf(const QString &path) {
     constexpr qint64 enough = qint64(64) * 1024;
     QFile file(path);
@@ -167,7 +167,7 @@ void FileImport::noteOnDisk(const QString &source, OpenedFileWatch::State state)
         with_.messages.takeBack(Topic::OpenedFile);
 }
 
-// One of several parts alone would not be what was imported.
+// With several parts there is no button: one of them alone is not what was imported.
 void FileImport::sayWritten(const QString &source) {
     Messages::Action again;
     if (sources_.size() == 1)

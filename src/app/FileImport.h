@@ -17,8 +17,8 @@ struct WindowMenus;
 
 /// Lets files in. What is text of records, which the programmer tool would decode by itself, is
 /// shown in an import window before its bytes become a file of the program's own and the opened
-/// binary; everything else is opened as the binary at once. As long as bytes that were imported are
-/// the opened binary, it is said when the file that they came from is written.
+/// binary; everything else is opened as the binary at once. While imported bytes are the opened
+/// binary, the message line tells when a file that they came from is written.
 class FileImport final : public QObject {
     Q_OBJECT
 
@@ -30,8 +30,8 @@ public:
 
     /// Asks for a file and shows what it holds. Refused while the tool works.
     void choose();
-    /// Opens the file at the absolute \a path, as text of records in an import window. Refused
-    /// while the tool works.
+    /// Opens the file at the absolute \a path: text of records in an import window, all else as the
+    /// binary. Refused while the tool works.
     void open(const QString &path);
 
 private:

@@ -22,7 +22,7 @@ public:
 
 private:
     void go();
-    /// Another address, or other bytes: what was wrong may be so no longer.
+    /// With another address, or other bytes, what was said is no longer true.
     void forgetTrouble();
     /// Moves to the address; a sentence that says why not, or nothing.
     QString goTo(const QString &address);

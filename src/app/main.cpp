@@ -81,7 +81,7 @@ std::variant<Start, int> enter(Start start) {
 }
 
 /// Without a display the toolkit's application for windows ends the program on the spot, so what
-/// needs no window comes before it. Gives the status where nothing else does.
+/// needs no window comes before it. Gives the exit status if the program ends here.
 std::variant<Start, int> prepare(int argc, char *argv[]) {
     const QCoreApplication application(argc, argv);
     const ProgramArguments arguments = readArguments(QCoreApplication::arguments());
@@ -116,7 +116,7 @@ int runWindow(const Start &start) {
         return sayItRunsElsewhere();
     if (!start.options.binary.isEmpty())
         velm.openFile(start.options.binary);
-    // Whoever finds it listening may expect an answer soon.
+    // Not earlier: a start that finds it listening expects an answer soon.
     RaiseServer raiseServer(start.lock->socketPath());
     QObject::connect(&raiseServer, &RaiseServer::raiseRequested, &velm, &VelmWindow::raise);
     QObject::connect(&raiseServer, &RaiseServer::openRequested, &velm, &VelmWindow::openFile);
