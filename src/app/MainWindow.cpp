@@ -12,8 +12,8 @@
 #include <QCloseEvent>
 
 MainWindow::MainWindow() : controls_(std::make_unique<Ui::MainWindow>()) {
-    // Before the widgets get their names: what is told of them then makes their accessibles for
-    // good.
+    // Before setupUi(): it names the widgets, and telling of that makes their accessible objects
+    // for good.
     installGridAccessibility();
     installImageMapAccessibility();
     installMenuButtonAccessibility();

@@ -153,7 +153,7 @@ void MemoriesWiring::saveSet() {
     set.title = tr("Save the set");
     set.suggestedName = suggestedName(memories.device, set.parts.first().ending);
     set.typeName = tr("Binary images");
-    // It may lie over the message line, where the rest is said.
+    // The window may cover the message line, where the rest is said.
     set.named = [this] {
         if (shown_)
             shown_->close();
@@ -161,8 +161,8 @@ void MemoriesWiring::saveSet() {
     with_.files.saveSet(&with_.window, set);
 }
 
-// It stands where the command is read before a press. Its room does not hang on what it says: the
-// pointer on its way to a button changes that.
+// It stands where the command is read before a press. Its room is always the same, since the
+// pointer changes its words on the way to a button.
 void MemoriesWiring::makeExtent() {
     const Ui::MainWindow &c = with_.window.controls();
     extent_->setObjectName(QStringLiteral("commandExtent"));

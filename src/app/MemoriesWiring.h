@@ -27,7 +27,7 @@ class MemoriesWiring final : public QObject {
     Q_OBJECT
 
 public:
-    /// What it works with; all must live as long.
+    /// What it works with; all must outlive it.
     struct Surroundings {
         MainWindow &window;
         AppDelegate &delegate;

@@ -7,11 +7,11 @@ class MainWindow;
 class Messages;
 class QMenu;
 
-/// Has what is selected in the grids of \a window end with the tab that it is of, and \a messages
-/// say what is too much to copy. Both must live as long.
+/// Has a block that is selected in the grids of \a window end when another tab is shown, and
+/// \a messages say what is too much to copy. \a messages must live as long as \a window.
 void wireSelection(MainWindow &window, Messages &messages);
 
-/// Adds what selects bytes and copies them to \a edit, and to menus of the grids of \a window, and
-/// to the former the choice how bytes are typed. The keys for copying and for selecting everything
-/// work in the grids alone.
+/// Adds the entries that select and copy bytes to \a edit and to menus of the grids of \a window,
+/// and to \a edit the choice of how bytes are typed. The keys for copying and for selecting
+/// everything work in the grids alone.
 void addSelectionEntries(QMenu &edit, MainWindow &window);

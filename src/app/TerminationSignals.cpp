@@ -13,7 +13,7 @@
 
 namespace {
 
-/// A signal handler may do little more than write to a descriptor, which it is lent here.
+/// A signal handler may do little more than write to a descriptor; this is the one.
 int lentWakeUpEnd = -1;
 constexpr std::array<int, 3> handledSignals = {SIGTERM, SIGINT, SIGHUP};
 /// What each of the signals did before.

@@ -19,7 +19,7 @@ class ViewControls final : public QObject {
     Q_OBJECT
 
 public:
-    /// Works on \a controls, which must live as long.
+    /// Works on \a controls, which must outlive it.
     explicit ViewControls(Ui::MainWindow &controls, QObject *parent = nullptr);
 
     /// Adds the entries to \a view, and \a beside, which shows the other image, among them.

@@ -91,7 +91,7 @@ void fillFileMenu(MainWindow &window, AppDelegate &delegate, const UserFiles &fi
 }
 
 /// Turns \a action on while \a history holds something for it and the tool does not run. The
-/// history is emptied at its end too, when whoever had it has gone.
+/// history is emptied when it is destroyed, too; its owner has gone by then and may not be asked.
 template <typename Changed, typename IsPossible>
 void followHistory(QAction *action, const QUndoStack &history, const WorkState &work,
                    Changed changed, IsPossible isPossible) {
@@ -202,7 +202,7 @@ WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const Wor
     fillChipMenu(window, menus);
     menus.view = fillViewMenu(window);
     fillHelpMenu(window);
-    // A menu takes no focus from whoever is typing.
+    // A menu leaves the focus in the field that is being typed into, so nothing else commits it.
     QObject::connect(window.menuBar(), &QMenuBar::triggered, &window,
                      [&gate] { gate.commitPendingInput(); });
     return menus;

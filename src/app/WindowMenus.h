@@ -34,5 +34,5 @@ WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const Wor
                             const ActionGate &gate, const UserFiles &files);
 
 /// Lets the texts of \a undo and \a redo say which step of \a history each would take back or make
-/// again, as long as all three exist. A step without a text is an edit, and so is none.
+/// again, as long as all three exist. A step without a text, or none at all, is called an edit.
 void nameBySteps(QAction &undo, QAction &redo, const QUndoStack &history);

@@ -18,8 +18,7 @@ enum class WorkspaceEntry {
 };
 
 /// Takes \a lock, or asks the program that holds it to show its window and to open the file at the
-/// absolute path \a binary (if not empty). A holder that does not
-/// listen yet is about to open its window, or to end: it is asked again, and the lock tried again,
-/// for up to \a startUp.
+/// absolute path \a binary (if not empty). A holder that does not listen yet is about to open its
+/// window, or to end: it is asked again, and the lock tried again, for up to \a startUp.
 WorkspaceEntry enterWorkspace(WorkspaceLock &lock, const QString &binary,
                               std::chrono::milliseconds startUp = std::chrono::seconds(15));

@@ -63,7 +63,7 @@ WorkspaceLock::WorkspaceLock(const QString &temporaryFolder, const QString &runt
       base_(runtimeFolder + QLatin1String("/velm-") + lockKey(temporaryFolder)) {}
 
 WorkspaceLock::Outcome WorkspaceLock::take() {
-    // Somebody else's lock would be theirs to take away.
+    // In another user's folder the lock could be taken away.
     if (!isOwnFolder(runtimeFolder_)) {
         problem_ =
             QCoreApplication::translate("WorkspaceLock", "%1 is no folder of this user alone")
