@@ -15,7 +15,7 @@ class ActionGate {
     Q_DECLARE_TR_FUNCTIONS(ActionGate)
 
 public:
-    /// Asks \a work and answers in \a messages; both must live as long.
+    /// Asks \a work and answers in \a messages; both must outlive it.
     ActionGate(const WorkState &work, Messages &messages) : work_(work), messages_(messages) {}
 
     /// \a commit takes in whatever is being typed, in a field or in a cell of the grid.
@@ -26,8 +26,8 @@ public:
     /// True, and said, while the tool runs for an operation or a search: nothing may be started or
     /// changed then.
     bool refuses() const;
-    /// If nothing is refused, whatever is being typed is committed, so that the action finds it
-    /// done; false then. True, and said, as refuses().
+    /// True, and said, as refuses(). Else false: whatever is being typed is committed then, so that
+    /// the action finds it done.
     bool refusesElseCommits() const;
     /// Commits whatever is being typed.
     void commitPendingInput() const;

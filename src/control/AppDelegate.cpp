@@ -79,7 +79,7 @@ void AppDelegate::build_output_data(QObject *) {
     offers_.sayRestored();
 }
 
-// What was said about the image that was there speaks of it no more.
+// What was said or asked was about the image that was there before.
 void AppDelegate::noteImageChanged() {
     secondPress_.withdraw();
     with_.messages.happened(Event::ImageChanged);

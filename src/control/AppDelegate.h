@@ -47,7 +47,7 @@ public:
         QList<ScriptedMiniPro *> retainArray; ///< every tool run, kept for the program's life
     };
 
-    /// What the controller works with; all must live as long.
+    /// What the controller works with; all must outlive it.
     struct Surroundings {
         SettingsStore &defaults;
         ToolTrust &toolTrust; ///< whose command the tool is

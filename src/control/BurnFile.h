@@ -20,14 +20,14 @@ class BurnFile final : public QObject {
     Q_OBJECT
 
 public:
-    /// Works on the image that \a image refers to at each moment. All must live as long.
+    /// Works on the image that \a image refers to at each moment. All must outlive it.
     BurnFile(const ByteBuffer &image, TemporaryWorkspace &workspace, SettingsStore &defaults,
              ToolTrust &toolTrust, Messages &messages, SecondPress &secondPress,
              const ActionGate &gate);
 
     /// Writes the image to the file that the settings name; says so if that failed.
     void write();
-    /// The same for an image of which just the bytes of \a changed are other ones than before.
+    /// The same after an edit of the bytes of \a changed alone.
     void write(ByteRange changed);
     /// Says so if others may change the file. Said once, at the start.
     void sayIfShared();
@@ -50,5 +50,5 @@ private:
     Messages &messages_;
     SecondPress &secondPress_;
     const ActionGate &gate_;
-    bool written_ = false; ///< since the start, however that ended
+    bool written_ = false; ///< since the start, whether that worked or not
 };

@@ -19,7 +19,8 @@ bool composes(const AppDelegateOutlets &outlets, const QObject *control);
 CompositionInputs compositionInputs(const AppDelegateOutlets &outlets,
                                     const SettingsStore &settings);
 
-/// Says what is to be said of \a composition, made from \a inputs; takes back what was said before.
+/// Says what the user should know of \a composition, made from \a inputs, instead of what was said
+/// before.
 void sayHowItCameOut(Messages &messages, const CompositionInputs &inputs,
                      const Composition &composition);
 

@@ -61,7 +61,7 @@ void DevicePanelHost::panelClosed(int code) {
     });
 }
 
-// What nobody can see whole nobody can have chosen.
+// Nobody can have chosen a name that is too long to be seen whole.
 void DevicePanelHost::sayTooLong(qsizetype length) {
     messages_.say(Topic::Device, tr("A name of %1 characters is no device's; the device is still "
                                     "the one that it was.")

@@ -16,8 +16,8 @@ class DevicePanelHost final : public QObject {
     Q_OBJECT
 
 public:
-    /// Works with the panel and its searcher among \a outlets, once they are filled. All must live
-    /// as long.
+    /// Works with the panel and its searcher among \a outlets, once they are filled. All must
+    /// outlive it.
     DevicePanelHost(const AppDelegateOutlets &outlets, SettingsStore &defaults, MainQueue &queue,
                     Messages &messages, const ActionGate &gate);
 

@@ -36,8 +36,8 @@ void EditOffers::step(std::optional<ByteRange> (HandEdits::*way)()) {
         emit stepped(*made);
 }
 
-/// Does \a work, which must be no more than the edit: once that is made, to show it may fail no
-/// more. False, and said, if there is no memory for it.
+/// Does \a work, which must be the edit alone: what shows an edit may not be given up once it is
+/// made. False, and said, if there is no memory for it.
 bool EditOffers::hasMemoryFor(const std::function<void()> &work) {
     try {
         work();
@@ -89,7 +89,6 @@ const QUndoStack &EditOffers::history() const {
     return edits_.history();
 }
 
-// Edits made by hand may be an hour's work, and any control of the composition replaces them.
 ImageState EditOffers::state() const {
     return edits_.state();
 }

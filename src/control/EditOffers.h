@@ -24,7 +24,7 @@ class EditOffers final : public QObject {
     Q_OBJECT
 
 public:
-    /// What an offer works with; all must live as long.
+    /// What the offers work with; all must outlive them.
     struct Surroundings {
         HandEdits &edits;
         Messages &messages;
@@ -69,8 +69,8 @@ public:
 
     /// Says how many edits wait to be restored, and offers it.
     void sayReplaced();
-    /// Says how many \a edits have just come back, if any, and where the image and the controls
-    /// part.
+    /// Says how many \a edits have just come back, if any, and which controls are no longer as the
+    /// image was made with.
     void sayRestored(int edits = 0);
     /// Says so if older edits were forgotten for the last one.
     void sayForgotten();
@@ -84,7 +84,7 @@ public:
 signals:
     /// A change was made, and the bytes of \a bytes are other ones, or gone.
     void changed(ByteRange bytes);
-    /// The same of an edit that was taken back or made again, or of an image restored.
+    /// An edit was taken back or made again, or an image restored; \a bytes are as in changed().
     void stepped(ByteRange bytes);
     /// An image with its edits has been restored.
     void restored();
