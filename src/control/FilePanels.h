@@ -19,8 +19,8 @@ struct FilePanelRequest {
     QString suggestedName;  ///< for saving; empty for none
     QString typeName;       ///< what the offered files are called, for instance "Binary images"
     QStringList extensions; ///< the extensions offered, without dots
-    /// For saving: the name is the file's own, so that an ending is added to it and the user is
-    /// asked before a file of that name is replaced.
+    /// For saving: the name is that of one file, not the beginning of several, so an ending is
+    /// added to it and the user is asked before a file of that name is replaced.
     bool isWholeName = true;
 };
 

@@ -46,7 +46,7 @@ private:
     ByteRange changed_;
 };
 
-/// Bytes that other ones came in the place of.
+/// A block of bytes that took the place of others.
 class HandEdits::BlockStep final : public Step {
 public:
     BlockStep(ByteBuffer &image, const ImageState &after, BlockChange change, ByteRange touched,
@@ -84,7 +84,7 @@ private:
     EditedBytes edited_;
 };
 
-/// A step in the history, which it comes into when it is made already.
+/// A step in the history, pushed when it has been made already.
 class HandEdits::Entry final : public QUndoCommand {
 public:
     Entry(std::shared_ptr<Step> step, const QString &name)

@@ -67,7 +67,7 @@ public:
     void remember(const CellEdit &edit);
     /// Makes \a change, which must have no trouble, as one step that is called \a name
     /// (translated), and gives the bytes that are other ones, or gone. Nothing if every byte was
-    /// that already: then there is no step. Throws std::bad_alloc, with image and history
+    /// like that already: then there is no step. Throws std::bad_alloc, with image and history
     /// untouched, where there is no memory for it.
     std::optional<ByteRange> change(const BlockChange &change, const QString &name);
     /// The images that were replaced with their edits and not restored, the newest last.
@@ -112,7 +112,7 @@ private:
     const qint64 maxStepBytes_;
     QUndoStack history_;
     ImageState before_;        ///< before the first step
-    EditedBytes editedBefore_; ///< there
+    EditedBytes editedBefore_; ///< before the first step, too
     EditedBytes edited_;
     bool hasForgotten_ = false;
     QList<Replaced> replaced_;

@@ -20,7 +20,7 @@ struct Rule {
     Topic topic;
     Severity usual;
     Severity inTrouble;
-    /// What makes it untrue; nothing where whoever says it takes it back or says it anew.
+    /// What makes it untrue; nothing if its sender takes it back or says it anew.
     std::optional<Event> end;
     std::optional<Event> otherEnd = std::nullopt;
 };

@@ -66,7 +66,7 @@ class Messages {
 public:
     using Action = MessageLine::Action;
 
-    /// Says everything in \a line, which must live as long.
+    /// Says everything in \a line, which must outlive it.
     explicit Messages(MessageLine &line) : line_(line) {}
 
     /// Says \a sentence (translated) instead of what was said about \a topic before, as seriously

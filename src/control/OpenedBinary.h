@@ -15,7 +15,7 @@ class OpenedBinary final : public QObject {
     Q_OBJECT
 
 public:
-    /// Keeps the bytes in \a bytes, null where there are none. All must live as long.
+    /// Keeps the bytes in \a bytes, null where there are none. All must outlive it.
     OpenedBinary(ByteBuffer &bytes, Messages &messages, const ActionGate &gate);
 
     /// Loads the file at the absolute \a path instead of any other, and says so if it cannot be
@@ -23,11 +23,11 @@ public:
     /// file.
     void load(const QString &path);
 
-    /// How the file on the disk is to what was loaded from it.
+    /// How the file on the disk compares to what was loaded from it.
     OpenedFileWatch::State onDisk() const { return onDisk_; }
 
 signals:
-    /// The file on the disk is otherwise than before.
+    /// onDisk() has changed.
     void onDiskChanged();
     /// The user wants the file's bytes as they are now, and the tool does not work.
     void reloadAsked();

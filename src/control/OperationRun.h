@@ -17,7 +17,7 @@ void chooseOperation(ScriptedMiniPro &run, int tag, Log &log);
 /// Launches \a run, whose operation is chosen, with \a settings, and waits for its end (the event
 /// loop turns meanwhile). \a burn is what the run was found to be about before, and
 /// \a imageRevision the state of the data to burn. The record lacks only what the run has left in
-/// its files; the run's output has been given back.
+/// its files; the run's output has been released.
 RunRecord carryOut(ScriptedMiniPro &run, const ToolSettings &settings, const BurnSituation &burn,
                    quint64 imageRevision);
 

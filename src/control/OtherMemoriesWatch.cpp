@@ -27,7 +27,7 @@ void OtherMemoriesWatch::follow(ScriptedMiniPro *run) {
     run_ = run;
 }
 
-// A press may yet be asked about, and then nothing runs: the work is what tells.
+// Only once the work begins: the press may be asked about first, and then nothing runs.
 void OtherMemoriesWatch::prepareRead(Work now) {
     if (now != Work::Running || !run_ || run_->facts().operation != ReadOperation)
         return;

@@ -24,7 +24,7 @@ class OtherMemoriesWatch final : public QObject {
     Q_OBJECT
 
 public:
-    /// What it works with; all must live as long.
+    /// What it works with; all must outlive it.
     struct Surroundings {
         const SettingsStore &settings;
         const WorkState &work;
@@ -34,10 +34,11 @@ public:
 
     explicit OtherMemoriesWatch(const Surroundings &surroundings);
 
-    /// \a run is about to be used. As a Read it clears the files away that an older one left.
+    /// \a run is about to be used. If it is a Read, the files that an older one left are removed as
+    /// it begins.
     void follow(ScriptedMiniPro *run);
-    /// A run is over. A Read that worked and read \a code replaces what is kept, also by nothing;
-    /// after any other run that stays.
+    /// A run is over. A Read that worked and read \a code replaces what is kept, even if it brought
+    /// nothing else; any other run changes nothing.
     void takeRun(const RunRecord &record, const ByteBuffer &code);
 
     /// What the newest Read that worked brought; nothing if that was code memory alone.

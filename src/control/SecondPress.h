@@ -24,7 +24,7 @@ public:
         Messages::Action action = {};
     };
 
-    /// Asks in \a messages, which must live as long.
+    /// Asks in \a messages, which must outlive it.
     explicit SecondPress(Messages &messages) : messages_(messages) {}
 
     /// True if this press is the second one for the same thing; the sentence goes then. False if

@@ -50,7 +50,7 @@ QStringList pathsOf(const QList<FileToSave> &files) {
     return paths;
 }
 
-/// That all of \a paths, in one folder, were written.
+/// The sentence that all of \a paths, in one folder, were written.
 QString savedSentence(const QStringList &paths) {
     return UserFiles::tr("Saved in %1: %2.").arg(folderOf(paths.first()), fileNames(paths));
 }

@@ -61,7 +61,7 @@ public:
         std::function<void()> named = [] {};
     };
 
-    /// What the window takes from outside; all must live as long.
+    /// What it works with; all must outlive it.
     struct Surroundings {
         FilePanels &panels;
         WindowMemory &memory;
@@ -115,7 +115,7 @@ signals:
     void recentChanged();
 
 private:
-    /// What folders are remembered for.
+    /// Under which the folder for saving is remembered.
     static inline const QString savePurpose = QStringLiteral("save");
 
     /// What is logged and said where there are no bytes.
