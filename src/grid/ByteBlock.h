@@ -19,7 +19,7 @@ struct ByteBlock {
     friend bool operator==(const ByteBlock &, const ByteBlock &) = default;
 };
 
-/// What is left of \a block where there are \a count bytes; nothing if that is none of it.
+/// The part of \a block among the first \a count bytes; nothing if none of it is there.
 std::optional<ByteBlock> clipped(const ByteBlock &block, qint64 count);
 
 /// A movement through the grid.

@@ -38,7 +38,7 @@ QByteArray oneByteForEachUnit(QStringView text) {
 
 /// Overwrites from \a offset on, and lengthens the buffer where that is needed.
 CellEdit overwrite(QByteArray &buffer, qsizetype offset, const QByteArray &bytes) {
-    // What another buffer shares is copied now, and faster than a change to it would.
+    // Bytes that another buffer shares are copied here, faster than a change would copy them.
     if (!buffer.isDetached())
         buffer = copiedBytes(buffer);
     const QByteArray replaced = buffer.mid(offset, bytes.size());

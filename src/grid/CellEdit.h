@@ -45,9 +45,9 @@ using CellEditOutcome = std::optional<CellEdit>;
 CellEditOutcome commitEntry(QByteArray &output_data, qsizetype strDataLength, const QString &entry,
                             int columnNumber, qint64 row);
 
-/// What is to be said of an \a entry that was rejected.
+/// The translated sentence about an \a entry that was rejected.
 QString rejectionRemark(const QString &entry);
-/// What is to be said of an edit for which there was no memory.
+/// The translated sentence about an edit for which there was no memory.
 QString noMemoryForEditRemark();
 
 /// The hexadecimal digit for \a value; empty from 16 on.

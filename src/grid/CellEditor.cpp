@@ -52,7 +52,7 @@ void CellEditor::fitWidth() {
     setGeometry(cell_.left(), cell_.top(), width, cell_.height());
 }
 
-// Digits that are pasted are no typing: whoever pastes looks at what has come of it.
+// Pasted digits do not end the entry: whoever pastes looks at the result.
 void CellEditor::keyPressEvent(QKeyEvent *event) {
     QLineEdit::keyPressEvent(event);
     if (endsWithTwoDigits_ && areDigits(event->text(), 1) && areDigits(text(), 2))

@@ -21,7 +21,7 @@ public:
     bool isChanged() const { return text() != opened_; }
     /// Takes the entry as committed: it is not committed a second time when the focus leaves.
     void setCommitted();
-    /// What the source made of the entry that was committed last; nothing if it made nothing of it.
+    /// What the source made of the entry that was committed last; nothing if it did not take it.
     const CellEditOutcome &edit() const { return edit_; }
     void setEdit(const CellEdit &edit) { edit_ = edit; }
     /// True if an entry has been committed since the field was opened.

@@ -11,8 +11,8 @@
 
 class GridView;
 
-/// Puts what is selected in a grid on the clipboard. Nothing happens if that is nothing; what is
-/// too much leaves the clipboard alone and is told.
+/// Puts what is selected in a grid on the clipboard. Does nothing without a selection; one that is
+/// too large leaves the clipboard alone and is told by a signal.
 class GridCopying final : public QObject {
     Q_OBJECT
 
@@ -20,7 +20,7 @@ public:
     /// The most rows, or bytes, that are copied in one piece.
     static constexpr qint64 largest = 1 << 20;
 
-    /// Of \a view, which this belongs to.
+    /// Copies from \a view, which owns it.
     explicit GridCopying(GridView &view);
 
     /// Copies the hexadecimal digits of a block, or the selected rows if there is none.
@@ -28,13 +28,13 @@ public:
     /// Copies the selected rows, or those that hold the block, as lines of text: address, bytes and
     /// characters side by side, or the fields of a logic test separated by tabs.
     void copyRows();
-    /// Copies the selected bytes, of rows that need not follow each other as well, in \a notation.
+    /// Copies the selected bytes in \a notation; rows of them need not follow each other.
     void copyBytes(ByteNotation notation);
 
 signals:
-    /// \a rows are more than the largest number.
+    /// Nothing was copied: \a rows are more than `largest`.
     void rowsRefused(qint64 rows);
-    /// \a bytes are more than the largest number.
+    /// Nothing was copied: \a bytes are more than `largest`.
     void bytesRefused(qint64 bytes);
 
 private:

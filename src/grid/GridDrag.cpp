@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::chrono::milliseconds scrollInterval{40};
 
-/// How far \a at lies outside of 0 to \a size; below 0 if it lies before that.
+/// How far \a at lies outside of 0 to \a size: negative before, 0 within.
 int beyond(int at, int size) {
     return at < 0 ? at : std::max(0, at - size + 1);
 }
@@ -119,7 +119,7 @@ void GridDrag::extend() {
     const qint64 byte = byteAt(pointer_);
     if (!selection_.hasBlock() && byte == origin_)
         return;
-    // Sideways nothing is to move, and up and down only beyond the edge.
+    // The view must not scroll by itself: scroll() does, and only beyond the edge.
     view_.setAutoScroll(false);
     selection_.extend(origin_, byte);
     view_.setAutoScroll(true);

@@ -22,7 +22,8 @@ void GridHint::paint(QPainter &painter) const {
     const int margin = view_.rowHeight();
     const int top = view_.gridModel()->rowCount() * view_.rowHeight();
     const QRect room = view_.viewport()->rect().adjusted(margin, top, -margin, 0);
-    // All of it said: what a font leaves open the painter takes from the grid's fixed one.
+    // Family and size are set: what a font leaves open, the painter takes from the grid's fixed
+    // one.
     QFont words = QGuiApplication::font();
     words.setFamily(words.family());
     words.setPointSizeF(words.pointSizeF());

@@ -11,11 +11,11 @@ class QPainter;
 /// What a grid says, below its rows, while its source has nothing to show.
 class GridHint {
 public:
-    /// Of \a view, which this belongs to.
+    /// Says it in \a view, which owns it.
     explicit GridHint(GridView &view) : view_(view) {}
 
     void setText(const QString &text);
-    /// The text, while it is said; empty otherwise.
+    /// The text while it is shown; empty otherwise.
     QString shown() const;
     /// Draws what is shown into the room that the rows leave.
     void paint(QPainter &painter) const;

@@ -26,7 +26,7 @@ public:
     GridMarks &operator=(const GridMarks &) = delete;
     virtual ~GridMarks() = default;
 
-    /// The mark of the byte at \a offset, which there need not be.
+    /// The mark of the byte at \a offset, which need not exist.
     virtual ByteMark markAt(qint64 offset) const = 0;
     /// The same in words, as a tool tip and for people who cannot see the mark; empty if the byte
     /// does not stand out.

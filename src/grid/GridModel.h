@@ -36,9 +36,9 @@ public:
 
     /// Takes the number of rows anew and announces that every cell may have changed.
     void reloadData();
-    /// Announces that the bytes of \a changed are other ones, and rows that have come behind the
-    /// last one: no reset, so that cursor, selection and editors keep their place. False, with
-    /// nothing announced, if there are fewer rows than before.
+    /// Announces the bytes of \a changed, and rows that were added at the end: no reset, so that
+    /// cursor, selection and editors keep their place. False, with nothing announced, if there are
+    /// fewer rows than before.
     bool showChange(ByteRange changed);
 
     GridHeading heading() const { return heading_; }
@@ -46,7 +46,7 @@ public:
 
     /// The value of a cell that the model has; what data() gives in one piece.
     CellValue cell(int row, int column) const;
-    /// Asks \a marks as well which bytes stand out. They must live as long as the model.
+    /// Asks \a marks as well which bytes stand out. They must outlive the model.
     void addMarks(const GridMarks &marks) { marks_ << &marks; }
     /// What stands out about the byte of a cell; nothing where a cell has no byte.
     ByteMark mark(int row, int column) const;
@@ -55,7 +55,7 @@ public:
     /// How many bytes the rows show, from the first on; 0 for results. Found by a few questions to
     /// the source, however many rows there are.
     qint64 byteCount() const;
-    /// The bytes of \a range, all of which there must be, as their cells show them.
+    /// The bytes of \a range, all of which must exist, as their cells show them.
     QByteArray bytes(ByteRange range) const;
     /// The source's answer whether a column as a whole may be selected.
     bool maySelectColumn(int column) const;

@@ -42,7 +42,7 @@ QColor gridLineColor(const GridView &view) {
 
 /// The line below bytes that were found, in pixels.
 constexpr int foundLineHeight = 2;
-/// What the colour of the block keeps, above and below, of bytes with a ground of their own.
+/// The edge in the block's colour above and below bytes with a ground of their own, in pixels.
 constexpr int blockEdge = 2;
 
 bool isPlain(const QString &text) {
