@@ -55,6 +55,6 @@ int GridRows::topFor(int row, QAbstractItemView::ScrollHint hint) const {
     case QAbstractItemView::PositionAtCenter:
         return row - inPage() / 2;
     }
-    // With no row on top that lies below the wanted one, and none that leaves it beneath.
+    // The nearest row on top with which the wanted one is in view.
     return std::clamp(top, lowest, row);
 }

@@ -14,11 +14,11 @@ struct GridRows {
 
     /// Number of rows that are wholly visible, at least 1.
     int inPage() const;
-    /// The row at a height of the view, also above and below it; rows beyond the last one are
-    /// told as they come.
+    /// The row at a height of the view, also above and below it; rows beyond the last one count as
+    /// if they existed.
     qint64 at(int y) const;
-    /// The height of a row's upper edge in the view. Rows that are too far away for an int to
-    /// tell are as far as it can.
+    /// The height of a row's upper edge in the view. Rows that are too far away for an int are held
+    /// to what it can tell.
     int edgeOf(qint64 row) const;
     /// How far the first row is above the view, within the same limits.
     int offset() const;

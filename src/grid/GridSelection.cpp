@@ -53,7 +53,7 @@ QList<ByteRange> bytesOf(const QItemSelection &rows, qint64 count) {
     return ranges;
 }
 
-/// \a ranges, which are in order, with those as one that follow each other.
+/// \a ranges, which are in order, with those joined that follow each other.
 QList<ByteRange> joined(const QList<ByteRange> &ranges) {
     QList<ByteRange> joined;
     for (const ByteRange &range : ranges) {
@@ -187,7 +187,7 @@ bool GridSelection::isPointedAt(const QModelIndex &cell) const {
     return pointed_ && cell.column() == charactersColumn && cell.row() == *pointed_ / bytesInRow;
 }
 
-/// The byte that the cursor is on, which there need not be; nothing where it stands for a row.
+/// The byte that the cursor is on, which need not exist; nothing where it stands for a row.
 std::optional<qint64> GridSelection::meantByte() const {
     return isPointedAt(view_.currentIndex()) ? pointed_ : byteOfCell(view_.currentIndex());
 }

@@ -13,22 +13,22 @@ class QKeyEvent;
 class QModelIndex;
 
 /// Which bytes of a grid are selected. A block of them and selected rows are never there together:
-/// whoever selects rows or moves the cursor ends the block. It keeps two offsets, however many
-/// bytes lie between them.
+/// selecting rows or moving the cursor ends the block. It keeps two offsets, however many bytes lie
+/// between them.
 class GridSelection final : public QObject {
     Q_OBJECT
 
 public:
-    /// Of \a view, which this belongs to.
+    /// The selection of \a view, which owns it.
     explicit GridSelection(GridView &view);
 
-    /// True if more is selected than where the cursor is.
+    /// True if more bytes are selected than the one at the cursor.
     bool hasBlock() const { return !block_.isOneByte(); }
     /// The bytes of the block. Without one they are those of the selected rows; of a single row
     /// with the cursor on a byte, or on a character that was clicked, that byte. In the order of
-    /// their offsets, without gaps between bytes that follow each other.
+    /// their offsets; bytes that follow each other are one range.
     QList<ByteRange> ranges() const;
-    /// The same where they all follow each other; none, at offset 0, where they do not.
+    /// ranges() if they are a single one; else empty, at offset 0.
     ByteRange bytes() const;
     /// The number of selected rows; 0 where there is a block.
     qint64 rowCount() const;
@@ -39,8 +39,7 @@ public:
     /// Selects all bytes and leaves the cursor where it is. False, with nothing changed, if there
     /// are none.
     bool selectAll();
-    /// Has the selection reach from \a anchor to \a lead, where the cursor goes, or from and to the
-    /// bytes nearest to them.
+    /// Selects from \a anchor to \a lead, where the cursor goes, or the bytes nearest to these.
     void extend(qint64 anchor, qint64 lead);
     /// The pointer was at \a offset: the next extension begins there instead of at the cursor, and
     /// among characters it is that byte which is meant. There must be no block.
@@ -64,7 +63,7 @@ public:
 signals:
     /// Other bytes may be selected.
     void changed();
-    /// There is a block, and it is another one than before or of contents that are shown anew.
+    /// There is another block than before, or the same one of contents that are shown anew.
     void blockChanged();
 
 private:

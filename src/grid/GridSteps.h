@@ -8,15 +8,15 @@
 
 #include <optional>
 
-/// Where the keys lead. Among bytes the ends are bytes: what is typed there is an entry for the
-/// cell that was meant.
+/// Where the keys lead. The ends of a dump and of its rows are bytes, never addresses or
+/// characters, so that typing there is an entry.
 
 /// The cell at \a row and \a column, or the nearest to it; invalid if there are no rows.
 QModelIndex nearestCell(const GridModel &model, qint64 row, int column);
 /// The cell that shows the byte at \a offset; invalid before the first row and beyond the last.
 QModelIndex cellOfByte(const GridModel &model, qint64 offset);
-/// The offset of the byte that \a cell shows, which there need not be; nothing for an invalid cell,
-/// an address and the characters.
+/// The offset of the byte that \a cell shows, which need not exist; nothing for an invalid cell, an
+/// address and the characters.
 std::optional<qint64> byteOfCell(const QModelIndex &cell);
 /// The first byte of \a row, or the first field of a result.
 QModelIndex firstCellOf(const GridModel &model, int row);

@@ -39,8 +39,8 @@ public:
     void setSource(GridSource &source);
     /// Null before setSource().
     GridModel *gridModel() const { return model_; }
-    /// Marks the bytes that \a marks tells as well; they must live as long as the view. Nothing
-    /// before setSource().
+    /// Marks the bytes that \a marks tells as well; they must outlive the view. Does nothing before
+    /// setSource().
     void addMarks(const GridMarks &marks);
     /// Draws the marks anew.
     void refreshMarks();
@@ -50,7 +50,7 @@ public:
     /// The height of every row, in pixels.
     int rowHeight() const { return rowHeight_; }
 
-    /// What the columns are titled as.
+    /// Titles the columns by \a heading.
     void setHeading(GridHeading heading);
 
     /// What is said while the source has nothing to show.
@@ -59,8 +59,8 @@ public:
     /// Shows the source's contents anew. Scroll position, cursor and selection stay where the
     /// rows still exist.
     void reloadData();
-    /// Shows the bytes of \a changed anew, of which there may be more than before; nothing moves
-    /// then. The bytes may be fewer, too: everything is shown anew then.
+    /// Shows the bytes of \a changed anew, and rows that were added; nothing moves. If there are
+    /// fewer rows than before, everything is shown anew.
     void showChange(ByteRange changed);
     /// The same for what \a edit, just carried out, has changed in all. If it was typed into a cell
     /// that Enter or Tab leave, the cursor moves on past the bytes written; a rejected entry lets

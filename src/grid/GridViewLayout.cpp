@@ -21,7 +21,7 @@ constexpr int rowPadding = 4;
 /// Rows that a window of the preferred size shows.
 constexpr int preferredRows = 16;
 
-/// Lets \a bar reach all of what there is, of which a \a page shows at once.
+/// Lets \a bar reach \a all, of which \a page is in view at once.
 void fit(QScrollBar &bar, int step, int page, int all) {
     bar.setSingleStep(step);
     bar.setPageStep(page);
