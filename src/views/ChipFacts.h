@@ -10,7 +10,7 @@
 
 /// What the tool knows of the device, in one line beside the field: it can be selected, and is
 /// empty where nothing is known. The tool tip has all of it. The room that it asks for does not
-/// hang on what it says: the field beside it must not change its size under what is being typed.
+/// depend on what it says: the field beside it must not change its size while it is typed into.
 class ChipFacts final : public QLineEdit {
     Q_OBJECT
 

@@ -76,7 +76,7 @@ void LogicResultsView::takeRun(const RunRecord &run) {
     takeReport();
 }
 
-// What the new runs test is known when the first is over.
+// Which device the new runs test is known only when the first is over.
 void LogicResultsView::takeSeries() {
     const LogicSeries &series = sources_->series;
     if (series.isRunning() && series.tally().runs() == 0)
@@ -103,7 +103,7 @@ bool LogicResultsView::isRepeated() const {
 }
 
 // There is no report while the tool runs, and after a run that left none. What was counted until
-// then is shown on, and the button keeps the focus.
+// then stays, and the button keeps the focus.
 bool LogicResultsView::keepsReport() const {
     return isRepeated() && sources_->series.state() != LogicSeries::State::Complete;
 }

@@ -29,7 +29,7 @@ class LogicResultsView final : public QWidget {
     Q_OBJECT
 
 public:
-    /// Whom it follows.
+    /// What it follows.
     struct Sources {
         TabView &tabs;
         GridView &grid;
@@ -40,12 +40,12 @@ public:
 
     explicit LogicResultsView(QWidget *parent = nullptr);
 
-    /// From now on shows what \a sources have, which must live as long. A vector whose row alone is
+    /// From now on shows what \a sources have, which must outlive it. A vector whose row alone is
     /// selected is shown by itself, else the worst of all vectors.
     void follow(const Sources &sources);
-    /// What was tested is told by \a run, if it was a logic test.
+    /// Takes from \a run which device was tested, if it was a logic test.
     void takeRun(const RunRecord &run);
-    /// What has the test repeated.
+    /// The controls that ask for repeated tests.
     RepeatControls *repeatControls() const { return repeat_; }
 
 signals:

@@ -74,7 +74,7 @@ void LogicSeries::takeRun(const RunRecord &run) {
     hasCounted_ = true;
 }
 
-// A run that was pressed elsewhere is a single one, whatever it does.
+// A run that was started elsewhere is a single one: it ends the series and its count.
 void LogicSeries::workChanged() {
     if (with_.work.now() != Work::Running || pressing_)
         return;

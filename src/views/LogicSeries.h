@@ -22,13 +22,13 @@ class LogicSeries final : public QObject {
     Q_OBJECT
 
 public:
-    /// What it works with; all must live as long.
+    /// What it works with; all must outlive it.
     struct Sources {
         const WorkState &work;
         const ActionGate &gate;
         /// The device as the settings have it.
         std::function<QString()> device;
-        /// Tests it once; comes back when the run is over, or refused.
+        /// Tests it once; returns when the run is over, or refused.
         std::function<void()> test;
         /// The report that the newest run left.
         std::function<LogicReport()> report;
@@ -58,11 +58,11 @@ public:
     const PinTally &tally() const { return tally_; }
     /// Translated, without a full stop: which run it is, or how the series ended. Empty for None.
     QString words() const;
-    /// The same as sentences, once it is over with what was counted.
+    /// The same as sentences, with what was counted once it is over.
     QString sentences() const;
 
 signals:
-    /// The state or the tally is another.
+    /// The state or the tally has changed.
     void changed();
 
 private:

@@ -19,12 +19,12 @@ class NextCommand final : public QLineEdit {
 public:
     explicit NextCommand(QWidget *parent = nullptr);
 
-    /// Shows commands made of \a settings, which must live as long.
+    /// Shows commands made of \a settings, which must outlive it.
     void setSettings(SettingsStore &settings);
-    /// \a button runs \a operation.
+    /// Shows the command of \a operation while \a button is pointed at or has the focus.
     void follow(QAbstractButton *button, Operation operation);
 
-    /// Which operation the command is of.
+    /// The operation whose command is shown.
     Operation nextOperation() const;
     /// Puts the command on the clipboard.
     void copyAll() const;

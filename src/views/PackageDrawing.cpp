@@ -16,7 +16,7 @@ QString countText(int failed, int runs) {
     return QStringLiteral("%1/%2").arg(QString::number(failed), QString::number(runs));
 }
 
-/// Room for a count of so many runs; none for a single test.
+/// Width of a count of \a runs, in pixels; 0 for a single test.
 int countWidth(QFont font, int runs) {
     if (runs == 0)
         return 0;
@@ -24,7 +24,7 @@ int countWidth(QFont font, int runs) {
     return QFontMetrics(font).horizontalAdvance(countText(runs, runs));
 }
 
-/// The measures of a package; all hang on the font.
+/// The measures of a package, in pixels; all depend on the font.
 struct Measures {
     Measures(const QFont &font, int plannedRuns)
         : row(QFontMetrics(font).height()),

@@ -27,7 +27,7 @@ struct PackagePicture {
     int plannedRuns = 0;
 };
 
-/// The room that a package of \a pins pins takes with \a font, without that of its caption's width.
+/// The room that a package of \a pins pins takes with \a font, in pixels; its caption may be wider.
 /// With \a plannedRuns there is room for counts up to that many beside the pins.
 QSize packageSize(qsizetype pins, const QFont &font, int plannedRuns = 0);
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Of how many pins the summary has the sentences.
+/// How many pins the summary has sentences for.
 constexpr qsizetype pinsNamed = 3;
 
 class TallyWords {

@@ -27,8 +27,8 @@ public:
     /// "Pin 3 failed in 2 of 10 runs: ..."; it tells a pin that fails now and then from one that
     /// always does.
     QStringList sentences(std::optional<int> vector = std::nullopt) const;
-    /// The same for all vectors as a sentence or a few; of more than three pins that failed the
-    /// others are counted. Empty before the first run.
+    /// The same for all vectors as one text; beyond three pins that failed, the others are only
+    /// counted. Empty before the first run.
     QString summary() const;
 
 private:

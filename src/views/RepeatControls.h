@@ -8,7 +8,7 @@
 class QPushButton;
 class QSpinBox;
 
-/// A button that runs a test so many times, and the number beside it. The button says the number.
+/// A button that asks for repeated tests, and beside it how many. The button says the number, too.
 class RepeatControls final : public QWidget {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ public:
 
     explicit RepeatControls(QWidget *parent = nullptr);
 
-    /// Has the tabulator come here after \a before: to the button, then to the number.
+    /// Puts the button, then the number, behind \a before in the order of the Tab key.
     void setTabPlaceAfter(QWidget *before);
 
 signals:

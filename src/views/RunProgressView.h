@@ -15,11 +15,12 @@ class RunProgressView final : public QObject {
     Q_OBJECT
 
 public:
-    /// \a indicator must live as long. Whoever knows when runs begin and end starts and stops it.
+    /// \a indicator must outlive it, and is started and stopped by others, who know when runs begin
+    /// and end.
     explicit RunProgressView(BusyIndicator &indicator, QObject *parent = nullptr);
 
-    /// From now on \a run, of an operation, and no earlier one; what they left running may go on
-    /// printing.
+    /// From now on shows \a run, of an operation, and no earlier one, though what that left running
+    /// may go on printing.
     void follow(ScriptedMiniPro *run);
     /// The same with \a run, of a search, which has no steps.
     void followSearch(ScriptedMiniPro *run);

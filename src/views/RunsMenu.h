@@ -18,7 +18,7 @@ public:
     /// The most runs that the menu holds.
     static constexpr qsizetype maxEntries = 30;
 
-    /// Belongs to \a button; \a runs and \a console must live as long.
+    /// Belongs to \a button; \a runs and \a console must outlive it.
     RunsMenu(MenuButton &button, const RunLog &runs, ConsoleView &console);
 
 private:

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// What the tool calls a part is a word; this may be anything.
+/// The tool calls a part by a word; of anything longer, this many UTF-16 units are shown.
 constexpr qsizetype longestPart = 20;
 
 class StepWording {

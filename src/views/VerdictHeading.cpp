@@ -62,8 +62,8 @@ void VerdictHeading::setRuns(const RunLog &runs) {
     connect(&runs, &RunLog::added, this, &VerdictHeading::showNewest);
 }
 
-// The middle goes: the operation stands at the beginning, and names of devices tell themselves
-// apart at their ends.
+// The middle goes: the operation stands at the beginning, and names of devices differ at their
+// ends.
 void VerdictHeading::fitWords() {
     words_->setText(words_->fontMetrics().elidedText(text_, Qt::ElideMiddle, words_->width()));
 }

@@ -16,7 +16,7 @@ class VerdictHeading final : public QWidget {
 public:
     explicit VerdictHeading(QWidget *parent = nullptr);
 
-    /// Shows the newest run of \a runs, which must live as long.
+    /// Shows the newest run of \a runs, which must outlive it.
     void setRuns(const RunLog &runs);
 
     /// The words, however many of them have room.
