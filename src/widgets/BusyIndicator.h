@@ -26,14 +26,14 @@ public:
     /// A stopped indicator that takes the time from \a clock.
     explicit BusyIndicator(QWidget *parent = nullptr, Clock clock = monotonicClock);
 
-    /// How long nothing may be heard until that is said.
+    /// How long nothing may be heard before that is said.
     static constexpr std::chrono::milliseconds longestUnsaidSilence{10'000};
 
     /// Starts counting from zero, with \a step (translated) as what is done.
     void start(const QString &step = {});
-    /// Something was heard: it does \a step (translated), and \a done of the whole, from 0 to 1, is
-    /// over; nothing where nobody knows. The bar follows a few times in a second. While it is
-    /// stopped nothing changes.
+    /// Something was heard: \a step (translated) is what is done, and \a done how much of the whole
+    /// is over, from 0 to 1; nothing if that is not known. The bar follows a few times in a second.
+    /// While it is stopped nothing changes.
     void showStep(const QString &step, std::optional<double> done);
     /// Stops and shows nothing.
     void stop();

@@ -52,8 +52,8 @@ void ConsoleStorage::trim() {
     dropFront(unitsToGoodStart(start(nearestBreak)));
 }
 
-// What stands in front of a good new start: a line's, or else a whole character's. The first unit
-// has to go in any case.
+// How many units stand before a good new start: that of a line, or else of a whole character. The
+// first unit goes in any case.
 qsizetype ConsoleStorage::unitsToGoodStart(const QString &text) {
     const qsizetype lineBreak = text.indexOf(u'\n');
     if (lineBreak >= 0)

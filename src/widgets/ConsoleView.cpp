@@ -33,7 +33,7 @@ constexpr std::chrono::milliseconds gatherTime(25);
 /// time until the next turn belongs to whoever prints.
 constexpr std::chrono::milliseconds turnTime(10);
 
-/// Each removal costs a copy of the whole text, so that a part of the limit goes at once.
+/// Each removal costs a copy of the whole text, so this share of the limit goes at once.
 constexpr int trimmedShare = 16;
 
 /// Before every line: where the runs begin that were cleared away.
@@ -226,7 +226,7 @@ void ConsoleView::restoreSelection(int anchor, int position) {
     verticalScrollBar()->setValue(scrolledTo.y());
 }
 
-// The view is bounded as the storage is; whole lines go, and more of them than must.
+// The view is bounded as the storage is; whole lines go, and more of them than have to.
 void ConsoleView::trimView() {
     const qsizetype tooMany = document()->characterCount() - 1 - storage_.limit();
     const int tooManyLines = blockCount() - maxLines;
@@ -252,7 +252,7 @@ void ConsoleView::noteTrimmed() {
         emit trimmed();
 }
 
-// Shows the place behind the last character, and the starts of the lines where that leaves it in
+// Shows the place behind the last character, and the starts of the lines as well if both are in
 // view.
 void ConsoleView::scrollToEnd() {
     if (!follow_->isChecked())

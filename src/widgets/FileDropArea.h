@@ -7,14 +7,14 @@
 
 class QDropEvent;
 
-/// Takes a file that is dropped on a widget, and shows while one is held over it that it does.
-/// So do the text fields in it, which would take a file for its name. Several files at once, and
-/// what is no file of this machine, are not taken.
+/// Takes a file that is dropped on a widget, or on a text field in it, which would take the file's
+/// name instead; shows that it does while one is held over it. Several files at once, and what is
+/// no file of this machine, are not taken.
 class FileDropArea final : public QLabel {
     Q_OBJECT
 
 public:
-    /// Covers \a area, which it belongs to, while a file is held over it, with \a text.
+    /// Belongs to \a area, and covers it with \a text while a file is held over it.
     FileDropArea(const QString &text, QWidget *area);
 
 signals:

@@ -5,10 +5,10 @@
 
 #include <QFont>
 
-/// The platform's font for bytes and addresses, whose letters are all of one width. A platform's
-/// theme may name one that is none, or that is not installed: another one is taken then.
+/// The platform's font for bytes and addresses, whose letters are all of one width. A theme may
+/// name one whose letters are not, or that is not installed: another one is taken then.
 QFont fixedFont();
 
-/// \a wanted if its letters are of one width, else a font of its size that is like that; \a wanted
-/// where there is none.
+/// \a wanted if its letters are of one width, else another font of its size whose letters are;
+/// \a wanted if there is none.
 QFont fixedFontInsteadOf(const QFont &wanted);

@@ -11,8 +11,8 @@ HeldKeys::HeldKeys(QObject *parent) : QObject(parent) {
     qApp->installEventFilter(this);
 }
 
-// A shortcut does not say whether it is a repetition; the question whether anybody wants the key
-// for something else, which goes before it, does.
+// A shortcut event does not say whether it is a repetition; the ShortcutOverride event before it
+// does.
 bool HeldKeys::eventFilter(QObject *receiver, QEvent *event) {
     if (event->type() == QEvent::ShortcutOverride)
         repeats_ = static_cast<QKeyEvent *>(event)->isAutoRepeat();

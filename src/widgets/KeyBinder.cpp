@@ -43,7 +43,7 @@ void KeyBinder::bindRadioPair(QAbstractButton *first, const QString &firstKey,
 }
 
 void KeyBinder::commitPending() {
-    // Some platforms end the program when nobody is typing.
+    // On some platforms this ends the program if nothing has the focus.
     if (QGuiApplication::focusObject())
         QGuiApplication::inputMethod()->commit();
     for (TextBinding *field : fields_)

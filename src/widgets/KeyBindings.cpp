@@ -121,8 +121,8 @@ void RadioPairBinding::showStored(const QString &key) {
     on.button->setChecked(true);
 }
 
-// The button that went off is told first. Both keys are written when the other one came on, so
-// that the store never holds a state in between that others could see in an action.
+// The button that goes off signals first. Both keys are written when the other one comes on, so
+// that no action sees a state in between in the store.
 void RadioPairBinding::takeState(const Side &side, bool on) {
     if (showing_ || !on)
         return;

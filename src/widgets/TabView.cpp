@@ -34,7 +34,7 @@ TabViewItem TabView::itemInFront() const {
     return {tabData(currentIndex()).toString()};
 }
 
-// The bar tells of a change when it has happened, so the selection follows it in two steps.
+// The bar tells of a change only when it has happened, so the selection follows it in two steps.
 void TabView::followBar() {
     if (adding_ || itemInFront() == selected_)
         return;

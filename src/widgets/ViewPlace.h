@@ -11,7 +11,7 @@
 class QAbstractItemView;
 
 /// What a view loses with a reset of its model: how far it is scrolled, its cursor and its
-/// selected rows, from first to last each.
+/// selected rows, as pairs of first and last.
 struct ViewPlace {
     QPoint scrolled;
     int row = -1;

@@ -16,7 +16,7 @@ public:
     static constexpr int smallest = 40;
     static constexpr int largest = 300;
 
-    /// \a view must live as long.
+    /// \a view must outlive it.
     explicit ViewZoom(QAbstractScrollArea &view, QObject *parent = nullptr);
 
     int percent() const { return percent_; }
