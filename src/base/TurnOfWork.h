@@ -11,8 +11,8 @@
 /// screen, with room for what else a turn does.
 inline constexpr std::chrono::milliseconds turnOfWork{8};
 
-/// Calls \a advance, a function from nothing to bool, until it gives true, which means that all is
-/// done, or the turn is over. Gives what it gave last.
+/// Calls \a advance, which gives true when all is done, until it does so or the turn is over. True
+/// if all is done.
 template <typename Advance>
 bool worksForATurn(Advance advance) {
     QElapsedTimer time;

@@ -5,5 +5,5 @@
 
 #include <QtGlobal>
 
-/// 1 KiB, in bytes: chips are sized in whole ones, nearly all of them.
+/// 1 KiB in bytes; nearly all chips have a whole number of them.
 inline constexpr qint64 kibibyte = 1024;

@@ -18,10 +18,10 @@ enum class Work {
 /// running". Not for Idle.
 QString whatIsRunning(Work work);
 
-/// The one state of work. There is one programmer and one set of files, so that one thing at a time
-/// is all there can be. Whatever would start a run, change a setting or change an image asks here
-/// before it does anything; controls that are off are a courtesy to the eye and protect nothing,
-/// since assistive technology reaches them all the same.
+/// The one state of work. There is one programmer and one set of files, so only one thing goes on
+/// at a time. Whatever would start a run, change a setting or change an image asks here before it
+/// does anything; controls that are off are a courtesy to the eye and protect nothing, since
+/// assistive technology reaches them all the same.
 class WorkState final : public QObject {
     Q_OBJECT
 
@@ -39,7 +39,7 @@ public:
     void end();
 
 signals:
-    /// The state is \a now another one.
+    /// The state has changed to \a now.
     void changed(Work now);
 
 private:

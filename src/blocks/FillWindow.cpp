@@ -73,7 +73,7 @@ std::optional<QByteArray> FillWindow::pattern(QString &sentence) const {
     return std::nullopt;
 }
 
-/// What is chosen, with what is to be said of it; if it is nothing, why.
+/// What is chosen, and in \a sentence what it will do; if nothing can be done, why not.
 std::optional<FillWindow::Choice> FillWindow::choice(QString &sentence) const {
     const auto where = range(sentence);
     if (!where)

@@ -15,19 +15,18 @@ class FillWindow;
 }
 
 /// Asks which bytes are to be filled with what. It is beside the window and not in its way, and
-/// gone once it is closed. Filling is its owner's business: it stays open until it is told that the
-/// bytes were filled.
+/// gone once it is closed. Filling is left to its owner, who closes it once the bytes are filled.
 class FillWindow final : public QDialog {
     Q_OBJECT
 
 public:
-    /// Of an image of \a imageSize bytes. Beside \a window.
+    /// For an image of \a imageSize bytes, beside \a window.
     FillWindow(qint64 imageSize, QWidget *window);
     ~FillWindow() override;
 
     Ui::FillWindow &controls() { return *controls_; }
 
-    /// Offers \a bytes to be filled; with none the addresses are still to be typed. Those count
+    /// Offers \a bytes to be filled; with none the addresses are still to be typed. Addresses count
     /// from the start, or from \a cursor.
     void offer(ByteRange bytes, qint64 cursor);
     /// The image has \a size bytes by now.
@@ -36,7 +35,7 @@ public:
     void showProblem(const QString &sentence);
 
 signals:
-    /// The user wants the bytes of \a where to be \a content.
+    /// The user wants to fill \a where with \a content.
     void chosen(ByteRange where, const BlockContent &content);
 
 private:

@@ -67,7 +67,7 @@ std::optional<BlockChange> InsertFileWindow::moving(qint64 offset, QString &sent
     return trouble ? std::nullopt : std::optional(std::move(change));
 }
 
-/// What is chosen, with what is to be said of it; if it cannot be, why.
+/// What is chosen, and in \a sentence what it will do; if nothing can be done, why not.
 std::optional<BlockChange> InsertFileWindow::change(QString &sentence) const {
     const QString text = controls_->address->text();
     const auto typed = typedAddress(text);

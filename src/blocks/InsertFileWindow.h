@@ -15,8 +15,8 @@ class InsertFileWindow;
 }
 
 /// Asks where the bytes of a file go, and whether they replace what is there. It is beside the
-/// window and not in its way, and gone once it is closed. Changing the image is its owner's
-/// business: it stays open until it is told that the bytes were taken.
+/// window and not in its way, and gone once it is closed. Changing the image is left to its owner,
+/// who closes it once the bytes are taken.
 class InsertFileWindow final : public QDialog {
     Q_OBJECT
 
