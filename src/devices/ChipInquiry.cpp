@@ -40,7 +40,7 @@ ChipInquiry::Subject ChipInquiry::subject() const {
 bool ChipInquiry::mayAsk(const Subject &subject) const {
     const auto &[tool, device] = subject;
     const bool isName = !device.isEmpty() && device.size() <= longestShownName;
-    // The operation whose command holds the two alone.
+    // The command of a logic test holds the tool and the device alone.
     const auto odd = [this] {
         return oddCharacters(LogicOperation, ToolSettings::readFrom(with_.settings));
     };
@@ -77,7 +77,7 @@ void ChipInquiry::ask() {
     question_->ask();
 }
 
-// What has not been answered may be another time, once the tool is there or has its lists.
+// Only answers are kept: the tool may give one later, once it is there or has its lists.
 void ChipInquiry::take(const Subject &subject, const ToolAnswer &answer) {
     question_.release()->deleteLater();
     if (!answer.status)

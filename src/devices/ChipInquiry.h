@@ -33,7 +33,7 @@ public:
     /// How long a name has to stand to be asked about.
     static constexpr std::chrono::milliseconds settlingTime{400};
 
-    /// What the inquiry works with; all must live as long.
+    /// What the inquiry works with; all must outlive it.
     struct Surroundings {
         const SettingsStore &settings;
         const ToolTrust &trust;

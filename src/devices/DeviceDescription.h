@@ -33,7 +33,7 @@ struct DeviceDescription {
     QList<MemorySection> sections;
     /// The package or what stands for it, in the tool's words; empty if it says nothing.
     QString package;
-    /// The programmers that can do with the device; empty if the tool says nothing.
+    /// The programmers that support the device; empty if the tool says nothing.
     QString programmers;
     /// How many vectors a logic IC is tested with; nothing for other devices.
     std::optional<int> vectors;
@@ -49,7 +49,7 @@ struct UnknownDevice {
     friend bool operator==(const UnknownDevice &, const UnknownDevice &) = default;
 };
 
-/// Nothing for want of an answer.
+/// What the tool knows of a device; std::monostate while there is no answer.
 using DeviceAnswer = std::variant<std::monostate, UnknownDevice, DeviceDescription>;
 
 /// What the tool has answered to descriptionCommand() with \a text, in either of its dialects, and

@@ -10,8 +10,8 @@
 
 class device_searcher;
 
-/// The names that a device_searcher shows, as an item model: whole to whoever takes one, as
-/// shownName() has them in tool tips and to assistive technology. The rows are those of the names
+/// The names that a device_searcher shows, as an item model: whole for display and choice, as
+/// shownName() has them for tool tips and assistive technology. The rows are those of the names
 /// that pass the filter, as they were at the last reload.
 class DeviceListModel final : public QAbstractListModel {
     Q_OBJECT

@@ -84,7 +84,7 @@ bool DeviceSearchPanel::eventFilter(QObject *field, QEvent *event) {
     return key->isAutoRepeat() && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter);
 }
 
-// What the fields make nothing of comes here.
+// Keys that the fields do not take come here.
 void DeviceSearchPanel::keyPressEvent(QKeyEvent *event) {
     const Ui::DeviceSearchPanel &c = *controls_;
     const bool isDown = event->key() == Qt::Key_Down;

@@ -17,7 +17,7 @@ bool isPlain(QChar character) {
     return character > u' ' && character < QChar(0x7F);
 }
 
-/// What the tool lists is plain; whatever else there is, is looked at more closely.
+/// Names that the tool lists are plain; only others take a closer look.
 bool showsAsItIs(const QString &name) {
     const bool allPlain = std::all_of(name.begin(), name.end(), isPlain);
     return name.size() <= longestShownName && (allPlain || shownName(name) == name);

@@ -22,7 +22,7 @@ public:
     static constexpr qsizetype maxListed = 50'000;
 
     /// Takes the favourites from \a settings, and keeps the devices of runs in \a memory. Both must
-    /// live as long.
+    /// outlive it.
     KnownDevices(const SettingsStore &settings, WindowMemory &memory);
 
     /// The devices of the last runs, the newest first, and behind them the other favourites.

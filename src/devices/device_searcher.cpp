@@ -207,7 +207,7 @@ void device_searcher::remarkOnResults(const ScriptedMiniPro &run,
     sayOutcome();
 }
 
-// What is out of sight is said, or a list that the filter leaves empty would look like no list.
+// It is said when the filter hides names, or a list that it leaves empty would look like none.
 void device_searcher::sayOutcome() {
     const int shown = model_->rowCount();
     const bool isWhole = quint64(shown) == numberOfRowsInTableView(tableview);

@@ -42,13 +42,13 @@ public:
 
     // The panel's controls, set before connectPanel().
     DeviceListView *tableview = nullptr;
-    /// What can be taken without a search; there may be none of it.
+    /// Lists what can be taken without a search; may be null.
     DeviceListView *likelyView = nullptr;
     QLineEdit *devicesearchterm = nullptr;
     QPushButton *OKButton = nullptr;
 
-    /// Gives the lists their models and lets a double-click in one confirm, and Enter on a selected
-    /// name. A name is selected in one of them at most.
+    /// Gives the lists their models, and lets a double-click and Enter on a selected name confirm.
+    /// A name is selected in one of them at most.
     void connectPanel();
 
     /// The search: runs the tool with the term and shows what it lists. Returns when the tool has
@@ -123,7 +123,7 @@ private:
     QTimer silence_;
     qsizetype outputSeen_ = 0;
     RepeatedPress press_;
-    /// What was run at a second press, but for the term.
+    /// The command, but for its term, that a second press let run.
     std::optional<QString> letRun_;
     /// What the last search came to.
     QString outcome_;

@@ -19,5 +19,5 @@ QString chipWords(const DeviceAnswer &answer);
 /// That the data to burn are longer or shorter than the chip.
 QString fitWords(const std::optional<ImageFit> &fit);
 
-/// The programmers that can do with the chip.
+/// The programmers that support the chip.
 QString programmersWords(const DeviceAnswer &answer);
