@@ -65,7 +65,7 @@ bool ArrangingRun::isWholeAsItStands() const {
 }
 
 bool ArrangingRun::advance() {
-    // Looked for anew each time: whoever edits the bytes may move them.
+    // Taken anew each time: an edit of the bytes may move them.
     QList<QByteArrayView> views;
     for (const Source &source : std::as_const(sources_))
         views.append(viewOf(source));

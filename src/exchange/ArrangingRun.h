@@ -18,7 +18,8 @@ class ArrangingRun final : public QObject {
     Q_OBJECT
 
 public:
-    /// What comes in: \a range of \a bytes, which are not null. Whoever changes them starts anew.
+    /// What comes in: \a range of \a bytes, which are not null. start() must be called again when
+    /// they change.
     struct Source {
         ByteBuffer bytes;
         ByteRange range;
@@ -33,8 +34,8 @@ public:
 
     explicit ArrangingRun(QObject *parent = nullptr);
 
-    /// Begins with \a sources, which whyNotArranged() must have nothing against, instead of what it
-    /// did before. done() or outOfMemory() follows.
+    /// Begins with \a sources, to which whyNotArranged() must not object, instead of what it did
+    /// before. done() or outOfMemory() follows.
     void start(const QList<Source> &sources, const Arrangement &arrangement);
     /// Forgets what it did.
     void stop();

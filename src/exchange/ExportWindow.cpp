@@ -157,7 +157,8 @@ ExportWindow::ChoiceOrWhyNot ExportWindow::choice() const {
     return placed({*chosen, arrangement, partLength});
 }
 
-/// \a choice with its addresses. Those in the image say nothing about a part of it.
+/// \a choice with its addresses, or why they make no sense. The files of a split begin at the
+/// offset itself.
 ExportWindow::ChoiceOrWhyNot ExportWindow::placed(Choice choice) const {
     if (!format())
         return choice;
@@ -173,7 +174,7 @@ ExportWindow::ChoiceOrWhyNot ExportWindow::placed(Choice choice) const {
     return choice;
 }
 
-/// The paths of the files of a split; none of another export.
+/// The paths of the files of a split; none for another export.
 QStringList ExportWindow::paths() const {
     QStringList paths;
     const Lanes lanes = controls_->order->lanes();
@@ -192,7 +193,7 @@ QStringList ExportWindow::takenPaths() const {
     return taken;
 }
 
-/// A sentence where a split cannot be saved as it is named; empty where it can.
+/// Why a split cannot be saved under its name, as a sentence; empty if it can.
 QString ExportWindow::whyNoFiles() const {
     if (!isSplit())
         return {};

@@ -29,7 +29,7 @@ class ExportWindow final : public QDialog {
 public:
     enum class Image { ToBurn, Read };
 
-    /// What it is told about the world.
+    /// What it begins with.
     struct Offers {
         /// The image as it is now; may be null.
         std::function<ByteBuffer(Image)> images;

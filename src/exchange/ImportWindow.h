@@ -20,8 +20,8 @@ class ImportWindow;
 
 /// Shows what a file holds before it becomes a binary, and asks where that begins, what its gaps
 /// are filled with, in what order its bytes are, and which files are joined. It is beside the
-/// window and not in its way, and gone once it is closed. What becomes of the bytes is its owner's
-/// business: it stays open until it is told that they were taken.
+/// window and not in its way, and gone once it is closed. What becomes of the bytes is left to its
+/// owner, who closes it once they are taken.
 class ImportWindow final : public QDialog {
     Q_OBJECT
 
@@ -66,7 +66,7 @@ signals:
     void partAsked();
 
 private:
-    /// With what a file of records becomes an image.
+    /// How a file of records becomes an image.
     struct Flattening {
         qint64 base = 0;
         quint8 fill = 0;

@@ -17,7 +17,7 @@ QString troubleWords(const RecordTrouble &trouble);
 /// What was found in a text of \a format: how much, where, what begins there, what is wrong; a line
 /// for each. Of many ranges and troubles the first ones are named and the others counted.
 QStringList foundWords(RecordFormat format, const DecodedRecords &decoded);
-/// What a file is whose \a size bytes are taken as they are.
+/// What is said of a file whose \a size bytes are taken as they are.
 QString rawWords(qint64 size);
 /// What the image will be that begins with address \a base, or why there is none.
 QString imageWords(const DecodedRecords &decoded, qint64 base, quint8 fill);

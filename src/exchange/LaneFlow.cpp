@@ -26,7 +26,7 @@ QString bytesWords(const LaneFlow &flow, const QList<int> &bytes) {
     return words.join(u' ');
 }
 
-/// A sentence's piece for each part: whose bytes it has.
+/// A piece of a sentence for each part: which bytes it has.
 QString partsWords(const LaneFlow &flow, const QList<QList<int>> &parts, const QStringList &names) {
     QStringList words;
     for (qsizetype part = 0; part < parts.size(); ++part)

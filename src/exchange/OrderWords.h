@@ -27,8 +27,8 @@ QString withoutEnding(const QString &path);
 /// to \a extension.
 QString partPath(const QString &path, const Lanes &lanes, int part, const QString &extension);
 
-/// The name of what \a partName, without an ending, is a part of: without a "even", "odd", "low",
-/// "high" or number at its end.
+/// The name of the whole that \a partName, without an ending, is a part of: without "even", "odd",
+/// "low", "high" or a number at its end.
 QString wholeName(const QString &partName);
 
 /// A checksum as it is written: eight digits.

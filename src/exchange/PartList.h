@@ -46,8 +46,8 @@ public:
     const QList<Part> &parts() const { return parts_; }
     QList<qint64> lengths() const;
 
-    /// Says of each file which part it is of those that \a lanes make, and its checksum where these
-    /// are known, in the same order.
+    /// Says of each file which of the parts that \a lanes make it is, and its checksum;
+    /// \a checksums are in the order of the files, and none while they are not known.
     void showFacts(const Lanes &lanes, const QList<quint32> &checksums);
 
 signals:

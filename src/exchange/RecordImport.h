@@ -31,8 +31,8 @@ public:
     /// How much of the file has been read, from 0 to 100.
     int percent() const;
 
-    /// Makes an image of what was read, which must be one: see whyNoImage(), instead of one that it
-    /// is making. imageMade() follows.
+    /// Makes an image of what was read, to which whyNoImage() must not object, instead of any that
+    /// is being made. imageMade() follows.
     void makeImage(qint64 base, quint8 fill);
     bool isMakingImage() const { return flattening_.has_value(); }
 

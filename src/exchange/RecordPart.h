@@ -11,6 +11,5 @@ inline constexpr qsizetype largestPartText = qsizetype(4) << 20;
 inline constexpr qint64 largestPartImage = qint64(4) << 20;
 
 /// The bytes that \a text of records stands for, from the usual base on and with \a fill in gaps,
-/// where nothing about it needs to be asked: it is read whole at once. Null if something is wrong
-/// with it, or it is too long for that.
+/// read at once. Null if that needs the user: if something is wrong with it, or it is too long.
 ByteBuffer bytesOfRecordPart(const QByteArray &text, RecordFormat format, quint8 fill);
