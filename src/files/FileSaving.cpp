@@ -35,7 +35,7 @@ QString behindLinks(const QFileInfo &target) {
     return target.isSymLink() ? target.symLinkTarget() : target.absoluteFilePath();
 }
 
-/// Not every file system has an answer to give.
+/// True as well where the file system has no such call.
 bool isOnDisk(int file) {
     return ::fdatasync(file) == 0 || errno == EINVAL || errno == ENOTSUP;
 }

@@ -20,7 +20,7 @@ void OpenedFileWatch::watch(const QString &path) {
     listen();
 }
 
-// A file that is replaced is another one to the system, so that its folder is watched as well.
+// A file that is replaced is another one to the system, so its folder is watched as well.
 void OpenedFileWatch::listen() {
     if (path_.isEmpty())
         return;

@@ -5,7 +5,7 @@
 
 #include <QString>
 
-/// Makes the folder at \a path, with those above it that are missing, for the user alone, however
-/// freely the user's files are usually made: what is read from a chip may be nobody else's
-/// business. Folders that exist stay as they are. False if there is no such folder afterwards.
+/// Makes the folder at \a path, with those above it that are missing, for the user alone, whatever
+/// the umask allows: what is read from a chip may be nobody else's business. Folders that exist
+/// stay as they are. False if there is no such folder afterwards.
 bool makePrivateFolder(const QString &path);

@@ -30,8 +30,8 @@ struct UnsavedTogether {
 
 /// Saves all of \a files, each by the rules of saveWholeFile(), or none of them: all are on the
 /// disk before the first takes its place, and when one cannot take its own, those before it go back
-/// to what was there. A file that is there already and may not be replaced is a failure, and two
-/// files for one place are one of the second. Nothing is given when all were saved.
+/// to what was there. A file that is there already and may not be replaced is a failure, and so is
+/// the second of two files for one place. Nothing is given when all were saved.
 ///
 /// A program that is killed between the first and the last may leave some of them saved; the
 /// older ones then lie beside them.

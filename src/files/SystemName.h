@@ -12,5 +12,5 @@
 /// its end, fails like one that does not exist.
 Result<QByteArray> systemName(const QString &path);
 
-/// The failure of whoever found a folder, a device or a pipe and needs a file.
+/// The failure where a folder, a device or a pipe stands and a file is needed.
 Failure notRegularFile();

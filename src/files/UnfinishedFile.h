@@ -23,16 +23,17 @@ public:
     static Result<UnfinishedFile> beside(const QByteArray &path);
     UnfinishedFile(UnfinishedFile &&other) noexcept = default;
     UnfinishedFile &operator=(UnfinishedFile &&other) noexcept = default;
-    /// What has not taken its place is gone.
+    /// Removes the file if it has not taken its place.
     ~UnfinishedFile();
 
     /// To write to.
     int descriptor() const { return file_.get(); }
-    /// Puts the file in the place of whatever has the name, in one step. Where it need not outlive
-    /// more than the program (\a durability), the disk is left alone.
+    /// Puts the file in the place of whatever has the name, in one step. With
+    /// Durability::ProgramEnd the disk is left alone.
     Result<void> takePlace(Durability durability = Durability::PowerFailure);
     /// The same, but the older file is kept under a name with the mark for as long as this lives,
-    /// so that giveBackPlace() can put it back. Where it may not be replaced, that is a failure.
+    /// so that giveBackPlace() can put it back. An older file that may not be replaced is a
+    /// failure.
     Result<void> takePlaceForNow(Replacing replacing);
     /// Puts the older file back, or none where there was none. Only once, and only after
     /// takePlaceForNow() has worked. After a failure an older file keeps the name with the mark.

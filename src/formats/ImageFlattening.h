@@ -25,8 +25,8 @@ qint64 usualBase(const AddressedBytes &bytes);
 /// Makes an image of bytes at addresses in as many turns as the caller likes.
 class ImageFlattening {
 public:
-    /// Of \a bytes, which whyNoImage() must have nothing against, and which must live as long: the
-    /// image begins with address \a base, and \a fill is what gaps have.
+    /// Of \a bytes, to which whyNoImage() must not object and which must outlive it. The image
+    /// begins with address \a base and has \a fill in its gaps.
     ImageFlattening(const AddressedBytes &bytes, qint64 base, char fill);
 
     /// Goes on by at most \a max bytes of the image. True once it is whole.

@@ -23,7 +23,7 @@ enum Type : quint32 {
     LinearStart,
 };
 
-/// How many data bytes a record of \a type has; nothing for as many as it likes.
+/// How many data bytes a record of \a type has; nothing if it may have any number.
 std::optional<qsizetype> lengthOf(quint32 type) {
     switch (type) {
     case EndOfFile:

@@ -15,7 +15,7 @@
 /// whether something stands behind it.
 class RecordReader {
 public:
-    /// Separate pieces of bytes that are kept.
+    /// The most separate pieces of bytes that are kept.
     static constexpr std::size_t maxPieces = std::size_t(1) << 20;
 
     explicit RecordReader(RecordFormat format) : format_(format) {}

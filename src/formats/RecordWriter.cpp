@@ -73,7 +73,7 @@ void addIntelHex(QByteArray &text, qint64 address, quint32 type, QByteArrayView 
     text.append(line.ended());
 }
 
-/// What is at an \a address of so many bytes.
+/// Adds a record of \a type with \a data at \a address, which is \a addressLength bytes long.
 void addSRecord(QByteArray &text, char type, qint64 address, int addressLength,
                 QByteArrayView data = {}) {
     const char mark[] = {'S', type};

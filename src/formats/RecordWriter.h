@@ -26,7 +26,7 @@ int maxRecordLength(RecordFormat format, qint64 address, qint64 length);
 /// True if no address of \a length bytes from \a address on needs more than 32 bits.
 bool fitsAddresses(qint64 address, qint64 length);
 
-/// The length that the text of \a length bytes does not exceed, not much more than it has.
+/// A length that the text of \a length bytes does not exceed, and not much above its own.
 qint64 maxTextLength(const RecordLayout &layout, qint64 length);
 /// The longest text that should be written: 3 GiB, enough for the largest image in usual records.
 /// It is made in memory.
