@@ -18,8 +18,8 @@ void copy(char *to, const char *from, qint64 count) {
         std::memcpy(to, from, std::size_t(count));
 }
 
-/// Lets the \a removed bytes at \a offset be \a added bytes of no particular value. Memory is asked
-/// for before a byte is touched.
+/// Puts \a added bytes of no particular value in the place of the \a removed ones at \a offset.
+/// Memory is asked for before a byte is touched.
 void makeRoom(QByteArray &image, qint64 offset, qint64 removed, qint64 added) {
     const qint64 size = image.size() - removed + added;
     const qint64 behind = image.size() - removed - offset;

@@ -22,15 +22,15 @@ struct RandomBytes {
 
 using BlockContent = std::variant<RepeatedBytes, RandomBytes>;
 
-/// Bytes of an image that other ones come in the place of. A fill has as many come as go; an
-/// insertion has none go.
+/// Some bytes of an image that others replace. In a fill as many come as go; in an insertion none
+/// go.
 struct BlockChange {
     qint64 offset = 0;
     qint64 replaced = 0; ///< how many bytes go
     qint64 length = 0;   ///< how many come
     BlockContent content;
 
-    /// The bytes that have come.
+    /// Where the bytes are that have come.
     ByteRange written() const { return {offset, length}; }
 };
 
@@ -52,8 +52,8 @@ enum class BlockTrouble {
 /// What is wrong with \a change of an image of \a imageSize bytes; nothing if it can be made.
 std::optional<BlockTrouble> troubleWith(const BlockChange &change, qint64 imageSize);
 
-/// The bytes that are other ones once \a change has been made in an image of \a imageSize bytes, or
-/// taken back: all behind it, too, where they move.
+/// The bytes that differ once \a change has been made in an image of \a imageSize bytes, or taken
+/// back: all behind it, too, where they move.
 ByteRange touchedBy(const BlockChange &change, qint64 imageSize);
 
 /// The bytes of \a image that \a change is about to replace, in memory of their own.

@@ -247,7 +247,7 @@ QByteArrayView DisplayText::decodedBytes() const {
     return QByteArrayView(std::as_const(*buffer_)).first(std::min(byteLength_, buffer_->size()));
 }
 
-// Most images are none of many-byte characters, and need no numbers.
+// Most images have no characters of several bytes, and need no numbers.
 void DisplayText::countUnits() {
     const QByteArrayView bytes = decodedBytes();
     std::vector<qsizetype> unitsBefore;

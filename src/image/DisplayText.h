@@ -24,9 +24,9 @@ public:
     /// Decodes \a buffer (null: the empty text).
     explicit DisplayText(ByteBuffer buffer);
 
-    /// Decodes \a buffer anew. If it is the one that was decoded before, and just the bytes of
-    /// \a changed are other ones since, or come behind the last, no more than these are looked at
-    /// wherever they tell enough: in text of one byte a character that stays such, however long.
+    /// Decodes \a buffer anew. If it is the one that was decoded before, and only the bytes of
+    /// \a changed were edited or appended since, only these are looked at where they tell enough:
+    /// in text of one byte a character that stays such, however long.
     void update(const ByteBuffer &buffer, ByteRange changed);
 
     /// Length in UTF-16 code units.
@@ -65,6 +65,6 @@ private:
     std::vector<qsizetype> unitsBeforeBlock_;
 };
 
-/// What is to be said of bytes behind the end of \a text, which have no cell that shows them; empty
-/// if there are none.
+/// A translated remark on the bytes behind the end of \a text, which have no cell that shows them;
+/// empty if there are none.
 QString hiddenBytesRemark(const DisplayText &text);

@@ -43,7 +43,7 @@ void EditedBytes::moveFrom(qint64 offset, qint64 by) {
     ends_.merge(moved);
 }
 
-/// Where there is none; pieces that touch become one.
+/// Adds \a piece where there is none; pieces that touch become one.
 void EditedBytes::add(ByteRange piece) {
     qint64 end = piece.end();
     if (const auto behind = ends_.find(end); behind != ends_.end()) {

@@ -55,7 +55,7 @@ struct Composition {
 /// more than largestImage bytes is refused.
 Composition composeImage(const CompositionInputs &inputs);
 
-/// Which bytes are in \a composition, made from \a inputs; nothing if it is
-/// padding alone, or was refused.
+/// Which bytes are in \a composition, made from \a inputs; nothing if it is padding alone, or was
+/// refused.
 std::optional<CompositionSource> sourceOfBytes(const CompositionInputs &inputs,
                                                const Composition &composition);

@@ -17,7 +17,7 @@ public:
     quint64 ofComposition(const CompositionInputs &inputs, const Composition &composition);
 
 private:
-    /// What the bytes of a composition hang on. The source is not kept alive: one that is gone
+    /// What the bytes of a composition depend on. The source is not kept alive: one that is gone
     /// can be no image's source any more.
     struct Origin {
         std::weak_ptr<const QByteArray> source;

@@ -26,14 +26,14 @@ public:
     void createTempDirectory();
 
     /// Writes the whole of \a output_data to the temporary output file; the file is replaced in
-    /// one step, so the tool never reads half an image. A failure, and logged, if that did not work
-    /// or if \a output_data is null; no older image is then left at the path. The folder is made
-    /// for it; in one that is another program's nothing changes.
+    /// one step, so the tool never reads half an image. A failure, which is logged, if that did not
+    /// work or if \a output_data is null; no older image is then left at the path. The folder is
+    /// made for it; in one that is another program's nothing changes.
     Result<void> write_output_data_to_temp_file(const ByteBuffer &output_data);
 
-    /// The same for an image of which just the bytes of \a changed are other ones than at the call
-    /// before, or come behind the last: they alone are written, in place, where the file is known
-    /// to be as that call left it.
+    /// The same for an image of which only the bytes of \a changed were edited or appended since
+    /// the call before: they alone are written, in place, where the file is known to be as that
+    /// call left it.
     Result<void> write_output_data_to_temp_file(const ByteBuffer &output_data, ByteRange changed);
 
     /// True if the file that a Write or Verify would hand to the tool now holds just
@@ -45,9 +45,8 @@ public:
 
     /// Deletes the output, read and search results files of an earlier run, and in silence those of
     /// other memories beside the read file, if the temporary folder exists and is this program's.
-    /// Only files and links are deleted, never a folder. After
-    /// a failed deletion every later one is logged as well; one that succeeded bears the
-    /// description of the failure before it.
+    /// Only files and links are deleted, never a folder. After a failed deletion every later one is
+    /// logged as well; one that succeeded bears the description of the failure before it.
     void clear_temp_files();
 
     /// What the last write_output_data_to_temp_file() came to; no failure before the first.

@@ -32,5 +32,5 @@ enum class RangeTrouble {
 };
 
 /// The bytes that \a typed stands for in an image of \a count bytes while the cursor is at
-/// \a cursor. Numbers are as typedAddress() takes them; a length counts from nowhere.
+/// \a cursor. Numbers are as typedAddress() takes them; a length has no sign.
 std::variant<ByteRange, RangeTrouble> bytesOf(const TypedRange &typed, qint64 cursor, qint64 count);
