@@ -16,7 +16,7 @@ bool BlockFacts::readOn(const ShownImage &image, ByteRange block) {
     }
     if (isKnown_ || block.length == 0 || !image.bytes)
         return false;
-    // Between an image and the grid that shows it there may be a turn.
+    // The grid may still show what the image was a turn ago.
     const qint64 length = lengthOf(image.bytes);
     const qint64 first = std::min(block.offset, length);
     const QByteArrayView bytes = QByteArrayView(std::as_const(*image.bytes))

@@ -17,8 +17,7 @@ class DifferenceSteps final : public QObject {
 
 public:
     /// Moves the cursor of \a grid to what \a comparison has found, and says with \a say what the
-    /// move itself does not show; an empty sentence takes back what was said. All must live as
-    /// long.
+    /// move itself does not show; an empty sentence takes back what was said. All must outlive it.
     DifferenceSteps(GridView &grid, const ImageComparison &comparison,
                     std::function<void(const QString &sentence)> say, QObject *parent = nullptr);
 

@@ -151,7 +151,7 @@ int FactsLine::roomForText() const {
     return width() - innerMargins;
 }
 
-// Its size hint does not hang on the text: a cursor that moves has nothing laid out anew.
+// Its size hint does not depend on the text, so nothing is laid out anew when the cursor moves.
 void FactsLine::showText() {
     const QString fitting = fittingText();
     if (fitting == text())

@@ -40,7 +40,7 @@ public:
     /// Puts the selected text on the clipboard, or the whole if none or all is selected.
     void copyWords() const;
     /// Reads the SHA-256 of the image and puts it on the clipboard when it is known. Nothing comes
-    /// of it if there are no bytes, or other ones before that.
+    /// of it if there are no bytes, or if they change before that.
     void askForSha256();
 
 protected:

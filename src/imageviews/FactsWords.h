@@ -29,8 +29,8 @@ QString burnOriginWords(std::optional<CompositionSource> source, const QString &
 /// The checksums of \a facts; an ellipsis stands for each while they are not known.
 QString checksumWords(const std::optional<ImageFacts> &facts);
 
-/// How many \a differences there are to the other image, of which an ellipsis stands for what is
-/// not known, and \a extraBytes that this one has more than it; fewer, if below 0.
+/// How many \a differences there are to the other image, with an ellipsis while that is not known,
+/// and how many \a extraBytes this one has; it has fewer if they are below 0.
 QString differenceWords(const std::optional<ImageDifferences> &differences, qint64 extraBytes);
 
 /// Whether a chip that can only lose bits, and holds the bytes that were read, can be burned

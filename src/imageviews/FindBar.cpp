@@ -27,7 +27,7 @@ bool isEnter(const QKeyEvent &key) {
     return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
 }
 
-/// Not for the reason of a shortcut, which would select the text before the focus is told of: a
+/// Not with the reason of a shortcut, which selects the text before the focus is announced: a
 /// screen reader then takes the field for one that it has named already.
 void typeAnew(QLineEdit &field) {
     field.setFocus(Qt::OtherFocusReason);
@@ -96,7 +96,7 @@ void FindBar::open() {
     takePattern();
 }
 
-// The keyboard goes first, or it would visit whatever comes after the bar.
+// The focus goes first, or it would visit whatever comes after the bar.
 void FindBar::dismiss() {
     grid_->setFocus(Qt::OtherFocusReason);
     hide();
@@ -192,7 +192,7 @@ bool FindBar::eventFilter(QObject *field, QEvent *event) {
     return true;
 }
 
-// What the fields make nothing of comes here.
+// Keys that the fields do not take come here.
 void FindBar::keyPressEvent(QKeyEvent *event) {
     if (event->key() == Qt::Key_Escape)
         dismiss();

@@ -97,7 +97,7 @@ ByteMark ImageComparison::markAt(qint64 offset) const {
     return {.differs = pairAt(offset).has_value()};
 }
 
-/// Of a byte of one image, what the other has there.
+/// What the other image has at \a pair, told of a byte of the data read (\a ofRead) or to burn.
 QString ImageComparison::words(const Pair &pair, bool ofRead) {
     constexpr int digits = 2;
     const QString text = QString::number(ofRead ? pair.toBurn : pair.read, hexadecimal)

@@ -38,7 +38,7 @@ public:
 
     explicit ImageComparison(Source source, QObject *parent = nullptr);
 
-    /// Looks at the images anew: those that are not the ones of before are compared.
+    /// Looks at the images anew, and compares them if one of them has changed.
     void refresh();
 
     /// True if the grid shows one of the images.
@@ -54,11 +54,11 @@ public:
     /// Where they differ, as far as it is known.
     const ImageDifferencesReader &blocks() const { return reader_; }
 
-    /// Marks the same bytes for whoever shows the image that the tab does not show.
+    /// Marks the same bytes in the image that the tab does not show.
     const GridMarks &marksBeside() const { return beside_; }
 
     /// The place of differing bytes that follows \a offset, or precedes it; nothing if there is
-    /// none. nextFrom(-1) is the first, previousFrom() the length of an image the last.
+    /// none. nextFrom(-1) gives the first, previousFrom() the length of an image the last.
     std::optional<qint64> nextFrom(qint64 offset) const;
     std::optional<qint64> previousFrom(qint64 offset) const;
 

@@ -58,7 +58,7 @@ void ImageFinder::beginAnew() {
     lookOn();
 }
 
-// What has changed may end a hit that other rows begin, or the other way round.
+// All marks are drawn anew, since a hit may begin or end in other rows.
 void ImageFinder::forgetRows(int first, int last) {
     index_.forget(qsizetype(first) * bytesInRow, (qsizetype(last) + 1) * bytesInRow);
     if (!index_.pattern().isEmpty())

@@ -28,7 +28,7 @@ constexpr int stripCharacters = 3;
 constexpr int pagesInImage = 16;
 constexpr int leastHeight = 24; // pixels
 
-/// True once there is something to be read: the room is kept only where there may be a map.
+/// Shows \a widget while there are bytes. Without, its room is kept only where there may be a map.
 void showOrKeepRoom(QWidget &widget, bool hasBytes, bool keepsRoom) {
     QSizePolicy policy = widget.sizePolicy();
     if (policy.retainSizeWhenHidden() != keepsRoom) {

@@ -37,8 +37,8 @@ public:
     void follow(GridView &grid, Source shown);
     /// Looks at the image anew, a turn of the event loop later.
     void refresh();
-    /// Marks the parts of the image with \a differing blocks, until the next call. Whoever
-    /// compares tells of each change.
+    /// Marks the parts of the image with \a differing blocks, until the next call. To be called at
+    /// each change.
     void setDiffering(const DifferingBlocks &differing);
 
     /// What assistive technology says of the value: where the view is, and what is there.
