@@ -37,8 +37,7 @@ inline constexpr int minCellHeight = 3;
 /// the top down; none for no bytes.
 QList<MapCell> mapCells(const BlockMap &map, const DifferingBlocks &differing, int height);
 
-/// What the block with the byte at \a offset looks like, which there must be; it has no place in a
-/// strip.
+/// The block with the byte at \a offset, which must exist, as a piece without a place in a strip.
 MapCell blockAt(const BlockMap &map, const DifferingBlocks &differing, qint64 offset);
 
 /// Where the byte at \a offset of \a size bytes, at least 1, begins in a strip of \a height pixels.

@@ -14,7 +14,7 @@ class QRect;
 // colour.
 
 /// Fills \a place with what \a cell looks like; nothing is drawn while that is not known. Where it
-/// differs, a bar stands along the edge that is read first, \a mirrored the right one.
+/// differs, a bar stands along the edge that is read first: the right one if \a mirrored.
 void paintCell(QPainter &painter, const QRect &place, const MapCell &cell, const QPalette &palette,
                bool mirrored);
 

@@ -11,8 +11,8 @@
 /// The bytes of one image for a grid, to look at.
 class ReadOnlyImage final : public GridSource {
 public:
-    /// Shows \a bytes (null: none) from now on, as they are at each moment; whoever changes them
-    /// calls this again.
+    /// Shows \a bytes (null: none) from now on, as they are at each moment. To be called again when
+    /// they change.
     void setBytes(const ByteBuffer &bytes);
 
     quint64 numberOfRowsInTableView(QObject *) override { return rowCount(content()); }

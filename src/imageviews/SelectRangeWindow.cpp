@@ -58,7 +58,7 @@ TypedRange::Until SelectRangeWindow::until() const {
                                                         : TypedRange::Until::Length;
 }
 
-/// What is typed, were the end typed as \a until says.
+/// What is typed, with its end taken as \a until says.
 std::variant<ByteRange, RangeTrouble> SelectRangeWindow::range(TypedRange::Until until) const {
     const qint64 cursor =
         byteOfCell(grid_->currentIndex()).value_or(grid_->selection().bytes().offset);

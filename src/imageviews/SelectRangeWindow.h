@@ -22,13 +22,13 @@ class SelectRangeWindow final : public QDialog {
     Q_OBJECT
 
 public:
-    /// Beside \a window, for \a grid, which must live as long.
+    /// Beside \a window, for \a grid, which must outlive it.
     SelectRangeWindow(GridView &grid, QWidget *window);
     ~SelectRangeWindow() override;
 
     Ui::SelectRangeWindow &controls() { return *controls_; }
 
-    /// Asks for bytes of \a grid, which must live as long, beginning with what is selected there.
+    /// Asks for bytes of \a grid, which must outlive it, beginning with what is selected there.
     /// Nothing changes if it does so already.
     void setGrid(GridView &grid);
 

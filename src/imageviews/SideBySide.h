@@ -30,7 +30,7 @@ public:
     /// Gives it; nothing if there is nothing to be seen beside the tab.
     using Source = std::function<std::optional<OtherImage>()>;
 
-    /// What shows both; all must live as long.
+    /// What shows both; all must outlive it.
     struct Views {
         GridView &grid;   ///< of the tab
         GridView &beside; ///< in the same layout; nobody else gives it contents

@@ -11,7 +11,7 @@
 #include <vector>
 
 // Hits of a pattern in an image. Every byte at which the pattern fits is one, also where two of
-// them overlap: to go from each to the next comes to all that are counted.
+// them overlap: going from each to the next comes to all that are counted.
 
 /// The offset of the first hit in \a image that begins at \a from or behind it, but before
 /// \a end; nothing if there is none.
@@ -26,7 +26,7 @@ qsizetype hitsBetween(QByteArrayView image, const BytePattern &pattern, qsizetyp
 /// True if the byte at \a offset of \a image is part of a hit.
 bool isPartOfHit(QByteArrayView image, const BytePattern &pattern, qsizetype offset);
 
-/// Where to a search leads.
+/// Where a search leads.
 struct HitAnswer {
     enum class Kind {
         Hit,

@@ -38,7 +38,7 @@ void count(quint64 one, quint64 other, ImageDifferences &found) {
     found.bitsToErase += std::popcount(other & ~one);
 }
 
-/// Adds what \a length bytes from \a offset on, which are not all equal, have of differences.
+/// Adds the differences among \a length bytes from \a offset on, which are not all equal.
 void countIn(QByteArrayView one, QByteArrayView other, qint64 offset, qint64 length,
              ImageDifferences &found) {
     const qint64 end = offset + length;

@@ -23,7 +23,7 @@ struct ImageDifferences {
 /// them.
 class ImageDifferencesReader {
 public:
-    /// How finely differing() tells where, at most.
+    /// The most blocks that differing() tells of.
     static constexpr qint64 maxBlocks = 4096;
 
     /// Compares on, at most \a max bytes of each image, which must have the same bytes at each
