@@ -108,8 +108,9 @@ QString catalogueCommand(const QString &tool, const QString &term, const QString
     return tool + QStringLiteral(" -L ") + shellWord(term) + QStringLiteral(" > ") + quoted(path);
 }
 
-// Nobody knows which programmer it will be, and what a device has does not hang on it: only whether
-// the tool lists it. The first model's list is the longest; a T76 is known to newer tools alone.
+// Nobody knows which programmer it will be, and what a device has does not depend on it: only
+// whether the tool lists it. The first model's list is the longest; a T76 is known to newer tools
+// alone.
 QString descriptionCommand(const QString &tool, const QString &device) {
     QStringList attempts;
     for (const char *model : {"tl866ii", "t48", "t56", "tl866a"})

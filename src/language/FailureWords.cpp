@@ -289,7 +289,7 @@ FailureWords FailureWording::operator()(const Difference &difference) const {
                                 "write again.")
                            : tr("Check that the chip and the device are the right ones, or "
                                 "write the chip."));
-    // Only of bytes that are shown can one be looked at.
+    // A byte can be looked at only where the bytes are shown.
     if (facts_.imageIsShown && facts_.report.decoded == ImageEncoding::Raw && !behindEnd)
         words.offer = nextSteps::ShowDifference{difference.address.toLongLong(nullptr, 0)};
     return words;

@@ -14,7 +14,7 @@ struct FailureWords {
     QString sentence;
     /// Empty where the sentence says it.
     QString nextStep;
-    /// What of that the program can do itself.
+    /// What the program can do about it.
     std::optional<NextStep> offer = std::nullopt;
 };
 

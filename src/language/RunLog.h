@@ -8,7 +8,7 @@
 #include <QList>
 #include <QObject>
 
-/// The runs of this start and what came of them. Of the oldest ones only what they said is
+/// The runs of this start and what came of them. The oldest ones stay, but what they said is
 /// forgotten.
 class RunLog final : public QObject {
     Q_OBJECT
@@ -16,7 +16,7 @@ class RunLog final : public QObject {
 public:
     using QObject::QObject;
 
-    /// Of how many runs what the tool said is kept.
+    /// How many runs keep what the tool said.
     static constexpr qsizetype maxRememberedWords = 20;
 
     void add(const RunRecord &record);

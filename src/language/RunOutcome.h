@@ -64,7 +64,7 @@ struct RunOutcome {
     QString sentence;
     /// What to do next, translated; empty where there is nothing to do or the sentence says it.
     QString nextStep;
-    /// What of that the program can do itself.
+    /// What the program can do about it.
     std::optional<NextStep> offer = std::nullopt;
 
     /// True if it did what it was for, if not as the window shows it.

@@ -23,8 +23,8 @@ struct RunRecord {
     /// Which state of the data to burn was handed over; 0 for none, or for a file that held
     /// something else.
     quint64 imageRevision = 0;
-    /// By what the file is known again that was handed over as it stood, other than the image;
-    /// empty in every other case.
+    /// By this the file is known again that was handed over as it stood, if it was not the image;
+    /// else empty.
     QString fileMark;
     int status = 0;
     /// The end of what the tool said.

@@ -11,7 +11,7 @@ ImageEncoding encodingOf(const RunFacts &facts) {
     const ToolReport &report = facts.report;
     if (report.decoded != ImageEncoding::Raw)
         return report.decoded;
-    // The size of text that it decodes is none of the tool's business.
+    // The tool does not look at the size of text that it decodes.
     return report.ignoredSize ? ImageEncoding::Raw : facts.encoding;
 }
 

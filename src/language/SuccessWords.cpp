@@ -80,8 +80,8 @@ RunOutcome SuccessWording::outcome() const {
     return outcome;
 }
 
-/// What of the chip the run had nothing to do with. That the code memory is not among what it was
-/// for is said elsewhere.
+/// A sentence on the memories of the chip that the run left out. That it left out the code memory
+/// is said elsewhere.
 QString SuccessWording::leftOut() const {
     switch (facts_.operation) {
     case WriteOperation:

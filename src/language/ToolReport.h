@@ -101,7 +101,7 @@ struct ToolReport {
     /// newer goes on.
     bool adapterMissing = false;
 
-    /// What the run went on in spite of, because it was told to.
+    /// What the run put up with, because it was told to.
     std::optional<toolErrors::WrongChipId> ignoredId;
     std::optional<toolErrors::WrongSize> ignoredSize;
 

@@ -37,7 +37,7 @@ const Verb *verbOf(QStringView line) {
     return found == verbs.end() ? nullptr : found;
 }
 
-/// What a step is called that is spelled so.
+/// The name of a step: what is \a spelled, with single blanks and without the dots.
 QString nameOf(const QString &spelled) {
     return spelled.chopped(dots.size()).simplified();
 }
@@ -48,7 +48,7 @@ QString partIn(QStringView step) {
     return blank < 0 ? QString() : step.sliced(blank).trimmed().toString();
 }
 
-/// The number before the percent sign that \a rest is.
+/// The number if \a rest is one with a percent sign behind it; else nothing.
 std::optional<int> percentIn(QStringView rest) {
     if (rest.isEmpty() || rest.back() != u'%')
         return std::nullopt;

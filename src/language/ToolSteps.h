@@ -62,5 +62,5 @@ private:
     bool counts_ = false;
 };
 
-/// Whether \a line speaks of a step: its begin, its percentage or its end.
+/// True if \a line speaks of a step: its beginning, its percentage or its end.
 bool isStep(QStringView line);
