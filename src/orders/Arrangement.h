@@ -50,7 +50,7 @@ enum class NoArrangement {
 qint64 wholeLength(const QList<qint64> &lengths);
 
 /// How long each part that goes out is before it is repeated, in bytes, if parts of \a lengths come
-/// in. Makes sense where whyNotArranged() has nothing against these.
+/// in. Only for lengths to which whyNotArranged() does not object.
 qint64 splitLength(const Arrangement &arrangement, const QList<qint64> &lengths);
 
 /// Why parts of \a lengths, in bytes, cannot be arranged; nothing if they can.

@@ -21,7 +21,7 @@ void putWord(char *bytes, Word word) {
 }
 
 /// Applies \a change to all of \a bytes, eight at a time. The rest is done as eight that end in
-/// zeros, so that \a change must not move bytes further than the groups that \a size is made of.
+/// zeros, so \a change must not move bytes out of the groups that \a size is a multiple of.
 template <typename Change>
 void changeAll(char *bytes, qsizetype size, Change change) {
     constexpr qsizetype step = sizeof(quint64);
@@ -34,7 +34,7 @@ void changeAll(char *bytes, qsizetype size, Change change) {
     std::memcpy(bytes + at, rest.data(), std::size_t(size - at));
 }
 
-/// Exchanges each \a shift bits that \a lower has with the next.
+/// Exchanges the bits of \a word that are in \a lower with those \a shift places higher.
 constexpr quint64 exchanged(quint64 word, quint64 lower, int shift) {
     return (word & lower) << shift | (word >> shift & lower);
 }
@@ -70,7 +70,7 @@ void scatter(char *to, const char *from, qsizetype count) {
 
 using Move = void (*)(char *to, const char *from, qsizetype count);
 
-/// One of four moves, which the compiler has made for what it is about.
+/// The one of four moves, each compiled for its lanes, that \a lanes ask for.
 Move chosen(const Lanes &lanes, Move two, Move four, Move twoWide, Move fourWide) {
     if (lanes.unit == 1)
         return lanes.parts == 2 ? two : four;

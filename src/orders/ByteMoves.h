@@ -15,9 +15,10 @@ void swapBytes(char *bytes, qsizetype size, int group);
 /// Turns the bits of each of \a size bytes round.
 void reverseBits(char *bytes, qsizetype size);
 
-/// Puts what \a part, counted from 0, has of \a whole to \a to; the size of \a whole is a multiple
-/// of the word that \a lanes make.
+/// Copies what \a part, counted from 0, has of \a whole to \a to; the size of \a whole is a
+/// multiple of the word that \a lanes make.
 void takePart(char *to, QByteArrayView whole, const Lanes &lanes, int part);
 
-/// The reverse: puts \a from where it belongs in the whole at \a whole.
+/// The reverse: copies \a from, the bytes of \a part, to where they belong in the whole at
+/// \a whole.
 void putPart(char *whole, QByteArrayView from, const Lanes &lanes, int part);

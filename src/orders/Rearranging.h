@@ -13,7 +13,7 @@
 /// Arranges bytes in as many turns as the caller likes, in one pass.
 class Rearranging {
 public:
-    /// Of parts of \a lengths, in bytes, which whyNotArranged() must have nothing against. Throws
+    /// Of parts of \a lengths, in bytes, to which whyNotArranged() must not object. Throws
     /// std::bad_alloc if there is not enough memory for what goes out.
     Rearranging(const Arrangement &arrangement, const QList<qint64> &lengths);
 

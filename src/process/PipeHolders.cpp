@@ -60,7 +60,7 @@ void killHoldersOf(const QList<PipeIdentity> &pipes, pid_t session) {
         const pid_t pid = QString::fromStdString(entry.filename().string()).toInt();
         if (pid <= 0 || pid == ::getpid())
             continue;
-        // Looked at after it was opened: a number that has passed on to another process is of no
+        // Looked at after it was opened: a number that has passed on to another process does no
         // harm then.
         const FileDescriptor process = openProcess(pid);
         if (::getsid(pid) == session && holdsOneOf(pipes, entry))

@@ -8,7 +8,7 @@
 #include <sys/types.h>
 
 /// A descriptor that stands for the process \a pid and for no other that gets its number later;
-/// it becomes readable when the process ends. None where the system has no such things.
+/// it becomes readable when the process ends. None where the system has no such descriptors.
 FileDescriptor openProcess(pid_t pid);
 
 /// Sends \a signal to \a process, if it has not ended.
