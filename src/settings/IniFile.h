@@ -31,9 +31,9 @@ public:
 
     /// What is in the file now; nothing if there is none.
     Outcome read() const;
-    /// Saves the values of \a changes (key to value) with what else is in the file, which is what
-    /// it returns, and has the disk confirm it. Otherwise the file is as it was. Makes missing
-    /// folders; waits at most 100 ms for another program that changes the file.
+    /// Saves the values of \a changes (key to value) beside what else is in the file, has the disk
+    /// confirm it, and returns all of it. On failure the file is as it was. Makes missing folders;
+    /// waits at most 100 ms for another program that changes the file.
     Outcome change(const QVariantMap &changes) const;
 
     /// Renames what is at the path to the first unused name of "<path>.damaged",

@@ -84,8 +84,7 @@ struct Line {
     QString key() const { return section.isEmpty() ? entry->name : section + u'/' + entry->name; }
 };
 
-/// What the line \a text of \a section is; nothing if it is none of what may stand in
-/// INI text.
+/// What the line \a text of \a section is; nothing if it may not stand in INI text.
 std::optional<Line> lineFrom(QByteArrayView text, const QString &section) {
     const QByteArrayView inner = text.trimmed();
     Line line{text, section, inner.startsWith('['), std::nullopt};

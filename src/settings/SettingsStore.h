@@ -27,8 +27,9 @@ class SettingsStore final : public QObject {
 
 public:
     /// Opens (or, at the first write, creates) the INI file at the absolute \a filePath. A file
-    /// that is no INI text is moved aside to damagedCopyPath() and the store starts empty. It also
-    /// does where something cannot be read, which stays as it is; openingProblem() says so.
+    /// that is no INI text is moved aside to damagedCopyPath() and the store starts empty. It
+    /// starts empty as well with a file that cannot be read, which stays as it is; openingProblem()
+    /// says so.
     explicit SettingsStore(const QString &filePath, QObject *parent = nullptr);
     ~SettingsStore() override;
 

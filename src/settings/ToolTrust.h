@@ -20,7 +20,7 @@ class ToolTrust final : public QObject {
 
 public:
     /// Follows what is set in \a settings, not what their file comes to hold in other ways. Both
-    /// must live as long.
+    /// must outlive it.
     ToolTrust(SettingsStore &settings, WindowMemory &memory);
 
     /// True if the shell may have \a tool without a question.

@@ -13,7 +13,7 @@
 
 /// How the user has the views of the window.
 struct ViewChoices {
-    int gridPercent = 100; ///< size of the letters, of the usual one
+    int gridPercent = 100; ///< size of the letters, in percent of the usual
     int consolePercent = 100;
     bool wrapsConsole = false;
     bool showsConsole = true;

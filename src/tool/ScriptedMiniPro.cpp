@@ -41,7 +41,7 @@ QString printed(const std::optional<QString> &value) {
     return value.value_or(QStringLiteral("(null)"));
 }
 
-/// The end of text, with memory of its own; half a character at its beginning is left out.
+/// The end of \a text, with memory of its own; half a character at its beginning is left out.
 QString tailOf(const QString &text) {
     QString tail = text.right(ScriptedMiniPro::largestSaidTail);
     if (tail.size() < text.size() && tail.front().isLowSurrogate())

@@ -89,10 +89,10 @@ public:
     /// What the run itself knows of what became of it, for judgeRun(); to be asked after it. The
     /// image, and which programmers are plugged in, are for the caller to add.
     RunFacts facts() const;
-    /// What the chip is known to hold besides its code memory, for who judges the run.
+    /// What the chip is known to hold besides its code memory, for judging the run.
     const KnownMemories &knownMemories() const { return knownMemories_; }
     void setKnownMemories(const KnownMemories &known) { knownMemories_ = known; }
-    /// How far the run has come, as the tool tells; another after said().
+    /// How far the run has come, as the tool tells; changes with said().
     RunProgress progress() const { return reader_.progress(); }
 
     /// Output is waiting (or has ended) on \a handle: takes one chunk and listens again.

@@ -28,7 +28,7 @@ void ToolQuestion::ask(std::chrono::milliseconds patience) {
     for (Pipe *pipe : {&output_, &error_})
         pipe->fileHandleForReading()->waitForDataInBackgroundAndNotify();
     patience_.start(patience);
-    // What is wrong with a start comes out with the end that follows it.
+    // A start that fails is told by the end that follows it.
     (void)child_.start();
 }
 
@@ -42,8 +42,8 @@ void ToolQuestion::take(ReadHandle *handle) {
         handle->waitForDataInBackgroundAndNotify();
 }
 
-// Something that the command left behind may hold the pipes for ever, so that their ends are not
-// waited for.
+// Something that the command left behind may hold the pipes for ever, so their ends are not waited
+// for.
 void ToolQuestion::takeRest(Pipe &pipe) {
     ReadHandle *handle = pipe.fileHandleForReading();
     if (!isAnswered_ && handle->bytesAvailable() > 0)

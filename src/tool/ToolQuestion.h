@@ -26,7 +26,7 @@ struct ToolAnswer {
 };
 
 /// One short command for the user's login shell that is run beside everything else: nobody waits
-/// for it, and it is neither shown nor logged. It must need no programmer. To delete the question
+/// for it, and it is neither shown nor logged. It must need no programmer. Deleting the question
 /// ends it at once, with all that it has started.
 class ToolQuestion final : public QObject {
     Q_OBJECT
