@@ -49,8 +49,8 @@ QStringList fileSwitches(const ToolSettings &settings) {
     return words;
 }
 
-/// What the shell takes for more than itself in \a tool, and between double quotes in \a
-/// quotedText.
+/// What the shell takes for more than itself in \a tool, and between double quotes in
+/// \a quotedText.
 QString oddIn(const QString &tool, const QString &quotedText) {
     static constexpr QStringView withinQuotes(u"$`\"\\");
     static constexpr QStringView outsideQuotes(u"$`\"\\;&|<>()");

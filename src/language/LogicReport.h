@@ -35,8 +35,8 @@ inline constexpr qint64 largestReport = qint64(1) << 20;
 /// file of more than largestReport, or one that is not UTF-8, cannot be read.
 Result<LogicReport> loadLogicReport(const QString &path, Log &log);
 
-/// What is to be said of a report that could not be loaded because of \a failure, translated; empty
-/// where there is none, which the run's own end explains.
+/// A translated sentence on a report that could not be loaded because of \a failure; empty if there
+/// is no file, which the run's own end explains.
 QString wordsForUnreadReport(const Failure &failure);
 
 /// The same strings in the same order, less every empty one. A blank is not empty.

@@ -27,8 +27,8 @@ QString judgeSearch(const SearchFacts &facts);
 /// ever, and notices none that is plugged in meanwhile.
 bool findsNoProgrammer(const ToolReport &report);
 
-/// What is to be said of a search, as \a run tells it, that finds no programmer and goes on.
+/// A translated remark on a search, as \a run tells it, that finds no programmer and goes on.
 QString remarkOnWaitingSearch(const RunFacts &run);
 
-/// What is to be said of a search in which the tool says nothing.
+/// A translated remark on a search in which the tool says nothing.
 QString remarkOnSilentSearch();

@@ -10,8 +10,7 @@ namespace {
 
 /// What the field keeps free on both sides of its text; in pixels.
 constexpr int innerMargins = 8;
-/// As in "262,144 bytes, DIP32 · data too long by 262,144"; on a small
-/// screen less has room.
+/// As in "262,144 bytes, DIP32 · data too long by 262,144"; on a small screen less has room.
 constexpr int usualLetters = 46;
 constexpr int leastLetters = 8;
 
