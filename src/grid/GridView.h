@@ -77,7 +77,7 @@ public:
     GridSelection &selection() const { return *selection_; }
 
     /// The choice whether two hexadecimal digits, typed into a cell that a key has opened, end the
-    /// entry as Enter does. Off at first.
+    /// entry as Enter does. Off in a new view, whatever the user has chosen.
     QAction *moveOnAction() const;
     using QAbstractItemView::edit;
 
