@@ -12,8 +12,8 @@
 class QAbstractButton;
 class QLineEdit;
 
-/// Drives the real window as a user would, by mouse and keyboard events on its controls, and
-/// tells on standard output what came of it.
+/// Drives the real window by its controls, as a user would, and tells on standard output what came
+/// of it.
 class Demonstration {
 public:
     explicit Demonstration(VelmWindow &velm);
@@ -30,7 +30,7 @@ public:
 
     /// Presses a button with the mouse.
     void press(QAbstractButton *button);
-    /// Types a text in place of what the field holds, and Enter.
+    /// Puts \a text in place of what \a field holds, and leaves the field.
     void type(QLineEdit *field, const QString &text);
     /// Chooses the entry of the menu bar with \a text, without its marks.
     void choose(const QString &text);

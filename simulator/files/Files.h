@@ -51,8 +51,8 @@ private:
     FileHandle file_;
 };
 
-/// The whole file; what of it can be read when it cannot be read to its end, so a folder is empty.
-/// Throws FileError when it cannot be opened.
+/// The whole file, or as much of it as can be read: a folder is empty. Throws FileError when it
+/// cannot be opened.
 Bytes readWholeFile(const std::filesystem::path &path);
 
 } // namespace sim

@@ -10,7 +10,7 @@
 namespace sim {
 namespace {
 
-/// Rounded to `decimals` of them, without closing zeros.
+/// Rounded to `decimals` decimals, without trailing zeros.
 std::string shortest(double value, int decimals) {
     const double scale = std::pow(10, decimals);
     std::array<char, 32> text{};

@@ -10,7 +10,7 @@
 
 namespace sim {
 
-/// "12.5", "5": volts without closing zeros.
+/// "12.5", "5": volts without trailing zeros.
 std::string volts(double value);
 
 /// The line that tells with what a chip is programmed, and the empty line that sets it apart.
