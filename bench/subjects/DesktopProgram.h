@@ -30,11 +30,11 @@ public:
     /// Waits until a window of it is on the display and painted; gives the milliseconds from the
     /// start. Throws if none ever is.
     double untilFirstFrame();
-    /// Waits until its page is full of text, as a page of a hex dump is; gives the
-    /// milliseconds from the start. Throws if it never is.
+    /// Waits until its page is full of text, as a page of a hex dump is; gives the milliseconds
+    /// from the start. Throws if it never is.
     double untilPage();
-    /// Milliseconds from a page key until there are other pixels in its page; waits
-    /// until nothing changes any more. Throws if the key does nothing.
+    /// Milliseconds from a page key until there are other pixels in its page; waits until nothing
+    /// changes any more. Throws if the key does nothing.
     double pageDown();
     /// The memory that it has in use, in bytes.
     double memory() const;

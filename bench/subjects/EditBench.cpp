@@ -82,7 +82,7 @@ public:
     double redo() {
         return untilPainted([this] { window_.trigger(QKeySequence::Redo); });
     }
-    /// All bytes with another one each time.
+    /// Fills all bytes with a value that is another one each time.
     double fill() {
         const RepeatedBytes content{QByteArray(1, char(++value_))};
         EditOffers &edits = window_.velm().delegate().edits();

@@ -52,7 +52,7 @@ quint64 passOver(const QByteArray &bytes) {
 
 void writeFile(const QString &path, const QByteArray &bytes) {
     QFile file(path);
-    // To the disk: nobody whose own saving waits for it shall have to wait for this as well.
+    // To the disk, so that a measured saving need not wait for this as well.
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush() ||
         ::fsync(file.handle()) != 0)
         throw std::runtime_error("cannot write " + path.toStdString());

@@ -72,7 +72,7 @@ bool letFail(const char *name, Effect effect) {
     return strikes || isDead;
 }
 
-/// The function of the C library that the one of this file stands before.
+/// The function of the C library that the one in this file hides.
 template <typename Function>
 Function *libraryFunction(const char *name) {
     return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));

@@ -38,7 +38,7 @@ public:
     /// whichever it is of.
     void failAgain(int later);
 
-    /// True once as many calls were made.
+    /// True once the call that is struck has been made.
     bool hasStruck() const;
     /// The name of the function that was struck; empty before.
     QByteArray struckCall() const;

@@ -15,7 +15,7 @@
 
 // What a user does to import a file.
 
-/// The entry of the menu.
+/// The menu entry that imports a file; null if there is none.
 inline QAction *importEntry(WindowFixture &velm) {
     for (QMenu *menu : velm.velm().window().menuBar()->findChildren<QMenu *>())
         for (QAction *action : menu->actions())

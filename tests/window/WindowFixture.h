@@ -72,7 +72,7 @@ public:
     AppDelegate &delegate() { return velm_->delegate(); }
     const AppDelegate::State &state() { return delegate().state(); }
     Ui::MainWindow &controls() { return velm_->window().controls(); }
-    /// The entries of the menu Open recent, which there must be.
+    /// The entries of the menu Open recent, which must exist.
     QList<QAction *> recentEntries();
     /// Their texts: the paths, the newest first.
     QStringList recentFiles();
