@@ -11,7 +11,7 @@
 
 struct WindowMenus;
 
-/// Lets the images out, whole or in part, as they are or as text of records.
+/// Exports the images, whole or in part, as they are or as text of records.
 class FileExport final : public QObject {
     Q_OBJECT
 

@@ -15,7 +15,7 @@
 class ImportWindow;
 struct WindowMenus;
 
-/// Lets files in. What is text of records, which the programmer tool would decode by itself, is
+/// Imports files. What is text of records, which the programmer tool would decode by itself, is
 /// shown in an import window before its bytes become a file of the program's own and the opened
 /// binary; everything else is opened as the binary at once. While imported bytes are the opened
 /// binary, the message line tells when a file that they came from is written.

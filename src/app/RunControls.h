@@ -30,8 +30,8 @@ public:
     /// The menu entries that do what the controls do, and the one that stops.
     void setActions(const QList<QAction *> &offWhileRunning, QAction *stop);
 
-    /// Shows \a work. The focus goes to the console while the tool works, and comes back
-    /// afterwards.
+    /// Shows \a work. While the tool works the focus is in the console, or in the grid if that is
+    /// hidden, and comes back afterwards.
     void show(Work work);
     /// Something that a run left behind still prints, or no longer does: Stop is there for it too.
     void showLeftovers(bool printing);

@@ -44,6 +44,6 @@ struct BurnDoubt {
 /// \a name is what to call it.
 QString decodingRemark(ImageEncoding encoding, const QString &name);
 
-/// The reasons to ask before \a situation goes on, in one: that about its command, and the most
-/// important one about the image, for operations that take one. Nothing if there is none.
+/// The reasons to ask before \a situation goes on, as one: that about its command and, if it takes
+/// an image, the most important one about that. Nothing if there is none.
 std::optional<BurnDoubt> doubtAbout(const BurnSituation &situation);

@@ -22,7 +22,7 @@ public:
     /// From now on shows \a run, of an operation, and no earlier one, though what that left running
     /// may go on printing.
     void follow(ScriptedMiniPro *run);
-    /// The same with \a run, of a search, which has no steps.
+    /// The same for \a run, of a search, which has no steps.
     void followSearch(ScriptedMiniPro *run);
 
 private:
