@@ -31,8 +31,8 @@ bool isInFolder(const QString &folder, const QString &path) {
            QFileInfo(QFileInfo(path).path()).canonicalFilePath() == canonical;
 }
 
-/// Whether the read file has the name that the program gives it: whoever names it otherwise has it
-/// among files of their own.
+/// True if the read file has the name that the program gives it: under another it may lie among the
+/// user's own files.
 bool hasItsUsualName(const QString &readFile) {
     const QString usual =
         settingsKeys::startupDefaults().value(settingsKeys::temp_read_from_chip_file).toString();

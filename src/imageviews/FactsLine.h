@@ -14,8 +14,8 @@
 class GridView;
 
 /// What tells the shown image from others, and the byte under the grid's cursor or the block that
-/// is selected, in one line. They are read in turns of the event loop, so that they are in nobody's
-/// way however long they are; checksums stand open until they are known.
+/// is selected, in one line. They are read in turns of the event loop, so they hold nobody up,
+/// however long they are; checksums stand open until they are known.
 ///
 /// The text can be selected. Where there is no room for all, whose bytes they are is told
 /// shorter first, and then the checksums go; the tool tip has the whole.

@@ -36,7 +36,7 @@ public:
 
     /// Shows the bar and has its text typed anew.
     void find();
-    /// The same with the address.
+    /// Shows the bar and has the address typed anew.
     void findAddress();
     /// Goes to the next hit, wherever the keyboard is. Without anything to search for, as find().
     void findNext() { step(ImageFinder::Direction::Next); }

@@ -17,8 +17,8 @@
 class GridView;
 
 /// Searches the image that the grid shows. Hits are marked as soon as they are in view; they are
-/// counted in turns of the event loop, which are in nobody's way however long the image is. The
-/// count follows the edits of the image, and begins anew when another one is shown.
+/// counted in turns of the event loop, which hold nobody up, however long the image is. The count
+/// follows the edits of the image, and begins anew when another one is shown.
 class ImageFinder final : public QObject, public GridMarks {
     Q_OBJECT
 

@@ -17,9 +17,9 @@ class GridView;
 /// differs from another image, and, framed, what of it is in view. A click or a drag leads there,
 /// and so do the keys of a slider. The value is the address of the first byte in view.
 ///
-/// The image is counted in turns of the event loop, so that it is in nobody's way however long it
-/// is; of an edit only the blocks that it touched. Without bytes there is no map, but its room is
-/// kept on the tabs that show an image.
+/// The image is counted in turns of the event loop, which hold nobody up, however long it is; after
+/// an edit only the blocks that it touched. Without bytes there is no map, but its room is kept on
+/// the tabs that show an image.
 class ImageMap final : public QAbstractSlider {
     Q_OBJECT
 

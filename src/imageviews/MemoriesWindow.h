@@ -26,7 +26,7 @@ public:
 
     /// Shows \a memories instead of others, with \a remark, a translated sentence, above them.
     void showMemories(const ReadMemories &memories, const QString &remark);
-    /// Whether they may be saved at this moment.
+    /// Lets the user save them if that \a isPossible at this moment.
     void setSaving(bool isPossible);
 
 signals:

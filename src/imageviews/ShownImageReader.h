@@ -41,7 +41,7 @@ public:
 
     /// Lets the turns at \a image that follow read its SHA-256 as well, from the beginning.
     void askForSha256(const ShownImage &image);
-    /// Asked for, and not known yet.
+    /// True while the SHA-256 is asked for and not known yet.
     bool isReadingSha256() const { return reader_ && sha256_.isEmpty(); }
     /// 64 hexadecimal digits; empty unless asked for and known.
     QString sha256() const { return sha256_; }
