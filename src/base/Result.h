@@ -43,7 +43,7 @@ private:
     std::variant<T, Failure> content_;
 };
 
-/// The same for what gives nothing when it has worked.
+/// A Result without a value: whether something has worked, and if not, why.
 template <>
 class [[nodiscard]] Result<void> {
 public:

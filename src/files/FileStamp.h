@@ -24,7 +24,7 @@ struct FileStamp {
     /// The stamp that the system's \a facts of a file amount to.
     static FileStamp from(const struct stat &facts);
 
-    /// The same as a text, for what is told apart by texts; "none" without a stamp.
+    /// \a stamp as a text, to be compared with others; "none" without a stamp.
     static QString text(const std::optional<FileStamp> &stamp);
 
     friend bool operator==(const FileStamp &, const FileStamp &) = default;

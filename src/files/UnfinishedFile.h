@@ -23,7 +23,7 @@ public:
     static Result<UnfinishedFile> beside(const QByteArray &path);
     UnfinishedFile(UnfinishedFile &&other) noexcept = default;
     UnfinishedFile &operator=(UnfinishedFile &&other) noexcept = default;
-    /// Removes the file if it has not taken its place.
+    /// Removes what has no place: this file, or the older one that it has replaced.
     ~UnfinishedFile();
 
     /// To write to.

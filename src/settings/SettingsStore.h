@@ -69,7 +69,7 @@ public:
 signals:
     /// A change of \a key was refused: whoever shows the key shows its value again.
     void changeRefused(const QString &key);
-    /// setValue() has stored a value under \a key, be it another one or the same.
+    /// setValue() has stored a value under \a key, which may be the same as before.
     void valueSet(const QString &key);
     /// The visible value of \a key changed: by setValue(), by registerDefaults(), or because
     /// another program had written the file when setValue() came to write it.
