@@ -62,9 +62,9 @@ public:
     /// Shows the bytes of \a changed anew, and rows that were added; nothing moves. If there are
     /// fewer rows than before, everything is shown anew.
     void showChange(ByteRange changed);
-    /// The same for what \a edit, just carried out, has changed in all. If it was typed into a cell
-    /// that Enter or Tab leave, the cursor moves on past the bytes written; a rejected entry lets
-    /// it stay.
+    /// Shows the bytes of \a changed likewise, all that \a edit has just changed. When Enter or Tab
+    /// leaves the cell that it was typed into, the cursor moves on past the bytes written; after a
+    /// rejected entry it stays.
     void showEdit(const CellEdit &edit, ByteRange changed);
 
     /// Makes the cell at \a index the cursor and its row the selection.
