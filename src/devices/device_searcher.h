@@ -67,8 +67,7 @@ public:
     void stop();
     bool isSearching() const { return !current_.isNull(); }
 
-    /// The name in the selected row, be it of the list or of what is offered without a search;
-    /// nothing if no row is selected.
+    /// The name in the selected row of either list; nothing if no row is selected.
     std::optional<QString> selectedItem(QObject *sender) const;
     /// Confirms, a turn of the event loop later, just as the confirm button does.
     void doubleClick(QObject *sender);

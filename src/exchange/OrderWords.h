@@ -47,7 +47,7 @@ struct LabelledPart {
 };
 
 /// What to write on the chip for \a part: which it is, its checksum, and what fits it: \a chip if
-/// that has just its length, else the usual EPROM that has.
+/// that has just its length, else the usual EPROM of that length.
 QString labelWords(const LabelledPart &part, const ChipSize &chip);
 
 /// Why parts of \a lengths cannot be arranged, as a sentence.
