@@ -36,7 +36,7 @@ public:
     void choose(const QString &text);
     /// Lets everything happen that waits for the event loop.
     void settle();
-    /// The same until \a happened; false if it has not within ten seconds.
+    /// Lets the event loop turn until \a happened; false if it has not within ten seconds.
     bool waitUntil(const std::function<bool()> &happened);
 
 private:

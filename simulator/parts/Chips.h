@@ -84,7 +84,7 @@ bool writeReplaces(const Chip &chip);
 /// A microcontroller's memory for data, a chip by itself on the bench; nothing for other chips.
 std::optional<Chip> dataMemory(const Chip &chip);
 
-/// The same of its memory for the user's notes.
+/// Likewise a microcontroller's memory for the user's notes.
 std::optional<Chip> userMemory(const Chip &chip);
 
 /// Device names are compared whole, in any case.
