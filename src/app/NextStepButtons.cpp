@@ -16,7 +16,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
-/// One step, as a button.
+/// Makes the button for each kind of step.
 struct NextStepButtons::Maker {
     Messages::Action operator()(const nextSteps::PadTo &pad) const {
         const QString size = QString::number(pad.kibibytes);

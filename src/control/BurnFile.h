@@ -31,7 +31,7 @@ public:
     void write(ByteRange changed);
     /// Says so if others may change the file. Said once, at the start.
     void sayIfShared();
-    /// What \a operation would be about.
+    /// What \a operation would be about if it began now; of an image only for Write and Verify.
     BurnSituation situation(Operation operation) const;
     /// True if the user is asked before the run that \a burn is about; false if there is nothing
     /// to ask, or the same was asked just before: the tool is trusted then. \a revision tells one

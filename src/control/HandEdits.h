@@ -87,7 +87,8 @@ public:
     const ByteBuffer &image() const { return image_; }
     /// Which of its bytes were edited since it was composed; not those whose edits were taken back.
     const EditedBytes &edited() const { return edited_; }
-    /// What is in the image now.
+    /// The revision of the image as it is now, how many edits are in it, and what it was composed
+    /// of.
     ImageState state() const;
     /// The image as it is now has been saved in a file of the user's.
     void noteSaved();

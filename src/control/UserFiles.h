@@ -106,7 +106,7 @@ public:
     /// The folder that a file was saved in last; the user's own at first.
     QString folderForSaving() const;
 
-    /// Files opened lately, the newest first.
+    /// Absolute paths of files opened lately, the newest first, at most eight.
     QStringList recent() const;
     void addRecent(const QString &path);
 

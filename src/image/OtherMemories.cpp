@@ -16,7 +16,7 @@
 
 namespace {
 
-/// One of the four files that the settings name.
+/// True if \a path is one of the four files that the settings name.
 bool isNamed(const SettingsStore &settings, const QString &path) {
     const QString keys[] = {settingsKeys::temp_output_file, settingsKeys::temp_read_from_chip_file,
                             settingsKeys::temp_search_results_file,

@@ -45,7 +45,7 @@ struct OtherMemories {
     QList<Unread> unread;
 
     bool isEmpty() const { return !data && !user && !fuseText; }
-    /// The bytes of \a memory.
+    /// The bytes of \a memory, for fuses their text; null where there was nothing.
     const ByteBuffer &bytesOf(OtherMemory memory) const;
 };
 

@@ -58,7 +58,7 @@ public:
     /// The same as a list; an absent key reads as an empty list.
     QStringList stringListValue(const QString &key) const;
 
-    /// Path of the settings file.
+    /// Absolute path of the settings file, which need not exist.
     QString filePath() const;
     /// Where a damaged settings file was moved when this store was opened; empty if none was.
     QString damagedCopyPath() const;

@@ -25,7 +25,7 @@ inline QAction *menuEntry(WindowFixture &velm, const QString &text) {
     qFatal("no entry %s", qPrintable(text));
 }
 
-/// Chooses an entry of the menus.
+/// Chooses the entry with \a text and lets it do its work.
 inline void choose(WindowFixture &velm, const QString &text) {
     menuEntry(velm, text)->trigger();
     velm.settle();

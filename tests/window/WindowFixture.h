@@ -52,7 +52,7 @@ public:
     /// Ends the program, as a restart does; settings and files stay.
     void end();
 
-    /// A path in this test's folder.
+    /// The absolute path of \a name in this test's folder; nothing is made there.
     QString path(const QString &name) const { return folder_.filePath(name); }
     /// Writes a file in this test's folder (or at an absolute path) and gives its path.
     QString write(const QString &name, const QByteArray &bytes) const;
