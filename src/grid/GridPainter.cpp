@@ -196,7 +196,7 @@ void GridPainter::paintText(const CellValue &value, int column, const QRect &cel
         painter_.setFont(view_.font());
 }
 
-/// Addresses line up at their last digits, so that longer ones stand out to the left.
+/// Addresses line up at their last digits; longer ones stand out to the left.
 int GridPainter::textLeft(int column, const QRect &cell, int width) const {
     return column == addressColumn ? cell.right() + 1 - places_.padding() - width
                                    : cell.left() + (cell.width() - width) / 2;

@@ -144,7 +144,7 @@ void GridView::rowsInserted(const QModelIndex &parent, int start, int end) {
     viewport()->update();
 }
 
-// One byte may change how all the others read, so that all cells may be said to have changed; the
+// One byte may change how all the others read, so all cells may be said to have changed; the
 // toolkit would look for the place of each of them.
 void GridView::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
                            const QList<int> &roles) {
