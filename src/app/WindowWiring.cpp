@@ -165,7 +165,7 @@ void wireFiles(Ui::MainWindow &c, AppDelegate &delegate) {
     onClick(c.btn_export_output, &AppDelegate::export_output_data);
 }
 
-/// The icons are drawn in the palette's colour, so that they are taken anew when that changes.
+/// The icons are drawn in the palette's colour, so they are made anew when that changes.
 void setIcons(Ui::MainWindow &c, const QPalette &palette) {
     const std::pair<QAbstractButton *, const char *> icons[] = {
         {c.btn_read, "read-chip"},

@@ -37,7 +37,7 @@ QString escapeOf(char32_t character) {
 } // namespace
 
 QString shownName(QStringView name) {
-    // No character shows shorter than it is, so that one unit more fills what is shown.
+    // No character is shown by fewer units than it has, so one unit more fills what is shown.
     const auto characters = name.first(qMin(name.size(), longestShownName + 1)).toUcs4();
     QString shown;
     for (const uint character : characters) {

@@ -37,8 +37,8 @@ public:
     QString units(qsizetype position, qsizetype count) const;
     /// Number of bytes of the buffer that were decoded.
     qsizetype byteLength() const;
-    /// True if the buffer was decoded as multi-byte UTF-8, so that length() is less than
-    /// byteLength() and the last bytes have no cell of their own.
+    /// True if the buffer was decoded as multi-byte UTF-8: length() is less than byteLength() then,
+    /// and the last bytes have no cell of their own.
     bool isMultiByte() const;
 
 private:
