@@ -136,7 +136,7 @@ void BlockActions::fill() {
         return with_.messages.say(Topic::BlockRefused, tr("There are no bytes to fill."));
     showFillWindow();
     const ByteRange selected = grid().selection().bytes();
-    // A single byte is where the cursor is, and where filling begins.
+    // A single byte is just the cursor: filling runs from there to the end.
     fillWindow_->offer(selected.length == 1 ? ByteRange{selected.offset, size - selected.offset}
                                             : selected,
                        byteOfCell(grid().currentIndex()).value_or(selected.offset));

@@ -142,7 +142,7 @@ void wireSelection(MainWindow &window, Messages &messages) {
     QObject::connect(c.tableview->selectionModel(), &QItemSelectionModel::selectionChanged,
                      c.tableview, selected);
     QObject::connect(c.tableview->gridModel(), &GridModel::modelReset, c.tableview, selected);
-    // What it offers is about the bytes that were selected then.
+    // The message offers something about the bytes that were selected then.
     QObject::connect(&c.tableview->selection(), &GridSelection::changed, c.tableview,
                      [&messages] { messages.takeBack(Topic::BlockRefused); });
     for (GridView *grid : {c.tableview, c.besideGrid})

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The measures of the picture; all hang on the font and the width that there is.
+/// The measures of the picture, in pixels; all depend on the font and the width that there is.
 struct Measures {
     Measures(const QFontMetrics &font, int width)
         : row(font.height() + 2),

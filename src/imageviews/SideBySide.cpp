@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Makes the cell of \a view that \a index of the other view stands for its cursor.
+/// Moves the cursor of \a view to the cell that is where \a index is in the other view.
 void moveAlong(GridView &view, const QModelIndex &index) {
     const QModelIndex same = view.model()->index(index.row(), index.column());
     if (same.isValid() && same != view.currentIndex())
