@@ -12,6 +12,7 @@
 #include "grid/GridColumns.h"
 #include "views/HelpWindows.h"
 #include "widgets/ConsoleView.h"
+#include "widgets/MenuText.h"
 
 #include "ui_MainWindow.h"
 
@@ -43,11 +44,6 @@ public:
 private:
     QMenu *menu_;
 };
-
-/// File names may hold the mark of a mnemonic.
-QString menuText(QString path) {
-    return path.replace(u'&', QStringLiteral("&&"));
-}
 
 void fillRecentMenu(QMenu *recent, AppDelegate &delegate, const UserFiles &files) {
     recent->clear();

@@ -6,6 +6,7 @@
 #include "base/Log.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "widgets/MenuText.h"
 
 #include <QAction>
 #include <QMenu>
@@ -14,11 +15,6 @@
 namespace {
 
 const QString firstFavourite = QStringLiteral("W27C512@DIP28");
-
-/// A menu takes "&" for the mark of a mnemonic.
-QString menuText(QString name) {
-    return name.replace(u'&', QStringLiteral("&&"));
-}
 
 } // namespace
 
