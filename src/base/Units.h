@@ -7,3 +7,7 @@
 
 /// 1 KiB in bytes; nearly all chips have a whole number of them.
 inline constexpr qint64 kibibyte = 1024;
+inline constexpr qint64 mebibyte = 1024 * kibibyte;
+
+/// Bytes in a row of a hex dump.
+inline constexpr int bytesInRow = 16;

@@ -3,14 +3,12 @@
 
 #pragma once
 
+#include "base/Units.h"
+
 #include <QString>
 #include <QStringView>
 
-/// The identifiers by which the grid's columns and the window's tabs are told apart, and what a
-/// row of the hex dump holds.
-
-/// Bytes in a row of the hex dump.
-inline constexpr int bytesInRow = 16;
+/// The identifiers by which the grid's columns and the window's tabs are told apart.
 
 /// Column numbers, equal to the integer value of the columns' identifiers.
 inline constexpr int addressColumn = 0;

@@ -5,6 +5,7 @@
 
 #include "base/Log.h"
 #include "base/TextLines.h"
+#include "base/Units.h"
 #include "files/FileLoading.h"
 
 #include <QCoreApplication>
@@ -101,13 +102,12 @@ Result<LogicReport> loadLogicReport(const QString &path, Log &log) {
 }
 
 QString wordsForUnreadReport(const Failure &failure) {
-    constexpr int mebibyteBits = 20;
     if (failure.systemError == ENOENT)
         return {};
     if (failure.systemError == EFBIG)
         return QCoreApplication::translate("LogicReport",
                                            "Its report is larger than %1 MiB and is not shown.")
-            .arg(largestReport >> mebibyteBits);
+            .arg(largestReport / mebibyte);
     return QCoreApplication::translate("LogicReport", "Its report could not be read: %1.")
         .arg(failure.reason);
 }

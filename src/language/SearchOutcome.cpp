@@ -3,6 +3,7 @@
 
 #include "language/SearchOutcome.h"
 
+#include "base/Units.h"
 #include "language/FailureWords.h"
 #include "language/RunEnd.h"
 #include "language/RunRemarks.h"
@@ -15,8 +16,6 @@
 namespace {
 
 using Verdict = RunOutcome::Verdict;
-
-constexpr int mebibyteBits = 20;
 
 /// \a run with the question that a search asks taken for what it means: there is no programmer.
 RunFacts withQuestionAsCause(RunFacts run) {
@@ -57,9 +56,8 @@ QString SearchWording::noList(const Failure &failure) {
     const bool isTooLarge = failure.systemError == EFBIG;
     const bool isNoText = failure.systemError == EILSEQ;
     const QString reason =
-        isTooLarge
-            ? tr("it is larger than %1 MiB").arg(QString::number(largestList >> mebibyteBits))
-            : failure.reason;
+        isTooLarge ? tr("it is larger than %1 MiB").arg(QString::number(largestList / mebibyte))
+                   : failure.reason;
     const QString sentence = tr("The list of devices could not be read: %1.").arg(reason);
     const QString nextStep =
         isTooLarge || isNoText
