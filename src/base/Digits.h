@@ -4,9 +4,11 @@
 #pragma once
 
 #include <QChar>
+#include <QString>
 
 #include <optional>
 
+inline constexpr int octal = 8;
 inline constexpr int decimal = 10;
 inline constexpr int hexadecimal = 16;
 
@@ -22,4 +24,9 @@ constexpr std::optional<int> digitValue(QChar digit, int base) {
     else if (unit >= u'A' && unit <= u'F')
         value = unit - u'A' + decimal;
     return value < base ? std::optional(value) : std::nullopt;
+}
+
+/// \a value in hexadecimal digits with capital letters, \a atLeast of them by zeros in front.
+inline QString hexDigits(quint64 value, int atLeast = 1) {
+    return QString::number(value, hexadecimal).toUpper().rightJustified(atLeast, u'0');
 }

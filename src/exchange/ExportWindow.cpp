@@ -35,10 +35,6 @@ std::optional<qint64> addressIn(const QLineEdit &field) {
 
 constexpr int labelLines = 5;
 
-QString hex(qint64 value) {
-    return QString::number(value, hexadecimal).toUpper();
-}
-
 } // namespace
 
 ExportWindow::ExportWindow(const Offers &offers, QWidget *window)
@@ -147,7 +143,7 @@ ExportWindow::ChoiceOrWhyNot ExportWindow::choice() const {
         return tr("There are no bytes to export.");
     const auto chosen = range(length);
     if (!chosen)
-        return tr("The image has no such bytes: it ends at %1.").arg(hex(length - 1));
+        return tr("The image has no such bytes: it ends at %1.").arg(hexDigits(length - 1));
     const Arrangement arrangement = controls_->order->arrangement();
     const QList<qint64> lengths = {chosen->length};
     if (const auto why = whyNotArranged(arrangement, lengths))
@@ -241,7 +237,7 @@ void ExportWindow::showState() {
     const qint64 length = lengthOf(bytes());
     const ChoiceOrWhyNot chosen = choice();
     const auto *possible = std::get_if<Choice>(&chosen);
-    c.last->setPlaceholderText(length > 0 ? hex(length - 1) : QString());
+    c.last->setPlaceholderText(length > 0 ? hexDigits(length - 1) : QString());
     c.offset->setEnabled(format().has_value());
     c.recordLength->setEnabled(format().has_value());
     showRecordLength(possible);
@@ -272,8 +268,8 @@ QString ExportWindow::resultText(const ChoiceOrWhyNot &chosen) const {
 
 QString ExportWindow::sizeText(const Choice &choice) const {
     const QString size = sizeWords(choice.partLength);
-    const QString first = hex(choice.address);
-    const QString last = hex(choice.address + choice.partLength - 1);
+    const QString first = hexDigits(choice.address);
+    const QString last = hexDigits(choice.address + choice.partLength - 1);
     if (!isSplit())
         return format() ? tr("The file will have %1, at the addresses from %2 to %3.")
                               .arg(size, first, last)

@@ -55,7 +55,7 @@ void ImportWindow::offer(const Offers &offers) {
     const QFont fixed = fixedFont();
     c.base->setFont(fixed);
     c.fill->setFont(fixed);
-    c.fill->setText(QString::number(offers.fill, hexadecimal).toUpper().rightJustified(2, u'0'));
+    c.fill->setText(hexDigits(offers.fill, 2));
     c.fill->setValidator(new QRegularExpressionValidator(
         QRegularExpression(QStringLiteral("[0-9A-Fa-f]{0,2}")), c.fill));
     c.order->setUp(OrderBox::Way::Join, offers.chip);
@@ -163,7 +163,7 @@ void ImportWindow::showFound() {
     if (decoded) {
         c.found->setPlainText(foundWords(*format(), *decoded).join(u'\n'));
         const qint64 base = usualBase(decoded->bytes);
-        c.base->setText(QString::number(base, hexadecimal).toUpper());
+        c.base->setText(hexDigits(base));
     } else {
         c.found->setPlainText(format() ? tr("Reading\u2026") : rawWords(import_.file().size()));
     }

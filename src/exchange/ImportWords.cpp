@@ -21,14 +21,14 @@ class ImportWording {
     Q_DECLARE_TR_FUNCTIONS(ImportWords)
 };
 
-QString hex(qint64 value, int digits) {
-    return QStringLiteral("0x") +
-           QString::number(value, hexadecimal).toUpper().rightJustified(digits, u'0');
+QString prefixed(qint64 value, int digits) {
+    return QStringLiteral("0x") + hexDigits(value, digits);
 }
 
 QString rangeWords(qint64 first, qint64 end) {
     return ImportWording::tr("%1 to %2, %3")
-        .arg(hex(first, addressDigits), hex(end - 1, addressDigits), sizeWords(end - first));
+        .arg(prefixed(first, addressDigits), prefixed(end - 1, addressDigits),
+             sizeWords(end - first));
 }
 
 QString pieceWords(qsizetype pieces, qint64 count) {
@@ -142,9 +142,10 @@ QStringList foundWords(RecordFormat format, const DecodedRecords &decoded) {
     lines << rangesWords(bytes);
     if (!bytes.isEmpty())
         lines << gapsWords(bytes);
-    lines << (decoded.entry
-                  ? ImportWording::tr("Entry point: %1").arg(hex(*decoded.entry, addressDigits))
-                  : ImportWording::tr("Entry point: none"));
+    lines
+        << (decoded.entry
+                ? ImportWording::tr("Entry point: %1").arg(prefixed(*decoded.entry, addressDigits))
+                : ImportWording::tr("Entry point: none"));
     return lines;
 }
 
@@ -160,5 +161,5 @@ QString imageWords(const DecodedRecords &decoded, qint64 base, quint8 fill) {
     if (filled == 0)
         return ImportWording::tr("The binary will have %1.").arg(sizeWords(length));
     return ImportWording::tr("The binary will have %1; %2 of them filled with %3.")
-        .arg(sizeWords(length), QLocale().toString(filled), hex(fill, byteDigits));
+        .arg(sizeWords(length), QLocale().toString(filled), prefixed(fill, byteDigits));
 }

@@ -108,7 +108,7 @@ QString wholeName(const QString &partName) {
 }
 
 QString checksumWords(quint32 crc32) {
-    return QString::number(crc32, hexadecimal).toUpper().rightJustified(digitsOfChecksum, u'0');
+    return hexDigits(crc32, digitsOfChecksum);
 }
 
 QString chipSizeWords(qint64 bytes) {

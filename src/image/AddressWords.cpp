@@ -60,7 +60,7 @@ public:
 
 QString addressWords(quint64 offset) {
     constexpr int shortestAddress = 4;
-    return QString::number(offset, hexadecimal).toUpper().rightJustified(shortestAddress, u'0');
+    return hexDigits(offset, shortestAddress);
 }
 
 QString noAddressWords(const QString &typed) {

@@ -3,6 +3,7 @@
 
 #include "image/CompositionRemarks.h"
 
+#include "base/Digits.h"
 #include "base/Units.h"
 #include "image/NumberScanning.h"
 
@@ -53,7 +54,7 @@ QString startAddressRemark(const CompositionInputs &inputs) {
     if (!isWhole(text, "\\s*(0[xX])?[0-9a-fA-F]+\\s*"))
         return tr("Only the beginning of the start address \u201c%1\u201d is a hexadecimal number: "
                   "%2 is used.")
-            .arg(text.trimmed(), QString::number(*scanHexInt(text), 16).toUpper());
+            .arg(text.trimmed(), hexDigits(*scanHexInt(text)));
     return {};
 }
 

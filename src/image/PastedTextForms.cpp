@@ -6,6 +6,7 @@
 #include "image/PastedText.h"
 
 #include "base/Digits.h"
+#include "base/Units.h"
 
 #include <QRegularExpression>
 
@@ -15,8 +16,6 @@
 namespace {
 
 constexpr int largestByte = 0xFF;
-constexpr int octal = 8;
-constexpr int bytesInRow = 16;
 /// A byte of a row and the blank behind it.
 constexpr qsizetype rowCell = 3;
 /// Longer than what stands behind an array or a row.

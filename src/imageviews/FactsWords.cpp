@@ -24,10 +24,6 @@ class FactsWording {
     Q_DECLARE_TR_FUNCTIONS(FactsWords)
 };
 
-QString hex(quint32 value, int digits) {
-    return QString::number(value, hexadecimal).toUpper().rightJustified(digits, u'0');
-}
-
 QString sourceWords(std::optional<CompositionSource> source, const QString &binaryPath,
                     OpenedFileWatch::State onDisk) {
     if (source == CompositionSource::ReadData)
@@ -67,8 +63,8 @@ QString burnOriginWords(std::optional<CompositionSource> source, const QString &
 QString checksumWords(const std::optional<ImageFacts> &facts) {
     const QString unknown(QChar(0x2026));
     return FactsWording::tr("CRC-32 %1, sum %2")
-        .arg(facts ? hex(facts->crc32, digitsOfCrc) : unknown,
-             facts ? hex(facts->sum, digitsOfSum) : unknown);
+        .arg(facts ? hexDigits(facts->crc32, digitsOfCrc) : unknown,
+             facts ? hexDigits(facts->sum, digitsOfSum) : unknown);
 }
 
 QString differenceWords(const std::optional<ImageDifferences> &differences, qint64 extraBytes) {
@@ -96,15 +92,15 @@ QString erasureWords(const ImageDifferences &differences, bool isWhole) {
 QString blankRemark(const ImageFacts &facts, bool isRead) {
     if (facts.onlyByte != erased && facts.onlyByte != empty)
         return {};
-    const QString digits = hex(*facts.onlyByte, digitsOfByte);
+    const QString digits = hexDigits(*facts.onlyByte, digitsOfByte);
     return isRead ? FactsWording::tr("all 0x%1: blank, or no contact?").arg(digits)
                   : FactsWording::tr("all 0x%1").arg(digits);
 }
 
 QString byteWords(quint64 address, quint8 byte) {
-    QStringList words = {QStringLiteral("0x") + hex(byte, digitsOfByte), QString::number(byte),
-                         QStringLiteral("0b") +
-                             QString::number(byte, binary).rightJustified(bitsInByte, u'0')};
+    QStringList words = {
+        QStringLiteral("0x") + hexDigits(byte, digitsOfByte), QString::number(byte),
+        QStringLiteral("0b") + QString::number(byte, binary).rightJustified(bitsInByte, u'0')};
     if (byte > u' ' && byte < u'\x7F')
         words << QStringLiteral("\u201c%1\u201d").arg(QChar::fromLatin1(char(byte)));
     return FactsWording::tr("at %1: %2")

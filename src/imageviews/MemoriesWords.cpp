@@ -77,8 +77,7 @@ QString unreadWords(const QList<OtherMemories::Unread> &unread) {
 }
 
 QString hexadecimalWords(const Fuse &fuse) {
-    return QStringLiteral("0x") +
-           QString::number(fuse.value, hexadecimal).toUpper().rightJustified(fuse.digits, u'0');
+    return QStringLiteral("0x") + hexDigits(fuse.value, fuse.digits);
 }
 
 QString binaryWords(const Fuse &fuse) {

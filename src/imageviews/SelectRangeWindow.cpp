@@ -78,8 +78,7 @@ void SelectRangeWindow::showEnd(qint64 first, qint64 length) {
     if (length == 0)
         end.clear();
     else
-        end.setText(isAddress ? addressWords(quint64(first + length - 1))
-                              : QString::number(length, hexadecimal).toUpper());
+        end.setText(isAddress ? addressWords(quint64(first + length - 1)) : hexDigits(length));
 }
 
 /// The same bytes, told in the other way.

@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr int octal = 8;
 constexpr char16_t firstPrintable = 0x20;
 constexpr char16_t deleteCharacter = 0x7f;
 constexpr char16_t byteOrderMark = 0xfeff;
