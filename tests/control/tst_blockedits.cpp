@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "control/HandEdits.h"
-#include "grid/CellEdit.h"
 #include "support/AddressSpaceLimit.h"
+#include "support/CellOverwrite.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -30,7 +30,7 @@ private slots:
     void restoredImages_countAsKept();
 
 private:
-    void write(qint64 offset, const QByteArray &bytes);
+    void write(qint64 offset, const QByteArray &bytes) { overwrite(*edits_, offset, bytes); }
     std::optional<ByteRange> fill(qint64 offset, qint64 length, char byte);
     void compose(const QByteArray &bytes);
     QString marks() const;
@@ -49,15 +49,6 @@ void TestBlockEdits::compose(const QByteArray &bytes) {
     edits_->keepReplaced();
     image_ = std::make_shared<QByteArray>(bytes);
     edits_->composed({.revision = ++revision_, .madeWith = {}});
-}
-
-void TestBlockEdits::write(qint64 offset, const QByteArray &bytes) {
-    CellEdit edit;
-    edit.offset = offset;
-    edit.bytesWritten = bytes.size();
-    edit.replaced = image_->mid(offset, bytes.size());
-    image_->replace(offset, bytes.size(), bytes);
-    edits_->remember(edit);
 }
 
 std::optional<ByteRange> TestBlockEdits::fill(qint64 offset, qint64 length, char byte) {

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "control/HandEdits.h"
-#include "grid/CellEdit.h"
 #include "support/AddressSpaceLimit.h"
+#include "support/CellOverwrite.h"
 
 #include <QTest>
 
@@ -28,7 +28,7 @@ private slots:
     void stepWithoutMemory_leavesAllAsItWas();
 
 private:
-    void write(qint64 offset, const QByteArray &bytes);
+    void write(qint64 offset, const QByteArray &bytes) { overwrite(*edits_, offset, bytes); }
     QString state() const;
 
     ByteBuffer image_;
@@ -39,15 +39,6 @@ void TestHandEdits::init() {
     image_ = std::make_shared<QByteArray>("abcdef");
     edits_ = std::make_unique<HandEdits>(image_);
     edits_->composed({.revision = 1, .madeWith = {}});
-}
-
-void TestHandEdits::write(qint64 offset, const QByteArray &bytes) {
-    CellEdit edit;
-    edit.offset = offset;
-    edit.bytesWritten = bytes.size();
-    edit.replaced = image_->mid(offset, bytes.size());
-    image_->replace(offset, bytes.size(), bytes);
-    edits_->remember(edit);
 }
 
 /// "bytes, number of edits".
