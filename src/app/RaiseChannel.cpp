@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::chrono::milliseconds patience(3000);
+constexpr std::chrono::milliseconds answerPatience(3000);
 const QByteArray answerText = QByteArrayLiteral("raised\n");
 
 /// A request is one line: the path of the file to open, if any, which may hold line breaks itself.
@@ -55,10 +55,10 @@ void RaiseServer::answer(QLocalSocket &caller) {
 RaiseAnswer requestRaise(const QString &socketPath, const QString &binary) {
     QLocalSocket socket;
     socket.connectToServer(socketPath);
-    if (!socket.waitForConnected(int(patience.count())))
+    if (!socket.waitForConnected(int(answerPatience.count())))
         return RaiseAnswer::Nobody;
     socket.write(requestLine(binary));
-    if (socket.waitForReadyRead(int(patience.count())) && socket.readAll() == answerText)
+    if (socket.waitForReadyRead(int(answerPatience.count())) && socket.readAll() == answerText)
         return RaiseAnswer::Raised;
     return socket.state() == QLocalSocket::ConnectedState ? RaiseAnswer::Silence
                                                           : RaiseAnswer::Nobody;

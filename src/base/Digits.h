@@ -26,7 +26,8 @@ constexpr std::optional<int> digitValue(QChar digit, int base) {
     return value < base ? std::optional(value) : std::nullopt;
 }
 
-/// \a value in hexadecimal digits with capital letters, \a atLeast of them by zeros in front.
-inline QString hexDigits(quint64 value, int atLeast = 1) {
+/// \a value, which is not negative, in hexadecimal digits with capital letters, \a atLeast of them
+/// by zeros in front.
+inline QString hexDigits(qint64 value, int atLeast = 1) {
     return QString::number(value, hexadecimal).toUpper().rightJustified(atLeast, u'0');
 }

@@ -18,8 +18,8 @@
 
 namespace {
 
-constexpr int confirmed = 1;
-constexpr int cancelled = 0;
+constexpr int confirmedCode = 1;
+constexpr int cancelledCode = 0;
 
 } // namespace
 
@@ -42,15 +42,15 @@ void DevicePanelHost::show() {
 
 void DevicePanelHost::confirm() {
     if (!gate_.refuses())
-        outlets_.searchDevicesWindow->done(confirmed);
+        outlets_.searchDevicesWindow->done(confirmedCode);
 }
 
 void DevicePanelHost::cancel() {
-    outlets_.searchDevicesWindow->done(cancelled);
+    outlets_.searchDevicesWindow->done(cancelledCode);
 }
 
 void DevicePanelHost::panelClosed(int code) {
-    if (code != confirmed)
+    if (code != confirmedCode)
         return;
     queue_.async([this] {
         const std::optional<QString> name = outlets_.devicesearcher->selectedItem(this);

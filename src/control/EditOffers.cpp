@@ -103,7 +103,7 @@ void EditOffers::sayRejected(const QString &entry, qint64 offset) {
     messages_.say(Topic::Entry,
                   rejectionRemark(entry) + u' ' +
                       tr("Ctrl+0 in the grid fills what is selected there with 00."),
-                  {tr("Write 00 at %1").arg(addressWords(quint64(offset))), [this, offset] {
+                  {tr("Write 00 at %1").arg(addressWords(offset)), [this, offset] {
                        writeZeros({offset, 1});
                    }});
 }

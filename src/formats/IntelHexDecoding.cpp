@@ -9,8 +9,8 @@
 namespace {
 
 // Count, address, type and checksum.
-constexpr qsizetype typeAt = 3;
-constexpr qsizetype dataAt = 4;
+constexpr qsizetype typeField = 3;
+constexpr qsizetype dataField = 4;
 constexpr qsizetype withoutData = 5;
 constexpr qint64 segmentSize = qint64(1) << 16;
 
@@ -42,7 +42,7 @@ std::optional<qsizetype> lengthOf(quint32 type) {
 std::optional<TroubleKind> troubleOf(RecordBytes bytes) {
     if (bytes.size() < withoutData || bytes.size() != withoutData + qsizetype(bytes[0]))
         return TroubleKind::BadCount;
-    const quint32 type = bytes[typeAt];
+    const quint32 type = bytes[typeField];
     if (type > LinearStart)
         return TroubleKind::UnknownType;
     if (lengthOf(type).value_or(bytes[0]) != qsizetype(bytes[0]))
@@ -58,7 +58,7 @@ bool IntelHexDecoding::take(RecordBytes bytes, qint64 line, DecodedRecords &deco
         if (losesBytes(*trouble))
             return false;
     }
-    switch (bytes[typeAt]) {
+    switch (bytes[typeField]) {
     case Data:
         takeData(bytes, line, decoded);
         break;
@@ -66,14 +66,14 @@ bool IntelHexDecoding::take(RecordBytes bytes, qint64 line, DecodedRecords &deco
         return true;
     case SegmentBase:
     case LinearBase:
-        segmented_ = bytes[typeAt] == SegmentBase;
-        base_ = qint64(bytes.number(dataAt, 2)) << (segmented_ ? 4 : 16);
+        segmented_ = bytes[typeField] == SegmentBase;
+        base_ = qint64(bytes.number(dataField, 2)) << (segmented_ ? 4 : 16);
         break;
     case SegmentStart:
-        decoded.entry = (bytes.number(dataAt, 2) << 4) + bytes.number(dataAt + 2, 2);
+        decoded.entry = (bytes.number(dataField, 2) << 4) + bytes.number(dataField + 2, 2);
         break;
     case LinearStart:
-        decoded.entry = bytes.number(dataAt, 4);
+        decoded.entry = bytes.number(dataField, 4);
         break;
     }
     return false;
@@ -82,7 +82,7 @@ bool IntelHexDecoding::take(RecordBytes bytes, qint64 line, DecodedRecords &deco
 // Within a segment, addresses go round; linear ones go on.
 void IntelHexDecoding::takeData(RecordBytes bytes, qint64 line, DecodedRecords &decoded) {
     const qint64 offset = bytes.number(1, 2);
-    const QByteArrayView data = bytes.sliced(dataAt, qsizetype(bytes[0]));
+    const QByteArrayView data = bytes.sliced(dataField, qsizetype(bytes[0]));
     const qsizetype straight =
         segmented_ ? std::min<qsizetype>(data.size(), segmentSize - offset) : data.size();
     if (base_ + offset + straight > endOfAddresses)

@@ -47,7 +47,7 @@ QString charactersCell(const ShownContent &shown, qint64 row) {
 
 CellValue hexCell(const ShownContent &shown, const QString &column, qint64 row) {
     if (column == columnIdentifier(addressColumn))
-        return {addressWords(quint64(row) * bytesInRow)};
+        return {addressWords(row * bytesInRow)};
     if (column == columnIdentifier(charactersColumn))
         return {charactersCell(shown, row)};
     return byteCell(shown, columnNumber(column), row);

@@ -58,7 +58,7 @@ public:
 
 } // namespace
 
-QString addressWords(quint64 offset) {
+QString addressWords(qint64 offset) {
     constexpr int shortestAddress = 4;
     return hexDigits(offset, shortestAddress);
 }
@@ -68,10 +68,10 @@ QString noAddressWords(const QString &typed) {
 }
 
 QString noByteWords(const QString &typed, qint64 count) {
-    return AddressWording::noByte(typed.trimmed(), addressWords(quint64(count - 1)));
+    return AddressWording::noByte(typed.trimmed(), addressWords(count - 1));
 }
 
 QString rangeTroubleWords(RangeTrouble trouble, const TypedRange &typed, qint64 count) {
-    const QString last = count > 0 ? addressWords(quint64(count - 1)) : QString();
+    const QString last = count > 0 ? addressWords(count - 1) : QString();
     return AddressWording::rangeTrouble(trouble, typed.first.trimmed(), typed.end.trimmed(), last);
 }

@@ -33,7 +33,7 @@ public:
     }
 
     static QString bytesAt(ByteRange bytes) {
-        const QString address = addressWords(quint64(bytes.offset));
+        const QString address = addressWords(bytes.offset);
         return bytes.length == 1
                    ? tr("1 byte at %1").arg(address)
                    : tr("%1 bytes at %2").arg(QLocale().toString(bytes.length), address);
@@ -42,8 +42,8 @@ public:
     static QString doNotFit(qint64 length, qint64 offset, qint64 there) {
         const QLocale locale;
         return tr("%1 of %2 bytes do not fit, since from %3 on there are %4.")
-            .arg(locale.toString(length - there), locale.toString(length),
-                 addressWords(quint64(offset)), locale.toString(there));
+            .arg(locale.toString(length - there), locale.toString(length), addressWords(offset),
+                 locale.toString(there));
     }
 
     static QString filled(ByteRange bytes, const BlockContent &content) {

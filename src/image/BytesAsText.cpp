@@ -85,7 +85,7 @@ const QString &byteDigits(quint8 byte) {
     static const auto texts = [] {
         std::array<QString, 256> all;
         for (size_t value = 0; value < all.size(); ++value)
-            all[value] = hexDigits(value, 2);
+            all[value] = hexDigits(qint64(value), 2);
         return all;
     }();
     return texts[byte];

@@ -125,7 +125,7 @@ QString FactsLine::byteUnderCursor(const ByteBuffer &bytes) const {
     const ByteRange byte = grid_->selection().bytes();
     if (byte.length != 1 || byte.offset >= lengthOf(bytes))
         return {};
-    return byteWords(quint64(byte.offset), quint8(bytes->constData()[byte.offset]));
+    return byteWords(byte.offset, quint8(bytes->constData()[byte.offset]));
 }
 
 QString FactsLine::withFittingOrigin(const QString &facts) const {

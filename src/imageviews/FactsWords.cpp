@@ -97,7 +97,7 @@ QString blankRemark(const ImageFacts &facts, bool isRead) {
                   : FactsWording::tr("all 0x%1").arg(digits);
 }
 
-QString byteWords(quint64 address, quint8 byte) {
+QString byteWords(qint64 address, quint8 byte) {
     QStringList words = {
         QStringLiteral("0x") + hexDigits(byte, digitsOfByte), QString::number(byte),
         QStringLiteral("0b") + QString::number(byte, binary).rightJustified(bitsInByte, u'0')};
@@ -109,6 +109,6 @@ QString byteWords(quint64 address, quint8 byte) {
 
 QString blockWords(ByteRange block, const std::optional<ImageFacts> &facts) {
     return FactsWording::tr("selected from %1 to %2: %3, %4")
-        .arg(addressWords(quint64(block.offset)), addressWords(quint64(block.end() - 1)),
-             sizeWords(block.length), checksumWords(facts));
+        .arg(addressWords(block.offset), addressWords(block.end() - 1), sizeWords(block.length),
+             checksumWords(facts));
 }

@@ -43,7 +43,7 @@ QString blankRemark(const ImageFacts &facts, bool isRead);
 
 /// The \a byte at \a address: hexadecimal, decimal, binary, and its character if it is one of ASCII
 /// that can be seen.
-QString byteWords(quint64 address, quint8 byte);
+QString byteWords(qint64 address, quint8 byte);
 
 /// The \a block that is selected, of at least one byte: its addresses, its size and the checksums
 /// in its \a facts.

@@ -18,7 +18,7 @@
 namespace {
 
 /// The entries of the choice, in their order.
-enum PatternKind { Hexadecimal, Text8, Text16 };
+enum PatternKind { HexadecimalPattern, Text8, Text16 };
 
 /// A pause in typing: each key cuts short what is being spoken.
 constexpr std::chrono::milliseconds announcementDelay{400};
@@ -139,7 +139,7 @@ void FindBar::takePattern() {
 }
 
 void FindBar::showKind() {
-    const bool isText = controls_->kind->currentIndex() != Hexadecimal;
+    const bool isText = controls_->kind->currentIndex() != HexadecimalPattern;
     controls_->matchCase->setEnabled(isText);
     controls_->what->setPlaceholderText(isText ? tr("Find text") : tr("Find DE AD ?? E?"));
     controls_->what->setToolTip(

@@ -28,7 +28,7 @@ QString classWords(BlockClass looks) {
 }
 
 QString hexText(qint64 value) {
-    return QStringLiteral("0x") + addressWords(quint64(value));
+    return QStringLiteral("0x") + addressWords(value);
 }
 
 } // namespace

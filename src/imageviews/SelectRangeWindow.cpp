@@ -47,8 +47,7 @@ void SelectRangeWindow::setGrid(GridView &grid) {
 
 void SelectRangeWindow::takeSelection() {
     const ByteRange selected = grid_->selection().bytes();
-    controls_->first->setText(selected.length == 0 ? QString()
-                                                   : addressWords(quint64(selected.offset)));
+    controls_->first->setText(selected.length == 0 ? QString() : addressWords(selected.offset));
     showEnd(selected.offset, selected.length);
     controls_->first->selectAll();
 }
@@ -78,7 +77,7 @@ void SelectRangeWindow::showEnd(qint64 first, qint64 length) {
     if (length == 0)
         end.clear();
     else
-        end.setText(isAddress ? addressWords(quint64(first + length - 1)) : hexDigits(length));
+        end.setText(isAddress ? addressWords(first + length - 1) : hexDigits(length));
 }
 
 /// The same bytes, told in the other way.

@@ -38,7 +38,7 @@ public:
         const uchar *const others = image_ + offset + places_[1];
         quint8 fits = 0;
         for (qsizetype i = 0; i < searchedLane; ++i)
-            fits = quint8(fits + (one_.hits(ones[i]) & other_.hits(others[i])));
+            fits = quint8(fits + (int(one_.hits(ones[i])) & int(other_.hits(others[i]))));
         return fits;
     }
 

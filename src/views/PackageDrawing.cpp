@@ -68,8 +68,8 @@ private:
     void drawBody(qsizetype rows);
     void drawPin(const TestedPin &pin, const PinPlaces &places);
     void drawSign(PinState state, const QRect &place);
-    void drawCount(int pin, const QRect &place, int alignment);
-    void drawText(const QRect &place, int alignment, const QString &text, bool bold);
+    void drawCount(int pin, const QRect &place, Qt::Alignment alignment);
+    void drawText(const QRect &place, Qt::Alignment alignment, const QString &text, bool bold);
     QRect body(qsizetype rows) const;
     PinPlaces placesOf(qsizetype pin, qsizetype pins) const;
     QColor colorOf(PinState state) const;
@@ -166,17 +166,18 @@ void PackagePainter::drawPin(const TestedPin &pin, const PinPlaces &places) {
     drawCount(pin.number, places.count, Qt::AlignVCenter | (left ? Qt::AlignRight : Qt::AlignLeft));
 }
 
-void PackagePainter::drawCount(int pin, const QRect &place, int alignment) {
+void PackagePainter::drawCount(int pin, const QRect &place, Qt::Alignment alignment) {
     if (const auto failed = picture_.failedRuns.find(pin); failed != picture_.failedRuns.end())
         drawText(place, alignment, countText(*failed, picture_.runs), true);
 }
 
-void PackagePainter::drawText(const QRect &place, int alignment, const QString &text, bool bold) {
+void PackagePainter::drawText(const QRect &place, Qt::Alignment alignment, const QString &text,
+                              bool bold) {
     QFont font = painter_.font();
     const bool before = font.bold();
     font.setBold(bold || before);
     painter_.setFont(font);
-    painter_.drawText(place, alignment, text);
+    painter_.drawText(place, int(alignment), text);
     font.setBold(before);
     painter_.setFont(font);
 }
