@@ -32,10 +32,14 @@ QStringList existing(const QString &name, const QStringList &endings) {
     return paths;
 }
 
+QString fileName(const QString &path) {
+    return QFileInfo(path).fileName();
+}
+
 QString fileNames(const QStringList &paths) {
     QStringList names;
     for (const QString &path : paths)
-        names << QFileInfo(path).fileName();
+        names << fileName(path);
     return names.join(QStringLiteral(", "));
 }
 
@@ -60,10 +64,15 @@ QString sentenceFor(const UnsavedTogether &unsaved) {
                                  .arg(unsaved.path, unsaved.failure.reason);
     if (unsaved.notTakenBack.isEmpty())
         return sentence;
+    QStringList left;
+    for (const NotTakenBack &file : unsaved.notTakenBack)
+        left << (file.olderPath.isEmpty()
+                     ? fileName(file.path)
+                     : UserFiles::tr("%1 (what it held is now in %2)")
+                           .arg(fileName(file.path), fileName(file.olderPath)));
     return UserFiles::tr(
-               "%1 could not be written: %2. These hold their new bytes all the same, and "
-               "what they held lies beside them: %3.")
-        .arg(unsaved.path, unsaved.failure.reason, fileNames(unsaved.notTakenBack));
+               "%1 could not be written: %2. These hold their new bytes all the same: %3.")
+        .arg(unsaved.path, unsaved.failure.reason, left.join(QStringLiteral(", ")));
 }
 
 } // namespace

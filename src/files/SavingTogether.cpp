@@ -6,6 +6,8 @@
 #include "files/FileSaving.h"
 #include "files/UnfinishedFile.h"
 
+#include <QFile>
+
 #include <algorithm>
 #include <cerrno>
 #include <vector>
@@ -22,11 +24,12 @@ bool hasPlaceOf(const Unfinished &files, const UnfinishedFile &other) {
 
 /// The files before number \a end give their places back, the last one first. Gives those that
 /// could not.
-QStringList takeBack(Unfinished &places, qsizetype end, const QList<FileToSave> &files) {
-    QStringList left;
+QList<NotTakenBack> takeBack(Unfinished &places, qsizetype end, const QList<FileToSave> &files) {
+    QList<NotTakenBack> left;
     for (qsizetype i = end - 1; i >= 0; --i) {
-        if (!places[size_t(i)].giveBackPlace())
-            left.prepend(files.at(i).path);
+        UnfinishedFile &place = places[size_t(i)];
+        if (!place.giveBackPlace())
+            left.prepend({files.at(i).path, QFile::decodeName(place.keptName())});
     }
     return left;
 }

@@ -9,7 +9,6 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
-#include <QStringList>
 
 #include <optional>
 
@@ -19,13 +18,20 @@ struct FileToSave {
     QByteArray bytes;
 };
 
+/// A file that holds its new bytes although the others could not be saved, since even taking them
+/// back failed. Hardly ever any.
+struct NotTakenBack {
+    QString path;
+    QString olderPath; ///< where what it held lies now; empty if it was not there before
+
+    friend bool operator==(const NotTakenBack &, const NotTakenBack &) = default;
+};
+
 /// Why files that belong together were not saved.
 struct UnsavedTogether {
     QString path;    ///< of the file that could not be saved
     Failure failure; ///< what was wrong with it
-    /// The files that hold their new bytes all the same, since even taking them back failed: what
-    /// they held lies beside them. Hardly ever any.
-    QStringList notTakenBack;
+    QList<NotTakenBack> notTakenBack;
 };
 
 /// Saves all of \a files, each by the rules of saveWholeFile(), or none of them: all are on the

@@ -16,6 +16,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -192,7 +193,7 @@ Result<void> UnfinishedFile::giveBackPlace() {
     if (isGivenBack)
         return {};
     const Failure failure = Failure::ofSystem(errno);
-    name_.clear(); // the older file must not go with this one
+    keptName_ = std::exchange(name_, QByteArray()); // the older file must not go with this one
     return failure;
 }
 

@@ -41,6 +41,9 @@ public:
 
     /// Where the file belongs, as a name for the system.
     const QByteArray &path() const { return path_; }
+    /// The name with the mark that the older file has kept since giveBackPlace() failed; empty
+    /// where there is none.
+    const QByteArray &keptName() const { return keptName_; }
 
 private:
     UnfinishedFile(FileDescriptor file, QByteArray path, QByteArray name)
@@ -52,6 +55,7 @@ private:
     FileDescriptor file_;
     QByteArray path_;
     QByteArray name_; ///< empty while it has none; the older file's once that has made room
+    QByteArray keptName_;
 };
 
 /// Removes the unfinished files that killed programs left beside the file at \a path; those that

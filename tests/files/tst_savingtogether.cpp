@@ -111,7 +111,7 @@ void TestSavingTogether::folderInTheLastPlace_takesTheOthersBack() {
         if (isThere) {
             QVERIFY(unsaved);
             QCOMPARE(unsaved->path, path(u"c.bin"_s));
-            QCOMPARE(unsaved->notTakenBack, QStringList());
+            QVERIFY(unsaved->notTakenBack.isEmpty());
             QCOMPARE(content(), contentBefore());
         }
         init();
@@ -202,7 +202,9 @@ void TestSavingTogether::whatCannotBeTakenBack_isNamedAndKept() {
     }
     QVERIFY(unsaved);
     QCOMPARE(unsaved->path, path(u"a.bin"_s));
-    QCOMPARE(unsaved->notTakenBack, QStringList(path(u"b.bin"_s)));
+    QCOMPARE(unsaved->notTakenBack.size(), 1);
+    QCOMPARE(unsaved->notTakenBack.first().path, path(u"b.bin"_s));
+    QCOMPARE(readWholeFile(unsaved->notTakenBack.first().olderPath), "old b");
     const QStringList left = content();
     QCOMPARE(left.size(), 2);
     QCOMPARE(left.first(), u"b.bin=new b"_s);
