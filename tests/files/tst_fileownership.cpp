@@ -85,7 +85,7 @@ void TestFileOwnership::ownFolder_isNoLinkAndNobodyElses() {
     QVERIFY(!isOwnFolder(path("file")));
     QVERIFY(!isOwnFolder(path("nothing")));
     QVERIFY(!isOwnFolder(QString()));
-    for (const mode_t mode : {0720, 0702}) {
+    for (const mode_t mode : {mode_t(0720), mode_t(0702)}) {
         QCOMPARE(::chmod(encoded(folder).constData(), mode), 0);
         QVERIFY(!isOwnFolder(folder));
     }
