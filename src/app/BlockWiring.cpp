@@ -60,4 +60,5 @@ void readyEdits(MainWindow &window, AppDelegate &delegate) {
     QObject::connect(grid, &GridView::entryBegins, ahead,
                      [ahead, &delegate] { ahead->begin(delegate.state().output_data); });
     QObject::connect(grid, &GridView::entryEnds, ahead, &CopyAhead::finish);
+    QObject::connect(grid, &GridView::entryCloses, ahead, &CopyAhead::giveUp);
 }

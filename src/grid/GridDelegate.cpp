@@ -4,6 +4,7 @@
 #include "grid/GridDelegate.h"
 
 #include "grid/CellEditor.h"
+#include "grid/GridColumns.h"
 #include "grid/GridModel.h"
 
 #include <QAction>
@@ -23,7 +24,8 @@ QWidget *GridDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
             ->headerData(index.column(), Qt::Horizontal, Qt::AccessibleTextRole)
             .toString());
     connect(editor_.data(), &CellEditor::twoDigitsTyped, this, &GridDelegate::takeEntry);
-    emit entryBegins();
+    if (index.column() != charactersColumn)
+        emit entryBegins();
     return editor_;
 }
 

@@ -31,7 +31,7 @@ public:
                               const QModelIndex &index) const override;
 
 signals:
-    /// An editor was made for a cell.
+    /// An editor was made for a cell that may take an entry; characters take none.
     void entryBegins() const;
     /// A changed entry is handed to the model next.
     void entryEnds() const;

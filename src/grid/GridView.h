@@ -108,10 +108,12 @@ public:
     QSize viewportSizeHint() const override;
 
 signals:
-    /// A cell opens: an edit is to be expected.
+    /// A cell opens that may take an entry: an edit is to be expected.
     void entryBegins();
     /// What was typed is carried out next.
     void entryEnds();
+    /// The cell closes; nothing more comes of it.
+    void entryCloses();
 
 protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;

@@ -100,6 +100,7 @@ void GridView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint h
     const QModelIndex next =
         isOverACell ? cellAfterEntry(*model_, currentIndex(), *field, hint) : QModelIndex();
     QAbstractItemView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    emit entryCloses();
     if (next.isValid())
         moveTo(next);
 }

@@ -16,10 +16,9 @@ CopyAhead::CopyAhead(QObject *parent) : QObject(parent) {
 }
 
 void CopyAhead::begin(const ByteBuffer &image) {
-    const bool needsCopy = lengthOf(image) >= minSize && !image->isDetached();
-    if (!needsCopy || (turns_.isActive() && image_.lock() == image && isStillShared()))
-        return;
     giveUp();
+    if (lengthOf(image) < minSize || image->isDetached())
+        return;
     try {
         copy_ = uninitializedBytes(image->size());
     } catch (const std::bad_alloc &) {

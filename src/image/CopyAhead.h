@@ -23,18 +23,19 @@ public:
 
     explicit CopyAhead(QObject *parent = nullptr);
 
-    /// \a image is about to be changed. Nothing happens if it is small or its bytes are its own,
-    /// nor where there is no memory: the change itself tells of that.
+    /// \a image, and no other any more, is about to be changed. Nothing happens if it is small or
+    /// its bytes are its own, nor where there is no memory: the change itself tells of that.
     void begin(const ByteBuffer &image);
     /// The change comes now: copies what is left.
     void finish();
+    /// No change comes.
+    void giveUp();
 
 private:
     void turn();
     bool isStillShared() const;
     bool copyPiece();
     void take();
-    void giveUp();
 
     std::weak_ptr<QByteArray> image_;
     QByteArray shared_;

@@ -3,6 +3,7 @@
 
 #include "image/ImageComposition.h"
 
+#include "base/Units.h"
 #include "files/HugePages.h"
 #include "image/NumberScanning.h"
 
@@ -14,7 +15,6 @@ namespace {
 using Reason = RefusedComposition::Reason;
 
 constexpr unsigned char zeroPadByte = 0x00;
-constexpr unsigned char erasedPadByte = 0xFF;
 constexpr int kibibyteShift = 10;
 
 /// Kibibytes become bytes in 32-bit arithmetic, which wraps round for very large values.
@@ -29,7 +29,7 @@ public:
     explicit Composer(const CompositionInputs &inputs)
         : inputs_(inputs),
           padSize_(padSizeOf(inputs.pad_to)),
-          padByte_(inputs.padWithZero ? zeroPadByte : erasedPadByte) {}
+          padByte_(inputs.padWithZero ? zeroPadByte : erasedByte) {}
 
     Composition compose() {
         report("have read pad_to and converted to %1", padSize_);
@@ -85,7 +85,7 @@ private:
     // Makes the image: \a content from offset \a start on, pad bytes everywhere else.
     bool make(qint64 length, const ByteBuffer &content, qint64 start) {
         if (start == 0 && length == lengthOf(content) && length > 0) {
-            // Nothing is added: the bytes are shared until the first edit, which copies them.
+            // Nothing is added: the bytes are shared until an edit needs them for itself.
             result_.image = std::make_shared<QByteArray>(*content);
             return true;
         }

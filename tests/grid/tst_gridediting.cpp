@@ -37,6 +37,7 @@ private slots:
     void editor_goesWithItsCell();
     void reload_closesTheEditor();
     void entry_isToldBeforeItIsCarriedOut();
+    void entryThatIsLeft_closesOnly();
 };
 
 /// 40 bytes "AAAA…": two whole rows and half of one.
@@ -399,19 +400,39 @@ void TestGridEditing::reload_closesTheEditor() {
 void TestGridEditing::entry_isToldBeforeItIsCarriedOut() {
     ShownGrid grid(image(), true);
     QStringList told;
-    connect(&grid.view, &GridView::entryBegins, &grid.view,
-            [&] { told << QStringLiteral("begins"); });
-    connect(&grid.view, &GridView::entryEnds, &grid.view, [&] {
-        told << QStringLiteral("ends, %1 carried out").arg(grid.source.entries.size());
-    });
+    const auto tell = [&](const char *what) {
+        told << QStringLiteral("%1 %2").arg(grid.source.entries.size()).arg(QLatin1String(what));
+    };
+    connect(&grid.view, &GridView::entryBegins, &grid.view, [&] { tell("begins"); });
+    connect(&grid.view, &GridView::entryEnds, &grid.view, [&] { tell("ends"); });
+    connect(&grid.view, &GridView::entryCloses, &grid.view, [&] { tell("closes"); });
+    grid.setCursor(0, 1);
+    grid.type(QStringLiteral("42"));
+    grid.press(Qt::Key_Return);
+    QCOMPARE(told, QStringList({QStringLiteral("0 begins"), QStringLiteral("0 ends"),
+                                QStringLiteral("1 closes")}));
+}
+
+void TestGridEditing::entryThatIsLeft_closesOnly() {
+    ShownGrid grid(image(), true);
+    int begun = 0;
+    int ended = 0;
+    int closed = 0;
+    connect(&grid.view, &GridView::entryBegins, &grid.view, [&] { ++begun; });
+    connect(&grid.view, &GridView::entryEnds, &grid.view, [&] { ++ended; });
+    connect(&grid.view, &GridView::entryCloses, &grid.view, [&] { ++closed; });
     grid.setCursor(0, 1);
     grid.press(Qt::Key_F2);
-    grid.press(Qt::Key_Return); // nothing was typed: nothing is carried out
+    grid.press(Qt::Key_Return); // nothing was typed
     grid.type(QStringLiteral("42"));
-    QCOMPARE(told, QStringList({QStringLiteral("begins"), QStringLiteral("begins")}));
-    grid.press(Qt::Key_Return);
-    QCOMPARE(told.mid(2), QStringList{QStringLiteral("ends, 0 carried out")});
-    QCOMPARE(grid.source.entries.size(), 1);
+    grid.press(Qt::Key_Escape);
+    QCOMPARE(begun, 2);
+    QCOMPARE(closed, 2);
+    QCOMPARE(ended, 0);
+    grid.setCursor(0, charactersColumn); // which takes no entry
+    grid.press(Qt::Key_F2);
+    QVERIFY(grid.view.openEditor());
+    QCOMPARE(begun, 2);
 }
 
 QTEST_MAIN(TestGridEditing)

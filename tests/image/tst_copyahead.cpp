@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "image/CopyAhead.h"
+#include "support/AddressSpaceLimit.h"
 
 #include <QTest>
 
@@ -18,7 +19,9 @@ private slots:
     void changeMeanwhile_isKept();
     void otherImageMeanwhile_isTheOneCopied();
     void imageThatGoes_isForgotten();
-    void secondBeginning_doesNotBeginAnew();
+    void changeThatDoesNotCome_leavesTheBytesShared();
+    void smallImageNext_endsTheCopyOfTheOther();
+    void noMemory_leavesTheBytesShared();
 };
 
 /// Bytes that tell where they are, and are no whole number of pieces.
@@ -118,16 +121,37 @@ void TestCopyAhead::imageThatGoes_isForgotten() {
     QVERIFY(opened.file.isDetached()); // nobody holds the bytes any more
 }
 
-/// Cells are opened and left again while the bytes, more than a turn copies, are copied.
-void TestCopyAhead::secondBeginning_doesNotBeginAnew() {
-    Opened opened(QByteArray(qsizetype(256) << 20, 'x'));
+void TestCopyAhead::changeThatDoesNotCome_leavesTheBytesShared() {
+    Opened opened(pattern());
     CopyAhead ahead;
-    constexpr int maxTurns = 250;
-    for (int turn = 0; turn < maxTurns && opened.isShared(); ++turn) {
+    ahead.begin(opened.image);
+    ahead.giveUp();
+    ahead.finish();
+    QCoreApplication::processEvents();
+    QVERIFY(opened.isShared());
+}
+
+void TestCopyAhead::smallImageNext_endsTheCopyOfTheOther() {
+    Opened large(pattern());
+    Opened small(QByteArray(5, 'x'));
+    CopyAhead ahead;
+    ahead.begin(large.image);
+    ahead.begin(small.image);
+    ahead.finish();
+    QVERIFY(large.isShared());
+}
+
+void TestCopyAhead::noMemory_leavesTheBytesShared() {
+    if (!AddressSpaceLimit::works())
+        QSKIP("the sanitizers take all address space");
+    Opened opened(pattern());
+    CopyAhead ahead;
+    {
+        const AddressSpaceLimit limit(1 << 20);
         ahead.begin(opened.image);
-        QCoreApplication::processEvents();
     }
-    QVERIFY(!opened.isShared());
+    ahead.finish();
+    QVERIFY(opened.isShared());
 }
 
 QTEST_GUILESS_MAIN(TestCopyAhead)
