@@ -49,7 +49,8 @@ function(velm_precompiled target)
 endfunction()
 
 # velm_compile_quickly(<target>)
-# Tests are compiled more often than they run, and what takes time in them is what they test.
+# Tests are compiled more often than they run, and what takes time in them is what they test. Some
+# warnings need optimisation: of the program itself they are seen.
 function(velm_compile_quickly target)
     target_compile_options(${target} PRIVATE $<$<CONFIG:Debug>:-O0>)
 endfunction()
