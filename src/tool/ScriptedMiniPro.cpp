@@ -367,10 +367,8 @@ const QString &ScriptedMiniPro::collectedOutput() const {
 }
 
 void ScriptedMiniPro::collect(const QString &piece, QString &text) const {
-    if (outputReleased_) {
-        text = tailOf(text + piece);
+    if (outputReleased_)
         return;
-    }
     const qsizetype room = largestCollectedOutput - text.size();
     text.append(QStringView(piece).first(std::clamp(room, qsizetype(0), piece.size())));
 }
@@ -381,7 +379,7 @@ QString ScriptedMiniPro::saidTail() const {
 
 void ScriptedMiniPro::releaseOutput() {
     outputReleased_ = true;
-    mstroutput = tailOf(mstroutput);
+    mstroutput = QString();
 }
 
 RunFacts ScriptedMiniPro::facts() const {

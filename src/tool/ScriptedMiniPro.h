@@ -77,14 +77,15 @@ public:
     bool stillPrinting() const { return !latePrinters_.isEmpty(); }
     /// What both streams have printed, in the order of arrival. Grows up to a limit of 256 MiB of
     /// memory: the piece that would pass it is cut there, and later pieces are shown and logged
-    /// but no longer collected. After releaseOutput() it is saidTail().
+    /// but no longer collected. Empty after releaseOutput().
     const QString &collectedOutput() const;
     /// The end of what both streams have printed, for the record of the run: at most
     /// largestSaidTail characters.
     QString saidTail() const;
-    /// Gives the memory of the collected output back but for saidTail(). To be called after the
-    /// run, once nothing shows the text: its report is in the facts, the whole of it on the
-    /// console. What arrives later, from something that the tool left running, moves the tail on.
+    /// Gives the memory of the collected output back. To be called after the run, once saidTail()
+    /// has been taken: runs are kept for as long as the program lives. Their reports are in the
+    /// facts, the whole is on the console; so is what arrives later, from something that the tool
+    /// left running.
     void releaseOutput();
     /// What the run itself knows of what became of it, for judgeRun(); to be asked after it. The
     /// image, and which programmers are plugged in, are for the caller to add.

@@ -94,6 +94,12 @@ int megabyte() {
     return 0;
 }
 
+int emojiBeforeTheTail() {
+    // Half of the emoji's two units would be the first of the last 32 Ki.
+    say(1, "\xf0\x9f\x98\x80" + std::string(32 * 1024 - 1, 'x'));
+    return 0;
+}
+
 int endless() {
     for (;;)
         say(1, "one more line of an output without an end\n");
@@ -354,6 +360,7 @@ constexpr Behaviour behaviours[] = {
     {"hang", []() -> int { hang(); }},
     {"ignore-terminate", ignoreTerminate},
     {"megabyte", megabyte},
+    {"emoji-before-the-tail", emojiBeforeTheTail},
     {"endless", endless},
     {"leave-much-in-the-pipe", leaveMuchInThePipe},
     {"print-when-let-on", printWhenLetOn},

@@ -31,8 +31,8 @@ private slots:
     void console_isToldLaterAndNeverDirectly();
     void run_mayBeGoneWhenTheQueueIsServiced();
     void collectedOutput_stopsGrowingAtItsLimit();
-    void collectedOutput_isReleasedButForItsTail();
-    void releasedOutput_takesLateWordsInBoundedMemory();
+    void collectedOutput_isReleased();
+    void releasedOutput_keepsNoLateWords();
     void saidTail_beginsWithAWholeCharacter();
     void handle_isArmedAgainByTheReadItself();
     void interruptedRead_isTriedAgainAndNotCounted();
@@ -181,62 +181,44 @@ void TestToolRunOutput::collectedOutput_stopsGrowingAtItsLimit() {
              QStringList({QStringLiteral("abcde"), QStringLiteral("abcde")}));
 }
 
-void TestToolRunOutput::collectedOutput_isReleasedButForItsTail() {
+void TestToolRunOutput::collectedOutput_isReleased() {
     ToolBench bench;
     bench.useDouble("megabyte");
     const auto run = bench.newRun();
     run->launch();
-    const QString tail = run->collectedOutput().right(32 * 1024);
-    QCOMPARE(run->saidTail(), tail);
     QCOMPARE(run->collectedOutput().size(), 1024 * 1024);
+    QCOMPARE(run->saidTail(), run->collectedOutput().right(32 * 1024));
     run->releaseOutput();
-    QCOMPARE(run->collectedOutput(), tail);
-    QVERIFY(run->collectedOutput().capacity() < 40 * 1024);
-    QCOMPARE(run->saidTail(), tail);
+    QCOMPARE(run->collectedOutput(), QString());
+    QCOMPARE(run->collectedOutput().capacity(), 0);
     // The verdict stands on what was said, not on what is left of it.
     QCOMPARE(run->facts().report.lastLine.size(), 4096);
 }
 
-void TestToolRunOutput::releasedOutput_takesLateWordsInBoundedMemory() {
+void TestToolRunOutput::releasedOutput_keepsNoLateWords() {
     ToolBench bench;
     const auto run = bench.newRun();
     run->setOutputView(nullptr);
-    run->releaseOutput();
     ReadHandle handle;
-    int reads = 0;
-    handle.setReadFunction([&reads](int, void *bytes, size_t) -> ssize_t {
-        memset(bytes, 'A' + reads++, 1000);
+    handle.setReadFunction([](int, void *bytes, size_t) -> ssize_t {
+        memset(bytes, 'A', 1000);
         return 1000;
     });
     QString text;
-    for (int read = 0; read < 26; ++read)
-        run->appendDataFrom_to(&handle, text);
-    QCOMPARE(text.size(), 26000);
-    for (int read = 0; read < 26; ++read)
-        run->appendDataFrom_to(&handle, text);
-    QCOMPARE(text.size(), 32 * 1024);
-    QCOMPARE(text.back(), QChar(u'A' + 51));
-    QVERIFY(text.capacity() < 40 * 1024);
+    run->appendDataFrom_to(&handle, text);
+    QCOMPARE(text.size(), 1000);
+    run->releaseOutput();
+    run->appendDataFrom_to(&handle, text);
+    QCOMPARE(text.size(), 1000);
 }
 
 void TestToolRunOutput::saidTail_beginsWithAWholeCharacter() {
     ToolBench bench;
+    bench.useDouble("emoji-before-the-tail");
     const auto run = bench.newRun();
-    run->setOutputView(nullptr);
-    run->releaseOutput();
-    ReadHandle handle;
-    handle.setReadFunction([](int, void *bytes, size_t) -> ssize_t {
-        memcpy(bytes, "\xf0\x9f\x98\x80", 4);
-        return 4;
-    });
-    QString text(32 * 1024 - 1, QLatin1Char('x'));
-    text.prepend(QStringLiteral("\U0001F600"));
-    run->appendDataFrom_to(&handle, text);
-    QCOMPARE(text.size(), 32 * 1024);
-    text = QStringLiteral("\U0001F600") + QString(32 * 1024 - 3, QLatin1Char('x'));
-    run->appendDataFrom_to(&handle, text);
-    QCOMPARE(text.size(), 32 * 1024 - 1);
-    QCOMPARE(text.front(), QLatin1Char('x'));
+    run->launch();
+    QCOMPARE(run->collectedOutput().size(), 32 * 1024 + 1);
+    QCOMPARE(run->saidTail(), QString(32 * 1024 - 1, QLatin1Char('x')));
 }
 
 void TestToolRunOutput::handle_isArmedAgainByTheReadItself() {
