@@ -26,8 +26,7 @@ QString defaultSettings() {
 }
 
 QString defaultMemory() {
-    return xdgFolder("XDG_STATE_HOME", QStringLiteral("/.local/state")) +
-           QStringLiteral("/velm/state.conf");
+    return stateFolder() + QStringLiteral("/state.conf");
 }
 
 /// Options that the toolkit and its platform plugins take out of the arguments themselves, but

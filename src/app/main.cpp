@@ -100,8 +100,7 @@ std::variant<Start, int> prepare(int argc, char *argv[]) {
     start.lock = std::make_unique<WorkspaceLock>(
         temporaryFolder(*start.settings),
         folderForLocks(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation),
-                       xdgFolder("XDG_STATE_HOME", QStringLiteral("/.local/state")) +
-                           QStringLiteral("/velm")));
+                       stateFolder()));
     return enter(std::move(start));
 }
 

@@ -22,16 +22,6 @@ QString withoutTrailingSeparators(QString path) {
     return path;
 }
 
-/// Without HOME (a bare service environment) the account's own entry still tells the home folder.
-QString homeFolder() {
-    const QString home = qEnvironmentVariable("HOME");
-    if (!home.isEmpty())
-        return withoutTrailingSeparators(home);
-    if (const passwd *account = getpwuid(getuid()))
-        return withoutTrailingSeparators(QFile::decodeName(account->pw_dir));
-    return {};
-}
-
 QString withoutLastComponent(const QString &path) {
     const QString trimmed = withoutTrailingSeparators(path);
     const qsizetype cut = trimmed.lastIndexOf(separator);
@@ -41,18 +31,37 @@ QString withoutLastComponent(const QString &path) {
     return folder.isEmpty() ? QString(separator) : folder;
 }
 
-} // namespace
-
+/// The folder that the environment variable \a variable names, if that is an absolute path, else
+/// the folder \a below of the home folder.
 QString xdgFolder(const char *variable, const QString &below) {
     const QString folder = qEnvironmentVariable(variable);
     return QDir::isAbsolutePath(folder) ? withoutTrailingSeparators(folder) : homeFolder() + below;
 }
 
+} // namespace
+
+// A bare service environment has no HOME.
+QString homeFolder() {
+    const QString home = qEnvironmentVariable("HOME");
+    if (!home.isEmpty())
+        return withoutTrailingSeparators(home);
+    if (const passwd *account = getpwuid(getuid()))
+        return withoutTrailingSeparators(QFile::decodeName(account->pw_dir));
+    return {};
+}
+
+QString dataFolder() {
+    return xdgFolder("XDG_DATA_HOME", QStringLiteral("/.local/share"));
+}
+
+QString stateFolder() {
+    return xdgFolder("XDG_STATE_HOME", QStringLiteral("/.local/state")) + QStringLiteral("/velm");
+}
+
 QString resolvedPath(const QString &storedPath) {
     static const QString support = QStringLiteral("~/Library/Application Support/");
     if (storedPath.startsWith(support))
-        return xdgFolder("XDG_DATA_HOME", QStringLiteral("/.local/share")) + separator +
-               storedPath.sliced(support.size());
+        return dataFolder() + separator + storedPath.sliced(support.size());
     if (storedPath == u"~" || storedPath == u"~/") {
         const QString home = homeFolder();
         return home.isEmpty() ? QString(separator) : home;

@@ -7,14 +7,21 @@
 
 class SettingsStore;
 
-/// Turns a stored path into one that can be opened. A leading "~/Library/Application Support/"
-/// becomes the XDG data home ($XDG_DATA_HOME if it is absolute, else ~/.local/share), any other
-/// leading "~/" (or a lone "~") the home folder; "~name" and everything else stay as they are.
-QString resolvedPath(const QString &storedPath);
+/// The home folder: that of $HOME, or of the account where there is none.
+QString homeFolder();
 
-/// The folder that the environment variable \a variable names, if that is an absolute path, else
-/// the folder \a below ("/.local/share") of the home folder, which without HOME is the account's.
-QString xdgFolder(const char *variable, const QString &below);
+/// The folder for data of the user's own programs: $XDG_DATA_HOME if that is absolute, else
+/// ~/.local/share.
+QString dataFolder();
+
+/// The folder for what this program remembers for itself, which need not be there yet: velm in
+/// $XDG_STATE_HOME if that is absolute, else in ~/.local/state.
+QString stateFolder();
+
+/// Turns a stored path into one that can be opened. A leading "~/Library/Application Support/"
+/// becomes dataFolder(), any other leading "~/" (or a lone "~") the home folder; "~name" and
+/// everything else stay as they are.
+QString resolvedPath(const QString &storedPath);
 
 /// resolvedPath() of the current value of \a key; empty if the key has no value.
 QString resolvedPathOf(const SettingsStore &settings, const QString &key);

@@ -3,6 +3,8 @@
 
 #include "tool/ToolProgram.h"
 
+#include "settings/FilePaths.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QStringList>
@@ -21,7 +23,7 @@ bool isMoreThanItself(QChar character) {
 
 /// \a path with the home folder for a leading "~/", which the shell knows outside quotes alone.
 QString withHome(const QString &path) {
-    return path.startsWith(QLatin1String("~/")) ? QDir::homePath() + path.sliced(1) : path;
+    return path.startsWith(QLatin1String("~/")) ? homeFolder() + path.sliced(1) : path;
 }
 
 } // namespace
