@@ -8,6 +8,7 @@
 #include "views/SideWindow.h"
 #include "widgets/ConsoleView.h"
 #include "widgets/MenuButton.h"
+#include "widgets/MenuText.h"
 
 #include <QDialog>
 #include <QLocale>
@@ -53,8 +54,7 @@ void RunsMenu::fill() {
     const QList<RunRecord> &runs = runs_.records();
     const qsizetype oldest = std::max<qsizetype>(runs.size() - maxEntries, 0);
     for (qsizetype run = runs.size() - 1; run >= oldest; --run)
-        menu->addAction(headingOf(runs[run]).replace(u'&', QStringLiteral("&&")), this,
-                        [this, run] { show(run); });
+        menu->addAction(menuText(headingOf(runs[run])), this, [this, run] { show(run); });
     button_.setEnabled(!runs.isEmpty());
 }
 
