@@ -71,7 +71,7 @@ BurnSituation BurnFile::situation(Operation operation) const {
     burn.tool = settings.tool;
     burn.command = {operationCommand(operation, settings), oddCharacters(operation, settings),
                     !toolTrust_.covers(settings.tool)};
-    if (operation != VerifyOperation && operation != WriteOperation)
+    if (!takesImage(operation))
         return burn;
     const Failure *problem = workspace_.lastWrite().failure();
     burn.hasImage = image_ != nullptr;

@@ -15,6 +15,11 @@ enum Operation : qint32 {
     LogicOperation = 3
 };
 
+/// True for the operations that hand the tool the image to burn.
+constexpr bool takesImage(Operation operation) {
+    return operation == VerifyOperation || operation == WriteOperation;
+}
+
 /// What the command line of an operation is made of, as the settings stand at one moment.
 struct ToolSettings {
     /// Goes to the shell as it stands: never quoted, a leading "~" left to the shell.

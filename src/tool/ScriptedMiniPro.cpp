@@ -387,7 +387,7 @@ RunFacts ScriptedMiniPro::facts() const {
     facts.operation = operation;
     facts.tool = launched_.tool;
     facts.device = launched_.device;
-    if (operation == VerifyOperation || operation == WriteOperation)
+    if (takesImage(operation))
         facts.imagePath = launched_.outputPath;
     facts.start = start_;
     facts.status = task.terminationStatus();
