@@ -8,6 +8,11 @@
 
 #include <optional>
 
+/// True for the bytes that end a line of a file.
+constexpr bool endsLine(char character) {
+    return character == '\r' || character == '\n';
+}
+
 /// True for the characters that end a line on their own: line feed, vertical tab, form feed,
 /// carriage return, next line (U+0085), line and paragraph separator.
 bool isLineBreak(QChar character);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/Digits.h"
+#include "base/TextLines.h"
 
 #include <QByteArrayView>
 
@@ -13,10 +14,6 @@
 
 /// The byte-order mark of UTF-8.
 inline constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
-
-inline constexpr bool endsLine(char character) {
-    return character == '\r' || character == '\n';
-}
 
 /// Space and tabulator, and what else moves the paper.
 inline constexpr bool isBlank(char character) {
@@ -36,12 +33,11 @@ constexpr QByteArrayView withoutBlanks(QByteArrayView line) {
 inline constexpr std::array<signed char, 256> hexValues = [] {
     std::array<signed char, 256> values{};
     for (std::size_t code = 0; code < values.size(); ++code)
-        values[code] =
-            static_cast<signed char>(digitValue(QChar(char16_t(code)), hexadecimal).value_or(-1));
+        values[code] = qint8(digitValue(QChar(char16_t(code)), hexadecimal).value_or(-1));
     return values;
 }();
 
 /// The value of \a digit; negative if it is none.
 inline int hexValue(char digit) {
-    return hexValues[static_cast<unsigned char>(digit)];
+    return hexValues[quint8(digit)];
 }

@@ -4,16 +4,13 @@
 #include "language/ImageEncoding.h"
 
 #include "base/Digits.h"
+#include "base/TextLines.h"
 
 #include <QCoreApplication>
 
 #include <algorithm>
 
 namespace {
-
-bool endsLine(char character) {
-    return character == '\r' || character == '\n';
-}
 
 bool isHexDigit(char character) {
     return digitValue(QLatin1Char(character), hexadecimal).has_value();
