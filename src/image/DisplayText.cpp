@@ -4,6 +4,7 @@
 #include "image/DisplayText.h"
 
 #include "base/Utf8.h"
+#include "base/WordAt.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -27,16 +28,10 @@ constexpr qsizetype groupSize = 16 * wordSize;
 constexpr quint64 lowestBits = 0x0101010101010101;
 constexpr quint64 highestBits = lowestBits << 7;
 
-quint64 wordAt(const char *bytes) {
-    quint64 word = 0;
-    std::memcpy(&word, bytes, wordSize);
-    return word;
-}
-
 bool isAsciiGroup(const char *group) {
     quint64 all = 0;
     for (qsizetype at = 0; at < groupSize; at += wordSize)
-        all |= wordAt(group + at);
+        all |= wordAt<quint64>(group + at);
     return (all & highestBits) == 0;
 }
 
@@ -48,7 +43,7 @@ qsizetype unitsInGroup(const char *group) {
     quint64 continuations = 0;
     quint64 pairs = 0;
     for (qsizetype at = 0; at < groupSize; at += wordSize) {
-        const quint64 word = wordAt(group + at);
+        const quint64 word = wordAt<quint64>(group + at);
         continuations += (word >> 7) & ~(word >> 6) & lowestBits;
         pairs += (word >> 7) & (word >> 6) & (word >> 5) & (word >> 4) & lowestBits;
     }

@@ -3,6 +3,8 @@
 
 #include "inspect/ImageDifferences.h"
 
+#include "base/WordAt.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstring>
@@ -17,9 +19,7 @@ constexpr quint64 lowBits = 0x0101010101010101;
 constexpr quint64 highBits = lowBits << 7;
 
 quint64 wordAt(QByteArrayView bytes, qint64 offset) {
-    quint64 value = 0;
-    std::memcpy(&value, bytes.data() + offset, sizeof value);
-    return value;
+    return ::wordAt<quint64>(bytes.data() + offset);
 }
 
 /// The highest bit of every byte of \a value that is not zero.

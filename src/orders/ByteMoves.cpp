@@ -3,17 +3,12 @@
 
 #include "orders/ByteMoves.h"
 
+#include "base/WordAt.h"
+
 #include <array>
 #include <cstring>
 
 namespace {
-
-template <typename Word>
-Word wordAt(const char *bytes) {
-    Word word;
-    std::memcpy(&word, bytes, sizeof word);
-    return word;
-}
 
 template <typename Word>
 void putWord(char *bytes, Word word) {

@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QDateTime>
+#include <QLocale>
+
+/// \a when as people say it on the day \a today: the time alone for that day, else the date with
+/// it.
+inline QString timeWords(const QDateTime &when, const QDate &today) {
+    return when.date() == today ? QLocale().toString(when.time(), QStringLiteral("HH:mm"))
+                                : QLocale().toString(when, QLocale::ShortFormat);
+}
