@@ -4,6 +4,7 @@
 #include "control/OperationRun.h"
 
 #include "base/Log.h"
+#include "base/TimeWords.h"
 #include "files/FileStamp.h"
 #include "language/UsbProgrammers.h"
 #include "tool/ScriptedMiniPro.h"
@@ -36,10 +37,6 @@ public:
         return tr("The last Read failed; these bytes are from %1.").arg(when);
     }
 };
-
-bool takesImage(Operation operation) {
-    return operation == VerifyOperation || operation == WriteOperation;
-}
 
 RunRecord recordBefore(Operation operation, const ToolSettings &settings, const BurnSituation &burn,
                        quint64 imageRevision) {
@@ -113,7 +110,5 @@ bool judgeRead(RunRecord &record, const ReadFile &file) {
 
 QString staleReadRemark(const RunRecord &record, const QString &path) {
     const QDateTime written = QFileInfo(path).lastModified();
-    return OperationWording::stale(written.date() == record.started.date()
-                                       ? QLocale().toString(written.time(), QStringLiteral("HH:mm"))
-                                       : QLocale().toString(written, QLocale::ShortFormat));
+    return OperationWording::stale(timeWords(written, record.started.date()));
 }

@@ -3,6 +3,8 @@
 
 #include "control/VerdictWords.h"
 
+#include "base/TimeWords.h"
+
 #include <QCoreApplication>
 #include <QLocale>
 
@@ -33,11 +35,7 @@ public:
 
     /// What happened, and when: "Verified at 13:02".
     QString event() const {
-        const QDate today = QDate::currentDate();
-        const QString time = run_.ended.date() == today
-                                 ? run_.ended.time().toString(QStringLiteral("HH:mm"))
-                                 : QLocale().toString(run_.ended, QLocale::ShortFormat);
-        return eventPattern().arg(time);
+        return eventPattern().arg(timeWords(run_.ended, QDate::currentDate()));
     }
 
 private:
