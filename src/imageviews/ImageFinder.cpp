@@ -3,17 +3,13 @@
 
 #include "imageviews/ImageFinder.h"
 
+#include "base/TurnOfWork.h"
 #include "grid/GridSteps.h"
 #include "grid/GridView.h"
-
-#include <QElapsedTimer>
 
 #include <utility>
 
 namespace {
-
-/// How long a turn may take: half a frame, so that nobody waits for it. In milliseconds.
-constexpr int turnTime = 6;
 
 using Kind = HitAnswer::Kind;
 using Wrap = FindState::Wrap;
@@ -74,11 +70,8 @@ void ImageFinder::lookOn() {
 void ImageFinder::turn() {
     const ByteBuffer bytes = this->bytes();
     const QByteArrayView image = viewOf(bytes);
-    QElapsedTimer time;
-    time.start();
-    bool isCounted = index_.pattern().isEmpty();
-    while (!isCounted && !time.hasExpired(turnTime))
-        isCounted = index_.advance(image, 1);
+    const bool isCounted =
+        index_.pattern().isEmpty() || worksForATurn([&] { return index_.advance(image, 1); });
     takeStep(image);
     if (isCounted)
         turns_.stop();
