@@ -9,5 +9,8 @@
 inline constexpr qint64 kibibyte = 1024;
 inline constexpr qint64 mebibyte = 1024 * kibibyte;
 
+/// What erased memory reads as.
+inline constexpr quint8 erasedByte = 0xFF;
+
 /// Bytes in a row of a hex dump.
 inline constexpr int bytesInRow = 16;

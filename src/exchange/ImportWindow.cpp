@@ -4,6 +4,7 @@
 #include "exchange/ImportWindow.h"
 
 #include "base/Digits.h"
+#include "base/Units.h"
 #include "exchange/FormatEntries.h"
 #include "exchange/ImportWords.h"
 #include "exchange/RecordPart.h"
@@ -21,7 +22,6 @@ namespace {
 
 constexpr int foundColumns = 64;
 constexpr int foundLines = 7;
-constexpr quint8 blankByte = 0xFF;
 
 } // namespace
 
@@ -133,7 +133,8 @@ void ImportWindow::addPart(const File &file) {
         return showProblem(tr("%1 is one of the parts already.").arg(name));
     const std::optional<RecordFormat> records = recordFormatOf(*file.bytes);
     const ByteBuffer bytes =
-        records ? bytesOfRecordPart(*file.bytes, *records, fill().value_or(blankByte)) : file.bytes;
+        records ? bytesOfRecordPart(*file.bytes, *records, fill().value_or(erasedByte))
+                : file.bytes;
     if (!bytes)
         return showProblem(tr("%1 is text of records, and something about it must be asked. Import "
                               "it first, and add the binary that comes of it.")

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Units.h"
 #include "exchange/ArrangingRun.h"
 #include "exchange/OrderWords.h"
 #include "exchange/RecordImport.h"
@@ -34,8 +35,8 @@ public:
 
     /// What is offered.
     struct Offers {
-        quint8 fill = 0xFF; ///< for the gaps
-        ChipSize chip = {}; ///< that the bytes may be for
+        quint8 fill = erasedByte; ///< for the gaps
+        ChipSize chip = {};       ///< that the bytes may be for
     };
 
     /// Beside \a window.

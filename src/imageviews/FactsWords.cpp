@@ -4,6 +4,8 @@
 #include "imageviews/FactsWords.h"
 
 #include "base/Digits.h"
+#include "base/TimeWords.h"
+#include "base/Units.h"
 #include "image/AddressWords.h"
 
 #include <QCoreApplication>
@@ -17,7 +19,6 @@ constexpr int bitsInByte = 8;
 constexpr int digitsOfByte = 2;
 constexpr int digitsOfSum = 4;
 constexpr int digitsOfCrc = 8;
-constexpr quint8 erased = 0xFF;
 constexpr quint8 empty = 0x00;
 
 class FactsWording {
@@ -45,9 +46,7 @@ QString sourceWords(std::optional<CompositionSource> source, const QString &bina
 } // namespace
 
 QString readOriginWords(const QString &device, const QDateTime &when, const QDate &today) {
-    const QString time = when.date() == today ? when.time().toString(QStringLiteral("HH:mm"))
-                                              : QLocale().toString(when, QLocale::ShortFormat);
-    return FactsWording::tr("%1, read at %2").arg(device, time);
+    return FactsWording::tr("%1, read at %2").arg(device, timeWords(when, today));
 }
 
 QString burnOriginWords(std::optional<CompositionSource> source, const QString &binaryPath,
@@ -90,7 +89,7 @@ QString erasureWords(const ImageDifferences &differences, bool isWhole) {
 }
 
 QString blankRemark(const ImageFacts &facts, bool isRead) {
-    if (facts.onlyByte != erased && facts.onlyByte != empty)
+    if (facts.onlyByte != erasedByte && facts.onlyByte != empty)
         return {};
     const QString digits = hexDigits(*facts.onlyByte, digitsOfByte);
     return isRead ? FactsWording::tr("all 0x%1: blank, or no contact?").arg(digits)

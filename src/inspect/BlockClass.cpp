@@ -3,6 +3,8 @@
 
 #include "inspect/BlockClass.h"
 
+#include "base/Units.h"
+
 #include <algorithm>
 #include <array>
 #include <numeric>
@@ -38,7 +40,7 @@ ByteKinds kindsOfLanes(const uchar *next, qsizetype lanes) {
     LaneCounts text{};
     for (qsizetype turn = 0; turn < lanes; ++turn, next += countedLane)
         for (size_t i = 0; i < size_t(countedLane); ++i) {
-            blank[i] = quint8(blank[i] + (next[i] == 0xFF));
+            blank[i] = quint8(blank[i] + (next[i] == erasedByte));
             zero[i] = quint8(zero[i] + (next[i] == 0));
             text[i] = quint8(text[i] + isTextByte(next[i]));
         }
@@ -46,7 +48,7 @@ ByteKinds kindsOfLanes(const uchar *next, qsizetype lanes) {
 }
 
 ByteKinds kindsOfByte(uchar byte) {
-    return {1, byte == 0xFF, byte == 0, isTextByte(byte)};
+    return {1, byte == erasedByte, byte == 0, isTextByte(byte)};
 }
 
 } // namespace
