@@ -5,7 +5,11 @@
 
 #include <QByteArrayView>
 
+#include <sys/types.h>
 #include <utility>
+
+/// The mode of files that are not the user's alone, which the umask narrows.
+inline constexpr mode_t modeOfNewFiles = 0666;
 
 /// Owns one file descriptor and closes it; -1 is none.
 class FileDescriptor {

@@ -3,6 +3,7 @@
 
 #include "files/FileLock.h"
 
+#include "base/FileDescriptor.h"
 #include "files/SystemName.h"
 
 #include <QCoreApplication>
@@ -28,9 +29,8 @@ Result<FileDescriptor> openToReplace(const QByteArray &name) {
         return Failure::ofSystem(errno);
     if (exists && !S_ISREG(facts.st_mode))
         return notRegularFile();
-    constexpr mode_t newFile = 0666;
     const int flags = O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | (exists ? 0 : O_CREAT);
-    FileDescriptor file(::open(name.constData(), flags, newFile));
+    FileDescriptor file(::open(name.constData(), flags, modeOfNewFiles));
     if (!file.isOpen())
         return Failure::ofSystem(errno);
     return file;

@@ -5,6 +5,7 @@
 
 #include "files/SystemName.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <optional>
@@ -34,6 +35,11 @@ bool isNoForeignLink(const QString &path) {
         return true;
     const std::optional<struct stat> folder = factsOf(QFileInfo(path).path(), true);
     return isOurs(*link) && folder && isOurs(*folder);
+}
+
+Failure foreignLink() {
+    return Failure{
+        QCoreApplication::translate("FileOwnership", "It is a link that belongs to somebody else")};
 }
 
 bool othersMayWriteInto(const QString &path) {

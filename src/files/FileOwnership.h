@@ -3,11 +3,15 @@
 
 #pragma once
 
+#include "base/Result.h"
+
 #include <QString>
 
 /// True unless the name \a path is a link that somebody else has put there, or may have: a link is
 /// the user's own, or root's, if it belongs to one of them and so does its folder.
 bool isNoForeignLink(const QString &path);
+/// The failure to use a link that is not.
+Failure foreignLink();
 
 /// True if somebody else than the user and root may put files into the folder at \a path.
 bool othersMayWriteInto(const QString &path);

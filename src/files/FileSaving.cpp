@@ -19,13 +19,12 @@ namespace {
 /// The mode of the file, or the one that a file that is opened for writing begins with.
 mode_t modeOf(const QString &path) {
     constexpr mode_t permissionBits = 07777;
-    constexpr mode_t newFile = 0666;
     struct stat status = {};
     if (::stat(QFile::encodeName(path).constData(), &status) == 0)
         return status.st_mode & permissionBits;
     const mode_t mask = ::umask(0);
     ::umask(mask);
-    return newFile & ~mask;
+    return modeOfNewFiles & ~mask;
 }
 
 /// Where a link leads to, over however many others; a link to nothing is followed once.

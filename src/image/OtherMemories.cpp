@@ -41,8 +41,7 @@ bool hasItsUsualName(const QString &readFile) {
 
 Result<ByteBuffer> load(const QString &path, OtherMemory memory) {
     if (!isNoForeignLink(path))
-        return Failure{QCoreApplication::translate("OtherMemories",
-                                                   "It is a link that belongs to somebody else")};
+        return foreignLink();
     return loadWholeFile(path, memory == OtherMemory::Fuses ? OtherMemoryFiles::largestFuseText
                                                             : OtherMemoryFiles::largestMemory);
 }

@@ -35,8 +35,7 @@ Result<void> save(const QString &path, const ByteBuffer &image) {
     if (!image)
         return Failure{QCoreApplication::translate("TemporaryWorkspace", "There is no image")};
     if (!isNoForeignLink(path))
-        return Failure{QCoreApplication::translate("TemporaryWorkspace",
-                                                   "It is a link that belongs to somebody else")};
+        return foreignLink();
     return saveWholeFile(path, *image, Durability::ProgramEnd);
 }
 

@@ -5,6 +5,7 @@
 
 #include "base/FileDescriptor.h"
 #include "base/Log.h"
+#include "files/FileOwnership.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -14,10 +15,11 @@
 
 namespace {
 
-constexpr mode_t modeOfNewFiles = 0666;
-
-/// Non-blocking, because opening a FIFO would wait for a reader.
+/// Non-blocking, because opening a FIFO would wait for a reader. Through a link of somebody else's
+/// the report would go where nobody meant.
 FileDescriptor openForAppending(const QString &path) {
+    if (!isNoForeignLink(path))
+        return {};
     return FileDescriptor(::open(QFile::encodeName(path).constData(),
                                  O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK,
                                  modeOfNewFiles));

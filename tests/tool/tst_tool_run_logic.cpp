@@ -4,14 +4,18 @@
 #include "ToolBench.h"
 
 #include "support/FileHelpers.h"
+#include "support/RecordingLog.h"
+#include "tool/ResultsFile.h"
 
 #include <QDeadlineTimer>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
 #include <QTimer>
 
 #include <cstring>
 #include <sys/stat.h>
+#include <unistd.h>
 
 /// The logic test's report, which reaches its file through the pipes alone.
 class TestToolRunLogic : public QObject {
@@ -32,6 +36,7 @@ private slots:
     void results_thatCannotBeCreatedAreLoggedForEachChunk();
     void results_neverWaitForAReader();
     void otherOperations_leaveTheFileAlone();
+    void report_followsNoLinkOfSomebodyElse();
 };
 
 namespace {
@@ -232,6 +237,24 @@ void TestToolRunLogic::otherOperations_leaveTheFileAlone() {
     writeWholeFile(bench.path("temp_logtest.bin"), "kept");
     bench.newRun()->launch();
     QCOMPARE(readWholeFile(bench.path("temp_logtest.bin")), QByteArray("kept"));
+}
+
+void TestToolRunLogic::report_followsNoLinkOfSomebodyElse() {
+    if (::geteuid() != 0)
+        QSKIP("only root can give a link away");
+    const QTemporaryDir folder;
+    RecordingLog log;
+    const QString victim = folder.filePath(QStringLiteral("victim"));
+    const QString link = folder.filePath(QStringLiteral("report"));
+    QVERIFY(writeWholeFile(victim, "precious"));
+    QVERIFY(QFile::link(victim, link));
+    appendToResultsFile(link, "0000", log);
+    QCOMPARE(readWholeFile(victim), "precious0000");
+    QCOMPARE(::lchown(QFile::encodeName(link).constData(), 12345, gid_t(-1)), 0);
+    appendToResultsFile(link, "more", log);
+    QCOMPARE(readWholeFile(victim), "precious0000");
+    // Something is there, so nothing is said of it.
+    QCOMPARE(log.lines, QStringList());
 }
 
 QTEST_GUILESS_MAIN(TestToolRunLogic)
