@@ -5,6 +5,7 @@
 
 #include "app/MainWindow.h"
 #include "app/WindowMenus.h"
+#include "base/Units.h"
 #include "control/ActionGate.h"
 #include "control/AppDelegate.h"
 #include "control/Messages.h"
@@ -16,6 +17,7 @@
 #include "files/FreeName.h"
 #include "files/PrivateFolder.h"
 #include "files/SuggestedName.h"
+#include "files/UnfinishedFile.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
@@ -34,12 +36,12 @@ namespace {
 /// Where the bytes of imported files are kept. They outlive the program, unlike the temporary
 /// files.
 QString importFolder() {
-    return xdgFolder("XDG_DATA_HOME", QStringLiteral("/.local/share")) + QStringLiteral("/velm");
+    return dataFolder() + QStringLiteral("/velm");
 }
 
 /// The byte that the window fills with.
 quint8 chosenFill(const SettingsStore &settings) {
-    return settings.boolValue(settingsKeys::pad_00) ? 0x00 : 0xFF;
+    return settings.boolValue(settingsKeys::pad_00) ? 0x00 : erasedByte;
 }
 
 /// Enough of the file at \a path to recognise a format by; empty if that is no regular file.
@@ -54,6 +56,7 @@ QByteArray beginningOf(const QString &path) {
 } // namespace
 
 FileImport::FileImport(const ExchangeSurroundings &surroundings) : with_(surroundings) {
+    removeAllUnfinished(importFolder());
     auto *drops = new FileDropArea(tr("Drop the file here to open it"),
                                    with_.window.controls().sideArea->viewport());
     connect(drops, &FileDropArea::dropped, this, &FileImport::open, Qt::QueuedConnection);

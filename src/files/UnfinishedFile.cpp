@@ -103,6 +103,27 @@ bool canBeLinked(int file) {
     return ::stat(pathOf(file).constData(), &facts) == 0;
 }
 
+/// The names with the mark in \a folder.
+QStringList unfinishedIn(const QString &folder) {
+    QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks);
+    names.removeIf([](const QString &name) {
+        return !name.chopped(std::min<qsizetype>(randomLetters, name.size()))
+                    .endsWith(QLatin1String(mark));
+    });
+    return names;
+}
+
+/// While it is being written a file is locked.
+void removeUnlessInUse(const QString &path) {
+    const Result<QByteArray> left = systemName(path);
+    if (!left)
+        return;
+    const FileDescriptor file(
+        ::open(left->constData(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    if (file.isOpen() && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0)
+        ::unlink(left->constData());
+}
+
 } // namespace
 
 Result<UnfinishedFile> UnfinishedFile::beside(const QByteArray &path) {
@@ -200,14 +221,12 @@ Result<void> UnfinishedFile::giveBackPlace() {
 void removeUnfinished(const QString &path) {
     const QFileInfo target(path);
     const QString start = target.fileName() + QString::fromLatin1(mark);
-    const QDir folder(target.path());
-    for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks)) {
-        const Result<QByteArray> left = systemName(folder.filePath(name));
-        if (!left || !name.startsWith(start) || name.size() != start.size() + randomLetters)
-            continue;
-        const FileDescriptor file(
-            ::open(left->constData(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
-        if (file.isOpen() && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0)
-            ::unlink(left->constData());
-    }
+    for (const QString &name : unfinishedIn(target.path()))
+        if (name.startsWith(start) && name.size() == start.size() + randomLetters)
+            removeUnlessInUse(QDir(target.path()).filePath(name));
+}
+
+void removeAllUnfinished(const QString &folder) {
+    for (const QString &name : unfinishedIn(folder))
+        removeUnlessInUse(QDir(folder).filePath(name));
 }

@@ -61,3 +61,5 @@ private:
 /// Removes the unfinished files that killed programs left beside the file at \a path; those that
 /// are still being written stay, and everything without this program's mark.
 void removeUnfinished(const QString &path);
+/// The same for all files in \a folder, which must be this program's own.
+void removeAllUnfinished(const QString &folder);

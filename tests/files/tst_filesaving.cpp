@@ -46,6 +46,7 @@ private slots:
     void withoutUnnamedFiles_itIsTheSame();
     void withoutExchange_itIsTheSame();
     void unfinished_isRemovedByItsMarkAlone();
+    void allUnfinishedOfAFolder_areRemovedByTheirMark();
     void unfinished_thatIsBeingWrittenStays();
     void diskThatDoesNotConfirm_isAFailure();
     void fileSystemWithoutConfirmation_isNoFailure();
@@ -224,6 +225,17 @@ void TestFileSaving::unfinished_isRemovedByItsMarkAlone() {
     QVERIFY(QFileInfo(path() + QStringLiteral(".velm-folder")).isDir());
     QVERIFY(QFileInfo(path() + QStringLiteral(".velm-linked")).isSymLink());
     QFile::remove(path() + QStringLiteral(".velm-linked"));
+    QCOMPARE(filesLeft(), others);
+}
+
+void TestFileSaving::allUnfinishedOfAFolder_areRemovedByTheirMark() {
+    const QStringList others = {QStringLiteral(".velm-1"), QStringLiteral("a.bin"),
+                                QStringLiteral("a.bin.velm-12345"),
+                                QStringLiteral("b.bin.velm-1234567")};
+    for (const QString &name : others + QStringList{QStringLiteral("a.bin.velm-abc123"),
+                                                    QStringLiteral("b.bin.velm-abc123")})
+        QVERIFY(writeWholeFile(folder_->filePath(name), "x"));
+    removeAllUnfinished(folder_->path());
     QCOMPARE(filesLeft(), others);
 }
 

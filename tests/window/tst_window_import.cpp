@@ -16,6 +16,7 @@ class TestWindowImport : public QObject {
 
 private slots:
     void init();
+    void whatAKilledImportLeft_isGoneAtTheNextStart();
     void entry_asksAndShowsWhatWasFound();
     void import_opensAFileOfTheProgramsOwn();
     void import_survivesARestart();
@@ -420,6 +421,17 @@ void TestWindowImport::controls_haveNamesAndToolTips() {
     }
     QVERIFY(letters.size() > 12);
     QCOMPARE(letters.removeDuplicates(), 0);
+}
+
+void TestWindowImport::whatAKilledImportLeft_isGoneAtTheNextStart() {
+    velm_ = std::make_unique<WindowFixture>();
+    const QString folder = velm_->path(QStringLiteral("data")) + QStringLiteral("/velm");
+    QVERIFY(QDir().mkpath(folder));
+    QVERIFY(writeWholeFile(folder + QStringLiteral("/rom.bin"), "kept"));
+    QVERIFY(writeWholeFile(folder + QStringLiteral("/rom.bin.velm-abc123"), "left behind"));
+    qputenv("XDG_DATA_HOME", QFile::encodeName(velm_->path(QStringLiteral("data"))));
+    velm_->start();
+    QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList(QStringLiteral("rom.bin")));
 }
 
 QTEST_MAIN(TestWindowImport)
