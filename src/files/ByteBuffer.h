@@ -17,8 +17,8 @@ inline qsizetype lengthOf(const ByteBuffer &buffer) {
     return buffer ? buffer->size() : 0;
 }
 
-/// True if \a known refers to the very object that \a buffer is, which may both be none. Another
-/// buffer at the address of one that has gone is not the same.
+/// True if \a known refers to the very object that \a buffer is; they may both be none. By their
+/// owners: one that has gone is neither none nor another at its address.
 inline bool isSameBuffer(const ByteBuffer &buffer, const std::weak_ptr<QByteArray> &known) {
     return !known.owner_before(buffer) && !buffer.owner_before(known);
 }

@@ -31,5 +31,5 @@ std::optional<ImageFacts> BlockFacts::facts() const {
 
 bool BlockFacts::isTheSame(const ShownImage &image, ByteRange block) const {
     return block_.offset == block.offset && block_.length == block.length &&
-           revision_ == image.revision && isSameBuffer(bytes_, image.bytes);
+           revision_ == image.revision && isSameBuffer(image.bytes, bytes_);
 }

@@ -3,7 +3,7 @@
 
 #include "imageviews/ImageComparison.h"
 
-#include "base/Digits.h"
+#include "image/BytesAsText.h"
 
 #include <utility>
 
@@ -99,10 +99,7 @@ ByteMark ImageComparison::markAt(qint64 offset) const {
 
 /// What the other image has at \a pair, told of a byte of the data read (\a ofRead) or to burn.
 QString ImageComparison::words(const Pair &pair, bool ofRead) {
-    constexpr int digits = 2;
-    const QString text = QString::number(ofRead ? pair.toBurn : pair.read, hexadecimal)
-                             .toUpper()
-                             .rightJustified(digits, u'0');
+    const QString text = byteDigits(ofRead ? pair.toBurn : pair.read);
     return ofRead ? tr("%1 in the data to burn").arg(text)
                   : tr("%1 in the data read from the chip").arg(text);
 }

@@ -93,7 +93,7 @@ void ImageMap::turn() {
 void ImageMap::takeImage(const std::optional<ShownImage> &image) {
     const ShownImage now = image.value_or(ShownImage{});
     const qint64 size = lengthOf(now.bytes);
-    if (!isSameBuffer(bytes_, now.bytes))
+    if (!isSameBuffer(now.bytes, bytes_))
         map_.begin(size);
     else if (revision_ != now.revision || map_.size() != size)
         map_.change(0, size, size);
@@ -103,7 +103,7 @@ void ImageMap::takeImage(const std::optional<ShownImage> &image) {
 
 void ImageMap::takeChange(qint64 offset, qint64 length) {
     const std::optional<ShownImage> image = shown_();
-    if (image && isSameBuffer(bytes_, image->bytes)) {
+    if (image && isSameBuffer(image->bytes, bytes_)) {
         map_.change(offset, length, lengthOf(image->bytes));
         revision_ = image->revision;
     }

@@ -5,11 +5,6 @@
 
 #include <utility>
 
-// By the owners: a buffer that is gone is another one than the absent one.
-bool isSameBuffer(const std::weak_ptr<QByteArray> &known, const ByteBuffer &now) {
-    return !known.owner_before(now) && !now.owner_before(known);
-}
-
 bool ShownImageReader::readOn(const ShownImage &image) {
     if (!isTheSame(image))
         beginWith(image);
@@ -34,7 +29,7 @@ void ShownImageReader::askForSha256(const ShownImage &image) {
 }
 
 bool ShownImageReader::isTheSame(const ShownImage &image) const {
-    return revision_ == image.revision && isSameBuffer(bytes_, image.bytes);
+    return revision_ == image.revision && isSameBuffer(image.bytes, bytes_);
 }
 
 void ShownImageReader::beginWith(const ShownImage &image) {

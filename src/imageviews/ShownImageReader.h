@@ -21,9 +21,6 @@ struct ShownImage {
     QString comparison = {}; ///< how they differ from the other image, in words
 };
 
-/// True if \a now is the very buffer that \a known refers to, not another with the same bytes.
-bool isSameBuffer(const std::weak_ptr<QByteArray> &known, const ByteBuffer &now);
-
 /// Reads the facts of the image that is shown, and its SHA-256 if that is asked for, in turns of
 /// less than a frame. It keeps no image alive.
 class ShownImageReader {
