@@ -21,9 +21,9 @@ const QMap<QString, QStringList> &arrows() {
         {QStringLiteral("files"), words("base")},
         {QStringLiteral("settings"), words("base files")},
         {QStringLiteral("image"), words("base files settings")},
-        {QStringLiteral("inspect"), {}},
+        {QStringLiteral("inspect"), words("base")},
         {QStringLiteral("formats"), words("base files")},
-        {QStringLiteral("orders"), words("files")},
+        {QStringLiteral("orders"), words("base files")},
         {QStringLiteral("process"), words("base")},
         {QStringLiteral("language"), words("base files settings")},
         {QStringLiteral("tool"), words("base files settings process language")},
@@ -135,6 +135,24 @@ QStringList layerRules::arrowsPointDown(const SourceTree &tree) {
             breaches.append(breach(file.key(), QStringLiteral("includes ") + include.target));
         }
     }
+    return breaches;
+}
+
+QStringList layerRules::arrowsAreUsed(const SourceTree &tree) {
+    QMap<QString, QSet<QString>> used;
+    for (auto file = tree.begin(); file != tree.end(); ++file) {
+        const QString layer = layerOf(file.key());
+        if (layer.isEmpty() || !isCode(file.key()))
+            continue;
+        for (const Include &include : includesOf(file.value()))
+            used[layer] << include.target << folderOf(include.target);
+    }
+    QStringList breaches;
+    for (auto layer = used.begin(); layer != used.end(); ++layer)
+        for (const QString &allowed : arrows().value(layer.key()))
+            if (!layer->contains(allowed))
+                breaches.append(breach(QStringLiteral("src/") + layer.key(),
+                                       QStringLiteral("includes nothing of ") + allowed));
     return breaches;
 }
 

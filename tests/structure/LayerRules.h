@@ -11,6 +11,8 @@ namespace layerRules {
 
 /// A folder of src includes headers of the folders below it alone.
 QStringList arrowsPointDown(const SourceTree &tree);
+/// Each arrow that a folder of src may have is one that it has.
+QStringList arrowsAreUsed(const SourceTree &tree);
 /// A folder's library links the libraries of the folders below it alone.
 QStringList librariesLinkDown(const SourceTree &tree);
 /// An include in quotes says its folder: "grid/GridModel.h", never "GridModel.h".

@@ -41,6 +41,7 @@ void TestLayers::initTestCase() {
 void TestLayers::sourcesKeepTheRule_data() {
     QTest::addColumn<Rule>("rule");
     QTest::newRow("arrows point down") << Rule(layerRules::arrowsPointDown);
+    QTest::newRow("arrows are used") << Rule(layerRules::arrowsAreUsed);
     QTest::newRow("libraries link down") << Rule(layerRules::librariesLinkDown);
     QTest::newRow("includes name their folder") << Rule(layerRules::includesNameTheirFolder);
     QTest::newRow("pure folders see no graphics") << Rule(layerRules::pureFoldersSeeNoGraphics);
@@ -106,6 +107,9 @@ void TestLayers::ruleNotices_data() {
     row("an include in a comment", down, "src/base/A.h", "// #include \"app/B.h\"\n", "");
     row("a way up by dots", down, "src/base/A.h", "#include \"../app/B.h\"\n",
         "src/base/A.h: includes ../app/B.h");
+
+    row("an arrow without an include", layerRules::arrowsAreUsed, "src/settings/A.h",
+        "#include \"base/Log.h\"\n", "src/settings: includes nothing of files");
 
     row("image links widgets", layerRules::librariesLinkDown, "src/image/CMakeLists.txt",
         "velm_library(image SOURCES A.cpp LINKS velm_base velm_widgets)\n",
