@@ -4,6 +4,7 @@
 #include "window/EditingSteps.h"
 
 #include "image/CopyAhead.h"
+#include "support/AddressSpaceLimit.h"
 
 #include <QPushButton>
 
@@ -33,6 +34,7 @@ private slots:
     void editsDoNotTouchTheReadData();
     void openedCellOfALargeFile_isReadyBeforeItsEntry();
     void entryTypedAtOnce_findsTheImageReady();
+    void entryWithoutMemory_isRefusedInWords();
 };
 
 /// Starts with more bytes than an edit copies at once, which the image shares with the file.
@@ -318,6 +320,23 @@ void TestWindowEdit::entryTypedAtOnce_findsTheImageReady() {
     QVERIFY(wasReady);
     QCOMPARE(velm.state().output_data->left(2), QByteArray("BA"));
     QCOMPARE(velm.state().opened_bin_data->left(2), QByteArray("AA"));
+}
+
+void TestWindowEdit::entryWithoutMemory_isRefusedInWords() {
+    if (!AddressSpaceLimit::works())
+        QSKIP("the sanitizers need their address space");
+    WindowFixture velm;
+    showLargeFile(velm);
+    {
+        const AddressSpaceLimit limit(rlim_t(3) << 20);
+        enter(velm, 0, 1, QStringLiteral("42"));
+    }
+    QCOMPARE(*velm.state().output_data, *velm.state().opened_bin_data);
+    QCOMPARE(velm.delegate().edits().history().count(), 0);
+    QVERIFY2(velm.message().contains(QStringLiteral("There is no memory for this edit")),
+             qPrintable(velm.message()));
+    enter(velm, 0, 1, QStringLiteral("42"));
+    QCOMPARE(velm.state().output_data->left(2), QByteArray("BA"));
 }
 
 QTEST_MAIN(TestWindowEdit)
