@@ -3,12 +3,12 @@
 
 #pragma once
 
+#include "base/Units.h"
+
 #include <QByteArray>
 #include <QString>
 
 // What is measured with. The same seed gives the same bytes in every run.
-
-constexpr qint64 mebibyte = qint64(1) << 20;
 
 /// Bytes of every value, without an order.
 QByteArray randomBytes(qint64 size);

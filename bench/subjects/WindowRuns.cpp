@@ -6,6 +6,7 @@
 #include "instruments/Painted.h"
 #include "subjects/Samples.h"
 
+#include "base/Units.h"
 #include "grid/GridColumns.h"
 #include "grid/GridView.h"
 #include "settings/SettingsKeys.h"
@@ -69,7 +70,6 @@ double WindowRuns::composeAnew(qint64 size) {
 
 void WindowRuns::padFrom(qint64 start, qint64 size) {
     constexpr int base = 16;
-    constexpr qint64 kibibyte = 1024;
     using namespace settingsKeys;
     folder_.settings().setValue(rom_start_address, QString::number(start, base));
     folder_.settings().setValue(pad_to, QString::number(size / kibibyte));

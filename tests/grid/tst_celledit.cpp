@@ -25,7 +25,7 @@ private slots:
 
 namespace {
 
-constexpr auto untouched = CellEditOutcome();
+const CellEditOutcome untouched;
 
 /// 40 bytes 0x20 to 0x47: two whole rows and half of one.
 QByteArray image() {

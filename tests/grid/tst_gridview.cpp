@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "base/Units.h"
 #include "grid/GridCopying.h"
 #include "support/ShownGrid.h"
 
@@ -32,11 +33,11 @@ private slots:
 };
 
 namespace {
-constexpr qint64 mebibyte = 1 << 20;
 
 int lastRowInView(const GridView &view) {
     return view.verticalScrollBar()->value() + view.viewport()->height() / view.rowHeight() - 1;
 }
+
 } // namespace
 
 void TestGridView::beforeItHasASource_itIsEmpty() {

@@ -3,6 +3,7 @@
 
 #include "window/EditingSteps.h"
 
+#include "base/Units.h"
 #include "imageviews/ImageMap.h"
 
 #include <QAccessible>
@@ -42,8 +43,6 @@ private slots:
 };
 
 namespace {
-
-constexpr int kibibyte = 1024;
 
 ImageMap *map(WindowFixture &velm) {
     return velm.controls().imageMap;
