@@ -31,7 +31,7 @@ public:
     void setActions(const QList<QAction *> &offWhileRunning, QAction *stop);
 
     /// Shows \a work. While the tool works the focus is in the console, or in the grid if that is
-    /// hidden, and comes back afterwards.
+    /// hidden, and comes back afterwards unless the user has moved it.
     void show(Work work);
     /// Something that a run left behind still prints, or no longer does: Stop is there for it too.
     void showLeftovers(bool printing);

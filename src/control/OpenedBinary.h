@@ -27,7 +27,8 @@ public:
     OpenedFileWatch::State onDisk() const { return onDisk_; }
 
 signals:
-    /// onDisk() has changed.
+    /// The file on the disk is another one than before, or gone; onDisk() may say the same of it.
+    /// load() does not tell.
     void onDiskChanged();
     /// The user wants the file's bytes as they are now, and the tool does not work.
     void reloadAsked();

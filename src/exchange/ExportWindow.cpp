@@ -153,7 +153,7 @@ ExportWindow::ChoiceOrWhyNot ExportWindow::choice() const {
     return placed({*chosen, arrangement, partLength});
 }
 
-/// \a choice with its addresses, or why they make no sense. The files of a split begin at the
+/// \a choice with its addresses, or why it cannot be written. The files of a split begin at the
 /// offset itself.
 ExportWindow::ChoiceOrWhyNot ExportWindow::placed(Choice choice) const {
     if (!format())

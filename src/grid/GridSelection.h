@@ -61,7 +61,7 @@ public:
     bool press(const QKeyEvent &key);
 
 signals:
-    /// Other bytes may be selected.
+    /// Other bytes may be selected, or the same ones hold others.
     void changed();
     /// There is another block than before, or the same one of contents that are shown anew.
     void blockChanged();

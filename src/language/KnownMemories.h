@@ -31,7 +31,7 @@ bool choosesMemory(const QString &tool);
 
 // Sentences about a chip with such memories, translated; empty for one without.
 
-/// What of it a Write has left as it was.
+/// What of it a Write has not written.
 QString notWrittenWords(const KnownMemories &memories);
 /// What a Verify has not compared of it.
 QString notComparedWords(const KnownMemories &memories);

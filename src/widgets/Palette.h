@@ -28,11 +28,11 @@ QColor warningTextColor(const QPalette &palette);
 QColor successTextColor(const QPalette &palette);
 /// Violet, for what differs from another thing. It can be read on foundGroundColor() as well.
 QColor differenceTextColor(const QPalette &palette);
-/// A ground, for what was searched for and found: Base, moved towards yellow as far as the colour
-/// of text and differenceTextColor() can still be read on it.
+/// A ground, for what was searched for and found: Base, moved towards yellow no further than
+/// the colour of text and differenceTextColor() can be read on it.
 QColor foundGroundColor(const QPalette &palette);
 /// A ground, for what is selected and has a text colour of its own: Base, moved towards the colour
-/// of selections as far as the colours of text, failures and differences can still be read on it.
+/// of selections no further than the colours of text, failures and differences can be read on it.
 QColor selectedGroundColor(const QPalette &palette);
 
 /// Inks of patterns that fill areas of a map, readable on the ground as text colours are: grey for
