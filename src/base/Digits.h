@@ -28,6 +28,7 @@ constexpr std::optional<int> digitValue(QChar digit, int base) {
 
 /// \a value, which is not negative, in hexadecimal digits with capital letters, \a atLeast of them
 /// by zeros in front.
-inline QString hexDigits(qint64 value, int atLeast = 1) {
-    return QString::number(value, hexadecimal).toUpper().rightJustified(atLeast, u'0');
+template <typename Integer>
+QString hexDigits(Integer value, int atLeast = 1) {
+    return QString::number(qulonglong(value), hexadecimal).toUpper().rightJustified(atLeast, u'0');
 }

@@ -77,7 +77,7 @@ std::optional<BlockChange> InsertFileWindow::change(QString &sentence) const {
     else if (!offset)
         sentence = tr("There is no byte at %1.").arg(text.trimmed());
     else if (*offset > quint64(imageSize_))
-        sentence = tr("The data to burn end before %1.").arg(addressWords(qint64(*offset)));
+        sentence = tr("The data to burn end before %1.").arg(addressWords(*offset));
     else if (file_.bytes->isEmpty())
         sentence = tr("The file is empty.");
     else

@@ -3,7 +3,8 @@
 
 #include "exchange/ImportWords.h"
 
-#include "base/Digits.h"
+#include "image/AddressWords.h"
+#include "image/BytesAsText.h"
 #include "imageviews/FactsWords.h"
 
 #include <QCoreApplication>
@@ -14,20 +15,18 @@
 namespace {
 
 constexpr int maxRanges = 20;
-constexpr int addressDigits = 4;
-constexpr int byteDigits = 2;
 
 class ImportWording {
     Q_DECLARE_TR_FUNCTIONS(ImportWords)
 };
 
-QString prefixed(qint64 value, int digits) {
-    return QStringLiteral("0x") + hexDigits(value, digits);
+QString prefixed(const QString &digits) {
+    return QStringLiteral("0x") + digits;
 }
 
 QString rangeWords(qint64 first, qint64 end) {
     return ImportWording::tr("%1 to %2, %3")
-        .arg(prefixed(first, addressDigits), prefixed(end - 1, addressDigits),
+        .arg(prefixed(addressWords(first)), prefixed(addressWords(end - 1)),
              sizeWords(end - first));
 }
 
@@ -142,10 +141,9 @@ QStringList foundWords(RecordFormat format, const DecodedRecords &decoded) {
     lines << rangesWords(bytes);
     if (!bytes.isEmpty())
         lines << gapsWords(bytes);
-    lines
-        << (decoded.entry
-                ? ImportWording::tr("Entry point: %1").arg(prefixed(*decoded.entry, addressDigits))
-                : ImportWording::tr("Entry point: none"));
+    lines << (decoded.entry ? ImportWording::tr("Entry point: %1")
+                                  .arg(prefixed(addressWords(qint64(*decoded.entry))))
+                            : ImportWording::tr("Entry point: none"));
     return lines;
 }
 
@@ -161,5 +159,5 @@ QString imageWords(const DecodedRecords &decoded, qint64 base, quint8 fill) {
     if (filled == 0)
         return ImportWording::tr("The binary will have %1.").arg(sizeWords(length));
     return ImportWording::tr("The binary will have %1; %2 of them filled with %3.")
-        .arg(sizeWords(length), QLocale().toString(filled), prefixed(fill, byteDigits));
+        .arg(sizeWords(length), QLocale().toString(filled), prefixed(byteDigits(fill)));
 }

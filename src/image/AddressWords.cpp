@@ -58,7 +58,7 @@ public:
 
 } // namespace
 
-QString addressWords(qint64 offset) {
+QString addressWords(quint64 offset) {
     constexpr int shortestAddress = 4;
     return hexDigits(offset, shortestAddress);
 }
