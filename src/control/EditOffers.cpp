@@ -32,13 +32,13 @@ void EditOffers::step(std::optional<ByteRange> (HandEdits::*way)()) {
     if (gate_.refusesElseCommits())
         return;
     std::optional<ByteRange> made;
-    if (hasMemoryFor([&] { made = (edits_.*way)(); }) && made)
+    if (tryEdit([&] { made = (edits_.*way)(); }) && made)
         emit stepped(*made);
 }
 
 /// Does \a work, which must be the edit alone: what shows an edit may not be given up once it is
 /// made. False, and said, if there is no memory for it.
-bool EditOffers::hasMemoryFor(const std::function<void()> &work) {
+bool EditOffers::tryEdit(const std::function<void()> &work) {
     try {
         work();
         return true;
@@ -68,7 +68,7 @@ bool EditOffers::change(const Block &block) {
         return false;
     }
     std::optional<ByteRange> made;
-    if (!hasMemoryFor([&] { made = edits_.change(block.change, block.name); }))
+    if (!tryEdit([&] { made = edits_.change(block.change, block.name); }))
         return false;
     if (made)
         emit changed(*made);

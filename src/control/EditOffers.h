@@ -93,7 +93,7 @@ signals:
 
 private:
     void step(std::optional<ByteRange> (HandEdits::*way)());
-    bool hasMemoryFor(const std::function<void()> &work);
+    bool tryEdit(const std::function<void()> &work);
     SecondPress::Question aboutPresent(int edits);
     SecondPress::Question aboutReplaced(int edits);
 
