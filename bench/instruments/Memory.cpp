@@ -26,5 +26,5 @@ double memoryOfProcess(int pid) {
 
 void touchMemory(qint64 bytes) {
     QByteArray memory = uninitializedBytes(bytes);
-    std::memset(memory.data(), 1, static_cast<size_t>(bytes));
+    std::memset(memory.data(), 1, size_t(bytes));
 }

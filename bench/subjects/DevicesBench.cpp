@@ -30,8 +30,8 @@ namespace {
 
 constexpr int nameCount = 32'000;
 constexpr int rounds = 15;
-constexpr double mostMilliseconds = 8;
-constexpr double mostMoreThanTheTool = 20;
+constexpr double maxMilliseconds = 8;
+constexpr double maxMoreThanTheTool = 20;
 
 class SilentLog final : public Log {
 public:
@@ -135,13 +135,13 @@ void benchDevices(Table &table) {
         interleaved(rounds, {[&] { return search.list(); }, [&] { return search.search(); },
                              [&] { return search.runTool(); }});
     table.limit("32,000 names, tool's end to painted list", milliseconds(medians[0]),
-                milliseconds(mostMilliseconds));
+                milliseconds(maxMilliseconds));
     table.compare("32,000 names, Enter to painted list", milliseconds(medians[1]),
                   {"shell and tool", milliseconds(medians[2])});
     table.limit("32,000 names, more than shell and tool", milliseconds(medians[1] - medians[2]),
-                milliseconds(mostMoreThanTheTool));
+                milliseconds(maxMoreThanTheTool));
     search.list();
     const auto keys = interleaved(rounds, {[&] { return search.filterKey(); }});
     table.limit("32,000 names, filter key to painted list", milliseconds(keys[0]),
-                milliseconds(mostMilliseconds));
+                milliseconds(maxMilliseconds));
 }

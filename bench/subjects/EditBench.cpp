@@ -162,7 +162,7 @@ double copyOnce(qint64 size) {
     static const QByteArray bytes(size, 'x');
     const Stopwatch stopwatch;
     QByteArray copy = uninitializedBytes(size);
-    std::memcpy(copy.data(), bytes.constData(), static_cast<size_t>(size));
+    std::memcpy(copy.data(), bytes.constData(), size_t(size));
     return stopwatch.milliseconds();
 }
 
@@ -190,7 +190,7 @@ void benchFirstEdit(Table &table, EditedWindow &window, qint64 size, const Subje
 double fillOnce(qint64 size, int value) {
     static QByteArray bytes(size, 'x');
     const Stopwatch stopwatch;
-    std::memset(bytes.data(), value, static_cast<size_t>(size));
+    std::memset(bytes.data(), value, size_t(size));
     return stopwatch.milliseconds();
 }
 

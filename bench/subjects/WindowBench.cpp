@@ -27,7 +27,7 @@ constexpr qint64 contentStart = 8 * mebibyte;
 constexpr qint64 pressedSize = 64 * 1024;
 constexpr int rounds = 7;
 constexpr int pressRounds = 31;
-constexpr double mostMoreThanTheTool = 20;
+constexpr double maxMoreThanTheTool = 20;
 constexpr int composeRounds = 5;
 constexpr double maxTimesTheBareWork = 2;
 
@@ -69,7 +69,7 @@ void benchPress(Table &table, WindowRuns &runs) {
     const std::string what = "Read of 64 KiB, press to first page";
     table.compare(what, milliseconds(medians[0]), {"shell and tool", milliseconds(medians[1])});
     table.limit(what + ", more than shell and tool", milliseconds(medians[0] - medians[1]),
-                milliseconds(mostMoreThanTheTool));
+                milliseconds(maxMoreThanTheTool));
 }
 
 void benchOpen(Table &table, WindowRuns &runs) {

@@ -27,6 +27,6 @@ QByteArray uninitializedBytes(qsizetype size) {
 QByteArray copiedBytes(const QByteArray &bytes) {
     QByteArray copy = uninitializedBytes(bytes.size());
     if (!bytes.isEmpty())
-        std::memcpy(copy.data(), bytes.constData(), static_cast<size_t>(bytes.size()));
+        std::memcpy(copy.data(), bytes.constData(), size_t(bytes.size()));
     return copy;
 }

@@ -23,7 +23,7 @@ public:
     explicit RecordBytes(QByteArrayView bytes) : bytes_(bytes) {}
 
     qsizetype size() const { return bytes_.size(); }
-    quint32 operator[](qsizetype at) const { return static_cast<unsigned char>(bytes_[at]); }
+    quint32 operator[](qsizetype at) const { return quint8(bytes_[at]); }
     /// The \a length bytes at \a at, at most four, the highest first.
     quint32 number(qsizetype at, qsizetype length) const {
         quint32 value = 0;
@@ -38,7 +38,7 @@ public:
     quint32 sum() const {
         quint32 sum = 0;
         for (const char byte : bytes_)
-            sum += static_cast<unsigned char>(byte);
+            sum += quint8(byte);
         return sum & 0xFF;
     }
 

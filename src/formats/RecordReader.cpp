@@ -52,7 +52,7 @@ std::optional<TroubleKind> Digits::read(QByteArrayView digits) {
     for (char *byte = bytes.data(), *const end = byte + pairs; byte != end; ++byte, digit += 2) {
         const int value = hexValue(digit[0]) * hexadecimal | hexValue(digit[1]);
         worst |= value;
-        *byte = static_cast<char>(value);
+        *byte = char(value);
     }
     const bool isOdd = digits.size() % 2 != 0;
     if (worst < 0 || (isOdd && hexValue(digits.back()) < 0))

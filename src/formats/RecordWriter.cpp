@@ -48,7 +48,7 @@ public:
     }
     RecordLine &bytes(QByteArrayView values) {
         for (const char value : values)
-            byte(static_cast<unsigned char>(value));
+            byte(quint8(value));
         return *this;
     }
     quint32 sum() const { return sum_; }

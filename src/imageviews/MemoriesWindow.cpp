@@ -24,7 +24,7 @@
 namespace {
 
 constexpr int gapInCharacters = 4;
-constexpr int mostInCharacters = 40;
+constexpr int maxInCharacters = 40;
 
 QString tabText(OtherMemory memory) {
     return u'&' + memoryName(memory);
@@ -120,7 +120,7 @@ void MemoriesWindow::showMemories(const ReadMemories &memories, const QString &r
 // What is no fuse may be a long line.
 void MemoriesWindow::fitColumns() {
     const int gap = fuseList_->fontMetrics().averageCharWidth() * gapInCharacters;
-    const int most = fuseList_->fontMetrics().averageCharWidth() * mostInCharacters;
+    const int most = fuseList_->fontMetrics().averageCharWidth() * maxInCharacters;
     fuseList_->resizeColumnsToContents();
     for (const int column : {FuseListModel::Name, FuseListModel::Hexadecimal})
         fuseList_->setColumnWidth(column, std::min(fuseList_->columnWidth(column) + gap, most));
