@@ -6,7 +6,9 @@
 #include <cstring>
 #include <string>
 
+#include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace sim {
 namespace {

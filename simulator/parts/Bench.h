@@ -7,7 +7,7 @@
 #include "parts/Chips.h"
 #include "setup/Environment.h"
 
-#include <cstdint>
+#include <cstddef>
 #include <filesystem>
 
 namespace sim {

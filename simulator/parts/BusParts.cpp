@@ -3,6 +3,8 @@
 
 #include "parts/LogicParts.h"
 
+#include <vector>
+
 namespace sim {
 namespace {
 

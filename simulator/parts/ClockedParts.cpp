@@ -3,6 +3,10 @@
 
 #include "parts/LogicParts.h"
 
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace sim {
 namespace {
 

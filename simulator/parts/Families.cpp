@@ -5,7 +5,10 @@
 
 #include "setup/Units.h"
 
+#include <cstddef>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace sim {
 namespace {

@@ -4,6 +4,10 @@
 #include "parts/LogicParts.h"
 
 #include <bit>
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace sim {
 namespace {

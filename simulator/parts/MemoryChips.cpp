@@ -4,6 +4,12 @@
 #include "parts/Chips.h"
 #include "setup/Units.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace sim {
 namespace {
 

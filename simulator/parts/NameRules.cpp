@@ -6,9 +6,9 @@
 #include "setup/Units.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cstdlib>
+#include <initializer_list>
 #include <regex>
 #include <string_view>
 

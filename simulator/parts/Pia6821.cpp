@@ -4,6 +4,9 @@
 #include "parts/LogicParts.h"
 
 #include <array>
+#include <cstddef>
+#include <utility>
+#include <vector>
 
 namespace sim {
 namespace {

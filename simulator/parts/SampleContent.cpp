@@ -6,6 +6,8 @@
 #include "files/HexDigits.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <numeric>
 #include <string>
 

@@ -5,8 +5,9 @@
 
 #include <charconv>
 #include <cstdlib>
-#include <optional>
 #include <string_view>
+#include <system_error>
+#include <utility>
 
 namespace sim {
 namespace {

@@ -6,6 +6,7 @@
 #include "setup/Faults.h"
 
 #include <chrono>
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>

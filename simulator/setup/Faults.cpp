@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <system_error>
 
 namespace sim {
 namespace {
