@@ -5,8 +5,8 @@
 
 #include <array>
 #include <cerrno>
+#include <cstddef>
 #include <cstring>
-#include <string>
 
 namespace sim {
 namespace {

@@ -8,6 +8,7 @@
 #include <charconv>
 #include <cstdio>
 #include <numeric>
+#include <system_error>
 
 namespace sim {
 

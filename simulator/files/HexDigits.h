@@ -5,6 +5,7 @@
 
 #include "files/Files.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>

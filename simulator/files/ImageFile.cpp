@@ -6,6 +6,7 @@
 #include "files/HexRecords.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace sim {
 namespace {

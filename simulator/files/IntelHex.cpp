@@ -5,6 +5,10 @@
 #include "files/HexRecords.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
 
 namespace sim {
 namespace {

@@ -5,9 +5,9 @@
 
 #include <array>
 #include <filesystem>
-#include <optional>
 #include <strings.h>
 
+#include <cstddef>
 #include <getopt.h>
 
 namespace sim {

@@ -9,6 +9,8 @@
 
 #include <optional>
 #include <regex>
+#include <string>
+#include <system_error>
 
 namespace sim {
 namespace {

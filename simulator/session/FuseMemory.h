@@ -8,6 +8,7 @@
 #include "setup/Environment.h"
 
 #include <filesystem>
+#include <vector>
 
 namespace sim {
 

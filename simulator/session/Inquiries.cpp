@@ -10,7 +10,12 @@
 #include "session/Output.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace sim {
 namespace {

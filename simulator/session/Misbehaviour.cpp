@@ -9,7 +9,10 @@
 #include <string_view>
 #include <thread>
 
+#include <chrono>
+#include <cstddef>
 #include <fcntl.h>
+#include <string>
 #include <unistd.h>
 
 namespace sim {

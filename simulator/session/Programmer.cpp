@@ -11,6 +11,8 @@
 #include "session/Voltages.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <variant>
 
 namespace sim {
 namespace {

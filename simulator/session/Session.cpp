@@ -10,6 +10,8 @@
 #include "session/Misbehaviour.h"
 #include "session/Output.h"
 
+#include <string>
+
 namespace sim {
 
 Session::Session(const Options &commandLine, const Environment &surroundings)

@@ -6,6 +6,8 @@
 #include "session/Output.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <string_view>
 
 namespace sim {
 namespace {
