@@ -11,6 +11,7 @@
 #include "ui_MainWindow.h"
 
 #include <functional>
+#include <utility>
 
 namespace {
 

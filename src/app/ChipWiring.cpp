@@ -11,6 +11,8 @@
 
 #include "ui_MainWindow.h"
 
+#include <optional>
+
 namespace {
 
 // What stands in the field before it is all typed may be another program's path.

@@ -15,6 +15,8 @@
 
 #include <QMenu>
 
+#include <optional>
+
 namespace {
 
 ComparedImages::Shown shownTab(const Ui::MainWindow &c) {

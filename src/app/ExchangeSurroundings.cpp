@@ -5,6 +5,8 @@
 
 #include "devices/ChipInquiry.h"
 
+#include <variant>
+
 ChipSize knownChip(const ExchangeSurroundings &with) {
     const DeviceAnswer answer = with.chip.known();
     const auto *device = std::get_if<DeviceDescription>(&answer);

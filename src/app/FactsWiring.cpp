@@ -15,6 +15,7 @@
 #include "ui_MainWindow.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 

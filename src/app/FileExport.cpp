@@ -23,6 +23,8 @@
 #include <QGuiApplication>
 #include <QMenu>
 
+#include <optional>
+
 namespace {
 
 /// Without a format, of raw bytes.

@@ -9,6 +9,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <functional>
+
 struct WindowMenus;
 
 /// Exports the images, whole or in part, as they are or as text of records.

@@ -31,6 +31,8 @@
 #include <QMenu>
 #include <QPointer>
 
+#include <utility>
+
 namespace {
 
 /// Where the bytes of imported files are kept. They outlive the program, unlike the temporary

@@ -23,6 +23,7 @@
 #include <QMenu>
 
 #include <algorithm>
+#include <variant>
 
 namespace {
 

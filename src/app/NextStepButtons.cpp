@@ -16,6 +16,8 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
+#include <variant>
+
 /// Makes the button for each kind of step.
 struct NextStepButtons::Maker {
     Messages::Action operator()(const nextSteps::PadTo &pad) const {

@@ -9,6 +9,8 @@
 
 #include <QAction>
 
+#include <utility>
+
 RunControls::RunControls(Ui::MainWindow &controls, QObject *parent)
     : QObject(parent), controls_(controls) {}
 

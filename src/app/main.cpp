@@ -25,6 +25,7 @@
 #include <fcntl.h>
 #include <memory>
 #include <unistd.h>
+#include <utility>
 #include <variant>
 
 namespace {
