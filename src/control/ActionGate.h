@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 
 #include <functional>
+#include <utility>
 
 class Messages;
 class WorkState;

@@ -23,6 +23,8 @@
 #include <QPointer>
 #include <QStringList>
 
+#include <functional>
+
 class ScriptedMiniPro;
 class WorkState;
 struct TabViewItem;

@@ -23,6 +23,8 @@
 
 #include <QLabel>
 
+#include <utility>
+
 void AppDelegate::go(QObject *sender) {
     if (with_.gate.refusesElseCommits())
         return;

@@ -13,6 +13,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <optional>
+
 BurnFile::BurnFile(const ByteBuffer &image, TemporaryWorkspace &workspace, SettingsStore &defaults,
                    ToolTrust &toolTrust, Messages &messages, SecondPress &secondPress,
                    const ActionGate &gate)

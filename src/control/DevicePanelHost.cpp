@@ -16,6 +16,8 @@
 #include <QDialog>
 #include <QLocale>
 
+#include <optional>
+
 namespace {
 
 constexpr int confirmedCode = 1;

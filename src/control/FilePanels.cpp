@@ -5,6 +5,8 @@
 
 #include <QFileDialog>
 
+#include <utility>
+
 namespace {
 
 QString nameFilter(const FilePanelRequest &request) {

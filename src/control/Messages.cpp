@@ -3,8 +3,8 @@
 
 #include "control/Messages.h"
 
-#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <optional>
 
 namespace {

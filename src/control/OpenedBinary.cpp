@@ -10,6 +10,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <utility>
+
 OpenedBinary::OpenedBinary(ByteBuffer &bytes, Messages &messages, const ActionGate &gate)
     : bytes_(bytes), messages_(messages), gate_(gate) {
     connect(&watch_, &OpenedFileWatch::stateChanged, this, &OpenedBinary::fileChanged);

@@ -11,6 +11,9 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <functional>
+#include <optional>
+
 namespace {
 
 QString nameOfSet(const QString &path, const QString &ending) {

@@ -11,6 +11,8 @@
 #include <QObject>
 #include <QStringList>
 
+#include <functional>
+
 class ActionGate;
 class Log;
 class WindowMemory;

@@ -6,6 +6,8 @@
 #include "language/RunRecord.h"
 #include "widgets/MessageLine.h"
 
+#include <optional>
+
 /// What the window shows at this moment, as far as a verdict may speak of it.
 struct ShownNow {
     QString device;

@@ -11,6 +11,8 @@
 #include "tool/ToolProgram.h"
 #include "tool/ToolQuestion.h"
 
+#include <variant>
+
 namespace {
 
 constexpr int maxAnswers = 500;

@@ -6,6 +6,8 @@
 #include "base/Units.h"
 #include "language/ImageEncoding.h"
 
+#include <variant>
+
 namespace {
 
 std::optional<qint64> lengthFor(const DeviceAnswer &answer) {

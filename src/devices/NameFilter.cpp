@@ -4,6 +4,7 @@
 #include "devices/NameFilter.h"
 
 #include <algorithm>
+#include <iterator>
 
 NameFilter::NameFilter(const QString &typed) {
     for (const QString &word : typed.simplified().split(u' ', Qt::SkipEmptyParts))

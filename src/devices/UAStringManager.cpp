@@ -12,6 +12,8 @@
 #include <QMenu>
 #include <QPushButton>
 
+#include <utility>
+
 namespace {
 
 const QString firstFavourite = QStringLiteral("W27C512@DIP28");

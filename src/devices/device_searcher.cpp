@@ -25,6 +25,7 @@
 #include <QPushButton>
 
 #include <chrono>
+#include <utility>
 
 namespace {
 
