@@ -7,6 +7,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <variant>
 
 namespace {
 

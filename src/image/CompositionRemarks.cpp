@@ -11,7 +11,7 @@
 #include <QLocale>
 #include <QRegularExpression>
 
-#include <limits>
+#include <optional>
 
 namespace {
 

@@ -11,7 +11,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <new>
+#include <optional>
 #include <utility>
 
 namespace {

@@ -3,7 +3,6 @@
 
 #include "image/EditedBytes.h"
 
-#include <algorithm>
 #include <iterator>
 
 void EditedBytes::note(const BlockChange &change) {

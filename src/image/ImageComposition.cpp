@@ -8,7 +8,9 @@
 #include "image/NumberScanning.h"
 
 #include <cstring>
+#include <memory>
 #include <new>
+#include <utility>
 
 namespace {
 

@@ -9,6 +9,8 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace {
 

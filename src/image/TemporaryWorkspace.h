@@ -8,6 +8,7 @@
 #include "files/FileStamp.h"
 
 #include <functional>
+#include <optional>
 
 class Log;
 class SettingsStore;

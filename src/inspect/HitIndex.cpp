@@ -4,6 +4,8 @@
 #include "inspect/HitIndex.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <numeric>
 
 namespace {

@@ -8,6 +8,7 @@
 #include <QByteArrayView>
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 // Hits of a pattern in an image. Every byte at which the pattern fits is one, also where two of
