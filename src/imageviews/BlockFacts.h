@@ -5,6 +5,9 @@
 
 #include "imageviews/ShownImageReader.h"
 
+#include <memory>
+#include <optional>
+
 /// Reads the facts of a block of the image that is shown, in turns of less than a frame. It keeps
 /// no image alive.
 class BlockFacts {

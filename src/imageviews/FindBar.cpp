@@ -14,6 +14,7 @@
 
 #include <chrono>
 #include <utility>
+#include <variant>
 
 namespace {
 

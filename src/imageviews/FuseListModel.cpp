@@ -9,6 +9,7 @@
 #include <QTextDocument>
 
 #include <algorithm>
+#include <utility>
 
 void FuseListModel::setLines(const QList<FuseLine> &lines) {
     beginResetModel();

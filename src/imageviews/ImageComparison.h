@@ -12,6 +12,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 /// The two images of the window, and which of them is shown.
 struct ComparedImages {

@@ -7,6 +7,8 @@
 
 #include <QString>
 
+#include <optional>
+
 // What is said of the map, translated.
 
 /// What a part looks like; empty while that is not known.
