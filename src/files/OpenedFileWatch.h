@@ -8,6 +8,8 @@
 #include <QFileSystemWatcher>
 #include <QObject>
 
+#include <optional>
+
 /// Tells when the file whose bytes were opened is no longer the file on the disk.
 class OpenedFileWatch final : public QObject {
     Q_OBJECT

@@ -10,6 +10,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <utility>
+
 /// Whether files that are there already may be replaced.
 enum class Replacing { Allowed, Refused };
 

@@ -11,7 +11,6 @@
 #include <QStringList>
 #include <QTimer>
 
-#include <array>
 #include <memory>
 #include <optional>
 #include <sys/types.h>

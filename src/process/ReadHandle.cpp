@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <utility>
 
 ReadHandle::ReadHandle(QObject *parent) : QObject(parent), readFunction_(::read) {
     pause_.setSingleShot(true);

@@ -14,6 +14,7 @@
 #include <QFileInfo>
 
 #include <cerrno>
+#include <chrono>
 
 namespace {
 

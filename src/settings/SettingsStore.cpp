@@ -5,6 +5,7 @@
 
 #include "settings/StoredValue.h"
 
+#include <optional>
 #include <utility>
 #include <variant>
 

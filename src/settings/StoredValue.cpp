@@ -4,6 +4,7 @@
 #include "settings/StoredValue.h"
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace {
 
