@@ -12,6 +12,8 @@
 
 #include <QRandomGenerator>
 
+#include <variant>
+
 FillWindow::FillWindow(qint64 imageSize, QWidget *window)
     : QDialog(window), controls_(std::make_unique<Ui::FillWindow>()), imageSize_(imageSize) {
     Ui::FillWindow &c = *controls_;

@@ -14,7 +14,7 @@
 #include <QFileInfo>
 #include <QLocale>
 
-#include <algorithm>
+#include <utility>
 
 InsertFileWindow::InsertFileWindow(File file, std::optional<qint64> offset, qint64 imageSize,
                                    QWidget *window)

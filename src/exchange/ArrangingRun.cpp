@@ -5,6 +5,7 @@
 
 #include "base/TurnOfWork.h"
 #include <new>
+#include <utility>
 
 namespace {
 

@@ -18,6 +18,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 
+#include <limits>
 #include <utility>
 
 namespace {

@@ -18,6 +18,8 @@
 #include <QFileInfo>
 #include <QRegularExpressionValidator>
 
+#include <limits>
+
 namespace {
 
 constexpr int foundColumns = 64;

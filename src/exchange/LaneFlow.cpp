@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 
 #include <numeric>
+#include <utility>
 
 namespace {
 

@@ -12,6 +12,7 @@
 #include <QRegularExpressionValidator>
 
 #include <array>
+#include <cstddef>
 
 namespace {
 

@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QByteArrayView>
 
+#include <iterator>
 #include <map>
 
 /// Bytes at addresses, with gaps between them. Takes memory for the bytes and for each piece of

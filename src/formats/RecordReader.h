@@ -8,6 +8,8 @@
 #include "formats/RecordFormat.h"
 #include "formats/SRecordDecoding.h"
 
+#include <cstddef>
+
 /// Reads a text of records in as many turns as the caller likes. Lines end with CR, LF or both;
 /// digits are of either case; blanks around a line, empty lines and a byte-order mark at the
 /// beginning are passed over. A record that cannot be read is left out, one whose checksum does not

@@ -9,6 +9,7 @@
 #include <QByteArrayView>
 
 #include <array>
+#include <cstddef>
 
 // What the lines of both formats are made of.
 

@@ -6,6 +6,7 @@
 #include <QtGlobal>
 
 #include <array>
+#include <cstddef>
 #include <vector>
 
 /// What is wrong with a line of records.
