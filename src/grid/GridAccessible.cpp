@@ -11,7 +11,7 @@
 #include <QHeaderView>
 
 #include <algorithm>
-#include <limits>
+#include <utility>
 
 namespace {
 

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <variant>
 
 namespace {
 

@@ -12,6 +12,7 @@
 
 #include <cerrno>
 #include <utility>
+#include <variant>
 
 namespace {
 

@@ -7,7 +7,9 @@
 #include "language/ToolSentences.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
+#include <variant>
 
 namespace {
 

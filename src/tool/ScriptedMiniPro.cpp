@@ -22,6 +22,7 @@
 #include <algorithm>
 #include <chrono>
 #include <utility>
+#include <variant>
 
 namespace {
 

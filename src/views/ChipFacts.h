@@ -8,6 +8,8 @@
 
 #include <QLineEdit>
 
+#include <optional>
+
 /// What the tool knows of the device, in one line beside the field: it can be selected, and is
 /// empty where nothing is known. The tool tip has all of it. The room that it asks for does not
 /// depend on what it says: the field beside it must not change its size while it is typed into.

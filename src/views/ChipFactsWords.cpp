@@ -9,6 +9,8 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+#include <variant>
+
 namespace {
 
 class ChipFactsWording {

@@ -7,6 +7,8 @@
 #include "views/StepWords.h"
 #include "widgets/BusyIndicator.h"
 
+#include <optional>
+
 RunProgressView::RunProgressView(BusyIndicator &indicator, QObject *parent)
     : QObject(parent), indicator_(indicator) {}
 

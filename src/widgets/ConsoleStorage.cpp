@@ -4,6 +4,7 @@
 #include "widgets/ConsoleStorage.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 

@@ -8,6 +8,8 @@
 #include <QGuiApplication>
 #include <QInputMethod>
 
+#include <utility>
+
 KeyBinder::KeyBinder(SettingsStore &settings, QObject *parent)
     : QObject(parent), settings_(settings) {}
 

@@ -8,7 +8,7 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
+#include <iterator>
 
 namespace {
 
