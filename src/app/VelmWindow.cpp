@@ -26,6 +26,7 @@
 #include <QScreen>
 
 #include <utility>
+#include <variant>
 
 namespace {
 

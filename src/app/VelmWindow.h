@@ -31,6 +31,7 @@
 #include "widgets/KeyBinder.h"
 
 #include <functional>
+#include <optional>
 
 struct WindowMenus;
 

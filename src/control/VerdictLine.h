@@ -9,6 +9,8 @@
 #include <QObject>
 
 #include <functional>
+#include <optional>
+#include <utility>
 
 class RunLog;
 

@@ -8,6 +8,8 @@
 #include <QList>
 #include <QObject>
 
+#include <optional>
+
 class GridView;
 class QKeyEvent;
 class QModelIndex;
