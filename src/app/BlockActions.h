@@ -5,6 +5,8 @@
 
 #include "blocks/PasteReading.h"
 #include "control/EditOffers.h"
+#include "image/BlockChange.h"
+#include "image/PastedText.h"
 
 #include <QObject>
 #include <QPointer>

@@ -5,6 +5,8 @@
 
 #include "app/MainWindow.h"
 #include "control/AppDelegate.h"
+#include "grid/GridColumns.h"
+#include "grid/GridMarks.h"
 #include "image/CopyAhead.h"
 #include "image/EditedBytes.h"
 

@@ -8,6 +8,7 @@
 #include "control/AppDelegate.h"
 #include "devices/ChipInquiry.h"
 #include "devices/ImageFit.h"
+#include "language/NextStep.h"
 
 #include "ui_MainWindow.h"
 

@@ -6,6 +6,8 @@
 #include "app/MainWindow.h"
 #include "control/AppDelegate.h"
 #include "control/Messages.h"
+#include "grid/GridColumns.h"
+#include "grid/GridModel.h"
 #include "imageviews/DifferenceSteps.h"
 #include "imageviews/ImageComparison.h"
 #include "imageviews/SideBySide.h"

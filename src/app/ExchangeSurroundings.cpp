@@ -4,6 +4,7 @@
 #include "app/ExchangeSurroundings.h"
 
 #include "devices/ChipInquiry.h"
+#include "devices/DeviceDescription.h"
 
 #include <variant>
 

@@ -5,10 +5,18 @@
 
 #include "app/MainWindow.h"
 #include "control/AppDelegate.h"
+#include "control/HandEdits.h"
 #include "devices/ChipErasure.h"
+#include "files/ByteBuffer.h"
+#include "grid/GridColumns.h"
+#include "imageviews/FactsLine.h"
 #include "imageviews/FactsWords.h"
 #include "imageviews/ImageComparison.h"
+#include "imageviews/ImageMap.h"
+#include "imageviews/ShownImageReader.h"
+#include "language/CommandLine.h"
 #include "language/RunLog.h"
+#include "language/RunOutcome.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 

@@ -8,6 +8,7 @@
 #include "files/OpenedFileWatch.h"
 
 #include <QObject>
+#include <QStringList>
 
 #include <memory>
 #include <vector>

@@ -5,6 +5,7 @@
 
 #include "control/AppDelegate.h"
 #include "control/Messages.h"
+#include "files/ByteBuffer.h"
 #include "grid/GridSteps.h"
 #include "grid/GridView.h"
 #include "image/AddressWords.h"

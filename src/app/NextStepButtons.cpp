@@ -7,6 +7,7 @@
 #include "control/ActionGate.h"
 #include "control/AppDelegate.h"
 #include "control/UserFiles.h"
+#include "grid/GridColumns.h"
 #include "language/CommandLine.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"

@@ -3,10 +3,12 @@
 
 #include "app/RunControls.h"
 
+#include "grid/GridView.h"
 #include "views/RepeatControls.h"
 
 #include "ui_MainWindow.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 
 #include <utility>

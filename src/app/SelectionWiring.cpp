@@ -6,7 +6,10 @@
 #include "app/MainWindow.h"
 #include "control/Messages.h"
 #include "grid/GridCopying.h"
+#include "grid/GridModel.h"
+#include "grid/GridSelection.h"
 #include "imageviews/SelectRangeWindow.h"
+#include "widgets/TabView.h"
 
 #include "ui_MainWindow.h"
 

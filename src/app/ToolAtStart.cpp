@@ -6,6 +6,7 @@
 #include "app/NextStepButtons.h"
 #include "control/Messages.h"
 #include "language/CommandLine.h"
+#include "language/NextStep.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "tool/ToolProgram.h"

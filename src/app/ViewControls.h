@@ -6,6 +6,8 @@
 #include "settings/WindowMemory.h"
 #include "widgets/ViewZoom.h"
 
+#include <QKeySequence>
+
 class QAction;
 class QMenu;
 

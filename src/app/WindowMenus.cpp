@@ -10,6 +10,7 @@
 #include "control/AppDelegate.h"
 #include "control/UserFiles.h"
 #include "grid/GridColumns.h"
+#include "imageviews/FindBar.h"
 #include "views/HelpWindows.h"
 #include "widgets/ConsoleView.h"
 #include "widgets/MenuText.h"
