@@ -4,7 +4,9 @@
 #include "control/BurnFile.h"
 
 #include "control/ActionGate.h"
+#include "control/Messages.h"
 #include "files/FileStamp.h"
+#include "language/ImageEncoding.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"

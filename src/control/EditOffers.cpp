@@ -5,7 +5,9 @@
 
 #include "control/ActionGate.h"
 #include "control/HandEdits.h"
+#include "control/Messages.h"
 #include "grid/CellEdit.h"
+#include "image/AddressWords.h"
 #include "image/BlockWords.h"
 #include "image/NumberScanning.h"
 

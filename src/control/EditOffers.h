@@ -4,6 +4,7 @@
 #pragma once
 
 #include "control/SecondPress.h"
+#include "files/ByteBuffer.h"
 #include "image/BlockChange.h"
 #include "image/CompositionRemarks.h"
 

@@ -4,7 +4,9 @@
 #include "control/HandEdits.h"
 
 #include "grid/CellEdit.h"
+#include "image/BlockChange.h"
 
+#include <QByteArrayView>
 #include <QCoreApplication>
 
 #include <algorithm>

@@ -6,6 +6,7 @@
 #include "files/ByteBuffer.h"
 #include "image/CompositionRemarks.h"
 #include "image/EditedBytes.h"
+#include "image/ImageComposition.h"
 
 #include <QSet>
 #include <QUndoStack>

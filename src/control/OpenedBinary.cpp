@@ -3,9 +3,11 @@
 
 #include "control/OpenedBinary.h"
 
+#include "base/Result.h"
 #include "control/ActionGate.h"
 #include "control/BurnDoubt.h"
 #include "files/FileLoading.h"
+#include "language/ImageEncoding.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -6,6 +6,8 @@
 #include "base/Log.h"
 #include "base/TimeWords.h"
 #include "files/FileStamp.h"
+#include "language/NextStep.h"
+#include "language/RunOutcome.h"
 #include "language/UsbProgrammers.h"
 #include "tool/ScriptedMiniPro.h"
 

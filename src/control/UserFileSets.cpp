@@ -6,6 +6,7 @@
 #include "control/UserFiles.h"
 
 #include "control/ActionGate.h"
+#include "control/Messages.h"
 #include "settings/WindowMemory.h"
 
 #include <QDir>

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "language/NextStep.h"
 #include "language/RunRecord.h"
 #include "widgets/MessageLine.h"
 

@@ -14,6 +14,7 @@
 #include "language/CommandLine.h"
 #include "language/RunRemarks.h"
 #include "language/SearchOutcome.h"
+#include "language/UsbProgrammers.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
