@@ -5,10 +5,12 @@
 
 #include "grid/CellEditor.h"
 #include "grid/GridAccessibleCell.h"
+#include "grid/GridColumns.h"
 #include "grid/GridSteps.h"
 #include "grid/GridView.h"
 
 #include <QHeaderView>
+#include <QItemSelection>
 
 #include <algorithm>
 #include <utility>

@@ -5,6 +5,7 @@
 
 #include <QAccessibleWidget>
 #include <QHash>
+#include <QModelIndex>
 #include <QQueue>
 
 class GridView;

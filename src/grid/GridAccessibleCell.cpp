@@ -4,6 +4,7 @@
 #include "grid/GridAccessibleCell.h"
 
 #include "grid/GridAccessible.h"
+#include "grid/GridColumns.h"
 #include "grid/GridSteps.h"
 #include "grid/GridView.h"
 

@@ -3,6 +3,7 @@
 
 #include "grid/GridCopying.h"
 
+#include "grid/GridColumns.h"
 #include "grid/GridText.h"
 #include "grid/GridView.h"
 #include "widgets/ViewPlace.h"

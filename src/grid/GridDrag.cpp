@@ -4,6 +4,7 @@
 #include "grid/GridDrag.h"
 
 #include "grid/CharacterPlaces.h"
+#include "grid/GridColumns.h"
 #include "grid/GridSelection.h"
 #include "grid/GridView.h"
 

@@ -4,6 +4,7 @@
 #include "grid/GridModel.h"
 
 #include "base/Digits.h"
+#include "grid/GridColumns.h"
 
 #include <algorithm>
 #include <limits>

@@ -3,9 +3,11 @@
 
 #include "grid/GridPainter.h"
 
+#include "grid/GridColumns.h"
 #include "grid/GridView.h"
 #include "widgets/Palette.h"
 
+#include <QChar>
 #include <QHeaderView>
 #include <QPainter>
 #include <QStyle>

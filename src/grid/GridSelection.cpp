@@ -3,6 +3,7 @@
 
 #include "grid/GridSelection.h"
 
+#include "grid/GridColumns.h"
 #include "grid/GridSteps.h"
 #include "grid/GridView.h"
 #include "widgets/ViewPlace.h"

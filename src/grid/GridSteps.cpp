@@ -3,6 +3,8 @@
 
 #include "grid/GridSteps.h"
 
+#include "grid/GridColumns.h"
+
 #include <algorithm>
 
 QModelIndex nearestCell(const GridModel &model, qint64 row, int column) {

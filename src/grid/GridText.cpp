@@ -3,7 +3,10 @@
 
 #include "grid/GridText.h"
 
+#include "grid/GridColumns.h"
 #include "grid/GridModel.h"
+
+#include <QPair>
 
 #include <algorithm>
 

@@ -7,6 +7,7 @@
 
 #include "grid/CellEditor.h"
 #include "grid/EntryEnd.h"
+#include "grid/GridColumns.h"
 #include "grid/GridDelegate.h"
 #include "grid/GridSteps.h"
 #include "widgets/ViewPlace.h"

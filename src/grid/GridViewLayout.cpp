@@ -5,6 +5,7 @@
 
 #include "grid/GridView.h"
 
+#include "grid/GridColumns.h"
 #include "grid/GridHeader.h"
 
 #include <QEvent>
