@@ -3,6 +3,8 @@
 
 #include "formats/IntelHexDecoding.h"
 
+#include "formats/RecordTroubles.h"
+
 #include <algorithm>
 #include <optional>
 

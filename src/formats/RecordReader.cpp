@@ -3,6 +3,7 @@
 
 #include "formats/RecordReader.h"
 
+#include "base/Digits.h"
 #include "formats/RecordText.h"
 
 #include <algorithm>

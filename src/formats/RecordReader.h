@@ -6,6 +6,7 @@
 #include "formats/DecodedRecords.h"
 #include "formats/IntelHexDecoding.h"
 #include "formats/RecordFormat.h"
+#include "formats/RecordTroubles.h"
 #include "formats/SRecordDecoding.h"
 
 #include <cstddef>

@@ -3,6 +3,8 @@
 
 #include "formats/SRecordDecoding.h"
 
+#include "formats/RecordTroubles.h"
+
 #include <optional>
 
 namespace {

@@ -3,8 +3,12 @@
 
 #include "language/FailureWords.h"
 
+#include "language/CommandLine.h"
+#include "language/ImageEncoding.h"
 #include "language/RunEnd.h"
 #include "language/RunRemarks.h"
+#include "language/ToolReport.h"
+#include "language/UsbProgrammers.h"
 
 #include <QCoreApplication>
 

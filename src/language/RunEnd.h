@@ -4,6 +4,7 @@
 #pragma once
 
 #include "language/RunOutcome.h"
+#include "language/ToolReport.h"
 
 #include <variant>
 

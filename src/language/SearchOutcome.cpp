@@ -7,6 +7,7 @@
 #include "language/FailureWords.h"
 #include "language/RunEnd.h"
 #include "language/RunRemarks.h"
+#include "language/ToolReport.h"
 
 #include <QCoreApplication>
 

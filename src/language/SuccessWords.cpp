@@ -3,7 +3,12 @@
 
 #include "language/SuccessWords.h"
 
+#include "language/CommandLine.h"
+#include "language/ImageEncoding.h"
+#include "language/KnownMemories.h"
+#include "language/NextStep.h"
 #include "language/RunRemarks.h"
+#include "language/ToolReport.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>
