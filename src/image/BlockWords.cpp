@@ -3,6 +3,8 @@
 
 #include "image/BlockWords.h"
 
+#include "image/AddressWords.h"
+
 #include <QCoreApplication>
 #include <QLocale>
 

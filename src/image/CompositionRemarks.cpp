@@ -5,6 +5,7 @@
 
 #include "base/Digits.h"
 #include "base/Units.h"
+#include "files/ByteBuffer.h"
 #include "image/NumberScanning.h"
 
 #include <QCoreApplication>

@@ -3,6 +3,7 @@
 
 #include "image/ImageRevisions.h"
 
+#include "files/ByteBuffer.h"
 #include "image/NumberScanning.h"
 
 #include <algorithm>

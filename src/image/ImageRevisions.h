@@ -5,6 +5,8 @@
 
 #include "image/ImageComposition.h"
 
+#include <QByteArray>
+
 #include <memory>
 #include <vector>
 
