@@ -3,6 +3,8 @@
 
 #include "imageviews/BlockFacts.h"
 
+#include <QByteArrayView>
+
 #include <algorithm>
 #include <utility>
 

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "files/ByteBuffer.h"
 #include "imageviews/ShownImageReader.h"
 
 #include <memory>

@@ -4,6 +4,7 @@
 #include "imageviews/DifferenceSteps.h"
 
 #include "files/ByteBuffer.h"
+#include "grid/GridColumns.h"
 #include "grid/GridView.h"
 #include "imageviews/ImageComparison.h"
 

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "imageviews/ImageComparison.h"
+
 #include <QAction>
 #include <QObject>
 

@@ -4,9 +4,11 @@
 #include "imageviews/FactsLine.h"
 
 #include "grid/GridView.h"
+#include "image/BlockWords.h"
 #include "imageviews/FactsWords.h"
 #include "widgets/PlainToolTip.h"
 
+#include <QChar>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>

@@ -7,6 +7,7 @@
 #include "imageviews/ShownImageReader.h"
 
 #include <QLineEdit>
+#include <QStringList>
 #include <QTimer>
 
 #include <functional>

@@ -7,6 +7,7 @@
 #include "base/TimeWords.h"
 #include "base/Units.h"
 #include "image/AddressWords.h"
+#include "image/BlockWords.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

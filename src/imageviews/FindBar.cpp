@@ -4,6 +4,7 @@
 #include "imageviews/FindBar.h"
 
 #include "grid/GridView.h"
+#include "imageviews/FindWords.h"
 #include "widgets/Announcement.h"
 #include "widgets/FixedFont.h"
 #include "widgets/Icons.h"

@@ -3,11 +3,14 @@
 
 #include "imageviews/ImageMap.h"
 
+#include "files/ByteBuffer.h"
+#include "grid/GridColumns.h"
 #include "grid/GridView.h"
 #include "imageviews/MapPainting.h"
 #include "imageviews/MapWords.h"
 #include "widgets/Palette.h"
 
+#include <QByteArrayView>
 #include <QCoreApplication>
 #include <QHelpEvent>
 #include <QMouseEvent>

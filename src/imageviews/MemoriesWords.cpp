@@ -4,6 +4,7 @@
 #include "imageviews/MemoriesWords.h"
 
 #include "base/Digits.h"
+#include "image/FuseText.h"
 
 #include <QCoreApplication>
 #include <QDir>
