@@ -4,7 +4,10 @@
 #include "blocks/FillWindow.h"
 
 #include "blocks/PasteWords.h"
+#include "image/AddressWords.h"
 #include "image/BlockWords.h"
+#include "image/PastedText.h"
+#include "image/TypedRange.h"
 #include "widgets/Announcement.h"
 #include "widgets/FixedFont.h"
 

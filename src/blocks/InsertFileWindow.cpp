@@ -4,6 +4,7 @@
 #include "blocks/InsertFileWindow.h"
 
 #include "formats/RecordFormat.h"
+#include "image/AddressWords.h"
 #include "image/BlockWords.h"
 #include "image/TypedAddress.h"
 #include "widgets/Announcement.h"

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "files/ByteBuffer.h"
 #include "image/BlockChange.h"
 
 #include <QDialog>

@@ -3,6 +3,7 @@
 
 #include "exchange/LanePicture.h"
 
+#include "orders/Arrangement.h"
 #include "widgets/Palette.h"
 #include "widgets/PlainToolTip.h"
 

@@ -6,6 +6,8 @@
 #include "views/ChipFactsWords.h"
 #include "widgets/PlainToolTip.h"
 
+#include <QStringList>
+
 namespace {
 
 /// What the field keeps free on both sides of its text; in pixels.

@@ -5,6 +5,7 @@
 
 #include "base/WorkState.h"
 #include "control/ActionGate.h"
+#include "language/PinFailures.h"
 #include "language/PinLevels.h"
 #include "language/RunRecord.h"
 

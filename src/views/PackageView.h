@@ -5,6 +5,7 @@
 
 #include "views/PackageDrawing.h"
 
+#include <QStringList>
 #include <QWidget>
 
 /// A chip drawn from above with what came of its pins. What the picture tells is its accessible

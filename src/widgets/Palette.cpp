@@ -3,6 +3,8 @@
 
 #include "widgets/Palette.h"
 
+#include <QList>
+
 #include <algorithm>
 #include <cmath>
 

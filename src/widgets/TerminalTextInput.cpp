@@ -6,6 +6,8 @@
 
 #include "widgets/TerminalText.h"
 
+#include <QChar>
+
 #include <algorithm>
 #include <optional>
 
