@@ -3,6 +3,7 @@
 
 #include "parts/Bench.h"
 
+#include "files/Files.h"
 #include "files/HexDigits.h"
 
 #include <algorithm>

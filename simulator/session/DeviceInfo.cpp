@@ -4,6 +4,7 @@
 #include "session/DeviceInfo.h"
 
 #include "parts/Catalogue.h"
+#include "parts/Chips.h"
 #include "session/Voltages.h"
 
 #include <array>

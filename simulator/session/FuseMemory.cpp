@@ -3,6 +3,7 @@
 
 #include "session/FuseMemory.h"
 
+#include "files/Files.h"
 #include "files/HexDigits.h"
 #include "parts/Bench.h"
 #include "session/Output.h"

@@ -8,6 +8,7 @@
 #include "session/DeviceInfo.h"
 #include "session/Misbehaviour.h"
 #include "session/Output.h"
+#include "setup/Faults.h"
 
 #include <algorithm>
 #include <cstddef>
