@@ -5,6 +5,7 @@
 
 #include "app/MainWindow.h"
 #include "app/WindowMenus.h"
+#include "base/Result.h"
 #include "base/Units.h"
 #include "control/ActionGate.h"
 #include "control/AppDelegate.h"
@@ -18,6 +19,7 @@
 #include "files/PrivateFolder.h"
 #include "files/SuggestedName.h"
 #include "files/UnfinishedFile.h"
+#include "formats/RecordFormat.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"

@@ -4,6 +4,7 @@
 #include "control/VerdictWords.h"
 
 #include "base/TimeWords.h"
+#include "language/CommandLine.h"
 
 #include <QCoreApplication>
 #include <QLocale>

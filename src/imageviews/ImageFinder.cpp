@@ -4,9 +4,11 @@
 #include "imageviews/ImageFinder.h"
 
 #include "base/TurnOfWork.h"
+#include "grid/GridColumns.h"
 #include "grid/GridSteps.h"
 #include "grid/GridView.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
