@@ -6,6 +6,7 @@
 #include "files/OpenedFileWatch.h"
 #include "settings/SettingsKeys.h"
 #include "support/AddressSpaceLimit.h"
+#include "support/FileHelpers.h"
 
 #include <QDragEnterEvent>
 #include <QMimeData>
