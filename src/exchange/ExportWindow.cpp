@@ -6,9 +6,10 @@
 #include "base/Digits.h"
 #include "exchange/FormatEntries.h"
 #include "exchange/ImportWords.h"
+#include "exchange/OrderBox.h"
 #include "exchange/WindowFit.h"
+#include "image/BlockWords.h"
 #include "image/TypedAddress.h"
-#include "imageviews/FactsWords.h"
 #include "widgets/FixedFont.h"
 
 #include "ui_ExportWindow.h"

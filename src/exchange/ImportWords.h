@@ -4,7 +4,6 @@
 #pragma once
 
 #include "formats/DecodedRecords.h"
-#include "formats/ImageFlattening.h"
 #include "formats/RecordFormat.h"
 
 #include <QString>

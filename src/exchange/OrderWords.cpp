@@ -5,7 +5,7 @@
 
 #include "base/Digits.h"
 #include "base/Units.h"
-#include "imageviews/FactsWords.h"
+#include "image/BlockWords.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

@@ -4,7 +4,7 @@
 #include "exchange/PartList.h"
 
 #include "exchange/OrderWords.h"
-#include "imageviews/FactsWords.h"
+#include "image/BlockWords.h"
 
 #include "ui_PartList.h"
 

@@ -3,7 +3,6 @@
 
 #pragma once
 
-#include "image/AddressWords.h"
 #include "image/BlockChange.h"
 
 #include <QString>

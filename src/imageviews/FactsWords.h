@@ -5,7 +5,6 @@
 
 #include "files/ByteBuffer.h"
 #include "files/OpenedFileWatch.h"
-#include "image/BlockWords.h"
 #include "image/ImageComposition.h"
 #include "inspect/ImageDifferences.h"
 #include "inspect/ImageFacts.h"

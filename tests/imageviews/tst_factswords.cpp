@@ -3,6 +3,8 @@
 
 #include "imageviews/FactsWords.h"
 
+#include "image/BlockWords.h"
+
 #include <QTest>
 
 /// What the facts line says of an image.
