@@ -34,7 +34,7 @@ const QMap<QString, QStringList> &arrows() {
          words("base files settings image language tool widgets grid devices")},
         {QStringLiteral("imageviews"), words("base files settings image inspect widgets grid")},
         {QStringLiteral("exchange"),
-         words("base files settings image inspect formats orders widgets imageviews")},
+         words("base files settings image inspect formats orders widgets")},
         {QStringLiteral("blocks"), words("base files settings image formats widgets")},
         {QStringLiteral("views"),
          words("base files settings image language tool widgets grid devices control")},
