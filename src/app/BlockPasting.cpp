@@ -5,13 +5,13 @@
 
 #include "app/BlockActions.h"
 
-#include "app/MainWindow.h"
 #include "blocks/PasteWords.h"
 #include "control/ActionGate.h"
 #include "control/AppDelegate.h"
 #include "control/Messages.h"
 #include "grid/GridSteps.h"
 #include "grid/GridView.h"
+#include "image/AddressWords.h"
 #include "image/BlockWords.h"
 
 #include <QClipboard>

@@ -9,10 +9,10 @@
 #include "base/MainQueue.h"
 #include "control/CompositionForm.h"
 #include "grid/GridView.h"
+#include "image/ImageComposition.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "widgets/ConsoleView.h"
-#include "widgets/TabView.h"
 
 namespace {
 

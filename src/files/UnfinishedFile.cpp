@@ -6,7 +6,6 @@
 #include "files/SystemName.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
 

@@ -3,7 +3,6 @@
 
 #pragma once
 
-#include "files/ByteBuffer.h"
 #include "image/BytesAsText.h"
 
 #include <QItemSelection>

@@ -4,7 +4,6 @@
 #pragma once
 
 #include "files/ByteBuffer.h"
-#include "grid/GridColumns.h"
 #include "grid/GridMarks.h"
 #include "grid/GridSource.h"
 

@@ -9,14 +9,12 @@
 #include "process/ReadHandle.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
-#include "settings/SettingsStore.h"
 #include "tool/Console.h"
 #include "tool/ResultsFile.h"
 #include "tool/UserShell.h"
 
 #include <QEventLoop>
 #include <QPointer>
-#include <QStringList>
 #include <QTimer>
 
 #include <algorithm>

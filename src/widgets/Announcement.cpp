@@ -4,7 +4,6 @@
 #include "widgets/Announcement.h"
 
 #include <QAccessibleWidget>
-#include <QEvent>
 #include <QTimer>
 
 #include <chrono>
