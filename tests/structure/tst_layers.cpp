@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "structure/BuildRules.h"
+#include "structure/IncludeRules.h"
 #include "structure/LayerRules.h"
 #include "structure/SourceTree.h"
 #include "structure/TextRules.h"
@@ -51,6 +52,9 @@ void TestLayers::sourcesKeepTheRule_data() {
     QTest::newRow("simulator stands alone") << Rule(layerRules::simulatorStandsAlone);
     QTest::newRow("programs point down") << Rule(layerRules::programsPointDown);
     QTest::newRow("links are used") << Rule(buildRules::linksAreUsed);
+    QTest::newRow("standard names have their header")
+        << Rule(includeRules::standardNamesHaveTheirHeader);
+    QTest::newRow("standard headers are used") << Rule(includeRules::standardHeadersAreUsed);
     QTest::newRow("colours stand in the palette helper")
         << Rule(textRules::coloursStandInThePaletteHelper);
     QTest::newRow("nothing forks") << Rule(textRules::nothingForks);
@@ -187,6 +191,32 @@ void TestLayers::ruleNotices_data() {
         "velm_library(form LINKS velm_base velm_grid)\n",
         "src/form/CMakeLists.txt: links velm_base, which nothing uses");
 
+    const Rule named = includeRules::standardNamesHaveTheirHeader;
+    row("a standard name without its header", named, "src/grid/A.cpp",
+        "#include <memory>\nstd::move(std::unique_ptr<A>());\n",
+        "src/grid/A.cpp: uses std::move without utility");
+    row("a standard macro without its header", named, "simulator/A.h", "return errno;\n",
+        "simulator/A.h: uses errno without cerrno");
+    row("a standard name that several headers give, others in texts", named, "src/grid/A.cpp",
+        "#include <cstdio>\nstd::size_t a = \"errno\"; // std::move\n", "");
+    row("a standard name with another's header", named, "src/grid/A.cpp",
+        "#include <array>\nstd::size_t a;\n",
+        "src/grid/A.cpp: uses std::size_t without cstddef/cstdio/cstdlib/cstring");
+    row("the header of a file's name includes for it", named, "src/helper/Part.cpp",
+        "#include \"helper/Part.h\"\nstd::nullopt;\n", "");
+    row("another header includes for nobody", named, "src/helper/A.cpp",
+        "#include \"helper/Part.h\"\nstd::nullopt;\n",
+        "src/helper/A.cpp: uses std::nullopt without optional");
+    row("a test's standard names", named, "tests/grid/A.cpp", "std::move(a);\n", "");
+    row("a name like a standard one", named, "src/grid/A.cpp", "move(errno_, other::move);\n", "");
+
+    const Rule said = includeRules::standardHeadersAreUsed;
+    row("a standard header for nothing", said, "src/grid/A.h",
+        "#include <optional>\n#include <utility>\nstd::nullopt; optional; // std::swap\n",
+        "src/grid/A.h: uses nothing of utility");
+    row("headers that say more than the table", said, "src/grid/A.h",
+        "#include <QList>\n#include <cstring>\n#include <unistd.h>\n", "");
+
     const Rule colours = textRules::coloursStandInThePaletteHelper;
     row("a colour as text", colours, "src/grid/A.cpp", "QColor(u\"#ff0000\"_s); // #00ff00\n",
         "src/grid/A.cpp: #ff0000");
@@ -246,6 +276,13 @@ void TestLayers::ruleNotices() {
         {QStringLiteral("src/helper/ShowsALabel.h"),
          QStringLiteral("// SPDX-FileCopyrightText: 2026 A\n// SPDX-License-Identifier: MIT\n"
                         "#include <QLabel>\n")},
+        {QStringLiteral("src/helper/Part.h"),
+         QStringLiteral("// SPDX-FileCopyrightText: 2026 A\n// SPDX-License-Identifier: MIT\n"
+                        "#include <optional>\nclass Whole;\n"
+                        "enum class Wear { New, Worn };\n"
+                        "class Part final : QLabel {\n"
+                        "    explicit Part(std::optional<int> number);\n"
+                        "    int countPins() const { return int(1); }\n};\n")},
         {QStringLiteral("src/form/Form.ui"), QStringLiteral("<header>grid/GridView.h</header>\n")}};
     QCOMPARE(rule(tree).join(u'\n'), breaches);
 }
