@@ -5,6 +5,7 @@
 
 #include "structure/StandardNames.h"
 
+#include <QHash>
 #include <QRegularExpression>
 #include <QSet>
 
@@ -47,6 +48,73 @@ QSet<QString> systemHeadersOf(const SourceTree &tree, const QString &path) {
     return headers;
 }
 
+/// Whether \a word can stand in front of what tells a declaration and declares nothing.
+bool isNoName(const QString &word) {
+    static const QRegularExpression pattern(
+        QStringLiteral("^(?:Q[A-Z]\\w*|\\d\\w*|auto|bool|catch|char|const|constexpr|default|delete|"
+                       "double|enum|explicit|false|final|for|if|int|noexcept|nodiscard|nullptr|"
+                       "operator|override|return|sizeof|switch|this|true|u?char|q?u?int\\d*|"
+                       "qsizetype|void|while)$"));
+    return pattern.match(word).hasMatch();
+}
+
+/// What the first group of \a pattern captures at each of its places in \a code.
+QSet<QString> firstCaptures(const QRegularExpression &pattern, const QString &code) {
+    QSet<QString> captures;
+    for (auto match = pattern.globalMatch(code); match.hasNext();)
+        captures.insert(match.next().captured(1));
+    return captures;
+}
+
+/// The classes that the C++ text \a text announces without saying what they are.
+QSet<QString> announcedClasses(const QString &text) {
+    static const QRegularExpression announcement(
+        QStringLiteral(R"(^[ \t]*(?:class|struct)\s+(\w+)\s*;)"),
+        QRegularExpression::MultilineOption);
+    return firstCaptures(announcement, codeOf(text));
+}
+
+/// The names that the header \a text declares, of members and enumerators too. Some more words may
+/// be among them: what it calls or compares itself.
+QSet<QString> declaredNames(const QString &text) {
+    static const QRegularExpression type(
+        QStringLiteral(R"(\b(?:class|struct|union|namespace|enum(?!\s+(?:class|struct)\b))\s+)"
+                       R"((?:\[\[\w+\]\]\s*)?(\w+)\b(?!\s*;))"));
+    static const QRegularExpression other(QStringLiteral(R"((?<![\w:.>])(\w+)\s*[({=;])"));
+    static const QRegularExpression enumerators(QStringLiteral(R"(\benum\b[^{;]*\{([^}]*)\})"));
+    const QString code = codeOf(text);
+    QSet<QString> names = firstCaptures(other, code) - announcedClasses(text);
+    names.unite(firstCaptures(type, code));
+    for (const QString &list : firstCaptures(enumerators, code))
+        names.unite(wordsOf(list));
+    names.removeIf(isNoName);
+    return names;
+}
+
+/// The same for each header of \a tree, by its path.
+using DeclaredNames = QHash<QString, QSet<QString>>;
+
+DeclaredNames declaredNamesIn(const SourceTree &tree) {
+    DeclaredNames names;
+    for (auto file = tree.begin(); file != tree.end(); ++file)
+        if (isJudged(file.key()) && file.key().endsWith(QLatin1String(".h")))
+            names.insert(file.key(), declaredNames(file.value()));
+    return names;
+}
+
+/// What the file \a path may need a header for: the words in it, and the classes that the header
+/// of its name announces, or one that either includes. It may call what these classes inherit, or
+/// hand them over as what they are derived from, and not say their names.
+QSet<QString> needsOf(const SourceTree &tree, const QString &path) {
+    const QString top = path.section(u'/', 0, 0) + u'/';
+    const QString text = tree.value(path);
+    const QString header = tree.value(headerOfSameName(tree, path));
+    QSet<QString> needs = wordsOf(codeOf(text)) | announcedClasses(header);
+    for (const Include &include : includesOf(text) + includesOf(header))
+        needs.unite(announcedClasses(tree.value(top + include.target)));
+    return needs;
+}
+
 } // namespace
 
 QStringList includeRules::standardNamesHaveTheirHeader(const SourceTree &tree) {
@@ -80,6 +148,24 @@ QStringList includeRules::standardHeadersAreUsed(const SourceTree &tree) {
         for (const Include &include : includesOf(file.value())) {
             const QSet<QString> names = namesOfStandardHeader(include.target);
             if (!include.ownHeader && !names.isEmpty() && !names.intersects(words))
+                breaches.append(file.key() + QStringLiteral(": uses nothing of ") + include.target);
+        }
+    }
+    return breaches;
+}
+
+QStringList includeRules::ownHeadersAreUsed(const SourceTree &tree) {
+    const DeclaredNames declared = declaredNamesIn(tree);
+    QStringList breaches;
+    for (auto file = tree.begin(); file != tree.end(); ++file) {
+        if (!isJudged(file.key()))
+            continue;
+        const QString top = file.key().section(u'/', 0, 0) + u'/';
+        const QSet<QString> needs = needsOf(tree, file.key());
+        for (const Include &include : includesOf(file.value())) {
+            const QString header = top + include.target;
+            if (include.ownHeader && declared.contains(header) &&
+                header != headerOfSameName(tree, file.key()) && !declared[header].intersects(needs))
                 breaches.append(file.key() + QStringLiteral(": uses nothing of ") + include.target);
         }
     }

@@ -15,5 +15,7 @@ namespace includeRules {
 QStringList standardNamesHaveTheirHeader(const SourceTree &tree);
 /// Of a header of the standard library that a file includes, it uses some name.
 QStringList standardHeadersAreUsed(const SourceTree &tree);
+/// Of a header of the project that a file includes, it uses some name that the header declares.
+QStringList ownHeadersAreUsed(const SourceTree &tree);
 
 } // namespace includeRules

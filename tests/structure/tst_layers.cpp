@@ -55,6 +55,7 @@ void TestLayers::sourcesKeepTheRule_data() {
     QTest::newRow("standard names have their header")
         << Rule(includeRules::standardNamesHaveTheirHeader);
     QTest::newRow("standard headers are used") << Rule(includeRules::standardHeadersAreUsed);
+    QTest::newRow("own headers are used") << Rule(includeRules::ownHeadersAreUsed);
     QTest::newRow("colours stand in the palette helper")
         << Rule(textRules::coloursStandInThePaletteHelper);
     QTest::newRow("nothing forks") << Rule(textRules::nothingForks);
@@ -217,6 +218,28 @@ void TestLayers::ruleNotices_data() {
     row("headers that say more than the table", said, "src/grid/A.h",
         "#include <QList>\n#include <cstring>\n#include <unistd.h>\n", "");
 
+    const Rule needed = includeRules::ownHeadersAreUsed;
+    row("an own header for nothing", needed, "src/grid/A.cpp",
+        "#include \"helper/Part.h\" // Part\nint number;\n",
+        "src/grid/A.cpp: uses nothing of helper/Part.h");
+    row("an own header for its class", needed, "src/grid/A.cpp",
+        "#include \"helper/Part.h\"\nPart part;\n", "");
+    row("an own header for a member", needed, "src/grid/A.cpp",
+        "#include \"helper/Part.h\"\nwhole.part().countPins();\n", "");
+    row("an own header for an enumerator", needed, "src/grid/A.cpp",
+        "#include \"helper/Part.h\"\nusing enum A; Worn;\n", "");
+    row("an own header for a class that it only announces", needed, "src/grid/A.cpp",
+        "#include \"helper/Part.h\"\nWhole whole; std::optional<QLabel> label;\n",
+        "src/grid/A.cpp: uses nothing of helper/Part.h");
+    row("a class that an included header announces", needed, "src/grid/A.cpp",
+        "#include \"helper/Part.h\"\n#include \"helper/Whole.h\"\nPart().whole()->show();\n", "");
+    row("a class that nobody announces", needed, "src/grid/A.cpp",
+        "#include \"helper/Whole.h\"\nwhole->show();\n",
+        "src/grid/A.cpp: uses nothing of helper/Whole.h");
+    row("a class that the header of the name announces", needed, "src/helper/Part.cpp",
+        "#include \"helper/Part.h\"\n#include \"helper/Whole.h\"\nhandOver(whole);\n", "");
+    row("a header that is not there", needed, "src/grid/A.cpp", "#include \"ui_A.h\"\n", "");
+
     const Rule colours = textRules::coloursStandInThePaletteHelper;
     row("a colour as text", colours, "src/grid/A.cpp", "QColor(u\"#ff0000\"_s); // #00ff00\n",
         "src/grid/A.cpp: #ff0000");
@@ -283,6 +306,9 @@ void TestLayers::ruleNotices() {
                         "class Part final : QLabel {\n"
                         "    explicit Part(std::optional<int> number);\n"
                         "    int countPins() const { return int(1); }\n};\n")},
+        {QStringLiteral("src/helper/Whole.h"),
+         QStringLiteral("// SPDX-FileCopyrightText: 2026 A\n// SPDX-License-Identifier: MIT\n"
+                        "class Whole {};\n")},
         {QStringLiteral("src/form/Form.ui"), QStringLiteral("<header>grid/GridView.h</header>\n")}};
     QCOMPARE(rule(tree).join(u'\n'), breaches);
 }
