@@ -3,6 +3,7 @@
 
 #include "window/EditingSteps.h"
 
+#include "image/BlockWords.h"
 #include "imageviews/FactsWords.h"
 
 #include <QAccessible>
