@@ -3,9 +3,11 @@
 
 #include "exchange/ImportWords.h"
 
+#include "formats/ImageFlattening.h"
+#include "formats/RecordTroubles.h"
 #include "image/AddressWords.h"
+#include "image/BlockWords.h"
 #include "image/BytesAsText.h"
-#include "imageviews/FactsWords.h"
 
 #include <QCoreApplication>
 #include <QLocale>
