@@ -3,7 +3,7 @@
 
 #include "grid/ByteBlock.h"
 
-#include "grid/GridColumns.h"
+#include "base/Units.h"
 
 #include <algorithm>
 

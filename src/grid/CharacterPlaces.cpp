@@ -3,7 +3,7 @@
 
 #include "grid/CharacterPlaces.h"
 
-#include "grid/GridColumns.h"
+#include "base/Units.h"
 
 #include <QFontMetricsF>
 #include <QtMath>

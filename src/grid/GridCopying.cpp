@@ -3,7 +3,7 @@
 
 #include "grid/GridCopying.h"
 
-#include "grid/GridColumns.h"
+#include "base/Units.h"
 #include "grid/GridText.h"
 #include "grid/GridView.h"
 #include "widgets/ViewPlace.h"

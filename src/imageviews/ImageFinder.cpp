@@ -4,7 +4,7 @@
 #include "imageviews/ImageFinder.h"
 
 #include "base/TurnOfWork.h"
-#include "grid/GridColumns.h"
+#include "base/Units.h"
 #include "grid/GridSteps.h"
 #include "grid/GridView.h"
 

@@ -27,20 +27,18 @@ const QMap<QString, QStringList> &arrows() {
         {QStringLiteral("process"), words("base")},
         {QStringLiteral("language"), words("base files settings")},
         {QStringLiteral("tool"), words("base files settings process language")},
-        {QStringLiteral("widgets"), words("base files settings tool/Console.h")},
-        {QStringLiteral("grid"), words("base files settings image language widgets")},
-        {QStringLiteral("devices"), words("base files settings image language tool widgets")},
+        {QStringLiteral("widgets"), words("settings tool/Console.h")},
+        {QStringLiteral("grid"), words("base files image language widgets")},
+        {QStringLiteral("devices"), words("base files settings language tool widgets")},
         {QStringLiteral("control"),
          words("base files settings image language tool widgets grid devices")},
-        {QStringLiteral("imageviews"), words("base files settings image inspect widgets grid")},
-        {QStringLiteral("exchange"),
-         words("base files settings image inspect formats orders widgets")},
-        {QStringLiteral("blocks"), words("base files settings image formats widgets")},
+        {QStringLiteral("imageviews"), words("base files image inspect widgets grid")},
+        {QStringLiteral("exchange"), words("base files image inspect formats orders widgets")},
+        {QStringLiteral("blocks"), words("base files image formats widgets")},
         {QStringLiteral("views"),
-         words("base files settings image language tool widgets grid devices control")},
-        {QStringLiteral("app"),
-         words("base files settings image inspect formats orders language tool widgets "
-               "grid devices control imageviews exchange blocks views")},
+         words("base files settings language tool widgets grid devices control")},
+        {QStringLiteral("app"), words("base files settings image formats language tool widgets "
+                                      "grid devices control imageviews exchange blocks views")},
     };
     return map;
 }
