@@ -11,15 +11,15 @@ void FileDescriptor::close() {
         ::close(std::exchange(value_, -1));
 }
 
-bool writeAll(int descriptor, QByteArrayView bytes) {
+Result<void> writeAll(int descriptor, QByteArrayView bytes) {
     while (!bytes.isEmpty()) {
         const ssize_t written = ::write(descriptor, bytes.data(), size_t(bytes.size()));
         if (written == 0)
-            errno = EIO;
-        if (written == 0 || (written < 0 && errno != EINTR))
-            return false;
+            return Failure::ofSystem(EIO);
+        if (written < 0 && errno != EINTR)
+            return Failure::ofSystem(errno);
         if (written > 0)
             bytes = bytes.sliced(written);
     }
-    return true;
+    return {};
 }

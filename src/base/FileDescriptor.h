@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/Result.h"
+
 #include <QByteArrayView>
 
 #include <sys/types.h>
@@ -36,6 +38,6 @@ private:
     int value_ = -1;
 };
 
-/// Writes \a bytes to \a descriptor, in one piece where the system takes them so. False if that
-/// failed before all were written; errno then says why.
-bool writeAll(int descriptor, QByteArrayView bytes);
+/// Writes \a bytes to \a descriptor, in one piece where the system takes them so. After a failure
+/// some of them may be written.
+Result<void> writeAll(int descriptor, QByteArrayView bytes);

@@ -7,6 +7,7 @@
 
 #include <QtGlobal>
 
+#include <tuple>
 #include <unistd.h>
 
 namespace {
@@ -14,7 +15,8 @@ namespace {
 /// A single write keeps an event in one piece when several programs share the terminal; only a
 /// partial write (a full pipe) makes a second one necessary.
 void writeToStandardError(const QString &text) {
-    writeAll(STDERR_FILENO, text.toUtf8() + '\n');
+    // There is nowhere to say that it failed.
+    std::ignore = writeAll(STDERR_FILENO, text.toUtf8() + '\n');
 }
 
 void handleToolkitMessage(QtMsgType, const QMessageLogContext &, const QString &text) {

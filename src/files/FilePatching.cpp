@@ -20,17 +20,19 @@ bool isTheFile(int descriptor, const FileStamp &known) {
            FileStamp::from(facts) == known;
 }
 
-bool writeAt(int descriptor, qint64 offset, QByteArrayView bytes) {
+Result<void> writeAt(int descriptor, qint64 offset, QByteArrayView bytes) {
     while (!bytes.isEmpty()) {
         const ssize_t written = ::pwrite(descriptor, bytes.data(), size_t(bytes.size()), offset);
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written <= 0)
-            return false;
-        offset += written;
-        bytes = bytes.sliced(written);
+        if (written == 0)
+            return Failure::ofSystem(EIO);
+        if (written < 0 && errno != EINTR)
+            return Failure::ofSystem(errno);
+        if (written > 0) {
+            offset += written;
+            bytes = bytes.sliced(written);
+        }
     }
-    return true;
+    return {};
 }
 
 } // namespace
@@ -51,8 +53,10 @@ Result<FileStamp> patchFile(const QString &path, const FileStamp &known, const Q
     const qint64 start = std::clamp<qint64>(changed.offset, 0, std::min(known.size, end));
     if (bytes.size() < known.size && ::ftruncate(file.get(), bytes.size()) != 0)
         return Failure::ofSystem(errno);
-    if (!writeAt(file.get(), start, QByteArrayView(bytes).sliced(start, end - start)))
-        return Failure::ofSystem(errno);
+    const Result<void> written =
+        writeAt(file.get(), start, QByteArrayView(bytes).sliced(start, end - start));
+    if (const Failure *failure = written.failure())
+        return *failure;
     struct stat facts = {};
     if (::fstat(file.get(), &facts) != 0)
         return Failure::ofSystem(errno);

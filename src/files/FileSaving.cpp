@@ -46,8 +46,9 @@ Result<UnfinishedFile> writeBeside(const QString &path, const QByteArray &bytes,
     Result<UnfinishedFile> file = UnfinishedFile::beside(*name);
     if (!file)
         return *file.failure();
-    if (!writeAll(file->descriptor(), bytes))
-        return Failure::ofSystem(errno);
+    const Result<void> written = writeAll(file->descriptor(), bytes);
+    if (const Failure *failure = written.failure())
+        return *failure;
     ::fchmod(file->descriptor(), modeOf(path));
     // Waiting for the disk takes longer than everything else that an edit of one byte does.
     if (durability == Durability::PowerFailure && !isOnDisk(file->descriptor()))

@@ -60,8 +60,8 @@ bool CopyAhead::copyPiece() {
 }
 
 void CopyAhead::take() {
-    if (isStillShared())
-        *image_.lock() = std::move(copy_);
+    if (const ByteBuffer image = image_.lock(); image && isStillShared())
+        image->swap(copy_);
     giveUp();
 }
 

@@ -12,6 +12,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <tuple>
 
 namespace {
 
@@ -40,7 +41,7 @@ void appendToResultsFile(const QString &path, QByteArrayView bytes, Log &log) {
         return;
     }
     if (isRegularFile(file))
-        writeAll(file.get(), bytes);
+        std::ignore = writeAll(file.get(), bytes);
 }
 
 void removeResultsFile(const QString &path, Log &log) {

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "instruments/Table.h"
+#include "subjects/Benches.h"
+#include "subjects/Samples.h"
+#include "subjects/WindowRuns.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr qint64 printedSize = 300 * mebibyte;
+constexpr int rounds = 3;
+constexpr double maxGapOfARun = 50;
+constexpr double maxGapOfAReport = 100;
+
+/// The largest report of a logic test that the window shows, of a chip with sixteen pins.
+QByteArray largestLogicReport() {
+    constexpr int pins = 16;
+    const QByteArray verdict = "Logic test successful.\n";
+    QByteArray text = "     ";
+    for (int pin = 1; pin <= pins; ++pin)
+        text += ' ' + QByteArray::number(pin).leftJustified(2);
+    text += '\n';
+    const QByteArray levels = QByteArray("0  H  ").repeated(pins / 2);
+    for (int vector = 0; text.size() + levels.size() + 16 < mebibyte - verdict.size(); ++vector)
+        text += QByteArray::number(vector).rightJustified(4, '0') + ": " + levels + '\n';
+    return text + verdict;
+}
+
+/// The worst of some runs in which the tool prints the file at \a path.
+double longestGap(WindowRuns &runs, const QString &path, Operation operation) {
+    runs.useTool("exec cat '" + path.toUtf8() + "'\n");
+    double longest = 0;
+    for (int round = 0; round < rounds; ++round)
+        longest = std::max(longest, runs.longestGap(operation));
+    return longest;
+}
+
+} // namespace
+
+void benchTurns(Table &table) {
+    WindowRuns runs;
+    const QString flood = runs.makeFile(QStringLiteral("flood"), asciiText(printedSize));
+    table.limit("a run that prints 300 MiB, longest loop gap",
+                milliseconds(longestGap(runs, flood, ReadOperation)), milliseconds(maxGapOfARun));
+    const QString report = runs.makeFile(QStringLiteral("report"), largestLogicReport());
+    table.limit("a logic report of 1 MiB, longest loop gap",
+                milliseconds(longestGap(runs, report, LogicOperation)),
+                milliseconds(maxGapOfAReport));
+}
