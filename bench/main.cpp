@@ -29,7 +29,8 @@ constexpr Group groups[] = {
     {"text", benchText},       {"facts", benchFacts}, {"comparison", benchComparison},
     {"map", benchMap},         {"find", benchFind},   {"grid", benchGrid},
     {"console", benchConsole}, {"child", benchChild}, {"devices", benchDevices},
-    {"window", benchWindow},   {"edit", benchEdit},   {"desktop", benchDesktop},
+    {"window", benchWindow},   {"turns", benchTurns}, {"edit", benchEdit},
+    {"desktop", benchDesktop},
 };
 
 QString processorName() {

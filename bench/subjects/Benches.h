@@ -33,6 +33,8 @@ void benchChild(Table &table);
 void benchDevices(Table &table);
 /// Reading a chip, opening a binary and composing in the whole window.
 void benchWindow(Table &table);
+/// What holds the whole window's event loop while the tool prints much.
+void benchTurns(Table &table);
 /// The program and others on an X display: start-up, memory, opening a file, page key.
 void benchDesktop(Table &table);
 /// Editing images of all sizes in the whole window.

@@ -10,12 +10,14 @@
 #include "grid/GridColumns.h"
 #include "grid/GridView.h"
 #include "settings/SettingsKeys.h"
+#include "widgets/ConsoleView.h"
 #include "widgets/TabView.h"
 
 #include "ui_MainWindow.h"
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QTextBlock>
 
 #include <stdexcept>
 
@@ -52,6 +54,19 @@ double WindowRuns::pressRead(qint64 size) {
     const Stopwatch stopwatch;
     read(size);
     return stopwatch.milliseconds();
+}
+
+double WindowRuns::longestGap(Operation operation) {
+    LoopWatch loop;
+    loop.restart();
+    (operation == LogicOperation ? controls().btn_logic : controls().btn_read)->click();
+    const auto showsTheEnd = [this] {
+        return controls().textView->document()->lastBlock().text().contains(u"minipro has exited");
+    };
+    while (!velm_.work().isIdle() || !showsTheEnd())
+        QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    return loop.longestGap();
 }
 
 double WindowRuns::open(const QString &file, qint64 size) {

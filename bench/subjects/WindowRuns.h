@@ -3,12 +3,14 @@
 
 #pragma once
 
+#include "instruments/LoopWatch.h"
 #include "instruments/Stopwatch.h"
 #include "subjects/ToolRunFolder.h"
 
 #include "app/VelmWindow.h"
 #include "base/Log.h"
 #include "control/FilePanels.h"
+#include "language/CommandLine.h"
 
 #include <QKeySequence>
 
@@ -41,6 +43,12 @@ public:
     QString makeFile(const QString &name, const QByteArray &content) const;
     /// Makes the tool read \a file.
     void readFrom(const QString &file);
+
+    /// Makes \a script the tool.
+    void useTool(const QByteArray &script) { folder_.useTool(script); }
+    /// How long the event loop did not come round at most, in milliseconds, from the press of the
+    /// button of \a operation, Read or Logic test, until the console shows the run's end.
+    double longestGap(Operation operation);
 
     /// From the end of the tool until the first page of what it read is painted.
     double read(qint64 size);
