@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
-#include <utility>
 
 CopyAhead::CopyAhead(QObject *parent) : QObject(parent) {
     connect(&turns_, &QTimer::timeout, this, &CopyAhead::turn);
