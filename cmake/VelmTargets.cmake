@@ -27,8 +27,8 @@ endfunction()
 
 # velm_compile_together(<target>)
 # With VELM_UNITY what its files include is read once for all of them, which is most of what compiling
-# takes. So names in the anonymous namespaces of a folder differ from each other, and without
-# VELM_UNITY each file has to compile alone.
+# takes. So names in the anonymous namespaces of a folder differ from each other. That a file lacks a
+# header shows without VELM_UNITY alone.
 function(velm_compile_together target)
     set_target_properties(${target} PROPERTIES
         UNITY_BUILD ${VELM_UNITY} UNITY_BUILD_BATCH_SIZE 0)
@@ -51,7 +51,8 @@ endfunction()
 # velm_compile_quickly(<target>)
 # Tests are compiled more often than they run, and what takes time in them is what they test. Some
 # warnings need optimisation: of the program itself they are seen. Where the sanitizers watch, each
-# access of a test is left to AddressSanitizer; UndefinedBehaviorSanitizer looks at the rest.
+# access of a test is left to AddressSanitizer; UndefinedBehaviorSanitizer looks at the rest. Inline
+# functions of the program that a test calls may be linked as they are compiled here.
 function(velm_compile_quickly target)
     target_compile_options(${target} PRIVATE
         $<$<CONFIG:Debug>:-O0> -fno-sanitize=null,alignment,object-size,vptr)
