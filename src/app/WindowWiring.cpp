@@ -87,6 +87,12 @@ void wireConsole(Ui::MainWindow &c, UserFiles &files, Messages &messages) {
         messages.say(Topic::Console,
                      AppDelegate::tr("The console is full: its oldest text has gone."));
     });
+    QObject::connect(c.textView, &ConsoleView::shortened, c.textView, [&messages] {
+        messages.say(
+            Topic::Console,
+            AppDelegate::tr("The console shows its last lines alone. What is copied whole, "
+                            "or saved, has all of them."));
+    });
     QObject::connect(c.textView, &ConsoleView::cleared, c.textView,
                      [&messages] { messages.happened(Event::ConsoleCleared); });
 }

@@ -115,8 +115,10 @@ void ConsoleView::appendText(const QString &text) {
     if (!timer_.isActive())
         showPending();
     enableActions();
-    if (storageTrimmed || pendingTrimmed)
+    if (storageTrimmed)
         noteTrimmed();
+    else if (pendingTrimmed)
+        noteShortened();
 }
 
 void ConsoleView::beginRun() {
@@ -150,6 +152,7 @@ void ConsoleView::clearAll() {
     terminal_.clear();
     runLines_.fill(linesGone);
     saidTrimmed_ = false;
+    saidShortened_ = false;
     flush();
     enableActions();
     emit cleared();
@@ -237,7 +240,7 @@ void ConsoleView::trimView() {
     const int byLength = tooMany > 0 ? document()->findBlock(place).blockNumber() + 1 : 0;
     const int byLines = tooManyLines > 0 ? tooManyLines + maxLines / trimmedShare : 0;
     removeFirstLines(std::clamp(std::max(byLength, byLines), 1, blockCount() - 1));
-    noteTrimmed();
+    noteShortened();
 }
 
 void ConsoleView::removeFirstLines(int count) {
@@ -251,6 +254,11 @@ void ConsoleView::removeFirstLines(int count) {
 void ConsoleView::noteTrimmed() {
     if (!std::exchange(saidTrimmed_, true))
         emit trimmed();
+}
+
+void ConsoleView::noteShortened() {
+    if (!saidTrimmed_ && !std::exchange(saidShortened_, true))
+        emit shortened();
 }
 
 // Shows the place behind the last character, and the starts of the lines as well if both are in

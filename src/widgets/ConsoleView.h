@@ -24,8 +24,9 @@ class ConsoleView final : public QPlainTextEdit, public Console {
 public:
     /// Size of the console's letters, in points.
     static constexpr double fontPoints = 21.0;
-    /// The most lines that the view shows; the storage may hold more.
-    static constexpr int maxLines = 1 << 18;
+    /// The most lines that the view shows; the storage may hold more. As many as the toolkit can
+    /// measure all together, as it now and then does, within some tens of milliseconds.
+    static constexpr int maxLines = 1 << 16;
 
     /// An empty console that keeps and shows at most \a limit UTF-16 units.
     explicit ConsoleView(QWidget *parent = nullptr, qsizetype limit = ConsoleStorage::defaultLimit);
@@ -71,6 +72,9 @@ signals:
     void saveRequested();
     /// The oldest text has gone for the first time since the console was empty.
     void trimmed();
+    /// The oldest lines are out of view for the first time since the console was empty, and are
+    /// stored still; not said after trimmed().
+    void shortened();
     /// Everything was taken away.
     void cleared();
 
@@ -91,6 +95,7 @@ private:
     void trimView();
     void removeFirstLines(int count);
     void noteTrimmed();
+    void noteShortened();
     void scrollToEnd();
 
     ConsoleStorage storage_;
@@ -100,6 +105,7 @@ private:
     QBasicTimer timer_;
     bool appended_ = false; // since the last turn
     bool saidTrimmed_ = false;
+    bool saidShortened_ = false;
 
     QAction *copy_ = nullptr;
     QAction *copyAll_ = nullptr;

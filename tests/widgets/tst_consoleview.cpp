@@ -37,6 +37,8 @@ private slots:
     void trim_boundsStorageAndViewAndIsToldOnce();
     void trim_holdsWhatTheUserLooksAt();
     void manyLines_areBounded();
+    void linesThatComeOneByOne_areBoundedInView();
+    void clearedConsole_saysAgainWhatIsOutOfView();
     void flood_leavesTheLoopTurning();
     void copyAll_takesTheStoredText();
     void copy_takesTheShownText();
@@ -272,20 +274,46 @@ void TestConsoleView::trim_holdsWhatTheUserLooksAt() {
 
 void TestConsoleView::manyLines_areBounded() {
     ConsoleView view;
-    QSignalSpy spy(&view, &ConsoleView::trimmed);
-    view.appendText(QString(3 * ConsoleView::maxLines, u'\n'));
+    QSignalSpy trimmed(&view, &ConsoleView::trimmed);
+    QSignalSpy shortened(&view, &ConsoleView::shortened);
+    const QString lines(3 * ConsoleView::maxLines, u'\n');
+    view.appendText(lines);
     view.flush();
     view.appendText(u"last"_s);
     view.flush();
     QVERIFY(view.blockCount() <= ConsoleView::maxLines);
     QVERIFY(view.shownText().endsWith(u"\nlast"_s));
-    QCOMPARE(spy.count(), 1);
+    QCOMPARE(view.storedText(), lines + u"last"_s);
+    QCOMPARE(trimmed.count(), 0);
+    QCOMPARE(shortened.count(), 1);
+}
+
+void TestConsoleView::linesThatComeOneByOne_areBoundedInView() {
+    ConsoleView view;
+    QSignalSpy shortened(&view, &ConsoleView::shortened);
+    for (int half = 0; half < 3; ++half) {
+        view.appendText(numberedLines(ConsoleView::maxLines / 2));
+        view.flush();
+    }
+    QVERIFY(view.blockCount() <= ConsoleView::maxLines);
+    QVERIFY(view.storedText().endsWith(view.shownText()));
+    QCOMPARE(shortened.count(), 1);
+}
+
+void TestConsoleView::clearedConsole_saysAgainWhatIsOutOfView() {
+    ConsoleView view;
+    QSignalSpy shortened(&view, &ConsoleView::shortened);
+    for (int time = 0; time < 2; ++time) {
+        view.appendText(QString(2 * ConsoleView::maxLines, u'\n'));
+        view.clearAll();
+    }
+    QCOMPARE(shortened.count(), 2);
 }
 
 void TestConsoleView::flood_leavesTheLoopTurning() {
     ConsoleView view;
     showView(view);
-    const QString piece = numberedLines(100000);
+    const QString piece = numberedLines(ConsoleView::maxLines / 3);
     for (int count = 0; count < 2; ++count)
         view.appendText(piece);
     // The view has taken in one turn's share only, and goes on by itself.

@@ -27,6 +27,7 @@ private slots:
     void refusedAddress_endsWithWhatItSpokeOf_data();
     void refusedAddress_endsWithWhatItSpokeOf();
     void fullConsole_endsWhenItIsCleared();
+    void manyLines_areSaidToBeKept();
     void customDevice_endsWithAnotherDevice();
     void refusedWhileBusy_endsWithTheRun();
 };
@@ -144,6 +145,16 @@ void TestWindowNotices::fullConsole_endsWhenItIsCleared() {
     QVERIFY2(says(velm, "The console is full"), qPrintable(velm.message()));
     console->clearAll();
     QCOMPARE(velm.message(), QString());
+}
+
+void TestWindowNotices::manyLines_areSaidToBeKept() {
+    WindowFixture velm;
+    velm.start();
+    ConsoleView *console = velm.controls().textView;
+    console->appendText(QString(2 * ConsoleView::maxLines, u'\n'));
+    QVERIFY2(says(velm, "The console shows its last lines alone"), qPrintable(velm.message()));
+    console->appendText(QString(ConsoleStorage::defaultLimit, u'x'));
+    QVERIFY2(says(velm, "The console is full"), qPrintable(velm.message()));
 }
 
 void TestWindowNotices::customDevice_endsWithAnotherDevice() {
