@@ -42,6 +42,27 @@ void haveOneSelection(const DeviceListView &list, DeviceListView &other) {
 constexpr qsizetype expectedRuns = 10;
 constexpr std::chrono::seconds silencePatience(2);
 
+/// What the tool has listed.
+struct Listing {
+    qsizetype lines = 0; ///< the empty ones, too
+    QStringList names;
+};
+
+Result<Listing> readListing(const QString &path) {
+    const Result<QString> text = loadUtf8Text(path, largestList);
+    if (const Failure *failure = text.failure())
+        return *failure;
+    Listing listing;
+    LineCursor lines(*text);
+    while (const auto line = lines.next()) {
+        if (++listing.lines > maxListLines)
+            return tooManyListLines();
+        if (!line->isEmpty())
+            listing.names.append(line->toString());
+    }
+    return listing;
+}
+
 } // namespace
 
 device_searcher::device_searcher(SettingsStore &settings, ToolTrust &toolTrust, Log &log,
@@ -179,24 +200,15 @@ void device_searcher::remarkOnSilence() {
 }
 
 Result<qsizetype> device_searcher::takeResults() {
-    const auto loaded =
-        loadUtf8Text(resolvedPathOf(defaults, settingsKeys::temp_search_results_file), largestList);
-    qsizetype pieces = 0;
-    QStringList names;
-    std::optional<LineCursor> lines;
-    if (loaded)
-        lines.emplace(*loaded);
-    while (const auto piece = lines ? lines->next() : std::nullopt) {
-        ++pieces;
-        if (!piece->isEmpty())
-            names.append(piece->toString());
-    }
-    log_.write(QStringLiteral("list has returned:%1").arg(pieces));
-    dataArray = names;
+    const Result<Listing> read =
+        readListing(resolvedPathOf(defaults, settingsKeys::temp_search_results_file));
+    const Listing listing = read ? *read : Listing();
+    log_.write(QStringLiteral("list has returned:%1").arg(listing.lines));
+    dataArray = listing.names;
     log_.write(QStringLiteral("dataArray has:%1").arg(dataArray->size()));
     model_->reloadData();
-    emit listed(names);
-    if (const Failure *failure = loaded.failure())
+    emit listed(listing.names);
+    if (const Failure *failure = read.failure())
         return *failure;
     return dataArray->size();
 }

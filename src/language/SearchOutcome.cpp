@@ -46,6 +46,9 @@ public:
     }
     static QString noMatch() { return tr("No device's name holds this term."); }
     static QString noList(const Failure &failure);
+    static QString tooManyLines() {
+        return tr("it has more than %1 lines").arg(grouped(maxListLines));
+    }
 
 private:
     static QString notWhole() { return tr("The list may not be whole."); }
@@ -56,13 +59,14 @@ private:
 /// A list that is too large, or no text, is not the tool's: what was started is another program.
 QString SearchWording::noList(const Failure &failure) {
     const bool isTooLarge = failure.systemError == EFBIG;
-    const bool isNoText = failure.systemError == EILSEQ;
+    const bool isForeign =
+        isTooLarge || failure.systemError == E2BIG || failure.systemError == EILSEQ;
     const QString reason =
         isTooLarge ? tr("it is larger than %1 MiB").arg(QString::number(largestList / mebibyte))
                    : failure.reason;
     const QString sentence = tr("The list of devices could not be read: %1.").arg(reason);
     const QString nextStep =
-        isTooLarge || isNoText
+        isForeign
             ? tr("Check the field Programmer tool and search again.")
             : tr("Search again; if that does not help, see that the folder for temporary files may "
                  "be written to and has room.");
@@ -119,6 +123,10 @@ bool findsNoProgrammer(const ToolReport &report) {
 
 QString remarkOnWaitingSearch(const RunFacts &run) {
     return SearchWording(withQuestionAsCause(run)).waiting();
+}
+
+Failure tooManyListLines() {
+    return {SearchWording::tooManyLines(), E2BIG};
 }
 
 QString remarkOnSilentSearch() {

@@ -32,6 +32,7 @@ private slots:
     void results_areSplitAtEveryNewline();
     void results_ofASecondSearchReplaceTheFirst();
     void results_beyondTheLimitGiveAnEmptyList();
+    void results_ofTooManyLinesGiveAnEmptyList();
     void results_thatAreNoTextAreSaidToBeNone();
     void results_missingFileGivesAnEmptyList();
     void terms_reachTheToolAsOneWord_data();
@@ -215,6 +216,19 @@ void TestWindowSearch::results_beyondTheLimitGiveAnEmptyList() {
     QCOMPARE(panel.remark->text(),
              QStringLiteral("The list of devices could not be read: it is larger than 8 MiB. "
                             "Check the field Programmer tool and search again."));
+}
+
+void TestWindowSearch::results_ofTooManyLinesGiveAnEmptyList() {
+    WindowFixture velm;
+    velm.useTool("yes A | head -n " + QByteArray::number(maxListLines) + " >temp_sr.bin\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("x"));
+    QCOMPARE(panel.names(), QStringList());
+    QVERIFY(velm.log.lines.contains(QStringLiteral("list has returned:0")));
+    QCOMPARE(panel.remark->text(),
+             QStringLiteral("The list of devices could not be read: it has more than 262,144 "
+                            "lines. Check the field Programmer tool and search again."));
 }
 
 void TestWindowSearch::results_thatAreNoTextAreSaidToBeNone() {
