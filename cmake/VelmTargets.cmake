@@ -28,7 +28,7 @@ endfunction()
 # velm_compile_together(<target>)
 # With VELM_UNITY what its files include is read once for all of them, which is most of what compiling
 # takes. So names in the anonymous namespaces of a folder differ from each other. That a file lacks a
-# header shows without VELM_UNITY alone.
+# header that another one has included shows without VELM_UNITY, and in tst_layers for the most part.
 function(velm_compile_together target)
     set_target_properties(${target} PROPERTIES
         UNITY_BUILD ${VELM_UNITY} UNITY_BUILD_BATCH_SIZE 0)

@@ -12,6 +12,7 @@
 #include <QTextCharFormat>
 
 class QAction;
+class QMimeData;
 
 /// The console: a storage that keeps every piece exactly as it came, and a view that shows it as a
 /// terminal would. The first piece is shown at once; under a flood the view follows in slices, so

@@ -3,7 +3,9 @@
 
 #include "structure/IncludeRules.h"
 
+#include "structure/ReachedHeaders.h"
 #include "structure/StandardNames.h"
+#include "structure/ToolkitHeaders.h"
 
 #include <QHash>
 #include <QRegularExpression>
@@ -46,6 +48,12 @@ QSet<QString> systemHeadersOf(const SourceTree &tree, const QString &path) {
             if (!include.ownHeader)
                 headers.insert(include.target);
     return headers;
+}
+
+QStringList sorted(const QSet<QString> &names) {
+    QStringList list(names.begin(), names.end());
+    list.sort();
+    return list;
 }
 
 /// Whether \a word can stand in front of what tells a declaration and declares nothing.
@@ -115,7 +123,79 @@ QSet<QString> needsOf(const SourceTree &tree, const QString &path) {
     return needs;
 }
 
+/// The headers of \a tree that declare a class, a structure or an enumeration outside of any other,
+/// by its name.
+QMultiHash<QString, QString> headersOfClasses(const SourceTree &tree) {
+    static const QRegularExpression declaration(
+        QStringLiteral(R"(^(?:class|struct|enum(?: class)?)\s+(?:\[\[\w+\]\]\s*)?(\w+)[^;{(]*\{)"),
+        QRegularExpression::MultilineOption);
+    QMultiHash<QString, QString> headers;
+    for (auto file = tree.begin(); file != tree.end(); ++file)
+        if (isJudged(file.key()) && file.key().endsWith(QLatin1String(".h")))
+            for (const QString &name : firstCaptures(declaration, codeOf(file.value())))
+                headers.insert(name, file.key());
+    return headers;
+}
+
+/// Whether the C++ text \a code has no more of the class \a name than pointers and references.
+bool onlyPointsTo(const QString &name, const QString &code) {
+    const QRegularExpression other(
+        QStringLiteral(R"(\b%1\b(?!\s*(?:const\s*)?[*&;>]|::\*|\s+\w+\())").arg(name));
+    return !other.match(code).hasMatch();
+}
+
+/// The names in the C++ text \a code that nothing qualifies.
+QSet<QString> plainNames(const QString &code) {
+    static const QRegularExpression name(QStringLiteral(R"((?<![\w.:>])([A-Z]\w*)\b)"));
+    return firstCaptures(name, code);
+}
+
+/// What templates in the C++ text \a code call their types.
+QSet<QString> typeParameters(const QString &code) {
+    static const QRegularExpression parameter(QStringLiteral(R"(\btypename (\w+))"));
+    return firstCaptures(parameter, code);
+}
+
+/// The classes that some header among \a reached announces.
+QSet<QString> announcedAmong(const QSet<QString> &reached, const SourceTree &tree) {
+    QSet<QString> names;
+    for (const QString &path : reached)
+        if (tree.contains(path))
+            names.unite(announcedClasses(tree.value(path)));
+    return names;
+}
+
 } // namespace
+
+QStringList includeRules::namedClassesAreReached(const SourceTree &tree) {
+    const QMultiHash<QString, QString> declaring = headersOfClasses(tree);
+    ReachedHeaders reachedHeaders(tree);
+    QStringList breaches;
+    for (auto file = tree.begin(); file != tree.end(); ++file) {
+        if (!isJudged(file.key()))
+            continue;
+        const QString code = codeOf(file.value());
+        const QRegularExpression inSameTree(u'^' + file.key().section(u'/', 0, 0) + u'/');
+        const QSet<QString> reached = reachedHeaders.of(file.key());
+        const QSet<QString> announced = announcedAmong(reached, tree);
+        const QSet<QString> names = plainNames(code) - declaredNames(file.value()) -
+                                    declaredNames(tree.value(headerOfSameName(tree, file.key()))) -
+                                    typeParameters(code);
+        for (const QString &name : sorted(names)) {
+            QStringList headers = declaring.values(name).filter(inSameTree);
+            if (headers.isEmpty())
+                headers = QStringList(toolkitHeaderOf(name));
+            headers.removeAll(QString());
+            const auto isReached = [&](const QString &one) { return reached.contains(one); };
+            if (headers.isEmpty() || std::any_of(headers.begin(), headers.end(), isReached) ||
+                (announced.contains(name) && onlyPointsTo(name, code)))
+                continue;
+            breaches.append(file.key() + QStringLiteral(": names ") + name +
+                            QStringLiteral(" without ") + headers.join(u'/'));
+        }
+    }
+    return breaches;
+}
 
 QStringList includeRules::standardNamesHaveTheirHeader(const SourceTree &tree) {
     QStringList breaches;
@@ -124,9 +204,7 @@ QStringList includeRules::standardNamesHaveTheirHeader(const SourceTree &tree) {
             continue;
         const QSet<QString> included = systemHeadersOf(tree, file.key());
         const QSet<QString> words = wordsOf(codeOf(file.value()));
-        QStringList names(words.begin(), words.end());
-        names.sort();
-        for (const QString &name : std::as_const(names)) {
+        for (const QString &name : sorted(words)) {
             const QStringList headers = standardHeadersOf(name);
             const auto isIncluded = [&included](const QString &one) {
                 return included.contains(one);

@@ -13,6 +13,10 @@ namespace includeRules {
 /// A file that uses a name of the standard library includes a header that gives it. Names that the
 /// rule's table does not have are not judged.
 QStringList standardNamesHaveTheirHeader(const SourceTree &tree);
+/// What declares a class of the project or the toolkit comes with what a file includes that names
+/// it, by whatever way; unless the class is announced and the file has only pointers and references
+/// to it. What a file needs and does not name is the compiler's to find.
+QStringList namedClassesAreReached(const SourceTree &tree);
 /// Of a header of the standard library that a file includes, it uses some name.
 QStringList standardHeadersAreUsed(const SourceTree &tree);
 /// Of a header of the project that a file includes, it uses some name that the header declares.

@@ -54,6 +54,7 @@ void TestLayers::sourcesKeepTheRule_data() {
     QTest::newRow("links are used") << Rule(buildRules::linksAreUsed);
     QTest::newRow("standard names have their header")
         << Rule(includeRules::standardNamesHaveTheirHeader);
+    QTest::newRow("named classes are reached") << Rule(includeRules::namedClassesAreReached);
     QTest::newRow("standard headers are used") << Rule(includeRules::standardHeadersAreUsed);
     QTest::newRow("own headers are used") << Rule(includeRules::ownHeadersAreUsed);
     QTest::newRow("colours stand in the palette helper")
@@ -66,7 +67,8 @@ void TestLayers::sourcesKeepTheRule_data() {
 
 void TestLayers::sourcesKeepTheRule() {
     QFETCH(Rule, rule);
-    QCOMPARE(rule(sources).join(u'\n'), QString());
+    const QString breaches = rule(sources).join(u'\n');
+    QVERIFY2(breaches.isEmpty(), qPrintable(breaches));
 }
 
 void TestLayers::ruleNotices_data() {
@@ -211,6 +213,33 @@ void TestLayers::ruleNotices_data() {
     row("a test's standard names", named, "tests/grid/A.cpp", "std::move(a);\n", "");
     row("a name like a standard one", named, "src/grid/A.cpp", "move(errno_, other::move);\n", "");
 
+    const Rule reached = includeRules::namedClassesAreReached;
+    row("a class of ours without its header", reached, "src/grid/A.cpp",
+        "#include \"helper/Part.h\"\nWhole whole;\n",
+        "src/grid/A.cpp: names Whole without src/helper/Whole.h");
+    row("a class of ours by another's header", reached, "src/grid/A.cpp",
+        "#include \"helper/Everything.h\"\nWhole whole;\n", "");
+    row("a class of ours that is announced", reached, "src/grid/A.h",
+        "class Whole;\nWhole *whole; const Whole &ours(); Whole made(); Pointer<Whole> watched;\n",
+        "");
+    row("a class of ours that is announced, and more", reached, "src/grid/A.cpp",
+        "#include \"helper/Part.h\"\nvoid a(Whole &whole) { Whole::change(whole); }\n",
+        "src/grid/A.cpp: names Whole without src/helper/Whole.h");
+    row("a name that is a file's own", reached, "src/grid/A.cpp",
+        "struct Whole { int a; };\nWhole whole; enum B { Part }; template <typename Wear> Wear "
+        "c;\n",
+        "");
+    row("a name of something else", reached, "src/grid/A.cpp", "a.Whole = Other::Whole; // Whole\n",
+        "");
+    row("a class of the toolkit without its header", reached, "src/grid/A.cpp",
+        "#include <QLabel>\nQLabel *label; new QTimer; QString text;\n",
+        "src/grid/A.cpp: names QTimer without qtimer.h");
+    row("a class of the toolkit by one of ours", reached, "src/grid/A.cpp",
+        "#include \"helper/ShowsALabel.h\"\nnew QLabel;\n", "");
+    row("a class of the toolkit in a window", reached, "src/grid/A.cpp",
+        "#include \"ui_Form.h\"\nnew QLineEdit; new QLabel; new QAction; new Part; new QTimer;\n",
+        "src/grid/A.cpp: names QTimer without qtimer.h");
+
     const Rule said = includeRules::standardHeadersAreUsed;
     row("a standard header for nothing", said, "src/grid/A.h",
         "#include <optional>\n#include <utility>\nstd::nullopt; optional; // std::swap\n",
@@ -301,7 +330,7 @@ void TestLayers::ruleNotices() {
                         "#include <QLabel>\n")},
         {QStringLiteral("src/helper/Part.h"),
          QStringLiteral("// SPDX-FileCopyrightText: 2026 A\n// SPDX-License-Identifier: MIT\n"
-                        "#include <optional>\nclass Whole;\n"
+                        "#include <QLabel>\n#include <optional>\nclass Whole;\n"
                         "enum class Wear { New, Worn };\n"
                         "class Part final : QLabel {\n"
                         "    explicit Part(std::optional<int> number);\n"
@@ -309,7 +338,13 @@ void TestLayers::ruleNotices() {
         {QStringLiteral("src/helper/Whole.h"),
          QStringLiteral("// SPDX-FileCopyrightText: 2026 A\n// SPDX-License-Identifier: MIT\n"
                         "class Whole {};\n")},
-        {QStringLiteral("src/form/Form.ui"), QStringLiteral("<header>grid/GridView.h</header>\n")}};
+        {QStringLiteral("src/helper/Everything.h"),
+         QStringLiteral("// SPDX-FileCopyrightText: 2026 A\n// SPDX-License-Identifier: MIT\n"
+                        "#include \"helper/Whole.h\"\nusing Everything = Whole;\n")},
+        {QStringLiteral("src/form/Form.ui"),
+         QStringLiteral("<widget class=\"QLineEdit\"/><header>helper/Part.h</header>\n"
+                        "<header>helper/ShowsALabel.h</header><action name=\"a\"/>\n"
+                        "<header>grid/GridView.h</header>\n")}};
     QCOMPARE(rule(tree).join(u'\n'), breaches);
 }
 
