@@ -54,10 +54,10 @@ bool pictureOfEdit(VelmWindow &velm, Demonstration &demonstration, const QString
     grid->setFocus();
     grid->setCurrentIndex(grid->model()->index(1, firstByteColumn + 2));
     grid->edit(grid->currentIndex());
-    if (QLineEdit *editor = grid->openEditor())
+    if (QLineEdit *editor = grid->entries().editor())
         editor->setText(QStringLiteral("'VELM'"));
     const bool saved = demonstration.savePicture(path);
-    grid->commitOpenEditor();
+    grid->entries().commit();
     return saved;
 }
 

@@ -98,7 +98,7 @@ private:
         constexpr int base = 16;
         GridView &grid = window_.grid();
         press(grid, Qt::Key_F2);
-        CellEditor *editor = grid.openEditor();
+        CellEditor *editor = grid.entries().editor();
         if (!editor)
             throw std::runtime_error("no cell opens");
         value_ = (value_ + 1) % bytes;

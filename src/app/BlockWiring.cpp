@@ -59,9 +59,9 @@ void markEdits(MainWindow &window, AppDelegate &delegate) {
 
 void readyEdits(MainWindow &window, AppDelegate &delegate) {
     auto *ahead = new CopyAhead(&window);
-    const GridView *grid = window.controls().tableview;
-    QObject::connect(grid, &GridView::entryBegins, ahead,
+    const GridEntries *entries = &window.controls().tableview->entries();
+    QObject::connect(entries, &GridEntries::begins, ahead,
                      [ahead, &delegate] { ahead->begin(delegate.state().output_data); });
-    QObject::connect(grid, &GridView::entryEnds, ahead, &CopyAhead::finish);
-    QObject::connect(grid, &GridView::entryCloses, ahead, &CopyAhead::giveUp);
+    QObject::connect(entries, &GridEntries::ends, ahead, &CopyAhead::finish);
+    QObject::connect(entries, &GridEntries::closes, ahead, &CopyAhead::giveUp);
 }

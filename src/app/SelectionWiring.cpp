@@ -122,7 +122,7 @@ void addSelectionEntries(QMenu &edit, MainWindow &window) {
                      [](GridView &grid) { grid.selectAll(); }),
         addSelectRange(edit, window),
     };
-    edit.addAction(c.tableview->moveOnAction());
+    edit.addAction(c.tableview->entries().moveOnAction());
     for (GridView *grid : {c.tableview, c.besideGrid}) {
         grid->addActions(entries);
         grid->setContextMenuPolicy(Qt::CustomContextMenu);

@@ -95,7 +95,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
 
 VelmWindow::~VelmWindow() {
     // Closing the window asks the controller about a cell that is open, and it goes first.
-    window_.controls().tableview->commitOpenEditor();
+    window_.controls().tableview->entries().commit();
     settings_.setGuard({});
 }
 

@@ -46,7 +46,7 @@ ViewChoices ViewControls::choices() const {
             console.wrapAction()->isChecked(),
             console.visibleAction()->isChecked(),
             beside_->isChecked(),
-            controls_.tableview->moveOnAction()->isChecked()};
+            controls_.tableview->entries().moveOnAction()->isChecked()};
 }
 
 void ViewControls::setChoices(const ViewChoices &choices) {
@@ -55,5 +55,5 @@ void ViewControls::setChoices(const ViewChoices &choices) {
     controls_.textView->wrapAction()->setChecked(choices.wrapsConsole);
     controls_.textView->visibleAction()->setChecked(choices.showsConsole);
     beside_->setChecked(choices.showsBoth);
-    controls_.tableview->moveOnAction()->setChecked(choices.movesOn);
+    controls_.tableview->entries().moveOnAction()->setChecked(choices.movesOn);
 }

@@ -121,7 +121,7 @@ void wireOperations(Ui::MainWindow &c, AppDelegate &delegate) {
 void bindControls(Ui::MainWindow &c, AppDelegate &delegate, KeyBinder &binder) {
     // A cell that is still open belongs to the image that the composition replaces.
     const auto compose = [&delegate, grid = c.tableview](QObject *sender) {
-        grid->commitOpenEditor();
+        grid->entries().commit();
         delegate.handleControl(sender);
     };
     binder.bindText(c.uaTextField, settingsKeys::device);
@@ -226,7 +226,7 @@ void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts
     fillOutlets(controls, delegate, parts);
     parts.gate.setPendingInput([&binder = parts.binder, grid = controls.tableview] {
         binder.commitPending();
-        grid->commitOpenEditor();
+        grid->entries().commit();
     });
     wireGrid(controls, delegate, parts.messages);
     wireSelection(window, parts.messages);

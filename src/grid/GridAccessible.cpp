@@ -91,7 +91,7 @@ QAccessible::State GridAccessible::state() const {
 }
 
 bool GridAccessible::isEditing() const {
-    return view()->openEditor() != nullptr;
+    return view()->entries().editor() != nullptr;
 }
 
 int GridAccessible::rowCount() const {
@@ -138,7 +138,7 @@ QAccessibleInterface *GridAccessible::childAt(int x, int y) const {
     const QPoint inViewport = view()->viewport()->mapFromGlobal(QPoint(x, y));
     if (!view()->viewport()->rect().contains(inViewport))
         return nullptr;
-    const CellEditor *editor = view()->openEditor();
+    const CellEditor *editor = view()->entries().editor();
     if (editor && editor->geometry().contains(inViewport))
         return QAccessible::queryAccessibleInterface(view()->viewport());
     const QModelIndex index = view()->indexAt(inViewport);
@@ -146,7 +146,7 @@ QAccessibleInterface *GridAccessible::childAt(int x, int y) const {
 }
 
 QAccessibleInterface *GridAccessible::focusChild() const {
-    if (CellEditor *editor = view()->openEditor(); editor && editor->hasFocus())
+    if (CellEditor *editor = view()->entries().editor(); editor && editor->hasFocus())
         return QAccessible::queryAccessibleInterface(editor);
     const QModelIndex current = view()->currentIndex();
     return current.isValid() ? placed(current.row(), current.column()) : nullptr;

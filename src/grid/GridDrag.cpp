@@ -95,7 +95,7 @@ bool GridDrag::press(const QMouseEvent &event) {
 }
 
 bool GridDrag::move(const QMouseEvent &event) {
-    if (!dragging_ || view_.openEditor())
+    if (!dragging_ || view_.entries().editor())
         return false;
     if (!event.buttons().testFlag(Qt::LeftButton)) {
         release();

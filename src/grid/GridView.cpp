@@ -3,11 +3,10 @@
 
 #include "grid/GridView.h"
 
-#include "grid/CellEditor.h"
 #include "grid/GridAccessible.h"
 #include "grid/GridCopying.h"
-#include "grid/GridDelegate.h"
 #include "grid/GridDrag.h"
+#include "grid/GridEntries.h"
 #include "grid/GridHeader.h"
 #include "grid/GridPainter.h"
 #include "grid/GridSelection.h"
@@ -27,11 +26,11 @@
 GridView::GridView(QWidget *parent)
     : QAbstractItemView(parent),
       header_(new GridHeader(this)),
-      delegate_(new GridDelegate(this)),
+      entries_(new GridEntries(*this)),
       selection_(new GridSelection(*this)),
       copying_(new GridCopying(*this)) {
     setLayoutDirection(Qt::LeftToRight);
-    setItemDelegate(delegate_);
+    setItemDelegate(entries_);
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
     setEditTriggers(usualEditTriggers);
@@ -44,8 +43,6 @@ GridView::GridView(QWidget *parent)
         updateGeometries();
         viewport()->update();
     });
-    connect(delegate_, &GridDelegate::entryBegins, this, &GridView::entryBegins);
-    connect(delegate_, &GridDelegate::entryEnds, this, &GridView::entryEnds);
     new GridDrag(*this, *selection_);
     connect(selection_, &GridSelection::blockChanged, this, [this] { tellSelection(*this); });
     applyFont();
@@ -96,6 +93,11 @@ void GridView::showChange(ByteRange changed) {
     selection_->restore(selection_->block());
 }
 
+void GridView::showEdit(const CellEdit &edit, ByteRange changed) {
+    showChange(changed);
+    entries_->takeEdit(edit);
+}
+
 bool GridView::showAddress(qint64 offset) {
     if (!model_ || model_->heading() != GridHeading::Bytes)
         return false;
@@ -115,6 +117,19 @@ void GridView::moveTo(const QModelIndex &index) {
 void GridView::selectAll() {
     if (!selection_->selectAll())
         QAbstractItemView::selectAll();
+}
+
+bool GridView::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) {
+    const bool opens = QAbstractItemView::edit(index, trigger, event);
+    if (opens && trigger == AnyKeyPressed)
+        entries_->takeKey(index);
+    return opens;
+}
+
+void GridView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) {
+    const QModelIndex next = entries_->cellAfter(editor, hint);
+    QAbstractItemView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    entries_->takeEnd(next);
 }
 
 void GridView::currentChanged(const QModelIndex &current, const QModelIndex &previous) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "grid/CellEdit.h"
+#include "grid/GridEntries.h"
 #include "grid/GridHint.h"
 #include "grid/GridModel.h"
 #include "grid/GridRows.h"
@@ -11,9 +12,7 @@
 
 #include <QAbstractItemView>
 
-class CellEditor;
 class GridCopying;
-class GridDelegate;
 class GridHeader;
 class QHeaderView;
 
@@ -22,9 +21,8 @@ class QHeaderView;
 /// million rows open as fast as one.
 ///
 /// The cursor is a cell. Rows are selected, or a block of bytes that follow each other; never both.
-/// Typing, F2 and a double-click open a cell that the source allows to be edited; only an entry
-/// that differs from what the cell opened with is committed. The grid always reads from left to
-/// right, as hex dumps do in every language.
+/// Typing, F2 and a double-click open a cell that the source allows to be edited. The grid always
+/// reads from left to right, as hex dumps do in every language.
 class GridView : public QAbstractItemView {
     Q_OBJECT
 
@@ -76,16 +74,9 @@ public:
     /// The bytes and rows that are selected.
     GridSelection &selection() const { return *selection_; }
 
-    /// The choice whether two hexadecimal digits, typed into a cell that a key has opened, end the
-    /// entry as Enter does. Off in a new view, whatever the user has chosen.
-    QAction *moveOnAction() const;
+    /// What is typed into cells.
+    GridEntries &entries() const { return *entries_; }
     using QAbstractItemView::edit;
-
-    /// Commits the entry that is being typed, if there is one that differs from what its cell
-    /// opened with, and closes its editor. True if an editor was open.
-    bool commitOpenEditor();
-    /// The editor that is open at this moment, or null.
-    CellEditor *openEditor() const;
 
     /// What puts the selection on the clipboard.
     GridCopying &copying() { return *copying_; }
@@ -106,14 +97,6 @@ public:
     /// A few rows, however little of their columns.
     QSize minimumSizeHint() const override;
     QSize viewportSizeHint() const override;
-
-signals:
-    /// A cell opens that may take an entry: an edit is to be expected.
-    void entryBegins();
-    /// What was typed is carried out next.
-    void entryEnds();
-    /// The cell closes; nothing more comes of it.
-    void entryCloses();
 
 protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
@@ -149,7 +132,7 @@ private:
 
     GridModel *model_ = nullptr;
     GridHeader *header_;
-    GridDelegate *delegate_;
+    GridEntries *entries_;
     GridSelection *selection_;
     GridCopying *copying_;
     GridHint hint_{*this};

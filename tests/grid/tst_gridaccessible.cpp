@@ -261,7 +261,7 @@ void TestGridAccessible::pressing_opensTheEditor() {
 
     // The editor is reached through the table, and leads back to it.
     QAccessibleInterface *editor = grid.interface()->focusChild();
-    QCOMPARE(editor->object(), grid.view.openEditor());
+    QCOMPARE(editor->object(), grid.view.entries().editor());
     QAccessibleInterface *area = grid.interface()->child(grid.interface()->childCount() - 1);
     QCOMPARE(area->object(), grid.view.viewport());
     QCOMPARE(grid.interface()->indexOfChild(area), grid.interface()->childCount() - 1);
@@ -276,7 +276,7 @@ void TestGridAccessible::pressing_whereNothingMayBeEditedDoesNothing() {
     QVERIFY(!grid.at(0, 2)->actionInterface()->actionNames().contains(press));
     grid.setCursor(0, 1);
     grid.act(0, 2, press);
-    QVERIFY(!grid.view.openEditor());
+    QVERIFY(!grid.view.entries().editor());
     QCOMPARE(grid.cursor(), qMakePair(0, 1));
     grid.act(0, 2, QAccessibleActionInterface::setFocusAction());
     QCOMPARE(grid.cursor(), qMakePair(0, 2));
@@ -289,10 +289,10 @@ void TestGridAccessible::pressing_whileNoCellMayOpenDoesNothing() {
     QVERIFY(!grid.at(0, 2)->actionInterface()->actionNames().contains(press));
     QVERIFY(!grid.at(0, 2)->state().editable);
     grid.act(0, 2, press);
-    QVERIFY(!grid.view.openEditor());
+    QVERIFY(!grid.view.entries().editor());
     grid.view.setEditTriggers(GridView::usualEditTriggers);
     grid.act(0, 2, press);
-    QVERIFY(grid.view.openEditor());
+    QVERIFY(grid.view.entries().editor());
 }
 
 void TestGridAccessible::entry_canBeMadeByAssistiveTechnologyAlone() {
@@ -302,7 +302,7 @@ void TestGridAccessible::entry_canBeMadeByAssistiveTechnologyAlone() {
     grid.act(0, 4, QAccessibleActionInterface::setFocusAction());
     QCOMPARE(grid.source.entries, QStringList{QStringLiteral("2 0 5A")});
     QCOMPARE(grid.name(0, 2), QStringLiteral("5A"));
-    QVERIFY(!grid.view.openEditor());
+    QVERIFY(!grid.view.entries().editor());
 }
 
 QTEST_MAIN(TestGridAccessible)

@@ -30,8 +30,8 @@ private slots:
     void twoDigits_areAnEntryLikeAnyOtherElsewhere_data();
     void twoDigits_areAnEntryLikeAnyOtherElsewhere();
     void arrowKeys_commitAndMove();
-    void commitOpenEditor_takesTheEntry();
-    void commitOpenEditor_ofAnUntouchedEntryOnlyCloses();
+    void commit_takesTheEntry();
+    void commit_ofAnUntouchedEntryOnlyCloses();
     void growingEdit_keepsScrollAndShowsTheNewRow();
     void editor_liesOverItsCellAndWidens();
     void editor_goesWithItsCell();
@@ -55,7 +55,7 @@ void TestGridEditing::typing_replacesTheCell() {
     grid.press(Qt::Key_Return);
     QTRY_COMPARE(grid.source.entries, QStringList{QStringLiteral("2 1 42")});
     QCOMPARE(grid.source.bytes, image().replace(17, 1, "B"));
-    QVERIFY(!grid.view.openEditor());
+    QVERIFY(!grid.view.entries().editor());
     QVERIFY(grid.view.hasFocus());
 }
 
@@ -77,7 +77,7 @@ void TestGridEditing::f2_opensTheCellWithItsValue() {
     grid.setCursor(0, 1);
     grid.press(Qt::Key_F2);
     QCOMPARE(grid.typed(), QStringLiteral("41"));
-    QCOMPARE(grid.view.openEditor()->selectedText(), QStringLiteral("41"));
+    QCOMPARE(grid.view.entries().editor()->selectedText(), QStringLiteral("41"));
 }
 
 void TestGridEditing::doubleClick_opensTheCell() {
@@ -85,25 +85,25 @@ void TestGridEditing::doubleClick_opensTheCell() {
     grid.click(2, 3);
     grid.doubleClick(2, 3);
     QCOMPARE(grid.typed(), QStringLiteral("41"));
-    QVERIFY(grid.view.openEditor()->hasFocus());
+    QVERIFY(grid.view.entries().editor()->hasFocus());
 }
 
 void TestGridEditing::cellsThatMayNotBeEdited_doNotOpen() {
     ShownGrid grid(image(), false);
     grid.click(0, 1);
     grid.press(Qt::Key_F2);
-    QVERIFY(!grid.view.openEditor());
+    QVERIFY(!grid.view.entries().editor());
     grid.doubleClick(0, 1);
-    QVERIFY(!grid.view.openEditor());
+    QVERIFY(!grid.view.entries().editor());
     grid.type(QStringLiteral("4"));
-    QVERIFY(!grid.view.openEditor());
+    QVERIFY(!grid.view.entries().editor());
 }
 
 void TestGridEditing::address_opensEmpty() {
     ShownGrid grid(image(), true);
     grid.setCursor(2, 0);
     grid.press(Qt::Key_F2);
-    QVERIFY(grid.view.openEditor());
+    QVERIFY(grid.view.entries().editor());
     QCOMPARE(grid.typed(), QString());
     grid.type(QStringLiteral("42"));
     grid.press(Qt::Key_Return);
@@ -125,9 +125,9 @@ void TestGridEditing::untouchedEntry_commitsNothing() {
         ShownGrid grid(image(), true);
         grid.setCursor(1, column);
         grid.press(Qt::Key_F2);
-        QVERIFY(grid.view.openEditor());
+        QVERIFY(grid.view.entries().editor());
         grid.press(key);
-        QTRY_VERIFY(!grid.view.openEditor());
+        QTRY_VERIFY(!grid.view.entries().editor());
         QCOMPARE(grid.source.entries, QStringList());
     }
 }
@@ -137,7 +137,7 @@ void TestGridEditing::escape_cancels() {
     grid.setCursor(1, 1);
     grid.type(QStringLiteral("42"));
     grid.press(Qt::Key_Escape);
-    QTRY_VERIFY(!grid.view.openEditor());
+    QTRY_VERIFY(!grid.view.entries().editor());
     QCOMPARE(grid.source.entries, QStringList());
     QCOMPARE(grid.cursor(), qMakePair(1, 1));
 }
@@ -157,10 +157,10 @@ void TestGridEditing::leaving_commitsAChangedEntryOnce() {
     QVERIFY(QTest::qWaitForWindowActive(&window));
     view->setCurrentIndex(view->gridModel()->index(0, 5));
     QTest::keyClick(view, '4');
-    QTest::keyClick(view->openEditor(), '2');
+    QTest::keyClick(view->entries().editor(), '2');
     field->setFocus();
     QTRY_COMPARE(source.entries, QStringList{QStringLiteral("5 0 42")});
-    QVERIFY(!view->openEditor());
+    QVERIFY(!view->entries().editor());
     QVERIFY(field->hasFocus());
     QCOMPARE(view->currentIndex(), view->gridModel()->index(0, 5));
 }
@@ -170,7 +170,7 @@ void TestGridEditing::beepedEntry_isCommittedOnce() {
     grid.setCursor(0, 1);
     grid.type(QStringLiteral("100"));
     grid.press(Qt::Key_Return);
-    QTRY_VERIFY(!grid.view.openEditor());
+    QTRY_VERIFY(!grid.view.entries().editor());
     QCOMPARE(grid.source.entries, QStringList{QStringLiteral("1 0 100")});
     QCOMPARE(grid.source.bytes, image());
 }
@@ -217,11 +217,11 @@ void TestGridEditing::cursor() {
     ShownGrid grid(image(), true);
     grid.setCursor(row, column);
     grid.press(Qt::Key_F2);
-    QVERIFY(grid.view.openEditor());
+    QVERIFY(grid.view.entries().editor());
     grid.press(Qt::Key_Delete);
     grid.type(entry);
     grid.press(key);
-    QTRY_VERIFY(!grid.view.openEditor());
+    QTRY_VERIFY(!grid.view.entries().editor());
     QCOMPARE(grid.source.entries.size(), 1);
     QCOMPARE(grid.cursor(), qMakePair(rowAfter, columnAfter));
     QVERIFY(grid.view.hasFocus());
@@ -240,7 +240,7 @@ void TestGridEditing::sameValueTypedAgain_movesOnWithoutACommit() {
     // An entry that was only looked at stays.
     grid.press(Qt::Key_F2);
     grid.press(Qt::Key_Return);
-    QTRY_VERIFY(!grid.view.openEditor());
+    QTRY_VERIFY(!grid.view.entries().editor());
     QCOMPARE(grid.cursor(), qMakePair(1, 1));
 }
 
@@ -250,12 +250,12 @@ void TestGridEditing::twoDigits_endTheEntryWhereThatIsChosen() {
     grid.type(QStringLiteral("42"));
     QCOMPARE(grid.typed(), QStringLiteral("42"));
     grid.press(Qt::Key_Escape);
-    grid.view.moveOnAction()->setChecked(true);
+    grid.view.entries().moveOnAction()->setChecked(true);
     // Into the next row, and nothing is processed between the keys.
     grid.type(QStringLiteral("424344"));
     QCOMPARE(grid.source.bytes, image().replace(14, 3, "BCD"));
     QCOMPARE(grid.cursor(), qMakePair(1, 2));
-    QVERIFY(!grid.view.openEditor());
+    QVERIFY(!grid.view.entries().editor());
     grid.type(QStringLiteral("5"));
     QCOMPARE(grid.typed(), QStringLiteral("5"));
     grid.press(Qt::Key_Return);
@@ -264,17 +264,17 @@ void TestGridEditing::twoDigits_endTheEntryWhereThatIsChosen() {
 
 void TestGridEditing::twoDigits_thatAreRefusedLetTheCursorStay() {
     ShownGrid grid(image(), true);
-    grid.view.moveOnAction()->setChecked(true);
+    grid.view.entries().moveOnAction()->setChecked(true);
     grid.setCursor(0, 3);
     grid.type(QStringLiteral("00"));
     QCOMPARE(grid.source.entries, QStringList{QStringLiteral("3 0 00")});
-    QVERIFY(!grid.view.openEditor());
+    QVERIFY(!grid.view.entries().editor());
     QCOMPARE(grid.cursor(), qMakePair(0, 3));
 }
 
 void TestGridEditing::twoDigits_ofTheValueThatIsThereMoveOn() {
     ShownGrid grid(image(), true);
-    grid.view.moveOnAction()->setChecked(true);
+    grid.view.entries().moveOnAction()->setChecked(true);
     grid.setCursor(0, 3);
     grid.type(QStringLiteral("41"));
     QCOMPARE(grid.source.entries, QStringList());
@@ -299,7 +299,7 @@ void TestGridEditing::twoDigits_areAnEntryLikeAnyOtherElsewhere() {
     QFETCH(QString, opening);
     QFETCH(QString, typed);
     ShownGrid grid(image(), true);
-    grid.view.moveOnAction()->setChecked(true);
+    grid.view.entries().moveOnAction()->setChecked(true);
     grid.setCursor(0, column);
     if (opening == u"F2")
         grid.press(Qt::Key_F2);
@@ -307,11 +307,11 @@ void TestGridEditing::twoDigits_areAnEntryLikeAnyOtherElsewhere() {
         grid.doubleClick(0, column);
     if (opening == u"paste") {
         grid.type(QStringLiteral("4"));
-        grid.view.openEditor()->selectAll();
-        grid.view.openEditor()->insert(QStringLiteral("42"));
+        grid.view.entries().editor()->selectAll();
+        grid.view.entries().editor()->insert(QStringLiteral("42"));
     }
     grid.type(typed);
-    QVERIFY(grid.view.openEditor());
+    QVERIFY(grid.view.entries().editor());
     QCOMPARE(grid.source.entries, QStringList());
     QCOMPARE(grid.typed(), opening == u"paste" ? QStringLiteral("42") : typed);
 }
@@ -323,27 +323,27 @@ void TestGridEditing::arrowKeys_commitAndMove() {
     grid.press(Qt::Key_Down);
     QCOMPARE(grid.source.entries, QStringList{QStringLiteral("3 0 42")});
     QCOMPARE(grid.cursor(), qMakePair(1, 3));
-    QTRY_VERIFY(!grid.view.openEditor());
+    QTRY_VERIFY(!grid.view.entries().editor());
 }
 
-void TestGridEditing::commitOpenEditor_takesTheEntry() {
+void TestGridEditing::commit_takesTheEntry() {
     ShownGrid grid(image(), true);
-    QVERIFY(!grid.view.commitOpenEditor());
+    QVERIFY(!grid.view.entries().commit());
     grid.setCursor(0, 3);
     grid.type(QStringLiteral("42"));
-    QVERIFY(grid.view.commitOpenEditor());
+    QVERIFY(grid.view.entries().commit());
     QCOMPARE(grid.source.entries, QStringList{QStringLiteral("3 0 42")});
-    QVERIFY(!grid.view.openEditor());
-    QVERIFY(!grid.view.commitOpenEditor());
+    QVERIFY(!grid.view.entries().editor());
+    QVERIFY(!grid.view.entries().commit());
     QCOMPARE(grid.source.entries.size(), 1);
 }
 
-void TestGridEditing::commitOpenEditor_ofAnUntouchedEntryOnlyCloses() {
+void TestGridEditing::commit_ofAnUntouchedEntryOnlyCloses() {
     ShownGrid grid(image(), true);
     grid.setCursor(0, 0);
     grid.press(Qt::Key_F2);
-    QVERIFY(grid.view.commitOpenEditor());
-    QVERIFY(!grid.view.openEditor());
+    QVERIFY(grid.view.entries().commit());
+    QVERIFY(!grid.view.entries().editor());
     QCOMPARE(grid.source.entries, QStringList());
 }
 
@@ -364,14 +364,14 @@ void TestGridEditing::editor_liesOverItsCellAndWidens() {
     grid.setCursor(1, 4);
     grid.press(Qt::Key_F2);
     const QRect cell = grid.view.visualRect(grid.cell(1, 4));
-    QVERIFY(grid.view.openEditor()->geometry().contains(cell));
-    QCOMPARE(grid.view.openEditor()->geometry().topLeft(), cell.topLeft());
-    QCOMPARE(grid.view.openEditor()->height(), cell.height());
-    const int width = grid.view.openEditor()->width();
+    QVERIFY(grid.view.entries().editor()->geometry().contains(cell));
+    QCOMPARE(grid.view.entries().editor()->geometry().topLeft(), cell.topLeft());
+    QCOMPARE(grid.view.entries().editor()->height(), cell.height());
+    const int width = grid.view.entries().editor()->width();
     grid.type(QStringLiteral("'hello, programmer"));
-    QVERIFY(grid.view.openEditor()->width() > width);
+    QVERIFY(grid.view.entries().editor()->width() > width);
     grid.type(QString(200, u'x'));
-    QCOMPARE(grid.view.openEditor()->geometry().right(), grid.view.viewport()->width() - 1);
+    QCOMPARE(grid.view.entries().editor()->geometry().right(), grid.view.viewport()->width() - 1);
 }
 
 void TestGridEditing::editor_goesWithItsCell() {
@@ -379,12 +379,12 @@ void TestGridEditing::editor_goesWithItsCell() {
     grid.setCursor(3, 4);
     grid.press(Qt::Key_F2);
     grid.view.scrollTo(grid.cell(2, 0), QAbstractItemView::PositionAtTop);
-    QCOMPARE(grid.view.openEditor()->pos(), grid.view.visualRect(grid.cell(3, 4)).topLeft());
+    QCOMPARE(grid.view.entries().editor()->pos(), grid.view.visualRect(grid.cell(3, 4)).topLeft());
     grid.view.scrollTo(grid.cell(300, 0));
-    QVERIFY(grid.view.openEditor());
-    QVERIFY(!grid.view.openEditor()->geometry().intersects(grid.view.viewport()->rect()));
+    QVERIFY(grid.view.entries().editor());
+    QVERIFY(!grid.view.entries().editor()->geometry().intersects(grid.view.viewport()->rect()));
     grid.view.scrollTo(grid.cell(3, 0));
-    QCOMPARE(grid.view.openEditor()->pos(), grid.view.visualRect(grid.cell(3, 4)).topLeft());
+    QCOMPARE(grid.view.entries().editor()->pos(), grid.view.visualRect(grid.cell(3, 4)).topLeft());
 }
 
 void TestGridEditing::reload_closesTheEditor() {
@@ -392,8 +392,8 @@ void TestGridEditing::reload_closesTheEditor() {
     grid.setCursor(0, 3);
     grid.type(QStringLiteral("4"));
     grid.view.reloadData();
-    QVERIFY(!grid.view.openEditor());
-    QVERIFY(!grid.view.commitOpenEditor());
+    QVERIFY(!grid.view.entries().editor());
+    QVERIFY(!grid.view.entries().commit());
     QCOMPARE(grid.source.entries, QStringList());
 }
 
@@ -403,9 +403,9 @@ void TestGridEditing::entry_isToldBeforeItIsCarriedOut() {
     const auto tell = [&](const char *what) {
         told << QStringLiteral("%1 %2").arg(grid.source.entries.size()).arg(QLatin1String(what));
     };
-    connect(&grid.view, &GridView::entryBegins, &grid.view, [&] { tell("begins"); });
-    connect(&grid.view, &GridView::entryEnds, &grid.view, [&] { tell("ends"); });
-    connect(&grid.view, &GridView::entryCloses, &grid.view, [&] { tell("closes"); });
+    connect(&grid.view.entries(), &GridEntries::begins, &grid.view, [&] { tell("begins"); });
+    connect(&grid.view.entries(), &GridEntries::ends, &grid.view, [&] { tell("ends"); });
+    connect(&grid.view.entries(), &GridEntries::closes, &grid.view, [&] { tell("closes"); });
     grid.setCursor(0, 1);
     grid.type(QStringLiteral("42"));
     grid.press(Qt::Key_Return);
@@ -418,9 +418,9 @@ void TestGridEditing::entryThatIsLeft_closesOnly() {
     int begun = 0;
     int ended = 0;
     int closed = 0;
-    connect(&grid.view, &GridView::entryBegins, &grid.view, [&] { ++begun; });
-    connect(&grid.view, &GridView::entryEnds, &grid.view, [&] { ++ended; });
-    connect(&grid.view, &GridView::entryCloses, &grid.view, [&] { ++closed; });
+    connect(&grid.view.entries(), &GridEntries::begins, &grid.view, [&] { ++begun; });
+    connect(&grid.view.entries(), &GridEntries::ends, &grid.view, [&] { ++ended; });
+    connect(&grid.view.entries(), &GridEntries::closes, &grid.view, [&] { ++closed; });
     grid.setCursor(0, 1);
     grid.press(Qt::Key_F2);
     grid.press(Qt::Key_Return); // nothing was typed
@@ -431,7 +431,7 @@ void TestGridEditing::entryThatIsLeft_closesOnly() {
     QCOMPARE(ended, 0);
     grid.setCursor(0, charactersColumn); // which takes no entry
     grid.press(Qt::Key_F2);
-    QVERIFY(grid.view.openEditor());
+    QVERIFY(grid.view.entries().editor());
     QCOMPARE(begun, 2);
 }
 

@@ -180,7 +180,7 @@ void TestGridKeys::typing_whereNothingMayBeEditedSearchesNothing() {
     grid.source.questions = 0;
     grid.type(QStringLiteral("AB"));
     QCOMPARE(grid.source.questions, 0);
-    QVERIFY(!grid.view.openEditor());
+    QVERIFY(!grid.view.entries().editor());
     QCOMPARE(grid.cursor(), qMakePair(0, 1));
 }
 

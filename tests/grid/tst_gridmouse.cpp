@@ -126,7 +126,7 @@ void TestGridMouse::drag_backToItsBeginningSelectsTheRow() {
 void TestGridMouse::drag_opensNoEditor() {
     ShownGrid grid(QByteArray(200, 'A'), true);
     drag(grid.view, pointOf(grid, 19, false), pointOf(grid, 60, false));
-    QVERIFY(!grid.view.openEditor());
+    QVERIFY(!grid.view.entries().editor());
     QVERIFY(grid.view.selection().hasBlock());
 }
 
@@ -196,9 +196,9 @@ void TestGridMouse::drag_fromAnAddressSelectsRows() {
 void TestGridMouse::drag_ofADoubleClickSelectsNothing() {
     ShownGrid grid(QByteArray(200, 'A'), true);
     grid.doubleClick(1, 4);
-    QVERIFY(grid.view.openEditor());
+    QVERIFY(grid.view.entries().editor());
     moveMouse(grid.view, pointOf(grid, 60, false), Qt::LeftButton);
-    QVERIFY(grid.view.openEditor());
+    QVERIFY(grid.view.entries().editor());
     QVERIFY(!grid.view.selection().hasBlock());
 }
 

@@ -45,7 +45,7 @@ void TestGridView::beforeItHasASource_itIsEmpty() {
     view.show();
     view.reloadData();
     QVERIFY(!view.showAddress(0));
-    QVERIFY(!view.commitOpenEditor());
+    QVERIFY(!view.entries().commit());
     QCOMPARE(view.selection().rowCount(), 0);
     view.copying().copy();
     QTest::keyClick(&view, Qt::Key_Down);

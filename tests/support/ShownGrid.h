@@ -49,7 +49,9 @@ struct ShownGrid {
     }
 
     /// The text of the open editor; null if there is none.
-    QString typed() const { return view.openEditor() ? view.openEditor()->text() : QString(); }
+    QString typed() const {
+        return view.entries().editor() ? view.entries().editor()->text() : QString();
+    }
 
     GridSourceDouble source;
     GridView view;
@@ -58,6 +60,6 @@ struct ShownGrid {
 private:
     /// Where a key goes: to the editor while one is open.
     QWidget *target() {
-        return view.openEditor() ? static_cast<QWidget *>(view.openEditor()) : &view;
+        return view.entries().editor() ? static_cast<QWidget *>(view.entries().editor()) : &view;
     }
 };

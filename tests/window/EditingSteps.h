@@ -26,7 +26,7 @@ inline void enter(WindowFixture &velm, int row, int column, const QString &text)
     grid->setFocus();
     grid->setCurrentIndex(grid->model()->index(row, column));
     QTest::keyClick(grid, Qt::Key_F2);
-    auto *editor = qobject_cast<QLineEdit *>(grid->openEditor());
+    auto *editor = qobject_cast<QLineEdit *>(grid->entries().editor());
     QVERIFY(editor);
     editor->selectAll();
     if (text.isEmpty())
@@ -35,7 +35,7 @@ inline void enter(WindowFixture &velm, int row, int column, const QString &text)
         editor->insert(text); // some letters are on no simulated keyboard
     QTest::keyClick(editor, Qt::Key_Return);
     QCoreApplication::processEvents();
-    QVERIFY(!grid->openEditor());
+    QVERIFY(!grid->entries().editor());
 }
 
 /// The image as the programmer tool will find it.

@@ -80,7 +80,7 @@ void TestWindowClosing::endingWithoutClosing_endsAnOpenEntryFirst() {
         grid->setFocus();
         grid->setCurrentIndex(grid->model()->index(0, 1));
         QTest::keyClick(grid, Qt::Key_F2);
-        editor = grid->openEditor();
+        editor = grid->entries().editor();
         QVERIFY(editor);
         editor->setText(QStringLiteral("7A"));
         QVERIFY(velm.velm().window().isVisible());

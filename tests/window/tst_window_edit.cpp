@@ -68,7 +68,7 @@ void TestWindowEdit::typing_aWholeRowNeedsNoMouse() {
     grid->setCurrentIndex(grid->model()->index(0, firstByteColumn));
     for (int i = 0; i < 18; ++i) {
         QTest::keyClick(grid, Qt::Key_7);
-        QWidget *editor = grid->openEditor();
+        QWidget *editor = grid->entries().editor();
         QVERIFY(editor);
         QTest::keyClicks(editor, QStringLiteral("a"));
         QTest::keyClick(editor, Qt::Key_Return);
@@ -173,9 +173,9 @@ void TestWindowEdit::otherTabs_openNoCell() {
     grid->setFocus();
     grid->setCurrentIndex(grid->model()->index(0, 1));
     QTest::keyClick(grid, Qt::Key_F2);
-    QVERIFY(!grid->openEditor());
+    QVERIFY(!grid->entries().editor());
     QTest::keyClick(grid, Qt::Key_4);
-    QVERIFY(!grid->openEditor());
+    QVERIFY(!grid->entries().editor());
     velm.delegate().tableView_setObjectValue_forTableColumn_row(grid, QStringLiteral("7A"),
                                                                 QStringLiteral("1"), 0);
     QCOMPARE(*velm.state().read_from_chip_data, QByteArray("AB"));
@@ -189,7 +189,7 @@ void TestWindowEdit::anOpenCell_isCommittedBeforeARun() {
     grid->setFocus();
     grid->setCurrentIndex(grid->model()->index(0, 1));
     QTest::keyClick(grid, Qt::Key_7);
-    QTest::keyClicks(grid->openEditor(), QStringLiteral("a"));
+    QTest::keyClicks(grid->entries().editor(), QStringLiteral("a"));
     QTest::keyClick(&velm.velm().window(), Qt::Key_F7);
     QTRY_VERIFY(
         velm.controls().textView->storedText().startsWith(QStringLiteral("z123456789ABCDEFGHIJ")));
@@ -305,7 +305,7 @@ void TestWindowEdit::openedCellOfALargeFile_isReadyBeforeItsEntry() {
     WindowFixture velm;
     showLargeFile(velm);
     QTest::keyClick(velm.controls().tableview, Qt::Key_F2);
-    QVERIFY(velm.controls().tableview->openEditor());
+    QVERIFY(velm.controls().tableview->entries().editor());
     QTRY_VERIFY(velm.state().output_data->isDetached());
     QCOMPARE(*velm.state().output_data, *velm.state().opened_bin_data);
 }
@@ -314,7 +314,7 @@ void TestWindowEdit::entryTypedAtOnce_findsTheImageReady() {
     WindowFixture velm;
     showLargeFile(velm);
     bool wasReady = false;
-    connect(velm.controls().tableview, &GridView::entryEnds, this,
+    connect(&velm.controls().tableview->entries(), &GridEntries::ends, this,
             [&] { wasReady = velm.state().output_data->isDetached(); });
     enter(velm, 0, 1, QStringLiteral("42"));
     QVERIFY(wasReady);

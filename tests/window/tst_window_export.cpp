@@ -208,7 +208,7 @@ void TestWindowExport::openCell_isCommittedFirst() {
     grid->setFocus();
     grid->setCurrentIndex(grid->model()->index(0, 1));
     QTest::keyClick(grid, Qt::Key_7);
-    QTest::keyClick(grid->openEditor(), Qt::Key_A);
+    QTest::keyClick(grid->entries().editor(), Qt::Key_A);
     emit exportWindow()->controls().exportButton->clicked();
     QTRY_COMPARE(WindowFixture::bytesOf(velm_->panels.answer), QByteArray("z123456789ABCDEFGHIJ"));
 }

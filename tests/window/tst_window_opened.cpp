@@ -28,7 +28,7 @@ void TestWindowOpened::recentFile_commitsWhatIsBeingTypedFirst() {
     grid->setFocus();
     grid->setCurrentIndex(grid->model()->index(0, 1));
     QTest::keyClick(grid, Qt::Key_7);
-    QTest::keyClick(grid->openEditor(), Qt::Key_A);
+    QTest::keyClick(grid->entries().editor(), Qt::Key_A);
     velm.delegate().openBinary(velm.write(QStringLiteral("other.bin"), "other"));
     velm.settle();
     QCOMPARE(*velm.state().output_data, QByteArray("other"));

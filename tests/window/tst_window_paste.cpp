@@ -62,7 +62,7 @@ void type(WindowFixture &velm, qint64 offset, const QString &text) {
     GridView *grid = velm.controls().tableview;
     selectBytes(velm, offset, 1);
     QTest::keyClick(grid, Qt::Key_F2);
-    auto *editor = qobject_cast<QLineEdit *>(grid->openEditor());
+    auto *editor = qobject_cast<QLineEdit *>(grid->entries().editor());
     QVERIFY(editor);
     editor->selectAll();
     editor->insert(text);
@@ -327,8 +327,8 @@ void TestWindowPaste::entryThatIsOpen_endsTheOfferToLengthen() {
     // Where the cursor is: elsewhere the offer would go at once.
     GridView *grid = velm.controls().tableview;
     QTest::keyClick(grid, Qt::Key_QuoteDbl);
-    QVERIFY(grid->openEditor());
-    QTest::keyClicks(grid->openEditor(), QStringLiteral("abcd"));
+    QVERIFY(grid->entries().editor());
+    QTest::keyClicks(grid->entries().editor(), QStringLiteral("abcd"));
     button->click();
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIabcd"));
     QVERIFY2(says(velm, QStringLiteral("have changed meanwhile")), qPrintable(velm.message()));

@@ -318,7 +318,7 @@ void TestWindowSelection::twoDigits_moveOnUnlessThatIsTurnedOff() {
     const auto type = [&](const char *keys) {
         grid->setFocus();
         for (const char *key = keys; *key; ++key) {
-            QWidget *target = grid->openEditor();
+            QWidget *target = grid->entries().editor();
             QTest::keyClick(target ? target : grid, *key);
         }
     };
@@ -331,15 +331,15 @@ void TestWindowSelection::twoDigits_moveOnUnlessThatIsTurnedOff() {
     type("00");
     QCOMPARE(velm.beeps, 1);
     QCOMPARE(grid->currentIndex(), grid->model()->index(1, 2));
-    QVERIFY(!grid->openEditor());
+    QVERIFY(!grid->entries().editor());
     // Each is an edit of its own.
     velm.delegate().edits().undo();
     QCOMPARE(onDisk(velm), QByteArray("0123456789ABCDEaGHIJ"));
 
     choose(velm, text);
     type("63");
-    QVERIFY(grid->openEditor());
-    QTest::keyClick(grid->openEditor(), Qt::Key_Escape);
+    QVERIFY(grid->entries().editor());
+    QTest::keyClick(grid->entries().editor(), Qt::Key_Escape);
 }
 
 void TestWindowSelection::movingOn_isRemembered() {

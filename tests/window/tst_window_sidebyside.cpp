@@ -214,7 +214,7 @@ void TestWindowSideBySide::besideGrid_cannotBeEdited() {
     beside->setFocus();
     QTest::keyClick(beside, Qt::Key_F2);
     QTest::keyClick(beside, Qt::Key_5);
-    QVERIFY(!beside->openEditor());
+    QVERIFY(!beside->entries().editor());
 }
 
 void TestWindowSideBySide::choice_isRemembered() {

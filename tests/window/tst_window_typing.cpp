@@ -33,8 +33,8 @@ void beginEntry(WindowFixture &velm) {
     grid->setFocus();
     grid->setCurrentIndex(grid->model()->index(0, firstByteColumn));
     QTest::keyClick(grid, Qt::Key_7);
-    QVERIFY(grid->openEditor());
-    QTest::keyClicks(grid->openEditor(), QStringLiteral("a"));
+    QVERIFY(grid->entries().editor());
+    QTest::keyClicks(grid->entries().editor(), QStringLiteral("a"));
 }
 
 /// Leaves the data to burn for another tab, in one of the ways that wayRows() names.
@@ -115,7 +115,7 @@ void TestWindowTyping::changingTheTab_commitsAnOpenCell() {
     QTRY_VERIFY(velm.controls().tabview->selectedTabViewItem().identifier != burnTabIdentifier());
     QCOMPARE(*velm.state().output_data, QByteArray("z123456789ABCDEFGHIJ"));
     QCOMPARE(onDisk(velm), *velm.state().output_data);
-    QVERIFY(!velm.controls().tableview->openEditor());
+    QVERIFY(!velm.controls().tableview->entries().editor());
     velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
     QCOMPARE(velm.cell(0, 1), QStringLiteral("7A"));
 }
@@ -158,7 +158,7 @@ void TestWindowTyping::everyMenuEntry_commitsAnOpenCell() {
     entry->setEnabled(true); // some have nothing to do as yet
     entry->trigger();
     QCOMPARE(*velm.state().output_data, QByteArray("z123456789ABCDEFGHIJ"));
-    QVERIFY(!velm.controls().tableview->openEditor());
+    QVERIFY(!velm.controls().tableview->entries().editor());
     velm.settle();
 }
 
@@ -175,7 +175,7 @@ void TestWindowTyping::composing_replacesAnOpenCellAsAnEdit() {
     showTwentyBytes(velm);
     beginEntry(velm);
     if (byKey)
-        QTest::keyClick(velm.controls().tableview->openEditor(), Qt::Key_U, Qt::AltModifier);
+        QTest::keyClick(velm.controls().tableview->entries().editor(), Qt::Key_U, Qt::AltModifier);
     else
         velm.controls().btn_combine_read_data->toggle();
     QTRY_VERIFY2(velm.message().contains(QStringLiteral("1 hand edit was replaced.")),

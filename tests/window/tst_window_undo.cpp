@@ -132,9 +132,9 @@ void TestWindowUndo::whatIsBeingTyped_isTakenBack() {
     grid->setFocus();
     grid->setCurrentIndex(grid->model()->index(0, 1));
     QTest::keyClick(grid, Qt::Key_7);
-    QVERIFY(grid->openEditor());
+    QVERIFY(grid->entries().editor());
     velm.delegate().edits().undo();
-    QVERIFY(!grid->openEditor());
+    QVERIFY(!grid->entries().editor());
     QCOMPARE(image(velm), QByteArray("0123456789ABCDEFGHIJ"));
 }
 

@@ -1,18 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-// How the grid's cursor moves, and how cells are selected and edited.
+// How the grid's cursor moves, and how rows are selected.
 
 #include "grid/GridView.h"
 
-#include "grid/CellEditor.h"
-#include "grid/EntryEnd.h"
 #include "grid/GridColumns.h"
-#include "grid/GridDelegate.h"
 #include "grid/GridSteps.h"
 #include "widgets/ViewPlace.h"
 
-#include <QAction>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -62,46 +58,4 @@ QItemSelectionModel::SelectionFlags GridView::selectionCommand(const QModelIndex
         }
     }
     return QAbstractItemView::selectionCommand(index, event);
-}
-
-QAction *GridView::moveOnAction() const {
-    return delegate_->moveOnAction();
-}
-
-CellEditor *GridView::openEditor() const {
-    return state() == EditingState ? delegate_->lastEditor() : nullptr;
-}
-
-bool GridView::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) {
-    const bool opens = QAbstractItemView::edit(index, trigger, event);
-    CellEditor *editor = opens && trigger == AnyKeyPressed ? openEditor() : nullptr;
-    if (editor && index.column() != charactersColumn)
-        editor->setEndsWithTwoDigits(moveOnAction()->isChecked());
-    return opens;
-}
-
-bool GridView::commitOpenEditor() {
-    CellEditor *editor = openEditor();
-    if (!editor)
-        return false;
-    commitData(editor);
-    closeEditor(editor, QAbstractItemDelegate::NoHint);
-    return true;
-}
-
-void GridView::showEdit(const CellEdit &edit, ByteRange changed) {
-    showChange(changed);
-    if (CellEditor *editor = openEditor())
-        editor->setEdit(edit);
-}
-
-void GridView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) {
-    const auto *field = qobject_cast<CellEditor *>(editor);
-    const bool isOverACell = field && currentIndex().isValid();
-    const QModelIndex next =
-        isOverACell ? cellAfterEntry(*model_, currentIndex(), *field, hint) : QModelIndex();
-    QAbstractItemView::closeEditor(editor, QAbstractItemDelegate::NoHint);
-    emit entryCloses();
-    if (next.isValid())
-        moveTo(next);
 }
