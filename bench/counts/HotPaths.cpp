@@ -7,7 +7,7 @@
 #include "image/DisplayText.h"
 #include "image/ImageComposition.h"
 #include "language/LogicReport.h"
-#include "language/RunOutcome.h"
+#include "language/RunJudgement.h"
 #include "language/ToolReportReader.h"
 #include "settings/IniFile.h"
 #include "subjects/Samples.h"

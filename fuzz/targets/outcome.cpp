@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "FuzzInput.h"
-#include "language/RunOutcome.h"
+#include "language/RunJudgement.h"
 #include "language/SearchOutcome.h"
 #include "language/ToolReportReader.h"
 

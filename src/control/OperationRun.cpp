@@ -7,7 +7,7 @@
 #include "base/TimeWords.h"
 #include "files/FileStamp.h"
 #include "language/NextStep.h"
-#include "language/RunOutcome.h"
+#include "language/RunJudgement.h"
 #include "language/UsbProgrammers.h"
 #include "tool/ScriptedMiniPro.h"
 

@@ -7,6 +7,7 @@
 #include "language/ImageEncoding.h"
 #include "language/RunEnd.h"
 #include "language/RunRemarks.h"
+#include "language/Sentences.h"
 #include "language/ToolReport.h"
 #include "language/UsbProgrammers.h"
 

@@ -6,7 +6,7 @@
 #include "language/LogicField.h"
 #include "language/LogicReport.h"
 #include "language/PinLevels.h"
-#include "language/RunRemarks.h"
+#include "language/Sentences.h"
 
 #include <QCoreApplication>
 #include <QMap>

@@ -4,8 +4,8 @@
 #include "language/RunRemarks.h"
 
 #include "base/Units.h"
+
 #include <QCoreApplication>
-#include <QLocale>
 
 ImageEncoding encodingOf(const RunFacts &facts) {
     const ToolReport &report = facts.report;
@@ -25,12 +25,4 @@ QString remarkOnChipId(const ToolReport &report) {
 std::optional<qint64> padToReach(qint64 size, const RunFacts &facts) {
     return facts.imageIsShown && size % kibibyte == 0 ? std::optional(size / kibibyte)
                                                       : std::nullopt;
-}
-
-QString joined(const QString &sentence, const QString &following) {
-    return following.isEmpty() ? sentence : sentence + u' ' + following;
-}
-
-QString grouped(qint64 number) {
-    return QLocale().toString(number);
 }

@@ -21,9 +21,3 @@ QString remarkOnChipId(const ToolReport &report);
 /// The number for the field "Pad to" with which the data that the run of \a facts was handed come
 /// to \a size bytes; nothing if no number does, or the data were not those shown.
 std::optional<qint64> padToReach(qint64 size, const RunFacts &facts);
-
-/// \a sentence and what follows it, which may be empty, as one text.
-QString joined(const QString &sentence, const QString &following);
-
-/// \a number with its digits in groups, as the user's language has it.
-QString grouped(qint64 number);

@@ -6,7 +6,7 @@
 #include "base/Units.h"
 #include "language/FailureWords.h"
 #include "language/RunEnd.h"
-#include "language/RunRemarks.h"
+#include "language/Sentences.h"
 #include "language/ToolReport.h"
 
 #include <QCoreApplication>

@@ -8,6 +8,7 @@
 #include "language/KnownMemories.h"
 #include "language/NextStep.h"
 #include "language/RunRemarks.h"
+#include "language/Sentences.h"
 #include "language/ToolReport.h"
 
 #include <QCoreApplication>

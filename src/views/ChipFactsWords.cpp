@@ -4,7 +4,7 @@
 #include "views/ChipFactsWords.h"
 
 #include "devices/ShownName.h"
-#include "language/RunRemarks.h"
+#include "language/Sentences.h"
 
 #include <QCoreApplication>
 #include <QStringList>

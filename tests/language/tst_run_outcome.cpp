@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "language/RunOutcome.h"
+#include "language/RunJudgement.h"
 
 #include "VerdictTable.h"
 #include "language/ToolReportReader.h"

@@ -3,7 +3,7 @@
 
 #include "language/ToolReportReader.h"
 
-#include "language/RunOutcome.h"
+#include "language/RunJudgement.h"
 #include "support/FileHelpers.h"
 
 #include <QDir>

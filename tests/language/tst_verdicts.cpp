@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "VerdictTable.h"
+#include "language/RunJudgement.h"
 
 #include <QLocale>
 #include <QTest>

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "ToolBench.h"
+#include "language/RunJudgement.h"
 
 #include "support/FileHelpers.h"
 

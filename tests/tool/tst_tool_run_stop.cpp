@@ -3,6 +3,7 @@
 
 #include "Processes.h"
 #include "ToolBench.h"
+#include "language/RunJudgement.h"
 #include "support/FileHelpers.h"
 
 #include <QElapsedTimer>

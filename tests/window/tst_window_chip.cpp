@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "devices/ChipInquiry.h"
-#include "language/RunRemarks.h"
+#include "language/Sentences.h"
 #include "settings/SettingsKeys.h"
 #include "window/WindowFixture.h"
 
