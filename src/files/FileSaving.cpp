@@ -5,7 +5,6 @@
 
 #include "base/FileDescriptor.h"
 #include "files/SystemName.h"
-#include "files/UnfinishedFile.h"
 
 #include <QFileInfo>
 

@@ -4,15 +4,10 @@
 #pragma once
 
 #include "base/Result.h"
+#include "files/UnfinishedFile.h"
 
 #include <QByteArray>
 #include <QString>
-
-/// What a saved file outlives.
-enum class Durability {
-    PowerFailure, ///< it is on the disk when saving has ended
-    ProgramEnd    ///< the disk gets it when the system sees fit; for what is made anew at a start
-};
 
 /// Replaces the file at \a path by \a bytes in one step: whoever opens it sees the old bytes or
 /// the new ones, and a failure leaves the old file as it was. A link stays and its target is
@@ -20,8 +15,6 @@ enum class Durability {
 /// a device, a pipe) is refused.
 Result<void> saveWholeFile(const QString &path, const QByteArray &bytes,
                            Durability durability = Durability::PowerFailure);
-
-class UnfinishedFile;
 
 /// The first half of that: a file that holds \a bytes and has yet to take the place of the one at
 /// \a path.

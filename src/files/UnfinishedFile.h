@@ -5,12 +5,17 @@
 
 #include "base/FileDescriptor.h"
 #include "base/Result.h"
-#include "files/FileSaving.h"
 
 #include <QByteArray>
 #include <QString>
 
 #include <utility>
+
+/// What a saved file outlives.
+enum class Durability {
+    PowerFailure, ///< it is on the disk when saving has ended
+    ProgramEnd    ///< the disk gets it when the system sees fit; for what is made anew at a start
+};
 
 /// Whether files that are there already may be replaced.
 enum class Replacing { Allowed, Refused };
