@@ -4,19 +4,20 @@
 #include "devices/DeviceListModel.h"
 
 #include "devices/ShownName.h"
-#include "devices/device_searcher.h"
 
 #include <QTextDocument>
 
-DeviceListModel::DeviceListModel(device_searcher &searcher)
-    : QAbstractListModel(&searcher), searcher_(searcher) {}
+#include <utility>
+
+DeviceListModel::DeviceListModel(Source source, QObject *parent)
+    : QAbstractListModel(parent), source_(std::move(source)) {}
 
 void DeviceListModel::reloadData() {
     beginResetModel();
     shown_.clear();
-    const auto names = qint64(searcher_.numberOfRowsInTableView(this));
+    const qint64 names = source_.count();
     for (qint64 row = 0; row < names; ++row)
-        if (filter_.isEmpty() || filter_.passes(name(row)))
+        if (filter_.isEmpty() || filter_.passes(source_.name(row)))
             shown_.append(row);
     endResetModel();
 }
@@ -24,10 +25,6 @@ void DeviceListModel::reloadData() {
 void DeviceListModel::setFilter(const NameFilter &filter) {
     filter_ = filter;
     reloadData();
-}
-
-QString DeviceListModel::name(qint64 row) const {
-    return searcher_.tableView_objectValueForTableColumn_row(nullptr, QString(), row);
 }
 
 int DeviceListModel::rowCount(const QModelIndex &parent) const {
@@ -40,12 +37,12 @@ QVariant DeviceListModel::data(const QModelIndex &index, int role) const {
     const qsizetype row = nameInRow(index.row());
     switch (role) {
     case Qt::DisplayRole:
-        return name(row);
+        return source_.name(row);
     case Qt::AccessibleTextRole:
-        return shownName(name(row));
+        return shownName(source_.name(row));
     case Qt::ToolTipRole:
         // A name may look like rich text, which a tool tip would follow.
-        return Qt::convertFromPlainText(shownName(name(row)), Qt::WhiteSpaceNormal);
+        return Qt::convertFromPlainText(shownName(source_.name(row)), Qt::WhiteSpaceNormal);
     default:
         return {};
     }

@@ -83,7 +83,11 @@ device_searcher::device_searcher(SettingsStore &settings, ToolTrust &toolTrust, 
 device_searcher::~device_searcher() = default;
 
 void device_searcher::connectPanel() {
-    model_ = new DeviceListModel(*this);
+    const auto count = [this] { return qint64(numberOfRowsInTableView(model_)); };
+    const auto name = [this](qint64 row) {
+        return tableView_objectValueForTableColumn_row(model_, QString(), row);
+    };
+    model_ = new DeviceListModel({count, name}, this);
     tableview->setModel(model_);
     connectList(*tableview);
     if (!likelyView)

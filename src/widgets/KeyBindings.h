@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include "widgets/KeyBinder.h"
-
 #include <QAbstractButton>
 #include <QLineEdit>
 #include <QObject>
