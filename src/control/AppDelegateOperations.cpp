@@ -9,7 +9,6 @@
 #include "base/WorkState.h"
 #include "control/OperationRun.h"
 #include "devices/device_searcher.h"
-#include "files/FileLoading.h"
 #include "grid/GridColumns.h"
 #include "grid/GridView.h"
 #include "language/CommandLine.h"
@@ -22,8 +21,6 @@
 #include "widgets/TabView.h"
 
 #include <QLabel>
-
-#include <utility>
 
 void AppDelegate::go(QObject *sender) {
     if (with_.gate.refusesElseCommits())
@@ -75,24 +72,17 @@ void AppDelegate::stopRun() {
 }
 
 void AppDelegate::takeReadData(RunRecord &record) {
-    ReadFile file;
-    file.path = resolvedPathOf(with_.defaults, settingsKeys::temp_read_from_chip_file);
-    auto loaded = loadWholeFile(file.path);
-    if (const Failure *failure = loaded.failure()) {
-        state_.read_from_chip_data = nullptr;
-        file.trouble = failure->reason;
-        with_.log.write(QStringLiteral("error reading temp file: ") + failure->reason);
-    } else {
-        state_.read_from_chip_data = *std::move(loaded);
-        file.length = lengthOf(state_.read_from_chip_data);
+    const ReadFile file = loadReadFile(
+        resolvedPathOf(with_.defaults, settingsKeys::temp_read_from_chip_file), with_.log);
+    state_.read_from_chip_data = file.bytes;
+    if (file.bytes)
         with_.messages.happened(Event::BytesRead);
-    }
     // The redisplay comes a turn later; until then the grid keeps the bytes that it shows.
     build_and_reload();
     const bool isOfThisChip = judgeRead(record, file);
     if (isOfThisChip)
         readDevice_ = record.device;
-    with_.messages.say(Topic::StaleRead, file.length > 0 && !isOfThisChip
+    with_.messages.say(Topic::StaleRead, file.length() > 0 && !isOfThisChip
                                              ? staleReadRemark(record, file.path)
                                              : QString());
 }

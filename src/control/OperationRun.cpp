@@ -5,6 +5,7 @@
 
 #include "base/Log.h"
 #include "base/TimeWords.h"
+#include "files/FileLoading.h"
 #include "files/FileStamp.h"
 #include "language/NextStep.h"
 #include "language/RunJudgement.h"
@@ -15,6 +16,8 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
+
+#include <utility>
 
 namespace {
 
@@ -98,15 +101,24 @@ RunRecord carryOut(ScriptedMiniPro &run, const ToolSettings &settings, const Bur
     return record;
 }
 
+ReadFile loadReadFile(const QString &path, Log &log) {
+    auto loaded = loadWholeFile(path);
+    if (const Failure *failure = loaded.failure()) {
+        log.write(QStringLiteral("error reading temp file: ") + failure->reason);
+        return {path, nullptr, failure->reason};
+    }
+    return {path, *std::move(loaded), QString()};
+}
+
 bool judgeRead(RunRecord &record, const ReadFile &file) {
-    record.imageLength = file.length;
+    record.imageLength = file.length();
     if (!record.outcome.endedWell())
         return false;
-    if (file.length == 0) {
+    if (file.length() == 0) {
         record.outcome = OperationWording::nothingRead(file);
         return false;
     }
-    record.outcome.sentence = OperationWording::bytesRead(record.outcome.sentence, file.length);
+    record.outcome.sentence = OperationWording::bytesRead(record.outcome.sentence, file.length());
     return true;
 }
 

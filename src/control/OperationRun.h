@@ -4,6 +4,7 @@
 #pragma once
 
 #include "control/BurnDoubt.h"
+#include "files/ByteBuffer.h"
 #include "language/CommandLine.h"
 #include "language/RunRecord.h"
 
@@ -24,11 +25,14 @@ RunRecord carryOut(ScriptedMiniPro &run, const ToolSettings &settings, const Bur
 /// The file that a Read should have left.
 struct ReadFile {
     QString path;
-    /// In bytes; 0 too where it could not be read.
-    qint64 length = 0;
-    /// Why it could not be read, if it could not.
-    QString trouble;
+    ByteBuffer bytes; ///< null where it could not be read
+    QString trouble;  ///< why it could not
+
+    qint64 length() const { return lengthOf(bytes); }
 };
+
+/// Loads the file at \a path, and logs it if that is not possible.
+ReadFile loadReadFile(const QString &path, Log &log);
 
 /// Completes the record of a Read by \a file. True if the bytes in it are those of the chip that
 /// was read: a tool that failed may leave the file of an earlier Read in place.
