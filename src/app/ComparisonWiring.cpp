@@ -7,11 +7,9 @@
 #include "control/AppDelegate.h"
 #include "control/Messages.h"
 #include "grid/GridColumns.h"
-#include "grid/GridModel.h"
 #include "imageviews/DifferenceSteps.h"
 #include "imageviews/ImageComparison.h"
 #include "imageviews/SideBySide.h"
-#include "language/RunLog.h"
 
 #include "ui_MainWindow.h"
 
@@ -31,7 +29,7 @@ ComparedImages::Shown shownTab(const Ui::MainWindow &c) {
 
 } // namespace
 
-ImageComparison &makeComparison(MainWindow &window, AppDelegate &delegate, const RunLog &runs) {
+ImageComparison &makeComparison(MainWindow &window, AppDelegate &delegate) {
     const Ui::MainWindow &c = window.controls();
     const auto images = [&c, &delegate] {
         const AppDelegate::State &state = delegate.state();
@@ -40,9 +38,9 @@ ImageComparison &makeComparison(MainWindow &window, AppDelegate &delegate, const
     };
     auto *comparison = new ImageComparison(images, &window);
     const auto refresh = [comparison] { comparison->refresh(); };
-    QObject::connect(c.tableview->gridModel(), &GridModel::modelReset, comparison, refresh);
+    QObject::connect(&delegate, &AppDelegate::shownContentChanged, comparison, refresh);
     QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, comparison, refresh);
-    QObject::connect(&runs, &RunLog::added, comparison, refresh);
+    QObject::connect(&delegate, &AppDelegate::readDataChanged, comparison, refresh);
     QObject::connect(comparison, &ImageComparison::changed, c.tableview, &GridView::refreshMarks);
     c.tableview->addMarks(*comparison);
     refresh();
@@ -66,6 +64,8 @@ SideBySide &makeSideBySide(MainWindow &window, const AppDelegate &delegate,
     auto *sideBySide =
         new SideBySide({*c.tableview, *c.besideGrid, *c.besideHeading}, other, &window);
     c.besideGrid->addMarks(comparison.marksBeside());
+    QObject::connect(&delegate, &AppDelegate::shownContentChanged, sideBySide,
+                     &SideBySide::refresh);
     QObject::connect(&comparison, &ImageComparison::changed, sideBySide, &SideBySide::refresh);
     QObject::connect(&comparison, &ImageComparison::changed, c.besideGrid, &GridView::refreshMarks);
     return *sideBySide;

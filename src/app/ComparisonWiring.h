@@ -8,12 +8,11 @@ class ImageComparison;
 class MainWindow;
 class Messages;
 class QMenu;
-class RunLog;
 class SideBySide;
 
-/// Makes what compares the images of \a delegate, which a run in \a runs may have brought, and has
-/// the grid of \a window mark where they differ. It lives as long as \a window does.
-ImageComparison &makeComparison(MainWindow &window, AppDelegate &delegate, const RunLog &runs);
+/// Makes what compares the images of \a delegate, and has the grid of \a window mark where they
+/// differ. It lives as long as \a window does.
+ImageComparison &makeComparison(MainWindow &window, AppDelegate &delegate);
 
 /// Makes what shows the other image of \a delegate beside the one of the tab, where the window has
 /// the room and \a comparison has something to compare. It lives as long as \a window does.

@@ -94,6 +94,10 @@ void wireFacts(MainWindow &window, AppDelegate &delegate, const RunLog &runs,
                      [map = c.imageMap, &comparison = context.comparison] {
                          markDifferences(*map, comparison);
                      });
+    QObject::connect(&delegate, &AppDelegate::shownContentChanged, c.factsLine,
+                     &FactsLine::refresh);
+    QObject::connect(&delegate, &AppDelegate::shownContentChanged, c.imageMap, &ImageMap::refresh);
+    QObject::connect(&delegate, &AppDelegate::shownBytesChanged, c.imageMap, &ImageMap::takeChange);
     QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, c.factsLine, &FactsLine::refresh);
     QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, c.imageMap, &ImageMap::refresh);
     QObject::connect(&runs, &RunLog::added, c.factsLine, &FactsLine::refresh);

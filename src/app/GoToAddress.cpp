@@ -18,8 +18,8 @@ GoToAddress::GoToAddress(QLineEdit &field, GridView &grid, Messages &messages,
     : QObject(parent), field_(field), grid_(grid), messages_(messages), delegate_(delegate) {
     connect(&field, &QLineEdit::returnPressed, this, &GoToAddress::go);
     connect(&field, &QLineEdit::textChanged, this, &GoToAddress::forgetTrouble);
-    connect(grid.gridModel(), &GridModel::modelReset, this, &GoToAddress::forgetTrouble);
-    connect(grid.gridModel(), &GridModel::dataChanged, this, &GoToAddress::forgetTrouble);
+    connect(&delegate, &AppDelegate::shownContentChanged, this, &GoToAddress::forgetTrouble);
+    connect(&delegate, &AppDelegate::shownBytesChanged, this, &GoToAddress::forgetTrouble);
 }
 
 void GoToAddress::go() {

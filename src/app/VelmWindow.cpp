@@ -186,7 +186,7 @@ void VelmWindow::followRuns() {
 }
 
 void VelmWindow::followImages(const WindowMenus &menus) {
-    ImageComparison &comparison = makeComparison(window_, delegate_, runLog_);
+    ImageComparison &comparison = makeComparison(window_, delegate_);
     addDifferenceSteps(*menus.edit, window_, comparison, messages_);
     SideBySide &sideBySide = makeSideBySide(window_, delegate_, comparison);
     viewControls_.addEntries(*menus.view, *sideBySide.action());
@@ -208,6 +208,8 @@ void VelmWindow::followLogicTests() {
     Ui::MainWindow &c = window_.controls();
     c.logicResults->follow(
         {*c.tabview, *c.tableview, [this] { return shownReport(); }, logicSeries_});
+    connect(&delegate_, &AppDelegate::shownContentChanged, c.logicResults,
+            &LogicResultsView::takeReport);
     connect(&delegate_, &AppDelegate::runEnded, c.logicResults, &LogicResultsView::takeRun);
     connect(&delegate_, &AppDelegate::runEnded, &logicSeries_, &LogicSeries::takeRun);
     connect(

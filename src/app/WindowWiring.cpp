@@ -49,8 +49,25 @@ void fillOutlets(Ui::MainWindow &c, AppDelegate &delegate, const WindowParts &pa
 void wireGrid(Ui::MainWindow &c, AppDelegate &delegate, Messages &messages) {
     c.tableview->setSource(delegate);
     c.findBar->follow(*c.tableview, [&delegate] { return delegate.state().display_data; });
+    QObject::connect(&delegate, &AppDelegate::shownContentChanged, &c.findBar->finder(),
+                     &ImageFinder::beginAnew);
+    QObject::connect(&delegate, &AppDelegate::shownBytesChanged, &c.findBar->finder(),
+                     &ImageFinder::forget);
+    QObject::connect(&delegate.edits(), &EditOffers::restored, c.tableview,
+                     [grid = c.tableview] { grid->setFocus(Qt::OtherFocusReason); });
     QLineEdit &address = c.findBar->addressField();
     new GoToAddress(address, *c.tableview, messages, delegate, &address);
+}
+
+/// Says how much of the shown image does not read as text.
+void sayHiddenBytes(const Ui::MainWindow &c, AppDelegate &delegate, Messages &messages) {
+    const auto say = [tabs = c.tabview, &delegate, &messages] {
+        const bool isImage = tabs->selectedTabViewItem().identifier != logicTabIdentifier();
+        messages.say(Topic::HiddenBytes,
+                     isImage ? hiddenBytesRemark(delegate.state().strData) : QString());
+    };
+    QObject::connect(&delegate, &AppDelegate::shownContentChanged, c.tabview, say);
+    QObject::connect(&delegate, &AppDelegate::shownBytesChanged, c.tabview, say);
 }
 
 /// What there is to do where \a tab has nothing to show.
@@ -170,6 +187,8 @@ void wireFiles(Ui::MainWindow &c, AppDelegate &delegate) {
     onClick(c.btn_open, &AppDelegate::browseBinaryFile);
     onClick(c.btn_export_read, &AppDelegate::export_read_from_chip_data);
     onClick(c.btn_export_output, &AppDelegate::export_output_data);
+    QObject::connect(&delegate.edits(), &EditOffers::saveAsked, &delegate,
+                     [&delegate] { delegate.export_output_data(&delegate); });
 }
 
 /// The icons are drawn in the palette's colour, so they are made anew when that changes.
@@ -229,6 +248,7 @@ void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts
         grid->entries().commit();
     });
     wireGrid(controls, delegate, parts.messages);
+    sayHiddenBytes(controls, delegate, parts.messages);
     wireSelection(window, parts.messages);
     wireConsole(controls, parts.files, parts.messages);
     wireTabs(controls, delegate, parts.gate);

@@ -33,16 +33,11 @@ AppDelegate::AppDelegate(const Surroundings &surroundings)
       panelHost_(outlets, with_.defaults, with_.queue, with_.messages, with_.gate) {
     connect(&offers_, &EditOffers::stepped, this, &AppDelegate::showStep);
     connect(&offers_, &EditOffers::changed, this, &AppDelegate::showBlock);
-    connect(&offers_, &EditOffers::saveAsked, this, [this] { export_output_data(this); });
-    connect(&offers_, &EditOffers::restored, this,
-            [this] { outlets.tableview->setFocus(Qt::OtherFocusReason); });
     connect(&openedBinary_, &OpenedBinary::reloadAsked, this, [this] {
         load_opened_binary();
         build_and_reload();
     });
 }
-
-AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::applicationDidFinishLaunching() {
     state_.retainArray = {};

@@ -66,7 +66,6 @@ public:
     };
 
     explicit AppDelegate(const Surroundings &surroundings);
-    ~AppDelegate() override;
 
     AppDelegateOutlets outlets;
 
@@ -172,11 +171,19 @@ signals:
     void runEnded(const RunRecord &record);
     /// The data to burn have other bytes, or are another image.
     void imageToBurnChanged();
+    /// There are other data read from the chip, or none any more.
+    void readDataChanged();
+    /// The grid shows another image or other test results, or the same anew.
+    void shownContentChanged();
+    /// In the image that the grid shows the bytes of \a changed were edited, or are gone.
+    void shownBytesChanged(ByteRange changed);
 
 private:
     void takeReadData(RunRecord &record);
     void takeLogicReport(RunRecord &record);
     void noteImageChanged();
+    void noteEdited(ByteRange shown);
+    void showAnew();
     ByteRange saveEdit(ByteRange edited);
     void showBlock(ByteRange changed);
     void showStep(ByteRange changed);

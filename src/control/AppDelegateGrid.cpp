@@ -36,19 +36,22 @@ void AppDelegate::tabView_didSelectTabViewItem(TabView *, const TabViewItem &ite
         label = QStringLiteral("Data to burn:");
     } else if (item.identifier == logicTabIdentifier()) {
         state_.logictest_rows = {};
-        with_.messages.takeBack(Topic::HiddenBytes);
     } else {
         return;
     }
     outlets.tableview->setHeading(item.identifier == logicTabIdentifier() ? GridHeading::Pins
                                                                           : GridHeading::Bytes);
-    outlets.tableview->reloadData();
     outlets.peeping_at->setText(label);
+    showAnew();
+}
+
+void AppDelegate::showAnew() {
+    outlets.tableview->reloadData();
+    emit shownContentChanged();
 }
 
 void AppDelegate::loadStrData(QObject *) {
     state_.strData = DisplayText(state_.display_data);
-    with_.messages.say(Topic::HiddenBytes, hiddenBytesRemark(state_.strData));
 }
 
 QStringList AppDelegate::trimEmptyStrings(const QStringList &strings) const {
@@ -86,8 +89,9 @@ void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const Q
         with_.beep();
     else
         edits_.remember(*edit);
-    outlets.tableview->showEdit(*edit, saveEdit(edit->written()));
-    noteImageChanged();
+    const ByteRange changed = saveEdit(edit->written());
+    outlets.tableview->showEdit(*edit, changed);
+    noteEdited(changed);
     if (edit->rejected)
         offers_.sayRejected(value, edit->offset);
 }
@@ -97,7 +101,6 @@ ByteRange AppDelegate::saveEdit(ByteRange edited) {
     const bool wasMultiByte = state_.strData.isMultiByte();
     burnFile_.write(edited);
     state_.strData.update(state_.display_data, edited);
-    with_.messages.say(Topic::HiddenBytes, hiddenBytesRemark(state_.strData));
     const bool changesAll = wasMultiByte || state_.strData.isMultiByte();
     return changesAll ? ByteRange{0, lengthOf(state_.output_data)} : edited;
 }
@@ -105,9 +108,15 @@ ByteRange AppDelegate::saveEdit(ByteRange edited) {
 void AppDelegate::showBlock(ByteRange changed) {
     outlets.tabview->selectTabViewItem(burnTabIdentifier());
     state_.display_data = state_.output_data;
-    outlets.tableview->showChange(saveEdit(changed));
-    noteImageChanged();
+    const ByteRange shown = saveEdit(changed);
+    outlets.tableview->showChange(shown);
+    noteEdited(shown);
     offers_.sayRestored();
+}
+
+void AppDelegate::noteEdited(ByteRange shown) {
+    noteImageChanged();
+    emit shownBytesChanged(shown);
 }
 
 // A step taken back or made again is looked at where it is.

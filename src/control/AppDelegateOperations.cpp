@@ -10,7 +10,6 @@
 #include "control/OperationRun.h"
 #include "devices/device_searcher.h"
 #include "grid/GridColumns.h"
-#include "grid/GridView.h"
 #include "language/CommandLine.h"
 #include "language/LogicReport.h"
 #include "language/PinFailures.h"
@@ -33,7 +32,7 @@ void AppDelegate::go(QObject *sender) {
     chooseOperation(*run, tag, with_.log);
     if (tag == LogicOperation) {
         state_.logictest_rows = {};
-        outlets.tableview->reloadData();
+        showAnew();
     }
     const BurnSituation burn = burnFile_.situation(Operation(tag));
     if (burnFile_.asks(burn, imageRevision()))
@@ -85,6 +84,7 @@ void AppDelegate::takeReadData(RunRecord &record) {
     with_.messages.say(Topic::StaleRead, file.length() > 0 && !isOfThisChip
                                              ? staleReadRemark(record, file.path)
                                              : QString());
+    emit readDataChanged();
 }
 
 // The heading and the rows belong to the results tab, whichever was looked at meanwhile.
@@ -99,6 +99,6 @@ void AppDelegate::takeLogicReport(RunRecord &record) {
     outlets.peeping_at->setText(report->title.value_or(outlets.peeping_at->text()));
     state_.logictest_headers = report->headers.value_or(state_.logictest_headers);
     state_.logictest_rows = report->rows;
-    outlets.tableview->reloadData();
+    showAnew();
     record.outcome.add(wordsFor(pinFailures(*report), state_.logictest_headers.size()));
 }

@@ -54,7 +54,6 @@ void FactsLine::follow(const GridView &grid, Source shown) {
     grid_ = &grid;
     shown_ = std::move(shown);
     connect(&grid.selection(), &GridSelection::changed, this, &FactsLine::refresh);
-    connect(grid.gridModel(), &GridModel::modelReset, this, &FactsLine::refresh);
     refresh();
 }
 

@@ -30,6 +30,8 @@ public:
 
     /// Searches what \a shown gives, and \a grid shows, from now on.
     void follow(GridView &grid, ImageFinder::Source shown);
+    /// What searches; to be told of each change of the image.
+    ImageFinder &finder() { return finder_; }
 
     Ui::FindBar &controls() { return *controls_; }
     QLineEdit &addressField();

@@ -30,13 +30,6 @@ void ImageFinder::follow(GridView &grid, Source shown) {
     grid_ = &grid;
     shown_ = std::move(shown);
     grid.addMarks(*this);
-    const GridModel *model = grid.gridModel();
-    connect(model, &GridModel::modelReset, this, &ImageFinder::beginAnew);
-    connect(model, &GridModel::rowsInserted, this, &ImageFinder::lookOn);
-    connect(model, &GridModel::dataChanged, this,
-            [this](const QModelIndex &first, const QModelIndex &last) {
-                forgetRows(first.row(), last.row());
-            });
     connect(grid.selectionModel(), &QItemSelectionModel::currentChanged, this,
             &ImageFinder::lookOn);
 }
@@ -57,8 +50,8 @@ void ImageFinder::beginAnew() {
 }
 
 // All marks are drawn anew, since a hit may begin or end in other rows.
-void ImageFinder::forgetRows(int first, int last) {
-    index_.forget(qsizetype(first) * bytesInRow, (qsizetype(last) + 1) * bytesInRow);
+void ImageFinder::forget(ByteRange changed) {
+    index_.forget(changed.offset, changed.end());
     if (!index_.pattern().isEmpty())
         grid_->refreshMarks();
     lookOn();

@@ -33,6 +33,11 @@ public:
     /// Both must last as long as the window's event loop.
     void follow(GridView &grid, Source shown);
 
+    /// Counts from the beginning: another image is shown.
+    void beginAnew();
+    /// Counts the bytes of \a changed anew, which were edited.
+    void forget(ByteRange changed);
+
     /// Searches for \a pattern; an empty one ends the search and takes the marks away.
     void setPattern(const BytePattern &pattern);
     /// Moves the grid's cursor to the nearest hit in \a direction, from the other end on if there
@@ -59,8 +64,6 @@ private:
     ByteBuffer bytes() const;
     std::optional<qint64> cursor() const;
     qint64 startOfCursorRow() const;
-    void beginAnew();
-    void forgetRows(int first, int last);
     void lookOn();
     void turn();
     void takeStep(QByteArrayView image);

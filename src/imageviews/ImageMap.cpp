@@ -61,12 +61,6 @@ void ImageMap::follow(GridView &grid, Source shown) {
     const QScrollBar *bar = grid.verticalScrollBar();
     connect(bar, &QScrollBar::valueChanged, this, &ImageMap::followScrolling);
     connect(bar, &QScrollBar::rangeChanged, this, &ImageMap::followScrolling);
-    connect(grid.gridModel(), &GridModel::modelReset, this, &ImageMap::refresh);
-    connect(grid.gridModel(), &GridModel::dataChanged, this,
-            [this](const QModelIndex &first, const QModelIndex &last) {
-                const qint64 rows = last.row() - first.row() + 1;
-                takeChange(qint64(first.row()) * bytesInRow, rows * bytesInRow);
-            });
     refresh();
 }
 
@@ -104,10 +98,10 @@ void ImageMap::takeImage(const std::optional<ShownImage> &image) {
     revision_ = now.revision;
 }
 
-void ImageMap::takeChange(qint64 offset, qint64 length) {
+void ImageMap::takeChange(ByteRange changed) {
     const std::optional<ShownImage> image = shown_();
     if (image && isSameBuffer(image->bytes, bytes_)) {
-        map_.change(offset, length, lengthOf(image->bytes));
+        map_.change(changed.offset, changed.length, lengthOf(image->bytes));
         revision_ = image->revision;
     }
     refresh();

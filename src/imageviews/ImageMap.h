@@ -37,8 +37,11 @@ public:
     /// Follows what \a grid shows of the image that \a shown gives, and leads it. Both must last
     /// as long as the window's event loop.
     void follow(GridView &grid, Source shown);
-    /// Looks at the image anew, a turn of the event loop later.
+    /// Looks at the image anew, a turn of the event loop later. To be called when another one is
+    /// shown.
     void refresh();
+    /// Looks anew at the bytes of \a changed, which were edited.
+    void takeChange(ByteRange changed);
     /// Marks the parts of the image with \a differing blocks, until the next call. To be called at
     /// each change.
     void setDiffering(const DifferingBlocks &differing);
@@ -66,7 +69,6 @@ protected:
 private:
     void turn();
     void takeImage(const std::optional<ShownImage> &image);
-    void takeChange(qint64 offset, qint64 length);
     void followScrolling();
     void goToValue();
     void goTo(int y);

@@ -36,7 +36,6 @@ SideBySide::SideBySide(const Views &views, Source source, QObject *parent)
     views_.grid.parentWidget()->installEventFilter(this);
     views_.grid.installEventFilter(this);
     views_.beside.installEventFilter(this);
-    connect(views_.grid.gridModel(), &GridModel::modelReset, this, &SideBySide::refresh);
     followScrolling();
     followCursor();
 }

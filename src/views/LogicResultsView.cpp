@@ -60,7 +60,6 @@ void LogicResultsView::addSaving() {
 void LogicResultsView::follow(const Sources &sources) {
     sources_.emplace(sources);
     connect(&sources.tabs, &TabView::didSelectTabViewItem, this, &LogicResultsView::takeReport);
-    connect(sources.grid.gridModel(), &GridModel::modelReset, this, &LogicResultsView::takeReport);
     connect(sources.grid.selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &LogicResultsView::showPins);
     setTabOrder(&sources.grid, package_);

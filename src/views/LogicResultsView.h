@@ -43,6 +43,8 @@ public:
     /// From now on shows what \a sources have, which must outlive it. A vector whose row alone is
     /// selected is shown by itself, else the worst of all vectors.
     void follow(const Sources &sources);
+    /// Takes the report that the sources have now. To be called when the grid shows another one.
+    void takeReport();
     /// Takes from \a run which device was tested, if it was a logic test.
     void takeRun(const RunRecord &run);
     /// The controls that ask for repeated tests.
@@ -58,7 +60,6 @@ protected:
 private:
     void addSaving();
     void takeSeries();
-    void takeReport();
     bool isRepeated() const;
     bool keepsReport() const;
     void showText();
