@@ -3,6 +3,8 @@
 
 #include "app/TerminationSignals.h"
 
+#include "base/PipeEnds.h"
+
 #include <QSocketNotifier>
 
 #include <array>
@@ -11,6 +13,7 @@
 #include <cstddef>
 #include <fcntl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -49,15 +52,13 @@ void giveBack() {
 } // namespace
 
 TerminationSignals::TerminationSignals(QObject *parent) : QObject(parent) {
-    std::array<int, 2> ends = {-1, -1};
-    if (::pipe(ends.data()) != 0)
+    Result<PipeEnds> ends = PipeEnds::open();
+    if (!ends)
         return;
-    for (const int end : ends) {
-        ::fcntl(end, F_SETFD, FD_CLOEXEC);
-        ::fcntl(end, F_SETFL, O_NONBLOCK);
-    }
-    readingEnd_ = FileDescriptor(ends[0]);
-    wakeUpEnd_ = FileDescriptor(ends[1]);
+    for (const FileDescriptor *end : {&ends->reading, &ends->writing})
+        ::fcntl(end->get(), F_SETFL, O_NONBLOCK);
+    readingEnd_ = std::move(ends->reading);
+    wakeUpEnd_ = std::move(ends->writing);
     lentWakeUpEnd = wakeUpEnd_.get();
     notifier_ = new QSocketNotifier(readingEnd_.get(), QSocketNotifier::Read, this);
     connect(notifier_, &QSocketNotifier::activated, this, &TerminationSignals::drain);

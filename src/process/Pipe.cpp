@@ -3,6 +3,8 @@
 
 #include "process/Pipe.h"
 
+#include "base/PipeEnds.h"
+
 #include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
@@ -11,18 +13,6 @@
 namespace {
 
 constexpr int firstOrdinaryDescriptor = STDERR_FILENO + 1;
-
-int openPipe(int (&ends)[2]) {
-#ifdef Q_OS_LINUX
-    return ::pipe2(ends, O_CLOEXEC);
-#else
-    if (::pipe(ends) != 0)
-        return -1;
-    for (const int end : ends)
-        ::fcntl(end, F_SETFD, FD_CLOEXEC);
-    return 0;
-#endif
-}
 
 /// A program started with a standard stream closed gets its number for the first thing it opens;
 /// such an end would be overwritten while the child's streams are put in place.
@@ -39,11 +29,11 @@ Pipe::Pipe(Direction towards) : direction_(towards) {}
 Result<void> Pipe::open() {
     if (child_.isOpen() && own_.isOpen())
         return {};
-    int ends[2] = {-1, -1};
-    if (openPipe(ends) != 0)
-        return Failure::ofSystem(errno);
-    FileDescriptor reading = aboveStandardStreams(FileDescriptor(ends[0]));
-    FileDescriptor writing = aboveStandardStreams(FileDescriptor(ends[1]));
+    Result<PipeEnds> ends = PipeEnds::open();
+    if (!ends)
+        return *ends.failure();
+    FileDescriptor reading = aboveStandardStreams(std::move(ends->reading));
+    FileDescriptor writing = aboveStandardStreams(std::move(ends->writing));
     if (!reading.isOpen() || !writing.isOpen())
         return Failure::ofSystem(errno);
     const bool fromChild = direction_ == Direction::FromChild;
