@@ -286,7 +286,7 @@ void TestRecordReader::tooManyPieces_endTheReading() {
             QByteArray::number(0x0600000000 + 2 * qint64(i), 16).rightJustified(10, '0') + "00";
         uint sum = 0;
         for (const char byte : QByteArray::fromHex(body))
-            sum += static_cast<unsigned char>(byte);
+            sum += uchar(byte);
         text += "S3" + body + QByteArray::number(~sum & 0xFF, 16).rightJustified(2, '0') + '\n';
     }
     RecordReader reader(RecordFormat::SRecord);

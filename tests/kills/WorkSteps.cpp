@@ -13,7 +13,7 @@ constexpr int bytesInARow = 16;
 namespace workSteps {
 
 Kind kindOf(int step) {
-    return static_cast<Kind>(step % kinds);
+    return Kind(step % kinds);
 }
 
 QString device(int step) {
@@ -29,7 +29,7 @@ QString binaryName(int number) {
 }
 
 QByteArray binaryBytes(int number) {
-    return QByteArray(imageSize, static_cast<char>('A' + number));
+    return QByteArray(imageSize, char('A' + number));
 }
 
 int row(int step) {
@@ -42,7 +42,7 @@ qsizetype place(int step) {
 
 QByteArray entered(int step) {
     constexpr int letters = 26;
-    return QByteArray(enteredLength, static_cast<char>('a' + step % letters));
+    return QByteArray(enteredLength, char('a' + step % letters));
 }
 
 } // namespace workSteps

@@ -17,7 +17,7 @@
 namespace {
 
 void say(const QByteArray &line) {
-    if (::write(STDOUT_FILENO, line.constData(), static_cast<size_t>(line.size())) != line.size())
+    if (::write(STDOUT_FILENO, line.constData(), size_t(line.size())) != line.size())
         std::_Exit(EXIT_FAILURE);
 }
 

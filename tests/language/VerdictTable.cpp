@@ -155,7 +155,7 @@ QList<VerdictRow> verdictRows(const QString &path) {
 QString shownOf(const RunOutcome &outcome) {
     static const char *const names[] = {"Succeeded", "Qualified", "Failed", "Stopped",
                                         "NotStarted"};
-    QStringList shown = {QLatin1String(names[static_cast<int>(outcome.verdict)]), outcome.sentence};
+    QStringList shown = {QLatin1String(names[int(outcome.verdict)]), outcome.sentence};
     if (!outcome.nextStep.isEmpty())
         shown.append(outcome.nextStep);
     return shown.join(QLatin1String(" | "));

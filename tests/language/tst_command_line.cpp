@@ -65,7 +65,7 @@ void TestCommandLine::operationCommand_joinsTheWordsInTheFixedOrder_data() {
 void TestCommandLine::operationCommand_joinsTheWordsInTheFixedOrder() {
     QFETCH(int, operation);
     QFETCH(ToolSettings, settings);
-    QTEST(operationCommand(static_cast<Operation>(operation), settings), "expected");
+    QTEST(operationCommand(Operation(operation), settings), "expected");
 }
 
 void TestCommandLine::operationCommand_quotesDeviceAndPathAlone_data() {

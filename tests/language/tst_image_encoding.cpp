@@ -28,7 +28,7 @@ namespace {
 QLatin1String wordFor(ImageEncoding encoding) {
     static constexpr QLatin1String names[] = {QLatin1String("Raw"), QLatin1String("IntelHex"),
                                               QLatin1String("SRecord")};
-    return names[static_cast<int>(encoding)];
+    return names[int(encoding)];
 }
 
 /// Puts every text between brackets.
@@ -92,7 +92,7 @@ void TestImageEncoding::everyByteBehindTheMark_counts() {
     QFETCH(QString, encoding);
     const QByteArray allowed = "0123456789abcdefABCDEF\r\n";
     for (int value = 0; value < 256; ++value) {
-        const auto byte = static_cast<char>(value);
+        const auto byte = char(value);
         const QString expected = allowed.contains(byte) ? encoding : QStringLiteral("Raw");
         QCOMPARE(QString(wordFor(encodingForTool(mark + "00" + byte + "\n"))), expected);
     }
@@ -100,7 +100,7 @@ void TestImageEncoding::everyByteBehindTheMark_counts() {
 
 void TestImageEncoding::markAtEveryOtherByte_isRaw() {
     for (int value = 0; value < 256; ++value) {
-        const auto byte = static_cast<char>(value);
+        const auto byte = char(value);
         if (byte == ':' || byte == 'S' || byte == '\r' || byte == '\n')
             continue;
         QCOMPARE(encodingForTool(byte + QByteArray("00\n")), ImageEncoding::Raw);

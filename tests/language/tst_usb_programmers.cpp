@@ -78,8 +78,7 @@ QString found(const UsbSystem &system) {
         lines.append(programmer.name + QLatin1String(" | ") + programmer.vendorId + u':' +
                      programmer.productId + QLatin1String(" | ") +
                      QDir(system.folders().nodes).relativeFilePath(programmer.node) +
-                     QLatin1String(" | ") +
-                     QLatin1String(words[static_cast<int>(programmer.access)]));
+                     QLatin1String(" | ") + QLatin1String(words[int(programmer.access)]));
     return lines.join(u'\n');
 }
 

@@ -37,8 +37,7 @@ public:
     OpenPipe() : Pipe(Direction::FromChild) { QVERIFY(open()); }
     ReadHandle &reader() { return *fileHandleForReading(); }
     void put(const QByteArray &bytes) const {
-        QCOMPARE(::write(childEnd(), bytes.constData(), static_cast<size_t>(bytes.size())),
-                 bytes.size());
+        QCOMPARE(::write(childEnd(), bytes.constData(), size_t(bytes.size())), bytes.size());
     }
 };
 

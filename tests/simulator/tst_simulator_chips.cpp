@@ -207,7 +207,7 @@ void TestSimulatorChips::sample_isRecognisable() {
     QVERIFY(content.startsWith("Sample content of the simulated chip W27C512@DIP28, 65536 bytes."));
     QByteArray everyByte;
     for (int value = 0; value < 256; ++value)
-        everyByte += static_cast<char>(value);
+        everyByte += char(value);
     QCOMPARE(content.mid(256, 256), everyByte);
     QCOMPARE(content.mid(0x8000, 32), QByteArray("addr 0x00008000\naddr 0x00008010\n"));
     QCOMPARE(content.right(16), QByteArray("addr 0x0000FFF0\n"));

@@ -33,7 +33,7 @@ constexpr int eepromSize = 32 * 1024;
 QByteArray numberedBytes(int size) {
     QByteArray bytes(size, Qt::Uninitialized);
     for (int i = 0; i < size; ++i)
-        bytes[i] = static_cast<char>((i + i / 256) % 256);
+        bytes[i] = char((i + i / 256) % 256);
     return bytes;
 }
 

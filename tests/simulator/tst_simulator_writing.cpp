@@ -93,7 +93,7 @@ void TestSimulatorWriting::writing() {
     QFETCH(QByteArray, image);
     QFETCH(QByteArray, after);
     QFETCH(QByteArray, verdict);
-    const int size = static_cast<int>(bench->readChip(device).size());
+    const int size = int(bench->readChip(device).size());
     const QString chipFile = u"bench/"_s + device + u".bin"_s;
     bench->makeFile(chipFile, blankAfter(before, size));
 

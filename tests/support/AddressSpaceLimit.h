@@ -35,7 +35,7 @@ private:
         if (!file.open(QIODevice::ReadOnly))
             return 0;
         const qlonglong pages = file.readAll().split(' ').first().toLongLong();
-        return static_cast<rlim_t>(pages) * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE));
+        return rlim_t(pages) * rlim_t(::sysconf(_SC_PAGESIZE));
     }
 
     rlimit previous_ = {};

@@ -30,7 +30,7 @@ void say(int stream, std::string_view text) {
     while (!text.empty()) {
         const ssize_t written = write(stream, text.data(), text.size());
         if (written > 0)
-            text.remove_prefix(static_cast<size_t>(written));
+            text.remove_prefix(size_t(written));
         else if (errno != EINTR)
             _exit(99);
     }

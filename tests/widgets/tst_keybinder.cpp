@@ -159,7 +159,7 @@ void TestKeyBinder::field_sendsOnce() {
     bench.field->end(false);
     QTest::keyClicks(bench.field, typed);
     for (const int pressed : keys)
-        QTest::keyClick(bench.field, static_cast<Qt::Key>(pressed));
+        QTest::keyClick(bench.field, Qt::Key(pressed));
     QTEST(bench.sent, "sent");
 }
 

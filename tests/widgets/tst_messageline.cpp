@@ -214,7 +214,7 @@ void TestMessageLine::eachAction_hasAButtonOfItsOwn() {
     QStringList deeds;
     const QStringList names = {u"One"_s, u"Two"_s, u"Three"_s};
     const auto offer = [&](const QString &name) {
-        line.setMessage(static_cast<int>(names.indexOf(name)), Severity::Information, u"x"_s,
+        line.setMessage(int(names.indexOf(name)), Severity::Information, u"x"_s,
                         {u"&"_s + name, [&, name] { deeds.append(name); }});
     };
     offer(u"One"_s);
