@@ -3,6 +3,7 @@
 
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "support/FileHelpers.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,6 +13,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <functional>
 #include <memory>
@@ -83,37 +85,30 @@ public:
         return true;
     }
     bool readMore() {
-        if (!process.waitForReadyRead(patience))
+        if (!process.waitForReadyRead(int(patience.count())))
             return false;
         standardError += process.readAllStandardError();
         return true;
     }
     /// Waits for the end; the exit code, or -1 if it crashed or goes on.
     int exitCode() {
-        const bool over =
-            process.state() == QProcess::NotRunning || process.waitForFinished(patience);
+        const bool over = process.state() == QProcess::NotRunning ||
+                          process.waitForFinished(int(patience.count()));
         if (!over || process.exitStatus() != QProcess::NormalExit)
             return -1;
         standardError += process.readAllStandardError();
         return process.exitCode();
     }
-    void send(int signal) const { ::kill(static_cast<pid_t>(process.processId()), signal); }
+    void send(int signal) const { ::kill(pid_t(process.processId()), signal); }
 
-    static constexpr int patience = 20000; // milliseconds
+    static constexpr std::chrono::milliseconds patience = std::chrono::seconds(20);
     QProcess process;
     QByteArray standardError;
 };
 
-void writeFile(const QString &path, const QByteArray &bytes) {
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), bytes.size());
-}
-
 /// The data to burn of the program that works in \a folder.
 QByteArray imageIn(const QTemporaryDir &folder) {
-    QFile image(folder.filePath(QStringLiteral("data/VELM/temp.bin")));
-    return image.open(QIODevice::ReadOnly) ? image.readAll() : QByteArray();
+    return readWholeFile(folder.filePath(QStringLiteral("data/VELM/temp.bin")));
 }
 
 /// Waits until the program that works in \a folder can be asked for its window.
@@ -124,7 +119,7 @@ bool listens(const QTemporaryDir &folder) {
                         .entryList({QStringLiteral("*.socket")}, QDir::System)
                         .isEmpty();
         },
-        Program::patience);
+        int(Program::patience.count()));
 }
 
 } // namespace
@@ -217,7 +212,7 @@ Program *theOneThatStays(const Programs &programs) {
     const auto oneIsLeft = [&] {
         return std::count_if(programs.begin(), programs.end(), runs) == 1;
     };
-    return QTest::qWaitFor(oneIsLeft, Program::patience)
+    return QTest::qWaitFor(oneIsLeft, int(Program::patience.count()))
                ? std::find_if(programs.begin(), programs.end(), runs)->get()
                : nullptr;
 }
@@ -243,7 +238,7 @@ void TestProcess::ofManyStartsFromEverywhere_oneOpensAWindow() {
     Programs programs;
     for (int i = 0; i < manyStarts; ++i) {
         const QString binary = QStringLiteral("%1.bin").arg(i);
-        writeFile(folder.filePath(binary), QByteArray::number(i));
+        QVERIFY(writeWholeFile(folder.filePath(binary), QByteArray::number(i)));
         const QString runtime = folder.filePath(QStringLiteral("runtime-%1").arg(i));
         programs.push_back(std::make_unique<Program>(
             folder, HowToStart{.words = {binary},
@@ -287,7 +282,7 @@ void TestProcess::aRuntimeFolderThatIsNotItsOwn_holdsNoLock_data() {
 void TestProcess::aRuntimeFolderThatIsNotItsOwn_holdsNoLock() {
     QFETCH(const QString, name);
     const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
-    writeFile(folder.filePath(QStringLiteral("file")), {});
+    QVERIFY(writeWholeFile(folder.filePath(QStringLiteral("file")), {}));
     QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("open")));
     QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("foreign")));
     const auto encoded = [&](const char *entry) {
@@ -337,8 +332,8 @@ void TestProcess::defaults_landInTheDataHome() {
 
 void TestProcess::aFileThatIsNamed_isOpened() {
     const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
-    writeFile(folder.filePath(QStringLiteral("before.bin")), "opened the last time");
-    writeFile(folder.filePath(QStringLiteral("now.bin")), "named now");
+    QVERIFY(writeWholeFile(folder.filePath(QStringLiteral("before.bin")), "opened the last time"));
+    QVERIFY(writeWholeFile(folder.filePath(QStringLiteral("now.bin")), "named now"));
     {
         SettingsStore settings(folder.filePath(QStringLiteral("velm.conf")));
         settings.setValue(settingsKeys::binary, folder.filePath(QStringLiteral("before.bin")));
@@ -355,7 +350,7 @@ void TestProcess::aFileThatIsNamed_isOpened() {
 void TestProcess::aFileThatIsNamed_isOpenedByTheFirstWindow() {
     const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
     const QString name = QStringLiteral("two\nlines \u00e9.bin");
-    writeFile(folder.filePath(name), "from the second start");
+    QVERIFY(writeWholeFile(folder.filePath(name), "from the second start"));
     Program first(folder);
     QVERIFY(first.isUp());
     Program second(folder, {.words = {name}});
@@ -366,7 +361,7 @@ void TestProcess::aFileThatIsNamed_isOpenedByTheFirstWindow() {
 void TestProcess::aFileSizeLimit_isAnErrorLikeAFullDisk() {
     const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
     constexpr int limit = 16 * 1024;
-    writeFile(folder.filePath(QStringLiteral("big.bin")), QByteArray(2 * limit, 'x'));
+    QVERIFY(writeWholeFile(folder.filePath(QStringLiteral("big.bin")), QByteArray(2 * limit, 'x')));
     const auto limitFiles = [] {
         const rlimit smallFiles{limit, limit};
         ::setrlimit(RLIMIT_FSIZE, &smallFiles);

@@ -35,8 +35,9 @@ namespace {
 
 constexpr int usualKills = 300;
 constexpr int killsInARound = 100; // each round begins in a new folder
-constexpr int patience = 20000;    // milliseconds
-constexpr int longestWork = 40000; // microseconds from the start of the work to the kill
+constexpr std::chrono::milliseconds patience = std::chrono::seconds(20);
+/// From the start of the work to the kill.
+constexpr std::chrono::microseconds longestWork = std::chrono::milliseconds(40);
 constexpr int maxRecent = 8;
 const QString mark = QStringLiteral(".velm-");
 
@@ -174,13 +175,13 @@ public:
 
     ~Program() {
         process_.kill();
-        process_.waitForFinished(patience);
+        process_.waitForFinished(int(patience.count()));
     }
 
     /// True once it has started up.
     bool isUp() {
         while (!process_.canReadLine())
-            if (!process_.waitForReadyRead(patience))
+            if (!process_.waitForReadyRead(int(patience.count())))
                 return false;
         return process_.readLine() == "up\n";
     }
@@ -188,11 +189,13 @@ public:
     /// nothing if it ended by itself.
     std::optional<QByteArrayList> workFor(std::chrono::microseconds time) {
         process_.write("\n");
-        if (!process_.waitForBytesWritten(patience) || !process_.waitForReadyRead(patience))
+        if (!process_.waitForBytesWritten(int(patience.count())) ||
+            !process_.waitForReadyRead(int(patience.count())))
             return std::nullopt;
         std::this_thread::sleep_for(time);
-        ::kill(static_cast<pid_t>(process_.processId()), SIGKILL);
-        if (!process_.waitForFinished(patience) || process_.exitStatus() != QProcess::CrashExit)
+        ::kill(pid_t(process_.processId()), SIGKILL);
+        if (!process_.waitForFinished(int(patience.count())) ||
+            process_.exitStatus() != QProcess::CrashExit)
             return std::nullopt;
         QByteArrayList lines = process_.readAllStandardOutput().split('\n');
         lines.removeLast();
@@ -242,7 +245,8 @@ void TestKills::whatAKilledProgramLeaves_isWhole() {
     int next = 0;
     qsizetype unfinished = 0;
     for (int kill = 0; kill < killsInARound && !QTest::currentTestFailed(); ++kill) {
-        startAndKill(desk, next, std::chrono::microseconds(random.bounded(longestWork)));
+        startAndKill(desk, next,
+                     std::chrono::microseconds(random.bounded(qint64(longestWork.count()))));
         unfinished += desk.litter().size();
     }
     qInfo("killed in the course of %d steps; unfinished files: %d", next, int(unfinished));

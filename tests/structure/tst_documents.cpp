@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "structure/DocumentRules.h"
+#include "support/FileHelpers.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTest>
 
 using namespace documentRules;
@@ -29,8 +29,7 @@ namespace {
 const QString top = QStringLiteral(VELM_SOURCE_DIR);
 
 QString textOf(const QString &path) {
-    QFile file(QDir(top).filePath(path));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    return QString::fromUtf8(readWholeFile(QDir(top).filePath(path)));
 }
 
 } // namespace

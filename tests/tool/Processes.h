@@ -3,11 +3,12 @@
 
 #pragma once
 
-#include <QFile>
+#include "support/FileHelpers.h"
+
 #include <QString>
 
 /// No such process, or nothing but its entry waiting for an unhurried parent.
 inline bool isGone(const QString &pid) {
-    QFile facts(QStringLiteral("/proc/%1/stat").arg(pid));
-    return !facts.open(QIODevice::ReadOnly) || facts.readAll().contains(") Z ");
+    const QByteArray facts = readWholeFile(QStringLiteral("/proc/%1/stat").arg(pid));
+    return facts.isNull() || facts.contains(") Z ");
 }
