@@ -12,6 +12,7 @@
 #include "subjects/Samples.h"
 #include "subjects/ToolRunFolder.h"
 
+#include "base/FileDescriptor.h"
 #include "base/Log.h"
 #include "base/MainQueue.h"
 #include "tool/ScriptedMiniPro.h"
@@ -24,7 +25,6 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <stdexcept>
-#include <unistd.h>
 
 namespace {
 
@@ -41,15 +41,13 @@ constexpr std::chrono::minutes patience(2);
 /// Does what the program's log does, into nowhere.
 class NullDeviceLog final : public Log {
 public:
-    ~NullDeviceLog() override { ::close(device_); }
     void write(const QString &text) override {
-        const QByteArray line = text.toUtf8() + '\n';
-        if (::write(device_, line.constData(), size_t(line.size())) != line.size())
+        if (!writeAll(device_.get(), text.toUtf8() + '\n'))
             throw std::runtime_error("nothing can be written into nowhere");
     }
 
 private:
-    const int device_ = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+    const FileDescriptor device_{::open("/dev/null", O_WRONLY | O_CLOEXEC)};
 };
 
 /// A console in a window, and runs of a tool that prints a file.

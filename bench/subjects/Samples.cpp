@@ -4,6 +4,7 @@
 #include "subjects/Samples.h"
 
 #include "files/HugePages.h"
+#include "support/FileHelpers.h"
 
 #include <QFile>
 
@@ -59,8 +60,8 @@ void writeFile(const QString &path, const QByteArray &bytes) {
 }
 
 QByteArray readFile(const QString &path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    const QByteArray bytes = readWholeFile(path);
+    if (bytes.isNull())
         throw std::runtime_error("cannot read " + path.toStdString());
-    return file.readAll();
+    return bytes;
 }
