@@ -51,7 +51,7 @@ void BlockActions::read(const Paste &paste) {
 }
 
 void BlockActions::takeText(const PastedText &text) {
-    with_.messages.takeBack(Topic::Clipboard);
+    with_.messages.happened(Event::ClipboardRead);
     const Paste paste = std::exchange(paste_, {});
     if (refusesToPaste(paste.revision))
         return;
@@ -81,7 +81,7 @@ bool BlockActions::refusesToPaste(quint64 revision) {
 }
 
 void BlockActions::forgetText() {
-    with_.messages.takeBack(Topic::Clipboard);
+    with_.messages.happened(Event::ClipboardRead);
     paste_ = {};
     with_.messages.say(Topic::BlockRefused,
                        tr("There is not enough memory for what is on the clipboard."));

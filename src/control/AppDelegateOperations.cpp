@@ -74,6 +74,7 @@ void AppDelegate::takeReadData(RunRecord &record) {
     const ReadFile file = loadReadFile(
         resolvedPathOf(with_.defaults, settingsKeys::temp_read_from_chip_file), with_.log);
     state_.read_from_chip_data = file.bytes;
+    with_.messages.happened(Event::ReadTaken);
     if (file.bytes)
         with_.messages.happened(Event::BytesRead);
     // The redisplay comes a turn later; until then the grid keeps the bytes that it shows.
@@ -81,9 +82,8 @@ void AppDelegate::takeReadData(RunRecord &record) {
     const bool isOfThisChip = judgeRead(record, file);
     if (isOfThisChip)
         readDevice_ = record.device;
-    with_.messages.say(Topic::StaleRead, file.length() > 0 && !isOfThisChip
-                                             ? staleReadRemark(record, file.path)
-                                             : QString());
+    else if (file.length() > 0)
+        with_.messages.say(Topic::StaleRead, staleReadRemark(record, file.path));
     emit readDataChanged();
 }
 

@@ -40,17 +40,16 @@ void BurnFile::write(ByteRange changed) {
 }
 
 void BurnFile::sayResult(const Result<void> &result) {
-    QString sentence;
-    if (!result && image_) {
-        const QString path = resolvedPathOf(defaults_, settingsKeys::temp_output_file);
-        sentence = QFileInfo(path).size() > 0
-                       ? tr("The data to burn could not be written to %1, which still holds an "
-                            "older image: %2")
-                       : tr("The data to burn could not be written to %1, so nothing is left to "
-                            "burn: %2");
-        sentence = sentence.arg(QDir::toNativeSeparators(path), result.failure()->reason);
-    }
-    messages_.say(Topic::Workspace, sentence);
+    if (result || !image_)
+        return messages_.happened(Event::ImageWritten);
+    const QString path = resolvedPathOf(defaults_, settingsKeys::temp_output_file);
+    const QString sentence =
+        QFileInfo(path).size() > 0
+            ? tr("The data to burn could not be written to %1, which still holds an older image: "
+                 "%2")
+            : tr("The data to burn could not be written to %1, so nothing is left to burn: %2");
+    messages_.say(Topic::Workspace,
+                  sentence.arg(QDir::toNativeSeparators(path), result.failure()->reason));
 }
 
 void BurnFile::sayIfShared() {
@@ -64,8 +63,11 @@ void BurnFile::sayIfShared() {
 // A path that has come to name another file gets the image at once, or a Write would burn what
 // happens to lie there.
 void BurnFile::followPath(const QString &key) {
-    if (key == settingsKeys::temp_output_file && written_ && !gate_.isClosed())
-        write();
+    if (key != settingsKeys::temp_output_file || !written_ || gate_.isClosed())
+        return;
+    messages_.happened(Event::ImageMoved);
+    write();
+    sayIfShared();
 }
 
 BurnSituation BurnFile::situation(Operation operation) const {

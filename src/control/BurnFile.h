@@ -29,7 +29,8 @@ public:
     void write();
     /// The same after an edit of the bytes of \a changed alone.
     void write(ByteRange changed);
-    /// Says so if others may change the file. Said once, at the start.
+    /// Says so if others may change the file. To be called at the start; a file at another path is
+    /// looked at by itself.
     void sayIfShared();
     /// What \a operation would be about if it began now; of an image only for Write and Verify.
     BurnSituation situation(Operation operation) const;

@@ -54,6 +54,7 @@ void EditOffers::restore() {
     if (gate_.refusesElseCommits() || edits_.replaced().isEmpty())
         return;
     const int edits = edits_.replaced().last().state.edits;
+    messages_.happened(Event::ImageRestored);
     emit stepped(edits_.restore());
     sayReplaced();
     sayRestored(edits);

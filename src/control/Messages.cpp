@@ -20,23 +20,30 @@ struct Rule {
     Topic topic;
     Severity usual;
     Severity inTrouble;
-    /// What makes it untrue; nothing if its sender takes it back or says it anew.
+    /// What makes it untrue.
     std::optional<Event> end;
     std::optional<Event> otherEnd = std::nullopt;
 };
 
+/// No event ends the message. It tells of a state, which stands beside the topic; who says it
+/// follows that state, and says it anew or takes it back at each change.
+constexpr std::optional<Event> followed = std::nullopt;
+
 constexpr std::array rules = {
     Rule{Topic::Verdict, information, problem, Event::RunBegan},
-    Rule{Topic::LogicSeries, information, warning, {}},
+    // How far the series has come.
+    Rule{Topic::LogicSeries, information, warning, followed},
     Rule{Topic::Busy, warning, warning, Event::WorkEnded},
-    Rule{Topic::SecondPress, warning, warning, {}},
-    Rule{Topic::Leftovers, information, information, {}},
-    Rule{Topic::StaleRead, warning, warning, {}},
+    // The press that is remembered, and counts only while this stands.
+    Rule{Topic::SecondPress, warning, warning, followed},
+    // Whether something prints.
+    Rule{Topic::Leftovers, information, information, followed},
+    Rule{Topic::StaleRead, warning, warning, Event::ReadTaken},
     Rule{Topic::NothingRead, warning, warning, Event::BytesRead},
     Rule{Topic::NothingToBurn, warning, warning, Event::ImageHasBytes},
-    Rule{Topic::Composition, information, problem, {}},
-    Rule{Topic::Workspace, problem, problem, {}},
-    Rule{Topic::SharedFolder, warning, warning, {}},
+    Rule{Topic::Composition, information, problem, Event::ImageRestored},
+    Rule{Topic::Workspace, problem, problem, Event::ImageWritten},
+    Rule{Topic::SharedFolder, warning, warning, Event::ImageMoved},
     Rule{Topic::ImageFile, information, problem, Event::ImageChanged, Event::RunBegan},
     Rule{Topic::Binary, warning, warning, Event::BinaryLoading},
     Rule{Topic::OpenedFile, information, warning, Event::BinaryLoading},
@@ -46,20 +53,25 @@ constexpr std::array rules = {
     Rule{Topic::Entry, warning, warning, Event::ImageChanged},
     Rule{Topic::Block, information, information, Event::ImageChanged},
     Rule{Topic::BlockRefused, warning, warning, Event::RowsSelected, Event::ImageChanged},
-    Rule{Topic::Clipboard, information, information, {}},
-    Rule{Topic::ForgottenEdits, information, information, {}},
-    Rule{Topic::ReplacedEdits, warning, warning, {}},
-    Rule{Topic::RestoredImage, information, information, {}},
-    Rule{Topic::HiddenBytes, information, information, {}},
+    Rule{Topic::Clipboard, information, information, Event::ClipboardRead},
+    // What the history can take back.
+    Rule{Topic::ForgottenEdits, information, information, followed},
+    // How many can be restored.
+    Rule{Topic::ReplacedEdits, warning, warning, followed},
+    // Which controls differ from those that it was made with.
+    Rule{Topic::RestoredImage, information, information, followed},
+    // The text that is shown.
+    Rule{Topic::HiddenBytes, information, information, followed},
     Rule{Topic::Copy, warning, warning, Event::RowsSelected},
     Rule{Topic::Address, warning, warning, Event::AddressChanged},
     Rule{Topic::Differences, information, information, Event::RowsSelected, Event::ImageChanged},
     Rule{Topic::Device, warning, warning, Event::DeviceChanged},
     Rule{Topic::Tool, warning, warning, Event::ToolChanged, Event::RunBegan},
-    Rule{Topic::Favourites, information, information, {}},
+    Rule{Topic::Favourites, information, information, Event::DeviceChanged,
+         Event::FavouritesChanged},
     Rule{Topic::Console, information, information, Event::ConsoleCleared},
     Rule{Topic::Settings, warning, problem, Event::SettingsSaved},
-    Rule{Topic::SettingsNotRead, problem, problem, {}},
+    Rule{Topic::SettingsNotRead, problem, problem, Event::SettingsSaved},
 };
 
 constexpr bool inOrder() {

@@ -47,16 +47,22 @@ enum class Topic {
 enum class Event {
     RunBegan,
     WorkEnded,
+    ReadTaken,      ///< what a Read left has taken the place of the data read, be it nothing
     BytesRead,      ///< there are bytes of a chip
     ImageChanged,   ///< the data to burn
     ImageHasBytes,  ///< there are data to burn
+    ImageRestored,  ///< an older image has taken the place of the one composed last
+    ImageWritten,   ///< its file holds the image, or there is none
+    ImageMoved,     ///< the image has another file
     BinaryLoading,  ///< the opened binary is about to be read
     SavingBegan,    ///< a file of the user's is about to be chosen
-    SettingsSaved,  ///< settings that could not be saved before
+    SettingsSaved,  ///< settings that could not be saved, or read, before
     DeviceChanged,  ///< the device's name
     ToolChanged,    ///< the programmer tool is another one
     RowsSelected,   ///< other rows than before, or of another content
     AddressChanged, ///< the address to go to
+    ClipboardRead,  ///< a copied text, or it cannot be
+    FavouritesChanged,
     ConsoleCleared,
 };
 

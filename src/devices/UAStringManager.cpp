@@ -31,7 +31,10 @@ void UAStringManager::awakeFromNib() {
         connect(menu, &QMenu::triggered, this, &UAStringManager::pick);
         connect(menu, &QMenu::aboutToShow, this, &UAStringManager::remarkOnMenu);
     }
-    connect(&defaults, &SettingsStore::valueChanged, this, &UAStringManager::endRemark);
+    connect(&defaults, &SettingsStore::valueChanged, this, [this](const QString &key) {
+        if (key == settingsKeys::favourites)
+            emit listChanged();
+    });
     readDict();
     populateMenu();
 }
@@ -77,12 +80,6 @@ void UAStringManager::removeFavourite(QObject *) {
 void UAStringManager::remarkOnMenu() {
     emit remark(dict.isEmpty() ? tr("There are no favourites: enter a device and add it.")
                                : QString());
-}
-
-// Every remark speaks of the device, the list or both.
-void UAStringManager::endRemark(const QString &key) {
-    if (key == settingsKeys::device || key == settingsKeys::favourites)
-        emit remark(QString());
 }
 
 // The menu keeps what it shows where the list could not be changed.

@@ -50,10 +50,11 @@ public:
 signals:
     /// Something worth saying in the message line; empty: what was said is over.
     void remark(const QString &sentence);
+    /// The favourites are other ones.
+    void listChanged();
 
 private:
     void remarkOnMenu();
-    void endRemark(const QString &key);
     bool store(const QStringList &list);
     void pick(QAction *item);
 

@@ -108,8 +108,10 @@ void SettingsStore::save() {
     if (!saved && before == Saving::Works)
         emit problem(tr("The settings hold until VELM ends, but cannot be saved in %1: %2")
                          .arg(filePath(), saved.failure()->reason));
-    if (saved && before == Saving::Failed)
+    if (saved && (before == Saving::Failed || !openingProblem_.isEmpty())) {
+        openingProblem_.clear();
         emit savingWorksAgain();
+    }
 }
 
 Result<void> SettingsStore::trySaving() {

@@ -63,7 +63,7 @@ public:
     /// Where a damaged settings file was moved when this store was opened; empty if none was.
     QString damagedCopyPath() const;
     /// A sentence that says why the store was opened without what is in its file, for the message
-    /// line; empty if it was not, or if the file was moved aside.
+    /// line; empty if it was not, or if the file was moved aside, or has been written since.
     QString openingProblem() const;
 
 signals:
@@ -77,7 +77,8 @@ signals:
     /// The settings file could not be written (emitted once, until a write has worked again), or
     /// had become unreadable and was moved aside; \a sentence says why, for the message line.
     void problem(const QString &sentence);
-    /// Everything that could not be written is in the file now.
+    /// Everything that could not be written is in the file now; and what is in a file that could
+    /// not be read at first holds.
     void savingWorksAgain();
 
 private:

@@ -24,11 +24,12 @@ const QString warning = QStringLiteral("Warning: ");
 const QString problem = QStringLiteral("Problem: ");
 const QString plain; // information has no word before it
 
-const QList<Event> everything = {Event::RunBegan,      Event::WorkEnded,     Event::BytesRead,
-                                 Event::ImageChanged,  Event::ImageHasBytes, Event::BinaryLoading,
-                                 Event::SavingBegan,   Event::SettingsSaved, Event::DeviceChanged,
-                                 Event::ToolChanged,   Event::RowsSelected,  Event::AddressChanged,
-                                 Event::ConsoleCleared};
+const QList<Event> everything = {
+    Event::RunBegan,      Event::WorkEnded,         Event::ReadTaken,     Event::BytesRead,
+    Event::ImageChanged,  Event::ImageHasBytes,     Event::ImageRestored, Event::ImageWritten,
+    Event::ImageMoved,    Event::BinaryLoading,     Event::SavingBegan,   Event::SettingsSaved,
+    Event::DeviceChanged, Event::ToolChanged,       Event::RowsSelected,  Event::AddressChanged,
+    Event::ClipboardRead, Event::FavouritesChanged, Event::ConsoleCleared};
 
 constexpr Topic lastTopic = Topic::SettingsNotRead;
 
@@ -40,23 +41,35 @@ struct Expectation {
     QList<Event> ends;
 };
 
-/// What only somebody else's sentence, or its own speaker, takes back has no end.
+/// What tells of a state goes with that state, by its speaker, and has no end.
 const QList<Expectation> expectations = {
     {"a verdict is of one run", Topic::Verdict, plain, problem, {Event::RunBegan}},
     {"repeated tests are told of until another run", Topic::LogicSeries, plain, warning, {}},
     {"a refusal lasts as long as the work", Topic::Busy, warning, warning, {Event::WorkEnded}},
     {"a question waits for its answer", Topic::SecondPress, warning, warning, {}},
     {"what still prints is no trouble", Topic::Leftovers, plain, plain, {}},
-    {"older bytes warn", Topic::StaleRead, warning, warning, {}},
+    {"older bytes, until the next Read", Topic::StaleRead, warning, warning, {Event::ReadTaken}},
     {"nothing read, until there is", Topic::NothingRead, warning, warning, {Event::BytesRead}},
     {"nothing to burn, until there is",
      Topic::NothingToBurn,
      warning,
      warning,
      {Event::ImageHasBytes}},
-    {"how an image came out, or that it did not", Topic::Composition, plain, problem, {}},
-    {"an image that could not be written is a problem", Topic::Workspace, problem, problem, {}},
-    {"a folder of others warns", Topic::SharedFolder, warning, warning, {}},
+    {"how an image came out, or that it did not, while it is that image",
+     Topic::Composition,
+     plain,
+     problem,
+     {Event::ImageRestored}},
+    {"an image that could not be written, until it is",
+     Topic::Workspace,
+     problem,
+     problem,
+     {Event::ImageWritten}},
+    {"a folder of others, until it is another one",
+     Topic::SharedFolder,
+     warning,
+     warning,
+     {Event::ImageMoved}},
     {"a file that was written again, until it is used or stale",
      Topic::ImageFile,
      plain,
@@ -90,7 +103,7 @@ const QList<Expectation> expectations = {
      warning,
      warning,
      {Event::RowsSelected, Event::ImageChanged}},
-    {"a text is read until its reader says more", Topic::Clipboard, plain, plain, {}},
+    {"a text is read until it has been", Topic::Clipboard, plain, plain, {Event::ClipboardRead}},
     {"forgotten edits are told with each change", Topic::ForgottenEdits, plain, plain, {}},
     {"edits that are gone warn", Topic::ReplacedEdits, warning, warning, {}},
     {"an image that came back is good news", Topic::RestoredImage, plain, plain, {}},
@@ -120,14 +133,22 @@ const QList<Expectation> expectations = {
      warning,
      warning,
      {Event::ToolChanged, Event::RunBegan}},
-    {"a favourite came or went", Topic::Favourites, plain, plain, {}},
+    {"a favourite, until the device or the list is another",
+     Topic::Favourites,
+     plain,
+     plain,
+     {Event::DeviceChanged, Event::FavouritesChanged}},
     {"text was dropped, until all of it is", Topic::Console, plain, plain, {Event::ConsoleCleared}},
     {"unsaved settings, until they are saved",
      Topic::Settings,
      warning,
      problem,
      {Event::SettingsSaved}},
-    {"settings that were not read are a problem", Topic::SettingsNotRead, problem, problem, {}},
+    {"settings that were not read, until they are",
+     Topic::SettingsNotRead,
+     problem,
+     problem,
+     {Event::SettingsSaved}},
 };
 
 /// A line with messages in it, as a window has them.

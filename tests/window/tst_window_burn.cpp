@@ -30,6 +30,7 @@ private slots:
     void refusedComposition_isNoEmptyFile();
     void sharedFolder_isSaidOnce_data();
     void sharedFolder_isSaidOnce();
+    void sharedFolder_isSaidOfTheFolderInUse();
     void oddDevice_isAskedAboutFirst_data();
     void oddDevice_isAskedAboutFirst();
     void oddDevice_andForeignFileAreOneQuestion();
@@ -267,6 +268,21 @@ void TestWindowBurn::sharedFolder_isSaidOnce() {
     velm.delegate().build_and_reload();
     velm.settle();
     QCOMPARE(velm.message().count(sentence), said ? 1 : 0);
+}
+
+void TestWindowBurn::sharedFolder_isSaidOfTheFolderInUse() {
+    WindowFixture velm;
+    velm.write(QStringLiteral("shared/x"), "");
+    QCOMPARE(::chmod(QFile::encodeName(velm.path(QStringLiteral("shared"))).constData(), 0777), 0);
+    velm.start();
+    const QString own = velm.settings().stringValue(settingsKeys::temp_output_file);
+    const QString sentence = QStringLiteral("Others may put files into");
+    QVERIFY(!velm.message().contains(sentence));
+    velm.settings().setValue(settingsKeys::temp_output_file,
+                             velm.path(QStringLiteral("shared/temp.bin")));
+    QVERIFY2(velm.message().contains(sentence), qPrintable(velm.message()));
+    velm.settings().setValue(settingsKeys::temp_output_file, own);
+    QVERIFY2(!velm.message().contains(sentence), qPrintable(velm.message()));
 }
 
 void TestWindowBurn::oddDevice_isAskedAboutFirst_data() {

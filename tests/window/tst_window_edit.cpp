@@ -29,6 +29,7 @@ private slots:
     void edits_surviveATabChange();
     void editsReplacedByAComposition_canBeRestored();
     void restoredEdits_sayWhichControlsSaySomethingElse();
+    void restoredEdits_endWhatWasSaidOfTheComposition();
     void restoring_isOneStepOfTheHistory();
     void compositionOfTheSameBytes_losesNoEdits();
     void editsDoNotTouchTheReadData();
@@ -249,6 +250,22 @@ void TestWindowEdit::restoredEdits_sayWhichControlsSaySomethingElse() {
     velm.click(velm.controls().btn_pad);
     velm.settle();
     QVERIFY2(!velm.message().contains(QStringLiteral("was restored")), qPrintable(velm.message()));
+}
+
+void TestWindowEdit::restoredEdits_endWhatWasSaidOfTheComposition() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    enter(velm, 0, 1, QStringLiteral("7A"));
+    velm.settings().setValue(settingsKeys::pad_to, QStringLiteral("2097152"));
+    velm.click(velm.controls().btn_pad);
+    velm.settle();
+    QVERIFY(!velm.state().output_data);
+    QVERIFY2(velm.message().contains(QStringLiteral("There is no data to burn")),
+             qPrintable(velm.message()));
+    velm.delegate().edits().restore();
+    QCOMPARE(lengthOf(velm.state().output_data), 20);
+    QVERIFY2(!velm.message().contains(QStringLiteral("There is no data to burn")),
+             qPrintable(velm.message()));
 }
 
 void TestWindowEdit::restoring_isOneStepOfTheHistory() {

@@ -6,6 +6,7 @@
 #include "settings/SettingsKeys.h"
 #include "support/Privileges.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -25,6 +26,7 @@ private slots:
     void openedBinary_thatIsNoFileIsSaid();
     void damagedSettings_areKeptAsideAndSaid();
     void unreadableSettings_areSaid();
+    void unreadableSettings_areSaidUntilTheyAreRead();
     void unsavedSettings_areSaidUntilTheyAreSaved();
     void paths_showTheirEnds();
     void quitting_leavesTheTemporaryFiles();
@@ -270,6 +272,23 @@ void TestWindowStart::unreadableSettings_areSaid() {
     const QString message = window.window().controls().messageLine->text();
     QVERIFY(!settings.openingProblem().isEmpty());
     QVERIFY2(message.contains(settings.openingProblem()), qPrintable(message));
+}
+
+void TestWindowStart::unreadableSettings_areSaidUntilTheyAreRead() {
+    WindowFixture velm;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("velm.conf"));
+    QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("velm.conf")));
+    SettingsStore settings(path);
+    VelmWindow window({settings, velm.log, velm.panels, [] {}, velm.path(QStringLiteral("s"))});
+    const MessageLine &line = *window.window().controls().messageLine;
+    const QString sentence = QStringLiteral("VELM starts with its defaults");
+    QVERIFY2(line.text().contains(sentence), qPrintable(line.text()));
+    QVERIFY(QDir(path).removeRecursively());
+    velm.write(path, "[General]\npad_to=77\n");
+    settings.setValue(settingsKeys::device, QStringLiteral("27C64"));
+    QCOMPARE(settings.stringValue(settingsKeys::pad_to), QStringLiteral("77"));
+    QVERIFY2(!line.text().contains(sentence), qPrintable(line.text()));
 }
 
 void TestWindowStart::unsavedSettings_areSaidUntilTheyAreSaved() {
