@@ -8,6 +8,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <ctime>
+#include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/file.h>
@@ -26,7 +27,8 @@ int callsToAgain = 0;
 int errorGiven = 0;
 const char *struckName = nullptr;
 std::function<void()> done;
-QByteArray namesStruck; // their beginning
+QByteArray namesStruck;     // their beginning
+QMap<QByteArray, int> made; // calls by name
 std::atomic<double> slept = 0;
 
 enum class Effect { Reads, Changes };
@@ -53,6 +55,7 @@ size_t allowed(const char *name, size_t size) {
 bool letFail(const char *name, Effect effect) {
     if (!armed)
         return false;
+    ++made[name];
     const bool again = callsToAgain > 0 && --callsToAgain == 0;
     if (again)
         errno = errorGiven;
@@ -124,6 +127,7 @@ FailingCalls::FailingCalls(int call, Mishap mishap, int error) {
     errorGiven = error;
     struckName = nullptr;
     namesStruck.clear();
+    made.clear();
     armed = true;
 }
 
@@ -155,6 +159,10 @@ bool FailingCalls::hasStruck() const {
 
 QByteArray FailingCalls::struckCall() const {
     return struckName;
+}
+
+QMap<QByteArray, int> FailingCalls::callsMade() const {
+    return made;
 }
 
 double millisecondsSlept() {
@@ -214,8 +222,8 @@ ssize_t pwrite(int file, const void *bytes, size_t size, off_t place) {
 }
 
 ssize_t pwrite64(int file, const void *bytes, size_t size, off64_t place) {
-    return changing<ssize_t(int, const void *, size_t, off64_t)>("pwrite64", file, bytes, size,
-                                                                 place);
+    return changing<ssize_t(int, const void *, size_t, off64_t)>("pwrite64", file, bytes,
+                                                                 allowed("pwrite64", size), place);
 }
 
 void *mmap(void *address, size_t size, int use, int flags, int file, off_t place) noexcept {
@@ -277,6 +285,26 @@ int access(const char *path, int mode) noexcept {
     return reading<int(const char *, int)>("access", path, mode);
 }
 
+int faccessat(int folder, const char *path, int mode, int flags) noexcept {
+    return reading<int(int, const char *, int, int)>("faccessat", folder, path, mode, flags);
+}
+
+char *realpath(const char *path, char *resolved) noexcept {
+    return letFail("realpath", Effect::Reads)
+               ? nullptr
+               : libraryFunction<char *(const char *, char *)>("realpath")(path, resolved);
+}
+
+ssize_t readlink(const char *path, char *target, size_t size) noexcept {
+    return reading<ssize_t(const char *, char *, size_t)>("readlink", path, target, size);
+}
+
+DIR *opendir(const char *path) {
+    return letFail("opendir", Effect::Reads)
+               ? nullptr
+               : libraryFunction<DIR *(const char *)>("opendir")(path);
+}
+
 int mkdir(const char *path, mode_t mode) noexcept {
     return changing<int(const char *, mode_t)>("mkdir", path, mode);
 }
@@ -291,6 +319,14 @@ int ftruncate(int file, off_t size) noexcept {
 
 int ftruncate64(int file, off64_t size) noexcept {
     return changing<int(int, off64_t)>("ftruncate64", file, size);
+}
+
+int truncate64(const char *path, off64_t size) noexcept {
+    return changing<int(const char *, off64_t)>("truncate64", path, size);
+}
+
+int chmod(const char *path, mode_t mode) noexcept {
+    return changing<int(const char *, mode_t)>("chmod", path, mode);
 }
 
 int link(const char *from, const char *to) noexcept {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMap>
 
 #include <functional>
 
@@ -42,6 +43,8 @@ public:
     bool hasStruck() const;
     /// The name of the function that was struck; empty before.
     QByteArray struckCall() const;
+    /// The functions that were called so far, and how often each was.
+    QMap<QByteArray, int> callsMade() const;
 };
 
 /// How long the program has asked to sleep so far, in milliseconds, whatever it was woken by.
