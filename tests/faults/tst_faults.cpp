@@ -223,14 +223,21 @@ private:
     /// What could not be cleared up goes at the next start, but for what stands in the user's
     /// own folders.
     QString inClearingUp() {
+        if (unfinished().isEmpty())
+            return {};
         velm.end();
         velm.start();
+        const QStringList left = unfinished();
+        return left.isEmpty() ? QString() : QStringLiteral("still left: ") + left.join(u' ');
+    }
+
+    QStringList unfinished() const {
         QStringList left;
         for (const char *folder : {".", "workspace"})
             left += QDir(velm.path(QLatin1String(folder)))
                         .entryList({QStringLiteral("*.velm-*")}, QDir::Files | QDir::Hidden);
         left.removeIf([](const QString &name) { return name.startsWith(u"export.bin"); });
-        return left.isEmpty() ? QString() : QStringLiteral("still left: ") + left.join(u' ');
+        return left;
     }
 
     QString inExport() {
