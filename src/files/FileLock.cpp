@@ -7,10 +7,10 @@
 #include "files/SystemName.h"
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -54,11 +54,11 @@ bool isLocked(const QByteArray &name, const FileDescriptor &file) {
 
 FileLock::FileLock(FileDescriptor file) : file_(std::move(file)) {}
 
-Result<FileLock> FileLock::take(const QString &path, std::chrono::milliseconds patience) {
+Result<FileLock> FileLock::take(const QString &path, QDeadlineTimer deadline) {
     const Result<QByteArray> name = systemName(path);
     if (const Failure *failure = name.failure())
         return *failure;
-    for (const QDeadlineTimer deadline(patience);;) {
+    while (true) {
         Result<FileDescriptor> file = openToReplace(*name);
         if (const Failure *failure = file.failure())
             return *failure;

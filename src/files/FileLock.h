@@ -6,9 +6,8 @@
 #include "base/FileDescriptor.h"
 #include "base/Result.h"
 
+#include <QDeadlineTimer>
 #include <QString>
-
-#include <chrono>
 
 /// The right to replace one file. Two programs that each load a file, change what they loaded and
 /// save it would lose one of the changes; whoever takes the lock before loading does not. It is
@@ -17,9 +16,9 @@
 class FileLock {
 public:
     /// Takes the lock of the regular file at \a path, for which this program must have the right
-    /// to write; where there is none, an empty one is made. Waits at most \a patience for another
-    /// holder.
-    static Result<FileLock> take(const QString &path, std::chrono::milliseconds patience);
+    /// to write; where there is none, an empty one is made. Waits for another holder until
+    /// \a deadline.
+    static Result<FileLock> take(const QString &path, QDeadlineTimer deadline);
 
 private:
     explicit FileLock(FileDescriptor file);

@@ -5,15 +5,18 @@
 
 #include <atomic>
 #include <cerrno>
+#include <condition_variable>
 #include <cstdarg>
 #include <cstdio>
 #include <ctime>
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <mutex>
 #include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -29,7 +32,13 @@ const char *struckName = nullptr;
 std::function<void()> done;
 QByteArray namesStruck;     // their beginning
 QMap<QByteArray, int> made; // calls by name
+std::thread::id doneIn;
 std::atomic<double> slept = 0;
+std::mutex diskMutex;
+std::condition_variable diskIsFree;
+bool diskIsHeld = false;
+int callsToDisk = 0;
+int errorOfDisk = 0;
 
 enum class Effect { Reads, Changes };
 
@@ -53,7 +62,8 @@ size_t allowed(const char *name, size_t size) {
 
 /// True if this call is to fail, with errno set.
 bool letFail(const char *name, Effect effect) {
-    if (!armed)
+    const bool isElsewhere = done && std::this_thread::get_id() != doneIn;
+    if (!armed || isElsewhere)
         return false;
     ++made[name];
     const bool again = callsToAgain > 0 && --callsToAgain == 0;
@@ -113,6 +123,24 @@ int opening(const char *name, const char *path, int flags, mode_t mode) {
                           : reading<Function>(name, path, flags, mode);
 }
 
+/// The error with which a held disk answers once it is free; 0 for none.
+int heldDisk() {
+    std::unique_lock lock(diskMutex);
+    if (!diskIsHeld)
+        return 0;
+    ++callsToDisk;
+    diskIsFree.wait(lock, [] { return !diskIsHeld; });
+    return errorOfDisk;
+}
+
+int flushing(const char *name, int file) {
+    const int error = heldDisk();
+    if (error == 0)
+        return reading<int(int)>(name, file);
+    errno = error;
+    return -1;
+}
+
 void addSleep(const timespec *time) {
     slept = slept + double(time->tv_sec) * 1e3 + double(time->tv_nsec) / 1e6;
 }
@@ -141,6 +169,7 @@ FailingCalls::FailingCalls(const QByteArray &name, int call, Mishap mishap, int 
 
 FailingCalls::FailingCalls(int call, std::function<void()> meanwhile)
     : FailingCalls(call, Mishap::Fails, 0) {
+    doneIn = std::this_thread::get_id();
     done = std::move(meanwhile);
 }
 
@@ -163,6 +192,31 @@ QByteArray FailingCalls::struckCall() const {
 
 QMap<QByteArray, int> FailingCalls::callsMade() const {
     return made;
+}
+
+HeldDisk::HeldDisk() {
+    const std::lock_guard lock(diskMutex);
+    diskIsHeld = true;
+    callsToDisk = 0;
+    errorOfDisk = 0;
+}
+
+HeldDisk::~HeldDisk() {
+    release();
+}
+
+int HeldDisk::calls() const {
+    const std::lock_guard lock(diskMutex);
+    return callsToDisk;
+}
+
+void HeldDisk::release(int error) {
+    {
+        const std::lock_guard lock(diskMutex);
+        if (std::exchange(diskIsHeld, false))
+            errorOfDisk = error;
+    }
+    diskIsFree.notify_all();
 }
 
 double millisecondsSlept() {
@@ -241,11 +295,11 @@ void *mmap64(void *address, size_t size, int use, int flags, int file, off64_t p
 }
 
 int fsync(int file) {
-    return reading<int(int)>("fsync", file);
+    return flushing("fsync", file);
 }
 
 int fdatasync(int file) {
-    return reading<int(int)>("fdatasync", file);
+    return flushing("fdatasync", file);
 }
 
 int flock(int file, int operation) noexcept {

@@ -29,7 +29,8 @@ public:
     FailingCalls(const QByteArray &name, int call, int error);
     /// The same with another \a mishap.
     FailingCalls(const QByteArray &name, int call, Mishap mishap, int error);
-    /// Has \a meanwhile done before call number \a call, as by another program at that moment.
+    /// Has \a meanwhile done before call number \a call of this thread, as by another program at
+    /// that moment.
     FailingCalls(int call, std::function<void()> meanwhile);
     ~FailingCalls();
     FailingCalls(const FailingCalls &) = delete;
@@ -45,6 +46,22 @@ public:
     QByteArray struckCall() const;
     /// The functions that were called so far, and how often each was.
     QMap<QByteArray, int> callsMade() const;
+};
+
+/// A disk that takes nothing: while it lives, whoever asks it to write what it was given (fsync(),
+/// fdatasync()) waits. One at a time.
+class HeldDisk {
+public:
+    HeldDisk();
+    /// Releases it.
+    ~HeldDisk();
+    HeldDisk(const HeldDisk &) = delete;
+    HeldDisk &operator=(const HeldDisk &) = delete;
+
+    /// How often it was asked so far.
+    int calls() const;
+    /// Lets those who wait go on: their calls fail with \a error, unless it is 0.
+    void release(int error = 0);
 };
 
 /// How long the program has asked to sleep so far, in milliseconds, whatever it was woken by.

@@ -1,0 +1,107 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "files/BoundedSaving.h"
+
+#include "files/FileSaving.h"
+#include "files/UnfinishedFile.h"
+
+#include <cerrno>
+#include <chrono>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <system_error>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+
+namespace {
+
+constexpr std::chrono::seconds patienceAtTheEnd(1);
+constexpr std::chrono::milliseconds betweenLooks(100);
+
+/// The error is 0 as well where the file system has no such call.
+int errorOfFlushing(FileDescriptor file) {
+    const bool isDone = ::fdatasync(file.get()) == 0 || errno == EINVAL || errno == ENOTSUP;
+    return isDone ? 0 : errno;
+}
+
+} // namespace
+
+BoundedSaving::BoundedSaving(QObject *parent) : QObject(parent) {
+    looking_.setInterval(betweenLooks);
+    connect(&looking_, &QTimer::timeout, this, &BoundedSaving::lookAgain);
+}
+
+// What the disk has not taken by then the system gives to it, whether this program runs or not, and
+// nobody is left to be told of a refusal.
+BoundedSaving::~BoundedSaving() {
+    const QDeadlineTimer deadline(patienceAtTheEnd);
+    while (asked_.valid() && diskHasAnswered(deadline))
+        static_cast<void>(answer());
+}
+
+Result<void> BoundedSaving::save(const QString &path, const QByteArray &bytes,
+                                 QDeadlineTimer deadline) {
+    lookAgain();
+    Result<UnfinishedFile> file = unfinishedFile(path, bytes, Durability::ProgramEnd);
+    if (!file)
+        return *file.failure();
+    FileDescriptor copy(::fcntl(file->descriptor(), F_DUPFD_CLOEXEC, 0));
+    if (!copy.isOpen())
+        return Failure::ofSystem(errno);
+    if (asked_.valid()) {
+        next_ = std::move(copy);
+    } else {
+        if (const Result<void> asked = askDisk(std::move(copy)); !asked)
+            return asked;
+        if (diskHasAnswered(deadline))
+            if (const Result<void> answered = answer(); !answered)
+                return answered;
+    }
+    const Result<void> placed = file->takePlace();
+    // Or the copy would lock the file at its place for as long as the disk needs.
+    ::flock(file->descriptor(), LOCK_UN);
+    if (asked_.valid())
+        looking_.start();
+    return placed;
+}
+
+// No call that asks the disk can be bounded, so it is made in a thread of its own. That has a
+// descriptor and nothing else, and nobody need wait for its end.
+Result<void> BoundedSaving::askDisk(FileDescriptor file) {
+    std::packaged_task<int()> task(
+        [file = std::move(file)]() mutable { return errorOfFlushing(std::move(file)); });
+    asked_ = task.get_future();
+    try {
+        std::thread(std::move(task)).detach();
+    } catch (const std::system_error &error) {
+        asked_ = {};
+        return Failure::ofSystem(error.code().value());
+    }
+    return {};
+}
+
+bool BoundedSaving::diskHasAnswered(QDeadlineTimer deadline) const {
+    return asked_.wait_for(deadline.remainingTimeAsDuration()) == std::future_status::ready;
+}
+
+// What it is asked about next has replaced what it may have refused.
+Result<void> BoundedSaving::answer() {
+    const int error = asked_.get();
+    if (next_.isOpen())
+        return askDisk(std::exchange(next_, FileDescriptor()));
+    if (error != 0)
+        return Failure::ofSystem(error);
+    return {};
+}
+
+void BoundedSaving::lookAgain() {
+    if (!asked_.valid() || !diskHasAnswered(QDeadlineTimer(0)))
+        return;
+    const Result<void> answered = answer();
+    if (!asked_.valid())
+        looking_.stop();
+    if (const Failure *failure = answered.failure())
+        emit refused(*failure);
+}

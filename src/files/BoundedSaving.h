@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "base/FileDescriptor.h"
+#include "base/Result.h"
+
+#include <QByteArray>
+#include <QDeadlineTimer>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+#include <future>
+
+/// Saves one file over and over for somebody who must not wait long for the disk. The disk is asked
+/// to take the bytes before they take the file's place. Where it needs longer, they take it at
+/// once, so that neither another program nor the end of this one misses them, and the disk follows:
+/// until then a failure of power may cost the file, and nothing else may.
+class BoundedSaving final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit BoundedSaving(QObject *parent = nullptr);
+    /// Waits for the disk once more, for a second at most.
+    ~BoundedSaving() override;
+
+    /// Replaces the file at \a path by \a bytes, by the rules of saveWholeFile(). Waits for the
+    /// disk until \a deadline, and not at all while it is still busy with what was saved before.
+    Result<void> save(const QString &path, const QByteArray &bytes, QDeadlineTimer deadline);
+
+signals:
+    /// The disk has refused, for \a failure, what save() took for saved.
+    void refused(const Failure &failure);
+
+private:
+    Result<void> askDisk(FileDescriptor file);
+    bool diskHasAnswered(QDeadlineTimer deadline) const;
+    Result<void> answer();
+    void lookAgain();
+
+    std::future<int> asked_; ///< the error that the disk answers with; not valid while it has none
+    FileDescriptor next_;    ///< what it is to be asked about then
+    QTimer looking_;         ///< for an answer that came too late
+};

@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "files/BoundedSaving.h"
+#include "files/FileLock.h"
+
+#include "support/FailingCalls.h"
+#include "support/FileHelpers.h"
+
+#include <QDir>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cerrno>
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+class TestBoundedSaving : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void aDiskThatRefusesAtOnce_leavesTheOldFile();
+    void aDiskThatIsSlow_isNotWaitedFor();
+    void aFileThatTheDiskHasYetToTake_isNotLocked();
+    void ofManyFiles_aSlowDiskIsAskedAboutTheLast();
+    void aRefusalThatComesLater_isTold();
+    void aRefusalOfWhatHasBeenReplaced_isNot();
+    void theEnd_doesNotWaitForEver();
+
+private:
+    QString path() const { return folder_->filePath(QStringLiteral("a.conf")); }
+    QStringList files() const { return QDir(folder_->path()).entryList(QDir::Files); }
+
+    std::unique_ptr<QTemporaryDir> folder_;
+};
+
+void TestBoundedSaving::init() {
+    folder_ = std::make_unique<QTemporaryDir>();
+    QVERIFY(writeWholeFile(path(), "old"));
+}
+
+void TestBoundedSaving::aDiskThatRefusesAtOnce_leavesTheOldFile() {
+    BoundedSaving saving;
+    const QSignalSpy refusals(&saving, &BoundedSaving::refused);
+    const FailingCalls failing("fdatasync", 1, EIO);
+    const Result<void> saved = saving.save(path(), "new", 10s);
+    QVERIFY(!saved);
+    QCOMPARE(saved.failure()->systemError, EIO);
+    QCOMPARE(readWholeFile(path()), QByteArray("old"));
+    QCOMPARE(files().size(), 1);
+    QCOMPARE(refusals.size(), 0);
+}
+
+void TestBoundedSaving::aDiskThatIsSlow_isNotWaitedFor() {
+    BoundedSaving saving;
+    HeldDisk disk;
+    QVERIFY(saving.save(path(), "new", 0ms));
+    QCOMPARE(readWholeFile(path()), QByteArray("new"));
+    QCOMPARE(files().size(), 1);
+    QTRY_COMPARE(disk.calls(), 1);
+}
+
+void TestBoundedSaving::aFileThatTheDiskHasYetToTake_isNotLocked() {
+    BoundedSaving saving;
+    const HeldDisk disk;
+    QVERIFY(saving.save(path(), "new", 0ms));
+    QVERIFY(FileLock::take(path(), 0ms));
+}
+
+void TestBoundedSaving::ofManyFiles_aSlowDiskIsAskedAboutTheLast() {
+    BoundedSaving saving;
+    const QSignalSpy refusals(&saving, &BoundedSaving::refused);
+    HeldDisk disk;
+    QVERIFY(saving.save(path(), "first", 0ms));
+    QTRY_COMPARE(disk.calls(), 1);
+    for (const char *bytes : {"second", "third"}) {
+        QVERIFY(saving.save(path(), bytes, 10h));
+        QCOMPARE(readWholeFile(path()), QByteArray(bytes));
+    }
+    QCOMPARE(disk.calls(), 1);
+    const FailingCalls counting("fdatasync", 99, EIO);
+    disk.release();
+    QTRY_COMPARE(counting.callsMade().value("fdatasync"), 2);
+    QCOMPARE(refusals.size(), 0);
+}
+
+void TestBoundedSaving::aRefusalThatComesLater_isTold() {
+    BoundedSaving saving;
+    QString reason;
+    connect(&saving, &BoundedSaving::refused, this,
+            [&reason](const Failure &failure) { reason = failure.reason; });
+    HeldDisk disk;
+    QVERIFY(saving.save(path(), "new", 0ms));
+    QTRY_COMPARE(disk.calls(), 1);
+    disk.release(EIO);
+    QTRY_COMPARE(reason, QStringLiteral("Input/output error"));
+    QVERIFY(saving.save(path(), "newer", 10s));
+    QCOMPARE(readWholeFile(path()), QByteArray("newer"));
+}
+
+void TestBoundedSaving::aRefusalOfWhatHasBeenReplaced_isNot() {
+    BoundedSaving saving;
+    const QSignalSpy refusals(&saving, &BoundedSaving::refused);
+    HeldDisk disk;
+    QVERIFY(saving.save(path(), "new", 0ms));
+    QTRY_COMPARE(disk.calls(), 1);
+    QVERIFY(saving.save(path(), "newer", 10h));
+    const FailingCalls counting("fdatasync", 99, EIO);
+    disk.release(EIO);
+    QTRY_COMPARE(counting.callsMade().value("fdatasync"), 1);
+    QVERIFY(saving.save(path(), "newest", 10s));
+    QCOMPARE(refusals.size(), 0);
+}
+
+void TestBoundedSaving::theEnd_doesNotWaitForEver() {
+    const HeldDisk disk;
+    {
+        BoundedSaving saving;
+        QVERIFY(saving.save(path(), "new", 0ms));
+        QTRY_COMPARE(disk.calls(), 1);
+        QVERIFY(saving.save(path(), "newer", 0ms));
+    }
+    QCOMPARE(disk.calls(), 1);
+    QCOMPARE(readWholeFile(path()), QByteArray("newer"));
+}
+
+QTEST_GUILESS_MAIN(TestBoundedSaving)
+#include "tst_boundedsaving.moc"
