@@ -5,7 +5,6 @@
 
 #include "files/FileLoading.h"
 #include "files/FileLock.h"
-#include "files/FileSaving.h"
 #include "files/PrivateFolder.h"
 #include "files/UnfinishedFile.h"
 #include "settings/IniText.h"
@@ -14,13 +13,11 @@
 #include <QFileInfo>
 
 #include <cerrno>
-#include <chrono>
 
 namespace {
 
 constexpr qint64 largestFile = qint64(1) << 20;
 constexpr int maxCopies = 1000;
-constexpr std::chrono::milliseconds patience(100);
 
 using Content = std::variant<QByteArray, IniFile::Damaged, Failure>;
 
@@ -48,15 +45,6 @@ IniFile::Outcome valuesIn(const Content &content) {
     return IniFile::Damaged();
 }
 
-IniFile::Outcome save(const QString &path, const QByteArray &before, const QByteArray &after) {
-    if (after.size() > largestFile)
-        return Failure::ofSystem(EFBIG);
-    if (after != before)
-        if (const auto saved = saveWholeFile(path, after); !saved)
-            return *saved.failure();
-    return valuesIn(after);
-}
-
 } // namespace
 
 IniFile::IniFile(const QString &path) : path_(path) {
@@ -67,9 +55,9 @@ IniFile::Outcome IniFile::read() const {
     return valuesIn(load(path_, IfAbsent::Empty));
 }
 
-IniFile::Outcome IniFile::change(const QVariantMap &changes) const {
+IniFile::Outcome IniFile::change(const QVariantMap &changes, QDeadlineTimer deadline) {
     makePrivateFolder(QFileInfo(path_).path());
-    const auto lock = FileLock::take(path_, patience);
+    const auto lock = FileLock::take(path_, deadline);
     if (const Failure *failure = lock.failure())
         return *failure;
     // There is one, since it is locked: if it has gone, somebody is about to replace it.
@@ -78,7 +66,13 @@ IniFile::Outcome IniFile::change(const QVariantMap &changes) const {
     if (!std::holds_alternative<QVariantMap>(values))
         return values;
     const QByteArray &before = std::get<QByteArray>(content);
-    return save(path_, before, iniText::changed(before, changes));
+    const QByteArray after = iniText::changed(before, changes);
+    if (after.size() > largestFile)
+        return Failure::ofSystem(EFBIG);
+    if (after != before)
+        if (const auto saved = saving_.save(path_, after, deadline); !saved)
+            return *saved.failure();
+    return valuesIn(after);
 }
 
 std::optional<QString> IniFile::moveAside() const {

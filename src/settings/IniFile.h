@@ -4,10 +4,13 @@
 #pragma once
 
 #include "base/Result.h"
+#include "files/BoundedSaving.h"
 
+#include <QDeadlineTimer>
 #include <QString>
 #include <QVariantMap>
 
+#include <chrono>
 #include <optional>
 #include <variant>
 
@@ -31,10 +34,15 @@ public:
 
     /// What is in the file now; nothing if there is none.
     Outcome read() const;
-    /// Saves the values of \a changes (key to value) beside what else is in the file, has the disk
-    /// confirm it, and returns all of it. On failure the file is as it was. Makes missing folders;
-    /// waits at most 100 ms for another program that changes the file.
-    Outcome change(const QVariantMap &changes) const;
+    /// Saves the values of \a changes (key to value) beside what else is in the file, and returns
+    /// all of it. On failure the file is as it was. Makes missing folders. Waits until \a deadline
+    /// for another program that changes the file, and for the disk, which may follow.
+    Outcome change(const QVariantMap &changes, QDeadlineTimer deadline = QDeadlineTimer(patience));
+    /// How long a change waits for others, if nothing else is said.
+    static constexpr std::chrono::milliseconds patience{100};
+
+    /// Tells when the disk has refused a change later.
+    const BoundedSaving &saving() const { return saving_; }
 
     /// Renames what is at the path to the first unused name of "<path>.damaged",
     /// "<path>.damaged-2", … and returns that name; nothing if it could not be moved.
@@ -42,4 +50,5 @@ public:
 
 private:
     QString path_;
+    BoundedSaving saving_;
 };

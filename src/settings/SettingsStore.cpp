@@ -5,12 +5,16 @@
 
 #include "settings/StoredValue.h"
 
+#include <QDeadlineTimer>
+
 #include <optional>
 #include <utility>
 #include <variant>
 
 SettingsStore::SettingsStore(const QString &filePath, QObject *parent)
     : QObject(parent), file_(filePath) {
+    connect(&file_.saving(), &BoundedSaving::refused, this,
+            [this](const Failure &failure) { tellOf(failure); });
     open();
     announced_ = visibleValues();
 }
@@ -103,7 +107,10 @@ QVariant SettingsStore::storedVariant(const QString &key) const {
 }
 
 void SettingsStore::save() {
-    const Result<void> saved = trySaving();
+    tellOf(trySaving());
+}
+
+void SettingsStore::tellOf(const Result<void> &saved) {
     const Saving before = std::exchange(saving_, saved ? Saving::Works : Saving::Failed);
     if (!saved && before == Saving::Works)
         emit problem(tr("The settings hold until VELM ends, but cannot be saved in %1: %2")
@@ -115,9 +122,10 @@ void SettingsStore::save() {
 }
 
 Result<void> SettingsStore::trySaving() {
-    IniFile::Outcome outcome = file_.change(unsaved_);
+    const QDeadlineTimer deadline(IniFile::patience);
+    IniFile::Outcome outcome = file_.change(unsaved_, deadline);
     if (std::holds_alternative<IniFile::Damaged>(outcome) && keepDamagedFileAside())
-        outcome = file_.change(unsaved_);
+        outcome = file_.change(unsaved_, deadline);
     if (const auto *failure = std::get_if<Failure>(&outcome))
         return *failure;
     if (std::holds_alternative<IniFile::Damaged>(outcome))

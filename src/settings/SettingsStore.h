@@ -38,10 +38,10 @@ public:
     void registerDefaults(const QVariantMap &defaults);
 
     /// Stores \a value (a bool, a QString or a QStringList) under \a key and emits valueChanged()
-    /// before returning if the visible value changed. A failure to write the file keeps the value
-    /// for this run and is reported through problem(); it is tried again with the next change and
-    /// at the end. False, with nothing changed and changeRefused() emitted, while values may not
-    /// change.
+    /// before returning if the visible value changed. Returns within 100 ms; a disk that needs
+    /// longer follows. A failure to write the file keeps the value for this run and is reported
+    /// through problem(); it is tried again with the next change and at the end. False, with
+    /// nothing changed and changeRefused() emitted, while values may not change.
     bool setValue(const QString &key, const QVariant &value);
 
     /// Lets \a mayChange say at each setValue() whether values may change now; without it they
@@ -74,8 +74,9 @@ signals:
     /// The visible value of \a key changed: by setValue(), by registerDefaults(), or because
     /// another program had written the file when setValue() came to write it.
     void valueChanged(const QString &key);
-    /// The settings file could not be written (emitted once, until a write has worked again), or
-    /// had become unreadable and was moved aside; \a sentence says why, for the message line.
+    /// The settings file could not be written, or the disk has refused it later (emitted once,
+    /// until a write has worked again), or it had become unreadable and was moved aside; \a
+    /// sentence says why, for the message line.
     void problem(const QString &sentence);
     /// Everything that could not be written is in the file now; and what is in a file that could
     /// not be read at first holds.
@@ -99,6 +100,7 @@ private:
     bool isStored(const QString &key) const;
     QVariant storedVariant(const QString &key) const;
     void save();
+    void tellOf(const Result<void> &saved);
     Result<void> trySaving();
     bool keepDamagedFileAside();
     QMap<QString, VisibleValue> visibleValues() const;

@@ -83,7 +83,7 @@ void TestIniFile::outcomes() {
     QVERIFY(writeWholeFile(in("large"), "a=" + QByteArray(2 << 20, 'b')));
     QCOMPARE(mkfifo(QFile::encodeName(in("fifo")).constData(), 0600), 0);
     QVERIFY(QFile::link(QStringLiteral("/dev/null"), in("link")));
-    const IniFile file(folder_->filePath(name));
+    IniFile file(folder_->filePath(name));
     QCOMPARE(pictureOf(file.read()), read);
     QCOMPARE(pictureOf(file.change(oneChange)), changed);
     if (changed.contains(u'='))

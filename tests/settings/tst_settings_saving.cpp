@@ -14,6 +14,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cerrno>
 #include <sys/stat.h>
 #include <thread>
 
@@ -40,6 +41,8 @@ private slots:
     void storesAtOnce_keepEachOthersChanges();
     void changeThatCouldNotBeSaved_isSavedAtTheEnd();
     void moreThanAFileMayHold_isNotSaved();
+    void aDiskThatIsSlow_holdsNoChangeUp();
+    void aDiskThatRefusesLater_isReported();
 
 private:
     QString path() const { return folder_->filePath(QStringLiteral("velm.conf")); }
@@ -269,6 +272,39 @@ void TestSettingsSaving::moreThanAFileMayHold_isNotSaved() {
     QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\n"));
     store.setValue(binary, QStringLiteral("/b"));
     QCOMPARE(readWholeFile(path()), QByteArray("[General]\nbinary=/b\ndevice=A\n"));
+}
+
+void TestSettingsSaving::aDiskThatIsSlow_holdsNoChangeUp() {
+    HeldDisk disk;
+    {
+        SettingsStore store(path());
+        QSignalSpy problems(&store, &SettingsStore::problem);
+        for (const QString &name : {QStringLiteral("A"), QStringLiteral("AT")}) {
+            QVERIFY(store.setValue(device, name));
+            QCOMPARE(SettingsStore(path()).stringValue(device), name);
+        }
+        QTRY_COMPARE(disk.calls(), 1);
+        QCOMPARE(problems.size(), 0);
+    }
+    QCOMPARE(SettingsStore(path()).stringValue(device), QStringLiteral("AT"));
+}
+
+void TestSettingsSaving::aDiskThatRefusesLater_isReported() {
+    HeldDisk disk;
+    SettingsStore store(path());
+    QSignalSpy problems(&store, &SettingsStore::problem);
+    QSignalSpy recoveries(&store, &SettingsStore::savingWorksAgain);
+    store.setValue(pad, true);
+    QTRY_COMPARE(disk.calls(), 1);
+    disk.release(EIO);
+    QTRY_COMPARE(problems.size(), 1);
+    QCOMPARE(problems.first().first().toString(),
+             QStringLiteral("The settings hold until VELM ends, but cannot be saved in %1: "
+                            "Input/output error")
+                 .arg(path()));
+    store.setValue(device, QStringLiteral("A"));
+    QCOMPARE(recoveries.size(), 1);
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\npad=true\n"));
 }
 
 QTEST_GUILESS_MAIN(TestSettingsSaving)
