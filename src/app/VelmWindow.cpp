@@ -43,7 +43,7 @@ QSize firstSize(const QWidget &window) {
 VelmWindow::VelmWindow(const Surroundings &surroundings)
     : settings_(surroundings.settings),
       mayUseFolder_(surroundings.mayUseFolder),
-      memory_(surroundings.memoryPath),
+      memory_(surroundings.memoryPath, &surroundings.log),
       toolTrust_(surroundings.settings, memory_),
       messages_(*window_.controls().messageLine),
       gate_(work_, messages_),

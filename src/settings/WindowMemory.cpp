@@ -3,11 +3,14 @@
 
 #include "settings/WindowMemory.h"
 
+#include "base/Log.h"
 #include "settings/StoredValue.h"
 
 #include <QFile>
+#include <QObject>
 #include <QVariantMap>
 
+#include <utility>
 #include <variant>
 
 namespace {
@@ -33,35 +36,49 @@ QVariant read(const IniFile &file, const QString &key) {
     return values ? values->value(key) : QVariant();
 }
 
-void write(const IniFile &file, const QVariantMap &values) {
-    if (!std::holds_alternative<IniFile::Damaged>(file.change(values)))
-        return;
-    QFile::remove(file.path());
-    file.change(values);
-}
-
-void write(const IniFile &file, const QString &key, const QVariant &value) {
-    write(file, QVariantMap{{key, value}});
-}
-
-/// The list at \a key with \a newest before what is there, of which it keeps the first \a limit.
-void remember(const IniFile &file, const QString &key, const QString &newest, qsizetype limit) {
-    QStringList all = storedValue::list(read(file, key));
-    all.removeAll(newest);
-    all.prepend(newest);
-    write(file, key, all.mid(0, limit));
-}
-
 } // namespace
 
-WindowMemory::WindowMemory(const QString &filePath) : file_(filePath) {}
+WindowMemory::WindowMemory(const QString &filePath, Log *log) : file_(filePath), log_(log) {
+    QObject::connect(&file_.saving(), &BoundedSaving::refused, &file_.saving(),
+                     [this](const Failure &failure) { sayLost(failure); });
+}
+
+void WindowMemory::write(const QVariantMap &values) {
+    IniFile::Outcome outcome = file_.change(values);
+    if (std::holds_alternative<IniFile::Damaged>(outcome)) {
+        QFile::remove(file_.path());
+        outcome = file_.change(values);
+    }
+    if (const auto *failure = std::get_if<Failure>(&outcome))
+        sayLost(*failure);
+}
+
+void WindowMemory::write(const QString &key, const QVariant &value) {
+    write(QVariantMap{{key, value}});
+}
+
+// The list at the key with the newest before what is there, of which it keeps the first.
+void WindowMemory::remember(const QString &key, const QString &newest, qsizetype limit) {
+    QStringList all = storedValue::list(read(file_, key));
+    all.removeAll(newest);
+    all.prepend(newest);
+    write(key, all.mid(0, limit));
+}
+
+void WindowMemory::sayLost(const Failure &failure) {
+    if (!log_ || std::exchange(saidLost_, true))
+        return;
+    log_->write(QStringLiteral("what VELM remembers cannot be saved in %1: "
+                               "%2")
+                    .arg(file_.path(), failure.reason));
+}
 
 QByteArray WindowMemory::geometry() const {
     return read(file_, geometryKey).toByteArray();
 }
 
 void WindowMemory::setGeometry(const QByteArray &geometry) {
-    write(file_, geometryKey, geometry);
+    write(geometryKey, geometry);
 }
 
 QByteArray WindowMemory::splitterState() const {
@@ -69,7 +86,7 @@ QByteArray WindowMemory::splitterState() const {
 }
 
 void WindowMemory::setSplitterState(const QByteArray &state) {
-    write(file_, splitterKey, state);
+    write(splitterKey, state);
 }
 
 ViewChoices WindowMemory::viewChoices() const {
@@ -88,12 +105,12 @@ ViewChoices WindowMemory::viewChoices() const {
 }
 
 void WindowMemory::setViewChoices(const ViewChoices &choices) {
-    write(file_, QVariantMap{{gridPercentKey, choices.gridPercent},
-                             {consolePercentKey, choices.consolePercent},
-                             {wrapsConsoleKey, int(choices.wrapsConsole)},
-                             {showsConsoleKey, int(choices.showsConsole)},
-                             {showsBothKey, int(choices.showsBoth)},
-                             {movesOnKey, int(choices.movesOn)}});
+    write(QVariantMap{{gridPercentKey, choices.gridPercent},
+                      {consolePercentKey, choices.consolePercent},
+                      {wrapsConsoleKey, int(choices.wrapsConsole)},
+                      {showsConsoleKey, int(choices.showsConsole)},
+                      {showsBothKey, int(choices.showsBoth)},
+                      {movesOnKey, int(choices.movesOn)}});
 }
 
 QString WindowMemory::lastFolder(const QString &purpose) const {
@@ -101,7 +118,7 @@ QString WindowMemory::lastFolder(const QString &purpose) const {
 }
 
 void WindowMemory::setLastFolder(const QString &purpose, const QString &folder) {
-    write(file_, folderKey.arg(purpose), folder);
+    write(folderKey.arg(purpose), folder);
 }
 
 QStringList WindowMemory::recentFiles() const {
@@ -109,7 +126,7 @@ QStringList WindowMemory::recentFiles() const {
 }
 
 void WindowMemory::addRecentFile(const QString &path) {
-    remember(file_, recentKey, path, recentFileLimit);
+    remember(recentKey, path, recentFileLimit);
 }
 
 QStringList WindowMemory::recentDevices() const {
@@ -117,7 +134,7 @@ QStringList WindowMemory::recentDevices() const {
 }
 
 void WindowMemory::addRecentDevice(const QString &device) {
-    remember(file_, recentDevicesKey, device, recentDeviceLimit);
+    remember(recentDevicesKey, device, recentDeviceLimit);
 }
 
 std::optional<QString> WindowMemory::trustedTool() const {
@@ -125,5 +142,5 @@ std::optional<QString> WindowMemory::trustedTool() const {
 }
 
 void WindowMemory::setTrustedTool(const QString &tool) {
-    write(file_, trustedToolKey, storedValue::encoded(tool));
+    write(trustedToolKey, storedValue::encoded(tool));
 }

@@ -3,13 +3,18 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "settings/IniFile.h"
 
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
+#include <QVariantMap>
 
 #include <optional>
+
+class Log;
 
 /// How the user has the views of the window.
 struct ViewChoices {
@@ -26,11 +31,12 @@ struct ViewChoices {
 /// What the program remembers for itself between runs (never the user's settings): where the
 /// window stood, which folders and devices were used last, which tool was trusted. Kept in an INI
 /// file of its own; a file that is missing, damaged or read-only means that nothing is remembered,
-/// and nothing else.
+/// and a line in the log.
 class WindowMemory {
 public:
-    /// Uses the INI file at the absolute \a filePath.
-    explicit WindowMemory(const QString &filePath);
+    /// Uses the INI file at the absolute \a filePath. The first time that it cannot be written,
+    /// \a log, if there is one, says so.
+    explicit WindowMemory(const QString &filePath, Log *log = nullptr);
 
     QByteArray geometry() const;
     void setGeometry(const QByteArray &geometry);
@@ -58,5 +64,12 @@ public:
     void setTrustedTool(const QString &tool);
 
 private:
+    void write(const QVariantMap &values);
+    void write(const QString &key, const QVariant &value);
+    void remember(const QString &key, const QString &newest, qsizetype limit);
+    void sayLost(const Failure &failure);
+
     IniFile file_;
+    Log *log_;
+    bool saidLost_ = false;
 };

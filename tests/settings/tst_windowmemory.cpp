@@ -5,6 +5,7 @@
 
 #include "support/FailingCalls.h"
 #include "support/FileHelpers.h"
+#include "support/RecordingLog.h"
 
 #include <QSettings>
 #include <QTemporaryDir>
@@ -22,7 +23,8 @@ private slots:
     void recentFiles_areEightAndDistinct();
     void recentDevices_areTenAndDistinct();
     void aDamagedFile_meansNothingIsRemembered();
-    void aFolderThatCannotBeMade_isNoTrouble();
+    void aFileThatCannotBeWritten_isLoggedOnce();
+    void whatTheDiskRefusesLater_isLogged();
     void whatTheToolkitWrote_isRead();
     void whatIsNoFile_isLeftAlone();
     void oneCallFails_forgetsNothingElse();
@@ -93,10 +95,27 @@ void TestWindowMemory::aDamagedFile_meansNothingIsRemembered() {
     QCOMPARE(WindowMemory(path).geometry(), QByteArray("new"));
 }
 
-void TestWindowMemory::aFolderThatCannotBeMade_isNoTrouble() {
-    WindowMemory memory(QStringLiteral("/dev/null/velm/state.conf"));
+void TestWindowMemory::aFileThatCannotBeWritten_isLoggedOnce() {
+    RecordingLog log;
+    WindowMemory memory(QStringLiteral("/dev/null/velm/state.conf"), &log);
     memory.setGeometry(QByteArray("lost"));
+    memory.setLastFolder(QStringLiteral("open"), QStringLiteral("/lost"));
     QCOMPARE(memory.geometry(), QByteArray());
+    QCOMPARE(log.lines, QStringList(QStringLiteral("what VELM remembers cannot be saved in "
+                                                   "/dev/null/velm/state.conf: Not a directory")));
+}
+
+void TestWindowMemory::whatTheDiskRefusesLater_isLogged() {
+    const QTemporaryDir folder;
+    RecordingLog log;
+    HeldDisk disk;
+    WindowMemory memory(folder.filePath(QStringLiteral("state.conf")), &log);
+    memory.setGeometry(QByteArray("kept so far"));
+    QTRY_COMPARE(disk.calls(), 1);
+    QCOMPARE(memory.geometry(), QByteArray("kept so far"));
+    disk.release(EIO);
+    QTRY_COMPARE(log.lines.size(), 1);
+    QVERIFY(log.lines.first().endsWith(QStringLiteral("Input/output error")));
 }
 
 void TestWindowMemory::whatTheToolkitWrote_isRead() {
