@@ -7,6 +7,8 @@
 #include <QUrl>
 
 #include <chrono>
+#include <sys/socket.h>
+#include <unistd.h>
 
 namespace {
 
@@ -22,18 +24,49 @@ QString binaryIn(const QByteArray &requestLine) {
     return QUrl::fromPercentEncoding(requestLine.trimmed());
 }
 
-} // namespace
-
-RaiseServer::RaiseServer(const QString &socketPath, QObject *parent) : QObject(parent) {
-    server_.setSocketOptions(QLocalServer::UserAccessOption);
-    QLocalServer::removeServer(socketPath);
-    connect(&server_, &QLocalServer::newConnection, this, &RaiseServer::greetCallers);
-    server_.listen(socketPath);
+bool isOfThisUser(const QLocalSocket &other) {
+    struct ucred facts = {};
+    socklen_t size = sizeof facts;
+    return ::getsockopt(int(other.socketDescriptor()), SOL_SOCKET, SO_PEERCRED, &facts, &size) ==
+               0 &&
+           facts.uid == ::geteuid();
 }
 
-void RaiseServer::greetCallers() {
-    while (QLocalSocket *caller = server_.nextPendingConnection()) {
+RaiseAnswer ask(QLocalSocket &socket, const QString &name, const QString &binary) {
+    socket.connectToServer(name);
+    if (!socket.waitForConnected(int(answerPatience.count())))
+        return RaiseAnswer::Nobody;
+    if (!isOfThisUser(socket))
+        return RaiseAnswer::Silence;
+    socket.write(requestLine(binary));
+    if (socket.waitForReadyRead(int(answerPatience.count())) && socket.readAll() == answerText)
+        return RaiseAnswer::Raised;
+    return socket.state() == QLocalSocket::ConnectedState ? RaiseAnswer::Silence
+                                                          : RaiseAnswer::Nobody;
+}
+
+} // namespace
+
+RaiseServer::RaiseServer(const RaiseAddress &address, QObject *parent) : QObject(parent) {
+    byPath_.setSocketOptions(QLocalServer::UserAccessOption);
+    QLocalServer::removeServer(address.path);
+    listen(byPath_, address.path);
+    byName_.setSocketOptions(QLocalServer::AbstractNamespaceOption);
+    listen(byName_, address.name);
+}
+
+void RaiseServer::listen(QLocalServer &server, const QString &name) {
+    connect(&server, &QLocalServer::newConnection, this, [&] { greetCallers(server); });
+    server.listen(name);
+}
+
+void RaiseServer::greetCallers(QLocalServer &server) {
+    while (QLocalSocket *caller = server.nextPendingConnection()) {
         connect(caller, &QLocalSocket::disconnected, caller, &QObject::deleteLater);
+        if (!isOfThisUser(*caller)) {
+            caller->abort();
+            continue;
+        }
         connect(caller, &QLocalSocket::readyRead, this, [this, caller] { answer(*caller); });
         answer(*caller);
     }
@@ -52,14 +85,12 @@ void RaiseServer::answer(QLocalSocket &caller) {
         emit openRequested(binary);
 }
 
-RaiseAnswer requestRaise(const QString &socketPath, const QString &binary) {
-    QLocalSocket socket;
-    socket.connectToServer(socketPath);
-    if (!socket.waitForConnected(int(answerPatience.count())))
-        return RaiseAnswer::Nobody;
-    socket.write(requestLine(binary));
-    if (socket.waitForReadyRead(int(answerPatience.count())) && socket.readAll() == answerText)
-        return RaiseAnswer::Raised;
-    return socket.state() == QLocalSocket::ConnectedState ? RaiseAnswer::Silence
-                                                          : RaiseAnswer::Nobody;
+RaiseAnswer requestRaise(const RaiseAddress &address, const QString &binary) {
+    QLocalSocket byPath;
+    const RaiseAnswer answer = ask(byPath, address.path, binary);
+    if (answer != RaiseAnswer::Nobody)
+        return answer;
+    QLocalSocket byName;
+    byName.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
+    return ask(byName, address.name, binary);
 }

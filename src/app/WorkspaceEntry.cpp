@@ -16,18 +16,16 @@ constexpr std::chrono::milliseconds retryInterval(20);
 
 } // namespace
 
-WorkspaceEntry enterWorkspace(WorkspaceLock &lock, const QString &binary,
-                              std::chrono::milliseconds startUp) {
+Result<WorkspaceEntry> enterWorkspace(WorkspaceLock &lock, const QString &binary,
+                                      std::chrono::milliseconds startUp) {
     const QDeadlineTimer patience(startUp);
     do {
-        const WorkspaceLock::Outcome outcome = lock.take();
-        if (outcome == WorkspaceLock::Outcome::Taken)
+        const Result<WorkspaceLock::Holder> holder = lock.take();
+        if (const Failure *failure = holder.failure())
+            return *failure;
+        if (*holder == WorkspaceLock::Holder::ThisProcess)
             return WorkspaceEntry::First;
-        if (outcome == WorkspaceLock::Outcome::Unavailable)
-            return WorkspaceEntry::Unavailable;
-        if (outcome == WorkspaceLock::Outcome::HeldElsewhere)
-            return WorkspaceEntry::Silent;
-        const RaiseAnswer answer = requestRaise(lock.socketPath(), binary);
+        const RaiseAnswer answer = requestRaise(lock.address(), binary);
         if (answer == RaiseAnswer::Raised)
             return WorkspaceEntry::Raised;
         if (answer == RaiseAnswer::Silence)

@@ -13,9 +13,9 @@
 #include <QFileInfo>
 
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <unistd.h>
 #include <utility>
 
 namespace {
@@ -48,6 +48,19 @@ Locking lockAtOnce(const FileDescriptor &file) {
     return errno == EWOULDBLOCK ? Locking::Held : Locking::Impossible;
 }
 
+Result<FileDescriptor> openLockFile(const QString &folder, const QString &key) {
+    // In another user's folder the lock could be taken away.
+    if (!isOwnFolder(folder))
+        return Failure{
+            QCoreApplication::translate("WorkspaceLock", "%1 is no folder of this user alone")
+                .arg(folder)};
+    const QByteArray path = QFile::encodeName(folder + QStringLiteral("/velm-%1.lock").arg(key));
+    FileDescriptor file(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+    if (!file.isOpen())
+        return Failure::ofSystem(errno);
+    return file;
+}
+
 } // namespace
 
 QString folderForLocks(const QString &runtimeFolder, const QString &ownFolder) {
@@ -58,31 +71,23 @@ QString folderForLocks(const QString &runtimeFolder, const QString &ownFolder) {
 }
 
 WorkspaceLock::WorkspaceLock(const QString &temporaryFolder, const QString &runtimeFolder)
-    : temporaryFolder_(temporaryFolder),
-      runtimeFolder_(runtimeFolder),
-      base_(runtimeFolder + QLatin1String("/velm-") + lockKey(temporaryFolder)) {}
+    : runtimeFolder_(runtimeFolder),
+      key_(lockKey(temporaryFolder)),
+      temporaryFolder_(temporaryFolder) {}
 
-WorkspaceLock::Outcome WorkspaceLock::take() {
-    // In another user's folder the lock could be taken away.
-    if (!isOwnFolder(runtimeFolder_)) {
-        problem_ =
-            QCoreApplication::translate("WorkspaceLock", "%1 is no folder of this user alone")
-                .arg(runtimeFolder_);
-        return Outcome::Unavailable;
+Result<WorkspaceLock::Holder> WorkspaceLock::take() {
+    if (!file_.isOpen()) {
+        Result<FileDescriptor> file = openLockFile(runtimeFolder_, key_);
+        if (const Failure *failure = file.failure())
+            return *failure;
+        const Locking locking = lockAtOnce(*file);
+        if (locking == Locking::Impossible)
+            return Failure::ofSystem(errno);
+        if (locking == Locking::Held)
+            return Holder::Another;
+        file_ = *std::move(file);
     }
-    const QByteArray path = QFile::encodeName(base_ + QLatin1String(".lock"));
-    FileDescriptor file(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
-    if (!file.isOpen())
-        return unavailable();
-    const Locking locking = lockAtOnce(file);
-    if (locking == Locking::Impossible)
-        return unavailable();
-    if (locking == Locking::Held)
-        return Outcome::HeldByAnother;
-    if (!holdFolder())
-        return Outcome::HeldElsewhere;
-    file_ = std::move(file);
-    return Outcome::Taken;
+    return holdFolder() ? Holder::ThisProcess : Holder::Another;
 }
 
 // Where there is no folder yet, or its file system knows no locks, the file has to do.
@@ -97,11 +102,7 @@ bool WorkspaceLock::holdFolder() {
     return true;
 }
 
-WorkspaceLock::Outcome WorkspaceLock::unavailable() {
-    problem_ = QString::fromLocal8Bit(std::strerror(errno));
-    return Outcome::Unavailable;
-}
-
-QString WorkspaceLock::socketPath() const {
-    return base_ + QStringLiteral(".socket");
+RaiseAddress WorkspaceLock::address() const {
+    return {runtimeFolder_ + QStringLiteral("/velm-%1.socket").arg(key_),
+            QStringLiteral("velm-%1-%2").arg(QString::number(::geteuid()), key_)};
 }

@@ -3,7 +3,9 @@
 
 #pragma once
 
+#include "app/RaiseAddress.h"
 #include "base/FileDescriptor.h"
+#include "base/Result.h"
 
 #include <QString>
 
@@ -18,34 +20,28 @@ QString folderForLocks(const QString &runtimeFolder, const QString &ownFolder);
 /// as soon as it is there, since sessions of one user may have different runtime folders.
 class WorkspaceLock {
 public:
-    enum class Outcome {
-        Taken,         ///< This process holds the lock until the object goes away.
-        HeldByAnother, ///< Another process holds it.
-        HeldElsewhere, ///< A process with another runtime folder holds it and cannot be asked.
-        Unavailable,   ///< There can be no lock file; problem() says why.
+    enum class Holder {
+        ThisProcess, ///< Until the object goes away.
+        Another
     };
 
     /// A lock for \a temporaryFolder (absolute; need not exist) whose file stands in
     /// \a runtimeFolder. Nothing is taken yet.
     WorkspaceLock(const QString &temporaryFolder, const QString &runtimeFolder);
 
-    /// Tries to take the lock, without waiting.
-    Outcome take();
+    /// Tries to take the lock, without waiting; where this process has a part of it, the rest.
+    /// Gives who has it then. A failure means that there can be no lock file.
+    Result<Holder> take();
     /// Locks the temporary folder, unless it is locked or still missing. False if another process
     /// has made it its own since take(): nothing in it may be changed then.
     bool holdFolder();
-    /// Why take() gave Unavailable.
-    QString problem() const { return problem_; }
     /// Where the holder of the lock listens for other starts.
-    QString socketPath() const;
+    RaiseAddress address() const;
 
 private:
-    Outcome unavailable();
-
-    QString temporaryFolder_;
     QString runtimeFolder_;
-    QString base_;
-    QString problem_;
+    QString key_;
+    QString temporaryFolder_;
     FileDescriptor file_;
     FileDescriptor folder_;
 };

@@ -9,6 +9,7 @@
 #include "app/WorkspaceLock.h"
 #include "base/FileDescriptor.h"
 #include "base/Log.h"
+#include "base/Result.h"
 #include "control/FilePanels.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
@@ -24,6 +25,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
+#include <optional>
 #include <unistd.h>
 #include <utility>
 #include <variant>
@@ -51,12 +53,6 @@ int say(const QString &line, int status) {
     return status;
 }
 
-int sayItRunsElsewhere() {
-    return say(QCoreApplication::translate("main", "VELM is already running on this workspace, but "
-                                                   "its window does not answer."),
-               EXIT_FAILURE);
-}
-
 /// What a start has when its window may open. The settings were opened before there was an
 /// application with a window and must not need its event loop until it runs.
 struct Start {
@@ -65,19 +61,23 @@ struct Start {
     std::unique_ptr<WorkspaceLock> lock;
 };
 
-std::variant<Start, int> enter(Start start) {
-    switch (enterWorkspace(*start.lock, start.options.binary)) {
+/// Gives the exit status if the workspace is another process's, or cannot be locked.
+std::optional<int> enter(const Start &start) {
+    const Result<WorkspaceEntry> entry = enterWorkspace(*start.lock, start.options.binary);
+    if (const Failure *failure = entry.failure())
+        return say(QCoreApplication::translate("main", "the workspace cannot be locked: %1")
+                       .arg(failure->reason),
+                   EXIT_FAILURE);
+    switch (*entry) {
     case WorkspaceEntry::First:
-        return start;
+        return std::nullopt;
     case WorkspaceEntry::Raised:
         return EXIT_SUCCESS;
     case WorkspaceEntry::Silent:
-        return sayItRunsElsewhere();
-    case WorkspaceEntry::Unavailable:
         break;
     }
-    return say(QCoreApplication::translate("main", "the workspace cannot be locked: %1")
-                   .arg(start.lock->problem()),
+    return say(QCoreApplication::translate("main", "VELM is already running on this workspace, but "
+                                                   "its window does not answer."),
                EXIT_FAILURE);
 }
 
@@ -102,10 +102,13 @@ std::variant<Start, int> prepare(int argc, char *argv[]) {
         temporaryFolder(*start.settings),
         folderForLocks(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation),
                        stateFolder()));
-    return enter(std::move(start));
+    if (const std::optional<int> status = enter(start))
+        return *status;
+    return start;
 }
 
-int runWindow(const Start &start) {
+/// The exit status; nothing if another start has made the folder of temporary files its own first.
+std::optional<int> runWindow(const Start &start) {
     StandardErrorLog log;
     DesktopFilePanels panels;
     VelmWindow velm({*start.settings, log, panels, [] { QApplication::beep(); },
@@ -113,14 +116,24 @@ int runWindow(const Start &start) {
     TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::received, &velm, &VelmWindow::askToEnd);
     if (!velm.start())
-        return sayItRunsElsewhere();
+        return std::nullopt;
     if (!start.options.binary.isEmpty())
         velm.openFile(start.options.binary);
     // Not earlier: a start that finds it listening expects an answer soon.
-    RaiseServer raiseServer(start.lock->socketPath());
+    RaiseServer raiseServer(start.lock->address());
     QObject::connect(&raiseServer, &RaiseServer::raiseRequested, &velm, &VelmWindow::raise);
     QObject::connect(&raiseServer, &RaiseServer::openRequested, &velm, &VelmWindow::openFile);
     return QApplication::exec();
+}
+
+// Whoever was first may have ended by the time it is asked.
+int runUntilTheEnd(const Start &start) {
+    while (true) {
+        if (const std::optional<int> status = runWindow(start))
+            return *status;
+        if (const std::optional<int> status = enter(start))
+            return *status;
+    }
 }
 
 } // namespace
@@ -138,5 +151,5 @@ int main(int argc, char *argv[]) {
     QApplication::setApplicationDisplayName(QStringLiteral("VELM"));
     QApplication::setWindowIcon(programIcon());
     QApplication::setDesktopFileName(QStringLiteral("velm"));
-    return runWindow(std::get<Start>(preparation));
+    return runUntilTheEnd(std::get<Start>(preparation));
 }

@@ -134,8 +134,9 @@ private slots:
     void anIgnoredHangup_staysIgnored();
     void aSecondStart_raisesTheFirstAndEnds();
     void aSecondStart_needsNoDisplay();
+    void ofManyStartsAtOnce_oneOpensAWindow_data();
     void ofManyStartsAtOnce_oneOpensAWindow();
-    void ofManyStartsFromEverywhere_oneOpensAWindow();
+    void aStartFromElsewhere_handsItsFileOver();
     void aSecondStart_saysWhenTheFirstDoesNotAnswer();
     void aRuntimeFolderThatIsNotItsOwn_holdsNoLock_data();
     void aRuntimeFolderThatIsNotItsOwn_holdsNoLock();
@@ -219,21 +220,40 @@ Program *theOneThatStays(const Programs &programs) {
 
 } // namespace
 
+void TestProcess::ofManyStartsAtOnce_oneOpensAWindow_data() {
+    QTest::addColumn<QString>("runtime");
+    QTest::newRow("one runtime folder") << ".";
+    // Nothing joins these but the folder of the temporary files, which is not there yet.
+    QTest::newRow("a runtime folder each") << "runtime-%1";
+    QTest::newRow("none") << "";
+}
+
 void TestProcess::ofManyStartsAtOnce_oneOpensAWindow() {
+    QFETCH(const QString, runtime);
     const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
     Programs programs;
-    for (int i = 0; i < manyStarts; ++i)
-        programs.push_back(std::make_unique<Program>(folder));
+    for (int i = 0; i < manyStarts; ++i) {
+        QString path = runtime;
+        if (!runtime.isEmpty())
+            path = folder.filePath(runtime.contains(u'%') ? runtime.arg(i) : runtime);
+        programs.push_back(std::make_unique<Program>(
+            folder, HowToStart{.variables = {{QStringLiteral("XDG_RUNTIME_DIR"), path},
+                                             {QStringLiteral("TMPDIR"), folder.path()}}}));
+    }
     Program *first = theOneThatStays(programs);
     QVERIFY(first);
     QVERIFY(first->isUp());
     first->send(SIGTERM);
-    for (const auto &program : programs)
-        QCOMPARE(program->exitCode(), 0);
+    for (const auto &program : programs) {
+        QVERIFY2(program->exitCode() == 0, program->standardError.constData());
+        // Nobody else has written there.
+        const bool composed = program->standardError.contains("inserting opened binary");
+        QCOMPARE(program->standardError.contains("error writing to temp file"),
+                 composed && program.get() != first);
+    }
 }
 
-// Nothing joins these starts but the folder of the temporary files, which is not there yet.
-void TestProcess::ofManyStartsFromEverywhere_oneOpensAWindow() {
+void TestProcess::aStartFromElsewhere_handsItsFileOver() {
     const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
     Programs programs;
     for (int i = 0; i < manyStarts; ++i) {
