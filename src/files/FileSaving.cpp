@@ -14,12 +14,15 @@
 
 namespace {
 
-/// The mode of the file, or the one that a file that is opened for writing begins with.
+/// The mode of the file, or the one that a file that is opened for writing begins with. One that
+/// may be private must not come to be everybody's.
 mode_t modeOf(const QString &path) {
     constexpr mode_t permissionBits = 07777;
     struct stat status = {};
     if (::stat(QFile::encodeName(path).constData(), &status) == 0)
         return status.st_mode & permissionBits;
+    if (errno != ENOENT)
+        return S_IRUSR | S_IWUSR;
     const mode_t mask = ::umask(0);
     ::umask(mask);
     return modeOfNewFiles & ~mask;

@@ -34,6 +34,8 @@ private slots:
     void newFile_hasTheUsualPermissions();
     void oldFile_keepsItsPermissionsAndLinks_data() { durabilities(); }
     void oldFile_keepsItsPermissionsAndLinks();
+    void privateFile_staysPrivateWhateverFails_data() { durabilities(); }
+    void privateFile_staysPrivateWhateverFails();
     void folder_staysWhereItIs_data() { durabilities(); }
     void folder_staysWhereItIs();
     void folder_thatComesMeanwhileStays_data() { durabilities(); }
@@ -98,6 +100,27 @@ void TestFileSaving::oldFile_keepsItsPermissionsAndLinks() {
     QCOMPARE(::stat(QFile::encodeName(path()).constData(), &facts), 0);
     QCOMPARE(facts.st_mode & 0777u, 0604u);
     QCOMPARE(readWholeFile(path()), newBytes);
+}
+
+void TestFileSaving::privateFile_staysPrivateWhateverFails() {
+    QFETCH(Durability, durability);
+    bool struck = true;
+    for (int call = 1; struck; ++call) {
+        init();
+        QVERIFY(writeWholeFile(path(), oldBytes));
+        QCOMPARE(::chmod(QFile::encodeName(path()).constData(), 0600), 0);
+        QByteArray name;
+        {
+            const FailingCalls failing(call, FailingCalls::Mishap::Fails, EACCES);
+            const Result<void> saved = saveWholeFile(path(), newBytes, durability);
+            Q_UNUSED(saved)
+            struck = failing.hasStruck();
+            name = failing.struckCall();
+        }
+        struct stat facts = {};
+        QCOMPARE(::stat(QFile::encodeName(path()).constData(), &facts), 0);
+        QVERIFY2((facts.st_mode & 0777u) == 0600u, name.constData());
+    }
 }
 
 void TestFileSaving::folder_staysWhereItIs() {
