@@ -7,6 +7,7 @@
 
 #include "support/FailingCalls.h"
 #include "support/FileHelpers.h"
+#include "support/HeldDisk.h"
 #include "support/Privileges.h"
 
 #include <QDir>

@@ -5,6 +5,7 @@
 
 #include "support/FailingCalls.h"
 #include "support/FileHelpers.h"
+#include "support/HeldDisk.h"
 #include "support/RecordingLog.h"
 
 #include <QSettings>

@@ -3,9 +3,10 @@
 
 #include "support/FailingCalls.h"
 
+#include "support/HeldDisk.h"
+
 #include <atomic>
 #include <cerrno>
-#include <condition_variable>
 #include <cstdarg>
 #include <cstdio>
 #include <ctime>
@@ -22,7 +23,9 @@
 
 namespace {
 
+std::mutex callsMutex; // guards what follows, up to the time slept
 bool armed = false;
+std::thread::id countedThread;
 FailingCalls::Mishap mishapGiven = FailingCalls::Mishap::Fails;
 int callsLeft = 0;
 int againAfter = 0; // calls behind the struck one
@@ -32,13 +35,7 @@ const char *struckName = nullptr;
 std::function<void()> done;
 QByteArray namesStruck;     // their beginning
 QMap<QByteArray, int> made; // calls by name
-std::thread::id doneIn;
 std::atomic<double> slept = 0;
-std::mutex diskMutex;
-std::condition_variable diskIsFree;
-bool diskIsHeld = false;
-int callsToDisk = 0;
-int errorOfDisk = 0;
 
 enum class Effect { Reads, Changes };
 
@@ -50,9 +47,17 @@ bool isStruck(const char *name) {
     return true;
 }
 
+/// True if this call is one of the test's thread, or asks the disk for it from another.
+bool isCounted(const char *name) {
+    const bool isOfTheTest = std::this_thread::get_id() == countedThread;
+    return armed && (isOfTheTest || (!done && QByteArrayView(name).endsWith("sync")));
+}
+
 /// How many of \a size bytes this call may read or write.
 size_t allowed(const char *name, size_t size) {
-    const bool counts = armed && mishapGiven == FailingCalls::Mishap::Shortens && size > 1;
+    const std::lock_guard lock(callsMutex);
+    const bool counts =
+        isCounted(name) && mishapGiven == FailingCalls::Mishap::Shortens && size > 1;
     if (!counts || !isStruck(name))
         return size;
     if (callsToAgain > 0)
@@ -62,8 +67,8 @@ size_t allowed(const char *name, size_t size) {
 
 /// True if this call is to fail, with errno set.
 bool letFail(const char *name, Effect effect) {
-    const bool isElsewhere = done && std::this_thread::get_id() != doneIn;
-    if (!armed || isElsewhere)
+    std::unique_lock lock(callsMutex);
+    if (!isCounted(name))
         return false;
     ++made[name];
     const bool again = callsToAgain > 0 && --callsToAgain == 0;
@@ -76,7 +81,9 @@ bool letFail(const char *name, Effect effect) {
     const bool strikes = isStruck(name);
     if (strikes && done) {
         armed = false;
+        lock.unlock();
         done();
+        lock.lock();
         armed = true;
         return false;
     }
@@ -123,18 +130,8 @@ int opening(const char *name, const char *path, int flags, mode_t mode) {
                           : reading<Function>(name, path, flags, mode);
 }
 
-/// The error with which a held disk answers once it is free; 0 for none.
-int heldDisk() {
-    std::unique_lock lock(diskMutex);
-    if (!diskIsHeld)
-        return 0;
-    ++callsToDisk;
-    diskIsFree.wait(lock, [] { return !diskIsHeld; });
-    return errorOfDisk;
-}
-
 int flushing(const char *name, int file) {
-    const int error = heldDisk();
+    const int error = answerOfHeldDisk();
     if (error == 0)
         return reading<int(int)>(name, file);
     errno = error;
@@ -148,6 +145,8 @@ void addSleep(const timespec *time) {
 } // namespace
 
 FailingCalls::FailingCalls(int call, Mishap mishap, int error) {
+    const std::lock_guard lock(callsMutex);
+    countedThread = std::this_thread::get_id();
     callsLeft = call;
     mishapGiven = mishap;
     againAfter = 0;
@@ -164,59 +163,40 @@ FailingCalls::FailingCalls(const QByteArray &name, int call, int error)
 
 FailingCalls::FailingCalls(const QByteArray &name, int call, Mishap mishap, int error)
     : FailingCalls(call, mishap, error) {
+    const std::lock_guard lock(callsMutex);
     namesStruck = name;
 }
 
 FailingCalls::FailingCalls(int call, std::function<void()> meanwhile)
     : FailingCalls(call, Mishap::Fails, 0) {
-    doneIn = std::this_thread::get_id();
+    const std::lock_guard lock(callsMutex);
     done = std::move(meanwhile);
 }
 
 FailingCalls::~FailingCalls() {
+    const std::lock_guard lock(callsMutex);
     armed = false;
     done = {};
 }
 
 void FailingCalls::failAgain(int later) {
+    const std::lock_guard lock(callsMutex);
     againAfter = later;
 }
 
 bool FailingCalls::hasStruck() const {
+    const std::lock_guard lock(callsMutex);
     return struckName != nullptr;
 }
 
 QByteArray FailingCalls::struckCall() const {
+    const std::lock_guard lock(callsMutex);
     return struckName;
 }
 
 QMap<QByteArray, int> FailingCalls::callsMade() const {
+    const std::lock_guard lock(callsMutex);
     return made;
-}
-
-HeldDisk::HeldDisk() {
-    const std::lock_guard lock(diskMutex);
-    diskIsHeld = true;
-    callsToDisk = 0;
-    errorOfDisk = 0;
-}
-
-HeldDisk::~HeldDisk() {
-    release();
-}
-
-int HeldDisk::calls() const {
-    const std::lock_guard lock(diskMutex);
-    return callsToDisk;
-}
-
-void HeldDisk::release(int error) {
-    {
-        const std::lock_guard lock(diskMutex);
-        if (std::exchange(diskIsHeld, false))
-            errorOfDisk = error;
-    }
-    diskIsFree.notify_all();
 }
 
 double millisecondsSlept() {

@@ -10,7 +10,8 @@
 
 /// While it lives, one of the program's calls to the file system goes wrong, or something else
 /// happens just before it. It counts the calls of the program and of the libraries in it from 1,
-/// those that read and write pipes and the like left out; a test that tries each number in turn,
+/// those that read and write pipes and the like left out, and those of other threads but for the
+/// question to the disk; a test that tries each number in turn,
 /// until none is struck any more, has tried every moment. Link failing_calls to the test. One at
 /// a time.
 class FailingCalls {
@@ -46,22 +47,6 @@ public:
     QByteArray struckCall() const;
     /// The functions that were called so far, and how often each was.
     QMap<QByteArray, int> callsMade() const;
-};
-
-/// A disk that takes nothing: while it lives, whoever asks it to write what it was given (fsync(),
-/// fdatasync()) waits. One at a time.
-class HeldDisk {
-public:
-    HeldDisk();
-    /// Releases it.
-    ~HeldDisk();
-    HeldDisk(const HeldDisk &) = delete;
-    HeldDisk &operator=(const HeldDisk &) = delete;
-
-    /// How often it was asked so far.
-    int calls() const;
-    /// Lets those who wait go on: their calls fail with \a error, unless it is 0.
-    void release(int error = 0);
 };
 
 /// How long the program has asked to sleep so far, in milliseconds, whatever it was woken by.

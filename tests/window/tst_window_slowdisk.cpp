@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "support/FailingCalls.h"
+#include "support/HeldDisk.h"
 #include "window/EditingSteps.h"
 
 #include <cerrno>
