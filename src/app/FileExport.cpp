@@ -5,12 +5,14 @@
 
 #include "app/MainWindow.h"
 #include "app/WindowMenus.h"
+#include "base/Result.h"
 #include "control/ActionGate.h"
 #include "control/AppDelegate.h"
 #include "control/Messages.h"
 #include "control/UserFiles.h"
 #include "devices/ChipInquiry.h"
 #include "exchange/FormatEntries.h"
+#include "files/SavingTogether.h"
 #include "files/SuggestedName.h"
 #include "grid/GridColumns.h"
 #include "settings/SettingsKeys.h"
@@ -135,12 +137,12 @@ bool FileExport::saveAll(const ExportWindow::Content &content) {
     QList<FileToSave> files;
     for (qsizetype i = 0; i < content.paths.size(); ++i)
         files.append({content.paths[i], content.files[i]});
-    const QString problem = with_.files.saveTogether(
+    const Result<void, UnsavedTogether> saved = with_.files.saveTogether(
         files, content.mayReplace ? Replacing::Allowed : Replacing::Refused,
         content.labels.split(u'\n').join(QStringLiteral("; ")),
         {tr("Copy labels"),
          [labels = content.labels] { QGuiApplication::clipboard()->setText(labels); }});
-    if (!problem.isEmpty() && shown_)
-        shown_->showProblem(problem);
-    return problem.isEmpty();
+    if (const UnsavedTogether *unsaved = saved.failure(); unsaved && shown_)
+        shown_->showProblem(UserFiles::wordsFor(*unsaved));
+    return bool(saved);
 }

@@ -20,17 +20,18 @@ struct Failure {
     static Failure ofSystem(int error);
 };
 
-/// What something gave that can fail: a value, or the reason why there is none.
-template <typename T>
+/// What something gave that can fail: a value, or the reason why there is none. The reason is a
+/// Failure, or where one has to say more, a type of its own that has one.
+template <typename T, typename Reason = Failure>
 class [[nodiscard]] Result {
 public:
     Result(T value) : content_(std::move(value)) {}
-    Result(Failure failure) : content_(std::move(failure)) {}
+    Result(Reason failure) : content_(std::move(failure)) {}
 
     /// True if there is a value.
     explicit operator bool() const { return !failure(); }
     /// Why there is no value; null if there is one.
-    const Failure *failure() const { return std::get_if<Failure>(&content_); }
+    const Reason *failure() const { return std::get_if<Reason>(&content_); }
 
     /// The value. There must be one.
     const T &operator*() const & { return std::get<T>(content_); }
@@ -40,21 +41,21 @@ public:
     T *operator->() { return &std::get<T>(content_); }
 
 private:
-    std::variant<T, Failure> content_;
+    std::variant<T, Reason> content_;
 };
 
 /// A Result without a value: whether something has worked, and if not, why.
-template <>
-class [[nodiscard]] Result<void> {
+template <typename Reason>
+class [[nodiscard]] Result<void, Reason> {
 public:
     Result() = default;
-    Result(Failure failure) : failure_(std::move(failure)) {}
+    Result(Reason failure) : failure_(std::move(failure)) {}
 
     /// True if it has worked.
     explicit operator bool() const { return !failure_; }
     /// Why it has not worked; null if it has.
-    const Failure *failure() const { return failure_ ? &*failure_ : nullptr; }
+    const Reason *failure() const { return failure_ ? &*failure_ : nullptr; }
 
 private:
-    std::optional<Failure> failure_;
+    std::optional<Reason> failure_;
 };

@@ -13,7 +13,6 @@
 #include <QFileInfo>
 
 #include <functional>
-#include <optional>
 
 namespace {
 
@@ -63,22 +62,6 @@ QString savedSentence(const QStringList &paths) {
     return UserFiles::tr("Saved in %1: %2.").arg(folderOf(paths.first()), fileNames(paths));
 }
 
-QString sentenceFor(const UnsavedTogether &unsaved) {
-    const QString sentence = UserFiles::tr("Nothing was saved, since %1 could not be written: %2.")
-                                 .arg(unsaved.path, unsaved.failure.reason);
-    if (unsaved.notTakenBack.isEmpty())
-        return sentence;
-    QStringList left;
-    for (const NotTakenBack &file : unsaved.notTakenBack)
-        left << (file.olderPath.isEmpty()
-                     ? fileName(file.path)
-                     : UserFiles::tr("%1 (what it held is now in %2)")
-                           .arg(fileName(file.path), fileName(file.olderPath)));
-    return UserFiles::tr(
-               "%1 could not be written: %2. These hold their new bytes all the same: %3.")
-        .arg(unsaved.path, unsaved.failure.reason, left.join(QStringLiteral(", ")));
-}
-
 } // namespace
 
 void UserFiles::saveSet(QWidget *window, const Set &set) {
@@ -118,8 +101,9 @@ void UserFiles::writeSet(const QString &name, const Set &set, const QStringList 
                                   writeSet(name, set, there);
                               }});
     const QList<FileToSave> files = filesOf(name, set);
-    if (const std::optional<UnsavedTogether> unsaved = ::saveTogether(files, Replacing::Allowed))
-        return failed(unsaved->path, sentenceFor(*unsaved));
+    const Result<void, UnsavedTogether> saved = ::saveTogether(files, Replacing::Allowed);
+    if (const UnsavedTogether *unsaved = saved.failure())
+        return failed(unsaved->path, wordsFor(*unsaved));
     const QStringList older = existing(name, set.absentEndings);
     const QString sentence = savedSentence(pathsOf(files));
     messages_.say(
@@ -140,17 +124,33 @@ void UserFiles::chooseNames(QWidget *window, const QString &path,
     ask(window, savePurpose, request, chosen);
 }
 
-QString UserFiles::saveTogether(const QList<FileToSave> &files, Replacing replacing,
-                                const QString &facts, const Messages::Action &action) {
-    if (const auto unsaved = ::saveTogether(files, replacing)) {
-        const QString sentence = sentenceFor(*unsaved);
-        failed(unsaved->path, sentence);
+QString UserFiles::wordsFor(const UnsavedTogether &unsaved) {
+    const QString sentence = tr("Nothing was saved, since %1 could not be written: %2.")
+                                 .arg(unsaved.path, unsaved.failure.reason);
+    if (unsaved.notTakenBack.isEmpty())
         return sentence;
+    QStringList left;
+    for (const NotTakenBack &file : unsaved.notTakenBack)
+        left << (file.olderPath.isEmpty()
+                     ? fileName(file.path)
+                     : tr("%1 (what it held is now in %2)")
+                           .arg(fileName(file.path), fileName(file.olderPath)));
+    return tr("%1 could not be written: %2. These hold their new bytes all the same: %3.")
+        .arg(unsaved.path, unsaved.failure.reason, left.join(QStringLiteral(", ")));
+}
+
+Result<void, UnsavedTogether> UserFiles::saveTogether(const QList<FileToSave> &files,
+                                                      Replacing replacing, const QString &facts,
+                                                      const Messages::Action &action) {
+    const Result<void, UnsavedTogether> saved = ::saveTogether(files, replacing);
+    if (const UnsavedTogether *unsaved = saved.failure()) {
+        failed(unsaved->path, wordsFor(*unsaved));
+        return saved;
     }
     const QStringList paths = pathsOf(files);
     memory_.setLastFolder(savePurpose, QFileInfo(paths.first()).path());
     messages_.say(Topic::Saving, savedSentence(paths) + u' ' + facts, action);
-    return {};
+    return saved;
 }
 
 QString UserFiles::folderForSaving() const {

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "control/FilePanels.h"
 #include "control/Messages.h"
 #include "files/ByteBuffer.h"
@@ -101,10 +102,12 @@ public:
     /// absolute path.
     void chooseNames(QWidget *window, const QString &path,
                      const std::function<void(const QString &path)> &chosen);
-    /// Saves \a files all or none, and says so with \a facts and \a action behind it. Gives a
-    /// sentence if that failed, else an empty one.
-    QString saveTogether(const QList<FileToSave> &files, Replacing replacing, const QString &facts,
-                         const Messages::Action &action);
+    /// Saves \a files all or none, and says so with \a facts and \a action behind it, or why not.
+    Result<void, UnsavedTogether> saveTogether(const QList<FileToSave> &files, Replacing replacing,
+                                               const QString &facts,
+                                               const Messages::Action &action);
+    /// What is said of \a unsaved, translated.
+    static QString wordsFor(const UnsavedTogether &unsaved);
     /// The folder that a file was saved in last; the user's own at first.
     QString folderForSaving() const;
 

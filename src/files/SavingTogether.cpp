@@ -37,7 +37,7 @@ QList<NotTakenBack> takeBack(Unfinished &places, qsizetype end, const QList<File
 
 } // namespace
 
-std::optional<UnsavedTogether> saveTogether(const QList<FileToSave> &files, Replacing replacing) {
+Result<void, UnsavedTogether> saveTogether(const QList<FileToSave> &files, Replacing replacing) {
     Unfinished places;
     for (const FileToSave &file : files) {
         Result<UnfinishedFile> written =
@@ -53,5 +53,5 @@ std::optional<UnsavedTogether> saveTogether(const QList<FileToSave> &files, Repl
         if (const Failure *failure = taken.failure())
             return UnsavedTogether{files.at(i).path, *failure, takeBack(places, i, files)};
     }
-    return std::nullopt;
+    return {};
 }
