@@ -35,7 +35,8 @@ ReadOutcome ReadHandle::availableData(qint64 limit) {
         return bytes;
     }
     if (count < 0)
-        return errno == EINTR ? ReadOutcome(ReadInterrupted{}) : ReadOutcome(ReadFailed{errno});
+        return errno == EINTR ? ReadOutcome(ReadInterrupted{})
+                              : ReadOutcome(Failure::ofSystem(errno));
     endSeen_ = true;
     updateNotifier();
     return EndOfFile{};

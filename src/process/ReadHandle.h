@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/Result.h"
+
 #include <QByteArray>
 #include <QObject>
 #include <QTimer>
@@ -18,10 +20,7 @@ class QSocketNotifier;
 /// What one attempt to read from a pipe gave.
 struct EndOfFile {};
 struct ReadInterrupted {};
-struct ReadFailed {
-    int error = 0;
-};
-using ReadOutcome = std::variant<QByteArray, EndOfFile, ReadInterrupted, ReadFailed>;
+using ReadOutcome = std::variant<QByteArray, EndOfFile, ReadInterrupted, Failure>;
 
 /// The end of a pipe that this program reads from. It says once for each arming that something
 /// can be read, and never blocks.
@@ -45,7 +44,7 @@ public:
     void waitForDataInBackgroundAndNotify();
 
     /// Takes up to \a limit of the bytes that are there (at most largestChunk). With none there
-    /// and the pipe still open, the outcome is ReadFailed with EAGAIN.
+    /// and the pipe still open, the outcome is the failure EAGAIN.
     ReadOutcome availableData(qint64 limit = largestChunk);
     /// How many bytes can be read at this moment; 0 without a descriptor.
     qint64 bytesAvailable() const;

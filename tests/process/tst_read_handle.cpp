@@ -50,8 +50,8 @@ void settle() {
 QString nameOf(const ReadOutcome &outcome) {
     if (const auto *bytes = std::get_if<QByteArray>(&outcome))
         return QString::fromUtf8(*bytes);
-    if (const auto *failure = std::get_if<ReadFailed>(&outcome))
-        return QStringLiteral("<error %1>").arg(failure->error);
+    if (const auto *failure = std::get_if<Failure>(&outcome))
+        return QStringLiteral("<error %1>").arg(failure->systemError);
     return std::holds_alternative<EndOfFile>(outcome) ? QStringLiteral("<end>")
                                                       : QStringLiteral("<interrupted>");
 }
