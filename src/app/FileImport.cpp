@@ -48,7 +48,8 @@ quint8 chosenFill(const SettingsStore &settings) {
     return settings.boolValue(settingsKeys::pad_00) ? 0x00 : erasedByte;
 }
 
-/// Enough of the file at \a path to recognise a format by; empty if that is no regular file.
+/// Enough of the file at \a path to recognise a format by; empty if there is nothing to recognise,
+/// also where it is no regular file or cannot be read, which whoever opens it is told then.
 QByteArray beginningOf(const QString &path) {
     constexpr qint64 enough = qint64(64) * 1024;
     QFile file(path);
@@ -133,8 +134,9 @@ void FileImport::take(const ByteBuffer &image, ImportWindow &from) {
     const QString folder = importFolder();
     const QString name = suggestedName(from.name(), {});
     const QString path = freePath(folder, name, QStringLiteral(".bin"), *image);
-    makePrivateFolder(folder);
-    const Result<void> saved = saveWholeFile(path, *image);
+    Result<void> saved = makePrivateFolder(folder);
+    if (saved)
+        saved = saveWholeFile(path, *image);
     if (const Failure *failure = saved.failure())
         return from.showProblem(tr("%1 could not be written: %2").arg(path, failure->reason));
     const QStringList sources = from.sources();

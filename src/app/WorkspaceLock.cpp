@@ -66,7 +66,8 @@ Result<FileDescriptor> openLockFile(const QString &folder, const QString &key) {
 QString folderForLocks(const QString &runtimeFolder, const QString &ownFolder) {
     if (isOwnFolder(runtimeFolder))
         return runtimeFolder;
-    makePrivateFolder(ownFolder);
+    // Whoever takes a lock there says why that did not work.
+    (void)makePrivateFolder(ownFolder);
     return ownFolder;
 }
 

@@ -3,14 +3,20 @@
 
 #include "files/PrivateFolder.h"
 
-#include <QDir>
+#include <QFile>
+
+#include <filesystem>
+#include <system_error>
 
 #include <sys/stat.h>
 
-bool makePrivateFolder(const QString &path) {
+Result<void> makePrivateFolder(const QString &path) {
     constexpr mode_t allButTheOwner = 077;
     const mode_t mask = ::umask(allButTheOwner);
-    const bool made = !path.isEmpty() && QDir().mkpath(path);
+    std::error_code error;
+    std::filesystem::create_directories(QFile::encodeName(path).toStdString(), error);
     ::umask(mask);
-    return made;
+    if (error)
+        return Failure::ofSystem(error.value());
+    return {};
 }

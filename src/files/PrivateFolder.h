@@ -3,9 +3,11 @@
 
 #pragma once
 
+#include "base/Result.h"
+
 #include <QString>
 
 /// Makes the folder at \a path, with those above it that are missing, for the user alone, whatever
 /// the umask allows: what is read from a chip may be nobody else's business. Folders that exist
-/// stay as they are. False if there is no such folder afterwards.
-bool makePrivateFolder(const QString &path);
+/// stay as they are.
+Result<void> makePrivateFolder(const QString &path);

@@ -55,17 +55,27 @@ TemporaryWorkspace::TemporaryWorkspace(const SettingsStore &settings, Log &log,
     : settings_(settings), log_(log), mayUse_(std::move(mayUse)) {}
 
 void TemporaryWorkspace::createTempDirectory() {
+    // Whoever writes into it says why that did not work.
+    (void)makeFolder();
+}
+
+Result<void> TemporaryWorkspace::makeFolder() {
     const QString folder = temporaryFolder(settings_);
-    const bool exists = QFileInfo::exists(folder) || makePrivateFolder(folder);
-    if (!exists)
+    if (QFileInfo::exists(folder))
+        return {};
+    const Result<void> made = makePrivateFolder(folder);
+    if (!made)
         log_.write(QStringLiteral("error creating temp directory"));
+    return made;
 }
 
 Result<void> TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer &output_data) {
-    createTempDirectory();
+    const Result<void> made = makeFolder();
     const QString path = resolvedPathOf(settings_, settingsKeys::temp_output_file);
     const bool ours = isOurs();
     lastWrite_ = ours ? save(path, output_data) : usedByAnother();
+    if (!made && !lastWrite_ && ours)
+        lastWrite_ = made;
     if (!lastWrite_)
         log_.write(QStringLiteral("error writing to temp file"));
     if (!lastWrite_ && ours)

@@ -64,6 +64,7 @@ private:
     };
 
     bool isOurs() const { return !mayUse_ || mayUse_(); }
+    Result<void> makeFolder();
     bool patch(const QByteArray &bytes, ByteRange changed);
 
     Result<void> lastWrite_;

@@ -3,6 +3,8 @@
 
 #include "files/PrivateFolder.h"
 
+#include "base/Result.h"
+
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
@@ -49,7 +51,9 @@ void TestPrivateFolder::existingFolders_stayAsTheyAre() {
 
 void TestPrivateFolder::whatCannotBeMade_isTold() {
     QVERIFY(!makePrivateFolder(QString()));
-    QVERIFY(!makePrivateFolder(QStringLiteral("/dev/null/folder")));
+    const Result<void> made = makePrivateFolder(QStringLiteral("/dev/null/folder"));
+    QVERIFY(!made);
+    QCOMPARE(made.failure()->reason, QStringLiteral("Not a directory"));
 }
 
 QTEST_APPLESS_MAIN(TestPrivateFolder)

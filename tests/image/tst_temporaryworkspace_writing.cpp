@@ -4,11 +4,13 @@
 #include "settings/FilePaths.h"
 
 #include "support/Bytes.h"
+#include "support/FailingCalls.h"
 #include "support/Privileges.h"
 #include "support/WorkspaceFixture.h"
 
 #include <QTest>
 
+#include <cerrno>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -32,6 +34,7 @@ private slots:
     void write_withoutABufferRemovesTheOldImage();
     void write_fullDiskRemovesTheOldImage();
     void write_aFileInsteadOfTheFolder();
+    void write_folderThatCannotBeMade();
     void write_aFolderInsteadOfTheFileStays();
     void write_unchangeableFolderEmptiesTheOldImage();
     void write_withoutAPathFails();
@@ -116,6 +119,13 @@ void TestTemporaryWorkspaceWriting::write_aFileInsteadOfTheFolder() {
     QCOMPARE(takeLog(), QStringList({writeError}));
     QCOMPARE(readWholeFile(at->folder()), QByteArray("mine"));
     QCOMPARE(problem(), QStringLiteral("Not a directory"));
+}
+
+void TestTemporaryWorkspaceWriting::write_folderThatCannotBeMade() {
+    const FailingCalls full("mkdir", 1, ENOSPC);
+    QVERIFY(!at->workspace.write_output_data_to_temp_file(bufferOf("61")));
+    QCOMPARE(takeLog(), QStringList({QStringLiteral("error creating temp directory"), writeError}));
+    QCOMPARE(problem(), QStringLiteral("No space left on device"));
 }
 
 void TestTemporaryWorkspaceWriting::write_aFolderInsteadOfTheFileStays() {

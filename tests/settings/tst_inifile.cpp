@@ -38,6 +38,7 @@ private slots:
     void outcomes_data();
     void outcomes();
     void unreadableFile_isNotChanged();
+    void folderThatCannotBeMade_isTold();
     void anotherProgramsChange_isKept();
     void noChange_leavesTheFileAlone();
     void moveAside_takesAnUnusedName();
@@ -106,6 +107,12 @@ void TestIniFile::unreadableFile_isNotChanged() {
 }
 
 // Nobody loses anything, whenever in the course of a change another one is made.
+void TestIniFile::folderThatCannotBeMade_isTold() {
+    const IniFile file(folder_->filePath(QStringLiteral("c/new.conf")));
+    const FailingCalls full("mkdir", 1, ENOSPC);
+    QCOMPARE(pictureOf(file.change(oneChange)), QStringLiteral("No space left on device"));
+}
+
 void TestIniFile::anotherProgramsChange_isKept() {
     bool struck = true;
     for (int call = 1; struck; ++call) {

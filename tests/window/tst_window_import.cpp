@@ -6,10 +6,13 @@
 #include "files/OpenedFileWatch.h"
 #include "settings/SettingsKeys.h"
 #include "support/AddressSpaceLimit.h"
+#include "support/FailingCalls.h"
 #include "support/FileHelpers.h"
 
 #include <QDragEnterEvent>
 #include <QMimeData>
+
+#include <cerrno>
 
 /// Files of records come in.
 class TestWindowImport : public QObject {
@@ -34,6 +37,7 @@ private slots:
     void openedText_offersToImportIt();
     void unreadableFile_isSaid();
     void dataHomeThatCannotBeWritten_isSaid();
+    void folderThatCannotBeMade_isSaid();
     void fileToOpen_isShownIfTheToolWouldDecodeIt();
     void drop_onTheSidePanelOpens();
     void drop_ofSomethingElseIsNotTaken();
@@ -317,6 +321,15 @@ void TestWindowImport::dataHomeThatCannotBeWritten_isSaid() {
                  qPrintable(result->text()));
     QVERIFY(!velm_->state().opened_bin_data);
     QVERIFY(window->controls().importButton->isEnabled());
+}
+
+void TestWindowImport::folderThatCannotBeMade_isSaid() {
+    ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
+    const FailingCalls full("mkdir", 1, ENOSPC);
+    velm_->click(window->controls().importButton);
+    const QLabel *result = window->controls().result;
+    QTRY_VERIFY2(result->text().endsWith(QStringLiteral(": No space left on device")),
+                 qPrintable(result->text()));
 }
 
 void TestWindowImport::fileToOpen_isShownIfTheToolWouldDecodeIt() {
