@@ -17,13 +17,14 @@ public:
         const QString path = QDir::toNativeSeparators(situation.path);
         if (!QFileInfo::exists(situation.path))
             return tr("The data to burn are in no file: %1 is missing.").arg(path);
-        if (!situation.writeProblem.isEmpty() && QFileInfo(situation.path).size() == 0)
+        const Failure *failure = situation.written.failure();
+        if (failure && QFileInfo(situation.path).size() == 0)
             return tr("%1 is empty: the data to burn could not be written there (%2).")
-                .arg(path, situation.writeProblem);
-        if (!situation.writeProblem.isEmpty())
+                .arg(path, failure->reason);
+        if (failure)
             return tr("%1 holds an older image: the data to burn could not be written there "
                       "(%2).")
-                .arg(path, situation.writeProblem);
+                .arg(path, failure->reason);
         return tr("%1 does not hold the data to burn: something else has changed it.").arg(path);
     }
 

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "language/CommandDoubt.h"
 #include "language/CommandLine.h"
 #include "language/ImageEncoding.h"
@@ -23,8 +24,8 @@ struct BurnSituation {
     /// The file that the tool is going to get, and whether it holds the image as shown.
     QString path;
     bool fileIsImage = true;
-    /// Why the image could not be written there; empty if it was.
-    QString writeProblem;
+    /// Whether the image could be written there, or why not.
+    Result<void> written;
     /// What is going to be run, and the tool's own text in it.
     QString tool;
     CommandDoubt command;

@@ -79,13 +79,12 @@ BurnSituation BurnFile::situation(Operation operation) const {
                     !toolTrust_.covers(settings.tool)};
     if (!takesImage(operation))
         return burn;
-    const Failure *problem = workspace_.lastWrite().failure();
     burn.hasImage = image_ != nullptr;
     burn.imageLength = lengthOf(image_);
     burn.encoding = image_ ? encodingForTool(*image_) : ImageEncoding::Raw;
     burn.path = resolvedPathOf(defaults_, settingsKeys::temp_output_file);
     burn.fileIsImage = workspace_.outputFileHolds(image_);
-    burn.writeProblem = problem ? problem->reason : QString();
+    burn.written = workspace_.lastWrite();
     return burn;
 }
 

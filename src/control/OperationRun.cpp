@@ -26,10 +26,11 @@ class OperationWording {
 
 public:
     static RunOutcome nothingRead(const ReadFile &file) {
-        const QString trouble = file.trouble.isEmpty() ? tr("the file is empty") : file.trouble;
+        const Failure *failure = file.length.failure();
+        const QString reason = failure ? failure->reason : tr("the file is empty");
         return {RunOutcome::Verdict::Failed,
                 tr("The tool says that it has read the chip, but there are no bytes in %1: %2.")
-                    .arg(QDir::toNativeSeparators(file.path), trouble),
+                    .arg(QDir::toNativeSeparators(file.path), reason),
                 tr("See whether the tool may write there, and read again."),
                 nextSteps::ReadAgain{}};
     }

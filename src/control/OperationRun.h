@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "control/BurnDoubt.h"
 #include "files/ByteBuffer.h"
 #include "language/CommandLine.h"
