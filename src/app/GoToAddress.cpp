@@ -23,17 +23,19 @@ GoToAddress::GoToAddress(QLineEdit &field, GridView &grid, Messages &messages,
 }
 
 void GoToAddress::go() {
-    const QString trouble = goTo(field_.text().trimmed());
-    messages_.say(Topic::Address, trouble);
-    if (trouble.isEmpty())
-        grid_.setFocus(Qt::OtherFocusReason);
+    const std::variant<qint64, QString> place = placeOf(field_.text().trimmed());
+    if (const auto *sentence = std::get_if<QString>(&place))
+        return messages_.say(Topic::Address, *sentence);
+    messages_.takeBack(Topic::Address);
+    grid_.showAddress(std::get<qint64>(place));
+    grid_.setFocus(Qt::OtherFocusReason);
 }
 
 void GoToAddress::forgetTrouble() {
     messages_.happened(Event::AddressChanged);
 }
 
-QString GoToAddress::goTo(const QString &address) {
+std::variant<qint64, QString> GoToAddress::placeOf(const QString &address) const {
     if (grid_.gridModel()->heading() != GridHeading::Bytes)
         return tr("There are no addresses among the logic test results.");
     const auto typed = typedAddress(address);
@@ -43,7 +45,7 @@ QString GoToAddress::goTo(const QString &address) {
     if (length == 0)
         return tr("There are no bytes to go to.");
     const auto offset = typed->offset(quint64(byteOfCell(grid_.currentIndex()).value_or(0)));
-    if (!offset || *offset >= quint64(length) || !grid_.showAddress(qint64(*offset)))
+    if (!offset || *offset >= quint64(length))
         return noByteWords(address, length);
-    return {};
+    return qint64(*offset);
 }

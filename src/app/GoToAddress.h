@@ -5,6 +5,8 @@
 
 #include <QObject>
 
+#include <variant>
+
 class AppDelegate;
 class GridView;
 class Messages;
@@ -24,8 +26,8 @@ private:
     void go();
     /// With another address, or other bytes, what was said is no longer true.
     void forgetTrouble();
-    /// Moves to the address; a sentence that says why not, or nothing.
-    QString goTo(const QString &address);
+    /// The place of the byte at \a address, or a sentence that says why there is none.
+    std::variant<qint64, QString> placeOf(const QString &address) const;
 
     QLineEdit &field_;
     GridView &grid_;
