@@ -73,9 +73,9 @@ void AppDelegate::stopRun() {
 void AppDelegate::takeReadData(RunRecord &record) {
     const ReadFile file = loadReadFile(
         resolvedPathOf(with_.defaults, settingsKeys::temp_read_from_chip_file), with_.log);
-    state_.read_from_chip_data = file.bytes;
+    state_.read_from_chip_data = file.bytes ? *file.bytes : nullptr;
     with_.messages.happened(Event::ReadTaken);
-    if (file.bytes)
+    if (state_.read_from_chip_data)
         with_.messages.happened(Event::BytesRead);
     // The redisplay comes a turn later; until then the grid keeps the bytes that it shows.
     build_and_reload();

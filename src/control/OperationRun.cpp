@@ -26,7 +26,7 @@ class OperationWording {
 
 public:
     static RunOutcome nothingRead(const ReadFile &file) {
-        const Failure *failure = file.length.failure();
+        const Failure *failure = file.bytes.failure();
         const QString reason = failure ? failure->reason : tr("the file is empty");
         return {RunOutcome::Verdict::Failed,
                 tr("The tool says that it has read the chip, but there are no bytes in %1: %2.")
@@ -103,12 +103,10 @@ RunRecord carryOut(ScriptedMiniPro &run, const ToolSettings &settings, const Bur
 }
 
 ReadFile loadReadFile(const QString &path, Log &log) {
-    auto loaded = loadWholeFile(path);
-    if (const Failure *failure = loaded.failure()) {
+    ReadFile file{path, loadWholeFile(path)};
+    if (const Failure *failure = file.bytes.failure())
         log.write(QStringLiteral("error reading temp file: ") + failure->reason);
-        return {path, nullptr, failure->reason};
-    }
-    return {path, *std::move(loaded), QString()};
+    return file;
 }
 
 bool judgeRead(RunRecord &record, const ReadFile &file) {

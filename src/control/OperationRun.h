@@ -26,10 +26,10 @@ RunRecord carryOut(ScriptedMiniPro &run, const ToolSettings &settings, const Bur
 /// The file that a Read should have left.
 struct ReadFile {
     QString path;
-    ByteBuffer bytes; ///< null where it could not be read
-    QString trouble;  ///< why it could not
+    Result<ByteBuffer> bytes = ByteBuffer();
 
-    qint64 length() const { return lengthOf(bytes); }
+    /// In bytes; 0 where it could not be read.
+    qint64 length() const { return bytes ? lengthOf(*bytes) : 0; }
 };
 
 /// Loads the file at \a path, and logs it if that is not possible.
