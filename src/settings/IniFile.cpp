@@ -56,7 +56,9 @@ IniFile::Outcome IniFile::read() const {
 }
 
 IniFile::Outcome IniFile::change(const QVariantMap &changes, QDeadlineTimer deadline) {
-    makePrivateFolder(QFileInfo(path_).path());
+    const Result<void> made = makePrivateFolder(QFileInfo(path_).path());
+    if (const Failure *failure = made.failure())
+        return *failure;
     const auto lock = FileLock::take(path_, deadline);
     if (const Failure *failure = lock.failure())
         return *failure;

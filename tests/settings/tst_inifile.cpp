@@ -106,13 +106,13 @@ void TestIniFile::unreadableFile_isNotChanged() {
     QCOMPARE(readWholeFile(path()), content);
 }
 
-// Nobody loses anything, whenever in the course of a change another one is made.
 void TestIniFile::folderThatCannotBeMade_isTold() {
-    const IniFile file(folder_->filePath(QStringLiteral("c/new.conf")));
+    IniFile file(folder_->filePath(QStringLiteral("c/new.conf")));
     const FailingCalls full("mkdir", 1, ENOSPC);
     QCOMPARE(pictureOf(file.change(oneChange)), QStringLiteral("No space left on device"));
 }
 
+// Nobody loses anything, whenever in the course of a change another one is made.
 void TestIniFile::anotherProgramsChange_isKept() {
     bool struck = true;
     for (int call = 1; struck; ++call) {
