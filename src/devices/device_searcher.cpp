@@ -5,6 +5,7 @@
 
 #include "base/Log.h"
 #include "base/MainQueue.h"
+#include "base/NumberWords.h"
 #include "base/TextLines.h"
 #include "base/WorkState.h"
 #include "devices/DeviceListModel.h"

@@ -4,11 +4,11 @@
 #include "imageviews/MemoriesWords.h"
 
 #include "base/Digits.h"
+#include "base/NumberWords.h"
 #include "image/FuseText.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QLocale>
 #include <QStringList>
 
 namespace {
@@ -35,9 +35,6 @@ public:
         return count == 1 ? tr("1 line that says no fuse")
                           : tr("%1 lines that say no fuse").arg(grouped(count));
     }
-
-private:
-    static QString grouped(qint64 number) { return QLocale().toString(number); }
 };
 
 } // namespace

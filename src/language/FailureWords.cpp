@@ -3,6 +3,7 @@
 
 #include "language/FailureWords.h"
 
+#include "base/NumberWords.h"
 #include "language/CommandLine.h"
 #include "language/ImageEncoding.h"
 #include "language/RunEnd.h"

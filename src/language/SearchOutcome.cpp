@@ -3,6 +3,7 @@
 
 #include "language/SearchOutcome.h"
 
+#include "base/NumberWords.h"
 #include "base/Units.h"
 #include "language/FailureWords.h"
 #include "language/RunEnd.h"

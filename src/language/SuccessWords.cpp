@@ -3,6 +3,7 @@
 
 #include "language/SuccessWords.h"
 
+#include "base/NumberWords.h"
 #include "language/CommandLine.h"
 #include "language/ImageEncoding.h"
 #include "language/KnownMemories.h"

@@ -3,6 +3,7 @@
 
 #include "views/ChipFactsWords.h"
 
+#include "base/NumberWords.h"
 #include "devices/ShownName.h"
 #include "language/Sentences.h"
 

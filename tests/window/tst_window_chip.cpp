@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "base/NumberWords.h"
 #include "devices/ChipInquiry.h"
 #include "language/Sentences.h"
 #include "settings/SettingsKeys.h"
