@@ -9,6 +9,9 @@
 inline constexpr qint64 kibibyte = 1024;
 inline constexpr qint64 mebibyte = 1024 * kibibyte;
 
+/// The highest value of a byte, and of a character of Latin-1.
+inline constexpr int maxByte = 0xFF;
+
 /// What erased memory reads as.
 inline constexpr quint8 erasedByte = 0xFF;
 

@@ -3,6 +3,7 @@
 
 #include "grid/CellEdit.h"
 
+#include "base/Units.h"
 #include "files/HugePages.h"
 #include "grid/GridColumns.h"
 #include "image/NumberScanning.h"
@@ -28,11 +29,10 @@ QStringView withoutOuterQuotes(QStringView text) {
 
 /// One byte for each UTF-16 unit, so that the bytes written are as many as the user counts.
 QByteArray oneByteForEachUnit(QStringView text) {
-    constexpr char16_t lastLatin1 = 0xff;
     QByteArray bytes;
     bytes.reserve(text.size());
     for (const QChar unit : text)
-        bytes.append(unit.unicode() > lastLatin1 ? '?' : char(unit.unicode()));
+        bytes.append(unit.unicode() > maxByte ? '?' : char(unit.unicode()));
     return bytes;
 }
 
@@ -53,9 +53,8 @@ CellEdit overwrite(QByteArray &buffer, qsizetype offset, const QByteArray &bytes
 /// The byte that a hexadecimal entry stands for. Zero is refused like a value that is too large:
 /// it is what an entry with a slip of the finger most often reads as.
 std::optional<char> enteredByte(const QString &entry) {
-    constexpr quint32 largestByte = 0xff;
     const std::optional<quint32> value = scanHexInt(entry);
-    if (!value || *value < 1 || *value > largestByte)
+    if (!value || *value < 1 || *value > maxByte)
         return std::nullopt;
     return char(*value);
 }

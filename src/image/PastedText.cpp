@@ -4,6 +4,7 @@
 #include "image/PastedText.h"
 
 #include "base/Digits.h"
+#include "base/Units.h"
 #include "files/ByteBuffer.h"
 
 #include <QRegularExpression>
@@ -18,7 +19,6 @@ namespace {
 constexpr qsizetype looked = 4096;
 /// The longest part of a text that is told when it was not understood.
 constexpr qsizetype longestPart = 16;
-constexpr int lastLatin1 = 0xFF;
 
 bool isGap(QChar unit) {
     return unit.isSpace() || unit == u',';
@@ -132,7 +132,7 @@ void PastedText::fail(Kind kind) {
 
 void PastedText::takeCharacter() {
     const char16_t unit = text_.at(at_).unicode();
-    if (unit > lastLatin1)
+    if (unit > maxByte)
         return fail(Kind::NoCharacter);
     append(unit);
     pass(1);

@@ -16,7 +16,6 @@
 
 namespace {
 
-constexpr int largestByte = 0xFF;
 /// A byte of a row and the blank behind it.
 constexpr qsizetype rowCell = 3;
 /// Longer than what stands behind an array or a row.
@@ -45,7 +44,7 @@ int byteOfNumber(QStringView word) {
     const bool isNumber = !digits.isEmpty() && word.size() <= longestNumber && !isOctal &&
                           digitsIn(digits, base, digits.size()) == digits.size();
     const quint64 value = isNumber ? digits.toULongLong(nullptr, base) : 0;
-    return isNumber && value <= largestByte ? int(value) : -1;
+    return isNumber && value <= maxByte ? int(value) : -1;
 }
 
 /// The byte that a backslash and \a letter stand for; below 0 if they stand for none.
@@ -166,7 +165,7 @@ void PastedText::takeEscape() {
         byte = behind.sliced(1, 2).toInt(nullptr, hexadecimal);
         units = 3;
     }
-    if (byte < 0 || byte > largestByte)
+    if (byte < 0 || byte > maxByte)
         return fail(Kind::NoValue);
     append(byte);
     pass(1 + units);

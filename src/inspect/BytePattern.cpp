@@ -3,6 +3,8 @@
 
 #include "inspect/BytePattern.h"
 
+#include "base/Units.h"
+
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -88,7 +90,7 @@ std::optional<Kind> appendGroup(QStringView group, std::vector<BytePattern::Byte
 bool hasOtherCase(char16_t unit) {
     const QChar lower = QChar(unit).toLower();
     const QChar upper = QChar(unit).toUpper();
-    return lower.unicode() <= 0xFF && (lower.unicode() ^ upper.unicode()) == caseBit;
+    return lower.unicode() <= maxByte && (lower.unicode() ^ upper.unicode()) == caseBit;
 }
 
 BytePattern::Byte lowByteOf(char16_t unit, MatchCase matchCase) {
@@ -134,7 +136,7 @@ PatternOutcome patternFromHex(const QString &text) {
 PatternOutcome patternFromText(const QString &text, MatchCase matchCase) {
     std::vector<BytePattern::Byte> bytes;
     for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i].unicode() > 0xFF)
+        if (text[i].unicode() > maxByte)
             return PatternTrouble{Kind::NoByte, text.mid(i, text[i].isHighSurrogate() ? 2 : 1)};
         bytes.push_back(lowByteOf(text[i].unicode(), matchCase));
     }
