@@ -8,7 +8,7 @@
 #include "subjects/Peers.h"
 #include "subjects/Samples.h"
 
-#include "imageviews/ImageComparison.h"
+#include "base/TurnOfWork.h"
 
 #include <QTemporaryDir>
 
@@ -39,7 +39,7 @@ Images imagesOf(qint64 size, bool differ) {
 double compare(const Images &images) {
     const Stopwatch stopwatch;
     ImageDifferencesReader reader;
-    while (!reader.advance(images.one, images.other, ImageComparison::maxInTurn)) {
+    while (!reader.advance(images.one, images.other, maxBytesInTurn)) {
     }
     return stopwatch.milliseconds();
 }

@@ -9,6 +9,7 @@
 #include "subjects/ImageSource.h"
 #include "subjects/Samples.h"
 
+#include "base/TurnOfWork.h"
 #include "grid/GridView.h"
 #include "imageviews/ImageMap.h"
 
@@ -30,7 +31,7 @@ double countBlocks(const QByteArray &image) {
     const Stopwatch stopwatch;
     BlockMap map;
     map.begin(image.size());
-    while (!map.advance(image, ImageMap::maxInTurn)) {
+    while (!map.advance(image, maxBytesInTurn)) {
     }
     return stopwatch.milliseconds();
 }

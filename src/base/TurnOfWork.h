@@ -11,6 +11,9 @@
 /// screen, with room for what else a turn does.
 inline constexpr std::chrono::milliseconds turnOfWork{8};
 
+/// The most bytes that are looked at in a turn where no clock is asked: some milliseconds' work.
+inline constexpr qsizetype maxBytesInTurn = qsizetype(4) << 20;
+
 /// Calls \a advance, which gives true when all is done, until it does so or the turn is over. True
 /// if all is done.
 template <typename Advance>

@@ -3,6 +3,8 @@
 
 #include "imageviews/BlockFacts.h"
 
+#include "base/TurnOfWork.h"
+
 #include <QByteArrayView>
 
 #include <algorithm>
@@ -23,7 +25,7 @@ bool BlockFacts::readOn(const ShownImage &image, ByteRange block) {
     const qint64 first = std::min(block.offset, length);
     const QByteArrayView bytes = QByteArrayView(std::as_const(*image.bytes))
                                      .sliced(first, std::min(block.length, length - first));
-    isKnown_ = reader_.advance(bytes, ShownImageReader::maxFactsInTurn);
+    isKnown_ = reader_.advance(bytes, maxBytesInTurn);
     return !isKnown_;
 }
 

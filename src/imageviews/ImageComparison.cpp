@@ -3,6 +3,7 @@
 
 #include "imageviews/ImageComparison.h"
 
+#include "base/TurnOfWork.h"
 #include "image/BytesAsText.h"
 
 #include <utility>
@@ -47,7 +48,7 @@ void ImageComparison::refresh() {
 void ImageComparison::turn() {
     const ByteBuffer read = read_.lock();
     const ByteBuffer toBurn = toBurn_.lock();
-    isDone_ = reader_.advance(bytesOf(read), bytesOf(toBurn), maxInTurn);
+    isDone_ = reader_.advance(bytesOf(read), bytesOf(toBurn), maxBytesInTurn);
     if (!isDone_)
         return;
     turns_.stop();

@@ -34,9 +34,6 @@ public:
     /// Gives the images as they are at the moment of the call.
     using Source = std::function<ComparedImages()>;
 
-    /// Bytes that are compared in a turn: some milliseconds' work.
-    static constexpr qsizetype maxInTurn = qsizetype(4) << 20;
-
     explicit ImageComparison(Source source, QObject *parent = nullptr);
 
     /// Looks at the images anew, and compares them if one of them has changed.

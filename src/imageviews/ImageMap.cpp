@@ -3,6 +3,7 @@
 
 #include "imageviews/ImageMap.h"
 
+#include "base/TurnOfWork.h"
 #include "files/ByteBuffer.h"
 #include "grid/GridColumns.h"
 #include "grid/GridView.h"
@@ -79,7 +80,7 @@ void ImageMap::turn() {
     takeImage(image);
     const QByteArrayView bytes =
         image && image->bytes ? QByteArrayView(std::as_const(*image->bytes)) : QByteArrayView();
-    if (map_.advance(bytes, maxInTurn))
+    if (map_.advance(bytes, maxBytesInTurn))
         turns_.stop();
     showOrKeepRoom(*this, !bytes.isEmpty(), image.has_value());
     showCells();

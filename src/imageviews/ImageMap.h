@@ -29,9 +29,6 @@ public:
     /// Gives the image that is shown at the moment of the call; nothing if none is.
     using Source = std::function<std::optional<ShownImage>()>;
 
-    /// Bytes that are counted in a turn: a millisecond's work.
-    static constexpr qsizetype maxInTurn = qsizetype(4) << 20;
-
     explicit ImageMap(QWidget *parent = nullptr);
 
     /// Follows what \a grid shows of the image that \a shown gives, and leads it. Both must last

@@ -3,6 +3,8 @@
 
 #include "imageviews/ShownImageReader.h"
 
+#include "base/TurnOfWork.h"
+
 #include <utility>
 
 bool ShownImageReader::readOn(const ShownImage &image) {
@@ -11,7 +13,7 @@ bool ShownImageReader::readOn(const ShownImage &image) {
     const QByteArrayView bytes =
         image.bytes ? QByteArrayView(std::as_const(*image.bytes)) : QByteArrayView();
     if (!factsAreKnown_)
-        factsAreKnown_ = facts_.advance(bytes, maxFactsInTurn);
+        factsAreKnown_ = facts_.advance(bytes, maxBytesInTurn);
     else if (isReadingSha256() && reader_->advance(bytes, maxSha256InTurn))
         sha256_ = QString::fromLatin1(reader_->digest().toHex());
     return !factsAreKnown_ || isReadingSha256();

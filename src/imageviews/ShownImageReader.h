@@ -25,8 +25,7 @@ struct ShownImage {
 /// less than a frame. It keeps no image alive.
 class ShownImageReader {
 public:
-    /// Bytes that are read in a turn: some milliseconds' work.
-    static constexpr qsizetype maxFactsInTurn = qsizetype(4) << 20;
+    /// Bytes that a turn reads for the SHA-256: some milliseconds' work.
     static constexpr qsizetype maxSha256InTurn = qsizetype(1) << 20;
 
     /// Takes a turn at \a image, from its beginning if it is not the one of the turn before; what

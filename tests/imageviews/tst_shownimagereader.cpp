@@ -3,6 +3,8 @@
 
 #include "imageviews/ShownImageReader.h"
 
+#include "base/TurnOfWork.h"
+
 #include <QCryptographicHash>
 #include <QTest>
 
@@ -30,7 +32,7 @@ ByteBuffer bufferOf(qsizetype size, char byte) {
 }
 
 ByteBuffer large(char byte = 'A') {
-    return bufferOf(turnsOfLarge * ShownImageReader::maxFactsInTurn, byte);
+    return bufferOf(turnsOfLarge * maxBytesInTurn, byte);
 }
 
 void finish(ShownImageReader &reader, const ShownImage &image) {
