@@ -10,6 +10,7 @@
 #include "exchange/WindowFit.h"
 #include "image/BlockWords.h"
 #include "image/TypedAddress.h"
+#include "inspect/ImageFacts.h"
 #include "widgets/FixedFont.h"
 
 #include "ui_ExportWindow.h"
@@ -297,10 +298,9 @@ QString ExportWindow::labelsText() const {
     if (!isSplit() && !work_.arrangement.changesNothing())
         lines << tr("In this order: %1, CRC-32 %2")
                      .arg(sizeWords(outcome->parts.first().size()),
-                          checksumWords(outcome->checksums.first()));
+                          crc32Digits(outcome->checksums.first()));
     lines << tr("As in the image: %1, CRC-32 %2")
-                 .arg(sizeWords(work_.range.length),
-                      checksumWords(outcome->sourceChecksums.first()));
+                 .arg(sizeWords(work_.range.length), crc32Digits(outcome->sourceChecksums.first()));
     return lines.join(u'\n');
 }
 

@@ -14,6 +14,7 @@
 #include "formats/ImageFlattening.h"
 #include "image/BlockWords.h"
 #include "image/TypedAddress.h"
+#include "inspect/ImageFacts.h"
 #include "widgets/FixedFont.h"
 
 #include "ui_ImportWindow.h"
@@ -283,9 +284,9 @@ QString ImportWindow::outcomeText() const {
     if (!outcome)
         return {};
     if (outcome->parts.isEmpty())
-        return tr("CRC-32 of the binary: %1").arg(checksumWords(outcome->sourceChecksums.first()));
+        return tr("CRC-32 of the binary: %1").arg(crc32Digits(outcome->sourceChecksums.first()));
     return tr("In this order: %1, CRC-32 %2")
-        .arg(sizeWords(outcome->parts.first().size()), checksumWords(outcome->checksums.first()));
+        .arg(sizeWords(outcome->parts.first().size()), crc32Digits(outcome->checksums.first()));
 }
 
 void ImportWindow::showOutOfMemory() {

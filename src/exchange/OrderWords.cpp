@@ -3,9 +3,9 @@
 
 #include "exchange/OrderWords.h"
 
-#include "base/Digits.h"
 #include "base/Units.h"
 #include "image/BlockWords.h"
+#include "inspect/ImageFacts.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -15,7 +15,6 @@
 namespace {
 
 constexpr int bitsOfByte = 8;
-constexpr int digitsOfChecksum = 8;
 
 class OrderWording {
     Q_DECLARE_TR_FUNCTIONS(OrderWords)
@@ -107,10 +106,6 @@ QString wholeName(const QString &partName) {
     return at > 0 ? partName.first(at) : partName;
 }
 
-QString checksumWords(quint32 crc32) {
-    return hexDigits(crc32, digitsOfChecksum);
-}
-
 QString chipSizeWords(qint64 bytes) {
     if (bytes % kibibyte != 0 || bytes == 0)
         return sizeWords(bytes);
@@ -123,7 +118,7 @@ QString labelWords(const LabelledPart &part, const ChipSize &chip) {
         words << part.name;
     else
         words << part.name + u' ' + partName(part.lanes, part.part) << linesWords(part);
-    words << OrderWording::tr("CRC-32 %1").arg(checksumWords(part.crc32));
+    words << OrderWording::tr("CRC-32 %1").arg(crc32Digits(part.crc32));
     const QString type =
         chip.bytes == part.length ? chip.name : usualEprom(part.length, part.lanes.unit);
     words << (type.isEmpty() ? QString() : type + u' ') + chipSizeWords(part.length);

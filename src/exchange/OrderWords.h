@@ -31,8 +31,6 @@ QString partPath(const QString &path, const Lanes &lanes, int part, const QStrin
 /// "low", "high" or a number at its end.
 QString wholeName(const QString &partName);
 
-/// A checksum as it is written: eight digits.
-QString checksumWords(quint32 crc32);
 /// A length in KiB, or in bytes where that is no whole number.
 QString chipSizeWords(qint64 bytes);
 

@@ -5,6 +5,7 @@
 
 #include "exchange/OrderWords.h"
 #include "image/BlockWords.h"
+#include "inspect/ImageFacts.h"
 
 #include "ui_PartList.h"
 
@@ -63,7 +64,7 @@ void PartList::showFacts(const Lanes &lanes, const QList<quint32> &checksums) {
         QStringList words = {QFileInfo(parts_[at].path).fileName(),
                              sizeWords(lengthOf(parts_[at].bytes))};
         if (at < checksums.size())
-            words << tr("CRC-32 %1").arg(checksumWords(checksums[at]));
+            words << tr("CRC-32 %1").arg(crc32Digits(checksums[at]));
         const QString name = at < lanes.parts ? partName(lanes, at) : tr("not joined");
         controls_->list->item(at)->setText(
             tr("%1: %2").arg(name, words.join(QStringLiteral(", "))));

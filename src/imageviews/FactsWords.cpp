@@ -19,7 +19,6 @@ constexpr int binary = 2;
 constexpr int bitsInByte = 8;
 constexpr int digitsOfByte = 2;
 constexpr int digitsOfSum = 4;
-constexpr int digitsOfCrc = 8;
 constexpr quint8 empty = 0x00;
 
 class FactsWording {
@@ -63,7 +62,7 @@ QString burnOriginWords(std::optional<CompositionSource> source, const QString &
 QString checksumWords(const std::optional<ImageFacts> &facts) {
     const QString unknown(QChar(0x2026));
     return FactsWording::tr("CRC-32 %1, sum %2")
-        .arg(facts ? hexDigits(facts->crc32, digitsOfCrc) : unknown,
+        .arg(facts ? crc32Digits(facts->crc32) : unknown,
              facts ? hexDigits(facts->sum, digitsOfSum) : unknown);
 }
 

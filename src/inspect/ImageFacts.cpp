@@ -3,6 +3,8 @@
 
 #include "inspect/ImageFacts.h"
 
+#include "base/Digits.h"
+
 #include <libdeflate.h>
 
 #include <algorithm>
@@ -59,4 +61,9 @@ ImageFacts factsOf(QByteArrayView image) {
     ImageFactsReader reader;
     reader.advance(image, image.size());
     return reader.facts();
+}
+
+QString crc32Digits(quint32 crc32) {
+    constexpr int digits = 8;
+    return hexDigits(crc32, digits);
 }

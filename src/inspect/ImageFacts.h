@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QByteArrayView>
+#include <QString>
 
 #include <optional>
 
@@ -36,3 +37,6 @@ private:
 
 /// The facts of \a image, read at once.
 ImageFacts factsOf(QByteArrayView image);
+
+/// A CRC-32 as it is written: eight hexadecimal digits.
+QString crc32Digits(quint32 crc32);

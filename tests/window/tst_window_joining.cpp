@@ -39,7 +39,7 @@ private:
 namespace {
 
 QString crcWords(const QByteArray &bytes) {
-    return checksumWords(factsOf(bytes).crc32);
+    return crc32Digits(factsOf(bytes).crc32);
 }
 
 } // namespace

@@ -64,7 +64,7 @@ const QByteArray evenBytes = "02468ACEGI";
 const QByteArray oddBytes = "13579BDFHJ";
 
 QString crcWords(const QByteArray &bytes) {
-    return checksumWords(factsOf(bytes).crc32);
+    return crc32Digits(factsOf(bytes).crc32);
 }
 
 char bitsTurned(char byte) {
