@@ -121,12 +121,6 @@ bool ImageDifferencesReader::advance(QByteArrayView one, QByteArrayView other, q
     return found_.compared >= all;
 }
 
-ImageDifferences differencesOf(QByteArrayView one, QByteArrayView other) {
-    ImageDifferencesReader reader;
-    reader.advance(one, other, common(one, other));
-    return reader.differences();
-}
-
 std::optional<qint64> nextDifference(QByteArrayView one, QByteArrayView other, qint64 offset) {
     const qint64 end = common(one, other);
     const qint64 past = offset < 0 ? 0 : firstEqual(one, other, std::min<qint64>(offset, end), end);

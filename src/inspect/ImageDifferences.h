@@ -42,9 +42,6 @@ private:
     std::vector<bool> differing_;
 };
 
-/// How \a one and \a other differ, compared at once.
-ImageDifferences differencesOf(QByteArrayView one, QByteArrayView other);
-
 /// Bytes that differ and follow each other are one place. The offset of the first place behind
 /// \a offset that does not reach back to it, in the bytes that both images have; -1 for before the
 /// first byte. Nothing if there is none.

@@ -57,12 +57,6 @@ void ImageFactsReader::take(QByteArrayView bytes) {
     facts_.size += bytes.size();
 }
 
-ImageFacts factsOf(QByteArrayView image) {
-    ImageFactsReader reader;
-    reader.advance(image, image.size());
-    return reader.facts();
-}
-
 QString crc32Digits(quint32 crc32) {
     constexpr int digits = 8;
     return hexDigits(crc32, digits);

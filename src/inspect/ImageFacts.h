@@ -35,8 +35,5 @@ private:
     ImageFacts facts_;
 };
 
-/// The facts of \a image, read at once.
-ImageFacts factsOf(QByteArrayView image);
-
 /// A CRC-32 as it is written: eight hexadecimal digits.
 QString crc32Digits(quint32 crc32);

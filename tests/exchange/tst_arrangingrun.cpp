@@ -4,6 +4,7 @@
 #include "exchange/ArrangingRun.h"
 
 #include "support/AddressSpaceLimit.h"
+#include "support/FactsAtOnce.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -4,6 +4,7 @@
 #include "imageviews/FactsWords.h"
 
 #include "image/BlockWords.h"
+#include "support/FactsAtOnce.h"
 
 #include <QTest>
 

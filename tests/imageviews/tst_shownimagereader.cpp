@@ -4,6 +4,7 @@
 #include "imageviews/ShownImageReader.h"
 
 #include "base/TurnOfWork.h"
+#include "support/FactsAtOnce.h"
 
 #include <QCryptographicHash>
 #include <QTest>

@@ -68,6 +68,13 @@ QByteArray changed(QByteArray image, const QList<qint64> &offsets) {
     return image;
 }
 
+/// Compared in one turn.
+ImageDifferences differencesOf(QByteArrayView one, QByteArrayView other) {
+    ImageDifferencesReader reader;
+    reader.advance(one, other, std::max(one.size(), other.size()));
+    return reader.differences();
+}
+
 } // namespace
 
 void TestImageDifferences::differences_data() {

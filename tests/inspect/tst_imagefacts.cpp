@@ -4,6 +4,8 @@
 #include "inspect/ImageFacts.h"
 #include "inspect/Sha256.h"
 
+#include "support/FactsAtOnce.h"
+
 #include <QTest>
 
 /// What tells one image from another, read whole or in pieces.

@@ -5,6 +5,7 @@
 
 #include "image/BlockWords.h"
 #include "imageviews/FactsWords.h"
+#include "support/FactsAtOnce.h"
 
 #include <QAccessible>
 #include <QClipboard>

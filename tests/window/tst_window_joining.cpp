@@ -7,6 +7,7 @@
 #include "files/OpenedFileWatch.h"
 #include "inspect/ImageFacts.h"
 #include "settings/SettingsKeys.h"
+#include "support/FactsAtOnce.h"
 
 #include "ui_OrderBox.h"
 #include "ui_PartList.h"

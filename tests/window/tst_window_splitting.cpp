@@ -7,6 +7,7 @@
 #include "formats/RecordReader.h"
 #include "inspect/ImageFacts.h"
 #include "support/AddressSpaceLimit.h"
+#include "support/FactsAtOnce.h"
 
 #include "ui_OrderBox.h"
 
