@@ -39,7 +39,7 @@ QString originOfRead(const ByteBuffer &bytes, const QList<RunRecord> &runs) {
     const auto read = std::find_if(runs.rbegin(), runs.rend(), broughtData);
     if (read == runs.rend() || read->imageLength != lengthOf(bytes))
         return {};
-    return readOriginWords(read->device, read->ended, QDate::currentDate());
+    return readOriginWords(read->device, read->endedAt, QDate::currentDate());
 }
 
 /// How the images differ, and what that means for the chip.

@@ -51,7 +51,7 @@ RunRecord recordBefore(Operation operation, const ToolSettings &settings, const 
     record.device = settings.device;
     record.tool = settings.tool;
     record.commandLine = operationCommand(operation, settings);
-    record.started = QDateTime::currentDateTime();
+    record.startedAt = QDateTime::currentDateTime();
     if (!takesImage(operation))
         return record;
     record.imageLength = burn.fileIsImage ? burn.imageLength : QFileInfo(burn.path).size();
@@ -88,7 +88,7 @@ RunRecord carryOut(ScriptedMiniPro &run, const ToolSettings &settings, const Bur
     const Operation operation = run.facts().operation;
     RunRecord record = recordBefore(operation, settings, burn, imageRevision);
     record.status = run.launch();
-    record.ended = QDateTime::currentDateTime();
+    record.endedAt = QDateTime::currentDateTime();
     RunFacts facts = run.facts();
     facts.imageLength = record.imageLength;
     facts.imageIsShown = burn.fileIsImage;
@@ -123,5 +123,5 @@ bool judgeRead(RunRecord &record, const ReadFile &file) {
 
 QString staleReadRemark(const RunRecord &record, const QString &path) {
     const QDateTime written = QFileInfo(path).lastModified();
-    return OperationWording::stale(timeWords(written, record.started.date()));
+    return OperationWording::stale(timeWords(written, record.startedAt.date()));
 }

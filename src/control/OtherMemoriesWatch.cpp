@@ -45,7 +45,7 @@ void OtherMemoriesWatch::takeRun(const RunRecord &record, const ByteBuffer &code
     newest_.reset();
     if (!others.isEmpty()) {
         known_[record.device] = known_.value(record.device) | kindsOf(others);
-        newest_ = ReadMemories{record.device, record.ended, code, std::move(others)};
+        newest_ = ReadMemories{record.device, record.endedAt, code, std::move(others)};
     }
     emit readTaken();
 }

@@ -36,7 +36,7 @@ public:
 
     /// What happened, and when: "Verified at 13:02".
     QString event() const {
-        return eventPattern().arg(timeWords(run_.ended, QDate::currentDate()));
+        return eventPattern().arg(timeWords(run_.endedAt, QDate::currentDate()));
     }
 
 private:

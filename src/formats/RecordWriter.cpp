@@ -53,8 +53,8 @@ public:
         return *this;
     }
     quint32 sum() const { return sum_; }
-    /// The line, ended.
-    QByteArrayView ended() {
+    /// The whole of it with its line feed.
+    QByteArrayView withLineFeed() {
         add('\n');
         return QByteArrayView(characters_.data(), size_);
     }
@@ -71,7 +71,7 @@ void addIntelHex(QByteArray &text, qint64 address, quint32 type, QByteArrayView 
     RecordLine line(":");
     line.byte(quint32(data.size())).number(address, 2).byte(type).bytes(data);
     line.byte(0x100 - (line.sum() & 0xFF));
-    text.append(line.ended());
+    text.append(line.withLineFeed());
 }
 
 /// Adds a record of \a type with \a data at \a address, which is \a addressLength bytes long.
@@ -81,7 +81,7 @@ void addSRecord(QByteArray &text, char type, qint64 address, int addressLength,
     RecordLine line(QByteArrayView(mark, 2));
     line.byte(quint32(addressLength + data.size() + 1)).number(address, addressLength).bytes(data);
     line.byte(~line.sum() & 0xFF);
-    text.append(line.ended());
+    text.append(line.withLineFeed());
 }
 
 /// How many bytes the addresses of S-records need.

@@ -52,7 +52,7 @@ struct OtherMemories {
 /// All that one Read brought.
 struct ReadMemories {
     QString device;
-    QDateTime ended;
+    QDateTime endedAt;
     ByteBuffer code;
     OtherMemories others;
 };

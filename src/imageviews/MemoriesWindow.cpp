@@ -100,7 +100,7 @@ void MemoriesWindow::copyFuses() const {
 
 void MemoriesWindow::showMemories(const ReadMemories &memories, const QString &remark) {
     origin_->setText(
-        tr("%1: %2").arg(readOriginWords(memories.device, memories.ended, QDate::currentDate()),
+        tr("%1: %2").arg(readOriginWords(memories.device, memories.endedAt, QDate::currentDate()),
                          memoriesWords(memories.others)));
     remark_->setText(remark);
     remark_->setHidden(remark.isEmpty());

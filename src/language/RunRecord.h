@@ -16,8 +16,8 @@ struct RunRecord {
     /// The tool as the settings gave it, and the whole command line for the shell.
     QString tool;
     QString commandLine;
-    QDateTime started;
-    QDateTime ended;
+    QDateTime startedAt;
+    QDateTime endedAt;
     /// Of the image that was handed over or read, in bytes.
     qint64 imageLength = 0;
     /// Which state of the data to burn was handed over; 0 for none, or for a file that held

@@ -19,7 +19,7 @@ ToolQuestion::ToolQuestion(const QString &command, const SettingsStore &settings
         connect(pipe->fileHandleForReading(), &ReadHandle::dataAvailable, this,
                 &ToolQuestion::take);
     // Queued: a start that fails ends the child inside start().
-    connect(&child_, &ChildProcess::ended, this, &ToolQuestion::ended, Qt::QueuedConnection);
+    connect(&child_, &ChildProcess::ended, this, &ToolQuestion::childEnded, Qt::QueuedConnection);
     patience_.setSingleShot(true);
     connect(&patience_, &QTimer::timeout, this, &ToolQuestion::giveUp);
 }
@@ -51,7 +51,7 @@ void ToolQuestion::takeRest(Pipe &pipe) {
     pipe.closeOwnEnd();
 }
 
-void ToolQuestion::ended() {
+void ToolQuestion::childEnded() {
     takeRest(output_);
     takeRest(error_);
     const bool exited = child_.terminationStatus() >= 0 && !child_.killedBySignal();

@@ -50,7 +50,7 @@ signals:
 private:
     void take(ReadHandle *handle);
     void takeRest(Pipe &pipe);
-    void ended();
+    void childEnded();
     void giveUp();
     void answer(const ToolAnswer &answer);
 

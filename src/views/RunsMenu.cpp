@@ -29,8 +29,8 @@ QString recordOf(const RunRecord &run) {
     const QStringList lines = {
         RunsMenu::tr("Device: %1").arg(run.device),
         RunsMenu::tr("Result: %1").arg(run.outcome.words()),
-        RunsMenu::tr("Begun: %1").arg(moment(run.started)),
-        RunsMenu::tr("Ended: %1").arg(moment(run.ended)),
+        RunsMenu::tr("Begun: %1").arg(moment(run.startedAt)),
+        RunsMenu::tr("Ended: %1").arg(moment(run.endedAt)),
         RunsMenu::tr("Length of the image: %1 bytes").arg(QLocale().toString(run.imageLength)),
         RunsMenu::tr("Command: %1").arg(run.commandLine),
         RunsMenu::tr("Exit status: %1").arg(run.status),

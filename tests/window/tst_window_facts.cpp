@@ -104,7 +104,7 @@ void TestWindowFacts::afterARead_saysWhichDeviceAndWhatCameOfIt() {
     velm.click(velm.controls().btn_read);
     const QByteArray chip = WindowFixture::bytesOf(velm.chipPath(QStringLiteral("W27C512@DIP28")));
     QCOMPARE(chip.size(), 65536);
-    const QDateTime ended = velm.velm().runs().last().ended;
+    const QDateTime ended = velm.velm().runs().last().endedAt;
     const QString origin =
         readOriginWords(QStringLiteral("W27C512@DIP28"), ended, QDate::currentDate());
     const QString all = origin + QStringLiteral(" \u00b7 ") + sizeAndChecksums(chip);

@@ -275,7 +275,7 @@ void TestWindowVerdict::everyRun_leavesARecord() {
     QCOMPARE(verify.device, QStringLiteral("W27C512@DIP28"));
     QCOMPARE(verify.tool, velm.settings().stringValue(settingsKeys::miniproLocation));
     QVERIFY(velm.log.lines.contains(QStringLiteral("fileContents: ") + verify.commandLine));
-    QVERIFY(verify.started <= verify.ended);
+    QVERIFY(verify.startedAt <= verify.endedAt);
     QCOMPARE(verify.imageLength, 65536);
     QVERIFY(verify.imageRevision != 0);
     QCOMPARE(verify.status, 0);
