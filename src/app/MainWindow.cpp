@@ -29,7 +29,7 @@ void MainWindow::changeEvent(QEvent *event) {
 }
 
 void MainWindow::closeEvent(QCloseEvent *event) {
-    if (mayClose_ && !mayClose_()) {
+    if (closeGuard_ && !closeGuard_()) {
         event->ignore();
         return;
     }

@@ -24,8 +24,8 @@ public:
 
     /// The controls, as MainWindow.ui names them.
     Ui::MainWindow &controls() { return *controls_; }
-    /// Sets what decides whether the window may close; without it, it always may.
-    void setCloseGuard(std::function<bool()> mayClose) { mayClose_ = std::move(mayClose); }
+    /// Sets what is called before the window closes, and keeps it open by giving false.
+    void setCloseGuard(std::function<bool()> guard) { closeGuard_ = std::move(guard); }
 
 signals:
     /// The window is about to close for good.
@@ -39,5 +39,5 @@ protected:
 
 private:
     std::unique_ptr<Ui::MainWindow> controls_;
-    std::function<bool()> mayClose_;
+    std::function<bool()> closeGuard_;
 };

@@ -88,7 +88,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
     followChips();
     followLogicTests();
     followLatePrinters();
-    window_.setCloseGuard([this] { return mayClose(); });
+    window_.setCloseGuard([this] { return preparesToClose(); });
     connect(&window_, &MainWindow::closing, this, &VelmWindow::closeDown);
     followSettings();
 }
@@ -138,17 +138,21 @@ bool VelmWindow::isAtRest() const {
 
 // Ending the program in the middle of a run would leave a chip half written, and its socket may
 // stay powered.
-bool VelmWindow::mayClose() {
-    if (isAtRest()) {
-        gate_.commitPendingInput();
-        return !delegate_.edits().refusesToLose(askedFromOutside_ ? SecondPress::Presser::Program
-                                                                  : SecondPress::Presser::Hand);
+bool VelmWindow::preparesToClose() {
+    if (!isAtRest()) {
+        endRefused_ = true;
+        sayThatItStaysOpen();
+        return false;
     }
-    endRefused_ = true;
+    gate_.commitPendingInput();
+    return !delegate_.edits().refusesToLose(askedFromOutside_ ? SecondPress::Presser::Program
+                                                              : SecondPress::Presser::Hand);
+}
+
+void VelmWindow::sayThatItStaysOpen() {
     messages_.say(
         Topic::Busy,
         tr("%1, so the window stays open. Stop it first.").arg(whatIsRunning(work_.now())));
-    return false;
 }
 
 void VelmWindow::workChanged(Work now) {

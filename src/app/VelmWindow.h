@@ -78,7 +78,8 @@ public:
 
 private:
     bool isAtRest() const;
-    bool mayClose();
+    bool preparesToClose();
+    void sayThatItStaysOpen();
     void workChanged(Work now);
     void followVerdicts();
     std::optional<ShownNow> shownNow() const;
