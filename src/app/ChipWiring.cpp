@@ -16,7 +16,7 @@
 
 namespace {
 
-// What stands in the field before it is all typed may be another program's path.
+/// What stands in the field before it is all typed may be another program's path.
 void holdWhileTyped(QLineEdit *tool, ChipInquiry &inquiry) {
     inquiry.setHold([tool] { return tool->hasFocus() && tool->isModified(); });
     QObject::connect(tool, &QLineEdit::editingFinished, &inquiry, [tool, &inquiry] {

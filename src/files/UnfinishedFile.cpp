@@ -68,8 +68,8 @@ bool isFolder(const QByteArray &path) {
     return ::lstat(path.constData(), &facts) == 0 && S_ISDIR(facts.st_mode);
 }
 
-// Not every system can. To rename over an older file would have some file systems write the new
-// one to the disk at once, and whoever renames waits for that.
+/// Not every system can. To rename over an older file would have some file systems write the new
+/// one to the disk at once, and whoever renames waits for that.
 bool exchangeNames(const QByteArray &one, const QByteArray &other) {
 #ifdef RENAME_EXCHANGE
     return ::renameat2(AT_FDCWD, one.constData(), AT_FDCWD, other.constData(), RENAME_EXCHANGE) ==

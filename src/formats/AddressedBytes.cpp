@@ -9,8 +9,8 @@
 
 namespace {
 
-// Enlarged by a call of its own, which lets the system move large pieces without copying them: a
-// copy of some hundred megabytes would hold the window up.
+/// Enlarged by a call of its own, which lets the system move large pieces without copying them: a
+/// copy of some hundred megabytes would hold the window up.
 void append(QByteArray &piece, QByteArrayView bytes) {
     if (piece.size() + bytes.size() > piece.capacity())
         piece.reserve(std::max(2 * piece.capacity(), piece.size() + bytes.size()));

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Count, address, type and checksum.
+/// Count, address, type and checksum.
 constexpr qsizetype typeField = 3;
 constexpr qsizetype dataField = 4;
 constexpr qsizetype withoutData = 5;

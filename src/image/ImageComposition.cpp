@@ -66,12 +66,12 @@ private:
             report("inserting opened binary:%1 at %2", binaryLength, start);
     }
 
-    // A negative pad size counts as larger than any length, as unsigned numbers compare.
+    /// A negative pad size counts as larger than any length, as unsigned numbers compare.
     bool asksForPadding(qint64 length) const {
         return inputs_.pad && quint64(length) < quint64(padSize_);
     }
 
-    // The length with padding; nothing if no image may be that large.
+    /// The length with padding; nothing if no image may be that large.
     std::optional<qint64> stretched(qint64 length) {
         const bool padded = asksForPadding(length);
         const qint64 asked = padded ? padSize_ : length;
@@ -84,7 +84,7 @@ private:
         return asked;
     }
 
-    // Makes the image: \a content from offset \a start on, pad bytes everywhere else.
+    /// Makes the image: \a content from offset \a start on, pad bytes everywhere else.
     bool make(qint64 length, const ByteBuffer &content, qint64 start) {
         if (start == 0 && length == lengthOf(content) && length > 0) {
             // Nothing is added: the bytes are shared until an edit needs them for itself.

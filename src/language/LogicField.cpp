@@ -7,7 +7,7 @@
 
 namespace {
 
-// The escape character before them is not looked for: a field may have lost it.
+/// The escape character before them is not looked for: a field may have lost it.
 constexpr QStringView brightRed = u"[0;91m";
 constexpr QStringView reset = u"[0m";
 

@@ -27,12 +27,12 @@ class PinWords {
     Q_DECLARE_TR_FUNCTIONS(PinFailures)
 
 public:
-    // "pins 2 and 3 in vectors 0 to 5 and 7"; both lists hold ascending numbers, at least one.
+    /// "pins 2 and 3 in vectors 0 to 5 and 7"; both lists hold ascending numbers, at least one.
     static QString failed(const QList<int> &pins, const QList<int> &vectors);
     static QString sentence(const QStringList &list) {
         return tr("Failed: %1.").arg(list.join(tr("; ")));
     }
-    // "vector 3: low expected"; \a vectors holds ascending numbers, at least one.
+    /// "vector 3: low expected"; \a vectors holds ascending numbers, at least one.
     static QString expected(const QList<int> &vectors, QChar letter);
     static QString ofPin(int pin, const QStringList &list) {
         return tr("Pin %1, %2").arg(QString::number(pin), list.join(tr("; ")));

@@ -38,7 +38,7 @@ bool isVector(QStringView line) {
                        [](QChar character) { return digitValue(character, decimal); });
 }
 
-// The lines that every run begins with.
+/// The lines that every run begins with.
 bool isOpening(QStringView line) {
     static constexpr std::array<QStringView, 9> starts{
         u"Found ", u"Device code: ",          u"Serial code: ", u"USB speed: ", u"VPP=",

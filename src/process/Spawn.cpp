@@ -34,7 +34,7 @@ public:
 #endif
     }
 
-    // Close-on-exec covers what this program opened, but not what it inherited.
+    /// Close-on-exec covers what this program opened, but not what it inherited.
     void closeEverythingElse() {
 #ifdef VELM_HAVE_SPAWN_CLOSEFROM
         ::posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);

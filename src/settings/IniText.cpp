@@ -80,7 +80,7 @@ struct Line {
     bool isHeading = false;
     std::optional<Entry> entry; // neither: blank, or a comment
 
-    // How the entry is known to others.
+    /// How the entry is known to others.
     QString key() const { return section.isEmpty() ? entry->name : section + u'/' + entry->name; }
 };
 

@@ -28,7 +28,7 @@ class PartReader {
 public:
     explicit PartReader(QByteArrayView characters) : rest_(characters) {}
 
-    // One part more than there are bare commas.
+    /// One part more than there are bare commas.
     QStringList parts() {
         skipBlanks();
         while (!rest_.isEmpty())
