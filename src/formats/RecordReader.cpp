@@ -14,7 +14,7 @@
 namespace {
 
 /// Longer than any record, with blanks around it.
-constexpr qsizetype maxLine = 1024;
+constexpr qsizetype longestLine = 1024;
 /// More bytes than any record has.
 constexpr qsizetype maxRecordBytes = 512;
 
@@ -84,7 +84,7 @@ bool RecordReader::advance(QByteArrayView text, qsizetype max) {
 
 void RecordReader::takeLine(QByteArrayView text) {
     const QByteArrayView rest = text.sliced(at_);
-    const QByteArrayView looked = rest.first(std::min(rest.size(), maxLine));
+    const QByteArrayView looked = rest.first(std::min(rest.size(), longestLine));
     const qsizetype end = lineEndIn(looked);
     if (end < 0 && looked.size() < rest.size()) {
         complain(TroubleKind::NoRecord);

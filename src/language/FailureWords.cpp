@@ -24,10 +24,10 @@ using namespace runEnds;
 using namespace toolErrors;
 
 /// How much of the tool's own words a sentence repeats.
-constexpr qsizetype maxQuote = 300;
+constexpr qsizetype longestQuote = 300;
 
 QString shortened(const QString &words) {
-    return words.size() <= maxQuote ? words : words.first(maxQuote) + QChar(0x2026);
+    return words.size() <= longestQuote ? words : words.first(longestQuote) + QChar(0x2026);
 }
 
 QString withFullStop(const QString &sentence) {
