@@ -48,6 +48,7 @@ public:
     /// The pipes, which must live longer than this object. The child's ends are closed here as
     /// soon as it has them; the end that writes to the child is kept until it is reaped.
     void setStandardStreams(Pipe *input, Pipe *output, Pipe *error);
+    /// For tests of the other way on a system that has process descriptors.
     void setEndWatch(EndWatch watch);
 
     /// Opens the pipes and starts the child. If that failed the pipes are closed, the status is -1,

@@ -64,7 +64,7 @@ public:
     /// Forgets the descriptor; no signal follows.
     void detach();
 
-    /// Replaces the system's read().
+    /// Replaces the system's read(), for tests: no pipe fails, or is interrupted, when it should.
     void setReadFunction(ReadFunction function);
 
 signals:
