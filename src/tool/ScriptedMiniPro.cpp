@@ -357,10 +357,6 @@ void ScriptedMiniPro::stop() {
         task.stop();
 }
 
-bool ScriptedMiniPro::isListening() const {
-    return listening_;
-}
-
 const QString &ScriptedMiniPro::collectedOutput() const {
     return mstroutput;
 }

@@ -70,8 +70,6 @@ public:
     /// Otherwise does nothing.
     void stop();
 
-    /// True until the 51st empty read; output that arrives later is nobody's.
-    bool isListening() const;
     /// True if something that the tool left behind has printed after the run and has not ended its
     /// output since.
     bool stillPrinting() const { return !latePrinters_.isEmpty(); }

@@ -140,6 +140,10 @@ void TestToolRun::launch_givesTheStatus() {
 void TestToolRun::launch_endsWithTheExitMessage() {
     ToolBench bench;
     bench.useDouble("fail");
+    bench.newRun()->launch(); // whatever the toolkit opens once is open then
+    bench.serviceQueue();
+    bench.console.events.clear();
+    const qsizetype descriptors = ToolBench::openDescriptors();
     const auto run = bench.newRun();
     run->launch();
     bench.serviceQueue();
@@ -148,7 +152,7 @@ void TestToolRun::launch_endsWithTheExitMessage() {
         QStringList({QStringLiteral("<begin>"), QStringLiteral("No programmer found.\n"),
                      QStringLiteral("<end>"), QStringLiteral("minipro has exited with status 1")}));
     // The line has been handed to the queue before launch() returned, and nothing follows it.
-    QTRY_VERIFY(!run->isListening());
+    QTRY_COMPARE(ToolBench::openDescriptors(), descriptors);
     QCOMPARE(bench.console.events.size(), 4);
 }
 

@@ -31,11 +31,9 @@ void TestToolRunDescriptors::emptyRuns_holdNone() {
 void TestToolRunDescriptors::finishedRuns_leaveNone() {
     ToolBench bench;
     bench.useDouble("succeed");
+    // Whatever the toolkit opens once is open then.
+    bench.newRun()->launch();
     std::vector<std::unique_ptr<ScriptedMiniPro>> runs;
-    // Whatever the toolkit opens once is open now.
-    runs.push_back(bench.newRun());
-    runs.back()->launch();
-    QTRY_VERIFY(!runs.back()->isListening());
     const qsizetype before = ToolBench::openDescriptors();
     for (int i = 0; i < 300; ++i) {
         runs.push_back(bench.newRun());
