@@ -16,16 +16,16 @@ class TestReadHandle : public QObject {
     Q_OBJECT
 
 private slots:
-    void arming_twiceGivesOneNotice();
+    void arming_twiceGivesOneSignal();
     void arming_isRememberedUntilThePipeIsOpen();
     void dataAvailable_comesOnceForEachArming();
     void dataAvailable_isNotGivenForBytesThatSomebodyElseTook();
     void endOfFile_isNoticedOnceUntilMoreIsAllowed();
-    void pace_keepsNoticesApart();
+    void pace_keepsSignalsApart();
     void pace_doesNotKeepTheEndApart();
     void availableData_tellsWhatHappened();
     void availableData_takesNoMoreThanAsked();
-    void detached_noNotice();
+    void detached_noSignal();
     void pipe_isCloseOnExecAndAboveTheStandardStreams();
     void pipe_holdsNoDescriptorUntilOpened();
 };
@@ -58,7 +58,7 @@ QString nameOf(const ReadOutcome &outcome) {
 
 } // namespace
 
-void TestReadHandle::arming_twiceGivesOneNotice() {
+void TestReadHandle::arming_twiceGivesOneSignal() {
     OpenPipe pipe;
     QSignalSpy given(&pipe.reader(), &ReadHandle::dataAvailable);
     pipe.reader().waitForDataInBackgroundAndNotify();
@@ -103,14 +103,14 @@ void TestReadHandle::dataAvailable_isNotGivenForBytesThatSomebodyElseTook() {
     };
     connect(&first.reader(), &ReadHandle::dataAvailable, this, takeBoth);
     connect(&second.reader(), &ReadHandle::dataAvailable, this, takeBoth);
-    QSignalSpy firstNotices(&first.reader(), &ReadHandle::dataAvailable);
-    QSignalSpy secondNotices(&second.reader(), &ReadHandle::dataAvailable);
+    QSignalSpy fromFirst(&first.reader(), &ReadHandle::dataAvailable);
+    QSignalSpy fromSecond(&second.reader(), &ReadHandle::dataAvailable);
     for (OpenPipe *pipe : {&first, &second}) {
         pipe->put("x");
         pipe->reader().waitForDataInBackgroundAndNotify();
     }
     settle();
-    QCOMPARE(firstNotices.size() + secondNotices.size(), 1);
+    QCOMPARE(fromFirst.size() + fromSecond.size(), 1);
 }
 
 void TestReadHandle::endOfFile_isNoticedOnceUntilMoreIsAllowed() {
@@ -129,7 +129,7 @@ void TestReadHandle::endOfFile_isNoticedOnceUntilMoreIsAllowed() {
     QTRY_VERIFY(given > 10);
 }
 
-void TestReadHandle::pace_keepsNoticesApart() {
+void TestReadHandle::pace_keepsSignalsApart() {
     OpenPipe pipe;
     pipe.put("abc");
     QSignalSpy given(&pipe.reader(), &ReadHandle::dataAvailable);
@@ -186,7 +186,7 @@ void TestReadHandle::availableData_takesNoMoreThanAsked() {
     QCOMPARE(nameOf(pipe.reader().availableData()), QStringLiteral("cdef"));
 }
 
-void TestReadHandle::detached_noNotice() {
+void TestReadHandle::detached_noSignal() {
     OpenPipe pipe;
     QSignalSpy given(&pipe.reader(), &ReadHandle::dataAvailable);
     pipe.put("x");

@@ -147,7 +147,7 @@ void TestSettingsValues::valueChanged_comesBeforeSetValueReturns() {
 void TestSettingsValues::valueChanged_onlyWhenTheVisibleValueChanges_data() {
     QTest::addColumn<QString>("key");
     QTest::addColumn<QVariant>("value");
-    QTest::addColumn<int>("notices");
+    QTest::addColumn<int>("changes");
     QTest::newRow("another text") << pad_to << QVariant(QStringLiteral("64")) << 1;
     QTest::newRow("the text that the default shows") << pad_to << QVariant(QString()) << 0;
     QTest::newRow("the boolean that the default shows") << pad_ff << QVariant(true) << 0;
@@ -163,15 +163,15 @@ void TestSettingsValues::valueChanged_onlyWhenTheVisibleValueChanges_data() {
 void TestSettingsValues::valueChanged_onlyWhenTheVisibleValueChanges() {
     QFETCH(QString, key);
     QFETCH(QVariant, value);
-    QFETCH(int, notices);
+    QFETCH(int, changes);
     SettingsStore store(path());
     store.registerDefaults(startupDefaults());
     store.setValue(device, QStringLiteral("A"));
     store.setValue(favourites, QStringList(QStringLiteral("A, B")));
     QSignalSpy spy(&store, &SettingsStore::valueChanged);
     store.setValue(key, value);
-    QCOMPARE(spy.size(), notices);
-    if (notices > 0)
+    QCOMPARE(spy.size(), changes);
+    if (changes > 0)
         QCOMPARE(spy.first(), QVariantList({key}));
 }
 

@@ -247,13 +247,13 @@ void TestToolRunOutput::handle_isArmedAgainByTheReadItself() {
     Pipe pipe(Pipe::Direction::FromChild);
     QVERIFY(pipe.open());
     ReadHandle *handle = pipe.fileHandleForReading();
-    QSignalSpy notices(handle, &ReadHandle::dataAvailable);
+    QSignalSpy given(handle, &ReadHandle::dataAvailable);
     QCOMPARE(::write(pipe.childEnd(), "one", 3), 3);
     QString text;
     run->appendDataFrom_to(handle, text);
     QCOMPARE(text, QStringLiteral("one"));
     QCOMPARE(::write(pipe.childEnd(), "two", 3), 3);
-    QTRY_COMPARE(notices.count(), 1);
+    QTRY_COMPARE(given.count(), 1);
 }
 
 void TestToolRunOutput::interruptedRead_isTriedAgainAndNotCounted() {

@@ -15,7 +15,7 @@
 #include <functional>
 
 /// The message line says nothing that is no longer so.
-class TestWindowNotices : public QObject {
+class TestWindowMessageEnds : public QObject {
     Q_OBJECT
 
 private slots:
@@ -44,7 +44,7 @@ bool says(WindowFixture &velm, const char *part) {
 
 Q_DECLARE_METATYPE(Deed)
 
-void TestWindowNotices::remarkOnFavourites_endsWithWhatItSpokeOf_data() {
+void TestWindowMessageEnds::remarkOnFavourites_endsWithWhatItSpokeOf_data() {
     QTest::addColumn<Deed>("deed");
     const auto row = [](const char *name, Deed deed) { QTest::newRow(name) << std::move(deed); };
     row("another device",
@@ -56,7 +56,7 @@ void TestWindowNotices::remarkOnFavourites_endsWithWhatItSpokeOf_data() {
         [](WindowFixture &velm) { emit velm.controls().dButton->menu()->aboutToShow(); });
 }
 
-void TestWindowNotices::remarkOnFavourites_endsWithWhatItSpokeOf() {
+void TestWindowMessageEnds::remarkOnFavourites_endsWithWhatItSpokeOf() {
     QFETCH(Deed, deed);
     WindowFixture velm;
     velm.start();
@@ -66,7 +66,7 @@ void TestWindowNotices::remarkOnFavourites_endsWithWhatItSpokeOf() {
     QCOMPARE(velm.message(), QString());
 }
 
-void TestWindowNotices::noFavourites_endsWhenThereIsOne() {
+void TestWindowMessageEnds::noFavourites_endsWhenThereIsOne() {
     WindowFixture velm;
     velm.settings().setValue(settingsKeys::favourites, QStringList());
     velm.start();
@@ -77,7 +77,7 @@ void TestWindowNotices::noFavourites_endsWhenThereIsOne() {
     QVERIFY2(says(velm, "was added to the favourites"), qPrintable(velm.message()));
 }
 
-void TestWindowNotices::refusedCopy_endsWithTheSelection_data() {
+void TestWindowMessageEnds::refusedCopy_endsWithTheSelection_data() {
     QTest::addColumn<Deed>("deed");
     const auto row = [](const char *name, Deed deed) { QTest::newRow(name) << std::move(deed); };
     row("another row", [](WindowFixture &velm) {
@@ -93,7 +93,7 @@ void TestWindowNotices::refusedCopy_endsWithTheSelection_data() {
     });
 }
 
-void TestWindowNotices::refusedCopy_endsWithTheSelection() {
+void TestWindowMessageEnds::refusedCopy_endsWithTheSelection() {
     QFETCH(Deed, deed);
     WindowFixture velm;
     velm.settings().setValue(settingsKeys::pad_to, QStringLiteral("17000"));
@@ -107,7 +107,7 @@ void TestWindowNotices::refusedCopy_endsWithTheSelection() {
     QCOMPARE(velm.message(), QString());
 }
 
-void TestWindowNotices::refusedAddress_endsWithWhatItSpokeOf_data() {
+void TestWindowMessageEnds::refusedAddress_endsWithWhatItSpokeOf_data() {
     QTest::addColumn<Deed>("deed");
     const auto row = [](const char *name, Deed deed) { QTest::newRow(name) << std::move(deed); };
     row("another text", [](WindowFixture &velm) {
@@ -123,7 +123,7 @@ void TestWindowNotices::refusedAddress_endsWithWhatItSpokeOf_data() {
         [](WindowFixture &velm) { enter(velm, 1, 4, QStringLiteral("'longer'")); });
 }
 
-void TestWindowNotices::refusedAddress_endsWithWhatItSpokeOf() {
+void TestWindowMessageEnds::refusedAddress_endsWithWhatItSpokeOf() {
     QFETCH(Deed, deed);
     WindowFixture velm;
     showTwentyBytes(velm);
@@ -137,7 +137,7 @@ void TestWindowNotices::refusedAddress_endsWithWhatItSpokeOf() {
     QCOMPARE(velm.message(), QString());
 }
 
-void TestWindowNotices::fullConsole_endsWhenItIsCleared() {
+void TestWindowMessageEnds::fullConsole_endsWhenItIsCleared() {
     WindowFixture velm;
     velm.start();
     ConsoleView *console = velm.controls().textView;
@@ -147,7 +147,7 @@ void TestWindowNotices::fullConsole_endsWhenItIsCleared() {
     QCOMPARE(velm.message(), QString());
 }
 
-void TestWindowNotices::manyLines_areSaidToBeKept() {
+void TestWindowMessageEnds::manyLines_areSaidToBeKept() {
     WindowFixture velm;
     velm.start();
     ConsoleView *console = velm.controls().textView;
@@ -157,7 +157,7 @@ void TestWindowNotices::manyLines_areSaidToBeKept() {
     QVERIFY2(says(velm, "The console is full"), qPrintable(velm.message()));
 }
 
-void TestWindowNotices::customDevice_endsWithAnotherDevice() {
+void TestWindowMessageEnds::customDevice_endsWithAnotherDevice() {
     WindowFixture velm;
     velm.useTool("echo 'MINE@DIP28(custom)'\n");
     velm.start();
@@ -172,7 +172,7 @@ void TestWindowNotices::customDevice_endsWithAnotherDevice() {
     QCOMPARE(velm.settings().stringValue(settingsKeys::device), QStringLiteral("27C64"));
 }
 
-void TestWindowNotices::refusedWhileBusy_endsWithTheRun() {
+void TestWindowMessageEnds::refusedWhileBusy_endsWithTheRun() {
     WindowFixture velm;
     velm.useTool("while :; do sleep 1; done\n");
     velm.start();
@@ -187,5 +187,5 @@ void TestWindowNotices::refusedWhileBusy_endsWithTheRun() {
     QVERIFY2(!says(velm, "Stop it first"), qPrintable(velm.message()));
 }
 
-QTEST_MAIN(TestWindowNotices)
-#include "tst_window_notices.moc"
+QTEST_MAIN(TestWindowMessageEnds)
+#include "tst_window_message_ends.moc"
