@@ -80,8 +80,8 @@ bool Demonstration::operation(QAbstractButton *button, const QString &name) {
     const QList<RunRecord> &runs = velm_.runs();
     const bool good =
         !runs.isEmpty() && runs.last().outcome.verdict == RunOutcome::Verdict::Succeeded;
-    return report(good,
-                  name + QStringLiteral(": ") + velm_.window().controls().messageLine->text());
+    return report(good, name + QStringLiteral(": ") +
+                            velm_.window().controls().messageLine->toPlainText());
 }
 
 void Demonstration::press(QAbstractButton *button) {

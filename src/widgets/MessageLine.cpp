@@ -97,10 +97,6 @@ QPushButton *MessageLine::makeButton() {
     return button;
 }
 
-void MessageLine::setMessage(int topic, Severity severity, const QString &sentence) {
-    setMessage(topic, severity, sentence, {});
-}
-
 void MessageLine::setMessage(int topic, Severity severity, const QString &sentence,
                              const Action &action) {
     if (sentence.isEmpty()) {
@@ -141,15 +137,6 @@ void MessageLine::clearMessage(int topic) {
     if (std::erase_if(messages_, [&](const Message &message) { return message.topic == topic; }) >
         0)
         showMessages();
-}
-
-void MessageLine::clearAll() {
-    messages_.clear();
-    showMessages();
-}
-
-QString MessageLine::text() const {
-    return toPlainText();
 }
 
 void MessageLine::showMessages() {

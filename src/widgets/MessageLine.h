@@ -40,17 +40,11 @@ public:
 
     /// Shows \a sentence (translated) as the newest message, in place of the topic's former one.
     /// An empty \a sentence clears the topic.
-    void setMessage(int topic, Severity severity, const QString &sentence);
-    /// The same with a button behind the text. Each message with an action has a button of its own,
-    /// which keeps its meaning until the message goes; the newest message's is the first.
+    /// With an action there is a button behind the text. Each message with one has a button of its
+    /// own, which keeps its meaning until the message goes; the newest message's is the first.
     void setMessage(int topic, Severity severity, const QString &sentence, const Action &action);
     /// Takes the message of \a topic away, if there is one.
     void clearMessage(int topic);
-    /// Takes all messages away.
-    void clearAll();
-
-    /// What is shown: the messages, newest first, separated by line feeds.
-    QString text() const;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

@@ -49,12 +49,12 @@ void TestEditOffers::forgottenEdits_areTold() {
     QObject::connect(&data.offers, &EditOffers::changed, &data.line,
                      [&] { data.offers.sayForgotten(); });
     QVERIFY(data.write(0, "abcd"));
-    QVERIFY(!data.line.text().contains(forgotten));
+    QVERIFY(!data.line.toPlainText().contains(forgotten));
     QVERIFY(data.write(0, "efgh"));
-    QVERIFY2(data.line.text().contains(forgotten), qPrintable(data.line.text()));
-    QVERIFY(data.line.text().contains(QStringLiteral("Pasted.")));
+    QVERIFY2(data.line.toPlainText().contains(forgotten), qPrintable(data.line.toPlainText()));
+    QVERIFY(data.line.toPlainText().contains(QStringLiteral("Pasted.")));
     QVERIFY(data.write(0, "i"));
-    QVERIFY(!data.line.text().contains(forgotten));
+    QVERIFY(!data.line.toPlainText().contains(forgotten));
 }
 
 void TestEditOffers::editThatCannotBeShown_isNoEditThatFailed() {
@@ -62,8 +62,8 @@ void TestEditOffers::editThatCannotBeShown_isNoEditThatFailed() {
     QObject::connect(&data.offers, &EditOffers::changed, &data.line,
                      [] { throw std::bad_alloc(); });
     QVERIFY_THROWS_EXCEPTION(std::bad_alloc, data.write(0, "abcd"));
-    QVERIFY2(!data.line.text().contains(QStringLiteral("as they were")),
-             qPrintable(data.line.text()));
+    QVERIFY2(!data.line.toPlainText().contains(QStringLiteral("as they were")),
+             qPrintable(data.line.toPlainText()));
     QCOMPARE(*data.image, QByteArray("abcd456789"));
 }
 

@@ -179,20 +179,20 @@ void TestMessages::topic() {
     const QString sentence = QStringLiteral("It is so.");
     Said said;
     said.messages.say(expected.topic, sentence);
-    QCOMPARE(said.line.text(), expected.usual + sentence);
+    QCOMPARE(said.line.toPlainText(), expected.usual + sentence);
     said.messages.sayTrouble(expected.topic, sentence);
-    QCOMPARE(said.line.text(), expected.trouble + sentence);
+    QCOMPARE(said.line.toPlainText(), expected.trouble + sentence);
     for (const Event event : everything) {
         said.messages.say(expected.topic, sentence);
         said.messages.happened(event);
-        QCOMPARE(said.line.text().isEmpty(), expected.ends.contains(event));
+        QCOMPARE(said.line.toPlainText().isEmpty(), expected.ends.contains(event));
     }
     said.messages.say(expected.topic, sentence);
     said.messages.takeBack(expected.topic);
-    QCOMPARE(said.line.text(), QString());
+    QCOMPARE(said.line.toPlainText(), QString());
     said.messages.say(expected.topic, sentence);
     said.messages.say(expected.topic, QString());
-    QCOMPARE(said.line.text(), QString());
+    QCOMPARE(said.line.toPlainText(), QString());
 }
 
 void TestMessages::topics_areSaidBesideEachOther() {
@@ -200,19 +200,19 @@ void TestMessages::topics_areSaidBesideEachOther() {
     said.messages.say(Topic::Copy, QStringLiteral("One."));
     said.messages.say(Topic::Saving, QStringLiteral("Two."));
     said.messages.say(Topic::Copy, QStringLiteral("Three."));
-    QCOMPARE(said.line.text(), QStringLiteral("Warning: Three.\nDone: Two."));
+    QCOMPARE(said.line.toPlainText(), QStringLiteral("Warning: Three.\nDone: Two."));
     said.messages.happened(Event::RowsSelected);
-    QCOMPARE(said.line.text(), QStringLiteral("Done: Two."));
+    QCOMPARE(said.line.toPlainText(), QStringLiteral("Done: Two."));
 }
 
 void TestMessages::verdict_isAsSeriousAsItsJudgeSays() {
     Said said;
     said.messages.sayVerdict(MessageLine::Severity::Success, QStringLiteral("Read."));
-    QCOMPARE(said.line.text(), QStringLiteral("Done: Read."));
+    QCOMPARE(said.line.toPlainText(), QStringLiteral("Done: Read."));
     said.messages.sayVerdict(MessageLine::Severity::Problem, QStringLiteral("Failed."));
-    QCOMPARE(said.line.text(), QStringLiteral("Problem: Failed."));
+    QCOMPARE(said.line.toPlainText(), QStringLiteral("Problem: Failed."));
     said.messages.happened(Event::RunBegan);
-    QCOMPARE(said.line.text(), QString());
+    QCOMPARE(said.line.toPlainText(), QString());
 }
 
 QTEST_MAIN(TestMessages)

@@ -76,7 +76,7 @@ public:
     QList<QAction *> recentEntries();
     /// Their texts: the paths, the newest first.
     QStringList recentFiles();
-    QString message() { return controls().messageLine->text(); }
+    QString message() { return controls().messageLine->toPlainText(); }
     /// Clicks with the mouse, as a user does, where a check box has its box.
     void click(QWidget *button) {
         const QPoint box(boxOffset, button->height() / 2);

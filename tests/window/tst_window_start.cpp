@@ -159,7 +159,7 @@ void TestWindowStart::damagedSettings_areKeptAsideAndSaid() {
     AnsweringPanels panels;
     VelmWindow velm({settings, log, panels, [] {}, folder.filePath(QStringLiteral("state"))});
     velm.start();
-    const QString message = velm.window().controls().messageLine->text();
+    const QString message = velm.window().controls().messageLine->toPlainText();
     QVERIFY2(message.contains(settings.damagedCopyPath()), qPrintable(message));
 }
 
@@ -269,7 +269,7 @@ void TestWindowStart::unreadableSettings_areSaid() {
     QTemporaryDir folder;
     SettingsStore settings(folder.path()); // a folder in the file's place
     VelmWindow window({settings, velm.log, velm.panels, [] {}, velm.path(QStringLiteral("s"))});
-    const QString message = window.window().controls().messageLine->text();
+    const QString message = window.window().controls().messageLine->toPlainText();
     QVERIFY(!settings.openingProblem().isEmpty());
     QVERIFY2(message.contains(settings.openingProblem()), qPrintable(message));
 }

@@ -156,7 +156,7 @@ void TestWindowVerdict::verdictOnARead_isAnnouncedOnce() {
     MessageLine *line = velm.controls().messageLine;
     QSignalSpy announced(line, &MessageLine::announced);
     // What the start had to say is heard by then.
-    line->setMessage(-1, MessageLine::Severity::Information, QStringLiteral("before"));
+    line->setMessage(-1, MessageLine::Severity::Information, QStringLiteral("before"), {});
     QTRY_VERIFY(!announced.isEmpty() &&
                 announced.last().first().toString().startsWith(QStringLiteral("before")));
     line->clearMessage(-1);
@@ -165,7 +165,7 @@ void TestWindowVerdict::verdictOnARead_isAnnouncedOnce() {
     velm.settle();
     QTRY_COMPARE(announced.size(), 1);
     // Whatever else the Read had to say would be heard before this.
-    line->setMessage(-1, MessageLine::Severity::Information, QStringLiteral("afterwards"));
+    line->setMessage(-1, MessageLine::Severity::Information, QStringLiteral("afterwards"), {});
     QTRY_VERIFY(announced.last().first().toString().startsWith(QStringLiteral("afterwards")));
     QCOMPARE(announced.size(), 2);
     const QString text = announced.first().first().toString();
