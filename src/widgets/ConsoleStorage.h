@@ -32,8 +32,6 @@ public:
     qsizetype length() const { return length_; }
     /// The most UTF-16 units that are kept.
     qsizetype limit() const { return limit_; }
-    /// True if old text has been dropped.
-    bool hasTrimmed() const { return trimmed_; }
 
 private:
     void trim();

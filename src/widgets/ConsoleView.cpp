@@ -169,10 +169,6 @@ void ConsoleView::copyAll() {
     QGuiApplication::clipboard()->setText(storage_.text());
 }
 
-QString ConsoleView::shownText() const {
-    return withLineFeeds(document()->toRawText());
-}
-
 // Brings the view up to date, or nearer to it, and opens the time in which what comes next is
 // gathered. Where nobody printed since the last turn, all the time belongs to the view.
 void ConsoleView::showPending() {

@@ -48,8 +48,6 @@ public:
 
     /// The stored text, exactly as it came.
     QString storedText() const { return storage_.text(); }
-    /// The text that the view shows; its lines are separated by line feeds.
-    QString shownText() const;
 
     /// The height at which \a lines lines are in view, and no more, while no scroll bar takes room
     /// from them.

@@ -110,13 +110,13 @@ void TestConsoleView::storageAndView_areKeptApart() {
         view.appendText(piece);
     view.flush();
     QCOMPARE(view.storedText(), pieces.join(QString()));
-    QCOMPARE(view.shownText(), u"Read. OK\nbad"_s);
+    QCOMPARE(view.toPlainText(), u"Read. OK\nbad"_s);
 }
 
 void TestConsoleView::firstPiece_isShownAtOnce() {
     ConsoleView view;
     view.appendText(u"first"_s);
-    QCOMPARE(view.shownText(), u"first"_s);
+    QCOMPARE(view.toPlainText(), u"first"_s);
 }
 
 void TestConsoleView::laterPieces_areShownSoon() {
@@ -126,7 +126,7 @@ void TestConsoleView::laterPieces_areShownSoon() {
     view.appendText(u" second"_s);
     view.appendText(u" third"_s);
     view.endRun();
-    QTRY_COMPARE(view.shownText(), u"first second third"_s);
+    QTRY_COMPARE(view.toPlainText(), u"first second third"_s);
 }
 
 void TestConsoleView::runs_areSetOffInTheViewOnly() {
@@ -138,7 +138,7 @@ void TestConsoleView::runs_areSetOffInTheViewOnly() {
     }
     view.flush();
     QCOMPARE(view.storedText(), u"onetwo\n\rthree"_s);
-    QCOMPARE(view.shownText(), u"one\n\ntwo\n\nthree"_s);
+    QCOMPARE(view.toPlainText(), u"one\n\ntwo\n\nthree"_s);
 }
 
 void TestConsoleView::everyCharacter_hasTheSameColourAndFont() {
@@ -231,7 +231,7 @@ void TestConsoleView::selection_doesNotGrow() {
     view.setTextCursor(cursor);
     view.appendText(u"\nthree\r\x1b[Kfour"_s);
     view.flush();
-    QCOMPARE(view.shownText(), u"one\ntwo\nfour"_s);
+    QCOMPARE(view.toPlainText(), u"one\ntwo\nfour"_s);
     QCOMPARE(QList<int>({view.textCursor().anchor(), view.textCursor().position()}),
              QList<int>({anchor, position}));
 }
@@ -253,9 +253,9 @@ void TestConsoleView::trim_boundsStorageAndViewAndIsToldOnce() {
         view.flush();
     }
     QVERIFY(view.storedText().size() <= 10000);
-    QVERIFY(view.shownText().size() <= 10000);
-    QVERIFY(view.shownText().size() > 9000);
-    QVERIFY(view.storedText().endsWith(view.shownText()));
+    QVERIFY(view.toPlainText().size() <= 10000);
+    QVERIFY(view.toPlainText().size() > 9000);
+    QVERIFY(view.storedText().endsWith(view.toPlainText()));
     QCOMPARE(spy.count(), 1);
 }
 
@@ -282,7 +282,7 @@ void TestConsoleView::manyLines_areBounded() {
     view.appendText(u"last"_s);
     view.flush();
     QVERIFY(view.blockCount() <= ConsoleView::maxLines);
-    QVERIFY(view.shownText().endsWith(u"\nlast"_s));
+    QVERIFY(view.toPlainText().endsWith(u"\nlast"_s));
     QCOMPARE(view.storedText(), lines + u"last"_s);
     QCOMPARE(trimmed.count(), 0);
     QCOMPARE(shortened.count(), 1);
@@ -296,7 +296,7 @@ void TestConsoleView::linesThatComeOneByOne_areBoundedInView() {
         view.flush();
     }
     QVERIFY(view.blockCount() <= ConsoleView::maxLines);
-    QVERIFY(view.storedText().endsWith(view.shownText()));
+    QVERIFY(view.storedText().endsWith(view.toPlainText()));
     QCOMPARE(shortened.count(), 1);
 }
 
@@ -317,8 +317,8 @@ void TestConsoleView::flood_leavesTheLoopTurning() {
     for (int count = 0; count < 2; ++count)
         view.appendText(piece);
     // The view has taken in one turn's share only, and goes on by itself.
-    QVERIFY(view.shownText().size() < view.storedText().size());
-    QTRY_COMPARE_WITH_TIMEOUT(view.shownText().size(), 2 * piece.size(), 60000);
+    QVERIFY(view.toPlainText().size() < view.storedText().size());
+    QTRY_COMPARE_WITH_TIMEOUT(view.toPlainText().size(), 2 * piece.size(), 60000);
     QVERIFY(showsEnd(view));
 }
 
@@ -426,11 +426,11 @@ void TestConsoleView::clear_emptiesBoth() {
     view.beginRun();
     view.appendText(u"abc\ndef\x1b["_s);
     view.clearAction()->trigger();
-    QCOMPARE(view.storedText() + view.shownText(), QString());
+    QCOMPARE(view.storedText() + view.toPlainText(), QString());
     QVERIFY(!view.clearAction()->isEnabled());
     view.appendText(u"new"_s);
     view.flush();
-    QCOMPARE(view.storedText() + u'|' + view.shownText(), u"new|new"_s);
+    QCOMPARE(view.storedText() + u'|' + view.toPlainText(), u"new|new"_s);
 }
 
 void TestConsoleView::contextMenu_offersTheActions() {

@@ -316,9 +316,9 @@ void TestWindowRuns::unfinishedEscape_doesNotSwallowTheExitMessage() {
     velm.start();
     velm.click(velm.controls().btn_verify);
     velm.settle();
-    QVERIFY2(velm.controls().textView->shownText().endsWith(
+    QVERIFY2(velm.controls().textView->toPlainText().endsWith(
                  QStringLiteral("last words\nminipro has exited with status 0")),
-             qPrintable(velm.controls().textView->shownText()));
+             qPrintable(velm.controls().textView->toPlainText()));
 }
 
 void TestWindowRuns::badShell_givesTheWindowBack_data() {
