@@ -97,18 +97,6 @@ void BusyIndicator::stop() {
         label->clear();
 }
 
-QString BusyIndicator::text() const {
-    return time_->text();
-}
-
-QString BusyIndicator::step() const {
-    return step_->text();
-}
-
-QString BusyIndicator::silence() const {
-    return silence_->text();
-}
-
 void BusyIndicator::timerEvent(QTimerEvent *event) {
     if (event->timerId() != timer_.timerId())
         return QWidget::timerEvent(event);

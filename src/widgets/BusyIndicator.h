@@ -40,12 +40,6 @@ public:
 
     /// True between start() and stop().
     bool isRunning() const { return timer_.isActive(); }
-    /// The elapsed time as it is shown ("0:07"); empty while stopped.
-    QString text() const;
-    /// What is done, as it is shown.
-    QString step() const;
-    /// Since when nothing was heard ("silent for 0:23"); empty while that is not said.
-    QString silence() const;
 
     /// \a time as minutes and seconds ("0:07"), from an hour on with hours ("1:02:03").
     static QString elapsedText(std::chrono::milliseconds time);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "settings/SettingsKeys.h"
+#include "support/BusyWords.h"
 #include "window/WindowFixture.h"
 
 #include <QAccessible>
@@ -73,7 +74,7 @@ void TestWindowStatus::run_showsStepAndShare() {
     velm.whileBusy([&] {
         // Whatever is seen, the tool goes on.
         const auto goesOn = qScopeGuard([&] { velm.write(QStringLiteral("go-on"), {}); });
-        QTRY_COMPARE(busy->step(), QStringLiteral("Writing code"));
+        QTRY_COMPARE(busyWords(*busy, QStringLiteral("Step")), QStringLiteral("Writing code"));
         QVERIFY(busy->isVisible());
         QVERIFY(!velm.controls().verdictHeading->isVisible());
         share = busy->findChild<QProgressBar *>()->text();
@@ -113,7 +114,7 @@ void TestWindowStatus::search_isShownAsOne() {
     velm.useTool("echo 'W27C512@DIP28'");
     velm.start();
     QString step;
-    velm.whileBusy([&] { step = velm.controls().busy->step(); });
+    velm.whileBusy([&] { step = busyWords(*velm.controls().busy, QStringLiteral("Step")); });
     velm.click(velm.controls().btn_search);
     DeviceSearchPanel &panel = velm.velm().searchPanel();
     panel.findChild<QLineEdit *>()->setText(QStringLiteral("w27"));
@@ -138,7 +139,7 @@ void TestWindowStatus::leftovers_showNoStep() {
         const auto ends = qScopeGuard([&] { velm.write(QStringLiteral("end"), {}); });
         velm.write(QStringLiteral("go-on"), {});
         QTRY_VERIFY(velm.controls().textView->storedText().contains(QStringLiteral("40%")));
-        step = velm.controls().busy->step();
+        step = busyWords(*velm.controls().busy, QStringLiteral("Step"));
     });
     velm.click(velm.controls().btn_read);
     QCOMPARE(step, QStringLiteral("Starting"));
