@@ -3,7 +3,6 @@
 
 #include "widgets/Icons.h"
 
-#include <QDir>
 #include <QFile>
 #include <QIconEngine>
 #include <QPainter>
@@ -61,14 +60,6 @@ QIcon drawnIcon(const QString &name, const QColor &color, const QColor &disabled
 }
 
 } // namespace
-
-QStringList iconNames() {
-    registerIcons();
-    QStringList names = QDir(iconFolder).entryList({u'*' + iconSuffix}, QDir::Files);
-    for (QString &name : names)
-        name.chop(iconSuffix.size());
-    return names;
-}
 
 QIcon themedIcon(const QString &name, const QPalette &palette) {
     return drawnIcon(name, palette.color(QPalette::Active, QPalette::ButtonText),

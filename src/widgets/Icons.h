@@ -5,14 +5,13 @@
 
 #include <QIcon>
 #include <QPalette>
-#include <QStringList>
+#include <QString>
 
-/// The names of the icons that the program brings with it: desktops without an icon theme have
-/// none, and those with one differ.
-QStringList iconNames();
+// The program brings its icons with it: desktops without an icon theme have none, and those with
+// one differ.
 
-/// The icon \a name (one of iconNames(); any other gives a null icon), drawn in the button text
-/// colour of \a palette, faded for disabled controls. Take it anew when the palette changes.
+/// The icon \a name (of a file in widgets/icons; any other gives a null icon), drawn in the button
+/// text colour of \a palette, faded for disabled controls. Take it anew when the palette changes.
 QIcon themedIcon(const QString &name, const QPalette &palette);
 
 /// The icon \a name in one \a color, for what is no control.
