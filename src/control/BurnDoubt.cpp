@@ -114,7 +114,7 @@ std::optional<BurnDoubt> doubtAbout(const BurnSituation &situation) {
     BurnDoubt both =
         doubt.value_or(BurnDoubt{.key = {}, .sentence = DoubtWording::pressAgainToRun(situation)});
     both.key.prepend(QStringLiteral("command "));
-    both.sentence.prepend(sentenceOf(situation.command) + QLatin1Char(' '));
+    both.sentence.prepend(sentenceOf(situation.command) + u' ');
     return both;
 }
 

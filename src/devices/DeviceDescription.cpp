@@ -63,12 +63,11 @@ DeviceDescription describe(const QMap<QString, QString> &values) {
 }
 
 bool saysUnknown(const QString &line) {
-    return line.startsWith(QLatin1String("Device ")) && line.endsWith(QLatin1String(" not found!"));
+    return line.startsWith(u"Device ") && line.endsWith(u" not found!");
 }
 
 bool saysListIsMissing(const QString &line) {
-    return line.contains(QLatin1String("logicic.xml")) ||
-           line.contains(QLatin1String("infoic.xml"));
+    return line.contains(u"logicic.xml") || line.contains(u"infoic.xml");
 }
 
 } // namespace

@@ -29,10 +29,10 @@ private:
     static QString shown(const QString &characters) {
         QStringList names;
         for (const QChar character : characters)
-            names << (character.isPrint() ? QString(character)
-                                          : QStringLiteral("U+%1").arg(character.unicode(), 4, 16,
-                                                                       QLatin1Char('0')));
-        return names.join(QLatin1Char(' '));
+            names << (character.isPrint()
+                          ? QString(character)
+                          : QStringLiteral("U+%1").arg(character.unicode(), 4, 16, QChar(u'0')));
+        return names.join(u' ');
     }
 };
 
@@ -41,6 +41,5 @@ private:
 QString sentenceOf(const CommandDoubt &doubt) {
     const QString command = doubt.oddCharacters.isEmpty() ? CommandDoubtWording::plain(doubt)
                                                           : CommandDoubtWording::odd(doubt);
-    return doubt.toolIsForeign ? CommandDoubtWording::foreign() + QLatin1Char(' ') + command
-                               : command;
+    return doubt.toolIsForeign ? CommandDoubtWording::foreign() + u' ' + command : command;
 }

@@ -43,8 +43,8 @@ private:
     bool isOne_ = false;
 };
 
-bool hasOneOf(const QStringList &parts, std::initializer_list<QLatin1String> names) {
-    return std::any_of(names.begin(), names.end(), [&parts](QLatin1String name) {
+bool hasOneOf(const QStringList &parts, std::initializer_list<QStringView> names) {
+    return std::any_of(names.begin(), names.end(), [&parts](QStringView name) {
         return parts.contains(name, Qt::CaseInsensitive);
     });
 }
@@ -53,11 +53,10 @@ bool hasOneOf(const QStringList &parts, std::initializer_list<QLatin1String> nam
 
 KnownMemories KnownMemories::without(const QStringList &parts) const {
     KnownMemories left = *this;
-    left.data = data && !hasOneOf(parts, {QLatin1String("data")});
-    left.user = user && !hasOneOf(parts, {QLatin1String("user")});
-    left.fuses = fuses && !hasOneOf(parts, {QLatin1String("config"), QLatin1String("fuses"),
-                                            QLatin1String("fuse bits")});
-    left.others = others && !hasOneOf(parts, {QLatin1String("data"), QLatin1String("user")});
+    left.data = data && !hasOneOf(parts, {u"data"});
+    left.user = user && !hasOneOf(parts, {u"user"});
+    left.fuses = fuses && !hasOneOf(parts, {u"config", u"fuses", u"fuse bits"});
+    left.others = others && !hasOneOf(parts, {u"data", u"user"});
     return left;
 }
 

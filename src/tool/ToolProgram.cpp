@@ -23,7 +23,7 @@ bool isMoreThanItself(QChar character) {
 
 /// \a path with the home folder for a leading "~/", which the shell knows outside quotes alone.
 QString withHome(const QString &path) {
-    return path.startsWith(QLatin1String("~/")) ? homeFolder() + path.sliced(1) : path;
+    return path.startsWith(u"~/") ? homeFolder() + path.sliced(1) : path;
 }
 
 } // namespace

@@ -42,7 +42,7 @@ public:
 
     /// The tool names an adapter by the picture of it that another program has.
     static QString package(const QString &words) {
-        return words.endsWith(QLatin1String(".JPG")) ? tr("in an adapter") : shownName(words);
+        return words.endsWith(u".JPG") ? tr("in an adapter") : shownName(words);
     }
 
     QString operator()(std::monostate) const { return {}; }

@@ -16,11 +16,11 @@ class StepWording {
 public:
     /// The parts of a chip that the tool reads and writes; another keeps the tool's name.
     static QString part(const QString &name) {
-        if (name == QLatin1String("Code"))
+        if (name == u"Code")
             return tr("code");
-        if (name == QLatin1String("Data"))
+        if (name == u"Data")
             return tr("data");
-        if (name == QLatin1String("User"))
+        if (name == u"User")
             return tr("user data");
         return name.left(longestPart);
     }

@@ -32,7 +32,7 @@ BusyIndicator::BusyIndicator(QWidget *parent, Clock clock)
       bar_(new QProgressBar(this)),
       time_(new QLabel(this)),
       silence_(new QLabel(this)) {
-    bar_->setMinimumWidth(barDigits * fontMetrics().horizontalAdvance(QLatin1Char('0')));
+    bar_->setMinimumWidth(barDigits * fontMetrics().horizontalAdvance(u'0'));
     bar_->setAccessibleName(tr("Progress"));
     time_->setAccessibleName(tr("Elapsed time"));
     time_->setMinimumWidth(fontMetrics().horizontalAdvance(elapsedText({})) * 2);

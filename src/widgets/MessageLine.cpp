@@ -62,12 +62,12 @@ QString onOneLine(QString sentence) {
         return c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
                c.category() == QChar::Separator_Paragraph;
     };
-    std::replace_if(sentence.begin(), sentence.end(), breaksLine, QLatin1Char(' '));
+    std::replace_if(sentence.begin(), sentence.end(), breaksLine, u' ');
     return sentence;
 }
 
 QString withoutMnemonic(QString label) {
-    return label.remove(QLatin1Char('&'));
+    return label.remove(u'&');
 }
 
 } // namespace
@@ -128,7 +128,7 @@ void MessageLine::announce() {
             words.append(withWord(message.severity, message.sentence));
     if (words.isEmpty())
         return;
-    const QString said = words.join(QLatin1Char('\n'));
+    const QString said = words.join(u'\n');
     Announcement::make(said, this);
     emit announced(said);
 }
