@@ -40,13 +40,8 @@ bool hasBytes(const std::optional<ShownImage> &image) {
 
 } // namespace
 
-FactsLine::FactsLine(QWidget *parent) : QLineEdit(parent) {
-    setReadOnly(true);
-    setFrame(false);
+FactsLine::FactsLine(QWidget *parent) : FittingLine(parent) {
     setTextMargins(-innerMargin, 0, 0, 0);
-    QPalette seeThrough;
-    seeThrough.setBrush(QPalette::Base, Qt::NoBrush);
-    setPalette(seeThrough);
     connect(&turns_, &QTimer::timeout, this, &FactsLine::turn);
 }
 
@@ -94,8 +89,8 @@ void FactsLine::takeWords(const std::optional<ShownImage> &image) {
     if (hasBytes(image))
         brief.removeAt(checksumPlace);
     origin_ = image ? image->origin : QString();
-    whole_ = joined(QStringList{origin_} + facts +
-                    QStringList{sha256.isEmpty() ? QString() : label.arg(sha256)});
+    const QString whole = joined(QStringList{origin_} + facts +
+                                 QStringList{sha256.isEmpty() ? QString() : label.arg(sha256)});
     QString digest;
     if (!sha256.isEmpty())
         digest = tr("SHA-256 copied: %1").arg(sha256.first(shownDigits) + QChar(0x2026));
@@ -103,8 +98,8 @@ void FactsLine::takeWords(const std::optional<ShownImage> &image) {
         digest = label.arg(QChar(0x2026));
     facts_ = joined(facts << digest);
     brief_ = joined(brief << digest);
-    setPlainToolTip(*this, whole_);
-    showText();
+    setPlainToolTip(*this, whole);
+    say(whole);
 }
 
 // Where every byte is the same, the one under the cursor is told with them.
@@ -152,21 +147,9 @@ int FactsLine::roomForText() const {
     return width() - innerMargins;
 }
 
-// Its size hint does not depend on the text, so nothing is laid out anew when the cursor moves.
-void FactsLine::showText() {
-    const QString fitting = fittingText();
-    if (fitting == text())
-        return;
-    const bool wasSelected = hasFocus() && hasSelectedText() && selectedText() == text();
-    setText(fitting);
-    setCursorPosition(0);
-    if (wasSelected)
-        selectAll();
-}
-
 void FactsLine::copyWords() const {
     const bool isPart = hasSelectedText() && selectedText() != text();
-    QGuiApplication::clipboard()->setText(isPart ? selectedText() : whole_);
+    QGuiApplication::clipboard()->setText(isPart ? selectedText() : wholeText());
 }
 
 void FactsLine::askForSha256() {
@@ -180,7 +163,7 @@ void FactsLine::askForSha256() {
 void FactsLine::contextMenuEvent(QContextMenuEvent *event) {
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(tr("&Copy"), this, &FactsLine::copyWords)->setEnabled(!whole_.isEmpty());
+    menu->addAction(tr("&Copy"), this, &FactsLine::copyWords)->setEnabled(!wholeText().isEmpty());
     menu->addAction(tr("&SHA-256"), this, &FactsLine::askForSha256)->setEnabled(hasBytes(shown_()));
     // Not exec(): a run that ends while the menu is open must not have to wait for it.
     menu->popup(event->globalPos());
@@ -190,16 +173,5 @@ void FactsLine::keyPressEvent(QKeyEvent *event) {
     if (event == QKeySequence::Copy)
         copyWords();
     else
-        QLineEdit::keyPressEvent(event);
-}
-
-void FactsLine::resizeEvent(QResizeEvent *event) {
-    QLineEdit::resizeEvent(event);
-    showText();
-}
-
-void FactsLine::changeEvent(QEvent *event) {
-    QLineEdit::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        showText();
+        FittingLine::keyPressEvent(event);
 }

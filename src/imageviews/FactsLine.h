@@ -5,8 +5,8 @@
 
 #include "imageviews/BlockFacts.h"
 #include "imageviews/ShownImageReader.h"
+#include "widgets/FittingLine.h"
 
-#include <QLineEdit>
 #include <QStringList>
 #include <QTimer>
 
@@ -21,7 +21,7 @@ class GridView;
 ///
 /// The text can be selected. Where there is no room for all, whose bytes they are is told
 /// shorter first, and then the checksums go; the tool tip has the whole.
-class FactsLine final : public QLineEdit {
+class FactsLine final : public FittingLine {
     Q_OBJECT
 
 public:
@@ -36,9 +36,6 @@ public:
     /// Looks at the image and at the cursor anew, a turn of the event loop later.
     void refresh();
 
-    /// All that there is to say, however much of it is shown.
-    QString wholeText() const { return whole_; }
-
     /// Puts the selected text on the clipboard, or the whole if none or all is selected.
     void copyWords() const;
     /// Reads the SHA-256 of the image and puts it on the clipboard when it is known. Nothing comes
@@ -48,8 +45,7 @@ public:
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
-    void changeEvent(QEvent *event) override;
+    QString fittingText() const override;
 
 private:
     void turn();
@@ -60,8 +56,6 @@ private:
     QString byteUnderCursor(const ByteBuffer &bytes) const;
     int roomForText() const;
     QString withFittingOrigin(const QString &facts) const;
-    QString fittingText() const;
-    void showText();
 
     Source shown_;
     const GridView *grid_ = nullptr;
@@ -71,5 +65,4 @@ private:
     QString origin_;
     QString facts_; ///< the words on them
     QString brief_; ///< the same without what a glance needs least
-    QString whole_;
 };

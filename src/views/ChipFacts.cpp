@@ -23,32 +23,13 @@ QString joined(QStringList pieces, const QString &separator) {
 
 } // namespace
 
-ChipFacts::ChipFacts(QWidget *parent) : QLineEdit(parent) {
-    setReadOnly(true);
-    setFrame(false);
-    QPalette seeThrough;
-    seeThrough.setBrush(QPalette::Base, Qt::NoBrush);
-    setPalette(seeThrough);
-}
-
 void ChipFacts::say(const DeviceAnswer &answer, const std::optional<ImageFit> &fit) {
-    whole_ = joined({chipWords(answer), fitWords(fit)}, QStringLiteral(" \u00b7 "));
-    setPlainToolTip(*this, joined({whole_, programmersWords(answer)}, QStringLiteral("\n")));
-    showText();
+    FittingLine::say(joined({chipWords(answer), fitWords(fit)}, QStringLiteral(" \u00b7 ")));
+    setPlainToolTip(*this, joined({wholeText(), programmersWords(answer)}, QStringLiteral("\n")));
 }
 
-void ChipFacts::showText() {
-    const QString fitting =
-        fontMetrics().elidedText(whole_, Qt::ElideRight, width() - innerMargins);
-    if (fitting == text())
-        return;
-    setText(fitting);
-    setCursorPosition(0);
-}
-
-void ChipFacts::resizeEvent(QResizeEvent *event) {
-    QLineEdit::resizeEvent(event);
-    showText();
+QString ChipFacts::fittingText() const {
+    return fontMetrics().elidedText(wholeText(), Qt::ElideRight, width() - innerMargins);
 }
 
 QSize ChipFacts::sizeHint() const {

@@ -5,34 +5,25 @@
 
 #include "devices/DeviceDescription.h"
 #include "devices/ImageFit.h"
-
-#include <QLineEdit>
+#include "widgets/FittingLine.h"
 
 #include <optional>
 
 /// What the tool knows of the device, in one line beside the field: it can be selected, and is
 /// empty where nothing is known. The tool tip has all of it. The room that it asks for does not
 /// depend on what it says: the field beside it must not change its size while it is typed into.
-class ChipFacts final : public QLineEdit {
+class ChipFacts final : public FittingLine {
     Q_OBJECT
 
 public:
-    explicit ChipFacts(QWidget *parent = nullptr);
+    using FittingLine::FittingLine;
 
     /// Says what \a answer is, and how the data to burn fit.
     void say(const DeviceAnswer &answer, const std::optional<ImageFit> &fit);
-
-    /// All that there is to say, however much of it is shown.
-    QString wholeText() const { return whole_; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 protected:
-    void resizeEvent(QResizeEvent *event) override;
-
-private:
-    void showText();
-
-    QString whole_;
+    QString fittingText() const override;
 };
