@@ -13,7 +13,6 @@
 #include "devices/DeviceSearchPanel.h"
 #include "devices/UAStringManager.h"
 #include "grid/GridColumns.h"
-#include "grid/GridModel.h"
 #include "settings/SettingsKeys.h"
 #include "widgets/ConsoleView.h"
 #include "widgets/FixedFont.h"
@@ -85,14 +84,13 @@ QString hintFor(const QString &tab) {
 }
 
 /// An empty grid says what to do, to the eye and to assistive technology.
-void hintInEmptyGrid(Ui::MainWindow &c) {
+void hintInEmptyGrid(Ui::MainWindow &c, AppDelegate &delegate) {
     const auto hint = [grid = c.tableview, tabs = c.tabview] {
         grid->hint().setText(hintFor(tabs->selectedTabViewItem().identifier));
         grid->setAccessibleDescription(grid->hint().shown());
     };
-    QObject::connect(c.tableview->gridModel(), &GridModel::modelReset, c.tableview, hint);
-    QObject::connect(c.tableview->gridModel(), &GridModel::rowsInserted, c.tableview, hint);
-    QObject::connect(c.tableview->gridModel(), &GridModel::dataChanged, c.tableview, hint);
+    QObject::connect(&delegate, &AppDelegate::shownContentChanged, c.tableview, hint);
+    QObject::connect(&delegate, &AppDelegate::shownBytesChanged, c.tableview, hint);
 }
 
 void wireConsole(Ui::MainWindow &c, UserFiles &files, Messages &messages) {
@@ -254,7 +252,7 @@ void wireMainWindow(MainWindow &window, AppDelegate &delegate, const WindowParts
     wireSelection(window, parts.messages);
     wireConsole(controls, parts.files, parts.messages);
     wireTabs(controls, delegate, parts.gate);
-    hintInEmptyGrid(controls);
+    hintInEmptyGrid(controls, delegate);
     wireOperations(controls, delegate);
     bindControls(controls, delegate, parts.binder);
     wireDevices(controls, delegate, parts);
