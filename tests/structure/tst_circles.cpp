@@ -17,7 +17,7 @@ private slots:
     void partsWithoutACircle_areNoticed();
 
 private:
-    SourceTree sources;
+    SourceTree sources_;
 };
 
 namespace {
@@ -38,13 +38,13 @@ SourceTree filesOf(const QString &lines) {
 
 void TestCircles::initTestCase() {
     static const QString entries = QStringLiteral("src simulator bench demo fuzz tests");
-    sources = readSourceTree(QStringLiteral(VELM_SOURCE_DIR), entries.split(u' '));
-    QVERIFY(sources.contains(QStringLiteral("src/base/Log.h")));
+    sources_ = readSourceTree(QStringLiteral(VELM_SOURCE_DIR), entries.split(u' '));
+    QVERIFY(sources_.contains(QStringLiteral("src/base/Log.h")));
 }
 
 void TestCircles::sourcesFormNone() {
-    QCOMPARE(circleRules::subjectsFormNoCircle(sources).join(u'\n'), QString());
-    QCOMPARE(circleRules::partsNeedTheirWhole(sources).join(u'\n'), QString());
+    QCOMPARE(circleRules::subjectsFormNoCircle(sources_).join(u'\n'), QString());
+    QCOMPARE(circleRules::partsNeedTheirWhole(sources_).join(u'\n'), QString());
 }
 
 void TestCircles::circles_areNoticed_data() {
@@ -98,7 +98,7 @@ void TestCircles::circles_areNoticed() {
 }
 
 void TestCircles::partsWithoutACircle_areNoticed() {
-    SourceTree tree = sources;
+    SourceTree tree = sources_;
     const QString part = QStringLiteral("src/grid/GridHint.cpp");
     QVERIFY(tree[part].contains(u"GridView.h"));
     tree[part].remove(QStringLiteral("#include \"grid/GridView.h\""));
