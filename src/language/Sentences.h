@@ -9,6 +9,3 @@
 
 /// \a sentence and what follows it, which may be empty, as one text.
 QString joined(const QString &sentence, const QString &following);
-
-/// \a number with its digits in groups, as the user's language has it.
-QString grouped(qint64 number);

@@ -5,7 +5,6 @@
 
 #include "base/NumberWords.h"
 #include "devices/ShownName.h"
-#include "language/Sentences.h"
 
 #include <QCoreApplication>
 #include <QStringList>

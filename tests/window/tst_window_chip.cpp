@@ -3,7 +3,6 @@
 
 #include "base/NumberWords.h"
 #include "devices/ChipInquiry.h"
-#include "language/Sentences.h"
 #include "settings/SettingsKeys.h"
 #include "window/WindowFixture.h"
 

@@ -283,12 +283,12 @@ void TestWindowStart::unreadableSettings_areSaidUntilTheyAreRead() {
     VelmWindow window({settings, velm.log, velm.panels, [] {}, velm.path(QStringLiteral("s"))});
     const MessageLine &line = *window.window().controls().messageLine;
     const QString sentence = QStringLiteral("VELM starts with its defaults");
-    QVERIFY2(line.text().contains(sentence), qPrintable(line.text()));
+    QVERIFY2(line.toPlainText().contains(sentence), qPrintable(line.toPlainText()));
     QVERIFY(QDir(path).removeRecursively());
     velm.write(path, "[General]\npad_to=77\n");
     settings.setValue(settingsKeys::device, QStringLiteral("27C64"));
     QCOMPARE(settings.stringValue(settingsKeys::pad_to), QStringLiteral("77"));
-    QVERIFY2(!line.text().contains(sentence), qPrintable(line.text()));
+    QVERIFY2(!line.toPlainText().contains(sentence), qPrintable(line.toPlainText()));
 }
 
 void TestWindowStart::unsavedSettings_areSaidUntilTheyAreSaved() {
