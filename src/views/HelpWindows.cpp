@@ -4,11 +4,11 @@
 #include "views/HelpWindows.h"
 
 #include "views/SideWindow.h"
+#include "widgets/Icons.h"
 
 #include <QApplication>
 #include <QDialog>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QImage>
 #include <QLabel>
 #include <QTextBrowser>
@@ -67,7 +67,7 @@ QString aboutText() {
 
 QIcon programIcon() {
     registerHelp();
-    return QIcon(QStringLiteral(":/velm/velm.svg"));
+    return drawingAsIcon(QStringLiteral(":/velm/velm.svg"));
 }
 
 void showGuide(QWidget *window) {

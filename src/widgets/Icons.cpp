@@ -51,21 +51,29 @@ private:
     QColor disabledColor_;
 };
 
-QIcon drawnIcon(const QString &name, const QColor &color, const QColor &disabledColor) {
-    registerIcons();
-    QFile file(iconFolder + name + iconSuffix);
+QIcon drawnIcon(const QString &path, const QColor &color, const QColor &disabledColor) {
+    QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {};
     return QIcon(new ThemedIconEngine(file.readAll(), color, disabledColor));
 }
 
+QString pathOf(const QString &name) {
+    registerIcons();
+    return iconFolder + name + iconSuffix;
+}
+
 } // namespace
 
 QIcon themedIcon(const QString &name, const QPalette &palette) {
-    return drawnIcon(name, palette.color(QPalette::Active, QPalette::ButtonText),
+    return drawnIcon(pathOf(name), palette.color(QPalette::Active, QPalette::ButtonText),
                      palette.color(QPalette::Disabled, QPalette::ButtonText));
 }
 
 QIcon coloredIcon(const QString &name, const QColor &color) {
-    return drawnIcon(name, color, color);
+    return drawnIcon(pathOf(name), color, color);
+}
+
+QIcon drawingAsIcon(const QString &path) {
+    return drawnIcon(path, QColor(), QColor());
 }
