@@ -174,7 +174,7 @@ void TestWindowRestart::window_hasItsSizesAgain() {
     WindowFixture velm;
     velm.start();
     // The platform bounds what it restores to the screen, which is small here.
-    const QSize size = velm.velm().window().minimumSizeHint() + QSize(0, 300);
+    const QSize size = velm.velm().window().minimumSizeHint() + QSize(0, 200);
     QVERIFY(velm.velm().window().size() != size);
     velm.velm().window().resize(size);
     velm.controls().splitter->setSizes({250, 350});
