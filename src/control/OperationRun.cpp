@@ -17,8 +17,6 @@
 #include <QFileInfo>
 #include <QLocale>
 
-#include <utility>
-
 namespace {
 
 class OperationWording {
