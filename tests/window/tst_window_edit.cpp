@@ -343,8 +343,8 @@ void TestWindowEdit::entryWithoutMemory_isRefusedInWords() {
     if (!AddressSpaceLimit::works())
         QSKIP("the sanitizers need their address space");
     WindowFixture velm;
-    // More than the allocator ever keeps of what was given back.
-    showLargeFile(velm, qsizetype(40) << 20);
+    // More than the allocator ever keeps of what was given back, or sets aside for a thread.
+    showLargeFile(velm, qsizetype(80) << 20);
     {
         const AddressSpaceLimit limit(rlim_t(16) << 20);
         enter(velm, 0, 1, QStringLiteral("42"));
