@@ -3,6 +3,7 @@
 
 #include "files/BoundedSaving.h"
 
+#include "files/DiskFlush.h"
 #include "files/FileSaving.h"
 #include "files/UnfinishedFile.h"
 
@@ -12,19 +13,16 @@
 #include <sys/file.h>
 #include <system_error>
 #include <thread>
-#include <unistd.h>
+#include <tuple>
 #include <utility>
 
 namespace {
 
+/// How long the end of the program waits for the disk: nobody looks at a window any more, and a
+/// session that ends waits for all its programs.
 constexpr std::chrono::seconds patienceAtTheEnd(1);
+/// How often it is looked whether a slow disk has answered: soon enough for a sentence.
 constexpr std::chrono::milliseconds betweenLooks(100);
-
-/// The error is 0 as well where the file system has no such call.
-int errorOfFlushing(FileDescriptor file) {
-    const bool isDone = ::fdatasync(file.get()) == 0 || errno == EINVAL || errno == ENOTSUP;
-    return isDone ? 0 : errno;
-}
 
 } // namespace
 
@@ -38,12 +36,14 @@ BoundedSaving::BoundedSaving(QObject *parent) : QObject(parent) {
 BoundedSaving::~BoundedSaving() {
     const QDeadlineTimer deadline(patienceAtTheEnd);
     while (asked_.valid() && diskHasAnswered(deadline))
-        static_cast<void>(answer());
+        std::ignore = answer();
 }
 
 Result<void> BoundedSaving::save(const QString &path, const QByteArray &bytes,
                                  QDeadlineTimer deadline) {
-    lookAgain();
+    // What it refused before is made anew with what is saved now.
+    if (asked_.valid() && diskHasAnswered(QDeadlineTimer(0)))
+        std::ignore = answer();
     Result<UnfinishedFile> file = unfinishedFile(path, bytes, Durability::ProgramEnd);
     if (!file)
         return *file.failure();
@@ -59,7 +59,9 @@ Result<void> BoundedSaving::save(const QString &path, const QByteArray &bytes,
             if (const Result<void> answered = answer(); !answered)
                 return answered;
     }
-    const Result<void> placed = file->takePlace();
+    // A rename, too, can wait for bytes that the disk has not taken yet.
+    const Result<void> placed =
+        file->takePlace(asked_.valid() ? Durability::ProgramEnd : Durability::PowerFailure);
     // Or the copy would lock the file at its place for as long as the disk needs.
     ::flock(file->descriptor(), LOCK_UN);
     if (asked_.valid())
@@ -71,7 +73,7 @@ Result<void> BoundedSaving::save(const QString &path, const QByteArray &bytes,
 // descriptor and nothing else, and nobody need wait for its end.
 Result<void> BoundedSaving::askDisk(FileDescriptor file) {
     std::packaged_task<int()> task(
-        [file = std::move(file)]() mutable { return errorOfFlushing(std::move(file)); });
+        [file = std::move(file)] { return errorOfFlushing(file.get()); });
     asked_ = task.get_future();
     try {
         std::thread(std::move(task)).detach();
@@ -86,7 +88,8 @@ bool BoundedSaving::diskHasAnswered(QDeadlineTimer deadline) const {
     return asked_.wait_for(deadline.remainingTimeAsDuration()) == std::future_status::ready;
 }
 
-// What it is asked about next has replaced what it may have refused.
+// A file that waits to be flushed has the place of the one that was: what became of that plays no
+// part any more.
 Result<void> BoundedSaving::answer() {
     const int error = asked_.get();
     if (next_.isOpen())

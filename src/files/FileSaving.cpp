@@ -4,6 +4,7 @@
 #include "files/FileSaving.h"
 
 #include "base/FileDescriptor.h"
+#include "files/DiskFlush.h"
 #include "files/SystemName.h"
 
 #include <QFileInfo>
@@ -35,11 +36,6 @@ QString behindLinks(const QFileInfo &target) {
     return target.isSymLink() ? target.symLinkTarget() : target.absoluteFilePath();
 }
 
-/// True as well where the file system has no such call.
-bool isOnDisk(int file) {
-    return ::fdatasync(file) == 0 || errno == EINVAL || errno == ENOTSUP;
-}
-
 Result<UnfinishedFile> writeBeside(const QString &path, const QByteArray &bytes,
                                    Durability durability) {
     const Result<QByteArray> name = systemName(path);
@@ -53,8 +49,10 @@ Result<UnfinishedFile> writeBeside(const QString &path, const QByteArray &bytes,
         return *failure;
     ::fchmod(file->descriptor(), modeOf(path));
     // Waiting for the disk takes longer than everything else that an edit of one byte does.
-    if (durability == Durability::PowerFailure && !isOnDisk(file->descriptor()))
-        return Failure::ofSystem(errno);
+    if (durability == Durability::ProgramEnd)
+        return file;
+    if (const int error = errorOfFlushing(file->descriptor()); error != 0)
+        return Failure::ofSystem(error);
     return file;
 }
 

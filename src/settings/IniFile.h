@@ -38,7 +38,7 @@ public:
     /// all of it. On failure the file is as it was. Makes missing folders. Waits until \a deadline
     /// for another program that changes the file, and for the disk, which may follow.
     Outcome change(const QVariantMap &changes, QDeadlineTimer deadline = QDeadlineTimer(patience));
-    /// How long a change waits for others, if nothing else is said.
+    /// How long a change waits for another program and for the disk, if nothing else is said.
     static constexpr std::chrono::milliseconds patience{100};
 
     /// Tells when the disk has refused a change later.

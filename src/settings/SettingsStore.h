@@ -38,10 +38,12 @@ public:
     void registerDefaults(const QVariantMap &defaults);
 
     /// Stores \a value (a bool, a QString or a QStringList) under \a key and emits valueChanged()
-    /// before returning if the visible value changed. Returns within 100 ms; a disk that needs
-    /// longer follows. A failure to write the file keeps the value for this run and is reported
-    /// through problem(); it is tried again with the next change and at the end. False, with
-    /// nothing changed and changeRefused() emitted, while values may not change.
+    /// before returning if the visible value changed. Waits for others, the disk among
+    /// them, at most 100 ms; a disk that needs longer follows. A failure to write the file keeps
+    /// the value for this run and is reported through problem(); it is tried again with the next
+    /// change and at the end. What the disk refuses later is reported as well; the next change
+    /// gives it the whole file again. False, with nothing changed and changeRefused() emitted,
+    /// while values may not change.
     bool setValue(const QString &key, const QVariant &value);
 
     /// Lets \a mayChange say at each setValue() whether values may change now; without it they
@@ -78,8 +80,8 @@ signals:
     /// until a write has worked again), or it had become unreadable and was moved aside; \a
     /// sentence says why, for the message line.
     void problem(const QString &sentence);
-    /// Everything that could not be written is in the file now; and what is in a file that could
-    /// not be read at first holds.
+    /// Everything that could not be written is in the file now; and where the file could not be
+    /// read at first, what is in it holds.
     void savingWorksAgain();
 
 private:
