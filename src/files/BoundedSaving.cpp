@@ -24,6 +24,14 @@ constexpr std::chrono::seconds patienceAtTheEnd(1);
 /// How often it is looked whether a slow disk has answered: soon enough for a sentence.
 constexpr std::chrono::milliseconds betweenLooks(100);
 
+void closeElsewhere(FileDescriptor file) {
+    try {
+        std::thread([file = std::move(file)] {}).detach();
+    } catch (const std::system_error &) {
+        // It is closed here then.
+    }
+}
+
 } // namespace
 
 BoundedSaving::BoundedSaving(QObject *parent) : QObject(parent) {
@@ -50,9 +58,8 @@ Result<void> BoundedSaving::save(const QString &path, const QByteArray &bytes,
     FileDescriptor copy(::fcntl(file->descriptor(), F_DUPFD_CLOEXEC, 0));
     if (!copy.isOpen())
         return Failure::ofSystem(errno);
-    if (asked_.valid()) {
-        next_ = std::move(copy);
-    } else {
+    const bool isNext = isBusy();
+    if (!isNext) {
         if (const Result<void> asked = askDisk(std::move(copy)); !asked)
             return asked;
         if (diskHasAnswered(deadline))
@@ -61,12 +68,27 @@ Result<void> BoundedSaving::save(const QString &path, const QByteArray &bytes,
     }
     // A rename, too, can wait for bytes that the disk has not taken yet.
     const Result<void> placed =
-        file->takePlace(asked_.valid() ? Durability::ProgramEnd : Durability::PowerFailure);
-    // Or the copy would lock the file at its place for as long as the disk needs.
-    ::flock(file->descriptor(), LOCK_UN);
-    if (asked_.valid())
-        looking_.start();
+        file->takePlace(isBusy() ? Durability::ProgramEnd : Durability::PowerFailure);
+    if (placed) {
+        if (isNext)
+            next_ = std::move(copy);
+        placeIsTaken(*file);
+    } else if (!isNext) {
+        asked_ = {};
+    }
     return placed;
+}
+
+void BoundedSaving::placeIsTaken(UnfinishedFile &file) {
+    isRefused_ = false;
+    // Or the copy would lock the file at its place for as long as the disk needs.
+    ::flock(file.descriptor(), LOCK_UN);
+    if (!isBusy())
+        return;
+    looking_.start();
+    // Some file systems, those of other machines among them, have closing wait for the disk as
+    // well.
+    closeElsewhere(file.takeDescriptor());
 }
 
 // No call that asks the disk can be bounded, so it is made in a thread of its own. That has a
@@ -103,8 +125,12 @@ void BoundedSaving::lookAgain() {
     if (!asked_.valid() || !diskHasAnswered(QDeadlineTimer(0)))
         return;
     const Result<void> answered = answer();
-    if (!asked_.valid())
-        looking_.stop();
+    if (isBusy())
+        return;
+    looking_.stop();
+    isRefused_ = !answered;
     if (const Failure *failure = answered.failure())
         emit refused(*failure);
+    else
+        emit confirmed();
 }

@@ -14,6 +14,8 @@
 
 #include <future>
 
+class UnfinishedFile;
+
 /// Saves one file over and over for somebody who must not wait long for the disk. The disk is asked
 /// to take the bytes before they take the file's place. Where it needs longer, they take it at
 /// once, so that neither another program nor the end of this one misses them, and the disk follows:
@@ -30,17 +32,27 @@ public:
     /// disk until \a deadline, and not at all while it is still busy with what was saved before.
     Result<void> save(const QString &path, const QByteArray &bytes, QDeadlineTimer deadline);
 
+    /// True while the disk has yet to answer for what was saved: refused() or confirmed() follows,
+    /// unless something else is saved before.
+    bool isBusy() const { return asked_.valid(); }
+    /// True if the disk has refused what was saved last.
+    bool isRefused() const { return isRefused_; }
+
 signals:
     /// The disk has refused, for \a failure, what save() took for saved.
     void refused(const Failure &failure);
+    /// The disk has what it was not waited for.
+    void confirmed();
 
 private:
     Result<void> askDisk(FileDescriptor file);
+    void placeIsTaken(UnfinishedFile &file);
     bool diskHasAnswered(QDeadlineTimer deadline) const;
     Result<void> answer();
     void lookAgain();
 
     std::future<int> asked_; ///< the error that the disk answers with; not valid while it has none
     FileDescriptor next_;    ///< what it is to be asked about then
-    QTimer looking_;         ///< for an answer that came too late
+    bool isRefused_ = false;
+    QTimer looking_; ///< for an answer that came too late
 };

@@ -144,7 +144,7 @@ Result<UnfinishedFile> UnfinishedFile::beside(const QByteArray &path) {
 }
 
 UnfinishedFile::~UnfinishedFile() {
-    if (file_.isOpen() && !name_.isEmpty())
+    if (!name_.isEmpty())
         ::unlink(name_.constData());
 }
 

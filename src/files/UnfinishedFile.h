@@ -35,6 +35,8 @@ public:
 
     /// To write to.
     int descriptor() const { return file_.get(); }
+    /// For whoever closes it later than this goes; there is nothing to write to any more.
+    FileDescriptor takeDescriptor() { return std::move(file_); }
     /// Puts the file in the place of whatever has the name, in one step. With
     /// Durability::ProgramEnd the disk is left alone.
     Result<void> takePlace(Durability durability = Durability::PowerFailure);
