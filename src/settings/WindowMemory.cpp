@@ -6,6 +6,7 @@
 #include "base/Log.h"
 #include "settings/StoredValue.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QObject>
 #include <QVariantMap>
@@ -44,10 +45,11 @@ WindowMemory::WindowMemory(const QString &filePath, Log *log) : file_(filePath),
 }
 
 void WindowMemory::write(const QVariantMap &values) {
-    IniFile::Outcome outcome = file_.change(values);
+    const QDeadlineTimer deadline(patience);
+    IniFile::Outcome outcome = file_.change(values, deadline);
     if (std::holds_alternative<IniFile::Damaged>(outcome)) {
         QFile::remove(file_.path());
-        outcome = file_.change(values);
+        outcome = file_.change(values, deadline);
     }
     if (const auto *failure = std::get_if<Failure>(&outcome))
         sayLost(*failure);
@@ -59,7 +61,11 @@ void WindowMemory::write(const QString &key, const QVariant &value) {
 
 // The list at the key with the newest before what is there, of which it keeps the first.
 void WindowMemory::remember(const QString &key, const QString &newest, qsizetype limit) {
-    QStringList all = storedValue::list(read(file_, key));
+    const IniFile::Outcome outcome = file_.read();
+    if (const auto *failure = std::get_if<Failure>(&outcome))
+        return sayLost(*failure);
+    const auto *values = std::get_if<QVariantMap>(&outcome);
+    QStringList all = values ? storedValue::list(values->value(key)) : QStringList();
     all.removeAll(newest);
     all.prepend(newest);
     write(key, all.mid(0, limit));

@@ -12,6 +12,7 @@
 #include <QVariant>
 #include <QVariantMap>
 
+#include <chrono>
 #include <optional>
 
 class Log;
@@ -34,6 +35,9 @@ struct ViewChoices {
 /// and a line in the log.
 class WindowMemory {
 public:
+    /// How long a change waits for another program and for the disk, which may follow.
+    static constexpr std::chrono::milliseconds patience{20};
+
     /// Uses the INI file at the absolute \a filePath. The first time that it cannot be written,
     /// \a log, if there is one, says so.
     explicit WindowMemory(const QString &filePath, Log *log = nullptr);
@@ -53,6 +57,7 @@ public:
 
     /// Files opened lately, the newest first, at most eight.
     QStringList recentFiles() const;
+    /// Nothing is remembered where the older ones cannot be read, so that they are not lost.
     void addRecentFile(const QString &path);
 
     /// The devices that the tool was run for lately, the newest first, at most ten.

@@ -29,6 +29,7 @@ private slots:
     void whatTheToolkitWrote_isRead();
     void whatIsNoFile_isLeftAlone();
     void oneCallFails_forgetsNothingElse();
+    void oneFailedRead_losesNothingRemembered();
     void lockFileLeftBehind_isNotWaitedFor();
 };
 
@@ -175,6 +176,21 @@ void TestWindowMemory::oneCallFails_forgetsNothingElse() {
         QCOMPARE(memory.splitterState(), QByteArray("splitter"));
         QCOMPARE(memory.viewChoices(), (ViewChoices{150, 60, true, false, false, false}));
     }
+}
+
+void TestWindowMemory::oneFailedRead_losesNothingRemembered() {
+    const QTemporaryDir folder;
+    RecordingLog log;
+    WindowMemory memory(folder.filePath(QStringLiteral("state.conf")), &log);
+    memory.addRecentFile(QStringLiteral("/a"));
+    memory.addRecentFile(QStringLiteral("/b"));
+    {
+        const FailingCalls failing("read", 1, EIO);
+        memory.addRecentFile(QStringLiteral("/c"));
+        QVERIFY(failing.hasStruck());
+    }
+    QCOMPARE(memory.recentFiles(), QStringList({QStringLiteral("/b"), QStringLiteral("/a")}));
+    QCOMPARE(log.lines.size(), 1);
 }
 
 void TestWindowMemory::lockFileLeftBehind_isNotWaitedFor() {
