@@ -288,12 +288,14 @@ void VelmWindow::restoreWindow() {
 
 void VelmWindow::followSettings() {
     if (!settings_.damagedCopyPath().isEmpty())
-        messages_.say(Topic::Settings, tr("The settings file was damaged; VELM starts with its "
-                                          "defaults. The damaged file is kept as %1.")
-                                           .arg(settings_.damagedCopyPath()));
+        messages_.say(Topic::SettingsKept, tr("The settings file was damaged; VELM starts with its "
+                                              "defaults. The damaged file is kept as %1.")
+                                               .arg(settings_.damagedCopyPath()));
     messages_.say(Topic::SettingsNotRead, settings_.openingProblem());
     connect(&settings_, &SettingsStore::savingWorksAgain, this,
             [this] { messages_.happened(Event::SettingsSaved); });
     connect(&settings_, &SettingsStore::problem, this,
             [this](const QString &sentence) { messages_.sayTrouble(Topic::Settings, sentence); });
+    connect(&settings_, &SettingsStore::keptAside, this,
+            [this](const QString &sentence) { messages_.say(Topic::SettingsKept, sentence); });
 }

@@ -71,6 +71,8 @@ constexpr std::array rules = {
          Event::FavouritesChanged},
     Rule{Topic::Console, information, information, Event::ConsoleCleared},
     Rule{Topic::Settings, warning, problem, Event::SettingsSaved},
+    // Where the file is kept, which is not taken back.
+    Rule{Topic::SettingsKept, warning, warning, followed},
     Rule{Topic::SettingsNotRead, problem, problem, Event::SettingsSaved},
 };
 

@@ -39,7 +39,8 @@ enum class Topic {
     Tool,            ///< a programmer tool that is missing
     Favourites,      ///< what became of a favourite
     Console,         ///< text that the console has dropped
-    Settings,        ///< settings that were damaged, or are not saved
+    Settings,        ///< settings that are not saved
+    SettingsKept,    ///< a damaged settings file, and where it is kept
     SettingsNotRead, ///< settings that could not be read at the start
 };
 

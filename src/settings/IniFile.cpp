@@ -71,7 +71,7 @@ IniFile::Outcome IniFile::change(const QVariantMap &changes, QDeadlineTimer dead
     const QByteArray after = iniText::changed(before, changes);
     if (after.size() > largestFile)
         return Failure::ofSystem(EFBIG);
-    if (after != before)
+    if (after != before || saving_.isRefused())
         if (const auto saved = saving_.save(path_, after, deadline); !saved)
             return *saved.failure();
     return valuesIn(after);

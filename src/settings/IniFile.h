@@ -10,7 +10,6 @@
 #include <QString>
 #include <QVariantMap>
 
-#include <chrono>
 #include <optional>
 #include <variant>
 
@@ -37,11 +36,9 @@ public:
     /// Saves the values of \a changes (key to value) beside what else is in the file, and returns
     /// all of it. On failure the file is as it was. Makes missing folders. Waits until \a deadline
     /// for another program that changes the file, and for the disk, which may follow.
-    Outcome change(const QVariantMap &changes, QDeadlineTimer deadline = QDeadlineTimer(patience));
-    /// How long a change waits for another program and for the disk, if nothing else is said.
-    static constexpr std::chrono::milliseconds patience{100};
+    Outcome change(const QVariantMap &changes, QDeadlineTimer deadline);
 
-    /// Tells when the disk has refused a change later.
+    /// Tells what the disk has made of a change that did not wait for it.
     const BoundedSaving &saving() const { return saving_; }
 
     /// Renames what is at the path to the first unused name of "<path>.damaged",

@@ -13,15 +13,22 @@
 
 SettingsStore::SettingsStore(const QString &filePath, QObject *parent)
     : QObject(parent), file_(filePath) {
-    connect(&file_.saving(), &BoundedSaving::refused, this,
-            [this](const Failure &failure) { tellOf(failure); });
+    connect(&file_.saving(), &BoundedSaving::refused, this, [this](const Failure &failure) {
+        takeBackUnconfirmed();
+        tellOf(failure);
+    });
+    connect(&file_.saving(), &BoundedSaving::confirmed, this, [this] {
+        unconfirmed_.clear();
+        if (unsaved_.isEmpty())
+            tellOf(Result<void>());
+    });
     open();
     announced_ = visibleValues();
 }
 
 SettingsStore::~SettingsStore() {
     if (!unsaved_.isEmpty())
-        file_.change(unsaved_);
+        file_.change(unsaved_, QDeadlineTimer(patience));
 }
 
 void SettingsStore::open() {
@@ -107,7 +114,19 @@ QVariant SettingsStore::storedVariant(const QString &key) const {
 }
 
 void SettingsStore::save() {
-    tellOf(trySaving());
+    const Result<void> saved = trySaving();
+    if (!saved)
+        takeBackUnconfirmed();
+    // Whether it has worked is not known before the disk has answered.
+    if (!saved || !file_.saving().isBusy())
+        tellOf(saved);
+}
+
+void SettingsStore::takeBackUnconfirmed() {
+    for (auto value = unconfirmed_.cbegin(); value != unconfirmed_.cend(); ++value)
+        if (!unsaved_.contains(value.key()))
+            unsaved_.insert(value.key(), value.value());
+    unconfirmed_.clear();
 }
 
 void SettingsStore::tellOf(const Result<void> &saved) {
@@ -122,7 +141,7 @@ void SettingsStore::tellOf(const Result<void> &saved) {
 }
 
 Result<void> SettingsStore::trySaving() {
-    const QDeadlineTimer deadline(IniFile::patience);
+    const QDeadlineTimer deadline(patience);
     IniFile::Outcome outcome = file_.change(unsaved_, deadline);
     if (std::holds_alternative<IniFile::Damaged>(outcome) && keepDamagedFileAside())
         outcome = file_.change(unsaved_, deadline);
@@ -131,7 +150,9 @@ Result<void> SettingsStore::trySaving() {
     if (std::holds_alternative<IniFile::Damaged>(outcome))
         return Failure{tr("The damaged file there could not be moved aside")};
     stored_ = std::get<QVariantMap>(outcome);
-    unsaved_.clear();
+    unconfirmed_.insert(std::exchange(unsaved_, {}));
+    if (!file_.saving().isBusy())
+        unconfirmed_.clear();
     return {};
 }
 
@@ -144,7 +165,7 @@ bool SettingsStore::keepDamagedFileAside() {
     for (auto value = stored_.cbegin(); value != stored_.cend(); ++value)
         if (value->isValid() && !unsaved_.contains(value.key()))
             unsaved_.insert(value.key(), value.value());
-    emit problem(tr("The settings file could not be read; it is kept as %1.").arg(*copy));
+    emit keptAside(tr("The settings file could not be read; it is kept as %1.").arg(*copy));
     return true;
 }
 

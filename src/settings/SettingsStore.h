@@ -13,6 +13,7 @@
 #include <QVariant>
 #include <QVariantMap>
 
+#include <chrono>
 #include <functional>
 
 /// The user's settings: one INI file, plus registered defaults that are never written to it. A
@@ -26,6 +27,9 @@ class SettingsStore final : public QObject {
     Q_OBJECT
 
 public:
+    /// How long a change waits for another program and for the disk, which may follow.
+    static constexpr std::chrono::milliseconds patience{80};
+
     /// Opens (or, at the first write, creates) the INI file at the absolute \a filePath. A file
     /// that is no INI text is moved aside to damagedCopyPath() and the store starts empty. It
     /// starts empty as well with a file that cannot be read, which stays as it is; openingProblem()
@@ -39,11 +43,11 @@ public:
 
     /// Stores \a value (a bool, a QString or a QStringList) under \a key and emits valueChanged()
     /// before returning if the visible value changed. Waits for others, the disk among
-    /// them, at most 100 ms; a disk that needs longer follows. A failure to write the file keeps
-    /// the value for this run and is reported through problem(); it is tried again with the next
-    /// change and at the end. What the disk refuses later is reported as well; the next change
-    /// gives it the whole file again. False, with nothing changed and changeRefused() emitted,
-    /// while values may not change.
+    /// them, for patience at most; a disk that needs longer follows. A failure to write the file
+    /// keeps the value for this run and is reported through problem(); it is tried again with the
+    /// next change and at the end. What the disk refuses later is reported and tried again in the
+    /// same way. False, with nothing changed and changeRefused() emitted, while values may not
+    /// change.
     bool setValue(const QString &key, const QVariant &value);
 
     /// Lets \a mayChange say at each setValue() whether values may change now; without it they
@@ -77,9 +81,10 @@ signals:
     /// another program had written the file when setValue() came to write it.
     void valueChanged(const QString &key);
     /// The settings file could not be written, or the disk has refused it later (emitted once,
-    /// until a write has worked again), or it had become unreadable and was moved aside; \a
-    /// sentence says why, for the message line.
+    /// until a write has worked again); \a sentence says why, for the message line.
     void problem(const QString &sentence);
+    /// The settings file had become unreadable and was moved aside; \a sentence says where to.
+    void keptAside(const QString &sentence);
     /// Everything that could not be written is in the file now; and where the file could not be
     /// read at first, what is in it holds.
     void savingWorksAgain();
@@ -102,6 +107,7 @@ private:
     bool isStored(const QString &key) const;
     QVariant storedVariant(const QString &key) const;
     void save();
+    void takeBackUnconfirmed();
     void tellOf(const Result<void> &saved);
     Result<void> trySaving();
     bool keepDamagedFileAside();
@@ -111,8 +117,9 @@ private:
     IniFile file_;
     QString damagedCopyPath_;
     QString openingProblem_;
-    QVariantMap stored_;  // what the file held when it was last read
-    QVariantMap unsaved_; // what is to be in it, too
+    QVariantMap stored_;      // what the file held when it was last read
+    QVariantMap unsaved_;     // what is to be in it, too
+    QVariantMap unconfirmed_; // what it was given, and the disk may still refuse
     QVariantMap defaults_;
     QMap<QString, VisibleValue> announced_;
     std::function<bool()> mayChange_;

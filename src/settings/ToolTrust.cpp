@@ -7,6 +7,11 @@
 #include "settings/SettingsStore.h"
 #include "settings/WindowMemory.h"
 
+#include <chrono>
+
+// Where the tool is set both are written, and the window is held up for as long as both wait.
+static_assert(SettingsStore::patience + WindowMemory::patience <= std::chrono::milliseconds(100));
+
 ToolTrust::ToolTrust(SettingsStore &settings, WindowMemory &memory)
     : memory_(memory), trusted_(memory.trustedTool()) {
     connect(&settings, &SettingsStore::valueSet, this, [this, &settings](const QString &key) {

@@ -144,6 +144,7 @@ const QList<Expectation> expectations = {
      warning,
      problem,
      {Event::SettingsSaved}},
+    {"where a damaged settings file is kept", Topic::SettingsKept, warning, warning, {}},
     {"settings that were not read, until they are",
      Topic::SettingsNotRead,
      problem,

@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include <cerrno>
+#include <chrono>
 #include <sys/stat.h>
 
 namespace {
@@ -27,6 +28,10 @@ QString pictureOf(const IniFile::Outcome &outcome) {
 }
 
 const QVariantMap oneChange = {{QStringLiteral("b"), QStringLiteral("new")}};
+
+QDeadlineTimer soon() {
+    return QDeadlineTimer(std::chrono::milliseconds(100));
+}
 
 } // namespace
 
@@ -86,7 +91,7 @@ void TestIniFile::outcomes() {
     QVERIFY(QFile::link(QStringLiteral("/dev/null"), in("link")));
     IniFile file(folder_->filePath(name));
     QCOMPARE(pictureOf(file.read()), read);
-    QCOMPARE(pictureOf(file.change(oneChange)), changed);
+    QCOMPARE(pictureOf(file.change(oneChange, soon())), changed);
     if (changed.contains(u'='))
         QCOMPARE(pictureOf(IniFile(file.path()).read()), changed);
 }
@@ -97,7 +102,7 @@ void TestIniFile::unreadableFile_isNotChanged() {
     for (int call = 1; struckCall != "read"; ++call) {
         QVERIFY(writeWholeFile(path(), content));
         const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
-        const IniFile::Outcome outcome = IniFile(path()).change(oneChange);
+        const IniFile::Outcome outcome = IniFile(path()).change(oneChange, soon());
         QVERIFY(failing.hasStruck());
         struckCall = failing.struckCall();
         if (struckCall == "read")
@@ -109,7 +114,7 @@ void TestIniFile::unreadableFile_isNotChanged() {
 void TestIniFile::folderThatCannotBeMade_isTold() {
     IniFile file(folder_->filePath(QStringLiteral("c/new.conf")));
     const FailingCalls full("mkdir", 1, ENOSPC);
-    QCOMPARE(pictureOf(file.change(oneChange)), QStringLiteral("No space left on device"));
+    QCOMPARE(pictureOf(file.change(oneChange, soon())), QStringLiteral("No space left on device"));
 }
 
 // Nobody loses anything, whenever in the course of a change another one is made.
@@ -120,9 +125,10 @@ void TestIniFile::anotherProgramsChange_isKept() {
         IniFile::Outcome other;
         {
             const FailingCalls calls(call, [&] {
-                other = IniFile(path()).change({{QStringLiteral("c"), QStringLiteral("3")}});
+                other =
+                    IniFile(path()).change({{QStringLiteral("c"), QStringLiteral("3")}}, soon());
             });
-            QVERIFY(std::holds_alternative<QVariantMap>(IniFile(path()).change(oneChange)));
+            QVERIFY(std::holds_alternative<QVariantMap>(IniFile(path()).change(oneChange, soon())));
             struck = calls.hasStruck();
         }
         const bool otherSaved = struck && std::holds_alternative<QVariantMap>(other);
@@ -137,7 +143,7 @@ void TestIniFile::noChange_leavesTheFileAlone() {
     struct stat before = {};
     struct stat after = {};
     QCOMPARE(stat(name.constData(), &before), 0);
-    QCOMPARE(pictureOf(IniFile(path()).change(oneChange)), QStringLiteral("b=new"));
+    QCOMPARE(pictureOf(IniFile(path()).change(oneChange, soon())), QStringLiteral("b=new"));
     QCOMPARE(stat(name.constData(), &after), 0);
     QCOMPARE(after.st_ino, before.st_ino);
 }

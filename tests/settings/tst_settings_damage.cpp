@@ -247,14 +247,14 @@ void TestSettingsDamage::damagedFileThatCannotBeMoved_isNotOverwritten() {
 
 void TestSettingsDamage::fileDamagedWhileOpen_isKeptAside() {
     SettingsStore store(path());
-    QSignalSpy problems(&store, &SettingsStore::problem);
+    QSignalSpy kept(&store, &SettingsStore::keptAside);
     store.setValue(pad, true);
     QVERIFY(writeWholeFile(path(), "[General]\ndevice=\"A\n"));
     store.setValue(skipErase, true);
-    QCOMPARE(problems.size(), 1);
-    QCOMPARE(problems.first(), QVariantList({QStringLiteral("The settings file could not be read; "
-                                                            "it is kept as %1.")
-                                                 .arg(asidePath())}));
+    QCOMPARE(kept.size(), 1);
+    QCOMPARE(kept.first(), QVariantList({QStringLiteral("The settings file could not be read; "
+                                                        "it is kept as %1.")
+                                             .arg(asidePath())}));
     QCOMPARE(readWholeFile(asidePath()), QByteArray("[General]\ndevice=\"A\n"));
     QCOMPARE(readWholeFile(path()), QByteArray("[General]\npad=true\nskipErase=true\n"));
     QVERIFY(store.boolValue(pad));
