@@ -11,6 +11,6 @@ struct RaiseAddress {
     QString path;
     /// The name of an abstract socket, for those with another one. It leaves nothing behind,
     /// however its process ends; but anybody may take it or call there, so either end has to look
-    /// who the other is.
+    /// who the other is. Empty where the system has none: a file in its stead would stay.
     QString name;
 };

@@ -25,11 +25,17 @@ QString binaryIn(const QByteArray &requestLine) {
 }
 
 bool isOfThisUser(const QLocalSocket &other) {
+    const auto socket = int(other.socketDescriptor());
+#ifdef Q_OS_LINUX
     struct ucred facts = {};
     socklen_t size = sizeof facts;
-    return ::getsockopt(int(other.socketDescriptor()), SOL_SOCKET, SO_PEERCRED, &facts, &size) ==
-               0 &&
+    return ::getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &facts, &size) == 0 &&
            facts.uid == ::geteuid();
+#else
+    uid_t user = 0;
+    gid_t group = 0;
+    return ::getpeereid(socket, &user, &group) == 0 && user == ::geteuid();
+#endif
 }
 
 RaiseAnswer ask(QLocalSocket &socket, const QString &name, const QString &binary) {
@@ -51,6 +57,8 @@ RaiseServer::RaiseServer(const RaiseAddress &address, QObject *parent) : QObject
     byPath_.setSocketOptions(QLocalServer::UserAccessOption);
     QLocalServer::removeServer(address.path);
     listen(byPath_, address.path);
+    if (address.name.isEmpty())
+        return;
     byName_.setSocketOptions(QLocalServer::AbstractNamespaceOption);
     listen(byName_, address.name);
 }
@@ -88,7 +96,7 @@ void RaiseServer::answer(QLocalSocket &caller) {
 RaiseAnswer requestRaise(const RaiseAddress &address, const QString &binary) {
     QLocalSocket byPath;
     const RaiseAnswer answer = ask(byPath, address.path, binary);
-    if (answer != RaiseAnswer::Nobody)
+    if (answer != RaiseAnswer::Nobody || address.name.isEmpty())
         return answer;
     QLocalSocket byName;
     byName.setSocketOptions(QLocalSocket::AbstractNamespaceOption);

@@ -104,6 +104,9 @@ bool WorkspaceLock::holdFolder() {
 }
 
 RaiseAddress WorkspaceLock::address() const {
-    return {runtimeFolder_ + QStringLiteral("/velm-%1.socket").arg(key_),
-            QStringLiteral("velm-%1-%2").arg(QString::number(::geteuid()), key_)};
+    RaiseAddress address{runtimeFolder_ + QStringLiteral("/velm-%1.socket").arg(key_), QString()};
+#ifdef Q_OS_LINUX
+    address.name = QStringLiteral("velm-%1-%2").arg(QString::number(::geteuid()), key_);
+#endif
+    return address;
 }
