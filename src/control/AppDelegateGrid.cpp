@@ -96,13 +96,9 @@ void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const Q
         offers_.sayRejected(value, edit->offset);
 }
 
-// One byte may change how all the others read, where they are not a character each.
 ByteRange AppDelegate::saveEdit(ByteRange edited) {
-    const bool wasMultiByte = state_.strData.isMultiByte();
     burnFile_.write(edited);
-    state_.strData.update(state_.display_data, edited);
-    const bool changesAll = wasMultiByte || state_.strData.isMultiByte();
-    return changesAll ? ByteRange{0, lengthOf(state_.output_data)} : edited;
+    return state_.strData.update(state_.display_data, edited);
 }
 
 void AppDelegate::showBlock(ByteRange changed) {

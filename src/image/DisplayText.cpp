@@ -139,13 +139,15 @@ DisplayText::DisplayText(ByteBuffer buffer) : buffer_(std::move(buffer)) {
     decode();
 }
 
-void DisplayText::update(const ByteBuffer &buffer, ByteRange changed) {
-    if (!buffer || buffer != buffer_ || !staysOneByte(changed)) {
+ByteRange DisplayText::update(const ByteBuffer &buffer, ByteRange changed) {
+    const bool wasMultiByte = isMultiByte();
+    if (buffer && buffer == buffer_ && staysOneByte(changed)) {
+        byteLength_ = lengthOf(buffer_);
+        length_ = byteLength_;
+    } else {
         *this = DisplayText(buffer);
-        return;
     }
-    byteLength_ = lengthOf(buffer_);
-    length_ = byteLength_;
+    return wasMultiByte || isMultiByte() ? ByteRange{0, lengthOf(buffer)} : changed;
 }
 
 bool DisplayText::staysOneByte(ByteRange changed) {

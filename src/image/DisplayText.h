@@ -26,8 +26,10 @@ public:
 
     /// Decodes \a buffer anew. If it is the one that was decoded before, and only the bytes of
     /// \a changed were edited or appended since, only these are looked at where they tell enough:
-    /// in text of one byte a character that stays such, however long.
-    void update(const ByteBuffer &buffer, ByteRange changed);
+    /// in text of one byte a character that stays such, however long. Returns the bytes that read
+    /// otherwise than before: one byte changes how all others read, unless each of them is, and
+    /// stays, a character.
+    ByteRange update(const ByteBuffer &buffer, ByteRange changed);
 
     /// Length in UTF-16 code units.
     qsizetype length() const;

@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <random>
+#include <utility>
 
 using namespace std::string_literals;
 
@@ -61,6 +62,7 @@ private slots:
     void multiByteEdited_showsTheBytesAsTheyAre();
     void update_isWhatDecodingAnewGives_data();
     void update_isWhatDecodingAnewGives();
+    void update_tellsWhatReadsOtherwise();
     void update_ofAnotherBufferDecodesIt();
 };
 
@@ -343,6 +345,22 @@ void TestDisplayText::update_isWhatDecodingAnewGives() {
         const qsizetype from = std::max<qsizetype>(offset - 8, 0);
         QCOMPARE(text.units(from, 16), anew.units(from, 16));
     }
+}
+
+void TestDisplayText::update_tellsWhatReadsOtherwise() {
+    const auto bytes = buffer("abc\x80");
+    DisplayText text(bytes);
+    const auto replaced = [&](qsizetype place, const char *piece) {
+        bytes->replace(place, 1, piece, 1);
+        const ByteRange range = text.update(bytes, {place, 1});
+        return std::pair(range.offset, range.length);
+    };
+    const std::pair<qint64, qint64> all(0, 4);
+    QCOMPARE(replaced(1, "x"), std::pair(qint64(1), qint64(1)));
+    QCOMPARE(replaced(2, "\xc2"), all);
+    QCOMPARE(replaced(1, "y"), all);
+    QCOMPARE(replaced(2, "z"), all);
+    QCOMPARE(replaced(0, "w"), std::pair(qint64(0), qint64(1)));
 }
 
 void TestDisplayText::update_ofAnotherBufferDecodesIt() {
