@@ -4,6 +4,7 @@
 #include "app/SelectionWiring.h"
 
 #include "app/MainWindow.h"
+#include "base/NumberWords.h"
 #include "control/Messages.h"
 #include "grid/GridCopying.h"
 #include "grid/GridModel.h"
@@ -15,7 +16,6 @@
 
 #include <QCoreApplication>
 #include <QItemSelectionModel>
-#include <QLocale>
 #include <QMenu>
 
 #include <utility>
@@ -28,8 +28,7 @@ class SelectionWording {
 
 void sayWhatIsRefused(GridView &grid, Messages &messages) {
     const auto say = [&messages](const QString &sentence, qint64 count) {
-        messages.say(Topic::Copy, sentence.arg(QLocale().toString(count),
-                                               QLocale().toString(GridCopying::largest)));
+        messages.say(Topic::Copy, sentence.arg(grouped(count), grouped(GridCopying::largest)));
     };
     QObject::connect(&grid.copying(), &GridCopying::rowsRefused, &grid, [say](qint64 rows) {
         say(SelectionWording::tr(

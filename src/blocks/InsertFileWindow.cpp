@@ -3,6 +3,7 @@
 
 #include "blocks/InsertFileWindow.h"
 
+#include "base/NumberWords.h"
 #include "formats/RecordFormat.h"
 #include "image/AddressWords.h"
 #include "image/BlockWords.h"
@@ -13,7 +14,6 @@
 #include "ui_InsertFileWindow.h"
 
 #include <QFileInfo>
-#include <QLocale>
 
 #include <utility>
 
@@ -64,7 +64,7 @@ std::optional<BlockChange> InsertFileWindow::moving(qint64 offset, QString &sent
         sentence = blockTroubleWords(*trouble);
     else
         sentence = tr("The data to burn become %1 bytes long.")
-                       .arg(QLocale().toString(imageSize_ + file_.bytes->size()));
+                       .arg(grouped(imageSize_ + file_.bytes->size()));
     return trouble ? std::nullopt : std::optional(std::move(change));
 }
 

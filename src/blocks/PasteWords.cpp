@@ -3,8 +3,9 @@
 
 #include "blocks/PasteWords.h"
 
+#include "base/NumberWords.h"
+
 #include <QCoreApplication>
-#include <QLocale>
 
 namespace {
 
@@ -44,8 +45,7 @@ public:
         if (trouble.kind == Kind::NoBytes || trouble.kind == Kind::TooMany)
             return what(trouble);
         return tr("Line %1, character %2: %3")
-            .arg(QLocale().toString(trouble.line), QLocale().toString(trouble.column),
-                 what(trouble));
+            .arg(grouped(trouble.line), grouped(trouble.column), what(trouble));
     }
 };
 

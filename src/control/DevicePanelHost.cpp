@@ -4,6 +4,7 @@
 #include "control/DevicePanelHost.h"
 
 #include "base/MainQueue.h"
+#include "base/NumberWords.h"
 #include "control/ActionGate.h"
 #include "control/AppDelegateOutlets.h"
 #include "control/Messages.h"
@@ -14,7 +15,6 @@
 #include "settings/SettingsStore.h"
 
 #include <QDialog>
-#include <QLocale>
 
 #include <optional>
 
@@ -67,7 +67,7 @@ void DevicePanelHost::panelClosed(int code) {
 void DevicePanelHost::sayTooLong(qsizetype length) {
     messages_.say(Topic::Device, tr("A name of %1 characters is no device's; the device is still "
                                     "the one that it was.")
-                                     .arg(QLocale().toString(length)));
+                                     .arg(grouped(length)));
 }
 
 void DevicePanelHost::offerToRemoveCustomSuffix(const QString &name) {

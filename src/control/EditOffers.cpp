@@ -3,6 +3,7 @@
 
 #include "control/EditOffers.h"
 
+#include "base/NumberWords.h"
 #include "control/ActionGate.h"
 #include "control/HandEdits.h"
 #include "control/Messages.h"
@@ -116,16 +117,15 @@ void EditOffers::sayReplaced() {
     messages_.say(Topic::ReplacedEdits,
                   edits == 0   ? QString()
                   : edits == 1 ? tr("1 hand edit was replaced.")
-                               : tr("%1 hand edits were replaced.").arg(QLocale().toString(edits)),
+                               : tr("%1 hand edits were replaced.").arg(grouped(edits)),
                   {tr("Restore"), [this] { restore(); }});
 }
 
 void EditOffers::sayRestored(int edits) {
     QStringList sentences;
     if (edits > 0)
-        sentences << (edits == 1
-                          ? tr("1 hand edit was restored.")
-                          : tr("%1 hand edits were restored.").arg(QLocale().toString(edits)));
+        sentences << (edits == 1 ? tr("1 hand edit was restored.")
+                                 : tr("%1 hand edits were restored.").arg(grouped(edits)));
     const QStringList differing = controlsThatDiffer(edits_.state().madeWith, controls_());
     if (!differing.isEmpty())
         sentences << tr("This image was made with other values than these now: %1.")
@@ -165,7 +165,7 @@ SecondPress::Question EditOffers::aboutPresent(int edits) {
                                         "close again to give it up.")
                                    : tr("%1 hand edits are in no file. Save the data to burn, or "
                                         "close again to give them up.")
-                                         .arg(QLocale().toString(edits)),
+                                         .arg(grouped(edits)),
             .action = {tr("Save data to burn\u2026"), [this] { emit saveAsked(); }}};
 }
 
@@ -175,6 +175,6 @@ SecondPress::Question EditOffers::aboutReplaced(int edits) {
                                         "or close again to give it up.")
                                    : tr("%1 hand edits that were replaced are in no file. Restore "
                                         "them, or close again to give them up.")
-                                         .arg(QLocale().toString(edits)),
+                                         .arg(grouped(edits)),
             .action = {tr("Restore"), [this] { restore(); }}};
 }

@@ -4,6 +4,7 @@
 #include "control/OperationRun.h"
 
 #include "base/Log.h"
+#include "base/NumberWords.h"
 #include "base/TimeWords.h"
 #include "files/FileLoading.h"
 #include "files/FileStamp.h"
@@ -15,7 +16,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QLocale>
 
 namespace {
 
@@ -34,7 +34,7 @@ public:
     }
 
     static QString bytesRead(const QString &sentence, qint64 length) {
-        return tr("%1 %2 bytes.").arg(sentence, QLocale().toString(length));
+        return tr("%1 %2 bytes.").arg(sentence, grouped(length));
     }
 
     static QString stale(const QString &when) {

@@ -3,6 +3,7 @@
 
 #include "exchange/ImportWords.h"
 
+#include "base/NumberWords.h"
 #include "formats/ImageFlattening.h"
 #include "formats/RecordTroubles.h"
 #include "image/AddressWords.h"
@@ -10,7 +11,6 @@
 #include "image/BytesAsText.h"
 
 #include <QCoreApplication>
-#include <QLocale>
 
 #include <algorithm>
 
@@ -34,8 +34,7 @@ QString rangeWords(qint64 first, qint64 end) {
 
 QString pieceWords(qsizetype pieces, qint64 count) {
     return pieces < 2 ? sizeWords(count)
-                      : ImportWording::tr("%1 in %2 ranges")
-                            .arg(sizeWords(count), QLocale().toString(pieces));
+                      : ImportWording::tr("%1 in %2 ranges").arg(sizeWords(count), grouped(pieces));
 }
 
 QStringList rangesWords(const AddressedBytes &bytes) {
@@ -43,7 +42,7 @@ QStringList rangesWords(const AddressedBytes &bytes) {
     for (const auto &[address, piece] : bytes.pieces()) {
         if (lines.size() == maxRanges) {
             const qsizetype more = qsizetype(bytes.pieces().size()) - maxRanges;
-            return lines << ImportWording::tr("Further ranges: %1").arg(QLocale().toString(more));
+            return lines << ImportWording::tr("Further ranges: %1").arg(grouped(more));
         }
         lines << ImportWording::tr("Range: %1").arg(rangeWords(address, address + piece.size()));
     }
@@ -55,8 +54,7 @@ QString gapsWords(const AddressedBytes &bytes) {
     if (gaps < 1)
         return ImportWording::tr("Gaps: none");
     const qint64 length = bytes.end() - bytes.first() - bytes.count();
-    return ImportWording::tr("Gaps: %1, with %2 to fill")
-        .arg(QLocale().toString(gaps), sizeWords(length));
+    return ImportWording::tr("Gaps: %1, with %2 to fill").arg(grouped(gaps), sizeWords(length));
 }
 
 QStringList troublesWords(const RecordTroubles &troubles) {
@@ -64,7 +62,7 @@ QStringList troublesWords(const RecordTroubles &troubles) {
     for (const RecordTrouble &trouble : troubles.kept())
         lines << troubleWords(trouble);
     if (const qint64 more = troubles.total() - lines.size(); more > 0)
-        lines << ImportWording::tr("Further troubles: %1").arg(QLocale().toString(more));
+        lines << ImportWording::tr("Further troubles: %1").arg(grouped(more));
     return lines;
 }
 
@@ -128,8 +126,7 @@ QString formatWords(RecordFormat format) {
 }
 
 QString troubleWords(const RecordTrouble &trouble) {
-    return ImportWording::tr("Line %1: %2")
-        .arg(QLocale().toString(trouble.line), whatIsWrong(trouble.kind));
+    return ImportWording::tr("Line %1: %2").arg(grouped(trouble.line), whatIsWrong(trouble.kind));
 }
 
 QStringList foundWords(RecordFormat format, const DecodedRecords &decoded) {
@@ -161,5 +158,5 @@ QString imageWords(const DecodedRecords &decoded, qint64 base, quint8 fill) {
     if (filled == 0)
         return ImportWording::tr("The binary will have %1.").arg(sizeWords(length));
     return ImportWording::tr("The binary will have %1; %2 of them filled with %3.")
-        .arg(sizeWords(length), QLocale().toString(filled), prefixed(byteDigits(fill)));
+        .arg(sizeWords(length), grouped(filled), prefixed(byteDigits(fill)));
 }

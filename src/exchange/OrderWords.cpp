@@ -3,13 +3,13 @@
 
 #include "exchange/OrderWords.h"
 
+#include "base/NumberWords.h"
 #include "base/Units.h"
 #include "image/BlockWords.h"
 #include "inspect/ImageFacts.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QLocale>
 #include <QRegularExpression>
 
 namespace {
@@ -53,7 +53,7 @@ QString linesWords(const LabelledPart &part) {
 QString lengthsWords(const QList<qint64> &lengths) {
     QStringList words;
     for (const qint64 length : lengths)
-        words << QLocale().toString(length);
+        words << grouped(length);
     return words.join(QStringLiteral(", "));
 }
 
@@ -65,12 +65,12 @@ QString missingWords(int wanted, qsizetype there) {
 
 QString groupsWords(int group, qint64 length) {
     return OrderWording::tr("Bytes can be swapped in groups of %1 only; %2 make no whole groups.")
-        .arg(QString::number(group), QLocale().toString(length));
+        .arg(QString::number(group), grouped(length));
 }
 
 QString equalPartsWords(const Lanes &split, qint64 length) {
     return OrderWording::tr("%1 bytes cannot be split into %2 parts of the same length.")
-        .arg(QLocale().toString(length), QString::number(split.parts));
+        .arg(grouped(length), QString::number(split.parts));
 }
 
 } // namespace
@@ -109,7 +109,7 @@ QString wholeName(const QString &partName) {
 QString chipSizeWords(qint64 bytes) {
     if (bytes % kibibyte != 0 || bytes == 0)
         return sizeWords(bytes);
-    return OrderWording::tr("%1 KiB").arg(QLocale().toString(bytes / kibibyte));
+    return OrderWording::tr("%1 KiB").arg(grouped(bytes / kibibyte));
 }
 
 QString labelWords(const LabelledPart &part, const ChipSize &chip) {
@@ -138,7 +138,7 @@ QString whyNotWords(NoArrangement why, const Arrangement &arrangement,
             .arg(lengthsWords(lengths));
     case NoArrangement::NoWholeUnits:
         return OrderWording::tr("A part of %1 bytes makes no whole units of 16 bits.")
-            .arg(QLocale().toString(lengths.value(0)));
+            .arg(grouped(lengths.value(0)));
     case NoArrangement::NoWholeGroups:
         return groupsWords(arrangement.swapped, whole);
     case NoArrangement::NoEqualParts:

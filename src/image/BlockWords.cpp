@@ -3,10 +3,10 @@
 
 #include "image/BlockWords.h"
 
+#include "base/NumberWords.h"
 #include "image/AddressWords.h"
 
 #include <QCoreApplication>
-#include <QLocale>
 
 #include <algorithm>
 #include <variant>
@@ -32,21 +32,18 @@ public:
     static QString size(qint64 size) {
         if (size == 0)
             return tr("no bytes");
-        return size == 1 ? tr("1 byte") : tr("%1 bytes").arg(QLocale().toString(size));
+        return size == 1 ? tr("1 byte") : tr("%1 bytes").arg(grouped(size));
     }
 
     static QString bytesAt(ByteRange bytes) {
         const QString address = addressWords(bytes.offset);
-        return bytes.length == 1
-                   ? tr("1 byte at %1").arg(address)
-                   : tr("%1 bytes at %2").arg(QLocale().toString(bytes.length), address);
+        return bytes.length == 1 ? tr("1 byte at %1").arg(address)
+                                 : tr("%1 bytes at %2").arg(grouped(bytes.length), address);
     }
 
     static QString doNotFit(qint64 length, qint64 offset, qint64 there) {
-        const QLocale locale;
         return tr("%1 of %2 bytes do not fit, since from %3 on there are %4.")
-            .arg(locale.toString(length - there), locale.toString(length), addressWords(offset),
-                 locale.toString(there));
+            .arg(grouped(length - there), grouped(length), addressWords(offset), grouped(there));
     }
 
     static QString filled(ByteRange bytes, const BlockContent &content) {
@@ -57,8 +54,7 @@ public:
             return tr("Filled %1 with random bytes.").arg(where);
         const QByteArray &pattern = repeated->pattern;
         if (pattern.size() > longestShown)
-            return tr("Filled %1 with a pattern of %2 bytes.")
-                .arg(where, QLocale().toString(pattern.size()));
+            return tr("Filled %1 with a pattern of %2 bytes.").arg(where, grouped(pattern.size()));
         return tr("Filled %1 with %2.")
             .arg(where, QString::fromLatin1(pattern.toHex(' ').toUpper()));
     }

@@ -4,12 +4,12 @@
 #include "image/CompositionRemarks.h"
 
 #include "base/Digits.h"
+#include "base/NumberWords.h"
 #include "base/Units.h"
 #include "files/ByteBuffer.h"
 #include "image/NumberScanning.h"
 
 #include <QCoreApplication>
-#include <QLocale>
 #include <QRegularExpression>
 
 #include <optional>
@@ -32,12 +32,12 @@ QString refusalRemark(const CompositionInputs &inputs, const RefusedComposition 
             .arg(inputs.pad_to.trimmed());
     case RefusedComposition::Reason::TooLarge:
         return tr("There is no data to burn: it would be %1 bytes, and the largest image is 1 GiB.")
-            .arg(QLocale().toString(refused.askedSize));
+            .arg(grouped(refused.askedSize));
     case RefusedComposition::Reason::NoMemory:
         break;
     }
     return tr("There is no data to burn: there is no memory for its %1 bytes.")
-        .arg(QLocale().toString(refused.askedSize));
+        .arg(grouped(refused.askedSize));
 }
 
 QString readDataRemark(const CompositionInputs &inputs) {
@@ -66,7 +66,7 @@ QString padSizeRemark(const CompositionInputs &inputs) {
     const auto wrapped = qint32(quint32(*size) << 10);
     if (*size > 0 && wrapped != *size * kibibyte)
         return tr("Pad to is too large for its field: it counts as %1 bytes.")
-            .arg(QLocale().toString(wrapped));
+            .arg(grouped(wrapped));
     if (!isWhole(inputs.pad_to, "\\s*[-+]?[0-9]+\\s*"))
         return tr("Only the beginning of \u201c%1\u201d is a number: the data is padded to %2 KiB.")
             .arg(inputs.pad_to.trimmed(), QString::number(*size));

@@ -3,11 +3,11 @@
 
 #include "image/DisplayText.h"
 
+#include "base/NumberWords.h"
 #include "base/Utf8.h"
 #include "base/WordAt.h"
 
 #include <QCoreApplication>
-#include <QLocale>
 
 #include <algorithm>
 #include <cstring>
@@ -275,5 +275,5 @@ QString hiddenBytesRemark(const DisplayText &text) {
                      "DisplayText", "The image reads as UTF-8: its last byte is not shown.")
                : QCoreApplication::translate(
                      "DisplayText", "The image reads as UTF-8: its last %1 bytes are not shown.")
-                     .arg(QLocale().toString(hidden));
+                     .arg(grouped(hidden));
 }

@@ -4,6 +4,7 @@
 #include "imageviews/FactsWords.h"
 
 #include "base/Digits.h"
+#include "base/NumberWords.h"
 #include "base/TimeWords.h"
 #include "base/Units.h"
 #include "image/AddressWords.h"
@@ -11,7 +12,6 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QLocale>
 
 namespace {
 
@@ -54,7 +54,7 @@ QString burnOriginWords(std::optional<CompositionSource> source, const QString &
     QStringList words = {sourceWords(source, binaryPath, onDisk)};
     if (edits > 0)
         words << (edits == 1 ? FactsWording::tr("with 1 edit")
-                             : FactsWording::tr("with %1 edits").arg(QLocale().toString(edits)));
+                             : FactsWording::tr("with %1 edits").arg(grouped(edits)));
     words.removeAll(QString());
     return words.join(QStringLiteral(", "));
 }
@@ -70,9 +70,8 @@ QString differenceWords(const std::optional<ImageDifferences> &differences, qint
     const qint64 bytes = differences ? differences->bytes : 0;
     QStringList words = {!differences ? FactsWording::tr("%1 differences").arg(QChar(0x2026))
                          : bytes == 0 ? FactsWording::tr("no differences")
-                         : bytes == 1
-                             ? FactsWording::tr("1 difference")
-                             : FactsWording::tr("%1 differences").arg(QLocale().toString(bytes))};
+                         : bytes == 1 ? FactsWording::tr("1 difference")
+                                      : FactsWording::tr("%1 differences").arg(grouped(bytes))};
     if (extraBytes > 0)
         words << FactsWording::tr("%1 longer").arg(sizeWords(extraBytes));
     if (extraBytes < 0)
@@ -84,7 +83,7 @@ QString erasureWords(const ImageDifferences &differences, bool isWhole) {
     const qint64 bits = differences.bitsToErase;
     if (bits > 0)
         return bits == 1 ? FactsWording::tr("needs erasing: 1 bit")
-                         : FactsWording::tr("needs erasing: %1 bits").arg(QLocale().toString(bits));
+                         : FactsWording::tr("needs erasing: %1 bits").arg(grouped(bits));
     return differences.bytes > 0 && isWhole ? FactsWording::tr("can be burned on top") : QString();
 }
 

@@ -3,8 +3,9 @@
 
 #include "imageviews/FindWords.h"
 
+#include "base/NumberWords.h"
+
 #include <QCoreApplication>
-#include <QLocale>
 
 namespace {
 
@@ -19,11 +20,11 @@ QString countWords(const FindState &state) {
         return {};
     if (!state.hits)
         return FindWording::tr("counting\u2026");
-    const QString hits = QLocale().toString(*state.hits);
+    const QString hits = grouped(*state.hits);
     if (*state.hits == 0)
         return FindWording::tr("not found");
     if (state.number > 0)
-        return FindWording::tr("%1 of %2", "hit, hits").arg(QLocale().toString(state.number), hits);
+        return FindWording::tr("%1 of %2", "hit, hits").arg(grouped(state.number), hits);
     return *state.hits == 1 ? FindWording::tr("1 hit") : FindWording::tr("%1 hits").arg(hits);
 }
 
@@ -55,5 +56,5 @@ QString troubleWords(const PatternTrouble &trouble) {
         break;
     }
     return FindWording::tr("More than %1 bytes cannot be searched for.")
-        .arg(QLocale().toString(BytePattern::longest));
+        .arg(grouped(BytePattern::longest));
 }

@@ -3,6 +3,8 @@
 
 #include "views/RunsMenu.h"
 
+#include "base/NumberWords.h"
+#include "base/TimeWords.h"
 #include "control/VerdictWords.h"
 #include "language/RunLog.h"
 #include "views/SideWindow.h"
@@ -11,7 +13,6 @@
 #include "widgets/MenuText.h"
 
 #include <QDialog>
-#include <QLocale>
 #include <QMenu>
 #include <QPlainTextEdit>
 
@@ -23,15 +24,12 @@ constexpr int recordColumns = 80;
 constexpr int recordLines = 16;
 
 QString recordOf(const RunRecord &run) {
-    const auto moment = [](const QDateTime &time) {
-        return QLocale().toString(time, QLocale::LongFormat);
-    };
     const QStringList lines = {
         RunsMenu::tr("Device: %1").arg(run.device),
         RunsMenu::tr("Result: %1").arg(run.outcome.words()),
-        RunsMenu::tr("Begun: %1").arg(moment(run.startedAt)),
-        RunsMenu::tr("Ended: %1").arg(moment(run.endedAt)),
-        RunsMenu::tr("Length of the image: %1 bytes").arg(QLocale().toString(run.imageLength)),
+        RunsMenu::tr("Begun: %1").arg(momentWords(run.startedAt)),
+        RunsMenu::tr("Ended: %1").arg(momentWords(run.endedAt)),
+        RunsMenu::tr("Length of the image: %1 bytes").arg(grouped(run.imageLength)),
         RunsMenu::tr("Command: %1").arg(run.commandLine),
         RunsMenu::tr("Exit status: %1").arg(run.status),
     };

@@ -56,6 +56,14 @@ QStringList textRules::descriptorsHaveOneOwner(const SourceTree &tree) {
         tree, call, {QStringLiteral("simulator/"), QStringLiteral("src/base/FileDescriptor.")});
 }
 
+QStringList textRules::numbersAndTimesHaveOneForm(const SourceTree &tree) {
+    static const QRegularExpression ownForm(QStringLiteral(
+        R"(\bQLocale\s*(?:\(\)|\{\})\s*\.\s*toString\s*\(|\bQLocale\s+\w+\s*[;({=])"));
+    return matchesInCode(
+        tree, ownForm,
+        {QStringLiteral("src/base/NumberWords.h"), QStringLiteral("src/base/TimeWords.h")});
+}
+
 QStringList textRules::filesAreShort(const SourceTree &tree) {
     QStringList breaches;
     for (auto file = tree.begin(); file != tree.end(); ++file) {

@@ -16,6 +16,9 @@ QStringList nothingForks(const SourceTree &tree);
 /// Whoever opens a descriptor gives it to the one class that closes them: what is closed by hand
 /// is closed twice one day, and by then its number is another's.
 QStringList descriptorsHaveOneOwner(const SourceTree &tree);
+/// A number has one form wherever it is told, and so has a time: whoever asks the user's locale
+/// for it by hand forms it a second way one day.
+QStringList numbersAndTimesHaveOneForm(const SourceTree &tree);
 /// A file beyond 500 lines is more than one subject.
 QStringList filesAreShort(const SourceTree &tree);
 /// Every source and script names its licence in its first lines, after a script's interpreter: a

@@ -61,6 +61,7 @@ void TestLayers::sourcesKeepTheRule_data() {
         << Rule(textRules::coloursStandInThePaletteHelper);
     QTest::newRow("nothing forks") << Rule(textRules::nothingForks);
     QTest::newRow("descriptors have one owner") << Rule(textRules::descriptorsHaveOneOwner);
+    QTest::newRow("numbers and times have one form") << Rule(textRules::numbersAndTimesHaveOneForm);
     QTest::newRow("files are short") << Rule(textRules::filesAreShort);
     QTest::newRow("files name their licence") << Rule(textRules::filesNameTheirLicence);
 }
@@ -297,6 +298,19 @@ void TestLayers::ruleNotices_data() {
     row("something else that is closed", owner, "src/app/A.cpp",
         "window.close(); QDialog::close(); // ::close(file)\n", "");
     row("a simulated tool that closes its output", owner, "simulator/A.cpp", "::close(1);\n", "");
+
+    const Rule forms = textRules::numbersAndTimesHaveOneForm;
+    row("a number by hand", forms, "src/views/A.cpp",
+        "arg(QLocale().toString(a), QLocale{}.toString(b)); // QLocale().toString(\n",
+        "src/views/A.cpp: QLocale().toString(\nsrc/views/A.cpp: QLocale{}.toString(");
+    row("a locale of one's own", forms, "src/views/A.cpp", "const QLocale locale;\n",
+        "src/views/A.cpp: QLocale locale;");
+    row("a number where all are formed", forms, "src/base/NumberWords.h",
+        "QLocale().toString(number);\n", "");
+    row("a time where all are formed", forms, "src/base/TimeWords.h",
+        "QLocale().toString(when, QLocale::LongFormat);\n", "");
+    row("another use of the locale", forms, "src/views/A.cpp",
+        "QLocale().createSeparatedList(names); void a(const QLocale &);\n", "");
 
     const QByteArray full(500, '\n');
     row("500 lines", textRules::filesAreShort, "src/app/A.cpp", full.constData(), "");
