@@ -29,11 +29,6 @@ constexpr qsizetype shownDigits = 8;
 /// Where factsOf() has the checksums.
 constexpr qsizetype checksumPlace = 1;
 
-QString joined(QStringList pieces) {
-    pieces.removeAll(QString());
-    return pieces.join(QStringLiteral(" \u00b7 "));
-}
-
 bool hasBytes(const std::optional<ShownImage> &image) {
     return image && lengthOf(image->bytes) > 0;
 }

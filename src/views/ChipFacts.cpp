@@ -6,8 +6,6 @@
 #include "views/ChipFactsWords.h"
 #include "widgets/PlainToolTip.h"
 
-#include <QStringList>
-
 namespace {
 
 /// What the field keeps free on both sides of its text; in pixels.
@@ -16,16 +14,11 @@ constexpr int innerMargins = 8;
 constexpr int usualLetters = 46;
 constexpr int leastLetters = 8;
 
-QString joined(QStringList pieces, const QString &separator) {
-    pieces.removeAll(QString());
-    return pieces.join(separator);
-}
-
 } // namespace
 
 void ChipFacts::say(const DeviceAnswer &answer, const std::optional<ImageFit> &fit) {
-    FittingLine::say(joined({chipWords(answer), fitWords(fit)}, QStringLiteral(" \u00b7 ")));
-    setPlainToolTip(*this, joined({wholeText(), programmersWords(answer)}, QStringLiteral("\n")));
+    FittingLine::say(joined({chipWords(answer), fitWords(fit)}));
+    setPlainToolTip(*this, joined({wholeText(), programmersWords(answer)}, u"\n"));
 }
 
 QString ChipFacts::fittingText() const {

@@ -13,6 +13,7 @@ namespace {
 class Words final : public FittingLine {
 public:
     using FittingLine::FittingLine;
+    using FittingLine::joined;
     using FittingLine::say;
 
 protected:
@@ -50,6 +51,7 @@ private slots:
     void text_showsItsBeginning();
     void selectedWhole_staysSelected();
     void user_canOnlyRead();
+    void emptyPieces_leaveNoSeparator();
 };
 
 void TestFittingLine::text_followsTheRoom() {
@@ -94,6 +96,12 @@ void TestFittingLine::user_canOnlyRead() {
     ShownWords shown;
     QTest::keyClick(&shown.line, Qt::Key_A);
     QCOMPARE(shown.line.text(), all);
+}
+
+void TestFittingLine::emptyPieces_leaveNoSeparator() {
+    QCOMPARE(Words::joined({QString(), u"one"_s, u""_s, u"two"_s, QString()}), u"one \u00b7 two"_s);
+    QCOMPARE(Words::joined({u"one"_s, QString(), u"two"_s}, u"\n"), u"one\ntwo"_s);
+    QCOMPARE(Words::joined({QString()}), QString());
 }
 
 QTEST_MAIN(TestFittingLine)
