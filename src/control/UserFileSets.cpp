@@ -7,6 +7,7 @@
 
 #include "control/ActionGate.h"
 #include "control/Messages.h"
+#include "settings/FilePaths.h"
 #include "settings/WindowMemory.h"
 
 #include <QDir>
@@ -155,5 +156,5 @@ Result<void, UnsavedTogether> UserFiles::saveTogether(const QList<FileToSave> &f
 
 QString UserFiles::folderForSaving() const {
     const QString folder = memory_.lastFolder(savePurpose);
-    return folder.isEmpty() ? QDir::homePath() : folder;
+    return folder.isEmpty() ? homeFolder() : folder;
 }

@@ -199,7 +199,7 @@ QString ExportWindow::whyNoFiles() const {
     const QFileInfo file(name());
     if (!file.isAbsolute() || file.fileName().isEmpty())
         return tr("The name of the files must begin with their folder, as in %1.")
-            .arg(QDir::toNativeSeparators(QDir::home().filePath(QStringLiteral("game"))));
+            .arg(QDir::toNativeSeparators(offers_.path));
     if (controls_->replace->isChecked())
         return {};
     QStringList names;

@@ -34,7 +34,7 @@ public:
         /// The image as it is now; may be null.
         std::function<ByteBuffer(Image)> images;
         Image image = Image::ToBurn; ///< chosen at first
-        QString path = {};           ///< for the files of a split
+        QString path = {};           ///< for the files of a split; absolute
         ChipSize chip = {};          ///< that the bytes may be for
     };
 

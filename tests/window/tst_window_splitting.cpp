@@ -6,6 +6,7 @@
 
 #include "formats/RecordReader.h"
 #include "inspect/ImageFacts.h"
+#include "settings/FilePaths.h"
 #include "support/AddressSpaceLimit.h"
 #include "support/FactsAtOnce.h"
 
@@ -33,6 +34,7 @@ private slots:
     void folderInTheWay_leavesEverything();
     void missingFolder_isSaid();
     void nameWithoutAFolder_isSaid();
+    void offeredName_isInTheHomeOfTheAccount();
     void oddLength_isSaid();
     void name_isChosenInAPanel();
     void orderAlone_goesIntoOneFile();
@@ -270,6 +272,21 @@ void TestWindowSplitting::nameWithoutAFolder_isSaid() {
                  name);
         QVERIFY(!c.exportButton->isEnabled());
     }
+}
+
+void TestWindowSplitting::offeredName_isInTheHomeOfTheAccount() {
+    const QByteArray home = qgetenv("HOME");
+    qunsetenv("HOME"); // as in the environment of a service
+    const QString offered = homeFolder() + QStringLiteral("/rom");
+    const Ui::ExportWindow &c = window()->controls();
+    qputenv("HOME", home);
+    c.format->setCurrentIndex(2);
+    c.order->controls().chips->setCurrentIndex(1);
+    QCOMPARE(c.name->text(), offered);
+    c.name->clear();
+    QCOMPARE(c.result->text(),
+             QStringLiteral("The name of the files must begin with their folder, as in %1.")
+                 .arg(offered));
 }
 
 void TestWindowSplitting::oddLength_isSaid() {
