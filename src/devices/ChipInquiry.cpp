@@ -15,6 +15,8 @@
 
 namespace {
 
+/// How many devices' answers are remembered: more than somebody looks through in a day, in little
+/// memory.
 constexpr int maxAnswers = 500;
 
 } // namespace

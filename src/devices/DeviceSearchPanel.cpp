@@ -14,6 +14,7 @@
 
 namespace {
 
+/// The most rows that the likely names take: the list of all names below keeps its room.
 constexpr qsizetype maxLikelyRows = 4;
 
 /// Selects the first name of \a list; false if that cannot be done.

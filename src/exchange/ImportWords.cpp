@@ -16,6 +16,7 @@
 
 namespace {
 
+/// The most ranges that get a line each; a window of more would not fit on a small screen.
 constexpr int maxRanges = 20;
 
 class ImportWording {

@@ -42,6 +42,7 @@ struct RecordTrouble {
 /// The troubles of a text: all of them counted, the first ones kept.
 class RecordTroubles {
 public:
+    /// How many are kept to be shown: more than anybody reads before looking at the text itself.
     static constexpr std::size_t maxKept = 100;
 
     void add(TroubleKind kind, qint64 line) {

@@ -13,8 +13,10 @@
 
 namespace {
 
+/// How many addresses two bytes tell apart: the upper half of a long one comes beside them.
 constexpr qint64 halfOfAddresses = qint64(1) << 16;
-constexpr int maxCount = 255; // a record's count is one byte
+/// The most bytes that a record counts, which it does in one byte.
+constexpr int maxCount = 255;
 
 /// The two digits of every byte.
 constexpr auto digitPairs = [] {

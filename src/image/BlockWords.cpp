@@ -47,6 +47,7 @@ public:
     }
 
     static QString filled(ByteRange bytes, const BlockContent &content) {
+        /// In bytes: what is read at a glance, and fits into a line with the rest.
         constexpr qsizetype longestShown = 8;
         const QString where = bytesAt(bytes);
         const auto *repeated = std::get_if<RepeatedBytes>(&content);

@@ -9,6 +9,7 @@
 
 namespace {
 
+/// The most hexadecimal digits of a fuse, whose value has 32 bits.
 constexpr int maxDigits = 8;
 
 bool fitsIntoName(QChar character) {

@@ -35,6 +35,7 @@ qsizetype digitsIn(QStringView text, int base, qsizetype most) {
 
 /// The byte that \a word is as a number of C; below 0 if it is none.
 int byteOfNumber(QStringView word) {
+    /// In characters, as in 0x000000FF: what a number of 32 bits takes, however small it is.
     constexpr qsizetype longestNumber = 10;
     const bool isHex = word.startsWith(u"0x", Qt::CaseInsensitive);
     const QStringView digits = isHex ? word.sliced(2) : word;
@@ -148,6 +149,7 @@ void PastedText::takeLiteralCharacter() {
 }
 
 void PastedText::takeEscape() {
+    /// Digits, as C has them.
     constexpr qsizetype maxOctal = 3;
     const QStringView behind = rest().sliced(1);
     if (behind.isEmpty())

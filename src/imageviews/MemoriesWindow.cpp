@@ -23,6 +23,8 @@
 
 namespace {
 
+/// What a column of fuses keeps free behind its text, and the most that it takes, so that the next
+/// one is seen as well; in letters of average width.
 constexpr int gapInCharacters = 4;
 constexpr int maxInCharacters = 40;
 

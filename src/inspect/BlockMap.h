@@ -13,6 +13,7 @@
 /// change only the blocks that have changed are counted again.
 class BlockMap {
 public:
+    /// The most blocks: about as many as the map of a tall window has rows of pixels.
     static constexpr qint64 maxBlocks = 1024;
     /// The size of a block is this many bytes, doubled as often as it must be.
     static constexpr qint64 smallestBlock = 16;

@@ -38,8 +38,9 @@ QList<TestedPin> pinsInVector(const LogicReport &report, qsizetype row);
 /// The same, each pin with the worst that came of it in any vector.
 QList<TestedPin> worstOfPins(const LogicReport &report);
 
-/// The fewest and the most pins of a package with two rows of them.
+/// The fewest pins of a package with two rows of them.
 inline constexpr qsizetype minPins = 8;
+/// The most pins of one: the tool tests no chip of more.
 inline constexpr qsizetype maxPins = 40;
 
 /// True if \a report tells of at least one vector of a package with two equal rows of pins.

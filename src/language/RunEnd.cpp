@@ -13,6 +13,7 @@ constexpr int couldNotExecute = 126;
 constexpr int didNotFind = 127;
 /// A signal's number is added to it.
 constexpr int signalBase = 128;
+/// The highest number of a signal on Linux.
 constexpr int largestSignal = 64;
 
 /// A shell that did not give its place to the tool tells of a signal by its exit code.

@@ -9,6 +9,7 @@
 
 /// How a system of more than 8 bits spreads its bytes over chips: unit by unit in turn.
 struct Lanes {
+    /// The most chips side by side: four of 8 bits make a word of 32.
     static constexpr int maxParts = 4;
 
     int parts = 1; ///< 1, 2 or 4

@@ -33,6 +33,8 @@ constexpr std::chrono::milliseconds paceAfterTheRun(100);
 /// How long it may take to notice that nobody listens any more.
 constexpr std::chrono::seconds graceAfterClosing(2);
 
+/// The most of a run's output that is kept, in UTF-16 units: 256 MiB of memory, more than the
+/// tool ever has to say; a flood beyond it is shown but not kept.
 constexpr qsizetype largestCollectedOutput =
     qsizetype(256) * 1024 * 1024 / qsizetype(sizeof(QChar));
 

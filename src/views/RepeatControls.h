@@ -13,8 +13,11 @@ class RepeatControls final : public QWidget {
     Q_OBJECT
 
 public:
+    /// The fewest tests in a row, since one is no repetition.
     static constexpr int minTimes = 2;
+    /// The most: a fault that comes and goes has shown itself by then, or needs other means.
     static constexpr int maxTimes = 100;
+    /// What is offered at first: enough to show most loose contacts.
     static constexpr int usualTimes = 10;
 
     explicit RepeatControls(QWidget *parent = nullptr);
