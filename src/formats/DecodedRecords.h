@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Units.h"
 #include "formats/AddressedBytes.h"
 #include "formats/RecordTroubles.h"
 
@@ -39,7 +40,7 @@ public:
         quint32 sum = 0;
         for (const char byte : bytes_)
             sum += quint8(byte);
-        return sum & 0xFF;
+        return sum & maxByte;
     }
 
 private:

@@ -4,6 +4,7 @@
 #include "formats/RecordWriter.h"
 
 #include "base/Digits.h"
+#include "base/Units.h"
 #include "files/HugePages.h"
 #include "formats/DecodedRecords.h"
 
@@ -16,7 +17,7 @@ namespace {
 /// How many addresses two bytes tell apart: the upper half of a long one comes beside them.
 constexpr qint64 halfOfAddresses = qint64(1) << 16;
 /// The most bytes that a record counts, which it does in one byte.
-constexpr int maxCount = 255;
+constexpr int maxCount = maxByte;
 
 /// The two digits of every byte.
 constexpr auto digitPairs = [] {
@@ -36,7 +37,7 @@ public:
     }
 
     RecordLine &byte(quint32 value) {
-        const auto &digits = digitPairs[value & 0xFF];
+        const auto &digits = digitPairs[value & maxByte];
         characters_[std::size_t(size_)] = digits[0];
         characters_[std::size_t(size_) + 1] = digits[1];
         size_ += 2;
@@ -46,7 +47,7 @@ public:
     /// The lower \a length bytes of \a value, the highest first.
     RecordLine &number(qint64 value, int length) {
         for (int shift = 8 * (length - 1); shift >= 0; shift -= 8)
-            byte(quint32(value >> shift) & 0xFF);
+            byte(quint32(value >> shift) & maxByte);
         return *this;
     }
     RecordLine &bytes(QByteArrayView values) {
@@ -72,7 +73,7 @@ private:
 void addIntelHex(QByteArray &text, qint64 address, quint32 type, QByteArrayView data) {
     RecordLine line(":");
     line.byte(quint32(data.size())).number(address, 2).byte(type).bytes(data);
-    line.byte(0x100 - (line.sum() & 0xFF));
+    line.byte(0x100 - (line.sum() & maxByte));
     text.append(line.withLineFeed());
 }
 
@@ -82,7 +83,7 @@ void addSRecord(QByteArray &text, char type, qint64 address, int addressLength,
     const char mark[] = {'S', type};
     RecordLine line(QByteArrayView(mark, 2));
     line.byte(quint32(addressLength + data.size() + 1)).number(address, addressLength).bytes(data);
-    line.byte(~line.sum() & 0xFF);
+    line.byte(~line.sum() & maxByte);
     text.append(line.withLineFeed());
 }
 
@@ -149,7 +150,7 @@ void RecordWriter::writeRecord(QByteArrayView data) {
     } else {
         const qint64 upper = address / halfOfAddresses;
         if (std::exchange(upper_, upper) != upper) {
-            const char half[] = {char(upper >> 8), char(upper & 0xFF)};
+            const char half[] = {char(upper >> 8), char(upper & maxByte)};
             addIntelHex(text_, 0, 4, QByteArrayView(half, 2));
         }
         addIntelHex(text_, address % halfOfAddresses, 0, data);

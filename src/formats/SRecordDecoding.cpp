@@ -3,6 +3,7 @@
 
 #include "formats/SRecordDecoding.h"
 
+#include "base/Units.h"
 #include "formats/RecordTroubles.h"
 
 #include <optional>
@@ -46,7 +47,7 @@ std::optional<TroubleKind> troubleOf(RecordBytes bytes, const std::optional<Shap
     const bool hasData = shape->role == Role::Header || shape->role == Role::Data;
     if (bytes.size() < shortest || (!hasData && bytes.size() > shortest))
         return TroubleKind::BadCount;
-    return bytes.sum() == 0xFF ? std::nullopt : std::optional(TroubleKind::BadChecksum);
+    return bytes.sum() == maxByte ? std::nullopt : std::optional(TroubleKind::BadChecksum);
 }
 
 void takeData(quint32 address, QByteArrayView data, qint64 line, DecodedRecords &decoded) {

@@ -19,7 +19,7 @@ constexpr qint64 textRun = 8;
 /// A number of bytes that the compiler knows, so that it counts many at a time.
 constexpr qsizetype countedLane = 16;
 /// How often a count of one byte can be added to.
-constexpr qsizetype lanesInTurn = 255;
+constexpr qsizetype lanesInTurn = maxByte;
 
 using LaneCounts = std::array<quint8, countedLane>;
 

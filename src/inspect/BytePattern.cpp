@@ -3,8 +3,6 @@
 
 #include "inspect/BytePattern.h"
 
-#include "base/Units.h"
-
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -95,7 +93,7 @@ bool hasOtherCase(char16_t unit) {
 
 BytePattern::Byte lowByteOf(char16_t unit, MatchCase matchCase) {
     const bool eitherCase = matchCase == MatchCase::No && hasOtherCase(unit);
-    const auto mask = quint8(eitherCase ? ~caseBit : 0xFF);
+    const auto mask = quint8(eitherCase ? ~caseBit : maxByte);
     return {quint8(unit & mask), mask};
 }
 
@@ -147,7 +145,7 @@ PatternOutcome patternFromText16(const QString &text, MatchCase matchCase) {
     std::vector<BytePattern::Byte> bytes;
     for (const QChar unit : text) {
         bytes.push_back(lowByteOf(unit.unicode(), matchCase));
-        bytes.push_back({quint8(unit.unicode() >> bitsOfByte), 0xFF});
+        bytes.push_back({quint8(unit.unicode() >> bitsOfByte), maxByte});
     }
     return outcomeOf(std::move(bytes));
 }

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/Units.h"
+
 #include <QString>
 
 #include <array>
@@ -17,7 +19,7 @@ public:
     /// A byte hits if it has \a value in the bits of \a mask.
     struct Byte {
         quint8 value = 0;
-        quint8 mask = 0xFF;
+        quint8 mask = maxByte;
 
         bool hits(quint8 byte) const { return ((byte ^ value) & mask) == 0; }
         friend bool operator==(const Byte &, const Byte &) = default;
