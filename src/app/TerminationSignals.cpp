@@ -12,6 +12,7 @@
 #include <csignal>
 #include <cstddef>
 #include <fcntl.h>
+#include <tuple>
 #include <unistd.h>
 #include <utility>
 
@@ -26,7 +27,7 @@ std::array<struct sigaction, handledSignals.size()> foundActions = {};
 extern "C" void noteSignal(int) {
     const int saved = errno;
     const char one = 1;
-    [[maybe_unused]] const ssize_t written = ::write(lentWakeUpEnd, &one, 1);
+    std::ignore = ::write(lentWakeUpEnd, &one, 1);
     errno = saved;
 }
 

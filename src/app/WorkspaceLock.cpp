@@ -15,6 +15,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <tuple>
 #include <unistd.h>
 #include <utility>
 
@@ -67,7 +68,7 @@ QString folderForLocks(const QString &runtimeFolder, const QString &ownFolder) {
     if (isOwnFolder(runtimeFolder))
         return runtimeFolder;
     // Whoever takes a lock there says why that did not work.
-    (void)makePrivateFolder(ownFolder);
+    std::ignore = makePrivateFolder(ownFolder);
     return ownFolder;
 }
 

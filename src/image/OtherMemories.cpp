@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <tuple>
 
 namespace {
 
@@ -101,7 +102,7 @@ void removeOtherMemoryFiles(const SettingsStore &settings) {
         const QString path = otherMemoryFile(readFile, memory);
         if (isInFolder(temporaryFolder(settings), path) && !isNamed(settings, path)) {
             // One that stays is known again by its stamp.
-            [[maybe_unused]] const Result<void> removed = removeFile(path);
+            std::ignore = removeFile(path);
         }
     }
 }

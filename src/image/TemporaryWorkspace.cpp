@@ -20,6 +20,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -56,7 +57,7 @@ TemporaryWorkspace::TemporaryWorkspace(const SettingsStore &settings, Log &log,
 
 void TemporaryWorkspace::createTempDirectory() {
     // Whoever writes into it says why that did not work.
-    (void)makeFolder();
+    std::ignore = makeFolder();
 }
 
 Result<void> TemporaryWorkspace::makeFolder() {

@@ -7,6 +7,7 @@
 #include "settings/FilePaths.h"
 #include "tool/UserShell.h"
 
+#include <tuple>
 #include <variant>
 
 ToolQuestion::ToolQuestion(const QString &command, const SettingsStore &settings, QObject *parent)
@@ -29,7 +30,7 @@ void ToolQuestion::ask(std::chrono::milliseconds patience) {
         pipe->fileHandleForReading()->waitForDataInBackgroundAndNotify();
     patience_.start(patience);
     // A start that fails is told by the end that follows it.
-    (void)child_.start();
+    std::ignore = child_.start();
 }
 
 void ToolQuestion::take(ReadHandle *handle) {
