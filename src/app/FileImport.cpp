@@ -51,7 +51,7 @@ quint8 chosenFill(const SettingsStore &settings) {
 /// Enough of the file at \a path to recognise a format by; empty if there is nothing to recognise,
 /// also where it is no regular file or cannot be read, which whoever opens it is told then.
 QByteArray beginningOf(const QString &path) {
-    constexpr qint64 enough = qint64(64) * 1024;
+    constexpr qint64 enough = 64 * kibibyte;
     QFile file(path);
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         return {};

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/Units.h"
+
 #include <QElapsedTimer>
 
 #include <chrono>
@@ -12,7 +14,7 @@
 inline constexpr std::chrono::milliseconds turnOfWork{8};
 
 /// The most bytes that are looked at in a turn where no clock is asked: some milliseconds' work.
-inline constexpr qsizetype maxBytesInTurn = qsizetype(4) << 20;
+inline constexpr qsizetype maxBytesInTurn = 4 * mebibyte;
 
 /// Calls \a advance, which gives true when all is done, until it does so or the turn is over. True
 /// if all is done.

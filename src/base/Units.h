@@ -8,6 +8,7 @@
 /// 1 KiB in bytes; nearly all chips have a whole number of them.
 inline constexpr qint64 kibibyte = 1024;
 inline constexpr qint64 mebibyte = 1024 * kibibyte;
+inline constexpr qint64 gibibyte = 1024 * mebibyte;
 
 /// The highest value of a byte, and of a character of Latin-1.
 inline constexpr int maxByte = 0xFF;

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Units.h"
 #include "files/ByteBuffer.h"
 #include "image/CompositionRemarks.h"
 #include "image/EditedBytes.h"
@@ -47,10 +48,10 @@ public:
 
     /// How many replaced images are kept, and how many bytes of them beside the newest.
     static constexpr qsizetype maxReplaced = 8;
-    static constexpr qsizetype maxReplacedBytes = qsizetype(256) << 20;
+    static constexpr qsizetype maxReplacedBytes = 256 * mebibyte;
 
     /// How many bytes the steps keep, beside the newest.
-    static constexpr qint64 maxKeptBytes = qint64(2) << 30;
+    static constexpr qint64 maxKeptBytes = 2 * gibibyte;
 
     /// Works on the image that \a image refers to at each moment. Its steps keep no more than
     /// \a maxStepBytes: for a new one that exceeds them the oldest are forgotten, for good.

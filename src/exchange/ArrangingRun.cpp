@@ -4,13 +4,14 @@
 #include "exchange/ArrangingRun.h"
 
 #include "base/TurnOfWork.h"
+#include "base/Units.h"
 #include <new>
 #include <utility>
 
 namespace {
 
 /// Bytes between two looks at the clock.
-constexpr qsizetype arrangedAtOnce = qsizetype(1) << 20;
+constexpr qsizetype arrangedAtOnce = mebibyte;
 
 QByteArrayView viewOf(const ArrangingRun::Source &source) {
     return QByteArrayView(std::as_const(*source.bytes))

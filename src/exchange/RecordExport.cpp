@@ -4,12 +4,13 @@
 #include "exchange/RecordExport.h"
 
 #include "base/TurnOfWork.h"
+#include "base/Units.h"
 #include <new>
 
 namespace {
 
 /// Bytes between two looks at the clock.
-constexpr qsizetype encodedAtOnce = qsizetype(32) * 1024;
+constexpr qsizetype encodedAtOnce = 32 * kibibyte;
 
 } // namespace
 

@@ -4,14 +4,15 @@
 #include "exchange/RecordImport.h"
 
 #include "base/TurnOfWork.h"
+#include "base/Units.h"
 #include <new>
 #include <utility>
 
 namespace {
 
 /// Bytes between two looks at the clock.
-constexpr qsizetype stepText = qsizetype(32) * 1024;
-constexpr qsizetype stepImage = qsizetype(1) << 20;
+constexpr qsizetype stepText = 32 * kibibyte;
+constexpr qsizetype stepImage = mebibyte;
 
 } // namespace
 

@@ -3,12 +3,13 @@
 
 #pragma once
 
+#include "base/Units.h"
 #include "files/ByteBuffer.h"
 #include "formats/RecordFormat.h"
 
 /// The longest text of a part that is read at once, in bytes, and the largest image of it.
-inline constexpr qsizetype largestPartText = qsizetype(4) << 20;
-inline constexpr qint64 largestPartImage = qint64(4) << 20;
+inline constexpr qsizetype largestPartText = 4 * mebibyte;
+inline constexpr qint64 largestPartImage = 4 * mebibyte;
 
 /// The bytes that \a text of records stands for, from the usual base on and with \a fill in gaps,
 /// read at once. Null if that needs the user: if something is wrong with it, or it is too long.

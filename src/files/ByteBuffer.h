@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/Units.h"
+
 #include <QByteArray>
 
 #include <memory>
@@ -33,4 +35,4 @@ struct ByteRange {
 };
 
 /// The largest image that the program composes or loads: 1 GiB.
-inline constexpr qint64 largestImage = qint64(1) << 30;
+inline constexpr qint64 largestImage = gibibyte;

@@ -23,9 +23,9 @@
 namespace {
 
 /// One read() takes at most this much, so that no single call is cut by the system's own limit.
-constexpr qint64 largestRead = qint64(256) << 20;
+constexpr qint64 largestRead = 256 * mebibyte;
 
-constexpr qsizetype comparedAtOnce = qsizetype(1) << 20;
+constexpr qsizetype comparedAtOnce = mebibyte;
 
 struct OpenedFile {
     FileDescriptor descriptor;

@@ -4,13 +4,14 @@
 #pragma once
 
 #include "base/Result.h"
+#include "base/Units.h"
 #include "files/ByteBuffer.h"
 
 #include <QByteArrayView>
 #include <QString>
 
 /// The largest text file that the program reads: 64 MiB.
-inline constexpr qint64 largestText = qint64(64) << 20;
+inline constexpr qint64 largestText = 64 * mebibyte;
 
 /// Loads the whole file at \a path into a new buffer. Links are followed; folders, FIFOs and
 /// devices are refused at once, without blocking on them, and so is a file of more than \a limit

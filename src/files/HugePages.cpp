@@ -3,6 +3,8 @@
 
 #include "files/HugePages.h"
 
+#include "base/Units.h"
+
 #ifdef Q_OS_LINUX
 #include <sys/mman.h>
 #endif
@@ -13,7 +15,7 @@
 QByteArray uninitializedBytes(qsizetype size) {
     QByteArray bytes(size, Qt::Uninitialized);
 #ifdef MADV_HUGEPAGE
-    constexpr std::uintptr_t hugePage = std::uintptr_t(2) << 20;
+    constexpr std::uintptr_t hugePage = 2 * mebibyte;
     const auto begin = reinterpret_cast<std::uintptr_t>(bytes.constData());
     const std::uintptr_t firstPage = (begin + hugePage - 1) & ~(hugePage - 1);
     const std::uintptr_t end = (begin + std::uintptr_t(size)) & ~(hugePage - 1);

@@ -3,6 +3,7 @@
 
 #include "formats/ImageFlattening.h"
 
+#include "base/Units.h"
 #include "files/HugePages.h"
 
 #include <algorithm>
@@ -12,7 +13,7 @@
 namespace {
 
 /// The largest chips that a programmer of this kind takes hold no more bytes than this.
-constexpr qint64 largestChip = qint64(64) << 20;
+constexpr qint64 largestChip = 64 * mebibyte;
 
 } // namespace
 

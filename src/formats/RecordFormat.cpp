@@ -3,13 +3,14 @@
 
 #include "formats/RecordFormat.h"
 
+#include "base/Units.h"
 #include "formats/RecordText.h"
 
 #include <algorithm>
 
 namespace {
 
-constexpr qsizetype lookedAt = qsizetype(64) * 1024;
+constexpr qsizetype lookedAt = 64 * kibibyte;
 
 std::optional<RecordFormat> formatOfMark(char mark) {
     if (mark == ':')

@@ -4,7 +4,6 @@
 #include "formats/RecordWriter.h"
 
 #include "base/Digits.h"
-#include "base/Units.h"
 #include "files/HugePages.h"
 #include "formats/DecodedRecords.h"
 

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Units.h"
 #include "formats/RecordFormat.h"
 
 #include <QByteArray>
@@ -30,7 +31,7 @@ bool fitsAddresses(qint64 address, qint64 length);
 qint64 maxTextLength(const RecordLayout &layout, qint64 length);
 /// The longest text that should be written: 3 GiB, enough for the largest image in usual records.
 /// It is made in memory.
-inline constexpr qint64 largestRecordText = qint64(3) << 30;
+inline constexpr qint64 largestRecordText = 3 * gibibyte;
 
 /// Writes bytes as text of records in as many turns as the caller likes. Lines end with LF, digits
 /// are capitals. Intel HEX gets records of the upper half of the address where they are needed;

@@ -51,7 +51,7 @@ bool CopyAhead::isStillShared() const {
 
 /// True if there is nothing left to copy.
 bool CopyAhead::copyPiece() {
-    constexpr qsizetype pieceSize = qsizetype(1) << 20;
+    constexpr qsizetype pieceSize = mebibyte;
     const qsizetype count = std::min(pieceSize, shared_.size() - copied_);
     std::memcpy(copy_.data() + copied_, shared_.constData() + copied_, std::size_t(count));
     copied_ += count;

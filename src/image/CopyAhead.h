@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Units.h"
 #include "files/ByteBuffer.h"
 
 #include <QObject>
@@ -19,7 +20,7 @@ class CopyAhead final : public QObject {
 
 public:
     /// What has fewer bytes is copied at once by the change that needs it.
-    static constexpr qsizetype minSize = qsizetype(4) << 20;
+    static constexpr qsizetype minSize = 4 * mebibyte;
 
     explicit CopyAhead(QObject *parent = nullptr);
 

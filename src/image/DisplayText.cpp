@@ -4,6 +4,7 @@
 #include "image/DisplayText.h"
 
 #include "base/NumberWords.h"
+#include "base/Units.h"
 #include "base/Utf8.h"
 #include "base/WordAt.h"
 
@@ -118,7 +119,7 @@ constexpr qint64 longestCharacter = 4;
 
 /// Bytes that are checked in one piece. Pieces begin with the first byte of a character, so that
 /// the whole is UTF-8 if all of them are.
-constexpr qint64 checkedBlock = qint64(256) * 1024;
+constexpr qint64 checkedBlock = 256 * kibibyte;
 
 std::optional<ByteRange> firstBlockThatIsNoUtf8(QByteArrayView bytes) {
     for (qint64 start = 0; start < bytes.size();) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/Result.h"
+#include "base/Units.h"
 #include "files/ByteBuffer.h"
 #include "files/FileStamp.h"
 #include "image/FuseText.h"
@@ -66,8 +67,8 @@ void removeOtherMemoryFiles(const SettingsStore &settings);
 class OtherMemoryFiles {
 public:
     /// The largest file of bytes that is loaded, 16 MiB, and the largest text of fuses, 64 KiB.
-    static constexpr qint64 largestMemory = qint64(16) << 20;
-    static constexpr qint64 largestFuseText = qint64(64) << 10;
+    static constexpr qint64 largestMemory = 16 * mebibyte;
+    static constexpr qint64 largestFuseText = 64 * kibibyte;
 
     /// Looks at what lies beside \a readFile, an absolute path, before the Read.
     explicit OtherMemoryFiles(const QString &readFile);

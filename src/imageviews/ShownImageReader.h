@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Units.h"
 #include "files/ByteBuffer.h"
 #include "inspect/ImageFacts.h"
 #include "inspect/Sha256.h"
@@ -26,7 +27,7 @@ struct ShownImage {
 class ShownImageReader {
 public:
     /// Bytes that a turn reads for the SHA-256: some milliseconds' work.
-    static constexpr qsizetype maxSha256InTurn = qsizetype(1) << 20;
+    static constexpr qsizetype maxSha256InTurn = mebibyte;
 
     /// Takes a turn at \a image, from its beginning if it is not the one of the turn before; what
     /// was known and asked of that is forgotten then. True while there is more to read.

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Units.h"
 #include "inspect/BytePattern.h"
 
 #include <QByteArrayView>
@@ -44,7 +45,7 @@ struct HitAnswer {
 class HitIndex {
 public:
     /// What is counted in one piece, in bytes.
-    static constexpr qsizetype blockSize = qsizetype(16) * 1024;
+    static constexpr qsizetype blockSize = 16 * kibibyte;
 
     explicit HitIndex(BytePattern pattern = {}) : pattern_(std::move(pattern)) {}
 

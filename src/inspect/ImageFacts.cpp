@@ -4,6 +4,7 @@
 #include "inspect/ImageFacts.h"
 
 #include "base/Digits.h"
+#include "base/Units.h"
 
 #include <libdeflate.h>
 
@@ -14,7 +15,7 @@
 namespace {
 
 /// What is looked at three times stays in the cache of the processor.
-constexpr qsizetype pieceSize = qsizetype(16) * 1024;
+constexpr qsizetype pieceSize = 16 * kibibyte;
 /// A number of bytes that the compiler knows, so that it adds many at a time.
 constexpr qsizetype summedLane = 64;
 

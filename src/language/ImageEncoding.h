@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/Units.h"
+
 #include <QByteArrayView>
 #include <QString>
 
@@ -17,7 +19,7 @@ enum class ImageEncoding {
 };
 
 /// How many bytes encodingForTool() needs at most.
-inline constexpr qsizetype encodingBytes = qsizetype(64) * 1024;
+inline constexpr qsizetype encodingBytes = 64 * kibibyte;
 
 /// How the tool will take a file that begins with, or is, \a bytes; the file's name and the
 /// tool's switches play no part. Line ends at the beginning are passed over; then ":" or "S",

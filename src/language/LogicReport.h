@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/Result.h"
+#include "base/Units.h"
 
 #include <QList>
 #include <QStringList>
@@ -29,7 +30,7 @@ struct LogicReport {
 LogicReport parseLogicReport(QStringView text);
 
 /// The largest report that is read, in bytes. The tool's have kilobytes.
-inline constexpr qint64 largestReport = qint64(1) << 20;
+inline constexpr qint64 largestReport = mebibyte;
 
 /// Loads the report that a logic test left in the file at \a path, and logs what came of it; a
 /// file of more than largestReport, or one that is not UTF-8, cannot be read.

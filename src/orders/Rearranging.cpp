@@ -3,6 +3,7 @@
 
 #include "orders/Rearranging.h"
 
+#include "base/Units.h"
 #include "files/ByteBuffer.h"
 #include "files/HugePages.h"
 #include "orders/ByteMoves.h"
@@ -13,7 +14,7 @@
 namespace {
 
 /// What is looked at several times stays in the cache of the processor; a multiple of every word.
-constexpr qsizetype sliceSize = qsizetype(32) * 1024;
+constexpr qsizetype sliceSize = 32 * kibibyte;
 
 } // namespace
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/Result.h"
+#include "base/Units.h"
 
 #include <QByteArray>
 #include <QObject>
@@ -34,7 +35,7 @@ public:
 
     /// The most that one read takes, in bytes: large enough to keep up with a tool that floods
     /// its output, small enough to leave the window responsive.
-    static constexpr qint64 largestChunk = qint64(64) * 1024;
+    static constexpr qint64 largestChunk = 64 * kibibyte;
 
     explicit ReadHandle(QObject *parent = nullptr);
     ~ReadHandle() override;

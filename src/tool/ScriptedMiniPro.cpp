@@ -35,8 +35,7 @@ constexpr std::chrono::seconds graceAfterClosing(2);
 
 /// The most of a run's output that is kept, in UTF-16 units: 256 MiB of memory, more than the
 /// tool ever has to say; a flood beyond it is shown but not kept.
-constexpr qsizetype largestCollectedOutput =
-    qsizetype(256) * 1024 * 1024 / qsizetype(sizeof(QChar));
+constexpr qsizetype largestCollectedOutput = 256 * mebibyte / qsizetype(sizeof(QChar));
 
 QString printed(const std::optional<QString> &value) {
     return value.value_or(QStringLiteral("(null)"));

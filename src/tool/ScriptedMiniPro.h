@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Units.h"
 #include "language/CommandLine.h"
 #include "language/RunOutcome.h"
 #include "language/ToolReportReader.h"
@@ -35,7 +36,7 @@ class ScriptedMiniPro final : public QObject {
 
 public:
     /// 64 KiB of memory.
-    static constexpr qsizetype largestSaidTail = qsizetype(64) * 1024 / qsizetype(sizeof(QChar));
+    static constexpr qsizetype largestSaidTail = 64 * kibibyte / qsizetype(sizeof(QChar));
 
     /// Listens for output and for the child's end from here on; nothing is started. The settings
     /// are read at the moment of use. \a settings, \a eventLog and \a mainQueue must live longer

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Units.h"
 #include "process/ChildProcess.h"
 #include "process/Pipe.h"
 
@@ -33,7 +34,7 @@ class ToolQuestion final : public QObject {
 
 public:
     /// The most bytes of an answer.
-    static constexpr qsizetype largestAnswer = qsizetype(64) * 1024;
+    static constexpr qsizetype largestAnswer = 64 * kibibyte;
     /// A login shell may have much to read before it begins.
     static constexpr std::chrono::seconds usualPatience{15};
 

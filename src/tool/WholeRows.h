@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Units.h"
 #include "language/ToolReportReader.h"
 
 #include <QByteArray>
@@ -13,7 +14,7 @@
 class WholeRows {
 public:
     /// Errors beyond this many bytes do not wait for the end of a row.
-    static constexpr qsizetype maxWaiting = qsizetype(32) * 1024;
+    static constexpr qsizetype maxWaiting = 32 * kibibyte;
 
     /// \a chunk of \a stream has been shown.
     void note(const QByteArray &chunk, ToolStream stream);

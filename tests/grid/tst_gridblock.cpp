@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "base/Units.h"
 #include "grid/GridSelection.h"
 #include "support/ShownGrid.h"
 
@@ -373,7 +374,6 @@ void TestGridBlock::everyChangeOfTheBlock_isTold() {
 }
 
 void TestGridBlock::largestImage_isSelectedAtOnce() {
-    constexpr qint64 gibibyte = qint64(1) << 30;
     ShownGrid grid({}, false, gibibyte);
     grid.setCursor(5, 1);
     grid.view.setUpdatesEnabled(false);
