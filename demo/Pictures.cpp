@@ -32,7 +32,7 @@ bool savePanel(const AppDelegate &delegate, const QString &path) {
     return delegate.outlets.searchDevicesWindow->grab().save(path);
 }
 
-// The panel with the answer to a search, one name chosen.
+/// The panel with the answer to a search, one name chosen.
 bool pictureOfSearch(VelmWindow &velm, Demonstration &demonstration, const QString &path) {
     demonstration.press(velm.window().controls().btn_search);
     demonstration.settle();
@@ -48,7 +48,7 @@ bool pictureOfSearch(VelmWindow &velm, Demonstration &demonstration, const QStri
     return found && saved;
 }
 
-// A cell of the data to burn, open for typing.
+/// A cell of the data to burn, open for typing.
 bool pictureOfEdit(VelmWindow &velm, Demonstration &demonstration, const QString &path) {
     GridView *grid = velm.window().controls().tableview;
     grid->setFocus();
@@ -61,7 +61,7 @@ bool pictureOfEdit(VelmWindow &velm, Demonstration &demonstration, const QString
     return saved;
 }
 
-// A byte that differs from the chip's, among the hits of a search.
+/// A byte that differs from the chip's, among the hits of a search.
 bool pictureOfComparison(VelmWindow &velm, Demonstration &demonstration, const QString &path) {
     FindBar *bar = velm.window().controls().findBar;
     bar->find();
@@ -75,7 +75,7 @@ bool pictureOfComparison(VelmWindow &velm, Demonstration &demonstration, const Q
     return saved;
 }
 
-// A block of the data to burn, with what is told of it.
+/// A block of the data to burn, with what is told of it.
 bool pictureOfBlock(VelmWindow &velm, Demonstration &demonstration, const QString &path) {
     const Ui::MainWindow &c = velm.window().controls();
     c.tableview->setFocus();
@@ -87,7 +87,7 @@ bool pictureOfBlock(VelmWindow &velm, Demonstration &demonstration, const QStrin
     return told && saved;
 }
 
-// The data to burn on their way to two chips.
+/// The data to burn on their way to two chips.
 bool pictureOfHalves(VelmWindow &velm, Demonstration &demonstration, const QString &path) {
     demonstration.choose(QStringLiteral("Export\u2026"));
     auto *window = velm.window().findChild<ExportWindow *>();
@@ -104,7 +104,7 @@ bool pictureOfHalves(VelmWindow &velm, Demonstration &demonstration, const QStri
     return told && saved;
 }
 
-// What a microcontroller has besides its code.
+/// What a microcontroller has besides its code.
 bool pictureOfMemories(VelmWindow &velm, Demonstration &demonstration, const QString &path) {
     demonstration.type(velm.window().controls().uaTextField, microcontroller);
     const bool read = demonstration.read();

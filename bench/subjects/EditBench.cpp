@@ -142,7 +142,7 @@ std::string sizeName(qint64 size) {
                : std::to_string(mebibytes / mebibytesInGibibyte) + " GiB";
 }
 
-// Random bytes are no text, and zeros are until the first edit.
+/// Random bytes are no text, and zeros are until the first edit.
 struct Subject {
     std::string name;
     std::unique_ptr<EditedWindow> window;
@@ -194,7 +194,7 @@ double fillOnce(qint64 size, int value) {
     return stopwatch.milliseconds();
 }
 
-// What is replaced is kept, and the file is written: three passes over the bytes at the least.
+/// What is replaced is kept, and the file is written: three passes over the bytes at the least.
 void benchFill(Table &table, EditedWindow &window) {
     int value = 0;
     const auto medians = interleaved(firstRounds, {[&] {

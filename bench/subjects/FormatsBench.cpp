@@ -95,7 +95,7 @@ std::vector<OtherProgram> otherPrograms(const FormatFiles &files) {
              maxOfObjcopy}};
 }
 
-// What one job has left for the disk must not be waited for by the next.
+/// What one job has left for the disk must not be waited for by the next.
 template <typename Work>
 double settled(Work work) {
     ::sync();

@@ -34,7 +34,7 @@ constexpr double maxTimesTheBareWork = 2;
 const QString readTab = QStringLiteral("0");
 const QString burnTab = QStringLiteral("1");
 
-// The whole file into a buffer, by one call.
+/// The whole file into a buffer, by one call.
 double readOnce(const QString &path, qint64 size) {
     const Stopwatch stopwatch;
     QByteArray bytes = uninitializedBytes(size);
@@ -56,7 +56,7 @@ void benchRead(Table &table, WindowRuns &runs) {
                   {"one read()", milliseconds(medians[1])});
 }
 
-// The tool hardly does anything, so that what is left is what the window adds to it.
+/// The tool hardly does anything, so that what is left is what the window adds to it.
 void benchPress(Table &table, WindowRuns &runs) {
     runs.readFrom(runs.makeFile(QStringLiteral("small.bin"), randomBytes(pressedSize)));
     const auto medians =
@@ -82,8 +82,8 @@ void benchOpen(Table &table, WindowRuns &runs) {
                   {"one read()", milliseconds(medians[1])});
 }
 
-// The bytes that the composition makes, into a file. As in the program, the image and the file
-// before go when there are new ones, and nobody waits for the disk.
+/// The bytes that the composition makes, into a file. As in the program, the image and the file
+/// before go when there are new ones, and nobody waits for the disk.
 double composeOnce(const QByteArray &content, const QString &path, QByteArray &older) {
     touchMemory(2 * composedSize);
     const Stopwatch stopwatch;

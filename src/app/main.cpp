@@ -126,7 +126,7 @@ std::optional<int> runWindow(const Start &start) {
     return QApplication::exec();
 }
 
-// Whoever was first may have ended by the time it is asked.
+/// Whoever was first may have ended by the time it is asked.
 int runUntilTheEnd(const Start &start) {
     while (true) {
         if (const std::optional<int> status = runWindow(start))

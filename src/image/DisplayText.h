@@ -61,9 +61,9 @@ private:
     qsizetype byteLength_ = 0;
     qsizetype length_ = 0;
     Kind kind_ = Kind::Ascii;
-    // Of Kind::OneByte: bytes that cannot be UTF-8, wherever they stand, or all of them.
+    /// Of Kind::OneByte: bytes that cannot be UTF-8, wherever they stand, or all of them.
     ByteRange offending_;
-    // Multi-byte text only: the number of units that begin before each block of bytes.
+    /// Multi-byte text only: the number of units that begin before each block of bytes.
     std::vector<qsizetype> unitsBeforeBlock_;
 };
 

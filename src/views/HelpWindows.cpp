@@ -15,8 +15,8 @@
 
 #include <algorithm>
 
-// Outside of any namespace, as the resource system wants it: a static library's resources are not
-// registered by themselves.
+/// Outside of any namespace, as the resource system wants it: a static library's resources are not
+/// registered by themselves.
 static void registerHelp() {
     Q_INIT_RESOURCE(help);
 }

@@ -9,8 +9,8 @@
 #include <QPixmap>
 #include <QSvgRenderer>
 
-// Outside of any namespace, as the resource system wants it: a static library's resources are not
-// registered by themselves.
+/// Outside of any namespace, as the resource system wants it: a static library's resources are not
+/// registered by themselves.
 static void registerIcons() {
     Q_INIT_RESOURCE(widget_icons);
 }

@@ -105,7 +105,7 @@ private:
 
     qsizetype lineNumber_ = 0;
 
-    // What may be erased starts behind regionStart_, the protected start of some earlier line.
+    /// What may be erased starts behind regionStart_, the protected start of some earlier line.
     QString regionStart_;
     qsizetype regionLine_ = 0;              // the number of its line
     qsizetype regionLinesShown_ = 0;        // line feeds between there and the end of the view

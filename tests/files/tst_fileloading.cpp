@@ -18,7 +18,7 @@
 
 namespace {
 
-// What a load gave, as a picture: the bytes, or the reason.
+/// What a load gave, as a picture: the bytes, or the reason.
 QString outcomeOf(const Result<ByteBuffer> &loaded) {
     return loaded ? pictureOf(*loaded) : QStringLiteral("failed: ") + loaded.failure()->reason;
 }

@@ -23,7 +23,7 @@ QByteArray utf8(char32_t character) {
     return QString().append(QChar::fromUcs4(character)).toUtf8();
 }
 
-// A character of each length that UTF-8 knows, the borders included, at random.
+/// A character of each length that UTF-8 knows, the borders included, at random.
 char32_t anyCharacter(std::mt19937 &random) {
     static const std::u32string samples = U"\0aZ~\u007f\u0080\u00e9\u07ff\u0800\u20ac\ud7ff\ue000"
                                           U"\ufeff\ufffd\uffff\U00010000\U0001F4BE\U0010FFFF"s;

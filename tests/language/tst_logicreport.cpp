@@ -11,7 +11,7 @@ namespace {
 
 const QString foundTitle = QStringLiteral("parser found Logic test row - setting peeping_at");
 
-// A report as a picture: its parts in the order title, headers, rows, fields between bars.
+/// A report as a picture: its parts in the order title, headers, rows, fields between bars.
 QString pictureOf(const LogicReport &report) {
     QStringList parts;
     if (report.title)

@@ -26,7 +26,7 @@ bool isOnePlainLine(const QByteArray &spelling) {
     return isPlain && spelling.isValidUtf8();
 }
 
-// What stands around a value in its line is not taken for a part of it.
+/// What stands around a value in its line is not taken for a part of it.
 QVariant fromLine(const QByteArray &spelling) {
     return iniValue::decoded(spelling.trimmed());
 }

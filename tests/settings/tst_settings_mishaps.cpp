@@ -19,7 +19,7 @@ using namespace settingsKeys;
 
 namespace {
 
-// More favourites than a page of the disk holds.
+/// More favourites than a page of the disk holds.
 QStringList manyFavourites() {
     QStringList names;
     for (int i = 0; i < 600; ++i)

@@ -16,7 +16,7 @@ using namespace settingsKeys;
 
 namespace {
 
-// Texts that an INI file is known to spoil.
+/// Texts that an INI file is known to spoil.
 const QMap<QByteArray, QString> awkwardTexts() {
     return {
         {"empty", QStringLiteral("")},

@@ -256,7 +256,7 @@ static QColor strongestColor(const QImage &image) {
     return strongest;
 }
 
-// Colours of pixels that are not quite opaque are rounded.
+/// Colours of pixels that are not quite opaque are rounded.
 static bool isNearly(const QColor &one, const QColor &other) {
     constexpr int rounding = 2;
     return std::abs(one.red() - other.red()) <= rounding &&

@@ -33,8 +33,8 @@ namespace {
 /// How a text is fed, and how often the view takes what changed.
 enum class Way { WholeAtOnce, UnitByUnit, UnitByUnitTakenAtTheEnd, LineByLineTaken };
 
-// Runs are separated by a mark that no output holds: its first unit stands for the end of one
-// run and its second for the start of the next.
+/// Runs are separated by a mark that no output holds: its first unit stands for the end of one
+/// run and its second for the start of the next.
 constexpr QChar runEnds(0xe000);
 constexpr QChar runBegins(0xe001);
 

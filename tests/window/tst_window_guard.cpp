@@ -160,7 +160,7 @@ void testLogic(WindowFixture &velm) {
     QCOMPARE(velm.controls().tabview->selectedTabViewItem().identifier, tab);
 }
 
-// What the controls and the menus lead to, whoever comes to call it.
+/// What the controls and the menus lead to, whoever comes to call it.
 void byEntryPoint(WindowFixture &velm) {
     AppDelegate &delegate = velm.delegate();
     Ui::MainWindow &c = velm.controls();

@@ -34,7 +34,7 @@ void reopen(WindowFixture &velm, const Panel &panel) {
     QVERIFY(panel.dialog->isVisible());
 }
 
-// What the list paints once the tool has listed what printf makes of names.
+/// What the list paints once the tool has listed what printf makes of names.
 QImage paintedList(const QByteArray &names) {
     WindowFixture velm;
     velm.useTool("printf '" + names + "'\n");
