@@ -26,8 +26,8 @@ QList<Include> includesUnder(const SourceTree &tree, const QString &folder) {
     for (auto file = tree.begin(); file != tree.end(); ++file) {
         if (!file.key().startsWith(folder + u'/') || isBuildFile(file.key()))
             continue;
-        includes += file.key().endsWith(QLatin1String(".ui")) ? headersOfWindow(file.value())
-                                                              : includesOf(file.value());
+        includes +=
+            file.key().endsWith(u".ui") ? headersOfWindow(file.value()) : includesOf(file.value());
     }
     return includes;
 }
@@ -52,7 +52,7 @@ QString withoutPrecompiled(QString text) {
 }
 
 bool hasHeaders(const QString &library) {
-    return library != QLatin1String("velm_warnings");
+    return library != u"velm_warnings";
 }
 
 } // namespace

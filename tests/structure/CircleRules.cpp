@@ -25,11 +25,11 @@ const QMap<QString, QString> &wholes() {
 }
 
 bool isSource(const QString &path) {
-    return path.endsWith(QLatin1String(".cpp"));
+    return path.endsWith(u".cpp");
 }
 
 bool isHeader(const QString &path) {
-    return path.endsWith(QLatin1String(".h"));
+    return path.endsWith(u".h");
 }
 
 /// "src/grid/GridView" for each of its files, parts apart.

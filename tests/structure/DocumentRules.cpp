@@ -26,7 +26,7 @@ QStringList documentRules::namedPaths(const QString &text) {
     for (auto match = quoted.globalMatch(text); match.hasNext();) {
         const QRegularExpressionMatch found = match.next();
         const QString name = found.captured(1) + found.captured(2);
-        const bool isLink = found.hasCaptured(2) && !name.contains(QLatin1String("://"));
+        const bool isLink = found.hasCaptured(2) && !name.contains(u"://");
         if ((isLink || path.match(name).hasMatch()) && !made.match(name).hasMatch())
             paths.append(name);
     }

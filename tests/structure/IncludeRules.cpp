@@ -18,16 +18,15 @@ namespace {
 
 /// "src/grid/GridModel.h" for "src/grid/GridModel.cpp"; empty for what has no header of its name.
 QString headerOfSameName(const SourceTree &tree, const QString &path) {
-    if (!path.endsWith(QLatin1String(".cpp")))
+    if (!path.endsWith(u".cpp"))
         return {};
     const QString header = path.chopped(3) + u'h';
     return tree.contains(header) ? header : QString();
 }
 
 bool isJudged(const QString &path) {
-    return (path.startsWith(QLatin1String("src/")) ||
-            path.startsWith(QLatin1String("simulator/"))) &&
-           (path.endsWith(QLatin1String(".h")) || path.endsWith(QLatin1String(".cpp")));
+    return (path.startsWith(u"src/") || path.startsWith(u"simulator/")) &&
+           (path.endsWith(u".h") || path.endsWith(u".cpp"));
 }
 
 /// The C++ text \a text without comments, literals and include lines.
@@ -105,7 +104,7 @@ using DeclaredNames = QHash<QString, QSet<QString>>;
 DeclaredNames declaredNamesIn(const SourceTree &tree) {
     DeclaredNames names;
     for (auto file = tree.begin(); file != tree.end(); ++file)
-        if (isJudged(file.key()) && file.key().endsWith(QLatin1String(".h")))
+        if (isJudged(file.key()) && file.key().endsWith(u".h"))
             names.insert(file.key(), declaredNames(file.value()));
     return names;
 }
@@ -131,7 +130,7 @@ QMultiHash<QString, QString> headersOfClasses(const SourceTree &tree) {
         QRegularExpression::MultilineOption);
     QMultiHash<QString, QString> headers;
     for (auto file = tree.begin(); file != tree.end(); ++file)
-        if (isJudged(file.key()) && file.key().endsWith(QLatin1String(".h")))
+        if (isJudged(file.key()) && file.key().endsWith(u".h"))
             for (const QString &name : firstCaptures(declaration, codeOf(file.value())))
                 headers.insert(name, file.key());
     return headers;

@@ -64,7 +64,7 @@ bool isPure(const QString &layer) {
 }
 
 bool isCode(const QString &path) {
-    return path.endsWith(QLatin1String(".h")) || path.endsWith(QLatin1String(".cpp"));
+    return path.endsWith(u".h") || path.endsWith(u".cpp");
 }
 
 /// The part of "grid/GridModel.h" before the stroke; empty if there is none.
@@ -202,7 +202,7 @@ QStringList layerRules::pureFoldersLinkCoreAlone(const SourceTree &tree) {
         if (!isPure(layerOf(file.key())) || !isBuildFile(file.key()))
             continue;
         for (const QString &module : linkedNames(file.value(), QStringLiteral("Qt6::")))
-            if (module != QLatin1String("Core"))
+            if (module != u"Core")
                 breaches.append(breach(file.key(), QStringLiteral("links Qt6::") + module));
     }
     return breaches;
@@ -225,9 +225,8 @@ QStringList layerRules::controllerIsUnknownBelow(const SourceTree &tree) {
     QStringList breaches;
     for (auto file = tree.begin(); file != tree.end(); ++file) {
         const QString layer = layerOf(file.key());
-        if (!layer.isEmpty() && layer != QLatin1String("app") &&
-            layer != QLatin1String("control") &&
-            file.value().contains(QLatin1String("AppDelegate")))
+        if (!layer.isEmpty() && layer != u"app" && layer != u"control" &&
+            file.value().contains(u"AppDelegate"))
             breaches.append(breach(file.key(), QStringLiteral("mentions AppDelegate")));
     }
     return breaches;
@@ -236,7 +235,7 @@ QStringList layerRules::controllerIsUnknownBelow(const SourceTree &tree) {
 QStringList layerRules::simulatorStandsAlone(const SourceTree &tree) {
     QStringList breaches;
     for (auto file = tree.begin(); file != tree.end(); ++file) {
-        if (!file.key().startsWith(QLatin1String("simulator/")))
+        if (!file.key().startsWith(u"simulator/"))
             continue;
         // The simulator has a folder "files" of its own.
         const auto isOwn = [&tree](const Include &include) {

@@ -22,7 +22,7 @@ QSet<QString> ReachedHeaders::broughtBy(const QString &path, const Include &incl
     if (!include.ownHeader)
         return toolkitHeadersBehind(include.target);
     const QString top = path.section(u'/', 0, 0) + u'/';
-    if (include.target.startsWith(QLatin1String("ui_")))
+    if (include.target.startsWith(u"ui_"))
         return broughtByWindow(include.target.mid(3).chopped(2), top);
     return tree_.contains(top + include.target) ? of(top + include.target) : QSet<QString>();
 }

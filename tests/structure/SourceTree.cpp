@@ -14,7 +14,7 @@ namespace {
 
 /// Whether the file's text says that it is a script; those need no ending to their names.
 bool isScript(const QString &text) {
-    return text.startsWith(QLatin1String("#!"));
+    return text.startsWith(u"#!");
 }
 
 /// Takes the file \a path into \a tree if a rule may concern it.
@@ -67,11 +67,11 @@ QString withoutComments(const QString &text) {
 
 QString layerOf(const QString &path) {
     const QStringList parts = path.split(u'/');
-    return parts.size() >= 3 && parts[0] == QLatin1String("src") ? parts[1] : QString();
+    return parts.size() >= 3 && parts[0] == u"src" ? parts[1] : QString();
 }
 
 bool isBuildFile(const QString &path) {
-    return path.endsWith(QLatin1String("CMakeLists.txt"));
+    return path.endsWith(u"CMakeLists.txt");
 }
 
 QList<Include> includesOf(const QString &text) {
@@ -81,7 +81,7 @@ QList<Include> includesOf(const QString &text) {
     QList<Include> includes;
     for (auto match = line.globalMatch(withoutComments(text)); match.hasNext();) {
         const QRegularExpressionMatch found = match.next();
-        includes.append({found.captured(2), found.captured(1) == QLatin1String("\"")});
+        includes.append({found.captured(2), found.captured(1) == u"\""});
     }
     return includes;
 }

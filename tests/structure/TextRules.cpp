@@ -17,8 +17,7 @@ QStringList matchesInCode(const SourceTree &tree, const QRegularExpression &patt
                           const QStringList &excepted = {}) {
     QStringList breaches;
     for (auto file = tree.begin(); file != tree.end(); ++file) {
-        const bool judged = file.key().startsWith(QLatin1String("src/")) ||
-                            file.key().startsWith(QLatin1String("simulator/"));
+        const bool judged = file.key().startsWith(u"src/") || file.key().startsWith(u"simulator/");
         const bool isExcepted =
             std::any_of(excepted.begin(), excepted.end(),
                         [&file](const QString &start) { return file.key().startsWith(start); });
@@ -80,7 +79,7 @@ QStringList textRules::filesNameTheirLicence(const SourceTree &tree) {
                        R"re(\1 SPDX-License-Identifier: MIT\n)re"));
     QStringList breaches;
     for (auto file = tree.begin(); file != tree.end(); ++file)
-        if (!file.key().endsWith(QLatin1String(".ui")) && !head.match(file.value()).hasMatch())
+        if (!file.key().endsWith(u".ui") && !head.match(file.value()).hasMatch())
             breaches.append(file.key() + QStringLiteral(": begins without its licence"));
     return breaches;
 }
