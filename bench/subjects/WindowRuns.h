@@ -22,7 +22,7 @@ class GridView;
 class EndLog final : public Log {
 public:
     void write(const QString &text) override {
-        if (text == QLatin1String("Task terminated"))
+        if (text == u"Task terminated")
             sinceEnd.restart();
     }
     Stopwatch sinceEnd;

@@ -43,7 +43,7 @@ std::optional<qint32> expectedDecimal(const QString &text) {
     const qint64 limit = qint64(1) << 40;
     const QString digits = match.captured(2);
     const qint64 size = digits.size() > most ? limit : digits.toLongLong();
-    const qint64 value = match.captured(1) == QLatin1String("-") ? -size : size;
+    const qint64 value = match.captured(1) == u"-" ? -size : size;
     return qint32(std::clamp<qint64>(value, std::numeric_limits<qint32>::min(),
                                      std::numeric_limits<qint32>::max()));
 }

@@ -303,8 +303,7 @@ void TestProcess::aRuntimeFolderThatIsNotItsOwn_holdsNoLock() {
         return QFile::encodeName(folder.filePath(QLatin1String(entry)));
     };
     QCOMPARE(::chmod(encoded("open").constData(), 0777), 0);
-    if (name == QLatin1String("foreign") &&
-        ::chown(encoded("foreign").constData(), 12345, gid_t(-1)) != 0)
+    if (name == u"foreign" && ::chown(encoded("foreign").constData(), 12345, gid_t(-1)) != 0)
         QSKIP("only root can give a folder away");
     // The toolkit's own fallback stands below this one, which is none either.
     const HowToStart how{
@@ -404,8 +403,7 @@ void TestProcess::aFileOfItsOwnThatIsNoFile_isRefusedAtOnce() {
     QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("folder")));
     // Not one of the system's own devices: who may make one may also spoil those.
     const QByteArray device = folder.filePath(QStringLiteral("device")).toUtf8();
-    if (name == QLatin1String("device") &&
-        ::mknod(device.constData(), S_IFCHR | 0600, makedev(1, 3)) != 0)
+    if (name == u"device" && ::mknod(device.constData(), S_IFCHR | 0600, makedev(1, 3)) != 0)
         QSKIP("this user cannot make a device");
     QVERIFY(
         QFile::link(QStringLiteral("fifo"), folder.filePath(QStringLiteral("link to the fifo"))));

@@ -148,7 +148,7 @@ void TestProgramArguments::help_namesEachOptionAndNoneOfTheToolkit() {
         QVERIFY(answer);
         for (const char *option : {"[file]", "--settings", "--state", "--help", "--version"})
             QVERIFY2(answer->text.contains(QLatin1String(option)), option);
-        QVERIFY(!answer->text.contains(QLatin1String("platform")));
+        QVERIFY(!answer->text.contains(u"platform"));
     }
 }
 

@@ -82,7 +82,7 @@ QList<Oracle> writers(RecordFormat format) {
 }
 
 bool isThere(const Oracle &oracle) {
-    if (QLatin1String(oracle.package) != QLatin1String("python3-intelhex"))
+    if (QLatin1String(oracle.package) != QStringLiteral("python3-intelhex"))
         return !QStandardPaths::findExecutable(oracle.command.first()).isEmpty();
     return QProcess::execute(systemPython,
                              {QStringLiteral("-c"), QStringLiteral("import intelhex")}) == 0;

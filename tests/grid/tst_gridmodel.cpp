@@ -146,7 +146,7 @@ public:
         return {value};
     }
     bool tableView_shouldEditTableColumn_row(QObject *, const QString &column, qint64) override {
-        return column != QLatin1String("3");
+        return column != u"3";
     }
     void tableView_setObjectValue_forTableColumn_row(QObject *, const QString &text,
                                                      const QString &, qint64 row) override {

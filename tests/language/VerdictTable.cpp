@@ -11,10 +11,10 @@
 namespace {
 
 QString withControls(QString text) {
-    return text.replace(QLatin1String("\\r"), QLatin1String("\r"))
-        .replace(QLatin1String("\\n"), QLatin1String("\n"))
-        .replace(QLatin1String("\\e"), QLatin1String("\x1b"))
-        .replace(QLatin1String("\\a"), QLatin1String("\a"));
+    return text.replace(QStringLiteral("\\r"), QStringLiteral("\r"))
+        .replace(QStringLiteral("\\n"), QStringLiteral("\n"))
+        .replace(QStringLiteral("\\e"), QStringLiteral("\x1b"))
+        .replace(QStringLiteral("\\a"), QStringLiteral("\a"));
 }
 
 UsbProgrammer programmer(UsbProgrammer::Access access) {
@@ -41,29 +41,29 @@ bool takeFact(const QString &fact, RunFacts &facts) {
     const QString value = fact.section(u' ', 1);
     if (operations.contains(fact))
         facts.operation = operations[fact];
-    else if (key == QLatin1String("status"))
+    else if (key == u"status")
         facts.status = value.toInt();
-    else if (key == QLatin1String("signal"))
+    else if (key == u"signal")
         facts.killedBySignal = (facts.status = value.toInt()) != 0;
-    else if (fact == QLatin1String("stopped"))
+    else if (fact == u"stopped")
         facts.stopRequested = true;
-    else if (key == QLatin1String("device"))
+    else if (key == u"device")
         facts.device = value;
-    else if (key == QLatin1String("tool"))
+    else if (key == u"tool")
         facts.tool = value;
-    else if (key == QLatin1String("image"))
+    else if (key == u"image")
         facts.imageLength = value.toLongLong();
-    else if (fact == QLatin1String("file not shown"))
+    else if (fact == u"file not shown")
         facts.imageIsShown = false;
-    else if (fact == QLatin1String("looks like Intel HEX"))
+    else if (fact == u"looks like Intel HEX")
         facts.encoding = ImageEncoding::IntelHex;
-    else if (fact == QLatin1String("looks like S-record"))
+    else if (fact == u"looks like S-record")
         facts.encoding = ImageEncoding::SRecord;
-    else if (fact == QLatin1String("has data memory"))
+    else if (fact == u"has data memory")
         facts.known.data = true;
-    else if (fact == QLatin1String("has fuses"))
+    else if (fact == u"has fuses")
         facts.known.fuses = true;
-    else if (key == QLatin1String("plugged") && pluggedIn.contains(value))
+    else if (key == u"plugged" && pluggedIn.contains(value))
         facts.programmers = pluggedIn[value];
     else
         return false;
@@ -101,19 +101,19 @@ private:
 
 void Table::take(const QString &line) {
     const QString words = line.mid(2);
-    if (line.startsWith(QLatin1String("= "))) {
+    if (line.startsWith(u"= ")) {
         close();
         rows_.append({words, usualFacts(), {}});
-    } else if (line.startsWith(QLatin1String("{"))) {
-        pieces_[line.section(QLatin1String(" = "), 0, 0)] =
-            withControls(line.section(QLatin1String(" = "), 1));
-    } else if (line.startsWith(QLatin1String("? "))) {
+    } else if (line.startsWith(u"{")) {
+        pieces_[line.section(QStringLiteral(" = "), 0, 0)] =
+            withControls(line.section(QStringLiteral(" = "), 1));
+    } else if (line.startsWith(u"? ")) {
         takeFacts(words);
-    } else if (line.startsWith(QLatin1String("< "))) {
+    } else if (line.startsWith(u"< ")) {
         takeWords(words, ToolStream::Error);
-    } else if (line.startsWith(QLatin1String("1 "))) {
+    } else if (line.startsWith(u"1 ")) {
         takeWords(words, ToolStream::Output);
-    } else if (line.startsWith(QLatin1String("> "))) {
+    } else if (line.startsWith(u"> ")) {
         shown_.append(words);
     } else if (!line.isEmpty() && !line.startsWith(QLatin1Char('#'))) {
         cannotRead(line);
@@ -121,7 +121,7 @@ void Table::take(const QString &line) {
 }
 
 void Table::takeFacts(const QString &words) {
-    for (const QString &fact : words.split(QLatin1String(", ")))
+    for (const QString &fact : words.split(QStringLiteral(", ")))
         if (!takeFact(fact, rows_.last().facts))
             cannotRead(fact);
 }
@@ -137,7 +137,7 @@ void Table::cannotRead(const QString &line) {
 void Table::close() {
     if (!rows_.isEmpty()) {
         rows_.last().facts.report = reader_.report();
-        rows_.last().shown = shown_.join(QLatin1String(" | "));
+        rows_.last().shown = shown_.join(u" | ");
     }
     reader_ = {};
     shown_.clear();
@@ -158,5 +158,5 @@ QString shownOf(const RunOutcome &outcome) {
     QStringList shown = {QLatin1String(names[int(outcome.verdict)]), outcome.sentence};
     if (!outcome.nextStep.isEmpty())
         shown.append(outcome.nextStep);
-    return shown.join(QLatin1String(" | "));
+    return shown.join(u" | ");
 }

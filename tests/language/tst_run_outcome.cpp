@@ -89,9 +89,9 @@ void TestRunOutcome::capturedRun_isJudged() {
         QStringLiteral(TOOL_CAPTURES "/") + QLatin1String(QTest::currentDataTag());
     for (const char *part : {".stderr", ".stdout", ".exit"})
         QVERIFY2(QFile::exists(start + QLatin1String(part)), part);
-    const QByteArray output = readWholeFile(start + QLatin1String(".stderr")) +
-                              readWholeFile(start + QLatin1String(".stdout"));
-    const int status = readWholeFile(start + QLatin1String(".exit")).trimmed().toInt();
+    const QByteArray output = readWholeFile(start + QStringLiteral(".stderr")) +
+                              readWholeFile(start + QStringLiteral(".stdout"));
+    const int status = readWholeFile(start + QStringLiteral(".exit")).trimmed().toInt();
     QTEST(judged(finished(operation, status, QString::fromUtf8(output))), "expected");
 }
 
@@ -127,7 +127,7 @@ void TestRunOutcome::stopped_isJudgedByWhatItLeaves() {
     QFETCH(Operation, operation);
     RunFacts facts = finished(operation, SIGTERM, QStringLiteral("\rReading Code...  3%"));
     facts.killedBySignal = true;
-    QCOMPARE(judged(facts).section(QLatin1String(" ("), 0, 0).section(QLatin1String(": "), 1),
+    QCOMPARE(judged(facts).section(QStringLiteral(" ("), 0, 0).section(QStringLiteral(": "), 1),
              QStringLiteral("the programmer tool was killed by signal 15"));
     facts.stopRequested = true;
     QTEST(judged(facts), "expected");

@@ -75,10 +75,10 @@ QString found(const UsbSystem &system) {
         return QStringLiteral("not told");
     QStringList lines;
     for (const UsbProgrammer &programmer : *programmers)
-        lines.append(programmer.name + QLatin1String(" | ") + programmer.vendorId + u':' +
-                     programmer.productId + QLatin1String(" | ") +
+        lines.append(programmer.name + QStringLiteral(" | ") + programmer.vendorId + u':' +
+                     programmer.productId + QStringLiteral(" | ") +
                      QDir(system.folders().nodes).relativeFilePath(programmer.node) +
-                     QLatin1String(" | ") + QLatin1String(words[int(programmer.access)]));
+                     QStringLiteral(" | ") + QLatin1String(words[int(programmer.access)]));
     return lines.join(u'\n');
 }
 

@@ -36,7 +36,7 @@ void TestVerdicts::failure_saysWhatToDo() {
     QFETCH(VerdictRow, row);
     const RunOutcome outcome = judgeRun(row.facts);
     if (outcome.verdict == RunOutcome::Verdict::Failed)
-        QVERIFY(!outcome.nextStep.isEmpty() || outcome.sentence.contains(QLatin1String("first")));
+        QVERIFY(!outcome.nextStep.isEmpty() || outcome.sentence.contains(u"first"));
     QVERIFY(!outcome.words().contains(QLatin1Char('%')));
 }
 

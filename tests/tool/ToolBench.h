@@ -56,7 +56,7 @@ public:
     QStringList linesOfOutput() const {
         QStringList lines;
         for (const QString &line : log.lines)
-            if (line.startsWith(QLatin1String("| ")))
+            if (line.startsWith(u"| "))
                 lines.append(line.mid(2));
         return lines;
     }

@@ -48,16 +48,16 @@ const QString exited0 = QStringLiteral("minipro has exited with status 0");
 void TestToolRun::launch_logsEachStep() {
     ToolBench bench;
     bench.useDouble("fail");
-    const QString command = ToolBench::doubleAs("fail") + QLatin1String(" -p \"AT28C256\" -r \"") +
-                            bench.path("temp_read.bin") + QLatin1String("\" -s");
+    const QString command = ToolBench::doubleAs("fail") + QStringLiteral(" -p \"AT28C256\" -r \"") +
+                            bench.path("temp_read.bin") + QStringLiteral("\" -s");
     QCOMPARE(bench.newRun()->launch(), 1);
     QStringList log = bench.log.take();
     // The child's end and its last output reach the program in any order.
     QCOMPARE(log.removeAll(QStringLiteral("Task terminated")), 1);
     QCOMPARE(log,
-             QStringList({QLatin1String("fileContents: ") + command,
+             QStringList({QStringLiteral("fileContents: ") + command,
                           QStringLiteral("user's shell is /bin/bash"),
-                          QLatin1String("launching /bin/bash with arguments: -l -c ") + command,
+                          QStringLiteral("launching /bin/bash with arguments: -l -c ") + command,
                           QStringLiteral("| No programmer found.\n"),
                           QStringLiteral("\nminipro has exited with status 1")}));
 }
@@ -91,10 +91,10 @@ void TestToolRun::launch_asksForTheOperationSetLast() {
             run->setLogicOperation();
     }
     run->launch();
-    words.replace(QLatin1String("%1"), bench.path("temp_read.bin"));
-    words.replace(QLatin1String("%2"), bench.path("temp.bin"));
+    words.replace(QStringLiteral("%1"), bench.path("temp_read.bin"));
+    words.replace(QStringLiteral("%2"), bench.path("temp.bin"));
     QCOMPARE(bench.log.startingWith(QStringLiteral("fileContents: ")),
-             QStringList(QLatin1String("fileContents: ") + ToolBench::doubleAs("say-nothing") +
+             QStringList(QStringLiteral("fileContents: ") + ToolBench::doubleAs("say-nothing") +
                          QLatin1Char(' ') + words));
 }
 
@@ -167,7 +167,7 @@ void TestToolRun::launch_runsAProfileFirst() {
     run->launch();
     qputenv("HOME", before);
     bench.serviceQueue();
-    QCOMPARE(bench.console.text(), QLatin1String("from the profile\n") + exited0);
+    QCOMPARE(bench.console.text(), QStringLiteral("from the profile\n") + exited0);
 }
 
 void TestToolRun::launch_startsInTheFolderOfTheTemporaryFiles() {
@@ -263,8 +263,8 @@ void TestToolRun::list_logsEachStep() {
     QCOMPARE(bench.newRun()->list(QStringLiteral("27C")), 42);
     QCOMPARE(bench.log.lines,
              QStringList(
-                 {QLatin1String("fileContents: ") + ToolBench::doubleAs("status-42") +
-                      QLatin1String(" -L 27C > \"") + bench.path("temp_sr.bin") + QLatin1Char('"'),
+                 {QStringLiteral("fileContents: ") + ToolBench::doubleAs("status-42") +
+                      QStringLiteral(" -L 27C > \"") + bench.path("temp_sr.bin") + QLatin1Char('"'),
                   QStringLiteral("user's shell is /bin/bash"), QStringLiteral("Task terminated"),
                   QStringLiteral("\nminipro list has exited with status 42")}));
 }

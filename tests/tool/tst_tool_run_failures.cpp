@@ -50,11 +50,11 @@ void TestToolRunFailures::shell_thatCannotBeStartedGivesAFailedStart() {
     const auto run = bench.newRun();
     QCOMPARE(run->launch(), -1);
     const QString message = QStringLiteral("minipro has exited with status -1");
-    QCOMPARE(bench.log.lines, QStringList({QLatin1String("fileContents: ") + command,
-                                           QLatin1String("user's shell is ") + printed,
-                                           QLatin1String("launching ") + printed +
-                                               QLatin1String(" with arguments: -l -c ") + command,
-                                           QLatin1String("unable to launch task: ") + reason,
+    QCOMPARE(bench.log.lines, QStringList({QStringLiteral("fileContents: ") + command,
+                                           QStringLiteral("user's shell is ") + printed,
+                                           QStringLiteral("launching ") + printed +
+                                               QStringLiteral(" with arguments: -l -c ") + command,
+                                           QStringLiteral("unable to launch task: ") + reason,
                                            QLatin1Char('\n') + message}));
     bench.serviceQueue();
     QCOMPARE(bench.console.events,

@@ -133,7 +133,7 @@ void TestToolRunLogic::errorsThatWait_areTakenAtTheToolsEnd() {
     QCOMPARE(bench.console.text(), atExit);
     // The row will never end now, so nothing waits for it.
     writeWholeFile(bench.path("go-on"), {});
-    QTRY_COMPARE(bench.console.text(), atExit + QLatin1String("late words"));
+    QTRY_COMPARE(bench.console.text(), atExit + QStringLiteral("late words"));
 }
 
 void TestToolRunLogic::errorsThatWait_areTakenWhenTheListeningEnds() {
@@ -173,23 +173,24 @@ void TestToolRunLogic::results_ofTheRunBeforeAreRemoved() {
     const QString path = bench.path("temp_logtest.bin");
     writeWholeFile(path, "old results\n");
     runLogicTest(bench, "fail");
-    QCOMPARE(bench.log.lines.first(), QLatin1String("removed file at path: ") + path);
+    QCOMPARE(bench.log.lines.first(), QStringLiteral("removed file at path: ") + path);
     QCOMPARE(readWholeFile(path), QByteArray("No programmer found.\n"));
 }
 
 void TestToolRunLogic::results_withoutAFileBeforeNothingIsLogged() {
     ToolBench bench;
     runLogicTest(bench, "say-nothing");
-    QVERIFY(bench.log.lines.first().startsWith(QLatin1String("fileContents: ")));
+    QVERIFY(bench.log.lines.first().startsWith(u"fileContents: "));
     QVERIFY(!QFile::exists(bench.path("temp_logtest.bin")));
 }
 
 void TestToolRunLogic::results_thatCannotBeRemovedAreLogged() {
     ToolBench bench;
     const QString path = bench.path("temp_logtest.bin");
-    QVERIFY(QDir().mkpath(path + QLatin1String("/inside")));
+    QVERIFY(QDir().mkpath(path + QStringLiteral("/inside")));
     QCOMPARE(runLogicTest(bench, "fail"), 1);
-    QCOMPARE(bench.log.lines.first(), QLatin1String("unable to remove temp file at path: ") + path);
+    QCOMPARE(bench.log.lines.first(),
+             QStringLiteral("unable to remove temp file at path: ") + path);
     // Something is there, so only the writing fails, quietly.
     QCOMPARE(bench.log.startingWith(QStringLiteral("temp file not created")), QStringList());
     QCOMPARE(bench.linesOfOutput(), QStringList(QStringLiteral("No programmer found.\n")));
@@ -200,7 +201,7 @@ void TestToolRunLogic::results_thatCannotBeCreatedAreLoggedForEachChunk() {
     const QString path = bench.path("missing/temp_logtest.bin");
     bench.settings.setValue(settingsKeys::temp_logic_chip_test_results_file, path);
     runLogicTest(bench, "logic-both-streams");
-    const QString line = QLatin1String("temp file not created at ") + path;
+    const QString line = QStringLiteral("temp file not created at ") + path;
     QCOMPARE(bench.log.count(line), 3);
     QCOMPARE(bench.linesOfOutput().size(), 3);
 }

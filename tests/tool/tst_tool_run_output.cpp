@@ -77,7 +77,7 @@ void TestToolRunOutput::output_reachesTextLogAndConsole() {
                                             "\r\x1b[KReading Code...  0.13Sec  OK\n");
     QCOMPARE(run->collectedOutput(), expected);
     QCOMPARE(bench.linesOfOutput().join(QString()), expected);
-    QCOMPARE(bench.console.text(), expected + QLatin1String("minipro has exited with status 0"));
+    QCOMPARE(bench.console.text(), expected + QStringLiteral("minipro has exited with status 0"));
     // Piece by piece the same: nothing is joined, nothing added.
     QCOMPARE(bench.console.pieces.mid(0, bench.console.pieces.size() - 1), bench.linesOfOutput());
 }
@@ -374,7 +374,7 @@ void TestToolRunOutput::grandchild_holdsNothingAndItsLateWordsFollow() {
         QCoreApplication::processEvents();
     const qsizetype withPipes = ToolBench::openDescriptors();
     writeWholeFile(bench.path("go-on"), {});
-    QTRY_COMPARE(bench.console.text(), atExit + QLatin1String("late words"));
+    QTRY_COMPARE(bench.console.text(), atExit + QStringLiteral("late words"));
     QTRY_COMPARE(ToolBench::openDescriptors(), withPipes - 2);
 }
 
