@@ -173,7 +173,7 @@ void FileImport::noteOnDisk(const QString &source, OpenedFileWatch::State state)
     if (!writtenSources_.isEmpty())
         sayWritten(writtenSources_.last());
     else if (wasSaid)
-        with_.messages.takeBack(Topic::OpenedFile);
+        with_.messages.happened(Event::ImportsOnDisk);
 }
 
 // With several parts there is no button: one of them alone is not what was imported.
@@ -181,8 +181,8 @@ void FileImport::sayWritten(const QString &source) {
     Messages::Action again;
     if (sources_.size() == 1)
         again = {tr("Import again"), [this, source] { load(source); }};
-    with_.messages.sayTrouble(
-        Topic::OpenedFile,
+    with_.messages.say(
+        Topic::ImportedFile,
         tr("%1 has been written since it was imported.").arg(QDir::toNativeSeparators(source)),
         again);
 }

@@ -58,7 +58,7 @@ void OpenedBinary::sayOnDisk() {
     const QString path = QDir::toNativeSeparators(watch_.path());
     switch (onDisk_) {
     case OpenedFileWatch::State::AsOpened:
-        return messages_.takeBack(Topic::OpenedFile);
+        return messages_.happened(Event::BinaryOnDisk);
     case OpenedFileWatch::State::Gone:
         return messages_.say(
             Topic::OpenedFile,

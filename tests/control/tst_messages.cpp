@@ -25,11 +25,12 @@ const QString problem = QStringLiteral("Problem: ");
 const QString plain; // information has no word before it
 
 const QList<Event> everything = {
-    Event::RunBegan,      Event::WorkEnded,         Event::ReadTaken,     Event::BytesRead,
-    Event::ImageChanged,  Event::ImageHasBytes,     Event::ImageRestored, Event::ImageWritten,
-    Event::ImageMoved,    Event::BinaryLoading,     Event::SavingBegan,   Event::SettingsSaved,
-    Event::DeviceChanged, Event::ToolChanged,       Event::RowsSelected,  Event::AddressChanged,
-    Event::ClipboardRead, Event::FavouritesChanged, Event::ConsoleCleared};
+    Event::RunBegan,      Event::WorkEnded,      Event::ReadTaken,     Event::BytesRead,
+    Event::ImageChanged,  Event::ImageHasBytes,  Event::ImageRestored, Event::ImageWritten,
+    Event::ImageMoved,    Event::BinaryLoading,  Event::BinaryOnDisk,  Event::ImportsOnDisk,
+    Event::SavingBegan,   Event::SettingsSaved,  Event::DeviceChanged, Event::ToolChanged,
+    Event::RowsSelected,  Event::AddressChanged, Event::ClipboardRead, Event::FavouritesChanged,
+    Event::ConsoleCleared};
 
 constexpr Topic lastTopic = Topic::SettingsNotRead;
 
@@ -76,11 +77,16 @@ const QList<Expectation> expectations = {
      problem,
      {Event::ImageChanged, Event::RunBegan}},
     {"a binary, until it is read again", Topic::Binary, warning, warning, {Event::BinaryLoading}},
-    {"a file that changed, until it is read again",
+    {"a file that changed, until it is read again or as it was",
      Topic::OpenedFile,
      plain,
      warning,
-     {Event::BinaryLoading}},
+     {Event::BinaryLoading, Event::BinaryOnDisk}},
+    {"an import that changed, until it is read again or as it was",
+     Topic::ImportedFile,
+     warning,
+     warning,
+     {Event::BinaryLoading, Event::ImportsOnDisk}},
     {"a saved file, until the next", Topic::Saving, done, problem, {Event::SavingBegan}},
     {"files of a set that are there, until they are saved or used",
      Topic::TakenNames,

@@ -25,6 +25,7 @@ private slots:
     void import_opensAFileOfTheProgramsOwn();
     void import_survivesARestart();
     void sourceWrittenSince_isSaid();
+    void sourceWrittenSince_isSaidBesideTheBinary();
     void sourceOfAnEarlierBinary_isForgotten();
     void import_keepsWhatAnotherFileOfThatNameGave();
     void choices_decideTheBytes();
@@ -157,6 +158,34 @@ void TestWindowImport::sourceWrittenSince_isSaid() {
     QVERIFY(hasGone(*velm_));
     QCOMPARE(velm_->state().opened_bin_data->size(), 1);
     QTRY_VERIFY(!velm_->message().contains(QStringLiteral("since it was imported")));
+}
+
+void TestWindowImport::sourceWrittenSince_isSaidBesideTheBinary() {
+    ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
+    velm_->click(window->controls().importButton);
+    QVERIFY(hasGone(*velm_));
+    velm_->settle();
+    const QString source = velm_->path(QStringLiteral("rom.hex"));
+    const QString aside = velm_->path(QStringLiteral("aside.hex"));
+    const auto says = [this](const char *part) {
+        return velm_->message().contains(QLatin1String(part));
+    };
+    QVERIFY(QFile::rename(source, aside));
+    velm_->write(QStringLiteral("rom.hex"), "something else");
+    QTRY_VERIFY2(says("since it was imported"), qPrintable(velm_->message()));
+    QVERIFY(QFile::remove(velm_->path(QStringLiteral("data/velm/rom.bin"))));
+    QTRY_VERIFY2(says("is no longer on the disk"), qPrintable(velm_->message()));
+    QVERIFY2(says("since it was imported"), qPrintable(velm_->message()));
+    // Who begins to watch later hears later.
+    OpenedFileWatch later;
+    later.watch(source);
+    QSignalSpy heard(&later, &OpenedFileWatch::stateChanged);
+    QVERIFY(QFile::remove(source));
+    QVERIFY(QFile::rename(aside, source));
+    QTRY_VERIFY(!heard.isEmpty() && heard.last().first().value<OpenedFileWatch::State>() ==
+                                        OpenedFileWatch::State::Changed);
+    QVERIFY2(!says("since it was imported"), qPrintable(velm_->message()));
+    QVERIFY2(says("is no longer on the disk"), qPrintable(velm_->message()));
 }
 
 void TestWindowImport::sourceOfAnEarlierBinary_isForgotten() {
