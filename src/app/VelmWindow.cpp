@@ -159,8 +159,6 @@ void VelmWindow::workChanged(Work now) {
     if (now == Work::Idle && !isAtRest())
         return;
     runControls_.show(now);
-    if (now == Work::Running)
-        verdictLine_.clear();
     if (now != Work::Idle)
         return;
     messages_.happened(Event::WorkEnded);

@@ -11,11 +11,6 @@ VerdictLine::VerdictLine(const RunLog &runs, Messages &messages, Ask ask, QObjec
     connect(&runs, &RunLog::added, this, &VerdictLine::showNewest);
 }
 
-void VerdictLine::clear() {
-    shown_.clear();
-    messages_.happened(Event::RunBegan);
-}
-
 void VerdictLine::showNewest() {
     shown_.clear();
     refresh();

@@ -32,8 +32,6 @@ public:
     /// Verdicts get the buttons that \a offer makes; none without it.
     void setOffer(Offer offer) { offer_ = std::move(offer); }
 
-    /// A run begins: the verdict on an earlier one goes.
-    void clear();
     /// Compares the verdict with what is shown now.
     void refresh();
 
