@@ -23,11 +23,11 @@ GoToAddress::GoToAddress(QLineEdit &field, GridView &grid, Messages &messages,
 }
 
 void GoToAddress::go() {
-    const std::variant<qint64, QString> place = placeOf(field_.text().trimmed());
-    if (const auto *sentence = std::get_if<QString>(&place))
+    const auto place = placeOf(field_.text().trimmed());
+    if (const QString *sentence = place.failure())
         return messages_.say(Topic::Address, *sentence);
-    messages_.takeBack(Topic::Address);
-    grid_.showAddress(std::get<qint64>(place));
+    forgetTrouble();
+    grid_.showAddress(*place);
     grid_.setFocus(Qt::OtherFocusReason);
 }
 
@@ -35,7 +35,7 @@ void GoToAddress::forgetTrouble() {
     messages_.happened(Event::AddressChanged);
 }
 
-std::variant<qint64, QString> GoToAddress::placeOf(const QString &address) const {
+Result<qint64, QString> GoToAddress::placeOf(const QString &address) const {
     if (grid_.gridModel()->heading() != GridHeading::Bytes)
         return tr("There are no addresses among the logic test results.");
     const auto typed = typedAddress(address);

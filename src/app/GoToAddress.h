@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include <QObject>
+#include "base/Result.h"
 
-#include <variant>
+#include <QObject>
 
 class AppDelegate;
 class GridView;
@@ -24,10 +24,10 @@ public:
 
 private:
     void go();
-    /// With another address, or other bytes, what was said is no longer true.
+    /// With another address, or other bytes, or at the byte, what was said is no longer true.
     void forgetTrouble();
     /// The place of the byte at \a address, or a sentence that says why there is none.
-    std::variant<qint64, QString> placeOf(const QString &address) const;
+    Result<qint64, QString> placeOf(const QString &address) const;
 
     QLineEdit &field_;
     GridView &grid_;

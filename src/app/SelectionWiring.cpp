@@ -143,10 +143,11 @@ void wireSelection(MainWindow &window, Messages &messages) {
     }
     QObject::connect(c.tableview->selectionModel(), &QItemSelectionModel::selectionChanged,
                      c.tableview, selected);
+    // A selection that goes with its rows says nothing, be it for another content or because an
+    // edit was taken back that had made the image longer.
     QObject::connect(c.tableview->gridModel(), &GridModel::modelReset, c.tableview, selected);
-    // The message offers something about the bytes that were selected then.
     QObject::connect(&c.tableview->selection(), &GridSelection::changed, c.tableview,
-                     [&messages] { messages.takeBack(Topic::BlockRefused); });
+                     [&messages] { messages.happened(Event::BytesSelected); });
     for (GridView *grid : {c.tableview, c.besideGrid})
         QObject::connect(c.tabview, &TabView::didSelectTabViewItem, &grid->selection(),
                          &GridSelection::end);

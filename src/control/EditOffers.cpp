@@ -76,8 +76,7 @@ bool EditOffers::change(const Block &block) {
         return false;
     if (made)
         emit changed(*made);
-    messages_.takeBack(Topic::Entry);
-    messages_.takeBack(Topic::BlockRefused);
+    messages_.happened(Event::BlockDone);
     messages_.say(Topic::Block, made ? block.done
                                      : tr("There was nothing to change: the bytes are like that "
                                           "already."));

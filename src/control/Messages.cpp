@@ -3,6 +3,7 @@
 
 #include "control/Messages.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <optional>
@@ -16,45 +17,49 @@ constexpr auto success = Severity::Success;
 constexpr auto warning = Severity::Warning;
 constexpr auto problem = Severity::Problem;
 
+/// The events that make a message untrue; the rest are nothing.
+using Ends = std::array<std::optional<Event>, 3>;
+
 struct Rule {
     Topic topic;
     Severity usual;
     Severity inTrouble;
-    /// What makes it untrue.
-    std::optional<Event> end;
-    std::optional<Event> otherEnd = std::nullopt;
+    Ends ends;
 };
 
 /// No event ends the message. It tells of a state, which stands beside the topic; who says it
 /// follows that state, and says it anew or takes it back at each change.
-constexpr std::optional<Event> followed = std::nullopt;
+constexpr Ends followed = {};
 
 constexpr std::array rules = {
-    Rule{Topic::Verdict, information, problem, Event::RunBegan},
+    Rule{Topic::Verdict, information, problem, {Event::RunBegan}},
     // How far the series has come.
     Rule{Topic::LogicSeries, information, warning, followed},
-    Rule{Topic::Busy, warning, warning, Event::WorkEnded},
+    Rule{Topic::Busy, warning, warning, {Event::WorkEnded}},
     // The press that is remembered, and counts only while this stands.
     Rule{Topic::SecondPress, warning, warning, followed},
     // Whether something prints.
     Rule{Topic::Leftovers, information, information, followed},
-    Rule{Topic::StaleRead, warning, warning, Event::ReadTaken},
-    Rule{Topic::NothingRead, warning, warning, Event::BytesRead},
-    Rule{Topic::NothingToBurn, warning, warning, Event::ImageHasBytes},
-    Rule{Topic::Composition, information, problem, Event::ImageRestored},
-    Rule{Topic::Workspace, problem, problem, Event::ImageWritten},
-    Rule{Topic::SharedFolder, warning, warning, Event::ImageMoved},
-    Rule{Topic::ImageFile, information, problem, Event::ImageChanged, Event::RunBegan},
-    Rule{Topic::Binary, warning, warning, Event::BinaryLoading},
-    Rule{Topic::OpenedFile, information, warning, Event::BinaryLoading, Event::BinaryOnDisk},
-    Rule{Topic::ImportedFile, warning, warning, Event::BinaryLoading, Event::ImportsOnDisk},
-    Rule{Topic::Saving, success, problem, Event::SavingBegan},
-    Rule{Topic::TakenNames, warning, warning, Event::SavingBegan, Event::RunBegan},
-    Rule{Topic::OtherMemories, information, warning, Event::RunBegan, Event::DeviceChanged},
-    Rule{Topic::Entry, warning, warning, Event::ImageChanged},
-    Rule{Topic::Block, information, information, Event::ImageChanged},
-    Rule{Topic::BlockRefused, warning, warning, Event::RowsSelected, Event::ImageChanged},
-    Rule{Topic::Clipboard, information, information, Event::ClipboardRead},
+    Rule{Topic::StaleRead, warning, warning, {Event::ReadTaken}},
+    Rule{Topic::NothingRead, warning, warning, {Event::BytesRead}},
+    Rule{Topic::NothingToBurn, warning, warning, {Event::ImageHasBytes}},
+    Rule{Topic::Composition, information, problem, {Event::ImageRestored}},
+    Rule{Topic::Workspace, problem, problem, {Event::ImageWritten}},
+    Rule{Topic::SharedFolder, warning, warning, {Event::ImageMoved}},
+    Rule{Topic::ImageFile, information, problem, {Event::ImageChanged, Event::RunBegan}},
+    Rule{Topic::Binary, warning, warning, {Event::BinaryLoading}},
+    Rule{Topic::OpenedFile, information, warning, {Event::BinaryLoading, Event::BinaryOnDisk}},
+    Rule{Topic::ImportedFile, warning, warning, {Event::BinaryLoading, Event::ImportsOnDisk}},
+    Rule{Topic::Saving, success, problem, {Event::SavingBegan}},
+    Rule{Topic::TakenNames, warning, warning, {Event::SavingBegan, Event::RunBegan}},
+    Rule{Topic::OtherMemories, information, warning, {Event::RunBegan, Event::DeviceChanged}},
+    Rule{Topic::Entry, warning, warning, {Event::ImageChanged, Event::BlockDone}},
+    Rule{Topic::Block, information, information, {Event::ImageChanged}},
+    Rule{Topic::BlockRefused,
+         warning,
+         warning,
+         {Event::BytesSelected, Event::ImageChanged, Event::BlockDone}},
+    Rule{Topic::Clipboard, information, information, {Event::ClipboardRead}},
     // What the history can take back.
     Rule{Topic::ForgottenEdits, information, information, followed},
     // How many can be restored.
@@ -63,18 +68,20 @@ constexpr std::array rules = {
     Rule{Topic::RestoredImage, information, information, followed},
     // The text that is shown.
     Rule{Topic::HiddenBytes, information, information, followed},
-    Rule{Topic::Copy, warning, warning, Event::RowsSelected},
-    Rule{Topic::Address, warning, warning, Event::AddressChanged},
-    Rule{Topic::Differences, information, information, Event::RowsSelected, Event::ImageChanged},
-    Rule{Topic::Device, warning, warning, Event::DeviceChanged},
-    Rule{Topic::Tool, warning, warning, Event::ToolChanged, Event::RunBegan},
-    Rule{Topic::Favourites, information, information, Event::DeviceChanged,
-         Event::FavouritesChanged},
-    Rule{Topic::Console, information, information, Event::ConsoleCleared},
-    Rule{Topic::Settings, warning, problem, Event::SettingsSaved},
+    Rule{Topic::Copy, warning, warning, {Event::RowsSelected}},
+    Rule{Topic::Address, warning, warning, {Event::AddressChanged}},
+    Rule{Topic::Differences, information, information, {Event::RowsSelected, Event::ImageChanged}},
+    Rule{Topic::Device, warning, warning, {Event::DeviceChanged}},
+    Rule{Topic::Tool, warning, warning, {Event::ToolChanged, Event::RunBegan}},
+    Rule{Topic::Favourites,
+         information,
+         information,
+         {Event::DeviceChanged, Event::FavouritesChanged}},
+    Rule{Topic::Console, information, information, {Event::ConsoleCleared}},
+    Rule{Topic::Settings, warning, problem, {Event::SettingsSaved}},
     // Where the file is kept, which is not taken back.
     Rule{Topic::SettingsKept, warning, warning, followed},
-    Rule{Topic::SettingsNotRead, problem, problem, Event::SettingsSaved},
+    Rule{Topic::SettingsNotRead, problem, problem, {Event::SettingsSaved}},
 };
 
 constexpr bool inOrder() {
@@ -109,11 +116,16 @@ void Messages::sayVerdict(MessageLine::Severity severity, const QString &sentenc
 }
 
 void Messages::takeBack(Topic topic) {
-    line_.clearMessage(number(topic));
+    Q_ASSERT_X(ruleOf(topic).ends == followed, "Messages::takeBack", "an event ends this topic");
+    clear(topic);
 }
 
 void Messages::happened(Event event) {
     for (const Rule &rule : rules)
-        if (rule.end == event || rule.otherEnd == event)
-            takeBack(rule.topic);
+        if (std::find(rule.ends.begin(), rule.ends.end(), event) != rule.ends.end())
+            clear(rule.topic);
+}
+
+void Messages::clear(Topic topic) {
+    line_.clearMessage(number(topic));
 }

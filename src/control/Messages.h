@@ -47,27 +47,29 @@ enum class Topic {
 
 /// What makes messages untrue.
 enum class Event {
-    RunBegan,
-    WorkEnded,
-    ReadTaken,      ///< what a Read left has taken the place of the data read, be it nothing
-    BytesRead,      ///< there are bytes of a chip
-    ImageChanged,   ///< the data to burn
-    ImageHasBytes,  ///< there are data to burn
-    ImageRestored,  ///< an older image has taken the place of the one composed last
-    ImageWritten,   ///< its file holds the image, or there is none
-    ImageMoved,     ///< the image has another file
-    BinaryLoading,  ///< the opened binary is about to be read
-    BinaryOnDisk,   ///< the file of the opened binary holds its bytes, as it did not before
-    ImportsOnDisk,  ///< none of the files that it was imported from is another any more
-    SavingBegan,    ///< a file of the user's is about to be chosen
-    SettingsSaved,  ///< settings that could not be saved, or read, before
-    DeviceChanged,  ///< the device's name
-    ToolChanged,    ///< the programmer tool is another one
-    RowsSelected,   ///< other rows than before, or of another content
-    AddressChanged, ///< the address to go to
-    ClipboardRead,  ///< a copied text, or it cannot be
-    FavouritesChanged,
-    ConsoleCleared,
+    RunBegan,          ///< of an operation; a search is none
+    WorkEnded,         ///< nothing runs any more, nor will a series begin its next run
+    ReadTaken,         ///< what a Read left has taken the place of the data read, be it nothing
+    BytesRead,         ///< there are bytes of a chip
+    ImageChanged,      ///< the data to burn
+    ImageHasBytes,     ///< there are data to burn
+    ImageRestored,     ///< an older image has taken the place of the one composed last
+    ImageWritten,      ///< its file holds the image, or there is none
+    ImageMoved,        ///< the image has another file
+    BinaryLoading,     ///< the opened binary is about to be read
+    BinaryOnDisk,      ///< the file of the opened binary holds its bytes, as it did not before
+    ImportsOnDisk,     ///< none of the files that it was imported from is another any more
+    SavingBegan,       ///< a file of the user's is about to be chosen
+    SettingsSaved,     ///< settings that could not be saved, or read, before
+    DeviceChanged,     ///< the device's name
+    ToolChanged,       ///< the programmer tool is another one
+    BlockDone,         ///< a block of the data to burn is as it was asked to be
+    RowsSelected,      ///< other rows than before, or of another content
+    BytesSelected,     ///< other bytes of the tab's grid than before, be it by the cursor alone
+    AddressChanged,    ///< the address to go to, or where it leads; or the cursor is there
+    ClipboardRead,     ///< a copied text, or it cannot be
+    FavouritesChanged, ///< the list of favourites, or the user looks at it
+    ConsoleCleared,    ///< all its text is gone
 };
 
 /// The window's messages. How serious a topic is and what ends it stand in one table here;
@@ -87,11 +89,13 @@ public:
     /// The same about what came of a run, which only its judge can tell.
     void sayVerdict(MessageLine::Severity severity, const QString &sentence,
                     const Action &action = {});
-    /// Takes back what was said about \a topic.
+    /// Takes back what was said about \a topic, which must be one that no event ends.
     void takeBack(Topic topic);
     /// Takes back all that \a event makes untrue.
     void happened(Event event);
 
 private:
+    void clear(Topic topic);
+
     MessageLine &line_;
 };

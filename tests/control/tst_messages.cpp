@@ -25,12 +25,12 @@ const QString problem = QStringLiteral("Problem: ");
 const QString plain; // information has no word before it
 
 const QList<Event> everything = {
-    Event::RunBegan,      Event::WorkEnded,      Event::ReadTaken,     Event::BytesRead,
-    Event::ImageChanged,  Event::ImageHasBytes,  Event::ImageRestored, Event::ImageWritten,
-    Event::ImageMoved,    Event::BinaryLoading,  Event::BinaryOnDisk,  Event::ImportsOnDisk,
-    Event::SavingBegan,   Event::SettingsSaved,  Event::DeviceChanged, Event::ToolChanged,
-    Event::RowsSelected,  Event::AddressChanged, Event::ClipboardRead, Event::FavouritesChanged,
-    Event::ConsoleCleared};
+    Event::RunBegan,      Event::WorkEnded,         Event::ReadTaken,     Event::BytesRead,
+    Event::ImageChanged,  Event::ImageHasBytes,     Event::ImageRestored, Event::ImageWritten,
+    Event::ImageMoved,    Event::BinaryLoading,     Event::BinaryOnDisk,  Event::ImportsOnDisk,
+    Event::SavingBegan,   Event::SettingsSaved,     Event::DeviceChanged, Event::ToolChanged,
+    Event::BlockDone,     Event::BytesSelected,     Event::RowsSelected,  Event::AddressChanged,
+    Event::ClipboardRead, Event::FavouritesChanged, Event::ConsoleCleared};
 
 constexpr Topic lastTopic = Topic::SettingsNotRead;
 
@@ -102,13 +102,13 @@ const QList<Expectation> expectations = {
      Topic::Entry,
      warning,
      warning,
-     {Event::ImageChanged}},
+     {Event::ImageChanged, Event::BlockDone}},
     {"a changed block, until the next change", Topic::Block, plain, plain, {Event::ImageChanged}},
     {"a block that was not changed, until the next move or image",
      Topic::BlockRefused,
      warning,
      warning,
-     {Event::RowsSelected, Event::ImageChanged}},
+     {Event::BytesSelected, Event::ImageChanged, Event::BlockDone}},
     {"a text is read until it has been", Topic::Clipboard, plain, plain, {Event::ClipboardRead}},
     {"forgotten edits are told with each change", Topic::ForgottenEdits, plain, plain, {}},
     {"edits that are gone warn", Topic::ReplacedEdits, warning, warning, {}},
@@ -194,9 +194,10 @@ void TestMessages::topic() {
         said.messages.happened(event);
         QCOMPARE(said.line.toPlainText().isEmpty(), expected.ends.contains(event));
     }
-    said.messages.say(expected.topic, sentence);
-    said.messages.takeBack(expected.topic);
-    QCOMPARE(said.line.toPlainText(), QString());
+    if (expected.ends.isEmpty()) {
+        said.messages.takeBack(expected.topic);
+        QCOMPARE(said.line.toPlainText(), QString());
+    }
     said.messages.say(expected.topic, sentence);
     said.messages.say(expected.topic, QString());
     QCOMPARE(said.line.toPlainText(), QString());

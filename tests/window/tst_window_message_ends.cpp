@@ -26,6 +26,8 @@ private slots:
     void refusedCopy_endsWithTheSelection();
     void refusedAddress_endsWithWhatItSpokeOf_data();
     void refusedAddress_endsWithWhatItSpokeOf();
+    void refusedAddress_endsWhenItIsReached();
+    void whatWasRefused_endsWithABlockThatIsLikeThat();
     void fullConsole_endsWhenItIsCleared();
     void manyLines_areSaidToBeKept();
     void customDevice_endsWithAnotherDevice();
@@ -135,6 +137,34 @@ void TestWindowMessageEnds::refusedAddress_endsWithWhatItSpokeOf() {
     deed(velm);
     velm.settle();
     QCOMPARE(velm.message(), QString());
+}
+
+void TestWindowMessageEnds::refusedAddress_endsWhenItIsReached() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    GridView *grid = velm.controls().tableview;
+    grid->moveTo(grid->model()->index(1, 4)); // the last byte
+    velm.controls().findBar->findAddress();
+    QLineEdit &field = velm.controls().findBar->addressField();
+    field.setText(QStringLiteral("+1"));
+    QTest::keyClick(&field, Qt::Key_Return);
+    QVERIFY2(says(velm, "There is no byte at +1"), qPrintable(velm.message()));
+    grid->moveTo(grid->model()->index(0, 1));
+    QTest::keyClick(&field, Qt::Key_Return);
+    QCOMPARE(velm.message(), QString());
+}
+
+void TestWindowMessageEnds::whatWasRefused_endsWithABlockThatIsLikeThat() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    EditOffers &edits = velm.delegate().edits();
+    QVERIFY(edits.writeZeros({3, 1}));
+    edits.sayRejected(QStringLiteral("zz"), 3);
+    QVERIFY(!edits.writeZeros({99, 1}));
+    QCOMPARE(velm.message().count(u'\n'), 2);
+    QVERIFY(edits.writeZeros({3, 1}));
+    QCOMPARE(velm.message(),
+             QStringLiteral("There was nothing to change: the bytes are like that already."));
 }
 
 void TestWindowMessageEnds::fullConsole_endsWhenItIsCleared() {
