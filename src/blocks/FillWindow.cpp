@@ -60,9 +60,9 @@ std::optional<ByteRange> FillWindow::range(QString &sentence) const {
     const TypedRange typed = {controls_->first->text(), controls_->last->text(),
                               TypedRange::Until::Address};
     const auto range = bytesOf(typed, cursor_, imageSize_);
-    if (const auto *bytes = std::get_if<ByteRange>(&range))
-        return *bytes;
-    sentence = rangeTroubleWords(std::get<RangeTrouble>(range), typed, imageSize_);
+    if (range)
+        return *range;
+    sentence = rangeTroubleWords(*range.failure(), typed, imageSize_);
     return std::nullopt;
 }
 

@@ -7,7 +7,7 @@
 
 namespace {
 
-using Outcome = std::variant<ByteRange, RangeTrouble>;
+using Outcome = Result<ByteRange, RangeTrouble>;
 
 Outcome upTo(const QString &last, quint64 first, quint64 cursor, quint64 count) {
     const auto typed = typedAddress(last);
@@ -34,8 +34,7 @@ Outcome soMany(const QString &length, quint64 first, quint64 count) {
 
 } // namespace
 
-std::variant<ByteRange, RangeTrouble> bytesOf(const TypedRange &typed, qint64 cursor,
-                                              qint64 count) {
+Result<ByteRange, RangeTrouble> bytesOf(const TypedRange &typed, qint64 cursor, qint64 count) {
     if (count == 0)
         return RangeTrouble::NoBytes;
     const auto first = typedAddress(typed.first);

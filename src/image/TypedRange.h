@@ -3,11 +3,10 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "files/ByteBuffer.h"
 
 #include <QString>
-
-#include <variant>
 
 /// Bytes of an image as somebody types them: from an address to another one, or so many.
 struct TypedRange {
@@ -33,4 +32,4 @@ enum class RangeTrouble {
 
 /// The bytes that \a typed stands for in an image of \a count bytes while the cursor is at
 /// \a cursor. Numbers are as typedAddress() takes them; a length has no sign.
-std::variant<ByteRange, RangeTrouble> bytesOf(const TypedRange &typed, qint64 cursor, qint64 count);
+Result<ByteRange, RangeTrouble> bytesOf(const TypedRange &typed, qint64 cursor, qint64 count);

@@ -58,7 +58,7 @@ TypedRange::Until SelectRangeWindow::until() const {
 }
 
 /// What is typed, with its end taken as \a until says.
-std::variant<ByteRange, RangeTrouble> SelectRangeWindow::range(TypedRange::Until until) const {
+Result<ByteRange, RangeTrouble> SelectRangeWindow::range(TypedRange::Until until) const {
     const qint64 cursor =
         byteOfCell(grid_->currentIndex()).value_or(grid_->selection().bytes().offset);
     return bytesOf({controls_->first->text(), controls_->end->text(), until}, cursor,
@@ -85,17 +85,16 @@ void SelectRangeWindow::changeUntil() {
     const auto before = until() == TypedRange::Until::Address ? TypedRange::Until::Length
                                                               : TypedRange::Until::Address;
     const auto typed = range(before);
-    const auto *bytes = std::get_if<ByteRange>(&typed);
-    showEnd(bytes ? bytes->offset : 0, bytes ? bytes->length : 0);
+    showEnd(typed ? typed->offset : 0, typed ? typed->length : 0);
 }
 
 void SelectRangeWindow::select() {
     const auto typed = range(until());
-    if (const auto *trouble = std::get_if<RangeTrouble>(&typed))
+    if (const RangeTrouble *trouble = typed.failure())
         return say(rangeTroubleWords(*trouble,
                                      {controls_->first->text(), controls_->end->text(), until()},
                                      grid_->gridModel()->byteCount()));
-    grid_->selection().select(std::get<ByteRange>(typed));
+    grid_->selection().select(*typed);
     accept();
     grid_->activateWindow();
     grid_->setFocus(Qt::OtherFocusReason);

@@ -8,7 +8,6 @@
 #include <QDialog>
 
 #include <memory>
-#include <variant>
 
 class GridView;
 
@@ -35,7 +34,7 @@ public:
 
 private:
     TypedRange::Until until() const;
-    std::variant<ByteRange, RangeTrouble> range(TypedRange::Until until) const;
+    Result<ByteRange, RangeTrouble> range(TypedRange::Until until) const;
     void takeSelection();
     void showEnd(qint64 first, qint64 length);
     void changeUntil();
