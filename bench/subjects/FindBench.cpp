@@ -65,8 +65,7 @@ void compareWithGrep(Table &table, const std::string &what, const QByteArray &im
 } // namespace
 
 void benchFind(Table &table) {
-    const BytePattern pattern =
-        std::get<BytePattern>(patternFromText(QString::fromLatin1(needle), MatchCase::Yes));
+    const BytePattern pattern = *patternFromText(QString::fromLatin1(needle), MatchCase::Yes);
     for (const int size : {64, 256}) {
         const std::string what = "find 4 bytes in " + std::to_string(size) + " MiB";
         QByteArray image = randomBytes(size * mebibyte);

@@ -15,7 +15,6 @@
 
 #include <chrono>
 #include <utility>
-#include <variant>
 
 namespace {
 
@@ -130,12 +129,12 @@ PatternOutcome FindBar::outcome() const {
 
 void FindBar::takePattern() {
     const PatternOutcome taken = outcome();
-    const auto *trouble = std::get_if<PatternTrouble>(&taken);
+    const PatternTrouble *trouble = taken.failure();
     trouble_ = trouble ? troubleWords(*trouble) : QString();
     controls_->what->setAccessibleDescription(trouble_);
     if (isHidden())
         return;
-    finder_.setPattern(trouble ? BytePattern() : std::get<BytePattern>(taken));
+    finder_.setPattern(trouble ? BytePattern() : *taken);
     showState();
     announceSoon();
 }

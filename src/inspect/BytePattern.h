@@ -3,13 +3,13 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "base/Units.h"
 
 #include <QString>
 
 #include <array>
 #include <cstddef>
-#include <variant>
 #include <vector>
 
 /// What bytes have to be like, one after the other, to be a hit. Of each byte some bits are asked
@@ -66,7 +66,7 @@ struct PatternTrouble {
     friend bool operator==(const PatternTrouble &, const PatternTrouble &) = default;
 };
 
-using PatternOutcome = std::variant<BytePattern, PatternTrouble>;
+using PatternOutcome = Result<BytePattern, PatternTrouble>;
 
 /// The bytes that \a text has as hexadecimal digits of either case; a question mark stands for any
 /// digit. White space and commas set groups of bytes apart, which may begin with "0x".

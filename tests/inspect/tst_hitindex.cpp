@@ -29,7 +29,7 @@ namespace {
 constexpr qsizetype block = HitIndex::blockSize;
 
 BytePattern hex(const char *typed) {
-    return std::get<BytePattern>(patternFromHex(QString::fromLatin1(typed)));
+    return *patternFromHex(QString::fromLatin1(typed));
 }
 
 QList<qsizetype> plainSearch(const QByteArray &image, const BytePattern &pattern) {
