@@ -57,10 +57,21 @@ QByteArray pathOf(int descriptor) {
     return "/proc/self/fd/" + QByteArray::number(descriptor);
 }
 
+/// What a call to the system came to that gave \a answer: 0 if it has worked.
+Result<void> orError(int answer) {
+    if (answer != 0)
+        return Failure::ofSystem(errno);
+    return {};
+}
+
+Result<void> renameFile(const QByteArray &from, const QByteArray &to) {
+    return orError(::rename(from.constData(), to.constData()));
+}
+
 /// Gives \a file, which has no name, the name \a name. Fails if that is taken.
-bool linkAs(int file, const QByteArray &name) {
-    return ::linkat(AT_FDCWD, pathOf(file).constData(), AT_FDCWD, name.constData(),
-                    AT_SYMLINK_FOLLOW) == 0;
+Result<void> linkAs(int file, const QByteArray &name) {
+    return orError(::linkat(AT_FDCWD, pathOf(file).constData(), AT_FDCWD, name.constData(),
+                            AT_SYMLINK_FOLLOW));
 }
 
 bool isFolder(const QByteArray &path) {
@@ -82,20 +93,19 @@ bool exchangeNames(const QByteArray &one, const QByteArray &other) {
 }
 
 /// Renames without replacing anything; EEXIST tells that there is something.
-bool renameToFree(const QByteArray &from, const QByteArray &to) {
+Result<void> renameToFree(const QByteArray &from, const QByteArray &to) {
 #ifdef RENAME_NOREPLACE
-    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
-        return true;
-    if (errno != EINVAL && errno != ENOSYS)
-        return false;
+    const Result<void> renamed = orError(
+        ::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE));
+    const int error = renamed ? 0 : renamed.failure()->systemError;
+    if (error != EINVAL && error != ENOSYS)
+        return renamed;
 #endif
     // Not every file system can promise it.
     struct stat facts = {};
-    if (::lstat(to.constData(), &facts) == 0) {
-        errno = EEXIST;
-        return false;
-    }
-    return ::rename(from.constData(), to.constData()) == 0;
+    if (::lstat(to.constData(), &facts) == 0)
+        return Failure::ofSystem(EEXIST);
+    return renameFile(from, to);
 }
 
 bool canBeLinked(int file) {
@@ -149,16 +159,16 @@ UnfinishedFile::~UnfinishedFile() {
 }
 
 Result<void> UnfinishedFile::takeName() {
+    Result<void> linked;
     for (int attempt = 0; name_.isEmpty() && attempt < attempts; ++attempt) {
         const QByteArray name = nameBeside(path_);
-        if (linkAs(file_.get(), name))
+        linked = linkAs(file_.get(), name);
+        if (linked)
             name_ = name;
-        else if (errno != EEXIST)
+        else if (linked.failure()->systemError != EEXIST)
             break;
     }
-    if (name_.isEmpty())
-        return Failure::ofSystem(errno);
-    return {};
+    return linked;
 }
 
 Result<void> UnfinishedFile::takePlace(Durability durability) {
@@ -170,20 +180,20 @@ Result<void> UnfinishedFile::takePlace(Durability durability) {
         if (!isFolder(name_) || !exchangeNames(name_, path_))
             return {};
     }
-    if (::rename(name_.constData(), path_.constData()) != 0)
-        return Failure::ofSystem(errno);
-    name_.clear();
-    return {};
+    const Result<void> renamed = renameFile(name_, path_);
+    if (renamed)
+        name_.clear();
+    return renamed;
 }
 
 Result<void> UnfinishedFile::takePlaceForNow(Replacing replacing) {
     if (const Result<void> named = takeName(); !named)
         return named;
     if (replacing == Replacing::Refused) {
-        if (!renameToFree(name_, path_))
-            return Failure::ofSystem(errno);
-        name_.clear();
-        return {};
+        const Result<void> renamed = renameToFree(name_, path_);
+        if (renamed)
+            name_.clear();
+        return renamed;
     }
     if (isFolder(path_))
         return Failure::ofSystem(EISDIR);
@@ -191,31 +201,29 @@ Result<void> UnfinishedFile::takePlaceForNow(Replacing replacing) {
         return {};
     // There is no older file, or this system cannot exchange names.
     QByteArray aside = nameBeside(path_);
-    if (::rename(path_.constData(), aside.constData()) != 0) {
-        if (errno != ENOENT)
-            return Failure::ofSystem(errno);
+    if (const Result<void> moved = renameFile(path_, aside); !moved) {
+        if (moved.failure()->systemError != ENOENT)
+            return moved;
         aside.clear();
     }
-    if (::rename(name_.constData(), path_.constData()) != 0) {
-        const Failure failure = Failure::ofSystem(errno);
+    if (const Result<void> placed = renameFile(name_, path_); !placed) {
         if (!aside.isEmpty())
-            ::rename(aside.constData(), path_.constData());
-        return failure;
+            (void)renameFile(aside, path_);
+        return placed;
     }
     name_ = aside;
     return {};
 }
 
 Result<void> UnfinishedFile::giveBackPlace() {
-    const bool isGivenBack =
-        name_.isEmpty()
-            ? ::unlink(path_.constData()) == 0
-            : exchangeNames(name_, path_) || ::rename(name_.constData(), path_.constData()) == 0;
-    if (isGivenBack)
+    const bool hadOlder = !name_.isEmpty();
+    if (hadOlder && exchangeNames(name_, path_))
         return {};
-    const Failure failure = Failure::ofSystem(errno);
-    keptName_ = std::exchange(name_, QByteArray()); // the older file must not go with this one
-    return failure;
+    const Result<void> givenBack =
+        hadOlder ? renameFile(name_, path_) : orError(::unlink(path_.constData()));
+    if (!givenBack)
+        keptName_ = std::exchange(name_, QByteArray()); // the older file must not go with this one
+    return givenBack;
 }
 
 void removeUnfinished(const QString &path) {
