@@ -44,6 +44,8 @@ bool standsAt(const QByteArray &name, const FileDescriptor &file) {
            S_ISREG(there.st_mode) && opened.st_dev == there.st_dev && opened.st_ino == there.st_ino;
 }
 
+/// Some file systems know no locks. There everybody gets one, since nobody could save otherwise:
+/// only a holder is waited for.
 bool isLocked(const QByteArray &name, const FileDescriptor &file) {
     if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
         return errno != EWOULDBLOCK;
