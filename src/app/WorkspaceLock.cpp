@@ -41,12 +41,13 @@ QString lockKey(const QString &folder) {
     return QString::fromLatin1(digest.toHex().left(keyDigits));
 }
 
-enum class Locking { Done, Held, Impossible };
-
-Locking lockAtOnce(const FileDescriptor &file) {
+/// Who has the lock of \a file, once this process has tried to take it.
+Result<WorkspaceLock::Holder> lockAtOnce(const FileDescriptor &file) {
     if (::flock(file.get(), LOCK_EX | LOCK_NB) == 0)
-        return Locking::Done;
-    return errno == EWOULDBLOCK ? Locking::Held : Locking::Impossible;
+        return WorkspaceLock::Holder::ThisProcess;
+    if (errno == EWOULDBLOCK)
+        return WorkspaceLock::Holder::Another;
+    return Failure::ofSystem(errno);
 }
 
 Result<FileDescriptor> openLockFile(const QString &folder, const QString &key) {
@@ -82,11 +83,9 @@ Result<WorkspaceLock::Holder> WorkspaceLock::take() {
         Result<FileDescriptor> file = openLockFile(runtimeFolder_, key_);
         if (const Failure *failure = file.failure())
             return *failure;
-        const Locking locking = lockAtOnce(*file);
-        if (locking == Locking::Impossible)
-            return Failure::ofSystem(errno);
-        if (locking == Locking::Held)
-            return Holder::Another;
+        const Result<Holder> holder = lockAtOnce(*file);
+        if (!holder || *holder == Holder::Another)
+            return holder;
         file_ = *std::move(file);
     }
     return holdFolder() ? Holder::ThisProcess : Holder::Another;
@@ -98,8 +97,11 @@ bool WorkspaceLock::holdFolder() {
         return true;
     FileDescriptor folder(::open(QFile::encodeName(temporaryFolder_).constData(),
                                  O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder.isOpen() && lockAtOnce(folder) == Locking::Held)
-        return false;
+    if (folder.isOpen()) {
+        const Result<Holder> holder = lockAtOnce(folder);
+        if (holder && *holder == Holder::Another)
+            return false;
+    }
     folder_ = std::move(folder);
     return true;
 }

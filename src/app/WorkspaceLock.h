@@ -29,8 +29,9 @@ public:
     /// \a runtimeFolder. Nothing is taken yet.
     WorkspaceLock(const QString &temporaryFolder, const QString &runtimeFolder);
 
-    /// Tries to take the lock, without waiting; where this process has a part of it, the rest.
-    /// Gives who has it then. A failure means that there can be no lock file.
+    /// Tries to take both locks, the file's and the folder's, without waiting. One that this
+    /// process has already, it keeps. Gives who has them then. A failure means that there can be
+    /// no lock file.
     Result<Holder> take();
     /// Locks the temporary folder, unless it is locked or still missing. False if another process
     /// has made it its own since take(): nothing in it may be changed then.
