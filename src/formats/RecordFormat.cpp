@@ -22,7 +22,7 @@ std::optional<RecordFormat> formatOfMark(char mark) {
 
 bool beginsRecord(QByteArrayView behindMark) {
     const auto end = std::find_if(behindMark.begin(), behindMark.end(),
-                                  [](char digit) { return hexValue(digit) < 0; });
+                                  [](char digit) { return valueOfHexDigit(digit) < 0; });
     return end - behindMark.begin() >= 2 || (end != behindMark.end() && endsLine(*end));
 }
 

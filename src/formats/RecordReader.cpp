@@ -51,12 +51,12 @@ std::optional<TroubleKind> Digits::read(QByteArrayView digits) {
     const qsizetype pairs = digits.size() / 2;
     const char *digit = digits.data();
     for (char *byte = bytes.data(), *const end = byte + pairs; byte != end; ++byte, digit += 2) {
-        const int value = hexValue(digit[0]) * hexadecimal | hexValue(digit[1]);
+        const int value = valueOfHexDigit(digit[0]) * hexadecimal | valueOfHexDigit(digit[1]);
         worst |= value;
         *byte = char(value);
     }
     const bool isOdd = digits.size() % 2 != 0;
-    if (worst < 0 || (isOdd && hexValue(digits.back()) < 0))
+    if (worst < 0 || (isOdd && valueOfHexDigit(digits.back()) < 0))
         return TroubleKind::NoHexDigit;
     size = pairs;
     return isOdd ? std::optional(TroubleKind::OddDigit) : std::nullopt;

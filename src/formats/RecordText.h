@@ -31,7 +31,7 @@ constexpr QByteArrayView withoutBlanks(QByteArrayView line) {
 }
 
 /// The values of all hexadecimal digits by their codes; -1 for what is none.
-inline constexpr std::array<signed char, 256> hexValues = [] {
+inline constexpr std::array<signed char, 256> hexDigitValues = [] {
     std::array<signed char, 256> values{};
     for (std::size_t code = 0; code < values.size(); ++code)
         values[code] = qint8(digitValue(QChar(char16_t(code)), hexadecimal).value_or(-1));
@@ -39,6 +39,6 @@ inline constexpr std::array<signed char, 256> hexValues = [] {
 }();
 
 /// The value of \a digit; negative if it is none.
-inline int hexValue(char digit) {
-    return hexValues[quint8(digit)];
+inline int valueOfHexDigit(char digit) {
+    return hexDigitValues[quint8(digit)];
 }
