@@ -60,8 +60,8 @@ void markEdits(MainWindow &window, AppDelegate &delegate) {
 void readyEdits(MainWindow &window, AppDelegate &delegate) {
     auto *ahead = new CopyAhead(&window);
     const GridEntries *entries = &window.controls().tableview->entries();
-    QObject::connect(entries, &GridEntries::begins, ahead,
+    QObject::connect(entries, &GridEntries::entryBegins, ahead,
                      [ahead, &delegate] { ahead->begin(delegate.state().output_data); });
-    QObject::connect(entries, &GridEntries::ends, ahead, &CopyAhead::finish);
-    QObject::connect(entries, &GridEntries::closes, ahead, &CopyAhead::giveUp);
+    QObject::connect(entries, &GridEntries::entryEnds, ahead, &CopyAhead::finish);
+    QObject::connect(entries, &GridEntries::entryCloses, ahead, &CopyAhead::giveUp);
 }

@@ -30,16 +30,16 @@ void GridEntries::carryOut(EndEditHint hint) {
     emit closeEditor(editor, hint);
 }
 
-void GridEntries::takeEntry() {
+void GridEntries::endEntry() {
     carryOut(SubmitModelCache);
 }
 
-void GridEntries::takeKey(const QModelIndex &index) {
+void GridEntries::noteOpenedByKey(const QModelIndex &index) {
     if (editor_ && index.column() != charactersColumn)
         editor_->setEndsWithTwoDigits(moveOn_->isChecked());
 }
 
-void GridEntries::takeEdit(const CellEdit &edit) {
+void GridEntries::noteEdit(const CellEdit &edit) {
     if (editor_)
         editor_->setEdit(edit);
 }
@@ -51,8 +51,8 @@ QModelIndex GridEntries::cellAfter(QWidget *editor, EndEditHint hint) const {
                                    : QModelIndex();
 }
 
-void GridEntries::takeEnd(const QModelIndex &next) {
-    emit closes();
+void GridEntries::goOnTo(const QModelIndex &next) {
+    emit entryCloses();
     if (next.isValid())
         view_.moveTo(next);
 }
@@ -65,9 +65,9 @@ QWidget *GridEntries::createEditor(QWidget *parent, const QStyleOptionViewItem &
         index.model()
             ->headerData(index.column(), Qt::Horizontal, Qt::AccessibleTextRole)
             .toString());
-    connect(editor_.data(), &CellEditor::twoDigitsTyped, this, &GridEntries::takeEntry);
+    connect(editor_.data(), &CellEditor::twoDigitsTyped, this, &GridEntries::endEntry);
     if (index.column() != charactersColumn)
-        emit begins();
+        emit entryBegins();
     return editor_;
 }
 
@@ -92,7 +92,7 @@ void GridEntries::setModelData(QWidget *editor, QAbstractItemModel *model,
         return;
     const QString entry = field->text();
     field->setCommitted();
-    emit ends();
+    emit entryEnds();
     model->setData(index, entry, Qt::EditRole);
 }
 
@@ -109,7 +109,7 @@ bool GridEntries::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::KeyPress && watched == editor_) {
         const int key = static_cast<const QKeyEvent *>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-            takeEntry();
+            endEntry();
             return true;
         }
     }

@@ -32,14 +32,14 @@ public:
     QAction *moveOnAction() const { return moveOn_; }
 
     /// A key has opened the cell at \a index.
-    void takeKey(const QModelIndex &index);
+    void noteOpenedByKey(const QModelIndex &index);
     /// \a edit is what the source made of the entry that has just been committed, if one was.
-    void takeEdit(const CellEdit &edit);
+    void noteEdit(const CellEdit &edit);
     /// The cell to go on to when the entry in \a editor ends as \a hint says; invalid if the cursor
     /// stays.
     QModelIndex cellAfter(QWidget *editor, EndEditHint hint) const;
     /// The editor has been closed; the cursor goes on to \a next if that is a cell.
-    void takeEnd(const QModelIndex &next);
+    void goOnTo(const QModelIndex &next);
 
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
                           const QModelIndex &index) const override;
@@ -52,11 +52,11 @@ public:
 
 signals:
     /// A cell opens that may take an entry, as characters do not: an edit is to be expected.
-    void begins() const;
+    void entryBegins() const;
     /// A changed entry is handed to the model next.
-    void ends() const;
+    void entryEnds() const;
     /// The cell closes; nothing more comes of it.
-    void closes();
+    void entryCloses();
 
 protected:
     /// Ends an entry at the very key press of Enter: the toolkit would do so later, and keys that
@@ -64,7 +64,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void takeEntry();
+    void endEntry();
     void carryOut(EndEditHint hint);
 
     GridView &view_;

@@ -95,7 +95,7 @@ void GridView::showChange(ByteRange changed) {
 
 void GridView::showEdit(const CellEdit &edit, ByteRange changed) {
     showChange(changed);
-    entries_->takeEdit(edit);
+    entries_->noteEdit(edit);
 }
 
 bool GridView::showAddress(qint64 offset) {
@@ -122,14 +122,14 @@ void GridView::selectAll() {
 bool GridView::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) {
     const bool opens = QAbstractItemView::edit(index, trigger, event);
     if (opens && trigger == AnyKeyPressed)
-        entries_->takeKey(index);
+        entries_->noteOpenedByKey(index);
     return opens;
 }
 
 void GridView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) {
     const QModelIndex next = entries_->cellAfter(editor, hint);
     QAbstractItemView::closeEditor(editor, QAbstractItemDelegate::NoHint);
-    entries_->takeEnd(next);
+    entries_->goOnTo(next);
 }
 
 void GridView::currentChanged(const QModelIndex &current, const QModelIndex &previous) {

@@ -403,9 +403,9 @@ void TestGridEditing::entry_isToldBeforeItIsCarriedOut() {
     const auto tell = [&](const char *what) {
         told << QStringLiteral("%1 %2").arg(grid.source.entries.size()).arg(QLatin1String(what));
     };
-    connect(&grid.view.entries(), &GridEntries::begins, &grid.view, [&] { tell("begins"); });
-    connect(&grid.view.entries(), &GridEntries::ends, &grid.view, [&] { tell("ends"); });
-    connect(&grid.view.entries(), &GridEntries::closes, &grid.view, [&] { tell("closes"); });
+    connect(&grid.view.entries(), &GridEntries::entryBegins, &grid.view, [&] { tell("begins"); });
+    connect(&grid.view.entries(), &GridEntries::entryEnds, &grid.view, [&] { tell("ends"); });
+    connect(&grid.view.entries(), &GridEntries::entryCloses, &grid.view, [&] { tell("closes"); });
     grid.setCursor(0, 1);
     grid.type(QStringLiteral("42"));
     grid.press(Qt::Key_Return);
@@ -418,9 +418,9 @@ void TestGridEditing::entryThatIsLeft_closesOnly() {
     int begun = 0;
     int ended = 0;
     int closed = 0;
-    connect(&grid.view.entries(), &GridEntries::begins, &grid.view, [&] { ++begun; });
-    connect(&grid.view.entries(), &GridEntries::ends, &grid.view, [&] { ++ended; });
-    connect(&grid.view.entries(), &GridEntries::closes, &grid.view, [&] { ++closed; });
+    connect(&grid.view.entries(), &GridEntries::entryBegins, &grid.view, [&] { ++begun; });
+    connect(&grid.view.entries(), &GridEntries::entryEnds, &grid.view, [&] { ++ended; });
+    connect(&grid.view.entries(), &GridEntries::entryCloses, &grid.view, [&] { ++closed; });
     grid.setCursor(0, 1);
     grid.press(Qt::Key_F2);
     grid.press(Qt::Key_Return); // nothing was typed

@@ -331,7 +331,7 @@ void TestWindowEdit::entryTypedAtOnce_findsTheImageReady() {
     WindowFixture velm;
     showLargeFile(velm);
     bool wasReady = false;
-    connect(&velm.controls().tableview->entries(), &GridEntries::ends, this,
+    connect(&velm.controls().tableview->entries(), &GridEntries::entryEnds, this,
             [&] { wasReady = velm.state().output_data->isDetached(); });
     enter(velm, 0, 1, QStringLiteral("42"));
     QVERIFY(wasReady);
