@@ -231,7 +231,7 @@ void device_searcher::sayOutcome() {
     const int shown = model_->rowCount();
     const bool isWhole = quint64(shown) == numberOfRowsInTableView(tableview);
     say(isWhole ? outcome_
-                : joined(outcome_, tr("%1 of them pass the filter.").arg(grouped(shown))));
+                : joinedSentences(outcome_, tr("%1 of them pass the filter.").arg(grouped(shown))));
 }
 
 void device_searcher::filter(const QString &typed) {

@@ -55,7 +55,7 @@ QList<ByteRange> bytesOf(const QItemSelection &rows, qint64 count) {
 }
 
 /// \a ranges, which are in order, with those joined that follow each other.
-QList<ByteRange> joined(const QList<ByteRange> &ranges) {
+QList<ByteRange> joinedRanges(const QList<ByteRange> &ranges) {
     QList<ByteRange> joined;
     for (const ByteRange &range : ranges) {
         if (!joined.isEmpty() && joined.last().end() == range.offset)
@@ -87,7 +87,7 @@ QList<ByteRange> GridSelection::ranges() const {
     const QItemSelection rows = view_.selectionModel()->selection();
     const auto byte = meantByte();
     if (!byte || !(rows.isEmpty() || isRowOf(view_.currentIndex(), rows)))
-        return joined(bytesOf(rows, count));
+        return joinedRanges(bytesOf(rows, count));
     return *byte < count ? QList<ByteRange>{{*byte, 1}} : QList<ByteRange>();
 }
 

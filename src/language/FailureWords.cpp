@@ -342,9 +342,9 @@ FailureWords FailureWording::operator()(const BadRecord &record) const {
 FailureWords FailureWording::failure() const {
     FailureWords words = std::visit(*this, endOf(facts_));
     const ToolReport &report = facts_.report;
-    words.sentence = joined(words.sentence, remarkOnChipId(report));
+    words.sentence = joinedSentences(words.sentence, remarkOnChipId(report));
     if (report.adapterMissing && report.error)
-        words.sentence = joined(words.sentence, tr("The tool found no TSOP adapter."));
+        words.sentence = joinedSentences(words.sentence, tr("The tool found no TSOP adapter."));
     return words;
 }
 

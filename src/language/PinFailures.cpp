@@ -46,7 +46,7 @@ public:
 
 private:
     static QStringList runsOf(const QList<int> &numbers);
-    static QString joined(const QList<int> &numbers);
+    static QString joinedNumbers(const QList<int> &numbers);
     static QString beginningOf(const QList<int> &numbers);
     static QString levelName(QChar letter);
 };
@@ -68,7 +68,7 @@ QStringList PinWords::runsOf(const QList<int> &numbers) {
     return texts;
 }
 
-QString PinWords::joined(const QList<int> &numbers) {
+QString PinWords::joinedNumbers(const QList<int> &numbers) {
     QStringList list = runsOf(numbers);
     if (list.size() == 1)
         return list.first();
@@ -77,15 +77,15 @@ QString PinWords::joined(const QList<int> &numbers) {
 }
 
 QString PinWords::failed(const QList<int> &pins, const QList<int> &vectors) {
-    const QString pinWords =
-        pins.size() == 1 ? tr("pin %1").arg(joined(pins)) : tr("pins %1").arg(joined(pins));
-    return vectors.size() == 1 ? tr("%1 in vector %2").arg(pinWords, joined(vectors))
-                               : tr("%1 in vectors %2").arg(pinWords, joined(vectors));
+    const QString pinWords = pins.size() == 1 ? tr("pin %1").arg(joinedNumbers(pins))
+                                              : tr("pins %1").arg(joinedNumbers(pins));
+    return vectors.size() == 1 ? tr("%1 in vector %2").arg(pinWords, joinedNumbers(vectors))
+                               : tr("%1 in vectors %2").arg(pinWords, joinedNumbers(vectors));
 }
 
 QString PinWords::beginningOf(const QList<int> &numbers) {
     if (runsOf(numbers).size() <= vectorsNamed)
-        return joined(numbers);
+        return joinedNumbers(numbers);
     return tr("%1 and %2 more")
         .arg(runsOf(numbers.first(vectorsNamed)).join(tr(", ")),
              QString::number(numbers.size() - vectorsNamed));
@@ -100,7 +100,7 @@ QString PinWords::levelName(QChar letter) {
 }
 
 QString PinWords::expected(const QList<int> &vectors, QChar letter) {
-    const QString where = vectors.size() == 1 ? tr("vector %1").arg(joined(vectors))
+    const QString where = vectors.size() == 1 ? tr("vector %1").arg(joinedNumbers(vectors))
                                               : tr("vectors %1").arg(beginningOf(vectors));
     return letter.isNull() ? where : tr("%1: %2 expected").arg(where, levelName(letter));
 }
@@ -147,7 +147,7 @@ QString wordsFor(const QList<PinFailure> &failures, qsizetype pins) {
             vectorsOfPin.remove(pin);
     }
     const QString words = PinWords::sentence(list);
-    return joined(words, pins > pinsInGrid ? PinWords::notShown() : QString());
+    return joinedSentences(words, pins > pinsInGrid ? PinWords::notShown() : QString());
 }
 
 QStringList sentencesFor(const QList<PinFailure> &failures) {

@@ -39,7 +39,8 @@ RunOutcome OutcomeWording::stopped() const {
     const std::optional<FailureWords> cause = wordsForCauseBeforeStop(facts_);
     if (!cause)
         return {Verdict::Stopped, stopSentence(), afterStop()};
-    return {Verdict::Stopped, joined(stopSentence(), tr("Before that: %1").arg(cause->sentence)),
+    return {Verdict::Stopped,
+            joinedSentences(stopSentence(), tr("Before that: %1").arg(cause->sentence)),
             cause->nextStep, cause->offer};
 }
 

@@ -6,9 +6,9 @@
 #include "language/Sentences.h"
 
 QString RunOutcome::words() const {
-    return joined(sentence, nextStep);
+    return joinedSentences(sentence, nextStep);
 }
 
 void RunOutcome::add(const QString &remark) {
-    sentence = joined(sentence, remark);
+    sentence = joinedSentences(sentence, remark);
 }

@@ -71,24 +71,24 @@ QString SearchWording::noList(const Failure &failure) {
             ? tr("Check the field Programmer tool and search again.")
             : tr("Search again; if that does not help, see that the folder for temporary files may "
                  "be written to and has room.");
-    return joined(sentence, nextStep);
+    return joinedSentences(sentence, nextStep);
 }
 
 QString SearchWording::waiting() const {
     const FailureWords words = wordsForFailedSearch(run_);
-    const QString what =
-        joined(words.sentence, tr("The tool waits for an answer that nobody can give: stop the "
-                                  "search, and start it again once a programmer is connected."));
+    const QString what = joinedSentences(
+        words.sentence, tr("The tool waits for an answer that nobody can give: stop the "
+                           "search, and start it again once a programmer is connected."));
     const bool nothingElseToDo = run_.programmers && run_.programmers->isEmpty();
-    return nothingElseToDo ? what : joined(what, words.nextStep);
+    return nothingElseToDo ? what : joinedSentences(what, words.nextStep);
 }
 
 QString SearchWording::stopped(bool hasNames) const {
     const QString sentence = tr("The search was stopped.");
     if (!findsNoProgrammer(run_.report))
-        return hasNames ? joined(sentence, notWhole()) : sentence;
+        return hasNames ? joinedSentences(sentence, notWhole()) : sentence;
     const FailureWords words = wordsForFailedSearch(run_);
-    return joined(joined(sentence, words.sentence), words.nextStep);
+    return joinedSentences(joinedSentences(sentence, words.sentence), words.nextStep);
 }
 
 QString SearchWording::failed(const Result<qsizetype> &devices) const {
@@ -96,7 +96,8 @@ QString SearchWording::failed(const Result<qsizetype> &devices) const {
         return noList(*devices.failure());
     const FailureWords words = wordsForFailedSearch(run_);
     const bool isPart = devices && *devices > 0;
-    return joined(isPart ? joined(words.sentence, notWhole()) : words.sentence, words.nextStep);
+    return joinedSentences(isPart ? joinedSentences(words.sentence, notWhole()) : words.sentence,
+                           words.nextStep);
 }
 
 } // namespace

@@ -3,6 +3,6 @@
 
 #include "language/Sentences.h"
 
-QString joined(const QString &sentence, const QString &following) {
+QString joinedSentences(const QString &sentence, const QString &following) {
     return following.isEmpty() ? sentence : sentence + u' ' + following;
 }

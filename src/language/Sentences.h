@@ -5,7 +5,5 @@
 
 #include <QString>
 
-// What sentences of a run are made of.
-
 /// \a sentence and what follows it, which may be empty, as one text.
-QString joined(const QString &sentence, const QString &following);
+QString joinedSentences(const QString &sentence, const QString &following);

@@ -77,7 +77,7 @@ private:
 
 RunOutcome SuccessWording::outcome() const {
     RunOutcome outcome = byOperation();
-    outcome.sentence = joined(outcome.sentence, leftOut());
+    outcome.sentence = joinedSentences(outcome.sentence, leftOut());
     if (report_.ignoredId)
         addRemark(outcome, remarkOnChipId(report_),
                   tr("Check that the chip is the device chosen."));
@@ -110,7 +110,7 @@ QString SuccessWording::leftOut() const {
 void SuccessWording::addRemark(RunOutcome &outcome, const QString &sentence,
                                const QString &nextStep) {
     outcome.verdict = Verdict::Qualified;
-    outcome.sentence = joined(outcome.sentence, sentence);
+    outcome.sentence = joinedSentences(outcome.sentence, sentence);
     if (!nextStep.isEmpty())
         outcome.nextStep = nextStep;
 }
