@@ -48,8 +48,8 @@ quint8 chosenFill(const SettingsStore &settings) {
     return settings.boolValue(settingsKeys::pad_00) ? 0x00 : erasedByte;
 }
 
-/// Enough of the file at \a path to recognise a format by; empty if there is nothing to recognise,
-/// also where it is no regular file or cannot be read, which whoever opens it is told then.
+/// Enough of the file at \a path to recognise a format by. Empty if it is no regular file or cannot
+/// be read; opening it says so.
 QByteArray beginningOf(const QString &path) {
     constexpr qint64 enough = 64 * kibibyte;
     QFile file(path);

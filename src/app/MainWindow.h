@@ -24,7 +24,7 @@ public:
 
     /// The controls, as MainWindow.ui names them.
     Ui::MainWindow &controls() { return *controls_; }
-    /// Sets what is called before the window closes, and keeps it open by giving false.
+    /// Has \a guard asked before the window closes. If it gives false, the window stays open.
     void setCloseGuard(std::function<bool()> guard) { closeGuard_ = std::move(guard); }
 
 signals:

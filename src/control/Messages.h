@@ -68,7 +68,7 @@ enum class Event {
     BytesSelected,     ///< other bytes of the tab's grid than before, be it by the cursor alone
     AddressChanged,    ///< the address to go to, or where it leads; or the cursor is there
     ClipboardRead,     ///< a copied text, or it cannot be
-    FavouritesChanged, ///< the list of favourites, or the user looks at it
+    FavouritesChanged, ///< the list of favourites
     ConsoleCleared,    ///< all its text is gone
 };
 

@@ -59,7 +59,7 @@ void WindowMemory::write(const QString &key, const QVariant &value) {
     write(QVariantMap{{key, value}});
 }
 
-// The list at the key with the newest before what is there, of which it keeps the first.
+// The newest comes first, and the oldest go beyond the limit.
 void WindowMemory::remember(const QString &key, const QString &newest, qsizetype limit) {
     const IniFile::Outcome outcome = file_.read();
     if (const auto *failure = std::get_if<Failure>(&outcome))
