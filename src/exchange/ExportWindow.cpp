@@ -140,7 +140,7 @@ std::optional<ByteRange> ExportWindow::range(qint64 length) const {
 }
 
 /// What has been chosen, or a sentence why it makes no sense.
-ExportWindow::ChoiceOrWhyNot ExportWindow::choice() const {
+ExportWindow::ChosenNow ExportWindow::choice() const {
     const qint64 length = lengthOf(bytes());
     if (length == 0)
         return tr("There are no bytes to export.");
@@ -158,7 +158,7 @@ ExportWindow::ChoiceOrWhyNot ExportWindow::choice() const {
 
 /// \a choice with its addresses, or why it cannot be written. The files of a split begin at the
 /// offset itself.
-ExportWindow::ChoiceOrWhyNot ExportWindow::placed(Choice choice) const {
+ExportWindow::ChosenNow ExportWindow::placed(Choice choice) const {
     if (!format())
         return choice;
     const auto offset = addressIn(*controls_->offset);
@@ -192,8 +192,8 @@ QStringList ExportWindow::takenPaths() const {
     return taken;
 }
 
-/// Why a split cannot be saved under its name, as a sentence; empty if it can.
-QString ExportWindow::whyNoFiles() const {
+/// Whether a split can be saved under its name, or a sentence why not.
+Result<void, QString> ExportWindow::mayMakeFiles() const {
     if (!isSplit())
         return {};
     const QFileInfo file(name());
@@ -205,8 +205,9 @@ QString ExportWindow::whyNoFiles() const {
     QStringList names;
     for (const QString &path : takenPaths())
         names << QFileInfo(path).fileName();
-    return names.isEmpty() ? QString()
-                           : tr("Already there: %1.").arg(names.join(QStringLiteral(", ")));
+    if (!names.isEmpty())
+        return tr("Already there: %1.").arg(names.join(QStringLiteral(", ")));
+    return {};
 }
 
 /// Whether others may be replaced is asked anew.
@@ -219,9 +220,8 @@ void ExportWindow::choosesOtherFiles() {
 void ExportWindow::prepare() {
     wanted_ = false;
     problem_.clear();
-    const ChoiceOrWhyNot chosen = choice();
-    if (const auto *choice = std::get_if<Choice>(&chosen)) {
-        const Work wished{bytes(), choice->range, choice->arrangement};
+    if (const ChosenNow chosen = choice()) {
+        const Work wished{bytes(), chosen->range, chosen->arrangement};
         if (!wished.isSame(work_) || (!run_.isRunning() && !run_.outcome())) {
             work_ = wished;
             run_.start({{work_.image, work_.range}}, work_.arrangement);
@@ -238,35 +238,34 @@ void ExportWindow::prepare() {
 void ExportWindow::showState() {
     const Ui::ExportWindow &c = *controls_;
     const qint64 length = lengthOf(bytes());
-    const ChoiceOrWhyNot chosen = choice();
-    const auto *possible = std::get_if<Choice>(&chosen);
+    const ChosenNow chosen = choice();
     c.last->setPlaceholderText(length > 0 ? hexDigits(length - 1) : QString());
     c.offset->setEnabled(format().has_value());
     c.recordLength->setEnabled(format().has_value());
-    showRecordLength(possible);
+    if (chosen)
+        showRecordLength(*chosen);
     c.nameRow->setVisible(isSplit());
     c.replace->setVisible(isSplit() && !takenPaths().isEmpty());
     c.labels->setPlainText(labelsText());
     c.copyButton->setEnabled(run_.outcome());
     c.result->setText(resultText(chosen));
     const bool isAtWork = wanted_ || export_.isWriting();
-    c.exportButton->setEnabled(possible && whyNoFiles().isEmpty() && !isAtWork);
+    c.exportButton->setEnabled(chosen && mayMakeFiles() && !isAtWork);
 }
 
-void ExportWindow::showRecordLength(const Choice *choice) {
-    if (choice && format())
+void ExportWindow::showRecordLength(const Choice &choice) {
+    if (format())
         controls_->recordLength->setMaximum(
-            maxRecordLength(*format(), choice->address, choice->partLength));
+            maxRecordLength(*format(), choice.address, choice.partLength));
 }
 
-QString ExportWindow::resultText(const ChoiceOrWhyNot &chosen) const {
+QString ExportWindow::resultText(const ChosenNow &chosen) const {
     if (!problem_.isEmpty())
         return problem_;
-    const auto *choice = std::get_if<Choice>(&chosen);
-    if (!choice)
-        return std::get<QString>(chosen);
-    const QString why = whyNoFiles();
-    return why.isEmpty() ? sizeText(*choice) : why;
+    if (const QString *why = chosen.failure())
+        return *why;
+    const Result<void, QString> may = mayMakeFiles();
+    return may ? sizeText(*chosen) : *may.failure();
 }
 
 QString ExportWindow::sizeText(const Choice &choice) const {
@@ -317,13 +316,13 @@ void ExportWindow::write() {
     if (export_.isWriting() || wanted_)
         return;
     emit aboutToWrite(image());
-    const ChoiceOrWhyNot chosen = choice();
-    if (!std::holds_alternative<Choice>(chosen) || !whyNoFiles().isEmpty())
+    const ChosenNow chosen = choice();
+    if (!chosen || !mayMakeFiles())
         return showState();
     if (!run_.isRunning() && !run_.outcome())
         prepare();
     // The bytes as they stand in the image need not be waited for.
-    if (isWholeAsItStands(std::get<Choice>(chosen)) || run_.outcome())
+    if (isWholeAsItStands(*chosen) || run_.outcome())
         return writeOut();
     wanted_ = true;
     showState();
@@ -331,17 +330,16 @@ void ExportWindow::write() {
 
 void ExportWindow::writeOut() {
     wanted_ = false;
-    const ChoiceOrWhyNot chosen = choice();
-    const auto *choice = std::get_if<Choice>(&chosen);
+    const ChosenNow chosen = choice();
     const ArrangingRun::Outcome *outcome = run_.outcome();
-    if (!choice || !(outcome || isWholeAsItStands(*choice)))
+    if (!chosen || !(outcome || isWholeAsItStands(*chosen)))
         return showState();
-    const bool isWhole = choice->range.length == lengthOf(bytes());
+    const bool isWhole = chosen->range.length == lengthOf(bytes());
     content_ = {{},          format(), image(), isWhole, paths(), controls_->replace->isChecked(),
                 labelsText()};
-    toWrite_ = isWholeAsItStands(*choice) ? QList<QByteArray>{*bytes()} : outcome->parts;
+    toWrite_ = isWholeAsItStands(*chosen) ? QList<QByteArray>{*bytes()} : outcome->parts;
     if (format())
-        layout_ = {*format(), controls_->recordLength->value(), choice->address};
+        layout_ = {*format(), controls_->recordLength->value(), chosen->address};
     else
         content_.files = std::exchange(toWrite_, {});
     writeNextText();

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "exchange/ArrangingRun.h"
 #include "exchange/OrderWords.h"
 #include "exchange/RecordExport.h"
@@ -14,7 +15,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <variant>
 
 namespace Ui {
 class ExportWindow;
@@ -80,7 +80,8 @@ private:
         qint64 partLength = 0; ///< in each file
         qint64 address = 0;    ///< of the first byte in each file
     };
-    using ChoiceOrWhyNot = std::variant<Choice, QString>;
+    /// The choice, or a sentence why there is none.
+    using ChosenNow = Result<Choice, QString>;
 
     /// What is arranged.
     struct Work {
@@ -96,17 +97,17 @@ private:
     ByteBuffer bytes() const { return offers_.images(image()); }
     std::optional<RecordFormat> format() const;
     std::optional<ByteRange> range(qint64 length) const;
-    ChoiceOrWhyNot choice() const;
-    ChoiceOrWhyNot placed(Choice choice) const;
-    QString whyNoFiles() const;
+    ChosenNow choice() const;
+    ChosenNow placed(Choice choice) const;
+    Result<void, QString> mayMakeFiles() const;
     QStringList paths() const;
     QStringList takenPaths() const;
     bool isSplit() const;
     void choosesOtherFiles();
     void prepare();
     void showState();
-    void showRecordLength(const Choice *choice);
-    QString resultText(const ChoiceOrWhyNot &chosen) const;
+    void showRecordLength(const Choice &choice);
+    QString resultText(const ChosenNow &chosen) const;
     QString labelsText() const;
     QString sizeText(const Choice &choice) const;
     void copyLabels();
