@@ -40,7 +40,7 @@ ImageComparison &makeComparison(MainWindow &window, AppDelegate &delegate) {
     const auto refresh = [comparison] { comparison->refresh(); };
     QObject::connect(&delegate, &AppDelegate::shownContentChanged, comparison, refresh);
     QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, comparison, refresh);
-    QObject::connect(&delegate, &AppDelegate::readDataChanged, comparison, refresh);
+    QObject::connect(&delegate, &AppDelegate::readDataTaken, comparison, refresh);
     QObject::connect(comparison, &ImageComparison::changed, c.tableview, &GridView::refreshMarks);
     c.tableview->addMarks(*comparison);
     refresh();

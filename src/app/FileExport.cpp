@@ -71,7 +71,7 @@ void FileExport::makeWindow() {
     connect(shown_, &ExportWindow::written, this, &FileExport::save);
     connect(shown_, &ExportWindow::nameAsked, this, &FileExport::chooseNames);
     connect(&with_.delegate, &AppDelegate::imageToBurnChanged, shown_, &ExportWindow::refresh);
-    connect(&with_.delegate, &AppDelegate::readDataChanged, shown_, &ExportWindow::refresh);
+    connect(&with_.delegate, &AppDelegate::readDataTaken, shown_, &ExportWindow::refresh);
     connect(&with_.chip, &ChipInquiry::changed, shown_,
             [this] { shown_->setChip(knownChip(with_)); });
 }

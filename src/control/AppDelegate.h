@@ -171,8 +171,8 @@ signals:
     void runEnded(const RunRecord &record);
     /// The data to burn have other bytes, or are another image.
     void imageToBurnChanged();
-    /// There are other data read from the chip, or none any more.
-    void readDataChanged();
+    /// What a Read left has taken the place of the data read from the chip, be it the same or none.
+    void readDataTaken();
     /// The grid shows another image or other test results, or the same anew.
     void shownContentChanged();
     /// In the image that the grid shows the bytes of \a changed were edited, or are gone.

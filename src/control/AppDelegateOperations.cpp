@@ -84,7 +84,7 @@ void AppDelegate::takeReadData(RunRecord &record) {
         readDevice_ = record.device;
     else if (file.length() > 0)
         with_.messages.say(Topic::StaleRead, staleReadRemark(record, file.path));
-    emit readDataChanged();
+    emit readDataTaken();
 }
 
 // The heading and the rows belong to the results tab, whichever was looked at meanwhile.

@@ -30,7 +30,7 @@ public:
     explicit Told(AppDelegate &delegate) {
         const auto add = [this](const QString &what) { return [this, what] { told_ << what; }; };
         connect(&delegate, &AppDelegate::imageToBurnChanged, this, add(QStringLiteral("to burn")));
-        connect(&delegate, &AppDelegate::readDataChanged, this, add(QStringLiteral("read")));
+        connect(&delegate, &AppDelegate::readDataTaken, this, add(QStringLiteral("read")));
         connect(&delegate, &AppDelegate::shownContentChanged, this, add(QStringLiteral("shown")));
         connect(&delegate, &AppDelegate::shownBytesChanged, this, [this](ByteRange changed) {
             told_ << QStringLiteral("%1 bytes at %2")
@@ -81,7 +81,7 @@ void TestWindowSignals::readThatLeavesNothing_isTold() {
     readChip(velm, readsTwoBytes);
     Told told(velm.delegate());
     bool wasNull = false;
-    connect(&velm.delegate(), &AppDelegate::readDataChanged, &told,
+    connect(&velm.delegate(), &AppDelegate::readDataTaken, &told,
             [&] { wasNull = velm.state().read_from_chip_data == nullptr; });
     readChip(velm, "rm \"$4\"\nexit 1\n");
     QCOMPARE(told.take(), QStringLiteral("to burn, read, shown"));
