@@ -7,7 +7,6 @@
 #include "language/CommandLine.h"
 
 #include <QCoreApplication>
-#include <QLocale>
 
 namespace {
 

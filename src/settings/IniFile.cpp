@@ -3,6 +3,7 @@
 
 #include "settings/IniFile.h"
 
+#include "base/Units.h"
 #include "files/FileLoading.h"
 #include "files/FileLock.h"
 #include "files/PrivateFolder.h"
@@ -16,7 +17,9 @@
 
 namespace {
 
-constexpr qint64 largestFile = qint64(1) << 20;
+/// In bytes; a heavy user's settings have some tens of thousands.
+constexpr qint64 largestFile = mebibyte;
+/// How many damaged files are kept beside each other; nobody damages so many.
 constexpr int maxCopies = 1000;
 
 using Content = std::variant<QByteArray, IniFile::Damaged, Failure>;
