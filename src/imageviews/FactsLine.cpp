@@ -84,9 +84,8 @@ void FactsLine::takeWords(const std::optional<ShownImage> &image) {
     if (hasBytes(image))
         brief.removeAt(checksumPlace);
     origin_ = image ? image->origin : QString();
-    const QString whole =
-        joined(QStringList{origin_} + facts +
-                    QStringList{sha256.isEmpty() ? QString() : label.arg(sha256)});
+    const QString whole = joined(QStringList{origin_} + facts +
+                                 QStringList{sha256.isEmpty() ? QString() : label.arg(sha256)});
     QString digest;
     if (!sha256.isEmpty())
         digest = tr("SHA-256 copied: %1").arg(sha256.first(shownDigits) + QChar(0x2026));
