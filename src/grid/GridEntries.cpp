@@ -35,13 +35,13 @@ void GridEntries::endEntry() {
 }
 
 void GridEntries::noteOpenedByKey(const QModelIndex &index) {
-    if (editor_ && index.column() != charactersColumn)
-        editor_->setEndsWithTwoDigits(moveOn_->isChecked());
+    if (CellEditor *editor = editor_; editor && index.column() != charactersColumn)
+        editor->setEndsWithTwoDigits(moveOn_->isChecked());
 }
 
 void GridEntries::noteEdit(const CellEdit &edit) {
-    if (editor_)
-        editor_->setEdit(edit);
+    if (CellEditor *editor = editor_)
+        editor->setEdit(edit);
 }
 
 QModelIndex GridEntries::cellAfter(QWidget *editor, EndEditHint hint) const {
