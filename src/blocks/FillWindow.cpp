@@ -56,62 +56,58 @@ void FillWindow::setImageSize(qint64 size) {
     showState();
 }
 
-std::optional<ByteRange> FillWindow::range(QString &sentence) const {
+Result<ByteRange, QString> FillWindow::range() const {
     const TypedRange typed = {controls_->first->text(), controls_->last->text(),
                               TypedRange::Until::Address};
     const auto range = bytesOf(typed, cursor_, imageSize_);
-    if (range)
-        return *range;
-    sentence = rangeTroubleWords(*range.failure(), typed, imageSize_);
-    return std::nullopt;
+    if (!range)
+        return rangeTroubleWords(*range.failure(), typed, imageSize_);
+    return *range;
 }
 
-std::optional<QByteArray> FillWindow::pattern(QString &sentence) const {
+Result<QByteArray, QString> FillWindow::pattern() const {
     PastedText text(controls_->pattern->text());
     while (!text.advance(text.size() + 1)) {
     }
     if (!text.trouble())
         return text.bytes();
-    sentence = text.trouble()->kind == PasteTrouble::Kind::NoBytes
-                   ? tr("There is no byte to fill with.")
-                   : pasteTroubleWords(*text.trouble());
-    return std::nullopt;
+    return text.trouble()->kind == PasteTrouble::Kind::NoBytes
+               ? tr("There is no byte to fill with.")
+               : pasteTroubleWords(*text.trouble());
 }
 
-/// What is chosen, and in \a sentence what it will do; if nothing can be done, why not.
-std::optional<FillWindow::Choice> FillWindow::choice(QString &sentence) const {
-    const auto where = range(sentence);
+Result<FillWindow::Wanted, QString> FillWindow::wanted() const {
+    const auto where = range();
     if (!where)
-        return std::nullopt;
-    sentence = tr("Will fill %1.").arg(bytesAtWords(*where));
+        return *where.failure();
+    const QString whole = tr("Will fill %1.").arg(bytesAtWords(*where));
     if (controls_->random->isChecked())
-        return Choice{*where, RandomBytes{}};
-    const auto repeated = pattern(sentence);
+        return Wanted{*where, RandomBytes{}, whole};
+    const auto repeated = pattern();
     if (!repeated)
-        return std::nullopt;
-    if (repeated->size() > where->length)
-        sentence = tr("Will fill %1 with the beginning of the pattern.").arg(bytesAtWords(*where));
-    return Choice{*where, RepeatedBytes{*repeated}};
+        return *repeated.failure();
+    const QString part =
+        tr("Will fill %1 with the beginning of the pattern.").arg(bytesAtWords(*where));
+    return Wanted{*where, RepeatedBytes{*repeated},
+                  repeated->size() > where->length ? part : whole};
 }
 
 void FillWindow::showState() {
     const Ui::FillWindow &c = *controls_;
-    QString sentence;
-    const bool mayFill = choice(sentence).has_value();
+    const auto now = wanted();
     c.pattern->setEnabled(!c.random->isChecked());
-    c.result->setText(sentence);
-    c.fillButton->setEnabled(mayFill);
+    c.result->setText(now ? now->words : *now.failure());
+    c.fillButton->setEnabled(bool(now));
 }
 
 // Assistive technology reaches a button that is off all the same.
 void FillWindow::fill() {
-    QString sentence;
-    auto chosen = choice(sentence);
-    if (!chosen)
+    auto now = wanted();
+    if (!now)
         return;
-    if (auto *random = std::get_if<RandomBytes>(&chosen->content))
+    if (auto *random = std::get_if<RandomBytes>(&now->content))
         random->seed = QRandomGenerator::global()->generate();
-    emit this->chosen(chosen->where, chosen->content);
+    emit chosen(now->where, now->content);
 }
 
 void FillWindow::showProblem(const QString &sentence) {

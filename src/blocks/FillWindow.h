@@ -3,12 +3,13 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "image/BlockChange.h"
 
 #include <QDialog>
+#include <QString>
 
 #include <memory>
-#include <optional>
 
 namespace Ui {
 class FillWindow;
@@ -39,15 +40,17 @@ signals:
     void chosen(ByteRange where, const BlockContent &content);
 
 private:
-    struct Choice {
+    struct Wanted {
         ByteRange where;
         BlockContent content;
+        QString words; ///< what it will do
     };
 
     void connectControls();
-    std::optional<Choice> choice(QString &sentence) const;
-    std::optional<ByteRange> range(QString &sentence) const;
-    std::optional<QByteArray> pattern(QString &sentence) const;
+    /// Each of them, or in words why there is none.
+    Result<Wanted, QString> wanted() const;
+    Result<ByteRange, QString> range() const;
+    Result<QByteArray, QString> pattern() const;
     void showState();
     void fill();
 

@@ -47,58 +47,47 @@ void InsertFileWindow::setImageSize(qint64 size) {
     showState();
 }
 
-std::optional<BlockChange> InsertFileWindow::overwriting(qint64 offset, QString &sentence) const {
+InsertFileWindow::WantedOrNot InsertFileWindow::overwriting(qint64 offset) const {
     const qint64 length = file_.bytes->size();
-    if (imageSize_ - offset < length) {
-        sentence = doNotFitWords(length, offset, imageSize_);
-        return std::nullopt;
-    }
-    sentence = tr("Will replace %1.").arg(bytesAtWords({offset, length}));
-    return overwriteOf(offset, *file_.bytes, imageSize_);
+    if (imageSize_ - offset < length)
+        return doNotFitWords(length, offset, imageSize_);
+    return Wanted{overwriteOf(offset, *file_.bytes, imageSize_),
+                  tr("Will replace %1.").arg(bytesAtWords({offset, length}))};
 }
 
-std::optional<BlockChange> InsertFileWindow::moving(qint64 offset, QString &sentence) const {
+InsertFileWindow::WantedOrNot InsertFileWindow::moving(qint64 offset) const {
     BlockChange change = insertionOf(offset, *file_.bytes);
-    const auto trouble = troubleWith(change, imageSize_);
-    if (trouble)
-        sentence = blockTroubleWords(*trouble);
-    else
-        sentence = tr("The data to burn become %1 bytes long.")
-                       .arg(grouped(imageSize_ + file_.bytes->size()));
-    return trouble ? std::nullopt : std::optional(std::move(change));
+    if (const auto trouble = troubleWith(change, imageSize_))
+        return blockTroubleWords(*trouble);
+    return Wanted{std::move(change), tr("The data to burn become %1 bytes long.")
+                                         .arg(grouped(imageSize_ + file_.bytes->size()))};
 }
 
-/// What is chosen, and in \a sentence what it will do; if nothing can be done, why not.
-std::optional<BlockChange> InsertFileWindow::change(QString &sentence) const {
+InsertFileWindow::WantedOrNot InsertFileWindow::wanted() const {
     const QString text = controls_->address->text();
     const auto typed = typedAddress(text);
-    const auto offset = typed ? typed->offset(quint64(cursor_)) : std::nullopt;
     if (!typed)
-        sentence = noAddressWords(text);
-    else if (!offset)
-        sentence = tr("There is no byte at %1.").arg(text.trimmed());
-    else if (*offset > quint64(imageSize_))
-        sentence = tr("The data to burn end before %1.").arg(addressWords(*offset));
-    else if (file_.bytes->isEmpty())
-        sentence = tr("The file is empty.");
-    else
-        return controls_->over->isChecked() ? overwriting(qint64(*offset), sentence)
-                                            : moving(qint64(*offset), sentence);
-    return std::nullopt;
+        return noAddressWords(text);
+    const auto offset = typed->offset(quint64(cursor_));
+    if (!offset)
+        return tr("There is no byte at %1.").arg(text.trimmed());
+    if (*offset > quint64(imageSize_))
+        return tr("The data to burn end before %1.").arg(addressWords(*offset));
+    if (file_.bytes->isEmpty())
+        return tr("The file is empty.");
+    return controls_->over->isChecked() ? overwriting(qint64(*offset)) : moving(qint64(*offset));
 }
 
 void InsertFileWindow::showState() {
-    QString sentence;
-    const bool mayInsert = change(sentence).has_value();
-    controls_->result->setText(sentence);
-    controls_->insertButton->setEnabled(mayInsert);
+    const WantedOrNot now = wanted();
+    controls_->result->setText(now ? now->words : *now.failure());
+    controls_->insertButton->setEnabled(bool(now));
 }
 
 // Assistive technology reaches a button that is off all the same.
 void InsertFileWindow::insert() {
-    QString sentence;
-    if (const auto wanted = change(sentence))
-        emit chosen(*wanted);
+    if (const WantedOrNot now = wanted())
+        emit chosen(now->change);
 }
 
 void InsertFileWindow::showProblem(const QString &sentence) {

@@ -3,10 +3,12 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "files/ByteBuffer.h"
 #include "image/BlockChange.h"
 
 #include <QDialog>
+#include <QString>
 
 #include <memory>
 #include <optional>
@@ -46,9 +48,16 @@ signals:
     void chosen(const BlockChange &change);
 
 private:
-    std::optional<BlockChange> change(QString &sentence) const;
-    std::optional<BlockChange> overwriting(qint64 offset, QString &sentence) const;
-    std::optional<BlockChange> moving(qint64 offset, QString &sentence) const;
+    struct Wanted {
+        BlockChange change;
+        QString words; ///< what it will do
+    };
+    /// Or why nothing can be done, in words.
+    using WantedOrNot = Result<Wanted, QString>;
+
+    WantedOrNot wanted() const;
+    WantedOrNot overwriting(qint64 offset) const;
+    WantedOrNot moving(qint64 offset) const;
     void showState();
     void insert();
 
