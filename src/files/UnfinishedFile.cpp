@@ -3,6 +3,7 @@
 
 #include "files/UnfinishedFile.h"
 
+#include "files/Renaming.h"
 #include "files/SystemName.h"
 
 #include <QDir>
@@ -11,7 +12,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -57,55 +57,17 @@ QByteArray pathOf(int descriptor) {
     return "/proc/self/fd/" + QByteArray::number(descriptor);
 }
 
-/// What a call to the system came to that gave \a answer: 0 if it has worked.
-Result<void> orError(int answer) {
-    if (answer != 0)
-        return Failure::ofSystem(errno);
-    return {};
-}
-
-Result<void> renameFile(const QByteArray &from, const QByteArray &to) {
-    return orError(::rename(from.constData(), to.constData()));
-}
-
 /// Gives \a file, which has no name, the name \a name. Fails if that is taken.
 Result<void> linkAs(int file, const QByteArray &name) {
-    return orError(::linkat(AT_FDCWD, pathOf(file).constData(), AT_FDCWD, name.constData(),
-                            AT_SYMLINK_FOLLOW));
+    if (::linkat(AT_FDCWD, pathOf(file).constData(), AT_FDCWD, name.constData(),
+                 AT_SYMLINK_FOLLOW) != 0)
+        return Failure::ofSystem(errno);
+    return {};
 }
 
 bool isFolder(const QByteArray &path) {
     struct stat facts = {};
     return ::lstat(path.constData(), &facts) == 0 && S_ISDIR(facts.st_mode);
-}
-
-/// Not every system can. To rename over an older file would have some file systems write the new
-/// one to the disk at once, and whoever renames waits for that.
-bool exchangeNames(const QByteArray &one, const QByteArray &other) {
-#ifdef RENAME_EXCHANGE
-    return ::renameat2(AT_FDCWD, one.constData(), AT_FDCWD, other.constData(), RENAME_EXCHANGE) ==
-           0;
-#else
-    Q_UNUSED(one)
-    Q_UNUSED(other)
-    return false;
-#endif
-}
-
-/// Renames without replacing anything; EEXIST tells that there is something.
-Result<void> renameToFree(const QByteArray &from, const QByteArray &to) {
-#ifdef RENAME_NOREPLACE
-    const Result<void> renamed = orError(
-        ::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE));
-    const int error = renamed ? 0 : renamed.failure()->systemError;
-    if (error != EINVAL && error != ENOSYS)
-        return renamed;
-#endif
-    // Not every file system can promise it.
-    struct stat facts = {};
-    if (::lstat(to.constData(), &facts) == 0)
-        return Failure::ofSystem(EEXIST);
-    return renameFile(from, to);
 }
 
 bool canBeLinked(int file) {
@@ -219,8 +181,7 @@ Result<void> UnfinishedFile::giveBackPlace() {
     const bool hadOlder = !name_.isEmpty();
     if (hadOlder && exchangeNames(name_, path_))
         return {};
-    const Result<void> givenBack =
-        hadOlder ? renameFile(name_, path_) : orError(::unlink(path_.constData()));
+    const Result<void> givenBack = hadOlder ? renameFile(name_, path_) : removeName(path_);
     if (!givenBack)
         keptName_ = std::exchange(name_, QByteArray()); // the older file must not go with this one
     return givenBack;

@@ -7,6 +7,8 @@
 #include "files/FileLoading.h"
 #include "files/FileLock.h"
 #include "files/PrivateFolder.h"
+#include "files/Renaming.h"
+#include "files/SystemName.h"
 #include "files/UnfinishedFile.h"
 #include "settings/IniText.h"
 
@@ -80,17 +82,18 @@ IniFile::Outcome IniFile::change(const QVariantMap &changes, QDeadlineTimer dead
     return valuesIn(after);
 }
 
-std::optional<QString> IniFile::moveAside() const {
+Result<QString> IniFile::moveAside() const {
+    const Result<QByteArray> from = systemName(path_);
+    if (!from)
+        return *from.failure();
     const QString first = path_ + QStringLiteral(".damaged");
     for (int copy = 1; copy <= maxCopies; ++copy) {
         const QString name = copy == 1 ? first : first + u'-' + QString::number(copy);
-        if (QFileInfo::exists(name))
-            continue;
-        if (QFile::rename(path_, name))
+        const Result<void> renamed = renameToFree(*from, QFile::encodeName(name));
+        if (renamed)
             return name;
-        // Nobody else took the name meanwhile, so no other name will do either.
-        if (!QFileInfo::exists(name) && !QFileInfo(name).isSymLink())
-            return std::nullopt;
+        if (renamed.failure()->systemError != EEXIST)
+            return *renamed.failure();
     }
-    return std::nullopt;
+    return Failure::ofSystem(EEXIST);
 }

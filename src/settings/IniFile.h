@@ -10,7 +10,6 @@
 #include <QString>
 #include <QVariantMap>
 
-#include <optional>
 #include <variant>
 
 /// One INI file on the disk, which other programs and people may change at any time. It is read
@@ -42,8 +41,8 @@ public:
     const BoundedSaving &saving() const { return saving_; }
 
     /// Renames what is at the path to the first unused name of "<path>.damaged",
-    /// "<path>.damaged-2", … and returns that name; nothing if it could not be moved.
-    std::optional<QString> moveAside() const;
+    /// "<path>.damaged-2", … and returns that name. Nothing is replaced.
+    Result<QString> moveAside() const;
 
 private:
     QString path_;

@@ -7,7 +7,6 @@
 
 #include <QDeadlineTimer>
 
-#include <optional>
 #include <utility>
 #include <variant>
 
@@ -40,12 +39,13 @@ void SettingsStore::open() {
                              "read: %2")
                               .arg(filePath(), failure->reason);
     } else {
-        const std::optional<QString> copy = file_.moveAside();
-        damagedCopyPath_ = copy.value_or(QString());
-        if (!copy)
+        const Result<QString> copy = file_.moveAside();
+        if (const Failure *trouble = copy.failure())
             openingProblem_ = tr("VELM starts with its defaults, since the settings file %1 is "
-                                 "damaged; it could not be moved aside.")
-                                  .arg(filePath());
+                                 "damaged; it could not be moved aside: %2")
+                                  .arg(filePath(), trouble->reason);
+        else
+            damagedCopyPath_ = *copy;
     }
 }
 
@@ -143,12 +143,15 @@ void SettingsStore::tellOf(const Result<void> &saved) {
 Result<void> SettingsStore::trySaving() {
     const QDeadlineTimer deadline(patience);
     IniFile::Outcome outcome = file_.change(unsaved_, deadline);
-    if (std::holds_alternative<IniFile::Damaged>(outcome) && keepDamagedFileAside())
+    if (std::holds_alternative<IniFile::Damaged>(outcome)) {
+        if (const Result<void> kept = keepDamagedFileAside(); !kept)
+            return *kept.failure();
         outcome = file_.change(unsaved_, deadline);
+    }
     if (const auto *failure = std::get_if<Failure>(&outcome))
         return *failure;
     if (std::holds_alternative<IniFile::Damaged>(outcome))
-        return Failure{tr("The damaged file there could not be moved aside")};
+        return Failure{tr("The file there is damaged again")};
     stored_ = std::get<QVariantMap>(outcome);
     unconfirmed_.insert(std::exchange(unsaved_, {}));
     if (!file_.saving().isBusy())
@@ -158,15 +161,17 @@ Result<void> SettingsStore::trySaving() {
 
 // A person may have edited the file since it was last read. What it held before is still in use,
 // and goes into the new file.
-bool SettingsStore::keepDamagedFileAside() {
-    const std::optional<QString> copy = file_.moveAside();
-    if (!copy)
-        return false;
+Result<void> SettingsStore::keepDamagedFileAside() {
+    const Result<QString> copy = file_.moveAside();
+    if (const Failure *failure = copy.failure())
+        return Failure{
+            tr("The damaged file there could not be moved aside: %1").arg(failure->reason),
+            failure->systemError};
     for (auto value = stored_.cbegin(); value != stored_.cend(); ++value)
         if (value->isValid() && !unsaved_.contains(value.key()))
             unsaved_.insert(value.key(), value.value());
     emit keptAside(tr("The settings file could not be read; it is kept as %1.").arg(*copy));
-    return true;
+    return {};
 }
 
 QMap<QString, SettingsStore::VisibleValue> SettingsStore::visibleValues() const {

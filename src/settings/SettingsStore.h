@@ -110,7 +110,7 @@ private:
     void takeBackUnconfirmed();
     void tellOf(const Result<void> &saved);
     Result<void> trySaving();
-    bool keepDamagedFileAside();
+    Result<void> keepDamagedFileAside();
     QMap<QString, VisibleValue> visibleValues() const;
     void announceChanges();
 

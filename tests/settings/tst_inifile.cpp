@@ -152,11 +152,15 @@ void TestIniFile::moveAside_takesAnUnusedName() {
     const IniFile file(path());
     for (const char *content : {"first", "second"}) {
         QVERIFY(writeWholeFile(path(), content));
-        QCOMPARE(readWholeFile(file.moveAside().value_or(QString())), QByteArray(content));
+        const Result<QString> copy = file.moveAside();
+        QVERIFY(copy);
+        QCOMPARE(readWholeFile(*copy), QByteArray(content));
     }
     QCOMPARE(readWholeFile(path() + QStringLiteral(".damaged")), QByteArray("first"));
     QCOMPARE(readWholeFile(path() + QStringLiteral(".damaged-2")), QByteArray("second"));
-    QVERIFY(!file.moveAside());
+    const Result<QString> none = file.moveAside();
+    QVERIFY(none.failure());
+    QCOMPARE(none.failure()->systemError, ENOENT);
 }
 
 QTEST_GUILESS_MAIN(TestIniFile)

@@ -234,7 +234,7 @@ void TestSettingsDamage::damagedFileThatCannotBeMoved_isNotOverwritten() {
         QCOMPARE(store.damagedCopyPath(), QString());
         QCOMPARE(store.openingProblem(),
                  QStringLiteral("VELM starts with its defaults, since the settings file %1 is "
-                                "damaged; it could not be moved aside.")
+                                "damaged; it could not be moved aside: Permission denied")
                      .arg(path()));
         QSignalSpy problems(&store, &SettingsStore::problem);
         store.setValue(pad, true);
