@@ -13,6 +13,7 @@
 #include "subjects/Samples.h"
 #include "widgets/TerminalText.h"
 
+#include <QDeadlineTimer>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -119,8 +120,8 @@ Work keepingSettings() {
         values.insert(QStringLiteral("key%1").arg(key),
                       QStringLiteral("value, number %1").arg(key));
     return [folder, values] {
-        const IniFile file(folder->filePath(QStringLiteral("velm.conf")));
-        file.change(values);
+        IniFile file(folder->filePath(QStringLiteral("velm.conf")));
+        file.change(values, QDeadlineTimer(QDeadlineTimer::Forever));
         const IniFile::Outcome read = file.read();
         const auto *kept = std::get_if<QVariantMap>(&read);
         mustHold(kept && *kept == values, "the settings were not kept");

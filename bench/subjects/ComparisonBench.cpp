@@ -9,6 +9,7 @@
 #include "subjects/Samples.h"
 
 #include "base/TurnOfWork.h"
+#include "inspect/ImageDifferences.h"
 
 #include <QTemporaryDir>
 
