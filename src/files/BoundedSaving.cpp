@@ -59,7 +59,10 @@ Result<void> BoundedSaving::save(const QString &path, const QByteArray &bytes,
     if (!copy.isOpen())
         return Failure::ofSystem(errno);
     const bool isNext = isBusy();
-    if (!isNext) {
+    FileDescriptor waiting;
+    if (isNext) {
+        waiting = std::move(copy);
+    } else {
         if (const Result<void> asked = askDisk(std::move(copy)); !asked)
             return asked;
         if (diskHasAnswered(deadline))
@@ -71,7 +74,7 @@ Result<void> BoundedSaving::save(const QString &path, const QByteArray &bytes,
         file->takePlace(isBusy() ? Durability::ProgramEnd : Durability::PowerFailure);
     if (placed) {
         if (isNext)
-            next_ = std::move(copy);
+            next_ = std::move(waiting);
         placeIsTaken(*file);
     } else if (!isNext) {
         asked_ = {};
