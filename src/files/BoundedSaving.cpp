@@ -50,8 +50,8 @@ BoundedSaving::~BoundedSaving() {
 Result<void> BoundedSaving::save(const QString &path, const QByteArray &bytes,
                                  QDeadlineTimer deadline) {
     // What it refused before is made anew with what is saved now.
-    if (asked_.valid() && diskHasAnswered(QDeadlineTimer(0)))
-        std::ignore = answer();
+    if (isBusy() && diskHasAnswered(QDeadlineTimer(0)))
+        isRefused_ = !answer();
     Result<UnfinishedFile> file = unfinishedFile(path, bytes, Durability::ProgramEnd);
     if (!file)
         return *file.failure();
@@ -125,7 +125,10 @@ Result<void> BoundedSaving::answer() {
 }
 
 void BoundedSaving::lookAgain() {
-    if (!asked_.valid() || !diskHasAnswered(QDeadlineTimer(0)))
+    // A save in between may have taken the answer.
+    if (!isBusy())
+        return looking_.stop();
+    if (!diskHasAnswered(QDeadlineTimer(0)))
         return;
     const Result<void> answered = answer();
     if (isBusy())

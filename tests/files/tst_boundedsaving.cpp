@@ -29,6 +29,7 @@ private slots:
     void ofManyFiles_aSlowDiskIsAskedAboutTheLast();
     void aRefusalThatComesLater_isTold();
     void aRefusalOfWhatHasBeenReplaced_isNot();
+    void aRefusalThatASaveFinds_isNotForgotten();
     void theEnd_doesNotWaitForEver();
 
 private:
@@ -112,6 +113,19 @@ void TestBoundedSaving::aRefusalOfWhatHasBeenReplaced_isNot() {
     QTRY_COMPARE(disk.calls(), 2);
     QVERIFY(saving.save(path(), "newest", 10s));
     QCOMPARE(refusals.size(), 0);
+}
+
+void TestBoundedSaving::aRefusalThatASaveFinds_isNotForgotten() {
+    BoundedSaving saving;
+    HeldDisk disk;
+    QVERIFY(saving.save(path(), "new", 0ms));
+    QTRY_COMPARE(disk.calls(), 1);
+    disk.release(EIO);
+    // Nothing is told meanwhile: no event comes.
+    const QString nowhere = folder_->filePath(QStringLiteral("nowhere/a.conf"));
+    for (const QDeadlineTimer patience(10s); !saving.isRefused() && !patience.hasExpired();)
+        QVERIFY(!saving.save(nowhere, "newer", 0ms));
+    QVERIFY(saving.isRefused());
 }
 
 void TestBoundedSaving::theEnd_doesNotWaitForEver() {
