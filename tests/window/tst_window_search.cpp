@@ -31,8 +31,8 @@ private slots:
     void results_areSplitAtEveryNewline_data();
     void results_areSplitAtEveryNewline();
     void results_ofASecondSearchReplaceTheFirst();
-    void results_beyondTheLimitGiveAnEmptyList();
-    void results_ofTooManyLinesGiveAnEmptyList();
+    void results_beyondALimitGiveAnEmptyList_data();
+    void results_beyondALimitGiveAnEmptyList();
     void results_thatAreNoTextAreSaidToBeNone();
     void results_missingFileGivesAnEmptyList();
     void terms_reachTheToolAsOneWord_data();
@@ -205,30 +205,31 @@ void TestWindowSearch::results_ofASecondSearchReplaceTheFirst() {
         QVERIFY2(name.contains(QStringLiteral("74138")), qPrintable(name));
 }
 
-void TestWindowSearch::results_beyondTheLimitGiveAnEmptyList() {
-    WindowFixture velm;
-    velm.useTool("truncate -s " + QByteArray::number(largestList + 1) + " temp_sr.bin\n");
-    velm.start();
-    const Panel panel(velm);
-    panel.searchFor(QStringLiteral("x"));
-    QCOMPARE(panel.names(), QStringList());
-    QVERIFY(velm.log.lines.contains(QStringLiteral("list has returned:0")));
-    QCOMPARE(panel.remark->text(),
-             QStringLiteral("The list of devices could not be read: it is larger than 8 MiB. "
-                            "Check the field Programmer tool and search again."));
+void TestWindowSearch::results_beyondALimitGiveAnEmptyList_data() {
+    QTest::addColumn<QByteArray>("tool");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("bytes") << "truncate -s " + QByteArray::number(largestList + 1) +
+                                  " temp_sr.bin\n"
+                           << "it is larger than 8 MiB";
+    QTest::newRow("lines") << "yes A | head -n " + QByteArray::number(maxListLines) +
+                                  " >temp_sr.bin\n"
+                           << "it has more than 262,144 lines";
 }
 
-void TestWindowSearch::results_ofTooManyLinesGiveAnEmptyList() {
+void TestWindowSearch::results_beyondALimitGiveAnEmptyList() {
+    QFETCH(QByteArray, tool);
+    QFETCH(QString, reason);
     WindowFixture velm;
-    velm.useTool("yes A | head -n " + QByteArray::number(maxListLines) + " >temp_sr.bin\n");
+    velm.useTool(tool);
     velm.start();
     const Panel panel(velm);
     panel.searchFor(QStringLiteral("x"));
     QCOMPARE(panel.names(), QStringList());
     QVERIFY(velm.log.lines.contains(QStringLiteral("list has returned:0")));
     QCOMPARE(panel.remark->text(),
-             QStringLiteral("The list of devices could not be read: it has more than 262,144 "
-                            "lines. Check the field Programmer tool and search again."));
+             QStringLiteral("The list of devices could not be read: %1. Check the field "
+                            "Programmer tool and search again.")
+                 .arg(reason));
 }
 
 void TestWindowSearch::results_thatAreNoTextAreSaidToBeNone() {
