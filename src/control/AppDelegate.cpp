@@ -68,10 +68,9 @@ void AppDelegate::build_output_data(QObject *) {
                      .madeWith = imageControls(outlets, with_.defaults),
                      .source = sourceOfBytes(inputs, composition)});
     write_output_data_to_temp_file(this);
-    sayHowItCameOut(with_.messages, inputs, composition);
     noteImageChanged();
-    offers_.sayReplaced();
-    offers_.sayRestored();
+    offers_.sayComposed(
+        {compositionRemarks(inputs, composition).join(u' '), composition.refused.has_value()});
 }
 
 // What was said or asked was about the image that was there before.

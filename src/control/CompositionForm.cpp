@@ -4,7 +4,6 @@
 #include "control/CompositionForm.h"
 
 #include "control/AppDelegateOutlets.h"
-#include "control/Messages.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 
@@ -28,15 +27,6 @@ CompositionInputs compositionInputs(const AppDelegateOutlets &outlets,
     inputs.combineReadData = outlets.btn_combine_read_data->isChecked();
     inputs.padWithZero = outlets.btn_pad_00->isChecked();
     return inputs;
-}
-
-void sayHowItCameOut(Messages &messages, const CompositionInputs &inputs,
-                     const Composition &composition) {
-    const QString remarks = compositionRemarks(inputs, composition).join(u' ');
-    if (composition.refused)
-        messages.sayTrouble(Topic::Composition, remarks);
-    else
-        messages.say(Topic::Composition, remarks);
 }
 
 ImageControls imageControls(const AppDelegateOutlets &outlets, const SettingsStore &settings) {

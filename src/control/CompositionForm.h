@@ -6,7 +6,6 @@
 #include "image/CompositionRemarks.h"
 #include "image/ImageComposition.h"
 
-class Messages;
 class QObject;
 class SettingsStore;
 struct AppDelegateOutlets;
@@ -18,11 +17,6 @@ bool composes(const AppDelegateOutlets &outlets, const QObject *control);
 /// left for the caller to fill in.
 CompositionInputs compositionInputs(const AppDelegateOutlets &outlets,
                                     const SettingsStore &settings);
-
-/// Says what the user should know of \a composition, made from \a inputs, instead of what was said
-/// before.
-void sayHowItCameOut(Messages &messages, const CompositionInputs &inputs,
-                     const Composition &composition);
 
 /// What the controls say, to compare with what an image was made with.
 ImageControls imageControls(const AppDelegateOutlets &outlets, const SettingsStore &settings);

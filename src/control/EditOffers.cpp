@@ -35,8 +35,10 @@ void EditOffers::step(std::optional<ByteRange> (HandEdits::*way)()) {
     if (gate_.refusesElseCommits())
         return;
     std::optional<ByteRange> made;
-    if (tryEdit([&] { made = (edits_.*way)(); }) && made)
-        emit stepped(*made);
+    if (!tryEdit([&] { made = (edits_.*way)(); }) || !made)
+        return;
+    sayHowItCameOut();
+    emit stepped(*made);
 }
 
 /// Does \a work, which must be the edit alone: what shows an edit may not be given up once it is
@@ -55,8 +57,9 @@ void EditOffers::restore() {
     if (gate_.refusesElseCommits() || edits_.replaced().isEmpty())
         return;
     const int edits = edits_.replaced().last().state.edits;
-    messages_.happened(Event::ImageRestored);
-    emit stepped(edits_.restore());
+    const ByteRange changed = edits_.restore();
+    sayHowItCameOut();
+    emit stepped(changed);
     sayReplaced();
     sayRestored(edits);
     emit restored();
@@ -109,6 +112,23 @@ void EditOffers::sayRejected(const QString &entry, qint64 offset) {
                   {tr("Write 00 at %1").arg(addressWords(offset)), [this, offset] {
                        writeZeros({offset, 1});
                    }});
+}
+
+void EditOffers::sayComposed(const CompositionWords &words) {
+    lastComposition_ = words;
+    sayHowItCameOut();
+    sayReplaced();
+    sayRestored();
+}
+
+// An image that came back is another one: it may have been made of what there is no more.
+void EditOffers::sayHowItCameOut() {
+    if (edits_.state().isRestored)
+        return messages_.takeBack(Topic::Composition);
+    if (lastComposition_.isRefused)
+        messages_.sayTrouble(Topic::Composition, lastComposition_.remarks);
+    else
+        messages_.say(Topic::Composition, lastComposition_.remarks);
 }
 
 void EditOffers::sayReplaced() {

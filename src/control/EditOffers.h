@@ -69,8 +69,15 @@ public:
     /// be written there all the same.
     void sayRejected(const QString &entry, qint64 offset);
 
-    /// Says how many edits wait to be restored, and offers it.
-    void sayReplaced();
+    /// What the user is told of a composition.
+    struct CompositionWords {
+        QString remarks; ///< sentences (translated), or nothing
+        bool isRefused = false;
+    };
+
+    /// The data to burn were composed anew: says \a words, and again whenever the image that has
+    /// taken the place of that one is taken back, and how many edits wait to be restored.
+    void sayComposed(const CompositionWords &words);
     /// Says how many \a edits have just come back, if any, and which controls are no longer as the
     /// image was made with.
     void sayRestored(int edits = 0);
@@ -95,6 +102,8 @@ signals:
 
 private:
     void step(std::optional<ByteRange> (HandEdits::*way)());
+    void sayHowItCameOut();
+    void sayReplaced();
     bool tryEdit(const std::function<void()> &work);
     SecondPress::Question aboutPresent(int edits);
     SecondPress::Question aboutReplaced(int edits);
@@ -104,4 +113,5 @@ private:
     SecondPress &secondPress_;
     const ActionGate &gate_;
     std::function<ImageControls()> controls_;
+    CompositionWords lastComposition_;
 };

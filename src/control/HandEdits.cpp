@@ -73,7 +73,7 @@ private:
 class HandEdits::ImageStep final : public Step {
 public:
     ImageStep(ByteBuffer &image, const Replaced &other)
-        : Step(image, other.state, {0, std::max(lengthOf(image), lengthOf(other.image))}),
+        : Step(image, restored(other.state), {0, std::max(lengthOf(image), lengthOf(other.image))}),
           other_(other.image),
           edited_(other.edited) {}
 
@@ -83,6 +83,11 @@ public:
     qint64 bytesKept() const override { return lengthOf(other_); }
 
 private:
+    static ImageState restored(ImageState state) {
+        state.isRestored = true;
+        return state;
+    }
+
     ByteBuffer other_;
     EditedBytes edited_;
 };

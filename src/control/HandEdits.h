@@ -27,6 +27,8 @@ struct ImageState {
     ImageControls madeWith;
     /// Whose bytes were composed; nothing if there was only padding.
     std::optional<CompositionSource> source = {};
+    /// It has come back, in the place of an image that was composed later.
+    bool isRestored = false;
 };
 
 /// The edits of the data to burn since it was composed last: what was done, taken back and can be

@@ -43,7 +43,8 @@ constexpr std::array rules = {
     Rule{Topic::StaleRead, warning, warning, {Event::ReadTaken}},
     Rule{Topic::NothingRead, warning, warning, {Event::BytesRead}},
     Rule{Topic::NothingToBurn, warning, warning, {Event::ImageHasBytes}},
-    Rule{Topic::Composition, information, problem, {Event::ImageRestored}},
+    // Whether the image is the one composed last.
+    Rule{Topic::Composition, information, problem, followed},
     Rule{Topic::Workspace, problem, problem, {Event::ImageWritten}},
     Rule{Topic::SharedFolder, warning, warning, {Event::ImageMoved}},
     Rule{Topic::ImageFile, information, problem, {Event::ImageChanged, Event::RunBegan}},

@@ -53,7 +53,6 @@ enum class Event {
     BytesRead,         ///< there are bytes of a chip
     ImageChanged,      ///< the data to burn
     ImageHasBytes,     ///< there are data to burn
-    ImageRestored,     ///< an older image has taken the place of the one composed last
     ImageWritten,      ///< its file holds the image, or there is none
     ImageMoved,        ///< the image has another file
     BinaryLoading,     ///< the opened binary is about to be read

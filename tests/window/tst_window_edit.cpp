@@ -29,7 +29,7 @@ private slots:
     void edits_surviveATabChange();
     void editsReplacedByAComposition_canBeRestored();
     void restoredEdits_sayWhichControlsSaySomethingElse();
-    void restoredEdits_endWhatWasSaidOfTheComposition();
+    void restoredEdits_hideWhatWasSaidOfTheComposition();
     void restoring_isOneStepOfTheHistory();
     void compositionOfTheSameBytes_losesNoEdits();
     void editsDoNotTouchTheReadData();
@@ -252,7 +252,7 @@ void TestWindowEdit::restoredEdits_sayWhichControlsSaySomethingElse() {
     QVERIFY2(!velm.message().contains(QStringLiteral("was restored")), qPrintable(velm.message()));
 }
 
-void TestWindowEdit::restoredEdits_endWhatWasSaidOfTheComposition() {
+void TestWindowEdit::restoredEdits_hideWhatWasSaidOfTheComposition() {
     WindowFixture velm;
     showTwentyBytes(velm);
     enter(velm, 0, 1, QStringLiteral("7A"));
@@ -264,6 +264,18 @@ void TestWindowEdit::restoredEdits_endWhatWasSaidOfTheComposition() {
              qPrintable(velm.message()));
     velm.delegate().edits().restore();
     QCOMPARE(lengthOf(velm.state().output_data), 20);
+    QVERIFY2(!velm.message().contains(QStringLiteral("There is no data to burn")),
+             qPrintable(velm.message()));
+    // An edit of it changes nothing about that; the refused image that is back does.
+    enter(velm, 0, 2, QStringLiteral("7B"));
+    velm.delegate().edits().undo();
+    QVERIFY2(!velm.message().contains(QStringLiteral("There is no data to burn")),
+             qPrintable(velm.message()));
+    velm.delegate().edits().undo();
+    QVERIFY(!velm.state().output_data);
+    QVERIFY2(velm.message().contains(QStringLiteral("Problem: There is no data to burn")),
+             qPrintable(velm.message()));
+    velm.delegate().edits().redo();
     QVERIFY2(!velm.message().contains(QStringLiteral("There is no data to burn")),
              qPrintable(velm.message()));
 }
