@@ -14,6 +14,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <mutex>
+#include <pthread.h>
 #include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -128,6 +129,14 @@ int opening(const char *name, const char *path, int flags, mode_t mode) {
     const bool changesTheDisk = makesAFile(flags) || (flags & O_TRUNC) != 0;
     return changesTheDisk ? changing<Function>(name, path, flags, mode)
                           : reading<Function>(name, path, flags, mode);
+}
+
+/// Only what makes a descriptor is counted: the other commands cannot fail here.
+int controlling(const char *name, int file, int command, void *argument) {
+    using Function = int(int, int, ...);
+    const bool makesADescriptor = command == F_DUPFD || command == F_DUPFD_CLOEXEC;
+    return makesADescriptor ? reading<Function>(name, file, command, argument)
+                            : libraryFunction<Function>(name)(file, command, argument);
 }
 
 int flushing(const char *name, int file) {
@@ -272,6 +281,31 @@ void *mmap64(void *address, size_t size, int use, int flags, int file, off64_t p
     return letFail("mmap64", Effect::Reads)
                ? MAP_FAILED
                : libraryFunction<Function>("mmap64")(address, size, use, flags, file, place);
+}
+
+int fcntl(int file, int command, ...) {
+    va_list rest;
+    va_start(rest, command);
+    void *argument = va_arg(rest, void *);
+    va_end(rest);
+    return controlling("fcntl", file, command, argument);
+}
+
+int fcntl64(int file, int command, ...) {
+    va_list rest;
+    va_start(rest, command);
+    void *argument = va_arg(rest, void *);
+    va_end(rest);
+    return controlling("fcntl64", file, command, argument);
+}
+
+// It gives its error, and leaves errno alone.
+int pthread_create(pthread_t *thread, const pthread_attr_t *attributes, void *(*work)(void *),
+                   void *argument) noexcept {
+    using Function = int(pthread_t *, const pthread_attr_t *, void *(*)(void *), void *);
+    return letFail("pthread_create", Effect::Reads)
+               ? errno
+               : libraryFunction<Function>("pthread_create")(thread, attributes, work, argument);
 }
 
 int fsync(int file) {
