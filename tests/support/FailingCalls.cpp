@@ -363,6 +363,14 @@ char *realpath(const char *path, char *resolved) noexcept {
                : libraryFunction<char *(const char *, char *)>("realpath")(path, resolved);
 }
 
+// What a toolkit calls that was built with checks of its buffers.
+char *__realpath_chk(const char *path, char *resolved, size_t size) noexcept {
+    using Function = char *(const char *, char *, size_t);
+    return letFail("realpath", Effect::Reads)
+               ? nullptr
+               : libraryFunction<Function>("__realpath_chk")(path, resolved, size);
+}
+
 ssize_t readlink(const char *path, char *target, size_t size) noexcept {
     return reading<ssize_t(const char *, char *, size_t)>("readlink", path, target, size);
 }
