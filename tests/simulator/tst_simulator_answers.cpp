@@ -12,8 +12,6 @@
 #include <QRegularExpression>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 /// Every command line whose answer by the tool itself is on file: exit status, both streams, the
 /// file that a read leaves and the chip.
 class TestSimulatorAnswers : public QObject {
@@ -45,12 +43,12 @@ QByteArray sample(int size) {
 }
 
 QByteArray chipContent(const QString &device) {
-    if (device == "M27C512@DIP28"_L1)
+    if (device == u"M27C512@DIP28")
         return QByteArray(64 * kib, '\xff');
     constexpr char inverted = 0x5A;
-    const int size = device == "W25Q80BV"_L1        ? kib * kib
-                     : device == "W27C512@DIP28"_L1 ? 64 * kib
-                                                    : chipSize;
+    const int size = device == u"W25Q80BV"        ? kib * kib
+                     : device == u"W27C512@DIP28" ? 64 * kib
+                                                  : chipSize;
     QByteArray content = sample(size);
     for (char &byte : content)
         byte ^= inverted;
@@ -76,40 +74,40 @@ QByteArray intelHex(const QByteArray &content) {
 
 void makeFiles(const TestBench &bench) {
     for (const int size : {32 * kib, 64 * kib})
-        bench.makeFile(u"img%1k.bin"_s.arg(size / kib), sample(size));
-    bench.makeFile(u"img30k.bin"_s, sample(30'000));
-    bench.makeFile(u"img40k.bin"_s, sample(40'000));
-    bench.makeFile(u"empty.bin"_s, {});
-    bench.makeFile(u"short.hex"_s, intelHex(sample(256)));
-    bench.makeFile(u"full.hex"_s, intelHex(sample(chipSize)));
-    const QByteArray content = chipContent(u"AT28C256"_s);
-    bench.makeFile(u"chip.copy"_s, content);
-    bench.makeFile(u"chip.long"_s, content + QByteArray("more").repeated(25));
-    bench.makeFile(u"chip.short"_s, content.left(1000));
-    bench.makeFile(u"x.bin"_s, "OLD CONTENT");
+        bench.makeFile(QStringLiteral("img%1k.bin").arg(size / kib), sample(size));
+    bench.makeFile(QStringLiteral("img30k.bin"), sample(30'000));
+    bench.makeFile(QStringLiteral("img40k.bin"), sample(40'000));
+    bench.makeFile(QStringLiteral("empty.bin"), {});
+    bench.makeFile(QStringLiteral("short.hex"), intelHex(sample(256)));
+    bench.makeFile(QStringLiteral("full.hex"), intelHex(sample(chipSize)));
+    const QByteArray content = chipContent(QStringLiteral("AT28C256"));
+    bench.makeFile(QStringLiteral("chip.copy"), content);
+    bench.makeFile(QStringLiteral("chip.long"), content + QByteArray("more").repeated(25));
+    bench.makeFile(QStringLiteral("chip.short"), content.left(1000));
+    bench.makeFile(QStringLiteral("x.bin"), "OLD CONTENT");
 }
 
 QString chipFile(const QString &device) {
-    return u"bench/%1.bin"_s.arg(device);
+    return QStringLiteral("bench/%1.bin").arg(device);
 }
 
 /// Where a fault strikes is given by what the programmer was asked until then; here it is given
 /// in blocks. The other conditions are faults by their own names.
 QString faultOf(const QJsonObject &example) {
-    const QString condition = example["condition"_L1].toString();
-    const QJsonObject programmer = example["programmer"_L1].toObject();
+    const QString condition = example[u"condition"].toString();
+    const QJsonObject programmer = example[u"programmer"].toObject();
     const struct {
-        QLatin1StringView detail;
-        QLatin1StringView value;
-        QLatin1StringView fault;
-    } places[] = {{"ovc"_L1, "0"_L1, "overcurrent:0"_L1},
-                  {"ovc"_L1, "2"_L1, "overcurrent:2"_L1},
-                  {"ovc"_L1, "3"_L1, "overcurrent:2"_L1},
-                  {"unplug"_L1, "200"_L1, "unplugged:40"_L1},
-                  {"unplug"_L1, "400"_L1, "unplugged:78"_L1}};
+        QStringView detail;
+        QStringView value;
+        QStringView fault;
+    } places[] = {{u"ovc", u"0", u"overcurrent:0"},
+                  {u"ovc", u"2", u"overcurrent:2"},
+                  {u"ovc", u"3", u"overcurrent:2"},
+                  {u"unplug", u"200", u"unplugged:40"},
+                  {u"unplug", u"400", u"unplugged:78"}};
     for (const auto &place : places)
         if (programmer[place.detail].toString() == place.value)
-            return place.fault;
+            return place.fault.toString();
     return condition;
 }
 
@@ -118,16 +116,16 @@ QByteArray pieceOf(const QJsonValue &piece) {
     if (piece.isString())
         return piece.toString().toLatin1();
     QByteArray text;
-    const int blocks = piece["blocks"_L1].toInt();
-    for (int i = 0; i < piece["updates"_L1].toInt(); ++i)
-        text += piece["progress"_L1].toString().toLatin1() +
+    const int blocks = piece[u"blocks"].toInt();
+    for (int i = 0; i < piece[u"updates"].toInt(); ++i)
+        text += piece[u"progress"].toString().toLatin1() +
                 QByteArray::number(100 * i / blocks).rightJustified(2) + '%';
     return text;
 }
 
 QByteArray standardError(const QJsonObject &example) {
     QByteArray text;
-    for (const QJsonValue &piece : example["stderr"_L1].toArray())
+    for (const QJsonValue &piece : example[u"stderr"].toArray())
         text += pieceOf(piece);
     return text.replace("ARGV0n", "minipro-sim").replace("ARGV0", MINIPRO_SIM);
 }
@@ -138,8 +136,8 @@ QByteArray digest(const QByteArray &content) {
 }
 
 QByteArray digestOnFile(const QJsonValue &value) {
-    return QByteArray::number(value["length"_L1].toInt()) + ' ' +
-           value["sha256"_L1].toString().toLatin1();
+    return QByteArray::number(value[u"length"].toInt()) + ' ' +
+           value[u"sha256"].toString().toLatin1();
 }
 
 void compareContent(const QByteArray &found, const QJsonValue &onFile, const QByteArray &before) {
@@ -148,7 +146,7 @@ void compareContent(const QByteArray &found, const QJsonValue &onFile, const QBy
 
 QString deviceOf(const QStringList &arguments) {
     const auto option = std::find_if(arguments.begin(), arguments.end(), [](const QString &word) {
-        return word == "-p"_L1 || word == "--device"_L1;
+        return word == u"-p" || word == u"--device";
     });
     return arguments.value(option - arguments.begin() + 1).toUpper();
 }
@@ -161,30 +159,30 @@ void TestSimulatorAnswers::answers_data() {
         QJsonDocument::fromJson(readWholeFile(QStringLiteral(TOOL_ANSWERS))).array();
     QCOMPARE(examples.size(), 69);
     for (int i = 0; i < examples.size(); ++i)
-        QTest::addRow("%d %s", i, qPrintable(examples[i]["case"_L1].toString()))
+        QTest::addRow("%d %s", i, qPrintable(examples[i][u"case"].toString()))
             << examples[i].toObject();
 }
 
 void TestSimulatorAnswers::answers() {
     QFETCH(QJsonObject, example);
-    const QStringList arguments = example["arguments"_L1].toVariant().toStringList();
+    const QStringList arguments = example[u"arguments"].toVariant().toStringList();
     const QString device = deviceOf(arguments);
     TestBench bench;
     makeFiles(bench);
     bench.makeFile(chipFile(device), chipContent(device));
-    bench.set(u"FAULT"_s, faultOf(example));
+    bench.set(QStringLiteral("FAULT"), faultOf(example));
 
-    Answer answer = bench.run(arguments, example["answer"_L1].toString().toLatin1());
+    Answer answer = bench.run(arguments, example[u"answer"].toString().toLatin1());
 
-    const QJsonValue out = example["stdout"_L1];
-    Answer expected{example["exit"_L1].toInt(), out.toString().toLatin1(), standardError(example)};
+    const QJsonValue out = example[u"stdout"];
+    Answer expected{example[u"exit"].toInt(), out.toString().toLatin1(), standardError(example)};
     if (out.isObject()) {
         answer.out = digest(answer.out);
         expected.out = digestOnFile(out);
     }
     QCOMPARE(answer, expected);
-    compareContent(bench.contentOf(u"x.bin"_s), example["file_x"_L1], "OLD CONTENT");
-    compareContent(bench.contentOf(chipFile(device)), example["chip"_L1], chipContent(device));
+    compareContent(bench.contentOf(QStringLiteral("x.bin")), example[u"file_x"], "OLD CONTENT");
+    compareContent(bench.contentOf(chipFile(device)), example[u"chip"], chipContent(device));
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorAnswers)

@@ -6,8 +6,6 @@
 #include <QDir>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr int kib = 1024;
@@ -147,8 +145,9 @@ void TestSimulatorChips::init() {
 
 Answer TestSimulatorChips::write(const QString &device, const QByteArray &image,
                                  const QStringList &switches) {
-    const QString file = bench->makeFile(u"image.bin"_s, image);
-    return bench->run(QStringList{u"-p"_s, device, u"-w"_s, file} + switches);
+    const QString file = bench->makeFile(QStringLiteral("image.bin"), image);
+    return bench->run(QStringList{QStringLiteral("-p"), device, QStringLiteral("-w"), file} +
+                      switches);
 }
 
 void TestSimulatorChips::everyChip_hasItsSizeAndId_data() {
@@ -162,9 +161,10 @@ void TestSimulatorChips::everyChip_hasItsSizeAndId() {
     QFETCH(QByteArray, voltages);
     const QString device = QString::fromLatin1(QTest::currentDataTag());
     const int blocks = (size + block - 1) / block;
-    QCOMPARE(bench->run({u"-p"_s, device, u"-r"_s, bench->path(u"read.bin"_s)}),
+    QCOMPARE(bench->run({QStringLiteral("-p"), device, QStringLiteral("-r"),
+                         bench->path(QStringLiteral("read.bin"))}),
              (Answer{0, {}, bannerText() + voltages + idLine(id) + readingText(blocks)}));
-    QCOMPARE(bench->contentOf(u"read.bin"_s).size(), size);
+    QCOMPARE(bench->contentOf(QStringLiteral("read.bin")).size(), size);
 }
 
 void TestSimulatorChips::everyChip_isWrittenAndReadBack_data() {
@@ -185,24 +185,28 @@ void TestSimulatorChips::firstContent_data() {
     QTest::addColumn<QString>("chips");
     QTest::addColumn<QString>("device");
     QTest::addColumn<bool>("blank");
-    QTest::newRow("flash holds sample text") << u""_s << u"AM29F010@DIP32"_s << false;
-    QTest::newRow("UV EPROM is blank") << u"auto"_s << u"AM27C256@DIP28"_s << true;
-    QTest::newRow("UV EPROM can hold sample text") << u"sample"_s << u"AM27C256@DIP28"_s << false;
-    QTest::newRow("flash can be blank") << u"blank"_s << u"AM29F010@DIP32"_s << true;
+    QTest::newRow("flash holds sample text")
+        << QStringLiteral("") << QStringLiteral("AM29F010@DIP32") << false;
+    QTest::newRow("UV EPROM is blank")
+        << QStringLiteral("auto") << QStringLiteral("AM27C256@DIP28") << true;
+    QTest::newRow("UV EPROM can hold sample text")
+        << QStringLiteral("sample") << QStringLiteral("AM27C256@DIP28") << false;
+    QTest::newRow("flash can be blank")
+        << QStringLiteral("blank") << QStringLiteral("AM29F010@DIP32") << true;
 }
 
 void TestSimulatorChips::firstContent() {
     QFETCH(QString, chips);
     QFETCH(QString, device);
     QFETCH(bool, blank);
-    bench->set(u"CHIPS"_s, chips);
+    bench->set(QStringLiteral("CHIPS"), chips);
     const QByteArray content = bench->readChip(device);
     QCOMPARE(content == QByteArray(content.size(), '\xff'), blank);
     QCOMPARE(content.startsWith("Sample content"), !blank);
 }
 
 void TestSimulatorChips::sample_isRecognisable() {
-    const QByteArray content = bench->readChip(u"W27C512@DIP28"_s);
+    const QByteArray content = bench->readChip(QStringLiteral("W27C512@DIP28"));
     QCOMPARE(content.size(), 65'536);
     QVERIFY(content.startsWith("Sample content of the simulated chip W27C512@DIP28, 65536 bytes."));
     QByteArray everyByte;
@@ -214,26 +218,27 @@ void TestSimulatorChips::sample_isRecognisable() {
 }
 
 void TestSimulatorChips::chipFile_ofAnotherLength_isCutOrFilledUp() {
-    bench->makeFile(u"bench/AT24C02.bin"_s, "short");
-    QCOMPARE(bench->readChip(u"AT24C02"_s), blankAfter("short", 256));
-    bench->makeFile(u"bench/AT24C02.bin"_s, QByteArray(300, 'x'));
-    QCOMPARE(bench->readChip(u"AT24C02"_s), QByteArray(256, 'x'));
+    bench->makeFile(QStringLiteral("bench/AT24C02.bin"), "short");
+    QCOMPARE(bench->readChip(QStringLiteral("AT24C02")), blankAfter("short", 256));
+    bench->makeFile(QStringLiteral("bench/AT24C02.bin"), QByteArray(300, 'x'));
+    QCOMPARE(bench->readChip(QStringLiteral("AT24C02")), QByteArray(256, 'x'));
 }
 
 void TestSimulatorChips::chipFile_leavesNothingElseBehind() {
-    write(u"AT24C02"_s, QByteArray(256, 'x'));
-    QCOMPARE(bench->readChip(u"93LC66X*"_s).size(), 512);
-    QCOMPARE(QDir(bench->path(u"bench"_s)).entryList(QDir::Files),
-             (QStringList{u"93LC66X_.bin"_s, u"AT24C02.bin"_s}));
+    write(QStringLiteral("AT24C02"), QByteArray(256, 'x'));
+    QCOMPARE(bench->readChip(QStringLiteral("93LC66X*")).size(), 512);
+    QCOMPARE(QDir(bench->path(QStringLiteral("bench"))).entryList(QDir::Files),
+             (QStringList{QStringLiteral("93LC66X_.bin"), QStringLiteral("AT24C02.bin")}));
 }
 
 void TestSimulatorChips::read_intoAFolderThatIsNotThere_fails() {
-    const QString file = bench->path(u"nowhere/read.bin"_s);
-    QCOMPARE(bench->run({u"-p"_s, u"AT24C02"_s, u"-r"_s, file}),
-             (Answer{1,
-                     {},
-                     bannerText() + "Could not open file " + file.toUtf8() +
-                         " for writing.\nNo such file or directory\n"}));
+    const QString file = bench->path(QStringLiteral("nowhere/read.bin"));
+    QCOMPARE(
+        bench->run({QStringLiteral("-p"), QStringLiteral("AT24C02"), QStringLiteral("-r"), file}),
+        (Answer{1,
+                {},
+                bannerText() + "Could not open file " + file.toUtf8() +
+                    " for writing.\nNo such file or directory\n"}));
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorChips)

@@ -5,8 +5,6 @@
 
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 /// The command line: in what order and by what names options are taken, and what makes no sense.
 class TestSimulatorCommands : public QObject {
     Q_OBJECT
@@ -32,15 +30,15 @@ private:
 
 void TestSimulatorCommands::order_ofTheOptions_doesNotMatter_data() {
     QTest::addColumn<QString>("command");
-    QTest::newRow("device first") << u"-p 24C02 -r read.bin -y -s -e -u"_s;
-    QTest::newRow("device last") << u"-y -r read.bin -u -p 24C02"_s;
-    QTest::newRow("switches joined") << u"-yseu -p24C02 -rread.bin"_s;
-    QTest::newRow("end of options") << u"-p 24C02 -r read.bin --"_s;
-    QTest::newRow("by name") << u"--device 24C02 --read read.bin --no_id_error"_s;
-    QTest::newRow("by name, joined") << u"--device=24C02 --read=read.bin"_s;
-    QTest::newRow("by a shortened name") << u"--dev 24C02 --read read.bin"_s;
+    QTest::newRow("device first") << QStringLiteral("-p 24C02 -r read.bin -y -s -e -u");
+    QTest::newRow("device last") << QStringLiteral("-y -r read.bin -u -p 24C02");
+    QTest::newRow("switches joined") << QStringLiteral("-yseu -p24C02 -rread.bin");
+    QTest::newRow("end of options") << QStringLiteral("-p 24C02 -r read.bin --");
+    QTest::newRow("by name") << QStringLiteral("--device 24C02 --read read.bin --no_id_error");
+    QTest::newRow("by name, joined") << QStringLiteral("--device=24C02 --read=read.bin");
+    QTest::newRow("by a shortened name") << QStringLiteral("--dev 24C02 --read read.bin");
     QTest::newRow("without effect on this chip")
-        << u"-p 24C02 -r read.bin -i -I -o vpp=12 -v -P -c code"_s;
+        << QStringLiteral("-p 24C02 -r read.bin -i -I -o vpp=12 -v -P -c code");
 }
 
 void TestSimulatorCommands::order_ofTheOptions_doesNotMatter() {
@@ -76,10 +74,10 @@ void TestSimulatorCommands::switches_byLetterAndByName_data() {
 void TestSimulatorCommands::switches_byLetterAndByName() {
     QFETCH(QString, letter);
     QFETCH(QString, name);
-    bench->makeFile(u"blank.bin"_s, QByteArray(8 * 1024, '\xff'));
-    bench->makeFile(u"short.bin"_s, QByteArray(1024, '\xff'));
+    bench->makeFile(QStringLiteral("blank.bin"), QByteArray(8 * 1024, '\xff'));
+    bench->makeFile(QStringLiteral("short.bin"), QByteArray(1024, '\xff'));
     const auto answerTo = [this](const QString &words) {
-        return bench->run(u"-p AT28C64B "_s.append(words).split(u' '));
+        return bench->run(QStringLiteral("-p AT28C64B ").append(words).split(u' '));
     };
     const Answer answer = answerTo(letter);
     QVERIFY(answer.err.startsWith(bannerText()));
@@ -87,17 +85,18 @@ void TestSimulatorCommands::switches_byLetterAndByName() {
 }
 
 void TestSimulatorCommands::lastAction_wins() {
-    bench->makeFile(u"kept.bin"_s, "kept");
-    QCOMPARE(bench->run(u"-p 24C02 -w image.bin -E -r kept.bin -r read.bin"_s.split(u' ')),
-             (Answer{0, {}, bannerText() + readingText(1)}));
-    QCOMPARE(bench->contentOf(u"read.bin"_s).size(), 256);
-    QCOMPARE(bench->contentOf(u"kept.bin"_s), QByteArray("kept"));
+    bench->makeFile(QStringLiteral("kept.bin"), "kept");
+    QCOMPARE(
+        bench->run(QStringLiteral("-p 24C02 -w image.bin -E -r kept.bin -r read.bin").split(u' ')),
+        (Answer{0, {}, bannerText() + readingText(1)}));
+    QCOMPARE(bench->contentOf(QStringLiteral("read.bin")).size(), 256);
+    QCOMPARE(bench->contentOf(QStringLiteral("kept.bin")), QByteArray("kept"));
 }
 
 void TestSimulatorCommands::inquiry_isAnsweredAtOnce() {
-    QCOMPARE(bench->run(u"-p 24C02 -k -r read.bin -Z"_s.split(u' ')),
+    QCOMPARE(bench->run(QStringLiteral("-p 24C02 -k -r read.bin -Z").split(u' ')),
              (Answer{0, {}, "tl866ii: TL866II+\n"}));
-    QCOMPARE(bench->run(u"-Z -k"_s.split(u' ')).status, 1);
+    QCOMPARE(bench->run(QStringLiteral("-Z -k").split(u' ')).status, 1);
 }
 
 void TestSimulatorCommands::mistakes_data() {
@@ -107,43 +106,46 @@ void TestSimulatorCommands::mistakes_data() {
     const QByteArray noDevice = "Device required. Use -p <device> to specify a device.";
     const QByteArray noSkipping = "Skipping the ID check is not permitted for this action.";
     const QByteArray listOnly = "-L, -l or -d command is required for this action.";
-    QTest::newRow("nothing at all") << u""_s << noDevice;
-    QTest::newRow("action without a device") << u"-r read.bin"_s << noDevice;
+    QTest::newRow("nothing at all") << QStringLiteral("") << noDevice;
+    QTest::newRow("action without a device") << QStringLiteral("-r read.bin") << noDevice;
     QTest::newRow("device without an action")
-        << u"-p 24C02"_s << QByteArray("No action to perform.");
-    QTest::newRow("unknown option") << u"-p 24C02 -Z"_s << program + ": invalid option -- 'Z'";
-    QTest::newRow("unknown name") << u"--nonsense"_s
+        << QStringLiteral("-p 24C02") << QByteArray("No action to perform.");
+    QTest::newRow("unknown option")
+        << QStringLiteral("-p 24C02 -Z") << program + ": invalid option -- 'Z'";
+    QTest::newRow("unknown name") << QStringLiteral("--nonsense")
                                   << program + ": unrecognized option '--nonsense'";
     QTest::newRow("missing argument")
-        << u"-T -p"_s << program + ": option requires an argument -- 'p'";
+        << QStringLiteral("-T -p") << program + ": option requires an argument -- 'p'";
     QTest::newRow("words left over")
-        << u"-p 24C02 -r read.bin more"_s << QByteArray("Extra argument: 'more'");
+        << QStringLiteral("-p 24C02 -r read.bin more") << QByteArray("Extra argument: 'more'");
     QTest::newRow("unknown model")
-        << u"-q T99 -L 27C"_s
+        << QStringLiteral("-q T99 -L 27C")
         << QByteArray("Unknown programmer version. Use TL866A, TL866II, T48 or T56.");
     QTest::newRow("a model that came later")
-        << u"-q T76 -L 27C"_s
+        << QStringLiteral("-q T76 -L 27C")
         << QByteArray("Unknown programmer version. Use TL866A, TL866II, T48 or T56.");
-    QTest::newRow("model and a read") << u"-q t48 -p 24C02 -r read.bin"_s << listOnly;
-    QTest::newRow("model alone") << u"-q t48"_s << listOnly;
-    QTest::newRow("write without the ID") << u"-p 24C02 -x -w image.bin"_s << noSkipping;
-    QTest::newRow("erase without the ID") << u"-p 24C02 -E -x"_s << noSkipping;
-    QTest::newRow("ID without the ID") << u"-p 24C02 -D -x"_s << noSkipping;
+    QTest::newRow("model and a read") << QStringLiteral("-q t48 -p 24C02 -r read.bin") << listOnly;
+    QTest::newRow("model alone") << QStringLiteral("-q t48") << listOnly;
+    QTest::newRow("write without the ID")
+        << QStringLiteral("-p 24C02 -x -w image.bin") << noSkipping;
+    QTest::newRow("erase without the ID") << QStringLiteral("-p 24C02 -E -x") << noSkipping;
+    QTest::newRow("ID without the ID") << QStringLiteral("-p 24C02 -D -x") << noSkipping;
     QTest::newRow("unknown memory")
-        << u"-p 24C02 -c rom -r read.bin"_s << QByteArray("Unknown memory type.");
-    QTest::newRow("unknown format")
-        << u"-p 24C02 -f elf -r read.bin"_s << QByteArray("Unknown file format. Use ihex or srec.");
-    QTest::newRow("not simulated") << u"-t"_s << QByteArray("The simulator cannot do this: -t");
+        << QStringLiteral("-p 24C02 -c rom -r read.bin") << QByteArray("Unknown memory type.");
+    QTest::newRow("unknown format") << QStringLiteral("-p 24C02 -f elf -r read.bin")
+                                    << QByteArray("Unknown file format. Use ihex or srec.");
+    QTest::newRow("not simulated")
+        << QStringLiteral("-t") << QByteArray("The simulator cannot do this: -t");
 }
 
 void TestSimulatorCommands::mistakes() {
     QFETCH(QString, command);
     QFETCH(QByteArray, complaint);
     // The command line is judged before anybody reaches for the programmer.
-    bench->set(u"FAULT"_s, u"no-programmer"_s);
+    bench->set(QStringLiteral("FAULT"), QStringLiteral("no-programmer"));
     const Answer answer = bench->run(command.split(u' ', Qt::SkipEmptyParts));
     QCOMPARE(answer, (Answer{1, {}, complaint + "\n" + usageText()}));
-    QCOMPARE(bench->contentOf(u"read.bin"_s), QByteArray("no such file"));
+    QCOMPARE(bench->contentOf(QStringLiteral("read.bin")), QByteArray("no such file"));
 }
 
 void TestSimulatorCommands::help_isTheUsage_data() {
@@ -158,7 +160,7 @@ void TestSimulatorCommands::help_isTheUsage() {
 }
 
 void TestSimulatorCommands::simulatorOption_namesEveryFaultAndVariable() {
-    const Answer answer = bench->run({u"--simulator"_s});
+    const Answer answer = bench->run({QStringLiteral("--simulator")});
     QCOMPARE(answer.status, 0);
     for (const char *word : {"MINIPRO_SIM_BENCH",
                              "MINIPRO_SIM_CHIPS",

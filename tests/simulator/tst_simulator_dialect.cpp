@@ -11,16 +11,14 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 const QByteArray newBanner = bannerText() + "\n";
 
 /// `text` with every duration of the newer dialect replaced by "T".
 QByteArray withoutTimes(const QByteArray &text) {
-    static const QRegularExpression time(u"\\b(\\d+m )?\\d+(\\.\\d+)? (ms|Sec)\\b"_s);
-    return QString::fromLatin1(text).replace(time, u"T"_s).toLatin1();
+    static const QRegularExpression time(QStringLiteral("\\b(\\d+m )?\\d+(\\.\\d+)? (ms|Sec)\\b"));
+    return QString::fromLatin1(text).replace(time, QStringLiteral("T")).toLatin1();
 }
 
 /// A progress line of the newer dialect.
@@ -89,18 +87,19 @@ private:
         answer.err = withoutTimes(answer.err);
         return answer;
     }
-    void fault(const char *name) { bench->set(u"FAULT"_s, QString::fromLatin1(name)); }
+    void fault(const char *name) { bench->set(QStringLiteral("FAULT"), QString::fromLatin1(name)); }
 
     std::unique_ptr<TestBench> bench;
 };
 
 void TestSimulatorDialect::init() {
     bench = std::make_unique<TestBench>();
-    bench->set(u"DIALECT"_s, u"new"_s);
+    bench->set(QStringLiteral("DIALECT"), QStringLiteral("new"));
 }
 
 void TestSimulatorDialect::progress_countsBlocksThatAreDone() {
-    QCOMPARE(run({u"-p"_s, u"AT28C256"_s, u"-r"_s, u"read.bin"_s}),
+    QCOMPARE(run({QStringLiteral("-p"), QStringLiteral("AT28C256"), QStringLiteral("-r"),
+                  QStringLiteral("read.bin")}),
              (Answer{0, {}, newBanner + readBack}));
 }
 
@@ -108,35 +107,40 @@ void TestSimulatorDialect::progress_isWrittenInPieces_data() {
     QTest::addColumn<QString>("dialect");
     QTest::addColumn<QByteArrayList>("pieces");
     QTest::newRow("the label, then the percentage")
-        << u"release"_s << QByteArrayList{"\r\x1b[KReading Code...  ", " 0%"};
-    QTest::newRow("both at once") << u"new"_s << QByteArrayList{"\r\x1b[KReading Code...  100%"};
+        << QStringLiteral("release") << QByteArrayList{"\r\x1b[KReading Code...  ", " 0%"};
+    QTest::newRow("both at once") << QStringLiteral("new")
+                                  << QByteArrayList{"\r\x1b[KReading Code...  100%"};
 }
 
 void TestSimulatorDialect::progress_isWrittenInPieces() {
     QFETCH(QString, dialect);
     QFETCH(QByteArrayList, pieces);
-    bench->set(u"DIALECT"_s, dialect);
-    const QByteArrayList writes = writesOf(*bench, {u"-p"_s, u"24C02"_s, u"-r"_s, u"read.bin"_s});
+    bench->set(QStringLiteral("DIALECT"), dialect);
+    const QByteArrayList writes =
+        writesOf(*bench, {QStringLiteral("-p"), QStringLiteral("24C02"), QStringLiteral("-r"),
+                          QStringLiteral("read.bin")});
     const qsizetype first = writes.indexOf(pieces.first());
     QVERIFY(first > 0);
     QCOMPARE(writes.mid(first, pieces.size()), pieces);
 }
 
 void TestSimulatorDialect::write_countsWithTheSameBlanks() {
-    const QString image = bench->makeFile(u"image.bin"_s, QByteArray(32 * 1024, 'x'));
-    QCOMPARE(run({u"-p"_s, u"AT28C256"_s, u"-w"_s, image}),
+    const QString image = bench->makeFile(QStringLiteral("image.bin"), QByteArray(32 * 1024, 'x'));
+    QCOMPARE(run({QStringLiteral("-p"), QStringLiteral("AT28C256"), QStringLiteral("-w"), image}),
              (Answer{0,
                      {},
                      newBanner + protectHint + erased + written + readBack + "Verification OK\n"}));
-    QCOMPARE(bench->contentOf(u"bench/AT28C256.bin"_s), QByteArray(32 * 1024, 'x'));
+    QCOMPARE(bench->contentOf(QStringLiteral("bench/AT28C256.bin")), QByteArray(32 * 1024, 'x'));
 }
 
 void TestSimulatorDialect::erase_writesItsLineAnew() {
-    QCOMPARE(run({u"-p"_s, u"AT28C256"_s, u"-E"_s}), (Answer{0, {}, newBanner + erased}));
+    QCOMPARE(run({QStringLiteral("-p"), QStringLiteral("AT28C256"), QStringLiteral("-E")}),
+             (Answer{0, {}, newBanner + erased}));
 }
 
 void TestSimulatorDialect::voltages_comeBehindTheChipId() {
-    QCOMPARE(run({u"-p"_s, u"M27C512@DIP28"_s, u"-r"_s, u"read.bin"_s}),
+    QCOMPARE(run({QStringLiteral("-p"), QStringLiteral("M27C512@DIP28"), QStringLiteral("-r"),
+                  QStringLiteral("read.bin")}),
              (Answer{0,
                      {},
                      newBanner +
@@ -146,13 +150,15 @@ void TestSimulatorDialect::voltages_comeBehindTheChipId() {
 }
 
 void TestSimulatorDialect::unknownDevice_comesBehindTheBanner() {
-    QCOMPARE(run({u"-p"_s, u"NOSUCH"_s, u"-r"_s, u"read.bin"_s}),
+    QCOMPARE(run({QStringLiteral("-p"), QStringLiteral("NOSUCH"), QStringLiteral("-r"),
+                  QStringLiteral("read.bin")}),
              (Answer{1, {}, newBanner + "\nDevice NOSUCH not found!\n"}));
 }
 
 void TestSimulatorDialect::missingDatabase_comesBehindTheBanner() {
     fault("no-database");
-    QCOMPARE(run({u"-p"_s, u"AT28C256"_s, u"-r"_s, u"read.bin"_s}),
+    QCOMPARE(run({QStringLiteral("-p"), QStringLiteral("AT28C256"), QStringLiteral("-r"),
+                  QStringLiteral("read.bin")}),
              (Answer{1,
                      {},
                      newBanner + "./logicic.xml: No such file or directory\n"
@@ -163,21 +169,23 @@ void TestSimulatorDialect::missingDatabase_comesBehindTheBanner() {
 void TestSimulatorDialect::missingAdapter_isNoObstacle() {
     fault("no-tsop-adapter");
     QCOMPARE(
-        run({u"-p"_s, u"AM29F800BB@TSOP48"_s, u"-r"_s, u"read.bin"_s}),
+        run({QStringLiteral("-p"), QStringLiteral("AM29F800BB@TSOP48"), QStringLiteral("-r"),
+             QStringLiteral("read.bin")}),
         (Answer{
             0, {}, newBanner + "TSOP adapter not found!\n" + counted("Reading Code...  ", 1024)}));
 }
 
 void TestSimulatorDialect::logicTest_speaksAsTheRelease() {
-    const Answer answer = run({u"-T"_s, u"-p"_s, u"7400"_s});
+    const Answer answer = run({QStringLiteral("-T"), QStringLiteral("-p"), QStringLiteral("7400")});
     QCOMPARE(answer.err, newBanner + "Logic test successful.\n");
-    bench->set(u"DIALECT"_s, u"release"_s);
-    QCOMPARE(answer.out, run({u"-T"_s, u"-p"_s, u"7400"_s}).out);
+    bench->set(QStringLiteral("DIALECT"), QStringLiteral("release"));
+    QCOMPARE(answer.out,
+             run({QStringLiteral("-T"), QStringLiteral("-p"), QStringLiteral("7400")}).out);
 }
 
 void TestSimulatorDialect::logicTest_ofAMemory_isRefused() {
     QCOMPARE(
-        run({u"-T"_s, u"-p"_s, u"at28c256"_s}),
+        run({QStringLiteral("-T"), QStringLiteral("-p"), QStringLiteral("at28c256")}),
         (Answer{
             1, {}, newBanner + "AT28C256: test vectors are not defined for this device type.\n"}));
 }
@@ -195,25 +203,32 @@ void TestSimulatorDialect::menu_hasFourChoices() {
     QFETCH(int, status);
     QFETCH(QByteArray, listed);
     fault("no-programmer");
-    QCOMPARE(run({u"-L"_s, u"LM339"_s}, input),
+    QCOMPARE(run({QStringLiteral("-L"), QStringLiteral("LM339")}, input),
              (Answer{status, listed,
                      "No device found. Which database do you want to display?\n"
                      "1) TL866A/CS\n2) TL866II+/T48/T56\n3) T76\n4) Abort\n"}));
 }
 
 void TestSimulatorDialect::latestModel_isKnown() {
-    QCOMPARE(run({u"-q"_s, u"t76"_s, u"-L"_s, u"LM339"_s}), (Answer{0, "LM339(custom)\n", {}}));
-    QVERIFY(run({u"-Q"_s}).err.endsWith("t76: T76\n"));
+    QCOMPARE(run({QStringLiteral("-q"), QStringLiteral("t76"), QStringLiteral("-L"),
+                  QStringLiteral("LM339")}),
+             (Answer{0, "LM339(custom)\n", {}}));
+    QVERIFY(run({QStringLiteral("-Q")}).err.endsWith("t76: T76\n"));
 }
 
 void TestSimulatorDialect::list_isLonger() {
-    const QByteArray list = run({u"-q"_s, u"t76"_s, u"-l"_s}).out;
+    const QByteArray list =
+        run({QStringLiteral("-q"), QStringLiteral("t76"), QStringLiteral("-l")}).out;
     QVERIFY(list.count('\n') > 32'000);
     QVERIFY(list.contains("\nAM29F040@TSOP32(ADP:Pin9to1)\n"));
-    QCOMPARE(run({u"-p"_s, u"AM29F040@TSOP32(ADP:Pin9to1)"_s, u"-r"_s, u"read.bin"_s}).status, 0);
-    QCOMPARE(bench->contentOf(u"read.bin"_s).size(), 512 * 1024);
-    bench->set(u"DIALECT"_s, u"release"_s);
-    QCOMPARE(run({u"-p"_s, u"AM29F040@TSOP32(ADP:Pin9to1)"_s, u"-r"_s, u"read.bin"_s}),
+    QCOMPARE(run({QStringLiteral("-p"), QStringLiteral("AM29F040@TSOP32(ADP:Pin9to1)"),
+                  QStringLiteral("-r"), QStringLiteral("read.bin")})
+                 .status,
+             0);
+    QCOMPARE(bench->contentOf(QStringLiteral("read.bin")).size(), 512 * 1024);
+    bench->set(QStringLiteral("DIALECT"), QStringLiteral("release"));
+    QCOMPARE(run({QStringLiteral("-p"), QStringLiteral("AM29F040@TSOP32(ADP:Pin9to1)"),
+                  QStringLiteral("-r"), QStringLiteral("read.bin")}),
              (Answer{1, {}, "Device AM29F040@TSOP32(ADP:Pin9to1) not found!\n"}));
 }
 
@@ -222,14 +237,14 @@ void TestSimulatorDialect::description_data() {
     QTest::addColumn<QByteArray>("said");
     const QByteArray heading = "\n---------------Chip Info----------------\n";
     const QByteArray dashes = QByteArray(40, '-') + '\n';
-    QTest::newRow("PLCC") << u"AT28C64B@PLCC32"_s
+    QTest::newRow("PLCC") << QStringLiteral("AT28C64B@PLCC32")
                           << heading + "Name: AT28C64B@PLCC32\n"
                                        "Available on: TL866II, T48, T56\nMemory: 8192 Bytes\n"
                                        "Package: PLCC32\nProtocol: 0x07\n"
                                        "Read buffer size: 512 Bytes\n"
                                        "Write buffer size: 128 Bytes\n";
     QTest::newRow("chosen voltages")
-        << u"AM27C64@DIP28"_s
+        << QStringLiteral("AM27C64@DIP28")
         << heading +
                "Name: AM27C64@DIP28\nAvailable on: TL866II, T48, T56\nMemory: 8192 Bytes\n"
                "Package: DIP28\nProtocol: 0x0b\nRead buffer size: 1024 Bytes\n"
@@ -243,12 +258,14 @@ void TestSimulatorDialect::description_data() {
 void TestSimulatorDialect::description() {
     QFETCH(QString, device);
     QFETCH(QByteArray, said);
-    QCOMPARE(run({u"-q"_s, u"tl866ii"_s, u"-d"_s, device}), (Answer{0, {}, said}));
+    QCOMPARE(run({QStringLiteral("-q"), QStringLiteral("tl866ii"), QStringLiteral("-d"), device}),
+             (Answer{0, {}, said}));
 }
 
 void TestSimulatorDialect::release_isTheOtherValue() {
-    bench->set(u"DIALECT"_s, u"release"_s);
-    QCOMPARE(bench->run({u"-p"_s, u"24C02"_s, u"-r"_s, u"read.bin"_s}),
+    bench->set(QStringLiteral("DIALECT"), QStringLiteral("release"));
+    QCOMPARE(bench->run({QStringLiteral("-p"), QStringLiteral("24C02"), QStringLiteral("-r"),
+                         QStringLiteral("read.bin")}),
              (Answer{0, {}, bannerText() + readingText(1)}));
 }
 

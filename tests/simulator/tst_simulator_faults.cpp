@@ -9,8 +9,6 @@
 #include <csignal>
 #include <memory>
 
-using namespace Qt::StringLiterals;
-
 /// What goes wrong when MINIPRO_SIM_FAULT asks for it.
 class TestSimulatorFaults : public QObject {
     Q_OBJECT
@@ -47,9 +45,10 @@ private slots:
     void environmentMistakes();
 
 private:
-    void fault(const char *name) { bench->set(u"FAULT"_s, QString::fromLatin1(name)); }
+    void fault(const char *name) { bench->set(QStringLiteral("FAULT"), QString::fromLatin1(name)); }
     [[nodiscard]] QStringList readCommand() const {
-        return {u"-p"_s, u"AT29C256@DIP28"_s, u"-r"_s, bench->path(u"read.bin"_s)};
+        return {QStringLiteral("-p"), QStringLiteral("AT29C256@DIP28"), QStringLiteral("-r"),
+                bench->path(QStringLiteral("read.bin"))};
     }
     void startUntilBanner(QProcess &process, const QStringList &arguments) const;
 
@@ -124,7 +123,7 @@ void TestSimulatorFaults::sentences() {
 
 void TestSimulatorFaults::wrongId_goesOnWhenToldTo() {
     fault("wrong-id");
-    QCOMPARE(bench->run(readCommand() + QStringList{u"-y"_s}),
+    QCOMPARE(bench->run(readCommand() + QStringList{QStringLiteral("-y")}),
              (Answer{0,
                      {},
                      bannerText() +
@@ -134,21 +133,22 @@ void TestSimulatorFaults::wrongId_goesOnWhenToldTo() {
 
 void TestSimulatorFaults::wrongId_hasAsManyDigitsAsTheRightOne() {
     fault("wrong-id");
-    const QString file = bench->path(u"read.bin"_s);
-    QCOMPARE(bench->run({u"-p"_s, u"W25Q16BV"_s, u"-r"_s, file}),
-             (Answer{1,
-                     {},
-                     bannerText() + "Invalid Chip ID: expected 0xEF4015, got 0xFFFFFF (unknown)\n"
-                                    "(use '-y' to continue anyway at your own risk)\n"}));
+    const QString file = bench->path(QStringLiteral("read.bin"));
+    QCOMPARE(
+        bench->run({QStringLiteral("-p"), QStringLiteral("W25Q16BV"), QStringLiteral("-r"), file}),
+        (Answer{1,
+                {},
+                bannerText() + "Invalid Chip ID: expected 0xEF4015, got 0xFFFFFF (unknown)\n"
+                               "(use '-y' to continue anyway at your own risk)\n"}));
 }
 
 void TestSimulatorFaults::badByte_isReadInverted() {
     QByteArray image(chipSize, '\x7e');
-    bench->makeFile(u"bench/AT29C256@DIP28.bin"_s, image);
+    bench->makeFile(QStringLiteral("bench/AT29C256@DIP28.bin"), image);
     fault("bad-byte");
     QCOMPARE(bench->run(readCommand()).status, 0);
     image[0x1234] = '\x81';
-    QCOMPARE(bench->contentOf(u"read.bin"_s), image);
+    QCOMPARE(bench->contentOf(QStringLiteral("read.bin")), image);
 }
 
 void TestSimulatorFaults::brokenRead_leavesTheFile_data() {
@@ -164,10 +164,10 @@ void TestSimulatorFaults::brokenRead_leavesTheFile_data() {
 void TestSimulatorFaults::brokenRead_leavesTheFile() {
     QFETCH(QByteArray, name);
     QFETCH(QByteArray, left);
-    bench->makeFile(u"read.bin"_s, "old");
+    bench->makeFile(QStringLiteral("read.bin"), "old");
     fault(name.constData());
     QCOMPARE(bench->run(readCommand()).status, 1);
-    QCOMPARE(bench->contentOf(u"read.bin"_s), left);
+    QCOMPARE(bench->contentOf(QStringLiteral("read.bin")), left);
 }
 
 void TestSimulatorFaults::brokenWrite_leavesAPartOfTheChip_data() {
@@ -187,14 +187,15 @@ void TestSimulatorFaults::brokenWrite_leavesAPartOfTheChip() {
     QFETCH(int, pages);
     QFETCH(QByteArray, said);
     constexpr int pageSize = 128;
-    const QString image = bench->makeFile(u"image.bin"_s, QByteArray(chipSize, 'x'));
+    const QString image = bench->makeFile(QStringLiteral("image.bin"), QByteArray(chipSize, 'x'));
     fault(name.constData());
-    QCOMPARE(bench->run({u"-p"_s, u"AT28C256"_s, u"-w"_s, image}),
-             (Answer{1,
-                     {},
-                     bannerText() + protectHint + "Erasing... T OK\n" +
-                         brokenProgress("Writing  Code...  ", pages, 256) + said}));
-    QCOMPARE(bench->contentOf(u"bench/AT28C256.bin"_s),
+    QCOMPARE(
+        bench->run({QStringLiteral("-p"), QStringLiteral("AT28C256"), QStringLiteral("-w"), image}),
+        (Answer{1,
+                {},
+                bannerText() + protectHint + "Erasing... T OK\n" +
+                    brokenProgress("Writing  Code...  ", pages, 256) + said}));
+    QCOMPARE(bench->contentOf(QStringLiteral("bench/AT28C256.bin")),
              QByteArray(pages * pageSize, 'x') + QByteArray(chipSize - pages * pageSize, '\xff'));
 }
 
@@ -209,7 +210,7 @@ void TestSimulatorFaults::brokenErase() {
     QFETCH(QByteArray, name);
     QFETCH(QByteArray, said);
     fault(name.constData());
-    QCOMPARE(bench->run({u"-p"_s, u"AT28C256"_s, u"-E"_s}),
+    QCOMPARE(bench->run({QStringLiteral("-p"), QStringLiteral("AT28C256"), QStringLiteral("-E")}),
              (Answer{1, {}, bannerText() + "Erasing... " + said}));
 }
 
@@ -224,13 +225,14 @@ void TestSimulatorFaults::brokenLogicTest_hasNoTable() {
     QFETCH(QByteArray, name);
     QFETCH(QByteArray, said);
     fault(name.constData());
-    QCOMPARE(bench->run({u"-T"_s, u"-p"_s, u"7400"_s}), (Answer{1, {}, bannerText() + said}));
+    QCOMPARE(bench->run({QStringLiteral("-T"), QStringLiteral("-p"), QStringLiteral("7400")}),
+             (Answer{1, {}, bannerText() + said}));
 }
 
 void TestSimulatorFaults::killedLogicTest_hasNoTable() {
-    bench->set(u"PACE"_s, u"real"_s);
+    bench->set(QStringLiteral("PACE"), QStringLiteral("real"));
     QProcess process;
-    startUntilBanner(process, {u"-T"_s, u"-p"_s, u"6821"_s});
+    startUntilBanner(process, {QStringLiteral("-T"), QStringLiteral("-p"), QStringLiteral("6821")});
     process.kill();
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.readAllStandardOutput(), QByteArray());
@@ -238,8 +240,9 @@ void TestSimulatorFaults::killedLogicTest_hasNoTable() {
 
 void TestSimulatorFaults::missingAdapter_stopsTheRun() {
     fault("no-tsop-adapter");
-    const QString file = bench->path(u"read.bin"_s);
-    QCOMPARE(bench->run({u"-p"_s, u"AM29F800BB@TSOP48"_s, u"-r"_s, file}),
+    const QString file = bench->path(QStringLiteral("read.bin"));
+    QCOMPARE(bench->run({QStringLiteral("-p"), QStringLiteral("AM29F800BB@TSOP48"),
+                         QStringLiteral("-r"), file}),
              (Answer{1, {}, bannerText() + "TSOP adapter not found!\n"}));
     QCOMPARE(bench->run(readCommand()).status, 0);
 }
@@ -250,17 +253,18 @@ void TestSimulatorFaults::missingDatabase_isNamedForEachPlace() {
     const QByteArray share = "/usr/local/share/minipro" + reason;
     QCOMPARE(bench->run(readCommand()),
              (Answer{1, {}, "." + reason + share + "Device AT29C256@DIP28 not found!\n"}));
-    bench->setHome(u"/somewhere"_s);
-    QCOMPARE(bench->run({u"-q"_s, u"t48"_s, u"-L"_s, u"27C"_s}),
+    bench->setHome(QStringLiteral("/somewhere"));
+    QCOMPARE(bench->run({QStringLiteral("-q"), QStringLiteral("t48"), QStringLiteral("-L"),
+                         QStringLiteral("27C")}),
              (Answer{1, {}, "." + reason + "/somewhere" + reason + share}));
 }
 
 void TestSimulatorFaults::severalFaults_canBeGiven() {
-    bench->makeFile(u"bench/AT29C256@DIP28.bin"_s, QByteArray(chipSize, '\xff'));
+    bench->makeFile(QStringLiteral("bench/AT29C256@DIP28.bin"), QByteArray(chipSize, '\xff'));
     fault("wrong-id, bad-byte");
     QCOMPARE(bench->run(readCommand()).status, 1);
-    QCOMPARE(bench->run(readCommand() + QStringList{u"-y"_s}).status, 0);
-    QCOMPARE(bench->contentOf(u"read.bin"_s).at(0x1234), '\0');
+    QCOMPARE(bench->run(readCommand() + QStringList{QStringLiteral("-y")}).status, 0);
+    QCOMPARE(bench->contentOf(QStringLiteral("read.bin")).at(0x1234), '\0');
 }
 
 void TestSimulatorFaults::silent_printsTheBannerAndWaits() {
@@ -277,7 +281,7 @@ void TestSimulatorFaults::silent_printsTheBannerAndWaits() {
 void TestSimulatorFaults::silent_keepsASearchWaiting() {
     fault("silent");
     QProcess process;
-    bench->start(process, {u"-L"_s, u"27C"_s});
+    bench->start(process, {QStringLiteral("-L"), QStringLiteral("27C")});
     QVERIFY(process.waitForStarted());
     QVERIFY(!process.waitForReadyRead(100));
     QCOMPARE(process.state(), QProcess::Running);
@@ -337,7 +341,7 @@ void TestSimulatorFaults::invalidUtf8_isInTheBanner() {
 
 void TestSimulatorFaults::leavesGrandchild_keepsThePipesOpen() {
     fault("leaves-grandchild");
-    bench->set(u"GRANDCHILD_MS"_s, u"100"_s);
+    bench->set(QStringLiteral("GRANDCHILD_MS"), QStringLiteral("100"));
     const Answer answer = bench->run(readCommand());
     QCOMPARE(answer.status, 0);
     QVERIFY(answer.err.startsWith(bannerText() + "Background process "));
@@ -347,8 +351,9 @@ void TestSimulatorFaults::leavesGrandchild_keepsThePipesOpen() {
 void TestSimulatorFaults::closesOutputEarly_worksOn() {
     fault("closes-output-early");
     QCOMPARE(bench->run(readCommand()), (Answer{0, {}, bannerText()}));
-    QCOMPARE(bench->contentOf(u"read.bin"_s), bench->contentOf(u"bench/AT29C256@DIP28.bin"_s));
-    QCOMPARE(bench->contentOf(u"read.bin"_s).size(), chipSize);
+    QCOMPARE(bench->contentOf(QStringLiteral("read.bin")),
+             bench->contentOf(QStringLiteral("bench/AT29C256@DIP28.bin")));
+    QCOMPARE(bench->contentOf(QStringLiteral("read.bin")).size(), chipSize);
 }
 
 void TestSimulatorFaults::environmentMistakes_data() {
@@ -356,27 +361,27 @@ void TestSimulatorFaults::environmentMistakes_data() {
     QTest::addColumn<QString>("value");
     QTest::addColumn<QByteArray>("complaint");
     QTest::newRow("unknown fault")
-        << u"FAULT"_s << u"busy,gremlins"_s
+        << QStringLiteral("FAULT") << QStringLiteral("busy,gremlins")
         << QByteArray("minipro-sim: MINIPRO_SIM_FAULT is \"gremlins\"; it can be one or more of "
                       "these, separated by commas:\n    no-programmer ");
     QTest::newRow("place of a fault that has none")
-        << u"FAULT"_s << u"busy:3"_s
+        << QStringLiteral("FAULT") << QStringLiteral("busy:3")
         << QByteArray("minipro-sim: MINIPRO_SIM_FAULT is \"busy:3\"; it can be one or more of ");
     QTest::newRow("place that is no number")
-        << u"FAULT"_s << u"overcurrent:2x"_s
+        << QStringLiteral("FAULT") << QStringLiteral("overcurrent:2x")
         << QByteArray("minipro-sim: MINIPRO_SIM_FAULT is \"overcurrent:2x\"; it can be one or ");
     QTest::newRow("unknown dialect")
-        << u"DIALECT"_s << u"old"_s
+        << QStringLiteral("DIALECT") << QStringLiteral("old")
         << QByteArray("minipro-sim: MINIPRO_SIM_DIALECT is \"old\"; it can be new or release\n");
     QTest::newRow("unknown pace")
-        << u"PACE"_s << u"slow"_s
+        << QStringLiteral("PACE") << QStringLiteral("slow")
         << QByteArray("minipro-sim: MINIPRO_SIM_PACE is \"slow\"; it can be instant or real\n");
     QTest::newRow("unknown content")
-        << u"CHIPS"_s << u"full"_s
+        << QStringLiteral("CHIPS") << QStringLiteral("full")
         << QByteArray(
                "minipro-sim: MINIPRO_SIM_CHIPS is \"full\"; it can be auto, sample or blank\n");
     QTest::newRow("life that is no number")
-        << u"GRANDCHILD_MS"_s << u"1s"_s
+        << QStringLiteral("GRANDCHILD_MS") << QStringLiteral("1s")
         << QByteArray("minipro-sim: MINIPRO_SIM_GRANDCHILD_MS is \"1s\"; it can be a number of "
                       "milliseconds\n");
 }
@@ -389,7 +394,7 @@ void TestSimulatorFaults::environmentMistakes() {
     const Answer answer = bench->run(readCommand());
     QCOMPARE(answer.status, 2);
     QCOMPARE(answer.err.left(complaint.size()), complaint);
-    QCOMPARE(bench->contentOf(u"read.bin"_s), QByteArray("no such file"));
+    QCOMPARE(bench->contentOf(QStringLiteral("read.bin")), QByteArray("no such file"));
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorFaults)

@@ -5,8 +5,6 @@
 
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr int chipSize = 256;
@@ -43,10 +41,14 @@ private slots:
 
 private:
     Answer write(const QByteArray &content, const QStringList &switches = {}) const {
-        const QString file = bench->makeFile(u"image.any"_s, content);
-        return bench->run(QStringList{u"-p"_s, u"24C02"_s, u"-w"_s, file} + switches);
+        const QString file = bench->makeFile(QStringLiteral("image.any"), content);
+        return bench->run(
+            QStringList{QStringLiteral("-p"), QStringLiteral("24C02"), QStringLiteral("-w"), file} +
+            switches);
     }
-    [[nodiscard]] QByteArray chip() const { return bench->contentOf(u"bench/24C02.bin"_s); }
+    [[nodiscard]] QByteArray chip() const {
+        return bench->contentOf(QStringLiteral("bench/24C02.bin"));
+    }
 
     std::unique_ptr<TestBench> bench;
 };
@@ -136,8 +138,8 @@ void TestSimulatorImages::brokenRecords_data() {
 void TestSimulatorImages::brokenRecords() {
     QFETCH(QByteArray, file);
     QFETCH(QByteArray, complaint);
-    const QByteArray before = bench->readChip(u"24C02"_s);
-    QCOMPARE(write(file, {u"-s"_s}), (Answer{1, {}, bannerText() + complaint + "\n"}));
+    const QByteArray before = bench->readChip(QStringLiteral("24C02"));
+    QCOMPARE(write(file, {QStringLiteral("-s")}), (Answer{1, {}, bannerText() + complaint + "\n"}));
     QCOMPARE(chip(), before);
 }
 
@@ -158,9 +160,9 @@ void TestSimulatorImages::bytesThatBeginLikeARecord() {
 void TestSimulatorImages::unusableFiles_data() {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("said");
-    QTest::newRow("empty") << u"empty.bin"_s << QByteArray("No data to read.\n");
-    QTest::newRow("folder") << u"."_s << QByteArray("No data to read.\n");
-    QTest::newRow("missing") << u"nofile"_s
+    QTest::newRow("empty") << QStringLiteral("empty.bin") << QByteArray("No data to read.\n");
+    QTest::newRow("folder") << QStringLiteral(".") << QByteArray("No data to read.\n");
+    QTest::newRow("missing") << QStringLiteral("nofile")
                              << QByteArray("Could not open file nofile for reading.\n"
                                            "No such file or directory\n");
 }
@@ -168,41 +170,50 @@ void TestSimulatorImages::unusableFiles_data() {
 void TestSimulatorImages::unusableFiles() {
     QFETCH(QString, name);
     QFETCH(QByteArray, said);
-    bench->makeFile(u"empty.bin"_s, {});
-    for (const QString &action : {u"-w"_s, u"-m"_s})
-        QCOMPARE(bench->run({u"-p"_s, u"24C02"_s, action, name, u"-s"_s}),
+    bench->makeFile(QStringLiteral("empty.bin"), {});
+    for (const QString &action : {QStringLiteral("-w"), QStringLiteral("-m")})
+        QCOMPARE(bench->run({QStringLiteral("-p"), QStringLiteral("24C02"), action, name,
+                             QStringLiteral("-s")}),
                  (Answer{1, {}, bannerText() + said}));
 }
 
 void TestSimulatorImages::standardInput_isAFile() {
     const QByteArray image = blankAfter("from a pipe");
-    QCOMPARE(bench->run({u"-p"_s, u"24C02"_s, u"-w"_s, u"-"_s}, image),
+    QCOMPARE(bench->run({QStringLiteral("-p"), QStringLiteral("24C02"), QStringLiteral("-w"),
+                         QStringLiteral("-")},
+                        image),
              (Answer{0, {}, bannerText() + written}));
-    QCOMPARE(bench->run({u"-p"_s, u"24C02"_s, u"-r"_s, u"-"_s}),
+    QCOMPARE(bench->run({QStringLiteral("-p"), QStringLiteral("24C02"), QStringLiteral("-r"),
+                         QStringLiteral("-")}),
              (Answer{0, image, bannerText() + readingText(1)}));
 }
 
 void TestSimulatorImages::shortFile_isVerifiedAsFarAsItGoes() {
-    bench->makeFile(u"bench/AT28C256.bin"_s, QByteArray(32'768, 'x'));
-    const QString file = bench->makeFile(u"short.bin"_s, QByteArray(1000, 'x'));
-    QCOMPARE(bench->run({u"-p"_s, u"AT28C256"_s, u"-m"_s, file, u"-S"_s}),
+    bench->makeFile(QStringLiteral("bench/AT28C256.bin"), QByteArray(32'768, 'x'));
+    const QString file = bench->makeFile(QStringLiteral("short.bin"), QByteArray(1000, 'x'));
+    QCOMPARE(bench->run({QStringLiteral("-p"), QStringLiteral("AT28C256"), QStringLiteral("-m"),
+                         file, QStringLiteral("-S")}),
              (Answer{0, {}, bannerText() + readingText(64) + "Verification OK\n"}));
 }
 
 void TestSimulatorImages::shortFile_leavesTheRestOfTheChip() {
-    bench->makeFile(u"bench/AT28C256.bin"_s, QByteArray(32'768, 'o'));
-    const QString file = bench->makeFile(u"short.bin"_s, QByteArray(1000, 'x'));
-    QCOMPARE(bench->run({u"-p"_s, u"AT28C256"_s, u"-w"_s, file, u"-S"_s, u"-e"_s}).status, 0);
-    QCOMPARE(bench->contentOf(u"bench/AT28C256.bin"_s),
+    bench->makeFile(QStringLiteral("bench/AT28C256.bin"), QByteArray(32'768, 'o'));
+    const QString file = bench->makeFile(QStringLiteral("short.bin"), QByteArray(1000, 'x'));
+    QCOMPARE(bench
+                 ->run({QStringLiteral("-p"), QStringLiteral("AT28C256"), QStringLiteral("-w"),
+                        file, QStringLiteral("-S"), QStringLiteral("-e")})
+                 .status,
+             0);
+    QCOMPARE(bench->contentOf(QStringLiteral("bench/AT28C256.bin")),
              QByteArray(1000, 'x') + QByteArray(24, '\xff') + QByteArray(32'768 - 1024, 'o'));
 }
 
 void TestSimulatorImages::formats_areReadBack_data() {
     QTest::addColumn<QString>("format");
     QTest::addColumn<QByteArray>("firstLine");
-    QTest::newRow("Intel HEX") << u"ihex"_s
+    QTest::newRow("Intel HEX") << QStringLiteral("ihex")
                                << QByteArray(":10000000000102030405060708090A0B0C0D0E0F78");
-    QTest::newRow("S-record") << u"SREC"_s
+    QTest::newRow("S-record") << QStringLiteral("SREC")
                               << QByteArray("S1130000000102030405060708090A0B0C0D0E0F74");
 }
 
@@ -212,29 +223,36 @@ void TestSimulatorImages::formats_areReadBack() {
     QByteArray content;
     for (int i = 0; i < chipSize; ++i)
         content += char(i);
-    bench->makeFile(u"bench/24C02.bin"_s, content);
-    const QString file = bench->path(u"read.txt"_s);
-    QCOMPARE(bench->run({u"-p"_s, u"24C02"_s, u"-f"_s, format, u"-r"_s, file}),
+    bench->makeFile(QStringLiteral("bench/24C02.bin"), content);
+    const QString file = bench->path(QStringLiteral("read.txt"));
+    QCOMPARE(bench->run({QStringLiteral("-p"), QStringLiteral("24C02"), QStringLiteral("-f"),
+                         format, QStringLiteral("-r"), file}),
              (Answer{0, {}, bannerText() + readingText(1)}));
-    QCOMPARE(bench->contentOf(u"read.txt"_s).split('\n').first(), firstLine);
-    bench->makeFile(u"bench/24C02.bin"_s, {});
-    QCOMPARE(bench->run({u"-p"_s, u"24C02"_s, u"-w"_s, file}).status, 0);
+    QCOMPARE(bench->contentOf(QStringLiteral("read.txt")).split('\n').first(), firstLine);
+    bench->makeFile(QStringLiteral("bench/24C02.bin"), {});
+    QCOMPARE(bench->run({QStringLiteral("-p"), QStringLiteral("24C02"), QStringLiteral("-w"), file})
+                 .status,
+             0);
     QCOMPARE(chip(), content);
 }
 
 void TestSimulatorImages::largeImages_areReadBack_data() {
     QTest::addColumn<QString>("format");
-    QTest::newRow("Intel HEX") << u"ihex"_s;
-    QTest::newRow("S-record") << u"srec"_s;
+    QTest::newRow("Intel HEX") << QStringLiteral("ihex");
+    QTest::newRow("S-record") << QStringLiteral("srec");
 }
 
 /// Addresses of more than 16 bits.
 void TestSimulatorImages::largeImages_areReadBack() {
     QFETCH(QString, format);
-    const QString device = u"W25Q80BV"_s;
-    const QString file = bench->path(u"read.txt"_s);
-    QCOMPARE(bench->run({u"-p"_s, device, u"-f"_s, format, u"-r"_s, file}).status, 0);
-    const Answer answer = bench->run({u"-p"_s, device, u"-m"_s, file});
+    const QString device = QStringLiteral("W25Q80BV");
+    const QString file = bench->path(QStringLiteral("read.txt"));
+    QCOMPARE(bench
+                 ->run({QStringLiteral("-p"), device, QStringLiteral("-f"), format,
+                        QStringLiteral("-r"), file})
+                 .status,
+             0);
+    const Answer answer = bench->run({QStringLiteral("-p"), device, QStringLiteral("-m"), file});
     QCOMPARE(answer.status, 0);
     QVERIFY(answer.err.endsWith("Verification OK\n"));
     QVERIFY(answer.err.contains(" file.\n"));

@@ -9,8 +9,6 @@
 
 #include <csignal>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 const QByteArray menu = "No device found. Which database do you want to display?\n"
@@ -48,12 +46,14 @@ private slots:
     void sizes_followFromNames();
 
 private:
-    void fault(const char *name) { bench->set(u"FAULT"_s, QString::fromLatin1(name)); }
+    void fault(const char *name) { bench->set(QStringLiteral("FAULT"), QString::fromLatin1(name)); }
     [[nodiscard]] QByteArray list(const QString &term) const {
-        return bench->run({u"-q"_s, u"tl866ii"_s, u"-L"_s, term}).out;
+        return bench
+            ->run({QStringLiteral("-q"), QStringLiteral("tl866ii"), QStringLiteral("-L"), term})
+            .out;
     }
     [[nodiscard]] QList<QByteArray> names() const {
-        QList<QByteArray> lines = list(u""_s).split('\n');
+        QList<QByteArray> lines = list(QStringLiteral("")).split('\n');
         lines.removeLast();
         return lines;
     }
@@ -66,17 +66,18 @@ void TestSimulatorInquiries::init() {
 }
 
 void TestSimulatorInquiries::version_saysThatItIsTheSimulator() {
-    const Answer answer = bench->run({u"-V"_s});
+    const Answer answer = bench->run({QStringLiteral("-V")});
     QCOMPARE(answer.status, 0);
     QCOMPARE(answer.out, QByteArray());
     QVERIFY(answer.err.contains("minipro version 0.7.3 "));
     QVERIFY(answer.err.contains("minipro-sim version "));
     QVERIFY(answer.err.contains("This is the simulator: it reaches no programmer and no chip\n"));
-    QVERIFY(answer.err.contains("Bench folder:\t" + bench->path(u"bench"_s).toUtf8() + "\n"));
+    QVERIFY(answer.err.contains("Bench folder:\t" + bench->path(QStringLiteral("bench")).toUtf8() +
+                                "\n"));
 }
 
 void TestSimulatorInquiries::supported_namesTheModels() {
-    QCOMPARE(bench->run({u"-Q"_s}),
+    QCOMPARE(bench->run({QStringLiteral("-Q")}),
              (Answer{0, {}, "tl866a: TL866CS/A\ntl866ii: TL866II+\nt48: T48\nt56: T56\n"}));
 }
 
@@ -95,24 +96,26 @@ void TestSimulatorInquiries::presence() {
     QFETCH(QByteArray, name);
     QFETCH(QByteArray, said);
     fault(name.constData());
-    QCOMPARE(bench->run({u"-k"_s}), (Answer{0, {}, said}));
+    QCOMPARE(bench->run({QStringLiteral("-k")}), (Answer{0, {}, said}));
 }
 
 void TestSimulatorInquiries::list_holdsTheTermInAnyCase() {
-    const Answer lower = bench->run({u"-L"_s, u"w27c512"_s});
+    const Answer lower = bench->run({QStringLiteral("-L"), QStringLiteral("w27c512")});
     QCOMPARE(lower, (Answer{0, "W27C512@DIP28\nW27C512@PLCC32\n", bannerText()}));
-    QCOMPARE(bench->run({u"--search"_s, u"W27C512@"_s}), lower);
-    QCOMPARE(bench->run({u"-L"_s, u"no such part"_s}), (Answer{0, {}, bannerText()}));
-    QCOMPARE(list(u"(custom)"_s), QByteArray());
+    QCOMPARE(bench->run({QStringLiteral("--search"), QStringLiteral("W27C512@")}), lower);
+    QCOMPARE(bench->run({QStringLiteral("-L"), QStringLiteral("no such part")}),
+             (Answer{0, {}, bannerText()}));
+    QCOMPARE(list(QStringLiteral("(custom)")), QByteArray());
 }
 
 void TestSimulatorInquiries::list_withoutATerm_isTheWholeOne() {
-    QCOMPARE(bench->run({u"-q"_s, u"TL866II"_s, u"-l"_s}), (Answer{0, list(u""_s), {}}));
+    QCOMPARE(bench->run({QStringLiteral("-q"), QStringLiteral("TL866II"), QStringLiteral("-l")}),
+             (Answer{0, list(QStringLiteral("")), {}}));
 }
 
 void TestSimulatorInquiries::list_isLongAndPlain() {
     QCOMPARE(names().size(), 7'410);
-    static const QRegularExpression plain(u"^[-A-Za-z0-9()*+./:=@[\\]_]{1,39}$"_s);
+    static const QRegularExpression plain(QStringLiteral("^[-A-Za-z0-9()*+./:=@[\\]_]{1,39}$"));
     for (const QByteArray &name : names())
         QVERIFY2(plain.match(QString::fromLatin1(name)).hasMatch(), name.constData());
     const QList<QByteArray> all = names();
@@ -130,16 +133,20 @@ void TestSimulatorInquiries::list_startsWithLogicParts() {
 void TestSimulatorInquiries::list_showsOwnEntriesOfTheModel_data() {
     QTest::addColumn<QString>("model");
     QTest::addColumn<QByteArray>("listed");
-    QTest::newRow("the older model") << u"tl866a"_s << QByteArray();
-    QTest::newRow("TL866II+") << u"tl866ii"_s << QByteArray("ATF750C-TEST(custom)\n");
-    QTest::newRow("T48") << u"t48"_s << QByteArray();
+    QTest::newRow("the older model") << QStringLiteral("tl866a") << QByteArray();
+    QTest::newRow("TL866II+") << QStringLiteral("tl866ii") << QByteArray("ATF750C-TEST(custom)\n");
+    QTest::newRow("T48") << QStringLiteral("t48") << QByteArray();
 }
 
 void TestSimulatorInquiries::list_showsOwnEntriesOfTheModel() {
     QFETCH(QString, model);
     QFETCH(QByteArray, listed);
-    QCOMPARE(bench->run({u"-q"_s, model, u"-L"_s, u"ATF750C-TEST"_s}), (Answer{0, listed, {}}));
-    QCOMPARE(bench->run({u"-q"_s, model, u"-L"_s, u"LM339"_s}), (Answer{0, "LM339(custom)\n", {}}));
+    QCOMPARE(bench->run({QStringLiteral("-q"), model, QStringLiteral("-L"),
+                         QStringLiteral("ATF750C-TEST")}),
+             (Answer{0, listed, {}}));
+    QCOMPARE(
+        bench->run({QStringLiteral("-q"), model, QStringLiteral("-L"), QStringLiteral("LM339")}),
+        (Answer{0, "LM339(custom)\n", {}}));
 }
 
 void TestSimulatorInquiries::list_namesDevicesThatWork_data() {
@@ -149,21 +156,22 @@ void TestSimulatorInquiries::list_namesDevicesThatWork_data() {
     constexpr qsizetype step = 197;
     for (qsizetype i = 0; i < all.size(); i += step)
         QTest::newRow(all.at(i).constData()) << QString::fromLatin1(all.at(i));
-    QTest::newRow("LM339(custom)") << u"LM339(custom)"_s;
-    QTest::newRow("AT28C256E(custom)") << u"AT28C256E(custom)"_s;
+    QTest::newRow("LM339(custom)") << QStringLiteral("LM339(custom)");
+    QTest::newRow("AT28C256E(custom)") << QStringLiteral("AT28C256E(custom)");
 }
 
 void TestSimulatorInquiries::list_namesDevicesThatWork() {
     QFETCH(QString, device);
-    device.remove(u"(custom)"_s);
-    QCOMPARE(bench->run({u"-T"_s, u"-p"_s, device}).err, bannerText() + "Logic test successful.\n");
+    device.remove(QStringLiteral("(custom)"));
+    QCOMPARE(bench->run({QStringLiteral("-T"), QStringLiteral("-p"), device}).err,
+             bannerText() + "Logic test successful.\n");
 }
 
 void TestSimulatorInquiries::list_withoutAProgrammer_asksAndWaits() {
     fault("no-programmer");
     QProcess process;
     process.setReadChannel(QProcess::StandardError);
-    bench->start(process, {u"-L"_s, u"7400"_s});
+    bench->start(process, {QStringLiteral("-L"), QStringLiteral("7400")});
     QByteArray said;
     while (said.size() < menu.size() && process.waitForReadyRead())
         said += process.readAllStandardError();
@@ -199,17 +207,20 @@ void TestSimulatorInquiries::list_withoutAProgrammer_takesAnAnswer() {
     QFETCH(QByteArray, listed);
     QFETCH(QByteArray, said);
     fault("no-programmer");
-    QCOMPARE(bench->run({u"-L"_s, u"ATF750C-T"_s}, input), (Answer{status, listed, menu + said}));
+    QCOMPARE(bench->run({QStringLiteral("-L"), QStringLiteral("ATF750C-T")}, input),
+             (Answer{status, listed, menu + said}));
 }
 
 void TestSimulatorInquiries::list_withoutAProgrammer_knowsTheModel() {
     fault("no-programmer");
-    QCOMPARE(bench->run({u"-q"_s, u"T48"_s, u"-L"_s, u"74138"_s}), (Answer{0, "74138\n", {}}));
+    QCOMPARE(bench->run({QStringLiteral("-q"), QStringLiteral("T48"), QStringLiteral("-L"),
+                         QStringLiteral("74138")}),
+             (Answer{0, "74138\n", {}}));
 }
 
 void TestSimulatorInquiries::list_withABusyProgrammer_asks() {
     fault("busy");
-    QCOMPARE(bench->run({u"-L"_s, u"74138"_s}, "2\n"),
+    QCOMPARE(bench->run({QStringLiteral("-L"), QStringLiteral("74138")}, "2\n"),
              (Answer{0, "74138\n", "\nIO error: claim_interface: LIBUSB_ERROR_BUSY\n" + menu}));
 }
 
@@ -218,24 +229,27 @@ void TestSimulatorInquiries::description_data() {
     QTest::addColumn<int>("status");
     QTest::addColumn<QByteArray>("said");
     QTest::newRow("an EEPROM in any case")
-        << u"at28c256"_s << 0
+        << QStringLiteral("at28c256") << 0
         << QByteArray("Name: AT28C256\nAvailable on: TL866II, T48, T56\nMemory: 32768 Bytes\n"
                       "Package: DIP28\nICSP: -\nProtocol: 0x07\nRead buffer size: 512 Bytes\n"
                       "Write buffer size: 128 Bytes\n");
     QTest::newRow("a logic IC")
-        << u"7400"_s << 0
+        << QStringLiteral("7400") << 0
         << QByteArray("Name: 7400\nPackage:\t DIP14\nVCC voltage:\t 2.35V\nVector count:\t 4\n");
-    QTest::newRow("unknown") << u"NOSUCH"_s << 1 << QByteArray("Device NOSUCH not found!\n");
+    QTest::newRow("unknown") << QStringLiteral("NOSUCH") << 1
+                             << QByteArray("Device NOSUCH not found!\n");
 }
 
 void TestSimulatorInquiries::description() {
     QFETCH(QString, device);
     QFETCH(int, status);
     QFETCH(QByteArray, said);
-    QCOMPARE(bench->run({u"-d"_s, device}), (Answer{status, {}, bannerText() + said}));
+    QCOMPARE(bench->run({QStringLiteral("-d"), device}), (Answer{status, {}, bannerText() + said}));
     fault("no-programmer");
-    QCOMPARE(bench->run({u"-q"_s, u"tl866ii"_s, u"-d"_s, device}), (Answer{status, {}, said}));
-    QCOMPARE(bench->run({u"-d"_s, device}, "2\n"), (Answer{status, {}, menu + said}));
+    QCOMPARE(
+        bench->run({QStringLiteral("-q"), QStringLiteral("tl866ii"), QStringLiteral("-d"), device}),
+        (Answer{status, {}, said}));
+    QCOMPARE(bench->run({QStringLiteral("-d"), device}, "2\n"), (Answer{status, {}, menu + said}));
 }
 
 void TestSimulatorInquiries::sizes_followFromNames_data() {
@@ -268,8 +282,11 @@ void TestSimulatorInquiries::sizes_followFromNames_data() {
 void TestSimulatorInquiries::sizes_followFromNames() {
     QFETCH(int, size);
     const QString device = QString::fromLatin1(QTest::currentDataTag());
-    QCOMPARE(bench->run({u"-q"_s, u"tl866ii"_s, u"-d"_s, device}).err.split('\n').value(2),
-             "Memory: " + QByteArray::number(size) + " Bytes");
+    QCOMPARE(
+        bench->run({QStringLiteral("-q"), QStringLiteral("tl866ii"), QStringLiteral("-d"), device})
+            .err.split('\n')
+            .value(2),
+        "Memory: " + QByteArray::number(size) + " Bytes");
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorInquiries)

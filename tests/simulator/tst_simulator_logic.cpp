@@ -6,13 +6,11 @@
 #include <QRegularExpression>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// The table without its colours, bad cells kept as "L-".
 QByteArray withoutColours(const QByteArray &table) {
-    static const QRegularExpression colour(u"\x1b\\[[0-9;]*m"_s);
+    static const QRegularExpression colour(QStringLiteral("\x1b\\[[0-9;]*m"));
     return QString::fromLatin1(table).remove(colour).toLatin1();
 }
 
@@ -84,14 +82,16 @@ void TestSimulatorLogic::table_isPrintedByteForByte() {
                    "0000: |0  |H  |0  |H  |0  |H  |G  |H  |0  |H  |0  |H  |0  |V  |\n"
                    "0001: |1  |L  |1  |L  |1  |L  |G  |L  |1  |L  |1  |L  |1  |V  |\n")
             .replace("|", "\x1b[0m");
-    QCOMPARE(bench.run({u"-T"_s, u"-p"_s, u"7404"_s, u"-y"_s}),
+    QCOMPARE(bench.run({QStringLiteral("-T"), QStringLiteral("-p"), QStringLiteral("7404"),
+                        QStringLiteral("-y")}),
              (Answer{0, table, bannerText() + "Logic test successful.\n"}));
 }
 
 void TestSimulatorLogic::badPin_isRedAndCounted() {
-    bench.set(u"FAULT"_s, u"bad-logic-pins"_s);
-    const Answer answer = bench.run({u"-T"_s, u"-p"_s, u"7400"_s});
-    bench.set(u"FAULT"_s, u""_s);
+    bench.set(QStringLiteral("FAULT"), QStringLiteral("bad-logic-pins"));
+    const Answer answer =
+        bench.run({QStringLiteral("-T"), QStringLiteral("-p"), QStringLiteral("7400")});
+    bench.set(QStringLiteral("FAULT"), QStringLiteral(""));
     QCOMPARE(answer.status, 1);
     QCOMPARE(answer.err, bannerText() + "Logic test failed: 1 errors encountered.\n");
     QCOMPARE(answer.out.split('\n').at(4),
@@ -104,11 +104,14 @@ void TestSimulatorLogic::badPin_isRedAndCounted() {
 void TestSimulatorLogic::flakyPin_failsInEveryThirdTest() {
     const QByteArray good = "11L-11LGL11L11V";
     const QByteArray bad = "11L-11LGL11L-11V";
-    bench.set(u"FAULT"_s, u"bad-logic-pins,flaky-pin"_s);
+    bench.set(QStringLiteral("FAULT"), QStringLiteral("bad-logic-pins,flaky-pin"));
     QList<QByteArray> tests;
     for (int test = 0; test < 6; ++test)
-        tests.append(rowsOf(bench.run({u"-T"_s, u"-p"_s, u"7400"_s}).out).value(3));
-    bench.set(u"FAULT"_s, u""_s);
+        tests.append(
+            rowsOf(
+                bench.run({QStringLiteral("-T"), QStringLiteral("-p"), QStringLiteral("7400")}).out)
+                .value(3));
+    bench.set(QStringLiteral("FAULT"), QStringLiteral(""));
     QCOMPARE(tests, (QList<QByteArray>{good, good, bad, good, good, bad}));
 }
 
@@ -119,14 +122,14 @@ void TestSimulatorLogic::everyPart_passesWithTheRightPins_data() {
 void TestSimulatorLogic::everyPart_passesWithTheRightPins() {
     QFETCH(int, pins);
     QFETCH(int, vectors);
-    const Answer answer =
-        bench.run({u"-T"_s, u"-p"_s, QString::fromLatin1(QTest::currentDataTag())});
+    const Answer answer = bench.run(
+        {QStringLiteral("-T"), QStringLiteral("-p"), QString::fromLatin1(QTest::currentDataTag())});
     QCOMPARE(answer.status, 0);
     QCOMPARE(answer.err, bannerText() + "Logic test successful.\n");
     QCOMPARE(answer.out.split('\n').first(), headerOf(pins));
     const QList<QByteArray> rows = rowsOf(answer.out);
     QCOMPARE(rows.size(), vectors);
-    static const QRegularExpression letters(u"^[01LHCZXGV]+$"_s);
+    static const QRegularExpression letters(QStringLiteral("^[01LHCZXGV]+$"));
     for (const QByteArray &row : rows) {
         QCOMPARE(row.size(), pins);
         QVERIFY2(letters.match(QString::fromLatin1(row)).hasMatch(), row.constData());
@@ -140,78 +143,97 @@ void TestSimulatorLogic::truthTables_data() {
     QTest::addColumn<int>("vector");
     QTest::addColumn<QByteArray>("letters");
 
-    QTest::newRow("NOR of nothing is high") << u"7402"_s << 0 << QByteArray("H00H00G00H00HV");
-    QTest::newRow("NOR of one is low") << u"7402"_s << 1 << QByteArray("L10L10G10L10LV");
-    QTest::newRow("AND needs both") << u"7408"_s << 2 << QByteArray("01L01LGL01L01V");
-    QTest::newRow("AND of both is high") << u"7408"_s << 3 << QByteArray("11H11HGH11H11V");
-    QTest::newRow("OR of one is high") << u"7432"_s << 1 << QByteArray("10H10HGH10H10V");
-    QTest::newRow("XOR of two is low") << u"7486"_s << 3 << QByteArray("11L11LGL11L11V");
-    QTest::newRow("XOR of one is high") << u"4070"_s << 1 << QByteArray("10HH10G10HH10V");
-    QTest::newRow("NAND of three, all high") << u"7410"_s << 7 << QByteArray("11111LGL111L1V");
-    QTest::newRow("NAND of four, one low") << u"7420"_s << 14 << QByteArray("01X11HGH01X11V");
+    QTest::newRow("NOR of nothing is high")
+        << QStringLiteral("7402") << 0 << QByteArray("H00H00G00H00HV");
+    QTest::newRow("NOR of one is low")
+        << QStringLiteral("7402") << 1 << QByteArray("L10L10G10L10LV");
+    QTest::newRow("AND needs both") << QStringLiteral("7408") << 2 << QByteArray("01L01LGL01L01V");
+    QTest::newRow("AND of both is high")
+        << QStringLiteral("7408") << 3 << QByteArray("11H11HGH11H11V");
+    QTest::newRow("OR of one is high")
+        << QStringLiteral("7432") << 1 << QByteArray("10H10HGH10H10V");
+    QTest::newRow("XOR of two is low")
+        << QStringLiteral("7486") << 3 << QByteArray("11L11LGL11L11V");
+    QTest::newRow("XOR of one is high")
+        << QStringLiteral("4070") << 1 << QByteArray("10HH10G10HH10V");
+    QTest::newRow("NAND of three, all high")
+        << QStringLiteral("7410") << 7 << QByteArray("11111LGL111L1V");
+    QTest::newRow("NAND of four, one low")
+        << QStringLiteral("7420") << 14 << QByteArray("01X11HGH01X11V");
     QTest::newRow("open collector lets go of a high output")
-        << u"7401"_s << 2 << QByteArray("Z01Z01G01Z01ZV");
+        << QStringLiteral("7401") << 2 << QByteArray("Z01Z01G01Z01ZV");
     QTest::newRow("open collector pulls its output down")
-        << u"7401"_s << 3 << QByteArray("L11L11G11L11LV");
-    QTest::newRow("decoder picks line 5") << u"74138"_s << 9 << QByteArray("101001HGHLHHHHHV");
+        << QStringLiteral("7401") << 3 << QByteArray("L11L11G11L11LV");
+    QTest::newRow("decoder picks line 5")
+        << QStringLiteral("74138") << 9 << QByteArray("101001HGHLHHHHHV");
     QTest::newRow("decoder disabled picks none")
-        << u"74138"_s << 3 << QByteArray("000000HGHHHHHHHV");
-    QTest::newRow("selector passes A") << u"74157"_s << 1 << QByteArray("010H01LGH01L100V");
-    QTest::newRow("selector strobed is low") << u"74157"_s << 9 << QByteArray("010L01LGL01L101V");
-    QTest::newRow("counter carries at 15") << u"74161"_s << 15 << QByteArray("1C00001G11HHHHHV");
-    QTest::newRow("counter wraps") << u"74161"_s << 16 << QByteArray("1C00001G11LLLLLV");
-    QTest::newRow("counter loads 5") << u"74161"_s << 17 << QByteArray("1C10101G01LHLHLV");
+        << QStringLiteral("74138") << 3 << QByteArray("000000HGHHHHHHHV");
+    QTest::newRow("selector passes A")
+        << QStringLiteral("74157") << 1 << QByteArray("010H01LGH01L100V");
+    QTest::newRow("selector strobed is low")
+        << QStringLiteral("74157") << 9 << QByteArray("010L01LGL01L101V");
+    QTest::newRow("counter carries at 15")
+        << QStringLiteral("74161") << 15 << QByteArray("1C00001G11HHHHHV");
+    QTest::newRow("counter wraps")
+        << QStringLiteral("74161") << 16 << QByteArray("1C00001G11LLLLLV");
+    QTest::newRow("counter loads 5")
+        << QStringLiteral("74161") << 17 << QByteArray("1C10101G01LHLHLV");
     QTest::newRow("flip-flop takes the data with the clock")
-        << u"7474"_s << 3 << QByteArray("11C1HLGLH1C11V");
+        << QStringLiteral("7474") << 3 << QByteArray("11C1HLGLH1C11V");
     QTest::newRow("flip-flop is preset whatever the data")
-        << u"7474"_s << 1 << QByteArray("10C0HLGLH0C01V");
+        << QStringLiteral("7474") << 1 << QByteArray("10C0HLGLH0C01V");
     QTest::newRow("latch holds while its gate is low")
-        << u"74373"_s << 6 << QByteArray("0H00HH00HG0H00HH00HV");
+        << QStringLiteral("74373") << 6 << QByteArray("0H00HH00HG0H00HH00HV");
     QTest::newRow("flip-flops float while disabled")
-        << u"74374"_s << 3 << QByteArray("1Z11ZZ11ZG0Z11ZZ11ZV");
+        << QStringLiteral("74374") << 3 << QByteArray("1Z11ZZ11ZG0Z11ZZ11ZV");
     QTest::newRow("transceiver from B to A")
-        << u"74245"_s << 17 << QByteArray("0HLLLLLLLG000000010V");
+        << QStringLiteral("74245") << 17 << QByteArray("0HLLLLLLLG000000010V");
     QTest::newRow("transceiver disabled lets both sides float")
-        << u"74245"_s << 12 << QByteArray("1ZZZZZZZZGZZZZZZZZ1V");
+        << QStringLiteral("74245") << 12 << QByteArray("1ZZZZZZZZGZZZZZZZZ1V");
     QTest::newRow("16-line decoder picks line 11")
-        << u"74154"_s << 11 << QByteArray("HHHHHHHHHHHGLHHHH001011V");
+        << QStringLiteral("74154") << 11 << QByteArray("HHHHHHHHHHHGLHHHH001011V");
     QTest::newRow("adapter shows the byte written to port A")
-        << u"6821"_s << 3
+        << QStringLiteral("6821") << 3
         << QByteArray("GHLHLHLHL0000000000V0101C010101011"
                       "00ZZ00");
     QTest::newRow("adapter pulls its interrupt line")
-        << u"6821"_s << 27 << QByteArray("G001111001001LHLH00V10100ZZZZZZZZ100ZL01");
+        << QStringLiteral("6821") << 27 << QByteArray("G001111001001LHLH00V10100ZZZZZZZZ100ZL01");
 }
 
 void TestSimulatorLogic::truthTables() {
     QFETCH(QString, part);
     QFETCH(int, vector);
     QFETCH(QByteArray, letters);
-    QCOMPARE(rowsOf(bench.run({u"-T"_s, u"-p"_s, part}).out).value(vector), letters);
+    QCOMPARE(
+        rowsOf(bench.run({QStringLiteral("-T"), QStringLiteral("-p"), part}).out).value(vector),
+        letters);
 }
 
 void TestSimulatorLogic::memory_hasNoRowsAndSucceeds() {
-    QCOMPARE(bench.run({u"-T"_s, u"-p"_s, u"W27C512@DIP28"_s}),
-             (Answer{0, headerOf(28) + "\n", bannerText() + "Logic test successful.\n"}));
+    QCOMPARE(
+        bench.run({QStringLiteral("-T"), QStringLiteral("-p"), QStringLiteral("W27C512@DIP28")}),
+        (Answer{0, headerOf(28) + "\n", bannerText() + "Logic test successful.\n"}));
 }
 
 void TestSimulatorLogic::logicPart_canOnlyBeTested() {
-    const QString file = bench.makeFile(u"kept.bin"_s, "kept");
-    QCOMPARE(bench.run({u"-p"_s, u"7400"_s, u"-r"_s, file}),
+    const QString file = bench.makeFile(QStringLiteral("kept.bin"), "kept");
+    QCOMPARE(bench.run({QStringLiteral("-p"), QStringLiteral("7400"), QStringLiteral("-r"), file}),
              (Answer{1, {}, bannerText() + "Unsupported device!\n"}));
-    QCOMPARE(bench.contentOf(u"kept.bin"_s), QByteArray("kept"));
+    QCOMPARE(bench.contentOf(QStringLiteral("kept.bin")), QByteArray("kept"));
 }
 
 void TestSimulatorLogic::name_isTakenInAnyCase() {
-    QCOMPARE(bench.run({u"-T"_s, u"-p"_s, u"74ls54"_s}),
-             bench.run({u"-T"_s, u"-p"_s, u"74LS54"_s}));
-    QCOMPARE(bench.run({u"-T"_s, u"-p"_s, u"74ls54"_s}).status, 0);
+    QCOMPARE(bench.run({QStringLiteral("-T"), QStringLiteral("-p"), QStringLiteral("74ls54")}),
+             bench.run({QStringLiteral("-T"), QStringLiteral("-p"), QStringLiteral("74LS54")}));
+    QCOMPARE(
+        bench.run({QStringLiteral("-T"), QStringLiteral("-p"), QStringLiteral("74ls54")}).status,
+        0);
 }
 
 void TestSimulatorLogic::verdict_comesBeforeTheTableOnceBothAreBuffered() {
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
-    bench.start(process, {u"-T"_s, u"-p"_s, u"7404"_s});
+    bench.start(process, {QStringLiteral("-T"), QStringLiteral("-p"), QStringLiteral("7404")});
     QVERIFY(process.waitForFinished());
     const QByteArray both = process.readAll();
     QVERIFY(both.startsWith(bannerText() + "Logic test successful.\n      1  2  3"));
@@ -222,10 +244,10 @@ void TestSimulatorLogic::everyPart_failsWithABadPin_data() {
 }
 
 void TestSimulatorLogic::everyPart_failsWithABadPin() {
-    bench.set(u"FAULT"_s, u"bad-logic-pins"_s);
-    const Answer answer =
-        bench.run({u"-T"_s, u"-p"_s, QString::fromLatin1(QTest::currentDataTag())});
-    bench.set(u"FAULT"_s, u""_s);
+    bench.set(QStringLiteral("FAULT"), QStringLiteral("bad-logic-pins"));
+    const Answer answer = bench.run(
+        {QStringLiteral("-T"), QStringLiteral("-p"), QString::fromLatin1(QTest::currentDataTag())});
+    bench.set(QStringLiteral("FAULT"), QStringLiteral(""));
     const QByteArray errors = QByteArray::number(answer.out.count("\x1b[0;91m"));
     QVERIFY(errors != "0");
     QCOMPARE(answer.status, 1);

@@ -6,8 +6,6 @@
 #include <QElapsedTimer>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 /// What a run prints, byte for byte, on both streams.
 class TestSimulatorRuns : public QObject {
     Q_OBJECT
@@ -43,31 +41,35 @@ const QByteArray protectSuspicion = "This chip may be write-protected. Use -u an
 } // namespace
 
 void TestSimulatorRuns::read_countsUpAndFillsTheFile() {
-    const QString file = bench.path(u"read.bin"_s);
-    QCOMPARE(bench.run({u"-p"_s, u"AT28C256"_s, u"-r"_s, file}),
-             (Answer{0, {}, bannerText() + readingText(64)}));
-    QCOMPARE(bench.contentOf(u"read.bin"_s).size(), eepromSize);
-    QCOMPARE(bench.contentOf(u"read.bin"_s), bench.contentOf(u"bench/AT28C256.bin"_s));
+    const QString file = bench.path(QStringLiteral("read.bin"));
+    QCOMPARE(
+        bench.run({QStringLiteral("-p"), QStringLiteral("AT28C256"), QStringLiteral("-r"), file}),
+        (Answer{0, {}, bannerText() + readingText(64)}));
+    QCOMPARE(bench.contentOf(QStringLiteral("read.bin")).size(), eepromSize);
+    QCOMPARE(bench.contentOf(QStringLiteral("read.bin")),
+             bench.contentOf(QStringLiteral("bench/AT28C256.bin")));
 }
 
 void TestSimulatorRuns::write_erasesWritesAndReadsBack() {
     const QByteArray image = numberedBytes(eepromSize);
-    const QString file = bench.makeFile(u"image.bin"_s, image);
-    QCOMPARE(bench.run({u"-p"_s, u"AT28C256"_s, u"-w"_s, file}),
-             (Answer{0,
-                     {},
-                     bannerText() + protectHint + "Erasing... T OK\n" + writingText(256) +
-                         readingText(64) + "Verification OK\n"}));
-    QCOMPARE(bench.contentOf(u"bench/AT28C256.bin"_s), image);
+    const QString file = bench.makeFile(QStringLiteral("image.bin"), image);
+    QCOMPARE(
+        bench.run({QStringLiteral("-p"), QStringLiteral("AT28C256"), QStringLiteral("-w"), file}),
+        (Answer{0,
+                {},
+                bannerText() + protectHint + "Erasing... T OK\n" + writingText(256) +
+                    readingText(64) + "Verification OK\n"}));
+    QCOMPARE(bench.contentOf(QStringLiteral("bench/AT28C256.bin")), image);
 }
 
 void TestSimulatorRuns::write_ofAnotherImage_failsAtTheFirstDifference() {
     QByteArray image = numberedBytes(eepromSize);
     image[0x1234] = 0x7E;
-    const QString file = bench.makeFile(u"image.bin"_s, image);
+    const QString file = bench.makeFile(QStringLiteral("image.bin"), image);
     TestBench badBench;
-    badBench.set(u"FAULT"_s, u"bad-byte"_s);
-    QCOMPARE(badBench.run({u"-p"_s, u"AT28C256"_s, u"-w"_s, file}),
+    badBench.set(QStringLiteral("FAULT"), QStringLiteral("bad-byte"));
+    QCOMPARE(badBench.run(
+                 {QStringLiteral("-p"), QStringLiteral("AT28C256"), QStringLiteral("-w"), file}),
              (Answer{1,
                      {},
                      bannerText() + protectHint + "Erasing... T OK\n" + writingText(256) +
@@ -78,39 +80,43 @@ void TestSimulatorRuns::write_ofAnotherImage_failsAtTheFirstDifference() {
 
 void TestSimulatorRuns::verify_readsAndCompares() {
     const QByteArray image = numberedBytes(eepromSize);
-    const QString file = bench.makeFile(u"image.bin"_s, image);
-    bench.makeFile(u"bench/AT28C256.bin"_s, image);
-    QCOMPARE(bench.run({u"-p"_s, u"AT28C256"_s, u"-m"_s, file}),
-             (Answer{0, {}, bannerText() + readingText(64) + "Verification OK\n"}));
+    const QString file = bench.makeFile(QStringLiteral("image.bin"), image);
+    bench.makeFile(QStringLiteral("bench/AT28C256.bin"), image);
+    QCOMPARE(
+        bench.run({QStringLiteral("-p"), QStringLiteral("AT28C256"), QStringLiteral("-m"), file}),
+        (Answer{0, {}, bannerText() + readingText(64) + "Verification OK\n"}));
 }
 
 void TestSimulatorRuns::erase_saysHowLongItTook() {
-    QCOMPARE(bench.run({u"-p"_s, u"AT28C256"_s, u"-E"_s}),
+    QCOMPARE(bench.run({QStringLiteral("-p"), QStringLiteral("AT28C256"), QStringLiteral("-E")}),
              (Answer{0, {}, bannerText() + "Erasing... T OK\n"}));
-    QCOMPARE(bench.contentOf(u"bench/AT28C256.bin"_s), QByteArray(eepromSize, '\xff'));
+    QCOMPARE(bench.contentOf(QStringLiteral("bench/AT28C256.bin")), QByteArray(eepromSize, '\xff'));
 }
 
 void TestSimulatorRuns::chipId_isShownForChipsThatHaveOne() {
-    const QString file = bench.path(u"read.bin"_s);
-    QCOMPARE(bench.run({u"-p"_s, u"w27c512@dip28"_s, u"-r"_s, file}),
+    const QString file = bench.path(QStringLiteral("read.bin"));
+    QCOMPARE(bench.run({QStringLiteral("-p"), QStringLiteral("w27c512@dip28"), QStringLiteral("-r"),
+                        file}),
              (Answer{0, {}, bannerText() + "Chip ID: 0xDA08  OK\n" + readingText(64)}));
-    QCOMPARE(bench.contentOf(u"read.bin"_s).size(), 65'536);
+    QCOMPARE(bench.contentOf(QStringLiteral("read.bin")).size(), 65'536);
 }
 
 void TestSimulatorRuns::unknownDevice_isNamed() {
-    const QString file = bench.makeFile(u"kept.bin"_s, "kept");
-    QCOMPARE(bench.run({u"-p"_s, u"NOSUCHCHIP"_s, u"-r"_s, file}),
-             (Answer{1, {}, "Device NOSUCHCHIP not found!\n"}));
-    QCOMPARE(bench.contentOf(u"kept.bin"_s), QByteArray("kept"));
+    const QString file = bench.makeFile(QStringLiteral("kept.bin"), "kept");
+    QCOMPARE(
+        bench.run({QStringLiteral("-p"), QStringLiteral("NOSUCHCHIP"), QStringLiteral("-r"), file}),
+        (Answer{1, {}, "Device NOSUCHCHIP not found!\n"}));
+    QCOMPARE(bench.contentOf(QStringLiteral("kept.bin")), QByteArray("kept"));
 }
 
 void TestSimulatorRuns::realPace_takesTenMillisecondsABlock() {
     constexpr int blocks = 16;
     TestBench slowBench;
-    slowBench.set(u"PACE"_s, u"real"_s);
+    slowBench.set(QStringLiteral("PACE"), QStringLiteral("real"));
     QElapsedTimer watch;
     watch.start();
-    QCOMPARE(slowBench.run({u"-p"_s, u"AT24C64"_s, u"-r"_s, slowBench.path(u"read.bin"_s)}),
+    QCOMPARE(slowBench.run({QStringLiteral("-p"), QStringLiteral("AT24C64"), QStringLiteral("-r"),
+                            slowBench.path(QStringLiteral("read.bin"))}),
              (Answer{0, {}, bannerText() + readingText(blocks)}));
     QVERIFY(watch.elapsed() >= blocks * 10);
 }

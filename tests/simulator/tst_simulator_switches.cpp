@@ -5,8 +5,6 @@
 
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 /// Switches and actions beside reading, writing and verifying as a whole.
 class TestSimulatorSwitches : public QObject {
     Q_OBJECT
@@ -29,7 +27,7 @@ private slots:
 
 private:
     [[nodiscard]] QStringList command(const QString &device, const QString &switches) const {
-        return QStringList{u"-p"_s, device} + switches.split(u' ');
+        return QStringList{QStringLiteral("-p"), device} + switches.split(u' ');
     }
 
     std::unique_ptr<TestBench> bench;
@@ -46,7 +44,7 @@ const QByteArray voltages = "\nVPP=12.5V, VDD=5.5V, VCC=5V, Pulse=100us\n";
 
 void TestSimulatorSwitches::init() {
     bench = std::make_unique<TestBench>();
-    bench->makeFile(u"image.bin"_s, QByteArray(32 * 1024, 'x'));
+    bench->makeFile(QStringLiteral("image.bin"), QByteArray(32 * 1024, 'x'));
 }
 
 void TestSimulatorSwitches::idAlone_data() {
@@ -56,17 +54,21 @@ void TestSimulatorSwitches::idAlone_data() {
     QTest::addColumn<int>("status");
     QTest::addColumn<QByteArray>("said");
     const QByteArray wrong = "Chip ID mismatch: expected 0xDA08, got 0xFFFF (unknown)\n";
-    QTest::newRow("right") << u"W27C512@DIP28"_s << u""_s << u"-D"_s << 0
-                           << QByteArray("Chip ID: 0xDA08  OK\n");
-    QTest::newRow("wrong") << u"W27C512@DIP28"_s << u"wrong-id"_s << u"-D"_s << 1 << wrong;
+    QTest::newRow("right") << QStringLiteral("W27C512@DIP28") << QStringLiteral("")
+                           << QStringLiteral("-D") << 0 << QByteArray("Chip ID: 0xDA08  OK\n");
+    QTest::newRow("wrong") << QStringLiteral("W27C512@DIP28") << QStringLiteral("wrong-id")
+                           << QStringLiteral("-D") << 1 << wrong;
     QTest::newRow("wrong, and no error")
-        << u"W27C512@DIP28"_s << u"wrong-id"_s << u"-D -y"_s << 1 << wrong;
-    QTest::newRow("none") << u"AT28C256"_s << u""_s << u"-D"_s << 1
+        << QStringLiteral("W27C512@DIP28") << QStringLiteral("wrong-id") << QStringLiteral("-D -y")
+        << 1 << wrong;
+    QTest::newRow("none") << QStringLiteral("AT28C256") << QStringLiteral("")
+                          << QStringLiteral("-D") << 1
                           << QByteArray("This chip doesn't have a chip ID!\n");
     QTest::newRow("before an action")
-        << u"W27C512@DIP28"_s << u""_s << u"-D -E"_s << 0 << QByteArray("Chip ID: 0xDA08  OK\n");
-    QTest::newRow("a logic IC") << u"7400"_s << u""_s << u"-D"_s << 1
-                                << QByteArray("Unsupported device!\n");
+        << QStringLiteral("W27C512@DIP28") << QStringLiteral("") << QStringLiteral("-D -E") << 0
+        << QByteArray("Chip ID: 0xDA08  OK\n");
+    QTest::newRow("a logic IC") << QStringLiteral("7400") << QStringLiteral("")
+                                << QStringLiteral("-D") << 1 << QByteArray("Unsupported device!\n");
 }
 
 void TestSimulatorSwitches::idAlone() {
@@ -75,13 +77,13 @@ void TestSimulatorSwitches::idAlone() {
     QFETCH(QString, switches);
     QFETCH(int, status);
     QFETCH(QByteArray, said);
-    bench->set(u"FAULT"_s, fault);
+    bench->set(QStringLiteral("FAULT"), fault);
     QCOMPARE(bench->run(command(device, switches)), (Answer{status, {}, bannerText() + said}));
 }
 
 void TestSimulatorSwitches::skippedId_isNotAskedFor() {
-    bench->set(u"FAULT"_s, u"wrong-id"_s);
-    QCOMPARE(bench->run(command(u"W27C512@DIP28"_s, u"-x -r read.bin"_s)),
+    bench->set(QStringLiteral("FAULT"), QStringLiteral("wrong-id"));
+    QCOMPARE(bench->run(command(QStringLiteral("W27C512@DIP28"), QStringLiteral("-x -r read.bin"))),
              (Answer{0, {}, bannerText() + "WARNING: skipping Chip ID test\n" + readingText(64)}));
 }
 
@@ -89,30 +91,33 @@ void TestSimulatorSwitches::writing_data() {
     QTest::addColumn<QString>("switches");
     QTest::addColumn<QByteArray>("said");
     const QByteArray written = writingText(256);
-    QTest::newRow("nothing") << u""_s << protectHint + erased + written + verified;
-    QTest::newRow("no verification") << u" -v"_s << protectHint + erased + written;
-    QTest::newRow("no erase") << u" -e"_s << protectHint + written + verified;
-    QTest::newRow("unprotect") << u" -u"_s
+    QTest::newRow("nothing") << QStringLiteral("") << protectHint + erased + written + verified;
+    QTest::newRow("no verification") << QStringLiteral(" -v") << protectHint + erased + written;
+    QTest::newRow("no erase") << QStringLiteral(" -e") << protectHint + written + verified;
+    QTest::newRow("unprotect") << QStringLiteral(" -u")
                                << protectHint + erased + "Protect off...OK\n" + written + verified;
-    QTest::newRow("protect") << u" -P"_s << erased + written + verified + "Protect on...OK\n";
-    QTest::newRow("all of them") << u" -u -P -e -v"_s
+    QTest::newRow("protect") << QStringLiteral(" -P")
+                             << erased + written + verified + "Protect on...OK\n";
+    QTest::newRow("all of them") << QStringLiteral(" -u -P -e -v")
                                  << "Protect off...OK\n" + written + "Protect on...OK\n";
 }
 
 void TestSimulatorSwitches::writing() {
     QFETCH(QString, switches);
     QFETCH(QByteArray, said);
-    QCOMPARE(bench->run(command(u"AT28C256"_s, u"-w image.bin"_s + switches)),
-             (Answer{0, {}, bannerText() + said}));
-    QCOMPARE(bench->contentOf(u"bench/AT28C256.bin"_s), QByteArray(32 * 1024, 'x'));
+    QCOMPARE(
+        bench->run(command(QStringLiteral("AT28C256"), QStringLiteral("-w image.bin") + switches)),
+        (Answer{0, {}, bannerText() + said}));
+    QCOMPARE(bench->contentOf(QStringLiteral("bench/AT28C256.bin")), QByteArray(32 * 1024, 'x'));
 }
 
 void TestSimulatorSwitches::unprotect_isNotNeededWithoutProtection() {
-    QCOMPARE(bench->run(command(u"W27E257@DIP28"_s, u"-u -P -w image.bin"_s)),
-             (Answer{0,
-                     {},
-                     bannerText() + "Chip ID: 0xDA02  OK\n" + erased + writingText(256) +
-                         readingText(32) + "Verification OK\n"}));
+    QCOMPARE(
+        bench->run(command(QStringLiteral("W27E257@DIP28"), QStringLiteral("-u -P -w image.bin"))),
+        (Answer{0,
+                {},
+                bannerText() + "Chip ID: 0xDA02  OK\n" + erased + writingText(256) +
+                    readingText(32) + "Verification OK\n"}));
 }
 
 void TestSimulatorSwitches::blankCheck_data() {
@@ -127,9 +132,9 @@ void TestSimulatorSwitches::blankCheck() {
     QFETCH(char, content);
     QFETCH(int, status);
     QFETCH(QByteArray, said);
-    bench->makeFile(u"bench/AT28C256.bin"_s,
+    bench->makeFile(QStringLiteral("bench/AT28C256.bin"),
                     QByteArray(32 * 1024 - 1, '\xff') + QByteArray(1, content));
-    QCOMPARE(bench->run(command(u"AT28C256"_s, u"-b"_s)),
+    QCOMPARE(bench->run(command(QStringLiteral("AT28C256"), QStringLiteral("-b"))),
              (Answer{status, {}, bannerText() + readingText(64) + said}));
 }
 
@@ -141,30 +146,34 @@ void TestSimulatorSwitches::otherMemories_data() {
 
 void TestSimulatorSwitches::otherMemories() {
     QFETCH(QString, section);
-    bench->makeFile(u"kept.bin"_s, "kept");
+    bench->makeFile(QStringLiteral("kept.bin"), "kept");
     const Answer refused{1, {}, bannerText() + "No " + section.toUtf8() + " section found.\n"};
-    for (const QString &action : {u" -r kept.bin"_s, u" -w image.bin"_s, u" -m image.bin"_s})
-        QCOMPARE(bench->run(command(u"24LC256"_s, u"-c "_s + section + action)), refused);
-    QCOMPARE(bench->contentOf(u"kept.bin"_s), QByteArray("kept"));
+    for (const QString &action : {QStringLiteral(" -r kept.bin"), QStringLiteral(" -w image.bin"),
+                                  QStringLiteral(" -m image.bin")})
+        QCOMPARE(bench->run(
+                     command(QStringLiteral("24LC256"), QStringLiteral("-c ") + section + action)),
+                 refused);
+    QCOMPARE(bench->contentOf(QStringLiteral("kept.bin")), QByteArray("kept"));
 }
 
 void TestSimulatorSwitches::voltages_areShownForAnyAction_data() {
     QTest::addColumn<QString>("action");
     QTest::addColumn<int>("status");
     QTest::addColumn<QByteArray>("said");
-    QTest::newRow("read") << u"-r read.bin"_s << 0 << readingText(32);
-    QTest::newRow("verify") << u"-m image.bin"_s << 1
+    QTest::newRow("read") << QStringLiteral("-r read.bin") << 0 << readingText(32);
+    QTest::newRow("verify") << QStringLiteral("-m image.bin") << 1
                             << readingText(32) + "Verification failed at address 0x0000: "
                                                  "File=0x78, Device=0xFF\n";
-    QTest::newRow("ID") << u"-D"_s << 0 << QByteArray();
-    QTest::newRow("erase") << u"-E"_s << 1 << QByteArray("This chip can't be erased!\n");
+    QTest::newRow("ID") << QStringLiteral("-D") << 0 << QByteArray();
+    QTest::newRow("erase") << QStringLiteral("-E") << 1
+                           << QByteArray("This chip can't be erased!\n");
 }
 
 void TestSimulatorSwitches::voltages_areShownForAnyAction() {
     QFETCH(QString, action);
     QFETCH(int, status);
     QFETCH(QByteArray, said);
-    QCOMPARE(bench->run(command(u"AM27C256@DIP28"_s, action)),
+    QCOMPARE(bench->run(command(QStringLiteral("AM27C256@DIP28"), action)),
              (Answer{status, {}, bannerText() + voltages + "Chip ID: 0x0110  OK\n" + said}));
 }
 

@@ -5,8 +5,6 @@
 
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr int kib = 1024;
@@ -51,8 +49,9 @@ void TestSimulatorWriting::init() {
 
 Answer TestSimulatorWriting::write(const QString &device, const QByteArray &image,
                                    const QStringList &switches) {
-    const QString file = bench->makeFile(u"image.bin"_s, image);
-    return bench->run(QStringList{u"-p"_s, device, u"-w"_s, file} + switches);
+    const QString file = bench->makeFile(QStringLiteral("image.bin"), image);
+    return bench->run(QStringList{QStringLiteral("-p"), device, QStringLiteral("-w"), file} +
+                      switches);
 }
 
 void TestSimulatorWriting::writing_data() {
@@ -67,23 +66,25 @@ void TestSimulatorWriting::writing_data() {
     const QByteArray cleared("\x0f\x30\x55\x00", 4);
     const QByteArray failure("Verification failed at address 0x0000: File=0xFF, Device=0x0F");
     const QByteArray success("Verification OK");
-    const QStringList keep{u"-e"_s};
+    const QStringList keep{QStringLiteral("-e")};
     QTest::newRow("an erased EEPROM takes every bit")
-        << u"AT28C64"_s << QStringList() << before << image << image << success;
+        << QStringLiteral("AT28C64") << QStringList() << before << image << image << success;
     QTest::newRow("an EEPROM replaces its bytes without an erase")
-        << u"AT28C64"_s << keep << before << image << image << success;
+        << QStringLiteral("AT28C64") << keep << before << image << image << success;
     QTest::newRow("an electrically erasable EPROM is erased")
-        << u"W27C512@DIP28"_s << QStringList() << before << image << image << success;
+        << QStringLiteral("W27C512@DIP28") << QStringList() << before << image << image << success;
     QTest::newRow("an electrically erasable EPROM without an erase")
-        << u"W27C512@DIP28"_s << keep << before << image << cleared << failure;
+        << QStringLiteral("W27C512@DIP28") << keep << before << image << cleared << failure;
     QTest::newRow("nothing in the socket erases a UV EPROM")
-        << u"AM27C256@DIP28"_s << QStringList() << before << image << cleared << failure;
+        << QStringLiteral("AM27C256@DIP28") << QStringList() << before << image << cleared
+        << failure;
     QTest::newRow("a UV EPROM takes more cleared bits")
-        << u"AM27C256@DIP28"_s << QStringList() << before << cleared << cleared << success;
+        << QStringLiteral("AM27C256@DIP28") << QStringList() << before << cleared << cleared
+        << success;
     QTest::newRow("a flash without an erase")
-        << u"SST39SF010A"_s << keep << before << image << cleared << failure;
+        << QStringLiteral("SST39SF010A") << keep << before << image << cleared << failure;
     QTest::newRow("a serial EEPROM replaces its bytes")
-        << u"AT24C02"_s << keep << before << image << image << success;
+        << QStringLiteral("AT24C02") << keep << before << image << image << success;
 }
 
 void TestSimulatorWriting::writing() {
@@ -94,7 +95,7 @@ void TestSimulatorWriting::writing() {
     QFETCH(QByteArray, after);
     QFETCH(QByteArray, verdict);
     const int size = int(bench->readChip(device).size());
-    const QString chipFile = u"bench/"_s + device + u".bin"_s;
+    const QString chipFile = QStringLiteral("bench/") + device + QStringLiteral(".bin");
     bench->makeFile(chipFile, blankAfter(before, size));
 
     const Answer answer = write(device, blankAfter(image, size), switches);
@@ -115,17 +116,18 @@ void TestSimulatorWriting::sizeMismatch_data() {
     const QByteArray refusal = "Incorrect file size: 30000 (needed 32768, use -s/S to ignore)\n";
     const QByteArray written = "Erasing... T OK\n" + writingText(256) + readingText(64);
     const QByteArray partWritten = "Erasing... T OK\n" + writingText(236) + readingText(59);
-    QTest::newRow("a write is refused")
-        << u"-w"_s << u"-y"_s << 30'000 << 1 << hint + refusal + suspicion;
-    QTest::newRow("a verify is refused") << u"-m"_s << u"-y"_s << 30'000 << 1 << refusal;
+    QTest::newRow("a write is refused") << QStringLiteral("-w") << QStringLiteral("-y") << 30'000
+                                        << 1 << hint + refusal + suspicion;
+    QTest::newRow("a verify is refused")
+        << QStringLiteral("-m") << QStringLiteral("-y") << 30'000 << 1 << refusal;
     QTest::newRow("-s warns and writes as far as the file goes")
-        << u"-w"_s << u"-s"_s << 30'000 << 0
+        << QStringLiteral("-w") << QStringLiteral("-s") << 30'000 << 0
         << hint + "Warning: Incorrect file size: 30000 (needed 32768)\n" + partWritten +
                "Verification OK\n";
-    QTest::newRow("-S does not even warn")
-        << u"-w"_s << u"-S"_s << 30'000 << 0 << hint + partWritten + "Verification OK\n";
+    QTest::newRow("-S does not even warn") << QStringLiteral("-w") << QStringLiteral("-S") << 30'000
+                                           << 0 << hint + partWritten + "Verification OK\n";
     QTest::newRow("-s takes the first bytes of a longer file")
-        << u"-w"_s << u"-s"_s << 40'000 << 0
+        << QStringLiteral("-w") << QStringLiteral("-s") << 40'000 << 0
         << hint + "Warning: Incorrect file size: 40000 (needed 32768)\n" + written +
                "Verification OK\n";
 }
@@ -136,11 +138,11 @@ void TestSimulatorWriting::sizeMismatch() {
     QFETCH(int, size);
     QFETCH(int, status);
     QFETCH(QByteArray, err);
-    const QString file = bench->makeFile(u"image.bin"_s, QByteArray(size, 'x'));
-    QCOMPARE(bench->run({u"-p"_s, u"AT28C256"_s, action, file, flag}),
+    const QString file = bench->makeFile(QStringLiteral("image.bin"), QByteArray(size, 'x'));
+    QCOMPARE(bench->run({QStringLiteral("-p"), QStringLiteral("AT28C256"), action, file, flag}),
              (Answer{status, {}, bannerText() + err}));
     if (status == 0)
-        QCOMPARE(bench->contentOf(u"bench/AT28C256.bin"_s),
+        QCOMPARE(bench->contentOf(QStringLiteral("bench/AT28C256.bin")),
                  blankAfter(QByteArray(qMin(size, 32 * kib), 'x'), 32 * kib));
 }
 
@@ -150,12 +152,14 @@ void TestSimulatorWriting::protection_data() {
     QTest::addColumn<QByteArray>("verdict");
     QTest::addColumn<bool>("written");
     QTest::newRow("a protected chip keeps its bytes")
-        << u"AT28C256"_s << QStringList()
+        << QStringLiteral("AT28C256") << QStringList()
         << QByteArray("This chip may be write-protected. Use -u and try again.") << false;
     QTest::newRow("-u takes the protection off")
-        << u"AT28C256"_s << QStringList{u"-u"_s} << QByteArray("Verification OK") << true;
+        << QStringLiteral("AT28C256") << QStringList{QStringLiteral("-u")}
+        << QByteArray("Verification OK") << true;
     QTest::newRow("a chip without protection is written")
-        << u"W27E257@DIP28"_s << QStringList() << QByteArray("Verification OK") << true;
+        << QStringLiteral("W27E257@DIP28") << QStringList() << QByteArray("Verification OK")
+        << true;
 }
 
 void TestSimulatorWriting::protection() {
@@ -163,27 +167,30 @@ void TestSimulatorWriting::protection() {
     QFETCH(QStringList, switches);
     QFETCH(QByteArray, verdict);
     QFETCH(bool, written);
-    bench->set(u"FAULT"_s, u"protected"_s);
+    bench->set(QStringLiteral("FAULT"), QStringLiteral("protected"));
     const QByteArray image(32 * kib, 'x');
     const Answer answer = write(device, image, switches);
     QCOMPARE(verdictOf(answer), verdict);
     QCOMPARE(answer.status, written ? 0 : 1);
-    QCOMPARE(bench->contentOf(u"bench/"_s + device + u".bin"_s) == image, written);
+    QCOMPARE(bench->contentOf(QStringLiteral("bench/") + device + QStringLiteral(".bin")) == image,
+             written);
 }
 
 void TestSimulatorWriting::erase_ofAChipThatOnlyLightErases_fails() {
-    const Answer answer = bench->run({u"-p"_s, u"AM27C64@DIP28"_s, u"-E"_s});
+    const Answer answer =
+        bench->run({QStringLiteral("-p"), QStringLiteral("AM27C64@DIP28"), QStringLiteral("-E")});
     QCOMPARE(verdictOf(answer), QByteArray("This chip can't be erased!"));
     QCOMPARE(answer.status, 1);
 }
 
 void TestSimulatorWriting::write_ofAFileThatIsNotThere_fails() {
-    const QString file = bench->path(u"nowhere.bin"_s);
-    QCOMPARE(bench->run({u"-p"_s, u"AT24C02"_s, u"-w"_s, file}),
-             (Answer{1,
-                     {},
-                     bannerText() + "Could not open file " + file.toUtf8() +
-                         " for reading.\nNo such file or directory\n"}));
+    const QString file = bench->path(QStringLiteral("nowhere.bin"));
+    QCOMPARE(
+        bench->run({QStringLiteral("-p"), QStringLiteral("AT24C02"), QStringLiteral("-w"), file}),
+        (Answer{1,
+                {},
+                bannerText() + "Could not open file " + file.toUtf8() +
+                    " for reading.\nNo such file or directory\n"}));
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorWriting)
