@@ -10,8 +10,6 @@
 #include <QTest>
 #include <QVBoxLayout>
 
-using namespace Qt::StringLiterals;
-
 class TestAnnouncement : public QObject {
     Q_OBJECT
 
@@ -28,8 +26,8 @@ void TestAnnouncement::words_comeUpAsANotification() {
     SpokenWords listener;
     QWidget place;
     place.show();
-    Announcement::make(u"Done."_s, &place);
-    QCOMPARE(listener.spoken, QStringList({u"Done."_s}));
+    Announcement::make(QStringLiteral("Done."), &place);
+    QCOMPARE(listener.spoken, QStringList({QStringLiteral("Done.")}));
     const auto *object = QAccessible::queryAccessibleInterface(place.findChild<Announcement *>());
     QVERIFY(!object->state().invisible);
     QVERIFY(!object->state().focusable);
@@ -39,50 +37,50 @@ void TestAnnouncement::words_comeUpEachTime() {
     SpokenWords listener;
     QWidget place;
     place.show();
-    Announcement::make(u"Done."_s, &place);
-    Announcement::make(u"Done."_s, &place);
-    QCOMPARE(listener.spoken, QStringList({u"Done."_s, u"Done."_s}));
+    Announcement::make(QStringLiteral("Done."), &place);
+    Announcement::make(QStringLiteral("Done."), &place);
+    QCOMPARE(listener.spoken, QStringList({QStringLiteral("Done."), QStringLiteral("Done.")}));
 }
 
 void TestAnnouncement::words_waitForTheirPlace() {
     SpokenWords listener;
     QWidget place;
-    Announcement::make(u"Done."_s, &place);
+    Announcement::make(QStringLiteral("Done."), &place);
     QCOMPARE(listener.spoken, QStringList());
     place.show();
-    QCOMPARE(listener.spoken, QStringList({u"Done."_s}));
+    QCOMPARE(listener.spoken, QStringList({QStringLiteral("Done.")}));
 }
 
 void TestAnnouncement::words_goWithTheirPlace() {
     SpokenWords listener;
     QWidget place;
     place.show();
-    Announcement::make(u"Done."_s, &place);
+    Announcement::make(QStringLiteral("Done."), &place);
     place.hide();
     QTRY_VERIFY(!place.findChild<Announcement *>());
     place.show();
-    QCOMPARE(listener.spoken, QStringList({u"Done."_s}));
+    QCOMPARE(listener.spoken, QStringList({QStringLiteral("Done.")}));
 }
 
 // A screen reader may ask for the words only when the next have come.
 void TestAnnouncement::eachAnnouncement_keepsItsWords() {
     QWidget place;
     place.show();
-    Announcement::make(u"First."_s, &place);
+    Announcement::make(QStringLiteral("First."), &place);
     const auto *first = QAccessible::queryAccessibleInterface(place.findChild<Announcement *>());
-    Announcement::make(u"Second."_s, &place);
-    QCOMPARE(first->text(QAccessible::Name), u"First."_s);
+    Announcement::make(QStringLiteral("Second."), &place);
+    QCOMPARE(first->text(QAccessible::Name), QStringLiteral("First."));
 }
 
 void TestAnnouncement::nothing_isShownNorMoved() {
     QWidget place;
     QVBoxLayout column(&place);
-    auto *button = new QPushButton(u"Read"_s);
+    auto *button = new QPushButton(QStringLiteral("Read"));
     column.addWidget(button);
     place.show();
     const QRect before = button->geometry();
     const QImage picture = place.grab().toImage();
-    Announcement::make(u"Done."_s, &place);
+    Announcement::make(QStringLiteral("Done."), &place);
     QCoreApplication::processEvents();
     QCOMPARE(button->geometry(), before);
     QCOMPARE(place.grab().toImage(), picture);

@@ -5,8 +5,6 @@
 
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 class TestConsoleStorage : public QObject {
     Q_OBJECT
 
@@ -22,7 +20,7 @@ private slots:
 
 void TestConsoleStorage::append_keepsEveryPieceExactly() {
     ConsoleStorage storage;
-    const QString piece = u"\r\x1b[K 5%\r\n\ufeff\u00e9\U0001f600\u2029\0x"_s;
+    const QString piece = QStringLiteral("\r\x1b[K 5%\r\n\ufeff\u00e9\U0001f600\u2029\0x");
     storage.append(piece);
     storage.append(QString());
     storage.append(piece);
@@ -45,19 +43,25 @@ void TestConsoleStorage::trim_data() {
     QTest::addColumn<QStringList>("pieces");
     QTest::addColumn<QString>("kept");
     QTest::newRow("up to the limit nothing goes")
-        << QStringList{u"12345"_s, u"67890"_s} << u"1234567890"_s;
+        << QStringList{QStringLiteral("12345"), QStringLiteral("67890")}
+        << QStringLiteral("1234567890");
     QTest::newRow("the oldest goes, no line break near")
-        << QStringList{u"12345"_s, u"67890a"_s} << u"234567890a"_s;
+        << QStringList{QStringLiteral("12345"), QStringLiteral("67890a")}
+        << QStringLiteral("234567890a");
     QTest::newRow("the rest of the cut line goes too")
-        << QStringList{u"12\n45"_s, u"67890a"_s} << u"4567890a"_s;
+        << QStringList{QStringLiteral("12\n45"), QStringLiteral("67890a")}
+        << QStringLiteral("4567890a");
     QTest::newRow("a line that fits stays whole")
-        << QStringList{u"\n2345"_s, u"67890a"_s} << u"234567890a"_s;
+        << QStringList{QStringLiteral("\n2345"), QStringLiteral("67890a")}
+        << QStringLiteral("234567890a");
     QTest::newRow("a character is not cut")
-        << QStringList{u"\U0001f6003"_s, u"4567890a"_s} << u"34567890a"_s;
+        << QStringList{QStringLiteral("\U0001f6003"), QStringLiteral("4567890a")}
+        << QStringLiteral("34567890a");
     QTest::newRow("a piece above the limit keeps its end")
-        << QStringList{u"old\n"_s, u"01234567890a"_s} << u"234567890a"_s;
+        << QStringList{QStringLiteral("old\n"), QStringLiteral("01234567890a")}
+        << QStringLiteral("234567890a");
     QTest::newRow("a text that ends with the only break")
-        << QStringList{u"0123456789\n"_s} << QString();
+        << QStringList{QStringLiteral("0123456789\n")} << QString();
 }
 
 void TestConsoleStorage::trim() {
@@ -86,10 +90,10 @@ void TestConsoleStorage::trim_isToldOnce() {
     ConsoleStorage storage(4);
     QList<bool> told;
     for (int piece = 0; piece < 4; ++piece)
-        told.append(storage.append(u"ab"_s));
+        told.append(storage.append(QStringLiteral("ab")));
     QCOMPARE(told, QList<bool>({false, false, true, false}));
     storage.clear();
-    QVERIFY(storage.append(u"abcde"_s));
+    QVERIFY(storage.append(QStringLiteral("abcde")));
 }
 
 void TestConsoleStorage::defaultLimit_isSixteenMebiUnits() {
@@ -98,9 +102,9 @@ void TestConsoleStorage::defaultLimit_isSixteenMebiUnits() {
     for (int piece = 0; piece < 16; ++piece)
         storage.append(mebi);
     QCOMPARE(storage.length(), 16 * mebi.size());
-    storage.append(u"end"_s);
+    storage.append(QStringLiteral("end"));
     QVERIFY(storage.length() <= 16 * mebi.size());
-    QVERIFY(storage.text().endsWith(u"x\nend"_s));
+    QVERIFY(storage.text().endsWith(QStringLiteral("x\nend")));
 }
 
 QTEST_GUILESS_MAIN(TestConsoleStorage)

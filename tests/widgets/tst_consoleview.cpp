@@ -15,8 +15,6 @@
 #include <QTest>
 #include <QTextBlock>
 
-using namespace Qt::StringLiterals;
-
 class TestConsoleView : public QObject {
     Q_OBJECT
 
@@ -92,7 +90,7 @@ QStringList formats(const ConsoleView &view) {
 }
 
 QString formatIn(const QPalette &palette) {
-    return QFontDatabase::systemFont(QFontDatabase::GeneralFont).family() + u" 21 "_s +
+    return QFontDatabase::systemFont(QFontDatabase::GeneralFont).family() + QStringLiteral(" 21 ") +
            palette.color(QPalette::Text).name();
 }
 
@@ -100,63 +98,64 @@ QString formatIn(const QPalette &palette) {
 
 void TestConsoleView::storageAndView_areKeptApart() {
     ConsoleView view;
-    const QStringList pieces = {u"\r\x1b[KReading Code...  "_s,
-                                u" 0%"_s,
-                                u"\r\x1b"_s,
-                                u"[KReading Code...  50%"_s,
-                                u"\r\x1b[KRead. OK\r\n"_s,
-                                u"\a\x1b[0;91mbad\x1b[0m"_s};
+    const QStringList pieces = {QStringLiteral("\r\x1b[KReading Code...  "),
+                                QStringLiteral(" 0%"),
+                                QStringLiteral("\r\x1b"),
+                                QStringLiteral("[KReading Code...  50%"),
+                                QStringLiteral("\r\x1b[KRead. OK\r\n"),
+                                QStringLiteral("\a\x1b[0;91mbad\x1b[0m")};
     for (const QString &piece : pieces)
         view.appendText(piece);
     view.flush();
     QCOMPARE(view.storedText(), pieces.join(QString()));
-    QCOMPARE(view.toPlainText(), u"Read. OK\nbad"_s);
+    QCOMPARE(view.toPlainText(), QStringLiteral("Read. OK\nbad"));
 }
 
 void TestConsoleView::firstPiece_isShownAtOnce() {
     ConsoleView view;
-    view.appendText(u"first"_s);
-    QCOMPARE(view.toPlainText(), u"first"_s);
+    view.appendText(QStringLiteral("first"));
+    QCOMPARE(view.toPlainText(), QStringLiteral("first"));
 }
 
 void TestConsoleView::laterPieces_areShownSoon() {
     ConsoleView view;
     view.beginRun();
-    view.appendText(u"first"_s);
-    view.appendText(u" second"_s);
-    view.appendText(u" third"_s);
+    view.appendText(QStringLiteral("first"));
+    view.appendText(QStringLiteral(" second"));
+    view.appendText(QStringLiteral(" third"));
     view.endRun();
-    QTRY_COMPARE(view.toPlainText(), u"first second third"_s);
+    QTRY_COMPARE(view.toPlainText(), QStringLiteral("first second third"));
 }
 
 void TestConsoleView::runs_areSetOffInTheViewOnly() {
     ConsoleView view;
-    for (const QString &text : {u"one"_s, u"two\n"_s, u"\rthree"_s}) {
+    for (const QString &text :
+         {QStringLiteral("one"), QStringLiteral("two\n"), QStringLiteral("\rthree")}) {
         view.beginRun();
         view.appendText(text);
         view.endRun();
     }
     view.flush();
-    QCOMPARE(view.storedText(), u"onetwo\n\rthree"_s);
-    QCOMPARE(view.toPlainText(), u"one\n\ntwo\n\nthree"_s);
+    QCOMPARE(view.storedText(), QStringLiteral("onetwo\n\rthree"));
+    QCOMPARE(view.toPlainText(), QStringLiteral("one\n\ntwo\n\nthree"));
 }
 
 void TestConsoleView::everyCharacter_hasTheSameColourAndFont() {
     ConsoleView view;
     view.beginRun();
-    view.appendText(u"plain \x1b[31mred\x1b[0m\nabc\rX\u00e9\U0001f600\n"_s);
+    view.appendText(QStringLiteral("plain \x1b[31mred\x1b[0m\nabc\rX\u00e9\U0001f600\n"));
     view.endRun();
     view.beginRun();
-    view.appendText(u"next"_s);
+    view.appendText(QStringLiteral("next"));
     view.flush();
     QCOMPARE(formats(view), QStringList{formatIn(view.palette())});
 }
 
 void TestConsoleView::characters_followThePalette() {
     ConsoleView view;
-    view.appendText(u"one\ntwo"_s);
+    view.appendText(QStringLiteral("one\ntwo"));
     view.setPalette(darkPalette());
-    view.appendText(u"\nthree"_s);
+    view.appendText(QStringLiteral("\nthree"));
     view.flush();
     QCOMPARE(formats(view), QStringList{formatIn(darkPalette())});
 }
@@ -168,7 +167,7 @@ void TestConsoleView::append_scrollsToTheEnd() {
     view.flush();
     QVERIFY(showsEnd(view));
     view.verticalScrollBar()->setValue(0);
-    view.appendText(u"last"_s);
+    view.appendText(QStringLiteral("last"));
     view.flush();
     QVERIFY(showsEnd(view));
 }
@@ -180,7 +179,7 @@ void TestConsoleView::append_scrollsToTheEndOfALongLine() {
     view.flush();
     QVERIFY(showsEnd(view));
     QVERIFY(view.horizontalScrollBar()->value() > 0);
-    view.appendText(u"\nshort"_s);
+    view.appendText(QStringLiteral("\nshort"));
     view.flush();
     QVERIFY(showsEnd(view));
     QCOMPARE(view.horizontalScrollBar()->value(), 0);
@@ -224,22 +223,22 @@ void TestConsoleView::selection_doesNotGrow() {
     QFETCH(int, anchor);
     QFETCH(int, position);
     ConsoleView view;
-    view.appendText(u"one\ntwo"_s);
+    view.appendText(QStringLiteral("one\ntwo"));
     QTextCursor cursor = view.textCursor();
     cursor.setPosition(anchor);
     cursor.setPosition(position, QTextCursor::KeepAnchor);
     view.setTextCursor(cursor);
-    view.appendText(u"\nthree\r\x1b[Kfour"_s);
+    view.appendText(QStringLiteral("\nthree\r\x1b[Kfour"));
     view.flush();
-    QCOMPARE(view.toPlainText(), u"one\ntwo\nfour"_s);
+    QCOMPARE(view.toPlainText(), QStringLiteral("one\ntwo\nfour"));
     QCOMPARE(QList<int>({view.textCursor().anchor(), view.textCursor().position()}),
              QList<int>({anchor, position}));
 }
 
 void TestConsoleView::newConsole_selectsNothing() {
     ConsoleView view;
-    view.appendText(u"one\n"_s);
-    view.appendText(u"\rtwo"_s);
+    view.appendText(QStringLiteral("one\n"));
+    view.appendText(QStringLiteral("\rtwo"));
     view.flush();
     QVERIFY(!view.textCursor().hasSelection());
 }
@@ -279,11 +278,11 @@ void TestConsoleView::manyLines_areBounded() {
     const QString lines(3 * ConsoleView::maxLines, u'\n');
     view.appendText(lines);
     view.flush();
-    view.appendText(u"last"_s);
+    view.appendText(QStringLiteral("last"));
     view.flush();
     QVERIFY(view.blockCount() <= ConsoleView::maxLines);
-    QVERIFY(view.toPlainText().endsWith(u"\nlast"_s));
-    QCOMPARE(view.storedText(), lines + u"last"_s);
+    QVERIFY(view.toPlainText().endsWith(QStringLiteral("\nlast")));
+    QCOMPARE(view.storedText(), lines + QStringLiteral("last"));
     QCOMPARE(trimmed.count(), 0);
     QCOMPARE(shortened.count(), 1);
 }
@@ -325,23 +324,23 @@ void TestConsoleView::flood_leavesTheLoopTurning() {
 void TestConsoleView::copyAll_takesTheStoredText() {
     ConsoleView view;
     QVERIFY(!view.copyAllAction()->isEnabled());
-    view.appendText(u"abc\r\x1b[Kd\n"_s);
+    view.appendText(QStringLiteral("abc\r\x1b[Kd\n"));
     view.copyAllAction()->trigger();
-    QCOMPARE(QGuiApplication::clipboard()->text(), u"abc\r\x1b[Kd\n"_s);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("abc\r\x1b[Kd\n"));
 }
 
 void TestConsoleView::copy_takesTheShownText() {
     ConsoleView view;
-    view.appendText(u"abc\r\x1b[Kd\ne"_s);
+    view.appendText(QStringLiteral("abc\r\x1b[Kd\ne"));
     view.selectAll();
     view.copy();
-    QCOMPARE(QGuiApplication::clipboard()->text(), u"d\ne"_s);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("d\ne"));
 }
 
 void TestConsoleView::save_isAskedFor() {
     ConsoleView view;
     QSignalSpy spy(&view, &ConsoleView::saveRequested);
-    view.appendText(u"abc"_s);
+    view.appendText(QStringLiteral("abc"));
     view.saveAction()->trigger();
     QCOMPARE(spy.count(), 1);
 }
@@ -424,19 +423,19 @@ void TestConsoleView::showRun_thatIsGoneShowsTheFirstLine() {
 void TestConsoleView::clear_emptiesBoth() {
     ConsoleView view;
     view.beginRun();
-    view.appendText(u"abc\ndef\x1b["_s);
+    view.appendText(QStringLiteral("abc\ndef\x1b["));
     view.clearAction()->trigger();
     QCOMPARE(view.storedText() + view.toPlainText(), QString());
     QVERIFY(!view.clearAction()->isEnabled());
-    view.appendText(u"new"_s);
+    view.appendText(QStringLiteral("new"));
     view.flush();
-    QCOMPARE(view.storedText() + u'|' + view.toPlainText(), u"new|new"_s);
+    QCOMPARE(view.storedText() + u'|' + view.toPlainText(), QStringLiteral("new|new"));
 }
 
 void TestConsoleView::contextMenu_offersTheActions() {
     ConsoleView view;
     showView(view);
-    view.appendText(u"abc"_s);
+    view.appendText(QStringLiteral("abc"));
     QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(5, 5),
                             view.mapToGlobal(QPoint(5, 5)));
     QApplication::sendEvent(view.viewport(), &event);
@@ -444,10 +443,12 @@ void TestConsoleView::contextMenu_offersTheActions() {
     QVERIFY(menu);
     QStringList items;
     for (const QAction *action : menu->actions())
-        items.append(action->isSeparator() ? u"-"_s : action->text().remove(u'&'));
-    QCOMPARE(items, QStringList({u"Copy"_s, u"Copy whole console"_s, u"Save console…"_s, u"-"_s,
-                                 u"Select all"_s, u"Clear console"_s, u"-"_s, u"Follow output"_s,
-                                 u"Wrap long lines"_s}));
+        items.append(action->isSeparator() ? QStringLiteral("-") : action->text().remove(u'&'));
+    QCOMPARE(items, QStringList({QStringLiteral("Copy"), QStringLiteral("Copy whole console"),
+                                 QStringLiteral("Save console…"), QStringLiteral("-"),
+                                 QStringLiteral("Select all"), QStringLiteral("Clear console"),
+                                 QStringLiteral("-"), QStringLiteral("Follow output"),
+                                 QStringLiteral("Wrap long lines")}));
     menu->close();
 }
 
@@ -479,7 +480,7 @@ void TestConsoleView::height_isThatOfTheLines() {
     showView(view);
     view.setFrameStyle(frame);
     view.document()->setDocumentMargin(margin);
-    view.appendText(u"1\n2\n3\n4"_s);
+    view.appendText(QStringLiteral("1\n2\n3\n4"));
     view.flush();
     view.resize(600, view.heightFor(4));
     QTRY_COMPARE(view.verticalScrollBar()->maximum(), 0);
@@ -487,7 +488,7 @@ void TestConsoleView::height_isThatOfTheLines() {
     QTRY_COMPARE(view.verticalScrollBar()->maximum(), 1);
     view.resize(600, view.heightFor(5) - 1);
     QTRY_COMPARE(view.verticalScrollBar()->maximum(), 0);
-    view.appendText(u"\n5"_s);
+    view.appendText(QStringLiteral("\n5"));
     view.flush();
     QTRY_COMPARE(view.verticalScrollBar()->maximum(), 1);
 }

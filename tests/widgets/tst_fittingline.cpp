@@ -5,8 +5,6 @@
 
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// Says as many words as there is room for.
@@ -25,7 +23,7 @@ protected:
     }
 };
 
-const QString all = u"one two three"_s;
+const QString all = QStringLiteral("one two three");
 
 /// A line on the screen that has room for all three words.
 class ShownWords {
@@ -58,7 +56,7 @@ void TestFittingLine::text_followsTheRoom() {
     ShownWords shown;
     QCOMPARE(shown.line.text(), all);
     shown.line.resize(shown.wide() - 2, shown.line.height());
-    QCOMPARE(shown.line.text(), u"one two"_s);
+    QCOMPARE(shown.line.text(), QStringLiteral("one two"));
     QCOMPARE(shown.line.wholeText(), all);
     shown.line.resize(shown.wide(), shown.line.height());
     QCOMPARE(shown.line.text(), all);
@@ -69,14 +67,14 @@ void TestFittingLine::text_followsTheFont() {
     QFont larger = shown.line.font();
     larger.setPointSizeF(larger.pointSizeF() * 1.3);
     shown.line.setFont(larger);
-    QCOMPARE(shown.line.text(), u"one two"_s);
+    QCOMPARE(shown.line.text(), QStringLiteral("one two"));
 }
 
 void TestFittingLine::text_showsItsBeginning() {
     ShownWords shown;
     shown.line.resize(1, shown.line.height());
-    shown.line.say(u"immeasurable"_s);
-    QCOMPARE(shown.line.text(), u"immeasurable"_s);
+    shown.line.say(QStringLiteral("immeasurable"));
+    QCOMPARE(shown.line.text(), QStringLiteral("immeasurable"));
     QCOMPARE(shown.line.cursorPosition(), 0);
 }
 
@@ -85,10 +83,10 @@ void TestFittingLine::selectedWhole_staysSelected() {
     QVERIFY(QTest::qWaitForWindowActive(&shown.line));
     shown.line.setFocus();
     shown.line.selectAll();
-    shown.line.say(u"one"_s);
-    QCOMPARE(shown.line.selectedText(), u"one"_s);
+    shown.line.say(QStringLiteral("one"));
+    QCOMPARE(shown.line.selectedText(), QStringLiteral("one"));
     shown.line.setSelection(0, 1);
-    shown.line.say(u"two"_s);
+    shown.line.say(QStringLiteral("two"));
     QCOMPARE(shown.line.selectedText(), QString());
 }
 
@@ -99,8 +97,11 @@ void TestFittingLine::user_canOnlyRead() {
 }
 
 void TestFittingLine::emptyPieces_leaveNoSeparator() {
-    QCOMPARE(Words::joined({QString(), u"one"_s, u""_s, u"two"_s, QString()}), u"one \u00b7 two"_s);
-    QCOMPARE(Words::joined({u"one"_s, QString(), u"two"_s}, u"\n"), u"one\ntwo"_s);
+    QCOMPARE(Words::joined({QString(), QStringLiteral("one"), QStringLiteral(""),
+                            QStringLiteral("two"), QString()}),
+             QStringLiteral("one \u00b7 two"));
+    QCOMPARE(Words::joined({QStringLiteral("one"), QString(), QStringLiteral("two")}, u"\n"),
+             QStringLiteral("one\ntwo"));
     QCOMPARE(Words::joined({QString()}), QString());
 }
 

@@ -13,8 +13,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 class TestKeyBinder : public QObject {
     Q_OBJECT
 
@@ -45,9 +43,9 @@ private slots:
 
 namespace {
 
-const QString key = u"key"_s;
-const QString onKey = u"pad_ff"_s;
-const QString zeroKey = u"pad_00"_s;
+const QString key = QStringLiteral("key");
+const QString onKey = QStringLiteral("pad_ff");
+const QString zeroKey = QStringLiteral("pad_00");
 
 /// A store of its own, a binder, a window with a field and another place for the focus, and a
 /// record of what was sent: the key's text or state at that moment.
@@ -67,21 +65,23 @@ struct Bench {
 
     KeyBinder::Action recordText() {
         return [this](QObject *sender) {
-            sent.append((sender == field ? QString() : u"?"_s) + store.stringValue(key));
+            sent.append((sender == field ? QString() : QStringLiteral("?")) +
+                        store.stringValue(key));
         };
     }
 
     KeyBinder::Action recordState() {
         return [this](QObject *sender) {
-            sent.append(sender->objectName() + (store.boolValue(onKey) ? u" 1"_s : u" 0"_s) +
-                        (store.boolValue(zeroKey) ? u" 1"_s : u" 0"_s));
+            sent.append(sender->objectName() +
+                        (store.boolValue(onKey) ? QStringLiteral(" 1") : QStringLiteral(" 0")) +
+                        (store.boolValue(zeroKey) ? QStringLiteral(" 1") : QStringLiteral(" 0")));
         };
     }
 
     // First, and so the last to go: a window that is closed leaves its field, which sends.
     QStringList sent;
     QTemporaryDir folder;
-    SettingsStore store{folder.filePath(u"velm.conf"_s)};
+    SettingsStore store{folder.filePath(QStringLiteral("velm.conf"))};
     KeyBinder binder{store};
     QWidget window;
     QLineEdit *field = nullptr;
@@ -100,11 +100,11 @@ void doAccessibly(QWidget *widget, const QString &action) {
 
 void TestKeyBinder::controls_showTheStoreAtOnce() {
     Bench bench;
-    bench.store.registerDefaults({{key, u"W27C512@DIP28"_s}, {onKey, true}});
+    bench.store.registerDefaults({{key, QStringLiteral("W27C512@DIP28")}, {onKey, true}});
     QCheckBox box;
     bench.binder.bindText(bench.field, key);
     bench.binder.bindSwitch(&box, onKey);
-    QCOMPARE(bench.field->text(), u"W27C512@DIP28"_s);
+    QCOMPARE(bench.field->text(), QStringLiteral("W27C512@DIP28"));
     QVERIFY(box.isChecked());
 }
 
@@ -114,20 +114,21 @@ void TestKeyBinder::text_isWrittenAtEveryChange() {
     QStringList written;
     connect(&bench.store, &SettingsStore::valueChanged, &bench.store,
             [&] { written.append(bench.store.stringValue(key)); });
-    QTest::keyClicks(bench.field, u"27C"_s);
+    QTest::keyClicks(bench.field, QStringLiteral("27C"));
     QTest::keyClick(bench.field, Qt::Key_Backspace);
-    setAccessibleText(bench.field, u"24C02"_s);
-    QCOMPARE(written, QStringList({u"2"_s, u"27"_s, u"27C"_s, u"27"_s, u"24C02"_s}));
+    setAccessibleText(bench.field, QStringLiteral("24C02"));
+    QCOMPARE(written, QStringList({QStringLiteral("2"), QStringLiteral("27"), QStringLiteral("27C"),
+                                   QStringLiteral("27"), QStringLiteral("24C02")}));
 }
 
 void TestKeyBinder::text_keepsTheCursorWhereNothingChanged() {
     Bench bench;
-    bench.store.setValue(key, u"abcdef"_s);
+    bench.store.setValue(key, QStringLiteral("abcdef"));
     bench.binder.bindText(bench.field, key);
     bench.field->setCursorPosition(2);
-    QTest::keyClicks(bench.field, u"X"_s);
+    QTest::keyClicks(bench.field, QStringLiteral("X"));
     QCOMPARE(bench.field->cursorPosition(), 3);
-    QCOMPARE(bench.store.stringValue(key), u"abXcdef"_s);
+    QCOMPARE(bench.store.stringValue(key), QStringLiteral("abXcdef"));
 }
 
 void TestKeyBinder::field_sendsOnce_data() {
@@ -136,23 +137,26 @@ void TestKeyBinder::field_sendsOnce_data() {
     QTest::addColumn<QStringList>("sent");
     const auto row = [](const char *name, const QString &typed, const QList<int> &keys,
                         const QStringList &sent) { QTest::newRow(name) << typed << keys << sent; };
-    row("typing alone sends nothing", u"12"_s, {}, {});
-    row("Enter sends", u"12"_s, {Qt::Key_Return}, {u"012"_s});
-    row("Enter twice sends once", u"12"_s, {Qt::Key_Return, Qt::Key_Return}, {u"012"_s});
-    row("leaving sends", u"12"_s, {Qt::Key_Tab}, {u"012"_s});
-    row("Enter and leaving send once", u"12"_s, {Qt::Key_Return, Qt::Key_Tab}, {u"012"_s});
+    row("typing alone sends nothing", QStringLiteral("12"), {}, {});
+    row("Enter sends", QStringLiteral("12"), {Qt::Key_Return}, {QStringLiteral("012")});
+    row("Enter twice sends once", QStringLiteral("12"), {Qt::Key_Return, Qt::Key_Return},
+        {QStringLiteral("012")});
+    row("leaving sends", QStringLiteral("12"), {Qt::Key_Tab}, {QStringLiteral("012")});
+    row("Enter and leaving send once", QStringLiteral("12"), {Qt::Key_Return, Qt::Key_Tab},
+        {QStringLiteral("012")});
     row("Enter in an unchanged field sends nothing", QString(), {Qt::Key_Return}, {});
     row("leaving an unchanged field sends nothing", QString(), {Qt::Key_Tab}, {});
-    row("a text that is as before sends nothing", u"1"_s, {Qt::Key_Backspace, Qt::Key_Tab}, {});
-    row("each change sends", u"1"_s, {Qt::Key_Return, Qt::Key_Backspace, Qt::Key_Tab},
-        {u"01"_s, u"0"_s});
+    row("a text that is as before sends nothing", QStringLiteral("1"),
+        {Qt::Key_Backspace, Qt::Key_Tab}, {});
+    row("each change sends", QStringLiteral("1"), {Qt::Key_Return, Qt::Key_Backspace, Qt::Key_Tab},
+        {QStringLiteral("01"), QStringLiteral("0")});
 }
 
 void TestKeyBinder::field_sendsOnce() {
     QFETCH(QString, typed);
     QFETCH(QList<int>, keys);
     Bench bench;
-    bench.store.setValue(key, u"0"_s);
+    bench.store.setValue(key, QStringLiteral("0"));
     bench.binder.bindTextWithAction(bench.field, key, bench.recordText());
     bench.show();
     bench.field->setFocus();
@@ -167,26 +171,26 @@ void TestKeyBinder::field_setByAssistiveTechnologySendsAtOnce() {
     Bench bench;
     bench.binder.bindTextWithAction(bench.field, key, bench.recordText());
     bench.show();
-    setAccessibleText(bench.field, u"0x100"_s);
-    QCOMPARE(bench.sent, QStringList{u"0x100"_s});
+    setAccessibleText(bench.field, QStringLiteral("0x100"));
+    QCOMPARE(bench.sent, QStringList{QStringLiteral("0x100")});
     bench.field->setFocus();
-    setAccessibleText(bench.field, u"0x200"_s);
-    QCOMPARE(bench.sent, QStringList{u"0x100"_s});
+    setAccessibleText(bench.field, QStringLiteral("0x200"));
+    QCOMPARE(bench.sent, QStringList{QStringLiteral("0x100")});
     bench.other->setFocus();
-    QCOMPARE(bench.sent, QStringList({u"0x100"_s, u"0x200"_s}));
+    QCOMPARE(bench.sent, QStringList({QStringLiteral("0x100"), QStringLiteral("0x200")}));
 }
 
 void TestKeyBinder::field_thatIsReadOnlyShowsTheStoreAndNothingElse() {
     Bench bench;
-    bench.store.setValue(key, u"/rom.bin"_s);
+    bench.store.setValue(key, QStringLiteral("/rom.bin"));
     bench.field->setReadOnly(true);
     bench.binder.bindTextWithAction(bench.field, key, bench.recordText());
     bench.show();
-    setAccessibleText(bench.field, u"27"_s);
-    QCOMPARE(bench.store.stringValue(key), u"/rom.bin"_s);
-    QCOMPARE(bench.field->text(), u"/rom.bin"_s);
-    bench.store.setValue(key, u"/other.bin"_s);
-    QCOMPARE(bench.field->text(), u"/other.bin"_s);
+    setAccessibleText(bench.field, QStringLiteral("27"));
+    QCOMPARE(bench.store.stringValue(key), QStringLiteral("/rom.bin"));
+    QCOMPARE(bench.field->text(), QStringLiteral("/rom.bin"));
+    bench.store.setValue(key, QStringLiteral("/other.bin"));
+    QCOMPARE(bench.field->text(), QStringLiteral("/other.bin"));
     QCOMPARE(bench.sent, QStringList());
 }
 
@@ -194,8 +198,8 @@ void TestKeyBinder::field_changedFromTheStoreSendsNothing() {
     Bench bench;
     bench.binder.bindTextWithAction(bench.field, key, bench.recordText());
     bench.show();
-    bench.store.setValue(key, u"stored"_s);
-    QCOMPARE(bench.field->text(), u"stored"_s);
+    bench.store.setValue(key, QStringLiteral("stored"));
+    QCOMPARE(bench.field->text(), QStringLiteral("stored"));
     bench.field->setFocus();
     bench.other->setFocus();
     bench.binder.commitPending();
@@ -207,17 +211,18 @@ void TestKeyBinder::field_changedFromTheStoreSendsNothing() {
 void TestKeyBinder::field_sendsAfterAnotherControlTookItsText() {
     Bench bench;
     QCheckBox box;
-    bench.store.setValue(key, u"0"_s);
+    bench.store.setValue(key, QStringLiteral("0"));
     bench.binder.bindTextWithAction(bench.field, key, bench.recordText());
-    bench.binder.bindSwitch(&box, onKey, [&](QObject *) { bench.sent.append(u"box"_s); });
+    bench.binder.bindSwitch(&box, onKey,
+                            [&](QObject *) { bench.sent.append(QStringLiteral("box")); });
     bench.show();
     bench.field->setFocus();
     bench.field->end(false);
-    QTest::keyClicks(bench.field, u"1"_s);
+    QTest::keyClicks(bench.field, QStringLiteral("1"));
     doAccessibly(&box, QAccessibleActionInterface::toggleAction());
     QTest::keyClick(bench.field, Qt::Key_Backspace);
     QTest::keyClick(bench.field, Qt::Key_Return);
-    QCOMPARE(bench.sent, QStringList({u"box"_s, u"0"_s}));
+    QCOMPARE(bench.sent, QStringList({QStringLiteral("box"), QStringLiteral("0")}));
 }
 
 void TestKeyBinder::commitPending_sendsWhatIsBeingTyped() {
@@ -225,21 +230,21 @@ void TestKeyBinder::commitPending_sendsWhatIsBeingTyped() {
     bench.binder.bindTextWithAction(bench.field, key, bench.recordText());
     bench.show();
     bench.field->setFocus();
-    QTest::keyClicks(bench.field, u"7"_s);
+    QTest::keyClicks(bench.field, QStringLiteral("7"));
     bench.binder.commitPending();
     bench.binder.commitPending();
     QTest::keyClick(bench.field, Qt::Key_Return);
-    QCOMPARE(bench.sent, QStringList{u"7"_s});
+    QCOMPARE(bench.sent, QStringList{QStringLiteral("7")});
 }
 
 void TestKeyBinder::switch_writesBeforeItSends() {
     Bench bench;
     QCheckBox box;
-    box.setObjectName(u"box"_s);
+    box.setObjectName(QStringLiteral("box"));
     bench.binder.bindSwitch(&box, onKey, bench.recordState());
     box.click();
     box.click();
-    QCOMPARE(bench.sent, QStringList({u"box 1 0"_s, u"box 0 0"_s}));
+    QCOMPARE(bench.sent, QStringList({QStringLiteral("box 1 0"), QStringLiteral("box 0 0")}));
 }
 
 void TestKeyBinder::switch_withoutKeyOnlySends() {
@@ -250,7 +255,7 @@ void TestKeyBinder::switch_withoutKeyOnlySends() {
     bench.binder.bindSwitch(&box, QString(), bench.recordState());
     QVERIFY(box.isChecked());
     box.click();
-    QCOMPARE(bench.sent, QStringList{u" 0 0"_s});
+    QCOMPARE(bench.sent, QStringList{QStringLiteral(" 0 0")});
     QCOMPARE(changes.count(), 0);
 }
 
@@ -259,7 +264,7 @@ void TestKeyBinder::switch_toggledByAssistiveTechnology() {
     QCheckBox box;
     bench.binder.bindSwitch(&box, onKey, bench.recordState());
     doAccessibly(&box, QAccessibleActionInterface::toggleAction());
-    QCOMPARE(bench.sent, QStringList{u" 1 0"_s});
+    QCOMPARE(bench.sent, QStringList{QStringLiteral(" 1 0")});
 }
 
 void TestKeyBinder::switch_changedFromTheStoreSendsNothing() {
@@ -276,14 +281,15 @@ namespace {
 /// The pair of fill bytes, bound.
 struct Pair {
     explicit Pair(Bench &bench) {
-        ones.setObjectName(u"ones"_s);
-        zeros.setObjectName(u"zeros"_s);
+        ones.setObjectName(QStringLiteral("ones"));
+        zeros.setObjectName(QStringLiteral("zeros"));
         bench.binder.bindRadioPair(&ones, onKey, &zeros, zeroKey, bench.recordState());
     }
 
     QString state() const {
-        return ones.isChecked() ? (zeros.isChecked() ? u"both"_s : u"ones"_s)
-                                : (zeros.isChecked() ? u"zeros"_s : u"none"_s);
+        return ones.isChecked()
+                   ? (zeros.isChecked() ? QStringLiteral("both") : QStringLiteral("ones"))
+                   : (zeros.isChecked() ? QStringLiteral("zeros") : QStringLiteral("none"));
     }
 
     QRadioButton ones;
@@ -296,10 +302,10 @@ void TestKeyBinder::radioPair_shows_data() {
     QTest::addColumn<bool>("ones");
     QTest::addColumn<bool>("zeros");
     QTest::addColumn<QString>("state");
-    QTest::newRow("the first") << true << false << u"ones"_s;
-    QTest::newRow("the second") << false << true << u"zeros"_s;
-    QTest::newRow("both in the store: the second") << true << true << u"zeros"_s;
-    QTest::newRow("neither in the store: the first") << false << false << u"ones"_s;
+    QTest::newRow("the first") << true << false << QStringLiteral("ones");
+    QTest::newRow("the second") << false << true << QStringLiteral("zeros");
+    QTest::newRow("both in the store: the second") << true << true << QStringLiteral("zeros");
+    QTest::newRow("neither in the store: the first") << false << false << QStringLiteral("ones");
 }
 
 void TestKeyBinder::radioPair_shows() {
@@ -322,8 +328,8 @@ void TestKeyBinder::radioPair_sendsOnceWithBothKeysStored() {
     pair.zeros.click();
     pair.zeros.click();
     doAccessibly(&pair.ones, QAccessibleActionInterface::toggleAction());
-    QCOMPARE(bench.sent, QStringList({u"zeros 0 1"_s, u"ones 1 0"_s}));
-    QCOMPARE(pair.state(), u"ones"_s);
+    QCOMPARE(bench.sent, QStringList({QStringLiteral("zeros 0 1"), QStringLiteral("ones 1 0")}));
+    QCOMPARE(pair.state(), QStringLiteral("ones"));
 }
 
 void TestKeyBinder::radioPair_changedFromTheStoreSendsNothing() {
@@ -335,7 +341,8 @@ void TestKeyBinder::radioPair_changedFromTheStoreSendsNothing() {
         bench.store.setValue(name, value);
         states.append(pair.state());
     }
-    QCOMPARE(states, QStringList({u"zeros"_s, u"zeros"_s, u"ones"_s, u"ones"_s}));
+    QCOMPARE(states, QStringList({QStringLiteral("zeros"), QStringLiteral("zeros"),
+                                  QStringLiteral("ones"), QStringLiteral("ones")}));
     QCOMPARE(bench.sent, QStringList());
 }
 
@@ -356,32 +363,32 @@ void TestKeyBinder::binding_outlivesItsControl() {
     auto *box = new QCheckBox;
     auto *pair = new Pair(bench);
     bench.binder.bindSwitch(box, key);
-    bench.binder.bindTextWithAction(bench.field, u"text"_s, bench.recordText());
+    bench.binder.bindTextWithAction(bench.field, QStringLiteral("text"), bench.recordText());
     delete box;
     delete pair;
     delete bench.field;
     for (const QString &name : {key, onKey, zeroKey})
         bench.store.setValue(name, true);
-    bench.store.setValue(u"text"_s, u"x"_s);
+    bench.store.setValue(QStringLiteral("text"), QStringLiteral("x"));
     bench.binder.commitPending();
     QCOMPARE(bench.sent, QStringList());
 }
 
 void TestKeyBinder::refusedChange_isTakenBackAndNotSent() {
     Bench bench;
-    bench.store.registerDefaults({{key, u"0000"_s}, {onKey, true}, {zeroKey, false}});
+    bench.store.registerDefaults({{key, QStringLiteral("0000")}, {onKey, true}, {zeroKey, false}});
     QCheckBox box;
-    const QString boxKey = u"skipErase"_s;
+    const QString boxKey = QStringLiteral("skipErase");
     bench.binder.bindTextWithAction(bench.field, key, bench.recordText());
     bench.binder.bindSwitch(&box, boxKey, bench.recordState());
     Pair pair(bench);
     bench.store.setGuard([] { return false; });
-    setAccessibleText(bench.field, u"4000"_s);
+    setAccessibleText(bench.field, QStringLiteral("4000"));
     doAccessibly(&box, QAccessibleActionInterface::toggleAction());
     doAccessibly(&pair.zeros, QAccessibleActionInterface::toggleAction());
-    QCOMPARE(bench.field->text(), u"0000"_s);
+    QCOMPARE(bench.field->text(), QStringLiteral("0000"));
     QVERIFY(!box.isChecked());
-    QCOMPARE(pair.state(), u"ones"_s);
+    QCOMPARE(pair.state(), QStringLiteral("ones"));
     QCOMPARE(bench.sent, QStringList());
 }
 

@@ -8,8 +8,6 @@
 #include <QSignalSpy>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 class TestMenuButton : public QObject {
     Q_OBJECT
 
@@ -27,10 +25,10 @@ namespace {
 /// A button on the screen whose menu has two entries.
 struct Shown {
     explicit Shown() {
-        button.setAccessibleName(u"Names"_s);
+        button.setAccessibleName(QStringLiteral("Names"));
         button.setMenu(menu);
-        menu->addAction(u"A"_s);
-        menu->addAction(u"B"_s);
+        menu->addAction(QStringLiteral("A"));
+        menu->addAction(QStringLiteral("B"));
         button.show();
     }
 
@@ -46,7 +44,7 @@ struct Shown {
 void TestMenuButton::entries_areBelowTheButtonWhileTheMenuIsClosed() {
     Shown shown;
     QAccessibleInterface *button = shown.interface();
-    QCOMPARE(button->text(QAccessible::Name), u"Names"_s);
+    QCOMPARE(button->text(QAccessible::Name), QStringLiteral("Names"));
     QCOMPARE(button->role(), QAccessible::ButtonMenu);
     QVERIFY(button->state().hasPopup);
     QCOMPARE(button->childCount(), 1);
@@ -55,7 +53,7 @@ void TestMenuButton::entries_areBelowTheButtonWhileTheMenuIsClosed() {
     QCOMPARE(button->indexOfChild(menu), 0);
     QCOMPARE(button->indexOfChild(button), -1);
     QCOMPARE(menu->childCount(), 2);
-    QCOMPARE(shown.entry(1)->text(QAccessible::Name), u"B"_s);
+    QCOMPARE(shown.entry(1)->text(QAccessible::Name), QStringLiteral("B"));
     QCOMPARE(shown.entry(1)->parent(), menu);
 }
 
@@ -64,7 +62,7 @@ void TestMenuButton::entries_canBePressedWhileTheMenuIsClosed() {
     QSignalSpy chosen(shown.menu, &QMenu::triggered);
     shown.entry(1)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     QCOMPARE(chosen.count(), 1);
-    QCOMPARE(chosen.first().first().value<QAction *>()->text(), u"B"_s);
+    QCOMPARE(chosen.first().first().value<QAction *>()->text(), QStringLiteral("B"));
 }
 
 void TestMenuButton::withoutMenu_thereIsNothingBelow() {

@@ -16,7 +16,6 @@
 #include <QTextBlock>
 #include <QVBoxLayout>
 
-using namespace Qt::StringLiterals;
 using Severity = MessageLine::Severity;
 using Texts = QList<QList<QVariant>>;
 
@@ -93,21 +92,22 @@ struct Window {
 
 void setNumbered(MessageLine &line, int count) {
     for (int number = 1; number <= count; ++number)
-        line.setMessage(number, Severity::Information, u"Message %1."_s.arg(number), {});
+        line.setMessage(number, Severity::Information, QStringLiteral("Message %1.").arg(number),
+                        {});
 }
 
 } // namespace
 
 void TestMessageLine::messages_areShownNewestFirst() {
     MessageLine line;
-    line.setMessage('a', Severity::Information, u"First."_s, {});
-    line.setMessage('b', Severity::Warning, u"Second."_s, {});
-    QCOMPARE(line.toPlainText(), u"Warning: Second.\nFirst."_s);
-    line.setMessage('a', Severity::Problem, u"Third."_s, {});
-    QCOMPARE(line.toPlainText(), u"Problem: Third.\nWarning: Second."_s);
+    line.setMessage('a', Severity::Information, QStringLiteral("First."), {});
+    line.setMessage('b', Severity::Warning, QStringLiteral("Second."), {});
+    QCOMPARE(line.toPlainText(), QStringLiteral("Warning: Second.\nFirst."));
+    line.setMessage('a', Severity::Problem, QStringLiteral("Third."), {});
+    QCOMPARE(line.toPlainText(), QStringLiteral("Problem: Third.\nWarning: Second."));
     line.clearMessage('a');
     line.clearMessage('?');
-    QCOMPARE(line.toPlainText(), u"Warning: Second."_s);
+    QCOMPARE(line.toPlainText(), QStringLiteral("Warning: Second."));
     line.setMessage('b', Severity::Warning, QString(), {});
     QCOMPARE(line.toPlainText(), QString());
 }
@@ -121,11 +121,11 @@ void TestMessageLine::severity_isAWordAndAReadableColour_data() {
 void TestMessageLine::severity_isAWordAndAReadableColour() {
     QFETCH(QPalette, palette);
     MessageLine line;
-    line.setMessage('1', Severity::Information, u"x"_s, {});
-    line.setMessage('2', Severity::Success, u"x"_s, {});
-    line.setMessage('3', Severity::Warning, u"x"_s, {});
-    line.setMessage('4', Severity::Problem, u"x"_s, {});
-    QCOMPARE(line.toPlainText(), u"Problem: x\nWarning: x\nDone: x\nx"_s);
+    line.setMessage('1', Severity::Information, QStringLiteral("x"), {});
+    line.setMessage('2', Severity::Success, QStringLiteral("x"), {});
+    line.setMessage('3', Severity::Warning, QStringLiteral("x"), {});
+    line.setMessage('4', Severity::Problem, QStringLiteral("x"), {});
+    QCOMPARE(line.toPlainText(), QStringLiteral("Problem: x\nWarning: x\nDone: x\nx"));
     line.setPalette(palette);
     QStringList colors;
     for (QTextBlock block = line.document()->begin(); block.isValid(); block = block.next()) {
@@ -141,18 +141,18 @@ void TestMessageLine::severity_isAWordAndAReadableColour() {
 
 void TestMessageLine::sentence_staysOnOneLine() {
     MessageLine line;
-    line.setMessage('a', Severity::Information, u"No file a\nb\u2029c  d\x1b."_s, {});
-    QCOMPARE(line.toPlainText(), u"No file a b c  d ."_s);
+    line.setMessage('a', Severity::Information, QStringLiteral("No file a\nb\u2029c  d\x1b."), {});
+    QCOMPARE(line.toPlainText(), QStringLiteral("No file a b c  d ."));
 }
 
 void TestMessageLine::text_isReadByAssistiveTechnology() {
     Window window;
-    window.line.setMessage('a', Severity::Problem, u"No file."_s, {});
+    window.line.setMessage('a', Severity::Problem, QStringLiteral("No file."), {});
     QAccessibleInterface *object = QAccessible::queryAccessibleInterface(&window.line);
-    QCOMPARE(object->text(QAccessible::Name), u"Message"_s);
+    QCOMPARE(object->text(QAccessible::Name), QStringLiteral("Message"));
     QVERIFY(object->textInterface());
     QCOMPARE(object->textInterface()->text(0, object->textInterface()->characterCount()),
-             u"Problem: No file."_s);
+             QStringLiteral("Problem: No file."));
     QVERIFY(object->state().readOnly);
     QVERIFY(object->state().focusable);
 }
@@ -172,7 +172,8 @@ void TestMessageLine::height_isAlwaysTheSame() {
 
 void TestMessageLine::longSentence_isWrapped() {
     Window window;
-    window.line.setMessage('a', Severity::Information, u"many words "_s.repeated(40), {});
+    window.line.setMessage('a', Severity::Information, QStringLiteral("many words ").repeated(40),
+                           {});
     window.height();
     QVERIFY(window.line.verticalScrollBar()->maximum() > 0);
     QCOMPARE(window.line.horizontalScrollBar()->maximum(), 0);
@@ -182,11 +183,11 @@ void TestMessageLine::action_hasAButton() {
     Window window;
     MessageLine &line = window.line;
     int runs = 0;
-    line.setMessage('a', Severity::Information, u"12 hand edits were replaced."_s,
-                    {u"&Restore edits"_s, [&] { ++runs; }});
+    line.setMessage('a', Severity::Information, QStringLiteral("12 hand edits were replaced."),
+                    {QStringLiteral("&Restore edits"), [&] { ++runs; }});
     QPushButton *button = shownButton(line);
     QVERIFY(button);
-    QCOMPARE(button->accessibleName(), u"Restore edits"_s);
+    QCOMPARE(button->accessibleName(), QStringLiteral("Restore edits"));
     QAccessible::queryAccessibleInterface(button)->actionInterface()->doAction(
         QAccessibleActionInterface::pressAction());
     QTRY_COMPARE(runs, 1);
@@ -196,41 +197,42 @@ void TestMessageLine::action_hasAButton() {
 
 void TestMessageLine::action_mayClearItsOwnMessage() {
     MessageLine line;
-    line.setMessage('a', Severity::Information, u"x"_s, {u"Undo"_s, [&] {
-                                                             line.clearMessage('a');
-                                                             line.setMessage('b', Severity::Success,
-                                                                             u"undone"_s, {});
-                                                         }});
+    line.setMessage('a', Severity::Information, QStringLiteral("x"),
+                    {QStringLiteral("Undo"), [&] {
+                         line.clearMessage('a');
+                         line.setMessage('b', Severity::Success, QStringLiteral("undone"), {});
+                     }});
     shownButton(line)->click();
-    QCOMPARE(line.toPlainText(), u"Done: undone"_s);
+    QCOMPARE(line.toPlainText(), QStringLiteral("Done: undone"));
     QVERIFY(!shownButton(line));
 }
 
 void TestMessageLine::eachAction_hasAButtonOfItsOwn() {
     MessageLine line;
     QStringList deeds;
-    const QStringList names = {u"One"_s, u"Two"_s, u"Three"_s};
+    const QStringList names = {QStringLiteral("One"), QStringLiteral("Two"),
+                               QStringLiteral("Three")};
     const auto offer = [&](const QString &name) {
-        line.setMessage(int(names.indexOf(name)), Severity::Information, u"x"_s,
-                        {u"&"_s + name, [&, name] { deeds.append(name); }});
+        line.setMessage(int(names.indexOf(name)), Severity::Information, QStringLiteral("x"),
+                        {QStringLiteral("&") + name, [&, name] { deeds.append(name); }});
     };
-    offer(u"One"_s);
-    line.setMessage('b', Severity::Information, u"y"_s, {});
-    offer(u"Two"_s);
-    QCOMPARE(labels(line), QStringList({u"&Two"_s, u"&One"_s}));
-    QCOMPARE(line.findChild<QPushButton *>()->accessibleName(), u"Two"_s);
+    offer(QStringLiteral("One"));
+    line.setMessage('b', Severity::Information, QStringLiteral("y"), {});
+    offer(QStringLiteral("Two"));
+    QCOMPARE(labels(line), QStringList({QStringLiteral("&Two"), QStringLiteral("&One")}));
+    QCOMPARE(line.findChild<QPushButton *>()->accessibleName(), QStringLiteral("Two"));
     for (QPushButton *button : shownButtons(line))
         button->click();
-    QCOMPARE(deeds, QStringList({u"Two"_s, u"One"_s}));
-    offer(u"One"_s);
-    QCOMPARE(labels(line), QStringList({u"&One"_s, u"&Two"_s}));
+    QCOMPARE(deeds, QStringList({QStringLiteral("Two"), QStringLiteral("One")}));
+    offer(QStringLiteral("One"));
+    QCOMPARE(labels(line), QStringList({QStringLiteral("&One"), QStringLiteral("&Two")}));
     line.clearMessage(0);
-    QCOMPARE(labels(line), QStringList({u"&Two"_s}));
-    QCOMPARE(line.findChild<QPushButton *>()->text(), u"&Two"_s);
-    line.setMessage(1, Severity::Information, u"x"_s, {});
+    QCOMPARE(labels(line), QStringList({QStringLiteral("&Two")}));
+    QCOMPARE(line.findChild<QPushButton *>()->text(), QStringLiteral("&Two"));
+    line.setMessage(1, Severity::Information, QStringLiteral("x"), {});
     QCOMPARE(labels(line), QStringList());
-    offer(u"Three"_s);
-    QCOMPARE(labels(line), QStringList({u"&Three"_s}));
+    offer(QStringLiteral("Three"));
+    QCOMPARE(labels(line), QStringList({QStringLiteral("&Three")}));
     line.clearMessage(2);
     QCOMPARE(labels(line), QStringList());
 }
@@ -240,29 +242,35 @@ void TestMessageLine::button_staysWithItsMessage() {
     Window window;
     MessageLine &line = window.line;
     QStringList deeds;
-    line.setMessage('a', Severity::Information, u"x"_s, {u"One"_s, [&] { deeds << u"1"_s; }});
+    line.setMessage('a', Severity::Information, QStringLiteral("x"),
+                    {QStringLiteral("One"), [&] { deeds << QStringLiteral("1"); }});
     QPushButton *one = shownButton(line);
     const QRect place = one->geometry();
     one->setFocus();
     QTest::keyPress(one, Qt::Key_Space);
-    line.setMessage('b', Severity::Information, u"y"_s, {u"Two"_s, [&] { deeds << u"2"_s; }});
+    line.setMessage('b', Severity::Information, QStringLiteral("y"),
+                    {QStringLiteral("Two"), [&] { deeds << QStringLiteral("2"); }});
     QTest::keyRelease(one, Qt::Key_Space);
-    QCOMPARE(deeds, QStringList({u"1"_s}));
+    QCOMPARE(deeds, QStringList({QStringLiteral("1")}));
     QVERIFY(one->hasFocus());
     QCOMPARE(one->geometry(), place);
-    line.setMessage('a', Severity::Information, u"z"_s, {u"Other"_s, [&] { deeds << u"3"_s; }});
+    line.setMessage('a', Severity::Information, QStringLiteral("z"),
+                    {QStringLiteral("Other"), [&] { deeds << QStringLiteral("3"); }});
     one->click();
-    QCOMPARE(deeds, QStringList({u"1"_s}));
+    QCOMPARE(deeds, QStringList({QStringLiteral("1")}));
 }
 
 void TestMessageLine::buttons_standBesideEachOtherAfterTheText() {
     Window window;
     const int before = window.height();
-    window.line.setMessage('a', Severity::Information, u"x"_s, {u"One"_s, [] {}});
+    window.line.setMessage('a', Severity::Information, QStringLiteral("x"),
+                           {QStringLiteral("One"), [] {}});
     QCOMPARE(window.height(), before);
-    window.line.setMessage('a', Severity::Information, u"x"_s, {u"Two words"_s, [] {}});
+    window.line.setMessage('a', Severity::Information, QStringLiteral("x"),
+                           {QStringLiteral("Two words"), [] {}});
     QCOMPARE(window.height(), before);
-    window.line.setMessage('b', Severity::Information, u"y"_s, {u"One"_s, [] {}});
+    window.line.setMessage('b', Severity::Information, QStringLiteral("y"),
+                           {QStringLiteral("One"), [] {}});
     const int both = window.height();
     const QList<QPushButton *> buttons = shownButtons(window.line);
     QCOMPARE(buttons.size(), 2);
@@ -272,7 +280,7 @@ void TestMessageLine::buttons_standBesideEachOtherAfterTheText() {
     QCOMPARE(buttons[1]->geometry().right(), window.line.rect().right());
     for (const QPushButton *button : buttons)
         QVERIFY(window.line.rect().contains(button->geometry()));
-    window.line.setMessage('b', Severity::Information, u"y"_s, {});
+    window.line.setMessage('b', Severity::Information, QStringLiteral("y"), {});
     QCOMPARE(window.height(), both);
     QVERIFY(window.line.viewport()->width() > text.width());
 }
@@ -281,10 +289,11 @@ void TestMessageLine::buttons_leaveRoomForTheText() {
     Window window;
     window.window.resize(1000, 300);
     int topic = 0;
-    for (const QString &label : {u"Restore"_s, u"Reload"_s, u"Write the image file again"_s,
-                                 u"Remove \u201c(custom)\u201d"_s})
-        window.line.setMessage(++topic, Severity::Information, u"A message of a few words."_s,
-                               {label, [] {}});
+    for (const QString &label : {QStringLiteral("Restore"), QStringLiteral("Reload"),
+                                 QStringLiteral("Write the image file again"),
+                                 QStringLiteral("Remove \u201c(custom)\u201d")})
+        window.line.setMessage(++topic, Severity::Information,
+                               QStringLiteral("A message of a few words."), {label, [] {}});
     window.height();
     const QRect text = window.line.viewport()->geometry();
     QVERIFY(text.width() > window.line.width() / 3);
@@ -298,14 +307,15 @@ void TestMessageLine::buttons_leaveRoomForTheText() {
 
 void TestMessageLine::buttons_standBesideTheScrollBar() {
     Window window;
-    window.line.setMessage('a', Severity::Information, u"many words "_s.repeated(40),
-                           {u"Act"_s, [] {}});
+    window.line.setMessage('a', Severity::Information, QStringLiteral("many words ").repeated(40),
+                           {QStringLiteral("Act"), [] {}});
     window.height();
     const QScrollBar *bar = window.line.verticalScrollBar();
     QTRY_VERIFY(bar->isVisible());
     const QRect place(bar->mapTo(&window.line, QPoint()), bar->size());
     QVERIFY(!shownButton(window.line)->geometry().intersects(place));
-    window.line.setMessage('a', Severity::Information, u"few"_s, {u"Act"_s, [] {}});
+    window.line.setMessage('a', Severity::Information, QStringLiteral("few"),
+                           {QStringLiteral("Act"), [] {}});
     window.height();
     QTRY_COMPARE(shownButton(window.line)->geometry().right(), window.line.width() - 1);
 }
@@ -315,9 +325,12 @@ void TestMessageLine::buttons_areReachedByKeyboardInTheirOrder() {
     QLineEdit next;
     next.setParent(&window.window);
     next.show();
-    window.line.setMessage('a', Severity::Information, u"x"_s, {u"One"_s, [] {}});
-    window.line.setMessage('b', Severity::Information, u"y"_s, {u"Two"_s, [] {}});
-    window.line.setMessage('c', Severity::Information, u"z"_s, {u"Three"_s, [] {}});
+    window.line.setMessage('a', Severity::Information, QStringLiteral("x"),
+                           {QStringLiteral("One"), [] {}});
+    window.line.setMessage('b', Severity::Information, QStringLiteral("y"),
+                           {QStringLiteral("Two"), [] {}});
+    window.line.setMessage('c', Severity::Information, QStringLiteral("z"),
+                           {QStringLiteral("Three"), [] {}});
     window.line.setFocus();
     QTRY_VERIFY(window.line.hasFocus());
     QTest::keyClick(&window.line, Qt::Key_Tab);
@@ -330,48 +343,49 @@ void TestMessageLine::buttons_areReachedByKeyboardInTheirOrder() {
 
 void TestMessageLine::repeatedMessage_keepsTheSelection() {
     MessageLine line;
-    line.setMessage('a', Severity::Information, u"same"_s, {});
+    line.setMessage('a', Severity::Information, QStringLiteral("same"), {});
     line.selectAll();
-    line.setMessage('a', Severity::Information, u"same"_s, {u"One"_s, [] {}});
-    QCOMPARE(line.textCursor().selectedText(), u"same"_s);
+    line.setMessage('a', Severity::Information, QStringLiteral("same"),
+                    {QStringLiteral("One"), [] {}});
+    QCOMPARE(line.textCursor().selectedText(), QStringLiteral("same"));
     QVERIFY(shownButton(line));
 }
 
 void TestMessageLine::messages_ofOneMomentAreAnnouncedOnce() {
     MessageLine line;
     const QSignalSpy announced(&line, &MessageLine::announced);
-    line.setMessage('a', Severity::Information, u"remark"_s, {});
-    line.setMessage('b', Severity::Success, u"verdict"_s, {});
+    line.setMessage('a', Severity::Information, QStringLiteral("remark"), {});
+    line.setMessage('b', Severity::Success, QStringLiteral("verdict"), {});
     QCOMPARE(announced.size(), 0);
-    QTRY_COMPARE(announced, Texts({{u"Done: verdict\nremark"_s}}));
-    line.setMessage('b', Severity::Success, u"verdict"_s, {});
-    line.setMessage('c', Severity::Warning, u"later"_s, {});
+    QTRY_COMPARE(announced, Texts({{QStringLiteral("Done: verdict\nremark")}}));
+    line.setMessage('b', Severity::Success, QStringLiteral("verdict"), {});
+    line.setMessage('c', Severity::Warning, QStringLiteral("later"), {});
     QTRY_COMPARE(announced.size(), 2);
-    QCOMPARE(announced.last(), Texts::value_type({u"Warning: later"_s}));
-    line.setMessage('b', Severity::Success, u"verdict"_s, {});
+    QCOMPARE(announced.last(), Texts::value_type({QStringLiteral("Warning: later")}));
+    line.setMessage('b', Severity::Success, QStringLiteral("verdict"), {});
     QTRY_COMPARE(announced.size(), 3);
-    QCOMPARE(announced.last(), Texts::value_type({u"Done: verdict"_s}));
+    QCOMPARE(announced.last(), Texts::value_type({QStringLiteral("Done: verdict")}));
 }
 
 void TestMessageLine::announcement_isANotification() {
     Window window;
-    window.line.setMessage('a', Severity::Success, u"Read succeeded."_s, {});
+    window.line.setMessage('a', Severity::Success, QStringLiteral("Read succeeded."), {});
     QTRY_VERIFY(window.line.findChild<Announcement *>());
     const auto *object =
         QAccessible::queryAccessibleInterface(window.line.findChild<Announcement *>());
     QCOMPARE(object->role(), QAccessible::Notification);
-    QCOMPARE(object->text(QAccessible::Name), u"Done: Read succeeded."_s);
+    QCOMPARE(object->text(QAccessible::Name), QStringLiteral("Done: Read succeeded."));
     QVERIFY(!object->state().invisible);
 }
 
 void TestMessageLine::messageThatHasGone_isNotAnnounced() {
     MessageLine line;
     const QSignalSpy announced(&line, &MessageLine::announced);
-    line.setMessage('a', Severity::Information, u"for a moment"_s, {});
+    line.setMessage('a', Severity::Information, QStringLiteral("for a moment"), {});
     line.clearMessage('a');
     MessageLine other;
     QSignalSpy later(&other, &MessageLine::announced);
-    other.setMessage('a', Severity::Information, u"later"_s, {});
+    other.setMessage('a', Severity::Information, QStringLiteral("later"), {});
     QVERIFY(later.wait());
     QCOMPARE(announced.size(), 0);
 }

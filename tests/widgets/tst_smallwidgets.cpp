@@ -20,7 +20,6 @@
 
 #include <functional>
 
-using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 Q_DECLARE_METATYPE(std::function<void(TabView &)>)
@@ -50,9 +49,9 @@ private slots:
 };
 
 static void addItems(TabView &tabs) {
-    tabs.addTabViewItem(u"0"_s, u"Data read from chip"_s);
-    tabs.addTabViewItem(u"1"_s, u"Data to burn"_s);
-    tabs.addTabViewItem(u"2"_s, u"Logic test results"_s);
+    tabs.addTabViewItem(QStringLiteral("0"), QStringLiteral("Data read from chip"));
+    tabs.addTabViewItem(QStringLiteral("1"), QStringLiteral("Data to burn"));
+    tabs.addTabViewItem(QStringLiteral("2"), QStringLiteral("Logic test results"));
 }
 
 static QStringList identifiers(const QSignalSpy &spy) {
@@ -66,12 +65,12 @@ void TestSmallWidgets::tabView_tellsItemsApartByIdentifier() {
     TabView tabs;
     QCOMPARE(tabs.selectedTabViewItem(), TabViewItem());
     addItems(tabs);
-    QCOMPARE(tabs.selectedTabViewItem(), TabViewItem{u"0"_s});
+    QCOMPARE(tabs.selectedTabViewItem(), TabViewItem{QStringLiteral("0")});
     tabs.moveTab(0, 2);
-    tabs.selectTabViewItem(u"1"_s);
+    tabs.selectTabViewItem(QStringLiteral("1"));
     QCOMPARE(tabs.currentIndex(), 0);
-    tabs.selectTabViewItem(u"unknown"_s);
-    QCOMPARE(tabs.selectedTabViewItem(), TabViewItem{u"1"_s});
+    tabs.selectTabViewItem(QStringLiteral("unknown"));
+    QCOMPARE(tabs.selectedTabViewItem(), TabViewItem{QStringLiteral("1")});
 }
 
 void TestSmallWidgets::tabView_tellsOfSelectionsNotOfItemsAdded() {
@@ -79,10 +78,10 @@ void TestSmallWidgets::tabView_tellsOfSelectionsNotOfItemsAdded() {
     QSignalSpy spy(&tabs, &TabView::didSelectTabViewItem);
     addItems(tabs);
     QCOMPARE(identifiers(spy), QStringList());
-    tabs.selectTabViewItem(u"2"_s);
-    tabs.selectTabViewItem(u"2"_s);
+    tabs.selectTabViewItem(QStringLiteral("2"));
+    tabs.selectTabViewItem(QStringLiteral("2"));
     tabs.setCurrentIndex(1);
-    QCOMPARE(identifiers(spy), QStringList({u"2"_s, u"1"_s}));
+    QCOMPARE(identifiers(spy), QStringList({QStringLiteral("2"), QStringLiteral("1")}));
 }
 
 void TestSmallWidgets::tabView_isWorkedByKeyboard() {
@@ -90,7 +89,7 @@ void TestSmallWidgets::tabView_isWorkedByKeyboard() {
     addItems(tabs);
     QSignalSpy spy(&tabs, &TabView::didSelectTabViewItem);
     QTest::keyClick(&tabs, Qt::Key_Right);
-    QCOMPARE(identifiers(spy), QStringList{u"1"_s});
+    QCOMPARE(identifiers(spy), QStringList{QStringLiteral("1")});
 }
 
 void TestSmallWidgets::tabView_tellsBeforeItSelects_data() {
@@ -98,7 +97,7 @@ void TestSmallWidgets::tabView_tellsBeforeItSelects_data() {
     const auto row = [](const char *way, std::function<void(TabView &)> select) {
         QTest::newRow(way) << select;
     };
-    row("program", [](TabView &tabs) { tabs.selectTabViewItem(u"1"_s); });
+    row("program", [](TabView &tabs) { tabs.selectTabViewItem(QStringLiteral("1")); });
     row("index", [](TabView &tabs) { tabs.setCurrentIndex(1); });
     row("key", [](TabView &tabs) { QTest::keyClick(&tabs, Qt::Key_Right); });
     row("mouse", [](TabView &tabs) {
@@ -123,13 +122,15 @@ void TestSmallWidgets::tabView_tellsBeforeItSelects() {
     tabs.resize(tabs.sizeHint());
     QStringList told;
     connect(&tabs, &TabView::aboutToSelectTabViewItem, this, [&](const TabViewItem &item) {
-        told.append(tabs.selectedTabViewItem().identifier + u" to "_s + item.identifier);
+        told.append(tabs.selectedTabViewItem().identifier + QStringLiteral(" to ") +
+                    item.identifier);
     });
     connect(&tabs, &TabView::didSelectTabViewItem, this, [&](const TabViewItem &item) {
-        told.append(tabs.selectedTabViewItem().identifier + u" is "_s + item.identifier);
+        told.append(tabs.selectedTabViewItem().identifier + QStringLiteral(" is ") +
+                    item.identifier);
     });
     select(tabs);
-    QCOMPARE(told, QStringList({u"0 to 1"_s, u"1 is 1"_s}));
+    QCOMPARE(told, QStringList({QStringLiteral("0 to 1"), QStringLiteral("1 is 1")}));
 }
 
 void TestSmallWidgets::tabView_heedsWhoSelectsElsewhereMeanwhile() {
@@ -137,23 +138,23 @@ void TestSmallWidgets::tabView_heedsWhoSelectsElsewhereMeanwhile() {
     addItems(tabs);
     QSignalSpy selected(&tabs, &TabView::didSelectTabViewItem);
     const auto once = connect(&tabs, &TabView::aboutToSelectTabViewItem, this,
-                              [&] { tabs.selectTabViewItem(u"2"_s); });
-    tabs.selectTabViewItem(u"1"_s);
-    QCOMPARE(tabs.selectedTabViewItem(), TabViewItem{u"2"_s});
-    QCOMPARE(identifiers(selected), QStringList{u"2"_s});
+                              [&] { tabs.selectTabViewItem(QStringLiteral("2")); });
+    tabs.selectTabViewItem(QStringLiteral("1"));
+    QCOMPARE(tabs.selectedTabViewItem(), TabViewItem{QStringLiteral("2")});
+    QCOMPARE(identifiers(selected), QStringList{QStringLiteral("2")});
     disconnect(once);
-    tabs.selectTabViewItem(u"0"_s);
-    QCOMPARE(identifiers(selected), QStringList({u"2"_s, u"0"_s}));
+    tabs.selectTabViewItem(QStringLiteral("0"));
+    QCOMPARE(identifiers(selected), QStringList({QStringLiteral("2"), QStringLiteral("0")}));
 }
 
 void TestSmallWidgets::busy_elapsedText_data() {
     QTest::addColumn<qint64>("milliseconds");
     QTest::addColumn<QString>("text");
-    QTest::newRow("start") << qint64(0) << u"0:00"_s;
-    QTest::newRow("a second not yet full") << qint64(7999) << u"0:07"_s;
-    QTest::newRow("a minute") << qint64(60000) << u"1:00"_s;
-    QTest::newRow("just under an hour") << qint64(3599999) << u"59:59"_s;
-    QTest::newRow("hours") << qint64(3723000) << u"1:02:03"_s;
+    QTest::newRow("start") << qint64(0) << QStringLiteral("0:00");
+    QTest::newRow("a second not yet full") << qint64(7999) << QStringLiteral("0:07");
+    QTest::newRow("a minute") << qint64(60000) << QStringLiteral("1:00");
+    QTest::newRow("just under an hour") << qint64(3599999) << QStringLiteral("59:59");
+    QTest::newRow("hours") << qint64(3723000) << QStringLiteral("1:02:03");
 }
 
 void TestSmallWidgets::busy_elapsedText() {
@@ -165,39 +166,39 @@ void TestSmallWidgets::busy_showsTheTimeWhileItRuns() {
     std::chrono::milliseconds now(1000);
     BusyIndicator busy(nullptr, [&] { return now; });
     busy.show();
-    QCOMPARE(busyWords(busy, u"Elapsed time"_s), QString());
+    QCOMPARE(busyWords(busy, QStringLiteral("Elapsed time")), QString());
     busy.start();
     QVERIFY(busy.isRunning());
-    QCOMPARE(busyWords(busy, u"Elapsed time"_s), u"0:00"_s);
+    QCOMPARE(busyWords(busy, QStringLiteral("Elapsed time")), QStringLiteral("0:00"));
     now += std::chrono::seconds(7);
-    QTRY_COMPARE(busyWords(busy, u"Elapsed time"_s), u"0:07"_s);
+    QTRY_COMPARE(busyWords(busy, QStringLiteral("Elapsed time")), QStringLiteral("0:07"));
     QVERIFY(busy.findChild<QProgressBar *>()->isVisible());
-    QCOMPARE(busy.findChild<QProgressBar *>()->accessibleName(), u"Progress"_s);
+    QCOMPARE(busy.findChild<QProgressBar *>()->accessibleName(), QStringLiteral("Progress"));
     busy.stop();
     QVERIFY(!busy.isRunning());
-    QCOMPARE(busyWords(busy, u"Elapsed time"_s), QString());
+    QCOMPARE(busyWords(busy, QStringLiteral("Elapsed time")), QString());
     QVERIFY(!busy.findChild<QProgressBar *>()->isVisible());
     busy.start();
-    QCOMPARE(busyWords(busy, u"Elapsed time"_s), u"0:00"_s);
+    QCOMPARE(busyWords(busy, QStringLiteral("Elapsed time")), QStringLiteral("0:00"));
 }
 
 void TestSmallWidgets::busy_showsHowFarItHasCome() {
     BusyIndicator busy;
     const QProgressBar *bar = busy.findChild<QProgressBar *>();
-    busy.showStep(u"Reading code"_s, 0.5);
-    QCOMPARE(busyWords(busy, u"Step"_s), QString());
-    busy.start(u"Starting"_s);
-    QCOMPARE(busyWords(busy, u"Step"_s), u"Starting"_s);
+    busy.showStep(QStringLiteral("Reading code"), 0.5);
+    QCOMPARE(busyWords(busy, QStringLiteral("Step")), QString());
+    busy.start(QStringLiteral("Starting"));
+    QCOMPARE(busyWords(busy, QStringLiteral("Step")), QStringLiteral("Starting"));
     QCOMPARE(bar->maximum(), 0);
-    busy.showStep(u"Reading code"_s, 0.5);
-    QCOMPARE(busyWords(busy, u"Step"_s), u"Reading code"_s);
-    QCOMPARE(bar->text(), u"50%"_s);
-    QCOMPARE(bar->accessibleDescription(), u"Reading code"_s);
+    busy.showStep(QStringLiteral("Reading code"), 0.5);
+    QCOMPARE(busyWords(busy, QStringLiteral("Step")), QStringLiteral("Reading code"));
+    QCOMPARE(bar->text(), QStringLiteral("50%"));
+    QCOMPARE(bar->accessibleDescription(), QStringLiteral("Reading code"));
     for (const QLabel *label : busy.findChildren<QLabel *>())
-        if (label->text() == u"Reading code"_s)
+        if (label->text() == QStringLiteral("Reading code"))
             QCOMPARE(label->textFormat(), Qt::PlainText);
     busy.stop();
-    busy.start(u"Starting"_s);
+    busy.start(QStringLiteral("Starting"));
     QCOMPARE(bar->maximum(), 0);
 }
 
@@ -206,15 +207,15 @@ void TestSmallWidgets::busy_barMovesAFewTimesASecond() {
     BusyIndicator busy;
     const auto *bar = busy.findChild<QProgressBar *>();
     busy.start();
-    busy.showStep(u"Reading code"_s, 0.0);
+    busy.showStep(QStringLiteral("Reading code"), 0.0);
     const QSignalSpy moves(bar, &QProgressBar::valueChanged);
     for (int percent = 1; percent <= 70; ++percent)
-        busy.showStep(u"Reading code"_s, percent / 100.0);
+        busy.showStep(QStringLiteral("Reading code"), percent / 100.0);
     QCOMPARE(moves.size(), 0);
-    QTRY_COMPARE(bar->text(), u"70%"_s);
+    QTRY_COMPARE(bar->text(), QStringLiteral("70%"));
     QCOMPARE(moves.size(), 1);
-    busy.showStep(u"Reading data"_s, 0.0);
-    QCOMPARE(bar->text(), u"0%"_s);
+    busy.showStep(QStringLiteral("Reading data"), 0.0);
+    QCOMPARE(bar->text(), QStringLiteral("0%"));
 }
 
 void TestSmallWidgets::busy_saysThatNothingIsHeard() {
@@ -222,13 +223,13 @@ void TestSmallWidgets::busy_saysThatNothingIsHeard() {
     BusyIndicator busy(nullptr, [&] { return now; });
     busy.start();
     now += 9999ms;
-    QTRY_COMPARE(busyWords(busy, u"Elapsed time"_s), u"0:09"_s);
-    QCOMPARE(busyWords(busy, u"Silence"_s), QString());
+    QTRY_COMPARE(busyWords(busy, QStringLiteral("Elapsed time")), QStringLiteral("0:09"));
+    QCOMPARE(busyWords(busy, QStringLiteral("Silence")), QString());
     now += 13001ms;
-    QTRY_COMPARE(busyWords(busy, u"Silence"_s), u"silent for 0:23"_s);
-    busy.showStep(u"Reading code"_s, 0.5);
-    QCOMPARE(busyWords(busy, u"Silence"_s), QString());
-    QCOMPARE(busyWords(busy, u"Elapsed time"_s), u"0:23"_s);
+    QTRY_COMPARE(busyWords(busy, QStringLiteral("Silence")), QStringLiteral("silent for 0:23"));
+    busy.showStep(QStringLiteral("Reading code"), 0.5);
+    QCOMPARE(busyWords(busy, QStringLiteral("Silence")), QString());
+    QCOMPARE(busyWords(busy, QStringLiteral("Elapsed time")), QStringLiteral("0:23"));
 }
 
 void TestSmallWidgets::busy_takesTheSameRoomAlways() {
@@ -272,21 +273,21 @@ void TestSmallWidgets::icons_followThePalette() {
             QCOMPARE(image.size(), QSize(size, size));
             const QColor color = strongestColor(image);
             QVERIFY2(color.alpha() > 200,
-                     qPrintable(u"alpha %1 at %2"_s.arg(color.alpha()).arg(size)));
+                     qPrintable(QStringLiteral("alpha %1 at %2").arg(color.alpha()).arg(size)));
             QVERIFY2(isNearly(color, palette.color(QPalette::ButtonText)),
                      qPrintable(color.name()));
         }
 }
 
 void TestSmallWidgets::icons_unknownNameIsNull() {
-    QVERIFY(themedIcon(u"unknown"_s, lightPalette()).isNull());
+    QVERIFY(themedIcon(QStringLiteral("unknown"), lightPalette()).isNull());
 }
 
 void TestSmallWidgets::fixedFont_isOneWhateverThePlatformNames_data() {
     QTest::addColumn<QFont>("wanted");
     QTest::newRow("the platform's") << QFontDatabase::systemFont(QFontDatabase::FixedFont);
     QTest::newRow("a proportional one") << QFontDatabase::systemFont(QFontDatabase::GeneralFont);
-    QTest::newRow("one that is not there") << QFont(u"No Such Font"_s);
+    QTest::newRow("one that is not there") << QFont(QStringLiteral("No Such Font"));
 }
 
 void TestSmallWidgets::fixedFont_isOneWhateverThePlatformNames() {

@@ -26,8 +26,6 @@ private slots:
     void longLine_rewrittenOften_staysCheap();
 };
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// How a text is fed, and how often the view takes what changed.
@@ -98,52 +96,74 @@ static void addRow(const char *name, const QString &output, const QString &pictu
 }
 
 static void addLineRows() {
-    addRow("plain lines", u"one\ntwo\nthree"_s, u"one\ntwo\nthree"_s);
-    addRow("a return overwrites what it reaches", u"abcdef\rXY"_s, u"XYcdef"_s);
-    addRow("return and feed end a line", u"one\r\ntwo\r\n"_s, u"one\ntwo\n"_s);
-    addRow("a feed in the middle of a line keeps the rest", u"abc\rX\nd"_s, u"Xbc\nd"_s);
-    addRow("backspace steps back", u"abc\b\bX"_s, u"aXc"_s);
-    addRow("backspace stops at the line's start", u"a\nb\b\b\bX"_s, u"a\nX"_s);
-    addRow("bell and other controls are silent", u"a\a\x01\x7f\x85\vb\f"_s, u"ab"_s);
-    addRow("tab is kept", u"a\tb"_s, u"a\tb"_s);
-    addRow("no-break space and byte-order mark are kept", u"a\u00a0\ufeff"_s, u"a\u00a0\ufeff"_s);
-    addRow("borders of documents are shown as unknown", u"a\u2029b\u2028\ufdd0"_s,
-           u"a\ufffdb\ufffd\ufffd"_s);
-    addRow("a pair is overwritten whole", u"\U0001f600z\rab"_s, u"abz"_s);
-    addRow("half a pair becomes a blank", u"\U0001f600z\ra"_s, u"a z"_s);
-    addRow("the second half of a pair becomes a blank", u"a\U0001f600\bX"_s, u"a X"_s);
+    addRow("plain lines", QStringLiteral("one\ntwo\nthree"), QStringLiteral("one\ntwo\nthree"));
+    addRow("a return overwrites what it reaches", QStringLiteral("abcdef\rXY"),
+           QStringLiteral("XYcdef"));
+    addRow("return and feed end a line", QStringLiteral("one\r\ntwo\r\n"),
+           QStringLiteral("one\ntwo\n"));
+    addRow("a feed in the middle of a line keeps the rest", QStringLiteral("abc\rX\nd"),
+           QStringLiteral("Xbc\nd"));
+    addRow("backspace steps back", QStringLiteral("abc\b\bX"), QStringLiteral("aXc"));
+    addRow("backspace stops at the line's start", QStringLiteral("a\nb\b\b\bX"),
+           QStringLiteral("a\nX"));
+    addRow("bell and other controls are silent", QStringLiteral("a\a\x01\x7f\x85\vb\f"),
+           QStringLiteral("ab"));
+    addRow("tab is kept", QStringLiteral("a\tb"), QStringLiteral("a\tb"));
+    addRow("no-break space and byte-order mark are kept", QStringLiteral("a\u00a0\ufeff"),
+           QStringLiteral("a\u00a0\ufeff"));
+    addRow("borders of documents are shown as unknown", QStringLiteral("a\u2029b\u2028\ufdd0"),
+           QStringLiteral("a\ufffdb\ufffd\ufffd"));
+    addRow("a pair is overwritten whole", QStringLiteral("\U0001f600z\rab"), QStringLiteral("abz"));
+    addRow("half a pair becomes a blank", QStringLiteral("\U0001f600z\ra"), QStringLiteral("a z"));
+    addRow("the second half of a pair becomes a blank", QStringLiteral("a\U0001f600\bX"),
+           QStringLiteral("a X"));
 }
 
 static void addEraseRows() {
-    addRow("erase to the end", u"abcdef\rab\x1b[K!"_s, u"ab!"_s);
-    addRow("erase to the end, with its number", u"abcdef\rab\x1b[0K!"_s, u"ab!"_s);
-    addRow("erase to the start", u"abcdef\b\b\x1b[1K"_s, u"     f"_s);
-    addRow("erase the line, the cursor stays", u"abcdef\b\b\x1b[2KX"_s, u"    X"_s);
-    addRow("erase by an unknown number does nothing", u"abc\r\x1b[9K"_s, u"abc"_s);
-    addRow("erase through half a pair", u"\U0001f600\b\x1b[K"_s, u" "_s);
-    addRow("erase below", u"one\nabc\r\x1b[Jd"_s, u"one\nd"_s);
-    addRow("erase above", u"one\ntwo\nabc\b\b\x1b[1J"_s, u"  c"_s);
-    addRow("erase the display", u"one\ntwo\nabc\x1b[2Jd"_s, u"d"_s);
-    addRow("erase what scrolled away does nothing", u"one\ntwo\x1b[3J"_s, u"one\ntwo"_s);
+    addRow("erase to the end", QStringLiteral("abcdef\rab\x1b[K!"), QStringLiteral("ab!"));
+    addRow("erase to the end, with its number", QStringLiteral("abcdef\rab\x1b[0K!"),
+           QStringLiteral("ab!"));
+    addRow("erase to the start", QStringLiteral("abcdef\b\b\x1b[1K"), QStringLiteral("     f"));
+    addRow("erase the line, the cursor stays", QStringLiteral("abcdef\b\b\x1b[2KX"),
+           QStringLiteral("    X"));
+    addRow("erase by an unknown number does nothing", QStringLiteral("abc\r\x1b[9K"),
+           QStringLiteral("abc"));
+    addRow("erase through half a pair", QStringLiteral("\U0001f600\b\x1b[K"), QStringLiteral(" "));
+    addRow("erase below", QStringLiteral("one\nabc\r\x1b[Jd"), QStringLiteral("one\nd"));
+    addRow("erase above", QStringLiteral("one\ntwo\nabc\b\b\x1b[1J"), QStringLiteral("  c"));
+    addRow("erase the display", QStringLiteral("one\ntwo\nabc\x1b[2Jd"), QStringLiteral("d"));
+    addRow("erase what scrolled away does nothing", QStringLiteral("one\ntwo\x1b[3J"),
+           QStringLiteral("one\ntwo"));
 }
 
 static void addSequenceRows() {
-    addRow("colours are swallowed", u"\x1b[0;91mred\x1b[0m."_s, u"red."_s);
-    addRow("private modes are swallowed", u"\x1b[?25la\x1b[?K\x1b[>1;2cb"_s, u"ab"_s);
+    addRow("colours are swallowed", QStringLiteral("\x1b[0;91mred\x1b[0m."),
+           QStringLiteral("red."));
+    addRow("private modes are swallowed", QStringLiteral("\x1b[?25la\x1b[?K\x1b[>1;2cb"),
+           QStringLiteral("ab"));
     addRow("sequences of two and three units are swallowed",
-           u"\x1b(Ba\x1b=\x1b"
-           "7b"_s,
-           u"ab"_s);
-    addRow("a title is swallowed to its bell", u"\x1b]0;title\x07text"_s, u"text"_s);
-    addRow("a title is swallowed to its terminator", u"\x1b]0;title\x1b\\text"_s, u"text"_s);
-    addRow("a control string is cut by another sequence", u"\x1bPabc\x1b[1mtext"_s, u"text"_s);
-    addRow("a control string has an end", u"\x1b]"_s + QString(4096, u'x') + u"text\n"_s,
-           u"text\n"_s);
-    addRow("a feed inside a sequence still ends the line", u"a\x1b[1\n2mb"_s, u"a\nb"_s);
-    addRow("cancel ends a sequence", u"\x1b[1\x18mab"_s, u"mab"_s);
-    addRow("a sequence that is none ends", u"\x1b[1\u00e9m"_s, u"\u00e9m"_s);
-    addRow("a sequence without end ends", u"\x1b["_s + QString(64, u'1') + u"1x"_s, u"1x"_s);
-    addRow("an escape before an escape is forgotten", u"\x1b\x1b[31mx"_s, u"x"_s);
+           QStringLiteral("\x1b(Ba\x1b=\x1b"
+                          "7b"),
+           QStringLiteral("ab"));
+    addRow("a title is swallowed to its bell", QStringLiteral("\x1b]0;title\x07text"),
+           QStringLiteral("text"));
+    addRow("a title is swallowed to its terminator", QStringLiteral("\x1b]0;title\x1b\\text"),
+           QStringLiteral("text"));
+    addRow("a control string is cut by another sequence", QStringLiteral("\x1bPabc\x1b[1mtext"),
+           QStringLiteral("text"));
+    addRow("a control string has an end",
+           QStringLiteral("\x1b]") + QString(4096, u'x') + QStringLiteral("text\n"),
+           QStringLiteral("text\n"));
+    addRow("a feed inside a sequence still ends the line", QStringLiteral("a\x1b[1\n2mb"),
+           QStringLiteral("a\nb"));
+    addRow("cancel ends a sequence", QStringLiteral("\x1b[1\x18mab"), QStringLiteral("mab"));
+    addRow("a sequence that is none ends", QStringLiteral("\x1b[1\u00e9m"),
+           QStringLiteral("\u00e9m"));
+    addRow("a sequence without end ends",
+           QStringLiteral("\x1b[") + QString(64, u'1') + QStringLiteral("1x"),
+           QStringLiteral("1x"));
+    addRow("an escape before an escape is forgotten", QStringLiteral("\x1b\x1b[31mx"),
+           QStringLiteral("x"));
 }
 
 void TestTerminalText::lines_data() {
@@ -165,26 +185,37 @@ void TestTerminalText::runs_data() {
     QTest::addColumn<QString>("picture");
     const QString begin(runBegins);
     const QString end(runEnds);
-    addRow("the first run starts at the top", begin + u"a\n"_s, u"a\n"_s);
-    addRow("an empty line sets a run off", begin + u"a"_s + end + begin + u"b"_s, u"a\n\nb"_s);
-    addRow("an ended line sets a run off the same", begin + u"a\n"_s + end + begin + u"b"_s,
-           u"a\n\nb"_s);
-    addRow("a run without output leaves no second gap", u"a"_s + begin + end + begin + u"b"_s,
-           u"a\n\nb"_s);
-    addRow("a run does not overwrite the one before", begin + u"a"_s + end + begin + u"\rb\b\bc"_s,
-           u"a\n\nc"_s);
+    addRow("the first run starts at the top", begin + QStringLiteral("a\n"), QStringLiteral("a\n"));
+    addRow("an empty line sets a run off",
+           begin + QStringLiteral("a") + end + begin + QStringLiteral("b"),
+           QStringLiteral("a\n\nb"));
+    addRow("an ended line sets a run off the same",
+           begin + QStringLiteral("a\n") + end + begin + QStringLiteral("b"),
+           QStringLiteral("a\n\nb"));
+    addRow("a run without output leaves no second gap",
+           QStringLiteral("a") + begin + end + begin + QStringLiteral("b"),
+           QStringLiteral("a\n\nb"));
+    addRow("a run does not overwrite the one before",
+           begin + QStringLiteral("a") + end + begin + QStringLiteral("\rb\b\bc"),
+           QStringLiteral("a\n\nc"));
     addRow("a run does not erase the one before",
-           begin + u"a\nb"_s + end + begin + u"c\nd\x1b[2Je"_s, u"a\nb\n\ne"_s);
-    addRow("what follows a run does not overwrite it", begin + u"status 0"_s + end + u"\rlate"_s,
-           u"status 0late"_s);
+           begin + QStringLiteral("a\nb") + end + begin + QStringLiteral("c\nd\x1b[2Je"),
+           QStringLiteral("a\nb\n\ne"));
+    addRow("what follows a run does not overwrite it",
+           begin + QStringLiteral("status 0") + end + QStringLiteral("\rlate"),
+           QStringLiteral("status 0late"));
     addRow("what follows a run does not erase it",
-           begin + u"status"_s + end + u"\x1b[2K\x1b[1Kx\ny\x1b[2Jz"_s, u"statusz"_s);
+           begin + QStringLiteral("status") + end + QStringLiteral("\x1b[2K\x1b[1Kx\ny\x1b[2Jz"),
+           QStringLiteral("statusz"));
     addRow("erasing above behind a run keeps its last line",
-           begin + u"status"_s + end + u"x\nabc\b\x1b[1J"_s, u"status   "_s);
-    addRow("an unfinished sequence ends with its run", begin + u"a\x1b["_s + end + begin + u"mb"_s,
-           u"a\n\nmb"_s);
+           begin + QStringLiteral("status") + end + QStringLiteral("x\nabc\b\x1b[1J"),
+           QStringLiteral("status   "));
+    addRow("an unfinished sequence ends with its run",
+           begin + QStringLiteral("a\x1b[") + end + begin + QStringLiteral("mb"),
+           QStringLiteral("a\n\nmb"));
     addRow("an unfinished control string gives its text back",
-           begin + u"a\x1b]0;"_s + u"status 0"_s + end, u"a0;status 0"_s);
+           begin + QStringLiteral("a\x1b]0;") + QStringLiteral("status 0") + end,
+           QStringLiteral("a0;status 0"));
 }
 
 void TestTerminalText::runs() {
@@ -196,23 +227,26 @@ void TestTerminalText::runs() {
 void TestTerminalText::captures_data() {
     QTest::addColumn<QString>("file");
     QTest::addColumn<QString>("picture");
-    const QString banner = u"Found TL866II+ 04.2.132 (0x284)\nDevice code: 12345678\n"
-                           "Serial code: ABCDEFGHIJKLMNOPQRST\nUSB speed: 12Mbps (USB 1.1)\n"_s;
+    const QString banner =
+        QStringLiteral("Found TL866II+ 04.2.132 (0x284)\nDevice code: 12345678\n"
+                       "Serial code: ABCDEFGHIJKLMNOPQRST\nUSB speed: 12Mbps (USB 1.1)\n");
     const auto row = [&](const char *name, const QString &rest) {
-        QTest::newRow(name) << QString::fromLatin1(name) + u".stderr"_s << banner + rest;
+        QTest::newRow(name) << QString::fromLatin1(name) + QStringLiteral(".stderr")
+                            << banner + rest;
     };
-    const QString protect = u"Use -P if you want to write-protect this chip.\n"_s;
-    row("read-AT28C256-ok", u"Reading Code...  0.13Sec  OK\n"_s);
-    row("write-AT28C256-ok", protect + u"Erasing... 0.02Sec OK\nWriting Code...  0.97Sec  OK\n"
-                                       "Reading Code...  0.14Sec  OK\nVerification OK\n"_s);
+    const QString protect = QStringLiteral("Use -P if you want to write-protect this chip.\n");
+    row("read-AT28C256-ok", QStringLiteral("Reading Code...  0.13Sec  OK\n"));
+    row("write-AT28C256-ok",
+        protect + QStringLiteral("Erasing... 0.02Sec OK\nWriting Code...  0.97Sec  OK\n"
+                                 "Reading Code...  0.14Sec  OK\nVerification OK\n"));
     row("write-AT28C256-verify-failed",
-        protect + u"Erasing... 0.03Sec OK\nWriting Code...  0.92Sec  OK\n"
-                  "Reading Code...  0.14Sec  OK\n"
-                  "Verification failed at address 0x1234: File=0x7E, Device=0x81\n"
-                  "This chip may be write-protected. Use -u and try again.\n"_s);
-    row("erase-AT28C256", u"Erasing... 0.02Sec OK\n"_s);
-    QTest::newRow("busy") << u"busy.stderr"_s
-                          << u"\nIO error: claim_interface: LIBUSB_ERROR_BUSY\n"_s;
+        protect + QStringLiteral("Erasing... 0.03Sec OK\nWriting Code...  0.92Sec  OK\n"
+                                 "Reading Code...  0.14Sec  OK\n"
+                                 "Verification failed at address 0x1234: File=0x7E, Device=0x81\n"
+                                 "This chip may be write-protected. Use -u and try again.\n"));
+    row("erase-AT28C256", QStringLiteral("Erasing... 0.02Sec OK\n"));
+    QTest::newRow("busy") << QStringLiteral("busy.stderr")
+                          << QStringLiteral("\nIO error: claim_interface: LIBUSB_ERROR_BUSY\n");
 }
 
 void TestTerminalText::captures() {
@@ -229,19 +263,19 @@ void TestTerminalText::manyProgressUpdates_areOneReplacementOfALine() {
         terminal.feed(u"\r\x1b[KReading Code...  ");
         terminal.feed(QString::number(step / 10));
     }
-    QCOMPARE(terminal.takeUpdate(), (TerminalUpdate{0, 0, u"Reading Code...  100"_s}));
+    QCOMPARE(terminal.takeUpdate(), (TerminalUpdate{0, 0, QStringLiteral("Reading Code...  100")}));
     QVERIFY(!terminal.hasUpdate());
 }
 
 void TestTerminalText::takeUpdate_givesWholeLinesUpToTheLimit() {
     TerminalText terminal;
     terminal.feed(u"a\nbb\nccc\nd");
-    QCOMPARE(terminal.takeUpdate(5), (TerminalUpdate{0, 0, u"a\nbb\n"_s}));
+    QCOMPARE(terminal.takeUpdate(5), (TerminalUpdate{0, 0, QStringLiteral("a\nbb\n")}));
     QCOMPARE(terminal.pendingLength(), 4);
-    QCOMPARE(terminal.takeUpdate(1), (TerminalUpdate{0, 0, u"ccc\n"_s}));
-    QCOMPARE(terminal.takeUpdate(1), (TerminalUpdate{0, 0, u"d"_s}));
+    QCOMPARE(terminal.takeUpdate(1), (TerminalUpdate{0, 0, QStringLiteral("ccc\n")}));
+    QCOMPARE(terminal.takeUpdate(1), (TerminalUpdate{0, 0, QStringLiteral("d")}));
     terminal.feed(u"e");
-    QCOMPARE(terminal.takeUpdate(), (TerminalUpdate{0, 1, u"e"_s}));
+    QCOMPARE(terminal.takeUpdate(), (TerminalUpdate{0, 1, QStringLiteral("e")}));
 }
 
 void TestTerminalText::clear_replacesEverything() {
@@ -252,7 +286,7 @@ void TestTerminalText::clear_replacesEverything() {
     terminal.clear();
     terminal.feed(u"mew");
     screen.apply(terminal.takeUpdate());
-    QCOMPARE(screen.text(), u"mew"_s);
+    QCOMPARE(screen.text(), QStringLiteral("mew"));
 }
 
 void TestTerminalText::dropPending_keepsTheNewestLines_data() {
@@ -262,11 +296,11 @@ void TestTerminalText::dropPending_keepsTheNewestLines_data() {
     const auto row = [](const char *name, qsizetype most, qsizetype lines, const QString &picture) {
         QTest::newRow(name) << most << lines << picture;
     };
-    row("nothing to drop", 100, 100, u"old\none\ntwo\nsix\nx"_s);
-    row("too long", 6, 100, u"six\nx"_s);
-    row("too many lines", 100, 2, u"two\nsix\nx"_s);
-    row("too long and too many lines", 9, 1, u"six\nx"_s);
-    row("none of the finished lines stays", 0, 100, u"x"_s);
+    row("nothing to drop", 100, 100, QStringLiteral("old\none\ntwo\nsix\nx"));
+    row("too long", 6, 100, QStringLiteral("six\nx"));
+    row("too many lines", 100, 2, QStringLiteral("two\nsix\nx"));
+    row("too long and too many lines", 9, 1, QStringLiteral("six\nx"));
+    row("none of the finished lines stays", 0, 100, QStringLiteral("x"));
 }
 
 void TestTerminalText::dropPending_keepsTheNewestLines() {
@@ -283,7 +317,7 @@ void TestTerminalText::dropPending_keepsTheNewestLines() {
     QCOMPARE(screen.text(), picture);
     terminal.feed(u"\x1b[2Jnew");
     screen.apply(terminal.takeUpdate());
-    QCOMPARE(screen.text(), u"new"_s);
+    QCOMPARE(screen.text(), QStringLiteral("new"));
 }
 
 void TestTerminalText::longLine_isSplitAndLosesNothing() {
