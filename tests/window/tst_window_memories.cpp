@@ -18,8 +18,6 @@
 #include <QTabWidget>
 #include <QTableView>
 
-using namespace Qt::StringLiterals;
-
 /// What a Read brings besides code memory: told, shown, saved with the image.
 class TestWindowMemories : public QObject {
     Q_OBJECT
@@ -53,10 +51,10 @@ private:
     MemoriesWindow *opened();
     MemoriesWindow *window() const { return velm_->velm().window().findChild<MemoriesWindow *>(); }
     QLabel *extent() const {
-        return velm_->velm().window().findChild<QLabel *>(u"commandExtent"_s);
+        return velm_->velm().window().findChild<QLabel *>(QStringLiteral("commandExtent"));
     }
     QString beside(const QString &ending) const {
-        return velm_->temporary(u"temp_read"_s + ending);
+        return velm_->temporary(QStringLiteral("temp_read") + ending);
     }
 
     std::unique_ptr<WindowFixture> velm_;
@@ -64,9 +62,9 @@ private:
 
 namespace {
 
-const QString microcontroller = u"ATMEGA8@DIP28"_s;
-const QString withUserMemory = u"AT89S8253"_s;
-const QString eprom = u"W27C512@DIP28"_s;
+const QString microcontroller = QStringLiteral("ATMEGA8@DIP28");
+const QString withUserMemory = QStringLiteral("AT89S8253");
+const QString eprom = QStringLiteral("W27C512@DIP28");
 
 /// Reads like a tool that puts \a more, a line of the shell, beside its file.
 QByteArray readingTool(const QByteArray &more) {
@@ -117,7 +115,7 @@ QAction *TestWindowMemories::entry(const QString &text) const {
 }
 
 MemoriesWindow *TestWindowMemories::opened() {
-    entry(u"Ot&her memories\u2026"_s)->trigger();
+    entry(QStringLiteral("Ot&her memories\u2026"))->trigger();
     QCoreApplication::processEvents();
     return window();
 }
@@ -126,11 +124,13 @@ void TestWindowMemories::read_saysWhatElseCame_data() {
     QTest::addColumn<QString>("device");
     QTest::addColumn<QString>("said");
     QTest::newRow("data memory") << microcontroller
-                                 << u"Also read: 512 bytes of data memory, 3 fuses. Write and "
-                                    "Verify leave them out."_s;
+                                 << QStringLiteral(
+                                        "Also read: 512 bytes of data memory, 3 fuses. Write and "
+                                        "Verify leave them out.");
     QTest::newRow("user memory") << withUserMemory
-                                 << u"Also read: 2,048 bytes of data memory, 64 bytes of user "
-                                    "memory, 2 fuses. Write and Verify leave them out."_s;
+                                 << QStringLiteral(
+                                        "Also read: 2,048 bytes of data memory, 64 bytes of user "
+                                        "memory, 2 fuses. Write and Verify leave them out.");
 }
 
 void TestWindowMemories::read_saysWhatElseCame() {
@@ -139,29 +139,31 @@ void TestWindowMemories::read_saysWhatElseCame() {
     read(device);
     // The verdict is the newest.
     QCOMPARE(velm_->message().section(u'\n', 1, 1), said);
-    QVERIFY(velm_->message().startsWith(u"Done: Read succeeded."_s));
+    QVERIFY(velm_->message().startsWith(QStringLiteral("Done: Read succeeded.")));
 }
 
 void TestWindowMemories::read_ofAnEprom_saysNothing() {
     read(eprom);
-    QVERIFY(velm_->message().startsWith(u"Done: Read succeeded."_s));
-    QVERIFY2(!velm_->message().contains(u"Also"_s), qPrintable(velm_->message()));
+    QVERIFY(velm_->message().startsWith(QStringLiteral("Done: Read succeeded.")));
+    QVERIFY2(!velm_->message().contains(QStringLiteral("Also")), qPrintable(velm_->message()));
     QVERIFY(!opened());
 }
 
 void TestWindowMemories::otherDevice_endsTheSentence() {
     read(microcontroller);
     velm_->settings().setValue(settingsKeys::device, eprom);
-    QVERIFY2(!velm_->message().contains(u"Also"_s), qPrintable(velm_->message()));
+    QVERIFY2(!velm_->message().contains(QStringLiteral("Also")), qPrintable(velm_->message()));
     QVERIFY(opened());
 }
 
 void TestWindowMemories::eprom_afterAMicrocontroller_saysNothing() {
     read(microcontroller);
-    QVERIFY(!namesIn(velm_->path(u"workspace"_s), u"temp_read.*.*"_s).isEmpty());
+    QVERIFY(!namesIn(velm_->path(QStringLiteral("workspace")), QStringLiteral("temp_read.*.*"))
+                 .isEmpty());
     read(eprom);
-    QVERIFY2(!velm_->message().contains(u"Also"_s), qPrintable(velm_->message()));
-    QCOMPARE(namesIn(velm_->path(u"workspace"_s), u"temp_read.*.*"_s), QStringList());
+    QVERIFY2(!velm_->message().contains(QStringLiteral("Also")), qPrintable(velm_->message()));
+    QCOMPARE(namesIn(velm_->path(QStringLiteral("workspace")), QStringLiteral("temp_read.*.*")),
+             QStringList());
     QVERIFY(!opened());
 }
 
@@ -169,40 +171,42 @@ void TestWindowMemories::failedRead_keepsWhatTheLastOneBrought() {
     read(microcontroller);
     velm_->useTool("printf 'No programmer found.\\n' >&2; exit 1\n");
     read(eprom);
-    QVERIFY(velm_->message().contains(u"Read failed"_s) || velm_->message().contains(u"Problem"_s));
-    QVERIFY2(!velm_->message().contains(u"Also"_s), qPrintable(velm_->message()));
+    QVERIFY(velm_->message().contains(QStringLiteral("Read failed")) ||
+            velm_->message().contains(QStringLiteral("Problem")));
+    QVERIFY2(!velm_->message().contains(QStringLiteral("Also")), qPrintable(velm_->message()));
     const auto labels = opened()->findChildren<QLabel *>();
-    QVERIFY2(labels.first()->text().startsWith(microcontroller + u", read at "_s),
+    QVERIFY2(labels.first()->text().startsWith(microcontroller + QStringLiteral(", read at ")),
              qPrintable(labels.first()->text()));
 }
 
 // The tool left nothing beside its file this time; what lies there cannot be removed.
 void TestWindowMemories::leftFiles_areNoResult() {
-    QVERIFY(QDir().mkpath(beside(u".eeprom.bin"_s)));
+    QVERIFY(QDir().mkpath(beside(QStringLiteral(".eeprom.bin"))));
     velm_->useTool(readingTool({}));
     read(microcontroller);
-    QVERIFY2(!velm_->message().contains(u"Also"_s), qPrintable(velm_->message()));
-    QVERIFY2(!velm_->message().contains(u"eeprom"_s), qPrintable(velm_->message()));
+    QVERIFY2(!velm_->message().contains(QStringLiteral("Also")), qPrintable(velm_->message()));
+    QVERIFY2(!velm_->message().contains(QStringLiteral("eeprom")), qPrintable(velm_->message()));
 }
 
 // Whoever keeps the read file elsewhere may have files of their own beside it.
 void TestWindowMemories::filesInAForeignFolder_stayAndAreNoResult() {
-    QVERIFY(QDir().mkpath(velm_->path(u"roms"_s)));
+    QVERIFY(QDir().mkpath(velm_->path(QStringLiteral("roms"))));
     velm_->settings().setValue(settingsKeys::temp_read_from_chip_file,
-                               velm_->path(u"roms/chip.bin"_s));
-    const QString mine = velm_->write(u"roms/chip.fuses.conf"_s, "a = 0x1\n");
+                               velm_->path(QStringLiteral("roms/chip.bin")));
+    const QString mine = velm_->write(QStringLiteral("roms/chip.fuses.conf"), "a = 0x1\n");
     read(eprom);
     QCOMPARE(WindowFixture::bytesOf(mine), QByteArray("a = 0x1\n"));
-    QVERIFY2(!velm_->message().contains(u"Also"_s), qPrintable(velm_->message()));
+    QVERIFY2(!velm_->message().contains(QStringLiteral("Also")), qPrintable(velm_->message()));
     read(microcontroller);
-    QVERIFY2(velm_->message().contains(u"3 fuses"_s), qPrintable(velm_->message()));
+    QVERIFY2(velm_->message().contains(QStringLiteral("3 fuses")), qPrintable(velm_->message()));
 }
 
 void TestWindowMemories::start_removesThem() {
     read(microcontroller);
     velm_->end();
     velm_->start();
-    QCOMPARE(namesIn(velm_->path(u"workspace"_s), u"temp_read.*"_s), QStringList());
+    QCOMPARE(namesIn(velm_->path(QStringLiteral("workspace")), QStringLiteral("temp_read.*")),
+             QStringList());
     QVERIFY(!opened());
 }
 
@@ -210,32 +214,37 @@ void TestWindowMemories::fileThatCannotBeRead_isSaid() {
     velm_->useTool(readingTool("mkfifo \"$stem.eeprom.bin\"; printf 'a=0x1\\n?\\n' > "
                                "\"$stem.fuses.conf\""));
     read(microcontroller);
-    QCOMPARE(velm_->message().section(u'\n', 1, 1),
-             u"Warning: Also read: 1 fuse, 1 line that says no fuse. Write and Verify leave them "
-             "out. %1, which came with the Read, could not be read: Not a regular file."_s.arg(
-                 beside(u".eeprom.bin"_s)));
+    QCOMPARE(
+        velm_->message().section(u'\n', 1, 1),
+        QStringLiteral(
+            "Warning: Also read: 1 fuse, 1 line that says no fuse. Write and Verify leave them "
+            "out. %1, which came with the Read, could not be read: Not a regular file.")
+            .arg(beside(QStringLiteral(".eeprom.bin"))));
 }
 
 void TestWindowMemories::window_showsThem() {
     read(withUserMemory);
     const auto buttons = velm_->controls().messageLine->findChildren<QPushButton *>();
     const auto show = std::find_if(buttons.begin(), buttons.end(), [](QPushButton *button) {
-        return button->text() == u"Show them"_s && button->isVisibleTo(button->window());
+        return button->text() == QStringLiteral("Show them") &&
+               button->isVisibleTo(button->window());
     });
     QVERIFY(show != buttons.end());
     velm_->click(*show);
     MemoriesWindow *memories = window();
     QVERIFY(memories && memories->isVisible());
-    QCOMPARE(tabsOf(*memories), (QStringList{u"&Data memory"_s, u"&User memory"_s, u"&Fuses"_s}));
-    const GridView *data = gridOf(*memories, u"Data memory"_s);
-    const GridView *user = gridOf(*memories, u"User memory"_s);
+    QCOMPARE(tabsOf(*memories),
+             (QStringList{QStringLiteral("&Data memory"), QStringLiteral("&User memory"),
+                          QStringLiteral("&Fuses")}));
+    const GridView *data = gridOf(*memories, QStringLiteral("Data memory"));
+    const GridView *user = gridOf(*memories, QStringLiteral("User memory"));
     QCOMPARE(data->model()->rowCount(), 2048 / 16 + 1);
     QCOMPARE(user->model()->rowCount(), 64 / 16 + 1);
-    QCOMPARE(user->model()->index(0, 1).data().toString(), u"53"_s);
+    QCOMPARE(user->model()->index(0, 1).data().toString(), QStringLiteral("53"));
     QVERIFY(!(user->model()->index(0, 1).flags() & Qt::ItemIsEditable));
     const auto *fuses = memories->findChild<QTableView *>();
-    QCOMPARE(fuses->accessibleName(), u"Fuses"_s);
-    QCOMPARE(fuses->model()->index(0, 1).data().toString(), u"0xDC"_s);
+    QCOMPARE(fuses->accessibleName(), QStringLiteral("Fuses"));
+    QCOMPARE(fuses->model()->index(0, 1).data().toString(), QStringLiteral("0xDC"));
 }
 
 void TestWindowMemories::window_followsTheNextRead() {
@@ -244,9 +253,10 @@ void TestWindowMemories::window_followsTheNextRead() {
     memories->findChild<QTabWidget *>()->setCurrentIndex(2);
     read(microcontroller);
     QCOMPARE(window(), memories);
-    QCOMPARE(tabsOf(*memories), (QStringList{u"&Data memory"_s, u"&Fuses"_s}));
+    QCOMPARE(tabsOf(*memories),
+             (QStringList{QStringLiteral("&Data memory"), QStringLiteral("&Fuses")}));
     QCOMPARE(memories->findChild<QTabWidget *>()->currentIndex(), 1);
-    QCOMPARE(gridOf(*memories, u"Data memory"_s)->model()->rowCount(), 512 / 16 + 1);
+    QCOMPARE(gridOf(*memories, QStringLiteral("Data memory"))->model()->rowCount(), 512 / 16 + 1);
 }
 
 void TestWindowMemories::window_goesWithTheMemories() {
@@ -265,8 +275,8 @@ void TestWindowMemories::fuses_areCopied() {
     fuses->selectAll();
     QTest::keySequence(fuses, QKeySequence::Copy);
     QCOMPARE(QGuiApplication::clipboard()->text(),
-             u"fuses_lo\t0x62\t0110 0010\nfuses_hi\t0xDF\t1101 1111\n"
-             "lock_byte\t0xFF\t1111 1111\n"_s);
+             QStringLiteral("fuses_lo\t0x62\t0110 0010\nfuses_hi\t0xDF\t1101 1111\n"
+                            "lock_byte\t0xFF\t1111 1111\n"));
 }
 
 void TestWindowMemories::command_saysWhatItConcerns() {
@@ -275,15 +285,16 @@ void TestWindowMemories::command_saysWhatItConcerns() {
     read(microcontroller);
     QVERIFY(!extent()->isHidden());
     velm_->controls().btn_write->setFocus();
-    QTRY_COMPARE(extent()->text(), u"code memory alone"_s);
-    const QString words = u"Write and Verify concern the code memory alone, not the chip's data "
-                          "memory and fuses. Erasing may blank the data memory."_s;
+    QTRY_COMPARE(extent()->text(), QStringLiteral("code memory alone"));
+    const QString words =
+        QStringLiteral("Write and Verify concern the code memory alone, not the chip's data "
+                       "memory and fuses. Erasing may blank the data memory.");
     QVERIFY2(extent()->toolTip().contains(words), qPrintable(extent()->toolTip()));
     QVERIFY(velm_->controls().btn_write->toolTip().endsWith(words));
     QVERIFY(velm_->controls().btn_verify->toolTip().endsWith(words));
     QVERIFY(!velm_->controls().btn_read->toolTip().contains(words));
     velm_->controls().btn_read->setFocus();
-    QTRY_COMPARE(extent()->text(), u"all memories"_s);
+    QTRY_COMPARE(extent()->text(), QStringLiteral("all memories"));
     velm_->controls().btn_logic->setFocus();
     QTRY_COMPARE(extent()->text(), QString());
     velm_->settings().setValue(settingsKeys::device, eprom);
@@ -292,7 +303,8 @@ void TestWindowMemories::command_saysWhatItConcerns() {
     velm_->settings().setValue(settingsKeys::device, microcontroller);
     QVERIFY(!extent()->isHidden());
     // The user chooses a memory.
-    velm_->setTool(velm_->settings().stringValue(settingsKeys::miniproLocation) + u" -c data"_s);
+    velm_->setTool(velm_->settings().stringValue(settingsKeys::miniproLocation) +
+                   QStringLiteral(" -c data"));
     QVERIFY(extent()->isHidden());
 }
 
@@ -302,8 +314,9 @@ void TestWindowMemories::write_saysWhatItLeavesOut() {
     velm_->settle();
     velm_->click(velm_->controls().btn_write);
     velm_->settle();
-    QVERIFY2(velm_->message().startsWith(u"Done: Write succeeded and was verified. The chip's data "
-                                         "memory and fuses were not written."_s),
+    QVERIFY2(velm_->message().startsWith(
+                 QStringLiteral("Done: Write succeeded and was verified. The chip's data "
+                                "memory and fuses were not written.")),
              qPrintable(velm_->message()));
     QCOMPARE(WindowFixture::bytesOf(velm_->chipPath(microcontroller)).size(), 8192);
 }
@@ -314,24 +327,26 @@ void TestWindowMemories::verify_saysWhatItLeavesOut() {
     velm_->settle();
     velm_->click(velm_->controls().btn_verify);
     velm_->settle();
-    QVERIFY2(velm_->message().contains(u"The chip's data memory and fuses were not compared."_s),
+    QVERIFY2(velm_->message().contains(
+                 QStringLiteral("The chip's data memory and fuses were not compared.")),
              qPrintable(velm_->message()));
     velm_->settings().setValue(settingsKeys::device, eprom);
     velm_->click(velm_->controls().btn_verify);
     velm_->settle();
-    QVERIFY2(!velm_->message().contains(u"not compared."_s), qPrintable(velm_->message()));
+    QVERIFY2(!velm_->message().contains(QStringLiteral("not compared.")),
+             qPrintable(velm_->message()));
 }
 
 // Before the first Read, what the tool knows of the device tells.
 void TestWindowMemories::device_thatTheToolDescribes_isKnown() {
     velm_->settings().setValue(settingsKeys::device, microcontroller);
     QTRY_VERIFY(!extent()->isHidden());
-    QVERIFY(extent()->toolTip().contains(u"not the chip's other memories"_s));
+    QVERIFY(extent()->toolTip().contains(QStringLiteral("not the chip's other memories")));
 }
 
 void TestWindowMemories::entries_areOffWithoutMemories() {
-    const QList<QAction *> entries = {entry(u"Ot&her memories\u2026"_s),
-                                      entry(u"Save the se&t\u2026"_s)};
+    const QList<QAction *> entries = {entry(QStringLiteral("Ot&her memories\u2026")),
+                                      entry(QStringLiteral("Save the se&t\u2026"))};
     const auto areOn = [&entries] { return entries[0]->isEnabled() && entries[1]->isEnabled(); };
     QVERIFY(!entries[0]->isEnabled() && !entries[1]->isEnabled());
     read(microcontroller);

@@ -12,8 +12,6 @@
 #include <QPointer>
 #include <QPushButton>
 
-using namespace Qt::StringLiterals;
-
 /// Image and other memories of a Read, saved under one name.
 class TestWindowMemorySet : public QObject {
     Q_OBJECT
@@ -36,9 +34,13 @@ private:
     QPushButton *button(const QString &text) const;
     /// The files named chip.*, their names in one line.
     QString names() const {
-        return QDir(velm_->path(u"sets"_s)).entryList({u"chip*"_s}, QDir::AllEntries).join(u' ');
+        return QDir(velm_->path(QStringLiteral("sets")))
+            .entryList({QStringLiteral("chip*")}, QDir::AllEntries)
+            .join(u' ');
     }
-    QString file(const QString &ending) const { return velm_->path(u"sets/chip"_s + ending); }
+    QString file(const QString &ending) const {
+        return velm_->path(QStringLiteral("sets/chip") + ending);
+    }
     QByteArray bytes(const QString &ending) const { return WindowFixture::bytesOf(file(ending)); }
 
     std::unique_ptr<WindowFixture> velm_;
@@ -50,22 +52,22 @@ private:
 void TestWindowMemorySet::init() {
     velm_ = std::make_unique<WindowFixture>();
     velm_->start();
-    QVERIFY(QDir().mkpath(velm_->path(u"sets"_s)));
-    velm_->settings().setValue(settingsKeys::device, u"ATMEGA8@DIP28"_s);
+    QVERIFY(QDir().mkpath(velm_->path(QStringLiteral("sets"))));
+    velm_->settings().setValue(settingsKeys::device, QStringLiteral("ATMEGA8@DIP28"));
     velm_->click(velm_->controls().btn_read);
     velm_->settle();
-    code_ = WindowFixture::bytesOf(velm_->temporary(u"temp_read.bin"_s));
-    data_ = WindowFixture::bytesOf(velm_->temporary(u"temp_read.eeprom.bin"_s));
-    fuses_ = WindowFixture::bytesOf(velm_->temporary(u"temp_read.fuses.conf"_s));
+    code_ = WindowFixture::bytesOf(velm_->temporary(QStringLiteral("temp_read.bin")));
+    data_ = WindowFixture::bytesOf(velm_->temporary(QStringLiteral("temp_read.eeprom.bin")));
+    fuses_ = WindowFixture::bytesOf(velm_->temporary(QStringLiteral("temp_read.fuses.conf")));
     QCOMPARE(code_.size(), 8192);
     QCOMPARE(data_.size(), 512);
-    velm_->panels.answer = file(u".bin"_s);
+    velm_->panels.answer = file(QStringLiteral(".bin"));
 }
 
 void TestWindowMemorySet::save() {
     for (QMenu *menu : velm_->velm().window().menuBar()->findChildren<QMenu *>())
         for (QAction *action : menu->actions())
-            if (action->text() == u"Save the se&t\u2026"_s)
+            if (action->text() == QStringLiteral("Save the se&t\u2026"))
                 action->trigger();
     QCoreApplication::processEvents();
 }
@@ -79,95 +81,99 @@ QPushButton *TestWindowMemorySet::button(const QString &text) const {
 
 void TestWindowMemorySet::set_isSavedByteForByte() {
     save();
-    QCOMPARE(velm_->panels.requests.last().suggestedName, u"ATMEGA8@DIP28.bin"_s);
-    QCOMPARE(velm_->panels.requests.last().extensions, QStringList{u"bin"_s});
-    QCOMPARE(names(), u"chip.bin chip.eeprom.bin chip.fuses.conf"_s);
-    QCOMPARE(bytes(u".bin"_s), code_);
-    QCOMPARE(bytes(u".eeprom.bin"_s), data_);
-    QCOMPARE(bytes(u".fuses.conf"_s), fuses_);
+    QCOMPARE(velm_->panels.requests.last().suggestedName, QStringLiteral("ATMEGA8@DIP28.bin"));
+    QCOMPARE(velm_->panels.requests.last().extensions, QStringList{QStringLiteral("bin")});
+    QCOMPARE(names(), QStringLiteral("chip.bin chip.eeprom.bin chip.fuses.conf"));
+    QCOMPARE(bytes(QStringLiteral(".bin")), code_);
+    QCOMPARE(bytes(QStringLiteral(".eeprom.bin")), data_);
+    QCOMPARE(bytes(QStringLiteral(".fuses.conf")), fuses_);
     QCOMPARE(velm_->message().section(u'\n', 0, 0),
-             u"Done: Saved in %1: chip.bin, chip.eeprom.bin, chip.fuses.conf."_s.arg(
-                 velm_->path(u"sets"_s)));
+             QStringLiteral("Done: Saved in %1: chip.bin, chip.eeprom.bin, chip.fuses.conf.")
+                 .arg(velm_->path(QStringLiteral("sets"))));
 }
 
 void TestWindowMemorySet::set_isSavedFromItsWindow() {
-    velm_->click(button(u"Show them"_s));
+    velm_->click(button(QStringLiteral("Show them")));
     const QPointer<MemoriesWindow> window = velm_->velm().window().findChild<MemoriesWindow *>();
     QVERIFY(window);
     velm_->panels.whileOpen = [&window] { QVERIFY(window->isVisible()); };
     for (auto *button : window->findChildren<QPushButton *>())
-        if (button->text() == u"&Save the set\u2026"_s)
+        if (button->text() == QStringLiteral("&Save the set\u2026"))
             velm_->click(button);
     // What is said of it stands in the message line, which it may lie over.
     QTRY_VERIFY(!window);
-    QCOMPARE(names(), u"chip.bin chip.eeprom.bin chip.fuses.conf"_s);
+    QCOMPARE(names(), QStringLiteral("chip.bin chip.eeprom.bin chip.fuses.conf"));
 }
 
 void TestWindowMemorySet::name_mayHaveAnyEnding() {
-    velm_->panels.answer = file(u".v2"_s);
+    velm_->panels.answer = file(QStringLiteral(".v2"));
     save();
-    QCOMPARE(names(), u"chip.v2.bin chip.v2.eeprom.bin chip.v2.fuses.conf"_s);
+    QCOMPARE(names(), QStringLiteral("chip.v2.bin chip.v2.eeprom.bin chip.v2.fuses.conf"));
 }
 
 // Each part is of one Read, whatever has become of its files and of the data shown.
 void TestWindowMemorySet::set_isOfTheReadWhateverCameSince() {
-    for (const QString &ending : {u".bin"_s, u".eeprom.bin"_s, u".fuses.conf"_s})
-        QVERIFY(QFile::remove(velm_->temporary(u"temp_read"_s + ending)));
+    for (const QString &ending :
+         {QStringLiteral(".bin"), QStringLiteral(".eeprom.bin"), QStringLiteral(".fuses.conf")})
+        QVERIFY(QFile::remove(velm_->temporary(QStringLiteral("temp_read") + ending)));
     velm_->useTool("printf 'No programmer found.\n' >&2; exit 1\n");
     velm_->click(velm_->controls().btn_read);
     velm_->settle();
     save();
-    QCOMPARE(bytes(u".bin"_s), code_);
-    QCOMPARE(bytes(u".eeprom.bin"_s), data_);
-    QCOMPARE(bytes(u".fuses.conf"_s), fuses_);
+    QCOMPARE(bytes(QStringLiteral(".bin")), code_);
+    QCOMPARE(bytes(QStringLiteral(".eeprom.bin")), data_);
+    QCOMPARE(bytes(QStringLiteral(".fuses.conf")), fuses_);
 }
 
 void TestWindowMemorySet::otherFiles_areReplacedOnASecondPressAlone() {
-    velm_->write(file(u".bin"_s), "mine"); // the panel has asked about this one
-    velm_->write(file(u".fuses.conf"_s), "mine");
+    velm_->write(file(QStringLiteral(".bin")), "mine"); // the panel has asked about this one
+    velm_->write(file(QStringLiteral(".fuses.conf")), "mine");
     save();
-    QCOMPARE(velm_->message().section(u'\n', 0, 0),
-             u"Warning: Nothing was saved yet. There is already in %1: chip.fuses.conf."_s.arg(
-                 velm_->path(u"sets"_s)));
-    QCOMPARE(names(), u"chip.bin chip.fuses.conf"_s);
-    QCOMPARE(bytes(u".bin"_s), QByteArray("mine"));
-    velm_->click(button(u"Replace"_s));
-    QCOMPARE(bytes(u".bin"_s), code_);
-    QCOMPARE(bytes(u".eeprom.bin"_s), data_);
-    QCOMPARE(bytes(u".fuses.conf"_s), fuses_);
-    QVERIFY(!button(u"Replace"_s));
+    QCOMPARE(
+        velm_->message().section(u'\n', 0, 0),
+        QStringLiteral("Warning: Nothing was saved yet. There is already in %1: chip.fuses.conf.")
+            .arg(velm_->path(QStringLiteral("sets"))));
+    QCOMPARE(names(), QStringLiteral("chip.bin chip.fuses.conf"));
+    QCOMPARE(bytes(QStringLiteral(".bin")), QByteArray("mine"));
+    velm_->click(button(QStringLiteral("Replace")));
+    QCOMPARE(bytes(QStringLiteral(".bin")), code_);
+    QCOMPARE(bytes(QStringLiteral(".eeprom.bin")), data_);
+    QCOMPARE(bytes(QStringLiteral(".fuses.conf")), fuses_);
+    QVERIFY(!button(QStringLiteral("Replace")));
 }
 
 void TestWindowMemorySet::fileThatComesBetween_isAskedAbout() {
-    velm_->write(file(u".fuses.conf"_s), "mine");
+    velm_->write(file(QStringLiteral(".fuses.conf")), "mine");
     save();
-    velm_->write(file(u".eeprom.bin"_s), "newer");
-    velm_->click(button(u"Replace"_s));
-    QCOMPARE(bytes(u".eeprom.bin"_s), QByteArray("newer"));
-    QVERIFY(velm_->message().contains(u"chip.eeprom.bin"_s));
-    velm_->click(button(u"Replace"_s));
-    QCOMPARE(bytes(u".eeprom.bin"_s), data_);
+    velm_->write(file(QStringLiteral(".eeprom.bin")), "newer");
+    velm_->click(button(QStringLiteral("Replace")));
+    QCOMPARE(bytes(QStringLiteral(".eeprom.bin")), QByteArray("newer"));
+    QVERIFY(velm_->message().contains(QStringLiteral("chip.eeprom.bin")));
+    velm_->click(button(QStringLiteral("Replace")));
+    QCOMPARE(bytes(QStringLiteral(".eeprom.bin")), data_);
 }
 
 void TestWindowMemorySet::half_isRefused() {
-    QVERIFY(QDir().mkpath(file(u".fuses.conf"_s)));
+    QVERIFY(QDir().mkpath(file(QStringLiteral(".fuses.conf"))));
     save();
-    velm_->click(button(u"Replace"_s));
-    QCOMPARE(
-        velm_->message().section(u'\n', 0, 0),
-        u"Problem: Nothing was saved, since %1 could not be written: Not a regular file."_s.arg(
-            file(u".fuses.conf"_s)));
-    QCOMPARE(names(), u"chip.fuses.conf"_s);
-    QVERIFY(velm_->log.lines.contains(u"error writing to "_s + file(u".fuses.conf"_s)));
+    velm_->click(button(QStringLiteral("Replace")));
+    QCOMPARE(velm_->message().section(u'\n', 0, 0),
+             QStringLiteral(
+                 "Problem: Nothing was saved, since %1 could not be written: Not a regular file.")
+                 .arg(file(QStringLiteral(".fuses.conf"))));
+    QCOMPARE(names(), QStringLiteral("chip.fuses.conf"));
+    QVERIFY(velm_->log.lines.contains(QStringLiteral("error writing to ") +
+                                      file(QStringLiteral(".fuses.conf"))));
 }
 
 void TestWindowMemorySet::olderFileOfTheName_isSaid() {
-    velm_->write(file(u".user.bin"_s), "older");
+    velm_->write(file(QStringLiteral(".user.bin")), "older");
     save();
-    QVERIFY2(velm_->message().contains(u"Not of this set, but there already: chip.user.bin."_s),
+    QVERIFY2(velm_->message().contains(
+                 QStringLiteral("Not of this set, but there already: chip.user.bin.")),
              qPrintable(velm_->message()));
-    QCOMPARE(bytes(u".user.bin"_s), QByteArray("older"));
-    QCOMPARE(bytes(u".bin"_s), code_);
+    QCOMPARE(bytes(QStringLiteral(".user.bin")), QByteArray("older"));
+    QCOMPARE(bytes(QStringLiteral(".bin")), code_);
 }
 
 void TestWindowMemorySet::cancelledPanel_savesNothing() {
@@ -178,16 +184,16 @@ void TestWindowMemorySet::cancelledPanel_savesNothing() {
 }
 
 void TestWindowMemorySet::whileTheToolRuns_nothingIsSaved() {
-    velm_->write(file(u".fuses.conf"_s), "mine");
+    velm_->write(file(QStringLiteral(".fuses.conf")), "mine");
     save();
     velm_->panels.requests.clear();
     velm_->whileBusy([this] { save(); });
     velm_->click(velm_->controls().btn_verify);
     velm_->settle();
     QCOMPARE(velm_->panels.requests.size(), 0);
-    QCOMPARE(names(), u"chip.fuses.conf"_s);
+    QCOMPARE(names(), QStringLiteral("chip.fuses.conf"));
     // What was asked before the run is asked no more.
-    QVERIFY(!button(u"Replace"_s));
+    QVERIFY(!button(QStringLiteral("Replace")));
 }
 
 QTEST_MAIN(TestWindowMemorySet)
