@@ -16,8 +16,6 @@
 #include <optional>
 #include <sys/stat.h>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 std::optional<UnsavedTogether> failureOf(const Result<void, UnsavedTogether> &saved) {
@@ -48,12 +46,17 @@ private slots:
 private:
     QString path(const QString &name) const { return folder_->filePath(name); }
     QList<FileToSave> files() const {
-        return {{path(u"a.bin"_s), "new a"}, {path(u"b.bin"_s), "new b"}, {path(u"c.bin"_s), "c"}};
+        return {{path(QStringLiteral("a.bin")), "new a"},
+                {path(QStringLiteral("b.bin")), "new b"},
+                {path(QStringLiteral("c.bin")), "c"}};
     }
     /// What the folder holds: "name=content" for each file.
     QStringList content() const;
-    QStringList contentBefore() const { return {u"b.bin=old b"_s}; }
-    QStringList contentAfter() const { return {u"a.bin=new a"_s, u"b.bin=new b"_s, u"c.bin=c"_s}; }
+    QStringList contentBefore() const { return {QStringLiteral("b.bin=old b")}; }
+    QStringList contentAfter() const {
+        return {QStringLiteral("a.bin=new a"), QStringLiteral("b.bin=new b"),
+                QStringLiteral("c.bin=c")};
+    }
     void verifyAllOrNone(const std::optional<UnsavedTogether> &unsaved,
                          const QByteArray &struckCall);
 
@@ -63,7 +66,7 @@ private:
 void TestSavingTogether::init() {
     folder_ = std::make_unique<QTemporaryDir>();
     QVERIFY(folder_->isValid());
-    QVERIFY(writeWholeFile(path(u"b.bin"_s), "old b"));
+    QVERIFY(writeWholeFile(path(QStringLiteral("b.bin")), "old b"));
 }
 
 QStringList TestSavingTogether::content() const {
@@ -80,34 +83,36 @@ void TestSavingTogether::all_areSaved() {
 }
 
 void TestSavingTogether::older_keepPermissionsAndLinks() {
-    QVERIFY(::chmod(QFile::encodeName(path(u"b.bin"_s)).constData(), 0604) == 0);
-    QVERIFY(QDir(folder_->path()).mkdir(u"links"_s));
-    const QString link = path(u"links/b.bin"_s);
-    QVERIFY(QFile::link(path(u"b.bin"_s), link));
-    QVERIFY(saveTogether({{path(u"a.bin"_s), "new a"}, {link, "new b"}, {path(u"c.bin"_s), "c"}},
+    QVERIFY(::chmod(QFile::encodeName(path(QStringLiteral("b.bin"))).constData(), 0604) == 0);
+    QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("links")));
+    const QString link = path(QStringLiteral("links/b.bin"));
+    QVERIFY(QFile::link(path(QStringLiteral("b.bin")), link));
+    QVERIFY(saveTogether({{path(QStringLiteral("a.bin")), "new a"},
+                          {link, "new b"},
+                          {path(QStringLiteral("c.bin")), "c"}},
                          Replacing::Allowed));
     QCOMPARE(content(), contentAfter());
-    QCOMPARE(QFileInfo(link).symLinkTarget(), path(u"b.bin"_s));
+    QCOMPARE(QFileInfo(link).symLinkTarget(), path(QStringLiteral("b.bin")));
     struct stat facts = {};
-    QCOMPARE(::stat(QFile::encodeName(path(u"b.bin"_s)).constData(), &facts), 0);
+    QCOMPARE(::stat(QFile::encodeName(path(QStringLiteral("b.bin"))).constData(), &facts), 0);
     QCOMPARE(facts.st_mode & 0777u, 0604u);
 }
 
 void TestSavingTogether::secondWithoutFolder_savesNone() {
-    const QString nowhere = path(u"none/b.bin"_s);
-    const auto unsaved = failureOf(
-        saveTogether({{path(u"a.bin"_s), "new a"}, {nowhere, "new b"}}, Replacing::Allowed));
+    const QString nowhere = path(QStringLiteral("none/b.bin"));
+    const auto unsaved = failureOf(saveTogether(
+        {{path(QStringLiteral("a.bin")), "new a"}, {nowhere, "new b"}}, Replacing::Allowed));
     QVERIFY(unsaved);
     QCOMPARE(unsaved->path, nowhere);
-    QCOMPARE(unsaved->failure.reason, u"No such file or directory"_s);
+    QCOMPARE(unsaved->failure.reason, QStringLiteral("No such file or directory"));
     QCOMPARE(content(), contentBefore());
 }
 
 void TestSavingTogether::secondIsAFolder_savesNone() {
-    QVERIFY(QDir(folder_->path()).mkdir(u"c.bin"_s));
+    QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("c.bin")));
     const auto unsaved = failureOf(saveTogether(files(), Replacing::Allowed));
     QVERIFY(unsaved);
-    QCOMPARE(unsaved->path, path(u"c.bin"_s));
+    QCOMPARE(unsaved->path, path(QStringLiteral("c.bin")));
     QCOMPARE(content(), contentBefore());
 }
 
@@ -115,12 +120,13 @@ void TestSavingTogether::secondIsAFolder_savesNone() {
 void TestSavingTogether::folderInTheLastPlace_takesTheOthersBack() {
     bool isThere = false;
     for (int call = 1; !isThere; ++call) {
-        const FailingCalls failing(call, [this] { QDir(folder_->path()).mkdir(u"c.bin"_s); });
+        const FailingCalls failing(
+            call, [this] { QDir(folder_->path()).mkdir(QStringLiteral("c.bin")); });
         const auto unsaved = failureOf(saveTogether(files(), Replacing::Allowed));
         isThere = failing.hasStruck() && failing.struckCall() == "renameat2";
         if (isThere) {
             QVERIFY(unsaved);
-            QCOMPARE(unsaved->path, path(u"c.bin"_s));
+            QCOMPARE(unsaved->path, path(QStringLiteral("c.bin")));
             QVERIFY(unsaved->notTakenBack.isEmpty());
             QCOMPARE(content(), contentBefore());
         }
@@ -129,22 +135,22 @@ void TestSavingTogether::folderInTheLastPlace_takesTheOthersBack() {
 }
 
 void TestSavingTogether::samePlaceTwice_savesNone() {
-    const QString link = path(u"link"_s);
-    QVERIFY(QFile::link(path(u"b.bin"_s), link));
-    const auto unsaved =
-        failureOf(saveTogether({{path(u"b.bin"_s), "new b"}, {link, "other"}}, Replacing::Allowed));
+    const QString link = path(QStringLiteral("link"));
+    QVERIFY(QFile::link(path(QStringLiteral("b.bin")), link));
+    const auto unsaved = failureOf(saveTogether(
+        {{path(QStringLiteral("b.bin")), "new b"}, {link, "other"}}, Replacing::Allowed));
     QVERIFY(unsaved);
     QCOMPARE(unsaved->path, link);
-    QCOMPARE(readWholeFile(path(u"b.bin"_s)), QByteArray("old b"));
+    QCOMPARE(readWholeFile(path(QStringLiteral("b.bin"))), QByteArray("old b"));
 }
 
 void TestSavingTogether::olderThatMayNotBeReplaced_savesNone() {
     const auto unsaved = failureOf(saveTogether(files(), Replacing::Refused));
     QVERIFY(unsaved);
-    QCOMPARE(unsaved->path, path(u"b.bin"_s));
-    QCOMPARE(unsaved->failure.reason, u"File exists"_s);
+    QCOMPARE(unsaved->path, path(QStringLiteral("b.bin")));
+    QCOMPARE(unsaved->failure.reason, QStringLiteral("File exists"));
     QCOMPARE(content(), contentBefore());
-    QVERIFY(QFile::remove(path(u"b.bin"_s)));
+    QVERIFY(QFile::remove(path(QStringLiteral("b.bin"))));
     QVERIFY(saveTogether(files(), Replacing::Refused));
     QCOMPARE(content(), contentAfter());
 }
@@ -158,7 +164,8 @@ void TestSavingTogether::verifyAllOrNone(const std::optional<UnsavedTogether> &u
                                          const QByteArray &struckCall) {
     // An older file that could not be removed stays, under a name that says so.
     if (struckCall == "unlink") {
-        for (const QFileInfo &left : QDir(folder_->path()).entryInfoList({u"*.velm-*"_s}))
+        for (const QFileInfo &left :
+             QDir(folder_->path()).entryInfoList({QStringLiteral("*.velm-*")}))
             QFile::remove(left.filePath());
     }
     QVERIFY2(content() == (unsaved ? contentBefore() : contentAfter()), struckCall.constData());
@@ -207,19 +214,20 @@ void TestSavingTogether::whatCannotBeTakenBack_isNamedAndKept() {
     std::optional<UnsavedTogether> unsaved;
     {
         const FailingCalls failing("rename", 2, FailingCalls::Mishap::Kills, EIO);
-        unsaved = failureOf(saveTogether({{path(u"b.bin"_s), "new b"}, {path(u"a.bin"_s), "new a"}},
-                                         Replacing::Allowed));
+        unsaved = failureOf(saveTogether(
+            {{path(QStringLiteral("b.bin")), "new b"}, {path(QStringLiteral("a.bin")), "new a"}},
+            Replacing::Allowed));
     }
     QVERIFY(unsaved);
-    QCOMPARE(unsaved->path, path(u"a.bin"_s));
+    QCOMPARE(unsaved->path, path(QStringLiteral("a.bin")));
     QCOMPARE(unsaved->notTakenBack.size(), 1);
-    QCOMPARE(unsaved->notTakenBack.first().path, path(u"b.bin"_s));
+    QCOMPARE(unsaved->notTakenBack.first().path, path(QStringLiteral("b.bin")));
     QCOMPARE(readWholeFile(unsaved->notTakenBack.first().olderPath), "old b");
     const QStringList left = content();
     QCOMPARE(left.size(), 2);
-    QCOMPARE(left.first(), u"b.bin=new b"_s);
-    QVERIFY2(left.last().startsWith(u"b.bin.velm-"_s), qPrintable(left.last()));
-    QVERIFY2(left.last().endsWith(u"=old b"_s), qPrintable(left.last()));
+    QCOMPARE(left.first(), QStringLiteral("b.bin=new b"));
+    QVERIFY2(left.last().startsWith(QStringLiteral("b.bin.velm-")), qPrintable(left.last()));
+    QVERIFY2(left.last().endsWith(QStringLiteral("=old b")), qPrintable(left.last()));
 }
 
 // Some may be saved then, but what they held lies beside them.
@@ -236,7 +244,7 @@ void TestSavingTogether::killedAtAnyCall_losesNothing() {
         }
         const QStringList left = content();
         const bool hasOlder = std::any_of(left.begin(), left.end(), [](const QString &file) {
-            return file.endsWith(u"=old b"_s);
+            return file.endsWith(QStringLiteral("=old b"));
         });
         const QStringList all = contentAfter();
         const bool hasAll = std::all_of(
