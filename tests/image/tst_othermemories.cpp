@@ -9,8 +9,6 @@
 
 #include <sys/stat.h>
 
-using namespace Qt::StringLiterals;
-
 /// The files that the tool leaves beside the one of a Read.
 class TestOtherMemories : public QObject {
     Q_OBJECT
@@ -33,7 +31,9 @@ private slots:
     void load_saysWhatItCannotRead();
 
 private:
-    QString beside(const QString &ending) const { return at->folder() + u"/temp_read"_s + ending; }
+    QString beside(const QString &ending) const {
+        return at->folder() + QStringLiteral("/temp_read") + ending;
+    }
     void write(const QString &path, const QByteArray &bytes) const {
         QVERIFY(writeWholeFile(path, bytes));
     }
@@ -53,42 +53,48 @@ void TestOtherMemories::init() {
 void TestOtherMemories::names_endAtTheLastDotOfThePath_data() {
     QTest::addColumn<QString>("readFile");
     QTest::addColumn<QString>("fuses");
-    QTest::newRow("an ending") << u"/a/read.bin"_s << u"/a/read.fuses.conf"_s;
-    QTest::newRow("two endings") << u"/a/read.x.bin"_s << u"/a/read.x.fuses.conf"_s;
-    QTest::newRow("no ending") << u"/a/read"_s << u"/a/read.fuses.conf"_s;
-    QTest::newRow("a dot in a folder") << u"/home/.local/read"_s << u"/home/.fuses.conf"_s;
+    QTest::newRow("an ending") << QStringLiteral("/a/read.bin")
+                               << QStringLiteral("/a/read.fuses.conf");
+    QTest::newRow("two endings") << QStringLiteral("/a/read.x.bin")
+                                 << QStringLiteral("/a/read.x.fuses.conf");
+    QTest::newRow("no ending") << QStringLiteral("/a/read") << QStringLiteral("/a/read.fuses.conf");
+    QTest::newRow("a dot in a folder")
+        << QStringLiteral("/home/.local/read") << QStringLiteral("/home/.fuses.conf");
 }
 
 void TestOtherMemories::names_endAtTheLastDotOfThePath() {
     QFETCH(QString, readFile);
     QTEST(otherMemoryFile(readFile, OtherMemory::Fuses), "fuses");
-    const QString data = otherMemoryFile(u"a.bin"_s, OtherMemory::Data);
-    QCOMPARE(data, u"a.eeprom.bin"_s);
-    QCOMPARE(otherMemoryFile(u"a.bin"_s, OtherMemory::User), u"a.user.bin"_s);
+    const QString data = otherMemoryFile(QStringLiteral("a.bin"), OtherMemory::Data);
+    QCOMPARE(data, QStringLiteral("a.eeprom.bin"));
+    QCOMPARE(otherMemoryFile(QStringLiteral("a.bin"), OtherMemory::User),
+             QStringLiteral("a.user.bin"));
 }
 
 void TestOtherMemories::remove_takesTheThreeAlone() {
     writeAllThree();
-    for (const QString &ending : {u".bin"_s, u".other.bin"_s, u"2.user.bin"_s})
+    for (const QString &ending :
+         {QStringLiteral(".bin"), QStringLiteral(".other.bin"), QStringLiteral("2.user.bin")})
         write(beside(ending), "x");
     removeOtherMemoryFiles(at->settings);
-    QCOMPARE(at->names(), u"temp_read.bin temp_read.other.bin temp_read2.user.bin"_s);
+    QCOMPARE(at->names(), QStringLiteral("temp_read.bin temp_read.other.bin temp_read2.user.bin"));
 }
 
 void TestOtherMemories::remove_takesLinksAndNeverAFolder() {
-    const QString target = at->home.filePath(u"target"_s);
+    const QString target = at->home.filePath(QStringLiteral("target"));
     write(target, "x");
-    QVERIFY(QFile::link(target, beside(u".user.bin"_s)));
-    QVERIFY(QDir().mkpath(beside(u".eeprom.bin"_s)));
-    QCOMPARE(::mkfifo(QFile::encodeName(beside(u".fuses.conf"_s)).constData(), 0600), 0);
+    QVERIFY(QFile::link(target, beside(QStringLiteral(".user.bin"))));
+    QVERIFY(QDir().mkpath(beside(QStringLiteral(".eeprom.bin"))));
+    QCOMPARE(::mkfifo(QFile::encodeName(beside(QStringLiteral(".fuses.conf"))).constData(), 0600),
+             0);
     removeOtherMemoryFiles(at->settings);
-    QCOMPARE(at->names(), u"temp_read.eeprom.bin temp_read.fuses.conf"_s);
+    QCOMPARE(at->names(), QStringLiteral("temp_read.eeprom.bin temp_read.fuses.conf"));
     QCOMPARE(readWholeFile(target), QByteArray("x"));
 }
 
 // A user who keeps the read file among their own has files of these names there.
 void TestOtherMemories::remove_leavesWhatIsElsewhere() {
-    const QString own = at->home.filePath(u"chip.bin"_s);
+    const QString own = at->home.filePath(QStringLiteral("chip.bin"));
     at->settings.setValue(settingsKeys::temp_read_from_chip_file, own);
     const QString data = otherMemoryFile(own, OtherMemory::Data);
     write(data, "mine");
@@ -100,7 +106,7 @@ void TestOtherMemories::remove_leavesWhatIsElsewhere() {
 
 // A user who keeps both images among their own has files of these names in that folder.
 void TestOtherMemories::remove_leavesWhatBelongsToAnotherName() {
-    const QString own = at->folder() + u"/chip.bin"_s;
+    const QString own = at->folder() + QStringLiteral("/chip.bin");
     at->settings.setValue(settingsKeys::temp_read_from_chip_file, own);
     const QString fuses = otherMemoryFile(own, OtherMemory::Fuses);
     write(fuses, "mine");
@@ -109,11 +115,11 @@ void TestOtherMemories::remove_leavesWhatBelongsToAnotherName() {
 }
 
 void TestOtherMemories::remove_leavesAFileThatTheSettingsName() {
-    const QString image = beside(u".user.bin"_s);
+    const QString image = beside(QStringLiteral(".user.bin"));
     at->settings.setValue(settingsKeys::temp_output_file, image);
     writeAllThree();
     removeOtherMemoryFiles(at->settings);
-    QCOMPARE(at->names(), u"temp_read.user.bin"_s);
+    QCOMPARE(at->names(), QStringLiteral("temp_read.user.bin"));
 }
 
 void TestOtherMemories::start_removesThem() {
@@ -136,16 +142,17 @@ void TestOtherMemories::load_ofNothing() {
 
 void TestOtherMemories::load_takesWhatHasCome() {
     const OtherMemoryFiles files(at->read());
-    write(beside(u".eeprom.bin"_s), "data");
-    write(beside(u".user.bin"_s), "user");
-    write(beside(u".fuses.conf"_s), "a = 0x62\n?\n");
+    write(beside(QStringLiteral(".eeprom.bin")), "data");
+    write(beside(QStringLiteral(".user.bin")), "user");
+    write(beside(QStringLiteral(".fuses.conf")), "a = 0x62\n?\n");
     const OtherMemories memories = files.loadNew();
     QVERIFY(!memories.isEmpty());
     QCOMPARE(*memories.bytesOf(OtherMemory::Data), QByteArray("data"));
     QCOMPARE(*memories.bytesOf(OtherMemory::User), QByteArray("user"));
     QCOMPARE(*memories.bytesOf(OtherMemory::Fuses), QByteArray("a = 0x62\n?\n"));
     QCOMPARE(memories.fuses,
-             (QList<FuseLine>{{u"a = 0x62"_s, Fuse{u"a"_s, 0x62, 2}}, {u"?"_s, {}}}));
+             (QList<FuseLine>{{QStringLiteral("a = 0x62"), Fuse{QStringLiteral("a"), 0x62, 2}},
+                              {QStringLiteral("?"), {}}}));
 }
 
 void TestOtherMemories::load_leavesWhatWasThere() {
@@ -157,7 +164,7 @@ void TestOtherMemories::load_leavesWhatWasThere() {
 void TestOtherMemories::load_takesWhatIsWrittenAgain() {
     writeAllThree();
     const OtherMemoryFiles files(at->read());
-    write(beside(u".user.bin"_s), "newer");
+    write(beside(QStringLiteral(".user.bin")), "newer");
     const OtherMemories memories = files.loadNew();
     QCOMPARE(*memories.user, QByteArray("newer"));
     QVERIFY(!memories.data && !memories.fuseText);
@@ -165,23 +172,25 @@ void TestOtherMemories::load_takesWhatIsWrittenAgain() {
 
 void TestOtherMemories::load_countsAnEmptyFileAsNone() {
     const OtherMemoryFiles files(at->read());
-    write(beside(u".eeprom.bin"_s), {});
+    write(beside(QStringLiteral(".eeprom.bin")), {});
     QVERIFY(files.loadNew().isEmpty());
 }
 
 void TestOtherMemories::load_saysWhatItCannotRead() {
     const OtherMemoryFiles files(at->read());
-    QCOMPARE(::mkfifo(QFile::encodeName(beside(u".eeprom.bin"_s)).constData(), 0600), 0);
-    QVERIFY(QDir().mkpath(beside(u".user.bin"_s)));
-    write(beside(u".fuses.conf"_s), QByteArray(OtherMemoryFiles::largestFuseText + 1, '\n'));
+    QCOMPARE(::mkfifo(QFile::encodeName(beside(QStringLiteral(".eeprom.bin"))).constData(), 0600),
+             0);
+    QVERIFY(QDir().mkpath(beside(QStringLiteral(".user.bin"))));
+    write(beside(QStringLiteral(".fuses.conf")),
+          QByteArray(OtherMemoryFiles::largestFuseText + 1, '\n'));
     const OtherMemories memories = files.loadNew();
     QVERIFY(memories.isEmpty());
     QStringList said;
     for (const OtherMemories::Unread &unread : memories.unread)
-        said << QFileInfo(unread.path).fileName() + u": "_s + unread.failure.reason;
-    QCOMPARE(said, (QStringList{u"temp_read.eeprom.bin: Not a regular file"_s,
-                                u"temp_read.user.bin: Is a directory"_s,
-                                u"temp_read.fuses.conf: File too large"_s}));
+        said << QFileInfo(unread.path).fileName() + QStringLiteral(": ") + unread.failure.reason;
+    QCOMPARE(said, (QStringList{QStringLiteral("temp_read.eeprom.bin: Not a regular file"),
+                                QStringLiteral("temp_read.user.bin: Is a directory"),
+                                QStringLiteral("temp_read.fuses.conf: File too large")}));
 }
 
 QTEST_GUILESS_MAIN(TestOtherMemories)
