@@ -6,8 +6,6 @@
 #include <QAbstractItemModelTester>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 /// Fuses as a table.
 class TestFuseListModel : public QObject {
     Q_OBJECT
@@ -38,14 +36,18 @@ void TestFuseListModel::table_showsEachLine() {
     const QAbstractItemModelTester tester(&model,
                                           QAbstractItemModelTester::FailureReportingMode::QtTest);
     model.setLines(readFuseText("fuses_lo = 0x62\nwhat is this?\nword=0x3ff0\n"));
-    QCOMPARE(picture(model), u"fuses_lo|0x62|0110 0010\nwhat is this?|says no fuse|\n"
-                             "word|0x3FF0|0011 1111 1111 0000"_s);
+    QCOMPARE(picture(model), QStringLiteral("fuses_lo|0x62|0110 0010\nwhat is this?|says no fuse|\n"
+                                            "word|0x3FF0|0011 1111 1111 0000"));
     QVERIFY(model.index(0, 0).data(Qt::ToolTipRole).isNull());
-    QVERIFY(model.index(1, 0).data(Qt::ToolTipRole).toString().contains(u"what is this?"_s));
+    QVERIFY(model.index(1, 0)
+                .data(Qt::ToolTipRole)
+                .toString()
+                .contains(QStringLiteral("what is this?")));
     QStringList headings;
     for (int column = 0; column < model.columnCount(); ++column)
         headings << model.headerData(column, Qt::Horizontal).toString();
-    QCOMPARE(headings, (QStringList{u"Name"_s, u"Hexadecimal"_s, u"Binary"_s}));
+    QCOMPARE(headings, (QStringList{QStringLiteral("Name"), QStringLiteral("Hexadecimal"),
+                                    QStringLiteral("Binary")}));
 }
 
 void TestFuseListModel::copy_takesRowsInTheirOrder() {
@@ -53,7 +55,7 @@ void TestFuseListModel::copy_takesRowsInTheirOrder() {
     model.setLines(readFuseText("a=0x1\n?\nb=0x2\nc=0x3\n"));
     const QModelIndexList chosen = {model.index(2, 0), model.index(1, 0), model.index(2, 1),
                                     model.index(0, 0)};
-    QCOMPARE(model.textOf(chosen), u"a\t0x1\t0001\n?\nb\t0x2\t0010\n"_s);
+    QCOMPARE(model.textOf(chosen), QStringLiteral("a\t0x1\t0001\n?\nb\t0x2\t0010\n"));
     QCOMPARE(model.textOf({}), QString());
 }
 
@@ -63,7 +65,7 @@ void TestFuseListModel::otherLines_replaceThem() {
                                           QAbstractItemModelTester::FailureReportingMode::QtTest);
     model.setLines(readFuseText("a=0x1\nb=0x2\n"));
     model.setLines(readFuseText("c=0x3\n"));
-    QCOMPARE(picture(model), u"c|0x3|0011"_s);
+    QCOMPARE(picture(model), QStringLiteral("c|0x3|0011"));
     model.setLines({});
     QCOMPARE(model.rowCount(), 0);
 }

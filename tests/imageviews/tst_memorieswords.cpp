@@ -5,8 +5,6 @@
 
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 /// How memories besides the code memory are told.
 class TestMemoriesWords : public QObject {
     Q_OBJECT
@@ -51,15 +49,18 @@ void TestMemoriesWords::all_areTold() {
 
 void TestMemoriesWords::unreadFiles_areTold() {
     QCOMPARE(unreadWords({}), QString());
-    QCOMPARE(unreadWords({{u"/a/b.user.bin"_s, Failure{u"Is a directory"_s}}}),
-             u"/a/b.user.bin, which came with the Read, could not be read: Is a directory."_s);
+    QCOMPARE(
+        unreadWords({{QStringLiteral("/a/b.user.bin"), Failure{QStringLiteral("Is a directory")}}}),
+        QStringLiteral(
+            "/a/b.user.bin, which came with the Read, could not be read: Is a directory."));
 }
 
 void TestMemoriesWords::values_areWrittenOut_data() {
     QTest::addColumn<Fuse>("fuse");
     QTest::addColumn<QString>("words");
     const auto row = [](const char *words, quint32 value, int digits) {
-        QTest::newRow(words) << Fuse{u"a"_s, value, digits} << QString::fromLatin1(words);
+        QTest::newRow(words) << Fuse{QStringLiteral("a"), value, digits}
+                             << QString::fromLatin1(words);
     };
     row("0x62 0110 0010", 0x62, 2);
     row("0x0 0000", 0, 1);
