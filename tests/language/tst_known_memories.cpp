@@ -5,8 +5,6 @@
 
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 /// What is said of memories that a Write leaves out.
 class TestKnownMemories : public QObject {
     Q_OBJECT
@@ -51,26 +49,29 @@ void TestKnownMemories::words_nameThem() {
     QFETCH(KnownMemories, memories);
     QFETCH(QString, written);
     QCOMPARE(notWrittenWords(memories), written);
-    QCOMPARE(notComparedWords(memories), written.replace(u"written"_s, u"compared"_s));
+    QCOMPARE(notComparedWords(memories),
+             written.replace(QStringLiteral("written"), QStringLiteral("compared")));
     const QString before = codeAloneWords(memories);
     QCOMPARE(before.isEmpty(), written.isEmpty());
     if (before.isEmpty())
         return;
-    const QString erased = memories.data ? u" Erasing may blank the data memory."_s : QString();
-    QCOMPARE(before, u"Write and Verify concern the code memory alone, not the chip's %1."_s.arg(
-                         written.section(u' ', 2, -4)) +
-                         erased);
+    const QString erased =
+        memories.data ? QStringLiteral(" Erasing may blank the data memory.") : QString();
+    QCOMPARE(before,
+             QStringLiteral("Write and Verify concern the code memory alone, not the chip's %1.")
+                     .arg(written.section(u' ', 2, -4)) +
+                 erased);
 }
 
 void TestKnownMemories::parts_ofTheRun_areLeftOut_data() {
     QTest::addColumn<QString>("part");
     QTest::addColumn<KnownMemories>("left");
-    QTest::newRow("code") << u"Code"_s << (data | user | fuses);
-    QTest::newRow("data") << u"Data"_s << (user | fuses);
-    QTest::newRow("user") << u"User"_s << (data | fuses);
-    QTest::newRow("config") << u"config"_s << (data | user);
-    QTest::newRow("fuses") << u"fuses"_s << (data | user);
-    QTest::newRow("lock bits") << u"lock bits"_s << (data | user | fuses);
+    QTest::newRow("code") << QStringLiteral("Code") << (data | user | fuses);
+    QTest::newRow("data") << QStringLiteral("Data") << (user | fuses);
+    QTest::newRow("user") << QStringLiteral("User") << (data | fuses);
+    QTest::newRow("config") << QStringLiteral("config") << (data | user);
+    QTest::newRow("fuses") << QStringLiteral("fuses") << (data | user);
+    QTest::newRow("lock bits") << QStringLiteral("lock bits") << (data | user | fuses);
 }
 
 void TestKnownMemories::parts_ofTheRun_areLeftOut() {
@@ -82,7 +83,7 @@ void TestKnownMemories::knowledge_adds() {
     QVERIFY(!KnownMemories().any());
     QVERIFY((data | KnownMemories()).any());
     QCOMPARE(data | fuses, (KnownMemories{.data = true, .fuses = true}));
-    QCOMPARE(others.without({u"Data"_s}), KnownMemories());
+    QCOMPARE(others.without({QStringLiteral("Data")}), KnownMemories());
 }
 
 void TestKnownMemories::command_thatChooses_data() {
