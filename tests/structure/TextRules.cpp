@@ -13,15 +13,18 @@ constexpr qsizetype longestFile = 500;
 
 /// One breach for every match of \a pattern in the code (comments aside) of the files of src and
 /// simulator whose paths begin with none of \a excepted.
+bool startsWithOneOf(const QString &path, const QStringList &starts) {
+    return std::any_of(starts.begin(), starts.end(),
+                       [&path](const QString &start) { return path.startsWith(start); });
+}
+
+const QStringList program = {QStringLiteral("src/"), QStringLiteral("simulator/")};
+
 QStringList matchesInCode(const SourceTree &tree, const QRegularExpression &pattern,
-                          const QStringList &excepted = {}) {
+                          const QStringList &excepted = {}, const QStringList &judged = program) {
     QStringList breaches;
     for (auto file = tree.begin(); file != tree.end(); ++file) {
-        const bool judged = file.key().startsWith(u"src/") || file.key().startsWith(u"simulator/");
-        const bool isExcepted =
-            std::any_of(excepted.begin(), excepted.end(),
-                        [&file](const QString &start) { return file.key().startsWith(start); });
-        if (!judged || isExcepted)
+        if (!startsWithOneOf(file.key(), judged) || startsWithOneOf(file.key(), excepted))
             continue;
         const QString code = withoutComments(file.value());
         for (auto match = pattern.globalMatch(code); match.hasNext();)
@@ -61,6 +64,12 @@ QStringList textRules::numbersAndTimesHaveOneForm(const SourceTree &tree) {
     return matchesInCode(
         tree, ownForm,
         {QStringLiteral("src/base/NumberWords.h"), QStringLiteral("src/base/TimeWords.h")});
+}
+
+QStringList textRules::textsHaveOneForm(const SourceTree &tree) {
+    static const QRegularExpression suffixes(
+        QStringLiteral(R"(\bQt::(?:Literals::)?StringLiterals\b)"));
+    return matchesInCode(tree, suffixes, {QStringLiteral("tests/structure/")}, {QString()});
 }
 
 QStringList textRules::filesAreShort(const SourceTree &tree) {

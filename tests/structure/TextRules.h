@@ -19,6 +19,8 @@ QStringList descriptorsHaveOneOwner(const SourceTree &tree);
 /// A number has one form wherever it is told, and so has a time: whoever asks the user's locale
 /// for it by hand forms it a second way one day.
 QStringList numbersAndTimesHaveOneForm(const SourceTree &tree);
+/// A text has one form wherever it is written down: that of a macro, and not a suffix's.
+QStringList textsHaveOneForm(const SourceTree &tree);
 /// A file beyond 500 lines is more than one subject.
 QStringList filesAreShort(const SourceTree &tree);
 /// Every source and script names its licence in its first lines, after a script's interpreter: a

@@ -62,6 +62,7 @@ void TestLayers::sourcesKeepTheRule_data() {
     QTest::newRow("nothing forks") << Rule(textRules::nothingForks);
     QTest::newRow("descriptors have one owner") << Rule(textRules::descriptorsHaveOneOwner);
     QTest::newRow("numbers and times have one form") << Rule(textRules::numbersAndTimesHaveOneForm);
+    QTest::newRow("texts have one form") << Rule(textRules::textsHaveOneForm);
     QTest::newRow("files are short") << Rule(textRules::filesAreShort);
     QTest::newRow("files name their licence") << Rule(textRules::filesNameTheirLicence);
 }
@@ -311,6 +312,13 @@ void TestLayers::ruleNotices_data() {
         "QLocale().toString(when, QLocale::LongFormat);\n", "");
     row("another use of the locale", forms, "src/views/A.cpp",
         "QLocale().createSeparatedList(names); void a(const QLocale &);\n", "");
+
+    const Rule texts = textRules::textsHaveOneForm;
+    row("suffixes of texts", texts, "tests/views/A.cpp",
+        "using namespace Qt::StringLiterals;\nusing namespace Qt::Literals::StringLiterals;\n",
+        "tests/views/A.cpp: Qt::StringLiterals\ntests/views/A.cpp: Qt::Literals::StringLiterals");
+    row("suffixes of times", texts, "tests/views/A.cpp",
+        "using namespace std::chrono_literals; // Qt::StringLiterals\n", "");
 
     const QByteArray full(500, '\n');
     row("500 lines", textRules::filesAreShort, "src/app/A.cpp", full.constData(), "");
