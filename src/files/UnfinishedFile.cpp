@@ -15,6 +15,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <tuple>
 #include <unistd.h>
 #include <utility>
 
@@ -101,18 +102,20 @@ void removeUnlessInUse(const QString &path) {
 Result<UnfinishedFile> UnfinishedFile::beside(const QByteArray &path) {
     if (FileDescriptor file = lockedUnnamed(path); file.isOpen() && canBeLinked(file.get()))
         return UnfinishedFile(std::move(file), path, {});
+    int error = 0;
     for (int attempt = 0; attempt < attempts; ++attempt) {
         const QByteArray name = nameBeside(path);
         FileDescriptor file(
             ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
+        error = errno;
         if (file.isOpen()) {
             ::flock(file.get(), LOCK_EX | LOCK_NB);
             return UnfinishedFile(std::move(file), path, name);
         }
-        if (errno != EEXIST)
+        if (error != EEXIST)
             break;
     }
-    return Failure::ofSystem(errno);
+    return Failure::ofSystem(error);
 }
 
 UnfinishedFile::~UnfinishedFile() {
@@ -170,7 +173,7 @@ Result<void> UnfinishedFile::takePlaceForNow(Replacing replacing) {
     }
     if (const Result<void> placed = renameFile(name_, path_); !placed) {
         if (!aside.isEmpty())
-            (void)renameFile(aside, path_);
+            std::ignore = renameFile(aside, path_);
         return placed;
     }
     name_ = aside;
