@@ -179,9 +179,11 @@ signals:
     void shownBytesChanged(ByteRange changed);
 
 private:
+    ScriptedMiniPro *makeRun(int tag);
     void takeReadData(RunRecord &record);
     void takeLogicReport(RunRecord &record);
     void noteImageChanged();
+    CellEditOutcome commit(const QString &entry, const QString &column, qint64 row);
     void noteEdited(ByteRange shown);
     void showAnew();
     ByteRange saveEdit(ByteRange edited);

@@ -76,13 +76,7 @@ void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const Q
                                                               const QString &column, qint64 row) {
     if (selectedTab() != burnTabIdentifier() || !state_.output_data || with_.gate.refuses())
         return;
-    CellEditOutcome edit;
-    try {
-        edit = commitEntry(*state_.output_data, state_.strData.length(), value,
-                           columnNumber(column), row);
-    } catch (const std::bad_alloc &) {
-        return with_.messages.say(Topic::Entry, noMemoryForEditRemark());
-    }
+    const CellEditOutcome edit = commit(value, column, row);
     if (!edit)
         return;
     if (edit->rejected)
@@ -94,6 +88,16 @@ void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const Q
     noteEdited(changed);
     if (edit->rejected)
         offers_.sayRejected(value, edit->offset);
+}
+
+CellEditOutcome AppDelegate::commit(const QString &entry, const QString &column, qint64 row) {
+    try {
+        return commitEntry(*state_.output_data, state_.strData.length(), entry,
+                           columnNumber(column), row);
+    } catch (const std::bad_alloc &) {
+        with_.messages.say(Topic::Entry, noMemoryForEditRemark());
+        return {};
+    }
 }
 
 ByteRange AppDelegate::saveEdit(ByteRange edited) {

@@ -21,15 +21,20 @@
 
 #include <QLabel>
 
-void AppDelegate::go(QObject *sender) {
-    if (with_.gate.refusesElseCommits())
-        return;
+ScriptedMiniPro *AppDelegate::makeRun(int tag) {
     auto *run = new ScriptedMiniPro(with_.defaults, with_.log, with_.queue, this);
     state_.retainArray.append(run);
     emit runMade(run);
     run->setOutputView(outlets.textView);
-    const int tag = sender->property("tag").toInt();
     chooseOperation(*run, tag, with_.log);
+    return run;
+}
+
+void AppDelegate::go(QObject *sender) {
+    if (with_.gate.refusesElseCommits())
+        return;
+    const int tag = sender->property("tag").toInt();
+    ScriptedMiniPro *run = makeRun(tag);
     if (tag == LogicOperation) {
         state_.logictest_rows = {};
         showAnew();
