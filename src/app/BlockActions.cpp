@@ -109,8 +109,10 @@ std::optional<qint64> BlockActions::placeForBytes() const {
 bool BlockActions::refuses() {
     if (with_.gate.refusesElseCommits())
         return true;
+    with_.messages.happened(Event::BlockAsked);
     const QString why = whyNotHere();
-    with_.messages.say(Topic::BlockRefused, why);
+    if (!why.isEmpty())
+        with_.messages.say(Topic::BlockRefused, why);
     return !why.isEmpty();
 }
 

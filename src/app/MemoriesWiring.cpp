@@ -113,9 +113,12 @@ void MemoriesWiring::takeRead() {
 }
 
 void MemoriesWiring::sayWhatCame() {
-    QString sentence = unreadWords(watch_.unread());
-    if (!watch_.newest())
-        return with_.messages.sayTrouble(Topic::OtherMemories, sentence);
+    const QString sentence = unreadWords(watch_.unread());
+    if (!watch_.newest()) {
+        if (!sentence.isEmpty())
+            with_.messages.sayTrouble(Topic::OtherMemories, sentence);
+        return;
+    }
     const QString came = tr("Also read: %1. Write and Verify leave them out.")
                              .arg(memoriesWords(watch_.newest()->others));
     const Messages::Action look{tr("Show them"), [this] { show(); }};

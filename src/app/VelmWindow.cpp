@@ -289,7 +289,8 @@ void VelmWindow::followSettings() {
         messages_.say(Topic::SettingsKept, tr("The settings file was damaged; VELM starts with its "
                                               "defaults. The damaged file is kept as %1.")
                                                .arg(settings_.damagedCopyPath()));
-    messages_.say(Topic::SettingsNotRead, settings_.openingProblem());
+    if (const QString problem = settings_.openingProblem(); !problem.isEmpty())
+        messages_.say(Topic::SettingsNotRead, problem);
     connect(&settings_, &SettingsStore::savingWorksAgain, this,
             [this] { messages_.happened(Event::SettingsSaved); });
     connect(&settings_, &SettingsStore::problem, this,

@@ -169,6 +169,8 @@ void wireDevices(Ui::MainWindow &c, AppDelegate &delegate, const WindowParts &pa
                      });
     QObject::connect(&favourites, &UAStringManager::listChanged, c.dButton,
                      [&messages = parts.messages] { messages.happened(Event::FavouritesChanged); });
+    QObject::connect(&favourites, &UAStringManager::listShown, c.dButton,
+                     [&messages = parts.messages] { messages.happened(Event::FavouritesShown); });
     QObject::connect(c.btn_search, &QPushButton::clicked, &delegate,
                      [&delegate, &c] { delegate.showListPanel(c.btn_search); });
     QPushButton *ok = parts.searchPanel.okButton();

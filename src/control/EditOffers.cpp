@@ -68,6 +68,7 @@ void EditOffers::restore() {
 bool EditOffers::change(const Block &block) {
     if (gate_.refusesElseCommits())
         return false;
+    messages_.happened(Event::BlockAsked);
     const auto trouble = troubleWith(block.change, lengthOf(edits_.image()));
     if (!edits_.image() || trouble) {
         messages_.say(Topic::BlockRefused,

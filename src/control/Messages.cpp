@@ -59,7 +59,7 @@ constexpr std::array rules = {
     Rule{Topic::BlockRefused,
          warning,
          warning,
-         {Event::BytesSelected, Event::ImageChanged, Event::BlockDone}},
+         {Event::BytesSelected, Event::ImageChanged, Event::BlockAsked}},
     Rule{Topic::Clipboard, information, information, {Event::ClipboardRead}},
     // What the history can take back.
     Rule{Topic::ForgottenEdits, information, information, followed},
@@ -71,13 +71,16 @@ constexpr std::array rules = {
     Rule{Topic::HiddenBytes, information, information, followed},
     Rule{Topic::Copy, warning, warning, {Event::RowsSelected}},
     Rule{Topic::Address, warning, warning, {Event::AddressChanged}},
-    Rule{Topic::Differences, information, information, {Event::RowsSelected, Event::ImageChanged}},
+    Rule{Topic::Differences,
+         information,
+         information,
+         {Event::BytesSelected, Event::RowsSelected, Event::ImageChanged}},
     Rule{Topic::Device, warning, warning, {Event::DeviceChanged}},
     Rule{Topic::Tool, warning, warning, {Event::ToolChanged, Event::RunBegan}},
     Rule{Topic::Favourites,
          information,
          information,
-         {Event::DeviceChanged, Event::FavouritesChanged}},
+         {Event::DeviceChanged, Event::FavouritesChanged, Event::FavouritesShown}},
     Rule{Topic::Console, information, information, {Event::ConsoleCleared}},
     Rule{Topic::Settings, warning, problem, {Event::SettingsSaved}},
     // Where the file is kept, which is not taken back.
@@ -101,23 +104,27 @@ constexpr const Rule &ruleOf(Topic topic) {
     return rules[std::size_t(topic)];
 }
 
+void assertFollowed(Topic topic) {
+    Q_ASSERT_X(ruleOf(topic).ends == followed, "Messages", "an event ends this topic");
+}
+
 } // namespace
 
 void Messages::say(Topic topic, const QString &sentence, const Action &action) {
-    line_.setMessage(number(topic), ruleOf(topic).usual, sentence, action);
+    set(topic, ruleOf(topic).usual, sentence, action);
 }
 
 void Messages::sayTrouble(Topic topic, const QString &sentence, const Action &action) {
-    line_.setMessage(number(topic), ruleOf(topic).inTrouble, sentence, action);
+    set(topic, ruleOf(topic).inTrouble, sentence, action);
 }
 
 void Messages::sayVerdict(MessageLine::Severity severity, const QString &sentence,
                           const Action &action) {
-    line_.setMessage(number(Topic::Verdict), severity, sentence, action);
+    set(Topic::Verdict, severity, sentence, action);
 }
 
 void Messages::takeBack(Topic topic) {
-    Q_ASSERT_X(ruleOf(topic).ends == followed, "Messages::takeBack", "an event ends this topic");
+    assertFollowed(topic);
     clear(topic);
 }
 
@@ -125,6 +132,12 @@ void Messages::happened(Event event) {
     for (const Rule &rule : rules)
         if (std::find(rule.ends.begin(), rule.ends.end(), event) != rule.ends.end())
             clear(rule.topic);
+}
+
+void Messages::set(Topic topic, Severity severity, const QString &sentence, const Action &action) {
+    if (sentence.isEmpty())
+        return takeBack(topic);
+    line_.setMessage(number(topic), severity, sentence, action);
 }
 
 void Messages::clear(Topic topic) {

@@ -62,12 +62,14 @@ enum class Event {
     SettingsSaved,     ///< settings that could not be saved, or read, before
     DeviceChanged,     ///< the device's name
     ToolChanged,       ///< the programmer tool is another one
+    BlockAsked,        ///< a block of the data to burn is to be changed
     BlockDone,         ///< a block of the data to burn is as it was asked to be
     RowsSelected,      ///< other rows than before, or of another content
     BytesSelected,     ///< other bytes of the tab's grid than before, be it by the cursor alone
     AddressChanged,    ///< the address to go to, or where it leads; or the cursor is there
     ClipboardRead,     ///< a copied text, or it cannot be
     FavouritesChanged, ///< the list of favourites
+    FavouritesShown,   ///< the same, in its menu
     ConsoleCleared,    ///< all its text is gone
 };
 
@@ -81,7 +83,7 @@ public:
     explicit Messages(MessageLine &line) : line_(line) {}
 
     /// Says \a sentence (translated) instead of what was said about \a topic before, as seriously
-    /// as that topic usually is. An empty sentence takes back what was said.
+    /// as that topic usually is. An empty sentence takes that back, if no event ends the topic.
     void say(Topic topic, const QString &sentence, const Action &action = {});
     /// The same about something that has gone wrong.
     void sayTrouble(Topic topic, const QString &sentence, const Action &action = {});
@@ -94,6 +96,8 @@ public:
     void happened(Event event);
 
 private:
+    void set(Topic topic, MessageLine::Severity severity, const QString &sentence,
+             const Action &action);
     void clear(Topic topic);
 
     MessageLine &line_;

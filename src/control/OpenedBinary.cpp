@@ -40,9 +40,10 @@ void OpenedBinary::load(const QString &path) {
 }
 
 void OpenedBinary::sayHowItReads(const QString &path) {
-    const ImageEncoding encoding = encodingForTool(*bytes_);
-    messages_.say(Topic::Binary, decodingRemark(encoding, QFileInfo(path).fileName()),
-                  {tr("Import\u2026"), [this, path] { emit importAsked(path); }});
+    const QString remark = decodingRemark(encodingForTool(*bytes_), QFileInfo(path).fileName());
+    if (!remark.isEmpty())
+        messages_.say(Topic::Binary, remark,
+                      {tr("Import\u2026"), [this, path] { emit importAsked(path); }});
 }
 
 void OpenedBinary::fileChanged(OpenedFileWatch::State state) {

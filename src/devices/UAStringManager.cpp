@@ -78,8 +78,9 @@ void UAStringManager::removeFavourite(QObject *) {
 }
 
 void UAStringManager::remarkOnMenu() {
-    emit remark(dict.isEmpty() ? tr("There are no favourites: enter a device and add it.")
-                               : QString());
+    emit listShown();
+    if (dict.isEmpty())
+        emit remark(tr("There are no favourites: enter a device and add it."));
 }
 
 // The menu keeps what it shows where the list could not be changed.

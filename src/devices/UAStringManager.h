@@ -48,8 +48,10 @@ public:
     void itemSelected(QAction *sender);
 
 signals:
-    /// Something worth saying in the message line; empty: what was said is over.
+    /// Something worth saying in the message line.
     void remark(const QString &sentence);
+    /// The menu is about to show them: what was said of it is seen now.
+    void listShown();
     /// The favourites are other ones.
     void listChanged();
 

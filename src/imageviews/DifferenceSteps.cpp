@@ -37,7 +37,8 @@ void DifferenceSteps::step(Find find, qint64 beyond, const QString &wrapped) {
         return;
     }
     grid_.showAddress(*place);
-    say_(wraps ? wrapped : QString());
+    if (wraps)
+        say_(wrapped);
 }
 
 QString DifferenceSteps::whyNone() const {
