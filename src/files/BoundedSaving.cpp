@@ -21,7 +21,7 @@ namespace {
 /// How long the end of the program waits for the disk: nobody looks at a window any more, and a
 /// session that ends waits for all its programs.
 constexpr std::chrono::seconds patienceAtTheEnd(1);
-/// How often it is looked whether a slow disk has answered: soon enough for a sentence.
+/// How often to look whether a slow disk has answered: soon enough for a sentence.
 constexpr std::chrono::milliseconds betweenLooks(100);
 
 void closeElsewhere(FileDescriptor file) {
@@ -97,8 +97,8 @@ void BoundedSaving::placeIsTaken(UnfinishedFile &file) {
 // No call that asks the disk can be bounded, so it is made in a thread of its own. That has a
 // descriptor and nothing else, and nobody need wait for its end.
 Result<void> BoundedSaving::askDisk(FileDescriptor file) {
-    std::packaged_task<int()> task(
-        [file = std::move(file)] { return errorOfFlushing(file.get()); });
+    std::packaged_task<Result<void>()> task(
+        [file = std::move(file)] { return flushToDisk(file.get()); });
     asked_ = task.get_future();
     try {
         std::thread(std::move(task)).detach();
@@ -116,12 +116,10 @@ bool BoundedSaving::diskHasAnswered(QDeadlineTimer deadline) const {
 // A file that waits to be flushed has the place of the one that was: what became of that plays no
 // part any more.
 Result<void> BoundedSaving::answer() {
-    const int error = asked_.get();
+    const Result<void> answer = asked_.get();
     if (next_.isOpen())
         return askDisk(std::exchange(next_, FileDescriptor()));
-    if (error != 0)
-        return Failure::ofSystem(error);
-    return {};
+    return answer;
 }
 
 void BoundedSaving::lookAgain() {

@@ -51,8 +51,8 @@ private:
     Result<void> answer();
     void lookAgain();
 
-    std::future<int> asked_; ///< the error that the disk answers with; not valid while it has none
-    FileDescriptor next_;    ///< what it is to be asked about then
+    std::future<Result<void>> asked_; ///< what the disk answers; not valid while it is not asked
+    FileDescriptor next_;             ///< what it is to be asked about then
     bool isRefused_ = false;
     QTimer looking_; ///< for an answer that came too late
 };

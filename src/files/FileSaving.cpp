@@ -51,8 +51,8 @@ Result<UnfinishedFile> writeBeside(const QString &path, const QByteArray &bytes,
     // Waiting for the disk takes longer than everything else that an edit of one byte does.
     if (durability == Durability::ProgramEnd)
         return file;
-    if (const int error = errorOfFlushing(file->descriptor()); error != 0)
-        return Failure::ofSystem(error);
+    if (const Result<void> flushed = flushToDisk(file->descriptor()); !flushed)
+        return *flushed.failure();
     return file;
 }
 

@@ -45,13 +45,13 @@ Result<void> removeName(const QByteArray &name) {
     return orError(::unlink(name.constData()));
 }
 
-bool exchangeNames(const QByteArray &one, const QByteArray &other) {
+Result<void> exchangeNames(const QByteArray &one, const QByteArray &other) {
 #ifdef RENAME_EXCHANGE
-    return ::renameat2(AT_FDCWD, one.constData(), AT_FDCWD, other.constData(), RENAME_EXCHANGE) ==
-           0;
+    return orError(
+        ::renameat2(AT_FDCWD, one.constData(), AT_FDCWD, other.constData(), RENAME_EXCHANGE));
 #else
     Q_UNUSED(one)
     Q_UNUSED(other)
-    return false;
+    return Failure::ofSystem(ENOSYS);
 #endif
 }

@@ -18,7 +18,7 @@ Result<void> renameToFree(const QByteArray &from, const QByteArray &to);
 /// Takes the name \a name from the file that has it.
 Result<void> removeName(const QByteArray &name);
 
-/// Exchanges the names of two files in one step. False if that has not worked; not every system
-/// can. To rename over an older file would have some file systems write the new one to the disk at
-/// once, and whoever renames waits for that.
-bool exchangeNames(const QByteArray &one, const QByteArray &other);
+/// Exchanges the names of two files in one step. Not every system can. To rename over an older file
+/// would have some file systems write the new one to the disk at once, and whoever renames waits
+/// for that.
+Result<void> exchangeNames(const QByteArray &one, const QByteArray &other);
