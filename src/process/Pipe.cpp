@@ -16,10 +16,13 @@ constexpr int firstOrdinaryDescriptor = STDERR_FILENO + 1;
 
 /// A program started with a standard stream closed gets its number for the first thing it opens;
 /// such an end would be overwritten while the child's streams are put in place.
-FileDescriptor aboveStandardStreams(FileDescriptor end) {
+Result<FileDescriptor> aboveStandardStreams(FileDescriptor end) {
     if (end.get() >= firstOrdinaryDescriptor)
         return end;
-    return FileDescriptor(::fcntl(end.get(), F_DUPFD_CLOEXEC, firstOrdinaryDescriptor));
+    FileDescriptor copy(::fcntl(end.get(), F_DUPFD_CLOEXEC, firstOrdinaryDescriptor));
+    if (!copy.isOpen())
+        return Failure::ofSystem(errno);
+    return copy;
 }
 
 } // namespace
@@ -32,13 +35,15 @@ Result<void> Pipe::open() {
     Result<PipeEnds> ends = PipeEnds::open();
     if (!ends)
         return *ends.failure();
-    FileDescriptor reading = aboveStandardStreams(std::move(ends->reading));
-    FileDescriptor writing = aboveStandardStreams(std::move(ends->writing));
-    if (!reading.isOpen() || !writing.isOpen())
-        return Failure::ofSystem(errno);
+    Result<FileDescriptor> reading = aboveStandardStreams(std::move(ends->reading));
+    if (!reading)
+        return *reading.failure();
+    Result<FileDescriptor> writing = aboveStandardStreams(std::move(ends->writing));
+    if (!writing)
+        return *writing.failure();
     const bool fromChild = direction_ == Direction::FromChild;
-    own_ = std::move(fromChild ? reading : writing);
-    child_ = std::move(fromChild ? writing : reading);
+    own_ = std::move(fromChild ? *reading : *writing);
+    child_ = std::move(fromChild ? *writing : *reading);
     if (fromChild)
         handle_.attach(own_.get());
     return {};

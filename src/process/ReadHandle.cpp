@@ -32,14 +32,15 @@ ReadOutcome ReadHandle::availableData(qint64 limit) {
     const ssize_t count = readFunction_(source_, bytes.data(), size_t(bytes.size()));
     if (count > 0) {
         bytes.truncate(count);
-        return bytes;
+        return {std::move(bytes)};
     }
+    if (count < 0 && errno == EINTR)
+        return {ReadInterrupted{}};
     if (count < 0)
-        return errno == EINTR ? ReadOutcome(ReadInterrupted{})
-                              : ReadOutcome(Failure::ofSystem(errno));
+        return Failure::ofSystem(errno);
     endSeen_ = true;
     updateNotifier();
-    return EndOfFile{};
+    return {EndOfFile{}};
 }
 
 qint64 ReadHandle::bytesAvailable() const {

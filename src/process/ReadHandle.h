@@ -21,7 +21,7 @@ class QSocketNotifier;
 /// What one attempt to read from a pipe gave.
 struct EndOfFile {};
 struct ReadInterrupted {};
-using ReadOutcome = std::variant<QByteArray, EndOfFile, ReadInterrupted, Failure>;
+using ReadOutcome = Result<std::variant<QByteArray, EndOfFile, ReadInterrupted>>;
 
 /// The end of a pipe that this program reads from. It says once for each arming that something
 /// can be read, and never blocks.

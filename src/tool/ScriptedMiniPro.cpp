@@ -196,13 +196,12 @@ void ScriptedMiniPro::appendDataFrom_to(ReadHandle *handle, QString &text) {
 
 std::optional<QByteArray> ScriptedMiniPro::availableDataOrError(ReadHandle *handle, qint64 limit) {
     ReadOutcome outcome = handle->availableData(limit);
-    while (std::holds_alternative<ReadInterrupted>(outcome))
+    while (outcome && std::holds_alternative<ReadInterrupted>(*outcome))
         outcome = handle->availableData(limit);
-    if (auto *bytes = std::get_if<QByteArray>(&outcome))
-        return std::move(*bytes);
-    if (std::holds_alternative<EndOfFile>(outcome))
-        return QByteArray();
-    return std::nullopt;
+    if (!outcome)
+        return std::nullopt;
+    auto *bytes = std::get_if<QByteArray>(&*outcome);
+    return bytes ? std::move(*bytes) : QByteArray();
 }
 
 void ScriptedMiniPro::handleChunk(ReadHandle *handle, const QByteArray &chunk, QString &text) {

@@ -35,7 +35,7 @@ void ToolQuestion::ask(std::chrono::milliseconds patience) {
 
 void ToolQuestion::take(ReadHandle *handle) {
     const ReadOutcome outcome = handle->availableData();
-    if (const auto *bytes = std::get_if<QByteArray>(&outcome))
+    if (const auto *bytes = outcome ? std::get_if<QByteArray>(&*outcome) : nullptr)
         (handle == output_.fileHandleForReading() ? outputBytes_ : errorBytes_).append(*bytes);
     if (outputBytes_.size() + errorBytes_.size() > largestAnswer)
         giveUp();

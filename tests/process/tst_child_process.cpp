@@ -54,7 +54,7 @@ public:
     /// What the child has printed up to now.
     QString printed() {
         const ReadOutcome outcome = output.fileHandleForReading()->availableData();
-        const auto *bytes = std::get_if<QByteArray>(&outcome);
+        const auto *bytes = outcome ? std::get_if<QByteArray>(&*outcome) : nullptr;
         return bytes ? QString::fromUtf8(*bytes) : QString();
     }
     QString printedUpToTheEnd() {

@@ -48,12 +48,12 @@ void settle() {
 }
 
 QString nameOf(const ReadOutcome &outcome) {
-    if (const auto *bytes = std::get_if<QByteArray>(&outcome))
-        return QString::fromUtf8(*bytes);
-    if (const auto *failure = std::get_if<Failure>(&outcome))
+    if (const Failure *failure = outcome.failure())
         return QStringLiteral("<error %1>").arg(failure->systemError);
-    return std::holds_alternative<EndOfFile>(outcome) ? QStringLiteral("<end>")
-                                                      : QStringLiteral("<interrupted>");
+    if (const auto *bytes = std::get_if<QByteArray>(&*outcome))
+        return QString::fromUtf8(*bytes);
+    return std::holds_alternative<EndOfFile>(*outcome) ? QStringLiteral("<end>")
+                                                       : QStringLiteral("<interrupted>");
 }
 
 } // namespace
