@@ -123,7 +123,7 @@ Work keepingSettings() {
         IniFile file(folder->filePath(QStringLiteral("velm.conf")));
         file.change(values, QDeadlineTimer(QDeadlineTimer::Forever));
         const IniFile::Outcome read = file.read();
-        const auto *kept = std::get_if<QVariantMap>(&read);
+        const auto *kept = read ? std::get_if<QVariantMap>(&*read) : nullptr;
         mustHold(kept && *kept == values, "the settings were not kept");
     };
 }

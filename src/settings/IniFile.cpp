@@ -24,27 +24,26 @@ constexpr qint64 largestFile = mebibyte;
 /// How many damaged files are kept beside each other; nobody damages so many.
 constexpr int maxCopies = 1000;
 
-using Content = std::variant<QByteArray, IniFile::Damaged, Failure>;
+/// The text of a file that is no larger than a settings file, or that it is.
+using Text = std::variant<QByteArray, IniFile::Damaged>;
 
 enum class IfAbsent { Empty, Failure };
 
-Content load(const QString &path, IfAbsent ifAbsent) {
+Result<Text> load(const QString &path, IfAbsent ifAbsent) {
     const Result<ByteBuffer> loaded = loadWholeFile(path, largestFile);
     if (loaded)
-        return **loaded;
+        return {**loaded};
     const int error = loaded.failure()->systemError;
     const bool isAbsent = error == ENOENT || error == ENOTDIR;
     if (isAbsent && ifAbsent == IfAbsent::Empty)
-        return QByteArray();
+        return {QByteArray()};
     if (error == EFBIG)
-        return IniFile::Damaged();
+        return {IniFile::Damaged()};
     return *loaded.failure();
 }
 
-IniFile::Outcome valuesIn(const Content &content) {
-    if (const auto *failure = std::get_if<Failure>(&content))
-        return *failure;
-    if (const auto *bytes = std::get_if<QByteArray>(&content))
+IniFile::Content valuesIn(const Text &text) {
+    if (const auto *bytes = std::get_if<QByteArray>(&text))
         if (const auto values = iniText::values(*bytes))
             return *values;
     return IniFile::Damaged();
@@ -57,7 +56,10 @@ IniFile::IniFile(const QString &path) : path_(path) {
 }
 
 IniFile::Outcome IniFile::read() const {
-    return valuesIn(load(path_, IfAbsent::Empty));
+    const Result<Text> text = load(path_, IfAbsent::Empty);
+    if (const Failure *failure = text.failure())
+        return *failure;
+    return valuesIn(*text);
 }
 
 IniFile::Outcome IniFile::change(const QVariantMap &changes, QDeadlineTimer deadline) {
@@ -68,18 +70,20 @@ IniFile::Outcome IniFile::change(const QVariantMap &changes, QDeadlineTimer dead
     if (const Failure *failure = lock.failure())
         return *failure;
     // There is one, since it is locked: if it has gone, somebody is about to replace it.
-    const Content content = load(path_, IfAbsent::Failure);
-    Outcome values = valuesIn(content);
-    if (!std::holds_alternative<QVariantMap>(values))
-        return values;
-    const QByteArray &before = std::get<QByteArray>(content);
+    const Result<Text> text = load(path_, IfAbsent::Failure);
+    if (const Failure *failure = text.failure())
+        return *failure;
+    Content content = valuesIn(*text);
+    if (std::holds_alternative<Damaged>(content))
+        return content;
+    const QByteArray &before = std::get<QByteArray>(*text);
     const QByteArray after = iniText::changed(before, changes);
     if (after.size() > largestFile)
         return Failure::ofSystem(EFBIG);
     if (after != before || saving_.isRefused())
         if (const auto saved = saving_.save(path_, after, deadline); !saved)
             return *saved.failure();
-    return valuesIn(after);
+    return valuesIn({after});
 }
 
 Result<QString> IniFile::moveAside() const {

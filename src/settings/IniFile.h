@@ -21,9 +21,10 @@ class IniFile {
 public:
     /// There is a file, and it is no INI text.
     struct Damaged {};
-    /// Every key with its value, as of iniText::values(); or why the file could not be read or, for
-    /// change(), not be saved.
-    using Outcome = std::variant<QVariantMap, Damaged, Failure>;
+    /// Every key with its value, as of iniText::values(), or that there are none to be had.
+    using Content = std::variant<QVariantMap, Damaged>;
+    /// What is in the file, or why it could not be read or, for change(), not be saved.
+    using Outcome = Result<Content>;
 
     /// The file at the absolute \a path, which need not exist.
     explicit IniFile(const QString &path);

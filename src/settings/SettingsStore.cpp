@@ -32,12 +32,12 @@ SettingsStore::~SettingsStore() {
 
 void SettingsStore::open() {
     const IniFile::Outcome outcome = file_.read();
-    if (const auto *values = std::get_if<QVariantMap>(&outcome)) {
-        stored_ = *values;
-    } else if (const auto *failure = std::get_if<Failure>(&outcome)) {
+    if (const Failure *failure = outcome.failure()) {
         openingProblem_ = tr("VELM starts with its defaults, since the settings in %1 could not be "
                              "read: %2")
                               .arg(filePath(), failure->reason);
+    } else if (const auto *values = std::get_if<QVariantMap>(&*outcome)) {
+        stored_ = *values;
     } else {
         const Result<QString> copy = file_.moveAside();
         if (const Failure *trouble = copy.failure())
@@ -143,16 +143,17 @@ void SettingsStore::tellOf(const Result<void> &saved) {
 Result<void> SettingsStore::trySaving() {
     const QDeadlineTimer deadline(patience);
     IniFile::Outcome outcome = file_.change(unsaved_, deadline);
-    if (std::holds_alternative<IniFile::Damaged>(outcome)) {
+    if (outcome && std::holds_alternative<IniFile::Damaged>(*outcome)) {
         if (const Result<void> kept = keepDamagedFileAside(); !kept)
             return *kept.failure();
         outcome = file_.change(unsaved_, deadline);
     }
-    if (const auto *failure = std::get_if<Failure>(&outcome))
+    if (const Failure *failure = outcome.failure())
         return *failure;
-    if (std::holds_alternative<IniFile::Damaged>(outcome))
+    const auto *values = std::get_if<QVariantMap>(&*outcome);
+    if (!values)
         return Failure{tr("The file there is damaged again")};
-    stored_ = std::get<QVariantMap>(outcome);
+    stored_ = *values;
     unconfirmed_.insert(std::exchange(unsaved_, {}));
     if (!file_.saving().isBusy())
         unconfirmed_.clear();

@@ -92,8 +92,8 @@ signals:
 private:
     enum class Saving { Works, Failed };
 
-    // A key's value in the two forms that together tell whether it has changed; a null text is an
-    // absent value.
+    /// A key's value in the two forms that together tell whether it has changed; a null text is an
+    /// absent value.
     struct VisibleValue {
         QString text;
         QStringList list;
@@ -117,9 +117,9 @@ private:
     IniFile file_;
     QString damagedCopyPath_;
     QString openingProblem_;
-    QVariantMap stored_;      // what the file held when it was last read
-    QVariantMap unsaved_;     // what is to be in it, too
-    QVariantMap unconfirmed_; // what it was given, and the disk may still refuse
+    QVariantMap stored_;      ///< what the file held when it was last read
+    QVariantMap unsaved_;     ///< what is to be in it, too
+    QVariantMap unconfirmed_; ///< what it was given, and the disk may still refuse
     QVariantMap defaults_;
     QMap<QString, VisibleValue> announced_;
     std::function<bool()> mayChange_;

@@ -31,10 +31,15 @@ constexpr qsizetype recentDeviceLimit = 10;
 const QString recentDevicesKey = QStringLiteral("devices/recent");
 const QString trustedToolKey = QStringLiteral("trustedTool");
 
+/// Everything in \a content; nothing if it is damaged.
+QVariantMap valuesIn(const IniFile::Content &content) {
+    const auto *values = std::get_if<QVariantMap>(&content);
+    return values ? *values : QVariantMap();
+}
+
 QVariant read(const IniFile &file, const QString &key) {
     const IniFile::Outcome outcome = file.read();
-    const auto *values = std::get_if<QVariantMap>(&outcome);
-    return values ? values->value(key) : QVariant();
+    return outcome ? valuesIn(*outcome).value(key) : QVariant();
 }
 
 } // namespace
@@ -47,11 +52,11 @@ WindowMemory::WindowMemory(const QString &filePath, Log *log) : file_(filePath),
 void WindowMemory::write(const QVariantMap &values) {
     const QDeadlineTimer deadline(patience);
     IniFile::Outcome outcome = file_.change(values, deadline);
-    if (std::holds_alternative<IniFile::Damaged>(outcome)) {
+    if (outcome && std::holds_alternative<IniFile::Damaged>(*outcome)) {
         QFile::remove(file_.path());
         outcome = file_.change(values, deadline);
     }
-    if (const auto *failure = std::get_if<Failure>(&outcome))
+    if (const Failure *failure = outcome.failure())
         sayLost(*failure);
 }
 
@@ -62,10 +67,9 @@ void WindowMemory::write(const QString &key, const QVariant &value) {
 // The newest comes first, and the oldest go beyond the limit.
 void WindowMemory::remember(const QString &key, const QString &newest, qsizetype limit) {
     const IniFile::Outcome outcome = file_.read();
-    if (const auto *failure = std::get_if<Failure>(&outcome))
+    if (const Failure *failure = outcome.failure())
         return sayLost(*failure);
-    const auto *values = std::get_if<QVariantMap>(&outcome);
-    QStringList all = values ? storedValue::list(values->value(key)) : QStringList();
+    QStringList all = storedValue::list(valuesIn(*outcome).value(key));
     all.removeAll(newest);
     all.prepend(newest);
     write(key, all.mid(0, limit));
