@@ -9,21 +9,23 @@
 
 namespace {
 
-PastedText readIn(const QString &text, PastedText::As as, qsizetype turn) {
+using Bytes = Result<QByteArray, PasteTrouble>;
+
+Bytes readIn(const QString &text, PastedText::As as, qsizetype turn) {
     PastedText reader(text, as);
     qsizetype turns = 0;
     while (!reader.advance(turn))
         mustHold(++turns <= text.size() + 1, "every turn goes on");
-    return reader;
+    return reader.result();
 }
 
-bool areTheSame(const PastedText &one, const PastedText &other) {
-    if (!one.trouble() || !other.trouble())
-        return !one.trouble() && !other.trouble() && one.bytes() == other.bytes();
-    return one.trouble()->kind == other.trouble()->kind &&
-           one.trouble()->line == other.trouble()->line &&
-           one.trouble()->column == other.trouble()->column &&
-           one.trouble()->part == other.trouble()->part;
+bool areTheSame(const Bytes &one, const Bytes &other) {
+    if (one || other)
+        return one && other && *one == *other;
+    return one.failure()->kind == other.failure()->kind &&
+           one.failure()->line == other.failure()->line &&
+           one.failure()->column == other.failure()->column &&
+           one.failure()->part == other.failure()->part;
 }
 
 void checkRoundTrip(const QByteArray &bytes) {
@@ -33,8 +35,8 @@ void checkRoundTrip(const QByteArray &bytes) {
     const QString array = QStringLiteral("{0x%1}").arg(
         QString::fromLatin1(bytes.toHex(' ')).replace(u' ', QStringLiteral(", 0x")));
     for (const QString &text : {hex, array}) {
-        const PastedText reader = readIn(text, PastedText::As::Bytes, text.size() + 1);
-        mustHold(!reader.trouble() && reader.bytes() == bytes, "what was written is read");
+        const Bytes read = readIn(text, PastedText::As::Bytes, text.size() + 1);
+        mustHold(read && *read == bytes, "what was written is read");
     }
 }
 
@@ -47,15 +49,15 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const bool isLatin = input.truth();
     const QByteArray bytes = input.rest();
     const QString text = isLatin ? QString::fromLatin1(bytes) : anyText(bytes);
-    const PastedText whole = readIn(text, as, text.size() + 1);
+    const Bytes whole = readIn(text, as, text.size() + 1);
     mustHold(areTheSame(whole, readIn(text, as, turn)), "turns change nothing");
-    mustHold(whole.bytes().size() <= text.size(), "a byte takes a character");
-    if (const auto &trouble = whole.trouble())
+    mustHold(!whole || whole->size() <= text.size(), "a byte takes a character");
+    if (const PasteTrouble *trouble = whole.failure())
         mustHold(trouble->line >= 1 && trouble->column >= 1 && trouble->column <= text.size() + 1 &&
                      !trouble->part.contains(u'\n'),
                  "trouble has a place in the text");
     else
-        mustHold(!whole.bytes().isEmpty(), "no bytes are trouble");
+        mustHold(!whole->isEmpty(), "no bytes are trouble");
     checkRoundTrip(bytes);
     return 0;
 }

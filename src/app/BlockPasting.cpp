@@ -55,15 +55,16 @@ void BlockActions::takeText(const PastedText &text) {
     const Paste paste = std::exchange(paste_, {});
     if (refusesToPaste(paste.revision))
         return;
-    if (text.trouble())
-        offerCharacters(paste, *text.trouble());
-    else if (text.bytes().size() > imageSize() - paste.offset)
-        offerLength(paste, text.bytes());
+    const auto bytes = text.result();
+    if (const PasteTrouble *trouble = bytes.failure())
+        offerCharacters(paste, *trouble);
+    else if (bytes->size() > imageSize() - paste.offset)
+        offerLength(paste, *bytes);
     else
-        overwrite(paste.offset, text.bytes());
+        overwrite(paste.offset, *bytes);
 }
 
-/// What is pasted is meant for the image of \a revision. Committing an open entry makes it another.
+// What is pasted is meant for the image of \a revision. Committing an open entry makes it another.
 bool BlockActions::refusesToPaste(quint64 revision) {
     QString why;
     if (with_.gate.isClosed()) {
@@ -109,8 +110,8 @@ void BlockActions::offerLength(const Paste &paste, const QByteArray &bytes) {
          }});
 }
 
-/// The cursor goes on behind what was pasted, or to its last byte where there is no cell behind: if
-/// it stayed, the same key would overwrite all of it.
+// The cursor goes on behind what was pasted, or to its last byte where there is no cell behind: if
+// it stayed, the same key would overwrite all of it.
 void BlockActions::overwrite(qint64 offset, const QByteArray &bytes) {
     const BlockChange change = overwriteOf(offset, bytes, imageSize());
     if (!this->change({change, tr("paste"), pastedWords(change.written())}))

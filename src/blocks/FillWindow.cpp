@@ -69,11 +69,11 @@ Result<QByteArray, QString> FillWindow::pattern() const {
     PastedText text(controls_->pattern->text());
     while (!text.advance(text.size() + 1)) {
     }
-    if (!text.trouble())
-        return text.bytes();
-    return text.trouble()->kind == PasteTrouble::Kind::NoBytes
-               ? tr("There is no byte to fill with.")
-               : pasteTroubleWords(*text.trouble());
+    auto bytes = text.result();
+    if (const PasteTrouble *trouble = bytes.failure())
+        return trouble->kind == PasteTrouble::Kind::NoBytes ? tr("There is no byte to fill with.")
+                                                            : pasteTroubleWords(*trouble);
+    return *std::move(bytes);
 }
 
 Result<FillWindow::Wanted, QString> FillWindow::wanted() const {

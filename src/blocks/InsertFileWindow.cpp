@@ -57,8 +57,8 @@ InsertFileWindow::WantedOrNot InsertFileWindow::overwriting(qint64 offset) const
 
 InsertFileWindow::WantedOrNot InsertFileWindow::moving(qint64 offset) const {
     BlockChange change = insertionOf(offset, *file_.bytes);
-    if (const auto trouble = troubleWith(change, imageSize_))
-        return blockTroubleWords(*trouble);
+    if (const auto possible = canBeMade(change, imageSize_); !possible)
+        return blockTroubleWords(*possible.failure());
     return Wanted{std::move(change), tr("The data to burn become %1 bytes long.")
                                          .arg(grouped(imageSize_ + file_.bytes->size()))};
 }

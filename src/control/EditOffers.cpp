@@ -41,8 +41,8 @@ void EditOffers::step(std::optional<ByteRange> (HandEdits::*way)()) {
     emit stepped(*made);
 }
 
-/// Does \a work, which must be the edit alone: what shows an edit may not be given up once it is
-/// made. False, and said, if there is no memory for it.
+// Does \a work, which must be the edit alone: what shows an edit may not be given up once it is
+// made. False, and said, if there is no memory for it.
 bool EditOffers::tryEdit(const std::function<void()> &work) {
     try {
         work();
@@ -69,10 +69,10 @@ bool EditOffers::change(const Block &block) {
     if (gate_.refusesElseCommits())
         return false;
     messages_.happened(Event::BlockAsked);
-    const auto trouble = troubleWith(block.change, lengthOf(edits_.image()));
-    if (!edits_.image() || trouble) {
-        messages_.say(Topic::BlockRefused,
-                      blockTroubleWords(trouble.value_or(BlockTrouble::BehindEnd)));
+    const auto possible = edits_.image() ? canBeMade(block.change, edits_.image()->size())
+                                         : Result<void, BlockTrouble>(BlockTrouble::BehindEnd);
+    if (const BlockTrouble *trouble = possible.failure()) {
+        messages_.say(Topic::BlockRefused, blockTroubleWords(*trouble));
         return false;
     }
     std::optional<ByteRange> made;

@@ -69,7 +69,7 @@ public:
     void composed(const ImageState &state);
     /// Remembers \a edit, which was carried out already. An entry that changed no byte is none.
     void remember(const CellEdit &edit);
-    /// Makes \a change, which must have no trouble, as one step that is called \a name
+    /// Makes \a change, which it must be possible to make, as one step that is called \a name
     /// (translated), and gives the bytes that are other ones, or gone. Nothing if every byte was
     /// like that already: then there is no step. Throws std::bad_alloc, with image and history
     /// untouched, where there is no memory for it.

@@ -82,7 +82,7 @@ BlockChange insertionOf(qint64 offset, const QByteArray &bytes) {
     return {offset, 0, bytes.size(), RepeatedBytes{bytes}};
 }
 
-std::optional<BlockTrouble> troubleWith(const BlockChange &change, qint64 imageSize) {
+Result<void, BlockTrouble> canBeMade(const BlockChange &change, qint64 imageSize) {
     if (change.offset < 0 || change.offset > imageSize ||
         change.replaced > imageSize - change.offset)
         return BlockTrouble::BehindEnd;
@@ -90,7 +90,7 @@ std::optional<BlockTrouble> troubleWith(const BlockChange &change, qint64 imageS
         return BlockTrouble::NoBytes;
     if (change.length > largestImage - (imageSize - change.replaced))
         return BlockTrouble::TooLarge;
-    return std::nullopt;
+    return {};
 }
 
 ByteRange touchedBy(const BlockChange &change, qint64 imageSize) {

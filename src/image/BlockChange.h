@@ -3,11 +3,11 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "files/ByteBuffer.h"
 
 #include <QByteArray>
 
-#include <optional>
 #include <variant>
 
 /// Bytes that are repeated until there are enough; there is at least one.
@@ -49,8 +49,8 @@ enum class BlockTrouble {
     TooLarge,  ///< the image would be larger than the largest
 };
 
-/// What is wrong with \a change of an image of \a imageSize bytes; nothing if it can be made.
-std::optional<BlockTrouble> troubleWith(const BlockChange &change, qint64 imageSize);
+/// Whether \a change can be made in an image of \a imageSize bytes, and if not, why.
+Result<void, BlockTrouble> canBeMade(const BlockChange &change, qint64 imageSize);
 
 /// The bytes that differ once \a change has been made in an image of \a imageSize bytes, or taken
 /// back: all behind it, too, where they move.
@@ -59,8 +59,8 @@ ByteRange touchedBy(const BlockChange &change, qint64 imageSize);
 /// The bytes of \a image that \a change is about to replace, in memory of their own.
 QByteArray replacedBytes(const QByteArray &image, const BlockChange &change);
 
-/// Makes \a change, which must have no trouble, in \a image. Throws std::bad_alloc, with the image
-/// untouched, where there is no memory for it.
+/// Makes \a change, which it must be possible to make, in \a image. Throws std::bad_alloc, with the
+/// image untouched, where there is no memory for it.
 void makeChange(QByteArray &image, const BlockChange &change);
 
 /// Takes \a change back, which was made in \a image: the bytes that it replaced are \a replaced.

@@ -92,6 +92,12 @@ void PastedText::takeOne() {
         fail(Kind::TooMany);
 }
 
+Result<QByteArray, PasteTrouble> PastedText::result() const {
+    if (trouble_)
+        return *trouble_;
+    return bytes_;
+}
+
 void PastedText::finish() {
     if (form_ == Form::Hex)
         endGroup();
@@ -110,7 +116,7 @@ void PastedText::pass(qsizetype units) {
         }
 }
 
-/// How many units end a line at \a at: 2 for a carriage return with its line feed, 0 for none.
+// How many units end a line at \a at: 2 for a carriage return with its line feed, 0 for none.
 qsizetype PastedText::lineEndAt(qsizetype at) const {
     const auto isAt = [&](qsizetype place, QChar unit) {
         return place < text_.size() && text_.at(place) == unit;

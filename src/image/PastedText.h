@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/Result.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -51,10 +53,8 @@ public:
     qsizetype position() const { return at_; }
     qsizetype size() const { return text_.size(); }
 
-    /// Why it was not understood; nothing if it was, or not all has been read.
-    const std::optional<PasteTrouble> &trouble() const { return trouble_; }
-    /// All bytes that it stands for, once it was read without trouble.
-    const QByteArray &bytes() const { return bytes_; }
+    /// All bytes that it stands for, or why it was not understood; once advance() has said so.
+    Result<QByteArray, PasteTrouble> result() const;
 
 private:
     using Kind = PasteTrouble::Kind;

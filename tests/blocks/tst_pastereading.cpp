@@ -40,8 +40,9 @@ void TestPasteReading::init() {
     troubles_ = 0;
     outOfMemory_ = 0;
     connect(reading_.get(), &PasteReading::finished, this, [this](const PastedText &text) {
-        read_.append(text.bytes());
-        troubles_ += text.trouble().has_value();
+        const auto bytes = text.result();
+        read_.append(bytes ? *bytes : QByteArray());
+        troubles_ += !bytes;
     });
     connect(reading_.get(), &PasteReading::outOfMemory, this, [this] { ++outOfMemory_; });
 }

@@ -30,9 +30,10 @@ namespace {
 
 /// "bytes in hexadecimal digits", or the trouble: "kind at line:column part".
 QString outcomeOf(const PastedText &text) {
-    if (!text.trouble())
-        return QString::fromLatin1(text.bytes().toHex(' ').toUpper());
-    const PasteTrouble &trouble = *text.trouble();
+    const auto bytes = text.result();
+    if (bytes)
+        return QString::fromLatin1(bytes->toHex(' ').toUpper());
+    const PasteTrouble &trouble = *bytes.failure();
     return QStringLiteral("%1 at %2:%3 %4")
         .arg(QString::number(int(trouble.kind)), QString::number(trouble.line),
              QString::number(trouble.column), trouble.part);
@@ -210,8 +211,8 @@ void TestPastedText::whatTheProgramCopies_isUnderstood() {
         PastedText reader(bytesAsText(bytes, notation));
         while (!reader.advance(1000)) {
         }
-        QVERIFY(!reader.trouble());
-        QCOMPARE(reader.bytes(), bytes);
+        QVERIFY(reader.result());
+        QCOMPARE(*reader.result(), bytes);
     }
 }
 
@@ -226,8 +227,8 @@ void TestPastedText::longText_isReadInTurns() {
         last = reader.position();
     }
     QVERIFY(turns >= 298);
-    QVERIFY(!reader.trouble());
-    QCOMPARE(reader.bytes(), QByteArray(count, '\xA5'));
+    QVERIFY(reader.result());
+    QCOMPARE(*reader.result(), QByteArray(count, '\xA5'));
 }
 
 QTEST_GUILESS_MAIN(TestPastedText)
