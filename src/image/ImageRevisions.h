@@ -34,6 +34,6 @@ private:
 
     static Origin originOf(const CompositionInputs &inputs, const Composition &composition);
 
-    std::vector<Origin> known_; // the newest last
+    std::vector<Origin> known_; ///< the newest last
     quint64 last_ = 0;
 };

@@ -41,7 +41,7 @@ private:
 
     qsizetype limit_;
     qsizetype length_ = 0;
-    qsizetype skipped_ = 0; // units of the first chunk that are gone
+    qsizetype skipped_ = 0; ///< units of the first chunk that are gone
     bool trimmed_ = false;
     std::deque<QString> chunks_;
 };

@@ -99,10 +99,10 @@ private:
 
     ConsoleStorage storage_;
     TerminalText terminal_;
-    QList<qsizetype> runLines_; // where runs begin, by the terminal's line numbers
+    QList<qsizetype> runLines_; ///< where runs begin, by the terminal's line numbers
     QTextCharFormat format_;
     QBasicTimer timer_;
-    bool appended_ = false; // since the last turn
+    bool appended_ = false; ///< since the last turn
     bool saidTrimmed_ = false;
     bool saidShortened_ = false;
 

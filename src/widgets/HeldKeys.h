@@ -18,5 +18,5 @@ protected:
     bool eventFilter(QObject *receiver, QEvent *event) override;
 
 private:
-    bool repeats_ = false; // the key that was told of last is a repetition
+    bool repeats_ = false; ///< the key that was told of last is a repetition
 };

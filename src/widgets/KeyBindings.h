@@ -43,8 +43,8 @@ private:
     QString key_;
     Send send_;
     std::optional<QString> sent_;
-    bool showing_ = false; // a value of the store is on its way into the field
-    bool typing_ = false;  // the coming change of text is the user's own editing
+    bool showing_ = false; ///< a value of the store is on its way into the field
+    bool typing_ = false;  ///< the coming change of text is the user's own editing
 };
 
 /// A checkable button and a boolean key.
@@ -89,5 +89,5 @@ private:
     Side second_;
     TextBinding::Send send_;
     bool showing_ = false;
-    bool writing_ = false; // between the two writes of a change, the store has both or neither on
+    bool writing_ = false; ///< between the two writes of a change, the store has both or neither on
 };

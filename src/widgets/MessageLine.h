@@ -63,7 +63,7 @@ private:
         Severity severity = Severity::Information;
         QString sentence;
         Action action;
-        QPushButton *button = nullptr; // null without an action
+        QPushButton *button = nullptr; ///< null without an action
         bool isAnnounced = false;
 
         bool saysTheSameAs(const Message &other) const {
@@ -81,7 +81,7 @@ private:
     void runAction(const QPushButton *button) const;
     int heightOfLines(int lines) const;
 
-    std::vector<Message> messages_; // newest first
-    QList<QPushButton *> buttons_;  // at least one; what no message has is hidden
+    std::vector<Message> messages_; ///< newest first
+    QList<QPushButton *> buttons_;  ///< at least one; what no message has is hidden
     QTimer announcement_;
 };

@@ -95,11 +95,11 @@ private:
     void compact();
 
     State state_ = State::Text;
-    QString held_; // what the unfinished sequence holds so far
+    QString held_; ///< what the unfinished sequence holds so far
 
-    QString line_;         // the last line, whole
-    qsizetype cursor_ = 0; // where the next unit goes; may stand behind the end of the line
-    qsizetype floor_ = 0;  // units of the line that may not be overwritten
+    QString line_;         ///< the last line, whole
+    qsizetype cursor_ = 0; ///< where the next unit goes; may stand behind the end of the line
+    qsizetype floor_ = 0;  ///< units of the line that may not be overwritten
     bool anythingShown_ = false;
     bool runIsEmpty_ = false;
 
@@ -107,14 +107,14 @@ private:
 
     /// What may be erased starts behind regionStart_, the protected start of some earlier line.
     QString regionStart_;
-    qsizetype regionLine_ = 0;              // the number of its line
-    qsizetype regionLinesShown_ = 0;        // line feeds between there and the end of the view
-    std::optional<qsizetype> regionOffset_; // where its line starts in finished_, if not in view
+    qsizetype regionLine_ = 0;              ///< the number of its line
+    qsizetype regionLinesShown_ = 0;        ///< line feeds between there and the end of the view
+    std::optional<qsizetype> regionOffset_; ///< where its line starts in finished_, if not in view
 
     qsizetype linesBack_ = 0;
-    qsizetype dirtyFrom_ = 0; // first column of the view's last line that changed
+    qsizetype dirtyFrom_ = 0; ///< first column of the view's last line that changed
     bool dirty_ = false;
-    QString finished_; // lines that the view has not got, from dirtyFrom_ of the first on
+    QString finished_; ///< lines that the view has not got, from dirtyFrom_ of the first on
     qsizetype taken_ = 0;
-    qsizetype finishedLines_ = 0; // lines of finished_ that have not been taken
+    qsizetype finishedLines_ = 0; ///< lines of finished_ that have not been taken
 };

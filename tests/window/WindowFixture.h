@@ -100,7 +100,7 @@ public:
     int beeps = 0;
 
 private:
-    static constexpr int boxOffset = 10; // pixels
+    static constexpr int boxOffset = 10; ///< pixels
 
     void openSettings();
 
