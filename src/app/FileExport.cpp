@@ -81,14 +81,14 @@ ByteBuffer FileExport::bytesOf(ExportWindow::Image image) const {
     return image == ExportWindow::Image::ToBurn ? state.output_data : state.read_from_chip_data;
 }
 
-/// What is being typed belongs to the image.
+// What is being typed belongs to the image.
 void FileExport::prepare() {
     if (!with_.gate.isClosed())
         with_.gate.commitPendingInput();
     revision_ = with_.delegate.imageRevision();
 }
 
-/// Where the files of a split may go: named after the opened binary, or else the device.
+// Where the files of a split may go: named after the opened binary, or else the device.
 QString FileExport::offeredPath() const {
     const QString binary = with_.settings.stringValue(settingsKeys::binary);
     const QString name = binary.isEmpty() ? with_.settings.stringValue(settingsKeys::device)

@@ -195,7 +195,7 @@ void HandEdits::push(std::unique_ptr<Entry> entry) {
     forgetOldest();
 }
 
-/// The newest step stays, however much it keeps.
+// The newest step stays, however much it keeps.
 void HandEdits::forgetOldest() {
     const int count = history_.count();
     int kept = 1;

@@ -85,7 +85,7 @@ bool ArrangingRun::advance() {
     return count({outcome_.parts.begin(), outcome_.parts.end()}, outcome_.checksums);
 }
 
-/// Goes on with the \a checksums of \a parts. True once there is one of each.
+// Goes on with the \a checksums of \a parts. True once there is one of each.
 bool ArrangingRun::count(const QList<QByteArrayView> &parts, QList<quint32> &checksums) {
     if (checksums.size() == parts.size())
         return true;

@@ -129,7 +129,7 @@ bool ExportWindow::isSplit() const {
     return controls_->order->lanes().parts > 1;
 }
 
-/// The chosen bytes of an image of \a length bytes; an empty field stands for its end.
+// The chosen bytes of an image of \a length bytes; an empty field stands for its end.
 std::optional<ByteRange> ExportWindow::range(qint64 length) const {
     const Ui::ExportWindow &c = *controls_;
     const auto first = c.first->text().isEmpty() ? std::optional<qint64>(0) : addressIn(*c.first);
@@ -139,7 +139,7 @@ std::optional<ByteRange> ExportWindow::range(qint64 length) const {
     return ByteRange{*first, *last - *first + 1};
 }
 
-/// What has been chosen, or a sentence why it makes no sense.
+// What has been chosen, or a sentence why it makes no sense.
 ExportWindow::ChosenNow ExportWindow::choice() const {
     const qint64 length = lengthOf(bytes());
     if (length == 0)
@@ -156,8 +156,8 @@ ExportWindow::ChosenNow ExportWindow::choice() const {
     return placed({*chosen, arrangement, partLength});
 }
 
-/// \a choice with its addresses, or why it cannot be written. The files of a split begin at the
-/// offset itself.
+// \a choice with its addresses, or why it cannot be written. The files of a split begin at the
+// offset itself.
 ExportWindow::ChosenNow ExportWindow::placed(Choice choice) const {
     if (!format())
         return choice;
@@ -173,7 +173,7 @@ ExportWindow::ChosenNow ExportWindow::placed(Choice choice) const {
     return choice;
 }
 
-/// The paths of the files of a split; none for another export.
+// The paths of the files of a split; none for another export.
 QStringList ExportWindow::paths() const {
     QStringList paths;
     const Lanes lanes = controls_->order->lanes();
@@ -192,7 +192,7 @@ QStringList ExportWindow::takenPaths() const {
     return taken;
 }
 
-/// Whether a split can be saved under its name, or a sentence why not.
+// Whether a split can be saved under its name, or a sentence why not.
 Result<void, QString> ExportWindow::mayMakeFiles() const {
     if (!isSplit())
         return {};
@@ -210,13 +210,13 @@ Result<void, QString> ExportWindow::mayMakeFiles() const {
     return {};
 }
 
-/// Whether others may be replaced is asked anew.
+// Whether others may be replaced is asked anew.
 void ExportWindow::choosesOtherFiles() {
     controls_->replace->setChecked(false);
     prepare();
 }
 
-/// What would be written is made at once, since the user is shown what comes of it.
+// What would be written is made at once, since the user is shown what comes of it.
 void ExportWindow::prepare() {
     wanted_ = false;
     problem_.clear();
@@ -233,8 +233,8 @@ void ExportWindow::prepare() {
     showState();
 }
 
-/// Everything that is on, off, out of sight or offered follows from the image and what has been
-/// chosen.
+// Everything that is on, off, out of sight or offered follows from the image and what has been
+// chosen.
 void ExportWindow::showState() {
     const Ui::ExportWindow &c = *controls_;
     const qint64 length = lengthOf(bytes());
@@ -282,7 +282,7 @@ QString ExportWindow::sizeText(const Choice &choice) const {
                     : tr("Each of the %1 files will have %2.").arg(count, size);
 }
 
-/// What comes out, once that is known.
+// What comes out, once that is known.
 QString ExportWindow::labelsText() const {
     const ArrangingRun::Outcome *outcome = run_.outcome();
     if (!outcome)

@@ -177,7 +177,7 @@ void ImportWindow::showFound() {
     prepare();
 }
 
-/// What would be imported is made at once, since the user is shown what comes of it.
+// What would be imported is made at once, since the user is shown what comes of it.
 void ImportWindow::prepare() {
     run_.stop();
     wanted_ = false;
@@ -217,7 +217,7 @@ void ImportWindow::arrange() {
     showState();
 }
 
-/// Everything that is on, off or out of sight follows from what has been read and chosen.
+// Everything that is on, off or out of sight follows from what has been read and chosen.
 void ImportWindow::showState() {
     const Ui::ImportWindow &c = *controls_;
     const DecodedRecords *decoded = import_.decoded();
@@ -239,7 +239,7 @@ void ImportWindow::showState() {
     c.importButton->setEnabled(mayImport() && !wanted_);
 }
 
-/// True if an image can be made of the records.
+// True if an image can be made of the records.
 bool ImportWindow::canBeRead() const {
     const DecodedRecords *decoded = import_.decoded();
     if (!decoded || !base() || !fill())
@@ -252,7 +252,7 @@ QList<qint64> ImportWindow::lengths() const {
     return isJoining() ? controls_->parts->lengths() : QList<qint64>{lengthOf(image_)};
 }
 
-/// Nothing while the bytes are not known.
+// Nothing while the bytes are not known.
 std::optional<NoArrangement> ImportWindow::whyNotArranged() const {
     return image_ ? ::whyNotArranged(controls_->order->arrangement(), lengths()) : std::nullopt;
 }
@@ -278,7 +278,7 @@ QString ImportWindow::resultText() const {
     return imageWords(*decoded, *base(), *fill());
 }
 
-/// What comes out, once that is known.
+// What comes out, once that is known.
 QString ImportWindow::outcomeText() const {
     const ArrangingRun::Outcome *outcome = run_.outcome();
     if (!outcome)

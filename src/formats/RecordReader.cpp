@@ -147,7 +147,7 @@ void RecordReader::lookBehindEnd(QByteArrayView text, qsizetype stop) {
     }
 }
 
-/// CR, LF and CR LF each end one line.
+// CR, LF and CR LF each end one line.
 void RecordReader::passLineEnd(QByteArrayView text) {
     if (at_ == text.size())
         return;

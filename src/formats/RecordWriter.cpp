@@ -133,7 +133,7 @@ void RecordWriter::begin() {
         addSRecord(text_, '0', 0, 2, layout_.header);
 }
 
-/// A record of Intel HEX stays within one upper half of the address.
+// A record of Intel HEX stays within one upper half of the address.
 qsizetype RecordWriter::nextLength() const {
     const qsizetype length = std::min<qsizetype>(layout_.recordLength, length_ - at_);
     if (layout_.format == RecordFormat::SRecord)

@@ -49,7 +49,7 @@ qint64 GridDrag::byteAt(const QPoint &point) const {
     return qint64(byteIndex(row, std::max(column, firstByteColumn)));
 }
 
-/// An address is no byte, nor is what is beside the columns and below the rows.
+// An address is no byte, nor is what is beside the columns and below the rows.
 bool GridDrag::isOnBytes(const QPoint &point) const {
     const QModelIndex cell = view_.indexAt(point);
     const GridModel *model = view_.gridModel();

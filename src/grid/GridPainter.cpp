@@ -95,7 +95,7 @@ void GridPainter::paintRow(int row, int top, const QRect &area) const {
     }
 }
 
-/// The part of a cell that stands for bytes of the block.
+// The part of a cell that stands for bytes of the block.
 QRect GridPainter::partInBlock(int row, int column, const QRect &cell) const {
     const qint64 start = qint64(row) * bytesInRow;
     const auto first = int(std::clamp<qint64>(block_.offset - start, 0, bytesInRow));
@@ -153,7 +153,7 @@ void GridPainter::paintGround(const CellValue &value, const QRect &cell, Look lo
         painter_.fillRect(ground, selectedGround_);
 }
 
-/// A line sets addresses, the halves of a row and the characters apart.
+// A line sets addresses, the halves of a row and the characters apart.
 bool GridPainter::endsGroup(int column) const {
     constexpr int lastOfFirstHalf = firstByteColumn + bytesInRow / 2 - 1;
     if (model_.heading() == GridHeading::Pins)
@@ -198,19 +198,19 @@ void GridPainter::paintText(const CellValue &value, int column, const QRect &cel
         painter_.setFont(view_.font());
 }
 
-/// Addresses line up at their last digits; longer ones stand out to the left.
+// Addresses line up at their last digits; longer ones stand out to the left.
 int GridPainter::textLeft(int column, const QRect &cell, int width) const {
     return column == addressColumn ? cell.right() + 1 - places_.padding() - width
                                    : cell.left() + (cell.width() - width) / 2;
 }
 
-/// Measuring a text costs as much as drawing it, and nearly all of them need not be measured.
+// Measuring a text costs as much as drawing it, and nearly all of them need not be measured.
 int GridPainter::widthOf(const QString &text) const {
     return fixedPitch_ && isPlain(text) ? qCeil(double(text.size()) * places_.width())
                                         : painter_.fontMetrics().horizontalAdvance(text);
 }
 
-/// Those of the block have the colour of what is selected.
+// Those of the block have the colour of what is selected.
 void GridPainter::paintCharactersAround(const QString &text, const QRect &cell,
                                         const QRect &block) const {
     if (block.isEmpty())
@@ -224,8 +224,8 @@ void GridPainter::paintCharactersAround(const QString &text, const QRect &cell,
     painter_.restore();
 }
 
-/// Draws unit by unit, each in its own place, so that no unit joins, reorders or widens its
-/// neighbours and the characters stand in line with those of the other rows.
+// Draws unit by unit, each in its own place, so that no unit joins, reorders or widens its
+// neighbours and the characters stand in line with those of the other rows.
 void GridPainter::paintCharacters(const QString &text, const QRect &cell) const {
     const QPointF start(cell.left() + places_.padding(), cell.top() + baseline_);
     if (fixedPitch_ && isPlain(text))
@@ -235,7 +235,7 @@ void GridPainter::paintCharacters(const QString &text, const QRect &cell) const 
             paintUnit(text, place, start + QPointF(place * places_.width(), 0));
 }
 
-/// A unit that has no shape of its own gets a dot: fonts would fill the column with boxes.
+// A unit that has no shape of its own gets a dot: fonts would fill the column with boxes.
 void GridPainter::paintUnit(const QString &text, int place, const QPointF &origin) const {
     const QChar unit = text[place];
     const bool followsHigh = place > 0 && text[place - 1].isHighSurrogate();

@@ -188,12 +188,12 @@ bool GridSelection::isPointedAt(const QModelIndex &cell) const {
     return pointed_ && cell.column() == charactersColumn && cell.row() == *pointed_ / bytesInRow;
 }
 
-/// The byte that the cursor is on, which need not exist; nothing where it stands for a row.
+// The byte that the cursor is on, which need not exist; nothing where it stands for a row.
 std::optional<qint64> GridSelection::meantByte() const {
     return isPointedAt(view_.currentIndex()) ? pointed_ : byteOfCell(view_.currentIndex());
 }
 
-/// The byte under the cursor; where it stands for a row, the first of it.
+// The byte under the cursor; where it stands for a row, the first of it.
 qint64 GridSelection::nearestByte() const {
     const QModelIndex cell = view_.currentIndex();
     const qint64 first = cell.isValid() ? qint64(cell.row()) * bytesInRow : 0;

@@ -43,13 +43,13 @@ void CopyAhead::turn() {
         take();
 }
 
-/// False as soon as the image has been changed, made anew or given up.
+// False as soon as the image has been changed, made anew or given up.
 bool CopyAhead::isStillShared() const {
     const ByteBuffer image = image_.lock();
     return image && image->constData() == shared_.constData() && image->size() == shared_.size();
 }
 
-/// True if there is nothing left to copy.
+// True if there is nothing left to copy.
 bool CopyAhead::copyPiece() {
     constexpr qsizetype pieceSize = mebibyte;
     const qsizetype count = std::min(pieceSize, shared_.size() - copied_);

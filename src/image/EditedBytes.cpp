@@ -21,7 +21,7 @@ bool EditedBytes::contains(qint64 offset) const {
     return behind != ends_.begin() && offset < std::prev(behind)->second;
 }
 
-/// Makes two pieces of one that goes across \a offset.
+// Makes two pieces of one that goes across \a offset.
 void EditedBytes::cutAt(qint64 offset) {
     const auto behind = ends_.lower_bound(offset);
     if (behind == ends_.begin())
@@ -42,7 +42,7 @@ void EditedBytes::moveFrom(qint64 offset, qint64 by) {
     ends_.merge(moved);
 }
 
-/// Adds \a piece where there is none; pieces that touch become one.
+// Adds \a piece where there is none; pieces that touch become one.
 void EditedBytes::add(ByteRange piece) {
     qint64 end = piece.end();
     if (const auto behind = ends_.find(end); behind != ends_.end()) {

@@ -108,7 +108,7 @@ void PastedText::takeNumber() {
     pass(word.size());
 }
 
-/// Tools that write arrays like to declare their length behind them.
+// Tools that write arrays like to declare their length behind them.
 void PastedText::takeArrayEnd() {
     static const QRegularExpression end(
         QStringLiteral(R"(\A\s*;?\s*(?:[A-Za-z_][\w\s]*=\s*\d+\s*;)?\s*\z)"));
@@ -199,8 +199,8 @@ void PastedText::takeRow() {
     pass(line.size() + lineEndAt(at_ + line.size()));
 }
 
-/// False if \a cells do not begin with the bytes of a row, or there were places without a byte
-/// before them.
+// False if \a cells do not begin with the bytes of a row, or there were places without a byte
+// before them.
 bool PastedText::takeRowBytes(QStringView cells) {
     for (int place = 0; place < bytesInRow; ++place) {
         const QStringView cell = cells.sliced(place * rowCell, 2);

@@ -49,8 +49,8 @@ QString DifferenceSteps::whyNone() const {
     return tr("The data read from the chip and the data to burn do not differ.");
 }
 
-/// The offset of the byte under the cursor; of the first in its row beside the bytes, and -1
-/// without a cursor.
+// The offset of the byte under the cursor; of the first in its row beside the bytes, and -1
+// without a cursor.
 qint64 DifferenceSteps::cursor() const {
     const QModelIndex cell = grid_.currentIndex();
     if (!cell.isValid())

@@ -62,13 +62,13 @@ void FactsLine::turn() {
     takeWords(image);
 }
 
-/// The selected bytes if they are more than one, which has words of its own.
+// The selected bytes if they are more than one, which has words of its own.
 ByteRange FactsLine::selectedBlock() const {
     const ByteRange selected = grid_->selection().bytes();
     return selected.length > 1 ? selected : ByteRange();
 }
 
-/// True while there is more to read.
+// True while there is more to read.
 bool FactsLine::readOn(const ShownImage &image) {
     const ByteRange block = selectedBlock();
     const bool readsImage = reader_.readOn(image);

@@ -98,7 +98,7 @@ ByteMark ImageComparison::markAt(qint64 offset) const {
     return {.differs = pairAt(offset).has_value()};
 }
 
-/// What the other image has at \a pair, told of a byte of the data read (\a ofRead) or to burn.
+// What the other image has at \a pair, told of a byte of the data read (\a ofRead) or to burn.
 QString ImageComparison::words(const Pair &pair, bool ofRead) {
     const QString text = byteDigits(ofRead ? pair.toBurn : pair.read);
     return ofRead ? tr("%1 in the data to burn").arg(text)

@@ -57,7 +57,7 @@ TypedRange::Until SelectRangeWindow::until() const {
                                                         : TypedRange::Until::Length;
 }
 
-/// What is typed, with its end taken as \a until says.
+// What is typed, with its end taken as \a until says.
 Result<ByteRange, RangeTrouble> SelectRangeWindow::range(TypedRange::Until until) const {
     const qint64 cursor =
         byteOfCell(grid_->currentIndex()).value_or(grid_->selection().bytes().offset);
@@ -65,7 +65,7 @@ Result<ByteRange, RangeTrouble> SelectRangeWindow::range(TypedRange::Until until
                    grid_->gridModel()->byteCount());
 }
 
-/// Shows the end of \a length bytes from \a first on, as it is asked for; nothing for none.
+// Shows the end of \a length bytes from \a first on, as it is asked for; nothing for none.
 void SelectRangeWindow::showEnd(qint64 first, qint64 length) {
     const bool isAddress = until() == TypedRange::Until::Address;
     QLineEdit &end = *controls_->end;
@@ -80,7 +80,7 @@ void SelectRangeWindow::showEnd(qint64 first, qint64 length) {
         end.setText(isAddress ? addressWords(first + length - 1) : hexDigits(length));
 }
 
-/// The same bytes, told in the other way.
+// The same bytes, told in the other way.
 void SelectRangeWindow::changeUntil() {
     const auto before = until() == TypedRange::Until::Address ? TypedRange::Until::Length
                                                               : TypedRange::Until::Address;

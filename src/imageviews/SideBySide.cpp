@@ -107,7 +107,7 @@ void SideBySide::take(const OtherImage &other) {
     views_.beside.verticalScrollBar()->setValue(views_.grid.verticalScrollBar()->value());
 }
 
-/// The heading begins where its grid does.
+// The heading begins where its grid does.
 void SideBySide::alignHeading() {
     const QWidget *both = views_.grid.parentWidget();
     const QRect beside = views_.beside.geometry();

@@ -51,7 +51,7 @@ private:
     static QString levelName(QChar letter);
 };
 
-/// The runs of \a numbers as texts. A pair is no run.
+// The runs of \a numbers as texts. A pair is no run.
 QStringList PinWords::runsOf(const QList<int> &numbers) {
     QStringList texts;
     for (qsizetype first = 0; first < numbers.size();) {

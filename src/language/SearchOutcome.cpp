@@ -57,7 +57,7 @@ private:
     RunFacts run_;
 };
 
-/// A list that is too large, or no text, is not the tool's: what was started is another program.
+// A list that is too large, or no text, is not the tool's: what was started is another program.
 QString SearchWording::noList(const Failure &failure) {
     const bool isTooLarge = failure.systemError == EFBIG;
     const bool isForeign =

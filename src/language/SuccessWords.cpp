@@ -88,8 +88,8 @@ RunOutcome SuccessWording::outcome() const {
     return outcome;
 }
 
-/// A sentence on the memories of the chip that the run left out. That it left out the code memory
-/// is said elsewhere.
+// A sentence on the memories of the chip that the run left out. That it left out the code memory
+// is said elsewhere.
 QString SuccessWording::leftOut() const {
     switch (facts_.operation) {
     case WriteOperation:
@@ -162,7 +162,7 @@ RunOutcome SuccessWording::write() const {
                            compare);
 }
 
-/// The outcome where the bytes on the chip, or compared with it, are not just those of the file.
+// The outcome where the bytes on the chip, or compared with it, are not just those of the file.
 std::optional<RunOutcome> SuccessWording::differentExtent() const {
     if (const QString kind = nameOf(encodingOf(facts_)); !kind.isEmpty())
         return decoded(kind);
@@ -211,8 +211,8 @@ RunOutcome SuccessWording::longFile(const WrongSize &sizes) const {
                      tr("Choose a larger chip or shorter data."));
 }
 
-/// What lies behind the end is not certain: the tool fills the block that it reads at a time, and
-/// what comes after that is as the erasure, or somebody else, left it.
+// What lies behind the end is not certain: the tool fills the block that it reads at a time, and
+// what comes after that is as the erasure, or somebody else, left it.
 RunOutcome SuccessWording::shortFile(const WrongSize &sizes) const {
     const std::optional<qint64> padTo = padToReach(sizes.needed, facts_);
     const QString needed = grouped(sizes.needed);

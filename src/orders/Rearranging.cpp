@@ -53,7 +53,7 @@ void Rearranging::arrange(const QList<QByteArrayView> &parts, qsizetype size) {
     at_ += size;
 }
 
-/// Goes on by at most \a max bytes of each part.
+// Goes on by at most \a max bytes of each part.
 void Rearranging::repeat(qsizetype max) {
     const qsizetype goal = parts_.first().size();
     const qsizetype stop = repeated_ + std::min(max, goal - repeated_);

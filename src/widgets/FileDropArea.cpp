@@ -55,7 +55,7 @@ bool FileDropArea::eventFilter(QObject *area, QEvent *event) {
     return QLabel::eventFilter(area, event);
 }
 
-/// False if \a drag is left to \a area.
+// False if \a drag is left to \a area.
 bool FileDropArea::takes(QObject *area, QDropEvent *drag) {
     const bool isFile = !onlyFile(drag->mimeData()).isEmpty();
     setHeld(isFile);

@@ -56,7 +56,7 @@ std::optional<ByteRange> TestBlockEdits::fill(qint64 offset, qint64 length, char
                           QStringLiteral("fill"));
 }
 
-/// A letter for each byte that is edited, a dot for each other.
+// A letter for each byte that is edited, a dot for each other.
 QString TestBlockEdits::marks() const {
     QString marks;
     for (qint64 offset = 0; offset < image_->size(); ++offset)

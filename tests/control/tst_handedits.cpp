@@ -41,7 +41,7 @@ void TestHandEdits::init() {
     edits_->composed({.revision = 1, .madeWith = {}});
 }
 
-/// "bytes, number of edits".
+// "bytes, number of edits".
 QString TestHandEdits::state() const {
     return QStringLiteral("%1, %2").arg(QString::fromLatin1(*image_),
                                         QString::number(edits_->state().edits));

@@ -33,7 +33,7 @@ void TestByteBlock::clipping_keepsWhatIsThere() {
     QCOMPARE(clipped({0, 0}, 0), std::nullopt);
 }
 
-/// Among 100 bytes, 4 rows of 16 in a page.
+// Among 100 bytes, 4 rows of 16 in a page.
 void TestByteBlock::steps_data() {
     QTest::addColumn<GridStep>("step");
     QTest::addColumn<qint64>("from");

@@ -82,7 +82,7 @@ void TestGridBlock::rows_selectTheirBytes_data() {
     QTest::newRow("of characters") << charactersColumn << 0 << 1 << qint64(0) << qint64(32);
 }
 
-/// Those that are selected one by one follow each other all the same.
+// Those that are selected one by one follow each other all the same.
 void TestGridBlock::rows_selectTheirBytes() {
     QFETCH(const int, column);
     QFETCH(const int, first);
@@ -188,7 +188,7 @@ void TestGridBlock::selecting_takesWhatThereIs_data() {
     row("none", {7, 0}, {2, 3});
 }
 
-/// What cannot be selected leaves the bytes 2 to 4 as they were.
+// What cannot be selected leaves the bytes 2 to 4 as they were.
 void TestGridBlock::selecting_takesWhatThereIs() {
     QFETCH(qint64, offset);
     QFETCH(qint64, length);
@@ -356,7 +356,7 @@ void TestGridBlock::everyChange_isTold() {
     QVERIFY(!wasTold());
 }
 
-/// Assistive technology hears of these, as it does of rows.
+// Assistive technology hears of these, as it does of rows.
 void TestGridBlock::everyChangeOfTheBlock_isTold() {
     ShownGrid grid(QByteArray(100, 'A'));
     grid.click(1, 4);

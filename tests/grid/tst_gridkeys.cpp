@@ -34,7 +34,7 @@ private slots:
     void copy_withoutASelectionLeavesTheClipboard();
 };
 
-/// 100 rows of which the last holds no byte, and a cursor in the middle.
+// 100 rows of which the last holds no byte, and a cursor in the middle.
 void TestGridKeys::keys_data() {
     QTest::addColumn<int>("fromRow");
     QTest::addColumn<int>("fromColumn");

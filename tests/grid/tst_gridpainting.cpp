@@ -237,7 +237,7 @@ void TestGridPainting::block_canBeReadInEveryTheme() {
     }
 }
 
-/// Where every byte stands out by a ground of its own, the block is still to be seen.
+// Where every byte stands out by a ground of its own, the block is still to be seen.
 void TestGridPainting::block_isSeenAroundMarks() {
     MarksDouble marks;
     ShownGrid grid(QByteArray(32, 'A'));
@@ -279,7 +279,7 @@ void TestGridPainting::cursor_isFramed() {
     QCOMPARE(background(picture(grid.view, grid.cell(1, 5))), highlight);
 }
 
-/// A character of a row stands in the same place whatever stands before it.
+// A character of a row stands in the same place whatever stands before it.
 void TestGridPainting::units_keepTheirPlaces() {
     const auto lastCharacter = [](const QByteArray &bytes) {
         ShownGrid grid(bytes);

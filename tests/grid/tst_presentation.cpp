@@ -168,7 +168,7 @@ void TestPresentation::dump_ofAnUnknownTabOrColumnIsOfBytes() {
              (CellValue{.text = QStringLiteral("XX"), .missing = true}));
 }
 
-/// Text of half as many units as bytes: its controls are kept, only line breaks become spaces.
+// Text of half as many units as bytes: its controls are kept, only line breaks become spaces.
 void TestPresentation::dump_ofTextOfHalfTheLengthKeepsControls() {
     const QByteArray breaks("\n\v\f\r\x01");
     // With the filler, 5 + 3 + 3 units of 5 + 8 + 9 bytes.

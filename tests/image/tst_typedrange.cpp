@@ -23,7 +23,7 @@ constexpr auto length = TypedRange::Until::Length;
 
 } // namespace
 
-/// Among 0x200 bytes, with the cursor at 0x80.
+// Among 0x200 bytes, with the cursor at 0x80.
 void TestTypedRange::ranges_data() {
     QTest::addColumn<QString>("first");
     QTest::addColumn<TypedRange::Until>("until");

@@ -19,7 +19,7 @@ private:
     static QString picture(const FuseListModel &model);
 };
 
-/// The rows, their cells separated by "|".
+// The rows, their cells separated by "|".
 QString TestFuseListModel::picture(const FuseListModel &model) {
     QStringList rows;
     for (int row = 0; row < model.rowCount(); ++row) {

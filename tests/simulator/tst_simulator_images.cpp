@@ -242,7 +242,7 @@ void TestSimulatorImages::largeImages_areReadBack_data() {
     QTest::newRow("S-record") << QStringLiteral("srec");
 }
 
-/// Addresses of more than 16 bits.
+// Addresses of more than 16 bits.
 void TestSimulatorImages::largeImages_areReadBack() {
     QFETCH(QString, format);
     const QString device = QStringLiteral("W25Q80BV");

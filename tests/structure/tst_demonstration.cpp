@@ -59,7 +59,7 @@ QStringList allFiles(const QString &folder) {
 
 } // namespace
 
-/// Runs the script's function as ./run does; returns what it had to say (empty: nothing).
+// Runs the script's function as ./run does; returns what it had to say (empty: nothing).
 QString TestDemonstration::write(const QString &folder, const QString &simulator,
                                  const QString &temporary) {
     QProcess shell;

@@ -92,7 +92,7 @@ void TestWindowImport::init() {
     velm_->start();
 }
 
-/// The button of that text in the main window; null if there is none to be seen.
+// The button of that text in the main window; null if there is none to be seen.
 QAbstractButton *TestWindowImport::messageButton(const QString &text) {
     for (auto *button : velm_->velm().window().findChildren<QAbstractButton *>())
         if (button->isVisible() && button->text().remove(u'&') == text)
