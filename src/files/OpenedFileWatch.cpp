@@ -16,7 +16,7 @@ void OpenedFileWatch::watch(const QString &path) {
         watcher_.removePaths(watched);
     opened_ = FileStamp::of(path);
     path_ = opened_ ? path : QString();
-    state_ = State::AsOpened;
+    seen_ = opened_;
     listen();
 }
 
@@ -36,9 +36,8 @@ void OpenedFileWatch::look() {
         return;
     listen();
     const std::optional<FileStamp> now = FileStamp::of(path_);
-    const State state = !now ? State::Gone : now == opened_ ? State::AsOpened : State::Changed;
-    if (state == state_)
+    if (now == seen_)
         return;
-    state_ = state;
-    emit stateChanged(state_);
+    seen_ = now;
+    emit stateChanged(!now ? State::Gone : now == opened_ ? State::AsOpened : State::Changed);
 }

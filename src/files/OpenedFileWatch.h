@@ -26,7 +26,8 @@ public:
     QString path() const { return path_; }
 
 signals:
-    /// The file on the disk is now \a state, other than before.
+    /// The file on the disk is now \a state: another one than when this was last told, or opened.
+    /// A file that is written twice is told twice.
     void stateChanged(OpenedFileWatch::State state);
 
 private:
@@ -36,5 +37,5 @@ private:
     QFileSystemWatcher watcher_;
     QString path_;
     std::optional<FileStamp> opened_;
-    State state_ = State::AsOpened;
+    std::optional<FileStamp> seen_; ///< when this was last told
 };

@@ -17,6 +17,7 @@ private slots:
     void init();
     void inPlace_isNoticed();
     void replacing_isNoticedTwice();
+    void writingTwice_isNoticedTwice();
     void goingAndComing_isNoticed();
     void anotherFile_isWatchedInstead();
     void aFileThatIsMissing_isNotWatched();
@@ -69,6 +70,14 @@ void TestOpenedFileWatch::replacing_isNoticedTwice() {
     watch_->watch(path());
     replaceBy("third!");
     QCOMPARE(next(), State::Changed);
+}
+
+// What was written first may have been the same bytes.
+void TestOpenedFileWatch::writingTwice_isNoticedTwice() {
+    for (const char *bytes : {"second", "third, longer"}) {
+        replaceBy(bytes);
+        QCOMPARE(next(), State::Changed);
+    }
 }
 
 void TestOpenedFileWatch::goingAndComing_isNoticed() {

@@ -17,6 +17,7 @@ private slots:
     void recentFile_commitsWhatIsBeingTypedFirst();
     void openedBinary_isTakenAsStored();
     void openedBinary_changedOnDiskCanBeReloaded();
+    void openedBinary_writtenAgainAsItWasIsStillWatched();
     void openedBinary_goneFromDiskIsSaidUntilItIsBack();
     void unreadableBinary_isNotWatched();
 };
@@ -53,32 +54,37 @@ void TestWindowOpened::openedBinary_changedOnDiskCanBeReloaded() {
     showTwentyBytes(velm);
     enter(velm, 0, 1, QStringLiteral("7A"));
     velm.write(QStringLiteral("rom.bin"), "other");
-    QTRY_VERIFY2(velm.message().contains(QStringLiteral("has changed on the disk")),
-                 qPrintable(velm.message()));
+    QTRY_VERIFY2(velm.message().contains(u"has changed on the disk"), qPrintable(velm.message()));
     QCOMPARE(*velm.state().output_data, QByteArray("z123456789ABCDEFGHIJ"));
     const FactsLine *facts = velm.controls().factsLine;
-    QTRY_VERIFY2(facts->wholeText().startsWith(
-                     QStringLiteral("rom.bin (changed on the disk since), with 1 edit")),
+    QTRY_VERIFY2(facts->wholeText().startsWith(u"rom.bin (changed on the disk since), with 1 edit"),
                  qPrintable(facts->wholeText()));
     velm.click(velm.controls().messageLine->findChild<QPushButton *>());
     velm.settle();
-    QTRY_VERIFY(!facts->wholeText().contains(QStringLiteral("changed on the disk")));
+    QTRY_VERIFY(!facts->wholeText().contains(u"changed on the disk"));
     QCOMPARE(*velm.state().output_data, QByteArray("other"));
-    QVERIFY2(!velm.message().contains(QStringLiteral("has changed on the disk")),
-             qPrintable(velm.message()));
-    QVERIFY2(velm.message().contains(QStringLiteral("1 hand edit was replaced")),
-             qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"has changed on the disk"), qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"1 hand edit was replaced"), qPrintable(velm.message()));
+}
+
+void TestWindowOpened::openedBinary_writtenAgainAsItWasIsStillWatched() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    QSignalSpy seen(&velm.delegate().openedBinary(), &OpenedBinary::onDiskChanged);
+    velm.write(QStringLiteral("rom.bin"), "0123456789ABCDEFGHIJ");
+    QTRY_VERIFY(!seen.isEmpty());
+    QTRY_VERIFY2(velm.message().isEmpty(), qPrintable(velm.message()));
+    velm.write(QStringLiteral("rom.bin"), "other");
+    QTRY_VERIFY2(velm.message().contains(u"has changed on the disk"), qPrintable(velm.message()));
 }
 
 void TestWindowOpened::openedBinary_goneFromDiskIsSaidUntilItIsBack() {
     WindowFixture velm;
     showTwentyBytes(velm);
     QVERIFY(QFile::remove(velm.path(QStringLiteral("rom.bin"))));
-    QTRY_VERIFY2(velm.message().contains(QStringLiteral("is no longer on the disk")),
-                 qPrintable(velm.message()));
+    QTRY_VERIFY2(velm.message().contains(u"is no longer on the disk"), qPrintable(velm.message()));
     velm.write(QStringLiteral("rom.bin"), "0123456789ABCDEFGHIJ");
-    QTRY_VERIFY2(!velm.message().contains(QStringLiteral("is no longer on the disk")),
-                 qPrintable(velm.message()));
+    QTRY_VERIFY2(!velm.message().contains(u"is no longer on the disk"), qPrintable(velm.message()));
     QCOMPARE(*velm.state().output_data, QByteArray("0123456789ABCDEFGHIJ"));
 }
 
@@ -89,7 +95,7 @@ void TestWindowOpened::unreadableBinary_isNotWatched() {
     QVERIFY(QFile::resize(large, largestImage + 1)); // holes take no room on the disk
     const QString small = velm.write(QStringLiteral("small.bin"), "bytes");
     velm.delegate().openBinary(large);
-    QVERIFY(velm.message().contains(QStringLiteral("could not be read")));
+    QVERIFY(velm.message().contains(u"could not be read"));
     QVERIFY(QFile::remove(large));
     // What the system tells of two files comes in its order.
     OpenedFileWatch other;
@@ -97,8 +103,7 @@ void TestWindowOpened::unreadableBinary_isNotWatched() {
     QSignalSpy seen(&other, &OpenedFileWatch::stateChanged);
     QVERIFY(QFile::remove(small));
     QVERIFY(seen.wait());
-    QVERIFY2(!velm.message().contains(QStringLiteral("bytes are still here")),
-             qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"bytes are still here"), qPrintable(velm.message()));
 }
 
 QTEST_MAIN(TestWindowOpened)
