@@ -34,10 +34,12 @@ void EditOffers::redo() {
 void EditOffers::step(std::optional<ByteRange> (HandEdits::*way)()) {
     if (gate_.refusesElseCommits())
         return;
+    const bool wasRestored = edits_.state().isRestored;
     std::optional<ByteRange> made;
     if (!tryEdit([&] { made = (edits_.*way)(); }) || !made)
         return;
-    sayHowItCameOut();
+    if (edits_.state().isRestored != wasRestored)
+        sayHowItCameOut();
     emit stepped(*made);
 }
 

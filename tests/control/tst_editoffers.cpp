@@ -18,6 +18,7 @@ class TestEditOffers : public QObject {
 private slots:
     void forgottenEdits_areTold();
     void editThatCannotBeShown_isNoEditThatFailed();
+    void undo_saysNothingOfTheCompositionAgain();
 };
 
 namespace {
@@ -52,7 +53,7 @@ void TestEditOffers::forgottenEdits_areTold() {
     QVERIFY(!data.line.toPlainText().contains(forgotten));
     QVERIFY(data.write(0, "efgh"));
     QVERIFY2(data.line.toPlainText().contains(forgotten), qPrintable(data.line.toPlainText()));
-    QVERIFY(data.line.toPlainText().contains(QStringLiteral("Pasted.")));
+    QVERIFY(data.line.toPlainText().contains(u"Pasted."));
     QVERIFY(data.write(0, "i"));
     QVERIFY(!data.line.toPlainText().contains(forgotten));
 }
@@ -62,9 +63,20 @@ void TestEditOffers::editThatCannotBeShown_isNoEditThatFailed() {
     QObject::connect(&data.offers, &EditOffers::changed, &data.line,
                      [] { throw std::bad_alloc(); });
     QVERIFY_THROWS_EXCEPTION(std::bad_alloc, data.write(0, "abcd"));
-    QVERIFY2(!data.line.toPlainText().contains(QStringLiteral("as they were")),
+    QVERIFY2(!data.line.toPlainText().contains(u"as they were"),
              qPrintable(data.line.toPlainText()));
     QCOMPARE(*data.image, QByteArray("abcd456789"));
+}
+
+// What stands there already would be told again to whoever hears it.
+void TestEditOffers::undo_saysNothingOfTheCompositionAgain() {
+    Edited data;
+    data.offers.sayComposed({QStringLiteral("Pad to holds no number."), false});
+    QVERIFY(data.write(0, "abcd"));
+    QVERIFY(data.line.toPlainText().startsWith(u"Pasted."));
+    data.offers.undo();
+    QVERIFY2(data.line.toPlainText().startsWith(u"Pasted."), qPrintable(data.line.toPlainText()));
+    QVERIFY(data.line.toPlainText().contains(u"Pad to holds no number."));
 }
 
 QTEST_MAIN(TestEditOffers)
