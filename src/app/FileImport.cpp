@@ -95,9 +95,10 @@ void FileImport::open(const QString &path) {
 void FileImport::load(const QString &path) {
     if (with_.gate.refuses())
         return;
+    with_.messages.happened(Event::ImportAsked);
     const auto loaded = loadWholeFile(path);
     if (const Failure *failure = loaded.failure())
-        with_.messages.say(Topic::Binary,
+        with_.messages.say(Topic::Import,
                            tr("%1 could not be read, so nothing was imported: %2")
                                .arg(QDir::toNativeSeparators(path), failure->reason));
     else

@@ -27,7 +27,7 @@ struct Rule {
     Ends ends;
 };
 
-/// No event ends the message. It tells of a state, which stands beside the topic; who says it
+/// No event ends the message. It tells of a state, which stands beside the topic; whoever says it
 /// follows that state, and says it anew or takes it back at each change.
 constexpr Ends followed = {};
 
@@ -50,6 +50,7 @@ constexpr std::array rules = {
     Rule{Topic::ImageFile, information, problem, {Event::ImageChanged, Event::RunBegan}},
     Rule{Topic::Binary, warning, warning, {Event::BinaryLoading}},
     Rule{Topic::OpenedFile, information, warning, {Event::BinaryLoading, Event::BinaryOnDisk}},
+    Rule{Topic::Import, warning, warning, {Event::ImportAsked}},
     Rule{Topic::ImportedFile, warning, warning, {Event::BinaryLoading, Event::ImportsOnDisk}},
     Rule{Topic::Saving, success, problem, {Event::SavingBegan}},
     Rule{Topic::TakenNames, warning, warning, {Event::SavingBegan, Event::RunBegan}},

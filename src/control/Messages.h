@@ -21,6 +21,7 @@ enum class Topic {
     ImageFile,       ///< that file was written again
     Binary,          ///< the opened binary: how it reads, or that it does not
     OpenedFile,      ///< the opened binary is another file by now
+    Import,          ///< a file that could not be imported
     ImportedFile,    ///< a file that the opened binary was imported from is another by now
     Saving,          ///< a file of the user's was written, or not
     TakenNames,      ///< files of a set that are there already
@@ -57,6 +58,7 @@ enum class Event {
     ImageMoved,        ///< the image has another file
     BinaryLoading,     ///< the opened binary is about to be read
     BinaryOnDisk,      ///< the file of the opened binary holds its bytes, as it did not before
+    ImportAsked,       ///< a file is to be imported
     ImportsOnDisk,     ///< none of the files that it was imported from is another any more
     SavingBegan,       ///< a file of the user's is about to be chosen
     SettingsSaved,     ///< settings that could not be saved, or read, before

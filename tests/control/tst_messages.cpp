@@ -25,12 +25,13 @@ const QString problem = QStringLiteral("Problem: ");
 const QString plain; // information has no word before it
 
 const QList<Event> everything = {
-    Event::RunBegan,      Event::WorkEnded,         Event::ReadTaken,       Event::BytesRead,
-    Event::ImageChanged,  Event::ImageHasBytes,     Event::ImageWritten,    Event::ImageMoved,
-    Event::BinaryLoading, Event::BinaryOnDisk,      Event::ImportsOnDisk,   Event::SavingBegan,
-    Event::SettingsSaved, Event::DeviceChanged,     Event::ToolChanged,     Event::BlockAsked,
-    Event::BlockDone,     Event::BytesSelected,     Event::RowsSelected,    Event::AddressChanged,
-    Event::ClipboardRead, Event::FavouritesChanged, Event::FavouritesShown, Event::ConsoleCleared};
+    Event::RunBegan,       Event::WorkEnded,     Event::ReadTaken,         Event::BytesRead,
+    Event::ImageChanged,   Event::ImageHasBytes, Event::ImageWritten,      Event::ImageMoved,
+    Event::BinaryLoading,  Event::BinaryOnDisk,  Event::ImportsOnDisk,     Event::ImportAsked,
+    Event::SavingBegan,    Event::SettingsSaved, Event::DeviceChanged,     Event::ToolChanged,
+    Event::BlockAsked,     Event::BlockDone,     Event::BytesSelected,     Event::RowsSelected,
+    Event::AddressChanged, Event::ClipboardRead, Event::FavouritesChanged, Event::FavouritesShown,
+    Event::ConsoleCleared};
 
 constexpr Topic lastTopic = Topic::SettingsNotRead;
 
@@ -78,6 +79,11 @@ const QList<Expectation> expectations = {
      plain,
      warning,
      {Event::BinaryLoading, Event::BinaryOnDisk}},
+    {"a file that could not be imported, until the next",
+     Topic::Import,
+     warning,
+     warning,
+     {Event::ImportAsked}},
     {"an import that changed, until it is read again or as it was",
      Topic::ImportedFile,
      warning,

@@ -157,7 +157,7 @@ void TestWindowImport::sourceWrittenSince_isSaid() {
     velm_->click(importWindow(*velm_)->controls().importButton);
     QVERIFY(hasGone(*velm_));
     QCOMPARE(velm_->state().opened_bin_data->size(), 1);
-    QTRY_VERIFY(!velm_->message().contains(QStringLiteral("since it was imported")));
+    QTRY_VERIFY(!velm_->message().contains(u"since it was imported"));
 }
 
 void TestWindowImport::sourceWrittenSince_isSaidBesideTheBinary() {
@@ -199,7 +199,7 @@ void TestWindowImport::sourceOfAnEarlierBinary_isForgotten() {
     QSignalSpy heard(&later, &OpenedFileWatch::stateChanged);
     velm_->write(QStringLiteral("rom.hex"), "something else");
     QVERIFY(heard.wait());
-    QVERIFY2(!velm_->message().contains(QStringLiteral("imported")), qPrintable(velm_->message()));
+    QVERIFY2(!velm_->message().contains(u"imported"), qPrintable(velm_->message()));
 }
 
 void TestWindowImport::import_keepsWhatAnotherFileOfThatNameGave() {
@@ -336,9 +336,10 @@ void TestWindowImport::openedText_offersToImportIt() {
 void TestWindowImport::unreadableFile_isSaid() {
     velm_->panels.answer = velm_->path(QStringLiteral("missing.hex"));
     importEntry(*velm_)->trigger();
-    QTRY_VERIFY2(velm_->message().contains(QStringLiteral("could not be read")),
-                 qPrintable(velm_->message()));
+    QTRY_VERIFY2(velm_->message().contains(u"could not be read"), qPrintable(velm_->message()));
     QVERIFY(velm_->settings().stringValue(settingsKeys::binary).isNull());
+    opened(*velm_, QStringLiteral("rom.hex"), hexFile);
+    QVERIFY2(!velm_->message().contains(u"could not be read"), qPrintable(velm_->message()));
 }
 
 void TestWindowImport::dataHomeThatCannotBeWritten_isSaid() {
@@ -346,8 +347,7 @@ void TestWindowImport::dataHomeThatCannotBeWritten_isSaid() {
     ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
     velm_->click(window->controls().importButton);
     const QLabel *result = window->controls().result;
-    QTRY_VERIFY2(result->text().contains(QStringLiteral("could not be written")),
-                 qPrintable(result->text()));
+    QTRY_VERIFY2(result->text().contains(u"could not be written"), qPrintable(result->text()));
     QVERIFY(!velm_->state().opened_bin_data);
     QVERIFY(window->controls().importButton->isEnabled());
 }
@@ -357,8 +357,7 @@ void TestWindowImport::folderThatCannotBeMade_isSaid() {
     const FailingCalls full("mkdir", 1, ENOSPC);
     velm_->click(window->controls().importButton);
     const QLabel *result = window->controls().result;
-    QTRY_VERIFY2(result->text().endsWith(QStringLiteral(": No space left on device")),
-                 qPrintable(result->text()));
+    QTRY_VERIFY2(result->text().endsWith(u": No space left on device"), qPrintable(result->text()));
 }
 
 void TestWindowImport::fileToOpen_isShownIfTheToolWouldDecodeIt() {
@@ -409,7 +408,7 @@ void TestWindowImport::manyRecords_leaveTheEventLoopTurning() {
         ++turns;
     }
     QVERIFY2(turns > 3, qPrintable(QString::number(turns)));
-    QVERIFY(foundLines(*window).contains(QStringLiteral("Further troubles: 9,999,900")));
+    QVERIFY(foundLines(*window).contains(u"Further troubles: 9,999,900"));
 }
 
 void TestWindowImport::imageWithoutMemory_isSaid() {
@@ -429,7 +428,7 @@ void TestWindowImport::imageWithoutMemory_isSaid() {
         QVERIFY(!velm_->state().opened_bin_data);
     }
     window->controls().fill->setText(QStringLiteral("00"));
-    QTRY_VERIFY(window->controls().outcome->text().startsWith(QStringLiteral("CRC-32")));
+    QTRY_VERIFY(window->controls().outcome->text().startsWith(u"CRC-32"));
 }
 
 void TestWindowImport::whileTheToolRuns_nothingIsImported() {
@@ -438,7 +437,7 @@ void TestWindowImport::whileTheToolRuns_nothingIsImported() {
     velm_->whileBusy([&] {
         velm_->click(window->controls().importButton);
         const QLabel *result = window->controls().result;
-        QTRY_VERIFY(result->text().contains(QStringLiteral("is running")));
+        QTRY_VERIFY(result->text().contains(u"is running"));
         const QString hex = velm_->path(QStringLiteral("rom.hex"));
         drag(velm_->controls().sideArea->viewport(), {QUrl::fromLocalFile(hex)}, true);
         velm_->click(velm_->controls().btn_stop);
