@@ -3,13 +3,13 @@
 
 #include "exchange/ExportWindow.h"
 
-#include "base/Digits.h"
 #include "exchange/FormatEntries.h"
 #include "exchange/ImportWords.h"
 #include "exchange/OrderBox.h"
+#include "exchange/RecordAddress.h"
 #include "exchange/WindowFit.h"
+#include "image/AddressWords.h"
 #include "image/BlockWords.h"
-#include "image/TypedAddress.h"
 #include "inspect/ImageFacts.h"
 #include "widgets/FixedFont.h"
 
@@ -20,21 +20,12 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 
-#include <limits>
 #include <utility>
 
 namespace {
 
 /// The entries of the choice of images, in their order.
 enum ImageEntry { ToBurnEntry, ReadEntry };
-
-std::optional<qint64> addressIn(const QLineEdit &field) {
-    const auto typed = typedAddress(field.text());
-    if (!typed || typed->from != TypedAddress::From::Start ||
-        typed->distance > std::numeric_limits<quint32>::max())
-        return std::nullopt;
-    return qint64(typed->distance);
-}
 
 constexpr int labelLines = 5;
 
@@ -47,8 +38,7 @@ ExportWindow::ExportWindow(const Offers &offers, QWidget *window)
     setAttribute(Qt::WA_DeleteOnClose);
     setObjectName(QStringLiteral("export"));
     setWindowTitle(tr("Export"));
-    c.format->addItems(
-        {formatWords(RecordFormat::IntelHex), formatWords(RecordFormat::SRecord), tr("Raw bytes")});
+    c.format->addItems(formatEntries());
     c.image->addItems({tr("Data to burn"), tr("Data read from chip")});
     c.image->setCurrentIndex(offers.image == Image::ToBurn ? ToBurnEntry : ReadEntry);
     const QFont fixed = fixedFont();
@@ -132,8 +122,10 @@ bool ExportWindow::isSplit() const {
 // The chosen bytes of an image of \a length bytes; an empty field stands for its end.
 std::optional<ByteRange> ExportWindow::range(qint64 length) const {
     const Ui::ExportWindow &c = *controls_;
-    const auto first = c.first->text().isEmpty() ? std::optional<qint64>(0) : addressIn(*c.first);
-    const auto last = c.last->text().isEmpty() ? std::optional(length - 1) : addressIn(*c.last);
+    const auto first =
+        c.first->text().isEmpty() ? std::optional<qint64>(0) : recordAddress(c.first->text());
+    const auto last =
+        c.last->text().isEmpty() ? std::optional(length - 1) : recordAddress(c.last->text());
     if (!first || !last || *first > *last || *last >= length)
         return std::nullopt;
     return ByteRange{*first, *last - *first + 1};
@@ -146,7 +138,7 @@ ExportWindow::ChosenNow ExportWindow::choice() const {
         return tr("There are no bytes to export.");
     const auto chosen = range(length);
     if (!chosen)
-        return tr("The image has no such bytes: it ends at %1.").arg(hexDigits(length - 1));
+        return tr("The image has no such bytes: it ends at %1.").arg(addressWords(length - 1));
     const Arrangement arrangement = controls_->order->arrangement();
     const QList<qint64> lengths = {chosen->length};
     if (const auto why = whyNotArranged(arrangement, lengths))
@@ -161,7 +153,7 @@ ExportWindow::ChosenNow ExportWindow::choice() const {
 ExportWindow::ChosenNow ExportWindow::placed(Choice choice) const {
     if (!format())
         return choice;
-    const auto offset = addressIn(*controls_->offset);
+    const auto offset = recordAddress(controls_->offset->text());
     const qint64 first = isSplit() ? 0 : choice.range.offset;
     if (!offset || !fitsAddresses(*offset + first, choice.partLength))
         return tr("The addresses would not be between 0 and FFFFFFFF.");
@@ -239,7 +231,7 @@ void ExportWindow::showState() {
     const Ui::ExportWindow &c = *controls_;
     const qint64 length = lengthOf(bytes());
     const ChosenNow chosen = choice();
-    c.last->setPlaceholderText(length > 0 ? hexDigits(length - 1) : QString());
+    c.last->setPlaceholderText(length > 0 ? addressWords(length - 1) : QString());
     c.offset->setEnabled(format().has_value());
     c.recordLength->setEnabled(format().has_value());
     if (chosen)
@@ -270,8 +262,8 @@ QString ExportWindow::resultText(const ChosenNow &chosen) const {
 
 QString ExportWindow::sizeText(const Choice &choice) const {
     const QString size = sizeWords(choice.partLength);
-    const QString first = hexDigits(choice.address);
-    const QString last = hexDigits(choice.address + choice.partLength - 1);
+    const QString first = addressWords(choice.address);
+    const QString last = addressWords(choice.address + choice.partLength - 1);
     if (!isSplit())
         return format() ? tr("The file will have %1, at the addresses from %2 to %3.")
                               .arg(size, first, last)
@@ -295,9 +287,7 @@ QString ExportWindow::labelsText() const {
                              outcome->checksums[part]},
                             offers_.chip);
     if (!isSplit() && !work_.arrangement.changesNothing())
-        lines << tr("In this order: %1, CRC-32 %2")
-                     .arg(sizeWords(outcome->parts.first().size()),
-                          crc32Digits(outcome->checksums.first()));
+        lines << inOrderWords(outcome->parts.first().size(), outcome->checksums.first());
     lines << tr("As in the image: %1, CRC-32 %2")
                  .arg(sizeWords(work_.range.length), crc32Digits(outcome->sourceChecksums.first()));
     return lines.join(u'\n');

@@ -9,11 +9,11 @@
 #include "exchange/ImportWords.h"
 #include "exchange/OrderBox.h"
 #include "exchange/PartList.h"
+#include "exchange/RecordAddress.h"
 #include "exchange/RecordPart.h"
 #include "exchange/WindowFit.h"
 #include "formats/ImageFlattening.h"
-#include "image/BlockWords.h"
-#include "image/TypedAddress.h"
+#include "image/AddressWords.h"
 #include "inspect/ImageFacts.h"
 #include "widgets/FixedFont.h"
 
@@ -21,8 +21,6 @@
 
 #include <QFileInfo>
 #include <QRegularExpressionValidator>
-
-#include <limits>
 
 namespace {
 
@@ -41,8 +39,7 @@ ImportWindow::ImportWindow(const File &file, const Offers &offers, QWidget *wind
     setAttribute(Qt::WA_DeleteOnClose);
     setObjectName(QStringLiteral("import"));
     setWindowTitle(tr("Import %1").arg(QFileInfo(path_).fileName()));
-    c.format->addItems(
-        {formatWords(RecordFormat::IntelHex), formatWords(RecordFormat::SRecord), tr("Raw bytes")});
+    c.format->addItems(formatEntries());
     c.format->setCurrentIndex(entryOf(recordFormatOf(import_.file())));
     offer(offers);
     const QFontMetrics letters = c.found->fontMetrics();
@@ -98,11 +95,7 @@ std::optional<RecordFormat> ImportWindow::format() const {
 }
 
 std::optional<qint64> ImportWindow::base() const {
-    const auto typed = typedAddress(controls_->base->text());
-    if (!typed || typed->from != TypedAddress::From::Start ||
-        typed->distance > std::numeric_limits<quint32>::max())
-        return std::nullopt;
-    return qint64(typed->distance);
+    return recordAddress(controls_->base->text());
 }
 
 std::optional<quint8> ImportWindow::fill() const {
@@ -170,7 +163,7 @@ void ImportWindow::showFound() {
     if (decoded) {
         c.found->setPlainText(foundWords(*format(), *decoded).join(u'\n'));
         const qint64 base = usualBase(decoded->bytes);
-        c.base->setText(hexDigits(base));
+        c.base->setText(addressWords(base));
     } else {
         c.found->setPlainText(format() ? tr("Reading\u2026") : rawWords(import_.file().size()));
     }
@@ -285,8 +278,7 @@ QString ImportWindow::outcomeText() const {
         return {};
     if (outcome->parts.isEmpty())
         return tr("CRC-32 of the binary: %1").arg(crc32Digits(outcome->sourceChecksums.first()));
-    return tr("In this order: %1, CRC-32 %2")
-        .arg(sizeWords(outcome->parts.first().size()), crc32Digits(outcome->checksums.first()));
+    return inOrderWords(outcome->parts.first().size(), outcome->checksums.first());
 }
 
 void ImportWindow::showOutOfMemory() {

@@ -126,6 +126,11 @@ QString formatWords(RecordFormat format) {
                                             : ImportWording::tr("Motorola S-record");
 }
 
+QStringList formatEntries() {
+    return {formatWords(RecordFormat::IntelHex), formatWords(RecordFormat::SRecord),
+            ImportWording::tr("Raw bytes")};
+}
+
 QString troubleWords(const RecordTrouble &trouble) {
     return ImportWording::tr("Line %1: %2").arg(grouped(trouble.line), whatIsWrong(trouble.kind));
 }

@@ -125,6 +125,11 @@ QString labelWords(const LabelledPart &part, const ChipSize &chip) {
     return words.join(QStringLiteral(", "));
 }
 
+QString inOrderWords(qint64 length, quint32 crc32) {
+    return OrderWording::tr("In this order: %1, CRC-32 %2")
+        .arg(sizeWords(length), crc32Digits(crc32));
+}
+
 QString whyNotWords(NoArrangement why, const Arrangement &arrangement,
                     const QList<qint64> &lengths) {
     const qint64 length = splitLength(arrangement, lengths);

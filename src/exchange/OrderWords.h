@@ -48,6 +48,9 @@ struct LabelledPart {
 /// that has just its length, else the usual EPROM of that length.
 QString labelWords(const LabelledPart &part, const ChipSize &chip);
 
+/// That \a length bytes with that checksum come out of an arrangement.
+QString inOrderWords(qint64 length, quint32 crc32);
+
 /// Why parts of \a lengths cannot be arranged, as a sentence.
 QString whyNotWords(NoArrangement why, const Arrangement &arrangement,
                     const QList<qint64> &lengths);
