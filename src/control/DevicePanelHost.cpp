@@ -28,10 +28,13 @@ constexpr int cancelledCode = 0;
 DevicePanelHost::DevicePanelHost(const AppDelegateOutlets &outlets, SettingsStore &defaults,
                                  MainQueue &queue, Messages &messages, const ActionGate &gate)
     : outlets_(outlets), defaults_(defaults), queue_(queue), messages_(messages), gate_(gate) {
-    connect(&defaults, &SettingsStore::valueChanged, this, [this](const QString &key) {
+    const auto noteDevice = [this](const QString &key) {
         if (key == settingsKeys::device)
             messages_.happened(Event::DeviceChanged);
-    });
+    };
+    connect(&defaults, &SettingsStore::valueChanged, this, noteDevice);
+    // Whoever chooses the same device again has seen what was said of it.
+    connect(&defaults, &SettingsStore::valueSet, this, noteDevice);
 }
 
 void DevicePanelHost::show() {
@@ -71,14 +74,11 @@ void DevicePanelHost::sayTooLong(qsizetype length) {
 }
 
 void DevicePanelHost::offerToRemoveCustomSuffix(const QString &name) {
-    messages_.happened(Event::DeviceChanged);
     const QString plain = withoutCustomMark(name);
     if (plain == name)
         return;
     messages_.say(Topic::Device,
                   tr("The tool marks %1 as custom; the mark is no part of the name.").arg(plain),
-                  {tr("Remove “(custom)”"), [this, plain] {
-                       if (defaults_.setValue(settingsKeys::device, plain))
-                           messages_.happened(Event::DeviceChanged);
-                   }});
+                  {tr("Remove \u201c(custom)\u201d"),
+                   [this, plain] { defaults_.setValue(settingsKeys::device, plain); }});
 }

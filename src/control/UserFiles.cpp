@@ -38,31 +38,26 @@ void UserFiles::openBinary(QWidget *window, const std::function<void(const QStri
 }
 
 void UserFiles::openForImport(QWidget *window, const std::function<void(const QString &)> &chosen) {
-    openAnyFile(window, tr("Import"), chosen);
+    openAnyFile(window, openPurpose, tr("Import"), chosen);
 }
 
 void UserFiles::openForInsertion(QWidget *window,
                                  const std::function<void(const QString &)> &chosen) {
-    openAnyFile(window, tr("Insert a file"), chosen);
+    openAnyFile(window, openPurpose, tr("Insert a file"), chosen);
 }
 
-void UserFiles::openAnyFile(QWidget *window, const QString &title,
+void UserFiles::chooseTool(QWidget *window, const std::function<void(const QString &)> &chosen) {
+    openAnyFile(window, toolPurpose, tr("Choose the programmer tool"), chosen);
+}
+
+void UserFiles::openAnyFile(QWidget *window, const QString &purpose, const QString &title,
                             const std::function<void(const QString &)> &chosen) {
     if (gate_.refuses())
         return;
     FilePanelRequest request;
     request.kind = FilePanelRequest::Kind::Open;
     request.title = title;
-    ask(window, openPurpose, request, chosen);
-}
-
-void UserFiles::chooseTool(QWidget *window, const std::function<void(const QString &)> &chosen) {
-    if (gate_.refuses())
-        return;
-    FilePanelRequest request;
-    request.kind = FilePanelRequest::Kind::Open;
-    request.title = tr("Choose the programmer tool");
-    ask(window, toolPurpose, request, chosen);
+    ask(window, purpose, request, chosen);
 }
 
 void UserFiles::saveReadData(QWidget *window, const QString &device, const Image &image) {

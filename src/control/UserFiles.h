@@ -132,7 +132,7 @@ private:
 
     void saveImage(QWidget *window, const Image &image, const Nothing &nothing,
                    const QString &suggestedName);
-    void openAnyFile(QWidget *window, const QString &title,
+    void openAnyFile(QWidget *window, const QString &purpose, const QString &title,
                      const std::function<void(const QString &path)> &chosen);
     void ask(QWidget *window, const QString &purpose, FilePanelRequest request,
              const std::function<void(const QString &path)> &chosen);
