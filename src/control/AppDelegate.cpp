@@ -8,7 +8,6 @@
 #include "base/Log.h"
 #include "base/MainQueue.h"
 #include "control/CompositionForm.h"
-#include "grid/GridView.h"
 #include "image/ImageComposition.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"

@@ -5,7 +5,6 @@
 
 #include "control/AppDelegate.h"
 
-#include "base/Log.h"
 #include "base/WorkState.h"
 #include "control/OperationRun.h"
 #include "devices/device_searcher.h"

@@ -3,7 +3,7 @@
 
 #include "grid/GridPresentation.h"
 
-#include "base/TextLines.h"
+#include "files/TextLines.h"
 #include "grid/GridColumns.h"
 #include "image/AddressWords.h"
 #include "image/BytesAsText.h"

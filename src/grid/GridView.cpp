@@ -14,7 +14,6 @@
 #include "widgets/FixedFont.h"
 #include "widgets/ViewPlace.h"
 
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPaintEvent>
 #include <QPainter>

@@ -8,7 +8,6 @@
 #include "grid/GridColumns.h"
 #include "grid/GridHeader.h"
 
-#include <QEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
