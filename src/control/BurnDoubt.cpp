@@ -40,20 +40,18 @@ public:
     }
 
     static QString encodedText(Operation operation, ImageEncoding encoding) {
-        const QString what = tr("The tool takes these data for %1 text and decodes it by itself.")
+        const QString what = tr("The tool takes these data for %1 text and decodes them by itself.")
                                  .arg(nameOf(encoding));
         return what + u' ' +
                (operation == WriteOperation
                     ? tr("Press Write again to burn what it decodes, not the bytes shown.")
                     : tr("Press Verify again to compare the chip with what it decodes, not with "
-                         "the bytes "
-                         "shown."));
+                         "the bytes shown."));
     }
 
     static QString opened(ImageEncoding encoding, const QString &name) {
         return tr("%1 reads as %2 text, which the tool decodes by itself: burned from address 0, "
-                  "the "
-                  "chip would not hold the bytes shown here.")
+                  "the chip would not hold the bytes shown here.")
             .arg(name, nameOf(encoding));
     }
 
@@ -72,18 +70,15 @@ public:
     }
 
     static QString noImage() {
-        return tr("There is no data to burn. Press Write again to start the tool all the same.");
+        return tr("There are no data to burn. Press Write again to start the tool all the same.");
     }
 
     static QString noData() {
-        return tr("There is no data to burn: open a binary, or read a chip and use its data. Press "
-                  "Write again to hand the tool an empty file all the same.");
+        return tr(
+            "There are no data to burn: open a binary, or read a chip and use its data. Press "
+            "Write again to hand the tool an empty file all the same.");
     }
 };
-
-} // namespace
-
-namespace {
 
 std::optional<BurnDoubt> doubtAboutImage(const BurnSituation &situation) {
     const bool writes = situation.operation == WriteOperation;

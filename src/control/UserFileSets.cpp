@@ -92,15 +92,15 @@ void UserFiles::writeSet(const QString &name, const Set &set, const QStringList 
     for (const QString &path : replaceable)
         asked.removeAll(path);
     if (!asked.isEmpty())
-        return messages_.say(Topic::TakenNames,
-                             tr("Nothing was saved yet. There is already in %1: %2.")
-                                 .arg(folderOf(name), fileNames(asked)),
-                             {tr("Replace"), [this, name, set, there] {
-                                  if (gate_.refuses())
-                                      return;
-                                  messages_.happened(Event::SavingBegan);
-                                  writeSet(name, set, there);
-                              }});
+        return messages_.say(
+            Topic::TakenNames,
+            tr("Nothing was saved yet. Already in %1: %2.").arg(folderOf(name), fileNames(asked)),
+            {tr("Replace"), [this, name, set, there] {
+                 if (gate_.refuses())
+                     return;
+                 messages_.happened(Event::SavingBegan);
+                 writeSet(name, set, there);
+             }});
     const QList<FileToSave> files = filesOf(name, set);
     const Result<void, UnsavedTogether> saved = ::saveTogether(files, Replacing::Allowed);
     if (const UnsavedTogether *unsaved = saved.failure())

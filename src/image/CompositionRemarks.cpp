@@ -28,15 +28,16 @@ bool isWhole(const QString &text, const char *pattern) {
 QString refusalRemark(const CompositionInputs &inputs, const RefusedComposition &refused) {
     switch (refused.reason) {
     case RefusedComposition::Reason::NegativePad:
-        return tr("There is no data to burn: Pad to is %1, and a size cannot be negative.")
+        return tr("There are no data to burn: Pad to is %1, and a size cannot be negative.")
             .arg(inputs.pad_to.trimmed());
     case RefusedComposition::Reason::TooLarge:
-        return tr("There is no data to burn: it would be %1 bytes, and the largest image is 1 GiB.")
+        return tr("There are no data to burn: they would be %1 bytes, and the largest image is 1 "
+                  "GiB.")
             .arg(grouped(refused.askedSize));
     case RefusedComposition::Reason::NoMemory:
         break;
     }
-    return tr("There is no data to burn: there is no memory for its %1 bytes.")
+    return tr("There are no data to burn: there is no memory for their %1 bytes.")
         .arg(grouped(refused.askedSize));
 }
 
@@ -68,7 +69,8 @@ QString padSizeRemark(const CompositionInputs &inputs) {
         return tr("Pad to is too large for its field: it counts as %1 bytes.")
             .arg(grouped(wrapped));
     if (!isWhole(inputs.pad_to, "\\s*[-+]?[0-9]+\\s*"))
-        return tr("Only the beginning of \u201c%1\u201d is a number: the data is padded to %2 KiB.")
+        return tr("Only the beginning of \u201c%1\u201d is a number: the data are padded to %2 "
+                  "KiB.")
             .arg(inputs.pad_to.trimmed(), QString::number(*size));
     return {};
 }

@@ -59,7 +59,7 @@ class Burn(Scenario):
         self.see_image(self.window, b"")
         before = self.window.console()
         self.window.press("Write")
-        until(lambda: "There is no data to burn" in self.window.message(), "the warning")
+        until(lambda: "There are no data to burn" in self.window.message(), "the warning")
         self.assertEqual(self.window.console(), before)
         self.assert_same_bytes(self.home.chip(DEVICE), self.before)
         self.finish_giving_up_edits(self.window)

@@ -93,11 +93,10 @@ void TestWindowBurn::foreignFile_secondPressHandsItOverAsItStands() {
     velm.click(velm.controls().btn_write);
     velm.click(velm.controls().btn_write);
     QCOMPARE(burned(velm), QByteArray("0123456789ABCDEFGHIj"));
-    QVERIFY2(!velm.message().contains(QStringLiteral("Press Write again")),
-             qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"Press Write again"), qPrintable(velm.message()));
     // The file is still another's at the next press.
     velm.click(velm.controls().btn_write);
-    QVERIFY(velm.message().contains(QStringLiteral("Press Write again")));
+    QVERIFY(velm.message().contains(u"Press Write again"));
 }
 
 void TestWindowBurn::foreignFile_canBeWrittenAgain() {
@@ -109,7 +108,7 @@ void TestWindowBurn::foreignFile_canBeWrittenAgain() {
     QVERIFY(offer(velm));
     velm.click(offer(velm));
     QCOMPARE(onDisk(velm), QByteArray("0123456789ABCDEFGHIJ"));
-    QVERIFY(!velm.message().contains(QStringLiteral("Press Write again")));
+    QVERIFY(!velm.message().contains(u"Press Write again"));
     velm.click(velm.controls().btn_write);
     QCOMPARE(burned(velm), QByteArray("0123456789ABCDEFGHIJ"));
 }
@@ -134,11 +133,11 @@ void TestWindowBurn::olderImage_thatNobodyCanRemoveIsAskedAbout() {
         const UnprivilegedUser nobody;
         QVERIFY(nobody.isValid());
         enter(velm, 0, 1, QStringLiteral("7A"));
-        QVERIFY2(velm.message().contains(QStringLiteral("which still holds an older image")),
+        QVERIFY2(velm.message().contains(u"which still holds an older image"),
                  qPrintable(velm.message()));
         velm.click(velm.controls().btn_write);
-        QVERIFY2(velm.message().contains(QStringLiteral("holds an older image: the data to burn "
-                                                        "could not be written there")),
+        QVERIFY2(velm.message().contains(u"holds an older image: the data to burn "
+                                         "could not be written there"),
                  qPrintable(velm.message()));
         QVERIFY(!QFile::exists(chip(velm)));
     }
@@ -167,7 +166,7 @@ void TestWindowBurn::doubleClick_isNoSecondPress() {
     velm.click(velm.controls().btn_write);
     velm.click(velm.controls().btn_write);
     QVERIFY(!QFile::exists(chip(velm)));
-    QVERIFY(velm.message().contains(QStringLiteral("There is no data to burn")));
+    QVERIFY(velm.message().contains(u"There are no data to burn"));
     QApplication::setDoubleClickInterval(0);
     velm.click(velm.controls().btn_write);
     QVERIFY(QFile::exists(chip(velm)));
@@ -182,7 +181,7 @@ void TestWindowBurn::secondPress_countsForTheSameThingOnly() {
     velm.click(velm.controls().btn_write);
     QVERIFY(!QFile::exists(chip(velm)));
     enter(velm, 0, 1, QStringLiteral("7A"));
-    QVERIFY2(!velm.message().contains(QStringLiteral("again")), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"again"), qPrintable(velm.message()));
     meddle(velm);
     velm.click(velm.controls().btn_write);
     QVERIFY(!QFile::exists(chip(velm)));
@@ -218,7 +217,7 @@ void TestWindowBurn::secondPress_countsWhileItsSentenceStandsOnly() {
     QPushButton between;
     between.setProperty("tag", tagBetween);
     velm.delegate().go(&between);
-    QVERIFY2(!velm.message().contains(QStringLiteral("again")), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"again"), qPrintable(velm.message()));
     QVERIFY(!ask());
     QVERIFY(ask());
 }
@@ -229,11 +228,11 @@ void TestWindowBurn::secondPress_countsForTheSameFileOnly() {
     showTwentyBytes(velm);
     QVERIFY(QFile::remove(velm.temporary(QStringLiteral("temp.bin"))));
     velm.click(velm.controls().btn_write);
-    QVERIFY2(velm.message().contains(QStringLiteral("is missing")), qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"is missing"), qPrintable(velm.message()));
     meddle(velm);
     velm.click(velm.controls().btn_write);
     QVERIFY(!QFile::exists(chip(velm)));
-    QVERIFY2(velm.message().contains(QStringLiteral("does not hold the data to burn")),
+    QVERIFY2(velm.message().contains(u"does not hold the data to burn"),
              qPrintable(velm.message()));
 }
 
@@ -244,9 +243,8 @@ void TestWindowBurn::refusedComposition_isNoEmptyFile() {
     velm.settings().setValue(settingsKeys::pad, true);
     velm.start();
     velm.click(velm.controls().btn_write);
-    QVERIFY2(velm.message().contains(QStringLiteral("start the tool all the same")),
-             qPrintable(velm.message()));
-    QVERIFY2(!velm.message().contains(QStringLiteral("empty file")), qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"start the tool all the same"), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"empty file"), qPrintable(velm.message()));
 }
 
 void TestWindowBurn::sharedFolder_isSaidOnce_data() {
@@ -306,7 +304,7 @@ void TestWindowBurn::oddDevice_isAskedAboutFirst() {
     QPushButton *button = buttons[tag];
     velm.click(button);
     velm.settle();
-    QVERIFY2(velm.message().contains(QStringLiteral("The shell takes $ in this command")),
+    QVERIFY2(velm.message().contains(u"The shell takes $ in this command"),
              qPrintable(velm.message()));
     QVERIFY2(velm.message().contains(device), qPrintable(velm.message()));
     QCOMPARE(burned(velm), QByteArray());
@@ -331,8 +329,8 @@ void TestWindowBurn::oddDevice_andForeignFileAreOneQuestion() {
     velm.controls().uaTextField->setText(QStringLiteral("a`b`"));
     meddle(velm);
     velm.click(velm.controls().btn_write);
-    QVERIFY2(velm.message().contains(QStringLiteral("takes ` in this command")) &&
-                 velm.message().contains(QStringLiteral("does not hold the data to burn")),
+    QVERIFY2(velm.message().contains(u"takes ` in this command") &&
+                 velm.message().contains(u"does not hold the data to burn"),
              qPrintable(velm.message()));
     QVERIFY(offer(velm));
     velm.click(velm.controls().btn_write);

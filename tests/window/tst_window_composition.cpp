@@ -64,7 +64,7 @@ void TestWindowComposition::eachCompositionControl_rebuildsTheImageOnce() {
     if (auto *field = velm.velm().window().findChild<QLineEdit *>(control)) {
         field->setFocus();
         field->selectAll();
-        QTest::keyClicks(field, typed + QLatin1Char('\r'));
+        QTest::keyClicks(field, typed + u'\r');
         velm.controls().tableview->setFocus();
     } else {
         velm.click(buttonNamed(velm, control));
@@ -103,8 +103,7 @@ void TestWindowComposition::aFailedWrite_leavesNoOlderImageAndSaysSo() {
                              velm.path(QStringLiteral("file/temp.bin")));
     velm.start();
     QCOMPARE(velm.log.count(QStringLiteral("error writing to temp file")), 1);
-    QVERIFY2(velm.message().contains(QStringLiteral("could not be written")),
-             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"could not be written"), qPrintable(velm.message()));
     QVERIFY(velm.state().output_data);
 }
 
@@ -133,14 +132,12 @@ void TestWindowComposition::aRefusedComposition_leavesNoImageAndSaysWhy() {
     QCOMPARE(velm.log.count(QStringLiteral("error writing to temp file")), 1);
     QCOMPARE(velm.log.startingWith(QStringLiteral("padding to")), QStringList());
     QVERIFY(!QFile::exists(velm.temporary(QStringLiteral("temp.bin"))));
-    QVERIFY2(velm.message().contains(QStringLiteral("There is no data to burn")),
-             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"There are no data to burn"), qPrintable(velm.message()));
     velm.controls().btn_pad->setChecked(false);
     velm.settings().setValue(settingsKeys::rom_start_address, QStringLiteral("0"));
     velm.delegate().build_and_reload();
     velm.settle();
-    QVERIFY2(!velm.message().contains(QStringLiteral("There is no data to burn")),
-             qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"There are no data to burn"), qPrintable(velm.message()));
 }
 
 void TestWindowComposition::remarks_aboutNumbers_data() {
@@ -160,10 +157,11 @@ void TestWindowComposition::remarks_aboutNumbers_data() {
         << QStringLiteral("Pad to holds no number: nothing is padded.");
     QTest::newRow("a pad size that is partly one")
         << QStringLiteral("0") << QStringLiteral("1k") << qint64(1024)
-        << QStringLiteral("Only the beginning of “1k” is a number: the data is padded to 1 KiB.");
+        << QStringLiteral("Only the beginning of “1k” is a number: the data are padded to 1 KiB.");
     QTest::newRow("a pad size that reads as a place for another number")
         << QStringLiteral("0") << QStringLiteral("1%2x") << qint64(1024)
-        << QStringLiteral("Only the beginning of “1%2x” is a number: the data is padded to 1 KiB.");
+        << QStringLiteral(
+               "Only the beginning of “1%2x” is a number: the data are padded to 1 KiB.");
     QTest::newRow("a start address that reads as a place for another number")
         << QStringLiteral("1%2x") << QStringLiteral("1") << qint64(1024)
         << QStringLiteral("Only the beginning of the start address “1%2x” is a hexadecimal "
@@ -242,10 +240,10 @@ void TestWindowComposition::multiByteImage_saysHowManyBytesAreHidden() {
     velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
     QCOMPARE(velm.row(0),
              QStringLiteral("0000 C3 A9 XX XX XX XX XX XX XX XX XX XX XX XX XX XX \u00e9A"));
-    QVERIFY2(velm.message().contains(QStringLiteral("reads as UTF-8: its last byte ")),
+    QVERIFY2(velm.message().contains(u"reads as UTF-8: its last byte "),
              qPrintable(velm.message()));
     velm.controls().tabview->selectTabViewItem(readTabIdentifier());
-    QVERIFY2(!velm.message().contains(QStringLiteral("UTF-8")), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"UTF-8"), qPrintable(velm.message()));
 }
 
 void TestWindowComposition::longConsole_scrollsToTheEndAtEveryAppend() {

@@ -192,8 +192,7 @@ void TestWindowEdit::anOpenCell_isCommittedBeforeARun() {
     QTest::keyClick(grid, Qt::Key_7);
     QTest::keyClicks(grid->entries().editor(), QStringLiteral("a"));
     QTest::keyClick(&velm.velm().window(), Qt::Key_F7);
-    QTRY_VERIFY(
-        velm.controls().textView->storedText().startsWith(QStringLiteral("z123456789ABCDEFGHIJ")));
+    QTRY_VERIFY(velm.controls().textView->storedText().startsWith(u"z123456789ABCDEFGHIJ"));
 }
 
 void TestWindowEdit::edits_surviveATabChange() {
@@ -213,8 +212,7 @@ void TestWindowEdit::editsReplacedByAComposition_canBeRestored() {
     velm.click(velm.controls().btn_pad_00);
     velm.settle();
     QCOMPARE(*velm.state().output_data, QByteArray("0123456789ABCDEFGHIJ"));
-    QVERIFY2(velm.message().contains(QStringLiteral("2 hand edits were replaced.")),
-             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"2 hand edits were replaced."), qPrintable(velm.message()));
     auto *restore = velm.controls().messageLine->findChild<QPushButton *>();
     QVERIFY(restore && restore->isVisible());
     velm.click(restore);
@@ -222,9 +220,8 @@ void TestWindowEdit::editsReplacedByAComposition_canBeRestored() {
     QCOMPARE(*velm.state().output_data, QByteArray("zz23456789ABCDEFGHIJ"));
     QCOMPARE(onDisk(velm), *velm.state().output_data);
     QCOMPARE(velm.cell(0, 2), QStringLiteral("7A"));
-    QVERIFY2(velm.message().contains(QStringLiteral("2 hand edits were restored.")),
-             qPrintable(velm.message()));
-    QVERIFY(!velm.message().contains(QStringLiteral("were replaced")));
+    QVERIFY2(velm.message().contains(u"2 hand edits were restored."), qPrintable(velm.message()));
+    QVERIFY(!velm.message().contains(u"were replaced"));
     QCOMPARE(QApplication::focusWidget(), velm.controls().tableview);
 }
 
@@ -242,14 +239,14 @@ void TestWindowEdit::restoredEdits_sayWhichControlsSaySomethingElse() {
              qPrintable(velm.message()));
     // Taken back, the image is what the controls say; made again, it is not.
     velm.delegate().edits().undo();
-    QVERIFY2(!velm.message().contains(QStringLiteral("other values")), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"other values"), qPrintable(velm.message()));
     velm.delegate().edits().redo();
-    QVERIFY2(velm.message().contains(QStringLiteral("other values than these now: Pad, Pad to.")),
+    QVERIFY2(velm.message().contains(u"other values than these now: Pad, Pad to."),
              qPrintable(velm.message()));
     // Another composition ends what the sentence speaks of.
     velm.click(velm.controls().btn_pad);
     velm.settle();
-    QVERIFY2(!velm.message().contains(QStringLiteral("was restored")), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"was restored"), qPrintable(velm.message()));
 }
 
 void TestWindowEdit::restoredEdits_hideWhatWasSaidOfTheComposition() {
@@ -260,24 +257,20 @@ void TestWindowEdit::restoredEdits_hideWhatWasSaidOfTheComposition() {
     velm.click(velm.controls().btn_pad);
     velm.settle();
     QVERIFY(!velm.state().output_data);
-    QVERIFY2(velm.message().contains(QStringLiteral("There is no data to burn")),
-             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"There are no data to burn"), qPrintable(velm.message()));
     velm.delegate().edits().restore();
     QCOMPARE(lengthOf(velm.state().output_data), 20);
-    QVERIFY2(!velm.message().contains(QStringLiteral("There is no data to burn")),
-             qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"There are no data to burn"), qPrintable(velm.message()));
     // An edit of it changes nothing about that; the refused image that is back does.
     enter(velm, 0, 2, QStringLiteral("7B"));
     velm.delegate().edits().undo();
-    QVERIFY2(!velm.message().contains(QStringLiteral("There is no data to burn")),
-             qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"There are no data to burn"), qPrintable(velm.message()));
     velm.delegate().edits().undo();
     QVERIFY(!velm.state().output_data);
-    QVERIFY2(velm.message().contains(QStringLiteral("Problem: There is no data to burn")),
+    QVERIFY2(velm.message().contains(u"Problem: There are no data to burn"),
              qPrintable(velm.message()));
     velm.delegate().edits().redo();
-    QVERIFY2(!velm.message().contains(QStringLiteral("There is no data to burn")),
-             qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"There are no data to burn"), qPrintable(velm.message()));
 }
 
 void TestWindowEdit::restoring_isOneStepOfTheHistory() {
@@ -297,7 +290,7 @@ void TestWindowEdit::restoring_isOneStepOfTheHistory() {
     QCOMPARE(*velm.state().output_data, second);
     QCOMPARE(onDisk(velm), second);
     QCOMPARE(velm.cell(0, 3), QStringLiteral("7B"));
-    QVERIFY2(!velm.message().contains(QStringLiteral("restored")), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"restored"), qPrintable(velm.message()));
     velm.delegate().edits().undo();
     QCOMPARE(velm.state().output_data->left(4), QByteArray("\0\00001", 4).replace(2, 2, "01"));
     for (int step = 0; step < 3; ++step)
@@ -314,7 +307,7 @@ void TestWindowEdit::compositionOfTheSameBytes_losesNoEdits() {
     enter(velm, 0, 1, QStringLiteral("30"));
     velm.click(velm.controls().btn_pad_00);
     velm.settle();
-    QVERIFY2(!velm.message().contains(QStringLiteral("hand edit")), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"hand edit"), qPrintable(velm.message()));
 }
 
 void TestWindowEdit::editsDoNotTouchTheReadData() {
@@ -363,7 +356,7 @@ void TestWindowEdit::entryWithoutMemory_isRefusedInWords() {
     }
     QCOMPARE(*velm.state().output_data, *velm.state().opened_bin_data);
     QCOMPARE(velm.delegate().edits().history().count(), 0);
-    QVERIFY2(velm.message().contains(QStringLiteral("There is no memory for this edit")),
+    QVERIFY2(velm.message().contains(u"There is no memory for this edit"),
              qPrintable(velm.message()));
     enter(velm, 0, 1, QStringLiteral("42"));
     QCOMPARE(velm.state().output_data->left(2), QByteArray("BA"));

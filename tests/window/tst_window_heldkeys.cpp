@@ -53,7 +53,7 @@ QString useTracingTool(WindowFixture &velm) {
 }
 
 bool isAsked(WindowFixture &velm) {
-    return velm.message().contains(QStringLiteral("There is no data to burn"));
+    return velm.message().contains(u"There are no data to burn");
 }
 
 } // namespace
@@ -109,8 +109,7 @@ void TestWindowHeldKeys::heldQuit_keepsTheEdits() {
     showTwentyBytes(velm);
     enter(velm, 0, 1, QStringLiteral("7A"));
     hold(velm, &velm.velm().window(), Qt::Key_Q, Qt::ControlModifier);
-    QVERIFY2(velm.message().contains(QStringLiteral("1 hand edit is in no file.")),
-             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"1 hand edit is in no file."), qPrintable(velm.message()));
     QVERIFY(velm.velm().window().isVisible());
 }
 

@@ -129,10 +129,9 @@ void TestWindowMemorySet::otherFiles_areReplacedOnASecondPressAlone() {
     velm_->write(file(QStringLiteral(".bin")), "mine"); // the panel has asked about this one
     velm_->write(file(QStringLiteral(".fuses.conf")), "mine");
     save();
-    QCOMPARE(
-        velm_->message().section(u'\n', 0, 0),
-        QStringLiteral("Warning: Nothing was saved yet. There is already in %1: chip.fuses.conf.")
-            .arg(velm_->path(QStringLiteral("sets"))));
+    QCOMPARE(velm_->message().section(u'\n', 0, 0),
+             QStringLiteral("Warning: Nothing was saved yet. Already in %1: chip.fuses.conf.")
+                 .arg(velm_->path(QStringLiteral("sets"))));
     QCOMPARE(names(), QStringLiteral("chip.bin chip.fuses.conf"));
     QCOMPARE(bytes(QStringLiteral(".bin")), QByteArray("mine"));
     velm_->click(button(QStringLiteral("Replace")));
@@ -148,7 +147,7 @@ void TestWindowMemorySet::fileThatComesBetween_isAskedAbout() {
     velm_->write(file(QStringLiteral(".eeprom.bin")), "newer");
     velm_->click(button(QStringLiteral("Replace")));
     QCOMPARE(bytes(QStringLiteral(".eeprom.bin")), QByteArray("newer"));
-    QVERIFY(velm_->message().contains(QStringLiteral("chip.eeprom.bin")));
+    QVERIFY(velm_->message().contains(u"chip.eeprom.bin"));
     velm_->click(button(QStringLiteral("Replace")));
     QCOMPARE(bytes(QStringLiteral(".eeprom.bin")), data_);
 }
@@ -169,8 +168,7 @@ void TestWindowMemorySet::half_isRefused() {
 void TestWindowMemorySet::olderFileOfTheName_isSaid() {
     velm_->write(file(QStringLiteral(".user.bin")), "older");
     save();
-    QVERIFY2(velm_->message().contains(
-                 QStringLiteral("Not of this set, but there already: chip.user.bin.")),
+    QVERIFY2(velm_->message().contains(u"Not of this set, but there already: chip.user.bin."),
              qPrintable(velm_->message()));
     QCOMPARE(bytes(QStringLiteral(".user.bin")), QByteArray("older"));
     QCOMPARE(bytes(QStringLiteral(".bin")), code_);

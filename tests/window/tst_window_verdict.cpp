@@ -86,9 +86,9 @@ void TestWindowVerdict::verdict_saysWhatHasChangedSince() {
     QFETCH(QString, said);
     WindowFixture velm;
     burn(velm);
-    if (change.contains(QStringLiteral("device")))
+    if (change.contains(u"device"))
         velm.controls().uaTextField->setText(QStringLiteral("W27C512@PLCC32"));
-    if (change.contains(QStringLiteral("edit")))
+    if (change.contains(u"edit"))
         enter(velm, 0, 1, QStringLiteral("7A"));
     if (change == QStringLiteral("control"))
         velm.controls().startAddTextField->setText(QStringLiteral("10"));
@@ -113,7 +113,7 @@ void TestWindowVerdict::verdict_comesBackWithItsImage() {
     QFETCH(QString, way);
     WindowFixture velm;
     burn(velm);
-    if (way.startsWith(QStringLiteral("an edit"))) {
+    if (way.startsWith(u"an edit")) {
         enter(velm, 0, 1, QStringLiteral("7A"));
         verifyDoesNotSay(velm, verified);
         velm.delegate().edits().undo();
@@ -121,9 +121,9 @@ void TestWindowVerdict::verdict_comesBackWithItsImage() {
         velm.controls().startAddTextField->setText(QStringLiteral("10"));
         verifyDoesNotSay(velm, verified);
         velm.controls().startAddTextField->setText(QStringLiteral("0"));
-    } else if (way.startsWith(QStringLiteral("a control"))) {
+    } else if (way.startsWith(u"a control")) {
         velm.click(velm.controls().btn_pad_00);
-    } else if (way.startsWith(QStringLiteral("the same bytes"))) {
+    } else if (way.startsWith(u"the same bytes")) {
         velm.delegate().openBinary(velm.write(QStringLiteral("other.bin"), QByteArray(65536, 'x')));
     } else {
         velm.controls().uaTextField->setText(QStringLiteral("27C64"));
@@ -157,8 +157,7 @@ void TestWindowVerdict::verdictOnARead_isAnnouncedOnce() {
     QSignalSpy announced(line, &MessageLine::announced);
     // What the start had to say is heard by then.
     line->setMessage(-1, MessageLine::Severity::Information, QStringLiteral("before"), {});
-    QTRY_VERIFY(!announced.isEmpty() &&
-                announced.last().first().toString().startsWith(QStringLiteral("before")));
+    QTRY_VERIFY(!announced.isEmpty() && announced.last().first().toString().startsWith(u"before"));
     line->clearMessage(-1);
     announced.clear();
     velm.click(velm.controls().btn_read);
@@ -166,10 +165,10 @@ void TestWindowVerdict::verdictOnARead_isAnnouncedOnce() {
     QTRY_COMPARE(announced.size(), 1);
     // Whatever else the Read had to say would be heard before this.
     line->setMessage(-1, MessageLine::Severity::Information, QStringLiteral("afterwards"), {});
-    QTRY_VERIFY(announced.last().first().toString().startsWith(QStringLiteral("afterwards")));
+    QTRY_VERIFY(announced.last().first().toString().startsWith(u"afterwards"));
     QCOMPARE(announced.size(), 2);
     const QString text = announced.first().first().toString();
-    QVERIFY2(text.startsWith(QStringLiteral("Done: Read succeeded.")), qPrintable(text));
+    QVERIFY2(text.startsWith(u"Done: Read succeeded."), qPrintable(text));
 }
 
 void TestWindowVerdict::imageOfAnotherSize_isNoPlainSuccess_data() {
@@ -188,8 +187,7 @@ void TestWindowVerdict::imageOfAnotherSize_isNoPlainSuccess() {
         velm.click(button);
         velm.settle();
         verifyDoesNotSay(velm, QStringLiteral("Done:"));
-        QVERIFY2(velm.message().startsWith(QStringLiteral("Warning: ")),
-                 qPrintable(velm.message()));
+        QVERIFY2(velm.message().startsWith(u"Warning: "), qPrintable(velm.message()));
         verifySays(velm, QLocale().toString(65536));
         verifySays(velm, QLocale().toString(length));
     }
@@ -219,7 +217,7 @@ void TestWindowVerdict::readWithoutBytes_isNoSuccess() {
     velm.start();
     velm.click(velm.controls().btn_read);
     velm.settle();
-    QVERIFY2(velm.message().startsWith(QStringLiteral("Problem: ")), qPrintable(velm.message()));
+    QVERIFY2(velm.message().startsWith(u"Problem: "), qPrintable(velm.message()));
     verifySays(velm, QStringLiteral("there are no bytes in"));
     verifyDoesNotSay(velm, QStringLiteral("succeeded"));
 }
@@ -279,7 +277,7 @@ void TestWindowVerdict::everyRun_leavesARecord() {
     QCOMPARE(verify.imageLength, 65536);
     QVERIFY(verify.imageRevision != 0);
     QCOMPARE(verify.status, 0);
-    QVERIFY(verify.said.contains(QStringLiteral("Verification OK")));
+    QVERIFY(verify.said.contains(u"Verification OK"));
     QCOMPARE(verify.outcome.verdict, RunOutcome::Verdict::Succeeded);
     QCOMPARE(records.at(2).outcome.verdict, RunOutcome::Verdict::Failed);
     QCOMPARE(records.at(2).status, 1);
@@ -323,7 +321,7 @@ void TestWindowVerdict::logicTestOfAMemory_isExplained() {
     WindowFixture velm;
     velm.start();
     velm.click(velm.controls().btn_logic);
-    QVERIFY(velm.message().startsWith(QStringLiteral("Problem: ")));
+    QVERIFY(velm.message().startsWith(u"Problem: "));
     verifySays(velm, QStringLiteral("no logic IC"));
     if (velm.controls().peeping_at->text() == QStringLiteral("Logic test successful."))
         verifySays(velm, QStringLiteral("Logic test successful."));
