@@ -3,7 +3,7 @@
 
 #include "counts/HotPaths.h"
 
-#include "base/TextLines.h"
+#include "files/TextLines.h"
 #include "image/DisplayText.h"
 #include "image/ImageComposition.h"
 #include "language/LogicReport.h"

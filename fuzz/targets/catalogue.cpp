@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "FuzzInput.h"
-#include "base/TextLines.h"
+#include "files/TextLines.h"
 
 #include <algorithm>
 

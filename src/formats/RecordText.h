@@ -4,7 +4,7 @@
 #pragma once
 
 #include "base/Digits.h"
-#include "base/TextLines.h"
+#include "files/TextLines.h"
 
 #include <QByteArrayView>
 

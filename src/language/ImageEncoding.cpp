@@ -4,7 +4,7 @@
 #include "language/ImageEncoding.h"
 
 #include "base/Digits.h"
-#include "base/TextLines.h"
+#include "files/TextLines.h"
 
 #include <QCoreApplication>
 

@@ -4,9 +4,9 @@
 #include "language/LogicReport.h"
 
 #include "base/Log.h"
-#include "base/TextLines.h"
 #include "base/Units.h"
 #include "files/FileLoading.h"
+#include "files/TextLines.h"
 
 #include <QCoreApplication>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "base/TextLines.h"
+#include "files/TextLines.h"
 
 #include <QTest>
 
