@@ -9,7 +9,7 @@
 #include <vector>
 
 /// An image in a bounded number of blocks of one size, and what each of them looks like. It is
-/// counted in as many turns as the caller likes, who may do something else between them; after a
+/// counted in turns, between which the caller may do something else; after a
 /// change only the blocks that have changed are counted again.
 class BlockMap {
 public:

@@ -19,8 +19,7 @@ struct ImageDifferences {
     friend bool operator==(const ImageDifferences &, const ImageDifferences &) = default;
 };
 
-/// Compares two images in as many turns as the caller likes, who may do something else between
-/// them.
+/// Compares two images in turns, between which the caller may do something else.
 class ImageDifferencesReader {
 public:
     /// The most blocks that differing() tells of.

@@ -19,8 +19,7 @@ struct ImageFacts {
     friend bool operator==(const ImageFacts &, const ImageFacts &) = default;
 };
 
-/// Reads the facts of an image in as many turns as the caller likes, who may do something else
-/// between them.
+/// Reads the facts of an image in turns, between which the caller may do something else.
 class ImageFactsReader {
 public:
     /// Reads on through \a image, which must have the same bytes at each call, at most \a max of

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// True if \a report is what a test prints that came to its end. One that broke off may have left a
+/// True if \a report is that of a test that came to its end. One that broke off may have left a
 /// part of its table.
 bool isWhole(const RunRecord &run, const LogicReport &report, const QList<PinFailure> &failures) {
     if (!tellsOfPackage(report))

@@ -162,8 +162,8 @@ const MessageLine::Message *MessageLine::messageOf(const QPushButton *button) co
     return found == messages_.end() ? nullptr : &*found;
 }
 
-// The button of the topic's former message if it was for the same, else one that nobody has: who
-// is about to press a button does not find another meaning in it.
+// The button of the topic's former message if it was for the same, else one that nobody has:
+// whoever is about to press a button does not find another meaning in it.
 QPushButton *MessageLine::buttonFor(const Message &message) {
     for (const Message &old : messages_)
         if (old.topic == message.topic && old.button && old.action.label == message.action.label)
