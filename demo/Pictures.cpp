@@ -80,8 +80,8 @@ bool pictureOfBlock(VelmWindow &velm, Demonstration &demonstration, const QStrin
     const Ui::MainWindow &c = velm.window().controls();
     c.tableview->setFocus();
     c.tableview->selection().select(routine);
-    const bool told = demonstration.waitUntil(
-        [&c] { return c.factsLine->wholeText().contains(QStringLiteral("selected")); });
+    const bool told =
+        demonstration.waitUntil([&c] { return c.factsLine->wholeText().contains(u"selected"); });
     const bool saved = demonstration.savePicture(path);
     c.tableview->showAddress(0);
     return told && saved;
@@ -96,8 +96,8 @@ bool pictureOfHalves(VelmWindow &velm, Demonstration &demonstration, const QStri
     window->findChild<QComboBox *>(QStringLiteral("chips"))->setCurrentIndex(1);
     window->setName(QStringLiteral("/home/me/game"));
     const QPlainTextEdit *labels = window->controls().labels;
-    const bool told = demonstration.waitUntil(
-        [labels] { return labels->toPlainText().contains(QStringLiteral("odd")); });
+    const bool told =
+        demonstration.waitUntil([labels] { return labels->toPlainText().contains(u"odd"); });
     demonstration.settle();
     const bool saved = window->grab().save(path);
     window->close();
@@ -129,7 +129,7 @@ bool pictureOfLogicTest(VelmWindow &velm, Demonstration &demonstration, const QS
 
 bool makePictures(VelmWindow &velm, const QString &folder) {
     const auto file = [&](const char *name) {
-        return folder + QLatin1Char('/') + QLatin1String(name) + QStringLiteral(".png");
+        return folder + u'/' + QLatin1String(name) + QStringLiteral(".png");
     };
     velm.window().resize(pictureWidth, pictureHeight);
     Demonstration demonstration(velm);

@@ -4,10 +4,11 @@
 #include "instruments/LoopWatch.h"
 
 #include <algorithm>
+#include <chrono>
 
 LoopWatch::LoopWatch() {
     timer_.setTimerType(Qt::PreciseTimer);
-    timer_.setInterval(1);
+    timer_.setInterval(std::chrono::milliseconds(1));
     QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
         longest_ = std::max(longest_, sinceLast_.milliseconds());
         sinceLast_.restart();

@@ -401,7 +401,7 @@ void TestProcess::aFileOfItsOwnThatIsNoFile_isRefusedAtOnce() {
     const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/velm-XXXXXX"));
     QCOMPARE(::mkfifo(qUtf8Printable(folder.filePath(QStringLiteral("fifo"))), 0600), 0);
     QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("folder")));
-    // Not one of the system's own devices: who may make one may also spoil those.
+    // Not one of the system's own devices: whoever may make one may also spoil those.
     const QByteArray device = folder.filePath(QStringLiteral("device")).toUtf8();
     if (name == u"device" && ::mknod(device.constData(), S_IFCHR | 0600, makedev(1, 3)) != 0)
         QSKIP("this user cannot make a device");

@@ -133,7 +133,7 @@ void TestProgramArguments::refusals_areOneSentence() {
     const auto *refusal = std::get_if<ProgramRefusal>(&arguments);
     QVERIFY(refusal);
     QVERIFY2(refusal->sentence.contains(named), qPrintable(refusal->sentence));
-    QVERIFY2(!refusal->sentence.contains(QLatin1Char('\n')), qPrintable(refusal->sentence));
+    QVERIFY2(!refusal->sentence.contains(u'\n'), qPrintable(refusal->sentence));
 }
 
 void TestProgramArguments::aFileWithoutAName_isRefused() {

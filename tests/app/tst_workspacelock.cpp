@@ -214,7 +214,7 @@ void TestWorkspaceLock::raise_handsAFileOver_data() {
     QTest::newRow("blanks and line breaks") << " /roms/a b\n\tc\r\n ";
     QTest::newRow("letters outside ASCII") << QStringLiteral("/gr\u00f6\u00dfe/\U0001f4be.bin");
     QTest::newRow("percent signs") << "/100%/%41%zz.bin";
-    QTest::newRow("long") << QString(4000, QLatin1Char('/'));
+    QTest::newRow("long") << QString(4000, u'/');
 }
 
 void TestWorkspaceLock::raise_handsAFileOver() {

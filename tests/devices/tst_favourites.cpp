@@ -89,8 +89,7 @@ void TestFavourites::add_appendsWhatIsNotThereYet_data() {
                                   << QStringList({first, QStringLiteral("7400")});
     QTest::newRow("in lower case: case matters")
         << first.toLower() << QStringList({first, first.toLower()});
-    QTest::newRow("with a trailing blank")
-        << first + QLatin1Char(' ') << QStringList({first, first + QLatin1Char(' ')});
+    QTest::newRow("with a trailing blank") << first + u' ' << QStringList({first, first + u' '});
     QTest::newRow("there already") << first << QStringList(first);
     QTest::newRow("empty") << QString() << QStringList(first);
 }
@@ -267,9 +266,9 @@ void TestFavourites::nonsenseEditedByHand_isNoCrash() {
     QCOMPARE(f.menu(), f.stored());
     f.setDevice(QStringLiteral("7400"));
     f.manager->addFavourite(nullptr);
-    QVERIFY(f.menu().contains(QStringLiteral("7400")));
+    QVERIFY(f.menu().contains(u"7400"));
     f.restart();
-    QVERIFY(f.menu().contains(QStringLiteral("7400")));
+    QVERIFY(f.menu().contains(u"7400"));
 }
 
 QTEST_MAIN(TestFavourites)

@@ -59,7 +59,7 @@ void TestImportWords::manyRanges_areCounted() {
         decoded.bytes.put(2 * i, "x");
     const QStringList lines = foundWords(intelHex, decoded);
     QCOMPARE(lines.filter(QStringLiteral("Range: ")).size(), 20);
-    QVERIFY(lines.contains(QStringLiteral("Further ranges: 1,000")));
+    QVERIFY(lines.contains(u"Further ranges: 1,000"));
 }
 
 void TestImportWords::manyTroubles_areCounted() {
@@ -68,14 +68,14 @@ void TestImportWords::manyTroubles_areCounted() {
         decoded.troubles.add(TroubleKind::OddDigit, i);
     const QStringList lines = foundWords(intelHex, decoded);
     QCOMPARE(lines.filter(QStringLiteral("Line ")).size(), 100);
-    QVERIFY(lines.contains(QStringLiteral("Further troubles: 1,000")));
+    QVERIFY(lines.contains(u"Further troubles: 1,000"));
 }
 
 void TestImportWords::everyTrouble_hasASentenceOfItsOwn() {
     QSet<QString> sentences;
     for (std::size_t kind = 0; kind < troubleKinds; ++kind) {
         const QString sentence = troubleWords({TroubleKind(kind), 1234});
-        QVERIFY2(sentence.startsWith(QStringLiteral("Line 1,234: ")), qPrintable(sentence));
+        QVERIFY2(sentence.startsWith(u"Line 1,234: "), qPrintable(sentence));
         QVERIFY2(sentence.endsWith(u'.'), qPrintable(sentence));
         sentences.insert(sentence);
     }

@@ -91,8 +91,7 @@ void TestOrderBox::chipSize_isOfferedWhereItIsKnown() {
     QCOMPARE(box.controls().chipSize->isEnabled(), !filled.isEmpty());
     QTest::mouseClick(box.controls().chipSize, Qt::LeftButton);
     QCOMPARE(box.controls().filled->text(), filled);
-    QCOMPARE(box.controls().chipSize->toolTip().contains(QStringLiteral("W27C512@DIP28")),
-             !filled.isEmpty());
+    QCOMPARE(box.controls().chipSize->toolTip().contains(u"W27C512@DIP28"), !filled.isEmpty());
 }
 
 void TestOrderBox::anotherChip_takesItsPlace() {

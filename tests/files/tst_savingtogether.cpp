@@ -226,8 +226,8 @@ void TestSavingTogether::whatCannotBeTakenBack_isNamedAndKept() {
     const QStringList left = content();
     QCOMPARE(left.size(), 2);
     QCOMPARE(left.first(), QStringLiteral("b.bin=new b"));
-    QVERIFY2(left.last().startsWith(QStringLiteral("b.bin.velm-")), qPrintable(left.last()));
-    QVERIFY2(left.last().endsWith(QStringLiteral("=old b")), qPrintable(left.last()));
+    QVERIFY2(left.last().startsWith(u"b.bin.velm-"), qPrintable(left.last()));
+    QVERIFY2(left.last().endsWith(u"=old b"), qPrintable(left.last()));
 }
 
 // Some may be saved then, but what they held lies beside them.
@@ -243,9 +243,8 @@ void TestSavingTogether::killedAtAnyCall_losesNothing() {
             name = killing.struckCall();
         }
         const QStringList left = content();
-        const bool hasOlder = std::any_of(left.begin(), left.end(), [](const QString &file) {
-            return file.endsWith(QStringLiteral("=old b"));
-        });
+        const bool hasOlder = std::any_of(
+            left.begin(), left.end(), [](const QString &file) { return file.endsWith(u"=old b"); });
         const QStringList all = contentAfter();
         const bool hasAll = std::all_of(
             all.begin(), all.end(), [&left](const QString &file) { return left.contains(file); });

@@ -198,7 +198,7 @@ void TestCellEdit::edit_withoutMemoryLeavesTheBufferAlone_data() {
     QTest::addColumn<qint64>("row");
     QTest::newRow("a byte") << QStringLiteral("7A") << qint64(0);
     QTest::newRow("a text that lengthens the buffer")
-        << QString(QLatin1Char('"') + QString(40, u'y')) << (qint64(128) << 20) / 16 - 1;
+        << QString(u'"' + QString(40, u'y')) << (qint64(128) << 20) / 16 - 1;
 }
 
 // Bytes that another buffer shares are copied before the first of them changes.

@@ -248,7 +248,7 @@ void TestGridKeys::copy_takesWhatIsSelectedInEveryForm() {
     QCOMPARE(copied(), QStringLiteral("OPQR"));
     copying.copyRows();
     QCOMPARE(copied().count(u'\n'), 2);
-    QVERIFY(copied().startsWith(QStringLiteral("0000  41 42")));
+    QVERIFY(copied().startsWith(u"0000  41 42"));
     grid.view.selection().select({5, 1});
     copying.copyBytes(ByteNotation::Characters);
     QCOMPARE(copied(), QStringLiteral("F"));

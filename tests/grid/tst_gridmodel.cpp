@@ -278,8 +278,8 @@ void TestGridModel::titles_followTheHeading() {
     model.setHeading(GridHeading::Pins);
     QCOMPARE(changes.count(), 1);
     QCOMPARE(titles(Qt::DisplayRole), QStringLiteral("Vector|Pin||||||||||||||||"));
-    QVERIFY(titles(Qt::AccessibleTextRole).startsWith(QStringLiteral("Vector|Pin 1|Pin 2|")));
-    QVERIFY(titles(Qt::AccessibleTextRole).endsWith(QStringLiteral("|Pin 17")));
+    QVERIFY(titles(Qt::AccessibleTextRole).startsWith(u"Vector|Pin 1|Pin 2|"));
+    QVERIFY(titles(Qt::AccessibleTextRole).endsWith(u"|Pin 17"));
     QCOMPARE(model.headerData(18, Qt::Horizontal), QVariant());
     QCOMPARE(model.headerData(0, Qt::Vertical), QVariant());
 }

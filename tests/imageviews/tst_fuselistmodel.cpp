@@ -39,10 +39,7 @@ void TestFuseListModel::table_showsEachLine() {
     QCOMPARE(picture(model), QStringLiteral("fuses_lo|0x62|0110 0010\nwhat is this?|says no fuse|\n"
                                             "word|0x3FF0|0011 1111 1111 0000"));
     QVERIFY(model.index(0, 0).data(Qt::ToolTipRole).isNull());
-    QVERIFY(model.index(1, 0)
-                .data(Qt::ToolTipRole)
-                .toString()
-                .contains(QStringLiteral("what is this?")));
+    QVERIFY(model.index(1, 0).data(Qt::ToolTipRole).toString().contains(u"what is this?"));
     QStringList headings;
     for (int column = 0; column < model.columnCount(); ++column)
         headings << model.headerData(column, Qt::Horizontal).toString();

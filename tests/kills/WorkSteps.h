@@ -7,8 +7,8 @@
 #include <QString>
 
 /// The work that is done over and over until the program is killed: steps with numbers, from
-/// which follows what each of them does. Known to the program at work and to who looks at what is
-/// left of it.
+/// which follows what each of them does. Known to the program at work and to whoever looks at
+/// what is left of it.
 namespace workSteps {
 
 enum class Kind { NameDevice, OpenBinary, EnterText, Compose, Export, ToggleOption };

@@ -115,7 +115,7 @@ void Table::take(const QString &line) {
         takeWords(words, ToolStream::Output);
     } else if (line.startsWith(u"> ")) {
         shown_.append(words);
-    } else if (!line.isEmpty() && !line.startsWith(QLatin1Char('#'))) {
+    } else if (!line.isEmpty() && !line.startsWith(u'#')) {
         cannotRead(line);
     }
 }

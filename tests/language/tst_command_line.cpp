@@ -186,8 +186,7 @@ void TestCommandLine::shellWord_quotesWhatTheShellWouldTreatSpecially_data() {
     for (const char *mark : {";",  "|",  "&", "$x", "`x`", "*", "?", "(",  ")",  "[", "<", ">",
                              "\\", "\"", "!", "#",  "~",   "%", ",", "\n", "\t", "{", "^"})
         QTest::addRow("quoted: %s", mark)
-            << QString::fromLatin1(mark)
-            << QLatin1Char('\'') + QString::fromLatin1(mark) + QLatin1Char('\'');
+            << QString::fromLatin1(mark) << u'\'' + QString::fromLatin1(mark) + u'\'';
 }
 
 void TestCommandLine::shellWord_quotesWhatTheShellWouldTreatSpecially() {

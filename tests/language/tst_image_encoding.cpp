@@ -35,7 +35,7 @@ QLatin1String wordFor(ImageEncoding encoding) {
 class Brackets : public QTranslator {
 public:
     QString translate(const char *, const char *text, const char *, int) const override {
-        return QLatin1Char('[') + QLatin1String(text) + QLatin1Char(']');
+        return u'[' + QLatin1String(text) + u']';
     }
     bool isEmpty() const override { return false; }
 };

@@ -102,7 +102,7 @@ void TestRunOutcome::endWithoutASentence_isNeverSuccess_data() {
         "Found TL866II+ 04.2.132 (0x284)\nChip ID: 0x1FDC  OK\n");
     QTest::newRow("an unfinished count") << QStringLiteral("\rReading Code...  98%");
     QTest::newRow("another program's words") << QStringLiteral("All is OK\n");
-    QTest::newRow("noise") << QString(100000, QLatin1Char('x'));
+    QTest::newRow("noise") << QString(100000, u'x');
 }
 
 void TestRunOutcome::endWithoutASentence_isNeverSuccess() {
@@ -141,9 +141,9 @@ void TestRunOutcome::words_joinSentenceAndNextStep() {
 }
 
 void TestRunOutcome::longWords_areCut() {
-    const RunFacts facts = finished(ReadOperation, 1, QString(5000, QLatin1Char('x')));
+    const RunFacts facts = finished(ReadOperation, 1, QString(5000, u'x'));
     const QString sentence = judgeRun(facts).sentence;
-    QVERIFY2(sentence.endsWith(QStringLiteral("xx\u2026.")), qPrintable(sentence));
+    QVERIFY2(sentence.endsWith(u"xx\u2026."), qPrintable(sentence));
     QVERIFY(sentence.size() < 400);
 }
 

@@ -97,7 +97,7 @@ void TestToolReportReader::report_canBeAskedAtAnyTime() {
 
 void TestToolReportReader::memory_isBoundedWhateverIsSaid_data() {
     QTest::addColumn<QString>("piece");
-    QTest::newRow("one line without an end") << QString(1024, QLatin1Char('x'));
+    QTest::newRow("one line without an end") << QString(1024, u'x');
     QTest::newRow("short lines") << QStringLiteral("one more line\n").repeated(64);
     QTest::newRow("an escape sequence without an end")
         << QStringLiteral("\x1b[0;") + QString(1024, u'1');

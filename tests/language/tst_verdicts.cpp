@@ -37,7 +37,7 @@ void TestVerdicts::failure_saysWhatToDo() {
     const RunOutcome outcome = judgeRun(row.facts);
     if (outcome.verdict == RunOutcome::Verdict::Failed)
         QVERIFY(!outcome.nextStep.isEmpty() || outcome.sentence.contains(u"first"));
-    QVERIFY(!outcome.words().contains(QLatin1Char('%')));
+    QVERIFY(!outcome.words().contains(u'%'));
 }
 
 QTEST_GUILESS_MAIN(TestVerdicts)

@@ -31,7 +31,7 @@ QString decodedInPieces(const QByteArrayList &pieces) {
 
 /// U+FFFD reads better as a question mark.
 QString picture(QString text) {
-    return text.replace(QChar(QChar::ReplacementCharacter), QLatin1Char('?'));
+    return text.replace(QChar(QChar::ReplacementCharacter), u'?');
 }
 
 } // namespace

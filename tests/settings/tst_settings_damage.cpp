@@ -206,7 +206,7 @@ void TestSettingsDamage::unreadableFile_isLeftAloneUntilItCanBeRead() {
         const UnprivilegedUser user;
         QVERIFY(user.isValid());
         store = std::make_unique<SettingsStore>(path());
-        QVERIFY2(store->openingProblem().endsWith(QStringLiteral("read: Permission denied")),
+        QVERIFY2(store->openingProblem().endsWith(u"read: Permission denied"),
                  qPrintable(store->openingProblem()));
         QSignalSpy problems(store.get(), &SettingsStore::problem);
         store->setValue(device, QStringLiteral("A"));

@@ -225,8 +225,7 @@ void TestSettingsSaving::otherProgramThatHoldsTheFile_isWaitedForBriefly() {
         QVERIFY(millisecondsSlept() - before <= 100);
         QVERIFY(store.boolValue(pad));
         QCOMPARE(problems.size(), 1);
-        QVERIFY(problems.first().first().toString().endsWith(
-            QStringLiteral(": Another program is changing it")));
+        QVERIFY(problems.first().first().toString().endsWith(u": Another program is changing it"));
     }
     store.setValue(skipErase, true);
     QCOMPARE(problems.size(), 1);
@@ -269,7 +268,7 @@ void TestSettingsSaving::moreThanAFileMayHold_isNotSaved() {
     store.setValue(binary, endless);
     QCOMPARE(store.stringValue(binary), endless);
     QCOMPARE(problems.size(), 1);
-    QVERIFY(problems.first().first().toString().endsWith(QStringLiteral(": File too large")));
+    QVERIFY(problems.first().first().toString().endsWith(u": File too large"));
     QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\n"));
     store.setValue(binary, QStringLiteral("/b"));
     QCOMPARE(readWholeFile(path()), QByteArray("[General]\nbinary=/b\ndevice=A\n"));

@@ -64,8 +64,7 @@ void TestWindowMemory::recentFiles_areEightAndDistinct() {
     for (int i = 0; i < 10; ++i)
         memory.addRecentFile(QStringLiteral("/%1").arg(i));
     memory.addRecentFile(QStringLiteral("/7"));
-    QCOMPARE(memory.recentFiles().join(QLatin1Char(' ')),
-             QStringLiteral("/7 /9 /8 /6 /5 /4 /3 /2"));
+    QCOMPARE(memory.recentFiles().join(u' '), QStringLiteral("/7 /9 /8 /6 /5 /4 /3 /2"));
 }
 
 void TestWindowMemory::recentDevices_areTenAndDistinct() {
@@ -117,7 +116,7 @@ void TestWindowMemory::whatTheDiskRefusesLater_isLogged() {
     QCOMPARE(memory.geometry(), QByteArray("kept so far"));
     disk.release(EIO);
     QTRY_COMPARE(log.lines.size(), 1);
-    QVERIFY(log.lines.first().endsWith(QStringLiteral("Input/output error")));
+    QVERIFY(log.lines.first().endsWith(u"Input/output error"));
 }
 
 void TestWindowMemory::whatTheToolkitWrote_isRead() {

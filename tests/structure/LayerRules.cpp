@@ -243,7 +243,7 @@ QStringList layerRules::simulatorStandsAlone(const SourceTree &tree) {
         };
         for (const Include &include : includesOf(file.value()))
             if ((arrows().contains(folderOf(include.target)) && !isOwn(include)) ||
-                include.target.startsWith(QLatin1Char('Q')))
+                include.target.startsWith(u'Q'))
                 breaches.append(breach(file.key(), QStringLiteral("includes ") + include.target));
         if (!isBuildFile(file.key()))
             continue;

@@ -11,8 +11,6 @@ namespace {
 
 constexpr qsizetype longestFile = 500;
 
-/// One breach for every match of \a pattern in the code (comments aside) of the files of src and
-/// simulator whose paths begin with none of \a excepted.
 bool startsWithOneOf(const QString &path, const QStringList &starts) {
     return std::any_of(starts.begin(), starts.end(),
                        [&path](const QString &start) { return path.startsWith(start); });
@@ -20,6 +18,8 @@ bool startsWithOneOf(const QString &path, const QStringList &starts) {
 
 const QStringList program = {QStringLiteral("src/"), QStringLiteral("simulator/")};
 
+/// One breach for every match of \a pattern in the code (comments aside) of the files whose paths
+/// begin with one of \a judged and none of \a excepted.
 QStringList matchesInCode(const SourceTree &tree, const QRegularExpression &pattern,
                           const QStringList &excepted = {}, const QStringList &judged = program) {
     QStringList breaches;

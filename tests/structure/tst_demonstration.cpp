@@ -110,7 +110,7 @@ void TestDemonstration::shellStartsTheSimulator() {
     const QString folder = home.filePath(clone);
     makeSimulator(folder + QStringLiteral("/minipro-sim"));
     const QString said = write(folder, folder + QStringLiteral("/minipro-sim"), home.path());
-    QVERIFY2(!said.startsWith(QStringLiteral("failed")), qPrintable(said));
+    QVERIFY2(!said.startsWith(u"failed"), qPrintable(said));
 
     const QSettings settings(folder + QStringLiteral("/velm.conf"), QSettings::IniFormat);
     const QString image = settings.value(QStringLiteral("temp_output_file")).toString();

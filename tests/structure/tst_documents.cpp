@@ -67,7 +67,7 @@ void TestDocuments::everySettingsKey_isInItsPlaces() {
     QFETCH(QStringList, without);
     const QString place = QString::fromLatin1(QTest::currentDataTag());
     const QStringList keys = settingsKeysIn(textOf(QStringLiteral("src/settings/SettingsKeys.h")));
-    QVERIFY(keys.contains(QStringLiteral("skipErase")));
+    QVERIFY(keys.contains(u"skipErase"));
     QCOMPARE(missingNames(keys, pattern, textOf(place)), without);
     QVERIFY(textOf(QStringLiteral("CONTRIBUTING.md")).contains(place));
 }

@@ -17,10 +17,10 @@ public:
         const qsizetype line = fromStart ? 0 : lines_.size() - 1 - update.linesBack;
         const QString kept = fromStart ? QString() : lines_[line].first(update.column);
         lines_.erase(lines_.begin() + line, lines_.end());
-        lines_ += (kept + update.text).split(QLatin1Char('\n'));
+        lines_ += (kept + update.text).split(u'\n');
     }
 
-    QString text() const { return lines_.join(QLatin1Char('\n')); }
+    QString text() const { return lines_.join(u'\n'); }
 
 private:
     QStringList lines_{QString()};

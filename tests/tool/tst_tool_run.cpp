@@ -95,7 +95,7 @@ void TestToolRun::launch_asksForTheOperationSetLast() {
     words.replace(QStringLiteral("%2"), bench.path("temp.bin"));
     QCOMPARE(bench.log.startingWith(QStringLiteral("fileContents: ")),
              QStringList(QStringLiteral("fileContents: ") + ToolBench::doubleAs("say-nothing") +
-                         QLatin1Char(' ') + words));
+                         u' ' + words));
 }
 
 void TestToolRun::launch_givesTheToolItsWords() {
@@ -106,7 +106,7 @@ void TestToolRun::launch_givesTheToolItsWords() {
     const auto run = bench.newRun();
     run->launch();
     bench.serviceQueue();
-    QStringList words = bench.console.text().split(QLatin1Char('\n'));
+    QStringList words = bench.console.text().split(u'\n');
     words.removeLast();
     words.removeOne(QStringLiteral("listed"));
     QCOMPARE(words,
@@ -261,12 +261,12 @@ void TestToolRun::list_logsEachStep() {
     ToolBench bench;
     bench.useDouble("status-42");
     QCOMPARE(bench.newRun()->list(QStringLiteral("27C")), 42);
-    QCOMPARE(bench.log.lines,
-             QStringList(
-                 {QStringLiteral("fileContents: ") + ToolBench::doubleAs("status-42") +
-                      QStringLiteral(" -L 27C > \"") + bench.path("temp_sr.bin") + QLatin1Char('"'),
-                  QStringLiteral("user's shell is /bin/bash"), QStringLiteral("Task terminated"),
-                  QStringLiteral("\nminipro list has exited with status 42")}));
+    QCOMPARE(
+        bench.log.lines,
+        QStringList({QStringLiteral("fileContents: ") + ToolBench::doubleAs("status-42") +
+                         QStringLiteral(" -L 27C > \"") + bench.path("temp_sr.bin") + u'"',
+                     QStringLiteral("user's shell is /bin/bash"), QStringLiteral("Task terminated"),
+                     QStringLiteral("\nminipro list has exited with status 42")}));
 }
 
 void TestToolRun::list_keepsATermOneWord() {

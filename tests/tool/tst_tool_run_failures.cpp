@@ -50,12 +50,12 @@ void TestToolRunFailures::shell_thatCannotBeStartedGivesAFailedStart() {
     const auto run = bench.newRun();
     QCOMPARE(run->launch(), -1);
     const QString message = QStringLiteral("minipro has exited with status -1");
-    QCOMPARE(bench.log.lines, QStringList({QStringLiteral("fileContents: ") + command,
-                                           QStringLiteral("user's shell is ") + printed,
-                                           QStringLiteral("launching ") + printed +
-                                               QStringLiteral(" with arguments: -l -c ") + command,
-                                           QStringLiteral("unable to launch task: ") + reason,
-                                           QLatin1Char('\n') + message}));
+    QCOMPARE(bench.log.lines,
+             QStringList({QStringLiteral("fileContents: ") + command,
+                          QStringLiteral("user's shell is ") + printed,
+                          QStringLiteral("launching ") + printed +
+                              QStringLiteral(" with arguments: -l -c ") + command,
+                          QStringLiteral("unable to launch task: ") + reason, u'\n' + message}));
     bench.serviceQueue();
     QCOMPARE(bench.console.events,
              QStringList({QStringLiteral("<begin>"), QStringLiteral("<end>"), message}));

@@ -13,6 +13,7 @@
 #include <QThread>
 #include <QTimer>
 
+#include <chrono>
 #include <cstring>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -117,7 +118,7 @@ void TestToolRunLogic::errorsThatWait_areTakenWhenTheTableBreaksOff() {
         if (shown || patience.hasExpired())
             writeWholeFile(bench.path("go-on"), {});
     });
-    clock.start(1);
+    clock.start(std::chrono::milliseconds(1));
     QCOMPARE(run->launch(), 0);
     QVERIFY(shown);
 }
@@ -153,7 +154,7 @@ void TestToolRunLogic::errorsThatWait_areTakenWhenTheListeningEnds() {
             run->appendDataFrom_to(&ended, text);
         writeWholeFile(bench.path("go-on"), {});
     });
-    clock.start(1);
+    clock.start(std::chrono::milliseconds(1));
     QCOMPARE(run->launch(), 0);
     QCOMPARE(run->collectedOutput(), QStringLiteral("0000: 0  Hverdict\n"));
 }

@@ -12,6 +12,7 @@
 #include <QTimer>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstring>
 #include <unistd.h>
@@ -100,7 +101,7 @@ void TestToolRunOutput::output_ofAMegabyteWithoutALineBreakArrivesWhole() {
     const auto run = bench.newRun();
     run->launch();
     QCOMPARE(run->collectedOutput().size(), 1024 * 1024);
-    QCOMPARE(run->collectedOutput().count(QLatin1Char('x')), 1024 * 1024);
+    QCOMPARE(run->collectedOutput().count(u'x'), 1024 * 1024);
 }
 
 void TestToolRunOutput::output_thatIsNoTextIsShownAsReplacements() {
@@ -160,7 +161,7 @@ void TestToolRunOutput::output_thatThePipesHoldAtTheEndIsTaken() {
     if (status == 96)
         QSKIP("pipes cannot be made larger here");
     QCOMPARE(status, 0);
-    QCOMPARE(run->collectedOutput().count(QLatin1Char('x')), 1024 * 1024);
+    QCOMPARE(run->collectedOutput().count(u'x'), 1024 * 1024);
 }
 
 void TestToolRunOutput::console_isToldLaterAndNeverDirectly() {
@@ -187,7 +188,7 @@ void TestToolRunOutput::collectedOutput_stopsGrowingAtItsLimit() {
     const auto run = bench.newRun();
     run->setOutputView(nullptr);
     constexpr qsizetype limit = 128 * 1024 * 1024; // units of two bytes each
-    QString text(limit - 3, QLatin1Char('x'));
+    QString text(limit - 3, u'x');
     ReadHandle handle;
     handle.setReadFunction([](int, void *bytes, size_t) -> ssize_t {
         memcpy(bytes, "abcde", 5);
@@ -238,7 +239,7 @@ void TestToolRunOutput::saidTail_beginsWithAWholeCharacter() {
     const auto run = bench.newRun();
     run->launch();
     QCOMPARE(run->collectedOutput().size(), 32 * 1024 + 1);
-    QCOMPARE(run->saidTail(), QString(32 * 1024 - 1, QLatin1Char('x')));
+    QCOMPARE(run->saidTail(), QString(32 * 1024 - 1, u'x'));
 }
 
 void TestToolRunOutput::handle_isArmedAgainByTheReadItself() {
@@ -346,7 +347,8 @@ void TestToolRunOutput::emptyReads_areRareWhileTheChildLivesOn() {
     const auto run = bench.newRun();
     // Both streams have ended long before the child does; without a pause between empty reads
     // the listening would be over by then, and the child's end would go unnoticed.
-    QTimer::singleShot(300, &bench.queue, [&] { writeWholeFile(bench.path("go-on"), {}); });
+    QTimer::singleShot(std::chrono::milliseconds(300), &bench.queue,
+                       [&] { writeWholeFile(bench.path("go-on"), {}); });
     QCOMPARE(run->launch(), 3);
     QCOMPARE(bench.log.count(QStringLiteral("Task terminated")), 1);
     bench.serviceQueue();
@@ -392,7 +394,7 @@ void TestToolRunOutput::endlessOutput_leavesTheEventLoopTurning() {
         clock.stop();
         run->stop();
     });
-    clock.start(1);
+    clock.start(std::chrono::milliseconds(1));
     QCOMPARE(run->launch(), SIGTERM);
     QCOMPARE(ticks, 20);
     bench.serviceQueue();
@@ -420,7 +422,8 @@ void TestToolRunOutput::eventLoops_surviveARunAndARunSurvivesTheirEnd() {
     bench.useDouble("close-output-early");
     QTimer::singleShot(0, &bench.queue, [&] {
         QCoreApplication::exit();
-        QTimer::singleShot(50, &bench.queue, [&] { writeWholeFile(bench.path("go-on"), {}); });
+        QTimer::singleShot(std::chrono::milliseconds(50), &bench.queue,
+                           [&] { writeWholeFile(bench.path("go-on"), {}); });
     });
     QCOMPARE(bench.newRun()->launch(), 3);
 }

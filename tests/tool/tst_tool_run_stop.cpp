@@ -12,6 +12,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <chrono>
 #include <csignal>
 
 /// Stopping a run that would go on.
@@ -42,7 +43,7 @@ void stopOnce(ScriptedMiniPro &run, QTimer &clock, Ready ready) {
         if (run.facts().stopRequested)
             clock.stop();
     });
-    clock.start(1);
+    clock.start(std::chrono::milliseconds(1));
 }
 
 /// The line that the tool's double prints with the number of a process.

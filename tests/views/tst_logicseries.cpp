@@ -246,7 +246,7 @@ void TestLogicSeries::gate_isAskedFirst() {
     bench.series.begin(5);
     QCOMPARE(bench.series.state(), State::None);
     QCOMPARE(bench.presses, 0);
-    QVERIFY(bench.line.toPlainText().contains(QStringLiteral("A search is running")));
+    QVERIFY(bench.line.toPlainText().contains(u"A search is running"));
 }
 
 void TestLogicSeries::running_refusesAnotherBegin() {

@@ -104,7 +104,7 @@ void TestConsoleStorage::defaultLimit_isSixteenMebiUnits() {
     QCOMPARE(storage.length(), 16 * mebi.size());
     storage.append(QStringLiteral("end"));
     QVERIFY(storage.length() <= 16 * mebi.size());
-    QVERIFY(storage.text().endsWith(QStringLiteral("x\nend")));
+    QVERIFY(storage.text().endsWith(u"x\nend"));
 }
 
 QTEST_GUILESS_MAIN(TestConsoleStorage)

@@ -281,7 +281,7 @@ void TestConsoleView::manyLines_areBounded() {
     view.appendText(QStringLiteral("last"));
     view.flush();
     QVERIFY(view.blockCount() <= ConsoleView::maxLines);
-    QVERIFY(view.toPlainText().endsWith(QStringLiteral("\nlast")));
+    QVERIFY(view.toPlainText().endsWith(u"\nlast"));
     QCOMPARE(view.storedText(), lines + QStringLiteral("last"));
     QCOMPARE(trimmed.count(), 0);
     QCOMPARE(shortened.count(), 1);

@@ -400,7 +400,7 @@ void TestKeyBinder::refusedSwitch_withoutKeyIsTakenBack() {
     bench.store.setGuard([] { return false; });
     doAccessibly(&box, QAccessibleActionInterface::toggleAction());
     QVERIFY(!box.isChecked());
-    QVERIFY(!onWhenSent); // who is told finds what holds, and says why
+    QVERIFY(!onWhenSent); // whoever is told finds what holds, and says why
 }
 
 QTEST_MAIN(TestKeyBinder)

@@ -8,6 +8,8 @@
 #include <QTextDocumentFragment>
 #include <QToolTip>
 
+#include <tuple>
+
 /// A path in a narrow field.
 class TestPathField : public QObject {
     Q_OBJECT
@@ -35,7 +37,7 @@ struct Shown {
         other.setGeometry(0, 40, 100, 30);
         window.resize(300, 100);
         window.show();
-        (void)QTest::qWaitForWindowActive(&window);
+        std::ignore = QTest::qWaitForWindowActive(&window);
         other.setFocus();
     }
 
@@ -55,7 +57,7 @@ void TestPathField::shortPath_isShownWhole() {
 
 void TestPathField::longPath_showsItsEnds() {
     Shown shown(pathWith(u'i'));
-    QVERIFY(shown.field.shownText().startsWith(QStringLiteral("/home")));
+    QVERIFY(shown.field.shownText().startsWith(u"/home"));
     QVERIFY(shown.field.shownText().endsWith(file));
     QCOMPARE(shown.field.text(), pathWith(u'i'));
     const QImage before = shown.picture();

@@ -119,5 +119,5 @@ QString WindowFixture::row(int row) {
     QStringList cells;
     for (int column = 0; column < gridColumns; ++column)
         cells.append(cell(row, column));
-    return cells.join(QLatin1Char(' '));
+    return cells.join(u' ');
 }

@@ -128,8 +128,7 @@ void TestWindowAddress::emptyImage_hasNoAddresses() {
     WindowFixture velm;
     velm.start();
     goTo(velm, QStringLiteral("0"));
-    QVERIFY2(velm.message().contains(QStringLiteral("There are no bytes to go to.")),
-             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"There are no bytes to go to."), qPrintable(velm.message()));
 }
 
 void TestWindowAddress::logicResults_haveNoAddresses() {
@@ -137,8 +136,7 @@ void TestWindowAddress::logicResults_haveNoAddresses() {
     showTwentyBytes(velm);
     velm.controls().tabview->selectTabViewItem(logicTabIdentifier());
     goTo(velm, QStringLiteral("0"));
-    QVERIFY2(velm.message().contains(
-                 QStringLiteral("There are no addresses among the logic test results.")),
+    QVERIFY2(velm.message().contains(u"There are no addresses among the logic test results."),
              qPrintable(velm.message()));
 }
 

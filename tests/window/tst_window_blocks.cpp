@@ -132,8 +132,8 @@ void TestWindowBlocks::refusedZero_offersToWriteIt() {
     enter(velm, 0, 3, entry);
     QCOMPARE(velm.beeps, 1);
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
-    QVERIFY2(velm.message().contains(QStringLiteral("was not taken")), qPrintable(velm.message()));
-    QCOMPARE(velm.message().contains(QStringLiteral("Ctrl+0")), isOffered);
+    QVERIFY2(velm.message().contains(u"was not taken"), qPrintable(velm.message()));
+    QCOMPARE(velm.message().contains(u"Ctrl+0"), isOffered);
     QPushButton *button = messageButton(velm, QStringLiteral("Write 00 at 0002"));
     QCOMPARE(button != nullptr, isOffered);
     if (!button)
@@ -169,7 +169,7 @@ void TestWindowBlocks::otherTabs_areLeftAlone() {
         velm.settle();
         choose(velm, entry);
         QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
-        QVERIFY2(velm.message().contains(QStringLiteral("Only the data to burn can be changed")),
+        QVERIFY2(velm.message().contains(u"Only the data to burn can be changed"),
                  qPrintable(velm.message()));
         QCOMPARE(velm.panels.requests.size(), 0);
     }
@@ -191,7 +191,7 @@ void TestWindowBlocks::whileTheToolRuns_nothingIsChanged() {
     velm.click(velm.controls().btn_verify);
     QTRY_VERIFY(velm.velm().work().isIdle());
     QCOMPARE(seen.size(), 1);
-    QVERIFY2(seen[0].contains(QStringLiteral("stop it or wait for its end")), qPrintable(seen[0]));
+    QVERIFY2(seen[0].contains(u"stop it or wait for its end"), qPrintable(seen[0]));
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
     for (const QString &entry : entries)
         QVERIFY(menuEntry(velm, entry)->isEnabled());

@@ -127,7 +127,7 @@ void TestWindowChip::typedName_isAskedAboutOnceItHasSettled() {
     field->setFocus();
     QTest::keyClicks(field, QStringLiteral("7400"));
     QCOMPARE(facts(velm), QString());
-    QTRY_VERIFY(facts(velm).startsWith(QStringLiteral("logic IC")));
+    QTRY_VERIFY(facts(velm).startsWith(u"logic IC"));
     QCOMPARE(asked(velm), QStringList(question(QStringLiteral("7400"))));
     QTest::keyClicks(field, QStringLiteral("x"));
     QCOMPARE(facts(velm), QString());
@@ -141,7 +141,7 @@ void TestWindowChip::answers_areKept() {
     velm.start();
     QTRY_VERIFY(!facts(velm).isEmpty());
     velm.settings().setValue(settingsKeys::device, QStringLiteral("7400"));
-    QTRY_VERIFY(facts(velm).startsWith(QStringLiteral("logic IC")));
+    QTRY_VERIFY(facts(velm).startsWith(u"logic IC"));
     velm.settings().setValue(settingsKeys::device, chip);
     QCOMPARE(facts(velm), bytesIn(65536, QStringLiteral("DIP28")));
     letItSettle();
@@ -246,8 +246,7 @@ void TestWindowChip::run_endsAQuestionAndHasNone() {
     });
     velm.click(velm.controls().btn_read);
     QCOMPARE(duringTheRun.size(), 2);
-    QVERIFY2(duringTheRun.last().startsWith(QStringLiteral("begun -p")),
-             qPrintable(duringTheRun.last()));
+    QVERIFY2(duringTheRun.last().startsWith(u"begun -p"), qPrintable(duringTheRun.last()));
     QTRY_COMPARE(facts(velm), bytesIn(65536, QStringLiteral("DIP28")));
     QCOMPARE(asked(velm).mid(2), begun + QStringList(question(chip)));
 }
@@ -367,7 +366,7 @@ void TestWindowChip::assistiveTechnology_findsBoth() {
     QVERIFY(line->state().readOnly);
     const QString tip =
         QTextDocumentFragment::fromHtml(velm.controls().chipFacts->toolTip()).toPlainText();
-    QVERIFY2(tip.contains(QStringLiteral("Programmers: TL866II, T48, T56")), qPrintable(tip));
+    QVERIFY2(tip.contains(u"Programmers: TL866II, T48, T56"), qPrintable(tip));
     QCOMPARE(accessible(velm.controls().btn_pad_to_chip)->text(QAccessible::Name),
              QStringLiteral("Pad to the chip's size"));
 }

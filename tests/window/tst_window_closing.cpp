@@ -24,13 +24,11 @@ void TestWindowClosing::closing_withEditsInNoFileTakesTwoTimes() {
     showTwentyBytes(velm);
     enter(velm, 0, 1, QStringLiteral("7A"));
     QVERIFY(!velm.velm().window().close());
-    QVERIFY2(velm.message().contains(QStringLiteral("1 hand edit is in no file.")),
-             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"1 hand edit is in no file."), qPrintable(velm.message()));
     // Another edit makes it another question.
     enter(velm, 0, 2, QStringLiteral("7A"));
     QVERIFY(!velm.velm().window().close());
-    QVERIFY2(velm.message().contains(QStringLiteral("2 hand edits are in no file.")),
-             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"2 hand edits are in no file."), qPrintable(velm.message()));
     velm.velm().askToEnd();
     QVERIFY(!velm.velm().window().isVisible());
 }
@@ -42,7 +40,7 @@ void TestWindowClosing::closing_afterTheEditsWereSavedTakesOne() {
     QVERIFY(!velm.velm().window().close());
     velm.panels.answer = velm.path(QStringLiteral("saved.bin"));
     velm.click(velm.controls().messageLine->findChild<QPushButton *>()); // Save data to burn
-    QVERIFY2(!velm.message().contains(QStringLiteral("in no file")), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"in no file"), qPrintable(velm.message()));
     QVERIFY(velm.velm().window().close());
 }
 
@@ -52,9 +50,8 @@ void TestWindowClosing::closing_withReplacedEditsTakesTwoTimes() {
     enter(velm, 0, 1, QStringLiteral("7A"));
     velm.controls().startAddTextField->setText(QStringLiteral("2"));
     QVERIFY(!velm.velm().window().close());
-    QVERIFY2(
-        velm.message().contains(QStringLiteral("1 hand edit that was replaced is in no file.")),
-        qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"1 hand edit that was replaced is in no file."),
+             qPrintable(velm.message()));
     QVERIFY(velm.velm().window().close());
 }
 

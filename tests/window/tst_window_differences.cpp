@@ -56,15 +56,15 @@ void press(WindowFixture &velm, Qt::Key key) {
 void TestWindowDifferences::oneImage_isComparedWithNothing() {
     WindowFixture velm;
     showTwentyBytes(velm);
-    QTRY_VERIFY(facts(velm).contains(QStringLiteral("CRC-32")));
-    QVERIFY(!facts(velm).contains(QStringLiteral("difference")));
+    QTRY_VERIFY(facts(velm).contains(u"CRC-32"));
+    QVERIFY(!facts(velm).contains(u"difference"));
     QVERIFY(!markAt(velm, 0, 1).differs);
 }
 
 void TestWindowDifferences::equalImages_haveNoDifferences() {
     WindowFixture velm;
     readTwentyBytes(velm, "0123456789ABCDEFGHIJ");
-    QTRY_VERIFY(facts(velm).contains(QStringLiteral("no differences")));
+    QTRY_VERIFY(facts(velm).contains(u"no differences"));
 }
 
 void TestWindowDifferences::cells_areMarkedInBothTabs() {
@@ -72,7 +72,7 @@ void TestWindowDifferences::cells_areMarkedInBothTabs() {
     readTwentyBytes(velm, "012x456789ABCDEFGHyz");
     for (const QString &tab : {readTabIdentifier(), burnTabIdentifier()}) {
         velm.controls().tabview->selectTabViewItem(tab);
-        QTRY_VERIFY(facts(velm).contains(QStringLiteral("3 differences")));
+        QTRY_VERIFY(facts(velm).contains(u"3 differences"));
         QVERIFY(markAt(velm, 0, 4).differs);
         QVERIFY(!markAt(velm, 0, 5).differs);
         QVERIFY(markAt(velm, 1, 3).differs);
@@ -90,10 +90,10 @@ void TestWindowDifferences::edit_isCountedAndCountedBack() {
     velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
     QCoreApplication::processEvents();
     enter(velm, 1, 2, QStringLiteral("5A"));
-    QTRY_VERIFY(facts(velm).contains(QStringLiteral("1 difference")));
+    QTRY_VERIFY(facts(velm).contains(u"1 difference"));
     QVERIFY(markAt(velm, 1, 2).differs);
     velm.delegate().edits().undo();
-    QTRY_VERIFY(facts(velm).contains(QStringLiteral("no differences")));
+    QTRY_VERIFY(facts(velm).contains(u"no differences"));
     QVERIFY(!markAt(velm, 1, 2).differs);
 }
 
@@ -104,18 +104,18 @@ void TestWindowDifferences::theMap_marksTheirBlocks() {
     QCoreApplication::processEvents();
     ImageMap *map = velm.controls().imageMap;
     enter(velm, 0, 2, QStringLiteral("5A"));
-    QTRY_VERIFY(map->valueWords().endsWith(QStringLiteral(", differs")));
+    QTRY_VERIFY(map->valueWords().endsWith(u", differs"));
     velm.delegate().edits().undo();
-    QTRY_VERIFY(!map->valueWords().endsWith(QStringLiteral(", differs")));
+    QTRY_VERIFY(!map->valueWords().endsWith(u", differs"));
 }
 
 void TestWindowDifferences::lengths_areTold() {
     WindowFixture velm;
     readTwentyBytes(velm, "0123456789");
     velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
-    QTRY_VERIFY(facts(velm).contains(QStringLiteral("no differences, 10 bytes shorter")));
+    QTRY_VERIFY(facts(velm).contains(u"no differences, 10 bytes shorter"));
     velm.controls().tabview->selectTabViewItem(readTabIdentifier());
-    QTRY_VERIFY(facts(velm).contains(QStringLiteral("no differences, 10 bytes longer")));
+    QTRY_VERIFY(facts(velm).contains(u"no differences, 10 bytes longer"));
     QVERIFY(!markAt(velm, 0, 12).differs);
 }
 
@@ -129,17 +129,16 @@ void TestWindowDifferences::steps_goFromPlaceToPlaceAndSayThatTheyWrap() {
     QCOMPARE(cursor(velm), qMakePair(0, 4));
     press(velm, Qt::Key_Down);
     QCOMPARE(cursor(velm), qMakePair(1, 3));
-    QVERIFY(!velm.message().contains(QStringLiteral("difference")));
+    QVERIFY(!velm.message().contains(u"difference"));
     press(velm, Qt::Key_Down);
     QCOMPARE(cursor(velm), qMakePair(0, 4));
-    QVERIFY(velm.message().contains(QStringLiteral("From the end on to the first difference.")));
+    QVERIFY(velm.message().contains(u"From the end on to the first difference."));
     press(velm, Qt::Key_Up);
     QCOMPARE(cursor(velm), qMakePair(1, 3));
-    QVERIFY(
-        velm.message().contains(QStringLiteral("From the beginning on to the last difference.")));
+    QVERIFY(velm.message().contains(u"From the beginning on to the last difference."));
     press(velm, Qt::Key_Up);
     QCOMPARE(cursor(velm), qMakePair(0, 4));
-    QVERIFY(!velm.message().contains(QStringLiteral("difference")));
+    QVERIFY(!velm.message().contains(u"difference"));
 }
 
 void TestWindowDifferences::stepsWithoutDifferences_sayWhy() {
@@ -149,16 +148,16 @@ void TestWindowDifferences::stepsWithoutDifferences_sayWhy() {
     QCoreApplication::processEvents();
     velm.controls().tableview->setFocus();
     press(velm, Qt::Key_Down);
-    QVERIFY(velm.message().contains(QStringLiteral("do not differ")));
+    QVERIFY(velm.message().contains(u"do not differ"));
     velm.controls().tabview->selectTabViewItem(logicTabIdentifier());
     QCoreApplication::processEvents();
     press(velm, Qt::Key_Up);
-    QVERIFY(velm.message().contains(QStringLiteral("no differences among the logic test results")));
+    QVERIFY(velm.message().contains(u"no differences among the logic test results"));
     WindowFixture other;
     showTwentyBytes(other);
     other.controls().tableview->setFocus();
     press(other, Qt::Key_Down);
-    QVERIFY(other.message().contains(QStringLiteral("nothing to compare")));
+    QVERIFY(other.message().contains(u"nothing to compare"));
 }
 
 void TestWindowDifferences::eprom_saysWhetherItMustBeErased() {
@@ -166,11 +165,11 @@ void TestWindowDifferences::eprom_saysWhetherItMustBeErased() {
     velm.settings().setValue(settingsKeys::device, QStringLiteral("M27C512@DIP28"));
     readTwentyBytes(velm, "0123456789ABCDEFGHI\x40"); // 4A loses two bits
     velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
-    QTRY_VERIFY(facts(velm).contains(QStringLiteral("1 difference, can be burned on top")));
+    QTRY_VERIFY(facts(velm).contains(u"1 difference, can be burned on top"));
     enter(velm, 0, 1, QStringLiteral("3F")); // 30 would have to gain four
-    QTRY_VERIFY(facts(velm).contains(QStringLiteral("2 differences, needs erasing: 4 bits")));
+    QTRY_VERIFY(facts(velm).contains(u"2 differences, needs erasing: 4 bits"));
     velm.settings().setValue(settingsKeys::device, QStringLiteral("W27C512@DIP28"));
-    QTRY_VERIFY(!facts(velm).contains(QStringLiteral("erasing")));
+    QTRY_VERIFY(!facts(velm).contains(u"erasing"));
 }
 
 void TestWindowDifferences::assistiveTechnology_readsTheOtherByte() {

@@ -98,7 +98,7 @@ void TestWindowExport::file_isAsChosen() {
     c.recordLength->setValue(recordLength);
     QTEST(c.result->text(), "result");
     QCOMPARE(exported(), content);
-    QVERIFY(velm_->message().contains(QStringLiteral("Saved")));
+    QVERIFY(velm_->message().contains(u"Saved"));
 }
 
 void TestWindowExport::panel_suggestsAnEndingForTheFormat_data() {
@@ -252,8 +252,7 @@ void TestWindowExport::keys_exportAndCancel() {
 void TestWindowExport::failure_isSaid() {
     velm_->panels.answer = velm_->path(QStringLiteral("missing/out"));
     velm_->click(exportWindow()->controls().exportButton);
-    QTRY_VERIFY2(velm_->message().contains(QStringLiteral("could not be written")),
-                 qPrintable(velm_->message()));
+    QTRY_VERIFY2(velm_->message().contains(u"could not be written"), qPrintable(velm_->message()));
     QVERIFY(exportWindow()->isVisible());
 }
 
@@ -275,7 +274,7 @@ void TestWindowExport::whileTheToolRuns_nothingIsExported() {
     velm_->useTool("while :; do sleep 1; done\n");
     velm_->whileBusy([&] {
         velm_->click(window->controls().exportButton);
-        QTRY_VERIFY(velm_->message().contains(QStringLiteral("is running")));
+        QTRY_VERIFY(velm_->message().contains(u"is running"));
         velm_->click(velm_->controls().btn_stop);
     });
     velm_->click(velm_->controls().btn_read);

@@ -116,13 +116,13 @@ void TestWindowFacts::aReadThatFails_leavesTheEarlierOrigin() {
     WindowFixture velm;
     velm.start();
     velm.click(velm.controls().btn_read);
-    QTRY_VERIFY(facts(velm).startsWith(QStringLiteral("W27C512@DIP28, read at")));
+    QTRY_VERIFY(facts(velm).startsWith(u"W27C512@DIP28, read at"));
     velm.settings().setValue(settingsKeys::device, QStringLiteral("AM29F040B@DIP32"));
     velm.useTool("exit 1\n");
     velm.click(velm.controls().btn_read);
     velm.settle();
     QVERIFY(lengthOf(velm.state().display_data) > 0);
-    QTRY_VERIFY(facts(velm).startsWith(QStringLiteral("W27C512@DIP28, read at")));
+    QTRY_VERIFY(facts(velm).startsWith(u"W27C512@DIP28, read at"));
     // What such a Read has left of another length is nobody's that is known.
     velm.useTool("printf part > \"$4\"; exit 1\n");
     velm.click(velm.controls().btn_read);
@@ -144,23 +144,22 @@ void TestWindowFacts::allBytesTheSame_isRemarkedOn() {
     velm.useTool(readerOf(512, octal));
     velm.start();
     velm.click(velm.controls().btn_read);
-    QTRY_VERIFY2(facts(velm).contains(QStringLiteral("512 bytes")), qPrintable(facts(velm)));
+    QTRY_VERIFY2(facts(velm).contains(u"512 bytes"), qPrintable(facts(velm)));
     QTRY_VERIFY(!facts(velm).contains(QChar(0x2026)));
-    QCOMPARE(facts(velm).contains(QStringLiteral("all 0x")), !remark.isEmpty());
+    QCOMPARE(facts(velm).contains(u"all 0x"), !remark.isEmpty());
     QVERIFY2(facts(velm).contains(remark), qPrintable(facts(velm)));
 }
 
 void TestWindowFacts::dataToBurn_saysWhoseTheyAre() {
     WindowFixture velm;
     showTwentyBytes(velm);
-    QTRY_VERIFY2(facts(velm).startsWith(QStringLiteral("rom.bin \u00b7 20 bytes")),
-                 qPrintable(facts(velm)));
+    QTRY_VERIFY2(facts(velm).startsWith(u"rom.bin \u00b7 20 bytes"), qPrintable(facts(velm)));
     velm.click(velm.controls().btn_combine_read_data); // nothing was read
     velm.settle();
-    QTRY_VERIFY(facts(velm).startsWith(QStringLiteral("rom.bin \u00b7 ")));
+    QTRY_VERIFY(facts(velm).startsWith(u"rom.bin \u00b7 "));
     velm.click(velm.controls().btn_read);
-    QTRY_VERIFY2(facts(velm).startsWith(QStringLiteral("data read from chip \u00b7 65,536")) ||
-                     facts(velm).startsWith(QStringLiteral("data read from chip \u00b7 65536")),
+    QTRY_VERIFY2(facts(velm).startsWith(u"data read from chip \u00b7 65,536") ||
+                     facts(velm).startsWith(u"data read from chip \u00b7 65536"),
                  qPrintable(facts(velm)));
 }
 
@@ -219,10 +218,10 @@ void TestWindowFacts::blankImage_leavesTheByteToTheRemark() {
     velm.start();
     velm.velm().window().resize(1024, 700);
     velm.click(velm.controls().btn_read);
-    QTRY_VERIFY(facts(velm).contains(QStringLiteral("all 0xFF")));
+    QTRY_VERIFY(facts(velm).contains(u"all 0xFF"));
     moveTo(velm, 1, 4);
     velm.settle();
-    QTRY_VERIFY2(facts(velm).endsWith(QStringLiteral("no contact?")), qPrintable(facts(velm)));
+    QTRY_VERIFY2(facts(velm).endsWith(u"no contact?"), qPrintable(facts(velm)));
     QCOMPARE(velm.controls().factsLine->text(), facts(velm));
 }
 
@@ -230,9 +229,8 @@ void TestWindowFacts::theCursor_isFollowed() {
     WindowFixture velm;
     showTwentyBytes(velm);
     moveTo(velm, 1, 4);
-    QTRY_VERIFY2(
-        facts(velm).endsWith(QStringLiteral("at 0013: 0x4A, 74, 0b01001010, \u201cJ\u201d")),
-        qPrintable(facts(velm)));
+    QTRY_VERIFY2(facts(velm).endsWith(u"at 0013: 0x4A, 74, 0b01001010, \u201cJ\u201d"),
+                 qPrintable(facts(velm)));
     velm.controls().tableview->setFocus();
     QTest::keyClick(velm.controls().tableview, Qt::Key_Left);
     QTRY_VERIFY(facts(velm).endsWith(byteWords(0x12, 'I')));
@@ -250,8 +248,8 @@ void TestWindowFacts::block_isSaidWithItsChecksums() {
     QTRY_VERIFY2(facts(velm).endsWith(block + checksums("23456789A")), qPrintable(facts(velm)));
     QVERIFY(facts(velm).contains(sizeAndChecksums("0123456789ABCDEFGHIJ")));
     grid->selection().end();
-    QTRY_VERIFY2(facts(velm).contains(QStringLiteral("at 0002: 0x32")), qPrintable(facts(velm)));
-    QVERIFY(!facts(velm).contains(QStringLiteral("selected")));
+    QTRY_VERIFY2(facts(velm).contains(u"at 0002: 0x32"), qPrintable(facts(velm)));
+    QVERIFY(!facts(velm).contains(u"selected"));
 }
 
 void TestWindowFacts::rows_areSaidAsABlock() {
@@ -264,7 +262,7 @@ void TestWindowFacts::rows_areSaidAsABlock() {
     velm.controls().tableview->selectionModel()->select(
         velm.controls().tableview->model()->index(1, 0),
         QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    QTRY_VERIFY2(facts(velm).contains(QStringLiteral("selected from 0000 to 0013: 20 bytes, ")),
+    QTRY_VERIFY2(facts(velm).contains(u"selected from 0000 to 0013: 20 bytes, "),
                  qPrintable(facts(velm)));
 }
 
@@ -310,9 +308,9 @@ void TestWindowFacts::cellsWithoutAByte_sayNothing() {
     WindowFixture velm;
     showTwentyBytes(velm);
     moveTo(velm, 0, 1);
-    QTRY_VERIFY(facts(velm).contains(QStringLiteral(" \u00b7 at ")));
+    QTRY_VERIFY(facts(velm).contains(u" \u00b7 at "));
     moveTo(velm, row, column);
-    QTRY_VERIFY2(!facts(velm).contains(QStringLiteral(" \u00b7 at ")), qPrintable(facts(velm)));
+    QTRY_VERIFY2(!facts(velm).contains(u" \u00b7 at "), qPrintable(facts(velm)));
 }
 
 void TestWindowFacts::largeImage_isReadInTurns() {
@@ -322,7 +320,7 @@ void TestWindowFacts::largeImage_isReadInTurns() {
     QCOMPARE(velm.state().output_data->size(), 20 * 1024 * 1024);
     int openTurns = 0;
     connect(line, &QLineEdit::textChanged, line, [&](const QString &text) {
-        openTurns += text.contains(QStringLiteral("CRC-32 \u2026, sum \u2026"));
+        openTurns += text.contains(u"CRC-32 \u2026, sum \u2026");
         moveTo(velm, 0, 1 + openTurns % 2); // a cursor that moves is shown meanwhile
     });
     velm.delegate().openBinary(velm.write(QStringLiteral("other.bin"), "other"));
@@ -354,7 +352,7 @@ void TestWindowFacts::narrowWindow_tellsTheOriginShorter() {
 
     velm.velm().window().resize(1024, 700);
     QTRY_VERIFY2(!line->text().startsWith(name), qPrintable(line->text()));
-    QVERIFY(line->text().startsWith(QStringLiteral("nnn")));
+    QVERIFY(line->text().startsWith(u"nnn"));
     QVERIFY2(line->text().contains(sizeAndChecksums("0123456789")), qPrintable(line->text()));
     QVERIFY(line->fontMetrics().horizontalAdvance(line->text()) < line->width());
     QVERIFY(facts(velm).startsWith(name));
@@ -371,11 +369,11 @@ void TestWindowFacts::narrowWindow_tellsTheDifferencesBeforeTheChecksums() {
     FactsLine *line = velm.controls().factsLine;
     velm.velm().window().resize(900, 600);
     moveTo(velm, 1, 1);
-    QTRY_VERIFY(facts(velm).contains(QStringLiteral("differences, 55,536 bytes shorter")));
-    QTRY_VERIFY2(line->text().contains(QStringLiteral("differences, 55,536 bytes shorter")),
+    QTRY_VERIFY(facts(velm).contains(u"differences, 55,536 bytes shorter"));
+    QTRY_VERIFY2(line->text().contains(u"differences, 55,536 bytes shorter"),
                  qPrintable(line->text()));
-    QVERIFY(!line->text().contains(QStringLiteral("CRC-32")));
-    QVERIFY2(line->text().contains(QStringLiteral("at 0010: 0x78")), qPrintable(line->text()));
+    QVERIFY(!line->text().contains(u"CRC-32"));
+    QVERIFY2(line->text().contains(u"at 0010: 0x78"), qPrintable(line->text()));
     velm.velm().window().resize(1900, 700);
     QTRY_COMPARE(line->text(), facts(velm));
 }
@@ -412,7 +410,7 @@ void TestWindowFacts::sha256_isCopiedWhenItIsKnown() {
 
     enter(velm, 0, 1, QStringLiteral("41"));
     QTRY_VERIFY(facts(velm).contains(checksums(*velm.state().output_data)));
-    QVERIFY2(!facts(velm).contains(QStringLiteral("SHA-256")), qPrintable(facts(velm)));
+    QVERIFY2(!facts(velm).contains(u"SHA-256"), qPrintable(facts(velm)));
 }
 
 void TestWindowFacts::sha256_isOfferedForBytesAlone() {

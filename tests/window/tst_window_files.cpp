@@ -311,8 +311,7 @@ void TestWindowFiles::exports_toAReadOnlyFolderLeaveTheOldFile() {
     QCOMPARE(::chmod(qPrintable(folder), 0755), 0);
     QCOMPARE(WindowFixture::bytesOf(velm.panels.answer), QByteArray("old"));
     QCOMPARE(velm.log.count(QStringLiteral("error writing to ") + velm.panels.answer), 1);
-    QVERIFY2(velm.message().contains(QStringLiteral("Permission denied")),
-             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"Permission denied"), qPrintable(velm.message()));
 }
 
 void TestWindowFiles::exports_toAFullDiskLeaveTheOldFile() {
@@ -372,8 +371,7 @@ void TestWindowFiles::exports_ofAnImageThatIsGoneLeaveTheOldFile() {
     velm.click(velm.controls().btn_export_output);
     QVERIFY(!velm.state().output_data);
     QCOMPARE(WindowFixture::bytesOf(velm.panels.answer), QByteArray("precious"));
-    QVERIFY2(velm.message().contains(QStringLiteral("no bytes to save any more")),
-             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"no bytes to save any more"), qPrintable(velm.message()));
     QVERIFY(velm.log.lines.contains(QStringLiteral("error writing to ") + velm.panels.answer));
 }
 
@@ -395,12 +393,12 @@ void TestWindowFiles::nothingToSave_isSaidUntilThereIsSomething() {
     velm.start();
     velm.click(velm.controls().btn_export_read);
     velm.click(velm.controls().btn_export_output);
-    QVERIFY(velm.message().contains(QStringLiteral("First read the chip")));
-    QVERIFY(velm.message().contains(QStringLiteral("First create some data")));
+    QVERIFY(velm.message().contains(u"First read the chip"));
+    QVERIFY(velm.message().contains(u"First create some data"));
     velm.click(velm.controls().btn_read);
-    QVERIFY2(!velm.message().contains(QStringLiteral("First read")), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"First read"), qPrintable(velm.message()));
     velm.delegate().openBinary(velm.write(QStringLiteral("rom.bin"), "bytes"));
-    QVERIFY2(!velm.message().contains(QStringLiteral("First create")), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"First create"), qPrintable(velm.message()));
 }
 
 QTEST_MAIN(TestWindowFiles)

@@ -173,8 +173,7 @@ void TestWindowFill::emptyImage_isNotAskedAbout() {
     velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
     choose(velm, QStringLiteral("F&ill\u2026"));
     QVERIFY(!openWindow<FillWindow>(velm));
-    QVERIFY2(velm.message().contains(QStringLiteral("There are no bytes to fill.")),
-             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"There are no bytes to fill."), qPrintable(velm.message()));
 }
 
 void TestWindowFill::window_offersTheBlockElseTheRest() {
@@ -290,7 +289,7 @@ void TestWindowFill::refusalOfAnotherTab_isSaidInTheWindow() {
     const SpokenWords speaker;
     press(velm, window);
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
-    QVERIFY(window.controls().result->text().contains(QStringLiteral("Only the data to burn")));
+    QVERIFY(window.controls().result->text().contains(u"Only the data to burn"));
     QCOMPARE(speaker.spoken.count(window.controls().result->text()), 1);
 }
 

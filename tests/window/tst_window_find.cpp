@@ -306,11 +306,11 @@ void TestWindowFind::badPattern_saysWhy() {
     type(velm, QStringLiteral("3\u20ac"), textChoice);
     QTRY_COMPARE(remark(velm), QStringLiteral("\u201c\u20ac\u201d takes more than 8 bits."));
     type(velm, QString(2000, u'1'), textChoice);
-    QTRY_VERIFY(remark(velm).startsWith(QStringLiteral("More than 1")));
+    QTRY_VERIFY(remark(velm).startsWith(u"More than 1"));
     type(velm, QStringLiteral("34"), hexadecimalChoice);
     QTRY_COMPARE(count(velm), QStringLiteral("1 hit"));
     QCOMPARE(remark(velm), QString());
-    QVERIFY(!described().contains(QStringLiteral("half")));
+    QVERIFY(!described().contains(u"half"));
     QCOMPARE(velm.beeps, 0);
 }
 
@@ -424,7 +424,7 @@ void TestWindowFind::largeImage_isSearchedInTurns() {
     showPaddedImage(velm, "65536");
     QSignalSpy turns(velm.controls().findBar->findChild<ImageFinder *>(), &ImageFinder::changed);
     type(velm, QStringLiteral("FF FF FF FF"), hexadecimalChoice);
-    QTRY_VERIFY(count(velm).endsWith(QStringLiteral("hits")));
+    QTRY_VERIFY(count(velm).endsWith(u"hits"));
     QCOMPARE(count(velm), QLocale().toString(65536 * 1024 - 20 - 3) + QStringLiteral(" hits"));
     QVERIFY2(turns.size() > 2, qPrintable(QString::number(turns.size())));
 }
@@ -450,7 +450,7 @@ void TestWindowFind::anotherImage_endsAStep() {
     velm.controls().tabview->selectTabViewItem(readTabIdentifier());
     velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
     const int before = cursor(velm);
-    QTRY_VERIFY(count(velm).endsWith(QStringLiteral("1 hit")));
+    QTRY_VERIFY(count(velm).endsWith(u"1 hit"));
     QCOMPARE(cursor(velm), before);
 }
 

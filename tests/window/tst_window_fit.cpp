@@ -185,7 +185,7 @@ void TestWindowFit::hexadecimal_hasNoDigitsOfAnotherScript() {
     velm.controls().tableview->showAddress(0x1234);
     const QRegularExpression crc(QStringLiteral("CRC-32 [0-9A-F]{8}, sum [0-9A-F]{4}"));
     QTRY_VERIFY(velm.controls().factsLine->wholeText().contains(crc));
-    QTRY_VERIFY2(velm.controls().factsLine->wholeText().contains(QStringLiteral("at 1234: 0x")),
+    QTRY_VERIFY2(velm.controls().factsLine->wholeText().contains(u"at 1234: 0x"),
                  qPrintable(velm.controls().factsLine->wholeText()));
     const QRegularExpression row(QStringLiteral("^[0-9A-F]{4}( [0-9A-F]{2}){16} "));
     QVERIFY(velm.row(0x123).contains(row));

@@ -56,7 +56,7 @@ QStringList snapshot(WindowFixture &velm) {
         velm.velm().window().centralWidget()->findChildren<QWidget *>();
     for (QWidget *widget : widgets) {
         if (const auto *field = qobject_cast<QLineEdit *>(widget); field && !field->isReadOnly())
-            all << field->accessibleName() + QLatin1Char('=') + field->text();
+            all << field->accessibleName() + u'=' + field->text();
         if (const auto *button = qobject_cast<QAbstractButton *>(widget))
             all << button->accessibleName() + QLatin1Char(button->isChecked() ? '+' : '-');
     }
@@ -237,7 +237,7 @@ void TestWindowGuard::whileBusy_nothingChanges() {
     QFETCH(QString, during);
     QFETCH(QString, way);
     WindowFixture velm;
-    const bool stops = during.startsWith(QStringLiteral("stopping"));
+    const bool stops = during.startsWith(u"stopping");
     velm.useTool(stops ? stubbornTool : silentTool);
     prepare(velm);
     QStringList before;
@@ -260,7 +260,7 @@ void TestWindowGuard::whileBusy_nothingChanges() {
         velm.delegate().stopRun();
     };
     velm.whileBusy(use);
-    if (during.endsWith(QStringLiteral("search"))) {
+    if (during.endsWith(u"search")) {
         askAboutAForeignFile(velm);
         search(velm);
     } else {
@@ -268,7 +268,7 @@ void TestWindowGuard::whileBusy_nothingChanges() {
     }
     velm.settle();
     QVERIFY(!before.isEmpty());
-    QCOMPARE(offered, during.endsWith(QStringLiteral("search")) ? 3 : 2);
+    QCOMPARE(offered, during.endsWith(u"search") ? 3 : 2);
     QCOMPARE(after, before);
     QVERIFY(velm.velm().work().isIdle());
     QCOMPARE(snapshot(velm), before);
@@ -382,7 +382,7 @@ void TestWindowGuard::askedToEndDuringASearch_countsForNothingLater() {
         velm.delegate().stopRun();
     });
     search(velm);
-    QVERIFY2(!velm.message().contains(QStringLiteral("Stop it first")), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"Stop it first"), qPrintable(velm.message()));
     Work afterAsking = Work::Idle;
     velm.whileBusy([&] {
         velm.velm().askToEnd();

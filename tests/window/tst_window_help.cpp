@@ -58,8 +58,8 @@ void TestWindowHelp::guide_isOpenedByItsKey() {
     QVERIFY(guides.first()->isVisible());
     QVERIFY(!guides.first()->isModal());
     const QString text = guides.first()->findChild<QTextBrowser *>()->toPlainText();
-    QVERIFY(text.startsWith(QStringLiteral("User guide")));
-    QVERIFY(text.contains(QStringLiteral("Second presses")));
+    QVERIFY(text.startsWith(u"User guide"));
+    QVERIFY(text.contains(u"Second presses"));
     velm.click(velm.controls().btn_pad);
     QVERIFY(velm.controls().btn_pad->isChecked());
 }
@@ -95,7 +95,7 @@ void TestWindowHelp::about_tellsTheVersion() {
     for (const QLabel *label :
          windows(velm, QStringLiteral("about")).first()->findChildren<QLabel *>())
         texts.append(label->text());
-    QVERIFY2(texts.join(u' ').contains(QStringLiteral("VELM 7.8.9")), qPrintable(texts.join(u' ')));
+    QVERIFY2(texts.join(u' ').contains(u"VELM 7.8.9"), qPrintable(texts.join(u' ')));
     QCOMPARE(velm.message(), QString());
 }
 

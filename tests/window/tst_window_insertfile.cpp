@@ -208,8 +208,7 @@ void TestWindowInsertFile::fileThatCannotBeRead_isSaid() {
     velm.panels.answer = velm.path(QStringLiteral("missing.bin"));
     choose(velm, QStringLiteral("Insert a fil&e\u2026"));
     QVERIFY(!openWindow<InsertFileWindow>(velm));
-    QVERIFY2(velm.message().contains(
-                 QStringLiteral("missing.bin could not be read, so nothing was inserted: ")),
+    QVERIFY2(velm.message().contains(u"missing.bin could not be read, so nothing was inserted: "),
              qPrintable(velm.message()));
 }
 
@@ -231,7 +230,7 @@ void TestWindowInsertFile::refusalOfAnotherTab_isSaidInTheWindow() {
     const SpokenWords speaker;
     press(velm, *window);
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
-    QVERIFY(window->controls().result->text().contains(QStringLiteral("Only the data to burn")));
+    QVERIFY(window->controls().result->text().contains(u"Only the data to burn"));
     QCOMPARE(speaker.spoken.count(window->controls().result->text()), 1);
 }
 

@@ -218,8 +218,7 @@ void TestWindowJoining::partThatCannotBeRead_isSaid() {
     c.order->controls().chips->setCurrentIndex(1);
     velm_->panels.answer = velm_->path(QStringLiteral("missing.bin"));
     emit c.parts->controls().addButton->clicked();
-    QVERIFY2(c.result->text().contains(QStringLiteral("could not be read")),
-             qPrintable(c.result->text()));
+    QVERIFY2(c.result->text().contains(u"could not be read"), qPrintable(c.result->text()));
     QCOMPARE(c.parts->controls().list->count(), 1);
 }
 
@@ -252,7 +251,7 @@ void TestWindowJoining::order_thatCannotBe_isSaid() {
 void TestWindowJoining::chipSize_isOffered() {
     velm_->useSimulator();
     velm_->settings().setValue(settingsKeys::device, QStringLiteral("W27C512@DIP28"));
-    QTRY_VERIFY(velm_->controls().chipFacts->wholeText().contains(QStringLiteral("65,536")));
+    QTRY_VERIFY(velm_->controls().chipFacts->wholeText().contains(u"65,536"));
     ImportWindow *window = chosen(*velm_, QStringLiteral("rom.bin"), QByteArray(16'384, 'x'));
     const Ui::OrderBox &order = window->controls().order->controls();
     velm_->click(order.chipSize);

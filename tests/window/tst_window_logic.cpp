@@ -60,7 +60,7 @@ void TestWindowLogic::bad7400_showsTheFailedFieldInRed() {
     velm.start();
     qputenv("MINIPRO_SIM_FAULT", "bad-logic-pins");
     test(velm, QStringLiteral("7400"));
-    QVERIFY2(velm.controls().peeping_at->text().startsWith(QStringLiteral("Logic test failed: ")),
+    QVERIFY2(velm.controls().peeping_at->text().startsWith(u"Logic test failed: "),
              qPrintable(velm.controls().peeping_at->text()));
     int failed = 0;
     const GridModel *model = velm.controls().tableview->gridModel();
@@ -103,10 +103,10 @@ void TestWindowLogic::wholeRows_everyTime() {
         if (run == 0)
             firstTable = table;
         QCOMPARE(table.size(), vectors + 1);
-        QVERIFY2(table.first().startsWith(QStringLiteral(" 1 2 3 4 ")), qPrintable(table.first()));
+        QVERIFY2(table.first().startsWith(u" 1 2 3 4 "), qPrintable(table.first()));
         QVERIFY2(!table.last().trimmed().endsWith(u':'), qPrintable(table.last()));
         QCOMPARE(table, firstTable);
-        QVERIFY(velm.controls().peeping_at->text().startsWith(QStringLiteral("Logic test ")));
+        QVERIFY(velm.controls().peeping_at->text().startsWith(u"Logic test "));
     }
 }
 
@@ -160,7 +160,7 @@ void TestWindowLogic::unreadableReport_leavesTheRowsEmptyAndTheHeaders() {
     QCOMPARE(velm.log.startingWith(QStringLiteral("error reading temp file: ")).size(), 1);
     QCOMPARE(velm.controls().tableview->model()->rowCount(), 1);
     QVERIFY(!velm.message().isEmpty());
-    QCOMPARE(velm.message().contains(QStringLiteral("Its report")), !remark.isEmpty());
+    QCOMPARE(velm.message().contains(u"Its report"), !remark.isEmpty());
     QVERIFY2(velm.message().contains(remark), qPrintable(velm.message()));
 }
 
@@ -175,7 +175,7 @@ void TestWindowLogic::largestReport_isShown() {
     velm.start();
     velm.click(velm.controls().btn_logic);
     QCOMPARE(velm.state().logictest_rows.size(), lines);
-    QVERIFY2(!velm.message().contains(QStringLiteral("Its report")), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"Its report"), qPrintable(velm.message()));
 }
 
 void TestWindowLogic::unreadableReport_isNotShownAgain() {

@@ -71,7 +71,7 @@ void showFourParts(WindowFixture &velm) {
     velm.settings().setValue(settingsKeys::binary, velm.write(QStringLiteral("rom.bin"), image));
     velm.start();
     velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
-    QTRY_VERIFY(words(velm, 0.9).endsWith(QStringLiteral("code or data")));
+    QTRY_VERIFY(words(velm, 0.9).endsWith(u"code or data"));
 }
 
 void showMebibytes(WindowFixture &velm, int count) {
@@ -133,12 +133,11 @@ void TestWindowMap::room_isKeptOnTheTabsOfBytes() {
 void TestWindowMap::parts_areToldApart() {
     WindowFixture velm;
     showFourParts(velm);
-    QTRY_VERIFY2(words(velm, 0.1).endsWith(QStringLiteral(": blank")),
-                 qPrintable(words(velm, 0.1)));
-    QVERIFY2(words(velm, 0.4).endsWith(QStringLiteral(": zeros")), qPrintable(words(velm, 0.4)));
-    QVERIFY2(words(velm, 0.6).endsWith(QStringLiteral(": text")), qPrintable(words(velm, 0.6)));
-    QVERIFY(words(velm, 0).startsWith(QStringLiteral("0x0000 to ")));
-    QVERIFY(words(velm, 1).contains(QStringLiteral(" to 0xFFFF: ")));
+    QTRY_VERIFY2(words(velm, 0.1).endsWith(u": blank"), qPrintable(words(velm, 0.1)));
+    QVERIFY2(words(velm, 0.4).endsWith(u": zeros"), qPrintable(words(velm, 0.4)));
+    QVERIFY2(words(velm, 0.6).endsWith(u": text"), qPrintable(words(velm, 0.6)));
+    QVERIFY(words(velm, 0).startsWith(u"0x0000 to "));
+    QVERIFY(words(velm, 1).contains(u" to 0xFFFF: "));
 }
 
 void TestWindowMap::click_goesThere() {
@@ -262,21 +261,21 @@ void TestWindowMap::scrolling_drawsTheFrameAlone() {
 void TestWindowMap::edit_changesItsPart() {
     WindowFixture velm;
     showFourParts(velm);
-    QTRY_VERIFY(words(velm, 0).endsWith(QStringLiteral(": blank")));
+    QTRY_VERIFY(words(velm, 0).endsWith(u": blank"));
     enter(velm, 0, 1, QStringLiteral("41"));
-    QTRY_VERIFY(words(velm, 0).endsWith(QStringLiteral(": code or data")));
-    QVERIFY(words(velm, 0.1).endsWith(QStringLiteral(": blank")));
+    QTRY_VERIFY(words(velm, 0).endsWith(u": code or data"));
+    QVERIFY(words(velm, 0.1).endsWith(u": blank"));
 }
 
 void TestWindowMap::undo_changesItsPartBack() {
     WindowFixture velm;
     showFourParts(velm);
     enter(velm, 0, 1, QStringLiteral("41"));
-    QTRY_VERIFY(words(velm, 0).endsWith(QStringLiteral(": code or data")));
+    QTRY_VERIFY(words(velm, 0).endsWith(u": code or data"));
     velm.delegate().edits().undo();
-    QTRY_VERIFY(words(velm, 0).endsWith(QStringLiteral(": blank")));
+    QTRY_VERIFY(words(velm, 0).endsWith(u": blank"));
     velm.delegate().edits().redo();
-    QTRY_VERIFY(words(velm, 0).endsWith(QStringLiteral(": code or data")));
+    QTRY_VERIFY(words(velm, 0).endsWith(u": code or data"));
 }
 
 void TestWindowMap::growth_isFollowed() {
@@ -298,7 +297,7 @@ void TestWindowMap::otherTab_showsItsImage() {
     velm.controls().tabview->selectTabViewItem(readTabIdentifier());
     QTRY_COMPARE(words(velm, 0.5), QStringLiteral("0x0000 to 0x0002: zeros, differs"));
     velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
-    QTRY_VERIFY(words(velm, 0.9).endsWith(QStringLiteral("code or data")));
+    QTRY_VERIFY(words(velm, 0.9).endsWith(u"code or data"));
 }
 
 void TestWindowMap::composition_isFollowed() {
@@ -313,34 +312,34 @@ void TestWindowMap::largeImage_isCountedInTurns() {
     WindowFixture velm;
     showMebibytes(velm, 20);
     QCOMPARE(velm.state().output_data->size(), 20 * kibibyte * kibibyte);
-    QVERIFY(!words(velm, 1).endsWith(QStringLiteral("blank")));
-    QTRY_VERIFY(words(velm, 0.1).endsWith(QStringLiteral(": blank")));
-    QTRY_VERIFY(words(velm, 1).endsWith(QStringLiteral(": blank")));
+    QVERIFY(!words(velm, 1).endsWith(u"blank"));
+    QTRY_VERIFY(words(velm, 0.1).endsWith(u": blank"));
+    QTRY_VERIFY(words(velm, 1).endsWith(u": blank"));
 }
 
 // What nobody said has changed is not looked at.
 void TestWindowMap::editOfALargeImage_countsItsBlockAlone() {
     WindowFixture velm;
     showMebibytes(velm, 20);
-    QTRY_VERIFY(words(velm, 1).endsWith(QStringLiteral(": blank")));
-    QTRY_VERIFY(words(velm, 0).endsWith(QStringLiteral(": code or data")));
+    QTRY_VERIFY(words(velm, 1).endsWith(u": blank"));
+    QTRY_VERIFY(words(velm, 0).endsWith(u": code or data"));
     enter(velm, 0, 1, QStringLiteral("41"));
     velm.state().output_data->back() = 'x';
     enter(velm, 65536 * 10, 1, QStringLiteral("41"));
-    QTRY_VERIFY(words(velm, 0.5).endsWith(QStringLiteral(": code or data")));
+    QTRY_VERIFY(words(velm, 0.5).endsWith(u": code or data"));
     velm.settle();
-    QVERIFY(words(velm, 1).endsWith(QStringLiteral(": blank")));
+    QVERIFY(words(velm, 1).endsWith(u": blank"));
 }
 
 void TestWindowMap::differingBlocks_areTold() {
     WindowFixture velm;
     showFourParts(velm);
     map(velm)->setDiffering({32 * kibibyte, {true, false}});
-    QVERIFY(words(velm, 0.4).endsWith(QStringLiteral(": zeros, differs")));
-    QVERIFY(words(velm, 0.6).endsWith(QStringLiteral(": text")));
-    QVERIFY(map(velm)->valueWords().endsWith(QStringLiteral(", blank, differs")));
+    QVERIFY(words(velm, 0.4).endsWith(u": zeros, differs"));
+    QVERIFY(words(velm, 0.6).endsWith(u": text"));
+    QVERIFY(map(velm)->valueWords().endsWith(u", blank, differs"));
     map(velm)->setDiffering({});
-    QVERIFY(words(velm, 0.4).endsWith(QStringLiteral(": zeros")));
+    QVERIFY(words(velm, 0.4).endsWith(u": zeros"));
 }
 
 void TestWindowMap::mirroredWindow_readsTheSame() {

@@ -139,20 +139,20 @@ void TestWindowMemories::read_saysWhatElseCame() {
     read(device);
     // The verdict is the newest.
     QCOMPARE(velm_->message().section(u'\n', 1, 1), said);
-    QVERIFY(velm_->message().startsWith(QStringLiteral("Done: Read succeeded.")));
+    QVERIFY(velm_->message().startsWith(u"Done: Read succeeded."));
 }
 
 void TestWindowMemories::read_ofAnEprom_saysNothing() {
     read(eprom);
-    QVERIFY(velm_->message().startsWith(QStringLiteral("Done: Read succeeded.")));
-    QVERIFY2(!velm_->message().contains(QStringLiteral("Also")), qPrintable(velm_->message()));
+    QVERIFY(velm_->message().startsWith(u"Done: Read succeeded."));
+    QVERIFY2(!velm_->message().contains(u"Also"), qPrintable(velm_->message()));
     QVERIFY(!opened());
 }
 
 void TestWindowMemories::otherDevice_endsTheSentence() {
     read(microcontroller);
     velm_->settings().setValue(settingsKeys::device, eprom);
-    QVERIFY2(!velm_->message().contains(QStringLiteral("Also")), qPrintable(velm_->message()));
+    QVERIFY2(!velm_->message().contains(u"Also"), qPrintable(velm_->message()));
     QVERIFY(opened());
 }
 
@@ -161,7 +161,7 @@ void TestWindowMemories::eprom_afterAMicrocontroller_saysNothing() {
     QVERIFY(!namesIn(velm_->path(QStringLiteral("workspace")), QStringLiteral("temp_read.*.*"))
                  .isEmpty());
     read(eprom);
-    QVERIFY2(!velm_->message().contains(QStringLiteral("Also")), qPrintable(velm_->message()));
+    QVERIFY2(!velm_->message().contains(u"Also"), qPrintable(velm_->message()));
     QCOMPARE(namesIn(velm_->path(QStringLiteral("workspace")), QStringLiteral("temp_read.*.*")),
              QStringList());
     QVERIFY(!opened());
@@ -171,9 +171,8 @@ void TestWindowMemories::failedRead_keepsWhatTheLastOneBrought() {
     read(microcontroller);
     velm_->useTool("printf 'No programmer found.\\n' >&2; exit 1\n");
     read(eprom);
-    QVERIFY(velm_->message().contains(QStringLiteral("Read failed")) ||
-            velm_->message().contains(QStringLiteral("Problem")));
-    QVERIFY2(!velm_->message().contains(QStringLiteral("Also")), qPrintable(velm_->message()));
+    QVERIFY(velm_->message().contains(u"Read failed") || velm_->message().contains(u"Problem"));
+    QVERIFY2(!velm_->message().contains(u"Also"), qPrintable(velm_->message()));
     const auto labels = opened()->findChildren<QLabel *>();
     QVERIFY2(labels.first()->text().startsWith(microcontroller + QStringLiteral(", read at ")),
              qPrintable(labels.first()->text()));
@@ -184,8 +183,8 @@ void TestWindowMemories::leftFiles_areNoResult() {
     QVERIFY(QDir().mkpath(beside(QStringLiteral(".eeprom.bin"))));
     velm_->useTool(readingTool({}));
     read(microcontroller);
-    QVERIFY2(!velm_->message().contains(QStringLiteral("Also")), qPrintable(velm_->message()));
-    QVERIFY2(!velm_->message().contains(QStringLiteral("eeprom")), qPrintable(velm_->message()));
+    QVERIFY2(!velm_->message().contains(u"Also"), qPrintable(velm_->message()));
+    QVERIFY2(!velm_->message().contains(u"eeprom"), qPrintable(velm_->message()));
 }
 
 // Whoever keeps the read file elsewhere may have files of their own beside it.
@@ -196,9 +195,9 @@ void TestWindowMemories::filesInAForeignFolder_stayAndAreNoResult() {
     const QString mine = velm_->write(QStringLiteral("roms/chip.fuses.conf"), "a = 0x1\n");
     read(eprom);
     QCOMPARE(WindowFixture::bytesOf(mine), QByteArray("a = 0x1\n"));
-    QVERIFY2(!velm_->message().contains(QStringLiteral("Also")), qPrintable(velm_->message()));
+    QVERIFY2(!velm_->message().contains(u"Also"), qPrintable(velm_->message()));
     read(microcontroller);
-    QVERIFY2(velm_->message().contains(QStringLiteral("3 fuses")), qPrintable(velm_->message()));
+    QVERIFY2(velm_->message().contains(u"3 fuses"), qPrintable(velm_->message()));
 }
 
 void TestWindowMemories::start_removesThem() {
@@ -314,9 +313,8 @@ void TestWindowMemories::write_saysWhatItLeavesOut() {
     velm_->settle();
     velm_->click(velm_->controls().btn_write);
     velm_->settle();
-    QVERIFY2(velm_->message().startsWith(
-                 QStringLiteral("Done: Write succeeded and was verified. The chip's data "
-                                "memory and fuses were not written.")),
+    QVERIFY2(velm_->message().startsWith(u"Done: Write succeeded and was verified. The chip's data "
+                                         "memory and fuses were not written."),
              qPrintable(velm_->message()));
     QCOMPARE(WindowFixture::bytesOf(velm_->chipPath(microcontroller)).size(), 8192);
 }
@@ -327,21 +325,19 @@ void TestWindowMemories::verify_saysWhatItLeavesOut() {
     velm_->settle();
     velm_->click(velm_->controls().btn_verify);
     velm_->settle();
-    QVERIFY2(velm_->message().contains(
-                 QStringLiteral("The chip's data memory and fuses were not compared.")),
+    QVERIFY2(velm_->message().contains(u"The chip's data memory and fuses were not compared."),
              qPrintable(velm_->message()));
     velm_->settings().setValue(settingsKeys::device, eprom);
     velm_->click(velm_->controls().btn_verify);
     velm_->settle();
-    QVERIFY2(!velm_->message().contains(QStringLiteral("not compared.")),
-             qPrintable(velm_->message()));
+    QVERIFY2(!velm_->message().contains(u"not compared."), qPrintable(velm_->message()));
 }
 
 // Before the first Read, what the tool knows of the device tells.
 void TestWindowMemories::device_thatTheToolDescribes_isKnown() {
     velm_->settings().setValue(settingsKeys::device, microcontroller);
     QTRY_VERIFY(!extent()->isHidden());
-    QVERIFY(extent()->toolTip().contains(QStringLiteral("not the chip's other memories")));
+    QVERIFY(extent()->toolTip().contains(u"not the chip's other memories"));
 }
 
 void TestWindowMemories::entries_areOffWithoutMemories() {

@@ -125,7 +125,7 @@ void TestWindowNextStep::success_offersNothing() {
     openBinary(velm, "bytes");
     velm.start();
     velm.click(velm.controls().btn_verify);
-    QVERIFY2(velm.message().startsWith(QStringLiteral("Done: ")), qPrintable(velm.message()));
+    QVERIFY2(velm.message().startsWith(u"Done: "), qPrintable(velm.message()));
     for (auto *button : velm.controls().messageLine->findChildren<QPushButton *>())
         QVERIFY(!button->isVisible());
 }

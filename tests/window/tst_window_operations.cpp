@@ -41,8 +41,8 @@ void TestWindowOperations::readComposeWriteVerify_byPressingTheButtons() {
     QVERIFY(*velm.state().read_from_chip_data == chip);
     QCOMPARE(c.tableview->model()->rowCount(), 4097);
     QCOMPARE(velm.cell(0, 1), QString::fromLatin1(chip.left(1).toHex().toUpper()));
-    QVERIFY(c.textView->storedText().endsWith(QStringLiteral("minipro has exited with status 0")));
-    QVERIFY(c.textView->toPlainText().endsWith(QStringLiteral("minipro has exited with status 0")));
+    QVERIFY(c.textView->storedText().endsWith(u"minipro has exited with status 0"));
+    QVERIFY(c.textView->toPlainText().endsWith(u"minipro has exited with status 0"));
     QVERIFY2(velm.message().contains(QLocale().toString(65536)), qPrintable(velm.message()));
 
     c.tabview->selectTabViewItem(burnTabIdentifier());
@@ -115,8 +115,7 @@ void TestWindowOperations::read_ofNoBytesIsComposedFromTheOpenedFile() {
     QCOMPARE(velm.state().read_from_chip_data->size(), 0);
     QCOMPARE(velm.log.count(QStringLiteral("start_address is 0")), 1);
     QCOMPARE(*velm.state().output_data, QByteArray("ROM!"));
-    QVERIFY2(velm.message().contains(
-                 QStringLiteral("Nothing was read: the image comes from the opened file.")),
+    QVERIFY2(velm.message().contains(u"Nothing was read: the image comes from the opened file."),
              qPrintable(velm.message()));
 }
 
@@ -128,13 +127,11 @@ void TestWindowOperations::read_thatFailedShowsTheEarlierBytesAndSaysSo() {
     velm.click(velm.controls().btn_read);
     velm.settle();
     QCOMPARE(velm.state().read_from_chip_data->size(), 65536);
-    QVERIFY2(velm.message().contains(QStringLiteral("these bytes are from ")),
-             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"these bytes are from "), qPrintable(velm.message()));
     velm.useSimulator();
     velm.click(velm.controls().btn_read);
     velm.settle();
-    QVERIFY2(!velm.message().contains(QStringLiteral("these bytes are from ")),
-             qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"these bytes are from "), qPrintable(velm.message()));
 }
 
 void TestWindowOperations::writeAndVerify_changeNoBufferAndNoTab() {
@@ -184,7 +181,7 @@ void TestWindowOperations::anyOtherTag_runsTheInitialOperationAndDoesNothingAfte
     velm.log.take();
     velm.delegate().go(&button);
     velm.settle();
-    QVERIFY(velm.controls().textView->storedText().startsWith(QStringLiteral("-r\n")));
+    QVERIFY(velm.controls().textView->storedText().startsWith(u"-r\n"));
     QCOMPARE(velm.log.startingWith(QStringLiteral("ReadOperation")), QStringList());
     QVERIFY(!velm.state().read_from_chip_data);
     QCOMPARE(velm.state().retainArray.size(), 1);
@@ -206,11 +203,10 @@ void TestWindowOperations::emptyImage_takesTwoPressesToWrite() {
     velm.click(velm.controls().btn_write);
     velm.settle();
     QCOMPARE(velm.controls().textView->storedText(), QString());
-    QVERIFY2(velm.message().contains(QStringLiteral("no data to burn")),
-             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"no data to burn"), qPrintable(velm.message()));
     velm.click(velm.controls().btn_write);
     velm.settle();
-    QVERIFY(velm.controls().textView->storedText().startsWith(QStringLiteral("ran\n")));
+    QVERIFY(velm.controls().textView->storedText().startsWith(u"ran\n"));
 }
 
 void TestWindowOperations::emptyImage_isAskedAboutAgainAfterAnotherComposition() {
@@ -234,7 +230,7 @@ void TestWindowOperations::aFieldBeingTypedIn_countsForTheRun() {
     field->selectAll();
     QTest::keyClicks(field, QStringLiteral("10"));
     QTest::keyClick(&velm.velm().window(), Qt::Key_F7);
-    QTRY_VERIFY(velm.controls().textView->storedText().startsWith(QStringLiteral("20\n")));
+    QTRY_VERIFY(velm.controls().textView->storedText().startsWith(u"20\n"));
 }
 
 QTEST_MAIN(TestWindowOperations)

@@ -161,7 +161,7 @@ void TestWindowPaste::cursorBehindTheLastByte_appends() {
     paste(velm);
     QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFabcd"));
     paste(velm);
-    QVERIFY2(velm.message().contains(QStringLiteral("since from 0014 on there are 0.")),
+    QVERIFY2(velm.message().contains(u"since from 0014 on there are 0."),
              qPrintable(velm.message()));
     QPushButton *button = messageButton(velm, QStringLiteral("Paste and lengthen"));
     QVERIFY(button);
@@ -271,7 +271,7 @@ void TestWindowPaste::refusal_goesWithTheNextMove() {
     QVERIFY(messageButton(velm, offer));
     QTest::keyClick(velm.controls().tableview, key);
     QVERIFY(!messageButton(velm, offer));
-    QVERIFY(!velm.message().contains(QStringLiteral("Nothing was pasted")));
+    QVERIFY(!velm.message().contains(u"Nothing was pasted"));
 }
 
 void TestWindowPaste::inAField_theKeyPastesThere() {
@@ -303,7 +303,7 @@ void TestWindowPaste::imageThatChangesMeanwhile_isLeftAlone() {
     WindowFixture velm;
     beginLongPaste(velm);
     velm.delegate().edits().writeZeros({7, 1});
-    QVERIFY(velm.message().contains(QStringLiteral("Reading the clipboard")));
+    QVERIFY(velm.message().contains(u"Reading the clipboard"));
     QTRY_VERIFY(says(velm, QStringLiteral("have changed meanwhile")));
     QCOMPARE(imageAndFile(velm), QByteArray(7, 'x') + '\0' + QByteArray(longCount - 8, 'x'));
 }

@@ -63,8 +63,8 @@ void TestWindowPins::failedPins_areNamedAndMarked() {
     QCOMPARE(column.description(),
              QStringLiteral("7400, all vectors. Pin 3, vector 3: low expected."));
     const QString text = column.text->toPlainText();
-    QVERIFY2(text.startsWith(QStringLiteral("Pin 3, vector 3: low expected\n")), qPrintable(text));
-    QVERIFY2(text.contains(QStringLiteral("\nG: ground\n")), qPrintable(text));
+    QVERIFY2(text.startsWith(u"Pin 3, vector 3: low expected\n"), qPrintable(text));
+    QVERIFY2(text.contains(u"\nG: ground\n"), qPrintable(text));
 }
 
 void TestWindowPins::goodChip_hasNoFailedPin() {
@@ -76,7 +76,7 @@ void TestWindowPins::goodChip_hasNoFailedPin() {
     test(velm, QStringLiteral("7400"));
     QCOMPARE(column.picture(), QStringLiteral("1 2 3+ 4 5 6+ 7G 8+ 9 10 11+ 12 13 14V"));
     QCOMPARE(column.description(), QStringLiteral("7400, all vectors. No pin failed."));
-    QVERIFY(column.text->toPlainText().startsWith(QStringLiteral("No pin failed\n")));
+    QVERIFY(column.text->toPlainText().startsWith(u"No pin failed\n"));
 }
 
 void TestWindowPins::chosenVector_isShown() {
@@ -93,7 +93,7 @@ void TestWindowPins::chosenVector_isShown() {
     QCOMPARE(column.picture(),
              QStringLiteral("10 20 3H+ 40 50 6H+ 7G 8H+ 90 100 11H+ 120 130 14V"));
     QCOMPARE(column.description(), QStringLiteral("7400, vector 0. No pin failed."));
-    QVERIFY(column.text->toPlainText().startsWith(QStringLiteral("Pin 3, vector 3")));
+    QVERIFY(column.text->toPlainText().startsWith(u"Pin 3, vector 3"));
     choose(velm, 0);
     QCOMPARE(column.picture(), worstOfBad7400);
     choose(velm, 2);
@@ -212,10 +212,10 @@ void TestWindowPins::text_isSaved() {
     column.choose(QStringLiteral("Save as text…"));
     QCOMPARE(velm.panels.requests.last().suggestedName, QStringLiteral("7400.txt"));
     const QString text = QString::fromUtf8(WindowFixture::bytesOf(velm.panels.answer));
-    QVERIFY2(text.startsWith(QStringLiteral("7400\n      1  2  3")), qPrintable(text));
-    QVERIFY2(text.contains(QStringLiteral("\n0003: 1  1  L- 1  1  L  G")), qPrintable(text));
-    QVERIFY2(text.contains(QStringLiteral("\nPin 3, vector 3: low expected\n")), qPrintable(text));
-    QVERIFY2(text.endsWith(QStringLiteral("\nV: supply\n")), qPrintable(text));
+    QVERIFY2(text.startsWith(u"7400\n      1  2  3"), qPrintable(text));
+    QVERIFY2(text.contains(u"\n0003: 1  1  L- 1  1  L  G"), qPrintable(text));
+    QVERIFY2(text.contains(u"\nPin 3, vector 3: low expected\n"), qPrintable(text));
+    QVERIFY2(text.endsWith(u"\nV: supply\n"), qPrintable(text));
 }
 
 void TestWindowPins::cancelledPanel_savesNothing() {

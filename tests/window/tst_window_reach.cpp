@@ -195,8 +195,8 @@ void TestWindowReach::mnemonics_ofTheWindowDiffer() {
     WindowFixture velm;
     velm.start();
     const QStringList texts = markedTexts(velm.velm().window());
-    QVERIFY(texts.contains(QStringLiteral("&File")));
-    QVERIFY(texts.contains(QStringLiteral("&Read")));
+    QVERIFY(texts.contains(u"&File"));
+    QVERIFY(texts.contains(u"&Read"));
     QCOMPARE(sharedKeys(texts), QStringList());
 }
 
@@ -228,7 +228,7 @@ void TestWindowReach::mnemonics_ofTheSearchPanelDiffer() {
     velm.start();
     const Panel panel(velm);
     const QStringList texts = markedTexts(*panel.dialog);
-    QVERIFY(texts.contains(QStringLiteral("&Search")));
+    QVERIFY(texts.contains(u"&Search"));
     QCOMPARE(sharedKeys(texts), QStringList());
 }
 
@@ -252,8 +252,8 @@ void TestWindowReach::tab_followsTheReadingOrder() {
                                             {QStringLiteral("Do it"), [] {}});
     velm.settle();
     const QStringList stations = readingOrder(*window.centralWidget());
-    QVERIFY(stations.contains(QStringLiteral("Do it")));
-    QVERIFY(stations.contains(QStringLiteral("address")));
+    QVERIFY(stations.contains(u"Do it"));
+    QVERIFY(stations.contains(u"address"));
     QCOMPARE(focusChain(&window), stations);
     velm.click(velm.controls().btn_search);
     QWidget *panel = velm.delegate().outlets.searchDevicesWindow;

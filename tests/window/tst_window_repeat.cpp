@@ -102,7 +102,7 @@ void TestWindowRepeat::goodChip_hasNoFailedPin() {
     QCOMPARE(column.description(), QStringLiteral("7400, 10 runs. No pin failed."));
     QVERIFY(column.pins->picture().failedRuns.isEmpty());
     verifySays(velm, QStringLiteral("No pin failed in 10 runs."));
-    QVERIFY(!velm.message().contains(QStringLiteral("Warning")));
+    QVERIFY(!velm.message().contains(u"Warning"));
 }
 
 void TestWindowRepeat::chosenVector_hasItsOwnCounts() {
@@ -280,12 +280,12 @@ void TestWindowRepeat::singleTest_endsTheTally() {
     velm.repeat(column, 11);
     velm.click(velm.controls().btn_logic);
     velm.settle();
-    QVERIFY2(column.text->toPlainText().startsWith(QStringLiteral("Pin 3, vector 3")),
+    QVERIFY2(column.text->toPlainText().startsWith(u"Pin 3, vector 3"),
              qPrintable(column.text->toPlainText()));
     QCOMPARE(column.picture(), QStringLiteral("1 2 3- 4 5 6+ 7G 8+ 9 10 11+ 12 13 14V"));
     QCOMPARE(column.pins->picture().plannedRuns, 0);
     QVERIFY(column.pins->picture().failedRuns.isEmpty());
-    QVERIFY2(!velm.message().contains(QStringLiteral("10 runs")), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"10 runs"), qPrintable(velm.message()));
 }
 
 void TestWindowRepeat::otherOperation_endsTheTally() {
@@ -294,7 +294,7 @@ void TestWindowRepeat::otherOperation_endsTheTally() {
     velm.repeat(column, 11);
     velm.click(velm.controls().btn_read);
     velm.settle();
-    QVERIFY2(!velm.message().contains(QStringLiteral("10 runs")), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"10 runs"), qPrintable(velm.message()));
 }
 
 // As it does with the table.
@@ -341,8 +341,7 @@ void TestWindowRepeat::runningTool_refusesTheButton() {
         message = velm.message();
     });
     velm.click(velm.controls().btn_logic);
-    QVERIFY2(message.contains(QStringLiteral("The programmer tool is running")),
-             qPrintable(message));
+    QVERIFY2(message.contains(u"The programmer tool is running"), qPrintable(message));
     velm.settle();
     QCOMPARE(velm.velm().runs().size(), 2);
 }
@@ -369,7 +368,7 @@ void TestWindowRepeat::text_isSavedWithTheCounts() {
     velm.panels.answer = velm.path(QStringLiteral("counts.txt"));
     column.choose(QStringLiteral("Save as text…"));
     const QString text = QString::fromUtf8(WindowFixture::bytesOf(velm.panels.answer));
-    QVERIFY2(text.startsWith(QStringLiteral("7400\nThe table of the newest run:\n      1  2  3")),
+    QVERIFY2(text.startsWith(u"7400\nThe table of the newest run:\n      1  2  3"),
              qPrintable(text));
     QVERIFY2(text.contains(QStringLiteral("\n10 runs\n%1\n%2\n").arg(always, flaky)),
              qPrintable(text));

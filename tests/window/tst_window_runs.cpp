@@ -58,7 +58,7 @@ void TestWindowRuns::verifyAlive(WindowFixture &velm) {
 void TestWindowRuns::verifyExitMessageIsLast(WindowFixture &velm) {
     const QString text = velm.controls().textView->storedText();
     const qsizetype start = text.lastIndexOf(QStringLiteral("minipro has exited with status "));
-    QVERIFY2(start >= 0 && !text.mid(start).contains(QLatin1Char('\n')), qPrintable(text));
+    QVERIFY2(start >= 0 && !text.mid(start).contains(u'\n'), qPrintable(text));
 }
 
 void TestWindowRuns::aRun_leavesStopToPressAndTheImageToLookAt() {
@@ -123,7 +123,7 @@ void TestWindowRuns::stop_endsARunThatIgnoresTheTerminateSignal() {
     velm.start();
     // The signal is ignored only once the tool has said so.
     QObject::connect(velm.controls().textView, &QPlainTextEdit::textChanged, &velm.velm(), [&] {
-        if (velm.controls().textView->storedText().startsWith(QStringLiteral("ready")))
+        if (velm.controls().textView->storedText().startsWith(u"ready"))
             velm.delegate().stopRun();
     });
     velm.click(velm.controls().btn_read);
@@ -149,13 +149,13 @@ void TestWindowRuns::stop_endsWhatARunLeftPrinting() {
     velm.click(velm.controls().btn_verify);
     QTRY_VERIFY(velm.controls().btn_stop->isEnabled());
     QVERIFY(velm.controls().btn_read->isEnabled());
-    QVERIFY2(velm.message().contains(QStringLiteral("Stop ends it")), qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"Stop ends it"), qPrintable(velm.message()));
     const pid_t flood = WindowFixture::bytesOf(velm.temporary(QStringLiteral("pid"))).toInt();
     QVERIFY(flood > 0);
     velm.click(velm.controls().btn_stop);
     QVERIFY(!velm.controls().btn_stop->isEnabled());
     QTRY_VERIFY(::kill(flood, 0) != 0);
-    QVERIFY2(!velm.message().contains(QStringLiteral("Stop ends it")), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"Stop ends it"), qPrintable(velm.message()));
 }
 
 void TestWindowRuns::writeFaults_areSaid_data() {
@@ -182,12 +182,12 @@ void TestWindowRuns::writeFaults_areSaid() {
     verifyAlive(velm);
     verifyExitMessageIsLast(velm);
     QVERIFY2(velm.message().contains(said), qPrintable(velm.message()));
-    QVERIFY(velm.message().startsWith(QStringLiteral("Problem: ")));
+    QVERIFY(velm.message().startsWith(u"Problem: "));
     velm.click(velm.controls().check_unprotect);
     qputenv("MINIPRO_SIM_FAULT", isProtected ? "protected" : "");
     velm.click(velm.controls().btn_write);
     velm.settle();
-    QVERIFY2(velm.message().startsWith(QStringLiteral("Done: ")), qPrintable(velm.message()));
+    QVERIFY2(velm.message().startsWith(u"Done: "), qPrintable(velm.message()));
 }
 
 void TestWindowRuns::dataLongerThanTheChip_areNoPlainSuccess() {
@@ -199,7 +199,7 @@ void TestWindowRuns::dataLongerThanTheChip_areNoPlainSuccess() {
     velm.start();
     velm.click(velm.controls().btn_write);
     velm.settle();
-    QVERIFY2(velm.message().startsWith(QStringLiteral("Warning: Write succeeded in part: ")),
+    QVERIFY2(velm.message().startsWith(u"Warning: Write succeeded in part: "),
              qPrintable(velm.message()));
 }
 
@@ -217,7 +217,7 @@ void TestWindowRuns::secondOperation_isRefusedWhileOneRuns() {
     });
     velm.click(velm.controls().btn_read);
     QCOMPARE(velm.state().retainArray.size(), 1);
-    QVERIFY2(message.contains(QStringLiteral("is running")), qPrintable(message));
+    QVERIFY2(message.contains(u"is running"), qPrintable(message));
 }
 
 void TestWindowRuns::closing_isRefusedDuringARun() {
@@ -233,7 +233,7 @@ void TestWindowRuns::closing_isRefusedDuringARun() {
     });
     velm.click(velm.controls().btn_read);
     QVERIFY(!closed);
-    QVERIFY2(message.contains(QStringLiteral("the window stays open")), qPrintable(message));
+    QVERIFY2(message.contains(u"the window stays open"), qPrintable(message));
     QVERIFY(velm.velm().window().isVisible());
     QVERIFY(velm.velm().window().close());
 }
@@ -308,7 +308,7 @@ void TestWindowRuns::everyBadTool_givesTheWindowBack() {
     QVERIFY(velm.controls().textView->storedText().endsWith(
         QStringLiteral("minipro has exited with status ") + status));
     QVERIFY(velm.log.lines.contains(QStringLiteral("\nminipro has exited with status ") + status));
-    QVERIFY2(velm.message().startsWith(QStringLiteral("Problem: ")), qPrintable(velm.message()));
+    QVERIFY2(velm.message().startsWith(u"Problem: "), qPrintable(velm.message()));
 }
 
 void TestWindowRuns::unfinishedEscape_doesNotSwallowTheExitMessage() {
@@ -318,7 +318,7 @@ void TestWindowRuns::unfinishedEscape_doesNotSwallowTheExitMessage() {
     velm.click(velm.controls().btn_verify);
     velm.settle();
     QVERIFY2(velm.controls().textView->toPlainText().endsWith(
-                 QStringLiteral("last words\nminipro has exited with status 0")),
+                 u"last words\nminipro has exited with status 0"),
              qPrintable(velm.controls().textView->toPlainText()));
 }
 

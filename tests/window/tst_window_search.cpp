@@ -58,10 +58,10 @@ void TestWindowSearch::enterInTheTerm_searches() {
     QCOMPARE(panel.dialog->windowModality(), Qt::WindowModal);
     QCOMPARE(panel.names(), QStringList());
     panel.searchFor(QStringLiteral("w27c512@"));
-    QVERIFY(panel.names().contains(QStringLiteral("W27C512@DIP28")));
+    QVERIFY(panel.names().contains(u"W27C512@DIP28"));
     QVERIFY(panel.dialog->isVisible());
     QVERIFY(panel.list->selectionModel()->selectedRows().isEmpty());
-    QVERIFY(velm.log.lines.contains(QStringLiteral("\nminipro list has exited with status 0")));
+    QVERIFY(velm.log.lines.contains(u"\nminipro list has exited with status 0"));
     QCOMPARE(velm.log.startingWith(QStringLiteral("launching ")), QStringList());
     QCOMPARE(velm.controls().textView->storedText(), QString());
 }
@@ -202,7 +202,7 @@ void TestWindowSearch::results_ofASecondSearchReplaceTheFirst() {
     panel.searchFor(QStringLiteral("74138"));
     QVERIFY(!panel.names().isEmpty());
     for (const QString &name : panel.names())
-        QVERIFY2(name.contains(QStringLiteral("74138")), qPrintable(name));
+        QVERIFY2(name.contains(u"74138"), qPrintable(name));
 }
 
 void TestWindowSearch::results_beyondALimitGiveAnEmptyList_data() {
@@ -225,7 +225,7 @@ void TestWindowSearch::results_beyondALimitGiveAnEmptyList() {
     const Panel panel(velm);
     panel.searchFor(QStringLiteral("x"));
     QCOMPARE(panel.names(), QStringList());
-    QVERIFY(velm.log.lines.contains(QStringLiteral("list has returned:0")));
+    QVERIFY(velm.log.lines.contains(u"list has returned:0"));
     QCOMPARE(panel.remark->text(),
              QStringLiteral("The list of devices could not be read: %1. Check the field "
                             "Programmer tool and search again.")
@@ -253,7 +253,7 @@ void TestWindowSearch::results_missingFileGivesAnEmptyList() {
                              velm.path(QStringLiteral("nowhere/temp_sr.bin")));
     panel.searchFor(QStringLiteral("x"));
     QCOMPARE(panel.names(), QStringList());
-    QVERIFY(velm.log.lines.contains(QStringLiteral("list has returned:0")));
+    QVERIFY(velm.log.lines.contains(u"list has returned:0"));
     QVERIFY(!panel.remark->text().isEmpty());
 }
 
@@ -332,7 +332,7 @@ void TestWindowSearch::wordsOfAWaitingTool_areUnderstood() {
                      });
     panel.searchFor(QStringLiteral("27C"));
     QVERIFY(said);
-    QVERIFY2(panel.remark->text().startsWith(QStringLiteral("The search was stopped.")),
+    QVERIFY2(panel.remark->text().startsWith(u"The search was stopped."),
              qPrintable(panel.remark->text()));
 }
 
@@ -346,14 +346,14 @@ void TestWindowSearch::waitingTool_isRemarkedOnOnce() {
     const auto &searcher = *velm.delegate().outlets.devicesearcher;
     int remarks = 0;
     QObject::connect(&searcher, &device_searcher::remark, panel.remark, [&](const QString &words) {
-        if (!words.contains(QStringLiteral("The tool waits")))
+        if (!words.contains(u"The tool waits"))
             return;
         ++remarks;
         velm.write(QStringLiteral("workspace/go-on"), QByteArray());
     });
     QObject::connect(&searcher, &device_searcher::runMade, panel.remark, [&](ScriptedMiniPro *run) {
         QObject::connect(run, &ScriptedMiniPro::said, panel.remark, [run, &panel] {
-            if (run->collectedOutput().endsWith(QStringLiteral("more\n")))
+            if (run->collectedOutput().endsWith(u"more\n"))
                 QTimer::singleShot(0, panel.stop, &QPushButton::click);
         });
     });

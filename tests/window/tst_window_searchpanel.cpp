@@ -142,8 +142,7 @@ void TestWindowSearchPanel::longName_isNotTaken() {
     velm.click(panel.ok);
     velm.settle();
     QCOMPARE(velm.controls().uaTextField->text(), taken ? QString(length, u'x') : before);
-    QCOMPARE(velm.message().contains(QStringLiteral("A name of 1,001 characters is no device's")),
-             !taken);
+    QCOMPARE(velm.message().contains(u"A name of 1,001 characters is no device's"), !taken);
 }
 
 void TestWindowSearchPanel::tagsInAName_areNoTagsInItsToolTip() {

@@ -125,7 +125,7 @@ void TestWindowSideBySide::theCursorIsTheSame() {
     QCOMPARE(read->currentIndex().column(), 4);
     read->showAddress(0x45);
     QCOMPARE(burn->currentIndex().row(), 0x4);
-    QTRY_VERIFY(velm.controls().factsLine->wholeText().contains(QStringLiteral("at 0045:")));
+    QTRY_VERIFY(velm.controls().factsLine->wholeText().contains(u"at 0045:"));
     // Where the shorter image has no row, its cursor stays.
     read->showAddress(imageSize - 1);
     QCOMPARE(burn->currentIndex().row(), 0x4);
@@ -223,7 +223,7 @@ void TestWindowSideBySide::choice_isRemembered() {
     QTRY_VERIFY(velm.controls().besideGrid->isVisible());
     for (const QAction *menu : velm.velm().window().menuBar()->actions())
         for (QAction *entry : menu->menu()->actions())
-            if (entry->text().remove(u'&').startsWith(QStringLiteral("Other image beside")))
+            if (entry->text().remove(u'&').startsWith(u"Other image beside"))
                 entry->trigger();
     QVERIFY(!velm.controls().besideGrid->isVisible());
     velm.velm().window().close();

@@ -25,9 +25,9 @@ private slots:
 namespace {
 
 /// What has been told since the last take(), in order.
-class Told : public QObject {
+class ToldSignals : public QObject {
 public:
-    explicit Told(AppDelegate &delegate) {
+    explicit ToldSignals(AppDelegate &delegate) {
         const auto add = [this](const QString &what) { return [this, what] { told_ << what; }; };
         connect(&delegate, &AppDelegate::imageToBurnChanged, this, add(QStringLiteral("to burn")));
         connect(&delegate, &AppDelegate::readDataTaken, this, add(QStringLiteral("read")));
@@ -62,7 +62,7 @@ void press(WindowFixture &velm, Qt::KeyboardModifiers modifiers) {
 void TestWindowSignals::start_isTold() {
     WindowFixture velm;
     velm.start();
-    Told told(velm.delegate());
+    ToldSignals told(velm.delegate());
     velm.delegate().applicationDidFinishLaunching();
     QCOMPARE(told.take(), QStringLiteral("to burn, shown"));
 }
@@ -70,7 +70,7 @@ void TestWindowSignals::start_isTold() {
 void TestWindowSignals::read_isTold() {
     WindowFixture velm;
     velm.start();
-    Told told(velm.delegate());
+    ToldSignals told(velm.delegate());
     readChip(velm, readsTwoBytes);
     QCOMPARE(told.take(), QStringLiteral("to burn, read, shown"));
 }
@@ -79,7 +79,7 @@ void TestWindowSignals::readThatLeavesNothing_isTold() {
     WindowFixture velm;
     velm.start();
     readChip(velm, readsTwoBytes);
-    Told told(velm.delegate());
+    ToldSignals told(velm.delegate());
     bool wasNull = false;
     connect(&velm.delegate(), &AppDelegate::readDataTaken, &told,
             [&] { wasNull = velm.state().read_from_chip_data == nullptr; });
@@ -91,7 +91,7 @@ void TestWindowSignals::readThatLeavesNothing_isTold() {
 void TestWindowSignals::composition_isTold() {
     WindowFixture velm;
     showTwentyBytes(velm);
-    Told told(velm.delegate());
+    ToldSignals told(velm.delegate());
     velm.click(velm.controls().btn_pad);
     velm.settle();
     QCOMPARE(told.take(), QStringLiteral("to burn, shown"));
@@ -100,7 +100,7 @@ void TestWindowSignals::composition_isTold() {
 void TestWindowSignals::openedFile_isTold() {
     WindowFixture velm;
     showTwentyBytes(velm);
-    Told told(velm.delegate());
+    ToldSignals told(velm.delegate());
     velm.delegate().openBinary(velm.write(QStringLiteral("other.bin"), "other"));
     velm.settle();
     QCOMPARE(told.take(), QStringLiteral("to burn, shown"));
@@ -109,7 +109,7 @@ void TestWindowSignals::openedFile_isTold() {
 void TestWindowSignals::tabs_areTold() {
     WindowFixture velm;
     showTwentyBytes(velm);
-    Told told(velm.delegate());
+    ToldSignals told(velm.delegate());
     for (const QString &tab : {readTabIdentifier(), logicTabIdentifier(), burnTabIdentifier()}) {
         velm.controls().tabview->selectTabViewItem(tab);
         QCOMPARE(told.take(), QStringLiteral("shown"));
@@ -119,7 +119,7 @@ void TestWindowSignals::tabs_areTold() {
 void TestWindowSignals::edits_areToldWithTheirBytes() {
     WindowFixture velm;
     showTwentyBytes(velm);
-    Told told(velm.delegate());
+    ToldSignals told(velm.delegate());
     enter(velm, 1, 2, QStringLiteral("7A"));
     QCOMPARE(told.take(), QStringLiteral("to burn, 1 bytes at 17"));
     press(velm, Qt::ControlModifier);
@@ -131,7 +131,7 @@ void TestWindowSignals::edits_areToldWithTheirBytes() {
 void TestWindowSignals::growth_isToldAndTakenBack() {
     WindowFixture velm;
     showTwentyBytes(velm);
-    Told told(velm.delegate());
+    ToldSignals told(velm.delegate());
     enter(velm, 1, 4, QStringLiteral("\"xyz\""));
     QCOMPARE(lengthOf(velm.state().output_data), 22);
     QCOMPARE(told.take(), QStringLiteral("to burn, 3 bytes at 19"));
@@ -145,7 +145,7 @@ void TestWindowSignals::editTakenBackFromAnotherTab_isTold() {
     showTwentyBytes(velm);
     enter(velm, 0, 1, QStringLiteral("7A"));
     velm.controls().tabview->selectTabViewItem(readTabIdentifier());
-    Told told(velm.delegate());
+    ToldSignals told(velm.delegate());
     press(velm, Qt::ControlModifier);
     QCOMPARE(told.take(), QStringLiteral("shown, to burn, 1 bytes at 0"));
 }
@@ -156,7 +156,7 @@ void TestWindowSignals::restoredImage_isTold() {
     enter(velm, 0, 1, QStringLiteral("7A"));
     velm.delegate().build_and_reload();
     velm.settle();
-    Told told(velm.delegate());
+    ToldSignals told(velm.delegate());
     velm.delegate().edits().restore();
     QCOMPARE(told.take(), QStringLiteral("to burn, 20 bytes at 0"));
 }
@@ -166,7 +166,7 @@ void TestWindowSignals::logicTest_isTold() {
     velm.settings().setValue(settingsKeys::device, QStringLiteral("7400"));
     velm.start();
     velm.controls().tabview->selectTabViewItem(logicTabIdentifier());
-    Told told(velm.delegate());
+    ToldSignals told(velm.delegate());
     velm.delegate().go(velm.controls().btn_logic);
     velm.settle();
     QCOMPARE(told.take(), QStringLiteral("shown, shown")); // emptied, then filled

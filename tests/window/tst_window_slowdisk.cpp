@@ -67,7 +67,7 @@ void TestWindowSlowDisk::aRefusalThatComesLater_isSaid() {
     velm_->settings().setValue(settingsKeys::device, QStringLiteral("27C64"));
     QTRY_COMPARE(disk.calls(), 1);
     disk.release(EIO);
-    QTRY_VERIFY2(velm_->message().contains(QStringLiteral("The settings hold until VELM ends")),
+    QTRY_VERIFY2(velm_->message().contains(u"The settings hold until VELM ends"),
                  qPrintable(velm_->message()));
 }
 

@@ -184,7 +184,7 @@ void TestWindowSplitting::eachPart_fillsItsChip() {
     c.last->setText(QStringLiteral("F"));
     c.order->controls().filled->setText(QStringLiteral("2"));
     QCOMPARE(c.result->text(), QStringLiteral("Each of the 2 files will have 2,048 bytes."));
-    QTRY_VERIFY(c.labels->toPlainText().contains(QStringLiteral("2716 2 KiB")));
+    QTRY_VERIFY(c.labels->toPlainText().contains(u"2716 2 KiB"));
     QVERIFY(exported());
     QCOMPARE(out("GAME.even.bin"), evenBytes.first(8).repeated(256));
     QCOMPARE(out("GAME.odd.bin"), oddBytes.first(8).repeated(256));
@@ -193,7 +193,7 @@ void TestWindowSplitting::eachPart_fillsItsChip() {
 void TestWindowSplitting::lowByteLast_isOnTheLabels() {
     const Ui::ExportWindow &c = splitWindow(1)->controls();
     c.order->controls().lowByte->setCurrentIndex(1);
-    QTRY_VERIFY(c.labels->toPlainText().startsWith(QStringLiteral("GAME even, high byte")));
+    QTRY_VERIFY(c.labels->toPlainText().startsWith(u"GAME even, high byte"));
     QVERIFY(exported());
     QCOMPARE(out("GAME.even.bin"), evenBytes);
 }
@@ -259,7 +259,7 @@ void TestWindowSplitting::missingFolder_isSaid() {
     const Ui::ExportWindow &c = splitWindow(1)->controls();
     c.name->setText(velm_->path(QStringLiteral("missing/GAME")));
     velm_->click(c.exportButton);
-    QTRY_VERIFY2(c.result->text().contains(QStringLiteral("No such file or directory")),
+    QTRY_VERIFY2(c.result->text().contains(u"No such file or directory"),
                  qPrintable(c.result->text()));
     QVERIFY(window()->isVisible());
 }
@@ -268,8 +268,7 @@ void TestWindowSplitting::nameWithoutAFolder_isSaid() {
     const Ui::ExportWindow &c = splitWindow(1)->controls();
     for (const char *name : {"", "GAME", "/"}) {
         c.name->setText(QLatin1String(name));
-        QVERIFY2(c.result->text().startsWith(QStringLiteral("The name of the files must begin")),
-                 name);
+        QVERIFY2(c.result->text().startsWith(u"The name of the files must begin"), name);
         QVERIFY(!c.exportButton->isEnabled());
     }
 }
@@ -351,7 +350,7 @@ void TestWindowSplitting::whileTheToolRuns_nothingIsWritten() {
     velm_->useTool("while :; do sleep 1; done\n");
     velm_->whileBusy([&] {
         velm_->click(c.exportButton);
-        QTRY_VERIFY(velm_->message().contains(QStringLiteral("is running")));
+        QTRY_VERIFY(velm_->message().contains(u"is running"));
         velm_->click(velm_->controls().btn_stop);
     });
     velm_->click(velm_->controls().btn_read);

@@ -171,8 +171,8 @@ void TestWindowStart::paths_showTheirEnds() {
     velm.settings().setValue(settingsKeys::miniproLocation, folder + QStringLiteral("/minipro"));
     velm.velm().window().resize(1366, 700);
     const Ui::MainWindow &c = velm.controls();
-    QVERIFY(c.readFileTextField->shownText().endsWith(QStringLiteral("/rom.bin")));
-    QVERIFY(c.miniproLocationField->shownText().endsWith(QStringLiteral("/minipro")));
+    QVERIFY(c.readFileTextField->shownText().endsWith(u"/rom.bin"));
+    QVERIFY(c.miniproLocationField->shownText().endsWith(u"/minipro"));
     QVERIFY(c.miniproLocationField->shownText().contains(QChar(0x2026)));
 }
 
@@ -298,11 +298,9 @@ void TestWindowStart::unsavedSettings_areSaidUntilTheyAreSaved() {
         const FileSizeLimit full(4);
         velm.settings().setValue(settingsKeys::device, QStringLiteral("27C64"));
     }
-    QVERIFY2(velm.message().contains(QStringLiteral("cannot be saved")),
-             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"cannot be saved"), qPrintable(velm.message()));
     velm.settings().setValue(settingsKeys::device, QStringLiteral("27C128"));
-    QVERIFY2(!velm.message().contains(QStringLiteral("cannot be saved")),
-             qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"cannot be saved"), qPrintable(velm.message()));
 }
 
 QTEST_MAIN(TestWindowStart)

@@ -138,7 +138,7 @@ void TestWindowStatus::leftovers_showNoStep() {
     velm.whileBusy([&] {
         const auto ends = qScopeGuard([&] { velm.write(QStringLiteral("end"), {}); });
         velm.write(QStringLiteral("go-on"), {});
-        QTRY_VERIFY(velm.controls().textView->storedText().contains(QStringLiteral("40%")));
+        QTRY_VERIFY(velm.controls().textView->storedText().contains(u"40%"));
         step = busyWords(*velm.controls().busy, QStringLiteral("Step"));
     });
     velm.click(velm.controls().btn_read);
@@ -171,9 +171,9 @@ void TestWindowStatus::runs_areInTheMenu() {
     QVERIFY(velm.controls().btn_runs->isEnabled());
     const QList<QAction *> entries = velm.controls().btn_runs->menu()->actions();
     QCOMPARE(entries.size(), 2);
-    QVERIFY(entries.first()->text().startsWith(QStringLiteral("Verify failed at ")));
-    QVERIFY(entries.last()->text().startsWith(QStringLiteral("Read failed at ")));
-    QVERIFY(entries.last()->text().endsWith(QStringLiteral("A&&B")));
+    QVERIFY(entries.first()->text().startsWith(u"Verify failed at "));
+    QVERIFY(entries.last()->text().startsWith(u"Read failed at "));
+    QVERIFY(entries.last()->text().endsWith(u"A&&B"));
 }
 
 void TestWindowStatus::runs_showTheirRecordAndPlace() {
@@ -190,7 +190,7 @@ void TestWindowStatus::runs_showTheirRecordAndPlace() {
     QCOMPARE(velm.controls().textView->textCursor().blockNumber(), 0);
     const auto *record = velm.velm().window().findChild<QDialog *>(QStringLiteral("runRecord"));
     QVERIFY(record && record->isVisible());
-    QVERIFY(record->windowTitle().endsWith(QStringLiteral("FIRST")));
+    QVERIFY(record->windowTitle().endsWith(u"FIRST"));
     const QString text = record->findChild<QPlainTextEdit *>()->toPlainText();
     for (const QString &part : {QStringLiteral("Device: FIRST"), QStringLiteral("Exit status: 3"),
                                 QStringLiteral("-p \"FIRST\""), QStringLiteral("Read failed")})
@@ -207,27 +207,26 @@ void TestWindowStatus::nextCommand_isThatOfTheButton() {
     QApplication::setActiveWindow(&velm.velm().window());
     velm.controls().tableview->setFocus();
     QCoreApplication::processEvents();
-    QVERIFY2(command(velm).startsWith(QStringLiteral("tool -p \"CHIP\" -w ")),
-             qPrintable(command(velm)));
+    QVERIFY2(command(velm).startsWith(u"tool -p \"CHIP\" -w "), qPrintable(command(velm)));
     velm.controls().btn_verify->setFocus();
-    QTRY_VERIFY(command(velm).contains(QStringLiteral(" -m ")));
+    QTRY_VERIFY(command(velm).contains(u" -m "));
     hover(velm.controls().btn_read, QEvent::Enter);
-    QVERIFY(command(velm).contains(QStringLiteral(" -r ")));
+    QVERIFY(command(velm).contains(u" -r "));
     hover(velm.controls().btn_read, QEvent::Leave);
-    QVERIFY(command(velm).contains(QStringLiteral(" -m ")));
+    QVERIFY(command(velm).contains(u" -m "));
     velm.controls().btn_logic->setFocus();
-    QTRY_VERIFY(command(velm).contains(QStringLiteral(" -T ")));
+    QTRY_VERIFY(command(velm).contains(u" -T "));
 }
 
 void TestWindowStatus::nextCommand_followsTheSettings() {
     WindowFixture velm;
     velm.start();
     velm.controls().uaTextField->setText(QStringLiteral("AT28C256"));
-    QVERIFY(command(velm).contains(QStringLiteral("-p \"AT28C256\"")));
+    QVERIFY(command(velm).contains(u"-p \"AT28C256\""));
     velm.click(velm.controls().check_unprotect);
-    QVERIFY(command(velm).endsWith(QStringLiteral(" -u")));
+    QVERIFY(command(velm).endsWith(u" -u"));
     velm.settings().setValue(settingsKeys::temp_output_file, QStringLiteral("/elsewhere/x.bin"));
-    QVERIFY(command(velm).contains(QStringLiteral("-w \"/elsewhere/x.bin\"")));
+    QVERIFY(command(velm).contains(u"-w \"/elsewhere/x.bin\""));
 }
 
 void TestWindowStatus::nextCommand_isCopied() {
@@ -256,8 +255,8 @@ void TestWindowStatus::longDevice_leavesTheWindowItsWidth() {
     velm.settle();
     QVERIFY(velm.controls().verdictHeading->text().endsWith(u'W'));
     const QString shown = shownHeading(velm);
-    QVERIFY2(shown.startsWith(QStringLiteral("Read")) && shown.contains(QChar(0x2026)) &&
-                 shown.endsWith(u'W') && shown.size() < 300,
+    QVERIFY2(shown.startsWith(u"Read") && shown.contains(QChar(0x2026)) && shown.endsWith(u'W') &&
+                 shown.size() < 300,
              qPrintable(shown));
     QCOMPARE(velm.velm().window().minimumSizeHint().width(), before);
 }
@@ -268,7 +267,7 @@ void TestWindowStatus::commandOfTheTip_isTheCommand() {
     velm.start();
     const QString tip = velm.controls().nextCommand->toolTip();
     QCOMPARE(QTextDocumentFragment::fromHtml(tip).toPlainText(), command(velm));
-    QVERIFY(command(velm).contains(QStringLiteral("\"<b>&A\"")));
+    QVERIFY(command(velm).contains(u"\"<b>&A\""));
 }
 
 QTEST_MAIN(TestWindowStatus)

@@ -52,7 +52,7 @@ void TestWindowToolAtStart::missingTool_isSaidWithWhatToDo() {
     const QString tool = velm.settings().stringValue(settingsKeys::miniproLocation);
     QVERIFY2(velm.message().contains(startOfTheSentence + tool + QStringLiteral(" is not there.")),
              qPrintable(velm.message()));
-    QVERIFY(velm.message().contains(QStringLiteral("Install minipro")));
+    QVERIFY(velm.message().contains(u"Install minipro"));
     QVERIFY(offered(velm, QStringLiteral("Choose the tool")));
     for (const QDialog *dialog : velm.velm().window().findChildren<QDialog *>())
         QVERIFY(!dialog->isVisible());
@@ -92,10 +92,9 @@ void TestWindowToolAtStart::sentence_lastsUntilARunBegins() {
     useMissingTool(velm);
     velm.start();
     velm.settings().setValue(settingsKeys::device, QStringLiteral("7400"));
-    QVERIFY(velm.message().contains(QStringLiteral("Install minipro")));
+    QVERIFY(velm.message().contains(u"Install minipro"));
     velm.click(velm.controls().btn_read);
-    QVERIFY2(!velm.message().contains(QStringLiteral("Install minipro")),
-             qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"Install minipro"), qPrintable(velm.message()));
 }
 
 void TestWindowToolAtStart::toolThatMayBeThere_isNotSpokenOf_data() {

@@ -127,7 +127,7 @@ void TestWindowToolTrust::foreignTool_thatIsOddIsOneQuestion() {
     velm.start();
     press(velm, velm.controls().btn_read);
     QVERIFY2(velm.message().contains(question) &&
-                 velm.message().contains(QStringLiteral("The shell takes ; in this command")),
+                 velm.message().contains(u"The shell takes ; in this command"),
              qPrintable(velm.message()));
     press(velm, velm.controls().btn_read);
     QCOMPARE(runsOf(velm), 1);
@@ -181,7 +181,7 @@ void TestWindowToolTrust::search_asksAboutAForeignToolFirst() {
     const QString said = panel.remark->text();
     QVERIFY2(said.startsWith(question), qPrintable(said));
     QVERIFY2(said.contains(tool + QStringLiteral(" -L 27c")), qPrintable(said));
-    QVERIFY2(said.endsWith(QStringLiteral("Press Search again to run it.")), qPrintable(said));
+    QVERIFY2(said.endsWith(u"Press Search again to run it."), qPrintable(said));
     QCOMPARE(runsOf(velm), 0);
     velm.click(panel.search);
     QCOMPARE(runsOf(velm), 1);
@@ -199,8 +199,7 @@ void TestWindowToolTrust::search_asksAboutAnOddToolOnce() {
     const Panel panel(velm);
     panel.searchFor(QStringLiteral("27c"));
     const QString said = panel.remark->text();
-    QVERIFY2(said.startsWith(QStringLiteral("The shell takes ; in this command for more than")),
-             qPrintable(said));
+    QVERIFY2(said.startsWith(u"The shell takes ; in this command for more than"), qPrintable(said));
     QCOMPARE(runsOf(velm), 0);
     panel.searchFor(QStringLiteral("27c"));
     QCOMPARE(runsOf(velm), 1);
@@ -216,7 +215,7 @@ void TestWindowToolTrust::search_asksAboutAnOddPathFirst() {
     velm.start();
     const Panel panel(velm);
     panel.searchFor(QStringLiteral("27c"));
-    QVERIFY2(panel.remark->text().startsWith(QStringLiteral("The shell takes ` in this command")),
+    QVERIFY2(panel.remark->text().startsWith(u"The shell takes ` in this command"),
              qPrintable(panel.remark->text()));
     QCOMPARE(runsOf(velm), 0);
 }
@@ -228,8 +227,7 @@ void TestWindowToolTrust::search_asksAnewForAnotherTerm() {
     const Panel panel(velm);
     panel.searchFor(QStringLiteral("27c"));
     panel.searchFor(QStringLiteral("28c"));
-    QVERIFY2(panel.remark->text().contains(QStringLiteral("28c")),
-             qPrintable(panel.remark->text()));
+    QVERIFY2(panel.remark->text().contains(u"28c"), qPrintable(panel.remark->text()));
     QCOMPARE(runsOf(velm), 0);
 }
 

@@ -178,8 +178,7 @@ void TestWindowTyping::composing_replacesAnOpenCellAsAnEdit() {
         QTest::keyClick(velm.controls().tableview->entries().editor(), Qt::Key_U, Qt::AltModifier);
     else
         velm.controls().btn_combine_read_data->toggle();
-    QTRY_VERIFY2(velm.message().contains(QStringLiteral("1 hand edit was replaced.")),
-                 qPrintable(velm.message()));
+    QTRY_VERIFY2(velm.message().contains(u"1 hand edit was replaced."), qPrintable(velm.message()));
     velm.settle();
     velm.click(velm.controls().messageLine->findChild<QPushButton *>());
     QCOMPARE(*velm.state().output_data, QByteArray("z123456789ABCDEFGHIJ"));

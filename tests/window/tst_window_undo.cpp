@@ -168,8 +168,7 @@ void TestWindowUndo::editsTakenBack_areNotCountedAsReplaced() {
     undo(velm);
     velm.click(velm.controls().btn_pad_00);
     velm.settle();
-    QVERIFY2(velm.message().contains(QStringLiteral("1 hand edit was replaced.")),
-             qPrintable(velm.message()));
+    QVERIFY2(velm.message().contains(u"1 hand edit was replaced."), qPrintable(velm.message()));
 }
 
 void TestWindowUndo::duringARun_nothingIsTakenBack() {
