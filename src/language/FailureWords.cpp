@@ -62,8 +62,7 @@ public:
     FailureWords operator()(const ToolError &error) const { return std::visit(*this, error); }
     FailureWords operator()(const NoDatabase &) const;
     FailureWords operator()(const NoAdapter &) const {
-        return failed(tr("the tool found no TSOP adapter"),
-                      tr("Put the chip into its adapter and try again."));
+        return failed(tr("the tool found no TSOP adapter"), putIntoAdapter());
     }
     FailureWords operator()(const Killed &killed) const {
         return failed(tr("the programmer tool was killed by signal %1 (%2)")
@@ -138,7 +137,7 @@ public:
             line.complaint.isEmpty()
                 ? tr("the tool only told how it is used")
                 : tr("the tool does not take its command line: %1").arg(shortened(line.complaint)),
-            tr("Check the field Programmer tool."));
+            checkTool());
     }
     FailureWords operator()(const OtherTrouble &trouble) const {
         return failed(tr("the tool said: %1").arg(shortened(trouble.words)), lookFurther());
@@ -148,9 +147,10 @@ private:
     FailureWords failed(const QString &reason, const QString &nextStep) const;
     QString lengthen(qint64 needed) const;
     FailureWords plugged(const UsbProgrammer &programmer) const;
+    static QString checkTool() { return tr("Check the field Programmer tool."); }
     static QString chooseLogicIc() { return tr("Choose a logic IC that Search devices finds."); }
     QString lookFurther() const {
-        return task_ == Task::Search ? tr("Check the field Programmer tool and search again.")
+        return task_ == Task::Search ? checkToolAndSearchAgain()
                                      : tr("The console shows all that it said.");
     }
 
@@ -359,7 +359,7 @@ FailureWords FailureWording::operator()(const BadStatus &end) const {
     }
     if (report.lastLine.isEmpty())
         return failed(tr("the programmer tool ended with status %1").arg(status),
-                      report.stepBegun ? lookFurther() : tr("Check the field Programmer tool."));
+                      report.stepBegun ? lookFurther() : checkTool());
     return failed(tr("the programmer tool ended with status %1 and said: %2")
                       .arg(status, shortened(report.lastLine)),
                   lookFurther());
@@ -383,6 +383,11 @@ FailureWords wordsForFailedRun(const RunFacts &facts) {
 
 FailureWords wordsForFailedSearch(const RunFacts &facts) {
     return FailureWording(facts, FailureWording::Task::Search).failure();
+}
+
+QString checkToolAndSearchAgain() {
+    return QCoreApplication::translate("RunOutcome",
+                                       "Check the field Programmer tool and search again.");
 }
 
 std::optional<FailureWords> wordsForCauseBeforeStop(const RunFacts &facts) {

@@ -24,6 +24,9 @@ FailureWords wordsForFailedRun(const RunFacts &facts);
 /// The same for a search; the facts about an operation play no part.
 FailureWords wordsForFailedSearch(const RunFacts &facts);
 
+/// What to do where a search may have started something else than the tool, translated.
+QString checkToolAndSearchAgain();
+
 /// What went wrong in an operation before it was stopped, as a sentence that follows a colon;
 /// nothing if the tool named no cause.
 std::optional<FailureWords> wordsForCauseBeforeStop(const RunFacts &facts);

@@ -22,6 +22,11 @@ QString remarkOnChipId(const ToolReport &report) {
         .arg(report.ignoredId->found, report.ignoredId->expected);
 }
 
+QString putIntoAdapter() {
+    return QCoreApplication::translate("RunOutcome",
+                                       "Put the chip into its adapter and try again.");
+}
+
 std::optional<qint64> padToReach(qint64 size, const RunFacts &facts) {
     return facts.imageIsShown && size % kibibyte == 0 ? std::optional(size / kibibyte)
                                                       : std::nullopt;

@@ -68,7 +68,7 @@ QString SearchWording::noList(const Failure &failure) {
     const QString sentence = tr("The list of devices could not be read: %1.").arg(reason);
     const QString nextStep =
         isForeign
-            ? tr("Check the field Programmer tool and search again.")
+            ? checkToolAndSearchAgain()
             : tr("Search again; if that does not help, see that the folder for temporary files may "
                  "be written to and has room.");
     return joinedSentences(sentence, nextStep);

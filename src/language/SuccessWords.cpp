@@ -84,7 +84,7 @@ RunOutcome SuccessWording::outcome() const {
     if (report_.adapterMissing)
         addRemark(outcome,
                   tr("The tool found no TSOP adapter, so nothing of this is to be trusted."),
-                  tr("Put the chip into its adapter and try again."));
+                  putIntoAdapter());
     return outcome;
 }
 
