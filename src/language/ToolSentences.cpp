@@ -42,6 +42,9 @@ ToolError unopenedFile(const Match &match) {
     return UnopenedFile{match.captured(1), match.captured(2) == u"writing", {}};
 }
 
+/// The ID of the device chosen and the chip's own, however the tool takes the difference.
+constexpr const char *bothIds = "expected (0x[0-9A-Fa-f]+), got (0x[0-9A-Fa-f]+)";
+
 QRegularExpression pattern(const char *text) {
     return QRegularExpression(QLatin1String(text));
 }
@@ -56,7 +59,7 @@ const auto &sentences() {
             u"Device ", pattern("^Device (.*) not found!$"),
             [](const Match &m) -> ToolError { return UnknownDevice{m.captured(1).trimmed()}; }},
         Sentence{u"Unsupported device!", pattern("^"), plainly<UnsupportedDevice>},
-        Sentence{u"Invalid Chip ID: ", pattern("expected (0x[0-9A-Fa-f]+), got (0x[0-9A-Fa-f]+)"),
+        Sentence{u"Invalid Chip ID: ", pattern(bothIds),
                  [](const Match &m) -> ToolError {
                      return WrongChipId{m.captured(1), m.captured(2)};
                  }},
@@ -105,8 +108,7 @@ std::optional<ToolError> toolErrorIn(QStringView line) {
 }
 
 std::optional<WrongChipId> ignoredIdIn(QStringView line) {
-    static const QRegularExpression ids =
-        pattern("expected (0x[0-9A-Fa-f]+), got (0x[0-9A-Fa-f]+)");
+    static const QRegularExpression ids = pattern(bothIds);
     if (!line.startsWith(u"WARNING: Chip ID mismatch: "))
         return std::nullopt;
     const Match match = ids.match(line.toString());
