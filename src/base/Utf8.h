@@ -3,11 +3,15 @@
 
 #pragma once
 
+#include <QByteArrayView>
 #include <QtGlobal>
 
 /// What the bytes of UTF-8 text say of themselves. A character begins with one byte and goes on
 /// with continuation bytes, each of which holds bitsPerContinuation of its bits.
 namespace utf8 {
+
+/// What a file may begin with to say that it is UTF-8.
+inline constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
 
 inline constexpr quint8 firstContinuation = 0x80;
 inline constexpr quint8 lastContinuation = 0xBF;

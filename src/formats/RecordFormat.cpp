@@ -4,6 +4,7 @@
 #include "formats/RecordFormat.h"
 
 #include "base/Units.h"
+#include "base/Utf8.h"
 #include "formats/RecordText.h"
 
 #include <algorithm>
@@ -30,8 +31,8 @@ bool beginsRecord(QByteArrayView behindMark) {
 
 std::optional<RecordFormat> recordFormatOf(QByteArrayView bytes) {
     QByteArrayView looked = bytes.first(std::min(bytes.size(), lookedAt));
-    if (looked.startsWith(byteOrderMark))
-        looked = looked.sliced(byteOrderMark.size());
+    if (looked.startsWith(utf8::byteOrderMark))
+        looked = looked.sliced(utf8::byteOrderMark.size());
     const auto mark = std::find_if_not(looked.begin(), looked.end(), [](char character) {
         return endsLine(character) || isBlank(character);
     });

@@ -4,6 +4,7 @@
 #include "formats/RecordReader.h"
 
 #include "base/Digits.h"
+#include "base/Utf8.h"
 #include "formats/RecordText.h"
 
 #include <algorithm>
@@ -65,8 +66,8 @@ std::optional<TroubleKind> Digits::read(QByteArrayView digits) {
 } // namespace
 
 bool RecordReader::advance(QByteArrayView text, qsizetype max) {
-    if (at_ == 0 && text.startsWith(byteOrderMark))
-        at_ = byteOrderMark.size();
+    if (at_ == 0 && text.startsWith(utf8::byteOrderMark))
+        at_ = utf8::byteOrderMark.size();
     const qsizetype stop = at_ + std::min(max, text.size() - at_);
     while (at_ < stop && state_ == State::Lines) {
         takeLine(text);

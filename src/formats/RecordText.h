@@ -13,9 +13,6 @@
 
 // What the lines of both formats are made of.
 
-/// The byte-order mark of UTF-8.
-inline constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
-
 /// Space and tabulator, and what else moves the paper.
 inline constexpr bool isBlank(char character) {
     return character == ' ' || character == '\t' || character == '\v' || character == '\f';

@@ -3,6 +3,7 @@
 
 #include "settings/IniText.h"
 
+#include "base/Utf8.h"
 #include "settings/IniValue.h"
 
 #include <QByteArrayView>
@@ -11,7 +12,6 @@
 
 namespace {
 
-constexpr QByteArrayView utf8ByteOrderMark("\xef\xbb\xbf");
 constexpr char firstPrintableByte = 0x20;
 
 bool isControlCharacter(char c) {
@@ -103,8 +103,8 @@ std::optional<Line> lineFrom(QByteArrayView text, const QString &section) {
 std::optional<QList<Line>> parsed(QByteArrayView content) {
     if (!content.isValidUtf8() || std::any_of(content.begin(), content.end(), isControlCharacter))
         return std::nullopt;
-    if (content.startsWith(utf8ByteOrderMark))
-        content = content.sliced(utf8ByteOrderMark.size());
+    if (content.startsWith(utf8::byteOrderMark))
+        content = content.sliced(utf8::byteOrderMark.size());
     QList<Line> lines;
     QString section;
     for (const QByteArrayView text : linesOf(content)) {
