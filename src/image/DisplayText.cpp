@@ -28,18 +28,16 @@ constexpr qsizetype blockSize = 512;
 /// for the sum of all counters to fit into one byte.
 constexpr qsizetype wordSize = sizeof(quint64);
 constexpr qsizetype groupSize = 16 * wordSize;
-constexpr quint64 lowestBits = 0x0101010101010101;
-constexpr quint64 highestBits = lowestBits << 7;
 
 bool isAsciiGroup(const char *group) {
     quint64 all = 0;
     for (qsizetype at = 0; at < groupSize; at += wordSize)
         all |= wordAt<quint64>(group + at);
-    return (all & highestBits) == 0;
+    return (all & highestBitOfBytes) == 0;
 }
 
 qsizetype sumOfCounters(quint64 counters) {
-    return qsizetype((counters * lowestBits) >> 56);
+    return qsizetype((counters * lowestBitOfBytes) >> 56);
 }
 
 qsizetype unitsInGroup(const char *group) {
@@ -47,8 +45,8 @@ qsizetype unitsInGroup(const char *group) {
     quint64 pairs = 0;
     for (qsizetype at = 0; at < groupSize; at += wordSize) {
         const quint64 word = wordAt<quint64>(group + at);
-        continuations += (word >> 7) & ~(word >> 6) & lowestBits;
-        pairs += (word >> 7) & (word >> 6) & (word >> 5) & (word >> 4) & lowestBits;
+        continuations += (word >> 7) & ~(word >> 6) & lowestBitOfBytes;
+        pairs += (word >> 7) & (word >> 6) & (word >> 5) & (word >> 4) & lowestBitOfBytes;
     }
     return groupSize + sumOfCounters(pairs) - sumOfCounters(continuations);
 }

@@ -15,8 +15,6 @@ constexpr qint64 smallestBlock = 16;
 constexpr qint64 word = sizeof(quint64);
 /// What is passed over at once where it is equal; the C library compares it fastest.
 constexpr qint64 stride = 4096;
-constexpr quint64 lowBits = 0x0101010101010101;
-constexpr quint64 highBits = lowBits << 7;
 
 quint64 wordAt(QByteArrayView bytes, qint64 offset) {
     return ::wordAt<quint64>(bytes.data() + offset);
@@ -24,7 +22,7 @@ quint64 wordAt(QByteArrayView bytes, qint64 offset) {
 
 /// The highest bit of every byte of \a value that is not zero.
 quint64 nonZeroBytes(quint64 value) {
-    return (((value & ~highBits) + ~highBits) | value) & highBits;
+    return (((value & ~highestBitOfBytes) + ~highestBitOfBytes) | value) & highestBitOfBytes;
 }
 
 bool isEqual(QByteArrayView one, QByteArrayView other, qint64 offset, qint64 length) {
@@ -71,7 +69,7 @@ qint64 firstDiffering(QByteArrayView one, QByteArrayView other, qint64 offset, q
 /// The first equal byte in [\a offset, \a end), or \a end.
 qint64 firstEqual(QByteArrayView one, QByteArrayView other, qint64 offset, qint64 end) {
     while (end - offset >= word &&
-           nonZeroBytes(wordAt(one, offset) ^ wordAt(other, offset)) == highBits)
+           nonZeroBytes(wordAt(one, offset) ^ wordAt(other, offset)) == highestBitOfBytes)
         offset += word;
     while (offset < end && one[offset] != other[offset])
         ++offset;
@@ -92,7 +90,7 @@ qint64 behindLastDiffering(QByteArrayView one, QByteArrayView other, qint64 end)
 /// Behind the last equal byte before \a end, or 0.
 qint64 behindLastEqual(QByteArrayView one, QByteArrayView other, qint64 end) {
     while (end >= word &&
-           nonZeroBytes(wordAt(one, end - word) ^ wordAt(other, end - word)) == highBits)
+           nonZeroBytes(wordAt(one, end - word) ^ wordAt(other, end - word)) == highestBitOfBytes)
         end -= word;
     while (end > 0 && one[end - 1] != other[end - 1])
         --end;
