@@ -8,9 +8,13 @@
 
 #include <optional>
 
+inline constexpr int binaryBase = 2;
 inline constexpr int octal = 8;
 inline constexpr int decimal = 10;
 inline constexpr int hexadecimal = 16;
+
+inline constexpr int bitsInHexDigit = 4;
+inline constexpr int hexDigitsInByte = 2;
 
 /// The value of \a digit in \a base, up to 16; nothing if it is none. Letters of either case count,
 /// digits of other scripts than ASCII do not.

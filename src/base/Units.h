@@ -10,6 +10,8 @@ inline constexpr qint64 kibibyte = 1024;
 inline constexpr qint64 mebibyte = 1024 * kibibyte;
 inline constexpr qint64 gibibyte = 1024 * mebibyte;
 
+inline constexpr int bitsInByte = 8;
+
 /// The highest value of a byte, and of a character of Latin-1.
 inline constexpr int maxByte = 0xFF;
 

@@ -58,7 +58,7 @@ void ImportWindow::offer(const Offers &offers) {
     const QFont fixed = fixedFont();
     c.base->setFont(fixed);
     c.fill->setFont(fixed);
-    c.fill->setText(hexDigits(offers.fill, 2));
+    c.fill->setText(hexDigits(offers.fill, hexDigitsInByte));
     c.fill->setValidator(new QRegularExpressionValidator(
         QRegularExpression(QStringLiteral("[0-9A-Fa-f]{0,2}")), c.fill));
     c.order->setUp(OrderBox::Way::Join, offers.chip);

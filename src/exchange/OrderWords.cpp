@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr int bitsOfByte = 8;
-
 class OrderWording {
     Q_DECLARE_TR_FUNCTIONS(OrderWords)
 };
@@ -45,7 +43,7 @@ QString linesWords(const LabelledPart &part) {
     const int height = part.lowByteLast ? last - part.part : part.part;
     if (last == 1 && part.lanes.unit == 1)
         return height == 0 ? OrderWording::tr("low byte") : OrderWording::tr("high byte");
-    const int width = part.lanes.unit * bitsOfByte;
+    const int width = part.lanes.unit * bitsInByte;
     return OrderWording::tr("D%1 to D%2")
         .arg(QString::number(height * width), QString::number((height + 1) * width - 1));
 }

@@ -3,6 +3,7 @@
 
 #include "grid/CellEdit.h"
 
+#include "base/Digits.h"
 #include "base/Units.h"
 #include "files/HugePages.h"
 #include "grid/GridColumns.h"
@@ -112,8 +113,7 @@ QString hexDigitFor(quint16 value) {
 }
 
 QString hexValue(quint64 value) {
-    constexpr int digitBits = 4;
-    const quint64 high = value >> digitBits;
+    const quint64 high = value >> bitsInHexDigit;
     const quint64 low = value - high;
     return hexDigitFor(quint16(high)) + hexDigitFor(quint16(low));
 }

@@ -3,6 +3,7 @@
 
 #include "grid/GridHeader.h"
 
+#include "base/Digits.h"
 #include "grid/GridColumns.h"
 
 #include <QFontMetrics>
@@ -14,7 +15,6 @@ namespace {
 
 /// Digits that the address column has room for: those of the largest image.
 constexpr int addressDigits = 8;
-constexpr int digitsOfByte = 2;
 
 /// Space that a column has on both sides of its text together, in characters.
 constexpr double columnPadding = 1.5;
@@ -22,7 +22,7 @@ constexpr double columnPadding = 1.5;
 int charactersIn(int column) {
     if (column == addressColumn)
         return addressDigits;
-    return column == charactersColumn ? bytesInRow : digitsOfByte;
+    return column == charactersColumn ? bytesInRow : hexDigitsInByte;
 }
 
 } // namespace
@@ -37,7 +37,7 @@ GridHeader::GridHeader(QWidget *parent) : QHeaderView(Qt::Horizontal, parent) {
 
 void GridHeader::setCellFont(const QFont &font) {
     cellFont_ = font;
-    setMinimumSectionSize(QFontMetrics(font).horizontalAdvance(u'0') * digitsOfByte);
+    setMinimumSectionSize(QFontMetrics(font).horizontalAdvance(u'0') * hexDigitsInByte);
     resetWidths();
 }
 

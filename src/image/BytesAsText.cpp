@@ -4,6 +4,7 @@
 #include "image/BytesAsText.h"
 
 #include "base/Digits.h"
+#include "base/Units.h"
 
 #include <QStringList>
 
@@ -11,8 +12,6 @@
 #include <array>
 
 namespace {
-
-constexpr qsizetype bytesInLine = 16;
 
 const QString &digitsOf(char byte) {
     return byteDigits(quint8(byte));
@@ -31,8 +30,8 @@ QStringList each(QByteArrayView bytes, Text text) {
 template <typename Text>
 QStringList eachLine(QByteArrayView bytes, Text text) {
     QStringList lines;
-    for (qsizetype at = 0; at < bytes.size(); at += bytesInLine)
-        lines << text(bytes.sliced(at, std::min(bytesInLine, bytes.size() - at)));
+    for (qsizetype at = 0; at < bytes.size(); at += bytesInRow)
+        lines << text(bytes.sliced(at, std::min<qsizetype>(bytesInRow, bytes.size() - at)));
     return lines;
 }
 
@@ -63,7 +62,7 @@ QString pythonBytes(QByteArrayView bytes) {
     const auto literal = [](QByteArrayView part) {
         return QStringLiteral("b\"") + each(part, pythonCharacter).join(QString()) + u'"';
     };
-    if (bytes.size() <= bytesInLine)
+    if (bytes.size() <= bytesInRow)
         return literal(bytes);
     const auto line = [&](QByteArrayView part) {
         return QStringLiteral("    ") + literal(part) + u'\n';
@@ -85,7 +84,7 @@ const QString &byteDigits(quint8 byte) {
     static const auto texts = [] {
         std::array<QString, 256> all;
         for (size_t value = 0; value < all.size(); ++value)
-            all[value] = hexDigits(qint64(value), 2);
+            all[value] = hexDigits(qint64(value), hexDigitsInByte);
         return all;
     }();
     return texts[byte];

@@ -15,9 +15,6 @@
 
 namespace {
 
-constexpr int binary = 2;
-constexpr int bitsInByte = 8;
-constexpr int digitsOfByte = 2;
 constexpr int digitsOfSum = 4;
 constexpr quint8 empty = 0x00;
 
@@ -90,15 +87,15 @@ QString erasureWords(const ImageDifferences &differences, bool isWhole) {
 QString blankRemark(const ImageFacts &facts, bool isRead) {
     if (facts.onlyByte != erasedByte && facts.onlyByte != empty)
         return {};
-    const QString digits = hexDigits(*facts.onlyByte, digitsOfByte);
+    const QString digits = hexDigits(*facts.onlyByte, hexDigitsInByte);
     return isRead ? FactsWording::tr("all 0x%1: blank, or no contact?").arg(digits)
                   : FactsWording::tr("all 0x%1").arg(digits);
 }
 
 QString byteWords(qint64 address, quint8 byte) {
     QStringList words = {
-        QStringLiteral("0x") + hexDigits(byte, digitsOfByte), QString::number(byte),
-        QStringLiteral("0b") + QString::number(byte, binary).rightJustified(bitsInByte, u'0')};
+        QStringLiteral("0x") + hexDigits(byte, hexDigitsInByte), QString::number(byte),
+        QStringLiteral("0b") + QString::number(byte, binaryBase).rightJustified(bitsInByte, u'0')};
     if (byte > u' ' && byte < u'\x7F')
         words << QStringLiteral("\u201c%1\u201d").arg(QChar::fromLatin1(char(byte)));
     return FactsWording::tr("at %1: %2")

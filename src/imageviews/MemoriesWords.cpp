@@ -13,9 +13,6 @@
 
 namespace {
 
-constexpr int binaryBase = 2;
-constexpr qsizetype bitsOfDigit = 4;
-
 class MemoriesWording {
     Q_DECLARE_TR_FUNCTIONS(MemoriesWords)
 
@@ -80,9 +77,9 @@ QString hexadecimalWords(const Fuse &fuse) {
 
 QString binaryWords(const Fuse &fuse) {
     const QString bits =
-        QString::number(fuse.value, binaryBase).rightJustified(fuse.digits * bitsOfDigit, u'0');
+        QString::number(fuse.value, binaryBase).rightJustified(fuse.digits * bitsInHexDigit, u'0');
     QStringList groups;
-    for (qsizetype i = 0; i < bits.size(); i += bitsOfDigit)
-        groups << bits.sliced(i, bitsOfDigit);
+    for (qsizetype i = 0; i < bits.size(); i += bitsInHexDigit)
+        groups << bits.sliced(i, bitsInHexDigit);
     return groups.join(u' ');
 }

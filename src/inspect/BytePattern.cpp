@@ -3,6 +3,8 @@
 
 #include "inspect/BytePattern.h"
 
+#include "base/Digits.h"
+
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -18,14 +20,12 @@ using Kind = PatternTrouble::Kind;
 constexpr qsizetype comparedLane = 16;
 /// In what the two cases of a letter of Latin-1 differ.
 constexpr quint8 caseBit = 0x20;
-constexpr int bitsOfDigit = 4;
 constexpr quint8 digitMask = 0x0F;
-constexpr int bitsOfByte = 8;
 
 /// Higher the less often \a byte is hit by chance: chips are full of 0xFF and 0x00.
 int tellingness(BytePattern::Byte byte) {
     const bool isFiller = byte.value == byte.mask || byte.value == 0;
-    return 2 * std::popcount(byte.mask) - (isFiller ? bitsOfByte : 0);
+    return 2 * std::popcount(byte.mask) - (isFiller ? bitsInByte : 0);
 }
 
 /// The place of the byte that tells most, less those that are like \a other.
@@ -34,7 +34,7 @@ qsizetype mostTelling(const std::vector<BytePattern::Byte> &bytes,
     const auto worth = [&](qsizetype place) {
         const BytePattern::Byte byte = bytes[std::size_t(place)];
         const bool tellsLess = other && byte == bytes[std::size_t(*other)];
-        return tellingness(byte) - (tellsLess ? 2 * bitsOfByte : 0);
+        return tellingness(byte) - (tellsLess ? 2 * bitsInByte : 0);
     };
     qsizetype best = other == 0 && bytes.size() > 1 ? 1 : 0;
     for (qsizetype place = 0; place < qsizetype(bytes.size()); ++place)
@@ -43,21 +43,12 @@ qsizetype mostTelling(const std::vector<BytePattern::Byte> &bytes,
     return best;
 }
 
-std::optional<quint8> digitOf(QChar digit) {
-    const char16_t unit = digit.toLower().unicode();
-    if (unit >= u'0' && unit <= u'9')
-        return quint8(unit - u'0');
-    if (unit >= u'a' && unit <= u'f')
-        return quint8(unit - u'a' + 10);
-    return std::nullopt;
-}
-
 /// A digit with its place in the pattern, as a byte of which the low half is asked for.
 std::optional<BytePattern::Byte> halfByteOf(QChar digit) {
     if (digit == u'?')
         return BytePattern::Byte{0, 0};
-    if (const auto value = digitOf(digit))
-        return BytePattern::Byte{*value, digitMask};
+    if (const auto value = digitValue(digit, hexadecimal))
+        return BytePattern::Byte{quint8(*value), digitMask};
     return std::nullopt;
 }
 
@@ -78,8 +69,8 @@ std::optional<Kind> appendGroup(QStringView group, std::vector<BytePattern::Byte
     for (qsizetype i = 0; i < group.size(); i += 2) {
         const BytePattern::Byte high = *halfByteOf(group[i]);
         const BytePattern::Byte low = *halfByteOf(group[i + 1]);
-        bytes.push_back({quint8(high.value << bitsOfDigit | low.value),
-                         quint8(high.mask << bitsOfDigit | low.mask)});
+        bytes.push_back({quint8(high.value << bitsInHexDigit | low.value),
+                         quint8(high.mask << bitsInHexDigit | low.mask)});
     }
     return std::nullopt;
 }
@@ -145,7 +136,7 @@ PatternOutcome patternFromText16(const QString &text, MatchCase matchCase) {
     std::vector<BytePattern::Byte> bytes;
     for (const QChar unit : text) {
         bytes.push_back(lowByteOf(unit.unicode(), matchCase));
-        bytes.push_back({quint8(unit.unicode() >> bitsOfByte), maxByte});
+        bytes.push_back({quint8(unit.unicode() >> bitsInByte), maxByte});
     }
     return outcomeOf(std::move(bytes));
 }
