@@ -3,7 +3,7 @@
 
 #include "instruments/Memory.h"
 
-#include "files/HugePages.h"
+#include "base/HugePages.h"
 
 #include <cstring>
 #include <fstream>

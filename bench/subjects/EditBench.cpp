@@ -10,7 +10,7 @@
 #include "subjects/Samples.h"
 #include "subjects/WindowRuns.h"
 
-#include "files/HugePages.h"
+#include "base/HugePages.h"
 #include "grid/CellEditor.h"
 #include "grid/GridColumns.h"
 #include "grid/GridView.h"

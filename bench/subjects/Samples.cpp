@@ -3,7 +3,7 @@
 
 #include "subjects/Samples.h"
 
-#include "files/HugePages.h"
+#include "base/HugePages.h"
 #include "support/FileHelpers.h"
 
 #include <QFile>

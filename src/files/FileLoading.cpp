@@ -4,7 +4,7 @@
 #include "files/FileLoading.h"
 
 #include "base/FileDescriptor.h"
-#include "files/HugePages.h"
+#include "base/HugePages.h"
 #include "files/SystemName.h"
 
 #include <QCoreApplication>

@@ -3,8 +3,8 @@
 
 #include "formats/ImageFlattening.h"
 
+#include "base/HugePages.h"
 #include "base/Units.h"
-#include "files/HugePages.h"
 
 #include <algorithm>
 #include <cstring>

@@ -4,7 +4,7 @@
 #include "formats/RecordWriter.h"
 
 #include "base/Digits.h"
-#include "files/HugePages.h"
+#include "base/HugePages.h"
 #include "formats/DecodedRecords.h"
 
 #include <algorithm>

@@ -4,8 +4,8 @@
 #include "grid/CellEdit.h"
 
 #include "base/Digits.h"
+#include "base/HugePages.h"
 #include "base/Units.h"
-#include "files/HugePages.h"
 #include "grid/GridColumns.h"
 #include "image/NumberScanning.h"
 

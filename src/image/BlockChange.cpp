@@ -3,7 +3,7 @@
 
 #include "image/BlockChange.h"
 
-#include "files/HugePages.h"
+#include "base/HugePages.h"
 
 #include <QRandomGenerator>
 

@@ -3,8 +3,8 @@
 
 #include "image/CopyAhead.h"
 
+#include "base/HugePages.h"
 #include "base/TurnOfWork.h"
-#include "files/HugePages.h"
 
 #include <algorithm>
 #include <cstring>

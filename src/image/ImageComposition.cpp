@@ -3,8 +3,8 @@
 
 #include "image/ImageComposition.h"
 
+#include "base/HugePages.h"
 #include "base/Units.h"
-#include "files/HugePages.h"
 #include "image/NumberScanning.h"
 
 #include <cstring>

@@ -3,9 +3,9 @@
 
 #include "orders/Rearranging.h"
 
+#include "base/HugePages.h"
 #include "base/Units.h"
 #include "files/ByteBuffer.h"
-#include "files/HugePages.h"
 #include "orders/ByteMoves.h"
 
 #include <algorithm>

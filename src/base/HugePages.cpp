@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "files/HugePages.h"
+#include "base/HugePages.h"
 
 #include "base/Units.h"
 
