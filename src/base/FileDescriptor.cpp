@@ -6,14 +6,13 @@
 #include <cerrno>
 #include <unistd.h>
 
-void FileDescriptor::close() {
-    if (isOpen())
-        ::close(std::exchange(value_, -1));
-}
+namespace {
 
-Result<void> writeAll(int descriptor, QByteArrayView bytes) {
+/// \a writeSome is called with what is left of \a bytes, and gives what the system answers.
+template <typename WriteSome>
+Result<void> writeAllBy(QByteArrayView bytes, WriteSome writeSome) {
     while (!bytes.isEmpty()) {
-        const ssize_t written = ::write(descriptor, bytes.data(), size_t(bytes.size()));
+        const ssize_t written = writeSome(bytes);
         if (written == 0)
             return Failure::ofSystem(EIO);
         if (written < 0 && errno != EINTR)
@@ -22,4 +21,23 @@ Result<void> writeAll(int descriptor, QByteArrayView bytes) {
             bytes = bytes.sliced(written);
     }
     return {};
+}
+
+} // namespace
+
+void FileDescriptor::close() {
+    if (isOpen())
+        ::close(std::exchange(value_, -1));
+}
+
+Result<void> writeAll(int descriptor, QByteArrayView bytes) {
+    return writeAllBy(bytes, [descriptor](QByteArrayView rest) {
+        return ::write(descriptor, rest.data(), size_t(rest.size()));
+    });
+}
+
+Result<void> writeAllAt(int descriptor, qint64 offset, QByteArrayView bytes) {
+    return writeAllBy(bytes, [descriptor, end = offset + bytes.size()](QByteArrayView rest) {
+        return ::pwrite(descriptor, rest.data(), size_t(rest.size()), end - rest.size());
+    });
 }

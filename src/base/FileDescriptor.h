@@ -41,3 +41,6 @@ private:
 /// Writes \a bytes to \a descriptor, in one piece where the system takes them so. After a failure
 /// some of them may be written.
 Result<void> writeAll(int descriptor, QByteArrayView bytes);
+
+/// Likewise, over what the file of \a descriptor holds from \a offset on.
+Result<void> writeAllAt(int descriptor, qint64 offset, QByteArrayView bytes);

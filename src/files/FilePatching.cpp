@@ -20,21 +20,6 @@ bool isTheFile(int descriptor, const FileStamp &known) {
            FileStamp::from(facts) == known;
 }
 
-Result<void> writeAt(int descriptor, qint64 offset, QByteArrayView bytes) {
-    while (!bytes.isEmpty()) {
-        const ssize_t written = ::pwrite(descriptor, bytes.data(), size_t(bytes.size()), offset);
-        if (written == 0)
-            return Failure::ofSystem(EIO);
-        if (written < 0 && errno != EINTR)
-            return Failure::ofSystem(errno);
-        if (written > 0) {
-            offset += written;
-            bytes = bytes.sliced(written);
-        }
-    }
-    return {};
-}
-
 } // namespace
 
 Result<FileStamp> patchFile(const QString &path, const FileStamp &known, const QByteArray &bytes,
@@ -54,7 +39,7 @@ Result<FileStamp> patchFile(const QString &path, const FileStamp &known, const Q
     if (bytes.size() < known.size && ::ftruncate(file.get(), bytes.size()) != 0)
         return Failure::ofSystem(errno);
     const Result<void> written =
-        writeAt(file.get(), start, QByteArrayView(bytes).sliced(start, end - start));
+        writeAllAt(file.get(), start, QByteArrayView(bytes).sliced(start, end - start));
     if (const Failure *failure = written.failure())
         return *failure;
     struct stat facts = {};
