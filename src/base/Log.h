@@ -4,6 +4,10 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
+
+/// Stands in a line of the log for a text that is not there.
+inline constexpr QStringView loggedForNone = u"(null)";
 
 /// Where the program reports its events, one line for each. The texts are fixed English
 /// sentences and are never translated: they are read by people who compare them with older runs.

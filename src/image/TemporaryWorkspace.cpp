@@ -46,7 +46,7 @@ Failure usedByAnother() {
 }
 
 QString printable(const QString &text) {
-    return text.isNull() ? QStringLiteral("(null)") : text;
+    return text.isNull() ? loggedForNone.toString() : text;
 }
 
 } // namespace

@@ -38,7 +38,7 @@ constexpr std::chrono::seconds graceAfterClosing(2);
 constexpr qsizetype largestCollectedOutput = 256 * mebibyte / qsizetype(sizeof(QChar));
 
 QString printed(const std::optional<QString> &value) {
-    return value.value_or(QStringLiteral("(null)"));
+    return value.value_or(loggedForNone.toString());
 }
 
 /// The end of \a text, with memory of its own; half a character at its beginning is left out.
