@@ -15,6 +15,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <tuple>
 #include <unistd.h>
 #include <utility>
@@ -48,6 +49,14 @@ Result<WorkspaceLock::Holder> lockAtOnce(const FileDescriptor &file) {
     if (errno == EWOULDBLOCK)
         return WorkspaceLock::Holder::Another;
     return Failure::ofSystem(errno);
+}
+
+bool areOneFile(const FileDescriptor &one, const FileDescriptor &other) {
+    struct stat facts = {};
+    struct stat otherFacts = {};
+    return one.isOpen() && other.isOpen() && ::fstat(one.get(), &facts) == 0 &&
+           ::fstat(other.get(), &otherFacts) == 0 && facts.st_dev == otherFacts.st_dev &&
+           facts.st_ino == otherFacts.st_ino;
 }
 
 Result<FileDescriptor> openLockFile(const QString &folder, const QString &key) {
@@ -88,21 +97,33 @@ Result<WorkspaceLock::Holder> WorkspaceLock::take() {
             return holder;
         file_ = *std::move(file);
     }
-    return holdFolder() ? Holder::ThisProcess : Holder::Another;
+    return holdFolder(temporaryFolder_) ? Holder::ThisProcess : Holder::Another;
 }
 
 // Where there is no folder yet, or its file system knows no locks, the file has to do.
-bool WorkspaceLock::holdFolder() {
-    if (folder_.isOpen())
+bool WorkspaceLock::holdFolder(const QString &temporaryFolder) {
+    FileDescriptor folder(
+        ::open(QFile::encodeName(temporaryFolder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    // It may have another name by now, which is no reason to compete with oneself for it.
+    if (areOneFile(folder, folder_))
         return true;
-    FileDescriptor folder(::open(QFile::encodeName(temporaryFolder_).constData(),
-                                 O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (lockKey(temporaryFolder) != key_)
+        return moveTo(temporaryFolder);
     if (folder.isOpen()) {
         const Result<Holder> holder = lockAtOnce(folder);
         if (holder && *holder == Holder::Another)
             return false;
     }
     folder_ = std::move(folder);
+    return true;
+}
+
+bool WorkspaceLock::moveTo(const QString &temporaryFolder) {
+    WorkspaceLock other(temporaryFolder, runtimeFolder_);
+    const Result<Holder> holder = other.take();
+    if (!holder || *holder == Holder::Another)
+        return false;
+    *this = std::move(other);
     return true;
 }
 

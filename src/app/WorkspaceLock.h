@@ -17,7 +17,8 @@ QString folderForLocks(const QString &runtimeFolder, const QString &ownFolder);
 /// the same four files would burn each other's data. The lock is the kernel's own on a file in the
 /// runtime folder, so it goes with its process however that ends; it never stands in the temporary
 /// folder, whose absence at a first start means something. That folder is locked itself as well,
-/// as soon as it is there, since sessions of one user may have different runtime folders.
+/// as soon as it is there, since sessions of one user may have different runtime folders. Whoever
+/// changes the settings file may name another folder while the program runs: the lock follows.
 class WorkspaceLock {
 public:
     enum class Holder {
@@ -33,13 +34,17 @@ public:
     /// process has already, it keeps. Gives who has them then. A failure means that there can be
     /// no lock file.
     Result<Holder> take();
-    /// Locks the temporary folder, unless it is locked or still missing. False if another process
-    /// has made it its own since take(): nothing in it may be changed then.
-    bool holdFolder();
+    /// Locks \a temporaryFolder, which the settings may have come to name since, unless it is
+    /// locked. One that is missing is locked by the file until it is there. The locks of an earlier
+    /// folder go once this process has those of the new one. False if another process has it, or
+    /// if it cannot be locked: nothing in it may be changed then.
+    bool holdFolder(const QString &temporaryFolder);
     /// Where the holder of the lock listens for other starts.
     RaiseAddress address() const;
 
 private:
+    bool moveTo(const QString &temporaryFolder);
+
     QString runtimeFolder_;
     QString key_;
     QString temporaryFolder_;

@@ -61,8 +61,13 @@ struct Start {
     std::unique_ptr<WorkspaceLock> lock;
 };
 
-/// Gives the exit status if the workspace is another process's, or cannot be locked.
-std::optional<int> enter(const Start &start) {
+/// Locks the workspace that the settings name now. Gives the exit status if it is another
+/// process's, or cannot be locked.
+std::optional<int> enter(Start &start) {
+    start.lock = std::make_unique<WorkspaceLock>(
+        temporaryFolder(*start.settings),
+        folderForLocks(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation),
+                       stateFolder()));
     const Result<WorkspaceEntry> entry = enterWorkspace(*start.lock, start.options.binary);
     if (const Failure *failure = entry.failure())
         return say(QCoreApplication::translate("main", "the workspace cannot be locked: %1")
@@ -98,10 +103,6 @@ std::variant<Start, int> prepare(int argc, char *argv[]) {
     // The folder's name is needed before anything is cleared, so before start-up registers the
     // defaults; the store may be given them more than once.
     start.settings->registerDefaults(settingsKeys::startupDefaults());
-    start.lock = std::make_unique<WorkspaceLock>(
-        temporaryFolder(*start.settings),
-        folderForLocks(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation),
-                       stateFolder()));
     if (const std::optional<int> status = enter(start))
         return *status;
     return start;
@@ -111,8 +112,9 @@ std::variant<Start, int> prepare(int argc, char *argv[]) {
 std::optional<int> runWindow(const Start &start) {
     StandardErrorLog log;
     DesktopFilePanels panels;
-    VelmWindow velm({*start.settings, log, panels, [] { QApplication::beep(); },
-                     start.options.memory, [&lock = *start.lock] { return lock.holdFolder(); }});
+    VelmWindow velm(
+        {*start.settings, log, panels, [] { QApplication::beep(); }, start.options.memory,
+         [&start] { return start.lock->holdFolder(temporaryFolder(*start.settings)); }});
     TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::received, &velm, &VelmWindow::askToEnd);
     if (!velm.start())
@@ -127,7 +129,7 @@ std::optional<int> runWindow(const Start &start) {
 }
 
 /// Whoever was first may have ended by the time it is asked.
-int runUntilTheEnd(const Start &start) {
+int runUntilTheEnd(Start &start) {
     while (true) {
         if (const std::optional<int> status = runWindow(start))
             return *status;
@@ -143,7 +145,7 @@ int main(int argc, char *argv[]) {
     StandardErrorLog::installForToolkit();
     QCoreApplication::setApplicationName(QStringLiteral("velm"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELM_VERSION));
-    const std::variant<Start, int> preparation = prepare(argc, argv);
+    std::variant<Start, int> preparation = prepare(argc, argv);
     if (const int *status = std::get_if<int>(&preparation))
         return *status;
 
