@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 
 #include "app/ProgramArguments.h"
-#include "app/RaiseChannel.h"
 #include "app/TerminationSignals.h"
 #include "app/VelmWindow.h"
 #include "app/WorkspaceEntry.h"
+#include "app/WorkspaceHold.h"
 #include "app/WorkspaceLock.h"
 #include "base/FileDescriptor.h"
 #include "base/Log.h"
@@ -112,19 +112,19 @@ std::variant<Start, int> prepare(int argc, char *argv[]) {
 std::optional<int> runWindow(const Start &start) {
     StandardErrorLog log;
     DesktopFilePanels panels;
-    VelmWindow velm(
-        {*start.settings, log, panels, [] { QApplication::beep(); }, start.options.memory,
-         [&start] { return start.lock->holdFolder(temporaryFolder(*start.settings)); }});
+    WorkspaceHold hold(*start.lock, *start.settings);
+    VelmWindow velm({*start.settings, log, panels, [] { QApplication::beep(); },
+                     start.options.memory, [&hold] { return hold.mayUseFolder(); }});
     TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::received, &velm, &VelmWindow::askToEnd);
     if (!velm.start())
         return std::nullopt;
     if (!start.options.binary.isEmpty())
         velm.openFile(start.options.binary);
+    QObject::connect(&hold, &WorkspaceHold::raiseRequested, &velm, &VelmWindow::raise);
+    QObject::connect(&hold, &WorkspaceHold::openRequested, &velm, &VelmWindow::openFile);
     // Not earlier: a start that finds it listening expects an answer soon.
-    RaiseServer raiseServer(start.lock->address());
-    QObject::connect(&raiseServer, &RaiseServer::raiseRequested, &velm, &VelmWindow::raise);
-    QObject::connect(&raiseServer, &RaiseServer::openRequested, &velm, &VelmWindow::openFile);
+    hold.listen();
     return QApplication::exec();
 }
 

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "app/WorkspaceHold.h"
+
+#include "app/RaiseChannel.h"
+#include "app/WorkspaceLock.h"
+#include "settings/FilePaths.h"
+
+WorkspaceHold::WorkspaceHold(WorkspaceLock &lock, const SettingsStore &settings)
+    : lock_(lock), settings_(settings) {}
+
+WorkspaceHold::~WorkspaceHold() = default;
+
+bool WorkspaceHold::mayUseFolder() {
+    if (!lock_.holdFolder(temporaryFolder(settings_)))
+        return false;
+    if (server_ && lock_.address().path != listensAt_)
+        listen();
+    return true;
+}
+
+void WorkspaceHold::listen() {
+    const RaiseAddress address = lock_.address();
+    server_ = std::make_unique<RaiseServer>(address);
+    listensAt_ = address.path;
+    // Queued: what is asked may move the lock, and then this server goes.
+    connect(server_.get(), &RaiseServer::raiseRequested, this, &WorkspaceHold::raiseRequested,
+            Qt::QueuedConnection);
+    connect(server_.get(), &RaiseServer::openRequested, this, &WorkspaceHold::openRequested,
+            Qt::QueuedConnection);
+}
