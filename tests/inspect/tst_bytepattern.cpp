@@ -50,7 +50,7 @@ QString picture(const PatternOutcome &outcome) {
         return QStringLiteral("%1: %2").arg(QString::number(int(trouble->kind)), trouble->part);
     const BytePattern &pattern = *outcome;
     const auto hex = [](int value) {
-        return QStringLiteral("%1").arg(value, 2, 16, u'0').toUpper();
+        return QStringLiteral("%1").arg(value, 2, 16, QChar(u'0')).toUpper();
     };
     QStringList bytes;
     for (qsizetype place = 0; place < pattern.size(); ++place) {

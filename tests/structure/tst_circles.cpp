@@ -39,7 +39,7 @@ SourceTree filesOf(const QString &lines) {
 void TestCircles::initTestCase() {
     static const QString entries = QStringLiteral("src simulator bench demo fuzz tests");
     sources_ = readSourceTree(QStringLiteral(VELM_SOURCE_DIR), entries.split(u' '));
-    QVERIFY(sources_.contains(u"src/base/Log.h"));
+    QVERIFY(sources_.contains(QStringLiteral("src/base/Log.h")));
 }
 
 void TestCircles::sourcesFormNone() {

@@ -33,10 +33,10 @@ void TestLayers::initTestCase() {
     static const QString entries = QStringLiteral(
         "src simulator tests demo bench fuzz packaging docs cmake .ci CMakeLists.txt run test");
     sources = readSourceTree(QStringLiteral(VELM_SOURCE_DIR), entries.split(u' '));
-    QVERIFY(sources.contains(u"src/base/Log.h"));
-    QVERIFY(sources.contains(u"simulator/CMakeLists.txt"));
-    QVERIFY(sources.contains(u".ci/run"));
-    QVERIFY(sources.contains(u"test"));
+    QVERIFY(sources.contains(QStringLiteral("src/base/Log.h")));
+    QVERIFY(sources.contains(QStringLiteral("simulator/CMakeLists.txt")));
+    QVERIFY(sources.contains(QStringLiteral(".ci/run")));
+    QVERIFY(sources.contains(QStringLiteral("test")));
 }
 
 void TestLayers::sourcesKeepTheRule_data() {
