@@ -3,6 +3,8 @@
 
 #include "language/CommandDoubt.h"
 
+#include "base/Digits.h"
+
 #include <QCoreApplication>
 #include <QStringList>
 
@@ -31,7 +33,7 @@ private:
         for (const QChar character : characters)
             names << (character.isPrint()
                           ? QString(character)
-                          : QStringLiteral("U+%1").arg(character.unicode(), 4, 16, QChar(u'0')));
+                          : QStringLiteral("U+") + hexDigits(character.unicode(), 4));
         return names.join(u' ');
     }
 };
