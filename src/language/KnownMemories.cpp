@@ -3,11 +3,12 @@
 
 #include "language/KnownMemories.h"
 
+#include "language/ChipParts.h"
+
 #include <QCoreApplication>
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <initializer_list>
 
 namespace {
 
@@ -43,20 +44,16 @@ private:
     bool isOne_ = false;
 };
 
-bool hasOneOf(const QStringList &parts, std::initializer_list<QStringView> names) {
-    return std::any_of(names.begin(), names.end(), [&parts](QStringView name) {
-        return parts.contains(name, Qt::CaseInsensitive);
-    });
-}
-
 } // namespace
 
 KnownMemories KnownMemories::without(const QStringList &parts) const {
+    const bool noData = std::none_of(parts.begin(), parts.end(), isDataPart);
+    const bool noUser = std::none_of(parts.begin(), parts.end(), isUserPart);
     KnownMemories left = *this;
-    left.data = data && !hasOneOf(parts, {u"data"});
-    left.user = user && !hasOneOf(parts, {u"user"});
-    left.fuses = fuses && !hasOneOf(parts, {u"config", u"fuses", u"fuse bits"});
-    left.others = others && !hasOneOf(parts, {u"data", u"user"});
+    left.data = data && noData;
+    left.user = user && noUser;
+    left.fuses = fuses && std::none_of(parts.begin(), parts.end(), isFusePart);
+    left.others = others && noData && noUser;
     return left;
 }
 

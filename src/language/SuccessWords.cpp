@@ -4,6 +4,7 @@
 #include "language/SuccessWords.h"
 
 #include "base/NumberWords.h"
+#include "language/ChipParts.h"
 #include "language/CommandLine.h"
 #include "language/ImageEncoding.h"
 #include "language/KnownMemories.h"
@@ -25,13 +26,7 @@ using Verdict = RunOutcome::Verdict;
 
 /// \a parts as one text if the chip's code memory is not among them; else nothing.
 QString partsAlone(const QStringList &parts) {
-    static const QStringList others = {
-        QStringLiteral("data"),     QStringLiteral("user"),      QStringLiteral("config"),
-        QStringLiteral("fuses"),    QStringLiteral("fuse bits"), QStringLiteral("user id"),
-        QStringLiteral("user ids"), QStringLiteral("lock bit"),  QStringLiteral("lock bits")};
-    const bool codeIsMissing = std::all_of(parts.begin(), parts.end(), [](const QString &part) {
-        return others.contains(part.toLower());
-    });
+    const bool codeIsMissing = std::none_of(parts.begin(), parts.end(), isCodePart);
     return codeIsMissing ? parts.join(u", ") : QString();
 }
 
