@@ -60,7 +60,7 @@ bool isPadding(QStringView line) {
 
 /// What is said behind an unfinished count, which need not end its line.
 QStringView behindCount(QStringView line) {
-    static constexpr std::array<QStringView, 2> verbs{u"Reading ", u"Writing "};
+    static constexpr std::array<QStringView, 2> verbs{readingVerb, writingVerb};
     if (!startsWithAny(line, verbs))
         return line;
     const qsizetype percent = line.indexOf(u'%');
@@ -157,9 +157,9 @@ void ToolReportReader::Meaning::takeStep(QStringView line) {
         return;
     const QStringView step = line.first(line.indexOf(u"..."));
     const QString part = step.sliced(step.indexOf(u' ') + 1).trimmed().toString();
-    if (line.startsWith(u"Reading "))
+    if (line.startsWith(readingVerb))
         addOnce(report_.partsRead, part);
-    else if (line.startsWith(u"Writing "))
+    else if (line.startsWith(writingVerb))
         addOnce(report_.partsWritten, part);
 }
 

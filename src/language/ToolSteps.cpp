@@ -25,7 +25,7 @@ struct Verb {
     RunPhase phase;
 };
 constexpr std::array verbs{
-    Verb{u"Reading ", RunPhase::Reading}, Verb{u"Writing ", RunPhase::Writing},
+    Verb{readingVerb, RunPhase::Reading}, Verb{writingVerb, RunPhase::Writing},
     Verb{u"Erasing", RunPhase::Erasing}, Verb{u"Protect o", RunPhase::Protecting}};
 
 const Verb *verbOf(QStringView line) {

@@ -31,6 +31,10 @@ struct RunProgress {
     std::optional<double> done;
 };
 
+/// How the lines of the steps begin that read or write a part of the chip; its name follows.
+inline constexpr QStringView readingVerb = u"Reading ";
+inline constexpr QStringView writingVerb = u"Writing ";
+
 /// Follows the steps that the tool reports of one run, in both of its dialects: "Reading Code...",
 /// then percentages, then how long it took and "OK".
 class ToolSteps {
