@@ -23,6 +23,9 @@ struct LogicReport {
     QList<QStringList> rows;
     /// The events of the parsing, in order, for the caller to log.
     QStringList log;
+
+    /// How many pins the last header line names; 0 if there is none.
+    qsizetype pinCount() const { return headers ? headers->size() : 0; }
 };
 
 /// Reads the report \a text. It depends on the marks at the beginning of lines alone, never on the

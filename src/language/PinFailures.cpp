@@ -119,7 +119,7 @@ QString sentenceFor(int pin, const VectorsOfLetter &failures) {
 } // namespace
 
 QList<PinFailure> pinFailures(const LogicReport &report) {
-    const qsizetype pins = report.headers.value_or(QStringList()).size();
+    const qsizetype pins = report.pinCount();
     QList<PinFailure> failures;
     for (qsizetype row = 0; row < report.rows.size(); ++row) {
         const QStringList &fields = report.rows[row];

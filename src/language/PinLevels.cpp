@@ -76,7 +76,7 @@ int vectorNumber(const LogicReport &report, qsizetype row) {
 
 QList<TestedPin> pinsInVector(const LogicReport &report, qsizetype row) {
     const QStringList &fields = report.rows[row];
-    const qsizetype count = report.headers.value_or(QStringList()).size();
+    const qsizetype count = report.pinCount();
     QList<TestedPin> pins;
     for (qsizetype column = 0; column < count; ++column) {
         const PinLevel level = pinLevel(fields.value(column + 1));
@@ -101,7 +101,7 @@ QList<TestedPin> worstOfPins(const LogicReport &report) {
 }
 
 bool tellsOfPackage(const LogicReport &report) {
-    const qsizetype pins = report.headers.value_or(QStringList()).size();
+    const qsizetype pins = report.pinCount();
     return !report.rows.isEmpty() && pins >= minPins && pins <= maxPins && pins % 2 == 0;
 }
 
@@ -111,7 +111,7 @@ QStringList levelLegend() {
 
 QString plainTable(const LogicReport &report) {
     constexpr int digits = 4;
-    const qsizetype pins = report.headers.value_or(QStringList()).size();
+    const qsizetype pins = report.pinCount();
     QString header = QStringLiteral("      ");
     for (qsizetype pin = 0; pin < pins; ++pin)
         header += column(QString::number(pinNumber(report, pin)));
