@@ -18,13 +18,6 @@ QByteArrayView viewOf(const ArrangingRun::Source &source) {
         .sliced(source.range.offset, source.range.length);
 }
 
-QList<qint64> lengthsOf(const QList<QByteArrayView> &parts) {
-    QList<qint64> lengths;
-    for (const QByteArrayView part : parts)
-        lengths.append(part.size());
-    return lengths;
-}
-
 } // namespace
 
 ArrangingRun::ArrangingRun(QObject *parent) : QObject(parent) {

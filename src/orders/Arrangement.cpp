@@ -30,6 +30,13 @@ std::optional<NoArrangement> whyNotRepeated(qint64 length, qint64 filled) {
 
 } // namespace
 
+QList<qint64> lengthsOf(const QList<QByteArrayView> &parts) {
+    QList<qint64> lengths;
+    for (const QByteArrayView part : parts)
+        lengths.append(part.size());
+    return lengths;
+}
+
 qint64 wholeLength(const QList<qint64> &lengths) {
     return std::accumulate(lengths.begin(), lengths.end(), qint64(0));
 }

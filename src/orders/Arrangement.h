@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QByteArrayView>
 #include <QList>
 
 #include <optional>
@@ -46,6 +47,9 @@ enum class NoArrangement {
     NoWholeRepeats,   ///< a part cannot be repeated so that the last time is a whole one
     TooLarge          ///< more than largestImage, in one part or together
 };
+
+/// How long each of \a parts is, in bytes.
+QList<qint64> lengthsOf(const QList<QByteArrayView> &parts);
 
 /// How long parts of \a lengths are together, in bytes.
 qint64 wholeLength(const QList<qint64> &lengths);

@@ -67,10 +67,7 @@ void Rearranging::repeat(qsizetype max) {
 }
 
 QList<QByteArray> rearranged(const Arrangement &arrangement, const QList<QByteArrayView> &parts) {
-    QList<qint64> lengths;
-    for (const QByteArrayView part : parts)
-        lengths.append(part.size());
-    Rearranging work(arrangement, lengths);
+    Rearranging work(arrangement, lengthsOf(parts));
     while (!work.advance(parts, largestImage)) {
     }
     return work.takeParts();

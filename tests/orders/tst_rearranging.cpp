@@ -39,13 +39,6 @@ QList<QByteArrayView> viewsOf(const Parts &parts) {
     return {parts.begin(), parts.end()};
 }
 
-QList<qint64> lengthsOf(const Parts &parts) {
-    QList<qint64> lengths;
-    for (const QByteArray &part : parts)
-        lengths.append(part.size());
-    return lengths;
-}
-
 QByteArray randomBytes(qsizetype length) {
     QRandomGenerator random(quint32(length) + 1);
     QByteArray bytes;
@@ -104,7 +97,7 @@ QList<Arrangement> allArrangements() {
 }
 
 bool isPossible(const Arrangement &arrangement, const Parts &parts) {
-    return !whyNotArranged(arrangement, lengthsOf(parts));
+    return !whyNotArranged(arrangement, lengthsOf(viewsOf(parts)));
 }
 
 } // namespace
