@@ -6,12 +6,6 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-
-constexpr QChar lineFeed(0x0a);
-
-} // namespace
-
 void TerminalText::beginRun() {
     state_ = State::Text;
     if (anythingShown_ && !runIsEmpty_) {

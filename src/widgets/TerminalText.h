@@ -65,6 +65,8 @@ public:
     bool dropPendingBeyond(qsizetype most, qsizetype maxLines);
 
 private:
+    static constexpr char16_t lineFeed = u'\n';
+
     enum class State { Text, Escape, EscapeIntermediate, Sequence, String, StringEscape };
 
     qsizetype consume(QStringView rest);

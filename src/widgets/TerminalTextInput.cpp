@@ -16,7 +16,6 @@ namespace {
 constexpr char16_t bell = 0x07;
 constexpr char16_t backspace = 0x08;
 constexpr char16_t tab = 0x09;
-constexpr char16_t lineFeedUnit = 0x0a;
 constexpr char16_t carriageReturn = 0x0d;
 constexpr char16_t cancel = 0x18;
 constexpr char16_t substitute = 0x1a;
@@ -106,7 +105,7 @@ qsizetype TerminalText::consume(QStringView rest) {
 
 void TerminalText::control(char16_t unit) {
     switch (unit) {
-    case lineFeedUnit:
+    case lineFeed:
         finishLine();
         break;
     case carriageReturn:
