@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr qsizetype recentFileLimit = 8;
+constexpr qsizetype maxRecentFiles = 8;
 const QString geometryKey = QStringLiteral("window/geometry");
 const QString splitterKey = QStringLiteral("window/splitter");
 const QString gridPercentKey = QStringLiteral("views/gridPercent");
@@ -27,7 +27,7 @@ const QString movesOnKey = QStringLiteral("views/movesOn");
 const QString showsConsoleKey = QStringLiteral("views/showsConsole");
 const QString folderKey = QStringLiteral("folders/%1");
 const QString recentKey = QStringLiteral("files/recent");
-constexpr qsizetype recentDeviceLimit = 10;
+constexpr qsizetype maxRecentDevices = 10;
 const QString recentDevicesKey = QStringLiteral("devices/recent");
 const QString trustedToolKey = QStringLiteral("trustedTool");
 
@@ -136,7 +136,7 @@ QStringList WindowMemory::recentFiles() const {
 }
 
 void WindowMemory::addRecentFile(const QString &path) {
-    remember(recentKey, path, recentFileLimit);
+    remember(recentKey, path, maxRecentFiles);
 }
 
 QStringList WindowMemory::recentDevices() const {
@@ -144,7 +144,7 @@ QStringList WindowMemory::recentDevices() const {
 }
 
 void WindowMemory::addRecentDevice(const QString &device) {
-    remember(recentDevicesKey, device, recentDeviceLimit);
+    remember(recentDevicesKey, device, maxRecentDevices);
 }
 
 std::optional<QString> WindowMemory::trustedTool() const {
