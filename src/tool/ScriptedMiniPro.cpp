@@ -25,7 +25,7 @@
 namespace {
 
 /// How many reads may be empty before the listening ends with the next one.
-constexpr qint32 toleratedEmptyReads = 50;
+constexpr qint32 maxEmptyReads = 50;
 
 /// How often something that the tool left behind is listened to: often enough to be followed, and
 /// seldom enough to leave the window and the processor alone.
@@ -272,7 +272,7 @@ void ScriptedMiniPro::countEmptyRead(ReadHandle *handle) {
     if (handle == outFile)
         releaseErrors();
     repeatEndsOnceAllIsSaid();
-    if (empty_data_count++ >= toleratedEmptyReads)
+    if (empty_data_count++ >= maxEmptyReads)
         stopListening();
 }
 
