@@ -19,7 +19,7 @@ bool isHexDigit(char character) {
 } // namespace
 
 ImageEncoding encodingForTool(QByteArrayView bytes) {
-    const QByteArrayView looked = bytes.first(std::min(bytes.size(), encodingBytes));
+    const QByteArrayView looked = bytes.first(std::min(bytes.size(), maxEncodingBytes));
     const auto mark = std::find_if_not(looked.begin(), looked.end(), endsLine);
     if (mark == looked.end() || (*mark != ':' && *mark != 'S'))
         return ImageEncoding::Raw;

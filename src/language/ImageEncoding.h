@@ -19,13 +19,13 @@ enum class ImageEncoding {
 };
 
 /// How many bytes encodingForTool() needs at most.
-inline constexpr qsizetype encodingBytes = 64 * kibibyte;
+inline constexpr qsizetype maxEncodingBytes = 64 * kibibyte;
 
 /// How the tool will take a file that begins with, or is, \a bytes; the file's name and the
 /// tool's switches play no part. Line ends at the beginning are passed over; then ":" or "S",
 /// hexadecimal digits and nothing else up to a carriage return or line feed make it text.
 ///
-/// Looks at no more than the first encodingBytes bytes: no record is nearly as long, so what has
+/// Looks at no more than the first maxEncodingBytes bytes: no record is nearly as long, so what has
 /// not come to a line end by then is Raw.
 ImageEncoding encodingForTool(QByteArrayView bytes);
 

@@ -21,7 +21,7 @@ constexpr qsizetype pinsInGrid = 17;
 
 /// Of a pin that failed here and there in more vectors, the first ones are named and the others
 /// counted.
-constexpr qsizetype vectorsNamed = 12;
+constexpr qsizetype maxNamedVectors = 12;
 
 class PinWords {
     Q_DECLARE_TR_FUNCTIONS(PinFailures)
@@ -84,11 +84,11 @@ QString PinWords::failed(const QList<int> &pins, const QList<int> &vectors) {
 }
 
 QString PinWords::beginningOf(const QList<int> &numbers) {
-    if (runsOf(numbers).size() <= vectorsNamed)
+    if (runsOf(numbers).size() <= maxNamedVectors)
         return joinedNumbers(numbers);
     return tr("%1 and %2 more")
-        .arg(runsOf(numbers.first(vectorsNamed)).join(tr(", ")),
-             QString::number(numbers.size() - vectorsNamed));
+        .arg(runsOf(numbers.first(maxNamedVectors)).join(tr(", ")),
+             QString::number(numbers.size() - maxNamedVectors));
 }
 
 QString PinWords::levelName(QChar letter) {

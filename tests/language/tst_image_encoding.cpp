@@ -111,11 +111,11 @@ void TestImageEncoding::theLook_endsAtItsLimit() {
     const auto record = [](qsizetype length) {
         return ':' + QByteArray(length - 2, '0') + '\n' + QByteArray(100, '\xff');
     };
-    QCOMPARE(encodingForTool(record(encodingBytes)), ImageEncoding::IntelHex);
-    QCOMPARE(encodingForTool(record(encodingBytes + 1)), ImageEncoding::Raw);
+    QCOMPARE(encodingForTool(record(maxEncodingBytes)), ImageEncoding::IntelHex);
+    QCOMPARE(encodingForTool(record(maxEncodingBytes + 1)), ImageEncoding::Raw);
     const auto lateMark = [](qsizetype at) { return QByteArray(at, '\n') + ":\n"; };
-    QCOMPARE(encodingForTool(lateMark(encodingBytes - 2)), ImageEncoding::IntelHex);
-    QCOMPARE(encodingForTool(lateMark(encodingBytes - 1)), ImageEncoding::Raw);
+    QCOMPARE(encodingForTool(lateMark(maxEncodingBytes - 2)), ImageEncoding::IntelHex);
+    QCOMPARE(encodingForTool(lateMark(maxEncodingBytes - 1)), ImageEncoding::Raw);
 }
 
 void TestImageEncoding::names_areTranslated() {
@@ -135,9 +135,9 @@ void TestImageEncoding::aGibibyte_isNeitherReadNorCopied() {
     void *memory =
         mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
     QVERIFY(memory != MAP_FAILED);
-    QCOMPARE(mprotect(memory, encodingBytes, PROT_READ | PROT_WRITE), 0);
+    QCOMPARE(mprotect(memory, maxEncodingBytes, PROT_READ | PROT_WRITE), 0);
     auto *bytes = static_cast<char *>(memory);
-    memset(bytes, '0', encodingBytes);
+    memset(bytes, '0', maxEncodingBytes);
     for (const char first : {':', 'S', '\n', '0'}) {
         bytes[0] = first;
         QCOMPARE(encodingForTool(QByteArrayView(bytes, qsizetype(size))), ImageEncoding::Raw);
