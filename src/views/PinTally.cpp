@@ -10,7 +10,7 @@
 namespace {
 
 /// How many pins the summary has sentences for.
-constexpr qsizetype pinsNamed = 3;
+constexpr qsizetype maxNamedPins = 3;
 
 class TallyWords {
     Q_DECLARE_TR_FUNCTIONS(PinTally)
@@ -81,10 +81,10 @@ QString PinTally::summary() const {
     if (runs_ == 0)
         return {};
     QStringList named = sentences();
-    const qsizetype more = named.size() - pinsNamed;
+    const qsizetype more = named.size() - maxNamedPins;
     if (named.isEmpty())
         named.append(TallyWords::noPin(runs_));
     if (more > 0)
-        named = named.first(pinsNamed) << TallyWords::morePins(more);
+        named = named.first(maxNamedPins) << TallyWords::morePins(more);
     return named.join(QStringLiteral(". ")) + u'.';
 }
