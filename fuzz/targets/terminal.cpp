@@ -44,8 +44,8 @@ public:
 private:
     void apply(const TerminalUpdate &update) {
         // A line feed for each line that was too wide, and one for each run.
-        const qsizetype breaks = 2 + fed_ / TerminalText::widestLine;
-        mustHold(update.text.size() <= fed_ + held + breaks + TerminalText::widestLine,
+        const qsizetype breaks = 2 + fed_ / TerminalText::longestLine;
+        mustHold(update.text.size() <= fed_ + held + breaks + TerminalText::longestLine,
                  "an update is no larger than its input and one line");
         screen_.apply(update);
     }

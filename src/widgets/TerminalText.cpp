@@ -121,9 +121,9 @@ void TerminalText::write(QStringView plain) {
     anythingShown_ = true;
     runIsEmpty_ = false;
     while (!plain.isEmpty()) {
-        if (cursor_ >= widestLine)
+        if (cursor_ >= longestLine)
             finishLine();
-        qsizetype length = std::min(plain.size(), widestLine - cursor_);
+        qsizetype length = std::min(plain.size(), longestLine - cursor_);
         if (length < plain.size() && length > 1 && plain[length - 1].isHighSurrogate())
             --length;
         overwrite(plain.first(length));

@@ -29,13 +29,13 @@ struct TerminalUpdate {
 /// that returns to its start is overwritten, erase sequences are obeyed, colours and all other
 /// control sequences are swallowed. Sequences may be split anywhere between two pieces.
 ///
-/// Columns are UTF-16 units. A line of more than widestLine units goes on in the next one, so
+/// Columns are UTF-16 units. A line of more than longestLine units goes on in the next one, so
 /// that no update is ever larger than its input plus one such line. Nothing that stood before the
 /// last beginRun() or endRun() is ever overwritten or erased.
 class TerminalText {
 public:
-    /// The widest line, in UTF-16 units.
-    static constexpr qsizetype widestLine = qsizetype(4) * 1024;
+    /// The longest line, in UTF-16 units.
+    static constexpr qsizetype longestLine = qsizetype(4) * 1024;
     /// A control string (window title and the like) is given up after this many units.
     static constexpr qsizetype longestControlString = 4096;
 

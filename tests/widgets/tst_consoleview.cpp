@@ -352,7 +352,7 @@ void TestConsoleView::showRun_scrollsToWhereItBegins_data() {
     QTest::newRow("nothing") << "";
     QTest::newRow("lines taken back")
         << QStringLiteral("a line\n").repeated(50) + QStringLiteral("\x1b[2Jleft\n").repeated(2);
-    QTest::newRow("a long line") << QString(3 * TerminalText::widestLine, u'x');
+    QTest::newRow("a long line") << QString(3 * TerminalText::longestLine, u'x');
 }
 
 void TestConsoleView::showRun_scrollsToWhereItBegins() {

@@ -323,7 +323,7 @@ void TestTerminalText::dropPending_keepsTheNewestLines() {
 void TestTerminalText::longLine_isSplitAndLosesNothing() {
     const QString line(1024 * 1024, u'x');
     QString text = shown(line, Way::WholeAtOnce);
-    QCOMPARE(text.indexOf(u'\n'), TerminalText::widestLine);
+    QCOMPARE(text.indexOf(u'\n'), TerminalText::longestLine);
     QCOMPARE(text.remove(u'\n'), line);
 }
 
@@ -335,7 +335,7 @@ void TestTerminalText::longLine_rewrittenOften_staysCheap() {
         terminal.feed(u"\ry");
         handedOver += terminal.takeUpdate().text.size();
     }
-    QVERIFY(handedOver < 1000 * (TerminalText::widestLine + 1) + 2 * 1024 * 1024);
+    QVERIFY(handedOver < 1000 * (TerminalText::longestLine + 1) + 2 * 1024 * 1024);
 }
 
 QTEST_GUILESS_MAIN(TestTerminalText)
