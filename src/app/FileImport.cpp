@@ -51,11 +51,10 @@ quint8 chosenFill(const SettingsStore &settings) {
 /// Enough of the file at \a path to recognise a format by. Empty if it is no regular file or cannot
 /// be read; opening it says so.
 QByteArray beginningOf(const QString &path) {
-    constexpr qint64 enough = 64 * kibibyte;
     QFile file(path);
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         return {};
-    return file.read(enough);
+    return file.read(maxFormatBytes);
 }
 
 } // namespace

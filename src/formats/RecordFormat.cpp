@@ -3,15 +3,12 @@
 
 #include "formats/RecordFormat.h"
 
-#include "base/Units.h"
 #include "base/Utf8.h"
 #include "formats/RecordText.h"
 
 #include <algorithm>
 
 namespace {
-
-constexpr qsizetype lookedAt = 64 * kibibyte;
 
 std::optional<RecordFormat> formatOfMark(char mark) {
     if (mark == ':')
@@ -30,7 +27,7 @@ bool beginsRecord(QByteArrayView behindMark) {
 } // namespace
 
 std::optional<RecordFormat> recordFormatOf(QByteArrayView bytes) {
-    QByteArrayView looked = bytes.first(std::min(bytes.size(), lookedAt));
+    QByteArrayView looked = bytes.first(std::min(bytes.size(), maxFormatBytes));
     if (looked.startsWith(utf8::byteOrderMark))
         looked = looked.sliced(utf8::byteOrderMark.size());
     const auto mark = std::find_if_not(looked.begin(), looked.end(), [](char character) {

@@ -25,6 +25,8 @@ inline constexpr qsizetype maxEncodingBytes = 64 * kibibyte;
 /// tool's switches play no part. Line ends at the beginning are passed over; then ":" or "S",
 /// hexadecimal digits and nothing else up to a carriage return or line feed make it text.
 ///
+/// This is the tool's own judgement; recordFormatOf() takes more for text than the tool does.
+///
 /// Looks at no more than the first maxEncodingBytes bytes: no record is nearly as long, so what has
 /// not come to a line end by then is Raw.
 ImageEncoding encodingForTool(QByteArrayView bytes);

@@ -53,6 +53,7 @@ void TestRecordFormat::whatTheToolDecodes_isRecognised_data() {
     QTest::addColumn<QByteArray>("bytes");
     for (const char *text : {":\n", "S\r", "\r\n:A\n", ":00\r", "S9\n", "\n\n\nSabcdef\n"})
         QTest::newRow(QByteArray(text).toPercentEncoding().constData()) << QByteArray(text);
+    QTest::newRow("as late as possible") << QByteArray(maxEncodingBytes - 2, '\n') + ":\n";
 }
 
 void TestRecordFormat::whatTheToolDecodes_isRecognised() {
