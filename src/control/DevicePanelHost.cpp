@@ -8,9 +8,9 @@
 #include "control/ActionGate.h"
 #include "control/AppDelegateOutlets.h"
 #include "control/Messages.h"
-#include "devices/CustomMark.h"
 #include "devices/ShownName.h"
 #include "devices/device_searcher.h"
+#include "language/CustomMark.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 
@@ -79,6 +79,6 @@ void DevicePanelHost::offerToRemoveCustomSuffix(const QString &name) {
         return;
     messages_.say(Topic::Device,
                   tr("The tool marks %1 as custom; the mark is no part of the name.").arg(plain),
-                  {tr("Remove \u201c(custom)\u201d"),
+                  {tr("Remove \u201c%1\u201d").arg(customMark),
                    [this, plain] { defaults_.setValue(settingsKeys::device, plain); }});
 }

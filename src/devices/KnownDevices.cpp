@@ -3,8 +3,8 @@
 
 #include "devices/KnownDevices.h"
 
-#include "devices/CustomMark.h"
 #include "devices/ShownName.h"
+#include "language/CustomMark.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "settings/WindowMemory.h"

@@ -5,6 +5,7 @@
 
 #include "base/NumberWords.h"
 #include "language/CommandLine.h"
+#include "language/CustomMark.h"
 #include "language/ImageEncoding.h"
 #include "language/RunEnd.h"
 #include "language/RunRemarks.h"
@@ -238,8 +239,8 @@ FailureWords FailureWording::operator()(const UnknownDevice &device) const {
         return {tr("Enter a device first."), {}};
     return {tr("The programmer tool does not know the device \u201c%1\u201d.")
                 .arg(shortened(device.name)),
-            device.name.endsWith(u"(custom)")
-                ? tr("Remove \u201c(custom)\u201d, which is no part of the name.")
+            device.name.endsWith(customMark)
+                ? tr("Remove \u201c%1\u201d, which is no part of the name.").arg(customMark)
                 : tr("Choose a name that Search devices finds.")};
 }
 
