@@ -10,7 +10,7 @@
 #include "files/FileStamp.h"
 #include "language/NextStep.h"
 #include "language/RunJudgement.h"
-#include "language/UsbProgrammers.h"
+#include "tool/PluggedProgrammers.h"
 #include "tool/ScriptedMiniPro.h"
 
 #include <QCoreApplication>

@@ -15,11 +15,11 @@
 #include "language/CommandLine.h"
 #include "language/SearchOutcome.h"
 #include "language/Sentences.h"
-#include "language/UsbProgrammers.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "settings/ToolTrust.h"
+#include "tool/PluggedProgrammers.h"
 #include "tool/ScriptedMiniPro.h"
 
 #include <QItemSelectionModel>

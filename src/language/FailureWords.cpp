@@ -11,7 +11,7 @@
 #include "language/RunRemarks.h"
 #include "language/Sentences.h"
 #include "language/ToolReport.h"
-#include "language/UsbProgrammers.h"
+#include "language/UsbProgrammer.h"
 
 #include <QCoreApplication>
 

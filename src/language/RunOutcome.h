@@ -9,7 +9,7 @@
 #include "language/KnownMemories.h"
 #include "language/NextStep.h"
 #include "language/ToolReport.h"
-#include "language/UsbProgrammers.h"
+#include "language/UsbProgrammer.h"
 
 #include <QList>
 #include <QString>

@@ -191,7 +191,9 @@ void TestRunOutcome::offer_isOnlyWhatTheProgramCanDo_data() {
     facts.programmers = {UsbProgrammer{QStringLiteral("T48"), QStringLiteral("a466"),
                                        QStringLiteral("0a53"), QStringLiteral("/dev/x"),
                                        UsbProgrammer::Access::Refused}};
-    QTest::newRow("a rule") << facts << udevRuleFor(facts.programmers->first());
+    QTest::newRow("a rule") << facts
+                            << "SUBSYSTEM==\"usb\", ATTR{idVendor}==\"a466\", "
+                               "ATTR{idProduct}==\"0a53\", MODE=\"0660\", TAG+=\"uaccess\"";
     facts.programmers.reset();
     QTest::newRow("a Read") << facts << "read";
     facts.operation = WriteOperation;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "language/UsbProgrammers.h"
+#include "tool/PluggedProgrammers.h"
 
 #include "support/FileHelpers.h"
 #include "support/Privileges.h"
@@ -11,7 +11,7 @@
 #include <QTest>
 
 /// Which programmers the system sees, and whether they may be used. The system is a folder.
-class TestUsbProgrammers : public QObject {
+class TestPluggedProgrammers : public QObject {
     Q_OBJECT
 
 private slots:
@@ -22,7 +22,6 @@ private slots:
     void linkToADevice_isFollowed();
     void access_isTold();
     void folderThatIsNotThere_tellsNothing();
-    void rule_namesTheDevice();
 };
 
 namespace {
@@ -84,7 +83,7 @@ QString found(const UsbSystem &system) {
 
 } // namespace
 
-void TestUsbProgrammers::everyModel_isKnown_data() {
+void TestPluggedProgrammers::everyModel_isKnown_data() {
     QTest::addColumn<QByteArray>("vendor");
     QTest::addColumn<QByteArray>("product");
     QTest::addColumn<QString>("line");
@@ -97,7 +96,7 @@ void TestUsbProgrammers::everyModel_isKnown_data() {
     row("A466", "1A86", "T76 | a466:1a86 | 001/007 | no node");
 }
 
-void TestUsbProgrammers::everyModel_isKnown() {
+void TestPluggedProgrammers::everyModel_isKnown() {
     QFETCH(QByteArray, vendor);
     QFETCH(QByteArray, product);
     const UsbSystem system;
@@ -105,7 +104,7 @@ void TestUsbProgrammers::everyModel_isKnown() {
     QTEST(found(system), "line");
 }
 
-void TestUsbProgrammers::otherDevices_areNotTaken() {
+void TestPluggedProgrammers::otherDevices_areNotTaken() {
     const UsbSystem system;
     QCOMPARE(found(system), QString());
     system.plug(QStringLiteral("usb1"), "1d6b", "0002", "1");
@@ -116,7 +115,7 @@ void TestUsbProgrammers::otherDevices_areNotTaken() {
     QCOMPARE(found(system), QString());
 }
 
-void TestUsbProgrammers::severalProgrammers_areAllFound() {
+void TestPluggedProgrammers::severalProgrammers_areAllFound() {
     const UsbSystem system;
     system.plug(QStringLiteral("1-1"), "a466", "0a53", "123");
     system.plug(QStringLiteral("1-2"), "04d8", "e11c", "12");
@@ -124,7 +123,7 @@ void TestUsbProgrammers::severalProgrammers_areAllFound() {
                                            "TL866A/CS | 04d8:e11c | 001/012 | no node"));
 }
 
-void TestUsbProgrammers::linkToADevice_isFollowed() {
+void TestPluggedProgrammers::linkToADevice_isFollowed() {
     const UsbSystem system;
     system.plug(QStringLiteral("../1-1"), "a466", "0a53");
     QVERIFY(
@@ -132,7 +131,7 @@ void TestUsbProgrammers::linkToADevice_isFollowed() {
     QCOMPARE(found(system), QStringLiteral("TL866II+, T48 or T56 | a466:0a53 | 001/007 | no node"));
 }
 
-void TestUsbProgrammers::access_isTold() {
+void TestPluggedProgrammers::access_isTold() {
     const UsbSystem system;
     system.plug(QStringLiteral("1-1"), "04d8", "e11c");
     const QString node =
@@ -146,20 +145,11 @@ void TestUsbProgrammers::access_isTold() {
     QCOMPARE(pluggedProgrammers(system.folders())->first().node, node);
 }
 
-void TestUsbProgrammers::folderThatIsNotThere_tellsNothing() {
+void TestPluggedProgrammers::folderThatIsNotThere_tellsNothing() {
     const UsbSystem system;
     QVERIFY(QDir(system.folders().devices).removeRecursively());
     QCOMPARE(found(system), QStringLiteral("not told"));
 }
 
-void TestUsbProgrammers::rule_namesTheDevice() {
-    QCOMPARE(udevRuleFor({.name = {},
-                          .vendorId = QStringLiteral("a466"),
-                          .productId = QStringLiteral("0a53"),
-                          .node = {}}),
-             QStringLiteral("SUBSYSTEM==\"usb\", ATTR{idVendor}==\"a466\", "
-                            "ATTR{idProduct}==\"0a53\", MODE=\"0660\", TAG+=\"uaccess\""));
-}
-
-QTEST_GUILESS_MAIN(TestUsbProgrammers)
-#include "tst_usb_programmers.moc"
+QTEST_GUILESS_MAIN(TestPluggedProgrammers)
+#include "tst_plugged_programmers.moc"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "language/UsbProgrammers.h"
+#include "tool/PluggedProgrammers.h"
 
 #include <QDir>
 #include <QFile>
@@ -69,10 +69,4 @@ std::optional<QList<UsbProgrammer>> pluggedProgrammers(const UsbFolders &folders
         }
     }
     return found;
-}
-
-QString udevRuleFor(const UsbProgrammer &programmer) {
-    return QStringLiteral("SUBSYSTEM==\"usb\", ATTR{idVendor}==\"%1\", ATTR{idProduct}==\"%2\", "
-                          "MODE=\"0660\", TAG+=\"uaccess\"")
-        .arg(programmer.vendorId, programmer.productId);
 }

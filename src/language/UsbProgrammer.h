@@ -3,10 +3,7 @@
 
 #pragma once
 
-#include <QList>
 #include <QString>
-
-#include <optional>
 
 /// A chip programmer that the system sees.
 struct UsbProgrammer {
@@ -28,16 +25,6 @@ struct UsbProgrammer {
     QString node;
     Access access = Access::Granted;
 };
-
-/// Where the system tells what is plugged in.
-struct UsbFolders {
-    QString devices = QStringLiteral("/sys/bus/usb/devices");
-    QString nodes = QStringLiteral("/dev/bus/usb");
-};
-
-/// The programmers that are plugged in; nothing (absent) where the system does not tell. Opens no
-/// device: the answer disturbs no run.
-std::optional<QList<UsbProgrammer>> pluggedProgrammers(const UsbFolders &folders = {});
 
 /// The line for udev that lets whoever sits at the computer use \a programmer.
 QString udevRuleFor(const UsbProgrammer &programmer);
