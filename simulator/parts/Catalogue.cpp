@@ -29,10 +29,6 @@ bool holds(std::string_view name, std::string_view term) {
            term.empty();
 }
 
-bool isCustom(std::string_view name) {
-    return name.ends_with(customSuffix);
-}
-
 std::string_view withoutSuffix(std::string_view name) {
     if (isCustom(name))
         name.remove_suffix(customSuffix.size());
@@ -80,6 +76,10 @@ bool listsEntry(std::string_view name, ProgrammerModel model) {
 }
 
 } // namespace
+
+bool isCustom(std::string_view name) {
+    return name.ends_with(customSuffix);
+}
 
 std::optional<Chip> findChip(const std::string &name, Dialect dialect) {
     for (const Chip &chip : memoryChips())

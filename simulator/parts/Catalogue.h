@@ -10,6 +10,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace sim {
@@ -27,5 +28,8 @@ std::optional<LogicPart> findLogicPart(const std::string &name);
 /// used, without that suffix.
 std::vector<std::string> listDevices(const std::string &term, ProgrammerModel model,
                                      Dialect dialect);
+
+/// Whether `name`, as listDevices() gives it, is that of a user's own entry.
+bool isCustom(std::string_view name);
 
 } // namespace sim

@@ -74,9 +74,7 @@ std::optional<ProgrammerModel> chooseModel(const Options &options, const Environ
 }
 
 std::string countLine(const std::string &label, const std::vector<std::string> &names) {
-    const auto custom = std::count_if(names.begin(), names.end(), [](const std::string &name) {
-        return name.ends_with("(custom)");
-    });
+    const auto custom = std::count_if(names.begin(), names.end(), isCustom);
     const auto total = std::ptrdiff_t(names.size());
     return label + std::to_string(total - custom) + " devices, " + std::to_string(custom) +
            " custom\n";
