@@ -33,7 +33,9 @@ void OtherMemoriesWatch::prepareRead(Work now) {
         return;
     if (!with_.mayUseFolder || with_.mayUseFolder())
         removeOtherMemoryFiles(with_.settings);
-    files_.emplace(absolutePathOf(with_.settings, settingsKeys::temp_read_from_chip_file));
+    const QString readFile = absolutePathOf(with_.settings, settingsKeys::temp_read_from_chip_file);
+    run_->setFilesBesideRead(otherMemoryFiles(readFile));
+    files_.emplace(readFile);
 }
 
 void OtherMemoriesWatch::takeRun(const RunRecord &record, const ByteBuffer &code) {

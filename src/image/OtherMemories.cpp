@@ -82,6 +82,13 @@ QString otherMemoryFile(const QString &readFile, OtherMemory memory) {
     return (dot < 0 ? readFile : readFile.first(dot)) + endingOf(memory);
 }
 
+QStringList otherMemoryFiles(const QString &readFile) {
+    QStringList files;
+    for (const OtherMemory memory : otherMemories)
+        files.append(otherMemoryFile(readFile, memory));
+    return files;
+}
+
 const ByteBuffer &OtherMemories::bytesOf(OtherMemory memory) const {
     switch (memory) {
     case OtherMemory::Data:

@@ -30,6 +30,8 @@ QString endingOf(OtherMemory memory);
 /// The file beside \a readFile into which the programmer tool puts \a memory. The tool takes the
 /// path up to its last dot, wherever that is.
 QString otherMemoryFile(const QString &readFile, OtherMemory memory);
+/// All of them.
+QStringList otherMemoryFiles(const QString &readFile);
 
 /// What a Read brought besides the code memory. A buffer is null where there was nothing.
 struct OtherMemories {

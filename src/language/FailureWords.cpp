@@ -48,7 +48,10 @@ public:
     FailureWords failure() const;
     FailureWords operator()(const Failure &failure) const {
         return {tr("The programmer tool was not started: %1.").arg(failure.reason),
-                tr("Check the environment variable SHELL, which names the shell that starts it.")};
+                facts_.startRefused
+                    ? tr("Remove the link, and see that nobody else may write to its folder.")
+                    : tr("Check the environment variable SHELL, which names the shell that starts "
+                         "it.")};
     }
     FailureWords operator()(const ToolNotFound &) const {
         return {tr("The shell did not find the programmer tool \u201c%1\u201d.").arg(facts_.tool),

@@ -41,6 +41,8 @@ struct RunFacts {
 
     /// Whether the shell could be started for it.
     Result<void> start;
+    /// It was not even tried: a link of somebody else stands where the tool would write.
+    bool startRefused = false;
     /// The exit code, or the signal's number if killedBySignal.
     int status = 0;
     bool killedBySignal = false;

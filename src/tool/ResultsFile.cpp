@@ -6,6 +6,7 @@
 #include "base/FileDescriptor.h"
 #include "base/Log.h"
 #include "files/FileOwnership.h"
+#include "tool/ForeignLinks.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -44,9 +45,12 @@ void appendToResultsFile(const QString &path, QByteArrayView bytes, Log &log) {
         std::ignore = writeAll(file.get(), bytes);
 }
 
-void removeResultsFile(const QString &path, Log &log) {
-    if (!QFileInfo::exists(path))
+void prepareResultsFile(const QString &path, Log &log) {
+    if (!QFileInfo::exists(path)) {
+        // A link that leads nowhere is no file, and nothing is said of it.
+        std::ignore = removeForeignLinks({path});
         return;
+    }
     const bool removed = QFile::remove(path);
     log.write((removed ? QStringLiteral("removed file at path: ")
                        : QStringLiteral("unable to remove temp file at path: ")) +

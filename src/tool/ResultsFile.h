@@ -13,5 +13,6 @@ class Log;
 /// is quiet, since the bytes are on the console in any case.
 void appendToResultsFile(const QString &path, QByteArrayView bytes, Log &log);
 
-/// Removes the file at \a path and logs whether that worked; without a file there nothing happens.
-void removeResultsFile(const QString &path, Log &log);
+/// Removes the file at \a path and logs whether that worked. Without a file there nothing is
+/// logged, and only a link of somebody else's that leads nowhere is removed.
+void prepareResultsFile(const QString &path, Log &log);

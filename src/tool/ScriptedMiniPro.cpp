@@ -10,6 +10,7 @@
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "tool/Console.h"
+#include "tool/ForeignLinks.h"
 #include "tool/ResultsFile.h"
 #include "tool/UserShell.h"
 
@@ -91,13 +92,16 @@ int ScriptedMiniPro::launch() {
     reader_.setOperation(operation);
     launched_ = ToolSettings::readFrom(defaults);
     if (operation == LogicOperation)
-        removeResultsFile(resolvedPathOf(defaults, settingsKeys::temp_logic_chip_test_results_file),
-                          log_);
+        prepareResultsFile(
+            resolvedPathOf(defaults, settingsKeys::temp_logic_chip_test_results_file), log_);
     const QString command = operationCommand(operation, launched_);
     const std::optional<QString> shell = prepareShell(command);
     log_.write(QStringLiteral("launching ") + printed(shell) + QStringLiteral(" with arguments: ") +
                shellArguments(command).join(u' '));
-    return runToTheEnd(QStringLiteral("minipro has exited with status "));
+    const QStringList writtenFiles = operation == ReadOperation
+                                         ? QStringList(launched_.readPath) + filesBesideRead_
+                                         : QStringList();
+    return runToTheEnd(QStringLiteral("minipro has exited with status "), writtenFiles);
 }
 
 int ScriptedMiniPro::list(const QString &term) {
@@ -105,7 +109,7 @@ int ScriptedMiniPro::list(const QString &term) {
     mstroutput = QString();
     launched_ = ToolSettings::readFrom(defaults);
     prepareShell(catalogueCommand(launched_.tool, term, path));
-    return runToTheEnd(QStringLiteral("minipro list has exited with status "));
+    return runToTheEnd(QStringLiteral("minipro list has exited with status "), {path});
 }
 
 std::optional<QString> ScriptedMiniPro::prepareShell(const QString &command) {
@@ -118,12 +122,13 @@ std::optional<QString> ScriptedMiniPro::prepareShell(const QString &command) {
     return shell;
 }
 
-int ScriptedMiniPro::runToTheEnd(const QString &messageStart) {
+int ScriptedMiniPro::runToTheEnd(const QString &messageStart, const QStringList &writtenFiles) {
     tellConsole(&Console::beginRun);
-    start_ = task.start();
+    start(writtenFiles);
     if (const Failure *failure = start_.failure())
         log_.write(QStringLiteral("unable to launch task: ") + failure->reason);
-    waitUntilExit();
+    if (!startRefused_)
+        waitUntilExit();
     takeWhatThePipesHold();
     outputTaken_ = true;
     for (ReadHandle *handle : {outFile, errFile})
@@ -134,6 +139,14 @@ int ScriptedMiniPro::runToTheEnd(const QString &messageStart) {
     tellConsole(&Console::endRun);
     appendToOutputView(message);
     return task.terminationStatus();
+}
+
+// The tool and the shell open their files as they find them, and would follow a link.
+void ScriptedMiniPro::start(const QStringList &writtenFiles) {
+    start_ = removeForeignLinks(writtenFiles);
+    startRefused_ = !start_;
+    if (!startRefused_)
+        start_ = task.start();
 }
 
 void ScriptedMiniPro::waitUntilExit() {
@@ -385,6 +398,7 @@ RunFacts ScriptedMiniPro::facts() const {
     if (takesImage(operation))
         facts.imagePath = launched_.outputPath;
     facts.start = start_;
+    facts.startRefused = startRefused_;
     facts.status = task.terminationStatus();
     facts.killedBySignal = task.killedBySignal();
     facts.stopRequested = task.stopRequested();

@@ -16,6 +16,7 @@
 #include <QObject>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -59,6 +60,8 @@ public:
     /// Runs the chosen operation and returns its status once the child has been reaped, keeping
     /// the event loop turning meanwhile: the exit code, the number of the signal that killed the
     /// child, or -1 if it could not be started. The exit message is the last thing appended.
+    /// A link of somebody else where a Read would write is removed; if it cannot be, nothing is
+    /// started.
     int launch();
 
     /// Leaves the names of the devices that match \a term in the search results file; waits and
@@ -92,6 +95,8 @@ public:
     /// What the chip is known to hold besides its code memory, for judging the run.
     const KnownMemories &knownMemories() const { return knownMemories_; }
     void setKnownMemories(const KnownMemories &known) { knownMemories_ = known; }
+    /// The files that the tool may write beside the one that a Read asks for, by path.
+    void setFilesBesideRead(const QStringList &paths) { filesBesideRead_ = paths; }
     /// How far the run has come, as the tool tells; changes with said().
     RunProgress progress() const { return reader_.progress(); }
 
@@ -134,7 +139,8 @@ private:
 
     void collect(const QString &piece, QString &text) const;
     std::optional<QString> prepareShell(const QString &command);
-    int runToTheEnd(const QString &messageStart);
+    int runToTheEnd(const QString &messageStart, const QStringList &writtenFiles);
+    void start(const QStringList &writtenFiles);
     void waitUntilExit();
     void takeWhatThePipesHold();
     void takeBytes(qint64 count, ReadHandle *handle);
@@ -158,8 +164,10 @@ private:
     /// The settings as they were when the tool was started.
     ToolSettings launched_;
     Result<void> start_;
+    bool startRefused_ = false;
     ToolReportReader reader_;
     KnownMemories knownMemories_;
+    QStringList filesBesideRead_;
     bool outputReleased_ = false;
     Console *outputView_ = nullptr;
 

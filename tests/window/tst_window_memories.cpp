@@ -18,6 +18,8 @@
 #include <QTabWidget>
 #include <QTableView>
 
+#include <unistd.h>
+
 /// What a Read brings besides code memory: told, shown, saved with the image.
 class TestWindowMemories : public QObject {
     Q_OBJECT
@@ -32,6 +34,7 @@ private slots:
     void failedRead_keepsWhatTheLastOneBrought();
     void leftFiles_areNoResult();
     void filesInAForeignFolder_stayAndAreNoResult();
+    void linkOfSomebodyElse_isNotWrittenThrough();
     void start_removesThem();
     void fileThatCannotBeRead_isSaid();
     void window_showsThem();
@@ -198,6 +201,25 @@ void TestWindowMemories::filesInAForeignFolder_stayAndAreNoResult() {
     QVERIFY2(!velm_->message().contains(u"Also"), qPrintable(velm_->message()));
     read(microcontroller);
     QVERIFY2(velm_->message().contains(u"3 fuses"), qPrintable(velm_->message()));
+}
+
+void TestWindowMemories::linkOfSomebodyElse_isNotWrittenThrough() {
+    if (::geteuid() != 0)
+        QSKIP("only root can give a link away");
+    QVERIFY(QDir().mkpath(velm_->path(QStringLiteral("roms"))));
+    velm_->settings().setValue(settingsKeys::temp_read_from_chip_file,
+                               velm_->path(QStringLiteral("roms/chip.bin")));
+    const QString mine = velm_->write(QStringLiteral("mine"), "precious");
+    for (const OtherMemory memory : otherMemories) {
+        const QString link = velm_->path(QStringLiteral("roms/chip") + endingOf(memory));
+        QVERIFY(QFile::link(mine, link));
+        QCOMPARE(::lchown(QFile::encodeName(link).constData(), 12345, gid_t(-1)), 0);
+    }
+    velm_->useTool(readingTool("for end in eeprom.bin user.bin fuses.conf\n"
+                               "do printf chip > \"$stem.$end\"; done"));
+    read(microcontroller);
+    QCOMPARE(velm_->velm().runs().last().status, 0);
+    QCOMPARE(WindowFixture::bytesOf(mine), QByteArray("precious"));
 }
 
 void TestWindowMemories::start_removesThem() {
