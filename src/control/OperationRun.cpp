@@ -8,6 +8,7 @@
 #include "base/TimeWords.h"
 #include "files/FileLoading.h"
 #include "files/FileStamp.h"
+#include "language/LogicReport.h"
 #include "language/NextStep.h"
 #include "language/RunJudgement.h"
 #include "tool/PluggedProgrammers.h"
@@ -60,6 +61,14 @@ RunRecord recordBefore(Operation operation, const ToolSettings &settings, const 
     return record;
 }
 
+/// Pins that fail behind a gap in the report are not among those that are named.
+void tellOfCutReport(RunRecord &record, const Failure &failure) {
+    record.reportIsWhole = false;
+    record.outcome.add(wordsForCutReport(failure));
+    if (record.outcome.verdict == RunOutcome::Verdict::Succeeded)
+        record.outcome.verdict = RunOutcome::Verdict::Qualified;
+}
+
 } // namespace
 
 void chooseOperation(ScriptedMiniPro &run, int tag, Log &log) {
@@ -95,6 +104,8 @@ RunRecord carryOut(ScriptedMiniPro &run, const ToolSettings &settings, const Bur
     facts.known = run.knownMemories();
     facts.programmers = pluggedProgrammers();
     record.outcome = judgeRun(facts);
+    if (const Failure *failure = run.reportWritten().failure())
+        tellOfCutReport(record, *failure);
     record.said = run.saidTail();
     run.releaseOutput();
     return record;

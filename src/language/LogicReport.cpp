@@ -111,3 +111,9 @@ QString wordsForUnreadReport(const Failure &failure) {
     return QCoreApplication::translate("LogicReport", "Its report could not be read: %1.")
         .arg(failure.reason);
 }
+
+QString wordsForCutReport(const Failure &failure) {
+    return QCoreApplication::translate("LogicReport",
+                                       "Its report is not whole, it could not be written: %1.")
+        .arg(failure.reason);
+}

@@ -43,5 +43,8 @@ Result<LogicReport> loadLogicReport(const QString &path, Log &log);
 /// is no file, which the run's own end explains.
 QString wordsForUnreadReport(const Failure &failure);
 
+/// A translated sentence on a report that lacks what could not be written because of \a failure.
+QString wordsForCutReport(const Failure &failure);
+
 /// The same strings in the same order, less every empty one. A blank is not empty.
 QStringList trimEmptyStrings(const QStringList &strings);

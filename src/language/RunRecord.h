@@ -30,4 +30,6 @@ struct RunRecord {
     /// The end of what the tool said.
     QString said;
     RunOutcome outcome;
+    /// The file of a logic test's report took all that the tool printed.
+    bool reportIsWhole = true;
 };

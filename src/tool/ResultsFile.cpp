@@ -6,11 +6,13 @@
 #include "base/FileDescriptor.h"
 #include "base/Log.h"
 #include "files/FileOwnership.h"
+#include "files/SystemName.h"
 #include "tool/ForeignLinks.h"
 
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <tuple>
@@ -19,12 +21,15 @@ namespace {
 
 /// Non-blocking, because opening a FIFO would wait for a reader. Through a link of somebody else's
 /// the report would go where nobody meant.
-FileDescriptor openForAppending(const QString &path) {
+Result<FileDescriptor> openForAppending(const QString &path) {
     if (!isNoForeignLink(path))
-        return {};
-    return FileDescriptor(::open(QFile::encodeName(path).constData(),
-                                 O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK,
-                                 modeOfNewFiles));
+        return foreignLink();
+    FileDescriptor file(::open(QFile::encodeName(path).constData(),
+                               O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK,
+                               modeOfNewFiles));
+    if (!file.isOpen())
+        return Failure::ofSystem(errno);
+    return file;
 }
 
 bool isRegularFile(const FileDescriptor &file) {
@@ -34,15 +39,14 @@ bool isRegularFile(const FileDescriptor &file) {
 
 } // namespace
 
-void appendToResultsFile(const QString &path, QByteArrayView bytes, Log &log) {
-    const FileDescriptor file = openForAppending(path);
-    if (!file.isOpen()) {
+Result<void> appendToResultsFile(const QString &path, QByteArrayView bytes, Log &log) {
+    const Result<FileDescriptor> file = openForAppending(path);
+    if (const Failure *failure = file.failure()) {
         if (!QFileInfo::exists(path))
             log.write(QStringLiteral("temp file not created at ") + path);
-        return;
+        return *failure;
     }
-    if (isRegularFile(file))
-        std::ignore = writeAll(file.get(), bytes);
+    return isRegularFile(*file) ? writeAll(file->get(), bytes) : notRegularFile();
 }
 
 void prepareResultsFile(const QString &path, Log &log) {

@@ -224,10 +224,18 @@ void ScriptedMiniPro::handleChunk(ReadHandle *handle, const QByteArray &chunk, Q
     rows_.note(chunk, stream);
     if (operation != LogicOperation)
         return;
-    appendToResultsFile(resolvedPathOf(defaults, settingsKeys::temp_logic_chip_test_results_file),
-                        chunk, log_);
+    keepForReport(chunk);
     if (handle == outFile && !rows_.errorsMustWait())
         releaseErrors();
+}
+
+// What follows a gap would pass for what belongs there.
+void ScriptedMiniPro::keepForReport(const QByteArray &chunk) {
+    const Result<void> appended = appendToResultsFile(
+        resolvedPathOf(defaults, settingsKeys::temp_logic_chip_test_results_file),
+        reportWritten_ ? QByteArrayView(chunk) : QByteArrayView(), log_);
+    if (reportWritten_)
+        reportWritten_ = appended;
 }
 
 void ScriptedMiniPro::show(const QString &piece, ToolStream stream, QString &text) {

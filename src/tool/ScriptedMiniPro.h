@@ -92,6 +92,9 @@ public:
     /// What the run itself knows of what became of it, for judgeRun(); to be asked after it. The
     /// image, and which programmers are plugged in, are for the caller to add.
     RunFacts facts() const;
+    /// Whether the results file of a logic test holds all that was printed, and if not, why. After
+    /// the first failure nothing more is written to it.
+    const Result<void> &reportWritten() const { return reportWritten_; }
     /// What the chip is known to hold besides its code memory, for judging the run.
     const KnownMemories &knownMemories() const { return knownMemories_; }
     void setKnownMemories(const KnownMemories &known) { knownMemories_ = known; }
@@ -127,6 +130,7 @@ private:
     void setPrintingLate(ReadHandle *handle, bool printing);
     void countEmptyRead(ReadHandle *handle);
     void repeatEndsOnceAllIsSaid();
+    void keepForReport(const QByteArray &chunk);
     void show(const QString &piece, ToolStream stream, QString &text);
     bool errorsMustWait() const;
     void keepErrors(const QByteArray &chunk);
@@ -165,6 +169,7 @@ private:
     ToolSettings launched_;
     Result<void> start_;
     bool startRefused_ = false;
+    Result<void> reportWritten_;
     ToolReportReader reader_;
     KnownMemories knownMemories_;
     QStringList filesBesideRead_;

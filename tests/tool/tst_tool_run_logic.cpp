@@ -4,6 +4,7 @@
 #include "ToolBench.h"
 
 #include "support/FileHelpers.h"
+#include "support/Privileges.h"
 #include "support/RecordingLog.h"
 #include "tool/ResultsFile.h"
 
@@ -36,6 +37,7 @@ private slots:
     void results_thatCannotBeRemovedAreLogged();
     void results_thatCannotBeCreatedAreLoggedForEachChunk();
     void results_neverWaitForAReader();
+    void results_afterAGapTakeNothingMore();
     void otherOperations_leaveTheFileAlone();
     void report_followsNoLinkOfSomebodyElse();
 };
@@ -225,6 +227,31 @@ void TestToolRunLogic::results_neverWaitForAReader() {
     QCOMPARE(bench.log.lines, QStringList(QStringLiteral("| row\n")));
 }
 
+void TestToolRunLogic::results_afterAGapTakeNothingMore() {
+    ToolBench bench;
+    const auto run = bench.newRun();
+    run->setLogicOperation();
+    ReadHandle handle;
+    handle.setReadFunction([](int, void *bytes, size_t) -> ssize_t {
+        memcpy(bytes, "row\n", 4);
+        return 4;
+    });
+    QString text;
+    run->appendDataFrom_to(&handle, text);
+    QVERIFY(bool(run->reportWritten()));
+    {
+        const FileSizeLimit fullDisk(6);
+        run->appendDataFrom_to(&handle, text);
+    }
+    QVERIFY(!run->reportWritten());
+    const QString reason = run->reportWritten().failure()->reason;
+    QCOMPARE(reason, QStringLiteral("File too large"));
+    run->appendDataFrom_to(&handle, text);
+    QCOMPARE(readWholeFile(bench.path("temp_logtest.bin")), QByteArray("row\nro"));
+    QCOMPARE(run->reportWritten().failure()->reason, reason);
+    QCOMPARE(text, QStringLiteral("row\nrow\nrow\n"));
+}
+
 void TestToolRunLogic::otherOperations_leaveTheFileAlone() {
     ToolBench bench;
     bench.useDouble("fail");
@@ -250,10 +277,10 @@ void TestToolRunLogic::report_followsNoLinkOfSomebodyElse() {
     const QString link = folder.filePath(QStringLiteral("report"));
     QVERIFY(writeWholeFile(victim, "precious"));
     QVERIFY(QFile::link(victim, link));
-    appendToResultsFile(link, "0000", log);
+    QVERIFY(bool(appendToResultsFile(link, "0000", log)));
     QCOMPARE(readWholeFile(victim), "precious0000");
     QCOMPARE(::lchown(QFile::encodeName(link).constData(), 12345, gid_t(-1)), 0);
-    appendToResultsFile(link, "more", log);
+    QVERIFY(!appendToResultsFile(link, "more", log));
     QCOMPARE(readWholeFile(victim), "precious0000");
     // Something is there, so nothing is said of it.
     QCOMPARE(log.lines, QStringList());

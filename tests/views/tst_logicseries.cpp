@@ -25,6 +25,7 @@ private slots:
     void stopAndBegin_doNotRunTwiceAtOnce();
     void runWithoutAWholeReport_endsIt_data();
     void runWithoutAWholeReport_endsIt();
+    void runWhoseReportIsCut_endsIt();
     void refusedRun_endsIt();
     void otherDevice_endsIt();
     void singleRun_endsTheTally();
@@ -42,11 +43,12 @@ using Verdict = RunOutcome::Verdict;
 struct Test {
     Verdict verdict = Verdict::Succeeded;
     QString row = QStringLiteral("0000: 1 1 L 1 1 L G V");
+    bool reportIsWhole = true;
 };
 
 const Test good;
-const Test bad3 = {Verdict::Failed, QStringLiteral("0000: 1 1 L- 1 1 L G V")};
-const Test bad6 = {Verdict::Failed, QStringLiteral("0000: 1 1 L 1 1 L- G V")};
+const Test bad3 = {Verdict::Failed, QStringLiteral("0000: 1 1 L- 1 1 L G V"), true};
+const Test bad6 = {Verdict::Failed, QStringLiteral("0000: 1 1 L 1 1 L- G V"), true};
 
 /// A bench whose button tests at once, with one result after the other; after the last the IC is
 /// good.
@@ -83,6 +85,7 @@ void Bench::press() {
     run.operation = LogicOperation;
     run.device = device;
     run.outcome.verdict = test.verdict;
+    run.reportIsWhole = test.reportIsWhole;
     series.takeRun(run);
 }
 
@@ -147,7 +150,7 @@ void TestLogicSeries::stopDuringARun_endsItUncounted() {
 // Whoever has stopped it.
 void TestLogicSeries::stoppedRun_endsIt() {
     Bench bench;
-    bench.tests = {good, {Verdict::Stopped, bad3.row}};
+    bench.tests = {good, {Verdict::Stopped, bad3.row, true}};
     bench.series.begin(5);
     QVERIFY(bench.ends(State::Stopped));
     QCOMPARE(bench.presses, 2);
@@ -189,7 +192,7 @@ void TestLogicSeries::runWithoutAWholeReport_endsIt() {
     QFETCH(const int, verdict);
     QFETCH(const QString, row);
     Bench bench;
-    bench.tests = {good, {Verdict(verdict), row}};
+    bench.tests = {good, {Verdict(verdict), row, true}};
     bench.series.begin(5);
     QVERIFY(bench.ends(State::NoReport));
     QCOMPARE(bench.presses, 2);
@@ -197,6 +200,14 @@ void TestLogicSeries::runWithoutAWholeReport_endsIt() {
     QCOMPARE(bench.series.sentences(),
              QStringLiteral("Ended after 1 of 5 runs: the next one left no whole report. "
                             "No pin failed."));
+}
+
+void TestLogicSeries::runWhoseReportIsCut_endsIt() {
+    Bench bench;
+    bench.tests = {good, {bad3.verdict, bad3.row, false}};
+    bench.series.begin(5);
+    QVERIFY(bench.ends(State::NoReport));
+    QCOMPARE(bench.series.tally().runs(), 1);
 }
 
 // A search that somebody has begun between two runs.

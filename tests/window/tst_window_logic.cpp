@@ -5,6 +5,7 @@
 
 #include "language/LogicReport.h"
 #include "settings/SettingsKeys.h"
+#include "support/Privileges.h"
 
 #include <QFile>
 
@@ -21,6 +22,8 @@ private slots:
     void unreadableReport_leavesTheRowsEmptyAndTheHeaders_data();
     void unreadableReport_leavesTheRowsEmptyAndTheHeaders();
     void largestReport_isShown();
+    void cutReport_isNoSuccess_data();
+    void cutReport_isNoSuccess();
     void unreadableReport_isNotShownAgain();
     void reportWithoutATitle_keepsTheHeading();
     void rowsOfAnyLength_areShown();
@@ -176,6 +179,37 @@ void TestWindowLogic::largestReport_isShown() {
     velm.click(velm.controls().btn_logic);
     QCOMPARE(velm.state().logictest_rows.size(), lines);
     QVERIFY2(!velm.message().contains(u"Its report"), qPrintable(velm.message()));
+}
+
+void TestWindowLogic::cutReport_isNoSuccess_data() {
+    QTest::addColumn<QByteArray>("end");
+    QTest::addColumn<RunOutcome::Verdict>("verdict");
+    QTest::newRow("a good chip") << QByteArray("echo Logic test successful. >&2\n")
+                                 << RunOutcome::Verdict::Qualified;
+    QTest::newRow("a bad chip")
+        << QByteArray("echo Logic test failed: 2 errors encountered. >&2; exit 1\n")
+        << RunOutcome::Verdict::Failed;
+}
+
+void TestWindowLogic::cutReport_isNoSuccess() {
+    QFETCH(QByteArray, end);
+    WindowFixture velm;
+    velm.useTool("for i in 00 01 02 03 04 05 06 07 08 09; do\n"
+                 "echo \"00$i: 1  1  1  1  1  1  1  G\"; done\n" +
+                 end);
+    velm.start();
+    {
+        const FileSizeLimit fullDisk(100);
+        velm.click(velm.controls().btn_logic);
+    }
+    velm.settle();
+    QCOMPARE(WindowFixture::bytesOf(velm.temporary(QStringLiteral("temp_logtest.bin"))).size(),
+             100);
+    QTEST(velm.velm().runs().last().outcome.verdict, "verdict");
+    QVERIFY(!velm.velm().runs().last().reportIsWhole);
+    QVERIFY2(velm.message().contains(QStringLiteral(
+                 "Its report is not whole, it could not be written: File too large.")),
+             qPrintable(velm.message()));
 }
 
 void TestWindowLogic::unreadableReport_isNotShownAgain() {
