@@ -18,6 +18,7 @@
 
 #include <memory>
 #include <stdexcept>
+#include <tuple>
 
 namespace {
 
@@ -121,7 +122,7 @@ Work keepingSettings() {
                       QStringLiteral("value, number %1").arg(key));
     return [folder, values] {
         IniFile file(folder->filePath(QStringLiteral("velm.conf")));
-        file.change(values, QDeadlineTimer(QDeadlineTimer::Forever));
+        std::ignore = file.change(values, QDeadlineTimer(QDeadlineTimer::Forever));
         const IniFile::Outcome read = file.read();
         const auto *kept = read ? std::get_if<QVariantMap>(&*read) : nullptr;
         mustHold(kept && *kept == values, "the settings were not kept");

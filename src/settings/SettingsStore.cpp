@@ -7,6 +7,7 @@
 
 #include <QDeadlineTimer>
 
+#include <tuple>
 #include <utility>
 #include <variant>
 
@@ -27,7 +28,7 @@ SettingsStore::SettingsStore(const QString &filePath, QObject *parent)
 
 SettingsStore::~SettingsStore() {
     if (!unsaved_.isEmpty())
-        file_.change(unsaved_, QDeadlineTimer(patience));
+        std::ignore = file_.change(unsaved_, QDeadlineTimer(patience));
 }
 
 void SettingsStore::open() {
