@@ -198,7 +198,7 @@ void device_searcher::remarkOnWords() {
 }
 
 void device_searcher::remarkOnSilence() {
-    const qsizetype output = current_ ? current_->collectedOutput().size() : 0;
+    const qint64 output = current_ ? current_->printed() : 0;
     if (current_ && output == outputSeen_)
         say(remarkOnSilentSearch());
     outputSeen_ = output;

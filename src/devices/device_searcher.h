@@ -120,7 +120,7 @@ private:
     NameFilter filter_;
     QPointer<ScriptedMiniPro> current_;
     QTimer silence_;
-    qsizetype outputSeen_ = 0;
+    qint64 outputSeen_ = 0;
     RepeatedPress press_;
     /// The command, but for its term, that a second press let run.
     std::optional<QString> letRun_;

@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <new>
 #include <utility>
 #include <variant>
 
@@ -34,21 +35,8 @@ constexpr std::chrono::milliseconds paceAfterTheRun(100);
 /// How long it may take to notice that nobody listens any more.
 constexpr std::chrono::seconds graceAfterClosing(2);
 
-/// The most of a run's output that is kept, in UTF-16 units: 256 MiB of memory, more than the
-/// tool ever has to say; a flood beyond it is shown but not kept.
-constexpr qsizetype largestCollectedOutput = 256 * mebibyte / qsizetype(sizeof(QChar));
-
 QString printed(const std::optional<QString> &value) {
     return value.value_or(loggedForNone.toString());
-}
-
-/// The end of \a text, with memory of its own; half a character at its beginning is left out.
-QString tailOf(const QString &text) {
-    QString tail = text.right(ScriptedMiniPro::largestSaidTail);
-    if (tail.size() < text.size() && tail.front().isLowSurrogate())
-        tail.remove(0, 1);
-    tail.squeeze();
-    return tail;
 }
 
 } // namespace
@@ -96,7 +84,7 @@ int ScriptedMiniPro::launch() {
             resolvedPathOf(defaults, settingsKeys::temp_logic_chip_test_results_file), log_);
     const QString command = operationCommand(operation, launched_);
     const std::optional<QString> shell = prepareShell(command);
-    log_.write(QStringLiteral("launching ") + printed(shell) + QStringLiteral(" with arguments: ") +
+    log_.write(QStringLiteral("launching ") + orNull(shell) + QStringLiteral(" with arguments: ") +
                shellArguments(command).join(u' '));
     const QStringList writtenFiles = operation == ReadOperation
                                          ? QStringList(launched_.readPath) + filesBesideRead_
@@ -115,7 +103,7 @@ int ScriptedMiniPro::list(const QString &term) {
 std::optional<QString> ScriptedMiniPro::prepareShell(const QString &command) {
     log_.write(QStringLiteral("fileContents: ") + command);
     const std::optional<QString> shell = userShell();
-    log_.write(QStringLiteral("user's shell is ") + printed(shell));
+    log_.write(QStringLiteral("user's shell is ") + orNull(shell));
     task.setLaunchPath(shell);
     task.setArguments(shellArguments(command));
     task.setWorkingFolder(temporaryFolder(defaults));
@@ -241,6 +229,7 @@ void ScriptedMiniPro::keepForReport(const QByteArray &chunk) {
 void ScriptedMiniPro::show(const QString &piece, ToolStream stream, QString &text) {
     reader_.take(piece, stream);
     collect(piece, text);
+    tail_.append(piece);
     appendToOutputView(piece);
     log_.write(QStringLiteral("| ") + piece);
     emit said();
@@ -382,20 +371,22 @@ const QString &ScriptedMiniPro::collectedOutput() const {
     return mstroutput;
 }
 
-void ScriptedMiniPro::collect(const QString &piece, QString &text) const {
-    if (outputReleased_)
+// The program, with what the user has edited, must not end because a tool is talkative.
+void ScriptedMiniPro::collect(const QString &piece, QString &text) {
+    if (!collecting_)
         return;
-    const qsizetype room = largestCollectedOutput - text.size();
-    text.append(QStringView(piece).first(std::clamp(room, qsizetype(0), piece.size())));
-}
-
-QString ScriptedMiniPro::saidTail() const {
-    return tailOf(mstroutput);
+    const qsizetype room = std::max(largestCollected - text.size(), qsizetype(0));
+    try {
+        text.append(QStringView(piece).first(std::min(room, piece.size())));
+    } catch (const std::bad_alloc &) {
+        collecting_ = false;
+    }
 }
 
 void ScriptedMiniPro::releaseOutput() {
-    outputReleased_ = true;
+    collecting_ = false;
     mstroutput = QString();
+    tail_.release();
 }
 
 RunFacts ScriptedMiniPro::facts() const {

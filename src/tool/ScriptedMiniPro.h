@@ -11,6 +11,7 @@
 #include "process/OutputDecoder.h"
 #include "process/Pipe.h"
 #include "process/ReadHandle.h"
+#include "tool/OutputTail.h"
 #include "tool/WholeRows.h"
 
 #include <QObject>
@@ -36,8 +37,9 @@ class ScriptedMiniPro final : public QObject {
     Q_OBJECT
 
 public:
-    /// 64 KiB of memory.
-    static constexpr qsizetype largestSaidTail = 64 * kibibyte / qsizetype(sizeof(QChar));
+    /// The most of a run's output that is collected, in characters: 4 MiB of memory, many times
+    /// what the tool ever has to say.
+    static constexpr qsizetype largestCollected = 4 * mebibyte / qsizetype(sizeof(QChar));
 
     /// Listens for output and for the child's end from here on; nothing is started. The settings
     /// are read at the moment of use. \a settings, \a eventLog and \a mainQueue must live longer
@@ -77,13 +79,15 @@ public:
     /// True if something that the tool left behind has printed after the run and has not ended its
     /// output since.
     bool stillPrinting() const { return !latePrinters_.isEmpty(); }
-    /// What both streams have printed, in the order of arrival. Grows up to a limit of 256 MiB of
-    /// memory: the piece that would pass it is cut there, and later pieces are shown and logged
-    /// but no longer collected. Empty after releaseOutput().
+    /// What both streams have printed, in the order of arrival, up to largestCollected: the piece
+    /// that would pass it is cut there, and later pieces are shown and logged but no longer
+    /// collected. The same holds once there is no memory for more. Empty after releaseOutput().
     const QString &collectedOutput() const;
-    /// The end of what both streams have printed, for the record of the run: at most
-    /// largestSaidTail characters.
-    QString saidTail() const;
+    /// The end of all that both streams have printed, for the record of the run: at most
+    /// OutputTail::largest characters. Empty after releaseOutput().
+    QString saidTail() const { return tail_.text(); }
+    /// How many characters both streams have printed.
+    qint64 printed() const { return tail_.printed(); }
     /// Gives the memory of the collected output back. To be called after the run, once saidTail()
     /// has been taken: runs are kept for as long as the program lives. Their reports are in the
     /// facts, the whole is on the console; so is what arrives later, from something that the tool
@@ -141,7 +145,7 @@ private:
     void childEnded();
     void closeIfDone();
 
-    void collect(const QString &piece, QString &text) const;
+    void collect(const QString &piece, QString &text);
     std::optional<QString> prepareShell(const QString &command);
     int runToTheEnd(const QString &messageStart, const QStringList &writtenFiles);
     void start(const QStringList &writtenFiles);
@@ -173,7 +177,8 @@ private:
     ToolReportReader reader_;
     KnownMemories knownMemories_;
     QStringList filesBesideRead_;
-    bool outputReleased_ = false;
+    bool collecting_ = true;
+    OutputTail tail_;
     Console *outputView_ = nullptr;
 
     Log &log_;

@@ -3,6 +3,9 @@
 
 #include "Processes.h"
 #include "ToolBench.h"
+#include "base/Log.h"
+#include "base/Units.h"
+#include "support/AddressSpaceLimit.h"
 #include "support/FileHelpers.h"
 
 #include <QDeadlineTimer>
@@ -15,9 +18,15 @@
 #include <chrono>
 #include <csignal>
 #include <cstring>
+#include <malloc.h>
 #include <unistd.h>
 
 namespace {
+
+/// Before there is a second thread: what the allocator sets aside for it would be room beyond any
+/// limit, and so would large blocks that it does not give back.
+const bool keepsNoRoom =
+    ::mallopt(M_ARENA_MAX, 1) == 1 && ::mallopt(M_MMAP_THRESHOLD, int(128 * kibibyte)) == 1;
 
 /// Has \a run read the beginning of a character, which is shown as it is once it listens no more.
 void beginCharacter(ScriptedMiniPro &run) {
@@ -29,6 +38,19 @@ void beginCharacter(ScriptedMiniPro &run) {
     QString text;
     run.appendDataFrom_to(&handle, text);
     QCOMPARE(text, QString());
+}
+
+class SilentLog final : public Log {
+public:
+    void write(const QString &) override {}
+};
+
+/// Lets \a handle read as many of \a character as it asks for.
+void fillWith(ReadHandle &handle, char character) {
+    handle.setReadFunction([character](int, void *bytes, size_t size) -> ssize_t {
+        memset(bytes, character, size);
+        return ssize_t(size);
+    });
 }
 
 bool hasGivenUpOnCharacter(const ScriptedMiniPro &run) {
@@ -52,6 +74,8 @@ private slots:
     void console_isToldLaterAndNeverDirectly();
     void run_mayBeGoneWhenTheQueueIsServiced();
     void collectedOutput_stopsGrowingAtItsLimit();
+    void flood_needsLittleMemory();
+    void collectedOutput_endsWithTheMemory();
     void collectedOutput_isReleased();
     void releasedOutput_keepsNoLateWords();
     void saidTail_beginsWithAWholeCharacter();
@@ -187,7 +211,7 @@ void TestToolRunOutput::collectedOutput_stopsGrowingAtItsLimit() {
     ToolBench bench;
     const auto run = bench.newRun();
     run->setOutputView(nullptr);
-    constexpr qsizetype limit = 128 * 1024 * 1024; // units of two bytes each
+    constexpr qsizetype limit = ScriptedMiniPro::largestCollected;
     QString text(limit - 3, u'x');
     ReadHandle handle;
     handle.setReadFunction([](int, void *bytes, size_t) -> ssize_t {
@@ -200,6 +224,50 @@ void TestToolRunOutput::collectedOutput_stopsGrowingAtItsLimit() {
     QCOMPARE(text.last(5), QStringLiteral("xxabc"));
     QCOMPARE(bench.linesOfOutput(),
              QStringList({QStringLiteral("abcde"), QStringLiteral("abcde")}));
+    // What is said of the run is about its end.
+    QCOMPARE(run->saidTail(), QStringLiteral("abcdeabcde"));
+    QCOMPARE(run->printed(), 10);
+}
+
+void TestToolRunOutput::flood_needsLittleMemory() {
+    if (!AddressSpaceLimit::works())
+        QSKIP("the sanitizer needs its address space");
+    constexpr qint64 flood = 300 * mebibyte;
+    SilentLog log;
+    ToolBench bench;
+    ScriptedMiniPro run(bench.settings, log, bench.queue);
+    ReadHandle handle;
+    fillWith(handle, 'x');
+    QString text;
+    const AddressSpaceLimit limit(16 * mebibyte);
+    while (run.printed() < flood) {
+        run.appendDataFrom_to(&handle, text);
+        bench.serviceQueue();
+    }
+    QCOMPARE(text.size(), ScriptedMiniPro::largestCollected);
+    QCOMPARE(run.saidTail(), QString(OutputTail::largest, QLatin1Char('x')));
+}
+
+void TestToolRunOutput::collectedOutput_endsWithTheMemory() {
+    if (!AddressSpaceLimit::works())
+        QSKIP("the sanitizer needs its address space");
+    QVERIFY(keepsNoRoom);
+    SilentLog log;
+    ToolBench bench;
+    ScriptedMiniPro run(bench.settings, log, bench.queue);
+    ReadHandle handle;
+    fillWith(handle, 'y');
+    const QString before(ScriptedMiniPro::largestCollected / 2, QLatin1Char('x'));
+    QString text = before; // shared, so that the next piece needs as much memory again
+    {
+        const AddressSpaceLimit limit(mebibyte);
+        run.appendDataFrom_to(&handle, text);
+    }
+    QCOMPARE(text, before);
+    // The run goes on; a hole in the middle would be worse than an end.
+    run.appendDataFrom_to(&handle, text);
+    QCOMPARE(text, before);
+    QCOMPARE(run.saidTail(), QString(OutputTail::largest, QLatin1Char('y')));
 }
 
 void TestToolRunOutput::collectedOutput_isReleased() {
