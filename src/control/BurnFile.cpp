@@ -88,7 +88,20 @@ BurnSituation BurnFile::situation(Operation operation) const {
     return burn;
 }
 
+// What the tool writes there would take the place of what it wrote for the other window.
+bool BurnFile::refusesForeignFolder() {
+    if (workspace_.isOurs())
+        return false;
+    secondPress_.withdraw();
+    messages_.sayTrouble(Topic::ImageFile,
+                         tr("Another window works with %1, so nothing runs here.")
+                             .arg(QDir::toNativeSeparators(temporaryFolder(defaults_))));
+    return true;
+}
+
 bool BurnFile::asks(const BurnSituation &burn, quint64 revision) {
+    if (refusesForeignFolder())
+        return true;
     const std::optional<BurnDoubt> doubt = doubtAbout(burn);
     if (!doubt) {
         secondPress_.withdraw();

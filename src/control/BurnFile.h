@@ -36,10 +36,12 @@ public:
     BurnSituation situation(Operation operation) const;
     /// True if the user is asked before the run that \a burn is about; false if there is nothing
     /// to ask, or the same was asked just before: the tool is trusted then. \a revision tells one
-    /// image from another.
+    /// image from another. True as well, and said, if another window has the folder through which
+    /// files are exchanged with the tool: no press runs it then.
     bool asks(const BurnSituation &burn, quint64 revision);
 
 private:
+    bool refusesForeignFolder();
     void sayResult(const Result<void> &result);
     void followPath(const QString &key);
     void writeAgain();

@@ -41,6 +41,9 @@ public:
     /// \a output_data; for a null one, if there is no such file.
     bool outputFileHolds(const ByteBuffer &output_data) const;
 
+    /// False if the temporary folder is another program's: nothing in it may be changed then.
+    bool isOurs() const { return !mayUse_ || mayUse_(); }
+
     /// The temporary folder, if others than the user may put files into it; empty else.
     QString sharedFolder() const;
 
@@ -63,7 +66,6 @@ private:
         FileStamp stamp;
     };
 
-    bool isOurs() const { return !mayUse_ || mayUse_(); }
     Result<void> makeFolder();
     bool patch(const QByteArray &bytes, ByteRange changed);
 

@@ -40,7 +40,8 @@ void WindowFixture::openSettings() {
 
 void WindowFixture::start() {
     velm_ = std::make_unique<VelmWindow>(VelmWindow::Surroundings{
-        *settings_, log, panels, [this] { ++beeps; }, path(QStringLiteral("state.conf"))});
+        *settings_, log, panels, [this] { ++beeps; }, path(QStringLiteral("state.conf")),
+        [this] { return !folderIsAnothers; }});
     velm_->start();
     QVERIFY(QTest::qWaitForWindowExposed(&velm_->window()));
     velm_->window().activateWindow();

@@ -98,6 +98,8 @@ public:
     RecordingLog log;
     AnsweringPanels panels;
     int beeps = 0;
+    /// Whether another window has the folder of the temporary files.
+    bool folderIsAnothers = false;
 
 private:
     static constexpr int boxOffset = 10; ///< pixels

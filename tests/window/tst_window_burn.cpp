@@ -22,6 +22,7 @@ private slots:
     void touchedFile_withTheSameBytesIsNotAskedAbout();
     void olderImage_thatNobodyCanRemoveIsAskedAbout();
     void changedPath_getsTheImageAtOnce();
+    void foreignFolder_runsNothing();
     void doubleClick_isNoSecondPress();
     void secondPress_countsForTheSameThingOnly();
     void secondPress_countsWhileItsSentenceStandsOnly_data();
@@ -156,6 +157,33 @@ void TestWindowBurn::changedPath_getsTheImageAtOnce() {
     QCOMPARE(WindowFixture::bytesOf(other), QByteArray("0123456789ABCDEFGHIJ"));
     velm.click(velm.controls().btn_write);
     QCOMPARE(burned(velm), QByteArray("0123456789ABCDEFGHIJ"));
+}
+
+// The settings file has come to name the folder of another window, and nothing of that is touched.
+void TestWindowBurn::foreignFolder_runsNothing() {
+    WindowFixture velm;
+    velm.useTool("touch '" + chip(velm).toUtf8() + "'\n");
+    showTwentyBytes(velm);
+    velm.folderIsAnothers = true;
+    const QString others = velm.write(QStringLiteral("another/temp.bin"), "its image");
+    velm.settings().setValue(settingsKeys::temp_output_file, others);
+    QVERIFY2(velm.message().contains(QStringLiteral("Another window works with this folder")),
+             qPrintable(velm.message()));
+    for (QWidget *button : {velm.controls().btn_read, velm.controls().btn_write,
+                            velm.controls().btn_verify, velm.controls().btn_logic})
+        for (int press = 0; press < 2; ++press) {
+            velm.click(button);
+            QVERIFY2(velm.message().contains(QFileInfo(others).path() +
+                                             QStringLiteral(", so nothing runs here")),
+                     qPrintable(velm.message()));
+        }
+    QVERIFY(!QFile::exists(chip(velm)));
+    QCOMPARE(WindowFixture::bytesOf(others), QByteArray("its image"));
+
+    velm.folderIsAnothers = false;
+    velm.click(velm.controls().btn_read);
+    QVERIFY(QFile::exists(chip(velm)));
+    QVERIFY(!velm.message().contains(QStringLiteral("so nothing runs here")));
 }
 
 void TestWindowBurn::doubleClick_isNoSecondPress() {
