@@ -58,28 +58,48 @@ Result<void> BoundedSaving::save(const QString &path, const QByteArray &bytes,
     FileDescriptor copy(::fcntl(file->descriptor(), F_DUPFD_CLOEXEC, 0));
     if (!copy.isOpen())
         return Failure::ofSystem(errno);
-    const bool isNext = isBusy();
-    FileDescriptor waiting;
-    if (isNext) {
-        waiting = std::move(copy);
-    } else {
-        if (const Result<void> asked = askDisk(std::move(copy)); !asked)
-            return asked;
-        if (diskHasAnswered(deadline))
-            if (const Result<void> answered = answer(); !answered)
-                return answered;
-    }
-    // A rename, too, can wait for bytes that the disk has not taken yet.
-    const Result<void> placed =
-        file->takePlace(isBusy() ? Durability::ProgramEnd : Durability::PowerFailure);
-    if (placed) {
-        if (isNext)
-            next_ = std::move(waiting);
+    Result<FileDescriptor> folder = openFolder(file->folder());
+    if (const Failure *failure = folder.failure())
+        return *failure;
+    const Result<void> saved =
+        isBusy() ? saveNext(*file, std::move(copy), *std::move(folder))
+                 : saveAtOnce(*file, std::move(copy), *std::move(folder), deadline);
+    if (saved)
         placeIsTaken(*file);
-    } else if (!isNext) {
-        asked_ = {};
+    return saved;
+}
+
+Result<void> BoundedSaving::saveNext(UnfinishedFile &file, FileDescriptor copy,
+                                     FileDescriptor folder) {
+    const Result<void> placed = file.takePlace();
+    if (placed) {
+        next_ = std::move(copy);
+        nextFolder_ = std::move(folder);
     }
     return placed;
+}
+
+Result<void> BoundedSaving::saveAtOnce(UnfinishedFile &file, FileDescriptor copy,
+                                       FileDescriptor folder, QDeadlineTimer deadline) {
+    Result<void> asked = askAboutFile(std::move(copy));
+    if (asked)
+        asked = answerUntil(deadline);
+    if (!asked)
+        return asked;
+    if (const Result<void> placed = file.takePlace(); !placed) {
+        asked_ = {};
+        return placed;
+    }
+    if (isBusy()) {
+        nextFolder_ = std::move(folder);
+        return {};
+    }
+    asked = askAboutFolder(std::move(folder));
+    if (asked)
+        asked = answerUntil(deadline);
+    if (!asked)
+        std::ignore = file.giveBackPlace();
+    return asked;
 }
 
 void BoundedSaving::placeIsTaken(UnfinishedFile &file) {
@@ -94,19 +114,34 @@ void BoundedSaving::placeIsTaken(UnfinishedFile &file) {
     closeElsewhere(file.takeDescriptor());
 }
 
+Result<void> BoundedSaving::askAboutFile(FileDescriptor file) {
+    return ask(std::packaged_task<Result<void>()>(
+        [file = std::move(file)] { return flushToDisk(file.get()); }));
+}
+
+Result<void> BoundedSaving::askAboutFolder(FileDescriptor folder) {
+    return ask(std::packaged_task<Result<void>()>(
+        [folder = std::move(folder)] { return flushFolder(folder); }));
+}
+
 // No call that asks the disk can be bounded, so it is made in a thread of its own. That has a
 // descriptor and nothing else, and nobody need wait for its end.
-Result<void> BoundedSaving::askDisk(FileDescriptor file) {
-    std::packaged_task<Result<void>()> task(
-        [file = std::move(file)] { return flushToDisk(file.get()); });
-    asked_ = task.get_future();
+Result<void> BoundedSaving::ask(std::packaged_task<Result<void>()> question) {
+    asked_ = question.get_future();
     try {
-        std::thread(std::move(task)).detach();
+        std::thread(std::move(question)).detach();
     } catch (const std::system_error &error) {
         asked_ = {};
         return Failure::ofSystem(error.code().value());
     }
     return {};
+}
+
+/// What the disk has answered; no failure while it has not.
+Result<void> BoundedSaving::answerUntil(QDeadlineTimer deadline) {
+    if (!diskHasAnswered(deadline))
+        return {};
+    return answer();
 }
 
 bool BoundedSaving::diskHasAnswered(QDeadlineTimer deadline) const {
@@ -118,7 +153,10 @@ bool BoundedSaving::diskHasAnswered(QDeadlineTimer deadline) const {
 Result<void> BoundedSaving::answer() {
     const Result<void> answer = asked_.get();
     if (next_.isOpen())
-        return askDisk(std::exchange(next_, FileDescriptor()));
+        return askAboutFile(std::exchange(next_, FileDescriptor()));
+    FileDescriptor folder = std::exchange(nextFolder_, FileDescriptor());
+    if (answer && folder.isOpen())
+        return askAboutFolder(std::move(folder));
     return answer;
 }
 

@@ -17,9 +17,10 @@
 class UnfinishedFile;
 
 /// Saves one file over and over for somebody who must not wait long for the disk. The disk is asked
-/// to take the bytes before they take the file's place. Where it needs longer, they take it at
-/// once, so that neither another program nor the end of this one misses them, and the disk follows:
-/// until then a failure of power may cost the file, and nothing else may.
+/// to take the bytes before they take the file's place, and the names in the folder behind that.
+/// Where it needs longer, they take it at once, so that neither another program nor the end of this
+/// one misses them, and the disk follows: until then a failure of power may cost the file, and
+/// nothing else may.
 class BoundedSaving final : public QObject {
     Q_OBJECT
 
@@ -45,14 +46,21 @@ signals:
     void confirmed();
 
 private:
-    Result<void> askDisk(FileDescriptor file);
+    Result<void> saveNext(UnfinishedFile &file, FileDescriptor copy, FileDescriptor folder);
+    Result<void> saveAtOnce(UnfinishedFile &file, FileDescriptor copy, FileDescriptor folder,
+                            QDeadlineTimer deadline);
+    Result<void> askAboutFile(FileDescriptor file);
+    Result<void> askAboutFolder(FileDescriptor folder);
+    Result<void> ask(std::packaged_task<Result<void>()> question);
+    Result<void> answerUntil(QDeadlineTimer deadline);
     void placeIsTaken(UnfinishedFile &file);
     bool diskHasAnswered(QDeadlineTimer deadline) const;
     Result<void> answer();
     void lookAgain();
 
     std::future<Result<void>> asked_; ///< what the disk answers; not valid while it is not asked
-    FileDescriptor next_;             ///< what it is to be asked about then
+    FileDescriptor next_;             ///< the file that it is to be asked about then
+    FileDescriptor nextFolder_;       ///< the folder that it is to be asked about in the end
     bool isRefused_ = false;
     QTimer looking_; ///< for an answer that came too late
 };

@@ -11,6 +11,7 @@
 
 #include <cerrno>
 #include <sys/stat.h>
+#include <tuple>
 #include <unistd.h>
 
 namespace {
@@ -56,6 +57,19 @@ Result<UnfinishedFile> writeBeside(const QString &path, const QByteArray &bytes,
     return file;
 }
 
+/// A name that the disk refuses is not kept until the next failure of power shows it.
+Result<void> placeOnDisk(UnfinishedFile &file) {
+    const Result<FileDescriptor> folder = openFolder(file.folder());
+    if (const Failure *failure = folder.failure())
+        return *failure;
+    if (const Result<void> taken = file.takePlace(); !taken)
+        return taken;
+    const Result<void> flushed = flushFolder(*folder);
+    if (!flushed)
+        std::ignore = file.giveBackPlace();
+    return flushed;
+}
+
 } // namespace
 
 Result<UnfinishedFile> unfinishedFile(const QString &path, const QByteArray &bytes,
@@ -75,5 +89,5 @@ Result<void> saveWholeFile(const QString &path, const QByteArray &bytes, Durabil
     Result<UnfinishedFile> file = unfinishedFile(path, bytes, durability);
     if (!file)
         return *file.failure();
-    return file->takePlace(durability);
+    return durability == Durability::PowerFailure ? placeOnDisk(*file) : file->takePlace();
 }

@@ -13,6 +13,10 @@
 /// the new ones, and a failure leaves the old file as it was. A link stays and its target is
 /// replaced; the permissions of an existing file are kept. Anything but a regular file (a folder,
 /// a device, a pipe) is refused.
+///
+/// With Durability::PowerFailure the disk has taken the bytes before they take the place, and the
+/// name behind that. If it refuses the name, the old file is put back; where the file system cannot
+/// exchange names the new bytes stay, and a failure of power may take them.
 Result<void> saveWholeFile(const QString &path, const QByteArray &bytes,
                            Durability durability = Durability::PowerFailure);
 

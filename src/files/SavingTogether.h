@@ -33,9 +33,9 @@ struct UnsavedTogether {
 };
 
 /// Saves all of \a files, each by the rules of saveWholeFile(), or none of them: all are on the
-/// disk before the first takes its place, and when one cannot take its own, those before it go back
-/// to what was there. A file that is there already and may not be replaced is a failure, and so is
-/// the second of two files for one place.
+/// disk before the first takes its place, and when one cannot take its own, or the disk refuses the
+/// names in a folder, those that have one go back to what was there. A file that is there already
+/// and may not be replaced is a failure, and so is the second of two files for one place.
 ///
 /// A program that is killed between the first and the last may leave some of them saved; the
 /// older ones then lie beside them.

@@ -136,18 +136,22 @@ Result<void> UnfinishedFile::takeName() {
     return linked;
 }
 
-Result<void> UnfinishedFile::takePlace(Durability durability) {
+Result<void> UnfinishedFile::takePlace() {
+    // Where there is no older file, there need be no name with the mark either.
+    if (name_.isEmpty() && linkAs(file_.get(), path_))
+        return {};
     if (const Result<void> named = takeName(); !named)
         return named;
     // The older file has the other name then, and is what has not taken its place. A folder, which
     // no file replaces, gets its name back, and the renaming below tells why.
-    if (durability == Durability::ProgramEnd && exchangeNames(name_, path_)) {
-        if (!isFolder(name_) || !exchangeNames(name_, path_))
-            return {};
-    }
+    const Result<void> exchanged = exchangeNames(name_, path_);
+    if (exchanged && (!isFolder(name_) || !exchangeNames(name_, path_)))
+        return {};
     const Result<void> renamed = renameFile(name_, path_);
-    if (renamed)
+    if (renamed) {
         name_.clear();
+        olderIsGone_ = !exchanged && exchanged.failure()->systemError != ENOENT;
+    }
     return renamed;
 }
 
@@ -181,6 +185,8 @@ Result<void> UnfinishedFile::takePlaceForNow(Replacing replacing) {
 }
 
 Result<void> UnfinishedFile::giveBackPlace() {
+    if (olderIsGone_)
+        return Failure::ofSystem(ENOENT);
     const bool hadOlder = !name_.isEmpty();
     if (hadOlder && exchangeNames(name_, path_))
         return {};
@@ -188,6 +194,10 @@ Result<void> UnfinishedFile::giveBackPlace() {
     if (!givenBack)
         keptName_ = std::exchange(name_, QByteArray()); // the older file must not go with this one
     return givenBack;
+}
+
+QByteArray UnfinishedFile::folder() const {
+    return folderOf(path_);
 }
 
 void removeUnfinished(const QString &path) {

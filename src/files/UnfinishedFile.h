@@ -13,7 +13,7 @@
 
 /// What a saved file outlives.
 enum class Durability {
-    PowerFailure, ///< it is on the disk when saving has ended
+    PowerFailure, ///< its bytes and its name are on the disk when saving has ended
     ProgramEnd    ///< the disk gets it when the system sees fit; for what is made anew at a start
 };
 
@@ -37,19 +37,21 @@ public:
     int descriptor() const { return file_.get(); }
     /// For whoever closes it later than this goes; there is nothing to write to any more.
     FileDescriptor takeDescriptor() { return std::move(file_); }
-    /// Puts the file in the place of whatever has the name, in one step. With
-    /// Durability::ProgramEnd the disk is left alone.
-    Result<void> takePlace(Durability durability = Durability::PowerFailure);
+    /// Puts the file in the place of whatever has the name, in one step. The disk is left alone.
+    Result<void> takePlace();
     /// The same, but the older file is kept under a name with the mark for as long as this lives,
     /// so that giveBackPlace() can put it back. An older file that may not be replaced is a
     /// failure.
     Result<void> takePlaceForNow(Replacing replacing);
-    /// Puts the older file back, or none where there was none. Only once, and only after
-    /// takePlaceForNow() has worked. After a failure an older file keeps the name with the mark.
+    /// Puts the older file back, or none where there was none. Only once, and only after the file
+    /// has taken its place. After a failure an older file keeps the name with the mark; there is
+    /// none any more where takePlace() could not exchange names.
     Result<void> giveBackPlace();
 
     /// Where the file belongs, as a name for the system.
     const QByteArray &path() const { return path_; }
+    /// The folder of that.
+    QByteArray folder() const;
     /// The name with the mark that the older file has kept since giveBackPlace() failed; empty
     /// where there is none.
     const QByteArray &keptName() const { return keptName_; }
@@ -65,6 +67,7 @@ private:
     QByteArray path_;
     QByteArray name_; ///< empty while it has none; the older file's once that has made room
     QByteArray keptName_;
+    bool olderIsGone_ = false; ///< there was one, and it cannot be given its place back
 };
 
 /// Removes the unfinished files that killed programs left beside the file at \a path; those that

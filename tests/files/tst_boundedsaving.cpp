@@ -24,7 +24,10 @@ class TestBoundedSaving : public QObject {
 private slots:
     void init();
     void aDiskThatRefusesAtOnce_leavesTheOldFile();
+    void aFolderThatTheDiskRefusesAtOnce_leavesTheOldFile();
+    void aFolderThatTheDiskRefusesLater_isTold();
     void aDiskThatIsSlow_isNotWaitedFor();
+    void aSlowDisk_isAskedAboutTheFolderInTheEnd();
     void aFileThatTheDiskHasYetToTake_isNotLocked();
     void ofManyFiles_aSlowDiskIsAskedAboutTheLast();
     void aRefusalThatComesLater_isTold();
@@ -54,6 +57,47 @@ void TestBoundedSaving::aDiskThatRefusesAtOnce_leavesTheOldFile() {
     QCOMPARE(readWholeFile(path()), QByteArray("old"));
     QCOMPARE(files().size(), 1);
     QCOMPARE(refusals.size(), 0);
+}
+
+void TestBoundedSaving::aFolderThatTheDiskRefusesAtOnce_leavesTheOldFile() {
+    BoundedSaving saving;
+    const QSignalSpy refusals(&saving, &BoundedSaving::refused);
+    const FailingCalls failing("fsync", 1, EIO);
+    const Result<void> saved = saving.save(path(), "new", 10s);
+    QVERIFY(failing.hasStruck());
+    QVERIFY(!saved);
+    QCOMPARE(saved.failure()->systemError, EIO);
+    QCOMPARE(readWholeFile(path()), QByteArray("old"));
+    QCOMPARE(files().size(), 1);
+    QVERIFY(!saving.isBusy());
+    QCOMPARE(refusals.size(), 0);
+}
+
+void TestBoundedSaving::aFolderThatTheDiskRefusesLater_isTold() {
+    BoundedSaving saving;
+    QSignalSpy refusals(&saving, &BoundedSaving::refused);
+    const FailingCalls failing("fsync", 1, EIO);
+    HeldDisk disk;
+    QVERIFY(saving.save(path(), "new", 0ms));
+    disk.release();
+    QTRY_COMPARE(refusals.size(), 1);
+    QVERIFY(saving.isRefused());
+    QVERIFY(!saving.isBusy());
+    QCOMPARE(readWholeFile(path()), QByteArray("new"));
+}
+
+void TestBoundedSaving::aSlowDisk_isAskedAboutTheFolderInTheEnd() {
+    BoundedSaving saving;
+    const QSignalSpy confirmations(&saving, &BoundedSaving::confirmed);
+    const FailingCalls counting("nothing", 1, EIO);
+    HeldDisk disk;
+    for (const char *bytes : {"first", "second", "third"})
+        QVERIFY(saving.save(path(), bytes, 0ms));
+    disk.release();
+    QTRY_COMPARE(confirmations.size(), 1);
+    QVERIFY(!saving.isBusy());
+    QCOMPARE(counting.callsMade().value("fdatasync"), 2);
+    QCOMPARE(counting.callsMade().value("fsync"), 1);
 }
 
 void TestBoundedSaving::aDiskThatIsSlow_isNotWaitedFor() {

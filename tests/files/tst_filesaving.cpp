@@ -6,6 +6,7 @@
 
 #include "support/FailingCalls.h"
 #include "support/FileHelpers.h"
+#include "support/Privileges.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -38,7 +39,6 @@ private slots:
     void privateFile_staysPrivateWhateverFails();
     void folder_staysWhereItIs_data() { durabilities(); }
     void folder_staysWhereItIs();
-    void folder_thatComesMeanwhileStays_data() { durabilities(); }
     void folder_thatComesMeanwhileStays();
     void oneCallFails_data() { durabilities(); }
     void oneCallFails();
@@ -52,6 +52,13 @@ private slots:
     void unfinished_thatIsBeingWrittenStays();
     void diskThatDoesNotConfirm_isAFailure();
     void fileSystemWithoutConfirmation_isNoFailure();
+    void name_isConfirmedByTheDiskAsWell();
+    void nameThatTheDiskRefuses_isGivenBack_data();
+    void nameThatTheDiskRefuses_isGivenBack();
+    void nameThatTheDiskRefusesWithoutExchange_leavesTheNewFile();
+    void fileSystemWithoutConfirmationOfNames_isNoFailure();
+    void folderThatCannotBeOpened_leavesTheOldFile();
+    void folderThatMayNotBeRead_isWrittenToAllTheSame();
 
 private:
     static void durabilities();
@@ -137,14 +144,13 @@ void TestFileSaving::folder_staysWhereItIs() {
 }
 
 void TestFileSaving::folder_thatComesMeanwhileStays() {
-    QFETCH(Durability, durability);
     const QString inside = path() + QStringLiteral("/inside");
     {
         auto file = UnfinishedFile::beside(QFile::encodeName(path()));
         QVERIFY(file);
         QVERIFY(QDir().mkpath(path()));
         QVERIFY(writeWholeFile(inside, oldBytes));
-        QVERIFY(!file->takePlace(durability));
+        QVERIFY(!file->takePlace());
     }
     QCOMPARE(readWholeFile(inside), oldBytes);
     QCOMPARE(
@@ -290,6 +296,80 @@ void TestFileSaving::diskThatDoesNotConfirm_isAFailure() {
 
 void TestFileSaving::fileSystemWithoutConfirmation_isNoFailure() {
     QCOMPARE(outcomeWithUnconfirmed(path(), EINVAL), QStringLiteral("saved"));
+}
+
+void TestFileSaving::name_isConfirmedByTheDiskAsWell() {
+    for (const Durability durability : {Durability::PowerFailure, Durability::ProgramEnd}) {
+        const FailingCalls counting("nothing", 1, EIO);
+        QVERIFY(saveWholeFile(path(), newBytes, durability));
+        const int expected = durability == Durability::PowerFailure ? 1 : 0;
+        QCOMPARE(counting.callsMade().value("fdatasync"), expected);
+        QCOMPARE(counting.callsMade().value("fsync"), expected);
+    }
+}
+
+void TestFileSaving::nameThatTheDiskRefuses_isGivenBack_data() {
+    QTest::addColumn<bool>("isThere");
+    QTest::newRow("an older file") << true;
+    QTest::newRow("none") << false;
+}
+
+void TestFileSaving::nameThatTheDiskRefuses_isGivenBack() {
+    QFETCH(bool, isThere);
+    if (isThere)
+        QVERIFY(writeWholeFile(path(), oldBytes));
+    const FailingCalls failing("fsync", 1, EIO);
+    QCOMPARE(outcomeOf(saveWholeFile(path(), newBytes)),
+             QStringLiteral("failed: Input/output error"));
+    QVERIFY(failing.hasStruck());
+    QCOMPARE(filesLeft(), isThere ? QStringList(QStringLiteral("a.bin")) : QStringList());
+    QCOMPARE(readWholeFile(path()), isThere ? oldBytes : QByteArray());
+}
+
+// The older file is gone by then, and none would be worse than the new one.
+void TestFileSaving::nameThatTheDiskRefusesWithoutExchange_leavesTheNewFile() {
+    QVERIFY(writeWholeFile(path(), oldBytes));
+    FailingCalls failing("renameat2", 1, EIO);
+    failing.failAgain(2); // the renaming works, and the flushing behind it does not
+    QCOMPARE(outcomeOf(saveWholeFile(path(), newBytes)),
+             QStringLiteral("failed: Input/output error"));
+    QCOMPARE(filesLeft(), QStringList(QStringLiteral("a.bin")));
+    QCOMPARE(readWholeFile(path()), newBytes);
+}
+
+void TestFileSaving::fileSystemWithoutConfirmationOfNames_isNoFailure() {
+    for (const int error : {EINVAL, ENOTSUP, ENOSYS}) {
+        const FailingCalls failing("fsync", 1, error);
+        QCOMPARE(outcomeOf(saveWholeFile(path(), newBytes)), QStringLiteral("saved"));
+        QVERIFY(failing.hasStruck());
+    }
+}
+
+void TestFileSaving::folderThatCannotBeOpened_leavesTheOldFile() {
+    QVERIFY(writeWholeFile(path(), oldBytes));
+    int calls = 0;
+    {
+        const FailingCalls counting("nothing", 1, EIO);
+        QVERIFY(saveWholeFile(path(), oldBytes));
+        for (const char *name : {"open", "open64"})
+            calls += counting.callsMade().value(name);
+    }
+    const FailingCalls failing("open", calls, EMFILE);
+    QCOMPARE(outcomeOf(saveWholeFile(path(), newBytes)),
+             QStringLiteral("failed: Too many open files"));
+    QCOMPARE(readWholeFile(path()), oldBytes);
+    QCOMPARE(filesLeft(), QStringList(QStringLiteral("a.bin")));
+}
+
+void TestFileSaving::folderThatMayNotBeRead_isWrittenToAllTheSame() {
+    QCOMPARE(::chmod(QFile::encodeName(folder_->path()).constData(), 0333), 0);
+    {
+        const UnprivilegedUser user;
+        QVERIFY(user.isValid());
+        QCOMPARE(outcomeOf(saveWholeFile(path(), newBytes)), QStringLiteral("saved"));
+    }
+    QCOMPARE(::chmod(QFile::encodeName(folder_->path()).constData(), 0700), 0);
+    QCOMPARE(readWholeFile(path()), newBytes);
 }
 
 QTEST_GUILESS_MAIN(TestFileSaving)

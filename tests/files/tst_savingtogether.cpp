@@ -39,6 +39,8 @@ private slots:
     void olderThatMayNotBeReplaced_savesNone();
     void none_isNoFailure();
     void oneCallFails_savesAllOrNone();
+    void eachFolder_isFlushedOnceBehindAllPlaces();
+    void folderThatTheDiskRefuses_takesAllBack();
     void withoutExchange_itIsTheSame();
     void whatCannotBeTakenBack_isNamedAndKept();
     void killedAtAnyCall_losesNothing();
@@ -189,6 +191,32 @@ void TestSavingTogether::oneCallFails_savesAllOrNone() {
         failures += unsaved ? 1 : 0;
     }
     QVERIFY2(failures > files().size(), qPrintable(QString::number(failures)));
+}
+
+void TestSavingTogether::eachFolder_isFlushedOnceBehindAllPlaces() {
+    QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("other")));
+    QList<FileToSave> inTwoFolders = files();
+    inTwoFolders += {path(QStringLiteral("other/d.bin")), "d"};
+    const FailingCalls counting("nothing", 1, EIO);
+    QVERIFY(saveTogether(inTwoFolders, Replacing::Allowed));
+    QCOMPARE(counting.callsMade().value("fsync"), 2);
+}
+
+void TestSavingTogether::folderThatTheDiskRefuses_takesAllBack() {
+    QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("other")));
+    QList<FileToSave> inTwoFolders = files();
+    inTwoFolders += {path(QStringLiteral("other/d.bin")), "d"};
+    for (int call = 1; call <= 2; ++call) {
+        const FailingCalls failing("fsync", call, EIO);
+        const auto unsaved = failureOf(saveTogether(inTwoFolders, Replacing::Allowed));
+        QVERIFY(failing.hasStruck());
+        QVERIFY(unsaved);
+        QCOMPARE(unsaved->path, inTwoFolders.at(call == 1 ? 0 : 3).path);
+        QCOMPARE(unsaved->failure.systemError, EIO);
+        QVERIFY(unsaved->notTakenBack.isEmpty());
+        QCOMPARE(content(), contentBefore());
+        QVERIFY(QDir(path(QStringLiteral("other"))).isEmpty());
+    }
 }
 
 // The place of the second file is taken in two steps then.

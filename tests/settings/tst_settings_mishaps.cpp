@@ -96,6 +96,7 @@ void TestSettingsMishaps::oneCallFails() {
         QVERIFY(writeWholeFile(path(), usualSettings()));
         std::unique_ptr<SettingsStore> store;
         bool said = false;
+        QByteArray name;
         {
             const FailingCalls failing(call, FailingCalls::Mishap::Fails, error);
             store = std::make_unique<SettingsStore>(path());
@@ -104,6 +105,7 @@ void TestSettingsMishaps::oneCallFails() {
             store->setValue(pad, false);
             said = !problems.isEmpty();
             struck = failing.hasStruck();
+            name = failing.struckCall();
         }
         const QString number = QStringLiteral("call %1: ").arg(call);
         const QString kept = QStringLiteral("device A, pad false, favourites kept");
@@ -112,6 +114,9 @@ void TestSettingsMishaps::oneCallFails() {
                      number + QStringLiteral("device A, pad true, favourites kept"));
             QVERIFY2(said, qPrintable(number + QStringLiteral("nothing was said")));
         }
+        // An older file that could not be removed goes at the next start.
+        if (name == "unlink")
+            const SettingsStore next(path());
         QCOMPARE(number + filesLeft().join(u' '), number + QStringLiteral("velm.conf"));
         QCOMPARE(store->boolValue(pad), false);
         store->setValue(unprotect, true);
