@@ -91,8 +91,12 @@ void removeUnlessInUse(const QString &path) {
     const Result<QByteArray> left = systemName(path);
     if (!left)
         return;
-    const FileDescriptor file(
-        ::open(left->constData(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    constexpr int flags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
+    FileDescriptor file(::open(left->constData(), O_RDWR | flags));
+    // It may be of a file that is read-only. File systems of other machines lock no file that was
+    // opened so.
+    if (!file.isOpen())
+        file = FileDescriptor(::open(left->constData(), O_RDONLY | flags));
     if (file.isOpen() && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0)
         ::unlink(left->constData());
 }

@@ -50,6 +50,7 @@ private slots:
     void unfinished_isRemovedByItsMarkAlone();
     void allUnfinishedOfAFolder_areRemovedByTheirMark();
     void unfinished_thatIsBeingWrittenStays();
+    void unfinished_thatIsReadOnlyIsRemoved();
     void diskThatDoesNotConfirm_isAFailure();
     void fileSystemWithoutConfirmation_isNoFailure();
     void name_isConfirmedByTheDiskAsWell();
@@ -276,6 +277,17 @@ void TestFileSaving::unfinished_thatIsBeingWrittenStays() {
     QCOMPARE(filesLeft().size(), 1);
     QVERIFY(file->takePlace());
     QCOMPARE(filesLeft(), QStringList(QStringLiteral("a.bin")));
+}
+
+void TestFileSaving::unfinished_thatIsReadOnlyIsRemoved() {
+    QCOMPARE(::chmod(QFile::encodeName(folder_->path()).constData(), 0777), 0);
+    const UnprivilegedUser user;
+    QVERIFY(user.isValid());
+    const QString left = path() + QStringLiteral(".velm-abc123");
+    QVERIFY(writeWholeFile(left, "left behind"));
+    QCOMPARE(::chmod(QFile::encodeName(left).constData(), 0444), 0);
+    removeUnfinished(path());
+    QCOMPARE(filesLeft(), QStringList());
 }
 
 /// What saving came to when the disk answered the question whether it has the bytes with \a error.
