@@ -30,13 +30,6 @@ mode_t modeOf(const QString &path) {
     return modeOfNewFiles & ~mask;
 }
 
-/// Where a link leads to, over however many others; a link to nothing is followed once.
-QString behindLinks(const QFileInfo &target) {
-    if (target.exists())
-        return target.canonicalFilePath();
-    return target.isSymLink() ? target.symLinkTarget() : target.absoluteFilePath();
-}
-
 Result<UnfinishedFile> writeBeside(const QString &path, const QByteArray &bytes,
                                    Durability durability) {
     const Result<QByteArray> name = systemName(path);
@@ -72,6 +65,13 @@ Result<void> placeOnDisk(UnfinishedFile &file) {
 
 } // namespace
 
+QString behindLinks(const QString &path) {
+    const QFileInfo target(path);
+    if (target.exists())
+        return target.canonicalFilePath();
+    return target.isSymLink() ? target.symLinkTarget() : target.absoluteFilePath();
+}
+
 Result<UnfinishedFile> unfinishedFile(const QString &path, const QByteArray &bytes,
                                       Durability durability) {
     // The new file takes the place of whatever has the name, a device node included.
@@ -82,7 +82,7 @@ Result<UnfinishedFile> unfinishedFile(const QString &path, const QByteArray &byt
         return *name.failure();
     if (target.fileName().isEmpty())
         return Failure::ofSystem(ENOENT);
-    return writeBeside(behindLinks(target), bytes, durability);
+    return writeBeside(behindLinks(path), bytes, durability);
 }
 
 Result<void> saveWholeFile(const QString &path, const QByteArray &bytes, Durability durability) {

@@ -24,3 +24,7 @@ Result<void> saveWholeFile(const QString &path, const QByteArray &bytes,
 /// \a path.
 Result<UnfinishedFile> unfinishedFile(const QString &path, const QByteArray &bytes,
                                       Durability durability);
+
+/// Where the file that is saved at \a path really lies: a link leads there, over however many
+/// others; a link to nothing is followed once.
+QString behindLinks(const QString &path);

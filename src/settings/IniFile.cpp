@@ -6,6 +6,8 @@
 #include "base/Units.h"
 #include "files/FileLoading.h"
 #include "files/FileLock.h"
+#include "files/FileOwnership.h"
+#include "files/FileSaving.h"
 #include "files/PrivateFolder.h"
 #include "files/Renaming.h"
 #include "files/SystemName.h"
@@ -53,6 +55,10 @@ IniFile::Content valuesIn(const Text &text) {
 
 IniFile::IniFile(const QString &path) : path_(path) {
     removeUnfinished(path_);
+    // What a killed program left is where the file really lies, which others may write to.
+    const QString target = behindLinks(path_);
+    if (target != path_ && isOwnFolder(QFileInfo(target).path()))
+        removeUnfinished(target);
 }
 
 IniFile::Outcome IniFile::read() const {

@@ -50,6 +50,8 @@ private slots:
     void folderThatCannotBeMade_isTold();
     void anotherProgramsChange_isKept();
     void noChange_leavesTheFileAlone();
+    void whatAKilledProgramLeft_isRemovedBehindALinkAsWell_data();
+    void whatAKilledProgramLeft_isRemovedBehindALinkAsWell();
     void moveAside_takesAnUnusedName();
 
 private:
@@ -149,6 +151,35 @@ void TestIniFile::noChange_leavesTheFileAlone() {
     QCOMPARE(pictureOf(IniFile(path()).change(oneChange, soon())), QStringLiteral("b=new"));
     QCOMPARE(stat(name.constData(), &after), 0);
     QCOMPARE(after.st_ino, before.st_ino);
+}
+
+void TestIniFile::whatAKilledProgramLeft_isRemovedBehindALinkAsWell_data() {
+    QTest::addColumn<mode_t>("mode");
+    QTest::addColumn<bool>("isThere");
+    QTest::addColumn<bool>("stays");
+    QTest::newRow("in an own folder") << mode_t(0755) << true << false;
+    QTest::newRow("in an own folder, of a first change") << mode_t(0755) << false << false;
+    QTest::newRow("where others may put files") << mode_t(0777) << true << true;
+}
+
+void TestIniFile::whatAKilledProgramLeft_isRemovedBehindALinkAsWell() {
+    QFETCH(mode_t, mode);
+    QFETCH(bool, isThere);
+    QFETCH(bool, stays);
+    const QTemporaryDir dotfiles;
+    QCOMPARE(::chmod(QFile::encodeName(dotfiles.path()).constData(), mode), 0);
+    const QString target = dotfiles.filePath(QStringLiteral("settings"));
+    if (isThere)
+        QVERIFY(writeWholeFile(target, "[General]\na=1\n"));
+    QVERIFY(QFile::link(target, path()));
+    const QString left = target + QStringLiteral(".velm-abc123");
+    const QString leftBesideTheLink = path() + QStringLiteral(".velm-abc123");
+    for (const QString &name : {left, leftBesideTheLink})
+        QVERIFY(writeWholeFile(name, "half"));
+    const IniFile file(path());
+    QCOMPARE(QFile::exists(left), stays);
+    QVERIFY(!QFile::exists(leftBesideTheLink));
+    QCOMPARE(QFile::exists(target), isThere);
 }
 
 void TestIniFile::moveAside_takesAnUnusedName() {
