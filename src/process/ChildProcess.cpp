@@ -39,7 +39,7 @@ ChildProcess::~ChildProcess() {
     if (!isRunning())
         return;
     signalGroup(SIGKILL);
-    reap();
+    reapKilled(pid_, reaping_);
 }
 
 void ChildProcess::setLaunchPath(const std::optional<QString> &path) {
@@ -62,6 +62,10 @@ void ChildProcess::setStandardStreams(Pipe *inputPipe, Pipe *outputPipe, Pipe *e
 
 void ChildProcess::setEndWatch(EndWatch watch) {
     endWatch_ = watch;
+}
+
+void ChildProcess::setReaping(const Reaping &reaping) {
+    reaping_ = reaping;
 }
 
 Result<void> ChildProcess::start() {
@@ -137,6 +141,7 @@ void ChildProcess::childIsGone() {
     emit ended();
 }
 
+// It has ended, so this does not wait.
 void ChildProcess::reap() {
     int result = 0;
     pid_t reaped = -1;

@@ -5,6 +5,7 @@
 
 #include "base/FileDescriptor.h"
 #include "base/Result.h"
+#include "process/KilledChild.h"
 
 #include <QObject>
 #include <QString>
@@ -36,7 +37,8 @@ public:
     };
 
     explicit ChildProcess(QObject *parent = nullptr);
-    /// Kills and reaps a child that is still running, with its group.
+    /// Kills a child that is still running, with its group. Waits a tenth of a second at most until
+    /// it can be reaped; one that needs longer is reaped later.
     ~ChildProcess() override;
 
     /// The program, by path; absent if there is none to start, which start() reports.
@@ -50,6 +52,8 @@ public:
     void setStandardStreams(Pipe *input, Pipe *output, Pipe *error);
     /// For tests of the other way on a system that has process descriptors.
     void setEndWatch(EndWatch watch);
+    /// For tests of a child that does not end when it is killed.
+    void setReaping(const Reaping &reaping);
 
     /// Opens the pipes and starts the child. If that failed the pipes are closed, the status is -1,
     /// and ended() has been emitted.
@@ -103,6 +107,7 @@ private:
     Pipe *output_ = nullptr;
     Pipe *error_ = nullptr;
     EndWatch endWatch_ = EndWatch::Immediate;
+    Reaping reaping_ = reapIfEnded;
 
     pid_t pid_ = -1;
     FileDescriptor endDescriptor_;

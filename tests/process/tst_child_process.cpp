@@ -34,6 +34,7 @@ private slots:
     void otherChildrenOfTheProgramAreNotReaped();
     void lostStatus_endsTheRunAllTheSame();
     void destruction_killsAndReapsTheChild();
+    void destruction_doesNotWaitForAChildThatIsStuck();
 };
 
 namespace {
@@ -72,6 +73,12 @@ public:
     Pipe error{Pipe::Direction::FromChild};
     ChildProcess process;
 };
+
+/// True until \a pid has been reaped.
+bool isChild(pid_t pid) {
+    siginfo_t facts{};
+    return ::waitid(P_PID, id_t(pid), &facts, WEXITED | WNOHANG | WNOWAIT) == 0;
+}
 
 } // namespace
 
@@ -242,13 +249,37 @@ void TestChildProcess::lostStatus_endsTheRunAllTheSame() {
 
 void TestChildProcess::destruction_killsAndReapsTheChild() {
     QString grandchild;
+    pid_t pid = -1;
     {
         Child child("deaf-grandchild");
         QVERIFY(child.process.start());
+        pid = child.process.session();
         grandchild = child.waitForOutput().trimmed();
     }
     QTRY_VERIFY(isGone(grandchild));
-    QCOMPARE(::waitpid(-1, nullptr, WNOHANG), -1);
+    QTRY_VERIFY(!isChild(pid));
+}
+
+// As one is whose call to the system does not return.
+void TestChildProcess::destruction_doesNotWaitForAChildThatIsStuck() {
+    bool isStuck = true;
+    int looks = 0;
+    pid_t pid = -1;
+    {
+        Child child("ignore-terminate");
+        child.process.setReaping([&](pid_t ofChild) {
+            ++looks;
+            return !isStuck && reapIfEnded(ofChild);
+        });
+        QVERIFY(child.process.start());
+        pid = child.process.session();
+    }
+    const int looksOfTheDestruction = looks;
+    QVERIFY(looksOfTheDestruction > 0);
+    QTRY_VERIFY(looks > looksOfTheDestruction + 1);
+    QVERIFY(isChild(pid));
+    isStuck = false;
+    QTRY_VERIFY(!isChild(pid));
 }
 
 QTEST_GUILESS_MAIN(TestChildProcess)
