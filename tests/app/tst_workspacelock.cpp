@@ -75,12 +75,6 @@ private slots:
     void otherFolders_areFree();
     void aFolderThatIsThere_isTakenOnceFromEverywhere();
     void aFolderMadeByTwo_isHeldByOne();
-    void aFolderThatIsMadeAnew_isLockedAnew();
-    void aFolderOfLater_isLockedAndTheEarlierGivenUp_data();
-    void aFolderOfLater_isLockedAndTheEarlierGivenUp();
-    void aFolderOfLaterThatIsAnothers_isRefused_data();
-    void aFolderOfLaterThatIsAnothers_isRefused();
-    void anotherNameOfTheFolder_isNoOtherFolder();
     void theKey_isTheSameBeforeAndAfterTheFolderExists();
     void theTemporaryFolder_isNotTouched();
     void aRuntimeFolderThatIsMissing_isSaid();
@@ -158,79 +152,6 @@ void TestWorkspaceLock::aFolderMadeByTwo_isHeldByOne() {
     QCOMPARE(holderOf(first), another);
     WorkspaceLock third(workspace, folder.path());
     QCOMPARE(holderOf(third), another);
-}
-
-void TestWorkspaceLock::aFolderThatIsMadeAnew_isLockedAnew() {
-    const QTemporaryDir folder;
-    const QTemporaryDir otherRuntime;
-    const QString workspace = folder.filePath(QStringLiteral("workspace"));
-    QVERIFY(QDir().mkpath(workspace));
-    WorkspaceLock first(workspace, runtime_.path());
-    WorkspaceLock second(workspace, otherRuntime.path());
-    QCOMPARE(holderOf(first), thisProcess);
-    QVERIFY(QFile::rename(workspace, folder.filePath(QStringLiteral("older"))));
-    QVERIFY(QDir().mkpath(workspace));
-    QVERIFY(first.holdFolder(workspace));
-    QCOMPARE(holderOf(second), another);
-}
-
-void TestWorkspaceLock::aFolderOfLater_isLockedAndTheEarlierGivenUp_data() {
-    QTest::addColumn<bool>("isThere");
-    QTest::newRow("there") << true;
-    QTest::newRow("missing") << false;
-}
-
-void TestWorkspaceLock::aFolderOfLater_isLockedAndTheEarlierGivenUp() {
-    QFETCH(bool, isThere);
-    const QTemporaryDir earlier;
-    const QTemporaryDir parent;
-    const QString later = parent.filePath(QStringLiteral("later"));
-    if (isThere)
-        QVERIFY(QDir().mkpath(later));
-    WorkspaceLock lock(earlier.path(), runtime_.path());
-    QCOMPARE(holderOf(lock), thisProcess);
-    QVERIFY(lock.holdFolder(later));
-    WorkspaceLock ofLater(later, runtime_.path());
-    QCOMPARE(holderOf(ofLater), another);
-    QCOMPARE(lock.address().path, ofLater.address().path);
-    QCOMPARE(lock.address().name, ofLater.address().name);
-    WorkspaceLock ofEarlier(earlier.path(), runtime_.path());
-    QCOMPARE(holderOf(ofEarlier), thisProcess);
-}
-
-void TestWorkspaceLock::aFolderOfLaterThatIsAnothers_isRefused_data() {
-    QTest::addColumn<bool>("hasOtherRuntime");
-    QTest::newRow("with the same runtime folder") << false;
-    QTest::newRow("with another runtime folder") << true;
-}
-
-void TestWorkspaceLock::aFolderOfLaterThatIsAnothers_isRefused() {
-    QFETCH(bool, hasOtherRuntime);
-    const QTemporaryDir otherRuntime;
-    const QTemporaryDir earlier;
-    const QTemporaryDir later;
-    WorkspaceLock lock(earlier.path(), runtime_.path());
-    auto ofLater = std::make_unique<WorkspaceLock>(
-        later.path(), hasOtherRuntime ? otherRuntime.path() : runtime_.path());
-    QCOMPARE(holderOf(lock), thisProcess);
-    QCOMPARE(holderOf(*ofLater), thisProcess);
-    QVERIFY(!lock.holdFolder(later.path()));
-    WorkspaceLock ofEarlier(earlier.path(), otherRuntime.path());
-    QCOMPARE(holderOf(ofEarlier), another);
-    ofLater.reset();
-    QVERIFY(lock.holdFolder(later.path()));
-    QCOMPARE(holderOf(ofEarlier), thisProcess);
-}
-
-void TestWorkspaceLock::anotherNameOfTheFolder_isNoOtherFolder() {
-    const QTemporaryDir folder;
-    const QString workspace = folder.filePath(QStringLiteral("workspace"));
-    const QString moved = folder.filePath(QStringLiteral("moved"));
-    QVERIFY(QDir().mkpath(workspace));
-    WorkspaceLock lock(workspace, runtime_.path());
-    QCOMPARE(holderOf(lock), thisProcess);
-    QVERIFY(QFile::rename(workspace, moved));
-    QVERIFY(lock.holdFolder(moved));
 }
 
 void TestWorkspaceLock::theKey_isTheSameBeforeAndAfterTheFolderExists() {

@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "app/WorkspaceLock.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+/// True if this process has \a lock now; false if another has it.
+bool isTaken(WorkspaceLock &lock) {
+    const Result<WorkspaceLock::Holder> holder = lock.take();
+    if (const Failure *failure = holder.failure())
+        qFatal("no lock: %s", qPrintable(failure->reason));
+    return *holder == WorkspaceLock::Holder::ThisProcess;
+}
+
+} // namespace
+
+/// The lock follows the folder: the settings come to name another one, or it is made anew.
+class TestWorkspaceFolders : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aFolderThatIsMadeAnew_isLockedAnew();
+    void aFolderOfLater_isLockedAndTheEarlierGivenUp_data();
+    void aFolderOfLater_isLockedAndTheEarlierGivenUp();
+    void aFolderOfLaterThatIsAnothers_isRefused_data();
+    void aFolderOfLaterThatIsAnothers_isRefused();
+    void anotherNameOfTheFolder_isNoOtherFolder();
+
+private:
+    QTemporaryDir runtime_;
+};
+
+void TestWorkspaceFolders::aFolderThatIsMadeAnew_isLockedAnew() {
+    const QTemporaryDir folder;
+    const QTemporaryDir otherRuntime;
+    const QString workspace = folder.filePath(QStringLiteral("workspace"));
+    QVERIFY(QDir().mkpath(workspace));
+    WorkspaceLock first(workspace, runtime_.path());
+    WorkspaceLock second(workspace, otherRuntime.path());
+    QVERIFY(isTaken(first));
+    QVERIFY(QFile::rename(workspace, folder.filePath(QStringLiteral("older"))));
+    QVERIFY(QDir().mkpath(workspace));
+    QVERIFY(first.holdFolder(workspace));
+    QVERIFY(!isTaken(second));
+}
+
+void TestWorkspaceFolders::aFolderOfLater_isLockedAndTheEarlierGivenUp_data() {
+    QTest::addColumn<bool>("isThere");
+    QTest::newRow("there") << true;
+    QTest::newRow("missing") << false;
+}
+
+void TestWorkspaceFolders::aFolderOfLater_isLockedAndTheEarlierGivenUp() {
+    QFETCH(bool, isThere);
+    const QTemporaryDir earlier;
+    const QTemporaryDir parent;
+    const QString later = parent.filePath(QStringLiteral("later"));
+    if (isThere)
+        QVERIFY(QDir().mkpath(later));
+    WorkspaceLock lock(earlier.path(), runtime_.path());
+    QVERIFY(isTaken(lock));
+    QVERIFY(lock.holdFolder(later));
+    WorkspaceLock ofLater(later, runtime_.path());
+    QVERIFY(!isTaken(ofLater));
+    QCOMPARE(lock.address().path, ofLater.address().path);
+    QCOMPARE(lock.address().name, ofLater.address().name);
+    WorkspaceLock ofEarlier(earlier.path(), runtime_.path());
+    QVERIFY(isTaken(ofEarlier));
+}
+
+void TestWorkspaceFolders::aFolderOfLaterThatIsAnothers_isRefused_data() {
+    QTest::addColumn<bool>("hasOtherRuntime");
+    QTest::newRow("with the same runtime folder") << false;
+    QTest::newRow("with another runtime folder") << true;
+}
+
+void TestWorkspaceFolders::aFolderOfLaterThatIsAnothers_isRefused() {
+    QFETCH(bool, hasOtherRuntime);
+    const QTemporaryDir otherRuntime;
+    const QTemporaryDir earlier;
+    const QTemporaryDir later;
+    WorkspaceLock lock(earlier.path(), runtime_.path());
+    auto ofLater = std::make_unique<WorkspaceLock>(
+        later.path(), hasOtherRuntime ? otherRuntime.path() : runtime_.path());
+    QVERIFY(isTaken(lock));
+    QVERIFY(isTaken(*ofLater));
+    QVERIFY(!lock.holdFolder(later.path()));
+    WorkspaceLock ofEarlier(earlier.path(), otherRuntime.path());
+    QVERIFY(!isTaken(ofEarlier));
+    ofLater.reset();
+    QVERIFY(lock.holdFolder(later.path()));
+    QVERIFY(isTaken(ofEarlier));
+}
+
+void TestWorkspaceFolders::anotherNameOfTheFolder_isNoOtherFolder() {
+    const QTemporaryDir folder;
+    const QString workspace = folder.filePath(QStringLiteral("workspace"));
+    const QString moved = folder.filePath(QStringLiteral("moved"));
+    QVERIFY(QDir().mkpath(workspace));
+    WorkspaceLock lock(workspace, runtime_.path());
+    QVERIFY(isTaken(lock));
+    QVERIFY(QFile::rename(workspace, moved));
+    QVERIFY(lock.holdFolder(moved));
+}
+
+QTEST_GUILESS_MAIN(TestWorkspaceFolders)
+#include "tst_workspacefolders.moc"
