@@ -35,7 +35,7 @@ constexpr std::chrono::milliseconds paceAfterTheRun(100);
 /// How long it may take to notice that nobody listens any more.
 constexpr std::chrono::seconds graceAfterClosing(2);
 
-QString printed(const std::optional<QString> &value) {
+QString orNull(const std::optional<QString> &value) {
     return value.value_or(loggedForNone.toString());
 }
 
