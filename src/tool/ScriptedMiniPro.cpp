@@ -43,12 +43,18 @@ QString orNull(const std::optional<QString> &value) {
 
 ScriptedMiniPro::ScriptedMiniPro(SettingsStore &settings, Log &eventLog, MainQueue &mainQueue,
                                  QObject *parent)
-    : QObject(parent), defaults(settings), log_(eventLog), queue_(mainQueue) {
+    : QObject(parent),
+      defaults(settings),
+      plumbing_(new Plumbing(this)),
+      log_(eventLog),
+      queue_(mainQueue) {
+    ChildProcess &task = plumbing_->task;
     connect(&task, &ChildProcess::terminated, this, &ScriptedMiniPro::terminated);
     connect(&task, &ChildProcess::ended, this, &ScriptedMiniPro::childEnded);
-    task.setStandardStreams(&stdinPipe, &stdoutPipe, &stderrorPipe);
-    outFile = stdoutPipe.fileHandleForReading();
-    errFile = stderrorPipe.fileHandleForReading();
+    task.setStandardStreams(&plumbing_->stdinPipe, &plumbing_->stdoutPipe,
+                            &plumbing_->stderrorPipe);
+    outFile = plumbing_->stdoutPipe.fileHandleForReading();
+    errFile = plumbing_->stderrorPipe.fileHandleForReading();
     for (ReadHandle *handle : {outFile, errFile})
         handle->waitForDataInBackgroundAndNotify();
     connect(outFile, &ReadHandle::dataAvailable, this, &ScriptedMiniPro::outData);
@@ -58,7 +64,9 @@ ScriptedMiniPro::ScriptedMiniPro(SettingsStore &settings, Log &eventLog, MainQue
         handle->waitForDataInBackgroundAndNotify();
 }
 
-ScriptedMiniPro::~ScriptedMiniPro() = default;
+ScriptedMiniPro::~ScriptedMiniPro() {
+    delete plumbing_;
+}
 
 void ScriptedMiniPro::setReadOperation() {
     operation = ReadOperation;
@@ -104,6 +112,7 @@ std::optional<QString> ScriptedMiniPro::prepareShell(const QString &command) {
     log_.write(QStringLiteral("fileContents: ") + command);
     const std::optional<QString> shell = userShell();
     log_.write(QStringLiteral("user's shell is ") + orNull(shell));
+    ChildProcess &task = plumbing_->task;
     task.setLaunchPath(shell);
     task.setArguments(shellArguments(command));
     task.setWorkingFolder(temporaryFolder(defaults));
@@ -122,11 +131,15 @@ int ScriptedMiniPro::runToTheEnd(const QString &messageStart, const QStringList 
     for (ReadHandle *handle : {outFile, errFile})
         handle->setPace(paceAfterTheRun);
     showPendingTails();
-    const QString message = messageStart + QString::number(task.terminationStatus());
+    const int status = plumbing_->task.terminationStatus();
+    const QString message = messageStart + QString::number(status);
     log_.write(u'\n' + message);
     tellConsole(&Console::endRun);
     appendToOutputView(message);
-    return task.terminationStatus();
+    if (!start_)
+        stopListening();
+    closeIfDone();
+    return status;
 }
 
 // The tool and the shell open their files as they find them, and would follow a link.
@@ -134,10 +147,11 @@ void ScriptedMiniPro::start(const QStringList &writtenFiles) {
     start_ = removeForeignLinks(writtenFiles);
     startRefused_ = !start_;
     if (!startRefused_)
-        start_ = task.start();
+        start_ = plumbing_->task.start();
 }
 
 void ScriptedMiniPro::waitUntilExit() {
+    const ChildProcess &task = plumbing_->task;
     QEventLoop wait;
     connect(&task, &ChildProcess::ended, &wait, &QEventLoop::quit);
     if (!task.hasEnded())
@@ -236,8 +250,8 @@ void ScriptedMiniPro::show(const QString &piece, ToolStream stream, QString &tex
 }
 
 bool ScriptedMiniPro::errorsMustWait() const {
-    return operation == LogicOperation && rows_.errorsMustWait() && !outFile->endSeen() &&
-           !outputTaken_;
+    return operation == LogicOperation && rows_.errorsMustWait() && outFile &&
+           !outFile->endSeen() && !outputTaken_;
 }
 
 void ScriptedMiniPro::keepErrors(const QByteArray &chunk) {
@@ -290,7 +304,7 @@ void ScriptedMiniPro::countEmptyRead(ReadHandle *handle) {
 // behind has the other stream open, that would only use up the empty reads and end the listening
 // too early.
 void ScriptedMiniPro::repeatEndsOnceAllIsSaid() {
-    if (!task.hasEnded() || !outFile->endSeen() || !errFile->endSeen())
+    if (!plumbing_ || !plumbing_->task.hasEnded() || !outFile->endSeen() || !errFile->endSeen())
         return;
     outFile->allowRepeatedEnd();
     errFile->allowRepeatedEnd();
@@ -310,11 +324,11 @@ void ScriptedMiniPro::stopListening() {
     releaseErrors();
     disconnect(outFile, nullptr, this, nullptr);
     disconnect(errFile, nullptr, this, nullptr);
-    disconnect(&task, &ChildProcess::terminated, this, nullptr);
+    disconnect(&plumbing_->task, &ChildProcess::terminated, this, nullptr);
     showPendingTails();
-    closeIfDone();
     for (ReadHandle *handle : {outFile, errFile})
         setPrintingLate(handle, false);
+    closeIfDone();
 }
 
 // The child's group is not signalled: it may have ended with the child, and its number may be
@@ -323,12 +337,13 @@ void ScriptedMiniPro::stopListening() {
 // own, such as an agent that a login profile starts, was meant to outlive the run.
 void ScriptedMiniPro::endLatePrinters() {
     QList<PipeIdentity> pipes;
-    for (const Pipe *pipe : {&stdoutPipe, &stderrorPipe})
+    for (const Pipe *pipe : {&plumbing_->stdoutPipe, &plumbing_->stderrorPipe})
         if (const auto identity = pipeIdentity(pipe->ownEnd()))
             pipes.append(*identity);
+    const pid_t session = plumbing_->task.session();
     stopListening();
     QTimer::singleShot(graceAfterClosing, this,
-                       [this, pipes] { killHoldersOf(pipes, task.session()); });
+                       [pipes, session] { killHoldersOf(pipes, session); });
 }
 
 void ScriptedMiniPro::childEnded() {
@@ -337,10 +352,28 @@ void ScriptedMiniPro::childEnded() {
 }
 
 void ScriptedMiniPro::closeIfDone() {
-    if (listening_ || !task.hasEnded())
+    if (listening_ || !plumbing_ || plumbing_->task.isRunning())
         return;
-    stdoutPipe.closeOwnEnd();
-    stderrorPipe.closeOwnEnd();
+    plumbing_->stdoutPipe.closeOwnEnd();
+    plumbing_->stderrorPipe.closeOwnEnd();
+    if (outputTaken_)
+        givePlumbingBack();
+}
+
+ScriptedMiniPro::ChildEnd ScriptedMiniPro::childEnd() const {
+    if (!plumbing_)
+        return end_;
+    const ChildProcess &task = plumbing_->task;
+    return {task.terminationStatus(), task.killedBySignal(), task.stopRequested()};
+}
+
+// Later, since this may run in a signal of what goes.
+void ScriptedMiniPro::givePlumbingBack() {
+    end_ = childEnd();
+    outFile = nullptr;
+    errFile = nullptr;
+    filesBesideRead_.clear();
+    std::exchange(plumbing_, nullptr)->deleteLater();
 }
 
 void ScriptedMiniPro::terminated() {
@@ -363,8 +396,8 @@ void ScriptedMiniPro::tellConsole(std::function<void(Console &)> what) {
 void ScriptedMiniPro::stop() {
     if (stillPrinting())
         endLatePrinters();
-    else
-        task.stop();
+    else if (plumbing_)
+        plumbing_->task.stop();
 }
 
 const QString &ScriptedMiniPro::collectedOutput() const {
@@ -398,9 +431,10 @@ RunFacts ScriptedMiniPro::facts() const {
         facts.imagePath = launched_.outputPath;
     facts.start = start_;
     facts.startRefused = startRefused_;
-    facts.status = task.terminationStatus();
-    facts.killedBySignal = task.killedBySignal();
-    facts.stopRequested = task.stopRequested();
+    const ChildEnd end = childEnd();
+    facts.status = end.status;
+    facts.killedBySignal = end.killedBySignal;
+    facts.stopRequested = end.stopRequested;
     facts.report = reader_.report();
     return facts;
 }

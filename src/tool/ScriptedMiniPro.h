@@ -130,6 +130,24 @@ signals:
     void stillPrintingChanged(bool printing);
 
 private:
+    /// What a run needs as long as it lasts or is listened to. Runs are kept, this is not.
+    struct Plumbing : QObject {
+        using QObject::QObject;
+
+        /// Nothing is ever written to it: the tool sees an open, empty input.
+        Pipe stdinPipe{Pipe::Direction::ToChild};
+        Pipe stdoutPipe{Pipe::Direction::FromChild};
+        Pipe stderrorPipe{Pipe::Direction::FromChild};
+        ChildProcess task;
+    };
+
+    /// How the child ended, as ChildProcess tells it.
+    struct ChildEnd {
+        int status = -1;
+        bool killedBySignal = false;
+        bool stopRequested = false;
+    };
+
     void handleChunk(ReadHandle *handle, const QByteArray &chunk, QString &text);
     void setPrintingLate(ReadHandle *handle, bool printing);
     void countEmptyRead(ReadHandle *handle);
@@ -144,6 +162,8 @@ private:
     void endLatePrinters();
     void childEnded();
     void closeIfDone();
+    ChildEnd childEnd() const;
+    void givePlumbingBack();
 
     void collect(const QString &piece, QString &text);
     std::optional<QString> prepareShell(const QString &command);
@@ -156,11 +176,8 @@ private:
     void tellConsole(std::function<void(Console &)> what);
 
     SettingsStore &defaults;
-    /// Nothing is ever written to it: the tool sees an open, empty input.
-    Pipe stdinPipe{Pipe::Direction::ToChild};
-    Pipe stdoutPipe{Pipe::Direction::FromChild};
-    Pipe stderrorPipe{Pipe::Direction::FromChild};
-    ChildProcess task;
+    /// Null once it has been given back.
+    Plumbing *plumbing_ = nullptr;
     ReadHandle *outFile = nullptr;
     ReadHandle *errFile = nullptr;
     /// Stays empty: the tool is never told anything.
@@ -174,6 +191,7 @@ private:
     Result<void> start_;
     bool startRefused_ = false;
     Result<void> reportWritten_;
+    ChildEnd end_;
     ToolReportReader reader_;
     KnownMemories knownMemories_;
     QStringList filesBesideRead_;
