@@ -10,6 +10,7 @@
 #include "devices/DeviceListModel.h"
 #include "devices/DeviceListView.h"
 #include "files/FileLoading.h"
+#include "files/FolderRoom.h"
 #include "files/TextLines.h"
 #include "language/CommandDoubt.h"
 #include "language/CommandLine.h"
@@ -22,6 +23,7 @@
 #include "tool/PluggedProgrammers.h"
 #include "tool/ScriptedMiniPro.h"
 
+#include <QFileInfo>
 #include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -47,6 +49,7 @@ constexpr std::chrono::seconds silencePatience(2);
 struct Listing {
     qsizetype lines = 0; ///< the empty ones, too
     QStringList names;
+    bool looksCut = false; ///< it is empty, or its last line has no end
 };
 
 Result<Listing> readListing(const QString &path) {
@@ -54,6 +57,7 @@ Result<Listing> readListing(const QString &path) {
     if (const Failure *failure = text.failure())
         return *failure;
     Listing listing;
+    listing.looksCut = !text->endsWith(u'\n');
     LineCursor lines(*text);
     while (const auto line = lines.next()) {
         if (++listing.lines > maxListLines)
@@ -205,12 +209,14 @@ void device_searcher::remarkOnSilence() {
 }
 
 Result<qsizetype> device_searcher::takeResults() {
-    const Result<Listing> read =
-        readListing(resolvedPathOf(defaults, settingsKeys::temp_search_results_file));
+    const QString path = resolvedPathOf(defaults, settingsKeys::temp_search_results_file);
+    const Result<Listing> read = readListing(path);
     const Listing listing = read ? *read : Listing();
     log_.write(QStringLiteral("list has returned:%1").arg(listing.lines));
     dataArray = listing.names;
     log_.write(QStringLiteral("dataArray has:%1").arg(dataArray->size()));
+    const QString folder = QFileInfo(path).path();
+    fullFolder_ = listing.looksCut && isFull(folder) ? folder : QString();
     model_->reloadData();
     emit listed(listing.names);
     if (const Failure *failure = read.failure())
@@ -222,7 +228,7 @@ void device_searcher::remarkOnResults(const ScriptedMiniPro &run,
                                       const Result<qsizetype> &devices) {
     RunFacts facts = run.facts();
     facts.programmers = pluggedProgrammers();
-    outcome_ = judgeSearch({facts, devices});
+    outcome_ = judgeSearch({facts, devices, fullFolder_});
     sayOutcome();
 }
 

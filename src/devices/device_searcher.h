@@ -124,6 +124,8 @@ private:
     RepeatedPress press_;
     /// The command, but for its term, that a second press let run.
     std::optional<QString> letRun_;
+    /// The folder of the last search's list, if that looks cut and there is no room left in it.
+    QString fullFolder_;
     /// What the last search came to.
     QString outcome_;
     /// The user has been asked to select a device.

@@ -11,6 +11,7 @@
 #include "language/ToolReport.h"
 
 #include <QCoreApplication>
+#include <QDir>
 
 #include <cerrno>
 #include <utility>
@@ -44,6 +45,10 @@ public:
     }
     static QString found(qsizetype devices) {
         return devices == 1 ? tr("1 device found.") : tr("%1 devices found.").arg(grouped(devices));
+    }
+    static QString cut(const QString &folder) {
+        return tr("The list may not be whole: there is no room left in %1.")
+            .arg(QDir::toNativeSeparators(folder));
     }
     static QString noMatch() { return tr("No device's name holds this term."); }
     static QString noList(const Failure &failure);
@@ -115,7 +120,11 @@ QString judgeSearch(const SearchFacts &facts) {
         return wording.failed(facts.devices);
     if (const Failure *failure = facts.devices.failure())
         return SearchWording::noList(*failure);
-    return hasNames ? SearchWording::found(*facts.devices) : SearchWording::noMatch();
+    const bool isCut = !facts.fullFolder.isEmpty();
+    if (!hasNames)
+        return isCut ? SearchWording::cut(facts.fullFolder) : SearchWording::noMatch();
+    const QString found = SearchWording::found(*facts.devices);
+    return isCut ? joinedSentences(found, SearchWording::cut(facts.fullFolder)) : found;
 }
 
 bool findsNoProgrammer(const ToolReport &report) {

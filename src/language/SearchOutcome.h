@@ -25,6 +25,10 @@ struct SearchFacts {
     RunFacts run;
     /// How many names were found, or why the list of them could not be read.
     Result<qsizetype> devices = qsizetype(0);
+    /// The folder that had no room left for the rest of a list that looks cut; empty if there is no
+    /// such doubt. The status does not tell: neither the tool nor every shell looks whether its
+    /// words were taken.
+    QString fullFolder = {};
 };
 
 /// What a search came to, in a translated sentence or a few.

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "window/SearchSteps.h"
+
+#include <sys/statvfs.h>
+
+namespace {
+
+bool diskIsFull = false;
+
+} // namespace
+
+/// In place of the system's: a disk has room or has none.
+extern "C" int statvfs(const char * /*path*/, struct statvfs *facts) noexcept {
+    *facts = {};
+    facts->f_blocks = 1000;
+    facts->f_bavail = diskIsFull ? 0 : 500;
+    return 0;
+}
+
+/// A list of devices that a full disk has cut.
+class TestWindowSearchDisk : public QObject {
+    Q_OBJECT
+
+private slots:
+    void list_thatLooksCutOnAFullDisk_data();
+    void list_thatLooksCutOnAFullDisk();
+};
+
+void TestWindowSearchDisk::list_thatLooksCutOnAFullDisk_data() {
+    QTest::addColumn<QByteArray>("tool");
+    QTest::addColumn<bool>("full");
+    QTest::addColumn<QString>("remark");
+    const QString none = QStringLiteral("No device's name holds this term.");
+    const QString cut = QStringLiteral("The list may not be whole: there is no room left in %1.");
+    QTest::newRow("empty") << QByteArray("exit 0\n") << true << cut;
+    QTest::newRow("empty, with room left") << QByteArray("exit 0\n") << false << none;
+    QTest::newRow("half a line") << QByteArray("printf 'W27C512\nW27'\n") << true
+                                 << QStringLiteral("2 devices found. ") + cut;
+    QTest::newRow("half a line, with room left")
+        << QByteArray("printf 'W27C512\nW27'\n") << false << QStringLiteral("2 devices found.");
+    QTest::newRow("whole lines") << QByteArray("echo W27C512\n") << true
+                                 << QStringLiteral("1 device found.");
+}
+
+void TestWindowSearchDisk::list_thatLooksCutOnAFullDisk() {
+    QFETCH(QByteArray, tool);
+    QFETCH(bool, full);
+    QFETCH(QString, remark);
+    WindowFixture velm;
+    velm.useTool(tool);
+    velm.start();
+    const Panel panel(velm);
+    diskIsFull = full;
+    panel.searchFor(QStringLiteral("w27"));
+    diskIsFull = false;
+    QCOMPARE(panel.remark->text(),
+             remark.replace(QStringLiteral("%1"), velm.path(QStringLiteral("workspace"))));
+}
+
+QTEST_MAIN(TestWindowSearchDisk)
+#include "tst_window_searchdisk.moc"
