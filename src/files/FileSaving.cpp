@@ -21,10 +21,11 @@ namespace {
 mode_t modeOf(const QString &path) {
     constexpr mode_t permissionBits = 07777;
     struct stat status = {};
-    if (::stat(QFile::encodeName(path).constData(), &status) == 0)
-        return status.st_mode & permissionBits;
-    if (errno != ENOENT)
+    const bool isThere = ::lstat(QFile::encodeName(path).constData(), &status) == 0;
+    if (!isThere && errno != ENOENT)
         return S_IRUSR | S_IWUSR;
+    if (isThere && !S_ISLNK(status.st_mode))
+        return status.st_mode & permissionBits;
     const mode_t mask = ::umask(0);
     ::umask(mask);
     return modeOfNewFiles & ~mask;
@@ -73,7 +74,7 @@ QString behindLinks(const QString &path) {
 }
 
 Result<UnfinishedFile> unfinishedFile(const QString &path, const QByteArray &bytes,
-                                      Durability durability) {
+                                      Durability durability, Links links) {
     // The new file takes the place of whatever has the name, a device node included.
     const QFileInfo target(path);
     if (target.exists() && !target.isFile())
@@ -82,11 +83,13 @@ Result<UnfinishedFile> unfinishedFile(const QString &path, const QByteArray &byt
         return *name.failure();
     if (target.fileName().isEmpty())
         return Failure::ofSystem(ENOENT);
-    return writeBeside(behindLinks(path), bytes, durability);
+    const QString place = links == Links::Followed ? behindLinks(path) : target.absoluteFilePath();
+    return writeBeside(place, bytes, durability);
 }
 
-Result<void> saveWholeFile(const QString &path, const QByteArray &bytes, Durability durability) {
-    Result<UnfinishedFile> file = unfinishedFile(path, bytes, durability);
+Result<void> saveWholeFile(const QString &path, const QByteArray &bytes, Durability durability,
+                           Links links) {
+    Result<UnfinishedFile> file = unfinishedFile(path, bytes, durability, links);
     if (!file)
         return *file.failure();
     return durability == Durability::PowerFailure ? placeOnDisk(*file) : file->takePlace();

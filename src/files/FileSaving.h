@@ -9,21 +9,28 @@
 #include <QByteArray>
 #include <QString>
 
+/// What happens to a link that has the name of a saved file.
+enum class Links {
+    Followed, ///< it stays, and its target is replaced
+    Replaced  ///< the file takes its place; for where somebody else may put one
+};
+
 /// Replaces the file at \a path by \a bytes in one step: whoever opens it sees the old bytes or
-/// the new ones, and a failure leaves the old file as it was. A link stays and its target is
-/// replaced; the permissions of an existing file are kept. Anything but a regular file (a folder,
-/// a device, a pipe) is refused.
+/// the new ones, and a failure leaves the old file as it was. Of a link it is the target
+/// that is replaced, unless \a links says otherwise; the permissions of an existing file are kept.
+/// Anything but a regular file (a folder, a device, a pipe) is refused.
 ///
 /// With Durability::PowerFailure the disk has taken the bytes before they take the place, and the
 /// name behind that. If it refuses the name, the old file is put back; where the file system cannot
 /// exchange names the new bytes stay, and a failure of power may take them.
 Result<void> saveWholeFile(const QString &path, const QByteArray &bytes,
-                           Durability durability = Durability::PowerFailure);
+                           Durability durability = Durability::PowerFailure,
+                           Links links = Links::Followed);
 
 /// The first half of that: a file that holds \a bytes and has yet to take the place of the one at
 /// \a path.
 Result<UnfinishedFile> unfinishedFile(const QString &path, const QByteArray &bytes,
-                                      Durability durability);
+                                      Durability durability, Links links = Links::Followed);
 
 /// Where the file that is saved at \a path really lies: a link leads there, over however many
 /// others; a link to nothing is followed once.

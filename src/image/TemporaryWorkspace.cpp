@@ -35,9 +35,11 @@ void removeOldImage(const QString &path) {
 Result<void> save(const QString &path, const ByteBuffer &image) {
     if (!image)
         return Failure{QCoreApplication::translate("TemporaryWorkspace", "There is no image")};
+    // One that is put there from now on has not been looked at.
+    const Links links = QFileInfo(path).isSymLink() ? Links::Followed : Links::Replaced;
     if (!isNoForeignLink(path))
         return foreignLink();
-    return saveWholeFile(path, *image, Durability::ProgramEnd);
+    return saveWholeFile(path, *image, Durability::ProgramEnd, links);
 }
 
 Failure usedByAnother() {

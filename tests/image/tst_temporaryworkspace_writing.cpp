@@ -12,6 +12,7 @@
 
 #include <cerrno>
 #include <sys/stat.h>
+#include <tuple>
 #include <unistd.h>
 
 using namespace settingsKeys;
@@ -42,6 +43,7 @@ private slots:
     void write_successForgetsTheProblem();
     void write_replacesTheTargetOfALinkAndKeepsPermissions();
     void write_followsNoLinkOfSomebodyElse();
+    void write_followsNoLinkThatComesMeanwhile();
     void edit_isWrittenInPlace();
     void edit_ofAFileThatIsAnotherWritesTheWhole();
     void edit_atAnotherPathWritesTheWhole();
@@ -206,6 +208,26 @@ void TestTemporaryWorkspaceWriting::write_followsNoLinkOfSomebodyElse() {
     QCOMPARE(problem(), QStringLiteral("It is a link that belongs to somebody else"));
     QCOMPARE(readWholeFile(victim), QByteArray("precious"));
     QCOMPARE(takeLog(), QStringList({writeError}));
+}
+
+void TestTemporaryWorkspaceWriting::write_followsNoLinkThatComesMeanwhile() {
+    if (::geteuid() != 0)
+        QSKIP("only root can give a link away");
+    const QString victim = at->home.filePath(QStringLiteral("victim"));
+    QVERIFY(writeWholeFile(victim, "precious"));
+    at->workspace.createTempDirectory();
+    bool hasStruck = true;
+    for (int call = 1; hasStruck; ++call) {
+        QFile::remove(at->output());
+        const FailingCalls failing(call, [&] {
+            QFile::remove(at->output());
+            QFile::link(victim, at->output());
+            std::ignore = ::lchown(QFile::encodeName(at->output()).constData(), 12345, gid_t(-1));
+        });
+        std::ignore = at->workspace.write_output_data_to_temp_file(bufferOf("61"));
+        hasStruck = failing.hasStruck();
+        QCOMPARE(readWholeFile(victim), QByteArray("precious"));
+    }
 }
 
 void TestTemporaryWorkspaceWriting::edit_isWrittenInPlace() {
