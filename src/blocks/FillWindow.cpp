@@ -15,6 +15,7 @@
 
 #include <QRandomGenerator>
 
+#include <utility>
 #include <variant>
 
 FillWindow::FillWindow(qint64 imageSize, QWidget *window)
