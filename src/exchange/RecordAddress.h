@@ -5,6 +5,8 @@
 
 #include "image/TypedAddress.h"
 
+#include <QString>
+
 #include <limits>
 #include <optional>
 
