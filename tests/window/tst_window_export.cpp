@@ -71,12 +71,14 @@ void TestWindowExport::file_isAsChosen_data() {
         QTest::newRow(name) << format << QString::fromLatin1(fields).split(u' ') << recordLength
                             << QString::fromLatin1(result) << content;
     };
-    row("Intel HEX", 0, "0  0", 16, "The file will have 20 bytes, at the addresses from 0 to 13.",
+    row("Intel HEX", 0, "0  0", 16,
+        "The file will have 20 bytes, at the addresses from 0000 to 0013.",
         ":10000000303132333435363738394142434445464E\n:040010004748494ACA\n:00000001FF\n");
     row("a range of Intel HEX, elsewhere", 0, "4 7 8000", 2,
         "The file will have 4 bytes, at the addresses from 8004 to 8007.",
         ":02800400343511\n:0280060036370B\n:00000001FF\n");
-    row("S-records", 1, "10  0", 16, "The file will have 4 bytes, at the addresses from 10 to 13.",
+    row("S-records", 1, "10  0", 16,
+        "The file will have 4 bytes, at the addresses from 0010 to 0013.",
         "S0030000FC\nS10700104748494AC6\nS5030001FB\nS9030000FC\n");
     row("S-records at far addresses", 1, "#16 #19 FFFFFFEC", 16,
         "The file will have 4 bytes, at the addresses from FFFFFFFC to FFFFFFFF.",
@@ -121,7 +123,7 @@ void TestWindowExport::panel_suggestsAnEndingForTheFormat() {
 void TestWindowExport::nonsense_isSaidAndNotWritten_data() {
     QTest::addColumn<QStringList>("fields");
     QTest::addColumn<QString>("result");
-    const QString noBytes = QStringLiteral("The image has no such bytes: it ends at 13.");
+    const QString noBytes = QStringLiteral("The image has no such bytes: it ends at 0013.");
     const QString addresses = QStringLiteral("The addresses would not be between 0 and FFFFFFFF.");
     const auto row = [](const char *name, const char *fields, const QString &result) {
         QTest::newRow(name) << QString::fromLatin1(fields).split(u' ') << result;
@@ -197,7 +199,7 @@ void TestWindowExport::readData_areOfferedOnTheirTab() {
     velm_->click(velm_->controls().btn_read);
     QTRY_COMPARE(lengthOf(velm_->state().read_from_chip_data), 4);
     QCOMPARE(c.result->text(),
-             QStringLiteral("The file will have 4 bytes, at the addresses from 0 to 3."));
+             QStringLiteral("The file will have 4 bytes, at the addresses from 0000 to 0003."));
     c.format->setCurrentIndex(2);
     QCOMPARE(exported(), QByteArray("read"));
 }
