@@ -5,9 +5,23 @@
 
 #include <QFileInfo>
 
+#include <chrono>
+
+namespace {
+
+/// How long nothing must have happened: whoever is told may read the whole file, which is in vain
+/// while somebody writes it.
+constexpr std::chrono::milliseconds quiet(200);
+
+} // namespace
+
 OpenedFileWatch::OpenedFileWatch(QObject *parent) : QObject(parent) {
-    connect(&watcher_, &QFileSystemWatcher::fileChanged, this, &OpenedFileWatch::look);
-    connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, &OpenedFileWatch::look);
+    settling_.setSingleShot(true);
+    settling_.setInterval(quiet);
+    const auto waitForQuiet = [this] { settling_.start(); };
+    connect(&watcher_, &QFileSystemWatcher::fileChanged, this, waitForQuiet);
+    connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, waitForQuiet);
+    connect(&settling_, &QTimer::timeout, this, &OpenedFileWatch::look);
 }
 
 void OpenedFileWatch::watch(const QString &path) {
@@ -17,6 +31,7 @@ void OpenedFileWatch::watch(const QString &path) {
     opened_ = FileStamp::of(path);
     path_ = opened_ ? path : QString();
     seen_ = opened_;
+    settling_.stop();
     listen();
 }
 

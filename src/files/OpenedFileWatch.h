@@ -7,6 +7,7 @@
 
 #include <QFileSystemWatcher>
 #include <QObject>
+#include <QTimer>
 
 #include <optional>
 
@@ -27,7 +28,7 @@ public:
 
 signals:
     /// The file on the disk is now \a state: another one than when this was last told, or opened.
-    /// A file that is written twice is told twice.
+    /// A file that is written twice is told twice, but nothing is told while it is being written.
     void stateChanged(OpenedFileWatch::State state);
 
 private:
@@ -35,6 +36,7 @@ private:
     void listen();
 
     QFileSystemWatcher watcher_;
+    QTimer settling_;
     QString path_;
     std::optional<FileStamp> opened_;
     std::optional<FileStamp> seen_; ///< when this was last told
