@@ -152,8 +152,12 @@ bool BoundedSaving::diskHasAnswered(QDeadlineTimer deadline) const {
 // part any more.
 Result<void> BoundedSaving::answer() {
     const Result<void> answer = asked_.get();
-    if (next_.isOpen())
-        return askAboutFile(std::exchange(next_, FileDescriptor()));
+    if (next_.isOpen()) {
+        const Result<void> asked = askAboutFile(std::exchange(next_, FileDescriptor()));
+        if (!asked)
+            nextFolder_.close();
+        return asked;
+    }
     FileDescriptor folder = std::exchange(nextFolder_, FileDescriptor());
     if (answer && folder.isOpen())
         return askAboutFolder(std::move(folder));

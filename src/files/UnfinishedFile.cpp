@@ -66,6 +66,11 @@ Result<void> linkAs(int file, const QByteArray &name) {
     return {};
 }
 
+bool isThere(const QByteArray &path) {
+    struct stat facts = {};
+    return ::lstat(path.constData(), &facts) == 0;
+}
+
 bool isFolder(const QByteArray &path) {
     struct stat facts = {};
     return ::lstat(path.constData(), &facts) == 0 && S_ISDIR(facts.st_mode);
@@ -151,10 +156,11 @@ Result<void> UnfinishedFile::takePlace() {
     const Result<void> exchanged = exchangeNames(name_, path_);
     if (exchanged && (!isFolder(name_) || !exchangeNames(name_, path_)))
         return {};
+    const bool hadOlder = isThere(path_);
     const Result<void> renamed = renameFile(name_, path_);
     if (renamed) {
         name_.clear();
-        olderIsGone_ = !exchanged && exchanged.failure()->systemError != ENOENT;
+        olderIsGone_ = hadOlder;
     }
     return renamed;
 }
