@@ -73,6 +73,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
     wireMainWindow(
         window_, delegate_,
         {binder_, favourites_, searcher_, searchPanel_, work_, messages_, gate_, files_});
+    searcher_.setFolderGuard(surroundings.mayUseFolder);
     WindowMenus menus = makeWindowMenus(window_, delegate_, work_, gate_, files_);
     fileImport_.addEntry(menus);
     fileExport_.addEntry(menus);

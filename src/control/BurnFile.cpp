@@ -7,6 +7,7 @@
 #include "control/Messages.h"
 #include "files/FileStamp.h"
 #include "language/ImageEncoding.h"
+#include "language/Sentences.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
@@ -93,9 +94,7 @@ bool BurnFile::refusesForeignFolder() {
     if (workspace_.isOurs())
         return false;
     secondPress_.withdraw();
-    messages_.sayTrouble(Topic::ImageFile,
-                         tr("Another window works with %1, so nothing runs here.")
-                             .arg(QDir::toNativeSeparators(temporaryFolder(defaults_))));
+    messages_.sayTrouble(Topic::ImageFile, folderOfAnotherWindow(temporaryFolder(defaults_)));
     return true;
 }
 

@@ -136,11 +136,17 @@ void device_searcher::list(QObject *) {
         devicesearchterm->setFocus(Qt::OtherFocusReason);
         return;
     }
+    if (mayUseFolder_ && !mayUseFolder_())
+        return say(folderOfAnotherWindow(temporaryFolder(defaults)));
     if (asksFirst(term))
         return;
     runSearch(*run, term);
     remarkOnResults(*run, takeResults());
     run->releaseOutput();
+}
+
+void device_searcher::setFolderGuard(std::function<bool()> mayUseFolder) {
+    mayUseFolder_ = std::move(mayUseFolder);
 }
 
 // Whatever is said takes the place of a question.

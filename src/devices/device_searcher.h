@@ -59,6 +59,9 @@ public:
     void list(QObject *sender);
     /// Leaves those names in sight that hold every word of \a typed.
     void filter(const QString &typed);
+    /// Asks \a mayUseFolder before each search, which goes through the folder of temporary files;
+    /// where it says no, a remark says why nothing is searched.
+    void setFolderGuard(std::function<bool()> mayUseFolder);
     /// Offers \a names without a search.
     void setLikely(const QStringList &names);
     /// What was asked is no longer to be seen: the next search is a first one.
@@ -113,6 +116,7 @@ private:
     Log &log_;
     MainQueue &queue_;
     std::function<void()> beep_;
+    std::function<bool()> mayUseFolder_;
     WorkState &work_;
     DeviceListModel *model_ = nullptr;
     QStringListModel likelyModel_;

@@ -19,13 +19,14 @@ extern "C" int statvfs(const char * /*path*/, struct statvfs *facts) noexcept {
     return 0;
 }
 
-/// A list of devices that a full disk has cut.
+/// A list of devices that a full disk has cut, or that is not this window's to write.
 class TestWindowSearchDisk : public QObject {
     Q_OBJECT
 
 private slots:
     void list_thatLooksCutOnAFullDisk_data();
     void list_thatLooksCutOnAFullDisk();
+    void folderOfAnotherWindow_isNotSearchedThrough();
 };
 
 void TestWindowSearchDisk::list_thatLooksCutOnAFullDisk_data() {
@@ -57,6 +58,25 @@ void TestWindowSearchDisk::list_thatLooksCutOnAFullDisk() {
     diskIsFull = false;
     QCOMPARE(panel.remark->text(),
              remark.replace(QStringLiteral("%1"), velm.path(QStringLiteral("workspace"))));
+}
+
+void TestWindowSearchDisk::folderOfAnotherWindow_isNotSearchedThrough() {
+    WindowFixture velm;
+    velm.useTool("echo W27C512\n");
+    velm.start();
+    const Panel panel(velm);
+    const QString others = velm.write(QStringLiteral("another/temp_sr.bin"), "its list\n");
+    velm.settings().setValue(settingsKeys::temp_output_file,
+                             velm.path(QStringLiteral("another/temp.bin")));
+    velm.settings().setValue(settingsKeys::temp_search_results_file, others);
+    velm.folderIsAnothers = true;
+    panel.searchFor(QStringLiteral("w27"));
+    QVERIFY2(panel.remark->text().contains(u"so nothing runs here"),
+             qPrintable(panel.remark->text()));
+    QCOMPARE(WindowFixture::bytesOf(others), QByteArray("its list\n"));
+    velm.folderIsAnothers = false;
+    panel.searchFor(QStringLiteral("w27"));
+    QCOMPARE(panel.remark->text(), QStringLiteral("1 device found."));
 }
 
 QTEST_MAIN(TestWindowSearchDisk)
