@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "settings/SettingsKeys.h"
 #include "window/SearchSteps.h"
 
 #include <sys/statvfs.h>
