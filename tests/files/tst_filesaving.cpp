@@ -342,7 +342,7 @@ void TestFileSaving::nameThatTheDiskRefuses_isGivenBack() {
 void TestFileSaving::nameThatTheDiskRefusesWithoutExchange_leavesTheNewFile() {
     QVERIFY(writeWholeFile(path(), oldBytes));
     FailingCalls failing("renameat2", 1, EIO);
-    failing.failAgain(2); // the renaming works, and the flushing behind it does not
+    failing.failAgain(3); // the renaming works, and the flushing behind it does not
     QCOMPARE(outcomeOf(saveWholeFile(path(), newBytes)),
              QStringLiteral("failed: Input/output error"));
     QCOMPARE(filesLeft(), QStringList(QStringLiteral("a.bin")));
