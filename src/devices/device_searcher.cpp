@@ -208,10 +208,12 @@ void device_searcher::remarkOnWords() {
 }
 
 void device_searcher::remarkOnSilence() {
-    const qint64 output = current_ ? current_->printed() : 0;
-    if (current_ && output == outputSeen_)
+    const ScriptedMiniPro *run = current_;
+    if (!run)
+        return;
+    if (run->printed() == outputSeen_)
         say(remarkOnSilentSearch());
-    outputSeen_ = output;
+    outputSeen_ = run->printed();
 }
 
 Result<qsizetype> device_searcher::takeResults() {
