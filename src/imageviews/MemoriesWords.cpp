@@ -76,8 +76,8 @@ QString hexadecimalWords(const Fuse &fuse) {
 }
 
 QString binaryWords(const Fuse &fuse) {
-    const QString bits =
-        QString::number(fuse.value, binaryBase).rightJustified(fuse.digits * bitsInHexDigit, u'0');
+    const QString bits = QString::number(fuse.value, binaryBase)
+                             .rightJustified(qsizetype(fuse.digits) * bitsInHexDigit, u'0');
     QStringList groups;
     for (qsizetype i = 0; i < bits.size(); i += bitsInHexDigit)
         groups << bits.sliced(i, bitsInHexDigit);
