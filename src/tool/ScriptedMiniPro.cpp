@@ -45,14 +45,12 @@ ScriptedMiniPro::ScriptedMiniPro(SettingsStore &settings, Log &eventLog, MainQue
                                  QObject *parent)
     : QObject(parent),
       defaults(settings),
-      plumbing_(new Plumbing(this)),
+      plumbing_(new RunPlumbing(this)),
       log_(eventLog),
       queue_(mainQueue) {
-    ChildProcess &task = plumbing_->task;
+    const ChildProcess &task = plumbing_->task;
     connect(&task, &ChildProcess::terminated, this, &ScriptedMiniPro::terminated);
     connect(&task, &ChildProcess::ended, this, &ScriptedMiniPro::childEnded);
-    task.setStandardStreams(&plumbing_->stdinPipe, &plumbing_->stdoutPipe,
-                            &plumbing_->stderrorPipe);
     outFile = plumbing_->stdoutPipe.fileHandleForReading();
     errFile = plumbing_->stderrorPipe.fileHandleForReading();
     for (ReadHandle *handle : {outFile, errFile})
@@ -336,10 +334,7 @@ void ScriptedMiniPro::stopListening() {
 // that has seen to it that it is not is found by the pipe that it holds. One with a session of its
 // own, such as an agent that a login profile starts, was meant to outlive the run.
 void ScriptedMiniPro::endLatePrinters() {
-    QList<PipeIdentity> pipes;
-    for (const Pipe *pipe : {&plumbing_->stdoutPipe, &plumbing_->stderrorPipe})
-        if (const auto identity = pipeIdentity(pipe->ownEnd()))
-            pipes.append(*identity);
+    const QList<PipeIdentity> pipes = plumbing_->outputPipes();
     const pid_t session = plumbing_->task.session();
     stopListening();
     QTimer::singleShot(graceAfterClosing, this,
@@ -354,22 +349,14 @@ void ScriptedMiniPro::childEnded() {
 void ScriptedMiniPro::closeIfDone() {
     if (listening_ || !plumbing_ || plumbing_->task.isRunning())
         return;
-    plumbing_->stdoutPipe.closeOwnEnd();
-    plumbing_->stderrorPipe.closeOwnEnd();
+    plumbing_->closeOutput();
     if (outputTaken_)
         givePlumbingBack();
 }
 
-ScriptedMiniPro::ChildEnd ScriptedMiniPro::childEnd() const {
-    if (!plumbing_)
-        return end_;
-    const ChildProcess &task = plumbing_->task;
-    return {task.terminationStatus(), task.killedBySignal(), task.stopRequested()};
-}
-
 // Later, since this may run in a signal of what goes.
 void ScriptedMiniPro::givePlumbingBack() {
-    end_ = childEnd();
+    end_ = plumbing_->childEnd();
     outFile = nullptr;
     errFile = nullptr;
     filesBesideRead_.clear();
@@ -431,7 +418,7 @@ RunFacts ScriptedMiniPro::facts() const {
         facts.imagePath = launched_.outputPath;
     facts.start = start_;
     facts.startRefused = startRefused_;
-    const ChildEnd end = childEnd();
+    const ChildEnd end = plumbing_ ? plumbing_->childEnd() : end_;
     facts.status = end.status;
     facts.killedBySignal = end.killedBySignal;
     facts.stopRequested = end.stopRequested;

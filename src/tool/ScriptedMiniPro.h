@@ -7,11 +7,10 @@
 #include "language/CommandLine.h"
 #include "language/RunOutcome.h"
 #include "language/ToolReportReader.h"
-#include "process/ChildProcess.h"
 #include "process/OutputDecoder.h"
-#include "process/Pipe.h"
 #include "process/ReadHandle.h"
 #include "tool/OutputTail.h"
+#include "tool/RunPlumbing.h"
 #include "tool/WholeRows.h"
 
 #include <QObject>
@@ -130,24 +129,6 @@ signals:
     void stillPrintingChanged(bool printing);
 
 private:
-    /// What a run needs as long as it lasts or is listened to. Runs are kept, this is not.
-    struct Plumbing : QObject {
-        using QObject::QObject;
-
-        /// Nothing is ever written to it: the tool sees an open, empty input.
-        Pipe stdinPipe{Pipe::Direction::ToChild};
-        Pipe stdoutPipe{Pipe::Direction::FromChild};
-        Pipe stderrorPipe{Pipe::Direction::FromChild};
-        ChildProcess task;
-    };
-
-    /// How the child ended, as ChildProcess tells it.
-    struct ChildEnd {
-        int status = -1;
-        bool killedBySignal = false;
-        bool stopRequested = false;
-    };
-
     void handleChunk(ReadHandle *handle, const QByteArray &chunk, QString &text);
     void setPrintingLate(ReadHandle *handle, bool printing);
     void countEmptyRead(ReadHandle *handle);
@@ -162,7 +143,6 @@ private:
     void endLatePrinters();
     void childEnded();
     void closeIfDone();
-    ChildEnd childEnd() const;
     void givePlumbingBack();
 
     void collect(const QString &piece, QString &text);
@@ -177,7 +157,7 @@ private:
 
     SettingsStore &defaults;
     /// Null once it has been given back.
-    Plumbing *plumbing_ = nullptr;
+    RunPlumbing *plumbing_ = nullptr;
     ReadHandle *outFile = nullptr;
     ReadHandle *errFile = nullptr;
     /// Stays empty: the tool is never told anything.
