@@ -4,12 +4,11 @@
 #pragma once
 
 #include "control/OtherMemoriesWatch.h"
+#include "files/FolderGuard.h"
 #include "imageviews/MemoriesWindow.h"
 
 #include <QObject>
 #include <QPointer>
-
-#include <functional>
 
 class ActionGate;
 class AppDelegate;
@@ -37,7 +36,7 @@ public:
         const WorkState &work;
         const ActionGate &gate;
         Messages &messages;
-        std::function<bool()> mayUseFolder; ///< of the temporary files
+        FolderGuard mayUseFolder; ///< of the temporary files
     };
 
     explicit MemoriesWiring(const Surroundings &surroundings);

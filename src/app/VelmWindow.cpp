@@ -103,7 +103,7 @@ VelmWindow::~VelmWindow() {
 bool VelmWindow::start() {
     delegate_.applicationDidFinishLaunching();
     // It may have been missing until now, and another start with it.
-    if (mayUseFolder_ && !mayUseFolder_())
+    if (!mayUseFolder_())
         return false;
     lookForTool(*this, settings_, messages_, nextSteps_);
     restoreWindow();

@@ -22,6 +22,7 @@
 #include "devices/KnownDevices.h"
 #include "devices/UAStringManager.h"
 #include "devices/device_searcher.h"
+#include "files/FolderGuard.h"
 #include "language/RunLog.h"
 #include "settings/ToolTrust.h"
 #include "settings/WindowMemory.h"
@@ -49,7 +50,7 @@ public:
         std::function<void()> beep;
         QString memoryPath; ///< file of what the program remembers for itself
         /// Says whether the folder of the temporary files is this program's; without it, it is.
-        std::function<bool()> mayUseFolder = {};
+        FolderGuard mayUseFolder = {};
     };
 
     explicit VelmWindow(const Surroundings &surroundings);
@@ -96,7 +97,7 @@ private:
     void followSettings();
 
     SettingsStore &settings_;
-    const std::function<bool()> mayUseFolder_;
+    const FolderGuard mayUseFolder_;
     MainQueue queue_;
     WorkState work_;
     LatePrinters latePrinters_;

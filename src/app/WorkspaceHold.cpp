@@ -5,6 +5,7 @@
 
 #include "app/RaiseChannel.h"
 #include "app/WorkspaceLock.h"
+#include "files/FolderGuard.h"
 #include "settings/FilePaths.h"
 
 WorkspaceHold::WorkspaceHold(WorkspaceLock &lock, const SettingsStore &settings)
@@ -12,12 +13,15 @@ WorkspaceHold::WorkspaceHold(WorkspaceLock &lock, const SettingsStore &settings)
 
 WorkspaceHold::~WorkspaceHold() = default;
 
-bool WorkspaceHold::mayUseFolder() {
-    if (!lock_.holdFolder(temporaryFolder(settings_)))
-        return false;
+Result<void> WorkspaceHold::mayUseFolder() {
+    const Result<WorkspaceLock::Holder> holder = lock_.holdFolder(temporaryFolder(settings_));
+    if (const Failure *failure = holder.failure())
+        return *failure;
+    if (*holder == WorkspaceLock::Holder::Another)
+        return folderOfAnotherWindow();
     if (server_ && lock_.address().path != listensAt_)
         listen();
-    return true;
+    return {};
 }
 
 void WorkspaceHold::listen() {

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/Result.h"
+
 #include <QObject>
 #include <QString>
 
@@ -22,9 +24,9 @@ public:
     WorkspaceHold(WorkspaceLock &lock, const SettingsStore &settings);
     ~WorkspaceHold() override;
 
-    /// True if the folder of temporary files that the settings name now is this program's. It is
-    /// locked for that, and listened for once listen() has been called.
-    bool mayUseFolder();
+    /// Whether the folder of temporary files that the settings name now is this program's, or why
+    /// not. It is locked for that, and listened for once listen() has been called.
+    Result<void> mayUseFolder();
     /// Answers other starts from now on.
     void listen();
 

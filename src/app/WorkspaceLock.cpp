@@ -97,34 +97,33 @@ Result<WorkspaceLock::Holder> WorkspaceLock::take() {
             return holder;
         file_ = *std::move(file);
     }
-    return holdFolder(temporaryFolder_) ? Holder::ThisProcess : Holder::Another;
+    return holdFolder(temporaryFolder_);
 }
 
 // Where there is no folder yet, or its file system knows no locks, the file has to do.
-bool WorkspaceLock::holdFolder(const QString &temporaryFolder) {
+Result<WorkspaceLock::Holder> WorkspaceLock::holdFolder(const QString &temporaryFolder) {
     FileDescriptor folder(
         ::open(QFile::encodeName(temporaryFolder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     // It may have another name by now, which is no reason to compete with oneself for it.
     if (areOneFile(folder, folder_))
-        return true;
+        return Holder::ThisProcess;
     if (lockKey(temporaryFolder) != key_)
         return moveTo(temporaryFolder);
     if (folder.isOpen()) {
         const Result<Holder> holder = lockAtOnce(folder);
         if (holder && *holder == Holder::Another)
-            return false;
+            return holder;
     }
     folder_ = std::move(folder);
-    return true;
+    return Holder::ThisProcess;
 }
 
-bool WorkspaceLock::moveTo(const QString &temporaryFolder) {
+Result<WorkspaceLock::Holder> WorkspaceLock::moveTo(const QString &temporaryFolder) {
     WorkspaceLock other(temporaryFolder, runtimeFolder_);
     const Result<Holder> holder = other.take();
-    if (!holder || *holder == Holder::Another)
-        return false;
-    *this = std::move(other);
-    return true;
+    if (holder && *holder == Holder::ThisProcess)
+        *this = std::move(other);
+    return holder;
 }
 
 RaiseAddress WorkspaceLock::address() const {

@@ -36,14 +36,14 @@ public:
     Result<Holder> take();
     /// Locks \a temporaryFolder, which the settings may have come to name since, unless it is
     /// locked. One that is missing is locked by the file until it is there. The locks of an earlier
-    /// folder go once this process has those of the new one. False if another process has it, or
-    /// if it cannot be locked: nothing in it may be changed then.
-    bool holdFolder(const QString &temporaryFolder);
+    /// folder go once this process has those of the new one. Gives who has the folder then, and
+    /// fails like take(): unless it is this process, nothing in the folder may be changed.
+    Result<Holder> holdFolder(const QString &temporaryFolder);
     /// Where the holder of the lock listens for other starts.
     RaiseAddress address() const;
 
 private:
-    bool moveTo(const QString &temporaryFolder);
+    Result<Holder> moveTo(const QString &temporaryFolder);
 
     QString runtimeFolder_;
     QString key_;

@@ -11,6 +11,7 @@
 #include "base/Log.h"
 #include "base/Result.h"
 #include "control/FilePanels.h"
+#include "files/FolderGuard.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
@@ -114,7 +115,7 @@ std::optional<int> runWindow(const Start &start) {
     DesktopFilePanels panels;
     WorkspaceHold hold(*start.lock, *start.settings);
     VelmWindow velm({*start.settings, log, panels, [] { QApplication::beep(); },
-                     start.options.memory, [&hold] { return hold.mayUseFolder(); }});
+                     start.options.memory, FolderGuard([&hold] { return hold.mayUseFolder(); })});
     TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::received, &velm, &VelmWindow::askToEnd);
     if (!velm.start())

@@ -13,6 +13,7 @@
 #include "control/OpenedBinary.h"
 #include "control/UserFiles.h"
 #include "files/ByteBuffer.h"
+#include "files/FolderGuard.h"
 #include "grid/CellEdit.h"
 #include "grid/GridPresentation.h"
 #include "grid/GridSource.h"
@@ -62,7 +63,7 @@ public:
         Messages &messages;
         const ActionGate &gate; ///< every action asks it first
         UserFiles &files;
-        std::function<bool()> mayUseFolder; ///< of the temporary files
+        FolderGuard mayUseFolder; ///< of the temporary files
     };
 
     explicit AppDelegate(const Surroundings &surroundings);

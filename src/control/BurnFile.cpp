@@ -91,11 +91,13 @@ BurnSituation BurnFile::situation(Operation operation) const {
 
 // What the tool writes there would take the place of what it wrote for the other window.
 bool BurnFile::refusesForeignFolder() {
-    if (workspace_.isOurs())
-        return false;
-    secondPress_.withdraw();
-    messages_.sayTrouble(Topic::ImageFile, folderOfAnotherWindow(temporaryFolder(defaults_)));
-    return true;
+    const Result<void> ours = workspace_.mayUse();
+    if (const Failure *failure = ours.failure()) {
+        secondPress_.withdraw();
+        messages_.sayTrouble(Topic::ImageFile,
+                             folderMayNotBeUsed(temporaryFolder(defaults_), *failure));
+    }
+    return !ours;
 }
 
 bool BurnFile::asks(const BurnSituation &burn, quint64 revision) {

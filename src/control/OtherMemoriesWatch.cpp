@@ -31,7 +31,7 @@ void OtherMemoriesWatch::follow(ScriptedMiniPro *run) {
 void OtherMemoriesWatch::prepareRead(Work now) {
     if (now != Work::Running || !run_ || run_->facts().operation != ReadOperation)
         return;
-    if (!with_.mayUseFolder || with_.mayUseFolder())
+    if (with_.mayUseFolder())
         removeOtherMemoryFiles(with_.settings);
     const QString readFile = absolutePathOf(with_.settings, settingsKeys::temp_read_from_chip_file);
     run_->setFilesBesideRead(otherMemoryFiles(readFile));

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/WorkState.h"
+#include "files/FolderGuard.h"
 #include "image/OtherMemories.h"
 #include "language/KnownMemories.h"
 
@@ -11,7 +12,6 @@
 #include <QObject>
 #include <QPointer>
 
-#include <functional>
 #include <optional>
 
 class ScriptedMiniPro;
@@ -29,7 +29,7 @@ public:
         const SettingsStore &settings;
         const WorkState &work;
         /// Says whether the folder of the temporary files is this program's; without it, it is.
-        std::function<bool()> mayUseFolder;
+        FolderGuard mayUseFolder;
     };
 
     explicit OtherMemoriesWatch(const Surroundings &surroundings);

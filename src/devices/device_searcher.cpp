@@ -136,8 +136,9 @@ void device_searcher::list(QObject *) {
         devicesearchterm->setFocus(Qt::OtherFocusReason);
         return;
     }
-    if (mayUseFolder_ && !mayUseFolder_())
-        return say(folderOfAnotherWindow(temporaryFolder(defaults)));
+    const Result<void> ours = mayUseFolder_();
+    if (const Failure *failure = ours.failure())
+        return say(folderMayNotBeUsed(temporaryFolder(defaults), *failure));
     if (asksFirst(term))
         return;
     runSearch(*run, term);
@@ -145,7 +146,7 @@ void device_searcher::list(QObject *) {
     run->releaseOutput();
 }
 
-void device_searcher::setFolderGuard(std::function<bool()> mayUseFolder) {
+void device_searcher::setFolderGuard(FolderGuard mayUseFolder) {
     mayUseFolder_ = std::move(mayUseFolder);
 }
 

@@ -5,6 +5,7 @@
 
 #include "base/Result.h"
 #include "devices/NameFilter.h"
+#include "files/FolderGuard.h"
 #include "widgets/RepeatedPress.h"
 
 #include <QList>
@@ -61,7 +62,7 @@ public:
     void filter(const QString &typed);
     /// Asks \a mayUseFolder before each search, which goes through the folder of temporary files;
     /// where it says no, a remark says why nothing is searched.
-    void setFolderGuard(std::function<bool()> mayUseFolder);
+    void setFolderGuard(FolderGuard mayUseFolder);
     /// Offers \a names without a search.
     void setLikely(const QStringList &names);
     /// What was asked is no longer to be seen: the next search is a first one.
@@ -116,7 +117,7 @@ private:
     Log &log_;
     MainQueue &queue_;
     std::function<void()> beep_;
-    std::function<bool()> mayUseFolder_;
+    FolderGuard mayUseFolder_;
     WorkState &work_;
     DeviceListModel *model_ = nullptr;
     QStringListModel likelyModel_;

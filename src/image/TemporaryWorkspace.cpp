@@ -42,19 +42,13 @@ Result<void> save(const QString &path, const ByteBuffer &image) {
     return saveWholeFile(path, *image, Durability::ProgramEnd, links);
 }
 
-Failure usedByAnother() {
-    return Failure{
-        QCoreApplication::translate("TemporaryWorkspace", "Another window works with this folder")};
-}
-
 QString printable(const QString &text) {
     return text.isNull() ? loggedForNone.toString() : text;
 }
 
 } // namespace
 
-TemporaryWorkspace::TemporaryWorkspace(const SettingsStore &settings, Log &log,
-                                       std::function<bool()> mayUse)
+TemporaryWorkspace::TemporaryWorkspace(const SettingsStore &settings, Log &log, FolderGuard mayUse)
     : settings_(settings), log_(log), mayUse_(std::move(mayUse)) {}
 
 void TemporaryWorkspace::createTempDirectory() {
@@ -75,8 +69,8 @@ Result<void> TemporaryWorkspace::makeFolder() {
 Result<void> TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer &output_data) {
     const Result<void> made = makeFolder();
     const QString path = resolvedPathOf(settings_, settingsKeys::temp_output_file);
-    const bool ours = isOurs();
-    lastWrite_ = ours ? save(path, output_data) : usedByAnother();
+    const Result<void> ours = mayUse();
+    lastWrite_ = ours ? save(path, output_data) : ours;
     if (!made && !lastWrite_ && ours)
         lastWrite_ = made;
     if (!lastWrite_)
@@ -117,7 +111,7 @@ QString TemporaryWorkspace::sharedFolder() const {
 }
 
 void TemporaryWorkspace::clear_temp_files() {
-    if (!QFileInfo::exists(temporaryFolder(settings_)) || !isOurs())
+    if (!QFileInfo::exists(temporaryFolder(settings_)) || !mayUse())
         return;
     removeUnfinished(resolvedPathOf(settings_, settingsKeys::temp_output_file));
     removeOtherMemoryFiles(settings_);

@@ -6,8 +6,8 @@
 #include "base/Result.h"
 #include "files/ByteBuffer.h"
 #include "files/FileStamp.h"
+#include "files/FolderGuard.h"
 
-#include <functional>
 #include <optional>
 
 class Log;
@@ -20,7 +20,7 @@ class TemporaryWorkspace {
 public:
     /// \a settings and \a log must outlive this object. \a mayUse says, before anything in the
     /// folder is changed, whether it is this program's; without it, it is.
-    TemporaryWorkspace(const SettingsStore &settings, Log &log, std::function<bool()> mayUse = {});
+    TemporaryWorkspace(const SettingsStore &settings, Log &log, FolderGuard mayUse = {});
 
     /// Makes sure that the temporary folder exists. Anything that stands at its path counts as
     /// existing. A failure is logged; whatever is written there then fails as well.
@@ -41,8 +41,8 @@ public:
     /// \a output_data; for a null one, if there is no such file.
     bool outputFileHolds(const ByteBuffer &output_data) const;
 
-    /// False if the temporary folder is another program's: nothing in it may be changed then.
-    bool isOurs() const { return !mayUse_ || mayUse_(); }
+    /// Whether the temporary folder is this program's, or why nothing in it may be changed.
+    Result<void> mayUse() const { return mayUse_(); }
 
     /// The temporary folder, if others than the user may put files into it; empty else.
     QString sharedFolder() const;
@@ -59,7 +59,7 @@ public:
 private:
     const SettingsStore &settings_;
     Log &log_;
-    std::function<bool()> mayUse_;
+    FolderGuard mayUse_;
     /// The file as it was left when it was last written; nothing where that failed.
     struct Written {
         QString path;

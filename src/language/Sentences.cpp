@@ -6,10 +6,9 @@
 #include <QCoreApplication>
 #include <QDir>
 
-QString folderOfAnotherWindow(const QString &folder) {
-    return QCoreApplication::translate("Sentences",
-                                       "Another window works with %1, so nothing runs here.")
-        .arg(QDir::toNativeSeparators(folder));
+QString folderMayNotBeUsed(const QString &folder, const Failure &failure) {
+    return QCoreApplication::translate("Sentences", "Nothing can run with the files in %1: %2.")
+        .arg(QDir::toNativeSeparators(folder), failure.reason);
 }
 
 QString joinedSentences(const QString &sentence, const QString &following) {

@@ -9,15 +9,19 @@
 #include <QTest>
 
 #include <memory>
+#include <sys/stat.h>
 
 namespace {
 
-/// True if this process has \a lock now; false if another has it.
-bool isTaken(WorkspaceLock &lock) {
-    const Result<WorkspaceLock::Holder> holder = lock.take();
+/// True if this process has the lock that gave \a holder; false if another has it.
+bool isOurs(const Result<WorkspaceLock::Holder> &holder) {
     if (const Failure *failure = holder.failure())
         qFatal("no lock: %s", qPrintable(failure->reason));
     return *holder == WorkspaceLock::Holder::ThisProcess;
+}
+
+bool isTaken(WorkspaceLock &lock) {
+    return isOurs(lock.take());
 }
 
 } // namespace
@@ -32,6 +36,7 @@ private slots:
     void aFolderOfLater_isLockedAndTheEarlierGivenUp();
     void aFolderOfLaterThatIsAnothers_isRefused_data();
     void aFolderOfLaterThatIsAnothers_isRefused();
+    void aFolderOfLaterThatCannotBeLocked_isAFailure();
     void anotherNameOfTheFolder_isNoOtherFolder();
 
 private:
@@ -48,7 +53,7 @@ void TestWorkspaceFolders::aFolderThatIsMadeAnew_isLockedAnew() {
     QVERIFY(isTaken(first));
     QVERIFY(QFile::rename(workspace, folder.filePath(QStringLiteral("older"))));
     QVERIFY(QDir().mkpath(workspace));
-    QVERIFY(first.holdFolder(workspace));
+    QVERIFY(isOurs(first.holdFolder(workspace)));
     QVERIFY(!isTaken(second));
 }
 
@@ -67,7 +72,7 @@ void TestWorkspaceFolders::aFolderOfLater_isLockedAndTheEarlierGivenUp() {
         QVERIFY(QDir().mkpath(later));
     WorkspaceLock lock(earlier.path(), runtime_.path());
     QVERIFY(isTaken(lock));
-    QVERIFY(lock.holdFolder(later));
+    QVERIFY(isOurs(lock.holdFolder(later)));
     WorkspaceLock ofLater(later, runtime_.path());
     QVERIFY(!isTaken(ofLater));
     QCOMPARE(lock.address().path, ofLater.address().path);
@@ -92,12 +97,26 @@ void TestWorkspaceFolders::aFolderOfLaterThatIsAnothers_isRefused() {
         later.path(), hasOtherRuntime ? otherRuntime.path() : runtime_.path());
     QVERIFY(isTaken(lock));
     QVERIFY(isTaken(*ofLater));
-    QVERIFY(!lock.holdFolder(later.path()));
+    QVERIFY(!isOurs(lock.holdFolder(later.path())));
     WorkspaceLock ofEarlier(earlier.path(), otherRuntime.path());
     QVERIFY(!isTaken(ofEarlier));
     ofLater.reset();
-    QVERIFY(lock.holdFolder(later.path()));
+    QVERIFY(isOurs(lock.holdFolder(later.path())));
     QVERIFY(isTaken(ofEarlier));
+}
+
+// Where everybody may put files, the lock could be taken away.
+void TestWorkspaceFolders::aFolderOfLaterThatCannotBeLocked_isAFailure() {
+    const QTemporaryDir runtime;
+    const QTemporaryDir earlier;
+    const QTemporaryDir later;
+    WorkspaceLock lock(earlier.path(), runtime.path());
+    QVERIFY(isTaken(lock));
+    QCOMPARE(::chmod(QFile::encodeName(runtime.path()).constData(), 0777), 0);
+    const Result<WorkspaceLock::Holder> holder = lock.holdFolder(later.path());
+    QVERIFY(holder.failure());
+    QVERIFY(holder.failure()->reason.startsWith(runtime.path()));
+    QVERIFY(isTaken(lock));
 }
 
 void TestWorkspaceFolders::anotherNameOfTheFolder_isNoOtherFolder() {
@@ -108,7 +127,7 @@ void TestWorkspaceFolders::anotherNameOfTheFolder_isNoOtherFolder() {
     WorkspaceLock lock(workspace, runtime_.path());
     QVERIFY(isTaken(lock));
     QVERIFY(QFile::rename(workspace, moved));
-    QVERIFY(lock.holdFolder(moved));
+    QVERIFY(isOurs(lock.holdFolder(moved)));
 }
 
 QTEST_GUILESS_MAIN(TestWorkspaceFolders)

@@ -33,13 +33,16 @@
 
 namespace {
 
-/// Who holds \a lock now that it was tried, or why there is none.
-QString holderOf(WorkspaceLock &lock) {
-    const Result<WorkspaceLock::Holder> holder = lock.take();
+/// Who holds the lock that gave \a holder, or why there is none.
+QString nameOf(const Result<WorkspaceLock::Holder> &holder) {
     if (const Failure *failure = holder.failure())
         return failure->reason;
     return *holder == WorkspaceLock::Holder::ThisProcess ? QStringLiteral("this process")
                                                          : QStringLiteral("another");
+}
+
+QString holderOf(WorkspaceLock &lock) {
+    return nameOf(lock.take());
 }
 
 const QString thisProcess = QStringLiteral("this process");
@@ -146,9 +149,9 @@ void TestWorkspaceLock::aFolderMadeByTwo_isHeldByOne() {
     QCOMPARE(holderOf(second), thisProcess);
     QVERIFY(QDir(folder.path()).isEmpty());
     QVERIFY(QDir().mkpath(workspace));
-    QVERIFY(second.holdFolder(workspace));
-    QVERIFY(second.holdFolder(workspace));
-    QVERIFY(!first.holdFolder(workspace));
+    QCOMPARE(nameOf(second.holdFolder(workspace)), thisProcess);
+    QCOMPARE(nameOf(second.holdFolder(workspace)), thisProcess);
+    QCOMPARE(nameOf(first.holdFolder(workspace)), another);
     QCOMPARE(holderOf(first), another);
     WorkspaceLock third(workspace, folder.path());
     QCOMPARE(holderOf(third), another);

@@ -124,7 +124,8 @@ void TestOtherMemories::remove_leavesAFileThatTheSettingsName() {
 
 void TestOtherMemories::start_removesThem() {
     writeAllThree();
-    TemporaryWorkspace foreign(at->settings, at->log, [] { return false; });
+    TemporaryWorkspace foreign(at->settings, at->log,
+                               FolderGuard([] { return folderOfAnotherWindow(); }));
     foreign.clear_temp_files();
     QVERIFY(!at->names().isEmpty());
     for (const QString &path : {at->output(), at->read(), at->search()})

@@ -205,7 +205,8 @@ void TestTemporaryWorkspace::create_failureIsLogged() {
 
 void TestTemporaryWorkspace::folderOfAnotherProgram_isLeftAlone() {
     makeFiles({at->output(), at->read(), at->search()});
-    TemporaryWorkspace workspace(at->settings, at->log, [] { return false; });
+    TemporaryWorkspace workspace(at->settings, at->log,
+                                 FolderGuard([] { return folderOfAnotherWindow(); }));
     workspace.clear_temp_files();
     QCOMPARE(at->log.lines, QStringList());
     const ByteBuffer image = std::make_shared<QByteArray>("image");
@@ -219,10 +220,11 @@ void TestTemporaryWorkspace::folderOfAnotherProgram_isLeftAlone() {
 
 void TestTemporaryWorkspace::folder_isAskedForOnceItIsThere() {
     QStringList asked;
-    TemporaryWorkspace workspace(at->settings, at->log, [&] {
-        asked.append(at->names());
-        return QFile::exists(at->folder());
-    });
+    TemporaryWorkspace workspace(at->settings, at->log, FolderGuard([&] {
+                                     asked.append(at->names());
+                                     return QFile::exists(at->folder()) ? Result<void>()
+                                                                        : folderOfAnotherWindow();
+                                 }));
     workspace.clear_temp_files();
     QCOMPARE(asked, QStringList());
     QVERIFY(workspace.write_output_data_to_temp_file(std::make_shared<QByteArray>("image")));

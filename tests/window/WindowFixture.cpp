@@ -41,7 +41,8 @@ void WindowFixture::openSettings() {
 void WindowFixture::start() {
     velm_ = std::make_unique<VelmWindow>(VelmWindow::Surroundings{
         *settings_, log, panels, [this] { ++beeps; }, path(QStringLiteral("state.conf")),
-        [this] { return !folderIsAnothers; }});
+        FolderGuard(
+            [this] { return folderIsAnothers ? folderOfAnotherWindow() : Result<void>(); })});
     velm_->start();
     QVERIFY(QTest::qWaitForWindowExposed(&velm_->window()));
     velm_->window().activateWindow();

@@ -173,8 +173,10 @@ void TestWindowBurn::foreignFolder_runsNothing() {
                             velm.controls().btn_verify, velm.controls().btn_logic})
         for (int press = 0; press < 2; ++press) {
             velm.click(button);
-            QVERIFY2(velm.message().contains(QFileInfo(others).path() +
-                                             QStringLiteral(", so nothing runs here")),
+            QVERIFY2(velm.message().contains(
+                         QStringLiteral("Nothing can run with the files in %1: Another window "
+                                        "works with this folder.")
+                             .arg(QFileInfo(others).path())),
                      qPrintable(velm.message()));
         }
     QVERIFY(!QFile::exists(chip(velm)));
@@ -183,7 +185,7 @@ void TestWindowBurn::foreignFolder_runsNothing() {
     velm.folderIsAnothers = false;
     velm.click(velm.controls().btn_read);
     QVERIFY(QFile::exists(chip(velm)));
-    QVERIFY(!velm.message().contains(QStringLiteral("so nothing runs here")));
+    QVERIFY(!velm.message().contains(QStringLiteral("Nothing can run")));
 }
 
 void TestWindowBurn::doubleClick_isNoSecondPress() {

@@ -72,7 +72,7 @@ void TestWindowSearchDisk::folderOfAnotherWindow_isNotSearchedThrough() {
     velm.settings().setValue(settingsKeys::temp_search_results_file, others);
     velm.folderIsAnothers = true;
     panel.searchFor(QStringLiteral("w27"));
-    QVERIFY2(panel.remark->text().contains(u"so nothing runs here"),
+    QVERIFY2(panel.remark->text().contains(u"Another window works with this folder"),
              qPrintable(panel.remark->text()));
     QCOMPARE(WindowFixture::bytesOf(others), QByteArray("its list\n"));
     velm.folderIsAnothers = false;
