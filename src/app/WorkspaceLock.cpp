@@ -51,12 +51,23 @@ Result<WorkspaceLock::Holder> lockAtOnce(const FileDescriptor &file) {
     return Failure::ofSystem(errno);
 }
 
-bool areOneFile(const FileDescriptor &one, const FileDescriptor &other) {
+/// True if the folder at \a path is the one that is open as \a folder.
+bool isAt(const QString &path, const FileDescriptor &folder) {
     struct stat facts = {};
     struct stat otherFacts = {};
-    return one.isOpen() && other.isOpen() && ::fstat(one.get(), &facts) == 0 &&
-           ::fstat(other.get(), &otherFacts) == 0 && facts.st_dev == otherFacts.st_dev &&
-           facts.st_ino == otherFacts.st_ino;
+    return folder.isOpen() && ::fstat(folder.get(), &facts) == 0 &&
+           ::stat(QFile::encodeName(path).constData(), &otherFacts) == 0 &&
+           facts.st_dev == otherFacts.st_dev && facts.st_ino == otherFacts.st_ino;
+}
+
+/// The folder at \a path to be locked; not open if it is missing or may not be read, where the
+/// lock file has to do.
+Result<FileDescriptor> openToLock(const QString &path) {
+    FileDescriptor folder(
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!folder.isOpen() && errno != ENOENT && errno != ENOTDIR && errno != EACCES)
+        return Failure::ofSystem(errno);
+    return folder;
 }
 
 Result<FileDescriptor> openLockFile(const QString &folder, const QString &key) {
@@ -66,7 +77,8 @@ Result<FileDescriptor> openLockFile(const QString &folder, const QString &key) {
             QCoreApplication::translate("WorkspaceLock", "%1 is no folder of this user alone")
                 .arg(folder)};
     const QByteArray path = QFile::encodeName(folder + QStringLiteral("/velm-%1.lock").arg(key));
-    FileDescriptor file(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+    FileDescriptor file(
+        ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
     if (!file.isOpen())
         return Failure::ofSystem(errno);
     return file;
@@ -100,22 +112,42 @@ Result<WorkspaceLock::Holder> WorkspaceLock::take() {
     return holdFolder(temporaryFolder_);
 }
 
-// Where there is no folder yet, or its file system knows no locks, the file has to do.
+// Where the file system knows no locks, the file has to do as well.
 Result<WorkspaceLock::Holder> WorkspaceLock::holdFolder(const QString &temporaryFolder) {
-    FileDescriptor folder(
-        ::open(QFile::encodeName(temporaryFolder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     // It may have another name by now, which is no reason to compete with oneself for it.
-    if (areOneFile(folder, folder_))
+    if (isAt(temporaryFolder, folder_)) {
+        takeName(temporaryFolder);
         return Holder::ThisProcess;
+    }
     if (lockKey(temporaryFolder) != key_)
         return moveTo(temporaryFolder);
-    if (folder.isOpen()) {
-        const Result<Holder> holder = lockAtOnce(folder);
+    Result<FileDescriptor> folder = openToLock(temporaryFolder);
+    if (const Failure *failure = folder.failure())
+        return *failure;
+    if (folder->isOpen()) {
+        const Result<Holder> holder = lockAtOnce(*folder);
         if (holder && *holder == Holder::Another)
             return holder;
     }
-    folder_ = std::move(folder);
+    folder_ = *std::move(folder);
     return Holder::ThisProcess;
+}
+
+// Other starts look under the new name for whoever has the folder. One that has its lock at this
+// moment finds the folder itself locked, and gives up.
+void WorkspaceLock::takeName(const QString &temporaryFolder) {
+    const QString key = lockKey(temporaryFolder);
+    if (key == key_)
+        return;
+    Result<FileDescriptor> file = openLockFile(runtimeFolder_, key);
+    if (!file)
+        return;
+    const Result<Holder> holder = lockAtOnce(*file);
+    if (!holder || *holder == Holder::Another)
+        return;
+    file_ = *std::move(file);
+    key_ = key;
+    temporaryFolder_ = temporaryFolder;
 }
 
 Result<WorkspaceLock::Holder> WorkspaceLock::moveTo(const QString &temporaryFolder) {

@@ -43,6 +43,7 @@ public:
     RaiseAddress address() const;
 
 private:
+    void takeName(const QString &temporaryFolder);
     Result<Holder> moveTo(const QString &temporaryFolder);
 
     QString runtimeFolder_;

@@ -3,11 +3,14 @@
 
 #include "app/WorkspaceLock.h"
 
+#include "support/FailingCalls.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cerrno>
 #include <memory>
 #include <sys/stat.h>
 
@@ -32,6 +35,7 @@ class TestWorkspaceFolders : public QObject {
 
 private slots:
     void aFolderThatIsMadeAnew_isLockedAnew();
+    void aFolderThatCannotBeOpenedNow_isNotGivenUp();
     void aFolderOfLater_isLockedAndTheEarlierGivenUp_data();
     void aFolderOfLater_isLockedAndTheEarlierGivenUp();
     void aFolderOfLaterThatIsAnothers_isRefused_data();
@@ -55,6 +59,28 @@ void TestWorkspaceFolders::aFolderThatIsMadeAnew_isLockedAnew() {
     QVERIFY(QDir().mkpath(workspace));
     QVERIFY(isOurs(first.holdFolder(workspace)));
     QVERIFY(!isTaken(second));
+}
+
+void TestWorkspaceFolders::aFolderThatCannotBeOpenedNow_isNotGivenUp() {
+    const QTemporaryDir folder;
+    const QTemporaryDir otherRuntime;
+    const QString workspace = folder.filePath(QStringLiteral("workspace"));
+    QVERIFY(QDir().mkpath(workspace));
+    WorkspaceLock first(workspace, runtime_.path());
+    WorkspaceLock second(workspace, otherRuntime.path());
+    QVERIFY(isTaken(first));
+    {
+        const FailingCalls failing("open", 1, EMFILE);
+        QVERIFY(isOurs(first.holdFolder(workspace)));
+    }
+    QVERIFY(!isTaken(second));
+    QVERIFY(QFile::rename(workspace, folder.filePath(QStringLiteral("older"))));
+    QVERIFY(QDir().mkpath(workspace));
+    const FailingCalls failing("open", 1, EMFILE);
+    const Result<WorkspaceLock::Holder> holder = first.holdFolder(workspace);
+    QVERIFY(failing.hasStruck());
+    QVERIFY(holder.failure());
+    QCOMPARE(holder.failure()->systemError, EMFILE);
 }
 
 void TestWorkspaceFolders::aFolderOfLater_isLockedAndTheEarlierGivenUp_data() {
@@ -128,6 +154,12 @@ void TestWorkspaceFolders::anotherNameOfTheFolder_isNoOtherFolder() {
     QVERIFY(isTaken(lock));
     QVERIFY(QFile::rename(workspace, moved));
     QVERIFY(isOurs(lock.holdFolder(moved)));
+    WorkspaceLock underNewName(moved, runtime_.path());
+    QVERIFY(!isTaken(underNewName));
+    QCOMPARE(lock.address().path, underNewName.address().path);
+    WorkspaceLock underOldName(workspace, runtime_.path());
+    QVERIFY(isTaken(underOldName));
+    QVERIFY(isTaken(lock));
 }
 
 QTEST_GUILESS_MAIN(TestWorkspaceFolders)
