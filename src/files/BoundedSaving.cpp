@@ -97,9 +97,9 @@ Result<void> BoundedSaving::saveAtOnce(UnfinishedFile &file, FileDescriptor copy
     asked = askAboutFolder(std::move(folder));
     if (asked)
         asked = answerUntil(deadline);
-    if (!asked)
-        std::ignore = file.giveBackPlace();
-    return asked;
+    if (const Failure *failure = asked.failure())
+        return givenBackFor(*failure, file);
+    return {};
 }
 
 void BoundedSaving::placeIsTaken(UnfinishedFile &file) {

@@ -11,7 +11,6 @@
 
 #include <cerrno>
 #include <sys/stat.h>
-#include <tuple>
 #include <unistd.h>
 
 namespace {
@@ -59,9 +58,9 @@ Result<void> placeOnDisk(UnfinishedFile &file) {
     if (const Result<void> taken = file.takePlace(); !taken)
         return taken;
     const Result<void> flushed = flushFolder(*folder);
-    if (!flushed)
-        std::ignore = file.giveBackPlace();
-    return flushed;
+    if (const Failure *failure = flushed.failure())
+        return givenBackFor(*failure, file);
+    return {};
 }
 
 } // namespace

@@ -21,8 +21,9 @@ enum class Links {
 /// Anything but a regular file (a folder, a device, a pipe) is refused.
 ///
 /// With Durability::PowerFailure the disk has taken the bytes before they take the place, and the
-/// name behind that. If it refuses the name, the old file is put back; where the file system cannot
-/// exchange names the new bytes stay, and a failure of power may take them.
+/// name behind that. If it refuses the name, the old file is put back, and where that fails as well
+/// the failure says where it is; where the file system cannot exchange names the new bytes stay,
+/// and a failure of power may take them.
 Result<void> saveWholeFile(const QString &path, const QByteArray &bytes,
                            Durability durability = Durability::PowerFailure,
                            Links links = Links::Followed);

@@ -6,7 +6,9 @@
 #include "files/Renaming.h"
 #include "files/SystemName.h"
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
 
@@ -208,6 +210,14 @@ Result<void> UnfinishedFile::giveBackPlace() {
 
 QByteArray UnfinishedFile::folder() const {
     return folderOf(path_);
+}
+
+Failure givenBackFor(const Failure &failure, UnfinishedFile &file) {
+    if (file.giveBackPlace() || file.keptName().isEmpty())
+        return failure;
+    return {QCoreApplication::translate("UnfinishedFile", "%1. What it held is now in %2")
+                .arg(failure.reason, QFileInfo(QFile::decodeName(file.keptName())).fileName()),
+            failure.systemError};
 }
 
 void removeUnfinished(const QString &path) {

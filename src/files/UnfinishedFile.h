@@ -70,6 +70,10 @@ private:
     bool olderIsGone_ = false; ///< there was one, and it cannot be given its place back
 };
 
+/// Has \a file, which has taken its place, give it back for \a failure. Gives that, and where even
+/// this fails and the older file is left under another name, says where it is.
+Failure givenBackFor(const Failure &failure, UnfinishedFile &file);
+
 /// Removes the unfinished files that killed programs left beside the file at \a path; those that
 /// are still being written stay, and everything without this program's mark.
 void removeUnfinished(const QString &path);

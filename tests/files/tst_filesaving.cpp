@@ -56,6 +56,7 @@ private slots:
     void name_isConfirmedByTheDiskAsWell();
     void nameThatTheDiskRefuses_isGivenBack_data();
     void nameThatTheDiskRefuses_isGivenBack();
+    void nameThatCannotBeGivenBack_isToldWithTheOlderFile();
     void nameThatTheDiskRefusesWithoutExchange_leavesTheNewFile();
     void fileSystemWithoutConfirmationOfNames_isNoFailure();
     void folderThatCannotBeOpened_leavesTheOldFile();
@@ -336,6 +337,27 @@ void TestFileSaving::nameThatTheDiskRefuses_isGivenBack() {
     QVERIFY(failing.hasStruck());
     QCOMPARE(filesLeft(), isThere ? QStringList(QStringLiteral("a.bin")) : QStringList());
     QCOMPARE(readWholeFile(path()), isThere ? oldBytes : QByteArray());
+}
+
+// As when the system makes a disk that fails read-only.
+void TestFileSaving::nameThatCannotBeGivenBack_isToldWithTheOlderFile() {
+    QString outcome;
+    QByteArray firstToFail;
+    for (int call = 1; firstToFail != "fsync"; ++call) {
+        init();
+        QVERIFY(writeWholeFile(path(), oldBytes));
+        const FailingCalls failing(call, FailingCalls::Mishap::Kills, EIO);
+        outcome = outcomeOf(saveWholeFile(path(), newBytes));
+        QVERIFY(failing.hasStruck());
+        firstToFail = failing.struckCall();
+    }
+    QCOMPARE(readWholeFile(path()), newBytes);
+    const QStringList left = filesLeft();
+    QCOMPARE(left.size(), 2);
+    QCOMPARE(readWholeFile(folder_->filePath(left.last())), oldBytes);
+    QCOMPARE(
+        outcome,
+        QStringLiteral("failed: Input/output error. What it held is now in %1").arg(left.last()));
 }
 
 // The older file is gone by then, and none would be worse than the new one.
