@@ -6,6 +6,7 @@
 #include "base/Log.h"
 #include "base/Units.h"
 #include "files/FileLoading.h"
+#include "files/FileOwnership.h"
 #include "files/TextLines.h"
 
 #include <QCoreApplication>
@@ -88,7 +89,8 @@ QStringList trimEmptyStrings(const QStringList &strings) {
 }
 
 Result<LogicReport> loadLogicReport(const QString &path, Log &log) {
-    const Result<QString> text = loadUtf8Text(path, largestReport);
+    const Result<QString> text =
+        isNoForeignLink(path) ? loadUtf8Text(path, largestReport) : foreignLink();
     if (const Failure *failure = text.failure()) {
         log.write(QStringLiteral("error reading temp file: ") + failure->reason);
         return *failure;

@@ -4,8 +4,12 @@
 #include "language/LogicReport.h"
 
 #include "support/FileHelpers.h"
+#include "support/RecordingLog.h"
 
+#include <QTemporaryDir>
 #include <QTest>
+
+#include <unistd.h>
 
 namespace {
 
@@ -39,6 +43,7 @@ private slots:
     void levels_shareTheirCharacters();
     void reportOfAGoodChip();
     void reportOfABadChip();
+    void aLinkOfSomebodyElse_isNotReadThrough();
     void trimEmptyStrings_data();
     void trimEmptyStrings();
 
@@ -159,6 +164,25 @@ void TestLogicReport::reportOfABadChip() {
     QCOMPARE(report.rows.size(), 4);
     QCOMPARE(report.rows.at(3).at(3), QStringLiteral("\u001b[0;91mL-"));
     QCOMPARE(report.rows.at(3).at(4), QStringLiteral("\u001b[0m1"));
+}
+
+void TestLogicReport::aLinkOfSomebodyElse_isNotReadThrough() {
+    if (::geteuid() != 0)
+        QSKIP("only root can give a link away");
+    const QTemporaryDir folder;
+    const QString other = folder.filePath(QStringLiteral("other"));
+    const QString link = folder.filePath(QStringLiteral("report"));
+    QVERIFY(writeWholeFile(other, "Logic test\n"));
+    QVERIFY(QFile::link(other, link));
+    RecordingLog log;
+    QVERIFY(bool(loadLogicReport(link, log)));
+    QCOMPARE(::lchown(QFile::encodeName(link).constData(), 12345, gid_t(-1)), 0);
+    log.lines.clear();
+    const Result<LogicReport> report = loadLogicReport(link, log);
+    QVERIFY(report.failure());
+    const QString reason = QStringLiteral("It is a link that belongs to somebody else");
+    QCOMPARE(report.failure()->reason, reason);
+    QCOMPARE(log.lines, QStringList(QStringLiteral("error reading temp file: ") + reason));
 }
 
 void TestLogicReport::trimEmptyStrings_data() {
