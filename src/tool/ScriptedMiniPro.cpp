@@ -265,12 +265,12 @@ void ScriptedMiniPro::releaseErrors() {
 
 // The tool writes one thing after the other: when output of it can be read, the rest of a line of
 // errors that it began before is in the other pipe. A row that went first would be lost in that
-// line.
+// line. What comes into the pipe from here on is behind the output, and may never end.
 void ScriptedMiniPro::completeErrorLine() {
     if (operation != LogicOperation || !rows_.errorLineComesFirst())
         return;
     QByteArray rest;
-    while (!rest.endsWith('\n') && errFile->bytesAvailable() > 0) {
+    for (qint64 left = errFile->bytesAvailable(); left > 0 && !rest.endsWith('\n'); --left) {
         const std::optional<QByteArray> byte = availableDataOrError(errFile, 1);
         if (!byte || byte->isEmpty())
             break;

@@ -23,6 +23,7 @@ private slots:
     void stop_endsASilentRun();
     void stop_endsARunThatIgnoresTheRequest();
     void stop_endsASearchThatWaitsForEver();
+    void stop_endsALogicTestWhoseErrorLineHasNoEnd();
     void stop_beforeAndAfterARunDoesNothing();
     void stop_endsWhatPrintsOnAfterTheRun_data();
     void stop_endsWhatPrintsOnAfterTheRun();
@@ -91,6 +92,26 @@ void TestToolRunStop::stop_endsASearchThatWaitsForEver() {
     stopOnce(*run, clock, [] { return true; });
     QCOMPARE(run->list(QStringLiteral("27C")), SIGTERM);
     QCOMPARE(bench.log.lines.last(), QStringLiteral("\nminipro list has exited with status 15"));
+}
+
+// A line of errors goes before the output behind it, but only as far as it has come.
+void TestToolRunStop::stop_endsALogicTestWhoseErrorLineHasNoEnd() {
+    constexpr int wholeLine = 20000000;
+    ToolBench bench;
+    bench.settings.setValue(
+        settingsKeys::miniproLocation,
+        QStringLiteral("flood() { tr '\\0' y </dev/zero | head -c %1 >&2 & "
+                       "head -c 200000 /dev/zero | tr '\\0' x >&2; echo row; wait; }; flood")
+            .arg(QString::number(wholeLine)));
+    const auto run = bench.newRun();
+    run->setLogicOperation();
+    connect(run.get(), &ScriptedMiniPro::said, this, [&run] {
+        if (run->collectedOutput().contains(u"row"))
+            run->stop();
+    });
+    run->launch();
+    QVERIFY(run->facts().stopRequested);
+    QVERIFY2(run->printed() < wholeLine, qPrintable(QString::number(run->printed())));
 }
 
 void TestToolRunStop::stop_beforeAndAfterARunDoesNothing() {
