@@ -6,6 +6,7 @@
 #include "base/FileDescriptor.h"
 #include "base/Log.h"
 #include "files/FileOwnership.h"
+#include "files/FileRemoval.h"
 #include "files/SystemName.h"
 #include "tool/ForeignLinks.h"
 
@@ -19,14 +20,22 @@
 
 namespace {
 
-/// Non-blocking, because opening a FIFO would wait for a reader. Through a link of somebody else's
-/// the report would go where nobody meant.
+/// Non-blocking, because opening a FIFO would wait for a reader.
+FileDescriptor openedForAppending(const QString &path, int furtherFlags) {
+    constexpr int flags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK;
+    return FileDescriptor(
+        ::open(QFile::encodeName(path).constData(), flags | furtherFlags, modeOfNewFiles));
+}
+
+/// Through a link of somebody else's the report would go where nobody meant. So a link is only
+/// followed once it has been looked at, and one that comes meanwhile is not.
 Result<FileDescriptor> openForAppending(const QString &path) {
-    if (!isNoForeignLink(path))
-        return foreignLink();
-    FileDescriptor file(::open(QFile::encodeName(path).constData(),
-                               O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK,
-                               modeOfNewFiles));
+    FileDescriptor file = openedForAppending(path, O_NOFOLLOW);
+    if (!file.isOpen() && errno == ELOOP) {
+        if (!isNoForeignLink(path))
+            return foreignLink();
+        file = openedForAppending(path, 0);
+    }
     if (!file.isOpen())
         return Failure::ofSystem(errno);
     return file;
@@ -55,7 +64,7 @@ void prepareResultsFile(const QString &path, Log &log) {
         std::ignore = removeForeignLinks({path});
         return;
     }
-    const bool removed = QFile::remove(path);
+    const bool removed = bool(removeFile(path));
     log.write((removed ? QStringLiteral("removed file at path: ")
                        : QStringLiteral("unable to remove temp file at path: ")) +
               path);

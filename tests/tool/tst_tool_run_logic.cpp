@@ -35,6 +35,7 @@ private slots:
     void results_ofTheRunBeforeAreRemoved();
     void results_withoutAFileBeforeNothingIsLogged();
     void results_thatCannotBeRemovedAreLogged();
+    void results_thatAreAPipeStayOne();
     void results_thatCannotBeCreatedAreLoggedForEachChunk();
     void results_neverWaitForAReader();
     void results_afterAGapTakeNothingMore();
@@ -197,6 +198,19 @@ void TestToolRunLogic::results_thatCannotBeRemovedAreLogged() {
     // Something is there, so only the writing fails, quietly.
     QCOMPARE(bench.log.startingWith(QStringLiteral("temp file not created")), QStringList());
     QCOMPARE(bench.linesOfOutput(), QStringList(QStringLiteral("No programmer found.\n")));
+}
+
+// Nor is a device removed, which the setting may name as well.
+void TestToolRunLogic::results_thatAreAPipeStayOne() {
+    ToolBench bench;
+    const QString path = bench.path("temp_logtest.bin");
+    QCOMPARE(::mkfifo(qUtf8Printable(path), 0600), 0);
+    QCOMPARE(runLogicTest(bench, "fail"), 1);
+    QCOMPARE(bench.log.lines.first(),
+             QStringLiteral("unable to remove temp file at path: ") + path);
+    struct stat facts = {};
+    QCOMPARE(::lstat(qUtf8Printable(path), &facts), 0);
+    QVERIFY(S_ISFIFO(facts.st_mode));
 }
 
 void TestToolRunLogic::results_thatCannotBeCreatedAreLoggedForEachChunk() {
