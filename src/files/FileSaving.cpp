@@ -5,30 +5,16 @@
 
 #include "base/FileDescriptor.h"
 #include "files/DiskFlush.h"
+#include "files/FileRights.h"
 #include "files/SystemName.h"
 
 #include <QFileInfo>
 
 #include <cerrno>
-#include <sys/stat.h>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
-
-/// The mode of the file, or the one that a file that is opened for writing begins with. One that
-/// may be private must not come to be everybody's.
-mode_t modeOf(const QString &path) {
-    constexpr mode_t permissionBits = 07777;
-    struct stat status = {};
-    const bool isThere = ::lstat(QFile::encodeName(path).constData(), &status) == 0;
-    if (!isThere && errno != ENOENT)
-        return S_IRUSR | S_IWUSR;
-    if (isThere && !S_ISLNK(status.st_mode))
-        return status.st_mode & permissionBits;
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return modeOfNewFiles & ~mask;
-}
 
 Result<UnfinishedFile> writeBeside(const QString &path, const QByteArray &bytes,
                                    Durability durability) {
@@ -41,7 +27,7 @@ Result<UnfinishedFile> writeBeside(const QString &path, const QByteArray &bytes,
     const Result<void> written = writeAll(file->descriptor(), bytes);
     if (const Failure *failure = written.failure())
         return *failure;
-    ::fchmod(file->descriptor(), modeOf(path));
+    giveRightsOf(*name, file->descriptor());
     // Waiting for the disk takes longer than everything else that an edit of one byte does.
     if (durability == Durability::ProgramEnd)
         return file;
@@ -78,10 +64,15 @@ Result<UnfinishedFile> unfinishedFile(const QString &path, const QByteArray &byt
     const QFileInfo target(path);
     if (target.exists() && !target.isFile())
         return notRegularFile();
-    if (const auto name = systemName(path); !name)
-        return *name.failure();
+    const Result<QByteArray> name = systemName(path);
+    if (const Failure *failure = name.failure())
+        return *failure;
     if (target.fileName().isEmpty())
         return Failure::ofSystem(ENOENT);
+    // What is made anew at each start is nothing that anybody would protect.
+    if (durability == Durability::PowerFailure && target.exists() &&
+        ::faccessat(AT_FDCWD, name->constData(), W_OK, AT_EACCESS) != 0)
+        return Failure::ofSystem(errno);
     const QString place = links == Links::Followed ? behindLinks(path) : target.absoluteFilePath();
     return writeBeside(place, bytes, durability);
 }

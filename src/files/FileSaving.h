@@ -17,8 +17,10 @@ enum class Links {
 
 /// Replaces the file at \a path by \a bytes in one step: whoever opens it sees the old bytes or
 /// the new ones, and a failure leaves the old file as it was. Of a link it is the target
-/// that is replaced, unless \a links says otherwise; the permissions of an existing file are kept.
-/// Anything but a regular file (a folder, a device, a pipe) is refused.
+/// that is replaced, unless \a links says otherwise; owner, group and permissions of an existing
+/// file are kept, and what could not be given to its group is given to nobody. With
+/// Durability::PowerFailure a file that the user may not write to is refused, whatever its folder
+/// would allow. Anything but a regular file (a folder, a device, a pipe) is refused.
 ///
 /// With Durability::PowerFailure the disk has taken the bytes before they take the place, and the
 /// name behind that. If it refuses the name, the old file is put back, and where that fails as well

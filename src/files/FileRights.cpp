@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "files/FileRights.h"
+
+#include "base/FileDescriptor.h"
+
+#include <cerrno>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#ifdef Q_OS_LINUX
+#include <sys/xattr.h>
+#endif
+
+namespace {
+
+constexpr mode_t permissionBits = 07777;
+
+mode_t modeOfOneMadeAnew() {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return modeOfNewFiles & ~mask;
+}
+
+/// The owner and group of \a old. True if at least the group is that of \a old now.
+bool giveOwners(const struct stat &old, int file) {
+    struct stat now = {};
+    if (::fstat(file, &now) != 0)
+        return false;
+    if (now.st_uid == old.st_uid && now.st_gid == old.st_gid)
+        return true;
+    return ::fchown(file, old.st_uid, old.st_gid) == 0 ||
+           ::fchown(file, uid_t(-1), old.st_gid) == 0;
+}
+
+/// False if there is a list, which then stands in the place of the group's rights, and it could not
+/// be given.
+bool giveAccessList(const QByteArray &path, int file) {
+#ifdef Q_OS_LINUX
+    constexpr char name[] = "system.posix_acl_access";
+    const ssize_t size = ::lgetxattr(path.constData(), name, nullptr, 0);
+    if (size < 0)
+        return errno == ENODATA || errno == ENOTSUP;
+    QByteArray list(size, Qt::Uninitialized);
+    return ::lgetxattr(path.constData(), name, list.data(), size_t(size)) == size &&
+           ::fsetxattr(file, name, list.constData(), size_t(size), 0) == 0;
+#else
+    Q_UNUSED(path)
+    Q_UNUSED(file)
+    return true;
+#endif
+}
+
+} // namespace
+
+// The order is the system's: a new owner takes bits from the mode, and the mode changes the list.
+void giveRightsOf(const QByteArray &path, int file) {
+    struct stat old = {};
+    const bool isThere = ::lstat(path.constData(), &old) == 0;
+    // One that may be private must not come to be everybody's.
+    if (!isThere && errno != ENOENT)
+        return;
+    if (!isThere || S_ISLNK(old.st_mode)) {
+        ::fchmod(file, modeOfOneMadeAnew());
+        return;
+    }
+    const mode_t mode = old.st_mode & permissionBits;
+    const bool isOfTheGroup = giveOwners(old, file);
+    ::fchmod(file, mode);
+    if (!isOfTheGroup || !giveAccessList(path, file))
+        ::fchmod(file, mode & ~mode_t(S_IRWXG | S_ISGID));
+}

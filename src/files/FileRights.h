@@ -1,0 +1,12 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QByteArray>
+
+/// Gives the open new \a file, which only the user may use so far, the rights of the file at
+/// \a path (a name for the system), whose place it is to take: owner, group, mode and access list,
+/// as far as the user may give them. What the group's rights are to be is not known without all of
+/// that: the group has none then. Where there is no file, they are those of one that is made anew.
+void giveRightsOf(const QByteArray &path, int file);
