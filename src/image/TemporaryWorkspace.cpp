@@ -25,10 +25,13 @@
 
 namespace {
 
-/// In a folder that may not be changed the old image cannot be removed, but it can be emptied.
+/// In a folder that may not be changed the old image cannot be removed, but it can be emptied. A
+/// link of the user's leads to where they want the image to be, and stays.
 void removeOldImage(const QString &path) {
-    if (!removeFile(path) && QFileInfo(path).isFile() && isNoForeignLink(path))
-        QFile::resize(path, 0);
+    const bool isForeign = !isNoForeignLink(path);
+    const QString image = isForeign ? path : behindLinks(path);
+    if (!removeFile(image) && !isForeign && QFileInfo(image).isFile())
+        QFile::resize(image, 0);
 }
 
 /// Through a link of somebody else's the image would replace a file that nobody meant.

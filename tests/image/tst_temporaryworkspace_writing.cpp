@@ -42,6 +42,7 @@ private slots:
     void write_oldImageIsNeverHalfReplaced();
     void write_successForgetsTheProblem();
     void write_replacesTheTargetOfALinkAndKeepsPermissions();
+    void write_failureLeavesALinkOfTheUsers();
     void write_followsNoLinkOfSomebodyElse();
     void write_followsNoLinkThatComesMeanwhile();
     void edit_isWrittenInPlace();
@@ -194,6 +195,21 @@ void TestTemporaryWorkspaceWriting::write_replacesTheTargetOfALinkAndKeepsPermis
     QCOMPARE(QFile::permissions(target) & ~(QFile::ReadUser | QFile::WriteUser), permissions);
     QVERIFY(QFileInfo(between).isSymLink());
     QCOMPARE(at->names(), QStringLiteral("between elsewhere.bin temp.bin"));
+}
+
+void TestTemporaryWorkspaceWriting::write_failureLeavesALinkOfTheUsers() {
+    at->workspace.createTempDirectory();
+    const QString target = at->home.filePath(QStringLiteral("elsewhere.bin"));
+    QVERIFY(writeWholeFile(target, "older"));
+    QVERIFY(QFile::link(target, at->output()));
+    {
+        const FileSizeLimit full(0);
+        QVERIFY(!at->workspace.write_output_data_to_temp_file(bufferOf("61")));
+    }
+    QVERIFY(!QFile::exists(target));
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("62")));
+    QVERIFY(QFileInfo(at->output()).isSymLink());
+    QCOMPARE(readWholeFile(target), QByteArray("b"));
 }
 
 void TestTemporaryWorkspaceWriting::write_followsNoLinkOfSomebodyElse() {
