@@ -23,7 +23,8 @@
 
 namespace {
 
-const QByteArray mark = QByteArrayLiteral(".velm-");
+/// Nobody gives such a name to a copy of their own.
+const QByteArray mark = QByteArrayLiteral(".velm-aside-");
 constexpr qsizetype randomLetters = 6;
 constexpr int attempts = 100;
 

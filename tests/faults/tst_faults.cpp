@@ -216,7 +216,7 @@ private:
         QStringList names = QDir(velm.path(folder)).entryList(QDir::Files | QDir::Hidden);
         names.removeIf([&](const QString &name) { return known.split(u' ').contains(name); });
         if (wasTwofold || struck == "unlink")
-            names.removeIf([](const QString &name) { return name.contains(u".velm-"); });
+            names.removeIf([](const QString &name) { return name.contains(u".velm-aside-"); });
         return names.isEmpty() ? QString() : QStringLiteral("left: ") + names.join(u' ');
     }
 
@@ -235,7 +235,7 @@ private:
         QStringList left;
         for (const char *folder : {".", "workspace"})
             left += QDir(velm.path(QLatin1String(folder)))
-                        .entryList({QStringLiteral("*.velm-*")}, QDir::Files | QDir::Hidden);
+                        .entryList({QStringLiteral("*.velm-aside-*")}, QDir::Files | QDir::Hidden);
         left.removeIf([](const QString &name) { return name.startsWith(u"export.bin"); });
         return left;
     }

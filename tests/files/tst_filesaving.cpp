@@ -331,27 +331,29 @@ void TestFileSaving::withoutExchange_itIsTheSame() {
 }
 
 void TestFileSaving::unfinished_isRemovedByItsMarkAlone() {
-    const QStringList others = {QStringLiteral("a.bin"), QStringLiteral("a.bin.velm-12345"),
-                                QStringLiteral("a.bin.velm-1234567"),
-                                QStringLiteral("b.bin.velm-123456"),
-                                QStringLiteral("xa.bin.velm-123456")};
+    const QStringList others = {QStringLiteral("a.bin"),
+                                QStringLiteral("a.bin.velm-aside-12345"),
+                                QStringLiteral("a.bin.velm-aside-1234567"),
+                                QStringLiteral("a.bin.velm-backup"),
+                                QStringLiteral("b.bin.velm-aside-123456"),
+                                QStringLiteral("xa.bin.velm-aside-123456")};
     for (const QString &name : others)
         QVERIFY(writeWholeFile(folder_->filePath(name), "x"));
-    QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("a.bin.velm-folder")));
-    QVERIFY(QFile::link(path(), path() + QStringLiteral(".velm-linked")));
-    QVERIFY(writeWholeFile(path() + QStringLiteral(".velm-abc123"), "left behind"));
+    QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("a.bin.velm-aside-folder")));
+    QVERIFY(QFile::link(path(), path() + QStringLiteral(".velm-aside-linked")));
+    QVERIFY(writeWholeFile(path() + QStringLiteral(".velm-aside-abc123"), "left behind"));
     removeUnfinished(path());
-    QVERIFY(QFileInfo(path() + QStringLiteral(".velm-folder")).isDir());
-    QVERIFY(QFileInfo(path() + QStringLiteral(".velm-linked")).isSymLink());
-    QFile::remove(path() + QStringLiteral(".velm-linked"));
+    QVERIFY(QFileInfo(path() + QStringLiteral(".velm-aside-folder")).isDir());
+    QVERIFY(QFileInfo(path() + QStringLiteral(".velm-aside-linked")).isSymLink());
+    QFile::remove(path() + QStringLiteral(".velm-aside-linked"));
     QCOMPARE(filesLeft(), others);
 }
 
 void TestFileSaving::allUnfinishedOfAFolder_areRemovedByTheirMark() {
-    const QStringList others = {QStringLiteral("a.bin"), QStringLiteral("a.bin.velm-12345"),
-                                QStringLiteral("b.bin.velm-1234567")};
-    for (const QString &name : others + QStringList{QStringLiteral("a.bin.velm-abc123"),
-                                                    QStringLiteral("b.bin.velm-abc123")})
+    const QStringList others = {QStringLiteral("a.bin"), QStringLiteral("a.bin.velm-aside-12345"),
+                                QStringLiteral("b.bin.velm-aside-1234567")};
+    for (const QString &name : others + QStringList{QStringLiteral("a.bin.velm-aside-abc123"),
+                                                    QStringLiteral("b.bin.velm-aside-abc123")})
         QVERIFY(writeWholeFile(folder_->filePath(name), "x"));
     removeAllUnfinished(folder_->path());
     QCOMPARE(filesLeft(), others);
@@ -372,7 +374,7 @@ void TestFileSaving::unfinished_thatIsReadOnlyIsRemoved() {
     QCOMPARE(::chmod(QFile::encodeName(folder_->path()).constData(), 0777), 0);
     const UnprivilegedUser user;
     QVERIFY(user.isValid());
-    const QString left = path() + QStringLiteral(".velm-abc123");
+    const QString left = path() + QStringLiteral(".velm-aside-abc123");
     QVERIFY(writeWholeFile(left, "left behind"));
     QCOMPARE(::chmod(QFile::encodeName(left).constData(), 0444), 0);
     removeUnfinished(path());

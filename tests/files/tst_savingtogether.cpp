@@ -167,7 +167,7 @@ void TestSavingTogether::verifyAllOrNone(const std::optional<UnsavedTogether> &u
     // An older file that could not be removed stays, under a name that says so.
     if (struckCall == "unlink") {
         for (const QFileInfo &left :
-             QDir(folder_->path()).entryInfoList({QStringLiteral("*.velm-*")}))
+             QDir(folder_->path()).entryInfoList({QStringLiteral("*.velm-aside-*")}))
             QFile::remove(left.filePath());
     }
     QVERIFY2(content() == (unsaved ? contentBefore() : contentAfter()), struckCall.constData());
@@ -254,7 +254,7 @@ void TestSavingTogether::whatCannotBeTakenBack_isNamedAndKept() {
     const QStringList left = content();
     QCOMPARE(left.size(), 2);
     QCOMPARE(left.first(), QStringLiteral("b.bin=new b"));
-    QVERIFY2(left.last().startsWith(u"b.bin.velm-"), qPrintable(left.last()));
+    QVERIFY2(left.last().startsWith(u"b.bin.velm-aside-"), qPrintable(left.last()));
     QVERIFY2(left.last().endsWith(u"=old b"), qPrintable(left.last()));
 }
 

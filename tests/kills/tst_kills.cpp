@@ -39,7 +39,7 @@ constexpr std::chrono::milliseconds patience = std::chrono::seconds(20);
 /// From the start of the work to the kill.
 constexpr std::chrono::microseconds longestWork = std::chrono::milliseconds(40);
 constexpr int maxRecent = 8;
-const QString mark = QStringLiteral(".velm-");
+const QString mark = QStringLiteral(".velm-aside-");
 
 /// What the program has brought about, as far as files tell.
 struct World {

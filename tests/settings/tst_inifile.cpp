@@ -172,8 +172,8 @@ void TestIniFile::whatAKilledProgramLeft_isRemovedBehindALinkAsWell() {
     if (isThere)
         QVERIFY(writeWholeFile(target, "[General]\na=1\n"));
     QVERIFY(QFile::link(target, path()));
-    const QString left = target + QStringLiteral(".velm-abc123");
-    const QString leftBesideTheLink = path() + QStringLiteral(".velm-abc123");
+    const QString left = target + QStringLiteral(".velm-aside-abc123");
+    const QString leftBesideTheLink = path() + QStringLiteral(".velm-aside-abc123");
     for (const QString &name : {left, leftBesideTheLink})
         QVERIFY(writeWholeFile(name, "half"));
     const IniFile file(path());

@@ -470,7 +470,7 @@ void TestWindowImport::whatAKilledImportLeft_isGoneAtTheNextStart() {
     const QString folder = velm_->path(QStringLiteral("data")) + QStringLiteral("/velm");
     QVERIFY(QDir().mkpath(folder));
     QVERIFY(writeWholeFile(folder + QStringLiteral("/rom.bin"), "kept"));
-    QVERIFY(writeWholeFile(folder + QStringLiteral("/rom.bin.velm-abc123"), "left behind"));
+    QVERIFY(writeWholeFile(folder + QStringLiteral("/rom.bin.velm-aside-abc123"), "left behind"));
     qputenv("XDG_DATA_HOME", QFile::encodeName(velm_->path(QStringLiteral("data"))));
     velm_->start();
     QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList(QStringLiteral("rom.bin")));
