@@ -11,6 +11,7 @@
 #include "image/AddressWords.h"
 #include "image/BlockWords.h"
 #include "image/NumberScanning.h"
+#include "language/Sentences.h"
 
 #include <QLocale>
 
@@ -135,11 +136,15 @@ void EditOffers::sayHowItCameOut() {
 }
 
 void EditOffers::sayReplaced() {
-    const int edits = edits_.replaced().isEmpty() ? 0 : edits_.replaced().last().state.edits;
-    messages_.say(Topic::ReplacedEdits,
-                  edits == 0   ? QString()
-                  : edits == 1 ? tr("1 hand edit was replaced.")
-                               : tr("%1 hand edits were replaced.").arg(grouped(edits)),
+    if (edits_.replaced().isEmpty())
+        return messages_.takeBack(Topic::ReplacedEdits);
+    const int edits = edits_.replaced().last().state.edits;
+    const QString replaced = edits == 1 ? tr("1 hand edit was replaced.")
+                                        : tr("%1 hand edits were replaced.").arg(grouped(edits));
+    const QString dropped = edits_.hasDropped()
+                                ? tr("Older ones, which are in no file, can no longer be restored.")
+                                : QString();
+    messages_.say(Topic::ReplacedEdits, joinedSentences(replaced, dropped),
                   {tr("Restore"), [this] { restore(); }});
 }
 

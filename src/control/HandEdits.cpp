@@ -130,12 +130,17 @@ ImageState HandEdits::stateAfterEdit() {
 void HandEdits::keepReplaced() {
     if (state().edits == 0)
         return;
-    replaced_.append({image_, state(), edited_});
     qsizetype bytes = 0;
     for (const Replaced &replaced : std::as_const(replaced_))
         bytes += lengthOf(replaced.image);
-    while (replaced_.size() > 1 && (replaced_.size() > maxReplaced || bytes > maxReplacedBytes))
-        bytes -= lengthOf(replaced_.takeFirst().image);
+    if (replaced_.isEmpty())
+        hasDropped_ = false;
+    replaced_.append({image_, state(), edited_});
+    while (replaced_.size() > 1 && (replaced_.size() > maxReplaced || bytes > maxReplacedBytes)) {
+        const Replaced oldest = replaced_.takeFirst();
+        bytes -= lengthOf(oldest.image);
+        hasDropped_ = hasDropped_ || !saved_.contains(oldest.state.revision);
+    }
 }
 
 void HandEdits::composed(const ImageState &state) {

@@ -76,6 +76,9 @@ public:
     std::optional<ByteRange> change(const BlockChange &change, const QString &name);
     /// The images that were replaced with their edits and not restored, the newest last.
     const QList<Replaced> &replaced() const { return replaced_; }
+    /// True if images older than those were dropped, for want of room, with edits that are in no
+    /// file of the user's.
+    bool hasDropped() const { return hasDropped_; }
     /// Puts the newest replaced image in the place of the image, as one step that can be taken
     /// back, and gives the bytes that are other ones, or gone. There must be one.
     ByteRange restore();
@@ -121,6 +124,7 @@ private:
     EditedBytes edited_;
     bool hasForgotten_ = false;
     QList<Replaced> replaced_;
+    bool hasDropped_ = false;
     QSet<quint64> saved_; ///< revisions
     quint64 lastRevision_ = 0;
 };

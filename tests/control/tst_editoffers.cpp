@@ -17,6 +17,7 @@ class TestEditOffers : public QObject {
 
 private slots:
     void forgottenEdits_areTold();
+    void replacedEditsThatAreDropped_areTold();
     void editThatCannotBeShown_isNoEditThatFailed();
     void undo_saysNothingOfTheCompositionAgain();
 };
@@ -56,6 +57,29 @@ void TestEditOffers::forgottenEdits_areTold() {
     QVERIFY(data.line.toPlainText().contains(u"Pasted."));
     QVERIFY(data.write(0, "i"));
     QVERIFY(!data.line.toPlainText().contains(forgotten));
+}
+
+void TestEditOffers::replacedEditsThatAreDropped_areTold() {
+    Edited data;
+    const auto composeAnew = [&data] {
+        data.edits.keepReplaced();
+        data.image = std::make_shared<QByteArray>("0123456789");
+        data.edits.composed({.revision = data.edits.state().revision + 1, .madeWith = {}});
+        data.offers.sayComposed({});
+    };
+    for (qsizetype image = 0; image < HandEdits::maxReplaced; ++image) {
+        QVERIFY(data.write(0, "a"));
+        composeAnew();
+    }
+    const QString replaced = QStringLiteral("1 hand edit was replaced.");
+    QVERIFY(data.line.toPlainText().contains(replaced));
+    QVERIFY(!data.line.toPlainText().contains(u"no longer be restored"));
+    QVERIFY(data.write(0, "a"));
+    composeAnew();
+    QVERIFY2(data.line.toPlainText().contains(
+                 replaced +
+                 QStringLiteral(" Older ones, which are in no file, can no longer be restored.")),
+             qPrintable(data.line.toPlainText()));
 }
 
 void TestEditOffers::editThatCannotBeShown_isNoEditThatFailed() {

@@ -24,14 +24,19 @@ private slots:
     void unsavedEdits();
     void everyReplacedImage_canBeRestored();
     void replacedImages_areBoundedButForTheNewest();
+    void replacedImages_areDroppedWithoutAWordIfSaved();
+    void replacedImages_areBoundedInBytesBesideTheNewest();
     void compositionOfTheSameBytes_replacesNothing();
     void stepWithoutMemory_leavesAllAsItWas();
 
 private:
     void write(qint64 offset, const QByteArray &bytes) { overwrite(*edits_, offset, bytes); }
     QString state() const;
+    /// Edits the image, and has another composed in its place.
+    void replaceEdited();
 
     ByteBuffer image_;
+    quint64 compositions_ = 1;
     std::unique_ptr<HandEdits> edits_;
 };
 
@@ -174,14 +179,49 @@ void TestHandEdits::everyReplacedImage_canBeRestored() {
     QVERIFY(edits_->replaced().isEmpty());
 }
 
+void TestHandEdits::replaceEdited() {
+    write(0, "z");
+    edits_->keepReplaced();
+    image_ = std::make_shared<QByteArray>("abcdef");
+    edits_->composed({.revision = ++compositions_, .madeWith = {}});
+}
+
 void TestHandEdits::replacedImages_areBoundedButForTheNewest() {
-    for (qsizetype image = 0; image < HandEdits::maxReplaced + 3; ++image) {
-        write(0, QByteArray(1, char('a' + image)));
-        edits_->keepReplaced();
-        image_ = std::make_shared<QByteArray>(QByteArray::number(image) + "bcdef");
-        edits_->composed({.revision = quint64(image) + 2, .madeWith = {}});
-    }
+    for (qsizetype image = 0; image < HandEdits::maxReplaced; ++image)
+        replaceEdited();
+    QVERIFY(!edits_->hasDropped());
+    replaceEdited();
     QCOMPARE(edits_->replaced().size(), HandEdits::maxReplaced);
+    QVERIFY(edits_->hasDropped());
+    while (!edits_->replaced().isEmpty())
+        edits_->restore();
+    replaceEdited();
+    QVERIFY(!edits_->hasDropped());
+}
+
+void TestHandEdits::replacedImages_areDroppedWithoutAWordIfSaved() {
+    write(0, "z");
+    edits_->noteSaved();
+    for (qsizetype image = 0; image <= HandEdits::maxReplaced; ++image)
+        replaceEdited();
+    QCOMPARE(edits_->replaced().size(), HandEdits::maxReplaced);
+    QVERIFY(!edits_->hasDropped());
+    replaceEdited();
+    QVERIFY(edits_->hasDropped());
+}
+
+void TestHandEdits::replacedImages_areBoundedInBytesBesideTheNewest() {
+    const auto replaceLarge = [this] {
+        image_ = std::make_shared<QByteArray>(HandEdits::maxReplacedBytes / 2 + 1, 'a');
+        replaceEdited();
+    };
+    replaceLarge();
+    replaceLarge();
+    QCOMPARE(edits_->replaced().size(), 2);
+    QVERIFY(!edits_->hasDropped());
+    replaceLarge();
+    QCOMPARE(edits_->replaced().size(), 2);
+    QVERIFY(edits_->hasDropped());
 }
 
 void TestHandEdits::compositionOfTheSameBytes_replacesNothing() {
