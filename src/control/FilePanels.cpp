@@ -3,7 +3,9 @@
 
 #include "control/FilePanels.h"
 
+#include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 
 #include <utility>
 
@@ -23,12 +25,18 @@ void prepare(QFileDialog &panel, const FilePanelRequest &request) {
     if (!request.extensions.isEmpty())
         panel.setNameFilter(nameFilter(request));
     panel.setOption(QFileDialog::DontConfirmOverwrite, !request.isWholeName);
-    if (saving && !request.extensions.isEmpty())
-        panel.setDefaultSuffix(request.extensions.first());
     if (!request.folder.isEmpty())
         panel.setDirectory(request.folder);
     if (!request.suggestedName.isEmpty())
         panel.selectFile(request.suggestedName);
+}
+
+/// What a file is called that is to be saved as \a path. A name without an ending gets the first of
+/// \a extensions, unless there is a file of that very name: the panel has asked about this one.
+QString withEnding(const QString &path, const QStringList &extensions) {
+    const bool isComplete =
+        extensions.isEmpty() || QFileInfo(path).fileName().contains(u'.') || QFile::exists(path);
+    return isComplete ? path : path + u'.' + extensions.first();
 }
 
 } // namespace
@@ -39,6 +47,22 @@ void DesktopFilePanels::begin(QWidget *parent, const FilePanelRequest &request,
     panel->setAttribute(Qt::WA_DeleteOnClose);
     panel->setWindowModality(Qt::WindowModal);
     prepare(*panel, request);
-    QObject::connect(panel, &QFileDialog::fileSelected, panel, std::move(chosen));
+    QObject::connect(panel, &QFileDialog::fileSelected, panel,
+                     [this, parent, request, chosen = std::move(chosen)](const QString &path) {
+                         take(path, parent, request, chosen);
+                     });
     panel->open();
+}
+
+// A platform's own panel asks about what was typed, and knows nothing of an ending that comes to it
+// later. So the ending is added here, and a name that means a file only then is asked about anew.
+void DesktopFilePanels::take(const QString &path, QWidget *parent, FilePanelRequest request,
+                             const std::function<void(const QString &path)> &chosen) {
+    const bool isWholeName = request.kind == FilePanelRequest::Kind::Save && request.isWholeName;
+    const QString whole = isWholeName ? withEnding(path, request.extensions) : path;
+    if (whole == path || !QFile::exists(whole))
+        return chosen(whole);
+    request.folder = QFileInfo(whole).path();
+    request.suggestedName = QFileInfo(whole).fileName();
+    begin(parent, request, chosen);
 }

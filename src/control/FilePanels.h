@@ -35,8 +35,8 @@ public:
 
     /// Shows a panel on \a parent and returns at once; \a chosen gets the absolute path if the
     /// user confirms and is not called otherwise. A save panel may create folders and, where
-    /// it asks for a whole name, asks by itself before an existing file is replaced and adds the
-    /// first extension to a name without one.
+    /// it asks for a whole name, adds the first extension to a name without one and asks by itself
+    /// before an existing file is replaced: about the name with its extension, too.
     virtual void begin(QWidget *parent, const FilePanelRequest &request,
                        std::function<void(const QString &path)> chosen) = 0;
 };
@@ -46,4 +46,8 @@ class DesktopFilePanels final : public FilePanels {
 public:
     void begin(QWidget *parent, const FilePanelRequest &request,
                std::function<void(const QString &path)> chosen) override;
+
+private:
+    void take(const QString &path, QWidget *parent, FilePanelRequest request,
+              const std::function<void(const QString &path)> &chosen);
 };
