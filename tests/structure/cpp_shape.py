@@ -115,6 +115,12 @@ def outermost(head):
     return places
 
 
+def in_brackets(head):
+    """Whether the head ends within brackets that it has opened."""
+    words = [token.text for token in head]
+    return sum(map(words.count, "([")) > sum(map(words.count, ")]"))
+
+
 class Parser:
     def __init__(self, text):
         self.source = Source()
@@ -176,7 +182,7 @@ class Parser:
         if "enum" not in words and "(" not in words and CLASS_WORDS & set(words):
             self.class_body(head, words)
             return False
-        if "(" in words and "=" not in words and not self.initialises_member(head, words):
+        if self.begins_body(head, words):
             self.function(head, places, owner, public)
             return True
         self.brackets(0)
@@ -185,9 +191,12 @@ class Parser:
         return False
 
     @staticmethod
-    def initialises_member(head, words):
-        """Whether the brace after a constructor's head is one of the list before its body."""
-        return ":" in words and re.match(r"\w|>", head[-1].text) is not None
+    def begins_body(head, words):
+        """Whether the brace after the head is a function's, not one of a value: an argument's, or
+        a member's in the list before a constructor's body."""
+        if in_brackets(head) or "(" not in words or "=" in words:
+            return False
+        return ":" not in words or re.match(r"\w|>", head[-1].text) is None
 
     def class_body(self, head, words):
         base = words.index(":") if ":" in words else len(words)

@@ -37,6 +37,17 @@ class Functions(unittest.TestCase):
         text = "A::A(int b)\n    : B(b), c{1}, d{f(2)} {\n  if (b)\n    go();\n}\n"
         self.assertEqual(functions(text), [("A", "A", 5, 1)])
 
+    def test_constructor_with_braces_in_parentheses(self):
+        text = (
+            "A::A(int b)\n    : c({b, [this] { return d(); },\n         {}}),\n"
+            "      e(new E(f())) {\n}\n"
+        )
+        self.assertEqual(functions(text), [("A", "A", 5, 0)])
+
+    def test_braces_as_a_default(self):
+        text = "void a(int b = {});\nvoid c(B d = {}, E e = E{1}) {\n}\n"
+        self.assertEqual(functions(text), [("", "c", 2, 0)])
+
     def test_operators(self):
         text = "bool A::operator==(A b) {\n}\nint operator()(int b) {\n}\n"
         self.assertEqual(
