@@ -26,9 +26,10 @@ function(velm_library folder)
 endfunction()
 
 # velm_compile_together(<target>)
-# With VELM_UNITY what its files include is read once for all of them, which is most of what compiling
-# takes. So names in the anonymous namespaces of a folder differ from each other. That a file lacks a
-# header that another one has included shows without VELM_UNITY, and in tst_layers for the most part.
+# With VELM_UNITY what its files include is read once for all of them, which is most of what
+# compiling takes. So names in the anonymous namespaces of a folder differ from each other. That a
+# file lacks a header that another one has included shows without VELM_UNITY, and in tst_layers for
+# the most part.
 function(velm_compile_together target)
     set_target_properties(${target} PROPERTIES
         UNITY_BUILD ${VELM_UNITY} UNITY_BUILD_BATCH_SIZE 0)
@@ -69,7 +70,8 @@ endfunction()
 # velm_use_precompiled(<target> <libraries that it links...>)
 function(velm_use_precompiled target)
     set(precompiled velm_precompiled_core)
-    if("${ARGN}" MATCHES "velm_(widgets|grid|devices|control|imageviews|exchange|blocks|views|app)|window_fixture")
+    set(folders "widgets|grid|devices|control|imageviews|exchange|blocks|views|app")
+    if("${ARGN}" MATCHES "velm_(${folders})|window_fixture")
         set(precompiled velm_precompiled_widgets)
         # The toolkit's test header reads otherwise where it is linked, as it is by the window.
         target_link_libraries(${target} PRIVATE Qt6::Network)
@@ -103,9 +105,15 @@ function(velm_test name)
     target_link_libraries(${name} PRIVATE ${arg_LINKS} Qt6::Test velm_warnings)
     velm_use_precompiled(${name} ${arg_LINKS})
     add_test(NAME ${name} COMMAND ${name})
+    set(environment
+        QT_QPA_PLATFORM=offscreen
+        LC_ALL=C.UTF-8
+        SHELL=/bin/bash
+        "HOME=${CMAKE_BINARY_DIR}/test-home"
+        "XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR}/test-runtime")
     set_tests_properties(${name} PROPERTIES
         TIMEOUT 300
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;HOME=${CMAKE_BINARY_DIR}/test-home;SHELL=/bin/bash;XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR}/test-runtime")
+        ENVIRONMENT "${environment}")
     if(arg_MEASURES_MEMORY)
         add_dependencies(velm_memory_tests ${name})
         set_tests_properties(${name} PROPERTIES LABELS memory)

@@ -80,7 +80,8 @@ installing_line() {
 # the package database: no network, no root.
 install_missing() {
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
-        complain "No apt-get here: what this needs is installed already, or the build says what is not."
+        complain "No apt-get here: what this needs is installed already, or the build says what" \
+            "is not."
         return 0
     fi
     local missing status=0
