@@ -12,8 +12,8 @@ from grid import Grid
 from listening import FocusListener
 from waiting import until, until_equal
 
-# A label, a box around controls and an entry of a menu may bear the name of a control. A button with
-# a menu has a role of its own in newer versions of the toolkit.
+# A label, a box around controls and an entry of a menu may bear the name of a control. A button
+# with a menu has a role of its own in newer versions of the toolkit.
 CONTROLS = {pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_PUSH_BUTTON_MENU, pyatspi.ROLE_TEXT,
             pyatspi.ROLE_CHECK_BOX, pyatspi.ROLE_RADIO_BUTTON, pyatspi.ROLE_PAGE_TAB,
             pyatspi.ROLE_TABLE, pyatspi.ROLE_LIST, pyatspi.ROLE_SLIDER}

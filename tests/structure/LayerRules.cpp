@@ -86,7 +86,8 @@ bool isGraphicsHeader(const QString &header) {
 
 bool isGridRule(const QString &path) {
     static const QRegularExpression pattern(QStringLiteral(
-        R"(^src/grid/(ByteBlock|GridPresentation|CellEdit|GridModel|GridColumns|GridSource|GridSteps)\.(h|cpp)$)"));
+        R"(^src/grid/(ByteBlock|CellEdit|Grid(Columns|Model|Presentation|Source|Steps)))"
+        R"(\.(h|cpp)$)"));
     return pattern.match(path).hasMatch();
 }
 
