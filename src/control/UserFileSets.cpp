@@ -76,7 +76,7 @@ void UserFiles::saveSet(QWidget *window, const Set &set) {
     request.typeName = set.typeName;
     const QString ending = set.parts.first().ending;
     request.extensions = {ending.sliced(1)};
-    ask(window, savePurpose, request, [this, set, ending](const QString &path) {
+    ask(window, PanelPurpose::Save, request, [this, set, ending](const QString &path) {
         set.named();
         writeSet(nameOfSet(path, ending), set, {path});
     });
@@ -122,7 +122,7 @@ void UserFiles::chooseNames(QWidget *window, const QString &path,
     request.title = tr("Name of the files");
     request.suggestedName = file.isAbsolute() ? path : file.fileName();
     request.isWholeName = false;
-    ask(window, savePurpose, request, chosen);
+    ask(window, PanelPurpose::Save, request, chosen);
 }
 
 QString UserFiles::wordsFor(const UnsavedTogether &unsaved) {
@@ -149,12 +149,12 @@ Result<void, UnsavedTogether> UserFiles::saveTogether(const QList<FileToSave> &f
         return saved;
     }
     const QStringList paths = pathsOf(files);
-    memory_.setLastFolder(savePurpose, QFileInfo(paths.first()).path());
+    memory_.setLastFolder(PanelPurpose::Save, QFileInfo(paths.first()).path());
     messages_.say(Topic::Saving, savedSentence(paths) + u' ' + facts, action);
     return saved;
 }
 
 QString UserFiles::folderForSaving() const {
-    const QString folder = memory_.lastFolder(savePurpose);
+    const QString folder = memory_.lastFolder(PanelPurpose::Save);
     return folder.isEmpty() ? homeFolder() : folder;
 }

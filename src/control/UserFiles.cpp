@@ -7,16 +7,8 @@
 #include "control/ActionGate.h"
 #include "files/FileSaving.h"
 #include "files/SuggestedName.h"
-#include "settings/WindowMemory.h"
 
 #include <QFileInfo>
-
-namespace {
-
-const QString openPurpose = QStringLiteral("open");
-const QString toolPurpose = QStringLiteral("tool");
-
-} // namespace
 
 UserFiles::UserFiles(const Surroundings &surroundings)
     : panels_(surroundings.panels),
@@ -34,23 +26,23 @@ void UserFiles::openBinary(QWidget *window, const std::function<void(const QStri
     request.typeName = tr("Binary images");
     request.extensions = {QStringLiteral("bin"), QStringLiteral("hex"), QStringLiteral("rom"),
                           QStringLiteral("crt")};
-    ask(window, openPurpose, request, chosen);
+    ask(window, PanelPurpose::Open, request, chosen);
 }
 
 void UserFiles::openForImport(QWidget *window, const std::function<void(const QString &)> &chosen) {
-    openAnyFile(window, openPurpose, tr("Import"), chosen);
+    openAnyFile(window, PanelPurpose::Open, tr("Import"), chosen);
 }
 
 void UserFiles::openForInsertion(QWidget *window,
                                  const std::function<void(const QString &)> &chosen) {
-    openAnyFile(window, openPurpose, tr("Insert a file"), chosen);
+    openAnyFile(window, PanelPurpose::Open, tr("Insert a file"), chosen);
 }
 
 void UserFiles::chooseTool(QWidget *window, const std::function<void(const QString &)> &chosen) {
-    openAnyFile(window, toolPurpose, tr("Choose the programmer tool"), chosen);
+    openAnyFile(window, PanelPurpose::Tool, tr("Choose the programmer tool"), chosen);
 }
 
-void UserFiles::openAnyFile(QWidget *window, const QString &purpose, const QString &title,
+void UserFiles::openAnyFile(QWidget *window, PanelPurpose purpose, const QString &title,
                             const std::function<void(const QString &)> &chosen) {
     if (gate_.refuses())
         return;
@@ -90,7 +82,8 @@ void UserFiles::saveImage(QWidget *window, const Image &image, const Nothing &no
     request.suggestedName = suggestedName;
     request.typeName = tr("Binary images");
     request.extensions = {QStringLiteral("bin")};
-    ask(window, savePurpose, request, [this, image](const QString &path) { write(path, image); });
+    ask(window, PanelPurpose::Save, request,
+        [this, image](const QString &path) { write(path, image); });
 }
 
 void UserFiles::saveConsole(QWidget *window, const std::function<QString()> &text) {
@@ -105,7 +98,7 @@ void UserFiles::saveDocument(QWidget *window, const Document &document) {
     request.suggestedName = document.suggestedName;
     request.typeName = document.typeName;
     request.extensions = {document.extension};
-    ask(window, savePurpose, request,
+    ask(window, PanelPurpose::Save, request,
         [this, bytes = document.bytes, saved = document.saved](const QString &path) {
             if (write(path, bytes()))
                 saved();
@@ -121,7 +114,7 @@ void UserFiles::addRecent(const QString &path) {
     emit recentChanged();
 }
 
-void UserFiles::ask(QWidget *window, const QString &purpose, FilePanelRequest request,
+void UserFiles::ask(QWidget *window, PanelPurpose purpose, FilePanelRequest request,
                     const std::function<void(const QString &)> &chosen) {
     request.folder = memory_.lastFolder(purpose);
     panels_.begin(window, request, [this, purpose, chosen](const QString &path) {

@@ -8,6 +8,7 @@
 #include "control/Messages.h"
 #include "files/ByteBuffer.h"
 #include "files/SavingTogether.h"
+#include "settings/WindowMemory.h"
 
 #include <QObject>
 #include <QStringList>
@@ -16,7 +17,6 @@
 
 class ActionGate;
 class Log;
-class WindowMemory;
 
 /// The files that the user opens and saves: asks for them in panels that begin where the last one
 /// ended, writes them, says what came of it, and remembers what was opened lately. The panels are
@@ -120,9 +120,6 @@ signals:
     void recentChanged();
 
 private:
-    /// Under which the folder for saving is remembered.
-    static inline const QString savePurpose = QStringLiteral("save");
-
     /// What is logged and said where there are no bytes.
     struct Nothing {
         QString logLine;
@@ -132,9 +129,9 @@ private:
 
     void saveImage(QWidget *window, const Image &image, const Nothing &nothing,
                    const QString &suggestedName);
-    void openAnyFile(QWidget *window, const QString &purpose, const QString &title,
+    void openAnyFile(QWidget *window, PanelPurpose purpose, const QString &title,
                      const std::function<void(const QString &path)> &chosen);
-    void ask(QWidget *window, const QString &purpose, FilePanelRequest request,
+    void ask(QWidget *window, PanelPurpose purpose, FilePanelRequest request,
              const std::function<void(const QString &path)> &chosen);
     void write(const QString &path, const Image &image);
     bool write(const QString &path, const QByteArray &bytes);

@@ -25,11 +25,22 @@ const QString wrapsConsoleKey = QStringLiteral("views/wrapsConsole");
 const QString showsBothKey = QStringLiteral("views/showsBoth");
 const QString movesOnKey = QStringLiteral("views/movesOn");
 const QString showsConsoleKey = QStringLiteral("views/showsConsole");
-const QString folderKey = QStringLiteral("folders/%1");
 const QString recentKey = QStringLiteral("files/recent");
 constexpr qsizetype maxRecentDevices = 10;
 const QString recentDevicesKey = QStringLiteral("devices/recent");
 const QString trustedToolKey = QStringLiteral("trustedTool");
+
+QString folderKeyOf(PanelPurpose purpose) {
+    switch (purpose) {
+    case PanelPurpose::Open:
+        return QStringLiteral("folders/open");
+    case PanelPurpose::Save:
+        return QStringLiteral("folders/save");
+    case PanelPurpose::Tool:
+        break;
+    }
+    return QStringLiteral("folders/tool");
+}
 
 /// Everything in \a content; nothing if it is damaged.
 QVariantMap valuesIn(const IniFile::Content &content) {
@@ -123,12 +134,12 @@ void WindowMemory::setViewChoices(const ViewChoices &choices) {
                       {movesOnKey, int(choices.movesOn)}});
 }
 
-QString WindowMemory::lastFolder(const QString &purpose) const {
-    return read(file_, folderKey.arg(purpose)).toString();
+QString WindowMemory::lastFolder(PanelPurpose purpose) const {
+    return read(file_, folderKeyOf(purpose)).toString();
 }
 
-void WindowMemory::setLastFolder(const QString &purpose, const QString &folder) {
-    write(folderKey.arg(purpose), folder);
+void WindowMemory::setLastFolder(PanelPurpose purpose, const QString &folder) {
+    write(folderKeyOf(purpose), folder);
 }
 
 QStringList WindowMemory::recentFiles() const {

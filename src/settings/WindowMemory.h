@@ -17,6 +17,9 @@
 
 class Log;
 
+/// What a file panel is opened for. Each kind begins in the folder where it was used last.
+enum class PanelPurpose { Open, Save, Tool };
+
 /// How the user has the views of the window.
 struct ViewChoices {
     int gridPercent = 100; ///< size of the letters, in percent of the usual
@@ -51,9 +54,9 @@ public:
     ViewChoices viewChoices() const;
     void setViewChoices(const ViewChoices &choices);
 
-    /// The folder that the file panel for \a purpose ("open", "save") showed last; empty if none.
-    QString lastFolder(const QString &purpose) const;
-    void setLastFolder(const QString &purpose, const QString &folder);
+    /// The folder that the file panel for \a purpose showed last; empty if none.
+    QString lastFolder(PanelPurpose purpose) const;
+    void setLastFolder(PanelPurpose purpose, const QString &folder);
 
     /// Files opened lately, the newest first, at most eight.
     QStringList recentFiles() const;

@@ -43,8 +43,8 @@ void TestWindowMemory::everything_comesBack() {
         memory.setSplitterState(QByteArray("splitter"));
         QCOMPARE(memory.viewChoices(), ViewChoices());
         memory.setViewChoices({150, 60, true, false, false, false});
-        memory.setLastFolder(QStringLiteral("open"), QStringLiteral("/a, b/é%20"));
-        memory.setLastFolder(QStringLiteral("save"), QStringLiteral("/c"));
+        memory.setLastFolder(PanelPurpose::Open, QStringLiteral("/a, b/é%20"));
+        memory.setLastFolder(PanelPurpose::Save, QStringLiteral("/c"));
         QVERIFY(!memory.trustedTool());
         memory.setTrustedTool(QStringLiteral("sudo 'a, \"b\"' @c"));
     }
@@ -52,9 +52,9 @@ void TestWindowMemory::everything_comesBack() {
     QCOMPARE(memory.geometry(), bytes);
     QCOMPARE(memory.splitterState(), QByteArray("splitter"));
     QCOMPARE(memory.viewChoices(), (ViewChoices{150, 60, true, false, false, false}));
-    QCOMPARE(memory.lastFolder(QStringLiteral("open")), QStringLiteral("/a, b/é%20"));
-    QCOMPARE(memory.lastFolder(QStringLiteral("save")), QStringLiteral("/c"));
-    QCOMPARE(memory.lastFolder(QStringLiteral("other")), QString());
+    QCOMPARE(memory.lastFolder(PanelPurpose::Open), QStringLiteral("/a, b/é%20"));
+    QCOMPARE(memory.lastFolder(PanelPurpose::Save), QStringLiteral("/c"));
+    QCOMPARE(memory.lastFolder(PanelPurpose::Tool), QString());
     QCOMPARE(memory.trustedTool(), QStringLiteral("sudo 'a, \"b\"' @c"));
 }
 
@@ -100,7 +100,7 @@ void TestWindowMemory::aFileThatCannotBeWritten_isLoggedOnce() {
     RecordingLog log;
     WindowMemory memory(QStringLiteral("/dev/null/velm/state.conf"), &log);
     memory.setGeometry(QByteArray("lost"));
-    memory.setLastFolder(QStringLiteral("open"), QStringLiteral("/lost"));
+    memory.setLastFolder(PanelPurpose::Open, QStringLiteral("/lost"));
     QCOMPARE(memory.geometry(), QByteArray());
     QCOMPARE(log.lines, QStringList(QStringLiteral("what VELM remembers cannot be saved in "
                                                    "/dev/null/velm/state.conf: Not a directory")));
@@ -131,12 +131,16 @@ void TestWindowMemory::whatTheToolkitWrote_isRead() {
         written.setValue(QStringLiteral("window/geometry"), bytes);
         written.setValue(QStringLiteral("window/splitter"), QByteArray("splitter"));
         written.setValue(QStringLiteral("folders/open"), QStringLiteral("C:\\x, \"y\""));
+        written.setValue(QStringLiteral("folders/save"), QStringLiteral("/saved"));
+        written.setValue(QStringLiteral("folders/tool"), QStringLiteral("/tools"));
         written.setValue(QStringLiteral("files/recent"), files);
     }
     WindowMemory memory(path);
     QCOMPARE(memory.geometry(), bytes);
     QCOMPARE(memory.splitterState(), QByteArray("splitter"));
-    QCOMPARE(memory.lastFolder(QStringLiteral("open")), QStringLiteral("C:\\x, \"y\""));
+    QCOMPARE(memory.lastFolder(PanelPurpose::Open), QStringLiteral("C:\\x, \"y\""));
+    QCOMPARE(memory.lastFolder(PanelPurpose::Save), QStringLiteral("/saved"));
+    QCOMPARE(memory.lastFolder(PanelPurpose::Tool), QStringLiteral("/tools"));
     QCOMPARE(memory.recentFiles(), files);
     memory.setSplitterState(bytes);
     QCOMPARE(QSettings(path, QSettings::IniFormat)
