@@ -19,8 +19,8 @@ class GridView;
 /// is selected, in one line. They are read in turns of the event loop, so they hold nobody up,
 /// however long they are; checksums stand open until they are known.
 ///
-/// The text can be selected. Where there is no room for all, whose bytes they are is told
-/// shorter first, and then the checksums go; the tool tip has the whole.
+/// The text can be selected. Where there is no room for all, the words that say whose bytes
+/// they are become shorter first, then the checksums are left out; the tool tip has the whole.
 class FactsLine final : public FittingLine {
     Q_OBJECT
 

@@ -24,7 +24,7 @@ struct RunPlumbing : QObject {
 
     /// How the child ended; to be asked once it has.
     ChildEnd childEnd() const;
-    /// The pipes that the child prints into, by which those are found who hold them.
+    /// The pipes that the child prints into. Whatever holds one of them is found by its identity.
     QList<PipeIdentity> outputPipes() const;
     /// Nobody listens to them any more.
     void closeOutput();
