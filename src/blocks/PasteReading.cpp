@@ -4,13 +4,15 @@
 #include "blocks/PasteReading.h"
 
 #include "base/TurnOfWork.h"
+#include "base/Units.h"
+
 #include <new>
 #include <utility>
 
 namespace {
 
 /// UTF-16 units between two looks at the clock.
-constexpr qsizetype stepText = qsizetype(32) * 1024;
+constexpr qsizetype stepText = 32 * kibibyte;
 
 } // namespace
 

@@ -3,6 +3,8 @@
 
 #include "devices/ShownName.h"
 
+#include "base/Digits.h"
+
 #include <QChar>
 #include <QList>
 
@@ -23,10 +25,9 @@ bool isUnseen(char32_t character) {
 }
 
 QString escapeOf(char32_t character) {
-    constexpr int base = 16;
     constexpr char32_t pastShort = 0x100;
     constexpr char32_t pastLong = 0x10000;
-    const QString digits = QString::number(uint(character), base);
+    const QString digits = QString::number(uint(character), hexadecimal);
     if (character < pastShort)
         return QStringLiteral("\\x") + digits.rightJustified(2, u'0');
     if (character < pastLong)

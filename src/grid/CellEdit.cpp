@@ -102,13 +102,12 @@ QString noMemoryForEditRemark() {
 }
 
 QString hexDigitFor(quint16 value) {
-    constexpr int decimalDigits = 10;
     static const std::array<QString, 6> letters = {QStringLiteral("A"), QStringLiteral("B"),
                                                    QStringLiteral("C"), QStringLiteral("D"),
                                                    QStringLiteral("E"), QStringLiteral("F")};
-    if (value < decimalDigits)
+    if (value < decimal)
         return QString::number(value);
-    const size_t letter = value - size_t(decimalDigits);
+    const size_t letter = value - size_t(decimal);
     return letter < letters.size() ? letters[letter] : QString();
 }
 

@@ -3,9 +3,12 @@
 
 #include "grid/GridColumns.h"
 
+#include "base/Digits.h"
+
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <optional>
 
 const QString &columnIdentifier(int number) {
     static const auto identifiers = [] {
@@ -23,13 +26,13 @@ int columnNumber(QStringView identifier) {
     if (negative || text.startsWith(u'+'))
         text = text.sliced(1);
 
-    constexpr int base = 10;
     constexpr qint64 bound = qint64(std::numeric_limits<int>::max()) + 1;
     qint64 number = 0;
     for (const QChar digit : text) {
-        if (digit < u'0' || digit > u'9')
+        const std::optional<int> value = digitValue(digit, decimal);
+        if (!value)
             break;
-        number = std::min(bound, number * base + (digit.unicode() - u'0'));
+        number = std::min(bound, number * decimal + *value);
     }
     return int(negative ? -number : std::min(number, bound - 1));
 }

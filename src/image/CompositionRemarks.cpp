@@ -64,7 +64,7 @@ QString padSizeRemark(const CompositionInputs &inputs) {
     const std::optional<qint32> size = scanInt(inputs.pad_to);
     if (!size)
         return tr("Pad to holds no number: nothing is padded.");
-    const auto wrapped = qint32(quint32(*size) << 10);
+    const auto wrapped = qint32(quint32(*size) * quint32(kibibyte));
     if (*size > 0 && wrapped != *size * kibibyte)
         return tr("Pad to is too large for its field: it counts as %1 bytes.")
             .arg(grouped(wrapped));

@@ -17,12 +17,11 @@ namespace {
 using Reason = RefusedComposition::Reason;
 
 constexpr unsigned char zeroPadByte = 0x00;
-constexpr int kibibyteShift = 10;
 
 /// Kibibytes become bytes in 32-bit arithmetic, which wraps round for very large values.
 qint32 padSizeOf(const QString &pad_to) {
     const qint32 size = scanInt(pad_to).value_or(0);
-    return size > 0 ? qint32(quint32(size) << kibibyteShift) : size;
+    return size > 0 ? qint32(quint32(size) * quint32(kibibyte)) : size;
 }
 
 /// One composition from its inputs to its image, step by step.
