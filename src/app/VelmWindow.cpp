@@ -74,12 +74,26 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
         window_, delegate_,
         {binder_, favourites_, searcher_, searchPanel_, work_, messages_, gate_, files_});
     searcher_.setFolderGuard(surroundings.mayUseFolder);
+    followAll(makeMenus());
+}
+
+VelmWindow::~VelmWindow() {
+    // Closing the window asks the controller about a cell that is open, and it goes first.
+    window_.controls().tableview->entries().commit();
+    settings_.setGuard({});
+}
+
+WindowMenus VelmWindow::makeMenus() {
     WindowMenus menus = makeWindowMenus(window_, delegate_, work_, gate_, files_);
     fileImport_.addEntry(menus);
     fileExport_.addEntry(menus);
     otherMemories_.addEntries(menus);
     wireBlocks({window_, delegate_, files_, gate_, messages_}, menus);
     runControls_.setActions(menus.offWhileRunning, menus.stop);
+    return menus;
+}
+
+void VelmWindow::followAll(const WindowMenus &menus) {
     settings_.setGuard([this] { return work_.isIdle(); });
     connect(&settings_, &SettingsStore::changeRefused, this, [this] { gate_.refuses(); });
     connect(&work_, &WorkState::changed, this, &VelmWindow::workChanged);
@@ -92,12 +106,6 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
     window_.setCloseGuard([this] { return preparesToClose(); });
     connect(&window_, &MainWindow::closing, this, &VelmWindow::closeDown);
     followSettings();
-}
-
-VelmWindow::~VelmWindow() {
-    // Closing the window asks the controller about a cell that is open, and it goes first.
-    window_.controls().tableview->entries().commit();
-    settings_.setGuard({});
 }
 
 bool VelmWindow::start() {

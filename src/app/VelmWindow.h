@@ -78,6 +78,8 @@ public:
     const QList<RunRecord> &runs() const { return runLog_.records(); }
 
 private:
+    WindowMenus makeMenus();
+    void followAll(const WindowMenus &menus);
     bool isAtRest() const;
     bool preparesToClose();
     void sayThatItStaysOpen();
