@@ -29,6 +29,20 @@ QString defaultMemory() {
     return stateFolder() + QStringLiteral("/state.conf");
 }
 
+/// The options of the program itself.
+struct OwnOptions {
+    QCommandLineOption settings{QStringLiteral("settings"),
+                                Text::tr("Keep the settings in <file>."), QStringLiteral("file"),
+                                defaultSettings()};
+    QCommandLineOption state{QStringLiteral("state"),
+                             Text::tr("Keep what the window remembers in <file>."),
+                             QStringLiteral("file"), defaultMemory()};
+    QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")},
+                            Text::tr("Print the options and end.")};
+    QCommandLineOption version{{QStringLiteral("v"), QStringLiteral("version")},
+                               Text::tr("Print the version and end.")};
+};
+
 /// Options that the toolkit and its platform plugins take out of the arguments themselves, but
 /// only once there is a display.
 QList<QCommandLineOption> toolkitOptions() {
@@ -48,6 +62,17 @@ QList<QCommandLineOption> toolkitOptions() {
     return options;
 }
 
+/// Tells \a parser all that may stand behind the name of the program.
+void teach(QCommandLineParser &parser, const OwnOptions &options) {
+    parser.setApplicationDescription(Text::tr("Read, write and test chips with the minipro tool."));
+    // The toolkit's options have one dash.
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    parser.addOptions({options.settings, options.state, options.help, options.version});
+    parser.addOptions(toolkitOptions());
+    parser.addPositionalArgument(QStringLiteral("file"), Text::tr("The binary to open."),
+                                 QStringLiteral("[file]"));
+}
+
 bool isSomethingElseThanAFile(const QString &path) {
     struct stat facts = {};
     return ::stat(QFile::encodeName(path).constData(), &facts) == 0 && !S_ISREG(facts.st_mode);
@@ -64,45 +89,42 @@ std::optional<ProgramRefusal> refusalOf(const QCommandLineParser &parser,
         Text::tr("--%1: %2 is not a regular file.").arg(option.names().constFirst(), path)};
 }
 
-} // namespace
-
-ProgramArguments readArguments(const QStringList &words) {
-    const QCommandLineOption settings(QStringLiteral("settings"),
-                                      Text::tr("Keep the settings in <file>."),
-                                      QStringLiteral("file"), defaultSettings());
-    const QCommandLineOption state(QStringLiteral("state"),
-                                   Text::tr("Keep what the window remembers in <file>."),
-                                   QStringLiteral("file"), defaultMemory());
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
-                                  Text::tr("Print the options and end."));
-    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
-                                     Text::tr("Print the version and end."));
-    QCommandLineParser parser;
-    parser.setApplicationDescription(Text::tr("Read, write and test chips with the minipro tool."));
-    // The toolkit's options have one dash.
-    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-    parser.addOptions({settings, state, help, version});
-    parser.addOptions(toolkitOptions());
-    parser.addPositionalArgument(QStringLiteral("file"), Text::tr("The binary to open."),
-                                 QStringLiteral("[file]"));
-
-    if (!parser.parse(words))
-        return ProgramRefusal{parser.errorText()};
-    if (parser.isSet(help))
-        return ProgramAnswer{parser.helpText()};
-    if (parser.isSet(version))
-        return ProgramAnswer{QCoreApplication::applicationName() + u' ' +
-                             QCoreApplication::applicationVersion() + u'\n'};
-    for (const QCommandLineOption &option : {settings, state})
-        if (const auto refusal = refusalOf(parser, option))
-            return *refusal;
+/// Why the program cannot start with what \a parser has read, if so.
+std::optional<ProgramRefusal> refusalOf(const QCommandLineParser &parser,
+                                        const OwnOptions &options) {
+    for (const QCommandLineOption &option : {options.settings, options.state})
+        if (auto refusal = refusalOf(parser, option))
+            return refusal;
     const QStringList files = parser.positionalArguments();
     if (files.size() > 1)
         return ProgramRefusal{Text::tr("Only one file can be opened.")};
     if (files.contains(QString()))
         return ProgramRefusal{Text::tr("The name of the file to open is empty.")};
+    return std::nullopt;
+}
+
+QString nameAndVersion() {
+    return QCoreApplication::applicationName() + u' ' + QCoreApplication::applicationVersion() +
+           u'\n';
+}
+
+} // namespace
+
+ProgramArguments readArguments(const QStringList &words) {
+    const OwnOptions options;
+    QCommandLineParser parser;
+    teach(parser, options);
+    if (!parser.parse(words))
+        return ProgramRefusal{parser.errorText()};
+    if (parser.isSet(options.help))
+        return ProgramAnswer{parser.helpText()};
+    if (parser.isSet(options.version))
+        return ProgramAnswer{nameAndVersion()};
+    if (const auto refusal = refusalOf(parser, options))
+        return *refusal;
+    const QStringList files = parser.positionalArguments();
     const QDir here;
-    return ProgramOptions{here.absoluteFilePath(parser.value(settings)),
-                          here.absoluteFilePath(parser.value(state)),
+    return ProgramOptions{here.absoluteFilePath(parser.value(options.settings)),
+                          here.absoluteFilePath(parser.value(options.state)),
                           files.isEmpty() ? QString() : here.absoluteFilePath(files.constFirst())};
 }
