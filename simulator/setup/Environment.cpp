@@ -3,8 +3,11 @@
 
 #include "setup/Environment.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdlib>
+#include <initializer_list>
+#include <iterator>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -34,6 +37,36 @@ EnvironmentError unknownValue(std::string_view name, std::string_view value,
             std::string(choices)};
 }
 
+/// Each value that a variable can choose, with the word for it.
+template <typename Value>
+using Words = std::initializer_list<std::pair<std::string_view, Value>>;
+
+/// "auto, sample or blank".
+template <typename Value>
+std::string listOf(const Words<Value> &words) {
+    std::string list;
+    for (const auto &each : words) {
+        const bool isLast = &each == std::prev(words.end());
+        list += list.empty() ? "" : isLast ? " or " : ", ";
+        list += each.first;
+    }
+    return list;
+}
+
+/// Takes into `chosen` what the variable `name` asks for; one that is not set asks for nothing.
+template <typename Value>
+std::optional<EnvironmentError> choose(const char *name, const Words<Value> &words, Value &chosen) {
+    const std::string asked = variable(name);
+    if (asked.empty())
+        return std::nullopt;
+    const auto *found = std::find_if(words.begin(), words.end(),
+                                     [&asked](const auto &each) { return each.first == asked; });
+    if (found == words.end())
+        return unknownValue(name, asked, listOf(words));
+    chosen = found->second;
+    return std::nullopt;
+}
+
 std::optional<std::chrono::milliseconds> parseMilliseconds(const std::string &text) {
     long value = 0;
     const char *end = text.data() + text.size();
@@ -43,44 +76,53 @@ std::optional<std::chrono::milliseconds> parseMilliseconds(const std::string &te
     return std::chrono::milliseconds(value);
 }
 
-} // namespace
-
-std::variant<Environment, EnvironmentError> readEnvironment() {
-    Environment environment;
-    environment.bench = benchFolder();
-
+std::optional<EnvironmentError> takeFaults(Environment &environment) {
     auto faults = parseFaults(variable("MINIPRO_SIM_FAULT"));
     if (const auto *unknown = std::get_if<UnknownFault>(&faults))
         return unknownValue("MINIPRO_SIM_FAULT", unknown->name,
                             "one or more of these, separated by commas:\n" + describeFaults());
     environment.faults = std::get<Faults>(std::move(faults));
+    return std::nullopt;
+}
 
-    const std::string dialect = variable("MINIPRO_SIM_DIALECT");
-    if (dialect == "new")
-        environment.dialect = Dialect::New;
-    else if (!dialect.empty() && dialect != "release")
-        return unknownValue("MINIPRO_SIM_DIALECT", dialect, "new or release");
+std::optional<EnvironmentError> takeDialect(Environment &environment) {
+    return choose("MINIPRO_SIM_DIALECT", {{"new", Dialect::New}, {"release", Dialect::Release}},
+                  environment.dialect);
+}
 
-    const std::string pace = variable("MINIPRO_SIM_PACE");
-    if (pace == "instant")
-        environment.pace = Pace::Instant;
-    else if (!pace.empty() && pace != "real")
-        return unknownValue("MINIPRO_SIM_PACE", pace, "instant or real");
+std::optional<EnvironmentError> takePace(Environment &environment) {
+    return choose("MINIPRO_SIM_PACE", {{"instant", Pace::Instant}, {"real", Pace::Real}},
+                  environment.pace);
+}
 
-    const std::string chips = variable("MINIPRO_SIM_CHIPS");
-    if (chips == "sample")
-        environment.firstContent = FirstContent::Sample;
-    else if (chips == "blank")
-        environment.firstContent = FirstContent::Blank;
-    else if (!chips.empty() && chips != "auto")
-        return unknownValue("MINIPRO_SIM_CHIPS", chips, "auto, sample or blank");
+std::optional<EnvironmentError> takeFirstContent(Environment &environment) {
+    return choose("MINIPRO_SIM_CHIPS",
+                  {{"auto", FirstContent::Automatic},
+                   {"sample", FirstContent::Sample},
+                   {"blank", FirstContent::Blank}},
+                  environment.firstContent);
+}
 
-    if (const std::string life = variable("MINIPRO_SIM_GRANDCHILD_MS"); !life.empty()) {
-        const auto time = parseMilliseconds(life);
-        if (!time)
-            return unknownValue("MINIPRO_SIM_GRANDCHILD_MS", life, "a number of milliseconds");
-        environment.grandchildLife = *time;
-    }
+std::optional<EnvironmentError> takeGrandchildLife(Environment &environment) {
+    const std::string life = variable("MINIPRO_SIM_GRANDCHILD_MS");
+    if (life.empty())
+        return std::nullopt;
+    const auto time = parseMilliseconds(life);
+    if (!time)
+        return unknownValue("MINIPRO_SIM_GRANDCHILD_MS", life, "a number of milliseconds");
+    environment.grandchildLife = *time;
+    return std::nullopt;
+}
+
+} // namespace
+
+std::variant<Environment, EnvironmentError> readEnvironment() {
+    Environment environment;
+    environment.bench = benchFolder();
+    for (const auto take :
+         {takeFaults, takeDialect, takePace, takeFirstContent, takeGrandchildLife})
+        if (auto error = take(environment))
+            return *error;
     return environment;
 }
 
