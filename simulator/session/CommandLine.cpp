@@ -119,6 +119,22 @@ bool *switchOf(int letter, Options &options) {
     }
 }
 
+std::string *textOf(int letter, Options &options) {
+    switch (letter) {
+    case 'p':
+    case 'd':
+        return &options.device;
+    case 'r':
+    case 'w':
+    case 'm':
+        return &options.file;
+    case 'L':
+        return &options.searchTerm;
+    default:
+        return nullptr;
+    }
+}
+
 /// The value that a word stands for in any case.
 template <typename Value>
 struct Word {
@@ -176,22 +192,12 @@ std::optional<UsageError> takeOption(int letter, const char *argument, Dialect d
                                      Options &options) {
     if (bool *chosen = switchOf(letter, options))
         *chosen = true;
+    if (std::string *text = textOf(letter, options))
+        *text = argument;
     switch (letter) {
     case '?':
     case 'h':
         return UsageError{};
-    case 'p':
-    case 'd':
-        options.device = argument;
-        break;
-    case 'r':
-    case 'w':
-    case 'm':
-        options.file = argument;
-        break;
-    case 'L':
-        options.searchTerm = argument;
-        break;
     case 'q':
         return takeModel(argument, dialect, options);
     case 'c':
@@ -204,9 +210,8 @@ std::optional<UsageError> takeOption(int letter, const char *argument, Dialect d
     case 'F':
         return UsageError{std::string("The simulator cannot do this: -") + char(letter)};
     default:
-        break;
+        return std::nullopt;
     }
-    return std::nullopt;
 }
 
 std::optional<UsageError> findContradiction(const Options &options, bool deviceGiven) {
