@@ -11,27 +11,6 @@
 
 namespace {
 
-/// The headers that the classes of the window definition \a text come from.
-QList<Include> headersOfWindow(const QString &text) {
-    static const QRegularExpression header(QStringLiteral("<header>([^<]+)</header>"));
-    QList<Include> includes;
-    for (auto match = header.globalMatch(text); match.hasNext();)
-        includes.append({match.next().captured(1), true});
-    return includes;
-}
-
-/// Everything that the files in \a folder and its folders include.
-QList<Include> includesUnder(const SourceTree &tree, const QString &folder) {
-    QList<Include> includes;
-    for (auto file = tree.begin(); file != tree.end(); ++file) {
-        if (!file.key().startsWith(folder + u'/') || isBuildFile(file.key()))
-            continue;
-        includes +=
-            file.key().endsWith(u".ui") ? headersOfWindow(file.value()) : includesOf(file.value());
-    }
-    return includes;
-}
-
 /// Whether \a include is of \a library. Only the project's folders and the toolkit's modules can
 /// be told by their headers; every other library counts as used.
 bool isOf(const Include &include, const QString &library) {

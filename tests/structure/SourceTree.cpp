@@ -30,6 +30,15 @@ void addFile(SourceTree &tree, const QDir &project, const QString &path) {
         tree.insert(project.relativeFilePath(path), text);
 }
 
+/// The headers that the classes of the window definition \a text come from.
+QList<Include> headersOfWindow(const QString &text) {
+    static const QRegularExpression header(QStringLiteral("<header>([^<]+)</header>"));
+    QList<Include> includes;
+    for (auto match = header.globalMatch(text); match.hasNext();)
+        includes.append({match.next().captured(1), true});
+    return includes;
+}
+
 } // namespace
 
 SourceTree readSourceTree(const QString &top, const QStringList &entries) {
@@ -82,6 +91,17 @@ QList<Include> includesOf(const QString &text) {
     for (auto match = line.globalMatch(withoutComments(text)); match.hasNext();) {
         const QRegularExpressionMatch found = match.next();
         includes.append({found.captured(2), found.captured(1) == u"\""});
+    }
+    return includes;
+}
+
+QList<Include> includesUnder(const SourceTree &tree, const QString &folder) {
+    QList<Include> includes;
+    for (auto file = tree.begin(); file != tree.end(); ++file) {
+        if (!file.key().startsWith(folder + u'/') || isBuildFile(file.key()))
+            continue;
+        includes +=
+            file.key().endsWith(u".ui") ? headersOfWindow(file.value()) : includesOf(file.value());
     }
     return includes;
 }

@@ -33,5 +33,9 @@ struct Include {
 /// The includes of the C++ text \a text, in order; those in comments do not count.
 QList<Include> includesOf(const QString &text);
 
+/// Everything that the files in \a folder of \a tree and its folders include; a window definition
+/// includes the headers of its classes.
+QList<Include> includesUnder(const SourceTree &tree, const QString &folder);
+
 /// The libraries that the CMake text \a text links, in order: "velm_base", "Qt6::Core".
 QStringList linkedLibraries(const QString &text);
