@@ -163,9 +163,29 @@ QStringList layerRules::librariesLinkDown(const SourceTree &tree) {
             continue;
         for (const QString &library : linkedNames(file.value(), QStringLiteral("velm_")))
             if (arrows().contains(library) && library != layer &&
-                !arrows().value(layer).contains(library) &&
-                !arrows().value(layer).contains(library + QStringLiteral("/Console.h")))
+                !arrows().value(layer).contains(library))
                 breaches.append(breach(file.key(), QStringLiteral("links velm_") + library));
+    }
+    return breaches;
+}
+
+QStringList layerRules::librariesLinkWhatTheyInclude(const SourceTree &tree) {
+    QStringList breaches;
+    for (auto file = tree.begin(); file != tree.end(); ++file) {
+        const QString layer = layerOf(file.key());
+        if (layer.isEmpty() || !isBuildFile(file.key()))
+            continue;
+        const QStringList known =
+            linkedNames(file.value(), QStringLiteral("velm_")) + QStringList{QString(), layer};
+        QStringList missing;
+        for (const Include &include : includesUnder(tree, QStringLiteral("src/") + layer)) {
+            const QString folder = folderOf(include.target);
+            if (include.ownHeader && !known.contains(folder) &&
+                !arrows().value(layer).contains(include.target))
+                missing.append(breach(file.key(), QStringLiteral("links no velm_") + folder));
+        }
+        missing.removeDuplicates();
+        breaches += missing;
     }
     return breaches;
 }

@@ -15,6 +15,9 @@ QStringList arrowsPointDown(const SourceTree &tree);
 QStringList arrowsAreUsed(const SourceTree &tree);
 /// A folder's library links the libraries of the folders below it alone.
 QStringList librariesLinkDown(const SourceTree &tree);
+/// A folder's library links by name the library of each folder that it includes something of, but
+/// for a header that it may include by itself.
+QStringList librariesLinkWhatTheyInclude(const SourceTree &tree);
 /// An include in quotes says its folder: "grid/GridModel.h", never "GridModel.h".
 QStringList includesNameTheirFolder(const SourceTree &tree);
 /// The pure folders include no header of the toolkit's graphical modules.

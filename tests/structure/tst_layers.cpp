@@ -44,6 +44,8 @@ void TestLayers::sourcesKeepTheRule_data() {
     QTest::newRow("arrows point down") << Rule(layerRules::arrowsPointDown);
     QTest::newRow("arrows are used") << Rule(layerRules::arrowsAreUsed);
     QTest::newRow("libraries link down") << Rule(layerRules::librariesLinkDown);
+    QTest::newRow("libraries link what they include")
+        << Rule(layerRules::librariesLinkWhatTheyInclude);
     QTest::newRow("includes name their folder") << Rule(layerRules::includesNameTheirFolder);
     QTest::newRow("pure folders see no graphics") << Rule(layerRules::pureFoldersSeeNoGraphics);
     QTest::newRow("pure folders link Core alone") << Rule(layerRules::pureFoldersLinkCoreAlone);
@@ -123,6 +125,18 @@ void TestLayers::ruleNotices_data() {
     row("image links widgets", layerRules::librariesLinkDown, "src/image/CMakeLists.txt",
         "velm_library(image SOURCES A.cpp LINKS velm_base velm_widgets)\n",
         "src/image/CMakeLists.txt: links velm_widgets");
+    row("widgets links the tool for its console", layerRules::librariesLinkDown,
+        "src/widgets/CMakeLists.txt", "velm_library(widgets LINKS velm_settings velm_tool)\n",
+        "src/widgets/CMakeLists.txt: links velm_tool");
+
+    const Rule linked = layerRules::librariesLinkWhatTheyInclude;
+    row("a folder links what its window includes", linked, "src/form/CMakeLists.txt",
+        "velm_library(form LINKS velm_helper velm_grid)\n", "");
+    row("a folder includes what another one links", linked, "src/form/CMakeLists.txt",
+        "velm_library(form LINKS velm_grid)\n", "src/form/CMakeLists.txt: links no velm_helper");
+    row("a folder includes itself", linked, "src/helper/CMakeLists.txt",
+        "velm_library(helper LINKS Qt6::Widgets)\n", "");
+
     row("an include without folder", layerRules::includesNameTheirFolder, "src/grid/A.cpp",
         "#include \"B.h\"\n#include \"ui_A.h\"\n#include \"A.moc\"\n",
         "src/grid/A.cpp: includes B.h");
