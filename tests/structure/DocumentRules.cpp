@@ -41,6 +41,15 @@ QStringList documentRules::missingPaths(const QStringList &paths, const QString 
     return missing;
 }
 
+QStringList documentRules::tabledFolders(const QString &text) {
+    static const QRegularExpression row(QStringLiteral(R"(^\| `src/([^|\n]+)` \|)"),
+                                        QRegularExpression::MultilineOption);
+    QStringList folders;
+    for (auto match = row.globalMatch(text); match.hasNext();)
+        folders += match.next().captured(1).split(QStringLiteral("`, `"));
+    return folders;
+}
+
 QStringList documentRules::settingsKeysIn(const QString &header) {
     static const QRegularExpression key(QStringLiteral(R"(inline const QString (\w+) =)"));
     QStringList keys;

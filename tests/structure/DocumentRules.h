@@ -18,6 +18,10 @@ QStringList namedPaths(const QString &text);
 /// there; "tool/Console.h" and "app/HandEdits" stand for headers below src.
 QStringList missingPaths(const QStringList &paths, const QString &top, const QString &folder);
 
+/// The folders of src that the tables of the Markdown text \a text have rows for, as they stand
+/// there: "base" and "files" of a row that begins with "`src/base`, `files`".
+QStringList tabledFolders(const QString &text);
+
 /// The names of the settings keys that \a header declares.
 QStringList settingsKeysIn(const QString &header);
 

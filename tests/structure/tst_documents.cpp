@@ -16,12 +16,14 @@ class TestDocuments : public QObject {
 private slots:
     void everyNamedPath_isThere_data();
     void everyNamedPath_isThere();
+    void everyFolder_isInTheTable();
     void everySettingsKey_isInItsPlaces_data();
     void everySettingsKey_isInItsPlaces();
     void namedPaths_areCodeSpansAndLinks_data();
     void namedPaths_areCodeSpansAndLinks();
     void missingPaths_areNoticed();
     void missingNames_areNoticed();
+    void tabledFolders_areThoseOfSrc();
 };
 
 namespace {
@@ -48,6 +50,14 @@ void TestDocuments::everyNamedPath_isThere() {
     const QStringList paths = namedPaths(textOf(QString::fromLatin1(QTest::currentDataTag())));
     QCOMPARE(missingPaths(paths, top, folder).join(u'\n'), QString());
     QVERIFY2(paths.size() >= atLeast, qPrintable(paths.join(u'\n')));
+}
+
+void TestDocuments::everyFolder_isInTheTable() {
+    QStringList tabled = tabledFolders(textOf(QStringLiteral("README.md")));
+    tabled.sort();
+    const QDir sources(QDir(top).filePath(QStringLiteral("src")));
+    const QStringList folders = sources.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    QCOMPARE(tabled.join(u' '), folders.join(u' '));
 }
 
 void TestDocuments::everySettingsKey_isInItsPlaces_data() {
@@ -108,6 +118,13 @@ void TestDocuments::missingNames_areNoticed() {
     QCOMPARE(keys, QStringList({QStringLiteral("pad_to"), QStringLiteral("pad")}));
     QCOMPARE(missingNames(keys, QStringLiteral("{%1, "), QStringLiteral("{pad_to, 1}")),
              QStringList{QStringLiteral("pad")});
+}
+
+void TestDocuments::tabledFolders_areThoseOfSrc() {
+    const QString text = QStringLiteral("| folder | what |\n|---|---|\n"
+                                        "| `src/base`, `files` | like `src/else` |\n"
+                                        "| `src/grid` | `cells` |\n| `tests` | tests |\n");
+    QCOMPARE(tabledFolders(text).join(u' '), QStringLiteral("base files grid"));
 }
 
 QTEST_GUILESS_MAIN(TestDocuments)
