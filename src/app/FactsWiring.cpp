@@ -28,9 +28,7 @@
 namespace {
 
 bool broughtData(const RunRecord &run) {
-    return run.operation == ReadOperation &&
-           (run.outcome.verdict == RunOutcome::Verdict::Succeeded ||
-            run.outcome.verdict == RunOutcome::Verdict::Qualified);
+    return run.operation == ReadOperation && run.outcome.endedWell();
 }
 
 /// Tells of the newest Read that brought data; empty if \a bytes are not as many as it brought: a

@@ -4,6 +4,7 @@
 #include "blocks/PasteWords.h"
 
 #include "base/NumberWords.h"
+#include "files/ByteBuffer.h"
 
 #include <QCoreApplication>
 
@@ -36,7 +37,7 @@ public:
         case Kind::NoCharacter:
             return tr("\u201c%1\u201d takes more than a byte.").arg(trouble.part);
         case Kind::TooMany:
-            return tr("These are more than 1 GiB.");
+            return tr("These are more than %1.").arg(boundWords(largestImage));
         }
         return {};
     }

@@ -3,6 +3,7 @@
 
 #include "exchange/ExportWindow.h"
 
+#include "base/NumberWords.h"
 #include "exchange/FormatEntries.h"
 #include "exchange/ImportWords.h"
 #include "exchange/OrderBox.h"
@@ -161,7 +162,8 @@ ExportWindow::ChosenNow ExportWindow::placed(Choice choice) const {
     const RecordLayout layout{*format(), controls_->recordLength->value()};
     if (choice.arrangement.split.parts * maxTextLength(layout, choice.partLength) >
         largestRecordText)
-        return tr("The file would have more than 3 GiB; longer records make it shorter.");
+        return tr("The file would have more than %1; longer records make it shorter.")
+            .arg(boundWords(largestRecordText));
     return choice;
 }
 

@@ -4,7 +4,9 @@
 #include "exchange/ImportWords.h"
 
 #include "base/NumberWords.h"
+#include "files/ByteBuffer.h"
 #include "formats/ImageFlattening.h"
+#include "formats/RecordReader.h"
 #include "formats/RecordTroubles.h"
 #include "image/AddressWords.h"
 #include "image/BlockWords.h"
@@ -100,8 +102,8 @@ QString whatIsWrong(TroubleKind kind) {
     case TroubleKind::Past4GiB:
         return ImportWording::tr("the record goes past the address 0xFFFFFFFF.");
     case TroubleKind::TooManyPieces:
-        return ImportWording::tr(
-            "the bytes are in more than a million ranges; nothing further was read.");
+        return ImportWording::tr("the bytes are in more than %1 ranges; nothing further was read.")
+            .arg(grouped(qint64(RecordReader::maxPieces)));
     }
     return {};
 }
@@ -114,7 +116,8 @@ QString whyNot(NoImage why) {
         return ImportWording::tr("Bytes lie before the base offset.");
     case NoImage::TooLarge:
         return ImportWording::tr(
-            "The binary would have more than 1 GiB; a higher base offset may help.");
+                   "The binary would have more than %1; a higher base offset may help.")
+            .arg(boundWords(largestImage));
     }
     return {};
 }

@@ -5,6 +5,7 @@
 
 #include "base/NumberWords.h"
 #include "base/Units.h"
+#include "files/ByteBuffer.h"
 #include "image/BlockWords.h"
 #include "inspect/ImageFacts.h"
 
@@ -150,7 +151,7 @@ QString whyNotWords(NoArrangement why, const Arrangement &arrangement,
         return OrderWording::tr("%1 cannot be repeated to fill just %2.")
             .arg(sizeWords(length), chipSizeWords(arrangement.filled));
     case NoArrangement::TooLarge:
-        return OrderWording::tr("It would be more than 1 GiB.");
+        return OrderWording::tr("It would be more than %1.").arg(boundWords(largestImage));
     }
     return {};
 }

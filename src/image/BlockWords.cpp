@@ -4,6 +4,7 @@
 #include "image/BlockWords.h"
 
 #include "base/NumberWords.h"
+#include "files/ByteBuffer.h"
 #include "image/AddressWords.h"
 
 #include <QCoreApplication>
@@ -24,7 +25,7 @@ public:
         case BlockTrouble::BehindEnd:
             return tr("There are no such bytes in the data to burn.");
         case BlockTrouble::TooLarge:
-            return tr("The data to burn would be larger than 1 GiB.");
+            return tr("The data to burn would be larger than %1.").arg(boundWords(largestImage));
         }
         return {};
     }

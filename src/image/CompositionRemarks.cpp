@@ -31,9 +31,8 @@ QString refusalRemark(const CompositionInputs &inputs, const RefusedComposition 
         return tr("There are no data to burn: Pad to is %1, and a size cannot be negative.")
             .arg(inputs.pad_to.trimmed());
     case RefusedComposition::Reason::TooLarge:
-        return tr("There are no data to burn: they would be %1 bytes, and the largest image is 1 "
-                  "GiB.")
-            .arg(grouped(refused.askedSize));
+        return tr("There are no data to burn: they would be %1 bytes, and the largest image is %2.")
+            .arg(grouped(refused.askedSize), boundWords(largestImage));
     case RefusedComposition::Reason::NoMemory:
         break;
     }
