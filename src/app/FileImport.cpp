@@ -37,12 +37,6 @@
 
 namespace {
 
-/// Where the bytes of imported files are kept. They outlive the program, unlike the temporary
-/// files.
-QString importFolder() {
-    return dataFolder() + QStringLiteral("/velm");
-}
-
 /// The byte that the window fills with.
 quint8 chosenFill(const SettingsStore &settings) {
     return settings.boolValue(settingsKeys::pad_00) ? 0x00 : erasedByte;

@@ -16,6 +16,9 @@ namespace {
 
 constexpr QChar separator = u'/';
 
+/// What this program keeps is below a folder of its own.
+const QString ownFolder = QStringLiteral("/velm");
+
 QString withoutTrailingSeparators(QString path) {
     while (path.endsWith(separator))
         path.chop(1);
@@ -55,7 +58,15 @@ QString dataFolder() {
 }
 
 QString stateFolder() {
-    return xdgFolder("XDG_STATE_HOME", QStringLiteral("/.local/state")) + QStringLiteral("/velm");
+    return xdgFolder("XDG_STATE_HOME", QStringLiteral("/.local/state")) + ownFolder;
+}
+
+QString importFolder() {
+    return dataFolder() + ownFolder;
+}
+
+QString withHomeFolder(const QString &path) {
+    return path.startsWith(u"~/") ? homeFolder() + path.sliced(1) : path;
 }
 
 QString resolvedPath(const QString &storedPath) {
@@ -66,9 +77,7 @@ QString resolvedPath(const QString &storedPath) {
         const QString home = homeFolder();
         return home.isEmpty() ? QString(separator) : home;
     }
-    if (storedPath.startsWith(u"~/"))
-        return homeFolder() + storedPath.sliced(1);
-    return storedPath;
+    return withHomeFolder(storedPath);
 }
 
 QString resolvedPathOf(const SettingsStore &settings, const QString &key) {

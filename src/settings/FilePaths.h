@@ -18,6 +18,13 @@ QString dataFolder();
 /// $XDG_STATE_HOME if that is absolute, else in ~/.local/state.
 QString stateFolder();
 
+/// Where the bytes of imported files are kept, which outlive the program, unlike the temporary
+/// files; it need not be there yet: velm in dataFolder().
+QString importFolder();
+
+/// \a path with the home folder for a leading "~/".
+QString withHomeFolder(const QString &path);
+
 /// Turns a stored path into one that can be opened. A leading "~/Library/Application Support/"
 /// becomes dataFolder(), any other leading "~/" (or a lone "~") the home folder; "~name" and
 /// everything else stay as they are.

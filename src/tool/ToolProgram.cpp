@@ -21,15 +21,11 @@ bool isMoreThanItself(QChar character) {
            specials.contains(character);
 }
 
-/// \a path with the home folder for a leading "~/", which the shell knows outside quotes alone.
-QString withHome(const QString &path) {
-    return path.startsWith(u"~/") ? homeFolder() + path.sliced(1) : path;
-}
-
 } // namespace
 
 std::optional<QString> programOf(const QString &tool) {
-    const QStringList pieces = withHome(tool.trimmed()).split(quote);
+    // The shell knows the home folder outside quotes alone.
+    const QStringList pieces = withHomeFolder(tool.trimmed()).split(quote);
     const bool isOpenAtTheEnd = pieces.size() % 2 == 0;
     // What stands at an odd place is quoted.
     for (qsizetype i = 0; i < pieces.size(); i += 2)
