@@ -20,6 +20,7 @@
 #include "image/BlockWords.h"
 
 #include "ui_MainWindow.h"
+#include "views/SideWindow.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -154,9 +155,7 @@ void BlockActions::showFillWindow() {
         connect(&with_.delegate, &AppDelegate::imageToBurnChanged, fillWindow_,
                 [this] { fillWindow_->setImageSize(imageSize()); });
     }
-    fillWindow_->showNormal();
-    fillWindow_->raise();
-    fillWindow_->activateWindow();
+    bringUp(*fillWindow_);
 }
 
 void BlockActions::fillBytes(ByteRange where, const BlockContent &content) {

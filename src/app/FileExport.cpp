@@ -19,6 +19,7 @@
 #include "settings/SettingsStore.h"
 
 #include "ui_MainWindow.h"
+#include "views/SideWindow.h"
 
 #include <QClipboard>
 #include <QFileInfo>
@@ -55,9 +56,7 @@ void FileExport::show() {
         return;
     if (!shown_)
         makeWindow();
-    shown_->showNormal();
-    shown_->raise();
-    shown_->activateWindow();
+    bringUp(*shown_);
 }
 
 void FileExport::makeWindow() {

@@ -19,6 +19,7 @@
 #include "settings/SettingsStore.h"
 #include "tool/ScriptedMiniPro.h"
 #include "views/NextCommand.h"
+#include "views/SideWindow.h"
 #include "widgets/PlainToolTip.h"
 
 #include "ui_MainWindow.h"
@@ -148,9 +149,7 @@ void MemoriesWiring::show() {
                              codeAloneWords(watch_.knownOf(watch_.newest()->device)));
         showState();
     }
-    shown_->showNormal();
-    shown_->raise();
-    shown_->activateWindow();
+    bringUp(*shown_);
 }
 
 void MemoriesWiring::saveSet() {

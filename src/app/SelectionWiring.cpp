@@ -10,6 +10,7 @@
 #include "grid/GridModel.h"
 #include "grid/GridSelection.h"
 #include "imageviews/SelectRangeWindow.h"
+#include "views/SideWindow.h"
 #include "widgets/TabView.h"
 
 #include "ui_MainWindow.h"
@@ -87,9 +88,7 @@ void showSelectRange(MainWindow &window) {
     if (!shown)
         shown = new SelectRangeWindow(grid, &window);
     shown->setGrid(grid);
-    shown->show();
-    shown->raise();
-    shown->activateWindow();
+    bringUp(*shown);
 }
 
 QAction *addSelectRange(QMenu &edit, MainWindow &window) {

@@ -48,9 +48,7 @@ bool raiseOpen(const QWidget *window, const QString &name) {
     auto *open = window->findChild<QDialog *>(name);
     if (!open || !open->isVisible())
         return false;
-    open->showNormal();
-    open->raise();
-    open->activateWindow();
+    bringUp(*open);
     return true;
 }
 
