@@ -7,6 +7,7 @@
 
 #include "control/ActionGate.h"
 #include "control/Messages.h"
+#include "files/FreeName.h"
 #include "settings/FilePaths.h"
 #include "settings/WindowMemory.h"
 
@@ -31,7 +32,7 @@ QList<FileToSave> filesOf(const QString &name, const UserFiles::Set &set) {
 QStringList existing(const QString &name, const QStringList &endings) {
     QStringList paths;
     for (const QString &ending : endings)
-        if (const QFileInfo file(name + ending); file.exists() || file.isSymLink())
+        if (isNameTaken(name + ending))
             paths << name + ending;
     return paths;
 }

@@ -9,6 +9,7 @@
 #include "exchange/OrderBox.h"
 #include "exchange/RecordAddress.h"
 #include "exchange/WindowFit.h"
+#include "files/FreeName.h"
 #include "image/AddressWords.h"
 #include "image/BlockWords.h"
 #include "inspect/ImageFacts.h"
@@ -179,10 +180,7 @@ QStringList ExportWindow::paths() const {
 
 QStringList ExportWindow::takenPaths() const {
     QStringList taken = paths();
-    taken.removeIf([](const QString &path) {
-        const QFileInfo file(path);
-        return !file.exists() && !file.isSymLink();
-    });
+    taken.removeIf([](const QString &path) { return !isNameTaken(path); });
     return taken;
 }
 

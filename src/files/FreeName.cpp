@@ -7,15 +7,16 @@
 
 #include <QFileInfo>
 
+bool isNameTaken(const QString &path) {
+    const QFileInfo file(path);
+    return file.exists() || file.isSymLink();
+}
+
 QString freePath(const QString &folder, const QString &name, const QString &suffix,
                  QByteArrayView bytes) {
     const QString begin = folder + u'/' + name;
     QString path = begin + suffix;
-    const auto isTaken = [bytes](const QString &by) {
-        const QFileInfo file(by);
-        return (file.exists() || file.isSymLink()) && !fileHolds(by, bytes);
-    };
-    for (int number = 2; isTaken(path); ++number)
+    for (int number = 2; isNameTaken(path) && !fileHolds(path, bytes); ++number)
         path = begin + QStringLiteral("-%1").arg(number) + suffix;
     return path;
 }
