@@ -3,6 +3,7 @@
 
 #include "language/CommandLine.h"
 
+#include "language/ShellMarks.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
@@ -52,8 +53,6 @@ QStringList fileSwitches(const ToolSettings &settings) {
 /// What the shell takes for more than itself in \a tool, and between double quotes in
 /// \a quotedText.
 QString oddIn(const QString &tool, const QString &quotedText) {
-    static constexpr QStringView withinQuotes(u"$`\"\\");
-    static constexpr QStringView outsideQuotes(u"$`\"\\;&|<>()");
     QString found;
     const auto look = [&found](const QString &text, QStringView odd) {
         for (const QChar character : text) {
@@ -62,8 +61,8 @@ QString oddIn(const QString &tool, const QString &quotedText) {
                 found.append(character);
         }
     };
-    look(tool, outsideQuotes);
-    look(quotedText, withinQuotes);
+    look(tool, shellMarksOutsideQuotes);
+    look(quotedText, shellMarksInQuotes);
     return found;
 }
 

@@ -3,6 +3,7 @@
 
 #include "tool/ToolProgram.h"
 
+#include "language/ShellMarks.h"
 #include "settings/FilePaths.h"
 
 #include <QDir>
@@ -15,10 +16,12 @@ namespace {
 
 constexpr QChar quote = u'\'';
 
+/// Besides what is odd in a command it is what stands for other names, and what the shell takes for
+/// a comment or an assignment.
 bool isMoreThanItself(QChar character) {
-    static constexpr QStringView specials(u"\"$`\\;&|<>()*?[]{}#!=~");
+    static constexpr QStringView others(u"*?[]{}#!=~");
     return character.isSpace() || character.category() == QChar::Other_Control ||
-           specials.contains(character);
+           shellMarksOutsideQuotes.contains(character) || others.contains(character);
 }
 
 } // namespace
