@@ -66,22 +66,6 @@ ScriptedMiniPro::~ScriptedMiniPro() {
     delete plumbing_;
 }
 
-void ScriptedMiniPro::setReadOperation() {
-    operation = ReadOperation;
-}
-
-void ScriptedMiniPro::setVerifyOperation() {
-    operation = VerifyOperation;
-}
-
-void ScriptedMiniPro::setWriteOperation() {
-    operation = WriteOperation;
-}
-
-void ScriptedMiniPro::setLogicOperation() {
-    operation = LogicOperation;
-}
-
 int ScriptedMiniPro::launch() {
     reader_.setOperation(operation);
     launched_ = ToolSettings::readFrom(defaults);
@@ -385,10 +369,6 @@ void ScriptedMiniPro::stop() {
         endLatePrinters();
     else if (plumbing_)
         plumbing_->task.stop();
-}
-
-const QString &ScriptedMiniPro::collectedOutput() const {
-    return mstroutput;
 }
 
 // The program, with what the user has edited, must not end because a tool is talkative.

@@ -48,10 +48,10 @@ public:
     ~ScriptedMiniPro() override;
 
     /// Choose what launch() does; the last call counts, and without one it is a Read.
-    void setReadOperation();
-    void setVerifyOperation();
-    void setWriteOperation();
-    void setLogicOperation();
+    void setReadOperation() { operation = ReadOperation; }
+    void setVerifyOperation() { operation = VerifyOperation; }
+    void setWriteOperation() { operation = WriteOperation; }
+    void setLogicOperation() { operation = LogicOperation; }
 
     /// The console that shows the output, or null (nothing is shown). It must live longer than this
     /// run: the window that it stands in is taken down after whoever owns the runs.
@@ -81,7 +81,7 @@ public:
     /// What both streams have printed, in the order of arrival, up to largestCollected: the piece
     /// that would pass it is cut there, and later pieces are shown and logged but no longer
     /// collected. The same holds once there is no memory for more. Empty after releaseOutput().
-    const QString &collectedOutput() const;
+    const QString &collectedOutput() const { return mstroutput; }
     /// The end of all that both streams have printed, for the record of the run: at most
     /// OutputTail::largest characters. Empty after releaseOutput().
     QString saidTail() const { return tail_.text(); }
