@@ -18,6 +18,7 @@ class TestSoak : public QObject {
 
 private slots:
     void aLongDay_leavesNothingBehind();
+    void runsThatPrintAMegabyte_keepLittleOfIt();
 };
 
 namespace {
@@ -117,6 +118,14 @@ void search(WindowFixture &velm, int /*number*/) {
     velm.settle();
 }
 
+/// A run whose output stays on the console, as far as that has room.
+void printAMegabyte(WindowFixture &velm, int /*number*/) {
+    velm.click(velm.controls().btn_read);
+    QCOMPARE(velm.velm().runs().last().status, 1);
+    velm.log.take();
+    velm.settle();
+}
+
 struct Load {
     void (*step)(WindowFixture &velm, int number);
     int steps;
@@ -157,6 +166,25 @@ void TestSoak::aLongDay_leavesNothingBehind() {
     const Holdings resting = {descriptors(), threads()};
     for (const Load &load : day)
         endure(velm, load, resting);
+}
+
+// VELM_RUNS says how many; 10,000 take some minutes.
+void TestSoak::runsThatPrintAMegabyte_keepLittleOfIt() {
+    constexpr int usualRuns = 20;
+    constexpr int warmUp = 20; // by then the console is full
+    constexpr qint64 mostInMemory = qint64(100) << 20;
+    const int wanted = qEnvironmentVariableIntValue("VELM_RUNS");
+    const int runs = wanted > 0 ? wanted : usualRuns;
+    WindowFixture velm;
+    velm.useTool("yes 'Reading Code...  0.47Sec' | head -c 1000000; false\n");
+    velm.start();
+    velm.settle();
+    const Holdings resting = {descriptors(), threads()};
+    endure(velm, {printAMegabyte, runs, warmUp, runs * keptOfARun + slack}, resting);
+    const qint64 resident = residentBytes();
+    qInfo("%lld bytes in memory after %d runs", static_cast<long long>(resident), runs);
+    if (memoryIsMeasured)
+        QVERIFY2(resident < mostInMemory, qPrintable(QString::number(resident)));
 }
 
 QTEST_MAIN(TestSoak)
