@@ -8,6 +8,7 @@
 #include "base/Result.h"
 #include "control/ActionGate.h"
 #include "control/AppDelegate.h"
+#include "control/FilePanels.h"
 #include "control/Messages.h"
 #include "control/UserFiles.h"
 #include "devices/ChipInquiry.h"
@@ -33,7 +34,7 @@ namespace {
 /// Without a format, of raw bytes.
 QString typeName(std::optional<RecordFormat> format) {
     if (!format)
-        return FileExport::tr("Binary images");
+        return fileTypes::binaryImages();
     return *format == RecordFormat::IntelHex ? FileExport::tr("Intel HEX files")
                                              : FileExport::tr("S-record files");
 }

@@ -7,6 +7,7 @@
 #include "app/WindowMenus.h"
 #include "control/ActionGate.h"
 #include "control/AppDelegate.h"
+#include "control/FilePanels.h"
 #include "control/Messages.h"
 #include "control/UserFiles.h"
 #include "devices/ChipInquiry.h"
@@ -159,7 +160,7 @@ void MemoriesWiring::saveSet() {
     UserFiles::Set set = setOf(memories);
     set.title = tr("Save the set");
     set.suggestedName = suggestedName(memories.device, set.parts.first().ending);
-    set.typeName = tr("Binary images");
+    set.typeName = fileTypes::binaryImages();
     // The window may cover the message line, where the rest is said.
     set.named = [this] {
         if (shown_)

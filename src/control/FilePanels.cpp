@@ -3,6 +3,7 @@
 
 #include "control/FilePanels.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -40,6 +41,14 @@ QString withEnding(const QString &path, const QStringList &extensions) {
 }
 
 } // namespace
+
+QString fileTypes::binaryImages() {
+    return QCoreApplication::translate("FilePanels", "Binary images");
+}
+
+QString fileTypes::texts() {
+    return QCoreApplication::translate("FilePanels", "Text files");
+}
 
 void DesktopFilePanels::begin(QWidget *parent, const FilePanelRequest &request,
                               std::function<void(const QString &path)> chosen) {

@@ -10,6 +10,12 @@
 
 class QWidget;
 
+/// What kinds of files are called in panels (translated).
+namespace fileTypes {
+QString binaryImages();
+QString texts();
+} // namespace fileTypes
+
 /// What a file panel is asked for.
 struct FilePanelRequest {
     enum class Kind { Open, Save };

@@ -23,7 +23,7 @@ void UserFiles::openBinary(QWidget *window, const std::function<void(const QStri
     FilePanelRequest request;
     request.kind = FilePanelRequest::Kind::Open;
     request.title = tr("Open binary");
-    request.typeName = tr("Binary images");
+    request.typeName = fileTypes::binaryImages();
     request.extensions = {QStringLiteral("bin"), QStringLiteral("hex"), QStringLiteral("rom"),
                           QStringLiteral("crt")};
     ask(window, PanelPurpose::Open, request, chosen);
@@ -80,14 +80,14 @@ void UserFiles::saveImage(QWidget *window, const Image &image, const Nothing &no
     request.kind = FilePanelRequest::Kind::Save;
     request.title = tr("Save");
     request.suggestedName = suggestedName;
-    request.typeName = tr("Binary images");
+    request.typeName = fileTypes::binaryImages();
     request.extensions = {QStringLiteral("bin")};
     ask(window, PanelPurpose::Save, request,
         [this, image](const QString &path) { write(path, image); });
 }
 
 void UserFiles::saveConsole(QWidget *window, const std::function<QString()> &text) {
-    saveDocument(window, {tr("Save console"), QStringLiteral("console.txt"), tr("Text files"),
+    saveDocument(window, {tr("Save console"), QStringLiteral("console.txt"), fileTypes::texts(),
                           QStringLiteral("txt"), [text] { return text().toUtf8(); }});
 }
 

@@ -3,6 +3,7 @@
 
 #include "views/LogicResultsView.h"
 
+#include "control/FilePanels.h"
 #include "files/SuggestedName.h"
 #include "grid/GridColumns.h"
 #include "grid/GridView.h"
@@ -12,6 +13,7 @@
 #include "views/LogicSeries.h"
 #include "views/PackageDrawing.h"
 #include "views/PackageView.h"
+#include "views/PinTally.h"
 #include "views/RepeatControls.h"
 #include "widgets/TabView.h"
 
@@ -116,7 +118,7 @@ void LogicResultsView::showText() {
     if (!failures_.isEmpty())
         lines << sentencesFor(failures_) << QString();
     else if (!isRepeated())
-        lines << tr("No pin failed") << QString();
+        lines << noPinFailedWords() << QString();
     text_->setPlainText((lines + levelLegend()).join(u'\n'));
 }
 
@@ -125,7 +127,7 @@ QStringList LogicResultsView::countedWords(std::optional<int> vector) const {
     if (tally.runs() == 0)
         return {tr("Nothing has been counted yet")};
     const QStringList failed = tally.sentences(vector);
-    return failed.isEmpty() ? QStringList(tr("No pin failed")) : failed;
+    return failed.isEmpty() ? QStringList(noPinFailedWords()) : failed;
 }
 
 void LogicResultsView::showPins() {
@@ -225,6 +227,6 @@ void LogicResultsView::savePicture() {
 
 void LogicResultsView::saveText() {
     emit saveRequested({tr("Save text"), suggestedName(device_, QStringLiteral(".txt")),
-                        tr("Text files"), QStringLiteral("txt"),
+                        fileTypes::texts(), QStringLiteral("txt"),
                         [bytes = wholeText().toUtf8()] { return bytes; }});
 }

@@ -3,6 +3,8 @@
 
 #include "views/PackageView.h"
 
+#include "views/PinTally.h"
+
 #include <QBuffer>
 #include <QImage>
 #include <QStyleOptionFocusRect>
@@ -20,7 +22,7 @@ PackageView::PackageView(QWidget *parent) : QWidget(parent) {
 
 void PackageView::setPicture(const PackagePicture &picture, const QStringList &failed) {
     picture_ = picture;
-    const QString what = failed.isEmpty() ? tr("No pin failed") : failed.join(QStringLiteral(". "));
+    const QString what = failed.isEmpty() ? noPinFailedWords() : failed.join(QStringLiteral(". "));
     setAccessibleDescription(tr("%1. %2.").arg(picture.caption, what));
     setToolTip(Qt::convertFromPlainText(picture.caption, Qt::WhiteSpaceNormal));
     updateGeometry();

@@ -26,7 +26,7 @@ public:
                          : tr("Pin %1 failed in all %2 runs").arg(number, all);
     }
     static QString noPin(int runs) {
-        return runs == 1 ? tr("No pin failed")
+        return runs == 1 ? noPinFailedWords()
                          : tr("No pin failed in %1 runs").arg(QString::number(runs));
     }
     static QString morePins(qsizetype pins) {
@@ -35,6 +35,10 @@ public:
 };
 
 } // namespace
+
+QString noPinFailedWords() {
+    return QCoreApplication::translate("PinTally", "No pin failed");
+}
 
 void PinTally::add(const QList<PinFailure> &failures) {
     ++runs_;

@@ -11,6 +11,9 @@
 #include <optional>
 #include <utility>
 
+/// That none did, translated, without a full stop.
+QString noPinFailedWords();
+
 /// How often which pin failed in repeated tests of one IC.
 class PinTally {
 public:
