@@ -119,7 +119,7 @@ bool *switchOf(int letter, Options &options) {
     }
 }
 
-std::string *textOf(int letter, Options &options) {
+std::string *argumentOf(int letter, Options &options) {
     switch (letter) {
     case 'p':
     case 'd':
@@ -192,8 +192,8 @@ std::optional<UsageError> takeOption(int letter, const char *argument, Dialect d
                                      Options &options) {
     if (bool *chosen = switchOf(letter, options))
         *chosen = true;
-    if (std::string *text = textOf(letter, options))
-        *text = argument;
+    if (std::string *taken = argumentOf(letter, options))
+        *taken = argument;
     switch (letter) {
     case '?':
     case 'h':

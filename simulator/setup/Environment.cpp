@@ -39,11 +39,11 @@ EnvironmentError unknownValue(std::string_view name, std::string_view value,
 
 /// Each value that a variable can choose, with the word for it.
 template <typename Value>
-using Words = std::initializer_list<std::pair<std::string_view, Value>>;
+using Choices = std::initializer_list<std::pair<std::string_view, Value>>;
 
 /// "auto, sample or blank".
 template <typename Value>
-std::string listOf(const Words<Value> &words) {
+std::string listOf(const Choices<Value> &words) {
     std::string list;
     for (const auto &each : words) {
         const bool isLast = &each == std::prev(words.end());
@@ -55,7 +55,8 @@ std::string listOf(const Words<Value> &words) {
 
 /// Takes into `chosen` what the variable `name` asks for; one that is not set asks for nothing.
 template <typename Value>
-std::optional<EnvironmentError> choose(const char *name, const Words<Value> &words, Value &chosen) {
+std::optional<EnvironmentError> choose(const char *name, const Choices<Value> &words,
+                                       Value &chosen) {
     const std::string asked = variable(name);
     if (asked.empty())
         return std::nullopt;
