@@ -32,7 +32,8 @@ RunFacts factsFrom(FuzzInput &input) {
     if (input.truth())
         facts.programmers = QList<UsbProgrammer>();
     if (input.number(15) == 1)
-        facts.start = Failure{QStringLiteral("No such file"), 2};
+        facts.start = StartTrouble{Failure{QStringLiteral("No such file"), 2},
+                                   StartTrouble::Cause(input.number(1))};
     facts.status = input.truth() ? 0 : input.number(255);
     facts.killedBySignal = input.number(15) == 1;
     facts.stopRequested = input.number(7) == 1;

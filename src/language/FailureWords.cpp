@@ -46,9 +46,9 @@ public:
     FailureWording(const RunFacts &run, Task task) : facts_(run), task_(task) {}
 
     FailureWords failure() const;
-    FailureWords operator()(const Failure &failure) const {
-        return {tr("The programmer tool was not started: %1.").arg(failure.reason),
-                facts_.startRefused
+    FailureWords operator()(const StartTrouble &trouble) const {
+        return {tr("The programmer tool was not started: %1.").arg(trouble.failure.reason),
+                trouble.cause == StartTrouble::Cause::ForeignLink
                     ? tr("Remove the link, and see that nobody else may write to its folder.")
                     : tr("Check the environment variable SHELL, which names the shell that starts "
                          "it.")};

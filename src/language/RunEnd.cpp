@@ -33,8 +33,8 @@ bool exitedWell(const RunFacts &facts) {
 } // namespace
 
 RunEnd endOf(const RunFacts &facts) {
-    if (const Failure *failure = facts.start.failure())
-        return *failure;
+    if (const StartTrouble *trouble = facts.start.failure())
+        return *trouble;
     if (!facts.killedBySignal && facts.status == didNotFind)
         return ToolNotFound{};
     if (!facts.killedBySignal && facts.status == couldNotExecute)

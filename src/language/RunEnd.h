@@ -29,9 +29,8 @@ struct GoodStatus {};
 
 } // namespace runEnds
 
-/// The Failure is that of a run that could not be started.
-using RunEnd = std::variant<Failure, runEnds::ToolNotFound, runEnds::ToolNotExecuted, ToolError,
-                            runEnds::NoDatabase, runEnds::NoAdapter, runEnds::Killed,
+using RunEnd = std::variant<StartTrouble, runEnds::ToolNotFound, runEnds::ToolNotExecuted,
+                            ToolError, runEnds::NoDatabase, runEnds::NoAdapter, runEnds::Killed,
                             runEnds::BadStatus, runEnds::GoodStatus>;
 
 /// How the operation or search of \a facts ended.

@@ -16,6 +16,17 @@
 
 #include <optional>
 
+/// Why nothing was started for a run.
+struct StartTrouble {
+    enum class Cause {
+        Shell,      ///< it could not be started
+        ForeignLink ///< not even tried: somebody else's link stands where the tool would write
+    };
+
+    Failure failure;
+    Cause cause = Cause::Shell;
+};
+
 /// Everything that tells what became of a run of the programmer tool.
 struct RunFacts {
     Operation operation = ReadOperation;
@@ -40,9 +51,7 @@ struct RunFacts {
     std::optional<QList<UsbProgrammer>> programmers;
 
     /// Whether the shell could be started for it.
-    Result<void> start;
-    /// It was not even tried: a link of somebody else stands where the tool would write.
-    bool startRefused = false;
+    Result<void, StartTrouble> start;
     /// The exit code, or the signal's number if killedBySignal.
     int status = 0;
     bool killedBySignal = false;

@@ -103,10 +103,10 @@ std::optional<QString> ScriptedMiniPro::prepareShell(const QString &command) {
 
 int ScriptedMiniPro::runToTheEnd(const QString &messageStart, const QStringList &writtenFiles) {
     tellConsole(&Console::beginRun);
-    start(writtenFiles);
-    if (const Failure *failure = start_.failure())
-        log_.write(QStringLiteral("unable to launch task: ") + failure->reason);
-    if (!startRefused_)
+    start_ = start(writtenFiles);
+    if (const StartTrouble *trouble = start_.failure())
+        log_.write(QStringLiteral("unable to launch task: ") + trouble->failure.reason);
+    else
         waitUntilExit();
     takeWhatThePipesHold();
     outputTaken_ = true;
@@ -125,11 +125,14 @@ int ScriptedMiniPro::runToTheEnd(const QString &messageStart, const QStringList 
 }
 
 // The tool and the shell open their files as they find them, and would follow a link.
-void ScriptedMiniPro::start(const QStringList &writtenFiles) {
-    start_ = removeForeignLinks(writtenFiles);
-    startRefused_ = !start_;
-    if (!startRefused_)
-        start_ = plumbing_->task.start();
+Result<void, StartTrouble> ScriptedMiniPro::start(const QStringList &writtenFiles) {
+    const Result<void> links = removeForeignLinks(writtenFiles);
+    if (const Failure *failure = links.failure())
+        return StartTrouble{*failure, StartTrouble::Cause::ForeignLink};
+    const Result<void> shell = plumbing_->task.start();
+    if (const Failure *failure = shell.failure())
+        return StartTrouble{*failure, StartTrouble::Cause::Shell};
+    return {};
 }
 
 void ScriptedMiniPro::waitUntilExit() {
@@ -397,7 +400,6 @@ RunFacts ScriptedMiniPro::facts() const {
     if (takesImage(operation))
         facts.imagePath = launched_.outputPath;
     facts.start = start_;
-    facts.startRefused = startRefused_;
     const ChildEnd end = plumbing_ ? plumbing_->childEnd() : end_;
     facts.status = end.status;
     facts.killedBySignal = end.killedBySignal;

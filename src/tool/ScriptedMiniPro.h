@@ -148,7 +148,7 @@ private:
     void collect(const QString &piece, QString &text);
     std::optional<QString> prepareShell(const QString &command);
     int runToTheEnd(const QString &messageStart, const QStringList &writtenFiles);
-    void start(const QStringList &writtenFiles);
+    Result<void, StartTrouble> start(const QStringList &writtenFiles);
     void waitUntilExit();
     void takeWhatThePipesHold();
     void takeBytes(qint64 count, ReadHandle *handle);
@@ -168,8 +168,7 @@ private:
     Operation operation = ReadOperation;
     /// The settings as they were when the tool was started.
     ToolSettings launched_;
-    Result<void> start_;
-    bool startRefused_ = false;
+    Result<void, StartTrouble> start_;
     Result<void> reportWritten_;
     ChildEnd end_;
     ToolReportReader reader_;

@@ -169,11 +169,17 @@ void TestRunOutcome::percentSigns_stayAsTheyAre() {
 
 void TestRunOutcome::notStarted_saysWhy() {
     RunFacts facts = finished(ReadOperation, -1, QString());
-    facts.start = Failure{QStringLiteral("/no/shell: No such file or directory")};
+    facts.start = StartTrouble{Failure{QStringLiteral("/no/shell: No such file or directory")}};
     QCOMPARE(shownOf(judgeRun(facts)),
              QStringLiteral("NotStarted | The programmer tool was not started: /no/shell: No such "
                             "file or directory. | Check the environment variable SHELL, which "
                             "names the shell that starts it."));
+    facts.start = StartTrouble{Failure{QStringLiteral("/tmp/a: It is a link")},
+                               StartTrouble::Cause::ForeignLink};
+    QCOMPARE(shownOf(judgeRun(facts)),
+             QStringLiteral("NotStarted | The programmer tool was not started: /tmp/a: It is a "
+                            "link. | Remove the link, and see that nobody else may write to its "
+                            "folder."));
 }
 
 void TestRunOutcome::offer_isOnlyWhatTheProgramCanDo_data() {

@@ -143,7 +143,7 @@ void TestSearchOutcome::search_isToldAs_data() {
         "The search was stopped. No programmer was found: none is plugged in. Plug one in and try "
         "again.");
     SearchFacts none = ended(-1, "");
-    none.run.start = Failure{QStringLiteral("/no/shell: No such file or directory")};
+    none.run.start = StartTrouble{Failure{QStringLiteral("/no/shell: No such file or directory")}};
     row("no shell", none,
         "The programmer tool was not started: /no/shell: No such file or directory. Check the "
         "environment variable SHELL, which names the shell that starts it.");

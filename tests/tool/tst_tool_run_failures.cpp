@@ -60,7 +60,7 @@ void TestToolRunFailures::shell_thatCannotBeStartedGivesAFailedStart() {
     QCOMPARE(bench.console.events,
              QStringList({QStringLiteral("<begin>"), QStringLiteral("<end>"), message}));
     QVERIFY(!run->facts().start);
-    QCOMPARE(run->facts().start.failure()->reason, reason);
+    QCOMPARE(run->facts().start.failure()->failure.reason, reason);
     QCOMPARE(judgeRun(run->facts()).sentence,
              QStringLiteral("The programmer tool was not started: %1.").arg(reason));
 }
