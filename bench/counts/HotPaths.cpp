@@ -124,8 +124,7 @@ Work keepingSettings() {
         IniFile file(folder->filePath(QStringLiteral("velm.conf")));
         std::ignore = file.change(values, QDeadlineTimer(QDeadlineTimer::Forever));
         const IniFile::Outcome read = file.read();
-        const auto *kept = read ? std::get_if<QVariantMap>(&*read) : nullptr;
-        mustHold(kept && *kept == values, "the settings were not kept");
+        mustHold(read && *read == values, "the settings were not kept");
     };
 }
 

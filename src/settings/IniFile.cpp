@@ -14,6 +14,7 @@
 #include "files/UnfinishedFile.h"
 #include "settings/IniText.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
@@ -26,29 +27,33 @@ constexpr qint64 largestFile = mebibyte;
 /// How many damaged files are kept beside each other; nobody damages so many.
 constexpr int maxCopies = 1000;
 
-/// The text of a file that is no larger than a settings file, or that it is.
-using Text = std::variant<QByteArray, IniFile::Damaged>;
+using Trouble = IniFile::Trouble;
+
+Trouble damage() {
+    return {Failure{QCoreApplication::translate("IniFile", "The file there is damaged")},
+            Trouble::Kind::Damaged};
+}
 
 enum class IfAbsent { Empty, Failure };
 
-Result<Text> load(const QString &path, IfAbsent ifAbsent) {
+/// The text of the file at \a path, which is no larger than a settings file.
+Result<QByteArray, Trouble> load(const QString &path, IfAbsent ifAbsent) {
     const Result<ByteBuffer> loaded = loadWholeFile(path, largestFile);
     if (loaded)
-        return {**loaded};
+        return **loaded;
     const int error = loaded.failure()->systemError;
     const bool isAbsent = error == ENOENT || error == ENOTDIR;
     if (isAbsent && ifAbsent == IfAbsent::Empty)
-        return {QByteArray()};
+        return QByteArray();
     if (error == EFBIG)
-        return {IniFile::Damaged()};
-    return *loaded.failure();
+        return damage();
+    return Trouble{*loaded.failure()};
 }
 
-IniFile::Content valuesIn(const Text &text) {
-    if (const auto *bytes = std::get_if<QByteArray>(&text))
-        if (const auto values = iniText::values(*bytes))
-            return *values;
-    return IniFile::Damaged();
+IniFile::Outcome valuesIn(const QByteArray &text) {
+    if (const auto values = iniText::values(text))
+        return *values;
+    return damage();
 }
 
 } // namespace
@@ -61,35 +66,38 @@ IniFile::IniFile(const QString &path) : path_(path) {
         removeUnfinished(target);
 }
 
+bool IniFile::isDamaged(const Outcome &outcome) {
+    const Trouble *trouble = outcome.failure();
+    return trouble && trouble->kind == Trouble::Kind::Damaged;
+}
+
 IniFile::Outcome IniFile::read() const {
-    const Result<Text> text = load(path_, IfAbsent::Empty);
-    if (const Failure *failure = text.failure())
-        return *failure;
+    const Result<QByteArray, Trouble> text = load(path_, IfAbsent::Empty);
+    if (const Trouble *trouble = text.failure())
+        return *trouble;
     return valuesIn(*text);
 }
 
 IniFile::Outcome IniFile::change(const QVariantMap &changes, QDeadlineTimer deadline) {
     const Result<void> made = makePrivateFolder(QFileInfo(path_).path());
     if (const Failure *failure = made.failure())
-        return *failure;
+        return Trouble{*failure};
     const auto lock = FileLock::take(path_, deadline);
     if (const Failure *failure = lock.failure())
-        return *failure;
+        return Trouble{*failure};
     // There is one, since it is locked: if it has gone, somebody is about to replace it.
-    const Result<Text> text = load(path_, IfAbsent::Failure);
-    if (const Failure *failure = text.failure())
-        return *failure;
-    Content content = valuesIn(*text);
-    if (std::holds_alternative<Damaged>(content))
-        return content;
-    const QByteArray &before = std::get<QByteArray>(*text);
-    const QByteArray after = iniText::changed(before, changes);
+    const Result<QByteArray, Trouble> before = load(path_, IfAbsent::Failure);
+    if (const Trouble *trouble = before.failure())
+        return *trouble;
+    if (Outcome found = valuesIn(*before); !found)
+        return found;
+    const QByteArray after = iniText::changed(*before, changes);
     if (after.size() > largestFile)
-        return Failure::ofSystem(EFBIG);
-    if (after != before || saving_.isRefused())
+        return Trouble{Failure::ofSystem(EFBIG)};
+    if (after != *before || saving_.isRefused())
         if (const auto saved = saving_.save(path_, after, deadline); !saved)
-            return *saved.failure();
-    return valuesIn({after});
+            return Trouble{*saved.failure()};
+    return valuesIn(after);
 }
 
 Result<QString> IniFile::moveAside() const {

@@ -10,8 +10,6 @@
 #include <QString>
 #include <QVariantMap>
 
-#include <variant>
-
 /// One INI file on the disk, which other programs and people may change at any time. It is read
 /// anew for each question, and a change keeps whatever else is in it at that moment.
 ///
@@ -19,12 +17,20 @@
 /// this time is left as it is.
 class IniFile {
 public:
-    /// There is a file, and it is no INI text.
-    struct Damaged {};
-    /// Every key with its value, as of iniText::values(), or that there are none to be had.
-    using Content = std::variant<QVariantMap, Damaged>;
-    /// What is in the file, or why it could not be read or, for change(), not be saved.
-    using Outcome = Result<Content>;
+    /// Why the values in the file are not to be had.
+    struct Trouble {
+        enum class Kind {
+            OutOfReach, ///< the file could not be read or, for change(), not be saved
+            Damaged     ///< there is one, and it is no INI text
+        };
+
+        Failure failure;
+        Kind kind = Kind::OutOfReach;
+    };
+    /// Every key with its value, as of iniText::values(), or why they are not to be had.
+    using Outcome = Result<QVariantMap, Trouble>;
+    /// True if there are none because the file is damaged.
+    static bool isDamaged(const Outcome &outcome);
 
     /// The file at the absolute \a path, which need not exist.
     explicit IniFile(const QString &path);

@@ -9,7 +9,6 @@
 
 #include <tuple>
 #include <utility>
-#include <variant>
 
 SettingsStore::SettingsStore(const QString &filePath, QObject *parent)
     : QObject(parent), file_(filePath) {
@@ -33,12 +32,12 @@ SettingsStore::~SettingsStore() {
 
 void SettingsStore::open() {
     const IniFile::Outcome outcome = file_.read();
-    if (const Failure *failure = outcome.failure()) {
+    if (outcome) {
+        stored_ = *outcome;
+    } else if (!IniFile::isDamaged(outcome)) {
         openingProblem_ = tr("VELM starts with its defaults, since the settings in %1 could not be "
                              "read: %2")
-                              .arg(filePath(), failure->reason);
-    } else if (const auto *values = std::get_if<QVariantMap>(&*outcome)) {
-        stored_ = *values;
+                              .arg(filePath(), outcome.failure()->failure.reason);
     } else {
         const Result<QString> copy = file_.moveAside();
         if (const Failure *trouble = copy.failure())
@@ -144,17 +143,14 @@ void SettingsStore::tellOf(const Result<void> &saved) {
 Result<void> SettingsStore::trySaving() {
     const QDeadlineTimer deadline(patience);
     IniFile::Outcome outcome = file_.change(unsaved_, deadline);
-    if (outcome && std::holds_alternative<IniFile::Damaged>(*outcome)) {
-        if (const Result<void> kept = keepDamagedFileAside(); !kept)
-            return *kept.failure();
+    if (IniFile::isDamaged(outcome)) {
+        if (Result<void> kept = keepDamagedFileAside(); !kept)
+            return kept;
         outcome = file_.change(unsaved_, deadline);
     }
-    if (const Failure *failure = outcome.failure())
-        return *failure;
-    const auto *values = std::get_if<QVariantMap>(&*outcome);
-    if (!values)
-        return Failure{tr("The file there is damaged again")};
-    stored_ = *values;
+    if (const IniFile::Trouble *trouble = outcome.failure())
+        return trouble->failure;
+    stored_ = *outcome;
     unconfirmed_.insert(std::exchange(unsaved_, {}));
     if (!file_.saving().isBusy())
         unconfirmed_.clear();

@@ -12,7 +12,6 @@
 #include <QVariantMap>
 
 #include <utility>
-#include <variant>
 
 namespace {
 
@@ -42,15 +41,9 @@ QString folderKeyOf(PanelPurpose purpose) {
     return QStringLiteral("folders/tool");
 }
 
-/// Everything in \a content; nothing if it is damaged.
-QVariantMap valuesIn(const IniFile::Content &content) {
-    const auto *values = std::get_if<QVariantMap>(&content);
-    return values ? *values : QVariantMap();
-}
-
 QVariant read(const IniFile &file, const QString &key) {
     const IniFile::Outcome outcome = file.read();
-    return outcome ? valuesIn(*outcome).value(key) : QVariant();
+    return outcome ? outcome->value(key) : QVariant();
 }
 
 } // namespace
@@ -63,24 +56,24 @@ WindowMemory::WindowMemory(const QString &filePath, Log *log) : file_(filePath),
 void WindowMemory::write(const QVariantMap &values) {
     const QDeadlineTimer deadline(patience);
     IniFile::Outcome outcome = file_.change(values, deadline);
-    if (outcome && std::holds_alternative<IniFile::Damaged>(*outcome)) {
+    if (IniFile::isDamaged(outcome)) {
         QFile::remove(file_.path());
         outcome = file_.change(values, deadline);
     }
-    if (const Failure *failure = outcome.failure())
-        sayLost(*failure);
+    if (const IniFile::Trouble *trouble = outcome.failure())
+        sayLost(trouble->failure);
 }
 
 void WindowMemory::write(const QString &key, const QVariant &value) {
     write(QVariantMap{{key, value}});
 }
 
-// The newest comes first, and the oldest go beyond the limit.
+// The newest comes first, and the oldest go beyond the limit. In a damaged file there are none.
 void WindowMemory::remember(const QString &key, const QString &newest, qsizetype limit) {
     const IniFile::Outcome outcome = file_.read();
-    if (const Failure *failure = outcome.failure())
-        return sayLost(*failure);
-    QStringList all = storedValue::list(valuesIn(*outcome).value(key));
+    if (!outcome && !IniFile::isDamaged(outcome))
+        return sayLost(outcome.failure()->failure);
+    QStringList all = outcome ? storedValue::list(outcome->value(key)) : QStringList();
     all.removeAll(newest);
     all.prepend(newest);
     write(key, all.mid(0, limit));
