@@ -294,12 +294,9 @@ void VelmWindow::restoreWindow() {
 }
 
 void VelmWindow::followSettings() {
-    if (!settings_.damagedCopyPath().isEmpty())
-        messages_.say(Topic::SettingsKept, tr("The settings file was damaged; VELM starts with its "
-                                              "defaults. The damaged file is kept as %1.")
-                                               .arg(settings_.damagedCopyPath()));
-    if (const QString problem = settings_.openingProblem(); !problem.isEmpty())
-        messages_.say(Topic::SettingsNotRead, problem);
+    if (const auto &unread = settings_.unreadFile())
+        messages_.say(unread->movedTo ? Topic::SettingsKept : Topic::SettingsNotRead,
+                      unread->sentence);
     connect(&settings_, &SettingsStore::savingWorksAgain, this,
             [this] { messages_.happened(Event::SettingsSaved); });
     connect(&settings_, &SettingsStore::problem, this,

@@ -10,6 +10,14 @@
 #include <tuple>
 #include <utility>
 
+namespace {
+
+QString keptAsideWords(const QString &copy) {
+    return SettingsStore::tr("The settings file could not be read; it is kept as %1.").arg(copy);
+}
+
+} // namespace
+
 SettingsStore::SettingsStore(const QString &filePath, QObject *parent)
     : QObject(parent), file_(filePath) {
     connect(&file_.saving(), &BoundedSaving::refused, this, [this](const Failure &failure) {
@@ -35,18 +43,21 @@ void SettingsStore::open() {
     if (outcome) {
         stored_ = *outcome;
     } else if (!IniFile::isDamaged(outcome)) {
-        openingProblem_ = tr("VELM starts with its defaults, since the settings in %1 could not be "
-                             "read: %2")
-                              .arg(filePath(), outcome.failure()->failure.reason);
+        unreadFile_ = UnreadFile{tr("VELM starts with its defaults, since the settings in %1 could "
+                                    "not be read: %2")
+                                     .arg(filePath(), outcome.failure()->failure.reason)};
     } else {
-        const Result<QString> copy = file_.moveAside();
-        if (const Failure *trouble = copy.failure())
-            openingProblem_ = tr("VELM starts with its defaults, since the settings file %1 is "
-                                 "damaged; it could not be moved aside: %2")
-                                  .arg(filePath(), trouble->reason);
-        else
-            damagedCopyPath_ = *copy;
+        unreadFile_ = withoutDamagedFile();
     }
+}
+
+SettingsStore::UnreadFile SettingsStore::withoutDamagedFile() const {
+    const Result<QString> copy = file_.moveAside();
+    if (copy)
+        return {keptAsideWords(*copy) + u' ' + tr("VELM starts with its defaults."), *copy};
+    return {tr("VELM starts with its defaults, since the settings file %1 is damaged; it could not "
+               "be moved aside: %2")
+                .arg(filePath(), copy.failure()->reason)};
 }
 
 void SettingsStore::registerDefaults(const QVariantMap &defaults) {
@@ -97,14 +108,6 @@ QString SettingsStore::filePath() const {
     return file_.path();
 }
 
-QString SettingsStore::damagedCopyPath() const {
-    return damagedCopyPath_;
-}
-
-QString SettingsStore::openingProblem() const {
-    return openingProblem_;
-}
-
 bool SettingsStore::isStored(const QString &key) const {
     return unsaved_.contains(key) || stored_.contains(key);
 }
@@ -134,8 +137,10 @@ void SettingsStore::tellOf(const Result<void> &saved) {
     if (!saved && before == Saving::Works)
         emit problem(tr("The settings hold until VELM ends, but cannot be saved in %1: %2")
                          .arg(filePath(), saved.failure()->reason));
-    if (saved && (before == Saving::Failed || !openingProblem_.isEmpty())) {
-        openingProblem_.clear();
+    const bool wasLeftInPlace = unreadFile_ && !unreadFile_->movedTo;
+    if (saved && (before == Saving::Failed || wasLeftInPlace)) {
+        if (wasLeftInPlace)
+            unreadFile_.reset();
         emit savingWorksAgain();
     }
 }
@@ -168,7 +173,7 @@ Result<void> SettingsStore::keepDamagedFileAside() {
     for (auto value = stored_.cbegin(); value != stored_.cend(); ++value)
         if (value->isValid() && !unsaved_.contains(value.key()))
             unsaved_.insert(value.key(), value.value());
-    emit keptAside(tr("The settings file could not be read; it is kept as %1.").arg(*copy));
+    emit keptAside(keptAsideWords(*copy));
     return {};
 }
 

@@ -15,6 +15,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 
 /// The user's settings: one INI file, plus registered defaults that are never written to it. A
 /// value that the user has stored always wins over a registered default. Values are read at the
@@ -31,9 +32,8 @@ public:
     static constexpr std::chrono::milliseconds patience{80};
 
     /// Opens (or, at the first write, creates) the INI file at the absolute \a filePath. A file
-    /// that is no INI text is moved aside to damagedCopyPath() and the store starts empty. It
-    /// starts empty as well with a file that cannot be read, which stays as it is; openingProblem()
-    /// says so.
+    /// that is no INI text is moved aside and the store starts empty. It starts empty as well with
+    /// a file that cannot be read, which stays as it is. unreadFile() tells of both.
     explicit SettingsStore(const QString &filePath, QObject *parent = nullptr);
     ~SettingsStore() override;
 
@@ -66,11 +66,16 @@ public:
 
     /// Absolute path of the settings file, which need not exist.
     QString filePath() const;
-    /// Where a damaged settings file was moved when this store was opened; empty if none was.
-    QString damagedCopyPath() const;
-    /// A sentence that says why the store was opened without what is in its file, for the message
-    /// line; empty if it was not, or if the file was moved aside, or has been written since.
-    QString openingProblem() const;
+    /// A file without whose content the store was opened.
+    struct UnreadFile {
+        /// Why, for the message line; translated.
+        QString sentence;
+        /// Where it was moved; nothing if it is still in its place.
+        std::optional<QString> movedTo = std::nullopt;
+    };
+    /// The file that was there when the store was opened and could not be used; nothing if it
+    /// could, or if it was left in its place and has been written since.
+    const std::optional<UnreadFile> &unreadFile() const { return unreadFile_; }
 
 signals:
     /// A change of \a key was refused: whoever shows the key shows its value again.
@@ -104,6 +109,7 @@ private:
     };
 
     void open();
+    UnreadFile withoutDamagedFile() const;
     bool isStored(const QString &key) const;
     QVariant storedVariant(const QString &key) const;
     void save();
@@ -115,8 +121,7 @@ private:
     void announceChanges();
 
     IniFile file_;
-    QString damagedCopyPath_;
-    QString openingProblem_;
+    std::optional<UnreadFile> unreadFile_;
     QVariantMap stored_;      ///< what the file held when it was last read
     QVariantMap unsaved_;     ///< what is to be in it, too
     QVariantMap unconfirmed_; ///< what it was given, and the disk may still refuse

@@ -18,6 +18,18 @@
 
 using namespace settingsKeys;
 
+namespace {
+
+/// What \a store says of a file that it could not use at first, and behind a bar where that was
+/// moved; empty if there was none.
+QString unreadBy(const SettingsStore &store) {
+    const auto &unread = store.unreadFile();
+    return unread ? unread->sentence + QStringLiteral(" | ") + unread->movedTo.value_or(QString())
+                  : QString();
+}
+
+} // namespace
+
 class TestSettingsDamage : public QObject {
     Q_OBJECT
 
@@ -69,9 +81,13 @@ void TestSettingsDamage::damagedFile_isKeptAside() {
     QFETCH(QByteArray, content);
     QVERIFY(writeWholeFile(path(), content));
     SettingsStore store(path());
-    QCOMPARE(store.damagedCopyPath(), asidePath());
+    const QString unread = QStringLiteral("The settings file could not be read; it is kept as %1. "
+                                          "VELM starts with its defaults. | %1")
+                               .arg(asidePath());
+    QCOMPARE(unreadBy(store), unread);
     QVERIFY(store.stringValue(pad).isNull());
     store.setValue(device, QStringLiteral("A"));
+    QCOMPARE(unreadBy(store), unread);
     QCOMPARE(readWholeFile(asidePath()), content);
     QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\n"));
 }
@@ -96,7 +112,7 @@ void TestSettingsDamage::readableFile_staysInPlace() {
     QFETCH(QByteArray, content);
     QVERIFY(writeWholeFile(path(), content));
     SettingsStore store(path());
-    QCOMPARE(store.damagedCopyPath(), QString());
+    QCOMPARE(unreadBy(store), QString());
     QCOMPARE(readWholeFile(path()), content);
     QCOMPARE(store.boolValue(pad), content.contains("pad=true"));
 }
@@ -111,12 +127,11 @@ void TestSettingsDamage::anyBytes_areKeptOrRead() {
         QVERIFY(writeWholeFile(path(), content));
         SettingsStore store(path());
         store.setValue(pad, true);
-        const QString copy = store.damagedCopyPath();
-        if (copy.isEmpty()) {
-            QCOMPARE(content, QByteArray());
+        if (store.unreadFile()) {
+            QCOMPARE(readWholeFile(asidePath()), content);
+            QFile::remove(asidePath());
         } else {
-            QCOMPARE(readWholeFile(copy), content);
-            QFile::remove(copy);
+            QCOMPARE(content, QByteArray());
         }
         QFile::remove(path());
     }
@@ -135,7 +150,7 @@ void TestSettingsDamage::anyLine_isKeptOrRead() {
         store.boolValue(pad);
         store.stringValue(pad);
         store.stringListValue(pad);
-        if (store.damagedCopyPath().isEmpty())
+        if (!store.unreadFile())
             QVERIFY2(store.boolValue(unprotect), content.constData());
         QFile::remove(asidePath());
         QFile::remove(path());
@@ -175,10 +190,9 @@ void TestSettingsDamage::whatIsNoFile_isLeftAlone() {
     {
         SettingsStore store(path());
         QSignalSpy problems(&store, &SettingsStore::problem);
-        QCOMPARE(store.damagedCopyPath(), QString());
-        QCOMPARE(store.openingProblem(),
+        QCOMPARE(unreadBy(store),
                  QStringLiteral("VELM starts with its defaults, since the settings in %1 could not "
-                                "be read: %2")
+                                "be read: %2 | ")
                      .arg(path(), reason));
         QVERIFY(store.setValue(pad, true));
         QVERIFY(store.boolValue(pad));
@@ -206,8 +220,8 @@ void TestSettingsDamage::unreadableFile_isLeftAloneUntilItCanBeRead() {
         const UnprivilegedUser user;
         QVERIFY(user.isValid());
         store = std::make_unique<SettingsStore>(path());
-        QVERIFY2(store->openingProblem().endsWith(u"read: Permission denied"),
-                 qPrintable(store->openingProblem()));
+        QVERIFY2(unreadBy(*store).endsWith(u"read: Permission denied | "),
+                 qPrintable(unreadBy(*store)));
         QSignalSpy problems(store.get(), &SettingsStore::problem);
         store->setValue(device, QStringLiteral("A"));
         QCOMPARE(problems.size(), 1);
@@ -215,11 +229,11 @@ void TestSettingsDamage::unreadableFile_isLeftAloneUntilItCanBeRead() {
     }
     QCOMPARE(chmod(name.constData(), 0666), 0);
     QCOMPARE(readWholeFile(path()), QByteArray("[General]\npad=true\n"));
-    QCOMPARE(store->damagedCopyPath(), QString());
 
     QSignalSpy changes(store.get(), &SettingsStore::valueChanged);
     store->setValue(unprotect, true);
     QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\npad=true\nunprotect=true\n"));
+    QCOMPARE(unreadBy(*store), QString());
     QCOMPARE(changes, QList<QList<QVariant>>({{pad}, {unprotect}}));
 }
 
@@ -231,10 +245,9 @@ void TestSettingsDamage::damagedFileThatCannotBeMoved_isNotOverwritten() {
         const UnprivilegedUser user;
         QVERIFY(user.isValid());
         SettingsStore store(path());
-        QCOMPARE(store.damagedCopyPath(), QString());
-        QCOMPARE(store.openingProblem(),
+        QCOMPARE(unreadBy(store),
                  QStringLiteral("VELM starts with its defaults, since the settings file %1 is "
-                                "damaged; it could not be moved aside: Permission denied")
+                                "damaged; it could not be moved aside: Permission denied | ")
                      .arg(path()));
         QSignalSpy problems(&store, &SettingsStore::problem);
         store.setValue(pad, true);

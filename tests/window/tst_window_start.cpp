@@ -153,14 +153,14 @@ void TestWindowStart::damagedSettings_areKeptAsideAndSaid() {
     file.write(QByteArray("\0\1\2 no settings at all\n[", 24));
     file.close();
     SettingsStore settings(path);
-    QVERIFY(!settings.damagedCopyPath().isEmpty());
+    QVERIFY(settings.unreadFile() && settings.unreadFile()->movedTo);
     settings.setValue(settingsKeys::temp_output_file, folder.filePath(QStringLiteral("w/t.bin")));
     RecordingLog log;
     AnsweringPanels panels;
     VelmWindow velm({settings, log, panels, [] {}, folder.filePath(QStringLiteral("state"))});
     velm.start();
     const QString message = velm.window().controls().messageLine->toPlainText();
-    QVERIFY2(message.contains(settings.damagedCopyPath()), qPrintable(message));
+    QVERIFY2(message.contains(settings.unreadFile()->sentence), qPrintable(message));
 }
 
 void TestWindowStart::paths_showTheirEnds() {
@@ -270,8 +270,8 @@ void TestWindowStart::unreadableSettings_areSaid() {
     SettingsStore settings(folder.path()); // a folder in the file's place
     VelmWindow window({settings, velm.log, velm.panels, [] {}, velm.path(QStringLiteral("s"))});
     const QString message = window.window().controls().messageLine->toPlainText();
-    QVERIFY(!settings.openingProblem().isEmpty());
-    QVERIFY2(message.contains(settings.openingProblem()), qPrintable(message));
+    QVERIFY(settings.unreadFile());
+    QVERIFY2(message.contains(settings.unreadFile()->sentence), qPrintable(message));
 }
 
 void TestWindowStart::unreadableSettings_areSaidUntilTheyAreRead() {
