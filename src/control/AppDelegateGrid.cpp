@@ -14,7 +14,7 @@
 
 #include <QLabel>
 
-#include <new>
+#include <tuple>
 
 QString AppDelegate::selectedTab() const {
     return outlets.tabview->selectedTabViewItem().identifier;
@@ -91,13 +91,12 @@ void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const Q
 }
 
 CellEditOutcome AppDelegate::commit(const QString &entry, const QString &column, qint64 row) {
-    try {
-        return commitEntry(*state_.output_data, state_.strData.length(), entry,
+    CellEditOutcome edit;
+    std::ignore = offers_.tryEdit([&] {
+        edit = commitEntry(*state_.output_data, state_.strData.length(), entry,
                            columnNumber(column), row);
-    } catch (const std::bad_alloc &) {
-        with_.messages.say(Topic::Entry, noMemoryForEditRemark());
-        return {};
-    }
+    });
+    return edit;
 }
 
 ByteRange AppDelegate::saveEdit(ByteRange edited) {

@@ -44,8 +44,6 @@ void EditOffers::step(std::optional<ByteRange> (HandEdits::*way)()) {
     emit stepped(*made);
 }
 
-// Does \a work, which must be the edit alone: what shows an edit may not be given up once it is
-// made. False, and said, if there is no memory for it.
 bool EditOffers::tryEdit(const std::function<void()> &work) {
     try {
         work();

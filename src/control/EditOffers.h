@@ -58,6 +58,9 @@ public:
     bool change(const Block &block);
     /// Fills \a bytes with 00, as change() does.
     bool writeZeros(ByteRange bytes);
+    /// Does \a work, which must be the edit alone: what shows an edit may not be given up once it
+    /// is made. False, and said, if there is no memory for it.
+    bool tryEdit(const std::function<void()> &work);
     /// The edits, to look at.
     const QUndoStack &history() const;
     /// What is in the data to burn now.
@@ -104,7 +107,6 @@ private:
     void step(std::optional<ByteRange> (HandEdits::*way)());
     void sayHowItCameOut();
     void sayReplaced();
-    bool tryEdit(const std::function<void()> &work);
     SecondPress::Question aboutPresent(int edits);
     SecondPress::Question aboutReplaced(int edits);
 
