@@ -8,6 +8,7 @@
 #include "control/ActionGate.h"
 #include "control/Messages.h"
 #include "files/FreeName.h"
+#include "language/Sentences.h"
 #include "settings/FilePaths.h"
 #include "settings/WindowMemory.h"
 
@@ -15,6 +16,7 @@
 #include <QFileInfo>
 
 #include <functional>
+#include <tuple>
 
 namespace {
 
@@ -102,17 +104,11 @@ void UserFiles::writeSet(const QString &name, const Set &set, const QStringList 
                  messages_.happened(Event::SavingBegan);
                  writeSet(name, set, there);
              }});
-    const QList<FileToSave> files = filesOf(name, set);
-    const Result<void, UnsavedTogether> saved = ::saveTogether(files, Replacing::Allowed);
-    if (const UnsavedTogether *unsaved = saved.failure())
-        return failed(unsaved->path, wordsFor(*unsaved));
     const QStringList older = existing(name, set.absentEndings);
-    const QString sentence = savedSentence(pathsOf(files));
-    messages_.say(
-        Topic::Saving,
-        older.isEmpty()
-            ? sentence
-            : tr("%1 Not of this set, but there already: %2.").arg(sentence, fileNames(older)));
+    std::ignore = saveTogether(
+        filesOf(name, set), Replacing::Allowed,
+        older.isEmpty() ? QString()
+                        : tr("Not of this set, but there already: %1.").arg(fileNames(older)));
 }
 
 void UserFiles::chooseNames(QWidget *window, const QString &path,
@@ -151,7 +147,7 @@ Result<void, UnsavedTogether> UserFiles::saveTogether(const QList<FileToSave> &f
     }
     const QStringList paths = pathsOf(files);
     memory_.setLastFolder(PanelPurpose::Save, QFileInfo(paths.first()).path());
-    messages_.say(Topic::Saving, savedSentence(paths) + u' ' + facts, action);
+    messages_.say(Topic::Saving, joinedSentences(savedSentence(paths), facts), action);
     return saved;
 }
 

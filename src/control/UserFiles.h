@@ -102,10 +102,11 @@ public:
     /// absolute path.
     void chooseNames(QWidget *window, const QString &path,
                      const std::function<void(const QString &path)> &chosen);
-    /// Saves \a files all or none, and says so with \a facts and \a action behind it, or why not.
+    /// Saves \a files all or none, and says so with \a facts, which may be empty, and \a action
+    /// behind it, or why not.
     Result<void, UnsavedTogether> saveTogether(const QList<FileToSave> &files, Replacing replacing,
                                                const QString &facts,
-                                               const Messages::Action &action);
+                                               const Messages::Action &action = {});
     /// What is said of \a unsaved, translated.
     static QString wordsFor(const UnsavedTogether &unsaved);
     /// The folder that a file was saved in last; the user's own at first.
