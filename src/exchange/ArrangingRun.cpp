@@ -3,9 +3,8 @@
 
 #include "exchange/ArrangingRun.h"
 
-#include "base/TurnOfWork.h"
 #include "base/Units.h"
-#include <new>
+
 #include <utility>
 
 namespace {
@@ -20,38 +19,31 @@ QByteArrayView viewOf(const ArrangingRun::Source &source) {
 
 } // namespace
 
-ArrangingRun::ArrangingRun(QObject *parent) : QObject(parent) {
-    connect(&turns_, &QTimer::timeout, this, &ArrangingRun::turn);
+ArrangingRun::ArrangingRun(QObject *parent) : QObject(parent), work_([this] { return advance(); }) {
+    connect(&work_, &TurnedWork::done, this, [this] {
+        isDone_ = true;
+        emit done();
+    });
+    connect(&work_, &TurnedWork::outOfMemory, this, [this] {
+        stop();
+        emit outOfMemory();
+    });
 }
 
 void ArrangingRun::start(const QList<Source> &sources, const Arrangement &arrangement) {
     stop();
     sources_ = sources;
     arrangement_ = arrangement;
-    turns_.start(0);
+    work_.start();
 }
 
 void ArrangingRun::stop() {
-    turns_.stop();
-    work_.reset();
+    work_.stop();
+    rearranging_.reset();
     facts_ = {};
     outcome_ = {};
     isDone_ = false;
     sources_.clear();
-}
-
-void ArrangingRun::turn() {
-    try {
-        isDone_ = worksForATurn([this] { return advance(); });
-    } catch (const std::bad_alloc &) {
-        stop();
-        emit outOfMemory();
-        return;
-    }
-    if (!isDone_)
-        return;
-    turns_.stop();
-    emit done();
 }
 
 bool ArrangingRun::isWholeAsItStands() const {
@@ -69,10 +61,10 @@ bool ArrangingRun::advance() {
     if (isWholeAsItStands())
         return true;
     if (outcome_.parts.isEmpty()) {
-        if (!work_)
-            work_.emplace(arrangement_, lengthsOf(views));
-        if (work_->advance(views, arrangedAtOnce))
-            outcome_.parts = work_->takeParts();
+        if (!rearranging_)
+            rearranging_.emplace(arrangement_, lengthsOf(views));
+        if (rearranging_->advance(views, arrangedAtOnce))
+            outcome_.parts = rearranging_->takeParts();
         return false;
     }
     return count({outcome_.parts.begin(), outcome_.parts.end()}, outcome_.checksums);

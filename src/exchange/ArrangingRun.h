@@ -3,12 +3,12 @@
 
 #pragma once
 
+#include "base/TurnedWork.h"
 #include "files/ByteBuffer.h"
 #include "inspect/ImageFacts.h"
 #include "orders/Rearranging.h"
 
 #include <QObject>
-#include <QTimer>
 
 #include <optional>
 
@@ -39,7 +39,7 @@ public:
     void start(const QList<Source> &sources, const Arrangement &arrangement);
     /// Forgets what it did.
     void stop();
-    bool isRunning() const { return turns_.isActive(); }
+    bool isRunning() const { return work_.isRunning(); }
     /// What came of it; null before it is done.
     const Outcome *outcome() const { return isDone_ ? &outcome_ : nullptr; }
 
@@ -49,16 +49,15 @@ signals:
     void outOfMemory();
 
 private:
-    void turn();
     bool isWholeAsItStands() const;
     bool advance();
     bool count(const QList<QByteArrayView> &parts, QList<quint32> &checksums);
 
     QList<Source> sources_;
     Arrangement arrangement_;
-    std::optional<Rearranging> work_;
+    std::optional<Rearranging> rearranging_;
     ImageFactsReader facts_; ///< of the part that is being counted
     Outcome outcome_;
     bool isDone_ = false;
-    QTimer turns_;
+    TurnedWork work_;
 };

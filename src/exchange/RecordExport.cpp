@@ -3,9 +3,7 @@
 
 #include "exchange/RecordExport.h"
 
-#include "base/TurnOfWork.h"
 #include "base/Units.h"
-#include <new>
 
 namespace {
 
@@ -14,34 +12,28 @@ constexpr qsizetype encodedAtOnce = 32 * kibibyte;
 
 } // namespace
 
-RecordExport::RecordExport(QObject *parent) : QObject(parent) {
-    connect(&turns_, &QTimer::timeout, this, &RecordExport::turn);
+RecordExport::RecordExport(QObject *parent)
+    : QObject(parent), work_([this] { return writer_->advance(bytes_, encodedAtOnce); }) {
+    connect(&work_, &TurnedWork::done, this, &RecordExport::finish);
+    connect(&work_, &TurnedWork::outOfMemory, this, [this] {
+        stop();
+        emit outOfMemory();
+    });
 }
 
 void RecordExport::write(const QByteArray &bytes, const RecordLayout &layout) {
     bytes_ = bytes;
     writer_.emplace(layout, bytes.size());
-    turns_.start(0);
-}
-
-void RecordExport::turn() {
-    try {
-        takeTurn();
-    } catch (const std::bad_alloc &) {
-        stop();
-        emit outOfMemory();
-    }
+    work_.start();
 }
 
 void RecordExport::stop() {
-    turns_.stop();
+    work_.stop();
     writer_.reset();
     bytes_.clear();
 }
 
-void RecordExport::takeTurn() {
-    if (!worksForATurn([this] { return writer_->advance(bytes_, encodedAtOnce); }))
-        return;
+void RecordExport::finish() {
     const QByteArray text = writer_->takeText();
     stop();
     emit written(text);

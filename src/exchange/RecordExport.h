@@ -3,10 +3,10 @@
 
 #pragma once
 
+#include "base/TurnedWork.h"
 #include "formats/RecordWriter.h"
 
 #include <QObject>
-#include <QTimer>
 
 #include <optional>
 
@@ -28,11 +28,10 @@ signals:
     void outOfMemory();
 
 private:
-    void turn();
-    void takeTurn();
     void stop();
+    void finish();
 
     QByteArray bytes_;
     std::optional<RecordWriter> writer_;
-    QTimer turns_;
+    TurnedWork work_;
 };

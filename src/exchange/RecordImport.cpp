@@ -3,8 +3,8 @@
 
 #include "exchange/RecordImport.h"
 
-#include "base/TurnOfWork.h"
 #include "base/Units.h"
+
 #include <new>
 #include <utility>
 
@@ -17,18 +17,26 @@ constexpr qsizetype stepImage = mebibyte;
 } // namespace
 
 RecordImport::RecordImport(ByteBuffer file, QObject *parent)
-    : QObject(parent), file_(std::move(file)) {
-    connect(&turns_, &QTimer::timeout, this, &RecordImport::turn);
+    : QObject(parent), file_(std::move(file)), work_([this] { return advance(); }) {
+    connect(&work_, &TurnedWork::advanced, this, [this] {
+        if (!flattening_)
+            emit advanced();
+    });
+    connect(&work_, &TurnedWork::done, this, &RecordImport::finish);
+    connect(&work_, &TurnedWork::outOfMemory, this, [this] {
+        stop();
+        emit outOfMemory();
+    });
 }
 
 void RecordImport::read(RecordFormat format) {
     stop();
     reader_.emplace(format);
-    turns_.start(0);
+    work_.start();
 }
 
 void RecordImport::stop() {
-    turns_.stop();
+    work_.stop();
     flattening_.reset();
     reader_.reset();
     isRead_ = false;
@@ -48,29 +56,10 @@ int RecordImport::percent() const {
 void RecordImport::makeImage(qint64 base, quint8 fill) {
     try {
         flattening_.emplace(reader_->decoded().bytes, base, char(fill));
-        turns_.start(0);
+        work_.start();
     } catch (const std::bad_alloc &) {
         emit outOfMemory();
     }
-}
-
-void RecordImport::turn() {
-    try {
-        takeTurn();
-    } catch (const std::bad_alloc &) {
-        stop();
-        emit outOfMemory();
-    }
-}
-
-void RecordImport::takeTurn() {
-    const bool isDone = worksForATurn([this] { return advance(); });
-    if (isDone)
-        turns_.stop();
-    if (flattening_)
-        return isDone ? finishImage() : void();
-    isRead_ = isDone;
-    emit advanced();
 }
 
 bool RecordImport::advance() {
@@ -78,8 +67,9 @@ bool RecordImport::advance() {
                        : reader_->advance(std::as_const(*file_), stepText);
 }
 
-void RecordImport::finishImage() {
-    const ByteBuffer image = flattening_->image();
-    flattening_.reset();
-    emit imageMade(image);
+void RecordImport::finish() {
+    if (const auto made = std::exchange(flattening_, std::nullopt))
+        return emit imageMade(made->image());
+    isRead_ = true;
+    emit advanced();
 }

@@ -3,12 +3,12 @@
 
 #pragma once
 
+#include "base/TurnedWork.h"
 #include "files/ByteBuffer.h"
 #include "formats/ImageFlattening.h"
 #include "formats/RecordReader.h"
 
 #include <QObject>
-#include <QTimer>
 
 #include <optional>
 
@@ -48,14 +48,12 @@ signals:
     void outOfMemory();
 
 private:
-    void turn();
-    void takeTurn();
     bool advance();
-    void finishImage();
+    void finish();
 
     ByteBuffer file_;
     std::optional<RecordReader> reader_;
     bool isRead_ = false;
     std::optional<ImageFlattening> flattening_;
-    QTimer turns_;
+    TurnedWork work_;
 };
