@@ -3,10 +3,8 @@
 
 #include "blocks/PasteReading.h"
 
-#include "base/TurnOfWork.h"
 #include "base/Units.h"
 
-#include <new>
 #include <utility>
 
 namespace {
@@ -16,29 +14,22 @@ constexpr qsizetype stepText = 32 * kibibyte;
 
 } // namespace
 
-PasteReading::PasteReading(QObject *parent) : QObject(parent) {
-    connect(&turns_, &QTimer::timeout, this, &PasteReading::turn);
+PasteReading::PasteReading(QObject *parent)
+    : QObject(parent), work_([this] { return text_->advance(stepText); }) {
+    connect(&work_, &TurnedWork::done, this, &PasteReading::finish);
+    connect(&work_, &TurnedWork::outOfMemory, this, [this] {
+        text_.reset();
+        emit outOfMemory();
+    });
 }
 
 void PasteReading::read(const QString &text, PastedText::As as) {
     text_.emplace(text, as);
-    turns_.start(0);
-    turn();
+    work_.start();
+    work_.takeTurn();
 }
 
-void PasteReading::turn() {
-    bool isDone = false;
-    try {
-        isDone = worksForATurn([this] { return text_->advance(stepText); });
-    } catch (const std::bad_alloc &) {
-        turns_.stop();
-        text_.reset();
-        emit outOfMemory();
-        return;
-    }
-    if (!isDone)
-        return;
-    turns_.stop();
+void PasteReading::finish() {
     const PastedText read = *std::exchange(text_, std::nullopt);
     emit finished(read);
 }

@@ -3,10 +3,10 @@
 
 #pragma once
 
+#include "base/TurnedWork.h"
 #include "image/PastedText.h"
 
 #include <QObject>
-#include <QTimer>
 
 #include <optional>
 
@@ -22,7 +22,7 @@ public:
     /// follows, at once if it is short.
     void read(const QString &text, PastedText::As as);
     /// True while more turns are needed.
-    bool isReading() const { return turns_.isActive(); }
+    bool isReading() const { return work_.isRunning(); }
 
 signals:
     /// All of \a text has been read, or there was trouble.
@@ -31,8 +31,8 @@ signals:
     void outOfMemory();
 
 private:
-    void turn();
+    void finish();
 
     std::optional<PastedText> text_;
-    QTimer turns_;
+    TurnedWork work_;
 };
