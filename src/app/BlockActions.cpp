@@ -91,11 +91,11 @@ qint64 BlockActions::imageSize() const {
     return lengthOf(with_.delegate.state().output_data);
 }
 
-QString BlockActions::whyNotHere() const {
+std::optional<QString> BlockActions::whyNotHere() const {
     const QString tab = with_.window.controls().tabview->selectedTabViewItem().identifier;
-    return tab == burnTabIdentifier()
-               ? QString()
-               : tr("Only the data to burn can be changed: show them first (Ctrl+2).");
+    if (tab == burnTabIdentifier())
+        return std::nullopt;
+    return tr("Only the data to burn can be changed: show them first (Ctrl+2).");
 }
 
 std::optional<qint64> BlockActions::placeForBytes() const {
@@ -111,10 +111,14 @@ bool BlockActions::refuses() {
     if (with_.gate.refusesElseCommits())
         return true;
     with_.messages.happened(Event::BlockAsked);
-    const QString why = whyNotHere();
-    if (!why.isEmpty())
-        with_.messages.say(Topic::BlockRefused, why);
-    return !why.isEmpty();
+    return refusesFor(whyNotHere());
+}
+
+// True, and said, if there is a reason.
+bool BlockActions::refusesFor(const std::optional<QString> &why) {
+    if (why)
+        with_.messages.say(Topic::BlockRefused, *why);
+    return why.has_value();
 }
 
 bool BlockActions::change(const EditOffers::Block &block) {
@@ -159,9 +163,8 @@ void BlockActions::showFillWindow() {
 }
 
 void BlockActions::fillBytes(ByteRange where, const BlockContent &content) {
-    const QString why = whyNotHere();
-    if (!why.isEmpty())
-        return fillWindow_->showProblem(why);
+    if (const auto why = whyNotHere())
+        return fillWindow_->showProblem(*why);
     if (change({fillOf(where, content), tr("fill"), filledWords(where, content)}))
         fillWindow_->close();
     else
@@ -193,9 +196,8 @@ void BlockActions::loadFile(const QString &path) {
 }
 
 void BlockActions::insert(const BlockChange &change) {
-    const QString why = whyNotHere();
-    if (!why.isEmpty())
-        return insertWindow_->showProblem(why);
+    if (const auto why = whyNotHere())
+        return insertWindow_->showProblem(*why);
     const QString name = QFileInfo(insertWindow_->path()).fileName();
     const ByteRange written = change.written();
     const bool overwrites = change.replaced > 0;

@@ -67,7 +67,8 @@ private:
     /// cursor is there; nothing elsewhere.
     std::optional<qint64> placeForBytes() const;
     bool refuses();
-    QString whyNotHere() const;
+    bool refusesFor(const std::optional<QString> &why);
+    std::optional<QString> whyNotHere() const;
     bool change(const EditOffers::Block &block);
 
     void showFillWindow();
@@ -87,6 +88,7 @@ private:
     void takeText(const PastedText &text);
     void forgetText();
     bool refusesToPaste(quint64 revision);
+    std::optional<QString> whyNotPasted(quint64 revision);
     void offerCharacters(const Paste &paste, const PasteTrouble &trouble);
     void offerLength(const Paste &paste, const QByteArray &bytes);
     void overwrite(qint64 offset, const QByteArray &bytes);

@@ -18,6 +18,7 @@
 #include <QGuiApplication>
 #include <QMimeData>
 
+#include <optional>
 #include <utility>
 
 namespace {
@@ -64,21 +65,20 @@ void BlockActions::takeText(const PastedText &text) {
         overwrite(paste.offset, *bytes);
 }
 
-// What is pasted is meant for the image of \a revision. Committing an open entry makes it another.
 bool BlockActions::refusesToPaste(quint64 revision) {
-    QString why;
-    if (with_.gate.isClosed()) {
-        why = tr("Nothing was pasted, since the tool was at work.");
-    } else {
-        with_.gate.commitPendingInput();
-        if (revision != with_.delegate.imageRevision())
-            why = tr("The data to burn have changed meanwhile: nothing was pasted.");
-        else if (const QString notHere = whyNotHere(); !notHere.isEmpty())
-            why = tr("Nothing was pasted. %1").arg(notHere);
-    }
-    if (!why.isEmpty())
-        with_.messages.say(Topic::BlockRefused, why);
-    return !why.isEmpty();
+    return refusesFor(whyNotPasted(revision));
+}
+
+// What is pasted is meant for the image of \a revision. Committing an open entry makes it another.
+std::optional<QString> BlockActions::whyNotPasted(quint64 revision) {
+    if (with_.gate.isClosed())
+        return tr("Nothing was pasted, since the tool was at work.");
+    with_.gate.commitPendingInput();
+    if (revision != with_.delegate.imageRevision())
+        return tr("The data to burn have changed meanwhile: nothing was pasted.");
+    if (const auto why = whyNotHere())
+        return tr("Nothing was pasted. %1").arg(*why);
+    return std::nullopt;
 }
 
 void BlockActions::forgetText() {
