@@ -42,13 +42,12 @@ quint8 chosenFill(const SettingsStore &settings) {
     return settings.boolValue(settingsKeys::pad_00) ? 0x00 : erasedByte;
 }
 
-/// Enough of the file at \a path to recognise a format by. Empty if it is no regular file or cannot
-/// be read; opening it says so.
-QByteArray beginningOf(const QString &path) {
+/// True if the file at \a path begins as text of records does. Not if it is no regular file or
+/// cannot be read; opening it says so.
+bool beginsAsRecords(const QString &path) {
     QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-        return {};
-    return file.read(maxFormatBytes);
+    return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) &&
+           recordFormatOf(file.read(maxFormatBytes));
 }
 
 } // namespace
@@ -79,7 +78,7 @@ void FileImport::choose() {
 }
 
 void FileImport::open(const QString &path) {
-    if (recordFormatOf(beginningOf(path)))
+    if (beginsAsRecords(path))
         load(path);
     else
         with_.delegate.openBinary(path);
