@@ -62,7 +62,7 @@ Work composing() {
     inputs.pad = true;
     return [inputs] {
         const Composition made = composeImage(inputs);
-        mustHold(made.image && made.image->size() == mebibyte, "nothing was composed");
+        mustHold(made.image && (*made.image)->size() == mebibyte, "nothing was composed");
     };
 }
 

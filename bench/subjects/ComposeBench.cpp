@@ -46,7 +46,7 @@ void benchCompose(Table &table) {
                                                   const Stopwatch stopwatch;
                                                   // The image before it goes, as it does in the
                                                   // program.
-                                                  image = composeImage(all).image;
+                                                  image = *composeImage(all).image;
                                                   return stopwatch.milliseconds();
                                               },
                                               [&] {

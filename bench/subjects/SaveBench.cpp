@@ -56,7 +56,7 @@ public:
         inputs.rom_start_address = QString::number(contentStart, 16);
         inputs.pad_to = QString::number(imageSize / 1024);
         inputs.pad = true;
-        if (!workspace_.write_output_data_to_temp_file(composeImage(inputs).image))
+        if (!workspace_.write_output_data_to_temp_file(*composeImage(inputs).image))
             throw std::runtime_error("the image could not be saved");
         return {stopwatch.milliseconds(), ownCpuMilliseconds() - cpuBefore};
     }

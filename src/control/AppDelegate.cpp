@@ -62,14 +62,14 @@ void AppDelegate::build_output_data(QObject *) {
     const Composition composition = composeImage(inputs);
     for (const QString &line : composition.log)
         with_.log.write(line);
-    state_.output_data = composition.image;
+    if (composition.image)
+        state_.output_data = *composition.image;
     edits_.composed({.revision = revisions_.ofComposition(inputs, composition),
                      .madeWith = imageControls(outlets, with_.defaults),
                      .source = sourceOfBytes(inputs, composition)});
     write_output_data_to_temp_file(this);
     noteImageChanged();
-    offers_.sayComposed(
-        {compositionRemarks(inputs, composition).join(u' '), composition.refused.has_value()});
+    offers_.sayComposed({compositionRemarks(inputs, composition).join(u' '), !composition.image});
 }
 
 // What was said or asked was about the image that was there before.

@@ -97,8 +97,8 @@ QStringList compositionRemarks(const CompositionInputs &inputs, const Compositio
         if (!remark.isEmpty())
             remarks.append(remark);
     };
-    if (composition.refused)
-        add(refusalRemark(inputs, *composition.refused));
+    if (const RefusedComposition *refused = composition.image.failure())
+        add(refusalRemark(inputs, *refused));
     add(readDataRemark(inputs));
     if (composition.source == CompositionSource::OpenedBinary)
         add(startAddressRemark(inputs));

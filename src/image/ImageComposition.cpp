@@ -34,35 +34,36 @@ public:
 
     Composition compose() {
         report("have read pad_to and converted to %1", padSize_);
-        if (inputs_.combineReadData && lengthOf(inputs_.read_from_chip_data) > 0)
-            composeFromReadData();
-        else
-            composeFromOpenedBinary();
-        return std::move(result_);
+        const bool isRead = inputs_.combineReadData && lengthOf(inputs_.read_from_chip_data) > 0;
+        ComposedImage image = isRead ? fromReadData() : fromOpenedBinary();
+        return {std::move(image),
+                isRead ? CompositionSource::ReadData : CompositionSource::OpenedBinary,
+                std::move(log_)};
     }
 
 private:
-    void composeFromReadData() {
-        result_.source = CompositionSource::ReadData;
-        const std::optional<qint64> length = stretched(lengthOf(inputs_.read_from_chip_data));
-        if (!length)
-            return;
+    ComposedImage fromReadData() {
+        const auto length = stretched(lengthOf(inputs_.read_from_chip_data));
+        if (const RefusedComposition *refused = length.failure())
+            return *refused;
         report("starting with read_from_chip_data which is %1 bytes", *length);
         if (inputs_.pad)
             reportFill(*length);
-        make(*length, inputs_.read_from_chip_data, 0);
+        return make(*length, inputs_.read_from_chip_data, 0);
     }
 
-    void composeFromOpenedBinary() {
+    ComposedImage fromOpenedBinary() {
         const qint64 start = scanHexInt(inputs_.rom_start_address).value_or(0);
         report("start_address is %1", start);
         const qint64 binaryLength = lengthOf(inputs_.opened_bin_data);
-        const std::optional<qint64> length = stretched(start + binaryLength);
-        if (!length)
-            return;
+        const auto length = stretched(start + binaryLength);
+        if (const RefusedComposition *refused = length.failure())
+            return *refused;
         reportFill(*length);
-        if (make(*length, inputs_.opened_bin_data, start))
+        ComposedImage image = make(*length, inputs_.opened_bin_data, start);
+        if (image)
             report("inserting opened binary:%1 at %2", binaryLength, start);
+        return image;
     }
 
     /// A negative pad size counts as larger than any length, as unsigned numbers compare.
@@ -70,8 +71,8 @@ private:
         return inputs_.pad && quint64(length) < quint64(padSize_);
     }
 
-    /// The length with padding; nothing if no image may be that large.
-    std::optional<qint64> stretched(qint64 length) {
+    /// The length with padding, if an image may be that large.
+    Result<qint64, RefusedComposition> stretched(qint64 length) {
         const bool padded = asksForPadding(length);
         const qint64 asked = padded ? padSize_ : length;
         if (asked < 0)
@@ -84,25 +85,23 @@ private:
     }
 
     /// Makes the image: \a content from offset \a start on, pad bytes everywhere else.
-    bool make(qint64 length, const ByteBuffer &content, qint64 start) {
-        if (start == 0 && length == lengthOf(content) && length > 0) {
-            // Nothing is added: the bytes are shared until an edit needs them for itself.
-            result_.image = std::make_shared<QByteArray>(*content);
-            return true;
-        }
+    ComposedImage make(qint64 length, const ByteBuffer &content, qint64 start) {
+        // Where nothing is added the bytes are shared until an edit needs them for itself.
+        if (start == 0 && length == lengthOf(content) && length > 0)
+            return std::make_shared<QByteArray>(*content);
+        ByteBuffer image;
         try {
-            result_.image = std::make_shared<QByteArray>(uninitializedBytes(length));
+            image = std::make_shared<QByteArray>(uninitializedBytes(length));
         } catch (const std::bad_alloc &) {
-            refuse(Reason::NoMemory, length, "no memory for an image of %1 bytes");
-            return false;
+            return refuse(Reason::NoMemory, length, "no memory for an image of %1 bytes");
         }
         const qint64 end = start + lengthOf(content);
-        char *bytes = result_.image->data();
+        char *bytes = image->data();
         fill(bytes, start);
         if (lengthOf(content) > 0)
             std::memcpy(bytes + start, content->constData(), size_t(end - start));
         fill(bytes + end, length - end);
-        return true;
+        return image;
     }
 
     void fill(char *begin, qint64 count) const { std::memset(begin, padByte_, size_t(count)); }
@@ -115,19 +114,18 @@ private:
     void report(const char *text, Numbers... numbers) {
         QString line = QString::fromLatin1(text);
         ((line = line.arg(numbers)), ...);
-        result_.log.append(line);
+        log_.append(line);
     }
 
-    std::nullopt_t refuse(Reason reason, qint64 askedSize, const char *text) {
-        result_.refused = RefusedComposition{reason, askedSize};
+    RefusedComposition refuse(Reason reason, qint64 askedSize, const char *text) {
         report(text, askedSize);
-        return std::nullopt;
+        return {reason, askedSize};
     }
 
     const CompositionInputs &inputs_;
     const qint64 padSize_;
     const int padByte_;
-    Composition result_;
+    QStringList log_;
 };
 
 } // namespace

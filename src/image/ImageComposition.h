@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "files/ByteBuffer.h"
 
 #include <QString>
@@ -41,11 +42,13 @@ struct RefusedComposition {
 };
 
 /// An output image, or the reason why there is none.
+using ComposedImage = Result<ByteBuffer, RefusedComposition>;
+
+/// What came of a composition.
 struct Composition {
-    /// A new object in every case; null exactly if the composition was refused.
-    ByteBuffer image;
+    /// A new object in every case.
+    ComposedImage image;
     CompositionSource source = CompositionSource::OpenedBinary;
-    std::optional<RefusedComposition> refused;
     /// The events of the composition, in order, for the caller to log.
     QStringList log;
 };

@@ -20,7 +20,7 @@ ImageRevisions::Origin ImageRevisions::originOf(const CompositionInputs &inputs,
     const bool fromRead = composition.source == CompositionSource::ReadData;
     const ByteBuffer &source = fromRead ? inputs.read_from_chip_data : inputs.opened_bin_data;
     Origin origin;
-    origin.length = composition.image ? composition.image->size() : -1;
+    origin.length = composition.image ? (*composition.image)->size() : -1;
     if (lengthOf(source) > 0) {
         origin.source = source;
         origin.hasSource = true;

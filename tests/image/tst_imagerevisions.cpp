@@ -85,7 +85,7 @@ void TestImageRevisions::sameInputs_giveTheSameRevision() {
     QCOMPARE(after == before, same);
     // Whatever the numbers say of two images must be true of their bytes.
     if (same)
-        QCOMPARE(*composeImage(inputs).image, *composeImage(beforeInputs).image);
+        QCOMPARE(**composeImage(inputs).image, **composeImage(beforeInputs).image);
 }
 
 void TestImageRevisions::inputsTakenBack_giveTheEarlierRevision() {
