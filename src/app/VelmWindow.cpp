@@ -209,7 +209,7 @@ void VelmWindow::followImages(const WindowMenus &menus) {
 void VelmWindow::followChips() {
     wireChip(window_, delegate_, chipInquiry_, nextSteps_);
     connect(&delegate_, &AppDelegate::runEnded, &knownDevices_, [this](const RunRecord &run) {
-        if (!std::holds_alternative<UnknownDevice>(chipInquiry_.known()))
+        if (!std::holds_alternative<NoSuchDevice>(chipInquiry_.known()))
             knownDevices_.wasUsed(run.device);
     });
     connect(&searcher_, &device_searcher::listed, &knownDevices_, &KnownDevices::wereListed);

@@ -97,6 +97,6 @@ DeviceAnswer readDeviceAnswer(const QString &text, int status) {
         return describe(values);
     if (status == 1 && std::any_of(lines.begin(), lines.end(), saysUnknown) &&
         std::none_of(lines.begin(), lines.end(), saysListIsMissing))
-        return UnknownDevice{};
+        return NoSuchDevice{};
     return {};
 }

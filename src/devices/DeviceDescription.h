@@ -45,12 +45,12 @@ struct DeviceDescription {
 };
 
 /// The tool knows no device of the name that it was asked about.
-struct UnknownDevice {
-    friend bool operator==(const UnknownDevice &, const UnknownDevice &) = default;
+struct NoSuchDevice {
+    friend bool operator==(const NoSuchDevice &, const NoSuchDevice &) = default;
 };
 
 /// What the tool knows of a device; std::monostate while there is no answer.
-using DeviceAnswer = std::variant<std::monostate, UnknownDevice, DeviceDescription>;
+using DeviceAnswer = std::variant<std::monostate, NoSuchDevice, DeviceDescription>;
 
 /// What the tool has answered to descriptionCommand() with \a text, in either of its dialects, and
 /// the exit status \a status. Without its lists the tool knows nothing, and there is no answer.

@@ -45,7 +45,7 @@ public:
     }
 
     QString operator()(std::monostate) const { return {}; }
-    QString operator()(const UnknownDevice &) const {
+    QString operator()(const NoSuchDevice &) const {
         return tr("The tool knows no device of this name.");
     }
     QString operator()(const DeviceDescription &chip) const {

@@ -158,7 +158,7 @@ void TestDeviceDescription::whatIsNoDescription_isToldApart() {
     QFETCH(const int, status);
     QFETCH(const bool, isUnknown);
     const DeviceAnswer expected =
-        isUnknown ? DeviceAnswer(UnknownDevice{}) : DeviceAnswer(std::monostate{});
+        isUnknown ? DeviceAnswer(NoSuchDevice{}) : DeviceAnswer(std::monostate{});
     QVERIFY(readDeviceAnswer(text, status) == expected);
 }
 

@@ -75,7 +75,7 @@ void TestImageFit::whatIsNotSure_isNotCompared() {
     QFETCH(const QList<MemorySection>, sections);
     QVERIFY(!fit(image, sections));
     QVERIFY(!fitOf(nullptr, DeviceDescription()));
-    QVERIFY(!fitOf(std::make_shared<QByteArray>("x"), UnknownDevice{}));
+    QVERIFY(!fitOf(std::make_shared<QByteArray>("x"), NoSuchDevice{}));
     QVERIFY(!fitOf(std::make_shared<QByteArray>("x"), {}));
 }
 

@@ -63,8 +63,8 @@ void TestChipFactsWords::chip_isToldInAFewWords() {
 void TestChipFactsWords::answersWithoutAChip() {
     QCOMPARE(chipWords({}), QString());
     QCOMPARE(programmersWords({}), QString());
-    QCOMPARE(chipWords(UnknownDevice{}), QStringLiteral("The tool knows no device of this name."));
-    QCOMPARE(programmersWords(UnknownDevice{}), QString());
+    QCOMPARE(chipWords(NoSuchDevice{}), QStringLiteral("The tool knows no device of this name."));
+    QCOMPARE(programmersWords(NoSuchDevice{}), QString());
 }
 
 void TestChipFactsWords::fit_isToldWhereItIsNone() {
