@@ -3,6 +3,9 @@
 
 #include "devices/DeviceDescription.h"
 
+#include "language/ToolReport.h"
+#include "language/ToolSentences.h"
+
 #include <QMap>
 #include <QStringList>
 
@@ -63,11 +66,12 @@ DeviceDescription describe(const QMap<QString, QString> &values) {
 }
 
 bool saysUnknown(const QString &line) {
-    return line.startsWith(u"Device ") && line.endsWith(u" not found!");
+    const std::optional<ToolError> error = toolErrorIn(line);
+    return error && std::holds_alternative<toolErrors::UnknownDevice>(*error);
 }
 
 bool saysListIsMissing(const QString &line) {
-    return line.contains(u"logicic.xml") || line.contains(u"infoic.xml");
+    return databasePlaceIn(line).has_value();
 }
 
 } // namespace
