@@ -26,20 +26,6 @@
 #include <QFileInfo>
 #include <QMenu>
 
-#include <algorithm>
-
-namespace {
-
-/// The last separator of \a edit, behind undo, redo and what changes blocks; null without one.
-QAction *endOfHistory(const QMenu &edit) {
-    const QList<QAction *> entries = edit.actions();
-    const auto line = std::find_if(entries.rbegin(), entries.rend(),
-                                   [](const QAction *entry) { return entry->isSeparator(); });
-    return line == entries.rend() ? nullptr : *line;
-}
-
-} // namespace
-
 BlockActions::BlockActions(const Surroundings &surroundings, QObject *parent)
     : QObject(parent), with_(surroundings) {
     connect(&reading_, &PasteReading::finished, this, &BlockActions::takeText);
@@ -52,7 +38,7 @@ QAction *BlockActions::addEntry(WindowMenus &menus, const QString &text, const Q
     entry->setToolTip(toolTip);
     entry->setAutoRepeat(false);
     connect(entry, &QAction::triggered, this, action, Qt::QueuedConnection);
-    menus.edit->insertAction(endOfHistory(*menus.edit), entry);
+    menus.edit->insertAction(menus.behindCopy, entry);
     menus.offWhileRunning << entry;
     return entry;
 }
@@ -64,7 +50,7 @@ void BlockActions::addEntries(WindowMenus &menus) {
         entry->setShortcutContext(Qt::WidgetShortcut);
         grid().addAction(entry);
     };
-    menus.edit->insertSeparator(endOfHistory(*menus.edit));
+    menus.edit->insertSeparator(menus.behindCopy);
     setGridKey(addEntry(menus, tr("Pas&te"),
                         tr("Write the bytes that the clipboard holds as text over those from the "
                            "cursor on"),

@@ -54,13 +54,6 @@ QString withWords(const QString &tip, const QString &words) {
     return words.isEmpty() ? tip : tip + u'\n' + words;
 }
 
-QAction *separatorOf(const QMenu &menu) {
-    const QList<QAction *> actions = menu.actions();
-    const auto found = std::find_if(actions.begin(), actions.end(),
-                                    [](const QAction *action) { return action->isSeparator(); });
-    return found == actions.end() ? nullptr : *found;
-}
-
 } // namespace
 
 MemoriesWiring::MemoriesWiring(const Surroundings &surroundings)
@@ -89,7 +82,7 @@ MemoriesWiring::MemoriesWiring(const Surroundings &surroundings)
 
 void MemoriesWiring::addEntries(const WindowMenus &menus) {
     menus.file->insertAction(menus.behindSave, saveEntry_);
-    menus.view->insertAction(separatorOf(*menus.view), showEntry_);
+    menus.view->insertAction(menus.behindTabs, showEntry_);
 }
 
 KnownMemories MemoriesWiring::known() const {

@@ -115,7 +115,8 @@ void fillFindEntries(MenuFiller &edit, FindBar &bar) {
                [&bar] { bar.findAddress(); });
 }
 
-QMenu *fillEditMenu(MainWindow &window, AppDelegate &delegate, const WorkState &work) {
+void fillEditMenu(MainWindow &window, AppDelegate &delegate, const WorkState &work,
+                  WindowMenus &menus) {
     Ui::MainWindow &c = window.controls();
     MenuFiller edit(*window.menuBar(), AppDelegate::tr("&Edit"));
     QAction *undo =
@@ -132,9 +133,9 @@ QMenu *fillEditMenu(MainWindow &window, AppDelegate &delegate, const WorkState &
                   &QUndoStack::canRedo);
     edit.menu()->addSeparator();
     addSelectionEntries(*edit.menu(), window);
-    edit.menu()->addSeparator();
+    menus.edit = edit.menu();
+    menus.behindCopy = edit.menu()->addSeparator();
     fillFindEntries(edit, *c.findBar);
-    return edit.menu();
 }
 
 void fillChipMenu(MainWindow &window, WindowMenus &menus) {
@@ -152,7 +153,7 @@ void fillChipMenu(MainWindow &window, WindowMenus &menus) {
                                           QKeySequence(Qt::CTRL | Qt::Key_D));
 }
 
-QMenu *fillViewMenu(MainWindow &window) {
+void fillViewMenu(MainWindow &window, WindowMenus &menus) {
     Ui::MainWindow &c = window.controls();
     MenuFiller view(*window.menuBar(), AppDelegate::tr("&View"));
     const auto addTab = [&](const QString &identifier, const QString &text, Qt::Key key) {
@@ -162,11 +163,11 @@ QMenu *fillViewMenu(MainWindow &window) {
     addTab(readTabIdentifier(), AppDelegate::tr("Data &read from chip"), Qt::Key_1);
     addTab(burnTabIdentifier(), AppDelegate::tr("Data to &burn"), Qt::Key_2);
     addTab(logicTabIdentifier(), AppDelegate::tr("&Logic test results"), Qt::Key_3);
-    view.menu()->addSeparator();
+    menus.view = view.menu();
+    menus.behindTabs = view.menu()->addSeparator();
     view.menu()->addAction(c.textView->followOutputAction());
     view.menu()->addAction(c.textView->copyAllAction());
     view.menu()->addAction(c.textView->clearAction());
-    return view.menu();
 }
 
 void fillHelpMenu(MainWindow &window) {
@@ -195,9 +196,9 @@ WindowMenus makeWindowMenus(MainWindow &window, AppDelegate &delegate, const Wor
                             const ActionGate &gate, const UserFiles &files) {
     WindowMenus menus;
     fillFileMenu(window, delegate, files, menus);
-    menus.edit = fillEditMenu(window, delegate, work);
+    fillEditMenu(window, delegate, work, menus);
     fillChipMenu(window, menus);
-    menus.view = fillViewMenu(window);
+    fillViewMenu(window, menus);
     fillHelpMenu(window);
     // A menu leaves the focus in the field that is being typed into, so nothing else commits it.
     QObject::connect(window.menuBar(), &QMenuBar::triggered, &window,

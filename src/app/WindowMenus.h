@@ -23,7 +23,9 @@ struct WindowMenus {
     QAction *behindOpen = nullptr; ///< of the file menu, the entry behind that which opens one
     QAction *behindSave = nullptr; ///< of the file menu, the entry behind those that save images
     QMenu *edit = nullptr;         ///< where the steps through the shown bytes are
+    QAction *behindCopy = nullptr; ///< of the edit menu, the line behind what copies and selects
     QMenu *view = nullptr;         ///< where the views are chosen
+    QAction *behindTabs = nullptr; ///< of the view menu, the line behind the entries of the tabs
 };
 
 /// Fills the menu bar of \a window. Choosing an entry first commits what is being typed. The
