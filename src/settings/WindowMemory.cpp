@@ -7,7 +7,6 @@
 #include "settings/StoredValue.h"
 
 #include <QDeadlineTimer>
-#include <QFile>
 #include <QObject>
 #include <QVariantMap>
 
@@ -57,7 +56,12 @@ void WindowMemory::write(const QVariantMap &values) {
     const QDeadlineTimer deadline(patience);
     IniFile::Outcome outcome = file_.change(values, deadline);
     if (IniFile::isDamaged(outcome)) {
-        QFile::remove(file_.path());
+        const Result<QString> copy = file_.moveAside();
+        if (const Failure *failure = copy.failure())
+            return sayLost(*failure);
+        if (log_)
+            log_->write(QStringLiteral("what VELM remembered could not be read; it is kept as ") +
+                        *copy);
         outcome = file_.change(values, deadline);
     }
     if (const IniFile::Trouble *trouble = outcome.failure())

@@ -90,10 +90,17 @@ void TestWindowMemory::aDamagedFile_meansNothingIsRemembered() {
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("\0\1 nonsense [[[\n=", 18);
     file.close();
-    WindowMemory memory(path);
+    RecordingLog log;
+    WindowMemory memory(path, &log);
     QCOMPARE(memory.geometry(), QByteArray());
     memory.setGeometry(QByteArray("new"));
     QCOMPARE(WindowMemory(path).geometry(), QByteArray("new"));
+    // It may be no file of this program's at all.
+    const QString copy = path + QStringLiteral(".damaged");
+    QCOMPARE(readWholeFile(copy), QByteArray("\0\1 nonsense [[[\n=", 18));
+    QCOMPARE(log.lines, QStringList(QStringLiteral("what VELM remembered could not be read; it is "
+                                                   "kept as ") +
+                                    copy));
 }
 
 void TestWindowMemory::aFileThatCannotBeWritten_isLoggedOnce() {
