@@ -294,6 +294,7 @@ void VelmWindow::restoreWindow() {
 }
 
 void VelmWindow::followSettings() {
+    settings_.claimFile();
     if (const auto &unread = settings_.unreadFile())
         messages_.say(unread->movedTo ? Topic::SettingsKept : Topic::SettingsNotRead,
                       unread->sentence);

@@ -35,20 +35,32 @@ SettingsStore::SettingsStore(const QString &filePath, QObject *parent)
 
 SettingsStore::~SettingsStore() {
     if (!unsaved_.isEmpty())
-        std::ignore = file_.change(unsaved_, QDeadlineTimer(patience));
+        std::ignore = trySaving();
 }
 
 void SettingsStore::open() {
     const IniFile::Outcome outcome = file_.read();
     if (outcome) {
         stored_ = *outcome;
-    } else if (!IniFile::isDamaged(outcome)) {
+    } else {
         unreadFile_ = UnreadFile{tr("VELM starts with its defaults, since the settings in %1 could "
                                     "not be read: %2")
                                      .arg(filePath(), outcome.failure()->failure.reason)};
-    } else {
+    }
+}
+
+// Whoever had the file until now may have written it since it was opened. If it cannot be read this
+// time, what was read then holds.
+void SettingsStore::claimFile() {
+    const IniFile::Outcome outcome = file_.read();
+    if (outcome) {
+        stored_ = *outcome;
+        unreadFile_.reset();
+    } else if (IniFile::isDamaged(outcome)) {
+        stored_.clear();
         unreadFile_ = withoutDamagedFile();
     }
+    announceChanges();
 }
 
 SettingsStore::UnreadFile SettingsStore::withoutDamagedFile() const {

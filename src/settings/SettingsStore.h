@@ -31,11 +31,16 @@ public:
     /// How long a change waits for another program and for the disk, which may follow.
     static constexpr std::chrono::milliseconds patience{80};
 
-    /// Opens (or, at the first write, creates) the INI file at the absolute \a filePath. A file
-    /// that is no INI text is moved aside and the store starts empty. It starts empty as well with
-    /// a file that cannot be read, which stays as it is. unreadFile() tells of both.
+    /// Opens (or, at the first write, creates) the INI file at the absolute \a filePath. With a
+    /// file that cannot be read or is no INI text the store starts empty, as unreadFile() tells.
+    /// Nothing is changed yet: the file may be in use by another process, which this one then only
+    /// asks to show its window.
     explicit SettingsStore(const QString &filePath, QObject *parent = nullptr);
     ~SettingsStore() override;
+
+    /// The file is this process's to look after from now on: it is read anew, and moved aside if it
+    /// is no INI text. One that cannot be read stays as it is.
+    void claimFile();
 
     /// Adds \a defaults (key to value) to the registered defaults. Values already stored by the
     /// user are untouched. Emits valueChanged() for each key whose visible value changed.

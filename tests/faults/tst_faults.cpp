@@ -181,7 +181,7 @@ private:
     /// lacks that, a sentence says so.
     QString inSettings() {
         SettingsStore stored(velm.path(QStringLiteral("velm.conf")));
-        if (const auto &unread = stored.unreadFile(); unread && unread->movedTo)
+        if (stored.unreadFile())
             return QStringLiteral("the settings are taken for damaged");
         stored.registerDefaults(settingsKeys::startupDefaults());
         const QVariantMap now = settingsIn(stored);

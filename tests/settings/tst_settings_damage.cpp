@@ -42,11 +42,14 @@ private slots:
     void anyBytes_areKeptOrRead();
     void anyLine_isKeptOrRead();
     void damagedFile_getsAnUnusedName();
+    void damagedFileOfAnotherProcess_isLeftAlone();
+    void fileThatIsMendedMeanwhile_isRead();
     void whatIsNoFile_isLeftAlone_data();
     void whatIsNoFile_isLeftAlone();
     void unreadableFile_isLeftAloneUntilItCanBeRead();
     void damagedFileThatCannotBeMoved_isNotOverwritten();
     void fileDamagedWhileOpen_isKeptAside();
+    void fileDamagedBeforeTheEnd_isKeptAside();
 
 private:
     QString path() const { return folder_->filePath(QStringLiteral("velm.conf")); }
@@ -81,6 +84,7 @@ void TestSettingsDamage::damagedFile_isKeptAside() {
     QFETCH(QByteArray, content);
     QVERIFY(writeWholeFile(path(), content));
     SettingsStore store(path());
+    store.claimFile();
     const QString unread = QStringLiteral("The settings file could not be read; it is kept as %1. "
                                           "VELM starts with its defaults. | %1")
                                .arg(asidePath());
@@ -126,6 +130,7 @@ void TestSettingsDamage::anyBytes_areKeptOrRead() {
             byte = char(random());
         QVERIFY(writeWholeFile(path(), content));
         SettingsStore store(path());
+        store.claimFile();
         store.setValue(pad, true);
         if (store.unreadFile()) {
             QCOMPARE(readWholeFile(asidePath()), content);
@@ -166,6 +171,35 @@ void TestSettingsDamage::damagedFile_getsAnUnusedName() {
     QCOMPARE(readWholeFile(asidePath()), QByteArray("first"));
     QCOMPARE(readWholeFile(asidePath() + QStringLiteral("-2")), QByteArray("second"));
     QCOMPARE(readWholeFile(asidePath() + QStringLiteral("-3")), QByteArray("third"));
+}
+
+// A start that only raises the window of another process changes nothing.
+void TestSettingsDamage::damagedFileOfAnotherProcess_isLeftAlone() {
+    SettingsStore first(path());
+    first.claimFile();
+    first.setValue(pad, true);
+    QVERIFY(writeWholeFile(path(), "nonsense"));
+    {
+        const SettingsStore second(path());
+        QVERIFY2(unreadBy(second).endsWith(u"The file there is damaged | "),
+                 qPrintable(unreadBy(second)));
+    }
+    QCOMPARE(readWholeFile(path()), QByteArray("nonsense"));
+    first.setValue(skipErase, true);
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\npad=true\nskipErase=true\n"));
+    QCOMPARE(readWholeFile(asidePath()), QByteArray("nonsense"));
+}
+
+void TestSettingsDamage::fileThatIsMendedMeanwhile_isRead() {
+    QVERIFY(writeWholeFile(path(), "nonsense"));
+    SettingsStore store(path());
+    QVERIFY(writeWholeFile(path(), "[General]\npad=true\n"));
+    const QSignalSpy changes(&store, &SettingsStore::valueChanged);
+    store.claimFile();
+    QCOMPARE(unreadBy(store), QString());
+    QVERIFY(store.boolValue(pad));
+    QCOMPARE(changes, QList<QList<QVariant>>({{pad}}));
+    QVERIFY(!QFile::exists(asidePath()));
 }
 
 void TestSettingsDamage::whatIsNoFile_isLeftAlone_data() {
@@ -245,6 +279,7 @@ void TestSettingsDamage::damagedFileThatCannotBeMoved_isNotOverwritten() {
         const UnprivilegedUser user;
         QVERIFY(user.isValid());
         SettingsStore store(path());
+        store.claimFile();
         QCOMPARE(unreadBy(store),
                  QStringLiteral("VELM starts with its defaults, since the settings file %1 is "
                                 "damaged; it could not be moved aside: Permission denied | ")
@@ -272,6 +307,22 @@ void TestSettingsDamage::fileDamagedWhileOpen_isKeptAside() {
     QCOMPARE(readWholeFile(path()), QByteArray("[General]\npad=true\nskipErase=true\n"));
     QVERIFY(store.boolValue(pad));
     QVERIFY(store.boolValue(skipErase));
+}
+
+void TestSettingsDamage::fileDamagedBeforeTheEnd_isKeptAside() {
+    {
+        SettingsStore store(path());
+        store.setValue(pad, true);
+        const QSignalSpy problems(&store, &SettingsStore::problem);
+        {
+            const FileSizeLimit full(0);
+            store.setValue(skipErase, true);
+        }
+        QCOMPARE(problems.size(), 1);
+        QVERIFY(writeWholeFile(path(), "nonsense"));
+    }
+    QCOMPARE(readWholeFile(asidePath()), QByteArray("nonsense"));
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\npad=true\nskipErase=true\n"));
 }
 
 QTEST_GUILESS_MAIN(TestSettingsDamage)

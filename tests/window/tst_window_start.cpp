@@ -153,11 +153,11 @@ void TestWindowStart::damagedSettings_areKeptAsideAndSaid() {
     file.write(QByteArray("\0\1\2 no settings at all\n[", 24));
     file.close();
     SettingsStore settings(path);
-    QVERIFY(settings.unreadFile() && settings.unreadFile()->movedTo);
-    settings.setValue(settingsKeys::temp_output_file, folder.filePath(QStringLiteral("w/t.bin")));
     RecordingLog log;
     AnsweringPanels panels;
     VelmWindow velm({settings, log, panels, [] {}, folder.filePath(QStringLiteral("state"))});
+    QVERIFY(settings.unreadFile() && settings.unreadFile()->movedTo);
+    settings.setValue(settingsKeys::temp_output_file, folder.filePath(QStringLiteral("w/t.bin")));
     velm.start();
     const QString message = velm.window().controls().messageLine->toPlainText();
     QVERIFY2(message.contains(settings.unreadFile()->sentence), qPrintable(message));
