@@ -14,7 +14,6 @@
 #include "devices/ChipInquiry.h"
 #include "exchange/ImportWindow.h"
 #include "files/FileLoading.h"
-#include "files/FileSaving.h"
 #include "files/FreeName.h"
 #include "files/PrivateFolder.h"
 #include "files/SuggestedName.h"
@@ -126,12 +125,14 @@ void FileImport::choosePart(ImportWindow &window) {
 void FileImport::take(const ByteBuffer &image, ImportWindow &from) {
     const QString folder = importFolder();
     const QString name = suggestedName(from.name(), {});
-    const QString path = freePath(folder, name, QStringLiteral(".bin"), *image);
-    Result<void> saved = makePrivateFolder(folder);
-    if (saved)
-        saved = saveWholeFile(path, *image);
-    if (const Failure *failure = saved.failure())
-        return from.showProblem(tr("%1 could not be written: %2").arg(path, failure->reason));
+    if (const Result<void> made = makePrivateFolder(folder); !made)
+        return from.showProblem(tr("%1 could not be written: %2")
+                                    .arg(QDir::toNativeSeparators(folder), made.failure()->reason));
+    const auto saved = saveUnderFreeName(folder, name, QStringLiteral(".bin"), *image);
+    if (const UnsavedTogether *unsaved = saved.failure())
+        return from.showProblem(
+            tr("%1 could not be written: %2").arg(unsaved->path, unsaved->failure.reason));
+    const QString path = *saved;
     const QStringList sources = from.sources();
     openBinary(path, from);
     if (with_.settings.stringValue(settingsKeys::binary) == path)
@@ -140,7 +141,7 @@ void FileImport::take(const ByteBuffer &image, ImportWindow &from) {
 
 void FileImport::openBinary(const QString &path, ImportWindow &from) {
     if (with_.gate.refuses())
-        return from.showProblem(tr("The programmer tool is running: nothing was opened."));
+        return from.showProblem(tr("%1: nothing was opened.").arg(with_.gate.whatCloses()));
     from.close();
     with_.delegate.openBinary(path);
 }

@@ -10,6 +10,10 @@ bool ActionGate::isClosed() const {
     return !work_.isIdle();
 }
 
+QString ActionGate::whatCloses() const {
+    return whatIsRunning(work_.now());
+}
+
 bool ActionGate::refuses() const {
     if (!isClosed())
         return false;

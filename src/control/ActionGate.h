@@ -24,6 +24,8 @@ public:
 
     /// True while the tool runs for an operation or a search.
     bool isClosed() const;
+    /// What closes it, as the beginning of a sentence: "A search is running". It must be closed.
+    QString whatCloses() const;
     /// True, and said, while the tool runs for an operation or a search: nothing may be started or
     /// changed then.
     bool refuses() const;

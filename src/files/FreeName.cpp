@@ -7,6 +7,8 @@
 
 #include <QFileInfo>
 
+#include <cerrno>
+
 bool isNameTaken(const QString &path) {
     const QFileInfo file(path);
     return file.exists() || file.isSymLink();
@@ -19,4 +21,21 @@ QString freePath(const QString &folder, const QString &name, const QString &suff
     for (int number = 2; isNameTaken(path) && !fileHolds(path, bytes); ++number)
         path = begin + QStringLiteral("-%1").arg(number) + suffix;
     return path;
+}
+
+Result<QString, UnsavedTogether> saveUnderFreeName(const QString &folder, const QString &name,
+                                                   const QString &suffix, const QByteArray &bytes) {
+    while (true) {
+        const QString path = freePath(folder, name, suffix, bytes);
+        if (fileHolds(path, bytes))
+            return path;
+        const Result<void, UnsavedTogether> saved =
+            saveTogether({{path, bytes}}, Replacing::Refused);
+        if (saved)
+            return path;
+        const bool wasTakenMeanwhile =
+            saved.failure()->failure.systemError == EEXIST && isNameTaken(path);
+        if (!wasTakenMeanwhile)
+            return *saved.failure();
+    }
 }
