@@ -131,14 +131,17 @@ void ImportWindow::addPart(const File &file) {
     if (controls_->parts->has(file.path))
         return showProblem(tr("%1 is one of the parts already.").arg(name));
     const std::optional<RecordFormat> records = recordFormatOf(*file.bytes);
-    const ByteBuffer bytes =
-        records ? bytesOfRecordPart(*file.bytes, *records, fill().value_or(erasedByte))
-                : file.bytes;
-    if (!bytes)
+    Result<ByteBuffer, PartTrouble> bytes = file.bytes;
+    if (records)
+        bytes = bytesOfRecordPart(*file.bytes, *records, fill().value_or(erasedByte));
+    const PartTrouble *trouble = bytes.failure();
+    if (trouble && *trouble == PartTrouble::NoMemory)
+        return sayNoMemory();
+    if (trouble)
         return showProblem(tr("%1 is text of records, and something about it must be asked. Import "
                               "it first, and add the binary that comes of it.")
                                .arg(name));
-    controls_->parts->add(file.path, bytes);
+    controls_->parts->add(file.path, *bytes);
 }
 
 void ImportWindow::readFile() {
@@ -285,6 +288,10 @@ void ImportWindow::showOutOfMemory() {
     wanted_ = false;
     if (format() && !import_.decoded())
         controls_->found->clear();
+    sayNoMemory();
+}
+
+void ImportWindow::sayNoMemory() {
     showProblem(tr("There is not enough memory for these bytes."));
 }
 

@@ -88,6 +88,7 @@ private:
     void arrange();
     void showState();
     void showOutOfMemory();
+    void sayNoMemory();
     bool canBeRead() const;
     bool isAtWork() const { return import_.isMakingImage() || run_.isRunning(); }
     bool isJoining() const;

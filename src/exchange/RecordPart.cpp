@@ -6,9 +6,13 @@
 #include "formats/ImageFlattening.h"
 #include "formats/RecordReader.h"
 
-ByteBuffer bytesOfRecordPart(const QByteArray &text, RecordFormat format, quint8 fill) {
+#include <new>
+
+namespace {
+
+Result<ByteBuffer, PartTrouble> read(const QByteArray &text, RecordFormat format, quint8 fill) {
     if (text.size() > largestPartText)
-        return nullptr;
+        return PartTrouble::NeedsUser;
     RecordReader reader(format);
     while (!reader.advance(text, text.size() + 1))
         continue;
@@ -16,9 +20,20 @@ ByteBuffer bytesOfRecordPart(const QByteArray &text, RecordFormat format, quint8
     const qint64 base = usualBase(decoded.bytes);
     if (!decoded.troubles.isEmpty() || whyNoImage(decoded.bytes, base) ||
         decoded.bytes.end() - base > largestPartImage)
-        return nullptr;
+        return PartTrouble::NeedsUser;
     ImageFlattening image(decoded.bytes, base, char(fill));
     while (!image.advance(largestPartImage))
         continue;
     return image.image();
+}
+
+} // namespace
+
+Result<ByteBuffer, PartTrouble> bytesOfRecordPart(const QByteArray &text, RecordFormat format,
+                                                  quint8 fill) {
+    try {
+        return read(text, format, fill);
+    } catch (const std::bad_alloc &) {
+        return PartTrouble::NoMemory;
+    }
 }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "base/Units.h"
 #include "files/ByteBuffer.h"
 #include "formats/RecordFormat.h"
@@ -11,6 +12,13 @@
 inline constexpr qsizetype largestPartText = 4 * mebibyte;
 inline constexpr qint64 largestPartImage = 4 * mebibyte;
 
+/// Why a text of records is not read at once.
+enum class PartTrouble {
+    NeedsUser, ///< something is wrong with it, or it is too long
+    NoMemory   ///< for its bytes
+};
+
 /// The bytes that \a text of records stands for, from the usual base on and with \a fill in gaps,
-/// read at once. Null if that needs the user: if something is wrong with it, or it is too long.
-ByteBuffer bytesOfRecordPart(const QByteArray &text, RecordFormat format, quint8 fill);
+/// read at once.
+Result<ByteBuffer, PartTrouble> bytesOfRecordPart(const QByteArray &text, RecordFormat format,
+                                                  quint8 fill);
