@@ -52,10 +52,13 @@ Result<void> placeOnDisk(UnfinishedFile &file) {
 } // namespace
 
 QString behindLinks(const QString &path) {
-    const QFileInfo target(path);
+    constexpr int mostLinks = 40; // as many as the system follows
+    QFileInfo target(path);
     if (target.exists())
         return target.canonicalFilePath();
-    return target.isSymLink() ? target.symLinkTarget() : target.absoluteFilePath();
+    for (int link = 0; target.isSymLink() && link < mostLinks; ++link)
+        target.setFile(target.symLinkTarget());
+    return target.absoluteFilePath();
 }
 
 Result<UnfinishedFile> unfinishedFile(const QString &path, const QByteArray &bytes,
@@ -69,7 +72,8 @@ Result<UnfinishedFile> unfinishedFile(const QString &path, const QByteArray &byt
         return *failure;
     if (target.fileName().isEmpty())
         return Failure::ofSystem(ENOENT);
-    // What is made anew at each start is nothing that anybody would protect.
+    // The lock of the settings refuses as much. The others that need not outlive a power failure
+    // are made anew at each start, and nobody would protect them.
     if (durability == Durability::PowerFailure && target.exists() &&
         ::faccessat(AT_FDCWD, name->constData(), W_OK, AT_EACCESS) != 0)
         return Failure::ofSystem(errno);

@@ -35,6 +35,6 @@ Result<void> saveWholeFile(const QString &path, const QByteArray &bytes,
 Result<UnfinishedFile> unfinishedFile(const QString &path, const QByteArray &bytes,
                                       Durability durability, Links links = Links::Followed);
 
-/// Where the file that is saved at \a path really lies: a link leads there, over however many
-/// others; a link to nothing is followed once.
+/// Where the file that is saved at \a path really lies, or would: a link leads there, over however
+/// many others.
 QString behindLinks(const QString &path);

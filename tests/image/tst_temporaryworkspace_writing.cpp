@@ -200,8 +200,10 @@ void TestTemporaryWorkspaceWriting::write_replacesTheTargetOfALinkAndKeepsPermis
 void TestTemporaryWorkspaceWriting::write_failureLeavesALinkOfTheUsers() {
     at->workspace.createTempDirectory();
     const QString target = at->home.filePath(QStringLiteral("elsewhere.bin"));
+    const QString between = at->home.filePath(QStringLiteral("between"));
     QVERIFY(writeWholeFile(target, "older"));
-    QVERIFY(QFile::link(target, at->output()));
+    QVERIFY(QFile::link(target, between));
+    QVERIFY(QFile::link(between, at->output()));
     {
         const FileSizeLimit full(0);
         QVERIFY(!at->workspace.write_output_data_to_temp_file(bufferOf("61")));
@@ -209,6 +211,7 @@ void TestTemporaryWorkspaceWriting::write_failureLeavesALinkOfTheUsers() {
     QVERIFY(!QFile::exists(target));
     QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("62")));
     QVERIFY(QFileInfo(at->output()).isSymLink());
+    QVERIFY(QFileInfo(between).isSymLink());
     QCOMPARE(readWholeFile(target), QByteArray("b"));
 }
 
