@@ -97,9 +97,10 @@ Result<void> BoundedSaving::saveAtOnce(UnfinishedFile &file, FileDescriptor copy
     asked = askAboutFolder(std::move(folder));
     if (asked)
         asked = answerUntil(deadline);
-    if (const Failure *failure = asked.failure())
-        return givenBackFor(*failure, file);
-    return {};
+    // What cannot be put back goes: the bytes of before are those that are in use.
+    if (!asked)
+        std::ignore = file.giveBackPlace();
+    return asked;
 }
 
 void BoundedSaving::placeIsTaken(UnfinishedFile &file) {

@@ -15,7 +15,8 @@
 
 namespace {
 
-constexpr mode_t permissionBits = 07777;
+/// Without those by which a program acts as its owner: writing into a file takes them, too.
+constexpr mode_t permissionBits = S_IRWXU | S_IRWXG | S_IRWXO;
 
 mode_t modeOfOneMadeAnew() {
     const mode_t mask = ::umask(0);
@@ -34,14 +35,15 @@ bool giveOwners(const struct stat &old, int file) {
            ::fchown(file, uid_t(-1), old.st_gid) == 0;
 }
 
-/// False if there is a list, which then stands in the place of the group's rights, and it could not
-/// be given.
+/// A list stands in the place of the group's rights. Where the old file has none, the new one loses
+/// what it has from its folder. False if that could not be done.
 bool giveAccessList(const QByteArray &path, int file) {
 #ifdef Q_OS_LINUX
     constexpr char name[] = "system.posix_acl_access";
+    const auto hasNone = [] { return errno == ENODATA || errno == ENOTSUP; };
     const ssize_t size = ::lgetxattr(path.constData(), name, nullptr, 0);
     if (size < 0)
-        return errno == ENODATA || errno == ENOTSUP;
+        return hasNone() && (::fremovexattr(file, name) == 0 || hasNone());
     QByteArray list(size, Qt::Uninitialized);
     return ::lgetxattr(path.constData(), name, list.data(), size_t(size)) == size &&
            ::fsetxattr(file, name, list.constData(), size_t(size), 0) == 0;
@@ -54,7 +56,6 @@ bool giveAccessList(const QByteArray &path, int file) {
 
 } // namespace
 
-// The order is the system's: a new owner takes bits from the mode, and the mode changes the list.
 void giveRightsOf(const QByteArray &path, int file) {
     struct stat old = {};
     const bool isThere = ::lstat(path.constData(), &old) == 0;
@@ -66,8 +67,6 @@ void giveRightsOf(const QByteArray &path, int file) {
         return;
     }
     const mode_t mode = old.st_mode & permissionBits;
-    const bool isOfTheGroup = giveOwners(old, file);
-    ::fchmod(file, mode);
-    if (!isOfTheGroup || !giveAccessList(path, file))
-        ::fchmod(file, mode & ~mode_t(S_IRWXG | S_ISGID));
+    const bool groupIsKnown = giveOwners(old, file) && giveAccessList(path, file);
+    ::fchmod(file, groupIsKnown ? mode : mode & ~mode_t(S_IRWXG));
 }

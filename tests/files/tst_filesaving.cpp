@@ -14,23 +14,11 @@
 
 #include <cerrno>
 #include <sys/stat.h>
-#include <sys/xattr.h>
-#include <unistd.h>
 
 namespace {
 
 const QByteArray oldBytes(9000, 'o');
 const QByteArray newBytes(70000, 'n');
-
-constexpr uid_t somebody = 12345;
-constexpr gid_t group = 12346;
-
-struct stat factsOf(const QString &path) {
-    struct stat facts = {};
-    if (::stat(QFile::encodeName(path).constData(), &facts) != 0)
-        qFatal("nothing at %s", qPrintable(path));
-    return facts;
-}
 
 QString outcomeOf(const Result<void> &saved) {
     return saved ? QStringLiteral("saved") : QStringLiteral("failed: ") + saved.failure()->reason;
@@ -47,12 +35,6 @@ private slots:
     void newFile_hasTheUsualPermissions();
     void oldFile_keepsItsPermissionsAndLinks_data() { durabilities(); }
     void oldFile_keepsItsPermissionsAndLinks();
-    void oldFile_keepsItsGroup_data() { durabilities(); }
-    void oldFile_keepsItsGroup();
-    void oldFile_keepsItsAccessList_data() { durabilities(); }
-    void oldFile_keepsItsAccessList();
-    void groupThatCannotBeGiven_getsNothing_data() { durabilities(); }
-    void groupThatCannotBeGiven_getsNothing();
     void protectedFile_isRefused();
     void privateFile_staysPrivateWhateverFails_data() { durabilities(); }
     void privateFile_staysPrivateWhateverFails();
@@ -128,61 +110,6 @@ void TestFileSaving::oldFile_keepsItsPermissionsAndLinks() {
     QCOMPARE(::stat(QFile::encodeName(path()).constData(), &facts), 0);
     QCOMPARE(facts.st_mode & 0777u, 0604u);
     QCOMPARE(readWholeFile(path()), newBytes);
-}
-
-void TestFileSaving::oldFile_keepsItsGroup() {
-    if (::geteuid() != 0)
-        QSKIP("only root can give a file away");
-    QFETCH(Durability, durability);
-    QVERIFY(writeWholeFile(path(), oldBytes));
-    QCOMPARE(::chown(QFile::encodeName(path()).constData(), somebody, group), 0);
-    QCOMPARE(::chmod(QFile::encodeName(path()).constData(), 0640), 0);
-    QCOMPARE(outcomeOf(saveWholeFile(path(), newBytes, durability)), QStringLiteral("saved"));
-    const struct stat facts = factsOf(path());
-    QCOMPARE(facts.st_uid, somebody);
-    QCOMPARE(facts.st_gid, group);
-    QCOMPARE(facts.st_mode & 0777u, 0640u);
-}
-
-void TestFileSaving::oldFile_keepsItsAccessList() {
-    QFETCH(Durability, durability);
-    // As the system keeps a list: its version, then what, which rights and whose. The user may read
-    // and write, and so may the one of number 12345; the group and all others may do nothing.
-    const QByteArray list = QByteArray::fromHex("02000000"
-                                                "01000600ffffffff"
-                                                "0200060039300000"
-                                                "04000000ffffffff"
-                                                "10000600ffffffff"
-                                                "20000000ffffffff");
-    const char *name = "system.posix_acl_access";
-    QVERIFY(writeWholeFile(path(), oldBytes));
-    const QByteArray file = QFile::encodeName(path());
-    if (::setxattr(file.constData(), name, list.constData(), size_t(list.size()), 0) != 0)
-        QSKIP("the file system has no access lists");
-    QCOMPARE(outcomeOf(saveWholeFile(path(), newBytes, durability)), QStringLiteral("saved"));
-    QByteArray kept(256, '\0');
-    kept.truncate(::getxattr(file.constData(), name, kept.data(), size_t(kept.size())));
-    QCOMPARE(kept.toHex(), list.toHex());
-}
-
-// Whose group the file would come to be of instead is another matter.
-void TestFileSaving::groupThatCannotBeGiven_getsNothing() {
-    if (::geteuid() != 0)
-        QSKIP("only root can give a file away");
-    QFETCH(Durability, durability);
-    QVERIFY(writeWholeFile(path(), oldBytes));
-    const QByteArray file = QFile::encodeName(path());
-    QCOMPARE(::chown(file.constData(), UnprivilegedUser::nobody, group), 0);
-    QCOMPARE(::chmod(file.constData(), 0664), 0);
-    QCOMPARE(::chmod(QFile::encodeName(folder_->path()).constData(), 0777), 0);
-    {
-        const UnprivilegedUser user;
-        QVERIFY(user.isValid());
-        QCOMPARE(outcomeOf(saveWholeFile(path(), newBytes, durability)), QStringLiteral("saved"));
-    }
-    const struct stat facts = factsOf(path());
-    QVERIFY(facts.st_gid != group);
-    QCOMPARE(facts.st_mode & 0777u, 0604u);
 }
 
 void TestFileSaving::protectedFile_isRefused() {
