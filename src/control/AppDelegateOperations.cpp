@@ -94,6 +94,8 @@ void AppDelegate::takeReadData(RunRecord &record) {
 // The heading and the rows belong to the results tab, whichever was looked at meanwhile.
 void AppDelegate::takeLogicReport(RunRecord &record) {
     state_.logictest_rows = {};
+    if (record.report == RunRecord::Report::Older)
+        return;
     const Result<LogicReport> report = loadLogicReport(
         resolvedPathOf(with_.defaults, settingsKeys::temp_logic_chip_test_results_file), with_.log);
     if (const Failure *failure = report.failure())

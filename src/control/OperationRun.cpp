@@ -12,6 +12,7 @@
 #include "language/NextStep.h"
 #include "language/RunJudgement.h"
 #include "tool/PluggedProgrammers.h"
+#include "tool/ResultsFile.h"
 #include "tool/ScriptedMiniPro.h"
 
 #include <QCoreApplication>
@@ -62,9 +63,9 @@ RunRecord recordBefore(Operation operation, const ToolSettings &settings, const 
 }
 
 /// Pins that fail behind a gap in the report are not among those that are named.
-void tellOfCutReport(RunRecord &record, const Failure &failure) {
-    record.reportIsWhole = false;
-    record.outcome.add(wordsForCutReport(failure));
+void tellOfCutReport(RunRecord &record, const ReportTrouble &trouble) {
+    record.report = trouble.isOlder ? RunRecord::Report::Older : RunRecord::Report::Cut;
+    record.outcome.add(wordsForCutReport(trouble.failure));
     if (record.outcome.verdict == RunOutcome::Verdict::Succeeded)
         record.outcome.verdict = RunOutcome::Verdict::Qualified;
 }
@@ -104,8 +105,8 @@ RunRecord carryOut(ScriptedMiniPro &run, const ToolSettings &settings, const Bur
     facts.known = run.knownMemories();
     facts.programmers = pluggedProgrammers();
     record.outcome = judgeRun(facts);
-    if (const Failure *failure = run.reportWritten().failure())
-        tellOfCutReport(record, *failure);
+    if (const ReportTrouble *trouble = run.reportWritten().failure())
+        tellOfCutReport(record, *trouble);
     record.said = run.saidTail();
     run.releaseOutput();
     return record;

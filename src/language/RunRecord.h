@@ -30,6 +30,11 @@ struct RunRecord {
     /// The end of what the tool said.
     QString said;
     RunOutcome outcome;
-    /// The file of a logic test's report took all that the tool printed.
-    bool reportIsWhole = true;
+    /// What of the tool's output the file of a logic test's report took.
+    enum class Report {
+        Whole,
+        Cut,  ///< the beginning
+        Older ///< nothing: it still holds a report of before
+    };
+    Report report = Report::Whole;
 };

@@ -17,6 +17,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <tuple>
+#include <unistd.h>
 
 namespace {
 
@@ -46,6 +47,13 @@ bool isRegularFile(const FileDescriptor &file) {
     return ::fstat(file.get(), &facts) == 0 && S_ISREG(facts.st_mode);
 }
 
+/// In a folder that may not be changed the file itself may be.
+bool emptyFile(const QString &path) {
+    const FileDescriptor file(
+        ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+    return file.isOpen() && isRegularFile(file) && ::ftruncate(file.get(), 0) == 0;
+}
+
 } // namespace
 
 Result<void> appendToResultsFile(const QString &path, QByteArrayView bytes, Log &log) {
@@ -58,14 +66,30 @@ Result<void> appendToResultsFile(const QString &path, QByteArrayView bytes, Log 
     return isRegularFile(*file) ? writeAll(file->get(), bytes) : notRegularFile();
 }
 
-void prepareResultsFile(const QString &path, Log &log) {
+Result<void> prepareResultsFile(const QString &path, Log &log) {
     if (!QFileInfo::exists(path)) {
         // A link that leads nowhere is no file, and nothing is said of it.
         std::ignore = removeForeignLinks({path});
-        return;
+        return {};
     }
-    const bool removed = bool(removeFile(path));
+    const Result<void> removed = removeFile(path);
     log.write((removed ? QStringLiteral("removed file at path: ")
                        : QStringLiteral("unable to remove temp file at path: ")) +
               path);
+    if (!isNoForeignLink(path))
+        return foreignLink();
+    return removed || emptyFile(path) ? Result<void>() : removed;
+}
+
+void ReportKeeper::begin(const QString &path, Log &log) {
+    const Result<void> prepared = prepareResultsFile(path, log);
+    if (const Failure *failure = prepared.failure())
+        written_ = ReportTrouble{*failure, true};
+}
+
+void ReportKeeper::keep(const QString &path, QByteArrayView chunk, Log &log) {
+    const Result<void> appended =
+        appendToResultsFile(path, written_ ? chunk : QByteArrayView(), log);
+    if (const Failure *failure = appended.failure(); failure && written_)
+        written_ = ReportTrouble{*failure};
 }

@@ -11,7 +11,6 @@
 #include "settings/SettingsKeys.h"
 #include "tool/Console.h"
 #include "tool/ForeignLinks.h"
-#include "tool/ResultsFile.h"
 #include "tool/UserShell.h"
 
 #include <QEventLoop>
@@ -37,6 +36,10 @@ constexpr std::chrono::seconds graceAfterClosing(2);
 
 QString orNull(const std::optional<QString> &value) {
     return value.value_or(loggedForNone.toString());
+}
+
+QString pathOfReport(const SettingsStore &settings) {
+    return resolvedPathOf(settings, settingsKeys::temp_logic_chip_test_results_file);
 }
 
 } // namespace
@@ -70,8 +73,7 @@ int ScriptedMiniPro::launch() {
     reader_.setOperation(operation);
     launched_ = ToolSettings::readFrom(defaults);
     if (operation == LogicOperation)
-        prepareResultsFile(
-            resolvedPathOf(defaults, settingsKeys::temp_logic_chip_test_results_file), log_);
+        report_.begin(pathOfReport(defaults), log_);
     const QString command = operationCommand(operation, launched_);
     const std::optional<QString> shell = prepareShell(command);
     log_.write(QStringLiteral("launching ") + orNull(shell) + QStringLiteral(" with arguments: ") +
@@ -211,18 +213,9 @@ void ScriptedMiniPro::handleChunk(ReadHandle *handle, const QByteArray &chunk, Q
     rows_.note(chunk, stream);
     if (operation != LogicOperation)
         return;
-    keepForReport(chunk);
+    report_.keep(pathOfReport(defaults), chunk, log_);
     if (handle == outFile && !rows_.errorsMustWait())
         releaseErrors();
-}
-
-// What follows a gap would pass for what belongs there.
-void ScriptedMiniPro::keepForReport(const QByteArray &chunk) {
-    const Result<void> appended = appendToResultsFile(
-        resolvedPathOf(defaults, settingsKeys::temp_logic_chip_test_results_file),
-        reportWritten_ ? QByteArrayView(chunk) : QByteArrayView(), log_);
-    if (reportWritten_)
-        reportWritten_ = appended;
 }
 
 void ScriptedMiniPro::show(const QString &piece, ToolStream stream, QString &text) {

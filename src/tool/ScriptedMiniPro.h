@@ -10,6 +10,7 @@
 #include "process/OutputDecoder.h"
 #include "process/ReadHandle.h"
 #include "tool/OutputTail.h"
+#include "tool/ResultsFile.h"
 #include "tool/RunPlumbing.h"
 #include "tool/WholeRows.h"
 
@@ -95,9 +96,8 @@ public:
     /// What the run itself knows of what became of it, for judgeRun(); to be asked after it. The
     /// image, and which programmers are plugged in, are for the caller to add.
     RunFacts facts() const;
-    /// Whether the results file of a logic test holds all that was printed, and if not, why. After
-    /// the first failure nothing more is written to it.
-    const Result<void> &reportWritten() const { return reportWritten_; }
+    /// Whether the results file of a logic test holds all that was printed, and if not, why.
+    const Result<void, ReportTrouble> &reportWritten() const { return report_.written(); }
     /// What the chip is known to hold besides its code memory, for judging the run.
     const KnownMemories &knownMemories() const { return knownMemories_; }
     void setKnownMemories(const KnownMemories &known) { knownMemories_ = known; }
@@ -133,7 +133,6 @@ private:
     void setPrintingLate(ReadHandle *handle, bool printing);
     void countEmptyRead(ReadHandle *handle);
     void repeatEndsOnceAllIsSaid();
-    void keepForReport(const QByteArray &chunk);
     void show(const QString &piece, ToolStream stream, QString &text);
     bool errorsMustWait() const;
     void keepErrors(const QByteArray &chunk);
@@ -169,7 +168,7 @@ private:
     /// The settings as they were when the tool was started.
     ToolSettings launched_;
     Result<void, StartTrouble> start_;
-    Result<void> reportWritten_;
+    ReportKeeper report_;
     ChildEnd end_;
     ToolReportReader reader_;
     KnownMemories knownMemories_;

@@ -14,7 +14,7 @@ namespace {
 /// True if \a report is that of a test that came to its end. One that broke off may have left a
 /// part of its table, and a full disk as well.
 bool isWhole(const RunRecord &run, const LogicReport &report, const QList<PinFailure> &failures) {
-    if (!run.reportIsWhole || !tellsOfPackage(report))
+    if (run.report != RunRecord::Report::Whole || !tellsOfPackage(report))
         return false;
     if (run.outcome.verdict == RunOutcome::Verdict::Succeeded)
         return failures.isEmpty();

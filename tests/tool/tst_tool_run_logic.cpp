@@ -35,6 +35,8 @@ private slots:
     void results_ofTheRunBeforeAreRemoved();
     void results_withoutAFileBeforeNothingIsLogged();
     void results_thatCannotBeRemovedAreLogged();
+    void results_thatCannotBeRemovedAreEmptied();
+    void results_thatCannotBeEmptiedAreOlder();
     void results_thatAreAPipeStayOne();
     void results_thatCannotBeCreatedAreLoggedForEachChunk();
     void results_neverWaitForAReader();
@@ -200,6 +202,48 @@ void TestToolRunLogic::results_thatCannotBeRemovedAreLogged() {
     QCOMPARE(bench.linesOfOutput(), QStringList(QStringLiteral("No programmer found.\n")));
 }
 
+void TestToolRunLogic::results_thatCannotBeRemovedAreEmptied() {
+    ToolBench bench;
+    const QString path = bench.path("temp_logtest.bin");
+    QVERIFY(writeWholeFile(path, "Logic test of an older chip\n"));
+    QCOMPARE(::chmod(qUtf8Printable(path), 0666), 0);
+    QCOMPARE(::chmod(qUtf8Printable(bench.work.path()), 0555), 0);
+    QCOMPARE(::chmod(qUtf8Printable(bench.folder.path()), 0755), 0);
+    bench.useDouble("fail");
+    const auto run = bench.newRun();
+    run->setLogicOperation();
+    {
+        const UnprivilegedUser user;
+        QVERIFY(user.isValid());
+        QCOMPARE(run->launch(), 1);
+    }
+    QVERIFY(bool(run->reportWritten()));
+    QCOMPARE(bench.log.lines.first(),
+             QStringLiteral("unable to remove temp file at path: ") + path);
+    QCOMPARE(readWholeFile(path), QByteArray("No programmer found.\n"));
+}
+
+void TestToolRunLogic::results_thatCannotBeEmptiedAreOlder() {
+    ToolBench bench;
+    const QString path = bench.path("temp_logtest.bin");
+    QVERIFY(writeWholeFile(path, "Logic test of an older chip\n"));
+    QCOMPARE(::chmod(qUtf8Printable(path), 0444), 0);
+    QCOMPARE(::chmod(qUtf8Printable(bench.work.path()), 0555), 0);
+    QCOMPARE(::chmod(qUtf8Printable(bench.folder.path()), 0755), 0);
+    bench.useDouble("fail");
+    const auto run = bench.newRun();
+    run->setLogicOperation();
+    {
+        const UnprivilegedUser user;
+        QVERIFY(user.isValid());
+        QCOMPARE(run->launch(), 1);
+    }
+    QVERIFY(run->reportWritten().failure());
+    QVERIFY(run->reportWritten().failure()->isOlder);
+    QCOMPARE(run->reportWritten().failure()->failure.reason, QStringLiteral("Permission denied"));
+    QCOMPARE(readWholeFile(path), QByteArray("Logic test of an older chip\n"));
+}
+
 // Nor is a device removed, which the setting may name as well.
 void TestToolRunLogic::results_thatAreAPipeStayOne() {
     ToolBench bench;
@@ -258,11 +302,11 @@ void TestToolRunLogic::results_afterAGapTakeNothingMore() {
         run->appendDataFrom_to(&handle, text);
     }
     QVERIFY(!run->reportWritten());
-    const QString reason = run->reportWritten().failure()->reason;
+    const QString reason = run->reportWritten().failure()->failure.reason;
     QCOMPARE(reason, QStringLiteral("File too large"));
     run->appendDataFrom_to(&handle, text);
     QCOMPARE(readWholeFile(bench.path("temp_logtest.bin")), QByteArray("row\nro"));
-    QCOMPARE(run->reportWritten().failure()->reason, reason);
+    QCOMPARE(run->reportWritten().failure()->failure.reason, reason);
     QCOMPARE(text, QStringLiteral("row\nrow\nrow\n"));
 }
 

@@ -85,7 +85,8 @@ void Bench::press() {
     run.operation = LogicOperation;
     run.device = device;
     run.outcome.verdict = test.verdict;
-    run.reportIsWhole = test.reportIsWhole;
+    if (!test.reportIsWhole)
+        run.report = RunRecord::Report::Cut;
     series.takeRun(run);
 }
 

@@ -5,9 +5,14 @@
 
 #include "language/LogicReport.h"
 #include "settings/SettingsKeys.h"
+#include "support/FileHelpers.h"
 #include "support/Privileges.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+
+#include <sys/stat.h>
 
 /// The logic test, from the button to the red cells.
 class TestWindowLogic : public QObject {
@@ -24,6 +29,7 @@ private slots:
     void largestReport_isShown();
     void cutReport_isNoSuccess_data();
     void cutReport_isNoSuccess();
+    void olderReport_isNotShown();
     void unreadableReport_isNotShownAgain();
     void reportWithoutATitle_keepsTheHeading();
     void rowsOfAnyLength_areShown();
@@ -206,10 +212,34 @@ void TestWindowLogic::cutReport_isNoSuccess() {
     QCOMPARE(WindowFixture::bytesOf(velm.temporary(QStringLiteral("temp_logtest.bin"))).size(),
              100);
     QTEST(velm.velm().runs().last().outcome.verdict, "verdict");
-    QVERIFY(!velm.velm().runs().last().reportIsWhole);
+    QCOMPARE(velm.velm().runs().last().report, RunRecord::Report::Cut);
     QVERIFY2(velm.message().contains(QStringLiteral(
                  "Its report is not whole, it could not be written: File too large.")),
              qPrintable(velm.message()));
+}
+
+void TestWindowLogic::olderReport_isNotShown() {
+    WindowFixture velm;
+    velm.useTool("echo '0000: 1  1  1  1  1  1  1  G'; echo Logic test successful. >&2\n");
+    velm.start();
+    const QString report = velm.temporary(QStringLiteral("temp_logtest.bin"));
+    QVERIFY(QDir().mkpath(QFileInfo(report).path()));
+    QVERIFY(writeWholeFile(report, "0000: 0- 1  1  1  1  1  1  G\n"));
+    const QByteArray folder = QFile::encodeName(QFileInfo(report).path());
+    QCOMPARE(::chmod(QFile::encodeName(report).constData(), 0444), 0);
+    QCOMPARE(::chmod(folder.constData(), 0555), 0);
+    QCOMPARE(::chmod(QFile::encodeName(velm.path(QString())).constData(), 0755), 0);
+    {
+        const UnprivilegedUser user;
+        QVERIFY(user.isValid());
+        velm.click(velm.controls().btn_logic);
+    }
+    velm.settle();
+    QCOMPARE(velm.state().logictest_rows, QList<QStringList>());
+    QCOMPARE(velm.velm().runs().last().outcome.verdict, RunOutcome::Verdict::Qualified);
+    QVERIFY2(velm.message().contains(u"Its report is not whole"), qPrintable(velm.message()));
+    QVERIFY2(!velm.message().contains(u"pin"), qPrintable(velm.message()));
+    QCOMPARE(::chmod(folder.constData(), 0755), 0);
 }
 
 void TestWindowLogic::unreadableReport_isNotShownAgain() {
