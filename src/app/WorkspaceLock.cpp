@@ -60,12 +60,12 @@ bool isAt(const QString &path, const FileDescriptor &folder) {
            facts.st_dev == otherFacts.st_dev && facts.st_ino == otherFacts.st_ino;
 }
 
-/// The folder at \a path to be locked; not open if it is missing or may not be read, where the
-/// lock file has to do.
+/// The folder at \a path to be locked; not open if there is none that could be, where the lock file
+/// has to do. It is a failure if that is not known, since there is no room for one more file.
 Result<FileDescriptor> openToLock(const QString &path) {
     FileDescriptor folder(
         ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!folder.isOpen() && errno != ENOENT && errno != ENOTDIR && errno != EACCES)
+    if (!folder.isOpen() && (errno == EMFILE || errno == ENFILE || errno == ENOMEM))
         return Failure::ofSystem(errno);
     return folder;
 }
