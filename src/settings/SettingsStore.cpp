@@ -6,6 +6,7 @@
 #include "settings/StoredValue.h"
 
 #include <QDeadlineTimer>
+#include <QFileInfo>
 
 #include <tuple>
 #include <utility>
@@ -159,6 +160,9 @@ void SettingsStore::tellOf(const Result<void> &saved) {
 
 Result<void> SettingsStore::trySaving() {
     const QDeadlineTimer deadline(patience);
+    // Another start may have moved it aside, or a person: what it held is in use.
+    if (!QFileInfo::exists(filePath()))
+        saveStoredAnew();
     IniFile::Outcome outcome = file_.change(unsaved_, deadline);
     if (IniFile::isDamaged(outcome)) {
         if (Result<void> kept = keepDamagedFileAside(); !kept)
@@ -182,11 +186,15 @@ Result<void> SettingsStore::keepDamagedFileAside() {
         return Failure{
             tr("The damaged file there could not be moved aside: %1").arg(failure->reason),
             failure->systemError};
+    saveStoredAnew();
+    emit keptAside(keptAsideWords(*copy));
+    return {};
+}
+
+void SettingsStore::saveStoredAnew() {
     for (auto value = stored_.cbegin(); value != stored_.cend(); ++value)
         if (value->isValid() && !unsaved_.contains(value.key()))
             unsaved_.insert(value.key(), value.value());
-    emit keptAside(keptAsideWords(*copy));
-    return {};
 }
 
 QMap<QString, SettingsStore::VisibleValue> SettingsStore::visibleValues() const {

@@ -33,7 +33,7 @@ public:
 
     /// Opens (or, at the first write, creates) the INI file at the absolute \a filePath. With a
     /// file that cannot be read or is no INI text the store starts empty, as unreadFile() tells.
-    /// Nothing is changed yet: the file may be in use by another process, which this one then only
+    /// The file is not changed yet: it may be in use by another process, which this one then only
     /// asks to show its window.
     explicit SettingsStore(const QString &filePath, QObject *parent = nullptr);
     ~SettingsStore() override;
@@ -122,6 +122,7 @@ private:
     void tellOf(const Result<void> &saved);
     Result<void> trySaving();
     Result<void> keepDamagedFileAside();
+    void saveStoredAnew();
     QMap<QString, VisibleValue> visibleValues() const;
     void announceChanges();
 

@@ -50,6 +50,8 @@ private slots:
     void damagedFileThatCannotBeMoved_isNotOverwritten();
     void fileDamagedWhileOpen_isKeptAside();
     void fileDamagedBeforeTheEnd_isKeptAside();
+    void fileThatIsGone_isMadeAnewWithAllThatItHeld();
+    void fileThatCannotBeClaimed_isReadAsBefore();
 
 private:
     QString path() const { return folder_->filePath(QStringLiteral("velm.conf")); }
@@ -323,6 +325,25 @@ void TestSettingsDamage::fileDamagedBeforeTheEnd_isKeptAside() {
     }
     QCOMPARE(readWholeFile(asidePath()), QByteArray("nonsense"));
     QCOMPARE(readWholeFile(path()), QByteArray("[General]\npad=true\nskipErase=true\n"));
+}
+
+void TestSettingsDamage::fileThatIsGone_isMadeAnewWithAllThatItHeld() {
+    SettingsStore store(path());
+    store.setValue(pad, true);
+    QVERIFY(QFile::rename(path(), asidePath()));
+    store.setValue(skipErase, true);
+    QVERIFY(store.boolValue(pad));
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\npad=true\nskipErase=true\n"));
+}
+
+void TestSettingsDamage::fileThatCannotBeClaimed_isReadAsBefore() {
+    QVERIFY(writeWholeFile(path(), "[General]\npad=true\n"));
+    SettingsStore store(path());
+    QVERIFY(QFile::rename(path(), asidePath()));
+    QVERIFY(QDir().mkpath(path()));
+    store.claimFile();
+    QCOMPARE(unreadBy(store), QString());
+    QVERIFY(store.boolValue(pad));
 }
 
 QTEST_GUILESS_MAIN(TestSettingsDamage)
