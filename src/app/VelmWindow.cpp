@@ -111,8 +111,10 @@ void VelmWindow::followAll(const WindowMenus &menus) {
 bool VelmWindow::start() {
     delegate_.applicationDidFinishLaunching();
     // It may have been missing until now, and another start with it.
-    if (!mayUseFolder_())
+    const Result<void> ours = mayUseFolder_();
+    if (!ours && isOfAnotherWindow(*ours.failure()))
         return false;
+    claimSettings();
     lookForTool(*this, settings_, messages_, nextSteps_);
     restoreWindow();
     window_.show();
@@ -293,11 +295,15 @@ void VelmWindow::restoreWindow() {
     window_.controls().splitter->restoreState(memory_.splitterState());
 }
 
-void VelmWindow::followSettings() {
+// Not before the workspace is this window's: another one may be at work with the file.
+void VelmWindow::claimSettings() {
     settings_.claimFile();
     if (const auto &unread = settings_.unreadFile())
         messages_.say(unread->movedTo ? Topic::SettingsKept : Topic::SettingsNotRead,
                       unread->sentence);
+}
+
+void VelmWindow::followSettings() {
     connect(&settings_, &SettingsStore::savingWorksAgain, this,
             [this] { messages_.happened(Event::SettingsSaved); });
     connect(&settings_, &SettingsStore::problem, this,

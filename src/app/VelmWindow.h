@@ -96,6 +96,7 @@ private:
     void saySomethingStillPrints(bool some);
     void closeDown();
     void restoreWindow();
+    void claimSettings();
     void followSettings();
 
     SettingsStore &settings_;

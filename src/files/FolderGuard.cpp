@@ -5,7 +5,13 @@
 
 #include <QCoreApplication>
 
+#include <cerrno>
+
 Failure folderOfAnotherWindow() {
     return Failure{
-        QCoreApplication::translate("FolderGuard", "Another window works with this folder")};
+        QCoreApplication::translate("FolderGuard", "Another window works with this folder"), EBUSY};
+}
+
+bool isOfAnotherWindow(const Failure &failure) {
+    return failure.systemError == EBUSY;
 }

@@ -25,3 +25,5 @@ private:
 
 /// The failure to use a folder that another window has.
 Failure folderOfAnotherWindow();
+/// True if \a failure is that.
+bool isOfAnotherWindow(const Failure &failure);
