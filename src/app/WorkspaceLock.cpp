@@ -51,15 +51,6 @@ Result<WorkspaceLock::Holder> lockAtOnce(const FileDescriptor &file) {
     return Failure::ofSystem(errno);
 }
 
-/// True if the folder at \a path is the one that is open as \a folder.
-bool isAt(const QString &path, const FileDescriptor &folder) {
-    struct stat facts = {};
-    struct stat otherFacts = {};
-    return folder.isOpen() && ::fstat(folder.get(), &facts) == 0 &&
-           ::stat(QFile::encodeName(path).constData(), &otherFacts) == 0 &&
-           facts.st_dev == otherFacts.st_dev && facts.st_ino == otherFacts.st_ino;
-}
-
 /// The folder at \a path to be locked; not open if there is none that could be, where the lock file
 /// has to do. It is a failure if that is not known, since there is no room for one more file.
 Result<FileDescriptor> openToLock(const QString &path) {
@@ -115,7 +106,7 @@ Result<WorkspaceLock::Holder> WorkspaceLock::take() {
 // Where the file system knows no locks, the file has to do as well.
 Result<WorkspaceLock::Holder> WorkspaceLock::holdFolder(const QString &temporaryFolder) {
     // It may have another name by now, which is no reason to compete with oneself for it.
-    if (isAt(temporaryFolder, folder_)) {
+    if (standsAt(QFile::encodeName(temporaryFolder), folder_)) {
         takeName(temporaryFolder);
         return Holder::ThisProcess;
     }

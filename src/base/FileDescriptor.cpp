@@ -4,6 +4,7 @@
 #include "base/FileDescriptor.h"
 
 #include <cerrno>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -28,6 +29,14 @@ Result<void> writeAllBy(QByteArrayView bytes, WriteSome writeSome) {
 void FileDescriptor::close() {
     if (isOpen())
         ::close(std::exchange(value_, -1));
+}
+
+bool standsAt(const QByteArray &name, const FileDescriptor &file) {
+    struct stat opened = {};
+    struct stat there = {};
+    return file.isOpen() && ::fstat(file.get(), &opened) == 0 &&
+           ::stat(name.constData(), &there) == 0 && opened.st_dev == there.st_dev &&
+           opened.st_ino == there.st_ino;
 }
 
 Result<void> writeAll(int descriptor, QByteArrayView bytes) {

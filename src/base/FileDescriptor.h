@@ -5,6 +5,7 @@
 
 #include "base/Result.h"
 
+#include <QByteArray>
 #include <QByteArrayView>
 
 #include <sys/types.h>
@@ -37,6 +38,10 @@ public:
 private:
     int value_ = -1;
 };
+
+/// True if what is open as \a file is what has the name \a name (for the system) now, be it over
+/// links.
+bool standsAt(const QByteArray &name, const FileDescriptor &file);
 
 /// Writes \a bytes to \a descriptor, in one piece where the system takes them so. After a failure
 /// some of them may be written.

@@ -36,19 +36,12 @@ Result<FileDescriptor> openToReplace(const QByteArray &name) {
     return file;
 }
 
-/// The holder before may have put a new file in the place of the one that was opened.
-bool standsAt(const QByteArray &name, const FileDescriptor &file) {
-    struct stat opened = {};
-    struct stat there = {};
-    return ::fstat(file.get(), &opened) == 0 && ::stat(name.constData(), &there) == 0 &&
-           S_ISREG(there.st_mode) && opened.st_dev == there.st_dev && opened.st_ino == there.st_ino;
-}
-
 /// Some file systems know no locks. There everybody gets one, since nobody could save otherwise:
 /// only a holder is waited for.
 bool isLocked(const QByteArray &name, const FileDescriptor &file) {
     if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
         return errno != EWOULDBLOCK;
+    // The holder before may have put a new file in the place of the one that was opened.
     return standsAt(name, file);
 }
 
