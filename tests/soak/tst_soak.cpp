@@ -168,7 +168,8 @@ void TestSoak::aLongDay_leavesNothingBehind() {
         endure(velm, load, resting);
 }
 
-// VELM_RUNS says how many; 10,000 take some minutes.
+// VELM_RUNS says how many. 10,000 take most of an hour, and QTEST_FUNCTION_TIMEOUT (in milliseconds)
+// must leave them that.
 void TestSoak::runsThatPrintAMegabyte_keepLittleOfIt() {
     constexpr int usualRuns = 20;
     constexpr int warmUp = 20; // by then the console is full
