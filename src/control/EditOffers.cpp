@@ -36,12 +36,15 @@ void EditOffers::step(std::optional<ByteRange> (HandEdits::*way)()) {
     if (gate_.refusesElseCommits())
         return;
     const bool wasRestored = edits_.state().isRestored;
+    const ByteBuffer image = edits_.image();
     std::optional<ByteRange> made;
     if (!tryEdit([&] { made = (edits_.*way)(); }) || !made)
         return;
     if (edits_.state().isRestored != wasRestored)
         sayHowItCameOut();
     emit stepped(*made);
+    if (edits_.image() != image)
+        sayReplaced();
 }
 
 bool EditOffers::tryEdit(const std::function<void()> &work) {

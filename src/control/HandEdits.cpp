@@ -69,28 +69,49 @@ private:
     QByteArray replaced_;
 };
 
-/// Another image in the place of the one that was there.
+/// The newest replaced image in the place of the one that was there, which is replaced by that.
+/// What leaves joins the far end of the list, so that restoring leads to every image in turn.
 class HandEdits::ImageStep final : public Step {
 public:
-    ImageStep(ByteBuffer &image, const Replaced &other)
-        : Step(image, restored(other.state), {0, std::max(lengthOf(image), lengthOf(other.image))}),
-          other_(other.image),
-          edited_(other.edited) {}
+    /// There must be an image in \a replaced; \a left is the one that is there now.
+    ImageStep(ByteBuffer &image, QList<Replaced> &replaced, const Replaced &left)
+        : Step(image, replaced.last().state,
+               {0, std::max(lengthOf(left.image), lengthOf(replaced.last().image))}),
+          replaced_(replaced),
+          left_(left),
+          other_(replaced.last()) {}
 
-    void takeBack() override { std::swap(image(), other_); }
-    void make() override { std::swap(image(), other_); }
-    void noteIn(EditedBytes &edited) const override { edited = edited_; }
-    qint64 bytesKept() const override { return lengthOf(other_); }
+    void takeBack() override;
+    void make() override;
+    void noteIn(EditedBytes &edited) const override { edited = other_.edited; }
+    qint64 bytesKept() const override { return lengthOf(left_.image); }
 
 private:
-    static ImageState restored(ImageState state) {
-        state.isRestored = true;
-        return state;
-    }
-
-    ByteBuffer other_;
-    EditedBytes edited_;
+    QList<Replaced> &replaced_;
+    Replaced left_;
+    Replaced other_;
 };
+
+// All that takes memory comes first, here and in the way back.
+void HandEdits::ImageStep::make() {
+    Replaced left = left_;
+    image() = other_.image;
+    if (left.state.edits == 0)
+        return replaced_.removeLast();
+    replaced_.last() = std::move(left);
+    std::rotate(replaced_.begin(), replaced_.end() - 1, replaced_.end());
+}
+
+void HandEdits::ImageStep::takeBack() {
+    Replaced other = other_;
+    if (left_.state.edits == 0) {
+        replaced_.append(std::move(other));
+    } else {
+        replaced_.first() = std::move(other);
+        std::rotate(replaced_.begin(), replaced_.begin() + 1, replaced_.end());
+    }
+    image() = left_.image;
+}
 
 /// A step in the history, pushed when it has been made already.
 class HandEdits::Entry final : public QUndoCommand {
@@ -137,10 +158,19 @@ void HandEdits::keepReplaced() {
         hasDropped_ = false;
     replaced_.append({image_, state(), edited_});
     while (replaced_.size() > 1 && (replaced_.size() > maxReplaced || bytes > maxReplacedBytes)) {
-        const Replaced oldest = replaced_.takeFirst();
+        const Replaced oldest = replaced_.takeAt(oldestReplaced());
         bytes -= lengthOf(oldest.image);
         hasDropped_ = hasDropped_ || !saved_.contains(oldest.state.revision);
     }
+}
+
+// Of those beside the newest. Restoring changes their order, but not when they were edited.
+qsizetype HandEdits::oldestReplaced() const {
+    const auto editedEarlier = [](const Replaced &one, const Replaced &other) {
+        return one.state.revision < other.state.revision;
+    };
+    return std::min_element(replaced_.cbegin(), replaced_.cend() - 1, editedEarlier) -
+           replaced_.cbegin();
 }
 
 void HandEdits::composed(const ImageState &state) {
@@ -152,6 +182,8 @@ void HandEdits::composed(const ImageState &state) {
     const bool lostNothing = image_ && !replaced_.isEmpty() && *replaced_.last().image == *image_;
     if (lostNothing)
         replaced_.removeLast();
+    for (Replaced &replaced : replaced_)
+        replaced.state.isRestored = true; // once it is back
 }
 
 void HandEdits::remember(const CellEdit &edit) {
@@ -184,14 +216,14 @@ std::optional<ByteRange> HandEdits::change(const BlockChange &change, const QStr
 }
 
 ByteRange HandEdits::restore() {
-    const Replaced newest = replaced_.last();
-    const auto step = std::make_shared<ImageStep>(image_, newest);
+    EditedBytes edited = replaced_.last().edited;
+    const auto step =
+        std::make_shared<ImageStep>(image_, replaced_, Replaced{image_, state(), edited_});
     auto entry =
         std::make_unique<Entry>(step, QCoreApplication::translate("HandEdits", "restoring"));
     step->make();
-    replaced_.removeLast();
     push(std::move(entry));
-    edited_ = newest.edited;
+    edited_ = std::move(edited);
     return step->changed();
 }
 

@@ -35,7 +35,7 @@ struct ImageState {
 /// made again. They change the image in place; nothing here writes or shows it.
 class HandEdits final {
 public:
-    /// An image with its edits, before a composition replaced it.
+    /// An image with its edits, before another took its place.
     struct Replaced {
         ByteBuffer image;
         ImageState state;
@@ -74,13 +74,15 @@ public:
     /// like that already: then there is no step. Throws std::bad_alloc, with image and history
     /// untouched, where there is no memory for it.
     std::optional<ByteRange> change(const BlockChange &change, const QString &name);
-    /// The images that were replaced with their edits and not restored, the newest last.
+    /// The images with edits that are not there now, be it that a composition replaced them or that
+    /// another was restored in their place; last the one that restore() brings.
     const QList<Replaced> &replaced() const { return replaced_; }
     /// True if images older than those were dropped, for want of room, with edits that are in no
     /// file of the user's.
     bool hasDropped() const { return hasDropped_; }
-    /// Puts the newest replaced image in the place of the image, as one step that can be taken
-    /// back, and gives the bytes that are other ones, or gone. There must be one.
+    /// Puts the last of the replaced images in the place of the image, as one step that can be
+    /// taken back, and gives the bytes that are other ones, or gone. There must be one. If the
+    /// image has edits, it is the first of the replaced ones then, until the step is taken back.
     ByteRange restore();
     /// Takes the last step back, or makes it again, and gives the bytes that are other ones, or
     /// gone. Nothing happens if there is none. Throws std::bad_alloc, with image and history
@@ -113,6 +115,7 @@ private:
     ImageState stateAfterEdit();
     void push(std::unique_ptr<Entry> entry);
     void forgetOldest();
+    qsizetype oldestReplaced() const;
     const Entry &entryAt(int index) const;
     const Step &stepAt(int index) const;
 

@@ -18,6 +18,7 @@ class TestEditOffers : public QObject {
 private slots:
     void forgottenEdits_areTold();
     void replacedEditsThatAreDropped_areTold();
+    void replacedEdits_areToldAsTheHistoryHasThem();
     void editThatCannotBeShown_isNoEditThatFailed();
     void undo_saysNothingOfTheCompositionAgain();
 };
@@ -80,6 +81,33 @@ void TestEditOffers::replacedEditsThatAreDropped_areTold() {
                  replaced +
                  QStringLiteral(" Older ones, which are in no file, can no longer be restored.")),
              qPrintable(data.line.toPlainText()));
+}
+
+void TestEditOffers::replacedEdits_areToldAsTheHistoryHasThem() {
+    Edited data;
+    const auto isTold = [&data](const QString &sentence) {
+        return data.line.toPlainText().contains(sentence);
+    };
+    const QString one = QStringLiteral("1 hand edit was replaced.");
+    const QString two = QStringLiteral("2 hand edits were replaced.");
+    QVERIFY(data.write(0, "a"));
+    data.edits.keepReplaced();
+    data.image = std::make_shared<QByteArray>("0123456789");
+    data.edits.composed({.revision = 2, .madeWith = {}});
+    data.offers.sayComposed({});
+    data.offers.restore();
+    QVERIFY(!isTold(one));
+    data.offers.undo();
+    QVERIFY(isTold(one));
+    QVERIFY(data.write(0, "b"));
+    QVERIFY(data.write(1, "b"));
+    data.offers.restore();
+    QVERIFY(isTold(two));
+    data.offers.undo();
+    QVERIFY(isTold(one));
+    data.offers.redo();
+    QVERIFY(isTold(two));
+    QVERIFY(data.offers.refusesToLose(SecondPress::Presser::Program));
 }
 
 void TestEditOffers::editThatCannotBeShown_isNoEditThatFailed() {

@@ -23,7 +23,12 @@ private slots:
     void steps_tellTheirPlace();
     void unsavedEdits();
     void everyReplacedImage_canBeRestored();
+    void editsThatARestoredImageReplaced_areKept();
+    void restoredImage_isReplacedAgainOnceTakenBack();
+    void imageWithoutEdits_isNotKeptWhenAnotherIsRestored();
+    void composedImage_isNotARestoredOneWhenItIsBack();
     void replacedImages_areBoundedButForTheNewest();
+    void replacedImages_areDroppedInTheOrderOfTheirEdits();
     void replacedImages_areDroppedWithoutAWordIfSaved();
     void replacedImages_areBoundedInBytesBesideTheNewest();
     void compositionOfTheSameBytes_replacesNothing();
@@ -32,6 +37,11 @@ private slots:
 private:
     void write(qint64 offset, const QByteArray &bytes) { overwrite(*edits_, offset, bytes); }
     QString state() const;
+    QString unsaved() const;
+    /// The bytes of the replaced images, the one to be restored last.
+    QString replaced() const;
+    /// Has \a bytes composed in the place of the image.
+    void compose(const QByteArray &bytes);
     /// Edits the image, and has another composed in its place.
     void replaceEdited();
 
@@ -50,6 +60,26 @@ void TestHandEdits::init() {
 QString TestHandEdits::state() const {
     return QStringLiteral("%1, %2").arg(QString::fromLatin1(*image_),
                                         QString::number(edits_->state().edits));
+}
+
+// "of the image, of replaced ones".
+QString TestHandEdits::unsaved() const {
+    const HandEdits::Unsaved edits = edits_->unsaved();
+    return QStringLiteral("%1 and %2")
+        .arg(QString::number(edits.present), QString::number(edits.replaced));
+}
+
+QString TestHandEdits::replaced() const {
+    QStringList images;
+    for (const HandEdits::Replaced &replaced : edits_->replaced())
+        images << QString::fromLatin1(*replaced.image);
+    return images.join(u' ');
+}
+
+void TestHandEdits::compose(const QByteArray &bytes) {
+    edits_->keepReplaced();
+    image_ = std::make_shared<QByteArray>(bytes);
+    edits_->composed({.revision = ++compositions_, .madeWith = {}});
 }
 
 void TestHandEdits::aRevision_comesBackWithItsBytes() {
@@ -137,11 +167,6 @@ void TestHandEdits::steps_tellTheirPlace() {
 }
 
 void TestHandEdits::unsavedEdits() {
-    const auto unsaved = [this] {
-        const HandEdits::Unsaved edits = edits_->unsaved();
-        return QStringLiteral("%1 and %2")
-            .arg(QString::number(edits.present), QString::number(edits.replaced));
-    };
     QCOMPARE(unsaved(), QStringLiteral("0 and 0"));
     write(0, "X");
     QCOMPARE(unsaved(), QStringLiteral("1 and 0"));
@@ -164,26 +189,82 @@ void TestHandEdits::unsavedEdits() {
 
 void TestHandEdits::everyReplacedImage_canBeRestored() {
     write(0, "X");
-    edits_->keepReplaced();
-    image_ = std::make_shared<QByteArray>("second");
-    edits_->composed({.revision = 2, .madeWith = {}});
+    compose("second");
     write(0, "Y");
-    edits_->keepReplaced();
-    image_ = std::make_shared<QByteArray>("third");
-    edits_->composed({.revision = 3, .madeWith = {}});
-    edits_->keepReplaced(); // has no edits
-    edits_->restore();
-    QCOMPARE(state(), QStringLiteral("Yecond, 1"));
+    compose("third");
+    compose("fourth"); // the third has no edits
+    write(0, "Z");
+    QStringList restored;
+    for (int press = 0; press < 4; ++press) {
+        edits_->restore();
+        restored << state();
+    }
+    QCOMPARE(restored, QStringList({QStringLiteral("Yecond, 1"), QStringLiteral("Xbcdef, 1"),
+                                    QStringLiteral("Zourth, 1"), QStringLiteral("Yecond, 1")}));
+    while (edits_->history().canUndo())
+        edits_->undo();
+    QCOMPARE(state(), QStringLiteral("fourth, 0"));
+    QCOMPARE(replaced(), QStringLiteral("Xbcdef Yecond"));
+}
+
+void TestHandEdits::editsThatARestoredImageReplaced_areKept() {
+    write(0, "X");
+    compose("second");
+    write(0, "Y");
     edits_->restore();
     QCOMPARE(state(), QStringLiteral("Xbcdef, 1"));
-    QVERIFY(edits_->replaced().isEmpty());
+    QCOMPARE(replaced(), QStringLiteral("Yecond"));
+    edits_->noteSaved();
+    QCOMPARE(unsaved(), QStringLiteral("0 and 1"));
+    compose("third");
+    QCOMPARE(replaced(), QStringLiteral("Yecond Xbcdef"));
+    QCOMPARE(unsaved(), QStringLiteral("0 and 1"));
+}
+
+void TestHandEdits::restoredImage_isReplacedAgainOnceTakenBack() {
+    write(0, "X");
+    compose("second");
+    write(0, "Y");
+    edits_->restore();
+    edits_->undo();
+    QCOMPARE(replaced(), QStringLiteral("Xbcdef"));
+    QCOMPARE(unsaved(), QStringLiteral("1 and 1"));
+    edits_->redo();
+    QCOMPARE(replaced(), QStringLiteral("Yecond"));
+    edits_->undo();
+    write(1, "Y"); // drops what could be made again
+    edits_->restore();
+    QCOMPARE(state(), QStringLiteral("Xbcdef, 1"));
+    QCOMPARE(replaced(), QStringLiteral("YYcond"));
+}
+
+void TestHandEdits::imageWithoutEdits_isNotKeptWhenAnotherIsRestored() {
+    write(0, "X");
+    compose("second");
+    edits_->restore();
+    QCOMPARE(replaced(), QString());
+    edits_->undo();
+    QCOMPARE(replaced(), QStringLiteral("Xbcdef"));
+    edits_->redo();
+    QCOMPARE(replaced(), QString());
+}
+
+void TestHandEdits::composedImage_isNotARestoredOneWhenItIsBack() {
+    write(0, "X");
+    compose("second");
+    write(0, "Y");
+    edits_->restore();
+    QVERIFY(edits_->state().isRestored);
+    edits_->restore();
+    QCOMPARE(state(), QStringLiteral("Yecond, 1"));
+    QVERIFY(!edits_->state().isRestored);
+    edits_->restore();
+    QVERIFY(edits_->state().isRestored);
 }
 
 void TestHandEdits::replaceEdited() {
     write(0, "z");
-    edits_->keepReplaced();
-    image_ = std::make_shared<QByteArray>("abcdef");
-    edits_->composed({.revision = ++compositions_, .madeWith = {}});
+    compose("abcdef");
 }
 
 void TestHandEdits::replacedImages_areBoundedButForTheNewest() {
@@ -194,9 +275,25 @@ void TestHandEdits::replacedImages_areBoundedButForTheNewest() {
     QCOMPARE(edits_->replaced().size(), HandEdits::maxReplaced);
     QVERIFY(edits_->hasDropped());
     while (!edits_->replaced().isEmpty())
-        edits_->restore();
+        compose(*edits_->replaced().last().image);
+    compose("abcdef");
     replaceEdited();
     QVERIFY(!edits_->hasDropped());
+}
+
+void TestHandEdits::replacedImages_areDroppedInTheOrderOfTheirEdits() {
+    for (const char *bytes : {"1", "2", "3", "4", "5", "6", "7", "8"}) {
+        write(0, "z");
+        compose(bytes);
+    }
+    write(0, "Y");
+    edits_->restore();
+    QVERIFY(replaced().startsWith(u"Y zbcdef z "));
+    QVERIFY(!edits_->hasDropped());
+    compose("new");
+    QVERIFY(replaced().startsWith(u"Y z z "));
+    QCOMPARE(edits_->replaced().size(), HandEdits::maxReplaced);
+    QVERIFY(edits_->hasDropped());
 }
 
 void TestHandEdits::replacedImages_areDroppedWithoutAWordIfSaved() {
