@@ -151,13 +151,18 @@ ImageState HandEdits::stateAfterEdit() {
 void HandEdits::keepReplaced() {
     if (state().edits == 0)
         return;
-    qsizetype bytes = 0;
-    for (const Replaced &replaced : std::as_const(replaced_))
-        bytes += lengthOf(replaced.image);
     if (replaced_.isEmpty())
         hasDropped_ = false;
     replaced_.append({image_, state(), edited_});
-    while (replaced_.size() > 1 && (replaced_.size() > maxReplaced || bytes > maxReplacedBytes)) {
+}
+
+void HandEdits::dropReplaced() {
+    qsizetype bytes = 0;
+    for (const Replaced &replaced : std::as_const(replaced_))
+        bytes += lengthOf(replaced.image);
+    while (replaced_.size() > 1 &&
+           (replaced_.size() > maxReplaced ||
+            bytes - lengthOf(replaced_.constLast().image) > maxReplacedBytes)) {
         const Replaced oldest = replaced_.takeAt(oldestReplaced());
         bytes -= lengthOf(oldest.image);
         hasDropped_ = hasDropped_ || !saved_.contains(oldest.state.revision);
@@ -182,6 +187,7 @@ void HandEdits::composed(const ImageState &state) {
     const bool lostNothing = image_ && !replaced_.isEmpty() && *replaced_.last().image == *image_;
     if (lostNothing)
         replaced_.removeLast();
+    dropReplaced();
     for (Replaced &replaced : replaced_)
         replaced.state.isRestored = true; // once it is back
 }

@@ -65,7 +65,8 @@ public:
     /// The image is about to be composed anew: if it has edits, it is kept to be restored.
     void keepReplaced();
     /// The image was composed anew and is \a state: there is nothing to take back any more. A
-    /// replaced image with the very same bytes is forgotten.
+    /// replaced image with the very same bytes is forgotten, and the oldest where there are too
+    /// many.
     void composed(const ImageState &state);
     /// Remembers \a edit, which was carried out already. An entry that changed no byte is none.
     void remember(const CellEdit &edit);
@@ -115,6 +116,7 @@ private:
     ImageState stateAfterEdit();
     void push(std::unique_ptr<Entry> entry);
     void forgetOldest();
+    void dropReplaced();
     qsizetype oldestReplaced() const;
     const Entry &entryAt(int index) const;
     const Step &stepAt(int index) const;

@@ -32,6 +32,7 @@ private slots:
     void replacedImages_areDroppedWithoutAWordIfSaved();
     void replacedImages_areBoundedInBytesBesideTheNewest();
     void compositionOfTheSameBytes_replacesNothing();
+    void compositionOfTheSameBytes_dropsNothing();
     void stepWithoutMemory_leavesAllAsItWas();
 
 private:
@@ -327,6 +328,15 @@ void TestHandEdits::compositionOfTheSameBytes_replacesNothing() {
     image_ = std::make_shared<QByteArray>("Xbcdef");
     edits_->composed({.revision = 2, .madeWith = {}});
     QVERIFY(edits_->replaced().isEmpty());
+}
+
+void TestHandEdits::compositionOfTheSameBytes_dropsNothing() {
+    for (qsizetype image = 0; image < HandEdits::maxReplaced; ++image)
+        replaceEdited();
+    write(0, "Y");
+    compose("Ybcdef");
+    QCOMPARE(edits_->replaced().size(), HandEdits::maxReplaced);
+    QVERIFY(!edits_->hasDropped());
 }
 
 void TestHandEdits::stepWithoutMemory_leavesAllAsItWas() {
