@@ -59,7 +59,9 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
       knownDevices_(surroundings.settings, memory_),
       deviceOffers_(knownDevices_, *window_.controls().uaTextField, searchPanel_),
       logicSeries_({work_, gate_, [this] { return settings_.stringValue(settingsKeys::device); },
-                    [this] { delegate_.testLogic(window_.controls().btn_logic); },
+                    [this](RunPress press) {
+                        return delegate_.testLogic(window_.controls().btn_logic, press);
+                    },
                     [this] { return shownReport(); }}),
       fileImport_({window_, delegate_, files_, settings_, gate_, messages_, chipInquiry_}),
       fileExport_({window_, delegate_, files_, settings_, gate_, messages_, chipInquiry_}),

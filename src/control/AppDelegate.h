@@ -86,10 +86,10 @@ public:
     // Operations
 
     /// The action of the operation buttons, whose "tag" property is the operation code: runs the
-    /// tool and takes in what it left. Returns when the tool has exited.
-    void go(QObject *sender);
+    /// tool and takes in what it left. Returns when the tool has exited; false if it was not run.
+    bool go(QObject *sender, RunPress press = RunPress::Own);
     /// The action of the Logic test button: clears the results tab, shows it and calls go().
-    void testLogic(QObject *sender);
+    bool testLogic(QObject *sender, RunPress press = RunPress::Own);
     /// Ends the run or search in progress, if any: the tool's whole process group is asked, then
     /// killed.
     void stopRun();

@@ -29,9 +29,9 @@ ScriptedMiniPro *AppDelegate::makeRun(int tag) {
     return run;
 }
 
-void AppDelegate::go(QObject *sender) {
+bool AppDelegate::go(QObject *sender, RunPress press) {
     if (with_.gate.refusesElseCommits())
-        return;
+        return false;
     const int tag = sender->property("tag").toInt();
     ScriptedMiniPro *run = makeRun(tag);
     if (tag == LogicOperation) {
@@ -39,8 +39,8 @@ void AppDelegate::go(QObject *sender) {
         showAnew();
     }
     const BurnSituation burn = burnFile_.situation(Operation(tag));
-    if (burnFile_.asks(burn, imageRevision()))
-        return;
+    if (burnFile_.asks(burn, imageRevision(), press))
+        return false;
 
     with_.work.begin(Work::Running);
     with_.messages.happened(Event::RunBegan);
@@ -54,16 +54,17 @@ void AppDelegate::go(QObject *sender) {
         takeLogicReport(record);
     with_.work.end();
     emit runEnded(record);
+    return true;
 }
 
-void AppDelegate::testLogic(QObject *sender) {
+bool AppDelegate::testLogic(QObject *sender, RunPress press) {
     if (with_.gate.refuses())
-        return;
+        return false;
     if (selectedTab() == logicTabIdentifier())
         showSelectedTab();
     else
         outlets.tabview->selectTabViewItem(logicTabIdentifier());
-    go(sender);
+    return go(sender, press);
 }
 
 void AppDelegate::stopRun() {

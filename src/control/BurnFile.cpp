@@ -17,6 +17,7 @@
 #include <QFileInfo>
 
 #include <optional>
+#include <utility>
 
 BurnFile::BurnFile(const ByteBuffer &image, TemporaryWorkspace &workspace, SettingsStore &defaults,
                    ToolTrust &toolTrust, Messages &messages, SecondPress &secondPress,
@@ -100,7 +101,8 @@ bool BurnFile::refusesForeignFolder() {
     return !ours;
 }
 
-bool BurnFile::asks(const BurnSituation &burn, quint64 revision) {
+bool BurnFile::asks(const BurnSituation &burn, quint64 revision, RunPress press) {
+    const QString confirmed = std::exchange(confirmed_, QString());
     if (refusesForeignFolder())
         return true;
     const std::optional<BurnDoubt> doubt = doubtAbout(burn);
@@ -116,8 +118,10 @@ bool BurnFile::asks(const BurnSituation &burn, quint64 revision) {
     question.sentence = doubt->sentence;
     if (doubt->canWriteAgain && image_)
         question.action = {tr("Write the image file again"), [this] { writeAgain(); }};
-    if (!secondPress_.confirms(question))
+    const bool isConfirmed = press == RunPress::Repeated && question.thing == confirmed;
+    if (!isConfirmed && !secondPress_.confirms(question))
         return true;
+    confirmed_ = question.thing;
     toolTrust_.trust(burn.tool);
     return false;
 }

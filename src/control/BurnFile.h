@@ -14,6 +14,10 @@ class ActionGate;
 class SettingsStore;
 class ToolTrust;
 
+/// Where a run comes from: a press of the user's, or the repetition of the run before. What was
+/// confirmed for that one is confirmed for its repetition, as long as it is the very same.
+enum class RunPress { Own, Repeated };
+
 /// The file through which the tool gets the data to burn: writes it, says when it could not, and
 /// asks the user before a run gets from it what the window does not show.
 class BurnFile final : public QObject {
@@ -38,7 +42,7 @@ public:
     /// to ask, or the same was asked just before: the tool is trusted then. \a revision tells one
     /// image from another. True as well, and said, if another window has the folder through which
     /// files are exchanged with the tool: no press runs it then.
-    bool asks(const BurnSituation &burn, quint64 revision);
+    bool asks(const BurnSituation &burn, quint64 revision, RunPress press);
 
 private:
     bool refusesForeignFolder();
@@ -53,5 +57,6 @@ private:
     Messages &messages_;
     SecondPress &secondPress_;
     const ActionGate &gate_;
+    QString confirmed_;    ///< what the newest run was confirmed for; empty if nothing was asked
     bool written_ = false; ///< since the start, whether that worked or not
 };

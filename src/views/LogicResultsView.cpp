@@ -113,8 +113,11 @@ bool LogicResultsView::keepsReport() const {
 
 void LogicResultsView::showText() {
     QStringList lines;
-    if (isRepeated())
+    if (isRepeated()) {
         lines << sources_->series.words() << countedWords({}) << QString();
+        if (lines.first().isEmpty())
+            lines.removeFirst();
+    }
     if (!failures_.isEmpty())
         lines << sentencesFor(failures_) << QString();
     else if (!isRepeated())

@@ -49,10 +49,13 @@ void LogicSeries::testAgain() {
         return become(State::OtherDevice);
     hasCounted_ = false;
     pressing_ = true;
-    with_.test();
+    const bool isFirst = tally_.runs() == 0;
+    const bool hasRun = with_.test(isFirst ? RunPress::Own : RunPress::Repeated);
     pressing_ = false;
     if (!isRunning())
         return;
+    if (!hasRun)
+        return become(isFirst ? State::NotBegun : State::Stopped);
     if (!hasCounted_)
         return become(State::NoReport);
     if (tally_.runs() == planned_)
@@ -96,6 +99,7 @@ QString LogicSeries::words() const {
     const QString planned = QString::number(planned_);
     switch (state_) {
     case State::None:
+    case State::NotBegun:
         break;
     case State::Running:
         return tr("Run %1 of %2").arg(QString::number(tally_.runs() + 1), planned);
@@ -113,7 +117,7 @@ QString LogicSeries::words() const {
 }
 
 QString LogicSeries::sentences() const {
-    if (state_ == State::None)
+    if (state_ == State::None || state_ == State::NotBegun)
         return {};
     if (state_ == State::Complete)
         return tally_.summary();

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "control/BurnFile.h"
 #include "language/LogicReport.h"
 #include "views/PinTally.h"
 
@@ -28,8 +29,9 @@ public:
         const ActionGate &gate;
         /// The device as the settings have it.
         std::function<QString()> device;
-        /// Tests it once; returns when the run is over, or refused.
-        std::function<void()> test;
+        /// Tests it once, and returns when the run is over; false if there was none, be it that
+        /// it was refused or that the user is asked first.
+        std::function<bool(RunPress)> test;
         /// The report that the newest run left.
         std::function<LogicReport()> report;
     };
@@ -38,7 +40,8 @@ public:
         None, ///< the newest run was a single one
         Running,
         Complete,
-        Stopped,
+        NotBegun,    ///< the first press ran nothing, and what it waits for is said elsewhere
+        Stopped,     ///< or a later press ran nothing
         NoReport,    ///< a run left no whole report
         OtherDevice, ///< the device is another one than in the first run
     };
@@ -56,7 +59,8 @@ public:
     bool isRunning() const { return state_ == State::Running; }
     int plannedRuns() const { return planned_; }
     const PinTally &tally() const { return tally_; }
-    /// Translated, without a full stop: which run it is, or how the series ended. Empty for None.
+    /// Translated, without a full stop: which run it is, or how the series ended. Empty for None
+    /// and NotBegun.
     QString words() const;
     /// The same as sentences, with what was counted once it is over.
     QString sentences() const;

@@ -27,6 +27,8 @@ private slots:
     void runWithoutAWholeReport_endsIt();
     void runWhoseReportIsCut_endsIt();
     void refusedRun_endsIt();
+    void refusedFirstRun_beginsNone();
+    void firstRunAlone_isAPressOfItsOwn();
     void otherDevice_endsIt();
     void singleRun_endsTheTally();
     void singleRunBetween_endsIt();
@@ -61,19 +63,25 @@ struct Bench {
     QString report;
     QList<Test> tests;
     int presses = 0;
+    bool asks = false;
+    QList<RunPress> kinds;
     std::function<void()> meanwhile;
-    LogicSeries series{{work, gate, [this] { return device; }, [this] { press(); },
+    LogicSeries series{{work, gate, [this] { return device; },
+                        [this](RunPress kind) {
+                            kinds << kind;
+                            return press();
+                        },
                         [this] { return parseLogicReport(report); }}};
 
-    void press();
+    bool press();
     bool ends(State state) {
         return QTest::qWaitFor([&] { return !series.isRunning(); }) && series.state() == state;
     }
 };
 
-void Bench::press() {
-    if (gate.refuses())
-        return;
+bool Bench::press() {
+    if (asks || gate.refuses())
+        return false;
     ++presses;
     work.begin(Work::Running);
     if (meanwhile)
@@ -88,6 +96,7 @@ void Bench::press() {
     if (!test.reportIsWhole)
         run.report = RunRecord::Report::Cut;
     series.takeRun(run);
+    return true;
 }
 
 using Counts = QMap<int, int>;
@@ -216,8 +225,29 @@ void TestLogicSeries::refusedRun_endsIt() {
     Bench bench;
     bench.series.begin(5);
     bench.work.begin(Work::Searching);
-    QVERIFY(bench.ends(State::NoReport));
+    QVERIFY(bench.ends(State::Stopped));
     QCOMPARE(bench.presses, 1);
+}
+
+// It stands beside the question, and can be pressed again.
+void TestLogicSeries::refusedFirstRun_beginsNone() {
+    Bench bench;
+    bench.asks = true;
+    bench.series.begin(5);
+    QCOMPARE(bench.series.state(), State::NotBegun);
+    QCOMPARE(bench.series.words(), QString());
+    QCOMPARE(bench.series.sentences(), QString());
+    bench.asks = false;
+    bench.series.begin(5);
+    QVERIFY(bench.ends(State::Complete));
+    QCOMPARE(bench.presses, 5);
+}
+
+void TestLogicSeries::firstRunAlone_isAPressOfItsOwn() {
+    Bench bench;
+    bench.series.begin(3);
+    QVERIFY(bench.ends(State::Complete));
+    QCOMPARE(bench.kinds, QList<RunPress>({RunPress::Own, RunPress::Repeated, RunPress::Repeated}));
 }
 
 void TestLogicSeries::otherDevice_endsIt() {

@@ -28,6 +28,8 @@ private slots:
     void stopBetweenRuns_givesTheControlsBack();
     void lostProgrammer_endsTheSeries();
     void otherDevice_endsTheSeries();
+    void oddDevice_isAskedAboutOnceForAllRuns();
+    void oddDevice_isAskedAboutAgainForAnotherSeries();
     void singleTest_endsTheTally();
     void otherOperation_endsTheTally();
     void composition_throwsTheCountsAway();
@@ -69,6 +71,14 @@ struct Tested : WindowFixture {
         QVERIFY(velm().work().isIdle());
     }
 };
+
+/// The text of a tool that finds every IC good.
+QByteArray goodTool(WindowFixture &velm) {
+    const QString report = velm.write(QStringLiteral("report"), "      1 2 3 4 5 6 7 8\n"
+                                                                "0000: 1 1 L 1 1 L G V\n"
+                                                                "Logic test successful.\n");
+    return "cat '" + QFile::encodeName(report) + "'\n";
+}
 
 void verifySays(WindowFixture &velm, const QString &sentence) {
     QVERIFY2(velm.message().contains(sentence), qPrintable(velm.message()));
@@ -142,10 +152,7 @@ void TestWindowRepeat::runs_areThoseOfTheButton() {
     const ResultsColumn column(velm);
     column.times->setValue(2);
     // The log has a line for each piece of output: this is one.
-    const QString report = velm.write(QStringLiteral("report"), "      1 2 3 4 5 6 7 8\n"
-                                                                "0000: 1 1 L 1 1 L G V\n"
-                                                                "Logic test successful.\n");
-    velm.useTool("cat '" + QFile::encodeName(report) + "'\n");
+    velm.useTool(goodTool(velm));
     velm.settle();
     velm.log.take();
     velm.controls().textView->clearAll();
@@ -272,6 +279,38 @@ void TestWindowRepeat::otherDevice_endsTheSeries() {
     QTRY_VERIFY(velm.controls().btn_logic->isEnabled());
     QCOMPARE(velm.velm().runs().size(), 2);
     verifySays(velm, QStringLiteral("the device is another one now."));
+}
+
+void TestWindowRepeat::oddDevice_isAskedAboutOnceForAllRuns() {
+    Tested velm;
+    velm.settings().setValue(settingsKeys::device, QStringLiteral("7400$A"));
+    velm.useTool(goodTool(velm));
+    const ResultsColumn column(velm);
+    column.times->setValue(3);
+    velm.click(column.repeat);
+    velm.settle();
+    QCOMPARE(velm.velm().runs().size(), 1);
+    verifySays(velm, QStringLiteral("The shell takes $ in this command"));
+    QVERIFY2(!velm.message().contains(u" runs"), qPrintable(velm.message()));
+    QVERIFY(column.repeat->isVisible() && column.repeat->isEnabled());
+    QCOMPARE(column.lines(1), QStringLiteral("Nothing has been counted yet"));
+    velm.repeat(column, 4);
+    QCOMPARE(column.lines(2), QStringLiteral("3 runs/No pin failed"));
+    QVERIFY2(!velm.message().contains(u"The shell"), qPrintable(velm.message()));
+}
+
+void TestWindowRepeat::oddDevice_isAskedAboutAgainForAnotherSeries() {
+    Tested velm;
+    velm.settings().setValue(settingsKeys::device, QStringLiteral("7400$A"));
+    velm.useTool(goodTool(velm));
+    const ResultsColumn column(velm);
+    column.times->setValue(2);
+    velm.click(column.repeat);
+    velm.repeat(column, 3);
+    velm.click(column.repeat);
+    velm.settle();
+    QCOMPARE(velm.velm().runs().size(), 3);
+    verifySays(velm, QStringLiteral("The shell takes $ in this command"));
 }
 
 void TestWindowRepeat::singleTest_endsTheTally() {
