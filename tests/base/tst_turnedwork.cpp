@@ -91,9 +91,9 @@ void TestTurnedWork::wantOfMemoryOfAListener_isNotItsOwn() {
 
 void TestTurnedWork::stoppedWork_isNotDone() {
     HeardWork heard(2);
+    connect(&heard.work, &TurnedWork::advanced, &heard.work, &TurnedWork::stop);
     heard.work.start();
     QTRY_COMPARE(heard.turns.size(), 1);
-    heard.work.stop();
     QVERIFY(!heard.work.isRunning());
     QCoreApplication::processEvents();
     QCOMPARE(heard.done, 1);
