@@ -7,7 +7,6 @@
 #include "language/ToolSentences.h"
 
 #include <algorithm>
-#include <optional>
 #include <utility>
 #include <variant>
 
@@ -129,6 +128,9 @@ void ToolReportReader::Meaning::take(QStringView whole) {
     if (line.isEmpty() || isPadding(line))
         return;
     const bool reasonFollows = std::exchange(reasonFollows_, false);
+    if (line.startsWith(u"Found Motorola S-Record file"))
+        return takeRecordsFound(line);
+    before_ = {report_.adapterMissing, report_.ignoredId, report_.missingDatabase};
     if (isVector(line)) {
         report_.logicTested = true;
     } else if (line.startsWith(u"This chip may be write-protected.")) {
@@ -163,6 +165,19 @@ void ToolReportReader::Meaning::takeStep(QStringView line) {
         addOnce(report_.partsWritten, part);
 }
 
+// Right before it says so the tool prints the title that the file has. That may read like anything,
+// and over several lines: nothing counts that the tool cannot truly have said yet, nor what it can
+// have said, if the very line before was it.
+void ToolReportReader::Meaning::takeRecordsFound(QStringView line) {
+    report_ = {};
+    report_.adapterMissing = before_.adapterMissing;
+    report_.ignoredId = before_.ignoredId;
+    report_.missingDatabase = before_.missingDatabase;
+    report_.decoded = ImageEncoding::SRecord;
+    report_.lastLine = line.toString();
+    unknownLast_ = false;
+}
+
 bool ToolReportReader::Meaning::takeRemark(QStringView line) {
     if (line == u"Verification OK")
         report_.verified = true;
@@ -174,8 +189,6 @@ bool ToolReportReader::Meaning::takeRemark(QStringView line) {
         report_.choiceAsked = true;
     else if (line.startsWith(u"Found Intel hex file"))
         report_.decoded = ImageEncoding::IntelHex;
-    else if (line.startsWith(u"Found Motorola S-Record file"))
-        report_.decoded = ImageEncoding::SRecord;
     else if (const auto id = ignoredIdIn(line))
         report_.ignoredId = id;
     else if (const auto size = ignoredSizeIn(line))
