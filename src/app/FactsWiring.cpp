@@ -6,6 +6,7 @@
 #include "app/MainWindow.h"
 #include "control/AppDelegate.h"
 #include "control/HandEdits.h"
+#include "control/ReadOrigin.h"
 #include "devices/ChipErasure.h"
 #include "files/ByteBuffer.h"
 #include "grid/GridColumns.h"
@@ -14,30 +15,20 @@
 #include "imageviews/ImageComparison.h"
 #include "imageviews/ImageMap.h"
 #include "imageviews/ShownImageReader.h"
-#include "language/CommandLine.h"
 #include "language/RunLog.h"
-#include "language/RunOutcome.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 
 #include "ui_MainWindow.h"
 
-#include <algorithm>
 #include <optional>
 
 namespace {
 
-bool broughtData(const RunRecord &run) {
-    return run.operation == ReadOperation && run.outcome.endedWell();
-}
-
-/// Tells of the newest Read that brought data; empty if \a bytes are not as many as it brought: a
-/// Read that fails may leave a part.
-QString originOfRead(const ByteBuffer &bytes, const QList<RunRecord> &runs) {
-    const auto read = std::find_if(runs.rbegin(), runs.rend(), broughtData);
-    if (read == runs.rend() || read->imageLength != lengthOf(bytes))
-        return {};
-    return readOriginWords(read->device, read->endedAt, QDate::currentDate());
+/// Tells of the Read that brought \a bytes; empty if none is known to have done that.
+QString originOfRead(const ByteBuffer &bytes, const ReadOrigin &origin) {
+    const auto read = origin.of(bytes);
+    return read ? readOriginWords(read->device, read->endedAt, QDate::currentDate()) : QString();
 }
 
 /// How the images differ, and what that means for the chip.
@@ -63,11 +54,11 @@ void markDifferences(ImageMap &map, const ImageComparison &comparison) {
 }
 
 std::optional<ShownImage> shownImage(const Ui::MainWindow &c, AppDelegate &delegate,
-                                     const RunLog &runs, const FactsContext &context) {
+                                     const FactsContext &context) {
     const QString tab = c.tabview->selectedTabViewItem().identifier;
     const ByteBuffer &bytes = delegate.state().display_data;
     if (tab == readTabIdentifier())
-        return ShownImage{bytes, 0, true, originOfRead(bytes, runs.records()),
+        return ShownImage{bytes, 0, true, originOfRead(bytes, delegate.readOrigin()),
                           comparisonWords(context)};
     if (tab != burnTabIdentifier())
         return std::nullopt;
@@ -83,9 +74,7 @@ std::optional<ShownImage> shownImage(const Ui::MainWindow &c, AppDelegate &deleg
 void wireFacts(MainWindow &window, AppDelegate &delegate, const RunLog &runs,
                const FactsContext &context) {
     const Ui::MainWindow &c = window.controls();
-    const auto shown = [&c, &delegate, &runs, context] {
-        return shownImage(c, delegate, runs, context);
-    };
+    const auto shown = [&c, &delegate, context] { return shownImage(c, delegate, context); };
     c.factsLine->follow(*c.tableview, shown);
     c.imageMap->follow(*c.tableview, shown);
     QObject::connect(&context.comparison, &ImageComparison::changed, c.imageMap,

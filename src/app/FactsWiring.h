@@ -15,8 +15,8 @@ struct FactsContext {
     const ImageComparison &comparison;
 };
 
-/// Has the facts line and the map of \a window tell what is shown: the images of \a delegate, the
-/// Read in \a runs that brought the data, and by \a context how the two images differ. All must
-/// live as long as \a window.
+/// Has the facts line and the map of \a window tell what is shown, anew after each of \a runs: the
+/// images of \a delegate, the Read that brought the data, and by \a context how the two images
+/// differ. All must live as long as \a window.
 void wireFacts(MainWindow &window, AppDelegate &delegate, const RunLog &runs,
                const FactsContext &context);

@@ -114,7 +114,7 @@ void AppDelegate::openBinary(const QString &path) {
 }
 
 void AppDelegate::export_read_from_chip_data(QObject *) {
-    with_.files.saveReadData(window_, readDevice_,
+    with_.files.saveReadData(window_, readOrigin_.device(),
                              {[this] { return state_.read_from_chip_data; },
                               [this](const ByteBuffer &bytes) { offers_.noteSaved(bytes); }});
 }

@@ -11,6 +11,7 @@
 #include "control/HandEdits.h"
 #include "control/Messages.h"
 #include "control/OpenedBinary.h"
+#include "control/ReadOrigin.h"
 #include "control/UserFiles.h"
 #include "files/ByteBuffer.h"
 #include "files/FolderGuard.h"
@@ -160,6 +161,8 @@ public:
     const OpenedBinary &openedBinary() const { return openedBinary_; }
     /// The images and tables, to look at.
     const State &state() const { return state_; }
+    /// Which Read the data read from the chip are of.
+    const ReadOrigin &readOrigin() const { return readOrigin_; }
     /// Which state of the data to burn it is: equal numbers mean equal bytes.
     quint64 imageRevision() const { return edits_.state().revision; }
     /// The edits of the data to burn, and what can be done with them.
@@ -206,5 +209,5 @@ private:
     EditOffers offers_;
     OpenedBinary openedBinary_;
     DevicePanelHost panelHost_;
-    QString readDevice_; ///< that read_from_chip_data came from
+    ReadOrigin readOrigin_; ///< of read_from_chip_data
 };

@@ -85,9 +85,8 @@ void AppDelegate::takeReadData(RunRecord &record) {
     // The redisplay comes a turn later; until then the grid keeps the bytes that it shows.
     build_and_reload();
     const bool isOfThisChip = judgeRead(record, file);
-    if (isOfThisChip)
-        readDevice_ = record.device;
-    else if (file.length() > 0)
+    readOrigin_.take(record, file, isOfThisChip);
+    if (!isOfThisChip && file.length() > 0)
         with_.messages.say(Topic::StaleRead, staleReadRemark(record, file.path));
     emit readDataTaken();
 }

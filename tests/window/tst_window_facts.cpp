@@ -22,6 +22,7 @@ private slots:
     void noImage_hasNoBytes();
     void afterARead_saysWhichDeviceAndWhatCameOfIt();
     void aReadThatFails_leavesTheEarlierOrigin();
+    void aReadThatFailsBehindItsCode_isNotTheEarlierOne();
     void allBytesTheSame_isRemarkedOn_data();
     void allBytesTheSame_isRemarkedOn();
     void dataToBurn_saysWhoseTheyAre();
@@ -127,6 +128,23 @@ void TestWindowFacts::aReadThatFails_leavesTheEarlierOrigin() {
     velm.useTool("printf part > \"$4\"; exit 1\n");
     velm.click(velm.controls().btn_read);
     QTRY_VERIFY2(facts(velm).startsWith(sizeAndChecksums("part")), qPrintable(facts(velm)));
+}
+
+// Of a microcontroller the code is whole before its data memory is read.
+void TestWindowFacts::aReadThatFailsBehindItsCode_isNotTheEarlierOne() {
+    WindowFixture velm;
+    velm.useTool(readerOf(512, "101"));
+    velm.start();
+    velm.click(velm.controls().btn_read);
+    QTRY_VERIFY(facts(velm).startsWith(u"W27C512@DIP28, read at"));
+    velm.useTool(readerOf(512, "102") + "exit 1\n");
+    velm.click(velm.controls().btn_read);
+    QTRY_VERIFY2(facts(velm).startsWith(sizeAndChecksums(QByteArray(512, 'B'))),
+                 qPrintable(facts(velm)));
+    velm.useTool("exit 1\n");
+    velm.click(velm.controls().btn_read);
+    velm.settle();
+    QVERIFY2(facts(velm).startsWith(sizeWords(512)), qPrintable(facts(velm)));
 }
 
 void TestWindowFacts::allBytesTheSame_isRemarkedOn_data() {

@@ -32,6 +32,7 @@ private slots:
     void exports_suggestTheDeviceAsTheName_data();
     void exports_suggestTheDeviceAsTheName();
     void exportRead_suggestsTheDeviceThatWasRead();
+    void exportRead_suggestsWhoseReadFailed();
     void exports_writeTheWholeBuffer();
     void exports_writeTheBufferAsItIsAtConfirmation();
     void exports_ofAnImageThatIsGoneLeaveTheOldFile();
@@ -345,6 +346,21 @@ void TestWindowFiles::exportRead_suggestsTheDeviceThatWasRead() {
     velm.click(velm.controls().btn_read);
     velm.settings().setValue(settingsKeys::device, QStringLiteral("AT28C256"));
     velm.click(velm.controls().btn_export_read);
+    velm.click(velm.controls().btn_read);
+    velm.click(velm.controls().btn_export_read);
+    QCOMPARE(velm.panels.requests.at(0).suggestedName, QStringLiteral("W27C512@DIP28.bin"));
+    QCOMPARE(velm.panels.requests.at(1).suggestedName, QStringLiteral("AT28C256.bin"));
+}
+
+void TestWindowFiles::exportRead_suggestsWhoseReadFailed() {
+    WindowFixture velm;
+    velm.start();
+    velm.click(velm.controls().btn_read);
+    velm.settings().setValue(settingsKeys::device, QStringLiteral("AT28C256"));
+    velm.useTool("exit 1\n");
+    velm.click(velm.controls().btn_read);
+    velm.click(velm.controls().btn_export_read);
+    velm.useTool("printf part > \"$4\"; exit 1\n");
     velm.click(velm.controls().btn_read);
     velm.click(velm.controls().btn_export_read);
     QCOMPARE(velm.panels.requests.at(0).suggestedName, QStringLiteral("W27C512@DIP28.bin"));

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "files/ByteBuffer.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+struct ReadFile;
+struct RunRecord;
+
+/// Which Read the data read from the chip are of. A Read that fails may leave those of an earlier
+/// one, a part of its own, or a whole that lacks only what would have followed.
+class ReadOrigin {
+public:
+    /// A Read that ended well.
+    struct GoodRead {
+        QString device;
+        QDateTime endedAt;
+    };
+
+    /// The Read of \a record has left \a file; \a isWhole says whether it brought all of it.
+    void take(const RunRecord &record, const ReadFile &file, bool isWhole);
+
+    /// The Read that brought \a bytes; nothing if they are of one that failed, or of none.
+    std::optional<GoodRead> of(const ByteBuffer &bytes) const;
+    /// The device whose Read the newest bytes are of, be it one that failed; empty if there are
+    /// none.
+    const QString &device() const { return device_; }
+
+private:
+    std::weak_ptr<QByteArray> bytes_;
+    QString fileMark_; ///< of the file that they were loaded from
+    QString device_;
+    QDateTime endedAt_; ///< null if the Read failed
+};
