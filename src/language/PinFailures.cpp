@@ -27,7 +27,8 @@ class PinWords {
     Q_DECLARE_TR_FUNCTIONS(PinFailures)
 
 public:
-    /// "pins 2 and 3 in vectors 0 to 5 and 7"; both lists hold ascending numbers, at least one.
+    /// "pins 2 and 3 in vectors 0 to 5 and 7"; both lists hold ascending numbers, at least one. Of
+    /// many vectors only the first are named.
     static QString failed(const QList<int> &pins, const QList<int> &vectors);
     static QString sentence(const QStringList &list) {
         return tr("Failed: %1.").arg(list.join(tr("; ")));
@@ -36,6 +37,10 @@ public:
     static QString expected(const QList<int> &vectors, QChar letter);
     static QString ofPin(int pin, const QStringList &list) {
         return tr("Pin %1, %2").arg(QString::number(pin), list.join(tr("; ")));
+    }
+    /// The same for those that end a sentence.
+    static QString andMorePins(qsizetype pins) {
+        return pins == 1 ? tr("and one more pin") : tr("and %1 more pins").arg(pins);
     }
     static QString morePins(qsizetype pins) {
         return pins == 1 ? tr("And one more pin") : tr("And %1 more pins").arg(pins);
@@ -80,7 +85,7 @@ QString PinWords::failed(const QList<int> &pins, const QList<int> &vectors) {
     const QString pinWords = pins.size() == 1 ? tr("pin %1").arg(joinedNumbers(pins))
                                               : tr("pins %1").arg(joinedNumbers(pins));
     return vectors.size() == 1 ? tr("%1 in vector %2").arg(pinWords, joinedNumbers(vectors))
-                               : tr("%1 in vectors %2").arg(pinWords, joinedNumbers(vectors));
+                               : tr("%1 in vectors %2").arg(pinWords, beginningOf(vectors));
 }
 
 QString PinWords::beginningOf(const QList<int> &numbers) {
@@ -139,13 +144,17 @@ QString wordsFor(const QList<PinFailure> &failures, qsizetype pins) {
     for (const PinFailure failure : failures)
         vectorsOfPin[failure.pin].insert(failure.vector);
     QStringList list;
-    while (!vectorsOfPin.isEmpty()) {
+    for (qsizetype named = 0; named < maxPins && !vectorsOfPin.isEmpty();) {
         const std::set<int> vectors = vectorsOfPin.first();
-        const QList<int> alike = vectorsOfPin.keys(vectors);
+        QList<int> alike = vectorsOfPin.keys(vectors);
+        alike.resize(std::min(alike.size(), maxPins - named));
         list.append(PinWords::failed(alike, {vectors.begin(), vectors.end()}));
         for (const int pin : alike)
             vectorsOfPin.remove(pin);
+        named += alike.size();
     }
+    if (!vectorsOfPin.isEmpty())
+        list.append(PinWords::andMorePins(vectorsOfPin.size()));
     const QString words = PinWords::sentence(list);
     return joinedSentences(words, pins > pinsInGrid ? PinWords::notShown() : QString());
 }

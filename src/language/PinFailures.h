@@ -22,8 +22,9 @@ struct PinFailure {
 /// counts by its place, and so does a line; what has no header is no pin.
 QList<PinFailure> pinFailures(const LogicReport &report);
 
-/// A translated sentence that names every pin of \a failures with all its vectors, pins that failed
-/// alike together; empty if there are none. \a pins is the number of pins of the chip: where it has
+/// A translated sentence that names the pins of \a failures with their vectors, pins that failed
+/// alike together; empty if there are none. At most maxPins are named, and of many vectors the
+/// first; the others are counted. \a pins is the number of pins of the chip: where it has
 /// more than the grid has columns, a second sentence says so.
 QString wordsFor(const QList<PinFailure> &failures, qsizetype pins);
 

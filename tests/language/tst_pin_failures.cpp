@@ -15,8 +15,9 @@ private slots:
     void report_namesThePins_data();
     void report_namesThePins();
     void capture_namesItsPin();
-    void sentence_namesEveryPin_data();
-    void sentence_namesEveryPin();
+    void sentence_namesThePins_data();
+    void sentence_namesThePins();
+    void sentence_isBounded();
     void sentences_ofEachPin_data();
     void sentences_ofEachPin();
     void sentences_areBounded();
@@ -41,19 +42,20 @@ QList<PinFailure> block(const QList<int> &pins, int vectors) {
     return failures;
 }
 
+/// The pins 1 to \a count, failed in the first vector.
+QList<PinFailure> pinsUpTo(int count) {
+    QList<PinFailure> failures;
+    for (int pin = 1; pin <= count; ++pin)
+        failures.append({pin, 0});
+    return failures;
+}
+
 /// \a pin in every other one of \a vectors.
 QList<PinFailure> everyOther(int pin, int vectors) {
     QList<PinFailure> failures;
     for (int vector = 0; vector < vectors; vector += 2)
         failures.append({pin, vector});
     return failures;
-}
-
-QByteArray everyOtherInWords(int vectors) {
-    QByteArray words = "Failed: pin 3 in vectors 0";
-    for (int vector = 2; vector < vectors - 2; vector += 2)
-        words += ", " + QByteArray::number(vector);
-    return words + " and " + QByteArray::number(vectors - 2) + ".";
 }
 
 } // namespace
@@ -93,7 +95,7 @@ void TestPinFailures::capture_namesItsPin() {
              QStringList(QStringLiteral("Pin 3, vector 3: low expected")));
 }
 
-void TestPinFailures::sentence_namesEveryPin_data() {
+void TestPinFailures::sentence_namesThePins_data() {
     QTest::addColumn<QList<PinFailure>>("failures");
     QTest::addColumn<int>("pins");
     QTest::addColumn<QString>("sentence");
@@ -123,13 +125,33 @@ void TestPinFailures::sentence_namesEveryPin_data() {
         "Failed: pins 2, 18 and 40 in vectors 0 to 19. The table has room for pins 1 to 17 only.");
     row("pins that fail alike, and another", block({1, 2, 3, 4}, 30) + QList<PinFailure>{{5, 29}},
         14, "Failed: pins 1 to 4 in vectors 0 to 29; pin 5 in vector 29.");
-    row("every other vector", everyOther(3, 200), 14, everyOtherInWords(200).constData());
+    row("as many vectors as are named", everyOther(3, 24), 14,
+        "Failed: pin 3 in vectors 0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20 and 22.");
+    row("more vectors than are named", everyOther(3, 200), 14,
+        "Failed: pin 3 in vectors 0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22 and 88 more.");
+    row("a pin more than are named", pinsUpTo(41), 41,
+        "Failed: pins 1 to 40 in vector 0; and one more pin. The table has room for pins 1 to 17 "
+        "only.");
+    row("more pins than are named", QList<PinFailure>{{1, 1}} + pinsUpTo(52), 52,
+        "Failed: pin 1 in vectors 0 and 1; pins 2 to 40 in vector 0; and 12 more pins. The table "
+        "has room for pins 1 to 17 only.");
 }
 
-void TestPinFailures::sentence_namesEveryPin() {
+void TestPinFailures::sentence_namesThePins() {
     QFETCH(QList<PinFailure>, failures);
     QFETCH(int, pins);
     QTEST(wordsFor(failures, pins), "sentence");
+}
+
+// Each pin fails in vectors of its own.
+void TestPinFailures::sentence_isBounded() {
+    constexpr int count = 200;
+    QList<PinFailure> failures;
+    for (int pin = 1; pin <= count; ++pin)
+        failures.append(everyOther(pin, count * pin));
+    const QString words = wordsFor(failures, count);
+    QVERIFY2(words.contains(u"; and 160 more pins."), qPrintable(words));
+    QVERIFY(words.size() < 5000);
 }
 
 void TestPinFailures::sentences_ofEachPin_data() {
