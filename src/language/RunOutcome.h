@@ -84,6 +84,8 @@ struct RunOutcome {
     }
     /// Both, for one line.
     QString words() const;
-    /// Lets \a remark, if it is not empty, follow the sentence.
+    /// The most that a sentence grows to by what is added, in UTF-16 units.
+    static constexpr qsizetype longestSentence = 8192;
+    /// Lets \a remark, if it is not empty, follow the sentence; one that becomes too long is cut.
     void add(const QString &remark);
 };

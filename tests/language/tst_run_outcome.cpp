@@ -27,6 +27,7 @@ private slots:
     void notStarted_saysWhy();
     void words_joinSentenceAndNextStep();
     void longWords_areCut();
+    void added_isCut();
     void percentSigns_stayAsTheyAre();
     void offer_isOnlyWhatTheProgramCanDo_data();
     void offer_isOnlyWhatTheProgramCanDo();
@@ -148,6 +149,17 @@ void TestRunOutcome::longWords_areCut() {
 }
 
 // What a user or the tool says may look like a place to put words into.
+// Of a run everything is kept that is said of it.
+void TestRunOutcome::added_isCut() {
+    RunOutcome outcome{RunOutcome::Verdict::Failed, QStringLiteral("It failed."), {}};
+    for (int time = 0; time < 2; ++time) {
+        outcome.add(QString(2 * RunOutcome::longestSentence, u'x'));
+        QCOMPARE(outcome.sentence.size(), RunOutcome::longestSentence);
+        QVERIFY(outcome.sentence.startsWith(u"It failed. xxx"));
+        QVERIFY(outcome.sentence.endsWith(u"x\u2026"));
+    }
+}
+
 void TestRunOutcome::percentSigns_stayAsTheyAre() {
     RunFacts facts = finished(WriteOperation, 1,
                               QStringLiteral("Could not open file /a %2 %3/%1 for reading.\n"
