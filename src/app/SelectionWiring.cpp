@@ -28,18 +28,22 @@ class SelectionWording {
 };
 
 void sayWhatIsRefused(GridView &grid, Messages &messages) {
-    const auto say = [&messages](const QString &sentence, qint64 count) {
-        messages.say(Topic::Copy, sentence.arg(grouped(count), grouped(GridCopying::largest)));
+    const auto say = [&messages](const QString &sentence, qint64 count, qint64 most) {
+        messages.say(Topic::Copy, sentence.arg(grouped(count), grouped(most)));
     };
     QObject::connect(&grid.copying(), &GridCopying::rowsRefused, &grid, [say](qint64 rows) {
         say(SelectionWording::tr(
                 "%1 rows are too many to copy: at most %2 can be copied at a time."),
-            rows);
+            rows, GridCopying::maxRows);
     });
     QObject::connect(&grid.copying(), &GridCopying::bytesRefused, &grid, [say](qint64 bytes) {
         say(SelectionWording::tr(
                 "%1 bytes are too many to copy: at most %2 can be copied at a time."),
-            bytes);
+            bytes, GridCopying::largest);
+    });
+    QObject::connect(&grid.copying(), &GridCopying::memoryLacked, &grid, [&messages] {
+        messages.say(Topic::Copy,
+                     SelectionWording::tr("There is not enough memory to copy so much."));
     });
 }
 

@@ -3,13 +3,14 @@
 
 #include "grid/GridCopying.h"
 
-#include "base/Units.h"
 #include "grid/GridText.h"
 #include "grid/GridView.h"
 #include "widgets/ViewPlace.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
+
+#include <new>
 
 GridCopying::GridCopying(GridView &view) : QObject(&view), view_(view) {}
 
@@ -32,10 +33,19 @@ void GridCopying::copy() {
 void GridCopying::copyRows() {
     const QItemSelection selected = rows();
     const qint64 count = rowCountOf(selected);
-    if (count > largest)
+    if (count > maxRows)
         emit rowsRefused(count);
     else if (count > 0)
-        QGuiApplication::clipboard()->setText(gridText(*view_.gridModel(), selected));
+        place([&] { return gridText(*view_.gridModel(), selected); });
+}
+
+// Where a text finds no memory, the clipboard keeps what it has.
+void GridCopying::place(const std::function<QString()> &makeText) {
+    try {
+        QGuiApplication::clipboard()->setText(makeText());
+    } catch (const std::bad_alloc &) {
+        emit memoryLacked();
+    }
 }
 
 void GridCopying::copyBytes(ByteNotation notation) {
@@ -45,9 +55,12 @@ void GridCopying::copyBytes(ByteNotation notation) {
         count += range.length;
     if (count > largest)
         return emit bytesRefused(count);
-    QByteArray all;
-    for (const ByteRange &range : selected)
-        all += view_.gridModel()->bytes(range);
-    if (!all.isEmpty())
-        QGuiApplication::clipboard()->setText(bytesAsText(all, notation));
+    if (count == 0)
+        return;
+    place([&] {
+        QByteArray all;
+        for (const ByteRange &range : selected)
+            all += view_.gridModel()->bytes(range);
+        return bytesAsText(all, notation);
+    });
 }

@@ -3,10 +3,13 @@
 
 #pragma once
 
+#include "base/Units.h"
 #include "image/BytesAsText.h"
 
 #include <QItemSelection>
 #include <QObject>
+
+#include <functional>
 
 class GridView;
 
@@ -16,8 +19,10 @@ class GridCopying final : public QObject {
     Q_OBJECT
 
 public:
-    /// The most rows, or bytes, that are copied in one piece.
-    static constexpr qint64 largest = 1 << 20;
+    /// The most bytes that are copied in one piece, and the most rows: as text these are those of
+    /// as many bytes.
+    static constexpr qint64 largest = mebibyte;
+    static constexpr qint64 maxRows = largest / bytesInRow;
 
     /// Copies from \a view, which owns it.
     explicit GridCopying(GridView &view);
@@ -31,13 +36,16 @@ public:
     void copyBytes(ByteNotation notation);
 
 signals:
-    /// Nothing was copied: \a rows are more than `largest`.
+    /// Nothing was copied: \a rows are more than maxRows.
     void rowsRefused(qint64 rows);
     /// Nothing was copied: \a bytes are more than `largest`.
     void bytesRefused(qint64 bytes);
+    /// Nothing was copied: there is not enough memory for the text.
+    void memoryLacked();
 
 private:
     QItemSelection rows() const;
+    void place(const std::function<QString()> &makeText);
 
     GridView &view_;
 };

@@ -2,12 +2,15 @@
 // SPDX-License-Identifier: MIT
 
 #include "grid/GridCopying.h"
+#include "support/AddressSpaceLimit.h"
 #include "support/ShownGrid.h"
 
 #include <QClipboard>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QVBoxLayout>
+
+#include <functional>
 
 class TestGridKeys : public QObject {
     Q_OBJECT
@@ -31,6 +34,8 @@ private slots:
     void copy_ofTooManyBytesIsRefused();
     void copy_ofAReportSeparatesFieldsByTabs();
     void copy_ofTooManyRowsIsRefused();
+    void copy_withoutMemoryLeavesTheClipboard_data();
+    void copy_withoutMemoryLeavesTheClipboard();
     void copy_withoutASelectionLeavesTheClipboard();
 };
 
@@ -295,10 +300,41 @@ void TestGridKeys::copy_ofTooManyRowsIsRefused() {
     ShownGrid grid({}, false, 64 << 20);
     QSignalSpy refusals(&grid.view.copying(), &GridCopying::rowsRefused);
     QGuiApplication::clipboard()->setText(QStringLiteral("before"));
-    grid.view.selectionModel()->select(QItemSelection(grid.cell(0, 0), grid.cell(4194304, 17)),
-                                       QItemSelectionModel::ClearAndSelect);
+    const auto select = [&grid](int count) {
+        grid.view.selectionModel()->select(
+            QItemSelection(grid.cell(0, 0), grid.cell(count - 1, 17)),
+            QItemSelectionModel::ClearAndSelect);
+    };
+    select(65537);
     grid.press(Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(refusals, QList<QVariantList>{{qint64(4194305)}});
+    QCOMPARE(refusals, QList<QVariantList>{{qint64(65537)}});
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("before"));
+    select(65536);
+    grid.press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text().count(u'\n'), 65536);
+}
+
+void TestGridKeys::copy_withoutMemoryLeavesTheClipboard_data() {
+    using Copying = std::function<void(GridCopying &)>;
+    QTest::addColumn<Copying>("copy");
+    QTest::newRow("rows") << Copying([](GridCopying &copying) { copying.copyRows(); });
+    QTest::newRow("bytes") << Copying(
+        [](GridCopying &copying) { copying.copyBytes(ByteNotation::CArray); });
+}
+
+void TestGridKeys::copy_withoutMemoryLeavesTheClipboard() {
+    if (!AddressSpaceLimit::works())
+        QSKIP("the sanitizers need their address space");
+    QFETCH(std::function<void(GridCopying &)>, copy);
+    ShownGrid grid({}, false, 64 << 20);
+    QSignalSpy lacks(&grid.view.copying(), &GridCopying::memoryLacked);
+    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    grid.view.selection().select({0, GridCopying::largest});
+    {
+        const AddressSpaceLimit limit(0);
+        copy(grid.view.copying());
+    }
+    QCOMPARE(lacks.count(), 1);
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("before"));
 }
 

@@ -24,6 +24,7 @@ private slots:
     void noFavourites_endsWhenThereIsOne();
     void refusedCopy_endsWithTheSelection_data();
     void refusedCopy_endsWithTheSelection();
+    void copyWithoutMemory_endsWithTheSelection();
     void refusedAddress_endsWithWhatItSpokeOf_data();
     void refusedAddress_endsWithWhatItSpokeOf();
     void refusedAddress_endsWhenItIsReached();
@@ -106,6 +107,17 @@ void TestWindowMessageEnds::refusedCopy_endsWithTheSelection() {
     grid->copying().copy();
     QVERIFY2(says(velm, "too many to copy"), qPrintable(velm.message()));
     deed(velm);
+    QCOMPARE(velm.message(), QString());
+}
+
+void TestWindowMessageEnds::copyWithoutMemory_endsWithTheSelection() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    GridView *grid = velm.controls().tableview;
+    grid->selectAll();
+    emit grid->copying().memoryLacked();
+    QVERIFY2(says(velm, "not enough memory to copy"), qPrintable(velm.message()));
+    velm.controls().tableview->selection().end();
     QCOMPARE(velm.message(), QString());
 }
 
