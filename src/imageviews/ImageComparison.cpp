@@ -72,13 +72,21 @@ bool ImageComparison::coversAllToBurn() const {
     return lengthOf(toBurn_.lock()) <= lengthOf(read_.lock());
 }
 
+bool ImageComparison::isKnownEqual() const {
+    return isDone_ && reader_.differences().bytes == 0;
+}
+
 std::optional<qint64> ImageComparison::nextFrom(qint64 offset) const {
+    if (isKnownEqual())
+        return std::nullopt;
     const ByteBuffer read = read_.lock();
     const ByteBuffer toBurn = toBurn_.lock();
     return nextDifference(bytesOf(read), bytesOf(toBurn), offset);
 }
 
 std::optional<qint64> ImageComparison::previousFrom(qint64 offset) const {
+    if (isKnownEqual())
+        return std::nullopt;
     const ByteBuffer read = read_.lock();
     const ByteBuffer toBurn = toBurn_.lock();
     return previousDifference(bytesOf(read), bytesOf(toBurn), offset);

@@ -16,6 +16,7 @@ private slots:
     void lengths_areTold();
     void steps_goFromPlaceToPlaceAndSayThatTheyWrap();
     void stepsWithoutDifferences_sayWhy();
+    void stepsInEqualImages_takeNoLookAtThem();
     void eprom_saysWhetherItMustBeErased();
     void assistiveTechnology_readsTheOtherByte();
 };
@@ -158,6 +159,20 @@ void TestWindowDifferences::stepsWithoutDifferences_sayWhy() {
     other.controls().tableview->setFocus();
     press(other, Qt::Key_Down);
     QVERIFY(other.message().contains(u"nothing to compare"));
+}
+
+// Two equal images of a gibibyte would be read from end to end. The change that nobody was told of
+// shows who looks.
+void TestWindowDifferences::stepsInEqualImages_takeNoLookAtThem() {
+    WindowFixture velm;
+    readTwentyBytes(velm, "0123456789ABCDEFGHIJ");
+    QTRY_VERIFY(facts(velm).contains(u"no differences"));
+    velm.controls().tableview->setFocus();
+    velm.state().output_data->replace(7, 1, "x");
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up}) {
+        press(velm, key);
+        QVERIFY2(velm.message().contains(u"do not differ"), qPrintable(velm.message()));
+    }
 }
 
 void TestWindowDifferences::eprom_saysWhetherItMustBeErased() {

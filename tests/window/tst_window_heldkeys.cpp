@@ -135,7 +135,6 @@ void TestWindowHeldKeys::menuEntriesWithAKey_repeatOnlyWhereAStepFollowsAStep() 
     QCOMPARE(repeating,
              QStringList({QStringLiteral("Undo edit"), QStringLiteral("Redo edit"),
                           QStringLiteral("Find next"), QStringLiteral("Find previous"),
-                          QStringLiteral("Next difference"), QStringLiteral("Previous difference"),
                           QStringLiteral("Larger letters"), QStringLiteral("Smaller letters")}));
 }
 
