@@ -41,11 +41,7 @@ private slots:
     void copyAll_takesTheStoredText();
     void copy_takesTheShownText();
     void save_isAskedFor();
-    void showRun_scrollsToWhereItBegins_data();
-    void showRun_scrollsToWhereItBegins();
-    void showRun_countsTheRowsOfWrappedLines();
     void wrappedLines_endAtTheEdge();
-    void showRun_thatIsGoneShowsTheFirstLine();
     void clear_emptiesBoth();
     void contextMenu_offersTheActions();
     void keyboard_leavesByTab();
@@ -345,49 +341,6 @@ void TestConsoleView::save_isAskedFor() {
     QCOMPARE(spy.count(), 1);
 }
 
-void TestConsoleView::showRun_scrollsToWhereItBegins_data() {
-    QTest::addColumn<QString>("output");
-    QTest::newRow("lines") << QStringLiteral("a line\n").repeated(50);
-    QTest::newRow("a count") << QStringLiteral("\r\x1b[KReading Code...  12%").repeated(50);
-    QTest::newRow("nothing") << "";
-    QTest::newRow("lines taken back")
-        << QStringLiteral("a line\n").repeated(50) + QStringLiteral("\x1b[2Jleft\n").repeated(2);
-    QTest::newRow("a long line") << QString(3 * TerminalText::longestLine, u'x');
-}
-
-void TestConsoleView::showRun_scrollsToWhereItBegins() {
-    QFETCH(QString, output);
-    ConsoleView view;
-    showView(view);
-    for (int run = 0; run < 4; ++run) {
-        view.beginRun();
-        view.appendText(QStringLiteral("run %1\n").arg(run));
-        view.endRun();
-        view.appendText(output);
-    }
-    for (const int run : {2, 0, 3, 1}) {
-        view.showRun(run);
-        QCOMPARE(view.textCursor().block().text(), QStringLiteral("run %1").arg(run));
-        QVERIFY(view.viewport()->rect().intersects(view.cursorRect()));
-    }
-}
-
-void TestConsoleView::showRun_countsTheRowsOfWrappedLines() {
-    ConsoleView view;
-    showView(view);
-    view.wrapAction()->setChecked(true);
-    for (int run = 0; run < 3; ++run) {
-        view.beginRun();
-        view.appendText(QStringLiteral("run %1\n").arg(run) +
-                        QString(200, u'x').append(u'\n').repeated(5));
-        view.endRun();
-    }
-    view.showRun(1);
-    QCOMPARE(view.textCursor().block().text(), QStringLiteral("run 1"));
-    QVERIFY(view.cursorRect().top() >= 0);
-    QVERIFY(view.cursorRect().top() < view.cursorRect().height());
-}
-
 void TestConsoleView::wrappedLines_endAtTheEdge() {
     ConsoleView view;
     showView(view);
@@ -398,26 +351,6 @@ void TestConsoleView::wrappedLines_endAtTheEdge() {
     QVERIFY(showsEnd(view));
     view.wrapAction()->trigger();
     QVERIFY(view.horizontalScrollBar()->maximum() > 0);
-}
-
-void TestConsoleView::showRun_thatIsGoneShowsTheFirstLine() {
-    ConsoleView view(nullptr, 4096);
-    showView(view);
-    view.beginRun();
-    view.appendText(QStringLiteral("run 0\n") + QStringLiteral("a line\n").repeated(2000));
-    view.beginRun();
-    view.appendText(QStringLiteral("run 1\n"));
-    view.showRun(1);
-    QCOMPARE(view.textCursor().block().text(), QStringLiteral("run 1"));
-    view.showRun(0);
-    QCOMPARE(view.textCursor().blockNumber(), 0);
-    view.clearAll();
-    view.beginRun();
-    view.appendText(QStringLiteral("run 2\nits words\n"));
-    view.showRun(1);
-    QCOMPARE(view.textCursor().blockNumber(), 0);
-    view.showRun(2);
-    QCOMPARE(view.textCursor().block().text(), QStringLiteral("run 2"));
 }
 
 void TestConsoleView::clear_emptiesBoth() {

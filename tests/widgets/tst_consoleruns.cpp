@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "widgets/ConsoleView.h"
+
+#include <QAction>
+#include <QTest>
+#include <QTextBlock>
+
+/// The console finds the place where a run begins.
+class TestConsoleRuns : public QObject {
+    Q_OBJECT
+
+private slots:
+    void showRun_scrollsToWhereItBegins_data();
+    void showRun_scrollsToWhereItBegins();
+    void showRun_countsTheRowsOfWrappedLines();
+    void showRun_thatIsGoneShowsTheFirstLine();
+};
+
+namespace {
+
+void showView(ConsoleView &view) {
+    view.resize(600, 160);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+}
+
+} // namespace
+
+void TestConsoleRuns::showRun_scrollsToWhereItBegins_data() {
+    QTest::addColumn<QString>("output");
+    QTest::newRow("lines") << QStringLiteral("a line\n").repeated(50);
+    QTest::newRow("a count") << QStringLiteral("\r\x1b[KReading Code...  12%").repeated(50);
+    QTest::newRow("nothing") << "";
+    QTest::newRow("lines taken back")
+        << QStringLiteral("a line\n").repeated(50) + QStringLiteral("\x1b[2Jleft\n").repeated(2);
+    QTest::newRow("a long line") << QString(3 * TerminalText::longestLine, u'x');
+}
+
+void TestConsoleRuns::showRun_scrollsToWhereItBegins() {
+    QFETCH(QString, output);
+    ConsoleView view;
+    showView(view);
+    for (int run = 0; run < 4; ++run) {
+        view.beginRun();
+        view.appendText(QStringLiteral("run %1\n").arg(run));
+        view.endRun();
+        view.appendText(output);
+    }
+    for (const int run : {2, 0, 3, 1}) {
+        view.showRun(run);
+        QCOMPARE(view.textCursor().block().text(), QStringLiteral("run %1").arg(run));
+        QVERIFY(view.viewport()->rect().intersects(view.cursorRect()));
+    }
+}
+
+void TestConsoleRuns::showRun_countsTheRowsOfWrappedLines() {
+    ConsoleView view;
+    showView(view);
+    view.wrapAction()->setChecked(true);
+    for (int run = 0; run < 3; ++run) {
+        view.beginRun();
+        view.appendText(QStringLiteral("run %1\n").arg(run) +
+                        QString(200, u'x').append(u'\n').repeated(5));
+        view.endRun();
+    }
+    view.showRun(1);
+    QCOMPARE(view.textCursor().block().text(), QStringLiteral("run 1"));
+    QVERIFY(view.cursorRect().top() >= 0);
+    QVERIFY(view.cursorRect().top() < view.cursorRect().height());
+}
+
+void TestConsoleRuns::showRun_thatIsGoneShowsTheFirstLine() {
+    ConsoleView view(nullptr, 4096);
+    showView(view);
+    view.beginRun();
+    view.appendText(QStringLiteral("run 0\n") + QStringLiteral("a line\n").repeated(2000));
+    view.beginRun();
+    view.appendText(QStringLiteral("run 1\n"));
+    view.showRun(1);
+    QCOMPARE(view.textCursor().block().text(), QStringLiteral("run 1"));
+    view.showRun(0);
+    QCOMPARE(view.textCursor().blockNumber(), 0);
+    view.clearAll();
+    view.beginRun();
+    view.appendText(QStringLiteral("run 2\nits words\n"));
+    view.showRun(1);
+    QCOMPARE(view.textCursor().blockNumber(), 0);
+    view.showRun(2);
+    QCOMPARE(view.textCursor().block().text(), QStringLiteral("run 2"));
+}
+
+QTEST_MAIN(TestConsoleRuns)
+#include "tst_consoleruns.moc"
