@@ -138,7 +138,15 @@ void ConsoleView::flush() {
 }
 
 void ConsoleView::showRun(qsizetype number) {
-    flush();
+    wantedRun_ = number;
+    scrollToWantedRun();
+}
+
+// Behind a flood there are tens of thousands of lines to be taken in first, in turns.
+void ConsoleView::scrollToWantedRun() {
+    if (terminal_.hasUpdate() || !wantedRun_)
+        return;
+    const qsizetype number = *std::exchange(wantedRun_, std::nullopt);
     const qsizetype linesBack = terminal_.lineNumber() - runLines_.value(number, linesGone);
     const qsizetype line = std::max<qsizetype>(blockCount() - 1 - linesBack, 0);
     const QTextBlock block = document()->findBlockByNumber(int(line));
@@ -151,6 +159,7 @@ void ConsoleView::clearAll() {
     storage_.clear();
     terminal_.clear();
     runLines_.fill(linesGone);
+    wantedRun_.reset();
     saidTrimmed_ = false;
     saidShortened_ = false;
     flush();
@@ -179,6 +188,7 @@ void ConsoleView::showPending() {
     if (any) {
         trimView();
         scrollToEnd();
+        scrollToWantedRun();
     }
     const bool idle = !std::exchange(appended_, false);
     timer_.start(idle && terminal_.hasUpdate() ? 0 : int(gatherTime.count()), this);

@@ -11,6 +11,8 @@
 #include <QPlainTextEdit>
 #include <QTextCharFormat>
 
+#include <optional>
+
 class QAction;
 class QMimeData;
 
@@ -38,8 +40,8 @@ public:
 
     /// Shows everything that waits to be shown.
     void flush();
-    /// Scrolls to where the run \a number begins, counted from 0; to the very first line if that
-    /// has gone.
+    /// Scrolls to where the run \a number begins, counted from 0, as soon as nothing waits to be
+    /// shown; to the very first line if that has gone.
     void showRun(qsizetype number);
     /// Empties storage and view.
     void clearAll();
@@ -96,10 +98,12 @@ private:
     void noteTrimmed();
     void noteShortened();
     void scrollToEnd();
+    void scrollToWantedRun();
 
     ConsoleStorage storage_;
     TerminalText terminal_;
-    QList<qsizetype> runLines_; ///< where runs begin, by the terminal's line numbers
+    QList<qsizetype> runLines_;          ///< where runs begin, by the terminal's line numbers
+    std::optional<qsizetype> wantedRun_; ///< to scroll to
     QTextCharFormat format_;
     QBasicTimer timer_;
     bool appended_ = false; ///< since the last turn

@@ -4,6 +4,7 @@
 #include "widgets/ConsoleView.h"
 
 #include <QAction>
+#include <QScrollBar>
 #include <QTest>
 #include <QTextBlock>
 
@@ -15,7 +16,9 @@ private slots:
     void showRun_scrollsToWhereItBegins_data();
     void showRun_scrollsToWhereItBegins();
     void showRun_countsTheRowsOfWrappedLines();
+    void showRun_leavesWhatWaitsToItsTurns();
     void showRun_thatIsGoneShowsTheFirstLine();
+    void showRun_isForgottenWithTheText();
 };
 
 namespace {
@@ -24,6 +27,19 @@ void showView(ConsoleView &view) {
     view.resize(600, 160);
     view.show();
     QVERIFY(QTest::qWaitForWindowExposed(&view));
+}
+
+QString numberedLines(int count) {
+    QString lines;
+    for (int line = 0; line < count; ++line)
+        lines += QString::number(line) + u'\n';
+    return lines;
+}
+
+bool showsEnd(const ConsoleView &view) {
+    QTextCursor end(view.document());
+    end.movePosition(QTextCursor::End);
+    return view.viewport()->rect().contains(view.cursorRect(end));
 }
 
 } // namespace
@@ -50,6 +66,7 @@ void TestConsoleRuns::showRun_scrollsToWhereItBegins() {
     }
     for (const int run : {2, 0, 3, 1}) {
         view.showRun(run);
+        view.flush();
         QCOMPARE(view.textCursor().block().text(), QStringLiteral("run %1").arg(run));
         QVERIFY(view.viewport()->rect().intersects(view.cursorRect()));
     }
@@ -66,9 +83,26 @@ void TestConsoleRuns::showRun_countsTheRowsOfWrappedLines() {
         view.endRun();
     }
     view.showRun(1);
+    view.flush();
     QCOMPARE(view.textCursor().block().text(), QStringLiteral("run 1"));
     QVERIFY(view.cursorRect().top() >= 0);
     QVERIFY(view.cursorRect().top() < view.cursorRect().height());
+}
+
+// Output that comes within the gathering time of the first piece waits for a turn of the event
+// loop.
+void TestConsoleRuns::showRun_leavesWhatWaitsToItsTurns() {
+    ConsoleView view;
+    showView(view);
+    view.beginRun();
+    view.appendText(QStringLiteral("run 0\n"));
+    view.beginRun();
+    view.appendText(QStringLiteral("run 1\n") + numberedLines(20000));
+    view.showRun(1);
+    QCOMPARE(view.toPlainText(), QStringLiteral("run 0\n"));
+    QTRY_COMPARE(view.textCursor().block().text(), QStringLiteral("run 1"));
+    QVERIFY(view.viewport()->rect().intersects(view.cursorRect()));
+    QVERIFY(view.toPlainText().endsWith(u"\n19999\n"));
 }
 
 void TestConsoleRuns::showRun_thatIsGoneShowsTheFirstLine() {
@@ -79,16 +113,34 @@ void TestConsoleRuns::showRun_thatIsGoneShowsTheFirstLine() {
     view.beginRun();
     view.appendText(QStringLiteral("run 1\n"));
     view.showRun(1);
+    view.flush();
     QCOMPARE(view.textCursor().block().text(), QStringLiteral("run 1"));
     view.showRun(0);
+    view.flush();
     QCOMPARE(view.textCursor().blockNumber(), 0);
     view.clearAll();
     view.beginRun();
     view.appendText(QStringLiteral("run 2\nits words\n"));
     view.showRun(1);
+    view.flush();
     QCOMPARE(view.textCursor().blockNumber(), 0);
     view.showRun(2);
+    view.flush();
     QCOMPARE(view.textCursor().block().text(), QStringLiteral("run 2"));
+}
+
+void TestConsoleRuns::showRun_isForgottenWithTheText() {
+    ConsoleView view;
+    showView(view);
+    view.beginRun();
+    view.appendText(QStringLiteral("run 0\n"));
+    view.appendText(QStringLiteral("its words\n"));
+    view.showRun(0);
+    view.clearAll();
+    view.followOutputAction()->setChecked(true);
+    view.appendText(numberedLines(100));
+    view.flush();
+    QVERIFY(showsEnd(view));
 }
 
 QTEST_MAIN(TestConsoleRuns)
