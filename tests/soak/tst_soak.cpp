@@ -168,7 +168,7 @@ void TestSoak::aLongDay_leavesNothingBehind() {
         endure(velm, load, resting);
 }
 
-// VELM_RUNS says how many. 10,000 take most of an hour, and QTEST_FUNCTION_TIMEOUT (in milliseconds)
+// VELM_RUNS says how many. 10,000 take most of an hour, and QTEST_FUNCTION_TIMEOUT (milliseconds)
 // must leave them that.
 void TestSoak::runsThatPrintAMegabyte_keepLittleOfIt() {
     constexpr int usualRuns = 20;
