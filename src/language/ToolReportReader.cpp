@@ -7,6 +7,7 @@
 #include "language/ToolSentences.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 #include <variant>
 
@@ -130,7 +131,6 @@ void ToolReportReader::Meaning::take(QStringView whole) {
     const bool reasonFollows = std::exchange(reasonFollows_, false);
     if (line.startsWith(u"Found Motorola S-Record file"))
         return takeRecordsFound(line);
-    before_ = {report_.adapterMissing, report_.ignoredId, report_.missingDatabase};
     if (isVector(line)) {
         report_.logicTested = true;
     } else if (line.startsWith(u"This chip may be write-protected.")) {
@@ -166,13 +166,13 @@ void ToolReportReader::Meaning::takeStep(QStringView line) {
 }
 
 // Right before it says so the tool prints the title that the file has. That may read like anything,
-// and over several lines: nothing counts that the tool cannot truly have said yet, nor what it can
-// have said, if the very line before was it.
+// and over several lines: nothing counts that the tool cannot truly have said yet. A warning that
+// it can have said does: one that is missing would do more harm than one too many.
 void ToolReportReader::Meaning::takeRecordsFound(QStringView line) {
-    report_ = {};
-    report_.adapterMissing = before_.adapterMissing;
-    report_.ignoredId = before_.ignoredId;
-    report_.missingDatabase = before_.missingDatabase;
+    ToolReport report;
+    report.adapterMissing = report_.adapterMissing;
+    report.ignoredId = report_.ignoredId;
+    report_ = report;
     report_.decoded = ImageEncoding::SRecord;
     report_.lastLine = line.toString();
     unknownLast_ = false;

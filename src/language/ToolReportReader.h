@@ -10,7 +10,6 @@
 #include <QStringView>
 
 #include <array>
-#include <optional>
 
 /// Which of its two streams the tool said something on.
 enum class ToolStream { Output, Error };
@@ -59,16 +58,7 @@ private:
         void takeUsage();
         void takeRecordsFound(QStringView line);
 
-        /// What may be said of the run before the tool looks at its file.
-        struct Preliminaries {
-            bool adapterMissing = false;
-            std::optional<toolErrors::WrongChipId> ignoredId;
-            QStringList missingDatabase;
-        };
-
         ToolReport report_;
-        /// What had been said of these before the last line.
-        Preliminaries before_;
         /// The next line says why a file could not be opened.
         bool reasonFollows_ = false;
         /// The last line that counts is one that nobody knows.
