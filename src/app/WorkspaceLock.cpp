@@ -120,7 +120,9 @@ Result<WorkspaceLock::Holder> WorkspaceLock::holdFolder(const QString &temporary
         if (holder && *holder == Holder::Another)
             return holder;
     }
-    folder_ = *std::move(folder);
+    // Otherwise the lock of before does no harm: whose folder that is, is asked each time.
+    if (folder->isOpen())
+        folder_ = *std::move(folder);
     return Holder::ThisProcess;
 }
 
