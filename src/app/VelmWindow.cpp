@@ -111,12 +111,13 @@ void VelmWindow::followAll(const WindowMenus &menus) {
 }
 
 bool VelmWindow::start() {
-    delegate_.applicationDidFinishLaunching();
-    // It may have been missing until now, and another start with it.
-    const Result<void> ours = mayUseFolder_();
-    if (!ours && isOfAnotherWindow(*ours.failure()))
+    if (isInOthersFolder())
         return false;
     claimSettings();
+    delegate_.applicationDidFinishLaunching();
+    // It may have been missing until now, and another start with it.
+    if (isInOthersFolder())
+        return false;
     lookForTool(*this, settings_, messages_, nextSteps_);
     restoreWindow();
     window_.show();
@@ -295,6 +296,11 @@ void VelmWindow::restoreWindow() {
         window_.resize(firstSize(window_));
     viewControls_.setChoices(memory_.viewChoices());
     window_.controls().splitter->restoreState(memory_.splitterState());
+}
+
+bool VelmWindow::isInOthersFolder() const {
+    const Result<void> ours = mayUseFolder_();
+    return !ours && isOfAnotherWindow(*ours.failure());
 }
 
 // Not before the workspace is this window's: another one may be at work with the file.

@@ -96,6 +96,7 @@ private:
     void saySomethingStillPrints(bool some);
     void closeDown();
     void restoreWindow();
+    bool isInOthersFolder() const;
     void claimSettings();
     void followSettings();
 
