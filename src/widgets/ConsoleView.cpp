@@ -139,6 +139,8 @@ void ConsoleView::flush() {
 
 void ConsoleView::showRun(qsizetype number) {
     wantedRun_ = number;
+    if (!timer_.isActive())
+        showPending();
     scrollToWantedRun();
 }
 
