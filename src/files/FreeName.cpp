@@ -31,11 +31,11 @@ Result<QString, UnsavedTogether> saveUnderFreeName(const QString &folder, const 
             return path;
         const Result<void, UnsavedTogether> saved =
             saveTogether({{path, bytes}}, Replacing::Refused);
-        if (saved)
+        const UnsavedTogether *unsaved = saved.failure();
+        if (!unsaved)
             return path;
-        const bool wasTakenMeanwhile =
-            saved.failure()->failure.systemError == EEXIST && isNameTaken(path);
+        const bool wasTakenMeanwhile = unsaved->failure.systemError == EEXIST && isNameTaken(path);
         if (!wasTakenMeanwhile)
-            return *saved.failure();
+            return *unsaved;
     }
 }
