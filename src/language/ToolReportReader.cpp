@@ -129,8 +129,6 @@ void ToolReportReader::Meaning::take(QStringView whole) {
     if (line.isEmpty() || isPadding(line))
         return;
     const bool reasonFollows = std::exchange(reasonFollows_, false);
-    if (line.startsWith(u"Found Motorola S-Record file"))
-        return takeRecordsFound(line);
     if (isVector(line)) {
         report_.logicTested = true;
     } else if (line.startsWith(u"This chip may be write-protected.")) {
@@ -139,6 +137,8 @@ void ToolReportReader::Meaning::take(QStringView whole) {
         takeUsage();
     } else if (isStep(line)) {
         takeStep(line);
+    } else if (line.startsWith(u"Found Motorola S-Record file")) {
+        takeRecordsFound(line);
     } else if (isWarning(line)) {
         takeRemark(line);
     } else if (takeRemark(line)) {
