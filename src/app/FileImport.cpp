@@ -132,7 +132,7 @@ void FileImport::take(const ByteBuffer &image, ImportWindow &from) {
     if (const UnsavedTogether *unsaved = saved.failure())
         return from.showProblem(
             tr("%1 could not be written: %2").arg(unsaved->path, unsaved->failure.reason));
-    const QString path = *saved;
+    const QString &path = *saved;
     const QStringList sources = from.sources();
     openBinary(path, from);
     if (with_.settings.stringValue(settingsKeys::binary) == path)
