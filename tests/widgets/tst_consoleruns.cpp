@@ -3,6 +3,8 @@
 
 #include "widgets/ConsoleView.h"
 
+#include "support/ShownConsole.h"
+
 #include <QAction>
 #include <QScrollBar>
 #include <QTest>
@@ -20,29 +22,6 @@ private slots:
     void showRun_thatIsGoneShowsTheFirstLine();
     void showRun_isForgottenWithTheText();
 };
-
-namespace {
-
-void showView(ConsoleView &view) {
-    view.resize(600, 160);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-}
-
-QString numberedLines(int count) {
-    QString lines;
-    for (int line = 0; line < count; ++line)
-        lines += QString::number(line) + u'\n';
-    return lines;
-}
-
-bool showsEnd(const ConsoleView &view) {
-    QTextCursor end(view.document());
-    end.movePosition(QTextCursor::End);
-    return view.viewport()->rect().contains(view.cursorRect(end));
-}
-
-} // namespace
 
 void TestConsoleRuns::showRun_scrollsToWhereItBegins_data() {
     QTest::addColumn<QString>("output");

@@ -4,6 +4,8 @@
 #include "support/Themes.h"
 #include "widgets/ConsoleView.h"
 
+#include "support/ShownConsole.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -50,25 +52,6 @@ private slots:
 };
 
 namespace {
-
-void showView(ConsoleView &view) {
-    view.resize(600, 160);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-}
-
-QString numberedLines(int count) {
-    QString lines;
-    for (int line = 0; line < count; ++line)
-        lines += QString::number(line) + u'\n';
-    return lines;
-}
-
-bool showsEnd(const ConsoleView &view) {
-    QTextCursor end(view.document());
-    end.movePosition(QTextCursor::End);
-    return view.viewport()->rect().contains(view.cursorRect(end));
-}
 
 /// The formats of all characters, each once, as "points colour".
 QStringList formats(const ConsoleView &view) {
