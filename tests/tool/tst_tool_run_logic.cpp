@@ -54,6 +54,20 @@ int runLogicTest(ToolBench &bench, const char *behaviour) {
     return run->launch();
 }
 
+/// A logic test by a user who may not remove the report of before, whose mode is \a mode.
+void testOverOlderReport(ToolBench &bench, ScriptedMiniPro &run, mode_t mode) {
+    const QString path = bench.path("temp_logtest.bin");
+    QVERIFY(writeWholeFile(path, "Logic test of an older chip\n"));
+    QCOMPARE(::chmod(qUtf8Printable(path), mode), 0);
+    QCOMPARE(::chmod(qUtf8Printable(bench.work.path()), 0555), 0);
+    QCOMPARE(::chmod(qUtf8Printable(bench.folder.path()), 0755), 0);
+    bench.useDouble("fail");
+    run.setLogicOperation();
+    const UnprivilegedUser user;
+    QVERIFY(user.isValid());
+    QCOMPARE(run.launch(), 1);
+}
+
 /// Shows the first piece so slowly that the tool has said everything by then.
 class SlowConsole final : public Console {
 public:
@@ -205,18 +219,8 @@ void TestToolRunLogic::results_thatCannotBeRemovedAreLogged() {
 void TestToolRunLogic::results_thatCannotBeRemovedAreEmptied() {
     ToolBench bench;
     const QString path = bench.path("temp_logtest.bin");
-    QVERIFY(writeWholeFile(path, "Logic test of an older chip\n"));
-    QCOMPARE(::chmod(qUtf8Printable(path), 0666), 0);
-    QCOMPARE(::chmod(qUtf8Printable(bench.work.path()), 0555), 0);
-    QCOMPARE(::chmod(qUtf8Printable(bench.folder.path()), 0755), 0);
-    bench.useDouble("fail");
     const auto run = bench.newRun();
-    run->setLogicOperation();
-    {
-        const UnprivilegedUser user;
-        QVERIFY(user.isValid());
-        QCOMPARE(run->launch(), 1);
-    }
+    testOverOlderReport(bench, *run, 0666);
     QVERIFY(bool(run->reportWritten()));
     QCOMPARE(bench.log.lines.first(),
              QStringLiteral("unable to remove temp file at path: ") + path);
@@ -226,18 +230,8 @@ void TestToolRunLogic::results_thatCannotBeRemovedAreEmptied() {
 void TestToolRunLogic::results_thatCannotBeEmptiedAreOlder() {
     ToolBench bench;
     const QString path = bench.path("temp_logtest.bin");
-    QVERIFY(writeWholeFile(path, "Logic test of an older chip\n"));
-    QCOMPARE(::chmod(qUtf8Printable(path), 0444), 0);
-    QCOMPARE(::chmod(qUtf8Printable(bench.work.path()), 0555), 0);
-    QCOMPARE(::chmod(qUtf8Printable(bench.folder.path()), 0755), 0);
-    bench.useDouble("fail");
     const auto run = bench.newRun();
-    run->setLogicOperation();
-    {
-        const UnprivilegedUser user;
-        QVERIFY(user.isValid());
-        QCOMPARE(run->launch(), 1);
-    }
+    testOverOlderReport(bench, *run, 0444);
     QVERIFY(run->reportWritten().failure());
     QVERIFY(run->reportWritten().failure()->isOlder);
     QCOMPARE(run->reportWritten().failure()->failure.reason, QStringLiteral("Permission denied"));
