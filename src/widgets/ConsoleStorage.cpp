@@ -19,12 +19,18 @@ bool ConsoleStorage::append(const QString &piece) {
     if (!chunks_.empty() && chunks_.back().size() + piece.size() <= chunkLength)
         chunks_.back().append(piece);
     else
-        chunks_.push_back(piece);
+        beginChunk(piece);
     length_ += piece.size();
     if (length_ <= limit_)
         return false;
     trim();
     return !std::exchange(trimmed_, true);
+}
+
+void ConsoleStorage::beginChunk(const QString &piece) {
+    if (!chunks_.empty())
+        chunks_.back().pack();
+    chunks_.emplace_back(piece);
 }
 
 void ConsoleStorage::clear() {
@@ -41,8 +47,7 @@ QString ConsoleStorage::start(qsizetype count) const {
     text.reserve(std::min(count, length_));
     qsizetype skip = skipped_;
     for (auto chunk = chunks_.begin(); chunk != chunks_.end() && text.size() < count; ++chunk) {
-        text += QStringView(*chunk).sliced(skip).first(
-            std::min(chunk->size() - skip, count - text.size()));
+        chunk->copyTo(text, skip, std::min(chunk->size() - skip, count - text.size()));
         skip = 0;
     }
     return text;
@@ -72,7 +77,7 @@ void ConsoleStorage::dropFront(qsizetype count) {
     }
     skipped_ += count;
     if (skipped_ > chunkLength) {
-        chunks_.front().remove(0, skipped_);
+        chunks_.front().removeFirst(skipped_);
         skipped_ = 0;
     }
 }

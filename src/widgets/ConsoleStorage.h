@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "widgets/ConsoleChunk.h"
+
 #include <QString>
 
 #include <deque>
@@ -12,7 +14,8 @@
 /// printed); beyond that the oldest text goes, up to the next line break if one is near.
 class ConsoleStorage {
 public:
-    /// 16 Mi UTF-16 units: 16 MiB of ASCII output, 32 MiB of memory.
+    /// 16 Mi UTF-16 units: 16 MiB of ASCII output, which take as much memory. Text with characters
+    /// above U+00FF takes twice that.
     static constexpr qsizetype defaultLimit = qsizetype(16) << 20;
     /// How far behind the limit a line break still counts as near, in UTF-16 units.
     static constexpr qsizetype nearestBreak = 4096;
@@ -34,6 +37,7 @@ public:
     qsizetype limit() const { return limit_; }
 
 private:
+    void beginChunk(const QString &piece);
     void trim();
     void dropFront(qsizetype count);
     QString start(qsizetype count) const;
@@ -43,5 +47,5 @@ private:
     qsizetype length_ = 0;
     qsizetype skipped_ = 0; ///< units of the first chunk that are gone
     bool trimmed_ = false;
-    std::deque<QString> chunks_;
+    std::deque<ConsoleChunk> chunks_; ///< all but the last are packed
 };

@@ -5,18 +5,32 @@
 
 #include <QTest>
 
+#include <malloc.h>
+
 class TestConsoleStorage : public QObject {
     Q_OBJECT
 
 private slots:
     void append_keepsEveryPieceExactly();
     void append_keepsManyPiecesInOrder();
+    void append_keepsCharactersOfAnyWidth();
+    void append_takesAByteForALetter();
     void trim_data();
     void trim();
     void trim_cutsAtALineBreakOnlyIfOneIsNear();
     void trim_isToldOnce();
     void defaultLimit_isSixteenMebiUnits();
 };
+
+namespace {
+
+/// What the program has asked for and not given back, in bytes.
+size_t allocated() {
+    const struct mallinfo2 now = ::mallinfo2();
+    return now.uordblks + now.hblkhd;
+}
+
+} // namespace
 
 void TestConsoleStorage::append_keepsEveryPieceExactly() {
     ConsoleStorage storage;
@@ -37,6 +51,37 @@ void TestConsoleStorage::append_keepsManyPiecesInOrder() {
         whole += piece;
     }
     QCOMPARE(storage.text(), whole);
+}
+
+// What fills a chunk is kept as narrow as its widest character lets it.
+void TestConsoleStorage::append_keepsCharactersOfAnyWidth() {
+    const QStringList lines = {QStringLiteral("Reading Code...\n"), QStringLiteral("\u00ff\n"),
+                               QStringLiteral("\u0100\n"), QString(QChar(0xd83d)) + u'\n',
+                               QStringLiteral("\U0001f600\n")};
+    constexpr qsizetype moreThanAChunk = 70000;
+    ConsoleStorage storage;
+    QString whole;
+    for (const QString &line : lines + lines) {
+        const QString piece = line.repeated(moreThanAChunk / line.size());
+        storage.append(piece);
+        whole += piece;
+    }
+    QVERIFY(storage.text() == whole);
+    QCOMPARE(storage.length(), whole.size());
+}
+
+void TestConsoleStorage::append_takesAByteForALetter() {
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("the sanitizer keeps more");
+#endif
+    constexpr qsizetype letters = ConsoleStorage::defaultLimit / 2;
+    const QString line = QString(79, u'x') + u'\n';
+    const size_t before = allocated();
+    ConsoleStorage storage;
+    while (storage.length() < letters)
+        storage.append(line);
+    const size_t taken = allocated() - before;
+    QVERIFY2(taken < size_t(letters) * 5 / 4, qPrintable(QString::number(taken)));
 }
 
 void TestConsoleStorage::trim_data() {
