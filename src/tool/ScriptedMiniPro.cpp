@@ -70,7 +70,7 @@ ScriptedMiniPro::~ScriptedMiniPro() {
 }
 
 int ScriptedMiniPro::launch() {
-    reader_.setOperation(operation);
+    reader_->setOperation(operation);
     launched_ = ToolSettings::readFrom(defaults);
     if (operation == LogicOperation)
         report_.begin(pathOfReport(defaults), log_);
@@ -219,7 +219,8 @@ void ScriptedMiniPro::handleChunk(ReadHandle *handle, const QByteArray &chunk, Q
 }
 
 void ScriptedMiniPro::show(const QString &piece, ToolStream stream, QString &text) {
-    reader_.take(piece, stream);
+    if (reader_)
+        reader_->take(piece, stream);
     collect(piece, text);
     tail_.append(piece);
     appendToOutputView(piece);
@@ -383,6 +384,7 @@ void ScriptedMiniPro::releaseOutput() {
     collecting_ = false;
     mstroutput = QString();
     tail_.release();
+    reader_.reset();
 }
 
 RunFacts ScriptedMiniPro::facts() const {
@@ -397,6 +399,7 @@ RunFacts ScriptedMiniPro::facts() const {
     facts.status = end.status;
     facts.killedBySignal = end.killedBySignal;
     facts.stopRequested = end.stopRequested;
-    facts.report = reader_.report();
+    if (reader_)
+        facts.report = reader_->report();
     return facts;
 }

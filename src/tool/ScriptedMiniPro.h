@@ -20,6 +20,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 class Console;
@@ -88,13 +89,13 @@ public:
     QString saidTail() const { return tail_.text(); }
     /// How many characters both streams have printed.
     qint64 printed() const { return tail_.printed(); }
-    /// Gives the memory of the collected output back. To be called after the run, once saidTail()
-    /// has been taken: runs are kept for as long as the program lives. Their reports are in the
-    /// facts, the whole is on the console; so is what arrives later, from something that the tool
-    /// left running.
+    /// Gives the memory of what was said back. To be called after the run, once saidTail() and
+    /// facts() have been taken: runs are kept for as long as the program lives. The whole is on the
+    /// console; so is what arrives later, from something that the tool left running.
     void releaseOutput();
     /// What the run itself knows of what became of it, for judgeRun(); to be asked after it. The
-    /// image, and which programmers are plugged in, are for the caller to add.
+    /// image, and which programmers are plugged in, are for the caller to add. After
+    /// releaseOutput() their report is empty.
     RunFacts facts() const;
     /// Whether the results file of a logic test holds all that was printed, and if not, why.
     const Result<void, ReportTrouble> &reportWritten() const { return report_.written(); }
@@ -104,7 +105,7 @@ public:
     /// The files that the tool may write beside the one that a Read asks for, by path.
     void setFilesBesideRead(const QStringList &paths) { filesBesideRead_ = paths; }
     /// How far the run has come, as the tool tells; changes with said().
-    RunProgress progress() const { return reader_.progress(); }
+    RunProgress progress() const { return reader_ ? reader_->progress() : RunProgress(); }
 
     /// Output is waiting (or has ended) on \a handle: takes one chunk and listens again.
     void outData(ReadHandle *handle);
@@ -170,7 +171,8 @@ private:
     Result<void, StartTrouble> start_;
     ReportKeeper report_;
     ChildEnd end_;
-    ToolReportReader reader_;
+    /// Null once it has been given back.
+    std::unique_ptr<ToolReportReader> reader_ = std::make_unique<ToolReportReader>();
     KnownMemories knownMemories_;
     QStringList filesBesideRead_;
     bool collecting_ = true;
