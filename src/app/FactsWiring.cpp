@@ -31,14 +31,34 @@ QString originOfRead(const ByteBuffer &bytes, const ReadOrigin &origin) {
     return read ? readOriginWords(read->device, read->endedAt, QDate::currentDate()) : QString();
 }
 
+/// Nothing has been written since the last Read that brought its data.
+bool nothingWrittenSinceRead(const QList<RunRecord> &runs) {
+    for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
+        if (run->operation == ReadOperation && run->outcome.endedWell())
+            return true;
+        if (run->operation == WriteOperation &&
+            run->outcome.verdict != RunOutcome::Verdict::NotStarted)
+            return false;
+    }
+    return false;
+}
+
+/// The chip that is set is known to hold the data read.
+bool chipHoldsDataRead(const AppDelegate &delegate, const RunLog &runs, const QString &device) {
+    const auto read = delegate.readOrigin().of(delegate.state().read_from_chip_data);
+    return read && read->device == device && nothingWrittenSinceRead(runs.records());
+}
+
 /// How the images differ, and what that means for the chip.
-QString comparisonWords(const FactsContext &context) {
+QString comparisonWords(const AppDelegate &delegate, const RunLog &runs,
+                        const FactsContext &context) {
     const ImageComparison &comparison = context.comparison;
     if (!comparison.hasBoth())
         return {};
     const std::optional<ImageDifferences> differences = comparison.differences();
     QStringList words = {differenceWords(differences, comparison.extraBytes())};
-    if (differences && losesBitsOnly(context.settings.stringValue(settingsKeys::device)))
+    const QString device = context.settings.stringValue(settingsKeys::device);
+    if (differences && losesBitsOnly(device) && chipHoldsDataRead(delegate, runs, device))
         words << erasureWords(*differences, comparison.coversAllToBurn());
     words.removeAll(QString());
     return words.join(QStringLiteral(", "));
@@ -54,19 +74,19 @@ void markDifferences(ImageMap &map, const ImageComparison &comparison) {
 }
 
 std::optional<ShownImage> shownImage(const Ui::MainWindow &c, AppDelegate &delegate,
-                                     const FactsContext &context) {
+                                     const RunLog &runs, const FactsContext &context) {
     const QString tab = c.tabview->selectedTabViewItem().identifier;
     const ByteBuffer &bytes = delegate.state().display_data;
     if (tab == readTabIdentifier())
         return ShownImage{bytes, 0, true, originOfRead(bytes, delegate.readOrigin()),
-                          comparisonWords(context)};
+                          comparisonWords(delegate, runs, context)};
     if (tab != burnTabIdentifier())
         return std::nullopt;
     const ImageState state = delegate.edits().state();
     return ShownImage{bytes, state.revision, false,
                       burnOriginWords(state.source, state.madeWith.binary,
                                       delegate.openedBinary().onDisk(), state.edits),
-                      comparisonWords(context)};
+                      comparisonWords(delegate, runs, context)};
 }
 
 } // namespace
@@ -74,7 +94,9 @@ std::optional<ShownImage> shownImage(const Ui::MainWindow &c, AppDelegate &deleg
 void wireFacts(MainWindow &window, AppDelegate &delegate, const RunLog &runs,
                const FactsContext &context) {
     const Ui::MainWindow &c = window.controls();
-    const auto shown = [&c, &delegate, context] { return shownImage(c, delegate, context); };
+    const auto shown = [&c, &delegate, &runs, context] {
+        return shownImage(c, delegate, runs, context);
+    };
     c.factsLine->follow(*c.tableview, shown);
     c.imageMap->follow(*c.tableview, shown);
     QObject::connect(&context.comparison, &ImageComparison::changed, c.imageMap,

@@ -18,6 +18,7 @@ private slots:
     void stepsWithoutDifferences_sayWhy();
     void stepsInEqualImages_takeNoLookAtThem();
     void eprom_saysWhetherItMustBeErased();
+    void eprom_isJudgedOnlyByWhatItIsKnownToHold();
     void assistiveTechnology_readsTheOtherByte();
 };
 
@@ -185,6 +186,34 @@ void TestWindowDifferences::eprom_saysWhetherItMustBeErased() {
     QTRY_VERIFY(facts(velm).contains(u"2 differences, needs erasing: 4 bits"));
     velm.settings().setValue(settingsKeys::device, QStringLiteral("W27C512@DIP28"));
     QTRY_VERIFY(!facts(velm).contains(u"erasing"));
+}
+
+// What was read tells nothing of a chip that was written since, or of another one.
+void TestWindowDifferences::eprom_isJudgedOnlyByWhatItIsKnownToHold() {
+    const QString device = QStringLiteral("M27C512@DIP28");
+    WindowFixture velm;
+    velm.settings().setValue(settingsKeys::device, device);
+    readTwentyBytes(velm, "0123456789ABCDEFGHI\x40");
+    velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
+    QTRY_VERIFY(facts(velm).contains(u"1 difference, can be burned on top"));
+
+    velm.settings().setValue(settingsKeys::device, QStringLiteral("M27C256B@DIP28"));
+    QTRY_VERIFY(!facts(velm).contains(u"on top"));
+    velm.settings().setValue(settingsKeys::device, device);
+    QTRY_VERIFY(facts(velm).contains(u"can be burned on top"));
+
+    velm.click(velm.controls().btn_write);
+    velm.settle();
+    QTRY_VERIFY(!facts(velm).contains(u"on top"));
+    QVERIFY(facts(velm).contains(u"1 difference"));
+
+    velm.click(velm.controls().btn_read);
+    velm.settle();
+    QTRY_VERIFY(facts(velm).contains(u"can be burned on top"));
+    velm.useTool("printf 0123456789ABCDEFGHIJ > \"$4\"; exit 1\n");
+    velm.click(velm.controls().btn_read);
+    velm.settle();
+    QTRY_VERIFY(!facts(velm).contains(u"on top"));
 }
 
 void TestWindowDifferences::assistiveTechnology_readsTheOtherByte() {
