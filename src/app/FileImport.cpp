@@ -12,7 +12,6 @@
 #include "control/Messages.h"
 #include "control/UserFiles.h"
 #include "devices/ChipInquiry.h"
-#include "exchange/ImportWindow.h"
 #include "files/FileLoading.h"
 #include "files/FreeName.h"
 #include "files/PrivateFolder.h"
@@ -32,6 +31,7 @@
 #include <QMenu>
 #include <QPointer>
 
+#include <optional>
 #include <utility>
 
 namespace {
@@ -87,18 +87,19 @@ void FileImport::load(const QString &path) {
     if (with_.gate.refuses())
         return;
     with_.messages.happened(Event::ImportAsked);
+    const std::optional<FileStamp> stamp = FileStamp::of(path);
     const auto loaded = loadWholeFile(path);
     if (const Failure *failure = loaded.failure())
         with_.messages.say(Topic::Import,
                            tr("%1 could not be read, so nothing was imported: %2")
                                .arg(QDir::toNativeSeparators(path), failure->reason));
     else
-        show(path, *loaded);
+        show({path, *loaded, stamp});
 }
 
-void FileImport::show(const QString &path, const ByteBuffer &bytes) {
-    auto *window = new ImportWindow({path, bytes}, {chosenFill(with_.settings), knownChip(with_)},
-                                    &with_.window);
+void FileImport::show(const ImportWindow::File &file) {
+    auto *window =
+        new ImportWindow(file, {chosenFill(with_.settings), knownChip(with_)}, &with_.window);
     connect(window, &ImportWindow::rawChosen, this,
             [this, window] { openBinary(window->path(), *window); });
     connect(window, &ImportWindow::imageChosen, this,
@@ -113,12 +114,13 @@ void FileImport::choosePart(ImportWindow &window) {
     with_.files.openForImport(&window, [shown = QPointer(&window)](const QString &path) {
         if (!shown)
             return;
+        const std::optional<FileStamp> stamp = FileStamp::of(path);
         const auto loaded = loadWholeFile(path);
         if (const Failure *failure = loaded.failure())
             shown->showProblem(tr("%1 could not be read: %2")
                                    .arg(QDir::toNativeSeparators(path), failure->reason));
         else
-            shown->addPart({path, *loaded});
+            shown->addPart({path, *loaded, stamp});
     });
 }
 
@@ -133,7 +135,7 @@ void FileImport::take(const ByteBuffer &image, ImportWindow &from) {
         return from.showProblem(
             tr("%1 could not be written: %2").arg(unsaved->path, unsaved->failure.reason));
     const QString &path = *saved;
-    const QStringList sources = from.sources();
+    const QList<ImportWindow::Source> sources = from.sources();
     openBinary(path, from);
     if (with_.settings.stringValue(settingsKeys::binary) == path)
         watchSources(sources);
@@ -146,14 +148,15 @@ void FileImport::openBinary(const QString &path, ImportWindow &from) {
     with_.delegate.openBinary(path);
 }
 
-void FileImport::watchSources(const QStringList &paths) {
+void FileImport::watchSources(const QList<ImportWindow::Source> &sources) {
     sources_.clear();
     writtenSources_.clear();
-    for (const QString &path : paths) {
+    for (const ImportWindow::Source &source : sources) {
         auto watch = std::make_unique<OpenedFileWatch>();
-        watch->watch(path);
-        connect(watch.get(), &OpenedFileWatch::stateChanged, this,
-                [this, path](OpenedFileWatch::State state) { noteOnDisk(path, state); });
+        watch->watch(source.path, source.stamp);
+        connect(
+            watch.get(), &OpenedFileWatch::stateChanged, this,
+            [this, path = source.path](OpenedFileWatch::State state) { noteOnDisk(path, state); });
         sources_.push_back(std::move(watch));
     }
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "app/ExchangeSurroundings.h"
+#include "exchange/ImportWindow.h"
 #include "files/ByteBuffer.h"
 #include "files/OpenedFileWatch.h"
 
@@ -13,7 +14,6 @@
 #include <memory>
 #include <vector>
 
-class ImportWindow;
 struct WindowMenus;
 
 /// Imports files. What is text of records, which the programmer tool would decode by itself, is
@@ -37,11 +37,11 @@ public:
 
 private:
     void load(const QString &path);
-    void show(const QString &path, const ByteBuffer &bytes);
+    void show(const ImportWindow::File &file);
     void choosePart(ImportWindow &window);
     void take(const ByteBuffer &image, ImportWindow &from);
     void openBinary(const QString &path, ImportWindow &from);
-    void watchSources(const QStringList &paths);
+    void watchSources(const QList<ImportWindow::Source> &sources);
     void noteOnDisk(const QString &source, OpenedFileWatch::State state);
     void sayWritten(const QString &source);
 

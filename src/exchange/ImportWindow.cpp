@@ -33,6 +33,7 @@ ImportWindow::ImportWindow(const File &file, const Offers &offers, QWidget *wind
     : QDialog(window),
       controls_(std::make_unique<Ui::ImportWindow>()),
       path_(file.path),
+      stamps_({{file.path, file.stamp}}),
       import_(file.bytes) {
     Ui::ImportWindow &c = *controls_;
     c.setupUi(this);
@@ -112,13 +113,13 @@ void ImportWindow::setChip(const ChipSize &chip) {
     controls_->order->setChip(chip);
 }
 
-QStringList ImportWindow::sources() const {
+QList<ImportWindow::Source> ImportWindow::sources() const {
     if (!isJoining())
-        return {path_};
-    QStringList paths;
+        return {{path_, stamps_[path_]}};
+    QList<Source> sources;
     for (const PartList::Part &part : controls_->parts->parts())
-        paths << part.path;
-    return paths;
+        sources.append({part.path, stamps_[part.path]});
+    return sources;
 }
 
 QString ImportWindow::name() const {
@@ -141,6 +142,7 @@ void ImportWindow::addPart(const File &file) {
         return showProblem(tr("%1 is text of records, and something about it must be asked. Import "
                               "it first, and add the binary that comes of it.")
                                .arg(name));
+    stamps_[file.path] = file.stamp;
     controls_->parts->add(file.path, *bytes);
 }
 

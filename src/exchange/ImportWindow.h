@@ -8,9 +8,12 @@
 #include "exchange/OrderWords.h"
 #include "exchange/RecordImport.h"
 #include "files/ByteBuffer.h"
+#include "files/FileStamp.h"
 #include "formats/RecordFormat.h"
 
 #include <QDialog>
+#include <QHash>
+#include <QList>
 
 #include <memory>
 #include <optional>
@@ -31,6 +34,8 @@ public:
     struct File {
         QString path;
         ByteBuffer bytes; ///< not null
+        /// The file's before they were read.
+        std::optional<FileStamp> stamp;
     };
 
     /// What is offered.
@@ -48,8 +53,12 @@ public:
 
     Ui::ImportWindow &controls() { return *controls_; }
     const QString &path() const { return path_; }
-    /// The files whose bytes are imported.
-    QStringList sources() const;
+    /// A file whose bytes are imported, and its stamp before they were read.
+    struct Source {
+        QString path;
+        std::optional<FileStamp> stamp;
+    };
+    QList<Source> sources() const;
     /// What to call their bytes, without an ending.
     QString name() const;
 
@@ -102,6 +111,7 @@ private:
 
     std::unique_ptr<Ui::ImportWindow> controls_;
     QString path_;
+    QHash<QString, std::optional<FileStamp>> stamps_; ///< of all files that were read, by path
     RecordImport import_;
     Flattening flattening_; ///< of the image, or of the one that is being made
     ByteBuffer image_;      ///< of the file alone; null while it is not known

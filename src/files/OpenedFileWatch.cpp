@@ -18,21 +18,30 @@ constexpr std::chrono::milliseconds quiet(200);
 OpenedFileWatch::OpenedFileWatch(QObject *parent) : QObject(parent) {
     settling_.setSingleShot(true);
     settling_.setInterval(quiet);
-    const auto waitForQuiet = [this] { settling_.start(); };
-    connect(&watcher_, &QFileSystemWatcher::fileChanged, this, waitForQuiet);
-    connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, waitForQuiet);
+    connect(&watcher_, &QFileSystemWatcher::fileChanged, this, [this] { settling_.start(); });
+    // Most of what happens in a folder is about others, and need not come to rest.
+    connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, [this] {
+        if (!settling_.isActive())
+            settling_.start();
+    });
     connect(&settling_, &QTimer::timeout, this, &OpenedFileWatch::look);
 }
 
 void OpenedFileWatch::watch(const QString &path) {
+    watch(path, FileStamp::of(path));
+}
+
+void OpenedFileWatch::watch(const QString &path, const std::optional<FileStamp> &opened) {
     const QStringList watched = watcher_.files() + watcher_.directories();
     if (!watched.isEmpty())
         watcher_.removePaths(watched);
-    opened_ = FileStamp::of(path);
+    opened_ = opened;
     path_ = opened_ ? path : QString();
     seen_ = opened_;
     settling_.stop();
     listen();
+    if (opened_ && FileStamp::of(path_) != opened_)
+        settling_.start();
 }
 
 // A file that is replaced is another one to the system, so its folder is watched as well.

@@ -8,6 +8,9 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
+
+#include <chrono>
 
 /// A file that changes on the disk after it was opened.
 class TestOpenedFileWatch : public QObject {
@@ -19,6 +22,8 @@ private slots:
     void replacing_isNoticedTwice();
     void writingTwice_isNoticedTwice();
     void goingAndComing_isNoticed();
+    void writingSinceAnEarlierStamp_isNoticed();
+    void busyFolder_hidesNothing();
     void anotherFile_isWatchedInstead();
     void aFileThatIsMissing_isNotWatched();
 
@@ -70,6 +75,28 @@ void TestOpenedFileWatch::replacing_isNoticedTwice() {
     watch_->watch(path());
     replaceBy("third!");
     QCOMPARE(next(), State::Changed);
+}
+
+void TestOpenedFileWatch::writingSinceAnEarlierStamp_isNoticed() {
+    const std::optional<FileStamp> before = FileStamp::of(path());
+    watch_->watch({});
+    QVERIFY(writeWholeFile(path(), "second"));
+    watch_->watch(path(), before);
+    QCOMPARE(next(), State::Changed);
+}
+
+// Somebody who builds in it, say.
+void TestOpenedFileWatch::busyFolder_hidesNothing() {
+    constexpr std::chrono::milliseconds pause(20);
+    QTimer others;
+    connect(&others, &QTimer::timeout, this, [this, isThere = false]() mutable {
+        const QString other = path(QStringLiteral("other.o"));
+        isThere = isThere ? !QFile::remove(other) : writeWholeFile(other, "object");
+    });
+    others.start(pause);
+    QVERIFY(writeWholeFile(path(), "second"));
+    QCOMPARE(next(), State::Changed);
+    QVERIFY(others.isActive());
 }
 
 // What was written first may have been the same bytes.

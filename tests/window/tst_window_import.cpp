@@ -25,6 +25,7 @@ private slots:
     void import_opensAFileOfTheProgramsOwn();
     void import_survivesARestart();
     void sourceWrittenSince_isSaid();
+    void sourceWrittenBeforeTheImport_isSaid();
     void sourceWrittenSince_isSaidBesideTheBinary();
     void sourceOfAnEarlierBinary_isForgotten();
     void import_keepsWhatAnotherFileOfThatNameGave();
@@ -158,6 +159,17 @@ void TestWindowImport::sourceWrittenSince_isSaid() {
     QVERIFY(hasGone(*velm_));
     QCOMPARE(velm_->state().opened_bin_data->size(), 1);
     QTRY_VERIFY(!velm_->message().contains(u"since it was imported"));
+}
+
+// The window shows what the file held when it was read, and imports that.
+void TestWindowImport::sourceWrittenBeforeTheImport_isSaid() {
+    ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
+    const QString path = velm_->write(QStringLiteral("rom.hex"), ":0100000001FE\n:00000001FF\n");
+    velm_->click(window->controls().importButton);
+    QVERIFY(hasGone(*velm_));
+    QCOMPARE(velm_->state().opened_bin_data->size(), 21);
+    QTRY_COMPARE(velm_->message(),
+                 QStringLiteral("Warning: %1 has been written since it was imported.").arg(path));
 }
 
 void TestWindowImport::sourceWrittenSince_isSaidBesideTheBinary() {

@@ -163,8 +163,11 @@ void TestWindowJoining::writtenParts_areSaidUntilAllAreAsTheyWere() {
     c.order->controls().chips->setCurrentIndex(1);
     velm_->panels.answer = velm_->write(QStringLiteral("odd.bin"), "bdf");
     emit c.parts->controls().addButton->clicked();
+    const QString saidOfOdd = QStringLiteral("odd.bin has been written since it was imported.");
+    velm_->write(QStringLiteral("odd.bin"), "written");
     velm_->click(c.importButton);
     QVERIFY(hasGone(*velm_));
+    QTRY_VERIFY(velm_->message().contains(saidOfOdd));
     const QString said = QStringLiteral("even.bin has been written since it was imported.");
     velm_->write(QStringLiteral("even.bin"), "other");
     QTRY_VERIFY(velm_->message().contains(said));
