@@ -21,10 +21,16 @@ public:
         if (failure && QFileInfo(situation.path).size() == 0)
             return tr("%1 is empty: the data to burn could not be written there (%2).")
                 .arg(path, failure->reason);
+        if (failure && !QFileInfo(situation.path).isFile())
+            return tr("%1 is no file: the data to burn could not be written there (%2).")
+                .arg(path, failure->reason);
         if (failure)
             return tr("%1 holds an older image: the data to burn could not be written there "
                       "(%2).")
                 .arg(path, failure->reason);
+        if (const Failure *unread = situation.holdsImage.failure())
+            return tr("%1 could not be read, and may not hold the data to burn (%2).")
+                .arg(path, unread->reason);
         return tr("%1 does not hold the data to burn: something else has changed it.").arg(path);
     }
 
@@ -84,7 +90,7 @@ std::optional<BurnDoubt> doubtAboutImage(const BurnSituation &situation) {
     const bool writes = situation.operation == WriteOperation;
     if (!writes && situation.operation != VerifyOperation)
         return std::nullopt;
-    if (!situation.fileIsImage)
+    if (!situation.fileIsImage())
         return BurnDoubt{.key = QStringLiteral("file"),
                          .sentence = DoubtWording::foreignFile(situation) + u' ' +
                                      DoubtWording::pressAgainForFile(situation),

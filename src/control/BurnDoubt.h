@@ -21,14 +21,18 @@ struct BurnSituation {
     qint64 imageLength = 0;
     /// What the tool would take those data for.
     ImageEncoding encoding = ImageEncoding::Raw;
-    /// The file that the tool is going to get, and whether it holds the image as shown.
+    /// The file that the tool is going to get, and whether it holds the image as shown, if that
+    /// can be found out.
     QString path;
-    bool fileIsImage = true;
+    Result<bool> holdsImage = true;
     /// Whether the image could be written there, or why not.
     Result<void> written;
     /// What is going to be run, and the tool's own text in it.
     QString tool;
     CommandDoubt command;
+
+    /// The file is known to hold the image as shown.
+    bool fileIsImage() const { return holdsImage && *holdsImage; }
 };
 
 /// A reason to ask the user before the tool is started.

@@ -45,13 +45,19 @@ void BurnFile::sayResult(const Result<void> &result) {
     if (result || !image_)
         return messages_.happened(Event::ImageWritten);
     const QString path = resolvedPathOf(defaults_, settingsKeys::temp_output_file);
-    const QString sentence =
-        QFileInfo(path).size() > 0
-            ? tr("The data to burn could not be written to %1, which still holds an older image: "
-                 "%2")
-            : tr("The data to burn could not be written to %1, so nothing is left to burn: %2");
-    messages_.say(Topic::Workspace,
-                  sentence.arg(QDir::toNativeSeparators(path), result.failure()->reason));
+    messages_.say(Topic::Workspace, unwrittenWords(path).arg(QDir::toNativeSeparators(path),
+                                                             result.failure()->reason));
+}
+
+// What is at \a path need not be of the program, nor a file.
+QString BurnFile::unwrittenWords(const QString &path) const {
+    const QFileInfo file(path);
+    if (!file.exists() || (file.isFile() && file.size() == 0))
+        return tr("The data to burn could not be written to %1, so nothing is left to burn: %2");
+    if (file.isFile() && workspace_.mayUse())
+        return tr("The data to burn could not be written to %1, which still holds an older image: "
+                  "%2");
+    return tr("The data to burn could not be written to %1: %2");
 }
 
 void BurnFile::sayIfShared() {
@@ -85,7 +91,7 @@ BurnSituation BurnFile::situation(Operation operation) const {
     burn.imageLength = lengthOf(image_);
     burn.encoding = image_ ? encodingForTool(*image_) : ImageEncoding::Raw;
     burn.path = resolvedPathOf(defaults_, settingsKeys::temp_output_file);
-    burn.fileIsImage = workspace_.outputFileHolds(image_);
+    burn.holdsImage = workspace_.outputFileHolds(image_);
     burn.written = workspace_.lastWrite();
     return burn;
 }
@@ -131,6 +137,7 @@ void BurnFile::writeAgain() {
         return;
     secondPress_.withdraw();
     write();
-    if (workspace_.outputFileHolds(image_))
+    const Result<bool> holds = workspace_.outputFileHolds(image_);
+    if (holds && *holds)
         messages_.say(Topic::ImageFile, tr("The image file holds the data to burn again."));
 }

@@ -47,6 +47,7 @@ public:
 private:
     bool refusesForeignFolder();
     void sayResult(const Result<void> &result);
+    QString unwrittenWords(const QString &path) const;
     void followPath(const QString &key);
     void writeAgain();
 

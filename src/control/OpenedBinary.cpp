@@ -19,11 +19,17 @@ OpenedBinary::OpenedBinary(ByteBuffer &bytes, Messages &messages, const ActionGa
     connect(&watch_, &OpenedFileWatch::stateChanged, this, &OpenedBinary::fileChanged);
 }
 
+// A file that cannot be read counts as another one; opening it says why.
+bool OpenedBinary::isOnDisk(const QString &path) const {
+    const Result<bool> holds = bytes_ ? fileHolds(path, *bytes_) : false;
+    return holds && *holds;
+}
+
 void OpenedBinary::load(const QString &path) {
     messages_.happened(Event::BinaryLoading);
     onDisk_ = OpenedFileWatch::State::AsOpened;
     watch_.watch(path);
-    if (bytes_ && fileHolds(path, *bytes_))
+    if (isOnDisk(path))
         return sayHowItReads(path);
     bytes_ = nullptr;
     if (path.isEmpty())
@@ -49,7 +55,7 @@ void OpenedBinary::sayHowItReads(const QString &path) {
 void OpenedBinary::fileChanged(OpenedFileWatch::State state) {
     const bool isChanged = state == OpenedFileWatch::State::Changed;
     // It may have been touched, or written again as it was.
-    const bool isSame = isChanged && bytes_ && fileHolds(watch_.path(), *bytes_);
+    const bool isSame = isChanged && isOnDisk(watch_.path());
     onDisk_ = isSame ? OpenedFileWatch::State::AsOpened : state;
     sayOnDisk();
     emit onDiskChanged();

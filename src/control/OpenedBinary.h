@@ -36,6 +36,7 @@ signals:
     void importAsked(const QString &path);
 
 private:
+    bool isOnDisk(const QString &path) const;
     void sayHowItReads(const QString &path);
     void askToReload();
     void fileChanged(OpenedFileWatch::State state);

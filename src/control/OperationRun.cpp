@@ -54,8 +54,8 @@ RunRecord recordBefore(Operation operation, const ToolSettings &settings, const 
     record.startedAt = QDateTime::currentDateTime();
     if (!takesImage(operation))
         return record;
-    record.imageLength = burn.fileIsImage ? burn.imageLength : QFileInfo(burn.path).size();
-    if (burn.fileIsImage)
+    record.imageLength = burn.fileIsImage() ? burn.imageLength : QFileInfo(burn.path).size();
+    if (burn.fileIsImage())
         record.imageRevision = imageRevision;
     else
         record.fileMark = FileStamp::text(FileStamp::of(burn.path));
@@ -99,8 +99,8 @@ RunRecord carryOut(ScriptedMiniPro &run, const ToolSettings &settings, const Bur
     record.endedAt = QDateTime::currentDateTime();
     RunFacts facts = run.facts();
     facts.imageLength = record.imageLength;
-    facts.imageIsShown = burn.fileIsImage;
-    if (takesImage(operation) && burn.fileIsImage)
+    facts.imageIsShown = burn.fileIsImage();
+    if (takesImage(operation) && burn.fileIsImage())
         facts.encoding = burn.encoding;
     facts.known = run.knownMemories();
     facts.programmers = pluggedProgrammers();

@@ -11,6 +11,7 @@
 #include <QStringDecoder>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -25,7 +26,7 @@ namespace {
 /// One read() takes at most this much, so that no single call is cut by the system's own limit.
 constexpr qint64 largestRead = 256 * mebibyte;
 
-constexpr qsizetype comparedAtOnce = mebibyte;
+constexpr qsizetype comparedAtOnce = 64 * kibibyte;
 
 struct OpenedFile {
     FileDescriptor descriptor;
@@ -91,13 +92,21 @@ Result<OpenedFile> openRegularFile(const QString &path, qint64 limit) {
     return OpenedFile{std::move(file), status.st_size};
 }
 
-bool readsAs(int file, QByteArrayView bytes) {
-    QByteArray chunk(std::min(comparedAtOnce, bytes.size()), Qt::Uninitialized);
+/// The failure to open says that there is no file, or none that would have been taken.
+bool isNoSuchFile(const Failure &failure) {
+    constexpr int noRegularFile = 0; // the system has no number for it
+    constexpr int errors[] = {ENOENT, ENOTDIR, EISDIR, EFBIG, noRegularFile};
+    return std::find(std::begin(errors), std::end(errors), failure.systemError) != std::end(errors);
+}
+
+Result<bool> readsAs(int file, QByteArrayView bytes) {
+    std::array<char, comparedAtOnce> chunk; // filled before it is read
     while (!bytes.isEmpty()) {
-        const qsizetype wanted = std::min(chunk.size(), bytes.size());
+        const qsizetype wanted = std::min(comparedAtOnce, bytes.size());
         const Result<qint64> got = readFully(file, chunk.data(), wanted);
-        if (!got || *got != wanted ||
-            std::memcmp(chunk.constData(), bytes.data(), size_t(wanted)) != 0)
+        if (const Failure *failure = got.failure())
+            return *failure;
+        if (*got != wanted || std::memcmp(chunk.data(), bytes.data(), size_t(wanted)) != 0)
             return false;
         bytes = bytes.sliced(wanted);
     }
@@ -113,9 +122,11 @@ Result<ByteBuffer> loadWholeFile(const QString &path, qint64 limit) {
     return readAll(opened->descriptor.get(), opened->size);
 }
 
-bool fileHolds(const QString &path, QByteArrayView bytes) {
+Result<bool> fileHolds(const QString &path, QByteArrayView bytes) {
     const Result<OpenedFile> opened = openRegularFile(path, bytes.size());
-    return opened && opened->size == bytes.size() && readsAs(opened->descriptor.get(), bytes);
+    if (const Failure *failure = opened.failure())
+        return isNoSuchFile(*failure) ? Result<bool>(false) : *failure;
+    return opened->size == bytes.size() ? readsAs(opened->descriptor.get(), bytes) : false;
 }
 
 Result<QString> loadUtf8Text(const QString &path, qint64 limit) {

@@ -19,9 +19,9 @@ inline constexpr qint64 largestText = 64 * mebibyte;
 /// shrinks, what is left.
 Result<ByteBuffer> loadWholeFile(const QString &path, qint64 limit = largestImage);
 
-/// True if there is a regular file at \a path and it holds just \a bytes. Reads it piece by piece,
-/// and no further than to the first piece that differs.
-bool fileHolds(const QString &path, QByteArrayView bytes);
+/// Whether there is a regular file at \a path and it holds just \a bytes; a failure if that cannot
+/// be found out. Reads it piece by piece, and no further than to the first piece that differs.
+Result<bool> fileHolds(const QString &path, QByteArrayView bytes);
 
 /// Loads the whole file at \a path, by the same rules, as UTF-8 text. A file that is not valid
 /// UTF-8 throughout is a failure with the number EILSEQ; a leading byte-order mark is a character

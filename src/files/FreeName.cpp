@@ -14,11 +14,17 @@ bool isNameTaken(const QString &path) {
     return file.exists() || file.isSymLink();
 }
 
+// A file that cannot be read counts as another one.
+bool holdsAlready(const QString &path, QByteArrayView bytes) {
+    const Result<bool> holds = fileHolds(path, bytes);
+    return holds && *holds;
+}
+
 QString freePath(const QString &folder, const QString &name, const QString &suffix,
                  QByteArrayView bytes) {
     const QString begin = folder + u'/' + name;
     QString path = begin + suffix;
-    for (int number = 2; isNameTaken(path) && !fileHolds(path, bytes); ++number)
+    for (int number = 2; isNameTaken(path) && !holdsAlready(path, bytes); ++number)
         path = begin + QStringLiteral("-%1").arg(number) + suffix;
     return path;
 }
@@ -27,7 +33,7 @@ Result<QString, UnsavedTogether> saveUnderFreeName(const QString &folder, const 
                                                    const QString &suffix, const QByteArray &bytes) {
     while (true) {
         const QString path = freePath(folder, name, suffix, bytes);
-        if (fileHolds(path, bytes))
+        if (holdsAlready(path, bytes))
             return path;
         const Result<void, UnsavedTogether> saved =
             saveTogether({{path, bytes}}, Replacing::Refused);

@@ -103,7 +103,7 @@ bool TemporaryWorkspace::patch(const QByteArray &bytes, ByteRange changed) {
     return true;
 }
 
-bool TemporaryWorkspace::outputFileHolds(const ByteBuffer &output_data) const {
+Result<bool> TemporaryWorkspace::outputFileHolds(const ByteBuffer &output_data) const {
     const QString path = resolvedPathOf(settings_, settingsKeys::temp_output_file);
     return output_data ? fileHolds(path, *output_data) : !QFileInfo::exists(path);
 }

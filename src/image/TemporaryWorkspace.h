@@ -37,9 +37,10 @@ public:
     /// call left it.
     Result<void> write_output_data_to_temp_file(const ByteBuffer &output_data, ByteRange changed);
 
-    /// True if the file that a Write or Verify would hand to the tool now holds just
-    /// \a output_data; for a null one, if there is no such file.
-    bool outputFileHolds(const ByteBuffer &output_data) const;
+    /// Whether the file that a Write or Verify would hand to the tool now holds just
+    /// \a output_data; for a null one, whether there is no such file. A failure if it cannot be
+    /// read.
+    Result<bool> outputFileHolds(const ByteBuffer &output_data) const;
 
     /// Whether the temporary folder is this program's, or why nothing in it may be changed.
     Result<void> mayUse() const { return mayUse_(); }

@@ -259,7 +259,7 @@ void TestTemporaryWorkspaceWriting::edit_isWrittenInPlace() {
         QCOMPARE(image(), *bytes);
         QCOMPARE(FileStamp::of(at->output())->inode, inode);
     }
-    QVERIFY(at->workspace.outputFileHolds(bytes));
+    QVERIFY(*at->workspace.outputFileHolds(bytes));
 }
 
 void TestTemporaryWorkspaceWriting::edit_ofAFileThatIsAnotherWritesTheWhole() {
@@ -318,9 +318,9 @@ void TestTemporaryWorkspaceWriting::outputFileHolds() {
     const ByteBuffer abc = bufferOf("61 62 63");
     QVERIFY(at->workspace.write_output_data_to_temp_file(abc));
     meddle(*at);
-    QCOMPARE(at->workspace.outputFileHolds(abc), holds);
+    QCOMPARE(*at->workspace.outputFileHolds(abc), holds);
     const QString path = resolvedPathOf(at->settings, temp_output_file);
-    QCOMPARE(at->workspace.outputFileHolds(nullptr), !QFile::exists(path));
+    QCOMPARE(*at->workspace.outputFileHolds(nullptr), !QFile::exists(path));
 }
 
 QTEST_GUILESS_MAIN(TestTemporaryWorkspaceWriting)

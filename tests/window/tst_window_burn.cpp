@@ -3,9 +3,11 @@
 
 #include "window/EditingSteps.h"
 
+#include "support/FailingCalls.h"
 #include "support/Privileges.h"
 
 #include <QDir>
+#include <QFile>
 #include <QPushButton>
 
 #include <sys/stat.h>
@@ -21,6 +23,8 @@ private slots:
     void foreignFile_canBeWrittenAgain();
     void touchedFile_withTheSameBytesIsNotAskedAbout();
     void olderImage_thatNobodyCanRemoveIsAskedAbout();
+    void unreadableFile_isNotSaidToBeChanged();
+    void folderAtThePath_isNoOlderImage();
     void changedPath_getsTheImageAtOnce();
     void foreignFolder_runsNothing();
     void doubleClick_isNoSecondPress();
@@ -121,6 +125,36 @@ void TestWindowBurn::touchedFile_withTheSameBytesIsNotAskedAbout() {
     velm.write(QStringLiteral("workspace/temp.bin"), "0123456789ABCDEFGHIJ");
     velm.click(velm.controls().btn_write);
     QCOMPARE(burned(velm), QByteArray("0123456789ABCDEFGHIJ"));
+}
+
+void TestWindowBurn::unreadableFile_isNotSaidToBeChanged() {
+    WindowFixture velm;
+    useCopyingTool(velm);
+    showTwentyBytes(velm);
+    {
+        const FailingCalls failing("open", 1, EMFILE);
+        velm.click(velm.controls().btn_write);
+        QVERIFY(failing.hasStruck());
+    }
+    QVERIFY(!QFile::exists(chip(velm)));
+    QVERIFY2(velm.message().contains(u"temp.bin could not be read, and may not hold the data to "
+                                     "burn (Too many open files). Press Write again"),
+             qPrintable(velm.message()));
+    QVERIFY(offer(velm));
+}
+
+void TestWindowBurn::folderAtThePath_isNoOlderImage() {
+    WindowFixture velm;
+    useCopyingTool(velm);
+    showTwentyBytes(velm);
+    const QString path = velm.temporary(QStringLiteral("folder"));
+    QVERIFY(QDir().mkpath(path + QStringLiteral("/inside")));
+    velm.settings().setValue(settingsKeys::temp_output_file, path);
+    QVERIFY2(velm.message().contains(QStringLiteral("could not be written to %1: ").arg(path)),
+             qPrintable(velm.message()));
+    velm.click(velm.controls().btn_write);
+    QVERIFY2(velm.message().contains(path + QStringLiteral(" is no file: the data to burn")),
+             qPrintable(velm.message()));
 }
 
 void TestWindowBurn::olderImage_thatNobodyCanRemoveIsAskedAbout() {
