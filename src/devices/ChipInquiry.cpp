@@ -62,12 +62,20 @@ void ChipInquiry::lookAnew() {
 }
 
 void ChipInquiry::followWork(Work now) {
-    if (now == Work::Idle) {
-        lookAnew();
-        return;
-    }
+    if (now == Work::Idle)
+        return lookAfterRun();
     settling_.stop();
     question_.reset();
+}
+
+// A tool may have been replaced by one that knows more devices. Until it answers, what it said last
+// stands.
+void ChipInquiry::lookAfterRun() {
+    const DeviceAnswer *answer = answers_.object(subject());
+    if (!answer || !std::holds_alternative<NoSuchDevice>(*answer))
+        return lookAnew();
+    answers_.remove(subject());
+    settling_.start();
 }
 
 void ChipInquiry::ask() {

@@ -21,8 +21,9 @@ class ToolTrust;
 struct ToolAnswer;
 
 /// Asks the tool in the background what it knows of the device that is set, whenever that or the
-/// tool has settled to another one. An answer is kept for the program's life. While the tool works
-/// for the user nothing is asked, and a question that is open then is put again afterwards.
+/// tool has settled to another one. An answer is kept for the program's life; that a device is
+/// unknown is asked about again after each run. While the tool works for the user nothing is asked,
+/// and a question that is open then is put again afterwards.
 ///
 /// A tool is asked only if it is trusted and is a program without further words, and only about a
 /// name that is one for the shell as well: nobody sees these commands before they are run.
@@ -63,6 +64,7 @@ private:
     Subject subject() const;
     bool mayAsk(const Subject &subject) const;
     void followWork(Work now);
+    void lookAfterRun();
     void ask();
     void take(const Subject &subject, const ToolAnswer &answer);
     void setKnown(const DeviceAnswer &answer);

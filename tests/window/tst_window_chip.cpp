@@ -31,6 +31,7 @@ private slots:
     void toolThatIsBeingTyped_isAskedOnceItIsWhole();
     void run_endsAQuestionAndHasNone();
     void toolThatComesToBeThere_isAskedAfterARun();
+    void toolThatComesToKnowTheDevice_isAskedAfterARun();
     void dataToBurn_areComparedWithTheChip_data();
     void dataToBurn_areComparedWithTheChip();
     void padToTheChip_isOnePress();
@@ -261,6 +262,23 @@ void TestWindowChip::toolThatComesToBeThere_isAskedAfterARun() {
     QCOMPARE(facts(velm), QString());
     program(velm, QStringLiteral("later"), "exec " + simulator.toUtf8() + " \"$@\"\n");
     velm.click(velm.controls().btn_read);
+    QTRY_COMPARE(facts(velm), bytesIn(65536, QStringLiteral("DIP28")));
+}
+
+void TestWindowChip::toolThatComesToKnowTheDevice_isAskedAfterARun() {
+    WindowFixture velm;
+    velm.useSimulator();
+    const QString simulator = velm.settings().stringValue(settingsKeys::miniproLocation);
+    const QString tool =
+        program(velm, QStringLiteral("minipro"), "echo 'Device X not found!' >&2\nexit 1\n");
+    velm.setTool(tool);
+    velm.settings().setValue(settingsKeys::device, chip);
+    velm.start();
+    QTRY_COMPARE(facts(velm), unknownDevice);
+    QVERIFY(QFile::remove(velm.path(QStringLiteral("minipro"))));
+    program(velm, QStringLiteral("minipro"), "exec " + simulator.toUtf8() + " \"$@\"\n");
+    velm.click(velm.controls().btn_read);
+    QCOMPARE(facts(velm), unknownDevice);
     QTRY_COMPARE(facts(velm), bytesIn(65536, QStringLiteral("DIP28")));
 }
 
