@@ -18,15 +18,21 @@
 #include <QGuiApplication>
 #include <QMimeData>
 
+#include <new>
 #include <optional>
 #include <utility>
 
 namespace {
 
-/// QClipboard::text() goes through bytes and back, a third of a second for 100 MB.
-QString clipboardText() {
-    const QMimeData *held = QGuiApplication::clipboard()->mimeData();
-    return held ? held->text() : QString();
+/// Nothing if there is not enough memory for it. QClipboard::text() goes through bytes and back, a
+/// third of a second for 100 MB.
+std::optional<QString> clipboardText() {
+    try {
+        const QMimeData *held = QGuiApplication::clipboard()->mimeData();
+        return held ? held->text() : QString();
+    } catch (const std::bad_alloc &) {
+        return std::nullopt;
+    }
 }
 
 } // namespace
@@ -38,10 +44,12 @@ void BlockActions::paste(PastedText::As as) {
     if (!place)
         return with_.messages.say(Topic::BlockRefused,
                                   tr("Put the cursor on the first byte to paste over."));
-    const QString text = clipboardText();
-    if (text.isEmpty())
+    const std::optional<QString> text = clipboardText();
+    if (!text)
+        return forgetText();
+    if (text->isEmpty())
         return with_.messages.say(Topic::BlockRefused, tr("There is no text on the clipboard."));
-    read({text, as, *place, with_.delegate.imageRevision()});
+    read({*text, as, *place, with_.delegate.imageRevision()});
 }
 
 void BlockActions::read(const Paste &paste) {

@@ -3,10 +3,13 @@
 
 #include "window/BlockSteps.h"
 
+#include "support/AddressSpaceLimit.h"
+
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QLineEdit>
+#include <QMimeData>
 
 /// Pasting over bytes of the data to burn.
 class TestWindowPaste : public QObject {
@@ -29,6 +32,7 @@ private slots:
     void refusal_goesWithTheNextMove();
     void inAField_theKeyPastesThere();
     void longText_leavesTheWindowAlive();
+    void longTextWithoutMemory_isNotPasted();
     void imageThatChangesMeanwhile_isLeftAlone();
     void entryThatIsOpenMeanwhile_countsAsAChange();
     void entryThatIsOpen_endsTheOfferToLengthen();
@@ -297,6 +301,26 @@ void TestWindowPaste::longText_leavesTheWindowAlive() {
     QTRY_COMPARE(velm.message(), QStringLiteral("Reading the clipboard\u2026"));
     QTRY_COMPARE(velm.message(), QStringLiteral("Pasted 4,194,304 bytes at 0000."));
     QCOMPARE(imageAndFile(velm), QByteArray(count, 'a'));
+}
+
+// What another program offers is decoded when it is asked for.
+void TestWindowPaste::longTextWithoutMemory_isNotPasted() {
+    if (!AddressSpaceLimit::works())
+        QSKIP("the sanitizer needs the address space");
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    selectBytes(velm, 0, 1);
+    auto *offered = new QMimeData;
+    offered->setData(QStringLiteral("text/plain;charset=utf-8"), QByteArray(64 << 20, '6'));
+    QGuiApplication::clipboard()->setMimeData(offered);
+    {
+        const AddressSpaceLimit limit(rlim_t(16) << 20);
+        paste(velm);
+    }
+    QVERIFY2(velm.message().contains(u"not enough memory for what is on the clipboard"),
+             qPrintable(velm.message()));
+    QCOMPARE(*velm.state().output_data, QByteArray("0123456789ABCDEFGHIJ"));
+    QGuiApplication::clipboard()->clear();
 }
 
 void TestWindowPaste::imageThatChangesMeanwhile_isLeftAlone() {
