@@ -137,5 +137,9 @@ Result<QString> loadUtf8Text(const QString &path, qint64 limit) {
     if (!bytes.isValidUtf8())
         return Failure{QCoreApplication::translate("FileLoading", "Not valid UTF-8 text"), EILSEQ};
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
-    return QString(decoder(bytes));
+    try {
+        return QString(decoder(bytes));
+    } catch (const std::bad_alloc &) {
+        return Failure::ofSystem(ENOMEM);
+    }
 }

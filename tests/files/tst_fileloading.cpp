@@ -3,6 +3,7 @@
 
 #include "files/FileLoading.h"
 
+#include "support/AddressSpaceLimit.h"
 #include "support/Bytes.h"
 #include "support/FileHelpers.h"
 #include "support/Privileges.h"
@@ -52,6 +53,7 @@ private slots:
     void invalidText_data();
     void invalidText();
     void text_failsAsTheFileDoes();
+    void text_withoutMemoryFails();
 
 private:
     QString path() const { return folder_->filePath(QStringLiteral("a.bin")); }
@@ -256,6 +258,18 @@ void TestFileLoading::text_failsAsTheFileDoes() {
     QCOMPARE(outcomeOf(loadUtf8Text(path(), 2)), QStringLiteral("failed: File too large"));
     QVERIFY(QFile::resize(path(), largestText + 1));
     QCOMPARE(outcomeOf(loadUtf8Text(path())), QStringLiteral("failed: File too large"));
+}
+
+// There is room for the bytes, and not for twice as many.
+void TestFileLoading::text_withoutMemoryFails() {
+    if (!AddressSpaceLimit::works())
+        QSKIP("the sanitizer needs the address space");
+    constexpr qint64 size = 32 * mebibyte;
+    QVERIFY(writeWholeFile(path(), QByteArray(size, 'x')));
+    const AddressSpaceLimit limit(rlim_t(size) * 3 / 2);
+    const Result<QString> text = loadUtf8Text(path(), size);
+    QVERIFY(!text);
+    QCOMPARE(text.failure()->systemError, ENOMEM);
 }
 
 QTEST_GUILESS_MAIN(TestFileLoading)
