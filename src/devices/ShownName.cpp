@@ -3,48 +3,16 @@
 
 #include "devices/ShownName.h"
 
-#include "base/Digits.h"
+#include "base/VisibleText.h"
 
-#include <QChar>
 #include <QList>
-
-namespace {
-
-bool isUnseen(char32_t character) {
-    switch (QChar::category(character)) {
-    case QChar::Other_Control:
-    case QChar::Other_Format:
-    case QChar::Other_Surrogate:
-    case QChar::Other_NotAssigned:
-    case QChar::Separator_Line:
-    case QChar::Separator_Paragraph:
-        return true;
-    default:
-        return false;
-    }
-}
-
-QString escapeOf(char32_t character) {
-    constexpr char32_t pastShort = 0x100;
-    constexpr char32_t pastLong = 0x10000;
-    const QString digits = QString::number(uint(character), hexadecimal);
-    if (character < pastShort)
-        return QStringLiteral("\\x") + digits.rightJustified(2, u'0');
-    if (character < pastLong)
-        return QStringLiteral("\\u") + digits.rightJustified(4, u'0');
-    return QStringLiteral("\\U") + digits.rightJustified(8, u'0');
-}
-
-} // namespace
 
 QString shownName(QStringView name) {
     // No character is shown by fewer units than it has, so one unit more fills what is shown.
     const auto characters = name.first(qMin(name.size(), longestShownName + 1)).toUcs4();
     QString shown;
     for (const uint character : characters) {
-        const QString next = isUnseen(character)
-                                 ? escapeOf(character)
-                                 : QStringView(QChar::fromUcs4(character)).toString();
+        const QString next = visibleCharacter(character);
         if (shown.size() + next.size() > longestShownName)
             return shown + u'\u2026';
         shown += next;

@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+/// \a character as it is; or if nothing is seen of it where it stands in a text, or it changes the
+/// order of others, as an escape: "\x1b", "\u202e", "\U000e0001".
+QString visibleCharacter(char32_t character);
+
+/// The whole of \a text in such characters: it looks like what it says.
+QString visibleText(QStringView text);
