@@ -4,6 +4,7 @@
 #include "language/CommandDoubt.h"
 
 #include "base/Digits.h"
+#include "base/VisibleText.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -19,12 +20,12 @@ public:
     }
 
     static QString plain(const CommandDoubt &doubt) {
-        return tr("The command is: %1.").arg(doubt.command);
+        return tr("The command is: %1.").arg(visibleText(doubt.command));
     }
 
     static QString odd(const CommandDoubt &doubt) {
         return tr("The shell takes %1 in this command for more than a name: %2.")
-            .arg(shown(doubt.oddCharacters), doubt.command);
+            .arg(shown(doubt.oddCharacters), visibleText(doubt.command));
     }
 
 private:

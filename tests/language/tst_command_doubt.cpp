@@ -12,6 +12,7 @@ class TestCommandDoubt : public QObject {
 private slots:
     void oddCharacters_areNamed_data();
     void oddCharacters_areNamed();
+    void command_looksLikeWhatItIs();
 };
 
 void TestCommandDoubt::oddCharacters_areNamed_data() {
@@ -33,6 +34,15 @@ void TestCommandDoubt::oddCharacters_areNamed() {
     QCOMPARE(sentenceOf(doubt),
              QStringLiteral("The shell takes %1 in this command for more than a name: minipro -l.")
                  .arg(names));
+}
+
+// Turned round by the mark, this path would read as one that everybody knows.
+void TestCommandDoubt::command_looksLikeWhatItIs() {
+    const CommandDoubt doubt{
+        QStringLiteral("/tmp/\u202eorpinim/nib/rsu/ -p \"a\u200bb\""), {}, true};
+    QVERIFY2(sentenceOf(doubt).endsWith(
+                 u"The command is: /tmp/\\u202eorpinim/nib/rsu/ -p \"a\\u200bb\"."),
+             qPrintable(sentenceOf(doubt)));
 }
 
 QTEST_GUILESS_MAIN(TestCommandDoubt)
