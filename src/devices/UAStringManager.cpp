@@ -4,6 +4,7 @@
 #include "devices/UAStringManager.h"
 
 #include "base/Log.h"
+#include "devices/ShownName.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "widgets/MenuText.h"
@@ -106,7 +107,7 @@ void UAStringManager::populateMenu() {
     menu->clear();
     log_.write(QStringLiteral("populateMenu is adding %1 items").arg(dict.size()));
     for (const QString &name : std::as_const(dict)) {
-        QAction *item = menu->addAction(menuText(name));
+        QAction *item = menu->addAction(menuText(shownName(name)));
         item->setData(name);
         item->setCheckable(false);
     }

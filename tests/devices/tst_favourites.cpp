@@ -70,6 +70,7 @@ private slots:
     void picking_setsTheDeviceToTheTitle();
     void picking_isOffWithTheButton();
     void menu_holdsTheFavouritesAndNothingElse();
+    void titles_showNamesAsTheListDoes();
     void arrays_areSearchedExactly();
     void writeDict_storesTheList();
     void nonsenseEditedByHand_isNoCrash_data();
@@ -225,6 +226,19 @@ void TestFavourites::menu_holdsTheFavouritesAndNothingElse() {
         QVERIFY(item->shortcut().isEmpty());
     }
     QCOMPARE(f.menu(), QStringList({QStringLiteral("B"), QStringLiteral("A")}));
+}
+
+// Names may come in a settings file from somebody else.
+void TestFavourites::titles_showNamesAsTheListDoes() {
+    const QString turned = QStringLiteral("\u202e2004");
+    const QString lengthy(1000000, u'A');
+    Favourites f;
+    f.settings->setValue(settingsKeys::favourites, QStringList({turned, lengthy}));
+    f.restart();
+    const QList<QAction *> items = f.button.menu()->actions();
+    QCOMPARE(items.at(0)->text(), QStringLiteral("\\u202e2004"));
+    QCOMPARE(items.at(1)->text(), QString(1000, u'A') + u'\u2026');
+    QCOMPARE(f.menu(), QStringList({turned, lengthy}));
 }
 
 void TestFavourites::arrays_areSearchedExactly() {
