@@ -21,7 +21,7 @@ class GridCopying final : public QObject {
 public:
     /// The most bytes that are copied in one piece, and the most rows: as text these are those of
     /// as many bytes.
-    static constexpr qint64 largest = mebibyte;
+    static constexpr qint64 largest = 256 * kibibyte;
     static constexpr qint64 maxRows = largest / bytesInRow;
 
     /// Copies from \a view, which owns it.

@@ -305,13 +305,13 @@ void TestGridKeys::copy_ofTooManyRowsIsRefused() {
             QItemSelection(grid.cell(0, 0), grid.cell(count - 1, 17)),
             QItemSelectionModel::ClearAndSelect);
     };
-    select(65537);
+    select(16385);
     grid.press(Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(refusals, QList<QVariantList>{{qint64(65537)}});
+    QCOMPARE(refusals, QList<QVariantList>{{qint64(16385)}});
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("before"));
-    select(65536);
+    select(16384);
     grid.press(Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(QGuiApplication::clipboard()->text().count(u'\n'), 65536);
+    QCOMPARE(QGuiApplication::clipboard()->text().count(u'\n'), 16384);
 }
 
 void TestGridKeys::copy_withoutMemoryLeavesTheClipboard_data() {
