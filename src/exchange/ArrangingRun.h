@@ -34,7 +34,7 @@ public:
 
     explicit ArrangingRun(QObject *parent = nullptr);
 
-    /// Begins with \a sources, to which whyNotArranged() must not object, instead of what it did
+    /// Begins with \a sources, which it must be possible to arrange, instead of what it did
     /// before. done() or outOfMemory() follows.
     void start(const QList<Source> &sources, const Arrangement &arrangement);
     /// Forgets what it did.

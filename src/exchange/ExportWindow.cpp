@@ -143,7 +143,8 @@ ExportWindow::ChosenNow ExportWindow::choice() const {
         return tr("The image has no such bytes: it ends at %1.").arg(addressWords(length - 1));
     const Arrangement arrangement = controls_->order->arrangement();
     const QList<qint64> lengths = {chosen->length};
-    if (const auto why = whyNotArranged(arrangement, lengths))
+    const auto arranged = canBeArranged(arrangement, lengths);
+    if (const NoArrangement *why = arranged.failure())
         return whyNotWords(*why, arrangement, lengths);
     const qint64 partLength =
         arrangement.filled > 0 ? arrangement.filled : splitLength(arrangement, lengths);

@@ -210,7 +210,7 @@ void ImportWindow::arrange() {
     else
         for (const PartList::Part &part : c.parts->parts())
             sources.append({part.bytes, {0, part.bytes->size()}});
-    if (!whyNotArranged())
+    if (canBeArranged())
         run_.start(sources, c.order->arrangement());
     showState();
 }
@@ -243,26 +243,29 @@ bool ImportWindow::canBeRead() const {
     if (!decoded || !base() || !fill())
         return false;
     return (decoded->troubles.isEmpty() || controls_->allTheSame->isChecked()) &&
-           !decoded->troubles.loseBytes() && !whyNoImage(decoded->bytes, *base());
+           !decoded->troubles.loseBytes() && canBeFlattened(decoded->bytes, *base());
 }
 
 QList<qint64> ImportWindow::lengths() const {
     return isJoining() ? controls_->parts->lengths() : QList<qint64>{lengthOf(image_)};
 }
 
-// Nothing while the bytes are not known.
-std::optional<NoArrangement> ImportWindow::whyNotArranged() const {
-    return image_ ? ::whyNotArranged(controls_->order->arrangement(), lengths()) : std::nullopt;
+// Nothing speaks against it while the bytes are not known.
+Result<void, NoArrangement> ImportWindow::canBeArranged() const {
+    if (!image_)
+        return {};
+    return ::canBeArranged(controls_->order->arrangement(), lengths());
 }
 
 bool ImportWindow::mayImport() const {
-    return (!format() || canBeRead()) && !whyNotArranged();
+    return (!format() || canBeRead()) && canBeArranged();
 }
 
 QString ImportWindow::resultText() const {
     if (!problem_.isEmpty())
         return problem_;
-    if (const auto why = whyNotArranged())
+    const auto arranged = canBeArranged();
+    if (const NoArrangement *why = arranged.failure())
         return whyNotWords(*why, controls_->order->arrangement(), lengths());
     const DecodedRecords *decoded = import_.decoded();
     if (!decoded)

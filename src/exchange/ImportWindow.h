@@ -102,7 +102,7 @@ private:
     bool isAtWork() const { return import_.isMakingImage() || run_.isRunning(); }
     bool isJoining() const;
     QList<qint64> lengths() const;
-    std::optional<NoArrangement> whyNotArranged() const;
+    Result<void, NoArrangement> canBeArranged() const;
     bool mayImport() const;
     QString resultText() const;
     QString outcomeText() const;

@@ -160,7 +160,8 @@ QString rawWords(qint64 size) {
 }
 
 QString imageWords(const DecodedRecords &decoded, qint64 base, quint8 fill) {
-    if (const auto why = whyNoImage(decoded.bytes, base))
+    const auto flattened = canBeFlattened(decoded.bytes, base);
+    if (const NoImage *why = flattened.failure())
         return whyNot(*why);
     const qint64 length = decoded.bytes.end() - base;
     const qint64 filled = length - decoded.bytes.count();

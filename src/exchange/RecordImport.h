@@ -31,7 +31,7 @@ public:
     /// How much of the file has been read, from 0 to 100.
     int percent() const;
 
-    /// Makes an image of what was read, to which whyNoImage() must not object, instead of any that
+    /// Makes an image of what was read, which it must be possible to flatten, instead of any that
     /// is being made. imageMade() follows.
     void makeImage(qint64 base, quint8 fill);
     bool isMakingImage() const { return flattening_.has_value(); }

@@ -18,7 +18,7 @@ Result<ByteBuffer, PartTrouble> read(const QByteArray &text, RecordFormat format
         continue;
     const DecodedRecords &decoded = reader.decoded();
     const qint64 base = usualBase(decoded.bytes);
-    if (!decoded.troubles.isEmpty() || whyNoImage(decoded.bytes, base) ||
+    if (!decoded.troubles.isEmpty() || !canBeFlattened(decoded.bytes, base) ||
         decoded.bytes.end() - base > largestPartImage)
         return PartTrouble::NeedsUser;
     ImageFlattening image(decoded.bytes, base, char(fill));

@@ -17,14 +17,14 @@ constexpr qint64 largestChip = 64 * mebibyte;
 
 } // namespace
 
-std::optional<NoImage> whyNoImage(const AddressedBytes &bytes, qint64 base) {
+Result<void, NoImage> canBeFlattened(const AddressedBytes &bytes, qint64 base) {
     if (bytes.isEmpty())
         return NoImage::NoBytes;
     if (bytes.first() < base)
         return NoImage::BeforeBase;
     if (bytes.end() - base > largestImage)
         return NoImage::TooLarge;
-    return std::nullopt;
+    return {};
 }
 
 qint64 usualBase(const AddressedBytes &bytes) {

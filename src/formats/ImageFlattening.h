@@ -3,10 +3,9 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "files/ByteBuffer.h"
 #include "formats/AddressedBytes.h"
-
-#include <optional>
 
 /// Why bytes at addresses make no image.
 enum class NoImage {
@@ -15,8 +14,8 @@ enum class NoImage {
     TooLarge    ///< it would be larger than largestImage
 };
 
-/// Why \a bytes make no image whose first byte is that of address \a base; nothing if they do.
-std::optional<NoImage> whyNoImage(const AddressedBytes &bytes, qint64 base);
+/// Whether \a bytes make an image whose first byte is that of address \a base, and if not, why.
+Result<void, NoImage> canBeFlattened(const AddressedBytes &bytes, qint64 base);
 
 /// The base that is usually meant: 0, unless all bytes lie beyond what chips for a programmer have,
 /// as those of a microcontroller's flash memory may; then the lowest address.
@@ -25,7 +24,7 @@ qint64 usualBase(const AddressedBytes &bytes);
 /// Makes an image of bytes at addresses in as many turns as the caller likes.
 class ImageFlattening {
 public:
-    /// Of \a bytes, to which whyNoImage() must not object and which must outlive it. The image
+    /// Of \a bytes, which it must be possible to flatten, and which must outlive it. The image
     /// begins with address \a base and has \a fill in its gaps.
     ImageFlattening(const AddressedBytes &bytes, qint64 base, char fill);
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-std::optional<NoArrangement> whyNotJoined(const Lanes &lanes, const QList<qint64> &lengths) {
+Result<void, NoArrangement> canBeJoined(const Lanes &lanes, const QList<qint64> &lengths) {
     if (lengths.size() != lanes.parts)
         return NoArrangement::PartsMissing;
     const auto differs = [first = lengths.first()](qint64 length) { return length != first; };
@@ -18,14 +18,14 @@ std::optional<NoArrangement> whyNotJoined(const Lanes &lanes, const QList<qint64
         return NoArrangement::DifferentLengths;
     if (lanes.parts > 1 && lengths.first() % lanes.unit != 0)
         return NoArrangement::NoWholeUnits;
-    return std::nullopt;
+    return {};
 }
 
-std::optional<NoArrangement> whyNotRepeated(qint64 length, qint64 filled) {
-    if (filled == 0 || filled == length)
-        return std::nullopt;
+Result<void, NoArrangement> canBeRepeated(qint64 length, qint64 filled) {
     const bool isMultiple = length > 0 && filled > length && filled % length == 0;
-    return isMultiple ? std::nullopt : std::optional(NoArrangement::NoWholeRepeats);
+    if (filled == 0 || filled == length || isMultiple)
+        return {};
+    return NoArrangement::NoWholeRepeats;
 }
 
 } // namespace
@@ -45,18 +45,19 @@ qint64 splitLength(const Arrangement &arrangement, const QList<qint64> &lengths)
     return wholeLength(lengths) / arrangement.split.parts;
 }
 
-std::optional<NoArrangement> whyNotArranged(const Arrangement &arrangement,
-                                            const QList<qint64> &lengths) {
-    if (const auto why = whyNotJoined(arrangement.joined, lengths))
-        return why;
+Result<void, NoArrangement> canBeArranged(const Arrangement &arrangement,
+                                          const QList<qint64> &lengths) {
+    if (const auto joined = canBeJoined(arrangement.joined, lengths); !joined)
+        return joined;
     const qint64 length = wholeLength(lengths);
     if (length % arrangement.swapped != 0)
         return NoArrangement::NoWholeGroups;
     if (length % arrangement.split.word() != 0)
         return NoArrangement::NoEqualParts;
-    if (const auto why = whyNotRepeated(splitLength(arrangement, lengths), arrangement.filled))
-        return why;
+    if (const auto repeated = canBeRepeated(splitLength(arrangement, lengths), arrangement.filled);
+        !repeated)
+        return repeated;
     if (std::max(length, arrangement.filled * arrangement.split.parts) > largestImage)
         return NoArrangement::TooLarge;
-    return std::nullopt;
+    return {};
 }

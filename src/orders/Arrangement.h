@@ -3,10 +3,10 @@
 
 #pragma once
 
+#include "base/Result.h"
+
 #include <QByteArrayView>
 #include <QList>
-
-#include <optional>
 
 /// How a system of more than 8 bits spreads its bytes over chips: unit by unit in turn.
 struct Lanes {
@@ -55,9 +55,9 @@ QList<qint64> lengthsOf(const QList<QByteArrayView> &parts);
 qint64 wholeLength(const QList<qint64> &lengths);
 
 /// How long each part that goes out is before it is repeated, in bytes, if parts of \a lengths come
-/// in. Only for lengths to which whyNotArranged() does not object.
+/// in. Only for lengths that can be arranged.
 qint64 splitLength(const Arrangement &arrangement, const QList<qint64> &lengths);
 
-/// Why parts of \a lengths, in bytes, cannot be arranged; nothing if they can.
-std::optional<NoArrangement> whyNotArranged(const Arrangement &arrangement,
-                                            const QList<qint64> &lengths);
+/// Whether parts of \a lengths, in bytes, can be arranged, and if not, why.
+Result<void, NoArrangement> canBeArranged(const Arrangement &arrangement,
+                                          const QList<qint64> &lengths);

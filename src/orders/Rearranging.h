@@ -13,7 +13,7 @@
 /// Arranges bytes in as many turns as the caller likes, in one pass.
 class Rearranging {
 public:
-    /// Of parts of \a lengths, in bytes, to which whyNotArranged() must not object. Throws
+    /// Of parts of \a lengths, in bytes, which it must be possible to arrange. Throws
     /// std::bad_alloc if there is not enough memory for what goes out.
     Rearranging(const Arrangement &arrangement, const QList<qint64> &lengths);
 

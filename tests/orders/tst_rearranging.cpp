@@ -97,7 +97,7 @@ QList<Arrangement> allArrangements() {
 }
 
 bool isPossible(const Arrangement &arrangement, const Parts &parts) {
-    return !whyNotArranged(arrangement, lengthsOf(viewsOf(parts)));
+    return bool(canBeArranged(arrangement, lengthsOf(viewsOf(parts))));
 }
 
 } // namespace
