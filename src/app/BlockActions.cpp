@@ -5,7 +5,6 @@
 
 #include "app/MainWindow.h"
 #include "app/WindowMenus.h"
-#include "base/Result.h"
 #include "blocks/FillWindow.h"
 #include "blocks/InsertFileWindow.h"
 #include "control/ActionGate.h"
@@ -77,10 +76,10 @@ qint64 BlockActions::imageSize() const {
     return lengthOf(with_.delegate.state().output_data);
 }
 
-std::optional<QString> BlockActions::whyNotHere() const {
+Result<void, QString> BlockActions::mayChangeHere() const {
     const QString tab = with_.window.controls().tabview->selectedTabViewItem().identifier;
     if (tab == burnTabIdentifier())
-        return std::nullopt;
+        return {};
     return tr("Only the data to burn can be changed: show them first (Ctrl+2).");
 }
 
@@ -97,14 +96,14 @@ bool BlockActions::refuses() {
     if (with_.gate.refusesElseCommits())
         return true;
     with_.messages.happened(Event::BlockAsked);
-    return refusesFor(whyNotHere());
+    return refusesUnless(mayChangeHere());
 }
 
-// True, and said, if there is a reason.
-bool BlockActions::refusesFor(const std::optional<QString> &why) {
-    if (why)
+// True, and said, if something speaks against it.
+bool BlockActions::refusesUnless(const Result<void, QString> &allowed) {
+    if (const QString *why = allowed.failure())
         with_.messages.say(Topic::BlockRefused, *why);
-    return why.has_value();
+    return !allowed;
 }
 
 bool BlockActions::change(const EditOffers::Block &block) {
@@ -149,7 +148,8 @@ void BlockActions::showFillWindow() {
 }
 
 void BlockActions::fillBytes(ByteRange where, const BlockContent &content) {
-    if (const auto why = whyNotHere())
+    const auto allowed = mayChangeHere();
+    if (const QString *why = allowed.failure())
         return fillWindow_->showProblem(*why);
     if (change({fillOf(where, content), tr("fill"), filledWords(where, content)}))
         fillWindow_->close();
@@ -182,7 +182,8 @@ void BlockActions::loadFile(const QString &path) {
 }
 
 void BlockActions::insert(const BlockChange &change) {
-    if (const auto why = whyNotHere())
+    const auto allowed = mayChangeHere();
+    if (const QString *why = allowed.failure())
         return insertWindow_->showProblem(*why);
     const QString name = QFileInfo(insertWindow_->path()).fileName();
     const ByteRange written = change.written();

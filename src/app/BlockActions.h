@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "blocks/PasteReading.h"
 #include "control/EditOffers.h"
 #include "image/BlockChange.h"
@@ -67,8 +68,8 @@ private:
     /// cursor is there; nothing elsewhere.
     std::optional<qint64> placeForBytes() const;
     bool refuses();
-    bool refusesFor(const std::optional<QString> &why);
-    std::optional<QString> whyNotHere() const;
+    bool refusesUnless(const Result<void, QString> &allowed);
+    Result<void, QString> mayChangeHere() const;
     bool change(const EditOffers::Block &block);
 
     void showFillWindow();
@@ -88,7 +89,7 @@ private:
     void takeText(const PastedText &text);
     void forgetText();
     bool refusesToPaste(quint64 revision);
-    std::optional<QString> whyNotPasted(quint64 revision);
+    Result<void, QString> mayPaste(quint64 revision);
     void offerCharacters(const Paste &paste, const PasteTrouble &trouble);
     void offerLength(const Paste &paste, const QByteArray &bytes);
     void overwrite(qint64 offset, const QByteArray &bytes);

@@ -74,19 +74,20 @@ void BlockActions::takeText(const PastedText &text) {
 }
 
 bool BlockActions::refusesToPaste(quint64 revision) {
-    return refusesFor(whyNotPasted(revision));
+    return refusesUnless(mayPaste(revision));
 }
 
 // What is pasted is meant for the image of \a revision. Committing an open entry makes it another.
-std::optional<QString> BlockActions::whyNotPasted(quint64 revision) {
+Result<void, QString> BlockActions::mayPaste(quint64 revision) {
     if (with_.gate.isClosed())
         return tr("Nothing was pasted, since the tool was at work.");
     with_.gate.commitPendingInput();
     if (revision != with_.delegate.imageRevision())
         return tr("The data to burn have changed meanwhile: nothing was pasted.");
-    if (const auto why = whyNotHere())
+    const auto here = mayChangeHere();
+    if (const QString *why = here.failure())
         return tr("Nothing was pasted. %1").arg(*why);
-    return std::nullopt;
+    return {};
 }
 
 void BlockActions::forgetText() {
