@@ -11,7 +11,6 @@
 #include <QFile>
 #include <QStandardPaths>
 
-#include <optional>
 #include <sys/stat.h>
 
 namespace {
@@ -78,29 +77,28 @@ bool isSomethingElseThanAFile(const QString &path) {
     return ::stat(QFile::encodeName(path).constData(), &facts) == 0 && !S_ISREG(facts.st_mode);
 }
 
-/// Why the file named by \a option cannot hold anything, if so: opening a FIFO waits for ever, and
-/// a device forgets.
-std::optional<ProgramRefusal> refusalOf(const QCommandLineParser &parser,
-                                        const QCommandLineOption &option) {
+/// Whether the file named by \a option can hold anything: opening a FIFO waits for ever, and a
+/// device forgets.
+Result<void, ProgramRefusal> canBeKept(const QCommandLineParser &parser,
+                                       const QCommandLineOption &option) {
     const QString path = QDir().absoluteFilePath(parser.value(option));
     if (!parser.isSet(option) || !isSomethingElseThanAFile(path))
-        return std::nullopt;
+        return {};
     return ProgramRefusal{
         Text::tr("--%1: %2 is not a regular file.").arg(option.names().constFirst(), path)};
 }
 
-/// Why the program cannot start with what \a parser has read, if so.
-std::optional<ProgramRefusal> refusalOf(const QCommandLineParser &parser,
-                                        const OwnOptions &options) {
+/// Whether the program can start with what \a parser has read.
+Result<void, ProgramRefusal> canStart(const QCommandLineParser &parser, const OwnOptions &options) {
     for (const QCommandLineOption &option : {options.settings, options.state})
-        if (auto refusal = refusalOf(parser, option))
-            return refusal;
+        if (const auto kept = canBeKept(parser, option); !kept)
+            return kept;
     const QStringList files = parser.positionalArguments();
     if (files.size() > 1)
         return ProgramRefusal{Text::tr("Only one file can be opened.")};
     if (files.contains(QString()))
         return ProgramRefusal{Text::tr("The name of the file to open is empty.")};
-    return std::nullopt;
+    return {};
 }
 
 QString nameAndVersion() {
@@ -110,21 +108,23 @@ QString nameAndVersion() {
 
 } // namespace
 
-ProgramArguments readArguments(const QStringList &words) {
+Result<ProgramRequest, ProgramRefusal> readArguments(const QStringList &words) {
     const OwnOptions options;
     QCommandLineParser parser;
     teach(parser, options);
     if (!parser.parse(words))
         return ProgramRefusal{parser.errorText()};
     if (parser.isSet(options.help))
-        return ProgramAnswer{parser.helpText()};
+        return ProgramRequest(ProgramAnswer{parser.helpText()});
     if (parser.isSet(options.version))
-        return ProgramAnswer{nameAndVersion()};
-    if (const auto refusal = refusalOf(parser, options))
+        return ProgramRequest(ProgramAnswer{nameAndVersion()});
+    const auto started = canStart(parser, options);
+    if (const ProgramRefusal *refusal = started.failure())
         return *refusal;
     const QStringList files = parser.positionalArguments();
     const QDir here;
-    return ProgramOptions{here.absoluteFilePath(parser.value(options.settings)),
-                          here.absoluteFilePath(parser.value(options.state)),
-                          files.isEmpty() ? QString() : here.absoluteFilePath(files.constFirst())};
+    return ProgramRequest(
+        ProgramOptions{here.absoluteFilePath(parser.value(options.settings)),
+                       here.absoluteFilePath(parser.value(options.state)),
+                       files.isEmpty() ? QString() : here.absoluteFilePath(files.constFirst())});
 }

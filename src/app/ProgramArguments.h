@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/Result.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -27,9 +29,10 @@ struct ProgramRefusal {
     QString sentence;
 };
 
-using ProgramArguments = std::variant<ProgramOptions, ProgramAnswer, ProgramRefusal>;
+/// What there is to do.
+using ProgramRequest = std::variant<ProgramOptions, ProgramAnswer>;
 
 /// Reads \a words, the program's name first. Needs no display: what the toolkit takes for itself
 /// once it has one (-platform, -style and the like) is known here and passed over. Relative paths
 /// count from the current folder.
-ProgramArguments readArguments(const QStringList &words);
+Result<ProgramRequest, ProgramRefusal> readArguments(const QStringList &words);

@@ -26,9 +26,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
-#include <optional>
 #include <unistd.h>
-#include <utility>
 #include <variant>
 
 namespace {
@@ -49,11 +47,6 @@ void mendProcessState() {
     std::signal(SIGXFSZ, SIG_IGN);
 }
 
-int say(const QString &line, int status) {
-    std::fprintf(stderr, "velm: %s\n", qPrintable(line));
-    return status;
-}
-
 /// What a start has when its window may open. The settings were opened before there was an
 /// application with a window and must not need its event loop until it runs.
 struct Start {
@@ -62,55 +55,67 @@ struct Start {
     std::unique_ptr<WorkspaceLock> lock;
 };
 
-/// Locks the workspace that the settings name now. Gives the exit status if it is another
-/// process's, or cannot be locked.
-std::optional<int> enter(Start &start) {
+/// The program ends with a status, and opens no window.
+struct Ended {
+    int status;
+};
+
+Ended failed(const QString &line) {
+    std::fprintf(stderr, "velm: %s\n", qPrintable(line));
+    return Ended{EXIT_FAILURE};
+}
+
+/// Locks the workspace that the settings name now, unless it is another process's or cannot be
+/// locked.
+Result<void, Ended> enter(Start &start) {
     start.lock = std::make_unique<WorkspaceLock>(
         temporaryFolder(*start.settings),
         folderForLocks(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation),
                        stateFolder()));
     const Result<WorkspaceEntry> entry = enterWorkspace(*start.lock, start.options.binary);
     if (const Failure *failure = entry.failure())
-        return say(QCoreApplication::translate("main", "the workspace cannot be locked: %1")
-                       .arg(failure->reason),
-                   EXIT_FAILURE);
+        return failed(QCoreApplication::translate("main", "the workspace cannot be locked: %1")
+                          .arg(failure->reason));
     switch (*entry) {
     case WorkspaceEntry::First:
-        return std::nullopt;
+        return {};
     case WorkspaceEntry::Raised:
-        return EXIT_SUCCESS;
+        return Ended{EXIT_SUCCESS};
     case WorkspaceEntry::Silent:
         break;
     }
-    return say(QCoreApplication::translate("main", "VELM is already running on this workspace, but "
-                                                   "its window does not answer."),
-               EXIT_FAILURE);
+    return failed(QCoreApplication::translate(
+        "main", "VELM is already running on this workspace, but its window does not answer."));
 }
 
 /// Without a display the toolkit's application for windows ends the program on the spot, so what
-/// needs no window comes before it. Gives the exit status if the program ends here.
-std::variant<Start, int> prepare(int argc, char *argv[]) {
+/// needs no window comes before it.
+Result<Start, Ended> prepare(int argc, char *argv[]) {
     const QCoreApplication application(argc, argv);
-    const ProgramArguments arguments = readArguments(QCoreApplication::arguments());
-    if (const auto *answer = std::get_if<ProgramAnswer>(&arguments)) {
+    const auto request = readArguments(QCoreApplication::arguments());
+    if (const ProgramRefusal *refusal = request.failure())
+        return failed(refusal->sentence);
+    if (const auto *answer = std::get_if<ProgramAnswer>(&*request)) {
         std::fputs(qPrintable(answer->text), stdout);
-        return EXIT_SUCCESS;
+        return Ended{EXIT_SUCCESS};
     }
-    if (const auto *refusal = std::get_if<ProgramRefusal>(&arguments))
-        return say(refusal->sentence, EXIT_FAILURE);
 
-    Start start{std::get<ProgramOptions>(arguments), nullptr, nullptr};
+    Start start{std::get<ProgramOptions>(*request), nullptr, nullptr};
     start.settings = std::make_unique<SettingsStore>(start.options.settings);
     // The folder's name is needed before anything is cleared, so before start-up registers the
     // defaults; the store may be given them more than once.
     start.settings->registerDefaults(settingsKeys::startupDefaults());
-    if (const std::optional<int> status = enter(start))
-        return *status;
+    const auto entered = enter(start);
+    if (const Ended *ended = entered.failure())
+        return *ended;
     return start;
 }
 
-/// The exit status; nothing if another start has made the folder of temporary files its own first.
-std::optional<int> runWindow(const Start &start) {
+/// Another start has made the folder of temporary files its own first.
+struct FolderTaken {};
+
+/// The status that the program ends with, once the window is closed.
+Result<Ended, FolderTaken> runWindow(const Start &start) {
     StandardErrorLog log;
     DesktopFilePanels panels;
     WorkspaceHold hold(*start.lock, *start.settings);
@@ -119,23 +124,24 @@ std::optional<int> runWindow(const Start &start) {
     TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::received, &velm, &VelmWindow::askToEnd);
     if (!velm.start())
-        return std::nullopt;
+        return FolderTaken();
     if (!start.options.binary.isEmpty())
         velm.openFile(start.options.binary);
     QObject::connect(&hold, &WorkspaceHold::raiseRequested, &velm, &VelmWindow::raise);
     QObject::connect(&hold, &WorkspaceHold::openRequested, &velm, &VelmWindow::openFile);
     // Not earlier: a start that finds it listening expects an answer soon.
     hold.listen();
-    return QApplication::exec();
+    return Ended{QApplication::exec()};
 }
 
 /// Whoever was first may have ended by the time it is asked.
 int runUntilTheEnd(Start &start) {
     while (true) {
-        if (const std::optional<int> status = runWindow(start))
-            return *status;
-        if (const std::optional<int> status = enter(start))
-            return *status;
+        if (const auto ended = runWindow(start))
+            return ended->status;
+        const auto entered = enter(start);
+        if (const Ended *ended = entered.failure())
+            return ended->status;
     }
 }
 
@@ -146,13 +152,13 @@ int main(int argc, char *argv[]) {
     StandardErrorLog::installForToolkit();
     QCoreApplication::setApplicationName(QStringLiteral("velm"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELM_VERSION));
-    std::variant<Start, int> preparation = prepare(argc, argv);
-    if (const int *status = std::get_if<int>(&preparation))
-        return *status;
+    Result<Start, Ended> start = prepare(argc, argv);
+    if (const Ended *ended = start.failure())
+        return ended->status;
 
     const QApplication application(argc, argv);
     QApplication::setApplicationDisplayName(QStringLiteral("VELM"));
     QApplication::setWindowIcon(programIcon());
     QApplication::setDesktopFileName(QStringLiteral("velm"));
-    return runUntilTheEnd(std::get<Start>(preparation));
+    return runUntilTheEnd(*start);
 }

@@ -31,14 +31,16 @@ private slots:
 namespace {
 
 /// Reads the command line \a words, which are separated by blanks.
-ProgramArguments read(const QString &words) {
+Result<ProgramRequest, ProgramRefusal> read(const QString &words) {
     return readArguments(QStringLiteral("velm ").append(words).split(u' ', Qt::SkipEmptyParts));
 }
 
 ProgramOptions optionsOf(const QString &words) {
-    const ProgramArguments arguments = read(words);
-    const auto *options = std::get_if<ProgramOptions>(&arguments);
-    return options ? *options : ProgramOptions{QStringLiteral("refused"), {}};
+    const auto arguments = read(words);
+    if (!arguments)
+        return {arguments.failure()->sentence, {}};
+    const auto *options = std::get_if<ProgramOptions>(&*arguments);
+    return options ? *options : ProgramOptions{QStringLiteral("answered"), {}};
 }
 
 } // namespace
@@ -129,22 +131,23 @@ void TestProgramArguments::refusals_areOneSentence_data() {
 void TestProgramArguments::refusals_areOneSentence() {
     QFETCH(QString, words);
     QFETCH(QString, named);
-    const ProgramArguments arguments = read(words);
-    const auto *refusal = std::get_if<ProgramRefusal>(&arguments);
+    const auto arguments = read(words);
+    const ProgramRefusal *refusal = arguments.failure();
     QVERIFY(refusal);
     QVERIFY2(refusal->sentence.contains(named), qPrintable(refusal->sentence));
     QVERIFY2(!refusal->sentence.contains(u'\n'), qPrintable(refusal->sentence));
 }
 
 void TestProgramArguments::aFileWithoutAName_isRefused() {
-    const ProgramArguments arguments = readArguments({QStringLiteral("velm"), QString()});
-    QVERIFY(std::holds_alternative<ProgramRefusal>(arguments));
+    const auto arguments = readArguments({QStringLiteral("velm"), QString()});
+    QVERIFY(!arguments);
 }
 
 void TestProgramArguments::help_namesEachOptionAndNoneOfTheToolkit() {
     for (const char *word : {"--help", "-h"}) {
-        const ProgramArguments arguments = read(QLatin1String(word));
-        const auto *answer = std::get_if<ProgramAnswer>(&arguments);
+        const auto arguments = read(QLatin1String(word));
+        QVERIFY(arguments);
+        const auto *answer = std::get_if<ProgramAnswer>(&*arguments);
         QVERIFY(answer);
         for (const char *option : {"[file]", "--settings", "--state", "--help", "--version"})
             QVERIFY2(answer->text.contains(QLatin1String(option)), option);
