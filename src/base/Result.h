@@ -20,8 +20,9 @@ struct Failure {
     static Failure ofSystem(int error);
 };
 
-/// What something gave that can fail: a value, or the reason why there is none. The reason is a
-/// Failure, or where one has to say more, a type of its own that has one.
+/// What something gave that can fail: a value, or the reason why there is none. Where that is not
+/// what the system says, the reason is an enumeration whose words stand elsewhere, a sentence that
+/// is shown as it is, or a type of its own that knows more.
 template <typename T, typename Reason = Failure>
 class [[nodiscard]] Result {
 public:
