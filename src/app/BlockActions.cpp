@@ -13,9 +13,9 @@
 #include "control/UserFiles.h"
 #include "files/ByteBuffer.h"
 #include "files/FileLoading.h"
-#include "grid/GridColumns.h"
 #include "grid/GridSteps.h"
 #include "grid/GridView.h"
+#include "grid/ShownTab.h"
 #include "image/BlockWords.h"
 
 #include "ui_MainWindow.h"
@@ -77,8 +77,7 @@ qint64 BlockActions::imageSize() const {
 }
 
 Result<void, QString> BlockActions::mayChangeHere() const {
-    const QString tab = with_.window.controls().tabview->selectedTabViewItem().identifier;
-    if (tab == burnTabIdentifier())
+    if (shownTab(*with_.window.controls().tabview) == ShownTab::ToBurn)
         return {};
     return tr("Only the data to burn can be changed: show them first (Ctrl+2).");
 }

@@ -5,8 +5,8 @@
 
 #include "app/MainWindow.h"
 #include "control/AppDelegate.h"
-#include "grid/GridColumns.h"
 #include "grid/GridMarks.h"
+#include "grid/ShownTab.h"
 #include "image/CopyAhead.h"
 #include "image/EditedBytes.h"
 
@@ -44,17 +44,15 @@ void wireBlocks(const BlockActions::Surroundings &surroundings, WindowMenus &men
 
 void markEdits(MainWindow &window, AppDelegate &delegate) {
     const Ui::MainWindow &c = window.controls();
-    const auto markIn = [&](GridView *grid, const QString &tab) {
-        const auto areShown = [tabs = c.tabview, tab] {
-            return tabs->selectedTabViewItem().identifier == tab;
-        };
+    const auto markIn = [&](GridView *grid, ShownTab tab) {
+        const auto areShown = [tabs = c.tabview, tab] { return shownTab(*tabs) == tab; };
         grid->addMarks(*new EditMarks(delegate, areShown, &window));
         QObject::connect(&delegate, &AppDelegate::imageToBurnChanged, grid,
                          &GridView::refreshMarks);
     };
-    markIn(c.tableview, burnTabIdentifier());
+    markIn(c.tableview, ShownTab::ToBurn);
     // Beside the data that were read stand the data to burn.
-    markIn(c.besideGrid, readTabIdentifier());
+    markIn(c.besideGrid, ShownTab::Read);
 }
 
 void readyEdits(MainWindow &window, AppDelegate &delegate) {

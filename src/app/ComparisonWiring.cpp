@@ -6,7 +6,7 @@
 #include "app/MainWindow.h"
 #include "control/AppDelegate.h"
 #include "control/Messages.h"
-#include "grid/GridColumns.h"
+#include "grid/ShownTab.h"
 #include "imageviews/DifferenceSteps.h"
 #include "imageviews/ImageComparison.h"
 #include "imageviews/SideBySide.h"
@@ -17,24 +17,12 @@
 
 #include <optional>
 
-namespace {
-
-ComparedImages::Shown shownTab(const Ui::MainWindow &c) {
-    const QString tab = c.tabview->selectedTabViewItem().identifier;
-    if (tab == readTabIdentifier())
-        return ComparedImages::Shown::Read;
-    return tab == burnTabIdentifier() ? ComparedImages::Shown::ToBurn
-                                      : ComparedImages::Shown::Neither;
-}
-
-} // namespace
-
 ImageComparison &makeComparison(MainWindow &window, AppDelegate &delegate) {
     const Ui::MainWindow &c = window.controls();
     const auto images = [&c, &delegate] {
         const AppDelegate::State &state = delegate.state();
         return ComparedImages{state.read_from_chip_data, state.output_data,
-                              delegate.imageRevision(), shownTab(c)};
+                              delegate.imageRevision(), shownTab(*c.tabview)};
     };
     auto *comparison = new ImageComparison(images, &window);
     const auto refresh = [comparison] { comparison->refresh(); };
@@ -52,10 +40,10 @@ SideBySide &makeSideBySide(MainWindow &window, const AppDelegate &delegate,
     const Ui::MainWindow &c = window.controls();
     using Other = SideBySide::OtherImage;
     const auto other = [&c, &delegate, &comparison]() -> std::optional<Other> {
-        const ComparedImages::Shown shown = shownTab(c);
-        if (shown == ComparedImages::Shown::Neither || !comparison.hasBoth())
+        const ShownTab shown = shownTab(*c.tabview);
+        if (!showsImage(shown) || !comparison.hasBoth())
             return std::nullopt;
-        if (shown == ComparedImages::Shown::Read)
+        if (shown == ShownTab::Read)
             return Other{delegate.state().output_data, delegate.imageRevision(),
                          AppDelegate::tr("Beside: data to burn")};
         return Other{delegate.state().read_from_chip_data, 0,

@@ -9,7 +9,7 @@
 #include "control/ReadOrigin.h"
 #include "devices/ChipErasure.h"
 #include "files/ByteBuffer.h"
-#include "grid/GridColumns.h"
+#include "grid/ShownTab.h"
 #include "imageviews/FactsLine.h"
 #include "imageviews/FactsWords.h"
 #include "imageviews/ImageComparison.h"
@@ -75,12 +75,12 @@ void markDifferences(ImageMap &map, const ImageComparison &comparison) {
 
 std::optional<ShownImage> shownImage(const Ui::MainWindow &c, AppDelegate &delegate,
                                      const RunLog &runs, const FactsContext &context) {
-    const QString tab = c.tabview->selectedTabViewItem().identifier;
+    const ShownTab tab = shownTab(*c.tabview);
     const ByteBuffer &bytes = delegate.state().display_data;
-    if (tab == readTabIdentifier())
+    if (tab == ShownTab::Read)
         return ShownImage{bytes, 0, true, originOfRead(bytes, delegate.readOrigin()),
                           comparisonWords(delegate, runs, context)};
-    if (tab != burnTabIdentifier())
+    if (tab != ShownTab::ToBurn)
         return std::nullopt;
     const ImageState state = delegate.edits().state();
     return ShownImage{bytes, state.revision, false,

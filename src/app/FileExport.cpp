@@ -15,7 +15,7 @@
 #include "exchange/FormatEntries.h"
 #include "files/SavingTogether.h"
 #include "files/SuggestedName.h"
-#include "grid/GridColumns.h"
+#include "grid/ShownTab.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 
@@ -61,9 +61,9 @@ void FileExport::show() {
 }
 
 void FileExport::makeWindow() {
-    const QString tab = with_.window.controls().tabview->selectedTabViewItem().identifier;
+    const ShownTab tab = shownTab(*with_.window.controls().tabview);
     const auto image =
-        tab == readTabIdentifier() ? ExportWindow::Image::Read : ExportWindow::Image::ToBurn;
+        tab == ShownTab::Read ? ExportWindow::Image::Read : ExportWindow::Image::ToBurn;
     shown_ = new ExportWindow({[this](ExportWindow::Image which) { return bytesOf(which); }, image,
                                offeredPath(), knownChip(with_)},
                               &with_.window);

@@ -13,6 +13,7 @@
 #include "devices/DeviceSearchPanel.h"
 #include "devices/UAStringManager.h"
 #include "grid/GridColumns.h"
+#include "grid/ShownTab.h"
 #include "settings/SettingsKeys.h"
 #include "widgets/ConsoleView.h"
 #include "widgets/FixedFont.h"
@@ -61,7 +62,7 @@ void wireGrid(Ui::MainWindow &c, AppDelegate &delegate, Messages &messages) {
 /// Says how much of the shown image does not read as text.
 void sayHiddenBytes(const Ui::MainWindow &c, AppDelegate &delegate, Messages &messages) {
     const auto say = [tabs = c.tabview, &delegate, &messages] {
-        const bool isImage = tabs->selectedTabViewItem().identifier != logicTabIdentifier();
+        const bool isImage = shownTab(*tabs) != ShownTab::LogicTest;
         messages.say(Topic::HiddenBytes,
                      isImage ? hiddenBytesRemark(delegate.state().strData) : QString());
     };
@@ -70,12 +71,12 @@ void sayHiddenBytes(const Ui::MainWindow &c, AppDelegate &delegate, Messages &me
 }
 
 /// What there is to do where \a tab has nothing to show.
-QString hintFor(const QString &tab) {
-    if (tab == readTabIdentifier())
+QString hintFor(ShownTab tab) {
+    if (tab == ShownTab::Read)
         return AppDelegate::tr(
             "Nothing has been read yet.\nPut the chip into the programmer, name it "
             "under Device, and press Read (F5).");
-    if (tab == burnTabIdentifier())
+    if (tab == ShownTab::ToBurn)
         return AppDelegate::tr("There are no data to burn yet.\nOpen a binary (Ctrl+O), or read a "
                                "chip and turn on Use data read from chip.");
     return AppDelegate::tr(
@@ -86,7 +87,7 @@ QString hintFor(const QString &tab) {
 /// An empty grid says what to do, to the eye and to assistive technology.
 void hintInEmptyGrid(Ui::MainWindow &c, AppDelegate &delegate) {
     const auto hint = [grid = c.tableview, tabs = c.tabview] {
-        grid->hint().setText(hintFor(tabs->selectedTabViewItem().identifier));
+        grid->hint().setText(hintFor(shownTab(*tabs)));
         grid->setAccessibleDescription(grid->hint().shown());
     };
     QObject::connect(&delegate, &AppDelegate::shownContentChanged, c.tableview, hint);

@@ -18,6 +18,7 @@
 #include "grid/CellEdit.h"
 #include "grid/GridPresentation.h"
 #include "grid/GridSource.h"
+#include "grid/ShownTab.h"
 #include "image/DisplayText.h"
 #include "image/ImageRevisions.h"
 #include "image/TemporaryWorkspace.h"
@@ -194,7 +195,7 @@ private:
     void showBlock(ByteRange changed);
     void showStep(ByteRange changed);
     ShownContent shownContent() const;
-    QString selectedTab() const;
+    ShownTab selectedTab() const;
     void showSelectedTab();
 
     const Surroundings with_;

@@ -16,8 +16,8 @@
 
 #include <tuple>
 
-QString AppDelegate::selectedTab() const {
-    return outlets.tabview->selectedTabViewItem().identifier;
+ShownTab AppDelegate::selectedTab() const {
+    return shownTab(*outlets.tabview);
 }
 
 void AppDelegate::showSelectedTab() {
@@ -25,22 +25,23 @@ void AppDelegate::showSelectedTab() {
 }
 
 void AppDelegate::tabView_didSelectTabViewItem(TabView *, const TabViewItem &item) {
+    const ShownTab tab = tabOf(item.identifier);
     QString label;
-    if (item.identifier == readTabIdentifier()) {
+    if (tab == ShownTab::Read) {
         state_.display_data = state_.read_from_chip_data;
         loadStrData(this);
         label = QStringLiteral("Data read from chip:");
-    } else if (item.identifier == burnTabIdentifier()) {
+    } else if (tab == ShownTab::ToBurn) {
         state_.display_data = state_.output_data;
         loadStrData(this);
         label = QStringLiteral("Data to burn:");
-    } else if (item.identifier == logicTabIdentifier()) {
+    } else if (tab == ShownTab::LogicTest) {
         state_.logictest_rows = {};
     } else {
         return;
     }
-    outlets.tableview->setHeading(item.identifier == logicTabIdentifier() ? GridHeading::Pins
-                                                                          : GridHeading::Bytes);
+    outlets.tableview->setHeading(tab == ShownTab::LogicTest ? GridHeading::Pins
+                                                             : GridHeading::Bytes);
     outlets.peeping_at->setText(label);
     showAnew();
 }
@@ -59,8 +60,8 @@ QStringList AppDelegate::trimEmptyStrings(const QStringList &strings) const {
 }
 
 ShownContent AppDelegate::shownContent() const {
-    return {selectedTab(), state_.display_data, state_.strData, state_.logictest_headers,
-            state_.logictest_rows};
+    return {outlets.tabview->selectedTabViewItem().identifier, state_.display_data, state_.strData,
+            state_.logictest_headers, state_.logictest_rows};
 }
 
 CellValue AppDelegate::tableView_objectValueForTableColumn_row(QObject *, const QString &column,
@@ -69,12 +70,12 @@ CellValue AppDelegate::tableView_objectValueForTableColumn_row(QObject *, const 
 }
 
 bool AppDelegate::tableView_shouldEditTableColumn_row(QObject *, const QString &, qint64) {
-    return mayEdit(selectedTab()) && with_.work.isIdle();
+    return selectedTab() == ShownTab::ToBurn && with_.work.isIdle();
 }
 
 void AppDelegate::tableView_setObjectValue_forTableColumn_row(QObject *, const QString &value,
                                                               const QString &column, qint64 row) {
-    if (selectedTab() != burnTabIdentifier() || !state_.output_data || with_.gate.refuses())
+    if (selectedTab() != ShownTab::ToBurn || !state_.output_data || with_.gate.refuses())
         return;
     const CellEditOutcome edit = commit(value, column, row);
     if (!edit)

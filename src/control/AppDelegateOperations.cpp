@@ -60,7 +60,7 @@ bool AppDelegate::go(QObject *sender, RunPress press) {
 bool AppDelegate::testLogic(QObject *sender, RunPress press) {
     if (with_.gate.refuses())
         return false;
-    if (selectedTab() == logicTabIdentifier())
+    if (selectedTab() == ShownTab::LogicTest)
         showSelectedTab();
     else
         outlets.tabview->selectTabViewItem(logicTabIdentifier());
@@ -100,7 +100,7 @@ void AppDelegate::takeLogicReport(RunRecord &record) {
         resolvedPathOf(with_.defaults, settingsKeys::temp_logic_chip_test_results_file), with_.log);
     if (const Failure *failure = report.failure())
         return record.outcome.add(wordsForUnreadReport(*failure));
-    if (selectedTab() != logicTabIdentifier())
+    if (selectedTab() != ShownTab::LogicTest)
         outlets.tabview->selectTabViewItem(logicTabIdentifier());
     outlets.peeping_at->setText(report->title.value_or(outlets.peeping_at->text()));
     state_.logictest_headers = report->headers.value_or(state_.logictest_headers);

@@ -89,10 +89,6 @@ CellValue cellValue(const ShownContent &shown, const QString &column, qint64 row
     return resultCell(shown, column, shown.logictest_rows[row - 1]);
 }
 
-bool mayEdit(const QString &tabIdentifier) {
-    return tabIdentifier == burnTabIdentifier();
-}
-
 DragOperation dropOperation(const QMimeData *drag) {
     if (!drag)
         return DragOperation::None;

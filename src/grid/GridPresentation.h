@@ -32,8 +32,5 @@ quint64 rowCount(const ShownContent &shown);
 /// from 0 on may be asked for; cells beyond the contents show "XX" (bytes) or nothing.
 CellValue cellValue(const ShownContent &shown, const QString &column, qint64 row);
 
-/// True if cells of the tab with this identifier open for typing.
-bool mayEdit(const QString &tabIdentifier);
-
 /// The answer to a drag over the grid: generic if \a drag (may be null) offers files, else none.
 DragOperation dropOperation(const QMimeData *drag);

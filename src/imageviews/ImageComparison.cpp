@@ -10,8 +10,6 @@
 
 namespace {
 
-using Shown = ComparedImages::Shown;
-
 QByteArrayView bytesOf(const ByteBuffer &buffer) {
     return buffer ? QByteArrayView(std::as_const(*buffer)) : QByteArrayView();
 }
@@ -65,7 +63,7 @@ std::optional<ImageDifferences> ImageComparison::differences() const {
 
 qint64 ImageComparison::extraBytes() const {
     const qint64 extra = lengthOf(read_.lock()) - lengthOf(toBurn_.lock());
-    return shown_ == Shown::Read ? extra : -extra;
+    return shown_ == ShownTab::Read ? extra : -extra;
 }
 
 bool ImageComparison::coversAllToBurn() const {
@@ -96,7 +94,7 @@ std::optional<ImageComparison::Pair> ImageComparison::pairAt(qint64 offset) cons
     const ByteBuffer read = read_.lock();
     const ByteBuffer toBurn = toBurn_.lock();
     const bool inBoth = offset >= 0 && offset < lengthOf(read) && offset < lengthOf(toBurn);
-    if (shown_ == Shown::Neither || !inBoth)
+    if (!isShown() || !inBoth)
         return std::nullopt;
     const Pair pair{quint8(bytesOf(read)[offset]), quint8(bytesOf(toBurn)[offset])};
     return pair.read != pair.toBurn ? std::optional(pair) : std::nullopt;
@@ -115,10 +113,10 @@ QString ImageComparison::words(const Pair &pair, bool ofRead) {
 
 QString ImageComparison::wordsAt(qint64 offset) const {
     const std::optional<Pair> pair = pairAt(offset);
-    return pair ? words(*pair, shown_ == Shown::Read) : QString();
+    return pair ? words(*pair, shown_ == ShownTab::Read) : QString();
 }
 
 QString ImageComparison::Beside::wordsAt(qint64 offset) const {
     const std::optional<Pair> pair = comparison_.pairAt(offset);
-    return pair ? words(*pair, comparison_.shown_ != Shown::Read) : QString();
+    return pair ? words(*pair, comparison_.shown_ != ShownTab::Read) : QString();
 }

@@ -5,6 +5,7 @@
 
 #include "files/ByteBuffer.h"
 #include "grid/GridMarks.h"
+#include "grid/ShownTab.h"
 #include "inspect/ImageDifferences.h"
 
 #include <QObject>
@@ -16,12 +17,10 @@
 
 /// The two images of the window, and which of them is shown.
 struct ComparedImages {
-    enum class Shown { Neither, Read, ToBurn };
-
     ByteBuffer read;      ///< the data read from the chip; may be null
     ByteBuffer toBurn;    ///< may be null
     quint64 revision = 0; ///< of the data to burn: other numbers for other bytes in one buffer
-    Shown shown = Shown::Neither;
+    ShownTab shown = ShownTab::None;
 };
 
 /// Compares the data read with the data to burn in turns of the event loop, and marks the bytes
@@ -40,7 +39,7 @@ public:
     void refresh();
 
     /// True if the grid shows one of the images.
-    bool isShown() const { return shown_ != ComparedImages::Shown::Neither; }
+    bool isShown() const { return showsImage(shown_); }
     /// True if both images have bytes.
     bool hasBoth() const;
     /// How they differ; nothing until it is known, or if one of them has no bytes.
@@ -97,7 +96,7 @@ private:
     std::weak_ptr<QByteArray> read_;
     std::weak_ptr<QByteArray> toBurn_;
     quint64 revision_ = 0;
-    ComparedImages::Shown shown_ = ComparedImages::Shown::Neither;
+    ShownTab shown_ = ShownTab::None;
     ImageDifferencesReader reader_;
     bool isDone_ = false;
     QTimer turns_;

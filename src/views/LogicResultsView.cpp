@@ -5,8 +5,8 @@
 
 #include "control/FilePanels.h"
 #include "files/SuggestedName.h"
-#include "grid/GridColumns.h"
 #include "grid/GridView.h"
+#include "grid/ShownTab.h"
 #include "language/CommandLine.h"
 #include "language/PinLevels.h"
 #include "language/RunRecord.h"
@@ -88,7 +88,7 @@ void LogicResultsView::takeSeries() {
 }
 
 void LogicResultsView::takeReport() {
-    const bool onResults = sources_->tabs.selectedTabViewItem().identifier == logicTabIdentifier();
+    const bool onResults = shownTab(sources_->tabs) == ShownTab::LogicTest;
     const LogicReport report = onResults ? sources_->report() : LogicReport();
     if (!onResults || tellsOfPackage(report) || !keepsReport())
         report_ = report;

@@ -3,6 +3,7 @@
 
 #include "grid/GridColumns.h"
 #include "grid/GridPresentation.h"
+#include "grid/ShownTab.h"
 
 #include <QMimeData>
 #include <QTest>
@@ -21,7 +22,7 @@ private slots:
     void dump_ofAnUnknownTabOrColumnIsOfBytes();
     void dump_ofTextOfHalfTheLengthKeepsControls();
     void address_growsBeyondFourDigits();
-    void onlyTheDataToBurnMayBeEdited();
+    void tabs_areKnownByTheirIdentifiers();
     void drop_data();
     void drop();
 };
@@ -193,12 +194,12 @@ void TestPresentation::address_growsBeyondFourDigits() {
     QCOMPARE(address(67108864), QStringLiteral("40000000"));
 }
 
-void TestPresentation::onlyTheDataToBurnMayBeEdited() {
-    QVERIFY(!mayEdit(QStringLiteral("0")));
-    QVERIFY(mayEdit(QStringLiteral("1")));
-    QVERIFY(!mayEdit(QStringLiteral("2")));
-    QVERIFY(!mayEdit(QString()));
-    QVERIFY(!mayEdit(QStringLiteral("01")));
+void TestPresentation::tabs_areKnownByTheirIdentifiers() {
+    QCOMPARE(tabOf(QStringLiteral("0")), ShownTab::Read);
+    QCOMPARE(tabOf(QStringLiteral("1")), ShownTab::ToBurn);
+    QCOMPARE(tabOf(QStringLiteral("2")), ShownTab::LogicTest);
+    QCOMPARE(tabOf(QString()), ShownTab::None);
+    QCOMPARE(tabOf(QStringLiteral("01")), ShownTab::None);
 }
 
 void TestPresentation::drop_data() {
