@@ -12,7 +12,7 @@
 #include "control/Messages.h"
 #include "control/UserFiles.h"
 #include "devices/ChipInquiry.h"
-#include "exchange/FormatEntries.h"
+#include "exchange/FileFormats.h"
 #include "files/SavingTogether.h"
 #include "files/SuggestedName.h"
 #include "grid/ShownTab.h"
@@ -26,20 +26,6 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMenu>
-
-#include <optional>
-
-namespace {
-
-/// Without a format, of raw bytes.
-QString typeName(std::optional<RecordFormat> format) {
-    if (!format)
-        return fileTypes::binaryImages();
-    return *format == RecordFormat::IntelHex ? FileExport::tr("Intel HEX files")
-                                             : FileExport::tr("S-record files");
-}
-
-} // namespace
 
 FileExport::FileExport(const ExchangeSurroundings &surroundings) : with_(surroundings) {}
 
@@ -121,13 +107,13 @@ void FileExport::save(const ExportWindow::Content &content) {
 }
 
 void FileExport::saveOne(const ExportWindow::Content &content, const std::function<void()> &saved) {
-    const QString extension = extensionOf(content.format);
+    const FileFormat format = fileFormatOf(content.format);
     UserFiles::Document document;
     document.title = tr("Export");
     document.suggestedName =
-        suggestedName(with_.settings.stringValue(settingsKeys::device), u'.' + extension);
-    document.typeName = typeName(content.format);
-    document.extension = extension;
+        suggestedName(with_.settings.stringValue(settingsKeys::device), u'.' + format.ending);
+    document.typeName = format.records ? format.filesName : fileTypes::binaryImages();
+    document.extension = format.ending;
     document.bytes = [bytes = content.files.first()] { return bytes; };
     document.saved = saved;
     with_.files.saveDocument(&with_.window, document);

@@ -4,8 +4,7 @@
 #include "exchange/ExportWindow.h"
 
 #include "base/NumberWords.h"
-#include "exchange/FormatEntries.h"
-#include "exchange/ImportWords.h"
+#include "exchange/FileFormats.h"
 #include "exchange/OrderBox.h"
 #include "exchange/RecordAddress.h"
 #include "exchange/WindowFit.h"
@@ -40,7 +39,8 @@ ExportWindow::ExportWindow(const Offers &offers, QWidget *window)
     setAttribute(Qt::WA_DeleteOnClose);
     setObjectName(QStringLiteral("export"));
     setWindowTitle(tr("Export"));
-    c.format->addItems(formatEntries());
+    for (const FileFormat &format : fileFormats())
+        c.format->addItem(format.name);
     c.image->addItems({tr("Data to burn"), tr("Data read from chip")});
     c.image->setCurrentIndex(offers.image == Image::ToBurn ? ToBurnEntry : ReadEntry);
     const QFont fixed = fixedFont();
@@ -114,7 +114,7 @@ ExportWindow::Image ExportWindow::image() const {
 }
 
 std::optional<RecordFormat> ExportWindow::format() const {
-    return formatOf(controls_->format->currentIndex());
+    return fileFormats().at(size_t(controls_->format->currentIndex())).records;
 }
 
 bool ExportWindow::isSplit() const {
@@ -175,7 +175,7 @@ QStringList ExportWindow::paths() const {
     const Lanes lanes = controls_->order->lanes();
     if (isSplit())
         for (int part = 0; part < lanes.parts; ++part)
-            paths << partPath(name(), lanes, part, extensionOf(format()));
+            paths << partPath(name(), lanes, part, fileFormatOf(format()).ending);
     return paths;
 }
 

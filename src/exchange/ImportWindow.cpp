@@ -5,7 +5,7 @@
 
 #include "base/Digits.h"
 #include "base/Units.h"
-#include "exchange/FormatEntries.h"
+#include "exchange/FileFormats.h"
 #include "exchange/ImportWords.h"
 #include "exchange/OrderBox.h"
 #include "exchange/PartList.h"
@@ -40,8 +40,9 @@ ImportWindow::ImportWindow(const File &file, const Offers &offers, QWidget *wind
     setAttribute(Qt::WA_DeleteOnClose);
     setObjectName(QStringLiteral("import"));
     setWindowTitle(tr("Import %1").arg(QFileInfo(path_).fileName()));
-    c.format->addItems(formatEntries());
-    c.format->setCurrentIndex(entryOf(recordFormatOf(import_.file())));
+    for (const FileFormat &format : fileFormats())
+        c.format->addItem(format.name);
+    c.format->setCurrentText(fileFormatOf(recordFormatOf(import_.file())).name);
     offer(offers);
     const QFontMetrics letters = c.found->fontMetrics();
     c.found->setMinimumSize(foundColumns * letters.averageCharWidth(),
@@ -92,7 +93,7 @@ void ImportWindow::connectControls() {
 }
 
 std::optional<RecordFormat> ImportWindow::format() const {
-    return formatOf(controls_->format->currentIndex());
+    return fileFormats().at(size_t(controls_->format->currentIndex())).records;
 }
 
 std::optional<qint64> ImportWindow::base() const {

@@ -4,6 +4,7 @@
 #include "exchange/ImportWords.h"
 
 #include "base/NumberWords.h"
+#include "exchange/FileFormats.h"
 #include "files/ByteBuffer.h"
 #include "formats/ImageFlattening.h"
 #include "formats/RecordReader.h"
@@ -124,16 +125,6 @@ QString whyNot(NoImage why) {
 
 } // namespace
 
-QString formatWords(RecordFormat format) {
-    return format == RecordFormat::IntelHex ? ImportWording::tr("Intel HEX")
-                                            : ImportWording::tr("Motorola S-record");
-}
-
-QStringList formatEntries() {
-    return {formatWords(RecordFormat::IntelHex), formatWords(RecordFormat::SRecord),
-            ImportWording::tr("Raw bytes")};
-}
-
 QString troubleWords(const RecordTrouble &trouble) {
     return ImportWording::tr("Line %1: %2").arg(grouped(trouble.line), whatIsWrong(trouble.kind));
 }
@@ -141,7 +132,7 @@ QString troubleWords(const RecordTrouble &trouble) {
 QStringList foundWords(RecordFormat format, const DecodedRecords &decoded) {
     const AddressedBytes &bytes = decoded.bytes;
     QStringList lines = troublesWords(decoded.troubles);
-    lines << ImportWording::tr("Format: %1").arg(formatWords(format));
+    lines << ImportWording::tr("Format: %1").arg(fileFormatOf(format).name);
     lines << ImportWording::tr("Bytes: %1")
                  .arg(pieceWords(qsizetype(bytes.pieces().size()), bytes.count()));
     if (!decoded.header.isEmpty())

@@ -9,10 +9,6 @@
 #include <QString>
 #include <QStringList>
 
-/// The name of \a format.
-QString formatWords(RecordFormat format);
-/// The entries of a choice of formats, in the order of FormatEntry.
-QStringList formatEntries();
 /// What is wrong, as a sentence that names the line.
 QString troubleWords(const RecordTrouble &trouble);
 /// What was found in a text of \a format: how much, where, what begins there, what is wrong; a line

@@ -5,6 +5,7 @@
 
 #include "base/NumberWords.h"
 #include "base/Units.h"
+#include "exchange/FileFormats.h"
 #include "files/ByteBuffer.h"
 #include "image/BlockWords.h"
 #include "inspect/ImageFacts.h"
@@ -12,6 +13,8 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QRegularExpression>
+
+#include <algorithm>
 
 namespace {
 
@@ -88,10 +91,12 @@ QStringList partNames(const Lanes &lanes) {
 }
 
 QString withoutEnding(const QString &path) {
-    static const QStringList endings = {QStringLiteral("bin"), QStringLiteral("hex"),
-                                        QStringLiteral("srec")};
     const QString ending = QFileInfo(path).suffix();
-    return endings.contains(ending, Qt::CaseInsensitive) ? path.chopped(ending.size() + 1) : path;
+    const auto formats = fileFormats();
+    const bool isKnown = std::any_of(formats.begin(), formats.end(), [&](const FileFormat &format) {
+        return format.ending.compare(ending, Qt::CaseInsensitive) == 0;
+    });
+    return isKnown ? path.chopped(ending.size() + 1) : path;
 }
 
 QString partPath(const QString &path, const Lanes &lanes, int part, const QString &extension) {
