@@ -19,7 +19,7 @@
 #include "image/BlockWords.h"
 
 #include "ui_MainWindow.h"
-#include "views/SideWindow.h"
+#include "widgets/WindowFront.h"
 
 #include <QDir>
 #include <QFileInfo>

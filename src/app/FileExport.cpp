@@ -18,9 +18,9 @@
 #include "grid/ShownTab.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "widgets/WindowFront.h"
 
 #include "ui_MainWindow.h"
-#include "views/SideWindow.h"
 
 #include <QClipboard>
 #include <QFileInfo>

@@ -20,8 +20,8 @@
 #include "settings/SettingsStore.h"
 #include "tool/ScriptedMiniPro.h"
 #include "views/NextCommand.h"
-#include "views/SideWindow.h"
 #include "widgets/PlainToolTip.h"
+#include "widgets/WindowFront.h"
 
 #include "ui_MainWindow.h"
 

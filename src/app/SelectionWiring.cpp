@@ -10,8 +10,8 @@
 #include "grid/GridModel.h"
 #include "grid/GridSelection.h"
 #include "imageviews/SelectRangeWindow.h"
-#include "views/SideWindow.h"
 #include "widgets/TabView.h"
+#include "widgets/WindowFront.h"
 
 #include "ui_MainWindow.h"
 

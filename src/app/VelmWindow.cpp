@@ -19,6 +19,7 @@
 #include "views/RepeatControls.h"
 #include "views/RunsMenu.h"
 #include "widgets/ConsoleView.h"
+#include "widgets/WindowFront.h"
 
 #include "ui_MainWindow.h"
 
@@ -126,12 +127,8 @@ bool VelmWindow::start() {
 
 // The program is about to end with its window: one that came back would have nothing behind it.
 void VelmWindow::raise() {
-    if (closed_)
-        return;
-    window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
-    window_.show();
-    window_.raise();
-    window_.activateWindow();
+    if (!closed_)
+        bringUp(window_);
 }
 
 void VelmWindow::askToEnd() {

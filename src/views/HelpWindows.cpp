@@ -5,6 +5,7 @@
 
 #include "views/SideWindow.h"
 #include "widgets/Icons.h"
+#include "widgets/WindowFront.h"
 
 #include <QApplication>
 #include <QDialog>

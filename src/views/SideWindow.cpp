@@ -20,9 +20,3 @@ QDialog *makeSideWindow(QWidget *window, const QString &name, const QString &tit
     layout->addWidget(buttons);
     return dialog;
 }
-
-void bringUp(QWidget &window) {
-    window.showNormal();
-    window.raise();
-    window.activateWindow();
-}

@@ -12,6 +12,3 @@ class QWidget;
 /// (translated) for people, and is gone once it is closed.
 QDialog *makeSideWindow(QWidget *window, const QString &name, const QString &title,
                         QWidget *content);
-
-/// Shows \a window, or has it come to the front, and the keys go there.
-void bringUp(QWidget &window);
