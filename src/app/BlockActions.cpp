@@ -19,6 +19,7 @@
 #include "image/BlockWords.h"
 
 #include "ui_MainWindow.h"
+#include "widgets/MenuKeys.h"
 #include "widgets/WindowFront.h"
 
 #include <QDir>
@@ -62,7 +63,7 @@ void BlockActions::addEntries(WindowMenus &menus) {
              &BlockActions::fill);
     setGridKey(addEntry(menus, tr("&Write 00"), tr("Fill the selected bytes with 00"),
                         &BlockActions::writeZeros),
-               QKeySequence(Qt::CTRL | Qt::Key_0));
+               menuKeys::writeZeros);
     addEntry(menus, tr("Insert a fil&e\u2026"), tr("Take the bytes of a file in at an address"),
              &BlockActions::insertFile);
     menus.edit->setToolTipsVisible(true);
@@ -79,7 +80,8 @@ qint64 BlockActions::imageSize() const {
 Result<void, QString> BlockActions::mayChangeHere() const {
     if (shownTab(*with_.window.controls().tabview) == ShownTab::ToBurn)
         return {};
-    return tr("Only the data to burn can be changed: show them first (Ctrl+2).");
+    return tr("Only the data to burn can be changed: show them first (%1).")
+        .arg(keyWords(menuKeys::showDataToBurn));
 }
 
 std::optional<qint64> BlockActions::placeForBytes() const {

@@ -6,6 +6,7 @@
 #include "grid/GridAccessible.h"
 #include "imageviews/ImageMapAccessible.h"
 #include "widgets/MenuButton.h"
+#include "widgets/MenuKeys.h"
 
 #include "ui_MainWindow.h"
 
@@ -18,9 +19,22 @@ MainWindow::MainWindow() : controls_(std::make_unique<Ui::MainWindow>()) {
     installImageMapAccessibility();
     installMenuButtonAccessibility();
     controls_->setupUi(this);
+    nameKeys();
 }
 
 MainWindow::~MainWindow() = default;
+
+void MainWindow::nameKeys() {
+    const Ui::MainWindow &c = *controls_;
+    nameKeysIn(*c.btn_read, menuKeys::read);
+    nameKeysIn(*c.btn_verify, menuKeys::verify);
+    nameKeysIn(*c.btn_write, menuKeys::write);
+    nameKeysIn(*c.btn_logic, menuKeys::testLogic);
+    nameKeysIn(*c.btn_stop, menuKeys::stop);
+    nameKeysIn(*c.btn_open, menuKeys::openBinary);
+    nameKeysIn(*c.btn_export_read, menuKeys::saveRead);
+    nameKeysIn(*c.btn_export_output, menuKeys::saveToBurn);
+}
 
 void MainWindow::changeEvent(QEvent *event) {
     QMainWindow::changeEvent(event);

@@ -38,6 +38,8 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void nameKeys();
+
     std::unique_ptr<Ui::MainWindow> controls_;
     std::function<bool()> closeGuard_;
 };

@@ -20,6 +20,7 @@
 #include "widgets/HeldKeys.h"
 #include "widgets/Icons.h"
 #include "widgets/KeyBinder.h"
+#include "widgets/MenuKeys.h"
 
 #include "ui_MainWindow.h"
 
@@ -74,14 +75,17 @@ void sayHiddenBytes(const Ui::MainWindow &c, AppDelegate &delegate, Messages &me
 QString hintFor(ShownTab tab) {
     if (tab == ShownTab::Read)
         return AppDelegate::tr(
-            "Nothing has been read yet.\nPut the chip into the programmer, name it "
-            "under Device, and press Read (F5).");
+                   "Nothing has been read yet.\nPut the chip into the programmer, name it "
+                   "under Device, and press Read (%1).")
+            .arg(keyWords(menuKeys::read));
     if (tab == ShownTab::ToBurn)
-        return AppDelegate::tr("There are no data to burn yet.\nOpen a binary (Ctrl+O), or read a "
-                               "chip and turn on Use data read from chip.");
+        return AppDelegate::tr("There are no data to burn yet.\nOpen a binary (%1), or read a "
+                               "chip and turn on Use data read from chip.")
+            .arg(keyWords(menuKeys::openBinary));
     return AppDelegate::tr(
-        "No logic IC has been tested yet.\nName it under Device, and press Logic "
-        "test (F8).");
+               "No logic IC has been tested yet.\nName it under Device, and press Logic "
+               "test (%1).")
+        .arg(keyWords(menuKeys::testLogic));
 }
 
 /// An empty grid says what to do, to the eye and to assistive technology.

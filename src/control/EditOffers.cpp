@@ -12,6 +12,7 @@
 #include "image/BlockWords.h"
 #include "image/NumberScanning.h"
 #include "language/Sentences.h"
+#include "widgets/MenuKeys.h"
 
 #include <QLocale>
 
@@ -113,7 +114,8 @@ void EditOffers::sayRejected(const QString &entry, qint64 offset) {
         return messages_.say(Topic::Entry, rejectionRemark(entry));
     messages_.say(Topic::Entry,
                   rejectionRemark(entry) + u' ' +
-                      tr("Ctrl+0 in the grid fills what is selected there with 00."),
+                      tr("%1 in the grid fills what is selected there with 00.")
+                          .arg(keyWords(menuKeys::writeZeros)),
                   {tr("Write 00 at %1").arg(addressWords(offset)), [this, offset] {
                        writeZeros({offset, 1});
                    }});

@@ -8,6 +8,7 @@
 #include "widgets/Announcement.h"
 #include "widgets/FixedFont.h"
 #include "widgets/Icons.h"
+#include "widgets/MenuKeys.h"
 
 #include "ui_FindBar.h"
 
@@ -50,6 +51,9 @@ FindBar::FindBar(QWidget *parent)
     announcement_.setInterval(announcementDelay);
     setIcon();
     showKind();
+    nameKeysIn(*c.previous, menuKeys::findPrevious);
+    nameKeysIn(*c.next, menuKeys::findNext);
+    nameKeysIn(*c.address, menuKeys::goToAddress);
     connectControls();
     hide();
 }
@@ -144,8 +148,9 @@ void FindBar::showKind() {
     controls_->matchCase->setEnabled(isText);
     controls_->what->setPlaceholderText(isText ? tr("Find text") : tr("Find DE AD ?? E?"));
     controls_->what->setToolTip(
-        isText ? tr("The text to search for (Ctrl+F)")
-               : tr("Hexadecimal digits to search for (Ctrl+F); ? stands for any digit"));
+        isText ? tr("The text to search for (%1)")
+               : tr("Hexadecimal digits to search for (%1); ? stands for any digit"));
+    nameKeysIn(*controls_->what, menuKeys::find);
 }
 
 void FindBar::showState() {

@@ -11,6 +11,7 @@
 #include <QGroupBox>
 #include <QMenu>
 #include <QMenuBar>
+#include <QRegularExpression>
 
 /// How everything in the window is reached without a mouse.
 class TestWindowReach : public QObject {
@@ -18,6 +19,7 @@ class TestWindowReach : public QObject {
 
 private slots:
     void everyControl_hasAToolTip();
+    void toolTips_nameTheKeysOfTheMenus();
     void switches_nameTheOptionThatTheyAdd();
     void words_areInLowerCaseButTheFirst();
     void mnemonics_ofTheWindowDiffer();
@@ -148,6 +150,35 @@ void TestWindowReach::everyControl_hasAToolTip() {
         if (isStation(*field) && field->isVisible() && field->toolTip().isEmpty())
             without << nameOf(*field);
     QCOMPARE(without.join(u' '), QString());
+}
+
+void TestWindowReach::toolTips_nameTheKeysOfTheMenus() {
+    WindowFixture velm;
+    velm.start();
+    const QWidget &window = velm.velm().window();
+    QMap<QString, QString> keys;
+    for (const QAction *entry : window.findChildren<QAction *>())
+        keys.insert(entry->text().remove(u'&').remove(u'\u2026'),
+                    entry->shortcut().toString(QKeySequence::NativeText));
+    const QMap<QString, QString> entries{
+        {QStringLiteral("Previous"), QStringLiteral("Find previous")},
+        {QStringLiteral("Next"), QStringLiteral("Find next")},
+        {QStringLiteral("Find what"), QStringLiteral("Find")}};
+    static const QRegularExpression named(QStringLiteral("\\((F\\d+|(?:Ctrl|Shift)\\+[^,):]+)|%1"));
+    QStringList controls;
+    for (const QWidget *control : inWindow<QWidget>(window)) {
+        const auto found = named.match(control->toolTip());
+        if (!found.hasMatch())
+            continue;
+        const QString name = control->accessibleName();
+        controls << name;
+        QCOMPARE(found.captured(1), keys.value(entries.value(name, name)));
+    }
+    controls.sort();
+    QCOMPARE(controls.join(u'\n'),
+             QStringLiteral("Find what\nGo to address\nLogic test\nNext\nOpen binary\nPrevious\n"
+                            "Read\nSave data read from chip\nSave data to burn\nStop\nVerify\n"
+                            "Write"));
 }
 
 void TestWindowReach::switches_nameTheOptionThatTheyAdd() {
