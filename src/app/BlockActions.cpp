@@ -19,12 +19,12 @@
 #include "image/BlockWords.h"
 
 #include "ui_MainWindow.h"
+#include "widgets/MenuEntry.h"
 #include "widgets/MenuKeys.h"
 #include "widgets/WindowFront.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QMenu>
 
 BlockActions::BlockActions(const Surroundings &surroundings, QObject *parent)
     : QObject(parent), with_(surroundings) {
@@ -34,11 +34,8 @@ BlockActions::BlockActions(const Surroundings &surroundings, QObject *parent)
 
 QAction *BlockActions::addEntry(WindowMenus &menus, const QString &text, const QString &toolTip,
                                 void (BlockActions::*action)()) {
-    auto *entry = new QAction(text, this);
+    QAction *entry = addMenuEntry(*menus.edit, text, {}, this, action, menus.behindCopy);
     entry->setToolTip(toolTip);
-    entry->setAutoRepeat(false);
-    connect(entry, &QAction::triggered, this, action, Qt::QueuedConnection);
-    menus.edit->insertAction(menus.behindCopy, entry);
     menus.offWhileRunning << entry;
     return entry;
 }

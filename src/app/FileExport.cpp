@@ -18,6 +18,7 @@
 #include "grid/ShownTab.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "widgets/MenuEntry.h"
 #include "widgets/WindowFront.h"
 
 #include "ui_MainWindow.h"
@@ -25,17 +26,12 @@
 #include <QClipboard>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QMenu>
 
 FileExport::FileExport(const ExchangeSurroundings &surroundings) : with_(surroundings) {}
 
 void FileExport::addEntry(WindowMenus &menus) {
-    auto *entry = new QAction(tr("E&xport\u2026"), this);
-    entry->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
-    entry->setAutoRepeat(false);
-    connect(entry, &QAction::triggered, this, &FileExport::show, Qt::QueuedConnection);
-    menus.file->insertAction(menus.behindSave, entry);
-    menus.offWhileRunning << entry;
+    menus.offWhileRunning << addMenuEntry(*menus.file, tr("E&xport\u2026"), Qt::CTRL | Qt::Key_E,
+                                          this, &FileExport::show, menus.behindSave);
 }
 
 void FileExport::show() {

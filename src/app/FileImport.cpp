@@ -22,13 +22,13 @@
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "widgets/FileDropArea.h"
+#include "widgets/MenuEntry.h"
 
 #include "ui_MainWindow.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QMenu>
 #include <QPointer>
 
 #include <optional>
@@ -64,12 +64,8 @@ FileImport::FileImport(const ExchangeSurroundings &surroundings) : with_(surroun
 }
 
 void FileImport::addEntry(WindowMenus &menus) {
-    auto *entry = new QAction(tr("&Import\u2026"), this);
-    entry->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_I));
-    entry->setAutoRepeat(false);
-    connect(entry, &QAction::triggered, this, &FileImport::choose, Qt::QueuedConnection);
-    menus.file->insertAction(menus.behindOpen, entry);
-    menus.offWhileRunning << entry;
+    menus.offWhileRunning << addMenuEntry(*menus.file, tr("&Import\u2026"), Qt::CTRL | Qt::Key_I,
+                                          this, &FileImport::choose, menus.behindOpen);
 }
 
 void FileImport::choose() {

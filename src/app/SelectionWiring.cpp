@@ -10,6 +10,7 @@
 #include "grid/GridModel.h"
 #include "grid/GridSelection.h"
 #include "imageviews/SelectRangeWindow.h"
+#include "widgets/MenuEntry.h"
 #include "widgets/TabView.h"
 #include "widgets/WindowFront.h"
 
@@ -17,7 +18,6 @@
 
 #include <QCoreApplication>
 #include <QItemSelectionModel>
-#include <QMenu>
 
 #include <utility>
 
@@ -96,20 +96,16 @@ void showSelectRange(MainWindow &window) {
 }
 
 QAction *addSelectRange(QMenu &edit, MainWindow &window) {
-    QAction *entry = edit.addAction(SelectionWording::tr("&Select range\u2026"));
-    entry->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_G));
-    entry->setAutoRepeat(false);
-    const auto show = [&window] { showSelectRange(window); };
-    QObject::connect(entry, &QAction::triggered, &window, show, Qt::QueuedConnection);
-    return entry;
+    return addMenuEntry(edit, SelectionWording::tr("&Select range\u2026"),
+                        Qt::CTRL | Qt::SHIFT | Qt::Key_G, &window,
+                        [&window] { showSelectRange(window); });
 }
 
-/// Not the view's own menu of actions: a run that ends meanwhile would have to wait for it.
+/// Not the view's own menu of actions, which would be exec()ed.
 void popUpMenu(GridView &grid, const QPoint &at) {
     auto *menu = new QMenu(&grid);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addActions(grid.actions());
-    menu->popup(grid.viewport()->mapToGlobal(at));
+    popUp(menu, grid.viewport()->mapToGlobal(at));
 }
 
 } // namespace

@@ -13,6 +13,8 @@
 #include "imageviews/FindBar.h"
 #include "views/HelpWindows.h"
 #include "widgets/ConsoleView.h"
+#include "widgets/MenuEntry.h"
+#include "widgets/MenuKeys.h"
 #include "widgets/MenuText.h"
 
 #include "ui_MainWindow.h"
@@ -22,29 +24,9 @@
 
 namespace {
 
-/// Adds entries to one menu.
-class MenuFiller {
-public:
-    MenuFiller(QMenuBar &bar, const QString &title) : menu_(bar.addMenu(title)) {}
-
-    QAction *presses(QPushButton *button, const QString &text, const QKeySequence &keys) {
-        return calls(text, keys, button, [button] { button->click(); });
-    }
-
-    template <typename Work>
-    QAction *calls(const QString &text, const QKeySequence &keys, QObject *context, Work work) {
-        QAction *action = menu_->addAction(text);
-        action->setShortcut(keys);
-        action->setAutoRepeat(false); // a key that is held is no second press
-        QObject::connect(action, &QAction::triggered, context, work, Qt::QueuedConnection);
-        return action;
-    }
-
-    QMenu *menu() const { return menu_; }
-
-private:
-    QMenu *menu_;
-};
+QAction *addPress(QMenu &menu, QPushButton *button, const QString &text, const QKeySequence &keys) {
+    return addMenuEntry(menu, text, keys, button, &QPushButton::click);
+}
 
 void fillRecentMenu(QMenu *recent, AppDelegate &delegate, const UserFiles &files) {
     recent->clear();
@@ -68,23 +50,22 @@ QMenu *addRecentMenu(QMenu &file, AppDelegate &delegate, const UserFiles &files)
 void fillFileMenu(MainWindow &window, AppDelegate &delegate, const UserFiles &files,
                   WindowMenus &menus) {
     Ui::MainWindow &c = window.controls();
-    MenuFiller file(*window.menuBar(), AppDelegate::tr("&File"));
-    menus.offWhileRunning << file.presses(c.btn_open, AppDelegate::tr("&Open binary\u2026"),
-                                          QKeySequence::Open)
-                          << file.presses(c.btn_export_read,
-                                          AppDelegate::tr("Save data &read from chip\u2026"),
-                                          QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S))
-                          << file.presses(c.btn_export_output,
-                                          AppDelegate::tr("&Save data to burn\u2026"),
-                                          QKeySequence::Save);
-    menus.file = file.menu();
+    QMenu &file = *window.menuBar()->addMenu(AppDelegate::tr("&File"));
+    menus.offWhileRunning << addPress(file, c.btn_open, AppDelegate::tr("&Open binary\u2026"),
+                                      menuKeys::openBinary)
+                          << addPress(file, c.btn_export_read,
+                                      AppDelegate::tr("Save data &read from chip\u2026"),
+                                      menuKeys::saveRead)
+                          << addPress(file, c.btn_export_output,
+                                      AppDelegate::tr("&Save data to burn\u2026"),
+                                      menuKeys::saveToBurn);
+    menus.file = &file;
     menus.behindOpen = menus.offWhileRunning.at(1);
     menus.behindSave = c.textView->saveAction();
-    file.menu()->addAction(menus.behindSave);
-    menus.offWhileRunning << addRecentMenu(*file.menu(), delegate, files)->menuAction();
-    file.menu()->addSeparator();
-    file.calls(AppDelegate::tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), &window,
-               [&window] { window.close(); });
+    file.addAction(menus.behindSave);
+    menus.offWhileRunning << addRecentMenu(file, delegate, files)->menuAction();
+    file.addSeparator();
+    addMenuEntry(file, AppDelegate::tr("&Quit"), Qt::CTRL | Qt::Key_Q, &window, &QWidget::close);
 }
 
 /// Turns \a action on while \a history holds something for it and the tool does not run. The
@@ -104,25 +85,25 @@ QString stepName(const QString &text) {
     return text.isEmpty() ? AppDelegate::tr("edit") : text;
 }
 
-void fillFindEntries(MenuFiller &edit, FindBar &bar) {
-    edit.calls(AppDelegate::tr("&Find\u2026"), QKeySequence::Find, &bar, [&bar] { bar.find(); });
-    edit.calls(AppDelegate::tr("Find &next"), Qt::Key_F3, &bar, [&bar] { bar.findNext(); })
+void fillFindEntries(QMenu &edit, FindBar &bar) {
+    addMenuEntry(edit, AppDelegate::tr("&Find\u2026"), menuKeys::find, &bar, &FindBar::find);
+    addMenuEntry(edit, AppDelegate::tr("Find &next"), menuKeys::findNext, &bar, &FindBar::findNext)
         ->setAutoRepeat(true);
-    edit.calls(AppDelegate::tr("Find &previous"), QKeySequence(Qt::SHIFT | Qt::Key_F3), &bar,
-               [&bar] { bar.findPrevious(); })
+    addMenuEntry(edit, AppDelegate::tr("Find &previous"), menuKeys::findPrevious, &bar,
+                 &FindBar::findPrevious)
         ->setAutoRepeat(true);
-    edit.calls(AppDelegate::tr("&Go to address\u2026"), QKeySequence(Qt::CTRL | Qt::Key_G), &bar,
-               [&bar] { bar.findAddress(); });
+    addMenuEntry(edit, AppDelegate::tr("&Go to address\u2026"), menuKeys::goToAddress, &bar,
+                 &FindBar::findAddress);
 }
 
 void fillEditMenu(MainWindow &window, AppDelegate &delegate, const WorkState &work,
                   WindowMenus &menus) {
     Ui::MainWindow &c = window.controls();
-    MenuFiller edit(*window.menuBar(), AppDelegate::tr("&Edit"));
-    QAction *undo =
-        edit.calls({}, QKeySequence::Undo, &delegate, [&delegate] { delegate.edits().undo(); });
-    QAction *redo =
-        edit.calls({}, QKeySequence::Redo, &delegate, [&delegate] { delegate.edits().redo(); });
+    QMenu &edit = *window.menuBar()->addMenu(AppDelegate::tr("&Edit"));
+    QAction *undo = addMenuEntry(edit, {}, QKeySequence::Undo, &delegate,
+                                 [&delegate] { delegate.edits().undo(); });
+    QAction *redo = addMenuEntry(edit, {}, QKeySequence::Redo, &delegate,
+                                 [&delegate] { delegate.edits().redo(); });
     nameBySteps(*undo, *redo, delegate.edits().history());
     undo->setAutoRepeat(true);
     redo->setAutoRepeat(true);
@@ -131,50 +112,53 @@ void fillEditMenu(MainWindow &window, AppDelegate &delegate, const WorkState &wo
                   &QUndoStack::canUndo);
     followHistory(redo, delegate.edits().history(), work, &QUndoStack::canRedoChanged,
                   &QUndoStack::canRedo);
-    edit.menu()->addSeparator();
-    addSelectionEntries(*edit.menu(), window);
-    menus.edit = edit.menu();
-    menus.behindCopy = edit.menu()->addSeparator();
+    edit.addSeparator();
+    addSelectionEntries(edit, window);
+    menus.edit = &edit;
+    menus.behindCopy = edit.addSeparator();
     fillFindEntries(edit, *c.findBar);
 }
 
 void fillChipMenu(MainWindow &window, WindowMenus &menus) {
     Ui::MainWindow &c = window.controls();
-    MenuFiller chip(*window.menuBar(), AppDelegate::tr("&Chip"));
-    menus.offWhileRunning << chip.presses(c.btn_read, AppDelegate::tr("&Read"), Qt::Key_F5)
-                          << chip.presses(c.btn_verify, AppDelegate::tr("&Verify"), Qt::Key_F6)
-                          << chip.presses(c.btn_write, AppDelegate::tr("&Write"), Qt::Key_F7)
-                          << chip.presses(c.btn_logic, AppDelegate::tr("&Logic test"), Qt::Key_F8);
-    menus.stop =
-        chip.presses(c.btn_stop, AppDelegate::tr("&Stop"), QKeySequence(Qt::CTRL | Qt::Key_Period));
+    QMenu &chip = *window.menuBar()->addMenu(AppDelegate::tr("&Chip"));
+    menus.offWhileRunning << addPress(chip, c.btn_read, AppDelegate::tr("&Read"), menuKeys::read)
+                          << addPress(chip, c.btn_verify, AppDelegate::tr("&Verify"),
+                                      menuKeys::verify)
+                          << addPress(chip, c.btn_write, AppDelegate::tr("&Write"), menuKeys::write)
+                          << addPress(chip, c.btn_logic, AppDelegate::tr("&Logic test"),
+                                      menuKeys::testLogic);
+    menus.stop = addPress(chip, c.btn_stop, AppDelegate::tr("&Stop"), menuKeys::stop);
     menus.stop->setEnabled(false);
-    chip.menu()->addSeparator();
-    menus.offWhileRunning << chip.presses(c.btn_search, AppDelegate::tr("Search &devices\u2026"),
-                                          QKeySequence(Qt::CTRL | Qt::Key_D));
+    chip.addSeparator();
+    menus.offWhileRunning << addPress(chip, c.btn_search, AppDelegate::tr("Search &devices\u2026"),
+                                      Qt::CTRL | Qt::Key_D);
 }
 
 void fillViewMenu(MainWindow &window, WindowMenus &menus) {
     Ui::MainWindow &c = window.controls();
-    MenuFiller view(*window.menuBar(), AppDelegate::tr("&View"));
-    const auto addTab = [&](const QString &identifier, const QString &text, Qt::Key key) {
-        view.calls(text, QKeySequence(Qt::CTRL | key), c.tabview,
-                   [tabs = c.tabview, identifier] { tabs->selectTabViewItem(identifier); });
+    QMenu &view = *window.menuBar()->addMenu(AppDelegate::tr("&View"));
+    const auto addTab = [&](const QString &identifier, const QString &text,
+                            const QKeySequence &keys) {
+        addMenuEntry(view, text, keys, c.tabview,
+                     [tabs = c.tabview, identifier] { tabs->selectTabViewItem(identifier); });
     };
-    addTab(readTabIdentifier(), AppDelegate::tr("Data &read from chip"), Qt::Key_1);
-    addTab(burnTabIdentifier(), AppDelegate::tr("Data to &burn"), Qt::Key_2);
-    addTab(logicTabIdentifier(), AppDelegate::tr("&Logic test results"), Qt::Key_3);
-    menus.view = view.menu();
-    menus.behindTabs = view.menu()->addSeparator();
-    view.menu()->addAction(c.textView->followOutputAction());
-    view.menu()->addAction(c.textView->copyAllAction());
-    view.menu()->addAction(c.textView->clearAction());
+    addTab(readTabIdentifier(), AppDelegate::tr("Data &read from chip"), Qt::CTRL | Qt::Key_1);
+    addTab(burnTabIdentifier(), AppDelegate::tr("Data to &burn"), menuKeys::showDataToBurn);
+    addTab(logicTabIdentifier(), AppDelegate::tr("&Logic test results"), Qt::CTRL | Qt::Key_3);
+    menus.view = &view;
+    menus.behindTabs = view.addSeparator();
+    view.addAction(c.textView->followOutputAction());
+    view.addAction(c.textView->copyAllAction());
+    view.addAction(c.textView->clearAction());
 }
 
 void fillHelpMenu(MainWindow &window) {
-    MenuFiller help(*window.menuBar(), AppDelegate::tr("&Help"));
-    help.calls(AppDelegate::tr("User &guide"), QKeySequence::HelpContents, &window,
-               [&window] { showGuide(&window); });
-    help.calls(AppDelegate::tr("&About VELM"), {}, &window, [&window] { showAbout(&window); });
+    QMenu &help = *window.menuBar()->addMenu(AppDelegate::tr("&Help"));
+    addMenuEntry(help, AppDelegate::tr("User &guide"), QKeySequence::HelpContents, &window,
+                 [&window] { showGuide(&window); });
+    addMenuEntry(help, AppDelegate::tr("&About VELM"), {}, &window,
+                 [&window] { showAbout(&window); });
 }
 
 } // namespace

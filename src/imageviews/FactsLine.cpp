@@ -6,6 +6,7 @@
 #include "grid/GridView.h"
 #include "image/BlockWords.h"
 #include "imageviews/FactsWords.h"
+#include "widgets/MenuEntry.h"
 #include "widgets/PlainToolTip.h"
 
 #include <QChar>
@@ -13,7 +14,6 @@
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QMenu>
 
 #include <algorithm>
 #include <utility>
@@ -157,11 +157,9 @@ void FactsLine::askForSha256() {
 
 void FactsLine::contextMenuEvent(QContextMenuEvent *event) {
     auto *menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(tr("&Copy"), this, &FactsLine::copyWords)->setEnabled(!wholeText().isEmpty());
     menu->addAction(tr("&SHA-256"), this, &FactsLine::askForSha256)->setEnabled(hasBytes(shown_()));
-    // Not exec(): a run that ends while the menu is open must not have to wait for it.
-    menu->popup(event->globalPos());
+    popUp(menu, event->globalPos());
 }
 
 void FactsLine::keyPressEvent(QKeyEvent *event) {

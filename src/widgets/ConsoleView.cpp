@@ -3,13 +3,14 @@
 
 #include "widgets/ConsoleView.h"
 
+#include "widgets/MenuEntry.h"
+
 #include <QAction>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDeadlineTimer>
 #include <QFontDatabase>
 #include <QGuiApplication>
-#include <QMenu>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -300,14 +301,12 @@ void ConsoleView::changeEvent(QEvent *event) {
 
 void ConsoleView::contextMenuEvent(QContextMenuEvent *event) {
     auto *menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addActions({copy_, copyAll_, save_});
     menu->addSeparator();
     menu->addActions({selectAll_, clear_});
     menu->addSeparator();
     menu->addActions({follow_, wrap_});
-    // Not exec(): a run that ends while the menu is open must not have to wait for it.
-    menu->popup(event->globalPos());
+    popUp(menu, event->globalPos());
 }
 
 QMimeData *ConsoleView::createMimeDataFromSelection() const {
