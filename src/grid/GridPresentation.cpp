@@ -7,6 +7,7 @@
 #include "grid/GridColumns.h"
 #include "image/AddressWords.h"
 #include "image/BytesAsText.h"
+#include "image/RowText.h"
 #include "language/LogicField.h"
 
 #include <QMimeData>
@@ -21,7 +22,7 @@ CellValue byteCell(const ShownContent &shown, int column, qint64 row) {
     const bool hasByte =
         index < quint64(shown.strData.length()) && index < quint64(lengthOf(shown.display_data));
     if (!hasByte)
-        return {.text = QStringLiteral("XX"), .missing = true};
+        return {.text = rowText::missingByte.toString(), .missing = true};
     return {byteDigits(quint8(shown.display_data->constData()[index]))};
 }
 

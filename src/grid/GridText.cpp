@@ -5,6 +5,7 @@
 
 #include "grid/GridColumns.h"
 #include "grid/GridModel.h"
+#include "image/RowText.h"
 
 #include <QPair>
 
@@ -24,12 +25,12 @@ QString withoutControls(QString text) {
 }
 
 QString dumpLine(const GridModel &model, int row) {
-    const auto gap = QStringLiteral("  ");
     QStringList bytes;
     for (int column = firstByteColumn; column <= lastByteColumn; ++column)
         bytes.append(model.cell(row, column).text);
-    return model.cell(row, addressColumn).text + gap + bytes.join(u' ') + gap +
-           model.cell(row, charactersColumn).text;
+    return QStringList{model.cell(row, addressColumn).text, bytes.join(rowText::blank),
+                       model.cell(row, charactersColumn).text}
+        .join(rowText::gap);
 }
 
 QString fieldsLine(const GridModel &model, int row) {

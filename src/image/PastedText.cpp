@@ -6,6 +6,7 @@
 #include "base/Digits.h"
 #include "base/Units.h"
 #include "files/ByteBuffer.h"
+#include "image/RowText.h"
 
 #include <QRegularExpression>
 
@@ -35,7 +36,8 @@ const QString arrayStart = QStringLiteral(
     R"(\A(?:\s|/\*(?s:.*?)\*/|//[^\r\n]*[\r\n])*(?:[A-Za-z_][\w\s*:<>,\[\]]*=\s*)?\{)");
 /// Before the "b" of a bytes literal: a name and a parenthesis.
 const QString literalStart = QStringLiteral(R"(\A\s*(?:[A-Za-z_]\w*\s*=\s*)?\(?\s*(?=[bB]['"]))");
-const QString rowStart = QStringLiteral(R"(\A\s*(?=[0-9A-F]{4,16}  (?:(?:[0-9A-F]{2}|XX) ){16} ))");
+const QString rowStart = QStringLiteral(R"(\A\s*(?=[0-9A-F]{4,16}%1(?:(?:[0-9A-F]{2}|%2) ){16} ))")
+                             .arg(rowText::gap, rowText::missingByte);
 
 } // namespace
 

@@ -7,6 +7,7 @@
 
 #include "base/Digits.h"
 #include "base/Units.h"
+#include "image/RowText.h"
 
 #include <QRegularExpression>
 
@@ -17,7 +18,7 @@
 namespace {
 
 /// A byte of a row and the blank behind it.
-constexpr qsizetype rowCell = 3;
+constexpr qsizetype rowCell = rowText::missingByte.size() + 1;
 /// Longer than what stands behind an array or a row.
 constexpr qsizetype longestEnd = 256;
 
@@ -181,11 +182,11 @@ void PastedText::takeRow() {
         return fail(Kind::NoRow);
     const QStringView line = ahead.first(std::distance(ahead.begin(), end));
     const qsizetype addressDigits = digitsIn(line, hexadecimal, line.size());
-    const qsizetype cellsAt = addressDigits + 2;
+    const qsizetype cellsAt = addressDigits + rowText::gap.size();
     const bool isBlank = line.trimmed().isEmpty();
     const bool isRow = addressDigits > 0 && addressDigits <= 16 &&
                        line.size() >= cellsAt + bytesInRow * rowCell - 1 &&
-                       line.sliced(addressDigits).startsWith(u"  ");
+                       line.sliced(addressDigits).startsWith(rowText::gap);
     if (!isBlank && !isRow)
         return fail(Kind::NoRow);
     if (isRow) {
@@ -203,11 +204,11 @@ void PastedText::takeRow() {
 // before them.
 bool PastedText::takeRowBytes(QStringView cells) {
     for (int place = 0; place < bytesInRow; ++place) {
-        const QStringView cell = cells.sliced(place * rowCell, 2);
+        const QStringView cell = cells.sliced(place * rowCell, rowCell - 1);
         const bool isLast = place + 1 == bytesInRow;
-        if (!isLast && cells[place * rowCell + 2] != u' ')
+        if (!isLast && cells[place * rowCell + rowCell - 1] != rowText::blank)
             return false;
-        if (cell == u"XX") {
+        if (cell == rowText::missingByte) {
             rowsEnded_ = true;
             continue;
         }

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QStringView>
+
+/// How a row of the grid is written as text, and read again: address, sixteen bytes, characters.
+namespace rowText {
+/// Between the address, the bytes and the characters.
+inline constexpr QStringView gap = u"  ";
+/// Between two bytes.
+inline constexpr char16_t blank = u' ';
+/// In the place of a byte that is not there; as long as one.
+inline constexpr QStringView missingByte = u"XX";
+} // namespace rowText
