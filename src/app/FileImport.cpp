@@ -6,9 +6,9 @@
 #include "app/MainWindow.h"
 #include "app/WindowMenus.h"
 #include "base/Result.h"
-#include "base/Units.h"
 #include "control/ActionGate.h"
 #include "control/AppDelegate.h"
+#include "control/CompositionForm.h"
 #include "control/Messages.h"
 #include "control/UserFiles.h"
 #include "devices/ChipInquiry.h"
@@ -35,11 +35,6 @@
 #include <utility>
 
 namespace {
-
-/// The byte that the window fills with.
-quint8 chosenFill(const SettingsStore &settings) {
-    return settings.boolValue(settingsKeys::pad_00) ? 0x00 : erasedByte;
-}
 
 /// True if the file at \a path begins as text of records does. Not if it is no regular file or
 /// cannot be read; opening it says so.
@@ -94,8 +89,8 @@ void FileImport::load(const QString &path) {
 }
 
 void FileImport::show(const ImportWindow::File &file) {
-    auto *window =
-        new ImportWindow(file, {chosenFill(with_.settings), knownChip(with_)}, &with_.window);
+    const quint8 fill = compositionInputs(with_.delegate.outlets, with_.settings).padByte();
+    auto *window = new ImportWindow(file, {fill, knownChip(with_)}, &with_.window);
     connect(window, &ImportWindow::rawChosen, this,
             [this, window] { openBinary(window->path(), *window); });
     connect(window, &ImportWindow::imageChosen, this,

@@ -16,8 +16,6 @@ namespace {
 
 using Reason = RefusedComposition::Reason;
 
-constexpr unsigned char zeroPadByte = 0x00;
-
 /// Kibibytes become bytes in 32-bit arithmetic, which wraps round for very large values.
 qint32 padSizeOf(const QString &pad_to) {
     const qint32 size = scanInt(pad_to).value_or(0);
@@ -28,9 +26,7 @@ qint32 padSizeOf(const QString &pad_to) {
 class Composer {
 public:
     explicit Composer(const CompositionInputs &inputs)
-        : inputs_(inputs),
-          padSize_(padSizeOf(inputs.pad_to)),
-          padByte_(inputs.padWithZero ? zeroPadByte : erasedByte) {}
+        : inputs_(inputs), padSize_(padSizeOf(inputs.pad_to)), padByte_(inputs.padByte()) {}
 
     Composition compose() {
         report("have read pad_to and converted to %1", padSize_);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/Result.h"
+#include "base/Units.h"
 #include "files/ByteBuffer.h"
 
 #include <QString>
@@ -25,6 +26,8 @@ struct CompositionInputs {
     bool combineReadData = false;
     /// Whether the pad byte is 0x00; else it is 0xFF.
     bool padWithZero = false;
+
+    quint8 padByte() const { return padWithZero ? 0x00 : erasedByte; }
 };
 
 /// Which bytes an image was made from.
