@@ -8,6 +8,7 @@
 #include "base/TimeWords.h"
 #include "files/FileLoading.h"
 #include "files/FileStamp.h"
+#include "files/LoggedLoading.h"
 #include "language/LogicReport.h"
 #include "language/NextStep.h"
 #include "language/RunJudgement.h"
@@ -113,10 +114,7 @@ RunRecord carryOut(ScriptedMiniPro &run, const ToolSettings &settings, const Bur
 }
 
 ReadFile loadReadFile(const QString &path, Log &log) {
-    ReadFile file{path, loadWholeFile(path)};
-    if (const Failure *failure = file.bytes.failure())
-        log.write(QStringLiteral("error reading temp file: ") + failure->reason);
-    return file;
+    return {path, orLogged(loadWholeFile(path), log)};
 }
 
 bool judgeRead(RunRecord &record, const ReadFile &file) {

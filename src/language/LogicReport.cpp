@@ -7,6 +7,7 @@
 #include "base/Units.h"
 #include "files/FileLoading.h"
 #include "files/FileOwnership.h"
+#include "files/LoggedLoading.h"
 #include "files/TextLines.h"
 
 #include <QCoreApplication>
@@ -89,12 +90,10 @@ QStringList trimEmptyStrings(const QStringList &strings) {
 }
 
 Result<LogicReport> loadLogicReport(const QString &path, Log &log) {
-    const Result<QString> text =
-        isNoForeignLink(path) ? loadUtf8Text(path, largestReport) : foreignLink();
-    if (const Failure *failure = text.failure()) {
-        log.write(QStringLiteral("error reading temp file: ") + failure->reason);
+    const Result<QString> text = orLogged<QString>(
+        isNoForeignLink(path) ? loadUtf8Text(path, largestReport) : foreignLink(), log);
+    if (const Failure *failure = text.failure())
         return *failure;
-    }
     log.write(QStringLiteral("we have successfully obtained the chip test results! %1 bytes")
                   .arg(text->size()));
     LogicReport report = parseLogicReport(*text);
