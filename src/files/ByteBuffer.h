@@ -6,6 +6,7 @@
 #include "base/Units.h"
 
 #include <QByteArray>
+#include <QByteArrayView>
 
 #include <memory>
 
@@ -17,6 +18,11 @@ using ByteBuffer = std::shared_ptr<QByteArray>;
 /// Length in bytes; 0 for an absent buffer.
 inline qsizetype lengthOf(const ByteBuffer &buffer) {
     return buffer ? buffer->size() : 0;
+}
+
+/// The bytes of \a buffer to look at; none of an absent one.
+inline QByteArrayView viewOf(const ByteBuffer &buffer) {
+    return buffer ? QByteArrayView(buffer->constData(), buffer->size()) : QByteArrayView();
 }
 
 /// True if \a known refers to the very object that \a buffer is; they may both be none. By their

@@ -8,14 +8,6 @@
 
 #include <utility>
 
-namespace {
-
-QByteArrayView bytesOf(const ByteBuffer &buffer) {
-    return buffer ? QByteArrayView(std::as_const(*buffer)) : QByteArrayView();
-}
-
-} // namespace
-
 ImageComparison::ImageComparison(Source source, QObject *parent)
     : QObject(parent), source_(std::move(source)) {
     connect(&turns_, &QTimer::timeout, this, &ImageComparison::turn);
@@ -46,7 +38,7 @@ void ImageComparison::refresh() {
 void ImageComparison::turn() {
     const ByteBuffer read = read_.lock();
     const ByteBuffer toBurn = toBurn_.lock();
-    isDone_ = reader_.advance(bytesOf(read), bytesOf(toBurn), maxBytesInTurn);
+    isDone_ = reader_.advance(viewOf(read), viewOf(toBurn), maxBytesInTurn);
     if (!isDone_)
         return;
     turns_.stop();
@@ -79,7 +71,7 @@ std::optional<qint64> ImageComparison::nextFrom(qint64 offset) const {
         return std::nullopt;
     const ByteBuffer read = read_.lock();
     const ByteBuffer toBurn = toBurn_.lock();
-    return nextDifference(bytesOf(read), bytesOf(toBurn), offset);
+    return nextDifference(viewOf(read), viewOf(toBurn), offset);
 }
 
 std::optional<qint64> ImageComparison::previousFrom(qint64 offset) const {
@@ -87,7 +79,7 @@ std::optional<qint64> ImageComparison::previousFrom(qint64 offset) const {
         return std::nullopt;
     const ByteBuffer read = read_.lock();
     const ByteBuffer toBurn = toBurn_.lock();
-    return previousDifference(bytesOf(read), bytesOf(toBurn), offset);
+    return previousDifference(viewOf(read), viewOf(toBurn), offset);
 }
 
 std::optional<ImageComparison::Pair> ImageComparison::pairAt(qint64 offset) const {
@@ -96,7 +88,7 @@ std::optional<ImageComparison::Pair> ImageComparison::pairAt(qint64 offset) cons
     const bool inBoth = offset >= 0 && offset < lengthOf(read) && offset < lengthOf(toBurn);
     if (!isShown() || !inBoth)
         return std::nullopt;
-    const Pair pair{quint8(bytesOf(read)[offset]), quint8(bytesOf(toBurn)[offset])};
+    const Pair pair{quint8(viewOf(read)[offset]), quint8(viewOf(toBurn)[offset])};
     return pair.read != pair.toBurn ? std::optional(pair) : std::nullopt;
 }
 

@@ -16,10 +16,6 @@ namespace {
 using Kind = HitAnswer::Kind;
 using Wrap = FindState::Wrap;
 
-QByteArrayView viewOf(const ByteBuffer &bytes) {
-    return bytes ? QByteArrayView(std::as_const(*bytes)) : QByteArrayView();
-}
-
 } // namespace
 
 ImageFinder::ImageFinder(QObject *parent) : QObject(parent) {

@@ -78,8 +78,7 @@ void ImageMap::setDiffering(const DifferingBlocks &differing) {
 void ImageMap::turn() {
     const std::optional<ShownImage> image = shown_();
     takeImage(image);
-    const QByteArrayView bytes =
-        image && image->bytes ? QByteArrayView(std::as_const(*image->bytes)) : QByteArrayView();
+    const QByteArrayView bytes = image ? viewOf(image->bytes) : QByteArrayView();
     if (map_.advance(bytes, maxBytesInTurn))
         turns_.stop();
     showOrKeepRoom(*this, !bytes.isEmpty(), image.has_value());

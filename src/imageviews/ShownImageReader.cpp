@@ -5,13 +5,10 @@
 
 #include "base/TurnOfWork.h"
 
-#include <utility>
-
 bool ShownImageReader::readOn(const ShownImage &image) {
     if (!isTheSame(image))
         beginWith(image);
-    const QByteArrayView bytes =
-        image.bytes ? QByteArrayView(std::as_const(*image.bytes)) : QByteArrayView();
+    const QByteArrayView bytes = viewOf(image.bytes);
     if (!factsAreKnown_)
         factsAreKnown_ = facts_.advance(bytes, maxBytesInTurn);
     else if (isReadingSha256() && reader_->advance(bytes, maxSha256InTurn))
