@@ -149,7 +149,7 @@ void BlockActions::fillBytes(ByteRange where, const BlockContent &content) {
     const auto allowed = mayChangeHere();
     if (const QString *why = allowed.failure())
         return fillWindow_->showProblem(*why);
-    if (change({fillOf(where, content), tr("fill"), filledWords(where, content)}))
+    if (with_.delegate.edits().fill(where, content))
         fillWindow_->close();
     else
         fillWindow_->showProblem(tr("Nothing was filled: the main window says why."));

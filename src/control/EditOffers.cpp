@@ -93,8 +93,11 @@ bool EditOffers::change(const Block &block) {
 }
 
 bool EditOffers::writeZeros(ByteRange bytes) {
-    const RepeatedBytes zero{QByteArray(1, '\0')};
-    return change({fillOf(bytes, zero), tr("fill"), filledWords(bytes, zero)});
+    return fill(bytes, RepeatedBytes{QByteArray(1, '\0')});
+}
+
+bool EditOffers::fill(ByteRange bytes, const BlockContent &content) {
+    return change({fillOf(bytes, content), tr("fill"), filledWords(bytes, content)});
 }
 
 const QUndoStack &EditOffers::history() const {

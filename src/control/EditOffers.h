@@ -56,7 +56,8 @@ public:
     /// already. False, and said, if that cannot be or there is no memory for it, or while the tool
     /// works.
     bool change(const Block &block);
-    /// Fills \a bytes with 00, as change() does.
+    /// Fills \a bytes with \a content, or with 00, as change() does.
+    bool fill(ByteRange bytes, const BlockContent &content);
     bool writeZeros(ByteRange bytes);
     /// Does \a work, which must be the edit alone: what shows an edit may not be given up once it
     /// is made. False, and said, if there is no memory for it.
