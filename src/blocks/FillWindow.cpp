@@ -112,6 +112,5 @@ void FillWindow::fill() {
 }
 
 void FillWindow::showProblem(const QString &sentence) {
-    controls_->result->setText(sentence);
-    Announcement::make(sentence, this);
+    Announcement::showIn(*controls_->result, sentence);
 }

@@ -91,6 +91,5 @@ void InsertFileWindow::insert() {
 }
 
 void InsertFileWindow::showProblem(const QString &sentence) {
-    controls_->result->setText(sentence);
-    Announcement::make(sentence, this);
+    Announcement::showIn(*controls_->result, sentence);
 }

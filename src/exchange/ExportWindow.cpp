@@ -12,6 +12,7 @@
 #include "image/AddressWords.h"
 #include "image/BlockWords.h"
 #include "inspect/ImageFacts.h"
+#include "widgets/Announcement.h"
 #include "widgets/FixedFont.h"
 
 #include "ui_ExportWindow.h"
@@ -355,4 +356,5 @@ void ExportWindow::showOutOfMemory() {
 void ExportWindow::showProblem(const QString &sentence) {
     problem_ = sentence;
     showState();
+    Announcement::showIn(*controls_->result, sentence);
 }

@@ -15,6 +15,7 @@
 #include "formats/ImageFlattening.h"
 #include "image/AddressWords.h"
 #include "inspect/ImageFacts.h"
+#include "widgets/Announcement.h"
 #include "widgets/FixedFont.h"
 
 #include "ui_ImportWindow.h"
@@ -329,4 +330,5 @@ void ImportWindow::give() {
 void ImportWindow::showProblem(const QString &sentence) {
     problem_ = sentence;
     showState();
+    Announcement::showIn(*controls_->result, sentence);
 }

@@ -4,6 +4,7 @@
 #include "widgets/Announcement.h"
 
 #include <QAccessibleWidget>
+#include <QLabel>
 #include <QTimer>
 
 #include <chrono>
@@ -27,6 +28,11 @@ void Announcement::make(const QString &words, QWidget *place) {
     QAccessible::installFactory(createForAnnouncement);
     auto *announcement = new Announcement(words, place);
     announcement->show();
+}
+
+void Announcement::showIn(QLabel &label, const QString &words) {
+    label.setText(words);
+    make(words, label.window());
 }
 
 Announcement::Announcement(const QString &words, QWidget *place) : QWidget(place) {

@@ -8,6 +8,7 @@
 #include "support/AddressSpaceLimit.h"
 #include "support/FailingCalls.h"
 #include "support/FileHelpers.h"
+#include "support/SpokenWords.h"
 
 #include <QDragEnterEvent>
 #include <QMimeData>
@@ -357,9 +358,11 @@ void TestWindowImport::unreadableFile_isSaid() {
 void TestWindowImport::dataHomeThatCannotBeWritten_isSaid() {
     velm_->write(QStringLiteral("data"), "a file where a folder should be");
     ImportWindow *window = opened(*velm_, QStringLiteral("rom.hex"), hexFile);
+    const SpokenWords speaker;
     velm_->click(window->controls().importButton);
     const QLabel *result = window->controls().result;
     QTRY_VERIFY2(result->text().contains(u"could not be written"), qPrintable(result->text()));
+    QCOMPARE(speaker.spoken.count(result->text()), 1);
     QVERIFY(!velm_->state().opened_bin_data);
     QVERIFY(window->controls().importButton->isEnabled());
 }

@@ -9,6 +9,7 @@
 #include "settings/FilePaths.h"
 #include "support/AddressSpaceLimit.h"
 #include "support/FactsAtOnce.h"
+#include "support/SpokenWords.h"
 
 #include "ui_OrderBox.h"
 
@@ -243,12 +244,14 @@ void TestWindowSplitting::folderInTheWay_leavesEverything() {
     const Ui::ExportWindow &c = splitWindow(1)->controls();
     QCOMPARE(c.result->text(), QStringLiteral("Already there: GAME.even.bin, GAME.odd.bin."));
     c.replace->setChecked(true);
+    const SpokenWords speaker;
     velm_->click(c.exportButton);
     const QString problem =
         QStringLiteral("Nothing was saved, since %1 could not be written: Not a "
                        "regular file.")
             .arg(velm_->path(QStringLiteral("out/GAME.odd.bin")));
     QTRY_COMPARE(c.result->text(), problem);
+    QCOMPARE(speaker.spoken.count(problem), 1);
     QCOMPARE(velm_->message(), QStringLiteral("Problem: ") + problem);
     QCOMPARE(outFiles(), halfNames);
     QCOMPARE(out("GAME.even.bin"), QByteArray("older"));
