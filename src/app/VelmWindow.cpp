@@ -296,8 +296,7 @@ void VelmWindow::restoreWindow() {
 }
 
 bool VelmWindow::isInOthersFolder() const {
-    const Result<void> ours = mayUseFolder_();
-    return !ours && isOfAnotherWindow(*ours.failure());
+    return mayUseFolder_.isAnotherWindows();
 }
 
 // Not before the workspace is this window's: another one may be at work with the file.

@@ -5,7 +5,6 @@
 
 #include "app/RaiseChannel.h"
 #include "app/WorkspaceLock.h"
-#include "files/FolderGuard.h"
 #include "settings/FilePaths.h"
 
 WorkspaceHold::WorkspaceHold(WorkspaceLock &lock, const SettingsStore &settings)
@@ -13,10 +12,10 @@ WorkspaceHold::WorkspaceHold(WorkspaceLock &lock, const SettingsStore &settings)
 
 WorkspaceHold::~WorkspaceHold() = default;
 
-Result<void> WorkspaceHold::mayUseFolder() {
+FolderGuard::Answer WorkspaceHold::mayUseFolder() {
     const Result<WorkspaceLock::Holder> holder = lock_.holdFolder(temporaryFolder(settings_));
     if (const Failure *failure = holder.failure())
-        return *failure;
+        return FolderTrouble{*failure};
     if (*holder == WorkspaceLock::Holder::Another)
         return folderOfAnotherWindow();
     if (server_ && lock_.address().path != listensAt_)

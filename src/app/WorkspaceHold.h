@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "base/Result.h"
+#include "files/FolderGuard.h"
 
 #include <QObject>
 #include <QString>
@@ -26,7 +26,7 @@ public:
 
     /// Whether the folder of temporary files that the settings name now is this program's, or why
     /// not. It is locked for that, and listened for once listen() has been called.
-    Result<void> mayUseFolder();
+    FolderGuard::Answer mayUseFolder();
     /// Answers other starts from now on.
     void listen();
 

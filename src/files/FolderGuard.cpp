@@ -5,13 +5,19 @@
 
 #include <QCoreApplication>
 
-#include <cerrno>
-
-Failure folderOfAnotherWindow() {
-    return Failure{
-        QCoreApplication::translate("FolderGuard", "Another window works with this folder"), EBUSY};
+FolderTrouble folderOfAnotherWindow() {
+    return {{QCoreApplication::translate("FolderGuard", "Another window works with this folder")},
+            true};
 }
 
-bool isOfAnotherWindow(const Failure &failure) {
-    return failure.systemError == EBUSY;
+Result<void> FolderGuard::operator()() const {
+    const Answer answer = answer_ ? answer_() : Answer();
+    if (const FolderTrouble *trouble = answer.failure())
+        return trouble->failure;
+    return {};
+}
+
+bool FolderGuard::isAnotherWindows() const {
+    const Answer answer = answer_ ? answer_() : Answer();
+    return !answer && answer.failure()->isAnotherWindows;
 }

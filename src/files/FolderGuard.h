@@ -8,22 +8,30 @@
 #include <functional>
 #include <utility>
 
+/// Why the folder of temporary files may not be used.
+struct FolderTrouble {
+    Failure failure;
+    bool isAnotherWindows = false; ///< it is another window's
+};
+
+/// The trouble with a folder that another window has.
+FolderTrouble folderOfAnotherWindow();
+
 /// Asked before anything in the folder of temporary files is changed: whether that is this
 /// program's, and if not, why.
 class FolderGuard {
 public:
+    using Answer = Result<void, FolderTrouble>;
+
     /// The guard of a folder that can be nobody else's.
     FolderGuard() = default;
-    FolderGuard(std::function<Result<void>()> answer) : answer_(std::move(answer)) {}
+    FolderGuard(std::function<Answer()> answer) : answer_(std::move(answer)) {}
 
     /// The answer of this moment: the settings may come to name another folder.
-    Result<void> operator()() const { return answer_ ? answer_() : Result<void>(); }
+    Result<void> operator()() const;
+    /// True if it is another window's at this moment.
+    bool isAnotherWindows() const;
 
 private:
-    std::function<Result<void>()> answer_;
+    std::function<Answer()> answer_;
 };
-
-/// The failure to use a folder that another window has.
-Failure folderOfAnotherWindow();
-/// True if \a failure is that.
-bool isOfAnotherWindow(const Failure &failure);

@@ -222,7 +222,7 @@ void TestTemporaryWorkspace::folder_isAskedForOnceItIsThere() {
     QStringList asked;
     TemporaryWorkspace workspace(at->settings, at->log, FolderGuard([&] {
                                      asked.append(at->names());
-                                     return QFile::exists(at->folder()) ? Result<void>()
+                                     return QFile::exists(at->folder()) ? FolderGuard::Answer()
                                                                         : folderOfAnotherWindow();
                                  }));
     workspace.clear_temp_files();

@@ -41,8 +41,9 @@ void WindowFixture::openSettings() {
 void WindowFixture::start() {
     velm_ = std::make_unique<VelmWindow>(VelmWindow::Surroundings{
         *settings_, log, panels, [this] { ++beeps; }, path(QStringLiteral("state.conf")),
-        FolderGuard(
-            [this] { return folderIsAnothers ? folderOfAnotherWindow() : Result<void>(); })});
+        FolderGuard([this] {
+            return folderIsAnothers ? folderOfAnotherWindow() : FolderGuard::Answer();
+        })});
     velm_->start();
     QVERIFY(QTest::qWaitForWindowExposed(&velm_->window()));
     velm_->window().activateWindow();
