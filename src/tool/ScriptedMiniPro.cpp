@@ -96,10 +96,7 @@ std::optional<QString> ScriptedMiniPro::prepareShell(const QString &command) {
     log_.write(QStringLiteral("fileContents: ") + command);
     const std::optional<QString> shell = userShell();
     log_.write(QStringLiteral("user's shell is ") + orNull(shell));
-    ChildProcess &task = plumbing_->task;
-    task.setLaunchPath(shell);
-    task.setArguments(shellArguments(command));
-    task.setWorkingFolder(temporaryFolder(defaults));
+    giveToShell(plumbing_->task, command, defaults);
     return shell;
 }
 

@@ -4,7 +4,6 @@
 #include "tool/ToolQuestion.h"
 
 #include "process/ReadHandle.h"
-#include "settings/FilePaths.h"
 #include "tool/UserShell.h"
 
 #include <tuple>
@@ -12,9 +11,7 @@
 
 ToolQuestion::ToolQuestion(const QString &command, const SettingsStore &settings, QObject *parent)
     : QObject(parent) {
-    child_.setLaunchPath(userShell());
-    child_.setArguments(shellArguments(command));
-    child_.setWorkingFolder(temporaryFolder(settings));
+    giveToShell(child_, command, settings);
     child_.setStandardStreams(&input_, &output_, &error_);
     for (Pipe *pipe : {&output_, &error_})
         connect(pipe->fileHandleForReading(), &ReadHandle::dataAvailable, this,

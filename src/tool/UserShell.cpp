@@ -3,6 +3,9 @@
 
 #include "tool/UserShell.h"
 
+#include "process/ChildProcess.h"
+#include "settings/FilePaths.h"
+
 #include <QtGlobal>
 
 std::optional<QString> userShell() {
@@ -13,4 +16,10 @@ std::optional<QString> userShell() {
 
 QStringList shellArguments(const QString &command) {
     return {QStringLiteral("-l"), QStringLiteral("-c"), command};
+}
+
+void giveToShell(ChildProcess &child, const QString &command, const SettingsStore &settings) {
+    child.setLaunchPath(userShell());
+    child.setArguments(shellArguments(command));
+    child.setWorkingFolder(temporaryFolder(settings));
 }
