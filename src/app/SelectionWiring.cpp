@@ -28,8 +28,8 @@ class SelectionWording {
 };
 
 void sayWhatIsRefused(GridView &grid, Messages &messages) {
-    const auto say = [&messages](const QString &sentence, qint64 count, qint64 most) {
-        messages.say(Topic::Copy, sentence.arg(grouped(count), grouped(most)));
+    const auto say = [&messages](const QString &sentence, qint64 count, qint64 max) {
+        messages.say(Topic::Copy, sentence.arg(grouped(count), grouped(max)));
     };
     QObject::connect(&grid.copying(), &GridCopying::rowsRefused, &grid, [say](qint64 rows) {
         say(SelectionWording::tr(

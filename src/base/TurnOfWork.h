@@ -16,6 +16,12 @@ inline constexpr std::chrono::milliseconds turnOfWork{8};
 /// The most bytes that are looked at in a turn where no clock is asked: some milliseconds' work.
 inline constexpr qsizetype maxBytesInTurn = 4 * mebibyte;
 
+/// How much text is read or written between two looks at the clock.
+inline constexpr qsizetype textInStep = 32 * kibibyte;
+
+/// How many bytes are moved between two looks at the clock.
+inline constexpr qsizetype bytesInStep = mebibyte;
+
 /// Calls \a advance, which gives true when all is done, until it does so or the turn is over. True
 /// if all is done.
 template <typename Advance>

@@ -3,19 +3,12 @@
 
 #include "blocks/PasteReading.h"
 
-#include "base/Units.h"
+#include "base/TurnOfWork.h"
 
 #include <utility>
 
-namespace {
-
-/// UTF-16 units between two looks at the clock.
-constexpr qsizetype stepText = 32 * kibibyte;
-
-} // namespace
-
 PasteReading::PasteReading(QObject *parent)
-    : QObject(parent), work_([this] { return text_->advance(stepText); }) {
+    : QObject(parent), work_([this] { return text_->advance(textInStep); }) {
     connect(&work_, &TurnedWork::done, this, &PasteReading::finish);
     connect(&work_, &TurnedWork::outOfMemory, this, [this] {
         text_.reset();

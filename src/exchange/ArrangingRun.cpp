@@ -3,14 +3,11 @@
 
 #include "exchange/ArrangingRun.h"
 
-#include "base/Units.h"
+#include "base/TurnOfWork.h"
 
 #include <utility>
 
 namespace {
-
-/// Bytes between two looks at the clock.
-constexpr qsizetype arrangedAtOnce = mebibyte;
 
 QByteArrayView viewOf(const ArrangingRun::Source &source) {
     return QByteArrayView(std::as_const(*source.bytes))
@@ -63,7 +60,7 @@ bool ArrangingRun::advance() {
     if (outcome_.parts.isEmpty()) {
         if (!rearranging_)
             rearranging_.emplace(arrangement_, lengthsOf(views));
-        if (rearranging_->advance(views, arrangedAtOnce))
+        if (rearranging_->advance(views, bytesInStep))
             outcome_.parts = rearranging_->takeParts();
         return false;
     }
@@ -74,7 +71,7 @@ bool ArrangingRun::advance() {
 bool ArrangingRun::count(const QList<QByteArrayView> &parts, QList<quint32> &checksums) {
     if (checksums.size() == parts.size())
         return true;
-    if (facts_.advance(parts[checksums.size()], arrangedAtOnce)) {
+    if (facts_.advance(parts[checksums.size()], bytesInStep)) {
         checksums.append(facts_.facts().crc32);
         facts_ = {};
     }

@@ -3,17 +3,10 @@
 
 #include "exchange/RecordExport.h"
 
-#include "base/Units.h"
-
-namespace {
-
-/// Bytes between two looks at the clock.
-constexpr qsizetype encodedAtOnce = 32 * kibibyte;
-
-} // namespace
+#include "base/TurnOfWork.h"
 
 RecordExport::RecordExport(QObject *parent)
-    : QObject(parent), work_([this] { return writer_->advance(bytes_, encodedAtOnce); }) {
+    : QObject(parent), work_([this] { return writer_->advance(bytes_, textInStep); }) {
     connect(&work_, &TurnedWork::done, this, &RecordExport::finish);
     connect(&work_, &TurnedWork::outOfMemory, this, [this] {
         stop();

@@ -3,18 +3,10 @@
 
 #include "exchange/RecordImport.h"
 
-#include "base/Units.h"
+#include "base/TurnOfWork.h"
 
 #include <new>
 #include <utility>
-
-namespace {
-
-/// Bytes between two looks at the clock.
-constexpr qsizetype stepText = 32 * kibibyte;
-constexpr qsizetype stepImage = mebibyte;
-
-} // namespace
 
 RecordImport::RecordImport(ByteBuffer file, QObject *parent)
     : QObject(parent), file_(std::move(file)), work_([this] { return advance(); }) {
@@ -63,8 +55,8 @@ void RecordImport::makeImage(qint64 base, quint8 fill) {
 }
 
 bool RecordImport::advance() {
-    return flattening_ ? flattening_->advance(stepImage)
-                       : reader_->advance(std::as_const(*file_), stepText);
+    return flattening_ ? flattening_->advance(bytesInStep)
+                       : reader_->advance(std::as_const(*file_), textInStep);
 }
 
 void RecordImport::finish() {
