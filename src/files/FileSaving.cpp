@@ -52,11 +52,11 @@ Result<void> placeOnDisk(UnfinishedFile &file) {
 } // namespace
 
 QString behindLinks(const QString &path) {
-    constexpr int mostLinks = 40; // as many as the system follows
+    constexpr int maxLinks = 40; // as many as the system follows
     QFileInfo target(path);
     if (target.exists())
         return target.canonicalFilePath();
-    for (int link = 0; target.isSymLink() && link < mostLinks; ++link)
+    for (int link = 0; target.isSymLink() && link < maxLinks; ++link)
         target.setFile(target.symLinkTarget());
     return target.absoluteFilePath();
 }
