@@ -18,6 +18,7 @@
 
 #include <QCoreApplication>
 #include <QItemSelectionModel>
+#include <QMenu>
 
 #include <utility>
 

@@ -14,6 +14,7 @@
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMenu>
 
 #include <algorithm>
 #include <utility>

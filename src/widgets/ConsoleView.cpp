@@ -11,6 +11,7 @@
 #include <QDeadlineTimer>
 #include <QFontDatabase>
 #include <QGuiApplication>
+#include <QMenu>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QTextBlock>
