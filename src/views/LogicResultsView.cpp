@@ -9,11 +9,11 @@
 #include "grid/ShownTab.h"
 #include "language/CommandLine.h"
 #include "language/PinLevels.h"
+#include "language/PinTally.h"
 #include "language/RunRecord.h"
 #include "views/LogicSeries.h"
 #include "views/PackageDrawing.h"
 #include "views/PackageView.h"
-#include "views/PinTally.h"
 #include "views/RepeatControls.h"
 #include "widgets/TabView.h"
 

@@ -5,7 +5,7 @@
 
 #include "control/BurnFile.h"
 #include "language/LogicReport.h"
-#include "views/PinTally.h"
+#include "language/PinTally.h"
 
 #include <QObject>
 #include <QString>

@@ -3,7 +3,7 @@
 
 #include "views/PackageView.h"
 
-#include "views/PinTally.h"
+#include "language/PinTally.h"
 
 #include <QBuffer>
 #include <QImage>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "views/PinTally.h"
+#include "language/PinTally.h"
 
 #include <QCoreApplication>
 
