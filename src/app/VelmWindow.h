@@ -14,6 +14,7 @@
 #include "base/MainQueue.h"
 #include "base/WorkState.h"
 #include "control/AppDelegate.h"
+#include "control/LogicSeries.h"
 #include "control/Messages.h"
 #include "control/UserFiles.h"
 #include "control/VerdictLine.h"
@@ -27,7 +28,6 @@
 #include "settings/ToolTrust.h"
 #include "settings/WindowMemory.h"
 #include "tool/LatePrinters.h"
-#include "views/LogicSeries.h"
 #include "views/RunProgressView.h"
 #include "widgets/KeyBinder.h"
 

@@ -4,6 +4,7 @@
 #include "views/LogicResultsView.h"
 
 #include "control/FilePanels.h"
+#include "control/LogicSeries.h"
 #include "files/SuggestedName.h"
 #include "grid/GridView.h"
 #include "grid/ShownTab.h"
@@ -11,7 +12,6 @@
 #include "language/PinLevels.h"
 #include "language/PinTally.h"
 #include "language/RunRecord.h"
-#include "views/LogicSeries.h"
 #include "views/PackageDrawing.h"
 #include "views/PackageView.h"
 #include "views/RepeatControls.h"

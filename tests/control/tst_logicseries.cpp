@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "views/LogicSeries.h"
+#include "control/LogicSeries.h"
 
 #include "base/WorkState.h"
 #include "control/ActionGate.h"
