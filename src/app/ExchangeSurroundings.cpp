@@ -4,7 +4,7 @@
 #include "app/ExchangeSurroundings.h"
 
 #include "devices/ChipInquiry.h"
-#include "devices/DeviceDescription.h"
+#include "language/DeviceDescription.h"
 
 #include <variant>
 

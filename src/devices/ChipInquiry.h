@@ -4,7 +4,7 @@
 #pragma once
 
 #include "base/WorkState.h"
-#include "devices/DeviceDescription.h"
+#include "language/DeviceDescription.h"
 
 #include <QCache>
 #include <QObject>

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "devices/DeviceDescription.h"
 #include "files/ByteBuffer.h"
+#include "language/DeviceDescription.h"
 
 #include <optional>
 

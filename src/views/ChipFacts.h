@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "devices/DeviceDescription.h"
 #include "devices/ImageFit.h"
+#include "language/DeviceDescription.h"
 #include "widgets/FittingLine.h"
 
 #include <optional>

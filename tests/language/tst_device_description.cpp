@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "devices/DeviceDescription.h"
+#include "language/DeviceDescription.h"
 
 #include <QTest>
 
