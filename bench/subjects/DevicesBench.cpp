@@ -18,7 +18,7 @@
 #include "devices/DeviceListView.h"
 #include "devices/DeviceSearchPanel.h"
 #include "devices/device_searcher.h"
-#include "language/SearchOutcome.h"
+#include "language/DeviceListing.h"
 #include "settings/ToolTrust.h"
 #include "settings/WindowMemory.h"
 

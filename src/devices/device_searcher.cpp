@@ -11,9 +11,9 @@
 #include "devices/DeviceListView.h"
 #include "files/FileLoading.h"
 #include "files/FolderRoom.h"
-#include "files/TextLines.h"
 #include "language/CommandDoubt.h"
 #include "language/CommandLine.h"
+#include "language/DeviceListing.h"
 #include "language/SearchOutcome.h"
 #include "language/Sentences.h"
 #include "settings/FilePaths.h"
@@ -45,27 +45,11 @@ void haveOneSelection(const DeviceListView &list, DeviceListView &other) {
 constexpr qsizetype expectedRuns = 10;
 constexpr std::chrono::seconds silencePatience(2);
 
-/// What the tool has listed.
-struct Listing {
-    qsizetype lines = 0; ///< the empty ones, too
-    QStringList names;
-    bool looksCut = false; ///< it is empty, or its last line has no end
-};
-
-Result<Listing> readListing(const QString &path) {
+Result<DeviceListing> loadListing(const QString &path) {
     const Result<QString> text = loadUtf8Text(path, largestList);
     if (const Failure *failure = text.failure())
         return *failure;
-    Listing listing;
-    listing.looksCut = !text->endsWith(u'\n');
-    LineCursor lines(*text);
-    while (const auto line = lines.next()) {
-        if (++listing.lines > maxListLines)
-            return tooManyListLines();
-        if (!line->isEmpty())
-            listing.names.append(line->toString());
-    }
-    return listing;
+    return readDeviceListing(*text);
 }
 
 } // namespace
@@ -219,8 +203,8 @@ void device_searcher::remarkOnSilence() {
 
 Result<qsizetype> device_searcher::takeResults() {
     const QString path = resolvedPathOf(defaults, settingsKeys::temp_search_results_file);
-    const Result<Listing> read = readListing(path);
-    const Listing listing = read ? *read : Listing();
+    const Result<DeviceListing> read = loadListing(path);
+    const DeviceListing listing = read ? *read : DeviceListing();
     log_.write(QStringLiteral("list has returned:%1").arg(listing.lines));
     dataArray = listing.names;
     log_.write(QStringLiteral("dataArray has:%1").arg(dataArray->size()));

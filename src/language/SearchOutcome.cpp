@@ -5,6 +5,7 @@
 
 #include "base/NumberWords.h"
 #include "base/Units.h"
+#include "language/DeviceListing.h"
 #include "language/FailureWords.h"
 #include "language/RunEnd.h"
 #include "language/Sentences.h"
@@ -52,9 +53,6 @@ public:
     }
     static QString noMatch() { return tr("No device's name holds this term."); }
     static QString noList(const Failure &failure);
-    static QString tooManyLines() {
-        return tr("it has more than %1 lines").arg(grouped(maxListLines));
-    }
 
 private:
     static QString notWhole() { return tr("The list may not be whole."); }
@@ -134,10 +132,6 @@ bool findsNoProgrammer(const ToolReport &report) {
 
 QString remarkOnWaitingSearch(const RunFacts &run) {
     return SearchWording(withQuestionAsCause(run)).waiting();
-}
-
-Failure tooManyListLines() {
-    return {SearchWording::tooManyLines(), E2BIG};
 }
 
 QString remarkOnSilentSearch() {

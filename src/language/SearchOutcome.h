@@ -4,20 +4,9 @@
 #pragma once
 
 #include "base/Result.h"
-#include "base/Units.h"
 #include "language/RunOutcome.h"
 
 #include <QString>
-
-/// The largest list of devices that is read, in bytes. The tool's whole catalogue has half a
-/// million.
-inline constexpr qint64 largestList = 8 * mebibyte;
-/// The most lines of a list of devices that is read; the whole catalogue has some 32,000. What has
-/// more takes too long to be made into names and shown.
-inline constexpr qsizetype maxListLines = qsizetype(1) << 18;
-
-/// Why a list of more than maxListLines lines cannot be read.
-Failure tooManyListLines();
 
 /// Everything that tells what became of a search for devices.
 struct SearchFacts {

@@ -5,7 +5,7 @@
 
 #include "devices/DeviceListView.h"
 #include "devices/device_searcher.h"
-#include "language/SearchOutcome.h"
+#include "language/DeviceListing.h"
 #include "settings/SettingsKeys.h"
 #include "support/DoubleClick.h"
 #include "tool/ScriptedMiniPro.h"
