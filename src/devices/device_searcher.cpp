@@ -150,6 +150,7 @@ bool device_searcher::asksFirst(const QString &term) {
     if (!doubt.asks() || letRun_ == anyTerm)
         return false;
     if (!press_.confirms(doubt.command)) {
+        requestStands_ = false;
         emit remark(tr("%1 Press Search again to run it.").arg(sentenceOf(doubt)));
         return true;
     }

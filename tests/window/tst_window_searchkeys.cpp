@@ -16,6 +16,7 @@ private slots:
     void firstStep_inTheListSelectsARow_data();
     void firstStep_inTheListSelectsARow();
     void enter_inAListWithoutSelectionKeepsThePanelOpen();
+    void question_standsWhenANameIsSelected();
     void ok_withoutSelectionLeavesTheDevice_data();
     void ok_withoutSelectionLeavesTheDevice();
     void doubleClick_confirmsATurnLater();
@@ -103,6 +104,17 @@ void TestWindowSearchKeys::enter_inAListWithoutSelectionKeepsThePanelOpen() {
     QCOMPARE(names.panel.remark->text(), QStringLiteral("3 devices found."));
     QTest::keyClick(names.panel.list, Qt::Key_Return);
     QVERIFY(!names.panel.dialog->isVisible());
+}
+
+void TestWindowSearchKeys::question_standsWhenANameIsSelected() {
+    ThreeNames names;
+    names.velm.setTool(QStringLiteral("true; :"));
+    QTest::keyClick(names.panel.list, Qt::Key_Return);
+    names.panel.searchFor(QStringLiteral("x"));
+    const QString said = names.panel.remark->text();
+    QVERIFY2(said.endsWith(u"Press Search again to run it."), qPrintable(said));
+    names.panel.select(0);
+    QCOMPARE(names.panel.remark->text(), said);
 }
 
 void TestWindowSearchKeys::ok_withoutSelectionLeavesTheDevice_data() {
