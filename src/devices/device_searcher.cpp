@@ -9,26 +9,13 @@
 #include "base/WorkState.h"
 #include "devices/DeviceListModel.h"
 #include "devices/DeviceListView.h"
-#include "files/FileLoading.h"
-#include "files/FolderRoom.h"
-#include "language/CommandDoubt.h"
-#include "language/CommandLine.h"
-#include "language/DeviceListing.h"
-#include "language/SearchOutcome.h"
 #include "language/Sentences.h"
-#include "settings/FilePaths.h"
-#include "settings/SettingsKeys.h"
-#include "settings/SettingsStore.h"
-#include "settings/ToolTrust.h"
-#include "tool/PluggedProgrammers.h"
 #include "tool/ScriptedMiniPro.h"
 
-#include <QFileInfo>
 #include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QPushButton>
 
-#include <chrono>
 #include <utility>
 
 namespace {
@@ -43,14 +30,6 @@ void haveOneSelection(const DeviceListView &list, DeviceListView &other) {
 }
 
 constexpr qsizetype expectedRuns = 10;
-constexpr std::chrono::seconds silencePatience(2);
-
-Result<DeviceListing> loadListing(const QString &path) {
-    const Result<QString> text = loadUtf8Text(path, largestList);
-    if (const Failure *failure = text.failure())
-        return *failure;
-    return readDeviceListing(*text);
-}
 
 } // namespace
 
@@ -59,14 +38,14 @@ device_searcher::device_searcher(SettingsStore &settings, ToolTrust &toolTrust, 
                                  QObject *parent)
     : QObject(parent),
       defaults(settings),
-      toolTrust_(toolTrust),
       log_(log),
       queue_(queue),
       beep_(std::move(beep)),
-      work_(work) {
+      work_(work),
+      search_(settings, toolTrust, work) {
     retainArray.reserve(expectedRuns);
-    silence_.setInterval(silencePatience);
-    connect(&silence_, &QTimer::timeout, this, &device_searcher::remarkOnSilence);
+    connect(&search_, &DeviceSearch::runningChanged, this, &device_searcher::searchRunningChanged);
+    connect(&search_, &DeviceSearch::remark, this, &device_searcher::show);
 }
 
 device_searcher::~device_searcher() = default;
@@ -106,7 +85,7 @@ void device_searcher::showLikely() {
 
 void device_searcher::list(QObject *) {
     if (!work_.isIdle()) {
-        if (!isSearching())
+        if (!search_.isRunning())
             say(tr("%1: wait for its end.").arg(whatIsRunning(work_.now())));
         return;
     }
@@ -120,109 +99,30 @@ void device_searcher::list(QObject *) {
         devicesearchterm->setFocus(Qt::OtherFocusReason);
         return;
     }
-    const Result<void> ours = mayUseFolder_();
-    if (const Failure *failure = ours.failure())
-        return say(folderMayNotBeUsed(temporaryFolder(defaults), *failure));
-    if (asksFirst(term))
+    if (!search_.mayRun(term))
         return;
-    runSearch(*run, term);
-    remarkOnResults(*run, takeResults());
+    take(search_.run(*run, term));
     run->releaseOutput();
 }
 
-void device_searcher::setFolderGuard(FolderGuard mayUseFolder) {
-    mayUseFolder_ = std::move(mayUseFolder);
-}
-
-// Whatever is said takes the place of a question.
-void device_searcher::say(const QString &sentence) {
-    press_.forget();
+// Whatever is said takes the place of the request to select a device, and of a question.
+void device_searcher::show(const QString &sentence) {
     requestStands_ = false;
     emit remark(sentence);
 }
 
-bool device_searcher::asksFirst(const QString &term) {
-    const QString tool = defaults.stringValue(settingsKeys::miniproLocation);
-    const QString path = absolutePathOf(defaults, settingsKeys::temp_search_results_file);
-    const CommandDoubt doubt{catalogueCommand(tool, term, path),
-                             oddCharactersInCatalogue(tool, path), !toolTrust_.covers(tool)};
-    const QString anyTerm = catalogueCommand(tool, QString(), path);
-    if (!doubt.asks() || letRun_ == anyTerm)
-        return false;
-    if (!press_.confirms(doubt.command)) {
-        requestStands_ = false;
-        emit remark(tr("%1 Press Search again to run it.").arg(sentenceOf(doubt)));
-        return true;
-    }
-    letRun_ = anyTerm;
-    toolTrust_.trust(tool);
-    return false;
+void device_searcher::say(const QString &sentence) {
+    search_.forgetQuestion();
+    show(sentence);
 }
 
-void device_searcher::runSearch(ScriptedMiniPro &run, const QString &term) {
-    work_.begin(Work::Searching);
-    current_ = &run;
-    outputSeen_ = 0;
-    silence_.start();
-    connect(&run, &ScriptedMiniPro::said, this, &device_searcher::remarkOnWords);
-    say(tr("Searching\u2026"));
-    emit searchRunningChanged(true);
-    run.list(term);
-    silence_.stop();
-    current_ = nullptr;
-    work_.end();
-    emit searchRunningChanged(false);
-}
-
-void device_searcher::stop() {
-    if (!current_)
-        return;
-    work_.stop();
-    current_->stop();
-}
-
-void device_searcher::remarkOnWords() {
-    if (!current_)
-        return;
-    RunFacts facts = current_->facts();
-    if (!findsNoProgrammer(facts.report))
-        return;
-    disconnect(current_, &ScriptedMiniPro::said, this, nullptr);
-    silence_.stop();
-    facts.programmers = pluggedProgrammers();
-    say(remarkOnWaitingSearch(facts));
-}
-
-void device_searcher::remarkOnSilence() {
-    const ScriptedMiniPro *run = current_;
-    if (!run)
-        return;
-    if (run->printed() == outputSeen_)
-        say(remarkOnSilentSearch());
-    outputSeen_ = run->printed();
-}
-
-Result<qsizetype> device_searcher::takeResults() {
-    const QString path = resolvedPathOf(defaults, settingsKeys::temp_search_results_file);
-    const Result<DeviceListing> read = loadListing(path);
-    const DeviceListing listing = read ? *read : DeviceListing();
-    log_.write(QStringLiteral("list has returned:%1").arg(listing.lines));
-    dataArray = listing.names;
+void device_searcher::take(const DeviceSearch::Found &found) {
+    log_.write(QStringLiteral("list has returned:%1").arg(found.listing.lines));
+    dataArray = found.listing.names;
     log_.write(QStringLiteral("dataArray has:%1").arg(dataArray->size()));
-    const QString folder = QFileInfo(path).path();
-    fullFolder_ = listing.looksCut && isFull(folder) ? folder : QString();
     model_->reloadData();
-    emit listed(listing.names);
-    if (const Failure *failure = read.failure())
-        return *failure;
-    return dataArray->size();
-}
-
-void device_searcher::remarkOnResults(const ScriptedMiniPro &run,
-                                      const Result<qsizetype> &devices) {
-    RunFacts facts = run.facts();
-    facts.programmers = pluggedProgrammers();
-    outcome_ = judgeSearch({facts, devices, fullFolder_});
+    emit listed(*dataArray);
+    outcome_ = found.outcome;
     sayOutcome();
 }
 
@@ -238,7 +138,7 @@ void device_searcher::filter(const QString &typed) {
     filter_ = NameFilter(typed);
     model_->setFilter(filter_);
     showLikely();
-    if (!isSearching() && dataArray)
+    if (!search_.isRunning() && dataArray)
         sayOutcome();
 }
 

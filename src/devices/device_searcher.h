@@ -3,20 +3,18 @@
 
 #pragma once
 
-#include "base/Result.h"
+#include "devices/DeviceSearch.h"
 #include "devices/NameFilter.h"
 #include "files/FolderGuard.h"
-#include "widgets/RepeatedPress.h"
 
 #include <QList>
 #include <QObject>
-#include <QPointer>
 #include <QStringList>
 #include <QStringListModel>
-#include <QTimer>
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 class DeviceListModel;
 class DeviceListView;
@@ -54,22 +52,20 @@ public:
 
     /// The search: runs the tool with the term and shows what it lists. Returns when the tool has
     /// exited. An empty term beeps and leaves the list as it is; while the tool runs already the
-    /// search is refused with a remark. A command that is odd, or whose tool was not set here, is
-    /// shown in a remark and run when the same search is asked for again; once let run, such a
-    /// tool is not asked about any more.
+    /// search is refused with a remark. The command may be asked about first, in a remark as well.
     void list(QObject *sender);
     /// Leaves those names in sight that hold every word of \a typed.
     void filter(const QString &typed);
-    /// Asks \a mayUseFolder before each search, which goes through the folder of temporary files;
-    /// where it says no, a remark says why nothing is searched.
-    void setFolderGuard(FolderGuard mayUseFolder);
+    /// Asks \a mayUseFolder before each search; where it says no, a remark says why.
+    void setFolderGuard(FolderGuard mayUseFolder) {
+        search_.setFolderGuard(std::move(mayUseFolder));
+    }
     /// Offers \a names without a search.
     void setLikely(const QStringList &names);
     /// What was asked is no longer to be seen: the next search is a first one.
-    void forgetQuestion() { press_.forget(); }
+    void forgetQuestion() { search_.forgetQuestion(); }
     /// Ends the search in progress, if any; what was listed until then is shown.
-    void stop();
-    bool isSearching() const { return !current_.isNull(); }
+    void stop() { search_.stop(); }
 
     /// The name in the selected row of either list; nothing if no row is selected.
     std::optional<QString> selectedItem(QObject *sender) const;
@@ -97,14 +93,10 @@ signals:
 private:
     void connectList(DeviceListView &list);
     void showLikely();
+    void show(const QString &sentence);
     void say(const QString &sentence);
     void sayOutcome();
-    bool asksFirst(const QString &term);
-    void runSearch(ScriptedMiniPro &run, const QString &term);
-    Result<qsizetype> takeResults();
-    void remarkOnResults(const ScriptedMiniPro &run, const Result<qsizetype> &devices);
-    void remarkOnWords();
-    void remarkOnSilence();
+    void take(const DeviceSearch::Found &found);
     void confirmSelection();
     void endRequest();
 
@@ -113,24 +105,15 @@ private:
     QList<ScriptedMiniPro *> retainArray;
     std::optional<QStringList> dataArray;
 
-    ToolTrust &toolTrust_;
     Log &log_;
     MainQueue &queue_;
     std::function<void()> beep_;
-    FolderGuard mayUseFolder_;
     WorkState &work_;
+    DeviceSearch search_;
     DeviceListModel *model_ = nullptr;
     QStringListModel likelyModel_;
     QStringList likely_;
     NameFilter filter_;
-    QPointer<ScriptedMiniPro> current_;
-    QTimer silence_;
-    qint64 outputSeen_ = 0;
-    RepeatedPress press_;
-    /// The command, but for its term, that a second press let run.
-    std::optional<QString> letRun_;
-    /// The folder of the last search's list, if that looks cut and there is no room left in it.
-    QString fullFolder_;
     /// What the last search came to.
     QString outcome_;
     /// The user has been asked to select a device.
