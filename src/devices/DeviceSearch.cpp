@@ -5,6 +5,7 @@
 
 #include "base/WorkState.h"
 #include "files/FileLoading.h"
+#include "files/FileRemoval.h"
 #include "files/FolderRoom.h"
 #include "language/CommandDoubt.h"
 #include "language/CommandLine.h"
@@ -20,6 +21,7 @@
 #include <QFileInfo>
 
 #include <chrono>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -85,12 +87,19 @@ DeviceSearch::Found DeviceSearch::run(ScriptedMiniPro &run, const QString &term)
     connect(&run, &ScriptedMiniPro::said, this, &DeviceSearch::remarkOnWords);
     say(tr("Searching\u2026"));
     emit runningChanged(true);
+    removeResults();
     run.list(term);
     silence_.stop();
     current_ = nullptr;
     work_.end();
     emit runningChanged(false);
     return takeResults(run);
+}
+
+// The shell may never come to open the file, and what an earlier search found would be taken for
+// what this one did.
+void DeviceSearch::removeResults() const {
+    std::ignore = removeFile(resolvedPathOf(defaults_, settingsKeys::temp_search_results_file));
 }
 
 void DeviceSearch::stop() {

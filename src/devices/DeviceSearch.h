@@ -57,6 +57,7 @@ signals:
 private:
     void say(const QString &sentence);
     bool asksFirst(const QString &term);
+    void removeResults() const;
     Found takeResults(const ScriptedMiniPro &run) const;
     void remarkOnWords();
     void remarkOnSilence();

@@ -31,6 +31,8 @@ private slots:
     void results_areSplitAtEveryNewline_data();
     void results_areSplitAtEveryNewline();
     void results_ofASecondSearchReplaceTheFirst();
+    void results_areNeverThoseOfAnEarlierSearch_data();
+    void results_areNeverThoseOfAnEarlierSearch();
     void results_beyondALimitGiveAnEmptyList_data();
     void results_beyondALimitGiveAnEmptyList();
     void results_thatAreNoTextAreSaidToBeNone();
@@ -203,6 +205,37 @@ void TestWindowSearch::results_ofASecondSearchReplaceTheFirst() {
     QVERIFY(!panel.names().isEmpty());
     for (const QString &name : panel.names())
         QVERIFY2(name.contains(u"74138"), qPrintable(name));
+}
+
+void TestWindowSearch::results_areNeverThoseOfAnEarlierSearch_data() {
+    QTest::addColumn<QByteArray>("shell");
+    QTest::addColumn<bool>("stops");
+    QTest::addColumn<QString>("remark");
+    QTest::newRow("no shell") << QByteArray("/nowhere/sh") << false
+                              << QStringLiteral("was not started");
+    QTest::newRow("stopped before the tool begins")
+        << QByteArray() << true << QStringLiteral("The search was stopped.");
+}
+
+// Until the shell comes to the tool, the file holds what an earlier search has found.
+void TestWindowSearch::results_areNeverThoseOfAnEarlierSearch() {
+    QFETCH(QByteArray, shell);
+    QFETCH(bool, stops);
+    QFETCH(QString, remark);
+    WindowFixture velm;
+    velm.useTool("echo A\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("x"));
+    QCOMPARE(panel.names(), QStringList(QStringLiteral("A")));
+    const QString waiting = velm.write(QStringLiteral("sh"), "#!/bin/sh\nexec sleep 60\n");
+    QFile::setPermissions(waiting, QFile::ReadOwner | QFile::ExeOwner);
+    qputenv("SHELL", stops ? QFile::encodeName(waiting) : shell);
+    if (stops)
+        QTimer::singleShot(0, panel.stop, &QAbstractButton::click);
+    panel.searchFor(QStringLiteral("x"));
+    QCOMPARE(panel.names(), QStringList());
+    QVERIFY2(panel.remark->text().contains(remark), qPrintable(panel.remark->text()));
 }
 
 void TestWindowSearch::results_beyondALimitGiveAnEmptyList_data() {
