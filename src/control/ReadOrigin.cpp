@@ -7,16 +7,31 @@
 #include "files/FileStamp.h"
 #include "language/RunRecord.h"
 
+#include <chrono>
 #include <utility>
 
+namespace {
+
+/// The run of \a record wrote the file, or made it. The clock of file systems may be a tick behind.
+bool isWrittenBy(const RunRecord &record, const std::optional<FileStamp> &stamp) {
+    constexpr std::chrono::milliseconds tick(20);
+    const std::chrono::milliseconds begun(record.startedAt.toMSecsSinceEpoch());
+    return stamp && stamp->written >= begun - tick;
+}
+
+} // namespace
+
 // Bytes that look alike need not be of the same chip: only a file that a failed Read has not
-// touched holds those of the Read before.
+// touched holds those of the Read before. One that it has not touched either, and that is not known
+// from before, as at another path, may be of any chip.
 void ReadOrigin::take(const RunRecord &record, const ReadFile &file, bool isWhole) {
     bytes_ = file.bytes ? *file.bytes : nullptr;
-    const QString before = std::exchange(fileMark_, FileStamp::text(FileStamp::of(file.path)));
+    const std::optional<FileStamp> stamp = FileStamp::of(file.path);
+    const QString before = std::exchange(fileMark_, FileStamp::text(stamp));
     if (!isWhole && fileMark_ == before)
         return;
-    device_ = file.length() > 0 ? record.device : QString();
+    const bool isOfThisRead = file.length() > 0 && (isWhole || isWrittenBy(record, stamp));
+    device_ = isOfThisRead ? record.device : QString();
     endedAt_ = isWhole ? record.endedAt : QDateTime();
 }
 

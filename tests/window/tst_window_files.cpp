@@ -365,6 +365,18 @@ void TestWindowFiles::exportRead_suggestsWhoseReadFailed() {
     velm.click(velm.controls().btn_export_read);
     QCOMPARE(velm.panels.requests.at(0).suggestedName, QStringLiteral("W27C512@DIP28.bin"));
     QCOMPARE(velm.panels.requests.at(1).suggestedName, QStringLiteral("AT28C256.bin"));
+    // A file at another path, which was there before, may be of any chip.
+    const QString other = velm.write(QStringLiteral("other.bin"), "other");
+    QFile file(other);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.setFileTime(QDateTime::currentDateTime().addDays(-1),
+                             QFileDevice::FileModificationTime));
+    file.close();
+    velm.settings().setValue(settingsKeys::temp_read_from_chip_file, other);
+    velm.useTool("exit 1\n");
+    velm.click(velm.controls().btn_read);
+    velm.click(velm.controls().btn_export_read);
+    QCOMPARE(velm.panels.requests.at(2).suggestedName, QStringLiteral("chip.bin"));
 }
 
 void TestWindowFiles::exports_writeTheBufferAsItIsAtConfirmation() {
