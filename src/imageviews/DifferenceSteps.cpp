@@ -18,7 +18,8 @@ DifferenceSteps::DifferenceSteps(GridView &grid, const ImageComparison &comparis
     next_.setShortcut(Qt::ALT | Qt::Key_Down);
     previous_.setText(tr("Previous &difference"));
     previous_.setShortcut(Qt::ALT | Qt::Key_Up);
-    // A step may have to look through two whole images: a held key would queue such looks.
+    // Until the images have been compared, a step may have to look through both: a held key would
+    // queue such looks.
     next_.setAutoRepeat(false);
     previous_.setAutoRepeat(false);
     connect(&next_, &QAction::triggered, this, [this] {

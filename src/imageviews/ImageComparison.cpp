@@ -62,24 +62,18 @@ bool ImageComparison::coversAllToBurn() const {
     return lengthOf(toBurn_.lock()) <= lengthOf(read_.lock());
 }
 
-bool ImageComparison::isKnownEqual() const {
-    return isDone_ && reader_.differences().bytes == 0;
-}
-
 std::optional<qint64> ImageComparison::nextFrom(qint64 offset) const {
-    if (isKnownEqual())
-        return std::nullopt;
     const ByteBuffer read = read_.lock();
     const ByteBuffer toBurn = toBurn_.lock();
-    return nextDifference(viewOf(read), viewOf(toBurn), offset);
+    return isDone_ ? reader_.next(viewOf(read), viewOf(toBurn), offset)
+                   : nextDifference(viewOf(read), viewOf(toBurn), offset);
 }
 
 std::optional<qint64> ImageComparison::previousFrom(qint64 offset) const {
-    if (isKnownEqual())
-        return std::nullopt;
     const ByteBuffer read = read_.lock();
     const ByteBuffer toBurn = toBurn_.lock();
-    return previousDifference(viewOf(read), viewOf(toBurn), offset);
+    return isDone_ ? reader_.previous(viewOf(read), viewOf(toBurn), offset)
+                   : previousDifference(viewOf(read), viewOf(toBurn), offset);
 }
 
 std::optional<ImageComparison::Pair> ImageComparison::pairAt(qint64 offset) const {

@@ -55,8 +55,8 @@ public:
     const GridMarks &marksBeside() const { return beside_; }
 
     /// The place of differing bytes that follows \a offset, or precedes it; nothing if there is
-    /// none, which takes no look at the images once it is known. nextFrom(-1) gives the first,
-    /// previousFrom() the length of an image the last.
+    /// none. Once the images have been compared no look is taken at what is the same. nextFrom(-1)
+    /// gives the first, previousFrom() the length of an image the last.
     std::optional<qint64> nextFrom(qint64 offset) const;
     std::optional<qint64> previousFrom(qint64 offset) const;
 
@@ -75,7 +75,6 @@ private:
         quint8 read = 0;
         quint8 toBurn = 0;
     };
-    bool isKnownEqual() const;
     std::optional<Pair> pairAt(qint64 offset) const;
     static QString words(const Pair &pair, bool ofRead);
 

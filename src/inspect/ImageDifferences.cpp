@@ -119,6 +119,35 @@ bool ImageDifferencesReader::advance(QByteArrayView one, QByteArrayView other, q
     return found_.compared >= all;
 }
 
+// A place may go on from one block into the next, so the look at a block begins a byte before it.
+std::optional<qint64> ImageDifferencesReader::next(QByteArrayView one, QByteArrayView other,
+                                                   qint64 offset) const {
+    if (found_.compared == 0 || common(one, other) != found_.compared)
+        return std::nullopt;
+    const auto blocks = qint64(differing_.size());
+    for (qint64 block = std::max<qint64>(offset, 0) / blockSize_; block < blocks; ++block) {
+        if (!differing_[size_t(block)])
+            continue;
+        const qint64 begin = block * blockSize_;
+        const qint64 end = std::min(begin + blockSize_, found_.compared);
+        const auto place =
+            nextDifference(one.first(end), other.first(end), std::max(offset, begin - 1));
+        if (place)
+            return place;
+    }
+    return std::nullopt;
+}
+
+std::optional<qint64> ImageDifferencesReader::previous(QByteArrayView one, QByteArrayView other,
+                                                       qint64 offset) const {
+    if (common(one, other) != found_.compared)
+        return std::nullopt;
+    qint64 end = std::clamp<qint64>(offset, 0, found_.compared);
+    while (end > 0 && !differing_[size_t((end - 1) / blockSize_)])
+        end = (end - 1) / blockSize_ * blockSize_;
+    return previousDifference(one, other, end);
+}
+
 std::optional<qint64> nextDifference(QByteArrayView one, QByteArrayView other, qint64 offset) {
     const qint64 end = common(one, other);
     const qint64 past = offset < 0 ? 0 : firstEqual(one, other, std::min<qint64>(offset, end), end);

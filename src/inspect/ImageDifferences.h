@@ -35,6 +35,12 @@ public:
     /// Of each block from the first on, whether it has a differing byte.
     const std::vector<bool> &differing() const { return differing_; }
 
+    /// What nextDifference() and previousDifference() give for the images that have been compared
+    /// to the end; nothing for others of another length. No look is taken at blocks that are the
+    /// same.
+    std::optional<qint64> next(QByteArrayView one, QByteArrayView other, qint64 offset) const;
+    std::optional<qint64> previous(QByteArrayView one, QByteArrayView other, qint64 offset) const;
+
 private:
     ImageDifferences found_;
     qint64 blockSize_ = 0;

@@ -3,6 +3,7 @@
 
 #include "inspect/ImageDifferences.h"
 
+#include <QRandomGenerator>
 #include <QTest>
 
 /// How two images differ, compared whole or in pieces, and where the next place is.
@@ -20,6 +21,8 @@ private slots:
     void steps_goFromPlaceToPlace_data();
     void steps_goFromPlaceToPlace();
     void steps_agreeWithALookAtEveryByte();
+    void stepsOfAReader_agreeWithThem();
+    void stepsOfAReader_passOverWhatIsTheSame();
 };
 
 namespace {
@@ -206,6 +209,43 @@ void TestImageDifferences::steps_agreeWithALookAtEveryByte() {
          at = previousDifference(image, other, *at))
         backward.prepend(*at);
     QCOMPARE(backward, places);
+}
+
+void TestImageDifferences::stepsOfAReader_agreeWithThem() {
+    QRandomGenerator random(7);
+    for (int round = 0; round < 200; ++round) {
+        const QByteArray image = noise(random.bounded(1, int(large)), quint32(round));
+        QByteArray other = image;
+        for (int place = random.bounded(0, 4); place > 0; --place) {
+            const int begin = random.bounded(int(other.size()));
+            const int length = std::min(random.bounded(1, 20000), int(other.size()) - begin);
+            for (int at = begin; at < begin + length; ++at)
+                other[at] = char(~other[at]);
+        }
+        ImageDifferencesReader reader;
+        while (!reader.advance(image, other, 5000)) {
+        }
+        for (int step = 0; step < 50; ++step) {
+            const qint64 from = random.bounded(-1, int(large) + 2);
+            QCOMPARE(reader.next(image, other, from), nextDifference(image, other, from));
+            QCOMPARE(reader.previous(image, other, from), previousDifference(image, other, from));
+        }
+    }
+}
+
+void TestImageDifferences::stepsOfAReader_passOverWhatIsTheSame() {
+    const QByteArray image(16 << 20, 'a');
+    QByteArray other = image;
+    other[12 << 20] = 'b';
+    ImageDifferencesReader reader;
+    while (!reader.advance(image, other, other.size())) {
+    }
+    other[1 << 20] = 'b'; // which nobody has told
+    other[14 << 20] = 'b';
+    QCOMPARE(reader.next(image, other, -1), std::optional<qint64>(12 << 20));
+    QCOMPARE(reader.previous(image, other, other.size()), std::optional<qint64>(12 << 20));
+    QCOMPARE(reader.next({}, other, -1), std::nullopt);
+    QCOMPARE(reader.previous(image, {}, other.size()), std::nullopt);
 }
 
 QTEST_GUILESS_MAIN(TestImageDifferences)
