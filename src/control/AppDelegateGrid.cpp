@@ -26,23 +26,18 @@ void AppDelegate::showSelectedTab() {
 
 void AppDelegate::tabView_didSelectTabViewItem(TabView *, const TabViewItem &item) {
     const ShownTab tab = tabOf(item.identifier);
-    QString label;
-    if (tab == ShownTab::Read) {
-        state_.display_data = state_.read_from_chip_data;
-        loadStrData(this);
-        label = QStringLiteral("Data read from chip:");
-    } else if (tab == ShownTab::ToBurn) {
-        state_.display_data = state_.output_data;
-        loadStrData(this);
-        label = QStringLiteral("Data to burn:");
-    } else if (tab == ShownTab::LogicTest) {
-        state_.logictest_rows = {};
-    } else {
+    if (tab == ShownTab::None)
         return;
+    const bool showsBytes = showsImage(tab);
+    if (showsBytes) {
+        const bool isRead = tab == ShownTab::Read;
+        state_.display_data = isRead ? state_.read_from_chip_data : state_.output_data;
+        loadStrData(this);
+    } else {
+        state_.logictest_rows = {};
     }
-    outlets.tableview->setHeading(tab == ShownTab::LogicTest ? GridHeading::Pins
-                                                             : GridHeading::Bytes);
-    outlets.peeping_at->setText(label);
+    outlets.tableview->setHeading(showsBytes ? GridHeading::Bytes : GridHeading::Pins);
+    outlets.peeping_at->setText(labelOf(tab));
     showAnew();
 }
 

@@ -17,3 +17,9 @@ ShownTab tabOf(const QString &identifier) {
 ShownTab shownTab(const TabView &tabs) {
     return tabOf(tabs.selectedTabViewItem().identifier);
 }
+
+QString labelOf(ShownTab tab) {
+    if (tab == ShownTab::Read)
+        return QStringLiteral("Data read from chip:");
+    return tab == ShownTab::ToBurn ? QStringLiteral("Data to burn:") : QString();
+}

@@ -15,6 +15,9 @@ ShownTab tabOf(const QString &identifier);
 /// What the selected one of \a tabs shows.
 ShownTab shownTab(const TabView &tabs);
 
+/// What stands above the grid as long as \a tab has nothing else to say of what it shows.
+QString labelOf(ShownTab tab);
+
 /// True if \a tab shows an image.
 constexpr bool showsImage(ShownTab tab) {
     return tab == ShownTab::Read || tab == ShownTab::ToBurn;
