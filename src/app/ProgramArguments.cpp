@@ -8,10 +8,8 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
-
-#include <sys/stat.h>
 
 namespace {
 
@@ -73,8 +71,8 @@ void teach(QCommandLineParser &parser, const OwnOptions &options) {
 }
 
 bool isSomethingElseThanAFile(const QString &path) {
-    struct stat facts = {};
-    return ::stat(QFile::encodeName(path).constData(), &facts) == 0 && !S_ISREG(facts.st_mode);
+    const QFileInfo file(path);
+    return file.exists() && !file.isFile();
 }
 
 /// Whether the file named by \a option can hold anything: opening a FIFO waits for ever, and a

@@ -8,6 +8,7 @@
 #include "files/SystemName.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -32,16 +33,6 @@ struct OpenedFile {
     FileDescriptor descriptor;
     qint64 size = 0;
 };
-
-Result<void> accepted(const struct stat &status, qint64 limit) {
-    if (S_ISDIR(status.st_mode))
-        return Failure::ofSystem(EISDIR);
-    if (!S_ISREG(status.st_mode))
-        return notRegularFile();
-    if (status.st_size > limit)
-        return Failure::ofSystem(EFBIG);
-    return {};
-}
 
 /// Reads up to \a size bytes; returns how many there were.
 Result<qint64> readFully(int file, char *bytes, qint64 size) {
@@ -77,19 +68,17 @@ Result<OpenedFile> openRegularFile(const QString &path, qint64 limit) {
     const Result<QByteArray> name = systemName(path);
     if (const Failure *failure = name.failure())
         return *failure;
-    // Asked before opening, because opening alone lets a FIFO's writer go on or rewinds a tape,
-    // and again after it, because the file may have been exchanged meanwhile.
+    if (QFileInfo(path).isDir())
+        return Failure::ofSystem(EISDIR);
+    Result<FileDescriptor> file = openRegular(*name, O_RDONLY);
+    if (const Failure *failure = file.failure())
+        return *failure;
     struct stat status = {};
-    if (::stat(name->constData(), &status) != 0)
+    if (::fstat(file->get(), &status) != 0)
         return Failure::ofSystem(errno);
-    if (const auto fit = accepted(status, limit); !fit)
-        return *fit.failure();
-    FileDescriptor file(::open(name->constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    if (!file.isOpen() || ::fstat(file.get(), &status) != 0)
-        return Failure::ofSystem(errno);
-    if (const auto fit = accepted(status, limit); !fit)
-        return *fit.failure();
-    return OpenedFile{std::move(file), status.st_size};
+    if (status.st_size > limit)
+        return Failure::ofSystem(EFBIG);
+    return OpenedFile{*std::move(file), status.st_size};
 }
 
 /// The failure to open says that there is no file, or none that would have been taken.

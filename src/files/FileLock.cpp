@@ -13,7 +13,6 @@
 #include <chrono>
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <thread>
 #include <utility>
 
@@ -22,18 +21,14 @@ namespace {
 constexpr std::chrono::nanoseconds nap = std::chrono::milliseconds(2);
 
 Result<FileDescriptor> openToReplace(const QByteArray &name) {
-    struct stat facts = {};
-    // Asked before opening, because opening alone already does something to a device.
-    const bool exists = ::stat(name.constData(), &facts) == 0;
-    if (!exists && errno != ENOENT)
+    Result<FileDescriptor> there = openRegular(name, O_RDWR);
+    if (there || there.failure()->systemError != ENOENT)
+        return there;
+    constexpr int flags = O_RDWR | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    FileDescriptor made(::open(name.constData(), flags, modeOfNewFiles));
+    if (!made.isOpen())
         return Failure::ofSystem(errno);
-    if (exists && !S_ISREG(facts.st_mode))
-        return notRegularFile();
-    const int flags = O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | (exists ? 0 : O_CREAT);
-    FileDescriptor file(::open(name.constData(), flags, modeOfNewFiles));
-    if (!file.isOpen())
-        return Failure::ofSystem(errno);
-    return file;
+    return made;
 }
 
 /// Some file systems know no locks. There everybody gets one, since nobody could save otherwise:

@@ -3,10 +3,14 @@
 
 #include "files/SystemName.h"
 
+#include "base/FileDescriptor.h"
+
 #include <QCoreApplication>
 #include <QFile>
 
 #include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
 
 Result<QByteArray> systemName(const QString &path) {
     if (path.contains(QChar::Null))
@@ -16,4 +20,24 @@ Result<QByteArray> systemName(const QString &path) {
 
 Failure notRegularFile() {
     return {QCoreApplication::translate("Files", "Not a regular file")};
+}
+
+bool isRegular(const FileDescriptor &file) {
+    struct stat facts = {};
+    return ::fstat(file.get(), &facts) == 0 && S_ISREG(facts.st_mode);
+}
+
+// Looked at again once it is open, because the file may have been exchanged meanwhile.
+Result<FileDescriptor> openRegular(const QByteArray &name, int flags) {
+    struct stat facts = {};
+    if (::stat(name.constData(), &facts) != 0)
+        return Failure::ofSystem(errno);
+    if (!S_ISREG(facts.st_mode))
+        return notRegularFile();
+    FileDescriptor file(::open(name.constData(), flags | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    if (!file.isOpen())
+        return Failure::ofSystem(errno);
+    if (!isRegular(file))
+        return notRegularFile();
+    return file;
 }

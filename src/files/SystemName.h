@@ -8,9 +8,17 @@
 #include <QByteArray>
 #include <QString>
 
+class FileDescriptor;
+
 /// \a path as the system's calls take it. A path with a null character, which they would take for
 /// its end, fails like one that does not exist.
 Result<QByteArray> systemName(const QString &path);
 
 /// The failure where a folder, a device or a pipe stands and a file is needed.
 Failure notRegularFile();
+/// True if \a file is none of these.
+bool isRegular(const FileDescriptor &file);
+/// Opens the regular file \a name with the access that \a flags ask for; children do not get it.
+/// Anything else there is refused without being opened, which alone would let the writer of a FIFO
+/// go on or rewind a tape.
+Result<FileDescriptor> openRegular(const QByteArray &name, int flags);

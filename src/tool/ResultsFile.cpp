@@ -15,7 +15,6 @@
 
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <tuple>
 #include <unistd.h>
 
@@ -42,16 +41,11 @@ Result<FileDescriptor> openForAppending(const QString &path) {
     return file;
 }
 
-bool isRegularFile(const FileDescriptor &file) {
-    struct stat facts {};
-    return ::fstat(file.get(), &facts) == 0 && S_ISREG(facts.st_mode);
-}
-
 /// In a folder that may not be changed the file itself may be.
 bool emptyFile(const QString &path) {
     const FileDescriptor file(
         ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
-    return file.isOpen() && isRegularFile(file) && ::ftruncate(file.get(), 0) == 0;
+    return file.isOpen() && isRegular(file) && ::ftruncate(file.get(), 0) == 0;
 }
 
 } // namespace
@@ -63,7 +57,7 @@ Result<void> appendToResultsFile(const QString &path, QByteArrayView bytes, Log 
             log.write(QStringLiteral("temp file not created at ") + path);
         return *failure;
     }
-    return isRegularFile(*file) ? writeAll(file->get(), bytes) : notRegularFile();
+    return isRegular(*file) ? writeAll(file->get(), bytes) : notRegularFile();
 }
 
 Result<void> prepareResultsFile(const QString &path, Log &log) {
