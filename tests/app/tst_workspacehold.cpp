@@ -90,7 +90,9 @@ void TestWorkspaceHold::aFolderThatAnotherHas_mayNotBeUsed() {
     WorkspaceLock another = lockOf(*later_);
     QCOMPARE(*another.take(), WorkspaceLock::Holder::ThisProcess);
     edit(*later_);
-    QVERIFY(!hold_->mayUseFolder());
+    const FolderGuard::Answer answer = hold_->mayUseFolder();
+    QVERIFY(!answer);
+    QVERIFY(answer.failure()->isAnotherWindows);
     edit(*earlier_);
     QVERIFY(hold_->mayUseFolder());
 }

@@ -7,6 +7,7 @@
 #include "widgets/FixedFont.h"
 #include "widgets/Icons.h"
 #include "widgets/TabView.h"
+#include "widgets/WindowFront.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -46,6 +47,8 @@ private slots:
     void icons_followThePalette_data();
     void icons_followThePalette();
     void icons_unknownNameIsNull();
+    void bringUp_leavesTheSize_data();
+    void bringUp_leavesTheSize();
 };
 
 static void addItems(TabView &tabs) {
@@ -298,6 +301,27 @@ void TestSmallWidgets::fixedFont_isOneWhateverThePlatformNames() {
     QCOMPARE(font.pointSize(), 17);
     const QFontMetrics metrics(font);
     QCOMPARE(metrics.horizontalAdvance(u'i'), metrics.horizontalAdvance(u'W'));
+}
+
+void TestSmallWidgets::bringUp_leavesTheSize_data() {
+    QTest::addColumn<Qt::WindowStates>("before");
+    QTest::addColumn<Qt::WindowStates>("after");
+    const auto row = [](const char *name, Qt::WindowStates before, Qt::WindowStates after) {
+        QTest::newRow(name) << before << after;
+    };
+    row("usual", Qt::WindowNoState, Qt::WindowNoState);
+    row("as large as the screen", Qt::WindowMaximized, Qt::WindowMaximized);
+    row("minimized", Qt::WindowMinimized, Qt::WindowNoState);
+    row("minimized, else as large", Qt::WindowMinimized | Qt::WindowMaximized, Qt::WindowMaximized);
+}
+
+void TestSmallWidgets::bringUp_leavesTheSize() {
+    QFETCH(Qt::WindowStates, before);
+    QWidget window;
+    window.setWindowState(before);
+    bringUp(window);
+    QVERIFY(window.isVisible());
+    QTEST(window.windowState() & ~Qt::WindowActive, "after");
 }
 
 QTEST_MAIN(TestSmallWidgets)
