@@ -42,7 +42,7 @@ void checkPieces(const AddressedBytes &bytes) {
 
 void checkRoundTrip(RecordFormat format, const AddressedBytes &bytes, int recordLength) {
     const qint64 base = bytes.first();
-    if (whyNoImage(bytes, base) || bytes.end() - base > smallImage)
+    if (!canBeFlattened(bytes, base) || bytes.end() - base > smallImage)
         return;
     ImageFlattening flattening(bytes, base, '\xFF');
     while (!flattening.advance(1000)) {
