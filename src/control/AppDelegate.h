@@ -12,6 +12,8 @@
 #include "control/Messages.h"
 #include "control/OpenedBinary.h"
 #include "control/ReadOrigin.h"
+#include "control/RunConsent.h"
+#include "control/SecondPress.h"
 #include "control/UserFiles.h"
 #include "files/ByteBuffer.h"
 #include "files/FolderGuard.h"
@@ -206,6 +208,7 @@ private:
     ImageRevisions revisions_;
     SecondPress secondPress_;
     BurnFile burnFile_;
+    RunConsent consent_;
     HandEdits edits_;
     EditOffers offers_;
     OpenedBinary openedBinary_;

@@ -39,7 +39,7 @@ bool AppDelegate::go(QObject *sender, RunPress press) {
         showAnew();
     }
     const BurnSituation burn = burnFile_.situation(Operation(tag));
-    if (burnFile_.asks(burn, imageRevision(), press))
+    if (consent_.asks(burn, imageRevision(), press))
         return false;
 
     with_.work.begin(Work::Running);

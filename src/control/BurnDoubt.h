@@ -27,8 +27,7 @@ struct BurnSituation {
     Result<bool> holdsImage = true;
     /// Whether the image could be written there, or why not.
     Result<void> written;
-    /// What is going to be run, and the tool's own text in it.
-    QString tool;
+    /// What is going to be run.
     CommandDoubt command;
 
     /// The file is known to hold the image as shown.

@@ -5,30 +5,17 @@
 
 #include "control/ActionGate.h"
 #include "control/Messages.h"
-#include "files/FileStamp.h"
 #include "language/ImageEncoding.h"
-#include "language/Sentences.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
-#include "settings/ToolTrust.h"
 
 #include <QDir>
 #include <QFileInfo>
 
-#include <optional>
-#include <utility>
-
 BurnFile::BurnFile(const ByteBuffer &image, TemporaryWorkspace &workspace, SettingsStore &defaults,
-                   ToolTrust &toolTrust, Messages &messages, SecondPress &secondPress,
-                   const ActionGate &gate)
-    : image_(image),
-      workspace_(workspace),
-      defaults_(defaults),
-      toolTrust_(toolTrust),
-      messages_(messages),
-      secondPress_(secondPress),
-      gate_(gate) {
+                   Messages &messages, const ActionGate &gate)
+    : image_(image), workspace_(workspace), defaults_(defaults), messages_(messages), gate_(gate) {
     connect(&defaults, &SettingsStore::valueChanged, this, &BurnFile::followPath);
 }
 
@@ -81,10 +68,6 @@ void BurnFile::followPath(const QString &key) {
 BurnSituation BurnFile::situation(Operation operation) const {
     BurnSituation burn;
     burn.operation = operation;
-    const ToolSettings settings = ToolSettings::readFrom(defaults_);
-    burn.tool = settings.tool;
-    burn.command = {operationCommand(operation, settings), oddCharacters(operation, settings),
-                    !toolTrust_.covers(settings.tool)};
     if (!takesImage(operation))
         return burn;
     burn.hasImage = image_ != nullptr;
@@ -96,46 +79,7 @@ BurnSituation BurnFile::situation(Operation operation) const {
     return burn;
 }
 
-// What the tool writes there would take the place of what it wrote for the other window.
-bool BurnFile::refusesForeignFolder() {
-    const Result<void> ours = workspace_.mayUse();
-    if (const Failure *failure = ours.failure()) {
-        secondPress_.withdraw();
-        messages_.sayTrouble(Topic::ImageFile,
-                             folderMayNotBeUsed(temporaryFolder(defaults_), *failure));
-    }
-    return !ours;
-}
-
-bool BurnFile::asks(const BurnSituation &burn, quint64 revision, RunPress press) {
-    const QString confirmed = std::exchange(confirmed_, QString());
-    if (refusesForeignFolder())
-        return true;
-    const std::optional<BurnDoubt> doubt = doubtAbout(burn);
-    if (!doubt) {
-        secondPress_.withdraw();
-        return false;
-    }
-    SecondPress::Question question;
-    question.thing =
-        QStringLiteral("%1 %2 %3 %4 %5 %6")
-            .arg(doubt->key, QString::number(burn.operation), QString::number(revision), burn.path,
-                 FileStamp::text(FileStamp::of(burn.path)), burn.command.command);
-    question.sentence = doubt->sentence;
-    if (doubt->canWriteAgain && image_)
-        question.action = {tr("Write the image file again"), [this] { writeAgain(); }};
-    const bool isConfirmed = press == RunPress::Repeated && question.thing == confirmed;
-    if (!isConfirmed && !secondPress_.confirms(question))
-        return true;
-    confirmed_ = question.thing;
-    toolTrust_.trust(burn.tool);
-    return false;
-}
-
 void BurnFile::writeAgain() {
-    if (gate_.refuses())
-        return;
-    secondPress_.withdraw();
     write();
     const Result<bool> holds = workspace_.outputFileHolds(image_);
     if (holds && *holds)

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "control/BurnFile.h"
+#include "control/RunConsent.h"
 #include "language/LogicReport.h"
 #include "language/PinTally.h"
 
