@@ -7,8 +7,8 @@
 #include "app/FileExport.h"
 #include "app/FileImport.h"
 #include "app/MainWindow.h"
-#include "app/MemoriesWiring.h"
 #include "app/NextStepButtons.h"
+#include "app/OtherMemoriesActions.h"
 #include "app/RunControls.h"
 #include "app/ViewControls.h"
 #include "base/MainQueue.h"
@@ -122,7 +122,7 @@ private:
     LogicSeries logicSeries_;
     FileImport fileImport_;
     FileExport fileExport_;
-    MemoriesWiring otherMemories_;
+    OtherMemoriesActions otherMemories_;
     RunLog runLog_;
     NextStepButtons nextSteps_;
     VerdictLine verdictLine_;

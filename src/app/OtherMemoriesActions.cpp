@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "app/MemoriesWiring.h"
+#include "app/OtherMemoriesActions.h"
 
 #include "app/MainWindow.h"
 #include "app/WindowMenus.h"
@@ -56,7 +56,7 @@ QString withWords(const QString &tip, const QString &words) {
 
 } // namespace
 
-MemoriesWiring::MemoriesWiring(const Surroundings &surroundings)
+OtherMemoriesActions::OtherMemoriesActions(const Surroundings &surroundings)
     : with_(surroundings),
       watch_({with_.settings, with_.work, with_.mayUseFolder}),
       showEntry_(new QAction(tr("Ot&her memories\u2026"), this)),
@@ -68,34 +68,36 @@ MemoriesWiring::MemoriesWiring(const Surroundings &surroundings)
     showEntry_->setAutoRepeat(false);
     showEntry_->setToolTip(tr("What the newest Read brought besides code memory"));
     saveEntry_->setToolTip(tr("Save the data read from the chip and its other memories"));
-    connect(showEntry_, &QAction::triggered, this, &MemoriesWiring::show, Qt::QueuedConnection);
-    connect(saveEntry_, &QAction::triggered, this, &MemoriesWiring::saveSet, Qt::QueuedConnection);
-    connect(&with_.delegate, &AppDelegate::runMade, this, &MemoriesWiring::follow);
+    connect(showEntry_, &QAction::triggered, this, &OtherMemoriesActions::show,
+            Qt::QueuedConnection);
+    connect(saveEntry_, &QAction::triggered, this, &OtherMemoriesActions::saveSet,
+            Qt::QueuedConnection);
+    connect(&with_.delegate, &AppDelegate::runMade, this, &OtherMemoriesActions::follow);
     connect(&with_.delegate, &AppDelegate::runEnded, this, [this](const RunRecord &record) {
         watch_.takeRun(record, with_.delegate.state().read_from_chip_data);
     });
-    connect(&watch_, &OtherMemoriesWatch::readTaken, this, &MemoriesWiring::takeRead);
-    connect(&with_.work, &WorkState::changed, this, &MemoriesWiring::showState);
+    connect(&watch_, &OtherMemoriesWatch::readTaken, this, &OtherMemoriesActions::takeRead);
+    connect(&with_.work, &WorkState::changed, this, &OtherMemoriesActions::showState);
     makeExtent();
     showState();
 }
 
-void MemoriesWiring::addEntries(const WindowMenus &menus) {
+void OtherMemoriesActions::addEntries(const WindowMenus &menus) {
     menus.file->insertAction(menus.behindSave, saveEntry_);
     menus.view->insertAction(menus.behindTabs, showEntry_);
 }
 
-KnownMemories MemoriesWiring::known() const {
+KnownMemories OtherMemoriesActions::known() const {
     return watch_.knownOf(with_.settings.stringValue(settingsKeys::device)) |
            knownFrom(with_.inquiry.known());
 }
 
-void MemoriesWiring::follow(ScriptedMiniPro *run) {
+void OtherMemoriesActions::follow(ScriptedMiniPro *run) {
     run->setKnownMemories(known());
     watch_.follow(run);
 }
 
-void MemoriesWiring::takeRead() {
+void OtherMemoriesActions::takeRead() {
     sayWhatCame();
     showState();
     if (!shown_)
@@ -107,7 +109,7 @@ void MemoriesWiring::takeRead() {
         shown_->close();
 }
 
-void MemoriesWiring::sayWhatCame() {
+void OtherMemoriesActions::sayWhatCame() {
     const QString sentence = unreadWords(watch_.unread());
     if (!watch_.newest()) {
         if (!sentence.isEmpty())
@@ -123,7 +125,7 @@ void MemoriesWiring::sayWhatCame() {
         with_.messages.sayTrouble(Topic::OtherMemories, came + u' ' + sentence, look);
 }
 
-void MemoriesWiring::showState() {
+void OtherMemoriesActions::showState() {
     const bool isThere = watch_.newest().has_value();
     showEntry_->setEnabled(isThere);
     saveEntry_->setEnabled(isThere && with_.work.isIdle());
@@ -132,13 +134,13 @@ void MemoriesWiring::showState() {
     showExtent();
 }
 
-void MemoriesWiring::show() {
+void OtherMemoriesActions::show() {
     if (!watch_.newest())
         return;
     if (!shown_) {
         shown_ = new MemoriesWindow(&with_.window);
         shown_->setAttribute(Qt::WA_DeleteOnClose);
-        connect(shown_, &MemoriesWindow::saveRequested, this, &MemoriesWiring::saveSet);
+        connect(shown_, &MemoriesWindow::saveRequested, this, &OtherMemoriesActions::saveSet);
         shown_->showMemories(*watch_.newest(),
                              codeAloneWords(watch_.knownOf(watch_.newest()->device)));
         showState();
@@ -146,7 +148,7 @@ void MemoriesWiring::show() {
     bringUp(*shown_);
 }
 
-void MemoriesWiring::saveSet() {
+void OtherMemoriesActions::saveSet() {
     if (with_.gate.refuses() || !watch_.newest())
         return;
     const ReadMemories &memories = *watch_.newest();
@@ -164,19 +166,19 @@ void MemoriesWiring::saveSet() {
 
 // It stands where the command is read before a press. Its room is always the same, since the
 // pointer changes its words on the way to a button.
-void MemoriesWiring::makeExtent() {
+void OtherMemoriesActions::makeExtent() {
     const Ui::MainWindow &c = with_.window.controls();
     extent_->setObjectName(QStringLiteral("commandExtent"));
     c.operationRow->insertWidget(c.operationRow->indexOf(c.btn_copy_command), extent_);
     const QFontMetrics metrics = extent_->fontMetrics();
     extent_->setMinimumWidth(std::max(metrics.horizontalAdvance(tr("code memory alone")),
                                       metrics.horizontalAdvance(tr("all memories"))));
-    connect(c.nextCommand, &QLineEdit::textChanged, this, &MemoriesWiring::showExtent);
-    connect(&with_.settings, &SettingsStore::valueChanged, this, &MemoriesWiring::showExtent);
-    connect(&with_.inquiry, &ChipInquiry::changed, this, &MemoriesWiring::showExtent);
+    connect(c.nextCommand, &QLineEdit::textChanged, this, &OtherMemoriesActions::showExtent);
+    connect(&with_.settings, &SettingsStore::valueChanged, this, &OtherMemoriesActions::showExtent);
+    connect(&with_.inquiry, &ChipInquiry::changed, this, &OtherMemoriesActions::showExtent);
 }
 
-void MemoriesWiring::showExtent() {
+void OtherMemoriesActions::showExtent() {
     const Ui::MainWindow &c = with_.window.controls();
     const NextCommand *next = c.nextCommand;
     const QString words = choosesMemory(with_.settings.stringValue(settingsKeys::miniproLocation))

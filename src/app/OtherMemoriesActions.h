@@ -22,7 +22,7 @@ struct WindowMenus;
 
 /// Binds what a Read brings besides code memory to the window: says that it came, shows it, saves
 /// it with the image, and says beside the next command what a Write leaves out.
-class MemoriesWiring final : public QObject {
+class OtherMemoriesActions final : public QObject {
     Q_OBJECT
 
 public:
@@ -39,7 +39,7 @@ public:
         FolderGuard mayUseFolder; ///< of the temporary files
     };
 
-    explicit MemoriesWiring(const Surroundings &surroundings);
+    explicit OtherMemoriesActions(const Surroundings &surroundings);
 
     /// Adds its entries to the menus File and View.
     void addEntries(const WindowMenus &menus);
