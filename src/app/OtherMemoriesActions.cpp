@@ -14,21 +14,14 @@
 #include "files/SuggestedName.h"
 #include "image/OtherMemories.h"
 #include "imageviews/MemoriesWords.h"
-#include "language/CommandLine.h"
 #include "language/DeviceDescription.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "tool/ScriptedMiniPro.h"
-#include "views/NextCommand.h"
-#include "widgets/PlainToolTip.h"
 #include "widgets/WindowFront.h"
 
-#include "ui_MainWindow.h"
-
-#include <QLabel>
 #include <QMenu>
 
-#include <algorithm>
 #include <variant>
 
 namespace {
@@ -50,20 +43,13 @@ UserFiles::Set setOf(const ReadMemories &memories) {
     return set;
 }
 
-QString withWords(const QString &tip, const QString &words) {
-    return words.isEmpty() ? tip : tip + u'\n' + words;
-}
-
 } // namespace
 
 OtherMemoriesActions::OtherMemoriesActions(const Surroundings &surroundings)
     : with_(surroundings),
       watch_({with_.settings, with_.work, with_.mayUseFolder}),
       showEntry_(new QAction(tr("Ot&her memories\u2026"), this)),
-      saveEntry_(new QAction(tr("Save the se&t\u2026"), this)),
-      extent_(new QLabel(with_.window.controls().centralwidget)),
-      verifyTip_(with_.window.controls().btn_verify->toolTip()),
-      writeTip_(with_.window.controls().btn_write->toolTip()) {
+      saveEntry_(new QAction(tr("Save the se&t\u2026"), this)) {
     showEntry_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
     showEntry_->setAutoRepeat(false);
     showEntry_->setToolTip(tr("What the newest Read brought besides code memory"));
@@ -78,7 +64,6 @@ OtherMemoriesActions::OtherMemoriesActions(const Surroundings &surroundings)
     });
     connect(&watch_, &OtherMemoriesWatch::readTaken, this, &OtherMemoriesActions::takeRead);
     connect(&with_.work, &WorkState::changed, this, &OtherMemoriesActions::showState);
-    makeExtent();
     showState();
 }
 
@@ -98,6 +83,7 @@ void OtherMemoriesActions::follow(ScriptedMiniPro *run) {
 }
 
 void OtherMemoriesActions::takeRead() {
+    emit readTaken();
     sayWhatCame();
     showState();
     if (!shown_)
@@ -131,7 +117,6 @@ void OtherMemoriesActions::showState() {
     saveEntry_->setEnabled(isThere && with_.work.isIdle());
     if (shown_)
         shown_->setSaving(with_.work.isIdle());
-    showExtent();
 }
 
 void OtherMemoriesActions::show() {
@@ -162,40 +147,4 @@ void OtherMemoriesActions::saveSet() {
             shown_->close();
     };
     with_.files.saveSet(&with_.window, set);
-}
-
-// It stands where the command is read before a press. Its room is always the same, since the
-// pointer changes its words on the way to a button.
-void OtherMemoriesActions::makeExtent() {
-    const Ui::MainWindow &c = with_.window.controls();
-    extent_->setObjectName(QStringLiteral("commandExtent"));
-    c.operationRow->insertWidget(c.operationRow->indexOf(c.btn_copy_command), extent_);
-    const QFontMetrics metrics = extent_->fontMetrics();
-    extent_->setMinimumWidth(std::max(metrics.horizontalAdvance(tr("code memory alone")),
-                                      metrics.horizontalAdvance(tr("all memories"))));
-    connect(c.nextCommand, &QLineEdit::textChanged, this, &OtherMemoriesActions::showExtent);
-    connect(&with_.settings, &SettingsStore::valueChanged, this, &OtherMemoriesActions::showExtent);
-    connect(&with_.inquiry, &ChipInquiry::changed, this, &OtherMemoriesActions::showExtent);
-}
-
-void OtherMemoriesActions::showExtent() {
-    const Ui::MainWindow &c = with_.window.controls();
-    const NextCommand *next = c.nextCommand;
-    const QString words = choosesMemory(with_.settings.stringValue(settingsKeys::miniproLocation))
-                              ? QString()
-                              : codeAloneWords(known());
-    extent_->setHidden(words.isEmpty());
-    setPlainToolTip(*extent_, words);
-    c.btn_verify->setToolTip(withWords(verifyTip_, words));
-    c.btn_write->setToolTip(withWords(writeTip_, words));
-    switch (next->nextOperation()) {
-    case ReadOperation:
-        return extent_->setText(tr("all memories"));
-    case VerifyOperation:
-    case WriteOperation:
-        return extent_->setText(tr("code memory alone"));
-    case LogicOperation:
-        break;
-    }
-    extent_->clear();
 }

@@ -16,12 +16,11 @@ class ChipInquiry;
 class MainWindow;
 class Messages;
 class QAction;
-class QLabel;
 class UserFiles;
 struct WindowMenus;
 
-/// Binds what a Read brings besides code memory to the window: says that it came, shows it, saves
-/// it with the image, and says beside the next command what a Write leaves out.
+/// What can be done with what a Read brings besides code memory: says that it came, shows it and
+/// saves it with the image.
 class OtherMemoriesActions final : public QObject {
     Q_OBJECT
 
@@ -50,21 +49,22 @@ public:
     /// while the tool works; does nothing without memories.
     void saveSet();
 
+    /// What the device, as it is set, is known to hold besides its code memory.
+    KnownMemories known() const;
+
+signals:
+    /// A Read has brought memories, or none.
+    void readTaken();
+
 private:
     void follow(ScriptedMiniPro *run);
     void takeRead();
     void sayWhatCame();
     void showState();
-    void makeExtent();
-    void showExtent();
-    KnownMemories known() const;
 
     const Surroundings with_;
     OtherMemoriesWatch watch_;
     QAction *showEntry_;
     QAction *saveEntry_;
-    QLabel *extent_;
-    QString verifyTip_; ///< of the buttons, as they are for every chip
-    QString writeTip_;
     QPointer<MemoriesWindow> shown_;
 };

@@ -68,6 +68,7 @@ VelmWindow::VelmWindow(const Surroundings &surroundings)
       fileExport_({window_, delegate_, files_, settings_, gate_, messages_, chipInquiry_}),
       otherMemories_({window_, delegate_, files_, chipInquiry_, settings_, work_, gate_, messages_,
                       surroundings.mayUseFolder}),
+      commandExtent_({window_, settings_, chipInquiry_, otherMemories_}),
       nextSteps_({window_, delegate_, surroundings.settings, files_, gate_}),
       verdictLine_(runLog_, messages_, [this] { return shownNow(); }),
       progressView_(*window_.controls().busy),

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/CommandExtent.h"
 #include "app/DeviceOffers.h"
 #include "app/FileExport.h"
 #include "app/FileImport.h"
@@ -123,6 +124,7 @@ private:
     FileImport fileImport_;
     FileExport fileExport_;
     OtherMemoriesActions otherMemories_;
+    CommandExtent commandExtent_;
     RunLog runLog_;
     NextStepButtons nextSteps_;
     VerdictLine verdictLine_;
