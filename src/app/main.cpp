@@ -15,7 +15,7 @@
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
-#include "views/HelpWindows.h"
+#include "widgets/Icons.h"
 
 #include <QApplication>
 #include <QIcon>

@@ -64,11 +64,6 @@ QString aboutText() {
 
 } // namespace
 
-QIcon programIcon() {
-    registerHelp();
-    return drawingAsIcon(QStringLiteral(":/velm/velm.svg"));
-}
-
 void showGuide(QWidget *window) {
     const QString name = QStringLiteral("guide");
     if (raiseOpen(window, name))

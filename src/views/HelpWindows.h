@@ -3,11 +3,7 @@
 
 #pragma once
 
-class QIcon;
 class QWidget;
-
-/// The program's own icon.
-QIcon programIcon();
 
 /// Opens the user guide in a window of its own beside \a window, or brings it to the front.
 void showGuide(QWidget *window);

@@ -74,6 +74,8 @@ QIcon coloredIcon(const QString &name, const QColor &color) {
     return drawnIcon(pathOf(name), color, color);
 }
 
-QIcon drawingAsIcon(const QString &path) {
-    return drawnIcon(path, QColor(), QColor());
+// In its own colours. The toolkit's own way needs a plugin that a system may not have.
+QIcon programIcon() {
+    registerIcons();
+    return drawnIcon(QStringLiteral(":/velm/velm.svg"), QColor(), QColor());
 }

@@ -17,6 +17,5 @@ QIcon themedIcon(const QString &name, const QPalette &palette);
 /// The icon \a name in one \a color, for what is no control.
 QIcon coloredIcon(const QString &name, const QColor &color);
 
-/// The SVG file \a path as an icon, in its own colours; null if it cannot be read. The toolkit's
-/// own way needs a plugin that a system may not have.
-QIcon drawingAsIcon(const QString &path);
+/// The program's own icon.
+QIcon programIcon();

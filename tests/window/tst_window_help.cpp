@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "views/HelpWindows.h"
+#include "widgets/Icons.h"
 #include "window/WindowFixture.h"
 
 #include <QDialog>
