@@ -5,6 +5,10 @@
 
 #include <QStringList>
 
+bool isCodeMemory(QStringView name) {
+    return name.compare(u"code", Qt::CaseInsensitive) == 0;
+}
+
 bool isDataPart(QStringView name) {
     return name.compare(u"data", Qt::CaseInsensitive) == 0;
 }

@@ -7,6 +7,8 @@
 
 // What the parts of a chip are that the tool names, in letters of either case.
 
+/// The code memory, by its own name.
+bool isCodeMemory(QStringView name);
 /// The data memory.
 bool isDataPart(QStringView name);
 /// The user memory.

@@ -3,6 +3,8 @@
 
 #include "views/StepWords.h"
 
+#include "language/ChipParts.h"
+
 #include <QCoreApplication>
 
 namespace {
@@ -16,11 +18,11 @@ class StepWording {
 public:
     /// The parts of a chip that the tool reads and writes; another keeps the tool's name.
     static QString part(const QString &name) {
-        if (name == u"Code")
+        if (isCodeMemory(name))
             return tr("code");
-        if (name == u"Data")
+        if (isDataPart(name))
             return tr("data");
-        if (name == u"User")
+        if (isUserPart(name))
             return tr("user data");
         return name.left(longestPart);
     }
