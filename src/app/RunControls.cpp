@@ -5,6 +5,7 @@
 
 #include "grid/GridView.h"
 #include "views/RepeatControls.h"
+#include "views/StepWords.h"
 
 #include "ui_MainWindow.h"
 
@@ -31,7 +32,7 @@ void RunControls::show(Work work) {
     setBusy(busy);
     if (busy) {
         controls_.statusHead->setCurrentWidget(controls_.busy);
-        controls_.busy->start(work == Work::Searching ? tr("Searching") : tr("Starting"));
+        controls_.busy->start(work == Work::Searching ? wordsForSearch() : wordsForStep({}));
     } else {
         controls_.busy->stop();
         controls_.statusHead->setCurrentWidget(controls_.verdictHeading);

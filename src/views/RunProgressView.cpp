@@ -25,5 +25,5 @@ void RunProgressView::follow(ScriptedMiniPro *run) {
 }
 
 void RunProgressView::followSearch(ScriptedMiniPro *run) {
-    follow(run, [this] { indicator_.showStep(tr("Searching"), std::nullopt); });
+    follow(run, [this] { indicator_.showStep(wordsForSearch(), std::nullopt); });
 }

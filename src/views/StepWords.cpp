@@ -46,10 +46,16 @@ public:
         }
         return tr("Starting");
     }
+
+    static QString search() { return tr("Searching"); }
 };
 
 } // namespace
 
 QString wordsForStep(const RunProgress &progress) {
     return StepWording::words(progress);
+}
+
+QString wordsForSearch() {
+    return StepWording::search();
 }

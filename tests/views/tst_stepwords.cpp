@@ -12,6 +12,7 @@ class TestStepWords : public QObject {
 private slots:
     void part_isCalled_data();
     void part_isCalled();
+    void beginning_isTold();
 };
 
 void TestStepWords::part_isCalled_data() {
@@ -32,6 +33,11 @@ void TestStepWords::part_isCalled_data() {
 void TestStepWords::part_isCalled() {
     QFETCH(QString, part);
     QTEST(wordsForStep({RunPhase::Reading, part, std::nullopt}), "words");
+}
+
+void TestStepWords::beginning_isTold() {
+    QCOMPARE(wordsForStep({}), QStringLiteral("Starting"));
+    QCOMPARE(wordsForSearch(), QStringLiteral("Searching"));
 }
 
 QTEST_APPLESS_MAIN(TestStepWords)
