@@ -4,14 +4,14 @@
 #include "image/CopyAhead.h"
 
 #include "base/HugePages.h"
-#include "base/TurnOfWork.h"
 
 #include <algorithm>
 #include <cstring>
 #include <new>
 
-CopyAhead::CopyAhead(QObject *parent) : QObject(parent) {
-    connect(&turns_, &QTimer::timeout, this, &CopyAhead::turn);
+CopyAhead::CopyAhead(QObject *parent)
+    : QObject(parent), work_([this] { return !isStillShared() || copyPiece(); }) {
+    connect(&work_, &TurnedWork::done, this, &CopyAhead::take);
 }
 
 void CopyAhead::begin(const ByteBuffer &image) {
@@ -25,22 +25,15 @@ void CopyAhead::begin(const ByteBuffer &image) {
     }
     image_ = image;
     shared_ = *image;
-    turns_.start();
+    work_.start();
 }
 
 void CopyAhead::finish() {
-    if (!turns_.isActive())
+    if (!work_.isRunning())
         return;
     while (isStillShared() && !copyPiece()) {
     }
     take();
-}
-
-void CopyAhead::turn() {
-    if (!isStillShared())
-        giveUp();
-    else if (worksForATurn([this] { return copyPiece(); }))
-        take();
 }
 
 // False as soon as the image has been changed, made anew or given up.
@@ -65,7 +58,7 @@ void CopyAhead::take() {
 }
 
 void CopyAhead::giveUp() {
-    turns_.stop();
+    work_.stop();
     image_.reset();
     shared_ = {};
     copy_ = {};

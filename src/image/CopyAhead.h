@@ -3,11 +3,11 @@
 
 #pragma once
 
+#include "base/TurnedWork.h"
 #include "base/Units.h"
 #include "files/ByteBuffer.h"
 
 #include <QObject>
-#include <QTimer>
 
 #include <memory>
 
@@ -33,7 +33,6 @@ public:
     void giveUp();
 
 private:
-    void turn();
     bool isStillShared() const;
     bool copyPiece();
     void take();
@@ -42,5 +41,5 @@ private:
     QByteArray shared_;
     QByteArray copy_;
     qsizetype copied_ = 0;
-    QTimer turns_;
+    TurnedWork work_;
 };
