@@ -1,12 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "app/ProgramArguments.h"
-#include "app/TerminationSignals.h"
 #include "app/VelmWindow.h"
-#include "app/WorkspaceEntry.h"
-#include "app/WorkspaceHold.h"
-#include "app/WorkspaceLock.h"
 #include "base/FileDescriptor.h"
 #include "base/Log.h"
 #include "base/Result.h"
@@ -15,6 +10,11 @@
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "start/ProgramArguments.h"
+#include "start/TerminationSignals.h"
+#include "start/WorkspaceEntry.h"
+#include "start/WorkspaceHold.h"
+#include "start/WorkspaceLock.h"
 #include "widgets/Icons.h"
 
 #include <QApplication>

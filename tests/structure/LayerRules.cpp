@@ -37,8 +37,10 @@ const QMap<QString, QStringList> &arrows() {
         {QStringLiteral("blocks"), words("base files image formats widgets")},
         {QStringLiteral("views"),
          words("base files settings language tool widgets grid devices control")},
-        {QStringLiteral("app"), words("base files settings image formats language tool widgets "
-                                      "grid devices control imageviews exchange blocks views")},
+        {QStringLiteral("start"), words("base files settings")},
+        {QStringLiteral("app"),
+         words("base files settings image formats language tool widgets "
+               "grid devices control imageviews exchange blocks views start")},
     };
     return map;
 }

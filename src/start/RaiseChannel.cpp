@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "app/RaiseChannel.h"
+#include "start/RaiseChannel.h"
 
 #include <QLocalSocket>
 #include <QUrl>

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "app/WorkspaceHold.h"
+#include "start/WorkspaceHold.h"
 
-#include "app/RaiseChannel.h"
-#include "app/WorkspaceLock.h"
 #include "settings/FilePaths.h"
+#include "start/RaiseChannel.h"
+#include "start/WorkspaceLock.h"
 
 WorkspaceHold::WorkspaceHold(WorkspaceLock &lock, const SettingsStore &settings)
     : lock_(lock), settings_(settings) {}

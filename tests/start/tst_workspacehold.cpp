@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "app/RaiseChannel.h"
-#include "app/WorkspaceHold.h"
-#include "app/WorkspaceLock.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "start/RaiseChannel.h"
+#include "start/WorkspaceHold.h"
+#include "start/WorkspaceLock.h"
 
 #include "support/FileHelpers.h"
 

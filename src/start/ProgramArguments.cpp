@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "app/ProgramArguments.h"
+#include "start/ProgramArguments.h"
 
 #include "settings/FilePaths.h"
 

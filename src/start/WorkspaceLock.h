@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "app/RaiseAddress.h"
 #include "base/FileDescriptor.h"
 #include "base/Result.h"
+#include "start/RaiseAddress.h"
 
 #include <QString>
 

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "app/RaiseChannel.h"
-#include "app/TerminationSignals.h"
-#include "app/WorkspaceEntry.h"
-#include "app/WorkspaceLock.h"
+#include "start/RaiseChannel.h"
+#include "start/TerminationSignals.h"
+#include "start/WorkspaceEntry.h"
+#include "start/WorkspaceLock.h"
 
 #include "support/FileHelpers.h"
 #include "support/Privileges.h"

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "app/RaiseAddress.h"
+#include "start/RaiseAddress.h"
 
 #include <QLocalServer>
 #include <QObject>

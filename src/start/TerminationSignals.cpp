@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "app/TerminationSignals.h"
+#include "start/TerminationSignals.h"
 
 #include "base/PipeEnds.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "app/WorkspaceLock.h"
+#include "start/WorkspaceLock.h"
 
 #include "support/FailingCalls.h"
 

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "app/WorkspaceEntry.h"
+#include "start/WorkspaceEntry.h"
 
-#include "app/RaiseChannel.h"
-#include "app/WorkspaceLock.h"
+#include "start/RaiseChannel.h"
+#include "start/WorkspaceLock.h"
 
 #include <QDeadlineTimer>
 
