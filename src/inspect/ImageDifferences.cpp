@@ -138,14 +138,28 @@ std::optional<qint64> ImageDifferencesReader::next(QByteArrayView one, QByteArra
     return std::nullopt;
 }
 
+// No place crosses the begin of differing blocks that follow each other up to \a end; it is \a end
+// itself if the block before that is the same.
+qint64 ImageDifferencesReader::beginOfDiffering(qint64 end) const {
+    qint64 begin = end;
+    while (begin > 0 && differing_[size_t((begin - 1) / blockSize_)])
+        begin = (begin - 1) / blockSize_ * blockSize_;
+    return begin;
+}
+
 std::optional<qint64> ImageDifferencesReader::previous(QByteArrayView one, QByteArrayView other,
                                                        qint64 offset) const {
     if (common(one, other) != found_.compared)
         return std::nullopt;
     qint64 end = std::clamp<qint64>(offset, 0, found_.compared);
-    while (end > 0 && !differing_[size_t((end - 1) / blockSize_)])
-        end = (end - 1) / blockSize_ * blockSize_;
-    return previousDifference(one, other, end);
+    while (end > 0) {
+        const qint64 begin = beginOfDiffering(end);
+        const auto place = previousDifference(one.sliced(begin), other.sliced(begin), end - begin);
+        if (place)
+            return begin + *place;
+        end = std::min(begin, (end - 1) / blockSize_ * blockSize_);
+    }
+    return std::nullopt;
 }
 
 std::optional<qint64> nextDifference(QByteArrayView one, QByteArrayView other, qint64 offset) {

@@ -42,6 +42,8 @@ public:
     std::optional<qint64> previous(QByteArrayView one, QByteArrayView other, qint64 offset) const;
 
 private:
+    qint64 beginOfDiffering(qint64 end) const;
+
     ImageDifferences found_;
     qint64 blockSize_ = 0;
     std::vector<bool> differing_;
