@@ -18,15 +18,12 @@ public:
         if (!QFileInfo::exists(situation.path))
             return tr("The data to burn are in no file: %1 is missing.").arg(path);
         const Failure *failure = situation.written.failure();
-        if (failure && QFileInfo(situation.path).size() == 0)
+        const QFileInfo file(situation.path);
+        if (failure && file.isFile() && file.size() == 0)
             return tr("%1 is empty: the data to burn could not be written there (%2).")
                 .arg(path, failure->reason);
-        if (failure && !QFileInfo(situation.path).isFile())
-            return tr("%1 is no file: the data to burn could not be written there (%2).")
-                .arg(path, failure->reason);
         if (failure)
-            return tr("%1 holds an older image: the data to burn could not be written there "
-                      "(%2).")
+            return tr("%1 does not hold the data to burn, which could not be written there (%2).")
                 .arg(path, failure->reason);
         if (const Failure *unread = situation.holdsImage.failure())
             return tr("%1 could not be read, and may not hold the data to burn (%2).")

@@ -82,6 +82,10 @@ BurnSituation BurnFile::situation(Operation operation) const {
 void BurnFile::writeAgain() {
     write();
     const Result<bool> holds = workspace_.outputFileHolds(image_);
-    if (holds && *holds)
+    if (const Failure *unread = holds.failure())
+        messages_.sayTrouble(
+            Topic::ImageFile,
+            tr("It is not known what the image file holds: %1").arg(unread->reason));
+    else if (*holds)
         messages_.say(Topic::ImageFile, tr("The image file holds the data to burn again."));
 }

@@ -153,8 +153,9 @@ void TestWindowBurn::folderAtThePath_isNoOlderImage() {
     QVERIFY2(velm.message().contains(QStringLiteral("could not be written to %1: ").arg(path)),
              qPrintable(velm.message()));
     velm.click(velm.controls().btn_write);
-    QVERIFY2(velm.message().contains(path + QStringLiteral(" is no file: the data to burn")),
-             qPrintable(velm.message()));
+    QVERIFY2(
+        velm.message().contains(path + QStringLiteral(" does not hold the data to burn, which")),
+        qPrintable(velm.message()));
 }
 
 void TestWindowBurn::olderImage_thatNobodyCanRemoveIsAskedAbout() {
@@ -171,8 +172,8 @@ void TestWindowBurn::olderImage_thatNobodyCanRemoveIsAskedAbout() {
         QVERIFY2(velm.message().contains(u"which still holds an older image"),
                  qPrintable(velm.message()));
         velm.click(velm.controls().btn_write);
-        QVERIFY2(velm.message().contains(u"holds an older image: the data to burn "
-                                         "could not be written there"),
+        QVERIFY2(velm.message().contains(u"does not hold the data to burn, which could not be "
+                                         "written there"),
                  qPrintable(velm.message()));
         QVERIFY(!QFile::exists(chip(velm)));
     }
