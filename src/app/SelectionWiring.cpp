@@ -102,7 +102,7 @@ QAction *addSelectRange(QMenu &edit, MainWindow &window) {
                         [&window] { showSelectRange(window); });
 }
 
-/// Not the view's own menu of actions, which would be exec()ed.
+/// Not the view's own menu of actions, whose exec() would hold up the end of a run.
 void popUpMenu(GridView &grid, const QPoint &at) {
     auto *menu = new QMenu(&grid);
     menu->addActions(grid.actions());

@@ -16,7 +16,7 @@ inline constexpr std::chrono::milliseconds turnOfWork{8};
 /// The most bytes that are looked at in a turn where no clock is asked: some milliseconds' work.
 inline constexpr qsizetype maxBytesInTurn = 4 * mebibyte;
 
-/// How much text is read or written between two looks at the clock.
+/// How much text is read, or how many bytes are written as text, between two looks at the clock.
 inline constexpr qsizetype textInStep = 32 * kibibyte;
 
 /// How many bytes are moved between two looks at the clock.

@@ -12,7 +12,8 @@
 
 namespace {
 
-/// The run of \a record wrote the file, or made it. The clock of file systems may be a tick behind.
+/// The file was written since the run of \a record began. The clock of file systems may be a tick
+/// behind.
 bool isWrittenBy(const RunRecord &record, const std::optional<FileStamp> &stamp) {
     constexpr std::chrono::milliseconds tick(20);
     const std::chrono::milliseconds begun(record.startedAt.toMSecsSinceEpoch());

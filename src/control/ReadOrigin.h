@@ -30,7 +30,7 @@ public:
     /// The Read that brought \a bytes; nothing if they are of one that failed, or of none.
     std::optional<GoodRead> of(const ByteBuffer &bytes) const;
     /// The device whose Read the newest bytes are of, be it one that failed; empty if there are
-    /// none.
+    /// none, or if no Read is known to have brought them.
     const QString &device() const { return device_; }
 
 private:

@@ -34,7 +34,7 @@ public:
     struct File {
         QString path;
         ByteBuffer bytes; ///< not null
-        /// The file's before they were read.
+        /// Of the file before its bytes were read.
         std::optional<FileStamp> stamp;
     };
 

@@ -23,8 +23,8 @@ public:
     /// Watches the file at the absolute \a path, as it is at this moment, instead of any other. An
     /// empty path, or one without a file, watches nothing.
     void watch(const QString &path);
-    /// Watches it as it was when it had the stamp \a opened, if it had one; that it is another by
-    /// now is told soon.
+    /// Watches it from the state with the stamp \a opened on: a change since then is told soon.
+    /// Without a stamp nothing is watched.
     void watch(const QString &path, const std::optional<FileStamp> &opened);
     /// The watched file; empty if there is none.
     QString path() const { return path_; }

@@ -47,5 +47,5 @@ private:
     qsizetype length_ = 0;
     qsizetype skipped_ = 0; ///< units of the first chunk that are gone
     bool trimmed_ = false;
-    std::deque<ConsoleChunk> chunks_; ///< all but the last are packed
+    std::deque<ConsoleChunk> chunks_; ///< pack() was called for all but the last
 };

@@ -20,7 +20,7 @@ QAction *addMenuEntry(QMenu &menu, const QString &text, const QKeySequence &keys
     return entry;
 }
 
-/// Shows \a menu at \a at, on the whole screen, until something is chosen; then it is gone. Unlike
+/// Shows \a menu at \a at, in coordinates of the screen; it is deleted once it closes. Unlike
 /// QMenu::exec() it lets a run that ends meanwhile end.
 inline void popUp(QMenu *menu, const QPoint &at) {
     menu->setAttribute(Qt::WA_DeleteOnClose);
