@@ -11,13 +11,8 @@
 #include "image/ImageComposition.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "tool/ScriptedMiniPro.h"
 #include "widgets/ConsoleView.h"
-
-namespace {
-
-constexpr qsizetype expectedRuns = 10;
-
-} // namespace
 
 AppDelegate::AppDelegate(const Surroundings &surroundings)
     : with_(surroundings),
@@ -41,7 +36,7 @@ AppDelegate::AppDelegate(const Surroundings &surroundings)
 
 void AppDelegate::applicationDidFinishLaunching() {
     state_.retainArray = {};
-    state_.retainArray.reserve(expectedRuns);
+    state_.retainArray.reserve(ScriptedMiniPro::expectedRuns);
     with_.defaults.registerDefaults(settingsKeys::startupDefaults());
     clear_temp_files(this);
     load_opened_binary();

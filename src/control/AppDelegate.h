@@ -24,6 +24,7 @@
 #include "image/DisplayText.h"
 #include "image/ImageRevisions.h"
 #include "image/TemporaryWorkspace.h"
+#include "language/LogicReport.h"
 #include "language/RunRecord.h"
 
 #include <QMainWindow>
@@ -135,7 +136,7 @@ public:
     /// Decodes display_data into strData.
     void loadStrData(QObject *sender);
     /// The same strings in the same order, less the empty ones.
-    QStringList trimEmptyStrings(const QStringList &strings) const;
+    QStringList trimEmptyStrings(const QStringList &all) const { return ::trimEmptyStrings(all); }
     /// The hexadecimal digit for \a value; empty from 16 on.
     QString hexDigitFor(quint16 value) const { return ::hexDigitFor(value); }
     /// The digits of \a value as hexDigitFor() gives them for its upper part and for what is left.

@@ -9,7 +9,6 @@
 #include "grid/CellEdit.h"
 #include "grid/GridColumns.h"
 #include "grid/GridView.h"
-#include "language/LogicReport.h"
 #include "widgets/TabView.h"
 
 #include <QLabel>
@@ -48,10 +47,6 @@ void AppDelegate::showAnew() {
 
 void AppDelegate::loadStrData(QObject *) {
     state_.strData = DisplayText(state_.display_data);
-}
-
-QStringList AppDelegate::trimEmptyStrings(const QStringList &strings) const {
-    return ::trimEmptyStrings(strings);
 }
 
 ShownContent AppDelegate::shownContent() const {

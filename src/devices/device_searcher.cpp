@@ -29,8 +29,6 @@ void haveOneSelection(const DeviceListView &list, DeviceListView &other) {
                      });
 }
 
-constexpr qsizetype expectedRuns = 10;
-
 } // namespace
 
 device_searcher::device_searcher(SettingsStore &settings, ToolTrust &toolTrust, Log &log,
@@ -43,7 +41,7 @@ device_searcher::device_searcher(SettingsStore &settings, ToolTrust &toolTrust, 
       beep_(std::move(beep)),
       work_(work),
       search_(settings, toolTrust, work) {
-    retainArray.reserve(expectedRuns);
+    retainArray.reserve(ScriptedMiniPro::expectedRuns);
     connect(&search_, &DeviceSearch::runningChanged, this, &device_searcher::searchRunningChanged);
     connect(&search_, &DeviceSearch::remark, this, &device_searcher::show);
 }

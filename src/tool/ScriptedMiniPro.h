@@ -38,6 +38,9 @@ class ScriptedMiniPro final : public QObject {
     Q_OBJECT
 
 public:
+    /// How many runs whoever keeps them makes room for at first.
+    static constexpr qsizetype expectedRuns = 10;
+
     /// The most of a run's output that is collected, in characters: 4 MiB of memory, many times
     /// what the tool ever has to say.
     static constexpr qsizetype largestCollected = 4 * mebibyte / qsizetype(sizeof(QChar));
