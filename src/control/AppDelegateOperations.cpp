@@ -45,8 +45,9 @@ bool AppDelegate::go(QObject *sender, RunPress press) {
     with_.work.begin(Work::Running);
     with_.messages.happened(Event::RunBegan);
     currentRun_ = run;
-    RunRecord record =
-        carryOut(*run, ToolSettings::readFrom(with_.defaults), burn, imageRevision());
+    const ToolSettings settings = ToolSettings::readFrom(with_.defaults);
+    readOrigin_.expect(settings.readPath);
+    RunRecord record = carryOut(*run, settings, burn, imageRevision());
     currentRun_ = nullptr;
     if (tag == ReadOperation)
         takeReadData(record);

@@ -7,31 +7,23 @@
 #include "files/FileStamp.h"
 #include "language/RunRecord.h"
 
-#include <chrono>
 #include <utility>
 
-namespace {
-
-/// The file was written since the run of \a record began. The clock of file systems may be a tick
-/// behind.
-bool isWrittenBy(const RunRecord &record, const std::optional<FileStamp> &stamp) {
-    constexpr std::chrono::milliseconds tick(20);
-    const std::chrono::milliseconds begun(record.startedAt.toMSecsSinceEpoch());
-    return stamp && stamp->written >= begun - tick;
+void ReadOrigin::expect(const QString &path) {
+    markBefore_ = FileStamp::text(FileStamp::of(path));
 }
-
-} // namespace
 
 // Bytes that look alike need not be of the same chip: only a file that a failed Read has not
 // touched holds those of the Read before. One that it has not touched either, and that is not known
 // from before, as at another path, may be of any chip.
 void ReadOrigin::take(const RunRecord &record, const ReadFile &file, bool isWhole) {
     bytes_ = file.bytes ? *file.bytes : nullptr;
-    const std::optional<FileStamp> stamp = FileStamp::of(file.path);
-    const QString before = std::exchange(fileMark_, FileStamp::text(stamp));
-    if (!isWhole && fileMark_ == before)
+    const QString mark = FileStamp::text(FileStamp::of(file.path));
+    const QString ofBytesBefore = std::exchange(fileMark_, mark);
+    const bool isWritten = mark != markBefore_;
+    if (!isWhole && !isWritten && mark == ofBytesBefore)
         return;
-    const bool isOfThisRead = file.length() > 0 && (isWhole || isWrittenBy(record, stamp));
+    const bool isOfThisRead = file.length() > 0 && (isWhole || isWritten);
     device_ = isOfThisRead ? record.device : QString();
     endedAt_ = isWhole ? record.endedAt : QDateTime();
 }

@@ -24,7 +24,10 @@ public:
         QDateTime endedAt;
     };
 
-    /// The Read of \a record has left \a file; \a isWhole says whether it brought all of it.
+    /// A run begins, which writes the file at \a path if it is a Read.
+    void expect(const QString &path);
+    /// It was the Read of \a record and has left \a file; \a isWhole says whether it brought all
+    /// of it.
     void take(const RunRecord &record, const ReadFile &file, bool isWhole);
 
     /// The Read that brought \a bytes; nothing if they are of one that failed, or of none.
@@ -35,7 +38,8 @@ public:
 
 private:
     std::weak_ptr<QByteArray> bytes_;
-    QString fileMark_; ///< of the file that they were loaded from
+    QString fileMark_;   ///< of the file that they were loaded from
+    QString markBefore_; ///< of the file that a Read was to write
     QString device_;
     QDateTime endedAt_; ///< null if the Read failed
 };
