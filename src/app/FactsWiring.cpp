@@ -31,13 +31,14 @@ QString originOfRead(const ByteBuffer &bytes, const ReadOrigin &origin) {
     return read ? readOriginWords(read->device, read->endedAt, QDate::currentDate()) : QString();
 }
 
-/// Nothing has been written since the last Read that brought its data.
+/// Nothing has been written since the last Read, and that brought its data. After one that failed
+/// another chip may be in the socket.
 bool nothingWrittenSinceRead(const QList<RunRecord> &runs) {
     for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
-        if (run->operation == ReadOperation && run->outcome.endedWell())
-            return true;
-        if (run->operation == WriteOperation &&
-            run->outcome.verdict != RunOutcome::Verdict::NotStarted)
+        const bool hasBegun = run->outcome.verdict != RunOutcome::Verdict::NotStarted;
+        if (run->operation == ReadOperation && hasBegun)
+            return run->outcome.endedWell();
+        if (run->operation == WriteOperation && hasBegun)
             return false;
     }
     return false;
