@@ -8,9 +8,29 @@
 #include <QChar>
 #include <QList>
 
+#include <algorithm>
+
 namespace {
 
-/// Nothing is seen of it where it stands in a text, or it changes the order of others.
+struct CharacterRange {
+    char32_t first, last;
+};
+
+/// What Unicode lets a program draw as nothing (Default_Ignorable_Code_Point) though its category
+/// is that of letters and marks; and a pattern of Braille without dots.
+constexpr CharacterRange emptyOnes[] = {
+    {0x034f, 0x034f}, {0x115f, 0x1160}, {0x17b4, 0x17b5}, {0x180b, 0x180f},   {0x2800, 0x2800},
+    {0x3164, 0x3164}, {0xfe00, 0xfe0f}, {0xffa0, 0xffa0}, {0xe0100, 0xe01ef},
+};
+
+bool isEmptyOne(char32_t character) {
+    return std::ranges::any_of(emptyOnes, [character](const CharacterRange &range) {
+        return range.first <= character && character <= range.last;
+    });
+}
+
+/// Nothing is seen of it where it stands in a text, it looks like a space and is another character,
+/// or it changes the order of others.
 bool isUnseen(char32_t character) {
     switch (QChar::category(character)) {
     case QChar::Other_Control:
@@ -20,8 +40,10 @@ bool isUnseen(char32_t character) {
     case QChar::Separator_Line:
     case QChar::Separator_Paragraph:
         return true;
+    case QChar::Separator_Space:
+        return character != U' ';
     default:
-        return false;
+        return isEmptyOne(character);
     }
 }
 

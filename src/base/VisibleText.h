@@ -6,8 +6,9 @@
 #include <QString>
 #include <QStringView>
 
-/// \a character as it is; or if nothing is seen of it where it stands in a text, or it changes the
-/// order of others, as an escape: "\x1b", "\u202e", "\U000e0001".
+/// \a character as it is; or if nothing is seen of it where it stands in a text, it looks like a
+/// space and is another, or it changes the order of others, as an escape: "\x1b", "\u202e",
+/// "\U000e0001".
 QString visibleCharacter(char32_t character);
 
 /// The whole of \a text in such characters: it looks like what it says.

@@ -36,6 +36,11 @@ void TestShownName::name_isShownAs_data() {
     row("soft hyphen", QString(QChar(0xad)), "\\xad");
     row("from right to left", QStringLiteral("A\u202eB\u2066C"), "A\\u202eB\\u2066C");
     row("no width", QStringLiteral("A\u200bB\ufeff"), "A\\u200bB\\ufeff");
+    row("a variation", QStringLiteral("A\ufe0fB\U000e0100"), "A\\ufe0fB\\U000e0100");
+    row("a filler", QStringLiteral("A\u3164B\u1160C\uffa0"), "A\\u3164B\\u1160C\\uffa0");
+    row("joined", QStringLiteral("A\u034fB\u180bC"), "A\\u034fB\\u180bC");
+    row("blanks", QStringLiteral("A B\u00a0C\u3000D\u2800"), "A B\\xa0C\\u3000D\\u2800");
+    row("marks that are seen", QStringLiteral("e\u0301"), "e\u0301");
     row("a tag", QStringLiteral("A\U000e0041"), "A\\U000e0041");
     row("no character", QString(QChar(0xffff)), "\\uffff");
 }
