@@ -88,6 +88,7 @@ private:
     void read(const Paste &paste);
     void takeText(const PastedText &text);
     void forgetText();
+    void sayNoMemory();
     bool refusesToPaste(quint64 revision);
     Result<void, QString> mayPaste(quint64 revision);
     void offerCharacters(const Paste &paste, const PasteTrouble &trouble);

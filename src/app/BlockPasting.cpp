@@ -46,7 +46,7 @@ void BlockActions::paste(PastedText::As as) {
                                   tr("Put the cursor on the first byte to paste over."));
     const std::optional<QString> text = clipboardText();
     if (!text)
-        return forgetText();
+        return sayNoMemory();
     if (text->isEmpty())
         return with_.messages.say(Topic::BlockRefused, tr("There is no text on the clipboard."));
     read({*text, as, *place, with_.delegate.imageRevision()});
@@ -93,6 +93,10 @@ Result<void, QString> BlockActions::mayPaste(quint64 revision) {
 void BlockActions::forgetText() {
     with_.messages.happened(Event::ClipboardRead);
     paste_ = {};
+    sayNoMemory();
+}
+
+void BlockActions::sayNoMemory() {
     with_.messages.say(Topic::BlockRefused,
                        tr("There is not enough memory for what is on the clipboard."));
 }

@@ -33,6 +33,7 @@ private slots:
     void inAField_theKeyPastesThere();
     void longText_leavesTheWindowAlive();
     void longTextWithoutMemory_isNotPasted();
+    void longTextWithoutMemory_leavesTheReadingBefore();
     void imageThatChangesMeanwhile_isLeftAlone();
     void entryThatIsOpenMeanwhile_countsAsAChange();
     void entryThatIsOpen_endsTheOfferToLengthen();
@@ -59,6 +60,20 @@ void beginLongPaste(WindowFixture &velm) {
     copy(QStringLiteral("61 ").repeated(longCount));
     menuEntry(velm, QStringLiteral("Pas&te"))->trigger();
     QTRY_COMPARE(velm.message(), QStringLiteral("Reading the clipboard\u2026"));
+}
+
+constexpr QStringView noMemory = u"not enough memory for what is on the clipboard";
+
+/// Pastes what another program offers, which is decoded when it is asked for.
+void pasteWithoutMemory(WindowFixture &velm) {
+    auto *offered = new QMimeData;
+    offered->setData(QStringLiteral("text/plain;charset=utf-8"), QByteArray(64 << 20, '6'));
+    QGuiApplication::clipboard()->setMimeData(offered);
+    {
+        const AddressSpaceLimit limit(rlim_t(16) << 20);
+        paste(velm);
+    }
+    QGuiApplication::clipboard()->clear();
 }
 
 /// Types \a text into the cell of the byte at \a offset, and does not end the entry.
@@ -303,24 +318,25 @@ void TestWindowPaste::longText_leavesTheWindowAlive() {
     QCOMPARE(imageAndFile(velm), QByteArray(count, 'a'));
 }
 
-// What another program offers is decoded when it is asked for.
 void TestWindowPaste::longTextWithoutMemory_isNotPasted() {
     if (!AddressSpaceLimit::works())
         QSKIP("the sanitizer needs the address space");
     WindowFixture velm;
     showTwentyBytes(velm);
     selectBytes(velm, 0, 1);
-    auto *offered = new QMimeData;
-    offered->setData(QStringLiteral("text/plain;charset=utf-8"), QByteArray(64 << 20, '6'));
-    QGuiApplication::clipboard()->setMimeData(offered);
-    {
-        const AddressSpaceLimit limit(rlim_t(16) << 20);
-        paste(velm);
-    }
-    QVERIFY2(velm.message().contains(u"not enough memory for what is on the clipboard"),
-             qPrintable(velm.message()));
+    pasteWithoutMemory(velm);
+    QVERIFY2(velm.message().contains(noMemory), qPrintable(velm.message()));
     QCOMPARE(*velm.state().output_data, QByteArray("0123456789ABCDEFGHIJ"));
-    QGuiApplication::clipboard()->clear();
+}
+
+void TestWindowPaste::longTextWithoutMemory_leavesTheReadingBefore() {
+    if (!AddressSpaceLimit::works())
+        QSKIP("the sanitizer needs the address space");
+    WindowFixture velm;
+    beginLongPaste(velm);
+    pasteWithoutMemory(velm);
+    QVERIFY2(velm.message().contains(noMemory), qPrintable(velm.message()));
+    QTRY_COMPARE(imageAndFile(velm), QByteArray(longCount, 'a'));
 }
 
 void TestWindowPaste::imageThatChangesMeanwhile_isLeftAlone() {
