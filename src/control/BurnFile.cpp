@@ -42,7 +42,7 @@ QString BurnFile::unwrittenWords(const QString &path) const {
     if (!file.exists() || (file.isFile() && file.size() == 0))
         return tr("The data to burn could not be written to %1, so nothing is left to burn: %2");
     if (file.isFile() && workspace_.mayUse())
-        return tr("The data to burn could not be written to %1, which still holds an older image: "
+        return tr("The data to burn could not be written to %1, which still holds something else: "
                   "%2");
     return tr("The data to burn could not be written to %1: %2");
 }
