@@ -71,8 +71,7 @@ void ChipInquiry::followWork(Work now) {
 // A tool may have been replaced by one that knows more devices. Until it answers, what it said last
 // stands.
 void ChipInquiry::lookAfterRun() {
-    const DeviceAnswer *answer = answers_.object(subject());
-    if (!answer || !std::holds_alternative<NoSuchDevice>(*answer))
+    if (!std::holds_alternative<NoSuchDevice>(known_))
         return lookAnew();
     answers_.remove(subject());
     settling_.start();

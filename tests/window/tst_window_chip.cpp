@@ -277,8 +277,10 @@ void TestWindowChip::toolThatComesToKnowTheDevice_isAskedAfterARun() {
     QTRY_COMPARE(facts(velm), unknownDevice);
     QVERIFY(QFile::remove(velm.path(QStringLiteral("minipro"))));
     program(velm, QStringLiteral("minipro"), "exec " + simulator.toUtf8() + " \"$@\"\n");
-    velm.click(velm.controls().btn_read);
-    QCOMPARE(facts(velm), unknownDevice);
+    for (int run = 0; run < 2; ++run) {
+        velm.click(velm.controls().btn_read);
+        QCOMPARE(facts(velm), unknownDevice);
+    }
     QTRY_COMPARE(facts(velm), bytesIn(65536, QStringLiteral("DIP28")));
 }
 
