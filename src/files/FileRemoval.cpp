@@ -3,9 +3,13 @@
 
 #include "files/FileRemoval.h"
 
+#include "base/FileDescriptor.h"
+#include "files/FileOwnership.h"
+#include "files/FileSaving.h"
 #include "files/SystemName.h"
 
 #include <cerrno>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -23,4 +27,26 @@ Result<void> removeFile(const QString &path) {
     if (::unlink(name->constData()) != 0)
         return Failure::ofSystem(errno);
     return {};
+}
+
+// Non-blocking, because opening a FIFO would wait for a reader.
+Result<void> emptyFile(const QString &path) {
+    const Result<QByteArray> name = systemName(path);
+    if (const Failure *failure = name.failure())
+        return *failure;
+    const FileDescriptor file(::open(name->constData(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+    if (file.isOpen() && !isRegular(file))
+        return notRegularFile();
+    if (!file.isOpen() || ::ftruncate(file.get(), 0) != 0)
+        return Failure::ofSystem(errno);
+    return {};
+}
+
+Result<void> clearFile(const QString &path) {
+    const bool isForeign = !isNoForeignLink(path);
+    const QString file = isForeign ? path : behindLinks(path);
+    const Result<void> removed = removeFile(file);
+    if (removed || removed.failure()->systemError == ENOENT)
+        return {};
+    return isForeign ? removed : emptyFile(file);
 }

@@ -25,15 +25,6 @@
 
 namespace {
 
-/// In a folder that may not be changed the old image cannot be removed, but it can be emptied. A
-/// link of the user's leads to where they want the image to be, and stays.
-void removeOldImage(const QString &path) {
-    const bool isForeign = !isNoForeignLink(path);
-    const QString image = isForeign ? path : behindLinks(path);
-    if (!removeFile(image) && !isForeign && QFileInfo(image).isFile())
-        QFile::resize(image, 0);
-}
-
 /// Through a link of somebody else's the image would replace a file that nobody meant.
 Result<void> save(const QString &path, const ByteBuffer &image) {
     if (!image)
@@ -79,7 +70,7 @@ Result<void> TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer
     if (!lastWrite_)
         log_.write(QStringLiteral("error writing to temp file"));
     if (!lastWrite_ && ours)
-        removeOldImage(path);
+        std::ignore = clearFile(path);
     const std::optional<FileStamp> stamp = FileStamp::of(path);
     written_ = lastWrite_ && stamp ? std::optional(Written{path, *stamp}) : std::nullopt;
     return lastWrite_;

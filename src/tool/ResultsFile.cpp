@@ -41,13 +41,6 @@ Result<FileDescriptor> openForAppending(const QString &path) {
     return file;
 }
 
-/// In a folder that may not be changed the file itself may be.
-bool emptyFile(const QString &path) {
-    const FileDescriptor file(
-        ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
-    return file.isOpen() && isRegular(file) && ::ftruncate(file.get(), 0) == 0;
-}
-
 } // namespace
 
 Result<void> appendToResultsFile(const QString &path, QByteArrayView bytes, Log &log) {
@@ -72,7 +65,7 @@ Result<void> prepareResultsFile(const QString &path, Log &log) {
               path);
     if (!isNoForeignLink(path))
         return foreignLink();
-    return removed || emptyFile(path) ? Result<void>() : removed;
+    return removed ? removed : emptyFile(path);
 }
 
 void ReportKeeper::begin(const QString &path, Log &log) {
