@@ -21,7 +21,6 @@
 #include <QFileInfo>
 
 #include <chrono>
-#include <tuple>
 #include <utility>
 
 namespace {
@@ -87,19 +86,19 @@ DeviceSearch::Found DeviceSearch::run(ScriptedMiniPro &run, const QString &term)
     connect(&run, &ScriptedMiniPro::said, this, &DeviceSearch::remarkOnWords);
     say(tr("Searching\u2026"));
     emit runningChanged(true);
-    removeResults();
+    const Result<void> cleared = clearResults();
     run.list(term);
     silence_.stop();
     current_ = nullptr;
     work_.end();
     emit runningChanged(false);
-    return takeResults(run);
+    return takeResults(run, cleared);
 }
 
 // The shell may never come to open the file, and what an earlier search found would be taken for
 // what this one did.
-void DeviceSearch::removeResults() const {
-    std::ignore = removeFile(resolvedPathOf(defaults_, settingsKeys::temp_search_results_file));
+Result<void> DeviceSearch::clearResults() const {
+    return clearFile(resolvedPathOf(defaults_, settingsKeys::temp_search_results_file));
 }
 
 void DeviceSearch::stop() {
@@ -130,9 +129,11 @@ void DeviceSearch::remarkOnSilence() {
     outputSeen_ = run->printed();
 }
 
-DeviceSearch::Found DeviceSearch::takeResults(const ScriptedMiniPro &run) const {
+DeviceSearch::Found DeviceSearch::takeResults(const ScriptedMiniPro &run,
+                                              const Result<void> &cleared) const {
     const QString path = resolvedPathOf(defaults_, settingsKeys::temp_search_results_file);
-    const Result<DeviceListing> listing = loadListing(path);
+    const Result<DeviceListing> listing =
+        cleared ? loadListing(path) : Result<DeviceListing>(*cleared.failure());
     SearchFacts facts{run.facts()};
     facts.run.programmers = pluggedProgrammers();
     if (const Failure *failure = listing.failure())

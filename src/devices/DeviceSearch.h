@@ -57,8 +57,8 @@ signals:
 private:
     void say(const QString &sentence);
     bool asksFirst(const QString &term);
-    void removeResults() const;
-    Found takeResults(const ScriptedMiniPro &run) const;
+    Result<void> clearResults() const;
+    Found takeResults(const ScriptedMiniPro &run, const Result<void> &cleared) const;
     void remarkOnWords();
     void remarkOnSilence();
 

@@ -1,9 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
+#include "support/Privileges.h"
 #include "window/SearchSteps.h"
 
+#include <QFile>
+#include <QFileInfo>
+
+#include <sys/stat.h>
 #include <sys/statvfs.h>
 
 namespace {
@@ -28,6 +34,9 @@ private slots:
     void list_thatLooksCutOnAFullDisk_data();
     void list_thatLooksCutOnAFullDisk();
     void folderOfAnotherWindow_isNotSearchedThrough();
+    void earlierList_inAFolderThatMayNotBeChanged_data();
+    void earlierList_inAFolderThatMayNotBeChanged();
+    void earlierList_behindALinkOfTheUsers();
 };
 
 void TestWindowSearchDisk::list_thatLooksCutOnAFullDisk_data() {
@@ -78,6 +87,52 @@ void TestWindowSearchDisk::folderOfAnotherWindow_isNotSearchedThrough() {
     velm.folderIsAnothers = false;
     panel.searchFor(QStringLiteral("w27"));
     QCOMPARE(panel.remark->text(), QStringLiteral("1 device found."));
+}
+
+void TestWindowSearchDisk::earlierList_inAFolderThatMayNotBeChanged_data() {
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QString>("remark");
+    QTest::newRow("it is emptied") << 0666 << QStringLiteral("was not started");
+    QTest::newRow("it stays and is not shown") << 0444 << QStringLiteral("was not started");
+}
+
+// The list of an earlier search must not pass for that of one that never came to the tool.
+void TestWindowSearchDisk::earlierList_inAFolderThatMayNotBeChanged() {
+    QFETCH(int, mode);
+    QFETCH(QString, remark);
+    WindowFixture velm;
+    velm.useTool("echo A\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("x"));
+    QCOMPARE(panel.names(), QStringList(QStringLiteral("A")));
+    const QString list = resolvedPathOf(velm.settings(), settingsKeys::temp_search_results_file);
+    ::chmod(QFile::encodeName(velm.path({})).constData(), 0777);
+    ::chmod(QFile::encodeName(velm.temporary({})).constData(), 0555);
+    ::chmod(QFile::encodeName(list).constData(), mode_t(mode));
+    {
+        const UnprivilegedUser nobody;
+        QVERIFY(nobody.isValid());
+        qputenv("SHELL", "/nowhere/sh");
+        panel.searchFor(QStringLiteral("x"));
+    }
+    QCOMPARE(panel.names(), QStringList());
+    QVERIFY2(panel.remark->text().contains(remark), qPrintable(panel.remark->text()));
+    QVERIFY(QFile::exists(list));
+}
+
+void TestWindowSearchDisk::earlierList_behindALinkOfTheUsers() {
+    WindowFixture velm;
+    velm.useTool("echo A\n");
+    velm.start();
+    const Panel panel(velm);
+    const QString list = resolvedPathOf(velm.settings(), settingsKeys::temp_search_results_file);
+    const QString place = velm.path(QStringLiteral("place"));
+    QVERIFY(QFile::link(place, list));
+    panel.searchFor(QStringLiteral("x"));
+    QCOMPARE(panel.names(), QStringList(QStringLiteral("A")));
+    QCOMPARE(QFileInfo(list).symLinkTarget(), place);
+    QCOMPARE(WindowFixture::bytesOf(place), QByteArray("A\n"));
 }
 
 QTEST_MAIN(TestWindowSearchDisk)
