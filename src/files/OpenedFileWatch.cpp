@@ -9,8 +9,8 @@
 
 namespace {
 
-/// How long nothing must have happened: whoever is told may read the whole file, which is in vain
-/// while somebody writes it.
+/// How long nothing must have happened to the file: whoever is told may read it whole, which is in
+/// vain while somebody writes it.
 constexpr std::chrono::milliseconds quiet(200);
 
 } // namespace
