@@ -29,7 +29,7 @@ oracle_packages=(srecord python3-intelhex binutils)
 # shellcheck disable=SC2034
 check_packages=(
     clang-format-14 clang-tidy-14 shellcheck desktop-file-utils appstream
-    man-db dpkg-dev fakeroot file valgrind
+    man-db dpkg-dev fakeroot file valgrind mold
 )
 # The compiler and the libraries that make fuzzers.
 # shellcheck disable=SC2034
