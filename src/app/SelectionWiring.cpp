@@ -10,6 +10,7 @@
 #include "grid/GridModel.h"
 #include "grid/GridSelection.h"
 #include "imageviews/SelectRangeWindow.h"
+#include "widgets/ConsoleView.h"
 #include "widgets/MenuEntry.h"
 #include "widgets/TabView.h"
 #include "widgets/WindowFront.h"
@@ -28,6 +29,10 @@ class SelectionWording {
     Q_DECLARE_TR_FUNCTIONS(SelectionWiring)
 };
 
+void sayMemoryLacked(Messages &messages) {
+    messages.say(Topic::Copy, SelectionWording::tr("There is not enough memory to copy so much."));
+}
+
 void sayWhatIsRefused(GridView &grid, Messages &messages) {
     const auto say = [&messages](const QString &sentence, qint64 count, qint64 max) {
         messages.say(Topic::Copy, sentence.arg(grouped(count), grouped(max)));
@@ -42,10 +47,8 @@ void sayWhatIsRefused(GridView &grid, Messages &messages) {
                 "%1 bytes are too many to copy: at most %2 can be copied at a time."),
             bytes, GridCopying::largest);
     });
-    QObject::connect(&grid.copying(), &GridCopying::memoryLacked, &grid, [&messages] {
-        messages.say(Topic::Copy,
-                     SelectionWording::tr("There is not enough memory to copy so much."));
-    });
+    QObject::connect(&grid.copying(), &GridCopying::memoryLacked, &grid,
+                     [&messages] { sayMemoryLacked(messages); });
 }
 
 /// The grid that has the keyboard, else that of the tab.
@@ -141,6 +144,8 @@ void wireSelection(MainWindow &window, Messages &messages) {
                                  selected();
                          });
     }
+    QObject::connect(c.textView, &ConsoleView::memoryLacked, c.textView,
+                     [&messages] { sayMemoryLacked(messages); });
     QObject::connect(c.tableview->selectionModel(), &QItemSelectionModel::selectionChanged,
                      c.tableview, selected);
     // A selection that goes with its rows says nothing, be it for another content or because an

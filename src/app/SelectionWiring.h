@@ -8,7 +8,8 @@ class Messages;
 class QMenu;
 
 /// Has a block that is selected in the grids of \a window end when another tab is shown, and
-/// \a messages say what is too much to copy. \a messages must live as long as \a window.
+/// \a messages say what is too much to copy, from the console too. \a messages must live as long as
+/// \a window.
 void wireSelection(MainWindow &window, Messages &messages);
 
 /// Adds the entries that select and copy bytes to \a edit and to menus of the grids of \a window,

@@ -10,6 +10,22 @@
 
 #include <QFileInfo>
 
+#include <cerrno>
+#include <new>
+
+namespace {
+
+/// What \a make gives, unless there is not enough memory for it.
+Result<QByteArray> madeBy(const std::function<QByteArray()> &make) {
+    try {
+        return make();
+    } catch (const std::bad_alloc &) {
+        return Failure::ofSystem(ENOMEM);
+    }
+}
+
+} // namespace
+
 UserFiles::UserFiles(const Surroundings &surroundings)
     : panels_(surroundings.panels),
       memory_(surroundings.memory),
@@ -100,7 +116,7 @@ void UserFiles::saveDocument(QWidget *window, const Document &document) {
     request.extensions = {document.extension};
     ask(window, PanelPurpose::Save, request,
         [this, bytes = document.bytes, saved = document.saved](const QString &path) {
-            if (write(path, bytes()))
+            if (write(path, madeBy(bytes)))
                 saved();
         });
 }
@@ -133,8 +149,8 @@ void UserFiles::write(const QString &path, const Image &image) {
         image.saved(bytes);
 }
 
-bool UserFiles::write(const QString &path, const QByteArray &bytes) {
-    const Result<void> saved = saveWholeFile(path, bytes);
+bool UserFiles::write(const QString &path, const Result<QByteArray> &bytes) {
+    const Result<void> saved = bytes ? saveWholeFile(path, *bytes) : Result<void>(*bytes.failure());
     if (const Failure *failure = saved.failure())
         failed(path, tr("%1 could not be written: %2").arg(path, failure->reason));
     else

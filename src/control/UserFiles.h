@@ -135,7 +135,7 @@ private:
     void ask(QWidget *window, PanelPurpose purpose, FilePanelRequest request,
              const std::function<void(const QString &path)> &chosen);
     void write(const QString &path, const Image &image);
-    bool write(const QString &path, const QByteArray &bytes);
+    bool write(const QString &path, const Result<QByteArray> &bytes);
     void writeSet(const QString &name, const Set &set, const QStringList &replaceable);
     void failed(const QString &path, const QString &sentence);
 

@@ -21,6 +21,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <memory>
+#include <new>
 #include <utility>
 
 namespace {
@@ -179,7 +181,11 @@ int ConsoleView::heightFor(int lines) const {
 }
 
 void ConsoleView::copyAll() {
-    QGuiApplication::clipboard()->setText(storage_.text());
+    try {
+        QGuiApplication::clipboard()->setText(storage_.text());
+    } catch (const std::bad_alloc &) {
+        emit memoryLacked();
+    }
 }
 
 // Brings the view up to date, or nearer to it, and opens the time in which what comes next is
@@ -310,8 +316,13 @@ void ConsoleView::contextMenuEvent(QContextMenuEvent *event) {
     popUp(menu, event->globalPos());
 }
 
+// Where text is selected by the mouse, the toolkit asks for it unasked.
 QMimeData *ConsoleView::createMimeDataFromSelection() const {
-    auto *copied = new QMimeData;
-    copied->setText(withLineFeeds(textCursor().selectedText()));
-    return copied;
+    auto copied = std::make_unique<QMimeData>();
+    try {
+        copied->setText(withLineFeeds(textCursor().selectedText()));
+    } catch (const std::bad_alloc &) {
+        emit memoryLacked();
+    }
+    return copied.release();
 }

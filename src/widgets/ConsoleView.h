@@ -45,7 +45,7 @@ public:
     void showRun(qsizetype number);
     /// Empties storage and view.
     void clearAll();
-    /// Puts the whole stored text, exactly as it came, on the clipboard.
+    /// Puts the whole stored text, exactly as it came, on the clipboard; see memoryLacked().
     void copyAll();
 
     /// The stored text, exactly as it came.
@@ -78,6 +78,8 @@ signals:
     void shortened();
     /// Everything was taken away.
     void cleared();
+    /// Nothing was copied: there is not enough memory for the text.
+    void memoryLacked() const;
 
 protected:
     void changeEvent(QEvent *event) override;
