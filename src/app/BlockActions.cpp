@@ -13,6 +13,7 @@
 #include "control/UserFiles.h"
 #include "files/ByteBuffer.h"
 #include "files/FileLoading.h"
+#include "files/FileStamp.h"
 #include "grid/GridSteps.h"
 #include "grid/GridView.h"
 #include "grid/ShownTab.h"
@@ -164,6 +165,7 @@ void BlockActions::insertFile() {
 void BlockActions::loadFile(const QString &path) {
     if (refuses())
         return;
+    const std::optional<FileStamp> stamp = FileStamp::of(path);
     const auto loaded = loadWholeFile(path);
     if (const Failure *failure = loaded.failure())
         return with_.messages.say(Topic::BlockRefused,
@@ -172,7 +174,7 @@ void BlockActions::loadFile(const QString &path) {
     if (insertWindow_)
         insertWindow_->close();
     insertWindow_ =
-        new InsertFileWindow({path, *loaded}, placeForBytes(), imageSize(), &with_.window);
+        new InsertFileWindow({path, *loaded, stamp}, placeForBytes(), imageSize(), &with_.window);
     connect(insertWindow_, &InsertFileWindow::chosen, this, &BlockActions::insert);
     connect(&with_.delegate, &AppDelegate::imageToBurnChanged, insertWindow_,
             [this, window = insertWindow_.data()] { window->setImageSize(imageSize()); });

@@ -84,10 +84,17 @@ void InsertFileWindow::showState() {
     controls_->insertButton->setEnabled(bool(now));
 }
 
-// Assistive technology reaches a button that is off all the same.
+// Assistive technology reaches a button that is off all the same. Of a file that has gone these
+// bytes may be all that is left.
 void InsertFileWindow::insert() {
-    if (const WantedOrNot now = wanted())
-        emit chosen(now->change);
+    const WantedOrNot now = wanted();
+    if (!now)
+        return;
+    const std::optional<FileStamp> onDisk = FileStamp::of(file_.path);
+    if (onDisk && onDisk != file_.stamp)
+        return showProblem(tr("%1 has been written since it was read here: choose it again.")
+                               .arg(QFileInfo(file_.path).fileName()));
+    emit chosen(now->change);
 }
 
 void InsertFileWindow::showProblem(const QString &sentence) {

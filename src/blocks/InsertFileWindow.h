@@ -5,6 +5,7 @@
 
 #include "base/Result.h"
 #include "files/ByteBuffer.h"
+#include "files/FileStamp.h"
 #include "image/BlockChange.h"
 
 #include <QDialog>
@@ -27,7 +28,8 @@ public:
     /// A file to insert.
     struct File {
         QString path;
-        ByteBuffer bytes; ///< not null
+        ByteBuffer bytes;               ///< not null
+        std::optional<FileStamp> stamp; ///< of the file when they were read
     };
 
     /// Into an image of \a imageSize bytes; \a offset is offered, if there is one, and addresses

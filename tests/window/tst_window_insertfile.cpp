@@ -22,6 +22,8 @@ private slots:
     void intoAnEmptyImage_bytesAreMovedIn();
     void textOfRecords_isPointedOut();
     void fileThatCannotBeRead_isSaid();
+    void fileThatIsWrittenMeanwhile_isNotInserted();
+    void fileThatGoesMeanwhile_isInserted();
     void cancelledPanel_changesNothing();
     void refusalOfAnotherTab_isSaidInTheWindow();
     void everyControl_hasANameAndATip();
@@ -189,6 +191,33 @@ void TestWindowInsertFile::intoAnEmptyImage_bytesAreMovedIn() {
     QCOMPARE(imageAndFile(velm), QByteArray("abc"));
     velm.delegate().edits().undo();
     QCOMPARE(imageAndFile(velm), QByteArray(""));
+}
+
+void TestWindowInsertFile::fileThatIsWrittenMeanwhile_isNotInserted() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    selectBytes(velm, 0, 1);
+    InsertFileWindow *window = openInsertion(velm, "ab");
+    QVERIFY(window);
+    velm.write(QStringLiteral("part.bin"), "newer");
+    press(velm, *window);
+    QCOMPARE(window->controls().result->text(),
+             QStringLiteral("part.bin has been written since it was read here: choose it again."));
+    QCOMPARE(imageAndFile(velm), QByteArray("0123456789ABCDEFGHIJ"));
+    window = openInsertion(velm, "newer");
+    press(velm, *window);
+    QCOMPARE(imageAndFile(velm), QByteArray("newer56789ABCDEFGHIJ"));
+}
+
+void TestWindowInsertFile::fileThatGoesMeanwhile_isInserted() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    selectBytes(velm, 0, 1);
+    InsertFileWindow *window = openInsertion(velm, "ab");
+    QVERIFY(window);
+    QVERIFY(QFile::remove(velm.path(QStringLiteral("part.bin"))));
+    press(velm, *window);
+    QCOMPARE(imageAndFile(velm), QByteArray("ab23456789ABCDEFGHIJ"));
 }
 
 void TestWindowInsertFile::textOfRecords_isPointedOut() {
