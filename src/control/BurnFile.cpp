@@ -48,20 +48,23 @@ QString BurnFile::unwrittenWords(const QString &path) const {
 }
 
 void BurnFile::sayIfShared() {
-    const QString folder = workspace_.sharedFolder();
-    if (!folder.isEmpty())
+    const QString folders = workspace_.sharedFolders().join(QStringLiteral(", "));
+    if (!folders.isEmpty())
         messages_.say(Topic::SharedFolder,
-                      tr("Others may put files into %1, through which the images go.")
-                          .arg(QDir::toNativeSeparators(folder)));
+                      tr("Others may put files into %1, through which chips are read and written.")
+                          .arg(QDir::toNativeSeparators(folders)));
 }
 
 // A path that has come to name another file gets the image at once, or a Write would burn what
 // happens to lie there.
 void BurnFile::followPath(const QString &key) {
-    if (key != settingsKeys::temp_output_file || !written_ || gate_.isClosed())
+    if (!isTemporaryFile(key) || !written_ || gate_.isClosed())
         return;
-    messages_.happened(Event::ImageMoved);
-    write();
+    messages_.happened(Event::FileMoved);
+    if (key == settingsKeys::temp_output_file) {
+        messages_.happened(Event::ImageMoved);
+        write();
+    }
     sayIfShared();
 }
 

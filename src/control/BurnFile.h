@@ -27,8 +27,8 @@ public:
     void write();
     /// The same after an edit of the bytes of \a changed alone.
     void write(ByteRange changed);
-    /// Says so if others may change the file. To be called at the start; a file at another path is
-    /// looked at by itself.
+    /// Says so if others may change one of the files that the tool is given or writes. To be called
+    /// at the start; a file at another path is looked at by itself.
     void sayIfShared();
     /// What \a operation would be about if it began now, without its command; of an image only for
     /// Write and Verify.

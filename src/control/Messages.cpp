@@ -46,7 +46,7 @@ constexpr std::array rules = {
     // Whether the image is the one composed last.
     Rule{Topic::Composition, information, problem, followed},
     Rule{Topic::Workspace, problem, problem, {Event::ImageWritten}},
-    Rule{Topic::SharedFolder, warning, warning, {Event::ImageMoved}},
+    Rule{Topic::SharedFolder, warning, warning, {Event::FileMoved}},
     Rule{Topic::ImageFile,
          information,
          problem,

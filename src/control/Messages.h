@@ -17,7 +17,7 @@ enum class Topic {
     NothingToBurn,   ///< no data to save, for want of an image
     Composition,     ///< how the image came out
     Workspace,       ///< the file of the image to burn could not be written
-    SharedFolder,    ///< others may write where that file is
+    SharedFolder,    ///< others may write where the files are that the tool is given or writes
     ImageFile,       ///< that file was written again
     Binary,          ///< the opened binary: how it reads, or that it does not
     OpenedFile,      ///< the opened binary is another file by now
@@ -56,6 +56,7 @@ enum class Event {
     ImageHasBytes,     ///< there are data to burn
     ImageWritten,      ///< its file holds the image, or there is none
     ImageMoved,        ///< the image has another file
+    FileMoved,         ///< one of the four files that the tool is given or writes is another
     BinaryLoading,     ///< the opened binary is about to be read
     BinaryOnDisk,      ///< the file of the opened binary holds its bytes, as it did not before
     ImportAsked,       ///< a file is to be imported

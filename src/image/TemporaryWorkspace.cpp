@@ -99,9 +99,10 @@ Result<bool> TemporaryWorkspace::outputFileHolds(const ByteBuffer &output_data) 
     return output_data ? fileHolds(path, *output_data) : !QFileInfo::exists(path);
 }
 
-QString TemporaryWorkspace::sharedFolder() const {
-    const QString folder = temporaryFolder(settings_);
-    return othersMayWriteInto(folder) ? folder : QString();
+QStringList TemporaryWorkspace::sharedFolders() const {
+    QStringList folders = temporaryFolders(settings_);
+    folders.removeIf([](const QString &folder) { return !othersMayWriteInto(folder); });
+    return folders;
 }
 
 void TemporaryWorkspace::clear_temp_files() {

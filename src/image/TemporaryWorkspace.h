@@ -8,6 +8,8 @@
 #include "files/FileStamp.h"
 #include "files/FolderGuard.h"
 
+#include <QStringList>
+
 #include <optional>
 
 class Log;
@@ -45,8 +47,9 @@ public:
     /// Whether the temporary folder is this program's, or why nothing in it may be changed.
     Result<void> mayUse() const { return mayUse_(); }
 
-    /// The temporary folder, if others than the user may put files into it; empty else.
-    QString sharedFolder() const;
+    /// The folders of the files that the tool is given or writes, each once, into which others than
+    /// the user may put files.
+    QStringList sharedFolders() const;
 
     /// Deletes the output, read and search results files of an earlier run, and in silence those of
     /// other memories beside the read file, if the temporary folder exists and is this program's.

@@ -41,6 +41,12 @@ QString xdgFolder(const char *variable, const QString &below) {
     return QDir::isAbsolutePath(folder) ? withoutTrailingSeparators(folder) : homeFolder() + below;
 }
 
+QStringList temporaryFiles() {
+    return {settingsKeys::temp_output_file, settingsKeys::temp_read_from_chip_file,
+            settingsKeys::temp_search_results_file,
+            settingsKeys::temp_logic_chip_test_results_file};
+}
+
 } // namespace
 
 // A bare service environment has no HOME.
@@ -91,4 +97,17 @@ QString absolutePathOf(const SettingsStore &settings, const QString &key) {
 
 QString temporaryFolder(const SettingsStore &settings) {
     return withoutLastComponent(resolvedPathOf(settings, settingsKeys::temp_output_file));
+}
+
+bool isTemporaryFile(const QString &key) {
+    return temporaryFiles().contains(key);
+}
+
+QStringList temporaryFolders(const SettingsStore &settings) {
+    QStringList folders;
+    for (const QString &key : temporaryFiles())
+        folders << withoutLastComponent(resolvedPathOf(settings, key));
+    folders.removeAll(QString());
+    folders.removeDuplicates();
+    return folders;
 }

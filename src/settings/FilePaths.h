@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class SettingsStore;
 
@@ -39,3 +40,8 @@ QString absolutePathOf(const SettingsStore &settings, const QString &key);
 
 /// The folder of the temporary files: resolvedPathOf(temp_output_file) less its last component.
 QString temporaryFolder(const SettingsStore &settings);
+
+/// True if \a key names one of the four files that the program shares with the tool.
+bool isTemporaryFile(const QString &key);
+/// The folders of those files, each once, that of temp_output_file first.
+QStringList temporaryFolders(const SettingsStore &settings);

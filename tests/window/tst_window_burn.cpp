@@ -346,6 +346,16 @@ void TestWindowBurn::sharedFolder_isSaidOfTheFolderInUse() {
     QVERIFY2(velm.message().contains(sentence), qPrintable(velm.message()));
     velm.settings().setValue(settingsKeys::temp_output_file, own);
     QVERIFY2(!velm.message().contains(sentence), qPrintable(velm.message()));
+    // What lies there becomes the data read from a chip, or the list of devices.
+    for (const QString &key :
+         {settingsKeys::temp_read_from_chip_file, settingsKeys::temp_search_results_file,
+          settingsKeys::temp_logic_chip_test_results_file}) {
+        const QString before = velm.settings().stringValue(key);
+        velm.settings().setValue(key, velm.path(QStringLiteral("shared/file")));
+        QVERIFY2(velm.message().contains(sentence), qPrintable(velm.message()));
+        velm.settings().setValue(key, before);
+        QVERIFY2(!velm.message().contains(sentence), qPrintable(velm.message()));
+    }
 }
 
 void TestWindowBurn::oddDevice_isAskedAboutFirst_data() {
