@@ -80,13 +80,21 @@ void SettingsStore::registerDefaults(const QVariantMap &defaults) {
 }
 
 bool SettingsStore::setValue(const QString &key, const QVariant &value) {
+    return setValues({{key, value}});
+}
+
+bool SettingsStore::setValues(const QVariantMap &values) {
+    const QStringList keys = values.keys();
     if (!mayChange()) {
-        emit changeRefused(key);
+        for (const QString &key : keys)
+            emit changeRefused(key);
         return false;
     }
-    unsaved_.insert(key, storedValue::encoded(value));
+    for (auto value = values.begin(); value != values.end(); ++value)
+        unsaved_.insert(value.key(), storedValue::encoded(value.value()));
     save();
-    emit valueSet(key);
+    for (const QString &key : keys)
+        emit valueSet(key);
     announceChanges();
     return true;
 }

@@ -54,6 +54,9 @@ public:
     /// same way. False, with nothing changed and changeRefused() emitted, while values may not
     /// change.
     bool setValue(const QString &key, const QVariant &value);
+    /// The same for all of \a values (key to value) at once: one act of the user waits only once,
+    /// and no end of the program comes between two of them.
+    bool setValues(const QVariantMap &values);
 
     /// Lets \a mayChange say at each setValue() whether values may change now; without it they
     /// always may. It must be callable until it is replaced.

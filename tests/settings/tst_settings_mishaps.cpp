@@ -44,6 +44,7 @@ private slots:
     void oneCallFails();
     void killedAtAnyCall_data();
     void killedAtAnyCall();
+    void killedAtAnyCall_leavesAllValuesSetAtOnceOrNone();
     void damagedFile_isKeptWhateverHappens_data();
     void damagedFile_isKeptWhateverHappens();
     void oneCallFailsAtADamagedFile();
@@ -155,6 +156,25 @@ void TestSettingsMishaps::killedAtAnyCall() {
         QVERIFY2(found.contains(foundLater()), qPrintable(number + foundLater()));
         QVERIFY2(!QFile::exists(path() + QStringLiteral(".damaged")), qPrintable(number));
     }
+}
+
+void TestSettingsMishaps::killedAtAnyCall_leavesAllValuesSetAtOnceOrNone() {
+    const QByteArray before = "[General]\npad_00=false\npad_ff=true\n";
+    const QByteArray after = "[General]\npad_00=true\npad_ff=false\n";
+    bool struck = true;
+    for (int call = 1; struck; ++call) {
+        init();
+        QVERIFY(writeWholeFile(path(), before));
+        {
+            const FailingCalls killing(call, FailingCalls::Mishap::Kills, EIO);
+            SettingsStore store(path());
+            store.setValues({{pad_ff, false}, {pad_00, true}});
+            struck = killing.hasStruck();
+        }
+        const QByteArray left = readWholeFile(path());
+        QVERIFY2(left == before || left == after, left);
+    }
+    QCOMPARE(readWholeFile(path()), after);
 }
 
 void TestSettingsMishaps::damagedFile_isKeptWhateverHappens_data() {

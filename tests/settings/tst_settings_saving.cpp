@@ -39,6 +39,7 @@ private slots:
     void lockFilesLeftBehind_areNotWaitedFor_data();
     void lockFilesLeftBehind_areNotWaitedFor();
     void otherProgramThatHoldsTheFile_isWaitedForBriefly();
+    void valuesSetAtOnce_areWaitedForOnce();
     void storesAtOnce_keepEachOthersChanges();
     void changeThatCouldNotBeSaved_isSavedAtTheEnd();
     void moreThanAFileMayHold_isNotSaved();
@@ -230,6 +231,27 @@ void TestSettingsSaving::otherProgramThatHoldsTheFile_isWaitedForBriefly() {
     store.setValue(skipErase, true);
     QCOMPARE(problems.size(), 1);
     QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\npad=true\nskipErase=true\n"));
+}
+
+void TestSettingsSaving::valuesSetAtOnce_areWaitedForOnce() {
+    QVERIFY(writeWholeFile(path(), "[General]\npad_ff=true\n"));
+    SettingsStore store(path());
+    QStringList changes;
+    connect(&store, &SettingsStore::valueChanged, &store, [&](const QString &key) {
+        changes << key + u' ' + store.stringValue(pad_00) + u' ' + store.stringValue(pad_ff);
+    });
+    {
+        const auto lock = FileLock::take(path(), std::chrono::seconds(0));
+        QVERIFY(bool(lock));
+        const double before = millisecondsSlept();
+        QVERIFY(store.setValues({{pad_ff, false}, {pad_00, true}}));
+        QVERIFY(millisecondsSlept() - before <= 100);
+    }
+    QCOMPARE(changes, QStringList({QStringLiteral("pad_00 true false"),
+                                   QStringLiteral("pad_ff true false")}));
+    QVERIFY(store.setValues({{device, QStringLiteral("A")}, {pad, true}}));
+    QCOMPARE(readWholeFile(path()),
+             QByteArray("[General]\ndevice=A\npad=true\npad_00=true\npad_ff=false\n"));
 }
 
 void TestSettingsSaving::storesAtOnce_keepEachOthersChanges() {

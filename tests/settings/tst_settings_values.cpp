@@ -222,6 +222,9 @@ void TestSettingsValues::guard_refusesEveryChange() {
     QCOMPARE(SettingsStore(path()).stringValue(device), QStringLiteral("27C64"));
     QCOMPARE(changed.size(), 0);
     QCOMPARE(refused, QList<QList<QVariant>>({{device}}));
+    QVERIFY(!store.setValues({{device, QStringLiteral("27C128")}, {pad, true}}));
+    QCOMPARE(refused, QList<QList<QVariant>>({{device}, {device}, {pad}}));
+    QCOMPARE(store.stringValue(device), QStringLiteral("27C64"));
     mayChange = true;
     QVERIFY(store.setValue(device, QStringLiteral("27C128")));
     QCOMPARE(store.stringValue(device), QStringLiteral("27C128"));
