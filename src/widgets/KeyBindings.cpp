@@ -114,26 +114,19 @@ RadioPairBinding::RadioPairBinding(SettingsStore &settings, const Side &first, c
 
 void RadioPairBinding::showStored(const QString &key) {
     const bool ours = key == first_.key || key == second_.key;
-    if (!ours || writing_ || !first_.button || !second_.button)
+    if (!ours || !first_.button || !second_.button)
         return;
     const QScopedValueRollback guard(showing_, true);
     const Side &on = settings_.boolValue(second_.key) ? second_ : first_;
     on.button->setChecked(true);
 }
 
-// The button that goes off signals first. Both keys are written when the other one comes on, so
-// that no action sees a state in between in the store.
+// The button that goes off signals first. Both keys are written when the other one comes on, and at
+// once, so that nobody ever finds a state in between.
 void RadioPairBinding::takeState(const Side &side, bool on) {
     if (showing_ || !on)
         return;
     const Side &other = &side == &first_ ? second_ : first_;
-    bool stored = false;
-    {
-        const QScopedValueRollback guard(writing_, true);
-        stored = settings_.setValue(other.key, false) && settings_.setValue(side.key, true);
-    }
-    if (!stored)
-        showStored(side.key);
-    else if (send_)
+    if (settings_.setValues({{other.key, false}, {side.key, true}}) && send_)
         send_(side.button);
 }

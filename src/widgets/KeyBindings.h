@@ -89,5 +89,4 @@ private:
     Side second_;
     TextBinding::Send send_;
     bool showing_ = false;
-    bool writing_ = false; ///< between the two writes of a change, the store has both or neither on
 };

@@ -34,6 +34,7 @@ private slots:
     void radioPair_shows_data();
     void radioPair_shows();
     void radioPair_sendsOnceWithBothKeysStored();
+    void radioPair_isOneChange();
     void radioPair_changedFromTheStoreSendsNothing();
     void radioPair_leavesOtherButtonsAlone();
     void binding_outlivesItsControl();
@@ -330,6 +331,20 @@ void TestKeyBinder::radioPair_sendsOnceWithBothKeysStored() {
     doAccessibly(&pair.ones, QAccessibleActionInterface::toggleAction());
     QCOMPARE(bench.sent, QStringList({QStringLiteral("zeros 0 1"), QStringLiteral("ones 1 0")}));
     QCOMPARE(pair.state(), QStringLiteral("ones"));
+}
+
+// A kill between two changes would leave both keys on or none, and each would be waited for.
+void TestKeyBinder::radioPair_isOneChange() {
+    Bench bench;
+    bench.store.registerDefaults({{onKey, true}, {zeroKey, false}});
+    Pair pair(bench);
+    QStringList found;
+    connect(&bench.store, &SettingsStore::valueSet, &bench.store, [&] {
+        const SettingsStore file(bench.store.filePath());
+        found << file.stringValue(onKey) + u' ' + file.stringValue(zeroKey);
+    });
+    pair.zeros.click();
+    QCOMPARE(found, QStringList({QStringLiteral("false true"), QStringLiteral("false true")}));
 }
 
 void TestKeyBinder::radioPair_changedFromTheStoreSendsNothing() {

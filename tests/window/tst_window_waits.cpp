@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "files/FileLock.h"
+#include "settings/SettingsKeys.h"
+#include "support/FailingCalls.h"
+#include "window/WindowFixture.h"
+
+#include <functional>
+
+/// Another program that holds the files holds the window up for a tenth of a second at most,
+/// however many values one act of the user changes.
+class TestWindowWaits : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void radioButton();
+
+private:
+    /// Does \a act, which writes something, while another program holds what the window writes.
+    void actWaitsBriefly(const std::function<void()> &act) const;
+
+    std::unique_ptr<WindowFixture> velm_;
+};
+
+namespace {
+
+constexpr double longestMilliseconds = 100;
+
+} // namespace
+
+void TestWindowWaits::init() {
+    velm_ = std::make_unique<WindowFixture>();
+}
+
+void TestWindowWaits::actWaitsBriefly(const std::function<void()> &act) const {
+    const auto settings = FileLock::take(velm_->path(QStringLiteral("velm.conf")), {});
+    const auto memory = FileLock::take(velm_->path(QStringLiteral("state.conf")), {});
+    const double before = millisecondsSlept();
+    act();
+    const double wait = millisecondsSlept() - before;
+    QVERIFY(settings && memory);
+    QVERIFY2(wait > 0 && wait <= longestMilliseconds, qPrintable(QString::number(wait)));
+}
+
+void TestWindowWaits::radioButton() {
+    velm_->start();
+    actWaitsBriefly([&] { velm_->click(velm_->controls().btn_pad_00); });
+    QVERIFY(velm_->settings().boolValue(settingsKeys::pad_00));
+    QVERIFY(!velm_->settings().boolValue(settingsKeys::pad_ff));
+}
+
+QTEST_MAIN(TestWindowWaits)
+#include "tst_window_waits.moc"
