@@ -23,13 +23,13 @@
 struct NextStepButtons::Maker {
     Messages::Action operator()(const nextSteps::PadTo &pad) const {
         const QString size = QString::number(pad.kibibytes);
-        return {tr("Pad to %1 KiB").arg(size), [with = with, size] {
-                    if (with.gate.refusesElseCommits())
-                        return;
-                    with.settings.setValue(settingsKeys::pad_to, size);
-                    with.settings.setValue(settingsKeys::pad, true);
-                    with.delegate.build_and_reload();
-                }};
+        return {
+            tr("Pad to %1 KiB").arg(size), [with = with, size] {
+                if (with.gate.refusesElseCommits())
+                    return;
+                with.settings.setValues({{settingsKeys::pad_to, size}, {settingsKeys::pad, true}});
+                with.delegate.build_and_reload();
+            }};
     }
 
     Messages::Action operator()(const nextSteps::RemoveWriteProtection &) const {

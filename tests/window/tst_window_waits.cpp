@@ -6,6 +6,8 @@
 #include "support/FailingCalls.h"
 #include "window/WindowFixture.h"
 
+#include <QPushButton>
+
 #include <functional>
 
 /// Another program that holds the files holds the window up for a tenth of a second at most,
@@ -16,8 +18,11 @@ class TestWindowWaits : public QObject {
 private slots:
     void init();
     void radioButton();
+    void paddingToTheChip();
 
 private:
+    /// The button beside the messages.
+    QPushButton *offer() const;
     /// Does \a act, which writes something, while another program holds what the window writes.
     void actWaitsBriefly(const std::function<void()> &act) const;
 
@@ -32,6 +37,10 @@ constexpr double longestMilliseconds = 100;
 
 void TestWindowWaits::init() {
     velm_ = std::make_unique<WindowFixture>();
+}
+
+QPushButton *TestWindowWaits::offer() const {
+    return velm_->controls().messageLine->findChild<QPushButton *>();
 }
 
 void TestWindowWaits::actWaitsBriefly(const std::function<void()> &act) const {
@@ -49,6 +58,18 @@ void TestWindowWaits::radioButton() {
     actWaitsBriefly([&] { velm_->click(velm_->controls().btn_pad_00); });
     QVERIFY(velm_->settings().boolValue(settingsKeys::pad_00));
     QVERIFY(!velm_->settings().boolValue(settingsKeys::pad_ff));
+}
+
+void TestWindowWaits::paddingToTheChip() {
+    velm_->useTool("echo 'Incorrect file size: 5 (needed 2048, use -s/S to ignore)' >&2; exit 1");
+    velm_->settings().setValue(settingsKeys::binary,
+                               velm_->write(QStringLiteral("rom.bin"), "bytes"));
+    velm_->start();
+    velm_->click(velm_->controls().btn_write);
+    QVERIFY2(offer(), qPrintable(velm_->message()));
+    actWaitsBriefly([&] { velm_->click(offer()); });
+    QVERIFY(velm_->settings().boolValue(settingsKeys::pad));
+    QCOMPARE(velm_->settings().stringValue(settingsKeys::pad_to), QStringLiteral("2"));
 }
 
 QTEST_MAIN(TestWindowWaits)
