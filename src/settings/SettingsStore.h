@@ -29,7 +29,7 @@ class SettingsStore final : public QObject {
 
 public:
     /// How long a change waits for another program and for the disk, which may follow.
-    static constexpr std::chrono::milliseconds patience{80};
+    static constexpr std::chrono::milliseconds patience{60};
 
     /// Opens (or, at the first write, creates) the INI file at the absolute \a filePath. With a
     /// file that cannot be read or is no INI text the store starts empty, as unreadFile() tells.

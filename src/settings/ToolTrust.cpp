@@ -9,8 +9,10 @@
 
 #include <chrono>
 
-// Where the tool is set both are written, and the window is held up for as long as both wait.
-static_assert(SettingsStore::patience + WindowMemory::patience <= std::chrono::milliseconds(100));
+// Nothing that changes a setting remembers more than choosing a tool does: the folder that it is
+// in, and that it is trusted. The window is held up for as long as all of it waits.
+static_assert(SettingsStore::patience + 2 * WindowMemory::patience <=
+              std::chrono::milliseconds(100));
 
 ToolTrust::ToolTrust(SettingsStore &settings, WindowMemory &memory)
     : memory_(memory), trusted_(memory.trustedTool()) {

@@ -19,6 +19,8 @@ private slots:
     void init();
     void radioButton();
     void paddingToTheChip();
+    void choosingATool();
+    void openingABinary();
 
 private:
     /// The button beside the messages.
@@ -70,6 +72,23 @@ void TestWindowWaits::paddingToTheChip() {
     actWaitsBriefly([&] { velm_->click(offer()); });
     QVERIFY(velm_->settings().boolValue(settingsKeys::pad));
     QCOMPARE(velm_->settings().stringValue(settingsKeys::pad_to), QStringLiteral("2"));
+}
+
+void TestWindowWaits::choosingATool() {
+    velm_->setTool(velm_->path(QStringLiteral("no such tool")));
+    velm_->start();
+    velm_->click(velm_->controls().btn_read);
+    QVERIFY2(offer(), qPrintable(velm_->message()));
+    velm_->panels.answer = QStringLiteral("/opt/minipro");
+    actWaitsBriefly([&] { velm_->click(offer()); });
+    QCOMPARE(velm_->settings().stringValue(settingsKeys::miniproLocation), velm_->panels.answer);
+}
+
+void TestWindowWaits::openingABinary() {
+    velm_->start();
+    velm_->panels.answer = velm_->write(QStringLiteral("rom.bin"), "bytes");
+    actWaitsBriefly([&] { velm_->click(velm_->controls().btn_open); });
+    QCOMPARE(velm_->settings().stringValue(settingsKeys::binary), velm_->panels.answer);
 }
 
 QTEST_MAIN(TestWindowWaits)
