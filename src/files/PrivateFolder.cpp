@@ -3,20 +3,44 @@
 
 #include "files/PrivateFolder.h"
 
+#include <QByteArray>
 #include <QFile>
+#include <QFileInfo>
 
-#include <filesystem>
-#include <system_error>
+#include <cerrno>
 
 #include <sys/stat.h>
 
+namespace {
+
+/// The system asks no umask where the folder above has an access list for new ones; what the mode
+/// leaves out, such a list cannot give.
+constexpr mode_t theOwnerAlone = 0700;
+
+bool isFolder(const QByteArray &name) {
+    struct stat facts = {};
+    return ::stat(name.constData(), &facts) == 0 && S_ISDIR(facts.st_mode);
+}
+
+Result<void> makeLast(const QByteArray &name) {
+    if (::mkdir(name.constData(), theOwnerAlone) == 0)
+        return {};
+    const int error = errno;
+    // Another program may have been faster.
+    if (isFolder(name))
+        return {};
+    return Failure::ofSystem(error == EEXIST ? ENOTDIR : error);
+}
+
+} // namespace
+
 Result<void> makePrivateFolder(const QString &path) {
-    constexpr mode_t allButTheOwner = 077;
-    const mode_t mask = ::umask(allButTheOwner);
-    std::error_code error;
-    std::filesystem::create_directories(QFile::encodeName(path).toStdString(), error);
-    ::umask(mask);
-    if (error)
-        return Failure::ofSystem(error.value());
-    return {};
+    const QByteArray name = QFile::encodeName(path);
+    if (isFolder(name))
+        return {};
+    const QString above = QFileInfo(path).path();
+    if (above != path)
+        if (const Result<void> made = makePrivateFolder(above); !made)
+            return made;
+    return makeLast(name);
 }

@@ -8,6 +8,6 @@
 #include <QString>
 
 /// Makes the folder at \a path, with those above it that are missing, for the user alone, whatever
-/// the umask allows: what is read from a chip may be nobody else's business. Folders that exist
-/// stay as they are.
+/// the umask or an access list of a folder above allows: what is read from a chip may be nobody
+/// else's business. Folders that exist stay as they are.
 Result<void> makePrivateFolder(const QString &path);

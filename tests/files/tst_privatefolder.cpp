@@ -5,17 +5,22 @@
 
 #include "base/Result.h"
 
+#include "support/FailingCalls.h"
+
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <sys/stat.h>
+#include <sys/xattr.h>
 
 class TestPrivateFolder : public QObject {
     Q_OBJECT
 
 private slots:
     void newFolders_areTheUsersAlone();
+    void newFolders_areOpenToNoAccessList();
+    void folderMadeMeanwhile_isTaken();
     void existingFolders_stayAsTheyAre();
     void whatCannotBeMade_isTold();
 };
@@ -27,6 +32,17 @@ mode_t permissionsOf(const QString &path) {
     return ::stat(QFile::encodeName(path).constData(), &facts) == 0 ? facts.st_mode & 0777U : 0U;
 }
 
+/// As the system keeps an access list: its version, then what, which rights and whose. The user,
+/// the one of number 12345 and the group may do everything, and all others may look.
+QByteArray accessList() {
+    return QByteArray::fromHex("02000000"
+                               "01000700ffffffff"
+                               "0200070039300000"
+                               "04000700ffffffff"
+                               "10000700ffffffff"
+                               "20000500ffffffff");
+}
+
 } // namespace
 
 void TestPrivateFolder::newFolders_areTheUsersAlone() {
@@ -36,6 +52,30 @@ void TestPrivateFolder::newFolders_areTheUsersAlone() {
     QCOMPARE(::umask(mask), mode_t(0)); // as it was
     for (const char *folder : {"a", "a/b", "a/b/c"})
         QCOMPARE(permissionsOf(home.filePath(QLatin1String(folder))), mode_t(0700));
+}
+
+void TestPrivateFolder::newFolders_areOpenToNoAccessList() {
+    const QTemporaryDir home;
+    const QByteArray list = accessList();
+    if (::setxattr(QFile::encodeName(home.path()).constData(), "system.posix_acl_default",
+                   list.constData(), size_t(list.size()), 0) != 0)
+        QSKIP("the file system has no access lists");
+    QVERIFY(makePrivateFolder(home.filePath(QStringLiteral("a/b"))));
+    // Where there is a list, what the group may do is the most that anybody in it may.
+    for (const char *folder : {"a", "a/b"})
+        QCOMPARE(permissionsOf(home.filePath(QLatin1String(folder))), mode_t(0700));
+}
+
+void TestPrivateFolder::folderMadeMeanwhile_isTaken() {
+    const QTemporaryDir home;
+    const QString folder = home.filePath(QStringLiteral("a/b"));
+    bool struck = true;
+    for (int call = 1; struck; ++call) {
+        QVERIFY(QDir(home.filePath(QStringLiteral("a"))).removeRecursively());
+        const FailingCalls meanwhile(call, [&] { QVERIFY(QDir().mkpath(folder)); });
+        QVERIFY(makePrivateFolder(folder));
+        struck = meanwhile.hasStruck();
+    }
 }
 
 void TestPrivateFolder::existingFolders_stayAsTheyAre() {
