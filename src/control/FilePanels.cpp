@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QSettings>
 
 #include <utility>
 
@@ -32,6 +33,13 @@ void prepare(QFileDialog &panel, const FilePanelRequest &request) {
         panel.selectFile(request.suggestedName);
 }
 
+/// With each panel that goes, the toolkit saves how it looked in a file of all its programs. It
+/// waits for whoever has locked that, half a minute for one that was killed on another machine.
+/// Where no folder can be it waits for nobody, and saves nothing.
+void keepToolkitFromSaving() {
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
+}
+
 /// What a file is called that is to be saved as \a path. A name without an ending gets the first of
 /// \a extensions, unless there is a file of that very name: the panel has asked about this one.
 QString withEnding(const QString &path, const QStringList &extensions) {
@@ -53,6 +61,9 @@ QString fileTypes::texts() {
 void DesktopFilePanels::begin(QWidget *parent, const FilePanelRequest &request,
                               std::function<void(const QString &path)> chosen) {
     auto *panel = new QFileDialog(parent, request.title);
+    keepToolkitFromSaving();
+    if (!look_.isEmpty())
+        panel->restoreState(look_);
     panel->setAttribute(Qt::WA_DeleteOnClose);
     panel->setWindowModality(Qt::WindowModal);
     prepare(*panel, request);
@@ -60,6 +71,8 @@ void DesktopFilePanels::begin(QWidget *parent, const FilePanelRequest &request,
                      [this, parent, request, chosen = std::move(chosen)](const QString &path) {
                          take(path, parent, request, chosen);
                      });
+    QObject::connect(panel, &QFileDialog::finished, panel,
+                     [this, panel] { look_ = panel->saveState(); });
     panel->open();
 }
 

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -47,7 +48,8 @@ public:
                        std::function<void(const QString &path)> chosen) = 0;
 };
 
-/// The file panels of the desktop.
+/// The file panels of the desktop. The first one looks as in other programs of the toolkit, each
+/// later one as the last one did; nothing of it is saved.
 class DesktopFilePanels final : public FilePanels {
 public:
     void begin(QWidget *parent, const FilePanelRequest &request,
@@ -56,4 +58,6 @@ public:
 private:
     void take(const QString &path, QWidget *parent, FilePanelRequest request,
               const std::function<void(const QString &path)> &chosen);
+
+    QByteArray look_; ///< of the last panel
 };

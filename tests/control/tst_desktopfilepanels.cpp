@@ -3,6 +3,7 @@
 
 #include "control/FilePanels.h"
 
+#include "support/FailingCalls.h"
 #include "support/FileHelpers.h"
 
 #include <QAbstractButton>
@@ -11,6 +12,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -27,6 +29,9 @@ private slots:
     void fileThatTheEndingMakes_isAskedAbout_data();
     void fileThatTheEndingMakes_isAskedAbout();
     void beginningOfSeveralNames_staysAsItIs();
+    void lockOfAllPrograms_isNotWaitedFor();
+    void lookOfOtherPrograms_isTaken();
+    void look_staysFromPanelToPanel();
 
 private:
     QString path(const QString &name) const { return folder_->filePath(name); }
@@ -34,16 +39,22 @@ private:
     /// Types \a name into the panel that is open and presses its button. A question is answered
     /// with \a answer; gives how many there were.
     int enter(const QString &name, QMessageBox::StandardButton answer = QMessageBox::NoButton);
+    /// Closes the panel that is open without a choice.
+    void cancel();
     QFileDialog *panel() const { return window_->findChild<QFileDialog *>(); }
 
     std::unique_ptr<QTemporaryDir> folder_;
+    std::unique_ptr<QTemporaryDir> configuration_; ///< where the toolkit's own settings are
     std::unique_ptr<QWidget> window_;
-    DesktopFilePanels panels_;
+    std::unique_ptr<DesktopFilePanels> panels_;
     QStringList chosen_;
 };
 
 void TestDesktopFilePanels::init() {
     folder_ = std::make_unique<QTemporaryDir>();
+    configuration_ = std::make_unique<QTemporaryDir>();
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, configuration_->path());
+    panels_ = std::make_unique<DesktopFilePanels>();
     window_ = std::make_unique<QWidget>();
     window_->show();
     chosen_.clear();
@@ -56,7 +67,7 @@ void TestDesktopFilePanels::begin(bool isWholeName) {
     request.typeName = QStringLiteral("Binary images");
     request.extensions = {QStringLiteral("bin"), QStringLiteral("rom")};
     request.isWholeName = isWholeName;
-    panels_.begin(window_.get(), request, [this](const QString &path) { chosen_ << path; });
+    panels_->begin(window_.get(), request, [this](const QString &path) { chosen_ << path; });
     QVERIFY(panel());
 }
 
@@ -76,6 +87,12 @@ int TestDesktopFilePanels::enter(const QString &name, QMessageBox::StandardButto
     panel()->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Save)->click();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return questions;
+}
+
+void TestDesktopFilePanels::cancel() {
+    panel()->reject();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(!panel());
 }
 
 void TestDesktopFilePanels::nameWithoutEnding_getsTheFirst() {
@@ -123,6 +140,41 @@ void TestDesktopFilePanels::beginningOfSeveralNames_staysAsItIs() {
     begin(false);
     QCOMPARE(enter(QStringLiteral("firmware")), 0);
     QCOMPARE(chosen_, QStringList(path(QStringLiteral("firmware"))));
+}
+
+// It may be that of a program that was killed, on another machine that has the same folders.
+void TestDesktopFilePanels::lockOfAllPrograms_isNotWaitedFor() {
+    const QString lock = configuration_->filePath(QStringLiteral("QtProject.conf.lock"));
+    QVERIFY(writeWholeFile(lock, "1\nvelm\nelsewhere\n\n\n"));
+    const double before = millisecondsSlept();
+    for (int panels = 0; panels < 2; ++panels) {
+        begin();
+        cancel();
+    }
+    QCOMPARE(millisecondsSlept() - before, 0.0);
+    QCOMPARE(QDir(configuration_->path()).entryList(QDir::Files),
+             QStringList(QStringLiteral("QtProject.conf.lock")));
+}
+
+void TestDesktopFilePanels::lookOfOtherPrograms_isTaken() {
+    const QString shared = configuration_->filePath(QStringLiteral("QtProject.conf"));
+    const QByteArray look = "[FileDialog]\nshortcuts=file:///opt\nsidebarWidth=90\nviewMode=List\n";
+    QVERIFY(writeWholeFile(shared, look));
+    begin();
+    QCOMPARE(panel()->viewMode(), QFileDialog::List);
+    QCOMPARE(panel()->sidebarUrls(), QList<QUrl>({QUrl(QStringLiteral("file:///opt"))}));
+    cancel();
+    QCOMPARE(readWholeFile(shared), look);
+}
+
+void TestDesktopFilePanels::look_staysFromPanelToPanel() {
+    begin();
+    QCOMPARE(panel()->viewMode(), QFileDialog::Detail);
+    panel()->setViewMode(QFileDialog::List);
+    cancel();
+    begin();
+    QCOMPARE(panel()->viewMode(), QFileDialog::List);
+    QCOMPARE(panel()->directory().path(), folder_->path());
 }
 
 QTEST_MAIN(TestDesktopFilePanels)
