@@ -19,8 +19,9 @@
 namespace {
 
 /// How long the end of the program waits for the disk: nobody looks at a window any more, and a
-/// session that ends waits for all its programs.
-constexpr std::chrono::seconds patienceAtTheEnd(1);
+/// session that ends waits for all its programs. Two files are saved like this, each of which
+/// waits: a dead disk takes a second.
+constexpr std::chrono::milliseconds patienceAtTheEnd(500);
 /// How often to look whether a slow disk has answered: soon enough for a sentence.
 constexpr std::chrono::milliseconds betweenLooks(100);
 

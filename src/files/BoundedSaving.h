@@ -26,7 +26,7 @@ class BoundedSaving final : public QObject {
 
 public:
     explicit BoundedSaving(QObject *parent = nullptr);
-    /// Waits for the disk once more, for a second at most.
+    /// Waits for the disk once more, for half a second at most.
     ~BoundedSaving() override;
 
     /// Replaces the file at \a path by \a bytes, by the rules of saveWholeFile(). Waits for the

@@ -8,6 +8,7 @@
 #include "support/FileHelpers.h"
 #include "support/HeldDisk.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -34,6 +35,7 @@ private slots:
     void aRefusalOfWhatHasBeenReplaced_isNot();
     void aRefusalThatASaveFinds_isNotForgotten();
     void theEnd_doesNotWaitForEver();
+    void theEndOfTwo_doesNotWaitTwiceAsLong();
 
 private:
     QString path() const { return folder_->filePath(QStringLiteral("a.conf")); }
@@ -182,6 +184,20 @@ void TestBoundedSaving::theEnd_doesNotWaitForEver() {
     }
     QCOMPARE(disk.calls(), 1);
     QCOMPARE(readWholeFile(path()), QByteArray("newer"));
+}
+
+// With a second for each this takes two at least.
+void TestBoundedSaving::theEndOfTwo_doesNotWaitTwiceAsLong() {
+    const HeldDisk disk;
+    QDeadlineTimer twoSeconds;
+    {
+        BoundedSaving one;
+        BoundedSaving other;
+        QVERIFY(one.save(path(), "one", 0ms));
+        QVERIFY(other.save(folder_->filePath(QStringLiteral("b.conf")), "other", 0ms));
+        twoSeconds = QDeadlineTimer(2s);
+    }
+    QVERIFY(!twoSeconds.hasExpired());
 }
 
 QTEST_GUILESS_MAIN(TestBoundedSaving)
