@@ -32,6 +32,8 @@ class NoPanels final : public FilePanels {
 public:
     void begin(QWidget *, const FilePanelRequest &,
                std::function<void(const QString &path)>) override {}
+    QByteArray look() const override { return {}; }
+    void setLook(const QByteArray &) override {}
 };
 
 /// The whole window, with a tool that "reads" a file.

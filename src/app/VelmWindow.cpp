@@ -286,6 +286,7 @@ void VelmWindow::closeDown() {
     memory_.setGeometry(window_.saveGeometry());
     memory_.setSplitterState(window_.controls().splitter->saveState());
     memory_.setViewChoices(viewControls_.choices());
+    files_.rememberLook();
     delegate_.applicationWillTerminate();
 }
 

@@ -46,18 +46,25 @@ public:
     /// before an existing file is replaced: about the name with its extension, too.
     virtual void begin(QWidget *parent, const FilePanelRequest &request,
                        std::function<void(const QString &path)> chosen) = 0;
+
+    /// How the panels looked last, in the toolkit's own form; empty if they have no look to keep.
+    virtual QByteArray look() const = 0;
+    /// Has the next panel look as \a look says, unless it is empty.
+    virtual void setLook(const QByteArray &look) = 0;
 };
 
-/// The file panels of the desktop. The first one looks as in other programs of the toolkit, each
-/// later one as the last one did; nothing of it is saved.
+/// The file panels of the desktop. Where there is no look yet, the first one has that of other
+/// programs of the toolkit.
 class DesktopFilePanels final : public FilePanels {
 public:
     void begin(QWidget *parent, const FilePanelRequest &request,
                std::function<void(const QString &path)> chosen) override;
+    QByteArray look() const override { return look_; }
+    void setLook(const QByteArray &look) override { look_ = look; }
 
 private:
     void take(const QString &path, QWidget *parent, FilePanelRequest request,
               const std::function<void(const QString &path)> &chosen);
 
-    QByteArray look_; ///< of the last panel
+    QByteArray look_;
 };

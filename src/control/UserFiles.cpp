@@ -31,7 +31,9 @@ UserFiles::UserFiles(const Surroundings &surroundings)
       memory_(surroundings.memory),
       log_(surroundings.log),
       messages_(surroundings.messages),
-      gate_(surroundings.gate) {}
+      gate_(surroundings.gate) {
+    panels_.setLook(memory_.panelLook());
+}
 
 void UserFiles::openBinary(QWidget *window, const std::function<void(const QString &)> &chosen) {
     if (gate_.refuses())
@@ -128,6 +130,11 @@ QStringList UserFiles::recent() const {
 void UserFiles::addRecent(const QString &path) {
     memory_.addRecentFile(path);
     emit recentChanged();
+}
+
+void UserFiles::rememberLook() {
+    if (panels_.look() != memory_.panelLook())
+        memory_.setPanelLook(panels_.look());
 }
 
 void UserFiles::ask(QWidget *window, PanelPurpose purpose, FilePanelRequest request,

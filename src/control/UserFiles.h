@@ -116,6 +116,9 @@ public:
     QStringList recent() const;
     void addRecent(const QString &path);
 
+    /// Remembers how the panels look, for the next start.
+    void rememberLook();
+
 signals:
     /// recent() may have changed.
     void recentChanged();

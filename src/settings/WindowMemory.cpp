@@ -23,6 +23,7 @@ const QString wrapsConsoleKey = QStringLiteral("views/wrapsConsole");
 const QString showsBothKey = QStringLiteral("views/showsBoth");
 const QString movesOnKey = QStringLiteral("views/movesOn");
 const QString showsConsoleKey = QStringLiteral("views/showsConsole");
+const QString panelLookKey = QStringLiteral("views/filePanels");
 const QString recentKey = QStringLiteral("files/recent");
 constexpr qsizetype maxRecentDevices = 10;
 const QString recentDevicesKey = QStringLiteral("devices/recent");
@@ -137,6 +138,14 @@ QString WindowMemory::lastFolder(PanelPurpose purpose) const {
 
 void WindowMemory::setLastFolder(PanelPurpose purpose, const QString &folder) {
     write(folderKeyOf(purpose), folder);
+}
+
+QByteArray WindowMemory::panelLook() const {
+    return read(file_, panelLookKey).toByteArray();
+}
+
+void WindowMemory::setPanelLook(const QByteArray &look) {
+    write(panelLookKey, look);
 }
 
 QStringList WindowMemory::recentFiles() const {

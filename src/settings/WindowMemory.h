@@ -58,6 +58,10 @@ public:
     QString lastFolder(PanelPurpose purpose) const;
     void setLastFolder(PanelPurpose purpose, const QString &folder);
 
+    /// How the file panels looked last, in the toolkit's own form; empty if that is not known.
+    QByteArray panelLook() const;
+    void setPanelLook(const QByteArray &look);
+
     /// Files opened lately, the newest first, at most eight.
     QStringList recentFiles() const;
     /// Nothing is remembered where the older ones cannot be read, so that they are not lost.

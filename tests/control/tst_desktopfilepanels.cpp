@@ -175,6 +175,12 @@ void TestDesktopFilePanels::look_staysFromPanelToPanel() {
     begin();
     QCOMPARE(panel()->viewMode(), QFileDialog::List);
     QCOMPARE(panel()->directory().path(), folder_->path());
+    cancel();
+    const QByteArray look = panels_->look();
+    panels_ = std::make_unique<DesktopFilePanels>();
+    panels_->setLook(look);
+    begin();
+    QCOMPARE(panel()->viewMode(), QFileDialog::List);
 }
 
 QTEST_MAIN(TestDesktopFilePanels)

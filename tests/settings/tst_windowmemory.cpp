@@ -43,6 +43,7 @@ void TestWindowMemory::everything_comesBack() {
         memory.setSplitterState(QByteArray("splitter"));
         QCOMPARE(memory.viewChoices(), ViewChoices());
         memory.setViewChoices({150, 60, true, false, false, false});
+        memory.setPanelLook(QByteArray("panels"));
         memory.setLastFolder(PanelPurpose::Open, QStringLiteral("/a, b/é%20"));
         memory.setLastFolder(PanelPurpose::Save, QStringLiteral("/c"));
         QVERIFY(!memory.trustedTool());
@@ -52,6 +53,7 @@ void TestWindowMemory::everything_comesBack() {
     QCOMPARE(memory.geometry(), bytes);
     QCOMPARE(memory.splitterState(), QByteArray("splitter"));
     QCOMPARE(memory.viewChoices(), (ViewChoices{150, 60, true, false, false, false}));
+    QCOMPARE(memory.panelLook(), QByteArray("panels"));
     QCOMPARE(memory.lastFolder(PanelPurpose::Open), QStringLiteral("/a, b/é%20"));
     QCOMPARE(memory.lastFolder(PanelPurpose::Save), QStringLiteral("/c"));
     QCOMPARE(memory.lastFolder(PanelPurpose::Tool), QString());

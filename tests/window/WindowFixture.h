@@ -29,6 +29,10 @@ public:
             chosen(answer);
     }
 
+    QByteArray look() const override { return lastLook; }
+    void setLook(const QByteArray &look) override { lastLook = look; }
+
+    QByteArray lastLook;
     QList<FilePanelRequest> requests;
     QWidget *lastParent = nullptr;
     /// The path that the user chooses; empty cancels.

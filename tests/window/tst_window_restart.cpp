@@ -19,6 +19,7 @@ private slots:
     void openedBinary_isInTheImageAgain();
     void favourites_areInTheMenuAgain();
     void window_hasItsSizesAgain();
+    void panels_lookAsTheyDid();
     void folders_areRememberedApartFromTheSettings();
     void whatBelongsToOneSession_startsAfresh();
     void startAndEnd_changeNoSetting();
@@ -184,6 +185,17 @@ void TestWindowRestart::window_hasItsSizesAgain() {
     velm.start();
     QCOMPARE(velm.velm().window().size(), size);
     QCOMPARE(velm.controls().splitter->sizes(), sizes);
+}
+
+void TestWindowRestart::panels_lookAsTheyDid() {
+    WindowFixture velm;
+    velm.start();
+    QCOMPARE(velm.panels.lastLook, QByteArray());
+    velm.panels.lastLook = "as a list";
+    velm.end();
+    velm.panels.lastLook.clear();
+    velm.start();
+    QCOMPARE(velm.panels.lastLook, QByteArray("as a list"));
 }
 
 void TestWindowRestart::folders_areRememberedApartFromTheSettings() {
