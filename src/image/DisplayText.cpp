@@ -13,15 +13,16 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <limits>
 #include <new>
-#include <optional>
 #include <utility>
 
 namespace {
 
-/// The units of multi-byte text are counted at the start of every block of this many bytes, and a
-/// request decodes from there: at most one block before the first unit that is asked for.
-constexpr qsizetype blockSize = 512;
+/// Bytes that are checked and counted in one piece, by themselves: after an edit its own block.
+constexpr qsizetype blockSize = 4 * kibibyte;
+/// In the place of the units of a block: it is no UTF-8.
+constexpr quint16 spoilt = std::numeric_limits<quint16>::max();
 
 /// Counts, in groups of words, the bytes that make the number of units differ from that of bytes:
 /// each byte of a word is a counter of its own, marked in its lowest bit. A group is short enough
@@ -108,98 +109,119 @@ private:
     qsizetype at_ = 0;
 };
 
-bool isAscii(QByteArrayView bytes) {
-    return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return quint8(byte) < 0x80; });
+/// The longest character of UTF-8, in bytes.
+constexpr qsizetype longestCharacter = 4;
+
+/// Where the first character begins that begins at \a start or behind. More bytes that continue
+/// one before it than a character has are left to be found wrong.
+qsizetype firstCharacterFrom(QByteArrayView bytes, qsizetype start) {
+    if (start == 0)
+        return 0;
+    const qsizetype end = std::min(start + longestCharacter - 1, bytes.size());
+    while (start < end && utf8::isContinuation(quint8(bytes.at(start))))
+        ++start;
+    return std::min(start, bytes.size());
 }
 
-/// The longest character of UTF-8, in bytes.
-constexpr qint64 longestCharacter = 4;
+qsizetype blocksIn(qsizetype bytes) {
+    return (bytes + blockSize - 1) / blockSize;
+}
 
-/// Bytes that are checked in one piece. Pieces begin with the first byte of a character, so that
-/// the whole is UTF-8 if all of them are.
-constexpr qint64 checkedBlock = 256 * kibibyte;
+/// The characters that begin in the block of number \a block. All of \a bytes are UTF-8 if those
+/// of each block are.
+QByteArrayView charactersOf(QByteArrayView bytes, qsizetype block) {
+    const qsizetype start = firstCharacterFrom(bytes, block * blockSize);
+    return bytes.sliced(start, firstCharacterFrom(bytes, (block + 1) * blockSize) - start);
+}
 
-std::optional<ByteRange> firstBlockThatIsNoUtf8(QByteArrayView bytes) {
-    for (qint64 start = 0; start < bytes.size();) {
-        qint64 end = std::min<qint64>(start + checkedBlock, bytes.size());
-        while (end < bytes.size() && utf8::isContinuation(quint8(bytes.at(end))) &&
-               end < start + checkedBlock + longestCharacter)
-            ++end;
-        if (!bytes.sliced(start, end - start).isValidUtf8())
-            return ByteRange{start, end - start};
-        start = end;
+quint16 unitsOfBlock(QByteArrayView bytes, qsizetype block) {
+    const QByteArrayView characters = charactersOf(bytes, block);
+    return characters.isValidUtf8() ? quint16(unitsIn(characters.data(), characters.size()))
+                                    : spoilt;
+}
+
+/// How many bytes of \a bytes, in whole groups, come before the unit of number \a unit, which
+/// counts down by the units that they begin.
+qsizetype bytesBeforeUnit(QByteArrayView bytes, qsizetype &unit) {
+    qsizetype at = 0;
+    while (bytes.size() - at >= groupSize) {
+        const qsizetype units = unitsInGroup(bytes.data() + at);
+        if (units > unit)
+            break;
+        unit -= units;
+        at += groupSize;
     }
-    return std::nullopt;
+    return at;
 }
 
 } // namespace
 
-DisplayText::DisplayText(ByteBuffer buffer) : buffer_(std::move(buffer)) {
+DisplayText::DisplayText(ByteBuffer buffer)
+    : buffer_(std::move(buffer)), byteLength_(lengthOf(buffer_)) {
     decode();
 }
 
 ByteRange DisplayText::update(const ByteBuffer &buffer, ByteRange changed) {
     const bool wasMultiByte = isMultiByte();
-    if (buffer && buffer == buffer_ && staysOneByte(changed)) {
-        byteLength_ = lengthOf(buffer_);
-        length_ = byteLength_;
-    } else {
+    if (!buffer || buffer != buffer_) {
         *this = DisplayText(buffer);
+    } else {
+        const qsizetype before = byteLength_;
+        byteLength_ = lengthOf(buffer_);
+        forgetBlocksBehindEnd();
+        checkAgain(changed);
+        if (byteLength_ != before)
+            checkAgain({std::min(before, byteLength_), byteLength_});
+        decode();
     }
     return wasMultiByte || isMultiByte() ? ByteRange{0, lengthOf(buffer)} : changed;
 }
 
-bool DisplayText::staysOneByte(ByteRange changed) {
-    const QByteArrayView bytes = std::as_const(*buffer_);
-    const qint64 start = std::clamp<qint64>(changed.offset, 0, bytes.size());
-    const qint64 end = std::clamp<qint64>(changed.end(), start, bytes.size());
-    const bool grew = bytes.size() > byteLength_;
-    if (bytes.size() < byteLength_ || (grew && (start > byteLength_ || end < bytes.size())))
-        return false;
-    switch (kind_) {
-    case Kind::Ascii:
-        return isAscii(bytes.sliced(start, end - start)) || noteOffending(start - 1, end + 1);
-    case Kind::OneByte:
-        // The byte behind the offending ones tells that their last character ends with them.
-        return end <= offending_.offset || start > offending_.end() ||
-               noteOffending(std::min(start, offending_.offset), std::max(end, offending_.end()));
-    case Kind::Utf8:
-        break;
-    }
-    return false;
+void DisplayText::forgetBlocksBehindEnd() {
+    const auto left = size_t(blocksIn(byteLength_));
+    for (size_t block = left; block < unitsOfBlock_.size(); ++block)
+        setUnits(block, 0);
+    unitsOfBlock_.resize(std::min(left, unitsOfBlock_.size()));
 }
 
-// Bytes from one character's first to another's are UTF-8 by themselves if the whole is.
-bool DisplayText::noteOffending(qint64 start, qint64 end) {
-    const QByteArrayView bytes = std::as_const(*buffer_);
-    start = std::max<qint64>(start, 0);
-    end = std::min<qint64>(end, bytes.size());
-    const auto isInCharacter = [&](qint64 at) {
-        return at > 0 && at < bytes.size() && utf8::isContinuation(quint8(bytes.at(at)));
-    };
-    if (isInCharacter(start) || isInCharacter(end) ||
-        bytes.sliced(start, end - start).isValidUtf8())
-        return false;
-    kind_ = Kind::OneByte;
-    offending_ = {start, end - start};
-    return true;
+// The first bytes of a block tell where the characters of the block before it end.
+void DisplayText::checkAgain(ByteRange changed) {
+    const QByteArrayView bytes = decodedBytes();
+    const qint64 start = std::clamp<qint64>(changed.offset, 0, bytes.size());
+    const qint64 end = std::clamp<qint64>(changed.end(), start, bytes.size());
+    const auto first = size_t(std::max<qint64>(start - longestCharacter, 0) / blockSize);
+    const size_t behind = std::min(size_t(end / blockSize) + 1, unitsOfBlock_.size());
+    for (size_t block = first; block < behind; ++block)
+        setUnits(block, unitsOfBlock(bytes, qsizetype(block)));
+}
+
+// The first block that is no UTF-8 tells how all others read.
+void DisplayText::checkOn() {
+    const QByteArrayView bytes = decodedBytes();
+    const auto blocks = size_t(blocksIn(bytes.size()));
+    while (spoiltBlocks_ == 0 && unitsOfBlock_.size() < blocks) {
+        const size_t block = unitsOfBlock_.size();
+        unitsOfBlock_.push_back(0);
+        setUnits(block, unitsOfBlock(bytes, qsizetype(block)));
+    }
+}
+
+void DisplayText::setUnits(size_t block, quint16 units) {
+    quint16 &known = unitsOfBlock_[block];
+    spoiltBlocks_ += (units == spoilt ? 1 : 0) - (known == spoilt ? 1 : 0);
+    units_ += (units == spoilt ? 0 : units) - (known == spoilt ? 0 : known);
+    known = units;
 }
 
 void DisplayText::decode() {
-    byteLength_ = lengthOf(buffer_);
     length_ = byteLength_;
-    const QByteArrayView bytes = decodedBytes();
-    if (const std::optional<ByteRange> offending = firstBlockThatIsNoUtf8(bytes)) {
-        kind_ = Kind::OneByte;
-        offending_ = *offending;
-        return;
-    }
+    unitsBeforeBlock_.clear();
     try {
-        countUnits();
-        kind_ = isMultiByte() ? Kind::Utf8 : Kind::Ascii;
+        checkOn();
+        if (spoiltBlocks_ == 0 && units_ != byteLength_)
+            countUnits();
     } catch (const std::bad_alloc &) {
-        kind_ = Kind::OneByte;
-        offending_ = {0, bytes.size()};
+        // What is known by now is right.
     }
 }
 
@@ -216,7 +238,7 @@ bool DisplayText::isMultiByte() const {
 }
 
 QString DisplayText::units(qsizetype position, qsizetype count) const {
-    const QByteArrayView bytes = decodedBytes();
+    QByteArrayView bytes = decodedBytes();
     if (position < 0 || position >= length_ || count <= 0)
         return {};
     count = std::min(count, length_ - position);
@@ -227,13 +249,14 @@ QString DisplayText::units(qsizetype position, qsizetype count) const {
     const auto after =
         std::upper_bound(unitsBeforeBlock_.begin(), unitsBeforeBlock_.end(), position);
     const qsizetype block = std::distance(unitsBeforeBlock_.begin(), after) - 1;
-    qsizetype unit = *std::prev(after);
-    CharacterReader reader(bytes.sliced(std::min(block * blockSize, bytes.size())));
+    bytes = bytes.sliced(firstCharacterFrom(bytes, std::min(block * blockSize, bytes.size())));
+    qsizetype toSkip = position - *std::prev(after);
+    CharacterReader reader(bytes.sliced(bytesBeforeUnit(bytes, toSkip)));
     reader.skipContinuations();
     QString text;
     while (text.size() < count && !reader.atEnd())
         for (const char16_t next : QChar::fromUcs4(reader.next()))
-            if (unit++ >= position && text.size() < count)
+            if (toSkip-- <= 0 && text.size() < count)
                 text.append(QChar(next));
     return text;
 }
@@ -245,24 +268,14 @@ QByteArrayView DisplayText::decodedBytes() const {
     return QByteArrayView(std::as_const(*buffer_)).first(std::min(byteLength_, buffer_->size()));
 }
 
-// Most images have no characters of several bytes, and need no numbers.
 void DisplayText::countUnits() {
-    const QByteArrayView bytes = decodedBytes();
-    std::vector<qsizetype> unitsBefore;
-    qsizetype units = 0;
-    for (qsizetype start = 0; start < bytes.size(); start += blockSize) {
-        const qsizetype size = std::min(blockSize, bytes.size() - start);
-        if (!unitsBefore.empty())
-            unitsBefore.push_back(units);
-        units += unitsIn(bytes.data() + start, size);
-        if (!unitsBefore.empty() || units == start + size)
-            continue;
-        unitsBefore.reserve(size_t(bytes.size() / blockSize + 1));
-        for (qsizetype before = 0; before <= start; before += blockSize)
-            unitsBefore.push_back(before);
+    unitsBeforeBlock_.reserve(unitsOfBlock_.size());
+    qsizetype before = 0;
+    for (const quint16 units : unitsOfBlock_) {
+        unitsBeforeBlock_.push_back(before);
+        before += units;
     }
-    length_ = units;
-    unitsBeforeBlock_ = std::move(unitsBefore);
+    length_ = units_;
 }
 
 QString hiddenBytesRemark(const DisplayText &text) {

@@ -24,11 +24,12 @@ public:
     /// Decodes \a buffer (null: the empty text).
     explicit DisplayText(ByteBuffer buffer);
 
-    /// Decodes \a buffer anew. If it is the one that was decoded before, and only the bytes of
-    /// \a changed were edited or appended since, only these are looked at where they tell enough:
-    /// in text of one byte a character that stays such, however long. Returns the bytes that read
-    /// otherwise than before: one byte changes how all others read, unless each of them is, and
-    /// stays, a character.
+    /// Decodes \a buffer anew. If it is the one that was decoded before, and since then only the
+    /// bytes of \a changed were edited, others appended or the last ones cut off, only these are
+    /// looked at, and those around them that may belong to their characters; and further ones that
+    /// nobody has looked at, where what is known of the rest does not tell enough. Returns the
+    /// bytes that read otherwise than before: one byte changes how all others read, unless each of
+    /// them is, and stays, a character.
     ByteRange update(const ByteBuffer &buffer, ByteRange changed);
 
     /// Length in UTF-16 code units.
@@ -44,26 +45,25 @@ public:
     bool isMultiByte() const;
 
 private:
-    /// What is known of the bytes, to decode them anew after an edit.
-    enum class Kind {
-        Ascii,   ///< every byte is a character of its own
-        Utf8,    ///< some characters take several bytes
-        OneByte, ///< not read as UTF-8: every byte is a character of its own
-    };
-
     QByteArrayView decodedBytes() const;
     void decode();
-    bool staysOneByte(ByteRange changed);
-    bool noteOffending(qint64 start, qint64 end);
+    void forgetBlocksBehindEnd();
+    void checkAgain(ByteRange changed);
+    void checkOn();
+    void setUnits(size_t block, quint16 units);
     void countUnits();
 
     ByteBuffer buffer_;
     qsizetype byteLength_ = 0;
     qsizetype length_ = 0;
-    Kind kind_ = Kind::Ascii;
-    /// Of Kind::OneByte: bytes that cannot be UTF-8, wherever they stand, or all of them.
-    ByteRange offending_;
-    /// Multi-byte text only: the number of units that begin before each block of bytes.
+    /// What was found in blocks of bytes: the units that they begin, or that they are no UTF-8. All
+    /// blocks if each of them is UTF-8; else there may be more, which were not looked at.
+    std::vector<quint16> unitsOfBlock_;
+    /// How many of those are no UTF-8.
+    qsizetype spoiltBlocks_ = 0;
+    /// The units of all others together.
+    qsizetype units_ = 0;
+    /// Multi-byte text only: the number of units that begin before each block.
     std::vector<qsizetype> unitsBeforeBlock_;
 };
 
