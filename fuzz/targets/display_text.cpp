@@ -21,11 +21,13 @@ QString decoded(const QByteArray &bytes) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     FuzzInput input(data, size);
-    const qsizetype position = input.number(255) * 8 + input.number(7);
+    // Letters before the bytes, so that these lie where two blocks meet.
+    const qsizetype letters = input.number(8) * 512;
+    const qsizetype position = letters + input.number(255) * 8 + input.number(7);
     const qsizetype count = input.number(255);
-    const qsizetype edited = input.number(255) * 8;
+    const qsizetype edited = letters + input.number(255) * 8;
     const char byte = char(input.number(255));
-    const auto buffer = std::make_shared<QByteArray>(input.rest());
+    const auto buffer = std::make_shared<QByteArray>(QByteArray(letters, 'a') + input.rest());
     const QString expected = decoded(*buffer);
 
     const DisplayText text(buffer);

@@ -17,10 +17,10 @@ struct Edit {
     bool cutsOff = false;
 };
 
-std::vector<Edit> editsFrom(FuzzInput &input) {
+std::vector<Edit> editsFrom(FuzzInput &input, qsizetype start) {
     std::vector<Edit> edits;
     for (int count = input.number(8); count > 0; --count) {
-        const qsizetype offset = input.number(255) * 8 + input.number(7);
+        const qsizetype offset = start + input.number(255) * 8 + input.number(7);
         const bool cutsOff = input.number(7) == 1;
         edits.push_back({offset, input.bytes(input.number(20)), cutsOff});
     }
@@ -48,8 +48,10 @@ void check(const DisplayText &text, const ByteBuffer &buffer) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     FuzzInput input(data, size);
-    const std::vector<Edit> edits = editsFrom(input);
-    const auto buffer = std::make_shared<QByteArray>(input.rest());
+    // Letters before the bytes, so that these lie where two blocks meet.
+    const qsizetype letters = input.number(8) * 512;
+    const std::vector<Edit> edits = editsFrom(input, letters);
+    const auto buffer = std::make_shared<QByteArray>(QByteArray(letters, 'a') + input.rest());
     DisplayText text(buffer);
     for (const Edit &edit : edits) {
         text.update(buffer, carryOut(edit, *buffer));
