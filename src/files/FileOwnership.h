@@ -7,8 +7,9 @@
 
 #include <QString>
 
-/// True unless the name \a path is a link that somebody else has put there, or may have: a link is
-/// the user's own, or root's, if it belongs to one of them and so does its folder.
+/// True unless the name \a path is a link that somebody else has put there, or may have, or leads
+/// on over one: a link is the user's own, or root's, if it belongs to one of them and so does its
+/// folder.
 bool isNoForeignLink(const QString &path);
 /// The failure to use a link that is not.
 Failure foreignLink();

@@ -4,6 +4,7 @@
 #include "files/FileOwnership.h"
 #include "support/FileHelpers.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -22,6 +23,9 @@ private slots:
     void ownLink_isFollowed();
     void linkOfSomebodyElse_isForeign();
     void linkInAFolderOfSomebodyElse_isForeign();
+    void everyLinkOnTheWay_isLookedAt_data();
+    void everyLinkOnTheWay_isLookedAt();
+    void linksThatLeadNowhere_areFollowed();
     void folder_thatOthersMayWriteInto_data();
     void folder_thatOthersMayWriteInto();
     void ownFolder_isNoLinkAndNobodyElses();
@@ -30,6 +34,13 @@ private:
     static constexpr uid_t somebodyElse = 12345;
 
     QString path(const char *name) const { return folder_->filePath(QLatin1String(name)); }
+    /// Makes a link of the user's at \a name that leads to \a target, word by word.
+    void makeLink(const char *name, const char *target) const {
+        QCOMPARE(::symlink(target, encoded(path(name)).constData()), 0);
+    }
+    void giveAway(const char *name) const {
+        QCOMPARE(::lchown(encoded(path(name)).constData(), somebodyElse, gid_t(-1)), 0);
+    }
     static QByteArray encoded(const QString &path) { return QFile::encodeName(path); }
 
     std::unique_ptr<QTemporaryDir> folder_;
@@ -45,9 +56,9 @@ void TestFileOwnership::ownLink_isFollowed() {
 void TestFileOwnership::linkOfSomebodyElse_isForeign() {
     if (::geteuid() != 0)
         QSKIP("only root can give a file away");
-    QCOMPARE(::lchown(encoded(path("link")).constData(), somebodyElse, gid_t(-1)), 0);
+    giveAway("link");
     QVERIFY(!isNoForeignLink(path("link")));
-    QCOMPARE(::chown(encoded(path("file")).constData(), somebodyElse, gid_t(-1)), 0);
+    giveAway("file");
     QVERIFY(isNoForeignLink(path("file"))); // no link at all
 }
 
@@ -58,6 +69,52 @@ void TestFileOwnership::linkInAFolderOfSomebodyElse_isForeign() {
     QVERIFY(!isNoForeignLink(path("link")));
     QVERIFY(isNoForeignLink(path("file")));
     QVERIFY(othersMayWriteInto(folder_->path()));
+}
+
+void TestFileOwnership::everyLinkOnTheWay_isLookedAt_data() {
+    QTest::addColumn<QByteArray>("target");
+    QTest::addColumn<QByteArray>("foreign");
+    QTest::newRow("all of the user's") << QByteArray("second") << QByteArray();
+    QTest::newRow("to a link") << QByteArray("second") << QByteArray("second");
+    QTest::newRow("to a link to a link") << QByteArray("second") << QByteArray("third");
+    QTest::newRow("to a link in a folder") << QByteArray("folder/fourth") << QByteArray("folder");
+    QTest::newRow("through a link to a folder")
+        << QByteArray("aside/../file") << QByteArray("aside");
+    QTest::newRow("to a file of somebody else's") << QByteArray("second") << QByteArray("file");
+}
+
+void TestFileOwnership::everyLinkOnTheWay_isLookedAt() {
+    if (::geteuid() != 0)
+        QSKIP("only root can give a link away");
+    QFETCH(const QByteArray, target);
+    QFETCH(const QByteArray, foreign);
+    QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("folder")));
+    makeLink("second", "./folder/../third");
+    makeLink("third", encoded(path("file")).constData());
+    makeLink("folder/fourth", "../file");
+    makeLink("aside", "folder");
+    makeLink("first", target.constData());
+    QVERIFY(isNoForeignLink(path("first")));
+    if (!foreign.isEmpty())
+        giveAway(foreign.constData());
+    QCOMPARE(isNoForeignLink(path("first")), foreign.isEmpty() || foreign == "file");
+    makeLink("absolute", encoded(path("first")).constData());
+    QCOMPARE(isNoForeignLink(path("absolute")), isNoForeignLink(path("first")));
+}
+
+void TestFileOwnership::linksThatLeadNowhere_areFollowed() {
+    makeLink("dangling", "nothing/at/all");
+    QVERIFY(isNoForeignLink(path("dangling")));
+    makeLink("here", "there");
+    makeLink("there", "here");
+    QVERIFY(isNoForeignLink(path("here")));
+    if (::geteuid() != 0)
+        QSKIP("only root can give a link away");
+    makeLink("on", "dangling");
+    giveAway("dangling");
+    QVERIFY(!isNoForeignLink(path("on")));
+    giveAway("there");
+    QVERIFY(!isNoForeignLink(path("here")));
 }
 
 void TestFileOwnership::folder_thatOthersMayWriteInto_data() {

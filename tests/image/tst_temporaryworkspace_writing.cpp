@@ -43,6 +43,7 @@ private slots:
     void write_successForgetsTheProblem();
     void write_replacesTheTargetOfALinkAndKeepsPermissions();
     void write_failureLeavesALinkOfTheUsers();
+    void write_followsNoLinkOfSomebodyElse_data();
     void write_followsNoLinkOfSomebodyElse();
     void write_followsNoLinkThatComesMeanwhile();
     void edit_isWrittenInPlace();
@@ -215,14 +216,24 @@ void TestTemporaryWorkspaceWriting::write_failureLeavesALinkOfTheUsers() {
     QCOMPARE(readWholeFile(target), QByteArray("b"));
 }
 
+void TestTemporaryWorkspaceWriting::write_followsNoLinkOfSomebodyElse_data() {
+    QTest::addColumn<bool>("comesSecond");
+    QTest::newRow("at the path") << false;
+    QTest::newRow("behind a link of the user's") << true;
+}
+
 void TestTemporaryWorkspaceWriting::write_followsNoLinkOfSomebodyElse() {
     if (::geteuid() != 0)
         QSKIP("only root can give a link away");
+    QFETCH(const bool, comesSecond);
     at->workspace.createTempDirectory();
     const QString victim = at->home.filePath(QStringLiteral("victim"));
     QVERIFY(writeWholeFile(victim, "precious"));
-    QVERIFY(QFile::link(victim, at->output()));
-    QCOMPARE(::lchown(QFile::encodeName(at->output()).constData(), 12345, gid_t(-1)), 0);
+    const QString link = comesSecond ? at->home.filePath(QStringLiteral("cur")) : at->output();
+    QVERIFY(QFile::link(victim, link));
+    QCOMPARE(::lchown(QFile::encodeName(link).constData(), 12345, gid_t(-1)), 0);
+    if (comesSecond)
+        QVERIFY(QFile::link(link, at->output()));
     QVERIFY(!at->workspace.write_output_data_to_temp_file(bufferOf("61")));
     QCOMPARE(problem(), QStringLiteral("It is a link that belongs to somebody else"));
     QCOMPARE(readWholeFile(victim), QByteArray("precious"));
