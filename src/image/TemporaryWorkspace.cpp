@@ -72,7 +72,8 @@ Result<void> TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer
     if (!lastWrite_ && ours)
         std::ignore = clearFile(path);
     const std::optional<FileStamp> stamp = FileStamp::of(path);
-    written_ = lastWrite_ && stamp ? std::optional(Written{path, *stamp}) : std::nullopt;
+    written_ = lastWrite_ && stamp ? std::optional(Written{path, behindLinks(path), *stamp})
+                                   : std::nullopt;
     return lastWrite_;
 }
 
@@ -84,9 +85,11 @@ Result<void> TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer
 }
 
 bool TemporaryWorkspace::patch(const QByteArray &bytes, ByteRange changed) {
-    if (!written_ || written_->path != resolvedPathOf(settings_, settingsKeys::temp_output_file))
+    const QString path = resolvedPathOf(settings_, settingsKeys::temp_output_file);
+    if (!written_ || written_->path != path || !isNoForeignLink(path) ||
+        written_->place != behindLinks(path))
         return false;
-    const Result<FileStamp> patched = patchFile(written_->path, written_->stamp, bytes, changed);
+    const Result<FileStamp> patched = patchFile(written_->place, written_->stamp, bytes, changed);
     if (!patched)
         return false;
     written_->stamp = *patched;

@@ -67,6 +67,7 @@ private:
     /// The file as it was left when it was last written; nothing where that failed.
     struct Written {
         QString path;
+        QString place; ///< where it really lies: the path may be a link of the user's
         FileStamp stamp;
     };
 

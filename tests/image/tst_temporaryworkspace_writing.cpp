@@ -49,6 +49,8 @@ private slots:
     void edit_isWrittenInPlace();
     void edit_ofAFileThatIsAnotherWritesTheWhole();
     void edit_atAnotherPathWritesTheWhole();
+    void edit_behindALinkIsWrittenInPlace();
+    void edit_followsNoLinkOfSomebodyElse();
     void outputFileHolds_data();
     void outputFileHolds();
 
@@ -295,6 +297,43 @@ void TestTemporaryWorkspaceWriting::edit_atAnotherPathWritesTheWhole() {
     at->settings.setValue(temp_output_file, at->home.filePath(QStringLiteral("elsewhere.bin")));
     QVERIFY(at->workspace.write_output_data_to_temp_file(bytes, {0, 1}));
     QCOMPARE(readWholeFile(at->home.filePath(QStringLiteral("elsewhere.bin"))), *bytes);
+}
+
+void TestTemporaryWorkspaceWriting::edit_behindALinkIsWrittenInPlace() {
+    at->workspace.createTempDirectory();
+    const QString first = at->home.filePath(QStringLiteral("first.bin"));
+    const QString second = at->home.filePath(QStringLiteral("second.bin"));
+    const QString between = at->home.filePath(QStringLiteral("between"));
+    QVERIFY(QFile::link(first, between));
+    QVERIFY(QFile::link(between, at->output()));
+    const auto bytes = std::make_shared<QByteArray>("0123456789");
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bytes));
+    const quint64 inode = FileStamp::of(first)->inode;
+    bytes->data()[0] = 'x';
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bytes, {0, 1}));
+    QCOMPARE(readWholeFile(first), QByteArray("x123456789"));
+    QCOMPARE(FileStamp::of(first)->inode, inode);
+    QVERIFY(QFile::remove(between));
+    QVERIFY(QFile::link(second, between));
+    bytes->data()[1] = 'y';
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bytes, {1, 1}));
+    QCOMPARE(readWholeFile(first), QByteArray("x123456789"));
+    QCOMPARE(readWholeFile(second), QByteArray("xy23456789"));
+}
+
+void TestTemporaryWorkspaceWriting::edit_followsNoLinkOfSomebodyElse() {
+    if (::geteuid() != 0)
+        QSKIP("only root can give a link away");
+    const auto bytes = std::make_shared<QByteArray>("0123456789");
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bytes));
+    const QString moved = at->home.filePath(QStringLiteral("moved.bin"));
+    QVERIFY(QFile::rename(at->output(), moved));
+    QVERIFY(QFile::link(moved, at->output()));
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bytes));
+    QCOMPARE(::lchown(QFile::encodeName(at->output()).constData(), 12345, gid_t(-1)), 0);
+    bytes->data()[0] = 'x';
+    QVERIFY(!at->workspace.write_output_data_to_temp_file(bytes, {0, 1}));
+    QCOMPARE(readWholeFile(moved), QByteArray("0123456789"));
 }
 
 void TestTemporaryWorkspaceWriting::outputFileHolds_data() {
