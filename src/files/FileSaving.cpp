@@ -5,6 +5,7 @@
 
 #include "base/FileDescriptor.h"
 #include "files/DiskFlush.h"
+#include "files/FileOwnership.h"
 #include "files/FileRights.h"
 #include "files/SystemName.h"
 
@@ -87,4 +88,11 @@ Result<void> saveWholeFile(const QString &path, const QByteArray &bytes, Durabil
     if (!file)
         return *file.failure();
     return durability == Durability::PowerFailure ? placeOnDisk(*file) : file->takePlace();
+}
+
+void removeUnfinishedSaves(const QString &path) {
+    removeUnfinished(path);
+    const QString target = behindLinks(path);
+    if (target != path && isNoForeignLink(path) && isOwnFolder(QFileInfo(target).path()))
+        removeUnfinished(target);
 }

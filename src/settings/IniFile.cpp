@@ -6,12 +6,10 @@
 #include "base/Units.h"
 #include "files/FileLoading.h"
 #include "files/FileLock.h"
-#include "files/FileOwnership.h"
 #include "files/FileSaving.h"
 #include "files/PrivateFolder.h"
 #include "files/Renaming.h"
 #include "files/SystemName.h"
-#include "files/UnfinishedFile.h"
 #include "settings/IniText.h"
 
 #include <QCoreApplication>
@@ -59,11 +57,7 @@ IniFile::Outcome valuesIn(const QByteArray &text) {
 } // namespace
 
 IniFile::IniFile(const QString &path) : path_(path) {
-    removeUnfinished(path_);
-    // What a killed program left is where the file really lies, which others may write to.
-    const QString target = behindLinks(path_);
-    if (target != path_ && isOwnFolder(QFileInfo(target).path()))
-        removeUnfinished(target);
+    removeUnfinishedSaves(path_);
 }
 
 bool IniFile::isDamaged(const Outcome &outcome) {
