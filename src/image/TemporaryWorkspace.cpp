@@ -10,7 +10,6 @@
 #include "files/FileRemoval.h"
 #include "files/FileSaving.h"
 #include "files/PrivateFolder.h"
-#include "files/UnfinishedFile.h"
 #include "image/OtherMemories.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
@@ -111,7 +110,7 @@ QStringList TemporaryWorkspace::sharedFolders() const {
 void TemporaryWorkspace::clear_temp_files() {
     if (!QFileInfo::exists(temporaryFolder(settings_)) || !mayUse())
         return;
-    removeUnfinished(resolvedPathOf(settings_, settingsKeys::temp_output_file));
+    removeUnfinishedSaves(resolvedPathOf(settings_, settingsKeys::temp_output_file));
     removeOtherMemoryFiles(settings_);
     const QString keys[] = {settingsKeys::temp_output_file, settingsKeys::temp_read_from_chip_file,
                             settingsKeys::temp_search_results_file};

@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace settingsKeys;
 
@@ -35,6 +36,8 @@ private slots:
     void clear_takesTheKeysOwnPaths();
     void clear_aFileInsteadOfTheFolder();
     void clear_removesLinksAndNotTheirTargets();
+    void clear_removesWhatAKilledProgramLeft_data();
+    void clear_removesWhatAKilledProgramLeft();
     void clear_neverRemovesAFolder();
     void clear_neverRemovesASpecialFile();
     void clear_withoutPathsDoesNothing();
@@ -134,6 +137,36 @@ void TestTemporaryWorkspace::clear_removesLinksAndNotTheirTargets() {
     QCOMPARE(at->log.lines, QStringList());
     QCOMPARE(at->names(), QString());
     QCOMPARE(readWholeFile(target), QByteArray("x"));
+}
+
+void TestTemporaryWorkspace::clear_removesWhatAKilledProgramLeft_data() {
+    QTest::addColumn<mode_t>("mode");
+    QTest::addColumn<bool>("isForeign");
+    QTest::addColumn<bool>("stays");
+    QTest::newRow("in an own folder") << mode_t(0755) << false << false;
+    QTest::newRow("where others may put files") << mode_t(0777) << false << true;
+    QTest::newRow("where somebody else's link leads") << mode_t(0755) << true << true;
+}
+
+// It lies beside the image, which may be elsewhere than the link to it.
+void TestTemporaryWorkspace::clear_removesWhatAKilledProgramLeft() {
+    QFETCH(const mode_t, mode);
+    QFETCH(const bool, isForeign);
+    QFETCH(const bool, stays);
+    if (isForeign && ::geteuid() != 0)
+        QSKIP("only root can give a link away");
+    const QTemporaryDir elsewhere;
+    QCOMPARE(::chmod(QFile::encodeName(elsewhere.path()).constData(), mode), 0);
+    const QString target = elsewhere.filePath(QStringLiteral("image"));
+    const QString left = target + QStringLiteral(".velm-aside-abc123");
+    makeFiles({target, left, at->output() + QStringLiteral(".velm-aside-abc123")});
+    QVERIFY(QFile::link(target, at->output()));
+    if (isForeign)
+        QCOMPARE(::lchown(QFile::encodeName(at->output()).constData(), 12345, gid_t(-1)), 0);
+    at->workspace.clear_temp_files();
+    QCOMPARE(QFile::exists(left), stays);
+    QCOMPARE(at->names(), QString());
+    QVERIFY(QFile::exists(target));
 }
 
 void TestTemporaryWorkspace::clear_neverRemovesAFolder() {
