@@ -5,6 +5,7 @@
 
 #include "base/FileDescriptor.h"
 #include "base/HugePages.h"
+#include "files/FileOwnership.h"
 #include "files/SystemName.h"
 
 #include <QCoreApplication>
@@ -111,6 +112,10 @@ Result<ByteBuffer> loadWholeFile(const QString &path, qint64 limit) {
     return readAll(opened->descriptor.get(), opened->size);
 }
 
+Result<ByteBuffer> loadOwnFile(const QString &path, qint64 limit) {
+    return isNoForeignLink(path) ? loadWholeFile(path, limit) : foreignLink();
+}
+
 Result<bool> fileHolds(const QString &path, QByteArrayView bytes) {
     const Result<OpenedFile> opened = openRegularFile(path, bytes.size());
     if (const Failure *failure = opened.failure())
@@ -119,7 +124,7 @@ Result<bool> fileHolds(const QString &path, QByteArrayView bytes) {
 }
 
 Result<QString> loadUtf8Text(const QString &path, qint64 limit) {
-    const Result<ByteBuffer> loaded = loadWholeFile(path, limit);
+    const Result<ByteBuffer> loaded = loadOwnFile(path, limit);
     if (const Failure *failure = loaded.failure())
         return *failure;
     const QByteArray &bytes = **loaded;

@@ -4,7 +4,6 @@
 #include "image/OtherMemories.h"
 
 #include "files/FileLoading.h"
-#include "files/FileOwnership.h"
 #include "files/FileRemoval.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
@@ -42,10 +41,8 @@ bool hasItsUsualName(const QString &readFile) {
 }
 
 Result<ByteBuffer> load(const QString &path, OtherMemory memory) {
-    if (!isNoForeignLink(path))
-        return foreignLink();
-    return loadWholeFile(path, memory == OtherMemory::Fuses ? OtherMemoryFiles::largestFuseText
-                                                            : OtherMemoryFiles::largestMemory);
+    return loadOwnFile(path, memory == OtherMemory::Fuses ? OtherMemoryFiles::largestFuseText
+                                                          : OtherMemoryFiles::largestMemory);
 }
 
 void put(OtherMemories &memories, OtherMemory memory, const ByteBuffer &bytes) {

@@ -6,7 +6,6 @@
 #include "base/Log.h"
 #include "base/Units.h"
 #include "files/FileLoading.h"
-#include "files/FileOwnership.h"
 #include "files/LoggedLoading.h"
 #include "files/TextLines.h"
 
@@ -90,8 +89,7 @@ QStringList trimEmptyStrings(const QStringList &strings) {
 }
 
 Result<LogicReport> loadLogicReport(const QString &path, Log &log) {
-    const Result<QString> text = orLogged<QString>(
-        isNoForeignLink(path) ? loadUtf8Text(path, largestReport) : foreignLink(), log);
+    const Result<QString> text = orLogged(loadUtf8Text(path, largestReport), log);
     if (const Failure *failure = text.failure())
         return *failure;
     log.write(QStringLiteral("we have successfully obtained the chip test results! %1 bytes")

@@ -3,6 +3,7 @@
 
 #include "files/FileLoading.h"
 
+#include "files/FileOwnership.h"
 #include "support/AddressSpaceLimit.h"
 #include "support/Bytes.h"
 #include "support/FileHelpers.h"
@@ -16,6 +17,7 @@
 #include <cerrno>
 #include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 
 namespace {
 
@@ -44,6 +46,7 @@ private slots:
     void failure_saysWhichErrorItWas_data();
     void failure_saysWhichErrorItWas();
     void links();
+    void linkOfSomebodyElse_isNotReadThrough();
     void fileWithoutPermission_isRefused();
     void fileShorterThanItsSize_givesWhatThereIs();
     void fileThatChangesWhileItIsRead_isSafe();
@@ -161,6 +164,23 @@ void TestFileLoading::links() {
              QStringLiteral("failed: No such file or directory"));
     QCOMPARE(outcomeOf(loadWholeFile(path() + QChar(u'\0') + u'x')),
              QStringLiteral("failed: No such file or directory"));
+}
+
+void TestFileLoading::linkOfSomebodyElse_isNotReadThrough() {
+    if (::geteuid() != 0)
+        QSKIP("only root can give a link away");
+    const QString link = folder_->filePath(QStringLiteral("link"));
+    QVERIFY(writeWholeFile(path(), "ab"));
+    QVERIFY(QFile::link(path(), link));
+    QCOMPARE(outcomeOf(loadOwnFile(link)), QStringLiteral("61 62"));
+    QVERIFY(loadUtf8Text(link));
+    QCOMPARE(::lchown(QFile::encodeName(link).constData(), 12345, gid_t(-1)), 0);
+    QCOMPARE(outcomeOf(loadOwnFile(link)),
+             QStringLiteral("failed: It is a link that belongs to somebody else"));
+    const Result<QString> text = loadUtf8Text(link);
+    QVERIFY(text.failure());
+    QCOMPARE(text.failure()->reason, foreignLink().reason);
+    QCOMPARE(outcomeOf(loadWholeFile(link)), QStringLiteral("61 62"));
 }
 
 void TestFileLoading::fileWithoutPermission_isRefused() {

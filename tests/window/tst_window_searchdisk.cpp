@@ -11,6 +11,7 @@
 
 #include <sys/stat.h>
 #include <sys/statvfs.h>
+#include <unistd.h>
 
 namespace {
 
@@ -37,6 +38,7 @@ private slots:
     void earlierList_inAFolderThatMayNotBeChanged_data();
     void earlierList_inAFolderThatMayNotBeChanged();
     void earlierList_behindALinkOfTheUsers();
+    void linkOfSomebodyElse_isNotReadThrough();
 };
 
 void TestWindowSearchDisk::list_thatLooksCutOnAFullDisk_data() {
@@ -133,6 +135,19 @@ void TestWindowSearchDisk::earlierList_behindALinkOfTheUsers() {
     QCOMPARE(panel.names(), QStringList(QStringLiteral("A")));
     QCOMPARE(QFileInfo(list).symLinkTarget(), place);
     QCOMPARE(WindowFixture::bytesOf(place), QByteArray("A\n"));
+}
+
+void TestWindowSearchDisk::linkOfSomebodyElse_isNotReadThrough() {
+    if (::geteuid() != 0)
+        QSKIP("only root can give a link away");
+    WindowFixture velm;
+    velm.useTool("echo precious >mine; ln -sf mine temp_sr.bin; chown -h 12345 temp_sr.bin\n");
+    velm.start();
+    const Panel panel(velm);
+    panel.searchFor(QStringLiteral("w27"));
+    QCOMPARE(panel.names(), QStringList());
+    QVERIFY2(panel.remark->text().contains(u"It is a link that belongs to somebody else"),
+             qPrintable(panel.remark->text()));
 }
 
 QTEST_MAIN(TestWindowSearchDisk)
