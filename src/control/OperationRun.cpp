@@ -114,7 +114,7 @@ RunRecord carryOut(ScriptedMiniPro &run, const ToolSettings &settings, const Bur
 }
 
 ReadFile loadReadFile(const QString &path, Log &log) {
-    return {path, orLogged(loadWholeFile(path), log)};
+    return {path, orLogged(loadOwnFile(path), log)};
 }
 
 bool judgeRead(RunRecord &record, const ReadFile &file) {

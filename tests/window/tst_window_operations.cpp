@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QPushButton>
 
+#include <unistd.h>
+
 /// The operation buttons and what they leave.
 class TestWindowOperations : public QObject {
     Q_OBJECT
@@ -85,6 +87,9 @@ void TestWindowOperations::read_whoseFileCannotBeLoadedLeavesNothing_data() {
     QTest::newRow("a folder in its place") << QByteArray("mkdir \"$4\"\n");
     QTest::newRow("a pipe in its place") << QByteArray("mkfifo \"$4\"\n");
     QTest::newRow("a link to nowhere") << QByteArray("ln -s /nowhere/at/all \"$4\"\n");
+    if (::geteuid() == 0) // who alone can give a link away
+        QTest::newRow("a link of somebody else's")
+            << QByteArray("echo precious >mine; ln -s mine \"$4\"; chown -h 12345 \"$4\"\n");
 }
 
 void TestWindowOperations::read_whoseFileCannotBeLoadedLeavesNothing() {
