@@ -71,6 +71,24 @@ Work decoding() {
     return [buffer] { mustHold(DisplayText(buffer).isMultiByte(), "the text was not decoded"); };
 }
 
+/// Of the bytes that are edited the first makes another text of all others, and the last gives it
+/// back.
+Work editingText() {
+    const auto buffer = std::make_shared<QByteArray>(mebibyte, '\0');
+    const auto text = std::make_shared<DisplayText>(buffer);
+    return [buffer, text] {
+        const auto edit = [&](qsizetype offset, char byte) {
+            (*buffer)[offset] = byte;
+            text->update(buffer, {offset, 1});
+        };
+        for (const char byte : {'\x80', '\0', '\xc3', '\0'})
+            edit(mebibyte / 2, byte);
+        edit(mebibyte / 2 + 1, '\xa9');
+        edit(mebibyte / 2, '\xc3');
+        mustHold(text->isMultiByte(), "the edits were not decoded");
+    };
+}
+
 Work judging() {
     const QString said =
         repeated("Found T48 00.1.33 (0x121)\nWarning: Firmware is newer than expected.\n"
@@ -142,12 +160,11 @@ Work playingTerminal() {
 } // namespace
 
 std::vector<HotPath> hotPaths() {
-    return {{"compose", composing},
-            {"decode", decoding},
-            {"judge", judging},
-            {"progress", readingProgress},
-            {"logic-report", parsingReport},
-            {"catalogue", parsingCatalogue},
-            {"settings", keepingSettings},
-            {"terminal", playingTerminal}};
+    return {
+        {"compose", composing},          {"decode", decoding},
+        {"text-edits", editingText},     {"judge", judging},
+        {"progress", readingProgress},   {"logic-report", parsingReport},
+        {"catalogue", parsingCatalogue}, {"settings", keepingSettings},
+        {"terminal", playingTerminal},
+    };
 }
