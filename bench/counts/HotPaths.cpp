@@ -3,9 +3,9 @@
 
 #include "counts/HotPaths.h"
 
-#include "files/TextLines.h"
 #include "image/DisplayText.h"
 #include "image/ImageComposition.h"
+#include "language/DeviceListing.h"
 #include "language/LogicReport.h"
 #include "language/RunJudgement.h"
 #include "language/ToolReportReader.h"
@@ -123,12 +123,8 @@ Work parsingCatalogue() {
     for (int name = 0; name < catalogueNames; ++name)
         text += QStringLiteral("AT28C%1@SOIC28\n").arg(name);
     return [text] {
-        QStringList names;
-        LineCursor lines(text);
-        while (const auto line = lines.next())
-            if (!line->isEmpty())
-                names.append(line->toString());
-        mustHold(names.size() == catalogueNames, "names are missing");
+        const Result<DeviceListing> listing = readDeviceListing(text);
+        mustHold(listing && listing->names.size() == catalogueNames, "names are missing");
     };
 }
 
