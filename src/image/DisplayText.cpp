@@ -163,18 +163,36 @@ DisplayText::DisplayText(ByteBuffer buffer)
 
 ByteRange DisplayText::update(const ByteBuffer &buffer, ByteRange changed) {
     const bool wasMultiByte = isMultiByte();
-    if (!buffer || buffer != buffer_) {
+    const std::pair sizes(length_, byteLength_);
+    const bool isKnown = buffer && buffer == buffer_;
+    if (isKnown)
+        decodeAgain(changed);
+    else
         *this = DisplayText(buffer);
-    } else {
-        const qsizetype before = byteLength_;
-        byteLength_ = lengthOf(buffer_);
-        forgetBlocksBehindEnd();
-        checkAgain(changed);
-        if (byteLength_ != before)
-            checkAgain({std::min(before, byteLength_), byteLength_});
-        decode();
-    }
-    return wasMultiByte || isMultiByte() ? ByteRange{0, lengthOf(buffer)} : changed;
+    if (!wasMultiByte && !isMultiByte())
+        return changed;
+    const bool keepsPlaces =
+        isKnown && wasMultiByte && isMultiByte() && sizes == std::pair(length_, byteLength_);
+    return keepsPlaces ? charactersAround(changed) : ByteRange{0, byteLength_};
+}
+
+void DisplayText::decodeAgain(ByteRange changed) {
+    const qsizetype before = byteLength_;
+    byteLength_ = lengthOf(buffer_);
+    forgetBlocksBehindEnd();
+    checkAgain(changed);
+    if (byteLength_ != before)
+        checkAgain({std::min(before, byteLength_), byteLength_});
+    decode();
+}
+
+// No unit has a higher number than its byte. From the start of a block on, characters that begin
+// before the changed bytes have the numbers that they had.
+ByteRange DisplayText::charactersAround(ByteRange changed) const {
+    const qint64 first = std::clamp<qint64>(changed.offset - longestCharacter, 0, byteLength_ - 1);
+    const qint64 start = unitsBeforeBlock_[size_t(first / blockSize)];
+    const qint64 end = std::min<qint64>(changed.end() + longestCharacter, byteLength_);
+    return {start, end - start};
 }
 
 void DisplayText::forgetBlocksBehindEnd() {

@@ -27,9 +27,9 @@ public:
     /// Decodes \a buffer anew. If it is the one that was decoded before, and since then only the
     /// bytes of \a changed were edited, others appended or the last ones cut off, only these are
     /// looked at, and those around them that may belong to their characters; and further ones that
-    /// nobody has looked at, where what is known of the rest does not tell enough. Returns the
-    /// bytes that read otherwise than before: one byte changes how all others read, unless each of
-    /// them is, and stays, a character.
+    /// nobody has looked at, where what is known of the rest does not tell enough. Returns all
+    /// bytes that read otherwise than before, and perhaps some around them: one byte changes how
+    /// all others read, unless there are as many characters as before.
     ByteRange update(const ByteBuffer &buffer, ByteRange changed);
 
     /// Length in UTF-16 code units.
@@ -47,11 +47,13 @@ public:
 private:
     QByteArrayView decodedBytes() const;
     void decode();
+    void decodeAgain(ByteRange changed);
     void forgetBlocksBehindEnd();
     void checkAgain(ByteRange changed);
     void checkOn();
     void setUnits(size_t block, quint16 units);
     void countUnits();
+    ByteRange charactersAround(ByteRange changed) const;
 
     ByteBuffer buffer_;
     qsizetype byteLength_ = 0;

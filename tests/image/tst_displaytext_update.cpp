@@ -70,6 +70,13 @@ void compareWithAnew(const DisplayText &text, const ByteBuffer &bytes, qsizetype
     QCOMPARE(text.units(from, 16), anew.units(from, 16));
 }
 
+/// Units that were not told to read otherwise are the same.
+void compareOutside(ByteRange told, const QString &before, const QString &after) {
+    QCOMPARE(before.first(std::min(before.size(), told.offset)),
+             after.first(std::min(after.size(), told.offset)));
+    QCOMPARE(before.mid(told.end()), after.mid(told.end()));
+}
+
 } // namespace
 
 /// Text of an image that is edited.
@@ -83,6 +90,7 @@ private slots:
     void looksOnlyAtWhatChanged_data();
     void looksOnlyAtWhatChanged();
     void tellsWhatReadsOtherwise();
+    void ofAsManyCharactersTellsOnlyThose();
     void ofAnotherBufferDecodesIt();
 };
 
@@ -127,16 +135,26 @@ void TestDisplayTextUpdate::isWhatDecodingAnewGives() {
 
 // A character that belongs to two blocks is UTF-8 by the bytes of both.
 void TestDisplayTextUpdate::whereBlocksMeet() {
-    const QByteArray pieces[] = {"a", "\x82", "\xc3", "abc", "\xc3\xa9", "\xf0\x9f\x92\xbe"};
+    const QByteArray pieces[] = {"a",
+                                 "\x82",
+                                 "\xc3",
+                                 "abc",
+                                 "\xc3\xa9",
+                                 "\xe2\x82\xad",
+                                 "\xad\xe2\x82",
+                                 "\x82\xad\xe2",
+                                 "\xf0\x9f\x92\xbe"};
     const auto bytes = buffer(QByteArray("\xe2\x82\xac").repeated(4096));
     DisplayText text(bytes);
     for (qsizetype offset = 4088; offset < 4104; ++offset) {
         for (const QByteArray &piece : pieces) {
             const QByteArray before = bytes->mid(offset, piece.size());
             for (const QByteArray &now : {piece, before}) {
+                const QString shown = text.units(0, text.length());
                 bytes->replace(offset, now.size(), now);
-                text.update(bytes, {offset, now.size()});
+                const ByteRange told = text.update(bytes, {offset, now.size()});
                 compareWithAnew(text, bytes, 0);
+                compareOutside(told, shown, text.units(0, text.length()));
             }
         }
         const QByteArray behind = bytes->mid(offset);
@@ -200,10 +218,25 @@ void TestDisplayTextUpdate::tellsWhatReadsOtherwise() {
     QCOMPARE(replaced(0, "w"), std::pair(qint64(0), qint64(1)));
 }
 
+void TestDisplayTextUpdate::ofAsManyCharactersTellsOnlyThose() {
+    const auto bytes = buffer(QByteArray("\xe2\x82\xac"
+                                         "a")
+                                  .repeated(100'000));
+    DisplayText text(bytes);
+    (*bytes)[200'003] = 'b';
+    const ByteRange told = text.update(bytes, {200'003, 1});
+    QVERIFY(told.offset > 90'000 && told.offset <= 100'001);
+    QVERIFY(told.end() > 200'003 && told.end() < 200'020);
+    bytes->replace(200'000, 4, "abcd");
+    QCOMPARE(text.update(bytes, {200'000, 4}).length, 400'000);
+}
+
 void TestDisplayTextUpdate::ofAnotherBufferDecodesIt() {
     DisplayText text(buffer("abc"));
     text.update(buffer("\xe2\x82\xac"), {0, 0});
     QCOMPARE(text.units(0, 9), QString(QChar(0x20AC)));
+    for (const char *character : {"\xe2\x82\xad", "\xe2\x82\xae"})
+        QCOMPARE(text.update(buffer(QByteArray(character).repeated(4)), {0, 0}).length, 12);
     text.update(nullptr, {0, 0});
     QCOMPARE(text.length(), 0);
     text.update(nullptr, {0, 1});
