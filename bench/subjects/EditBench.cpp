@@ -79,8 +79,11 @@ public:
     double undo() {
         return untilPainted([this] { window_.trigger(QKeySequence(QKeySequence::Undo)); });
     }
+    /// Takes back what it has made again, for the next round to begin with what was opened.
     double redo() {
-        return untilPainted([this] { window_.trigger(QKeySequence::Redo); });
+        const double taken = untilPainted([this] { window_.trigger(QKeySequence::Redo); });
+        undo();
+        return taken;
     }
     /// Fills all bytes with a value that is another one each time.
     double fill() {
@@ -101,9 +104,14 @@ private:
         CellEditor *editor = grid.entries().editor();
         if (!editor)
             throw std::runtime_error("no cell opens");
-        value_ = (value_ + 1) % bytes;
+        const QString there = editor->text();
+        QString entry;
+        do {
+            value_ = (value_ + 1) % bytes;
+            entry = QString::number(bytes + value_, base).toUpper();
+        } while (entry == there);
         editor->selectAll();
-        editor->insert(QString::number(bytes + value_, base));
+        editor->insert(entry);
         QCoreApplication::processEvents();
         return *editor;
     }
@@ -142,7 +150,7 @@ std::string sizeName(qint64 size) {
                : std::to_string(mebibytes / mebibytesInGibibyte) + " GiB";
 }
 
-/// Random bytes are no text, and zeros are until the first edit.
+/// Random bytes are no text, and zeros are without the edit of a round.
 struct Subject {
     std::string name;
     std::unique_ptr<EditedWindow> window;
