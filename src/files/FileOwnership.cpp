@@ -54,7 +54,6 @@ QByteArrayList namesBehind(const QByteArray &name) {
 // The folder of \a path is where the user wants the file to be. What is behind the first link is
 // walked through, folder by folder, since a link to a folder leads astray as well.
 bool isNoForeignLink(const QString &path) {
-    constexpr int maxLinks = 40; // as many as the system follows
     const Result<QByteArray> name = systemName(path);
     if (!name)
         return true;

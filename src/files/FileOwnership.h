@@ -7,6 +7,9 @@
 
 #include <QString>
 
+/// How many links the system follows on the way to one file.
+inline constexpr int maxLinks = 40;
+
 /// True unless the name \a path is a link that somebody else has put there, or may have, or leads
 /// on over one: a link is the user's own, or root's, if it belongs to one of them and so does its
 /// folder.

@@ -53,7 +53,6 @@ Result<void> placeOnDisk(UnfinishedFile &file) {
 } // namespace
 
 QString behindLinks(const QString &path) {
-    constexpr int maxLinks = 40; // as many as the system follows
     QFileInfo target(path);
     if (target.exists())
         return target.canonicalFilePath();
