@@ -63,10 +63,9 @@ QString padSizeRemark(const CompositionInputs &inputs) {
     const std::optional<qint32> size = scanInt(inputs.pad_to);
     if (!size)
         return tr("Pad to holds no number: nothing is padded.");
-    const auto wrapped = qint32(quint32(*size) * quint32(kibibyte));
-    if (*size > 0 && wrapped != *size * kibibyte)
+    if (*size > 0 && inputs.padSize() != *size * kibibyte)
         return tr("Pad to is too large for its field: it counts as %1 bytes.")
-            .arg(grouped(wrapped));
+            .arg(grouped(inputs.padSize()));
     if (!isWhole(inputs.pad_to, "\\s*[-+]?[0-9]+\\s*"))
         return tr("Only the beginning of \u201c%1\u201d is a number: the data are padded to %2 "
                   "KiB.")

@@ -16,17 +16,11 @@ namespace {
 
 using Reason = RefusedComposition::Reason;
 
-/// Kibibytes become bytes in 32-bit arithmetic, which wraps round for very large values.
-qint32 padSizeOf(const QString &pad_to) {
-    const qint32 size = scanInt(pad_to).value_or(0);
-    return size > 0 ? qint32(quint32(size) * quint32(kibibyte)) : size;
-}
-
 /// One composition from its inputs to its image, step by step.
 class Composer {
 public:
     explicit Composer(const CompositionInputs &inputs)
-        : inputs_(inputs), padSize_(padSizeOf(inputs.pad_to)), padByte_(inputs.padByte()) {}
+        : inputs_(inputs), padSize_(inputs.padSize()), padByte_(inputs.padByte()) {}
 
     Composition compose() {
         report("have read pad_to and converted to %1", padSize_);
@@ -49,7 +43,7 @@ private:
     }
 
     ComposedImage fromOpenedBinary() {
-        const qint64 start = scanHexInt(inputs_.rom_start_address).value_or(0);
+        const qint64 start = inputs_.startAddress();
         report("start_address is %1", start);
         const qint64 binaryLength = lengthOf(inputs_.opened_bin_data);
         const auto length = stretched(start + binaryLength);
@@ -126,15 +120,27 @@ private:
 
 } // namespace
 
+// Kibibytes become bytes in 32-bit arithmetic, which wraps round for very large values.
+qint32 CompositionInputs::padSize() const {
+    const qint32 size = scanInt(pad_to).value_or(0);
+    return size > 0 ? qint32(quint32(size) * quint32(kibibyte)) : size;
+}
+
+quint32 CompositionInputs::startAddress() const {
+    return scanHexInt(rom_start_address).value_or(0);
+}
+
+const ByteBuffer &CompositionInputs::sourceBytes(CompositionSource source) const {
+    return source == CompositionSource::ReadData ? read_from_chip_data : opened_bin_data;
+}
+
 Composition composeImage(const CompositionInputs &inputs) {
     return Composer(inputs).compose();
 }
 
 std::optional<CompositionSource> sourceOfBytes(const CompositionInputs &inputs,
                                                const Composition &composition) {
-    const bool isRead = composition.source == CompositionSource::ReadData;
-    if (!composition.image ||
-        lengthOf(isRead ? inputs.read_from_chip_data : inputs.opened_bin_data) == 0)
+    if (!composition.image || lengthOf(inputs.sourceBytes(composition.source)) == 0)
         return std::nullopt;
     return composition.source;
 }

@@ -12,6 +12,9 @@
 
 #include <optional>
 
+/// Which bytes an image was made from.
+enum class CompositionSource { ReadData, OpenedBinary };
+
 /// Everything that an output image is made from, as it is at the moment of composing.
 struct CompositionInputs {
     ByteBuffer read_from_chip_data;
@@ -28,10 +31,12 @@ struct CompositionInputs {
     bool padWithZero = false;
 
     quint8 padByte() const { return padWithZero ? 0x00 : erasedByte; }
+    /// What pad_to asks for in bytes, whether or not it is stretched to: 0 without a number there.
+    qint32 padSize() const;
+    /// The number in rom_start_address; 0 without one.
+    quint32 startAddress() const;
+    const ByteBuffer &sourceBytes(CompositionSource source) const;
 };
-
-/// Which bytes an image was made from.
-enum class CompositionSource { ReadData, OpenedBinary };
 
 /// Why no image was made.
 struct RefusedComposition {

@@ -4,7 +4,6 @@
 #include "image/ImageRevisions.h"
 
 #include "files/ByteBuffer.h"
-#include "image/NumberScanning.h"
 
 #include <algorithm>
 
@@ -17,14 +16,14 @@ constexpr size_t maxKnown = 64;
 
 ImageRevisions::Origin ImageRevisions::originOf(const CompositionInputs &inputs,
                                                 const Composition &composition) {
-    const bool fromRead = composition.source == CompositionSource::ReadData;
-    const ByteBuffer &source = fromRead ? inputs.read_from_chip_data : inputs.opened_bin_data;
+    const ByteBuffer &source = inputs.sourceBytes(composition.source);
     Origin origin;
     origin.length = composition.image ? (*composition.image)->size() : -1;
     if (lengthOf(source) > 0) {
         origin.source = source;
         origin.hasSource = true;
-        origin.start = fromRead ? 0 : scanHexInt(inputs.rom_start_address).value_or(0);
+        if (composition.source == CompositionSource::OpenedBinary)
+            origin.start = inputs.startAddress();
     }
     const bool pads = origin.length > lengthOf(source);
     origin.padsWithZero = pads && inputs.padWithZero;
