@@ -8,7 +8,6 @@
 #include "control/AppDelegate.h"
 #include "devices/ChipInquiry.h"
 #include "devices/ImageFit.h"
-#include "language/NextStep.h"
 
 #include "ui_MainWindow.h"
 
@@ -44,6 +43,6 @@ void wireChip(MainWindow &window, AppDelegate &delegate, ChipInquiry &inquiry,
     QObject::connect(c.btn_pad_to_chip, &QPushButton::clicked, &delegate, [fit, &steps] {
         const std::optional<ImageFit> now = fit();
         if (now && now->padTo)
-            steps.buttonFor(nextSteps::PadTo{*now->padTo}).run();
+            steps.buttonFor(*now->padTo).run();
     });
 }

@@ -3,7 +3,6 @@
 
 #include "devices/ImageFit.h"
 
-#include "base/Units.h"
 #include "language/ImageEncoding.h"
 
 #include <variant>
@@ -22,7 +21,6 @@ std::optional<ImageFit> fitOf(const ByteBuffer &image, const DeviceAnswer &answe
     const qint64 length = lengthOf(image);
     if (!needed || length == 0 || encodingForTool(*image) != ImageEncoding::Raw)
         return std::nullopt;
-    const bool canBePadded = length < *needed && *needed % kibibyte == 0 && *needed <= largestImage;
     return ImageFit{length - *needed,
-                    canBePadded ? std::optional(*needed / kibibyte) : std::nullopt};
+                    length < *needed ? nextSteps::PadTo::toReach(*needed) : std::nullopt};
 }

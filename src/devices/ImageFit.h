@@ -5,6 +5,7 @@
 
 #include "files/ByteBuffer.h"
 #include "language/DeviceDescription.h"
+#include "language/NextStep.h"
 
 #include <optional>
 
@@ -12,9 +13,9 @@
 struct ImageFit {
     /// By how many bytes the image is longer than the chip; negative where it is shorter.
     qint64 excess = 0;
-    /// The number for the field "Pad to", in KiB, with which the image fills the chip; nothing if
-    /// it does so already, is longer, or no number does.
-    std::optional<qint64> padTo;
+    /// With what the image fills the chip; nothing if it does so already, is longer, or nothing
+    /// does.
+    std::optional<nextSteps::PadTo> padTo;
 
     friend bool operator==(const ImageFit &, const ImageFit &) = default;
 };

@@ -259,8 +259,7 @@ FailureWords FailureWording::operator()(const WrongSize &size) const {
                                  "mismatch to use only the first %1 bytes.")
                                   .arg(needed));
     FailureWords words = failed(reason, lengthen(size.needed));
-    if (const std::optional<qint64> padTo = padToReach(size.needed, facts_))
-        words.offer = nextSteps::PadTo{*padTo};
+    words.offer = padToReach(size.needed, facts_);
     return words;
 }
 
@@ -270,8 +269,9 @@ QString FailureWording::lengthen(qint64 needed) const {
                                     "does not come from these data.")
                                : tr("or turn on Ignore size mismatch: the rest of the chip is "
                                     "then not compared.");
-    const std::optional<qint64> padTo = padToReach(needed, facts_);
-    return padTo ? tr("Turn on Pad with Pad to %1 KiB, %2").arg(QString::number(*padTo), ignore)
+    const std::optional<nextSteps::PadTo> padTo = padToReach(needed, facts_);
+    return padTo ? tr("Turn on Pad with Pad to %1 KiB, %2")
+                       .arg(QString::number(padTo->kibibytes), ignore)
                  : tr("Use a file of %1 bytes, %2").arg(grouped(needed), ignore);
 }
 

@@ -3,8 +3,11 @@
 
 #pragma once
 
+#include "files/ByteBuffer.h"
+
 #include <QString>
 
+#include <optional>
 #include <variant>
 
 /// What the program itself can do next about a run's end, if the user wants it.
@@ -13,6 +16,13 @@ namespace nextSteps {
 /// Pads the data to burn to the chip's size, in KiB.
 struct PadTo {
     qint64 kibibytes = 0;
+
+    /// The step to \a size bytes; nothing if no number of KiB, or no image, is that large.
+    static std::optional<PadTo> toReach(qint64 size) {
+        return size % kibibyte == 0 && size <= largestImage ? std::optional(PadTo{size / kibibyte})
+                                                            : std::nullopt;
+    }
+    friend bool operator==(const PadTo &, const PadTo &) = default;
 };
 struct RemoveWriteProtection {};
 struct ChooseTool {};

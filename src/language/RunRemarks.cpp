@@ -3,8 +3,6 @@
 
 #include "language/RunRemarks.h"
 
-#include "base/Units.h"
-
 #include <QCoreApplication>
 
 ImageEncoding encodingOf(const RunFacts &facts) {
@@ -27,7 +25,6 @@ QString putIntoAdapter() {
                                        "Put the chip into its adapter and try again.");
 }
 
-std::optional<qint64> padToReach(qint64 size, const RunFacts &facts) {
-    return facts.imageIsShown && size % kibibyte == 0 ? std::optional(size / kibibyte)
-                                                      : std::nullopt;
+std::optional<nextSteps::PadTo> padToReach(qint64 size, const RunFacts &facts) {
+    return facts.imageIsShown ? nextSteps::PadTo::toReach(size) : std::nullopt;
 }

@@ -21,6 +21,6 @@ QString remarkOnChipId(const ToolReport &report);
 /// What to do where the tool found no adapter for the chip, translated.
 QString putIntoAdapter();
 
-/// The number for the field "Pad to" with which the data that the run of \a facts was handed come
-/// to \a size bytes; nothing if no number does, or the data were not those shown.
-std::optional<qint64> padToReach(qint64 size, const RunFacts &facts);
+/// The step with which the data that the run of \a facts was handed come to \a size bytes; nothing
+/// if there is none, or the data were not those shown.
+std::optional<nextSteps::PadTo> padToReach(qint64 size, const RunFacts &facts);

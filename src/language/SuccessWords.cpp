@@ -209,20 +209,17 @@ RunOutcome SuccessWording::longFile(const WrongSize &sizes) const {
 // What lies behind the end is not certain: the tool fills the block that it reads at a time, and
 // what comes after that is as the erasure, or somebody else, left it.
 RunOutcome SuccessWording::shortFile(const WrongSize &sizes) const {
-    const std::optional<qint64> padTo = padToReach(sizes.needed, facts_);
+    const std::optional<nextSteps::PadTo> padTo = padToReach(sizes.needed, facts_);
     const QString needed = grouped(sizes.needed);
-    std::optional<NextStep> offer;
-    if (padTo)
-        offer = nextSteps::PadTo{*padTo};
     const QString nextStep =
         padTo ? tr("Turn on Pad with Pad to %1 KiB (%2 bytes) to cover the whole chip.")
-                    .arg(QString::number(*padTo), needed)
+                    .arg(QString::number(padTo->kibibytes), needed)
               : tr("Use a file of %1 bytes to cover the whole chip.").arg(needed);
     if (!isWrite())
         return qualified(tr("Verify succeeded in part: only the first %1 of the chip's %2 bytes "
                             "were compared.")
                              .arg(grouped(sizes.found), needed),
-                         nextStep, offer);
+                         nextStep, padTo);
     const QString sentence =
         report_.verified
             ? tr("Write succeeded, but the file is shorter than the chip: all %1 bytes are on it; "
@@ -230,7 +227,7 @@ RunOutcome SuccessWording::shortFile(const WrongSize &sizes) const {
             : tr("Write succeeded, but the file is shorter than the chip: all %1 bytes were "
                  "written and not verified; its other %2 bytes are not from the file.");
     return qualified(sentence.arg(grouped(sizes.found), grouped(sizes.needed - sizes.found)),
-                     nextStep, offer);
+                     nextStep, padTo);
 }
 
 RunOutcome SuccessWording::unknownSize() const {

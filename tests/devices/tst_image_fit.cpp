@@ -56,7 +56,7 @@ void TestImageFit::sizes_areCompared() {
     const std::optional<ImageFit> found = fit(QByteArray(length, 'x'), sections);
     QVERIFY(found);
     QCOMPARE(found->excess, excess);
-    QCOMPARE(found->padTo.value_or(-1), padTo);
+    QCOMPARE(found->padTo.value_or(nextSteps::PadTo{-1}).kibibytes, padTo);
 }
 
 void TestImageFit::whatIsNotSure_isNotCompared_data() {

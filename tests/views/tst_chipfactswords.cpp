@@ -71,7 +71,8 @@ void TestChipFactsWords::fit_isToldWhereItIsNone() {
     QCOMPARE(fitWords(std::nullopt), QString());
     QCOMPARE(fitWords(ImageFit{0, std::nullopt}), QString());
     QCOMPARE(fitWords(ImageFit{7232, std::nullopt}), QStringLiteral("data too long by 7,232"));
-    QCOMPARE(fitWords(ImageFit{-2768, 32}), QStringLiteral("data shorter by 2,768"));
+    QCOMPARE(fitWords(ImageFit{-2768, nextSteps::PadTo{32}}),
+             QStringLiteral("data shorter by 2,768"));
 }
 
 QTEST_GUILESS_MAIN(TestChipFactsWords)
