@@ -13,6 +13,18 @@ constexpr bool endsLine(char character) {
     return character == '\r' || character == '\n';
 }
 
+/// How many units at \a at of \a text, bytes or characters, end a line of a file: 2 for a carriage
+/// return with its line feed, 0 for none.
+template <typename View>
+constexpr qsizetype lineEndAt(const View &text, qsizetype at) {
+    const auto isAt = [&](qsizetype place, char16_t unit) {
+        return place < text.size() && text[place] == unit;
+    };
+    if (isAt(at, u'\r'))
+        return isAt(at + 1, u'\n') ? 2 : 1;
+    return isAt(at, u'\n') ? 1 : 0;
+}
+
 /// True for the characters that end a line on their own: line feed, vertical tab, form feed,
 /// carriage return, next line (U+0085), line and paragraph separator.
 bool isLineBreak(QChar character);

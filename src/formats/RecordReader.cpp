@@ -148,12 +148,10 @@ void RecordReader::lookBehindEnd(QByteArrayView text, qsizetype stop) {
     }
 }
 
-// CR, LF and CR LF each end one line.
 void RecordReader::passLineEnd(QByteArrayView text) {
     if (at_ == text.size())
         return;
-    const bool isPair = text[at_] == '\r' && at_ + 1 < text.size() && text[at_ + 1] == '\n';
-    at_ += isPair ? 2 : 1;
+    at_ += lineEndAt(text, at_);
     ++line_;
 }
 

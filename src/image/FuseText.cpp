@@ -4,6 +4,7 @@
 #include "image/FuseText.h"
 
 #include "base/Digits.h"
+#include "files/TextLines.h"
 
 #include <algorithm>
 
@@ -49,11 +50,9 @@ std::optional<Fuse> readFuse(QStringView line) {
 
 /// Takes the first line, and its end, off \a text.
 QByteArrayView takeLine(QByteArrayView &text) {
-    const auto *const end = std::find_if(text.begin(), text.end(),
-                                         [](char byte) { return byte == '\n' || byte == '\r'; });
+    const auto *const end = std::find_if(text.begin(), text.end(), endsLine);
     const QByteArrayView line = text.first(end - text.begin());
-    text = text.sliced(line.size());
-    text = text.sliced(text.startsWith("\r\n") ? 2 : std::min<qsizetype>(text.size(), 1));
+    text = text.sliced(line.size() + lineEndAt(text, line.size()));
     return line;
 }
 

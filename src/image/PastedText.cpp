@@ -6,6 +6,7 @@
 #include "base/Digits.h"
 #include "base/Units.h"
 #include "files/ByteBuffer.h"
+#include "files/TextLines.h"
 #include "image/RowText.h"
 
 #include <QRegularExpression>
@@ -112,20 +113,10 @@ void PastedText::finish() {
 
 void PastedText::pass(qsizetype units) {
     for (; units > 0; --units, ++at_)
-        if (text_.at(at_) <= u'\r' && lineEndAt(at_) == 1) {
+        if (text_.at(at_) <= u'\r' && lineEndAt(text_, at_) == 1) {
             ++line_;
             lineStart_ = at_ + 1;
         }
-}
-
-// How many units end a line at \a at: 2 for a carriage return with its line feed, 0 for none.
-qsizetype PastedText::lineEndAt(qsizetype at) const {
-    const auto isAt = [&](qsizetype place, QChar unit) {
-        return place < text_.size() && text_.at(place) == unit;
-    };
-    if (isAt(at, u'\r'))
-        return isAt(at + 1, u'\n') ? 2 : 1;
-    return isAt(at, u'\n') ? 1 : 0;
 }
 
 void PastedText::fail(Kind kind) {

@@ -78,7 +78,6 @@ private:
     void finish();
 
     QStringView rest() const { return QStringView(text_).sliced(at_); }
-    qsizetype lineEndAt(qsizetype at) const;
     void pass(qsizetype units);
     void append(int byte) { bytes_.append(char(byte)); }
     void fail(Kind kind);

@@ -7,6 +7,7 @@
 
 #include "base/Digits.h"
 #include "base/Units.h"
+#include "files/TextLines.h"
 #include "image/RowText.h"
 
 #include <QRegularExpression>
@@ -91,7 +92,7 @@ bool PastedText::takeComment() {
         return true;
     }
     const bool isBlock = place_ == Place::BlockComment;
-    const bool ends = isBlock ? rest().startsWith(u"*/") : lineEndAt(at_) > 0;
+    const bool ends = isBlock ? rest().startsWith(u"*/") : lineEndAt(text_, at_) > 0;
     if (ends)
         place_ = Place::Inside;
     pass(ends && isBlock ? 2 : 1);
@@ -122,7 +123,8 @@ void PastedText::takeLiteral() {
     if (place_ == Place::Inside)
         return takeLiteralCharacter();
     const QChar unit = text_.at(at_);
-    if (unit.isSpace() || unit == u'(' || unit == u')' || (unit == u'\\' && lineEndAt(at_ + 1) > 0))
+    if (unit.isSpace() || unit == u'(' || unit == u')' ||
+        (unit == u'\\' && lineEndAt(text_, at_ + 1) > 0))
         return pass(1);
     const bool isStart = unit.toLower() == u'b' && rest().size() > 1 &&
                          (text_.at(at_ + 1) == u'\'' || text_.at(at_ + 1) == u'"');
@@ -138,7 +140,7 @@ void PastedText::takeLiteralCharacter() {
     const QChar unit = text_.at(at_);
     if (unit == u'\\')
         return takeEscape();
-    if (lineEndAt(at_) > 0)
+    if (lineEndAt(text_, at_) > 0)
         return fail(Kind::NoEnd);
     if (unit == quote_)
         place_ = Place::Outside;
@@ -155,7 +157,7 @@ void PastedText::takeEscape() {
     const QStringView behind = rest().sliced(1);
     if (behind.isEmpty())
         return fail(Kind::NoEnd);
-    if (const qsizetype lineEnd = lineEndAt(at_ + 1); lineEnd > 0)
+    if (const qsizetype lineEnd = lineEndAt(text_, at_ + 1); lineEnd > 0)
         return pass(1 + lineEnd);
     const qsizetype octals = digitsIn(behind, octal, maxOctal);
     const bool isHex = behind.front() == u'x' && digitsIn(behind.sliced(1), hexadecimal, 2) == 2;
@@ -197,7 +199,7 @@ void PastedText::takeRow() {
         if (!takeRowBytes(line.sliced(cellsAt)))
             return fail(Kind::NoRow);
     }
-    pass(line.size() + lineEndAt(at_ + line.size()));
+    pass(line.size() + lineEndAt(text_, at_ + line.size()));
 }
 
 // False if \a cells do not begin with the bytes of a row, or there were places without a byte

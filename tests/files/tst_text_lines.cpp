@@ -12,6 +12,7 @@ private slots:
     void lines_areCutAtEachBreak_data();
     void lines_areCutAtEachBreak();
     void lines_referToTheText();
+    void lineOfAFile_endsWithOneUnitOrAPair();
 };
 
 void TestTextLines::lines_areCutAtEachBreak_data() {
@@ -52,6 +53,15 @@ void TestTextLines::lines_referToTheText() {
     LineCursor cursor(text);
     QCOMPARE(cursor.next()->data(), text.constData());
     QCOMPARE(cursor.next()->data(), text.constData() + 6);
+}
+
+void TestTextLines::lineOfAFile_endsWithOneUnitOrAPair() {
+    const QByteArrayView text("a\r\nb\n\rc\r");
+    QList<qsizetype> lengths;
+    for (qsizetype at = 0; at <= text.size(); ++at)
+        lengths.append(lineEndAt(text, at));
+    QCOMPARE(lengths, (QList<qsizetype>{0, 2, 1, 0, 1, 1, 0, 1, 0}));
+    QCOMPARE(lineEndAt(QStringLiteral("\u0A0D\r\n"), 1), 2);
 }
 
 QTEST_GUILESS_MAIN(TestTextLines)
