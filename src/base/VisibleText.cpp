@@ -5,7 +5,6 @@
 
 #include "base/Digits.h"
 
-#include <QChar>
 #include <QList>
 
 #include <algorithm>
@@ -59,6 +58,15 @@ QString escapeOf(char32_t character) {
 }
 
 } // namespace
+
+QString onOneLine(QString text) {
+    const auto breaksLine = [](QChar unit) {
+        return unit.category() == QChar::Other_Control || unit == QChar::LineSeparator ||
+               unit == QChar::ParagraphSeparator;
+    };
+    std::replace_if(text.begin(), text.end(), breaksLine, u' ');
+    return text;
+}
 
 QString visibleCharacter(char32_t character) {
     return isUnseen(character) ? escapeOf(character)

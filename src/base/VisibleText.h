@@ -3,8 +3,17 @@
 
 #pragma once
 
+#include <QChar>
 #include <QString>
 #include <QStringView>
+
+/// Printable ASCII, the blank included.
+constexpr bool isPrintableAscii(QChar character) {
+    return character >= u' ' && character <= u'~';
+}
+
+/// \a text with a blank for each control character and each separator of lines.
+QString onOneLine(QString text);
 
 /// \a character as it is; or if nothing is seen of it where it stands in a text, it looks like a
 /// space and is another, or it changes the order of others, as an escape: "\x1b", "\u202e",

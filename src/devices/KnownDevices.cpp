@@ -3,6 +3,7 @@
 
 #include "devices/KnownDevices.h"
 
+#include "base/VisibleText.h"
 #include "devices/ShownName.h"
 #include "language/CustomMark.h"
 #include "settings/SettingsKeys.h"
@@ -13,13 +14,9 @@
 
 namespace {
 
-bool isPlain(QChar character) {
-    return character > u' ' && character < QChar(0x7F);
-}
-
 /// Names that the tool lists are plain; only others take a closer look.
 bool showsAsItIs(const QString &name) {
-    const bool allPlain = std::all_of(name.begin(), name.end(), isPlain);
+    const bool allPlain = std::all_of(name.begin(), name.end(), isPrintableAscii);
     return name.size() <= longestShownName && (allPlain || shownName(name) == name);
 }
 

@@ -3,6 +3,7 @@
 
 #include "grid/GridPainter.h"
 
+#include "base/VisibleText.h"
 #include "grid/GridColumns.h"
 #include "grid/GridView.h"
 #include "widgets/Palette.h"
@@ -48,8 +49,7 @@ constexpr int foundLineHeight = 2;
 constexpr int blockEdge = 2;
 
 bool isPlain(const QString &text) {
-    return std::all_of(text.begin(), text.end(),
-                       [](QChar unit) { return unit >= u' ' && unit <= u'~'; });
+    return std::all_of(text.begin(), text.end(), [](QChar unit) { return isPrintableAscii(unit); });
 }
 
 } // namespace

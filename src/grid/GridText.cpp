@@ -3,6 +3,7 @@
 
 #include "grid/GridText.h"
 
+#include "base/VisibleText.h"
 #include "grid/GridColumns.h"
 #include "grid/GridModel.h"
 #include "image/RowText.h"
@@ -12,17 +13,6 @@
 #include <algorithm>
 
 namespace {
-
-QString withoutControls(QString text) {
-    std::replace_if(
-        text.begin(), text.end(),
-        [](QChar unit) {
-            return unit.category() == QChar::Other_Control || unit == QChar::LineSeparator ||
-                   unit == QChar::ParagraphSeparator;
-        },
-        u' ');
-    return text;
-}
 
 QString dumpLine(const GridModel &model, int row) {
     QStringList bytes;
@@ -36,7 +26,7 @@ QString dumpLine(const GridModel &model, int row) {
 QString fieldsLine(const GridModel &model, int row) {
     QStringList fields;
     for (int column = 0; column < gridColumns; ++column)
-        fields.append(withoutControls(model.cell(row, column).text));
+        fields.append(onOneLine(model.cell(row, column).text));
     while (!fields.isEmpty() && fields.last().isEmpty())
         fields.removeLast();
     return fields.join(u'\t');
@@ -53,7 +43,7 @@ QString gridText(const GridModel &model, const QItemSelection &selection) {
     QString text;
     for (const auto &[first, last] : ranges)
         for (int row = first; row <= last; ++row)
-            text += (model.heading() == GridHeading::Bytes ? withoutControls(dumpLine(model, row))
+            text += (model.heading() == GridHeading::Bytes ? onOneLine(dumpLine(model, row))
                                                            : fieldsLine(model, row)) +
                     u'\n';
     return text;

@@ -5,6 +5,7 @@
 
 #include "base/Digits.h"
 #include "base/Units.h"
+#include "base/VisibleText.h"
 
 #include <QStringList>
 
@@ -54,8 +55,9 @@ QString cArray(QByteArrayView bytes) {
 QString pythonCharacter(char byte) {
     if (byte == '"' || byte == '\\')
         return u'\\' + QString(QLatin1Char(byte));
-    const bool isPlain = byte >= ' ' && byte <= '~';
-    return isPlain ? QString(QLatin1Char(byte)) : QStringLiteral("\\x") + digitsOf(byte);
+    const QLatin1Char character(byte);
+    return isPrintableAscii(character) ? QString(character)
+                                       : QStringLiteral("\\x") + digitsOf(byte);
 }
 
 QString pythonBytes(QByteArrayView bytes) {

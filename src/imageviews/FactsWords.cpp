@@ -7,6 +7,7 @@
 #include "base/NumberWords.h"
 #include "base/TimeWords.h"
 #include "base/Units.h"
+#include "base/VisibleText.h"
 #include "image/AddressWords.h"
 #include "image/BlockWords.h"
 
@@ -96,8 +97,8 @@ QString byteWords(qint64 address, quint8 byte) {
     QStringList words = {
         QStringLiteral("0x") + hexDigits(byte, hexDigitsInByte), QString::number(byte),
         QStringLiteral("0b") + QString::number(byte, binaryBase).rightJustified(bitsInByte, u'0')};
-    if (byte > u' ' && byte < u'\x7F')
-        words << QStringLiteral("\u201c%1\u201d").arg(QChar::fromLatin1(char(byte)));
+    if (const QChar character(char16_t{byte}); byte != u' ' && isPrintableAscii(character))
+        words << QStringLiteral("\u201c%1\u201d").arg(character);
     return FactsWording::tr("at %1: %2")
         .arg(addressWords(address), words.join(QStringLiteral(", ")));
 }

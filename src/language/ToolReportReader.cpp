@@ -4,6 +4,7 @@
 #include "language/ToolReportReader.h"
 
 #include "base/Digits.h"
+#include "base/VisibleText.h"
 #include "language/ToolSentences.h"
 
 #include <algorithm>
@@ -83,8 +84,8 @@ void ToolReportReader::Line::append(QChar character) {
 qsizetype ToolReportReader::Line::appendPlain(QStringView piece) {
     if (inSequence_)
         return 0;
-    const auto isPlain = [](QChar character) { return character >= u' ' && character <= u'~'; };
-    const auto end = std::find_if_not(piece.begin(), piece.end(), isPlain);
+    const auto end = std::find_if_not(piece.begin(), piece.end(),
+                                      [](QChar unit) { return isPrintableAscii(unit); });
     const QStringView plain(piece.begin(), end);
     text_ += plain.first(std::min(plain.size(), longestLine - text_.size()));
     return plain.size();

@@ -3,6 +3,7 @@
 
 #include "widgets/MessageLine.h"
 
+#include "base/VisibleText.h"
 #include "widgets/Announcement.h"
 #include "widgets/Palette.h"
 
@@ -53,16 +54,6 @@ QString withWord(MessageLine::Severity severity, const QString &sentence) {
     case MessageLine::Severity::Information:
         break;
     }
-    return sentence;
-}
-
-/// A message is one line, whatever a path in it may hold.
-QString onOneLine(QString sentence) {
-    const auto breaksLine = [](QChar c) {
-        return c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
-               c.category() == QChar::Separator_Paragraph;
-    };
-    std::replace_if(sentence.begin(), sentence.end(), breaksLine, u' ');
     return sentence;
 }
 

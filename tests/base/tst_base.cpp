@@ -4,6 +4,7 @@
 #include "base/FileDescriptor.h"
 #include "base/Log.h"
 #include "base/MainQueue.h"
+#include "base/VisibleText.h"
 #include "base/WorkState.h"
 
 #include <QSignalSpy>
@@ -26,6 +27,8 @@ private slots:
     void workState_letsOneThingBeginAtATime();
     void workState_stopsWhatGoesOnAndNothingElse();
     void workState_saysWhatIsRunning();
+    void textOnOneLine_hasBlanksForWhatBreaksIt();
+    void printableAscii_isFromBlankToTilde();
 };
 
 void TestBase::log_writesTheTextAsItStandsAndOneLineFeed() {
@@ -132,6 +135,16 @@ void TestBase::workState_saysWhatIsRunning() {
     QCOMPARE(whatIsRunning(Work::Searching), QStringLiteral("A search is running"));
     QCOMPARE(whatIsRunning(Work::Running), QStringLiteral("The programmer tool is running"));
     QCOMPARE(whatIsRunning(Work::Stopping), QStringLiteral("The programmer tool is running"));
+}
+
+void TestBase::textOnOneLine_hasBlanksForWhatBreaksIt() {
+    QCOMPARE(onOneLine(QStringLiteral("a\r\n\u0085\u009b\u2028\u2029\x7f\u00a0\u202e.")),
+             QStringLiteral("a       \u00a0\u202e."));
+}
+
+void TestBase::printableAscii_isFromBlankToTilde() {
+    for (char16_t unit = 0; unit < 0xFFFF; ++unit)
+        QCOMPARE(isPrintableAscii(unit), unit >= 0x20 && unit <= 0x7E);
 }
 
 QTEST_GUILESS_MAIN(TestBase)

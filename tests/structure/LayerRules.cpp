@@ -27,7 +27,7 @@ const QMap<QString, QStringList> &arrows() {
         {QStringLiteral("process"), words("base")},
         {QStringLiteral("language"), words("base files settings")},
         {QStringLiteral("tool"), words("base files settings process language")},
-        {QStringLiteral("widgets"), words("settings tool/Console.h")},
+        {QStringLiteral("widgets"), words("base settings tool/Console.h")},
         {QStringLiteral("grid"), words("base files image language widgets")},
         {QStringLiteral("devices"), words("base files settings language tool widgets")},
         {QStringLiteral("control"),
