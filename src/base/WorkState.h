@@ -15,7 +15,7 @@ enum class Work {
 };
 
 /// What is running while \a work goes on, translated, as the beginning of a sentence: "A search is
-/// running". Not for Idle.
+/// running". Between two runs of a series, when work is Idle, the tool is said to run.
 QString whatIsRunning(Work work);
 
 /// The one state of work. There is one programmer and one set of files, so only one thing goes on

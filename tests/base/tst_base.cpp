@@ -134,6 +134,7 @@ void TestBase::workState_stopsWhatGoesOnAndNothingElse() {
 void TestBase::workState_saysWhatIsRunning() {
     QCOMPARE(whatIsRunning(Work::Searching), QStringLiteral("A search is running"));
     QCOMPARE(whatIsRunning(Work::Running), QStringLiteral("The programmer tool is running"));
+    QCOMPARE(whatIsRunning(Work::Idle), QStringLiteral("The programmer tool is running"));
     QCOMPARE(whatIsRunning(Work::Stopping), QStringLiteral("The programmer tool is running"));
 }
 
