@@ -4,6 +4,7 @@
 #include "grid/GridModel.h"
 
 #include "base/Digits.h"
+#include "base/JoinedWords.h"
 #include "grid/GridColumns.h"
 
 #include <algorithm>
@@ -83,8 +84,7 @@ QString GridModel::markWords(int row, int column) const {
     if (showsByte(column))
         for (const GridMarks *marks : marks_)
             words << marks->wordsAt(qint64(byteIndex(row, column)));
-    words.removeAll(QString());
-    return words.join(QStringLiteral(", "));
+    return joinedWords(words, u", ");
 }
 
 bool GridModel::isBlank() const {

@@ -4,6 +4,7 @@
 #include "imageviews/FactsWords.h"
 
 #include "base/Digits.h"
+#include "base/JoinedWords.h"
 #include "base/NumberWords.h"
 #include "base/TimeWords.h"
 #include "base/Units.h"
@@ -53,8 +54,7 @@ QString burnOriginWords(std::optional<CompositionSource> source, const QString &
     if (edits > 0)
         words << (edits == 1 ? FactsWording::tr("with 1 edit")
                              : FactsWording::tr("with %1 edits").arg(grouped(edits)));
-    words.removeAll(QString());
-    return words.join(QStringLiteral(", "));
+    return joinedWords(words, u", ");
 }
 
 QString checksumWords(const std::optional<ImageFacts> &facts) {

@@ -3,6 +3,7 @@
 
 #include "imageviews/FindBar.h"
 
+#include "base/JoinedWords.h"
 #include "grid/GridView.h"
 #include "imageviews/FindWords.h"
 #include "widgets/Announcement.h"
@@ -179,11 +180,9 @@ void FindBar::announce() {
     if (state.where == FindState::Where::Image && !state.hits)
         return announceSoon();
     showState();
-    QStringList words{controls_->count->text(), controls_->remark->text()};
-    words.removeAll(QString());
-    if (words.isEmpty())
+    const QString said = joinedWords({controls_->count->text(), controls_->remark->text()}, u". ");
+    if (said.isEmpty())
         return;
-    const QString said = words.join(QStringLiteral(". "));
     Announcement::make(said, this);
     emit announced(said);
 }

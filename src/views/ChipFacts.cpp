@@ -18,7 +18,7 @@ constexpr int leastLetters = 8;
 
 void ChipFacts::say(const DeviceAnswer &answer, const std::optional<ImageFit> &fit) {
     FittingLine::say(joined({chipWords(answer), fitWords(fit)}));
-    setPlainToolTip(*this, joined({wholeText(), programmersWords(answer)}, u"\n"));
+    setPlainToolTip(*this, joinedWords({wholeText(), programmersWords(answer)}, u"\n"));
 }
 
 QString ChipFacts::fittingText() const {

@@ -3,6 +3,7 @@
 
 #include "views/ChipFactsWords.h"
 
+#include "base/JoinedWords.h"
 #include "base/NumberWords.h"
 #include "devices/ShownName.h"
 
@@ -54,8 +55,7 @@ public:
         if (chip.vectors)
             pieces << (*chip.vectors == 1 ? tr("1 vector")
                                           : tr("%1 vectors").arg(grouped(*chip.vectors)));
-        pieces.removeAll(QString());
-        return pieces.join(QStringLiteral(", "));
+        return joinedWords(pieces, u", ");
     }
 };
 

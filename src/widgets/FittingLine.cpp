@@ -18,11 +18,6 @@ void FittingLine::say(const QString &whole) {
     showText();
 }
 
-QString FittingLine::joined(QStringList pieces, QStringView separator) {
-    pieces.removeAll(QString());
-    return pieces.join(separator);
-}
-
 void FittingLine::showText() {
     const QString fitting = fittingText();
     if (fitting == text())

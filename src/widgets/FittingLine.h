@@ -3,9 +3,10 @@
 
 #pragma once
 
+#include "base/JoinedWords.h"
+
 #include <QLineEdit>
 #include <QString>
-#include <QStringList>
 
 /// A line of text that can be selected but not changed, without a frame or a ground of its own. It
 /// begins with its first letter and says no more than there is room for.
@@ -23,8 +24,8 @@ protected:
     void say(const QString &whole);
     /// What there is room for.
     virtual QString fittingText() const = 0;
-    /// Those of \a pieces that say something, with \a separator between them.
-    static QString joined(QStringList pieces, QStringView separator = u" \u00b7 ");
+    /// Those of \a pieces that say something, with dots between them.
+    static QString joined(const QStringList &pieces) { return joinedWords(pieces, u" \u00b7 "); }
 
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
