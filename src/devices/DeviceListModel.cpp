@@ -4,8 +4,7 @@
 #include "devices/DeviceListModel.h"
 
 #include "devices/ShownName.h"
-
-#include <QTextDocument>
+#include "widgets/PlainToolTip.h"
 
 #include <utility>
 
@@ -41,8 +40,7 @@ QVariant DeviceListModel::data(const QModelIndex &index, int role) const {
     case Qt::AccessibleTextRole:
         return shownName(source_.name(row));
     case Qt::ToolTipRole:
-        // A name may look like rich text, which a tool tip would follow.
-        return Qt::convertFromPlainText(shownName(source_.name(row)), Qt::WhiteSpaceNormal);
+        return plainToolTip(shownName(source_.name(row)));
     default:
         return {};
     }

@@ -10,6 +10,7 @@
 #include "widgets/FixedFont.h"
 #include "widgets/Icons.h"
 #include "widgets/MenuKeys.h"
+#include "widgets/PlainToolTip.h"
 
 #include "ui_FindBar.h"
 
@@ -167,7 +168,7 @@ void FindBar::say(const QString &count, const QString &remark) {
     countLabel.setAccessibleDescription(count);
     countLabel.setVisible(!count.isEmpty());
     controls_->remark->setText(remark);
-    controls_->remark->setToolTip(remark);
+    controls_->remark->setToolTip(plainToolTip(remark));
 }
 
 void FindBar::announceSoon() {

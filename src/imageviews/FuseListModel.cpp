@@ -5,8 +5,7 @@
 
 #include "imageviews/MemoriesWords.h"
 #include "widgets/FixedFont.h"
-
-#include <QTextDocument>
+#include "widgets/PlainToolTip.h"
 
 #include <algorithm>
 #include <utility>
@@ -35,7 +34,7 @@ QVariant FuseListModel::data(const QModelIndex &index, int role) const {
         return fixedFont();
     // Such a line may be longer than the column.
     if (role == Qt::ToolTipRole && !line.fuse)
-        return Qt::convertFromPlainText(line.text, Qt::WhiteSpaceNormal);
+        return plainToolTip(line.text);
     return {};
 }
 

@@ -4,12 +4,12 @@
 #include "views/PackageView.h"
 
 #include "language/PinTally.h"
+#include "widgets/PlainToolTip.h"
 
 #include <QBuffer>
 #include <QImage>
 #include <QStyleOptionFocusRect>
 #include <QStylePainter>
-#include <QTextDocument>
 
 #include <algorithm>
 
@@ -24,7 +24,7 @@ void PackageView::setPicture(const PackagePicture &picture, const QStringList &f
     picture_ = picture;
     const QString what = failed.isEmpty() ? noPinFailedWords() : failed.join(QStringLiteral(". "));
     setAccessibleDescription(tr("%1. %2.").arg(picture.caption, what));
-    setToolTip(Qt::convertFromPlainText(picture.caption, Qt::WhiteSpaceNormal));
+    setToolTip(plainToolTip(picture.caption));
     updateGeometry();
     update();
 }

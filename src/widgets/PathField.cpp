@@ -3,10 +3,11 @@
 
 #include "widgets/PathField.h"
 
+#include "widgets/PlainToolTip.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyleOptionFrame>
-#include <QTextDocument>
 #include <QToolTip>
 
 QRect PathField::textArea() const {
@@ -42,8 +43,7 @@ void PathField::paintEvent(QPaintEvent *event) {
 bool PathField::event(QEvent *event) {
     if (event->type() != QEvent::ToolTip || text().isEmpty())
         return QLineEdit::event(event);
-    const QString whole = toolTip() + u'\n' + text();
     QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
-                       Qt::convertFromPlainText(whole, Qt::WhiteSpaceNormal), this);
+                       plainToolTip(toolTip() + u'\n' + text()), this);
     return true;
 }

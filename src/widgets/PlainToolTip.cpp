@@ -6,7 +6,11 @@
 #include <QTextDocument>
 #include <QWidget>
 
+QString plainToolTip(const QString &text) {
+    return text.isEmpty() ? text : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
+}
+
 void setPlainToolTip(QWidget &widget, const QString &text) {
-    widget.setToolTip(Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal));
+    widget.setToolTip(plainToolTip(text));
     widget.setAccessibleDescription(text);
 }

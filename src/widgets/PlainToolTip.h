@@ -3,9 +3,13 @@
 
 #pragma once
 
-class QString;
+#include <QString>
+
 class QWidget;
 
-/// Makes \a text, as it stands and whatever is in it, the tool tip of \a widget, wrapped where it
-/// is long. Assistive technology gets the same, without the marks that wrap it.
+/// The tool tip that shows \a text as it stands, whatever is in it, and wraps where it is long.
+QString plainToolTip(const QString &text);
+
+/// Makes \a text the plain tool tip of \a widget. Assistive technology gets the same, without the
+/// marks that wrap it.
 void setPlainToolTip(QWidget &widget, const QString &text);

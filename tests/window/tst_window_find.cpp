@@ -9,6 +9,7 @@
 #include <QAccessible>
 #include <QPaintEvent>
 #include <QSignalSpy>
+#include <QTextDocumentFragment>
 
 /// Searching for bytes in the image that is shown.
 class TestWindowFind : public QObject {
@@ -303,6 +304,10 @@ void TestWindowFind::badPattern_saysWhy() {
     QCOMPARE(cursor(velm), 3);
     type(velm, QStringLiteral("3g"), hexadecimalChoice);
     QTRY_COMPARE(remark(velm), QStringLiteral("\u201c3g\u201d is not hexadecimal."));
+    type(velm, QStringLiteral("<b>3</b>"), hexadecimalChoice);
+    QTRY_COMPARE(remark(velm), QStringLiteral("\u201c<b>3</b>\u201d is not hexadecimal."));
+    QCOMPARE(QTextDocumentFragment::fromHtml(bar(velm).remark->toolTip()).toPlainText(),
+             remark(velm));
     type(velm, QStringLiteral("3\u20ac"), textChoice);
     QTRY_COMPARE(remark(velm), QStringLiteral("\u201c\u20ac\u201d takes more than 8 bits."));
     type(velm, QString(2000, u'1'), textChoice);
