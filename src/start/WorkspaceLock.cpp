@@ -5,6 +5,7 @@
 
 #include "files/FileOwnership.h"
 #include "files/PrivateFolder.h"
+#include "files/SystemName.h"
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
@@ -54,8 +55,10 @@ Result<WorkspaceLock::Holder> lockAtOnce(const FileDescriptor &file) {
 /// The folder at \a path to be locked; not open if there is none that could be, where the lock file
 /// has to do. It is a failure if that is not known, since there is no room for one more file.
 Result<FileDescriptor> openToLock(const QString &path) {
-    FileDescriptor folder(
-        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const Result<QByteArray> name = systemName(path);
+    if (!name)
+        return FileDescriptor();
+    FileDescriptor folder(::open(name->constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!folder.isOpen() && (errno == EMFILE || errno == ENFILE || errno == ENOMEM))
         return Failure::ofSystem(errno);
     return folder;
@@ -106,7 +109,7 @@ Result<WorkspaceLock::Holder> WorkspaceLock::take() {
 // Where the file system knows no locks, the file has to do as well.
 Result<WorkspaceLock::Holder> WorkspaceLock::holdFolder(const QString &temporaryFolder) {
     // It may have another name by now, which is no reason to compete with oneself for it.
-    if (standsAt(QFile::encodeName(temporaryFolder), folder_)) {
+    if (const auto name = systemName(temporaryFolder); name && standsAt(*name, folder_)) {
         takeName(temporaryFolder);
         return Holder::ThisProcess;
     }

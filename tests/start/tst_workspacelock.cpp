@@ -76,6 +76,7 @@ class TestWorkspaceLock : public QObject {
 private slots:
     void oneFolder_isTakenOnce();
     void otherFolders_areFree();
+    void aNameThatIsCutShort_isNoFolder();
     void aFolderThatIsThere_isTakenOnceFromEverywhere();
     void aFolderMadeByTwo_isHeldByOne();
     void theKey_isTheSameBeforeAndAfterTheFolderExists();
@@ -124,6 +125,15 @@ void TestWorkspaceLock::otherFolders_areFree() {
     QCOMPARE(holderOf(second), thisProcess);
     QVERIFY(first.address().path != second.address().path);
     QVERIFY(first.address().name != second.address().name);
+}
+
+void TestWorkspaceLock::aNameThatIsCutShort_isNoFolder() {
+    const QTemporaryDir workspace;
+    const QTemporaryDir otherRuntime;
+    WorkspaceLock cut(workspace.path() + QChar(QChar::Null) + u'x', otherRuntime.path());
+    WorkspaceLock whole(workspace.path(), runtime_.path());
+    QCOMPARE(holderOf(cut), thisProcess);
+    QCOMPARE(holderOf(whole), thisProcess);
 }
 
 void TestWorkspaceLock::aFolderThatIsThere_isTakenOnceFromEverywhere() {
