@@ -3,6 +3,8 @@
 
 #include "formats/IntelHexDecoding.h"
 
+#include "base/Result.h"
+#include "formats/RecordText.h"
 #include "formats/RecordTroubles.h"
 
 #include <algorithm>
@@ -16,65 +18,59 @@ constexpr qsizetype dataField = 4;
 constexpr qsizetype withoutData = 5;
 constexpr qint64 segmentSize = qint64(1) << 16;
 
-enum Type : quint32 {
-    Data,
-    EndOfFile,
-    SegmentBase,
-    SegmentStart,
-    LinearBase,
-    LinearStart,
-};
-
 /// How many data bytes a record of \a type has; nothing if it may have any number.
 std::optional<qsizetype> lengthOf(quint32 type) {
     switch (type) {
-    case EndOfFile:
+    case intelHex::LastRecord:
         return 0;
-    case SegmentBase:
-    case LinearBase:
+    case intelHex::SegmentBase:
+    case intelHex::LinearBase:
         return 2;
-    case SegmentStart:
-    case LinearStart:
+    case intelHex::SegmentStart:
+    case intelHex::LinearStart:
         return 4;
     default:
         return std::nullopt;
     }
 }
 
-std::optional<TroubleKind> troubleOf(RecordBytes bytes) {
+Result<void, TroubleKind> checked(RecordBytes bytes) {
     if (bytes.size() < withoutData || bytes.size() != withoutData + qsizetype(bytes[0]))
         return TroubleKind::BadCount;
     const quint32 type = bytes[typeField];
-    if (type > LinearStart)
+    if (type > intelHex::LinearStart)
         return TroubleKind::UnknownType;
     if (lengthOf(type).value_or(bytes[0]) != qsizetype(bytes[0]))
         return TroubleKind::BadCount;
-    return bytes.sum() == 0 ? std::nullopt : std::optional(TroubleKind::BadChecksum);
+    if (bytes.sum() != 0)
+        return TroubleKind::BadChecksum;
+    return {};
 }
 
 } // namespace
 
 bool IntelHexDecoding::take(RecordBytes bytes, qint64 line, DecodedRecords &decoded) {
-    if (const auto trouble = troubleOf(bytes)) {
+    const auto isRight = checked(bytes);
+    if (const TroubleKind *trouble = isRight.failure()) {
         decoded.troubles.add(*trouble, line);
         if (losesBytes(*trouble))
             return false;
     }
     switch (bytes[typeField]) {
-    case Data:
+    case intelHex::Data:
         takeData(bytes, line, decoded);
         break;
-    case EndOfFile:
+    case intelHex::LastRecord:
         return true;
-    case SegmentBase:
-    case LinearBase:
-        segmented_ = bytes[typeField] == SegmentBase;
+    case intelHex::SegmentBase:
+    case intelHex::LinearBase:
+        segmented_ = bytes[typeField] == intelHex::SegmentBase;
         base_ = qint64(bytes.number(dataField, 2)) << (segmented_ ? 4 : 16);
         break;
-    case SegmentStart:
+    case intelHex::SegmentStart:
         decoded.entry = (bytes.number(dataField, 2) << 4) + bytes.number(dataField + 2, 2);
         break;
-    case LinearStart:
+    case intelHex::LinearStart:
         decoded.entry = bytes.number(dataField, 4);
         break;
     }

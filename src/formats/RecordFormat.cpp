@@ -10,14 +10,6 @@
 
 namespace {
 
-std::optional<RecordFormat> formatOfMark(char mark) {
-    if (mark == ':')
-        return RecordFormat::IntelHex;
-    if (mark == 'S' || mark == 's')
-        return RecordFormat::SRecord;
-    return std::nullopt;
-}
-
 bool beginsRecord(QByteArrayView behindMark) {
     const auto end = std::find_if(behindMark.begin(), behindMark.end(),
                                   [](char digit) { return valueOfHexDigit(digit) < 0; });
@@ -25,6 +17,14 @@ bool beginsRecord(QByteArrayView behindMark) {
 }
 
 } // namespace
+
+std::optional<RecordFormat> formatOfMark(char mark) {
+    if (mark == ':')
+        return RecordFormat::IntelHex;
+    if (mark == 'S' || mark == 's')
+        return RecordFormat::SRecord;
+    return std::nullopt;
+}
 
 std::optional<RecordFormat> recordFormatOf(QByteArrayView bytes) {
     QByteArrayView looked = bytes.first(std::min(bytes.size(), maxFormatBytes));

@@ -12,6 +12,9 @@
 /// How text stands for bytes at addresses.
 enum class RecordFormat { IntelHex, SRecord };
 
+/// The format whose records begin with \a mark.
+std::optional<RecordFormat> formatOfMark(char mark);
+
 /// How many bytes recordFormatOf() needs at most; no less than encodingForTool() does.
 inline constexpr qsizetype maxFormatBytes = 64 * kibibyte;
 

@@ -4,13 +4,13 @@
 #include "formats/RecordReader.h"
 
 #include "base/Digits.h"
+#include "base/Result.h"
 #include "base/Utf8.h"
 #include "formats/RecordText.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <optional>
 
 namespace {
 
@@ -32,20 +32,15 @@ qsizetype lineEndIn(QByteArrayView text) {
     return carriage < 0 ? feed : carriage;
 }
 
-bool isMark(char character, RecordFormat format) {
-    return format == RecordFormat::IntelHex ? character == ':'
-                                            : character == 'S' || character == 's';
-}
-
 /// The bytes that hexadecimal digits stand for.
 struct Digits {
     std::array<char, maxRecordBytes> bytes;
     qsizetype size = 0;
 
-    std::optional<TroubleKind> read(QByteArrayView digits);
+    Result<void, TroubleKind> read(QByteArrayView digits);
 };
 
-std::optional<TroubleKind> Digits::read(QByteArrayView digits) {
+Result<void, TroubleKind> Digits::read(QByteArrayView digits) {
     if (digits.size() / 2 > maxRecordBytes)
         return TroubleKind::BadCount;
     int worst = 0;
@@ -59,8 +54,10 @@ std::optional<TroubleKind> Digits::read(QByteArrayView digits) {
     const bool isOdd = digits.size() % 2 != 0;
     if (worst < 0 || (isOdd && valueOfHexDigit(digits.back()) < 0))
         return TroubleKind::NoHexDigit;
+    if (isOdd)
+        return TroubleKind::OddDigit;
     size = pairs;
-    return isOdd ? std::optional(TroubleKind::OddDigit) : std::nullopt;
+    return {};
 }
 
 } // namespace
@@ -105,12 +102,13 @@ void RecordReader::takeRecord(QByteArrayView line) {
     lastRecord_ = line_;
     const bool isSRecord = format_ == RecordFormat::SRecord;
     const qsizetype digitsAt = isSRecord ? 2 : 1;
-    if (!isMark(line.front(), format_))
+    if (formatOfMark(line.front()) != format_)
         return complain(TroubleKind::NoRecord);
     if (line.size() < digitsAt)
         return complain(TroubleKind::BadCount);
     Digits digits;
-    if (const auto trouble = digits.read(line.sliced(digitsAt)))
+    const auto read = digits.read(line.sliced(digitsAt));
+    if (const TroubleKind *trouble = read.failure())
         return complain(*trouble);
     const RecordBytes bytes(QByteArrayView(digits.bytes.data(), digits.size));
     const bool isEnd = isSRecord ? sRecord_.take(line[1], bytes, line_, decoded_)

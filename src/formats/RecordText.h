@@ -13,6 +13,11 @@
 
 // What the lines of both formats are made of.
 
+/// What a record of Intel HEX is for.
+namespace intelHex {
+enum Type : quint32 { Data, LastRecord, SegmentBase, SegmentStart, LinearBase, LinearStart };
+}
+
 /// Space and tabulator, and what else moves the paper.
 inline constexpr bool isBlank(char character) {
     return character == ' ' || character == '\t' || character == '\v' || character == '\f';

@@ -6,6 +6,7 @@
 #include "base/Digits.h"
 #include "base/HugePages.h"
 #include "formats/DecodedRecords.h"
+#include "formats/RecordText.h"
 
 #include <algorithm>
 #include <array>
@@ -69,7 +70,7 @@ private:
     quint32 sum_ = 0;
 };
 
-void addIntelHex(QByteArray &text, qint64 address, quint32 type, QByteArrayView data) {
+void addIntelHex(QByteArray &text, qint64 address, intelHex::Type type, QByteArrayView data) {
     RecordLine line(":");
     line.byte(quint32(data.size())).number(address, 2).byte(type).bytes(data);
     line.byte(0x100 - (line.sum() & maxByte));
@@ -150,9 +151,9 @@ void RecordWriter::writeRecord(QByteArrayView data) {
         const qint64 upper = address / halfOfAddresses;
         if (std::exchange(upper_, upper) != upper) {
             const char half[] = {char(upper >> 8), char(upper & maxByte)};
-            addIntelHex(text_, 0, 4, QByteArrayView(half, 2));
+            addIntelHex(text_, 0, intelHex::LinearBase, QByteArrayView(half, 2));
         }
-        addIntelHex(text_, address % halfOfAddresses, 0, data);
+        addIntelHex(text_, address % halfOfAddresses, intelHex::Data, data);
     }
     at_ += data.size();
     ++records_;
@@ -160,7 +161,7 @@ void RecordWriter::writeRecord(QByteArrayView data) {
 
 void RecordWriter::end() {
     if (layout_.format == RecordFormat::IntelHex)
-        return addIntelHex(text_, 0, 1, {});
+        return addIntelHex(text_, 0, intelHex::LastRecord, {});
     if (records_ < halfOfAddresses)
         addSRecord(text_, '5', records_, 2);
     else if (records_ < halfOfAddresses << 8)

@@ -3,6 +3,7 @@
 
 #include "formats/SRecordDecoding.h"
 
+#include "base/Result.h"
 #include "base/Units.h"
 #include "formats/RecordTroubles.h"
 
@@ -38,7 +39,7 @@ std::optional<Shape> shapeOf(char type) {
     }
 }
 
-std::optional<TroubleKind> troubleOf(RecordBytes bytes, const std::optional<Shape> &shape) {
+Result<void, TroubleKind> checked(RecordBytes bytes, const std::optional<Shape> &shape) {
     if (bytes.size() < 1 || bytes.size() != 1 + qsizetype(bytes[0]))
         return TroubleKind::BadCount;
     if (!shape)
@@ -47,7 +48,9 @@ std::optional<TroubleKind> troubleOf(RecordBytes bytes, const std::optional<Shap
     const bool hasData = shape->role == Role::Header || shape->role == Role::Data;
     if (bytes.size() < shortest || (!hasData && bytes.size() > shortest))
         return TroubleKind::BadCount;
-    return bytes.sum() == maxByte ? std::nullopt : std::optional(TroubleKind::BadChecksum);
+    if (bytes.sum() != maxByte)
+        return TroubleKind::BadChecksum;
+    return {};
 }
 
 void takeData(quint32 address, QByteArrayView data, qint64 line, DecodedRecords &decoded) {
@@ -62,7 +65,8 @@ void takeData(quint32 address, QByteArrayView data, qint64 line, DecodedRecords 
 
 bool SRecordDecoding::take(char type, RecordBytes bytes, qint64 line, DecodedRecords &decoded) {
     const std::optional<Shape> shape = shapeOf(type);
-    if (const auto trouble = troubleOf(bytes, shape)) {
+    const auto isRight = checked(bytes, shape);
+    if (const TroubleKind *trouble = isRight.failure()) {
         decoded.troubles.add(*trouble, line);
         if (losesBytes(*trouble))
             return false;

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <optional>
 
 namespace {
 
@@ -35,8 +36,8 @@ qsizetype digitsIn(QStringView text, int base, qsizetype most) {
     return count;
 }
 
-/// The byte that \a word is as a number of C; below 0 if it is none.
-int byteOfNumber(QStringView word) {
+/// The byte that \a word is as a number of C, if it is one.
+std::optional<int> byteOfNumber(QStringView word) {
     /// In characters, as in 0x000000FF: what a number of 32 bits takes, however small it is.
     constexpr qsizetype longestNumber = 10;
     const bool isHex = word.startsWith(u"0x", Qt::CaseInsensitive);
@@ -47,11 +48,11 @@ int byteOfNumber(QStringView word) {
     const bool isNumber = !digits.isEmpty() && word.size() <= longestNumber && !isOctal &&
                           digitsIn(digits, base, digits.size()) == digits.size();
     const quint64 value = isNumber ? digits.toULongLong(nullptr, base) : 0;
-    return isNumber && value <= maxByte ? int(value) : -1;
+    return isNumber && value <= maxByte ? std::optional(int(value)) : std::nullopt;
 }
 
-/// The byte that a backslash and \a letter stand for; below 0 if they stand for none.
-int byteOfEscape(QChar letter) {
+/// The byte that a backslash and \a letter stand for, if they stand for one.
+std::optional<int> byteOfEscape(QChar letter) {
     struct Escape {
         char16_t letter;
         char byte;
@@ -63,7 +64,7 @@ int byteOfEscape(QChar letter) {
     const auto *found = std::find_if(escapes.begin(), escapes.end(), [&](const Escape &escape) {
         return escape.letter == letter.unicode();
     });
-    return found == escapes.end() ? -1 : found->byte;
+    return found == escapes.end() ? std::nullopt : std::optional<int>(found->byte);
 }
 
 } // namespace
@@ -103,10 +104,10 @@ void PastedText::takeNumber() {
     const QStringView ahead = rest().first(std::min(rest().size(), longestEnd));
     const auto *end = std::find_if_not(ahead.begin(), ahead.end(), isWordUnit);
     const QStringView word = ahead.first(std::distance(ahead.begin(), end));
-    const int byte = byteOfNumber(word);
-    if (byte < 0)
+    const std::optional<int> byte = byteOfNumber(word);
+    if (!byte)
         return fail(Kind::NoValue);
-    append(byte);
+    append(*byte);
     pass(word.size());
 }
 
@@ -161,7 +162,7 @@ void PastedText::takeEscape() {
         return pass(1 + lineEnd);
     const qsizetype octals = digitsIn(behind, octal, maxOctal);
     const bool isHex = behind.front() == u'x' && digitsIn(behind.sliced(1), hexadecimal, 2) == 2;
-    int byte = byteOfEscape(behind.front());
+    std::optional<int> byte = byteOfEscape(behind.front());
     qsizetype units = 1;
     if (octals > 0) {
         byte = behind.first(octals).toInt(nullptr, octal);
@@ -170,9 +171,9 @@ void PastedText::takeEscape() {
         byte = behind.sliced(1, 2).toInt(nullptr, hexadecimal);
         units = 3;
     }
-    if (byte < 0 || byte > maxByte)
+    if (!byte || *byte > maxByte)
         return fail(Kind::NoValue);
-    append(byte);
+    append(*byte);
     pass(1 + units);
 }
 

@@ -58,8 +58,8 @@ PatternOutcome outcomeOf(std::vector<BytePattern::Byte> bytes) {
     return BytePattern(std::move(bytes));
 }
 
-/// Appends the bytes of \a group; what is wrong with it, if anything is.
-std::optional<Kind> appendGroup(QStringView group, std::vector<BytePattern::Byte> &bytes) {
+/// Appends the bytes of \a group, if it stands for some.
+Result<void, Kind> appendGroup(QStringView group, std::vector<BytePattern::Byte> &bytes) {
     if (group.startsWith(u"0x", Qt::CaseInsensitive))
         group = group.sliced(2);
     if (group.isEmpty() || !std::all_of(group.begin(), group.end(), halfByteOf))
@@ -72,7 +72,7 @@ std::optional<Kind> appendGroup(QStringView group, std::vector<BytePattern::Byte
         bytes.push_back({quint8(high.value << bitsInHexDigit | low.value),
                          quint8(high.mask << bitsInHexDigit | low.mask)});
     }
-    return std::nullopt;
+    return {};
 }
 
 /// True if the other case of \a unit is in Latin-1, too.
@@ -116,9 +116,11 @@ bool BytePattern::hits(const uchar *bytes) const {
 PatternOutcome patternFromHex(const QString &text) {
     static const QRegularExpression gaps(QStringLiteral(R"([\s,]+)"));
     std::vector<BytePattern::Byte> bytes;
-    for (const QString &group : text.split(gaps, Qt::SkipEmptyParts))
-        if (const auto trouble = appendGroup(group, bytes))
+    for (const QString &group : text.split(gaps, Qt::SkipEmptyParts)) {
+        const auto appended = appendGroup(group, bytes);
+        if (const Kind *trouble = appended.failure())
             return PatternTrouble{*trouble, group};
+    }
     return outcomeOf(std::move(bytes));
 }
 
