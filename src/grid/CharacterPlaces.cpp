@@ -10,13 +10,6 @@
 
 #include <algorithm>
 
-namespace {
-
-/// Space between the edge of a column and its text, in characters.
-constexpr double paddingShare = 0.75;
-
-} // namespace
-
 CharacterPlaces::CharacterPlaces(const QFont &font)
     : width_(QFontMetricsF(font).horizontalAdvance(u'0')),
       padding_(qRound(width_ * paddingShare)) {}

@@ -11,6 +11,9 @@ class QFont;
 /// digit. Measures are in pixels.
 class CharacterPlaces {
 public:
+    /// What cells keep free on each side, in characters.
+    static constexpr double paddingShare = 0.75;
+
     explicit CharacterPlaces(const QFont &font);
 
     /// Of one character.

@@ -42,6 +42,11 @@ constexpr bool isByteColumn(int number) {
     return number >= firstByteColumn && number <= lastByteColumn;
 }
 
+/// The column of the byte at \a offset; its row is that of as many whole rows.
+constexpr int columnOfByte(qint64 offset) {
+    return firstByteColumn + int(offset % bytesInRow);
+}
+
 /// Offset of the byte that a cell of the hex dump stands for; row 0's address cell wraps around
 /// to beyond every length.
 constexpr quint64 byteIndex(qint64 row, int column) {

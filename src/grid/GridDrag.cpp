@@ -38,13 +38,12 @@ GridDrag::GridDrag(GridView &view, GridSelection &selection)
 qint64 GridDrag::byteAt(const QPoint &point) const {
     const QRect room = view_.viewport()->rect();
     const int y = std::clamp(point.y(), room.top(), room.bottom());
-    const int row = std::min(view_.verticalScrollBar()->value() + y / view_.rowHeight(),
-                             view_.gridModel()->rowCount() - 1);
+    const qint64 row = std::min<qint64>(view_.shownRows().at(y), view_.gridModel()->rowCount() - 1);
     const QHeaderView &header = *view_.header();
     const int x = point.x() + header.offset();
     const int characters = header.sectionPosition(charactersColumn);
     if (x >= characters)
-        return qint64(row) * bytesInRow + CharacterPlaces(view_.font()).placeAt(x - characters);
+        return row * bytesInRow + CharacterPlaces(view_.font()).placeAt(x - characters);
     const int column = x < 0 ? addressColumn : header.logicalIndexAt(point.x());
     return qint64(byteIndex(row, std::max(column, firstByteColumn)));
 }

@@ -4,6 +4,7 @@
 #include "grid/GridHeader.h"
 
 #include "base/Digits.h"
+#include "grid/CharacterPlaces.h"
 #include "grid/GridColumns.h"
 
 #include <QFontMetrics>
@@ -15,9 +16,6 @@ namespace {
 
 /// Digits that the address column has room for: those of the largest image.
 constexpr int addressDigits = 8;
-
-/// Space that a column has on both sides of its text together, in characters.
-constexpr double columnPadding = 1.5;
 
 int charactersIn(int column) {
     if (column == addressColumn)
@@ -48,7 +46,7 @@ void GridHeader::setModel(QAbstractItemModel *model) {
 
 int GridHeader::neededWidth(int column) const {
     const double characterWidth = QFontMetricsF(cellFont_).horizontalAdvance(u'0');
-    return qCeil(characterWidth * (charactersIn(column) + columnPadding));
+    return qCeil(characterWidth * (charactersIn(column) + 2 * CharacterPlaces::paddingShare));
 }
 
 void GridHeader::resetWidths() {

@@ -98,8 +98,7 @@ qint64 GridModel::byteCount() const {
     if (heading_ != GridHeading::Bytes)
         return 0;
     const auto hasByte = [this](qint64 offset) {
-        const int column = firstByteColumn + int(offset % bytesInRow);
-        return !cell(int(offset / bytesInRow), column).missing;
+        return !cell(int(offset / bytesInRow), columnOfByte(offset)).missing;
     };
     qint64 shown = 0;
     qint64 missing = qint64(rows_) * bytesInRow;
@@ -117,8 +116,7 @@ QByteArray GridModel::bytes(ByteRange range) const {
     QByteArray bytes(range.length, '\0');
     for (qint64 at = 0; at < range.length; ++at) {
         const qint64 offset = range.offset + at;
-        const int column = firstByteColumn + int(offset % bytesInRow);
-        const QString digits = cell(int(offset / bytesInRow), column).text;
+        const QString digits = cell(int(offset / bytesInRow), columnOfByte(offset)).text;
         bytes[at] = char(digits.toUShort(nullptr, hexadecimal));
     }
     return bytes;

@@ -9,11 +9,14 @@
 #include "image/BytesAsText.h"
 #include "image/RowText.h"
 #include "language/LogicField.h"
+#include "language/PinFailures.h"
 
 #include <QMimeData>
 #include <QUrl>
 
 #include <algorithm>
+
+static_assert(pinsInGrid == gridColumns - 1);
 
 namespace {
 

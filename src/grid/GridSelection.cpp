@@ -173,8 +173,7 @@ void GridSelection::takeRows() {
 bool GridSelection::press(const QKeyEvent &key) {
     const auto step = stepOf(key);
     if (step && key.modifiers().testFlag(Qt::ShiftModifier) && byteCount() > 0) {
-        const int page = view_.viewport()->height() / view_.rowHeight();
-        const qint64 to = byteAfter(*step, block_.lead, std::max(page, 1), byteCount());
+        const qint64 to = byteAfter(*step, block_.lead, view_.shownRows().inPage(), byteCount());
         extend(block_.anchor, to);
         return true;
     }

@@ -19,7 +19,7 @@ QModelIndex cellOfByte(const GridModel &model, qint64 offset) {
     const qint64 row = offset / bytesInRow;
     if (offset < 0 || row >= model.rowCount())
         return {};
-    return model.index(int(row), firstByteColumn + int(offset % bytesInRow));
+    return model.index(int(row), columnOfByte(offset));
 }
 
 std::optional<qint64> byteOfCell(const QModelIndex &cell) {

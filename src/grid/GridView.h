@@ -47,6 +47,7 @@ public:
 
     /// The height of every row, in pixels.
     int rowHeight() const { return rowHeight_; }
+    GridRows shownRows() const;
 
     /// Titles the columns by \a heading.
     void setHeading(GridHeading heading);
@@ -127,7 +128,6 @@ protected:
 
 private:
     int rows() const;
-    GridRows shownRows() const;
     void applyFont();
 
     GridModel *model_ = nullptr;

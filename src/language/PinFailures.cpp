@@ -16,9 +16,6 @@
 
 namespace {
 
-/// The fields of a line that the grid has room for, its number aside.
-constexpr qsizetype pinsInGrid = 17;
-
 /// Of a pin that failed here and there in more vectors, the first ones are named and the others
 /// counted.
 constexpr qsizetype maxNamedVectors = 12;

@@ -8,6 +8,9 @@
 
 struct LogicReport;
 
+/// The fields of a line that the grid has room for, its number aside.
+inline constexpr qsizetype pinsInGrid = 17;
+
 /// A pin whose level was not the expected one.
 struct PinFailure {
     /// The pin's number as the header of its column gives it.
