@@ -3,10 +3,10 @@
 
 #include "control/OpenedBinary.h"
 
-#include "base/Result.h"
 #include "control/ActionGate.h"
 #include "control/BurnDoubt.h"
 #include "files/FileLoading.h"
+#include "files/FreeName.h"
 #include "language/ImageEncoding.h"
 
 #include <QDir>
@@ -19,10 +19,9 @@ OpenedBinary::OpenedBinary(ByteBuffer &bytes, Messages &messages, const ActionGa
     connect(&watch_, &OpenedFileWatch::stateChanged, this, &OpenedBinary::fileChanged);
 }
 
-// A file that cannot be read counts as another one; opening it says why.
+// Opening a file that cannot be read says why.
 bool OpenedBinary::isOnDisk(const QString &path) const {
-    const Result<bool> holds = bytes_ ? fileHolds(path, *bytes_) : false;
-    return holds && *holds;
+    return bytes_ && holdsAlready(path, *bytes_);
 }
 
 void OpenedBinary::load(const QString &path) {

@@ -14,12 +14,15 @@ bool isNameTaken(const QString &path) {
     return file.exists() || file.isSymLink();
 }
 
-// A file that cannot be read counts as another one.
 bool holdsAlready(const QString &path, QByteArrayView bytes) {
     const Result<bool> holds = fileHolds(path, bytes);
     return holds && *holds;
 }
 
+namespace {
+
+/// The path in \a folder of a file for \a bytes that is called \a name with \a suffix behind it, or
+/// "name-2", "name-3" and so on where a file of that name holds other bytes.
 QString freePath(const QString &folder, const QString &name, const QString &suffix,
                  QByteArrayView bytes) {
     const QString begin = folder + u'/' + name;
@@ -28,6 +31,8 @@ QString freePath(const QString &folder, const QString &name, const QString &suff
         path = begin + QStringLiteral("-%1").arg(number) + suffix;
     return path;
 }
+
+} // namespace
 
 Result<QString, UnsavedTogether> saveUnderFreeName(const QString &folder, const QString &name,
                                                    const QString &suffix, const QByteArray &bytes) {
