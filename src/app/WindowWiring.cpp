@@ -63,9 +63,9 @@ void wireGrid(Ui::MainWindow &c, AppDelegate &delegate, Messages &messages) {
 /// Says how much of the shown image does not read as text.
 void sayHiddenBytes(const Ui::MainWindow &c, AppDelegate &delegate, Messages &messages) {
     const auto say = [tabs = c.tabview, &delegate, &messages] {
-        const bool isImage = shownTab(*tabs) != ShownTab::LogicTest;
-        messages.say(Topic::HiddenBytes,
-                     isImage ? hiddenBytesRemark(delegate.state().strData) : QString());
+        messages.say(Topic::HiddenBytes, showsImage(shownTab(*tabs))
+                                             ? hiddenBytesRemark(delegate.state().strData)
+                                             : QString());
     };
     QObject::connect(&delegate, &AppDelegate::shownContentChanged, c.tabview, say);
     QObject::connect(&delegate, &AppDelegate::shownBytesChanged, c.tabview, say);

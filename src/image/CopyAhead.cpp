@@ -4,6 +4,7 @@
 #include "image/CopyAhead.h"
 
 #include "base/HugePages.h"
+#include "base/TurnOfWork.h"
 
 #include <algorithm>
 #include <cstring>
@@ -44,8 +45,7 @@ bool CopyAhead::isStillShared() const {
 
 // True if there is nothing left to copy.
 bool CopyAhead::copyPiece() {
-    constexpr qsizetype pieceSize = mebibyte;
-    const qsizetype count = std::min(pieceSize, shared_.size() - copied_);
+    const qsizetype count = std::min(bytesInStep, shared_.size() - copied_);
     std::memcpy(copy_.data() + copied_, shared_.constData() + copied_, std::size_t(count));
     copied_ += count;
     return copied_ == shared_.size();

@@ -3,13 +3,15 @@
 
 #include "widgets/ConsoleChunk.h"
 
+#include "base/Units.h"
+
 #include <algorithm>
 
 namespace {
 
 bool isLatin1(const QString &text) {
-    constexpr char16_t last = 0xff;
-    return std::all_of(text.begin(), text.end(), [](QChar unit) { return unit.unicode() <= last; });
+    return std::all_of(text.begin(), text.end(),
+                       [](QChar unit) { return unit.unicode() <= maxByte; });
 }
 
 } // namespace
