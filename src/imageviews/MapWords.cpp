@@ -7,6 +7,8 @@
 
 #include <QCoreApplication>
 
+#include <optional>
+
 namespace {
 
 class MapWording {
@@ -31,8 +33,7 @@ QString hexText(qint64 value) {
     return QStringLiteral("0x") + addressWords(value);
 }
 
-} // namespace
-
+/// What a part looks like; empty while that is not known.
 QString lookWords(std::optional<BlockClass> looks, bool differs) {
     QStringList words;
     if (looks)
@@ -41,6 +42,8 @@ QString lookWords(std::optional<BlockClass> looks, bool differs) {
         words.append(MapWording::tr("differs"));
     return words.join(QStringLiteral(", "));
 }
+
+} // namespace
 
 QString positionWords(qint64 offset, qint64 size, const MapCell &cell) {
     const QString place = MapWording::tr("%1 of %2").arg(hexText(offset), hexText(size));

@@ -7,12 +7,7 @@
 
 #include <QString>
 
-#include <optional>
-
 // What is said of the map, translated.
-
-/// What a part looks like; empty while that is not known.
-QString lookWords(std::optional<BlockClass> looks, bool differs);
 
 /// That \a offset of \a size bytes is in view, and what \a cell, which it is in, looks like.
 QString positionWords(qint64 offset, qint64 size, const MapCell &cell);

@@ -75,19 +75,7 @@ std::optional<qsizetype> lastOf(const Candidates &places, qsizetype from, qsizet
     return std::nullopt;
 }
 
-} // namespace
-
-std::optional<qsizetype> firstHit(QByteArrayView image, const BytePattern &pattern, qsizetype from,
-                                  qsizetype end) {
-    const Candidates places(image, pattern, from, end);
-    qsizetype offset = places.from();
-    for (; places.end() - offset >= searchedLane; offset += searchedLane)
-        if (places.inLane(offset) > 0)
-            if (const auto hit = firstOf(places, offset, offset + searchedLane))
-                return hit;
-    return firstOf(places, offset, places.end());
-}
-
+/// The offset of the last hit in \a image that begins at \a from or behind it, but before \a end.
 std::optional<qsizetype> lastHit(QByteArrayView image, const BytePattern &pattern, qsizetype from,
                                  qsizetype end) {
     const Candidates places(image, pattern, from, end);
@@ -99,6 +87,7 @@ std::optional<qsizetype> lastHit(QByteArrayView image, const BytePattern &patter
     return lastOf(places, places.from(), stop);
 }
 
+/// How many such hits there are.
 qsizetype hitsBetween(QByteArrayView image, const BytePattern &pattern, qsizetype from,
                       qsizetype end) {
     const Candidates places(image, pattern, from, end);
@@ -111,6 +100,19 @@ qsizetype hitsBetween(QByteArrayView image, const BytePattern &pattern, qsizetyp
             hits += twoBytesAreAll ? candidates : countOf(places, offset, offset + searchedLane);
     }
     return hits + countOf(places, offset, places.end());
+}
+
+} // namespace
+
+std::optional<qsizetype> firstHit(QByteArrayView image, const BytePattern &pattern, qsizetype from,
+                                  qsizetype end) {
+    const Candidates places(image, pattern, from, end);
+    qsizetype offset = places.from();
+    for (; places.end() - offset >= searchedLane; offset += searchedLane)
+        if (places.inLane(offset) > 0)
+            if (const auto hit = firstOf(places, offset, offset + searchedLane))
+                return hit;
+    return firstOf(places, offset, places.end());
 }
 
 bool isPartOfHit(QByteArrayView image, const BytePattern &pattern, qsizetype offset) {

@@ -19,12 +19,6 @@
 /// \a end; nothing if there is none.
 std::optional<qsizetype> firstHit(QByteArrayView image, const BytePattern &pattern, qsizetype from,
                                   qsizetype end);
-/// The offset of the last such hit.
-std::optional<qsizetype> lastHit(QByteArrayView image, const BytePattern &pattern, qsizetype from,
-                                 qsizetype end);
-/// How many such hits there are.
-qsizetype hitsBetween(QByteArrayView image, const BytePattern &pattern, qsizetype from,
-                      qsizetype end);
 /// True if the byte at \a offset of \a image is part of a hit.
 bool isPartOfHit(QByteArrayView image, const BytePattern &pattern, qsizetype offset);
 
