@@ -6,7 +6,6 @@
 #include "control/VerdictWords.h"
 #include "language/RunLog.h"
 #include "widgets/Icons.h"
-#include "widgets/Palette.h"
 #include "widgets/PlainToolTip.h"
 
 #include <QEvent>
@@ -16,23 +15,11 @@
 
 namespace {
 
-struct Mark {
-    const char *icon;
-    QColor color;
-};
-
-Mark markOf(MessageLine::Severity severity, const QPalette &palette) {
-    switch (severity) {
-    case MessageLine::Severity::Success:
-        return {"succeeded", successTextColor(palette)};
-    case MessageLine::Severity::Warning:
-        return {"warning", warningTextColor(palette)};
-    case MessageLine::Severity::Problem:
-        return {"failed", failureTextColor(palette)};
-    case MessageLine::Severity::Information:
-        break;
-    }
-    return {"warning", palette.color(QPalette::WindowText)};
+QString iconOf(MessageLine::Severity severity) {
+    if (severity == MessageLine::Severity::Success)
+        return QStringLiteral("succeeded");
+    return severity == MessageLine::Severity::Problem ? QStringLiteral("failed")
+                                                      : QStringLiteral("warning");
 }
 
 } // namespace
@@ -84,8 +71,9 @@ void VerdictHeading::showNewest() {
     if (runs_->records().isEmpty())
         return;
     const RunRecord &run = runs_->records().last();
-    const Mark mark = markOf(severityOf(run), palette());
-    icon_->setPixmap(coloredIcon(QLatin1String(mark.icon), mark.color).pixmap(icon_->size()));
+    const MessageLine::Severity severity = severityOf(run);
+    const QColor color = MessageLine::colorOf(severity, palette());
+    icon_->setPixmap(coloredIcon(iconOf(severity), color).pixmap(icon_->size()));
     icon_->show();
     layout()->activate();
     text_ = headingOf(run);

@@ -29,20 +29,6 @@ constexpr std::chrono::milliseconds announcementDelay{250};
 /// A plain text editor takes a line that ends just where its viewport does for cut off.
 constexpr int spareHeight = 1;
 
-QColor colorOf(MessageLine::Severity severity, const QPalette &palette) {
-    switch (severity) {
-    case MessageLine::Severity::Problem:
-        return failureTextColor(palette);
-    case MessageLine::Severity::Warning:
-        return warningTextColor(palette);
-    case MessageLine::Severity::Success:
-        return successTextColor(palette);
-    case MessageLine::Severity::Information:
-        break;
-    }
-    return palette.color(QPalette::WindowText);
-}
-
 QString withWord(MessageLine::Severity severity, const QString &sentence) {
     switch (severity) {
     case MessageLine::Severity::Problem:
@@ -62,6 +48,20 @@ QString withoutMnemonic(QString label) {
 }
 
 } // namespace
+
+QColor MessageLine::colorOf(Severity severity, const QPalette &palette) {
+    switch (severity) {
+    case Severity::Problem:
+        return failureTextColor(palette);
+    case Severity::Warning:
+        return warningTextColor(palette);
+    case Severity::Success:
+        return successTextColor(palette);
+    case Severity::Information:
+        break;
+    }
+    return palette.color(QPalette::WindowText);
+}
 
 MessageLine::MessageLine(QWidget *parent) : QPlainTextEdit(parent) {
     setAccessibleName(tr("Message"));
@@ -90,10 +90,6 @@ QPushButton *MessageLine::makeButton() {
 
 void MessageLine::setMessage(int topic, Severity severity, const QString &sentence,
                              const Action &action) {
-    if (sentence.isEmpty()) {
-        clearMessage(topic);
-        return;
-    }
     Message message{topic, severity, onOneLine(sentence), action};
     const bool isNewest = !messages_.empty() && messages_.front().saysTheSameAs(message);
     if (isNewest)

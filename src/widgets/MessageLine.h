@@ -25,6 +25,9 @@ class MessageLine final : public QPlainTextEdit {
 public:
     enum class Severity { Information, Success, Warning, Problem };
 
+    /// Of text that is as serious as \a severity says, on the ground of a window.
+    static QColor colorOf(Severity severity, const QPalette &palette);
+
     /// What a message lets the user do about it.
     struct Action {
         /// Text of the button, translated; also its accessible name.
@@ -39,7 +42,6 @@ public:
     explicit MessageLine(QWidget *parent = nullptr);
 
     /// Shows \a sentence (translated) as the newest message, in place of the topic's former one.
-    /// An empty \a sentence clears the topic.
     /// With an action there is a button behind the text. Each message with one has a button of its
     /// own, which keeps its meaning until the message goes; the newest message's is the first.
     void setMessage(int topic, Severity severity, const QString &sentence, const Action &action);

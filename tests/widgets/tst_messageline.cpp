@@ -108,7 +108,7 @@ void TestMessageLine::messages_areShownNewestFirst() {
     line.clearMessage('a');
     line.clearMessage('?');
     QCOMPARE(line.toPlainText(), QStringLiteral("Warning: Second."));
-    line.setMessage('b', Severity::Warning, QString(), {});
+    line.clearMessage('b');
     QCOMPARE(line.toPlainText(), QString());
 }
 
