@@ -9,8 +9,8 @@
 #include <functional>
 
 /// Work that is done piece by piece, on turns of the event loop that are shorter than a frame, as
-/// long as there is memory for it. done() or outOfMemory() ends it, unless it is stopped. Who
-/// listens must not throw: on a turn of the event loop nobody is there to catch it.
+/// long as there is memory for it. done() or outOfMemory() ends it, unless it is stopped.
+/// Whoever listens must not throw: on a turn of the event loop nobody is there to catch it.
 class TurnedWork final : public QObject {
     Q_OBJECT
 

@@ -17,7 +17,7 @@ class DeviceListModel final : public QAbstractListModel {
     Q_OBJECT
 
 public:
-    /// Who has the names.
+    /// Where the names come from.
     struct Source {
         std::function<qint64()> count;
         std::function<QString(qint64 number)> name;

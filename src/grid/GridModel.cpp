@@ -48,8 +48,8 @@ bool GridModel::showChange(ByteRange changed) {
 }
 
 int GridModel::sourceRows() const {
-    constexpr auto most = quint64(std::numeric_limits<int>::max());
-    return int(std::min(most, source_.numberOfRowsInTableView(table_)));
+    constexpr auto maxRows = quint64(std::numeric_limits<int>::max());
+    return int(std::min(maxRows, source_.numberOfRowsInTableView(table_)));
 }
 
 void GridModel::setHeading(GridHeading heading) {

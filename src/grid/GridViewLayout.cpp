@@ -50,10 +50,10 @@ QSize GridView::viewportSizeHint() const {
 }
 
 QSize GridView::minimumSizeHint() const {
-    constexpr int leastRows = 8;
+    constexpr int minRows = 8;
     const int chrome = 2 * frameWidth() + header_->sizeHint().height() +
                        horizontalScrollBar()->sizeHint().height();
-    return {QAbstractItemView::minimumSizeHint().width(), leastRows * rowHeight_ + chrome};
+    return {QAbstractItemView::minimumSizeHint().width(), minRows * rowHeight_ + chrome};
 }
 
 QSize GridView::sizeHint() const {

@@ -60,10 +60,10 @@ void write(const RepeatedBytes &content, char *to, qint64 length) {
 void write(const RandomBytes &content, char *to, qint64 length) {
     QRandomGenerator generator(content.seed);
     std::array<quint32, 1024> numbers{};
-    constexpr qint64 most = sizeof(numbers);
-    for (qint64 done = 0; done < length; done += most) {
+    constexpr qint64 maxInTurn = sizeof(numbers);
+    for (qint64 done = 0; done < length; done += maxInTurn) {
         generator.fillRange(numbers.data(), qsizetype(numbers.size()));
-        std::memcpy(to + done, numbers.data(), std::size_t(std::min(most, length - done)));
+        std::memcpy(to + done, numbers.data(), std::size_t(std::min(maxInTurn, length - done)));
     }
 }
 

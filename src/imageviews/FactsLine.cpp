@@ -89,9 +89,9 @@ void FactsLine::takeWords(const std::optional<ShownImage> &image) {
                                  QStringList{sha256.isEmpty() ? QString() : label.arg(sha256)});
     QString digest;
     if (!sha256.isEmpty())
-        digest = tr("SHA-256 copied: %1").arg(sha256.first(shownDigits) + QChar(0x2026));
+        digest = tr("SHA-256 copied: %1").arg(sha256.first(shownDigits) + u'\u2026');
     else if (reader_.isReadingSha256())
-        digest = label.arg(QChar(0x2026));
+        digest = label.arg(QStringLiteral("\u2026"));
     facts_ = joined(facts << digest);
     brief_ = joined(brief << digest);
     setPlainToolTip(*this, whole);

@@ -58,7 +58,7 @@ QString burnOriginWords(std::optional<CompositionSource> source, const QString &
 }
 
 QString checksumWords(const std::optional<ImageFacts> &facts) {
-    const QString unknown(QChar(0x2026));
+    const QString unknown = QStringLiteral("\u2026");
     return FactsWording::tr("CRC-32 %1, sum %2")
         .arg(facts ? crc32Digits(facts->crc32) : unknown,
              facts ? hexDigits(facts->sum, digitsOfSum) : unknown);
@@ -66,7 +66,8 @@ QString checksumWords(const std::optional<ImageFacts> &facts) {
 
 QString differenceWords(const std::optional<ImageDifferences> &differences, qint64 extraBytes) {
     const qint64 bytes = differences ? differences->bytes : 0;
-    QStringList words = {!differences ? FactsWording::tr("%1 differences").arg(QChar(0x2026))
+    QStringList words = {!differences
+                             ? FactsWording::tr("%1 differences").arg(QStringLiteral("\u2026"))
                          : bytes == 0 ? FactsWording::tr("no differences")
                          : bytes == 1 ? FactsWording::tr("1 difference")
                                       : FactsWording::tr("%1 differences").arg(grouped(bytes))};

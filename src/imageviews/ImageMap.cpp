@@ -30,7 +30,7 @@ namespace {
 constexpr int stripCharacters = 3;
 /// What the page keys pass over of a large image.
 constexpr int pagesInImage = 16;
-constexpr int leastHeight = 24; // pixels
+constexpr int minHeight = 24; // pixels
 
 /// Shows \a widget while there are bytes. Without, its room is kept only where there may be a map.
 void showOrKeepRoom(QWidget &widget, bool hasBytes, bool keepsRoom) {
@@ -182,7 +182,7 @@ QRect ImageMap::viewFrame() const {
 
 QSize ImageMap::sizeHint() const {
     const int letters = stripCharacters * fontMetrics().averageCharWidth();
-    return {letters + 2 * viewFrameWidth(), leastHeight};
+    return {letters + 2 * viewFrameWidth(), minHeight};
 }
 
 QSize ImageMap::minimumSizeHint() const {

@@ -46,8 +46,8 @@ qint64 offsetAt(int y, qint64 size, int height) {
 QList<MapCell> mapCells(const BlockMap &map, const DifferingBlocks &differing, int height) {
     QList<MapCell> cells;
     const qint64 blocks = map.blockCount();
-    const qint64 most = std::max(1, height / minCellHeight);
-    const qint64 inCell = std::max<qint64>(1, (blocks + most - 1) / most);
+    const qint64 maxCells = std::max(1, height / minCellHeight);
+    const qint64 inCell = std::max<qint64>(1, (blocks + maxCells - 1) / maxCells);
     for (qint64 block = 0, next = 0; block < blocks; block = next) {
         next = std::min(block + inCell, blocks);
         if (height - heightOf(offsetOf(map, next), map.size(), height) < minCellHeight)

@@ -28,7 +28,7 @@ using namespace toolErrors;
 constexpr qsizetype longestQuote = 300;
 
 QString shortened(const QString &words) {
-    return words.size() <= longestQuote ? words : words.first(longestQuote) + QChar(0x2026);
+    return words.size() <= longestQuote ? words : words.first(longestQuote) + u'\u2026';
 }
 
 QString withFullStop(const QString &sentence) {

@@ -12,5 +12,5 @@ QString RunOutcome::words() const {
 void RunOutcome::add(const QString &remark) {
     sentence = joinedSentences(sentence, remark);
     if (sentence.size() > longestSentence)
-        sentence = sentence.first(longestSentence - 1) + QChar(0x2026);
+        sentence = sentence.first(longestSentence - 1) + u'\u2026';
 }

@@ -12,7 +12,7 @@ namespace {
 constexpr int innerMargins = 8;
 /// As in "262,144 bytes, DIP32 · data too long by 262,144"; on a small screen less has room.
 constexpr int usualLetters = 46;
-constexpr int leastLetters = 8;
+constexpr int minLetters = 8;
 
 } // namespace
 
@@ -31,6 +31,6 @@ QSize ChipFacts::sizeHint() const {
 }
 
 QSize ChipFacts::minimumSizeHint() const {
-    return {leastLetters * fontMetrics().averageCharWidth() + innerMargins,
+    return {minLetters * fontMetrics().averageCharWidth() + innerMargins,
             QLineEdit::minimumSizeHint().height()};
 }

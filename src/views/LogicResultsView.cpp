@@ -55,8 +55,8 @@ void LogicResultsView::addSaving() {
         connect(action, &QAction::triggered, this, slot);
         package_->addAction(action);
     };
-    add(tr("Save as &picture…"), &LogicResultsView::savePicture);
-    add(tr("Save as &text…"), &LogicResultsView::saveText);
+    add(tr("Save as &picture\u2026"), &LogicResultsView::savePicture);
+    add(tr("Save as &text\u2026"), &LogicResultsView::saveText);
 }
 
 void LogicResultsView::follow(const Sources &sources) {

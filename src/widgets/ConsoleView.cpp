@@ -76,7 +76,7 @@ void ConsoleView::createActions() {
     };
     copy_ = add(tr("&Copy"), &QPlainTextEdit::copy);
     copyAll_ = add(tr("Copy &whole console"), &ConsoleView::copyAll);
-    save_ = add(tr("Sa&ve console…"), &ConsoleView::saveRequested);
+    save_ = add(tr("Sa&ve console\u2026"), &ConsoleView::saveRequested);
     selectAll_ = add(tr("Select a&ll"), &QPlainTextEdit::selectAll);
     clear_ = add(tr("Cl&ear console"), &ConsoleView::clearAll);
     createChoices();
