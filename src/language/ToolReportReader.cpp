@@ -158,8 +158,7 @@ void ToolReportReader::Meaning::takeStep(QStringView line) {
     report_.lastStepDone = line.endsWith(u"OK");
     if (!report_.lastStepDone)
         return;
-    const QStringView step = line.first(line.indexOf(u"..."));
-    const QString part = step.sliced(step.indexOf(u' ') + 1).trimmed().toString();
+    const QString part = partIn(line.first(line.indexOf(u"...")));
     if (line.startsWith(readingVerb))
         addOnce(report_.partsRead, part);
     else if (line.startsWith(writingVerb))

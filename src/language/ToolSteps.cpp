@@ -42,12 +42,6 @@ QString nameOf(const QString &spelled) {
     return spelled.chopped(dots.size()).simplified();
 }
 
-/// What stands between the verb and the dots.
-QString partIn(QStringView step) {
-    const qsizetype blank = step.indexOf(u' ');
-    return blank < 0 ? QString() : step.sliced(blank).trimmed().toString();
-}
-
 /// The number if \a rest is one with a percent sign behind it; else nothing.
 std::optional<int> percentIn(QStringView rest) {
     if (rest.isEmpty() || rest.back() != u'%')
@@ -63,6 +57,11 @@ std::optional<int> percentIn(QStringView rest) {
 }
 
 } // namespace
+
+QString partIn(QStringView step) {
+    const qsizetype blank = step.indexOf(u' ');
+    return blank < 0 ? QString() : step.sliced(blank).trimmed().toString();
+}
 
 bool isStep(QStringView line) {
     return verbOf(line) && line.contains(dots);

@@ -66,5 +66,8 @@ private:
     bool counts_ = false;
 };
 
+/// What stands behind the verb of \a step, which is without its dots.
+QString partIn(QStringView step);
+
 /// True if \a line speaks of a step: its beginning, its percentage or its end.
 bool isStep(QStringView line);
