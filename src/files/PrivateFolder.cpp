@@ -17,7 +17,7 @@ namespace {
 /// leaves out, such a list cannot give.
 constexpr mode_t theOwnerAlone = 0700;
 
-bool isFolder(const QByteArray &name) {
+bool leadsToFolder(const QByteArray &name) {
     struct stat facts = {};
     return ::stat(name.constData(), &facts) == 0 && S_ISDIR(facts.st_mode);
 }
@@ -27,7 +27,7 @@ Result<void> makeLast(const QByteArray &name) {
         return {};
     const int error = errno;
     // Another program may have been faster.
-    if (isFolder(name))
+    if (leadsToFolder(name))
         return {};
     return Failure::ofSystem(error == EEXIST ? ENOTDIR : error);
 }
@@ -36,7 +36,7 @@ Result<void> makeLast(const QByteArray &name) {
 
 Result<void> makePrivateFolder(const QString &path) {
     const QByteArray name = QFile::encodeName(path);
-    if (isFolder(name))
+    if (leadsToFolder(name))
         return {};
     const QString above = QFileInfo(path).path();
     if (above != path)
