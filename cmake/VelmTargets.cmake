@@ -31,8 +31,28 @@ endfunction()
 # file lacks a header that another one has included shows without VELM_UNITY, and in tst_layers for
 # the most part.
 function(velm_compile_together target)
-    set_target_properties(${target} PROPERTIES
-        UNITY_BUILD ${VELM_UNITY} UNITY_BUILD_BATCH_SIZE 0)
+    if(VELM_UNITY)
+        velm_meta_objects_of_headers(${target})
+        set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)
+    endif()
+endfunction()
+
+# velm_meta_objects_of_headers(<target>)
+# What AUTOMOC does, in files that are compiled together with the others; it keeps its own apart.
+# Which headers have meta objects is seen when the build is configured.
+function(velm_meta_objects_of_headers target)
+    set(folder "${CMAKE_CURRENT_BINARY_DIR}/${target}_moc")
+    get_target_property(sources ${target} SOURCES)
+    list(FILTER sources INCLUDE REGEX "\\.h$")
+    foreach(header IN LISTS sources)
+        file(STRINGS ${header} marked REGEX "^ *Q_(OBJECT|GADGET|NAMESPACE)")
+        if(marked)
+            get_filename_component(name ${header} NAME_WE)
+            qt_generate_moc(${header} "${folder}/moc_${name}.cpp")
+            target_sources(${target} PRIVATE "${folder}/moc_${name}.cpp")
+        endif()
+    endforeach()
+    set_target_properties(${target} PROPERTIES AUTOMOC OFF)
 endfunction()
 
 # velm_precompiled(<target> LINKS <libraries...> HEADERS <headers...>)
