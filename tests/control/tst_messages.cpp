@@ -31,7 +31,7 @@ const QList<Event> everything = {
     Event::SavingBegan,    Event::SettingsSaved, Event::DeviceChanged,     Event::ToolChanged,
     Event::BlockAsked,     Event::BlockDone,     Event::BytesSelected,     Event::RowsSelected,
     Event::AddressChanged, Event::ClipboardRead, Event::FavouritesChanged, Event::FavouritesShown,
-    Event::ConsoleCleared};
+    Event::ConsoleCleared, Event::FileMoved};
 
 constexpr Topic lastTopic = Topic::SettingsNotRead;
 
@@ -67,7 +67,7 @@ const QList<Expectation> expectations = {
      Topic::SharedFolder,
      warning,
      warning,
-     {Event::ImageMoved}},
+     {Event::FileMoved}},
     {"a file that was written again, until it is used, stale or another",
      Topic::ImageFile,
      plain,
