@@ -18,7 +18,9 @@ constexpr int minLetters = 8;
 
 void ChipFacts::say(const DeviceAnswer &answer, const std::optional<ImageFit> &fit) {
     FittingLine::say(joined({chipWords(answer), fitWords(fit)}));
-    setPlainToolTip(*this, joinedWords({wholeText(), programmersWords(answer)}, u"\n"));
+    const QString known = joinedWords({wholeText(), programmersWords(answer)}, u"\n");
+    setPlainToolTip(*this,
+                    known.isEmpty() ? tr("What the programmer tool knows of the device") : known);
 }
 
 QString ChipFacts::fittingText() const {
