@@ -17,12 +17,12 @@ constexpr bool endsLine(char character) {
 /// return with its line feed, 0 for none.
 template <typename View>
 constexpr qsizetype lineEndAt(const View &text, qsizetype at) {
-    const auto isAt = [&](qsizetype place, char16_t unit) {
+    const auto isAt = [&](qsizetype place, QLatin1Char unit) {
         return place < text.size() && text[place] == unit;
     };
-    if (isAt(at, u'\r'))
-        return isAt(at + 1, u'\n') ? 2 : 1;
-    return isAt(at, u'\n') ? 1 : 0;
+    if (isAt(at, QLatin1Char('\r')))
+        return isAt(at + 1, QLatin1Char('\n')) ? 2 : 1;
+    return isAt(at, QLatin1Char('\n')) ? 1 : 0;
 }
 
 /// True for the characters that end a line on their own: line feed, vertical tab, form feed,
