@@ -145,7 +145,7 @@ void TestSettingsSaving::fullDisk_isReportedAgainAfterARecovery() {
     QCOMPARE(recoveries.size(), 0);
     store.setValue(skipErase, true);
     QCOMPARE(problems.size(), 1);
-    QCOMPARE(recoveries.size(), 1);
+    QTRY_COMPARE(recoveries.size(), 1);
     QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=AT\npad=true\nskipErase=true\n"));
     const FileSizeLimit fullAgain(4);
     store.setValue(pad, false);
@@ -325,7 +325,7 @@ void TestSettingsSaving::aDiskThatRefusesLater_isReported() {
                             "Input/output error")
                  .arg(path()));
     store.setValue(device, QStringLiteral("A"));
-    QCOMPARE(recoveries.size(), 1);
+    QTRY_COMPARE(recoveries.size(), 1);
     QCOMPARE(readWholeFile(path()), QByteArray("[General]\ndevice=A\npad=true\n"));
 }
 
