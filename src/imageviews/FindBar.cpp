@@ -168,7 +168,7 @@ void FindBar::say(const QString &count, const QString &remark) {
     countLabel.setAccessibleDescription(count);
     countLabel.setVisible(!count.isEmpty());
     controls_->remark->setText(remark);
-    controls_->remark->setToolTip(plainToolTip(remark));
+    setPlainToolTip(*controls_->remark, remark);
 }
 
 void FindBar::announceSoon() {
