@@ -10,7 +10,6 @@
 #include "files/SystemName.h"
 #include "tool/ForeignLinks.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include <cerrno>
@@ -21,20 +20,22 @@
 namespace {
 
 /// Non-blocking, because opening a FIFO would wait for a reader.
-FileDescriptor openedForAppending(const QString &path, int furtherFlags) {
+FileDescriptor openedForAppending(const QByteArray &name, int furtherFlags) {
     constexpr int flags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK;
-    return FileDescriptor(
-        ::open(QFile::encodeName(path).constData(), flags | furtherFlags, modeOfNewFiles));
+    return FileDescriptor(::open(name.constData(), flags | furtherFlags, modeOfNewFiles));
 }
 
 /// Through a link of somebody else's the report would go where nobody meant. So a link is only
 /// followed once it has been looked at, and one that comes meanwhile is not.
 Result<FileDescriptor> openForAppending(const QString &path) {
-    FileDescriptor file = openedForAppending(path, O_NOFOLLOW);
+    const Result<QByteArray> name = systemName(path);
+    if (!name)
+        return *name.failure();
+    FileDescriptor file = openedForAppending(*name, O_NOFOLLOW);
     if (!file.isOpen() && errno == ELOOP) {
         if (!isNoForeignLink(path))
             return foreignLink();
-        file = openedForAppending(path, 0);
+        file = openedForAppending(*name, 0);
     }
     if (!file.isOpen())
         return Failure::ofSystem(errno);

@@ -39,6 +39,7 @@ private slots:
     void results_thatCannotBeEmptiedAreOlder();
     void results_thatAreAPipeStayOne();
     void results_thatCannotBeCreatedAreLoggedForEachChunk();
+    void results_goToNoFileWhoseNameIsCutShort();
     void results_neverWaitForAReader();
     void results_afterAGapTakeNothingMore();
     void otherOperations_leaveTheFileAlone();
@@ -259,6 +260,18 @@ void TestToolRunLogic::results_thatCannotBeCreatedAreLoggedForEachChunk() {
     const QString line = QStringLiteral("temp file not created at ") + path;
     QCOMPARE(bench.log.count(line), 3);
     QCOMPARE(bench.linesOfOutput().size(), 3);
+}
+
+// The system takes a null character for the end of a name, and a settings file may hold one.
+void TestToolRunLogic::results_goToNoFileWhoseNameIsCutShort() {
+    ToolBench bench;
+    const QString rom = bench.path("rom.bin");
+    writeWholeFile(rom, "bytes");
+    bench.settings.setValue(settingsKeys::temp_logic_chip_test_results_file,
+                            rom + QChar(QChar::Null) + u'x');
+    runLogicTest(bench, "fail");
+    QCOMPARE(readWholeFile(rom), QByteArray("bytes"));
+    QCOMPARE(bench.log.startingWith(QStringLiteral("temp file not created")).size(), 1);
 }
 
 void TestToolRunLogic::results_neverWaitForAReader() {
