@@ -3,8 +3,9 @@
 
 #include "files/PrivateFolder.h"
 
+#include "files/SystemName.h"
+
 #include <QByteArray>
-#include <QFile>
 #include <QFileInfo>
 
 #include <cerrno>
@@ -35,12 +36,14 @@ Result<void> makeLast(const QByteArray &name) {
 } // namespace
 
 Result<void> makePrivateFolder(const QString &path) {
-    const QByteArray name = QFile::encodeName(path);
-    if (leadsToFolder(name))
+    const Result<QByteArray> name = systemName(path);
+    if (!name)
+        return *name.failure();
+    if (leadsToFolder(*name))
         return {};
     const QString above = QFileInfo(path).path();
     if (above != path)
         if (const Result<void> made = makePrivateFolder(above); !made)
             return made;
-    return makeLast(name);
+    return makeLast(*name);
 }

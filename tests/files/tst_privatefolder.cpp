@@ -94,6 +94,10 @@ void TestPrivateFolder::whatCannotBeMade_isTold() {
     const Result<void> made = makePrivateFolder(QStringLiteral("/dev/null/folder"));
     QVERIFY(!made);
     QCOMPARE(made.failure()->reason, QStringLiteral("Not a directory"));
+    const QTemporaryDir home;
+    QVERIFY(!makePrivateFolder(home.path() + QChar(QChar::Null) + u'x'));
+    QVERIFY(!makePrivateFolder(home.filePath(QStringLiteral("a")) + QChar(QChar::Null) + u'x'));
+    QVERIFY(QDir(home.path()).isEmpty());
 }
 
 QTEST_APPLESS_MAIN(TestPrivateFolder)
