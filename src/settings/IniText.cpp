@@ -4,6 +4,7 @@
 #include "settings/IniText.h"
 
 #include "base/Utf8.h"
+#include "files/TextLines.h"
 #include "settings/IniValue.h"
 
 #include <QByteArrayView>
@@ -27,11 +28,9 @@ bool isComment(QByteArrayView line) {
 QList<QByteArrayView> linesOf(QByteArrayView content) {
     QList<QByteArrayView> lines;
     while (!content.isEmpty()) {
-        const auto lineEnd = std::find_if(content.begin(), content.end(),
-                                          [](char c) { return c == '\n' || c == '\r'; });
-        const QByteArrayView rest = content.sliced(lineEnd - content.begin());
-        const qsizetype ending = rest.startsWith("\r\n") ? 2 : rest.isEmpty() ? 0 : 1;
-        const qsizetype size = content.size() - rest.size() + ending;
+        const qsizetype end =
+            std::find_if(content.begin(), content.end(), endsLine) - content.begin();
+        const qsizetype size = end + lineEndAt(content, end);
         lines.append(content.first(size));
         content = content.sliced(size);
     }
