@@ -4,6 +4,7 @@
 #include "app/FactsWiring.h"
 
 #include "app/MainWindow.h"
+#include "base/JoinedWords.h"
 #include "control/AppDelegate.h"
 #include "control/HandEdits.h"
 #include "control/ReadOrigin.h"
@@ -61,8 +62,7 @@ QString comparisonWords(const AppDelegate &delegate, const RunLog &runs,
     const QString device = context.settings.stringValue(settingsKeys::device);
     if (differences && losesBitsOnly(device) && chipHoldsDataRead(delegate, runs, device))
         words << erasureWords(*differences, comparison.coversAllToBurn());
-    words.removeAll(QString());
-    return words.join(QStringLiteral(", "));
+    return joinedWords(words, u", ");
 }
 
 /// Marks in \a map where the images differ. While they are compared anew, as after an edit, what

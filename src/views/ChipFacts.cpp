@@ -3,6 +3,7 @@
 
 #include "views/ChipFacts.h"
 
+#include "base/JoinedWords.h"
 #include "views/ChipFactsWords.h"
 #include "widgets/PlainToolTip.h"
 

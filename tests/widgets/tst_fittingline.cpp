@@ -3,6 +3,8 @@
 
 #include "widgets/FittingLine.h"
 
+#include "base/JoinedWords.h"
+
 #include <QTest>
 
 namespace {
