@@ -16,10 +16,16 @@
 namespace {
 
 QString iconOf(MessageLine::Severity severity) {
-    if (severity == MessageLine::Severity::Success)
+    switch (severity) {
+    case MessageLine::Severity::Success:
         return QStringLiteral("succeeded");
-    return severity == MessageLine::Severity::Problem ? QStringLiteral("failed")
-                                                      : QStringLiteral("warning");
+    case MessageLine::Severity::Problem:
+        return QStringLiteral("failed");
+    case MessageLine::Severity::Warning:
+    case MessageLine::Severity::Information:
+        break;
+    }
+    return QStringLiteral("warning");
 }
 
 } // namespace
