@@ -28,10 +28,10 @@ bool isWordUnit(QChar unit) {
     return unit.isLetterOrNumber() || unit == u'_';
 }
 
-/// How many of the first units of \a text are digits to \a base, at most \a most.
-qsizetype digitsIn(QStringView text, int base, qsizetype most) {
+/// How many of the first units of \a text are digits to \a base, at most \a limit.
+qsizetype digitsIn(QStringView text, int base, qsizetype limit) {
     qsizetype count = 0;
-    while (count < std::min(text.size(), most) && digitValue(text[count], base))
+    while (count < std::min(text.size(), limit) && digitValue(text[count], base))
         ++count;
     return count;
 }

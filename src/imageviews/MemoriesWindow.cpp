@@ -122,10 +122,10 @@ void MemoriesWindow::showMemories(const ReadMemories &memories, const QString &r
 // What is no fuse may be a long line.
 void MemoriesWindow::fitColumns() {
     const int gap = fuseList_->fontMetrics().averageCharWidth() * gapInCharacters;
-    const int most = fuseList_->fontMetrics().averageCharWidth() * maxInCharacters;
+    const int maxWidth = fuseList_->fontMetrics().averageCharWidth() * maxInCharacters;
     fuseList_->resizeColumnsToContents();
     for (const int column : {FuseListModel::Name, FuseListModel::Hexadecimal})
-        fuseList_->setColumnWidth(column, std::min(fuseList_->columnWidth(column) + gap, most));
+        fuseList_->setColumnWidth(column, std::min(fuseList_->columnWidth(column) + gap, maxWidth));
 }
 
 void MemoriesWindow::fill(BytesPage &page, const ByteBuffer &bytes) {

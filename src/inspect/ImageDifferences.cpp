@@ -51,8 +51,8 @@ qint64 common(QByteArrayView one, QByteArrayView other) {
 }
 
 qint64 comparedBlockSizeFor(qint64 length) {
-    const qint64 least = length / ImageDifferencesReader::maxBlocks;
-    return std::max<qint64>(smallestBlock, qint64(std::bit_ceil(quint64(least) + 1)));
+    const qint64 minSize = length / ImageDifferencesReader::maxBlocks;
+    return std::max<qint64>(smallestBlock, qint64(std::bit_ceil(quint64(minSize) + 1)));
 }
 
 /// The first differing byte in [\a offset, \a end), or \a end.

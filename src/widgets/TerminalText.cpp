@@ -33,12 +33,12 @@ void TerminalText::clear() {
     linesBack_ = TerminalUpdate::everyLine;
 }
 
-TerminalUpdate TerminalText::takeUpdate(qsizetype most) {
+TerminalUpdate TerminalText::takeUpdate(qsizetype maxLength) {
     TerminalUpdate update{linesBack_, dirtyFrom_, {}};
     linesBack_ = 0;
     dirtyFrom_ = 0;
-    if (pendingLength() > most) {
-        update.text = takeLines(most);
+    if (pendingLength() > maxLength) {
+        update.text = takeLines(maxLength);
         return update;
     }
     const bool onSameLine = finished_.isEmpty();
@@ -50,8 +50,8 @@ TerminalUpdate TerminalText::takeUpdate(qsizetype most) {
     return update;
 }
 
-QString TerminalText::takeLines(qsizetype most) {
-    qsizetype end = finished_.lastIndexOf(lineFeed, taken_ + most - 1) + 1;
+QString TerminalText::takeLines(qsizetype maxLength) {
+    qsizetype end = finished_.lastIndexOf(lineFeed, taken_ + maxLength - 1) + 1;
     if (end <= taken_)
         end = finished_.indexOf(lineFeed, taken_) + 1;
     const QString lines = finished_.sliced(taken_, end - taken_);
@@ -84,10 +84,10 @@ void TerminalText::compact() {
 }
 
 // Up to where lines have to go, at a line's end; what has been taken already if none has to.
-qsizetype TerminalText::endOfDrop(qsizetype most, qsizetype maxLines) const {
+qsizetype TerminalText::endOfDrop(qsizetype maxLength, qsizetype maxLines) const {
     qsizetype end = taken_;
-    if (pendingLength() > most) {
-        const qsizetype cut = finished_.indexOf(lineFeed, finished_.size() - most);
+    if (pendingLength() > maxLength) {
+        const qsizetype cut = finished_.indexOf(lineFeed, finished_.size() - maxLength);
         end = cut < 0 ? finished_.size() : cut + 1;
     }
     qsizetype endOfLines = taken_;
@@ -96,10 +96,10 @@ qsizetype TerminalText::endOfDrop(qsizetype most, qsizetype maxLines) const {
     return std::max(end, endOfLines);
 }
 
-bool TerminalText::dropPendingBeyond(qsizetype most, qsizetype maxLines) {
-    if (pendingLength() <= most && finishedLines_ <= maxLines)
+bool TerminalText::dropPendingBeyond(qsizetype maxLength, qsizetype maxLines) {
+    if (pendingLength() <= maxLength && finishedLines_ <= maxLines)
         return false;
-    const qsizetype end = endOfDrop(most, maxLines);
+    const qsizetype end = endOfDrop(maxLength, maxLines);
     finishedLines_ -= QStringView(finished_).sliced(taken_, end - taken_).count(lineFeed);
     const bool regionIsLost = !regionOffset_ || *regionOffset_ < end;
     taken_ = end;

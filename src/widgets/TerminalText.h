@@ -56,13 +56,13 @@ public:
     bool hasUpdate() const { return dirty_; }
     /// How many units of finished lines wait to be taken.
     qsizetype pendingLength() const { return finished_.size() - taken_; }
-    /// What changed since the last call: all of it, or, when more than \a most units of finished
-    /// lines wait, about that many of them.
-    TerminalUpdate takeUpdate(qsizetype most = std::numeric_limits<qsizetype>::max());
-    /// Gives up waiting lines, oldest first, until at most \a most units in at most \a maxLines
-    /// lines wait. The next update then replaces every line of the view. True if lines were given
-    /// up.
-    bool dropPendingBeyond(qsizetype most, qsizetype maxLines);
+    /// What changed since the last call: all of it, or, when more than \a maxLength units of
+    /// finished lines wait, about that many of them.
+    TerminalUpdate takeUpdate(qsizetype maxLength = std::numeric_limits<qsizetype>::max());
+    /// Gives up waiting lines, oldest first, until at most \a maxLength units
+    /// in at most \a maxLines lines wait. The next update then replaces every line of the view.
+    /// True if lines were given up.
+    bool dropPendingBeyond(qsizetype maxLength, qsizetype maxLines);
 
 private:
     static constexpr char16_t lineFeed = u'\n';
@@ -91,9 +91,9 @@ private:
     void eraseInDisplay(int mode);
     void eraseRegionLines();
 
-    QString takeLines(qsizetype most);
+    QString takeLines(qsizetype maxLength);
     void noteLinesTaken(qsizetype end);
-    qsizetype endOfDrop(qsizetype most, qsizetype maxLines) const;
+    qsizetype endOfDrop(qsizetype maxLength, qsizetype maxLines) const;
     void compact();
 
     State state_ = State::Text;
