@@ -42,7 +42,7 @@ constexpr bool isByteColumn(int number) {
     return number >= firstByteColumn && number <= lastByteColumn;
 }
 
-/// The column of the byte at \a offset; its row is that of as many whole rows.
+/// The column of the byte at \a offset, in row \a offset / bytesInRow.
 constexpr int columnOfByte(qint64 offset) {
     return firstByteColumn + int(offset % bytesInRow);
 }

@@ -35,6 +35,7 @@ struct CompositionInputs {
     qint32 padSize() const;
     /// The number in rom_start_address; 0 without one.
     quint32 startAddress() const;
+    /// The bytes of \a source; null while there are none.
     const ByteBuffer &sourceBytes(CompositionSource source) const;
 };
 
