@@ -3,6 +3,7 @@
 
 #include "control/OpenedBinary.h"
 
+#include "base/Result.h"
 #include "control/ActionGate.h"
 #include "control/BurnDoubt.h"
 #include "files/FileLoading.h"

@@ -50,8 +50,8 @@ Result<void, TroubleKind> checked(RecordBytes bytes) {
 } // namespace
 
 bool IntelHexDecoding::take(RecordBytes bytes, qint64 line, DecodedRecords &decoded) {
-    const auto isRight = checked(bytes);
-    if (const TroubleKind *trouble = isRight.failure()) {
+    const auto check = checked(bytes);
+    if (const TroubleKind *trouble = check.failure()) {
         decoded.troubles.add(*trouble, line);
         if (losesBytes(*trouble))
             return false;

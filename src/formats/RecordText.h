@@ -13,10 +13,10 @@
 
 // What the lines of both formats are made of.
 
-/// What a record of Intel HEX is for.
 namespace intelHex {
+/// What a record is for.
 enum Type : quint32 { Data, LastRecord, SegmentBase, SegmentStart, LinearBase, LinearStart };
-}
+} // namespace intelHex
 
 /// Space and tabulator, and what else moves the paper.
 inline constexpr bool isBlank(char character) {

@@ -65,8 +65,8 @@ void takeData(quint32 address, QByteArrayView data, qint64 line, DecodedRecords 
 
 bool SRecordDecoding::take(char type, RecordBytes bytes, qint64 line, DecodedRecords &decoded) {
     const std::optional<Shape> shape = shapeOf(type);
-    const auto isRight = checked(bytes, shape);
-    if (const TroubleKind *trouble = isRight.failure()) {
+    const auto check = checked(bytes, shape);
+    if (const TroubleKind *trouble = check.failure()) {
         decoded.troubles.add(*trouble, line);
         if (losesBytes(*trouble))
             return false;

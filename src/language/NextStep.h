@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/Units.h"
 #include "files/ByteBuffer.h"
 
 #include <QString>
