@@ -31,6 +31,7 @@ constexpr qint64 slack = qint64(256) << 10;
 /// What a run leaves: itself and its record, which are kept for as long as the program runs. With
 /// 10,000 of them it is to have less than 100 MiB.
 constexpr qint64 keptOfARun = qint64(3) << 10;
+constexpr qint64 maxInMemory = qint64(100) << 20;
 
 /// Reads, writes and lists in an instant: the shell starts no other program.
 const QByteArray tool = R"(
@@ -144,6 +145,12 @@ struct Load {
     qint64 allowance; ///< what the steps may leave allocated, in bytes
 };
 
+void verifyWhatIsInMemory() {
+    const qint64 resident = residentBytes();
+    if (memoryIsMeasured)
+        QVERIFY2(resident < maxInMemory, qPrintable(QString::number(resident)));
+}
+
 /// Carries \a load; nothing is left of it that was not there at the start, when the process had
 /// \a resting.
 void endure(WindowFixture &velm, const Load &load, const Holdings &resting) {
@@ -177,6 +184,7 @@ void TestSoak::aLongDay_leavesNothingBehind() {
     const Holdings resting = {descriptors(), threads()};
     for (const Load &load : day)
         endure(velm, load, resting);
+    verifyWhatIsInMemory();
 }
 
 // VELM_RUNS says how many. 10,000 take most of an hour, and QTEST_FUNCTION_TIMEOUT (milliseconds)
@@ -184,7 +192,6 @@ void TestSoak::aLongDay_leavesNothingBehind() {
 void TestSoak::runsThatPrintAMegabyte_keepLittleOfIt() {
     constexpr int usualRuns = 20;
     constexpr int warmUp = 20; // by then the console is full
-    constexpr qint64 mostInMemory = qint64(100) << 20;
     const int wanted = qEnvironmentVariableIntValue("VELM_RUNS");
     const int runs = wanted > 0 ? wanted : usualRuns;
     WindowFixture velm;
@@ -193,10 +200,8 @@ void TestSoak::runsThatPrintAMegabyte_keepLittleOfIt() {
     velm.settle();
     const Holdings resting = {descriptors(), threads()};
     endure(velm, {printAMegabyte, runs, warmUp, runs * keptOfARun + slack}, resting);
-    const qint64 resident = residentBytes();
-    qInfo("%lld bytes in memory after %d runs", static_cast<long long>(resident), runs);
-    if (memoryIsMeasured)
-        QVERIFY2(resident < mostInMemory, qPrintable(QString::number(resident)));
+    qInfo("%lld bytes in memory after %d runs", static_cast<long long>(residentBytes()), runs);
+    verifyWhatIsInMemory();
 }
 
 QTEST_MAIN(TestSoak)
