@@ -15,6 +15,10 @@ target_compile_definitions(velm_warnings INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
     QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 
+# From which memory on, in KiB, g++ looks for what it no longer needs. It does so early, and where
+# headers are precompiled it walks through all of them each time: a sixth of the time of a test.
+add_compile_options($<$<CXX_COMPILER_ID:GNU>:--param=ggc-min-heapsize=524288>)
+
 # velm_library(<folder> SOURCES <files...> LINKS <libraries...>)
 # The static library velm_<folder>; its headers are included as "<folder>/<File>.h".
 function(velm_library folder)
