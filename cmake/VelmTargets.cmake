@@ -116,6 +116,8 @@ function(velm_use_precompiled target)
         # The toolkit's test header reads otherwise where it is linked, as it is by the window.
         target_link_libraries(${target} PRIVATE Qt6::Network)
     endif()
+    # The toolkit's test header is among them.
+    target_link_libraries(${target} PRIVATE Qt6::Test)
     target_precompile_headers(${target} REUSE_FROM ${precompiled})
     velm_let_ccache_see_precompiled(${target})
 endfunction()
