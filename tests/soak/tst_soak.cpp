@@ -145,6 +145,7 @@ struct Load {
     qint64 allowance; ///< what the steps may leave allocated, in bytes
 };
 
+/// The process as a whole keeps its bound, whatever it grew by.
 void verifyWhatIsInMemory() {
     const qint64 resident = residentBytes();
     if (memoryIsMeasured)
