@@ -29,7 +29,8 @@ QList<QByteArrayView> linesOf(QByteArrayView content) {
     QList<QByteArrayView> lines;
     while (!content.isEmpty()) {
         const qsizetype end =
-            std::find_if(content.begin(), content.end(), endsLine) - content.begin();
+            std::find_if(content.begin(), content.end(), [](char c) { return endsLine(c); }) -
+            content.begin();
         const qsizetype size = end + lineEndAt(content, end);
         lines.append(content.first(size));
         content = content.sliced(size);
