@@ -6,6 +6,7 @@
 #include "widgets/BusyIndicator.h"
 #include "widgets/FixedFont.h"
 #include "widgets/Icons.h"
+#include "widgets/PlainToolTip.h"
 #include "widgets/TabView.h"
 #include "widgets/WindowFront.h"
 
@@ -17,6 +18,7 @@
 #include <QProgressBar>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextDocument>
 #include <QWheelEvent>
 
 #include <functional>
@@ -49,6 +51,8 @@ private slots:
     void icons_unknownNameIsNull();
     void bringUp_leavesTheSize_data();
     void bringUp_leavesTheSize();
+    void toolTip_showsTextAsItStands_data();
+    void toolTip_showsTextAsItStands();
 };
 
 static void addItems(TabView &tabs) {
@@ -322,6 +326,25 @@ void TestSmallWidgets::bringUp_leavesTheSize() {
     bringUp(window);
     QVERIFY(window.isVisible());
     QTEST(window.windowState() & ~Qt::WindowActive, "after");
+}
+
+void TestSmallWidgets::toolTip_showsTextAsItStands_data() {
+    QTest::addColumn<QString>("text");
+    QTest::newRow("none") << QString(); // one of marks alone would open an empty tip
+    QTest::newRow("plain") << QStringLiteral("AT28C64B@SOIC28");
+    QTest::newRow("what looks like markup") << QStringLiteral("<b>a</b> & <img src=x>");
+}
+
+void TestSmallWidgets::toolTip_showsTextAsItStands() {
+    QFETCH(QString, text);
+    QLabel label;
+    setPlainToolTip(label, text);
+    QTextDocument shown;
+    shown.setHtml(label.toolTip());
+    QCOMPARE(shown.toPlainText(), text);
+    QCOMPARE(label.toolTip().isEmpty(), text.isEmpty());
+    QVERIFY(text.isEmpty() || Qt::mightBeRichText(label.toolTip())); // which alone wraps
+    QCOMPARE(label.accessibleDescription(), text);
 }
 
 QTEST_MAIN(TestSmallWidgets)
