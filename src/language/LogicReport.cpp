@@ -4,6 +4,7 @@
 #include "language/LogicReport.h"
 
 #include "base/Log.h"
+#include "base/NumberWords.h"
 #include "base/Units.h"
 #include "files/FileLoading.h"
 #include "files/LoggedLoading.h"
@@ -69,6 +70,19 @@ void parseLine(QStringView line, LogicReport &report) {
     }
 }
 
+/// \a text if all its lines can be shown: the window lays out a line as a whole.
+Result<QString> withoutLongLines(Result<QString> text) {
+    if (!text)
+        return text;
+    LineCursor lines(*text);
+    while (const auto line = lines.next())
+        if (line->size() > longestReportLine)
+            return Failure{
+                QCoreApplication::translate("LogicReport", "A line of more than %1 characters")
+                    .arg(grouped(longestReportLine))};
+    return text;
+}
+
 } // namespace
 
 LogicReport parseLogicReport(QStringView text) {
@@ -89,7 +103,7 @@ QStringList trimEmptyStrings(const QStringList &strings) {
 }
 
 Result<LogicReport> loadLogicReport(const QString &path, Log &log) {
-    const Result<QString> text = orLogged(loadUtf8Text(path, largestReport), log);
+    const Result<QString> text = orLogged(withoutLongLines(loadUtf8Text(path, largestReport)), log);
     if (const Failure *failure = text.failure())
         return *failure;
     log.write(QStringLiteral("we have successfully obtained the chip test results! %1 bytes")

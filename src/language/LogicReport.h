@@ -34,9 +34,12 @@ LogicReport parseLogicReport(QStringView text);
 
 /// The largest report that is read, in bytes. The tool's have kilobytes.
 inline constexpr qint64 largestReport = mebibyte;
+/// The longest line of a report that is read, in UTF-16 code units. The tool's have some hundred.
+inline constexpr qsizetype longestReportLine = 4096;
 
 /// Loads the report that a logic test left in the file at \a path, and logs what came of it; a
-/// file of more than largestReport, or one that is not UTF-8, cannot be read.
+/// file of more than largestReport, one with a line of more than longestReportLine, or one that is
+/// not UTF-8, cannot be read.
 Result<LogicReport> loadLogicReport(const QString &path, Log &log);
 
 /// A translated sentence on a report that could not be loaded because of \a failure; empty if there

@@ -27,6 +27,7 @@ private slots:
     void unreadableReport_leavesTheRowsEmptyAndTheHeaders_data();
     void unreadableReport_leavesTheRowsEmptyAndTheHeaders();
     void largestReport_isShown();
+    void longestLines_keepTheWidth();
     void cutReport_isNoSuccess_data();
     void cutReport_isNoSuccess();
     void olderReport_isNotShown();
@@ -145,6 +146,10 @@ void TestWindowLogic::unreadableReport_leavesTheRowsEmptyAndTheHeaders_data() {
     QTest::newRow("beyond the limit")
         << "head -c " + QByteArray::number(largestReport + 1) + " /dev/zero | tr '\\0' 0\n"
         << QStringLiteral("Its report is larger than 1 MiB and is not shown.");
+    QTest::newRow("a long title")
+        << "printf 'Logic test'; head -c " + QByteArray::number(mebibyte - 10) +
+               " /dev/zero | tr '\\0' x\n"
+        << QStringLiteral("Its report could not be read: A line of more than 4,096 characters.");
     QTest::newRow("a folder in its place")
         << QByteArray("mkdir temp_logtest.bin; echo 0000: 1\n")
         << QStringLiteral("Its report could not be read: Is a directory.");
@@ -185,6 +190,23 @@ void TestWindowLogic::largestReport_isShown() {
     velm.click(velm.controls().btn_logic);
     QCOMPARE(velm.state().logictest_rows.size(), lines);
     QVERIFY2(!velm.message().contains(u"Its report"), qPrintable(velm.message()));
+}
+
+void TestWindowLogic::longestLines_keepTheWidth() {
+    WindowFixture velm;
+    const QByteArray title = QByteArray("Logic test ").leftJustified(longestReportLine, 'x');
+    const QByteArray header = QByteArray("      1 ").leftJustified(longestReportLine, '2');
+    const QByteArray row = QByteArray("0000: 1 ").leftJustified(longestReportLine, 'H');
+    const QString report =
+        velm.write(QStringLiteral("report"), title + '\n' + header + '\n' + row + '\n');
+    velm.useTool("cat '" + report.toUtf8() + "'\n");
+    velm.start();
+    const int width = velm.controls().dataPane->minimumSizeHint().width();
+    velm.click(velm.controls().btn_logic);
+    velm.settle();
+    QCOMPARE(velm.controls().peeping_at->text(), QString::fromLatin1(title));
+    QCOMPARE(velm.state().logictest_rows.size(), 1);
+    QCOMPARE(velm.controls().dataPane->minimumSizeHint().width(), width);
 }
 
 void TestWindowLogic::cutReport_isNoSuccess_data() {
