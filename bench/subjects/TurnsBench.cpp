@@ -15,17 +15,17 @@ constexpr int rounds = 3;
 constexpr double maxGapOfARun = 50;
 constexpr double maxGapOfAReport = 100;
 
-/// The largest report of a logic test that the window shows, of a chip with sixteen pins.
-QByteArray largestLogicReport() {
+/// The largest report of a logic test that the window shows, of a chip with sixteen pins: \a levels
+/// are what it says of two of them in each vector, \a verdict is its last line.
+QByteArray largestLogicReport(const QByteArray &levels, const QByteArray &verdict) {
     constexpr int pins = 16;
-    const QByteArray verdict = "Logic test successful.\n";
     QByteArray text = "     ";
     for (int pin = 1; pin <= pins; ++pin)
         text += ' ' + QByteArray::number(pin).leftJustified(2);
     text += '\n';
-    const QByteArray levels = QByteArray("0  H  ").repeated(pins / 2);
-    for (int vector = 0; text.size() + levels.size() + 16 < mebibyte - verdict.size(); ++vector)
-        text += QByteArray::number(vector).rightJustified(4, '0') + ": " + levels + '\n';
+    const QByteArray row = levels.repeated(pins / 2);
+    for (int vector = 0; text.size() + row.size() + 16 < mebibyte - verdict.size(); ++vector)
+        text += QByteArray::number(vector).rightJustified(4, '0') + ": " + row + '\n';
     return text + verdict;
 }
 
@@ -47,8 +47,19 @@ void benchTurns(Table &table) {
     table.limit("a run that prints 300 MiB, longest loop gap",
                 milliseconds(longestGap(runs, part, printedMebibytes, ReadOperation)),
                 milliseconds(maxGapOfARun));
-    const QString report = runs.makeFile(QStringLiteral("report"), largestLogicReport());
-    table.limit("a logic report of 1 MiB, longest loop gap",
-                milliseconds(longestGap(runs, report, 1, LogicOperation)),
-                milliseconds(maxGapOfAReport));
+    const auto limitReport = [&](const char *what, const QByteArray &text) {
+        const QString report = runs.makeFile(QStringLiteral("report"), text);
+        table.limit(what, milliseconds(longestGap(runs, report, 1, LogicOperation)),
+                    milliseconds(maxGapOfAReport));
+    };
+    limitReport("a logic report of 1 MiB, longest loop gap",
+                largestLogicReport("0  H  ", "Logic test successful.\n"));
+    limitReport("a logic report of 1 MiB, every pin failed, longest loop gap",
+                largestLogicReport("0- H- ", "Logic test failed: 99 errors encountered.\n"));
+    limitReport("a logic report of 1 MiB, one line, longest loop gap",
+                "Logic test" + QByteArray(mebibyte - 10, 'x'));
+    limitReport("a logic report of 1 MiB, one field, longest loop gap",
+                "      1 2 3 4\n0000: " + QByteArray(mebibyte - 22, 'x') + '\n');
+    limitReport("a logic report of 1 MiB, titles, longest loop gap",
+                QByteArray("Logic test\n").repeated(mebibyte / 11));
 }
