@@ -3,6 +3,8 @@
 
 #include "ReportText.h"
 
+#include <variant>
+
 namespace {
 
 using namespace toolErrors;

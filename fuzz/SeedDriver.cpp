@@ -6,7 +6,10 @@
 #include <QDir>
 #include <QFile>
 
+#include <algorithm>
 #include <csignal>
+#include <cstdint>
+#include <cstdio>
 #include <random>
 #include <vector>
 

@@ -6,6 +6,8 @@
 #include "language/DeviceListing.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 
 // The list of devices is cut into lines: every character is in one of them or ends one. Each line
 // that is not empty is a name, in order.

@@ -5,6 +5,10 @@
 #include "grid/CellEdit.h"
 #include "grid/GridColumns.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+
 // An entry writes where it says and nowhere else, and what it tells is enough to take it back.
 
 namespace {

@@ -5,6 +5,10 @@
 #include "image/ImageComposition.h"
 #include "image/NumberScanning.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
 // An image is what a plain loop over its bytes makes, or is refused with a reason.
 
 namespace {

@@ -4,6 +4,9 @@
 #include "FuzzInput.h"
 #include "widgets/ConsoleStorage.h"
 
+#include <cstddef>
+#include <cstdint>
+
 // The storage holds the end of all that came, within its limit, from a good start on.
 
 namespace {

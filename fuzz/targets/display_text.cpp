@@ -6,6 +6,11 @@
 
 #include <QStringDecoder>
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
 // The characters of a buffer, in any piece, are those of the buffer decoded as a whole.
 
 namespace {

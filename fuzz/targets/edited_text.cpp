@@ -4,6 +4,10 @@
 #include "FuzzInput.h"
 #include "image/DisplayText.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <vector>
 
 // After any edits the characters are those of a buffer that is decoded for the first time.

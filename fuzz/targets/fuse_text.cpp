@@ -4,6 +4,9 @@
 #include "FuzzInput.h"
 #include "image/FuseText.h"
 
+#include <cstddef>
+#include <cstdint>
+
 // No line of a text of fuses is lost, and a fuse is what its line says.
 
 namespace {

@@ -6,6 +6,9 @@
 
 #include <QRegularExpression>
 
+#include <cstddef>
+#include <cstdint>
+
 // What the tool would take a file for is what a pattern says of its first bytes.
 
 namespace {

@@ -7,6 +7,8 @@
 #include "language/PinLevels.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 
 // A report is read line by line: no field is empty, nothing is made up, and what is said of bad
 // pins is said exactly if there are some.

@@ -7,7 +7,10 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
+#include <optional>
 
 // Numbers are read as a pattern and the toolkit read them.
 

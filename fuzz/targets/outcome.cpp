@@ -6,6 +6,9 @@
 #include "language/SearchOutcome.h"
 #include "language/ToolReportReader.h"
 
+#include <cstddef>
+#include <cstdint>
+
 // Whatever the tool said and however it ended, the run has one verdict with a sentence, and none
 // of the good ones without a reason.
 

@@ -6,6 +6,10 @@
 
 #include <QByteArrayView>
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+
 // The bytes of a stream give the same text wherever they are cut, and text comes out as it went in.
 
 namespace {

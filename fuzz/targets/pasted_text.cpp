@@ -4,6 +4,9 @@
 #include "FuzzInput.h"
 #include "image/PastedText.h"
 
+#include <cstddef>
+#include <cstdint>
+
 // Text from the clipboard: however often the reader is interrupted, it comes to the same; bytes are
 // no more than the text has characters; and bytes that are written out are read as they were.
 

@@ -6,6 +6,9 @@
 #include "formats/RecordReader.h"
 #include "formats/RecordWriter.h"
 
+#include <cstddef>
+#include <cstdint>
+
 // Text of records: however often the reader is interrupted, it comes to the same, in bounds that
 // the text's length sets; and what was read can be written and read again.
 

@@ -5,6 +5,9 @@
 #include "ReportText.h"
 #include "language/ToolReportReader.h"
 
+#include <cstddef>
+#include <cstdint>
+
 // What the tool prints means the same wherever it is cut, and whichever way its lines end.
 
 namespace {

@@ -8,6 +8,9 @@
 
 #include <QStringList>
 
+#include <cstddef>
+#include <cstdint>
+
 // Any text, list or truth in any key comes back as it was, from a file that was never anything
 // but ours.
 

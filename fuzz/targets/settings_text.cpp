@@ -6,6 +6,9 @@
 
 #include <QStringList>
 
+#include <cstddef>
+#include <cstdint>
+
 // A settings file may hold any bytes. It is read or called damaged; what is read stays readable
 // after a change, and the change touches nothing else.
 

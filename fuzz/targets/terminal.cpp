@@ -5,6 +5,11 @@
 #include "support/Screen.h"
 #include "widgets/TerminalText.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
 // The view shows the same however the output is cut and however often the view takes what changed,
 // and what stood there before a run began or ended stays.
 
