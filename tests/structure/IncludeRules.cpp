@@ -25,8 +25,9 @@ QString headerOfSameName(const SourceTree &tree, const QString &path) {
 }
 
 bool isJudged(const QString &path) {
-    return (path.startsWith(u"src/") || path.startsWith(u"simulator/")) &&
-           (path.endsWith(u".h") || path.endsWith(u".cpp"));
+    static const QRegularExpression pattern(
+        QStringLiteral(R"(^(src|simulator|fuzz)/.*\.(h|cpp)$)"));
+    return pattern.match(path).hasMatch();
 }
 
 /// The C++ text \a text without comments, literals and include lines.
@@ -113,12 +114,11 @@ DeclaredNames declaredNamesIn(const SourceTree &tree) {
 /// of its name announces, or one that either includes. It may call what these classes inherit, or
 /// hand them over as what they are derived from, and not say their names.
 QSet<QString> needsOf(const SourceTree &tree, const QString &path) {
-    const QString top = path.section(u'/', 0, 0) + u'/';
     const QString text = tree.value(path);
     const QString header = tree.value(headerOfSameName(tree, path));
     QSet<QString> needs = wordsOf(codeOf(text)) | announcedClasses(header);
     for (const Include &include : includesOf(text) + includesOf(header))
-        needs.unite(announcedClasses(tree.value(top + include.target)));
+        needs.unite(announcedClasses(tree.value(headerIncludedBy(tree, path, include.target))));
     return needs;
 }
 
@@ -174,14 +174,15 @@ QStringList includeRules::namedClassesAreReached(const SourceTree &tree) {
         if (!isJudged(file.key()))
             continue;
         const QString code = codeOf(file.value());
-        const QRegularExpression inSameTree(u'^' + file.key().section(u'/', 0, 0) + u'/');
+        const QRegularExpression inItsFolders(
+            QStringLiteral("^(%1)").arg(includeFolders(file.key()).join(u'|')));
         const QSet<QString> reached = reachedHeaders.of(file.key());
         const QSet<QString> announced = announcedAmong(reached, tree);
         const QSet<QString> names = plainNames(code) - declaredNames(file.value()) -
                                     declaredNames(tree.value(headerOfSameName(tree, file.key()))) -
                                     typeParameters(code);
         for (const QString &name : sorted(names)) {
-            QStringList headers = declaring.values(name).filter(inSameTree);
+            QStringList headers = declaring.values(name).filter(inItsFolders);
             if (headers.isEmpty())
                 headers = QStringList(toolkitHeaderOf(name));
             headers.removeAll(QString());
@@ -237,10 +238,9 @@ QStringList includeRules::ownHeadersAreUsed(const SourceTree &tree) {
     for (auto file = tree.begin(); file != tree.end(); ++file) {
         if (!isJudged(file.key()))
             continue;
-        const QString top = file.key().section(u'/', 0, 0) + u'/';
         const QSet<QString> needs = needsOf(tree, file.key());
         for (const Include &include : includesOf(file.value())) {
-            const QString header = top + include.target;
+            const QString header = headerIncludedBy(tree, file.key(), include.target);
             if (include.ownHeader && declared.contains(header) &&
                 header != headerOfSameName(tree, file.key()) && !declared[header].intersects(needs))
                 breaches.append(file.key() + QStringLiteral(": uses nothing of ") + include.target);

@@ -5,7 +5,7 @@
 
 #include "structure/SourceTree.h"
 
-/// Rules on what the files of src and simulator include; the form is that of layerRules. What
+/// Rules on what the files of src, simulator and fuzz include; the form is that of layerRules. What
 /// another header happens to bring along may be gone with that header's next change, so a file
 /// includes what it uses itself. A .cpp file need not repeat what the header of its name includes.
 namespace includeRules {

@@ -21,10 +21,10 @@ const QSet<QString> &ReachedHeaders::of(const QString &path) {
 QSet<QString> ReachedHeaders::broughtBy(const QString &path, const Include &include) {
     if (!include.ownHeader)
         return toolkitHeadersBehind(include.target);
-    const QString top = path.section(u'/', 0, 0) + u'/';
     if (include.target.startsWith(u"ui_"))
-        return broughtByWindow(include.target.mid(3).chopped(2), top);
-    return tree_.contains(top + include.target) ? of(top + include.target) : QSet<QString>();
+        return broughtByWindow(include.target.mid(3).chopped(2), path.section(u'/', 0, 0) + u'/');
+    const QString header = headerIncludedBy(tree_, path, include.target);
+    return header.isEmpty() ? QSet<QString>() : of(header);
 }
 
 QSet<QString> ReachedHeaders::broughtByWindow(const QString &name, const QString &top) {

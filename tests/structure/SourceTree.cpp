@@ -106,6 +106,20 @@ QList<Include> includesUnder(const SourceTree &tree, const QString &folder) {
     return includes;
 }
 
+QStringList includeFolders(const QString &path) {
+    const QString own = path.section(u'/', 0, 0) + u'/';
+    // What stands in fuzz tries what the program is made of, with the tests' helpers.
+    return own == u"fuzz/" ? QStringList({own, QStringLiteral("src/"), QStringLiteral("tests/")})
+                           : QStringList(own);
+}
+
+QString headerIncludedBy(const SourceTree &tree, const QString &path, const QString &target) {
+    for (const QString &folder : includeFolders(path))
+        if (tree.contains(folder + target))
+            return folder + target;
+    return {};
+}
+
 QStringList linkedLibraries(const QString &text) {
     static const QRegularExpression comment(QStringLiteral("#[^\n]*"));
     static const QRegularExpression list(

@@ -37,5 +37,13 @@ QList<Include> includesOf(const QString &text);
 /// includes the headers of its classes.
 QList<Include> includesUnder(const SourceTree &tree, const QString &folder);
 
+/// Where what the file \a path includes in quotes is looked for, in order: "src/" for what is in
+/// it.
+QStringList includeFolders(const QString &path);
+
+/// The path of the header that the file \a path includes in quotes as \a target; empty if \a tree
+/// has none.
+QString headerIncludedBy(const SourceTree &tree, const QString &path, const QString &target);
+
 /// The libraries that the CMake text \a text links, in order: "velm_base", "Qt6::Core".
 QStringList linkedLibraries(const QString &text);

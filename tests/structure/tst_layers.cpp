@@ -226,6 +226,8 @@ void TestLayers::ruleNotices_data() {
     row("another header includes for nobody", named, "src/helper/A.cpp",
         "#include \"helper/Part.h\"\nstd::nullopt;\n",
         "src/helper/A.cpp: uses std::nullopt without optional");
+    row("a fuzzer's standard names", named, "fuzz/targets/a.cpp", "std::move(a);\n",
+        "fuzz/targets/a.cpp: uses std::move without utility");
     row("a test's standard names", named, "tests/grid/A.cpp", "std::move(a);\n", "");
     row("a name like a standard one", named, "src/grid/A.cpp", "move(errno_, other::move);\n", "");
 
@@ -233,6 +235,9 @@ void TestLayers::ruleNotices_data() {
     row("a class of ours without its header", reached, "src/grid/A.cpp",
         "#include \"helper/Part.h\"\nWhole whole;\n",
         "src/grid/A.cpp: names Whole without src/helper/Whole.h");
+    row("a class of ours that a fuzzer tries", reached, "fuzz/targets/a.cpp",
+        "#include \"helper/Part.h\"\nPart part; Whole whole;\n",
+        "fuzz/targets/a.cpp: names Whole without src/helper/Whole.h");
     row("a class of ours by another's header", reached, "src/grid/A.cpp",
         "#include \"helper/Everything.h\"\nWhole whole;\n", "");
     row("a class of ours that is announced", reached, "src/grid/A.h",
@@ -267,6 +272,9 @@ void TestLayers::ruleNotices_data() {
     row("an own header for nothing", needed, "src/grid/A.cpp",
         "#include \"helper/Part.h\" // Part\nint number;\n",
         "src/grid/A.cpp: uses nothing of helper/Part.h");
+    row("an own header of which a fuzzer uses nothing", needed, "fuzz/targets/a.cpp",
+        "#include \"helper/Part.h\"\nint number;\n",
+        "fuzz/targets/a.cpp: uses nothing of helper/Part.h");
     row("an own header for its class", needed, "src/grid/A.cpp",
         "#include \"helper/Part.h\"\nPart part;\n", "");
     row("an own header for a member", needed, "src/grid/A.cpp",
