@@ -119,6 +119,8 @@ void TestWindowSearchDisk::earlierList_inAFolderThatMayNotBeChanged() {
     QCOMPARE(panel.names(), QStringList());
     QVERIFY2(panel.remark->text().contains(u"was not started"), qPrintable(panel.remark->text()));
     QVERIFY(QFile::exists(list));
+    const bool mayBeWritten = mode == 0666;
+    QCOMPARE(WindowFixture::bytesOf(list).isEmpty(), mayBeWritten);
 }
 
 void TestWindowSearchDisk::earlierList_behindALinkOfTheUsers() {
