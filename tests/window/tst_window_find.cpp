@@ -315,6 +315,7 @@ void TestWindowFind::badPattern_saysWhy() {
     type(velm, QStringLiteral("34"), hexadecimalChoice);
     QTRY_COMPARE(count(velm), QStringLiteral("1 hit"));
     QCOMPARE(remark(velm), QString());
+    QCOMPARE(described(bar(velm).remark), QString());
     QVERIFY(!described(bar(velm).what).contains(u"half"));
     QCOMPARE(velm.beeps, 0);
 }
