@@ -47,7 +47,7 @@ public:
 
     /// The height of every row, in pixels.
     int rowHeight() const { return rowHeight_; }
-    /// Where the rows stand at the present.
+    /// Where the rows stand at present.
     GridRows shownRows() const;
 
     /// Titles the columns by \a heading.

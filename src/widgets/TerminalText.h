@@ -59,9 +59,9 @@ public:
     /// What changed since the last call: all of it, or, when more than \a maxLength units of
     /// finished lines wait, about that many of them.
     TerminalUpdate takeUpdate(qsizetype maxLength = std::numeric_limits<qsizetype>::max());
-    /// Gives up waiting lines, oldest first, until at most \a maxLength units
-    /// in at most \a maxLines lines wait. The next update then replaces every line of the view.
-    /// True if lines were given up.
+    /// Gives up waiting lines, oldest first, until at most \a maxLength units in at most
+    /// \a maxLines lines wait. The next update then replaces every line of the view. True if lines
+    /// were given up.
     bool dropPendingBeyond(qsizetype maxLength, qsizetype maxLines);
 
 private:
