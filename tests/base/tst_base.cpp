@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "base/FileDescriptor.h"
+#include "base/JoinedWords.h"
 #include "base/Log.h"
 #include "base/MainQueue.h"
 #include "base/VisibleText.h"
@@ -29,6 +30,7 @@ private slots:
     void workState_saysWhatIsRunning();
     void textOnOneLine_hasBlanksForWhatBreaksIt();
     void printableAscii_isFromBlankToTilde();
+    void joinedWords_leaveOutTheEmptyOnes();
 };
 
 void TestBase::log_writesTheTextAsItStandsAndOneLineFeed() {
@@ -146,6 +148,15 @@ void TestBase::textOnOneLine_hasBlanksForWhatBreaksIt() {
 void TestBase::printableAscii_isFromBlankToTilde() {
     for (char16_t unit = 0; unit < 0xFFFF; ++unit)
         QCOMPARE(isPrintableAscii(unit), unit >= 0x20 && unit <= 0x7E);
+}
+
+void TestBase::joinedWords_leaveOutTheEmptyOnes() {
+    const QString one = QStringLiteral("one");
+    const QString two = QStringLiteral("two");
+    QCOMPARE(joinedWords({QString(), one, QStringLiteral(""), two, QString()}, u", "),
+             QStringLiteral("one, two"));
+    QCOMPARE(joinedWords({one, QString(), two}, u"\n"), QStringLiteral("one\ntwo"));
+    QCOMPARE(joinedWords({QString()}, u", "), QString());
 }
 
 QTEST_GUILESS_MAIN(TestBase)
