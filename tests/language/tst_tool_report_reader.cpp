@@ -4,12 +4,11 @@
 #include "language/ToolReportReader.h"
 
 #include "language/RunJudgement.h"
+#include "support/AllocatedBytes.h"
 #include "support/FileHelpers.h"
 
 #include <QDir>
 #include <QTest>
-
-#include <malloc.h>
 
 /// Output is judged as it arrives: in any pieces, and in bounded memory.
 class TestToolReportReader : public QObject {
@@ -110,10 +109,10 @@ void TestToolReportReader::memory_isBoundedWhateverIsSaid() {
     QFETCH(QString, piece);
     ToolReportReader reader;
     reader.take(piece); // what is made once and kept is there
-    const auto before = mallinfo2().uordblks;
+    const qint64 before = allocatedBytes();
     for (int times = 0; times < 10000; ++times)
         reader.take(piece);
-    const auto grown = qint64(mallinfo2().uordblks) - qint64(before);
+    const qint64 grown = allocatedBytes() - before;
     QVERIFY2(grown < 64 * 1024, qPrintable(QString::number(grown)));
 }
 

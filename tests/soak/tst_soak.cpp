@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "grid/GridModel.h"
+#include "support/AllocatedBytes.h"
 #include "window/EditingSteps.h"
 #include "window/SearchSteps.h"
 
@@ -61,14 +62,6 @@ struct Holdings {
 
 qsizetype entriesOf(const QString &folder) {
     return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
-}
-
-/// What is allocated and not freed. What is in memory says less of a short time: the allocator
-/// cannot give back a page while one byte of it is in use, and which pages these are differs by a
-/// megabyte from one day to the next.
-qint64 allocatedBytes() {
-    const struct mallinfo2 taken = ::mallinfo2();
-    return static_cast<qint64>(taken.uordblks) + static_cast<qint64>(taken.hblkhd);
 }
 
 /// What is in memory of this process.

@@ -3,9 +3,9 @@
 
 #include "widgets/ConsoleStorage.h"
 
-#include <QTest>
+#include "support/AllocatedBytes.h"
 
-#include <malloc.h>
+#include <QTest>
 
 class TestConsoleStorage : public QObject {
     Q_OBJECT
@@ -21,16 +21,6 @@ private slots:
     void trim_isToldOnce();
     void defaultLimit_isSixteenMebiUnits();
 };
-
-namespace {
-
-/// What the program has asked for and not given back, in bytes.
-size_t allocated() {
-    const struct mallinfo2 now = ::mallinfo2();
-    return now.uordblks + now.hblkhd;
-}
-
-} // namespace
 
 void TestConsoleStorage::append_keepsEveryPieceExactly() {
     ConsoleStorage storage;
@@ -76,12 +66,12 @@ void TestConsoleStorage::append_takesAByteForALetter() {
 #endif
     constexpr qsizetype letters = ConsoleStorage::defaultLimit / 2;
     const QString line = QString(79, u'x') + u'\n';
-    const size_t before = allocated();
+    const qint64 before = allocatedBytes();
     ConsoleStorage storage;
     while (storage.length() < letters)
         storage.append(line);
-    const size_t taken = allocated() - before;
-    QVERIFY2(taken < size_t(letters) * 5 / 4, qPrintable(QString::number(taken)));
+    const qint64 taken = allocatedBytes() - before;
+    QVERIFY2(taken < letters * 5 / 4, qPrintable(QString::number(taken)));
 }
 
 void TestConsoleStorage::trim_data() {
