@@ -34,14 +34,14 @@ int callsToAgain = 0;
 int errorGiven = 0;
 const char *struckName = nullptr;
 std::function<void()> done;
-QByteArray namesStruck;     // their beginning
+QByteArray namesStruck;     // what stands for them
 QMap<QByteArray, int> made; // calls by name
 std::atomic<double> slept = 0;
 
 enum class Effect { Reads, Changes };
 
 bool isStruck(const char *name) {
-    if (!QByteArrayView(name).startsWith(namesStruck) || callsLeft-- != 1)
+    if (!standsFor(namesStruck, name) || callsLeft-- != 1)
         return false;
     struckName = name;
     callsToAgain = againAfter;
@@ -78,7 +78,7 @@ bool letFail(const char *name, Effect effect) {
     if (again || mishapGiven == FailingCalls::Mishap::Shortens)
         return again;
     const bool isDead = mishapGiven == FailingCalls::Mishap::Kills && struckName &&
-                        effect == Effect::Changes && QByteArrayView(name).startsWith(namesStruck);
+                        effect == Effect::Changes && standsFor(namesStruck, name);
     const bool strikes = isStruck(name);
     if (strikes && done) {
         armed = false;
@@ -206,6 +206,10 @@ QByteArray FailingCalls::struckCall() const {
 QMap<QByteArray, int> FailingCalls::callsMade() const {
     const std::lock_guard lock(callsMutex);
     return made;
+}
+
+bool standsFor(QByteArrayView given, QByteArrayView name) {
+    return name.startsWith(given);
 }
 
 double millisecondsSlept() {

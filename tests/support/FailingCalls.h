@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QMap>
 
 #include <functional>
@@ -48,6 +49,9 @@ public:
     /// The functions that were called so far, and how often each was.
     QMap<QByteArray, int> callsMade() const;
 };
+
+/// Whether \a given, as FailingCalls is given it, stands for the function \a name.
+bool standsFor(QByteArrayView given, QByteArrayView name);
 
 /// How long the program has asked to sleep so far, in milliseconds, whatever it was woken by.
 double millisecondsSlept();
