@@ -121,7 +121,7 @@ ToolReport ToolReportReader::report() const {
 RunProgress ToolReportReader::progress() const {
     ToolSteps steps = steps_;
     for (const Line &line : lines_)
-        steps.take(line.text());
+        steps.takeUnended(line.text());
     return steps.progress();
 }
 

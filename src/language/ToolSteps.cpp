@@ -67,7 +67,17 @@ bool isStep(QStringView line) {
     return verbOf(line) && line.contains(dots);
 }
 
+// What is said behind an "OK" can make something else of it, as long as its line has not ended.
 bool ToolSteps::take(QStringView line) {
+    if (!takeUnended(line))
+        return false;
+    // The letter alone tells nearly all lines, which end with a percent sign.
+    if (line.endsWith(u'K') && line.endsWith(u"OK"))
+        done_ = std::max(done_, to_);
+    return true;
+}
+
+bool ToolSteps::takeUnended(QStringView line) {
     if (!goesOn(line)) {
         if (!isStep(line))
             return false;
@@ -80,8 +90,6 @@ bool ToolSteps::take(QStringView line) {
     double share = 0;
     if (const std::optional<int> percent = percentIn(rest))
         share = double(*percent) / wholePercent;
-    else if (rest.endsWith(u"OK"))
-        share = 1;
     counts_ = counts_ || !rest.isEmpty();
     done_ = std::max(done_, from_ + (to_ - from_) * share);
     return true;

@@ -41,9 +41,11 @@ class ToolSteps {
 public:
     /// To be told before the first line.
     void setOperation(Operation operation) { operation_ = operation; }
-    /// The next line of the tool, or as much of it as there is: without escape sequences and blanks
-    /// at its ends. True if it speaks of a step.
+    /// The next line of the tool, without escape sequences and blanks at its ends. True if it
+    /// speaks of a step.
     bool take(QStringView line);
+    /// The same of a line that more may follow in.
+    bool takeUnended(QStringView line);
     RunProgress progress() const;
 
 private:

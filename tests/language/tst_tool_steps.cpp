@@ -138,6 +138,9 @@ void TestToolSteps::phases_followTheTool() {
 
 void TestToolSteps::progress_neverGoesBack_data() {
     textsOfRuns();
+    QTest::newRow("a line that only began like an ended step")
+        << WriteOperation << "Writing Code... OK, then nothing\n"
+        << "" << 0.05;
 }
 
 void TestToolSteps::progress_neverGoesBack() {
