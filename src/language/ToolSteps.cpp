@@ -42,18 +42,19 @@ QString nameOf(const QString &spelled) {
     return spelled.chopped(dots.size()).simplified();
 }
 
-/// The number if \a rest is one with a percent sign behind it; else nothing.
+/// The number if \a rest begins with one and a percent sign; else nothing. Trouble is said right
+/// behind it.
 std::optional<int> percentIn(QStringView rest) {
-    if (rest.isEmpty() || rest.back() != u'%')
-        return std::nullopt;
     int percent = 0;
-    for (const QChar character : rest.chopped(1)) {
+    for (const QChar character : rest) {
+        if (character == u'%')
+            return percent <= wholePercent ? std::optional(percent) : std::nullopt;
         const std::optional<int> digit = digitValue(character, decimal);
         if (!digit || percent > wholePercent)
             return std::nullopt;
         percent = percent * decimal + *digit;
     }
-    return percent <= wholePercent ? std::optional(percent) : std::nullopt;
+    return std::nullopt;
 }
 
 } // namespace

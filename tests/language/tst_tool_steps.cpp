@@ -141,6 +141,9 @@ void TestToolSteps::progress_neverGoesBack_data() {
     QTest::newRow("a line that only began like an ended step")
         << WriteOperation << "Writing Code... OK, then nothing\n"
         << "" << 0.05;
+    QTest::newRow("trouble behind a count")
+        << VerifyOperation << "Reading Code...  50%Overcurrent protection!\a"
+        << "" << 0.5;
 }
 
 void TestToolSteps::progress_neverGoesBack() {
