@@ -56,6 +56,7 @@ private slots:
     void invalidText_data();
     void invalidText();
     void text_failsAsTheFileDoes();
+    void text_withoutMemoryFails_data();
     void text_withoutMemoryFails();
 
 private:
@@ -280,13 +281,19 @@ void TestFileLoading::text_failsAsTheFileDoes() {
     QCOMPARE(outcomeOf(loadUtf8Text(path())), QStringLiteral("failed: File too large"));
 }
 
-// There is room for the bytes, and not for twice as many.
+void TestFileLoading::text_withoutMemoryFails_data() {
+    QTest::addColumn<double>("room");
+    QTest::newRow("for the bytes alone") << 1.5;
+    QTest::newRow("for half of the bytes") << 0.5;
+}
+
 void TestFileLoading::text_withoutMemoryFails() {
+    QFETCH(double, room);
     if (!AddressSpaceLimit::works())
         QSKIP("the sanitizer needs the address space");
     constexpr qint64 size = 32 * mebibyte;
     QVERIFY(writeWholeFile(path(), QByteArray(size, 'x')));
-    const AddressSpaceLimit limit(rlim_t(size) * 3 / 2);
+    const AddressSpaceLimit limit(rlim_t(double(size) * room));
     const Result<QString> text = loadUtf8Text(path(), size);
     QVERIFY(!text);
     QCOMPARE(text.failure()->systemError, ENOMEM);
