@@ -15,8 +15,8 @@
 /// Everything that a user does, with one call to the system failing in it, or reading or writing
 /// just a part: each in turn, until none is left. Besides, the same with another call that fails
 /// right behind the first, such as one that was to clear up. Whatever fails, the program goes on,
-/// no file is torn, settings stay, and a chip gets what is shown or the user is told that it would
-/// not.
+/// no file is torn, settings stay, what was not done is said, and a chip gets what is shown or the
+/// user is told that it would not.
 ///
 /// Each function fails with the errors that it is most likely to meet; with VELM_FAULTS=all it does
 /// with all of them, which takes several times as long.
@@ -134,24 +134,22 @@ public:
             begin();
         if (step == takeBackGrowth)
             grow(velm);
+        stepDone = step;
         const QByteArray before = image();
         settingsBefore = settingsIn(velm.settings());
         messageBefore = step == start ? QString() : velm.message();
-        FailingCalls failing(trouble.function, call, trouble.mishap, trouble.error);
-        failing.failAgain(trouble.again);
-        wasTwofold = trouble.again > 0;
-        step(velm);
-        velm.settle();
-        struck = failing.struckCall();
-        callsMade = failing.callsMade();
+        // What looks at the outcome has no trouble.
+        const bool wasStruck = doUnder(trouble, call);
         images = {before, image()};
-        return failing.hasStruck();
+        outcome = whatCameOut();
+        hasToldOf = hasSpoken();
+        return wasStruck;
     }
 
     /// What is wrong after that; empty if nothing is.
     QString complaint() {
         for (const QString &wrong :
-             {inSettings(), inFiles(), inExport(), inBurning(), inClearingUp()})
+             {inSilence(), inSettings(), inFiles(), inExport(), inBurning(), inClearingUp()})
             if (!wrong.isEmpty())
                 return wrong;
         return {};
@@ -161,6 +159,17 @@ public:
     QMap<QByteArray, int> callsMade;
 
 private:
+    bool doUnder(const Trouble &trouble, int call) {
+        FailingCalls failing(trouble.function, call, trouble.mishap, trouble.error);
+        failing.failAgain(trouble.again);
+        wasTwofold = trouble.again > 0;
+        stepDone(velm);
+        velm.settle();
+        struck = failing.struckCall();
+        callsMade = failing.callsMade();
+        return failing.hasStruck();
+    }
+
     void begin() {
         velm.start();
         velm.controls().tabview->selectTabViewItem(burnTabIdentifier());
@@ -172,10 +181,43 @@ private:
         return isThere ? *velm.state().output_data : QByteArray();
     }
 
-    /// A sentence was said since the step began.
-    bool hasSpoken() { return !velm.message().isEmpty() && velm.message() != messageBefore; }
+    /// A sentence was said since the step began, and not that all went well.
+    bool hasSpoken() {
+        QStringList sentences = velm.message().split(u'\n', Qt::SkipEmptyParts);
+        sentences.removeIf([this](const QString &sentence) {
+            return sentence.startsWith(u"Done: ") || messageBefore.contains(sentence);
+        });
+        return !sentences.isEmpty();
+    }
+
+    /// What one can see of what was done: the image, the shown bytes, the files.
+    QStringList whatCameOut() {
+        const auto pictureOf = [](const QByteArray &bytes) {
+            return QString::fromLatin1(bytes.toHex());
+        };
+        const ByteBuffer &read = velm.state().read_from_chip_data;
+        return {pictureOf(image()),
+                pictureOf(read ? *read : QByteArray()),
+                velm.row(0),
+                pictureOf(WindowFixture::bytesOf(velm.temporary(QStringLiteral("temp.bin")))),
+                pictureOf(WindowFixture::bytesOf(burnedPath())),
+                pictureOf(bytesOf(QStringLiteral("export.bin")))};
+    }
 
     QString burnedPath() const { return velm.path(QStringLiteral("burned")); }
+
+    /// The step comes out as on a day without trouble, or a sentence was said.
+    QString inSilence() const {
+        static std::map<Step, QStringList> known;
+        if (known.find(stepDone) == known.end()) {
+            Day day;
+            day.doFailing(stepDone, {}, std::numeric_limits<int>::max());
+            known[stepDone] = day.outcome;
+        }
+        return outcome == known[stepDone] || hasToldOf
+                   ? QString()
+                   : QStringLiteral("no word of what was not done: ") + outcome.join(u' ');
+    }
 
     /// Every setting has the value of before or the one that the window shows, and if the file
     /// lacks that, a sentence says so.
@@ -271,6 +313,9 @@ private:
     QList<QByteArray> images;
     QVariantMap settingsBefore;
     QString messageBefore;
+    Step stepDone = nullptr;
+    QStringList outcome;
+    bool hasToldOf = false;
     bool wasTwofold = false;
 };
 
