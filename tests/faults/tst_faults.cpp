@@ -336,12 +336,12 @@ const QList<std::pair<const char *, Step>> steps = {
     {"burn", burn}};
 
 const QList<std::pair<const char *, Errors>> functions = {
-    {"open", {EACCES, EMFILE}},  {"write", {ENOSPC}},  {"pwrite", {ENOSPC}},   {"read", {EIO}},
-    {"fdatasync", {EIO}},        {"fsync", {EIO}},     {"rename", {EROFS}},    {"link", {EACCES}},
-    {"mmap", {ENOMEM}},          {"ftruncate", {EIO}}, {"unlink", {EROFS}},    {"mkdir", {EACCES}},
-    {"flock", {EINTR}},          {"fchmod", {EPERM}},  {"close", {EIO}},       {"stat", {EACCES}},
-    {"lstat", {EACCES}},         {"fstat", {EIO}},     {"realpath", {EACCES}}, {"fcntl", {EMFILE}},
-    {"pthread_create", {EAGAIN}}};
+    {"open", {EACCES, EMFILE}},   {"write", {ENOSPC}},  {"pwrite", {ENOSPC}},   {"read", {EIO}},
+    {"fdatasync", {EIO}},         {"fsync", {EIO}},     {"rename", {EROFS}},    {"link", {EACCES}},
+    {"mmap", {ENOMEM}},           {"ftruncate", {EIO}}, {"unlink", {EROFS}},    {"mkdir", {EACCES}},
+    {"flock", {EINTR}},           {"fchmod", {EPERM}},  {"close", {EIO}},       {"stat", {EACCES}},
+    {"lstat", {EACCES}},          {"fstat", {EIO}},     {"realpath", {EACCES}}, {"fcntl", {EMFILE}},
+    {"pthread_create", {EAGAIN}}, {"access", {EACCES}}, {"faccessat", {EACCES}}};
 
 bool triesAll() {
     return qgetenv("VELM_FAULTS") == "all";
