@@ -16,7 +16,6 @@
 #include "settings/SettingsStore.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QFileInfo>
 
 #include <tuple>
@@ -98,6 +97,9 @@ bool TemporaryWorkspace::patch(const QByteArray &bytes, ByteRange changed) {
 
 Result<bool> TemporaryWorkspace::outputFileHolds(const ByteBuffer &output_data) const {
     const QString path = resolvedPathOf(settings_, settingsKeys::temp_output_file);
+    // Whoever put it there can lead it elsewhere before the tool reads.
+    if (!isNoForeignLink(path))
+        return foreignLink();
     return output_data ? fileHolds(path, *output_data) : !QFileInfo::exists(path);
 }
 

@@ -53,6 +53,7 @@ private slots:
     void edit_followsNoLinkOfSomebodyElse();
     void outputFileHolds_data();
     void outputFileHolds();
+    void outputFileHolds_askedThroughALinkOfOthers();
 
 private:
     QByteArray image() const { return readWholeFile(at->output()); }
@@ -371,6 +372,22 @@ void TestTemporaryWorkspaceWriting::outputFileHolds() {
     QCOMPARE(*at->workspace.outputFileHolds(abc), holds);
     const QString path = resolvedPathOf(at->settings, temp_output_file);
     QCOMPARE(*at->workspace.outputFileHolds(nullptr), !QFile::exists(path));
+}
+
+void TestTemporaryWorkspaceWriting::outputFileHolds_askedThroughALinkOfOthers() {
+    if (::geteuid() != 0)
+        QSKIP("only root can give a link away");
+    const ByteBuffer abc = bufferOf("61 62 63");
+    QVERIFY(at->workspace.write_output_data_to_temp_file(abc));
+    const QString theirs = at->home.filePath(QStringLiteral("theirs"));
+    QVERIFY(QFile::rename(at->output(), theirs));
+    QVERIFY(QFile::link(theirs, at->output()));
+    QVERIFY(*at->workspace.outputFileHolds(abc));
+    QCOMPARE(::lchown(QFile::encodeName(at->output()).constData(), 12345, gid_t(-1)), 0);
+    const Result<bool> holds = at->workspace.outputFileHolds(abc);
+    QVERIFY(!holds);
+    QCOMPARE(holds.failure()->reason, QStringLiteral("It is a link that belongs to somebody else"));
+    QVERIFY(!at->workspace.outputFileHolds(nullptr));
 }
 
 QTEST_GUILESS_MAIN(TestTemporaryWorkspaceWriting)
