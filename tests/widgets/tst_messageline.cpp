@@ -27,6 +27,7 @@ private slots:
     void severity_isAWordAndAReadableColour_data();
     void severity_isAWordAndAReadableColour();
     void sentence_staysOnOneLine();
+    void sentence_losesItsMiddleIfItIsTooLong();
     void text_isReadByAssistiveTechnology();
     void height_isAlwaysTheSame();
     void longSentence_isWrapped();
@@ -143,6 +144,17 @@ void TestMessageLine::sentence_staysOnOneLine() {
     MessageLine line;
     line.setMessage('a', Severity::Information, QStringLiteral("No file a\nb\u2029c  d\x1b."), {});
     QCOMPARE(line.toPlainText(), QStringLiteral("No file a b c  d ."));
+}
+
+void TestMessageLine::sentence_losesItsMiddleIfItIsTooLong() {
+    MessageLine line;
+    const QString longest = QString(MessageLine::longestSentence, u'x');
+    line.setMessage('a', Severity::Information, longest, {});
+    QCOMPARE(line.toPlainText(), longest);
+    const QString half = QString(MessageLine::longestSentence / 2 - 1, u'x');
+    line.setMessage('a', Severity::Information, u'<' + half + QString(234, u'y') + half + u'>', {});
+    QCOMPARE(line.toPlainText(),
+             u'<' + half + QStringLiteral(" (234 characters are not shown) ") + half + u'>');
 }
 
 void TestMessageLine::text_isReadByAssistiveTechnology() {
