@@ -5,10 +5,10 @@
 
 #include "base/MainQueue.h"
 #include "base/NumberWords.h"
+#include "base/ShownName.h"
 #include "control/ActionGate.h"
 #include "control/AppDelegateOutlets.h"
 #include "control/Messages.h"
-#include "devices/ShownName.h"
 #include "devices/device_searcher.h"
 #include "language/CustomMark.h"
 #include "settings/SettingsKeys.h"

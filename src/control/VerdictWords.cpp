@@ -3,6 +3,7 @@
 
 #include "control/VerdictWords.h"
 
+#include "base/ShownName.h"
 #include "base/TimeWords.h"
 #include "language/CommandLine.h"
 
@@ -131,7 +132,8 @@ Severity severityOf(const RunRecord &run) {
 
 QString headingOf(const RunRecord &run) {
     const QString event = VerdictWording(run).event();
-    return run.device.isEmpty() ? event : QStringLiteral("%1 \u2013 %2").arg(event, run.device);
+    return run.device.isEmpty() ? event
+                                : QStringLiteral("%1 \u2013 %2").arg(event, shownName(run.device));
 }
 
 VerdictWords wordsFor(const RunRecord &run, const ShownNow &now) {

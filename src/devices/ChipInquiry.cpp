@@ -3,7 +3,7 @@
 
 #include "devices/ChipInquiry.h"
 
-#include "devices/ShownName.h"
+#include "base/ShownName.h"
 #include "language/CommandLine.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"

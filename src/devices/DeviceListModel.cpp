@@ -3,7 +3,7 @@
 
 #include "devices/DeviceListModel.h"
 
-#include "devices/ShownName.h"
+#include "base/ShownName.h"
 #include "widgets/PlainToolTip.h"
 
 #include <utility>

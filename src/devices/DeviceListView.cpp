@@ -3,7 +3,7 @@
 
 #include "devices/DeviceListView.h"
 
-#include "devices/ShownName.h"
+#include "base/ShownName.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>

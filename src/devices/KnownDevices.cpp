@@ -3,8 +3,8 @@
 
 #include "devices/KnownDevices.h"
 
+#include "base/ShownName.h"
 #include "base/VisibleText.h"
-#include "devices/ShownName.h"
 #include "language/CustomMark.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"

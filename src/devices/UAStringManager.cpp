@@ -4,7 +4,7 @@
 #include "devices/UAStringManager.h"
 
 #include "base/Log.h"
-#include "devices/ShownName.h"
+#include "base/ShownName.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "widgets/MenuText.h"

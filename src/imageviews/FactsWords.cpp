@@ -6,6 +6,7 @@
 #include "base/Digits.h"
 #include "base/JoinedWords.h"
 #include "base/NumberWords.h"
+#include "base/ShownName.h"
 #include "base/TimeWords.h"
 #include "base/Units.h"
 #include "base/VisibleText.h"
@@ -45,7 +46,7 @@ QString sourceWords(std::optional<CompositionSource> source, const QString &bina
 } // namespace
 
 QString readOriginWords(const QString &device, const QDateTime &when, const QDate &today) {
-    return FactsWording::tr("%1, read at %2").arg(device, timeWords(when, today));
+    return FactsWording::tr("%1, read at %2").arg(shownName(device), timeWords(when, today));
 }
 
 QString burnOriginWords(std::optional<CompositionSource> source, const QString &binaryPath,

@@ -5,7 +5,7 @@
 
 #include "base/JoinedWords.h"
 #include "base/NumberWords.h"
-#include "devices/ShownName.h"
+#include "base/ShownName.h"
 
 #include <QCoreApplication>
 #include <QStringList>

@@ -3,6 +3,7 @@
 
 #include "views/LogicResultsView.h"
 
+#include "base/ShownName.h"
 #include "control/FilePanels.h"
 #include "control/LogicSeries.h"
 #include "files/SuggestedName.h"
@@ -153,7 +154,7 @@ QString LogicResultsView::captionFor(std::optional<int> vector) const {
     const QString runs = QString::number(series.tally().runs());
     QStringList parts;
     if (!device_.isEmpty())
-        parts << device_;
+        parts << shownName(device_);
     if (vector || !isRepeated())
         parts << vectors;
     if (series.state() == LogicSeries::State::Complete)

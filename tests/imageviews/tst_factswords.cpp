@@ -3,6 +3,7 @@
 
 #include "imageviews/FactsWords.h"
 
+#include "base/ShownName.h"
 #include "image/BlockWords.h"
 #include "support/FactsAtOnce.h"
 
@@ -48,6 +49,8 @@ void TestFactsWords::readOrigin_namesDeviceAndTime() {
              QStringLiteral("W27C512@DIP28, read at 09:05"));
     QCOMPARE(readOriginWords(QStringLiteral("A%2"), when, when.date()),
              QStringLiteral("A%2, read at 09:05"));
+    QCOMPARE(readOriginWords(QString(longestShownName + 1, u'x'), when, when.date()),
+             QString(longestShownName, u'x') + QStringLiteral("\u2026, read at 09:05"));
     const QString dayAfter = readOriginWords(device, when, when.date().addDays(1));
     QVERIFY2(dayAfter.contains(QLocale().toString(when, QLocale::ShortFormat)),
              qPrintable(dayAfter));

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "base/ShownName.h"
 #include "settings/SettingsKeys.h"
 #include "support/BusyWords.h"
 #include "window/WindowFixture.h"
@@ -250,15 +251,19 @@ void TestWindowStatus::longDevice_leavesTheWindowItsWidth() {
     velm.useTool("echo 'No programmer found.' >&2; exit 1");
     velm.start();
     const int before = velm.velm().window().minimumSizeHint().width();
-    velm.settings().setValue(settingsKeys::device, QString(2000, u'W'));
+    const QString longest(longestShownName, u'W');
+    velm.settings().setValue(settingsKeys::device, longest);
     velm.click(velm.controls().btn_read);
     velm.settle();
-    QVERIFY(velm.controls().verdictHeading->text().endsWith(u'W'));
+    QVERIFY(velm.controls().verdictHeading->text().endsWith(longest));
     const QString shown = shownHeading(velm);
     QVERIFY2(shown.startsWith(u"Read") && shown.contains(QChar(0x2026)) && shown.endsWith(u'W') &&
                  shown.size() < 300,
              qPrintable(shown));
     QCOMPARE(velm.velm().window().minimumSizeHint().width(), before);
+    velm.settings().setValue(settingsKeys::device, longest + u'W');
+    velm.click(velm.controls().btn_read);
+    QVERIFY(velm.controls().verdictHeading->text().endsWith(longest + QChar(0x2026)));
 }
 
 void TestWindowStatus::commandOfTheTip_isTheCommand() {

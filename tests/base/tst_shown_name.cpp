@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
-#include "devices/ShownName.h"
+#include "base/ShownName.h"
 
 #include <QTest>
 
