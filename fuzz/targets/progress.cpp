@@ -4,6 +4,8 @@
 #include "FuzzInput.h"
 #include "language/ToolReportReader.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <tuple>
 
 // Whenever it is asked, a run has come no less far than before, and in the end as far as its text
