@@ -63,6 +63,10 @@ QString dataFolder() {
     return xdgFolder("XDG_DATA_HOME", QStringLiteral("/.local/share"));
 }
 
+QString configFolder() {
+    return xdgFolder("XDG_CONFIG_HOME", QStringLiteral("/.config")) + ownFolder;
+}
+
 QString stateFolder() {
     return xdgFolder("XDG_STATE_HOME", QStringLiteral("/.local/state")) + ownFolder;
 }

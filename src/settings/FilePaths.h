@@ -15,6 +15,10 @@ QString homeFolder();
 /// ~/.local/share.
 QString dataFolder();
 
+/// The folder for this program's settings, which need not be there yet: velm in $XDG_CONFIG_HOME
+/// if that is absolute, else in ~/.config.
+QString configFolder();
+
 /// The folder for what this program remembers for itself, which need not be there yet: velm in
 /// $XDG_STATE_HOME if that is absolute, else in ~/.local/state.
 QString stateFolder();

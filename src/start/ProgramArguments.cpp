@@ -9,7 +9,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 namespace {
 
@@ -18,8 +17,7 @@ class Text {
 };
 
 QString defaultSettings() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-           QStringLiteral("/velm/velm.conf");
+    return configFolder() + QStringLiteral("/velm.conf");
 }
 
 QString defaultMemory() {

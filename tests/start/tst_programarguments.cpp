@@ -16,8 +16,8 @@ class TestProgramArguments : public QObject {
 private slots:
     void files_haveDefaultsInTheHomesOfTheSystem();
     void files_countFromTheCurrentFolder();
-    void memory_isInTheStateHomeIfThatIsAbsolute();
-    void memory_withoutHomeIsInTheAccountsHome();
+    void files_areInTheHomesOfTheSystemIfThoseAreAbsolute();
+    void files_withoutHomeAreInTheAccountsHome();
     void binary_isTheOneFileThatIsNamed_data();
     void binary_isTheOneFileThatIsNamed();
     void toolkitOptions_arePassedOver_data();
@@ -60,23 +60,28 @@ void TestProgramArguments::files_countFromTheCurrentFolder() {
     QCOMPARE(optionsOf(QStringLiteral("--settings=/a.conf")).settings, QStringLiteral("/a.conf"));
 }
 
-void TestProgramArguments::memory_isInTheStateHomeIfThatIsAbsolute() {
+void TestProgramArguments::files_areInTheHomesOfTheSystemIfThoseAreAbsolute() {
+    qputenv("XDG_CONFIG_HOME", "config");
     qputenv("XDG_STATE_HOME", "state");
+    QCOMPARE(optionsOf(QString()).settings,
+             QDir::homePath() + QStringLiteral("/.config/velm/velm.conf"));
     QCOMPARE(optionsOf(QString()).memory,
              QDir::homePath() + QStringLiteral("/.local/state/velm/state.conf"));
 }
 
-void TestProgramArguments::memory_withoutHomeIsInTheAccountsHome() {
+void TestProgramArguments::files_withoutHomeAreInTheAccountsHome() {
     const passwd *account = getpwuid(getuid());
     if (!account)
         QSKIP("this user has no account entry");
     const QString home = QFile::decodeName(account->pw_dir);
     const QByteArray before = qgetenv("HOME");
     qunsetenv("HOME");
+    qunsetenv("XDG_CONFIG_HOME");
     qunsetenv("XDG_STATE_HOME");
-    const QString memory = optionsOf(QString()).memory;
+    const ProgramOptions options = optionsOf(QString());
     qputenv("HOME", before);
-    QCOMPARE(memory, home + QStringLiteral("/.local/state/velm/state.conf"));
+    QCOMPARE(options.settings, home + QStringLiteral("/.config/velm/velm.conf"));
+    QCOMPARE(options.memory, home + QStringLiteral("/.local/state/velm/state.conf"));
 }
 
 void TestProgramArguments::binary_isTheOneFileThatIsNamed_data() {
