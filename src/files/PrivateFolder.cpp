@@ -9,13 +9,13 @@
 #include <QFileInfo>
 
 #include <cerrno>
-
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace {
 
 /// The system asks no umask where the folder above has an access list for new ones; what the mode
-/// leaves out, such a list cannot give.
+/// leaves out, such a list cannot give. What a umask takes from the owner is given back.
 constexpr mode_t theOwnerAlone = 0700;
 
 bool leadsToFolder(const QByteArray &name) {
@@ -23,9 +23,20 @@ bool leadsToFolder(const QByteArray &name) {
     return ::stat(name.constData(), &facts) == 0 && S_ISDIR(facts.st_mode);
 }
 
+/// By the name of the folder alone: a link that somebody has put in its place leads elsewhere.
+/// A disk without rights of its own refuses to change any.
+Result<void> giveToOwner(const QByteArray &name) {
+    struct stat facts = {};
+    if (::lstat(name.constData(), &facts) == 0 && (facts.st_mode & S_IRWXU) == S_IRWXU)
+        return {};
+    if (::fchmodat(AT_FDCWD, name.constData(), theOwnerAlone, AT_SYMLINK_NOFOLLOW) == 0)
+        return {};
+    return Failure::ofSystem(errno);
+}
+
 Result<void> makeLast(const QByteArray &name) {
     if (::mkdir(name.constData(), theOwnerAlone) == 0)
-        return {};
+        return giveToOwner(name);
     const int error = errno;
     // Another program may have been faster.
     if (leadsToFolder(name))

@@ -18,6 +18,7 @@ class TestPrivateFolder : public QObject {
     Q_OBJECT
 
 private slots:
+    void newFolders_areTheUsersAlone_data();
     void newFolders_areTheUsersAlone();
     void newFolders_areOpenToNoAccessList();
     void folderMadeMeanwhile_isTaken();
@@ -45,11 +46,20 @@ QByteArray accessList() {
 
 } // namespace
 
+void TestPrivateFolder::newFolders_areTheUsersAlone_data() {
+    QTest::addColumn<uint>("mask");
+    QTest::newRow("nothing is taken from anybody") << 0U;
+    QTest::newRow("the owner may not write") << 0277U;
+    QTest::newRow("all is taken") << 0777U;
+}
+
 void TestPrivateFolder::newFolders_areTheUsersAlone() {
+    QFETCH(uint, mask);
     const QTemporaryDir home;
-    const mode_t mask = ::umask(0);
-    QVERIFY(makePrivateFolder(home.filePath(QStringLiteral("a/b/c"))));
-    QCOMPARE(::umask(mask), mode_t(0)); // as it was
+    const mode_t before = ::umask(mode_t(mask));
+    const Result<void> made = makePrivateFolder(home.filePath(QStringLiteral("a/b/c")));
+    QCOMPARE(::umask(before), mode_t(mask)); // as it was
+    QVERIFY(made);
     for (const char *folder : {"a", "a/b", "a/b/c"})
         QCOMPARE(permissionsOf(home.filePath(QLatin1String(folder))), mode_t(0700));
 }
