@@ -3,6 +3,8 @@
 
 #include "control/FilePanels.h"
 
+#include "files/SystemName.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileDialog>
@@ -82,7 +84,7 @@ void DesktopFilePanels::take(const QString &path, QWidget *parent, FilePanelRequ
                              const std::function<void(const QString &path)> &chosen) {
     const bool isWholeName = request.kind == FilePanelRequest::Kind::Save && request.isWholeName;
     const QString whole = isWholeName ? withEnding(path, request.extensions) : path;
-    if (whole == path || !QFile::exists(whole))
+    if (whole == path || isMissing(whole))
         return chosen(whole);
     request.folder = QFileInfo(whole).path();
     request.suggestedName = QFileInfo(whole).fileName();

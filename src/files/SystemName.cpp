@@ -18,6 +18,13 @@ Result<QByteArray> systemName(const QString &path) {
     return QFile::encodeName(path);
 }
 
+bool isMissing(const QString &path) {
+    const Result<QByteArray> name = systemName(path);
+    struct stat facts = {};
+    return !name ||
+           (::stat(name->constData(), &facts) != 0 && (errno == ENOENT || errno == ENOTDIR));
+}
+
 Failure notRegularFile() {
     return {QCoreApplication::translate("Files", "Not a regular file")};
 }

@@ -10,6 +10,7 @@
 #include "files/FileRemoval.h"
 #include "files/FileSaving.h"
 #include "files/PrivateFolder.h"
+#include "files/SystemName.h"
 #include "image/OtherMemories.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
@@ -100,7 +101,7 @@ Result<bool> TemporaryWorkspace::outputFileHolds(const ByteBuffer &output_data) 
     // Whoever put it there can lead it elsewhere before the tool reads.
     if (!isNoForeignLink(path))
         return foreignLink();
-    return output_data ? fileHolds(path, *output_data) : !QFileInfo::exists(path);
+    return output_data ? fileHolds(path, *output_data) : isMissing(path);
 }
 
 QStringList TemporaryWorkspace::sharedFolders() const {

@@ -3,10 +3,10 @@
 
 #include "settings/SettingsStore.h"
 
+#include "files/SystemName.h"
 #include "settings/StoredValue.h"
 
 #include <QDeadlineTimer>
-#include <QFileInfo>
 
 #include <tuple>
 #include <utility>
@@ -169,7 +169,7 @@ void SettingsStore::tellOf(const Result<void> &saved) {
 Result<void> SettingsStore::trySaving() {
     const QDeadlineTimer deadline(patience);
     // Another start may have moved it aside, or a person: what it held is in use.
-    if (!QFileInfo::exists(filePath()))
+    if (isMissing(filePath()))
         saveStoredAnew();
     IniFile::Outcome outcome = file_.change(unsaved_, deadline);
     if (IniFile::isDamaged(outcome)) {

@@ -55,7 +55,7 @@ Result<void> appendToResultsFile(const QString &path, QByteArrayView bytes, Log 
 }
 
 Result<void> prepareResultsFile(const QString &path, Log &log) {
-    if (!QFileInfo::exists(path)) {
+    if (isMissing(path)) {
         // A link that leads nowhere is no file, and nothing is said of it.
         std::ignore = removeForeignLinks({path});
         return {};

@@ -28,6 +28,7 @@ private slots:
     void fileWithoutEnding_isReplacedWhenConfirmed();
     void fileThatTheEndingMakes_isAskedAbout_data();
     void fileThatTheEndingMakes_isAskedAbout();
+    void fileThatCannotBeSeenJustNow_isAskedAbout();
     void beginningOfSeveralNames_staysAsItIs();
     void lockOfAllPrograms_isNotWaitedFor();
     void lookOfOtherPrograms_isTaken();
@@ -133,6 +134,23 @@ void TestDesktopFilePanels::fileThatTheEndingMakes_isAskedAbout() {
              1);
     QCOMPARE(chosen_,
              isReplaced ? QStringList(path(QStringLiteral("firmware.bin"))) : QStringList());
+}
+
+void TestDesktopFilePanels::fileThatCannotBeSeenJustNow_isAskedAbout() {
+    QVERIFY(writeWholeFile(path(QStringLiteral("firmware.bin")), "older"));
+    bool hasStruck = true;
+    for (int call = 1; hasStruck; ++call) {
+        begin();
+        auto *field = panel()->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        field->setText(QStringLiteral("firmware"));
+        {
+            const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+            emit panel()->fileSelected(path(QStringLiteral("firmware")));
+            hasStruck = failing.hasStruck();
+        }
+        QVERIFY(!chosen_.contains(path(QStringLiteral("firmware.bin"))));
+        qDeleteAll(window_->findChildren<QFileDialog *>());
+    }
 }
 
 void TestDesktopFilePanels::beginningOfSeveralNames_staysAsItIs() {

@@ -54,6 +54,7 @@ private slots:
     void outputFileHolds_data();
     void outputFileHolds();
     void outputFileHolds_askedThroughALinkOfOthers();
+    void outputFileHolds_askedWhenNothingIsKnown();
 
 private:
     QByteArray image() const { return readWholeFile(at->output()); }
@@ -388,6 +389,16 @@ void TestTemporaryWorkspaceWriting::outputFileHolds_askedThroughALinkOfOthers() 
     QVERIFY(!holds);
     QCOMPARE(holds.failure()->reason, QStringLiteral("It is a link that belongs to somebody else"));
     QVERIFY(!at->workspace.outputFileHolds(nullptr));
+}
+
+void TestTemporaryWorkspaceWriting::outputFileHolds_askedWhenNothingIsKnown() {
+    QVERIFY(at->workspace.write_output_data_to_temp_file(bufferOf("61")));
+    bool hasStruck = true;
+    for (int call = 1; hasStruck; ++call) {
+        const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+        QVERIFY(!*at->workspace.outputFileHolds(nullptr));
+        hasStruck = failing.hasStruck();
+    }
 }
 
 QTEST_GUILESS_MAIN(TestTemporaryWorkspaceWriting)

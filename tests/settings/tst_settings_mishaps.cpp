@@ -48,6 +48,7 @@ private slots:
     void damagedFile_isKeptWhateverHappens_data();
     void damagedFile_isKeptWhateverHappens();
     void oneCallFailsAtADamagedFile();
+    void fileThatCannotBeSeenJustNow_keepsWhatOthersWrote();
 
 private:
     QString path() const { return folder_->filePath(QStringLiteral("velm.conf")); }
@@ -214,6 +215,22 @@ void TestSettingsMishaps::oneCallFailsAtADamagedFile() {
         store.setValue(unprotect, true);
         QCOMPARE(foundLater(), QStringLiteral("device A, pad false, favourites kept"));
         QVERIFY(holdsSomewhere("nonsense"));
+    }
+}
+
+void TestSettingsMishaps::fileThatCannotBeSeenJustNow_keepsWhatOthersWrote() {
+    bool hasStruck = true;
+    for (int call = 1; hasStruck; ++call) {
+        QFile::remove(path());
+        {
+            SettingsStore store(path());
+            store.setValue(pad, true);
+            SettingsStore(path()).setValue(pad, false);
+            const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+            store.setValue(skipErase, true);
+            hasStruck = failing.hasStruck();
+        }
+        QCOMPARE(readWholeFile(path()), QByteArray("[General]\npad=false\nskipErase=true\n"));
     }
 }
 

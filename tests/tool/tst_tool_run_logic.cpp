@@ -3,6 +3,8 @@
 
 #include "ToolBench.h"
 
+#include "support/FailingCalls.h"
+
 #include "support/FileHelpers.h"
 #include "support/Privileges.h"
 #include "support/RecordingLog.h"
@@ -14,6 +16,7 @@
 #include <QThread>
 #include <QTimer>
 
+#include <cerrno>
 #include <chrono>
 #include <cstring>
 #include <sys/stat.h>
@@ -37,6 +40,7 @@ private slots:
     void results_thatCannotBeRemovedAreLogged();
     void results_thatCannotBeRemovedAreEmptied();
     void results_thatCannotBeEmptiedAreOlder();
+    void results_areNeverOlderWhateverFails();
     void results_thatAreAPipeStayOne();
     void results_thatCannotBeCreatedAreLoggedForEachChunk();
     void results_goToNoFileWhoseNameIsCutShort();
@@ -237,6 +241,23 @@ void TestToolRunLogic::results_thatCannotBeEmptiedAreOlder() {
     QVERIFY(run->reportWritten().failure()->isOlder);
     QCOMPARE(run->reportWritten().failure()->failure.reason, QStringLiteral("Permission denied"));
     QCOMPARE(readWholeFile(path), QByteArray("Logic test of an older chip\n"));
+}
+
+void TestToolRunLogic::results_areNeverOlderWhateverFails() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("report"));
+    RecordingLog log;
+    bool hasStruck = true;
+    for (int call = 1; hasStruck; ++call) {
+        QVERIFY(writeWholeFile(path, "Logic test of an older chip\n"));
+        Result<void> prepared;
+        {
+            const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+            prepared = prepareResultsFile(path, log);
+            hasStruck = failing.hasStruck();
+        }
+        QVERIFY2(!prepared || readWholeFile(path).isEmpty(), qPrintable(QString::number(call)));
+    }
 }
 
 // Nor is a device removed, which the setting may name as well.
