@@ -3,11 +3,11 @@
 
 #include "widgets/PlainToolTip.h"
 
-#include <QTextDocument>
 #include <QWidget>
 
 QString plainToolTip(const QString &text) {
-    return text.isEmpty() ? text : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
+    static const QString asItStands = QStringLiteral("<p style='white-space:pre-wrap'>%1</p>");
+    return text.isEmpty() ? text : asItStands.arg(text.toHtmlEscaped());
 }
 
 void setPlainToolTip(QWidget &widget, const QString &text) {

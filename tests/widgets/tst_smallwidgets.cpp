@@ -332,6 +332,8 @@ void TestSmallWidgets::toolTip_showsTextAsItStands_data() {
     QTest::addColumn<QString>("text");
     QTest::newRow("none") << QString(); // one of marks alone would open an empty tip
     QTest::newRow("plain") << QStringLiteral("AT28C64B@SOIC28");
+    QTest::newRow("lines") << QStringLiteral("two\nlines");
+    QTest::newRow("two blanks") << QStringLiteral("two  blanks");
     QTest::newRow("what looks like markup") << QStringLiteral("<b>a</b> & <img src=x>");
 }
 
