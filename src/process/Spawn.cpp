@@ -29,7 +29,9 @@ public:
 
     void enterFolder([[maybe_unused]] const QByteArray &path) {
 #ifdef VELM_HAVE_SPAWN_CHDIR
-        if (!path.isEmpty() && ::access(path.constData(), X_OK) == 0)
+        // Up to a null character it would name another folder.
+        const bool isName = !path.isEmpty() && !path.contains('\0');
+        if (isName && ::access(path.constData(), X_OK) == 0)
             ::posix_spawn_file_actions_addchdir_np(&actions_, path.constData());
 #endif
     }

@@ -163,15 +163,19 @@ void TestChildProcess::child_isStartedClean() {
 
 void TestChildProcess::child_startsInTheWorkingFolderWhereThereIsOne_data() {
     QTest::addColumn<bool>("exists");
-    QTest::newRow("there") << true;
-    QTest::newRow("missing: this program's own") << false;
+    QTest::addColumn<QString>("name");
+    QTest::newRow("there") << true << QString();
+    QTest::newRow("missing: this program's own") << false << QStringLiteral("/no");
+    QTest::newRow("cut short: this program's own")
+        << false << QChar(QChar::Null) + QStringLiteral("/no");
 }
 
 void TestChildProcess::child_startsInTheWorkingFolderWhereThereIsOne() {
     QFETCH(bool, exists);
+    QFETCH(QString, name);
     const QTemporaryDir folder;
     Child child("describe-folder");
-    child.process.setWorkingFolder(exists ? folder.path() : folder.filePath(QStringLiteral("no")));
+    child.process.setWorkingFolder(folder.path() + name);
     QVERIFY(child.process.start());
     QCOMPARE(child.printedUpToTheEnd(), exists ? folder.path() : QDir::currentPath());
 }
