@@ -4,6 +4,7 @@
 #include "image/AddressWords.h"
 
 #include "base/Digits.h"
+#include "image/RowText.h"
 
 #include <QCoreApplication>
 
@@ -59,8 +60,7 @@ public:
 } // namespace
 
 QString addressWords(quint64 offset) {
-    constexpr int shortestAddress = 4;
-    return hexDigits(offset, shortestAddress);
+    return hexDigits(offset, rowText::shortestAddress);
 }
 
 QString noAddressWords(const QString &typed) {

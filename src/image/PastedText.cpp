@@ -37,8 +37,10 @@ const QString arrayStart = QStringLiteral(
     R"(\A(?:\s|/\*(?s:.*?)\*/|//[^\r\n]*[\r\n])*(?:[A-Za-z_][\w\s*:<>,\[\]]*=\s*)?\{)");
 /// Before the "b" of a bytes literal: a name and a parenthesis.
 const QString literalStart = QStringLiteral(R"(\A\s*(?:[A-Za-z_]\w*\s*=\s*)?\(?\s*(?=[bB]['"]))");
-const QString rowStart = QStringLiteral(R"(\A\s*(?=[0-9A-F]{4,16}%1(?:(?:[0-9A-F]{2}|%2) ){16} ))")
-                             .arg(rowText::gap, rowText::missingByte);
+const QString rowStart = QStringLiteral(R"(\A\s*(?=[0-9A-F]{%3,%4}%1(?:(?:[0-9A-F]{2}|%2) ){16} ))")
+                             .arg(rowText::gap, rowText::missingByte)
+                             .arg(rowText::shortestAddress)
+                             .arg(rowText::longestAddress);
 
 } // namespace
 

@@ -28,10 +28,10 @@ bool isWordUnit(QChar unit) {
     return unit.isLetterOrNumber() || unit == u'_';
 }
 
-/// How many of the first units of \a text are digits to \a base, at most \a limit.
-qsizetype digitsIn(QStringView text, int base, qsizetype limit) {
+/// How many of the first units of \a text are digits to \a base, at most \a most.
+qsizetype digitsIn(QStringView text, int base, qsizetype most) {
     qsizetype count = 0;
-    while (count < std::min(text.size(), limit) && digitValue(text[count], base))
+    while (count < std::min(text.size(), most) && digitValue(text[count], base))
         ++count;
     return count;
 }
@@ -187,7 +187,7 @@ void PastedText::takeRow() {
     const qsizetype addressDigits = digitsIn(line, hexadecimal, line.size());
     const qsizetype cellsAt = addressDigits + rowText::gap.size();
     const bool isBlank = line.trimmed().isEmpty();
-    const bool isRow = addressDigits > 0 && addressDigits <= 16 &&
+    const bool isRow = addressDigits > 0 && addressDigits <= rowText::longestAddress &&
                        line.size() >= cellsAt + bytesInRow * rowCell - 1 &&
                        line.sliced(addressDigits).startsWith(rowText::gap);
     if (!isBlank && !isRow)

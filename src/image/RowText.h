@@ -7,6 +7,9 @@
 
 /// How a row of the grid is written as text, and read again: address, sixteen bytes, characters.
 namespace rowText {
+/// The digits of an address: an offset that needs more than the fewest has as many as it needs.
+inline constexpr int shortestAddress = 4;
+inline constexpr int longestAddress = 16;
 /// Between the address, the bytes and the characters.
 inline constexpr QStringView gap = u"  ";
 /// Between two bytes.
