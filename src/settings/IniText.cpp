@@ -28,6 +28,7 @@ bool isComment(QByteArrayView line) {
 QList<QByteArrayView> linesOf(QByteArrayView content) {
     QList<QByteArrayView> lines;
     while (!content.isEmpty()) {
+        // Not by its address: that is a call for each byte.
         const qsizetype end =
             std::find_if(content.begin(), content.end(), [](char c) { return endsLine(c); }) -
             content.begin();
@@ -139,7 +140,7 @@ const Line *lineBefore(const QList<Line> &lines, const QString &section, const Q
 }
 
 bool endsWithALine(QByteArrayView text) {
-    return text.isEmpty() || text.endsWith('\n') || text.endsWith('\r');
+    return text.isEmpty() || endsLine(text.back());
 }
 
 QByteArray withNewEntry(const QByteArray &content, const QList<Line> &lines, const QString &key,
