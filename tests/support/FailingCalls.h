@@ -12,9 +12,8 @@
 /// While it lives, one of the program's calls to the file system goes wrong, or something else
 /// happens just before it. It counts the calls of the program and of the libraries in it from 1,
 /// those that read and write pipes and the like left out, and those of other threads but for the
-/// question to the disk; a test that tries each number in turn,
-/// until none is struck any more, has tried every moment. Link failing_calls to the test. One at
-/// a time.
+/// question to the disk; a test that tries each number in turn, until none is struck any more, has
+/// tried every moment. Link failing_calls to the test. One at a time.
 class FailingCalls {
 public:
     /// What happens at the call that is struck.
