@@ -12,8 +12,7 @@
 
 bool BlockFacts::readOn(const ShownImage &image, ByteRange block) {
     if (!isTheSame(image, block)) {
-        bytes_ = image.bytes;
-        revision_ = image.revision;
+        known_ = {image.bytes, image.revision};
         block_ = block;
         reader_ = {};
         isKnown_ = false;
@@ -35,5 +34,5 @@ std::optional<ImageFacts> BlockFacts::facts() const {
 
 bool BlockFacts::isTheSame(const ShownImage &image, ByteRange block) const {
     return block_.offset == block.offset && block_.length == block.length &&
-           revision_ == image.revision && isSameBuffer(image.bytes, bytes_);
+           known_.is(image.bytes, image.revision);
 }

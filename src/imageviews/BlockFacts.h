@@ -4,9 +4,9 @@
 #pragma once
 
 #include "files/ByteBuffer.h"
+#include "imageviews/KnownImage.h"
 #include "imageviews/ShownImageReader.h"
 
-#include <memory>
 #include <optional>
 
 /// Reads the facts of a block of the image that is shown, in turns of less than a frame. It keeps
@@ -23,8 +23,7 @@ public:
 private:
     bool isTheSame(const ShownImage &image, ByteRange block) const;
 
-    std::weak_ptr<QByteArray> bytes_;
-    quint64 revision_ = 0;
+    KnownImage known_;
     ByteRange block_;
     ImageFactsReader reader_;
     bool isKnown_ = false;

@@ -14,8 +14,7 @@ ImageComparison::ImageComparison(Source source, QObject *parent)
 }
 
 bool ImageComparison::isTheSame(const ComparedImages &images) const {
-    return isSameBuffer(images.read, read_) && isSameBuffer(images.toBurn, toBurn_) &&
-           images.revision == revision_;
+    return read_.is(images.read, images.revision) && toBurn_.is(images.toBurn, images.revision);
 }
 
 void ImageComparison::refresh() {
@@ -25,9 +24,8 @@ void ImageComparison::refresh() {
         return;
     shown_ = images.shown;
     if (!isSame) {
-        read_ = images.read;
-        toBurn_ = images.toBurn;
-        revision_ = images.revision;
+        read_ = {images.read, images.revision};
+        toBurn_ = {images.toBurn, images.revision};
         reader_ = {};
         isDone_ = false;
         turns_.start(0);
@@ -36,8 +34,8 @@ void ImageComparison::refresh() {
 }
 
 void ImageComparison::turn() {
-    const ByteBuffer read = read_.lock();
-    const ByteBuffer toBurn = toBurn_.lock();
+    const ByteBuffer read = read_.bytes();
+    const ByteBuffer toBurn = toBurn_.bytes();
     isDone_ = reader_.advance(viewOf(read), viewOf(toBurn), maxBytesInTurn);
     if (!isDone_)
         return;
@@ -46,7 +44,7 @@ void ImageComparison::turn() {
 }
 
 bool ImageComparison::hasBoth() const {
-    return lengthOf(read_.lock()) > 0 && lengthOf(toBurn_.lock()) > 0;
+    return lengthOf(read_.bytes()) > 0 && lengthOf(toBurn_.bytes()) > 0;
 }
 
 std::optional<ImageDifferences> ImageComparison::differences() const {
@@ -54,31 +52,31 @@ std::optional<ImageDifferences> ImageComparison::differences() const {
 }
 
 qint64 ImageComparison::extraBytes() const {
-    const qint64 extra = lengthOf(read_.lock()) - lengthOf(toBurn_.lock());
+    const qint64 extra = lengthOf(read_.bytes()) - lengthOf(toBurn_.bytes());
     return shown_ == ShownTab::Read ? extra : -extra;
 }
 
 bool ImageComparison::coversAllToBurn() const {
-    return lengthOf(toBurn_.lock()) <= lengthOf(read_.lock());
+    return lengthOf(toBurn_.bytes()) <= lengthOf(read_.bytes());
 }
 
 std::optional<qint64> ImageComparison::nextFrom(qint64 offset) const {
-    const ByteBuffer read = read_.lock();
-    const ByteBuffer toBurn = toBurn_.lock();
+    const ByteBuffer read = read_.bytes();
+    const ByteBuffer toBurn = toBurn_.bytes();
     return isDone_ ? reader_.next(viewOf(read), viewOf(toBurn), offset)
                    : nextDifference(viewOf(read), viewOf(toBurn), offset);
 }
 
 std::optional<qint64> ImageComparison::previousFrom(qint64 offset) const {
-    const ByteBuffer read = read_.lock();
-    const ByteBuffer toBurn = toBurn_.lock();
+    const ByteBuffer read = read_.bytes();
+    const ByteBuffer toBurn = toBurn_.bytes();
     return isDone_ ? reader_.previous(viewOf(read), viewOf(toBurn), offset)
                    : previousDifference(viewOf(read), viewOf(toBurn), offset);
 }
 
 std::optional<ImageComparison::Pair> ImageComparison::pairAt(qint64 offset) const {
-    const ByteBuffer read = read_.lock();
-    const ByteBuffer toBurn = toBurn_.lock();
+    const ByteBuffer read = read_.bytes();
+    const ByteBuffer toBurn = toBurn_.bytes();
     const bool inBoth = offset >= 0 && offset < lengthOf(read) && offset < lengthOf(toBurn);
     if (!isShown() || !inBoth)
         return std::nullopt;

@@ -6,13 +6,13 @@
 #include "files/ByteBuffer.h"
 #include "grid/GridMarks.h"
 #include "grid/ShownTab.h"
+#include "imageviews/KnownImage.h"
 #include "inspect/ImageDifferences.h"
 
 #include <QObject>
 #include <QTimer>
 
 #include <functional>
-#include <memory>
 #include <optional>
 
 /// The two images of the window, and which of them is shown.
@@ -92,9 +92,8 @@ private:
     const Beside beside_{*this};
 
     Source source_;
-    std::weak_ptr<QByteArray> read_;
-    std::weak_ptr<QByteArray> toBurn_;
-    quint64 revision_ = 0;
+    KnownImage read_;
+    KnownImage toBurn_;
     ShownTab shown_ = ShownTab::None;
     ImageDifferencesReader reader_;
     bool isDone_ = false;

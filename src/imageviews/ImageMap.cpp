@@ -90,19 +90,18 @@ void ImageMap::turn() {
 void ImageMap::takeImage(const std::optional<ShownImage> &image) {
     const ShownImage now = image.value_or(ShownImage{});
     const qint64 size = lengthOf(now.bytes);
-    if (!isSameBuffer(now.bytes, bytes_))
+    if (!known_.isOf(now.bytes))
         map_.begin(size);
-    else if (revision_ != now.revision || map_.size() != size)
+    else if (!known_.is(now.bytes, now.revision) || map_.size() != size)
         map_.change(0, size, size);
-    bytes_ = now.bytes;
-    revision_ = now.revision;
+    known_ = {now.bytes, now.revision};
 }
 
 void ImageMap::takeChange(ByteRange changed) {
     const std::optional<ShownImage> image = shown_();
-    if (image && isSameBuffer(image->bytes, bytes_)) {
+    if (image && known_.isOf(image->bytes)) {
         map_.change(changed.offset, changed.length, lengthOf(image->bytes));
-        revision_ = image->revision;
+        known_ = {image->bytes, image->revision};
     }
     refresh();
 }

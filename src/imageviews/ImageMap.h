@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "imageviews/KnownImage.h"
 #include "imageviews/MapCells.h"
 #include "imageviews/ShownImageReader.h"
 
@@ -10,7 +11,6 @@
 #include <QTimer>
 
 #include <functional>
-#include <memory>
 #include <optional>
 
 class GridView;
@@ -75,8 +75,7 @@ private:
     Source shown_;
     GridView *grid_ = nullptr;
     QTimer turns_;
-    std::weak_ptr<QByteArray> bytes_;
-    quint64 revision_ = 0;
+    KnownImage known_;
     BlockMap map_;
     DifferingBlocks differing_;
     QList<MapCell> cells_;

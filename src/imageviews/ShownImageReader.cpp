@@ -28,12 +28,11 @@ void ShownImageReader::askForSha256(const ShownImage &image) {
 }
 
 bool ShownImageReader::isTheSame(const ShownImage &image) const {
-    return revision_ == image.revision && isSameBuffer(image.bytes, bytes_);
+    return known_.is(image.bytes, image.revision);
 }
 
 void ShownImageReader::beginWith(const ShownImage &image) {
-    bytes_ = image.bytes;
-    revision_ = image.revision;
+    known_ = {image.bytes, image.revision};
     facts_ = {};
     factsAreKnown_ = false;
     reader_.reset();

@@ -5,12 +5,12 @@
 
 #include "base/Units.h"
 #include "files/ByteBuffer.h"
+#include "imageviews/KnownImage.h"
 #include "inspect/ImageFacts.h"
 #include "inspect/Sha256.h"
 
 #include <QString>
 
-#include <memory>
 #include <optional>
 
 /// An image as the window shows it.
@@ -47,8 +47,7 @@ private:
     bool isTheSame(const ShownImage &image) const;
     void beginWith(const ShownImage &image);
 
-    std::weak_ptr<QByteArray> bytes_;
-    quint64 revision_ = 0;
+    KnownImage known_;
     ImageFactsReader facts_;
     bool factsAreKnown_ = false;
     std::optional<Sha256Reader> reader_;

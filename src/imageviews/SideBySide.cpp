@@ -87,9 +87,9 @@ void SideBySide::refresh() {
         take(*other);
     views_.heading.setVisible(isShown);
     views_.beside.setVisible(isShown);
-    if (!isShown && bytes_.lock()) {
+    if (!isShown && known_.bytes()) {
         // What is not shown is not kept.
-        bytes_.reset();
+        known_ = {};
         image_.setBytes(nullptr);
     }
 }
@@ -97,10 +97,9 @@ void SideBySide::refresh() {
 void SideBySide::take(const OtherImage &other) {
     views_.heading.setText(other.title);
     views_.beside.setAccessibleName(other.title);
-    if (isSameBuffer(other.bytes, bytes_) && revision_ == other.revision)
+    if (known_.is(other.bytes, other.revision))
         return;
-    bytes_ = other.bytes;
-    revision_ = other.revision;
+    known_ = {other.bytes, other.revision};
     image_.setBytes(other.bytes);
     const QScopedValueRollback leading(leading_, true);
     views_.beside.reloadData();

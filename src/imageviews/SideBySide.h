@@ -5,11 +5,12 @@
 
 #include "imageviews/ReadOnlyImage.h"
 
+#include "imageviews/KnownImage.h"
+
 #include <QAction>
 #include <QObject>
 
 #include <functional>
-#include <memory>
 #include <optional>
 
 class GridView;
@@ -61,7 +62,6 @@ private:
     Source source_;
     QAction action_;
     ReadOnlyImage image_;
-    std::weak_ptr<QByteArray> bytes_;
-    quint64 revision_ = 0;
+    KnownImage known_;
     bool leading_ = false;
 };
