@@ -19,10 +19,8 @@ namespace {
 
 /// True if \a path is one of the four files that the settings name.
 bool isNamed(const SettingsStore &settings, const QString &path) {
-    const QString keys[] = {settingsKeys::temp_output_file, settingsKeys::temp_read_from_chip_file,
-                            settingsKeys::temp_search_results_file,
-                            settingsKeys::temp_logic_chip_test_results_file};
-    return std::any_of(std::begin(keys), std::end(keys),
+    const QStringList keys = temporaryFileKeys();
+    return std::any_of(keys.begin(), keys.end(),
                        [&](const QString &key) { return absolutePathOf(settings, key) == path; });
 }
 

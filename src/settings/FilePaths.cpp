@@ -41,12 +41,6 @@ QString xdgFolder(const char *variable, const QString &below) {
     return QDir::isAbsolutePath(folder) ? withoutTrailingSeparators(folder) : homeFolder() + below;
 }
 
-QStringList temporaryFiles() {
-    return {settingsKeys::temp_output_file, settingsKeys::temp_read_from_chip_file,
-            settingsKeys::temp_search_results_file,
-            settingsKeys::temp_logic_chip_test_results_file};
-}
-
 } // namespace
 
 // A bare service environment has no HOME.
@@ -103,13 +97,19 @@ QString temporaryFolder(const SettingsStore &settings) {
     return withoutLastComponent(resolvedPathOf(settings, settingsKeys::temp_output_file));
 }
 
+QStringList temporaryFileKeys() {
+    return {settingsKeys::temp_output_file, settingsKeys::temp_read_from_chip_file,
+            settingsKeys::temp_search_results_file,
+            settingsKeys::temp_logic_chip_test_results_file};
+}
+
 bool isTemporaryFile(const QString &key) {
-    return temporaryFiles().contains(key);
+    return temporaryFileKeys().contains(key);
 }
 
 QStringList temporaryFolders(const SettingsStore &settings) {
     QStringList folders;
-    for (const QString &key : temporaryFiles())
+    for (const QString &key : temporaryFileKeys())
         folders << withoutLastComponent(resolvedPathOf(settings, key));
     folders.removeAll(QString());
     folders.removeDuplicates();

@@ -45,7 +45,9 @@ QString absolutePathOf(const SettingsStore &settings, const QString &key);
 /// The folder of the temporary files: resolvedPathOf(temp_output_file) less its last component.
 QString temporaryFolder(const SettingsStore &settings);
 
-/// True if \a key names one of the four files that the program shares with the tool.
+/// The keys of the four files that the program shares with the tool, temp_output_file first.
+QStringList temporaryFileKeys();
+/// True if \a key is one of them.
 bool isTemporaryFile(const QString &key);
 /// The folders of those files, each once, that of temp_output_file first.
 QStringList temporaryFolders(const SettingsStore &settings);

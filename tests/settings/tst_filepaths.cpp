@@ -27,6 +27,7 @@ private slots:
     void absolutePathOf_countsFromTheCurrentFolder();
     void temporaryFolder_isTheOutputFilesParent_data();
     void temporaryFolder_isTheOutputFilesParent();
+    void temporaryFileKeys_areThoseOfTheFoldersInTheirOrder();
 };
 
 void TestFilePaths::init() {
@@ -150,6 +151,22 @@ void TestFilePaths::temporaryFolder_isTheOutputFilesParent() {
     SettingsStore store(settings.filePath(QStringLiteral("velm.conf")));
     store.setValue(settingsKeys::temp_output_file, stored);
     QCOMPARE(temporaryFolder(store), folder);
+}
+
+void TestFilePaths::temporaryFileKeys_areThoseOfTheFoldersInTheirOrder() {
+    const QStringList keys = temporaryFileKeys();
+    QCOMPARE(keys.size(), 4);
+    QCOMPARE(keys.first(), settingsKeys::temp_output_file);
+    const QTemporaryDir settings;
+    SettingsStore store(settings.filePath(QStringLiteral("velm.conf")));
+    QStringList folders;
+    for (const QString &key : keys) {
+        QVERIFY(isTemporaryFile(key));
+        folders << QStringLiteral("/tmp/") + key;
+        store.setValue(key, folders.last() + QStringLiteral("/x.bin"));
+    }
+    QCOMPARE(temporaryFolders(store), folders);
+    QVERIFY(!isTemporaryFile(settingsKeys::device));
 }
 
 QTEST_GUILESS_MAIN(TestFilePaths)
