@@ -3,6 +3,7 @@
 
 #include "language/KnownMemories.h"
 
+#include "base/JoinedWords.h"
 #include "language/ChipParts.h"
 
 #include <QCoreApplication>
@@ -32,12 +33,7 @@ public:
     bool isOne() const { return isOne_; }
 
     /// "data memory, user memory and fuses".
-    QString list() const {
-        if (names_.size() == 1)
-            return names_.first();
-        return tr("%1 and %2")
-            .arg(names_.first(names_.size() - 1).join(QStringLiteral(", ")), names_.last());
-    }
+    QString list() const { return listWords(names_); }
 
 private:
     QStringList names_;

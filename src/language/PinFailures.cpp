@@ -3,6 +3,7 @@
 
 #include "language/PinFailures.h"
 
+#include "base/JoinedWords.h"
 #include "language/LogicField.h"
 #include "language/LogicReport.h"
 #include "language/PinLevels.h"
@@ -71,11 +72,7 @@ QStringList PinWords::runsOf(const QList<int> &numbers) {
 }
 
 QString PinWords::joinedNumbers(const QList<int> &numbers) {
-    QStringList list = runsOf(numbers);
-    if (list.size() == 1)
-        return list.first();
-    const QString last = list.takeLast();
-    return tr("%1 and %2").arg(list.join(tr(", ")), last);
+    return listWords(runsOf(numbers));
 }
 
 QString PinWords::failed(const QList<int> &pins, const QList<int> &vectors) {

@@ -31,6 +31,7 @@ private slots:
     void textOnOneLine_hasBlanksForWhatBreaksIt();
     void printableAscii_isFromBlankToTilde();
     void joinedWords_leaveOutTheEmptyOnes();
+    void listWords_haveAnAndBeforeTheLast();
 };
 
 void TestBase::log_writesTheTextAsItStandsAndOneLineFeed() {
@@ -157,6 +158,13 @@ void TestBase::joinedWords_leaveOutTheEmptyOnes() {
              QStringLiteral("one, two"));
     QCOMPARE(joinedWords({one, QString(), two}, u"\n"), QStringLiteral("one\ntwo"));
     QCOMPARE(joinedWords({QString()}, u", "), QString());
+}
+
+void TestBase::listWords_haveAnAndBeforeTheLast() {
+    QCOMPARE(listWords({QStringLiteral("a")}), QStringLiteral("a"));
+    QCOMPARE(listWords({QStringLiteral("a"), QStringLiteral("b")}), QStringLiteral("a and b"));
+    QCOMPARE(listWords({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}),
+             QStringLiteral("a, b and c"));
 }
 
 QTEST_GUILESS_MAIN(TestBase)
