@@ -22,15 +22,10 @@ namespace {
 /// The colour of what frames the contents (addresses, cells without a byte): towards the
 /// background, as far as it can still be read.
 QColor faintText(const QPalette &palette) {
-    constexpr double share = 0.65;
+    constexpr double share = 0.35;
     const QColor text = palette.color(QPalette::Text);
     const QColor base = palette.color(QPalette::Base);
-    const auto mixed = [](float one, float other) {
-        return float(share) * one + float(1 - share) * other;
-    };
-    const QColor faint =
-        QColor::fromRgbF(mixed(text.redF(), base.redF()), mixed(text.greenF(), base.greenF()),
-                         mixed(text.blueF(), base.blueF()));
+    const QColor faint = mixed(text, base, share);
     const double contrast = std::min(contrastRatio(faint, base),
                                      contrastRatio(faint, palette.color(QPalette::AlternateBase)));
     return contrast >= smallestTextContrast ? faint : text;

@@ -41,12 +41,6 @@ double worstContrast(const QColor &color, const QPalette &palette) {
     return worst;
 }
 
-QColor mixed(const QColor &from, const QColor &to, double share) {
-    const auto channel = [share](int a, int b) { return int(std::lround(a + (b - a) * share)); };
-    return QColor(channel(from.red(), to.red()), channel(from.green(), to.green()),
-                  channel(from.blue(), to.blue()));
-}
-
 /// A theme between light and dark leaves a colour too faint: it then moves towards black or white
 /// no further than it must, so that it keeps as much of its hue as can be read.
 QColor readable(const TextHue &hue, const QPalette &palette) {
@@ -83,6 +77,12 @@ double contrastRatio(const QColor &one, const QColor &other) {
     const double a = relativeLuminance(one) + flare;
     const double b = relativeLuminance(other) + flare;
     return std::max(a, b) / std::min(a, b);
+}
+
+QColor mixed(const QColor &from, const QColor &to, double share) {
+    const auto channel = [share](int a, int b) { return int(std::lround(a + (b - a) * share)); };
+    return QColor(channel(from.red(), to.red()), channel(from.green(), to.green()),
+                  channel(from.blue(), to.blue()));
 }
 
 QColor failureTextColor(const QPalette &palette) {

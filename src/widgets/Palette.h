@@ -20,6 +20,9 @@ inline constexpr double smallestTextContrast = 4.5;
 /// same luminance) to 21 (black and white). The order of the arguments does not matter.
 double contrastRatio(const QColor &one, const QColor &other);
 
+/// \a from, moved towards \a to by \a share of the way, 0 to 1. Both are opaque.
+QColor mixed(const QColor &from, const QColor &to, double share);
+
 /// Red, for what failed.
 QColor failureTextColor(const QPalette &palette);
 /// Amber, for what needs a second look.

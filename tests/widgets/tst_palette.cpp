@@ -12,6 +12,8 @@ class TestPalette : public QObject {
 private slots:
     void contrastRatio_data();
     void contrastRatio();
+    void mixed_goesTheShareOfTheWay_data();
+    void mixed_goesTheShareOfTheWay();
     void textColors_areReadable_data();
     void textColors_areReadable();
     void foundGround_leavesTextReadable_data();
@@ -53,6 +55,19 @@ void TestPalette::contrastRatio() {
     QFETCH(QColor, one);
     QFETCH(QColor, other);
     QTEST(QString::number(::contrastRatio(one, other), 'f', 2), "ratio");
+}
+
+void TestPalette::mixed_goesTheShareOfTheWay_data() {
+    QTest::addColumn<double>("share");
+    QTest::addColumn<QColor>("color");
+    QTest::newRow("nothing") << 0.0 << QColor(0, 100, 255);
+    QTest::newRow("a quarter") << 0.25 << QColor(50, 100, 192);
+    QTest::newRow("all") << 1.0 << QColor(200, 100, 1);
+}
+
+void TestPalette::mixed_goesTheShareOfTheWay() {
+    QFETCH(double, share);
+    QTEST(mixed(QColor(0, 100, 255), QColor(200, 100, 1), share), "color");
 }
 
 static void addThemes() {
