@@ -131,11 +131,15 @@ void ImageMap::goToValue() {
     followScrolling();
 }
 
-void ImageMap::goTo(int y) {
+std::optional<qint64> ImageMap::addressAt(int y) const {
     if (map_.size() == 0)
-        return;
-    const qint64 offset = offsetAt(y - strip().top(), map_.size(), strip().height());
-    grid_->showAddress(offset / bytesInRow * bytesInRow);
+        return std::nullopt;
+    return offsetAt(y - strip().top(), map_.size(), strip().height());
+}
+
+void ImageMap::goTo(int y) {
+    if (const std::optional<qint64> address = addressAt(y))
+        grid_->showAddress(*address / bytesInRow * bytesInRow);
 }
 
 void ImageMap::showCells() {
@@ -153,11 +157,11 @@ QString ImageMap::valueWords() const {
 }
 
 QString ImageMap::wordsAt(int y) const {
-    if (map_.size() == 0)
+    const std::optional<qint64> address = addressAt(y);
+    if (!address)
         return {};
-    const qint64 offset = offsetAt(y - strip().top(), map_.size(), strip().height());
     const auto cell = std::find_if(cells_.begin(), cells_.end(),
-                                   [offset](const MapCell &piece) { return offset < piece.end; });
+                                   [&](const MapCell &piece) { return *address < piece.end; });
     return cell == cells_.end() ? QString() : cellWords(*cell);
 }
 

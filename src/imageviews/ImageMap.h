@@ -69,6 +69,8 @@ private:
     void followScrolling();
     void goToValue();
     void goTo(int y);
+    /// The address of what the map shows at \a y, a height in pixels; nothing without bytes.
+    std::optional<qint64> addressAt(int y) const;
     void showCells();
     QRect strip() const;
 
