@@ -95,7 +95,7 @@ public:
     }
 
 private:
-    // Another value each time: one that is there already is no edit.
+    /// Another value each time: one that is there already is no edit.
     CellEditor &typeEntry() {
         constexpr int bytes = 0x80;
         constexpr int base = 16;

@@ -55,7 +55,7 @@ private:
         screen_.apply(update);
     }
 
-    // What an unfinished sequence held back.
+    /// What an unfinished sequence held back.
     static constexpr qsizetype held = TerminalText::longestControlString + 1;
 
     TerminalText terminal_;

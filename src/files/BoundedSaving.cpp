@@ -139,7 +139,7 @@ Result<void> BoundedSaving::ask(std::packaged_task<Result<void>()> question) {
     return {};
 }
 
-/// What the disk has answered; no failure while it has not.
+// What the disk has answered; no failure while it has not.
 Result<void> BoundedSaving::answerUntil(QDeadlineTimer deadline) {
     if (!diskHasAnswered(deadline))
         return {};

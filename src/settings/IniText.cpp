@@ -53,7 +53,7 @@ std::optional<QString> sectionOf(QByteArrayView line) {
 
 struct Entry {
     QString name;
-    QByteArrayView value; // as it stands in the text, without blanks around it
+    QByteArrayView value; ///< as it stands in the text, without blanks around it
 };
 
 /// An entry ends before a comment; nothing if the line is none, or goes on in the next.
@@ -76,10 +76,10 @@ std::optional<Entry> entryOf(QByteArrayView line) {
 }
 
 struct Line {
-    QByteArrayView text; // with what ends it
+    QByteArrayView text; ///< with what ends it
     QString section;
     bool isHeading = false;
-    std::optional<Entry> entry; // neither: blank, or a comment
+    std::optional<Entry> entry; ///< neither: blank, or a comment
 
     /// How the entry is known to others.
     QString key() const { return section.isEmpty() ? entry->name : section + u'/' + entry->name; }

@@ -116,8 +116,8 @@ private:
     QByteArrayView rest_;
     QStringList parts_;
     QString part_;
-    qsizetype keptSize_ = 0; // what was escaped is no trailing blank
-    bool isQuoted_ = false;  // nor is what is in quotes
+    qsizetype keptSize_ = 0; ///< what was escaped is no trailing blank
+    bool isQuoted_ = false;  ///< nor is what is in quotes
     bool isOpen_ = false;
 };
 

@@ -34,7 +34,7 @@ public:
             names.prepend(showMenuAction());
         return names;
     }
-    // The menu has an event loop of its own.
+    /// The menu has an event loop of its own.
     void doAction(const QString &action) override {
         if (action == showMenuAction() && button()->isEnabled())
             QMetaObject::invokeMethod(button(), &QPushButton::showMenu, Qt::QueuedConnection);
