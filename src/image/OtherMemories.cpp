@@ -8,7 +8,6 @@
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <algorithm>

@@ -9,7 +9,6 @@
 #include "widgets/MenuEntry.h"
 #include "widgets/PlainToolTip.h"
 
-#include <QChar>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>

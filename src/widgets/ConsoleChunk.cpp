@@ -5,6 +5,8 @@
 
 #include "base/Units.h"
 
+#include <QStringView>
+
 #include <algorithm>
 
 namespace {

@@ -10,7 +10,6 @@
 #include "support/HeldDisk.h"
 #include "support/Privileges.h"
 
-#include <QDir>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
