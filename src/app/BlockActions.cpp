@@ -91,7 +91,7 @@ std::optional<qint64> BlockActions::placeForBytes() const {
     return size == 0 || (selected.isEmpty() && isBehindLast) ? std::optional(size) : std::nullopt;
 }
 
-bool BlockActions::refuses() {
+bool BlockActions::refusesElseCommits() {
     if (with_.gate.refusesElseCommits())
         return true;
     with_.messages.happened(Event::BlockAsked);
@@ -110,7 +110,7 @@ bool BlockActions::change(const EditOffers::Block &block) {
 }
 
 void BlockActions::writeZeros() {
-    if (refuses())
+    if (refusesElseCommits())
         return;
     const ByteRange selected = grid().selection().bytes();
     if (selected.length == 0)
@@ -123,7 +123,7 @@ void BlockActions::writeZeros() {
 }
 
 void BlockActions::fill() {
-    if (refuses())
+    if (refusesElseCommits())
         return;
     const qint64 size = imageSize();
     if (size == 0)
@@ -157,13 +157,13 @@ void BlockActions::fillBytes(ByteRange where, const BlockContent &content) {
 }
 
 void BlockActions::insertFile() {
-    if (refuses())
+    if (refusesElseCommits())
         return;
     with_.files.openForInsertion(&with_.window, [this](const QString &path) { loadFile(path); });
 }
 
 void BlockActions::loadFile(const QString &path) {
-    if (refuses())
+    if (refusesElseCommits())
         return;
     const std::optional<FileStamp> stamp = FileStamp::of(path);
     const auto loaded = loadWholeFile(path);

@@ -67,7 +67,9 @@ private:
     /// Where bytes come in: at the first that is selected, or just behind the last one if the
     /// cursor is there; nothing elsewhere.
     std::optional<qint64> placeForBytes() const;
-    bool refuses();
+    /// True, and said, if nothing may change here. What is being typed is committed first, unless
+    /// the tool runs.
+    bool refusesElseCommits();
     bool refusesUnless(const Result<void, QString> &allowed);
     Result<void, QString> mayChangeHere() const;
     bool change(const EditOffers::Block &block);

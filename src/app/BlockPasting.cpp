@@ -38,7 +38,7 @@ std::optional<QString> clipboardText() {
 } // namespace
 
 void BlockActions::paste(PastedText::As as) {
-    if (refuses())
+    if (refusesElseCommits())
         return;
     const auto place = placeForBytes();
     if (!place)
