@@ -84,9 +84,9 @@ public:
 };
 
 std::optional<BurnDoubt> doubtAboutImage(const BurnSituation &situation) {
-    const bool writes = situation.operation == WriteOperation;
-    if (!writes && situation.operation != VerifyOperation)
+    if (!takesImage(situation.operation))
         return std::nullopt;
+    const bool writes = situation.operation == WriteOperation;
     if (!situation.fileIsImage())
         return BurnDoubt{.key = QStringLiteral("file"),
                          .sentence = DoubtWording::foreignFile(situation) + u' ' +
