@@ -32,23 +32,10 @@ QString originOfRead(const ByteBuffer &bytes, const ReadOrigin &origin) {
     return read ? readOriginWords(read->device, read->endedAt, QDate::currentDate()) : QString();
 }
 
-/// Nothing has been written since the last Read, and that brought its data. After one that failed
-/// another chip may be in the socket.
-bool nothingWrittenSinceRead(const QList<RunRecord> &runs) {
-    for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
-        const bool hasBegun = run->outcome.verdict != RunOutcome::Verdict::NotStarted;
-        if (run->operation == ReadOperation && hasBegun)
-            return run->outcome.endedWell();
-        if (run->operation == WriteOperation && hasBegun)
-            return false;
-    }
-    return false;
-}
-
 /// The chip that is set is known to hold the data read.
 bool chipHoldsDataRead(const AppDelegate &delegate, const RunLog &runs, const QString &device) {
     const auto read = delegate.readOrigin().of(delegate.state().read_from_chip_data);
-    return read && read->device == device && nothingWrittenSinceRead(runs.records());
+    return read && read->device == device && runs.nothingWrittenSinceRead();
 }
 
 /// How the images differ, and what that means for the chip.

@@ -33,3 +33,14 @@ void RunLog::add(const RunRecord &record) {
         records_[records_.size() - 1 - maxRememberedWords].said.clear();
     emit added();
 }
+
+bool RunLog::nothingWrittenSinceRead() const {
+    for (auto run = records_.rbegin(); run != records_.rend(); ++run) {
+        const bool hasBegun = run->outcome.verdict != RunOutcome::Verdict::NotStarted;
+        if (run->operation == ReadOperation && hasBegun)
+            return run->outcome.endedWell();
+        if (run->operation == WriteOperation && hasBegun)
+            return false;
+    }
+    return false;
+}

@@ -22,6 +22,9 @@ public:
     void add(const RunRecord &record);
     /// The oldest first.
     const QList<RunRecord> &records() const { return records_; }
+    /// True if nothing has been written since the last Read, and that brought its data. After one
+    /// that failed another chip may be in the socket.
+    bool nothingWrittenSinceRead() const;
 
 signals:
     /// A run was added; it is the last of records().
