@@ -31,4 +31,10 @@ constexpr int lengthOfCharacter(quint8 first) {
     return first >= 0xF0 && first <= 0xF4 ? 4 : 1;
 }
 
+/// The bits of the character that \a first, its first byte, holds; \a length is
+/// lengthOfCharacter() of it, and more than 1.
+constexpr char32_t bitsOfFirst(quint8 first, int length) {
+    return first & (0x7F >> length);
+}
+
 } // namespace utf8

@@ -85,7 +85,7 @@ public:
             ++at_;
             return first < 0x80 ? first : char32_t(QChar::ReplacementCharacter);
         }
-        char32_t character = first & (0x7F >> length);
+        char32_t character = utf8::bitsOfFirst(first, length);
         for (int index = 1; index < length; ++index)
             character =
                 (character << utf8::bitsPerContinuation) | (byteAt(index) & utf8::continuationBits);

@@ -83,7 +83,7 @@ void OutputDecoder::startCharacter(uchar byte, QString &text) {
         return;
     }
     missing_ = length - 1;
-    character_ = byte & (utf8::continuationBits >> missing_);
+    character_ = utf8::bitsOfFirst(byte, length);
     lowest_ = byte == 0xE0 ? 0xA0 : byte == 0xF0 ? 0x90 : utf8::firstContinuation;
     highest_ = byte == 0xED ? 0x9F : byte == 0xF4 ? 0x8F : utf8::lastContinuation;
 }

@@ -5,6 +5,7 @@
 #include "base/JoinedWords.h"
 #include "base/Log.h"
 #include "base/MainQueue.h"
+#include "base/Utf8.h"
 #include "base/VisibleText.h"
 #include "base/WorkState.h"
 
@@ -32,6 +33,7 @@ private slots:
     void printableAscii_isFromBlankToTilde();
     void joinedWords_leaveOutTheEmptyOnes();
     void listWords_haveAnAndBeforeTheLast();
+    void utf8_characterBeginsWithItsHighestBits();
 };
 
 void TestBase::log_writesTheTextAsItStandsAndOneLineFeed() {
@@ -165,6 +167,17 @@ void TestBase::listWords_haveAnAndBeforeTheLast() {
     QCOMPARE(listWords({QStringLiteral("a"), QStringLiteral("b")}), QStringLiteral("a and b"));
     QCOMPARE(listWords({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}),
              QStringLiteral("a, b and c"));
+}
+
+void TestBase::utf8_characterBeginsWithItsHighestBits() {
+    for (const char32_t character : {U'\u0080', U'\u07FF', U'\u0800', U'\uFFFD', U'\U0010FFFF'}) {
+        const QByteArray bytes = QString::fromUcs4(&character, 1).toUtf8();
+        const auto first = quint8(bytes.at(0));
+        const int length = utf8::lengthOfCharacter(first);
+        QCOMPARE(length, bytes.size());
+        QCOMPARE(utf8::bitsOfFirst(first, length),
+                 character >> (utf8::bitsPerContinuation * (length - 1)));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestBase)
