@@ -3,7 +3,7 @@
 
 #include "widgets/MessageLine.h"
 
-#include "base/NumberWords.h"
+#include "base/BoundedText.h"
 #include "base/VisibleText.h"
 #include "widgets/Announcement.h"
 #include "widgets/Palette.h"
@@ -42,19 +42,6 @@ QString withWord(MessageLine::Severity severity, const QString &sentence) {
         break;
     }
     return sentence;
-}
-
-/// \a sentence, with the number of characters in the place of those of its middle if it is longer
-/// than is laid out while a user waits. What a tool or a settings file says may be of any length,
-/// and its reason stands at the end.
-QString ofBearableLength(const QString &sentence) {
-    const qsizetype end = MessageLine::longestSentence / 2;
-    const qsizetype left = sentence.size() - 2 * end;
-    if (left <= 0)
-        return sentence;
-    return sentence.first(end) +
-           MessageLine::tr(" (%1 characters are not shown) ").arg(grouped(left)) +
-           sentence.last(end);
 }
 
 QString withoutMnemonic(QString label) {
@@ -104,7 +91,7 @@ QPushButton *MessageLine::makeButton() {
 
 void MessageLine::setMessage(int topic, Severity severity, const QString &sentence,
                              const Action &action) {
-    Message message{topic, severity, onOneLine(ofBearableLength(sentence)), action};
+    Message message{topic, severity, onOneLine(boundedText(sentence)), action};
     const bool isNewest = !messages_.empty() && messages_.front().saysTheSameAs(message);
     if (isNewest)
         message.isAnnounced = messages_.front().isAnnounced;

@@ -38,8 +38,6 @@ public:
 
     /// Its height in lines.
     static constexpr int shownLines = 2;
-    /// The characters of a sentence, of which the middle is left out if it has more.
-    static constexpr qsizetype longestSentence = 8192;
 
     explicit MessageLine(QWidget *parent = nullptr);
 
