@@ -3,6 +3,8 @@
 
 #include "control/BurnDoubt.h"
 
+#include "files/SystemName.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -15,7 +17,9 @@ class DoubtWording {
 public:
     static QString foreignFile(const BurnSituation &situation) {
         const QString path = QDir::toNativeSeparators(situation.path);
-        if (!QFileInfo::exists(situation.path))
+        if (!situation.hasImage)
+            return tr("There are no data to burn, and %1 may hold something else.").arg(path);
+        if (isKnownToBeMissing(situation))
             return tr("The data to burn are in no file: %1 is missing.").arg(path);
         const Failure *failure = situation.written.failure();
         const QFileInfo file(situation.path);
@@ -26,14 +30,14 @@ public:
             return tr("%1 does not hold the data to burn, which could not be written there (%2).")
                 .arg(path, failure->reason);
         if (const Failure *unread = situation.holdsImage.failure())
-            return tr("%1 could not be read, and may not hold the data to burn (%2).")
+            return tr("It is not known whether %1 holds the data to burn: %2.")
                 .arg(path, unread->reason);
         return tr("%1 does not hold the data to burn: something else has changed it.").arg(path);
     }
 
     static QString pressAgainForFile(const BurnSituation &situation) {
         const Operation operation = situation.operation;
-        if (!QFileInfo::exists(situation.path))
+        if (isKnownToBeMissing(situation))
             return operation == WriteOperation
                        ? tr("Press Write again to start the tool all the same.")
                        : tr("Press Verify again to start the tool all the same.");
@@ -80,6 +84,12 @@ public:
         return tr(
             "There are no data to burn: open a binary, or read a chip and use its data. Press "
             "Write again to hand the tool an empty file all the same.");
+    }
+
+private:
+    /// What could not be read may lead somewhere by the time that the tool reads it.
+    static bool isKnownToBeMissing(const BurnSituation &situation) {
+        return situation.holdsImage && isMissing(situation.path);
     }
 };
 

@@ -11,6 +11,7 @@
 #include <QPushButton>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 /// What the tool is handed at a Write or a Verify, and what is asked before.
 class TestWindowBurn : public QObject {
@@ -24,6 +25,9 @@ private slots:
     void touchedFile_withTheSameBytesIsNotAskedAbout();
     void olderImage_thatNobodyCanRemoveIsAskedAbout();
     void unreadableFile_isNotSaidToBeChanged();
+    void linkOfOthers_isAskedAbout_data();
+    void linkOfOthers_isAskedAbout();
+    void fileWithoutAnImage_isNotCalledMissing();
     void folderAtThePath_isNoOlderImage();
     void changedPath_getsTheImageAtOnce();
     void foreignFolder_runsNothing();
@@ -137,10 +141,54 @@ void TestWindowBurn::unreadableFile_isNotSaidToBeChanged() {
         QVERIFY(failing.hasStruck());
     }
     QVERIFY(!QFile::exists(chip(velm)));
-    QVERIFY2(velm.message().contains(u"temp.bin could not be read, and may not hold the data to "
-                                     "burn (Too many open files). Press Write again"),
+    QVERIFY2(velm.message().contains(u"temp.bin holds the data to burn: Too many open files. "
+                                     "Press Write again"),
              qPrintable(velm.message()));
     QVERIFY(offer(velm));
+}
+
+void TestWindowBurn::linkOfOthers_isAskedAbout_data() {
+    QTest::addColumn<bool>("leadsToTheImage");
+    QTest::newRow("to the image") << true;
+    QTest::newRow("to nothing yet") << false;
+}
+
+void TestWindowBurn::linkOfOthers_isAskedAbout() {
+    if (::geteuid() != 0)
+        QSKIP("only root can give a link away");
+    QFETCH(bool, leadsToTheImage);
+    WindowFixture velm;
+    useCopyingTool(velm);
+    showTwentyBytes(velm);
+    const QString image = velm.temporary(QStringLiteral("temp.bin"));
+    const QString theirs = velm.path(QStringLiteral("theirs"));
+    QVERIFY(leadsToTheImage ? QFile::rename(image, theirs) : QFile::remove(image));
+    QVERIFY(QFile::link(theirs, image));
+    QCOMPARE(::lchown(QFile::encodeName(image).constData(), 12345, gid_t(-1)), 0);
+    velm.click(velm.controls().btn_write);
+    QVERIFY(!QFile::exists(chip(velm)));
+    const QString said =
+        QStringLiteral("It is not known whether %1 holds the data to burn: It is a link that "
+                       "belongs to somebody else. Press Write again to burn that file")
+            .arg(image);
+    QVERIFY2(velm.message().contains(said), qPrintable(velm.message()));
+}
+
+void TestWindowBurn::fileWithoutAnImage_isNotCalledMissing() {
+    WindowFixture velm;
+    useCopyingTool(velm);
+    velm.settings().setValue(settingsKeys::pad_to, QStringLiteral("-1"));
+    velm.settings().setValue(settingsKeys::pad, true);
+    velm.start();
+    const QString path = velm.temporary(QStringLiteral("temp.bin"));
+    QVERIFY(QFile::link(path, path)); // nobody can say what is behind it
+    velm.click(velm.controls().btn_write);
+    const QString said =
+        QStringLiteral("There are no data to burn, and %1 may hold something else. Press Write "
+                       "again to burn that")
+            .arg(path);
+    QVERIFY2(velm.message().contains(said), qPrintable(velm.message()));
+    QVERIFY(!offer(velm));
 }
 
 void TestWindowBurn::folderAtThePath_isNoOlderImage() {
