@@ -3,6 +3,8 @@
 
 #include "files/OpenedFileWatch.h"
 
+#include "files/SystemName.h"
+
 #include <QFileInfo>
 
 #include <chrono>
@@ -60,7 +62,9 @@ void OpenedFileWatch::look() {
         return;
     listen();
     const std::optional<FileStamp> now = FileStamp::of(path_);
-    if (now == seen_)
+    // Such as a share that does not answer: nothing is known of the file then.
+    const bool isUnknown = !now && !isMissing(path_);
+    if (now == seen_ || isUnknown)
         return;
     seen_ = now;
     emit stateChanged(!now ? State::Gone : now == opened_ ? State::AsOpened : State::Changed);

@@ -3,6 +3,7 @@
 
 #include "files/OpenedFileWatch.h"
 
+#include "support/FailingCalls.h"
 #include "support/FileHelpers.h"
 
 #include <QSignalSpy>
@@ -10,6 +11,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <cerrno>
 #include <chrono>
 
 /// A file that changes on the disk after it was opened.
@@ -22,6 +24,8 @@ private slots:
     void replacing_isNoticedTwice();
     void writingTwice_isNoticedTwice();
     void goingAndComing_isNoticed();
+    void fileThatCannotBeSeenJustNow_hasNotGone_data();
+    void fileThatCannotBeSeenJustNow_hasNotGone();
     void writingSinceAnEarlierStamp_isNoticed();
     void busyFolder_hidesNothing();
     void anotherFile_isWatchedInstead();
@@ -112,6 +116,26 @@ void TestOpenedFileWatch::goingAndComing_isNoticed() {
     QCOMPARE(next(), State::Gone);
     QVERIFY(QFile::rename(path(QStringLiteral("aside")), path()));
     QCOMPARE(next(), State::AsOpened);
+}
+
+void TestOpenedFileWatch::fileThatCannotBeSeenJustNow_hasNotGone_data() {
+    QTest::addColumn<int>("call");
+    for (int call = 1; call <= 4; ++call)
+        QTest::addRow("look %d", call) << call;
+}
+
+void TestOpenedFileWatch::fileThatCannotBeSeenJustNow_hasNotGone() {
+    QFETCH(int, call);
+    {
+        const FailingCalls failing("stat", call, EIO);
+        replaceBy("second");
+        QTRY_VERIFY(failing.hasStruck() || !states_->isEmpty());
+    }
+    watch_->watch(path());
+    replaceBy("third");
+    do
+        QCOMPARE(next(), State::Changed);
+    while (!states_->isEmpty());
 }
 
 void TestOpenedFileWatch::anotherFile_isWatchedInstead() {
