@@ -3,6 +3,7 @@
 
 #include "devices/device_searcher.h"
 
+#include "base/BoundedText.h"
 #include "base/Log.h"
 #include "base/MainQueue.h"
 #include "base/NumberWords.h"
@@ -19,6 +20,9 @@
 #include <utility>
 
 namespace {
+
+/// The most characters of a remark: the panel is as high as it needs.
+constexpr qsizetype longestRemark = 1000;
 
 /// What is selected in \a list takes the place of what is selected in \a other.
 void haveOneSelection(const DeviceListView &list, DeviceListView &other) {
@@ -106,7 +110,7 @@ void device_searcher::list(QObject *) {
 // Whatever is said takes the place of the request to select a device, and of a question.
 void device_searcher::show(const QString &sentence) {
     requestStands_ = false;
-    emit remark(sentence);
+    emit remark(boundedText(sentence, longestRemark));
 }
 
 void device_searcher::say(const QString &sentence) {

@@ -21,6 +21,7 @@ private slots:
     void typedTool_isNotAskedAbout();
     void defaultTool_isNotAskedAbout();
     void search_asksAboutAForeignToolFirst();
+    void search_asksAboutAnEndlessToolInAPanelOfItsSize();
     void search_asksAboutAnOddToolOnce();
     void search_asksAboutAnOddPathFirst();
     void search_asksAnewForAnotherTerm();
@@ -190,6 +191,19 @@ void TestWindowToolTrust::search_asksAboutAForeignToolFirst() {
     velm.click(panel.cancel);
     press(velm, velm.controls().btn_read);
     QCOMPARE(runsOf(velm), 3);
+}
+
+void TestWindowToolTrust::search_asksAboutAnEndlessToolInAPanelOfItsSize() {
+    WindowFixture velm;
+    bringTool(velm, QStringLiteral("/a tool").repeated(20'000));
+    velm.start();
+    const Panel panel(velm);
+    const int before = panel.remark->window()->minimumSizeHint().width();
+    panel.searchFor(QStringLiteral("27c"));
+    const QString said = panel.remark->text();
+    QVERIFY2(said.startsWith(question) && said.size() <= 1000, qPrintable(said));
+    QVERIFY2(said.endsWith(u"Press Search again to run it."), qPrintable(said));
+    QCOMPARE(panel.remark->window()->minimumSizeHint().width(), before);
 }
 
 void TestWindowToolTrust::search_asksAboutAnOddToolOnce() {
