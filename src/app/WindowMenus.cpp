@@ -5,6 +5,7 @@
 
 #include "app/MainWindow.h"
 #include "app/SelectionWiring.h"
+#include "base/ShownName.h"
 #include "base/WorkState.h"
 #include "control/ActionGate.h"
 #include "control/AppDelegate.h"
@@ -32,7 +33,7 @@ void fillRecentMenu(QMenu *recent, AppDelegate &delegate, const UserFiles &files
     recent->clear();
     for (const QString &path : files.recent())
         QObject::connect(
-            recent->addAction(menuText(path)), &QAction::triggered, &delegate,
+            recent->addAction(menuText(shownName(path))), &QAction::triggered, &delegate,
             [&delegate, path] { delegate.openBinary(path); }, Qt::QueuedConnection);
     if (recent->isEmpty())
         recent->addAction(AppDelegate::tr("No files yet"))->setEnabled(false);

@@ -26,6 +26,7 @@ private slots:
     void open_ofWhatIsNoFileKeepsThePathAndSaysWhy_data();
     void open_ofWhatIsNoFileKeepsThePathAndSaysWhy();
     void recentFiles_canBeOpenedAgain();
+    void recentFiles_areShownAsTheyAreCalled();
     void exportRead_beforeAnyReadOpensNoPanel();
     void exportOutput_ofNothingOpensNoPanel();
     void exportOutput_ofPaddingAloneIsPossible();
@@ -156,6 +157,15 @@ void TestWindowFiles::recentFiles_canBeOpenedAgain() {
     velm.recentEntries().last()->trigger();
     velm.settle();
     QCOMPARE(*velm.state().output_data, QByteArray("first"));
+}
+
+void TestWindowFiles::recentFiles_areShownAsTheyAreCalled() {
+    WindowFixture velm;
+    velm.start();
+    velm.panels.answer = velm.write(QStringLiteral("a\tb.bin"), "first");
+    velm.click(velm.controls().btn_open);
+    const QString shown = velm.recentEntries().last()->text();
+    QVERIFY2(shown.endsWith(u"a\\x09b.bin"), qPrintable(shown));
 }
 
 void TestWindowFiles::exportRead_beforeAnyReadOpensNoPanel() {
