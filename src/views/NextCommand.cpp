@@ -3,6 +3,7 @@
 
 #include "views/NextCommand.h"
 
+#include "base/BoundedText.h"
 #include "settings/SettingsStore.h"
 #include "widgets/PlainToolTip.h"
 
@@ -10,6 +11,13 @@
 #include <QClipboard>
 #include <QEvent>
 #include <QGuiApplication>
+
+namespace {
+
+/// The most characters of a tip, which is to leave some of the screen free.
+constexpr qsizetype longestTip = 2000;
+
+} // namespace
 
 NextCommand::NextCommand(QWidget *parent) : QLineEdit(parent) {
     setReadOnly(true);
@@ -27,7 +35,7 @@ void NextCommand::follow(QAbstractButton *button, Operation operation) {
 }
 
 void NextCommand::copyAll() const {
-    QGuiApplication::clipboard()->setText(text());
+    QGuiApplication::clipboard()->setText(command_);
 }
 
 bool NextCommand::eventFilter(QObject *object, QEvent *event) {
@@ -57,9 +65,10 @@ Operation NextCommand::nextOperation() const {
 
 void NextCommand::showCommand() {
     const QString command = operationCommand(nextOperation(), ToolSettings::readFrom(*settings_));
-    if (command == text())
+    if (command == command_)
         return;
+    command_ = command;
     setText(command);
     setCursorPosition(0);
-    setPlainToolTip(*this, command);
+    setPlainToolTip(*this, boundedText(command, longestTip));
 }

@@ -37,4 +37,6 @@ private:
 
     SettingsStore *settings_ = nullptr;
     QHash<QAbstractButton *, Operation> operations_;
+    /// The field itself holds no more than its first 32,767 characters.
+    QString command_;
 };

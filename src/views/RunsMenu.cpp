@@ -3,7 +3,9 @@
 
 #include "views/RunsMenu.h"
 
+#include "base/BoundedText.h"
 #include "base/NumberWords.h"
+#include "base/ShownName.h"
 #include "base/TimeWords.h"
 #include "control/VerdictWords.h"
 #include "language/RunLog.h"
@@ -25,12 +27,12 @@ constexpr int recordLines = 16;
 
 QString recordOf(const RunRecord &run) {
     const QStringList lines = {
-        RunsMenu::tr("Device: %1").arg(run.device),
-        RunsMenu::tr("Result: %1").arg(run.outcome.words()),
+        RunsMenu::tr("Device: %1").arg(shownName(run.device)),
+        RunsMenu::tr("Result: %1").arg(boundedText(run.outcome.words())),
         RunsMenu::tr("Begun: %1").arg(momentWords(run.startedAt)),
         RunsMenu::tr("Ended: %1").arg(momentWords(run.endedAt)),
         RunsMenu::tr("Length of the image: %1 bytes").arg(grouped(run.imageLength)),
-        RunsMenu::tr("Command: %1").arg(run.commandLine),
+        RunsMenu::tr("Command: %1").arg(boundedText(run.commandLine)),
         RunsMenu::tr("Exit status: %1").arg(run.status),
     };
     return lines.join(u'\n');

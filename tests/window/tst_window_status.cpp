@@ -34,6 +34,7 @@ private slots:
     void nextCommand_isThatOfTheButton();
     void nextCommand_followsTheSettings();
     void nextCommand_isCopied();
+    void endlessCommand_isCopiedWhole();
     void longDevice_leavesTheWindowItsWidth();
     void commandOfTheTip_isTheCommand();
 };
@@ -264,6 +265,26 @@ void TestWindowStatus::longDevice_leavesTheWindowItsWidth() {
     velm.settings().setValue(settingsKeys::device, longest + u'W');
     velm.click(velm.controls().btn_read);
     QVERIFY(velm.controls().verdictHeading->text().endsWith(longest + QChar(0x2026)));
+    QAction *run = velm.controls().btn_runs->menu()->actions().first();
+    QVERIFY(run->text().endsWith(longest + QChar(0x2026)));
+    run->trigger();
+    const auto *record = velm.velm().window().findChild<QDialog *>(QStringLiteral("runRecord"));
+    const QString text = record->findChild<QPlainTextEdit *>()->toPlainText();
+    QVERIFY(text.startsWith(QStringLiteral("Device: ") + longest + QChar(0x2026) + u'\n'));
+}
+
+void TestWindowStatus::endlessCommand_isCopiedWhole() {
+    WindowFixture velm;
+    velm.start();
+    velm.settings().setValue(settingsKeys::device, QString(100'000, u'W'));
+    velm.click(velm.controls().btn_copy_command);
+    const QString copied = QApplication::clipboard()->text();
+    QVERIFY(copied.contains(QStringLiteral(" -p \"") + QString(100'000, u'W') +
+                            QStringLiteral("\" -w ")));
+    const QLineEdit &field = *velm.controls().nextCommand;
+    QVERIFY(field.toolTip().size() < 10'000);
+    QCOMPARE(QTextDocumentFragment::fromHtml(field.toolTip()).toPlainText(),
+             field.accessibleDescription());
 }
 
 void TestWindowStatus::commandOfTheTip_isTheCommand() {
