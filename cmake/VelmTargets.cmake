@@ -165,8 +165,8 @@ endfunction()
 # velm_test_long(<name>)
 # The test takes longest and is begun before the others, which run beside it. ctest knows of itself
 # only what has run in the same folder before. It may last six hours: variables make it longer, for
-# 10,000 runs most of an hour, and more with sanitizers. What hangs is ended by the toolkit, which
-# gives a function five minutes unless QTEST_FUNCTION_TIMEOUT tells it otherwise.
+# 10,000 runs most of an hour, and more with sanitizers. A test function that hangs is ended by the
+# toolkit after five minutes, unless QTEST_FUNCTION_TIMEOUT tells it otherwise.
 function(velm_test_long name)
     set_tests_properties(${name} PROPERTIES COST 100 TIMEOUT 21600)
 endfunction()

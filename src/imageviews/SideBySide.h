@@ -3,9 +3,8 @@
 
 #pragma once
 
-#include "imageviews/ReadOnlyImage.h"
-
 #include "imageviews/KnownImage.h"
+#include "imageviews/ReadOnlyImage.h"
 
 #include <QAction>
 #include <QObject>

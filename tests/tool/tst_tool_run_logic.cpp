@@ -4,7 +4,6 @@
 #include "ToolBench.h"
 
 #include "support/FailingCalls.h"
-
 #include "support/FileHelpers.h"
 #include "support/Privileges.h"
 #include "support/RecordingLog.h"
