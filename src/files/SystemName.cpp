@@ -18,11 +18,15 @@ Result<QByteArray> systemName(const QString &path) {
     return QFile::encodeName(path);
 }
 
+// No file system can hold what has too long a name.
+bool saysMissing(int error) {
+    return error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG;
+}
+
 bool isMissing(const QString &path) {
     const Result<QByteArray> name = systemName(path);
     struct stat facts = {};
-    return !name ||
-           (::stat(name->constData(), &facts) != 0 && (errno == ENOENT || errno == ENOTDIR));
+    return !name || (::stat(name->constData(), &facts) != 0 && saysMissing(errno));
 }
 
 Failure notRegularFile() {

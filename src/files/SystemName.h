@@ -14,8 +14,10 @@ class FileDescriptor;
 /// its end, fails like one that does not exist.
 Result<QByteArray> systemName(const QString &path);
 
+/// True if the system's number \a error, which a look at a name gave, says that nothing has it.
+bool saysMissing(int error);
 /// True if the system says that there is nothing at \a path, or behind the links there. That it
-/// cannot be asked just now is not taken for such an answer.
+/// cannot be asked just now is not taken for such an answer, and neither is a loop of links.
 bool isMissing(const QString &path);
 
 /// The failure where a folder, a device or a pipe stands and a file is needed.
