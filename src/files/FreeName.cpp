@@ -4,14 +4,31 @@
 #include "files/FreeName.h"
 
 #include "files/FileLoading.h"
-
-#include <QFileInfo>
+#include "files/SystemName.h"
 
 #include <cerrno>
+#include <sys/stat.h>
+
+namespace {
+
+/// Whether something has the name \a path; a failure if that cannot be found out.
+Result<bool> findTaken(const QString &path) {
+    const Result<QByteArray> name = systemName(path);
+    struct stat facts = {};
+    if (!name)
+        return false;
+    if (::lstat(name->constData(), &facts) == 0)
+        return true;
+    if (saysMissing(errno))
+        return false;
+    return Failure::ofSystem(errno);
+}
+
+} // namespace
 
 bool isNameTaken(const QString &path) {
-    const QFileInfo file(path);
-    return file.exists() || file.isSymLink();
+    const Result<bool> taken = findTaken(path);
+    return !taken || *taken;
 }
 
 bool holdsAlready(const QString &path, QByteArrayView bytes) {
@@ -22,14 +39,20 @@ bool holdsAlready(const QString &path, QByteArrayView bytes) {
 namespace {
 
 /// The path in \a folder of a file for \a bytes that is called \a name with \a suffix behind it, or
-/// "name-2", "name-3" and so on where a file of that name holds other bytes.
-QString freePath(const QString &folder, const QString &name, const QString &suffix,
-                 QByteArrayView bytes) {
+/// "name-2", "name-3" and so on where a file of that name holds other bytes. A look that fails
+/// ends this: in a folder that cannot be looked into no name would be a free one.
+Result<QString, UnsavedTogether> freePath(const QString &folder, const QString &name,
+                                          const QString &suffix, QByteArrayView bytes) {
     const QString begin = folder + u'/' + name;
     QString path = begin + suffix;
-    for (int number = 2; isNameTaken(path) && !holdsAlready(path, bytes); ++number)
+    for (int number = 2;; ++number) {
+        const Result<bool> taken = findTaken(path);
+        if (const Failure *failure = taken.failure())
+            return UnsavedTogether{path, *failure, {}};
+        if (!*taken || holdsAlready(path, bytes))
+            return path;
         path = begin + QStringLiteral("-%1").arg(number) + suffix;
-    return path;
+    }
 }
 
 } // namespace
@@ -37,15 +60,15 @@ QString freePath(const QString &folder, const QString &name, const QString &suff
 Result<QString, UnsavedTogether> saveUnderFreeName(const QString &folder, const QString &name,
                                                    const QString &suffix, const QByteArray &bytes) {
     while (true) {
-        const QString path = freePath(folder, name, suffix, bytes);
-        if (holdsAlready(path, bytes))
+        const Result<QString, UnsavedTogether> path = freePath(folder, name, suffix, bytes);
+        if (!path || holdsAlready(*path, bytes))
             return path;
         const Result<void, UnsavedTogether> saved =
-            saveTogether({{path, bytes}}, Replacing::Refused);
+            saveTogether({{*path, bytes}}, Replacing::Refused);
         const UnsavedTogether *unsaved = saved.failure();
         if (!unsaved)
             return path;
-        const bool wasTakenMeanwhile = unsaved->failure.systemError == EEXIST && isNameTaken(path);
+        const bool wasTakenMeanwhile = unsaved->failure.systemError == EEXIST && isNameTaken(*path);
         if (!wasTakenMeanwhile)
             return *unsaved;
     }

@@ -10,7 +10,8 @@
 #include <QByteArrayView>
 #include <QString>
 
-/// True if something has the name \a path, be it a link to nothing.
+/// True if something has the name \a path, be it a link to nothing. A name that cannot be looked at
+/// counts as taken.
 bool isNameTaken(const QString &path);
 
 /// True if the file at \a path holds just \a bytes. One that cannot be read counts as another one.

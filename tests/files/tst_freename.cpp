@@ -23,6 +23,11 @@ private slots:
     void aFileOfTheseBytes_isTheOne();
     void aFileThatComesMeanwhile_stays();
     void aFailure_namesThePath();
+    void aFolderThatCannotBeLookedInto_isTold();
+    void aLookThatFails_isTold();
+    void aName_isTakenOrFree_data();
+    void aName_isTakenOrFree();
+    void aName_isNotFreeWhateverFails();
 
 private:
     QString path(const char *name) const { return folder_->filePath(QLatin1String(name)); }
@@ -88,6 +93,56 @@ void TestFreeName::aFailure_namesThePath() {
     QCOMPARE(saved.failure()->path, path("rom.bin"));
     QCOMPARE(saved.failure()->failure.systemError, ENOSPC);
     QCOMPARE(files(), QStringList());
+}
+
+// No number behind the name would lead to a free one.
+void TestFreeName::aFolderThatCannotBeLookedInto_isTold() {
+    QVERIFY(QFile::link(QStringLiteral("loop"), path("loop")));
+    const auto saved =
+        saveUnderFreeName(path("loop"), QStringLiteral("rom"), QStringLiteral(".bin"), "new");
+    QVERIFY(saved.failure());
+    QCOMPARE(saved.failure()->path, path("loop/rom.bin"));
+    QCOMPARE(saved.failure()->failure.systemError, ELOOP);
+}
+
+void TestFreeName::aLookThatFails_isTold() {
+    const FailingCalls failing(1, FailingCalls::Mishap::Fails, EIO);
+    const auto saved = save("new");
+    QVERIFY(saved.failure());
+    QCOMPARE(saved.failure()->path, path("rom.bin"));
+    QCOMPARE(saved.failure()->failure.systemError, EIO);
+    QCOMPARE(files(), QStringList());
+}
+
+void TestFreeName::aName_isTakenOrFree_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("taken");
+    QTest::newRow("a file") << QStringLiteral("rom.bin") << true;
+    QTest::newRow("a folder") << QStringLiteral(".") << true;
+    QTest::newRow("a link to nothing") << QStringLiteral("link") << true;
+    QTest::newRow("nothing") << QStringLiteral("nothing") << false;
+    QTest::newRow("in no folder") << QStringLiteral("nothing/rom.bin") << false;
+    QTest::newRow("below a file") << QStringLiteral("rom.bin/below") << false;
+    QTest::newRow("too long a name") << QString(256, u'x') << false;
+    QTest::newRow("a null character") << QStringLiteral("rom.bin") + QChar(QChar::Null) << false;
+}
+
+void TestFreeName::aName_isTakenOrFree() {
+    QFETCH(QString, name);
+    QFETCH(bool, taken);
+    QVERIFY(writeWholeFile(path("rom.bin"), "other"));
+    QVERIFY(QFile::link(path("nowhere"), path("link")));
+    QCOMPARE(isNameTaken(folder_->filePath(name)), taken);
+}
+
+void TestFreeName::aName_isNotFreeWhateverFails() {
+    QVERIFY(writeWholeFile(path("rom.bin"), "other"));
+    bool hasStruck = true;
+    for (int call = 1; hasStruck; ++call) {
+        const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+        QVERIFY(isNameTaken(path("rom.bin")));
+        hasStruck = failing.hasStruck();
+    }
 }
 
 QTEST_GUILESS_MAIN(TestFreeName)
