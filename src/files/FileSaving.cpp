@@ -13,6 +13,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -35,6 +36,23 @@ Result<UnfinishedFile> writeBeside(const QString &path, const QByteArray &bytes,
     if (const Result<void> flushed = flushToDisk(file->descriptor()); !flushed)
         return *flushed.failure();
     return file;
+}
+
+/// Fails if there is something at \a name, over links, that no saved file may take the place of,
+/// and if that is not known.
+Result<void> mayReplace(const QByteArray &name, Durability durability) {
+    struct stat facts = {};
+    if (::stat(name.constData(), &facts) != 0)
+        return saysMissing(errno) ? Result<void>() : Failure::ofSystem(errno);
+    // The new file takes the place of whatever has the name, a device node included.
+    if (!S_ISREG(facts.st_mode))
+        return notRegularFile();
+    // The lock of the settings refuses as much. The others that need not outlive a power failure
+    // are made anew at each start, and nobody would protect them.
+    if (durability == Durability::PowerFailure &&
+        ::faccessat(AT_FDCWD, name.constData(), W_OK, AT_EACCESS) != 0)
+        return Failure::ofSystem(errno);
+    return {};
 }
 
 /// A name that the disk refuses is not kept until the next failure of power shows it.
@@ -63,20 +81,14 @@ QString behindLinks(const QString &path) {
 
 Result<UnfinishedFile> unfinishedFile(const QString &path, const QByteArray &bytes,
                                       Durability durability, Links links) {
-    // The new file takes the place of whatever has the name, a device node included.
-    const QFileInfo target(path);
-    if (target.exists() && !target.isFile())
-        return notRegularFile();
     const Result<QByteArray> name = systemName(path);
     if (const Failure *failure = name.failure())
         return *failure;
+    if (const Result<void> allowed = mayReplace(*name, durability); !allowed)
+        return *allowed.failure();
+    const QFileInfo target(path);
     if (target.fileName().isEmpty())
         return Failure::ofSystem(ENOENT);
-    // The lock of the settings refuses as much. The others that need not outlive a power failure
-    // are made anew at each start, and nobody would protect them.
-    if (durability == Durability::PowerFailure && target.exists() &&
-        ::faccessat(AT_FDCWD, name->constData(), W_OK, AT_EACCESS) != 0)
-        return Failure::ofSystem(errno);
     const QString place = links == Links::Followed ? behindLinks(path) : target.absoluteFilePath();
     return writeBeside(place, bytes, durability);
 }

@@ -20,7 +20,8 @@ enum class Links {
 /// that is replaced, unless \a links says otherwise; owner, group and permissions of an existing
 /// file are kept, and what could not be given to its group is given to nobody. With
 /// Durability::PowerFailure a file that the user may not write to is refused, whatever its folder
-/// would allow. Anything but a regular file (a folder, a device, a pipe) is refused.
+/// would allow. Anything but a regular file (a folder, a device, a pipe) is refused, and so is what
+/// cannot be looked at.
 ///
 /// With Durability::PowerFailure the disk has taken the bytes before they take the place, and the
 /// name behind that. If it refuses the name, the old file is put back, and where that fails as well

@@ -36,6 +36,11 @@ private slots:
     void oldFile_keepsItsPermissionsAndLinks_data() { durabilities(); }
     void oldFile_keepsItsPermissionsAndLinks();
     void protectedFile_isRefused();
+    void protectedFile_staysWhateverFails();
+    void fifo_staysWhateverFails_data() { durabilities(); }
+    void fifo_staysWhateverFails();
+    void linkToNothing_leadsToTheNewFile_data() { durabilities(); }
+    void linkToNothing_leadsToTheNewFile();
     void privateFile_staysPrivateWhateverFails_data() { durabilities(); }
     void privateFile_staysPrivateWhateverFails();
     void folder_staysWhereItIs_data() { durabilities(); }
@@ -124,6 +129,53 @@ void TestFileSaving::protectedFile_isRefused() {
     }
     QCOMPARE(readWholeFile(path()), oldBytes);
     QCOMPARE(filesLeft(), QStringList(QStringLiteral("a.bin")));
+}
+
+// A toolkit that looks in two ways has both fail.
+void TestFileSaving::protectedFile_staysWhateverFails() {
+    QVERIFY(writeWholeFile(path(), oldBytes));
+    QCOMPARE(::chmod(QFile::encodeName(path()).constData(), 0444), 0);
+    QCOMPARE(::chmod(QFile::encodeName(folder_->path()).constData(), 0777), 0);
+    const UnprivilegedUser user;
+    QVERIFY(user.isValid());
+    for (const int later : {0, 1, 2}) {
+        bool struck = true;
+        for (int call = 1; struck; ++call) {
+            FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+            failing.failAgain(later);
+            QVERIFY2(!saveWholeFile(path(), newBytes), failing.struckCall().constData());
+            struck = failing.hasStruck();
+        }
+    }
+    QCOMPARE(readWholeFile(path()), oldBytes);
+}
+
+void TestFileSaving::fifo_staysWhateverFails() {
+    QFETCH(Durability, durability);
+    QCOMPARE(::mkfifo(QFile::encodeName(path()).constData(), 0600), 0);
+    bool struck = true;
+    for (int call = 1; struck; ++call) {
+        QByteArray name;
+        {
+            const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+            QVERIFY2(!saveWholeFile(path(), newBytes, durability),
+                     failing.struckCall().constData());
+            struck = failing.hasStruck();
+            name = failing.struckCall();
+        }
+        struct stat facts = {};
+        QCOMPARE(::stat(QFile::encodeName(path()).constData(), &facts), 0);
+        QVERIFY2(S_ISFIFO(facts.st_mode), name.constData());
+    }
+}
+
+void TestFileSaving::linkToNothing_leadsToTheNewFile() {
+    QFETCH(Durability, durability);
+    const QString link = folder_->filePath(QStringLiteral("link"));
+    QVERIFY(QFile::link(path(), link));
+    QCOMPARE(outcomeOf(saveWholeFile(link, newBytes, durability)), QStringLiteral("saved"));
+    QCOMPARE(QFileInfo(link).symLinkTarget(), path());
+    QCOMPARE(readWholeFile(path()), newBytes);
 }
 
 void TestFileSaving::privateFile_staysPrivateWhateverFails() {
