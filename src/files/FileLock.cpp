@@ -4,6 +4,7 @@
 #include "files/FileLock.h"
 
 #include "base/FileDescriptor.h"
+#include "files/FileRights.h"
 #include "files/SystemName.h"
 
 #include <QCoreApplication>
@@ -28,6 +29,7 @@ Result<FileDescriptor> openToReplace(const QByteArray &name) {
     FileDescriptor made(::open(name.constData(), flags, modeOfNewFiles));
     if (!made.isOpen())
         return Failure::ofSystem(errno);
+    giveToOwner(made.get());
     return made;
 }
 

@@ -18,10 +18,13 @@ namespace {
 /// Without those by which a program acts as its owner: writing into a file takes them, too.
 constexpr mode_t permissionBits = S_IRWXU | S_IRWXG | S_IRWXO;
 
+/// What the program needs to read and to replace a file that it has made.
+constexpr mode_t ownersBits = S_IRUSR | S_IWUSR;
+
 mode_t modeOfOneMadeAnew() {
     const mode_t mask = ::umask(0);
     ::umask(mask);
-    return modeOfNewFiles & ~mask;
+    return (modeOfNewFiles & ~mask) | ownersBits;
 }
 
 /// The owner and group of \a old. True if at least the group is that of \a old now.
@@ -55,6 +58,14 @@ bool giveAccessList(const QByteArray &path, int file) {
 }
 
 } // namespace
+
+// One whose rights are not known gets none for others.
+void giveToOwner(int file) {
+    struct stat facts = {};
+    if (::fstat(file, &facts) == 0 && (facts.st_mode & ownersBits) == ownersBits)
+        return;
+    ::fchmod(file, (facts.st_mode & permissionBits) | ownersBits);
+}
 
 void giveRightsOf(const QByteArray &path, int file) {
     struct stat old = {};

@@ -26,6 +26,11 @@ QString outcomeOf(const Taken &taken) {
     return taken ? QStringLiteral("taken") : taken.failure()->reason;
 }
 
+uint rightsOf(const QString &path) {
+    struct stat facts = {};
+    return ::stat(QFile::encodeName(path).constData(), &facts) == 0 ? facts.st_mode & 0777U : 0U;
+}
+
 /// Adds one to the number in the file at \a path, \a times times.
 void count(const QString &path, int times) {
     for (int done = 0; done < times;) {
@@ -47,6 +52,9 @@ private slots:
     void init();
     void lock_goesWithItsHolder();
     void missingFile_isMade();
+    void missingFile_isMadeForItsOwnerWhateverTheUmask_data();
+    void missingFile_isMadeForItsOwnerWhateverTheUmask();
+    void existingFile_keepsItsRights();
     void otherHolder_isWaitedForAsLongAsSaid();
     void fileReplacedMeanwhile_isLockedAnew();
     void countersAtOnce_loseNothing();
@@ -85,6 +93,34 @@ void TestFileLock::missingFile_isMade() {
     QVERIFY(QFileInfo(missing).isFile());
     QCOMPARE(outcomeOf(FileLock::take(missing, 0ms)),
              QStringLiteral("Another program is changing it"));
+}
+
+void TestFileLock::missingFile_isMadeForItsOwnerWhateverTheUmask_data() {
+    QTest::addColumn<uint>("mask");
+    QTest::addColumn<uint>("mode");
+    QTest::newRow("nothing is taken from the owner") << 0027U << 0640U;
+    QTest::newRow("the owner may not write") << 0277U << 0600U;
+    QTest::newRow("all is taken") << 0777U << 0600U;
+}
+
+void TestFileLock::missingFile_isMadeForItsOwnerWhateverTheUmask() {
+    QFETCH(uint, mask);
+    QFETCH(uint, mode);
+    const QString missing = folder_->filePath(QStringLiteral("new.conf"));
+    const mode_t before = ::umask(mode_t(mask));
+    const Taken taken = FileLock::take(missing, 0ms);
+    QCOMPARE(::umask(before), mode_t(mask)); // as it was
+    QCOMPARE(outcomeOf(taken), QStringLiteral("taken"));
+    QCOMPARE(rightsOf(missing), mode);
+}
+
+void TestFileLock::existingFile_keepsItsRights() {
+    QCOMPARE(chmod(QFile::encodeName(path()).constData(), 0640), 0);
+    const mode_t before = ::umask(0777);
+    const Taken taken = FileLock::take(path(), 0ms);
+    ::umask(before);
+    QCOMPARE(outcomeOf(taken), QStringLiteral("taken"));
+    QCOMPARE(rightsOf(path()), 0640U);
 }
 
 void TestFileLock::otherHolder_isWaitedForAsLongAsSaid() {

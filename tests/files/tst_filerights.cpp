@@ -48,6 +48,8 @@ class TestFileRights : public QObject {
 
 private slots:
     void init() { folder_ = std::make_unique<QTemporaryDir>(); }
+    void newFile_isItsOwnersWhateverTheUmask_data();
+    void newFile_isItsOwnersWhateverTheUmask();
     void oldFile_keepsItsGroup_data() { durabilities(); }
     void oldFile_keepsItsGroup();
     void oldFile_keepsItsAccessList_data() { durabilities(); }
@@ -68,6 +70,34 @@ void TestFileRights::durabilities() {
     QTest::addColumn<Durability>("durability");
     QTest::newRow("for a power failure") << Durability::PowerFailure;
     QTest::newRow("for the program's end") << Durability::ProgramEnd;
+}
+
+void TestFileRights::newFile_isItsOwnersWhateverTheUmask_data() {
+    QTest::addColumn<Durability>("durability");
+    QTest::addColumn<uint>("mask");
+    QTest::addColumn<uint>("mode");
+    const auto rows = [](const char *durability, Durability value) {
+        const auto row = [=](uint mask, uint mode) {
+            QTest::addRow("%s, a umask of %03o", durability, mask) << value << mask << mode;
+        };
+        row(0022, 0644);
+        row(0200, 0666);
+        row(0277, 0600);
+        row(0777, 0600);
+    };
+    rows("for a power failure", Durability::PowerFailure);
+    rows("for the program's end", Durability::ProgramEnd);
+}
+
+void TestFileRights::newFile_isItsOwnersWhateverTheUmask() {
+    QFETCH(Durability, durability);
+    QFETCH(uint, mask);
+    QFETCH(uint, mode);
+    const mode_t before = ::umask(mode_t(mask));
+    const Result<void> saved = saveWholeFile(path(), newBytes, durability);
+    QCOMPARE(::umask(before), mode_t(mask)); // as it was
+    QVERIFY(saved);
+    QCOMPARE(factsOf(path()).st_mode & 0777u, mode);
 }
 
 void TestFileRights::oldFile_keepsItsGroup() {

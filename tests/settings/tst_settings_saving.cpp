@@ -17,6 +17,7 @@
 #include <cerrno>
 #include <sys/stat.h>
 #include <thread>
+#include <utility>
 
 using namespace settingsKeys;
 
@@ -30,6 +31,8 @@ private slots:
     void fileWhereTheFolderShouldBe_isReportedOnce();
     void readOnlyFolder_keepsTheValueForThisRun();
     void readOnlyFile_isNotReplaced();
+    void umaskThatTakesFromTheOwner_isNoObstacle_data();
+    void umaskThatTakesFromTheOwner_isNoObstacle();
     void fullDisk_isReportedAgainAfterARecovery();
     void twoStores_keepEachOthersKeys();
     void anotherProgramsKeys_areKeptAndAnnounced();
@@ -126,6 +129,30 @@ void TestSettingsSaving::readOnlyFile_isNotReplaced() {
     QCOMPARE(problems.size(), 1);
     QVERIFY(store.boolValue(pad));
     QCOMPARE(readWholeFile(path()), QByteArray("[General]\npad=false\n"));
+}
+
+void TestSettingsSaving::umaskThatTakesFromTheOwner_isNoObstacle_data() {
+    QTest::addColumn<uint>("mask");
+    QTest::newRow("the owner may not write") << 0277U;
+    QTest::newRow("all is taken") << 0777U;
+}
+
+void TestSettingsSaving::umaskThatTakesFromTheOwner_isNoObstacle() {
+    QFETCH(uint, mask);
+    allow(0777);
+    const UnprivilegedUser user;
+    QVERIFY(user.isValid());
+    const mode_t before = ::umask(mode_t(mask));
+    int problems = 0;
+    for (const auto &[key, value] : {std::pair(pad, false), std::pair(skipErase, true)}) {
+        SettingsStore store(path());
+        const QSignalSpy said(&store, &SettingsStore::problem);
+        store.setValue(key, value);
+        problems += int(said.size());
+    }
+    ::umask(before);
+    QCOMPARE(problems, 0);
+    QCOMPARE(readWholeFile(path()), QByteArray("[General]\npad=false\nskipErase=true\n"));
 }
 
 void TestSettingsSaving::fullDisk_isReportedAgainAfterARecovery() {
