@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -35,8 +36,13 @@ Result<void> giveToOwner(const QByteArray &name) {
 }
 
 Result<void> makeLast(const QByteArray &name) {
-    if (::mkdir(name.constData(), theOwnerAlone) == 0)
-        return giveToOwner(name);
+    if (::mkdir(name.constData(), theOwnerAlone) == 0) {
+        const Result<void> given = giveToOwner(name);
+        // The next one who asks would take it for one that can be used.
+        if (!given)
+            ::rmdir(name.constData());
+        return given;
+    }
     const int error = errno;
     // Another program may have been faster.
     if (leadsToFolder(name))

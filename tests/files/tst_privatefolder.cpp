@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cerrno>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 
@@ -20,6 +21,7 @@ class TestPrivateFolder : public QObject {
 private slots:
     void newFolders_areTheUsersAlone_data();
     void newFolders_areTheUsersAlone();
+    void folderThatCannotBeGivenToItsOwner_doesNotStay();
     void newFolders_areOpenToNoAccessList();
     void folderMadeMeanwhile_isTaken();
     void existingFolders_stayAsTheyAre();
@@ -31,6 +33,13 @@ namespace {
 mode_t permissionsOf(const QString &path) {
     struct stat facts = {};
     return ::stat(QFile::encodeName(path).constData(), &facts) == 0 ? facts.st_mode & 0777U : 0U;
+}
+
+/// Makes the folder at \a path with the umask \a mask, which stays as it is.
+Result<void> makeUnder(mode_t mask, const QString &path) {
+    const mode_t before = ::umask(mask);
+    Result<void> made = makePrivateFolder(path);
+    return ::umask(before) == mask ? made : Failure{QStringLiteral("the umask was changed")};
 }
 
 /// As the system keeps an access list: its version, then what, which rights and whose. The user,
@@ -56,12 +65,33 @@ void TestPrivateFolder::newFolders_areTheUsersAlone_data() {
 void TestPrivateFolder::newFolders_areTheUsersAlone() {
     QFETCH(uint, mask);
     const QTemporaryDir home;
-    const mode_t before = ::umask(mode_t(mask));
-    const Result<void> made = makePrivateFolder(home.filePath(QStringLiteral("a/b/c")));
-    QCOMPARE(::umask(before), mode_t(mask)); // as it was
-    QVERIFY(made);
+    QVERIFY(makeUnder(mode_t(mask), home.filePath(QStringLiteral("a/b/c"))));
     for (const char *folder : {"a", "a/b", "a/b/c"})
         QCOMPARE(permissionsOf(home.filePath(QLatin1String(folder))), mode_t(0700));
+}
+
+void TestPrivateFolder::folderThatCannotBeGivenToItsOwner_doesNotStay() {
+    bool chmodHasFailed = false;
+    bool struck = true;
+    for (int call = 1; struck; ++call) {
+        const QTemporaryDir home;
+        const QString folder = home.filePath(QStringLiteral("a/b"));
+        Result<void> made;
+        QByteArray name;
+        {
+            const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+            made = makeUnder(0777, folder);
+            struck = failing.hasStruck();
+            name = failing.struckCall();
+        }
+        QVERIFY2(!made || permissionsOf(folder) == 0700U, name.constData());
+        QVERIFY2(made || made.failure()->systemError == EIO, name.constData());
+        chmodHasFailed = chmodHasFailed || (!made && name == "fchmodat");
+        QVERIFY2(makeUnder(0777, folder), name.constData());
+        for (const char *each : {"a", "a/b"})
+            QVERIFY2(permissionsOf(home.filePath(QLatin1String(each))) == 0700U, name.constData());
+    }
+    QVERIFY(chmodHasFailed);
 }
 
 void TestPrivateFolder::newFolders_areOpenToNoAccessList() {

@@ -409,6 +409,10 @@ int chmod(const char *path, mode_t mode) noexcept {
     return changing<int(const char *, mode_t)>("chmod", path, mode);
 }
 
+int fchmodat(int folder, const char *path, mode_t mode, int flags) noexcept {
+    return changing<int(int, const char *, mode_t, int)>("fchmodat", folder, path, mode, flags);
+}
+
 int link(const char *from, const char *to) noexcept {
     return changing<int(const char *, const char *)>("link", from, to);
 }
