@@ -26,15 +26,17 @@ namespace {
 constexpr int keyDigits = 16;
 
 /// The same folder may be reached over links, and may not exist yet: what exists of the path is
-/// made canonical, so that the key is the same before and after the folder is first created.
+/// made canonical, so that the key is the same before and after the folder is first created. A path
+/// that cannot be looked at stays as it is.
 QString canonicalName(const QString &folder) {
     QString existing = QDir::cleanPath(QDir().absoluteFilePath(folder));
     QString rest;
-    while (!QFileInfo::exists(existing) && existing != u"/") {
+    while (isMissing(existing) && existing != u"/") {
         rest.prepend(u'/' + QFileInfo(existing).fileName());
         existing = QFileInfo(existing).path();
     }
-    return QFileInfo(existing).canonicalFilePath() + rest;
+    const QString canonical = QFileInfo(existing).canonicalFilePath();
+    return (canonical.isEmpty() ? existing : canonical) + rest;
 }
 
 QString lockKey(const QString &folder) {

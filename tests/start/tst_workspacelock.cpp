@@ -79,7 +79,6 @@ private slots:
     void aNameThatIsCutShort_isNoFolder();
     void aFolderThatIsThere_isTakenOnceFromEverywhere();
     void aFolderMadeByTwo_isHeldByOne();
-    void theKey_isTheSameBeforeAndAfterTheFolderExists();
     void theTemporaryFolder_isNotTouched();
     void aRuntimeFolderThatIsMissing_isSaid();
     void aRuntimeFolderOpenToOthers_isLeftAlone();
@@ -165,19 +164,6 @@ void TestWorkspaceLock::aFolderMadeByTwo_isHeldByOne() {
     QCOMPARE(holderOf(first), another);
     WorkspaceLock third(workspace, folder.path());
     QCOMPARE(holderOf(third), another);
-}
-
-void TestWorkspaceLock::theKey_isTheSameBeforeAndAfterTheFolderExists() {
-    const QTemporaryDir folder;
-    QVERIFY(QDir().mkpath(folder.filePath(QStringLiteral("real"))));
-    const QString link = folder.filePath(QStringLiteral("link"));
-    QVERIFY(QFile::link(folder.filePath(QStringLiteral("real")), link));
-    const QString workspace = link + QStringLiteral("/deep/workspace");
-    const QString before = WorkspaceLock(workspace, runtime_.path()).address().path;
-    QVERIFY(QDir().mkpath(workspace));
-    QCOMPARE(WorkspaceLock(workspace, runtime_.path()).address().path, before);
-    const QString direct = folder.filePath(QStringLiteral("real/deep/workspace"));
-    QCOMPARE(WorkspaceLock(direct, runtime_.path()).address().path, before);
 }
 
 void TestWorkspaceLock::theTemporaryFolder_isNotTouched() {
