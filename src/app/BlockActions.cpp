@@ -12,8 +12,7 @@
 #include "control/Messages.h"
 #include "control/UserFiles.h"
 #include "files/ByteBuffer.h"
-#include "files/FileLoading.h"
-#include "files/FileStamp.h"
+#include "files/StampedFile.h"
 #include "grid/GridSteps.h"
 #include "grid/GridView.h"
 #include "grid/ShownTab.h"
@@ -165,16 +164,14 @@ void BlockActions::insertFile() {
 void BlockActions::loadFile(const QString &path) {
     if (refusesElseCommits())
         return;
-    const std::optional<FileStamp> stamp = FileStamp::of(path);
-    const auto loaded = loadWholeFile(path);
+    const Result<StampedFile> loaded = loadStamped(path);
     if (const Failure *failure = loaded.failure())
         return with_.messages.say(Topic::BlockRefused,
                                   tr("%1 could not be read, so nothing was inserted: %2")
                                       .arg(QDir::toNativeSeparators(path), failure->reason));
     if (insertWindow_)
         insertWindow_->close();
-    insertWindow_ =
-        new InsertFileWindow({path, *loaded, stamp}, placeForBytes(), imageSize(), &with_.window);
+    insertWindow_ = new InsertFileWindow(*loaded, placeForBytes(), imageSize(), &with_.window);
     connect(insertWindow_, &InsertFileWindow::chosen, this, &BlockActions::insert);
     connect(&with_.delegate, &AppDelegate::imageToBurnChanged, insertWindow_,
             [this, window = insertWindow_.data()] { window->setImageSize(imageSize()); });

@@ -12,9 +12,9 @@
 #include "control/Messages.h"
 #include "control/UserFiles.h"
 #include "devices/ChipInquiry.h"
-#include "files/FileLoading.h"
 #include "files/FreeName.h"
 #include "files/PrivateFolder.h"
+#include "files/StampedFile.h"
 #include "files/SuggestedName.h"
 #include "files/UnfinishedFile.h"
 #include "formats/RecordFormat.h"
@@ -31,7 +31,6 @@
 #include <QFileInfo>
 #include <QPointer>
 
-#include <optional>
 #include <utility>
 
 namespace {
@@ -78,17 +77,16 @@ void FileImport::load(const QString &path) {
     if (with_.gate.refuses())
         return;
     with_.messages.happened(Event::ImportAsked);
-    const std::optional<FileStamp> stamp = FileStamp::of(path);
-    const auto loaded = loadWholeFile(path);
+    const Result<StampedFile> loaded = loadStamped(path);
     if (const Failure *failure = loaded.failure())
         with_.messages.say(Topic::Import,
                            tr("%1 could not be read, so nothing was imported: %2")
                                .arg(QDir::toNativeSeparators(path), failure->reason));
     else
-        show({path, *loaded, stamp});
+        show(*loaded);
 }
 
-void FileImport::show(const ImportWindow::File &file) {
+void FileImport::show(const StampedFile &file) {
     const quint8 fill = compositionInputs(with_.delegate.outlets, with_.settings).padByte();
     auto *window = new ImportWindow(file, {fill, knownChip(with_)}, &with_.window);
     connect(window, &ImportWindow::rawChosen, this,
@@ -105,13 +103,12 @@ void FileImport::choosePart(ImportWindow &window) {
     with_.files.openForImport(&window, [shown = QPointer(&window)](const QString &path) {
         if (!shown)
             return;
-        const std::optional<FileStamp> stamp = FileStamp::of(path);
-        const auto loaded = loadWholeFile(path);
+        const Result<StampedFile> loaded = loadStamped(path);
         if (const Failure *failure = loaded.failure())
             shown->showProblem(tr("%1 could not be read: %2")
                                    .arg(QDir::toNativeSeparators(path), failure->reason));
         else
-            shown->addPart({path, *loaded, stamp});
+            shown->addPart(*loaded);
     });
 }
 

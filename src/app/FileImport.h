@@ -7,6 +7,7 @@
 #include "exchange/ImportWindow.h"
 #include "files/ByteBuffer.h"
 #include "files/OpenedFileWatch.h"
+#include "files/StampedFile.h"
 
 #include <QObject>
 #include <QStringList>
@@ -37,7 +38,7 @@ public:
 
 private:
     void load(const QString &path);
-    void show(const ImportWindow::File &file);
+    void show(const StampedFile &file);
     void choosePart(ImportWindow &window);
     void take(const ByteBuffer &image, ImportWindow &from);
     void openBinary(const QString &path, ImportWindow &from);

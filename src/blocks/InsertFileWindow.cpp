@@ -17,7 +17,7 @@
 
 #include <utility>
 
-InsertFileWindow::InsertFileWindow(File file, std::optional<qint64> offset, qint64 imageSize,
+InsertFileWindow::InsertFileWindow(StampedFile file, std::optional<qint64> offset, qint64 imageSize,
                                    QWidget *window)
     : QDialog(window),
       controls_(std::make_unique<Ui::InsertFileWindow>()),

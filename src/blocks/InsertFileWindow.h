@@ -4,8 +4,7 @@
 #pragma once
 
 #include "base/Result.h"
-#include "files/ByteBuffer.h"
-#include "files/FileStamp.h"
+#include "files/StampedFile.h"
 #include "image/BlockChange.h"
 
 #include <QDialog>
@@ -25,16 +24,10 @@ class InsertFileWindow final : public QDialog {
     Q_OBJECT
 
 public:
-    /// A file to insert.
-    struct File {
-        QString path;
-        ByteBuffer bytes;               ///< not null
-        std::optional<FileStamp> stamp; ///< of the file when they were read
-    };
-
-    /// Into an image of \a imageSize bytes; \a offset is offered, if there is one, and addresses
-    /// may be typed from there. Beside \a window.
-    InsertFileWindow(File file, std::optional<qint64> offset, qint64 imageSize, QWidget *window);
+    /// Inserts \a file into an image of \a imageSize bytes; \a offset is offered, if there is one,
+    /// and addresses may be typed from there. Beside \a window.
+    InsertFileWindow(StampedFile file, std::optional<qint64> offset, qint64 imageSize,
+                     QWidget *window);
     ~InsertFileWindow() override;
 
     Ui::InsertFileWindow &controls() { return *controls_; }
@@ -64,7 +57,7 @@ private:
     void insert();
 
     std::unique_ptr<Ui::InsertFileWindow> controls_;
-    File file_;
+    StampedFile file_;
     const qint64 cursor_;
     qint64 imageSize_;
 };

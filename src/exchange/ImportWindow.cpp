@@ -30,7 +30,7 @@ constexpr int foundLines = 7;
 
 } // namespace
 
-ImportWindow::ImportWindow(const File &file, const Offers &offers, QWidget *window)
+ImportWindow::ImportWindow(const StampedFile &file, const Offers &offers, QWidget *window)
     : QDialog(window),
       controls_(std::make_unique<Ui::ImportWindow>()),
       path_(file.path),
@@ -129,7 +129,7 @@ QString ImportWindow::name() const {
     return isJoining() ? wholeName(name) : name;
 }
 
-void ImportWindow::addPart(const File &file) {
+void ImportWindow::addPart(const StampedFile &file) {
     const QString name = QFileInfo(file.path).fileName();
     if (controls_->parts->has(file.path))
         return showProblem(tr("%1 is one of the parts already.").arg(name));

@@ -9,6 +9,7 @@
 #include "exchange/RecordImport.h"
 #include "files/ByteBuffer.h"
 #include "files/FileStamp.h"
+#include "files/StampedFile.h"
 #include "formats/RecordFormat.h"
 
 #include <QDialog>
@@ -30,14 +31,6 @@ class ImportWindow final : public QDialog {
     Q_OBJECT
 
 public:
-    /// A file to import.
-    struct File {
-        QString path;
-        ByteBuffer bytes; ///< not null
-        /// Of the file before its bytes were read.
-        std::optional<FileStamp> stamp;
-    };
-
     /// What is offered.
     struct Offers {
         quint8 fill = erasedByte; ///< for the gaps
@@ -45,7 +38,7 @@ public:
     };
 
     /// Beside \a window.
-    ImportWindow(const File &file, const Offers &offers, QWidget *window);
+    ImportWindow(const StampedFile &file, const Offers &offers, QWidget *window);
     ~ImportWindow() override;
 
     /// The bytes may be for another chip than before.
@@ -63,7 +56,7 @@ public:
     QString name() const;
 
     /// Adds \a file to those that are joined.
-    void addPart(const File &file);
+    void addPart(const StampedFile &file);
     /// Says \a sentence: why the bytes were not taken.
     void showProblem(const QString &sentence);
 

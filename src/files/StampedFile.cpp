@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "files/StampedFile.h"
+
+#include "files/FileLoading.h"
+
+Result<StampedFile> loadStamped(const QString &path) {
+    const std::optional<FileStamp> stamp = FileStamp::of(path);
+    const Result<ByteBuffer> loaded = loadWholeFile(path);
+    if (const Failure *failure = loaded.failure())
+        return *failure;
+    return StampedFile{path, *loaded, stamp};
+}
