@@ -4,6 +4,7 @@
 #include "devices/DeviceListView.h"
 
 #include "base/ShownName.h"
+#include "widgets/EnterKey.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -55,7 +56,7 @@ void DeviceListView::selectFirst() {
 }
 
 void DeviceListView::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (isEnter(*event)) {
         emit enterPressed();
         return;
     }

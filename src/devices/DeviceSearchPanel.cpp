@@ -6,6 +6,7 @@
 #include "devices/device_searcher.h"
 
 #include "ui_DeviceSearchPanel.h"
+#include "widgets/EnterKey.h"
 
 #include <QKeyEvent>
 #include <QShowEvent>
@@ -82,7 +83,7 @@ bool DeviceSearchPanel::eventFilter(QObject *field, QEvent *event) {
     if (event->type() != QEvent::KeyPress)
         return QDialog::eventFilter(field, event);
     const auto *key = static_cast<QKeyEvent *>(event);
-    return key->isAutoRepeat() && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter);
+    return key->isAutoRepeat() && isEnter(*key);
 }
 
 // Keys that the fields do not take come here.

@@ -6,6 +6,7 @@
 #include "grid/EntryEnd.h"
 #include "grid/GridColumns.h"
 #include "grid/GridView.h"
+#include "widgets/EnterKey.h"
 
 #include <QAction>
 #include <QKeyEvent>
@@ -107,8 +108,7 @@ void GridEntries::updateEditorGeometry(QWidget *editor, const QStyleOptionViewIt
 
 bool GridEntries::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::KeyPress && watched == editor_) {
-        const int key = static_cast<const QKeyEvent *>(event)->key();
-        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        if (isEnter(*static_cast<const QKeyEvent *>(event))) {
             endEntry();
             return true;
         }

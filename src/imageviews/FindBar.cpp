@@ -7,6 +7,7 @@
 #include "grid/GridView.h"
 #include "imageviews/FindWords.h"
 #include "widgets/Announcement.h"
+#include "widgets/EnterKey.h"
 #include "widgets/FixedFont.h"
 #include "widgets/Icons.h"
 #include "widgets/MenuKeys.h"
@@ -26,10 +27,6 @@ enum PatternKind { HexadecimalPattern, Text8, Text16 };
 
 /// A pause in typing: each key cuts short what is being spoken.
 constexpr std::chrono::milliseconds announcementDelay{400};
-
-bool isEnter(const QKeyEvent &key) {
-    return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
-}
 
 /// Not with the reason of a shortcut, which selects the text before the focus is announced: a
 /// screen reader then takes the field for one that it has named already.

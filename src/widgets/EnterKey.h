@@ -1,0 +1,11 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QKeyEvent>
+
+/// True if \a key is that which ends an entry, among the letters or the digits of the keyboard.
+inline bool isEnter(const QKeyEvent &key) {
+    return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+}
