@@ -10,7 +10,6 @@
 #include "image/NumberScanning.h"
 
 #include <QCoreApplication>
-#include <QRegularExpression>
 
 #include <optional>
 
@@ -18,11 +17,6 @@ namespace {
 
 QString tr(const char *text) {
     return QCoreApplication::translate("CompositionRemarks", text);
-}
-
-bool isWhole(const QString &text, const char *pattern) {
-    const QRegularExpression whole(QRegularExpression::anchoredPattern(QLatin1String(pattern)));
-    return whole.match(text).hasMatch();
 }
 
 QString refusalRemark(const CompositionInputs &inputs, const RefusedComposition &refused) {
@@ -50,23 +44,26 @@ QString readDataRemark(const CompositionInputs &inputs) {
 
 QString startAddressRemark(const CompositionInputs &inputs) {
     const QString &text = inputs.rom_start_address;
-    if (!scanHexInt(text))
+    QStringView ignored;
+    const std::optional<quint32> address = scanHexInt(text, &ignored);
+    if (!address)
         return tr("The start address holds no hexadecimal number: 0 is used.");
-    if (!isWhole(text, "\\s*(0[xX])?[0-9a-fA-F]+\\s*"))
+    if (!ignored.trimmed().isEmpty())
         return tr("Only the beginning of the start address \u201c%1\u201d is a hexadecimal number: "
                   "%2 is used.")
-            .arg(text.trimmed(), hexDigits(*scanHexInt(text)));
+            .arg(text.trimmed(), hexDigits(*address));
     return {};
 }
 
 QString padSizeRemark(const CompositionInputs &inputs) {
-    const std::optional<qint32> size = scanInt(inputs.pad_to);
+    QStringView ignored;
+    const std::optional<qint32> size = scanInt(inputs.pad_to, &ignored);
     if (!size)
         return tr("Pad to holds no number: nothing is padded.");
     if (*size > 0 && inputs.padSize() != *size * kibibyte)
         return tr("Pad to is too large for its field: it counts as %1 bytes.")
             .arg(grouped(inputs.padSize()));
-    if (!isWhole(inputs.pad_to, "\\s*[-+]?[0-9]+\\s*"))
+    if (!ignored.trimmed().isEmpty())
         return tr("Only the beginning of \u201c%1\u201d is a number: the data are padded to %2 "
                   "KiB.")
             .arg(inputs.pad_to.trimmed(), QString::number(*size));

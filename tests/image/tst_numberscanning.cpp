@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+#include <tuple>
+
 class TestNumberScanning : public QObject {
     Q_OBJECT
 
@@ -15,6 +17,8 @@ private slots:
     void hexadecimal_everyOtherAsciiCharacterEndsTheNumber();
     void decimal_data();
     void decimal();
+    void rest_isWhatFollowsTheNumber_data();
+    void rest_isWhatFollowsTheNumber();
 };
 
 namespace {
@@ -153,6 +157,31 @@ void TestNumberScanning::decimal() {
     QFETCH(qint64, value);
     const std::optional<qint32> number = scanInt(text);
     QCOMPARE(number ? qint64(*number) : noNumber, value);
+}
+
+void TestNumberScanning::rest_isWhatFollowsTheNumber_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("hexadecimalRest");
+    QTest::addColumn<QString>("decimalRest");
+    const auto row = [](const QString &text, const QString &hexadecimal, const QString &decimal) {
+        QTest::addRow("\"%s\"", qPrintable(text)) << text << hexadecimal << decimal;
+    };
+    row({}, {}, {});
+    row(QStringLiteral(" 12"), {}, {});
+    row(QStringLiteral("12 "), QStringLiteral(" "), QStringLiteral(" "));
+    row(QStringLiteral("1Fk"), QStringLiteral("k"), QStringLiteral("Fk"));
+    row(QStringLiteral("0x10:"), QStringLiteral(":"), QStringLiteral("x10:"));
+    row(QStringLiteral("0xk"), QStringLiteral("xk"), QStringLiteral("xk"));
+    row(QStringLiteral("99999999999k"), QStringLiteral("k"), QStringLiteral("k"));
+}
+
+void TestNumberScanning::rest_isWhatFollowsTheNumber() {
+    QFETCH(QString, text);
+    QStringView rest;
+    std::ignore = scanHexInt(text, &rest);
+    QTEST(rest.toString(), "hexadecimalRest");
+    std::ignore = scanInt(text, &rest);
+    QTEST(rest.toString(), "decimalRest");
 }
 
 QTEST_GUILESS_MAIN(TestNumberScanning)

@@ -152,6 +152,8 @@ void TestWindowComposition::remarks_aboutNumbers_data() {
         << QStringLiteral("1G") << QStringLiteral("1") << qint64(1024)
         << QStringLiteral("Only the beginning of the start address “1G” is a hexadecimal "
                           "number: 1 is used.");
+    QTest::newRow("numbers behind a no-break space")
+        << QStringLiteral("\u00a00") << QStringLiteral("\u00a01") << qint64(1024) << QString();
     QTest::newRow("a pad size that is none")
         << QStringLiteral("0") << QStringLiteral("many") << qint64(4)
         << QStringLiteral("Pad to holds no number: nothing is padded.");
