@@ -7,6 +7,7 @@
 #include "base/Log.h"
 #include "files/FileOwnership.h"
 #include "files/FileRemoval.h"
+#include "files/FileRights.h"
 #include "files/SystemName.h"
 #include "tool/ForeignLinks.h"
 
@@ -39,6 +40,8 @@ Result<FileDescriptor> openForAppending(const QString &path) {
     }
     if (!file.isOpen())
         return Failure::ofSystem(errno);
+    // It is opened anew for each piece of the report.
+    giveToOwner(file.get());
     return file;
 }
 

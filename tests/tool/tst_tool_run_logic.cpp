@@ -40,6 +40,7 @@ private slots:
     void results_thatCannotBeRemovedAreEmptied();
     void results_thatCannotBeEmptiedAreOlder();
     void results_areNeverOlderWhateverFails();
+    void results_areWholeWhateverTheUmask();
     void results_thatAreAPipeStayOne();
     void results_thatCannotBeCreatedAreLoggedForEachChunk();
     void results_goToNoFileWhoseNameIsCutShort();
@@ -257,6 +258,21 @@ void TestToolRunLogic::results_areNeverOlderWhateverFails() {
         }
         QVERIFY2(!prepared || readWholeFile(path).isEmpty(), qPrintable(QString::number(call)));
     }
+}
+
+void TestToolRunLogic::results_areWholeWhateverTheUmask() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("report"));
+    QCOMPARE(::chmod(qUtf8Printable(folder.path()), 0777), 0);
+    RecordingLog log;
+    const UnprivilegedUser user;
+    QVERIFY(user.isValid());
+    const mode_t before = ::umask(0777);
+    const bool areAdded =
+        appendToResultsFile(path, "first ", log) && appendToResultsFile(path, "second", log);
+    ::umask(before);
+    QVERIFY(areAdded);
+    QCOMPARE(readWholeFile(path), QByteArray("first second"));
 }
 
 // Nor is a device removed, which the setting may name as well.
