@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 
 #include "files/FileSaving.h"
-#include "files/UnfinishedFile.h"
 
 #include "support/FailingCalls.h"
 #include "support/FileHelpers.h"
@@ -53,10 +52,6 @@ private slots:
     void killed_leavesHardlyEverAnything();
     void withoutUnnamedFiles_itIsTheSame();
     void withoutExchange_itIsTheSame();
-    void unfinished_isRemovedByItsMarkAlone();
-    void allUnfinishedOfAFolder_areRemovedByTheirMark();
-    void unfinished_thatIsBeingWrittenStays();
-    void unfinished_thatIsReadOnlyIsRemoved();
     void diskThatDoesNotConfirm_isAFailure();
     void fileSystemWithoutConfirmation_isNoFailure();
     void name_isConfirmedByTheDiskAsWell();
@@ -307,57 +302,6 @@ void TestFileSaving::withoutExchange_itIsTheSame() {
     QVERIFY(failing.hasStruck());
     QCOMPARE(readWholeFile(path()), newBytes);
     QCOMPARE(filesLeft(), QStringList(QStringLiteral("a.bin")));
-}
-
-void TestFileSaving::unfinished_isRemovedByItsMarkAlone() {
-    const QStringList others = {QStringLiteral("a.bin"),
-                                QStringLiteral("a.bin.velm-aside-12345"),
-                                QStringLiteral("a.bin.velm-aside-1234567"),
-                                QStringLiteral("a.bin.velm-backup"),
-                                QStringLiteral("b.bin.velm-aside-123456"),
-                                QStringLiteral("xa.bin.velm-aside-123456")};
-    for (const QString &name : others)
-        QVERIFY(writeWholeFile(folder_->filePath(name), "x"));
-    QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("a.bin.velm-aside-folder")));
-    QVERIFY(QFile::link(path(), path() + QStringLiteral(".velm-aside-linked")));
-    QVERIFY(writeWholeFile(path() + QStringLiteral(".velm-aside-abc123"), "left behind"));
-    removeUnfinished(path());
-    QVERIFY(QFileInfo(path() + QStringLiteral(".velm-aside-folder")).isDir());
-    QVERIFY(QFileInfo(path() + QStringLiteral(".velm-aside-linked")).isSymLink());
-    QFile::remove(path() + QStringLiteral(".velm-aside-linked"));
-    QCOMPARE(filesLeft(), others);
-}
-
-void TestFileSaving::allUnfinishedOfAFolder_areRemovedByTheirMark() {
-    const QStringList others = {QStringLiteral("a.bin"), QStringLiteral("a.bin.velm-aside-12345"),
-                                QStringLiteral("b.bin.velm-aside-1234567")};
-    for (const QString &name : others + QStringList{QStringLiteral("a.bin.velm-aside-abc123"),
-                                                    QStringLiteral("b.bin.velm-aside-abc123")})
-        QVERIFY(writeWholeFile(folder_->filePath(name), "x"));
-    removeAllUnfinished(folder_->path());
-    QCOMPARE(filesLeft(), others);
-}
-
-void TestFileSaving::unfinished_thatIsBeingWrittenStays() {
-    const FailingCalls withoutUnnamed(1, FailingCalls::Mishap::Fails, EOPNOTSUPP);
-    Result<UnfinishedFile> file = UnfinishedFile::beside(QFile::encodeName(path()));
-    QVERIFY(file);
-    QCOMPARE(filesLeft().size(), 1);
-    removeUnfinished(path());
-    QCOMPARE(filesLeft().size(), 1);
-    QVERIFY(file->takePlace());
-    QCOMPARE(filesLeft(), QStringList(QStringLiteral("a.bin")));
-}
-
-void TestFileSaving::unfinished_thatIsReadOnlyIsRemoved() {
-    QCOMPARE(::chmod(QFile::encodeName(folder_->path()).constData(), 0777), 0);
-    const UnprivilegedUser user;
-    QVERIFY(user.isValid());
-    const QString left = path() + QStringLiteral(".velm-aside-abc123");
-    QVERIFY(writeWholeFile(left, "left behind"));
-    QCOMPARE(::chmod(QFile::encodeName(left).constData(), 0444), 0);
-    removeUnfinished(path());
-    QCOMPARE(filesLeft(), QStringList());
 }
 
 /// What saving came to when the disk answered the question whether it has the bytes with \a error.
