@@ -69,9 +69,10 @@ Result<void> linkAs(int file, const QByteArray &name) {
     return {};
 }
 
-bool isThere(const QByteArray &path) {
+/// Also if that is not known: what may have been there must not be said to be given back.
+bool mayBeThere(const QByteArray &path) {
     struct stat facts = {};
-    return ::lstat(path.constData(), &facts) == 0;
+    return ::lstat(path.constData(), &facts) == 0 || !saysMissing(errno);
 }
 
 bool isFolder(const QByteArray &path) {
@@ -159,7 +160,7 @@ Result<void> UnfinishedFile::takePlace() {
     const Result<void> exchanged = exchangeNames(name_, path_);
     if (exchanged && (!isFolder(name_) || !exchangeNames(name_, path_)))
         return {};
-    const bool hadOlder = isThere(path_);
+    const bool hadOlder = mayBeThere(path_);
     const Result<void> renamed = renameFile(name_, path_);
     if (renamed) {
         name_.clear();

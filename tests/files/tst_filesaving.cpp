@@ -59,6 +59,7 @@ private slots:
     void nameThatTheDiskRefuses_isGivenBack();
     void nameThatCannotBeGivenBack_isToldWithTheOlderFile();
     void nameThatTheDiskRefusesWithoutExchange_leavesTheNewFile();
+    void nameThatTheDiskRefusesWithoutALook_leavesTheNewFile();
     void fileSystemWithoutConfirmationOfNames_isNoFailure();
     void folderThatCannotBeOpened_leavesTheOldFile();
     void folderThatMayNotBeRead_isWrittenToAllTheSame();
@@ -378,6 +379,17 @@ void TestFileSaving::nameThatTheDiskRefusesWithoutExchange_leavesTheNewFile() {
     QVERIFY(writeWholeFile(path(), oldBytes));
     FailingCalls failing("renameat2", 1, EIO);
     failing.failAgain(3); // the renaming works, and the flushing behind it does not
+    QCOMPARE(outcomeOf(saveWholeFile(path(), newBytes)),
+             QStringLiteral("failed: Input/output error"));
+    QCOMPARE(filesLeft(), QStringList(QStringLiteral("a.bin")));
+    QCOMPARE(readWholeFile(path()), newBytes);
+}
+
+void TestFileSaving::nameThatTheDiskRefusesWithoutALook_leavesTheNewFile() {
+    QVERIFY(writeWholeFile(path(), oldBytes));
+    FailingCalls failing("renameat2", 1, EIO);
+    failing.failAgain(1); // whether there is an older file is not known then
+    failing.failAgain(3);
     QCOMPARE(outcomeOf(saveWholeFile(path(), newBytes)),
              QStringLiteral("failed: Input/output error"));
     QCOMPARE(filesLeft(), QStringList(QStringLiteral("a.bin")));

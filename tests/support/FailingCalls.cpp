@@ -5,6 +5,8 @@
 
 #include "support/HeldDisk.h"
 
+#include <QSet>
+
 #include <atomic>
 #include <cerrno>
 #include <cstdarg>
@@ -29,8 +31,8 @@ bool armed = false;
 std::thread::id countedThread;
 FailingCalls::Mishap mishapGiven = FailingCalls::Mishap::Fails;
 int callsLeft = 0;
-int againAfter = 0; // calls behind the struck one
-int callsToAgain = 0;
+QSet<int> failingAgain; // calls behind the struck one, from 1
+int callsBehind = 0;
 int errorGiven = 0;
 const char *struckName = nullptr;
 std::function<void()> done;
@@ -44,7 +46,7 @@ bool isStruck(const char *name) {
     if (!standsFor(namesStruck, name) || callsLeft-- != 1)
         return false;
     struckName = name;
-    callsToAgain = againAfter;
+    callsBehind = 0;
     return true;
 }
 
@@ -61,8 +63,7 @@ size_t allowed(const char *name, size_t size) {
         isCounted(name) && mishapGiven == FailingCalls::Mishap::Shortens && size > 1;
     if (!counts || !isStruck(name))
         return size;
-    if (callsToAgain > 0)
-        ++callsToAgain; // this call is counted once more, and works
+    callsBehind = -1; // this call is counted once more, and works
     return size / 2;
 }
 
@@ -72,7 +73,7 @@ bool letFail(const char *name, Effect effect) {
     if (!isCounted(name))
         return false;
     ++made[name];
-    const bool again = callsToAgain > 0 && --callsToAgain == 0;
+    const bool again = struckName && failingAgain.contains(++callsBehind);
     if (again)
         errno = errorGiven;
     if (again || mishapGiven == FailingCalls::Mishap::Shortens)
@@ -158,8 +159,7 @@ FailingCalls::FailingCalls(int call, Mishap mishap, int error) {
     countedThread = std::this_thread::get_id();
     callsLeft = call;
     mishapGiven = mishap;
-    againAfter = 0;
-    callsToAgain = 0;
+    failingAgain.clear();
     errorGiven = error;
     struckName = nullptr;
     namesStruck.clear();
@@ -190,7 +190,8 @@ FailingCalls::~FailingCalls() {
 
 void FailingCalls::failAgain(int later) {
     const std::lock_guard lock(callsMutex);
-    againAfter = later;
+    if (later > 0)
+        failingAgain.insert(later);
 }
 
 bool FailingCalls::hasStruck() const {

@@ -38,7 +38,7 @@ public:
     FailingCalls &operator=(const FailingCalls &) = delete;
 
     /// Lets call number \a later behind the one that is struck fail with the error as well,
-    /// whichever it is of.
+    /// whichever it is of; none if that is 0. Each further call of this adds one.
     void failAgain(int later);
 
     /// True once the call that is struck has been made.
