@@ -3,6 +3,8 @@
 
 #include "files/Renaming.h"
 
+#include "files/SystemName.h"
+
 #include <QtGlobal>
 
 #include <cerrno>
@@ -38,6 +40,8 @@ Result<void> renameToFree(const QByteArray &from, const QByteArray &to) {
     struct stat facts = {};
     if (::lstat(to.constData(), &facts) == 0)
         return Failure::ofSystem(EEXIST);
+    if (!saysMissing(errno))
+        return Failure::ofSystem(errno);
     return renameFile(from, to);
 }
 

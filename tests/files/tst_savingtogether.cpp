@@ -37,6 +37,7 @@ private slots:
     void folderInTheLastPlace_takesTheOthersBack();
     void samePlaceTwice_savesNone();
     void olderThatMayNotBeReplaced_savesNone();
+    void olderThatCannotBeLookedAt_isNotReplaced();
     void none_isNoFailure();
     void oneCallFails_savesAllOrNone();
     void eachFolder_isFlushedOnceBehindAllPlaces();
@@ -155,6 +156,16 @@ void TestSavingTogether::olderThatMayNotBeReplaced_savesNone() {
     QVERIFY(QFile::remove(path(QStringLiteral("b.bin"))));
     QVERIFY(saveTogether(files(), Replacing::Refused));
     QCOMPARE(content(), contentAfter());
+}
+
+// A file system that cannot promise to replace nothing is asked what is there.
+void TestSavingTogether::olderThatCannotBeLookedAt_isNotReplaced() {
+    FailingCalls failing("renameat2", 1, EINVAL);
+    failing.failAgain(1);
+    const QString older = path(QStringLiteral("b.bin"));
+    QVERIFY(!saveTogether({{older, "new b"}}, Replacing::Refused));
+    QVERIFY(failing.hasStruck());
+    QCOMPARE(content(), contentBefore());
 }
 
 void TestSavingTogether::none_isNoFailure() {
