@@ -113,7 +113,8 @@ Result<ByteBuffer> loadWholeFile(const QString &path, qint64 limit) {
 }
 
 Result<ByteBuffer> loadOwnFile(const QString &path, qint64 limit) {
-    return isNoForeignLink(path) ? loadWholeFile(path, limit) : foreignLink();
+    const Result<void> may = mayFollow(path);
+    return may ? loadWholeFile(path, limit) : *may.failure();
 }
 
 Result<bool> fileHolds(const QString &path, QByteArrayView bytes) {

@@ -10,9 +10,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
-#include <climits>
-#include <optional>
+#include <cerrno>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,63 +18,78 @@ namespace {
 
 enum class LastLink { Followed, Seen };
 
-std::optional<struct stat> factsOf(const QByteArray &name, LastLink link) {
-    struct stat facts = {};
+using Facts = struct stat;
+
+Result<Facts> factsOf(const QByteArray &name, LastLink link) {
+    Facts facts = {};
     const bool isThere = link == LastLink::Followed ? ::stat(name.constData(), &facts) == 0
                                                     : ::lstat(name.constData(), &facts) == 0;
-    return isThere ? std::optional(facts) : std::nullopt;
+    if (!isThere)
+        return Failure::ofSystem(errno);
+    return facts;
 }
 
-std::optional<struct stat> factsOf(const QString &path, LastLink link) {
+Result<Facts> factsOf(const QString &path, LastLink link) {
     const Result<QByteArray> name = systemName(path);
-    return name ? factsOf(*name, link) : std::nullopt;
+    return name ? factsOf(*name, link) : *name.failure();
 }
 
-bool isOurs(const struct stat &facts) {
+bool isOurs(const Facts &facts) {
     return facts.st_uid == ::geteuid() || facts.st_uid == 0;
 }
 
-bool isOwnLink(const struct stat &link, const QByteArray &folder) {
-    const std::optional<struct stat> facts = factsOf(folder, LastLink::Followed);
-    return isOurs(link) && facts && isOurs(*facts);
-}
-
-/// Where the link \a name leads, by the names on the way there.
-QByteArrayList namesBehind(const QByteArray &name) {
-    QByteArray target(PATH_MAX, Qt::Uninitialized);
-    target.truncate(
-        std::max<qsizetype>(::readlink(name.constData(), target.data(), size_t(target.size())), 0));
-    return target.split('/');
+Result<LinkKind> kindOf(const Facts &link, const QByteArray &folder) {
+    const Result<Facts> facts = factsOf(folder, LastLink::Followed);
+    if (const Failure *failure = facts.failure())
+        return *failure;
+    return isOurs(link) && isOurs(*facts) ? LinkKind::Own : LinkKind::Foreign;
 }
 
 } // namespace
 
 // The folder of \a path is where the user wants the file to be. What is behind the first link is
 // walked through, folder by folder, since a link to a folder leads astray as well.
-bool isNoForeignLink(const QString &path) {
+Result<LinkKind> linkAt(const QString &path) {
     const Result<QByteArray> name = systemName(path);
     if (!name)
-        return true;
+        return LinkKind::None;
     QByteArray folder = QFile::encodeName(QFileInfo(path).path());
     QByteArrayList ahead = {name->sliced(name->lastIndexOf('/') + 1)};
-    for (int links = 0; !ahead.isEmpty() && links <= maxLinks;) {
+    int links = 0;
+    while (!ahead.isEmpty() && links <= maxLinks) {
         const QByteArray place = folder + '/' + ahead.takeFirst();
-        const std::optional<struct stat> facts = factsOf(place, LastLink::Seen);
-        if (!facts)
-            return true;
+        const Result<Facts> facts = factsOf(place, LastLink::Seen);
+        const Failure *unseen = facts.failure();
+        if (unseen && saysMissing(unseen->systemError))
+            break;
+        if (unseen)
+            return *unseen;
         if (!S_ISLNK(facts->st_mode)) {
             folder = place;
             continue;
         }
-        if (!isOwnLink(*facts, folder))
-            return false;
+        const Result<LinkKind> kind = kindOf(*facts, folder);
+        if (!kind || *kind == LinkKind::Foreign)
+            return kind;
+        const Result<QByteArray> target = linkTarget(place);
+        if (const Failure *failure = target.failure())
+            return *failure;
         ++links;
-        ahead = namesBehind(place) + ahead;
+        ahead = target->split('/') + ahead;
         // The name before the first slash of an absolute path is empty.
         if (ahead.first().isEmpty())
             folder.clear();
     }
-    return true;
+    return links > 0 ? LinkKind::Own : LinkKind::None;
+}
+
+Result<void> mayFollow(const QString &path) {
+    const Result<LinkKind> link = linkAt(path);
+    if (const Failure *failure = link.failure())
+        return *failure;
+    if (*link == LinkKind::Foreign)
+        return foreignLink();
+    return {};
 }
 
 Failure foreignLink() {
@@ -85,13 +98,13 @@ Failure foreignLink() {
 }
 
 bool othersMayWriteInto(const QString &path) {
-    const std::optional<struct stat> folder = factsOf(path, LastLink::Followed);
+    const Result<Facts> folder = factsOf(path, LastLink::Followed);
     return folder && S_ISDIR(folder->st_mode) &&
            (!isOurs(*folder) || (folder->st_mode & (S_IWGRP | S_IWOTH)) != 0);
 }
 
 bool isOwnFolder(const QString &path) {
-    const std::optional<struct stat> folder = factsOf(path, LastLink::Seen);
+    const Result<Facts> folder = factsOf(path, LastLink::Seen);
     return folder && S_ISDIR(folder->st_mode) && folder->st_uid == ::geteuid() &&
            (folder->st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }

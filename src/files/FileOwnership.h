@@ -10,11 +10,17 @@
 /// How many links the system follows on the way to one file.
 inline constexpr int maxLinks = 40;
 
-/// True unless the name \a path is a link that somebody else has put there, or may have, or leads
-/// on over one: a link is the user's own, or root's, if it belongs to one of them and so does its
-/// folder.
-bool isNoForeignLink(const QString &path);
-/// The failure to use a link that is not.
+/// What stands at a name. A link is the user's own, or root's, if it belongs to one of them and so
+/// does its folder, and it is foreign if it leads on over a foreign one.
+enum class LinkKind { None, Own, Foreign };
+
+/// Which link the name \a path is; none where there is nothing. Fails if that, or what it leads on
+/// over, cannot be looked at.
+Result<LinkKind> linkAt(const QString &path);
+/// Fails if the name \a path is a foreign link, or that is not known: whoever put it there may
+/// lead it elsewhere at any moment.
+Result<void> mayFollow(const QString &path);
+/// The failure to use a foreign link.
 Failure foreignLink();
 
 /// True if somebody else than the user and root may put files into the folder at \a path.

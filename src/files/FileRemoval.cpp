@@ -43,7 +43,10 @@ Result<void> emptyFile(const QString &path) {
 }
 
 Result<void> clearFile(const QString &path) {
-    const bool isForeign = !isNoForeignLink(path);
+    const Result<LinkKind> link = linkAt(path);
+    if (const Failure *failure = link.failure())
+        return *failure;
+    const bool isForeign = *link == LinkKind::Foreign;
     const QString file = isForeign ? path : behindLinks(path);
     const Result<void> removed = removeFile(file);
     if (removed || removed.failure()->systemError == ENOENT)

@@ -104,6 +104,6 @@ Result<void> saveWholeFile(const QString &path, const QByteArray &bytes, Durabil
 void removeUnfinishedSaves(const QString &path) {
     removeUnfinished(path);
     const QString target = behindLinks(path);
-    if (target != path && isNoForeignLink(path) && isOwnFolder(QFileInfo(target).path()))
+    if (target != path && mayFollow(path) && isOwnFolder(QFileInfo(target).path()))
         removeUnfinished(target);
 }

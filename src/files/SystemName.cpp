@@ -9,8 +9,10 @@
 #include <QFile>
 
 #include <cerrno>
+#include <climits>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 Result<QByteArray> systemName(const QString &path) {
     if (path.contains(QChar::Null))
@@ -18,7 +20,7 @@ Result<QByteArray> systemName(const QString &path) {
     return QFile::encodeName(path);
 }
 
-// No file system can hold what has too long a name.
+// No call reaches anything by a name, or a path, that is too long.
 bool saysMissing(int error) {
     return error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG;
 }
@@ -27,6 +29,15 @@ bool isMissing(const QString &path) {
     const Result<QByteArray> name = systemName(path);
     struct stat facts = {};
     return !name || (::stat(name->constData(), &facts) != 0 && saysMissing(errno));
+}
+
+Result<QByteArray> linkTarget(const QByteArray &name) {
+    QByteArray target(PATH_MAX, Qt::Uninitialized);
+    const ssize_t length = ::readlink(name.constData(), target.data(), size_t(target.size()));
+    if (length < 0)
+        return Failure::ofSystem(errno);
+    target.truncate(length);
+    return target;
 }
 
 Failure notRegularFile() {

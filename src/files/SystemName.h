@@ -16,9 +16,13 @@ Result<QByteArray> systemName(const QString &path);
 
 /// True if the system's number \a error, which a look at a name gave, says that nothing has it.
 bool saysMissing(int error);
-/// True if the system says that there is nothing at \a path, or behind the links there. That it
+/// True if the system says that \a path leads to nothing, also over the links there. That it
 /// cannot be asked just now is not taken for such an answer, and neither is a loop of links.
 bool isMissing(const QString &path);
+
+/// Where the link \a name leads, as it stands in the link. What is no link has the system's error
+/// EINVAL.
+Result<QByteArray> linkTarget(const QByteArray &name);
 
 /// The failure where a folder, a device or a pipe stands and a file is needed.
 Failure notRegularFile();

@@ -28,10 +28,13 @@ namespace {
 Result<void> save(const QString &path, const ByteBuffer &image) {
     if (!image)
         return Failure{QCoreApplication::translate("TemporaryWorkspace", "There is no image")};
-    // One that is put there from now on has not been looked at.
-    const Links links = QFileInfo(path).isSymLink() ? Links::Followed : Links::Replaced;
-    if (!isNoForeignLink(path))
+    const Result<LinkKind> link = linkAt(path);
+    if (const Failure *failure = link.failure())
+        return *failure;
+    if (*link == LinkKind::Foreign)
         return foreignLink();
+    // One that is put there from now on has not been looked at.
+    const Links links = *link == LinkKind::Own ? Links::Followed : Links::Replaced;
     return saveWholeFile(path, *image, Durability::ProgramEnd, links);
 }
 
@@ -71,8 +74,9 @@ Result<void> TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer
     if (!lastWrite_ && ours)
         std::ignore = clearFile(path);
     const std::optional<FileStamp> stamp = FileStamp::of(path);
-    written_ = lastWrite_ && stamp ? std::optional(Written{path, behindLinks(path), *stamp})
-                                   : std::nullopt;
+    const Result<QString> place = behindLinks(path);
+    written_ =
+        lastWrite_ && stamp && place ? std::optional(Written{path, *place, *stamp}) : std::nullopt;
     return lastWrite_;
 }
 
@@ -85,8 +89,10 @@ Result<void> TemporaryWorkspace::write_output_data_to_temp_file(const ByteBuffer
 
 bool TemporaryWorkspace::patch(const QByteArray &bytes, ByteRange changed) {
     const QString path = resolvedPathOf(settings_, settingsKeys::temp_output_file);
-    if (!written_ || written_->path != path || !isNoForeignLink(path) ||
-        written_->place != behindLinks(path))
+    if (!written_ || written_->path != path || !mayFollow(path))
+        return false;
+    const Result<QString> place = behindLinks(path);
+    if (!place || written_->place != *place)
         return false;
     const Result<FileStamp> patched = patchFile(written_->place, written_->stamp, bytes, changed);
     if (!patched)
@@ -99,8 +105,8 @@ bool TemporaryWorkspace::patch(const QByteArray &bytes, ByteRange changed) {
 Result<bool> TemporaryWorkspace::outputFileHolds(const ByteBuffer &output_data) const {
     const QString path = resolvedPathOf(settings_, settingsKeys::temp_output_file);
     // Whoever put it there can lead it elsewhere before the tool reads.
-    if (!isNoForeignLink(path))
-        return foreignLink();
+    if (const Result<void> may = mayFollow(path); !may)
+        return *may.failure();
     return output_data ? fileHolds(path, *output_data) : isMissing(path);
 }
 
@@ -111,7 +117,7 @@ QStringList TemporaryWorkspace::sharedFolders() const {
 }
 
 void TemporaryWorkspace::clear_temp_files() {
-    if (!QFileInfo::exists(temporaryFolder(settings_)) || !mayUse())
+    if (isMissing(temporaryFolder(settings_)) || !mayUse())
         return;
     removeUnfinishedSaves(resolvedPathOf(settings_, settingsKeys::temp_output_file));
     removeOtherMemoryFiles(settings_);

@@ -40,8 +40,8 @@ public:
     Result<void> write_output_data_to_temp_file(const ByteBuffer &output_data, ByteRange changed);
 
     /// Whether the file that a Write or Verify would hand to the tool now holds just
-    /// \a output_data; for a null one, whether there is no such file. A failure if it cannot be
-    /// read.
+    /// \a output_data; for a null one, whether the system says that there is no such file. A
+    /// failure if it cannot be read, or stands behind a link of somebody else's.
     Result<bool> outputFileHolds(const ByteBuffer &output_data) const;
 
     /// Whether the temporary folder is this program's, or why nothing in it may be changed.

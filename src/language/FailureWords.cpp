@@ -40,6 +40,18 @@ QString withFullStop(const QString &sentence) {
 class FailureWording {
     Q_DECLARE_TR_FUNCTIONS(RunOutcome)
 
+    static QString wayOut(StartTrouble::Cause cause) {
+        switch (cause) {
+        case StartTrouble::Cause::ForeignLink:
+            return tr("Remove the link, and see that nobody else may write to its folder.");
+        case StartTrouble::Cause::UnknownLink:
+            return tr("See that the folder of that file can be read.");
+        case StartTrouble::Cause::Shell:
+            break;
+        }
+        return tr("Check the environment variable SHELL, which names the shell that starts it.");
+    }
+
 public:
     enum class Task { Operation, StoppedOperation, Search };
 
@@ -48,10 +60,7 @@ public:
     FailureWords failure() const;
     FailureWords operator()(const StartTrouble &trouble) const {
         return {tr("The programmer tool was not started: %1.").arg(trouble.failure.reason),
-                trouble.cause == StartTrouble::Cause::ForeignLink
-                    ? tr("Remove the link, and see that nobody else may write to its folder.")
-                    : tr("Check the environment variable SHELL, which names the shell that starts "
-                         "it.")};
+                wayOut(trouble.cause)};
     }
     FailureWords operator()(const ToolNotFound &) const {
         return {tr("The shell did not find the programmer tool \u201c%1\u201d.").arg(facts_.tool),

@@ -19,8 +19,9 @@
 /// Why nothing was started for a run.
 struct StartTrouble {
     enum class Cause {
-        Shell,      ///< it could not be started
-        ForeignLink ///< not even tried: somebody else's link stands where the tool would write
+        Shell,       ///< it could not be started
+        ForeignLink, ///< not even tried: somebody else's link stands where the tool would write
+        UnknownLink  ///< not even tried: it is not known whether one does
     };
 
     Failure failure;

@@ -34,8 +34,8 @@ Result<FileDescriptor> openForAppending(const QString &path) {
         return *name.failure();
     FileDescriptor file = openedForAppending(*name, O_NOFOLLOW);
     if (!file.isOpen() && errno == ELOOP) {
-        if (!isNoForeignLink(path))
-            return foreignLink();
+        if (const Result<void> may = mayFollow(path); !may)
+            return *may.failure();
         file = openedForAppending(*name, 0);
     }
     if (!file.isOpen())
@@ -67,8 +67,8 @@ Result<void> prepareResultsFile(const QString &path, Log &log) {
     log.write((removed ? QStringLiteral("removed file at path: ")
                        : QStringLiteral("unable to remove temp file at path: ")) +
               path);
-    if (!isNoForeignLink(path))
-        return foreignLink();
+    if (const Result<void> may = mayFollow(path); !may)
+        return may;
     return removed ? removed : emptyFile(path);
 }
 

@@ -125,9 +125,8 @@ int ScriptedMiniPro::runToTheEnd(const QString &messageStart, const QStringList 
 
 // The tool and the shell open their files as they find them, and would follow a link.
 Result<void, StartTrouble> ScriptedMiniPro::start(const QStringList &writtenFiles) {
-    const Result<void> links = removeForeignLinks(writtenFiles);
-    if (const Failure *failure = links.failure())
-        return StartTrouble{*failure, StartTrouble::Cause::ForeignLink};
+    if (const Result<void, StartTrouble> links = removeForeignLinks(writtenFiles); !links)
+        return links;
     const Result<void> shell = plumbing_->task.start();
     if (const Failure *failure = shell.failure())
         return StartTrouble{*failure, StartTrouble::Cause::Shell};

@@ -2,12 +2,14 @@
 // SPDX-License-Identifier: MIT
 
 #include "files/FileOwnership.h"
+#include "support/FailingCalls.h"
 #include "support/FileHelpers.h"
 
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cerrno>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -26,6 +28,7 @@ private slots:
     void everyLinkOnTheWay_isLookedAt_data();
     void everyLinkOnTheWay_isLookedAt();
     void linksThatLeadNowhere_areFollowed();
+    void linkThatCannotBeLookedAt_isNotFollowed();
     void folder_thatOthersMayWriteInto_data();
     void folder_thatOthersMayWriteInto();
     void ownFolder_isNoLinkAndNobodyElses();
@@ -47,27 +50,27 @@ private:
 };
 
 void TestFileOwnership::ownLink_isFollowed() {
-    QVERIFY(isNoForeignLink(path("link")));
-    QVERIFY(isNoForeignLink(path("file")));
-    QVERIFY(isNoForeignLink(path("nothing")));
-    QVERIFY(isNoForeignLink(QString()));
+    QCOMPARE(*linkAt(path("link")), LinkKind::Own);
+    QCOMPARE(*linkAt(path("file")), LinkKind::None);
+    QCOMPARE(*linkAt(path("nothing")), LinkKind::None);
+    QCOMPARE(*linkAt(QString()), LinkKind::None);
 }
 
 void TestFileOwnership::linkOfSomebodyElse_isForeign() {
     if (::geteuid() != 0)
         QSKIP("only root can give a file away");
     giveAway("link");
-    QVERIFY(!isNoForeignLink(path("link")));
+    QCOMPARE(*linkAt(path("link")), LinkKind::Foreign);
     giveAway("file");
-    QVERIFY(isNoForeignLink(path("file"))); // no link at all
+    QCOMPARE(*linkAt(path("file")), LinkKind::None); // no link at all
 }
 
 void TestFileOwnership::linkInAFolderOfSomebodyElse_isForeign() {
     if (::geteuid() != 0)
         QSKIP("only root can give a folder away");
     QCOMPARE(::chown(encoded(folder_->path()).constData(), somebodyElse, gid_t(-1)), 0);
-    QVERIFY(!isNoForeignLink(path("link")));
-    QVERIFY(isNoForeignLink(path("file")));
+    QCOMPARE(*linkAt(path("link")), LinkKind::Foreign);
+    QCOMPARE(*linkAt(path("file")), LinkKind::None);
     QVERIFY(othersMayWriteInto(folder_->path()));
 }
 
@@ -94,27 +97,45 @@ void TestFileOwnership::everyLinkOnTheWay_isLookedAt() {
     makeLink("folder/fourth", "../file");
     makeLink("aside", "folder");
     makeLink("first", target.constData());
-    QVERIFY(isNoForeignLink(path("first")));
+    QCOMPARE(*linkAt(path("first")), LinkKind::Own);
     if (!foreign.isEmpty())
         giveAway(foreign.constData());
-    QCOMPARE(isNoForeignLink(path("first")), foreign.isEmpty() || foreign == "file");
+    const bool isForeign = !foreign.isEmpty() && foreign != "file";
+    QCOMPARE(*linkAt(path("first")), isForeign ? LinkKind::Foreign : LinkKind::Own);
     makeLink("absolute", encoded(path("first")).constData());
-    QCOMPARE(isNoForeignLink(path("absolute")), isNoForeignLink(path("first")));
+    QCOMPARE(*linkAt(path("absolute")), *linkAt(path("first")));
 }
 
 void TestFileOwnership::linksThatLeadNowhere_areFollowed() {
     makeLink("dangling", "nothing/at/all");
-    QVERIFY(isNoForeignLink(path("dangling")));
+    QCOMPARE(*linkAt(path("dangling")), LinkKind::Own);
     makeLink("here", "there");
     makeLink("there", "here");
-    QVERIFY(isNoForeignLink(path("here")));
+    QCOMPARE(*linkAt(path("here")), LinkKind::Own);
     if (::geteuid() != 0)
         QSKIP("only root can give a link away");
     makeLink("on", "dangling");
     giveAway("dangling");
-    QVERIFY(!isNoForeignLink(path("on")));
+    QCOMPARE(*linkAt(path("on")), LinkKind::Foreign);
     giveAway("there");
-    QVERIFY(!isNoForeignLink(path("here")));
+    QCOMPARE(*linkAt(path("here")), LinkKind::Foreign);
+}
+
+void TestFileOwnership::linkThatCannotBeLookedAt_isNotFollowed() {
+    if (::geteuid() != 0)
+        QSKIP("only root can give a link away");
+    makeLink("on", "link");
+    giveAway("link");
+    bool hasStruck = true;
+    int call = 0;
+    while (hasStruck) {
+        const FailingCalls failing(++call, FailingCalls::Mishap::Fails, EIO);
+        const Result<LinkKind> link = linkAt(path("on"));
+        hasStruck = failing.hasStruck();
+        QCOMPARE(link.failure() ? link.failure()->systemError : 0, hasStruck ? EIO : 0);
+        QVERIFY(!mayFollow(path("on")));
+    }
+    QVERIFY(call > 4);
 }
 
 void TestFileOwnership::folder_thatOthersMayWriteInto_data() {

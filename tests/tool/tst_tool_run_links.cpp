@@ -4,11 +4,13 @@
 #include "ToolBench.h"
 #include "language/RunJudgement.h"
 #include "language/SearchOutcome.h"
+#include "support/FailingCalls.h"
 #include "support/FileHelpers.h"
 #include "support/Privileges.h"
 
 #include <QTest>
 
+#include <cerrno>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -29,6 +31,7 @@ private slots:
     void logicTest_removesALinkThatLeadsNowhere();
     void otherOperations_leaveLinksAlone();
     void read_isRefusedWhereTheLinkStays();
+    void read_isRefusedWhereTheLinkCannotBeLookedAt();
     void search_isRefusedWhereTheLinkStays();
 };
 
@@ -162,6 +165,24 @@ void TestToolRunLinks::read_isRefusedWhereTheLinkStays() {
              QStringLiteral("The programmer tool was not started: %1. Remove the link, and see "
                             "that nobody else may write to its folder.")
                  .arg(reason));
+}
+
+void TestToolRunLinks::read_isRefusedWhereTheLinkCannotBeLookedAt() {
+    LinkBench bench;
+    const QString path = bench.foreignLink("temp_read.bin");
+    bench.settings.setValue(settingsKeys::miniproLocation, readingTool(QStringLiteral("chip")));
+    const auto run = bench.newRun();
+    {
+        const FailingCalls failing("lstat", 1, EIO);
+        QCOMPARE(run->launch(), -1);
+        QVERIFY(failing.hasStruck());
+    }
+    QCOMPARE(bench.precious(), QByteArray("precious"));
+    QVERIFY(isLink(path));
+    QCOMPARE(judgeRun(run->facts()).words(),
+             QStringLiteral("The programmer tool was not started: %1: Input/output error. See "
+                            "that the folder of that file can be read.")
+                 .arg(path));
 }
 
 void TestToolRunLinks::search_isRefusedWhereTheLinkStays() {
