@@ -3,6 +3,8 @@
 
 #include "tool/PluggedProgrammers.h"
 
+#include "files/SystemName.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -45,8 +47,7 @@ UsbProgrammer::Access accessTo(const QString &node) {
     const QByteArray path = QFile::encodeName(node);
     if (::faccessat(AT_FDCWD, path.constData(), W_OK, AT_EACCESS) == 0)
         return UsbProgrammer::Access::Granted;
-    return errno == ENOENT || errno == ENOTDIR ? UsbProgrammer::Access::NoNode
-                                               : UsbProgrammer::Access::Refused;
+    return saysMissing(errno) ? UsbProgrammer::Access::NoNode : UsbProgrammer::Access::Refused;
 }
 
 } // namespace
