@@ -85,8 +85,8 @@ Result<OpenedFile> openRegularFile(const QString &path, qint64 limit) {
 /// The failure to open says that there is no file, or none that would have been taken.
 bool isNoSuchFile(const Failure &failure) {
     constexpr int noRegularFile = 0; // the system has no number for it
-    constexpr int errors[] = {ENOENT, ENOTDIR, EISDIR, EFBIG, noRegularFile};
-    return std::find(std::begin(errors), std::end(errors), failure.systemError) != std::end(errors);
+    const int error = failure.systemError;
+    return saysMissing(error) || error == EISDIR || error == EFBIG || error == noRegularFile;
 }
 
 Result<bool> readsAs(int file, QByteArrayView bytes) {

@@ -354,6 +354,8 @@ void TestTemporaryWorkspaceWriting::outputFileHolds_data() {
     row("another name without a file", false, [](WorkspaceFixture &w) {
         w.settings.setValue(temp_output_file, w.output() + QStringLiteral("2"));
     });
+    row("a name that is too long", false,
+        [](WorkspaceFixture &w) { w.settings.setValue(temp_output_file, QString(256, u'x')); });
     row("another name with an old image", false, [](WorkspaceFixture &w) {
         w.settings.setValue(temp_output_file, w.output() + QStringLiteral("2"));
         writeWholeFile(w.output() + QStringLiteral("2"), "abd");
