@@ -47,7 +47,10 @@ Result<void> clearFile(const QString &path) {
     if (const Failure *failure = link.failure())
         return *failure;
     const bool isForeign = *link == LinkKind::Foreign;
-    const QString file = isForeign ? path : behindLinks(path);
+    const Result<QString> place = isForeign ? path : behindLinks(path);
+    if (const Failure *failure = place.failure())
+        return *failure;
+    const QString &file = *place;
     const Result<void> removed = removeFile(file);
     if (removed || removed.failure()->systemError == ENOENT)
         return {};

@@ -9,27 +9,28 @@
 #include "files/FileRights.h"
 #include "files/SystemName.h"
 
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <cerrno>
+#include <cstdlib>
 #include <fcntl.h>
+#include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-Result<UnfinishedFile> writeBeside(const QString &path, const QByteArray &bytes,
+Result<UnfinishedFile> writeBeside(const QByteArray &name, const QByteArray &bytes,
                                    Durability durability) {
-    const Result<QByteArray> name = systemName(path);
-    if (!name)
-        return *name.failure();
-    Result<UnfinishedFile> file = UnfinishedFile::beside(*name);
+    Result<UnfinishedFile> file = UnfinishedFile::beside(name);
     if (!file)
         return *file.failure();
     const Result<void> written = writeAll(file->descriptor(), bytes);
     if (const Failure *failure = written.failure())
         return *failure;
-    giveRightsOf(*name, file->descriptor());
+    giveRightsOf(name, file->descriptor());
     // Waiting for the disk takes longer than everything else that an edit of one byte does.
     if (durability == Durability::ProgramEnd)
         return file;
@@ -55,6 +56,20 @@ Result<void> mayReplace(const QByteArray &name, Durability durability) {
     return {};
 }
 
+/// Where the links at \a path lead, though nothing is there.
+Result<QString> behindDanglingLinks(QString path) {
+    for (int link = 0; link < maxLinks; ++link) {
+        const Result<QByteArray> target = linkTarget(QFile::encodeName(path));
+        const Failure *noLink = target.failure();
+        if (noLink && noLink->systemError != EINVAL && noLink->systemError != ENOENT)
+            return *noLink;
+        if (noLink)
+            return QFileInfo(path).absoluteFilePath();
+        path = QDir(QFileInfo(path).path()).filePath(QFile::decodeName(*target));
+    }
+    return Failure::ofSystem(ELOOP);
+}
+
 /// A name that the disk refuses is not kept until the next failure of power shows it.
 Result<void> placeOnDisk(UnfinishedFile &file) {
     const Result<FileDescriptor> folder = openFolder(file.folder());
@@ -70,27 +85,32 @@ Result<void> placeOnDisk(UnfinishedFile &file) {
 
 } // namespace
 
-QString behindLinks(const QString &path) {
-    QFileInfo target(path);
-    if (target.exists())
-        return target.canonicalFilePath();
-    for (int link = 0; target.isSymLink() && link < maxLinks; ++link)
-        target.setFile(target.symLinkTarget());
-    return target.absoluteFilePath();
+Result<QString> behindLinks(const QString &path) {
+    const Result<QByteArray> name = systemName(path);
+    if (const Failure *failure = name.failure())
+        return *failure;
+    const std::unique_ptr<char, decltype(&std::free)> place(::realpath(name->constData(), nullptr),
+                                                            std::free);
+    if (place)
+        return QFile::decodeName(place.get());
+    return errno == ENOENT ? behindDanglingLinks(path) : Failure::ofSystem(errno);
 }
 
 Result<UnfinishedFile> unfinishedFile(const QString &path, const QByteArray &bytes,
                                       Durability durability, Links links) {
-    const Result<QByteArray> name = systemName(path);
+    const QFileInfo target(path);
+    if (target.fileName().isEmpty())
+        return Failure::ofSystem(ENOENT);
+    const Result<QString> place =
+        links == Links::Followed ? behindLinks(path) : target.absoluteFilePath();
+    if (const Failure *failure = place.failure())
+        return *failure;
+    const Result<QByteArray> name = systemName(*place);
     if (const Failure *failure = name.failure())
         return *failure;
     if (const Result<void> allowed = mayReplace(*name, durability); !allowed)
         return *allowed.failure();
-    const QFileInfo target(path);
-    if (target.fileName().isEmpty())
-        return Failure::ofSystem(ENOENT);
-    const QString place = links == Links::Followed ? behindLinks(path) : target.absoluteFilePath();
-    return writeBeside(place, bytes, durability);
+    return writeBeside(*name, bytes, durability);
 }
 
 Result<void> saveWholeFile(const QString &path, const QByteArray &bytes, Durability durability,
@@ -103,7 +123,7 @@ Result<void> saveWholeFile(const QString &path, const QByteArray &bytes, Durabil
 
 void removeUnfinishedSaves(const QString &path) {
     removeUnfinished(path);
-    const QString target = behindLinks(path);
-    if (target != path && mayFollow(path) && isOwnFolder(QFileInfo(target).path()))
-        removeUnfinished(target);
+    const Result<QString> target = behindLinks(path);
+    if (target && *target != path && mayFollow(path) && isOwnFolder(QFileInfo(*target).path()))
+        removeUnfinished(*target);
 }

@@ -37,8 +37,8 @@ Result<UnfinishedFile> unfinishedFile(const QString &path, const QByteArray &byt
                                       Durability durability, Links links = Links::Followed);
 
 /// Where the file that is saved at \a path really lies, or would: a link leads there, over however
-/// many others.
-QString behindLinks(const QString &path);
+/// many others. Fails if that cannot be found out.
+Result<QString> behindLinks(const QString &path);
 
 /// Removes what killed programs left unfinished of the file that is saved at \a path: beside the
 /// name, and where a link of the user's leads, if nobody else may put files there.

@@ -40,6 +40,10 @@ private slots:
     void fifo_staysWhateverFails();
     void linkToNothing_leadsToTheNewFile_data() { durabilities(); }
     void linkToNothing_leadsToTheNewFile();
+    void link_staysWhateverFails_data() { durabilities(); }
+    void link_staysWhateverFails();
+    void pathThatIsTooLong_replacesNothing_data() { durabilities(); }
+    void pathThatIsTooLong_replacesNothing();
     void privateFile_staysPrivateWhateverFails_data() { durabilities(); }
     void privateFile_staysPrivateWhateverFails();
     void folder_staysWhereItIs_data() { durabilities(); }
@@ -172,6 +176,45 @@ void TestFileSaving::linkToNothing_leadsToTheNewFile() {
     QCOMPARE(outcomeOf(saveWholeFile(link, newBytes, durability)), QStringLiteral("saved"));
     QCOMPARE(QFileInfo(link).symLinkTarget(), path());
     QCOMPARE(readWholeFile(path()), newBytes);
+}
+
+void TestFileSaving::link_staysWhateverFails() {
+    QFETCH(Durability, durability);
+    const QString link = folder_->filePath(QStringLiteral("link"));
+    const QString between = folder_->filePath(QStringLiteral("between"));
+    QVERIFY(QFile::link(path(), between));
+    QVERIFY(QFile::link(QStringLiteral("between"), link));
+    for (const int later : {0, 1}) {
+        bool struck = true;
+        for (int call = 1; struck; ++call) {
+            QFile::remove(path());
+            QByteArray name;
+            bool isSaved = false;
+            {
+                FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+                failing.failAgain(later);
+                isSaved = bool(saveWholeFile(link, newBytes, durability));
+                struck = failing.hasStruck();
+                name = failing.struckCall();
+            }
+            QVERIFY2(QFileInfo(link).isSymLink(), name.constData());
+            QVERIFY2(QFileInfo(between).isSymLink(), name.constData());
+            QVERIFY(!isSaved || readWholeFile(path()) == newBytes);
+        }
+    }
+}
+
+// The shorter path that it comes to is the one that is written to.
+void TestFileSaving::pathThatIsTooLong_replacesNothing() {
+    QFETCH(Durability, durability);
+    QCOMPARE(::mkfifo(QFile::encodeName(path()).constData(), 0600), 0);
+    const QString longPath =
+        folder_->filePath(QStringLiteral("./").repeated(2100) + QStringLiteral("a.bin"));
+    for (const Links links : {Links::Followed, Links::Replaced})
+        QVERIFY(!saveWholeFile(longPath, newBytes, durability, links));
+    struct stat facts = {};
+    QCOMPARE(::stat(QFile::encodeName(path()).constData(), &facts), 0);
+    QVERIFY(S_ISFIFO(facts.st_mode));
 }
 
 void TestFileSaving::privateFile_staysPrivateWhateverFails() {

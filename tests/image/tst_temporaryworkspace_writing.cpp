@@ -43,6 +43,7 @@ private slots:
     void write_successForgetsTheProblem();
     void write_replacesTheTargetOfALinkAndKeepsPermissions();
     void write_failureLeavesALinkOfTheUsers();
+    void write_leavesALinkOfTheUsersWhateverFails();
     void write_followsNoLinkOfSomebodyElse_data();
     void write_followsNoLinkOfSomebodyElse();
     void write_followsNoLinkThatComesMeanwhile();
@@ -218,6 +219,24 @@ void TestTemporaryWorkspaceWriting::write_failureLeavesALinkOfTheUsers() {
     QVERIFY(QFileInfo(at->output()).isSymLink());
     QVERIFY(QFileInfo(between).isSymLink());
     QCOMPARE(readWholeFile(target), QByteArray("b"));
+}
+
+void TestTemporaryWorkspaceWriting::write_leavesALinkOfTheUsersWhateverFails() {
+    at->workspace.createTempDirectory();
+    const QString target = at->home.filePath(QStringLiteral("elsewhere.bin"));
+    QVERIFY(QFile::link(target, at->output()));
+    bool hasStruck = true;
+    for (int call = 1; hasStruck; ++call) {
+        QByteArray name;
+        {
+            const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+            std::ignore = at->workspace.write_output_data_to_temp_file(bufferOf("61"));
+            hasStruck = failing.hasStruck();
+            name = failing.struckCall();
+        }
+        QVERIFY2(QFileInfo(at->output()).isSymLink(), name.constData());
+    }
+    QCOMPARE(readWholeFile(target), QByteArray("a"));
 }
 
 void TestTemporaryWorkspaceWriting::write_followsNoLinkOfSomebodyElse_data() {
