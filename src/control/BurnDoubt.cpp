@@ -21,6 +21,9 @@ public:
             return tr("There are no data to burn, and %1 may hold something else.").arg(path);
         if (isKnownToBeMissing(situation))
             return tr("The data to burn are in no file: %1 is missing.").arg(path);
+        if (const Failure *unread = situation.holdsImage.failure())
+            return tr("It is not known whether %1 holds the data to burn: %2.")
+                .arg(path, unread->reason);
         const Failure *failure = situation.written.failure();
         const QFileInfo file(situation.path);
         if (failure && file.isFile() && file.size() == 0)
@@ -29,9 +32,6 @@ public:
         if (failure)
             return tr("%1 does not hold the data to burn, which could not be written there (%2).")
                 .arg(path, failure->reason);
-        if (const Failure *unread = situation.holdsImage.failure())
-            return tr("It is not known whether %1 holds the data to burn: %2.")
-                .arg(path, unread->reason);
         return tr("%1 does not hold the data to burn: something else has changed it.").arg(path);
     }
 

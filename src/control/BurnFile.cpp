@@ -5,7 +5,6 @@
 
 #include "control/ActionGate.h"
 #include "control/Messages.h"
-#include "files/SystemName.h"
 #include "language/ImageEncoding.h"
 #include "settings/FilePaths.h"
 #include "settings/SettingsKeys.h"
@@ -39,13 +38,17 @@ void BurnFile::sayResult(const Result<void> &result) {
 
 // What is at \a path need not be of the program, nor a file.
 QString BurnFile::unwrittenWords(const QString &path) const {
+    const QString unwritten = tr("The data to burn could not be written to %1: %2");
+    const Result<bool> isGone = workspace_.outputFileHolds(nullptr);
+    if (!isGone)
+        return unwritten;
     const QFileInfo file(path);
-    if (isMissing(path) || (file.isFile() && file.size() == 0))
+    if (*isGone || (file.isFile() && file.size() == 0))
         return tr("The data to burn could not be written to %1, so nothing is left to burn: %2");
     if (file.isFile() && workspace_.mayUse())
         return tr("The data to burn could not be written to %1, which still holds something else: "
                   "%2");
-    return tr("The data to burn could not be written to %1: %2");
+    return unwritten;
 }
 
 void BurnFile::sayIfShared() {

@@ -29,6 +29,12 @@ private slots:
     void linkOfOthers_isAskedAbout();
     void fileWithoutAnImage_isNotCalledMissing();
     void folderAtThePath_isNoOlderImage();
+    void linkOfOthers_thatNobodyCanRemoveIsNotLookedBehind_data() {
+        QTest::addColumn<QString>("target");
+        for (const char *target : {"nothing", "empty", "full"})
+            QTest::newRow(target) << QString::fromLatin1(target);
+    }
+    void linkOfOthers_thatNobodyCanRemoveIsNotLookedBehind();
     void changedPath_getsTheImageAtOnce();
     void foreignFolder_runsNothing();
     void doubleClick_isNoSecondPress();
@@ -226,6 +232,37 @@ void TestWindowBurn::olderImage_thatNobodyCanRemoveIsAskedAbout() {
     velm.click(offer(velm));
     velm.click(velm.controls().btn_write);
     QCOMPARE(burned(velm), QByteArray("z123456789ABCDEFGHIJ"));
+}
+
+// What it leads to now is nothing that could be relied on.
+void TestWindowBurn::linkOfOthers_thatNobodyCanRemoveIsNotLookedBehind() {
+    if (::geteuid() != 0)
+        QSKIP("only root can give a link away");
+    QFETCH(QString, target);
+    WindowFixture velm;
+    useCopyingTool(velm);
+    showTwentyBytes(velm);
+    velm.write(QStringLiteral("empty"), "");
+    velm.write(QStringLiteral("full"), "something else");
+    const QString image = velm.temporary(QStringLiteral("temp.bin"));
+    QVERIFY(QFile::remove(image));
+    QVERIFY(QFile::link(velm.path(target), image));
+    QCOMPARE(::lchown(QFile::encodeName(image).constData(), 12345, gid_t(-1)), 0);
+    ::chmod(QFile::encodeName(velm.path({})).constData(), 0777);
+    ::chmod(QFile::encodeName(velm.temporary({})).constData(), 01777);
+    const QString reason = QStringLiteral("It is a link that belongs to somebody else");
+    const UnprivilegedUser nobody;
+    QVERIFY(nobody.isValid());
+    enter(velm, 0, 1, QStringLiteral("7A"));
+    QVERIFY2(velm.message().contains(
+                 QStringLiteral("could not be written to %1: %2").arg(image, reason)),
+             qPrintable(velm.message()));
+    velm.click(velm.controls().btn_write);
+    QVERIFY2(velm.message().contains(
+                 QStringLiteral("It is not known whether %1 holds the data to burn: %2.")
+                     .arg(image, reason)),
+             qPrintable(velm.message()));
+    QVERIFY(!QFile::exists(chip(velm)));
 }
 
 void TestWindowBurn::changedPath_getsTheImageAtOnce() {
