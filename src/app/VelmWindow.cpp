@@ -257,7 +257,7 @@ std::optional<ShownNow> VelmWindow::shownNow() const {
         return std::nullopt;
     const QString imageFile = resolvedPathOf(settings_, settingsKeys::temp_output_file);
     return ShownNow{settings_.stringValue(settingsKeys::device), delegate_.imageRevision(),
-                    FileStamp::text(FileStamp::of(imageFile))};
+                    FileStamp::mark(imageFile)};
 }
 
 void VelmWindow::followLatePrinters() {

@@ -59,7 +59,7 @@ RunRecord recordBefore(Operation operation, const ToolSettings &settings, const 
     if (burn.fileIsImage())
         record.imageRevision = imageRevision;
     else
-        record.fileMark = FileStamp::text(FileStamp::of(burn.path));
+        record.fileMark = FileStamp::mark(burn.path);
     return record;
 }
 

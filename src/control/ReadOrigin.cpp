@@ -10,7 +10,7 @@
 #include <utility>
 
 void ReadOrigin::expect(const QString &path) {
-    markBefore_ = FileStamp::text(FileStamp::of(path));
+    before_ = FileStamp::look(path);
 }
 
 // Bytes that look alike need not be of the same chip: only a file that a failed Read has not
@@ -18,10 +18,11 @@ void ReadOrigin::expect(const QString &path) {
 // from before, as at another path, may be of any chip.
 void ReadOrigin::take(const RunRecord &record, const ReadFile &file, bool isWhole) {
     bytes_ = file.bytes ? *file.bytes : nullptr;
-    const QString mark = FileStamp::text(FileStamp::of(file.path));
-    const QString ofBytesBefore = std::exchange(fileMark_, mark);
-    const bool isWritten = mark != markBefore_;
-    if (!isWhole && !isWritten && mark == ofBytesBefore)
+    const Look now = FileStamp::look(file.path);
+    const std::optional<Look> ofBytesBefore = std::exchange(loaded_, now);
+    const bool isWritten = now && before_ && *now != *before_;
+    const bool isAsLoadedBefore = ofBytesBefore && *ofBytesBefore && now && *now == **ofBytesBefore;
+    if (!isWhole && !isWritten && isAsLoadedBefore)
         return;
     const bool isOfThisRead = file.length() > 0 && (isWhole || isWritten);
     device_ = isOfThisRead ? record.device : QString();

@@ -3,7 +3,9 @@
 
 #pragma once
 
+#include "base/Result.h"
 #include "files/ByteBuffer.h"
+#include "files/FileStamp.h"
 
 #include <QDateTime>
 #include <QString>
@@ -38,8 +40,10 @@ public:
 
 private:
     std::weak_ptr<QByteArray> bytes_;
-    QString fileMark_;   ///< of the file that they were loaded from
-    QString markBefore_; ///< of the file that a Read was to write
+    using Look = Result<std::optional<FileStamp>>;
+
+    std::optional<Look> loaded_;               ///< at the file that they were loaded from
+    Look before_ = std::optional<FileStamp>(); ///< at the file that a Read was to write
     QString device_;
     QDateTime endedAt_; ///< null if the Read failed
 };

@@ -42,7 +42,7 @@ bool RunConsent::asks(BurnSituation burn, quint64 revision, RunPress press) {
     question.thing =
         QStringLiteral("%1 %2 %3 %4 %5 %6")
             .arg(doubt->key, QString::number(burn.operation), QString::number(revision), burn.path,
-                 FileStamp::text(FileStamp::of(burn.path)), burn.command.command);
+                 FileStamp::mark(burn.path), burn.command.command);
     question.sentence = doubt->sentence;
     if (doubt->canWriteAgain && burn.hasImage)
         question.action = {tr("Write the image file again"), [this] { writeAgain(); }};

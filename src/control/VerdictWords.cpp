@@ -5,6 +5,7 @@
 
 #include "base/ShownName.h"
 #include "base/TimeWords.h"
+#include "files/FileStamp.h"
 #include "language/CommandLine.h"
 
 #include <QCoreApplication>
@@ -23,6 +24,8 @@ public:
     QString changedSince(const ShownNow &now) const {
         const bool otherImage = run_.imageRevision != 0 && run_.imageRevision != now.imageRevision;
         const bool otherDevice = run_.device != now.device;
+        if (!run_.fileMark.isEmpty() && !isFileKnown(now))
+            return tr("it is not known whether the file that was handed over has changed since.");
         if (!run_.fileMark.isEmpty() && run_.fileMark != now.fileMark)
             return tr("the file that was handed over has changed since.");
         if (otherImage && otherDevice)
@@ -40,6 +43,10 @@ public:
     }
 
 private:
+    bool isFileKnown(const ShownNow &now) const {
+        return run_.fileMark != FileStamp::unknownMark && now.fileMark != FileStamp::unknownMark;
+    }
+
     QString eventPattern() const {
         switch (run_.outcome.verdict) {
         case Verdict::Succeeded:

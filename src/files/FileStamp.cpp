@@ -5,6 +5,7 @@
 
 #include "files/SystemName.h"
 
+#include <cerrno>
 #include <sys/stat.h>
 
 namespace {
@@ -15,12 +16,21 @@ std::chrono::nanoseconds sinceEpoch(const timespec &time) {
 
 } // namespace
 
+const QString FileStamp::unknownMark = QStringLiteral("unknown");
+
 std::optional<FileStamp> FileStamp::of(const QString &path) {
+    const auto seen = look(path);
+    return seen ? *seen : std::nullopt;
+}
+
+Result<std::optional<FileStamp>> FileStamp::look(const QString &path) {
     const Result<QByteArray> name = systemName(path);
     struct stat facts = {};
-    if (!name || ::stat(name->constData(), &facts) != 0)
-        return std::nullopt;
-    return from(facts);
+    if (name && ::stat(name->constData(), &facts) == 0)
+        return std::optional(from(facts));
+    if (name && !saysMissing(errno))
+        return Failure::ofSystem(errno);
+    return std::optional<FileStamp>();
 }
 
 FileStamp FileStamp::from(const struct stat &facts) {
@@ -30,7 +40,11 @@ FileStamp FileStamp::from(const struct stat &facts) {
             .written = sinceEpoch(facts.st_mtim)};
 }
 
-QString FileStamp::text(const std::optional<FileStamp> &stamp) {
+QString FileStamp::mark(const QString &path) {
+    const auto seen = look(path);
+    if (!seen)
+        return unknownMark;
+    const std::optional<FileStamp> &stamp = *seen;
     if (!stamp)
         return QStringLiteral("none");
     return QStringLiteral("%1 %2 %3 %4")

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/Result.h"
+
 #include <QString>
 
 #include <chrono>
@@ -19,13 +21,19 @@ struct FileStamp {
     qint64 size = 0;
     std::chrono::nanoseconds written{}; ///< since 1970
 
-    /// The stamp of the file that \a path leads to; nothing if there is none.
+    /// The stamp of the file that \a path leads to; nothing if there is none, or if it cannot be
+    /// looked at.
     static std::optional<FileStamp> of(const QString &path);
+    /// The same for whoever must know which of both it is: that it cannot be looked at is a
+    /// failure.
+    static Result<std::optional<FileStamp>> look(const QString &path);
     /// The stamp that the system's \a facts of a file amount to.
     static FileStamp from(const struct stat &facts);
 
-    /// \a stamp as a text, to be compared with others; "none" without a stamp.
-    static QString text(const std::optional<FileStamp> &stamp);
+    /// What a look at \a path gives, as a text to be compared with others: the stamp, "none" where
+    /// there is no file, and unknownMark if it cannot be looked at.
+    static QString mark(const QString &path);
+    static const QString unknownMark;
 
     friend bool operator==(const FileStamp &, const FileStamp &) = default;
 };

@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The VELM authors
+// SPDX-License-Identifier: MIT
+
+#include "control/VerdictWords.h"
+
+#include "files/FileStamp.h"
+
+#include <QTest>
+
+/// What a verdict says once what it judged may have changed.
+class TestVerdictWords : public QObject {
+    Q_OBJECT
+
+private slots:
+    void fileThatWasHandedOver_data();
+    void fileThatWasHandedOver();
+};
+
+void TestVerdictWords::fileThatWasHandedOver_data() {
+    QTest::addColumn<QString>("then");
+    QTest::addColumn<QString>("now");
+    QTest::addColumn<QString>("said");
+    const QString one = QStringLiteral("one");
+    const QString other = QStringLiteral("other");
+    const QString unknown = FileStamp::unknownMark;
+    const QString isUnknown = QStringLiteral("; it is not known whether the file that was handed "
+                                             "over has changed since.");
+    QTest::newRow("the same") << one << one << QString();
+    QTest::newRow("another") << one << other
+                             << QStringLiteral(
+                                    "; the file that was handed over has changed since.");
+    QTest::newRow("unknown then") << unknown << one << isUnknown;
+    QTest::newRow("unknown now") << one << unknown << isUnknown;
+    QTest::newRow("never known") << unknown << unknown << isUnknown;
+    QTest::newRow("the image itself") << QString() << unknown << QString();
+}
+
+void TestVerdictWords::fileThatWasHandedOver() {
+    QFETCH(QString, then);
+    QFETCH(QString, now);
+    QFETCH(QString, said);
+    RunRecord run;
+    run.operation = WriteOperation;
+    run.outcome.verdict = RunOutcome::Verdict::Succeeded;
+    run.fileMark = then;
+    ShownNow shown;
+    shown.fileMark = now;
+    const QString words = wordsFor(run, shown).sentence;
+    QVERIFY2(said.isEmpty() ? !words.contains(u"since") : words.endsWith(said), qPrintable(words));
+}
+
+QTEST_GUILESS_MAIN(TestVerdictWords)
+#include "tst_verdictwords.moc"
