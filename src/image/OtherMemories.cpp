@@ -42,6 +42,21 @@ Result<ByteBuffer> load(const QString &path, OtherMemory memory) {
                                                           : OtherMemoryFiles::largestMemory);
 }
 
+using Look = Result<std::optional<FileStamp>>;
+
+/// The file of \a memory at \a path if it has come or changed since the look \a before; null if it
+/// has not. A failure if that is not known.
+Result<ByteBuffer> loadIfNew(const QString &path, OtherMemory memory, const Look &before) {
+    const Look now = FileStamp::look(path);
+    if (const Failure *failure = now.failure())
+        return *failure;
+    if (!*now)
+        return ByteBuffer();
+    if (const Failure *failure = before.failure())
+        return *failure;
+    return *now == *before ? ByteBuffer() : load(path, memory);
+}
+
 void put(OtherMemories &memories, OtherMemory memory, const ByteBuffer &bytes) {
     switch (memory) {
     case OtherMemory::Data:
@@ -109,20 +124,16 @@ void removeOtherMemoryFiles(const SettingsStore &settings) {
 }
 
 OtherMemoryFiles::OtherMemoryFiles(const QString &readFile) : readFile_(readFile) {
-    std::transform(otherMemories.begin(), otherMemories.end(), before_.begin(),
-                   [&readFile](OtherMemory memory) {
-                       return FileStamp::of(otherMemoryFile(readFile, memory));
-                   });
+    for (const OtherMemory memory : otherMemories)
+        before_ << FileStamp::look(otherMemoryFile(readFile, memory));
 }
 
 OtherMemories OtherMemoryFiles::loadNew() const {
     OtherMemories memories;
     for (std::size_t i = 0; i < otherMemories.size(); ++i) {
         const QString path = otherMemoryFile(readFile_, otherMemories.at(i));
-        const std::optional<FileStamp> stamp = FileStamp::of(path);
-        if (!stamp || stamp == before_.at(i))
-            continue;
-        const Result<ByteBuffer> bytes = load(path, otherMemories.at(i));
+        const Result<ByteBuffer> bytes =
+            loadIfNew(path, otherMemories.at(i), before_.at(qsizetype(i)));
         if (const Failure *failure = bytes.failure())
             memories.unread.append({path, *failure});
         else if (lengthOf(*bytes) > 0)

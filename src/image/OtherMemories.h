@@ -35,7 +35,7 @@ QStringList otherMemoryFiles(const QString &readFile);
 
 /// What a Read brought besides the code memory. A buffer is null where there was nothing.
 struct OtherMemories {
-    /// A file that came and cannot be read.
+    /// A file that came and cannot be read, or of which it is not known whether it came.
     struct Unread {
         QString path;
         Failure failure;
@@ -81,5 +81,7 @@ public:
 
 private:
     QString readFile_;
-    std::array<std::optional<FileStamp>, otherMemories.size()> before_;
+    using Look = Result<std::optional<FileStamp>>;
+
+    QList<Look> before_; ///< at the files of otherMemories
 };

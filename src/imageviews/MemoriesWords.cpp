@@ -66,7 +66,7 @@ QString memoryName(OtherMemory memory) {
 QString unreadWords(const QList<OtherMemories::Unread> &unread) {
     QStringList sentences;
     for (const OtherMemories::Unread &file : unread)
-        sentences << MemoriesWording::tr("%1, which came with the Read, could not be read: %2.")
+        sentences << MemoriesWording::tr("It is not known what the Read left in %1: %2.")
                          .arg(QDir::toNativeSeparators(file.path), file.failure.reason);
     return sentences.join(u' ');
 }

@@ -3,10 +3,13 @@
 
 #include "image/OtherMemories.h"
 
+#include "support/FailingCalls.h"
 #include "support/WorkspaceFixture.h"
 
 #include <QTest>
 
+#include <cerrno>
+#include <optional>
 #include <sys/stat.h>
 
 /// The files that the tool leaves beside the one of a Read.
@@ -26,6 +29,8 @@ private slots:
     void load_ofNothing();
     void load_takesWhatHasCome();
     void load_leavesWhatWasThere();
+    void load_leavesWhatMayHaveBeenThere();
+    void load_saysWhatCannotBeLookedAt();
     void load_takesWhatIsWrittenAgain();
     void load_countsAnEmptyFileAsNone();
     void load_saysWhatItCannotRead();
@@ -160,6 +165,34 @@ void TestOtherMemories::load_leavesWhatWasThere() {
     writeAllThree();
     const OtherMemoryFiles files(at->read());
     QVERIFY(files.loadNew().isEmpty());
+}
+
+// They may be of another chip.
+void TestOtherMemories::load_leavesWhatMayHaveBeenThere() {
+    writeAllThree();
+    const QString data = beside(QStringLiteral(".eeprom.bin"));
+    std::optional<OtherMemoryFiles> files;
+    {
+        const FailingCalls failing("stat", 1, EIO);
+        files.emplace(at->read());
+        QVERIFY(failing.hasStruck());
+    }
+    const OtherMemories memories = files->loadNew();
+    QVERIFY(memories.isEmpty());
+    QCOMPARE(memories.unread.size(), 1);
+    QCOMPARE(memories.unread.first().path, data);
+    QCOMPARE(memories.unread.first().failure.systemError, EIO);
+    QVERIFY(QFile::remove(data));
+    QVERIFY(files->loadNew().unread.isEmpty());
+}
+
+void TestOtherMemories::load_saysWhatCannotBeLookedAt() {
+    const OtherMemoryFiles files(at->read());
+    write(beside(QStringLiteral(".user.bin")), "user");
+    const FailingCalls failing("stat", 2, EIO);
+    const OtherMemories memories = files.loadNew();
+    QVERIFY(memories.isEmpty());
+    QCOMPARE(memories.unread.size(), 1);
 }
 
 void TestOtherMemories::load_takesWhatIsWrittenAgain() {

@@ -51,8 +51,7 @@ void TestMemoriesWords::unreadFiles_areTold() {
     QCOMPARE(unreadWords({}), QString());
     QCOMPARE(
         unreadWords({{QStringLiteral("/a/b.user.bin"), Failure{QStringLiteral("Is a directory")}}}),
-        QStringLiteral(
-            "/a/b.user.bin, which came with the Read, could not be read: Is a directory."));
+        QStringLiteral("It is not known what the Read left in /a/b.user.bin: Is a directory."));
 }
 
 void TestMemoriesWords::values_areWrittenOut_data() {

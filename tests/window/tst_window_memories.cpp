@@ -239,7 +239,7 @@ void TestWindowMemories::fileThatCannotBeRead_isSaid() {
         velm_->message().section(u'\n', 1, 1),
         QStringLiteral(
             "Warning: Also read: 1 fuse, 1 line that says no fuse. Write and Verify leave them "
-            "out. %1, which came with the Read, could not be read: Not a regular file.")
+            "out. It is not known what the Read left in %1: Not a regular file.")
             .arg(beside(QStringLiteral(".eeprom.bin"))));
 }
 
