@@ -31,11 +31,15 @@ QList<FileToSave> filesOf(const QString &name, const UserFiles::Set &set) {
     return files;
 }
 
-QStringList existing(const QString &name, const QStringList &endings) {
+Result<QStringList, UnsavedTogether> existing(const QString &name, const QStringList &endings) {
     QStringList paths;
-    for (const QString &ending : endings)
-        if (isNameTaken(name + ending))
+    for (const QString &ending : endings) {
+        const Result<bool> isThere = isNameTaken(name + ending);
+        if (const Failure *failure = isThere.failure())
+            return UnsavedTogether{name + ending, *failure, {}};
+        if (*isThere)
             paths << name + ending;
+    }
     return paths;
 }
 
@@ -90,25 +94,27 @@ void UserFiles::writeSet(const QString &name, const Set &set, const QStringList 
     QStringList endings;
     for (const Set::Part &part : set.parts)
         endings << part.ending;
-    const QStringList there = existing(name, endings);
-    QStringList asked = there;
+    const Result<QStringList, UnsavedTogether> there = existing(name, endings);
+    if (const UnsavedTogether *unknown = there.failure())
+        return failed(unknown->path, wordsFor(*unknown));
+    QStringList asked = *there;
     for (const QString &path : replaceable)
         asked.removeAll(path);
     if (!asked.isEmpty())
         return messages_.say(
             Topic::TakenNames,
             tr("Nothing was saved yet. Already in %1: %2.").arg(folderOf(name), fileNames(asked)),
-            {tr("Replace"), [this, name, set, there] {
+            {tr("Replace"), [this, name, set, replaced = *there] {
                  if (gate_.refuses())
                      return;
                  messages_.happened(Event::SavingBegan);
-                 writeSet(name, set, there);
+                 writeSet(name, set, replaced);
              }});
-    const QStringList older = existing(name, set.absentEndings);
+    const Result<QStringList, UnsavedTogether> older = existing(name, set.absentEndings);
+    const bool isSaid = older && !older->isEmpty();
     std::ignore = saveTogether(
         filesOf(name, set), Replacing::Allowed,
-        older.isEmpty() ? QString()
-                        : tr("Not of this set, but there already: %1.").arg(fileNames(older)));
+        isSaid ? tr("Not of this set, but there already: %1.").arg(fileNames(*older)) : QString());
 }
 
 void UserFiles::chooseNames(QWidget *window, const QString &path,

@@ -180,9 +180,17 @@ QStringList ExportWindow::paths() const {
     return paths;
 }
 
-QStringList ExportWindow::takenPaths() const {
-    QStringList taken = paths();
-    taken.removeIf([](const QString &path) { return !isNameTaken(path); });
+// Those that are there already, or a sentence why that is not known.
+Result<QStringList, QString> ExportWindow::takenPaths() const {
+    QStringList taken;
+    for (const QString &path : paths()) {
+        const Result<bool> isThere = isNameTaken(path);
+        if (const Failure *failure = isThere.failure())
+            return tr("%1 cannot be looked at: %2.")
+                .arg(QDir::toNativeSeparators(path), failure->reason);
+        if (*isThere)
+            taken << path;
+    }
     return taken;
 }
 
@@ -196,8 +204,11 @@ Result<void, QString> ExportWindow::mayMakeFiles() const {
             .arg(QDir::toNativeSeparators(offers_.path));
     if (controls_->replace->isChecked())
         return {};
+    const Result<QStringList, QString> taken = takenPaths();
+    if (const QString *why = taken.failure())
+        return *why;
     QStringList names;
-    for (const QString &path : takenPaths())
+    for (const QString &path : *taken)
         names << QFileInfo(path).fileName();
     if (!names.isEmpty())
         return tr("Already there: %1.").arg(names.join(QStringLiteral(", ")));
@@ -239,7 +250,8 @@ void ExportWindow::showState() {
     if (chosen)
         showRecordLength(*chosen);
     c.nameRow->setVisible(isSplit());
-    c.replace->setVisible(isSplit() && !takenPaths().isEmpty());
+    const Result<QStringList, QString> taken = takenPaths();
+    c.replace->setVisible(taken && !taken->isEmpty());
     c.labels->setPlainText(labelsText());
     c.copyButton->setEnabled(run_.outcome());
     c.result->setText(resultText(chosen));

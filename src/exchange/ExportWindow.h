@@ -101,7 +101,7 @@ private:
     ChosenNow placed(Choice choice) const;
     Result<void, QString> mayMakeFiles() const;
     QStringList paths() const;
-    QStringList takenPaths() const;
+    Result<QStringList, QString> takenPaths() const;
     bool isSplit() const;
     void choosesOtherFiles();
     void prepare();

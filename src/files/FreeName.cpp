@@ -9,10 +9,7 @@
 #include <cerrno>
 #include <sys/stat.h>
 
-namespace {
-
-/// Whether something has the name \a path; a failure if that cannot be found out.
-Result<bool> findTaken(const QString &path) {
+Result<bool> isNameTaken(const QString &path) {
     const Result<QByteArray> name = systemName(path);
     struct stat facts = {};
     if (!name)
@@ -22,13 +19,6 @@ Result<bool> findTaken(const QString &path) {
     if (saysMissing(errno))
         return false;
     return Failure::ofSystem(errno);
-}
-
-} // namespace
-
-bool isNameTaken(const QString &path) {
-    const Result<bool> taken = findTaken(path);
-    return !taken || *taken;
 }
 
 bool holdsAlready(const QString &path, QByteArrayView bytes) {
@@ -46,7 +36,7 @@ Result<QString, UnsavedTogether> freePath(const QString &folder, const QString &
     const QString begin = folder + u'/' + name;
     QString path = begin + suffix;
     for (int number = 2;; ++number) {
-        const Result<bool> taken = findTaken(path);
+        const Result<bool> taken = isNameTaken(path);
         if (const Failure *failure = taken.failure())
             return UnsavedTogether{path, *failure, {}};
         if (!*taken || holdsAlready(path, bytes))
@@ -68,8 +58,10 @@ Result<QString, UnsavedTogether> saveUnderFreeName(const QString &folder, const 
         const UnsavedTogether *unsaved = saved.failure();
         if (!unsaved)
             return path;
-        const bool wasTakenMeanwhile = unsaved->failure.systemError == EEXIST && isNameTaken(*path);
-        if (!wasTakenMeanwhile)
+        if (unsaved->failure.systemError != EEXIST)
+            return *unsaved;
+        const Result<bool> wasTakenMeanwhile = isNameTaken(*path);
+        if (!wasTakenMeanwhile || !*wasTakenMeanwhile)
             return *unsaved;
     }
 }

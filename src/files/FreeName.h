@@ -10,9 +10,9 @@
 #include <QByteArrayView>
 #include <QString>
 
-/// True if something has the name \a path, be it a link to nothing. A name that cannot be looked at
-/// counts as taken.
-bool isNameTaken(const QString &path);
+/// Whether something has the name \a path, be it a link to nothing; a failure if that cannot be
+/// found out.
+Result<bool> isNameTaken(const QString &path);
 
 /// True if the file at \a path holds just \a bytes. One that cannot be read counts as another one.
 bool holdsAlready(const QString &path, QByteArrayView bytes);

@@ -25,6 +25,7 @@ private slots:
     void otherFiles_areReplacedOnASecondPressAlone();
     void fileThatComesBetween_isAskedAbout();
     void half_isRefused();
+    void folderThatCannotBeLookedInto_isToldAsItIs();
     void olderFileOfTheName_isSaid();
     void cancelledPanel_savesNothing();
     void whileTheToolRuns_nothingIsSaved();
@@ -163,6 +164,18 @@ void TestWindowMemorySet::half_isRefused() {
     QCOMPARE(names(), QStringLiteral("chip.fuses.conf"));
     QVERIFY(velm_->log.lines.contains(QStringLiteral("error writing to ") +
                                       file(QStringLiteral(".fuses.conf"))));
+}
+
+void TestWindowMemorySet::folderThatCannotBeLookedInto_isToldAsItIs() {
+    const QString loop = velm_->path(QStringLiteral("sets/loop"));
+    QVERIFY(QFile::link(loop, loop));
+    velm_->panels.answer = loop + QStringLiteral("/chip.bin");
+    save();
+    QCOMPARE(velm_->message().section(u'\n', 0, 0),
+             QStringLiteral("Problem: Nothing was saved, since %1/chip.bin could not be written: "
+                            "Too many levels of symbolic links.")
+                 .arg(loop));
+    QVERIFY(!button(QStringLiteral("Replace")));
 }
 
 void TestWindowMemorySet::olderFileOfTheName_isSaid() {

@@ -31,6 +31,7 @@ private slots:
     void lowByteLast_isOnTheLabels();
     void labels_areCopied();
     void filesThatAreThere_areNamedAndAskedFor();
+    void folderThatCannotBeLookedInto_isToldAsItIs();
     void fileThatComesMeanwhile_staysAndNothingIsWritten();
     void folderInTheWay_leavesEverything();
     void missingFolder_isSaid();
@@ -226,6 +227,19 @@ void TestWindowSplitting::filesThatAreThere_areNamedAndAskedFor() {
     QVERIFY(exported());
     QCOMPARE(outFiles(), halfNames);
     QCOMPARE(out("GAME.odd.bin"), oddBytes);
+}
+
+void TestWindowSplitting::folderThatCannotBeLookedInto_isToldAsItIs() {
+    const Ui::ExportWindow &c = splitWindow(1)->controls();
+    const QString loop = velm_->path(QStringLiteral("out/loop"));
+    QVERIFY(QFile::link(loop, loop));
+    c.name->setText(loop + QStringLiteral("/GAME"));
+    QCOMPARE(c.result->text(),
+             QStringLiteral("%1/GAME.even.bin cannot be looked at: Too many levels of symbolic "
+                            "links.")
+                 .arg(loop));
+    QVERIFY(!c.replace->isVisible());
+    QVERIFY(!c.exportButton->isEnabled());
 }
 
 void TestWindowSplitting::fileThatComesMeanwhile_staysAndNothingIsWritten() {
