@@ -1,10 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The VELM authors
 // SPDX-License-Identifier: MIT
 
+#include "support/FailingCalls.h"
 #include "support/WorkspaceFixture.h"
 
 #include <QTest>
 
+#include <cerrno>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -32,6 +34,7 @@ private slots:
     void clear_ofAnEmptyFolderLogsThreeLines();
     void clear_carriesTheFirstErrorOver();
     void clear_errorsOnlyFromTheFailureOn();
+    void clear_logsWhatStaysWhateverFails();
     void clear_laterFailureReplacesTheError();
     void clear_takesTheKeysOwnPaths();
     void clear_aFileInsteadOfTheFolder();
@@ -92,6 +95,22 @@ void TestTemporaryWorkspace::clear_errorsOnlyFromTheFailureOn() {
     at->workspace.clear_temp_files();
     QCOMPARE(at->log.lines, QStringList({removingRead + absent, removingSearch + absent}));
     QCOMPARE(at->names(), QString());
+}
+
+void TestTemporaryWorkspace::clear_logsWhatStaysWhateverFails() {
+    bool hasStruck = true;
+    for (int call = 1; hasStruck; ++call) {
+        makeFiles({at->output(), at->read(), at->search()});
+        at->log.take();
+        QByteArray name;
+        {
+            const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+            at->workspace.clear_temp_files();
+            hasStruck = failing.hasStruck();
+            name = failing.struckCall();
+        }
+        QVERIFY2(at->names().isEmpty() || !at->log.lines.isEmpty(), name.constData());
+    }
 }
 
 void TestTemporaryWorkspace::clear_laterFailureReplacesTheError() {
