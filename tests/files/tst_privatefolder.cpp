@@ -14,6 +14,7 @@
 #include <cerrno>
 #include <sys/stat.h>
 #include <sys/xattr.h>
+#include <tuple>
 
 class TestPrivateFolder : public QObject {
     Q_OBJECT
@@ -22,6 +23,7 @@ private slots:
     void newFolders_areTheUsersAlone_data();
     void newFolders_areTheUsersAlone();
     void folderThatCannotBeGivenToItsOwner_doesNotStay();
+    void folderOfAKilledProgram_stays();
     void newFolders_areOpenToNoAccessList();
     void folderMadeMeanwhile_isTaken();
     void existingFolders_stayAsTheyAre();
@@ -92,6 +94,26 @@ void TestPrivateFolder::folderThatCannotBeGivenToItsOwner_doesNotStay() {
             QVERIFY2(permissionsOf(home.filePath(QLatin1String(each))) == 0700U, name.constData());
     }
     QVERIFY(chmodHasFailed);
+}
+
+// Whoever is dead removes nothing either.
+void TestPrivateFolder::folderOfAKilledProgram_stays() {
+    bool hasMadeOne = false;
+    bool struck = true;
+    for (int call = 1; struck; ++call) {
+        const QTemporaryDir home;
+        const QString folder = home.filePath(QStringLiteral("a"));
+        QByteArray name;
+        {
+            const FailingCalls killing(call, FailingCalls::Mishap::Kills, EIO);
+            std::ignore = makeUnder(0777, folder);
+            struck = killing.hasStruck();
+            name = killing.struckCall();
+        }
+        hasMadeOne = hasMadeOne || name == "lstat";
+        QVERIFY2(!hasMadeOne || QDir(folder).exists(), name.constData());
+    }
+    QVERIFY(hasMadeOne);
 }
 
 void TestPrivateFolder::newFolders_areOpenToNoAccessList() {

@@ -390,6 +390,10 @@ int mkdir(const char *path, mode_t mode) noexcept {
     return changing<int(const char *, mode_t)>("mkdir", path, mode);
 }
 
+int rmdir(const char *path) noexcept {
+    return changing<int(const char *)>("rmdir", path);
+}
+
 int fchmod(int file, mode_t mode) noexcept {
     return changing<int(int, mode_t)>("fchmod", file, mode);
 }
