@@ -29,7 +29,7 @@ Result<FileDescriptor> openToReplace(const QByteArray &name) {
     FileDescriptor made(::open(name.constData(), flags, modeOfNewFiles));
     if (!made.isOpen())
         return Failure::ofSystem(errno);
-    giveToOwner(made.get());
+    letOwnerUse(made.get());
     return made;
 }
 

@@ -59,8 +59,8 @@ bool giveAccessList(const QByteArray &path, int file) {
 
 } // namespace
 
-// One whose rights are not known gets none for others.
-void giveToOwner(int file) {
+// One whose rights are not known comes to be its owner's alone: what others had is taken from them.
+void letOwnerUse(int file) {
     struct stat facts = {};
     if (::fstat(file, &facts) == 0 && (facts.st_mode & ownersBits) == ownersBits)
         return;

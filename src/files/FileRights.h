@@ -15,4 +15,4 @@ void giveRightsOf(const QByteArray &path, int file);
 
 /// Lets the owner of the open \a file, which has just been made, read and write it, where a umask
 /// took that away.
-void giveToOwner(int file);
+void letOwnerUse(int file);

@@ -26,7 +26,7 @@ bool leadsToFolder(const QByteArray &name) {
 
 /// By the name of the folder alone: a link that somebody has put in its place leads elsewhere.
 /// A disk without rights of its own refuses to change any.
-Result<void> giveToOwner(const QByteArray &name) {
+Result<void> makeOwnersAlone(const QByteArray &name) {
     struct stat facts = {};
     if (::lstat(name.constData(), &facts) == 0 && (facts.st_mode & S_IRWXU) == S_IRWXU)
         return {};
@@ -37,7 +37,7 @@ Result<void> giveToOwner(const QByteArray &name) {
 
 Result<void> makeLast(const QByteArray &name) {
     if (::mkdir(name.constData(), theOwnerAlone) == 0) {
-        const Result<void> given = giveToOwner(name);
+        const Result<void> given = makeOwnersAlone(name);
         // The next one who asks would take it for one that can be used.
         if (!given)
             ::rmdir(name.constData());

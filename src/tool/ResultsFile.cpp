@@ -41,7 +41,7 @@ Result<FileDescriptor> openForAppending(const QString &path) {
     if (!file.isOpen())
         return Failure::ofSystem(errno);
     // It is opened anew for each piece of the report.
-    giveToOwner(file.get());
+    letOwnerUse(file.get());
     return file;
 }
 
