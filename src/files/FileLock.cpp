@@ -25,12 +25,7 @@ Result<FileDescriptor> openToReplace(const QByteArray &name) {
     Result<FileDescriptor> there = openRegular(name, O_RDWR);
     if (there || there.failure()->systemError != ENOENT)
         return there;
-    constexpr int flags = O_RDWR | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-    FileDescriptor made(::open(name.constData(), flags, modeOfNewFiles));
-    if (!made.isOpen())
-        return Failure::ofSystem(errno);
-    letOwnerUse(made.get());
-    return made;
+    return openOrMake(name, O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, modeOfNewFiles);
 }
 
 /// Some file systems know no locks. There everybody gets one, since nobody could save otherwise:

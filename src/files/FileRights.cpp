@@ -3,9 +3,8 @@
 
 #include "files/FileRights.h"
 
-#include "base/FileDescriptor.h"
-
 #include <cerrno>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -57,15 +56,22 @@ bool giveAccessList(const QByteArray &path, int file) {
 #endif
 }
 
-} // namespace
+/// True for a link, too, that stands in the way of a new file and over which the system makes one.
+bool leadsNowhere(const QByteArray &name) {
+    struct stat facts = {};
+    return ::stat(name.constData(), &facts) != 0 && errno == ENOENT;
+}
 
-// One whose rights are not known comes to be its owner's alone: what others had is taken from them.
+/// For one that has just been made. One whose rights are not known comes to be its owner's alone:
+/// what others had is taken from them.
 void letOwnerUse(int file) {
     struct stat facts = {};
     if (::fstat(file, &facts) == 0 && (facts.st_mode & ownersBits) == ownersBits)
         return;
     ::fchmod(file, (facts.st_mode & permissionBits) | ownersBits);
 }
+
+} // namespace
 
 void giveRightsOf(const QByteArray &path, int file) {
     struct stat old = {};
@@ -80,4 +86,18 @@ void giveRightsOf(const QByteArray &path, int file) {
     const mode_t mode = old.st_mode & permissionBits;
     const bool groupIsKnown = giveOwners(old, file) && giveAccessList(path, file);
     ::fchmod(file, groupIsKnown ? mode : mode & ~mode_t(S_IRWXG));
+}
+
+Result<FileDescriptor> openOrMake(const QByteArray &name, int flags, mode_t mode) {
+    FileDescriptor file(::open(name.constData(), flags | O_CREAT | O_EXCL, mode));
+    bool isNew = file.isOpen();
+    if (!isNew) {
+        isNew = leadsNowhere(name);
+        file = FileDescriptor(::open(name.constData(), flags | O_CREAT, mode));
+    }
+    if (!file.isOpen())
+        return Failure::ofSystem(errno);
+    if (isNew)
+        letOwnerUse(file.get());
+    return file;
 }

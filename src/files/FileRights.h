@@ -3,7 +3,12 @@
 
 #pragma once
 
+#include "base/FileDescriptor.h"
+#include "base/Result.h"
+
 #include <QByteArray>
+
+#include <sys/types.h>
 
 /// Gives the open new \a file, which only the user may use so far, the rights of the file at
 /// \a path (a name for the system), whose place it is to take: owner, group, mode and access list,
@@ -13,6 +18,7 @@
 /// write whatever the umask.
 void giveRightsOf(const QByteArray &path, int file);
 
-/// Lets the owner of the open \a file, which has just been made, read and write it, where a umask
-/// took that away.
-void letOwnerUse(int file);
+/// Opens the file \a name (for the system) as \a flags say. Where there is none it is made with
+/// \a mode, and its owner may read and write it whatever the umask; one that is there keeps its
+/// rights.
+Result<FileDescriptor> openOrMake(const QByteArray &name, int flags, mode_t mode);

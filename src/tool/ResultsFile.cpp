@@ -20,10 +20,11 @@
 
 namespace {
 
-/// Non-blocking, because opening a FIFO would wait for a reader.
-FileDescriptor openedForAppending(const QByteArray &name, int furtherFlags) {
-    constexpr int flags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK;
-    return FileDescriptor(::open(name.constData(), flags | furtherFlags, modeOfNewFiles));
+/// Non-blocking, because opening a FIFO would wait for a reader. It is opened anew for each piece
+/// of the report, so its owner must be able to.
+Result<FileDescriptor> openedForAppending(const QByteArray &name, int furtherFlags) {
+    constexpr int flags = O_WRONLY | O_APPEND | O_CLOEXEC | O_NONBLOCK;
+    return openOrMake(name, flags | furtherFlags, modeOfNewFiles);
 }
 
 /// Through a link of somebody else's the report would go where nobody meant. So a link is only
@@ -32,17 +33,12 @@ Result<FileDescriptor> openForAppending(const QString &path) {
     const Result<QByteArray> name = systemName(path);
     if (!name)
         return *name.failure();
-    FileDescriptor file = openedForAppending(*name, O_NOFOLLOW);
-    if (!file.isOpen() && errno == ELOOP) {
-        if (const Result<void> may = mayFollow(path); !may)
-            return *may.failure();
-        file = openedForAppending(*name, 0);
-    }
-    if (!file.isOpen())
-        return Failure::ofSystem(errno);
-    // It is opened anew for each piece of the report.
-    letOwnerUse(file.get());
-    return file;
+    Result<FileDescriptor> file = openedForAppending(*name, O_NOFOLLOW);
+    if (file || file.failure()->systemError != ELOOP)
+        return file;
+    if (const Result<void> may = mayFollow(path); !may)
+        return *may.failure();
+    return openedForAppending(*name, 0);
 }
 
 } // namespace

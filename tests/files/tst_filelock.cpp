@@ -15,6 +15,7 @@
 
 #include <sys/stat.h>
 #include <thread>
+#include <tuple>
 
 using namespace std::chrono_literals;
 
@@ -55,6 +56,7 @@ private slots:
     void missingFile_isMadeForItsOwnerWhateverTheUmask_data();
     void missingFile_isMadeForItsOwnerWhateverTheUmask();
     void existingFile_keepsItsRights();
+    void fileMadeMeanwhile_keepsItsRights();
     void otherHolder_isWaitedForAsLongAsSaid();
     void fileReplacedMeanwhile_isLockedAnew();
     void countersAtOnce_loseNothing();
@@ -121,6 +123,24 @@ void TestFileLock::existingFile_keepsItsRights() {
     ::umask(before);
     QCOMPARE(outcomeOf(taken), QStringLiteral("taken"));
     QCOMPARE(rightsOf(path()), 0640U);
+}
+
+void TestFileLock::fileMadeMeanwhile_keepsItsRights() {
+    const QString missing = folder_->filePath(QStringLiteral("new.conf"));
+    bool struck = true;
+    for (int call = 1; struck; ++call) {
+        bool isOthers = false;
+        {
+            const FailingCalls meanwhile(call, [&] {
+                isOthers = !QFile::exists(missing) && writeWholeFile(missing, "1") &&
+                           ::chmod(QFile::encodeName(missing).constData(), 0200) == 0;
+            });
+            std::ignore = FileLock::take(missing, 0ms);
+            struck = meanwhile.hasStruck();
+        }
+        QCOMPARE(rightsOf(missing), isOthers ? 0200U : 0644U);
+        QVERIFY(QFile::remove(missing));
+    }
 }
 
 void TestFileLock::otherHolder_isWaitedForAsLongAsSaid() {

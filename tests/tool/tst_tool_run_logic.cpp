@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "ToolBench.h"
+#include "base/FileDescriptor.h"
 
 #include "support/FailingCalls.h"
 #include "support/FileHelpers.h"
@@ -18,7 +19,9 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <tuple>
 #include <unistd.h>
 
 /// The logic test's report, which reaches its file through the pipes alone.
@@ -41,7 +44,11 @@ private slots:
     void results_thatCannotBeEmptiedAreOlder();
     void results_areNeverOlderWhateverFails();
     void results_areWholeWhateverTheUmask();
+    void results_areWholeBehindALinkThatLeadsNowhere();
+    void results_thatAreThereKeepTheirRights_data();
+    void results_thatAreThereKeepTheirRights();
     void results_thatAreAPipeStayOne();
+    void results_thatAreAPipeKeepItsRights();
     void results_thatCannotBeCreatedAreLoggedForEachChunk();
     void results_goToNoFileWhoseNameIsCutShort();
     void results_neverWaitForAReader();
@@ -89,6 +96,11 @@ public:
 private:
     QString awaitedFile_;
 };
+
+uint modeOf(const QString &path) {
+    struct stat facts = {};
+    return ::stat(qUtf8Printable(path), &facts) == 0 ? facts.st_mode & 07777U : 0U;
+}
 
 } // namespace
 
@@ -275,6 +287,46 @@ void TestToolRunLogic::results_areWholeWhateverTheUmask() {
     QCOMPARE(readWholeFile(path), QByteArray("first second"));
 }
 
+// The user may keep the reports elsewhere.
+void TestToolRunLogic::results_areWholeBehindALinkThatLeadsNowhere() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("report"));
+    const QString target = folder.filePath(QStringLiteral("elsewhere"));
+    QVERIFY(QFile::link(target, path));
+    RecordingLog log;
+    const mode_t before = ::umask(0777);
+    const bool areAdded =
+        appendToResultsFile(path, "first ", log) && appendToResultsFile(path, "second", log);
+    ::umask(before);
+    QVERIFY(areAdded);
+    QCOMPARE(readWholeFile(target), QByteArray("first second"));
+    QCOMPARE(modeOf(target), 0600U);
+}
+
+void TestToolRunLogic::results_thatAreThereKeepTheirRights_data() {
+    QTest::addColumn<uint>("mode");
+    for (const uint mode : {0644U, 0200U, 02610U, 02210U})
+        QTest::addRow("%04o", mode) << mode;
+}
+
+void TestToolRunLogic::results_thatAreThereKeepTheirRights() {
+    QFETCH(uint, mode);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("report"));
+    RecordingLog log;
+    bool hasStruck = true;
+    for (int call = 1; hasStruck; ++call) {
+        QVERIFY(writeWholeFile(path, "first "));
+        QCOMPARE(::chmod(qUtf8Printable(path), mode), 0);
+        {
+            const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+            std::ignore = appendToResultsFile(path, QByteArrayView(), log);
+            hasStruck = failing.hasStruck();
+        }
+        QCOMPARE(modeOf(path), mode);
+    }
+}
+
 // Nor is a device removed, which the setting may name as well.
 void TestToolRunLogic::results_thatAreAPipeStayOne() {
     ToolBench bench;
@@ -286,6 +338,20 @@ void TestToolRunLogic::results_thatAreAPipeStayOne() {
     struct stat facts = {};
     QCOMPARE(::lstat(qUtf8Printable(path), &facts), 0);
     QVERIFY(S_ISFIFO(facts.st_mode));
+}
+
+void TestToolRunLogic::results_thatAreAPipeKeepItsRights() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("report"));
+    QCOMPARE(::mkfifo(qUtf8Printable(path), 0600), 0);
+    const FileDescriptor reader(::open(qUtf8Printable(path), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    QVERIFY(reader.isOpen());
+    QCOMPARE(::chmod(qUtf8Printable(path), 0200), 0);
+    RecordingLog log;
+    const Result<void> added = appendToResultsFile(path, "row\n", log);
+    QVERIFY(!added);
+    QCOMPARE(added.failure()->reason, QStringLiteral("Not a regular file"));
+    QCOMPARE(modeOf(path), 0200U);
 }
 
 void TestToolRunLogic::results_thatCannotBeCreatedAreLoggedForEachChunk() {
