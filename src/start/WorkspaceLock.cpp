@@ -4,6 +4,7 @@
 #include "start/WorkspaceLock.h"
 
 #include "files/FileOwnership.h"
+#include "files/FileRights.h"
 #include "files/PrivateFolder.h"
 #include "files/SystemName.h"
 
@@ -73,11 +74,7 @@ Result<FileDescriptor> openLockFile(const QString &folder, const QString &key) {
             QCoreApplication::translate("WorkspaceLock", "%1 is no folder of this user alone")
                 .arg(folder)};
     const QByteArray path = QFile::encodeName(folder + QStringLiteral("/velm-%1.lock").arg(key));
-    FileDescriptor file(
-        ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
-    if (!file.isOpen())
-        return Failure::ofSystem(errno);
-    return file;
+    return openOrMake(path, O_RDWR | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
 }
 
 } // namespace
