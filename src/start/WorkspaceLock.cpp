@@ -74,7 +74,15 @@ Result<FileDescriptor> openLockFile(const QString &folder, const QString &key) {
             QCoreApplication::translate("WorkspaceLock", "%1 is no folder of this user alone")
                 .arg(folder)};
     const QByteArray path = QFile::encodeName(folder + QStringLiteral("/velm-%1.lock").arg(key));
-    return openOrMake(path, O_RDWR | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
+    constexpr mode_t mode = S_IRUSR | S_IWUSR;
+    constexpr int flags = O_RDWR | O_CLOEXEC | O_NOFOLLOW;
+    Result<FileDescriptor> file = openOrMake(path, flags, mode);
+    // A start of before may have left one that its owner cannot open. Nobody else can put a link
+    // in its place.
+    const bool isClosed = !file && file.failure()->systemError == EACCES;
+    if (isClosed && ::fchmodat(AT_FDCWD, path.constData(), mode, AT_SYMLINK_NOFOLLOW) == 0)
+        return openOrMake(path, flags, mode);
+    return file;
 }
 
 } // namespace

@@ -22,9 +22,15 @@ private slots:
     void cleanup() { user_.reset(); }
     void newFile_isItsOwnersWhateverTheUmask_data();
     void newFile_isItsOwnersWhateverTheUmask();
+    void olderFile_comesToBeItsOwners_data();
+    void olderFile_comesToBeItsOwners();
 
 private:
     WorkspaceLock lock() const { return {QStringLiteral("/a/b"), runtime_->path()}; }
+    QString path() const {
+        return lock().address().path.chopped(QLatin1String("socket").size()) +
+               QStringLiteral("lock");
+    }
 
     std::unique_ptr<QTemporaryDir> runtime_;
     std::unique_ptr<UnprivilegedUser> user_;
@@ -39,6 +45,11 @@ QString holderOf(WorkspaceLock &lock) {
         return failure->reason;
     return *holder == WorkspaceLock::Holder::ThisProcess ? QStringLiteral("this process")
                                                          : QStringLiteral("another");
+}
+
+uint modeOf(const QString &path) {
+    struct stat facts = {};
+    return ::stat(QFile::encodeName(path).constData(), &facts) == 0 ? facts.st_mode & 07777U : 0U;
 }
 
 } // namespace
@@ -69,6 +80,25 @@ void TestWorkspaceLockFile::newFile_isItsOwnersWhateverTheUmask() {
         ::umask(before);
         QCOMPARE(holder, QStringLiteral("this process"));
         QCOMPARE(holderOf(second), QStringLiteral("another"));
+    }
+    QCOMPARE(holderOf(second), QStringLiteral("this process"));
+}
+
+void TestWorkspaceLockFile::olderFile_comesToBeItsOwners_data() {
+    QTest::addColumn<uint>("mode");
+    QTest::newRow("it may not be written") << 0400U;
+    QTest::newRow("nobody may do anything") << 0000U;
+}
+
+void TestWorkspaceLockFile::olderFile_comesToBeItsOwners() {
+    QFETCH(uint, mode);
+    WorkspaceLock second = lock();
+    {
+        WorkspaceLock first = lock();
+        QCOMPARE(holderOf(first), QStringLiteral("this process"));
+        QCOMPARE(::chmod(QFile::encodeName(path()).constData(), mode), 0);
+        QCOMPARE(holderOf(second), QStringLiteral("another"));
+        QCOMPARE(modeOf(path()), 0600U);
     }
     QCOMPARE(holderOf(second), QStringLiteral("this process"));
 }
