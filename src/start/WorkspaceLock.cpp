@@ -55,6 +55,12 @@ Result<WorkspaceLock::Holder> lockAtOnce(const FileDescriptor &file) {
     return Failure::ofSystem(errno);
 }
 
+/// True if the system's number \a error says that there is no folder that could be locked: none is
+/// there, or links lead to each other, or the user may not open it, who may use it all the same.
+bool saysNoFolder(int error) {
+    return saysMissing(error) || error == EACCES || error == ELOOP;
+}
+
 /// The folder at \a path to be locked; not open if there is none that could be, where the lock file
 /// has to do. It is a failure if that is not known, since there is no room for one more file.
 Result<FileDescriptor> openToLock(const QString &path) {
@@ -65,6 +71,28 @@ Result<FileDescriptor> openToLock(const QString &path) {
     if (!folder.isOpen() && (errno == EMFILE || errno == ENFILE || errno == ENOMEM))
         return Failure::ofSystem(errno);
     return folder;
+}
+
+/// True if the open \a folder is what stands at \a path; false if another one does, or none. It is
+/// a failure if that is not known: this process's own folder, taken for another, would be locked
+/// anew, and so be found locked.
+Result<bool> isAt(const QString &path, const FileDescriptor &folder) {
+    const Result<QByteArray> name = systemName(path);
+    if (!name || !folder.isOpen())
+        return false;
+    struct stat there = {};
+    if (::stat(name->constData(), &there) != 0) {
+        if (saysNoFolder(errno))
+            return false;
+        return Failure::ofSystem(errno);
+    }
+    struct stat opened = {};
+    if (::fstat(folder.get(), &opened) == 0)
+        return there.st_dev == opened.st_dev && there.st_ino == opened.st_ino;
+    // A share's word for one that has gone for good.
+    if (errno == ESTALE)
+        return false;
+    return Failure::ofSystem(errno);
 }
 
 Result<FileDescriptor> openLockFile(const QString &folder, const QString &key) {
@@ -116,7 +144,10 @@ Result<WorkspaceLock::Holder> WorkspaceLock::take() {
 // Where the file system knows no locks, the file has to do as well.
 Result<WorkspaceLock::Holder> WorkspaceLock::holdFolder(const QString &temporaryFolder) {
     // It may have another name by now, which is no reason to compete with oneself for it.
-    if (const auto name = systemName(temporaryFolder); name && standsAt(*name, folder_)) {
+    const Result<bool> isHeld = isAt(temporaryFolder, folder_);
+    if (const Failure *failure = isHeld.failure())
+        return *failure;
+    if (*isHeld) {
         takeName(temporaryFolder);
         return Holder::ThisProcess;
     }

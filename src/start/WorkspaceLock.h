@@ -32,7 +32,7 @@ public:
 
     /// Tries to take both locks, the file's and the folder's, without waiting. One that this
     /// process has already, it keeps. Gives who has them then. A failure means that there can be
-    /// no lock file.
+    /// no lock file, or that the system does not say what the folder is.
     Result<Holder> take();
     /// Locks \a temporaryFolder, which the settings may have come to name since, unless it is
     /// locked. One that is missing is locked by the file until it is there. The locks of an earlier

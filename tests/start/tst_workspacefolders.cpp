@@ -36,6 +36,8 @@ class TestWorkspaceFolders : public QObject {
 private slots:
     void aFolderThatIsMadeAnew_isLockedAnew();
     void aFolderThatCannotBeOpenedNow_isNotGivenUp();
+    void aFolderThatCannotBeLookedAtNow_isNobodyElses();
+    void aFolderThatHasGoneForGood_makesRoomForAnother();
     void aFolderOfLater_isLockedAndTheEarlierGivenUp_data();
     void aFolderOfLater_isLockedAndTheEarlierGivenUp();
     void aFolderOfLaterThatIsAnothers_isRefused_data();
@@ -81,6 +83,45 @@ void TestWorkspaceFolders::aFolderThatCannotBeOpenedNow_isNotGivenUp() {
     QVERIFY(failing.hasStruck());
     QVERIFY(holder.failure());
     QCOMPARE(holder.failure()->systemError, EMFILE);
+}
+
+void TestWorkspaceFolders::aFolderThatCannotBeLookedAtNow_isNobodyElses() {
+    const QTemporaryDir folder;
+    const QString workspace = folder.filePath(QStringLiteral("workspace"));
+    const QString link = folder.filePath(QStringLiteral("link"));
+    QVERIFY(QDir().mkpath(workspace));
+    QVERIFY(QFile::link(workspace, link));
+    for (const QString &name : {workspace, link}) {
+        WorkspaceLock lock(name, runtime_.path());
+        QVERIFY(isTaken(lock));
+        bool struck = true;
+        for (int call = 1; struck; ++call) {
+            const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+            const Result<WorkspaceLock::Holder> holder = lock.holdFolder(name);
+            struck = failing.hasStruck();
+            const bool isTold = holder.failure() && holder.failure()->systemError == EIO;
+            QVERIFY2(isTold || isOurs(holder), failing.struckCall().constData());
+        }
+    }
+}
+
+// The system says so of a folder that has gone from a share.
+void TestWorkspaceFolders::aFolderThatHasGoneForGood_makesRoomForAnother() {
+    const QTemporaryDir folder;
+    const QTemporaryDir otherRuntime;
+    const QString workspace = folder.filePath(QStringLiteral("workspace"));
+    QVERIFY(QDir().mkpath(workspace));
+    WorkspaceLock first(workspace, runtime_.path());
+    QVERIFY(isTaken(first));
+    QVERIFY(QFile::rename(workspace, folder.filePath(QStringLiteral("older"))));
+    QVERIFY(QDir().mkpath(workspace));
+    {
+        const FailingCalls failing("fstat", 1, ESTALE);
+        QVERIFY(isOurs(first.holdFolder(workspace)));
+        QVERIFY(failing.hasStruck());
+    }
+    WorkspaceLock second(workspace, otherRuntime.path());
+    QVERIFY(!isTaken(second));
 }
 
 void TestWorkspaceFolders::aFolderOfLater_isLockedAndTheEarlierGivenUp_data() {
