@@ -62,13 +62,13 @@ bool saysNoFolder(int error) {
 }
 
 /// The folder at \a path to be locked; not open if there is none that could be, where the lock file
-/// has to do. It is a failure if that is not known, since there is no room for one more file.
+/// has to do. It is a failure if that is not known.
 Result<FileDescriptor> openToLock(const QString &path) {
     const Result<QByteArray> name = systemName(path);
     if (!name)
         return FileDescriptor();
     FileDescriptor folder(::open(name->constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!folder.isOpen() && (errno == EMFILE || errno == ENFILE || errno == ENOMEM))
+    if (!folder.isOpen() && !saysNoFolder(errno))
         return Failure::ofSystem(errno);
     return folder;
 }

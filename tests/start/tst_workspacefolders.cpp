@@ -4,6 +4,8 @@
 #include "start/WorkspaceLock.h"
 
 #include "support/FailingCalls.h"
+#include "support/FileHelpers.h"
+#include "support/Privileges.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,6 +15,7 @@
 #include <cerrno>
 #include <memory>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -38,6 +41,10 @@ private slots:
     void aFolderThatCannotBeOpenedNow_isNotGivenUp();
     void aFolderThatCannotBeLookedAtNow_isNobodyElses();
     void aFolderThatHasGoneForGood_makesRoomForAnother();
+    void aFolderOfWhichNothingIsKnown_isAFailure_data();
+    void aFolderOfWhichNothingIsKnown_isAFailure();
+    void whatCanBeNoFolder_hasTheFileForItsLock_data();
+    void whatCanBeNoFolder_hasTheFileForItsLock();
     void aFolderOfLater_isLockedAndTheEarlierGivenUp_data();
     void aFolderOfLater_isLockedAndTheEarlierGivenUp();
     void aFolderOfLaterThatIsAnothers_isRefused_data();
@@ -121,6 +128,70 @@ void TestWorkspaceFolders::aFolderThatHasGoneForGood_makesRoomForAnother() {
         QVERIFY(failing.hasStruck());
     }
     WorkspaceLock second(workspace, otherRuntime.path());
+    QVERIFY(!isTaken(second));
+}
+
+void TestWorkspaceFolders::aFolderOfWhichNothingIsKnown_isAFailure_data() {
+    QTest::addColumn<int>("error");
+    for (const int error : {EIO, ESTALE, EMFILE, ENFILE, ENOMEM, ETIMEDOUT})
+        QTest::addRow("%s", qPrintable(Failure::ofSystem(error).reason)) << error;
+}
+
+// The lock's file alone would be half of one.
+void TestWorkspaceFolders::aFolderOfWhichNothingIsKnown_isAFailure() {
+    QFETCH(int, error);
+    const QTemporaryDir workspace;
+    const QTemporaryDir otherRuntime;
+    bool isTold = false;
+    bool struck = true;
+    for (int call = 1; struck; ++call) {
+        WorkspaceLock first(workspace.path(), runtime_.path());
+        bool isHeld = false;
+        {
+            const FailingCalls failing("open", call, error);
+            const Result<WorkspaceLock::Holder> holder = first.take();
+            struck = failing.hasStruck();
+            isHeld = bool(holder);
+            isTold = isTold || (!holder && holder.failure()->systemError == error);
+        }
+        WorkspaceLock second(workspace.path(), otherRuntime.path());
+        QVERIFY(!isHeld || !isTaken(second));
+    }
+    QVERIFY(isTold);
+}
+
+void TestWorkspaceFolders::whatCanBeNoFolder_hasTheFileForItsLock_data() {
+    QTest::addColumn<QString>("name");
+    QTest::newRow("missing") << QStringLiteral("missing");
+    QTest::newRow("below a file") << QStringLiteral("file/workspace");
+    QTest::newRow("a file") << QStringLiteral("file");
+    QTest::newRow("too long a name") << QString(300, u'x');
+    QTest::newRow("a loop of links") << QStringLiteral("loop");
+    QTest::newRow("may not be read") << QStringLiteral("closed");
+    QTest::newRow("in one that may not be entered") << QStringLiteral("closed/workspace");
+}
+
+// Or none that could be locked: one that may not be read can be of use all the same.
+void TestWorkspaceFolders::whatCanBeNoFolder_hasTheFileForItsLock() {
+    QFETCH(QString, name);
+    const QTemporaryDir folder;
+    const QTemporaryDir runtime;
+    QVERIFY(writeWholeFile(folder.filePath(QStringLiteral("file")), {}));
+    QVERIFY(QFile::link(QStringLiteral("loop"), folder.filePath(QStringLiteral("loop"))));
+    QVERIFY(QDir().mkpath(folder.filePath(QStringLiteral("closed/workspace"))));
+    QCOMPARE(::chmod(QFile::encodeName(folder.filePath(QStringLiteral("closed"))).constData(), 0),
+             0);
+    for (const QTemporaryDir *each : {&folder, &runtime})
+        if (::geteuid() == 0)
+            QCOMPARE(::chown(QFile::encodeName(each->path()).constData(), UnprivilegedUser::nobody,
+                             gid_t(-1)),
+                     0);
+    const UnprivilegedUser user;
+    QVERIFY(user.isValid());
+    WorkspaceLock lock(folder.filePath(name), runtime.path());
+    QVERIFY(isTaken(lock));
+    QVERIFY(isTaken(lock));
+    WorkspaceLock second(folder.filePath(name), runtime.path());
     QVERIFY(!isTaken(second));
 }
 
