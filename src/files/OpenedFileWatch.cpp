@@ -15,16 +15,18 @@ namespace {
 /// vain while somebody writes it.
 constexpr std::chrono::milliseconds quiet(200);
 
+/// How soon a file is looked at again of which nothing is known, or whose changes nobody tells.
+constexpr std::chrono::milliseconds later(1000);
+
 } // namespace
 
 OpenedFileWatch::OpenedFileWatch(QObject *parent) : QObject(parent) {
     settling_.setSingleShot(true);
-    settling_.setInterval(quiet);
-    connect(&watcher_, &QFileSystemWatcher::fileChanged, this, [this] { settling_.start(); });
+    connect(&watcher_, &QFileSystemWatcher::fileChanged, this, [this] { settling_.start(quiet); });
     // Most of what happens in a folder is about others, and need not come to rest.
     connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, [this] {
         if (!settling_.isActive())
-            settling_.start();
+            settling_.start(quiet);
     });
     connect(&settling_, &QTimer::timeout, this, &OpenedFileWatch::look);
 }
@@ -43,7 +45,7 @@ void OpenedFileWatch::watch(const QString &path, const std::optional<FileStamp> 
     settling_.stop();
     listen();
     if (opened_ && FileStamp::of(path_) != opened_)
-        settling_.start();
+        settling_.start(quiet);
 }
 
 // A file that is replaced is another one to the system, so its folder is watched as well.
@@ -64,6 +66,10 @@ void OpenedFileWatch::look() {
     const std::optional<FileStamp> now = FileStamp::of(path_);
     // Such as a share that does not answer: nothing is known of the file then.
     const bool isUnknown = !now && !isMissing(path_);
+    // Most likely the system did not answer when it was to be watched.
+    const bool isUnheard = now && !watcher_.files().contains(path_);
+    if (isUnknown || isUnheard)
+        settling_.start(later);
     if (now == seen_ || isUnknown)
         return;
     seen_ = now;
