@@ -39,12 +39,12 @@ void OpenedFileWatch::watch(const QString &path, const std::optional<FileStamp> 
     const QStringList watched = watcher_.files() + watcher_.directories();
     if (!watched.isEmpty())
         watcher_.removePaths(watched);
+    path_ = opened || !isMissing(path) ? path : QString();
     opened_ = opened;
-    path_ = opened_ ? path : QString();
-    seen_ = opened_;
+    seen_ = opened;
     settling_.stop();
     listen();
-    if (opened_ && FileStamp::of(path_) != opened_)
+    if (!path_.isEmpty())
         settling_.start(quiet);
 }
 
@@ -70,6 +70,11 @@ void OpenedFileWatch::look() {
     const bool isUnheard = now && !watcher_.files().contains(path_);
     if (isUnknown || isUnheard)
         settling_.start(later);
+    // The first that is known of it.
+    if (!opened_) {
+        opened_ = now;
+        seen_ = now;
+    }
     if (now == seen_ || isUnknown)
         return;
     seen_ = now;

@@ -21,10 +21,11 @@ public:
     explicit OpenedFileWatch(QObject *parent = nullptr);
 
     /// Watches the file at the absolute \a path, as it is at this moment, instead of any other. An
-    /// empty path, or one without a file, watches nothing.
+    /// empty path, or one without a file, watches nothing. What cannot be looked at now counts as
+    /// it is when it can.
     void watch(const QString &path);
     /// Watches it from the state with the stamp \a opened on: a change since then is told soon.
-    /// Without a stamp nothing is watched.
+    /// Without a stamp it counts as it is when it is looked at next.
     void watch(const QString &path, const std::optional<FileStamp> &opened);
     /// The watched file; empty if there is none.
     QString path() const { return path_; }

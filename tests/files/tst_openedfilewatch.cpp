@@ -26,6 +26,8 @@ private slots:
     void goingAndComing_isNoticed();
     void fileThatCannotBeSeenJustNow_hasNotGone_data();
     void fileThatCannotBeSeenJustNow_hasNotGone();
+    void fileThatCannotBeSeenAtFirst_isWatchedAllTheSame_data();
+    void fileThatCannotBeSeenAtFirst_isWatchedAllTheSame();
     void writingSinceAnEarlierStamp_isNoticed();
     void busyFolder_hidesNothing();
     void anotherFile_isWatchedInstead();
@@ -136,6 +138,26 @@ void TestOpenedFileWatch::fileThatCannotBeSeenJustNow_hasNotGone() {
     QVERIFY(writeWholeFile(path(), "third, in place"));
     QCOMPARE(next(), State::Changed);
     QVERIFY(states_->isEmpty());
+}
+
+void TestOpenedFileWatch::fileThatCannotBeSeenAtFirst_isWatchedAllTheSame_data() {
+    QTest::addColumn<int>("call");
+    for (int call = 1; call <= 4; ++call)
+        QTest::addRow("call %d", call) << call;
+}
+
+void TestOpenedFileWatch::fileThatCannotBeSeenAtFirst_isWatchedAllTheSame() {
+    QFETCH(int, call);
+    {
+        const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+        watch_->watch(path());
+        QVERIFY(failing.hasStruck());
+        const int looks = failing.callsMade().value("stat");
+        QTRY_VERIFY(failing.callsMade().value("stat") > looks);
+    }
+    QCOMPARE(watch_->path(), path());
+    QVERIFY(writeWholeFile(path(), "second"));
+    QCOMPARE(next(), State::Changed);
 }
 
 void TestOpenedFileWatch::anotherFile_isWatchedInstead() {
