@@ -21,6 +21,7 @@ private slots:
     void typedTool_isNotAskedAbout();
     void defaultTool_isNotAskedAbout();
     void search_asksAboutAForeignToolFirst();
+    void search_asksAboutAnEndlessToolInAPanelOfItsSize_data();
     void search_asksAboutAnEndlessToolInAPanelOfItsSize();
     void search_asksAboutAnOddToolOnce();
     void search_asksAboutAnOddPathFirst();
@@ -193,9 +194,16 @@ void TestWindowToolTrust::search_asksAboutAForeignToolFirst() {
     QCOMPARE(runsOf(velm), 3);
 }
 
+void TestWindowToolTrust::search_asksAboutAnEndlessToolInAPanelOfItsSize_data() {
+    QTest::addColumn<QString>("tool");
+    QTest::newRow("with blanks") << QStringLiteral("/a tool").repeated(20'000);
+    QTest::newRow("without") << QString(100'000, u'x');
+}
+
 void TestWindowToolTrust::search_asksAboutAnEndlessToolInAPanelOfItsSize() {
+    QFETCH(const QString, tool);
     WindowFixture velm;
-    bringTool(velm, QStringLiteral("/a tool").repeated(20'000));
+    bringTool(velm, tool);
     velm.start();
     const Panel panel(velm);
     const int before = panel.remark->window()->minimumSizeHint().width();
