@@ -3,7 +3,6 @@
 
 #include "views/NextCommand.h"
 
-#include "base/BoundedText.h"
 #include "settings/SettingsStore.h"
 #include "widgets/PlainToolTip.h"
 
@@ -11,13 +10,6 @@
 #include <QClipboard>
 #include <QEvent>
 #include <QGuiApplication>
-
-namespace {
-
-/// The most characters of a tip, which is to leave some of the screen free.
-constexpr qsizetype longestTip = 2000;
-
-} // namespace
 
 NextCommand::NextCommand(QWidget *parent) : QLineEdit(parent) {
     setReadOnly(true);
@@ -70,5 +62,5 @@ void NextCommand::showCommand() {
     command_ = command;
     setText(command);
     setCursorPosition(0);
-    setPlainToolTip(*this, boundedText(command, longestTip));
+    setPlainToolTip(*this, command);
 }

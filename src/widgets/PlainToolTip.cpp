@@ -3,14 +3,16 @@
 
 #include "widgets/PlainToolTip.h"
 
+#include "base/BoundedText.h"
+
 #include <QWidget>
 
 QString plainToolTip(const QString &text) {
     static const QString asItStands = QStringLiteral("<p style='white-space:pre-wrap'>%1</p>");
-    return text.isEmpty() ? text : asItStands.arg(text.toHtmlEscaped());
+    return text.isEmpty() ? text : asItStands.arg(boundedText(text, longestTip).toHtmlEscaped());
 }
 
 void setPlainToolTip(QWidget &widget, const QString &text) {
     widget.setToolTip(plainToolTip(text));
-    widget.setAccessibleDescription(text);
+    widget.setAccessibleDescription(boundedText(text, longestTip));
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "widgets/PathField.h"
+#include "widgets/PlainToolTip.h"
 
 #include <QHelpEvent>
 #include <QTest>
@@ -19,6 +20,7 @@ private slots:
     void longPath_showsItsEnds();
     void focus_showsTheTextAsItIsTyped();
     void toolTip_hasTheWhole();
+    void toolTip_ofAnEndlessPathIsBounded();
 };
 
 namespace {
@@ -47,6 +49,15 @@ struct Shown {
     PathField field{&window};
     QLineEdit other{&window};
 };
+
+/// What the tip of a field with \a path says.
+QString tipOf(const QString &path) {
+    Shown shown(path);
+    shown.field.setToolTip(QStringLiteral("The file"));
+    QHelpEvent asked(QEvent::ToolTip, QPoint(5, 5), shown.field.mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(&shown.field, &asked);
+    return QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText();
+}
 
 } // namespace
 
@@ -78,12 +89,13 @@ void TestPathField::focus_showsTheTextAsItIsTyped() {
 }
 
 void TestPathField::toolTip_hasTheWhole() {
-    Shown shown(pathWith(u'<'));
-    shown.field.setToolTip(QStringLiteral("The file"));
-    QHelpEvent asked(QEvent::ToolTip, QPoint(5, 5), shown.field.mapToGlobal(QPoint(5, 5)));
-    QCoreApplication::sendEvent(&shown.field, &asked);
-    QCOMPARE(QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText(),
-             QStringLiteral("The file\n") + pathWith(u'<'));
+    QCOMPARE(tipOf(pathWith(u'<')), QStringLiteral("The file\n") + pathWith(u'<'));
+}
+
+void TestPathField::toolTip_ofAnEndlessPathIsBounded() {
+    const QString tip = tipOf(start + QString(32'000, u'x') + file);
+    QVERIFY2(tip.size() <= longestTip, qPrintable(tip));
+    QVERIFY2(tip.startsWith(u"The file\n/home") && tip.endsWith(file), qPrintable(tip));
 }
 
 QTEST_MAIN(TestPathField)

@@ -53,6 +53,7 @@ private slots:
     void bringUp_leavesTheSize();
     void toolTip_showsTextAsItStands_data();
     void toolTip_showsTextAsItStands();
+    void toolTip_leavesSomeOfTheScreenFree();
 };
 
 static void addItems(TabView &tabs) {
@@ -346,6 +347,17 @@ void TestSmallWidgets::toolTip_showsTextAsItStands() {
     QCOMPARE(shown.toPlainText(), text);
     QCOMPARE(label.toolTip().isEmpty(), text.isEmpty());
     QVERIFY(text.isEmpty() || Qt::mightBeRichText(label.toolTip())); // which alone wraps
+    QCOMPARE(label.accessibleDescription(), text);
+}
+
+void TestSmallWidgets::toolTip_leavesSomeOfTheScreenFree() {
+    QLabel label;
+    setPlainToolTip(label, QString(100'000, u'x'));
+    QTextDocument shown;
+    shown.setHtml(label.toolTip());
+    const QString text = shown.toPlainText();
+    QVERIFY2(text.size() <= longestTip && text.contains(u"characters are not shown"),
+             qPrintable(text.left(longestTip)));
     QCOMPARE(label.accessibleDescription(), text);
 }
 
