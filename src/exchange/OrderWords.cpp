@@ -4,6 +4,7 @@
 #include "exchange/OrderWords.h"
 
 #include "base/NumberWords.h"
+#include "base/ShownName.h"
 #include "base/Units.h"
 #include "exchange/FileFormats.h"
 #include "files/ByteBuffer.h"
@@ -117,14 +118,15 @@ QString chipSizeWords(qint64 bytes) {
 }
 
 QString labelWords(const LabelledPart &part, const ChipSize &chip) {
+    const QString name = shownName(part.name);
     QStringList words;
     if (part.lanes.parts == 1)
-        words << part.name;
+        words << name;
     else
-        words << part.name + u' ' + partName(part.lanes, part.part) << linesWords(part);
+        words << name + u' ' + partName(part.lanes, part.part) << linesWords(part);
     words << OrderWording::tr("CRC-32 %1").arg(crc32Digits(part.crc32));
     const QString type =
-        chip.bytes == part.length ? chip.name : usualEprom(part.length, part.lanes.unit);
+        chip.bytes == part.length ? shownName(chip.name) : usualEprom(part.length, part.lanes.unit);
     words << (type.isEmpty() ? QString() : type + u' ') + chipSizeWords(part.length);
     return words.join(QStringLiteral(", "));
 }

@@ -38,7 +38,7 @@ void TestOrderWords::label_saysWhatToWrite_data() {
     const QString name = QStringLiteral("GAME");
     const auto row = [&name](const char *title, const LabelledPart &part, const ChipSize &chip,
                              const char *label) {
-        QTest::newRow(title) << part << chip << QString::fromLatin1(label);
+        QTest::newRow(title) << part << chip << QString::fromUtf8(label);
     };
     row("even", {name, halves, 0, false, 32'768, 0x1C291CA3}, {},
         "GAME even, low byte, CRC-32 1C291CA3, 27C256 32 KiB");
@@ -65,6 +65,10 @@ void TestOrderWords::label_saysWhatToWrite_data() {
     row("no whole KiB", {name, halves, 0, false, 10, 0xA3}, {},
         "GAME even, low byte, CRC-32 000000A3, 10 bytes");
     row("one part", {name, {}, 0, false, 8192, 0xA3}, {}, "GAME, CRC-32 000000A3, 27C64 8 KiB");
+    const QString endless(2000, u'x');
+    const QByteArray shown = QByteArray(1000, 'x') + "\xe2\x80\xa6";
+    row("endless names", {endless, {}, 0, false, 8192, 0xA3}, {endless, 8192},
+        shown + ", CRC-32 000000A3, " + shown + " 8 KiB");
 }
 
 void TestOrderWords::label_saysWhatToWrite() {
