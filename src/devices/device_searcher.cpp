@@ -12,6 +12,7 @@
 #include "devices/DeviceListView.h"
 #include "language/Sentences.h"
 #include "tool/ScriptedMiniPro.h"
+#include "widgets/WrappingLabel.h"
 
 #include <QItemSelectionModel>
 #include <QLineEdit>
@@ -20,9 +21,6 @@
 #include <utility>
 
 namespace {
-
-/// The most characters of a remark: the panel is as high as it needs.
-constexpr qsizetype longestRemark = 1000;
 
 /// What is selected in \a list takes the place of what is selected in \a other.
 void haveOneSelection(const DeviceListView &list, DeviceListView &other) {

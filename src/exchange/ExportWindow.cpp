@@ -3,6 +3,7 @@
 
 #include "exchange/ExportWindow.h"
 
+#include "base/BoundedText.h"
 #include "base/NumberWords.h"
 #include "exchange/FileFormats.h"
 #include "exchange/OrderBox.h"
@@ -14,6 +15,7 @@
 #include "inspect/ImageFacts.h"
 #include "widgets/Announcement.h"
 #include "widgets/FixedFont.h"
+#include "widgets/WrappingLabel.h"
 
 #include "ui_ExportWindow.h"
 
@@ -254,7 +256,7 @@ void ExportWindow::showState() {
     c.replace->setVisible(taken && !taken->isEmpty());
     c.labels->setPlainText(labelsText());
     c.copyButton->setEnabled(run_.outcome());
-    c.result->setText(resultText(chosen));
+    c.result->setText(boundedText(resultText(chosen), longestRemark));
     const bool isAtWork = wanted_ || export_.isWriting();
     c.exportButton->setEnabled(chosen && mayMakeFiles() && !isAtWork);
 }
@@ -366,7 +368,7 @@ void ExportWindow::showOutOfMemory() {
 }
 
 void ExportWindow::showProblem(const QString &sentence) {
-    problem_ = sentence;
+    problem_ = boundedText(sentence, longestRemark);
     showState();
-    Announcement::showIn(*controls_->result, sentence);
+    Announcement::showIn(*controls_->result, problem_);
 }

@@ -5,6 +5,9 @@
 
 #include <QLabel>
 
+/// The most characters of a remark in a window that is as high as it needs.
+inline constexpr qsizetype longestRemark = 1000;
+
 /// A label of plain text that wraps between its words, and within one that is longer than a line:
 /// whatever it says, the window may be as narrow as before.
 class WrappingLabel final : public QLabel {

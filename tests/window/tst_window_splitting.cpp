@@ -10,6 +10,7 @@
 #include "support/AddressSpaceLimit.h"
 #include "support/FactsAtOnce.h"
 #include "support/SpokenWords.h"
+#include "widgets/WrappingLabel.h"
 
 #include "ui_OrderBox.h"
 
@@ -36,6 +37,7 @@ private slots:
     void folderInTheWay_leavesEverything();
     void missingFolder_isSaid();
     void nameWithoutAFolder_isSaid();
+    void endlessName_leavesTheWindowItsSize();
     void offeredName_isInTheHomeOfTheAccount();
     void oddLength_isSaid();
     void name_isChosenInAPanel();
@@ -288,6 +290,23 @@ void TestWindowSplitting::nameWithoutAFolder_isSaid() {
         QVERIFY2(c.result->text().startsWith(u"The name of the files must begin"), name);
         QVERIFY(!c.exportButton->isEnabled());
     }
+}
+
+void TestWindowSplitting::endlessName_leavesTheWindowItsSize() {
+    const Ui::ExportWindow &c = splitWindow(1)->controls();
+    const int width = window()->minimumSizeHint().width();
+    c.name->setText(velm_->path(QStringLiteral("out/")) + QString(20'000, u'x'));
+    QTRY_VERIFY(c.copyButton->isEnabled());
+    const QStringList labels = c.labels->toPlainText().split(u'\n');
+    QVERIFY2(labels.first().startsWith(u"xxx") && labels.first().size() < 1100,
+             qPrintable(labels.first()));
+    QVERIFY2(labels.first().contains(u" even, "), qPrintable(labels.first()));
+    velm_->click(c.exportButton);
+    const auto said = [&c] { return c.result->text(); };
+    QTRY_VERIFY2(said().startsWith(u"Nothing was saved, since "), qPrintable(said()));
+    QVERIFY2(said().endsWith(u"File name too long."), qPrintable(said()));
+    QVERIFY2(said().size() <= longestRemark, qPrintable(said()));
+    QCOMPARE(window()->minimumSizeHint().width(), width);
 }
 
 void TestWindowSplitting::offeredName_isInTheHomeOfTheAccount() {
