@@ -14,18 +14,29 @@
 #include <QCoreApplication>
 #include <QStandardPaths>
 
+#include <optional>
+
 namespace {
 
 class ToolAtStartWording {
     Q_DECLARE_TR_FUNCTIONS(ToolAtStart)
 
 public:
-    static QString install(const QString &tool) {
+    static QString choose(ProgramTrouble trouble, const QString &tool) {
+        if (trouble == ProgramTrouble::NotExecutable)
+            return tr("The programmer tool %1 is there, but it is no file that you may execute. If "
+                      "it is the tool, allow that with \u201cchmod +x\u201d; else choose where the "
+                      "tool is.")
+                .arg(tool);
         return tr("The programmer tool %1 is not there. Install minipro, from the packages of your "
                   "system or from its sources, or choose where it is.")
             .arg(tool);
     }
-    static QString takeOther(const QString &tool, const QString &other) {
+    static QString takeOther(ProgramTrouble trouble, const QString &tool, const QString &other) {
+        if (trouble == ProgramTrouble::NotExecutable)
+            return tr("The programmer tool %1 is there, but it is no file that you may execute; %2 "
+                      "is.")
+                .arg(tool, other);
         return tr("The programmer tool %1 is not there, but %2 is.").arg(tool, other);
     }
     static QString use(const QString &other) { return tr("Use %1").arg(other); }
@@ -36,14 +47,15 @@ public:
 void lookForTool(QObject &window, SettingsStore &settings, Messages &messages,
                  const NextStepButtons &steps) {
     const QString tool = settings.stringValue(settingsKeys::miniproLocation);
-    if (!isKnownToBeMissing(tool))
+    const std::optional<ProgramTrouble> trouble = programTrouble(tool);
+    if (!trouble)
         return;
     const QString other = QStandardPaths::findExecutable(QStringLiteral("minipro"));
     if (other.isEmpty())
-        messages.say(Topic::Tool, ToolAtStartWording::install(tool),
+        messages.say(Topic::Tool, ToolAtStartWording::choose(*trouble, tool),
                      steps.buttonFor(nextSteps::ChooseTool{}));
     else
-        messages.say(Topic::Tool, ToolAtStartWording::takeOther(tool, other),
+        messages.say(Topic::Tool, ToolAtStartWording::takeOther(*trouble, tool, other),
                      {ToolAtStartWording::use(other), [&settings, other] {
                           settings.setValue(settingsKeys::miniproLocation, shellWord(other));
                       }});

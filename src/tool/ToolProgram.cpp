@@ -3,14 +3,19 @@
 
 #include "tool/ToolProgram.h"
 
+#include "base/Result.h"
+#include "files/SystemName.h"
 #include "language/ShellMarks.h"
 #include "settings/FilePaths.h"
 
+#include <QByteArray>
 #include <QDir>
-#include <QFileInfo>
 #include <QStringList>
 
 #include <algorithm>
+#include <cerrno>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -22,6 +27,15 @@ bool isMoreThanItself(QChar character) {
     static constexpr QStringView others(u"*?[]{}#!=~");
     return character.isSpace() || character.category() == QChar::Other_Control ||
            shellMarksOutsideQuotes.contains(character) || others.contains(character);
+}
+
+std::optional<ProgramTrouble> troubleAt(const QByteArray &name) {
+    struct stat facts = {};
+    if (::stat(name.constData(), &facts) != 0)
+        return saysMissing(errno) ? std::optional(ProgramTrouble::Missing) : std::nullopt;
+    const bool mayRun = ::access(name.constData(), X_OK) == 0 || errno != EACCES;
+    return S_ISREG(facts.st_mode) && mayRun ? std::nullopt
+                                            : std::optional(ProgramTrouble::NotExecutable);
 }
 
 } // namespace
@@ -38,10 +52,10 @@ std::optional<QString> programOf(const QString &tool) {
     return isOpenAtTheEnd || program.isEmpty() ? std::nullopt : std::optional(program);
 }
 
-bool isKnownToBeMissing(const QString &tool) {
+std::optional<ProgramTrouble> programTrouble(const QString &tool) {
     const std::optional<QString> program = programOf(tool);
     if (!program || !QDir::isAbsolutePath(*program))
-        return false;
-    const QFileInfo file(*program);
-    return !file.isFile() || !file.isExecutable();
+        return std::nullopt;
+    const Result<QByteArray> name = systemName(*program);
+    return name ? troubleAt(*name) : ProgramTrouble::Missing;
 }

@@ -13,6 +13,13 @@
 /// shell knows what it is.
 std::optional<QString> programOf(const QString &tool);
 
-/// True if it is known without asking the shell that there is no program at the path that \a tool
-/// names.
-bool isKnownToBeMissing(const QString &tool);
+/// What keeps a program from being run.
+enum class ProgramTrouble {
+    Missing,      ///< there is nothing at its path
+    NotExecutable ///< what is there is no file, or one that the user may not execute
+};
+
+/// What is known, without asking the shell, to be wrong with the program at the path that \a tool
+/// names. Nothing if that can be run, and nothing if it is not known: where only the shell knows
+/// which program it is, or where that cannot be looked at just now.
+std::optional<ProgramTrouble> programTrouble(const QString &tool);

@@ -3,12 +3,16 @@
 
 #include "tool/ToolProgram.h"
 
+#include "support/FailingCalls.h"
 #include "support/FileHelpers.h"
+#include "support/Privileges.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <cerrno>
 
 /// What is known of a tool without asking the shell.
 class TestToolProgram : public QObject {
@@ -17,9 +21,12 @@ class TestToolProgram : public QObject {
 private slots:
     void program_isWhatTheShellWouldRun_data();
     void program_isWhatTheShellWouldRun();
-    void missing_isWhatIsNoProgram();
-    void missing_isNotSaidOfWhatTheShellLooksUp_data();
-    void missing_isNotSaidOfWhatTheShellLooksUp();
+    void trouble_isWhatKeepsItFromRunning();
+    void trouble_isNotSaidOfWhatTheShellLooksUp_data();
+    void trouble_isNotSaidOfWhatTheShellLooksUp();
+    void trouble_isNotSaidOfWhatCannotBeLookedAt_data();
+    void trouble_isNotSaidOfWhatCannotBeLookedAt();
+    void trouble_isNotSaidOfWhatIsOutOfReach();
 };
 
 void TestToolProgram::program_isWhatTheShellWouldRun_data() {
@@ -50,27 +57,54 @@ void TestToolProgram::program_isWhatTheShellWouldRun() {
     QCOMPARE(programOf(tool).value_or(QString()), program);
 }
 
-void TestToolProgram::missing_isWhatIsNoProgram() {
+void TestToolProgram::trouble_isWhatKeepsItFromRunning() {
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("a tool"));
     const QString tool = u'\'' + path + u'\'';
-    QVERIFY(isKnownToBeMissing(tool));
-    QVERIFY(isKnownToBeMissing(u'\'' + folder.path() + u'\''));
+    QCOMPARE(programTrouble(tool), ProgramTrouble::Missing);
+    QCOMPARE(programTrouble(folder.path()), ProgramTrouble::NotExecutable);
     QVERIFY(writeWholeFile(path, "#!/bin/sh\n"));
-    QVERIFY(isKnownToBeMissing(tool));
+    QCOMPARE(programTrouble(tool), ProgramTrouble::NotExecutable);
     QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ExeOwner));
-    QVERIFY(!isKnownToBeMissing(tool));
+    QCOMPARE(programTrouble(tool), std::nullopt);
 }
 
-void TestToolProgram::missing_isNotSaidOfWhatTheShellLooksUp_data() {
+void TestToolProgram::trouble_isNotSaidOfWhatTheShellLooksUp_data() {
     QTest::addColumn<QString>("tool");
     for (const char *tool : {"nowhere", "/nowhere/minipro -v", "$HOME/nowhere", ""})
         QTest::newRow(tool) << QString::fromLatin1(tool);
 }
 
-void TestToolProgram::missing_isNotSaidOfWhatTheShellLooksUp() {
+void TestToolProgram::trouble_isNotSaidOfWhatTheShellLooksUp() {
     QFETCH(const QString, tool);
-    QVERIFY(!isKnownToBeMissing(tool));
+    QCOMPARE(programTrouble(tool), std::nullopt);
+}
+
+void TestToolProgram::trouble_isNotSaidOfWhatCannotBeLookedAt_data() {
+    QTest::addColumn<QByteArray>("function");
+    QTest::newRow("stat") << QByteArray("stat");
+    QTest::newRow("access") << QByteArray("access");
+}
+
+// A disk of the network may be out of reach for a while.
+void TestToolProgram::trouble_isNotSaidOfWhatCannotBeLookedAt() {
+    QFETCH(const QByteArray, function);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("tool"));
+    QVERIFY(writeWholeFile(path, "#!/bin/sh\n"));
+    const FailingCalls failing(function, 1, EIO);
+    QCOMPARE(programTrouble(path), std::nullopt);
+    QVERIFY(failing.hasStruck());
+}
+
+void TestToolProgram::trouble_isNotSaidOfWhatIsOutOfReach() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("tool"));
+    QVERIFY(writeWholeFile(path, "#!/bin/sh\n"));
+    QVERIFY(QFile::setPermissions(folder.path(), {}));
+    const UnprivilegedUser user;
+    QVERIFY(user.isValid());
+    QCOMPARE(programTrouble(path), std::nullopt);
 }
 
 QTEST_GUILESS_MAIN(TestToolProgram)

@@ -8,7 +8,7 @@
 #include <QFile>
 #include <QPushButton>
 
-/// A programmer tool that is not there is said at the start.
+/// A programmer tool that is not there, or may not be executed, is said at the start.
 class TestWindowToolAtStart : public QObject {
     Q_OBJECT
 
@@ -17,6 +17,9 @@ private slots:
     void missingTool_isSaidWithWhatToDo();
     void missingTool_isChosenByAButton();
     void missingTool_isReplacedByTheOneThatIsFound();
+    void toolThatMayNotBeExecuted_isSaidToBeThere_data();
+    void toolThatMayNotBeExecuted_isSaidToBeThere();
+    void toolOutOfReach_isNotSpokenOf();
     void sentence_lastsUntilARunBegins();
     void toolThatMayBeThere_isNotSpokenOf_data();
     void toolThatMayBeThere_isNotSpokenOf();
@@ -28,6 +31,14 @@ const QString startOfTheSentence = QStringLiteral("The programmer tool ");
 
 void useMissingTool(WindowFixture &velm) {
     velm.setTool(u'\'' + velm.path(QStringLiteral("nowhere/minipro")) + u'\'');
+}
+
+/// The path of a tool that the shell finds by its name.
+QString bringFoundTool(const WindowFixture &velm) {
+    const QString found = velm.write(QStringLiteral("found/minipro"), "#!/bin/sh\n");
+    QFile::setPermissions(found, QFile::ReadOwner | QFile::ExeOwner);
+    qputenv("PATH", QFile::encodeName(velm.path(QStringLiteral("found"))));
+    return found;
 }
 
 QPushButton *offered(WindowFixture &velm, const QString &label) {
@@ -73,9 +84,7 @@ void TestWindowToolAtStart::missingTool_isChosenByAButton() {
 void TestWindowToolAtStart::missingTool_isReplacedByTheOneThatIsFound() {
     WindowFixture velm;
     useMissingTool(velm);
-    const QString found = velm.write(QStringLiteral("found/minipro"), "#!/bin/sh\n");
-    QFile::setPermissions(found, QFile::ReadOwner | QFile::ExeOwner);
-    qputenv("PATH", QFile::encodeName(velm.path(QStringLiteral("found"))));
+    const QString found = bringFoundTool(velm);
     velm.start();
     qputenv("PATH", "/nowhere/bin");
     QVERIFY2(velm.message().endsWith(QStringLiteral("is not there, but %1 is.").arg(found)),
@@ -84,6 +93,44 @@ void TestWindowToolAtStart::missingTool_isReplacedByTheOneThatIsFound() {
     QVERIFY(use);
     velm.click(use);
     QCOMPARE(velm.controls().miniproLocationField->text(), found);
+    QCOMPARE(velm.message(), QString());
+}
+
+void TestWindowToolAtStart::toolThatMayNotBeExecuted_isSaidToBeThere_data() {
+    QTest::addColumn<bool>("isFolder");
+    QTest::addColumn<bool>("otherIsFound");
+    QTest::newRow("a file") << false << false;
+    QTest::newRow("a folder") << true << false;
+    QTest::newRow("while another is found") << false << true;
+}
+
+void TestWindowToolAtStart::toolThatMayNotBeExecuted_isSaidToBeThere() {
+    QFETCH(const bool, isFolder);
+    QFETCH(const bool, otherIsFound);
+    WindowFixture velm;
+    const QString file = velm.write(QStringLiteral("tools/minipro"), "#!/bin/sh\n");
+    const QString tool = isFolder ? velm.path(QStringLiteral("tools")) : file;
+    velm.setTool(tool);
+    const QString found = otherIsFound ? bringFoundTool(velm) : QString();
+    velm.start();
+    qputenv("PATH", "/nowhere/bin");
+    const QString sentence =
+        startOfTheSentence + tool +
+        QStringLiteral(" is there, but it is no file that you may execute") +
+        (otherIsFound ? QStringLiteral("; %1 is.").arg(found)
+                      : QStringLiteral(". If it is the tool, allow that with \u201cchmod +x\u201d; "
+                                       "else choose where the tool is."));
+    QVERIFY2(velm.message().endsWith(sentence), qPrintable(velm.message()));
+    QVERIFY(offered(velm, otherIsFound ? QStringLiteral("Use ") + found
+                                       : QStringLiteral("Choose the tool")));
+}
+
+void TestWindowToolAtStart::toolOutOfReach_isNotSpokenOf() {
+    WindowFixture velm;
+    const QString loop = velm.path(QStringLiteral("loop"));
+    QVERIFY(QFile::link(loop, loop));
+    velm.setTool(loop);
+    velm.start();
     QCOMPARE(velm.message(), QString());
 }
 
