@@ -3,14 +3,18 @@
 
 #include "language/RunOutcome.h"
 
+#include "base/BoundedText.h"
 #include "language/Sentences.h"
 
 QString RunOutcome::words() const {
     return joinedSentences(sentence, nextStep);
 }
 
+// A remark that was added before stands at the end of the sentence, which stays.
 void RunOutcome::add(const QString &remark) {
-    sentence = joinedSentences(sentence, remark);
-    if (sentence.size() > longestSentence)
-        sentence = sentence.first(longestSentence - 1) + u'\u2026';
+    const QString whole = joinedSentences(sentence, remark);
+    constexpr qsizetype half = longestSentence / 2;
+    sentence = whole.size() <= longestSentence
+                   ? whole
+                   : joinedSentences(boundedText(sentence, half), boundedText(remark, half - 1));
 }

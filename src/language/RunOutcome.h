@@ -85,8 +85,7 @@ struct RunOutcome {
     }
     /// Both, for one line.
     QString words() const;
-    /// The most that a sentence grows to by what is added, in UTF-16 units.
-    static constexpr qsizetype longestSentence = 8192;
-    /// Lets \a remark, if it is not empty, follow the sentence; one that becomes too long is cut.
+    /// Lets \a remark, if it is not empty, follow the sentence. Where both would have more than
+    /// longestSentence characters, neither has more than half of them.
     void add(const QString &remark);
 };

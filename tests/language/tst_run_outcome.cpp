@@ -4,6 +4,7 @@
 #include "language/RunJudgement.h"
 
 #include "VerdictTable.h"
+#include "base/BoundedText.h"
 #include "language/ToolReportReader.h"
 #include "support/FileHelpers.h"
 
@@ -27,7 +28,8 @@ private slots:
     void notStarted_saysWhy();
     void words_joinSentenceAndNextStep();
     void longWords_areCut();
-    void added_isCut();
+    void added_isBounded();
+    void added_standsBehindAnEndlessSentence();
     void percentSigns_stayAsTheyAre();
     void offer_isOnlyWhatTheProgramCanDo_data();
     void offer_isOnlyWhatTheProgramCanDo();
@@ -148,18 +150,31 @@ void TestRunOutcome::longWords_areCut() {
     QVERIFY(sentence.size() < 400);
 }
 
-// What a user or the tool says may look like a place to put words into.
 // Of a run everything is kept that is said of it.
-void TestRunOutcome::added_isCut() {
+void TestRunOutcome::added_isBounded() {
     RunOutcome outcome{RunOutcome::Verdict::Failed, QStringLiteral("It failed."), {}};
     for (int time = 0; time < 2; ++time) {
-        outcome.add(QString(2 * RunOutcome::longestSentence, u'x'));
-        QCOMPARE(outcome.sentence.size(), RunOutcome::longestSentence);
+        outcome.add(QString(2 * longestSentence, u'x'));
+        QVERIFY(outcome.sentence.size() <= longestSentence);
         QVERIFY(outcome.sentence.startsWith(u"It failed. xxx"));
-        QVERIFY(outcome.sentence.endsWith(u"x\u2026"));
+        QVERIFY(outcome.sentence.endsWith(u"xxx"));
     }
 }
 
+void TestRunOutcome::added_standsBehindAnEndlessSentence() {
+    const QString tool = QStringLiteral("\U0001F600").repeated(10'000);
+    RunOutcome outcome{RunOutcome::Verdict::Failed, u'/' + tool + QStringLiteral(" failed."), {}};
+    const QString remark = QStringLiteral("Its report is not whole.");
+    const QString other(3000, u'x');
+    outcome.add(remark);
+    outcome.add(other);
+    QVERIFY(outcome.sentence.size() <= longestSentence);
+    QVERIFY2(outcome.sentence.endsWith(QStringLiteral(" failed. ") + remark + u' ' + other),
+             qPrintable(outcome.sentence));
+    QVERIFY(outcome.sentence.isValidUtf16());
+}
+
+// What a user or the tool says may look like a place to put words into.
 void TestRunOutcome::percentSigns_stayAsTheyAre() {
     RunFacts facts = finished(WriteOperation, 1,
                               QStringLiteral("Could not open file /a %2 %3/%1 for reading.\n"
