@@ -3,6 +3,7 @@
 
 #include "language/FailureWords.h"
 
+#include "base/BoundedText.h"
 #include "base/NumberWords.h"
 #include "language/CommandLine.h"
 #include "language/CustomMark.h"
@@ -28,7 +29,7 @@ using namespace toolErrors;
 constexpr qsizetype longestQuote = 300;
 
 QString shortened(const QString &words) {
-    return words.size() <= longestQuote ? words : words.first(longestQuote) + u'\u2026';
+    return boundedText(words, longestQuote);
 }
 
 QString withFullStop(const QString &sentence) {

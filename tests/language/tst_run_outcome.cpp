@@ -27,7 +27,7 @@ private slots:
     void stopped_isJudgedByWhatItLeaves();
     void notStarted_saysWhy();
     void words_joinSentenceAndNextStep();
-    void longWords_areCut();
+    void longWords_loseTheirMiddle();
     void added_isBounded();
     void added_standsBehindAnEndlessSentence();
     void percentSigns_stayAsTheyAre();
@@ -143,11 +143,15 @@ void TestRunOutcome::words_joinSentenceAndNextStep() {
     QCOMPARE(outcome.words(), QStringLiteral("It failed. Mend it."));
 }
 
-void TestRunOutcome::longWords_areCut() {
-    const RunFacts facts = finished(ReadOperation, 1, QString(5000, u'x'));
+void TestRunOutcome::longWords_loseTheirMiddle() {
+    const QString face = QStringLiteral("\U0001F600");
+    RunFacts facts = finished(ReadOperation, 1, QStringLiteral("x"));
+    facts.report.lastLine = u'x' + face.repeated(2000) + QStringLiteral("x end");
     const QString sentence = judgeRun(facts).sentence;
-    QVERIFY2(sentence.endsWith(u"xx\u2026."), qPrintable(sentence));
+    QVERIFY2(sentence.endsWith(face + QStringLiteral("x end.")), qPrintable(sentence));
+    QVERIFY2(sentence.contains(u" characters are not shown) "), qPrintable(sentence));
     QVERIFY(sentence.size() < 400);
+    QVERIFY(sentence.isValidUtf16());
 }
 
 // Of a run everything is kept that is said of it.
