@@ -56,12 +56,12 @@ void UAStringManager::addFavourite(QObject *) {
         return;
     }
     if (array_ContainsString(list, device)) {
-        emit remark(tr("%1 is a favourite already.").arg(device));
+        emit remark(tr("%1 is a favourite already.").arg(shownName(device)));
         return;
     }
     list.append(device);
     if (store(list))
-        emit remark(tr("%1 was added to the favourites.").arg(device));
+        emit remark(tr("%1 was added to the favourites.").arg(shownName(device)));
 }
 
 void UAStringManager::removeFavourite(QObject *) {
@@ -69,13 +69,14 @@ void UAStringManager::removeFavourite(QObject *) {
     const QString device = defaults.stringValue(settingsKeys::device);
     const qsizetype index = array_indexOfMatchingString(list, device);
     if (index == -1) {
-        emit remark(device.isEmpty() ? tr("Enter a device first: there is nothing to remove.")
-                                     : tr("%1 is not among the favourites.").arg(device));
+        emit remark(device.isEmpty()
+                        ? tr("Enter a device first: there is nothing to remove.")
+                        : tr("%1 is not among the favourites.").arg(shownName(device)));
         return;
     }
     list.removeAt(index);
     if (store(list))
-        emit remark(tr("%1 was removed from the favourites.").arg(device));
+        emit remark(tr("%1 was removed from the favourites.").arg(shownName(device)));
 }
 
 void UAStringManager::remarkOnMenu() {

@@ -59,7 +59,8 @@ private slots:
     void firstStart_hasOneItem();
     void add_appendsWhatIsNotThereYet_data();
     void add_appendsWhatIsNotThereYet();
-    void remarks_quoteTheNameAsItIs();
+    void remarks_showTheNameAsTheListDoes_data();
+    void remarks_showTheNameAsTheListDoes();
     void add_readsTheStoreAfresh();
     void remove_takesTheFirstEqualName_data();
     void remove_takesTheFirstEqualName();
@@ -107,9 +108,21 @@ void TestFavourites::add_appendsWhatIsNotThereYet() {
     QVERIFY(!said.last().first().toString().isEmpty());
 }
 
-void TestFavourites::remarks_quoteTheNameAsItIs() {
+void TestFavourites::remarks_showTheNameAsTheListDoes_data() {
+    QTest::addColumn<QString>("device");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("like places for words")
+        << QStringLiteral("1%2x %1") << QStringLiteral("1%2x %1");
+    QTest::newRow("unseen characters")
+        << QStringLiteral("74\u202e00") << QStringLiteral("74\\u202e00");
+    QTest::newRow("endless") << QString(100'000, u'x') << QString(1000, u'x') + u'\u2026';
+}
+
+void TestFavourites::remarks_showTheNameAsTheListDoes() {
+    QFETCH(const QString, device);
+    QFETCH(const QString, shown);
     Favourites f;
-    f.setDevice(QStringLiteral("1%2x %1"));
+    f.setDevice(device);
     QSignalSpy said(f.manager.get(), &UAStringManager::remark);
     f.manager->removeFavourite(nullptr);
     f.manager->addFavourite(nullptr);
@@ -119,10 +132,10 @@ void TestFavourites::remarks_quoteTheNameAsItIs() {
     for (const QList<QVariant> &call : said)
         sentences.append(call.first().toString());
     sentences.removeAll(QString());
-    QCOMPARE(sentences, QStringList({QStringLiteral("1%2x %1 is not among the favourites."),
-                                     QStringLiteral("1%2x %1 was added to the favourites."),
-                                     QStringLiteral("1%2x %1 is a favourite already."),
-                                     QStringLiteral("1%2x %1 was removed from the favourites.")}));
+    QCOMPARE(sentences, QStringList({shown + QStringLiteral(" is not among the favourites."),
+                                     shown + QStringLiteral(" was added to the favourites."),
+                                     shown + QStringLiteral(" is a favourite already."),
+                                     shown + QStringLiteral(" was removed from the favourites.")}));
 }
 
 void TestFavourites::add_readsTheStoreAfresh() {
