@@ -5,6 +5,7 @@
 
 #include "base/BoundedText.h"
 #include "base/NumberWords.h"
+#include "base/ShownName.h"
 #include "language/CommandLine.h"
 #include "language/CustomMark.h"
 #include "language/ImageEncoding.h"
@@ -108,9 +109,9 @@ public:
     }
     FailureWords operator()(const UnknownDevice &device) const;
     FailureWords operator()(const UnsupportedDevice &) const {
-        return failed(
-            tr("the tool cannot do this with the device \u201c%1\u201d").arg(facts_.device),
-            tr("If it is a logic IC, press Logic test."));
+        return failed(tr("the tool cannot do this with the device \u201c%1\u201d")
+                          .arg(shownName(facts_.device)),
+                      tr("If it is a logic IC, press Logic test."));
     }
     FailureWords operator()(const WrongChipId &id) const {
         return failed(
@@ -127,7 +128,7 @@ public:
     FailureWords operator()(const NoTestVectors &missing) const {
         return failed(tr("nothing was tested, because %1 is no logic IC: the tool has no test "
                          "vectors for it")
-                          .arg(shortened(missing.device)),
+                          .arg(shownName(missing.device)),
                       chooseLogicIc());
     }
     FailureWords operator()(const LogicTestNotRun &) const {
@@ -251,7 +252,7 @@ FailureWords FailureWording::operator()(const UnknownDevice &device) const {
     if (device.name.isEmpty())
         return {tr("Enter a device first."), {}};
     return {tr("The programmer tool does not know the device \u201c%1\u201d.")
-                .arg(shortened(device.name)),
+                .arg(shownName(device.name)),
             device.name.endsWith(customMark)
                 ? tr("Remove \u201c%1\u201d, which is no part of the name.").arg(customMark)
                 : tr("Choose a name that Search devices finds.")};
@@ -384,7 +385,7 @@ FailureWords FailureWording::operator()(const GoodStatus &) const {
         return failed(
             tr("nothing was tested, because %1 is no logic IC. The tool's line \u201cLogic "
                "test successful.\u201d says nothing here: it had no vectors to test")
-                .arg(facts_.device),
+                .arg(shownName(facts_.device)),
             chooseLogicIc());
     return failed(tr("the programmer tool did not say that it succeeded"), lookFurther());
 }

@@ -5,6 +5,7 @@
 
 #include "VerdictTable.h"
 #include "base/BoundedText.h"
+#include "base/ShownName.h"
 #include "language/ToolReportReader.h"
 #include "support/FileHelpers.h"
 
@@ -28,6 +29,8 @@ private slots:
     void notStarted_saysWhy();
     void words_joinSentenceAndNextStep();
     void longWords_loseTheirMiddle();
+    void device_isShownAsInTheList_data();
+    void device_isShownAsInTheList();
     void added_isBounded();
     void added_standsBehindAnEndlessSentence();
     void percentSigns_stayAsTheyAre();
@@ -152,6 +155,31 @@ void TestRunOutcome::longWords_loseTheirMiddle() {
     QVERIFY2(sentence.contains(u" characters are not shown) "), qPrintable(sentence));
     QVERIFY(sentence.size() < 400);
     QVERIFY(sentence.isValidUtf16());
+}
+
+void TestRunOutcome::device_isShownAsInTheList_data() {
+    QTest::addColumn<RunFacts>("facts");
+    const QString name = QStringLiteral("74\u202e00") + QString(100'000, u'x');
+    const auto row = [&name](const char *title, int status, const auto &report) {
+        RunFacts facts = finished(LogicOperation, status, QString());
+        facts.device = name;
+        report(facts.report);
+        QTest::newRow(title) << facts;
+    };
+    row("unknown", 1,
+        [&name](ToolReport &report) { report.error = toolErrors::UnknownDevice{name}; });
+    row("unsupported", 1,
+        [](ToolReport &report) { report.error = toolErrors::UnsupportedDevice{}; });
+    row("no logic IC", 1,
+        [&name](ToolReport &report) { report.error = toolErrors::NoTestVectors{name}; });
+    row("passed without vectors", 0, [](ToolReport &report) { report.logicPassed = true; });
+}
+
+void TestRunOutcome::device_isShownAsInTheList() {
+    QFETCH(const RunFacts, facts);
+    const QString sentence = judgeRun(facts).sentence;
+    QVERIFY2(sentence.contains(shownName(facts.device)), qPrintable(sentence));
+    QVERIFY2(sentence.size() < 1200, qPrintable(sentence));
 }
 
 // Of a run everything is kept that is said of it.
