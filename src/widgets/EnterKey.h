@@ -5,7 +5,7 @@
 
 #include <QKeyEvent>
 
-/// True if \a key is that which ends an entry, among the letters or the digits of the keyboard.
+/// True if \a key is Return, or Enter on the number pad.
 inline bool isEnter(const QKeyEvent &key) {
     return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
 }
