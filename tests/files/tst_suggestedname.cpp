@@ -16,7 +16,7 @@ private slots:
 void TestSuggestedName::name_isThatOfTheDevice_data() {
     QTest::addColumn<QString>("device");
     QTest::addColumn<QString>("name");
-    const auto row = [](const char *what, const char *device, const char *name) {
+    const auto row = [](const char *what, const QByteArray &device, const QByteArray &name) {
         QTest::newRow(what) << QString::fromUtf8(device) << QString::fromUtf8(name);
     };
     row("a device with a package", "W27C512@DIP28", "W27C512@DIP28.bin");
@@ -28,6 +28,7 @@ void TestSuggestedName::name_isThatOfTheDevice_data() {
     row("a mark of a user's own device", "MY27C512(custom)", "MY27C512_custom_.bin");
     row("other letters", "\xc3\xa4\xe2\x82\xac", "_.bin");
     row("a hidden file", ".device", "chip.device.bin");
+    row("an endless name", QByteArray(100'000, 'x'), QByteArray(200, 'x') + ".bin");
 }
 
 void TestSuggestedName::name_isThatOfTheDevice() {
