@@ -37,6 +37,7 @@ QLabel *makeLabel(QWidget *parent) {
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     label->setWordWrap(true);
+    label->setMinimumWidth(1); // whatever the length of a name or a path
     return label;
 }
 

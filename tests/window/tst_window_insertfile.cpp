@@ -23,6 +23,7 @@ private slots:
     void textOfRecords_isPointedOut();
     void fileThatCannotBeRead_isSaid();
     void fileThatIsWrittenMeanwhile_isNotInserted();
+    void longName_leavesTheWindowItsSize();
     void fileThatGoesMeanwhile_isInserted();
     void cancelledPanel_changesNothing();
     void refusalOfAnotherTab_isSaidInTheWindow();
@@ -207,6 +208,23 @@ void TestWindowInsertFile::fileThatIsWrittenMeanwhile_isNotInserted() {
     window = openInsertion(velm, "newer");
     press(velm, *window);
     QCOMPARE(imageAndFile(velm), QByteArray("newer56789ABCDEFGHIJ"));
+}
+
+void TestWindowInsertFile::longName_leavesTheWindowItsSize() {
+    WindowFixture velm;
+    showTwentyBytes(velm);
+    selectBytes(velm, 0, 1);
+    const QString name = QString(240, u'x');
+    velm.panels.answer = velm.write(name, "ab");
+    choose(velm, QStringLiteral("Insert a fil&e\u2026"));
+    auto *window = openWindow<InsertFileWindow>(velm);
+    QVERIFY(window);
+    const int width = window->minimumSizeHint().width();
+    velm.write(name, "newer");
+    press(velm, *window);
+    QVERIFY2(window->controls().result->text().startsWith(name),
+             qPrintable(window->controls().result->text()));
+    QCOMPARE(window->minimumSizeHint().width(), width);
 }
 
 void TestWindowInsertFile::fileThatGoesMeanwhile_isInserted() {

@@ -26,6 +26,7 @@ private slots:
     void partOfRecords_isDecoded();
     void partOfDoubtfulRecords_isRefused_data();
     void partOfDoubtfulRecords_isRefused();
+    void longName_leavesTheWindowItsSize();
     void sameFileTwice_isRefused();
     void writtenParts_areSaidUntilAllAreAsTheyWere();
     void partThatCannotBeRead_isSaid();
@@ -204,6 +205,22 @@ void TestWindowJoining::partOfDoubtfulRecords_isRefused() {
              QStringLiteral("odd.hex is text of records, and something about it must be asked. "
                             "Import it first, and add the binary that comes of it."));
     QCOMPARE(c.parts->controls().list->count(), 1);
+}
+
+void TestWindowJoining::longName_leavesTheWindowItsSize() {
+    const QString longName(230, u'x');
+    ImportWindow *window = chosen(*velm_, longName + QStringLiteral(".even.bin"), "ace");
+    const Ui::ImportWindow &c = window->controls();
+    c.order->controls().chips->setCurrentIndex(1);
+    const int width = window->minimumSizeHint().width();
+    QVERIFY2(width < 700, qPrintable(QString::number(width)));
+    emit c.parts->controls().addButton->clicked();
+    QVERIFY2(c.result->text().contains(longName), qPrintable(c.result->text()));
+    QCOMPARE(window->minimumSizeHint().width(), width);
+    velm_->panels.answer = velm_->write(longName + QStringLiteral(".odd.bin"), "bdf");
+    emit c.parts->controls().addButton->clicked();
+    QTRY_VERIFY(!c.outcome->text().isEmpty());
+    QCOMPARE(window->minimumSizeHint().width(), width);
 }
 
 void TestWindowJoining::sameFileTwice_isRefused() {

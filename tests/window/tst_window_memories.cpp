@@ -28,6 +28,7 @@ private slots:
     void init();
     void read_saysWhatElseCame_data();
     void read_saysWhatElseCame();
+    void longNames_leaveTheWindowItsSize();
     void read_ofAnEprom_saysNothing();
     void otherDevice_endsTheSentence();
     void eprom_afterAMicrocontroller_saysNothing();
@@ -143,6 +144,24 @@ void TestWindowMemories::read_saysWhatElseCame() {
     // The verdict is the newest.
     QCOMPARE(velm_->message().section(u'\n', 1, 1), said);
     QVERIFY(velm_->message().startsWith(u"Done: Read succeeded."));
+}
+
+void TestWindowMemories::longNames_leaveTheWindowItsSize() {
+    velm_->useTool(readingTool("printf 'data' > \"$stem.eeprom.bin\""));
+    const QString folder = velm_->path(QString(200, u'x'));
+    QVERIFY(QDir().mkpath(folder + QStringLiteral("/temp_read.user.bin")));
+    read(microcontroller);
+    const int width = opened()->minimumSizeHint().width();
+    velm_->settings().setValue(settingsKeys::temp_read_from_chip_file,
+                               folder + QStringLiteral("/temp_read.bin"));
+    velm_->settings().setValue(settingsKeys::device, QString(5000, u'x'));
+    velm_->useTool(readingTool("printf 'data' > \"$stem.eeprom.bin\"; rmdir \"$stem.user.bin\"; "
+                               "mkfifo \"$stem.user.bin\""));
+    velm_->click(velm_->controls().btn_read);
+    velm_->settle();
+    QVERIFY2(velm_->message().contains(u"It is not known what the Read left"),
+             qPrintable(velm_->message().left(2000)));
+    QCOMPARE(opened()->minimumSizeHint().width(), width);
 }
 
 void TestWindowMemories::read_ofAnEprom_saysNothing() {
