@@ -398,6 +398,24 @@ int fchmod(int file, mode_t mode) noexcept {
     return changing<int(int, mode_t)>("fchmod", file, mode);
 }
 
+int fchown(int file, uid_t owner, gid_t group) noexcept {
+    return changing<int(int, uid_t, gid_t)>("fchown", file, owner, group);
+}
+
+ssize_t lgetxattr(const char *path, const char *name, void *value, size_t size) noexcept {
+    return reading<ssize_t(const char *, const char *, void *, size_t)>("lgetxattr", path, name,
+                                                                        value, size);
+}
+
+int fsetxattr(int file, const char *name, const void *value, size_t size, int flags) noexcept {
+    return changing<int(int, const char *, const void *, size_t, int)>("fsetxattr", file, name,
+                                                                       value, size, flags);
+}
+
+int fremovexattr(int file, const char *name) noexcept {
+    return changing<int(int, const char *)>("fremovexattr", file, name);
+}
+
 int ftruncate(int file, off_t size) noexcept {
     return changing<int(int, off_t)>("ftruncate", file, size);
 }
