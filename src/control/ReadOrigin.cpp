@@ -18,8 +18,8 @@ void ReadOrigin::expect(const QString &path) {
 // from before, as at another path, may be of any chip.
 void ReadOrigin::take(const RunRecord &record, const ReadFile &file, bool isWhole) {
     bytes_ = file.bytes ? *file.bytes : nullptr;
-    const Look now = FileStamp::look(file.path);
-    const std::optional<Look> ofBytesBefore = std::exchange(loaded_, now);
+    const FileStamp::Look now = FileStamp::look(file.path);
+    const std::optional<FileStamp::Look> ofBytesBefore = std::exchange(loaded_, now);
     const bool isWritten = now && before_ && *now != *before_;
     const bool isAsLoadedBefore = ofBytesBefore && *ofBytesBefore && now && *now == **ofBytesBefore;
     if (!isWhole && !isWritten && isAsLoadedBefore)

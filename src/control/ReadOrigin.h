@@ -3,7 +3,6 @@
 
 #pragma once
 
-#include "base/Result.h"
 #include "files/ByteBuffer.h"
 #include "files/FileStamp.h"
 
@@ -40,10 +39,9 @@ public:
 
 private:
     std::weak_ptr<QByteArray> bytes_;
-    using Look = Result<std::optional<FileStamp>>;
-
-    std::optional<Look> loaded_;               ///< at the file that they were loaded from
-    Look before_ = std::optional<FileStamp>(); ///< at the file that a Read was to write
+    std::optional<FileStamp::Look> loaded_; ///< at the file that they were loaded from
+    /// At the file that a Read was to write.
+    FileStamp::Look before_ = std::optional<FileStamp>();
     QString device_;
     QDateTime endedAt_; ///< null if the Read failed
 };

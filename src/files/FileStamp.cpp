@@ -19,11 +19,11 @@ std::chrono::nanoseconds sinceEpoch(const timespec &time) {
 const QString FileStamp::unknownMark = QStringLiteral("unknown");
 
 std::optional<FileStamp> FileStamp::of(const QString &path) {
-    const auto seen = look(path);
+    const Look seen = look(path);
     return seen ? *seen : std::nullopt;
 }
 
-Result<std::optional<FileStamp>> FileStamp::look(const QString &path) {
+FileStamp::Look FileStamp::look(const QString &path) {
     const Result<QByteArray> name = systemName(path);
     struct stat facts = {};
     if (name && ::stat(name->constData(), &facts) == 0)
@@ -41,7 +41,7 @@ FileStamp FileStamp::from(const struct stat &facts) {
 }
 
 QString FileStamp::mark(const QString &path) {
-    const auto seen = look(path);
+    const Look seen = look(path);
     if (!seen)
         return unknownMark;
     const std::optional<FileStamp> &stamp = *seen;

@@ -24,9 +24,11 @@ struct FileStamp {
     /// The stamp of the file that \a path leads to; nothing if there is none, or if it cannot be
     /// looked at.
     static std::optional<FileStamp> of(const QString &path);
-    /// The same for whoever must know which of both it is: that it cannot be looked at is a
-    /// failure.
-    static Result<std::optional<FileStamp>> look(const QString &path);
+    /// What is seen of a file: its stamp, or that there is none. A failure if it cannot be looked
+    /// at.
+    using Look = Result<std::optional<FileStamp>>;
+    /// The same for whoever must know which of both it is.
+    static Look look(const QString &path);
     /// The stamp that the system's \a facts of a file amount to.
     static FileStamp from(const struct stat &facts);
 

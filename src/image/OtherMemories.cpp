@@ -42,12 +42,11 @@ Result<ByteBuffer> load(const QString &path, OtherMemory memory) {
                                                           : OtherMemoryFiles::largestMemory);
 }
 
-using Look = Result<std::optional<FileStamp>>;
-
 /// The file of \a memory at \a path if it has come or changed since the look \a before; null if it
 /// has not. A failure if that is not known.
-Result<ByteBuffer> loadIfNew(const QString &path, OtherMemory memory, const Look &before) {
-    const Look now = FileStamp::look(path);
+Result<ByteBuffer> loadIfNew(const QString &path, OtherMemory memory,
+                             const FileStamp::Look &before) {
+    const FileStamp::Look now = FileStamp::look(path);
     if (const Failure *failure = now.failure())
         return *failure;
     if (!*now)

@@ -14,7 +14,6 @@
 #include <QString>
 
 #include <array>
-#include <optional>
 
 class SettingsStore;
 
@@ -81,7 +80,5 @@ public:
 
 private:
     QString readFile_;
-    using Look = Result<std::optional<FileStamp>>;
-
-    QList<Look> before_; ///< at the files of otherMemories
+    QList<FileStamp::Look> before_; ///< at the files of otherMemories
 };

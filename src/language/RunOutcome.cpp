@@ -10,7 +10,7 @@ QString RunOutcome::words() const {
     return joinedSentences(sentence, nextStep);
 }
 
-// A remark that was added before stands at the end of the sentence, which stays.
+// boundedText() keeps the end, where earlier remarks stand.
 void RunOutcome::add(const QString &remark) {
     const QString whole = joinedSentences(sentence, remark);
     constexpr qsizetype half = longestSentence / 2;

@@ -40,7 +40,7 @@ Result<QByteArray, Trouble> load(const QString &path, IfAbsent ifAbsent) {
     if (loaded)
         return **loaded;
     const int error = loaded.failure()->systemError;
-    // There will be no file at a path that is too long either.
+    // A path that is too long is trouble: no file can ever be saved there.
     const bool isAbsent = error == ENOENT || error == ENOTDIR;
     if (isAbsent && ifAbsent == IfAbsent::Empty)
         return QByteArray();
