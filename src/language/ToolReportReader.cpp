@@ -69,6 +69,17 @@ QStringView behindCount(QStringView line) {
     return percent < 0 || rest.isEmpty() ? line : rest;
 }
 
+/// True if \a unit can be seen behind \a text and there is room for it. A character of two units is
+/// taken as a whole or not at all.
+bool isShown(QChar unit, const QString &text) {
+    const qsizetype room = longestLine - text.size();
+    if (unit.isHighSurrogate())
+        return room > 1;
+    if (unit.isLowSurrogate())
+        return !text.isEmpty() && text.back().isHighSurrogate();
+    return room > 0 && unit.isPrint();
+}
+
 } // namespace
 
 void ToolReportReader::Line::append(QChar character) {
@@ -76,7 +87,7 @@ void ToolReportReader::Line::append(QChar character) {
         inSequence_ = true;
     else if (inSequence_)
         inSequence_ = !character.isLetter();
-    else if (text_.size() < longestLine && character.isPrint())
+    else if (isShown(character, text_))
         text_ += character;
 }
 

@@ -19,6 +19,7 @@ private slots:
     void pieces_cutAnywhereMeanTheSame();
     void streams_haveLinesOfTheirOwn();
     void report_canBeAskedAtAnyTime();
+    void letters_ofTwoUnitsAreKept();
     void memory_isBoundedWhateverIsSaid_data();
     void memory_isBoundedWhateverIsSaid();
 };
@@ -92,6 +93,19 @@ void TestToolReportReader::report_canBeAskedAtAnyTime() {
     QVERIFY(reader.report().error.has_value());
     reader.take(u"\nIO error: claim_interface: LIBUSB_ERROR_BUSY\n");
     QVERIFY(std::holds_alternative<toolErrors::NoProgrammer>(*reader.report().error));
+}
+
+// A folder may have any name, and the tool says which file it cannot open.
+void TestToolReportReader::letters_ofTwoUnitsAreKept() {
+    const QString words = QString::fromUtf8("No such file: /home/\xf0\x9f\x94\xa7/rom.bin");
+    ToolReportReader reader;
+    for (const QChar unit : words)
+        reader.take(QStringView(&unit, 1));
+    QCOMPARE(reader.report().lastLine, words);
+    // A line that is too long ends with a whole one.
+    ToolReportReader full;
+    full.take(words.sliced(20, 2).repeated(5000).prepend(u'x'));
+    QVERIFY(full.report().lastLine.isValidUtf16());
 }
 
 void TestToolReportReader::memory_isBoundedWhateverIsSaid_data() {
