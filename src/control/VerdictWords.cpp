@@ -7,6 +7,7 @@
 #include "base/TimeWords.h"
 #include "files/FileStamp.h"
 #include "language/CommandLine.h"
+#include "language/Sentences.h"
 
 #include <QCoreApplication>
 
@@ -24,9 +25,7 @@ public:
     QString changedSince(const ShownNow &now) const {
         const bool otherImage = run_.imageRevision != 0 && run_.imageRevision != now.imageRevision;
         const bool otherDevice = run_.device != now.device;
-        if (!run_.fileMark.isEmpty() && !isFileKnown(now))
-            return tr("it is not known whether the file that was handed over has changed since.");
-        if (!run_.fileMark.isEmpty() && run_.fileMark != now.fileMark)
+        if (!run_.fileMark.isEmpty() && isFileKnown(now) && run_.fileMark != now.fileMark)
             return tr("the file that was handed over has changed since.");
         if (otherImage && otherDevice)
             return tr("the device and the data to burn have changed since.");
@@ -35,6 +34,13 @@ public:
         if (otherDevice)
             return tr("another device has been chosen since.");
         return {};
+    }
+
+    /// What has to be said though nothing is known to have changed.
+    QString remark(const ShownNow &now) const {
+        return run_.fileMark.isEmpty() || isFileKnown(now)
+                   ? QString()
+                   : tr("It is not known whether the file that was handed over has changed since.");
     }
 
     /// What happened, and when: "Verified at 13:02".
@@ -147,6 +153,7 @@ VerdictWords wordsFor(const RunRecord &run, const ShownNow &now) {
     const VerdictWording wording(run);
     const QString changed = wording.changedSince(now);
     if (changed.isEmpty())
-        return {severityOf(run), run.outcome.words(), run.outcome.offer};
+        return {severityOf(run), joinedSentences(run.outcome.words(), wording.remark(now)),
+                run.outcome.offer};
     return {Severity::Information, QStringLiteral("%1; %2").arg(wording.event(), changed)};
 }

@@ -23,16 +23,19 @@ void TestVerdictWords::fileThatWasHandedOver_data() {
     const QString one = QStringLiteral("one");
     const QString other = QStringLiteral("other");
     const QString unknown = FileStamp::unknownMark;
-    const QString isUnknown = QStringLiteral("; it is not known whether the file that was handed "
-                                             "over has changed since.");
-    QTest::newRow("the same") << one << one << QString();
+    const QString isUnknown =
+        QStringLiteral("Nothing was burned. Look at the plug. It is not known "
+                       "whether the file that was handed over has changed "
+                       "since.");
+    QTest::newRow("the same") << one << one << QStringLiteral("Look at the plug.");
     QTest::newRow("another") << one << other
                              << QStringLiteral(
                                     "; the file that was handed over has changed since.");
     QTest::newRow("unknown then") << unknown << one << isUnknown;
     QTest::newRow("unknown now") << one << unknown << isUnknown;
     QTest::newRow("never known") << unknown << unknown << isUnknown;
-    QTest::newRow("the image itself") << QString() << unknown << QString();
+    QTest::newRow("the image itself")
+        << QString() << unknown << QStringLiteral("Look at the plug.");
 }
 
 void TestVerdictWords::fileThatWasHandedOver() {
@@ -41,12 +44,20 @@ void TestVerdictWords::fileThatWasHandedOver() {
     QFETCH(QString, said);
     RunRecord run;
     run.operation = WriteOperation;
-    run.outcome.verdict = RunOutcome::Verdict::Succeeded;
+    run.outcome.verdict = RunOutcome::Verdict::Failed;
+    run.outcome.sentence = QStringLiteral("Nothing was burned.");
+    run.outcome.nextStep = QStringLiteral("Look at the plug.");
+    run.outcome.offer = nextSteps::ChooseTool{};
     run.fileMark = then;
     ShownNow shown;
     shown.fileMark = now;
-    const QString words = wordsFor(run, shown).sentence;
-    QVERIFY2(said.isEmpty() ? !words.contains(u"since") : words.endsWith(said), qPrintable(words));
+    const VerdictWords words = wordsFor(run, shown);
+    QVERIFY2(words.sentence.endsWith(said), qPrintable(words.sentence));
+    // Only what is known to be another one makes the verdict one of the past.
+    const bool isOver = said.startsWith(u';');
+    QCOMPARE(words.severity,
+             isOver ? MessageLine::Severity::Information : MessageLine::Severity::Problem);
+    QCOMPARE(words.offer.has_value(), !isOver);
 }
 
 QTEST_GUILESS_MAIN(TestVerdictWords)
