@@ -63,9 +63,11 @@ Result<void> prepareResultsFile(const QString &path, Log &log) {
     log.write((removed ? QStringLiteral("removed file at path: ")
                        : QStringLiteral("unable to remove temp file at path: ")) +
               path);
+    if (removed)
+        return {};
     if (const Result<void> may = mayFollow(path); !may)
         return may;
-    return removed ? removed : emptyFile(path);
+    return emptyFile(path);
 }
 
 void ReportKeeper::begin(const QString &path, Log &log) {
