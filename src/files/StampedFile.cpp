@@ -6,9 +6,11 @@
 #include "files/FileLoading.h"
 
 Result<StampedFile> loadStamped(const QString &path) {
-    const std::optional<FileStamp> stamp = FileStamp::of(path);
+    const FileStamp::Look stamp = FileStamp::look(path);
+    if (const Failure *failure = stamp.failure())
+        return *failure;
     const Result<ByteBuffer> loaded = loadWholeFile(path);
     if (const Failure *failure = loaded.failure())
         return *failure;
-    return StampedFile{path, *loaded, stamp};
+    return StampedFile{path, *loaded, *stamp};
 }

@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cerrno>
 #include <optional>
 
 class TestStampedFile : public QObject {
@@ -17,6 +18,7 @@ class TestStampedFile : public QObject {
 private slots:
     void file_isReadWithItsStamp();
     void fileThatIsWrittenMeanwhile_neverHasTheNewStamp();
+    void fileThatCannotBeLookedAt_isAFailure();
     void missingFile_isAFailure();
 };
 
@@ -48,6 +50,17 @@ void TestStampedFile::fileThatIsWrittenMeanwhile_neverHasTheNewStamp() {
         const bool isNewest = *(*file)->bytes == readWholeFile(path);
         QVERIFY(isNewest || (*file)->stamp != FileStamp::of(path));
     }
+}
+
+// Whoever has a file without its stamp cannot tell whether it is as it was.
+void TestStampedFile::fileThatCannotBeLookedAt_isAFailure() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("rom.bin"));
+    QVERIFY(writeWholeFile(path, "abc"));
+    const FailingCalls failing("stat", 1, EIO);
+    const Result<StampedFile> file = loadStamped(path);
+    QVERIFY(!file);
+    QCOMPARE(file.failure()->systemError, EIO);
 }
 
 void TestStampedFile::missingFile_isAFailure() {
