@@ -70,6 +70,16 @@ QString savedSentence(const QStringList &paths) {
     return UserFiles::tr("Saved in %1: %2.").arg(folderOf(paths.first()), fileNames(paths));
 }
 
+/// What to say of files of the set's name that are not of the set.
+QString otherFileWords(const Result<QStringList, UnsavedTogether> &others) {
+    if (const UnsavedTogether *unknown = others.failure())
+        return UserFiles::tr("It is not known whether %1, which is not of this set, is there: %2.")
+            .arg(fileName(unknown->path), unknown->failure.reason);
+    return others->isEmpty()
+               ? QString()
+               : UserFiles::tr("Not of this set, but there already: %1.").arg(fileNames(*others));
+}
+
 } // namespace
 
 void UserFiles::saveSet(QWidget *window, const Set &set) {
@@ -110,11 +120,8 @@ void UserFiles::writeSet(const QString &name, const Set &set, const QStringList 
                  messages_.happened(Event::SavingBegan);
                  writeSet(name, set, replaced);
              }});
-    const Result<QStringList, UnsavedTogether> older = existing(name, set.absentEndings);
-    const bool isSaid = older && !older->isEmpty();
-    std::ignore = saveTogether(
-        filesOf(name, set), Replacing::Allowed,
-        isSaid ? tr("Not of this set, but there already: %1.").arg(fileNames(*older)) : QString());
+    const QString others = otherFileWords(existing(name, set.absentEndings));
+    std::ignore = saveTogether(filesOf(name, set), Replacing::Allowed, others);
 }
 
 void UserFiles::chooseNames(QWidget *window, const QString &path,

@@ -5,12 +5,15 @@
 
 #include "imageviews/MemoriesWindow.h"
 #include "settings/SettingsKeys.h"
+#include "support/FailingCalls.h"
 
 #include <QDir>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
 #include <QPushButton>
+
+#include <cerrno>
 
 /// Image and other memories of a Read, saved under one name.
 class TestWindowMemorySet : public QObject {
@@ -27,6 +30,7 @@ private slots:
     void half_isRefused();
     void folderThatCannotBeLookedInto_isToldAsItIs();
     void olderFileOfTheName_isSaid();
+    void olderFileOfTheName_isNotPassedOverWhateverFails();
     void cancelledPanel_savesNothing();
     void whileTheToolRuns_nothingIsSaved();
 
@@ -185,6 +189,24 @@ void TestWindowMemorySet::olderFileOfTheName_isSaid() {
              qPrintable(velm_->message()));
     QCOMPARE(bytes(QStringLiteral(".user.bin")), QByteArray("older"));
     QCOMPARE(bytes(QStringLiteral(".bin")), code_);
+}
+
+void TestWindowMemorySet::olderFileOfTheName_isNotPassedOverWhateverFails() {
+    velm_->write(file(QStringLiteral(".user.bin")), "older");
+    bool hasStruck = true;
+    for (int call = 1; hasStruck; ++call) {
+        for (const QString &ending :
+             {QStringLiteral(".bin"), QStringLiteral(".eeprom.bin"), QStringLiteral(".fuses.conf")})
+            QFile::remove(file(ending));
+        {
+            const FailingCalls failing("lstat", call, EIO);
+            save();
+            hasStruck = failing.hasStruck();
+        }
+        QVERIFY2(velm_->message().contains(u"chip.user.bin") ||
+                     velm_->message().contains(u"Nothing was saved"),
+                 qPrintable(velm_->message()));
+    }
 }
 
 void TestWindowMemorySet::cancelledPanel_savesNothing() {
