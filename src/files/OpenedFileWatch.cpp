@@ -18,6 +18,9 @@ constexpr std::chrono::milliseconds quiet(200);
 /// How soon a file is looked at again of which nothing is known, or whose changes nobody tells.
 constexpr std::chrono::milliseconds later(1000);
 
+/// How often a system may refuse to watch a file before it is looked at alone.
+constexpr int mostRefusals = 2;
+
 } // namespace
 
 OpenedFileWatch::OpenedFileWatch(QObject *parent) : QObject(parent) {
@@ -42,18 +45,24 @@ void OpenedFileWatch::watch(const QString &path, const std::optional<FileStamp> 
     path_ = opened || !isMissing(path) ? path : QString();
     opened_ = opened;
     seen_ = opened;
+    refusals_ = 0;
     settling_.stop();
     listen();
     if (!path_.isEmpty())
         settling_.start(quiet);
 }
 
-// A file that is replaced is another one to the system, so its folder is watched as well.
+bool OpenedFileWatch::isHeard() const {
+    return watcher_.files().contains(path_) || watcher_.directories().contains(path_);
+}
+
+// A file that is replaced is another one to the system, so its folder is watched as well. A system
+// that refuses to watch, as one without room for that does, is not asked each time.
 void OpenedFileWatch::listen() {
-    if (path_.isEmpty())
+    if (path_.isEmpty() || refusals_ >= mostRefusals)
         return;
-    if (QFileInfo::exists(path_) && !watcher_.files().contains(path_))
-        watcher_.addPath(path_);
+    if (QFileInfo::exists(path_) && !isHeard() && !watcher_.addPath(path_))
+        ++refusals_;
     const QString folder = QFileInfo(path_).path();
     if (!watcher_.directories().contains(folder))
         watcher_.addPath(folder);
@@ -66,9 +75,7 @@ void OpenedFileWatch::look() {
     const std::optional<FileStamp> now = FileStamp::of(path_);
     // Such as a share that does not answer: nothing is known of the file then.
     const bool isUnknown = !now && !isMissing(path_);
-    // Most likely the system did not answer when it was to be watched.
-    const bool isUnheard = now && !watcher_.files().contains(path_);
-    if (isUnknown || isUnheard)
+    if (isUnknown || (now && !isHeard()))
         settling_.start(later);
     // The first that is known of it.
     if (!opened_) {
@@ -78,5 +85,6 @@ void OpenedFileWatch::look() {
     if (now == seen_ || isUnknown)
         return;
     seen_ = now;
+    refusals_ = 0;
     emit stateChanged(!now ? State::Gone : now == opened_ ? State::AsOpened : State::Changed);
 }

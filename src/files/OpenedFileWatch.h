@@ -21,11 +21,11 @@ public:
     explicit OpenedFileWatch(QObject *parent = nullptr);
 
     /// Watches the file at the absolute \a path, as it is at this moment, instead of any other. An
-    /// empty path, or one without a file, watches nothing. What cannot be looked at now counts as
-    /// it is when it can.
+    /// empty path, or one without a file, watches nothing. If it cannot be looked at yet, its
+    /// state at the first look that works is the opened one.
     void watch(const QString &path);
     /// Watches it from the state with the stamp \a opened on: a change since then is told soon.
-    /// Without a stamp it counts as it is when it is looked at next.
+    /// Without a stamp, its state at the first look that works is the opened one.
     void watch(const QString &path, const std::optional<FileStamp> &opened);
     /// The watched file; empty if there is none.
     QString path() const { return path_; }
@@ -38,9 +38,11 @@ signals:
 private:
     void look();
     void listen();
+    bool isHeard() const;
 
     QFileSystemWatcher watcher_;
     QTimer settling_;
+    int refusals_ = 0; ///< to watch the file as it is
     QString path_;
     std::optional<FileStamp> opened_;
     std::optional<FileStamp> seen_; ///< when this was last told

@@ -5,7 +5,9 @@
 
 #include "support/FailingCalls.h"
 #include "support/FileHelpers.h"
+#include "support/Privileges.h"
 
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -13,6 +15,7 @@
 
 #include <cerrno>
 #include <chrono>
+#include <sys/stat.h>
 
 /// A file that changes on the disk after it was opened.
 class TestOpenedFileWatch : public QObject {
@@ -30,6 +33,7 @@ private slots:
     void fileThatCannotBeSeenAtFirst_isWatchedAllTheSame();
     void writingSinceAnEarlierStamp_isNoticed();
     void busyFolder_hidesNothing();
+    void systemThatRefusesToWatch_isNotAskedForEver();
     void anotherFile_isWatchedInstead();
     void aFileThatIsMissing_isNotWatched();
 
@@ -158,6 +162,33 @@ void TestOpenedFileWatch::fileThatCannotBeSeenAtFirst_isWatchedAllTheSame() {
     QCOMPARE(watch_->path(), path());
     QVERIFY(writeWholeFile(path(), "second"));
     QCOMPARE(next(), State::Changed);
+}
+
+namespace {
+
+int refusals = 0;
+
+void countRefusals(QtMsgType, const QMessageLogContext &, const QString &text) {
+    if (text.startsWith(u"inotify_add_watch"))
+        ++refusals;
+}
+
+} // namespace
+
+// As where the system has no room for one more.
+void TestOpenedFileWatch::systemThatRefusesToWatch_isNotAskedForEver() {
+    QCOMPARE(::chmod(QFile::encodeName(path()).constData(), 0), 0);
+    QCOMPARE(::chmod(QFile::encodeName(path({})).constData(), 0755), 0);
+    refusals = 0;
+    const QtMessageHandler before = qInstallMessageHandler(countRefusals);
+    const auto restored = qScopeGuard([before] { qInstallMessageHandler(before); });
+    const UnprivilegedUser user;
+    QVERIFY(user.isValid());
+    const FailingCalls counting("nothing", 1, EIO);
+    watch_->watch(path());
+    // Some looks later.
+    QTRY_VERIFY_WITH_TIMEOUT(counting.callsMade().value("stat") > 5, 20'000);
+    QVERIFY2(refusals <= 2, qPrintable(QString::number(refusals)));
 }
 
 void TestOpenedFileWatch::anotherFile_isWatchedInstead() {
