@@ -3,6 +3,7 @@
 
 #include "imageviews/MemoriesWindow.h"
 
+#include "base/BoundedText.h"
 #include "grid/GridView.h"
 #include "imageviews/FactsWords.h"
 #include "imageviews/MemoriesWords.h"
@@ -32,12 +33,14 @@ QString tabText(OtherMemory memory) {
     return u'&' + memoryName(memory);
 }
 
+/// The most characters of a device's name: a label is as wide as its longest word.
+constexpr qsizetype longestName = 200;
+
 QLabel *makeLabel(QWidget *parent) {
     auto *label = new QLabel(parent);
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     label->setWordWrap(true);
-    label->setMinimumWidth(1); // whatever the length of a name or a path
     return label;
 }
 
@@ -102,9 +105,9 @@ void MemoriesWindow::copyFuses() const {
 }
 
 void MemoriesWindow::showMemories(const ReadMemories &memories, const QString &remark) {
-    origin_->setText(
-        tr("%1: %2").arg(readOriginWords(memories.device, memories.endedAt, QDate::currentDate()),
-                         memoriesWords(memories.others)));
+    origin_->setText(tr("%1: %2").arg(readOriginWords(boundedText(memories.device, longestName),
+                                                      memories.endedAt, QDate::currentDate()),
+                                      memoriesWords(memories.others)));
     remark_->setText(remark);
     remark_->setHidden(remark.isEmpty());
     fill(data_, memories.others.data);

@@ -18,6 +18,7 @@
 #include <QTabWidget>
 #include <QTableView>
 
+#include <algorithm>
 #include <unistd.h>
 
 /// What a Read brings besides code memory: told, shown, saved with the image.
@@ -28,7 +29,7 @@ private slots:
     void init();
     void read_saysWhatElseCame_data();
     void read_saysWhatElseCame();
-    void longNames_leaveTheWindowItsSize();
+    void longName_leavesTheWindowItsSize();
     void read_ofAnEprom_saysNothing();
     void otherDevice_endsTheSentence();
     void eprom_afterAMicrocontroller_saysNothing();
@@ -146,22 +147,16 @@ void TestWindowMemories::read_saysWhatElseCame() {
     QVERIFY(velm_->message().startsWith(u"Done: Read succeeded."));
 }
 
-void TestWindowMemories::longNames_leaveTheWindowItsSize() {
+void TestWindowMemories::longName_leavesTheWindowItsSize() {
     velm_->useTool(readingTool("printf 'data' > \"$stem.eeprom.bin\""));
-    const QString folder = velm_->path(QString(200, u'x'));
-    QVERIFY(QDir().mkpath(folder + QStringLiteral("/temp_read.user.bin")));
-    read(microcontroller);
+    read(QString(5000, u'x') + u'y');
+    const QList<QLabel *> labels = opened()->findChildren<QLabel *>();
+    const bool isNamed = std::any_of(labels.begin(), labels.end(), [](const QLabel *label) {
+        return label->text().startsWith(u"xxx") && label->text().contains(u"xy, read at ");
+    });
+    QVERIFY(isNamed);
     const int width = opened()->minimumSizeHint().width();
-    velm_->settings().setValue(settingsKeys::temp_read_from_chip_file,
-                               folder + QStringLiteral("/temp_read.bin"));
-    velm_->settings().setValue(settingsKeys::device, QString(5000, u'x'));
-    velm_->useTool(readingTool("printf 'data' > \"$stem.eeprom.bin\"; rmdir \"$stem.user.bin\"; "
-                               "mkfifo \"$stem.user.bin\""));
-    velm_->click(velm_->controls().btn_read);
-    velm_->settle();
-    QVERIFY2(velm_->message().contains(u"It is not known what the Read left"),
-             qPrintable(velm_->message().left(2000)));
-    QCOMPARE(opened()->minimumSizeHint().width(), width);
+    QVERIFY2(width < 800, qPrintable(QString::number(width)));
 }
 
 void TestWindowMemories::read_ofAnEprom_saysNothing() {
