@@ -31,12 +31,12 @@ void FileDescriptor::close() {
         ::close(std::exchange(value_, -1));
 }
 
-bool standsAt(const QByteArray &name, const FileDescriptor &file) {
+Result<bool> standsAt(const QByteArray &name, const FileDescriptor &file) {
     struct stat opened = {};
     struct stat there = {};
-    return file.isOpen() && ::fstat(file.get(), &opened) == 0 &&
-           ::stat(name.constData(), &there) == 0 && opened.st_dev == there.st_dev &&
-           opened.st_ino == there.st_ino;
+    if (::fstat(file.get(), &opened) != 0 || ::stat(name.constData(), &there) != 0)
+        return Failure::ofSystem(errno);
+    return opened.st_dev == there.st_dev && opened.st_ino == there.st_ino;
 }
 
 Result<void> writeAll(int descriptor, QByteArrayView bytes) {

@@ -39,9 +39,9 @@ private:
     int value_ = -1;
 };
 
-/// True if what is open as \a file is what has the name \a name (for the system) now, be it over
-/// links.
-bool standsAt(const QByteArray &name, const FileDescriptor &file);
+/// Whether what is open as \a file is what has the name \a name (for the system) now, be it over
+/// links. A failure if nothing has it, or one of both cannot be looked at.
+Result<bool> standsAt(const QByteArray &name, const FileDescriptor &file);
 
 /// Writes \a bytes to \a descriptor, in one piece where the system takes them so. After a failure
 /// some of them may be written.

@@ -34,7 +34,8 @@ bool isLocked(const QByteArray &name, const FileDescriptor &file) {
     if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
         return errno != EWOULDBLOCK;
     // The holder before may have put a new file in the place of the one that was opened.
-    return standsAt(name, file);
+    const Result<bool> isThatFile = standsAt(name, file);
+    return isThatFile && *isThatFile;
 }
 
 } // namespace

@@ -80,19 +80,12 @@ Result<bool> isAt(const QString &path, const FileDescriptor &folder) {
     const Result<QByteArray> name = systemName(path);
     if (!name || !folder.isOpen())
         return false;
-    struct stat there = {};
-    if (::stat(name->constData(), &there) != 0) {
-        if (saysNoFolder(errno))
-            return false;
-        return Failure::ofSystem(errno);
-    }
-    struct stat opened = {};
-    if (::fstat(folder.get(), &opened) == 0)
-        return there.st_dev == opened.st_dev && there.st_ino == opened.st_ino;
+    const Result<bool> stands = standsAt(*name, folder);
+    const int error = stands ? 0 : stands.failure()->systemError;
     // A share's word for one that has gone for good.
-    if (errno == ESTALE)
+    if (saysNoFolder(error) || error == ESTALE)
         return false;
-    return Failure::ofSystem(errno);
+    return stands;
 }
 
 Result<FileDescriptor> openLockFile(const QString &folder, const QString &key) {
