@@ -10,6 +10,7 @@
 #include "support/Privileges.h"
 
 #include <QDir>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -127,6 +128,8 @@ void TestFileLock::existingFile_keepsItsRights() {
 
 void TestFileLock::fileMadeMeanwhile_keepsItsRights() {
     const QString missing = folder_->filePath(QStringLiteral("new.conf"));
+    const mode_t before = ::umask(0022);
+    const auto restored = qScopeGuard([before] { ::umask(before); });
     bool struck = true;
     for (int call = 1; struck; ++call) {
         bool isOthers = false;

@@ -9,12 +9,14 @@
 
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <cerrno>
 #include <memory>
 #include <sys/stat.h>
+#include <tuple>
 #include <unistd.h>
 
 namespace {
@@ -179,8 +181,9 @@ void TestWorkspaceFolders::whatCanBeNoFolder_hasTheFileForItsLock() {
     QVERIFY(writeWholeFile(folder.filePath(QStringLiteral("file")), {}));
     QVERIFY(QFile::link(QStringLiteral("loop"), folder.filePath(QStringLiteral("loop"))));
     QVERIFY(QDir().mkpath(folder.filePath(QStringLiteral("closed/workspace"))));
-    QCOMPARE(::chmod(QFile::encodeName(folder.filePath(QStringLiteral("closed"))).constData(), 0),
-             0);
+    const QByteArray closed = QFile::encodeName(folder.filePath(QStringLiteral("closed")));
+    QCOMPARE(::chmod(closed.constData(), 0), 0);
+    const auto removable = qScopeGuard([&] { std::ignore = ::chmod(closed.constData(), 0700); });
     for (const QTemporaryDir *each : {&folder, &runtime})
         if (::geteuid() == 0)
             QCOMPARE(::chown(QFile::encodeName(each->path()).constData(), UnprivilegedUser::nobody,

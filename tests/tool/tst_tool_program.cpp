@@ -9,10 +9,13 @@
 
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <cerrno>
+#include <sys/stat.h>
+#include <tuple>
 
 /// What is known of a tool without asking the shell.
 class TestToolProgram : public QObject {
@@ -102,6 +105,8 @@ void TestToolProgram::trouble_isNotSaidOfWhatIsOutOfReach() {
     const QString path = folder.filePath(QStringLiteral("tool"));
     QVERIFY(writeWholeFile(path, "#!/bin/sh\n"));
     QVERIFY(QFile::setPermissions(folder.path(), {}));
+    const auto removable = qScopeGuard(
+        [&] { std::ignore = ::chmod(QFile::encodeName(folder.path()).constData(), 0700); });
     const UnprivilegedUser user;
     QVERIFY(user.isValid());
     QCOMPARE(programTrouble(path), std::nullopt);
