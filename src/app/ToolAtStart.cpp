@@ -25,8 +25,7 @@ public:
     static QString choose(ProgramTrouble trouble, const QString &tool) {
         if (trouble == ProgramTrouble::NotExecutable)
             return tr("The programmer tool %1 is there, but it is no file that you may execute. If "
-                      "it is the tool, allow that with \u201cchmod +x\u201d; else choose where the "
-                      "tool is.")
+                      "it is the tool, allow that; else choose where the tool is.")
                 .arg(tool);
         return tr("The programmer tool %1 is not there. Install minipro, from the packages of your "
                   "system or from its sources, or choose where it is.")

@@ -47,7 +47,7 @@ class FailureWording {
         case StartTrouble::Cause::ForeignLink:
             return tr("Remove the link, and see that nobody else may write to its folder.");
         case StartTrouble::Cause::UnknownLink:
-            return tr("See that the folder of that file can be read.");
+            return tr("See that what this path leads to can be reached.");
         case StartTrouble::Cause::Shell:
             break;
         }

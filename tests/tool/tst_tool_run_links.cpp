@@ -181,7 +181,7 @@ void TestToolRunLinks::read_isRefusedWhereTheLinkCannotBeLookedAt() {
     QVERIFY(isLink(path));
     QCOMPARE(judgeRun(run->facts()).words(),
              QStringLiteral("The programmer tool was not started: %1: Input/output error. See "
-                            "that the folder of that file can be read.")
+                            "that what this path leads to can be reached.")
                  .arg(path));
 }
 

@@ -118,8 +118,8 @@ void TestWindowToolAtStart::toolThatMayNotBeExecuted_isSaidToBeThere() {
         startOfTheSentence + tool +
         QStringLiteral(" is there, but it is no file that you may execute") +
         (otherIsFound ? QStringLiteral("; %1 is.").arg(found)
-                      : QStringLiteral(". If it is the tool, allow that with \u201cchmod +x\u201d; "
-                                       "else choose where the tool is."));
+                      : QStringLiteral(". If it is the tool, allow that; else choose where the "
+                                       "tool is."));
     QVERIFY2(velm.message().endsWith(sentence), qPrintable(velm.message()));
     QVERIFY(offered(velm, otherIsFound ? QStringLiteral("Use ") + found
                                        : QStringLiteral("Choose the tool")));
