@@ -80,10 +80,12 @@ Result<bool> isAt(const QString &path, const FileDescriptor &folder) {
     const Result<QByteArray> name = systemName(path);
     if (!name || !folder.isOpen())
         return false;
-    const Result<bool> stands = standsAt(*name, folder);
-    const int error = stands ? 0 : stands.failure()->systemError;
+    struct stat opened = {};
     // A share's word for one that has gone for good.
-    if (saysNoFolder(error) || error == ESTALE)
+    if (::fstat(folder.get(), &opened) != 0 && errno == ESTALE)
+        return false;
+    const Result<bool> stands = standsAt(*name, folder);
+    if (!stands && saysNoFolder(stands.failure()->systemError))
         return false;
     return stands;
 }

@@ -41,6 +41,7 @@ class TestWorkspaceFolders : public QObject {
 private slots:
     void aFolderThatIsMadeAnew_isLockedAnew();
     void aFolderThatCannotBeOpenedNow_isNotGivenUp();
+    void aFolderThatCannotBeLookedAtNow_isNobodyElses_data();
     void aFolderThatCannotBeLookedAtNow_isNobodyElses();
     void aFolderThatHasGoneForGood_makesRoomForAnother();
     void aFolderOfWhichNothingIsKnown_isAFailure_data();
@@ -94,7 +95,16 @@ void TestWorkspaceFolders::aFolderThatCannotBeOpenedNow_isNotGivenUp() {
     QCOMPARE(holder.failure()->systemError, EMFILE);
 }
 
+void TestWorkspaceFolders::aFolderThatCannotBeLookedAtNow_isNobodyElses_data() {
+    QTest::addColumn<QByteArray>("function"); // all, if it is empty
+    QTest::addColumn<int>("error");
+    QTest::newRow("a disk in trouble") << QByteArray() << EIO;
+    QTest::newRow("a share that has lost the name") << QByteArray("stat") << ESTALE;
+}
+
 void TestWorkspaceFolders::aFolderThatCannotBeLookedAtNow_isNobodyElses() {
+    QFETCH(QByteArray, function);
+    QFETCH(int, error);
     const QTemporaryDir folder;
     const QString workspace = folder.filePath(QStringLiteral("workspace"));
     const QString link = folder.filePath(QStringLiteral("link"));
@@ -105,10 +115,10 @@ void TestWorkspaceFolders::aFolderThatCannotBeLookedAtNow_isNobodyElses() {
         QVERIFY(isTaken(lock));
         bool struck = true;
         for (int call = 1; struck; ++call) {
-            const FailingCalls failing(call, FailingCalls::Mishap::Fails, EIO);
+            const FailingCalls failing(function, call, error);
             const Result<WorkspaceLock::Holder> holder = lock.holdFolder(name);
             struck = failing.hasStruck();
-            const bool isTold = holder.failure() && holder.failure()->systemError == EIO;
+            const bool isTold = holder.failure() && holder.failure()->systemError == error;
             QVERIFY2(isTold || isOurs(holder), failing.struckCall().constData());
         }
     }
