@@ -70,14 +70,24 @@ QString savedSentence(const QStringList &paths) {
     return UserFiles::tr("Saved in %1: %2.").arg(folderOf(paths.first()), fileNames(paths));
 }
 
-/// What to say of files of the set's name that are not of the set.
-QString otherFileWords(const Result<QStringList, UnsavedTogether> &others) {
-    if (const UnsavedTogether *unknown = others.failure())
-        return UserFiles::tr("It is not known whether %1, which is not of this set, is there: %2.")
-            .arg(fileName(unknown->path), unknown->failure.reason);
-    return others->isEmpty()
-               ? QString()
-               : UserFiles::tr("Not of this set, but there already: %1.").arg(fileNames(*others));
+/// What to say of files called \a name that are not of the set of that name: those with \a endings.
+QString otherFileWords(const QString &name, const QStringList &endings) {
+    QStringList there;
+    QString words;
+    for (const QString &ending : endings) {
+        const auto found = existing(name, {ending});
+        if (const UnsavedTogether *unknown = found.failure())
+            words = joinedSentences(
+                words,
+                UserFiles::tr("It is not known whether %1, which is not of this set, is there: %2.")
+                    .arg(fileName(unknown->path), unknown->failure.reason));
+        else
+            there << *found;
+    }
+    if (there.isEmpty())
+        return words;
+    return joinedSentences(
+        UserFiles::tr("Not of this set, but there already: %1.").arg(fileNames(there)), words);
 }
 
 } // namespace
@@ -120,8 +130,8 @@ void UserFiles::writeSet(const QString &name, const Set &set, const QStringList 
                  messages_.happened(Event::SavingBegan);
                  writeSet(name, set, replaced);
              }});
-    const QString others = otherFileWords(existing(name, set.absentEndings));
-    std::ignore = saveTogether(filesOf(name, set), Replacing::Allowed, others);
+    std::ignore = saveTogether(filesOf(name, set), Replacing::Allowed,
+                               otherFileWords(name, set.absentEndings));
 }
 
 void UserFiles::chooseNames(QWidget *window, const QString &path,
