@@ -4,6 +4,7 @@
 #include "control/VerdictLine.h"
 
 #include "control/Messages.h"
+#include "files/FileStamp.h"
 #include "language/RunLog.h"
 
 VerdictLine::VerdictLine(const RunLog &runs, Messages &messages, Ask ask, QObject *parent)
@@ -13,14 +14,22 @@ VerdictLine::VerdictLine(const RunLog &runs, Messages &messages, Ask ask, QObjec
 
 void VerdictLine::showNewest() {
     shown_.clear();
+    seenMark_.clear();
     refresh();
 }
 
 void VerdictLine::refresh() {
-    const std::optional<ShownNow> now = ask_();
+    std::optional<ShownNow> now = ask_();
     if (!now || runs_.records().isEmpty())
         return;
-    const VerdictWords words = wordsFor(runs_.records().last(), *now);
+    const RunRecord &run = runs_.records().last();
+    const bool isUnknown = now->fileMark == FileStamp::unknownMark;
+    // What was seen to be another file stays that, though nobody can see it now.
+    if (!isUnknown)
+        seenMark_ = now->fileMark;
+    else if (!seenMark_.isEmpty() && seenMark_ != run.fileMark)
+        now->fileMark = seenMark_;
+    const VerdictWords words = wordsFor(run, *now);
     if (words.sentence == shown_)
         return;
     shown_ = words.sentence;

@@ -44,4 +44,6 @@ private:
     Offer offer_;
     /// As the line has it: what stands there already is not said again.
     QString shown_;
+    /// Of the file that a Write would hand over, when it was seen last since that run.
+    QString seenMark_;
 };

@@ -25,7 +25,7 @@ public:
     QString changedSince(const ShownNow &now) const {
         const bool otherImage = run_.imageRevision != 0 && run_.imageRevision != now.imageRevision;
         const bool otherDevice = run_.device != now.device;
-        if (!run_.fileMark.isEmpty() && isFileKnown(now) && run_.fileMark != now.fileMark)
+        if (isOfAFile() && isFileKnown(now) && run_.fileMark != now.fileMark)
             return tr("the file that was handed over has changed since.");
         if (otherImage && otherDevice)
             return tr("the device and the data to burn have changed since.");
@@ -38,7 +38,7 @@ public:
 
     /// What has to be said though nothing is known to have changed.
     QString remark(const ShownNow &now) const {
-        return run_.fileMark.isEmpty() || isFileKnown(now)
+        return !isOfAFile() || isFileKnown(now)
                    ? QString()
                    : tr("It is not known whether the file that was handed over has changed since.");
     }
@@ -49,6 +49,10 @@ public:
     }
 
 private:
+    /// True if a file was handed over that was not the image.
+    bool isOfAFile() const {
+        return !run_.fileMark.isEmpty() && run_.outcome.verdict != Verdict::NotStarted;
+    }
     bool isFileKnown(const ShownNow &now) const {
         return run_.fileMark != FileStamp::unknownMark && now.fileMark != FileStamp::unknownMark;
     }

@@ -32,5 +32,5 @@ MessageLine::Severity severityOf(const RunRecord &run);
 QString headingOf(const RunRecord &run);
 
 /// The verdict of \a run, held against what is shown \a now: as it was given while that is what it
-/// judged, else with its time and what has changed since.
+/// judged, or may be, else with its time and what has changed since.
 VerdictWords wordsFor(const RunRecord &run, const ShownNow &now);

@@ -3,7 +3,10 @@
 
 #include "control/VerdictWords.h"
 
+#include "control/Messages.h"
+#include "control/VerdictLine.h"
 #include "files/FileStamp.h"
+#include "language/RunLog.h"
 
 #include <QTest>
 
@@ -14,6 +17,7 @@ class TestVerdictWords : public QObject {
 private slots:
     void fileThatWasHandedOver_data();
     void fileThatWasHandedOver();
+    void fileThatWasSeenChanged_staysChanged();
 };
 
 void TestVerdictWords::fileThatWasHandedOver_data() {
@@ -53,6 +57,8 @@ void TestVerdictWords::fileThatWasHandedOver() {
     shown.fileMark = now;
     const VerdictWords words = wordsFor(run, shown);
     QVERIFY2(words.sentence.endsWith(said), qPrintable(words.sentence));
+    run.outcome.verdict = RunOutcome::Verdict::NotStarted; // and so handed nothing over
+    QCOMPARE(wordsFor(run, shown).sentence, run.outcome.words());
     // Only what is known to be another one makes the verdict one of the past.
     const bool isOver = said.startsWith(u';');
     QCOMPARE(words.severity,
@@ -60,5 +66,33 @@ void TestVerdictWords::fileThatWasHandedOver() {
     QCOMPARE(words.offer.has_value(), !isOver);
 }
 
-QTEST_GUILESS_MAIN(TestVerdictWords)
+void TestVerdictWords::fileThatWasSeenChanged_staysChanged() {
+    MessageLine line;
+    Messages messages(line);
+    RunLog runs;
+    ShownNow shown;
+    VerdictLine verdict(runs, messages, [&shown] { return std::optional(shown); });
+    RunRecord run;
+    run.operation = WriteOperation;
+    run.fileMark = QStringLiteral("one");
+    run.outcome.verdict = RunOutcome::Verdict::Succeeded;
+    run.outcome.sentence = QStringLiteral("All was burned.");
+    const QString isOther = QStringLiteral("; the file that was handed over has changed since.");
+    const auto says = [&](const QString &mark) {
+        shown.fileMark = mark;
+        verdict.refresh();
+        return line.toPlainText();
+    };
+    shown.fileMark = run.fileMark;
+    runs.add(run);
+    QVERIFY2(says(FileStamp::unknownMark).contains(u"burned. It is not known"),
+             qPrintable(line.toPlainText()));
+    QVERIFY2(says(QStringLiteral("other")).endsWith(isOther), qPrintable(line.toPlainText()));
+    QVERIFY2(says(FileStamp::unknownMark).endsWith(isOther), qPrintable(line.toPlainText()));
+    runs.add(run);
+    QVERIFY2(says(FileStamp::unknownMark).contains(u"burned. It is not known"),
+             qPrintable(line.toPlainText()));
+}
+
+QTEST_MAIN(TestVerdictWords)
 #include "tst_verdictwords.moc"
