@@ -18,8 +18,8 @@ constexpr std::chrono::milliseconds quiet(200);
 /// How soon a file is looked at again of which nothing is known, or whose changes nobody tells.
 constexpr std::chrono::milliseconds later(1000);
 
-/// How often a system may refuse to watch a file before it is looked at alone.
-constexpr int mostRefusals = 2;
+/// How often a system may refuse to watch a file, or its folder, before it is looked at alone.
+constexpr int mostRefusals = 4;
 
 } // namespace
 
@@ -52,8 +52,8 @@ void OpenedFileWatch::watch(const QString &path, const std::optional<FileStamp> 
         settling_.start(quiet);
 }
 
-bool OpenedFileWatch::isHeard() const {
-    return watcher_.files().contains(path_) || watcher_.directories().contains(path_);
+bool OpenedFileWatch::isHeard(const QString &path) const {
+    return watcher_.files().contains(path) || watcher_.directories().contains(path);
 }
 
 // A file that is replaced is another one to the system, so its folder is watched as well. A system
@@ -61,11 +61,11 @@ bool OpenedFileWatch::isHeard() const {
 void OpenedFileWatch::listen() {
     if (path_.isEmpty() || refusals_ >= mostRefusals)
         return;
-    if (QFileInfo::exists(path_) && !isHeard() && !watcher_.addPath(path_))
+    if (QFileInfo::exists(path_) && !isHeard(path_) && !watcher_.addPath(path_))
         ++refusals_;
     const QString folder = QFileInfo(path_).path();
-    if (!watcher_.directories().contains(folder))
-        watcher_.addPath(folder);
+    if (!isHeard(folder) && !watcher_.addPath(folder))
+        ++refusals_;
 }
 
 void OpenedFileWatch::look() {
@@ -75,7 +75,8 @@ void OpenedFileWatch::look() {
     const std::optional<FileStamp> now = FileStamp::of(path_);
     // Such as a share that does not answer: nothing is known of the file then.
     const bool isUnknown = !now && !isMissing(path_);
-    if (isUnknown || (now && !isHeard()))
+    // That it has come back, its folder tells alone.
+    if (isUnknown || !isHeard(now ? path_ : QFileInfo(path_).path()))
         settling_.start(later);
     // The first that is known of it.
     if (!opened_) {

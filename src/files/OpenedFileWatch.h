@@ -38,11 +38,11 @@ signals:
 private:
     void look();
     void listen();
-    bool isHeard() const;
+    bool isHeard(const QString &path) const;
 
     QFileSystemWatcher watcher_;
     QTimer settling_;
-    int refusals_ = 0; ///< to watch the file as it is
+    int refusals_ = 0; ///< to watch the file as it is, or its folder
     QString path_;
     std::optional<FileStamp> opened_;
     std::optional<FileStamp> seen_; ///< when this was last told
