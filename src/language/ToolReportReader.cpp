@@ -69,32 +69,36 @@ QStringView behindCount(QStringView line) {
     return percent < 0 || rest.isEmpty() ? line : rest;
 }
 
-/// True if \a unit can be seen behind \a text and there is room for it. A character of two units is
-/// taken as a whole or not at all.
-bool isShown(QChar unit, const QString &text) {
-    const qsizetype room = longestLine - text.size();
-    if (unit.isHighSurrogate())
-        return room > 1;
-    if (unit.isLowSurrogate())
-        return !text.isEmpty() && text.back().isHighSurrogate();
-    return room > 0 && unit.isPrint();
-}
-
 } // namespace
 
 void ToolReportReader::Line::append(QChar character) {
+    const QChar high = std::exchange(high_, QChar());
     if (character == escape)
         inSequence_ = true;
     else if (inSequence_)
         inSequence_ = !character.isLetter();
-    else if (isShown(character, text_))
+    else if (character.isHighSurrogate())
+        high_ = character;
+    else if (character.isLowSurrogate())
+        appendLow(character, high);
+    else if (text_.size() < longestLine && character.isPrint())
         text_ += character;
+}
+
+void ToolReportReader::Line::appendLow(QChar low, QChar high) {
+    const bool isShown =
+        high.isHighSurrogate() && QChar::isPrint(QChar::surrogateToUcs4(high, low));
+    if (isShown && text_.size() + 1 < longestLine)
+        text_.append(high).append(low);
 }
 
 // Printable ASCII outside of a sequence is nearly everything that is ever said.
 qsizetype ToolReportReader::Line::appendPlain(QStringView piece) {
     if (inSequence_)
         return 0;
+    // Should only the first unit of a character have come, this is not its second.
+    if (!piece.isEmpty() && isPrintableAscii(piece.front()))
+        high_ = QChar();
     const auto end = std::find_if_not(piece.begin(), piece.end(),
                                       [](QChar unit) { return isPrintableAscii(unit); });
     const QStringView plain(piece.begin(), end);
@@ -104,6 +108,7 @@ qsizetype ToolReportReader::Line::appendPlain(QStringView piece) {
 
 void ToolReportReader::Line::clear() {
     text_.truncate(0);
+    high_ = QChar();
     inSequence_ = false;
 }
 

@@ -40,7 +40,10 @@ private:
         void clear();
 
     private:
+        void appendLow(QChar low, QChar high);
+
         QString text_;
+        QChar high_; ///< the first unit of a character of two, until the second comes
         bool inSequence_ = false;
     };
 

@@ -102,6 +102,13 @@ void TestToolReportReader::letters_ofTwoUnitsAreKept() {
     for (const QChar unit : words)
         reader.take(QStringView(&unit, 1));
     QCOMPARE(reader.report().lastLine, words);
+    // What nobody sees, and halves, are left out as among the other letters.
+    ToolReportReader hidden;
+    hidden.take(u"a\U000E0041b");
+    hidden.take(QStringView(words).sliced(20, 1));
+    hidden.take(u"c");
+    hidden.take(QStringView(words).sliced(21, 1));
+    QCOMPARE(hidden.report().lastLine, QStringLiteral("abc"));
     // A line that is too long ends with a whole one.
     ToolReportReader full;
     full.take(words.sliced(20, 2).repeated(5000).prepend(u'x'));
