@@ -3,7 +3,7 @@
 
 #include "imageviews/MemoriesWindow.h"
 
-#include "base/BoundedText.h"
+#include "base/ShownName.h"
 #include "grid/GridView.h"
 #include "imageviews/FactsWords.h"
 #include "imageviews/MemoriesWords.h"
@@ -33,8 +33,15 @@ QString tabText(OtherMemory memory) {
     return u'&' + memoryName(memory);
 }
 
-/// The most characters of a device's name: a label is as wide as its longest word.
-constexpr qsizetype longestName = 200;
+/// The most letters of a device's name: a label is as wide as its longest word.
+constexpr int lettersOfName = 60;
+
+/// The name \a device as \a label has room for it.
+QString nameIn(const QLabel &label, const QString &device) {
+    const QFontMetrics metrics = label.fontMetrics();
+    return metrics.elidedText(shownName(device), Qt::ElideMiddle,
+                              lettersOfName * metrics.averageCharWidth());
+}
 
 QLabel *makeLabel(QWidget *parent) {
     auto *label = new QLabel(parent);
@@ -105,9 +112,9 @@ void MemoriesWindow::copyFuses() const {
 }
 
 void MemoriesWindow::showMemories(const ReadMemories &memories, const QString &remark) {
-    origin_->setText(tr("%1: %2").arg(readOriginWords(boundedText(memories.device, longestName),
-                                                      memories.endedAt, QDate::currentDate()),
-                                      memoriesWords(memories.others)));
+    origin_->setText(tr("%1: %2").arg(
+        readOriginWords(nameIn(*origin_, memories.device), memories.endedAt, QDate::currentDate()),
+        memoriesWords(memories.others)));
     remark_->setText(remark);
     remark_->setHidden(remark.isEmpty());
     fill(data_, memories.others.data);

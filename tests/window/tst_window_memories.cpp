@@ -29,6 +29,7 @@ private slots:
     void init();
     void read_saysWhatElseCame_data();
     void read_saysWhatElseCame();
+    void longName_leavesTheWindowItsSize_data();
     void longName_leavesTheWindowItsSize();
     void read_ofAnEprom_saysNothing();
     void otherDevice_endsTheSentence();
@@ -147,14 +148,29 @@ void TestWindowMemories::read_saysWhatElseCame() {
     QVERIFY(velm_->message().startsWith(u"Done: Read succeeded."));
 }
 
+void TestWindowMemories::longName_leavesTheWindowItsSize_data() {
+    QTest::addColumn<QString>("device");
+    QTest::newRow("long") << QString(199, u'x') + u'y';
+    QTest::newRow("endless") << QString(5000, u'x') + u'y';
+    QTest::newRow("not to be seen") << QString(180, QChar(0x200B)) + u'y';
+}
+
 void TestWindowMemories::longName_leavesTheWindowItsSize() {
+    QFETCH(QString, device);
     velm_->useTool(readingTool("printf 'data' > \"$stem.eeprom.bin\""));
-    read(QString(5000, u'x') + u'y');
+    read(device);
+    velm_->click(velm_->controls().btn_read); // some names are asked about first
+    velm_->settle();
     const QList<QLabel *> labels = opened()->findChildren<QLabel *>();
-    const bool isNamed = std::any_of(labels.begin(), labels.end(), [](const QLabel *label) {
-        return label->text().startsWith(u"xxx") && label->text().contains(u"xy, read at ");
+    const auto origin = std::find_if(labels.begin(), labels.end(), [](const QLabel *label) {
+        return label->text().contains(u", read at ");
     });
-    QVERIFY(isNamed);
+    QVERIFY(origin != labels.end());
+    // No part of it is cut off; the lines may end behind the sign for what is left out.
+    const QString name = (*origin)->text().section(u',', 0, 0);
+    for (const QString &part : name.split(u'\u2026'))
+        QVERIFY((*origin)->minimumSizeHint().width() >=
+                (*origin)->fontMetrics().horizontalAdvance(part));
     const int width = opened()->minimumSizeHint().width();
     QVERIFY2(width < 800, qPrintable(QString::number(width)));
 }
